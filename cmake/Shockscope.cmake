@@ -1,0 +1,30 @@
+# Flags that everything is built with, and the one way to declare a room's library.
+
+find_program(CCACHE ccache)
+if(CCACHE)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+endif()
+
+add_library(shockscope_flags INTERFACE)
+target_include_directories(shockscope_flags INTERFACE ${CMAKE_SOURCE_DIR}/src)
+# No fused multiply-add: metrics are the same to the last bit on every machine.
+target_compile_options(shockscope_flags INTERFACE -Wall -Wextra -Wpedantic -Wconversion -ffp-contract=off)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  # GCC 12 sees overlaps where a string literal is joined with a std::string (its bug 105651).
+  target_compile_options(shockscope_flags INTERFACE -Wno-restrict)
+endif()
+if(SHOCKSCOPE_WERROR)
+  target_compile_options(shockscope_flags INTERFACE -Werror)
+endif()
+if(SHOCKSCOPE_SANITIZE)
+  add_compile_options(-fsanitize=${SHOCKSCOPE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=${SHOCKSCOPE_SANITIZE})
+endif()
+
+# shockscope_room(NAME source… LINK library…): the library shockscope_NAME of src/NAME. What it links is what it may
+# include; checks/check_layers.py holds the same table.
+function(shockscope_room name)
+  cmake_parse_arguments(ROOM "" "" "LINK" ${ARGN})
+  add_library(shockscope_${name} STATIC ${ROOM_UNPARSED_ARGUMENTS})
+  target_link_libraries(shockscope_${name} PUBLIC shockscope_flags ${ROOM_LINK})
+endfunction()
