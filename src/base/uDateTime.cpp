@@ -1,0 +1,87 @@
+#include "base/uDateTime.h"
+
+#include <fmt/format.h>
+
+#include <chrono>
+#include <cmath>
+#include <cstdint>
+#include <utility>
+
+#include "base/uText.h"
+
+namespace {
+
+constexpr std::chrono::sys_days kEpoch{std::chrono::year{1899} / 12 / 30};
+constexpr std::chrono::sys_days kFirstDay{std::chrono::year{1} / 1 / 1};
+constexpr std::chrono::sys_days kLastDay{std::chrono::year{9999} / 12 / 31};
+
+std::string& ShortDateMask() {
+  static std::string mask = "yyyy-mm-dd";
+  return mask;
+}
+
+// A moment taken apart, in whole milliseconds.
+struct TMoment {
+  std::chrono::year_month_day date;
+  std::int64_t hour, minute, second, millisecond;
+};
+
+std::string Token(char letter, std::size_t length, const TMoment& moment) {
+  const auto padded = [length](std::int64_t value, std::size_t width) {
+    return fmt::format("{:0{}}", value, length > 1 ? width : 1);
+  };
+  switch (letter) {
+    case 'y': {
+      const int year = static_cast<int>(moment.date.year());
+      return length > 2 ? fmt::format("{:04}", year) : fmt::format("{:02}", year % 100);
+    }
+    case 'm':
+      return padded(static_cast<unsigned>(moment.date.month()), 2);
+    case 'd':
+      return padded(static_cast<unsigned>(moment.date.day()), 2);
+    case 'h':
+      return padded(moment.hour, 2);
+    case 'n':
+      return padded(moment.minute, 2);
+    case 's':
+      return padded(moment.second, 2);
+    case 'z':
+      return padded(moment.millisecond, 3);
+    default:
+      return std::string(length, letter);
+  }
+}
+
+}  // namespace
+
+const std::string& ShortDateFormat() {
+  return ShortDateMask();
+}
+void SetShortDateFormat(std::string mask) {
+  ShortDateMask() = std::move(mask);
+}
+std::string DateTimeMask() {
+  return ShortDateFormat() + " hh:nn:ss";
+}
+
+std::string FormatDateTime(std::string_view mask, double dateTime) {
+  using std::chrono::days;
+  const double first = static_cast<double>((kFirstDay - kEpoch).count());
+  const double last = static_cast<double>((kLastDay - kEpoch).count()) + 1;
+  if (!(dateTime >= first && dateTime * kMsPerDay < last * kMsPerDay - 0.5)) return GeneralFloat(dateTime);
+
+  constexpr std::int64_t kMs = 86400000;
+  const auto total = static_cast<std::int64_t>(std::llround(dateTime * kMsPerDay));
+  const std::int64_t day = total >= 0 ? total / kMs : -((kMs - 1 - total) / kMs);
+  const std::int64_t ms = total - day * kMs;
+  const TMoment moment{kEpoch + days{day}, ms / 3600000, ms / 60000 % 60, ms / 1000 % 60, ms % 1000};
+
+  std::string text;
+  for (std::size_t i = 0; i < mask.size();) {
+    const std::size_t next = mask.find_first_not_of(mask[i], i);
+    const std::size_t length = (next == std::string_view::npos ? mask.size() : next) - i;
+    text += Token(mask[i], length, moment);
+    i += length;
+  }
+  return text;
+}

@@ -1,0 +1,25 @@
+// Date-times: days since 1899-12-30 as a double, the time of day as the fraction. Shown as recorded, in no time zone.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+inline constexpr double kMsPerDay = 86400000.0;
+
+// The date-time of a sample: a time in ms since the start of the mission.
+inline double DateTimeOf(double startTime, double ms) {
+  return startTime + ms / kMsPerDay;
+}
+
+// The process-wide short date format that every displayed time follows; "yyyy-mm-dd" until it is set.
+// Main thread only.
+const std::string& ShortDateFormat();
+void SetShortDateFormat(std::string mask);
+
+// The mask of a displayed time: the short date format and " hh:nn:ss".
+std::string DateTimeMask();
+
+// A date-time in a mask of yyyy yy mm m dd d (date) and hh h nn n ss s zzz z (time of day; z is milliseconds without
+// leading zeros). Every other character stands for itself. The value is rounded to whole milliseconds first, so there
+// is never a second 60 or a millisecond 1000. A value outside the years 1 … 9999 is written as a number.
+std::string FormatDateTime(std::string_view mask, double dateTime);

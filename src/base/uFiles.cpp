@@ -1,0 +1,35 @@
+#include "base/uFiles.h"
+
+#include <fmt/format.h>
+
+#include <random>
+#include <system_error>
+
+namespace fs = std::filesystem;
+
+fs::path PathFromUtf8(std::string_view utf8) {
+  return fs::path(std::u8string(utf8.begin(), utf8.end()));
+}
+
+std::string Utf8FromPath(const fs::path& path) {
+  const std::u8string utf8 = path.u8string();
+  return {utf8.begin(), utf8.end()};
+}
+
+void WriteBesideAndRename(const fs::path& target, const std::function<void(const fs::path&)>& write) {
+  const fs::path real = fs::is_symlink(target) ? fs::weakly_canonical(target) : target;
+  if (fs::exists(real) && !fs::is_regular_file(real)) {
+    throw fs::filesystem_error("not a file that can be replaced", real,
+                               std::make_error_code(std::errc::invalid_argument));
+  }
+  fs::path beside = real;
+  beside += fmt::format(".{:08x}.part", std::random_device{}());
+  try {
+    write(beside);
+    fs::rename(beside, real);
+  } catch (...) {
+    std::error_code ignored;
+    fs::remove(beside, ignored);
+    throw;
+  }
+}

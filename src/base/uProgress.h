@@ -1,0 +1,21 @@
+// How a long loop tells how far it is, without knowing who shows it.
+#pragma once
+
+#include <string_view>
+
+class IProgress {
+ public:
+  virtual ~IProgress() = default;
+  virtual void SetStatus(std::string_view text) = 0;
+  virtual void SetPosition(double position) = 0;
+  // Lets the user interface handle what is waiting; called from the loop's own thread.
+  virtual void ProcessMessages() = 0;
+};
+
+// For callers that show nothing.
+class TNoProgress final : public IProgress {
+ public:
+  void SetStatus(std::string_view) override {}
+  void SetPosition(double) override {}
+  void ProcessMessages() override {}
+};

@@ -1,0 +1,27 @@
+// Text as it stands on disk and as people read it: the 8-bit code page of recordings and numbers written as text.
+// Everything inside the program is UTF-8; nothing here depends on the user's locale.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+// 8-bit text in Windows-1252, as it stands in a recording. Kept apart from UTF-8 by name only.
+using AnsiString = std::string;
+
+// The five bytes that Windows-1252 leaves undefined become the control characters of the same number.
+std::string Windows1252ToUtf8(std::string_view ansi);
+
+// The reverse; a character outside Windows-1252 and a malformed sequence become "?".
+AnsiString Utf8ToWindows1252(std::string_view utf8);
+
+// General form: at most 15 significant digits, trailing zeros removed; fixed while the rounded decimal exponent is
+// -5 … 14, else like "1E-6" or "2.5E15". Zero of either sign is "0"; "NAN", "INF", "-INF".
+std::string GeneralFloat(double value);
+
+// A value in a mask such as "0", "0.00" or "0.0##": a "0" place is always shown, a "#" place only when significant.
+// The value is first taken to 15 significant digits, then rounded to the mask's places, halves away from zero.
+// A value that rounds to zero has no sign. What is not finite reads as in GeneralFloat.
+std::string MaskFloat(std::string_view mask, double value);
+
+// Appends an item to a list in words: as it is when the text is empty, else after ", ".
+void AppendListItem(std::string& text, std::string_view item);
