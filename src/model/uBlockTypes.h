@@ -1,0 +1,72 @@
+// The blocks of a data file and what stands in them.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string_view>
+
+inline constexpr std::uint16_t kFileHeaderBlock = 0;
+inline constexpr std::uint16_t kCreatorBlock = 1;         // one string
+inline constexpr std::uint16_t kStartTimeBlock = 2;       // one double, days since 2000-01-01
+inline constexpr std::uint16_t kChannelListBlock = 6;     // strings until the body ends
+inline constexpr std::uint16_t kDataBlock = 8;            // records until the body ends
+inline constexpr std::uint16_t kMissionHeaderBlock = 27;  // the stored fields of TMissionData
+
+// From days since 2000-01-01 to a date-time.
+inline constexpr double kDaysTo2000 = 36526;
+
+// A record's time lies in 0 … this many days; any other time ends its block.
+inline constexpr double kMaxRecordDays = 36500;
+
+// Bit patterns of a reading that are marks, not values.
+inline constexpr std::uint32_t kNoValue = 0xFFFFFFFF;
+inline constexpr std::uint32_t kEndOfEvent = 0xFFFFFFFE;
+
+// Only files of these creators are shown.
+inline constexpr std::array<std::string_view, 3> kValidCreators = {"korvex_createShockFile.exe", "korvex165_reader.exe",
+                                                                   "korvexCARD_reader.exe (kshock)"};
+
+// A channel that the reader knows. An acceleration axis has no sensor.
+struct TKnownChannel {
+  std::string_view nameInFile;
+  std::string_view sensorName;
+  bool dropsEveryNaN;  // else only the two marks are dropped
+};
+
+// The axes come first. Kept on purpose: only the analog inputs drop every NaN.
+inline constexpr std::array<TKnownChannel, 15> kKnownChannels = {{{"ACC x", "", false},
+                                                                  {"ACC y", "", false},
+                                                                  {"ACC z", "", false},
+                                                                  {"T", "Temperature", false},
+                                                                  {"T(RH)", "Temperature RH", false},
+                                                                  {"T(p)", "Temperature p", false},
+                                                                  {"RH", "RH", false},
+                                                                  {"L", "L", false},
+                                                                  {"p", "Pressure", false},
+                                                                  {"BAT", "Battery", false},
+                                                                  {"Marker", "Marker", false},
+                                                                  {"A1", "A1", true},
+                                                                  {"A2", "A2", true},
+                                                                  {"A3", "A3", true},
+                                                                  {"A4", "A4", true}}};
+inline constexpr std::size_t kAxisCount = 3;
+
+// What a block holds, in words.
+constexpr std::string_view BlockDescription(std::uint16_t type) {
+  switch (type) {
+    case kFileHeaderBlock:
+      return "file header";
+    case kCreatorBlock:
+      return "creator";
+    case kStartTimeBlock:
+      return "start time";
+    case kChannelListBlock:
+      return "channel list";
+    case kDataBlock:
+      return "data";
+    case kMissionHeaderBlock:
+      return "mission header";
+    default:
+      return "unknown, skipped";
+  }
+}

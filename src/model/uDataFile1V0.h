@@ -1,0 +1,136 @@
+// The block data file: one zlib stream of typed blocks. A TDataFile is its file and owns it; one thread at a time uses
+// it. Every number is little-endian. The format is described in docs/kshock-format.md.
+#pragma once
+
+#include <array>
+#include <bit>
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/uText.h"
+
+class TInflateStream;
+class TDeflateStream;
+
+// Bytes in memory with a reading position. Writing appends and leaves the position at the end.
+class TMemoryStream {
+ public:
+  void Clear();
+  void Write(std::span<const std::uint8_t> bytes);
+  // The bytes from the position on.
+  [[nodiscard]] std::span<const std::uint8_t> Rest() const { return Bytes().subspan(FPosition); }
+  [[nodiscard]] std::span<const std::uint8_t> Bytes() const { return FBytes; }
+  [[nodiscard]] std::size_t Size() const { return FBytes.size(); }
+  [[nodiscard]] std::size_t Position() const { return FPosition; }
+  void SetPosition(std::size_t position) { FPosition = position < FBytes.size() ? position : FBytes.size(); }
+  // Throws EStreamError, and moves nothing, when fewer bytes are left.
+  void Read(std::span<std::uint8_t> into);
+  // Room for `size` new bytes instead of the old content; the position is 0.
+  std::span<std::uint8_t> Replace(std::size_t size);
+
+ private:
+  std::vector<std::uint8_t> FBytes;
+  std::size_t FPosition = 0;
+};
+
+class TDataFile : private std::filebuf {
+ public:
+  // Opens a regular file; nothing is read yet. Throws EStreamError when it cannot be opened.
+  static TDataFile CreateLoad(const std::filesystem::path& sFileName) { return {sFileName, TLoad{}}; }
+  // Creates or truncates the file and writes the header block. Throws EStreamError.
+  static TDataFile CreateSave(const std::filesystem::path& sFileName) { return {sFileName, TSave{}}; }
+  // Finishes a file being written as Close does, but cannot report a failure.
+  ~TDataFile() override;
+  // Finishes the zlib stream of a file being written. Throws EStreamError when the file could not be written whole.
+  void Close();
+
+  // Reads the first block and says whether it is the header. Call once, right after CreateLoad.
+  // Throws EStreamError when the operating system fails to read.
+  [[nodiscard]] bool IsLoadOk();
+  // Reads the next block and rewinds it; true when it has at least one byte. The end of the file, a damaged tail and
+  // an empty block all give false. A block that breaks off gives the bytes that came.
+  [[nodiscard]] bool ReadBlock();
+
+  void NewBlock(std::uint16_t wsType);
+  // Writes the current block, if it is not empty, and clears it. A body over 65,535 bytes is the caller's mistake: it
+  // is written whole with a size that lies.
+  void WriteBlock();
+
+  // Write… append to the current block.
+  void WriteLongint(std::int32_t value) { WriteValue(value); }
+  void WriteSmallint(std::int16_t value) { WriteValue(value); }
+  void WriteWord(std::uint16_t value) { WriteValue(value); }
+  void WriteSingle(float value) { WriteValue(value); }
+  void WriteDouble(double value) { WriteValue(value); }
+  // Ten bytes: the double and two zeros that carry no meaning.
+  void WriteExtended(double value);
+  // At most 65,535 bytes are kept: the count is the length modulo 65,536, and only that many bytes follow.
+  void WriteString(std::string_view ansi);
+  void WriteBytes(std::span<const std::uint8_t> bytes) { BufStream.Write(bytes); }
+
+  // Read… take from the current block at its position and throw EStreamError past its end.
+  std::int32_t ReadLongint() { return ReadValue<std::int32_t>(); }
+  std::int16_t ReadSmallint() { return ReadValue<std::int16_t>(); }
+  std::uint16_t ReadWord() { return ReadValue<std::uint16_t>(); }
+  float ReadSingle() { return ReadValue<float>(); }
+  double ReadDouble() { return ReadValue<double>(); }
+  double ReadExtended();
+  // A string of no bytes reads as one blank.
+  AnsiString ReadString();
+
+  // Takes over the type and the whole body of another file's current block; the position is at its end.
+  void CopyBlock(const TDataFile& DataFile);
+  // Appends the block to a stream without compression: type and size as 32-bit numbers, then the body. A body whose
+  // size is a multiple of 65,536 counts as empty and appends nothing.
+  void storeBufStream(TMemoryStream& stream) const;
+  // The reverse, from the stream's position; false when too few bytes are left. With fewer than 8 the current block
+  // stays as it was. The block's position is at its end: call RewindBlock before reading.
+  [[nodiscard]] bool restoreBufStream(TMemoryStream& stream);
+  void RewindBlock() { BufStream.SetPosition(0); }
+
+  [[nodiscard]] std::uint16_t BlockType() const { return FBlockType; }
+  [[nodiscard]] std::size_t BlockSize() const { return BufStream.Size(); }
+  [[nodiscard]] std::size_t BlockPos() const { return BufStream.Position(); }
+  // The unread bytes of the current block, for readers of many small values.
+  [[nodiscard]] std::span<const std::uint8_t> BlockRest() const { return BufStream.Rest(); }
+
+  // How reading went so far.
+  [[nodiscard]] bool BlockCut() const { return FBlockCut; }  // the current block has fewer bytes than its size says
+  [[nodiscard]] bool Damaged() const { return FDamaged; }    // the stream or a block was cut or damaged
+  [[nodiscard]] std::uint16_t BlockSizeInFile() const { return FBlockSizeInFile; }
+  [[nodiscard]] std::uint64_t BytesRead() const { return FBytesRead; }  // inflated bytes taken from the stream
+
+ private:
+  struct TLoad {};
+  struct TSave {};
+  TDataFile(const std::filesystem::path& sFileName, TLoad);
+  TDataFile(const std::filesystem::path& sFileName, TSave);
+
+  static_assert(std::endian::native == std::endian::little, "values are copied as they stand in memory");
+  template <class T>
+  void WriteValue(T value) {
+    BufStream.Write({reinterpret_cast<const std::uint8_t*>(&value), sizeof value});
+  }
+  template <class T>
+  T ReadValue() {
+    std::array<std::uint8_t, sizeof(T)> bytes;
+    BufStream.Read(bytes);
+    return std::bit_cast<T>(bytes);
+  }
+  std::size_t ReadZip(std::span<std::uint8_t> into);
+
+  TMemoryStream BufStream;
+  std::unique_ptr<TInflateStream> FInflate;
+  std::unique_ptr<TDeflateStream> FDeflate;
+  std::uint16_t FBlockType = 0;
+  std::uint16_t FBlockSizeInFile = 0;
+  bool FBlockCut = false;
+  bool FDamaged = false;
+  std::uint64_t FBytesRead = 0;
+};

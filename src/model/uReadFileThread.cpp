@@ -1,0 +1,302 @@
+#include "model/uReadFileThread.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cstring>
+#include <exception>
+#include <new>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "base/uMessages.h"
+#include "model/uBlockTypes.h"
+#include "model/uEvents.h"
+#include "model/uExceptions1V0.h"
+#include "model/uOtherSensors.h"
+
+namespace {
+
+constexpr std::size_t kTimeSize = sizeof(double);
+constexpr std::size_t kReadingSize = sizeof(float);
+constexpr std::size_t kNoColumn = std::numeric_limits<std::size_t>::max();
+
+template <class T>
+T LoadAt(const std::uint8_t* bytes) {
+  T value;
+  std::memcpy(&value, bytes, sizeof value);
+  return value;
+}
+
+// The first steps of a read: whatever goes wrong in them means that the file cannot be opened.
+template <class TStep>
+auto OrCannotOpen(const TStep& step) {
+  try {
+    return step();
+  } catch (const std::exception& error) {
+    throw EKorvex(kCannotOpenDataFile, error.what());
+  }
+}
+
+bool IsMark(std::uint32_t reading) {
+  return reading >= kEndOfEvent;
+}
+bool IsAnyNaN(std::uint32_t reading) {
+  return (reading & 0x7FFFFFFFU) > 0x7F800000U;
+}
+
+// The state of one read: which column holds which channel, and each channel's current reading.
+class TBlockReader {
+ public:
+  TBlockReader(TDataFile& file, std::uint64_t hWindow, std::uint64_t memoryBound)
+      : FFile(file), FhWindow(hWindow), FMemoryBound(memoryBound) {
+    FColumnOf.fill(kNoColumn);
+    FCurrent.fill(kNoValue);
+  }
+
+  // Throws EStreamError when the block is too short for what it must hold.
+  void ReadCurrentBlock() {
+    switch (FFile.BlockType()) {
+      case kCreatorBlock:
+        ReadCreator();
+        break;
+      case kStartTimeBlock:
+        EventList.StartTime = FFile.ReadDouble() + kDaysTo2000;
+        break;
+      case kChannelListBlock:
+        ReadChannelList();
+        break;
+      case kDataBlock:
+        ReadData();
+        break;
+      case kMissionHeaderBlock:
+        ReadMissionData(MissionData, FFile);
+        break;
+      default:
+        break;
+    }
+  }
+
+ private:
+  struct TColumn {
+    std::size_t channel;
+    std::size_t offset;  // in a record
+  };
+  struct TRoute {
+    TSensor* sensor;
+    std::size_t channel;
+    bool dropsEveryNaN;
+  };
+
+  void ReadCreator() {
+    const AnsiString creator = FFile.ReadString();
+    if (std::ranges::find(kValidCreators, creator) != kValidCreators.end()) EventList.ValidCreator = true;
+  }
+
+  void ReadChannelList() {
+    FRoutesAreOld = true;
+    FColumnCount = 0;
+    while (FFile.BlockPos() + 1 < FFile.BlockSize()) {
+      const AnsiString name = FFile.ReadString();
+      const auto* known = std::ranges::find(kKnownChannels, name, &TKnownChannel::nameInFile);
+      if (known != kKnownChannels.end()) {
+        const auto channel = static_cast<std::size_t>(known - kKnownChannels.begin());
+        FColumnOf[channel] = FColumnCount;
+        if (channel < kAxisCount) {
+          bool* const flags[kAxisCount] = {&AxesPresent.x, &AxesPresent.y, &AxesPresent.z};
+          *flags[channel] = true;
+        } else {
+          SensorList.Add(std::string(known->sensorName));
+          UseMemory(sizeof(TSensor), SensorList.Count() * sizeof(TSensor));
+        }
+      }
+      ++FColumnCount;
+    }
+  }
+
+  void ReadData() {
+    // A count past 32 bits starts over; a message has no more room.
+    FProgress = static_cast<std::int32_t>(static_cast<std::uint32_t>(FProgress) + 1U);
+    PostToPort(FhWindow, {kReadFileMessage, kReadProgress, FProgress});
+    if (FFirstDataBlock) EventList.NewEvent();
+    FFirstDataBlock = false;
+    if (FRoutesAreOld) BuildRoutes();
+
+    const std::span<const std::uint8_t> body = FFile.BlockRest();
+    const std::size_t recordSize = kTimeSize + FColumnCount * kReadingSize;
+    // One byte at the end is no record.
+    for (std::size_t position = 0; position + 1 < body.size(); position += recordSize) {
+      const std::size_t rest = body.size() - position;
+      if (rest < kTimeSize) ThrowShortRecord();
+      const double days = LoadAt<double>(&body[position]);
+      if (!(days >= 0 && days <= kMaxRecordDays)) return;  // also NaN; the rest of the block is skipped
+      if (rest < recordSize) ThrowShortRecord();
+      ReadRecord(&body[position], days * 86400000.0);
+    }
+  }
+
+  // The known columns of the present list and where each sensor takes its readings from.
+  void BuildRoutes() {
+    FRoutesAreOld = false;
+    FColumns.clear();
+    for (std::size_t channel = 0; channel < FColumnOf.size(); ++channel) {
+      // A channel of an earlier list may lie beyond the present one: it keeps its last reading.
+      if (FColumnOf[channel] < FColumnCount) {
+        FColumns.push_back({channel, kTimeSize + FColumnOf[channel] * kReadingSize});
+      }
+    }
+    FRoutes.clear();
+    for (std::size_t i = 0; i < SensorList.Count(); ++i) {
+      TSensor& sensor = SensorList.GetItem(i);
+      const auto* known = std::ranges::find(kKnownChannels, sensor.Name, &TKnownChannel::sensorName);
+      if (known == kKnownChannels.end()) continue;
+      FRoutes.push_back({&sensor, static_cast<std::size_t>(known - kKnownChannels.begin()), known->dropsEveryNaN});
+    }
+  }
+
+  void ReadRecord(const std::uint8_t* record, double ms) {
+    for (const TColumn& column : FColumns) FCurrent[column.channel] = LoadAt<std::uint32_t>(record + column.offset);
+
+    const auto [x, y, z] = std::tie(FCurrent[0], FCurrent[1], FCurrent[2]);
+    if (x == kEndOfEvent || y == kEndOfEvent || z == kEndOfEvent) {
+      EventList.NewEvent();
+    } else if (x != kNoValue && y != kNoValue && z != kNoValue) {
+      const std::size_t before = EventList.Count();
+      EventList.AddValues(ms, std::bit_cast<float>(x), std::bit_cast<float>(y), std::bit_cast<float>(z));
+      const std::size_t opened = EventList.Count() - before;
+      UseMemory(sizeof(TEventValue) + opened * sizeof(TEvent),
+                EventList.GetItem(before + opened - 1).Count() * sizeof(TEventValue));
+    }
+
+    for (const TRoute& route : FRoutes) {
+      const std::uint32_t reading = FCurrent[route.channel];
+      if (IsMark(reading) || (route.dropsEveryNaN && IsAnyNaN(reading))) continue;
+      route.sensor->AddValues(ms, std::bit_cast<float>(reading));
+      UseMemory(sizeof(TSensorValue), route.sensor->Count() * sizeof(TSensorValue));
+    }
+  }
+
+  // Counts what was added, and to a list of which size: a list that grows is copied, so the largest counts twice.
+  void UseMemory(std::size_t bytes, std::size_t listBytes) {
+    FUsed += bytes;
+    FLargestList = std::max(FLargestList, listBytes);
+    if (FUsed + FLargestList > FMemoryBound) {
+      throw std::length_error(
+          fmt::format("The recording needs more memory than the {} MB that it may use on this machine. Reading stopped "
+                      "after {} data blocks.",
+                      FMemoryBound / 1000000, FProgress));
+    }
+  }
+
+  [[noreturn]] static void ThrowShortRecord() {
+    throw EStreamError("A data record breaks off at the end of its block.");
+  }
+
+  TDataFile& FFile;
+  std::uint64_t FhWindow;
+  std::uint64_t FMemoryBound;
+  std::int32_t FProgress = 0;
+  bool FFirstDataBlock = true;
+  bool FRoutesAreOld = true;
+  std::size_t FColumnCount = 0;
+  std::array<std::size_t, kKnownChannels.size()> FColumnOf{};
+  std::array<std::uint32_t, kKnownChannels.size()> FCurrent{};  // bit patterns, so that marks stay marks
+  std::vector<TColumn> FColumns;
+  std::vector<TRoute> FRoutes;
+  std::size_t FUsed = 0;         // bytes of the model
+  std::size_t FLargestList = 0;  // and of the largest list in it
+};
+
+}  // namespace
+
+bool ReadMissionData(TMissionData& Data, TDataFile& DataFile) {
+  const auto readText = [&DataFile] { return Windows1252ToUtf8(DataFile.ReadString()); };
+  Data.fileVersion = DataFile.ReadWord();
+  Data.version = DataFile.ReadWord();
+  Data.sKorvexType = readText();
+  Data.sKorvexVersion = readText();
+  Data.sID = readText();
+  Data.sTitle = readText();
+  Data.sOperator = readText();
+  Data.rec_starttime = DataFile.ReadDouble();
+  Data.rec_endtime = DataFile.ReadDouble();
+  Data.rec_ctrl = DataFile.ReadWord();
+  Data.options = DataFile.ReadWord();
+  Data.rec_startmode = DataFile.ReadWord();
+  Data.rec_stopmode = DataFile.ReadWord();
+  Data.rtc_starttime = DataFile.ReadDouble();
+  Data.rtc_stoptime = DataFile.ReadDouble();
+  Data.adxl_level_on = DataFile.ReadSingle();
+  Data.adxl_level_off = DataFile.ReadSingle();
+  Data.rec_fast_rate = DataFile.ReadDouble();
+  Data.buffer_pre_cnts = DataFile.ReadWord();
+  Data.buffer_post_cnts = DataFile.ReadWord();
+  Data.rec_std_mask = DataFile.ReadWord();
+  Data.tb_meas_rate = DataFile.ReadDouble();
+  Data.bValid = true;
+  return true;
+}
+
+TReadFileThread::TReadFileThread(std::uint64_t hWindow, std::filesystem::path InFile, std::uint64_t memoryBound)
+    : FhWindow(hWindow), FInFile(std::move(InFile)), FMemoryBound(memoryBound), FThread([this] { Execute(); }) {}
+
+TReadFileThread::~TReadFileThread() {
+  Terminate();
+  WaitFor();
+}
+
+void TReadFileThread::WaitFor() {
+  if (FThread.joinable()) FThread.join();
+}
+
+void TReadFileThread::Execute() {
+  TMessage last{kReadFileMessage, kReadFinished, 0};
+  const auto fail = [&last](std::int64_t code, std::string text) {
+    ReadErrorText = std::move(text);
+    last = {kReadFileMessage, kReadFailed, code};
+  };
+  try {
+    ReadDataFile();
+  } catch (const EKorvex& error) {
+    fail(error.iException, error.what());
+  } catch (const std::bad_alloc&) {
+    fail(0, "There is not enough memory for this recording.");
+  } catch (const std::exception& error) {
+    fail(0, error.what());
+  }
+  if (last.wParam == kReadFailed && last.lParam != kCannotOpenDataFile) FExtent.damaged = true;
+  try {
+    EventList.Trim();
+    SensorList.Trim();
+  } catch (const std::bad_alloc&) {  // NOLINT(bugprone-empty-catch): the lists keep their reserve, nothing is lost
+  }
+  PostToPort(FhWindow, last);
+}
+
+void TReadFileThread::ReadDataFile() {
+  MissionData.bValid = false;
+  EventList.ValidCreator = false;
+
+  TDataFile file = OrCannotOpen([this] { return TDataFile::CreateLoad(FInFile); });
+  // Whatever ends the read, what is known of the file by then is kept.
+  struct TKeepExtent {
+    const TDataFile& file;
+    TReadExtent& extent;
+    ~TKeepExtent() { extent = {file.Damaged(), file.BytesRead()}; }
+  } const keepExtent{file, FExtent};
+
+  if (!OrCannotOpen([&file] { return file.IsLoadOk(); })) return;
+  TBlockReader reader(file, FhWindow, FMemoryBound);
+  while (file.ReadBlock()) {
+    if (FTerminated) throw EKorvex(kReadCancelled);
+    try {
+      reader.ReadCurrentBlock();
+    } catch (const EStreamError&) {
+      // A block that the file's end cut short may break off anywhere; what it held whole stays.
+      if (!file.BlockCut()) throw;
+    }
+  }
+}

@@ -1,0 +1,64 @@
+// Reads a data file into the mission model on a thread of its own.
+//
+// The thread talks to its window only by posted messages, kReadFileMessage:
+//   wParam kReadProgress  lParam = data blocks begun        at the start of each data block
+//   wParam kReadFinished  lParam = 0                        the read ended, also when the file is no data file
+//   wParam kReadFailed    lParam = EKorvex code, or 0       the read failed; the text stands in ReadErrorText
+// Exactly one of the last two is posted, last. From the constructor until then nobody else may touch MissionData,
+// EventList, SensorList, AxesPresent and ReadErrorText; the caller clears them first, the reader appends.
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <filesystem>
+#include <limits>
+#include <thread>
+
+#include "model/uDataFile1V0.h"
+#include "model/uGlobalSharedVariables.h"
+
+inline constexpr std::uint32_t kReadFileMessage = 1025;
+inline constexpr std::uint64_t kReadFinished = 1;
+inline constexpr std::uint64_t kReadFailed = 2;
+inline constexpr std::uint64_t kReadProgress = 11;
+
+// How much of a file was read.
+struct TReadExtent {
+  bool damaged = false;             // the stream or a block was cut or damaged, or a block could not be understood
+  std::uint64_t inflatedBytes = 0;  // taken from the stream
+};
+
+class TReadFileThread {
+ public:
+  static constexpr std::uint64_t kNoMemoryBound = std::numeric_limits<std::uint64_t>::max();
+
+  // Starts at once. The read fails before the model, with what its lists need to grow, takes more than `memoryBound`
+  // bytes.
+  TReadFileThread(std::uint64_t hWindow, std::filesystem::path InFile, std::uint64_t memoryBound = kNoMemoryBound);
+  // Asks the thread to end and waits for it.
+  ~TReadFileThread();
+  TReadFileThread(const TReadFileThread&) = delete;
+  TReadFileThread& operator=(const TReadFileThread&) = delete;
+
+  // Asks the reader to stop at the next block; safe at any time.
+  void Terminate() { FTerminated = true; }
+  // Waits until the end message has been posted.
+  void WaitFor();
+  // Read it after the end message.
+  [[nodiscard]] const TReadExtent& Extent() const { return FExtent; }
+
+ private:
+  void Execute();
+  void ReadDataFile();
+
+  std::uint64_t FhWindow;
+  std::filesystem::path FInFile;
+  std::uint64_t FMemoryBound;
+  TReadExtent FExtent;
+  std::atomic<bool> FTerminated = false;
+  std::thread FThread;  // last: everything that it uses stands before it
+};
+
+// Reads the body of a mission-header block, field by field. Throws EStreamError when it breaks off; what was whole
+// stands in Data then, without bValid. Returns true.
+bool ReadMissionData(TMissionData& Data, TDataFile& DataFile);
