@@ -1,0 +1,190 @@
+#include "analysis/uDataset.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cmath>
+#include <utility>
+
+#include "base/uDateTime.h"
+#include "base/uText.h"
+
+namespace {
+
+struct TKeyedRow {
+  std::uint64_t key;
+  std::uint32_t row;
+};
+
+// A stable sort by bytes from the last to the first; a byte that is the same in every key needs no pass.
+void RadixSort(std::vector<TKeyedRow>& rows) {
+  constexpr std::size_t kBytes = sizeof(std::uint64_t);
+  const auto byteOf = [](std::uint64_t key, std::size_t byte) { return (key >> (8 * byte)) & 0xFFU; };
+  std::array<std::array<std::size_t, 256>, kBytes> counts{};
+  for (const TKeyedRow& row : rows) {
+    for (std::size_t byte = 0; byte < kBytes; ++byte) ++counts[byte][byteOf(row.key, byte)];
+  }
+  std::vector<TKeyedRow> sorted(rows.size());
+  for (std::size_t byte = 0; byte < kBytes; ++byte) {
+    if (counts[byte][byteOf(rows.front().key, byte)] == rows.size()) continue;
+    std::size_t begin = 0;
+    for (std::size_t& count : counts[byte]) begin += std::exchange(count, begin);
+    for (const TKeyedRow& row : rows) sorted[counts[byte][byteOf(row.key, byte)]++] = row;
+    rows.swap(sorted);
+  }
+}
+
+}  // namespace
+
+void TDataset::Clear() {
+  *this = TDataset();
+}
+
+std::size_t TDataset::AddField(std::string key, TFieldType type, std::string label) {
+  FFields.push_back({std::move(key), std::move(label), type, {}});
+  FColumns.emplace_back();
+  return FFields.size() - 1;
+}
+
+void TDataset::AddIndexPair(std::string_view indexKey, std::string_view fieldKey) {
+  const auto field = FindField(fieldKey);
+  if (!field) return;
+  FIndexes.push_back({std::string(indexKey) + "Desc", *field, true, {}});
+  FIndexes.push_back({std::string(indexKey) + "ASC", *field, false, {}});
+}
+
+void TDataset::Append() {
+  for (std::size_t field = 0; field < FFields.size(); ++field) {
+    TColumn& column = FColumns[field];
+    switch (FFields[field].Type) {
+      case TFieldType::Integer:
+        column.integers.push_back(0);
+        break;
+      case TFieldType::Single:
+        column.singles.push_back(0);
+        break;
+      case TFieldType::DateTime:
+        column.dateTimes.push_back(0);
+        break;
+      case TFieldType::Blob:
+        break;
+    }
+    column.isNull.push_back(true);
+  }
+  ++FRecordCount;
+  for (TIndex& index : FIndexes) index.rows.clear();
+}
+
+void TDataset::SetInteger(std::size_t field, std::int32_t value) {
+  FColumns[field].integers.back() = value;
+  FColumns[field].isNull.back() = false;
+}
+
+void TDataset::SetSingle(std::size_t field, float value) {
+  FColumns[field].singles.back() = value;
+  FColumns[field].isNull.back() = false;
+}
+
+void TDataset::SetDateTime(std::size_t field, double value) {
+  FColumns[field].dateTimes.back() = value;
+  FColumns[field].isNull.back() = false;
+}
+
+void TDataset::AppendCopy(const TDataset& from, std::size_t row) {
+  Append();
+  for (std::size_t field = 0; field < FFields.size(); ++field) {
+    if (from.IsNull(row, field)) continue;
+    switch (FFields[field].Type) {
+      case TFieldType::Integer:
+        SetInteger(field, from.Integer(row, field));
+        break;
+      case TFieldType::Single:
+        SetSingle(field, from.Single(row, field));
+        break;
+      case TFieldType::DateTime:
+        SetDateTime(field, from.DateTime(row, field));
+        break;
+      case TFieldType::Blob:
+        break;
+    }
+  }
+}
+
+std::optional<std::size_t> TDataset::FindField(std::string_view key) const {
+  const auto found = std::ranges::find(FFields, key, &TField::Key);
+  if (found == FFields.end()) return std::nullopt;
+  return static_cast<std::size_t>(found - FFields.begin());
+}
+
+std::string TDataset::DisplayText(std::size_t row, std::size_t field) const {
+  if (IsNull(row, field)) return {};
+  switch (FFields[field].Type) {
+    case TFieldType::Integer:
+      return std::to_string(Integer(row, field));
+    case TFieldType::Single:
+      return GeneralFloat(Single(row, field));
+    case TFieldType::DateTime:
+      return FormatDateTime(FFields[field].DisplayFormat, DateTime(row, field));
+    case TFieldType::Blob:
+      break;
+  }
+  return {};
+}
+
+const TDataset::TIndex* TDataset::FindIndex(std::string_view name) const {
+  const auto found = std::ranges::find(FIndexes, name, &TIndex::name);
+  return found == FIndexes.end() ? nullptr : &*found;
+}
+
+bool TDataset::SelectIndex(std::string_view name) {
+  const TIndex* index = FindIndex(name);
+  if (index == nullptr) return false;
+  FIndex = static_cast<std::size_t>(index - FIndexes.data());
+  FIndexName = index->name;
+  First();
+  return true;
+}
+
+std::size_t TDataset::RowAt(std::size_t position) const {
+  if (!FIndex) return position;
+  TIndex& index = FIndexes[*FIndex];
+  if (index.rows.empty()) index.rows = SortedRows(index);
+  return index.rows[position];
+}
+
+// Unsigned numbers in the order of the values.
+std::uint64_t TDataset::SortKey(std::size_t row, std::size_t field) const {
+  if (IsNull(row, field)) return 0;
+  double value = 0;
+  switch (FFields[field].Type) {
+    case TFieldType::Integer:
+      value = Integer(row, field);
+      break;
+    case TFieldType::Single:
+      value = Single(row, field);
+      break;
+    case TFieldType::DateTime:
+      value = DateTime(row, field);
+      break;
+    case TFieldType::Blob:
+      break;
+  }
+  if (std::isnan(value)) return 0;
+  constexpr std::uint64_t kSign = std::uint64_t{1} << 63;
+  const auto bits = std::bit_cast<std::uint64_t>(value + 0.0);  // both zeros are one value
+  return (bits & kSign) != 0 ? ~bits : bits | kSign;
+}
+
+std::vector<std::uint32_t> TDataset::SortedRows(const TIndex& index) const {
+  std::vector<TKeyedRow> keyed(FRecordCount);
+  bool sorted = true;
+  for (std::size_t row = 0; row < FRecordCount; ++row) {
+    const std::uint64_t key = SortKey(row, index.field);
+    keyed[row] = {index.descending ? ~key : key, static_cast<std::uint32_t>(row)};
+    sorted = sorted && (row == 0 || keyed[row - 1].key <= keyed[row].key);
+  }
+  if (!sorted) RadixSort(keyed);
+  std::vector<std::uint32_t> rows(FRecordCount);
+  std::ranges::transform(keyed, rows.begin(), &TKeyedRow::row);
+  return rows;
+}

@@ -1,0 +1,99 @@
+// An in-memory table with named indexes: what every grid, export and report reads. Rows are kept by column and only
+// appended; sorting selects an index, no row moves. A field has a fixed key and a label that people see.
+// Main thread only.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+enum class TFieldType {
+  Integer,
+  Single,
+  DateTime,
+  Blob,  // drawn when it is shown; the table keeps nothing and every value is null
+};
+
+struct TField {
+  std::string Key;
+  std::string Label;
+  TFieldType Type;
+  std::string DisplayFormat;  // the mask of a DateTime
+};
+
+class TDataset {
+ public:
+  // Takes away rows, fields and indexes.
+  void Clear();
+  // Returns the field's number. Fields are defined before the first row.
+  std::size_t AddField(std::string key, TFieldType type, std::string label);
+  std::size_t AddField(const std::string& key, TFieldType type) { return AddField(key, type, key); }
+  // Defines the indexes key + "Desc" and key + "ASC" on a field; does nothing when there is no such field.
+  void AddIndexPair(std::string_view indexKey, std::string_view fieldKey);
+
+  // Appends a row of nulls; the Set functions fill it.
+  void Append();
+  void SetInteger(std::size_t field, std::int32_t value);
+  void SetSingle(std::size_t field, float value);
+  void SetDateTime(std::size_t field, double value);
+  // Appends row `row` of a table with the same fields.
+  void AppendCopy(const TDataset& from, std::size_t row);
+
+  [[nodiscard]] std::span<const TField> Fields() const { return FFields; }
+  [[nodiscard]] std::optional<std::size_t> FindField(std::string_view key) const;
+  void SetDisplayFormat(std::size_t field, std::string mask) { FFields[field].DisplayFormat = std::move(mask); }
+
+  [[nodiscard]] std::size_t RecordCount() const { return FRecordCount; }
+  // Values by row, in the order in which rows were appended. The type must be the field's own.
+  [[nodiscard]] bool IsNull(std::size_t row, std::size_t field) const { return FColumns[field].isNull[row]; }
+  [[nodiscard]] std::int32_t Integer(std::size_t row, std::size_t field) const { return FColumns[field].integers[row]; }
+  [[nodiscard]] float Single(std::size_t row, std::size_t field) const { return FColumns[field].singles[row]; }
+  [[nodiscard]] double DateTime(std::size_t row, std::size_t field) const { return FColumns[field].dateTimes[row]; }
+  // The value as text: integers in decimal, singles in general form, date-times in the field's mask, null empty.
+  [[nodiscard]] std::string DisplayText(std::size_t row, std::size_t field) const;
+
+  // Selects an index and moves to its first row; false, and nothing changes, when there is none of that name.
+  bool SelectIndex(std::string_view name);
+  // Empty while rows stand in the order in which they were appended.
+  [[nodiscard]] const std::string& IndexName() const { return FIndexName; }
+  [[nodiscard]] bool HasIndex(std::string_view name) const { return FindIndex(name) != nullptr; }
+  // The row at a position of the selected index. The index is built when it is first used: equal values keep the rows'
+  // order in both directions, null and NaN stand below every number.
+  [[nodiscard]] std::size_t RowAt(std::size_t position) const;
+
+  // Walks the rows in the order of the selected index.
+  void First() { FPosition = 0; }
+  void Next() { ++FPosition; }
+  [[nodiscard]] bool Eof() const { return FPosition >= FRecordCount; }
+  [[nodiscard]] std::size_t CurrentRow() const { return RowAt(FPosition); }
+
+ private:
+  struct TColumn {  // of the three lists of values the one of the field's type is in use
+    std::vector<std::int32_t> integers;
+    std::vector<float> singles;
+    std::vector<double> dateTimes;
+    std::vector<bool> isNull;
+  };
+  struct TIndex {
+    std::string name;
+    std::size_t field;
+    bool descending;
+    std::vector<std::uint32_t> rows;  // empty until first used
+  };
+
+  [[nodiscard]] const TIndex* FindIndex(std::string_view name) const;
+  [[nodiscard]] std::uint64_t SortKey(std::size_t row, std::size_t field) const;
+  [[nodiscard]] std::vector<std::uint32_t> SortedRows(const TIndex& index) const;
+
+  std::vector<TField> FFields;
+  std::vector<TColumn> FColumns;
+  std::size_t FRecordCount = 0;
+  mutable std::vector<TIndex> FIndexes;  // an index is built when it is first asked for a row
+  std::string FIndexName;
+  std::optional<std::size_t> FIndex;
+  std::size_t FPosition = 0;
+};

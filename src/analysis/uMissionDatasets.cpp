@@ -1,0 +1,351 @@
+#include "analysis/uMissionDatasets.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "analysis/uDewPoint.h"
+#include "analysis/uSensorLookup.h"
+#include "analysis/uShockMetrics.h"
+#include "base/uDateTime.h"
+#include "base/uText.h"
+
+namespace {
+
+// A field and the sensor whose readings it holds; the dew point has none.
+struct TSensorField {
+  std::string_view field;
+  std::string_view sensor;
+};
+
+constexpr std::string_view kDewPoint = "Dew Point";
+constexpr std::string_view kTemperature = "Temperature";
+constexpr std::string_view kHumidity = "RH";
+constexpr std::array<std::string_view, 4> kAnalogInputs = {"A1", "A2", "A3", "A4"};
+
+constexpr TSensorField kEventFields[] = {{"Temp.", kTemperature},
+                                         {"Temp. P", "Temperature p"},
+                                         {"Temp. RH", "Temperature RH"},
+                                         {"Humidity", kHumidity},
+                                         {kDewPoint, {}},
+                                         {"Light", "L"},
+                                         {"Pressure", "Pressure"},
+                                         {"Battery", "Battery"},
+                                         {"A1", "A1"},
+                                         {"A2", "A2"},
+                                         {"A3", "A3"},
+                                         {"A4", "A4"}};
+
+constexpr TSensorField kSensorsFields[] = {{"Temp.", kTemperature},
+                                           {"Temp. P", "Temperature p"},
+                                           {"Temp. RH", "Temperature RH"},
+                                           {"Humidity", kHumidity},
+                                           {kDewPoint, {}},
+                                           {"Pressure", "Pressure"},
+                                           {"Light", "L"},
+                                           {"A1", "A1"},
+                                           {"A2", "A2"},
+                                           {"A3", "A3"},
+                                           {"A4", "A4"}};
+
+constexpr std::string_view kMetricFields[] = {"Acceleration max", "ToT total", "ToT max", "IoT total", "IoT max"};
+
+// A field of the shock cards and the field of the event table that holds the same.
+struct TCardField {
+  std::string_view card;
+  std::string_view event;
+};
+constexpr TCardField kCardFields[] = {{"Temperature", "Temp."},
+                                      {"Temperature (Pressure)", "Temp. P"},
+                                      {"Temperature (Humidity)", "Temp. RH"},
+                                      {"Humidity", "Humidity"},
+                                      {kDewPoint, kDewPoint},
+                                      {"Light", "Light"},
+                                      {"Pressure", "Pressure"},
+                                      {"Battery", "Battery"}};
+
+// Keys of the indexes and the fields that they sort.
+struct TIndexKey {
+  std::string_view key;
+  std::string_view field;
+};
+constexpr TIndexKey kEventIndexes[] = {{"MaxAcc", "Acceleration max"}, {"DBC", "ToT total"}, {"Int", "IoT total"},
+                                       {"DBCSM", "ToT max"},           {"IntSM", "IoT max"}, {"ID", "ID"},
+                                       {"Timestamp", "Timestamp"}};
+constexpr TIndexKey kSensorIndexes[] = {{"Temp.", "Temp."},
+                                        {"Temp. P", "Temp. P"},
+                                        {"Temp. RH", "Temp. RH"},
+                                        {"Light", "Light"},
+                                        {"Pressure", "Pressure"},
+                                        {"Humidity", "Humidity"},
+                                        {"DewPoint", kDewPoint},
+                                        {"A1", "A1"},
+                                        {"A2", "A2"},
+                                        {"A3", "A3"},
+                                        {"A4", "A4"}};
+
+bool IsPresent(const TSensorList& sensors, std::string_view name) {
+  return std::ranges::find(sensors.Sensors(), name, &TSensor::Name) != sensors.Sensors().end();
+}
+
+std::string LabelOf(std::string_view field, const TDatasetOptions& options) {
+  const auto* input = std::ranges::find(kAnalogInputs, field);
+  if (input == kAnalogInputs.end()) return std::string(field);
+  const std::string& name = options.analogNames[static_cast<std::size_t>(input - kAnalogInputs.begin())];
+  return name.empty() ? std::string(field) : name;
+}
+
+// Fields for the sensors that are present; the dew point needs temperature and humidity.
+void DefineSensorFields(std::span<const TSensorField> fields, const TSensorList& sensors,
+                        const TDatasetOptions& options, TDataset& table) {
+  for (const auto& [field, sensor] : fields) {
+    const bool present = field == kDewPoint ? IsPresent(sensors, kTemperature) && IsPresent(sensors, kHumidity)
+                                            : IsPresent(sensors, sensor);
+    if (present) table.AddField(std::string(field), TFieldType::Single, LabelOf(field, options));
+  }
+}
+
+void DefineIndexes(std::span<const TIndexKey> keys, TDataset& table) {
+  for (const auto& [key, field] : keys) table.AddIndexPair(key, field);
+}
+
+// Sensors to look at, by the fields of a table.
+struct TSource {
+  std::size_t field;
+  std::size_t sensor;
+};
+
+struct TSources {
+  std::vector<TSource> columns;
+  std::optional<std::size_t> dewPoint, temperature, humidity;  // the field, and the two sensors that it is made of
+};
+
+// `choose` gives the sensor of a name, or nothing.
+template <class TChoose>
+TSources FindSources(std::span<const TSensorField> fields, const TDataset& table, const TChoose& choose) {
+  TSources sources;
+  for (const auto& [key, sensorName] : fields) {
+    const auto field = table.FindField(key);
+    if (!field) continue;
+    if (key == kDewPoint) {
+      sources.dewPoint = field;
+    } else if (const auto sensor = choose(sensorName)) {
+      sources.columns.push_back({*field, *sensor});
+    }
+  }
+  sources.temperature = choose(kTemperature);
+  sources.humidity = choose(kHumidity);
+  return sources;
+}
+
+// Stores the readings of one row; `read` gives a sensor's reading, or nothing.
+template <class TRead>
+void SetSensorFields(const TSources& sources, const TRead& read, TDataset& table) {
+  for (const TSource& source : sources.columns) {
+    if (const std::optional<float> value = read(source.sensor)) table.SetSingle(source.field, *value);
+  }
+  if (!sources.dewPoint || !sources.temperature || !sources.humidity) return;
+  const std::optional<float> temperature = read(*sources.temperature);
+  const std::optional<float> humidity = read(*sources.humidity);
+  if (!temperature || !humidity) return;
+  const float dewPoint = RoundedDewPoint(*temperature, *humidity);
+  if (!std::isnan(dewPoint)) table.SetSingle(*sources.dewPoint, dewPoint);
+}
+
+// Every hundred rows the text moves on and the window lives.
+void ReportRow(std::string_view what, std::size_t row, std::size_t count, IProgress& progress) {
+  if (row % 100 != 0) return;
+  progress.SetStatus(fmt::format("Loading {} ({} of {})", what, row + 1, count));
+  progress.ProcessMessages();
+}
+
+void FillEvents(const TMissionData& mission, const TEventList& events, const TSensorList& sensors,
+                const TDatasetOptions& options, IProgress& progress, TMissionDatasets& datasets) {
+  progress.SetStatus("Populating Shock Event Dataset...");
+  progress.SetPosition(2.0);
+  TDataset& table = datasets.Events;
+  table.Clear();
+  const std::size_t id = table.AddField("ID", TFieldType::Integer);
+  const std::size_t timestamp = table.AddField("Timestamp", TFieldType::DateTime);
+  std::array<std::size_t, std::size(kMetricFields)> metrics{};
+  std::ranges::transform(kMetricFields, metrics.begin(), [&table](std::string_view field) {
+    return table.AddField(std::string(field), TFieldType::Single);
+  });
+  DefineSensorFields(kEventFields, sensors, options, table);
+
+  // Of two sensors of one name the last that has readings counts.
+  const TSources sources = FindSources(kEventFields, table, [&sensors](std::string_view name) {
+    std::optional<std::size_t> last;
+    for (std::size_t i = 0; i < sensors.Count(); ++i) {
+      if (sensors.GetItem(i).Name == name && sensors.GetItem(i).Count() > 0) last = i;
+    }
+    return last;
+  });
+  const TSensorLookup lookup(sensors, events.StartTime);
+  const TThresholds levels = ThresholdsOf(mission);
+
+  datasets.MostIntenseEvent = 0;
+  datasets.LargestIntensity = 0;
+  double intensitySum = 0;
+  for (std::size_t i = 0; i < events.Count(); ++i) {
+    const TEvent& event = events.GetItem(i);
+    const double time = DateTimeOf(events.StartTime, event.GetStartTime());
+    double totMax = 0;
+    double iotMax = 0;
+    const double totTotal = CalcTimeOverThreshold(events, i, levels, totMax);
+    const double iotTotal = CalcIntegralOverThreshold(events, i, levels, iotMax);
+
+    table.Append();
+    table.SetInteger(id, static_cast<std::int32_t>(i));
+    table.SetDateTime(timestamp, time);
+    table.SetSingle(metrics[0], event.Max);
+    table.SetSingle(metrics[1], static_cast<float>(totTotal));
+    table.SetSingle(metrics[2], static_cast<float>(totMax));
+    table.SetSingle(metrics[3], static_cast<float>(iotTotal));
+    table.SetSingle(metrics[4], static_cast<float>(iotMax));
+    intensitySum += iotTotal;
+    if (iotTotal > datasets.LargestIntensity) {
+      datasets.LargestIntensity = iotTotal;
+      datasets.MostIntenseEvent = i;
+    }
+    SetSensorFields(
+        sources, [&](std::size_t sensor) { return std::optional(lookup.SensorValueAt(sensor, time)); }, table);
+    ReportRow("Shock Events", i, events.Count(), progress);
+  }
+  datasets.TotalIntensityLabels.fill(MaskFloat("0.##", intensitySum));
+  DefineIndexes(kEventIndexes, table);
+  DefineIndexes(kSensorIndexes, table);
+  table.AddIndexPair("Battery", "Battery");
+}
+
+// The cards show what the event table holds; only the set of fields and their names differ.
+void FillCards(IProgress& progress, TMissionDatasets& datasets) {
+  progress.SetStatus("Populating the Shock Cards Dataset...");
+  const TDataset& events = datasets.Events;
+  TDataset& table = datasets.Cards;
+  table.Clear();
+  struct TCopy {
+    std::size_t to, from;
+  };
+  std::vector<TCopy> singles;
+  const auto addSingle = [&](std::string_view card, std::string_view event) {
+    const std::size_t to = table.AddField(std::string(card), TFieldType::Single);
+    if (const auto from = events.FindField(event)) singles.push_back({to, *from});
+  };
+  const std::size_t id = table.AddField("ID", TFieldType::Integer);
+  const std::size_t time = table.AddField("Date and Time", TFieldType::DateTime);
+  for (const std::string_view metric : kMetricFields) addSingle(metric, metric);
+  table.AddField("Chart", TFieldType::Blob);
+  for (const auto& [card, event] : kCardFields) addSingle(card, event);
+
+  const std::size_t fromId = *events.FindField("ID");
+  const std::size_t fromTime = *events.FindField("Timestamp");
+  for (std::size_t row = 0; row < events.RecordCount(); ++row) {
+    table.Append();
+    table.SetInteger(id, events.Integer(row, fromId));
+    table.SetDateTime(time, events.DateTime(row, fromTime));
+    for (const TCopy& copy : singles) {
+      if (!events.IsNull(row, copy.from)) table.SetSingle(copy.to, events.Single(row, copy.from));
+    }
+    ReportRow("Shock Cards", row, events.RecordCount(), progress);
+  }
+}
+
+void FillSensors(const TEventList& events, const TSensorList& sensors, const TDatasetOptions& options,
+                 IProgress& progress, TDataset& table) {
+  progress.SetStatus("Populating Sensors Dataset...");
+  table.Clear();
+  const std::size_t id = table.AddField("ID", TFieldType::Integer);
+  const std::size_t timestamp = table.AddField("Timestamp", TFieldType::DateTime);
+  DefineSensorFields(kSensorsFields, sensors, options, table);
+
+  // Of two sensors of one name the first counts.
+  const TSources sources = FindSources(kSensorsFields, table, [&](std::string_view name) -> std::optional<std::size_t> {
+    const auto found = std::ranges::find(sensors.Sensors(), name, &TSensor::Name);
+    if (found == sensors.Sensors().end()) return std::nullopt;
+    return static_cast<std::size_t>(found - sensors.Sensors().begin());
+  });
+  const auto driving = std::ranges::find_if(sensors.Sensors(), [](const TSensor& sensor) {
+    return sensor.Name != "Battery" && sensor.Name != "Marker" && sensor.Name != "Pressure";
+  });
+  const std::size_t rows = driving == sensors.Sensors().end() ? 0 : driving->Count();
+  for (std::size_t j = 0; j < rows; ++j) {
+    table.Append();
+    table.SetInteger(id, static_cast<std::int32_t>(j));
+    table.SetDateTime(timestamp, DateTimeOf(events.StartTime, driving->GetItem(j).time));
+    // Kept on purpose: readings stand in a row by their position, not by their time.
+    const auto readingAt = [&](std::size_t sensor) -> std::optional<float> {
+      const auto values = sensors.GetItem(sensor).Values();
+      if (j >= values.size()) return std::nullopt;
+      return values[j].xvalue;
+    };
+    SetSensorFields(sources, readingAt, table);
+    ReportRow("Sensors data", j, rows, progress);
+  }
+  table.AddIndexPair("Timestamp", "Timestamp");
+  DefineIndexes(kSensorIndexes, table);
+  table.SelectIndex("TimestampASC");
+}
+
+void FillBattery(const TEventList& events, const TSensorList& sensors, IProgress& progress, TDataset& table) {
+  progress.SetStatus("Populating the Battery Dataset...");
+  table.Clear();
+  const auto battery = std::ranges::find(sensors.Sensors(), "Battery", &TSensor::Name);
+  if (battery == sensors.Sensors().end()) return;
+  const std::size_t id = table.AddField("ID", TFieldType::Integer);
+  const std::size_t timestamp = table.AddField("Timestamp", TFieldType::DateTime);
+  const std::size_t value = table.AddField("Battery", TFieldType::Single);
+  for (std::size_t j = 0; j < battery->Count(); ++j) {
+    table.Append();
+    table.SetInteger(id, static_cast<std::int32_t>(j));
+    table.SetDateTime(timestamp, DateTimeOf(events.StartTime, battery->GetItem(j).time));
+    table.SetSingle(value, battery->GetItem(j).xvalue);
+    ReportRow("Battery data", j, battery->Count(), progress);
+  }
+  table.AddIndexPair("Timestamp", "Timestamp");
+  table.AddIndexPair("Battery", "Battery");
+  table.SelectIndex("TimestampASC");
+}
+
+}  // namespace
+
+void LoadKorvexFileData(const TMissionData& mission, const TEventList& events, const TSensorList& sensors,
+                        const TDatasetOptions& options, IProgress& progress, TMissionDatasets& datasets) {
+  FillEvents(mission, events, sensors, options, progress, datasets);
+  progress.SetPosition(3.0);
+  const auto orderBy = static_cast<std::size_t>(options.orderBy);
+  FillMostImportantEvents(orderBy < kOrderByIndexes.size() ? kOrderByIndexes[orderBy] : std::string_view{}, datasets);
+  progress.SetPosition(4.0);
+  FillCards(progress, datasets);
+  progress.SetPosition(5.0);
+  FillSensors(events, sensors, options, progress, datasets.Sensors);
+  FillBattery(events, sensors, progress, datasets.Battery);
+  ApplyDateFormat(datasets);
+}
+
+void FillMostImportantEvents(std::string_view index, TMissionDatasets& datasets) {
+  TDataset& events = datasets.Events;
+  TDataset& table = datasets.Important;
+  table.Clear();
+  for (const TField& field : events.Fields()) table.AddField(field.Key, field.Type, field.Label);
+  events.SelectIndex(index);
+  for (events.First(); !events.Eof() && table.RecordCount() < kMostImportantCount; events.Next()) {
+    table.AppendCopy(events, events.CurrentRow());
+  }
+  events.SelectIndex("TimestampASC");
+  ApplyDateFormat(datasets);
+}
+
+void ApplyDateFormat(TMissionDatasets& datasets) {
+  const auto apply = [](TDataset& table, std::string_view field, const std::string& mask) {
+    if (const auto found = table.FindField(field)) table.SetDisplayFormat(*found, mask);
+  };
+  for (TDataset* table : {&datasets.Events, &datasets.Important, &datasets.Sensors, &datasets.Battery}) {
+    apply(*table, "Timestamp", DateTimeMask());
+  }
+  apply(datasets.Cards, "Date and Time", DateTimeMask() + ".z");
+}

@@ -1,0 +1,51 @@
+// The five tables of a loaded mission: shock events, most important events, shock cards, sensors, battery.
+// Main thread only.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "analysis/uDataset.h"
+#include "base/uProgress.h"
+#include "model/uEvents.h"
+#include "model/uGlobalSharedVariables.h"
+#include "model/uOtherSensors.h"
+
+// What the user may choose about the tables.
+struct TDatasetOptions {
+  // "Order By", an entry of kOrderByIndexes; any other number leaves the events in the order of time.
+  int orderBy = 0;
+  // Labels of the analog inputs; an empty one falls back to the channel's own name.
+  std::array<std::string, 4> analogNames = {"A1", "A2", "A3", "A4"};
+};
+
+// The index of the event table that ranks the most important events, by the entry of "Order By".
+inline constexpr std::array<std::string_view, 5> kOrderByIndexes = {"IntSMDesc", "IntDesc", "DBCSMDesc", "DBCDesc",
+                                                                    "MaxAccDesc"};
+inline constexpr std::size_t kMostImportantCount = 10;
+
+struct TMissionDatasets {
+  TDataset Events;     // a row an event; fields "ID", "Timestamp", five metrics, then the sensors that are present
+  TDataset Important;  // the same fields, at most kMostImportantCount rows
+  TDataset Cards;      // a row an event; every sensor field is always there
+  TDataset Sensors;    // a row a reading of the first sensor that is none of battery, marker, pressure
+  TDataset Battery;    // a row a reading; no fields when there is no battery channel
+
+  std::size_t MostIntenseEvent = 0;  // index of the first event with the largest IoT total
+  double LargestIntensity = 0;       // its IoT total, g·ms
+  // The captions of the two labels that show the mission's total intensity: the sum of the IoT totals in "0.##".
+  std::array<std::string, 2> TotalIntensityLabels;
+};
+
+// Fills all five tables from the model, in the order in which they stand above, with progress 2 … 5.
+void LoadKorvexFileData(const TMissionData& mission, const TEventList& events, const TSensorList& sensors,
+                        const TDatasetOptions& options, IProgress& progress, TMissionDatasets& datasets);
+
+// Fills the most important events anew by an index of the event table, which goes back to "TimestampASC" afterwards.
+// A name that is no index leaves the event table's present order.
+void FillMostImportantEvents(std::string_view index, TMissionDatasets& datasets);
+
+// Gives every date-time field its mask from the short date format.
+void ApplyDateFormat(TMissionDatasets& datasets);

@@ -1,0 +1,59 @@
+#include "analysis/uMissionSummary.h"
+
+#include <cmath>
+
+#include "analysis/uShockMetrics.h"
+#include "base/uDateTime.h"
+
+namespace {
+
+TSensorSummary SummarizeSensor(const TSensor& sensor) {
+  TSensorSummary summary{sensor.Name, sensor.Count(), 0, 0};
+  bool first = true;
+  for (const TSensorValue& value : sensor.Values()) {
+    if (std::isnan(value.xvalue)) continue;
+    if (first || value.xvalue < summary.minimum) summary.minimum = value.xvalue;
+    if (first || value.xvalue > summary.maximum) summary.maximum = value.xvalue;
+    first = false;
+  }
+  return summary;
+}
+
+// Times need not be in order, so each counts.
+template <class TValue>
+void Widen(std::span<const TValue> values, std::optional<double>& first, std::optional<double>& last) {
+  for (const TValue& value : values) {
+    if (!first || value.time < *first) first = value.time;
+    if (!last || value.time > *last) last = value.time;
+  }
+}
+
+}  // namespace
+
+TMissionSummary SummarizeMission(const TMissionData& mission, const TEventList& events, const TSensorList& sensors) {
+  TMissionSummary summary;
+  summary.events = events.Count();
+  const TThresholds levels = ThresholdsOf(mission);
+  double largestIntensity = 0;
+  for (std::size_t i = 0; i < events.Count(); ++i) {
+    const TEvent& event = events.GetItem(i);
+    summary.samples += event.Count();
+    if (!summary.peakEvent || event.Max > events.GetItem(*summary.peakEvent).Max) summary.peakEvent = i;
+    double ignored = 0;
+    summary.totTotal += CalcTimeOverThreshold(events, i, levels, ignored);
+    const double intensity = CalcIntegralOverThreshold(events, i, levels, ignored);
+    summary.iotTotal += intensity;
+    if (intensity > largestIntensity) {
+      largestIntensity = intensity;
+      summary.mostIntense = i;
+    }
+    Widen(event.Values(), summary.firstTime, summary.lastTime);
+  }
+  for (const TSensor& sensor : sensors.Sensors()) {
+    summary.sensors.push_back(SummarizeSensor(sensor));
+    Widen(sensor.Values(), summary.firstTime, summary.lastTime);
+  }
+  if (summary.firstTime) summary.firstTime = DateTimeOf(events.StartTime, *summary.firstTime);
+  if (summary.lastTime) summary.lastTime = DateTimeOf(events.StartTime, *summary.lastTime);
+  return summary;
+}

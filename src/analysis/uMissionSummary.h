@@ -1,0 +1,32 @@
+// The figures that sum up a mission in a few lines. Pure functions of the model.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "model/uEvents.h"
+#include "model/uGlobalSharedVariables.h"
+#include "model/uOtherSensors.h"
+
+struct TSensorSummary {
+  std::string name;
+  std::size_t count = 0;
+  float minimum = 0, maximum = 0;  // over the readings that are numbers; 0 when there is none
+};
+
+struct TMissionSummary {
+  std::size_t events = 0;
+  std::size_t samples = 0;                 // of all events
+  std::optional<std::size_t> peakEvent;    // the first event with the largest Max
+  double totTotal = 0;                     // ms, sum over the events
+  double iotTotal = 0;                     // g·ms, sum over the events
+  std::optional<std::size_t> mostIntense;  // the first event with the largest IoT total, if any is above 0
+  // The earliest and latest time of a sample or reading, date-times; nothing when there is none.
+  std::optional<double> firstTime, lastTime;
+  std::vector<TSensorSummary> sensors;  // in the order of the list
+};
+
+TMissionSummary SummarizeMission(const TMissionData& mission, const TEventList& events, const TSensorList& sensors);

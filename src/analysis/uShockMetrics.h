@@ -1,0 +1,28 @@
+// The metrics of one shock event: time over threshold (ToT) and integral over threshold (IoT).
+#pragma once
+
+#include <cstddef>
+
+#include "model/uEvents.h"
+#include "model/uGlobalSharedVariables.h"
+
+// Levels of the vector magnitude in g.
+struct TThresholds {
+  double totOn;   // a ToT interval begins at or above
+  double totOff;  // and ends below
+  double iot;     // what IoT integrates above
+};
+
+// The levels of the mission header. Kept on purpose: without one ToT uses 6 g and IoT 1 g.
+TThresholds ThresholdsOf(const TMissionData& mission);
+
+// sqrt(x² + y² + z²) in double, g.
+double Magnitude(const TEventValue& value);
+
+// Total time above the levels in ms; Max is the longest single interval. An interval that is open at the last sample
+// ends there. An event without samples gives 0 and 0. Throws std::out_of_range for an index past the list.
+double CalcTimeOverThreshold(const TEventList& events, std::size_t index, const TThresholds& levels, double& Max);
+
+// Trapezoidal integral of the magnitude above the level in g·ms, over pairs of neighbours that both lie above it; Max
+// is the largest closed run of such pairs. An event with fewer than two samples gives 0 and 0.
+double CalcIntegralOverThreshold(const TEventList& events, std::size_t index, const TThresholds& levels, double& Max);
