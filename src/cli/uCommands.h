@@ -1,0 +1,36 @@
+// The commands of kshock. Each reads or writes one file, says on the console what is wrong, and returns its status.
+// Files are given as UTF-8.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "cli/uConsole.h"
+
+// Mission details and summary, for people.
+TStatus InfoCommand(const std::string& file, const TConsole& console);
+
+// Everything as one JSON object; `rows` limits the rows of each table.
+TStatus DumpCommand(const std::string& file, std::optional<std::size_t> rows, const TConsole& console);
+
+// One line per block, and where a damaged stream ends.
+TStatus BlocksCommand(const std::string& file, const TConsole& console);
+
+// One table in the CSV line format, by a named index or, when it is empty, as it stands after loading. The index of
+// the most important events is the one that ranks them.
+TStatus TableCommand(const std::string& file, const std::string& table, const std::string& index,
+                     const TConsole& console);
+
+// Writes a recording from a description in JSON and its records in CSV.
+TStatus MakeCommand(const std::string& source, const std::string& out, const TConsole& console);
+
+struct TDemoSize {
+  std::uint32_t events = 300;
+  std::uint32_t samples = 0;       // in each event; 0: as many as 0.1 … 0.6 s take
+  std::uint32_t readings = 14400;  // of each slow sensor
+  std::uint64_t seed = 1;
+};
+
+// Writes a synthetic but plausible mission of ten days.
+TStatus DemoCommand(const std::string& out, const TDemoSize& size, const TConsole& console);

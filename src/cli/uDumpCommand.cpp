@@ -1,0 +1,182 @@
+#include <algorithm>
+#include <limits>
+
+#include "analysis/uMissionDatasets.h"
+#include "analysis/uShockMetrics.h"
+#include "cli/uCommands.h"
+#include "cli/uJsonWriter.h"
+#include "cli/uRecording.h"
+#include "model/uMissionText.h"
+
+namespace {
+
+void WriteMission(const TMissionData& mission, TJsonWriter& json) {
+  json.Begin('{');
+  json.Member("bValid", mission.bValid);
+  json.Member("fileVersion", mission.fileVersion);
+  json.Member("version", mission.version);
+  json.Member("sKorvexType", mission.sKorvexType);
+  json.Member("sKorvexVersion", mission.sKorvexVersion);
+  json.Member("sID", mission.sID);
+  json.Member("sTitle", mission.sTitle);
+  json.Member("sOperator", mission.sOperator);
+  json.Member("rec_starttime", mission.rec_starttime);
+  json.Member("rec_endtime", mission.rec_endtime);
+  json.Member("rec_ctrl", mission.rec_ctrl);
+  json.Member("options", mission.options);
+  json.Member("rec_startmode", mission.rec_startmode);
+  json.Member("rec_stopmode", mission.rec_stopmode);
+  json.Member("rtc_starttime", mission.rtc_starttime);
+  json.Member("rtc_stoptime", mission.rtc_stoptime);
+  json.Member("adxl_level_on", mission.adxl_level_on);
+  json.Member("adxl_level_off", mission.adxl_level_off);
+  json.Member("rec_fast_rate", mission.rec_fast_rate);
+  json.Member("buffer_pre_cnts", mission.buffer_pre_cnts);
+  json.Member("buffer_post_cnts", mission.buffer_post_cnts);
+  json.Member("rec_std_mask", mission.rec_std_mask);
+  json.Member("tb_meas_rate", mission.tb_meas_rate);
+  json.End('}');
+}
+
+void WriteEvents(const TMissionData& mission, const TEventList& events, TJsonWriter& json) {
+  const TThresholds levels = ThresholdsOf(mission);
+  json.Begin('[');
+  for (std::size_t i = 0; i < events.Count(); ++i) {
+    const TEvent& event = events.GetItem(i);
+    double totMax = 0;
+    double iotMax = 0;
+    const double totTotal = CalcTimeOverThreshold(events, i, levels, totMax);
+    const double iotTotal = CalcIntegralOverThreshold(events, i, levels, iotMax);
+    json.Begin('{');
+    json.Member("ID", event.ID);
+    json.Member("samples", event.Count());
+    json.Member("startTime", event.GetStartTime());
+    json.Member("Max", event.Max);
+    json.Member("MaxSingle", event.MaxSingle);
+    json.Member("MaxAxis", event.MaxAxis);
+    json.Member("totTotal", totTotal);
+    json.Member("totMax", totMax);
+    json.Member("iotTotal", iotTotal);
+    json.Member("iotMax", iotMax);
+    json.End('}');
+  }
+  json.End(']');
+}
+
+void WriteSensors(const TSensorList& sensors, TJsonWriter& json) {
+  json.Begin('[');
+  for (const TSensor& sensor : sensors.Sensors()) {
+    constexpr float kMissing = std::numeric_limits<float>::quiet_NaN();
+    const auto values = sensor.Values();
+    json.Begin('{');
+    json.Member("ID", sensor.ID);
+    json.Member("Name", sensor.Name);
+    json.Member("samples", sensor.Count());
+    json.Member("startTime", sensor.GetStartTime());
+    json.Member("first", values.empty() ? kMissing : values.front().xvalue);
+    json.Member("last", values.empty() ? kMissing : values.back().xvalue);
+    json.End('}');
+  }
+  json.End(']');
+}
+
+void WriteValue(const TDataset& table, std::size_t row, std::size_t field, TJsonWriter& json) {
+  if (table.IsNull(row, field)) {
+    json.Null();
+    return;
+  }
+  switch (table.Fields()[field].Type) {
+    case TFieldType::Integer:
+      json.Value(table.Integer(row, field));
+      break;
+    case TFieldType::Single:
+      json.Value(table.Single(row, field));
+      break;
+    case TFieldType::DateTime:
+      json.Value(table.DateTime(row, field));
+      break;
+    case TFieldType::Blob:
+      json.Null();
+      break;
+  }
+}
+
+// A picture is no part of the JSON.
+void WriteTable(const TDataset& table, std::size_t rowLimit, TJsonWriter& json) {
+  const auto isShown = [&table](std::size_t field) { return table.Fields()[field].Type != TFieldType::Blob; };
+  json.Begin('{');
+  json.Key("fields");
+  json.Begin('[');
+  for (std::size_t field = 0; field < table.Fields().size(); ++field) {
+    if (isShown(field)) json.Value(table.Fields()[field].Label);
+  }
+  json.End(']');
+  json.Member("rowCount", table.RecordCount());
+  json.Key("rows");
+  json.Begin('[');
+  for (std::size_t position = 0; position < std::min(table.RecordCount(), rowLimit); ++position) {
+    const std::size_t row = table.RowAt(position);
+    json.Begin('[');
+    for (std::size_t field = 0; field < table.Fields().size(); ++field) {
+      if (isShown(field)) WriteValue(table, row, field, json);
+    }
+    json.End(']');
+  }
+  json.End(']');
+  json.End('}');
+}
+
+void WriteTexts(const TMissionData& mission, TJsonWriter& json) {
+  json.Begin('{');
+  json.Member("startStop", StartStopText(mission));
+  json.Member("limit", LimitText(mission));
+  json.Member("stdChannels", StdChannelsText(mission));
+  json.Member("options", OptionsText(mission));
+  json.End('}');
+}
+
+}  // namespace
+
+TStatus DumpCommand(const std::string& file, std::optional<std::size_t> rows, const TConsole& console) {
+  const TRecording recording = ReadRecording(file, console);
+  TMissionDatasets tables;
+  TNoProgress progress;
+  LoadKorvexFileData(MissionData, EventList, SensorList, {}, progress, tables);
+
+  TJsonWriter json(console.out);
+  json.Begin('{');
+  json.Key("message");
+  json.Begin('{');
+  json.Member("wParam", recording.message.wParam);
+  json.Member("lParam", recording.message.lParam);
+  json.End('}');
+  json.Member("displayable", recording.displayable);
+  json.Member("damaged", recording.extent.damaged);
+  json.Member("blocks", recording.blocks);
+  json.Key("mission");
+  WriteMission(MissionData, json);
+  json.Member("startTime", EventList.StartTime);
+  json.Member("validCreator", EventList.ValidCreator);
+  json.Key("events");
+  WriteEvents(MissionData, EventList, json);
+  json.Key("sensors");
+  WriteSensors(SensorList, json);
+  json.Key("texts");
+  WriteTexts(MissionData, json);
+  json.Key("tables");
+  json.Begin('{');
+  const std::size_t limit = rows.value_or(std::numeric_limits<std::size_t>::max());
+  const std::pair<const char*, const TDataset*> named[] = {{"events", &tables.Events},
+                                                           {"important", &tables.Important},
+                                                           {"cards", &tables.Cards},
+                                                           {"sensors", &tables.Sensors},
+                                                           {"battery", &tables.Battery}};
+  for (const auto& [name, table] : named) {
+    json.Key(name);
+    WriteTable(*table, limit, json);
+  }
+  json.End('}');
+  json.End('}');
+  json.LineBreak();
+  return recording.status;
+}

@@ -1,0 +1,126 @@
+#include "cli/uKshock.h"
+
+#include <fmt/format.h>
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <exception>
+
+#include "cli/uCommands.h"
+
+namespace {
+
+// What the command line can ask for; a command's callback leaves its status in `status`.
+class TCommandLine {
+ public:
+  explicit TCommandLine(const TConsole& console) : FConsole(console) {
+    FApp.require_subcommand(1);
+    FApp.set_version_flag("--version", "kshock " SHOCKSCOPE_VERSION);
+    AddInfo();
+    AddDump();
+    AddBlocks();
+    AddTable();
+    AddMake();
+    AddDemo();
+  }
+  TCommandLine(const TCommandLine&) = delete;
+  TCommandLine& operator=(const TCommandLine&) = delete;
+
+  TStatus Run(std::vector<std::string> arguments) {
+    std::ranges::reverse(arguments);  // the parser takes them from the back
+    try {
+      FApp.parse(std::move(arguments));
+    } catch (const CLI::Success& request) {
+      Say(request, FConsole.out);
+      return TStatus::Done;
+    } catch (const CLI::ParseError& error) {
+      Say(error, FConsole.err);
+      return TStatus::WrongUse;
+    }
+    return FStatus;
+  }
+
+ private:
+  void Say(const CLI::Error& error, const TTextSink& sink) {
+    std::ostringstream text;
+    FApp.exit(error, text, text);
+    sink(text.str());
+  }
+
+  void AddInfo() {
+    CLI::App* command = FApp.add_subcommand("info", "Show mission details and summary of recordings.");
+    command->add_option("FILE", FFiles, "Recordings")->required();
+    command->callback([this] {
+      for (const std::string& file : FFiles) FStatus = WorseOf(FStatus, InfoCommand(file, FConsole));
+    });
+  }
+
+  void AddDump() {
+    CLI::App* command = FApp.add_subcommand("dump", "Print everything that is read as one JSON object.");
+    AddFile(command);
+    command->add_option("--rows", FRows, "Rows of each table; all unless given")->check(CLI::NonNegativeNumber);
+    command->callback([this] { FStatus = DumpCommand(FFile, FRows, FConsole); });
+  }
+
+  void AddBlocks() {
+    CLI::App* command = FApp.add_subcommand("blocks", "List the blocks of a data file.");
+    AddFile(command);
+    command->callback([this] { FStatus = BlocksCommand(FFile, FConsole); });
+  }
+
+  void AddTable() {
+    CLI::App* command = FApp.add_subcommand("table", "Print one table as CSV lines.");
+    AddFile(command);
+    command->add_option("TABLE", FTable, "events, important, cards, sensors or battery")
+        ->required()
+        ->check(CLI::IsMember({"events", "important", "cards", "sensors", "battery"}));
+    command->add_option("--order", FIndex, "Index, such as MaxAccDesc or TimestampASC");
+    command->callback([this] { FStatus = TableCommand(FFile, FTable, FIndex, FConsole); });
+  }
+
+  void AddMake() {
+    CLI::App* command = FApp.add_subcommand("make", "Write a recording from a description and a table of records.");
+    command
+        ->add_option("SOURCE", FFile,
+                     "Description: a JSON object with \"startTime\" (days since 1899-12-30), "
+                     "\"channels\" (names), \"records\" (path of a CSV file with a column time_ms and one for each "
+                     "channel; an empty cell is no value, END the end of an event) and, if wanted, \"mission\" "
+                     "(header fields by name) and \"creator\"")
+        ->required();
+    command->add_option("OUT", FOut, "Recording to write")->required();
+    command->callback([this] { FStatus = MakeCommand(FFile, FOut, FConsole); });
+  }
+
+  void AddDemo() {
+    CLI::App* command = FApp.add_subcommand("demo", "Write a synthetic mission of ten days.");
+    command->add_option("OUT", FOut, "Recording to write")->required();
+    command->add_option("--events", FDemo.events, "Shock events")->capture_default_str();
+    command->add_option("--samples", FDemo.samples, "Samples of each event; 0: 0.1 to 0.6 s")->capture_default_str();
+    command->add_option("--sensors", FDemo.readings, "Readings of each slow sensor")->capture_default_str();
+    command->add_option("--seed", FDemo.seed, "Another seed makes another mission")->capture_default_str();
+    command->callback([this] { FStatus = DemoCommand(FOut, FDemo, FConsole); });
+  }
+
+  void AddFile(CLI::App* command) { command->add_option("FILE", FFile, "Recording")->required(); }
+
+  const TConsole& FConsole;
+  TStatus FStatus = TStatus::Done;
+  CLI::App FApp{"Reads .kshock recordings of shock and environment loggers.", "kshock"};
+  std::vector<std::string> FFiles;
+  std::string FFile, FOut, FTable, FIndex;
+  std::optional<std::size_t> FRows;
+  TDemoSize FDemo;
+};
+
+}  // namespace
+
+int RunKshock(const std::vector<std::string>& arguments, const TConsole& console) {
+  try {
+    return static_cast<int>(TCommandLine(console).Run(arguments));
+  } catch (const std::bad_alloc&) {
+    console.err("kshock: There is not enough memory.\n");
+  } catch (const std::exception& error) {
+    console.err(fmt::format("kshock: {}\n", error.what()));
+  }
+  return static_cast<int>(TStatus::CannotRead);
+}

@@ -1,0 +1,75 @@
+#include "cli/uRecording.h"
+
+#include <fmt/format.h>
+
+#include "base/uFiles.h"
+#include "model/uEvents.h"
+#include "model/uExceptions1V0.h"
+#include "platform/uMachineMemory.h"
+
+namespace {
+
+// Keeps the last message and the count of data blocks: a recording may post more than memory can hold.
+class TReadingPort final : public IMessagePort {
+ public:
+  explicit TReadingPort(const TConsole& console) : FConsole(console) {}
+
+  void Receive(const TMessage& message) override {
+    Last = message;
+    if (message.wParam != kReadProgress) return;
+    Blocks = message.lParam;
+    if (FConsole.showProgress && Blocks % 256 == 0) FConsole.err(fmt::format("\r{} data blocks", Blocks));
+  }
+
+  TMessage Last{};
+  std::int64_t Blocks = 0;
+
+ private:
+  const TConsole& FConsole;
+};
+
+TStatus StatusOf(const TRecording& recording) {
+  if (recording.message.wParam == kReadFailed) return TStatus::CannotRead;
+  if (!recording.displayable) return TStatus::NotDisplayable;
+  return recording.extent.damaged ? TStatus::Damaged : TStatus::Done;
+}
+
+std::string Complaint(const TRecording& recording) {
+  const std::string extent =
+      fmt::format("{} data blocks, {} bytes of content", recording.blocks, recording.extent.inflatedBytes);
+  switch (recording.status) {
+    case TStatus::CannotRead:
+      return recording.message.lParam == kCannotOpenDataFile
+                 ? ReadErrorText
+                 : fmt::format("The recording cannot be read further: {} Read so far: {}.", ReadErrorText, extent);
+    case TStatus::NotDisplayable:
+      return "This file cannot be displayed.";
+    case TStatus::Damaged:
+      return fmt::format("The recording is damaged or cut short. Read and used: {}.", extent);
+    default:
+      return {};
+  }
+}
+
+}  // namespace
+
+TRecording ReadRecording(const std::string& file, const TConsole& console) {
+  ClearMission();
+  TRecording recording;
+  {
+    TReadingPort port(console);
+    const TPortHandle handle(port);
+    // A quarter of the memory stays for the tables and for everybody else.
+    TReadFileThread thread(handle.Value(), PathFromUtf8(file), MachineMemoryBytes() / 4 * 3);
+    thread.WaitFor();
+    recording.message = port.Last;
+    recording.blocks = port.Blocks;
+    recording.extent = thread.Extent();
+  }
+  if (console.showProgress) console.err("\r\033[K");
+  recording.displayable = MissionData.bValid && EventList.ValidCreator;
+  recording.status = StatusOf(recording);
+  const std::string complaint = Complaint(recording);
+  if (!complaint.empty()) console.err(fmt::format("kshock: {}: {}\n", file, complaint));
+  return recording;
+}

@@ -1,0 +1,19 @@
+// Reads a recording into the mission model, for commands that then look at it.
+#pragma once
+
+#include <string>
+
+#include "base/uMessages.h"
+#include "cli/uConsole.h"
+#include "model/uReadFileThread.h"
+
+struct TRecording {
+  TMessage message{};       // the last that the reader posted
+  std::int64_t blocks = 0;  // data blocks begun
+  TReadExtent extent;
+  bool displayable = false;
+  TStatus status = TStatus::Done;
+};
+
+// Replaces the model by what the file holds and says on the console's err what is wrong with it. `file` is UTF-8.
+TRecording ReadRecording(const std::string& file, const TConsole& console);
