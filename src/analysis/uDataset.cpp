@@ -53,6 +53,19 @@ void TDataset::AddIndexPair(std::string_view indexKey, std::string_view fieldKey
   FIndexes.push_back({std::string(indexKey) + "ASC", *field, false, {}});
 }
 
+void TDataset::Reserve(std::size_t rows) {
+  for (std::size_t field = 0; field < FFields.size(); ++field) {
+    TColumn& column = FColumns[field];
+    switch (FFields[field].Type) {
+      case TFieldType::Integer: column.integers.reserve(rows); break;
+      case TFieldType::Single: column.singles.reserve(rows); break;
+      case TFieldType::DateTime: column.dateTimes.reserve(rows); break;
+      case TFieldType::Blob: break;
+    }
+    column.isNull.reserve(rows);
+  }
+}
+
 void TDataset::Append() {
   for (std::size_t field = 0; field < FFields.size(); ++field) {
     TColumn& column = FColumns[field];

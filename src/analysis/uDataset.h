@@ -35,6 +35,8 @@ class TDataset {
   // Defines the indexes key + "Desc" and key + "ASC" on a field; does nothing when there is no such field.
   void AddIndexPair(std::string_view indexKey, std::string_view fieldKey);
 
+  // Makes room for as many rows at once.
+  void Reserve(std::size_t rows);
   // Appends a row of nulls; the Set functions fill it.
   void Append();
   void SetInteger(std::size_t field, std::int32_t value);

@@ -176,6 +176,7 @@ void FillEvents(const TMissionData& mission, const TEventList& events, const TSe
     return table.AddField(std::string(field), TFieldType::Single);
   });
   DefineSensorFields(kEventFields, sensors, options, table);
+  table.Reserve(events.Count());
 
   // Of two sensors of one name the last that has readings counts.
   const TSources sources = FindSources(kEventFields, table, [&sensors](std::string_view name) {
@@ -242,6 +243,7 @@ void FillCards(IProgress& progress, TMissionDatasets& datasets) {
   table.AddField("Chart", TFieldType::Blob);
   for (const auto& [card, event] : kCardFields) addSingle(card, event);
 
+  table.Reserve(events.RecordCount());
   const std::size_t fromId = *events.FindField("ID");
   const std::size_t fromTime = *events.FindField("Timestamp");
   for (std::size_t row = 0; row < events.RecordCount(); ++row) {
@@ -273,6 +275,7 @@ void FillSensors(const TEventList& events, const TSensorList& sensors, const TDa
     return sensor.Name != "Battery" && sensor.Name != "Marker" && sensor.Name != "Pressure";
   });
   const std::size_t rows = driving == sensors.Sensors().end() ? 0 : driving->Count();
+  table.Reserve(rows);
   for (std::size_t j = 0; j < rows; ++j) {
     table.Append();
     table.SetInteger(id, static_cast<std::int32_t>(j));
@@ -299,6 +302,7 @@ void FillBattery(const TEventList& events, const TSensorList& sensors, IProgress
   const std::size_t id = table.AddField("ID", TFieldType::Integer);
   const std::size_t timestamp = table.AddField("Timestamp", TFieldType::DateTime);
   const std::size_t value = table.AddField("Battery", TFieldType::Single);
+  table.Reserve(battery->Count());
   for (std::size_t j = 0; j < battery->Count(); ++j) {
     table.Append();
     table.SetInteger(id, static_cast<std::int32_t>(j));

@@ -1,17 +1,16 @@
 #include "model/uDataFile1V0.h"
 
 #include <fmt/format.h>
-#include <zlib.h>
 
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <cerrno>
 #include <cstring>
 #include <system_error>
 
 #include "base/uFiles.h"
 #include "model/uBlockTypes.h"
+#include "model/uDataFile1V0Zip.h"
 #include "model/uExceptions1V0.h"
 
 namespace {
@@ -19,10 +18,6 @@ namespace {
 constexpr std::string_view kMagic = "HALVORNIC";
 constexpr std::string_view kOtherMagic = "TREMALINE";
 constexpr std::size_t kHeaderBlockSize = 15;
-constexpr int kFastest = 1;
-constexpr int kZlibWindowBits = 15;
-constexpr std::size_t kInputChunk = 64 * 1024;
-constexpr std::size_t kOutputChunk = 256 * 1024;
 
 std::span<const std::uint8_t> BytesOf(std::string_view text) {
   return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
@@ -35,114 +30,16 @@ std::span<const std::uint8_t> BytesOf(std::string_view text) {
 
 }  // namespace
 
-// Inflates from a file. What was inflated before an error is handed out before the error shows.
-class TInflateStream {
- public:
-  explicit TInflateStream(std::filebuf& file) : FFile(file), FInput(kInputChunk), FOutput(kOutputChunk) {
-    if (inflateInit2(&FZip, kZlibWindowBits) != Z_OK) throw std::bad_alloc();
-  }
-  ~TInflateStream() { inflateEnd(&FZip); }
-  TInflateStream(const TInflateStream&) = delete;
-  TInflateStream& operator=(const TInflateStream&) = delete;
-
-  // Gives as many bytes as there are; fewer than asked for only at the end of the stream, good or bad.
-  std::size_t Read(std::span<std::uint8_t> into) {
-    std::size_t done = 0;
-    while (done < into.size()) {
-      if (FTaken == FFilled && !Fill()) break;
-      const std::size_t count = std::min(into.size() - done, FFilled - FTaken);
-      std::memcpy(into.data() + done, FOutput.data() + FTaken, count);
-      FTaken += count;
-      done += count;
-    }
-    return done;
-  }
-
-  // Why Read gave less than asked for.
-  [[nodiscard]] bool EndedWell() const { return FEnd == TEnd::Finished; }
-  [[nodiscard]] bool ReadFailed() const { return FEnd == TEnd::ReadFailed; }
-
- private:
-  enum class TEnd { None, Finished, Damaged, ReadFailed };
-
-  bool Fill() {
-    FTaken = FFilled = 0;
-    FZip.next_out = FOutput.data();
-    FZip.avail_out = static_cast<uInt>(FOutput.size());
-    while (FEnd == TEnd::None && FZip.avail_out > 0) {
-      if (FZip.avail_in == 0 && !FillInput()) break;
-      const int result = inflate(&FZip, Z_NO_FLUSH);
-      if (result == Z_STREAM_END) {
-        FEnd = TEnd::Finished;
-      } else if (result != Z_OK && result != Z_BUF_ERROR) {
-        FEnd = TEnd::Damaged;
-      }
-    }
-    FFilled = FOutput.size() - FZip.avail_out;
-    return FFilled > 0;
-  }
-
-  bool FillInput() {
-    try {
-      const auto count =
-          FFile.sgetn(reinterpret_cast<char*>(FInput.data()), static_cast<std::streamsize>(FInput.size()));
-      FZip.next_in = FInput.data();
-      FZip.avail_in = static_cast<uInt>(count);
-    } catch (const std::ios_base::failure&) {
-      FEnd = TEnd::ReadFailed;
-      return false;
-    }
-    if (FZip.avail_in == 0) FEnd = TEnd::Damaged;  // the file ends before its stream does
-    return FZip.avail_in > 0;
-  }
-
-  std::filebuf& FFile;
-  z_stream FZip{};
-  std::vector<std::uint8_t> FInput, FOutput;
-  std::size_t FTaken = 0, FFilled = 0;
-  TEnd FEnd = TEnd::None;
-};
-
-// Deflates into a file. Throws EStreamError when the file takes no more.
-class TDeflateStream {
- public:
-  explicit TDeflateStream(std::filebuf& file) : FFile(file), FOutput(kOutputChunk) {
-    if (deflateInit(&FZip, kFastest) != Z_OK) throw std::bad_alloc();
-  }
-  ~TDeflateStream() { deflateEnd(&FZip); }
-  TDeflateStream(const TDeflateStream&) = delete;
-  TDeflateStream& operator=(const TDeflateStream&) = delete;
-
-  void Write(std::span<const std::uint8_t> bytes) { Deflate(bytes, Z_NO_FLUSH); }
-  void Finish() { Deflate({}, Z_FINISH); }
-
- private:
-  void Deflate(std::span<const std::uint8_t> bytes, int flush) {
-    FZip.next_in = const_cast<Bytef*>(bytes.data());  // zlib only reads it
-    FZip.avail_in = static_cast<uInt>(bytes.size());
-    do {
-      FZip.next_out = FOutput.data();
-      FZip.avail_out = static_cast<uInt>(FOutput.size());
-      deflate(&FZip, flush);
-      const auto count = static_cast<std::streamsize>(FOutput.size() - FZip.avail_out);
-      if (FFile.sputn(reinterpret_cast<const char*>(FOutput.data()), count) != count) {
-        throw EStreamError(fmt::format("The file cannot be written: {}", std::generic_category().message(errno)));
-      }
-    } while (FZip.avail_out == 0);
-  }
-
-  std::filebuf& FFile;
-  z_stream FZip{};
-  std::vector<std::uint8_t> FOutput;
-};
-
-void TMemoryStream::Clear() {
-  FBytes.clear();
+void TMemoryStream::Borrow(std::span<const std::uint8_t> bytes) {
+  FOwn.clear();
+  FBytes = bytes;
   FPosition = 0;
 }
 
 void TMemoryStream::Write(std::span<const std::uint8_t> bytes) {
-  FBytes.insert(FBytes.end(), bytes.begin(), bytes.end());
+  if (FOwn.size() < FBytes.size()) FOwn.assign(FBytes.begin(), FBytes.end());
+  FOwn.insert(FOwn.end(), bytes.begin(), bytes.end());
+  FBytes = FOwn;
   FPosition = FBytes.size();
 }
 
@@ -152,12 +49,6 @@ void TMemoryStream::Read(std::span<std::uint8_t> into) {
   }
   std::copy_n(Rest().begin(), into.size(), into.begin());
   FPosition += into.size();
-}
-
-std::span<std::uint8_t> TMemoryStream::Replace(std::size_t size) {
-  FBytes.resize(size);
-  FPosition = 0;
-  return FBytes;
 }
 
 TDataFile::TDataFile(const std::filesystem::path& sFileName, TLoad) {
@@ -215,27 +106,30 @@ bool TDataFile::IsLoadOk() {
   return startsWith(kMagic) || startsWith(kOtherMagic);
 }
 
-std::size_t TDataFile::ReadZip(std::span<std::uint8_t> into) {
-  const std::size_t count = FInflate->Read(into);
-  FBytesRead += count;
-  if (count < into.size() && !FInflate->EndedWell()) FDamaged = true;
-  return count;
+std::span<const std::uint8_t> TDataFile::TakeZip(std::size_t count) {
+  const auto bytes = FInflate->Take(count);
+  FBytesRead += bytes.size();
+  if (bytes.size() < count && !FInflate->EndedWell()) FDamaged = true;
+  return bytes;
 }
 
 bool TDataFile::ReadBlock() {
   BufStream.Clear();
   FBlockCut = false;
   FBlockSizeInFile = 0;
-  std::array<std::uint8_t, 2> word{};
-  const std::size_t typeBytes = ReadZip(word);
-  if (typeBytes == 0) return false;
-  if (typeBytes == word.size()) {
-    FBlockType = std::bit_cast<std::uint16_t>(word);
-    if (ReadZip(word) == word.size()) {
-      FBlockSizeInFile = std::bit_cast<std::uint16_t>(word);
-      const std::size_t count = ReadZip(BufStream.Replace(FBlockSizeInFile));
-      if (count == FBlockSizeInFile) return count > 0;
-      BufStream.Replace(count);
+  const auto wordOf = [](std::span<const std::uint8_t> bytes) {
+    return static_cast<std::uint16_t>(bytes[0] | bytes[1] << 8);
+  };
+  constexpr std::size_t kWord = sizeof(std::uint16_t);
+  const auto type = TakeZip(kWord);
+  if (type.empty()) return false;
+  if (type.size() == kWord) {
+    FBlockType = wordOf(type);
+    const auto size = TakeZip(kWord);
+    if (size.size() == kWord) {
+      FBlockSizeInFile = wordOf(size);
+      BufStream.Borrow(TakeZip(FBlockSizeInFile));
+      if (BlockSize() == FBlockSizeInFile) return BlockSize() > 0;
     }
   }
   // The stream ended inside the block. Its bytes still count, and nothing is thrown: a damaged tail only ends the read.

@@ -21,21 +21,22 @@ class TDeflateStream;
 // Bytes in memory with a reading position. Writing appends and leaves the position at the end.
 class TMemoryStream {
  public:
-  void Clear();
+  void Clear() { Borrow({}); }
+  // Shows bytes that belong to somebody else, from the first on; they are copied when something is written to them.
+  void Borrow(std::span<const std::uint8_t> bytes);
   void Write(std::span<const std::uint8_t> bytes);
-  // The bytes from the position on.
-  [[nodiscard]] std::span<const std::uint8_t> Rest() const { return Bytes().subspan(FPosition); }
-  [[nodiscard]] std::span<const std::uint8_t> Bytes() const { return FBytes; }
-  [[nodiscard]] std::size_t Size() const { return FBytes.size(); }
-  [[nodiscard]] std::size_t Position() const { return FPosition; }
-  void SetPosition(std::size_t position) { FPosition = position < FBytes.size() ? position : FBytes.size(); }
   // Throws EStreamError, and moves nothing, when fewer bytes are left.
   void Read(std::span<std::uint8_t> into);
-  // Room for `size` new bytes instead of the old content; the position is 0.
-  std::span<std::uint8_t> Replace(std::size_t size);
+  [[nodiscard]] std::span<const std::uint8_t> Bytes() const { return FBytes; }
+  // The bytes from the position on.
+  [[nodiscard]] std::span<const std::uint8_t> Rest() const { return FBytes.subspan(FPosition); }
+  [[nodiscard]] std::size_t Size() const { return FBytes.size(); }
+  [[nodiscard]] std::size_t Position() const { return FPosition; }
+  void SetPosition(std::size_t position) { FPosition = position < Size() ? position : Size(); }
 
  private:
-  std::vector<std::uint8_t> FBytes;
+  std::vector<std::uint8_t> FOwn;
+  std::span<const std::uint8_t> FBytes;  // all of FOwn, or borrowed
   std::size_t FPosition = 0;
 };
 
@@ -123,7 +124,7 @@ class TDataFile : private std::filebuf {
     BufStream.Read(bytes);
     return std::bit_cast<T>(bytes);
   }
-  std::size_t ReadZip(std::span<std::uint8_t> into);
+  std::span<const std::uint8_t> TakeZip(std::size_t count);
 
   TMemoryStream BufStream;
   std::unique_ptr<TInflateStream> FInflate;

@@ -8,10 +8,13 @@
 #include <cstring>
 #include <exception>
 #include <new>
+#include <optional>
+#include <stdexcept>
 #include <string_view>
 #include <utility>
 #include <vector>
 
+#include "base/uDateTime.h"
 #include "base/uMessages.h"
 #include "model/uBlockTypes.h"
 #include "model/uEvents.h"
@@ -48,7 +51,13 @@ bool IsAnyNaN(std::uint32_t reading) {
   return (reading & 0x7FFFFFFFU) > 0x7F800000U;
 }
 
-// The state of one read: which column holds which channel, and each channel's current reading.
+bool AllBitsSet(std::span<const std::uint8_t> bytes) {
+  std::uint8_t all = 0xFF;
+  for (const std::uint8_t byte : bytes) all &= byte;
+  return all == 0xFF;
+}
+
+// The state of one read: which column holds which channel, and each channel's reading.
 class TBlockReader {
  public:
   TBlockReader(TDataFile& file, std::uint64_t hWindow, std::uint64_t memoryBound)
@@ -81,13 +90,19 @@ class TBlockReader {
   }
 
  private:
-  struct TColumn {
-    std::size_t channel;
-    std::size_t offset;  // in a record
+  // Where a channel's reading stands in a record. A channel of an earlier list may lie beyond the present one, or be in
+  // no list at all: then it keeps its last reading.
+  struct TSource {
+    std::optional<std::size_t> offset;
+    std::uint32_t kept;
+
+    [[nodiscard]] std::uint32_t ReadingIn(const std::uint8_t* record) const {
+      return offset ? LoadAt<std::uint32_t>(record + *offset) : kept;
+    }
   };
   struct TRoute {
     TSensor* sensor;
-    std::size_t channel;
+    TSource source;
     bool dropsEveryNaN;
   };
 
@@ -110,7 +125,8 @@ class TBlockReader {
           *flags[channel] = true;
         } else {
           SensorList.Add(std::string(known->sensorName));
-          UseMemory(sizeof(TSensor), SensorList.Count() * sizeof(TSensor));
+          FUsed += sizeof(TSensor);
+          if (FUsed > FMemoryBound) ThrowTooLarge();
         }
       }
       ++FColumnCount;
@@ -123,72 +139,109 @@ class TBlockReader {
     PostToPort(FhWindow, {kReadFileMessage, kReadProgress, FProgress});
     if (FFirstDataBlock) EventList.NewEvent();
     FFirstDataBlock = false;
-    if (FRoutesAreOld) BuildRoutes();
+    if (FRoutesAreOld) FindRoutes();
 
     const std::span<const std::uint8_t> body = FFile.BlockRest();
     const std::size_t recordSize = kTimeSize + FColumnCount * kReadingSize;
+    // A list that grows is copied, so the largest counts twice, and so does what this block may add to it.
+    const std::uint64_t taken = FUsed + FLargestList;
+    const std::uint64_t allowance = taken < FMemoryBound ? (FMemoryBound - taken) / 2 : 0;
+    std::size_t added = 0;
+    const std::uint8_t* last = nullptr;
     // One byte at the end is no record.
     for (std::size_t position = 0; position + 1 < body.size(); position += recordSize) {
       const std::size_t rest = body.size() - position;
       if (rest < kTimeSize) ThrowShortRecord();
-      const double days = LoadAt<double>(&body[position]);
-      if (!(days >= 0 && days <= kMaxRecordDays)) return;  // also NaN; the rest of the block is skipped
+      const auto days = LoadAt<double>(&body[position]);
+      if (!(days >= 0 && days <= kMaxRecordDays)) break;  // also NaN; the rest of the block is skipped
       if (rest < recordSize) ThrowShortRecord();
-      ReadRecord(&body[position], days * 86400000.0);
+      last = &body[position];
+      added += ReadRecord(last, days * kMsPerDay);
+      if (added > allowance) ThrowTooLarge();
     }
+    if (last != nullptr) KeepReadings(last);
+    if (added > 0) CountMemory(added);
   }
 
-  // The known columns of the present list and where each sensor takes its readings from.
-  void BuildRoutes() {
+  // Where the axes and every sensor of the list take their readings from.
+  void FindRoutes() {
     FRoutesAreOld = false;
-    FColumns.clear();
-    for (std::size_t channel = 0; channel < FColumnOf.size(); ++channel) {
-      // A channel of an earlier list may lie beyond the present one: it keeps its last reading.
-      if (FColumnOf[channel] < FColumnCount) {
-        FColumns.push_back({channel, kTimeSize + FColumnOf[channel] * kReadingSize});
-      }
-    }
+    const auto sourceOf = [this](std::size_t channel) -> TSource {
+      if (FColumnOf[channel] >= FColumnCount) return {std::nullopt, FCurrent[channel]};
+      return {kTimeSize + FColumnOf[channel] * kReadingSize, kNoValue};
+    };
+    for (std::size_t axis = 0; axis < kAxisCount; ++axis) FAxes[axis] = sourceOf(axis);
+
     FRoutes.clear();
+    FSlowBegin = kTimeSize + FColumnCount * kReadingSize;
+    FSlowEnd = 0;
+    FSomeSensorIsKept = false;
     for (std::size_t i = 0; i < SensorList.Count(); ++i) {
       TSensor& sensor = SensorList.GetItem(i);
       const auto* known = std::ranges::find(kKnownChannels, sensor.Name, &TKnownChannel::sensorName);
       if (known == kKnownChannels.end()) continue;
-      FRoutes.push_back({&sensor, static_cast<std::size_t>(known - kKnownChannels.begin()), known->dropsEveryNaN});
+      const TSource source = sourceOf(static_cast<std::size_t>(known - kKnownChannels.begin()));
+      FRoutes.push_back({&sensor, source, known->dropsEveryNaN});
+      if (source.offset) {
+        FSlowBegin = std::min(FSlowBegin, *source.offset);
+        FSlowEnd = std::max(FSlowEnd, *source.offset + kReadingSize);
+      } else {
+        FSomeSensorIsKept = true;
+      }
     }
   }
 
-  void ReadRecord(const std::uint8_t* record, double ms) {
-    for (const TColumn& column : FColumns) FCurrent[column.channel] = LoadAt<std::uint32_t>(record + column.offset);
-
-    const auto [x, y, z] = std::tie(FCurrent[0], FCurrent[1], FCurrent[2]);
+  // Returns the bytes by which the model has grown.
+  std::size_t ReadRecord(const std::uint8_t* record, double ms) {
+    std::size_t added = 0;
+    const std::uint32_t x = FAxes[0].ReadingIn(record);
+    const std::uint32_t y = FAxes[1].ReadingIn(record);
+    const std::uint32_t z = FAxes[2].ReadingIn(record);
     if (x == kEndOfEvent || y == kEndOfEvent || z == kEndOfEvent) {
       EventList.NewEvent();
     } else if (x != kNoValue && y != kNoValue && z != kNoValue) {
       const std::size_t before = EventList.Count();
       EventList.AddValues(ms, std::bit_cast<float>(x), std::bit_cast<float>(y), std::bit_cast<float>(z));
-      const std::size_t opened = EventList.Count() - before;
-      UseMemory(sizeof(TEventValue) + opened * sizeof(TEvent),
-                EventList.GetItem(before + opened - 1).Count() * sizeof(TEventValue));
+      added += sizeof(TEventValue) + (EventList.Count() - before) * sizeof(TEvent);
     }
-
+    // Most records of a shock have no slow reading: one look at all their columns says so.
+    if (!FSomeSensorIsKept && FSlowBegin < FSlowEnd && AllBitsSet({record + FSlowBegin, record + FSlowEnd})) {
+      return added;
+    }
     for (const TRoute& route : FRoutes) {
-      const std::uint32_t reading = FCurrent[route.channel];
+      const std::uint32_t reading = route.source.ReadingIn(record);
       if (IsMark(reading) || (route.dropsEveryNaN && IsAnyNaN(reading))) continue;
       route.sensor->AddValues(ms, std::bit_cast<float>(reading));
-      UseMemory(sizeof(TSensorValue), route.sensor->Count() * sizeof(TSensorValue));
+      added += sizeof(TSensorValue);
+    }
+    return added;
+  }
+
+  // Readings survive from block to block: a later channel list may leave a channel without a column.
+  void KeepReadings(const std::uint8_t* record) {
+    for (std::size_t channel = 0; channel < FColumnOf.size(); ++channel) {
+      if (FColumnOf[channel] < FColumnCount) {
+        FCurrent[channel] = LoadAt<std::uint32_t>(record + kTimeSize + FColumnOf[channel] * kReadingSize);
+      }
     }
   }
 
-  // Counts what was added, and to a list of which size: a list that grows is copied, so the largest counts twice.
-  void UseMemory(std::size_t bytes, std::size_t listBytes) {
-    FUsed += bytes;
-    FLargestList = std::max(FLargestList, listBytes);
-    if (FUsed + FLargestList > FMemoryBound) {
-      throw std::length_error(
-          fmt::format("The recording needs more memory than the {} MB that it may use on this machine. Reading stopped "
-                      "after {} data blocks.",
-                      FMemoryBound / 1000000, FProgress));
+  void CountMemory(std::size_t added) {
+    FUsed += added;
+    FLargestList = std::max(FLargestList, EventList.Count() * sizeof(TEvent));
+    if (EventList.Count() > 0) {
+      FLargestList = std::max(FLargestList, EventList.Events().back().Count() * sizeof(TEventValue));
     }
+    for (const TRoute& route : FRoutes) {
+      FLargestList = std::max(FLargestList, route.sensor->Count() * sizeof(TSensorValue));
+    }
+  }
+
+  [[noreturn]] void ThrowTooLarge() const {
+    throw std::length_error(
+        fmt::format("The recording needs more memory than the {} MB that it may use on this machine. Reading stopped "
+                    "in data block {}.",
+                    FMemoryBound / 1000000, FProgress));
   }
 
   [[noreturn]] static void ThrowShortRecord() {
@@ -204,10 +257,12 @@ class TBlockReader {
   std::size_t FColumnCount = 0;
   std::array<std::size_t, kKnownChannels.size()> FColumnOf{};
   std::array<std::uint32_t, kKnownChannels.size()> FCurrent{};  // bit patterns, so that marks stay marks
-  std::vector<TColumn> FColumns;
+  std::array<TSource, kAxisCount> FAxes{};
   std::vector<TRoute> FRoutes;
-  std::size_t FUsed = 0;         // bytes of the model
-  std::size_t FLargestList = 0;  // and of the largest list in it
+  std::size_t FSlowBegin = 0, FSlowEnd = 0;  // the part of a record in which the sensors' columns lie
+  bool FSomeSensorIsKept = false;            // some sensor has no column at present
+  std::size_t FUsed = 0;                     // bytes of the model
+  std::size_t FLargestList = 0;              // and of the largest list in it
 };
 
 }  // namespace
