@@ -57,10 +57,17 @@ void TDataset::Reserve(std::size_t rows) {
   for (std::size_t field = 0; field < FFields.size(); ++field) {
     TColumn& column = FColumns[field];
     switch (FFields[field].Type) {
-      case TFieldType::Integer: column.integers.reserve(rows); break;
-      case TFieldType::Single: column.singles.reserve(rows); break;
-      case TFieldType::DateTime: column.dateTimes.reserve(rows); break;
-      case TFieldType::Blob: break;
+      case TFieldType::Integer:
+        column.integers.reserve(rows);
+        break;
+      case TFieldType::Single:
+        column.singles.reserve(rows);
+        break;
+      case TFieldType::DateTime:
+        column.dateTimes.reserve(rows);
+        break;
+      case TFieldType::Blob:
+        break;
     }
     column.isNull.reserve(rows);
   }

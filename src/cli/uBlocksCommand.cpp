@@ -54,6 +54,8 @@ TStatus BlocksCommand(const std::string& name, const TConsole& console) {
     do {
       PrintBlock(number++, file, console);
     } while (file.ReadBlock());
+    while (file.SkipOn()) {
+    }
     if (!file.Damaged()) return TStatus::Done;
     console.out(fmt::format("damaged: the stream ends after {} bytes of content, in or behind block {}\n",
                             file.BytesRead(), number - 1));

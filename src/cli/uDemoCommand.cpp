@@ -150,8 +150,8 @@ std::vector<TPulse> PlanPulses(const TDemoEvent& event, TRandom& random) {
   const double trigger = std::min(0.1, length * 0.25);
   switch (event.kind) {
     case TKind::Truck: {
-      std::vector<TPulse> pulses = {pulse(TKind::Ringing, trigger, random.Uniform(4.5, 7), 0.03)};
-      for (double at = trigger; at < length; at += random.Uniform(0.05, 0.2)) {
+      std::vector<TPulse> pulses = {pulse(TKind::Ringing, trigger, random.Uniform(7.5, 10), 0.03)};
+      for (double at = trigger + 0.06; at < length; at += random.Uniform(0.05, 0.2)) {
         pulses.push_back(pulse(TKind::Ringing, at, random.Uniform(0.5, 3), 0.04));
       }
       return pulses;
@@ -164,11 +164,11 @@ std::vector<TPulse> PlanPulses(const TDemoEvent& event, TRandom& random) {
       return pulses;
     }
     case TKind::Ringing:
-      return {pulse(TKind::Ringing, trigger, random.Uniform(6, 20), random.Uniform(0.02, 0.08))};
+      return {pulse(TKind::Ringing, trigger, random.Uniform(9, 22), random.Uniform(0.02, 0.08))};
     case TKind::HalfSine:
       break;
   }
-  return {pulse(TKind::HalfSine, trigger, random.Uniform(4.5, 13), random.Uniform(0.006, 0.03))};
+  return {pulse(TKind::HalfSine, trigger, random.Uniform(5.5, 14), random.Uniform(0.006, 0.03))};
 }
 
 std::uint32_t Reading(double value, double stepsPerUnit) {

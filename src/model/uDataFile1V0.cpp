@@ -94,7 +94,7 @@ void TDataFile::Close() {
 
 bool TDataFile::IsLoadOk() {
   const bool read = ReadBlock();
-  if (FInflate->ReadFailed()) throw EStreamError("The file cannot be read.");
+  if ((!read || FBlockCut) && FInflate->ReadFailed()) throw EStreamError("The file cannot be read.");
   if (!read || FBlockCut || FBlockType != kFileHeaderBlock || BlockSize() != kHeaderBlockSize) return false;
   const auto startsWith = [&](std::string_view magic) {
     TMemoryStream wanted;
@@ -108,7 +108,6 @@ bool TDataFile::IsLoadOk() {
 
 std::span<const std::uint8_t> TDataFile::TakeZip(std::size_t count) {
   const auto bytes = FInflate->Take(count);
-  FBytesRead += bytes.size();
   if (bytes.size() < count && !FInflate->EndedWell()) FDamaged = true;
   return bytes;
 }
@@ -122,19 +121,27 @@ bool TDataFile::ReadBlock() {
   };
   constexpr std::size_t kWord = sizeof(std::uint16_t);
   const auto type = TakeZip(kWord);
+  FBytesRead += type.size();
   if (type.empty()) return false;
   if (type.size() == kWord) {
     FBlockType = wordOf(type);
     const auto size = TakeZip(kWord);
+    FBytesRead += size.size();
     if (size.size() == kWord) {
       FBlockSizeInFile = wordOf(size);
       BufStream.Borrow(TakeZip(FBlockSizeInFile));
+      FBytesRead += BlockSize();
       if (BlockSize() == FBlockSizeInFile) return BlockSize() > 0;
     }
   }
   // The stream ended inside the block. Its bytes still count, and nothing is thrown: a damaged tail only ends the read.
   FBlockCut = FDamaged = true;
   return BlockSize() > 0;
+}
+
+bool TDataFile::SkipOn() {
+  BufStream.Clear();
+  return TakeZip(TInflateStream::kMaxTake).size() == TInflateStream::kMaxTake;
 }
 
 void TDataFile::NewBlock(std::uint16_t wsType) {

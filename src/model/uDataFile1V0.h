@@ -58,6 +58,10 @@ class TDataFile : private std::filebuf {
   // an empty block all give false. A block that breaks off gives the bytes that came.
   [[nodiscard]] bool ReadBlock();
 
+  // Passes over up to 64 KiB of what no block was read from, to see whether the stream is good to its end; false when
+  // there is nothing left.
+  [[nodiscard]] bool SkipOn();
+
   void NewBlock(std::uint16_t wsType);
   // Writes the current block, if it is not empty, and clears it. A body over 65,535 bytes is the caller's mistake: it
   // is written whole with a size that lies.
@@ -105,7 +109,7 @@ class TDataFile : private std::filebuf {
   [[nodiscard]] bool BlockCut() const { return FBlockCut; }  // the current block has fewer bytes than its size says
   [[nodiscard]] bool Damaged() const { return FDamaged; }    // the stream or a block was cut or damaged
   [[nodiscard]] std::uint16_t BlockSizeInFile() const { return FBlockSizeInFile; }
-  [[nodiscard]] std::uint64_t BytesRead() const { return FBytesRead; }  // inflated bytes taken from the stream
+  [[nodiscard]] std::uint64_t BytesRead() const { return FBytesRead; }  // inflated bytes that blocks were read from
 
  private:
   struct TLoad {};

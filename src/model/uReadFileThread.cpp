@@ -343,9 +343,9 @@ void TReadFileThread::ReadDataFile() {
     ~TKeepExtent() { extent = {file.Damaged(), file.BytesRead()}; }
   } const keepExtent{file, FExtent};
 
-  if (!OrCannotOpen([&file] { return file.IsLoadOk(); })) return;
+  const bool isDataFile = OrCannotOpen([&file] { return file.IsLoadOk(); });
   TBlockReader reader(file, FhWindow, FMemoryBound);
-  while (file.ReadBlock()) {
+  while (isDataFile && file.ReadBlock()) {
     if (FTerminated) throw EKorvex(kReadCancelled);
     try {
       reader.ReadCurrentBlock();
@@ -353,5 +353,9 @@ void TReadFileThread::ReadDataFile() {
       // A block that the file's end cut short may break off anywhere; what it held whole stays.
       if (!file.BlockCut()) throw;
     }
+  }
+  // An empty block ends the read, and may be one only because the stream is damaged: the checksum behind it tells.
+  while (file.SkipOn()) {
+    if (FTerminated) throw EKorvex(kReadCancelled);
   }
 }

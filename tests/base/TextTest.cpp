@@ -1,0 +1,85 @@
+#include "base/uText.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "base/uDateTime.h"
+
+namespace {
+
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+
+TEST(Text, GeneralFormKeepsFifteenDigitsAndIsFixedBetweenMinusFiveAndFourteen) {
+  const std::pair<double, const char*> cases[] = {{0.25, "0.25"},
+                                                  {0.1 + 0.2, "0.3"},
+                                                  {double{0.1F}, "0.100000001490116"},
+                                                  {-0.0, "0"},
+                                                  {100, "100"},
+                                                  {-1234.5, "-1234.5"},
+                                                  {0.00001, "0.00001"},
+                                                  {0.000001, "1E-6"},
+                                                  {-0.0000025, "-2.5E-6"},
+                                                  {123456789012345, "123456789012345"},
+                                                  {2.5e15, "2.5E15"},
+                                                  {999999999999999.9, "1E15"},
+                                                  {9.9999999999999996e-6, "0.00001"},
+                                                  {5e-324, "4.94065645841247E-324"},
+                                                  {-kInfinity, "-INF"},
+                                                  {std::numeric_limits<double>::quiet_NaN(), "NAN"}};
+  for (const auto& [value, text] : cases) EXPECT_EQ(GeneralFloat(value), text);
+}
+
+TEST(Text, MasksRoundTheFifteenDigitsWithHalvesAwayFromZero) {
+  struct TCase {
+    const char* mask;
+    double value;
+    const char* text;
+  };
+  const TCase cases[] = {{"0.##", 1.005, "1.01"},  // in binary a little less, in 15 digits a half
+                         {"0", 2.5, "3"},
+                         {"0", -2.5, "-3"},
+                         {"0", 0.4999999999999999, "1"},  // 0.500000000000000 in 15 digits
+                         {"0", 1000.0000001, "1000"},
+                         {"0.##", 0.006, "0.01"},
+                         {"0.##", 0.0049, "0"},
+                         {"0.##", -0.0049, "0"},
+                         {"0.000", 1.5, "1.500"},
+                         {"0.000", -0.0001, "0.000"},
+                         {"0.###", 9.9996, "10"},
+                         {"0.0", 999.95, "1000.0"},
+                         {"0", 1e20, "100000000000000000000"},
+                         {"0.#", kInfinity, "INF"}};
+  for (const auto& [mask, value, text] : cases) EXPECT_EQ(MaskFloat(mask, value), text) << mask << " of " << value;
+}
+
+TEST(Text, EveryByteOfTheCodePageComesBack) {
+  AnsiString all;
+  for (int byte = 0; byte < 256; ++byte) all += static_cast<char>(byte);
+  EXPECT_EQ(Utf8ToWindows1252(Windows1252ToUtf8(all)), all);
+  EXPECT_EQ(Windows1252ToUtf8("\x80 \xFC \x81"), "\u20AC \u00FC \u0081");
+}
+
+TEST(Text, WhatTheCodePageLacksBecomesAQuestionMark) {
+  EXPECT_EQ(Utf8ToWindows1252("a\u4E2D\U0001F600b"), "a??b");
+  EXPECT_EQ(Utf8ToWindows1252("a\xFF\xE2\x82"), "a???");  // malformed and cut short
+}
+
+TEST(DateTime, FollowsTheMaskAndRoundsToWholeMilliseconds) {
+  const double day = 45123;  // 2023-07-16
+  EXPECT_EQ(FormatDateTime("yyyy-mm-dd hh:nn:ss.zzz", day + 0.25), "2023-07-16 06:00:00.000");
+  EXPECT_EQ(FormatDateTime("dd.mm.yy h:n:s.z", day + (3 * 3600 + 4 * 60 + 5.006) / 86400), "16.07.23 3:4:5.6");
+  EXPECT_EQ(FormatDateTime("yyyy-mm-dd hh:nn:ss", day + 0.9999999999), "2023-07-17 00:00:00");
+  EXPECT_EQ(FormatDateTime("ss.zzz", day + 59.9996 / 86400), "00.000");
+  EXPECT_EQ(FormatDateTime("yyyy-mm-dd hh", -0.25), "1899-12-29 18");
+}
+
+TEST(DateTime, WhatIsNoDateIsWrittenAsANumber) {
+  EXPECT_EQ(FormatDateTime("yyyy", kInfinity), "INF");
+  EXPECT_EQ(FormatDateTime("yyyy", std::numeric_limits<double>::quiet_NaN()), "NAN");
+  EXPECT_EQ(FormatDateTime("yyyy", 1e9), "1000000000");
+  EXPECT_EQ(FormatDateTime("yyyy-mm-dd", 2958465.5), "9999-12-31");
+  EXPECT_EQ(FormatDateTime("yyyy", 2958465.9999999999), "2958466");
+}
+
+}  // namespace

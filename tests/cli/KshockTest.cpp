@@ -1,0 +1,210 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <nlohmann/json.hpp>
+
+#include "cli/uKshock.h"
+#include "model/uEvents.h"
+#include "model/uOtherSensors.h"
+#include "tests/support/uTestRecording.h"
+
+using nlohmann::json;
+using testing::HasSubstr;
+
+namespace {
+
+struct TRun {
+  int status;
+  std::string out, err;
+};
+
+TRun Kshock(const std::vector<std::string>& arguments) {
+  TRun run{};
+  const TConsole console{[&run](std::string_view text) { run.out += text; },
+                         [&run](std::string_view text) { run.err += text; }, false};
+  run.status = RunKshock(arguments, console);
+  return run;
+}
+
+class KshockCommands : public testing::Test {
+ protected:
+  [[nodiscard]] std::string File(std::string_view name) const { return (Folder / name).string(); }
+  [[nodiscard]] std::string Save(std::string_view name, const TBytes& bytes) const {
+    WriteFile(Folder / name, bytes);
+    return File(name);
+  }
+  [[nodiscard]] std::string SaveText(std::string_view name, std::string_view text) const {
+    return Save(name, TBytes(text.begin(), text.end()));
+  }
+  TTempFolder Folder;
+};
+
+const std::string kStairs = TEST_DATA "/stairs.kshock";
+
+TEST_F(KshockCommands, TheWorstStatusOfSeveralFilesIsReturned) {
+  TBytes cut = BytesOfFile(kStairs);
+  cut.resize(cut.size() / 2);
+  const std::string damaged = Save("damaged.kshock", cut);
+  const std::string unfit = Save("unfit.kshock", Deflated(TTestRecording().Creator("unknown").content));
+  const std::string tooShort = Save("short.kshock", Deflated(TTestRecording().Block(2, {1}).content));
+  const std::string missing = File("missing.kshock");
+  EXPECT_EQ(Kshock({"info", kStairs}).status, 0);
+  EXPECT_EQ(Kshock({"info", damaged, kStairs}).status, 5);
+  EXPECT_EQ(Kshock({"info", damaged, unfit}).status, 1);
+  EXPECT_EQ(Kshock({"info", unfit, missing, kStairs}).status, 3);
+  EXPECT_EQ(Kshock({"info", tooShort, kStairs}).status, 3);
+  const TRun all = Kshock({"info", missing, damaged, kStairs});
+  EXPECT_THAT(all.out, HasSubstr("Belt-worn logger, stairs up and down")) << "all files are tried";
+  EXPECT_THAT(all.err, HasSubstr("damaged or cut short"));
+}
+
+TEST_F(KshockCommands, WrongUseIsToldOnTheErrorStream) {
+  for (const std::vector<std::string>& wrong :
+       std::vector<std::vector<std::string>>{{},
+                                             {"nothing"},
+                                             {"info"},
+                                             {"dump", kStairs, "--rows", "-1"},
+                                             {"table", kStairs, "none"},
+                                             {"table", kStairs, "events", "--order", "BatteryASC"},
+                                             {"demo", "x", "--events", "many"}}) {
+    const TRun run = Kshock(wrong);
+    EXPECT_EQ(run.status, 2);
+    EXPECT_FALSE(run.err.empty());
+    EXPECT_TRUE(run.out.empty());
+  }
+  EXPECT_EQ(Kshock({"--help"}).status, 0);
+  EXPECT_THAT(Kshock({"make", "--help"}).out, HasSubstr("time_ms"));
+}
+
+TEST_F(KshockCommands, InfoTellsMissionAndSummary) {
+  const std::string text = Kshock({"info", kStairs}).out;
+  for (const char* part : {"165-00233", "Limit= 2.5 g, Measurement rate= ~128 Hz", "215 with 43266 samples",
+                           "8.267 g (7.812 g on X-neg): event 211", "2023-02-01 08:00:04 to 2023-02-01 19:59:54",
+                           "4320 readings, 22.88 to 28.56"}) {
+    EXPECT_THAT(text, HasSubstr(part));
+  }
+}
+
+TEST_F(KshockCommands, DumpLimitsRowsAndKeepsEveryFloat) {
+  const json dump = json::parse(Kshock({"dump", kStairs, "--rows", "2"}).out);
+  EXPECT_EQ(dump["tables"]["events"]["rowCount"], 215);
+  EXPECT_EQ(dump["tables"]["events"]["rows"].size(), 2U);
+  EXPECT_TRUE(dump["tables"]["battery"]["fields"].empty());
+  ASSERT_EQ(dump["events"].size(), EventList.Count());
+  for (std::size_t i = 0; i < EventList.Count(); ++i) {
+    EXPECT_EQ(dump["events"][i]["Max"].get<float>(), EventList.GetItem(i).Max);
+    EXPECT_EQ(dump["events"][i]["startTime"].get<double>(), EventList.GetItem(i).GetStartTime());
+  }
+  EXPECT_EQ(json::parse(Kshock({"dump", File("missing")}).out)["message"]["lParam"], 1000);
+}
+
+TEST_F(KshockCommands, BlocksAreListedUpToTheDamage) {
+  TTestRecording recording = TTestRecording().Creator().Channels({"T", "p"}).Data({{0, {1, 2}}});
+  recording.content.insert(recording.content.end(), {8, 0, 20, 0, 1, 2, 3});
+  const TRun run = Kshock({"blocks", Save("cut.kshock", Deflated(recording.content))});
+  EXPECT_EQ(run.status, 5);
+  EXPECT_EQ(run.out,
+            "     0  type 0         15 bytes  file header: HALVORNIC\n"
+            "     1  type 1         22 bytes  creator: korvex165_reader.exe\n"
+            "     2  type 6          6 bytes  channel list: T, p\n"
+            "     3  type 8         16 bytes  data\n"
+            "     4  type 8          3 bytes  data; cut, its size says 20\n"
+            "damaged: the stream ends after 82 bytes of content, in or behind block 4\n");
+}
+
+TEST_F(KshockCommands, ATableIsPrintedByItsIndexInTheLineFormat) {
+  const std::string file =
+      Save("two.kshock",
+           Deflated(TTestRecording()
+                        .Creator()
+                        .StartTime(45123.25)
+                        .MissionHeader(2.5F, 2)
+                        .Channels({"ACC x", "ACC y", "ACC z", "BAT"})
+                        .Data({{0, {3, 0, 4, 3.5F}}, {0, {kEnd, kNone, kNone, kNone}}, {2000, {0, 0, 12.5F, kNone}}})
+                        .content));
+  EXPECT_EQ(
+      Kshock({"table", file, "important", "--order", "MaxAccDesc"}).out,
+      "\"ID\",\"Timestamp\",\"Acceleration max\",\"ToT total\",\"ToT max\",\"IoT total\",\"IoT max\",\"Battery\",\r\n"
+      "\"1\",\"2023-07-16 06:00:02\",\"12.5\",\"0\",\"0\",\"0\",\"0\",\"3.5\",\r\n"
+      "\"0\",\"2023-07-16 06:00:00\",\"5\",\"0\",\"0\",\"0\",\"0\",\"3.5\",\r\n");
+  EXPECT_EQ(Kshock({"table", file, "battery"}).out,
+            "\"ID\",\"Timestamp\",\"Battery\",\r\n\"0\",\"2023-07-16 06:00:00\",\"3.5\",\r\n");
+}
+
+TEST_F(KshockCommands, MakeWritesWhatReadingGivesBack) {
+  const std::string source = SaveText("source.json", R"({"startTime": 45123.25, "creator": "korvex_createShockFile.exe",
+      "mission": {"sID": "165-€", "adxl_level_on": 2.5, "options": 7, "rec_fast_rate": 0.001},
+      "channels": ["T", "ACC x", "ACC y", "ACC z"], "records": "records.csv"})");
+  static_cast<void>(SaveText("records.csv",
+                             "time_ms,ACC x,ACC y,ACC z,T,unused\r\n0,1,-2.5,3e-3,,9\n10,END,,,21.5,\n\n20,1,1,1,,\n"));
+  const TRun run = Kshock({"make", source, File("made.kshock")});
+  ASSERT_EQ(run.status, 0) << run.err;
+  EXPECT_EQ(ReadFile(Folder / "made.kshock").Last(), kReadFinished);
+  EXPECT_TRUE(EventList.ValidCreator);
+  EXPECT_EQ(MissionData.sID, "165-€");
+  EXPECT_EQ(MissionData.sTitle, " ");
+  EXPECT_EQ(MissionData.options, 7);
+  ASSERT_EQ(EventList.Count(), 2U);
+  EXPECT_EQ(EventList.GetItem(0).GetItem(0).yvalue, -2.5F);
+  ASSERT_EQ(SensorList.GetItem(0).Count(), 1U);
+  EXPECT_EQ(SensorList.GetItem(0).GetItem(0).xvalue, 21.5F);
+}
+
+TEST_F(KshockCommands, MakeTellsWhatIsWrongWithItsSourceAndWritesNothing) {
+  const auto make = [this](std::string_view description, std::string_view records) {
+    static_cast<void>(SaveText("r.csv", records));
+    return Kshock({"make", SaveText("s.json", description), File("made.kshock")});
+  };
+  const char* good = R"({"startTime": 1, "channels": ["T"], "records": "r.csv"})";
+  EXPECT_THAT(make(good, "time_ms,T\n0,1\n5,x\n").err, HasSubstr("Line 3 of the records: \"x\""));
+  EXPECT_THAT(make(good, "time_ms,T\n0,1,2\n").err, HasSubstr("Line 2"));
+  EXPECT_THAT(make(good, "time_ms,RH\n").err, HasSubstr("no column \"T\""));
+  EXPECT_THAT(make(R"({"startTime": 1, "channels": ["T"], "records": "none.csv"})", "").err, HasSubstr("none.csv"));
+  EXPECT_THAT(make(R"({"startTime": 1, "mission": {"sid": "x"}, "channels": [], "records": "r.csv"})", "").err,
+              HasSubstr("no header field"));
+  EXPECT_EQ(make("{", "").status, 3);
+  EXPECT_EQ(make(R"({"startTime": "x"})", "").status, 3);
+  EXPECT_FALSE(std::filesystem::exists(Folder / "made.kshock"));
+  static_cast<void>(make(good, "time_ms,T\n0,1\n"));
+  EXPECT_EQ(Kshock({"make", File("s.json"), File("no folder/made.kshock")}).status, 4);
+}
+
+TEST_F(KshockCommands, TheDemoIsAPlausibleMissionAndTheSameForASeed) {
+  for (const auto& [name, seed] : {std::pair("a", "1"), {"b", "1"}, {"c", "2"}}) {
+    ASSERT_EQ(Kshock({"demo", File(name), "--sensors", "1000", "--seed", seed}).status, 0);
+  }
+  EXPECT_EQ(BytesOfFile(File("a")), BytesOfFile(File("b")));
+  EXPECT_NE(BytesOfFile(File("a")), BytesOfFile(File("c")));
+
+  ASSERT_FALSE(ReadFile(Folder / "a").extent.damaged);
+  EXPECT_TRUE(MissionData.bValid && EventList.ValidCreator);
+  ASSERT_EQ(EventList.Count(), 300U);
+  std::size_t clipped = 0;
+  std::size_t falls = 0;
+  double lastStart = 0;
+  for (const TEvent& event : EventList.Events()) {
+    EXPECT_GE(event.GetStartTime(), lastStart);
+    EXPECT_LT(event.GetStartTime(), 10 * 86400000.0);
+    lastStart = event.GetStartTime();
+    EXPECT_GT(event.Max, MissionData.adxl_level_on) << "event " << event.ID;
+    EXPECT_GE(event.Count(), 160U);
+    EXPECT_LE(event.Count(), 960U);
+    clipped += event.MaxSingle == 16;
+    falls += std::ranges::count_if(event.Values(), [](const TEventValue& v) {
+               return v.zvalue < 0.3 && std::fabs(v.zvalue) < 0.3;
+             }) > 300;
+  }
+  EXPECT_GT(clipped, 5U);
+  EXPECT_EQ(falls, 1U);
+  ASSERT_EQ(SensorList.Count(), 12U);
+  for (const TSensor& sensor : SensorList.Sensors()) EXPECT_EQ(sensor.Count(), 1000U) << sensor.Name;
+
+  ASSERT_EQ(Kshock({"demo", File("sized"), "--events", "7", "--samples", "11", "--sensors", "0"}).status, 0);
+  ReadFile(Folder / "sized");
+  ASSERT_EQ(EventList.Count(), 7U);
+  EXPECT_EQ(EventList.GetItem(6).Count(), 11U);
+  EXPECT_EQ(Kshock({"demo", File("no folder/x")}).status, 4);
+}
+
+}  // namespace

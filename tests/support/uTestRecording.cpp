@@ -1,0 +1,136 @@
+#include "tests/support/uTestRecording.h"
+
+#include <fmt/format.h>
+#include <zlib.h>
+
+#include <fstream>
+#include <iterator>
+#include <random>
+#include <stdexcept>
+#include <utility>
+
+#include "model/uBlockTypes.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+class TRecordingPort final : public IMessagePort {
+ public:
+  void Receive(const TMessage& message) override { Messages.push_back(message); }
+  std::vector<TMessage> Messages;
+};
+
+}  // namespace
+
+TTempFolder::TTempFolder()
+    : FPath(fs::temp_directory_path() / fmt::format("shockscope-test-{:08x}", std::random_device{}())) {
+  fs::create_directories(FPath);
+}
+
+TTempFolder::~TTempFolder() {
+  fs::remove_all(FPath);
+}
+
+TBytes BytesOfFile(const fs::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+void WriteFile(const fs::path& path, const TBytes& bytes) {
+  std::ofstream file(path, std::ios::binary);
+  file.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+  if (!file.flush()) throw std::runtime_error("the test cannot write " + path.string());
+}
+
+TBytes Deflated(const TBytes& content) {
+  uLongf size = compressBound(content.size());
+  TBytes stream(size);
+  compress2(stream.data(), &size, content.data(), content.size(), 1);
+  stream.resize(size);
+  return stream;
+}
+
+TBytes Inflated(const TBytes& stream) {
+  TBytes content(64 * 1024 * 1024);
+  uLongf size = content.size();
+  if (uncompress(content.data(), &size, stream.data(), stream.size()) != Z_OK) throw std::runtime_error("no stream");
+  content.resize(size);
+  return content;
+}
+
+TBody& TBody::Append(std::span<const std::uint8_t> more) {
+  for (const std::uint8_t byte : more) bytes.push_back(byte);
+  return *this;
+}
+
+TBody& TBody::Text(std::string_view ansi) {
+  Put(static_cast<std::uint16_t>(ansi.size()));
+  return Append({reinterpret_cast<const std::uint8_t*>(ansi.data()), ansi.size()});
+}
+
+TTestRecording::TTestRecording() {
+  Block(kFileHeaderBlock, TBody().Text("HALVORNIC").Put(std::uint16_t{1}).Put(std::uint16_t{0}).bytes);
+}
+
+TTestRecording& TTestRecording::Block(std::uint16_t type, const TBytes& body) {
+  TBody block{std::move(content)};
+  content = block.Put(type).Put(static_cast<std::uint16_t>(body.size())).Append(body).bytes;
+  return *this;
+}
+
+TTestRecording& TTestRecording::Creator(std::string_view name) {
+  return Block(kCreatorBlock, TBody().Text(name).bytes);
+}
+
+TTestRecording& TTestRecording::StartTime(double dateTime) {
+  return Block(kStartTimeBlock, TBody().Put(dateTime - 36526).bytes);
+}
+
+TBody MissionHeaderBody(float levelOn, float levelOff) {
+  TBody body;
+  body.Put(std::uint16_t{1}).Put(std::uint16_t{2}).Text("Korvex165").Text("V2.04").Text("165-00007");
+  body.Text(
+          "Pr\xFC"
+          "fstand")
+      .Text("");
+  body.Put(45123.25).Put(45124.5);
+  for (const int word : {128, 5, 1, 3}) body.Put(static_cast<std::uint16_t>(word));
+  body.Put(45123.25).Put(45124.5).Put(levelOn).Put(levelOff).Put(0.001);
+  for (const int word : {100, 300, 33}) body.Put(static_cast<std::uint16_t>(word));
+  return body.Put(60.0);
+}
+
+TTestRecording& TTestRecording::MissionHeader(float levelOn, float levelOff) {
+  return Block(kMissionHeaderBlock, MissionHeaderBody(levelOn, levelOff).bytes);
+}
+
+TTestRecording& TTestRecording::Channels(std::initializer_list<std::string_view> names) {
+  TBody body;
+  for (const std::string_view name : names) body.Text(name);
+  return Block(kChannelListBlock, body.bytes);
+}
+
+TTestRecording& TTestRecording::Data(const std::vector<TTestRecord>& records) {
+  TBody body;
+  for (const TTestRecord& record : records) {
+    body.Put(record.ms / 86400000.0);
+    for (const float reading : record.readings) body.Put(reading);
+  }
+  return Block(kDataBlock, body.bytes);
+}
+
+TOutcome ReadFile(const fs::path& path, std::uint64_t memoryBound) {
+  ClearMission();
+  TRecordingPort port;
+  const TPortHandle handle(port);
+  TReadFileThread thread(handle.Value(), path, memoryBound);
+  thread.WaitFor();
+  return {port.Messages, thread.Extent()};
+}
+
+TOutcome ReadStream(const TBytes& stream, std::uint64_t memoryBound) {
+  const TTempFolder folder;
+  WriteFile(folder / "recording.kshock", stream);
+  return ReadFile(folder / "recording.kshock", memoryBound);
+}
