@@ -21,7 +21,7 @@ void WriteBenchRecording(const std::filesystem::path& file, const TBenchSize& si
     return std::bit_cast<std::uint32_t>(static_cast<float>(std::round(value * 256) / 256));
   };
   const auto noise = [&random] { return static_cast<double>(random() % 64) / 256; };
-  std::array<std::uint32_t, kKnownChannels.size()> record{};
+  std::array<std::uint32_t, kChannelCount> record{};
   std::uint64_t number = 0;
   for (std::uint32_t event = 0; event < size.events; ++event) {
     const double startMs = 600.0 * 1000 / 1600 * size.samplesPerEvent * event / 100;

@@ -1,14 +1,17 @@
 #include "analysis/uMissionSummary.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "analysis/uShockMetrics.h"
 #include "base/uDateTime.h"
+#include "model/uBlockTypes.h"
 
 namespace {
 
 TSensorSummary SummarizeSensor(const TSensor& sensor) {
-  TSensorSummary summary{sensor.Name, sensor.Count(), 0, 0};
+  const auto* known = std::ranges::find(kKnownChannels, sensor.Name, &TKnownChannel::sensorName);
+  TSensorSummary summary{sensor.Name, known == std::end(kKnownChannels) ? "" : known->unit, sensor.Count(), 0, 0};
   bool first = true;
   for (const TSensorValue& value : sensor.Values()) {
     if (std::isnan(value.xvalue)) continue;

@@ -5,6 +5,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "model/uEvents.h"
@@ -13,6 +14,7 @@
 
 struct TSensorSummary {
   std::string name;
+  std::string_view unit;  // empty where it depends on what is connected
   std::size_t count = 0;
   float minimum = 0, maximum = 0;  // over the readings that are numbers; 0 when there is none
 };

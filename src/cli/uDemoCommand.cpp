@@ -237,7 +237,7 @@ class TSlowSeries {
       : FCount(size.readings), FRandom(random), FWriter(writer) {}
 
   void WriteUntil(double ms) {
-    std::array<std::uint32_t, kKnownChannels.size()> record{};
+    std::array<std::uint32_t, kChannelCount> record{};
     for (; FNext < FCount && TimeOf(FNext) <= ms; ++FNext) {
       std::fill_n(record.begin(), kAxisCount, kNoValue);
       // Somebody pressed the button when the truck left and a day after the drop.
@@ -261,7 +261,7 @@ class TSlowSeries {
 
 void WriteEvent(const TDemoEvent& event, TRandom& random, TSlowSeries& slow, TRecordingWriter& writer) {
   const std::vector<TPulse> pulses = PlanPulses(event, random);
-  std::array<std::uint32_t, kKnownChannels.size()> record{};
+  std::array<std::uint32_t, kChannelCount> record{};
   record.fill(kNoValue);
   const double length = event.samples / kRate;
   for (std::uint32_t i = 0; i < event.samples; ++i) {

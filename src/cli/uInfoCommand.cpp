@@ -51,8 +51,10 @@ std::string EventsText(const TMissionSummary& summary, const TEventList& events)
 }
 
 std::string SensorText(const TSensorSummary& sensor) {
-  return Line(sensor.name, fmt::format("{} readings, {} to {}", sensor.count, MaskFloat("0.###", sensor.minimum),
-                                       MaskFloat("0.###", sensor.maximum)));
+  if (sensor.count == 0) return Line(sensor.name, "no readings");
+  return Line(sensor.name,
+              fmt::format("{} readings, {} to {}{}{}", sensor.count, MaskFloat("0.###", sensor.minimum),
+                          MaskFloat("0.###", sensor.maximum), sensor.unit.empty() ? "" : " ", sensor.unit));
 }
 
 }  // namespace

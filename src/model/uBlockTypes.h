@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <iterator>
 #include <string_view>
 
 inline constexpr std::uint16_t kFileHeaderBlock = 0;
@@ -30,25 +31,29 @@ inline constexpr std::array<std::string_view, 3> kValidCreators = {"korvex_creat
 struct TKnownChannel {
   std::string_view nameInFile;
   std::string_view sensorName;
-  bool dropsEveryNaN;  // else only the two marks are dropped
+  std::string_view unit;       // empty where it depends on what is connected
+  bool dropsEveryNaN = false;  // else only the two marks are dropped
 };
 
 // The axes come first. Kept on purpose: only the analog inputs drop every NaN.
-inline constexpr std::array<TKnownChannel, 15> kKnownChannels = {{{"ACC x", "", false},
-                                                                  {"ACC y", "", false},
-                                                                  {"ACC z", "", false},
-                                                                  {"T", "Temperature", false},
-                                                                  {"T(RH)", "Temperature RH", false},
-                                                                  {"T(p)", "Temperature p", false},
-                                                                  {"RH", "RH", false},
-                                                                  {"L", "L", false},
-                                                                  {"p", "Pressure", false},
-                                                                  {"BAT", "Battery", false},
-                                                                  {"Marker", "Marker", false},
-                                                                  {"A1", "A1", true},
-                                                                  {"A2", "A2", true},
-                                                                  {"A3", "A3", true},
-                                                                  {"A4", "A4", true}}};
+inline constexpr TKnownChannel kKnownChannels[] = {
+    {"ACC x", "", "g"},
+    {"ACC y", "", "g"},
+    {"ACC z", "", "g"},
+    {"T", "Temperature", "°C"},
+    {"T(RH)", "Temperature RH", "°C"},
+    {"T(p)", "Temperature p", "°C"},
+    {"RH", "RH", "%RH"},
+    {"L", "L", "lux"},
+    {"p", "Pressure", "mbar"},
+    {"BAT", "Battery", "V"},
+    {"Marker", "Marker", ""},
+    {"A1", "A1", "", true},
+    {"A2", "A2", "", true},
+    {"A3", "A3", "", true},
+    {"A4", "A4", "", true},
+};
+inline constexpr std::size_t kChannelCount = std::size(kKnownChannels);
 inline constexpr std::size_t kAxisCount = 3;
 
 // What a block holds, in words.

@@ -117,8 +117,8 @@ class TBlockReader {
     while (FFile.BlockPos() + 1 < FFile.BlockSize()) {
       const AnsiString name = FFile.ReadString();
       const auto* known = std::ranges::find(kKnownChannels, name, &TKnownChannel::nameInFile);
-      if (known != kKnownChannels.end()) {
-        const auto channel = static_cast<std::size_t>(known - kKnownChannels.begin());
+      if (known != std::end(kKnownChannels)) {
+        const auto channel = static_cast<std::size_t>(known - std::begin(kKnownChannels));
         FColumnOf[channel] = FColumnCount;
         if (channel < kAxisCount) {
           bool* const flags[kAxisCount] = {&AxesPresent.x, &AxesPresent.y, &AxesPresent.z};
@@ -179,8 +179,8 @@ class TBlockReader {
     for (std::size_t i = 0; i < SensorList.Count(); ++i) {
       TSensor& sensor = SensorList.GetItem(i);
       const auto* known = std::ranges::find(kKnownChannels, sensor.Name, &TKnownChannel::sensorName);
-      if (known == kKnownChannels.end()) continue;
-      const TSource source = sourceOf(static_cast<std::size_t>(known - kKnownChannels.begin()));
+      if (known == std::end(kKnownChannels)) continue;
+      const TSource source = sourceOf(static_cast<std::size_t>(known - std::begin(kKnownChannels)));
       FRoutes.push_back({&sensor, source, known->dropsEveryNaN});
       if (source.offset) {
         FSlowBegin = std::min(FSlowBegin, *source.offset);
@@ -255,8 +255,8 @@ class TBlockReader {
   bool FFirstDataBlock = true;
   bool FRoutesAreOld = true;
   std::size_t FColumnCount = 0;
-  std::array<std::size_t, kKnownChannels.size()> FColumnOf{};
-  std::array<std::uint32_t, kKnownChannels.size()> FCurrent{};  // bit patterns, so that marks stay marks
+  std::array<std::size_t, kChannelCount> FColumnOf{};
+  std::array<std::uint32_t, kChannelCount> FCurrent{};  // bit patterns, so that marks stay marks
   std::array<TSource, kAxisCount> FAxes{};
   std::vector<TRoute> FRoutes;
   std::size_t FSlowBegin = 0, FSlowEnd = 0;  // the part of a record in which the sensors' columns lie

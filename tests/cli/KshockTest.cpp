@@ -81,7 +81,7 @@ TEST_F(KshockCommands, InfoTellsMissionAndSummary) {
   const std::string text = Kshock({"info", kStairs}).out;
   for (const char* part : {"165-00233", "Limit= 2.5 g, Measurement rate= ~128 Hz", "215 with 43266 samples",
                            "8.267 g (7.812 g on X-neg): event 211", "2023-02-01 08:00:04 to 2023-02-01 19:59:54",
-                           "4320 readings, 22.88 to 28.56"}) {
+                           "4320 readings, 22.88 to 28.56 °C"}) {
     EXPECT_THAT(text, HasSubstr(part));
   }
 }
