@@ -5,8 +5,8 @@
 #include <cmath>
 #include <random>
 
-#include "cli/uRecordingWriter.h"
 #include "model/uBlockTypes.h"
+#include "model/uRecordingWriter.h"
 
 void WriteBenchRecording(const std::filesystem::path& file, const TBenchSize& size) {
   TRecordingHead head;

@@ -53,7 +53,7 @@ def breaches(path, text):
 
 
 def main():
-    listed = subprocess.run(["git", "ls-files", "src"], capture_output=True, text=True, check=True).stdout.split()
+    listed = subprocess.run(["git", "ls-files", "-co", "--exclude-standard", "src"], capture_output=True, text=True, check=True).stdout.split()
     bad = 0
     for path in listed:
         if path.endswith((".h", ".cpp")):

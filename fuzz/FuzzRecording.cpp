@@ -25,7 +25,7 @@ constexpr unsigned kCut = 2;        // the stream loses its last bytes
 // Checks what every read promises: exactly one end message, last.
 class TCheckingPort final : public IMessagePort {
  public:
-  void Receive(const TMessage& message) override {
+  void Receive(const TMessage& message) noexcept override {
     if (Ended || message.Msg != kReadFileMessage) std::abort();
     Ended = message.wParam == kReadFinished || message.wParam == kReadFailed;
     if (!Ended && message.wParam != kReadProgress) std::abort();

@@ -76,18 +76,6 @@ struct TIndexKey {
 constexpr TIndexKey kEventIndexes[] = {{"MaxAcc", "Acceleration max"}, {"DBC", "ToT total"}, {"Int", "IoT total"},
                                        {"DBCSM", "ToT max"},           {"IntSM", "IoT max"}, {"ID", "ID"},
                                        {"Timestamp", "Timestamp"}};
-constexpr TIndexKey kSensorIndexes[] = {{"Temp.", "Temp."},
-                                        {"Temp. P", "Temp. P"},
-                                        {"Temp. RH", "Temp. RH"},
-                                        {"Light", "Light"},
-                                        {"Pressure", "Pressure"},
-                                        {"Humidity", "Humidity"},
-                                        {"DewPoint", kDewPoint},
-                                        {"A1", "A1"},
-                                        {"A2", "A2"},
-                                        {"A3", "A3"},
-                                        {"A4", "A4"}};
-
 bool IsPresent(const TSensorList& sensors, std::string_view name) {
   return std::ranges::find(sensors.Sensors(), name, &TSensor::Name) != sensors.Sensors().end();
 }
@@ -109,8 +97,9 @@ void DefineSensorFields(std::span<const TSensorField> fields, const TSensorList&
   }
 }
 
-void DefineIndexes(std::span<const TIndexKey> keys, TDataset& table) {
-  for (const auto& [key, field] : keys) table.AddIndexPair(key, field);
+// A pair of indexes for each field that is there; the key is the field's, but for the dew point.
+void DefineSensorIndexes(std::span<const TSensorField> fields, TDataset& table) {
+  for (const auto& [field, sensor] : fields) table.AddIndexPair(field == kDewPoint ? "DewPoint" : field, field);
 }
 
 // Sensors to look at, by the fields of a table.
@@ -218,9 +207,8 @@ void FillEvents(const TMissionData& mission, const TEventList& events, const TSe
     ReportRow("Shock Events", i, events.Count(), progress);
   }
   datasets.TotalIntensityLabels.fill(MaskFloat("0.##", intensitySum));
-  DefineIndexes(kEventIndexes, table);
-  DefineIndexes(kSensorIndexes, table);
-  table.AddIndexPair("Battery", "Battery");
+  for (const auto& [key, field] : kEventIndexes) table.AddIndexPair(key, field);
+  DefineSensorIndexes(kEventFields, table);
 }
 
 // The cards show what the event table holds; only the set of fields and their names differ.
@@ -290,7 +278,7 @@ void FillSensors(const TEventList& events, const TSensorList& sensors, const TDa
     ReportRow("Sensors data", j, rows, progress);
   }
   table.AddIndexPair("Timestamp", "Timestamp");
-  DefineIndexes(kSensorIndexes, table);
+  DefineSensorIndexes(kSensorsFields, table);
   table.SelectIndex("TimestampASC");
 }
 

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "analysis/uDataset.h"
 #include "base/uProgress.h"
@@ -38,6 +39,14 @@ struct TMissionDatasets {
   // The captions of the two labels that show the mission's total intensity: the sum of the IoT totals in "0.##".
   std::array<std::string, 2> TotalIntensityLabels;
 };
+
+// The tables by the names that commands know them by.
+inline constexpr std::pair<std::string_view, TDataset TMissionDatasets::*> kTables[] = {
+    {"events", &TMissionDatasets::Events},
+    {"important", &TMissionDatasets::Important},
+    {"cards", &TMissionDatasets::Cards},
+    {"sensors", &TMissionDatasets::Sensors},
+    {"battery", &TMissionDatasets::Battery}};
 
 // Fills all five tables from the model, in the order in which they stand above, with progress 2 … 5.
 void LoadKorvexFileData(const TMissionData& mission, const TEventList& events, const TSensorList& sensors,

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <cmath>
 #include <cstdint>
+#include <cstdlib>
 #include <utility>
 
 #include "base/uText.h"
@@ -72,8 +73,9 @@ std::string FormatDateTime(std::string_view mask, double dateTime) {
 
   constexpr std::int64_t kMs = 86400000;
   const auto total = static_cast<std::int64_t>(std::llround(dateTime * kMsPerDay));
-  const std::int64_t day = total >= 0 ? total / kMs : -((kMs - 1 - total) / kMs);
-  const std::int64_t ms = total - day * kMs;
+  // The fraction is the time of day on either side of the epoch: -1.25 is 06:00 on the day before it.
+  const std::int64_t day = total / kMs;
+  const std::int64_t ms = std::abs(total % kMs);
   const TMoment moment{kEpoch + days{day}, ms / 3600000, ms / 60000 % 60, ms / 1000 % 60, ms % 1000};
 
   std::string text;

@@ -1,4 +1,5 @@
-// Date-times: days since 1899-12-30 as a double, the time of day as the fraction. Shown as recorded, in no time zone.
+// Date-times: days since 1899-12-30 as a double, the time of day as the fraction (without sign, so -1.25 is 06:00 on
+// 1899-12-29). Shown as recorded, in no time zone.
 #pragma once
 
 #include <string>

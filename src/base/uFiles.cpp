@@ -7,6 +7,12 @@
 
 namespace fs = std::filesystem;
 
+namespace {
+
+constexpr int kMaxLinks = 40;
+
+}  // namespace
+
 fs::path PathFromUtf8(std::string_view utf8) {
   return fs::path(std::u8string(utf8.begin(), utf8.end()));
 }
@@ -17,13 +23,15 @@ std::string Utf8FromPath(const fs::path& path) {
 }
 
 void WriteBesideAndRename(const fs::path& target, const std::function<void(const fs::path&)>& write) {
-  const fs::path real = fs::is_symlink(target) ? fs::weakly_canonical(target) : target;
+  fs::path real = target;
+  for (int links = 0; fs::is_symlink(real) && links < kMaxLinks; ++links) {
+    real = real.parent_path() / fs::read_symlink(real);
+  }
   if (fs::exists(real) && !fs::is_regular_file(real)) {
     throw fs::filesystem_error("not a file that can be replaced", real,
                                std::make_error_code(std::errc::invalid_argument));
   }
-  fs::path beside = real;
-  beside += fmt::format(".{:08x}.part", std::random_device{}());
+  const fs::path beside = real.parent_path() / fmt::format(".shockscope-{:08x}.part", std::random_device{}());
   try {
     write(beside);
     fs::rename(beside, real);

@@ -14,7 +14,7 @@ struct TMessage {
 class IMessagePort {
  public:
   virtual ~IMessagePort() = default;
-  virtual void Receive(const TMessage& message) = 0;
+  virtual void Receive(const TMessage& message) noexcept = 0;
 };
 
 // A port's registration under a handle of its own. When the destructor has returned, no Receive runs or comes.

@@ -39,6 +39,8 @@ char32_t TakeCodePoint(std::string_view& utf8) {
     if ((next & 0xC0U) != 0x80U) return kMalformed;
     codePoint = (codePoint << 6) | (next & 0x3FU);
   }
+  constexpr char32_t kLeast[] = {0, 0x80, 0x800, 0x10000};
+  if (codePoint < kLeast[following]) return kMalformed;
   utf8.remove_prefix(following);
   return codePoint;
 }
@@ -151,6 +153,17 @@ std::string MaskFloat(std::string_view mask, double value) {
   TDecimal decimal = ToDecimal(value);
   RoundDigits(decimal, decimal.exponent + 1 + static_cast<int>(places.size()));
   return FixedText(decimal, minPlaces);
+}
+
+std::string Printable(std::string_view utf8) {
+  std::string text;
+  while (!utf8.empty()) {
+    const std::string_view before = utf8;
+    const char32_t codePoint = TakeCodePoint(utf8);
+    const bool isControl = codePoint < 0x20 || (codePoint >= 0x7F && codePoint < 0xA0);
+    text += isControl ? "?" : before.substr(0, before.size() - utf8.size());
+  }
+  return text;
 }
 
 void AppendListItem(std::string& text, std::string_view item) {

@@ -23,5 +23,8 @@ std::string GeneralFloat(double value);
 // A value that rounds to zero has no sign. What is not finite reads as in GeneralFloat.
 std::string MaskFloat(std::string_view mask, double value);
 
+// The text with every control character as "?", so that it cannot steer a terminal or forge a line.
+std::string Printable(std::string_view utf8);
+
 // Appends an item to a list in words: as it is when the text is empty, else after ", ".
 void AppendListItem(std::string& text, std::string_view item);

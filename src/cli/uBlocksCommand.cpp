@@ -35,8 +35,7 @@ std::string Content(TDataFile& file) {
 void PrintBlock(std::size_t number, TDataFile& file, const TConsole& console) {
   std::string line = fmt::format("{:>6}  type {:<5}  {:>5} bytes  {}", number, file.BlockType(), file.BlockSize(),
                                  BlockDescription(file.BlockType()));
-  file.RewindBlock();
-  line += Content(file);
+  line += Printable(Content(file));
   if (file.BlockCut()) line += fmt::format("; cut, its size says {}", file.BlockSizeInFile());
   console.out(line + "\n");
 }

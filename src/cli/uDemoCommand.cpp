@@ -11,8 +11,8 @@
 #include "base/uDateTime.h"
 #include "base/uFiles.h"
 #include "cli/uCommands.h"
-#include "cli/uRecordingWriter.h"
 #include "model/uBlockTypes.h"
+#include "model/uRecordingWriter.h"
 
 namespace {
 

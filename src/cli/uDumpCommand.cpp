@@ -13,28 +13,7 @@ namespace {
 void WriteMission(const TMissionData& mission, TJsonWriter& json) {
   json.Begin('{');
   json.Member("bValid", mission.bValid);
-  json.Member("fileVersion", mission.fileVersion);
-  json.Member("version", mission.version);
-  json.Member("sKorvexType", mission.sKorvexType);
-  json.Member("sKorvexVersion", mission.sKorvexVersion);
-  json.Member("sID", mission.sID);
-  json.Member("sTitle", mission.sTitle);
-  json.Member("sOperator", mission.sOperator);
-  json.Member("rec_starttime", mission.rec_starttime);
-  json.Member("rec_endtime", mission.rec_endtime);
-  json.Member("rec_ctrl", mission.rec_ctrl);
-  json.Member("options", mission.options);
-  json.Member("rec_startmode", mission.rec_startmode);
-  json.Member("rec_stopmode", mission.rec_stopmode);
-  json.Member("rtc_starttime", mission.rtc_starttime);
-  json.Member("rtc_stoptime", mission.rtc_stoptime);
-  json.Member("adxl_level_on", mission.adxl_level_on);
-  json.Member("adxl_level_off", mission.adxl_level_off);
-  json.Member("rec_fast_rate", mission.rec_fast_rate);
-  json.Member("buffer_pre_cnts", mission.buffer_pre_cnts);
-  json.Member("buffer_post_cnts", mission.buffer_post_cnts);
-  json.Member("rec_std_mask", mission.rec_std_mask);
-  json.Member("tb_meas_rate", mission.tb_meas_rate);
+  VisitStoredFields(mission, [&json](const char* name, const auto& field) { json.Member(name, field); });
   json.End('}');
 }
 
@@ -141,7 +120,7 @@ TStatus DumpCommand(const std::string& file, std::optional<std::size_t> rows, co
   const TRecording recording = ReadRecording(file, console);
   TMissionDatasets tables;
   TNoProgress progress;
-  LoadKorvexFileData(MissionData, EventList, SensorList, {}, progress, tables);
+  LoadKorvexFileData(recording.mission, recording.events, recording.sensors, {}, progress, tables);
 
   TJsonWriter json(console.out);
   json.Begin('{');
@@ -154,26 +133,21 @@ TStatus DumpCommand(const std::string& file, std::optional<std::size_t> rows, co
   json.Member("damaged", recording.extent.damaged);
   json.Member("blocks", recording.blocks);
   json.Key("mission");
-  WriteMission(MissionData, json);
-  json.Member("startTime", EventList.StartTime);
-  json.Member("validCreator", EventList.ValidCreator);
+  WriteMission(recording.mission, json);
+  json.Member("startTime", recording.events.StartTime);
+  json.Member("validCreator", recording.events.ValidCreator);
   json.Key("events");
-  WriteEvents(MissionData, EventList, json);
+  WriteEvents(recording.mission, recording.events, json);
   json.Key("sensors");
-  WriteSensors(SensorList, json);
+  WriteSensors(recording.sensors, json);
   json.Key("texts");
-  WriteTexts(MissionData, json);
+  WriteTexts(recording.mission, json);
   json.Key("tables");
   json.Begin('{');
   const std::size_t limit = rows.value_or(std::numeric_limits<std::size_t>::max());
-  const std::pair<const char*, const TDataset*> named[] = {{"events", &tables.Events},
-                                                           {"important", &tables.Important},
-                                                           {"cards", &tables.Cards},
-                                                           {"sensors", &tables.Sensors},
-                                                           {"battery", &tables.Battery}};
-  for (const auto& [name, table] : named) {
+  for (const auto& [name, table] : kTables) {
     json.Key(name);
-    WriteTable(*table, limit, json);
+    WriteTable(tables.*table, limit, json);
   }
   json.End('}');
   json.End('}');

@@ -14,13 +14,14 @@
 namespace {
 
 std::string Line(std::string_view label, std::string_view value) {
-  return fmt::format("  {:<18}{}\n", label, value);
+  return fmt::format("  {:<18}{}\n", label, Printable(value));
 }
 
 // A length of time, to the millisecond.
 std::string DurationText(double days) {
-  const double wholeDays = std::floor(days + 0.5 / kMsPerDay);
-  const std::string ofDay = FormatDateTime("hh:nn:ss.zzz", days - wholeDays);
+  const double ms = std::round(days * kMsPerDay);
+  const double wholeDays = std::floor(ms / kMsPerDay);
+  const std::string ofDay = FormatDateTime("hh:nn:ss.zzz", (ms - wholeDays * kMsPerDay) / kMsPerDay);
   return wholeDays > 0 ? fmt::format("{:.0f} d {}", wholeDays, ofDay) : ofDay;
 }
 
@@ -61,14 +62,11 @@ std::string SensorText(const TSensorSummary& sensor) {
 
 TStatus InfoCommand(const std::string& file, const TConsole& console) {
   const TRecording recording = ReadRecording(file, console);
-  if (recording.status == TStatus::NotDisplayable ||
-      (recording.status == TStatus::CannotRead && recording.blocks == 0)) {
-    return recording.status;
-  }
-  const TMissionSummary summary = SummarizeMission(MissionData, EventList, SensorList);
-  std::string text = fmt::format("{}\n", file);
-  if (MissionData.bValid) text += MissionText(MissionData);
-  text += EventsText(summary, EventList);
+  if (!recording.HasMission()) return recording.status;
+  const TMissionSummary summary = SummarizeMission(recording.mission, recording.events, recording.sensors);
+  std::string text = Printable(file) + "\n";
+  if (recording.mission.bValid) text += MissionText(recording.mission);
+  text += EventsText(summary, recording.events);
   if (summary.firstTime) {
     text += Line("Time span", fmt::format("{} to {} ({})", FormatDateTime(DateTimeMask(), *summary.firstTime),
                                           FormatDateTime(DateTimeMask(), *summary.lastTime),

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <exception>
 
+#include "analysis/uMissionDatasets.h"
 #include "cli/uCommands.h"
 
 namespace {
@@ -73,7 +74,7 @@ class TCommandLine {
     AddFile(command);
     command->add_option("TABLE", FTable, "events, important, cards, sensors or battery")
         ->required()
-        ->check(CLI::IsMember({"events", "important", "cards", "sensors", "battery"}));
+        ->check(CLI::IsMember(TableNames()));
     command->add_option("--order", FIndex, "Index, such as MaxAccDesc or TimestampASC");
     command->callback([this] { FStatus = TableCommand(FFile, FTable, FIndex, FConsole); });
   }
@@ -99,6 +100,12 @@ class TCommandLine {
     command->add_option("--sensors", FDemo.readings, "Readings of each slow sensor")->capture_default_str();
     command->add_option("--seed", FDemo.seed, "Another seed makes another mission")->capture_default_str();
     command->callback([this] { FStatus = DemoCommand(FOut, FDemo, FConsole); });
+  }
+
+  static std::vector<std::string> TableNames() {
+    std::vector<std::string> names;
+    for (const auto& [name, table] : kTables) names.emplace_back(name);
+    return names;
   }
 
   void AddFile(CLI::App* command) { command->add_option("FILE", FFile, "Recording")->required(); }

@@ -9,8 +9,8 @@
 
 #include "base/uFiles.h"
 #include "cli/uCommands.h"
-#include "cli/uRecordingWriter.h"
 #include "model/uBlockTypes.h"
+#include "model/uRecordingWriter.h"
 
 using nlohmann::json;
 

@@ -3,7 +3,7 @@
 #include <fmt/format.h>
 
 #include "base/uFiles.h"
-#include "model/uEvents.h"
+#include "base/uText.h"
 #include "model/uExceptions1V0.h"
 #include "platform/uMachineMemory.h"
 
@@ -14,7 +14,7 @@ class TReadingPort final : public IMessagePort {
  public:
   explicit TReadingPort(const TConsole& console) : FConsole(console) {}
 
-  void Receive(const TMessage& message) override {
+  void Receive(const TMessage& message) noexcept override {
     Last = message;
     if (message.wParam != kReadProgress) return;
     Blocks = message.lParam;
@@ -34,24 +34,24 @@ TStatus StatusOf(const TRecording& recording) {
   return recording.extent.damaged ? TStatus::Damaged : TStatus::Done;
 }
 
+bool CannotBeOpened(const TRecording& recording) {
+  return recording.message.wParam == kReadFailed && recording.message.lParam == kCannotOpenDataFile;
+}
+
 std::string Complaint(const TRecording& recording) {
-  const std::string extent =
-      fmt::format("{} data blocks, {} bytes of content", recording.blocks, recording.extent.inflatedBytes);
-  switch (recording.status) {
-    case TStatus::CannotRead:
-      return recording.message.lParam == kCannotOpenDataFile
-                 ? ReadErrorText
-                 : fmt::format("The recording cannot be read further: {} Read so far: {}.", ReadErrorText, extent);
-    case TStatus::NotDisplayable:
-      return "This file cannot be displayed.";
-    case TStatus::Damaged:
-      return fmt::format("The recording is damaged or cut short. Read and used: {}.", extent);
-    default:
-      return {};
-  }
+  std::string text;
+  if (recording.status == TStatus::CannotRead) text = ReadErrorText;
+  if (recording.status == TStatus::NotDisplayable) text = "This file cannot be displayed.";
+  if (!recording.extent.damaged) return text;
+  return text + fmt::format("{}The recording is damaged or cut short; read: {} data blocks, {} bytes of content.",
+                            text.empty() ? "" : " ", recording.blocks, recording.extent.inflatedBytes);
 }
 
 }  // namespace
+
+bool TRecording::HasMission() const {
+  return status != TStatus::NotDisplayable && !CannotBeOpened(*this);
+}
 
 TRecording ReadRecording(const std::string& file, const TConsole& console) {
   ClearMission();
@@ -59,7 +59,7 @@ TRecording ReadRecording(const std::string& file, const TConsole& console) {
   {
     TReadingPort port(console);
     const TPortHandle handle(port);
-    // A quarter of the memory stays for the tables and for everybody else.
+    // A quarter of the memory stays for everybody else.
     TReadFileThread thread(handle.Value(), PathFromUtf8(file), MachineMemoryBytes() / 4 * 3);
     thread.WaitFor();
     recording.message = port.Last;
@@ -70,6 +70,6 @@ TRecording ReadRecording(const std::string& file, const TConsole& console) {
   recording.displayable = MissionData.bValid && EventList.ValidCreator;
   recording.status = StatusOf(recording);
   const std::string complaint = Complaint(recording);
-  if (!complaint.empty()) console.err(fmt::format("kshock: {}: {}\n", file, complaint));
+  if (!complaint.empty()) console.err(fmt::format("kshock: {}: {}\n", Printable(file), Printable(complaint)));
   return recording;
 }

@@ -5,6 +5,9 @@
 
 #include "base/uMessages.h"
 #include "cli/uConsole.h"
+#include "model/uEvents.h"
+#include "model/uGlobalSharedVariables.h"
+#include "model/uOtherSensors.h"
 #include "model/uReadFileThread.h"
 
 struct TRecording {
@@ -13,6 +16,12 @@ struct TRecording {
   TReadExtent extent;
   bool displayable = false;
   TStatus status = TStatus::Done;
+  const TMissionData& mission = MissionData;
+  const TEventList& events = EventList;
+  const TSensorList& sensors = SensorList;
+
+  // Something was read that a command can show.
+  [[nodiscard]] bool HasMission() const;
 };
 
 // Replaces the model by what the file holds and says on the console's err what is wrong with it. `file` is UTF-8.

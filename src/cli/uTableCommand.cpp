@@ -1,19 +1,17 @@
 #include <fmt/format.h>
 
+#include <algorithm>
+
 #include "analysis/uMissionDatasets.h"
 #include "cli/uCommands.h"
 #include "cli/uRecording.h"
 #include "export/uCsvExports.h"
-#include "model/uExceptions1V0.h"
 
 namespace {
 
-TDataset& TableOf(const std::string& name, TMissionDatasets& tables) {
-  if (name == "important") return tables.Important;
-  if (name == "cards") return tables.Cards;
-  if (name == "sensors") return tables.Sensors;
-  if (name == "battery") return tables.Battery;
-  return tables.Events;
+TDataset& TableOf(std::string_view name, TMissionDatasets& tables) {
+  return tables.*
+         std::ranges::find(kTables, name, &std::pair<std::string_view, TDataset TMissionDatasets::*>::first)->second;
 }
 
 bool UseIndex(const std::string& table, const std::string& index, TMissionDatasets& tables) {
@@ -29,12 +27,10 @@ bool UseIndex(const std::string& table, const std::string& index, TMissionDatase
 TStatus TableCommand(const std::string& file, const std::string& table, const std::string& index,
                      const TConsole& console) {
   const TRecording recording = ReadRecording(file, console);
-  if (recording.status == TStatus::NotDisplayable || recording.message.lParam == kCannotOpenDataFile) {
-    return recording.status;
-  }
+  if (!recording.HasMission()) return recording.status;
   TMissionDatasets tables;
   TNoProgress progress;
-  LoadKorvexFileData(MissionData, EventList, SensorList, {}, progress, tables);
+  LoadKorvexFileData(recording.mission, recording.events, recording.sensors, {}, progress, tables);
   if (!UseIndex(table, index, tables)) {
     console.err(fmt::format("kshock: {}: The table \"{}\" has no index \"{}\".\n", file, table, index));
     return TStatus::WrongUse;

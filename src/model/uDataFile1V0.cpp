@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstring>
 #include <system_error>
 
 #include "base/uFiles.h"
@@ -16,7 +15,8 @@
 namespace {
 
 constexpr std::string_view kMagic = "HALVORNIC";
-constexpr std::string_view kOtherMagic = "TREMALINE";
+// What the body of a header block begins with: the count of the magic, and the magic.
+constexpr std::string_view kHeaders[] = {{"\x09\0HALVORNIC", 11}, {"\x09\0TREMALINE", 11}};
 constexpr std::size_t kHeaderBlockSize = 15;
 
 std::span<const std::uint8_t> BytesOf(std::string_view text) {
@@ -61,7 +61,7 @@ TDataFile::TDataFile(const std::filesystem::path& sFileName, TLoad) {
   }
   errno = 0;
   if (open(sFileName, std::ios::in | std::ios::binary) == nullptr) ThrowFileError("Cannot open", sFileName, errno);
-  FInflate = std::make_unique<TInflateStream>(static_cast<std::filebuf&>(*this));
+  ZipStream = std::make_unique<TInflateStream>(static_cast<std::filebuf&>(*this));
 }
 
 TDataFile::TDataFile(const std::filesystem::path& sFileName, TSave) {
@@ -69,7 +69,7 @@ TDataFile::TDataFile(const std::filesystem::path& sFileName, TSave) {
   if (open(sFileName, std::ios::out | std::ios::trunc | std::ios::binary) == nullptr) {
     ThrowFileError("Cannot create", sFileName, errno);
   }
-  FDeflate = std::make_unique<TDeflateStream>(static_cast<std::filebuf&>(*this));
+  ZipSaveStream = std::make_unique<TDeflateStream>(static_cast<std::filebuf&>(*this));
   NewBlock(kFileHeaderBlock);
   WriteString(kMagic);
   WriteWord(1);
@@ -80,13 +80,13 @@ TDataFile::TDataFile(const std::filesystem::path& sFileName, TSave) {
 TDataFile::~TDataFile() {
   try {
     Close();
-  } catch (...) {  // NOLINT(bugprone-empty-catch): a destructor has nobody to tell; Close has
+  } catch (...) {  // a destructor has nobody to tell; Close has
   }
 }
 
 void TDataFile::Close() {
-  if (FDeflate) {
-    const auto deflating = std::move(FDeflate);
+  if (ZipSaveStream) {
+    const auto deflating = std::move(ZipSaveStream);
     deflating->Finish();
     if (close() == nullptr) throw EStreamError("The file cannot be written to its end.");
   }
@@ -94,21 +94,15 @@ void TDataFile::Close() {
 
 bool TDataFile::IsLoadOk() {
   const bool read = ReadBlock();
-  if ((!read || FBlockCut) && FInflate->ReadFailed()) throw EStreamError("The file cannot be read.");
+  if ((!read || FBlockCut) && ZipStream->ReadFailed()) throw EStreamError("The file cannot be read.");
   if (!read || FBlockCut || FBlockType != kFileHeaderBlock || BlockSize() != kHeaderBlockSize) return false;
-  const auto startsWith = [&](std::string_view magic) {
-    TMemoryStream wanted;
-    const auto count = static_cast<std::uint16_t>(magic.size());
-    wanted.Write({reinterpret_cast<const std::uint8_t*>(&count), sizeof count});
-    wanted.Write(BytesOf(magic));
-    return std::equal(wanted.Bytes().begin(), wanted.Bytes().end(), BufStream.Bytes().begin());
-  };
-  return startsWith(kMagic) || startsWith(kOtherMagic);
+  const std::string_view body(reinterpret_cast<const char*>(BufStream.Bytes().data()), BlockSize());
+  return std::ranges::any_of(kHeaders, [&body](std::string_view header) { return body.starts_with(header); });
 }
 
 std::span<const std::uint8_t> TDataFile::TakeZip(std::size_t count) {
-  const auto bytes = FInflate->Take(count);
-  if (bytes.size() < count && !FInflate->EndedWell()) FDamaged = true;
+  const auto bytes = ZipStream->Take(count);
+  if (bytes.size() < count && !ZipStream->EndedWell()) FDamaged = true;
   return bytes;
 }
 
@@ -152,8 +146,8 @@ void TDataFile::NewBlock(std::uint16_t wsType) {
 void TDataFile::WriteBlock() {
   if (BufStream.Size() == 0) return;
   const std::array<std::uint16_t, 2> header = {FBlockType, static_cast<std::uint16_t>(BufStream.Size())};
-  FDeflate->Write({reinterpret_cast<const std::uint8_t*>(header.data()), sizeof header});
-  FDeflate->Write(BufStream.Bytes());
+  ZipSaveStream->Write({reinterpret_cast<const std::uint8_t*>(header.data()), sizeof header});
+  ZipSaveStream->Write(BufStream.Bytes());
   BufStream.Clear();
 }
 

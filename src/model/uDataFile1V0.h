@@ -21,6 +21,9 @@ class TDeflateStream;
 // Bytes in memory with a reading position. Writing appends and leaves the position at the end.
 class TMemoryStream {
  public:
+  TMemoryStream() = default;
+  TMemoryStream(const TMemoryStream&) = delete;
+  TMemoryStream& operator=(const TMemoryStream&) = delete;
   void Clear() { Borrow({}); }
   // Shows bytes that belong to somebody else, from the first on; they are copied when something is written to them.
   void Borrow(std::span<const std::uint8_t> bytes);
@@ -131,8 +134,8 @@ class TDataFile : private std::filebuf {
   std::span<const std::uint8_t> TakeZip(std::size_t count);
 
   TMemoryStream BufStream;
-  std::unique_ptr<TInflateStream> FInflate;
-  std::unique_ptr<TDeflateStream> FDeflate;
+  std::unique_ptr<TInflateStream> ZipStream;      // while loading
+  std::unique_ptr<TDeflateStream> ZipSaveStream;  // while saving
   std::uint16_t FBlockType = 0;
   std::uint16_t FBlockSizeInFile = 0;
   bool FBlockCut = false;

@@ -10,7 +10,9 @@ std::string ReadErrorText;
 void ClearMission() {
   EventList.Clear();
   SensorList.Clear();
+  const bool firstRead = MissionData.bFirstReadKorvex;
   MissionData = {};
+  MissionData.bFirstReadKorvex = firstRead;
   AxesPresent = {};
   ReadErrorText.clear();
 }

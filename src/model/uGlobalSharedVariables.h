@@ -35,6 +35,33 @@ struct TMissionData {
   double StartTime = 0;
 };
 
+// Calls visit(name, field) with every field that a recording stores, in the order of the file.
+template <class TMission, class TVisit>
+void VisitStoredFields(TMission& m, const TVisit& visit) {
+  visit("fileVersion", m.fileVersion);
+  visit("version", m.version);
+  visit("sKorvexType", m.sKorvexType);
+  visit("sKorvexVersion", m.sKorvexVersion);
+  visit("sID", m.sID);
+  visit("sTitle", m.sTitle);
+  visit("sOperator", m.sOperator);
+  visit("rec_starttime", m.rec_starttime);
+  visit("rec_endtime", m.rec_endtime);
+  visit("rec_ctrl", m.rec_ctrl);
+  visit("options", m.options);
+  visit("rec_startmode", m.rec_startmode);
+  visit("rec_stopmode", m.rec_stopmode);
+  visit("rtc_starttime", m.rtc_starttime);
+  visit("rtc_stoptime", m.rtc_stoptime);
+  visit("adxl_level_on", m.adxl_level_on);
+  visit("adxl_level_off", m.adxl_level_off);
+  visit("rec_fast_rate", m.rec_fast_rate);
+  visit("buffer_pre_cnts", m.buffer_pre_cnts);
+  visit("buffer_post_cnts", m.buffer_post_cnts);
+  visit("rec_std_mask", m.rec_std_mask);
+  visit("tb_meas_rate", m.tb_meas_rate);
+}
+
 struct TAxesPresent {
   bool x = false, y = false, z = false;
 };
@@ -43,5 +70,6 @@ extern TMissionData MissionData;
 extern TAxesPresent AxesPresent;   // the axes that the channel list names
 extern std::string ReadErrorText;  // why the last read failed; set before its message is posted
 
-// Takes everything of the shown mission out of the model; called before each load.
+// Takes everything of the shown mission out of the model, but for the shell's bFirstReadKorvex; called before each
+// load.
 void ClearMission();

@@ -14,9 +14,6 @@
 #include <limits>
 #include <thread>
 
-#include "model/uDataFile1V0.h"
-#include "model/uGlobalSharedVariables.h"
-
 inline constexpr std::uint32_t kReadFileMessage = 1025;
 inline constexpr std::uint64_t kReadFinished = 1;
 inline constexpr std::uint64_t kReadFailed = 2;
@@ -32,8 +29,7 @@ class TReadFileThread {
  public:
   static constexpr std::uint64_t kNoMemoryBound = std::numeric_limits<std::uint64_t>::max();
 
-  // Starts at once. The read fails before the model, with what its lists need to grow, takes more than `memoryBound`
-  // bytes.
+  // Starts at once. The read fails before the mission outgrows `memoryBound` bytes, see TBlockReader.
   TReadFileThread(std::uint64_t hWindow, std::filesystem::path InFile, std::uint64_t memoryBound = kNoMemoryBound);
   // Asks the thread to end and waits for it.
   ~TReadFileThread();
@@ -54,11 +50,8 @@ class TReadFileThread {
   std::uint64_t FhWindow;
   std::filesystem::path FInFile;
   std::uint64_t FMemoryBound;
+  std::int32_t FProgress = 0;  // data blocks begun
   TReadExtent FExtent;
   std::atomic<bool> FTerminated = false;
   std::thread FThread;  // last: everything that it uses stands before it
 };
-
-// Reads the body of a mission-header block, field by field. Throws EStreamError when it breaks off; what was whole
-// stands in Data then, without bValid. Returns true.
-bool ReadMissionData(TMissionData& Data, TDataFile& DataFile);

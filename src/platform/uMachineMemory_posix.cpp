@@ -2,8 +2,10 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
 #include <limits>
+#include <string>
 
 #include "platform/uMachineMemory.h"
 
@@ -11,11 +13,25 @@ namespace {
 
 constexpr std::uint64_t kNoLimit = std::numeric_limits<std::uint64_t>::max();
 
-// A control group's limit; its file holds a number, or the word "max".
-std::uint64_t GroupLimit(const char* path) {
+// The number that a file holds; no limit when there is no such file or it holds the word "max".
+std::uint64_t LimitIn(const std::filesystem::path& file) {
   std::uint64_t limit = kNoLimit;
-  std::ifstream(path) >> limit;
+  std::ifstream(file) >> limit;
   return limit == 0 ? kNoLimit : limit;
+}
+
+// The least limit of the process's control group and those around it.
+std::uint64_t GroupLimit() {
+  std::uint64_t limit = LimitIn("/sys/fs/cgroup/memory/memory.limit_in_bytes");
+  std::ifstream groups("/proc/self/cgroup");
+  for (std::string line; std::getline(groups, line);) {
+    if (!line.starts_with("0::/")) continue;
+    std::filesystem::path group = "/sys/fs/cgroup" + line.substr(3);
+    for (; group.string().size() >= std::string_view("/sys/fs/cgroup").size(); group = group.parent_path()) {
+      limit = std::min(limit, LimitIn(group / "memory.max"));
+    }
+  }
+  return limit;
 }
 
 std::uint64_t AddressSpaceLimit() {
@@ -28,6 +44,5 @@ std::uint64_t AddressSpaceLimit() {
 std::uint64_t MachineMemoryBytes() {
   const auto installed =
       static_cast<std::uint64_t>(sysconf(_SC_PHYS_PAGES)) * static_cast<std::uint64_t>(sysconf(_SC_PAGE_SIZE));
-  return std::min({installed, AddressSpaceLimit(), GroupLimit("/sys/fs/cgroup/memory.max"),
-                   GroupLimit("/sys/fs/cgroup/memory/memory.limit_in_bytes")});
+  return std::min({installed, AddressSpaceLimit(), GroupLimit()});
 }

@@ -7,7 +7,6 @@
 
 using testing::Each;
 using testing::ElementsAre;
-using testing::StartsWith;
 
 namespace {
 

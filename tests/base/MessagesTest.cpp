@@ -10,7 +10,7 @@ namespace {
 
 class TCountingPort final : public IMessagePort {
  public:
-  void Receive(const TMessage& message) override { Sum += message.lParam; }
+  void Receive(const TMessage& message) noexcept override { Sum += message.lParam; }
   std::int64_t Sum = 0;  // no atomic: posts must not overlap
 };
 

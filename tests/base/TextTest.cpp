@@ -71,7 +71,7 @@ TEST(DateTime, FollowsTheMaskAndRoundsToWholeMilliseconds) {
   EXPECT_EQ(FormatDateTime("dd.mm.yy h:n:s.z", day + (3 * 3600 + 4 * 60 + 5.006) / 86400), "16.07.23 3:4:5.6");
   EXPECT_EQ(FormatDateTime("yyyy-mm-dd hh:nn:ss", day + 0.9999999999), "2023-07-17 00:00:00");
   EXPECT_EQ(FormatDateTime("ss.zzz", day + 59.9996 / 86400), "00.000");
-  EXPECT_EQ(FormatDateTime("yyyy-mm-dd hh", -0.25), "1899-12-29 18");
+  EXPECT_EQ(FormatDateTime("yyyy-mm-dd hh", -1.25), "1899-12-29 06");
 }
 
 TEST(DateTime, WhatIsNoDateIsWrittenAsANumber) {

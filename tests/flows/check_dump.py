@@ -390,7 +390,7 @@ ALL = [*AXES, *SENSOR_NAMES]
 ODD = [NO_VALUE, END_OF_EVENT, *(struct.pack("<I", bits) for bits in (
     0xFFFFFFFD, 0x7FC00000, 0xFFC00000, 0x7F800001, 0x7F800000, 0xFF800000, 1, 0x80000000, 0x7F7FFFFF, 0xFF7FFFFF))]
 ODD_TIMES = [math.nan, math.inf, -1.0, -0.0, 0.0, 5e-324, 36500.0, 36500.1, 40000.0]
-DATES = [45123.25, 45123 + 1 / 3, 45123.999999999, 0.0, 0.5, -2.0, 1e9, math.nan, math.inf, -math.inf]
+DATES = [45123.25, 45123 + 1 / 3, 45123.999999999, 0.0, 0.5, -1.25, 1e9, math.nan, math.inf, -math.inf]
 STRINGS = [b"", b" ", b"165-00007", b"Pr\xfcfstand \x80\x81\x8d\x8f\x90\x9d\xff", b"\"\\\t\0\x01\x7f", b"x" * 300]
 LEVELS = [2.5, 2.5, 1.5, 4.65, 0.0, -0.0, -1.0, math.nan, math.inf, 1e-40]
 # What is special about each kind of generated recording; `build` reads the options.

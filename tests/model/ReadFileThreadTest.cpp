@@ -166,7 +166,7 @@ TEST(ReadFileThread, AnyPathOfUnicodeIsRead) {
 // Asks the reader to end as soon as it posts its first data block.
 class TCancellingPort final : public IMessagePort {
  public:
-  void Receive(const TMessage& message) override {
+  void Receive(const TMessage& message) noexcept override {
     Messages.push_back(message);
     while (Thread == nullptr) std::this_thread::yield();
     Thread.load()->Terminate();

@@ -17,7 +17,7 @@ namespace {
 
 class TRecordingPort final : public IMessagePort {
  public:
-  void Receive(const TMessage& message) override { Messages.push_back(message); }
+  void Receive(const TMessage& message) noexcept override { Messages.push_back(message); }
   std::vector<TMessage> Messages;
 };
 

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "base/uMessages.h"
+#include "model/uGlobalSharedVariables.h"
 #include "model/uReadFileThread.h"
 
 using TBytes = std::vector<std::uint8_t>;

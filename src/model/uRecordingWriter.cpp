@@ -1,7 +1,8 @@
-#include "cli/uRecordingWriter.h"
+#include "model/uRecordingWriter.h"
 
 #include <limits>
 #include <stdexcept>
+#include <type_traits>
 
 #include "base/uDateTime.h"
 #include "model/uBlockTypes.h"
@@ -16,28 +17,18 @@ void WriteText(TDataFile& file, std::string_view utf8) {
 
 void WriteMissionHeader(TDataFile& file, const TMissionData& mission) {
   file.NewBlock(kMissionHeaderBlock);
-  file.WriteWord(mission.fileVersion);
-  file.WriteWord(mission.version);
-  WriteText(file, mission.sKorvexType);
-  WriteText(file, mission.sKorvexVersion);
-  WriteText(file, mission.sID);
-  WriteText(file, mission.sTitle);
-  WriteText(file, mission.sOperator);
-  file.WriteDouble(mission.rec_starttime);
-  file.WriteDouble(mission.rec_endtime);
-  file.WriteWord(mission.rec_ctrl);
-  file.WriteWord(mission.options);
-  file.WriteWord(mission.rec_startmode);
-  file.WriteWord(mission.rec_stopmode);
-  file.WriteDouble(mission.rtc_starttime);
-  file.WriteDouble(mission.rtc_stoptime);
-  file.WriteSingle(mission.adxl_level_on);
-  file.WriteSingle(mission.adxl_level_off);
-  file.WriteDouble(mission.rec_fast_rate);
-  file.WriteWord(mission.buffer_pre_cnts);
-  file.WriteWord(mission.buffer_post_cnts);
-  file.WriteWord(mission.rec_std_mask);
-  file.WriteDouble(mission.tb_meas_rate);
+  VisitStoredFields(mission, [&file](const char*, const auto& field) {
+    using T = std::remove_cvref_t<decltype(field)>;
+    if constexpr (std::is_same_v<T, std::string>) {
+      WriteText(file, field);
+    } else if constexpr (std::is_same_v<T, std::uint16_t>) {
+      file.WriteWord(field);
+    } else if constexpr (std::is_same_v<T, float>) {
+      file.WriteSingle(field);
+    } else {
+      file.WriteDouble(field);
+    }
+  });
 }
 
 void FinishHeadBlock(TDataFile& file) {
