@@ -1,35 +1,54 @@
 #include "analysis/uSensorLookup.h"
 
-#include <algorithm>
 #include <cmath>
 
 #include "base/uDateTime.h"
 
-TSensorLookup::TSensorLookup(const TSensorList& sensors, double startTime) : FSensors(sensors), FStartTime(startTime) {
-  FRising.resize(sensors.Count());
-  for (std::size_t i = 0; i < sensors.Count(); ++i) {
-    const auto values = sensors.GetItem(i).Values();
-    double latest = 0;
-    for (std::size_t j = 0; j < values.size(); ++j) {
-      const double time = DateTimeAt(values, j);
-      if (std::isnan(time) || (!FRising[i].empty() && time <= latest)) continue;
-      latest = time;
-      FRising[i].push_back(static_cast<std::uint32_t>(j));
-    }
-  }
-}
+TSensorLookup::TSensorLookup(const TSensorList& sensors, double startTime)
+    : FSensors(sensors), FStartTime(startTime), FRising(sensors.Count()) {}
 
 double TSensorLookup::DateTimeAt(std::span<const TSensorValue> values, std::size_t sample) const {
   return DateTimeOf(FStartTime, values[sample].time);
 }
 
+const TSensorLookup::TRisingSamples& TSensorLookup::RisingSamplesOf(std::size_t index) const {
+  TRisingSamples& rising = FRising[index];
+  if (rising.found) return rising;
+  rising.found = true;
+  const auto values = FSensors.GetItem(index).Values();
+  std::size_t count = 0;
+  double latest = 0;
+  for (std::size_t j = 0; j < values.size(); ++j) {
+    const double time = DateTimeAt(values, j);
+    const bool rises = !std::isnan(time) && (count == 0 || time > latest);
+    if (!rises && rising.everySample) {
+      rising.everySample = false;
+      for (std::size_t before = 0; before < j; ++before) rising.listed.push_back(static_cast<std::uint32_t>(before));
+    }
+    if (!rises) continue;
+    latest = time;
+    ++count;
+    if (!rising.everySample) rising.listed.push_back(static_cast<std::uint32_t>(j));
+  }
+  return rising;
+}
+
 float TSensorLookup::SensorValueAt(std::size_t index, double dateTime) const {
   const auto values = FSensors.GetItem(index).Values();
-  const TRisingSamples& rising = FRising[index];
-  const auto found = std::partition_point(
-      rising.begin(), rising.end(), [&](std::uint32_t sample) { return !(DateTimeAt(values, sample) >= dateTime); });
-  if (found == rising.end()) return FSensors.GetItem(index).GetItem(values.size() - 1).xvalue;
-  const std::size_t j = *found;
+  const TRisingSamples& rising = RisingSamplesOf(index);
+  const auto sampleAt = [&rising](std::size_t k) { return rising.everySample ? k : rising.listed[k]; };
+  const std::size_t count = rising.everySample ? values.size() : rising.listed.size();
+  std::size_t k = 0;
+  for (std::size_t end = count; k < end;) {
+    const std::size_t middle = k + (end - k) / 2;
+    if (DateTimeAt(values, sampleAt(middle)) >= dateTime) {
+      end = middle;
+    } else {
+      k = middle + 1;
+    }
+  }
+  if (k == count) return FSensors.GetItem(index).GetItem(values.size() - 1).xvalue;
+  const std::size_t j = sampleAt(k);
   const double time = DateTimeAt(values, j);
   if (time == dateTime || j == 0) return values[j].xvalue;
   // A tie goes to the later sample.

@@ -20,12 +20,18 @@ class TSensorLookup {
   [[nodiscard]] float SensorValueAt(std::size_t index, double dateTime) const;
 
  private:
-  // The first sample at or after any moment is always one that is later than all before it; these, in order.
-  using TRisingSamples = std::vector<std::uint32_t>;
+  // The first sample at or after any moment is always one that is later than all before it. These samples, in order;
+  // none are listed while every sample is one.
+  struct TRisingSamples {
+    bool found = false;
+    bool everySample = true;
+    std::vector<std::uint32_t> listed;
+  };
 
   [[nodiscard]] double DateTimeAt(std::span<const TSensorValue> values, std::size_t sample) const;
+  [[nodiscard]] const TRisingSamples& RisingSamplesOf(std::size_t index) const;
 
   const TSensorList& FSensors;
   double FStartTime;
-  std::vector<TRisingSamples> FRising;
+  mutable std::vector<TRisingSamples> FRising;  // of each sensor, found when it is first asked for
 };

@@ -72,13 +72,6 @@ TEST(Thresholds, WithoutAHeaderTimeAndIntegralHaveDifferentLevels) {
   EXPECT_EQ(own.iotTotal, 1);
 }
 
-TEST(Metrics, ANaNOnAnAxisIsNeitherAboveNorBelow) {
-  const float nan = std::numeric_limits<float>::quiet_NaN();
-  const TMetrics m = MetricsOf({5, nan, 5, 1, 1}, kLevels);
-  EXPECT_EQ(m.totTotal, 3);
-  EXPECT_EQ(m.iotTotal, 0);
-}
-
 TEST(DewPoint, FollowsTheLoggersFormula) {
   // Worked out with 40 decimal digits from v = RH·(61.1·7.5·T/(T+237.7))/100 and (237.7·ln v − 430.22)/(19.08 − ln v).
   EXPECT_FLOAT_EQ(DewPoint(20, 50), 15.672896F);

@@ -86,19 +86,6 @@ TEST_F(KshockCommands, InfoTellsMissionAndSummary) {
   }
 }
 
-TEST_F(KshockCommands, DumpLimitsRowsAndKeepsEveryFloat) {
-  const json dump = json::parse(Kshock({"dump", kStairs, "--rows", "2"}).out);
-  EXPECT_EQ(dump["tables"]["events"]["rowCount"], 215);
-  EXPECT_EQ(dump["tables"]["events"]["rows"].size(), 2U);
-  EXPECT_TRUE(dump["tables"]["battery"]["fields"].empty());
-  ASSERT_EQ(dump["events"].size(), EventList.Count());
-  for (std::size_t i = 0; i < EventList.Count(); ++i) {
-    EXPECT_EQ(dump["events"][i]["Max"].get<float>(), EventList.GetItem(i).Max);
-    EXPECT_EQ(dump["events"][i]["startTime"].get<double>(), EventList.GetItem(i).GetStartTime());
-  }
-  EXPECT_EQ(json::parse(Kshock({"dump", File("missing")}).out)["message"]["lParam"], 1000);
-}
-
 TEST_F(KshockCommands, BlocksAreListedUpToTheDamage) {
   TTestRecording recording = TTestRecording().Creator().Channels({"T", "p"}).Data({{0, {1, 2}}});
   recording.content.insert(recording.content.end(), {8, 0, 20, 0, 1, 2, 3});
@@ -163,11 +150,18 @@ TEST_F(KshockCommands, MakeTellsWhatIsWrongWithItsSourceAndWritesNothing) {
   EXPECT_THAT(make(R"({"startTime": 1, "channels": ["T"], "records": "none.csv"})", "").err, HasSubstr("none.csv"));
   EXPECT_THAT(make(R"({"startTime": 1, "mission": {"sid": "x"}, "channels": [], "records": "r.csv"})", "").err,
               HasSubstr("no header field"));
+  for (const char* field : {R"("options": 70000)", R"("rec_ctrl": -1)", R"("version": 2.7)", R"("sID": 5)"}) {
+    EXPECT_THAT(make(std::string(R"({"startTime": 1, "channels": [], "records": "r.csv", "mission": {)") + field + "}}",
+                     "time_ms\n")
+                    .err,
+                HasSubstr("does not fit"));
+  }
   EXPECT_EQ(make("{", "").status, 3);
   EXPECT_EQ(make(R"({"startTime": "x"})", "").status, 3);
   EXPECT_FALSE(std::filesystem::exists(Folder / "made.kshock"));
   static_cast<void>(make(good, "time_ms,T\n0,1\n"));
   EXPECT_EQ(Kshock({"make", File("s.json"), File("no folder/made.kshock")}).status, 4);
+  EXPECT_EQ(Kshock({"make", File("s.json"), File("r.csv")}).status, 2) << "the source is not overwritten";
 }
 
 TEST_F(KshockCommands, TheDemoIsAPlausibleMissionAndTheSameForASeed) {

@@ -147,11 +147,4 @@ TEST_F(DataFile, AFullDiskIsReportedByClose) {
   EXPECT_THROW(file.Close(), EStreamError);
 }
 
-TEST(Exceptions, CarryTheirCodeAndMessage) {
-  EXPECT_STREQ(EKorvex(3).what(), "");
-  EXPECT_EQ(EKorvex(1000, "text").iException, 1000);
-  EXPECT_STREQ(EKorvex(1000, "text").what(), "text");
-  EXPECT_STREQ(EKorvex(5, -42).what(), "-42");
-}
-
 }  // namespace

@@ -127,22 +127,6 @@ TEST(ReadFileThread, ASecondChannelListKeepsColumnsAndLastReadings) {
   EXPECT_THAT(ReadingsOf(3), ElementsAre(4));
 }
 
-TEST(ReadFileThread, AMissingAxisFormsNoSamples) {
-  Read(TTestRecording().Channels({"ACC x", "ACC z", "T"}).Data({{0, {1, 1, 20}}}));
-  EXPECT_EQ(EventList.Count(), 0U);
-  EXPECT_FALSE(AxesPresent.y);
-  EXPECT_THAT(ReadingsOf(0), ElementsAre(20));
-}
-
-TEST(ReadFileThread, OnlyAKnownCreatorIsValid) {
-  for (const std::string_view creator : kValidCreators) {
-    Read(TTestRecording().Creator(creator).Creator("another.exe"));
-    EXPECT_TRUE(EventList.ValidCreator);
-  }
-  Read(TTestRecording().Creator("korvex165_reader.exe "));
-  EXPECT_FALSE(EventList.ValidCreator);
-}
-
 TEST(ReadFileThread, WhatCannotBeOpenedFailsWithItsCode) {
   const TTempFolder folder;
   for (const auto& path : {folder / "missing.kshock", folder.Path()}) {
