@@ -11,13 +11,11 @@ namespace {
 
 TSensorSummary SummarizeSensor(const TSensor& sensor) {
   const auto* known = std::ranges::find(kKnownChannels, sensor.Name, &TKnownChannel::sensorName);
-  TSensorSummary summary{sensor.Name, known == std::end(kKnownChannels) ? "" : known->unit, sensor.Count(), 0, 0};
-  bool first = true;
+  TSensorSummary summary{sensor.Name, known == std::end(kKnownChannels) ? "" : known->unit, sensor.Count(), {}, {}};
   for (const TSensorValue& value : sensor.Values()) {
     if (std::isnan(value.xvalue)) continue;
-    if (first || value.xvalue < summary.minimum) summary.minimum = value.xvalue;
-    if (first || value.xvalue > summary.maximum) summary.maximum = value.xvalue;
-    first = false;
+    if (!summary.minimum || value.xvalue < *summary.minimum) summary.minimum = value.xvalue;
+    if (!summary.maximum || value.xvalue > *summary.maximum) summary.maximum = value.xvalue;
   }
   return summary;
 }
@@ -37,7 +35,6 @@ TMissionSummary SummarizeMission(const TMissionData& mission, const TEventList& 
   TMissionSummary summary;
   summary.events = events.Count();
   const TThresholds levels = ThresholdsOf(mission);
-  double largestIntensity = 0;
   for (std::size_t i = 0; i < events.Count(); ++i) {
     const TEvent& event = events.GetItem(i);
     summary.samples += event.Count();
@@ -46,8 +43,8 @@ TMissionSummary SummarizeMission(const TMissionData& mission, const TEventList& 
     summary.totTotal += CalcTimeOverThreshold(events, i, levels, ignored);
     const double intensity = CalcIntegralOverThreshold(events, i, levels, ignored);
     summary.iotTotal += intensity;
-    if (intensity > largestIntensity) {
-      largestIntensity = intensity;
+    if (intensity > summary.largestIot) {
+      summary.largestIot = intensity;
       summary.mostIntense = i;
     }
     Widen(event.Values(), summary.firstTime, summary.lastTime);

@@ -16,7 +16,7 @@ struct TSensorSummary {
   std::string name;
   std::string_view unit;  // empty where it depends on what is connected
   std::size_t count = 0;
-  float minimum = 0, maximum = 0;  // over the readings that are numbers; 0 when there is none
+  std::optional<float> minimum, maximum;  // over the readings that are numbers
 };
 
 struct TMissionSummary {
@@ -25,6 +25,7 @@ struct TMissionSummary {
   std::optional<std::size_t> peakEvent;    // the first event with the largest Max
   double totTotal = 0;                     // ms, sum over the events
   double iotTotal = 0;                     // g·ms, sum over the events
+  double largestIot = 0;                   // g·ms, of one event
   std::optional<std::size_t> mostIntense;  // the first event with the largest IoT total, if any is above 0
   // The earliest and latest time of a sample or reading, date-times; nothing when there is none.
   std::optional<double> firstTime, lastTime;

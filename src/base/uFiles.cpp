@@ -31,9 +31,15 @@ void WriteBesideAndRename(const fs::path& target, const std::function<void(const
     throw fs::filesystem_error("not a file that can be replaced", real,
                                std::make_error_code(std::errc::invalid_argument));
   }
+  const bool replaces = fs::exists(real);
+  const fs::perms mode = replaces ? fs::status(real).permissions() : fs::perms::unknown;
+  if (replaces && (mode & fs::perms::owner_write) == fs::perms::none) {
+    throw fs::filesystem_error("write-protected", real, std::make_error_code(std::errc::permission_denied));
+  }
   const fs::path beside = real.parent_path() / fmt::format(".shockscope-{:08x}.part", std::random_device{}());
   try {
     write(beside);
+    if (replaces) fs::permissions(beside, mode);
     fs::rename(beside, real);
   } catch (...) {
     std::error_code ignored;

@@ -1,18 +1,22 @@
+#include <cerrno>
 #include <cstdio>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include "cli/uKshock.h"
 #include "platform/uTerminal.h"
 
 int main(int argc, char** argv) {
-  bool written = true;
-  const auto toOut = [&written](std::string_view text) {
-    written = std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && written;
-  };
   const auto toErr = [](std::string_view text) { std::fwrite(text.data(), 1, text.size(), stderr); };
+  const auto toOut = [](std::string_view text) {
+    if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) {
+      throw EOutputLost(std::generic_category().message(errno));
+    }
+  };
   const TConsole console{toOut, toErr, StandardErrorIsTerminal()};
   const int status = RunKshock(std::vector<std::string>(argv + 1, argv + argc), console);
-  written = std::fflush(stdout) == 0 && written;
-  return written ? status : static_cast<int>(TStatus::CannotWrite);
+  if (status == static_cast<int>(TStatus::CannotWrite) || std::fflush(stdout) == 0) return status;
+  toErr("kshock: standard output: " + std::generic_category().message(errno) + "\n");
+  return static_cast<int>(TStatus::CannotWrite);
 }

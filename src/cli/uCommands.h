@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
 
 #include "cli/uConsole.h"
@@ -12,7 +11,7 @@
 TStatus InfoCommand(const std::string& file, const TConsole& console);
 
 // Everything as one JSON object; `rows` limits the rows of each table.
-TStatus DumpCommand(const std::string& file, std::optional<std::size_t> rows, const TConsole& console);
+TStatus DumpCommand(const std::string& file, std::size_t rows, const TConsole& console);
 
 // One line per block, and where a damaged stream ends.
 TStatus BlocksCommand(const std::string& file, const TConsole& console);

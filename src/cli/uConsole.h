@@ -1,7 +1,10 @@
 // Where the commands of kshock write, and how they end.
 #pragma once
 
+#include <exception>
 #include <functional>
+#include <stdexcept>
+#include <string>
 #include <string_view>
 
 // Exit status of one file or of the whole run.
@@ -17,7 +20,16 @@ enum class TStatus : int {
 // The worse of two: 0 < 5 < 1 < 3 < 4 < 2.
 TStatus WorseOf(TStatus a, TStatus b);
 
+// A sink may throw EOutputLost, which ends the run.
 using TTextSink = std::function<void(std::string_view)>;
+
+class EOutputLost : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+// What went wrong, as a sentence for people that does not name the file again.
+std::string Describe(const std::exception& error);
 
 struct TConsole {
   TTextSink out;  // results

@@ -10,6 +10,7 @@
 
 #include "base/uDateTime.h"
 #include "base/uFiles.h"
+#include "base/uText.h"
 #include "cli/uCommands.h"
 #include "model/uBlockTypes.h"
 #include "model/uRecordingWriter.h"
@@ -302,7 +303,7 @@ TStatus DemoCommand(const std::string& out, const TDemoSize& size, const TConsol
     WriteBesideAndRename(PathFromUtf8(out), [&size](const std::filesystem::path& path) { WriteDemo(path, size); });
     return TStatus::Done;
   } catch (const std::exception& error) {
-    console.err(fmt::format("kshock: {}: {}\n", out, error.what()));
+    console.err(fmt::format("kshock: {}: {}\n", Printable(out), Describe(error)));
     return TStatus::CannotWrite;
   }
 }

@@ -116,7 +116,7 @@ void WriteTexts(const TMissionData& mission, TJsonWriter& json) {
 
 }  // namespace
 
-TStatus DumpCommand(const std::string& file, std::optional<std::size_t> rows, const TConsole& console) {
+TStatus DumpCommand(const std::string& file, std::size_t rows, const TConsole& console) {
   const TRecording recording = ReadRecording(file, console);
   TMissionDatasets tables;
   TNoProgress progress;
@@ -144,13 +144,12 @@ TStatus DumpCommand(const std::string& file, std::optional<std::size_t> rows, co
   WriteTexts(recording.mission, json);
   json.Key("tables");
   json.Begin('{');
-  const std::size_t limit = rows.value_or(std::numeric_limits<std::size_t>::max());
   for (const auto& [name, table] : kTables) {
     json.Key(name);
-    WriteTable(tables.*table, limit, json);
+    WriteTable(tables.*table, rows, json);
   }
   json.End('}');
   json.End('}');
-  json.LineBreak();
+  json.Finish();
   return recording.status;
 }

@@ -14,7 +14,8 @@
 namespace {
 
 std::string Line(std::string_view label, std::string_view value) {
-  return fmt::format("  {:<18}{}\n", label, Printable(value));
+  const bool isBlank = value.find_first_not_of(' ') == std::string_view::npos;
+  return fmt::format("  {:<18}{}\n", label, isBlank ? "-" : Printable(value));
 }
 
 // A length of time, to the millisecond.
@@ -38,14 +39,17 @@ std::string EventsText(const TMissionSummary& summary, const TEventList& events)
   std::string text = Line("Events", fmt::format("{} with {} samples", summary.events, summary.samples));
   const auto when = [&events](std::size_t event) {
     const double time = DateTimeOf(events.StartTime, events.GetItem(event).GetStartTime());
-    return fmt::format("event {}, {}", event, FormatDateTime(DateTimeMask() + ".zzz", time));
+    return fmt::format("in event {}, begun {}", event, FormatDateTime(DateTimeMask() + ".zzz", time));
   };
   if (summary.peakEvent) {
     const TEvent& event = events.GetItem(*summary.peakEvent);
-    text += Line("Peak", fmt::format("{} g ({} g on {}): {}", MaskFloat("0.###", event.Max),
+    text += Line("Peak", fmt::format("{} g ({} g on {}) {}", MaskFloat("0.###", event.Max),
                                      MaskFloat("0.###", event.MaxSingle), event.MaxAxis, when(*summary.peakEvent)));
   }
-  if (summary.mostIntense) text += Line("Most intense", when(*summary.mostIntense));
+  if (summary.mostIntense) {
+    text += Line("Most intense",
+                 fmt::format("{} g ms {}", MaskFloat("0.##", summary.largestIot), when(*summary.mostIntense)));
+  }
   text += Line("ToT total", MaskFloat("0.#", summary.totTotal) + " ms");
   text += Line("IoT total", MaskFloat("0.##", summary.iotTotal) + " g ms");
   return text;
@@ -53,9 +57,10 @@ std::string EventsText(const TMissionSummary& summary, const TEventList& events)
 
 std::string SensorText(const TSensorSummary& sensor) {
   if (sensor.count == 0) return Line(sensor.name, "no readings");
+  if (!sensor.minimum) return Line(sensor.name, fmt::format("{} readings, none a number", sensor.count));
   return Line(sensor.name,
-              fmt::format("{} readings, {} to {}{}{}", sensor.count, MaskFloat("0.###", sensor.minimum),
-                          MaskFloat("0.###", sensor.maximum), sensor.unit.empty() ? "" : " ", sensor.unit));
+              fmt::format("{} readings, {} to {}{}{}", sensor.count, MaskFloat("0.###", *sensor.minimum),
+                          MaskFloat("0.###", *sensor.maximum), sensor.unit.empty() ? "" : " ", sensor.unit));
 }
 
 }  // namespace
@@ -72,7 +77,7 @@ TStatus InfoCommand(const std::string& file, const TConsole& console) {
                                           FormatDateTime(DateTimeMask(), *summary.lastTime),
                                           DurationText(*summary.lastTime - *summary.firstTime)));
   }
-  for (const TSensorSummary& sensor : summary.sensors) text += SensorText(sensor);
   console.out(text);
+  for (const TSensorSummary& sensor : summary.sensors) console.out(SensorText(sensor));
   return recording.status;
 }

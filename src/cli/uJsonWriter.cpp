@@ -44,10 +44,14 @@ void TJsonWriter::Raw(std::string_view text) {
   if (FNeedsComma) FText += ',';
   FText += text;
   FNeedsComma = true;
-  if (FText.size() >= kChunk) Flush();
+  if (FText.size() >= kChunk) {
+    FSink(FText);
+    FText.clear();
+  }
 }
 
-void TJsonWriter::Flush() {
+void TJsonWriter::Finish() {
+  FText += '\n';
   FSink(FText);
   FText.clear();
 }

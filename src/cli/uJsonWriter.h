@@ -12,14 +12,14 @@
 class TJsonWriter {
  public:
   explicit TJsonWriter(const TTextSink& sink) : FSink(sink) {}
-  ~TJsonWriter() { Flush(); }
   TJsonWriter(const TJsonWriter&) = delete;
   TJsonWriter& operator=(const TJsonWriter&) = delete;
 
   void Begin(char bracket);  // '{' or '['
   void End(char bracket);    // '}' or ']'
   void Key(std::string_view key);
-  void LineBreak() { FText += '\n'; }
+  // Ends the text with a line break and hands out what is left.
+  void Finish();
   void Null() { Raw("null"); }
   void Value(bool value) { Raw(value ? "true" : "false"); }
   void Value(std::string_view utf8);
@@ -39,7 +39,6 @@ class TJsonWriter {
 
  private:
   void Raw(std::string_view text);
-  void Flush();
 
   const TTextSink& FSink;
   std::string FText;

@@ -4,9 +4,12 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <charconv>
 #include <exception>
+#include <limits>
 
 #include "analysis/uMissionDatasets.h"
+#include "base/uText.h"
 #include "cli/uCommands.h"
 
 namespace {
@@ -28,6 +31,11 @@ class TCommandLine {
   TCommandLine& operator=(const TCommandLine&) = delete;
 
   TStatus Run(std::vector<std::string> arguments) {
+    if (!arguments.empty() && !arguments[0].starts_with('-') && !IsCommand(arguments[0])) {
+      FConsole.err(
+          fmt::format("kshock: There is no command \"{}\"; kshock --help lists them.\n", Printable(arguments[0])));
+      return TStatus::WrongUse;
+    }
     std::ranges::reverse(arguments);  // the parser takes them from the back
     try {
       FApp.parse(std::move(arguments));
@@ -35,6 +43,7 @@ class TCommandLine {
       Say(request, FConsole.out);
       return TStatus::Done;
     } catch (const CLI::ParseError& error) {
+      FConsole.err("kshock: ");
       Say(error, FConsole.err);
       return TStatus::WrongUse;
     }
@@ -42,6 +51,11 @@ class TCommandLine {
   }
 
  private:
+  [[nodiscard]] bool IsCommand(const std::string& word) const {
+    return std::ranges::any_of(FApp.get_subcommands({}),
+                               [&word](const CLI::App* command) { return command->get_name() == word; });
+  }
+
   void Say(const CLI::Error& error, const TTextSink& sink) {
     std::ostringstream text;
     FApp.exit(error, text, text);
@@ -59,7 +73,7 @@ class TCommandLine {
   void AddDump() {
     CLI::App* command = FApp.add_subcommand("dump", "Print everything that is read as one JSON object.");
     AddFile(command);
-    command->add_option("--rows", FRows, "Rows of each table; all unless given")->check(CLI::NonNegativeNumber);
+    AddNumber(command, "--rows", FRows, "Rows of each table; all unless given");
     command->callback([this] { FStatus = DumpCommand(FFile, FRows, FConsole); });
   }
 
@@ -95,10 +109,10 @@ class TCommandLine {
   void AddDemo() {
     CLI::App* command = FApp.add_subcommand("demo", "Write a synthetic mission of ten days.");
     command->add_option("OUT", FOut, "Recording to write")->required();
-    command->add_option("--events", FDemo.events, "Shock events")->capture_default_str();
-    command->add_option("--samples", FDemo.samples, "Samples of each event; 0: 0.1 to 0.6 s")->capture_default_str();
-    command->add_option("--sensors", FDemo.readings, "Readings of each slow sensor")->capture_default_str();
-    command->add_option("--seed", FDemo.seed, "Another seed makes another mission")->capture_default_str();
+    AddNumber(command, "--events", FDemo.events, "Shock events; 300 unless given");
+    AddNumber(command, "--samples", FDemo.samples, "Samples of each event; as many as 0.1 to 0.6 s take unless given");
+    AddNumber(command, "--sensors", FDemo.readings, "Readings of each slow sensor; 14400 unless given");
+    AddNumber(command, "--seed", FDemo.seed, "Another seed makes another mission; 1 unless given");
     command->callback([this] { FStatus = DemoCommand(FOut, FDemo, FConsole); });
   }
 
@@ -110,12 +124,24 @@ class TCommandLine {
 
   void AddFile(CLI::App* command) { command->add_option("FILE", FFile, "Recording")->required(); }
 
+  template <class T>
+  static void AddNumber(CLI::App* command, const std::string& option, T& value, const std::string& help) {
+    const auto parse = [option, &value](const std::string& text) {
+      const char* end = text.data() + text.size();
+      const auto result = std::from_chars(text.data(), end, value);
+      if (result.ec == std::errc{} && result.ptr == end) return;
+      throw CLI::ValidationError(
+          fmt::format("{} takes a whole number from 0 to {}.", option, std::numeric_limits<T>::max()));
+    };
+    command->add_option_function<std::string>(option, parse, help)->type_name("N");
+  }
+
   const TConsole& FConsole;
   TStatus FStatus = TStatus::Done;
   CLI::App FApp{"Reads .kshock recordings of shock and environment loggers.", "kshock"};
   std::vector<std::string> FFiles;
   std::string FFile, FOut, FTable, FIndex;
-  std::optional<std::size_t> FRows;
+  std::size_t FRows = std::numeric_limits<std::size_t>::max();
   TDemoSize FDemo;
 };
 
@@ -124,10 +150,11 @@ class TCommandLine {
 int RunKshock(const std::vector<std::string>& arguments, const TConsole& console) {
   try {
     return static_cast<int>(TCommandLine(console).Run(arguments));
-  } catch (const std::bad_alloc&) {
-    console.err("kshock: There is not enough memory.\n");
+  } catch (const EOutputLost& error) {
+    console.err(fmt::format("kshock: standard output: {}\n", error.what()));
+    return static_cast<int>(TStatus::CannotWrite);
   } catch (const std::exception& error) {
-    console.err(fmt::format("kshock: {}\n", error.what()));
+    console.err(fmt::format("kshock: {}\n", Describe(error)));
   }
   return static_cast<int>(TStatus::CannotRead);
 }

@@ -1,15 +1,22 @@
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <bit>
+#include <cerrno>
 #include <charconv>
+#include <cmath>
 #include <fstream>
+#include <limits>
 #include <map>
 #include <nlohmann/json.hpp>
+#include <set>
 #include <span>
 #include <stdexcept>
 #include <string_view>
+#include <system_error>
 #include <type_traits>
 
+#include "base/uDateTime.h"
 #include "base/uFiles.h"
 #include "base/uText.h"
 #include "cli/uCommands.h"
@@ -27,10 +34,16 @@ class ESourceError : public std::runtime_error {
 };
 
 std::ifstream OpenSource(const std::filesystem::path& path) {
+  std::error_code error;
+  const bool isFile = std::filesystem::is_regular_file(path, error);
   std::ifstream file;
-  if (std::filesystem::is_regular_file(path)) file.open(path, std::ios::binary);
-  if (!file.is_open()) throw ESourceError(fmt::format("Cannot open {}.", Utf8FromPath(path)));
-  return file;
+  errno = 0;
+  if (isFile) file.open(path, std::ios::binary);
+  if (file.is_open()) return file;
+  const std::string reason = error     ? error.message()
+                             : !isFile ? "it is no regular file"
+                                       : std::generic_category().message(errno);
+  throw ESourceError(fmt::format("{} cannot be opened: {}.", Utf8FromPath(path), reason));
 }
 
 // Views into the line.
@@ -46,13 +59,23 @@ void SplitLine(std::string_view line, std::vector<std::string_view>& cells) {
 
 template <class T>
 T ParseNumber(std::string_view text, std::size_t line) {
+  constexpr std::size_t kShown = 40;
   T value{};
   const char* end = text.data() + text.size();
   const auto result = std::from_chars(text.data(), end, value);
   if (result.ec != std::errc{} || result.ptr != end) {
-    throw ESourceError(fmt::format("Line {} of the records: \"{}\" is no number that fits.", line, text));
+    throw ESourceError(
+        fmt::format("Line {} of the records: \"{}\" is no number that fits.", line, text.substr(0, kShown)));
   }
   return value;
+}
+
+double ParseTime(std::string_view cell, std::size_t line) {
+  const auto ms = ParseNumber<double>(cell, line);
+  // A reader would skip the rest of the block behind any other time.
+  if (ms >= 0 && ms <= kMaxRecordDays * kMsPerDay) return ms;
+  throw ESourceError(
+      fmt::format("Line {} of the records: a time lies in 0 … {} ms.", line, kMaxRecordDays * kMsPerDay));
 }
 
 std::uint32_t ParseReading(std::string_view cell, std::size_t line) {
@@ -61,35 +84,66 @@ std::uint32_t ParseReading(std::string_view cell, std::size_t line) {
   return std::bit_cast<std::uint32_t>(ParseNumber<float>(cell, line));
 }
 
-// Takes a header field as it is; what would have to be changed to fit is refused.
+// Nothing in a description is nested deeper; a hostile one could exhaust the stack.
+constexpr int kMaxDepth = 8;
+
+json ParseSource(std::istream& source) {
+  return json::parse(source, [](int depth, json::parse_event_t, const json&) {
+    if (depth > kMaxDepth) throw ESourceError("The source is nested too deep.");
+    return true;
+  });
+}
+
+// Every name in an object must be one of the known.
+void RefuseUnknown(const json& object, std::string_view where, const std::set<std::string_view>& known) {
+  if (!object.is_object()) throw ESourceError(fmt::format("{} is no object.", where));
+  for (const auto& [name, value] : object.items()) {
+    if (!known.contains(name)) throw ESourceError(fmt::format("{} has an unknown name: \"{}\".", where, name));
+  }
+}
+
+// Takes a value as it is; what would have to be changed to fit is refused.
 template <class T>
-void ParseField(const char* name, const json& value, T& field) {
-  bool fits = value.is_number();
-  if constexpr (std::is_same_v<T, std::string>) fits = value.is_string();
-  if constexpr (std::is_same_v<T, std::uint16_t>) fits = value.is_number_unsigned() && value <= 65535;
-  if (!fits) throw ESourceError(fmt::format("The mission's {} does not fit its field.", name));
-  value.get_to(field);
+void ParseValue(const json& object, const char* name, T& value) {
+  if (!object.contains(name)) throw ESourceError(fmt::format("\"{}\" is missing.", name));
+  const json& given = object.at(name);
+  bool fits = given.is_number();
+  if constexpr (std::is_same_v<T, std::string>) fits = given.is_string();
+  if constexpr (std::is_same_v<T, std::uint16_t>) fits = given.is_number_unsigned() && given <= 65535;
+  if constexpr (std::is_same_v<T, float>)
+    fits = fits && std::fabs(given.get<double>()) <= std::numeric_limits<T>::max();
+  if constexpr (std::is_same_v<T, std::vector<std::string>>) {
+    fits = given.is_array() && std::ranges::all_of(given, [](const json& item) { return item.is_string(); });
+  }
+  if (!fits) throw ESourceError(fmt::format("\"{}\" has a value that does not fit.", name));
+  given.get_to(value);
 }
 
 TMissionData ParseMission(const json& source) {
   TMissionData mission;
-  std::size_t known = source.contains("bValid") ? 1 : 0;  // as in a dump; it goes without saying
-  VisitStoredFields(mission, [&](const char* name, auto& field) {
-    if (!source.contains(name)) return;
-    ParseField(name, source.at(name), field);
-    ++known;
+  std::set<std::string_view> known = {"bValid"};  // as in a dump; it goes without saying
+  VisitStoredFields(mission, [&known](const char* name, auto&) { known.insert(name); });
+  RefuseUnknown(source, "The mission", known);
+  VisitStoredFields(mission, [&source](const char* name, auto& field) {
+    if (source.contains(name)) ParseValue(source, name, field);
   });
-  if (known < source.size()) throw ESourceError("The mission holds a name that no header field has.");
   return mission;
 }
 
-TRecordingHead ParseHead(const json& source) {
+struct TSource {
   TRecordingHead head;
-  head.creator = source.value("creator", head.creator);
-  head.startTime = source.at("startTime").get<double>();
-  head.mission = ParseMission(source.value("mission", json::object()));
-  head.channels = source.at("channels").get<std::vector<std::string>>();
-  return head;
+  std::string records;  // a path
+};
+
+TSource ParseDescription(const json& json) {
+  RefuseUnknown(json, "The source", {"startTime", "creator", "mission", "channels", "records"});
+  TSource source;
+  ParseValue(json, "startTime", source.head.startTime);
+  ParseValue(json, "channels", source.head.channels);
+  ParseValue(json, "records", source.records);
+  if (json.contains("creator")) ParseValue(json, "creator", source.head.creator);
+  if (json.contains("mission")) source.head.mission = ParseMission(json.at("mission"));
+  return source;
 }
 
 // The place of each wanted column in a line of the records. Of two columns of one name each is taken once, from left to
@@ -130,7 +184,7 @@ void CopyRecords(std::istream& records, const std::vector<std::string>& channels
           fmt::format("Line {} of the records has {} cells instead of {}.", number, cells.size(), columnCount));
     }
     for (std::size_t i = 0; i < readings.size(); ++i) readings[i] = ParseReading(cells[columns[i + 1]], number);
-    writer.Append(ParseNumber<double>(cells[columns[0]], number), readings);
+    writer.Append(ParseTime(cells[columns[0]], number), readings);
   }
   if (records.bad()) throw ESourceError("The records cannot be read.");
 }
@@ -138,17 +192,16 @@ void CopyRecords(std::istream& records, const std::vector<std::string>& channels
 }  // namespace
 
 TStatus MakeCommand(const std::string& source, const std::string& out, const TConsole& console) {
-  const auto complain = [&console](const std::string& file, const char* what) {
+  const auto complain = [&console](const std::string& file, std::string_view what) {
     console.err(fmt::format("kshock: {}: {}\n", Printable(file), Printable(what)));
   };
   try {
     const std::filesystem::path sourcePath = PathFromUtf8(source);
     const std::filesystem::path outPath = PathFromUtf8(out);
     std::ifstream sourceFile = OpenSource(sourcePath);
-    const json description = json::parse(sourceFile);
-    const TRecordingHead head = ParseHead(description);
+    const TSource description = ParseDescription(ParseSource(sourceFile));
     // A path in the source is meant from the source's own folder.
-    const auto recordsPath = sourcePath.parent_path() / PathFromUtf8(description.at("records").get<std::string>());
+    const auto recordsPath = sourcePath.parent_path() / PathFromUtf8(description.records);
     std::ifstream records = OpenSource(recordsPath);
     for (const auto& input : {sourcePath, recordsPath}) {
       if (std::filesystem::exists(outPath) && std::filesystem::equivalent(outPath, input)) {
@@ -157,8 +210,8 @@ TStatus MakeCommand(const std::string& source, const std::string& out, const TCo
       }
     }
     WriteBesideAndRename(outPath, [&](const std::filesystem::path& path) {
-      TRecordingWriter writer(path, head);
-      CopyRecords(records, head.channels, writer);
+      TRecordingWriter writer(path, description.head);
+      CopyRecords(records, description.head.channels, writer);
       writer.Close();
     });
     return TStatus::Done;
@@ -172,7 +225,7 @@ TStatus MakeCommand(const std::string& source, const std::string& out, const TCo
     complain(source, error.what());
     return TStatus::CannotRead;
   } catch (const std::exception& error) {
-    complain(out, error.what());
+    complain(out, Describe(error));
     return TStatus::CannotWrite;
   }
 }

@@ -41,7 +41,12 @@ bool CannotBeOpened(const TRecording& recording) {
 std::string Complaint(const TRecording& recording) {
   std::string text;
   if (recording.status == TStatus::CannotRead) text = ReadErrorText;
-  if (recording.status == TStatus::NotDisplayable) text = "This file cannot be displayed.";
+  if (recording.status == TStatus::NotDisplayable) {
+    text = "This file cannot be displayed. ";
+    text += !recording.extent.isDataFile ? "It is no data file."
+            : !recording.mission.bValid  ? "It has no mission header."
+                                         : "Its creator is unknown.";
+  }
   if (!recording.extent.damaged) return text;
   return text + fmt::format("{}The recording is damaged or cut short; read: {} data blocks, {} bytes of content.",
                             text.empty() ? "" : " ", recording.blocks, recording.extent.inflatedBytes);

@@ -7,7 +7,6 @@
 #include <cerrno>
 #include <system_error>
 
-#include "base/uFiles.h"
 #include "model/uBlockTypes.h"
 #include "model/uDataFile1V0Zip.h"
 #include "model/uExceptions1V0.h"
@@ -23,8 +22,8 @@ std::span<const std::uint8_t> BytesOf(std::string_view text) {
   return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
 }
 
-[[noreturn]] void ThrowFileError(std::string_view what, const std::filesystem::path& file, int error) {
-  throw EStreamError(fmt::format("{} {}: {}", what, Utf8FromPath(file),
+[[noreturn]] void ThrowFileError(std::string_view what, int error) {
+  throw EStreamError(fmt::format("The file cannot be {}: {}.", what,
                                  error == 0 ? "unknown error" : std::generic_category().message(error)));
 }
 
@@ -55,19 +54,19 @@ TDataFile::TDataFile(const std::filesystem::path& sFileName, TLoad) {
   // Opening a pipe would wait for its other end, so what is no plain file is refused unopened.
   std::error_code error;
   const auto status = std::filesystem::status(sFileName, error);
-  if (!std::filesystem::exists(status)) ThrowFileError("Cannot open", sFileName, error.value());
+  if (!std::filesystem::exists(status)) ThrowFileError("opened", error.value());
   if (!std::filesystem::is_regular_file(status)) {
-    throw EStreamError(fmt::format("Cannot open {}: not a file", Utf8FromPath(sFileName)));
+    throw EStreamError("The file cannot be opened: it is no regular file.");
   }
   errno = 0;
-  if (open(sFileName, std::ios::in | std::ios::binary) == nullptr) ThrowFileError("Cannot open", sFileName, errno);
+  if (open(sFileName, std::ios::in | std::ios::binary) == nullptr) ThrowFileError("opened", errno);
   ZipStream = std::make_unique<TInflateStream>(static_cast<std::filebuf&>(*this));
 }
 
 TDataFile::TDataFile(const std::filesystem::path& sFileName, TSave) {
   errno = 0;
   if (open(sFileName, std::ios::out | std::ios::trunc | std::ios::binary) == nullptr) {
-    ThrowFileError("Cannot create", sFileName, errno);
+    ThrowFileError("created", errno);
   }
   ZipSaveStream = std::make_unique<TDeflateStream>(static_cast<std::filebuf&>(*this));
   NewBlock(kFileHeaderBlock);

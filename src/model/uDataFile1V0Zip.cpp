@@ -120,7 +120,7 @@ void TDeflateStream::Deflate(std::span<const std::uint8_t> bytes, int flush) {
     deflate(&FZip, flush);
     const auto count = static_cast<std::streamsize>(FOutput.size() - FZip.avail_out);
     if (FFile.sputn(reinterpret_cast<const char*>(FOutput.data()), count) != count) {
-      throw EStreamError(fmt::format("The file cannot be written: {}", std::generic_category().message(errno)));
+      throw EStreamError(fmt::format("The file cannot be written: {}.", std::generic_category().message(errno)));
     }
   } while (FZip.avail_out == 0);
 }

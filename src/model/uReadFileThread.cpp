@@ -73,12 +73,15 @@ void TReadFileThread::ReadDataFile() {
   struct TKeepExtent {
     const TDataFile& file;
     TReadExtent& extent;
-    ~TKeepExtent() { extent = {file.Damaged(), file.BytesRead()}; }
+    ~TKeepExtent() {
+      extent.damaged = file.Damaged();
+      extent.inflatedBytes = file.BytesRead();
+    }
   } const keepExtent{file, FExtent};
 
-  const bool isDataFile = OrCannotOpen([&file] { return file.IsLoadOk(); });
+  FExtent.isDataFile = OrCannotOpen([&file] { return file.IsLoadOk(); });
   TBlockReader reader(file, FMemoryBound);
-  while (isDataFile && file.ReadBlock()) {
+  while (FExtent.isDataFile && file.ReadBlock()) {
     if (FTerminated) throw EKorvex(kReadCancelled);
     if (file.BlockType() == kDataBlock) {
       // A count past 32 bits starts over; a message has no more room.

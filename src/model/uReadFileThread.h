@@ -21,6 +21,7 @@ inline constexpr std::uint64_t kReadProgress = 11;
 
 // How much of a file was read.
 struct TReadExtent {
+  bool isDataFile = false;          // its first block is the header
   bool damaged = false;             // the stream or a block was cut or damaged, or a block could not be understood
   std::uint64_t inflatedBytes = 0;  // taken from the stream
 };

@@ -39,6 +39,11 @@ TEST(Files, ALinkIsFollowedAndAFolderIsRefused) {
   WriteBesideAndRename(folder / "link", [](const fs::path& beside) { WriteFile(beside, {2}); });
   EXPECT_TRUE(fs::is_symlink(folder / "link"));
   EXPECT_EQ(BytesOfFile(folder / "real"), TBytes{2});
+  fs::permissions(folder / "real", fs::perms::owner_read | fs::perms::owner_write);
+  WriteBesideAndRename(folder / "real", [](const fs::path& beside) { WriteFile(beside, {3}); });
+  EXPECT_EQ(fs::status(folder / "real").permissions(), fs::perms::owner_read | fs::perms::owner_write);
+  fs::permissions(folder / "real", fs::perms::owner_read);
+  EXPECT_THROW(WriteBesideAndRename(folder / "real", [](const fs::path&) {}), fs::filesystem_error);
   EXPECT_THROW(WriteBesideAndRename(folder.Path(), [](const fs::path&) {}), fs::filesystem_error);
 }
 

@@ -80,7 +80,7 @@ TEST_F(KshockCommands, WrongUseIsToldOnTheErrorStream) {
 TEST_F(KshockCommands, InfoTellsMissionAndSummary) {
   const std::string text = Kshock({"info", kStairs}).out;
   for (const char* part : {"165-00233", "Limit= 2.5 g, Measurement rate= ~128 Hz", "215 with 43266 samples",
-                           "8.267 g (7.812 g on X-neg): event 211", "2023-02-01 08:00:04 to 2023-02-01 19:59:54",
+                           "8.267 g (7.812 g on X-neg) in event 211", "2023-02-01 08:00:04 to 2023-02-01 19:59:54",
                            "4320 readings, 22.88 to 28.56 °C"}) {
     EXPECT_THAT(text, HasSubstr(part));
   }
@@ -149,13 +149,16 @@ TEST_F(KshockCommands, MakeTellsWhatIsWrongWithItsSourceAndWritesNothing) {
   EXPECT_THAT(make(good, "time_ms,RH\n").err, HasSubstr("no column \"T\""));
   EXPECT_THAT(make(R"({"startTime": 1, "channels": ["T"], "records": "none.csv"})", "").err, HasSubstr("none.csv"));
   EXPECT_THAT(make(R"({"startTime": 1, "mission": {"sid": "x"}, "channels": [], "records": "r.csv"})", "").err,
-              HasSubstr("no header field"));
+              HasSubstr("unknown name: \"sid\""));
   for (const char* field : {R"("options": 70000)", R"("rec_ctrl": -1)", R"("version": 2.7)", R"("sID": 5)"}) {
     EXPECT_THAT(make(std::string(R"({"startTime": 1, "channels": [], "records": "r.csv", "mission": {)") + field + "}}",
                      "time_ms\n")
                     .err,
                 HasSubstr("does not fit"));
   }
+  EXPECT_THAT(make(good, "time_ms,T\n-1,1\n").err, HasSubstr("a time lies in"));
+  const std::string nest(200000, '[');
+  EXPECT_THAT(make(R"({"mission": )" + nest, "").err, HasSubstr("nested too deep"));
   EXPECT_EQ(make("{", "").status, 3);
   EXPECT_EQ(make(R"({"startTime": "x"})", "").status, 3);
   EXPECT_FALSE(std::filesystem::exists(Folder / "made.kshock"));

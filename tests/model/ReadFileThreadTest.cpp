@@ -135,7 +135,7 @@ TEST(ReadFileThread, WhatCannotBeOpenedFailsWithItsCode) {
     EXPECT_EQ(outcome.Last(), kReadFailed);
     EXPECT_EQ(outcome.Code(), kCannotOpenDataFile);
     EXPECT_FALSE(outcome.extent.damaged);
-    EXPECT_THAT(ReadErrorText, testing::HasSubstr(path.string()));
+    EXPECT_THAT(ReadErrorText, testing::HasSubstr("cannot be opened"));
   }
 }
 
