@@ -28,6 +28,9 @@ constexpr std::size_t kEventCost = sizeof(TEvent) + 32 + 160;
 constexpr std::size_t kReadingCost = sizeof(TSensorValue) + 24;
 constexpr std::size_t kSensorCost = sizeof(TSensor) + 32;
 
+// Far more than the known channels; a list of thousands would make a few bytes of a record fill gigabytes.
+constexpr std::size_t kMaxSensors = 1000;
+
 template <class T>
 T LoadAt(const std::uint8_t* bytes) {
   T value;
@@ -119,6 +122,7 @@ void TBlockReader::ReadChannelList() {
         bool* const flags[kAxisCount] = {&AxesPresent.x, &AxesPresent.y, &AxesPresent.z};
         *flags[channel] = true;
       } else {
+        if (SensorList.Count() == kMaxSensors) throw std::length_error("The recording names too many slow channels.");
         SensorList.Add(std::string(known->sensorName));
         AddRoute(SensorList.Count() - 1);
         CountMemory(kSensorCost);

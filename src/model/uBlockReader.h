@@ -20,8 +20,8 @@ class TBlockReader {
   // Sensors that stand in the list already are served as well.
   TBlockReader(TDataFile& file, std::uint64_t memoryBound);
 
-  // Throws EStreamError when the block is too short for what it must hold, and std::length_error before the mission,
-  // with its tables and with what its lists need to grow, outgrows the bound.
+  // Throws EStreamError when the block is too short for what it must hold, and std::length_error for more than 1,000
+  // slow sensors and before the mission, with its tables and with what its lists need to grow, outgrows the bound.
   void ReadCurrentBlock();
 
  private:
