@@ -14,7 +14,7 @@
 
 namespace {
 
-// What the command line can ask for; a command's callback leaves its status in `status`.
+// What the command line can ask for; a command's callback leaves its status in FStatus.
 class TCommandLine {
  public:
   explicit TCommandLine(const TConsole& console) : FConsole(console) {

@@ -47,7 +47,8 @@ std::string Complaint(const TRecording& recording) {
             : !recording.mission.bValid  ? "It has no mission header."
                                          : "Its creator is unknown.";
   }
-  if (!recording.extent.damaged) return text;
+  // What is no data file is no damaged recording either.
+  if (!recording.extent.damaged || !recording.extent.isDataFile) return text;
   return text + fmt::format("{}The recording is damaged or cut short; read: {} data blocks, {} bytes of content.",
                             text.empty() ? "" : " ", recording.blocks, recording.extent.inflatedBytes);
 }
