@@ -101,6 +101,8 @@ int main(int argc, char** argv) {
   WriteBenchRecording(many, {100000 / part, 100, 100});
   WriteBenchRecording(fewer, {10000 / part, 100, 100});
 
+  fmt::print("{} cores{}\n", std::thread::hardware_concurrency(),
+             smoke ? "; recordings of a hundredth of the size, whose ratios mean nothing" : "");
   PrintRatio(
       "reading 2,000,000 records of 15 channels / bare inflate", 1.25, rounds, [&large] { return ReadingTime(large); },
       [&large] { return SecondsOf([&large] { InflateOnly(large); }); });

@@ -19,7 +19,8 @@ constexpr std::size_t kChunkSize = 256 * 1024;
 }  // namespace
 
 TInflateStream::TInflateStream(std::filebuf& file) : FFile(file), FInput(kInputSize) {
-  for (TChunk& chunk : FChunks) chunk.bytes.resize(kMaxTake + kChunkSize);
+  // Without a first value, so that a small file touches little memory.
+  for (TChunk& chunk : FChunks) chunk.bytes = std::make_unique_for_overwrite<std::uint8_t[]>(kMaxTake + kChunkSize);
   if (inflateInit2(&FZip, kWindowBits) != Z_OK) throw std::bad_alloc();
 }
 
@@ -49,7 +50,7 @@ bool TInflateStream::NextChunk() {
     FChanged.wait(lock, [this] { return FInflated > FNext; });
   }
   TChunk& chunk = ChunkOf(FNext);
-  std::uint8_t* const begin = chunk.bytes.data() + kMaxTake - FRest.size();
+  std::uint8_t* const begin = chunk.bytes.get() + kMaxTake - FRest.size();
   std::ranges::copy(FRest, begin);
   FRest = {begin, FRest.size() + chunk.filled};
   FEnd = chunk.end;
@@ -80,7 +81,7 @@ void TInflateStream::InflateAll() {
 }
 
 void TInflateStream::Fill(TChunk& chunk) {
-  FZip.next_out = chunk.bytes.data() + kMaxTake;
+  FZip.next_out = chunk.bytes.get() + kMaxTake;
   FZip.avail_out = static_cast<uInt>(kChunkSize);
   chunk.end = TEnd::None;
   while (chunk.end == TEnd::None && FZip.avail_out > 0) {

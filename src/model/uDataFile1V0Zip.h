@@ -7,6 +7,7 @@
 #include <condition_variable>
 #include <cstdint>
 #include <fstream>
+#include <memory>
 #include <mutex>
 #include <span>
 #include <thread>
@@ -38,7 +39,7 @@ class TInflateStream {
 
   // Inflated bytes stand from kMaxTake on; before them is room for what was left of the chunk before.
   struct TChunk {
-    std::vector<std::uint8_t> bytes;
+    std::unique_ptr<std::uint8_t[]> bytes;
     std::size_t filled = 0;
     TEnd end = TEnd::None;  // the stream ends behind this chunk
   };
