@@ -1,5 +1,6 @@
 #include <cerrno>
 #include <cstdio>
+#include <exception>
 #include <string>
 #include <system_error>
 #include <vector>
@@ -7,7 +8,7 @@
 #include "cli/uKshock.h"
 #include "platform/uTerminal.h"
 
-int main(int argc, char** argv) {
+int main(int argc, char** argv) try {
   const auto toErr = [](std::string_view text) { std::fwrite(text.data(), 1, text.size(), stderr); };
   const auto toOut = [](std::string_view text) {
     if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) {
@@ -19,4 +20,6 @@ int main(int argc, char** argv) {
   if (status == static_cast<int>(TStatus::CannotWrite) || std::fflush(stdout) == 0) return status;
   toErr("kshock: standard output: " + std::generic_category().message(errno) + "\n");
   return static_cast<int>(TStatus::CannotWrite);
+} catch (const std::exception&) {  // no memory for the arguments, or for saying so
+  return static_cast<int>(TStatus::CannotRead);
 }
