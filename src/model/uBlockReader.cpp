@@ -45,10 +45,12 @@ bool IsAnyNaN(std::uint32_t reading) {
   return (reading & 0x7FFFFFFFU) > 0x7F800000U;
 }
 
-bool AllBitsSet(std::span<const std::uint8_t> bytes) {
-  std::uint8_t all = 0xFF;
-  for (const std::uint8_t byte : bytes) all &= byte;
-  return all == 0xFF;
+// Whole readings, none of them a value or the end of an event.
+bool AllAreNoValue(const std::uint8_t* begin, const std::uint8_t* end) {
+  for (; end - begin >= 8; begin += 8) {
+    if (LoadAt<std::uint64_t>(begin) != std::numeric_limits<std::uint64_t>::max()) return false;
+  }
+  return begin == end || LoadAt<std::uint32_t>(begin) == kNoValue;
 }
 
 [[noreturn]] void ThrowShortRecord() {
@@ -160,7 +162,7 @@ void TBlockReader::FindSources() {
 }
 
 void TBlockReader::ReadData() {
-  if (FFirstDataBlock) EventList.NewEvent();
+  if (FFirstDataBlock) BeginEvent();
   FFirstDataBlock = false;
 
   const std::span<const std::uint8_t> body = FFile.BlockRest();
@@ -185,6 +187,11 @@ void TBlockReader::ReadData() {
   if (added > 0) CountMemory(added);
 }
 
+void TBlockReader::BeginEvent() {
+  EventList.NewEvent();
+  FEventBegins = true;
+}
+
 // Returns the bytes by which the mission has grown.
 std::size_t TBlockReader::ReadRecord(const std::uint8_t* record, double ms) {
   std::size_t added = 0;
@@ -192,14 +199,15 @@ std::size_t TBlockReader::ReadRecord(const std::uint8_t* record, double ms) {
   const std::uint32_t y = FSources[1].ReadingIn(record);
   const std::uint32_t z = FSources[2].ReadingIn(record);
   if (x == kEndOfEvent || y == kEndOfEvent || z == kEndOfEvent) {
-    EventList.NewEvent();
+    BeginEvent();
   } else if (x != kNoValue && y != kNoValue && z != kNoValue) {
-    const std::size_t before = EventList.Count();
     EventList.AddValues(ms, std::bit_cast<float>(x), std::bit_cast<float>(y), std::bit_cast<float>(z));
-    added += sizeof(TEventValue) + (EventList.Count() - before) * kEventCost;
+    added += sizeof(TEventValue) + (FEventBegins ? kEventCost : 0);
+    FEventBegins = false;
   }
   // Most records of a shock have no slow reading: one look at all their columns says so.
-  if (!FSomeSensorIsKept && FSlowBegin < FSlowEnd && AllBitsSet({record + FSlowBegin, record + FSlowEnd})) return added;
+  if (!FSomeSensorIsKept && FSlowBegin < FSlowEnd && AllAreNoValue(record + FSlowBegin, record + FSlowEnd))
+    return added;
   for (std::size_t channel = kAxisCount; channel < kChannelCount; ++channel) {
     const std::uint32_t reading = FSources[channel].ReadingIn(record);
     if (IsMark(reading) || (kKnownChannels[channel].dropsEveryNaN && IsAnyNaN(reading))) continue;

@@ -39,6 +39,7 @@ class TBlockReader {
   void ReadData();
   void AddRoute(std::size_t sensor);
   void FindSources();
+  void BeginEvent();
   std::size_t ReadRecord(const std::uint8_t* record, double ms);
   void KeepReadings(const std::uint8_t* record);
   void CountMemory(std::size_t added);
@@ -47,6 +48,7 @@ class TBlockReader {
   TDataFile& FFile;
   std::uint64_t FMemoryBound;
   bool FFirstDataBlock = true;
+  bool FEventBegins = false;  // the next sample opens an event
   std::size_t FColumnCount = 0;
   std::array<std::size_t, kChannelCount> FColumnOf;
   // By channel: the sensors that take its readings, by their index in the list. Sensors of one name have equal

@@ -14,14 +14,16 @@ namespace {
 constexpr int kWindowBits = 15;
 constexpr int kFastest = 1;
 constexpr std::size_t kInputSize = 64 * 1024;
+constexpr std::size_t kTrailerSize = 4;  // the checksum behind the deflated data
 constexpr std::size_t kChunkSize = 256 * 1024;
 
 }  // namespace
 
-TInflateStream::TInflateStream(std::filebuf& file) : FFile(file), FInput(kInputSize) {
+TInflateStream::TInflateStream(std::filebuf& file) : FFile(file), FInput(kTrailerSize + kInputSize) {
   // Without a first value, so that a small file touches little memory.
   for (TChunk& chunk : FChunks) chunk.bytes = std::make_unique_for_overwrite<std::uint8_t[]>(kMaxTake + kChunkSize);
   if (inflateInit2(&FZip, kWindowBits) != Z_OK) throw std::bad_alloc();
+  inflateValidate(&FZip, 0);  // the checksum is the taker's work, see NextChunk
 }
 
 TInflateStream::~TInflateStream() {
@@ -54,6 +56,8 @@ bool TInflateStream::NextChunk() {
   std::ranges::copy(FRest, begin);
   FRest = {begin, FRest.size() + chunk.filled};
   FEnd = chunk.end;
+  FChecksum = adler32(FChecksum, chunk.bytes.get() + kMaxTake, static_cast<uInt>(chunk.filled));
+  if (FEnd == TEnd::Finished && FChecksum != FWantedChecksum) FEnd = TEnd::Damaged;
   {
     const std::lock_guard lock(FMutex);
     FReleased = FNext++;
@@ -90,6 +94,10 @@ void TInflateStream::Fill(TChunk& chunk) {
     const int result = inflate(&FZip, Z_NO_FLUSH);
     if (result == Z_STREAM_END) {
       chunk.end = TEnd::Finished;
+      // The trailer was consumed last; it is big-endian.
+      for (const Bytef* byte = FZip.next_in - kTrailerSize; byte != FZip.next_in; ++byte) {
+        FWantedChecksum = FWantedChecksum << 8 | *byte;
+      }
     } else if (result != Z_OK && result != Z_BUF_ERROR) {
       chunk.end = TEnd::Damaged;
     }
@@ -99,8 +107,11 @@ void TInflateStream::Fill(TChunk& chunk) {
 
 TInflateStream::TEnd TInflateStream::FillInput() {
   try {
-    const auto count = FFile.sgetn(reinterpret_cast<char*>(FInput.data()), static_cast<std::streamsize>(kInputSize));
-    FZip.next_in = FInput.data();
+    // The trailer may lie across two readings, so the last bytes of the one before stay in front.
+    if (FZip.next_in != nullptr) std::copy_n(FZip.next_in - kTrailerSize, kTrailerSize, FInput.begin());
+    Bytef* const begin = FInput.data() + kTrailerSize;
+    const auto count = FFile.sgetn(reinterpret_cast<char*>(begin), static_cast<std::streamsize>(kInputSize));
+    FZip.next_in = begin;
     FZip.avail_in = static_cast<uInt>(count);
     return count > 0 ? TEnd::None : TEnd::Damaged;  // the file ends before its stream does
   } catch (const std::ios_base::failure&) {

@@ -14,8 +14,8 @@
 #include <vector>
 
 // Inflates on a thread of its own, a few chunks ahead of the one thread that takes the bytes, so that making sense of
-// them costs little time beside the inflating. Bytes and the reason why they end come in order: what was inflated
-// before an error is handed out before the error shows.
+// them costs little time beside the inflating; the taker also checks the sum. Bytes and the reason why they end come in
+// order: what was inflated before an error is handed out before the error shows.
 class TInflateStream {
  public:
   static constexpr std::size_t kMaxTake = 64 * 1024;
@@ -55,11 +55,13 @@ class TInflateStream {
   std::filebuf& FFile;
   z_stream FZip{};
   std::vector<std::uint8_t> FInput;
+  uLong FWantedChecksum = 0;  // of the trailer, once a chunk has ended well
   std::array<TChunk, 3> FChunks;
 
   std::span<const std::uint8_t> FRest;  // not taken yet, of the chunk in use
   std::size_t FNext = 0;                // the number of the chunk to use next
   TEnd FEnd = TEnd::None;               // of the chunk in use
+  uLong FChecksum = 1;                  // Adler-32 of the chunks up to it
 
   std::mutex FMutex;  // guards what follows
   std::condition_variable FChanged;

@@ -1,6 +1,9 @@
 // What a damaged recording leaves: a defined message, and everything whole that came before the damage.
 #include <gtest/gtest.h>
 
+#include <random>
+#include <set>
+
 #include "model/uBlockTypes.h"
 #include "model/uEvents.h"
 #include "model/uExceptions1V0.h"
@@ -88,6 +91,23 @@ TEST(Damage, AWrongChecksumLosesNothingAndRubbishBehindTheStreamIsNone) {
   stream.back() ^= 1;
   EXPECT_TRUE(ReadStream(stream).extent.damaged);
   EXPECT_EQ(SampleCount(), 20U);
+}
+
+TEST(Damage, TheChecksumIsFoundWhereverTheFileIsReadInPieces) {
+  // Noise does not shrink, so these streams end around 64 KiB, where one reading of the file ends.
+  std::set<std::size_t> sizes;
+  std::mt19937 random(1);
+  for (std::size_t size = 32770; size < 32800; ++size) {
+    TBytes noise(size);
+    for (std::uint8_t& byte : noise) byte = static_cast<std::uint8_t>(random());
+    TBytes stream =
+        Deflated(TTestRecording().Block(99, TBytes(noise.begin(), noise.begin() + 32700)).Block(99, noise).content);
+    sizes.insert(stream.size());
+    EXPECT_FALSE(ReadStream(stream).extent.damaged) << "stream of " << stream.size() << " bytes";
+    stream.back() ^= 1;
+    EXPECT_TRUE(ReadStream(stream).extent.damaged) << "stream of " << stream.size() << " bytes";
+  }
+  for (std::size_t size = 65536; size <= 65540; ++size) EXPECT_TRUE(sizes.contains(size)) << size;
 }
 
 TEST(Damage, ABlockThatIsTooShortForWhatItHoldsFailsTheRead) {
