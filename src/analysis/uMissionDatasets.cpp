@@ -76,6 +76,7 @@ struct TIndexKey {
 constexpr TIndexKey kEventIndexes[] = {{"MaxAcc", "Acceleration max"}, {"DBC", "ToT total"}, {"Int", "IoT total"},
                                        {"DBCSM", "ToT max"},           {"IntSM", "IoT max"}, {"ID", "ID"},
                                        {"Timestamp", "Timestamp"}};
+
 bool IsPresent(const TSensorList& sensors, std::string_view name) {
   return std::ranges::find(sensors.Sensors(), name, &TSensor::Name) != sensors.Sensors().end();
 }

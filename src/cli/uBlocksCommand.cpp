@@ -46,7 +46,7 @@ TStatus BlocksCommand(const std::string& name, const TConsole& console) {
   try {
     TDataFile file = TDataFile::CreateLoad(PathFromUtf8(name));
     if (!file.IsLoadOk()) {
-      console.err(fmt::format("kshock: {}: This file is no block data file.\n", name));
+      console.err(fmt::format("kshock: {}: This file is no block data file.\n", Printable(name)));
       return TStatus::NotDisplayable;
     }
     std::size_t number = 0;
@@ -60,7 +60,7 @@ TStatus BlocksCommand(const std::string& name, const TConsole& console) {
                             file.BytesRead(), number - 1));
     return TStatus::Damaged;
   } catch (const EStreamError& error) {
-    console.err(fmt::format("kshock: {}: {}\n", name, error.what()));
+    console.err(fmt::format("kshock: {}: {}\n", Printable(name), error.what()));
     return TStatus::CannotRead;
   }
 }

@@ -45,7 +45,7 @@ bool IsAnyNaN(std::uint32_t reading) {
   return (reading & 0x7FFFFFFFU) > 0x7F800000U;
 }
 
-// Whole readings, none of them a value or the end of an event.
+// Nothing but marks of no value stands between the two, which enclose whole readings.
 bool AllAreNoValue(const std::uint8_t* begin, const std::uint8_t* end) {
   for (; end - begin >= 8; begin += 8) {
     if (LoadAt<std::uint64_t>(begin) != std::numeric_limits<std::uint64_t>::max()) return false;

@@ -2,7 +2,8 @@
 """Works out what `kshock dump FILE` has to print, from the recording's bytes alone, and compares.
 
 Shares no code with the program: own block reader, own metrics, own tables. Checks the given recordings and a
-number of generated ones, odd and damaged ones among them. One line per failing recording; exit 1 when any failed.
+number of generated ones, odd and damaged ones among them. Compares all but the four mission texts. One line per failing
+recording; exit 1 when any failed.
 """
 import argparse
 import ctypes

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <tuple>
+#include <utility>
 
 #include "base/uDateTime.h"
 
@@ -52,21 +54,24 @@ TEST(MissionText, LimitNamesTheLevelAndTheRate) {
 TEST(MissionText, ChannelsAndOptionsByTheirBits) {
   TMissionData mission;
   mission.tb_meas_rate = 60;
-  EXPECT_EQ(StdChannelsText(mission), "-");
-  mission.rec_std_mask = 33;
-  EXPECT_EQ(StdChannelsText(mission), "p, RH, Measurement rate= 60 s");
-  mission.rec_std_mask = 0xFFFF;
-  EXPECT_EQ(StdChannelsText(mission), "p, RH, T, Light, analog, Measurement rate= 60 s");
-  mission.rec_std_mask = 0xFFFF & ~(1 + 32 + 128 + 256 + 512);
-  EXPECT_EQ(StdChannelsText(mission), "-");
-
-  EXPECT_EQ(OptionsText(mission), "Ring buffer mode");
-  mission.options = 7;
-  EXPECT_EQ(OptionsText(mission), "Marker function, Confirmation function, Status indication, Ring buffer mode");
-  mission.rec_ctrl = 128;
-  EXPECT_EQ(OptionsText(mission), "Marker function, Confirmation function, Status indication");
-  mission.options = 128;
-  EXPECT_EQ(OptionsText(mission), "");
+  const std::pair<std::uint16_t, const char*> masks[] = {{0, "-"},
+                                                         {33, "p, RH, Measurement rate= 60 s"},
+                                                         {0xFFFF, "p, RH, T, Light, analog, Measurement rate= 60 s"},
+                                                         {0xFFFF & ~(1 + 32 + 128 + 256 + 512), "-"}};
+  for (const auto& [mask, text] : masks) {
+    mission.rec_std_mask = mask;
+    EXPECT_EQ(StdChannelsText(mission), text);
+  }
+  const std::tuple<std::uint16_t, std::uint16_t, const char*> controls[] = {
+      {0, 0, "Ring buffer mode"},
+      {7, 0, "Marker function, Confirmation function, Status indication, Ring buffer mode"},
+      {7, 128, "Marker function, Confirmation function, Status indication"},
+      {128, 128, ""}};
+  for (const auto& [options, control, text] : controls) {
+    mission.options = options;
+    mission.rec_ctrl = control;
+    EXPECT_EQ(OptionsText(mission), text);
+  }
 }
 
 }  // namespace
