@@ -41,22 +41,22 @@ void TDataset::Clear() {
 }
 
 std::size_t TDataset::AddField(std::string key, TFieldType type, std::string label) {
-  FFields.push_back({std::move(key), std::move(label), type, {}});
-  FColumns.emplace_back();
-  return FFields.size() - 1;
+  FTable->fields.push_back({std::move(key), std::move(label), type, {}});
+  FTable->columns.emplace_back();
+  return FTable->fields.size() - 1;
 }
 
 void TDataset::AddIndexPair(std::string_view indexKey, std::string_view fieldKey) {
   const auto field = FindField(fieldKey);
   if (!field) return;
-  FIndexes.push_back({std::string(indexKey) + "Desc", *field, true, {}});
-  FIndexes.push_back({std::string(indexKey) + "ASC", *field, false, {}});
+  FTable->indexes.push_back({std::string(indexKey) + "Desc", *field, true, {}});
+  FTable->indexes.push_back({std::string(indexKey) + "ASC", *field, false, {}});
 }
 
 void TDataset::Reserve(std::size_t rows) {
-  for (std::size_t field = 0; field < FFields.size(); ++field) {
-    TColumn& column = FColumns[field];
-    switch (FFields[field].Type) {
+  for (std::size_t field = 0; field < FTable->fields.size(); ++field) {
+    TColumn& column = FTable->columns[field];
+    switch (FTable->fields[field].Type) {
       case TFieldType::Integer:
         column.integers.reserve(rows);
         break;
@@ -74,9 +74,9 @@ void TDataset::Reserve(std::size_t rows) {
 }
 
 void TDataset::Append() {
-  for (std::size_t field = 0; field < FFields.size(); ++field) {
-    TColumn& column = FColumns[field];
-    switch (FFields[field].Type) {
+  for (std::size_t field = 0; field < FTable->fields.size(); ++field) {
+    TColumn& column = FTable->columns[field];
+    switch (FTable->fields[field].Type) {
       case TFieldType::Integer:
         column.integers.push_back(0);
         break;
@@ -91,30 +91,30 @@ void TDataset::Append() {
     }
     column.isNull.push_back(true);
   }
-  ++FRecordCount;
-  for (TIndex& index : FIndexes) index.rows.clear();
+  ++FTable->recordCount;
+  for (TIndex& index : FTable->indexes) index.rows.clear();
 }
 
 void TDataset::SetInteger(std::size_t field, std::int32_t value) {
-  FColumns[field].integers.back() = value;
-  FColumns[field].isNull.back() = false;
+  FTable->columns[field].integers.back() = value;
+  FTable->columns[field].isNull.back() = false;
 }
 
 void TDataset::SetSingle(std::size_t field, float value) {
-  FColumns[field].singles.back() = value;
-  FColumns[field].isNull.back() = false;
+  FTable->columns[field].singles.back() = value;
+  FTable->columns[field].isNull.back() = false;
 }
 
 void TDataset::SetDateTime(std::size_t field, double value) {
-  FColumns[field].dateTimes.back() = value;
-  FColumns[field].isNull.back() = false;
+  FTable->columns[field].dateTimes.back() = value;
+  FTable->columns[field].isNull.back() = false;
 }
 
 void TDataset::AppendCopy(const TDataset& from, std::size_t row) {
   Append();
-  for (std::size_t field = 0; field < FFields.size(); ++field) {
+  for (std::size_t field = 0; field < FTable->fields.size(); ++field) {
     if (from.IsNull(row, field)) continue;
-    switch (FFields[field].Type) {
+    switch (FTable->fields[field].Type) {
       case TFieldType::Integer:
         SetInteger(field, from.Integer(row, field));
         break;
@@ -131,20 +131,20 @@ void TDataset::AppendCopy(const TDataset& from, std::size_t row) {
 }
 
 std::optional<std::size_t> TDataset::FindField(std::string_view key) const {
-  const auto found = std::ranges::find(FFields, key, &TField::Key);
-  if (found == FFields.end()) return std::nullopt;
-  return static_cast<std::size_t>(found - FFields.begin());
+  const auto found = std::ranges::find(FTable->fields, key, &TField::Key);
+  if (found == FTable->fields.end()) return std::nullopt;
+  return static_cast<std::size_t>(found - FTable->fields.begin());
 }
 
 std::string TDataset::DisplayText(std::size_t row, std::size_t field) const {
   if (IsNull(row, field)) return {};
-  switch (FFields[field].Type) {
+  switch (FTable->fields[field].Type) {
     case TFieldType::Integer:
       return std::to_string(Integer(row, field));
     case TFieldType::Single:
       return GeneralFloat(Single(row, field));
     case TFieldType::DateTime:
-      return FormatDateTime(FFields[field].DisplayFormat, DateTime(row, field));
+      return FormatDateTime(FTable->fields[field].DisplayFormat, DateTime(row, field));
     case TFieldType::Blob:
       break;
   }
@@ -152,31 +152,41 @@ std::string TDataset::DisplayText(std::size_t row, std::size_t field) const {
 }
 
 const TDataset::TIndex* TDataset::FindIndex(std::string_view name) const {
-  const auto found = std::ranges::find(FIndexes, name, &TIndex::name);
-  return found == FIndexes.end() ? nullptr : &*found;
+  const auto found = std::ranges::find(FTable->indexes, name, &TIndex::name);
+  return found == FTable->indexes.end() ? nullptr : &*found;
 }
 
 bool TDataset::SelectIndex(std::string_view name) {
   const TIndex* index = FindIndex(name);
   if (index == nullptr) return false;
-  FIndex = static_cast<std::size_t>(index - FIndexes.data());
+  FIndex = static_cast<std::size_t>(index - FTable->indexes.data());
   FIndexName = index->name;
   First();
   return true;
 }
 
-std::size_t TDataset::RowAt(std::size_t position) const {
-  if (!FIndex) return position;
-  TIndex& index = FIndexes[*FIndex];
+const std::vector<std::uint32_t>& TDataset::RowsInOrder() const {
+  TIndex& index = FTable->indexes[*FIndex];
   if (index.rows.empty()) index.rows = SortedRows(index);
-  return index.rows[position];
+  return index.rows;
+}
+
+std::size_t TDataset::RowAt(std::size_t position) const {
+  return FIndex ? RowsInOrder()[position] : position;
+}
+
+std::optional<std::size_t> TDataset::PositionOf(std::size_t row) const {
+  if (row >= RecordCount()) return std::nullopt;
+  if (!FIndex) return row;
+  const std::vector<std::uint32_t>& rows = RowsInOrder();
+  return static_cast<std::size_t>(std::ranges::find(rows, row) - rows.begin());
 }
 
 // Unsigned numbers in the order of the values.
 std::uint64_t TDataset::SortKey(std::size_t row, std::size_t field) const {
   if (IsNull(row, field)) return 0;
   double value = 0;
-  switch (FFields[field].Type) {
+  switch (FTable->fields[field].Type) {
     case TFieldType::Integer:
       value = Integer(row, field);
       break;
@@ -196,15 +206,15 @@ std::uint64_t TDataset::SortKey(std::size_t row, std::size_t field) const {
 }
 
 std::vector<std::uint32_t> TDataset::SortedRows(const TIndex& index) const {
-  std::vector<TKeyedRow> keyed(FRecordCount);
+  std::vector<TKeyedRow> keyed(FTable->recordCount);
   bool sorted = true;
-  for (std::size_t row = 0; row < FRecordCount; ++row) {
+  for (std::size_t row = 0; row < FTable->recordCount; ++row) {
     const std::uint64_t key = SortKey(row, index.field);
     keyed[row] = {index.descending ? ~key : key, static_cast<std::uint32_t>(row)};
     sorted = sorted && (row == 0 || keyed[row - 1].key <= keyed[row].key);
   }
   if (!sorted) RadixSort(keyed);
-  std::vector<std::uint32_t> rows(FRecordCount);
+  std::vector<std::uint32_t> rows(FTable->recordCount);
   std::ranges::transform(keyed, rows.begin(), &TKeyedRow::row);
   return rows;
 }

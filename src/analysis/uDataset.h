@@ -1,10 +1,12 @@
 // An in-memory table with named indexes: what every grid, export and report reads. Rows are kept by column and only
 // appended; sorting selects an index, no row moves. A field has a fixed key and a label that people see.
-// Main thread only.
+// A copy is a companion: it shares rows, fields and sorted indexes with its original and has an index, a position and
+// a fate of its own; clearing one leaves the other as it is. Main thread only.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -46,16 +48,20 @@ class TDataset {
   // Appends row `row` of a table with the same fields.
   void AppendCopy(const TDataset& from, std::size_t row);
 
-  [[nodiscard]] std::span<const TField> Fields() const { return FFields; }
+  [[nodiscard]] std::span<const TField> Fields() const { return FTable->fields; }
   [[nodiscard]] std::optional<std::size_t> FindField(std::string_view key) const;
-  void SetDisplayFormat(std::size_t field, std::string mask) { FFields[field].DisplayFormat = std::move(mask); }
+  void SetDisplayFormat(std::size_t field, std::string mask) { FTable->fields[field].DisplayFormat = std::move(mask); }
 
-  [[nodiscard]] std::size_t RecordCount() const { return FRecordCount; }
+  [[nodiscard]] std::size_t RecordCount() const { return FTable->recordCount; }
   // Values by row, in the order in which rows were appended. The type must be the field's own.
-  [[nodiscard]] bool IsNull(std::size_t row, std::size_t field) const { return FColumns[field].isNull[row]; }
-  [[nodiscard]] std::int32_t Integer(std::size_t row, std::size_t field) const { return FColumns[field].integers[row]; }
-  [[nodiscard]] float Single(std::size_t row, std::size_t field) const { return FColumns[field].singles[row]; }
-  [[nodiscard]] double DateTime(std::size_t row, std::size_t field) const { return FColumns[field].dateTimes[row]; }
+  [[nodiscard]] bool IsNull(std::size_t row, std::size_t field) const { return FTable->columns[field].isNull[row]; }
+  [[nodiscard]] std::int32_t Integer(std::size_t row, std::size_t field) const {
+    return FTable->columns[field].integers[row];
+  }
+  [[nodiscard]] float Single(std::size_t row, std::size_t field) const { return FTable->columns[field].singles[row]; }
+  [[nodiscard]] double DateTime(std::size_t row, std::size_t field) const {
+    return FTable->columns[field].dateTimes[row];
+  }
   // The value as text: integers in decimal, singles in general form, date-times in the field's mask, null empty.
   [[nodiscard]] std::string DisplayText(std::size_t row, std::size_t field) const;
 
@@ -67,11 +73,13 @@ class TDataset {
   // The row at a position of the selected index. The index is built when it is first used: equal values keep the rows'
   // order in both directions, null and NaN stand below every number.
   [[nodiscard]] std::size_t RowAt(std::size_t position) const;
+  // The position of a row in the selected index; nothing for a row past the table.
+  [[nodiscard]] std::optional<std::size_t> PositionOf(std::size_t row) const;
 
   // Walks the rows in the order of the selected index.
   void First() { FPosition = 0; }
   void Next() { ++FPosition; }
-  [[nodiscard]] bool Eof() const { return FPosition >= FRecordCount; }
+  [[nodiscard]] bool Eof() const { return FPosition >= RecordCount(); }
   [[nodiscard]] std::size_t CurrentRow() const { return RowAt(FPosition); }
 
  private:
@@ -91,11 +99,16 @@ class TDataset {
   [[nodiscard]] const TIndex* FindIndex(std::string_view name) const;
   [[nodiscard]] std::uint64_t SortKey(std::size_t row, std::size_t field) const;
   [[nodiscard]] std::vector<std::uint32_t> SortedRows(const TIndex& index) const;
+  [[nodiscard]] const std::vector<std::uint32_t>& RowsInOrder() const;
 
-  std::vector<TField> FFields;
-  std::vector<TColumn> FColumns;
-  std::size_t FRecordCount = 0;
-  mutable std::vector<TIndex> FIndexes;  // an index is built when it is first asked for a row
+  struct TTable {
+    std::vector<TField> fields;
+    std::vector<TColumn> columns;
+    std::size_t recordCount = 0;
+    std::vector<TIndex> indexes;
+  };
+
+  std::shared_ptr<TTable> FTable = std::make_shared<TTable>();
   std::string FIndexName;
   std::optional<std::size_t> FIndex;
   std::size_t FPosition = 0;

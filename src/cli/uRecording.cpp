@@ -43,9 +43,7 @@ std::string Complaint(const TRecording& recording) {
   if (recording.status == TStatus::CannotRead) text = ReadErrorText;
   if (recording.status == TStatus::NotDisplayable) {
     text = "This file cannot be displayed. ";
-    text += !recording.extent.isDataFile ? "It is no data file."
-            : !recording.mission.bValid  ? "It has no mission header."
-                                         : "Its creator is unknown.";
+    text += WhyNotDisplayable(recording.extent);
   }
   // What is no data file is no damaged recording either.
   if (!recording.extent.damaged || !recording.extent.isDataFile) return text;

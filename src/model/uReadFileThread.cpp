@@ -28,6 +28,11 @@ auto OrCannotOpen(const TStep& step) {
 
 }  // namespace
 
+std::string_view WhyNotDisplayable(const TReadExtent& extent) {
+  if (!extent.isDataFile) return "It is no data file.";
+  return MissionData.bValid ? "Its creator is unknown." : "It has no mission header.";
+}
+
 TReadFileThread::TReadFileThread(std::uint64_t hWindow, std::filesystem::path InFile, std::uint64_t memoryBound)
     : FhWindow(hWindow), FInFile(std::move(InFile)), FMemoryBound(memoryBound), FThread([this] { Execute(); }) {}
 

@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <limits>
+#include <string_view>
 #include <thread>
 
 inline constexpr std::uint32_t kReadFileMessage = 1025;
@@ -25,6 +26,9 @@ struct TReadExtent {
   bool damaged = false;             // the stream or a block was cut or damaged, or a block could not be understood
   std::uint64_t inflatedBytes = 0;  // taken from the stream
 };
+
+// Why a read that finished shows nothing, in a sentence: the extent and the mission header tell.
+std::string_view WhyNotDisplayable(const TReadExtent& extent);
 
 class TReadFileThread {
  public:

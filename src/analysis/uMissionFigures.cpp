@@ -1,0 +1,79 @@
+#include "analysis/uMissionFigures.h"
+
+#include <fmt/format.h>
+
+#include <cmath>
+
+#include "base/uDateTime.h"
+#include "base/uText.h"
+#include "model/uMissionText.h"
+
+namespace {
+
+// A length of time, to the millisecond.
+std::string DurationText(double days) {
+  const double ms = std::round(days * kMsPerDay);
+  const double wholeDays = std::floor(ms / kMsPerDay);
+  const std::string ofDay = FormatDateTime("hh:nn:ss.zzz", (ms - wholeDays * kMsPerDay) / kMsPerDay);
+  return wholeDays > 0 ? fmt::format("{:.0f} d {}", wholeDays, ofDay) : ofDay;
+}
+
+TFigure Figure(std::string label, std::string text) {
+  const bool isBlank = text.find_first_not_of(' ') == std::string::npos;
+  return {std::move(label), isBlank ? "-" : std::move(text)};
+}
+
+std::string SensorText(const TSensorSummary& sensor) {
+  if (sensor.count == 0) return "no readings";
+  if (!sensor.minimum) return fmt::format("{} readings, none a number", sensor.count);
+  return fmt::format("{} readings, {} to {}{}{}", sensor.count, MaskFloat("0.###", *sensor.minimum),
+                     MaskFloat("0.###", *sensor.maximum), sensor.unit.empty() ? "" : " ", sensor.unit);
+}
+
+}  // namespace
+
+std::vector<TFigure> HeaderFigures(const TMissionData& mission) {
+  return {Figure("ID", mission.sID),
+          Figure("Title", mission.sTitle),
+          Figure("Operator", mission.sOperator),
+          Figure("Logger", mission.sKorvexType + " " + mission.sKorvexVersion),
+          Figure("Recording", FormatDateTime(DateTimeMask(), mission.rec_starttime) + " to " +
+                                  FormatDateTime(DateTimeMask(), mission.rec_endtime)),
+          Figure("Start and stop", StartStopText(mission)),
+          Figure("Shocks", LimitText(mission)),
+          Figure("Slow channels", StdChannelsText(mission)),
+          Figure("Options", OptionsText(mission))};
+}
+
+std::vector<TFigure> EventFigures(const TMissionSummary& summary, const TEventList& events) {
+  std::vector<TFigure> figures;
+  figures.push_back(Figure("Events", fmt::format("{} with {} samples", summary.events, summary.samples)));
+  const auto when = [&events](std::size_t event) {
+    const double time = DateTimeOf(events.StartTime, events.GetItem(event).GetStartTime());
+    return fmt::format("in event {}, begun {}", event, FormatDateTime(DateTimeMask() + ".zzz", time));
+  };
+  if (summary.peakEvent) {
+    const TEvent& event = events.GetItem(*summary.peakEvent);
+    figures.push_back(
+        Figure("Peak", fmt::format("{} g ({} g on {}) {}", MaskFloat("0.###", event.Max),
+                                   MaskFloat("0.###", event.MaxSingle), event.MaxAxis, when(*summary.peakEvent))));
+  }
+  if (summary.mostIntense) {
+    figures.push_back(Figure("Most intense", fmt::format("{} g ms {}", MaskFloat("0.##", summary.largestIot),
+                                                         when(*summary.mostIntense))));
+  }
+  figures.push_back(Figure("ToT total", MaskFloat("0.#", summary.totTotal) + " ms"));
+  figures.push_back(Figure("IoT total", MaskFloat("0.##", summary.iotTotal) + " g ms"));
+  if (summary.firstTime) {
+    figures.push_back(Figure("Time span", fmt::format("{} to {} ({})", FormatDateTime(DateTimeMask(), *summary.firstTime),
+                                                      FormatDateTime(DateTimeMask(), *summary.lastTime),
+                                                      DurationText(*summary.lastTime - *summary.firstTime))));
+  }
+  return figures;
+}
+
+std::vector<TFigure> SensorFigures(const TMissionSummary& summary) {
+  std::vector<TFigure> figures;
+  for (const TSensorSummary& sensor : summary.sensors) figures.push_back({sensor.name, SensorText(sensor)});
+  return figures;
+}

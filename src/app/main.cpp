@@ -1,0 +1,128 @@
+// shockscope: the window, or pictures of it.
+#include <QApplication>
+#include <QStringList>
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <string>
+#include <vector>
+
+#include "base/uFiles.h"
+#include "gui/common/uQtText.h"
+#include "gui/common/uTheme.h"
+#include "gui/mainform/KorvexMainForm.h"
+#include "gui/mainform/uSnapshots.h"
+#include "platform/uMachineMemory.h"
+
+namespace {
+
+constexpr int kFailure = 1;
+constexpr int kWrongUse = 2;
+
+constexpr auto kUsage =
+    "usage: shockscope [--scheme light|dark] [FILE]\n"
+    "       shockscope --snapshot DIR FILE [--scheme light|dark]\n"
+    "       shockscope --version | --help\n"
+    "\n"
+    "Shows a recording. With --snapshot it shows none: it saves pictures of every view of FILE in DIR.\n";
+
+struct TArguments {
+  std::string file;
+  std::string snapshotFolder;
+  TScheme scheme = TScheme::Desktop;
+  bool version = false;
+  bool help = false;
+  bool wrong = false;
+};
+
+// Only an argument that is exactly an option is one; the first other is the recording, and what follows it is ignored.
+TArguments Parse(const std::vector<std::string>& words) {
+  TArguments arguments;
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    const std::size_t left = words.size() - i - 1;
+    if (words[i] == "--version") {
+      arguments.version = true;
+    } else if (words[i] == "--help") {
+      arguments.help = true;
+    } else if (words[i] == "--scheme") {
+      const std::string scheme = left >= 1 ? words[++i] : std::string();
+      arguments.wrong = arguments.wrong || (scheme != "light" && scheme != "dark");
+      arguments.scheme = scheme == "dark" ? TScheme::Dark : TScheme::Light;
+    } else if (words[i] == "--snapshot") {
+      if (left < 2) {
+        arguments.wrong = true;
+        return arguments;
+      }
+      arguments.snapshotFolder = words[++i];
+      arguments.file = words[++i];
+    } else {
+      if (arguments.snapshotFolder.empty()) arguments.file = words[i];
+      break;
+    }
+  }
+  return arguments;
+}
+
+bool HasDisplay() {
+  for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
+    const char* value = std::getenv(name);
+    if (value != nullptr && *value != '\0') return true;
+  }
+  return false;
+}
+
+int Run(const TArguments& arguments, const char* programName) {
+  const bool takesPictures = !arguments.snapshotFolder.empty();
+#ifdef Q_OS_LINUX
+  if (takesPictures) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    // That platform remarks on every window what it does not do.
+    qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
+      if (type != QtDebugMsg && type != QtWarningMsg) std::fprintf(stderr, "shockscope: %s\n", Utf8(text).c_str());
+    });
+  } else if (!HasDisplay()) {
+    std::fputs("shockscope: there is no display; --snapshot DIR FILE makes pictures without one\n", stderr);
+    return kFailure;
+  }
+#endif
+  // The program's own arguments are no business of the toolkit.
+  int count = 1;
+  std::string name = programName;
+  char* values[] = {name.data(), nullptr};
+  QApplication application(count, values);
+  ApplyScheme(application, arguments.scheme);
+  TProgram program;
+  program.folder = PathFromUtf8(Utf8(QCoreApplication::applicationDirPath()));
+  program.version = SHOCKSCOPE_FILE_VERSION;
+  if (!takesPictures) program.firstArgument = arguments.file;
+  // A quarter of the memory stays for everybody else.
+  TKorvexMainForm form(std::move(program), MachineMemoryBytes() / 4 * 3);
+  if (takesPictures) {
+    for (const QString& file : SaveSnapshots(form, QtText(arguments.file), QtText(arguments.snapshotFolder))) {
+      std::printf("%s\n", Utf8(file).c_str());
+    }
+    return 0;
+  }
+  form.show();
+  return QApplication::exec();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    const TArguments arguments = Parse({argv + 1, argv + argc});
+    if (arguments.wrong || arguments.help) {
+      std::fputs(kUsage, arguments.wrong ? stderr : stdout);
+      return arguments.wrong ? kWrongUse : 0;
+    }
+    if (arguments.version) {
+      std::puts("ShockScope " SHOCKSCOPE_FILE_VERSION);
+      return 0;
+    }
+    return Run(arguments, argv[0]);
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "shockscope: %s\n", error.what());
+    return kFailure;
+  }
+}

@@ -1,0 +1,179 @@
+#include "gui/charts/uChartPaint.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "base/uText.h"
+#include "gui/common/uQtText.h"
+
+namespace {
+
+constexpr int kClipMargin = 5;      // px around the axis rect
+constexpr double kPaperDetail = 4;  // columns a logical pixel where the output is enlarged later
+
+// The part of the segment inside the rect (Liang and Barsky); false when there is none. Coordinates may be anything
+// finite.
+bool ClipSegment(QPointF& a, QPointF& b, const QRectF& rect) {
+  double enter = 0;
+  double leave = 1;
+  const double dx = b.x() - a.x();
+  const double dy = b.y() - a.y();
+  const auto cut = [&](double direction, double distance) {
+    if (direction == 0) return distance >= 0;
+    const double t = distance / direction;
+    if (direction < 0) {
+      enter = std::max(enter, t);
+    } else {
+      leave = std::min(leave, t);
+    }
+    return enter <= leave;
+  };
+  if (!cut(-dx, a.x() - rect.left()) || !cut(dx, rect.right() - a.x()) || !cut(-dy, a.y() - rect.top()) ||
+      !cut(dy, rect.bottom() - a.y())) {
+    return false;
+  }
+  const QPointF from = a;
+  if (leave < 1) b = QPointF(from.x() + leave * dx, from.y() + leave * dy);
+  if (enter > 0) a = QPointF(from.x() + enter * dx, from.y() + enter * dy);
+  return true;
+}
+
+// Gathers what is drawn in one stroke.
+class TStroke {
+ public:
+  TStroke(QCPPainter& painter, const QRectF& bounds) : FPainter(painter), FBounds(bounds) {}
+
+  void To(const QPointF& point) {
+    if (FPending) {
+      QPointF a = FLast;
+      QPointF b = point;
+      if (ClipSegment(a, b, FBounds)) {
+        if (FLine.isEmpty() || FLine.back() != a) {
+          Flush();
+          FLine.append(a);
+        }
+        FLine.append(b);
+      }
+      FAlone = false;
+    } else {
+      FAlone = true;
+    }
+    FPending = true;
+    FLast = point;
+  }
+  void Break() {
+    if (FPending && FAlone && FBounds.contains(FLast)) FDots.append(FLast);
+    Flush();
+    FPending = false;
+  }
+  void Finish() {
+    Break();
+    if (FDots.isEmpty()) return;
+    QPen dot = FPainter.pen();
+    dot.setCapStyle(Qt::RoundCap);
+    dot.setWidthF(4);
+    FPainter.setPen(dot);
+    FPainter.drawPoints(FDots);
+  }
+
+ private:
+  void Flush() {
+    if (FLine.size() > 1) FPainter.drawPolyline(FLine);
+    FLine.clear();
+  }
+
+  QCPPainter& FPainter;
+  QRectF FBounds;
+  QPolygonF FLine;
+  QPolygonF FDots;
+  QPointF FLast;
+  bool FPending = false;
+  bool FAlone = false;
+};
+
+}  // namespace
+
+TPainted::TPainted(QCPAxisRect* rect, const QString& layer, TPaint paint)
+    : QCPLayerable(rect->parentPlot(), layer), FRect(rect), FPaint(std::move(paint)) {}
+
+QRect TPainted::clipRect() const {
+  return FRect->rect().adjusted(-kClipMargin, -kClipMargin, kClipMargin, kClipMargin);
+}
+
+void TPainted::applyDefaultAntialiasingHint(QCPPainter* painter) const {
+  painter->setAntialiasing(true);
+}
+
+void TPainted::draw(QCPPainter* painter) {
+  FPaint(*painter);
+}
+
+QColor Mixed(const QColor& a, const QColor& b, double part) {
+  const auto mix = [part](int from, int to) { return static_cast<int>(std::lround(from + (to - from) * part)); };
+  return {mix(a.red(), b.red()), mix(a.green(), b.green()), mix(a.blue(), b.blue())};
+}
+
+TColumns ColumnsOf(const QCPAxis& keys, const QCPPainter& painter, double from, double to) {
+  const bool paper = painter.modes().testFlag(QCPPainter::pmVectorized);
+  const double detail = paper ? kPaperDetail : keys.parentPlot()->bufferDevicePixelRatio();
+  return {from, to, static_cast<std::size_t>(std::max(1.0, std::ceil(keys.axisRect()->width() * detail)))};
+}
+
+void DrawEnvelope(QCPPainter& painter, const QCPAxis& keys, const QCPAxis& values,
+                  std::span<const TEnvelopePoint> points, const QPen& pen, double keyOffset, double keyScale) {
+  // An envelope fills every column, so a pen of one device pixel loses nothing and is drawn many times faster.
+  QPen drawn = pen;
+  const double ratio = painter.device()->devicePixelRatioF();
+  if (points.size() > static_cast<std::size_t>(keys.axisRect()->width())) drawn.setWidthF(1 / ratio);
+  painter.setPen(drawn);
+  const QRectF bounds = QRectF(keys.axisRect()->rect()).adjusted(-50, -50, 50, 50);
+  TStroke stroke(painter, bounds);
+  for (const TEnvelopePoint& point : points) {
+    if (std::isnan(point.value)) {
+      stroke.Break();
+    } else {
+      stroke.To({keys.coordToPixel(keyOffset + point.key * keyScale), values.coordToPixel(double{point.value})});
+    }
+  }
+  stroke.Finish();
+}
+
+void DrawWords(QCPPainter& painter, QPointF at, Qt::Alignment side, const QString& words, const QColor& ink,
+               const QColor& ground, const QRect& inside) {
+  QRectF box(QPointF(), QSizeF(painter.fontMetrics().size(0, words)));
+  box.adjust(-3, 0, 3, 0);
+  box.moveCenter(at);
+  if (side & Qt::AlignLeft) box.moveLeft(at.x());
+  if (side & Qt::AlignRight) box.moveRight(at.x());
+  if (side & Qt::AlignTop) box.moveTop(at.y());
+  if (side & Qt::AlignBottom) box.moveBottom(at.y());
+  if (box.right() > inside.right()) box.moveRight(inside.right());
+  if (box.left() < inside.left()) box.moveLeft(inside.left());
+  if (box.bottom() > inside.bottom()) box.moveBottom(inside.bottom());
+  if (box.top() < inside.top()) box.moveTop(inside.top());
+  QColor veil = ground;
+  veil.setAlphaF(0.8F);
+  painter.fillRect(box, veil);
+  painter.setPen(ink);
+  painter.drawText(box, Qt::AlignCenter, words);
+}
+
+void DrawLevel(QCPPainter& painter, const QCPAxis& values, double value, const QString& name, const QColor& ink,
+               const QColor& ground, bool nameAbove) {
+  if (!std::isfinite(value) || !values.range().contains(value)) return;
+  const QRect rect = values.axisRect()->rect();
+  const double y = std::round(values.coordToPixel(value)) + 0.5;
+  QPen pen(ink, 1, Qt::CustomDashLine);
+  pen.setDashPattern({6, 4});
+  painter.setPen(pen);
+  painter.drawLine(QPointF(rect.left(), y), QPointF(rect.right(), y));
+  DrawWords(painter, {rect.right() - 4.0, nameAbove ? y - 1 : y + 1},
+            Qt::AlignRight | (nameAbove ? Qt::AlignBottom : Qt::AlignTop), name, ink, ground, rect);
+}
+
+QString Figure(double value) {
+  const double size = std::fabs(value);
+  if (std::isfinite(value) && size != 0 && (size < 0.01 || size >= 1e6)) return QString::number(value, 'g', 4);
+  return QtText(MaskFloat("0.##", value));
+}

@@ -1,0 +1,160 @@
+#include "gui/charts/uDateTicker.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <cstdint>
+
+#include "base/uDateTime.h"
+#include "gui/charts/uNumberTicker.h"
+#include "gui/common/uQtText.h"
+
+namespace {
+
+constexpr int kMostTicks = 12;
+constexpr double kFirstDay = -693593;  // 0001-01-01
+constexpr double kLastDay = 2958465;   // 9999-12-31
+constexpr std::chrono::sys_days kEpoch{std::chrono::year{1899} / 12 / 30};
+
+constexpr std::int64_t kSecond = 1000;
+constexpr std::int64_t kMinute = 60 * kSecond;
+constexpr std::int64_t kHour = 60 * kMinute;
+constexpr std::int64_t kDay = 24 * kHour;
+constexpr std::int64_t kWeek = 7 * kDay;
+constexpr std::int64_t kToMonday = 2 * kDay;  // the epoch is a Saturday
+
+// Steps of equal length in ms, and beyond them steps in months.
+constexpr std::int64_t kSteps[] = {1,
+                                   2,
+                                   5,
+                                   10,
+                                   20,
+                                   50,
+                                   100,
+                                   200,
+                                   500,
+                                   kSecond,
+                                   2 * kSecond,
+                                   5 * kSecond,
+                                   10 * kSecond,
+                                   15 * kSecond,
+                                   30 * kSecond,
+                                   kMinute,
+                                   2 * kMinute,
+                                   5 * kMinute,
+                                   10 * kMinute,
+                                   15 * kMinute,
+                                   30 * kMinute,
+                                   kHour,
+                                   2 * kHour,
+                                   3 * kHour,
+                                   6 * kHour,
+                                   12 * kHour,
+                                   kDay,
+                                   2 * kDay,
+                                   kWeek,
+                                   2 * kWeek};
+constexpr int kMonths[] = {1, 2, 3, 6, 12, 24, 60, 120, 240, 600, 1200, 2400, 6000, 12000, 24000, 60000};
+constexpr double kDaysOfMonth = 30.436875;
+
+std::string TimeMask(std::int64_t step) {
+  if (step < kSecond) return "hh:nn:ss.zzz";
+  return step < kMinute ? "hh:nn:ss" : "hh:nn";
+}
+
+int WidthOf(const QFontMetrics& metrics, const std::string& mask) {
+  return metrics.horizontalAdvance(QtText(FormatDateTime(mask, 36888.86)));
+}
+
+QVector<double> EqualSteps(const QCPRange& range, std::int64_t step) {
+  const std::int64_t origin = step % kWeek == 0 ? kToMonday : 0;
+  const auto size = static_cast<double>(step);
+  const double offset = static_cast<double>(origin);
+  const double first = std::ceil((range.lower * kMsPerDay - offset) / size);
+  const double last = std::floor((range.upper * kMsPerDay - offset) / size);
+  QVector<double> ticks;
+  for (double n = first; n <= last; ++n) ticks.append((n * size + offset) / kMsPerDay);
+  return ticks;
+}
+
+QVector<double> MonthSteps(const QCPRange& range, int months) {
+  using std::chrono::days;
+  const auto date = std::chrono::year_month_day(kEpoch + days(static_cast<int>(std::floor(range.lower))));
+  int month = static_cast<int>(date.year()) * 12 + static_cast<int>(static_cast<unsigned>(date.month())) - 1;
+  month -= month % months;
+  QVector<double> ticks;
+  for (;; month += months) {
+    const auto first = std::chrono::year(month / 12) / std::chrono::month(static_cast<unsigned>(month % 12) + 1) / 1;
+    const auto day = static_cast<double>((std::chrono::sys_days(first) - kEpoch).count());
+    if (day > range.upper) return ticks;
+    if (day >= range.lower) ticks.append(day);
+  }
+}
+
+}  // namespace
+
+TDateTicker::TDateTicker(const QCPAxis& axis, TDateLabels labels) : FAxis(axis), FLabels(labels) {}
+
+void TDateTicker::generate(const QCPRange& range, const QLocale& locale, QChar formatChar, int precision,
+                           QVector<double>& ticks, QVector<double>* subTicks, QVector<QString>* tickLabels) {
+  const QCPRange dates(std::max(range.lower, kFirstDay), std::min(range.upper, kLastDay));
+  if (!(dates.lower < dates.upper)) {
+    // Days that are in no calendar are numbers.
+    setTickCount(3);
+    QCPAxisTicker::generate(range, locale, formatChar, precision, ticks, subTicks, tickLabels);
+    return;
+  }
+  if (subTicks) subTicks->clear();
+
+  const QFontMetrics metrics(FAxis.tickLabelFont());
+  const double pixelsPerDay = AxisLength(FAxis) / range.size();
+  const int gap = metrics.horizontalAdvance("00");
+  const auto fits = [&](double stepDays, int width) {
+    return range.size() / stepDays < kMostTicks && stepDays * pixelsPerDay >= width + gap;
+  };
+  const int dateWidth = WidthOf(metrics, ShortDateFormat());
+  for (const std::int64_t step : kSteps) {
+    const bool wholeDays = step >= kDay;
+    const std::string mask = TimeMask(step);
+    int width = dateWidth;
+    if (!wholeDays) {
+      width = FLabels == TDateLabels::TwoLines ? std::max(dateWidth, WidthOf(metrics, mask))
+                                               : WidthOf(metrics, ShortDateFormat() + ' ' + mask);
+    }
+    if (!fits(static_cast<double>(step) / kMsPerDay, width)) continue;
+    ticks = EqualSteps(dates, step);
+    if (tickLabels) *tickLabels = LabelsOf(ticks, range, wholeDays, mask);
+    return;
+  }
+  const auto months = std::ranges::find_if(kMonths, [&](int n) { return fits(n * kDaysOfMonth, dateWidth); });
+  ticks = months == std::end(kMonths) ? QVector<double>() : MonthSteps(dates, *months);
+  if (tickLabels) *tickLabels = LabelsOf(ticks, range, true, {});
+}
+
+QVector<QString> TDateTicker::LabelsOf(const QVector<double>& ticks, const QCPRange& range, bool dates,
+                                       const std::string& timeMask) const {
+  const QFontMetrics metrics(FAxis.tickLabelFont());
+  const int left = FAxis.axisRect()->margins().left();
+  const int widget = FAxis.parentPlot()->viewport().width();
+  const double pixelsPerDay = AxisLength(FAxis) / range.size();
+  QVector<QString> labels;
+  std::string shownDate;
+  for (const double tick : ticks) {
+    const std::string date = FormatDateTime(ShortDateFormat(), tick);
+    QString label = QtText(dates ? date : FormatDateTime(timeMask, tick));
+    if (!dates && date != shownDate) {
+      const bool midnight = std::floor(tick) == tick;
+      if (FLabels == TDateLabels::TwoLines) {
+        label += '\n' + QtText(date);
+      } else {
+        label = midnight ? QtText(date) : QtText(date) + ' ' + label;
+      }
+    }
+    const double centre = left + (tick - range.lower) * pixelsPerDay;
+    const double half = metrics.size(0, label).width() / 2.0;
+    const bool cut = centre - half < 0 || centre + half > widget;
+    if (!cut) shownDate = date;
+    labels.append(cut ? QString() : label);
+  }
+  return labels;
+}

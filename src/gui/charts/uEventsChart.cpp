@@ -1,0 +1,229 @@
+#include "gui/charts/uEventsChart.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <numeric>
+
+#include "analysis/uPointAbsorption.h"
+#include "base/uDateTime.h"
+#include "gui/charts/uInTimeOrder.h"
+#include "gui/charts/uSeriesColours.h"
+#include "gui/common/uTheme.h"
+
+namespace {
+
+constexpr double kReach = 8;             // px, how near to an event a click is meant for it
+constexpr float kTriggerInSight = 4.0F;  // times the largest peak; a level above would press the events flat
+constexpr std::size_t kNoAxis = 3;
+
+std::uint8_t AxisOf(const TEvent& event) {
+  const std::size_t axis = std::string_view("XYZ").find(event.MaxAxis.front());
+  return static_cast<std::uint8_t>(std::min(axis, kNoAxis));
+}
+
+// Dots that would run into each other are drawn smaller.
+double DotRadius(std::size_t points, int width) {
+  const double room = width / std::max(1.0, static_cast<double>(points));
+  return std::clamp(room / 3, 1.0, 3.0);
+}
+
+}  // namespace
+
+TEventsChart::TEventsChart(QWidget* parent) : TTimeChart(TTimeUnit::Days, parent) {
+  setAccessibleName(tr("Events chart"));
+  ValueAxis().setLabel(tr("Acceleration (g)"));
+  SetNothing(tr("No events"));
+  new TPainted(&Rect(), "main", [this](QCPPainter& painter) { PaintEvents(painter); });
+  new TPainted(&Rect(), "marks", [this](QCPPainter& painter) {
+    if (FHovered != FSelected) PaintMark(painter, {FHovered, false});
+    PaintMark(painter, {FSelected, true});
+  });
+  Restyle();
+  Clear();
+}
+
+void TEventsChart::Clear() {
+  FTimes = {};
+  FMax = FMaxSingle = {};
+  FAxes = {};
+  FIndexes = {};
+  FLargest = 0;
+  FTrigger.reset();
+  FSelected.reset();
+  FHovered.reset();
+  SetFullRange(std::nullopt);
+}
+
+void TEventsChart::SetEvents(const TEventList& events, const TMissionData& mission) {
+  Clear();
+  const double start = DrawableStart(events.StartTime);
+  const std::size_t count = events.Count();
+  FTimes.reserve(count);
+  FMax.reserve(count);
+  FMaxSingle.reserve(count);
+  FAxes.reserve(count);
+  for (const TEvent& event : events.Events()) {
+    FTimes.push_back(DateTimeOf(start, event.GetStartTime()));
+    FMax.push_back(event.Max);
+    FMaxSingle.push_back(event.MaxSingle);
+    FAxes.push_back(AxisOf(event));
+    if (std::isfinite(event.Max)) FLargest = std::max(FLargest, event.Max);
+  }
+  const auto finite = [](double time) { return std::isfinite(time); };
+  if (!std::ranges::all_of(FTimes, finite) || !std::ranges::is_sorted(FTimes)) SortByTime();
+  if (mission.bValid && mission.adxl_level_on > 0) FTrigger = mission.adxl_level_on;
+  if (!FTimes.empty()) SetFullRange(std::pair(FTimes.front(), FTimes.back()));
+}
+
+void TEventsChart::SortByTime() {
+  FIndexes.resize(FTimes.size());
+  std::iota(FIndexes.begin(), FIndexes.end(), 0U);
+  std::erase_if(FIndexes, [this](std::uint32_t index) { return !std::isfinite(FTimes[index]); });
+  std::ranges::stable_sort(FIndexes, {}, [this](std::uint32_t index) { return FTimes[index]; });
+  const auto ordered = [this](const auto& column) {
+    std::remove_cvref_t<decltype(column)> sorted;
+    sorted.reserve(FIndexes.size());
+    for (const std::uint32_t index : FIndexes) sorted.push_back(column[index]);
+    return sorted;
+  };
+  FMax = ordered(FMax);
+  FMaxSingle = ordered(FMaxSingle);
+  FAxes = ordered(FAxes);
+  FTimes = ordered(FTimes);
+}
+
+std::optional<std::size_t> TEventsChart::PlaceOf(std::optional<std::size_t> index) const {
+  if (!index) return std::nullopt;
+  if (FIndexes.empty()) return *index < FTimes.size() ? index : std::nullopt;
+  const auto found = std::ranges::find(FIndexes, *index);
+  if (found == FIndexes.end()) return std::nullopt;
+  return static_cast<std::size_t>(found - FIndexes.begin());
+}
+
+void TEventsChart::SetSelectedEvent(std::optional<std::size_t> index) {
+  const auto place = PlaceOf(index);
+  if (place == FSelected) return;
+  FSelected = place;
+  RedrawMarks();
+}
+
+void TEventsChart::SetHoveredEvent(std::optional<std::size_t> index) {
+  const auto place = PlaceOf(index);
+  if (place == FHovered) return;
+  FHovered = place;
+  RedrawMarks();
+}
+
+void TEventsChart::ScaleValues() {
+  const float trigger = FTrigger && *FTrigger <= FLargest * kTriggerInSight ? *FTrigger : 0.0F;
+  const double top = std::max(FLargest, trigger);
+  ValueAxis().setRange(0, top > 0 ? top * 1.1 : 1.0);
+}
+
+void TEventsChart::Restyle() {
+  TTimeChart::Restyle();
+  const std::array names = {tr("X"), tr("Y"), tr("Z"), tr("Total")};
+  std::vector<TLegendEntry> entries;
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    entries.push_back({names[i], InkOn(palette(), kAccelerationColours[i])});
+  }
+  Legend().SetEntries(std::move(entries));
+}
+
+void TEventsChart::PaintEvents(QCPPainter& painter) {
+  if (FTimes.empty()) return;
+  painter.setFont(font());
+  const auto [from, to] = TimeRange();
+  const TColumns columns = ColumnsOf(TimeAxis(), painter, from, to);
+  const auto key = [this](std::size_t i) { return FTimes[i]; };
+  ColumnPeaks(
+      FTimes.size(), key, [this](std::size_t i) { return FMax[i]; }, columns, FPeaks);
+  const double radius = DotRadius(FPeaks.size(), Rect().width());
+  const bool crowded = FPeaks.size() * 2 > static_cast<std::size_t>(Rect().width());
+  PaintStems(painter, FMax, InkOn(palette(), kAccelerationColours[kNoAxis]), crowded ? 0 : radius);
+  for (std::size_t axis = 0; axis < kNoAxis; ++axis) {
+    const auto single = [this, axis](std::size_t i) {
+      return FAxes[i] == axis ? FMaxSingle[i] : std::numeric_limits<float>::quiet_NaN();
+    };
+    ColumnPeaks(FTimes.size(), key, single, columns, FPeaks);
+    PaintStems(painter, FMaxSingle, InkOn(palette(), kAccelerationColours[axis]), radius);
+  }
+  if (FTrigger) {
+    DrawLevel(painter, ValueAxis(), double{*FTrigger}, tr("trigger %1 g").arg(Figure(double{*FTrigger})), FaintInk(),
+              palette().color(QPalette::Base));
+  }
+}
+
+void TEventsChart::PaintStems(QCPPainter& painter, const std::vector<float>& heights, const QColor& ink,
+                              double radius) {
+  const QRect rect = Rect().rect();
+  const auto clamped = [&rect](double y) { return std::clamp(y, rect.top() - 20.0, rect.bottom() + 20.0); };
+  const double foot = clamped(ValueAxis().coordToPixel(0));
+  QList<QLineF> stems;
+  QList<QPointF> dots;
+  for (const std::size_t place : FPeaks) {
+    const double x = TimeAxis().coordToPixel(FTimes[place]);
+    const double y = clamped(ValueAxis().coordToPixel(double{heights[place]}));
+    stems.append(QLineF(x, foot, x, y));
+    dots.append({x, y});
+  }
+  painter.setAntialiasing(false);
+  painter.setPen(QPen(ink, 1));
+  painter.drawLines(stems);
+  if (radius <= 0) return;
+  painter.setAntialiasing(true);
+  painter.setPen(QPen(ink, 2 * radius, Qt::SolidLine, Qt::RoundCap));
+  painter.drawPoints(dots.constData(), static_cast<int>(dots.size()));
+}
+
+void TEventsChart::PaintMark(QCPPainter& painter, const TMark& mark) const {
+  if (!mark.place) return;
+  const QRect rect = Rect().rect();
+  const double x = TimeAxis().coordToPixel(FTimes[*mark.place]);
+  const double y = ValueAxis().coordToPixel(double{FMax[*mark.place]});
+  if (!(x >= rect.left() - 1 && x <= rect.right() + 1)) return;
+  const QColor highlight = palette().color(QPalette::Highlight);
+  painter.setAntialiasing(false);
+  painter.setPen(QPen(highlight, 1, mark.selected ? Qt::SolidLine : Qt::DotLine));
+  painter.drawLine(QPointF(x, rect.top()), QPointF(x, rect.bottom()));
+  if (!(y >= rect.top() - 20 && y <= rect.bottom() + 20)) return;
+  painter.setAntialiasing(true);
+  painter.setBrush(Qt::NoBrush);
+  painter.setPen(QPen(highlight, mark.selected ? 2.5 : 1.5));
+  painter.drawEllipse(QPointF(x, y), 7, 7);
+}
+
+// The event whose stem or dot is nearest within reach; of several in one column of pixels the largest.
+std::optional<std::size_t> TEventsChart::PlaceNear(const QPointF& position) const {
+  if (FTimes.empty()) return std::nullopt;
+  const double from = TimeAxis().pixelToCoord(position.x() - kReach);
+  const double to = TimeAxis().pixelToCoord(position.x() + kReach);
+  std::vector<std::size_t> peaks;
+  ColumnPeaks(
+      FTimes.size(), [this](std::size_t i) { return FTimes[i]; }, [this](std::size_t i) { return FMax[i]; },
+      {from, to, static_cast<std::size_t>(2 * kReach)}, peaks);
+  std::optional<std::size_t> nearest;
+  double least = kReach;
+  for (const std::size_t place : peaks) {
+    const double dx = position.x() - TimeAxis().coordToPixel(FTimes[place]);
+    const double above = std::max(0.0, ValueAxis().coordToPixel(double{FMax[place]}) - position.y());
+    const double distance = std::hypot(dx, above);
+    if (distance > least) continue;
+    least = distance;
+    nearest = place;
+  }
+  return nearest;
+}
+
+void TEventsChart::Clicked(const QPointF& position) {
+  if (!Rect().rect().contains(position.toPoint())) return;
+  if (const auto place = PlaceNear(position)) emit EventClicked(IndexOf(*place));
+}
+
+QString TEventsChart::CursorText(const QPointF& position) const {
+  const QString pointed = tr("%1 g").arg(Figure(ValueAxis().pixelToCoord(position.y())));
+  const auto place = PlaceNear(position);
+  if (!place) return pointed;
+  return tr("%1  ·  event %2: %3 g").arg(pointed).arg(IndexOf(*place)).arg(Figure(double{FMax[*place]}));
+}

@@ -1,0 +1,59 @@
+// All events of a mission: one point an event at its start, as high as its peak acceleration. Main thread only.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "gui/charts/uTimeChart.h"
+#include "model/uEvents.h"
+#include "model/uGlobalSharedVariables.h"
+
+class TEventsChart final : public TTimeChart {
+  Q_OBJECT
+
+ public:
+  explicit TEventsChart(QWidget* parent = nullptr);
+
+  // Copies what it shows, 17 bytes an event; nothing of the model is kept. Shows the full range, nothing selected.
+  void SetEvents(const TEventList& events, const TMissionData& mission);
+  void Clear() override;
+  // By the event's index in the list. An event without a place in time has no marker.
+  void SetSelectedEvent(std::optional<std::size_t> index);
+  void SetHoveredEvent(std::optional<std::size_t> index);
+
+ signals:
+  void EventClicked(std::size_t index);
+
+ protected:
+  void Clicked(const QPointF& position) override;
+  [[nodiscard]] QString CursorText(const QPointF& position) const override;
+  void ScaleValues() override;
+  void Restyle() override;
+
+ private:
+  struct TMark {
+    std::optional<std::size_t> place;
+    bool selected;
+  };
+
+  // An event's place is that in the order of time.
+  [[nodiscard]] std::optional<std::size_t> PlaceOf(std::optional<std::size_t> index) const;
+  [[nodiscard]] std::optional<std::size_t> PlaceNear(const QPointF& position) const;
+  [[nodiscard]] std::size_t IndexOf(std::size_t place) const { return FIndexes.empty() ? place : FIndexes[place]; }
+  void SortByTime();
+  void PaintEvents(QCPPainter& painter);
+  void PaintStems(QCPPainter& painter, const std::vector<float>& heights, const QColor& ink, double radius);
+  void PaintMark(QCPPainter& painter, const TMark& mark) const;
+
+  // In the order of time.
+  std::vector<double> FTimes;
+  std::vector<float> FMax, FMaxSingle;             // g
+  std::vector<std::uint8_t> FAxes;                 // of the peak: 0 x, 1 y, 2 z, 3 none
+  std::vector<std::uint32_t> FIndexes;             // in the list; empty while every place is its index
+  float FLargest = 0;                              // g, of all finite peaks
+  std::optional<float> FTrigger;                   // g
+  std::optional<std::size_t> FSelected, FHovered;  // places
+  std::vector<std::size_t> FPeaks;                 // of a replot, kept for its memory
+};

@@ -1,0 +1,51 @@
+// Samples in the order of their times, for charts. Main thread only.
+#pragma once
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <span>
+#include <vector>
+
+// Borrows samples that are in order, as nearly all are; of others it keeps a copy, in stable order. What has no finite
+// time is left out.
+template <class TSample>
+class TInTimeOrder {
+ public:
+  TInTimeOrder() = default;
+  TInTimeOrder(TInTimeOrder&&) noexcept = default;
+  TInTimeOrder& operator=(TInTimeOrder&&) noexcept = default;
+
+  void Set(std::span<const TSample> samples) {
+    Clear();
+    FSamples = samples;
+    const auto finite = [](const TSample& sample) { return std::isfinite(sample.time); };
+    if (std::ranges::is_sorted(samples, {}, &TSample::time) && std::ranges::all_of(samples, finite)) return;
+    std::ranges::copy_if(samples, std::back_inserter(FCopy), finite);
+    std::ranges::stable_sort(FCopy, {}, &TSample::time);
+    FSamples = FCopy;
+  }
+  void Clear() {
+    FSamples = {};
+    FCopy = {};
+  }
+  [[nodiscard]] std::span<const TSample> Samples() const { return FSamples; }
+
+  // The sample nearest to a time; there is one.
+  [[nodiscard]] std::size_t Nearest(double time) const {
+    const auto after = std::ranges::lower_bound(FSamples, time, {}, &TSample::time);
+    const auto index = static_cast<std::size_t>(after - FSamples.begin());
+    if (index == 0) return 0;
+    if (index == FSamples.size()) return index - 1;
+    return time - FSamples[index - 1].time <= FSamples[index].time - time ? index - 1 : index;
+  }
+
+ private:
+  std::span<const TSample> FSamples;
+  std::vector<TSample> FCopy;
+};
+
+// The start of a mission as an axis can take it: a date-time that is none, or far from every calendar, becomes 0.
+inline double DrawableStart(double startTime) {
+  return std::fabs(startTime) <= 1e9 ? startTime : 0.0;
+}

@@ -1,0 +1,40 @@
+// The line above a chart: what it shows at the left, its series at the right, in more rows where one is too short.
+// Main thread only.
+#pragma once
+
+#include <qcustomplot.h>
+
+#include <optional>
+#include <vector>
+
+struct TLegendEntry {
+  QString name;
+  QColor ink;
+  bool shown = true;  // else faint and struck out
+};
+
+class TLegendRow final : public QCPLayoutElement {
+ public:
+  explicit TLegendRow(QCustomPlot* plot) : QCPLayoutElement(plot) {}
+
+  void SetTitle(const QString& title) { FTitle = title; }
+  void SetEntries(std::vector<TLegendEntry> entries) { FEntries = std::move(entries); }
+  [[nodiscard]] std::optional<std::size_t> EntryAt(const QPointF& position) const;
+
+  void update(UpdatePhase phase) override;
+  [[nodiscard]] QSize minimumOuterSizeHint() const override;
+  [[nodiscard]] QSize maximumOuterSizeHint() const override;
+
+ protected:
+  void draw(QCPPainter* painter) override;
+
+ private:
+  [[nodiscard]] QFontMetrics Metrics() const { return QFontMetrics(mParentPlot->font(), mParentPlot); }
+  void PlaceEntries(int width);
+
+  QString FTitle;
+  std::vector<TLegendEntry> FEntries;
+  std::vector<QRect> FPlaces;  // of each entry, from the element's top left; those without room are left out
+  int FTitleWidth = 0;
+  int FRows = 0;
+};

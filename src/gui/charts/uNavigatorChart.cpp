@@ -1,0 +1,203 @@
+#include "gui/charts/uNavigatorChart.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "analysis/uPointAbsorption.h"
+#include "base/uDateTime.h"
+#include "gui/charts/uDateTicker.h"
+#include "gui/common/uQtText.h"
+#include "gui/common/uTheme.h"
+
+namespace {
+
+constexpr double kTickHeight = 7;  // px, of the mark of an event
+
+void Widen(std::optional<std::pair<double, double>>& range, double time) {
+  if (!std::isfinite(time)) return;
+  if (!range) range = std::pair(time, time);
+  range->first = std::min(range->first, time);
+  range->second = std::max(range->second, time);
+}
+
+}  // namespace
+
+TNavigatorChart::TNavigatorChart(QWidget* parent) : TTimeChart(TTimeUnit::Days, parent) {
+  setObjectName("ChartNavigator");
+  setAccessibleName(tr("Navigator chart"));
+  SetNothing(tr("No recording"));
+  SetZoomable(false);
+  // Too low for an axis of values; what is drawn and its unit stand in the corner.
+  ValueAxis().setVisible(false);
+  ValueAxis().grid()->setVisible(false);
+  TimeAxis().setLabel({});
+  TimeAxis().setTicker(QSharedPointer<TDateTicker>::create(TimeAxis(), TDateLabels::OneLine));
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+  new TPainted(&Rect(), "main", [this](QCPPainter& painter) {
+    if (!HasData()) return;
+    PaintOverview(painter);
+    PaintEventTicks(painter);
+  });
+  new TPainted(&Rect(), "marks", [this](QCPPainter& painter) { PaintBand(painter); });
+  Restyle();
+  Clear();
+}
+
+void TNavigatorChart::Clear() {
+  FEvents = {};
+  FReadings.Clear();
+  FWhat.clear();
+  FBand.reset();
+  FUnsynced.reset();
+  SetFullRange(std::nullopt);
+}
+
+void TNavigatorChart::SetMission(const TEventList& events, const TSensorList& sensors) {
+  Clear();
+  FStart = DrawableStart(events.StartTime);
+  std::optional<TSpan> range;
+  TakeEvents(events, range);
+  TakeSensors(sensors, range);
+  SetFullRange(range);
+}
+
+void TNavigatorChart::TakeEvents(const TEventList& events, std::optional<TSpan>& range) {
+  FEvents.reserve(events.Count());
+  for (const TEvent& event : events.Events()) {
+    const double time = DateTimeOf(FStart, event.GetStartTime());
+    if (!std::isfinite(time)) continue;
+    FEvents.push_back({time, event.Max});
+    Widen(range, time);
+    if (event.Count() > 0) Widen(range, DateTimeOf(FStart, event.Values().back().time));
+  }
+  if (!std::ranges::is_sorted(FEvents, {}, &TEventTick::time)) {
+    std::ranges::stable_sort(FEvents, {}, &TEventTick::time);
+  }
+  FWhat = tr("Peak acceleration (g)");
+}
+
+void TNavigatorChart::TakeSensors(const TSensorList& sensors, std::optional<TSpan>& range) {
+  for (const TSensor& sensor : sensors.Sensors()) {
+    TInTimeOrder<TSensorValue> readings;
+    readings.Set(sensor.Values());
+    if (readings.Samples().empty()) continue;
+    Widen(range, DateTimeOf(FStart, readings.Samples().front().time));
+    Widen(range, DateTimeOf(FStart, readings.Samples().back().time));
+    if (!FReadings.Samples().empty()) continue;
+    FReadings = std::move(readings);
+    FLook = LookOf(sensor.Name);
+    FWhat = QtText(sensor.Name);
+    if (!FLook.unit.isEmpty()) FWhat += QString(" (%1)").arg(FLook.unit);
+  }
+}
+
+void TNavigatorChart::SetBand(double from, double to) {
+  if (!std::isfinite(from) || !std::isfinite(to)) return;
+  const auto [first, last] = std::minmax(from, to);
+  const TSpan band(first, last);
+  if (FBand == band) return;
+  FBand = band;
+  RedrawMarks();
+}
+
+void TNavigatorChart::SetUnsyncedView(std::optional<TSpan> view) {
+  if (view && !(view->first <= view->second)) view.reset();
+  if (FUnsynced == view) return;
+  FUnsynced = view;
+  RedrawMarks();
+}
+
+void TNavigatorChart::ScaleValues() {
+  double least = std::numeric_limits<double>::infinity();
+  double largest = -least;
+  const auto take = [&](float value) {
+    if (!std::isfinite(value)) return;
+    least = std::min(least, double{value});
+    largest = std::max(largest, double{value});
+  };
+  for (const TSensorValue& reading : FReadings.Samples()) take(reading.xvalue);
+  if (FReadings.Samples().empty()) {
+    take(0);
+    for (const TEventTick& event : FEvents) take(event.peak);
+  }
+  const QCPRange range = ScaleAround(least, largest);
+  // The event ticks stand below the line, the words above it.
+  ValueAxis().setRange(range.lower - range.size() * 0.2, range.upper + range.size() * 0.2);
+}
+
+void TNavigatorChart::PaintOverview(QCPPainter& painter) {
+  const auto [from, to] = TimeRange();
+  if (!FReadings.Samples().empty()) {
+    const auto readings = FReadings.Samples();
+    const TColumns columns = ColumnsOf(TimeAxis(), painter, (from - FStart) * kMsPerDay, (to - FStart) * kMsPerDay);
+    Envelope(
+        readings.size(), [readings](std::size_t i) { return readings[i].time; },
+        [readings](std::size_t i) { return readings[i].xvalue; }, columns, FEnvelope);
+    DrawEnvelope(painter, TimeAxis(), ValueAxis(), FEnvelope, QPen(InkOn(palette(), FLook.colour), 1.2), FStart,
+                 1 / kMsPerDay);
+  } else {
+    Envelope(
+        FEvents.size(), [this](std::size_t i) { return FEvents[i].time; },
+        [this](std::size_t i) { return FEvents[i].peak; }, ColumnsOf(TimeAxis(), painter, from, to), FEnvelope);
+    DrawEnvelope(painter, TimeAxis(), ValueAxis(), FEnvelope, QPen(FaintInk(), 1.2));
+  }
+  painter.setFont(font());
+  const QRect rect = Rect().rect();
+  DrawWords(painter, rect.topLeft() + QPointF(2, 1), Qt::AlignLeft | Qt::AlignTop, FWhat, FaintInk(),
+            palette().color(QPalette::Base), rect);
+}
+
+void TNavigatorChart::PaintEventTicks(QCPPainter& painter) {
+  const auto [from, to] = TimeRange();
+  ColumnPeaks(
+      FEvents.size(), [this](std::size_t i) { return FEvents[i].time; }, [](std::size_t) { return 0.0F; },
+      ColumnsOf(TimeAxis(), painter, from, to), FTicks);
+  const double bottom = Rect().rect().bottom();
+  QList<QLineF> ticks;
+  for (const std::size_t event : FTicks) {
+    const double x = TimeAxis().coordToPixel(FEvents[event].time);
+    ticks.append(QLineF(x, bottom - kTickHeight, x, bottom));
+  }
+  painter.setAntialiasing(false);
+  painter.setPen(QPen(palette().color(QPalette::Text), 1));
+  painter.drawLines(ticks);
+}
+
+void TNavigatorChart::PaintBand(QCPPainter& painter) const {
+  const QRectF rect(Rect().rect());
+  const auto place = [&](double time) { return std::clamp(TimeAxis().coordToPixel(time), rect.left(), rect.right()); };
+  const QColor highlight = palette().color(QPalette::Highlight);
+  painter.setAntialiasing(false);
+  if (FBand && HasData()) {
+    const double left = place(FBand->first);
+    const double right = place(FBand->second);
+    QColor veil = palette().color(QPalette::Text);
+    veil.setAlphaF(0.16F);
+    painter.fillRect(QRectF(rect.topLeft(), QPointF(left, rect.bottom())), veil);
+    painter.fillRect(QRectF(QPointF(right, rect.top()), rect.bottomRight()), veil);
+    painter.setPen(QPen(highlight, 2));
+    painter.drawLine(QPointF(left, rect.top()), QPointF(left, rect.bottom()));
+    painter.drawLine(QPointF(right, rect.top()), QPointF(right, rect.bottom()));
+  }
+  if (FUnsynced && HasData()) {
+    const double left = place(FUnsynced->first);
+    const double right = std::max(place(FUnsynced->second), left + 2);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(InkOn(palette(), QColor(0xC05000U)), 1.5, Qt::DashLine));
+    painter.drawRect(QRectF(left, rect.top() + 2, right - left, rect.height() - 4));
+  }
+}
+
+void TNavigatorChart::Clicked(const QPointF& position) {
+  if (!HasData() || !Rect().rect().contains(position.toPoint())) return;
+  emit TimeClicked(TimeAxis().pixelToCoord(position.x()));
+}
+
+QString TNavigatorChart::CursorText(const QPointF& position) const {
+  const auto readings = FReadings.Samples();
+  if (readings.empty()) return {};
+  const double ms = (TimeAxis().pixelToCoord(position.x()) - FStart) * kMsPerDay;
+  const float value = readings[FReadings.Nearest(ms)].xvalue;
+  return std::isfinite(value) ? QString("%1 %2").arg(Figure(double{value}), FLook.unit).trimmed() : QString();
+}

@@ -1,0 +1,49 @@
+#include "gui/charts/uNumberTicker.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr int kMostTicks = 12;
+constexpr double kLargestFixed = 1e7;  // what is written out in digits; above and far below in powers of ten
+constexpr int kMostDecimals = 7;
+
+}  // namespace
+
+int AxisLength(const QCPAxis& axis) {
+  const QRect viewport = axis.parentPlot()->viewport();
+  const QMargins margins = axis.axisRect()->margins();
+  const int length = axis.orientation() == Qt::Horizontal ? viewport.width() - margins.left() - margins.right()
+                                                          : viewport.height() - margins.top() - margins.bottom();
+  return std::max(length, 1);
+}
+
+void TNumberTicker::generate(const QCPRange& range, const QLocale& locale, QChar formatChar, int precision,
+                             QVector<double>& ticks, QVector<double>* subTicks, QVector<QString>* tickLabels) {
+  const QFontMetrics metrics(FAxis.tickLabelFont());
+  const int room =
+      FAxis.orientation() == Qt::Horizontal ? metrics.horizontalAdvance("0000.00  ") : metrics.height() * 2;
+  // The number of ticks is a wish, passed by half at most.
+  setTickCount(std::clamp(AxisLength(FAxis) / room, 2, kMostTicks - 4));
+  QCPAxisTicker::generate(range, locale, formatChar, precision, ticks, subTicks, tickLabels);
+}
+
+double TNumberTicker::getTickStep(const QCPRange& range) {
+  FStep = QCPAxisTicker::getTickStep(range);
+  return FStep;
+}
+
+QString TNumberTicker::getTickLabel(double tick, const QLocale& /*locale*/, QChar /*formatChar*/, int /*precision*/) {
+  if (std::fabs(tick) < FStep * 1e-6) return QStringLiteral("0");
+  const double decimals = -std::floor(std::log10(FStep * 1.0001));
+  if (std::fabs(tick) < kLargestFixed && decimals <= kMostDecimals) {
+    // A step of 2.5 needs the decimal after the one that its size says.
+    const auto places = static_cast<int>(std::max(decimals, 0.0));
+    const double shifted = FStep * std::pow(10.0, places);
+    const bool needsMore = std::fabs(shifted - std::round(shifted)) > 1e-6 * shifted;
+    return QString::number(tick, 'f', places + (needsMore ? 1 : 0));
+  }
+  const double digits = std::floor(std::log10(std::fabs(tick))) + decimals + 2;
+  return QString::number(tick, 'g', static_cast<int>(std::clamp(digits, 3.0, 15.0)));
+}

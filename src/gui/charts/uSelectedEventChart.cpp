@@ -1,0 +1,244 @@
+#include "gui/charts/uSelectedEventChart.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "analysis/uThresholdIntervals.h"
+#include "base/uDateTime.h"
+#include "gui/charts/uSeriesColours.h"
+#include "gui/common/uQtText.h"
+#include "gui/common/uTheme.h"
+
+namespace {
+
+constexpr double kLineWidth = 1.2;
+constexpr double kLevelInSight = 4;  // times the largest value; a level above would press the event flat
+constexpr double kWordsRoom = 0.08;  // of the values, above and below, for the name of the peak
+
+}  // namespace
+
+TSelectedEventChart::TSelectedEventChart(QWidget* parent) : TTimeChart(TTimeUnit::Milliseconds, parent) {
+  setObjectName("Chart2");
+  setAccessibleName(tr("Selected event chart"));
+  ValueAxis().setLabel(tr("Acceleration (g)"));
+  SetNothing(tr("No event selected"));
+  new TPainted(&Rect(), "main", [this](QCPPainter& painter) {
+    if (!HasData()) return;
+    painter.setFont(font());
+    PaintIntervals(painter);
+    PaintSeries(painter);
+    PaintLevels(painter);
+    PaintPeak(painter);
+  });
+  Restyle();
+  Clear();
+}
+
+void TSelectedEventChart::Clear() {
+  FSamples.Clear();
+  FIntervals = {};
+  FPeak.reset();
+  Legend().SetTitle({});
+  SetFullRange(std::nullopt);
+}
+
+void TSelectedEventChart::ShowEvent(const TEventList& events, std::size_t index, const TMissionData& mission) {
+  Clear();
+  if (index >= events.Count() || events.GetItem(index).Count() == 0) return;
+  const TEvent& event = events.GetItem(index);
+  FSamples.Set(event.Values());
+  const auto samples = FSamples.Samples();
+  if (samples.empty()) return;
+  FStart = std::isfinite(event.GetStartTime()) ? event.GetStartTime() : samples.front().time;
+  FLevels = ThresholdsOf(mission);
+  Measure();
+  FindPeak(event);
+  FindIntervals(event);
+
+  const std::string when = FormatDateTime(DateTimeMask(), DateTimeOf(events.StartTime, event.GetStartTime()));
+  Legend().SetTitle(tr("Event %1 · %2 · peak %3 g on %4")
+                        .arg(event.ID)
+                        .arg(QtText(when), Figure(double{event.MaxSingle}), QtText(event.MaxAxis)));
+  SetFullRange(std::pair(samples.front().time - FStart, samples.back().time - FStart));
+}
+
+float TSelectedEventChart::ValueOf(const TEventValue& sample, TSeries series) {
+  switch (series) {
+    case TSeries::X:
+      return sample.xvalue;
+    case TSeries::Y:
+      return sample.yvalue;
+    case TSeries::Z:
+      return sample.zvalue;
+    case TSeries::Total:
+      break;
+  }
+  return static_cast<float>(Magnitude(sample));
+}
+
+void TSelectedEventChart::Measure() {
+  FExtent.fill({std::numeric_limits<float>::infinity(), -std::numeric_limits<float>::infinity()});
+  for (const TEventValue& sample : FSamples.Samples()) {
+    for (std::size_t i = 0; i < kSeriesCount; ++i) {
+      const float value = ValueOf(sample, static_cast<TSeries>(i));
+      if (!std::isfinite(value)) continue;
+      FExtent[i].first = std::min(FExtent[i].first, value);
+      FExtent[i].second = std::max(FExtent[i].second, value);
+    }
+  }
+}
+
+void TSelectedEventChart::FindPeak(const TEvent& event) {
+  if (!std::isfinite(event.MaxSingle)) return;
+  const std::size_t axis = std::string_view("XYZ").find(event.MaxAxis.front());
+  if (axis == std::string_view::npos) return;
+  const auto samples = FSamples.Samples();
+  const auto found = std::ranges::find_if(samples, [&](const TEventValue& sample) {
+    return std::fabs(ValueOf(sample, static_cast<TSeries>(axis))) == event.MaxSingle;
+  });
+  if (found != samples.end()) FPeak = {found->time - FStart, ValueOf(*found, static_cast<TSeries>(axis))};
+}
+
+void TSelectedEventChart::FindIntervals(const TEvent& event) {
+  const auto samples = event.Values();
+  const auto intervals = ThresholdIntervals(samples, FLevels);
+  FIntervals.reserve(intervals.size());
+  for (const auto& [begin, end] : intervals) {
+    const auto [from, to] = std::minmax({samples[begin].time - FStart, samples[end].time - FStart});
+    if (std::isfinite(from) && std::isfinite(to)) FIntervals.emplace_back(from, to);
+  }
+  if (!std::ranges::is_sorted(FIntervals)) std::ranges::sort(FIntervals);
+}
+
+void TSelectedEventChart::SetSeriesVisible(TSeries series, bool visible) {
+  bool& now = FVisible[static_cast<std::size_t>(series)];
+  if (now == visible) return;
+  now = visible;
+  ScaleValues();
+  Restyle();
+}
+
+void TSelectedEventChart::ScaleValues() {
+  double least = std::numeric_limits<double>::infinity();
+  double largest = -least;
+  for (std::size_t i = 0; i < kSeriesCount; ++i) {
+    if (!FVisible[i]) continue;
+    least = std::min(least, double{FExtent[i].first});
+    largest = std::max(largest, double{FExtent[i].second});
+  }
+  if (!HasData() || !(least <= largest)) return ValueAxis().setRange(0, 1);
+  const double size = std::max(std::fabs(least), std::fabs(largest));
+  for (const double level : {FLevels.totOn, FLevels.totOff}) {
+    if (level > 0 && level <= size * kLevelInSight) largest = std::max(largest, level);
+  }
+  const QCPRange range = ScaleAround(least, largest);
+  const double room = range.size() * kWordsRoom;
+  ValueAxis().setRange(range.lower - room, range.upper + room);
+}
+
+QColor TSelectedEventChart::InkOf(std::size_t series) const {
+  return InkOn(palette(), kAccelerationColours[series]);
+}
+
+void TSelectedEventChart::Restyle() {
+  TTimeChart::Restyle();
+  const std::array names = {tr("X"), tr("Y"), tr("Z"), tr("Total")};
+  std::vector<TLegendEntry> entries;
+  for (std::size_t i = 0; i < kSeriesCount; ++i) entries.push_back({names[i], InkOf(i), FVisible[i]});
+  Legend().SetEntries(std::move(entries));
+}
+
+void TSelectedEventChart::PaintIntervals(QCPPainter& painter) const {
+  const QRect rect = Rect().rect();
+  QColor shade(InkOn(palette(), QColor(0xFFA500U)));
+  shade.setAlphaF(0.22F);
+  painter.setAntialiasing(false);
+  const auto [from, to] = TimeRange();
+  double left = 0;
+  double right = -1;  // of the shade that grows
+  const auto shadeIt = [&] {
+    if (right >= left) painter.fillRect(QRectF(left, rect.top(), std::max(right - left, 1.0), rect.height()), shade);
+  };
+  for (const auto& [begin, end] : FIntervals) {
+    if (end < from) continue;
+    if (begin > to) break;
+    const double beginX = TimeAxis().coordToPixel(std::max(begin, from));
+    const double endX = TimeAxis().coordToPixel(std::min(end, to));
+    // Intervals that no pixel parts are one shade, so that a view of millions of them is as light as one of few.
+    if (right >= left && beginX - right < 1) {
+      right = std::max(right, endX);
+      continue;
+    }
+    shadeIt();
+    left = beginX;
+    right = endX;
+  }
+  shadeIt();
+}
+
+void TSelectedEventChart::PaintSeries(QCPPainter& painter) {
+  const auto [from, to] = TimeRange();
+  // The samples' own clock runs from the mission's start.
+  const TColumns columns = ColumnsOf(TimeAxis(), painter, from + FStart, to + FStart);
+  const auto samples = FSamples.Samples();
+  for (const TSeries series : {TSeries::Total, TSeries::X, TSeries::Y, TSeries::Z}) {
+    if (!IsSeriesVisible(series)) continue;
+    Envelope(
+        samples.size(), [samples](std::size_t i) { return samples[i].time; },
+        [samples, series](std::size_t i) { return ValueOf(samples[i], series); }, columns, FEnvelope);
+    painter.setAntialiasing(true);
+    DrawEnvelope(painter, TimeAxis(), ValueAxis(), FEnvelope, QPen(InkOf(static_cast<std::size_t>(series)), kLineWidth),
+                 -FStart);
+  }
+}
+
+void TSelectedEventChart::PaintLevels(QCPPainter& painter) const {
+  const QColor ground = palette().color(QPalette::Base);
+  painter.setAntialiasing(false);
+  const double on = FLevels.totOn;
+  const double off = FLevels.totOff;
+  if (on == off) {
+    DrawLevel(painter, ValueAxis(), on, tr("ToT on, off %1 g").arg(Figure(on)), FaintInk(), ground);
+    return;
+  }
+  // The names stand away from each other, however near the lines are.
+  DrawLevel(painter, ValueAxis(), on, tr("ToT on %1 g").arg(Figure(on)), FaintInk(), ground, on > off);
+  DrawLevel(painter, ValueAxis(), off, tr("ToT off %1 g").arg(Figure(off)), FaintInk(), ground, off > on);
+}
+
+void TSelectedEventChart::PaintPeak(QCPPainter& painter) const {
+  if (!FPeak) return;
+  const QPointF at(TimeAxis().coordToPixel(FPeak->ms), ValueAxis().coordToPixel(double{FPeak->value}));
+  const QRect rect = Rect().rect();
+  if (!QRectF(rect).adjusted(-1, -1, 1, 1).contains(at)) return;
+  const QColor text = palette().color(QPalette::Text);
+  painter.setAntialiasing(true);
+  painter.setBrush(Qt::NoBrush);
+  painter.setPen(QPen(text, 1.5));
+  painter.drawEllipse(at, 4.5, 4.5);
+  const bool up = FPeak->value >= 0;
+  DrawWords(painter, at + QPointF(0, up ? -6 : 6), Qt::AlignHCenter | (up ? Qt::AlignBottom : Qt::AlignTop),
+            tr("%1 g").arg(Figure(double{FPeak->value})), text, palette().color(QPalette::Base), rect);
+}
+
+void TSelectedEventChart::Clicked(const QPointF& position) {
+  const auto entry = Legend().EntryAt(position);
+  if (!entry || *entry >= kSeriesCount) return;
+  const auto series = static_cast<TSeries>(*entry);
+  SetSeriesVisible(series, !IsSeriesVisible(series));
+  emit SeriesVisibleChanged(series, IsSeriesVisible(series));
+}
+
+QString TSelectedEventChart::CursorText(const QPointF& position) const {
+  const auto samples = FSamples.Samples();
+  if (samples.empty()) return {};
+  const TEventValue& sample = samples[FSamples.Nearest(TimeAxis().pixelToCoord(position.x()) + FStart)];
+  const std::array names = {tr("X"), tr("Y"), tr("Z"), tr("Total")};
+  QStringList values;
+  for (std::size_t i = 0; i < kSeriesCount; ++i) {
+    if (!FVisible[i]) continue;
+    values.append(tr("%1 %2 g").arg(names[i], Figure(double{ValueOf(sample, static_cast<TSeries>(i))})));
+  }
+  return values.join("  ·  ");
+}

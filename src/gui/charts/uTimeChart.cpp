@@ -1,0 +1,282 @@
+#include "gui/charts/uTimeChart.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "base/uDateTime.h"
+#include "gui/charts/uDateTicker.h"
+#include "gui/charts/uNumberTicker.h"
+#include "gui/common/uQtText.h"
+#include "gui/common/uTheme.h"
+
+namespace {
+
+constexpr double kSecondMs = 1000;
+constexpr double kFarthest = 1e12;     // days or ms from 0
+constexpr double kTellApart = 1e-13;   // of a time, the least span whose ends differ in a double
+constexpr double kLeastSpanMs = 1e-3;  // of an axis in ms
+constexpr double kLeastSpanDays = 1 / kMsPerDay;
+constexpr double kHeadroom = 0.05;
+constexpr double kSame = 1e-6;  // of a value, the noise of a reading that does not change
+constexpr double kMillisecondsBelow = 600 * kSecondMs / kMsPerDay;  // days; a longer view tells whole seconds
+
+}  // namespace
+
+// Remembers what the axes need before the margins are widened to those of a neighbour.
+class TChartRect final : public QCPAxisRect {
+ public:
+  explicit TChartRect(QCustomPlot* plot) : QCPAxisRect(plot, false) {}
+  [[nodiscard]] int Needed(QCP::MarginSide side) const { return FNeeded.value(side, 0); }
+
+ protected:
+  int calculateAutoMargin(QCP::MarginSide side) override {
+    FNeeded[side] = QCPAxisRect::calculateAutoMargin(side);
+    return FNeeded[side];
+  }
+
+ private:
+  QHash<QCP::MarginSide, int> FNeeded;
+};
+
+TTimeChart::TTimeChart(TTimeUnit unit, QWidget* parent) : QCustomPlot(parent), FUnit(unit) {
+  plotLayout()->clear();
+  FLegend = new TLegendRow(this);
+  FRect = new TChartRect(this);
+  plotLayout()->addElement(0, 0, FLegend);
+  plotLayout()->addElement(1, 0, FRect);
+  plotLayout()->setRowSpacing(0);
+  addLayer("marks", layer("main"));
+  layer("marks")->setMode(QCPLayer::lmBuffered);
+
+  FRect->setLayer("background");
+  FTimeAxis = AddAxis(QCPAxis::atBottom);
+  FValueAxis = AddAxis(QCPAxis::atLeft);
+  if (FUnit == TTimeUnit::Days) {
+    FTimeAxis->setTicker(QSharedPointer<TDateTicker>::create(*FTimeAxis));
+    FTimeAxis->setLabel(tr("Date and time"));
+  } else {
+    FTimeAxis->setLabel(tr("Time (ms)"));
+  }
+  SetSideMargins(0, 0);
+  new TPainted(FRect, "grid", [this](QCPPainter& painter) { PaintGround(painter); });
+
+  setNoAntialiasingOnDrag(false);
+  setFocusPolicy(Qt::StrongFocus);
+  setMinimumSize(80, 60);
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+  connect(this, &QCustomPlot::beforeReplot, this, [this] { Prepare(); });
+  connect(this, &QCustomPlot::afterReplot, this, &TTimeChart::Laid);
+}
+
+void TTimeChart::SetTimeRange(double from, double to) {
+  if (!std::isfinite(from) || !std::isfinite(to) || !(from <= to)) return;
+  from = std::clamp(from, -kFarthest, kFarthest);
+  to = std::clamp(to, -kFarthest, kFarthest);
+  const double lacking = LeastSpan(to) - (to - from);
+  if (lacking > 0) {
+    from -= lacking / 2;
+    to += lacking / 2;
+  }
+  ApplyRange(from, to);
+}
+
+std::pair<double, double> TTimeChart::TimeRange() const {
+  return {FTimeAxis->range().lower, FTimeAxis->range().upper};
+}
+
+void TTimeChart::ResetZoom() {
+  FValuesZoomed = false;
+  ScaleValues();
+  ApplyRange(FFullRange.first, FFullRange.second);
+}
+
+void TTimeChart::ApplyRange(double from, double to) {
+  FTimeAxis->setRange(from, to);
+  QueueReplot();
+}
+
+double TTimeChart::LeastSpan(double about) const {
+  return std::max(FUnit == TTimeUnit::Days ? kLeastSpanDays : kLeastSpanMs, std::fabs(about) * kTellApart);
+}
+
+int TTimeChart::NeededLeftMargin() const {
+  return FRect->Needed(QCP::msLeft);
+}
+
+int TTimeChart::NeededRightMargin() const {
+  return FRect->Needed(QCP::msRight);
+}
+
+void TTimeChart::SetSideMargins(int left, int right) {
+  const QMargins margins(std::max(left, 12), 6, std::max(right, 14), 4);
+  if (FRect->minimumMargins() == margins) return;
+  FRect->setMinimumMargins(margins);
+  QueueReplot();
+}
+
+void AlignMargins(TTimeChart& a, TTimeChart& b) {
+  const int left = std::max(a.NeededLeftMargin(), b.NeededLeftMargin());
+  const int right = std::max(a.NeededRightMargin(), b.NeededRightMargin());
+  a.SetSideMargins(left, right);
+  b.SetSideMargins(left, right);
+}
+
+void TTimeChart::SetFullRange(std::optional<std::pair<double, double>> range) {
+  FHasData = range.has_value();
+  FFullRange = range.value_or(std::pair(0.0, 1.0));
+  if (FFullRange.second - FFullRange.first < LeastSpan(FFullRange.second)) {
+    const double second = FUnit == TTimeUnit::Days ? kSecondMs / kMsPerDay : kSecondMs;
+    // Far from any calendar a second is lost in the date itself.
+    const double widened = std::max(second, LeastSpan(FFullRange.second));
+    FFullRange = {FFullRange.first - widened, FFullRange.second + widened};
+  }
+  for (QCPAxis* axis : FRect->axes()) {
+    axis->setTicks(FHasData);
+    axis->setTickLabels(FHasData);
+  }
+  EndDrag();
+  ResetZoom();
+}
+
+void TTimeChart::QueueReplot() {
+  if (isVisible()) {
+    replot(rpQueuedReplot);
+  } else {
+    FStale = true;
+  }
+}
+
+void TTimeChart::RedrawMarks() {
+  if (isVisible() && !FStale) {
+    layer("marks")->replot();
+  } else {
+    QueueReplot();
+  }
+}
+
+void TTimeChart::Laid() {
+  FStale = false;
+  // Ticks are chosen by the margins of the layout before; when these were others they are chosen again.
+  const QMargins margins = FRect->margins();
+  if (margins.left() != FLaidMargins.left() || margins.right() != FLaidMargins.right()) QueueReplot();
+  FLaidMargins = margins;
+  const std::pair needed(NeededLeftMargin(), NeededRightMargin());
+  if (needed == FTold) return;
+  FTold = needed;
+  emit NeededMarginsChanged();
+}
+
+QCPAxisRect& TTimeChart::Rect() const {
+  return *FRect;
+}
+
+QList<QCPAxis*> TTimeChart::ValueAxes() const {
+  return FRect->axes(QCPAxis::atLeft | QCPAxis::atRight);
+}
+
+QCPAxis* TTimeChart::AddAxis(QCPAxis::AxisType side) {
+  QCPAxis* const axis = FRect->addAxis(side);
+  axis->setLayer("axes");
+  axis->grid()->setLayer("grid");
+  axis->setTicker(QSharedPointer<TNumberTicker>::create(*axis));
+  axis->setTicks(FHasData);
+  axis->setTickLabels(FHasData);
+  return axis;
+}
+
+void TTimeChart::Restyle() {
+  setBackground(palette().brush(QPalette::Base));
+  const QColor text = palette().color(QPalette::Text);
+  for (QCPAxis* axis : FRect->axes()) StyleAxis(*axis, text);
+  QueueReplot();
+}
+
+void TTimeChart::StyleAxis(QCPAxis& axis, const QColor& ink) const {
+  const QColor ground = palette().color(QPalette::Base);
+  const QColor text = palette().color(QPalette::Text);
+  const QPen line(Mixed(ground, ink, ink == text ? 0.5 : 1.0), 1);
+  axis.setBasePen(line);
+  axis.setTickPen(line);
+  axis.setSubTicks(false);
+  axis.setTickLength(0, 4);
+  axis.setTickLabelPadding(3);
+  axis.setLabelPadding(axis.orientation() == Qt::Horizontal ? 1 : 4);
+  axis.setTickLabelFont(font());
+  axis.setLabelFont(font());
+  axis.setTickLabelColor(ink);
+  axis.setLabelColor(ink);
+  axis.setNumberFormat("g");
+  axis.setSelectableParts(QCPAxis::spNone);
+  axis.grid()->setPen(QPen(Mixed(ground, text, 0.12), 1));
+  axis.grid()->setZeroLinePen(axis.orientation() == Qt::Vertical ? QPen(Mixed(ground, text, 0.35), 1)
+                                                                 : axis.grid()->pen());
+  axis.grid()->setSubGridVisible(false);
+}
+
+QColor TTimeChart::FaintInk() const {
+  return Mixed(palette().color(QPalette::Base), palette().color(QPalette::Text), 0.55);
+}
+
+QString TTimeChart::MomentText(double time) const {
+  const double span = FTimeAxis->range().size();
+  if (FUnit == TTimeUnit::Days) {
+    return QtText(FormatDateTime(DateTimeMask() + (span < kMillisecondsBelow ? ".zzz" : ""), time));
+  }
+  const int decimals = static_cast<int>(std::clamp(std::ceil(-std::log10(span / 1000)), 0.0, 6.0));
+  return QString::number(time, 'f', decimals) + tr(" ms");
+}
+
+QCPRange TTimeChart::ScaleAround(double least, double largest) {
+  if (!std::isfinite(least) || !std::isfinite(largest) || !(least <= largest)) return {0, 1};
+  const double size = std::max(std::fabs(least), std::fabs(largest));
+  if (size == 0) return {-1, 1};
+  const double span = largest - least;
+  const double room = span > size * kSame ? span * kHeadroom : size * 0.1;
+  return {least - room, largest + room};
+}
+
+void TTimeChart::PaintGround(QCPPainter& painter) const {
+  const QRect rect = FRect->rect();
+  painter.setAntialiasing(false);
+  painter.setPen(QPen(Mixed(palette().color(QPalette::Base), palette().color(QPalette::Text), 0.2), 1));
+  painter.setBrush(Qt::NoBrush);
+  painter.drawRect(rect);
+  if (FHasData) return;
+  painter.setFont(font());
+  painter.setPen(FaintInk());
+  painter.drawText(rect, Qt::AlignCenter, FNothing);
+}
+
+void TTimeChart::paintEvent(QPaintEvent* event) {
+  QCustomPlot::paintEvent(event);
+  QPainter painter(this);
+  const QColor highlight = palette().color(QPalette::Highlight);
+  if (FDrag == TDrag::Span && FZoomable && HasDragSpan()) {
+    const QRect rect = FRect->rect();
+    const double left = std::clamp(std::min(FPressed.x(), FPointer.x()), double(rect.left()), double(rect.right()));
+    const double right = std::clamp(std::max(FPressed.x(), FPointer.x()), double(rect.left()), double(rect.right()));
+    const QRectF band(left, rect.top(), right - left, rect.height());
+    QColor veil = highlight;
+    veil.setAlphaF(0.2F);
+    painter.fillRect(band, veil);
+    painter.setPen(QPen(highlight, 1));
+    painter.drawLine(band.topLeft(), band.bottomLeft());
+    painter.drawLine(band.topRight(), band.bottomRight());
+  }
+  if (hasFocus()) {
+    painter.setPen(QPen(highlight, 1));
+    painter.drawRect(QWidget::rect().adjusted(0, 0, -1, -1));
+  }
+}
+
+void TTimeChart::showEvent(QShowEvent* event) {
+  QCustomPlot::showEvent(event);
+  if (FStale) replot(rpQueuedReplot);
+}
+
+void TTimeChart::changeEvent(QEvent* event) {
+  QCustomPlot::changeEvent(event);
+  const bool looks = event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange;
+  if (looks && FTimeAxis) Restyle();
+}

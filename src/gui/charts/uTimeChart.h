@@ -1,0 +1,152 @@
+// The base of every chart: axes, zoom and pan by mouse, wheel and keys, colours of the palette, side margins.
+//
+// The time axis counts days since 1899-12-30, or ms in a chart of TTimeUnit::Milliseconds. Each chart owns its range.
+// What a user does is signalled; what the program sets is not. Changes gather into one replot when control returns to
+// the event loop; a chart that is not shown replots when it is. Main thread only.
+#pragma once
+
+#include <qcustomplot.h>
+
+#include <optional>
+#include <utility>
+
+#include "gui/charts/uChartPaint.h"
+#include "gui/charts/uLegendRow.h"
+
+enum class TTimeUnit { Days, Milliseconds };
+
+class TChartRect;
+
+class TTimeChart : public QCustomPlot {
+  Q_OBJECT
+
+ public:
+  explicit TTimeChart(TTimeUnit unit, QWidget* parent = nullptr);
+
+  // Takes all data away. Views that borrow from the model let go of it here.
+  virtual void Clear() = 0;
+
+  // Shows a span of time, kept within what can be told apart and near the data; nothing happens without two finite
+  // ends in order.
+  void SetTimeRange(double from, double to);
+  [[nodiscard]] std::pair<double, double> TimeRange() const;
+  // The span of the data; one instant is widened by a second each side.
+  [[nodiscard]] std::pair<double, double> FullRange() const { return FFullRange; }
+  // Everything in sight, times and values.
+  void ResetZoom();
+  // What the user asks for by a command, and so signalled: by a factor about a moment, below 1 to see less.
+  void ZoomTime(double factor, double about);
+  // By a part of what is in sight.
+  void PanTime(double part);
+  // Follows a change of the program's date format.
+  void RefreshLabels() { QueueReplot(); }
+
+  // px between the widget's edge and the axis rect that the axes take; known after the first replot.
+  [[nodiscard]] int NeededLeftMargin() const;
+  [[nodiscard]] int NeededRightMargin() const;
+  // The margins are at least these, so that charts above each other show the same moment at the same place.
+  void SetSideMargins(int left, int right);
+
+ signals:
+  // The user zoomed or panned.
+  void TimeRangeChanged(double from, double to);
+  // The user asked for everything to be seen again.
+  void ZoomReset();
+  // Time and value under the pointer in words; empty when it leaves.
+  void CursorValueChanged(const QString& text);
+  void NeededMarginsChanged();
+
+ protected:
+  // Left button, less than a drag.
+  virtual void Clicked(const QPointF& position) = 0;
+  // What stands under the pointer, in words; empty when nothing does.
+  [[nodiscard]] virtual QString CursorText(const QPointF& position) const = 0;
+  // The value axes back to the range of the data.
+  virtual void ScaleValues() = 0;
+  // Colours and fonts from the palette; each class adds its own.
+  virtual void Restyle();
+  // Just before a replot: what depends on the size.
+  virtual void Prepare() {}
+
+  // Sets the span of the data and shows it. Without one the chart is empty and shows `nothing`.
+  void SetFullRange(std::optional<std::pair<double, double>> range);
+  void SetNothing(const QString& words) { FNothing = words; }
+  [[nodiscard]] bool HasData() const { return FHasData; }
+  // Zoom and pan by the user; on until turned off.
+  void SetZoomable(bool on) { FZoomable = on; }
+  void QueueReplot();
+  // Draws the layer of the marks alone.
+  void RedrawMarks();
+
+  [[nodiscard]] QCPAxisRect& Rect() const;
+  [[nodiscard]] QCPAxis& TimeAxis() const { return *FTimeAxis; }
+  [[nodiscard]] QCPAxis& ValueAxis() const { return *FValueAxis; }  // the left inner one
+  [[nodiscard]] TLegendRow& Legend() const { return *FLegend; }
+  [[nodiscard]] QList<QCPAxis*> ValueAxes() const;
+  // A value axis beside those that are there.
+  QCPAxis* AddAxis(QCPAxis::AxisType side);
+  // An axis in the house style.
+  void StyleAxis(QCPAxis& axis, const QColor& ink) const;
+  [[nodiscard]] QColor FaintInk() const;
+  // The moment of an axis coordinate in the program's date format, with as many decimals as the view tells apart.
+  [[nodiscard]] QString MomentText(double time) const;
+  // The ends of a value axis around data; sensible also for one value or none.
+  static QCPRange ScaleAround(double least, double largest);
+
+  void paintEvent(QPaintEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+  void leaveEvent(QEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void keyReleaseEvent(QKeyEvent* event) override;
+
+ private:
+  enum class TDrag { None, Span, Pan };
+
+  void PaintGround(QCPPainter& painter) const;
+  void Laid();
+  void ApplyRange(double from, double to);
+  void UserRange(double from, double to);
+  void ZoomValues(QCPAxis& axis, double factor, double aboutPixel);
+  void PanValues(double part);
+  void DragPan(const QPointF& position);
+  void EndDrag();
+  void ResetByUser();
+  // The drag is long enough to zoom.
+  [[nodiscard]] bool HasDragSpan() const;
+  void TellCursor(const QPointF& position);
+  [[nodiscard]] double MomentAt(const QPointF& position) const;
+  [[nodiscard]] QCPAxis* ValueAxisAt(const QPointF& position) const;
+  [[nodiscard]] double LeastSpan(double about) const;
+
+  TTimeUnit FUnit;
+  TChartRect* FRect = nullptr;
+  TLegendRow* FLegend = nullptr;
+  QCPAxis* FTimeAxis = nullptr;
+  QCPAxis* FValueAxis = nullptr;
+  QString FNothing;
+  std::pair<double, double> FFullRange{0, 1};
+  bool FHasData = false;
+  bool FZoomable = true;
+  bool FStale = false;  // a replot waits for the chart to be shown
+  bool FValuesZoomed = false;
+  QMargins FLaidMargins;
+  std::pair<int, int> FTold{0, 0};  // the needed margins that were signalled last
+
+  TDrag FDrag = TDrag::None;
+  Qt::MouseButton FDragButton = Qt::NoButton;
+  bool FSpaceDown = false;
+  QPointF FPressed, FPointer;
+  QCPRange FPressedRange;
+  QList<QCPRange> FPressedValues;
+};
+
+// Gives both charts the larger of their needed margins.
+void AlignMargins(TTimeChart& a, TTimeChart& b);

@@ -1,0 +1,79 @@
+#include "gui/common/DatasetTableModel.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+#include "gui/common/uQtText.h"
+
+DatasetTableModel::DatasetTableModel(QObject* parent) : QAbstractTableModel(parent) {}
+
+void DatasetTableModel::SetDataset(const TDataset* table) {
+  beginResetModel();
+  FTable = table;
+  FFields.clear();
+  FId = table == nullptr ? std::nullopt : table->FindField("ID");
+  for (std::size_t field = 0; table != nullptr && field < table->Fields().size(); ++field) {
+    if (table->Fields()[field].Type != TFieldType::Blob) FFields.push_back(field);
+  }
+  endResetModel();
+}
+
+void DatasetTableModel::Refresh() {
+  if (rowCount() == 0 || columnCount() == 0) return;
+  Q_EMIT headerDataChanged(Qt::Horizontal, 0, columnCount() - 1);
+  Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
+}
+
+QString DatasetTableModel::FieldKey(int column) const {
+  return QtText(FTable->Fields()[FFields.at(static_cast<std::size_t>(column))].Key);
+}
+
+std::optional<std::size_t> DatasetTableModel::IdAt(int position) const {
+  if (!FId || position < 0 || position >= rowCount()) return std::nullopt;
+  return static_cast<std::size_t>(FTable->Integer(FTable->RowAt(static_cast<std::size_t>(position)), *FId));
+}
+
+std::optional<int> DatasetTableModel::PositionOf(std::size_t id) const {
+  if (!FId) return std::nullopt;
+  const auto isAt = [&](std::size_t row) { return std::cmp_equal(FTable->Integer(row, *FId), id); };
+  // In a table of all events an event's row is its "ID"; a table of a few is searched.
+  std::size_t row = id;
+  if (row >= FTable->RecordCount() || !isAt(row)) {
+    for (row = 0; row < FTable->RecordCount() && !isAt(row);) ++row;
+  }
+  const auto position = FTable->PositionOf(row);
+  if (!position) return std::nullopt;
+  return static_cast<int>(*position);
+}
+
+int DatasetTableModel::rowCount(const QModelIndex& parent) const {
+  if (parent.isValid() || FTable == nullptr) return 0;
+  return static_cast<int>(std::min<std::size_t>(FTable->RecordCount(), std::numeric_limits<int>::max()));
+}
+
+int DatasetTableModel::columnCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : static_cast<int>(FFields.size());
+}
+
+QVariant DatasetTableModel::data(const QModelIndex& index, int role) const {
+  if (!index.isValid() || FTable == nullptr) return {};
+  const std::size_t field = FFields[static_cast<std::size_t>(index.column())];
+  switch (role) {
+    case Qt::DisplayRole:
+      return QtText(CellText(*FTable, FTable->RowAt(static_cast<std::size_t>(index.row())), field, FFormats));
+    case Qt::TextAlignmentRole:
+      return QVariant(FTable->Fields()[field].Type == TFieldType::DateTime ? Qt::AlignLeft | Qt::AlignVCenter
+                                                                           : Qt::AlignRight | Qt::AlignVCenter);
+    default:
+      return {};
+  }
+}
+
+QVariant DatasetTableModel::headerData(int section, Qt::Orientation orientation, int role) const {
+  if (orientation == Qt::Vertical || FTable == nullptr || section < 0 || section >= columnCount()) return {};
+  const TField& field = FTable->Fields()[FFields[static_cast<std::size_t>(section)]];
+  if (role == Qt::DisplayRole) return QtText(field.Label);
+  if (role == Qt::ToolTipRole) return tr("%1: click to sort, click again to reverse").arg(QtText(field.Label));
+  return {};
+}

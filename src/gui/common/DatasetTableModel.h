@@ -1,0 +1,42 @@
+// The one adapter between tables and grids. It formats only the cells that are asked for, and knows a row by its
+// position in the table's selected index; no row moves when the index changes.
+#pragma once
+
+#include <QAbstractTableModel>
+#include <QString>
+#include <optional>
+#include <vector>
+
+#include "analysis/uDataset.h"
+#include "shell/uAlarmMarks.h"
+
+class DatasetTableModel : public QAbstractTableModel {
+  Q_OBJECT
+
+ public:
+  explicit DatasetTableModel(QObject* parent);
+
+  // Shows a table, which must outlive its being shown; null empties the model.
+  void SetDataset(const TDataset* table);
+  // The table's order, formats or labels changed, its rows and fields did not.
+  void Refresh();
+
+  [[nodiscard]] const TDataset* Dataset() const { return FTable; }
+  [[nodiscard]] QString FieldKey(int column) const;
+  // The "ID" of the row at a position, which is the event's or reading's index.
+  [[nodiscard]] std::optional<std::size_t> IdAt(int position) const;
+  // The position of the row with this "ID".
+  [[nodiscard]] std::optional<int> PositionOf(std::size_t id) const;
+
+  [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
+  [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
+  [[nodiscard]] QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+  [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation,
+                                    int role = Qt::DisplayRole) const override;
+
+ private:
+  const TDataset* FTable = nullptr;
+  std::optional<std::size_t> FId;  // the field "ID"
+  TCellFormats FFormats = kDefaultCellFormats;
+  std::vector<std::size_t> FFields;  // of the columns: what is drawn elsewhere is left out
+};

@@ -1,0 +1,166 @@
+#include "gui/common/uGrid.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QScopedValueRollback>
+#include <QScrollBar>
+#include <algorithm>
+#include <utility>
+
+#include "gui/common/uQtText.h"
+
+namespace {
+
+constexpr int kRowPadding = 6;
+constexpr int kColumnPadding = 12;
+constexpr int kMostCopiedRows = 200000;
+
+}  // namespace
+
+TGrid::TGrid(const QString& name, const QString& title, TIndexKeyOf indexKeyOf, QWidget* parent)
+    : QTableView(parent), FModel(new DatasetTableModel(this)), FIndexKeyOf(std::move(indexKeyOf)) {
+  setObjectName(name);
+  setAccessibleName(title);
+  setToolTip(tr("%1\nCtrl+C copies the selected rows").arg(title));
+  setModel(FModel);
+  setSelectionBehavior(SelectRows);
+  setSelectionMode(ExtendedSelection);
+  setAlternatingRowColors(true);
+  setShowGrid(false);
+  setWordWrap(false);
+  setTabKeyNavigation(false);
+  setMouseTracking(true);
+  setHorizontalScrollMode(ScrollPerPixel);
+  setVerticalScrollMode(ScrollPerItem);
+  verticalHeader()->hide();
+  // Rows of one height: a view of a million of them asks none for its size.
+  verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kRowPadding);
+  horizontalHeader()->setSectionsClickable(true);
+  horizontalHeader()->setHighlightSections(false);
+  horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+  connect(horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int column) {
+    FClickedField = FModel->FieldKey(column);
+    Q_EMIT TitleClicked(FClickedField);
+  });
+  connect(this, &QTableView::doubleClicked, this, [this](const QModelIndex& cell) {
+    if (const auto id = FModel->IdAt(cell.row())) Q_EMIT RowDoubleClicked(*id);
+  });
+}
+
+void TGrid::SetDataset(const TDataset* table) {
+  const QScopedValueRollback<bool> setting(FSetting, true);
+  FHovered = -1;
+  FModel->SetDataset(table);
+  FitColumnsOnce();
+  MarkSortedColumn();
+}
+
+void TGrid::Refresh() {
+  FModel->Refresh();
+  MarkSortedColumn();
+}
+
+void TGrid::SetCurrentId(std::optional<std::size_t> id) {
+  const QScopedValueRollback<bool> setting(FSetting, true);
+  const auto position = id ? FModel->PositionOf(*id) : std::nullopt;
+  if (!position) {
+    selectionModel()->clear();
+    return;
+  }
+  const QModelIndex cell = FModel->index(*position, std::max(0, currentIndex().column()));
+  selectionModel()->setCurrentIndex(cell, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+  // Only the row has to be seen; a column that was scrolled away stays away.
+  const int left = horizontalScrollBar()->value();
+  scrollTo(cell);
+  horizontalScrollBar()->setValue(left);
+}
+
+// Widths are the user's once they fit the content.
+void TGrid::FitColumnsOnce() {
+  QStringList fields;
+  for (int column = 0; column < FModel->columnCount(); ++column) fields.append(FModel->FieldKey(column));
+  if (fields.isEmpty() || fields == FFittedFields) return;
+  FFittedFields = fields;
+  for (int column = 0; column < fields.size(); ++column) {
+    // The mark of the sorted column needs room, too.
+    const int title = horizontalHeader()->sectionSizeHint(column) + style()->pixelMetric(QStyle::PM_HeaderMarkSize);
+    setColumnWidth(column, std::max(title, sizeHintForColumn(column) + kColumnPadding));
+  }
+}
+
+void TGrid::MarkSortedColumn() {
+  const TDataset* table = FModel->Dataset();
+  int sorted = -1;
+  bool descending = false;
+  for (int column = 0; table != nullptr && column < FModel->columnCount(); ++column) {
+    const QString field = FModel->FieldKey(column);
+    const auto key = FIndexKeyOf(Utf8(field));
+    if (!key) continue;
+    const bool isDescending = table->IndexName() == std::string(*key) + "Desc";
+    if (!isDescending && table->IndexName() != std::string(*key) + "ASC") continue;
+    // Two columns may share an index: the one that was clicked bears the mark, else the last.
+    if (sorted >= 0 && FModel->FieldKey(sorted) == FClickedField) continue;
+    sorted = column;
+    descending = isDescending;
+  }
+  horizontalHeader()->setSortIndicatorShown(sorted >= 0);
+  if (sorted >= 0) {
+    horizontalHeader()->setSortIndicator(sorted, descending ? Qt::DescendingOrder : Qt::AscendingOrder);
+  }
+}
+
+void TGrid::CopyRows() const {
+  QString text;
+  for (int column = 0; column < FModel->columnCount(); ++column) {
+    text += FModel->headerData(column, Qt::Horizontal).toString();
+    text += column + 1 < FModel->columnCount() ? '\t' : '\n';
+  }
+  std::vector<int> rows;
+  for (const QItemSelectionRange& range : selectionModel()->selection()) {
+    for (int row = range.top(); row <= range.bottom() && rows.size() < kMostCopiedRows; ++row) rows.push_back(row);
+  }
+  if (rows.empty()) return;
+  std::ranges::sort(rows);
+  for (const int row : rows) {
+    for (int column = 0; column < FModel->columnCount(); ++column) {
+      text += FModel->index(row, column).data().toString();
+      text += column + 1 < FModel->columnCount() ? '\t' : '\n';
+    }
+  }
+  QApplication::clipboard()->setText(text);
+}
+
+void TGrid::keyPressEvent(QKeyEvent* event) {
+  if (event->matches(QKeySequence::Copy)) {
+    CopyRows();
+    event->accept();
+    return;
+  }
+  QTableView::keyPressEvent(event);
+}
+
+void TGrid::mouseMoveEvent(QMouseEvent* event) {
+  Hover(rowAt(event->position().toPoint().y()));
+  QTableView::mouseMoveEvent(event);
+}
+
+void TGrid::leaveEvent(QEvent* event) {
+  Hover(-1);
+  QTableView::leaveEvent(event);
+}
+
+void TGrid::Hover(int row) {
+  if (row == FHovered) return;
+  FHovered = row;
+  Q_EMIT RowHovered(FModel->IdAt(row));
+}
+
+void TGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+  QTableView::currentChanged(current, previous);
+  if (FSetting || !current.isValid() || current.row() == previous.row()) return;
+  if (const auto id = FModel->IdAt(current.row())) Q_EMIT RowChosen(*id);
+}

@@ -1,0 +1,54 @@
+// A grid: a view of one table whose titles sort, whose rows select, and whose Ctrl+C copies rows with their titles.
+// The grid changes neither table nor selection of its own accord: it says what the user did.
+#pragma once
+
+#include <QTableView>
+#include <functional>
+#include <optional>
+#include <string_view>
+
+#include "gui/common/DatasetTableModel.h"
+
+class TGrid : public QTableView {
+  Q_OBJECT
+
+ public:
+  // The index key of a column, by its field's key; nothing where a column does not sort.
+  using TIndexKeyOf = std::function<std::optional<std::string_view>(std::string_view)>;
+
+  // `name` is the object's, `title` what screen readers say.
+  TGrid(const QString& name, const QString& title, TIndexKeyOf indexKeyOf, QWidget* parent);
+
+  void SetDataset(const TDataset* table);
+  // The table's order changed: redraws what is visible and moves the sort mark; the scroll position stays.
+  void Refresh();
+  // Makes the row of this "ID" the current one and scrolls to it; nothing takes the current row away. TitleClicked and
+  // RowChosen are not emitted.
+  void SetCurrentId(std::optional<std::size_t> id);
+
+ Q_SIGNALS:
+  void TitleClicked(const QString& fieldKey);
+  // The user moved to a row, by its "ID".
+  void RowChosen(std::size_t id);
+  void RowDoubleClicked(std::size_t id);
+  void RowHovered(std::optional<std::size_t> id);
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void leaveEvent(QEvent* event) override;
+  void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+
+ private:
+  void FitColumnsOnce();
+  void MarkSortedColumn();
+  void CopyRows() const;
+  void Hover(int row);
+
+  DatasetTableModel* FModel;
+  TIndexKeyOf FIndexKeyOf;
+  QString FClickedField;
+  QStringList FFittedFields;  // the columns whose widths are set
+  int FHovered = -1;
+  bool FSetting = false;  // the program, not the user, moves the current row
+};

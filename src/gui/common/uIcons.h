@@ -1,0 +1,9 @@
+// The program's icons by their names in the Breeze theme, compiled into the program; icons.txt lists them.
+#pragma once
+
+#include <QIcon>
+#include <QString>
+
+// The icon drawn for the application's palette, light or dark. A name that is not in icons.txt is a mistake in the
+// program: throws std::logic_error.
+QIcon Icon(const QString& name);

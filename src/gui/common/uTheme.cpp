@@ -1,0 +1,60 @@
+#include "gui/common/uTheme.h"
+
+#include <QApplication>
+#include <QStyleFactory>
+#include <algorithm>
+
+namespace {
+
+constexpr float kDarkestInk = 0.62F;  // HSL lightness below which a colour drowns in a dark ground
+
+QPalette PaletteOf(const QColor& window, const QColor& base, const QColor& text, const QColor& highlight) {
+  QPalette palette(window, window);
+  palette.setColor(QPalette::Base, base);
+  palette.setColor(QPalette::AlternateBase, IsDark(palette) ? base.lighter(118) : base.darker(103));
+  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText}) {
+    palette.setColor(role, text);
+    QColor faint = text;
+    faint.setAlphaF(0.45F);
+    palette.setColor(QPalette::Disabled, role, faint);
+  }
+  QColor placeholder = text;
+  placeholder.setAlphaF(0.6F);
+  palette.setColor(QPalette::PlaceholderText, placeholder);
+  palette.setColor(QPalette::ToolTipBase, base);
+  palette.setColor(QPalette::Highlight, highlight);
+  palette.setColor(QPalette::HighlightedText, Qt::white);
+  palette.setColor(QPalette::Link, highlight);
+  return palette;
+}
+
+}  // namespace
+
+QPalette LightPalette() {
+  return PaletteOf(QColor(0xEFF0F1), QColor(0xFFFFFF), QColor(0x232629), QColor(0x2980B9));
+}
+
+void ApplyScheme(QApplication& application, TScheme scheme) {
+  // One look on every desktop, and the one that follows a palette to the last control.
+  QApplication::setStyle(QStyleFactory::create("Fusion"));
+  if (scheme == TScheme::Desktop) return;
+  application.setPalette(scheme == TScheme::Dark
+                             ? PaletteOf(QColor(0x2A2E32), QColor(0x1B1E20), QColor(0xFCFCFC), QColor(0x3D8FC7))
+                             : LightPalette());
+}
+
+bool IsDark(const QPalette& palette) {
+  return palette.color(QPalette::WindowText).lightness() > palette.color(QPalette::Window).lightness();
+}
+
+QColor InkOn(const QPalette& palette, const QColor& colour) {
+  if (!IsDark(palette)) return colour;
+  float hue = 0;
+  float saturation = 0;
+  float lightness = 0;
+  float alpha = 1;
+  colour.getHslF(&hue, &saturation, &lightness, &alpha);
+  const bool grey = saturation < 0.05F;
+  return QColor::fromHslF(std::max(hue, 0.0F), saturation,
+                          grey ? std::max(1 - lightness, kDarkestInk) : std::max(lightness, kDarkestInk), alpha);
+}

@@ -1,0 +1,223 @@
+#include "gui/mainform/KorvexMainForm.h"
+
+#include <QCloseEvent>
+#include <QDockWidget>
+#include <QDragEnterEvent>
+#include <QFileInfo>
+#include <QLabel>
+#include <QMimeData>
+#include <QStackedWidget>
+#include <QUrl>
+
+#include "gui/charts/uEventsChart.h"
+#include "gui/charts/uNavigatorChart.h"
+#include "gui/charts/uSelectedEventChart.h"
+#include "gui/charts/uSensorsChart.h"
+#include "gui/common/uGrid.h"
+#include "gui/common/uGuard.h"
+#include "gui/common/uQtText.h"
+#include "gui/mainform/uKeysDialog.h"
+#include "gui/mainform/uMainActions.h"
+#include "gui/mainform/uMainParts.h"
+#include "gui/mainform/uMainScreen.h"
+#include "gui/mainform/uViewOutput.h"
+#include "gui/overview/uOverviewPanel.h"
+#include "gui/platform/uDialogs.h"
+#include "gui/platform/uPostedMessages.h"
+#include "gui/report/uReportPanel.h"
+#include "gui/ribbon/uBackstage.h"
+#include "gui/ribbon/uRibbon.h"
+#include "gui/shock/uShockPanel.h"
+#include "gui/welcome/uLoadingPanel.h"
+#include "gui/welcome/uWellcomePanel.h"
+#include "shell/uOrderingCommands.h"
+
+TKorvexMainForm::TKorvexMainForm(TProgram program, std::uint64_t memoryBound)
+    : FProgram(std::move(program)),
+      FParts(std::make_unique<TMainParts>(*this)),
+      FScreen(std::make_unique<TMainScreen>(*this, *FParts)),
+      FMessages(std::make_unique<TPostedMessages>(
+          [this](const TMessage& message) { Guarded(this, [&] { FFlow->HandleMessage(message); }); })),
+      FFlow(std::make_unique<TFileFlow>(FProgram, FMessages->Handle(), memoryBound, *FScreen)) {
+  setObjectName("KorvexMainForm");
+  setAcceptDrops(true);
+  resize(1280, 800);
+  MakeMainActions(*this, *FParts);
+  ConnectFiles();
+  ConnectGrids();
+  ConnectCharts();
+  FDefaultLayout = saveState();
+  FormCreate();
+}
+
+TKorvexMainForm::~TKorvexMainForm() = default;
+
+QWidget& TKorvexMainForm::View(TView view) const {
+  switch (view) {
+    case TView::Shock:
+      return *FParts->shock;
+    case TView::Report:
+      return *FParts->report;
+    default:
+      return *FParts->overview;
+  }
+}
+
+void TKorvexMainForm::ConnectFiles() {
+  const auto open = [this](const QString& path) { Guarded(this, [&] { FFlow->Open(Utf8(path)); }); };
+  connect(FParts->backstage, &TBackstage::FileChosen, this, open);
+  connect(FParts->backstage, &TBackstage::FolderDialogRequested, this, [this] {
+    if (const auto folder = AskForFolder(this, tr("Browse path"), {})) FParts->backstage->SetBrowsePath(*folder);
+  });
+  connect(FParts->ribbon, &TRibbon::BackstageRequested, this, [this] {
+    if (FFlow->Busy()) return;
+    FParts->backstage->SetCurrentFolder(
+        FFlow->FileName().empty() ? QString() : QFileInfo(QtText(FFlow->FileName())).absolutePath());
+    FParts->backstage->show();
+  });
+  FParts->backstage->SetVersion(QtText(FProgram.version));
+  connect(FParts->loading, &TLoadingPanel::Cancelled, this, [this] { FFlow->Cancel(); });
+  connect(FParts->welcome, &TWellcomePanel::OpenFailed, this, [this](const QString& path) {
+    TellUser(this, tr("This document cannot be opened."), tr("%1\nThe desktop has no program for it.").arg(path));
+  });
+}
+
+void TKorvexMainForm::ConnectGrids() {
+  using TTitleClick = void (*)(TShownMission&, std::string_view, IMainScreen&);
+  const auto sortBy = [this](TGrid* grid, TTitleClick titleClick) {
+    connect(grid, &TGrid::TitleClicked, this, [this, titleClick](const QString& field) {
+      if (FFlow->FileShown()) Guarded(this, [&] { titleClick(FFlow->Mission(), Utf8(field), *FScreen); });
+    });
+  };
+  sortBy(FParts->shock->Shocks(), ShockGridTitleClick);
+  sortBy(FParts->shock->FilteredShocks(), ShockGridTitleClick);
+  sortBy(FParts->docks.DBGrid2, SensorsGridTitleClick);
+  sortBy(FParts->docks.DBGrid8, BatteryGridTitleClick);
+  for (TGrid* grid : {FParts->shock->Shocks(), FParts->shock->FilteredShocks(), FParts->overview->MostImportant()}) {
+    connect(grid, &TGrid::RowChosen, this, &TKorvexMainForm::Select);
+    connect(grid, &TGrid::RowHovered, this, [this](std::optional<std::size_t> event) {
+      FParts->overview->Chart1()->SetHoveredEvent(event);
+      FParts->shock->Chart20()->SetHoveredEvent(event);
+    });
+  }
+  connect(FParts->overview, &TMainOverviewPanel::OrderByChosen, this, [this](int entry) {
+    if (FFlow->FileShown()) Guarded(this, [&] { OrderMostImportantBy(FFlow->Mission(), entry, *FScreen); });
+  });
+}
+
+void TKorvexMainForm::ConnectCharts() {
+  for (TTimeChart* chart : findChildren<TTimeChart*>()) {
+    connect(chart, &TTimeChart::CursorValueChanged, this, [this](const QString& text) {
+      FParts->statusHint->setText(text.isEmpty() ? QString()
+                                                 : tr("drag: zoom · middle drag: pan · double-click: reset   "));
+      FParts->statusValue->setText(text);
+    });
+  }
+  for (TEventsChart* chart : {FParts->overview->Chart1(), FParts->shock->Chart20()}) {
+    connect(chart, &TEventsChart::EventClicked, this, &TKorvexMainForm::Select);
+  }
+}
+
+void TKorvexMainForm::Select(std::size_t event) {
+  if (FFlow->FileShown()) Guarded(this, [&] { SelectEvent(FFlow->Mission(), event, *FScreen); });
+}
+
+void TKorvexMainForm::FormCreate() {
+  ::FormCreate(FProgram, *FScreen);
+}
+
+void TKorvexMainForm::FormShow() {
+  ::FormShow(FProgram, *FScreen);
+  if (!FProgram.firstArgument.empty()) FFlow->Open(FProgram.firstArgument);
+}
+
+void TKorvexMainForm::FormClose() {
+  ::FormClose(*FScreen);
+}
+
+void TKorvexMainForm::actFileOpenExecute() {
+  FFlow->AskAndOpen();
+}
+
+void TKorvexMainForm::barbtnlrgOpenDemoFileClick() {
+  FFlow->AskAndOpenDemo();
+}
+
+void TKorvexMainForm::actFileCloseExecute() {}
+
+void TKorvexMainForm::actFileReloadExecute() {
+  FFlow->Reload();
+}
+
+void TKorvexMainForm::actSetViewOverviewExecute() {
+  FFlow->SwitchView(TView::Overview);
+}
+
+void TKorvexMainForm::actSetViewShockExecute() {
+  FFlow->SwitchView(TView::Shock);
+}
+
+void TKorvexMainForm::actSetViewReportExecute() {
+  FFlow->SwitchView(TView::Report);
+}
+
+void TKorvexMainForm::actNextEventExecute() {
+  StepEvent(FFlow->Mission(), 1, *FScreen);
+}
+
+void TKorvexMainForm::actPreviousEventExecute() {
+  StepEvent(FFlow->Mission(), -1, *FScreen);
+}
+
+void TKorvexMainForm::actZoomResetExecute() {
+  for (TTimeChart* chart : findChildren<TTimeChart*>()) chart->ResetZoom();
+}
+
+void TKorvexMainForm::actDefaultLayoutExecute() {
+  restoreState(FDefaultLayout);
+}
+
+void TKorvexMainForm::actPrintViewExecute() {
+  PrintView(*this, *FFlow);
+}
+
+void TKorvexMainForm::actExportViewExecute() {
+  SaveViewAsPdf(*this, *FFlow);
+}
+
+void TKorvexMainForm::actFullScreenExecute() {
+  setWindowState(windowState() ^ Qt::WindowFullScreen);
+}
+
+void TKorvexMainForm::actKeysExecute() {
+  ShowKeys(*this);
+}
+
+void TKorvexMainForm::showEvent(QShowEvent* event) {
+  QMainWindow::showEvent(event);
+  if (std::exchange(FShownOnce, true)) return;
+  // Once the window stands, so that a recording is read in sight.
+  QMetaObject::invokeMethod(
+      this, [this] { Guarded(this, [this] { FormShow(); }); }, Qt::QueuedConnection);
+}
+
+void TKorvexMainForm::closeEvent(QCloseEvent* event) {
+  if (!FFlow->MayClose()) {
+    event->ignore();
+    return;
+  }
+  Guarded(this, [this] { FormClose(); });
+  QMainWindow::closeEvent(event);
+}
+
+void TKorvexMainForm::dragEnterEvent(QDragEnterEvent* event) {
+  const QList<QUrl> urls = event->mimeData()->urls();
+  if (!FFlow->Busy() && !urls.isEmpty() && urls.constFirst().isLocalFile()) event->acceptProposedAction();
+}
+
+void TKorvexMainForm::dropEvent(QDropEvent* event) {
+  const QList<QUrl> urls = event->mimeData()->urls();
+  if (urls.isEmpty()) return;
+  event->acceptProposedAction();
+  Guarded(this, [&] { FFlow->Open(Utf8(urls.constFirst().toLocalFile())); });
+}

@@ -1,0 +1,67 @@
+// The program's one window. It makes and owns the views, hands what the user does to the sequences of the shell, and
+// shows what they say; it decides nothing itself.
+#pragma once
+
+#include <QMainWindow>
+#include <cstdint>
+#include <memory>
+
+#include "shell/uFileFlow.h"
+#include "shell/uStartUp.h"
+
+class TMainScreen;
+class TPostedMessages;
+struct TMainParts;
+
+class TKorvexMainForm : public QMainWindow {
+  Q_OBJECT
+
+ public:
+  // A read fails before the mission outgrows `memoryBound` bytes.
+  TKorvexMainForm(TProgram program, std::uint64_t memoryBound);
+  ~TKorvexMainForm() override;
+
+  [[nodiscard]] TFileFlow& Flow() { return *FFlow; }
+  [[nodiscard]] QWidget& View(TView view) const;
+
+  void FormCreate();
+  void FormShow();
+  void FormClose();
+
+  void actFileOpenExecute();
+  void barbtnlrgOpenDemoFileClick();
+  // Kept on purpose: a file stays shown until another one is opened or the program ends.
+  void actFileCloseExecute();
+  void actFileReloadExecute();
+  void actSetViewOverviewExecute();
+  void actSetViewShockExecute();
+  void actSetViewReportExecute();
+  void actNextEventExecute();
+  void actPreviousEventExecute();
+  void actZoomResetExecute();
+  void actDefaultLayoutExecute();
+  void actPrintViewExecute();
+  void actExportViewExecute();
+  void actFullScreenExecute();
+  void actKeysExecute();
+
+ protected:
+  void showEvent(QShowEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
+
+ private:
+  void ConnectFiles();
+  void ConnectGrids();
+  void ConnectCharts();
+  void Select(std::size_t event);
+
+  TProgram FProgram;
+  std::unique_ptr<TMainParts> FParts;
+  std::unique_ptr<TMainScreen> FScreen;
+  std::unique_ptr<TPostedMessages> FMessages;
+  std::unique_ptr<TFileFlow> FFlow;
+  QByteArray FDefaultLayout;
+  bool FShownOnce = false;
+};

@@ -1,0 +1,165 @@
+#include "gui/mainform/uMainActions.h"
+
+#include <QAction>
+#include <QActionGroup>
+#include <QDockWidget>
+#include <QToolButton>
+
+#include "gui/common/uGuard.h"
+#include "gui/common/uIcons.h"
+#include "gui/docks/uDockPanels.h"
+#include "gui/mainform/KorvexMainForm.h"
+#include "gui/mainform/uMainParts.h"
+#include "gui/ribbon/uBackstage.h"
+#include "gui/ribbon/uRibbon.h"
+#include "gui/ribbon/uRibbonGroup.h"
+#include "gui/welcome/uWellcomePanel.h"
+
+namespace {
+
+struct TTabRow {
+  const char* name;
+  const char* caption;
+};
+constexpr TTabRow kTabs[] = {{"tabFile", "File"},    {"tabHome", "Home"},       {"tabEvents", "Events"},
+                             {"tabShock", "Shock"},  {"tabSensors", "Sensors"}, {"tabTables", "Tables"},
+                             {"tabReport", "Report"}};
+
+struct TGroupRow {
+  const char* tab;
+  const char* name;
+  const char* title;
+};
+// The groups that hold nothing yet take no room.
+constexpr TGroupRow kGroups[] = {{"tabHome", "btngrpFile", "File"},
+                                 {"tabHome", "btngrpView", "View"},
+                                 {"tabHome", "btngrpNavigator", "Navigator"},
+                                 {"tabHome", "btngrpFiltering", "Filtering"},
+                                 {"tabHome", "btngrpAlarm", "Alarm"},
+                                 {"tabHome", "btngrpLayout", "Layout"},
+                                 {"tabEvents", "btngrpEvents", "Overview"},
+                                 {"tabShock", "btngrpShock", "Selected event"},
+                                 {"tabShock", "btngrpFilter", "High-pass filter"},
+                                 {"tabShock", "btngrpShockOutput", "Shock view"},
+                                 {"tabTables", "btngrpTables", "Tables"},
+                                 {"tabReport", "btngrpReport", "Report"}};
+
+using TExecute = void (TKorvexMainForm::*)();
+
+struct TActionRow {
+  const char* action;
+  const char* button;  // none: only a shortcut
+  const char* group;
+  const char* caption;
+  const char* icon;
+  const char* keys;
+  bool checkable;
+  bool large;
+  TExecute execute;
+};
+using F = TKorvexMainForm;
+constexpr TActionRow kActions[] = {
+    {"actFileOpen", "dxBarOpenNewFile", "btngrpFile", "&Open…", "document-open", "Ctrl+O", false, true,
+     &F::actFileOpenExecute},
+    {"actFileOpenDemo", "barbtnlrgOpenDemoFile", "btngrpFile", "&Demo recording…", "media-playback-start", "Ctrl+D",
+     false, true, &F::barbtnlrgOpenDemoFileClick},
+    {"actFileReload", "dxBarReload", "btngrpFile", "&Reload", "view-refresh", "F5", false, false,
+     &F::actFileReloadExecute},
+    {"actFileClose", nullptr, "", "&Close file", "document-close", "Ctrl+W", false, false, &F::actFileCloseExecute},
+    {"actSetViewOverview", "dxBarOverview", "btngrpView", "O&verview", "view-statistics", "Ctrl+1", true, true,
+     &F::actSetViewOverviewExecute},
+    {"actSetViewShock", "dxBarLargeShockView", "btngrpView", "&Shock events", "office-chart-line", "Ctrl+2", true, true,
+     &F::actSetViewShockExecute},
+    {"actSetViewReport", "dxBarReport", "btngrpView", "Re&port", "document-preview", "Ctrl+3", true, true,
+     &F::actSetViewReportExecute},
+    {"actZoomReset", "dxBarZoomReset", "btngrpNavigator", "&Whole recording", "zoom-fit-width", "Ctrl+0", false, true,
+     &F::actZoomResetExecute},
+    {"actDefaultLayout", "dxBarDefaultLayout", "btngrpLayout", "Default &layout", "view-restore", "Ctrl+Shift+L", false,
+     true, &F::actDefaultLayoutExecute},
+    {"actOverviewPrint", "dxBarOverviewPrint", "btngrpEvents", "Print…", "document-print", "", false, true,
+     &F::actPrintViewExecute},
+    {"actOverviewExport", "dxBarOverviewExport", "btngrpEvents", "Save as PDF…", "document-export", "", false, true,
+     &F::actExportViewExecute},
+    {"actPreviousEvent", "dxBarPreviousEvent", "btngrpShock", "Previous event", "go-previous", "P", false, true,
+     &F::actPreviousEventExecute},
+    {"actNextEvent", "dxBarNextEvent", "btngrpShock", "Next event", "go-next", "N", false, true,
+     &F::actNextEventExecute},
+    {"actShockPrint", "dxBarShockPrint", "btngrpShockOutput", "Print…", "document-print", "", false, true,
+     &F::actPrintViewExecute},
+    {"actShockExport", "dxBarShockExport", "btngrpShockOutput", "Save as PDF…", "document-export", "", false, true,
+     &F::actExportViewExecute},
+    {"actReportPrint", "dxBarReportPrintOnly", "btngrpReport", "Print…", "document-print", "", false, true,
+     &F::actPrintViewExecute},
+    {"actReportExport", "dxBarReportExportOnly", "btngrpReport", "Save as PDF…", "document-export", "", false, true,
+     &F::actExportViewExecute},
+    {"actFullScreen", nullptr, "", "Full screen", "", "F11", false, false, &F::actFullScreenExecute},
+    {"actKeys", nullptr, "", "All keys", "", "F2", false, false, &F::actKeysExecute},
+};
+
+QAction* MakeAction(TKorvexMainForm& form, const TActionRow& row) {
+  auto* action = new QAction(QObject::tr(row.caption), &form);
+  action->setObjectName(row.action);
+  if (*row.icon != '\0') action->setIcon(Icon(row.icon));
+  if (*row.keys != '\0') action->setShortcut(QKeySequence(row.keys));
+  action->setCheckable(row.checkable);
+  QObject::connect(action, &QAction::triggered, &form,
+                   [&form, execute = row.execute] { Guarded(&form, [&] { (form.*execute)(); }); });
+  form.addAction(action);
+  return action;
+}
+
+void AddDockButtons(TKorvexMainForm& form, TMainParts& parts) {
+  struct TDockRow {
+    QDockWidget* panel;
+    const char* button;
+    const char* group;
+    const char* keys;
+  };
+  const TDockRow rows[] = {
+      {parts.docks.navigator, "dxBarShowNavigator", "btngrpLayout", "Ctrl+Shift+N"},
+      {parts.docks.missionDetails, "dxBarShowMissionDetails", "btngrpLayout", "Ctrl+Shift+M"},
+      {parts.docks.sensorGridTemp, "dxBarShowSensorGrid", "btngrpLayout", "Ctrl+Shift+S"},
+      {parts.docks.sensorGridBattery, "dxBarShowBatteryGrid", "btngrpLayout", "Ctrl+Shift+B"},
+  };
+  for (const TDockRow& row : rows) {
+    QAction* action = row.panel->toggleViewAction();
+    action->setShortcut(QKeySequence(row.keys));
+    form.addAction(action);
+    form.findChild<TRibbonGroup*>(row.group)->AddSmall(action, row.button);
+  }
+}
+
+}  // namespace
+
+void MakeMainActions(TKorvexMainForm& form, TMainParts& parts) {
+  for (const auto& [name, caption] : kTabs) parts.ribbon->AddTab(name, QObject::tr(caption));
+  for (const auto& [tab, name, title] : kGroups) parts.ribbon->AddGroup(tab, name, QObject::tr(title));
+  auto* views = new QActionGroup(&form);
+  for (const TActionRow& row : kActions) {
+    QAction* action = MakeAction(form, row);
+    if (row.checkable) views->addAction(action);
+    if (*row.group == '\0') continue;
+    auto* group = form.findChild<TRibbonGroup*>(row.group);
+    if (row.large) {
+      group->AddLarge(action, row.button);
+    } else {
+      group->AddSmall(action, row.button);
+    }
+  }
+  AddDockButtons(form, parts);
+  form.addAction(parts.ribbon->FoldAction());
+  form.addAction(parts.ribbon->BackstageAction());
+
+  auto* open = form.findChild<QAction*>("actFileOpen");
+  auto* demo = form.findChild<QAction*>("actFileOpenDemo");
+  auto* exit = new QAction(Icon("application-exit"), QObject::tr("E&xit"), &form);
+  exit->setObjectName("actFileExit");
+  exit->setShortcut(QKeySequence("Ctrl+Q"));
+  QObject::connect(exit, &QAction::triggered, &form, &QWidget::close);
+  form.addAction(exit);
+  parts.backstage->AddAction(open, "backstageOpen");
+  parts.backstage->AddAction(demo, "backstageDemo");
+  parts.backstage->AddAction(exit, "backstageExit");
+  parts.welcome->AddButton(open, "btnWellcomeOpen");
+  parts.welcome->AddButton(demo, "btnWellcomeDemo");
+}

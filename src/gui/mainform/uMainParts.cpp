@@ -1,0 +1,119 @@
+#include "gui/mainform/uMainParts.h"
+
+#include <QComboBox>
+#include <QFormLayout>
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QStackedWidget>
+#include <QStatusBar>
+#include <QStyle>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+#include "gui/common/uIcons.h"
+#include "gui/overview/uOverviewPanel.h"
+#include "gui/report/uReportPanel.h"
+#include "gui/ribbon/uBackstage.h"
+#include "gui/ribbon/uRibbon.h"
+#include "gui/shock/uShockPanel.h"
+#include "gui/welcome/uLoadingPanel.h"
+#include "gui/welcome/uWellcomePanel.h"
+
+namespace {
+
+const QColor kWarningGround(0xFFF3BF);
+const QColor kWarningInk(0x3D3200);
+
+QLabel* MakeStatusLabel(QWidget* parent, const QString& name) {
+  auto* label = new QLabel(parent);
+  label->setObjectName(name);
+  label->setTextFormat(Qt::PlainText);
+  return label;
+}
+
+QWidget* MakeGeneralSettings() {
+  auto* page = new QWidget;
+  auto* layout = new QFormLayout(page);
+  auto* filter = new QComboBox(page);
+  filter->setObjectName("cmbSettingsDefFileFilter");
+  filter->addItems({"*.kshock", "*.kshock & *.korvex"});
+  filter->setAccessibleName(QObject::tr("Default file filter"));
+  filter->setToolTip(QObject::tr("What the open dialog and the lists of files show at first"));
+  layout->addRow(QObject::tr("Default &file filter"), filter);
+  return page;
+}
+
+}  // namespace
+
+TMainParts::TMainParts(QMainWindow& window)
+    : ribbon(new TRibbon(&window)),
+      views(new QStackedWidget(&window)),
+      welcome(new TWellcomePanel(&window)),
+      overview(new TMainOverviewPanel(&window)),
+      shock(new TMainShockPanel(&window)),
+      report(new TReportPanel(&window)),
+      docks(window),
+      loading(nullptr),
+      backstage(nullptr) {
+  window.setMenuWidget(ribbon);
+  MakeCentre(window);
+  MakeStatusBar(window);
+  loading = new TLoadingPanel(window.centralWidget());
+  backstage = new TBackstage(&window);
+  backstage->AddPage("backstageSettings", QObject::tr("Settings"), "settings-configure", MakeGeneralSettings());
+}
+
+void TMainParts::MakeCentre(QMainWindow& window) {
+  auto* centre = new QWidget(&window);
+  MakeDamageBar(centre);
+  for (QWidget* view : std::initializer_list<QWidget*>{welcome, overview, shock, report}) views->addWidget(view);
+  auto* layout = new QVBoxLayout(centre);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(0);
+  layout->addWidget(damaged);
+  layout->addWidget(views, 1);
+  window.setCentralWidget(centre);
+}
+
+void TMainParts::MakeDamageBar(QWidget* parent) {
+  damaged = new QFrame(parent);
+  damaged->setObjectName("pnlDamaged");
+  QPalette colours = damaged->palette();
+  colours.setColor(QPalette::Window, kWarningGround);
+  colours.setColor(QPalette::WindowText, kWarningInk);
+  damaged->setPalette(colours);
+  damaged->setAutoFillBackground(true);
+  auto* icon = new QLabel(damaged);
+  icon->setPixmap(damaged->style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(18));
+  auto* text = new QLabel(damaged);
+  text->setObjectName("lblDamaged");
+  text->setWordWrap(true);
+  text->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  auto* close = new QToolButton(damaged);
+  close->setObjectName("btnDamagedClose");
+  close->setText("✕");
+  close->setAutoRaise(true);
+  close->setAccessibleName(QObject::tr("Hide this message"));
+  close->setToolTip(close->accessibleName());
+  close->setPalette(colours);
+  QObject::connect(close, &QToolButton::clicked, damaged, &QWidget::hide);
+  auto* layout = new QHBoxLayout(damaged);
+  layout->setContentsMargins(8, 3, 4, 3);
+  layout->addWidget(icon);
+  layout->addWidget(text, 1);
+  layout->addWidget(close);
+  damaged->hide();
+}
+
+void TMainParts::MakeStatusBar(QMainWindow& window) {
+  QStatusBar* bar = window.statusBar();
+  statusHint = MakeStatusLabel(bar, "lblStatusHint");
+  statusValue = MakeStatusLabel(bar, "lblStatusValue");
+  statusEvents = MakeStatusLabel(bar, "lblStatusEvents");
+  statusFile = MakeStatusLabel(bar, "lblStatusFile");
+  bar->addWidget(statusHint);
+  bar->addWidget(statusValue, 1);
+  bar->addPermanentWidget(statusEvents);
+  bar->addPermanentWidget(statusFile);
+}

@@ -1,0 +1,41 @@
+// The window's widgets, made once and in their places. Qt's parents own them.
+#pragma once
+
+#include <QMainWindow>
+
+#include "gui/docks/uDockPanels.h"
+
+class QFrame;
+class QLabel;
+class QStackedWidget;
+class TBackstage;
+class TLoadingPanel;
+class TMainOverviewPanel;
+class TMainShockPanel;
+class TReportPanel;
+class TRibbon;
+class TWellcomePanel;
+
+struct TMainParts {
+  explicit TMainParts(QMainWindow& window);
+
+  TRibbon* ribbon;
+  QStackedWidget* views;  // exactly one is in front
+  TWellcomePanel* welcome;
+  TMainOverviewPanel* overview;
+  TMainShockPanel* shock;
+  TReportPanel* report;
+  TDockPanels docks;
+  TLoadingPanel* loading;
+  TBackstage* backstage;
+  QFrame* damaged;       // says that the shown recording is damaged
+  QLabel* statusHint;    // what the mouse can do where it is
+  QLabel* statusValue;   // the value under the pointer
+  QLabel* statusEvents;  // how many events
+  QLabel* statusFile;    // the file's state
+
+ private:
+  void MakeCentre(QMainWindow& window);
+  void MakeDamageBar(QWidget* parent);
+  void MakeStatusBar(QMainWindow& window);
+};

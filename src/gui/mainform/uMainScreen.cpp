@@ -1,0 +1,266 @@
+#include "gui/mainform/uMainScreen.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QCoreApplication>
+#include <QDockWidget>
+#include <QFileInfo>
+#include <QLabel>
+#include <QLoggingCategory>
+#include <QMainWindow>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QStackedWidget>
+#include <QToolButton>
+#include <stdexcept>
+
+#include "gui/charts/uEventsChart.h"
+#include "gui/charts/uNavigatorChart.h"
+#include "gui/charts/uSelectedEventChart.h"
+#include "gui/charts/uSensorsChart.h"
+#include "gui/common/uGrid.h"
+#include "gui/common/uQtText.h"
+#include "gui/docks/uMissionDetails.h"
+#include "gui/mainform/uMainParts.h"
+#include "gui/overview/uOverviewPanel.h"
+#include "gui/platform/uDialogs.h"
+#include "gui/report/uReportPanel.h"
+#include "gui/ribbon/uBackstage.h"
+#include "gui/ribbon/uRibbon.h"
+#include "gui/ribbon/uRibbonGroup.h"
+#include "gui/shock/uShockPanel.h"
+#include "gui/welcome/uLoadingPanel.h"
+#include "gui/welcome/uUserManualIcon.h"
+#include "gui/welcome/uWellcomePanel.h"
+
+Q_LOGGING_CATEGORY(lcStart, "shockscope.start", QtWarningMsg)
+
+namespace {
+
+constexpr int kPaintMs = 20;  // a long loop paints at most this often
+
+QAction* ActionOf(const QWidget& widget) {
+  const auto* button = qobject_cast<const QToolButton*>(&widget);
+  return button == nullptr ? nullptr : button->defaultAction();
+}
+
+QString EventsText(std::size_t count) {
+  return count == 1 ? QObject::tr("1 event") : QObject::tr("%1 events").arg(count);
+}
+
+}  // namespace
+
+template <class T>
+T& TMainScreen::Control(std::string_view name) const {
+  auto* found = FWindow.findChild<T*>(QtText(name));
+  if (found == nullptr) throw std::logic_error("the window has no control " + std::string(name));
+  return *found;
+}
+
+void TMainScreen::SetApplicationTitle(std::string_view title) {
+  FWindow.setWindowIconText(QtText(title));
+}
+
+void TMainScreen::SetCaption(std::string_view caption) {
+  FWindow.setWindowTitle(QtText(caption));
+}
+
+void TMainScreen::SetVisible(std::string_view control, bool visible) {
+  auto& widget = Control<QWidget>(control);
+  if (QAction* action = ActionOf(widget)) {
+    action->setVisible(visible);  // the buttons of an action follow it
+    return;
+  }
+  widget.setVisible(visible);
+  if (qobject_cast<TRibbonGroup*>(&widget) == nullptr) return;
+  for (const QToolButton* button : widget.findChildren<QToolButton*>()) {
+    if (QAction* action = button->defaultAction()) action->setEnabled(visible);
+  }
+}
+
+void TMainScreen::SetEnabled(std::string_view control, bool enabled) {
+  auto& widget = Control<QWidget>(control);
+  QAction* action = ActionOf(widget);
+  if (action != nullptr) {
+    action->setEnabled(enabled);
+  } else {
+    widget.setEnabled(enabled);
+  }
+}
+
+void TMainScreen::SetText(std::string_view control, std::string_view text) {
+  if (control == "PnlLoadingMsg") {
+    FLoadingMessage = QtText(text);
+    if (!FPainted.isValid() || FPainted.elapsed() >= kPaintMs) ShowLoadingMessage();
+  } else if (control == "PnlLoadingDetail") {
+    FParts.loading->SetDetail(QtText(text));
+  } else {
+    Control<QLabel>(control).setText(QtText(text));
+  }
+}
+
+void TMainScreen::SetChecked(std::string_view action) {
+  Control<QAction>(action).setChecked(true);
+}
+
+void TMainScreen::BringToFront(std::string_view panel) {
+  auto& widget = Control<QWidget>(panel);
+  if (FParts.views->indexOf(&widget) >= 0) {
+    FParts.views->setCurrentWidget(&widget);
+  } else {
+    widget.raise();
+  }
+}
+
+void TMainScreen::ScrollToTop(std::string_view box) {
+  Control<QScrollArea>(box).verticalScrollBar()->setValue(0);
+}
+
+void TMainScreen::Repaint(std::string_view control) {
+  Control<QWidget>(control).update();
+}
+
+int TMainScreen::ItemIndex(std::string_view combo) const {
+  return Control<QComboBox>(combo).currentIndex();
+}
+
+void TMainScreen::BeginRibbonUpdate() {
+  FParts.ribbon->BeginUpdate();
+}
+
+void TMainScreen::EndRibbonUpdate() {
+  FParts.ribbon->EndUpdate();
+}
+
+void TMainScreen::SelectRibbonTab(std::string_view tab) {
+  FParts.ribbon->SelectTab(QtText(tab));
+}
+
+void TMainScreen::AddUserManualIcon(std::string_view name, std::string_view caption, std::string_view file) {
+  FParts.welcome->AddUserManualIcon(QtText(name), QtText(caption), QtText(file));
+}
+
+void TMainScreen::SetOpenDialogFolder(std::string_view folder) {
+  if (!folder.empty()) FParts.backstage->SetBrowsePath(QtText(folder));
+}
+
+void TMainScreen::PrepareSensorsAxes() {
+  FParts.overview->ChartAllSensors()->PrepareExtraAxes();
+}
+
+// Widgets have no skin: their colours are those of the palette.
+void TMainScreen::SetSkinColour(std::string_view element, std::uint32_t rgb) {
+  qCDebug(lcStart) << "no skin colour" << QtText(element) << Qt::hex << rgb;
+}
+
+void TMainScreen::RefreshLookAndFeel() {
+  FWindow.update();
+}
+
+void TMainScreen::SetUpSensorsAxes() {
+  FParts.overview->ChartAllSensors()->SetUpAxes();
+}
+
+void TMainScreen::SetProgressMaximum(int maximum) {
+  FParts.loading->SetSteps(maximum);
+}
+
+void TMainScreen::SetProgress(double position) {
+  FParts.loading->SetStep(static_cast<int>(position));
+}
+
+// The desktops that Qt runs on here have no common way to show progress in their task bar.
+void TMainScreen::SetTaskbarProgress(bool on) {
+  qCDebug(lcStart) << "no taskbar progress" << on;
+}
+
+void TMainScreen::ShowLoadingMessage() {
+  if (!FLoadingMessage) return;
+  FParts.loading->SetMessage(*FLoadingMessage);
+  FLoadingMessage.reset();
+}
+
+void TMainScreen::ProcessMessages() {
+  if (FPainted.isValid() && FPainted.elapsed() < kPaintMs) return;
+  ShowLoadingMessage();
+  QCoreApplication::processEvents();
+  FPainted.start();
+}
+
+std::optional<std::string> TMainScreen::AskForRecording(const TOpenDialog& dialog) {
+  return AskForFile(&FWindow, QObject::tr("Open a recording"), dialog);
+}
+
+void TMainScreen::ShowMessage(std::string_view text, std::string_view details) {
+  TellUser(&FWindow, QtText(text), QtText(details));
+}
+
+void TMainScreen::CloseWindow() {
+  QMetaObject::invokeMethod(&FWindow, &QWidget::close, Qt::QueuedConnection);
+}
+
+void TMainScreen::EmptyGridsAndCharts() {
+  FMission = nullptr;
+  for (TGrid* grid : FWindow.findChildren<TGrid*>()) grid->SetDataset(nullptr);
+  for (TTimeChart* chart : FWindow.findChildren<TTimeChart*>()) chart->Clear();
+  FParts.shock->ShowCards({}, std::nullopt);
+  FParts.docks.details->ShowSections({});
+  FParts.report->Clear();
+  FParts.statusEvents->clear();
+  FParts.statusFile->clear();
+}
+
+void TMainScreen::PopulateChartSeries(const TShownMission& mission) {
+  for (TEventsChart* chart : {FParts.overview->Chart1(), FParts.shock->Chart20()}) {
+    chart->SetEvents(mission.Events, mission.Data);
+  }
+  FParts.overview->ChartAllSensors()->SetSensors(mission.Sensors, mission.Sensors.StartTime);
+  FParts.docks.ChartNavigator->SetMission(mission.Events, mission.Sensors);
+}
+
+void TMainScreen::UpdateKorvexUI(TShownMission& mission) {
+  FMission = &mission;
+  FParts.shock->Shocks()->SetDataset(&mission.Tables.Events);
+  FParts.shock->FilteredShocks()->SetDataset(&mission.CLDS);
+  FParts.overview->MostImportant()->SetDataset(&mission.Tables.Important);
+  FParts.docks.DBGrid2->SetDataset(&mission.Tables.Sensors);
+  FParts.docks.DBGrid8->SetDataset(&mission.Tables.Battery);
+  const TMissionSummary summary = SummarizeMission(mission.Data, mission.Events, mission.Sensors);
+  FParts.docks.details->ShowSections({{QObject::tr("Mission"), HeaderFigures(mission.Data)},
+                                      {QObject::tr("Events"), EventFigures(summary, mission.Events)},
+                                      {QObject::tr("Sensors"), SensorFigures(summary)}});
+  FParts.statusEvents->setText(EventsText(mission.Events.Count()));
+}
+
+void TMainScreen::PrepareReport(const TShownMission& mission) {
+  FParts.report->ShowReport(mission);
+}
+
+void TMainScreen::FreePointAbsorptionLists() {
+  for (TEventsChart* chart : {FParts.overview->Chart1(), FParts.shock->Chart20()}) chart->Clear();
+}
+
+void TMainScreen::RefreshGrid(std::string_view grid) {
+  Control<TGrid>(grid).Refresh();
+}
+
+void TMainScreen::RebuildFilteredEvents() {
+  FParts.shock->FilteredShocks()->Refresh();
+}
+
+void TMainScreen::ShowSelectedEvent(std::optional<std::size_t> event) {
+  for (TEventsChart* chart : {FParts.overview->Chart1(), FParts.shock->Chart20()}) chart->SetSelectedEvent(event);
+  FParts.overview->MostImportant()->SetCurrentId(event);
+  if (FMission == nullptr) return;
+  FParts.shock->ShowCards(FMission->Tables.Events, event);
+  if (event) {
+    FParts.shock->Chart2()->ShowEvent(FMission->Events, *event, FMission->Data);
+  } else {
+    FParts.shock->Chart2()->Clear();
+  }
+}
+
+void TMainScreen::PositionEventGrids(std::optional<std::size_t> event) {
+  FParts.shock->Shocks()->SetCurrentId(event);
+  FParts.shock->FilteredShocks()->SetCurrentId(event);
+}

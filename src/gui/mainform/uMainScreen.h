@@ -1,0 +1,70 @@
+// The main window as the shell's sequences see it. Finds controls by their object names.
+#pragma once
+
+#include <QElapsedTimer>
+#include <QString>
+#include <optional>
+
+#include "shell/uMainScreen.h"
+
+class QMainWindow;
+class QWidget;
+struct TMainParts;
+
+class TMainScreen final : public IMainScreen {
+ public:
+  TMainScreen(QMainWindow& window, TMainParts& parts) : FWindow(window), FParts(parts) {}
+
+  void SetApplicationTitle(std::string_view title) override;
+  void SetCaption(std::string_view caption) override;
+
+  void SetVisible(std::string_view control, bool visible) override;
+  void SetEnabled(std::string_view control, bool enabled) override;
+  void SetText(std::string_view control, std::string_view text) override;
+  void SetChecked(std::string_view action) override;
+  void BringToFront(std::string_view panel) override;
+  void ScrollToTop(std::string_view box) override;
+  void Repaint(std::string_view control) override;
+  [[nodiscard]] int ItemIndex(std::string_view combo) const override;
+
+  void BeginRibbonUpdate() override;
+  void EndRibbonUpdate() override;
+  void SelectRibbonTab(std::string_view tab) override;
+
+  void AddUserManualIcon(std::string_view name, std::string_view caption, std::string_view file) override;
+  void SetOpenDialogFolder(std::string_view folder) override;
+  void PrepareSensorsAxes() override;
+  void SetSkinColour(std::string_view element, std::uint32_t rgb) override;
+  void RefreshLookAndFeel() override;
+  void SetUpSensorsAxes() override;
+
+  void SetProgressMaximum(int maximum) override;
+  void SetProgress(double position) override;
+  void SetTaskbarProgress(bool on) override;
+  void ProcessMessages() override;
+
+  [[nodiscard]] std::optional<std::string> AskForRecording(const TOpenDialog& dialog) override;
+  void ShowMessage(std::string_view text, std::string_view details) override;
+  void CloseWindow() override;
+
+  void EmptyGridsAndCharts() override;
+  void PopulateChartSeries(const TShownMission& mission) override;
+  void UpdateKorvexUI(TShownMission& mission) override;
+  void PrepareReport(const TShownMission& mission) override;
+  void FreePointAbsorptionLists() override;
+  void RefreshGrid(std::string_view grid) override;
+  void RebuildFilteredEvents() override;
+  void ShowSelectedEvent(std::optional<std::size_t> event) override;
+  void PositionEventGrids(std::optional<std::size_t> event) override;
+
+ private:
+  template <class T>
+  [[nodiscard]] T& Control(std::string_view name) const;
+  void ShowLoadingMessage();
+
+  QMainWindow& FWindow;
+  TMainParts& FParts;
+  const TShownMission* FMission = nullptr;  // while its views are filled
+  QElapsedTimer FPainted;                   // since the messages were last processed
+  std::optional<QString> FLoadingMessage;   // waits to be shown
+};

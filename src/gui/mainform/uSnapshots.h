@@ -1,0 +1,12 @@
+// Pictures of every view, as the window draws them.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+class TKorvexMainForm;
+
+// Opens `recording` in a window that was started without one, and saves the welcome panel, the three views and the
+// backstage as PNG in `folder`, which is made if need be. Returns the files. Throws std::runtime_error when the
+// recording is not shown or a file cannot be written.
+QStringList SaveSnapshots(TKorvexMainForm& form, const QString& recording, const QString& folder);

@@ -1,0 +1,63 @@
+#include "gui/platform/uDialogs.h"
+
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QStringList>
+#include <algorithm>
+
+#include "gui/common/uQtText.h"
+
+namespace {
+
+// "name|*.a;*.b|…" as the filters of a file dialog.
+QStringList NameFilters(std::string_view filter) {
+  QStringList filters;
+  const QStringList parts = QtText(filter).split('|');
+  for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+    filters.append(QString("%1 (%2)").arg(parts[i], QString(parts[i + 1]).replace(';', ' ')));
+  }
+  return filters;
+}
+
+}  // namespace
+
+std::optional<std::string> AskForFile(QWidget* parent, const QString& title, const TOpenDialog& dialog) {
+  QFileDialog box(parent, title, QtText(dialog.folder));
+  box.setObjectName("dlgOpen");
+  box.setFileMode(QFileDialog::ExistingFile);
+  const QStringList filters = NameFilters(dialog.filter);
+  box.setNameFilters(filters);
+  box.selectNameFilter(filters.at(std::clamp<qsizetype>(dialog.filterIndex - 1, 0, filters.size() - 1)));
+  if (box.exec() != QDialog::Accepted || box.selectedFiles().isEmpty()) return std::nullopt;
+  return Utf8(box.selectedFiles().constFirst());
+}
+
+std::optional<QString> AskForFolder(QWidget* parent, const QString& title, const QString& folder) {
+  QFileDialog box(parent, title, folder);
+  box.setObjectName("dlgFolder");
+  box.setFileMode(QFileDialog::Directory);
+  box.setOption(QFileDialog::ShowDirsOnly);
+  if (box.exec() != QDialog::Accepted || box.selectedFiles().isEmpty()) return std::nullopt;
+  return box.selectedFiles().constFirst();
+}
+
+std::optional<QString> AskWhereToSave(QWidget* parent, const QString& title, const QString& path, const QString& filter,
+                                      const QString& suffix) {
+  QFileDialog box(parent, title, {}, filter);
+  box.setObjectName("dlgSave");
+  box.setAcceptMode(QFileDialog::AcceptSave);
+  box.setDefaultSuffix(suffix);
+  box.selectFile(path);
+  if (box.exec() != QDialog::Accepted || box.selectedFiles().isEmpty()) return std::nullopt;
+  return box.selectedFiles().constFirst();
+}
+
+void TellUser(QWidget* parent, const QString& text, const QString& details) {
+  QMessageBox box(QMessageBox::Warning, QObject::tr("ShockScope"), text, QMessageBox::Ok, parent);
+  box.setObjectName("msgFile");
+  box.setTextFormat(Qt::PlainText);
+  box.setInformativeText(details);
+  box.setDefaultButton(QMessageBox::Ok);
+  box.setEscapeButton(QMessageBox::Ok);
+  box.exec();
+}

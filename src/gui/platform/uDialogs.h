@@ -1,0 +1,22 @@
+// The dialogs of the desktop. Enter accepts, Esc cancels.
+#pragma once
+
+#include <QString>
+#include <QWidget>
+#include <optional>
+#include <string>
+
+#include "shell/uMainScreen.h"
+
+// Asks for a file to open; nothing when the user cancels.
+std::optional<std::string> AskForFile(QWidget* parent, const QString& title, const TOpenDialog& dialog);
+
+// Asks for a folder; nothing when the user cancels.
+std::optional<QString> AskForFolder(QWidget* parent, const QString& title, const QString& folder);
+
+// Asks where to save; `suffix` without its dot. Nothing when the user cancels.
+std::optional<QString> AskWhereToSave(QWidget* parent, const QString& title, const QString& path, const QString& filter,
+                                      const QString& suffix);
+
+// One message box: what happened, and the file and reason below it.
+void TellUser(QWidget* parent, const QString& text, const QString& details);

@@ -1,0 +1,67 @@
+#include "gui/report/uReportDocument.h"
+
+#include <vector>
+
+#include "analysis/uMissionFigures.h"
+#include "base/uText.h"
+#include "gui/common/uQtText.h"
+#include "shell/uAlarmMarks.h"
+
+namespace {
+
+constexpr qsizetype kLongestText = 300;  // characters; a header may hold 64 KiB
+
+// Nothing of a recording is taken for markup, and nothing breaks a page by its length.
+QString Safe(const std::string& text) {
+  const QString whole = QtText(Printable(text));
+  const QString cut = whole.size() <= kLongestText ? whole : whole.left(kLongestText) + "…";
+  return cut.toHtmlEscaped();
+}
+
+QString FigureTable(const QString& title, const std::vector<TFigure>& figures) {
+  QString html = QString("<h2>%1</h2><table width='100%' cellspacing='0' cellpadding='1'>").arg(title);
+  for (const TFigure& figure : figures) {
+    html +=
+        QString("<tr><td width='22%' class='label'>%1</td><td>%2</td></tr>").arg(Safe(figure.label), Safe(figure.text));
+  }
+  return html + "</table>";
+}
+
+QString ImportantTable(const TDataset& table) {
+  constexpr std::pair<const char*, const char*> kColumns[] = {{"ID", "ID"},
+                                                              {"Timestamp", "Begun"},
+                                                              {"Acceleration max", "Peak (g)"},
+                                                              {"ToT total", "ToT total"},
+                                                              {"ToT max", "ToT max"},
+                                                              {"IoT total", "IoT total (g ms)"},
+                                                              {"IoT max", "IoT max (g ms)"}};
+  QString html = "<h2>Most important events</h2>";
+  if (table.RecordCount() == 0) return html + "<p>There are no shock events.</p>";
+  html += "<table width='100%' cellspacing='0' cellpadding='2' border='1' style='border-collapse:collapse'><tr>";
+  for (const auto& [key, title] : kColumns) html += QString("<th align='left'>%1</th>").arg(title);
+  html += "</tr>";
+  for (std::size_t row = 0; row < table.RecordCount(); ++row) {
+    html += "<tr>";
+    for (const auto& [key, title] : kColumns) {
+      const auto field = table.FindField(key);
+      html += QString("<td>%1</td>").arg(field ? Safe(CellText(table, row, *field, kDefaultCellFormats)) : QString());
+    }
+    html += "</tr>";
+  }
+  return html + "</table>";
+}
+
+}  // namespace
+
+std::unique_ptr<QTextDocument> MakeReport(const TShownMission& mission) {
+  const TMissionSummary summary = SummarizeMission(mission.Data, mission.Events, mission.Sensors);
+  auto document = std::make_unique<QTextDocument>();
+  document->setDefaultStyleSheet(
+      "body { color: black; } h1 { font-size: 16pt; margin-bottom: 0px; }"
+      "h2 { font-size: 10pt; margin-top: 8px; margin-bottom: 1px; }"
+      "td, th, p { font-size: 8pt; } .label { color: #555555; } table { border-color: #999999; }");
+  document->setHtml("<h1>Shock report</h1>" + FigureTable("Mission", HeaderFigures(mission.Data)) +
+                    FigureTable("Events", EventFigures(summary, mission.Events)) +
+                    FigureTable("Sensors", SensorFigures(summary)) + ImportantTable(mission.Tables.Important));
+  return document;
+}

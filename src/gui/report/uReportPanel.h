@@ -1,0 +1,28 @@
+// The report view: a live preview of the pages, as they will be printed.
+#pragma once
+
+#include <QWidget>
+#include <memory>
+
+#include "shell/uShownMission.h"
+
+class QPagedPaintDevice;
+class QTextDocument;
+class TReportPage;
+
+class TReportPanel : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit TReportPanel(QWidget* parent);
+  ~TReportPanel() override;
+
+  void ShowReport(const TShownMission& mission);
+  void Clear();
+  // Lays the report out for the device's page and prints all pages of it.
+  void Print(QPagedPaintDevice& device) const;
+
+ private:
+  std::unique_ptr<QTextDocument> FDocument;
+  TReportPage* FPage;
+};

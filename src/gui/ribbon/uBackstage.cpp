@@ -1,0 +1,266 @@
+#include "gui/ribbon/uBackstage.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPainter>
+#include <QScrollArea>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "gui/ribbon/uBackstageEntry.h"
+#include "gui/ribbon/uBackstagePages.h"
+#include "gui/ribbon/uFlat.h"
+
+namespace {
+
+constexpr const char* kOrder[] = {"backstageOpen",
+                                  "backstageBrowsePath",
+                                  "backstageDemo",
+                                  "backstageCurrentFolder",
+                                  "backstageRecent",
+                                  "backstageSettings",
+                                  "",  // any other
+                                  "backstageAbout",
+                                  "backstageExit"};
+
+qsizetype Rank(const QString& objectName) {
+  const auto rankOf = [](const QString& name) {
+    return std::find(std::begin(kOrder), std::end(kOrder), name) - kOrder;
+  };
+  const auto rank = rankOf(objectName);
+  return rank < std::ssize(kOrder) ? rank : rankOf(QString(""));
+}
+
+}  // namespace
+
+TBackstage::TBackstage(QWidget* window)
+    : QWidget(window),
+      FColumn(new QWidget(this)),
+      FHeading(new QLabel(this)),
+      FPages(new QStackedWidget(this)),
+      FBack(new TBackstageEntry("backstageBack", FColumn)),
+      FBrowsePath(new TBrowsePathPage(FPages)),
+      FCurrentFolder(new TCurrentFolderPage(FPages)),
+      FAbout(new TAboutPage(FPages)) {
+  setObjectName("Backstage");
+  setAccessibleName(tr("File page"));
+  setAutoFillBackground(true);
+  hide();
+  FHeading->setObjectName("lblBackstageHeading");
+
+  FBack->Show(tr("Back"), "go-previous");
+  FEntriesLayout = new QVBoxLayout(FColumn);
+  FEntriesLayout->setContentsMargins(4, 8, 4, 8);
+  FEntriesLayout->setSpacing(0);
+  FEntriesLayout->addWidget(FBack);
+  FEntriesLayout->addSpacing(12);
+  FEntriesLayout->addStretch();
+  auto* column = new QScrollArea(this);
+  column->setWidget(FColumn);
+  column->setWidgetResizable(true);
+  column->setFrameShape(QFrame::NoFrame);
+  column->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  column->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
+  column->setFocusPolicy(Qt::NoFocus);
+  column->setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents);
+
+  auto* right = new QVBoxLayout;
+  right->setContentsMargins(20, 16, 20, 16);
+  right->setSpacing(12);
+  right->addWidget(FHeading);
+  right->addWidget(FPages, 1);
+  auto* layout = new QHBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(1);
+  layout->addWidget(column);
+  layout->addLayout(right, 1);
+
+  AddPage("backstageBrowsePath", tr("Browse path"), "document-open-folder", FBrowsePath);
+  AddPage("backstageCurrentFolder", tr("Current folder"), "folder-open-recent", FCurrentFolder);
+  AddPage("backstageAbout", tr("About"), "help-about", FAbout);
+  SetFilePatterns({"*.kshock"});
+  connect(FBack, &QPushButton::clicked, this, &QWidget::hide);
+  connect(FBack, &TBackstageEntry::StepAsked, this, &TBackstage::MoveFocus);
+  connect(FBrowsePath, &TBrowsePathPage::FileChosen, this, &TBackstage::Choose);
+  connect(FCurrentFolder, &TCurrentFolderPage::FileChosen, this, &TBackstage::Choose);
+  connect(FBrowsePath, &TBrowsePathPage::FolderDialogRequested, this, &TBackstage::FolderDialogRequested);
+  window->installEventFilter(this);
+}
+
+void TBackstage::AddAction(QAction* action, const QString& objectName) {
+  auto* button = new TBackstageEntry(objectName, FColumn);
+  button->Follow(action);
+  connect(button, &QPushButton::clicked, this, [this, action] {
+    hide();
+    action->trigger();
+  });
+  // The action's key works here too.
+  connect(action, &QAction::triggered, this, &QWidget::hide);
+  Add({objectName, PlainCaption(action->text()), button, nullptr});
+}
+
+void TBackstage::AddPage(const QString& objectName, const QString& caption, const QString& icon, QWidget* page) {
+  auto* button = new TBackstageEntry(objectName, FColumn);
+  button->Show(caption, icon);
+  button->setCheckable(true);
+  page->setAccessibleName(caption);
+  FPages->addWidget(page);
+  connect(button, &QPushButton::clicked, this, [this, objectName] {
+    SelectPage(objectName);
+    EnterPage();
+  });
+  connect(button, &TBackstageEntry::PageAsked, this, &TBackstage::EnterPage);
+  Add({objectName, caption, button, page});
+}
+
+void TBackstage::Add(const TEntry& entry) {
+  const auto rank = Rank(entry.Name);
+  const auto at = std::find_if(FEntries.begin(), FEntries.end(), [&](const TEntry& e) { return Rank(e.Name) > rank; });
+  constexpr int kAboveEntries = 2;  // the arrow and the space under it
+  FEntriesLayout->insertWidget(static_cast<int>(at - FEntries.begin()) + kAboveEntries, entry.Button);
+  FEntries.insert(at, entry);
+  QWidget* before = FBack;
+  for (const TEntry& each : FEntries) {
+    QWidget::setTabOrder(before, each.Button);
+    before = each.Button;
+  }
+  QWidget::setTabOrder(before, FPages);
+  connect(entry.Button, &TBackstageEntry::StepAsked, this, &TBackstage::MoveFocus);
+  if (entry.Page != nullptr && FHeading->text().isEmpty()) SelectPage(entry.Name);
+}
+
+const TBackstage::TEntry* TBackstage::Find(const QString& objectName) const {
+  const auto found =
+      std::find_if(FEntries.begin(), FEntries.end(), [&](const TEntry& e) { return e.Name == objectName; });
+  return found == FEntries.end() ? nullptr : &*found;
+}
+
+void TBackstage::SelectPage(const QString& objectName) {
+  const TEntry* entry = Find(objectName);
+  if (entry == nullptr || entry->Page == nullptr) return;
+  for (const TEntry& each : FEntries) each.Button->setChecked(each.Name == objectName);
+  QFont large = font();
+  large.setPointSizeF(large.pointSizeF() * 1.5);
+  FHeading->setFont(large);
+  FHeading->setText(entry->Caption);
+  FPages->setCurrentWidget(entry->Page);
+}
+
+void TBackstage::SetFilePatterns(const QStringList& patterns) {
+  FBrowsePath->SetFilePatterns(patterns);
+  FCurrentFolder->SetFilePatterns(patterns);
+}
+
+void TBackstage::SetBrowsePath(const QString& path) {
+  FBrowsePath->SetPath(path);
+}
+
+void TBackstage::SetCurrentFolder(const QString& folder) {
+  FCurrentFolder->SetFolder(folder);
+}
+
+void TBackstage::SetVersion(const QString& version) {
+  FAbout->SetVersion(version);
+}
+
+void TBackstage::Choose(const QString& path) {
+  hide();
+  emit FileChosen(path);
+}
+
+// Round the column; what cannot be used or seen is passed over.
+void TBackstage::MoveFocus(int step) {
+  std::vector<TBackstageEntry*> buttons{FBack};
+  for (const TEntry& entry : FEntries) {
+    if (entry.Button->isEnabled() && !entry.Button->isHidden()) buttons.push_back(entry.Button);
+  }
+  const auto at = std::find(buttons.begin(), buttons.end(), focusWidget()) - buttons.begin();
+  const auto count = std::ssize(buttons);
+  TBackstageEntry* next = buttons[static_cast<size_t>((at + step + count) % count)];
+  next->setFocus(Qt::TabFocusReason);
+  SelectPage(next->objectName());
+}
+
+void TBackstage::EnterPage() {
+  QWidget* page = FPages->currentWidget();
+  for (QWidget* widget = page->nextInFocusChain(); widget != page; widget = widget->nextInFocusChain()) {
+    if (!page->isAncestorOf(widget) || !widget->isVisible() || !widget->isEnabled()) continue;
+    if ((widget->focusPolicy() & Qt::TabFocus) == 0) continue;
+    return widget->setFocus(Qt::TabFocusReason);
+  }
+}
+
+bool TBackstage::event(QEvent* event) {
+  // What lies underneath has single keys as shortcuts; they must not reach it from here.
+  if (event->type() == QEvent::ShortcutOverride) {
+    const auto* key = static_cast<const QKeyEvent*>(event);
+    const bool plain = (key->modifiers() & ~Qt::ShiftModifier) == Qt::NoModifier;
+    if (key->key() == Qt::Key_Escape || (plain && !key->text().isEmpty())) event->accept();
+  }
+  return QWidget::event(event);
+}
+
+bool TBackstage::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == parentWidget() && event->type() == QEvent::Resize) setGeometry(parentWidget()->rect());
+  return false;
+}
+
+// Tab stays in the backstage while it is open.
+bool TBackstage::focusNextPrevChild(bool next) {
+  QWidget* from = focusWidget();
+  if (!isVisible() || from == nullptr) return QWidget::focusNextPrevChild(next);
+  const auto step = [next](QWidget* widget) {
+    return next ? widget->nextInFocusChain() : widget->previousInFocusChain();
+  };
+  for (QWidget* widget = step(from); widget != from; widget = step(widget)) {
+    if (!isAncestorOf(widget) || !widget->isVisible() || !widget->isEnabled()) continue;
+    if ((widget->focusPolicy() & Qt::TabFocus) == 0) continue;
+    widget->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    return true;
+  }
+  return true;
+}
+
+void TBackstage::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() != QEvent::FontChange) return;
+  for (const TEntry& entry : FEntries) {
+    if (entry.Button->isChecked()) return SelectPage(entry.Name);
+  }
+}
+
+void TBackstage::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  if (event->spontaneous()) return;
+  setGeometry(parentWidget()->rect());
+  raise();
+  QWidget* before = QApplication::focusWidget();
+  FFocusBefore = before != nullptr && !isAncestorOf(before) ? before : nullptr;
+  for (const TEntry& entry : FEntries) {
+    if (entry.Button->isEnabled() && !entry.Button->isHidden()) return entry.Button->setFocus(Qt::OtherFocusReason);
+  }
+}
+
+void TBackstage::hideEvent(QHideEvent* event) {
+  QWidget::hideEvent(event);
+  if (!event->spontaneous() && FFocusBefore) FFocusBefore->setFocus(Qt::OtherFocusReason);
+}
+
+void TBackstage::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape) {
+    hide();
+  } else {
+    QWidget::keyPressEvent(event);
+  }
+}
+
+void TBackstage::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.setPen(LineColour(palette()));
+  const int x = FColumn->parentWidget()->parentWidget()->geometry().right() + 1;
+  painter.drawLine(x, 0, x, height());
+}

@@ -1,0 +1,78 @@
+// The backstage: everything about files and the program, over the whole client area of the window. A column of entries
+// at the left, the page of the chosen entry at the right. Esc or the arrow at the top close it, and the focus returns
+// to where it was. What is chosen closes it first, so that a dialog has the window for itself.
+#pragma once
+
+#include <QPointer>
+#include <QStringList>
+#include <QWidget>
+#include <vector>
+
+class QAction;
+class QLabel;
+class QPushButton;
+class QStackedWidget;
+class QVBoxLayout;
+class TAboutPage;
+class TBackstageEntry;
+class TBrowsePathPage;
+class TCurrentFolderPage;
+
+class TBackstage : public QWidget {
+  Q_OBJECT
+
+ public:
+  // Hidden until show(); covers `window` from then on.
+  explicit TBackstage(QWidget* window);
+
+  // An entry that triggers the action, which is borrowed.
+  void AddAction(QAction* action, const QString& objectName);
+  // An entry with a page, which the backstage owns from here on. The icon is a name in icons.txt. Where an entry stands
+  // does not depend on the order of adding; one that the column does not know goes above About.
+  void AddPage(const QString& objectName, const QString& caption, const QString& icon, QWidget* page);
+  // Shows the page of that entry, now or when the backstage is opened.
+  void SelectPage(const QString& objectName);
+
+  void SetFilePatterns(const QStringList& patterns);  // "*.kshock" unless told otherwise
+  void SetBrowsePath(const QString& path);
+  void SetCurrentFolder(const QString& folder);
+  void SetVersion(const QString& version);
+
+ signals:
+  void FileChosen(const QString& path);
+  void FolderDialogRequested();
+
+ protected:
+  bool event(QEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  bool focusNextPrevChild(bool next) override;
+  void changeEvent(QEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+
+ private:
+  struct TEntry {
+    QString Name;
+    QString Caption;
+    TBackstageEntry* Button = nullptr;
+    QWidget* Page = nullptr;  // none: an action
+  };
+  void Add(const TEntry& entry);
+  void Choose(const QString& path);
+  void MoveFocus(int step);
+  void EnterPage();
+  const TEntry* Find(const QString& objectName) const;
+
+  QWidget* FColumn;
+  QVBoxLayout* FEntriesLayout;
+  QLabel* FHeading;
+  QStackedWidget* FPages;
+  TBackstageEntry* FBack;
+  TBrowsePathPage* FBrowsePath;
+  TCurrentFolderPage* FCurrentFolder;
+  TAboutPage* FAbout;
+  std::vector<TEntry> FEntries;  // top to bottom
+  QPointer<QWidget> FFocusBefore;
+};

@@ -1,0 +1,35 @@
+// A flat entry of the backstage's column. The current one is checked and bears a bar at its edge.
+#pragma once
+
+#include <QPushButton>
+
+class QAction;
+
+class TBackstageEntry : public QPushButton {
+  Q_OBJECT
+
+ public:
+  TBackstageEntry(const QString& objectName, QWidget* parent);
+
+  // The icon is a name in icons.txt.
+  void Show(const QString& caption, const QString& icon);
+  // Takes caption, icon, tool tip and whether it can be used from the action, and keeps in step.
+  void Follow(QAction* action);
+
+  QSize sizeHint() const override;
+  QSize minimumSizeHint() const override;
+
+ signals:
+  void StepAsked(int step);  // 1: the entry below, -1: above
+  void PageAsked();
+
+ protected:
+  void changeEvent(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  void TakeFrom(const QAction* action);
+
+  QString FIconName;
+};

@@ -1,0 +1,230 @@
+#include "gui/ribbon/uBackstagePages.h"
+
+#include <QCompleter>
+#include <QDir>
+#include <QEvent>
+#include <QFileInfo>
+#include <QFileSystemModel>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QShowEvent>
+#include <QUrl>
+#include <QVBoxLayout>
+
+#include "gui/common/uIcons.h"
+#include "gui/common/uTheme.h"
+#include "gui/ribbon/uRecordingList.h"
+
+namespace {
+
+QLabel* Sentence(const QString& objectName, QWidget* parent) {
+  auto* label = new QLabel(parent);
+  label->setObjectName(objectName);
+  label->setTextFormat(Qt::PlainText);
+  label->setWordWrap(true);
+  return label;
+}
+
+// A path as a person may paste it: in quotes, as a file address, or from the home folder.
+QString Tidied(const QString& typed) {
+  QString path = typed.trimmed();
+  if (path.size() > 1 && (path[0] == '"' || path[0] == '\'') && path.back() == path[0])
+    path = path.mid(1, path.size() - 2);
+  if (path.startsWith("file:")) path = QUrl(path).toLocalFile();
+  if (path == "~" || path.startsWith("~/")) path = QDir::homePath() + path.mid(1);
+  return path.isEmpty() ? path : QDir::cleanPath(QFileInfo(QDir::fromNativeSeparators(path)).absoluteFilePath());
+}
+
+}  // namespace
+
+TBrowsePathPage::TBrowsePathPage(QWidget* parent)
+    : QWidget(parent),
+      FPath(new QLineEdit(this)),
+      FComplaint(new QWidget(this)),
+      FComplaintIcon(new QLabel(FComplaint)),
+      FComplaintText(Sentence("lblBrowsePathMessage", FComplaint)),
+      FNote(Sentence("lblBrowsePathNote", this)),
+      FList(new TRecordingList("lstBrowsePath", tr("Recordings in the folder"), this)) {
+  FPath->setObjectName("edtBrowsePath");
+  FPath->setAccessibleName(tr("Path of a recording or a folder"));
+  FPath->setPlaceholderText(tr("Path of a recording or a folder"));
+  FPath->setClearButtonEnabled(true);
+  auto* open = new QPushButton(tr("Open"), this);
+  open->setObjectName("btnBrowsePathOpen");
+  auto* choose = new QPushButton(tr("Choose folder…"), this);
+  choose->setObjectName("btnBrowsePathFolder");
+  choose->setAccessibleName(tr("Choose folder"));
+  for (QPushButton* button : {open, choose}) button->setAutoDefault(true);  // Enter presses it
+
+  auto* row = new QHBoxLayout;
+  row->addWidget(FPath, 1);
+  row->addWidget(open);
+  row->addWidget(choose);
+  auto* complaint = new QHBoxLayout(FComplaint);
+  complaint->setContentsMargins(0, 0, 0, 0);
+  complaint->addWidget(FComplaintIcon, 0, Qt::AlignTop);
+  complaint->addWidget(FComplaintText, 1);
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addLayout(row);
+  layout->addWidget(FComplaint);
+  layout->addWidget(FNote);
+  layout->addWidget(FList, 1);
+  FComplaint->hide();
+  FNote->setText(tr("The recordings of a folder are listed here."));
+  PaintComplaint();
+
+  connect(FPath, &QLineEdit::returnPressed, this, &TBrowsePathPage::Answer);
+  connect(FPath, &QLineEdit::textEdited, FComplaint, &QWidget::hide);
+  connect(open, &QPushButton::clicked, this, &TBrowsePathPage::Answer);
+  connect(choose, &QPushButton::clicked, this, &TBrowsePathPage::FolderDialogRequested);
+  connect(FList, &TRecordingList::FileChosen, this, &TBrowsePathPage::FileChosen);
+}
+
+void TBrowsePathPage::SetFilePatterns(const QStringList& patterns) {
+  FPatterns = patterns;
+  if (FFiles != nullptr) FFiles->setNameFilters(FPatterns);
+}
+
+void TBrowsePathPage::SetPath(const QString& path) {
+  FPath->setText(QDir::toNativeSeparators(path));
+  Answer();
+}
+
+void TBrowsePathPage::Answer() {
+  const QString path = Tidied(FPath->text());
+  FComplaint->hide();
+  if (path.isEmpty()) return Complain(tr("Type the path of a recording or of a folder."));
+  const QFileInfo info(path);
+  if (info.isFile()) {
+    emit FileChosen(path);
+  } else if (info.isDir()) {
+    FNote->setText(FList->ShowFolder(path, FPatterns));
+    FNote->show();
+    if (!FList->Empty()) FList->setFocus();
+  } else if (info.exists()) {
+    Complain(tr("This is neither a file nor a folder: %1").arg(QDir::toNativeSeparators(path)));
+  } else {
+    Complain(tr("There is no such file or folder: %1").arg(QDir::toNativeSeparators(path)));
+  }
+}
+
+void TBrowsePathPage::Complain(const QString& what) {
+  FList->Clear();
+  FNote->hide();
+  FComplaintText->setText(what);
+  FComplaintText->setAccessibleName(what);
+  FComplaint->show();
+  FPath->setFocus();
+}
+
+void TBrowsePathPage::PaintComplaint() {
+  const int edge = fontMetrics().height();
+  FComplaintIcon->setPixmap(Icon("dialog-error").pixmap(QSize(edge, edge), devicePixelRatio()));
+  QPalette ink = palette();
+  ink.setColor(QPalette::WindowText, InkOn(palette(), QColor(0xB3261E)));
+  FComplaintText->setPalette(ink);
+}
+
+void TBrowsePathPage::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange) PaintComplaint();
+}
+
+// The completer's model reads folders on a thread of its own; a program that never comes here does without.
+void TBrowsePathPage::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  if (FFiles != nullptr) return;
+  auto* completer = new QCompleter(this);
+  FFiles = new QFileSystemModel(completer);
+  FFiles->setFilter(QDir::AllDirs | QDir::Files | QDir::NoDotAndDotDot);
+  FFiles->setNameFilters(FPatterns);
+  FFiles->setNameFilterDisables(false);
+  FFiles->setOption(QFileSystemModel::DontWatchForChanges);
+  FFiles->setRootPath(QString());
+  completer->setModel(FFiles);
+  FPath->setCompleter(completer);
+}
+
+TCurrentFolderPage::TCurrentFolderPage(QWidget* parent)
+    : QWidget(parent),
+      FNote(Sentence("lblCurrentFolderNote", this)),
+      FList(new TRecordingList("lstCurrentFolder", tr("Recordings in the current folder"), this)) {
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(FNote);
+  layout->addWidget(FList, 1);
+  connect(FList, &TRecordingList::FileChosen, this, &TCurrentFolderPage::FileChosen);
+}
+
+void TCurrentFolderPage::SetFilePatterns(const QStringList& patterns) {
+  FPatterns = patterns;
+  if (isVisible()) Fill();
+}
+
+void TCurrentFolderPage::SetFolder(const QString& folder) {
+  FFolder = folder;
+  if (isVisible()) Fill();
+}
+
+void TCurrentFolderPage::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  if (!event->spontaneous()) Fill();
+}
+
+void TCurrentFolderPage::Fill() {
+  if (FFolder.isEmpty()) {
+    FList->Clear();
+    FNote->setText(tr("No recording is open, so there is no current folder."));
+  } else {
+    FNote->setText(FList->ShowFolder(FFolder, FPatterns));
+  }
+  FList->setVisible(!FList->Empty());
+  layout()->setAlignment(FNote, FList->Empty() ? Qt::AlignTop : Qt::Alignment());
+}
+
+TAboutPage::TAboutPage(QWidget* parent) : QWidget(parent), FVersion(Sentence("lblAboutVersion", this)) {
+  auto* name = Sentence("lblAboutName", this);
+  name->setText("Korvex165 ShockScope");
+  QFont large = font();
+  large.setPointSizeF(large.pointSizeF() * 1.6);
+  name->setFont(large);
+  auto* rest = new QLabel(this);
+  rest->setObjectName("lblAboutText");
+  rest->setWordWrap(true);
+  rest->setText(
+      tr("<p>Shows what a portable shock and environment logger recorded: what happened, when, and how bad it was.</p>"
+         "<p>Licence: GPL-3.0-or-later. This program comes with no warranty; you may pass it on and change it under "
+         "the "
+         "terms of that licence.</p>"
+         "<p>It is built with:</p>"
+         "<table cellspacing='0' cellpadding='3'>"
+         "<tr><td>Qt %1</td><td>&nbsp;</td><td>LGPL-3.0</td></tr>"
+         "<tr><td>QCustomPlot</td><td></td><td>GPL-3.0-or-later</td></tr>"
+         "<tr><td>zlib</td><td></td><td>Zlib</td></tr>"
+         "<tr><td>fmt</td><td></td><td>MIT</td></tr>"
+         "<tr><td>Breeze icons</td><td></td><td>LGPL-3.0-or-later</td></tr></table>")
+          .arg(QString::fromLatin1(qVersion())));
+  auto* inside = new QWidget(this);
+  auto* text = new QVBoxLayout(inside);
+  text->setContentsMargins(0, 0, 0, 0);
+  for (QLabel* label : {name, FVersion, rest}) {
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    text->addWidget(label);
+  }
+  text->addStretch();
+  auto* scroll = new QScrollArea(this);
+  scroll->setWidget(inside);
+  scroll->setWidgetResizable(true);
+  scroll->setFrameShape(QFrame::NoFrame);
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(scroll);
+}
+
+void TAboutPage::SetVersion(const QString& version) {
+  FVersion->setText(tr("Version %1").arg(version));
+}

@@ -1,0 +1,80 @@
+// The pages that the backstage brings along: a path to browse, the folder of the shown file, and what this program is.
+#pragma once
+
+#include <QStringList>
+#include <QWidget>
+
+class QFileSystemModel;
+class QLabel;
+class QLineEdit;
+class TRecordingList;
+
+class TBrowsePathPage : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit TBrowsePathPage(QWidget* parent);
+
+  void SetFilePatterns(const QStringList& patterns);
+  // Fills in the path and answers it as if it had been typed.
+  void SetPath(const QString& path);
+
+ signals:
+  void FileChosen(const QString& path);
+  void FolderDialogRequested();
+
+ protected:
+  void changeEvent(QEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+
+ private:
+  void Answer();
+  void Complain(const QString& what);
+  void PaintComplaint();
+
+  QLineEdit* FPath;
+  QWidget* FComplaint;
+  QLabel* FComplaintIcon;
+  QLabel* FComplaintText;
+  QLabel* FNote;
+  TRecordingList* FList;
+  QFileSystemModel* FFiles = nullptr;  // made when the page is first shown
+  QStringList FPatterns;
+};
+
+class TCurrentFolderPage : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit TCurrentFolderPage(QWidget* parent);
+
+  // Both take effect when the page is shown next; an empty folder means that no file is shown.
+  void SetFilePatterns(const QStringList& patterns);
+  void SetFolder(const QString& folder);
+
+ signals:
+  void FileChosen(const QString& path);
+
+ protected:
+  void showEvent(QShowEvent* event) override;
+
+ private:
+  void Fill();
+
+  QLabel* FNote;
+  TRecordingList* FList;
+  QString FFolder;
+  QStringList FPatterns;
+};
+
+class TAboutPage : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit TAboutPage(QWidget* parent);
+
+  void SetVersion(const QString& version);
+
+ private:
+  QLabel* FVersion;
+};

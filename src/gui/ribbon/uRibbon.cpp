@@ -1,0 +1,186 @@
+#include "gui/ribbon/uRibbon.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QEvent>
+#include <QPainter>
+#include <QSignalBlocker>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <stdexcept>
+
+#include "gui/ribbon/uFlat.h"
+#include "gui/ribbon/uRibbonGroup.h"
+#include "gui/ribbon/uRibbonPage.h"
+#include "gui/ribbon/uRibbonTabBar.h"
+
+TRibbon::TRibbon(QWidget* parent)
+    : QWidget(parent),
+      FTabBar(new TRibbonTabBar(this)),
+      FPages(new QStackedWidget(this)),
+      FFoldAction(new QAction(tr("Fold the ribbon"), this)),
+      FBackstageAction(new QAction(tr("File page"), this)) {
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  FTabBar->setObjectName("tabsRibbon");
+  FTabBar->setAccessibleName(tr("Ribbon"));
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 1);
+  layout->setSpacing(0);
+  layout->addWidget(FTabBar);
+  layout->addWidget(FPages);
+  connect(FTabBar, &QTabBar::currentChanged, this, &TRibbon::OnCurrentChanged);
+  connect(FTabBar, &QTabBar::tabBarClicked, this, &TRibbon::OnTabClicked);
+  connect(FTabBar, &QTabBar::tabBarDoubleClicked, this, &TRibbon::OnTabDoubleClicked);
+  connect(FTabBar, &TRibbonTabBar::PageEntered, this, &TRibbon::EnterPage);
+
+  FFoldAction->setObjectName("actRibbonFold");
+  FFoldAction->setCheckable(true);
+  FFoldAction->setShortcut(QKeySequence("Ctrl+F1"));
+  connect(FFoldAction, &QAction::toggled, this, &TRibbon::SetFolded);
+  FBackstageAction->setObjectName("actBackstage");
+  FBackstageAction->setShortcut(QKeySequence("Alt+F"));
+  connect(FBackstageAction, &QAction::triggered, this, &TRibbon::BackstageRequested);
+  addActions({FFoldAction, FBackstageAction});
+  UpdateHeight();
+}
+
+void TRibbon::AddTab(const QString& objectName, const QString& caption) {
+  const QSignalBlocker quiet(FTabBar);
+  const bool file = FTabs.empty();
+  // The file tab's key is an action's; a mnemonic in the tab bar would dispute it.
+  const int index = FTabBar->addTab(file ? PlainCaption(caption) : caption);
+  FTabBar->setTabData(index, objectName);
+  FTabBar->setAccessibleTabName(index, PlainCaption(caption));
+  TTab tab{objectName, nullptr};
+  if (file) {
+    FPages->addWidget(new QWidget(FPages));
+  } else {
+    tab.Page = new TRibbonPage(FPages);
+    tab.Page->setObjectName(objectName);
+    tab.Page->setAccessibleName(PlainCaption(caption));
+    tab.Page->SetFrozen(FUpdates > 0);
+    FPages->addWidget(tab.Page);
+    connect(tab.Page, &TRibbonPage::ContentChanged, this, &TRibbon::UpdateTabs);
+  }
+  FTabs.push_back(tab);
+  UpdateTabs();
+}
+
+TRibbonGroup* TRibbon::AddGroup(const QString& tabName, const QString& objectName, const QString& title) {
+  const int index = IndexOf(tabName);
+  if (index < 1) throw std::logic_error("no such ribbon tab: " + tabName.toStdString());
+  return FTabs[static_cast<size_t>(index)].Page->AddGroup(objectName, title);
+}
+
+int TRibbon::IndexOf(const QString& objectName) const {
+  const auto found = std::find_if(FTabs.begin(), FTabs.end(), [&](const TTab& tab) { return tab.Name == objectName; });
+  return found == FTabs.end() ? -1 : static_cast<int>(found - FTabs.begin());
+}
+
+bool TRibbon::TabOffered(const QString& objectName) const {
+  const int index = IndexOf(objectName);
+  return index == 0 || (index > 0 && FTabs[static_cast<size_t>(index)].Page->HasContent());
+}
+
+void TRibbon::SelectTab(const QString& objectName) {
+  const int index = IndexOf(objectName);
+  if (index > 0 && TabOffered(objectName)) ShowTab(index);
+}
+
+QString TRibbon::CurrentTab() const {
+  return FCurrent > 0 ? FTabs[static_cast<size_t>(FCurrent)].Name : QString();
+}
+
+void TRibbon::ShowTab(int index) {
+  const QSignalBlocker quiet(FTabBar);
+  FTabBar->setCurrentIndex(index);
+  FPages->setCurrentIndex(index);
+  if (FCurrent == index) return;
+  FCurrent = index;
+  emit CurrentTabChanged(CurrentTab());
+}
+
+void TRibbon::UpdateTabs() {
+  if (FUpdates > 0) return;
+  {
+    const QSignalBlocker quiet(FTabBar);
+    for (int i = 1; i < FTabBar->count(); ++i)
+      FTabBar->setTabVisible(i, FTabs[static_cast<size_t>(i)].Page->HasContent());
+  }
+  int current = FCurrent;
+  if (current == 0 || !FTabBar->isTabVisible(current)) {
+    current = 0;
+    for (int i = FTabBar->count() - 1; i > 0; --i) {
+      if (FTabBar->isTabVisible(i)) current = i;
+    }
+  }
+  if (!FTabs.empty()) ShowTab(current);
+}
+
+void TRibbon::OnCurrentChanged(int index) {
+  if (index > 0) return ShowTab(index);
+  ShowTab(FCurrent);
+}
+
+void TRibbon::OnTabClicked(int index) {
+  if (index == 0) {
+    emit BackstageRequested();
+  } else if (index > 0 && FFolded) {
+    FUnfolded.start();
+    SetFolded(false);
+  }
+}
+
+// The first press of a double click on a folded ribbon has just unfolded it; the second must not take that back.
+void TRibbon::OnTabDoubleClicked(int index) {
+  if (index < 1) return;
+  const bool justUnfolded = FUnfolded.isValid() && FUnfolded.elapsed() <= 2 * QApplication::doubleClickInterval();
+  FUnfolded.invalidate();
+  if (!justUnfolded) SetFolded(!FFolded);
+}
+
+void TRibbon::EnterPage() {
+  SetFolded(false);
+  if (FCurrent > 0) FTabs[static_cast<size_t>(FCurrent)].Page->FocusFirst();
+}
+
+void TRibbon::SetFolded(bool folded) {
+  if (FFolded == folded) return;
+  FFolded = folded;
+  FPages->setVisible(!folded);
+  FFoldAction->setChecked(folded);
+  emit FoldedChanged(folded);
+}
+
+void TRibbon::BeginUpdate() {
+  if (FUpdates++ > 0) return;
+  setUpdatesEnabled(false);
+  for (const TTab& tab : FTabs) {
+    if (tab.Page != nullptr) tab.Page->SetFrozen(true);
+  }
+}
+
+void TRibbon::EndUpdate() {
+  if (FUpdates == 0 || --FUpdates > 0) return;
+  UpdateTabs();
+  for (const TTab& tab : FTabs) {
+    if (tab.Page != nullptr) tab.Page->SetFrozen(false);
+  }
+  setUpdatesEnabled(true);
+}
+
+void TRibbon::UpdateHeight() {
+  FPages->setFixedHeight(TRibbonGroup::HeightFor(font()));
+}
+
+void TRibbon::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) UpdateHeight();
+}
+
+void TRibbon::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.setPen(LineColour(palette()));
+  painter.drawLine(0, height() - 1, width(), height() - 1);
+}

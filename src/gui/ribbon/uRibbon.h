@@ -1,0 +1,74 @@
+// The ribbon: tabs over pages of groups. The tab that is added first is the file tab: it asks for the backstage and is
+// never current. A double click on a tab, or Ctrl+F1, folds the ribbon to its tabs; a click on a tab unfolds it. A tab
+// whose groups are all hidden or vacant is not offered.
+#pragma once
+
+#include <QElapsedTimer>
+#include <QWidget>
+#include <vector>
+
+class QAction;
+class QStackedWidget;
+class TRibbonGroup;
+class TRibbonPage;
+class TRibbonTabBar;
+
+class TRibbon : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit TRibbon(QWidget* parent);
+
+  void AddTab(const QString& objectName, const QString& caption);
+  // Throws std::logic_error when there is no such tab, and for the file tab, which has no page.
+  TRibbonGroup* AddGroup(const QString& tabName, const QString& objectName, const QString& title);
+
+  // A tab that is not offered, or not known, is not selected.
+  void SelectTab(const QString& objectName);
+  QString CurrentTab() const;  // empty when no tab has content
+  bool TabOffered(const QString& objectName) const;
+
+  void SetFolded(bool folded);
+  bool Folded() const { return FFolded; }
+
+  // Between the two nothing is arranged or painted; they nest.
+  void BeginUpdate();
+  void EndUpdate();
+
+  // Their keys are Ctrl+F1 and Alt+F.
+  QAction* FoldAction() const { return FFoldAction; }
+  QAction* BackstageAction() const { return FBackstageAction; }
+
+ signals:
+  void BackstageRequested();
+  void CurrentTabChanged(const QString& objectName);
+  void FoldedChanged(bool folded);
+
+ protected:
+  void changeEvent(QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  struct TTab {
+    QString Name;
+    TRibbonPage* Page = nullptr;
+  };
+  int IndexOf(const QString& objectName) const;  // -1: none
+  void OnCurrentChanged(int index);
+  void OnTabClicked(int index);
+  void OnTabDoubleClicked(int index);
+  void EnterPage();
+  void ShowTab(int index);
+  void UpdateTabs();
+  void UpdateHeight();
+
+  TRibbonTabBar* FTabBar;
+  QStackedWidget* FPages;
+  QAction* FFoldAction;
+  QAction* FBackstageAction;
+  std::vector<TTab> FTabs;
+  int FCurrent = 0;
+  int FUpdates = 0;
+  bool FFolded = false;
+  QElapsedTimer FUnfolded;  // since a click unfolded the ribbon
+};

@@ -1,0 +1,46 @@
+// A button of the ribbon: large (icon over one or two lines of text) or small (icon beside the text). Name, tool tip
+// and look follow its action.
+#pragma once
+
+#include <QStringList>
+#include <QToolButton>
+
+class TRibbonButton : public QToolButton {
+  Q_OBJECT
+
+ public:
+  enum class TShape { Large, Small };
+
+  TRibbonButton(TShape shape, QWidget* parent);
+
+  // A button without an action of its own; an arrow says that it opens something.
+  void SetCaption(const QString& caption, const QIcon& icon);
+  void SetArrow(bool arrow);
+
+  QSize sizeHint() const override;
+  QSize minimumSizeHint() const override;
+
+ signals:
+  // Before the action runs, so that what holds the button can get out of the way of a dialog.
+  void Chosen();
+
+ protected:
+  void actionEvent(QActionEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void nextCheckState() override;
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  void FollowAction();
+  QStringList Lines() const;
+  bool HasArrow() const;
+  bool OpensMenu() const;
+  int ArrowWidth() const;
+  void PaintLarge(QPainter& painter) const;
+  void PaintSmall(QPainter& painter) const;
+  void PaintArrow(QPainter& painter, int left, int middle) const;
+
+  TShape FShape;
+  bool FArrow = false;
+};

@@ -1,0 +1,240 @@
+#include "gui/ribbon/uRibbonGroup.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QEvent>
+#include <QLabel>
+#include <QMenu>
+#include <QScreen>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "gui/common/uIcons.h"
+#include "gui/ribbon/uFlat.h"
+#include "gui/ribbon/uRibbonButton.h"
+#include "gui/ribbon/uRibbonColumns.h"
+
+namespace {
+
+constexpr int kMargin = 5;
+constexpr int kTop = 3;
+
+QFont TitleFont(QFont font) {
+  if (font.pointSizeF() > 0) {
+    font.setPointSizeF(font.pointSizeF() * 0.88);
+  } else {
+    font.setPixelSize(std::max(1, font.pixelSize() * 88 / 100));
+  }
+  return font;
+}
+
+bool IsShownOrHidden(const QEvent* event) {
+  return event->type() == QEvent::ShowToParent || event->type() == QEvent::HideToParent;
+}
+
+}  // namespace
+
+TRibbonGroup::TRibbonGroup(const QString& objectName, const QString& title, QWidget* parent)
+    : QFrame(parent),
+      FBody(new QWidget(this)),
+      FColumns(new TRibbonColumns(FBody)),
+      FTitle(new QLabel(title, this)),
+      FHandle(new TRibbonButton(TRibbonButton::TShape::Large, this)),
+      FPopup(new QFrame(this, Qt::Popup)) {
+  setObjectName(objectName);
+  setAccessibleName(title);
+  FTitle->setAlignment(Qt::AlignCenter);
+  FTitle->setForegroundRole(QPalette::PlaceholderText);
+  FHandle->setObjectName(objectName + "Handle");
+  FHandle->SetArrow(true);
+  FHandle->hide();
+  connect(FHandle, &QToolButton::clicked, this, &TRibbonGroup::OpenPopup);
+
+  FPopup->setObjectName(objectName + "Popup");
+  FPopup->setAccessibleName(title);
+  FPopup->setFrameStyle(QFrame::Box | QFrame::Plain);
+  // A click on the collapsed button while its popup is open closes it and does not open it again.
+  FPopup->setAttribute(Qt::WA_NoMouseReplay);
+  auto* layout = new QVBoxLayout(FPopup);
+  layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+  layout->setSizeConstraint(QLayout::SetFixedSize);
+  TakeFont();
+  UpdateHandle();
+}
+
+QToolButton* TRibbonGroup::AddLarge(QAction* action, const QString& buttonName) {
+  auto* button = new TRibbonButton(TRibbonButton::TShape::Large, FBody);
+  AddButton(button, action, buttonName);
+  FColumns->AddColumn(button);
+  Watch(button);
+  return button;
+}
+
+QToolButton* TRibbonGroup::AddSmall(QAction* action, const QString& buttonName) {
+  auto* button = new TRibbonButton(TRibbonButton::TShape::Small, FBody);
+  AddButton(button, action, buttonName);
+  FColumns->AddRow(button);
+  Watch(button);
+  return button;
+}
+
+QToolButton* TRibbonGroup::AddMenu(QMenu* menu, const QString& buttonName) {
+  QToolButton* button = AddLarge(menu->menuAction(), buttonName);
+  button->setPopupMode(QToolButton::InstantPopup);
+  connect(menu, &QMenu::triggered, FPopup, &QWidget::hide);
+  return button;
+}
+
+void TRibbonGroup::AddButton(TRibbonButton* button, QAction* action, const QString& buttonName) {
+  button->setObjectName(buttonName);
+  button->setDefaultAction(action);
+  connect(action, &QAction::visibleChanged, button, [button, action] { button->setVisible(action->isVisible()); });
+  connect(action, &QAction::changed, this, &TRibbonGroup::UpdateHandle);
+  connect(button, &TRibbonButton::Chosen, FPopup, &QWidget::hide);
+}
+
+void TRibbonGroup::AddWidget(QWidget* widget, const QString& label) {
+  if (widget->accessibleName().isEmpty() && !label.isEmpty()) widget->setAccessibleName(PlainCaption(label));
+  if (label.isEmpty()) {
+    FColumns->AddRow(widget);
+    return Watch(widget);
+  }
+  auto* field = new QWidget(FBody);
+  auto* layout = new QVBoxLayout(field);
+  layout->setContentsMargins(2, 0, 2, 0);
+  layout->setSpacing(2);
+  auto* caption = new QLabel(label, field);
+  caption->setBuddy(widget);
+  layout->addStretch();
+  layout->addWidget(caption);
+  layout->addWidget(widget);
+  layout->addStretch();
+  field->setVisible(!widget->testAttribute(Qt::WA_WState_ExplicitShowHide) || !widget->isHidden());
+  widget->installEventFilter(this);
+  FColumns->AddColumn(field);
+  Watch(field);
+}
+
+// The flag that a child is hidden on purpose is clear from here on only where someone hides it.
+void TRibbonGroup::Watch(QWidget* item) {
+  const bool hiddenOnPurpose = item->isHidden() && item->testAttribute(Qt::WA_WState_ExplicitShowHide);
+  if (!hiddenOnPurpose) item->show();
+  item->installEventFilter(this);
+  FItems.push_back(item);
+  UpdateHandle();
+  emit ContentChanged();
+}
+
+void TRibbonGroup::SetIcon(const QIcon& icon) {
+  FIcon = icon;
+  UpdateHandle();
+}
+
+QWidget* TRibbonGroup::FirstShown() const {
+  const auto found = std::find_if(FItems.begin(), FItems.end(), [](const QWidget* item) { return !item->isHidden(); });
+  return found == FItems.end() ? nullptr : *found;
+}
+
+bool TRibbonGroup::Vacant() const {
+  return FirstShown() == nullptr;
+}
+
+void TRibbonGroup::UpdateHandle() {
+  QIcon icon = FIcon;
+  for (const QWidget* item : FItems) {
+    const auto* button = qobject_cast<const QToolButton*>(item);
+    if (icon.isNull() && button != nullptr && !button->isHidden()) icon = button->icon();
+  }
+  FHandle->SetCaption(FTitle->text(), icon.isNull() ? Icon("view-list-details") : icon);
+}
+
+int TRibbonGroup::FullWidth() const {
+  return std::max(FColumns->sizeHint().width(), FTitle->sizeHint().width()) + 2 * kMargin;
+}
+
+int TRibbonGroup::CollapsedWidth() const {
+  return FHandle->sizeHint().width() + 2 * kMargin;
+}
+
+int TRibbonGroup::HeightFor(const QFont& font) {
+  return kTop + RibbonBodyHeight(QFontMetrics(font)) + QFontMetrics(TitleFont(font)).height() + 2;
+}
+
+void TRibbonGroup::SetCollapsed(bool collapsed) {
+  if (FCollapsed == collapsed) return;
+  const bool hadFocus = FBody->isAncestorOf(QApplication::focusWidget()) || FHandle->hasFocus();
+  FCollapsed = collapsed;
+  FPopup->hide();
+  if (collapsed) {
+    FPopup->layout()->addWidget(FBody);
+  } else {
+    FPopup->layout()->removeWidget(FBody);
+    FBody->setParent(this);
+  }
+  FBody->show();
+  FTitle->setVisible(!collapsed);
+  FHandle->setVisible(collapsed);
+  LayOut();
+  if (hadFocus && isVisible()) FocusFirst();
+}
+
+void TRibbonGroup::OpenPopup() {
+  if (!FCollapsed) return;
+  FPopup->layout()->activate();
+  FPopup->adjustSize();
+  QPoint at = mapToGlobal(QPoint(0, height()));
+  if (const QScreen* on = screen()) {
+    const QRect room = on->availableGeometry();
+    at.setX(std::max(room.left(), std::min(at.x(), room.right() + 1 - FPopup->width())));
+    if (at.y() + FPopup->height() > room.bottom() + 1) at.setY(mapToGlobal(QPoint(0, 0)).y() - FPopup->height());
+  }
+  FPopup->move(at);
+  FPopup->show();
+  if (QWidget* first = FirstShown()) first->setFocus(Qt::PopupFocusReason);
+}
+
+void TRibbonGroup::FocusFirst() {
+  QWidget* target = FCollapsed ? FHandle : FirstShown();
+  if (target != nullptr) target->setFocus(Qt::TabFocusReason);
+}
+
+bool TRibbonGroup::event(QEvent* event) {
+  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) TakeFont();
+  if (event->type() == QEvent::PaletteChange) UpdateHandle();
+  const bool handled = QFrame::event(event);
+  if (IsShownOrHidden(event) || event->type() == QEvent::LayoutRequest) emit ContentChanged();
+  return handled;
+}
+
+bool TRibbonGroup::eventFilter(QObject* watched, QEvent* event) {
+  if (!IsShownOrHidden(event)) return false;
+  auto* widget = static_cast<QWidget*>(watched);
+  if (widget->parentWidget() != FBody) {  // a labelled control: its label goes with it
+    widget->parentWidget()->setVisible(!widget->isHidden());
+  } else {
+    UpdateHandle();
+    emit ContentChanged();
+  }
+  return false;
+}
+
+void TRibbonGroup::resizeEvent(QResizeEvent* event) {
+  QFrame::resizeEvent(event);
+  LayOut();
+}
+
+void TRibbonGroup::TakeFont() {
+  FTitle->setFont(TitleFont(font()));
+  FPopup->setFont(font());
+}
+
+void TRibbonGroup::LayOut() {
+  const int body = RibbonBodyHeight(fontMetrics());
+  if (FCollapsed) {
+    const int width = std::min(this->width(), CollapsedWidth() - 2 * kMargin);
+    FHandle->setGeometry((this->width() - width) / 2, kTop, width, body);
+    return;
+  }
+  FBody->setGeometry(kMargin, kTop, width() - 2 * kMargin, body);
+  FTitle->setGeometry(0, kTop + body, width(), height() - kTop - body);
+}

@@ -1,0 +1,114 @@
+#include "gui/ribbon/uRibbonPage.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QPainter>
+#include <QStyle>
+#include <algorithm>
+
+#include "gui/ribbon/uFlat.h"
+#include "gui/ribbon/uRibbonGroup.h"
+
+TRibbonPage::TRibbonPage(QWidget* parent) : QWidget(parent) {}
+
+TRibbonGroup* TRibbonPage::AddGroup(const QString& objectName, const QString& title) {
+  auto* group = new TRibbonGroup(objectName, title, this);
+  FGroups.push_back(group);
+  group->show();
+  connect(group, &TRibbonGroup::ContentChanged, this, [this] {
+    ArrangeSoon();
+    emit ContentChanged();
+  });
+  return group;
+}
+
+std::vector<TRibbonGroup*> TRibbonPage::Shown() const {
+  std::vector<TRibbonGroup*> shown;
+  std::copy_if(FGroups.begin(), FGroups.end(), std::back_inserter(shown),
+               [](const TRibbonGroup* group) { return !group->isHidden() && !group->Vacant(); });
+  return shown;
+}
+
+bool TRibbonPage::HasContent() const {
+  return !Shown().empty();
+}
+
+void TRibbonPage::SetFrozen(bool frozen) {
+  FFrozen = frozen;
+  Arrange();
+}
+
+void TRibbonPage::FocusFirst() {
+  const auto shown = Shown();
+  if (!shown.empty()) shown.front()->FocusFirst();
+}
+
+QSize TRibbonPage::sizeHint() const {
+  return {0, TRibbonGroup::HeightFor(font())};
+}
+
+QSize TRibbonPage::minimumSizeHint() const {
+  return sizeHint();
+}
+
+void TRibbonPage::Arrange() {
+  if (FFrozen || FArranging) return;
+  FArranging = true;
+  const auto shown = Shown();
+  std::vector<int> widths;
+  int total = 0;
+  for (const TRibbonGroup* group : shown) total += widths.emplace_back(group->FullWidth());
+  std::vector<bool> collapsed(shown.size(), false);
+  for (size_t i = shown.size(); i-- > 0 && total > width();) {
+    const int saved = widths[i] - shown[i]->CollapsedWidth();
+    if (saved <= 0) continue;
+    collapsed[i] = true;
+    widths[i] -= saved;
+    total -= saved;
+  }
+  const int share = total > width() && !shown.empty() ? width() / static_cast<int>(shown.size()) : 0;
+  for (TRibbonGroup* group : FGroups) {
+    if (group->Vacant()) group->setGeometry(0, 0, 0, 0);
+  }
+  int left = 0;
+  for (size_t i = 0; i < shown.size(); ++i) {
+    if (share > 0) widths[i] = share;
+    shown[i]->SetCollapsed(collapsed[i] || share > 0);
+    shown[i]->setGeometry(QStyle::visualRect(layoutDirection(), rect(), QRect(left, 0, widths[i], height())));
+    left += widths[i];
+  }
+  FArranging = false;
+  update();
+}
+
+void TRibbonPage::ArrangeSoon() {
+  if (isVisible() && !FArranging) QCoreApplication::postEvent(this, new QEvent(QEvent::LayoutRequest));
+}
+
+bool TRibbonPage::event(QEvent* event) {
+  const bool handled = QWidget::event(event);
+  if (event->type() == QEvent::LayoutRequest) Arrange();
+  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) updateGeometry();
+  return handled;
+}
+
+void TRibbonPage::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.setPen(LineColour(palette()));
+  const auto shown = Shown();
+  for (size_t i = 0; i + 1 < shown.size(); ++i) {
+    const QRect at = shown[i]->geometry();
+    const int x = layoutDirection() == Qt::RightToLeft ? at.left() : at.right();
+    painter.drawLine(x, 6, x, height() - 6);
+  }
+}
+
+void TRibbonPage::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  Arrange();
+}
+
+void TRibbonPage::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  Arrange();
+}

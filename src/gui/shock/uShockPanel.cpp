@@ -1,0 +1,114 @@
+#include "gui/shock/uShockPanel.h"
+
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QSplitter>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+#include "analysis/uEventOrdering.h"
+#include "gui/charts/uEventsChart.h"
+#include "gui/charts/uSelectedEventChart.h"
+#include "gui/common/uGrid.h"
+#include "gui/common/uQtText.h"
+#include "shell/uAlarmMarks.h"
+
+namespace {
+
+struct TCard {
+  const char* captionName;  // the start writes the captions
+  const char* valueName;
+  const char* field;  // of the shock event table
+  const char* unit;   // where the cell's text has none
+};
+constexpr TCard kCards[] = {{"lblCardToTTotal", "lblCardToTTotalValue", "ToT total", ""},
+                            {"lblCardIoTTotal", "lblCardIoTTotalValue", "IoT total", " g ms"},
+                            {"lblCardToTMax", "lblCardToTMaxValue", "ToT max", ""},
+                            {"lblCardIoTMax", "lblCardIoTMaxValue", "IoT max", " g ms"}};
+constexpr auto kNoValue = "–";
+
+}  // namespace
+
+TMainShockPanel::TMainShockPanel(QWidget* parent)
+    : QWidget(parent),
+      FChart20(new TEventsChart(this)),
+      FChart2(new TSelectedEventChart(this)),
+      FShocks(new TGrid("dbgShocks", tr("Shock events"), EventIndexKey, this)),
+      FFilteredShocks(new TGrid("dbgFilteredShocks", tr("Filtered shock events"), EventIndexKey, this)) {
+  setObjectName("MainShockPanel");
+  FChart20->setObjectName("Chart20");
+  FChart20->setAccessibleName(tr("Shock events chart"));
+  FChart2->setObjectName("Chart2");
+  FChart2->setAccessibleName(tr("Selected event chart"));
+
+  auto* below = new QSplitter(Qt::Horizontal, this);
+  below->setChildrenCollapsible(false);
+  below->addWidget(MakeEventList());
+  below->addWidget(FChart2);
+  below->setStretchFactor(0, 1);
+  below->setStretchFactor(1, 1);
+  below->setSizes({1000, 1000});
+  auto* splitter = new QSplitter(Qt::Vertical, this);
+  splitter->setChildrenCollapsible(false);
+  splitter->addWidget(FChart20);
+  splitter->addWidget(below);
+  splitter->setSizes({380, 620});
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(splitter);
+}
+
+QWidget* TMainShockPanel::MakeCards() {
+  auto* box = new QWidget(this);
+  auto* layout = new QHBoxLayout(box);
+  layout->setContentsMargins(4, 4, 4, 0);
+  layout->setSpacing(4);
+  for (std::size_t i = 0; i < kCardCount; ++i) {
+    auto* card = new QFrame(box);
+    card->setFrameShape(QFrame::StyledPanel);
+    auto* caption = new QLabel(card);
+    caption->setObjectName(kCards[i].captionName);
+    caption->setForegroundRole(QPalette::PlaceholderText);
+    auto* value = new QLabel(kNoValue, card);
+    value->setObjectName(kCards[i].valueName);
+    value->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    QFont large = value->font();
+    large.setPointSizeF(large.pointSizeF() * 1.2);
+    large.setBold(true);
+    value->setFont(large);
+    auto* lines = new QVBoxLayout(card);
+    lines->setContentsMargins(8, 3, 8, 3);
+    lines->setSpacing(0);
+    lines->addWidget(caption);
+    lines->addWidget(value);
+    layout->addWidget(card, 1);
+    FCardValues[i] = value;
+  }
+  return box;
+}
+
+QWidget* TMainShockPanel::MakeEventList() {
+  auto* tabs = new QTabWidget(this);
+  tabs->setObjectName("pgcShockGrids");
+  tabs->setDocumentMode(true);
+  tabs->setAccessibleName(tr("Event grids"));
+  tabs->addTab(FShocks, tr("&All events"));
+  tabs->addTab(FFilteredShocks, tr("Fil&tered events"));
+  auto* box = new QWidget(this);
+  auto* layout = new QVBoxLayout(box);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(4);
+  layout->addWidget(MakeCards());
+  layout->addWidget(tabs);
+  return box;
+}
+
+void TMainShockPanel::ShowCards(const TDataset& events, std::optional<std::size_t> row) {
+  for (std::size_t i = 0; i < kCardCount; ++i) {
+    const auto field = events.FindField(kCards[i].field);
+    const bool hasValue = field && row && *row < events.RecordCount();
+    FCardValues[i]->setText(hasValue ? QtText(CellText(events, *row, *field, kDefaultCellFormats) + kCards[i].unit)
+                                     : kNoValue);
+  }
+}

@@ -1,0 +1,40 @@
+// The shock view: the events chart, both event grids with the four cards of the selected event above them, and the
+// selected event's samples.
+#pragma once
+
+#include <QWidget>
+#include <array>
+#include <optional>
+
+class QLabel;
+class QTabWidget;
+class TDataset;
+class TEventsChart;
+class TGrid;
+class TSelectedEventChart;
+
+class TMainShockPanel : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit TMainShockPanel(QWidget* parent);
+
+  [[nodiscard]] TEventsChart* Chart20() const { return FChart20; }
+  [[nodiscard]] TSelectedEventChart* Chart2() const { return FChart2; }
+  [[nodiscard]] TGrid* Shocks() const { return FShocks; }
+  [[nodiscard]] TGrid* FilteredShocks() const { return FFilteredShocks; }
+  // Fills the cards from a row of the shock event table; nothing empties them.
+  void ShowCards(const TDataset& events, std::optional<std::size_t> row);
+
+ private:
+  static constexpr std::size_t kCardCount = 4;
+
+  [[nodiscard]] QWidget* MakeCards();
+  [[nodiscard]] QWidget* MakeEventList();
+
+  TEventsChart* FChart20;
+  TSelectedEventChart* FChart2;
+  TGrid* FShocks;
+  TGrid* FFilteredShocks;
+  std::array<QLabel*, kCardCount> FCardValues{};
+};

@@ -1,0 +1,129 @@
+#include "gui/welcome/uLoadingPanel.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPainter>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <algorithm>
+
+TLoadingPanel::TLoadingPanel(QWidget* parent)
+    : QFrame(parent),
+      FMessage(new QLabel(this)),
+      FDetail(new QLabel(this)),
+      FProgress(new QProgressBar(this)),
+      FCancel(new QPushButton(tr("Cancel"), this)) {
+  setObjectName("pnlLoading");
+  setAccessibleName(tr("Reading a recording"));
+  setAutoFillBackground(true);
+  FMessage->setObjectName("PnlLoadingMsg");
+  FMessage->setTextFormat(Qt::PlainText);
+  FMessage->setWordWrap(true);
+  FDetail->setObjectName("PnlLoadingDetail");
+  FDetail->setTextFormat(Qt::PlainText);
+  // The detail is cut to the panel, it never widens it.
+  FDetail->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+  FProgress->setObjectName("cxProgressBar1");
+  FProgress->setAccessibleName(tr("Progress"));
+  FCancel->setObjectName("btnLoadingCancel");
+  FCancel->setAutoDefault(true);  // Enter presses it
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(20, 16, 20, 16);
+  layout->setSpacing(8);
+  layout->addWidget(FMessage);
+  layout->addWidget(FDetail);
+  layout->addWidget(FProgress);
+  layout->addWidget(FCancel, 0, Qt::AlignRight);
+  connect(FCancel, &QPushButton::clicked, this, &TLoadingPanel::Cancelled);
+  parent->installEventFilter(this);
+  hide();
+}
+
+void TLoadingPanel::SetMessage(const QString& message) {
+  FMessage->setText(message);
+  if (isVisible()) Centre();
+}
+
+void TLoadingPanel::SetDetail(const QString& detail) {
+  if (FDetailText == detail) return;
+  FDetailText = detail;
+  FDetail->setToolTip(detail);
+  FDetail->setAccessibleName(detail);
+  ElideDetail();
+}
+
+void TLoadingPanel::SetSteps(int steps) {
+  FProgress->setMaximum(steps);
+}
+
+void TLoadingPanel::SetStep(int step) {
+  FProgress->setValue(step);
+}
+
+void TLoadingPanel::ElideDetail() {
+  FDetail->setText(FDetail->fontMetrics().elidedText(FDetailText, Qt::ElideMiddle, FDetail->width()));
+}
+
+void TLoadingPanel::Centre() {
+  const QSize room = parentWidget()->size();
+  const int width = std::max(200, std::min(room.width() - 32, 30 * fontMetrics().height()));
+  const int height = std::max(sizeHint().height(), heightForWidth(width));
+  setGeometry((room.width() - width) / 2, std::max(0, (room.height() - height) / 2), width, height);
+}
+
+bool TLoadingPanel::event(QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
+    event->accept();
+  }
+  return QFrame::event(event);
+}
+
+bool TLoadingPanel::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == parentWidget() && event->type() == QEvent::Resize && isVisible()) Centre();
+  return false;
+}
+
+// Cancel is all there is to reach while something is read.
+bool TLoadingPanel::focusNextPrevChild(bool next) {
+  return isVisible() || QFrame::focusNextPrevChild(next);
+}
+
+void TLoadingPanel::showEvent(QShowEvent* event) {
+  QFrame::showEvent(event);
+  if (event->spontaneous()) return;
+  Centre();
+  raise();
+  QWidget* before = QApplication::focusWidget();
+  FFocusBefore = before != nullptr && !isAncestorOf(before) ? before : nullptr;
+  FCancel->setFocus(Qt::OtherFocusReason);
+}
+
+void TLoadingPanel::hideEvent(QHideEvent* event) {
+  QFrame::hideEvent(event);
+  if (!event->spontaneous() && FFocusBefore && FCancel->hasFocus()) FFocusBefore->setFocus(Qt::OtherFocusReason);
+}
+
+void TLoadingPanel::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape) {
+    emit Cancelled();
+  } else {
+    QFrame::keyPressEvent(event);
+  }
+}
+
+// A frame that stands out from what lies behind on a dark ground too.
+void TLoadingPanel::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  QColor line = palette().color(QPalette::WindowText);
+  line.setAlphaF(0.5F);
+  painter.setPen(line);
+  painter.drawRect(rect().adjusted(0, 0, -1, -1));
+}
+
+void TLoadingPanel::resizeEvent(QResizeEvent* event) {
+  QFrame::resizeEvent(event);
+  layout()->activate();
+  ElideDetail();
+}

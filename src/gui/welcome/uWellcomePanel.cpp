@@ -1,0 +1,171 @@
+#include "gui/welcome/uWellcomePanel.h"
+
+#include <QAction>
+#include <QEvent>
+#include <QGridLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "gui/common/uIcons.h"
+#include "gui/welcome/uFlowLayout.h"
+#include "gui/welcome/uUserManualIcon.h"
+
+namespace {
+
+constexpr int kButtonIcon = 32;
+constexpr int kPadding = 10;
+
+QFont Scaled(QFont font, double factor) {
+  font.setPointSizeF(font.pointSizeF() * factor);
+  return font;
+}
+
+void Follow(QPushButton* button, const QAction* action) {
+  const QString caption = action->text().remove('&');
+  const QString keys = action->shortcut().toString(QKeySequence::NativeText);
+  QString plain = caption;
+  while (plain.endsWith(QChar(0x2026)) || plain.endsWith('.')) plain.chop(1);
+  button->setText(caption);
+  button->setAccessibleName(plain);
+  button->setToolTip(keys.isEmpty() ? plain : QString("%1 (%2)").arg(plain, keys));
+  button->setIcon(action->icon());
+  button->setEnabled(action->isEnabled());
+  button->setMinimumWidth(button->sizeHint().width() + 2 * kPadding);
+}
+
+}  // namespace
+
+TWellcomePanel::TWellcomePanel(QWidget* parent)
+    : QWidget(parent), FPage(new QWidget(this)), FColumn(new QVBoxLayout), FName(new QLabel("ShockScope", FPage)) {
+  setObjectName("WellcomePanel");
+  setAccessibleName(tr("Welcome"));
+  auto* buttons = new QWidget(FPage);
+  FButtons = new TFlowLayout(buttons);
+  FButtons->setContentsMargins(0, 0, 0, 0);
+  FButtons->setSpacing(12);
+  auto* drop = new QLabel(tr("Drop a recording anywhere in this window to open it."), FPage);
+  drop->setObjectName("lblWellcomeDrop");
+  drop->setWordWrap(true);
+
+  FColumn->setSpacing(10);
+  FColumn->addWidget(FName);
+  FColumn->addSpacing(6);
+  FColumn->addWidget(buttons);
+  FColumn->addWidget(drop);
+  FColumn->addStretch();
+  auto* centred = new QHBoxLayout(FPage);
+  centred->setContentsMargins(24, 28, 24, 20);
+  centred->addStretch(1);
+  centred->addLayout(FColumn, 8);
+  centred->addStretch(1);
+
+  FManual = new QWidget(FPage);
+  FManualIcons = new TFlowLayout(FManual);
+  FManualIcons->setContentsMargins(0, 0, 0, 0);
+  FManualIcons->setSpacing(6);
+  FManual->hide();
+  AddSection(tr("In every chart"), MakeGestures());
+  AddSection(tr("User manual"), FManual);
+
+  auto* scroll = new QScrollArea(this);
+  scroll->setWidget(FPage);
+  scroll->setWidgetResizable(true);
+  scroll->setFrameShape(QFrame::NoFrame);
+  scroll->setFocusPolicy(Qt::NoFocus);
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(scroll);
+  TakeLook();
+}
+
+QWidget* TWellcomePanel::MakeGestures() {
+  const struct {
+    const char* IconName;
+    QString Text;
+  } gestures[] = {
+      {"zoom-in-x", tr("Wheel: zoom in time")},
+      {"zoom-select-x", tr("Drag: zoom to a time span · middle drag: pan")},
+      {"zoom-original", tr("Double-click: back to the whole recording")},
+  };
+  auto* box = new QWidget(FPage);
+  auto* grid = new QGridLayout(box);
+  grid->setContentsMargins(0, 0, 0, 0);
+  grid->setHorizontalSpacing(10);
+  grid->setColumnStretch(1, 1);
+  for (const auto& gesture : gestures) {
+    auto* picture = new QLabel(box);
+    auto* text = new QLabel(gesture.Text, box);
+    text->setWordWrap(true);
+    const int row = grid->rowCount();
+    grid->addWidget(picture, row, 0, Qt::AlignTop);
+    grid->addWidget(text, row, 1);
+    FGestures.push_back({picture, gesture.IconName});
+  }
+  return box;
+}
+
+QPushButton* TWellcomePanel::AddButton(QAction* action, const QString& buttonName) {
+  auto* button = new QPushButton(FButtons->parentWidget());
+  button->setObjectName(buttonName);
+  button->setAutoDefault(true);  // Enter presses it
+  button->setIconSize({kButtonIcon, kButtonIcon});
+  button->setFont(Scaled(font(), 1.15));
+  button->setMinimumHeight(kButtonIcon + 2 * kPadding);
+  Follow(button, action);
+  button->setVisible(action->isVisible());
+  connect(action, &QAction::changed, button, [button, action] { Follow(button, action); });
+  connect(action, &QAction::visibleChanged, button, [button, action] { button->setVisible(action->isVisible()); });
+  connect(button, &QPushButton::clicked, action, &QAction::trigger);
+  FButtons->addWidget(button);
+  return button;
+}
+
+void TWellcomePanel::AddSection(const QString& heading, QWidget* content) {
+  auto* label = new QLabel(heading, FPage);
+  label->setContentsMargins(0, 14, 0, 0);
+  content->setAccessibleName(heading);
+  const bool manualLast = !FSections.empty() && FSections.back().Content == FManual;
+  const int at = FColumn->count() - (manualLast ? 3 : 1);
+  FColumn->insertWidget(at, label);
+  FColumn->insertWidget(at + 1, content);
+  label->setVisible(!content->isHidden());
+  content->installEventFilter(this);
+  FSections.insert(FSections.end() - (manualLast ? 1 : 0), {label, content});
+  TakeLook();
+}
+
+TUserManualIcon* TWellcomePanel::AddUserManualIcon(const QString& objectName, const QString& caption,
+                                                   const QString& filePath) {
+  auto* icon = new TUserManualIcon(objectName, caption, filePath, FManual);
+  connect(icon, &TUserManualIcon::OpenFailed, this, &TWellcomePanel::OpenFailed);
+  FManualIcons->addWidget(icon);
+  FManual->show();
+  return icon;
+}
+
+void TWellcomePanel::TakeLook() {
+  FName->setFont(Scaled(font(), 2.2));
+  QFont bold = font();
+  bold.setBold(true);
+  for (const TSection& section : FSections) section.Heading->setFont(bold);
+  const int edge = std::max(22, fontMetrics().height());
+  for (const TGesture& gesture : FGestures) {
+    gesture.Picture->setPixmap(Icon(gesture.IconName).pixmap(QSize(edge, edge), devicePixelRatio()));
+  }
+}
+
+void TWellcomePanel::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange) TakeLook();
+}
+
+bool TWellcomePanel::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() != QEvent::ShowToParent && event->type() != QEvent::HideToParent) return false;
+  for (const TSection& section : FSections) {
+    if (section.Content == watched) section.Heading->setVisible(!section.Content->isHidden());
+  }
+  return false;
+}

@@ -1,0 +1,55 @@
+// The page that is shown while no recording is: what to do first, and the documents of the user manual. Actions are
+// borrowed and shown as they are at any time.
+#pragma once
+
+#include <QWidget>
+#include <vector>
+
+class QAction;
+class QLabel;
+class QPushButton;
+class QVBoxLayout;
+class TFlowLayout;
+class TUserManualIcon;
+
+class TWellcomePanel : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit TWellcomePanel(QWidget* parent);
+
+  // The large buttons, from left to right.
+  QPushButton* AddButton(QAction* action, const QString& buttonName);
+  // A headed part between the buttons and the manual; takes the widget. Hiding the widget hides the heading too.
+  void AddSection(const QString& heading, QWidget* content);
+  // The manual's part of the page appears with its first icon.
+  TUserManualIcon* AddUserManualIcon(const QString& objectName, const QString& caption, const QString& filePath);
+
+ signals:
+  void OpenFailed(const QString& filePath);
+
+ protected:
+  void changeEvent(QEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  struct TGesture {
+    QLabel* Picture;
+    const char* IconName;
+  };
+  struct TSection {
+    QLabel* Heading;
+    QWidget* Content;
+  };
+  QWidget* MakeGestures();
+  void TakeLook();
+
+  QWidget* FPage;
+  QVBoxLayout* FColumn;
+  QLabel* FName;
+  TFlowLayout* FButtons;
+  QWidget* FManual;
+  TFlowLayout* FManualIcons;
+  std::vector<TGesture> FGestures;
+  std::vector<TSection> FSections;
+};

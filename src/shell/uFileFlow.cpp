@@ -1,0 +1,291 @@
+#include "shell/uFileFlow.h"
+
+#include <fmt/format.h>
+
+#include <cmath>
+#include <exception>
+#include <new>
+#include <utility>
+
+#include "base/uFiles.h"
+#include "base/uProgress.h"
+#include "base/uText.h"
+#include "model/uBlockTypes.h"
+#include "model/uExceptions1V0.h"
+#include "shell/uOrderingCommands.h"
+
+namespace {
+
+constexpr std::string_view kFilter = "Korvex ShockScope File|*.kshock|Korvex Data File|*.kshock;*.korvex";
+constexpr int kLoadingSteps = 9;
+constexpr std::string_view kCannotBeShown = "The file cannot be shown.";
+
+// What the model lacks after a read: start times and channel names of its own lists.
+void CompleteModel() {
+  SensorList.StartTime = EventList.StartTime;
+  MissionData.StartTime = EventList.StartTime;
+  MissionData.bValidStartTime = std::isfinite(EventList.StartTime) && EventList.StartTime > 0;
+  for (std::size_t axis = 0; axis < kAxisCount; ++axis) {
+    EventList.ChannelInfo[axis].name = kKnownChannels[axis].nameInFile;
+  }
+  for (std::size_t i = 0; i < SensorList.ChannelInfo.size(); ++i) {
+    SensorList.ChannelInfo[i].name = i < SensorList.Count() ? SensorList.GetItem(i).Name : std::string();
+  }
+}
+
+}  // namespace
+
+// Shows how far the tables are, and ends their filling when the user cancels or closes.
+class TFileFlow::TFillProgress final : public IProgress {
+ public:
+  explicit TFillProgress(TFileFlow& flow) : FFlow(flow) {}
+  void SetStatus(std::string_view text) override { FFlow.FScreen.SetText("PnlLoadingMsg", text); }
+  void SetPosition(double position) override { FFlow.FScreen.SetProgress(position); }
+  void ProcessMessages() override {
+    FFlow.FScreen.ProcessMessages();
+    if (FFlow.FCancelled || FFlow.FCloseWanted) throw EKorvex(kReadCancelled);
+  }
+
+ private:
+  TFileFlow& FFlow;
+};
+
+TFileFlow::TFileFlow(TProgram program, std::uint64_t port, std::uint64_t memoryBound, IMainScreen& screen)
+    : FProgram(std::move(program)), FPort(port), FMemoryBound(memoryBound), FScreen(screen) {}
+
+void TFileFlow::AskAndOpen() {
+  AskAndOpen(FProgram.dataFolder);
+}
+
+void TFileFlow::AskAndOpenDemo() {
+  AskAndOpen(DemoFolder(FProgram));
+}
+
+void TFileFlow::AskAndOpen(std::string folder) {
+  if (Busy()) return;
+  const int filterIndex = FScreen.ItemIndex("cmbSettingsDefFileFilter") + 1;
+  const auto file = FScreen.AskForRecording({std::move(folder), kFilter, filterIndex});
+  if (file) Open(*file);
+}
+
+void TFileFlow::Open(const std::string& fileName) {
+  if (Busy()) return;
+  FKept.reset();
+  LoadingPreamble();
+  OpenDataFile(fileName);
+}
+
+void TFileFlow::Reload() {
+  if (Busy() || FFileName.empty()) return;
+  const std::string fileName = FFileName;
+  std::optional<TKept> kept;
+  if (FileShown()) kept = TKept{FMission.SelectedEvent, FView};
+  LoadingPreamble();
+  FKept = kept;
+  OpenDataFile(fileName);
+}
+
+void TFileFlow::Cancel() {
+  if (!Busy()) return;
+  FCancelled = true;
+  if (FReader) FReader->Terminate();
+}
+
+void TFileFlow::LoadingPreamble() {
+  FState = TState::Reading;
+  FCancelled = false;
+  FScreen.SetEnabled("dxBarOpenNewFile", false);
+  FScreen.SetEnabled("barbtnlrgOpenDemoFile", false);
+  FScreen.SetEnabled("dxBarReload", false);
+  CloseDockPanels(FScreen);
+  HideFileControls(FScreen);
+  FScreen.SetVisible("dxLayoutItemReportIsFiltered", false);
+  FScreen.SetVisible("dxLayoutItemReportIsFilteredCover", false);
+  FScreen.BringToFront("WellcomePanel");
+  FScreen.SetText("PnlLoadingMsg", "Reading file data...");
+  FScreen.SetText("PnlLoadingDetail", "");
+  FScreen.SetProgressMaximum(kLoadingSteps);
+  FScreen.SetProgress(0);
+  FScreen.SetTaskbarProgress(true);
+  FScreen.SetVisible("pnlLoading", true);
+  FScreen.BringToFront("pnlLoading");
+  FScreen.ProcessMessages();
+}
+
+void TFileFlow::OpenDataFile(const std::string& fileName) {
+  FFileName = fileName;
+  FBlocks = 0;
+  FScreen.SetVisible("pnlDamaged", false);
+  FScreen.EmptyGridsAndCharts();
+  FMission.SelectedEvent.reset();
+  FMission.Tables = {};
+  FMission.CLDS.Clear();
+  ClearMission();
+  FScreen.SetCaption(fmt::format("{}v{} [{}]", kApplicationTitle, FProgram.version, fileName));
+  if (FCloseWanted) {
+    BackToWelcome();
+    FScreen.CloseWindow();
+    return;
+  }
+  try {
+    FReader = std::make_unique<TReadFileThread>(FPort, PathFromUtf8(fileName), FMemoryBound);
+  } catch (const std::exception& error) {  // no thread, no memory
+    Fail("The file cannot be read.", error.what());
+    return;
+  }
+  if (FCancelled) FReader->Terminate();
+}
+
+void TFileFlow::HandleMessage(const TMessage& message) {
+  if (message.Msg != kReadFileMessage || !FReader) return;
+  switch (message.wParam) {
+    case kReadProgress:
+      FBlocks = message.lParam;
+      FScreen.SetText("PnlLoadingDetail", fmt::format("{} · {} blocks read", FFileName, FBlocks));
+      break;
+    case kReadFinished:
+      ReadFinished();
+      break;
+    case kReadFailed:
+      ReadFailed(message.lParam);
+      break;
+    default:
+      break;
+  }
+}
+
+void TFileFlow::ReadFinished() {
+  FReader->WaitFor();
+  const TReadExtent extent = FReader->Extent();
+  FReader.reset();
+  if (!MissionData.bValid || !EventList.ValidCreator) {
+    Fail("This file cannot be displayed.", WhyNotDisplayable(extent));
+    return;
+  }
+  FState = TState::Filling;
+  try {
+    CompleteLoading();
+  } catch (const EKorvex& error) {
+    if (error.iException == kReadCancelled) {
+      BackToWelcome();
+      if (FCloseWanted) FScreen.CloseWindow();
+    } else {
+      Fail(kCannotBeShown, error.what());
+    }
+    return;
+  } catch (const std::bad_alloc&) {
+    Fail(kCannotBeShown, "There is not enough memory for this recording.");
+    return;
+  } catch (const std::exception& error) {
+    Fail(kCannotBeShown, error.what());
+    return;
+  }
+  if (extent.damaged) {
+    FScreen.SetText(
+        "lblDamaged",
+        fmt::format("This recording is damaged or cut short: {} data blocks, {} bytes of content were read. "
+                    "Everything whole in them is shown.",
+                    FBlocks, extent.inflatedBytes));
+    FScreen.SetVisible("pnlDamaged", true);
+  }
+  if (FCloseWanted) FScreen.CloseWindow();
+}
+
+void TFileFlow::ReadFailed(std::int64_t code) {
+  FReader->WaitFor();
+  FReader.reset();
+  const std::string reason = ReadErrorText;
+  if (code == kReadCancelled) {
+    BackToWelcome();
+  } else {
+    Fail(code == kCannotOpenDataFile ? "The file cannot be opened." : "The file cannot be read.", reason);
+  }
+}
+
+void TFileFlow::Step(int position, std::string_view text) {
+  TFillProgress progress(*this);
+  progress.SetStatus(text);
+  progress.SetPosition(position);
+  progress.ProcessMessages();
+}
+
+void TFileFlow::CompleteLoading() {
+  CompleteModel();
+  Step(1, "Loading the data...");
+  TFillProgress progress(*this);
+  TDatasetOptions options;
+  options.orderBy = FScreen.ItemIndex("cmbOrderMostImporantBy");
+  LoadKorvexFileData(FMission.Data, FMission.Events, FMission.Sensors, options, progress, FMission.Tables);
+  FillCompanion(FMission);
+  Step(6, "Populating the chart series...");
+  FScreen.PopulateChartSeries(FMission);
+  Step(7, "Updating UI...");
+  FScreen.UpdateKorvexUI(FMission);
+  Step(8, "Preparing Report...");
+  FScreen.PrepareReport(FMission);
+  Step(9, "Finishing up...");
+  FileLoadComplete();
+}
+
+void TFileFlow::FileLoadComplete() {
+  FState = TState::Shown;
+  FScreen.SetVisible("pnlLoading", false);
+  FScreen.SetTaskbarProgress(false);
+  EnableOpening();
+  ShowViewButtons(FScreen);
+  const TKept kept = FKept.value_or(TKept{FMission.Tables.MostIntenseEvent, TView::Overview});
+  SelectEvent(FMission, kept.selectedEvent, FScreen);
+  SwitchView(kept.view);
+}
+
+void TFileFlow::EnableOpening() {
+  for (const std::string_view button : {"dxBarOpenNewFile", "barbtnlrgOpenDemoFile", "dxBarReload"}) {
+    FScreen.SetEnabled(button, true);
+  }
+}
+
+// Nothing of a file that is not shown stays, so a failed open costs no memory.
+void TFileFlow::BackToWelcome() {
+  FState = TState::Welcome;
+  FScreen.EmptyGridsAndCharts();
+  FMission.Tables = {};
+  FMission.CLDS.Clear();
+  ClearMission();
+  FScreen.SetVisible("pnlLoading", false);
+  FScreen.SetTaskbarProgress(false);
+  EnableOpening();
+  FScreen.SetCaption(StartCaption(FProgram));
+  EnterWelcomeState(FScreen);
+}
+
+void TFileFlow::Fail(std::string_view text, std::string_view reason) {
+  const std::string details = fmt::format("{}\n{}", FFileName, reason);
+  BackToWelcome();
+  FScreen.ShowMessage(text, details);
+}
+
+void TFileFlow::SwitchView(TView view) {
+  if (!FileShown()) return;
+  FView = view;
+  switch (view) {
+    case TView::Overview:
+      SetViewOverview(FScreen);
+      break;
+    case TView::Shock:
+      SetViewShock(FScreen, FMission.SelectedEvent);
+      break;
+    case TView::Report:
+      SetViewReport(FScreen);
+      break;
+  }
+}
+
+bool TFileFlow::MayClose() {
+  if (Busy() && !FReader) {
+    FCloseWanted = true;
+    return false;
+  }
+  // The reader is asked to end and waited for.
+  FReader.reset();
+  return true;
+}

@@ -1,0 +1,88 @@
+// How a recording comes into the window: choosing, reading on a thread, completing, failing, cancelling, closing.
+//
+//   Welcome → Reading → Filling → Shown      Reading, Filling → Welcome on failure, Cancel and unfit files
+//
+// Filling lets the window handle its messages, so whatever the user does then may call back: while the flow is busy
+// every open is refused, and a close is remembered and done after. Main thread only.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "base/uMessages.h"
+#include "model/uReadFileThread.h"
+#include "shell/uMainScreen.h"
+#include "shell/uStartUp.h"
+#include "shell/uViewSwitch.h"
+
+class TFileFlow {
+ public:
+  enum class TState { Welcome, Reading, Filling, Shown };
+
+  // `port` is the handle on which the reader's messages come back to HandleMessage; the read fails before the mission
+  // outgrows `memoryBound` bytes.
+  TFileFlow(TProgram program, std::uint64_t port, std::uint64_t memoryBound, IMainScreen& screen);
+
+  [[nodiscard]] TState State() const { return FState; }
+  // A file is being read or the views are being filled: commands are refused.
+  [[nodiscard]] bool Busy() const { return FState == TState::Reading || FState == TState::Filling; }
+  [[nodiscard]] bool FileShown() const { return FState == TState::Shown; }
+  [[nodiscard]] TShownMission& Mission() { return FMission; }
+  // The file that is shown, or was the last to be opened.
+  [[nodiscard]] const std::string& FileName() const { return FFileName; }
+
+  // The open command and the demo button: ask for a file; a cancelled dialog leaves everything as it is.
+  void AskAndOpen();
+  void AskAndOpenDemo();
+  // Every other way: an argument, a path, a list entry, a drop.
+  void Open(const std::string& fileName);
+  // Reads the same file again and keeps selection and view.
+  void Reload();
+  // Ends the read, or the filling; the messages tell when it has ended.
+  void Cancel();
+
+  // What the reader posts.
+  void HandleMessage(const TMessage& message);
+
+  void SwitchView(TView view);
+  [[nodiscard]] TView View() const { return FView; }
+
+  // The window wants to close. A read is ended first; while the views are filled the close is remembered and false is
+  // returned, and CloseWindow comes later.
+  [[nodiscard]] bool MayClose();
+
+ private:
+  class TFillProgress;
+  struct TKept {  // by a reload
+    std::optional<std::size_t> selectedEvent;
+    TView view;
+  };
+
+  void AskAndOpen(std::string folder);
+  void LoadingPreamble();
+  void OpenDataFile(const std::string& fileName);
+  void ReadFinished();
+  void ReadFailed(std::int64_t code);
+  void Step(int position, std::string_view text);
+  void CompleteLoading();
+  void FileLoadComplete();
+  void EnableOpening();
+  void BackToWelcome();
+  void Fail(std::string_view text, std::string_view reason);
+
+  TProgram FProgram;
+  std::uint64_t FPort;
+  std::uint64_t FMemoryBound;
+  IMainScreen& FScreen;
+  TState FState = TState::Welcome;
+  TView FView = TView::Overview;
+  TShownMission FMission;
+  std::string FFileName;
+  std::optional<TKept> FKept;
+  std::int64_t FBlocks = 0;
+  bool FCancelled = false;
+  bool FCloseWanted = false;
+  std::unique_ptr<TReadFileThread> FReader;  // while a file is read
+};

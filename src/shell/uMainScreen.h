@@ -1,0 +1,78 @@
+// The window as the sequences of the shell see it: controls with fixed names and a few things that only a window can
+// do. The window implements it, a test logs its calls. Main thread only. Text is UTF-8.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "shell/uShownMission.h"
+
+// What an open dialog starts with.
+struct TOpenDialog {
+  std::string folder;       // empty: the system's choice
+  std::string_view filter;  // "name|patterns|name|patterns", patterns separated by ";"
+  int filterIndex = 1;      // counted from 1
+};
+
+class IMainScreen {
+ public:
+  virtual ~IMainScreen() = default;
+
+  virtual void SetApplicationTitle(std::string_view title) = 0;
+  virtual void SetCaption(std::string_view caption) = 0;
+
+  // Controls by their names. A name that the window does not have is a mistake in the program: std::logic_error.
+  // A dock panel that is hidden is closed. What is hidden or disabled does not answer to its shortcut either.
+  virtual void SetVisible(std::string_view control, bool visible) = 0;
+  virtual void SetEnabled(std::string_view control, bool enabled) = 0;
+  virtual void SetText(std::string_view control, std::string_view text) = 0;
+  virtual void SetChecked(std::string_view action) = 0;
+  virtual void BringToFront(std::string_view panel) = 0;
+  virtual void ScrollToTop(std::string_view box) = 0;
+  virtual void Repaint(std::string_view control) = 0;
+  // The chosen entry of a list, from 0.
+  [[nodiscard]] virtual int ItemIndex(std::string_view combo) const = 0;
+
+  // Between the two the ribbon changes without being drawn.
+  virtual void BeginRibbonUpdate() = 0;
+  virtual void EndRibbonUpdate() = 0;
+  virtual void SelectRibbonTab(std::string_view tab) = 0;
+
+  // Steps of the start.
+  virtual void AddUserManualIcon(std::string_view name, std::string_view caption, std::string_view file) = 0;
+  virtual void SetOpenDialogFolder(std::string_view folder) = 0;
+  virtual void PrepareSensorsAxes() = 0;
+  virtual void SetSkinColour(std::string_view element, std::uint32_t rgb) = 0;
+  virtual void RefreshLookAndFeel() = 0;
+  virtual void SetUpSensorsAxes() = 0;
+
+  // The loading indicator.
+  virtual void SetProgressMaximum(int maximum) = 0;
+  virtual void SetProgress(double position) = 0;
+  virtual void SetTaskbarProgress(bool on) = 0;
+  // Lets the window handle what is waiting; what the user does meanwhile may call back into the shell.
+  virtual void ProcessMessages() = 0;
+
+  // Asks for a recording; nothing when the user cancels.
+  [[nodiscard]] virtual std::optional<std::string> AskForRecording(const TOpenDialog& dialog) = 0;
+  // One message box: `text` is what happened, `details` the file and what to do about it.
+  virtual void ShowMessage(std::string_view text, std::string_view details) = 0;
+  virtual void CloseWindow() = 0;
+
+  // The mission. EmptyGridsAndCharts comes before the model goes; nothing of the screen refers to it afterwards.
+  virtual void EmptyGridsAndCharts() = 0;
+  virtual void PopulateChartSeries(const TShownMission& mission) = 0;
+  virtual void UpdateKorvexUI(TShownMission& mission) = 0;
+  virtual void PrepareReport(const TShownMission& mission) = 0;
+  virtual void FreePointAbsorptionLists() = 0;
+  // Grids and sort marks after a table's index or rows changed.
+  virtual void RefreshGrid(std::string_view grid) = 0;
+  virtual void RebuildFilteredEvents() = 0;
+  // Shows an event as the selected one in charts and cards; nothing empties them.
+  virtual void ShowSelectedEvent(std::optional<std::size_t> event) = 0;
+  // Puts the current row of both event grids on the event with this "ID".
+  virtual void PositionEventGrids(std::optional<std::size_t> event) = 0;
+};

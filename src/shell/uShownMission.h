@@ -1,0 +1,23 @@
+// What the shell keeps of the mission that is shown: its tables and what is selected. Main thread only.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+
+#include "analysis/uMissionDatasets.h"
+#include "model/uEvents.h"
+#include "model/uGlobalSharedVariables.h"
+#include "model/uOtherSensors.h"
+
+struct TShownMission {
+  // The model. It belongs to the reader while a file is read.
+  const TMissionData& Data = MissionData;
+  const TEventList& Events = EventList;
+  const TSensorList& Sensors = SensorList;
+
+  // The shock event table is ClientDataSet4, its companion CLDS holds the events that the filter lets through. Both
+  // carry the same index.
+  TMissionDatasets Tables;
+  TDataset CLDS;
+  std::optional<std::size_t> SelectedEvent;  // index in Events
+};

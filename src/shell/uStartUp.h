@@ -1,0 +1,29 @@
+// The first and the last steps of the main window, in their order.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "shell/uMainScreen.h"
+
+// What the program knows of itself and of how it was started.
+struct TProgram {
+  std::filesystem::path folder;  // of the running executable; "doc_shock" and "data" stand below it
+  std::string version;           // four dotted numbers
+  std::string dataFolder;        // where the open dialog starts; empty: the system's choice
+  std::string firstArgument;     // the recording to open, or empty
+};
+
+inline constexpr std::string_view kApplicationTitle = "Korvex165 ShockScope ";
+
+// The window's caption while no file is shown.
+std::string StartCaption(const TProgram& program);
+// The folder of the demo recording, with its trailing delimiter.
+std::string DemoFolder(const TProgram& program);
+
+// The window is constructed: title, manual, cards, open dialog, welcome state, axes.
+void FormCreate(const TProgram& program, IMainScreen& screen);
+// The window is shown for the first time. The recording of the first argument is the caller's to open, afterwards.
+void FormShow(const TProgram& program, IMainScreen& screen);
+// The window closes; no file is being read any more.
+void FormClose(IMainScreen& screen);

@@ -1,0 +1,106 @@
+#include "shell/uViewSwitch.h"
+
+#include <initializer_list>
+#include <span>
+
+namespace {
+
+using TNames = std::span<const std::string_view>;
+
+constexpr std::string_view kDockPanels[] = {"dxDockPanelNavigator", "dxDockPanelMissionDetails",
+                                            "dxDockPanelSensorGridTemp", "dxDockPanelSensorGridBattery"};
+constexpr std::string_view kSensorDockPanels[] = {"dxDockPanelSensorGridTemp", "dxDockPanelSensorGridBattery"};
+constexpr std::string_view kFileGroups[] = {"btngrpNavigator", "btngrpView",   "btngrpLayout", "btngrpFiltering",
+                                            "btngrpShock",     "btngrpFilter", "btngrpAlarm"};
+constexpr std::string_view kViewButtons[] = {"dxBarOverview", "dxBarLargeShockView", "dxBarReport"};
+// What a view has in the ribbon for itself.
+constexpr std::string_view kOverviewItems[] = {"dxBarOverviewPrint", "dxBarOverviewExport"};
+constexpr std::string_view kShockItems[] = {"dxBarShockPrint", "dxBarShockExport"};
+constexpr std::string_view kReportItems[] = {"dxBarReportPrintOnly", "dxBarReportExportOnly"};
+constexpr std::string_view kSensorButtons[] = {"dxBarShowSensorGrid", "dxBarShowBatteryGrid"};
+constexpr std::string_view kOverviewGroups[] = {"btngrpNavigator", "btngrpLayout", "btngrpAlarm", "btngrpFiltering"};
+constexpr std::string_view kShockViewGroups[] = {"btngrpNavigator", "btngrpLayout", "btngrpShock",
+                                                 "btngrpFilter",    "btngrpAlarm",  "btngrpFiltering"};
+constexpr std::string_view kGroupsWithoutReport[] = {"btngrpNavigator", "btngrpLayout", "btngrpFiltering"};
+constexpr std::string_view kShockDockPanels[] = {"dxDockPanelNavigator", "dxDockPanelMissionDetails"};
+constexpr std::string_view kShockGroups[] = {"btngrpShock", "btngrpFilter"};
+
+void SetVisible(IMainScreen& screen, bool visible, std::initializer_list<TNames> lists) {
+  for (const TNames names : lists) {
+    for (const std::string_view control : names) screen.SetVisible(control, visible);
+  }
+}
+
+void Show(IMainScreen& screen, std::initializer_list<TNames> lists) {
+  SetVisible(screen, true, lists);
+}
+
+void Hide(IMainScreen& screen, std::initializer_list<TNames> lists) {
+  SetVisible(screen, false, lists);
+}
+
+}  // namespace
+
+void CloseDockPanels(IMainScreen& screen) {
+  Hide(screen, {kDockPanels});
+}
+
+void HideFileControls(IMainScreen& screen) {
+  Hide(screen, {kFileGroups, kViewButtons, kOverviewItems, kShockItems, kReportItems, kSensorButtons});
+}
+
+void EnterWelcomeState(IMainScreen& screen) {
+  screen.BringToFront("WellcomePanel");
+  CloseDockPanels(screen);
+  HideFileControls(screen);
+}
+
+void ShowViewButtons(IMainScreen& screen) {
+  screen.SetVisible("btngrpView", true);
+  Show(screen, {kViewButtons});
+}
+
+void SetViewOverview(IMainScreen& screen) {
+  screen.BeginRibbonUpdate();
+  Hide(screen, {kShockItems, kShockGroups, kReportItems});
+  Show(screen, {kOverviewItems});
+  Show(screen, {kOverviewGroups});
+  screen.BringToFront("MainOverviewPanel");
+  screen.SetChecked("actSetViewOverview");
+  Show(screen, {kSensorButtons});
+  Show(screen, {kDockPanels});
+  screen.EndRibbonUpdate();
+  screen.Repaint("ChartAllSensors");
+}
+
+void SetViewReport(IMainScreen& screen) {
+  screen.BeginRibbonUpdate();
+  Hide(screen, {kOverviewItems, kShockItems, kShockGroups, kSensorButtons});
+  Show(screen, {kReportItems});
+  CloseDockPanels(screen);
+  Hide(screen, {kGroupsWithoutReport});
+  screen.BringToFront("ReportPanel");
+  screen.SetChecked("actSetViewReport");
+  screen.BringToFront("dxLayoutReport");
+  screen.ScrollToTop("scrlReport");
+  screen.EndRibbonUpdate();
+  screen.SetVisible("pnlEventCards", true);
+}
+
+void SetViewShock(IMainScreen& screen, std::optional<std::size_t> selectedEvent) {
+  screen.BeginRibbonUpdate();
+  Hide(screen, {kOverviewItems, kReportItems});
+  Show(screen, {kShockItems});
+  screen.BringToFront("MainShockPanel");
+  screen.SetChecked("actSetViewShock");
+  screen.SelectRibbonTab("tabShock");
+  Show(screen, {kShockViewGroups});
+  Show(screen, {kSensorButtons});
+  Show(screen, {kShockDockPanels});
+  Hide(screen, {kSensorDockPanels});
+  screen.Repaint("ChartNavigator");
+  screen.RebuildFilteredEvents();
+  screen.PositionEventGrids(selectedEvent);
+  screen.EndRibbonUpdate();
+  screen.Repaint("Chart20");
+}

@@ -1,0 +1,21 @@
+// Which controls of the window belong to which of its states and views, and the order in which they change.
+#pragma once
+
+#include <optional>
+
+#include "shell/uMainScreen.h"
+
+enum class TView { Overview, Shock, Report };
+
+// The welcome panel in front, everything that needs a file away.
+void EnterWelcomeState(IMainScreen& screen);
+// Closes the four dock panels.
+void CloseDockPanels(IMainScreen& screen);
+// Hides what only a shown file needs: ribbon groups and view buttons.
+void HideFileControls(IMainScreen& screen);
+// Brings back the buttons that lead to the views.
+void ShowViewButtons(IMainScreen& screen);
+
+void SetViewOverview(IMainScreen& screen);
+void SetViewReport(IMainScreen& screen);
+void SetViewShock(IMainScreen& screen, std::optional<std::size_t> selectedEvent);

@@ -1,0 +1,129 @@
+#include "analysis/uPointAbsorption.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "analysis/uThresholdIntervals.h"
+
+namespace {
+
+using testing::ElementsAre;
+
+constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
+constexpr float kInfinity = std::numeric_limits<float>::infinity();
+
+// Samples a key apart, from 0 on.
+struct TSeries {
+  explicit TSeries(std::vector<float> readings) : values(std::move(readings)) {
+    for (std::size_t i = 0; i < values.size(); ++i) keys.push_back(static_cast<double>(i));
+  }
+  std::vector<double> keys;
+  std::vector<float> values;
+};
+
+// "3 5 | 1": the values in order, a break as a bar.
+std::string Drawn(const std::vector<TEnvelopePoint>& points) {
+  std::string text;
+  for (const TEnvelopePoint& point : points) {
+    if (!text.empty()) text += ' ';
+    text += std::isnan(point.value) ? "|" : std::to_string(static_cast<int>(point.value));
+  }
+  return text;
+}
+
+std::string Drawn(const TSeries& series, double from, double to, std::size_t columns) {
+  return Drawn(Envelope(series.keys, series.values, from, to, columns));
+}
+
+TEST(Envelope, AColumnKeepsFirstLeastLargestAndLastInTheirOrder) {
+  EXPECT_EQ(Drawn(TSeries({4, 5, 1, 2, 9, 3, 7, 7, 7, 7}), 0, 9, 1), "4 1 9 7");
+  EXPECT_EQ(Drawn(TSeries({4, 9, 5, 1, 2, 6, 6, 6, 6, 6}), 0, 10, 2), "4 9 1 2 6 6");
+}
+
+TEST(Envelope, FewSamplesAreDrawnAsTheyAre) {
+  EXPECT_EQ(Drawn(TSeries({4, 5, 1, 2}), 0, 3, 900), "4 5 1 2");
+  EXPECT_EQ(Drawn(TSeries({4}), -1, 1, 900), "4");
+  EXPECT_EQ(Drawn(TSeries({}), 0, 1, 900), "");
+}
+
+TEST(Envelope, OneNeighbourOutsideOnEachSideCarriesTheLineToTheEdge) {
+  const TSeries series({1, 2, 3, 4, 5, 6});
+  EXPECT_EQ(Drawn(series, 1.5, 3.5, 900), "2 3 4 5");
+  EXPECT_EQ(Drawn(series, 2.1, 2.9, 900), "3 4") << "a view between two samples shows the line between them";
+  EXPECT_EQ(Drawn(series, 7, 8, 900), "6");
+  EXPECT_EQ(Drawn(series, -2, -1, 900), "1");
+}
+
+TEST(Envelope, ReadingsThatAreNoNumbersBreakTheLine) {
+  EXPECT_EQ(Drawn(TSeries({1, kNaN, 2, kInfinity, -kInfinity, 3}), 0, 5, 900), "1 | 2 | 3");
+  EXPECT_EQ(Drawn(TSeries({1, 2, kNaN, 3, 4, 5}), 0, 5, 2), "1 2 | 3 5") << "at the end of a column";
+  EXPECT_EQ(Drawn(TSeries({1, 2, 3, kNaN, 4, 5}), 0, 5, 2), "1 3 | 4 5") << "at the beginning of a column";
+  EXPECT_EQ(Drawn(TSeries({kNaN, kNaN, 3, kNaN, kNaN}), 0, 4, 900), "3");
+  EXPECT_EQ(Drawn(TSeries({kNaN, 2, 3, kNaN}), 0.5, 2.5, 900), "2 3") << "no line runs to a neighbour without a value";
+}
+
+TEST(Envelope, SamplesAtOneTimeAndViewsWithoutWidthEnd) {
+  const std::vector<double> keys(5, 46000.25);
+  const std::vector<float> values = {1, 7, 3, -2, 4};
+  EXPECT_EQ(Drawn(Envelope(keys, values, 46000, 46001, 100)), "1 7 -2 4");
+  EXPECT_EQ(Drawn(Envelope(keys, values, 46000.25, 46000.25, 100)), "1 7 -2 4");
+  EXPECT_EQ(Drawn(Envelope(keys, values, 46001, 46000, 100)), "");
+  EXPECT_EQ(Drawn(Envelope(keys, values, 46000, 46001, 0)), "");
+  EXPECT_EQ(Drawn(Envelope(keys, values, kNaN, kNaN, 100)), "");
+}
+
+TEST(Envelope, NoPeakIsLostAndNoColumnHoldsMoreThanFour) {
+  std::mt19937 random(7);
+  std::normal_distribution<float> reading;
+  TSeries series({});
+  double key = 46000;
+  for (int i = 0; i < 20000; ++i) {
+    key += static_cast<double>(random() % 4) * 1e-6;  // now and then at one time
+    series.keys.push_back(key);
+    series.values.push_back(reading(random) * (i % 501 == 0 ? 50.0F : 1.0F));
+  }
+  for (const double part : {1.0, 0.37, 0.01}) {
+    const double to = 46000 + (key - 46000) * part;
+    const auto points = Envelope(series.keys, series.values, 46000, to, 300);
+    EXPECT_LE(points.size(), 300 * 4 + 2);
+    float largest = 0;
+    for (std::size_t i = 0; i < series.keys.size() && series.keys[i] <= to; ++i) {
+      largest = std::max(largest, series.values[i]);
+    }
+    EXPECT_TRUE(std::ranges::is_sorted(points, {}, &TEnvelopePoint::key));
+    EXPECT_TRUE(std::ranges::any_of(points, [largest](const auto& point) { return point.value == largest; }));
+  }
+}
+
+TEST(ColumnPeaks, NamesTheFirstOfTheLargestInEachColumnOfTheView) {
+  const TSeries series({1, 5, 5, 2, kNaN, kInfinity, 9, -3});
+  EXPECT_THAT(ColumnPeaks(series.keys, series.values, 0, 8, 4), ElementsAre(1, 2, 6));
+  EXPECT_THAT(ColumnPeaks(series.keys, series.values, 2.5, 7, 1), ElementsAre(6)) << "what stands outside does not count";
+  EXPECT_THAT(ColumnPeaks(series.keys, series.values, 6.5, 8, 9), ElementsAre(7));
+}
+
+TEST(ThresholdIntervals, AreThoseThatTimeOverThresholdSums) {
+  std::mt19937 random(3);
+  for (int round = 0; round < 200; ++round) {
+    TEventList events;
+    events.NewEvent();
+    double time = 50;
+    const auto samples = random() % 30;
+    for (unsigned i = 0; i < samples; ++i) events.AddValues(time += 0.5, static_cast<float>(random() % 8), 0, 0);
+    if (events.Count() == 0) continue;
+    const TThresholds levels{4, static_cast<double>(random() % 7), 4};  // now and then off above on
+    double longest = 0;
+    const double expected = CalcTimeOverThreshold(events, 0, levels, longest);
+    const auto values = events.GetItem(0).Values();
+    double total = 0;
+    for (const auto& [begin, end] : ThresholdIntervals(values, levels)) {
+      EXPECT_LT(begin, end);
+      total += values[end].time - values[begin].time;
+    }
+    EXPECT_EQ(total, expected);
+  }
+}
+
+}  // namespace

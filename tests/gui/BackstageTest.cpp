@@ -1,0 +1,275 @@
+// The backstage, the welcome page and the loading panel as a person uses them.
+#include "gui/ribbon/uBackstage.h"
+
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QDesktopServices>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTreeView>
+
+#include "gui/ribbon/uRecordingFolder.h"
+#include "gui/welcome/uLoadingPanel.h"
+#include "gui/welcome/uUserManualIcon.h"
+#include "gui/welcome/uWellcomePanel.h"
+
+namespace {
+
+void Write(const QString& path) {
+  QFile file(path);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write("x");
+}
+
+class Backstage : public testing::Test {
+ protected:
+  void SetUp() override {
+    FBefore = new QLineEdit(&FWindow);
+    FWindow.setCentralWidget(FBefore);
+    for (QAction* action : {&FExit, &FOpen, &FUnderneath}) FWindow.addAction(action);
+    FUnderneath.setShortcut(QKeySequence("N"));
+    FBackstage = new TBackstage(&FWindow);
+    FBackstage->AddAction(&FExit, "backstageExit");
+    FBackstage->AddAction(&FOpen, "backstageOpen");
+    FWindow.resize(640, 480);
+    FWindow.show();
+    FWindow.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&FWindow));
+    FBefore->setFocus();
+    FBackstage->show();
+  }
+
+  template <typename T = QWidget>
+  T* Find(const QString& name) {
+    T* found = FWindow.findChild<T*>(name);
+    EXPECT_NE(found, nullptr) << name.toStdString();
+    return found;
+  }
+
+  QString Focused() { return FWindow.focusWidget() != nullptr ? FWindow.focusWidget()->objectName() : QString(); }
+  void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+    QTest::keyClick(FWindow.focusWidget(), key, modifiers);
+  }
+
+  QStringList Listed(const QString& list) {
+    const auto* model = Find<QTreeView>(list)->model();
+    QStringList names;
+    for (int row = 0; row < model->rowCount(); ++row) names << model->index(row, 0).data().toString();
+    return names;
+  }
+
+  QTemporaryDir FFolder;
+  QMainWindow FWindow;
+  QAction FOpen{"&Open…"};
+  QAction FExit{"Exit program"};
+  QAction FUnderneath{"Next event"};
+  QLineEdit* FBefore = nullptr;
+  TBackstage* FBackstage = nullptr;
+};
+
+TEST_F(Backstage, IsWalkedByArrowKeysAndEscGivesTheFocusBack) {
+  EXPECT_EQ(Focused(), "backstageOpen") << "whatever was added first";
+  for (const QString name : {"backstageBrowsePath", "backstageCurrentFolder", "backstageAbout", "backstageExit",
+                             "backstageBack", "backstageOpen"}) {
+    Press(Qt::Key_Down);
+    EXPECT_EQ(Focused().toStdString(), name.toStdString());
+  }
+  Press(Qt::Key_Up);
+  EXPECT_EQ(Focused(), "backstageBack");
+  for (int i = 0; i < 30; ++i) {
+    Press(Qt::Key_Tab);
+    EXPECT_TRUE(FBackstage->isAncestorOf(FWindow.focusWidget())) << "Tab must not leave what is in front";
+  }
+  Press(Qt::Key_Escape);
+  EXPECT_FALSE(FBackstage->isVisible());
+  EXPECT_EQ(FWindow.focusWidget(), FBefore);
+}
+
+TEST_F(Backstage, CoversTheWindowAtAnySize) {
+  EXPECT_EQ(FBackstage->geometry(), FWindow.rect());
+  FWindow.resize(900, 700);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(FBackstage->geometry(), FWindow.rect());
+}
+
+TEST_F(Backstage, HidesBeforeTheChosenActionRuns) {
+  bool hidden = false;
+  QObject::connect(&FOpen, &QAction::triggered, [&] { hidden = !FBackstage->isVisible(); });
+  Press(Qt::Key_Return);
+  EXPECT_TRUE(hidden);
+}
+
+TEST_F(Backstage, KeepsSingleKeyShortcutsFromWhatLiesUnderneath) {
+  QSignalSpy next(&FUnderneath, &QAction::triggered);
+  Press(Qt::Key_N);
+  EXPECT_EQ(next.count(), 0);
+  FBackstage->hide();
+  QTest::keyClick(&FWindow, Qt::Key_N);
+  EXPECT_EQ(next.count(), 1);
+}
+
+TEST_F(Backstage, BrowsePathOpensAFileListsAFolderAndNamesWhatIsMissing) {
+  Write(FFolder.filePath("a 1.kshock"));
+  Write(FFolder.filePath("notes.txt"));
+  QSignalSpy chosen(FBackstage, &TBackstage::FileChosen);
+  Find<QPushButton>("backstageBrowsePath")->click();
+  EXPECT_EQ(Focused(), "edtBrowsePath");
+  auto* path = Find<QLineEdit>("edtBrowsePath");
+  auto* message = Find<QLabel>("lblBrowsePathMessage");
+
+  path->setText(FFolder.filePath("gone.kshock"));
+  QTest::keyClick(path, Qt::Key_Return);
+  EXPECT_TRUE(message->isVisible());
+  EXPECT_TRUE(message->text().contains("gone.kshock"));
+
+  path->setText(FFolder.path());
+  Find<QPushButton>("btnBrowsePathOpen")->click();
+  EXPECT_FALSE(message->isVisible());
+  EXPECT_EQ(Listed("lstBrowsePath"), QStringList{"a 1.kshock"});
+  EXPECT_EQ(chosen.count(), 0);
+  EXPECT_EQ(Focused(), "lstBrowsePath");
+  Press(Qt::Key_Return);
+  ASSERT_EQ(chosen.count(), 1);
+  EXPECT_EQ(chosen[0][0].toString(), FFolder.filePath("a 1.kshock"));
+  EXPECT_FALSE(FBackstage->isVisible());
+
+  FBackstage->show();
+  path->setText(" '" + FFolder.filePath("a 1.kshock") + "' ");
+  QTest::keyClick(path, Qt::Key_Return);
+  ASSERT_EQ(chosen.count(), 2);
+  EXPECT_EQ(chosen[1][0].toString(), FFolder.filePath("a 1.kshock"));
+}
+
+TEST_F(Backstage, CurrentFolderListsRecordingsWhenItIsShown) {
+  auto* note = Find<QLabel>("lblCurrentFolderNote");
+  Press(Qt::Key_Down);
+  Press(Qt::Key_Down);
+  EXPECT_TRUE(note->text().startsWith("No recording is open")) << note->text().toStdString();
+  FBackstage->SetCurrentFolder(FFolder.path());
+  EXPECT_TRUE(note->text().startsWith("There are no recordings in")) << note->text().toStdString();
+
+  FBackstage->hide();
+  for (const char* name : {"run 10.kshock", "RUN 9.KSHOCK", "old.korvex", "notes.txt"}) Write(FFolder.filePath(name));
+  EXPECT_TRUE(Listed("lstCurrentFolder").isEmpty());
+  FBackstage->show();
+  EXPECT_EQ(Listed("lstCurrentFolder"), (QStringList{"RUN 9.KSHOCK", "run 10.kshock"}));
+  FBackstage->SetFilePatterns({"*.kshock", "*.korvex"});
+  EXPECT_EQ(Listed("lstCurrentFolder"), (QStringList{"old.korvex", "RUN 9.KSHOCK", "run 10.kshock"}));
+
+  QSignalSpy chosen(FBackstage, &TBackstage::FileChosen);
+  auto* list = Find<QTreeView>("lstCurrentFolder");
+  QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(list->model()->index(1, 0)).center());
+  QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(list->model()->index(1, 0)).center());
+  ASSERT_EQ(chosen.count(), 1);
+  EXPECT_EQ(chosen[0][0].toString(), FFolder.filePath("RUN 9.KSHOCK"));
+}
+
+TEST_F(Backstage, ReadingAFolderStopsAtItsBoundsAndSaysSo) {
+  for (int i = 0; i < 4; ++i) Write(FFolder.filePath(QString("%1.kshock").arg(i)));
+  EXPECT_TRUE(ReadFolder(FFolder.path(), {"*.kshock"}, {.Recordings = 4}).Complete);
+  const auto few = ReadFolder(FFolder.path(), {"*.kshock"}, {.Recordings = 3});
+  EXPECT_EQ(few.Entries.size(), 3U);
+  EXPECT_FALSE(few.Complete);
+  EXPECT_FALSE(ReadFolder(FFolder.path(), {"*.none"}, {.Entries = 3}).Complete);
+}
+
+// Stands for the desktop.
+class TDesktop : public QObject {
+  Q_OBJECT
+
+ public:
+  TDesktop() { QDesktopServices::setUrlHandler("file", this, "Open"); }
+  ~TDesktop() override { QDesktopServices::unsetUrlHandler("file"); }
+  QStringList Opened;
+
+ public slots:
+  void Open(const QUrl& url) { Opened << url.toLocalFile(); }
+};
+
+TEST(WellcomePanel, OpensADocumentByMouseAndKeyboardAndSaysWhenItIsGone) {
+  QTemporaryDir folder;
+  const QString present = folder.filePath("Views & metrics #1.pdf");
+  Write(present);
+  TDesktop desktop;
+  TWellcomePanel panel(nullptr);
+  QSignalSpy failed(&panel, &TWellcomePanel::OpenFailed);
+  auto* icon = panel.AddUserManualIcon("manual1", "Views", present);
+  auto* gone = panel.AddUserManualIcon("manual2", "Gone", folder.filePath("gone.pdf"));
+  panel.show();
+  QTest::keyClick(icon, Qt::Key_Return);
+  QTest::keyClick(icon, Qt::Key_Space);
+  QTest::mouseClick(icon, Qt::LeftButton);
+  EXPECT_EQ(desktop.Opened, (QStringList{present, present, present}));
+  EXPECT_EQ(failed.count(), 0);
+  QTest::keyClick(gone, Qt::Key_Return);
+  ASSERT_EQ(failed.count(), 1);
+  EXPECT_EQ(failed[0][0].toString(), folder.filePath("gone.pdf"));
+}
+
+TEST(WellcomePanel, WrapsManyDocumentsAndClipsNothingInASmallWindow) {
+  TWellcomePanel panel(nullptr);
+  QAction open("&Open…");
+  QAction demo("&Demo recording…");
+  panel.AddButton(&open, "btnWellcomeOpen");
+  QPushButton* second = panel.AddButton(&demo, "btnWellcomeDemo");
+  panel.resize(480, 320);
+  panel.show();
+  const auto headings = [&panel] {
+    int shown = 0;
+    for (const QLabel* label : panel.findChildren<QLabel*>())
+      shown += label->text() == "User manual" && label->isVisible();
+    return shown;
+  };
+  EXPECT_EQ(headings(), 0);
+  TUserManualIcon* last = nullptr;
+  for (int i = 0; i < 20; ++i) last = panel.AddUserManualIcon(QString("manual%1").arg(i), "A caption", "/none");
+  for (int i = 0; i < 5; ++i) QCoreApplication::processEvents();
+  EXPECT_EQ(headings(), 1);
+  auto* scroll = panel.findChild<QScrollArea*>();
+  EXPECT_EQ(scroll->horizontalScrollBar()->maximum(), 0);
+  EXPECT_TRUE(scroll->widget()->rect().contains(QRect(last->mapTo(scroll->widget(), QPoint(0, 0)), last->size())));
+  EXPECT_GT(last->y(), 3 * last->height());
+  demo.setVisible(false);
+  EXPECT_FALSE(second->isVisible());
+}
+
+TEST(LoadingPanel, IsCentredHoldsTheFocusAndAsksToCancel) {
+  QWidget window;
+  QLineEdit before(&window);
+  TLoadingPanel panel(&window);
+  panel.SetMessage("Reading");
+  panel.SetDetail("/a/folder/" + QString(300, 'x') + "/run.kshock: 12 blocks");
+  window.resize(640, 480);
+  window.show();
+  window.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+  before.setFocus();
+  panel.show();
+  window.resize(900, 700);
+  QCoreApplication::processEvents();
+  EXPECT_LE((panel.geometry().center() - window.rect().center()).manhattanLength(), 2);
+  const QString detail = panel.findChild<QLabel*>("PnlLoadingDetail")->text();
+  EXPECT_TRUE(detail.startsWith("/a/f") && detail.endsWith("12 blocks")) << detail.toStdString();
+
+  QSignalSpy cancelled(&panel, &TLoadingPanel::Cancelled);
+  auto* cancel = panel.findChild<QPushButton*>("btnLoadingCancel");
+  EXPECT_TRUE(cancel->hasFocus());
+  for (const auto key : {Qt::Key_Tab, Qt::Key_Escape, Qt::Key_Return}) QTest::keyClick(window.focusWidget(), key);
+  EXPECT_EQ(cancelled.count(), 2);
+  panel.hide();
+  EXPECT_TRUE(before.hasFocus());
+}
+
+}  // namespace
+
+#include "BackstageTest.moc"
