@@ -180,15 +180,19 @@ void TFileFlow::ReadFinished() {
     Fail(kCannotBeShown, error.what());
     return;
   }
-  if (extent.damaged) {
-    FScreen.SetText(
-        "lblDamaged",
-        fmt::format("This recording is damaged or cut short: {} data blocks, {} bytes of content were read. "
-                    "Everything whole in them is shown.",
-                    FBlocks, extent.inflatedBytes));
-    FScreen.SetVisible("pnlDamaged", true);
-  }
+  TellExtent(extent);
   if (FCloseWanted) FScreen.CloseWindow();
+}
+
+void TFileFlow::TellExtent(const TReadExtent& extent) {
+  const std::string name = Utf8FromPath(PathFromUtf8(FFileName).filename());
+  FScreen.SetText("lblStatusFile", fmt::format("{} · {}", name, extent.damaged ? "damaged" : "complete"));
+  if (!extent.damaged) return;
+  constexpr std::string_view kDamaged =
+      "This recording is damaged or cut short: {} data blocks, {} bytes of content were read. Everything whole in them "
+      "is shown.";
+  FScreen.SetText("lblDamaged", fmt::format(kDamaged, FBlocks, extent.inflatedBytes));
+  FScreen.SetVisible("pnlDamaged", true);
 }
 
 void TFileFlow::ReadFailed(std::int64_t code) {

@@ -65,6 +65,7 @@ class TFileFlow {
   void OpenDataFile(const std::string& fileName);
   void ReadFinished();
   void ReadFailed(std::int64_t code);
+  void TellExtent(const TReadExtent& extent);
   void Step(int position, std::string_view text);
   void CompleteLoading();
   void FileLoadComplete();

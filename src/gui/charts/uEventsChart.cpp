@@ -131,9 +131,14 @@ void TEventsChart::Restyle() {
   Legend().SetEntries(std::move(entries));
 }
 
+// The level stands behind, so that its name hides no peak.
 void TEventsChart::PaintEvents(QCPPainter& painter) {
   if (FTimes.empty()) return;
   painter.setFont(font());
+  if (FTrigger) {
+    DrawLevel(painter, ValueAxis(), double{*FTrigger}, tr("trigger %1 g").arg(Figure(double{*FTrigger})), FaintInk(),
+              palette().color(QPalette::Base));
+  }
   const auto [from, to] = TimeRange();
   const TColumns columns = ColumnsOf(TimeAxis(), painter, from, to);
   const auto key = [this](std::size_t i) { return FTimes[i]; };
@@ -148,10 +153,6 @@ void TEventsChart::PaintEvents(QCPPainter& painter) {
     };
     ColumnPeaks(FTimes.size(), key, single, columns, FPeaks);
     PaintStems(painter, FMaxSingle, InkOn(palette(), kAccelerationColours[axis]), radius);
-  }
-  if (FTrigger) {
-    DrawLevel(painter, ValueAxis(), double{*FTrigger}, tr("trigger %1 g").arg(Figure(double{*FTrigger})), FaintInk(),
-              palette().color(QPalette::Base));
   }
 }
 

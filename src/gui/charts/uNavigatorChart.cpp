@@ -127,6 +127,10 @@ void TNavigatorChart::ScaleValues() {
 }
 
 void TNavigatorChart::PaintOverview(QCPPainter& painter) {
+  painter.setFont(font());
+  const QRect rect = Rect().rect();
+  DrawWords(painter, rect.topLeft() + QPointF(2, 1), Qt::AlignLeft | Qt::AlignTop, FWhat, FaintInk(),
+            palette().color(QPalette::Base), rect);
   const auto [from, to] = TimeRange();
   if (!FReadings.Samples().empty()) {
     const auto readings = FReadings.Samples();
@@ -134,7 +138,7 @@ void TNavigatorChart::PaintOverview(QCPPainter& painter) {
     Envelope(
         readings.size(), [readings](std::size_t i) { return readings[i].time; },
         [readings](std::size_t i) { return readings[i].xvalue; }, columns, FEnvelope);
-    DrawEnvelope(painter, TimeAxis(), ValueAxis(), FEnvelope, QPen(InkOn(palette(), FLook.colour), 1.2), FStart,
+    DrawEnvelope(painter, TimeAxis(), ValueAxis(), FEnvelope, QPen(InkOf(palette(), FLook), 1.2), FStart,
                  1 / kMsPerDay);
   } else {
     Envelope(
@@ -142,10 +146,6 @@ void TNavigatorChart::PaintOverview(QCPPainter& painter) {
         [this](std::size_t i) { return FEvents[i].peak; }, ColumnsOf(TimeAxis(), painter, from, to), FEnvelope);
     DrawEnvelope(painter, TimeAxis(), ValueAxis(), FEnvelope, QPen(FaintInk(), 1.2));
   }
-  painter.setFont(font());
-  const QRect rect = Rect().rect();
-  DrawWords(painter, rect.topLeft() + QPointF(2, 1), Qt::AlignLeft | Qt::AlignTop, FWhat, FaintInk(),
-            palette().color(QPalette::Base), rect);
 }
 
 void TNavigatorChart::PaintEventTicks(QCPPainter& painter) {

@@ -27,8 +27,8 @@ TSelectedEventChart::TSelectedEventChart(QWidget* parent) : TTimeChart(TTimeUnit
     if (!HasData()) return;
     painter.setFont(font());
     PaintIntervals(painter);
-    PaintSeries(painter);
     PaintLevels(painter);
+    PaintSeries(painter);
     PaintPeak(painter);
   });
   Restyle();

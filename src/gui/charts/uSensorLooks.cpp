@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "gui/common/uQtText.h"
+#include "gui/common/uTheme.h"
 #include "model/uBlockTypes.h"
 
 namespace {
@@ -23,6 +24,8 @@ constexpr TRow kRows[] = {
     {"A3", 0x808080, TSensorAxis::LeftInner, "analog"},      {"A4", 0xA6CAF0, TSensorAxis::LeftInner, "analog"},
     {"Battery", 0x000080, TSensorAxis::LeftInner, ""},       {"Marker", 0x606060, TSensorAxis::LeftInner, "marker"},
 };
+constexpr int kDarkShade = 160;  // HSV value of the dark twin of a bright colour
+constexpr int kLighter = 135;    // percent
 constexpr TRow kUnknown = {"", 0x808080, TSensorAxis::LeftInner, "unknown"};
 
 }  // namespace
@@ -34,4 +37,9 @@ TSensorLook LookOf(std::string_view sensorName) {
   const QString unit = channel == std::end(kKnownChannels) ? QString() : QtText(channel->unit);
   return {QColor(row.colour), row.axis, static_cast<int>(found - kRows), unit,
           row.scale.empty() ? unit : QtText(row.scale)};
+}
+
+QColor InkOf(const QPalette& palette, const TSensorLook& look) {
+  const QColor ink = InkOn(palette, look.colour);
+  return IsDark(palette) && look.colour.value() < kDarkShade ? ink.lighter(kLighter) : ink;
 }

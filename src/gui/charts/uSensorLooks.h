@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QColor>
+#include <QPalette>
 #include <QString>
 #include <array>
 #include <cstddef>
@@ -19,3 +20,6 @@ struct TSensorLook {
 };
 
 TSensorLook LookOf(std::string_view sensorName);
+
+// The colour as it is drawn on this palette; dark and bright ones of one hue stay apart on dark ground.
+QColor InkOf(const QPalette& palette, const TSensorLook& look);

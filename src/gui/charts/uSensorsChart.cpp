@@ -8,7 +8,6 @@
 #include "analysis/uPointAbsorption.h"
 #include "base/uDateTime.h"
 #include "gui/common/uQtText.h"
-#include "gui/common/uTheme.h"
 
 namespace {
 
@@ -142,7 +141,7 @@ void TSensorsChart::SetUpAxes() {
       return series.visible && series.look.axis == static_cast<TSensorAxis>(i);
     });
     FAxes[i]->setVisible(first != FSeries.end());
-    if (first != FSeries.end()) StyleAxis(*FAxes[i], InkOn(palette(), first->look.colour));
+    if (first != FSeries.end()) StyleAxis(*FAxes[i], InkOf(palette(), first->look));
   }
   bool taken = false;
   for (const TSensorAxis axis : kGridOrder) {
@@ -165,7 +164,7 @@ void TSensorsChart::FillLegend() {
   std::vector<TLegendEntry> entries;
   for (const std::size_t index : FListed) {
     const TSensorSeries& series = FSeries[index];
-    entries.push_back({series.name, InkOn(palette(), series.look.colour), series.visible});
+    entries.push_back({series.name, InkOf(palette(), series.look), series.visible});
   }
   Legend().SetEntries(std::move(entries));
 }
@@ -210,7 +209,7 @@ void TSensorsChart::PaintSensors(QCPPainter& painter) {
         readings.size(), [readings](std::size_t i) { return readings[i].time; },
         [readings](std::size_t i) { return readings[i].xvalue; }, columns, FEnvelope);
     DrawEnvelope(painter, TimeAxis(), AxisOf(series.look.axis), FEnvelope,
-                 QPen(InkOn(palette(), series.look.colour), kLineWidth), FStart, 1 / kMsPerDay);
+                 QPen(InkOf(palette(), series.look), kLineWidth), FStart, 1 / kMsPerDay);
   }
 }
 

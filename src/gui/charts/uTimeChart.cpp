@@ -179,6 +179,7 @@ QCPAxis* TTimeChart::AddAxis(QCPAxis::AxisType side) {
   QCPAxis* const axis = FRect->addAxis(side);
   axis->setLayer("axes");
   axis->grid()->setLayer("grid");
+  axis->grid()->setVisible(true);
   axis->setTicker(QSharedPointer<TNumberTicker>::create(*axis));
   axis->setTicks(FHasData);
   axis->setTickLabels(FHasData);

@@ -105,8 +105,12 @@ void TRibbon::UpdateTabs() {
   if (FUpdates > 0) return;
   {
     const QSignalBlocker quiet(FTabBar);
-    for (int i = 1; i < FTabBar->count(); ++i)
-      FTabBar->setTabVisible(i, FTabs[static_cast<size_t>(i)].Page->HasContent());
+    for (int i = 1; i < FTabBar->count(); ++i) {
+      const bool offered = FTabs[static_cast<size_t>(i)].Page->HasContent();
+      // Setting what is set already makes the tab bar forget that it has to arrange its tabs anew.
+      if (offered != FTabBar->isTabVisible(i)) FTabBar->setTabVisible(i, offered);
+    }
+    FTabBar->updateGeometry();
   }
   int current = FCurrent;
   if (current == 0 || !FTabBar->isTabVisible(current)) {
