@@ -59,15 +59,16 @@ std::vector<TFigure> EventFigures(const TMissionSummary& summary, const TEventLi
                                    MaskFloat("0.###", event.MaxSingle), event.MaxAxis, when(*summary.peakEvent))));
   }
   if (summary.mostIntense) {
-    figures.push_back(Figure("Most intense", fmt::format("{} g ms {}", MaskFloat("0.##", summary.largestIot),
-                                                         when(*summary.mostIntense))));
+    figures.push_back(Figure(
+        "Most intense", fmt::format("{} g ms {}", MaskFloat("0.##", summary.largestIot), when(*summary.mostIntense))));
   }
   figures.push_back(Figure("ToT total", MaskFloat("0.#", summary.totTotal) + " ms"));
   figures.push_back(Figure("IoT total", MaskFloat("0.##", summary.iotTotal) + " g ms"));
   if (summary.firstTime) {
-    figures.push_back(Figure("Time span", fmt::format("{} to {} ({})", FormatDateTime(DateTimeMask(), *summary.firstTime),
-                                                      FormatDateTime(DateTimeMask(), *summary.lastTime),
-                                                      DurationText(*summary.lastTime - *summary.firstTime))));
+    figures.push_back(
+        Figure("Time span", fmt::format("{} to {} ({})", FormatDateTime(DateTimeMask(), *summary.firstTime),
+                                        FormatDateTime(DateTimeMask(), *summary.lastTime),
+                                        DurationText(*summary.lastTime - *summary.firstTime))));
   }
   return figures;
 }

@@ -100,7 +100,8 @@ TEST(Envelope, NoPeakIsLostAndNoColumnHoldsMoreThanFour) {
 TEST(ColumnPeaks, NamesTheFirstOfTheLargestInEachColumnOfTheView) {
   const TSeries series({1, 5, 5, 2, kNaN, kInfinity, 9, -3});
   EXPECT_THAT(ColumnPeaks(series.keys, series.values, 0, 8, 4), ElementsAre(1, 2, 6));
-  EXPECT_THAT(ColumnPeaks(series.keys, series.values, 2.5, 7, 1), ElementsAre(6)) << "what stands outside does not count";
+  EXPECT_THAT(ColumnPeaks(series.keys, series.values, 2.5, 7, 1), ElementsAre(6))
+      << "what stands outside does not count";
   EXPECT_THAT(ColumnPeaks(series.keys, series.values, 6.5, 8, 9), ElementsAre(7));
 }
 

@@ -97,8 +97,9 @@ TDateTicker::TDateTicker(const QCPAxis& axis, TDateLabels labels) : FAxis(axis),
 
 void TDateTicker::generate(const QCPRange& range, const QLocale& locale, QChar formatChar, int precision,
                            QVector<double>& ticks, QVector<double>* subTicks, QVector<QString>* tickLabels) {
-  const QCPRange dates(std::max(range.lower, kFirstDay), std::min(range.upper, kLastDay));
-  if (!(dates.lower < dates.upper)) {
+  const double firstDate = std::max(range.lower, kFirstDay);
+  const double lastDate = std::min(range.upper, kLastDay);
+  if (!(firstDate < lastDate)) {
     // Days that are in no calendar are numbers.
     setTickCount(3);
     QCPAxisTicker::generate(range, locale, formatChar, precision, ticks, subTicks, tickLabels);
@@ -106,6 +107,7 @@ void TDateTicker::generate(const QCPRange& range, const QLocale& locale, QChar f
   }
   if (subTicks) subTicks->clear();
 
+  const QCPRange dates(firstDate, lastDate);
   const QFontMetrics metrics(FAxis.tickLabelFont());
   const double pixelsPerDay = AxisLength(FAxis) / range.size();
   const int gap = metrics.horizontalAdvance("00");

@@ -40,8 +40,9 @@ void TTimeChart::UserRange(double from, double to) {
   if (!FHasData || !FZoomable || !std::isfinite(from) || !std::isfinite(to) || !(from < to)) return;
   const QCPRange now = FTimeAxis->range();
   const double full = FFullRange.second - FFullRange.first;
+  // A view that the program set beyond the data may stay there, but goes no farther.
   const double middle =
-      std::clamp((from + to) / 2, std::min(FFullRange.first, now.lower), std::max(FFullRange.second, now.upper));
+      std::clamp((from + to) / 2, std::min(FFullRange.first, now.center()), std::max(FFullRange.second, now.center()));
   const double most = std::max(full * kFarOut, now.size());
   const double span = std::clamp(to - from, std::min(LeastSpan(middle), most), most);
   SetTimeRange(middle - span / 2, middle + span / 2);
@@ -187,7 +188,7 @@ void TTimeChart::keyPressEvent(QKeyEvent* event) {
       break;
     case Qt::Key_Escape:
       if (FDrag == TDrag::None) return event->ignore();
-      if (FDrag == TDrag::Pan) UserRange(FPressedRange.lower, FPressedRange.upper);
+      if (FDrag == TDrag::Pan) DragPan(FPressed);
       EndDrag();
       break;
     case Qt::Key_F:

@@ -1,6 +1,7 @@
 #include "gui/mainform/KorvexMainForm.h"
 
 #include <QCloseEvent>
+#include <QComboBox>
 #include <QDockWidget>
 #include <QDragEnterEvent>
 #include <QFileInfo>
@@ -75,6 +76,9 @@ void TKorvexMainForm::ConnectFiles() {
         FFlow->FileName().empty() ? QString() : QFileInfo(QtText(FFlow->FileName())).absolutePath());
     FParts->backstage->show();
   });
+  auto* filter = findChild<QComboBox*>("cmbSettingsDefFileFilter");
+  connect(filter, &QComboBox::currentTextChanged, this,
+          [this](const QString& patterns) { FParts->backstage->SetFilePatterns(patterns.split(" & ")); });
   FParts->backstage->SetVersion(QtText(FProgram.version));
   connect(FParts->loading, &TLoadingPanel::Cancelled, this, [this] { FFlow->Cancel(); });
   connect(FParts->welcome, &TWellcomePanel::OpenFailed, this, [this](const QString& path) {
@@ -109,7 +113,7 @@ void TKorvexMainForm::ConnectCharts() {
   for (TTimeChart* chart : findChildren<TTimeChart*>()) {
     connect(chart, &TTimeChart::CursorValueChanged, this, [this](const QString& text) {
       FParts->statusHint->setText(text.isEmpty() ? QString()
-                                                 : tr("drag: zoom · middle drag: pan · double-click: reset   "));
+                                                 : tr("drag: zoom · middle drag: pan · double-click: reset"));
       FParts->statusValue->setText(text);
     });
   }

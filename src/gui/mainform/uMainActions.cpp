@@ -99,6 +99,8 @@ constexpr TActionRow kActions[] = {
 QAction* MakeAction(TKorvexMainForm& form, const TActionRow& row) {
   auto* action = new QAction(QObject::tr(row.caption), &form);
   action->setObjectName(row.action);
+  // Under an icon the text stands without the dots that announce a dialog.
+  action->setIconText(QObject::tr(row.caption).remove('&').remove("…"));
   if (*row.icon != '\0') action->setIcon(Icon(row.icon));
   if (*row.keys != '\0') action->setShortcut(QKeySequence(row.keys));
   action->setCheckable(row.checkable);

@@ -29,6 +29,7 @@ QLabel* MakeStatusLabel(QWidget* parent, const QString& name) {
   auto* label = new QLabel(parent);
   label->setObjectName(name);
   label->setTextFormat(Qt::PlainText);
+  label->setContentsMargins(4, 0, 12, 0);
   return label;
 }
 
