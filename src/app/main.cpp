@@ -1,5 +1,4 @@
 // shockscope: the window, or pictures of it.
-#include <QApplication>
 #include <QStringList>
 #include <cstdio>
 #include <cstdlib>
@@ -8,6 +7,7 @@
 #include <vector>
 
 #include "base/uFiles.h"
+#include "gui/common/uGuard.h"
 #include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
 #include "gui/mainform/KorvexMainForm.h"
@@ -89,7 +89,7 @@ int Run(const TArguments& arguments, const char* programName) {
   int count = 1;
   std::string name = programName;
   char* values[] = {name.data(), nullptr};
-  QApplication application(count, values);
+  TGuardedApplication application(count, values);
   ApplyScheme(application, arguments.scheme);
   TProgram program;
   program.folder = PathFromUtf8(Utf8(QCoreApplication::applicationDirPath()));

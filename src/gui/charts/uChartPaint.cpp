@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr int kClipMargin = 5;      // px around the axis rect
+constexpr int kClipMargin = 10;     // px around the axis rect
 constexpr double kPaperDetail = 4;  // columns a logical pixel where the output is enlarged later
 
 // The part of the segment inside the rect (Liang and Barsky); false when there is none. Coordinates may be anything
@@ -126,6 +126,8 @@ void DrawEnvelope(QCPPainter& painter, const QCPAxis& keys, const QCPAxis& value
   QPen drawn = pen;
   const double ratio = painter.device()->devicePixelRatioF();
   if (points.size() > static_cast<std::size_t>(keys.axisRect()->width())) drawn.setWidthF(1 / ratio);
+  painter.save();
+  painter.setClipRect(keys.axisRect()->rect().adjusted(0, 0, 1, 1), Qt::IntersectClip);
   painter.setPen(drawn);
   const QRectF bounds = QRectF(keys.axisRect()->rect()).adjusted(-50, -50, 50, 50);
   TStroke stroke(painter, bounds);
@@ -137,6 +139,7 @@ void DrawEnvelope(QCPPainter& painter, const QCPAxis& keys, const QCPAxis& value
     }
   }
   stroke.Finish();
+  painter.restore();
 }
 
 void DrawWords(QCPPainter& painter, QPointF at, Qt::Alignment side, const QString& words, const QColor& ink,

@@ -22,11 +22,21 @@ int AxisLength(const QCPAxis& axis) {
 void TNumberTicker::generate(const QCPRange& range, const QLocale& locale, QChar formatChar, int precision,
                              QVector<double>& ticks, QVector<double>* subTicks, QVector<QString>* tickLabels) {
   const QFontMetrics metrics(FAxis.tickLabelFont());
-  const int room =
-      FAxis.orientation() == Qt::Horizontal ? metrics.horizontalAdvance("0000.00  ") : metrics.height() * 2;
+  const bool across = FAxis.orientation() == Qt::Horizontal;
+  const int length = AxisLength(FAxis);
+  const int room = across ? metrics.horizontalAdvance("0000.00  ") : metrics.height() * 5 / 2;
   // The number of ticks is a wish, passed by half at most.
-  setTickCount(std::clamp(AxisLength(FAxis) / room, 2, kMostTicks - 4));
+  setTickCount(std::clamp(length / room, 2, kMostTicks - 4));
   QCPAxisTicker::generate(range, locale, formatChar, precision, ticks, subTicks, tickLabels);
+  if (!across || !tickLabels) return;
+  // How wide labels are is known only with their step.
+  for (int count = tickCount(); count > 1; --count) {
+    int widest = 0;
+    for (const QString& label : *tickLabels) widest = std::max(widest, metrics.horizontalAdvance(label));
+    if (FStep / range.size() * length > widest + metrics.horizontalAdvance("00")) return;
+    setTickCount(count - 1);
+    QCPAxisTicker::generate(range, locale, formatChar, precision, ticks, subTicks, tickLabels);
+  }
 }
 
 double TNumberTicker::getTickStep(const QCPRange& range) {

@@ -66,8 +66,8 @@ void TSensorsChart::SetSensors(const TSensorList& sensors, double startTime) {
   }
   ChooseVisible();
   FillLegend();
-  SetUpAxes();
   SetFullRange(range);
+  SetUpAxes();
 }
 
 TSensorsChart::TSensorSeries TSensorsChart::MakeSeries(const TSensor& sensor) const {

@@ -135,6 +135,7 @@ void TTimeChart::SetFullRange(std::optional<std::pair<double, double>> range) {
     axis->setTicks(FHasData);
     axis->setTickLabels(FHasData);
   }
+  for (const QCPAxis* axis : {FTimeAxis, FValueAxis}) axis->grid()->setVisible(FHasData);
   EndDrag();
   ResetZoom();
 }

@@ -18,16 +18,37 @@ void Tell(QWidget* parent, const QString& what) noexcept {
   }
 }
 
+QString TextOfCurrentException() {
+  try {
+    throw;
+  } catch (const std::bad_alloc&) {
+    return QObject::tr("There is not enough memory.");
+  } catch (const std::exception& error) {
+    return QtText(error.what());
+  } catch (...) {
+    return QObject::tr("The reason is unknown.");
+  }
+}
+
 }  // namespace
 
 void Guarded(QWidget* parent, const std::function<void()>& handler) noexcept {
   try {
     handler();
-  } catch (const std::bad_alloc&) {
-    Tell(parent, QObject::tr("There is not enough memory."));
-  } catch (const std::exception& error) {
-    Tell(parent, QtText(error.what()));
   } catch (...) {
-    Tell(parent, QObject::tr("The reason is unknown."));
+    Tell(parent, TextOfCurrentException());
+  }
+}
+
+bool TGuardedApplication::notify(QObject* receiver, QEvent* event) {
+  try {
+    return QApplication::notify(receiver, event);
+  } catch (...) {
+    const QString text = TextOfCurrentException();
+    if (!FTold.contains(text)) {
+      FTold.insert(text);
+      Tell(activeWindow(), text);
+    }
+    return true;
   }
 }

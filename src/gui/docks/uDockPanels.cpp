@@ -1,5 +1,6 @@
 #include "gui/docks/uDockPanels.h"
 
+#include <QAbstractButton>
 #include <QDockWidget>
 
 #include "analysis/uEventOrdering.h"
@@ -9,11 +10,20 @@
 
 namespace {
 
+void NameTitleButton(const QDockWidget& panel, const char* name, const QString& text) {
+  if (auto* button = panel.findChild<QAbstractButton*>(name)) {
+    button->setAccessibleName(text);
+    button->setToolTip(text);
+  }
+}
+
 template <class TContent>
 QDockWidget* MakePanel(QMainWindow& window, const QString& name, const QString& title, TContent* content) {
   auto* panel = new QDockWidget(title, &window);
   panel->setObjectName(name);
   panel->setWidget(content);
+  NameTitleButton(*panel, "qt_dockwidget_floatbutton", QObject::tr("Float or dock %1").arg(title));
+  NameTitleButton(*panel, "qt_dockwidget_closebutton", QObject::tr("Close %1").arg(title));
   return panel;
 }
 

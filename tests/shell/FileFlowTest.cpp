@@ -1,0 +1,351 @@
+#include "shell/uFileFlow.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <condition_variable>
+#include <deque>
+#include <mutex>
+
+#include "shell/uOrderingCommands.h"
+#include "tests/support/uLoggingScreen.h"
+#include "tests/support/uThreeEvents.h"
+
+using testing::HasSubstr;
+using testing::Not;
+
+namespace {
+
+// Keeps what the reader posts until the test takes it.
+class TQueueingPort final : public IMessagePort {
+ public:
+  void Receive(const TMessage& message) noexcept override {
+    const std::lock_guard lock(FMutex);
+    FMessages.push_back(message);
+    FPosted.notify_one();
+  }
+  // Nothing when a minute brings nothing.
+  std::optional<TMessage> Take() {
+    std::unique_lock lock(FMutex);
+    if (!FPosted.wait_for(lock, std::chrono::minutes(1), [this] { return !FMessages.empty(); })) return std::nullopt;
+    const TMessage message = FMessages.front();
+    FMessages.pop_front();
+    return message;
+  }
+  bool Empty() {
+    const std::lock_guard lock(FMutex);
+    return FMessages.empty();
+  }
+
+ private:
+  std::mutex FMutex;
+  std::condition_variable FPosted;
+  std::deque<TMessage> FMessages;
+};
+
+const std::string kOpenButtons = " dxBarOpenNewFile barbtnlrgOpenDemoFile dxBarReload\n";
+
+std::string LogOfPreamble(const std::string& path) {
+  return "disable" + kOpenButtons + "hide" + kDockPanelNames + kFileControlNames +
+         " dxLayoutItemReportIsFiltered dxLayoutItemReportIsFilteredCover\n"
+         "front WellcomePanel\n"
+         "text PnlLoadingMsg \"Reading file data...\"\n"
+         "text PnlLoadingDetail \"\"\n"
+         "progress maximum 9\n"
+         "progress 0\n"
+         "taskbar on\n"
+         "show pnlLoading\n"
+         "front pnlLoading\n"
+         "messages\n"
+         "hide pnlDamaged\n"
+         "empty grids and charts\n"
+         "caption \"Korvex165 ShockScope v1.0.0.0 [" +
+         path + "]\"\n";
+}
+
+const std::string kLogOfWelcome = "empty grids and charts\nhide pnlLoading\ntaskbar off\nenable" + kOpenButtons +
+                                  "caption \"Korvex165 ShockScope [W64] v1.0.0.0\"\nfront WellcomePanel\nhide" +
+                                  kDockPanelNames + kFileControlNames + "\n";
+
+class FileFlow : public testing::Test {
+ protected:
+  std::string Save(const std::string& name, const TBytes& stream) {
+    WriteFile(FFolder / name, stream);
+    return (FFolder / name).string();
+  }
+  std::string Save(const std::string& name, const TTestRecording& recording) {
+    return Save(name, Deflated(recording.content));
+  }
+  // Handles messages until the read and what follows have ended.
+  void Finish() {
+    while (FFlow.Busy()) {
+      const auto message = FPort.Take();
+      ASSERT_TRUE(message);
+      FFlow.HandleMessage(*message);
+    }
+  }
+  void Open(const std::string& path) {
+    FFlow.Open(path);
+    Finish();
+  }
+  void ExpectWelcome() {
+    EXPECT_EQ(FFlow.State(), TFileFlow::TState::Welcome);
+    EXPECT_EQ(FFlow.Mission().Tables.Events.RecordCount(), 0U);
+    EXPECT_EQ(FFlow.Mission().CLDS.RecordCount(), 0U);
+    EXPECT_EQ(FFlow.Mission().SelectedEvent, std::nullopt);
+    EXPECT_EQ(EventList.Count() + SensorList.Count(), 0U) << "nothing of a mission stays";
+    EXPECT_FALSE(MissionData.bValid);
+  }
+
+  TTempFolder FFolder;
+  std::string FThree = Save("three.kshock", ThreeEvents());
+  TLoggingScreen FScreen;
+  TQueueingPort FPort;
+  TPortHandle FHandle{FPort};
+  TFileFlow FFlow{{"/opt/shockscope", "1.0.0.0", "/recordings", ""}, FHandle.Value(), 100000000, FScreen};
+};
+
+TEST_F(FileFlow, ARecordingIsOpenedReadCompletedAndShownInThisOrder) {
+  FFlow.Open(FThree);
+  EXPECT_EQ(FScreen.Said(), LogOfPreamble(FThree));
+  EXPECT_EQ(FFlow.State(), TFileFlow::TState::Reading);
+  Finish();
+  EXPECT_EQ(FScreen.Said(), "text PnlLoadingDetail \"" + FThree +
+                                " · 1 blocks read\"\n"
+                                "text PnlLoadingMsg \"Loading the data...\"\n"
+                                "progress 1\n"
+                                "messages\n"
+                                "text PnlLoadingMsg \"Populating Shock Event Dataset...\"\n"
+                                "progress 2\n"
+                                "text PnlLoadingMsg \"Loading Shock Events (1 of 3)\"\n"
+                                "messages\n"
+                                "progress 3\n"
+                                "progress 4\n"
+                                "text PnlLoadingMsg \"Populating the Shock Cards Dataset...\"\n"
+                                "text PnlLoadingMsg \"Loading Shock Cards (1 of 3)\"\n"
+                                "messages\n"
+                                "progress 5\n"
+                                "text PnlLoadingMsg \"Populating Sensors Dataset...\"\n"
+                                "text PnlLoadingMsg \"Loading Sensors data (1 of 3)\"\n"
+                                "messages\n"
+                                "text PnlLoadingMsg \"Populating the Battery Dataset...\"\n"
+                                "text PnlLoadingMsg \"Loading Battery data (1 of 3)\"\n"
+                                "messages\n"
+                                "text PnlLoadingMsg \"Populating the chart series...\"\n"
+                                "progress 6\n"
+                                "messages\n"
+                                "series of 3\n"
+                                "text PnlLoadingMsg \"Updating UI...\"\n"
+                                "progress 7\n"
+                                "messages\n"
+                                "update with 3\n"
+                                "text PnlLoadingMsg \"Preparing Report...\"\n"
+                                "progress 8\n"
+                                "messages\n"
+                                "report on 3\n"
+                                "text PnlLoadingMsg \"Finishing up...\"\n"
+                                "progress 9\n"
+                                "messages\n"
+                                "hide pnlLoading\n"
+                                "taskbar off\n"
+                                "enable" +
+                                kOpenButtons +
+                                "show btngrpView dxBarOverview dxBarLargeShockView dxBarReport\n"
+                                "selected 1\n"  // the most intense event
+                                "position 1\n"
+                                "ribbon suspended\n"
+                                "hide dxBarShockPrint dxBarShockExport btngrpShock btngrpFilter dxBarReportPrintOnly"
+                                " dxBarReportExportOnly\n"
+                                "show dxBarOverviewPrint dxBarOverviewExport btngrpNavigator btngrpLayout btngrpAlarm"
+                                " btngrpFiltering\n"
+                                "front MainOverviewPanel\n"
+                                "check actSetViewOverview\n"
+                                "show dxBarShowSensorGrid dxBarShowBatteryGrid" +
+                                kDockPanelNames +
+                                "\n"
+                                "ribbon resumed\n"
+                                "repaint ChartAllSensors\n"
+                                "text lblStatusFile \"three.kshock · complete\"\n");
+  EXPECT_TRUE(FFlow.FileShown());
+  EXPECT_EQ(SensorList.StartTime, 45123.25);
+  EXPECT_TRUE(MissionData.bValidStartTime);
+  EXPECT_EQ(EventList.ChannelInfo[2].name, "ACC z");
+  EXPECT_EQ(SensorList.ChannelInfo[2].name, "Battery");
+}
+
+TEST_F(FileFlow, TheDialogStartsInTheFolderOfTheCommandWithTheFilterOfTheSettings) {
+  const std::string filters = "Korvex ShockScope File|*.kshock|Korvex Data File|*.kshock;*.korvex\n";
+  FScreen.ChosenFile = FThree;
+  FFlow.AskAndOpen();
+  EXPECT_EQ(FScreen.Said(), "ask in /recordings for entry 1 of " + filters + LogOfPreamble(FThree));
+  Finish();
+  FScreen.Said();
+  FScreen.ItemIndexes["cmbSettingsDefFileFilter"] = 1;
+  FFlow.AskAndOpenDemo();
+  EXPECT_EQ(FScreen.Said(), "ask in /opt/shockscope/data/ for entry 2 of " + filters + LogOfPreamble(FThree));
+}
+
+TEST_F(FileFlow, ACancelledDialogLeavesTheShownFile) {
+  Open(FThree);
+  FFlow.SwitchView(TView::Report);
+  FScreen.Said();
+  FFlow.AskAndOpen();
+  EXPECT_THAT(FScreen.Said(), testing::MatchesRegex("ask [^\n]*\n"));
+  EXPECT_TRUE(FFlow.FileShown());
+  EXPECT_EQ(FFlow.View(), TView::Report);
+  EXPECT_EQ(FFlow.Mission().CLDS.RecordCount(), 3U);
+}
+
+TEST_F(FileFlow, WhatCannotBeShownIsSaidInOneBoxAfterTheWelcomeState) {
+  TTestRecording large = TTestRecording().Creator().MissionHeader(2, 2).Channels({"T"});
+  for (int block = 0; block < 2000; ++block) large.Data(std::vector<TTestRecord>(5000, {1, {1}}));
+  const std::string unfit = "This file cannot be displayed.";
+  const struct {
+    std::string path, text, reason;
+  } cases[] = {
+      {Save("text.kshock", {'n', 'o'}), unfit, "It is no data file."},
+      {Save("headless.kshock", TTestRecording().Creator()), unfit, "It has no mission header."},
+      {Save("stranger.kshock", TTestRecording().Creator("x").MissionHeader(2, 2)), unfit, "Its creator is unknown."},
+      {(FFolder / "missing.kshock").string(), "The file cannot be opened.", "cannot be opened"},
+      {FFolder.Path().string(), "The file cannot be opened.", "cannot be opened"},
+      {Save("large.kshock", large), "The file cannot be read.", "more memory than the 100 MB"},
+  };
+  for (const auto& [path, text, reason] : cases) {
+    Open(FThree);
+    FScreen.Said();
+    Open(path);
+    const std::string log = FScreen.Said();
+    EXPECT_THAT(log, testing::StartsWith(LogOfPreamble(path)));
+    EXPECT_THAT(log, HasSubstr(kLogOfWelcome + "box \"" + text + "\" " + path + "\n"));
+    EXPECT_THAT(log.substr(log.find("box ")), HasSubstr(reason));
+    EXPECT_THAT(log.substr(log.find("box ") + 1), Not(HasSubstr("box ")));
+    ExpectWelcome();
+  }
+}
+
+TEST_F(FileFlow, ADamagedFileIsShownAndSaidSo) {
+  TTestRecording recording = ThreeEvents();
+  const std::size_t whole = recording.content.size();
+  recording.Data({{1, {1, 1, 1, 1, 1, 1}}});
+  recording.content.resize(whole + 20);  // the header of the second data block and half a record
+  const std::string cut = Save("cut.kshock", recording);
+  Open(cut);
+  EXPECT_TRUE(FFlow.FileShown());
+  EXPECT_EQ(FFlow.Mission().CLDS.RecordCount(), 3U);
+  const std::string log = FScreen.Said();
+  EXPECT_THAT(log, HasSubstr("text lblStatusFile \"cut.kshock · damaged\"\n"));
+  EXPECT_THAT(log, HasSubstr(fmt::format("2 data blocks, {} bytes of content were read", whole + 20)));
+  EXPECT_THAT(log, testing::EndsWith("show pnlDamaged\n"));
+}
+
+TEST_F(FileFlow, CancelGoesBackToTheWelcomeStateWithoutABox) {
+  using TState = TFileFlow::TState;
+  // While the panel paints, while the file is read, at the first and at the last step of filling.
+  const std::pair<TState, const char*> moments[] = {
+      {TState::Reading, "front pnlLoading"}, {TState::Filling, "progress 1\n"}, {TState::Filling, "progress 9\n"}};
+  for (const auto& [state, last] : moments) {
+    std::string before;
+    FScreen.OnMessages = [&, at = std::string(last)] {
+      before += FScreen.Said();
+      if (FFlow.State() == state && before.find(at) != std::string::npos) FFlow.Cancel();
+    };
+    Open(FThree);
+    EXPECT_THAT(FScreen.Said(), testing::EndsWith(kLogOfWelcome));
+    ExpectWelcome();
+  }
+  FScreen.OnMessages = [] {};
+  FFlow.Open(FThree);
+  FFlow.Cancel();
+  Finish();
+  EXPECT_THAT(FScreen.Said(), testing::EndsWith(kLogOfWelcome));
+  ExpectWelcome();
+  Open(FThree);
+  EXPECT_TRUE(FFlow.FileShown()) << "an earlier Cancel is forgotten";
+}
+
+TEST_F(FileFlow, ClosingWhileReadingEndsTheReader) {
+  TTestRecording recording = TTestRecording().Creator().MissionHeader(2, 2).Channels({"T"});
+  for (int block = 0; block < 1000; ++block) recording.Data(std::vector<TTestRecord>(1000, {1, {1}}));
+  FFlow.Open(Save("long.kshock", recording));
+  FScreen.Said();
+  EXPECT_TRUE(FFlow.MayClose());
+  while (!FPort.Empty()) FFlow.HandleMessage(*FPort.Take());
+  EXPECT_EQ(FScreen.Said(), "") << "what the reader had posted finds nobody";
+}
+
+TEST_F(FileFlow, ACloseWhileTheWindowIsBusyIsDoneAfter) {
+  for (const auto state : {TFileFlow::TState::Reading, TFileFlow::TState::Filling}) {
+    TFileFlow flow({"/opt/shockscope", "1.0.0.0", "", ""}, FHandle.Value(), 100000000, FScreen);
+    int asked = 0;
+    FScreen.OnMessages = [&] {
+      if (flow.State() != state) return;
+      ++asked;
+      EXPECT_FALSE(flow.MayClose());
+    };
+    flow.Open(FThree);
+    while (flow.Busy()) flow.HandleMessage(FPort.Take().value());
+    EXPECT_EQ(asked, 1) << "nothing more is filled";
+    EXPECT_THAT(FScreen.Said(), testing::EndsWith(kLogOfWelcome + "close window\n"));
+    EXPECT_TRUE(flow.MayClose());
+    EXPECT_TRUE(FPort.Empty());
+  }
+}
+
+TEST_F(FileFlow, WhileBusyEveryCommandIsRefused) {
+  Open(FThree);
+  const std::string undisturbed = FScreen.Said();
+  const std::string other = Save("other.kshock", {'n', 'o'});
+  FScreen.ChosenFile = other;
+  int disturbed = 0;
+  const auto disturb = [&] {
+    ++disturbed;
+    FFlow.Open(other);
+    FFlow.Reload();
+    FFlow.AskAndOpen();
+    FFlow.AskAndOpenDemo();
+    FFlow.SwitchView(TView::Report);
+  };
+  FScreen.OnMessages = disturb;
+  FFlow.Open(FThree);
+  disturb();
+  Finish();
+  EXPECT_EQ(FScreen.Said(), undisturbed);
+  EXPECT_EQ(disturbed, 11) << "ten times while the window handles its messages";
+  EXPECT_EQ(FFlow.FileName(), FThree);
+}
+
+TEST_F(FileFlow, ReloadKeepsViewAndSelectionAnOpenDoesNot) {
+  FFlow.Reload();
+  EXPECT_EQ(FScreen.Said(), "") << "there is nothing to reload";
+  Open(FThree);
+  FFlow.SwitchView(TView::Shock);
+  SelectEvent(FFlow.Mission(), 2, FScreen);
+  FFlow.Reload();
+  Finish();
+  EXPECT_EQ(FFlow.View(), TView::Shock);
+  EXPECT_EQ(FFlow.Mission().SelectedEvent, 2U);
+
+  Save("three.kshock", TTestRecording().Creator().MissionHeader(2, 2));
+  FFlow.Reload();
+  Finish();
+  EXPECT_EQ(FFlow.View(), TView::Shock);
+  EXPECT_EQ(FFlow.Mission().SelectedEvent, std::nullopt) << "the event is gone";
+
+  Save("three.kshock", ThreeEvents());
+  Open(FThree);
+  EXPECT_EQ(FFlow.View(), TView::Overview);
+  EXPECT_EQ(FFlow.Mission().SelectedEvent, 1U);
+
+  SelectEvent(FFlow.Mission(), 2, FScreen);
+  Save("three.kshock", {'n', 'o'});
+  FFlow.Reload();
+  Finish();
+  ExpectWelcome();
+  Save("three.kshock", ThreeEvents());
+  FFlow.Reload();
+  Finish();
+  EXPECT_EQ(FFlow.Mission().SelectedEvent, 1U) << "what failed to come back is forgotten";
+}
+
+}  // namespace

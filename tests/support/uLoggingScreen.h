@@ -1,0 +1,110 @@
+// A main window that writes down what it is told, a line a call: the log is what a test reads. Controls that are shown,
+// hidden, enabled or disabled one after the other share a line.
+#pragma once
+
+#include <fmt/format.h>
+
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "shell/uMainScreen.h"
+
+class TLoggingScreen final : public IMainScreen {
+ public:
+  // What was said since the last call.
+  std::string Said() {
+    FVerb = {};
+    return std::exchange(FLog, {});
+  }
+
+  std::map<std::string, int, std::less<>> ItemIndexes;  // 0 unless set
+  std::optional<std::string> ChosenFile;                // nothing: the open dialog is cancelled
+  std::function<void()> OnMessages = [] {};             // what the user does while the window handles its messages
+
+  void SetApplicationTitle(std::string_view title) override { Say("title \"{}\"", title); }
+  void SetCaption(std::string_view caption) override { Say("caption \"{}\"", caption); }
+
+  void SetVisible(std::string_view control, bool visible) override { List(visible ? "show" : "hide", control); }
+  void SetEnabled(std::string_view control, bool enabled) override { List(enabled ? "enable" : "disable", control); }
+  void SetText(std::string_view control, std::string_view text) override { Say("text {} \"{}\"", control, text); }
+  void SetChecked(std::string_view action) override { Say("check {}", action); }
+  void BringToFront(std::string_view panel) override { Say("front {}", panel); }
+  void ScrollToTop(std::string_view box) override { Say("top {}", box); }
+  void Repaint(std::string_view control) override { Say("repaint {}", control); }
+  [[nodiscard]] int ItemIndex(std::string_view combo) const override {
+    const auto found = ItemIndexes.find(combo);
+    return found == ItemIndexes.end() ? 0 : found->second;
+  }
+
+  void BeginRibbonUpdate() override { Say("ribbon suspended"); }
+  void EndRibbonUpdate() override { Say("ribbon resumed"); }
+  void SelectRibbonTab(std::string_view tab) override { Say("tab {}", tab); }
+
+  void AddUserManualIcon(std::string_view name, std::string_view caption, std::string_view file) override {
+    Say("manual {} \"{}\" {}", name, caption, file);
+  }
+  void SetOpenDialogFolder(std::string_view folder) override { Say("dialog folder {}", folder); }
+  void PrepareSensorsAxes() override { Say("prepare sensors axes"); }
+  void SetSkinColour(std::string_view element, std::uint32_t rgb) override { Say("skin {} {:06X}", element, rgb); }
+  void RefreshLookAndFeel() override { Say("refresh look"); }
+  void SetUpSensorsAxes() override { Say("set up sensors axes"); }
+
+  void SetProgressMaximum(int maximum) override { Say("progress maximum {}", maximum); }
+  void SetProgress(double position) override { Say("progress {:g}", position); }
+  void SetTaskbarProgress(bool on) override { Say("taskbar {}", on ? "on" : "off"); }
+  void ProcessMessages() override {
+    Say("messages");
+    OnMessages();
+  }
+
+  [[nodiscard]] std::optional<std::string> AskForRecording(const TOpenDialog& dialog) override {
+    Say("ask in {} for entry {} of {}", dialog.folder, dialog.filterIndex, dialog.filter);
+    return ChosenFile;
+  }
+  void ShowMessage(std::string_view text, std::string_view details) override { Say("box \"{}\" {}", text, details); }
+  void CloseWindow() override { Say("close window"); }
+
+  void EmptyGridsAndCharts() override { Say("empty grids and charts"); }
+  void PopulateChartSeries(const TShownMission& mission) override { Say("series of {}", mission.Events.Count()); }
+  void UpdateKorvexUI(TShownMission& mission) override { Say("update with {}", mission.CLDS.RecordCount()); }
+  void PrepareReport(const TShownMission& mission) override { Say("report on {}", mission.Events.Count()); }
+  void FreePointAbsorptionLists() override { Say("free point absorption"); }
+  void RefreshGrid(std::string_view grid) override { Say("grid {}", grid); }
+  void RebuildFilteredEvents() override { Say("filtered events"); }
+  void ShowSelectedEvent(std::optional<std::size_t> event) override { Say("selected {}", Name(event)); }
+  void PositionEventGrids(std::optional<std::size_t> event) override { Say("position {}", Name(event)); }
+
+ private:
+  static std::string Name(std::optional<std::size_t> event) { return event ? std::to_string(*event) : "none"; }
+
+  template <class... T>
+  void Say(fmt::format_string<T...> format, T&&... values) {
+    FVerb = {};
+    FLog += fmt::format(format, std::forward<T>(values)...) + "\n";
+  }
+  void List(std::string_view verb, std::string_view control) {
+    if (verb == FVerb) {
+      FLog.pop_back();
+    } else {
+      FLog += verb;
+    }
+    FVerb = verb;
+    FLog += fmt::format(" {}\n", control);
+  }
+
+  std::string FLog;
+  std::string_view FVerb;
+};
+
+// Controls that come and go together, as the log lists them.
+inline const std::string kDockPanelNames =
+    " dxDockPanelNavigator dxDockPanelMissionDetails dxDockPanelSensorGridTemp dxDockPanelSensorGridBattery";
+inline const std::string kFileControlNames =
+    " btngrpNavigator btngrpView btngrpLayout btngrpFiltering btngrpShock btngrpFilter btngrpAlarm"
+    " dxBarOverview dxBarLargeShockView dxBarReport"
+    " dxBarOverviewPrint dxBarOverviewExport dxBarShockPrint dxBarShockExport"
+    " dxBarReportPrintOnly dxBarReportExportOnly dxBarShowSensorGrid dxBarShowBatteryGrid";
