@@ -103,7 +103,7 @@ class FileFlow : public testing::Test {
   TLoggingScreen FScreen;
   TQueueingPort FPort;
   TPortHandle FHandle{FPort};
-  TFileFlow FFlow{{"/opt/shockscope", "1.0.0.0", "/recordings", ""}, FHandle.Value(), 100000000, FScreen};
+  TFileFlow FFlow{{"/opt/shockscope", "1.0.0.0", "/recordings", ""}, FHandle.Value(), 1000000, FScreen};
 };
 
 TEST_F(FileFlow, ARecordingIsOpenedReadCompletedAndShownInThisOrder) {
@@ -199,7 +199,7 @@ TEST_F(FileFlow, ACancelledDialogLeavesTheShownFile) {
 
 TEST_F(FileFlow, WhatCannotBeShownIsSaidInOneBoxAfterTheWelcomeState) {
   TTestRecording large = TTestRecording().Creator().MissionHeader(2, 2).Channels({"T"});
-  for (int block = 0; block < 2000; ++block) large.Data(std::vector<TTestRecord>(5000, {1, {1}}));
+  for (int block = 0; block < 20; ++block) large.Data(std::vector<TTestRecord>(5000, {1, {1}}));
   const std::string unfit = "This file cannot be displayed.";
   const struct {
     std::string path, text, reason;
@@ -209,7 +209,7 @@ TEST_F(FileFlow, WhatCannotBeShownIsSaidInOneBoxAfterTheWelcomeState) {
       {Save("stranger.kshock", TTestRecording().Creator("x").MissionHeader(2, 2)), unfit, "Its creator is unknown."},
       {(FFolder / "missing.kshock").string(), "The file cannot be opened.", "cannot be opened"},
       {FFolder.Path().string(), "The file cannot be opened.", "cannot be opened"},
-      {Save("large.kshock", large), "The file cannot be read.", "more memory than the 100 MB"},
+      {Save("large.kshock", large), "The file cannot be read.", "more memory than the 1 MB"},
   };
   for (const auto& [path, text, reason] : cases) {
     Open(FThree);
@@ -266,17 +266,18 @@ TEST_F(FileFlow, CancelGoesBackToTheWelcomeStateWithoutABox) {
 
 TEST_F(FileFlow, ClosingWhileReadingEndsTheReader) {
   TTestRecording recording = TTestRecording().Creator().MissionHeader(2, 2).Channels({"T"});
-  for (int block = 0; block < 1000; ++block) recording.Data(std::vector<TTestRecord>(1000, {1, {1}}));
-  FFlow.Open(Save("long.kshock", recording));
+  for (int block = 0; block < 100; ++block) recording.Data(std::vector<TTestRecord>(5000, {1, {1}}));
+  TFileFlow flow({"/opt/shockscope", "1.0.0.0", "", ""}, FHandle.Value(), TReadFileThread::kNoMemoryBound, FScreen);
+  flow.Open(Save("long.kshock", recording));
   FScreen.Said();
-  EXPECT_TRUE(FFlow.MayClose());
-  while (!FPort.Empty()) FFlow.HandleMessage(*FPort.Take());
+  EXPECT_TRUE(flow.MayClose());
+  while (!FPort.Empty()) flow.HandleMessage(*FPort.Take());
   EXPECT_EQ(FScreen.Said(), "") << "what the reader had posted finds nobody";
 }
 
 TEST_F(FileFlow, ACloseWhileTheWindowIsBusyIsDoneAfter) {
   for (const auto state : {TFileFlow::TState::Reading, TFileFlow::TState::Filling}) {
-    TFileFlow flow({"/opt/shockscope", "1.0.0.0", "", ""}, FHandle.Value(), 100000000, FScreen);
+    TFileFlow flow({"/opt/shockscope", "1.0.0.0", "", ""}, FHandle.Value(), 1000000, FScreen);
     int asked = 0;
     FScreen.OnMessages = [&] {
       if (flow.State() != state) return;

@@ -120,13 +120,27 @@ TColumns ColumnsOf(const QCPAxis& keys, const QCPPainter& painter, double from, 
   return {from, to, static_cast<std::size_t>(std::max(1.0, std::ceil(keys.axisRect()->width() * detail)))};
 }
 
+// The line goes up and down so much that it fills an area: smoothing takes most of the time then and is not seen.
+static bool IsNoise(const QCPAxis& values, std::span<const TEnvelopePoint> points) {
+  constexpr double kTravelInWidths = 8;
+  double travel = 0;
+  for (std::size_t i = 1; i < points.size(); ++i) {
+    const double step = std::fabs(double{points[i].value} - double{points[i - 1].value});
+    if (std::isfinite(step)) travel += step;
+  }
+  const double pixelsPerUnit = values.axisRect()->height() / values.range().size();
+  return travel * pixelsPerUnit > kTravelInWidths * values.axisRect()->width();
+}
+
 void DrawEnvelope(QCPPainter& painter, const QCPAxis& keys, const QCPAxis& values,
                   std::span<const TEnvelopePoint> points, const QPen& pen, double keyOffset, double keyScale) {
   // An envelope fills every column, so a pen of one device pixel loses nothing and is drawn many times faster.
   QPen drawn = pen;
   const double ratio = painter.device()->devicePixelRatioF();
-  if (points.size() > static_cast<std::size_t>(keys.axisRect()->width())) drawn.setWidthF(1 / ratio);
+  const bool dense = points.size() > static_cast<std::size_t>(keys.axisRect()->width());
+  if (dense) drawn.setWidthF(1 / ratio);
   painter.save();
+  if (dense && IsNoise(values, points)) painter.setAntialiasing(false);
   painter.setClipRect(keys.axisRect()->rect().adjusted(0, 0, 1, 1), Qt::IntersectClip);
   painter.setPen(drawn);
   const QRectF bounds = QRectF(keys.axisRect()->rect()).adjusted(-50, -50, 50, 50);

@@ -140,12 +140,15 @@ void TTimeChart::SetFullRange(std::optional<std::pair<double, double>> range) {
   ResetZoom();
 }
 
+void TTimeChart::SetRecordingSpan(std::pair<double, double> span) {
+  if (!FHasData) return;
+  FFullRange = {std::min(span.first, FFullRange.first), std::max(span.second, FFullRange.second)};
+  ResetZoom();
+}
+
 void TTimeChart::QueueReplot() {
-  if (isVisible()) {
-    replot(rpQueuedReplot);
-  } else {
-    FStale = true;
-  }
+  FStale = true;
+  update();
 }
 
 void TTimeChart::RedrawMarks() {
@@ -251,6 +254,8 @@ void TTimeChart::PaintGround(QCPPainter& painter) const {
 }
 
 void TTimeChart::paintEvent(QPaintEvent* event) {
+  // Into the buffers that the base is about to show.
+  if (FStale) replot(rpQueuedRefresh);
   QCustomPlot::paintEvent(event);
   QPainter painter(this);
   const QColor highlight = palette().color(QPalette::Highlight);
@@ -272,9 +277,10 @@ void TTimeChart::paintEvent(QPaintEvent* event) {
   }
 }
 
-void TTimeChart::showEvent(QShowEvent* event) {
-  QCustomPlot::showEvent(event);
-  if (FStale) replot(rpQueuedReplot);
+// The base would replot at once for every step of a layout.
+void TTimeChart::resizeEvent(QResizeEvent* /*event*/) {
+  setViewport(rect());
+  QueueReplot();
 }
 
 void TTimeChart::changeEvent(QEvent* event) {

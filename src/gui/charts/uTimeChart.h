@@ -1,8 +1,8 @@
 // The base of every chart: axes, zoom and pan by mouse, wheel and keys, colours of the palette, side margins.
 //
 // The time axis counts days since 1899-12-30, or ms in a chart of TTimeUnit::Milliseconds. Each chart owns its range.
-// What a user does is signalled; what the program sets is not. Changes gather into one replot when control returns to
-// the event loop; a chart that is not shown replots when it is. Main thread only.
+// What a user does is signalled; what the program sets is not. Changes gather into one replot when the chart is next
+// painted. Main thread only.
 #pragma once
 
 #include <qcustomplot.h>
@@ -32,6 +32,9 @@ class TTimeChart : public QCustomPlot {
   [[nodiscard]] std::pair<double, double> TimeRange() const;
   // The span of the data; one instant is widened by a second each side.
   [[nodiscard]] std::pair<double, double> FullRange() const { return FFullRange; }
+  // The recording is longer than this chart's data: everything means this span until other data are set. An empty
+  // chart stays as it is.
+  void SetRecordingSpan(std::pair<double, double> span);
   // Everything in sight, times and values.
   void ResetZoom();
   // What the user asks for by a command, and so signalled: by a factor about a moment, below 1 to see less.
@@ -94,7 +97,7 @@ class TTimeChart : public QCustomPlot {
   static QCPRange ScaleAround(double least, double largest);
 
   void paintEvent(QPaintEvent* event) override;
-  void showEvent(QShowEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
   void changeEvent(QEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
@@ -135,7 +138,7 @@ class TTimeChart : public QCustomPlot {
   std::pair<double, double> FFullRange{0, 1};
   bool FHasData = false;
   bool FZoomable = true;
-  bool FStale = false;  // a replot waits for the chart to be shown
+  bool FStale = true;  // a replot waits for the chart to be painted
   bool FValuesZoomed = false;
   QMargins FLaidMargins;
   std::pair<int, int> FTold{0, 0};  // the needed margins that were signalled last

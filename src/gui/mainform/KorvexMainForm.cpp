@@ -51,7 +51,10 @@ TKorvexMainForm::TKorvexMainForm(TProgram program, std::uint64_t memoryBound)
   FormCreate();
 }
 
-TKorvexMainForm::~TKorvexMainForm() = default;
+// Qt's parents take the views after the flow has gone with the mission that they show.
+TKorvexMainForm::~TKorvexMainForm() {
+  FScreen->EmptyGridsAndCharts();
+}
 
 QWidget& TKorvexMainForm::View(TView view) const {
   switch (view) {

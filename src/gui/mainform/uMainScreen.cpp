@@ -216,6 +216,11 @@ void TMainScreen::PopulateChartSeries(const TShownMission& mission) {
   }
   FParts.overview->ChartAllSensors()->SetSensors(mission.Sensors, mission.Sensors.StartTime);
   FParts.docks.ChartNavigator->SetMission(mission.Events, mission.Sensors);
+  // All of them show the same span at first, so that equal times stand above each other.
+  for (TTimeChart* chart : std::initializer_list<TTimeChart*>{FParts.overview->Chart1(), FParts.shock->Chart20(),
+                                                              FParts.overview->ChartAllSensors()}) {
+    chart->SetRecordingSpan(FParts.docks.ChartNavigator->FullRange());
+  }
 }
 
 void TMainScreen::UpdateKorvexUI(TShownMission& mission) {
@@ -241,7 +246,12 @@ void TMainScreen::FreePointAbsorptionLists() {
 }
 
 void TMainScreen::RefreshGrid(std::string_view grid) {
-  Control<TGrid>(grid).Refresh();
+  auto& refreshed = Control<TGrid>(grid);
+  refreshed.Refresh();
+  // Other rows stand in their places; the selected event is where it was, if it still is among them.
+  if (&refreshed == FParts.overview->MostImportant() && FMission != nullptr) {
+    refreshed.SetCurrentId(FMission->SelectedEvent);
+  }
 }
 
 void TMainScreen::RebuildFilteredEvents() {

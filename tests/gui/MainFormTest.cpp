@@ -1,0 +1,417 @@
+// The window from end to end, through the names of its controls, as a person uses it.
+#include "gui/mainform/KorvexMainForm.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QDockWidget>
+#include <QDropEvent>
+#include <QFileDialog>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QTableView>
+#include <QTest>
+#include <QTimer>
+#include <QToolButton>
+#include <stdexcept>
+
+#include "gui/common/uGuard.h"
+#include "tests/support/uThreeEvents.h"
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+namespace {
+
+constexpr int kPatienceMs = 60000;
+const std::vector<std::string> kViews = {"WellcomePanel", "MainOverviewPanel", "MainShockPanel", "ReportPanel"};
+
+class MainForm : public testing::Test {
+ protected:
+  MainForm() {
+    FProgram.folder = FFolder.Path();
+    FProgram.version = "1.2.3.4";
+    FProgram.dataFolder = FFolder.Path().string();
+    // Answers whatever asks, so that nothing waits for a person.
+    QObject::connect(&FWatch, &QTimer::timeout, [this] { Answer(QApplication::activeModalWidget()); });
+    FWatch.start(10);
+  }
+
+  // A control that the window lacks, and anything else that a handler throws, ends in such a box.
+  void TearDown() override { EXPECT_THAT(FBoxes, testing::Each(testing::Not(testing::StartsWith("msgFailure")))); }
+
+  void Answer(QWidget* dialog) {
+    if (auto* box = qobject_cast<QMessageBox*>(dialog)) {
+      FBoxes.push_back((box->objectName() + "|" + box->text() + "|" + box->informativeText()).toStdString());
+      QTest::keyClick(box, Qt::Key_Escape);
+    } else if (auto* open = qobject_cast<QFileDialog*>(dialog)) {
+      FDialogs.push_back(
+          (open->objectName() + "|" + open->directory().absolutePath() + "|" + open->selectedNameFilter())
+              .toStdString());
+      auto* name = open->findChild<QLineEdit*>("fileNameEdit");
+      name->setText(FTyped);
+      QTest::keyClick(name, FTyped.isEmpty() ? Qt::Key_Escape : Qt::Key_Return);
+    }
+  }
+
+  QString Save(const char* name, const TBytes& stream) {
+    WriteFile(FFolder / name, stream);
+    return QString::fromStdString((FFolder / name).string());
+  }
+  QString Save(const char* name, const TTestRecording& recording) { return Save(name, Deflated(recording.content)); }
+
+  void Start(const QString& argument = {}) {
+    FProgram.firstArgument = argument.toStdString();
+    FForm = std::make_unique<TKorvexMainForm>(FProgram, TReadFileThread::kNoMemoryBound);
+    FForm->show();
+    Activate();
+    // What the window does once it stands comes before this.
+    bool stands = false;
+    QMetaObject::invokeMethod(
+        FForm.get(), [&stands] { stands = true; }, Qt::QueuedConnection);
+    ASSERT_TRUE(QTest::qWaitFor([&stands] { return stands; }, kPatienceMs));
+    Settle();
+  }
+  void Settle() {
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !FForm->Flow().Busy(); }, kPatienceMs));
+    for (int round = 0; round < 5; ++round) QCoreApplication::processEvents();
+  }
+  void Drop(const QString& path) {
+    QMimeData files;
+    files.setUrls({QUrl::fromLocalFile(path)});
+    QDragEnterEvent enter({9, 9}, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(FForm.get(), &enter);
+    if (!enter.isAccepted()) return;
+    QDropEvent drop({9, 9}, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(FForm.get(), &drop);
+  }
+  void Activate() {
+    FForm->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(FForm.get()));
+  }
+  void Press(const char* keys) {
+    Activate();  // a dialog may have been in front
+    QTest::keySequence(FForm.get(), QKeySequence(keys));
+    Settle();
+  }
+
+  template <class T = QWidget>
+  T* Find(const std::string& name) {
+    T* found = FForm->findChild<T*>(QString::fromStdString(name));
+    if (found == nullptr) throw std::runtime_error("there is no " + name);
+    return found;
+  }
+  // Of the named controls, those in sight.
+  std::vector<std::string> Seen(const std::vector<std::string>& names) {
+    std::vector<std::string> seen;
+    std::ranges::copy_if(names, std::back_inserter(seen), [this](const auto& name) { return Find(name)->isVisible(); });
+    return seen;
+  }
+  // Of the named controls, those that nobody hid; a group may stand on a tab, a panel behind another.
+  std::vector<std::string> Shown(const std::vector<std::string>& names) {
+    std::vector<std::string> shown;
+    std::ranges::copy_if(names, std::back_inserter(shown),
+                         [this](const auto& name) { return !Find(name)->isHidden(); });
+    return shown;
+  }
+  std::vector<std::string> Docks() {
+    return Shown({"dxDockPanelNavigator", "dxDockPanelMissionDetails", "dxDockPanelSensorGridTemp",
+                  "dxDockPanelSensorGridBattery"});
+  }
+  std::vector<std::string> Groups() {
+    return Shown({"btngrpNavigator", "btngrpView", "btngrpLayout", "btngrpFiltering", "btngrpShock", "btngrpFilter",
+                  "btngrpAlarm"});
+  }
+  std::string Caption() { return FForm->windowTitle().toStdString(); }
+
+  void ExpectWelcome() {
+    EXPECT_THAT(Seen(kViews), ElementsAre("WellcomePanel"));
+    EXPECT_THAT(Docks(), IsEmpty());
+    EXPECT_THAT(Groups(), IsEmpty());
+    EXPECT_FALSE(Find("pnlLoading")->isVisible());
+    EXPECT_TRUE(Find("dxBarOpenNewFile")->isEnabled());
+    EXPECT_EQ(Caption(), "Korvex165 ShockScope [W64] v1.2.3.4");
+  }
+  void ExpectShown(const QString& path) {
+    EXPECT_EQ(Caption(), "Korvex165 ShockScope v1.2.3.4 [" + path.toStdString() + "]");
+    EXPECT_TRUE(FForm->Flow().FileShown());
+    EXPECT_FALSE(Find("pnlLoading")->isVisible());
+  }
+
+  // Clicks a column's title and gives the column back.
+  int ClickTitle(QTableView* grid, const QString& title) {
+    int column = 0;
+    while (grid->model()->headerData(column, Qt::Horizontal).toString() != title) {
+      if (++column == grid->model()->columnCount()) throw std::runtime_error("no column " + title.toStdString());
+    }
+    grid->scrollTo(grid->model()->index(0, column));
+    QHeaderView* header = grid->horizontalHeader();
+    const QPoint at(header->sectionViewportPosition(column) + 8, header->height() / 2);
+    QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, at);
+    return column;
+  }
+  static std::string CurrentId(const QTableView* grid) {
+    return grid->currentIndex().siblingAtColumn(0).data().toString().toStdString();
+  }
+
+  TTempFolder FFolder;
+  TProgram FProgram;
+  QString FThree = Save("three.kshock", ThreeEvents());
+  QString FTyped;                     // into an open dialog; nothing cancels it
+  std::vector<std::string> FDialogs;  // name, folder and filter of each that was answered
+  std::vector<std::string> FBoxes;    // name, text and details of each that was answered
+  QTimer FWatch;
+  std::unique_ptr<TKorvexMainForm> FForm;
+};
+
+TEST_F(MainForm, OpensByArgumentDialogAndDrop) {
+  const QString second = Save("zweite Fahrt.kshock", ThreeEvents());
+  Start(FThree);
+  ExpectShown(FThree);
+  EXPECT_THAT(Seen(kViews), ElementsAre("MainOverviewPanel"));
+  EXPECT_EQ(Find<QLabel>("lblStatusFile")->text(), "three.kshock · complete");
+  EXPECT_EQ(Find<QLabel>("lblStatusEvents")->text(), "3 events");
+  EXPECT_THAT(FDialogs, IsEmpty());
+
+  Press("Ctrl+O");
+  EXPECT_THAT(FDialogs, ElementsAre("dlgOpen|" + FProgram.dataFolder + "|Korvex ShockScope File (*.kshock)"));
+  ExpectShown(FThree);  // cancelled
+  Find<QComboBox>("cmbSettingsDefFileFilter")->setCurrentIndex(1);
+  FTyped = second;
+  Press("Ctrl+O");
+  EXPECT_THAT(FDialogs.back(), HasSubstr("|Korvex Data File (*.kshock *.korvex)"));
+  ExpectShown(second);
+
+  Drop(FThree);
+  Settle();
+  ExpectShown(FThree);
+  EXPECT_THAT(Seen({"pnlDamaged"}), IsEmpty());
+  EXPECT_THAT(FBoxes, IsEmpty());
+}
+
+TEST_F(MainForm, SaysInOneBoxWhatCannotBeShownAndStaysUsable) {
+  const QString text = Save("text.kshock", TBytes{'n', 'o'});
+  Start("/none/missing.kshock");
+  ASSERT_EQ(FBoxes.size(), 1U);
+  EXPECT_THAT(FBoxes[0], testing::StartsWith("msgFile|The file cannot be opened.|/none/missing.kshock\n"));
+  ExpectWelcome();
+  Drop(FThree);
+  Settle();
+  Drop(text);
+  Settle();
+  ASSERT_EQ(FBoxes.size(), 2U);
+  EXPECT_EQ(FBoxes[1], "msgFile|This file cannot be displayed.|" + text.toStdString() + "\nIt is no data file.");
+  ExpectWelcome();
+  EXPECT_EQ(Find<QTableView>("dbgShocks")->model()->rowCount(), 0);
+  Drop(FThree);
+  Settle();
+  ExpectShown(FThree);
+  EXPECT_EQ(FBoxes.size(), 2U);
+}
+
+TEST_F(MainForm, ShowsADamagedFileWithANoteThatGoesWithIt) {
+  TTestRecording recording = ThreeEvents();
+  recording.Block(8, {1, 2, 3}).content.pop_back();
+  Start(Save("cut.kshock", recording));
+  EXPECT_THAT(Seen({"MainOverviewPanel", "pnlDamaged"}), ElementsAre("MainOverviewPanel", "pnlDamaged"));
+  EXPECT_THAT(Find<QLabel>("lblDamaged")->text().toStdString(), HasSubstr("2 data blocks"));
+  QTest::mouseClick(Find("btnDamagedClose"), Qt::LeftButton);
+  EXPECT_THAT(Seen({"pnlDamaged"}), IsEmpty());
+  Press("F5");
+  EXPECT_TRUE(Find("pnlDamaged")->isVisible()) << "it is still damaged";
+  Drop(FThree);
+  Settle();
+  EXPECT_THAT(Seen({"pnlDamaged"}), IsEmpty());
+}
+
+TEST_F(MainForm, CancelsByButtonAndByEsc) {
+  Start(FThree);
+  Drop(FThree);
+  EXPECT_TRUE(Find("pnlLoading")->isVisible());
+  EXPECT_FALSE(Find("dxBarOpenNewFile")->isEnabled());
+  QTest::mouseClick(Find("btnLoadingCancel"), Qt::LeftButton);
+  Settle();
+  ExpectWelcome();
+  Drop(FThree);
+  QTest::keyClick(FForm->focusWidget(), Qt::Key_Escape);
+  Settle();
+  ExpectWelcome();
+  EXPECT_THAT(FBoxes, IsEmpty());
+}
+
+TEST_F(MainForm, RefusesADropWhileReading) {
+  Start();
+  Drop(FThree);
+  Drop(Save("text.kshock", TBytes{'n', 'o'}));
+  Settle();
+  ExpectShown(FThree);
+}
+
+TEST_F(MainForm, ClosesWhileAFileIsRead) {
+  TTestRecording recording = TTestRecording().Creator().MissionHeader(2, 2).Channels({"T"});
+  for (int block = 0; block < 100; ++block) recording.Data(std::vector<TTestRecord>(5000, {1, {1}}));
+  const QString path = Save("long.kshock", recording);
+  Start();
+  Drop(path);
+  ASSERT_EQ(FForm->Flow().State(), TFileFlow::TState::Reading);
+  EXPECT_TRUE(FForm->close());
+  for (int round = 0; round < 5; ++round) QCoreApplication::processEvents();
+  EXPECT_FALSE(FForm->isVisible());
+}
+
+TEST_F(MainForm, DoesACloseAfterTheFillingThatItEnds) {
+  TTestRecording recording = TTestRecording().Creator().MissionHeader(2, 2).Channels({"ACC x", "ACC y", "ACC z"});
+  std::vector<TTestRecord> events;
+  for (int i = 0; i < 1500; ++i) {
+    for (const float x : {5.0F, kEnd}) events.push_back({static_cast<double>(i), {x, 0, 0}});
+  }
+  for (int block = 0; block < 60; ++block) recording.Data(events);
+  const QString path = Save("many.kshock", recording);
+  Start();
+  bool asked = false;
+  QTimer impatient;
+  QObject::connect(&impatient, &QTimer::timeout, [&] {
+    if (asked || FForm->Flow().State() != TFileFlow::TState::Filling) return;
+    asked = true;
+    EXPECT_FALSE(FForm->close());
+  });
+  impatient.start(0);
+  Drop(path);
+  EXPECT_TRUE(QTest::qWaitFor([this] { return !FForm->isVisible(); }, kPatienceMs));
+  EXPECT_TRUE(asked);
+}
+
+TEST_F(MainForm, ATitleClickSortsMarksItsColumnAndSelectsTheFirstRow) {
+  Start(FThree);
+  EXPECT_EQ(CurrentId(Find<QTableView>("dbgMostImportant")), "1") << "the most intense event";
+  Press("Ctrl+2");
+  auto* grid = Find<QTableView>("dbgShocks");
+  const struct {
+    const char* title;
+    Qt::SortOrder order;
+    const char* first;
+  } clicks[] = {{"Timestamp", Qt::DescendingOrder, "2"},
+                {"ID", Qt::AscendingOrder, "0"},
+                {"IoT total", Qt::DescendingOrder, "1"},
+                {"IoT total", Qt::AscendingOrder, "2"}};
+  for (const auto& [title, order, first] : clicks) {
+    const int column = ClickTitle(grid, title);
+    EXPECT_EQ(grid->horizontalHeader()->sortIndicatorSection(), column) << title;
+    EXPECT_EQ(grid->horizontalHeader()->sortIndicatorOrder(), order) << title;
+    EXPECT_EQ(grid->currentIndex().row(), 0);
+    for (const char* other : {"dbgShocks", "dbgFilteredShocks", "dbgMostImportant"}) {
+      EXPECT_EQ(CurrentId(Find<QTableView>(other)), first) << title << " in " << other;
+    }
+  }
+  EXPECT_EQ(Find<QLabel>("lblCardToTTotalValue")->text(), "4 msec") << "of event 2";
+  Press("N");
+  EXPECT_EQ(CurrentId(grid), "0") << "IoT total rises: 9, 10, 14";
+
+  Press("Ctrl+1");
+  for (const char* name : {"DBGrid2", "DBGrid8"}) {
+    auto* readings = Find<QTableView>(name);
+    ClickTitle(readings, "Timestamp");
+    EXPECT_EQ(readings->horizontalHeader()->sortIndicatorOrder(), Qt::DescendingOrder);
+    EXPECT_EQ(readings->model()->index(0, 0).data().toString(), "2") << name;
+  }
+  auto* orderBy = Find<QComboBox>("cmbOrderMostImporantBy");
+  orderBy->setFocus();
+  QTest::keyClick(orderBy, Qt::Key_End);
+  auto* important = Find<QTableView>("dbgMostImportant");
+  EXPECT_EQ(important->model()->index(2, 0).data().toString(), "2") << "5 g, less than 20 g and 9 g";
+  EXPECT_EQ(CurrentId(important), "0") << "the selected event stays marked";
+  QTest::keyClick(orderBy, Qt::Key_Home);
+  EXPECT_EQ(CurrentId(important), "0");
+}
+
+TEST_F(MainForm, KeysSwitchBetweenViewsWithTheirPanelsAndGroups) {
+  Start(FThree);
+  Press("Ctrl+3");
+  EXPECT_THAT(Seen(kViews), ElementsAre("ReportPanel"));
+  EXPECT_THAT(Docks(), IsEmpty());
+  EXPECT_THAT(Groups(), ElementsAre("btngrpView", "btngrpAlarm"));
+  EXPECT_THAT(Shown({"dxBarOverviewPrint", "dxBarShockPrint", "dxBarReportPrintOnly"}),
+              ElementsAre("dxBarReportPrintOnly"));
+  Press("N");
+  Press("Ctrl+Shift+N");
+  EXPECT_EQ(FForm->Flow().Mission().SelectedEvent, 1U) << "the keys of hidden groups rest";
+  EXPECT_THAT(Docks(), IsEmpty());
+
+  Press("Ctrl+2");
+  EXPECT_THAT(Seen(kViews), ElementsAre("MainShockPanel"));
+  EXPECT_THAT(Docks(), ElementsAre("dxDockPanelNavigator", "dxDockPanelMissionDetails"));
+  EXPECT_THAT(Groups(), ElementsAre("btngrpNavigator", "btngrpView", "btngrpLayout", "btngrpFiltering", "btngrpShock",
+                                    "btngrpFilter", "btngrpAlarm"));
+  EXPECT_TRUE(Find("dxBarNextEvent")->isVisible()) << "the tab of the shock view is in front";
+
+  Press("Ctrl+1");
+  EXPECT_THAT(Seen(kViews), ElementsAre("MainOverviewPanel"));
+  EXPECT_EQ(Docks().size(), 4U);
+  EXPECT_THAT(Groups(), ElementsAre("btngrpNavigator", "btngrpView", "btngrpLayout", "btngrpFiltering", "btngrpAlarm"));
+  EXPECT_TRUE(Find<QAction>("actSetViewOverview")->isChecked());
+  Press("Ctrl+W");
+  ExpectShown(FThree);
+}
+
+TEST_F(MainForm, WithoutAFileItsKeysDoNothing) {
+  Start();
+  for (const char* keys : {"Ctrl+1", "Ctrl+2", "Ctrl+3", "Ctrl+0", "N", "P", "F5", "Ctrl+D", "Ctrl+W", "Ctrl+Shift+L",
+                           "Ctrl+Shift+N", "Ctrl+Shift+M", "Ctrl+Shift+S", "Ctrl+Shift+B"}) {
+    Press(keys);
+  }
+  ExpectWelcome();
+  EXPECT_THAT(FDialogs, IsEmpty());
+  EXPECT_THAT(FBoxes, IsEmpty());
+}
+
+TEST_F(MainForm, TheWelcomePanelOffersManualAndDemoWhereThereAreFiles) {
+  Start();
+  EXPECT_THAT(Seen({"btnWellcomeOpen", "btnWellcomeDemo"}), ElementsAre("btnWellcomeOpen"));
+  std::filesystem::create_directories(FFolder / "doc_shock");
+  std::filesystem::create_directories(FFolder / "data");
+  Save("doc_shock/Quick-Start.pdf", TBytes{1});
+  const QString demo = Save("data/demo.kshock", ThreeEvents());
+  Start();
+  EXPECT_EQ(Find("frmUserManualIcon_0")->accessibleName(), "Quick Start.pdf");
+  FTyped = demo;
+  QTest::mouseClick(Find("btnWellcomeDemo"), Qt::LeftButton);
+  Settle();
+  ExpectShown(demo);
+  EXPECT_THAT(FDialogs, ElementsAre(HasSubstr("|" + (FFolder / "data").string() + "|")));
+}
+
+TEST_F(MainForm, EveryControlSaysWhatItIs) {
+  Start(FThree);
+  const auto isOneOf = []<class... T>(const QObject* object, T*...) { return (... || qobject_cast<const T*>(object)); };
+  constexpr QAbstractButton* kButton = nullptr;
+  constexpr QTableView* kTable = nullptr;
+  constexpr QLineEdit* kEdit = nullptr;
+  constexpr QComboBox* kCombo = nullptr;
+  constexpr QTabBar* kTabs = nullptr;
+  for (const QWidget* control : FForm->findChildren<QWidget*>()) {
+    const std::string name = control->objectName().toStdString();
+    const bool isPart = name.starts_with("qt_") || isOneOf(control->parent(), kTable, kEdit, kCombo, kTabs);
+    if (isPart || !isOneOf(control, kButton, kTable, kEdit, kCombo)) continue;
+    const auto* button = qobject_cast<const QAbstractButton*>(control);
+    EXPECT_FALSE(name.empty()) << "in " << control->parent()->objectName().toStdString();
+    EXPECT_FALSE(control->accessibleName().isEmpty() && (button == nullptr || button->text().isEmpty())) << name;
+    EXPECT_FALSE(qobject_cast<const QToolButton*>(control) && control->toolTip().isEmpty()) << name;
+  }
+}
+
+TEST_F(MainForm, AnExceptionInAHandlerEndsAsOneBox) {
+  Start();
+  Guarded(FForm.get(), [] { throw std::runtime_error("The disk is full."); });
+  Guarded(FForm.get(), [] { throw std::bad_alloc(); });
+  EXPECT_THAT(std::exchange(FBoxes, {}),
+              ElementsAre("msgFailure|The command could not be completed.|The disk is full.",
+                          "msgFailure|The command could not be completed.|There is not enough memory."));
+}
+
+}  // namespace

@@ -1,0 +1,13 @@
+// Windows are tested without a display.
+#include <gtest/gtest.h>
+
+#include <QApplication>
+
+int main(int argc, char** argv) {
+  testing::InitGoogleTest(&argc, argv);
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  // A test answers the toolkit's own dialogs only.
+  QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+  const QApplication application(argc, argv);
+  return RUN_ALL_TESTS();
+}
