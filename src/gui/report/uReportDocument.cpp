@@ -19,7 +19,7 @@ QString Safe(const std::string& text) {
 }
 
 QString FigureTable(const QString& title, const std::vector<TFigure>& figures) {
-  QString html = QString("<h2>%1</h2><table width='100%' cellspacing='0' cellpadding='1'>").arg(title);
+  QString html = QString("<p class='heading'>%1</p><table width='100%' cellspacing='0' cellpadding='1'>").arg(title);
   for (const TFigure& figure : figures) {
     html +=
         QString("<tr><td width='22%' class='label'>%1</td><td>%2</td></tr>").arg(Safe(figure.label), Safe(figure.text));
@@ -35,7 +35,7 @@ QString ImportantTable(const TDataset& table) {
                                                               {"ToT max", "ToT max"},
                                                               {"IoT total", "IoT total (g ms)"},
                                                               {"IoT max", "IoT max (g ms)"}};
-  QString html = "<h2>Most important events</h2>";
+  QString html = "<p class='heading'>Most important events</p>";
   if (table.RecordCount() == 0) return html + "<p>There are no shock events.</p>";
   html += "<table width='100%' cellspacing='0' cellpadding='2' border='1' style='border-collapse:collapse'><tr>";
   for (const auto& [key, title] : kColumns) html += QString("<th align='left'>%1</th>").arg(title);
@@ -57,10 +57,11 @@ std::unique_ptr<QTextDocument> MakeReport(const TShownMission& mission) {
   const TMissionSummary summary = SummarizeMission(mission.Data, mission.Events, mission.Sensors);
   auto document = std::make_unique<QTextDocument>();
   document->setDefaultStyleSheet(
-      "body { color: black; } h1 { font-size: 16pt; margin-bottom: 0px; }"
-      "h2 { font-size: 10pt; margin-top: 8px; margin-bottom: 1px; }"
-      "td, th, p { font-size: 8pt; } .label { color: #555555; } table { border-color: #999999; }");
-  document->setHtml("<h1>Shock report</h1>" + FigureTable("Mission", HeaderFigures(mission.Data)) +
+      "p, td, th { color: black; font-size: 8pt; } .label { color: #555555; }"
+      ".title { font-size: 17pt; font-weight: bold; margin: 0px; }"
+      ".heading { font-size: 10.5pt; font-weight: bold; margin-top: 10px; margin-bottom: 2px; }"
+      "table { border-color: #999999; }");
+  document->setHtml("<p class='title'>Shock report</p>" + FigureTable("Mission", HeaderFigures(mission.Data)) +
                     FigureTable("Events", EventFigures(summary, mission.Events)) +
                     FigureTable("Sensors", SensorFigures(summary)) + ImportantTable(mission.Tables.Important));
   return document;
