@@ -46,6 +46,7 @@ void Print(const std::string& what, double bound, std::vector<double> times) {
 
 void Repeat(const std::string& what, double bound, const std::function<void(int)>& step) {
   std::vector<double> times;
+  times.reserve(kRounds);
   for (int round = 0; round < kRounds; ++round) times.push_back(Milliseconds([&] { step(round); }));
   Print(what, bound, times);
 }

@@ -61,8 +61,7 @@ void OrderMostImportantBy(TShownMission& mission, int entry, IMainScreen& screen
 
 void StepEvent(TShownMission& mission, int steps, IMainScreen& screen) {
   const TDataset& table = mission.CLDS;
-  const auto id = table.FindField("ID");
-  if (!id || table.RecordCount() == 0) return;
+  if (table.RecordCount() == 0) return;
   // An event's row in the table is its index in the list.
   const auto selected = mission.SelectedEvent ? table.PositionOf(*mission.SelectedEvent) : std::nullopt;
   const auto last = static_cast<std::int64_t>(table.RecordCount()) - 1;

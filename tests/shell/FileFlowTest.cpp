@@ -44,29 +44,20 @@ class TQueueingPort final : public IMessagePort {
   std::deque<TMessage> FMessages;
 };
 
-const std::string kOpenButtons = " dxBarOpenNewFile barbtnlrgOpenDemoFile dxBarReload\n";
+const std::string kOpenButtons = " dxBarOpenNewFile barbtnlrgOpenDemoFile dxBarReload; ";
 
 std::string LogOfPreamble(const std::string& path) {
   return "disable" + kOpenButtons + "hide" + kDockPanelNames + kFileControlNames +
-         " dxLayoutItemReportIsFiltered dxLayoutItemReportIsFilteredCover\n"
-         "front WellcomePanel\n"
-         "text PnlLoadingMsg \"Reading file data...\"\n"
-         "text PnlLoadingDetail \"\"\n"
-         "progress maximum 9\n"
-         "progress 0\n"
-         "taskbar on\n"
-         "show pnlLoading\n"
-         "front pnlLoading\n"
-         "messages\n"
-         "hide pnlDamaged\n"
-         "empty grids and charts\n"
-         "caption \"Korvex165 ShockScope v1.0.0.0 [" +
-         path + "]\"\n";
+         " dxLayoutItemReportIsFiltered dxLayoutItemReportIsFilteredCover; front WellcomePanel; " +
+         R"(text PnlLoadingMsg "Reading file data..."; text PnlLoadingDetail ""; progress maximum 9; progress 0; )" +
+         R"(taskbar on; show pnlLoading; front pnlLoading; messages
+hide pnlDamaged; empty grids and charts; caption "Korvex165 ShockScope v1.0.0.0 [)" +
+         path + "]\"; ";
 }
 
-const std::string kLogOfWelcome = "empty grids and charts\nhide pnlLoading\ntaskbar off\nenable" + kOpenButtons +
-                                  "caption \"Korvex165 ShockScope [W64] v1.0.0.0\"\nfront WellcomePanel\nhide" +
-                                  kDockPanelNames + kFileControlNames + "\n";
+const std::string kLogOfWelcome = "empty grids and charts; hide pnlLoading; taskbar off; enable" + kOpenButtons +
+                                  "caption \"Korvex165 ShockScope [W64] v1.0.0.0\"; front WellcomePanel; hide" +
+                                  kDockPanelNames + kFileControlNames + "; ";
 
 class FileFlow : public testing::Test {
  protected:
@@ -112,61 +103,32 @@ TEST_F(FileFlow, ARecordingIsOpenedReadCompletedAndShownInThisOrder) {
   EXPECT_EQ(FFlow.State(), TFileFlow::TState::Reading);
   Finish();
   EXPECT_EQ(FScreen.Said(), "text PnlLoadingDetail \"" + FThree +
-                                " · 1 blocks read\"\n"
-                                "text PnlLoadingMsg \"Loading the data...\"\n"
-                                "progress 1\n"
-                                "messages\n"
-                                "text PnlLoadingMsg \"Populating Shock Event Dataset...\"\n"
-                                "progress 2\n"
-                                "text PnlLoadingMsg \"Loading Shock Events (1 of 3)\"\n"
-                                "messages\n"
-                                "progress 3\n"
-                                "progress 4\n"
-                                "text PnlLoadingMsg \"Populating the Shock Cards Dataset...\"\n"
-                                "text PnlLoadingMsg \"Loading Shock Cards (1 of 3)\"\n"
-                                "messages\n"
-                                "progress 5\n"
-                                "text PnlLoadingMsg \"Populating Sensors Dataset...\"\n"
-                                "text PnlLoadingMsg \"Loading Sensors data (1 of 3)\"\n"
-                                "messages\n"
-                                "text PnlLoadingMsg \"Populating the Battery Dataset...\"\n"
-                                "text PnlLoadingMsg \"Loading Battery data (1 of 3)\"\n"
-                                "messages\n"
-                                "text PnlLoadingMsg \"Populating the chart series...\"\n"
-                                "progress 6\n"
-                                "messages\n"
-                                "series of 3\n"
-                                "text PnlLoadingMsg \"Updating UI...\"\n"
-                                "progress 7\n"
-                                "messages\n"
-                                "update with 3\n"
-                                "text PnlLoadingMsg \"Preparing Report...\"\n"
-                                "progress 8\n"
-                                "messages\n"
-                                "report on 3\n"
-                                "text PnlLoadingMsg \"Finishing up...\"\n"
-                                "progress 9\n"
-                                "messages\n"
-                                "hide pnlLoading\n"
-                                "taskbar off\n"
-                                "enable" +
+                                " · 1 blocks read\"; "
+                                R"log(text PnlLoadingMsg "Loading the data..."; progress 1; messages
+text PnlLoadingMsg "Populating Shock Event Dataset..."; progress 2; )log"
+                                R"log(text PnlLoadingMsg "Loading Shock Events (1 of 3)"; messages
+progress 3; progress 4; text PnlLoadingMsg "Populating the Shock Cards Dataset..."; )log"
+                                R"log(text PnlLoadingMsg "Loading Shock Cards (1 of 3)"; messages
+progress 5; text PnlLoadingMsg "Populating Sensors Dataset..."; )log"
+                                R"log(text PnlLoadingMsg "Loading Sensors data (1 of 3)"; messages
+text PnlLoadingMsg "Populating the Battery Dataset..."; )log"
+                                R"log(text PnlLoadingMsg "Loading Battery data (1 of 3)"; messages
+text PnlLoadingMsg "Populating the chart series..."; progress 6; messages
+series of 3; text PnlLoadingMsg "Updating UI..."; progress 7; messages
+update with 3; text PnlLoadingMsg "Preparing Report..."; progress 8; messages
+report on 3; text PnlLoadingMsg "Finishing up..."; progress 9; messages
+hide pnlLoading; taskbar off; enable)log" +
                                 kOpenButtons +
-                                "show btngrpView dxBarOverview dxBarLargeShockView dxBarReport\n"
-                                "selected 1\n"  // the most intense event
-                                "position 1\n"
-                                "ribbon suspended\n"
-                                "hide dxBarShockPrint dxBarShockExport btngrpShock btngrpFilter dxBarReportPrintOnly"
-                                " dxBarReportExportOnly\n"
-                                "show dxBarOverviewPrint dxBarOverviewExport btngrpNavigator btngrpLayout btngrpAlarm"
-                                " btngrpFiltering\n"
-                                "front MainOverviewPanel\n"
-                                "check actSetViewOverview\n"
-                                "show dxBarShowSensorGrid dxBarShowBatteryGrid" +
+                                "show btngrpView dxBarOverview dxBarLargeShockView dxBarReport; "
+                                "selected 1; position 1; "  // the most intense event
+                                "ribbon suspended; hide dxBarShockPrint dxBarShockExport btngrpShock btngrpFilter"
+                                " dxBarReportPrintOnly dxBarReportExportOnly; "
+                                "show dxBarOverviewPrint dxBarOverviewExport"
+                                " btngrpNavigator btngrpLayout btngrpAlarm btngrpFiltering; front MainOverviewPanel; "
+                                "check actSetViewOverview; show dxBarShowSensorGrid dxBarShowBatteryGrid" +
                                 kDockPanelNames +
-                                "\n"
-                                "ribbon resumed\n"
-                                "repaint ChartAllSensors\n"
-                                "text lblStatusFile \"three.kshock · complete\"\n");
+                                "; ribbon resumed; repaint ChartAllSensors; "
+                                "text lblStatusFile \"three.kshock · complete\"; ");
   EXPECT_TRUE(FFlow.FileShown());
   EXPECT_EQ(SensorList.StartTime, 45123.25);
   EXPECT_TRUE(MissionData.bValidStartTime);
@@ -175,7 +137,7 @@ TEST_F(FileFlow, ARecordingIsOpenedReadCompletedAndShownInThisOrder) {
 }
 
 TEST_F(FileFlow, TheDialogStartsInTheFolderOfTheCommandWithTheFilterOfTheSettings) {
-  const std::string filters = "Korvex ShockScope File|*.kshock|Korvex Data File|*.kshock;*.korvex\n";
+  const std::string filters = "Korvex ShockScope File|*.kshock|Korvex Data File|*.kshock;*.korvex; ";
   FScreen.ChosenFile = FThree;
   FFlow.AskAndOpen();
   EXPECT_EQ(FScreen.Said(), "ask in /recordings for entry 1 of " + filters + LogOfPreamble(FThree));
@@ -191,7 +153,7 @@ TEST_F(FileFlow, ACancelledDialogLeavesTheShownFile) {
   FFlow.SwitchView(TView::Report);
   FScreen.Said();
   FFlow.AskAndOpen();
-  EXPECT_THAT(FScreen.Said(), testing::MatchesRegex("ask [^\n]*\n"));
+  EXPECT_THAT(FScreen.Said(), testing::MatchesRegex("ask in [^;]*;[^;]*; "));
   EXPECT_TRUE(FFlow.FileShown());
   EXPECT_EQ(FFlow.View(), TView::Report);
   EXPECT_EQ(FFlow.Mission().CLDS.RecordCount(), 3U);
@@ -234,16 +196,16 @@ TEST_F(FileFlow, ADamagedFileIsShownAndSaidSo) {
   EXPECT_TRUE(FFlow.FileShown());
   EXPECT_EQ(FFlow.Mission().CLDS.RecordCount(), 3U);
   const std::string log = FScreen.Said();
-  EXPECT_THAT(log, HasSubstr("text lblStatusFile \"cut.kshock · damaged\"\n"));
+  EXPECT_THAT(log, HasSubstr("text lblStatusFile \"cut.kshock · damaged\"; "));
   EXPECT_THAT(log, HasSubstr(fmt::format("2 data blocks, {} bytes of content were read", whole + 20)));
-  EXPECT_THAT(log, testing::EndsWith("show pnlDamaged\n"));
+  EXPECT_THAT(log, testing::EndsWith("show pnlDamaged; "));
 }
 
 TEST_F(FileFlow, CancelGoesBackToTheWelcomeStateWithoutABox) {
   using TState = TFileFlow::TState;
   // While the panel paints, while the file is read, at the first and at the last step of filling.
   const std::pair<TState, const char*> moments[] = {
-      {TState::Reading, "front pnlLoading"}, {TState::Filling, "progress 1\n"}, {TState::Filling, "progress 9\n"}};
+      {TState::Reading, "front pnlLoading"}, {TState::Filling, "progress 1; "}, {TState::Filling, "progress 9; "}};
   for (const auto& [state, last] : moments) {
     std::string before;
     FScreen.OnMessages = [&, at = std::string(last)] {
@@ -287,7 +249,7 @@ TEST_F(FileFlow, ACloseWhileTheWindowIsBusyIsDoneAfter) {
     flow.Open(FThree);
     while (flow.Busy()) flow.HandleMessage(FPort.Take().value());
     EXPECT_EQ(asked, 1) << "nothing more is filled";
-    EXPECT_THAT(FScreen.Said(), testing::EndsWith(kLogOfWelcome + "close window\n"));
+    EXPECT_THAT(FScreen.Said(), testing::EndsWith(kLogOfWelcome + "close window; "));
     EXPECT_TRUE(flow.MayClose());
     EXPECT_TRUE(FPort.Empty());
   }

@@ -64,7 +64,7 @@ TEST_F(Ordering, TitleClicksSelectAnIndexInBothTablesAndItsFirstEvent) {
     EXPECT_EQ(FMission.Tables.Events.IndexName(), where);
     EXPECT_EQ(FMission.CLDS.IndexName(), where);
     EXPECT_EQ(FScreen.Said(),
-              fmt::format("grid dbgShocks\ngrid dbgFilteredShocks\nselected {0}\nposition {0}\n", expected.selected))
+              fmt::format("grid dbgShocks; grid dbgFilteredShocks; selected {0}; position {0}; ", expected.selected))
         << where;
   }
 }
@@ -84,7 +84,7 @@ TEST_F(Ordering, WithoutEventsNothingIsSelected) {
   Show(TTestRecording().Creator().MissionHeader(2, 2).Channels({"T"}).Data({{0, {1}}}));
   FMission.SelectedEvent = 0;
   Click({"ID"});
-  EXPECT_EQ(FScreen.Said(), "grid dbgShocks\ngrid dbgFilteredShocks\nselected none\nposition none\n");
+  EXPECT_EQ(FScreen.Said(), "grid dbgShocks; grid dbgFilteredShocks; selected none; position none; ");
   StepEvent(FMission, 1, FScreen);
   EXPECT_EQ(FScreen.Said(), "");
 }
@@ -111,7 +111,7 @@ TEST_F(Ordering, SensorsAndBatteryToggleOnTheirOwn) {
       EXPECT_EQ(table->IndexName(), std::string(key) + direction);
     }
     EXPECT_EQ(Ids(*table), descending) << title;
-    const std::string once = fmt::format("grid {}\n", grid);
+    const std::string once = fmt::format("grid {}; ", grid);
     EXPECT_EQ(FScreen.Said(), once + once + once);
     click(FMission, "ID", FScreen);
     EXPECT_EQ(FScreen.Said(), "") << "a title that does not sort";
@@ -126,7 +126,7 @@ TEST_F(Ordering, OrderByRanksTheMostImportantEventsAndLeavesTheGridsOrder) {
     FScreen.Said();
     OrderMostImportantBy(FMission, entry, FScreen);
     EXPECT_EQ(Ids(FMission.Tables.Important), ranked[entry]) << entry;
-    EXPECT_EQ(FScreen.Said(), "grid dbgMostImportant\n");
+    EXPECT_EQ(FScreen.Said(), "grid dbgMostImportant; ");
     EXPECT_EQ(FMission.Tables.Events.IndexName(), "DBCDesc");
   }
   for (const int none : {-1, 5}) OrderMostImportantBy(FMission, none, FScreen);

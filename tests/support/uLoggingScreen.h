@@ -1,5 +1,6 @@
-// A main window that writes down what it is told, a line a call: the log is what a test reads. Controls that are shown,
-// hidden, enabled or disabled one after the other share a line.
+// A main window that writes down what it is told: the log is what a test reads. "; " ends a call, a new line begins
+// when the window has handled its messages. Controls that are shown, hidden, enabled or disabled in a row share their
+// verb.
 #pragma once
 
 #include <fmt/format.h>
@@ -58,6 +59,7 @@ class TLoggingScreen final : public IMainScreen {
   void SetTaskbarProgress(bool on) override { Say("taskbar {}", on ? "on" : "off"); }
   void ProcessMessages() override {
     Say("messages");
+    FLog.replace(FLog.size() - 2, 2, "\n");
     OnMessages();
   }
 
@@ -84,16 +86,16 @@ class TLoggingScreen final : public IMainScreen {
   template <class... T>
   void Say(fmt::format_string<T...> format, T&&... values) {
     FVerb = {};
-    FLog += fmt::format(format, std::forward<T>(values)...) + "\n";
+    FLog += fmt::format(format, std::forward<T>(values)...) + "; ";
   }
   void List(std::string_view verb, std::string_view control) {
     if (verb == FVerb) {
-      FLog.pop_back();
+      FLog.resize(FLog.size() - 2);
     } else {
       FLog += verb;
     }
     FVerb = verb;
-    FLog += fmt::format(" {}\n", control);
+    FLog += fmt::format(" {}; ", control);
   }
 
   std::string FLog;

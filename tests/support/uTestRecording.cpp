@@ -75,7 +75,8 @@ TTestRecording::TTestRecording() {
 
 TTestRecording& TTestRecording::Block(std::uint16_t type, const TBytes& body) {
   TBody block{std::move(content)};
-  content = block.Put(type).Put(static_cast<std::uint16_t>(body.size())).Append(body).bytes;
+  block.Put(type).Put(static_cast<std::uint16_t>(body.size())).Append(body);
+  content = std::move(block.bytes);
   return *this;
 }
 

@@ -2,6 +2,10 @@
 
 #include <QCoreApplication>
 #include <QEvent>
+#include <chrono>
+#include <memory>
+#include <new>
+#include <thread>
 #include <utility>
 
 #include "model/uReadFileThread.h"
@@ -27,10 +31,22 @@ void TPostedMessages::Receive(const TMessage& message) noexcept {
     FProgress = message;
     if (FPosted) return;
   } else {
-    FEnds.push_back(message);
+    FEnd = message;
   }
   FPosted = true;
-  QCoreApplication::postEvent(this, new QEvent(kPosted));
+  Post();
+}
+
+// A lost end message would leave the window waiting for ever: without memory for the event the thread waits for some.
+void TPostedMessages::Post() noexcept {
+  for (;;) {
+    try {
+      QCoreApplication::postEvent(this, std::make_unique<QEvent>(kPosted).release());
+      return;
+    } catch (const std::bad_alloc&) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+  }
 }
 
 bool TPostedMessages::event(QEvent* event) {
@@ -41,16 +57,16 @@ bool TPostedMessages::event(QEvent* event) {
 
 void TPostedMessages::Deliver() {
   std::optional<TMessage> progress;
-  std::deque<TMessage> ends;
+  std::optional<TMessage> end;
   {
     const std::lock_guard lock(FMutex);
     progress = std::exchange(FProgress, std::nullopt);
-    ends.swap(FEnds);
+    end = std::exchange(FEnd, std::nullopt);
     FPosted = progress.has_value();
   }
   if (progress) {
     FPause.start();
     FDeliver(*progress);
   }
-  for (const TMessage& message : ends) FDeliver(message);
+  if (end) FDeliver(*end);
 }

@@ -5,7 +5,6 @@
 
 #include <QObject>
 #include <QTimer>
-#include <deque>
 #include <functional>
 #include <mutex>
 #include <optional>
@@ -25,13 +24,14 @@ class TPostedMessages : public QObject, private IMessagePort {
 
  private:
   void Receive(const TMessage& message) noexcept override;
+  void Post() noexcept;
   void Deliver();
 
   std::function<void(const TMessage&)> FDeliver;
   QTimer FPause;  // runs while progress waits
   std::mutex FMutex;
   std::optional<TMessage> FProgress;
-  std::deque<TMessage> FEnds;
-  bool FPosted = false;  // an event is on its way, or the pause will look
-  TPortHandle FHandle;   // last: from its end on nothing is received
+  std::optional<TMessage> FEnd;  // a thread posts one, last
+  bool FPosted = false;          // an event is on its way, or the pause will look
+  TPortHandle FHandle;           // last: from its end on nothing is received
 };
