@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -28,7 +29,7 @@ constexpr auto kUsage =
 
 struct TArguments {
   std::string file;
-  std::string snapshotFolder;
+  std::optional<std::string> snapshotFolder;
   TScheme scheme = TScheme::Desktop;
   bool version = false;
   bool help = false;
@@ -55,8 +56,9 @@ TArguments Parse(const std::vector<std::string>& words) {
       }
       arguments.snapshotFolder = words[++i];
       arguments.file = words[++i];
+      arguments.wrong = arguments.wrong || arguments.snapshotFolder->empty();
     } else {
-      if (arguments.snapshotFolder.empty()) arguments.file = words[i];
+      if (!arguments.snapshotFolder) arguments.file = words[i];
       break;
     }
   }
@@ -72,7 +74,7 @@ bool HasDisplay() {
 }
 
 int Run(const TArguments& arguments, const char* programName) {
-  const bool takesPictures = !arguments.snapshotFolder.empty();
+  const bool takesPictures = arguments.snapshotFolder.has_value();
 #ifdef Q_OS_LINUX
   if (takesPictures) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -98,7 +100,7 @@ int Run(const TArguments& arguments, const char* programName) {
   // A quarter of the memory stays for everybody else.
   TKorvexMainForm form(std::move(program), MachineMemoryBytes() / 4 * 3);
   if (takesPictures) {
-    for (const QString& file : SaveSnapshots(form, QtText(arguments.file), QtText(arguments.snapshotFolder))) {
+    for (const QString& file : SaveSnapshots(form, QtText(arguments.file), QtText(*arguments.snapshotFolder))) {
       std::printf("%s\n", Utf8(file).c_str());
     }
     return 0;

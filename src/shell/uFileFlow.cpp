@@ -41,8 +41,9 @@ class TFileFlow::TFillProgress final : public IProgress {
   explicit TFillProgress(TFileFlow& flow) : FFlow(flow) {}
   void SetStatus(std::string_view text) override { FFlow.FScreen.SetText("PnlLoadingMsg", text); }
   void SetPosition(double position) override { FFlow.FScreen.SetProgress(position); }
-  void ProcessMessages() override {
-    FFlow.FScreen.ProcessMessages();
+  void ProcessMessages() override { Process(false); }
+  void Process(bool atOnce) {
+    FFlow.FScreen.ProcessMessages(atOnce);
     if (FFlow.FCancelled || FFlow.FCloseWanted) throw EKorvex(kReadCancelled);
   }
 
@@ -51,7 +52,11 @@ class TFileFlow::TFillProgress final : public IProgress {
 };
 
 TFileFlow::TFileFlow(TProgram program, std::uint64_t port, std::uint64_t memoryBound, IMainScreen& screen)
-    : FProgram(std::move(program)), FPort(port), FMemoryBound(memoryBound), FScreen(screen) {}
+    : FProgram(std::move(program)),
+      FPort(port),
+      FMemoryBound(memoryBound),
+      FScreen(screen),
+      FRememberedFolder(FProgram.dataFolder) {}
 
 void TFileFlow::AskAndOpen() {
   AskAndOpen(FProgram.dataFolder);
@@ -69,20 +74,28 @@ void TFileFlow::AskAndOpen(std::string folder) {
 }
 
 void TFileFlow::Open(const std::string& fileName) {
-  if (Busy()) return;
-  FKept.reset();
-  LoadingPreamble();
-  OpenDataFile(fileName);
+  if (!Busy()) Start(fileName, std::nullopt);
 }
 
 void TFileFlow::Reload() {
   if (Busy() || FFileName.empty()) return;
-  const std::string fileName = FFileName;
   std::optional<TKept> kept;
-  if (FileShown()) kept = TKept{FMission.SelectedEvent, FView};
-  LoadingPreamble();
-  FKept = kept;
-  OpenDataFile(fileName);
+  if (FileShown())
+    kept = {FMission.SelectedEvent, FView, FMission.Tables.Events.IndexName(), ClosedDockPanels(FScreen)};
+  Start(std::string(FFileName), std::move(kept));
+}
+
+// What goes wrong before the reader exists must not leave the flow waiting for it.
+void TFileFlow::Start(const std::string& fileName, std::optional<TKept> kept) {
+  try {
+    LoadingPreamble();
+    FKept = std::move(kept);
+    OpenDataFile(fileName);
+  } catch (...) {
+    FReader.reset();
+    BackToWelcome();
+    throw;
+  }
 }
 
 void TFileFlow::Cancel() {
@@ -109,12 +122,14 @@ void TFileFlow::LoadingPreamble() {
   FScreen.SetTaskbarProgress(true);
   FScreen.SetVisible("pnlLoading", true);
   FScreen.BringToFront("pnlLoading");
-  FScreen.ProcessMessages();
+  FScreen.ProcessMessages(true);
 }
 
 void TFileFlow::OpenDataFile(const std::string& fileName) {
   FFileName = fileName;
+  RememberFolderOf(fileName);
   FBlocks = 0;
+  TellBlocks();
   FScreen.SetVisible("pnlDamaged", false);
   FScreen.EmptyGridsAndCharts();
   FMission.SelectedEvent.reset();
@@ -136,12 +151,20 @@ void TFileFlow::OpenDataFile(const std::string& fileName) {
   if (FCancelled) FReader->Terminate();
 }
 
+void TFileFlow::TellBlocks() {
+  FScreen.SetText("PnlLoadingDetail", fmt::format("{} · {} blocks read", Printable(FFileName), FBlocks));
+}
+
+void TFileFlow::RememberFolderOf(const std::string& fileName) {
+  FRememberedFolder = Utf8FromPath(PathFromUtf8(fileName).parent_path());
+}
+
 void TFileFlow::HandleMessage(const TMessage& message) {
   if (message.Msg != kReadFileMessage || !FReader) return;
   switch (message.wParam) {
     case kReadProgress:
       FBlocks = message.lParam;
-      FScreen.SetText("PnlLoadingDetail", fmt::format("{} · {} blocks read", FFileName, FBlocks));
+      TellBlocks();
       break;
     case kReadFinished:
       ReadFinished();
@@ -186,7 +209,7 @@ void TFileFlow::ReadFinished() {
 
 void TFileFlow::TellExtent(const TReadExtent& extent) {
   const std::string name = Utf8FromPath(PathFromUtf8(FFileName).filename());
-  FScreen.SetText("lblStatusFile", fmt::format("{} · {}", name, extent.damaged ? "damaged" : "complete"));
+  FScreen.SetText("lblStatusFile", fmt::format("{} · {}", Printable(name), extent.damaged ? "damaged" : "complete"));
   if (!extent.damaged) return;
   constexpr std::string_view kDamaged =
       "This recording is damaged or cut short: {} data blocks, {} bytes of content were read. Everything whole in them "
@@ -210,7 +233,7 @@ void TFileFlow::Step(int position, std::string_view text) {
   TFillProgress progress(*this);
   progress.SetStatus(text);
   progress.SetPosition(position);
-  progress.ProcessMessages();
+  progress.Process(true);
 }
 
 void TFileFlow::CompleteLoading() {
@@ -221,6 +244,7 @@ void TFileFlow::CompleteLoading() {
   options.orderBy = FScreen.ItemIndex("cmbOrderMostImporantBy");
   LoadKorvexFileData(FMission.Data, FMission.Events, FMission.Sensors, options, progress, FMission.Tables);
   FillCompanion(FMission);
+  FMission.Summary = SummarizeMission(FMission.Data, FMission.Events, FMission.Sensors);
   Step(6, "Populating the chart series...");
   FScreen.PopulateChartSeries(FMission);
   Step(7, "Updating UI...");
@@ -237,9 +261,15 @@ void TFileFlow::FileLoadComplete() {
   FScreen.SetTaskbarProgress(false);
   EnableOpening();
   ShowViewButtons(FScreen);
-  const TKept kept = FKept.value_or(TKept{FMission.Tables.MostIntenseEvent, TView::Overview});
-  SelectEvent(FMission, kept.selectedEvent, FScreen);
-  SwitchView(kept.view);
+  const bool stillThere = FKept && FKept->selectedEvent && *FKept->selectedEvent < FMission.Events.Count();
+  SelectEvent(FMission, stillThere ? *FKept->selectedEvent : FMission.Tables.MostIntenseEvent, FScreen);
+  SwitchView(FKept ? FKept->view : TView::Overview);
+  if (FKept) Restore(*FKept);
+}
+
+void TFileFlow::Restore(const TKept& kept) {
+  OrderEventsBy(FMission, kept.order, FScreen);
+  for (const std::string_view panel : kept.closed) FScreen.SetVisible(panel, false);
 }
 
 void TFileFlow::EnableOpening() {
@@ -263,9 +293,13 @@ void TFileFlow::BackToWelcome() {
 }
 
 void TFileFlow::Fail(std::string_view text, std::string_view reason) {
-  const std::string details = fmt::format("{}\n{}", FFileName, reason);
+  const std::string details = fmt::format("{}\n{}", Printable(FFileName), reason);
   BackToWelcome();
-  FScreen.ShowMessage(text, details);
+  if (FCloseWanted) {
+    FScreen.CloseWindow();
+  } else {
+    FScreen.ShowMessage(text, details);
+  }
 }
 
 void TFileFlow::SwitchView(TView view) {

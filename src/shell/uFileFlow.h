@@ -10,6 +10,8 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "base/uMessages.h"
 #include "model/uReadFileThread.h"
@@ -32,6 +34,9 @@ class TFileFlow {
   [[nodiscard]] TShownMission& Mission() { return FMission; }
   // The file that is shown, or was the last to be opened.
   [[nodiscard]] const std::string& FileName() const { return FFileName; }
+  // The folder of the last file that was opened or saved, at first the data folder.
+  [[nodiscard]] const std::string& RememberedFolder() const { return FRememberedFolder; }
+  void RememberFolderOf(const std::string& fileName);
 
   // The open command and the demo button: ask for a file; a cancelled dialog leaves everything as it is.
   void AskAndOpen();
@@ -58,14 +63,19 @@ class TFileFlow {
   struct TKept {  // by a reload
     std::optional<std::size_t> selectedEvent;
     TView view;
+    std::string order;                     // the index of the event tables
+    std::vector<std::string_view> closed;  // dock panels
   };
 
   void AskAndOpen(std::string folder);
+  void Start(const std::string& fileName, std::optional<TKept> kept);
   void LoadingPreamble();
   void OpenDataFile(const std::string& fileName);
   void ReadFinished();
   void ReadFailed(std::int64_t code);
+  void TellBlocks();
   void TellExtent(const TReadExtent& extent);
+  void Restore(const TKept& kept);
   void Step(int position, std::string_view text);
   void CompleteLoading();
   void FileLoadComplete();
@@ -81,6 +91,7 @@ class TFileFlow {
   TView FView = TView::Overview;
   TShownMission FMission;
   std::string FFileName;
+  std::string FRememberedFolder;
   std::optional<TKept> FKept;
   std::int64_t FBlocks = 0;
   bool FCancelled = false;

@@ -28,6 +28,8 @@ class IMainScreen {
   // A dock panel that is hidden is closed. What is hidden or disabled does not answer to its shortcut either.
   virtual void SetVisible(std::string_view control, bool visible) = 0;
   virtual void SetEnabled(std::string_view control, bool enabled) = 0;
+  // Shown, or about to be with what it stands in.
+  [[nodiscard]] virtual bool IsVisible(std::string_view control) const = 0;
   virtual void SetText(std::string_view control, std::string_view text) = 0;
   virtual void SetChecked(std::string_view action) = 0;
   virtual void BringToFront(std::string_view panel) = 0;
@@ -53,8 +55,9 @@ class IMainScreen {
   virtual void SetProgressMaximum(int maximum) = 0;
   virtual void SetProgress(double position) = 0;
   virtual void SetTaskbarProgress(bool on) = 0;
-  // Lets the window handle what is waiting; what the user does meanwhile may call back into the shell.
-  virtual void ProcessMessages() = 0;
+  // Lets the window handle what is waiting; what the user does meanwhile may call back into the shell. Unless it has to
+  // be at once, the window leaves it out when it did so just before.
+  virtual void ProcessMessages(bool atOnce) = 0;
 
   // Asks for a recording; nothing when the user cancels.
   [[nodiscard]] virtual std::optional<std::string> AskForRecording(const TOpenDialog& dialog) = 0;
@@ -70,6 +73,7 @@ class IMainScreen {
   virtual void FreePointAbsorptionLists() = 0;
   // Grids and sort marks after a table's index or rows changed.
   virtual void RefreshGrid(std::string_view grid) = 0;
+  // The grid of the companion table, after its rows changed.
   virtual void RebuildFilteredEvents() = 0;
   // Shows an event as the selected one in charts and cards; nothing empties them.
   virtual void ShowSelectedEvent(std::optional<std::size_t> event) = 0;

@@ -50,6 +50,13 @@ void BatteryGridTitleClick(TShownMission& mission, std::string_view field, IMain
   if (key && ToggleIndex(mission.Tables.Battery, *key)) screen.RefreshGrid("DBGrid8");
 }
 
+void OrderEventsBy(TShownMission& mission, std::string_view index, IMainScreen& screen) {
+  if (!mission.Tables.Events.SelectIndex(index) || !mission.CLDS.SelectIndex(index)) return;
+  screen.RefreshGrid("dbgShocks");
+  screen.RefreshGrid("dbgFilteredShocks");
+  screen.PositionEventGrids(mission.SelectedEvent);
+}
+
 void OrderMostImportantBy(TShownMission& mission, int entry, IMainScreen& screen) {
   const auto choice = static_cast<std::size_t>(entry);
   if (entry < 0 || choice >= kOrderByIndexes.size()) return;
@@ -57,12 +64,13 @@ void OrderMostImportantBy(TShownMission& mission, int entry, IMainScreen& screen
   FillMostImportantEvents(kOrderByIndexes[choice], mission.Tables);
   mission.Tables.Events.SelectIndex(order);
   screen.RefreshGrid("dbgMostImportant");
+  screen.ShowSelectedEvent(mission.SelectedEvent);
 }
 
 void StepEvent(TShownMission& mission, int steps, IMainScreen& screen) {
   const TDataset& table = mission.CLDS;
   if (table.RecordCount() == 0) return;
-  // An event's row in the table is its index in the list.
+  // The companion shares the rows of the shock event table, where an event's row is its index in the list.
   const auto selected = mission.SelectedEvent ? table.PositionOf(*mission.SelectedEvent) : std::nullopt;
   const auto last = static_cast<std::int64_t>(table.RecordCount()) - 1;
   const std::int64_t position =

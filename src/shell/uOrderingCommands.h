@@ -17,6 +17,9 @@ void ShockGridTitleClick(TShownMission& mission, std::string_view field, IMainSc
 void SensorsGridTitleClick(TShownMission& mission, std::string_view field, IMainScreen& screen);
 void BatteryGridTitleClick(TShownMission& mission, std::string_view field, IMainScreen& screen);
 
+// Gives both event tables this index; the selected event stays. Nothing happens when there is none of that name.
+void OrderEventsBy(TShownMission& mission, std::string_view index, IMainScreen& screen);
+
 // Ranks the most important events anew, by an entry of "Order By". The order of the event grids stays.
 void OrderMostImportantBy(TShownMission& mission, int entry, IMainScreen& screen);
 

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "analysis/uMissionDatasets.h"
+#include "analysis/uMissionSummary.h"
 #include "model/uEvents.h"
 #include "model/uGlobalSharedVariables.h"
 #include "model/uOtherSensors.h"
@@ -19,5 +20,6 @@ struct TShownMission {
   // carry the same index.
   TMissionDatasets Tables;
   TDataset CLDS;
+  TMissionSummary Summary;
   std::optional<std::size_t> SelectedEvent;  // index in Events
 };

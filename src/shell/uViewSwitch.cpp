@@ -2,6 +2,7 @@
 
 #include <initializer_list>
 #include <span>
+#include <utility>
 
 namespace {
 
@@ -39,10 +40,34 @@ void Hide(IMainScreen& screen, std::initializer_list<TNames> lists) {
   SetVisible(screen, false, lists);
 }
 
+// Between its begin and end the ribbon changes without being drawn, whatever happens in between.
+class TRibbonUpdate {
+ public:
+  explicit TRibbonUpdate(IMainScreen& screen) : FScreen(screen) { FScreen.BeginRibbonUpdate(); }
+  ~TRibbonUpdate() { End(); }
+  TRibbonUpdate(const TRibbonUpdate&) = delete;
+  TRibbonUpdate& operator=(const TRibbonUpdate&) = delete;
+  void End() {
+    if (!std::exchange(FEnded, true)) FScreen.EndRibbonUpdate();
+  }
+
+ private:
+  IMainScreen& FScreen;
+  bool FEnded = false;
+};
+
 }  // namespace
 
 void CloseDockPanels(IMainScreen& screen) {
   Hide(screen, {kDockPanels});
+}
+
+std::vector<std::string_view> ClosedDockPanels(const IMainScreen& screen) {
+  std::vector<std::string_view> closed;
+  for (const std::string_view panel : kDockPanels) {
+    if (!screen.IsVisible(panel)) closed.push_back(panel);
+  }
+  return closed;
 }
 
 void HideFileControls(IMainScreen& screen) {
@@ -61,7 +86,7 @@ void ShowViewButtons(IMainScreen& screen) {
 }
 
 void SetViewOverview(IMainScreen& screen) {
-  screen.BeginRibbonUpdate();
+  TRibbonUpdate ribbon(screen);
   Hide(screen, {kShockItems, kShockGroups, kReportItems});
   Show(screen, {kOverviewItems});
   Show(screen, {kOverviewGroups});
@@ -69,12 +94,12 @@ void SetViewOverview(IMainScreen& screen) {
   screen.SetChecked("actSetViewOverview");
   Show(screen, {kSensorButtons});
   Show(screen, {kDockPanels});
-  screen.EndRibbonUpdate();
+  ribbon.End();
   screen.Repaint("ChartAllSensors");
 }
 
 void SetViewReport(IMainScreen& screen) {
-  screen.BeginRibbonUpdate();
+  TRibbonUpdate ribbon(screen);
   Hide(screen, {kOverviewItems, kShockItems, kShockGroups, kSensorButtons});
   Show(screen, {kReportItems});
   CloseDockPanels(screen);
@@ -83,12 +108,12 @@ void SetViewReport(IMainScreen& screen) {
   screen.SetChecked("actSetViewReport");
   screen.BringToFront("dxLayoutReport");
   screen.ScrollToTop("scrlReport");
-  screen.EndRibbonUpdate();
+  ribbon.End();
   screen.SetVisible("pnlEventCards", true);
 }
 
 void SetViewShock(IMainScreen& screen, std::optional<std::size_t> selectedEvent) {
-  screen.BeginRibbonUpdate();
+  TRibbonUpdate ribbon(screen);
   Hide(screen, {kOverviewItems, kReportItems});
   Show(screen, {kShockItems});
   screen.BringToFront("MainShockPanel");
@@ -101,6 +126,6 @@ void SetViewShock(IMainScreen& screen, std::optional<std::size_t> selectedEvent)
   screen.Repaint("ChartNavigator");
   screen.RebuildFilteredEvents();
   screen.PositionEventGrids(selectedEvent);
-  screen.EndRibbonUpdate();
+  ribbon.End();
   screen.Repaint("Chart20");
 }

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <optional>
+#include <string_view>
+#include <vector>
 
 #include "shell/uMainScreen.h"
 
@@ -11,6 +13,8 @@ enum class TView { Overview, Shock, Report };
 void EnterWelcomeState(IMainScreen& screen);
 // Closes the four dock panels.
 void CloseDockPanels(IMainScreen& screen);
+// The dock panels that are closed.
+std::vector<std::string_view> ClosedDockPanels(const IMainScreen& screen);
 // Hides what only a shown file needs: ribbon groups and view buttons.
 void HideFileControls(IMainScreen& screen);
 // Brings back the buttons that lead to the views.

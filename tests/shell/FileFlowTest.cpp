@@ -51,8 +51,9 @@ std::string LogOfPreamble(const std::string& path) {
          " dxLayoutItemReportIsFiltered dxLayoutItemReportIsFilteredCover; front WellcomePanel; " +
          R"(text PnlLoadingMsg "Reading file data..."; text PnlLoadingDetail ""; progress maximum 9; progress 0; )" +
          R"(taskbar on; show pnlLoading; front pnlLoading; messages
-hide pnlDamaged; empty grids and charts; caption "Korvex165 ShockScope v1.0.0.0 [)" +
-         path + "]\"; ";
+text PnlLoadingDetail ")" +
+         path + " · 0 blocks read\"; hide pnlDamaged; empty grids and charts; caption " +
+         R"("Korvex165 ShockScope v1.0.0.0 [)" + path + "]\"; ";
 }
 
 const std::string kLogOfWelcome = "empty grids and charts; hide pnlLoading; taskbar off; enable" + kOpenButtons +
@@ -278,16 +279,30 @@ TEST_F(FileFlow, WhileBusyEveryCommandIsRefused) {
   EXPECT_EQ(FFlow.FileName(), FThree);
 }
 
+TEST_F(FileFlow, AFailureBeforeTheReaderExistsLeavesAUsableWindow) {
+  FScreen.OnMessages = [] { throw std::runtime_error("no"); };
+  EXPECT_THROW(FFlow.Open(FThree), std::runtime_error);
+  EXPECT_THAT(FScreen.Said(), testing::EndsWith(kLogOfWelcome));
+  EXPECT_TRUE(FFlow.MayClose());
+  FScreen.OnMessages = [] {};
+  Open(FThree);
+  EXPECT_TRUE(FFlow.FileShown());
+}
+
 TEST_F(FileFlow, ReloadKeepsViewAndSelectionAnOpenDoesNot) {
   FFlow.Reload();
   EXPECT_EQ(FScreen.Said(), "") << "there is nothing to reload";
   Open(FThree);
   FFlow.SwitchView(TView::Shock);
+  ShockGridTitleClick(FFlow.Mission(), "ToT total", FScreen);
   SelectEvent(FFlow.Mission(), 2, FScreen);
+  FScreen.Closed = {"dxDockPanelNavigator"};
   FFlow.Reload();
   Finish();
   EXPECT_EQ(FFlow.View(), TView::Shock);
   EXPECT_EQ(FFlow.Mission().SelectedEvent, 2U);
+  EXPECT_EQ(FFlow.Mission().CLDS.IndexName(), "DBCDesc") << "the order stays";
+  EXPECT_THAT(FScreen.Said(), HasSubstr("position 2; hide dxDockPanelNavigator; text lblStatusFile"));
 
   Save("three.kshock", TTestRecording().Creator().MissionHeader(2, 2));
   FFlow.Reload();

@@ -8,6 +8,7 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -23,6 +24,7 @@ class TLoggingScreen final : public IMainScreen {
   }
 
   std::map<std::string, int, std::less<>> ItemIndexes;  // 0 unless set
+  std::set<std::string, std::less<>> Closed;            // controls that are not visible
   std::optional<std::string> ChosenFile;                // nothing: the open dialog is cancelled
   std::function<void()> OnMessages = [] {};             // what the user does while the window handles its messages
 
@@ -31,6 +33,7 @@ class TLoggingScreen final : public IMainScreen {
 
   void SetVisible(std::string_view control, bool visible) override { List(visible ? "show" : "hide", control); }
   void SetEnabled(std::string_view control, bool enabled) override { List(enabled ? "enable" : "disable", control); }
+  [[nodiscard]] bool IsVisible(std::string_view control) const override { return !Closed.contains(control); }
   void SetText(std::string_view control, std::string_view text) override { Say("text {} \"{}\"", control, text); }
   void SetChecked(std::string_view action) override { Say("check {}", action); }
   void BringToFront(std::string_view panel) override { Say("front {}", panel); }
@@ -57,7 +60,7 @@ class TLoggingScreen final : public IMainScreen {
   void SetProgressMaximum(int maximum) override { Say("progress maximum {}", maximum); }
   void SetProgress(double position) override { Say("progress {:g}", position); }
   void SetTaskbarProgress(bool on) override { Say("taskbar {}", on ? "on" : "off"); }
-  void ProcessMessages() override {
+  void ProcessMessages(bool /*atOnce*/) override {
     Say("messages");
     FLog.replace(FLog.size() - 2, 2, "\n");
     OnMessages();

@@ -218,12 +218,14 @@ std::optional<std::size_t> TEventsChart::PlaceNear(const QPointF& position) cons
 }
 
 void TEventsChart::Clicked(const QPointF& position) {
-  if (!Rect().rect().contains(position.toPoint())) return;
+  // The dots of the first and the last event stand half outside the axes.
+  const QRectF reach = QRectF(Rect().rect()).adjusted(-kReach, 0, kReach, 0);
+  if (!reach.contains(position)) return;
   if (const auto place = PlaceNear(position)) emit EventClicked(IndexOf(*place));
 }
 
 QString TEventsChart::CursorText(const QPointF& position) const {
-  const QString pointed = tr("%1 g").arg(Figure(ValueAxis().pixelToCoord(position.y())));
+  QString pointed = tr("%1 g").arg(Figure(ValueAxis().pixelToCoord(position.y())));
   const auto place = PlaceNear(position);
   if (!place) return pointed;
   return tr("%1  ·  event %2: %3 g").arg(pointed).arg(IndexOf(*place)).arg(Figure(double{FMax[*place]}));

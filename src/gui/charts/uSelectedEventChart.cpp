@@ -57,9 +57,10 @@ void TSelectedEventChart::ShowEvent(const TEventList& events, std::size_t index,
   FindIntervals(event);
 
   const std::string when = FormatDateTime(DateTimeMask(), DateTimeOf(events.StartTime, event.GetStartTime()));
-  Legend().SetTitle(tr("Event %1 · %2 · peak %3 g on %4")
-                        .arg(event.ID)
-                        .arg(QtText(when), Figure(double{event.MaxSingle}), QtText(event.MaxAxis)));
+  Legend().SetTitle(
+      tr("Event %1 · %2 · peak %3 g (%4 g on %5)")
+          .arg(event.ID)
+          .arg(QtText(when), Figure(double{event.Max}), Figure(double{event.MaxSingle}), QtText(event.MaxAxis)));
   SetFullRange(std::pair(samples.front().time - FStart, samples.back().time - FStart));
 }
 

@@ -1,5 +1,6 @@
 #include "gui/charts/uSensorsChart.h"
 
+#include <QSet>
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -12,6 +13,7 @@
 namespace {
 
 constexpr double kLineWidth = 1.2;
+constexpr qsizetype kMostCursorValues = 12;
 constexpr int kAxisGap = 8;  // px between an inner and an outer axis
 // The axis whose ticks the horizontal grid lines follow is the first of these that is drawn.
 constexpr TSensorAxis kGridOrder[] = {TSensorAxis::LeftOuter, TSensorAxis::LeftInner, TSensorAxis::RightInner,
@@ -91,14 +93,19 @@ TSensorsChart::TSensorSeries TSensorsChart::MakeSeries(const TSensor& sensor) co
 }
 
 void TSensorsChart::ChooseVisible() {
-  const TSensorSeries* firstInner = nullptr;
+  int least = std::numeric_limits<int>::max();
+  QString scale;  // of the sensor with that rank
   for (const TSensorSeries& series : FSeries) {
     if (series.look.axis != TSensorAxis::LeftInner || series.readings.Samples().empty()) continue;
-    if (!firstInner || series.look.rank < firstInner->look.rank) firstInner = &series;
+    if (series.look.rank >= least) continue;
+    least = series.look.rank;
+    scale = series.look.scale;
   }
+  QSet<QString> shown;  // of several sensors of one name the first is enough to start with
   for (TSensorSeries& series : FSeries) {
-    series.visible = series.look.axis != TSensorAxis::LeftInner || series.look.scale == firstInner->look.scale;
-    if (series.readings.Samples().empty()) series.visible = false;
+    const bool fits = series.look.axis != TSensorAxis::LeftInner || series.look.scale == scale;
+    series.visible = fits && !series.readings.Samples().empty() && !shown.contains(series.name);
+    if (series.visible) shown.insert(series.name);
   }
 }
 
@@ -186,11 +193,11 @@ QString TSensorsChart::TitleOf(TSensorAxis axis, int room) const {
     unit = series.look.unit;
   }
   const QString inUnit = unit.isEmpty() ? QString() : QString(" (%1)").arg(unit);
-  const QString all = names.join(", ") + inUnit;
+  QString all = names.join(", ") + inUnit;
   const QFontMetrics metrics(font(), this);
   const auto fits = [&](const QString& title) { return metrics.horizontalAdvance(title) <= room; };
   if (names.isEmpty() || fits(all)) return all;
-  const QString first = names.front() + (names.size() > 1 ? QString(", …") : QString()) + inUnit;
+  QString first = names.front() + (names.size() > 1 ? QString(", …") : QString()) + inUnit;
   if (fits(first)) return first;
   return unit.isEmpty() ? metrics.elidedText(first, Qt::ElideRight, room) : unit;
 }
@@ -226,6 +233,10 @@ QString TSensorsChart::CursorText(const QPointF& position) const {
   QStringList values;
   for (const TSensorSeries& series : FSeries) {
     if (!series.visible) continue;
+    if (values.size() == kMostCursorValues) {
+      values.append("…");
+      break;
+    }
     const float value = series.readings.Samples()[series.readings.Nearest(ms)].xvalue;
     const QString number = std::isfinite(value) ? Figure(double{value}) : QString("–");
     values.append(QString("%1 %2 %3").arg(series.name, number, series.look.unit).trimmed());

@@ -74,6 +74,6 @@ QVariant DatasetTableModel::headerData(int section, Qt::Orientation orientation,
   if (orientation == Qt::Vertical || FTable == nullptr || section < 0 || section >= columnCount()) return {};
   const TField& field = FTable->Fields()[FFields[static_cast<std::size_t>(section)]];
   if (role == Qt::DisplayRole) return QtText(field.Label);
-  if (role == Qt::ToolTipRole) return tr("%1: click to sort, click again to reverse").arg(QtText(field.Label));
+  if (role == Qt::ToolTipRole) return QtText(field.Label);
   return {};
 }

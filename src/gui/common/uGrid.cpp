@@ -25,6 +25,7 @@ TGrid::TGrid(const QString& name, const QString& title, TIndexKeyOf indexKeyOf, 
   setObjectName(name);
   setAccessibleName(title);
   setToolTip(tr("%1\nCtrl+C copies the selected rows").arg(title));
+  setStatusTip(FIndexKeyOf ? tr("click a title: sort · Ctrl+C: copy rows") : tr("Ctrl+C: copy rows"));
   setModel(FModel);
   setSelectionBehavior(SelectRows);
   setSelectionMode(ExtendedSelection);
@@ -39,21 +40,26 @@ TGrid::TGrid(const QString& name, const QString& title, TIndexKeyOf indexKeyOf, 
   // Rows of one height: a view of a million of them asks none for its size.
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kRowPadding);
-  horizontalHeader()->setSectionsClickable(true);
+  horizontalHeader()->setSectionsClickable(FIndexKeyOf != nullptr);
   horizontalHeader()->setHighlightSections(false);
   horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   connect(horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int column) {
     FClickedField = FModel->FieldKey(column);
     Q_EMIT TitleClicked(FClickedField);
+    MarkSortedColumn();  // the header moved its mark by itself, also to a column that does not sort
   });
-  connect(this, &QTableView::doubleClicked, this, [this](const QModelIndex& cell) {
-    if (const auto id = FModel->IdAt(cell.row())) Q_EMIT RowDoubleClicked(*id);
+  connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int column, int /*before*/, int width) {
+    if (column >= FModel->columnCount()) return;
+    const QString field = FModel->FieldKey(column);
+    if (FFitted.contains(field)) FFitted.insert(field, width);
   });
+  connect(verticalScrollBar(), &QScrollBar::valueChanged, this, &TGrid::HoverAnew);
 }
 
 void TGrid::SetDataset(const TDataset* table) {
   const QScopedValueRollback<bool> setting(FSetting, true);
   FHovered = -1;
+  FClickedField.clear();
   FModel->SetDataset(table);
   FitColumnsOnce();
   MarkSortedColumn();
@@ -62,6 +68,7 @@ void TGrid::SetDataset(const TDataset* table) {
 void TGrid::Refresh() {
   FModel->Refresh();
   MarkSortedColumn();
+  HoverAnew();
 }
 
 void TGrid::SetCurrentId(std::optional<std::size_t> id) {
@@ -71,6 +78,8 @@ void TGrid::SetCurrentId(std::optional<std::size_t> id) {
     selectionModel()->clear();
     return;
   }
+  // Where the user is choosing a row the grid is already there, and moving it under the pointer would choose another.
+  if (FChoosing && *position == currentIndex().row()) return;
   const QModelIndex cell = FModel->index(*position, std::max(0, currentIndex().column()));
   selectionModel()->setCurrentIndex(cell, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
   // Only the row has to be seen; a column that was scrolled away stays away.
@@ -81,14 +90,17 @@ void TGrid::SetCurrentId(std::optional<std::size_t> id) {
 
 // Widths are the user's once they fit the content.
 void TGrid::FitColumnsOnce() {
-  QStringList fields;
-  for (int column = 0; column < FModel->columnCount(); ++column) fields.append(FModel->FieldKey(column));
-  if (fields.isEmpty() || fields == FFittedFields) return;
-  FFittedFields = fields;
-  for (int column = 0; column < fields.size(); ++column) {
+  if (FModel->rowCount() == 0) return;
+  for (int column = 0; column < FModel->columnCount(); ++column) {
+    const QString field = FModel->FieldKey(column);
+    if (FFitted.contains(field)) {
+      setColumnWidth(column, FFitted.value(field));
+      continue;
+    }
     // The mark of the sorted column needs room, too.
     const int title = horizontalHeader()->sectionSizeHint(column) + style()->pixelMetric(QStyle::PM_HeaderMarkSize);
     setColumnWidth(column, std::max(title, sizeHintForColumn(column) + kColumnPadding));
+    FFitted.insert(field, columnWidth(column));
   }
 }
 
@@ -96,7 +108,7 @@ void TGrid::MarkSortedColumn() {
   const TDataset* table = FModel->Dataset();
   int sorted = -1;
   bool descending = false;
-  for (int column = 0; table != nullptr && column < FModel->columnCount(); ++column) {
+  for (int column = 0; table != nullptr && FIndexKeyOf && column < FModel->columnCount(); ++column) {
     const QString field = FModel->FieldKey(column);
     const auto key = FIndexKeyOf(Utf8(field));
     if (!key) continue;
@@ -113,14 +125,16 @@ void TGrid::MarkSortedColumn() {
   }
 }
 
-void TGrid::CopyRows() const {
+void TGrid::CopyRows() {
   QString text;
   for (int column = 0; column < FModel->columnCount(); ++column) {
     text += FModel->headerData(column, Qt::Horizontal).toString();
     text += column + 1 < FModel->columnCount() ? '\t' : '\n';
   }
   std::vector<int> rows;
+  int selected = 0;
   for (const QItemSelectionRange& range : selectionModel()->selection()) {
+    selected += range.height();
     for (int row = range.top(); row <= range.bottom() && rows.size() < kMostCopiedRows; ++row) rows.push_back(row);
   }
   if (rows.empty()) return;
@@ -132,6 +146,9 @@ void TGrid::CopyRows() const {
     }
   }
   QApplication::clipboard()->setText(text);
+  const bool all = static_cast<std::size_t>(selected) == rows.size();
+  Q_EMIT RowsCopied(all ? tr("%L1 rows copied").arg(selected)
+                        : tr("the first %L1 of %L2 rows copied").arg(rows.size()).arg(selected));
 }
 
 void TGrid::keyPressEvent(QKeyEvent* event) {
@@ -159,8 +176,17 @@ void TGrid::Hover(int row) {
   Q_EMIT RowHovered(FModel->IdAt(row));
 }
 
+// Another row stands under the pointer though it did not move.
+void TGrid::HoverAnew() {
+  const int row = underMouse() ? rowAt(viewport()->mapFromGlobal(QCursor::pos()).y()) : -1;
+  if (row == -1 && FHovered == -1) return;
+  FHovered = row;
+  Q_EMIT RowHovered(FModel->IdAt(row));
+}
+
 void TGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
   QTableView::currentChanged(current, previous);
   if (FSetting || !current.isValid() || current.row() == previous.row()) return;
+  const QScopedValueRollback<bool> choosing(FChoosing, true);
   if (const auto id = FModel->IdAt(current.row())) Q_EMIT RowChosen(*id);
 }

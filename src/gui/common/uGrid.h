@@ -2,6 +2,7 @@
 // The grid changes neither table nor selection of its own accord: it says what the user did.
 #pragma once
 
+#include <QHash>
 #include <QTableView>
 #include <functional>
 #include <optional>
@@ -13,7 +14,8 @@ class TGrid : public QTableView {
   Q_OBJECT
 
  public:
-  // The index key of a column, by its field's key; nothing where a column does not sort.
+  // The index key of a column, by its field's key; nothing where a column does not sort. Without the function none
+  // does.
   using TIndexKeyOf = std::function<std::optional<std::string_view>(std::string_view)>;
 
   // `name` is the object's, `title` what screen readers say.
@@ -30,8 +32,9 @@ class TGrid : public QTableView {
   void TitleClicked(const QString& fieldKey);
   // The user moved to a row, by its "ID".
   void RowChosen(std::size_t id);
-  void RowDoubleClicked(std::size_t id);
   void RowHovered(std::optional<std::size_t> id);
+  // How many, in words.
+  void RowsCopied(const QString& text);
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
@@ -42,13 +45,15 @@ class TGrid : public QTableView {
  private:
   void FitColumnsOnce();
   void MarkSortedColumn();
-  void CopyRows() const;
+  void CopyRows();
   void Hover(int row);
+  void HoverAnew();
 
   DatasetTableModel* FModel;
   TIndexKeyOf FIndexKeyOf;
   QString FClickedField;
-  QStringList FFittedFields;  // the columns whose widths are set
+  QHash<QString, int> FFitted;  // the widths of columns, by field
   int FHovered = -1;
-  bool FSetting = false;  // the program, not the user, moves the current row
+  bool FSetting = false;   // the program, not the user, moves the current row
+  bool FChoosing = false;  // the user does, just now
 };

@@ -1,19 +1,15 @@
 #include "gui/common/uGuard.h"
 
-#include <QMessageBox>
 #include <new>
 
+#include "gui/common/uMessageBox.h"
 #include "gui/common/uQtText.h"
 
 namespace {
 
 void Tell(QWidget* parent, const QString& what) noexcept {
   try {
-    QMessageBox box(QMessageBox::Critical, QObject::tr("Something went wrong"),
-                    QObject::tr("The command could not be completed."), QMessageBox::Ok, parent);
-    box.setObjectName("msgFailure");
-    box.setInformativeText(what);
-    box.exec();
+    ShowBox(parent, QMessageBox::Critical, "msgFailure", QObject::tr("The command could not be completed."), what);
   } catch (...) {  // no memory to say so
   }
 }
@@ -47,7 +43,9 @@ bool TGuardedApplication::notify(QObject* receiver, QEvent* event) {
     const QString text = TextOfCurrentException();
     if (!FTold.contains(text)) {
       FTold.insert(text);
-      Tell(activeWindow(), text);
+      // Not here: the caller may be painting.
+      QMetaObject::invokeMethod(
+          this, [text] { Tell(activeWindow(), text); }, Qt::QueuedConnection);
     }
     return true;
   }

@@ -1,66 +1,36 @@
 #include "gui/docks/uMissionDetails.h"
 
-#include <QGridLayout>
-#include <QLabel>
-
-#include "base/uText.h"
 #include "gui/common/uQtText.h"
 
 namespace {
 
 constexpr qsizetype kLongestText = 400;  // characters; a header may hold 64 KiB
 
-QString Shown(const std::string& text) {
-  const QString whole = QtText(Printable(text));
-  return whole.size() <= kLongestText ? whole : whole.left(kLongestText) + "…";
-}
-
 }  // namespace
 
-TMissionDetails::TMissionDetails(QWidget* parent) : QScrollArea(parent) {
-  setObjectName("scrlMissionDetails");
+TMissionDetails::TMissionDetails(QWidget* parent) : QTextEdit(parent) {
+  setObjectName("edtMissionDetails");
   setAccessibleName(tr("Mission details"));
-  setWidgetResizable(true);
+  setReadOnly(true);
+  setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  setTabChangesFocus(true);
   setFrameShape(NoFrame);
+  setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  ShowSections({});
+  viewport()->setBackgroundRole(QPalette::Window);
 }
 
 void TMissionDetails::ShowSections(const std::vector<TSection>& sections) {
-  auto* page = new QWidget;
-  page->setObjectName("pnlMissionDetails");
-  auto* layout = new QGridLayout(page);
-  layout->setContentsMargins(8, 6, 8, 6);
-  layout->setHorizontalSpacing(10);
-  layout->setVerticalSpacing(3);
-  layout->setColumnStretch(1, 1);
-  int row = 0;
+  const auto shown = [](const std::string& text) { return ShownText(text, kLongestText).toHtmlEscaped(); };
+  QString html;
   for (const TSection& section : sections) {
-    auto* title = new QLabel(section.title, page);
-    QFont bold = title->font();
-    bold.setBold(true);
-    title->setFont(bold);
-    if (row > 0) layout->setRowMinimumHeight(row++, 6);
-    layout->addWidget(title, row++, 0, 1, 2);
-    for (const TFigure& figure : section.figures) AddFigure(*layout, figure, row++);
+    html += QString("<p style='margin-top:6px; margin-bottom:2px'><b>%1</b></p><table width='100%' cellpadding='1'>")
+                .arg(section.title);
+    for (const TFigure& figure : section.figures) {
+      html += QString("<tr><td width='36%' style='color:%1'>%2</td><td>%3</td></tr>")
+                  .arg(palette().color(QPalette::PlaceholderText).name(), shown(figure.label), shown(figure.text));
+    }
+    html += "</table>";
   }
-  layout->setRowStretch(row, 1);
-  setWidget(page);
-}
-
-void TMissionDetails::AddFigure(QGridLayout& layout, const TFigure& figure, int row) {
-  QWidget* page = layout.parentWidget();
-  auto* label = new QLabel(Shown(figure.label), page);
-  label->setTextFormat(Qt::PlainText);
-  label->setForegroundRole(QPalette::PlaceholderText);
-  label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-  auto* text = new QLabel(Shown(figure.text), page);
-  text->setTextFormat(Qt::PlainText);
-  text->setObjectName("figure " + label->text());
-  text->setAccessibleName(label->text());
-  text->setWordWrap(true);
-  text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-  text->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-  layout.addWidget(label, row, 0);
-  layout.addWidget(text, row, 1);
+  setHtml(html);
 }

@@ -1,14 +1,13 @@
-// The mission details: the header's fields and texts, the mission's figures, a line for each sensor.
+// The mission details: the header's fields and texts, the mission's figures, a line for each sensor. Text breaks
+// anywhere, and can be selected and copied.
 #pragma once
 
-#include <QScrollArea>
+#include <QTextEdit>
 #include <vector>
 
 #include "analysis/uMissionFigures.h"
 
-class QGridLayout;
-
-class TMissionDetails : public QScrollArea {
+class TMissionDetails : public QTextEdit {
   Q_OBJECT
 
  public:
@@ -20,7 +19,4 @@ class TMissionDetails : public QScrollArea {
   };
   // Shows sections below each other; none empties the panel.
   void ShowSections(const std::vector<TSection>& sections);
-
- private:
-  void AddFigure(QGridLayout& layout, const TFigure& figure, int row);
 };

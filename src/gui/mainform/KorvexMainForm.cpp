@@ -53,7 +53,7 @@ TKorvexMainForm::TKorvexMainForm(TProgram program, std::uint64_t memoryBound)
 
 // Qt's parents take the views after the flow has gone with the mission that they show.
 TKorvexMainForm::~TKorvexMainForm() {
-  FScreen->EmptyGridsAndCharts();
+  Guarded(nullptr, [this] { FScreen->EmptyGridsAndCharts(); });
 }
 
 QWidget& TKorvexMainForm::View(TView view) const {
@@ -83,6 +83,11 @@ void TKorvexMainForm::ConnectFiles() {
   connect(filter, &QComboBox::currentTextChanged, this,
           [this](const QString& patterns) { FParts->backstage->SetFilePatterns(patterns.split(" & ")); });
   FParts->backstage->SetVersion(QtText(FProgram.version));
+  // A floating panel is a window of its own; a drop on it counts all the same.
+  for (QDockWidget* panel : FParts->docks.All()) {
+    panel->setAcceptDrops(true);
+    panel->installEventFilter(this);
+  }
   connect(FParts->loading, &TLoadingPanel::Cancelled, this, [this] { FFlow->Cancel(); });
   connect(FParts->welcome, &TWellcomePanel::OpenFailed, this, [this](const QString& path) {
     TellUser(this, tr("This document cannot be opened."), tr("%1\nThe desktop has no program for it.").arg(path));
@@ -114,11 +119,16 @@ void TKorvexMainForm::ConnectGrids() {
 
 void TKorvexMainForm::ConnectCharts() {
   for (TTimeChart* chart : findChildren<TTimeChart*>()) {
+    const bool zooms = chart != FParts->docks.ChartNavigator;
+    chart->setStatusTip(zooms ? tr("drag: zoom · middle drag: pan · double-click: reset") : tr("the whole recording"));
     connect(chart, &TTimeChart::CursorValueChanged, this, [this](const QString& text) {
       FParts->statusHint->setText(text.isEmpty() ? QString()
                                                  : tr("drag: zoom · middle drag: pan · double-click: reset"));
       FParts->statusValue->setText(text);
     });
+  }
+  for (TGrid* grid : findChildren<TGrid*>()) {
+    connect(grid, &TGrid::RowsCopied, FParts->statusValue, &QLabel::setText);
   }
   for (TEventsChart* chart : {FParts->overview->Chart1(), FParts->shock->Chart20()}) {
     connect(chart, &TEventsChart::EventClicked, this, &TKorvexMainForm::Select);
@@ -215,6 +225,20 @@ void TKorvexMainForm::closeEvent(QCloseEvent* event) {
   }
   Guarded(this, [this] { FormClose(); });
   QMainWindow::closeEvent(event);
+}
+
+bool TKorvexMainForm::event(QEvent* event) {
+  if (event->type() == QEvent::StatusTip) {
+    FParts->statusHint->setText(static_cast<QStatusTipEvent*>(event)->tip());
+    return true;
+  }
+  return QMainWindow::event(event);
+}
+
+bool TKorvexMainForm::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::DragEnter) dragEnterEvent(static_cast<QDragEnterEvent*>(event));
+  if (event->type() == QEvent::Drop) dropEvent(static_cast<QDropEvent*>(event));
+  return QMainWindow::eventFilter(watched, event);
 }
 
 void TKorvexMainForm::dragEnterEvent(QDragEnterEvent* event) {

@@ -11,6 +11,7 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include "gui/common/uElidedLabel.h"
 #include "gui/common/uIcons.h"
 #include "gui/overview/uOverviewPanel.h"
 #include "gui/report/uReportPanel.h"
@@ -26,9 +27,7 @@ const QColor kWarningGround(0xFFF3BF);
 const QColor kWarningInk(0x3D3200);
 
 QLabel* MakeStatusLabel(QWidget* parent, const QString& name) {
-  auto* label = new QLabel(parent);
-  label->setObjectName(name);
-  label->setTextFormat(Qt::PlainText);
+  auto* label = new TElidedLabel(name, parent);
   label->setContentsMargins(4, 0, 12, 0);
   return label;
 }
@@ -117,4 +116,5 @@ void TMainParts::MakeStatusBar(QMainWindow& window) {
   bar->addWidget(statusValue, 1);
   bar->addPermanentWidget(statusEvents);
   bar->addPermanentWidget(statusFile);
+  statusFile->setMaximumWidth(bar->fontMetrics().averageCharWidth() * 50);
 }

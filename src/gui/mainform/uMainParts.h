@@ -32,7 +32,7 @@ struct TMainParts {
   QLabel* statusHint;    // what the mouse can do where it is
   QLabel* statusValue;   // the value under the pointer
   QLabel* statusEvents;  // how many events
-  QLabel* statusFile;    // the file's state
+  QLabel* statusFile;    // the file and its state
 
  private:
   void MakeCentre(QMainWindow& window);

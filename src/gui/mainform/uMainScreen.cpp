@@ -62,7 +62,8 @@ void TMainScreen::SetApplicationTitle(std::string_view title) {
 }
 
 void TMainScreen::SetCaption(std::string_view caption) {
-  FWindow.setWindowTitle(QtText(caption));
+  // "[*]" in a title stands for something else, unless it is doubled.
+  FWindow.setWindowTitle(QtText(caption).replace("[*]", "[*][*]"));
 }
 
 void TMainScreen::SetVisible(std::string_view control, bool visible) {
@@ -88,10 +89,13 @@ void TMainScreen::SetEnabled(std::string_view control, bool enabled) {
   }
 }
 
+bool TMainScreen::IsVisible(std::string_view control) const {
+  return !Control<QWidget>(control).isHidden();
+}
+
 void TMainScreen::SetText(std::string_view control, std::string_view text) {
   if (control == "PnlLoadingMsg") {
-    FLoadingMessage = QtText(text);
-    if (!FPainted.isValid() || FPainted.elapsed() >= kPaintMs) ShowLoadingMessage();
+    FParts.loading->SetMessage(QtText(text));
   } else if (control == "PnlLoadingDetail") {
     FParts.loading->SetDetail(QtText(text));
   } else {
@@ -106,6 +110,7 @@ void TMainScreen::SetChecked(std::string_view action) {
 void TMainScreen::BringToFront(std::string_view panel) {
   auto& widget = Control<QWidget>(panel);
   if (FParts.views->indexOf(&widget) >= 0) {
+    FParts.backstage->hide();
     FParts.views->setCurrentWidget(&widget);
   } else {
     widget.raise();
@@ -174,15 +179,8 @@ void TMainScreen::SetTaskbarProgress(bool on) {
   qCDebug(lcStart) << "no taskbar progress" << on;
 }
 
-void TMainScreen::ShowLoadingMessage() {
-  if (!FLoadingMessage) return;
-  FParts.loading->SetMessage(*FLoadingMessage);
-  FLoadingMessage.reset();
-}
-
-void TMainScreen::ProcessMessages() {
-  if (FPainted.isValid() && FPainted.elapsed() < kPaintMs) return;
-  ShowLoadingMessage();
+void TMainScreen::ProcessMessages(bool atOnce) {
+  if (!atOnce && FPainted.isValid() && FPainted.elapsed() < kPaintMs) return;
   QCoreApplication::processEvents();
   FPainted.start();
 }
@@ -230,10 +228,9 @@ void TMainScreen::UpdateKorvexUI(TShownMission& mission) {
   FParts.overview->MostImportant()->SetDataset(&mission.Tables.Important);
   FParts.docks.DBGrid2->SetDataset(&mission.Tables.Sensors);
   FParts.docks.DBGrid8->SetDataset(&mission.Tables.Battery);
-  const TMissionSummary summary = SummarizeMission(mission.Data, mission.Events, mission.Sensors);
   FParts.docks.details->ShowSections({{QObject::tr("Mission"), HeaderFigures(mission.Data)},
-                                      {QObject::tr("Events"), EventFigures(summary, mission.Events)},
-                                      {QObject::tr("Sensors"), SensorFigures(summary)}});
+                                      {QObject::tr("Events"), EventFigures(mission.Summary, mission.Events)},
+                                      {QObject::tr("Sensors"), SensorFigures(mission.Summary)}});
   FParts.statusEvents->setText(EventsText(mission.Events.Count()));
 }
 
@@ -246,12 +243,7 @@ void TMainScreen::FreePointAbsorptionLists() {
 }
 
 void TMainScreen::RefreshGrid(std::string_view grid) {
-  auto& refreshed = Control<TGrid>(grid);
-  refreshed.Refresh();
-  // Other rows stand in their places; the selected event is where it was, if it still is among them.
-  if (&refreshed == FParts.overview->MostImportant() && FMission != nullptr) {
-    refreshed.SetCurrentId(FMission->SelectedEvent);
-  }
+  Control<TGrid>(grid).Refresh();
 }
 
 void TMainScreen::RebuildFilteredEvents() {

@@ -20,6 +20,7 @@ class TMainScreen final : public IMainScreen {
 
   void SetVisible(std::string_view control, bool visible) override;
   void SetEnabled(std::string_view control, bool enabled) override;
+  [[nodiscard]] bool IsVisible(std::string_view control) const override;
   void SetText(std::string_view control, std::string_view text) override;
   void SetChecked(std::string_view action) override;
   void BringToFront(std::string_view panel) override;
@@ -41,7 +42,7 @@ class TMainScreen final : public IMainScreen {
   void SetProgressMaximum(int maximum) override;
   void SetProgress(double position) override;
   void SetTaskbarProgress(bool on) override;
-  void ProcessMessages() override;
+  void ProcessMessages(bool atOnce) override;
 
   [[nodiscard]] std::optional<std::string> AskForRecording(const TOpenDialog& dialog) override;
   void ShowMessage(std::string_view text, std::string_view details) override;
@@ -60,11 +61,9 @@ class TMainScreen final : public IMainScreen {
  private:
   template <class T>
   [[nodiscard]] T& Control(std::string_view name) const;
-  void ShowLoadingMessage();
 
   QMainWindow& FWindow;
   TMainParts& FParts;
   const TShownMission* FMission = nullptr;  // while its views are filled
   QElapsedTimer FPainted;                   // since the messages were last processed
-  std::optional<QString> FLoadingMessage;   // waits to be shown
 };

@@ -32,7 +32,7 @@ void Open(TKorvexMainForm& form, const QString& recording) {
   watch.start(20);
   form.Flow().Open(Utf8(recording));
   while (form.Flow().Busy()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
-  if (!form.Flow().FileShown()) throw std::runtime_error(Utf8(complaint));
+  if (!form.Flow().FileShown() || !complaint.isEmpty()) throw std::runtime_error(Utf8(complaint));
   Settle();
 }
 

@@ -1,10 +1,13 @@
 #include "gui/mainform/uViewOutput.h"
 
+#include <QBuffer>
 #include <QPageLayout>
 #include <QPainter>
 #include <QPdfWriter>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <filesystem>
+#include <fstream>
 #include <stdexcept>
 
 #include "base/uFiles.h"
@@ -53,6 +56,7 @@ void Output(const TKorvexMainForm& form, TView view, QPagedPaintDevice& device) 
 }  // namespace
 
 void PrintView(TKorvexMainForm& form, TFileFlow& flow) {
+  if (!flow.FileShown()) return;
   QPrinter printer(QPrinter::HighResolution);
   QPrintDialog dialog(&printer, &form);
   dialog.setObjectName("dlgPrint");
@@ -60,11 +64,24 @@ void PrintView(TKorvexMainForm& form, TFileFlow& flow) {
 }
 
 void SaveViewAsPdf(TKorvexMainForm& form, TFileFlow& flow) {
-  const auto path = AskWhereToSave(&form, QObject::tr("Save the view as PDF"), {}, "PDF (*.pdf)", "pdf");
+  if (!flow.FileShown()) return;
+  const std::filesystem::path name = PathFromUtf8(flow.FileName()).stem().concat(".pdf");
+  const QString suggested = QtText(Utf8FromPath(PathFromUtf8(flow.RememberedFolder()) / name));
+  const auto path = AskWhereToSave(&form, QObject::tr("Save the view as PDF"), suggested, "PDF (*.pdf)", "pdf");
   if (!path) return;
-  WriteBesideAndRename(PathFromUtf8(Utf8(*path)), [&](const std::filesystem::path& beside) {
-    QPdfWriter writer(QtText(Utf8FromPath(beside)));
+  // A writer does not tell of a full disk, so it writes into memory.
+  QBuffer pdf;
+  pdf.open(QIODevice::WriteOnly);
+  {
+    QPdfWriter writer(&pdf);
     writer.setPageSize(QPageSize(QPageSize::A4));
     Output(form, flow.View(), writer);
+  }
+  WriteBesideAndRename(PathFromUtf8(Utf8(*path)), [&pdf](const std::filesystem::path& beside) {
+    std::ofstream file(beside, std::ios::binary);
+    file.write(pdf.data().constData(), pdf.size());
+    file.close();
+    if (!file) throw std::runtime_error("The file cannot be written whole.");
   });
+  flow.RememberFolderOf(Utf8(*path));
 }

@@ -14,8 +14,7 @@ TMainOverviewPanel::TMainOverviewPanel(QWidget* parent)
     : QWidget(parent),
       FChart1(new TEventsChart(this)),
       FChartAllSensors(new TSensorsChart(this)),
-      FMostImportant(new TGrid(
-          "dbgMostImportant", tr("Most important events"), [](std::string_view) { return std::nullopt; }, this)),
+      FMostImportant(new TGrid("dbgMostImportant", tr("Most important events"), nullptr, this)),
       FOrderBy(new QComboBox(this)) {
   setObjectName("MainOverviewPanel");
   FChart1->setObjectName("Chart1");

@@ -1,10 +1,10 @@
 #include "gui/platform/uDialogs.h"
 
 #include <QFileDialog>
-#include <QMessageBox>
 #include <QStringList>
 #include <algorithm>
 
+#include "gui/common/uMessageBox.h"
 #include "gui/common/uQtText.h"
 
 namespace {
@@ -53,11 +53,5 @@ std::optional<QString> AskWhereToSave(QWidget* parent, const QString& title, con
 }
 
 void TellUser(QWidget* parent, const QString& text, const QString& details) {
-  QMessageBox box(QMessageBox::Warning, QObject::tr("ShockScope"), text, QMessageBox::Ok, parent);
-  box.setObjectName("msgFile");
-  box.setTextFormat(Qt::PlainText);
-  box.setInformativeText(details);
-  box.setDefaultButton(QMessageBox::Ok);
-  box.setEscapeButton(QMessageBox::Ok);
-  box.exec();
+  ShowBox(parent, QMessageBox::Warning, "msgFile", text, details);
 }

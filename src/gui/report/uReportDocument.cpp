@@ -3,7 +3,6 @@
 #include <vector>
 
 #include "analysis/uMissionFigures.h"
-#include "base/uText.h"
 #include "gui/common/uQtText.h"
 #include "shell/uAlarmMarks.h"
 
@@ -13,9 +12,7 @@ constexpr qsizetype kLongestText = 300;  // characters; a header may hold 64 KiB
 
 // Nothing of a recording is taken for markup, and nothing breaks a page by its length.
 QString Safe(const std::string& text) {
-  const QString whole = QtText(Printable(text));
-  const QString cut = whole.size() <= kLongestText ? whole : whole.left(kLongestText) + "…";
-  return cut.toHtmlEscaped();
+  return ShownText(text, kLongestText).toHtmlEscaped();
 }
 
 QString FigureTable(const QString& title, const std::vector<TFigure>& figures) {
@@ -54,7 +51,6 @@ QString ImportantTable(const TDataset& table) {
 }  // namespace
 
 std::unique_ptr<QTextDocument> MakeReport(const TShownMission& mission) {
-  const TMissionSummary summary = SummarizeMission(mission.Data, mission.Events, mission.Sensors);
   auto document = std::make_unique<QTextDocument>();
   document->setDefaultStyleSheet(
       "p, td, th { color: black; font-size: 8pt; } .label { color: #555555; }"
@@ -62,7 +58,7 @@ std::unique_ptr<QTextDocument> MakeReport(const TShownMission& mission) {
       ".heading { font-size: 10.5pt; font-weight: bold; margin-top: 10px; margin-bottom: 2px; }"
       "table { border-color: #999999; }");
   document->setHtml("<p class='title'>Shock report</p>" + FigureTable("Mission", HeaderFigures(mission.Data)) +
-                    FigureTable("Events", EventFigures(summary, mission.Events)) +
-                    FigureTable("Sensors", SensorFigures(summary)) + ImportantTable(mission.Tables.Important));
+                    FigureTable("Events", EventFigures(mission.Summary, mission.Events)) +
+                    FigureTable("Sensors", SensorFigures(mission.Summary)) + ImportantTable(mission.Tables.Important));
   return document;
 }

@@ -1,4 +1,4 @@
-// The report as a document of one page: the mission, its figures, the most important events. Black on white.
+// The report as a short document: the mission, its figures, the most important events. Black on white.
 #pragma once
 
 #include <QTextDocument>

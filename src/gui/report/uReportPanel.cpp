@@ -32,7 +32,7 @@ class TReportPage : public QWidget {
   }
 
   [[nodiscard]] QSize sizeHint() const override {
-    const int pages = FDocument == nullptr ? 1 : FDocument->pageCount();
+    const int pages = FDocument == nullptr ? 0 : FDocument->pageCount();
     return {PageSize().width() + 2 * kGap, pages * (PageSize().height() + kGap) + kGap};
   }
 
@@ -59,9 +59,9 @@ class TReportPage : public QWidget {
 
  private:
   static constexpr int kGap = 16;
-  static constexpr double kZoom = 1.3;  // of points to pixels
 
-  [[nodiscard]] static QSize PageSize() { return (QPageSize(QPageSize::A4).size(QPageSize::Point) * kZoom).toSize(); }
+  // One to one on the screen.
+  [[nodiscard]] QSize PageSize() const { return FDocument == nullptr ? QSize() : FDocument->pageSize().toSize(); }
 
   QTextDocument* FDocument = nullptr;
 };

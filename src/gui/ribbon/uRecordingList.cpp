@@ -4,6 +4,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLocale>
+#include <QTextDocument>
 #include <algorithm>
 
 void TRecordingModel::SetEntries(std::vector<TFolderEntry> entries) {
@@ -22,7 +23,7 @@ int TRecordingModel::columnCount(const QModelIndex& parent) const {
 
 QVariant TRecordingModel::data(const QModelIndex& index, int role) const {
   const TFolderEntry& entry = Entry(index.row());
-  if (role == Qt::ToolTipRole && index.column() == kName) return entry.Name;
+  if (role == Qt::ToolTipRole && index.column() == kName) return Qt::convertFromPlainText(entry.Name);
   if (role != Qt::DisplayRole) return {};
   switch (index.column()) {
     case kName:

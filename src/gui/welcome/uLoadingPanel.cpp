@@ -49,7 +49,7 @@ void TLoadingPanel::SetMessage(const QString& message) {
 void TLoadingPanel::SetDetail(const QString& detail) {
   if (FDetailText == detail) return;
   FDetailText = detail;
-  FDetail->setToolTip(detail);
+  FDetail->setToolTip(Qt::convertFromPlainText(detail));
   FDetail->setAccessibleName(detail);
   ElideDetail();
 }

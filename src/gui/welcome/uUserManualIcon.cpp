@@ -26,7 +26,7 @@ TUserManualIcon::TUserManualIcon(const QString& objectName, const QString& capti
   setObjectName(objectName);
   setAccessibleName(caption);
   setAccessibleDescription(tr("Opens the document"));
-  setToolTip(QString("%1\n%2").arg(caption, QDir::toNativeSeparators(filePath)));
+  setToolTip(Qt::convertFromPlainText(QString("%1\n%2").arg(caption, QDir::toNativeSeparators(filePath))));
   setFocusPolicy(Qt::StrongFocus);
   setAttribute(Qt::WA_Hover);
   setCursor(Qt::PointingHandCursor);

@@ -1,0 +1,555 @@
+// The charts without the window: what they show of a model, and what mouse, wheel and keys make of it.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QSignalSpy>
+#include <QTest>
+#include <cfloat>
+#include <set>
+
+#include "base/uDateTime.h"
+#include "gui/charts/uDateTicker.h"
+#include "gui/charts/uEventsChart.h"
+#include "gui/charts/uNavigatorChart.h"
+#include "gui/charts/uSelectedEventChart.h"
+#include "gui/charts/uSensorsChart.h"
+
+using testing::ElementsAre;
+
+namespace {
+
+constexpr double kStart = 45123.25;  // 2023-07-16 06:00
+constexpr double kMinute = 60000;    // ms
+constexpr double kDay = 86400000;    // ms
+constexpr double kSame = 1e-9;       // days; a twelfth of a millisecond
+constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
+constexpr float kInfinity = std::numeric_limits<float>::infinity();
+
+struct TSample {
+  double ms;
+  float value;
+};
+using TSamples = std::vector<TSample>;
+
+double At(double ms) {
+  return kStart + ms / kDay;
+}
+
+// One event with a sample on x for each, or all samples in one event.
+TEventList Events(const TSamples& samples, bool oneEvent = false) {
+  TEventList events;
+  events.StartTime = kStart;
+  for (const auto& [ms, g] : samples) {
+    if (!oneEvent || events.Count() == 0) events.NewEvent();
+    events.AddValues(ms, g, 0, 0);
+  }
+  return events;
+}
+
+TSensorList Sensors(const std::vector<std::pair<const char*, TSamples>>& readings) {
+  TSensorList sensors;
+  for (const auto& [name, samples] : readings) {
+    sensors.Add(name);
+    for (const auto& [ms, value] : samples) sensors.AddValues(ms, value);
+  }
+  return sensors;
+}
+
+QCPAxisRect& RectOf(const TTimeChart& chart) {
+  return *chart.axisRects().front();
+}
+QCPAxis& TimeOf(const TTimeChart& chart) {
+  return *RectOf(chart).axis(QCPAxis::atBottom);
+}
+QCPAxis& ValuesOf(const TTimeChart& chart) {
+  return *RectOf(chart).axis(QCPAxis::atLeft);
+}
+QPoint PointAt(const TTimeChart& chart, double time, double value) {
+  return QPointF(TimeOf(chart).coordToPixel(time), ValuesOf(chart).coordToPixel(value)).toPoint();
+}
+QPoint MiddleOf(const TTimeChart& chart) {
+  return RectOf(chart).rect().center();
+}
+
+void Settle() {
+  for (int round = 0; round < 5; ++round) QCoreApplication::processEvents();
+}
+void Show(TTimeChart& chart) {
+  chart.resize(800, 300);
+  chart.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&chart));
+  Settle();
+}
+void ExpectRange(const TTimeChart& chart, double fromMs, double toMs) {
+  EXPECT_NEAR(chart.TimeRange().first, At(fromMs), kSame);
+  EXPECT_NEAR(chart.TimeRange().second, At(toMs), kSame);
+}
+void ExpectSaneAxes(TTimeChart& chart) {
+  for (const QCPAxis* axis : RectOf(chart).axes()) {
+    EXPECT_TRUE(std::isfinite(axis->range().lower) && std::isfinite(axis->range().upper));
+    EXPECT_LT(axis->range().lower, axis->range().upper);
+  }
+  EXPECT_EQ(chart.grab().size(), QSize(800, 300));
+}
+
+void Wheel(TTimeChart& chart, const QPoint& at, int notches, Qt::KeyboardModifiers held = Qt::NoModifier) {
+  QWheelEvent wheel(at, chart.mapToGlobal(at), {}, {0, 120 * notches}, Qt::NoButton, held, Qt::NoScrollPhase, false);
+  QCoreApplication::sendEvent(&chart, &wheel);
+}
+void Move(TTimeChart& chart, const QPoint& to, Qt::MouseButton held) {
+  QMouseEvent move(QEvent::MouseMove, to, chart.mapToGlobal(to), Qt::NoButton, held, Qt::NoModifier);
+  QCoreApplication::sendEvent(&chart, &move);
+}
+void Drag(TTimeChart& chart, const QPoint& from, const QPoint& to, Qt::MouseButton button = Qt::LeftButton) {
+  QTest::mousePress(&chart, button, {}, from);
+  Move(chart, (from + to) / 2, button);
+  Move(chart, to, button);
+  QTest::mouseRelease(&chart, button, {}, to);
+}
+void Click(TTimeChart& chart, const QPoint& at) {
+  QTest::mouseClick(&chart, Qt::LeftButton, {}, at);
+}
+void ClickLegend(TTimeChart& chart, std::size_t entry) {
+  const auto* legend = dynamic_cast<TLegendRow*>(chart.plotLayout()->element(0, 0));
+  const int y = legend->rect().top() + 8;
+  int x = 0;
+  while (x < chart.width() && legend->EntryAt(QPointF(x, y)) != entry) ++x;
+  ASSERT_LT(x, chart.width()) << "the legend has no entry " << entry;
+  Click(chart, {x + 2, y});
+}
+
+// Pixels that are more of this colour than of anything else.
+int Ink(TTimeChart& chart, const QColor& colour, const QRect& within) {
+  const QImage image = chart.grab().toImage();
+  const QRect rect = within & RectOf(chart).rect();
+  int count = 0;
+  for (int y = rect.top(); y <= rect.bottom(); ++y) {
+    for (int x = rect.left(); x <= rect.right(); ++x) {
+      const QColor c = image.pixelColor(x, y);
+      count +=
+          std::abs(c.red() - colour.red()) + std::abs(c.green() - colour.green()) + std::abs(c.blue() - colour.blue()) <
+          300;
+    }
+  }
+  return count;
+}
+
+// Ten events a minute apart, from 10 to 100 g.
+class Chart : public testing::Test {
+ protected:
+  Chart() {
+    for (int i = 0; i < 10; ++i) FPeaks.push_back({i * kMinute, 10.0F * static_cast<float>(i + 1)});
+    FChart.SetEvents(Events(FPeaks), {});
+    Show(FChart);
+    FMiddle = MiddleOf(FChart);
+  }
+  [[nodiscard]] double MomentUnder(const QPoint& at) const { return TimeOf(FChart).pixelToCoord(at.x()); }
+  [[nodiscard]] double Span() const { return TimeOf(FChart).range().size(); }
+  void ExpectFull() const { ExpectRange(FChart, 0, 9 * kMinute); }
+
+  TSamples FPeaks;
+  TEventsChart FChart;
+  QSignalSpy FRanges{&FChart, &TTimeChart::TimeRangeChanged};
+  QSignalSpy FResets{&FChart, &TTimeChart::ZoomReset};
+  QSignalSpy FClicked{&FChart, &TEventsChart::EventClicked};
+  QPoint FMiddle;
+};
+
+TEST_F(Chart, ShowsTheWholeSpanAndOneInstantWithASecondEachSide) {
+  ExpectFull();
+  FChart.SetEvents(Events({{5000, 1}}), {});
+  ExpectRange(FChart, 4000, 6000);
+  EXPECT_EQ(FChart.TimeRange(), FChart.FullRange());
+}
+
+TEST_F(Chart, RecordingSpanWidensButNeverCutsTheData) {
+  FChart.SetRecordingSpan({At(-kMinute), At(kMinute)});
+  ExpectRange(FChart, -kMinute, 9 * kMinute);
+  FChart.Clear();
+  const auto empty = FChart.TimeRange();
+  FChart.SetRecordingSpan({At(0), At(kMinute)});
+  EXPECT_EQ(FChart.TimeRange(), empty);
+}
+
+TEST_F(Chart, TellsTheRangesOfTheUserOnly) {
+  FChart.SetTimeRange(At(kMinute), At(2 * kMinute));
+  FChart.SetRecordingSpan({At(0), At(20 * kMinute)});
+  FChart.ResetZoom();
+  FChart.SetEvents(Events(FPeaks), {});
+  EXPECT_EQ(FRanges.count() + FResets.count(), 0);
+
+  Wheel(FChart, FMiddle, 1);
+  ASSERT_EQ(FRanges.count(), 1);
+  EXPECT_EQ(std::pair(FRanges[0][0].toDouble(), FRanges[0][1].toDouble()), FChart.TimeRange());
+  QTest::keyClick(&FChart, Qt::Key_F);
+  ExpectFull();
+  EXPECT_EQ(FRanges.count(), 2);
+  EXPECT_EQ(FResets.count(), 1);
+}
+
+TEST_F(Chart, WheelZoomsTimeAboutThePointerAndScrollsWithShift) {
+  const QPoint at(RectOf(FChart).rect().left() + 150, 100);
+  const double moment = MomentUnder(at);
+  const double full = Span();
+  const QCPRange values = ValuesOf(FChart).range();
+  Wheel(FChart, at, 2);
+  EXPECT_LT(Span(), full * 0.9);
+  EXPECT_NEAR(MomentUnder(at), moment, kSame);
+  const double span = Span();
+  const double first = FChart.TimeRange().first;
+  Wheel(FChart, at, -1, Qt::ShiftModifier);
+  EXPECT_GT(FChart.TimeRange().first, first);
+  EXPECT_NEAR(Span(), span, kSame);
+  EXPECT_EQ(ValuesOf(FChart).range(), values);
+}
+
+TEST_F(Chart, LeftDragZoomsToItsSpanWhicheverWayItGoes) {
+  const QPoint from = PointAt(FChart, At(3 * kMinute), 20);
+  const QPoint to = PointAt(FChart, At(5 * kMinute), 60);
+  const std::pair wanted(MomentUnder(from), MomentUnder(to));
+  for (const bool back : {false, true}) {
+    FChart.ResetZoom();
+    Drag(FChart, back ? to : from, back ? from : to);
+    EXPECT_NEAR(FChart.TimeRange().first, wanted.first, kSame);
+    EXPECT_NEAR(FChart.TimeRange().second, wanted.second, kSame);
+  }
+  EXPECT_EQ(FRanges.count(), 2);
+  EXPECT_EQ(FClicked.count(), 0);
+}
+
+TEST_F(Chart, DragUnderTwentyPixelsIsAClick) {
+  const QPoint event = PointAt(FChart, At(4 * kMinute), 50);
+  Drag(FChart, event, event + QPoint(19, 0));
+  EXPECT_EQ(FRanges.count(), 0);
+  EXPECT_EQ(FClicked.count(), 1);
+  Drag(FChart, event, event + QPoint(20, 0));
+  EXPECT_EQ(FRanges.count(), 1);
+  EXPECT_EQ(FClicked.count(), 1);
+}
+
+TEST_F(Chart, MiddleDragAndSpaceWithLeftDragPan) {
+  for (const Qt::MouseButton button : {Qt::MiddleButton, Qt::LeftButton}) {
+    FChart.SetTimeRange(At(3 * kMinute), At(6 * kMinute));
+    const QPoint to = FMiddle + QPoint(100, 0);
+    const double moment = MomentUnder(FMiddle);
+    if (button == Qt::LeftButton) QTest::keyPress(&FChart, Qt::Key_Space);
+    Drag(FChart, FMiddle, to, button);
+    if (button == Qt::LeftButton) QTest::keyRelease(&FChart, Qt::Key_Space);
+    EXPECT_NEAR(MomentUnder(to), moment, kSame) << "what was taken hold of stays under the pointer";
+    EXPECT_NEAR(Span(), 3 * kMinute / kDay, kSame);
+  }
+}
+
+TEST_F(Chart, EscapeCancelsADrag) {
+  for (const Qt::MouseButton button : {Qt::LeftButton, Qt::MiddleButton}) {
+    QTest::mousePress(&FChart, button, {}, FMiddle);
+    Move(FChart, FMiddle + QPoint(100, 0), button);
+    QTest::keyClick(&FChart, Qt::Key_Escape);
+    QTest::mouseRelease(&FChart, button, {}, FMiddle + QPoint(100, 0));
+    ExpectFull();
+  }
+  EXPECT_EQ(FClicked.count(), 0);
+}
+
+TEST_F(Chart, DoubleClickResetsTimeAndValues) {
+  const QCPRange values = ValuesOf(FChart).range();
+  Wheel(FChart, FMiddle, 3);
+  Wheel(FChart, FMiddle, 3, Qt::ControlModifier);
+  QTest::mouseDClick(&FChart, Qt::LeftButton, {}, FMiddle);
+  ExpectFull();
+  EXPECT_EQ(ValuesOf(FChart).range(), values);
+  EXPECT_EQ(FResets.count(), 1);
+}
+
+TEST_F(Chart, KeysZoomAndMove) {
+  const auto press = [this](Qt::Key key) { QTest::keyClick(&FChart, key); };
+  const double full = Span();
+  press(Qt::Key_Plus);
+  press(Qt::Key_Plus);
+  const double zoomed = Span();
+  EXPECT_LT(zoomed, full * 0.8);
+  EXPECT_NEAR(TimeOf(FChart).range().center(), At(4.5 * kMinute), kSame);
+  const double first = FChart.TimeRange().first;
+  press(Qt::Key_Right);
+  EXPECT_GT(FChart.TimeRange().first, first);
+  press(Qt::Key_Left);
+  EXPECT_NEAR(FChart.TimeRange().first, first, kSame);
+  press(Qt::Key_Home);
+  EXPECT_NEAR(FChart.TimeRange().first, At(0), kSame);
+  press(Qt::Key_End);
+  EXPECT_NEAR(FChart.TimeRange().second, At(9 * kMinute), kSame);
+  EXPECT_NEAR(Span(), zoomed, kSame);
+  press(Qt::Key_Minus);
+  EXPECT_GT(Span(), zoomed);
+  const double lowest = ValuesOf(FChart).range().lower;
+  press(Qt::Key_Up);
+  EXPECT_GT(ValuesOf(FChart).range().lower, lowest);
+}
+
+TEST_F(Chart, ZoomEndsInBothDirections) {
+  const TEventList oneEvent = Events({{0, 0}, {1, 5}, {2, 0}}, true);
+  TSelectedEventChart milliseconds;
+  milliseconds.ShowEvent(oneEvent, 0, {});
+  Show(milliseconds);
+  for (TTimeChart* chart : std::vector<TTimeChart*>{&FChart, &milliseconds}) {
+    for (const QPoint& at : {MiddleOf(*chart), RectOf(*chart).rect().topLeft(), RectOf(*chart).rect().bottomRight()}) {
+      for (const Qt::KeyboardModifiers held : {Qt::NoModifier, Qt::ControlModifier}) {
+        for (int step = 0; step < 200; ++step) {
+          Wheel(*chart, at, step < 100 ? 1 : -1, held);
+          if (step % 100 == 99) ExpectSaneAxes(*chart);
+        }
+        EXPECT_LE(chart->TimeRange().first, chart->FullRange().second) << "data stay in sight";
+        EXPECT_GE(chart->TimeRange().second, chart->FullRange().first);
+      }
+      chart->ResetZoom();
+    }
+  }
+}
+
+// However many calls made the change; twice only where the axes need other margins.
+TEST_F(Chart, ReplotsOnceForAChange) {
+  QSignalSpy replots(&FChart, &QCustomPlot::afterReplot);
+  const std::vector<std::function<void()>> changes = {[this] { Wheel(FChart, FMiddle, 1); },
+                                                      [this] {
+                                                        FChart.SetEvents(Events(FPeaks), {});
+                                                        FChart.SetRecordingSpan({At(0), At(20 * kMinute)});
+                                                        FChart.SetTimeRange(At(0), At(5 * kMinute));
+                                                      },
+                                                      [this] { QTest::keyClick(&FChart, Qt::Key_F); },
+                                                      [this] { FChart.resize(790, 290); }};
+  for (std::size_t i = 0; i < changes.size(); ++i) {
+    const QMargins margins = RectOf(FChart).margins();
+    replots.clear();
+    changes[i]();
+    Settle();
+    EXPECT_GE(replots.count(), 1) << i;
+    EXPECT_LE(replots.count(), margins == RectOf(FChart).margins() ? 1 : 2) << i;
+  }
+  replots.clear();
+  FChart.SetSelectedEvent(3);
+  FChart.SetHoveredEvent(4);
+  Settle();
+  EXPECT_EQ(replots.count(), 0) << "marks are drawn on what is there";
+}
+
+TEST(EventsChart, ClickTellsTheEventAndOfSeveralInOnePixelTheLargest) {
+  // A pixel is about 700 ms.
+  TEventsChart chart;
+  chart.SetEvents(Events({{9 * kMinute, 50}, {0, 40}, {5 * kMinute, 30}, {5 * kMinute + 1, 60}, {1, 20}}), {});
+  Show(chart);
+  QSignalSpy clicked(&chart, &TEventsChart::EventClicked);
+  // The outermost dots stand half outside the axes.
+  for (const int x : {-2, 0, 2}) Click(chart, PointAt(chart, At(9 * kMinute), 50) + QPoint(x, 0));
+  Click(chart, PointAt(chart, At(0), 40) - QPoint(2, 0));
+  Click(chart, PointAt(chart, At(5 * kMinute), 30));
+  Click(chart, PointAt(chart, At(2 * kMinute), 30));  // between events
+  Click(chart, PointAt(chart, At(0), 60));            // above a dot
+  std::vector<qulonglong> told;
+  for (const auto& arguments : clicked) told.push_back(arguments[0].toULongLong());
+  EXPECT_THAT(told, ElementsAre(0, 0, 0, 1, 3));
+}
+
+TEST(SensorsChart, LegendClickHidesASensorWithItsAxisAndShowsItAgain) {
+  const TSensorList sensors =
+      Sensors({{"Temperature", {{0, 20}, {kMinute, 20}}}, {"Pressure", {}}, {"RH", {{0, 40}, {kMinute, 60}}}});
+  TSensorsChart chart;
+  chart.SetSensors(sensors, kStart);
+  Show(chart);
+  QSignalSpy changed(&chart, &TSensorsChart::SensorVisibleChanged);
+  const auto expect = [&chart](int axes, bool humidity) {
+    EXPECT_EQ(std::ranges::count_if(RectOf(chart).axes(QCPAxis::atLeft | QCPAxis::atRight), &QCPAxis::visible), axes);
+    EXPECT_EQ(Ink(chart, Qt::blue, chart.rect()) > 300, humidity);
+    EXPECT_GT(Ink(chart, Qt::red, chart.rect()), 300);
+  };
+  expect(2, true);
+  ClickLegend(chart, 1);  // the pressure has no reading and so no entry
+  expect(1, false);
+  ClickLegend(chart, 1);
+  expect(2, true);
+  EXPECT_THAT(changed, ElementsAre(QVariantList{2ULL, false}, QVariantList{2ULL, true}));
+}
+
+TEST(SensorsChart, OfManySensorsOfOneNameOneStartsVisible) {
+  std::vector<std::pair<const char*, TSamples>> readings(600, {"T", {{0, 20}, {kMinute, 21}}});
+  readings.front().second.clear();
+  TSensorsChart chart;
+  chart.SetSensors(Sensors(readings), kStart);
+  EXPECT_FALSE(chart.IsSensorVisible(0));
+  EXPECT_TRUE(chart.IsSensorVisible(1));
+  EXPECT_FALSE(chart.IsSensorVisible(2));
+}
+
+TEST(SensorsChart, WheelOverAnAxisZoomsItAloneAndWithControlAllValues) {
+  const TSensorList sensors = Sensors({{"Temperature", {{0, 10}, {kMinute, 20}}}, {"RH", {{0, 40}, {kMinute, 60}}}});
+  TSensorsChart chart;
+  chart.SetSensors(sensors, kStart);
+  Show(chart);
+  QSignalSpy ranges(&chart, &TTimeChart::TimeRangeChanged);
+  QCPAxis& temperature = *RectOf(chart).axis(QCPAxis::atLeft, 1);
+  QCPAxis& humidity = *RectOf(chart).axis(QCPAxis::atRight, 0);
+  const QCPRange degrees = temperature.range();
+  const double percent = humidity.range().size();
+  const QPoint over = RectOf(chart).rect().topRight() + QPoint(20, 40);
+  const double pointed = humidity.pixelToCoord(over.y());
+  Wheel(chart, over, 1);
+  const double zoomed = humidity.range().size();
+  EXPECT_LT(zoomed, percent);
+  EXPECT_NEAR(humidity.pixelToCoord(over.y()), pointed, 1e-6);
+  EXPECT_EQ(temperature.range(), degrees);
+  Wheel(chart, MiddleOf(chart), 1, Qt::ControlModifier);
+  EXPECT_LT(humidity.range().size(), zoomed);
+  EXPECT_LT(temperature.range().size(), degrees.size());
+  EXPECT_EQ(chart.TimeRange(), chart.FullRange());
+  EXPECT_EQ(ranges.count(), 0);
+}
+
+TEST(SelectedEventChart, InksEveryPeakAtEveryZoom) {
+  TSamples samples(200000);  // 200 s; each peak is one sample
+  for (std::size_t i = 0; i < samples.size(); ++i) samples[i].ms = kMinute + static_cast<double>(i);
+  samples[70001].value = 9;
+  samples[130003].value = -7;
+  const TEventList events = Events(samples, true);
+  TSelectedEventChart chart;
+  chart.ShowEvent(events, 0, {});
+  Show(chart);
+  for (const auto& [ms, g] : {std::pair(70001, 9), std::pair(130003, -7)}) {
+    for (const double half : {250000.0, 100000.0, 33333.3, 5000.0, 700.0, 100.0, 7.0, 2.0}) {
+      chart.SetTimeRange(ms - half, ms + half * 1.1);
+      const QPoint peak = PointAt(chart, ms, g);
+      EXPECT_GT(Ink(chart, Qt::blue, {peak - QPoint(1, 1), peak + QPoint(1, 1)}), 0) << ms << " ± " << half;
+    }
+  }
+}
+
+TEST(SelectedEventChart, ClearLetsGoOfTheModel) {
+  TEventList events = Events({{0, 0}, {1, 5}, {2, 0}}, true);
+  TSelectedEventChart chart;
+  TSelectedEventChart fresh;
+  Show(chart);
+  Show(fresh);
+  const QImage nothing = fresh.grab().toImage();
+  chart.ShowEvent(events, 0, {});
+  EXPECT_NE(chart.grab().toImage(), nothing);
+  chart.Clear();
+  events.Clear();
+  Wheel(chart, MiddleOf(chart), 1);
+  Move(chart, MiddleOf(chart), Qt::NoButton);
+  EXPECT_EQ(chart.grab().toImage(), nothing);
+}
+
+class AnyData : public testing::TestWithParam<TSamples> {};
+
+TEST_P(AnyData, HasFiniteAxesInEveryChart) {
+  const TEventList events = Events(GetParam());
+  const TEventList oneEvent = Events(GetParam(), true);
+  const TSensorList sensors = Sensors({{"Temperature", GetParam()}, {"RH", GetParam()}});
+  TEventsChart eventsChart;
+  TSensorsChart sensorsChart;
+  TSelectedEventChart selectedEventChart;
+  TNavigatorChart navigator;
+  eventsChart.SetEvents(events, {});
+  sensorsChart.SetSensors(sensors, kStart);
+  selectedEventChart.ShowEvent(oneEvent, 0, {});
+  navigator.SetMission(events, sensors);
+  for (TTimeChart* chart : std::vector<TTimeChart*>{&eventsChart, &sensorsChart, &selectedEventChart, &navigator}) {
+    Show(*chart);
+    for (const Qt::KeyboardModifiers held : {Qt::NoModifier, Qt::ControlModifier}) {
+      ExpectSaneAxes(*chart);
+      Wheel(*chart, MiddleOf(*chart), 5, held);
+      Move(*chart, MiddleOf(*chart), Qt::NoButton);
+      Click(*chart, MiddleOf(*chart));
+    }
+    ExpectSaneAxes(*chart);
+  }
+}
+
+const TSamples kData[] = {{},
+                          {{7, 5}},
+                          {{0, 5}, {1, 5}, {9, 5}},
+                          {{0, kNaN}, {9, kNaN}},
+                          {{0, kInfinity}, {9, -kInfinity}},
+                          {{0, 1}, {3, kNaN}, {6, kInfinity}, {9, 2}},
+                          {{0, 1e-30F}, {9, 1e30F}},
+                          {{0, 1e-30F}, {9, 2e-30F}},
+                          {{0, -FLT_MAX / 2}, {9, FLT_MAX / 2}},
+                          {{5, 1}, {5, 2}, {5, 3}},
+                          {{9, 1}, {0, 2}, {5, 3}},
+                          {{0, 1}, {double{kNaN}, 2}, {double{kInfinity}, 3}, {9, 4}},
+                          {{double{kNaN}, 1}, {-double{kInfinity}, 2}},
+                          {{-1e300, 1}, {0, 2}, {1e300, 3}},
+                          {{-1e15, 1}, {1e15, 2}}};
+INSTANTIATE_TEST_SUITE_P(Charts, AnyData, testing::ValuesIn(kData),
+                         [](const auto& info) { return std::to_string(info.index); });
+
+// By the seconds in sight.
+class DateTicks : public testing::TestWithParam<double> {
+ protected:
+  DateTicks() { SetShortDateFormat("dd.mm.yyyy"); }
+  ~DateTicks() override { SetShortDateFormat("yyyy-mm-dd"); }
+
+  static QDateTime MomentOf(double dateTime) {
+    return QDateTime({1899, 12, 30}, {}, Qt::UTC).addMSecs(std::llround(dateTime * kDay));
+  }
+  // Every part is the date or the time of day in the format, and what it leaves out is zero.
+  static void ExpectLabel(const QString& label, const QDateTime& moment) {
+    const QString time = moment.toString("HH:mm:ss.zzz");
+    bool timed = false;
+    for (const QString& part : label.split(QRegularExpression("[ \n]"), Qt::SkipEmptyParts)) {
+      if (part == moment.toString("dd.MM.yyyy")) continue;
+      timed = true;
+      EXPECT_EQ(part + QString("00:00:00.000").mid(part.size()), time);
+      EXPECT_GE(part.size(), 5);
+    }
+    EXPECT_TRUE(timed || label.isEmpty() || moment.time() == QTime(0, 0)) << label.toStdString();
+  }
+};
+
+TEST_P(DateTicks, StandAtRoundTimesWithLabelsApart) {
+  const double seconds = GetParam();
+  TEventsChart eventsChart;
+  TNavigatorChart navigator;
+  eventsChart.SetEvents(Events({{0, 1}}), {});
+  navigator.SetMission(Events({{0, 1}}), {});
+  for (TTimeChart* chart : std::vector<TTimeChart*>{&eventsChart, &navigator}) {
+    chart->SetTimeRange(At(1234567.25), At(1234567.25 + seconds * 1000));
+    Show(*chart);
+    const QCPAxis& axis = TimeOf(*chart);
+    const QFontMetrics metrics(axis.tickLabelFont());
+    QVector<double> ticks;
+    QVector<QString> labels;
+    axis.ticker()->generate(axis.range(), {}, 'g', 6, ticks, nullptr, &labels);
+    ASSERT_EQ(ticks.size(), labels.size());
+    EXPECT_GE(ticks.size(), seconds < 0.01 ? 1 : 2);
+    EXPECT_LE(ticks.size(), 12);
+
+    std::set<qint64> steps;
+    double taken = 0;  // px, to the right end of the label before
+    for (qsizetype i = 0; i < ticks.size(); ++i) {
+      const QDateTime moment = MomentOf(ticks[i]);
+      ExpectLabel(labels[i], moment);
+      if (i > 0) steps.insert(MomentOf(ticks[i - 1]).msecsTo(moment));
+      if (seconds > 400 * 86400) {
+        EXPECT_EQ(moment.toString("dd HH:mm:ss.zzz"), "01 00:00:00.000");
+      }
+      if (labels[i].isEmpty()) continue;
+      const double centre = axis.coordToPixel(ticks[i]);
+      const double half = metrics.size(0, labels[i]).width() / 2.0;
+      EXPECT_GE(centre - half, taken);
+      taken = centre + half;
+    }
+    EXPECT_LE(taken, chart->width());
+    if (seconds > 90 * 86400 || steps.empty()) continue;
+    // Months differ; below them all steps are one, which fits a day wholly or is whole days.
+    EXPECT_EQ(steps.size(), 1U);
+    const qint64 day = 86400000;
+    const qint64 step = *steps.begin();
+    EXPECT_EQ(step < day ? day % step : step % day, 0) << step;
+    EXPECT_EQ(MomentOf(ticks[0]).time().msecsSinceStartOfDay() % step, 0) << step;
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Spans, DateTicks,
+                         testing::Values(0.001, 0.007, 0.1, 1, 7, 60, 1000, 3600, 20000, 86400, 3 * 86400, 9 * 86400,
+                                         45 * 86400, 120 * 86400, 500 * 86400, 3653 * 86400, 10957.0 * 86400));
+
+}  // namespace
