@@ -49,6 +49,9 @@ class MainForm : public testing::Test {
   void Answer(QWidget* dialog) {
     if (auto* box = qobject_cast<QMessageBox*>(dialog)) {
       FBoxes.push_back((box->objectName() + "|" + box->text() + "|" + box->informativeText()).toStdString());
+      for (const QLabel* label : box->findChildren<QLabel*>()) {
+        EXPECT_TRUE(label->text().isEmpty() || label->textFormat() == Qt::PlainText);
+      }
       QTest::keyClick(box, Qt::Key_Escape);
     } else if (auto* open = qobject_cast<QFileDialog*>(dialog)) {
       FDialogs.push_back(
@@ -321,6 +324,63 @@ TEST_F(MainForm, ATitleClickSortsMarksItsColumnAndSelectsTheFirstRow) {
   EXPECT_EQ(CurrentId(important), "0") << "the selected event stays marked";
   QTest::keyClick(orderBy, Qt::Key_Home);
   EXPECT_EQ(CurrentId(important), "0");
+}
+
+TEST_F(MainForm, AClickOnARowChoosesThatRowAndMovesNothing) {
+  TTestRecording recording = TTestRecording().Creator().MissionHeader(2, 2).Channels({"ACC x", "ACC y", "ACC z"});
+  std::vector<TTestRecord> records;
+  for (int event = 0; event < 200; ++event) {
+    records.push_back({100.0 * event, {1.0F, 0, 0}});
+    records.push_back({100.0 * event + 1, {kEnd, kEnd, kEnd}});
+  }
+  recording.Data(records);
+  Start(Save("many.kshock", recording));
+  Press("Ctrl+2");
+  auto* grid = Find<QTableView>("dbgShocks");
+  ClickTitle(grid, "ID");
+  ClickTitle(grid, "ID");
+  const int last = grid->rowAt(grid->viewport()->height() - 1);
+  ASSERT_LT(last, grid->model()->rowCount() - 1) << "the grid scrolls";
+  const int top = grid->rowAt(0);
+  for (const auto& [row, held] : {std::pair(last, Qt::NoModifier), std::pair(top + 1, Qt::ControlModifier)}) {
+    const QModelIndex cell = grid->model()->index(row, 0);
+    QTest::mouseClick(grid->viewport(), Qt::LeftButton, held, {5, grid->rowViewportPosition(row) + 2});
+    EXPECT_EQ(grid->currentIndex().row(), row);
+    EXPECT_EQ(FForm->Flow().Mission().SelectedEvent, cell.data().toString().toULongLong());
+  }
+  EXPECT_EQ(grid->selectionModel()->selectedRows().size(), 2) << "Ctrl adds a row to those selected";
+
+  Press("Ctrl+1");
+  auto* important = Find<QTableView>("dbgMostImportant");
+  ClickTitle(important, "ID");
+  EXPECT_FALSE(important->horizontalHeader()->isSortIndicatorShown()) << "its order is that of Order By";
+}
+
+TEST_F(MainForm, TheBackstageGivesWayToWhatIsOpened) {
+  Start(FThree);
+  for (const bool reload : {true, false}) {
+    FForm->findChild<QAction*>("actBackstage")->trigger();
+    ASSERT_TRUE(Find("Backstage")->isVisible());
+    if (reload) {
+      Press("F5");
+    } else {
+      Drop(FThree);
+      Settle();
+    }
+    EXPECT_FALSE(Find("Backstage")->isVisible());
+    ExpectShown(FThree);
+  }
+}
+
+TEST_F(MainForm, NoTextOfAFileIsMarkup) {
+  const QString odd = Save("<b>odd.kshock", ThreeEvents());
+  Start(odd);
+  ExpectShown(odd);
+  EXPECT_EQ(Find<QLabel>("lblStatusFile")->textFormat(), Qt::PlainText);
+  const QString unfit = Save("<img src=x>.kshock", {'n', 'o'});
+  Drop(unfit);
+  Settle();
+  EXPECT_THAT(std::exchange(FBoxes, {}), ElementsAre(HasSubstr("|" + unfit.toStdString())));
 }
 
 TEST_F(MainForm, KeysSwitchBetweenViewsWithTheirPanelsAndGroups) {
