@@ -180,7 +180,7 @@ TEST_F(FileFlow, WhatCannotBeShownIsSaidInOneBoxAfterTheWelcomeState) {
     Open(path);
     const std::string log = FScreen.Said();
     EXPECT_THAT(log, testing::StartsWith(LogOfPreamble(path)));
-    EXPECT_THAT(log, HasSubstr(kLogOfWelcome + "box \"" + text + "\" " + path + "\n"));
+    EXPECT_THAT(log, HasSubstr(kLogOfWelcome + fmt::format("box \"{}\" {}\n", text, path)));
     EXPECT_THAT(log.substr(log.find("box ")), HasSubstr(reason));
     EXPECT_THAT(log.substr(log.find("box ") + 1), Not(HasSubstr("box ")));
     ExpectWelcome();
@@ -207,9 +207,9 @@ TEST_F(FileFlow, CancelGoesBackToTheWelcomeStateWithoutABox) {
   // While the panel paints, while the file is read, at the first and at the last step of filling.
   const std::pair<TState, const char*> moments[] = {
       {TState::Reading, "front pnlLoading"}, {TState::Filling, "progress 1; "}, {TState::Filling, "progress 9; "}};
-  for (const auto& [state, last] : moments) {
+  for (const auto& [moment, last] : moments) {
     std::string before;
-    FScreen.OnMessages = [&, at = std::string(last)] {
+    FScreen.OnMessages = [&, state = moment, at = std::string(last)] {
       before += FScreen.Said();
       if (FFlow.State() == state && before.find(at) != std::string::npos) FFlow.Cancel();
     };

@@ -6,7 +6,6 @@
 #include "tests/support/uLoggingScreen.h"
 #include "tests/support/uThreeEvents.h"
 
-using testing::ElementsAre;
 
 namespace {
 
@@ -111,8 +110,7 @@ TEST_F(Ordering, SensorsAndBatteryToggleOnTheirOwn) {
       EXPECT_EQ(table->IndexName(), std::string(key) + direction);
     }
     EXPECT_EQ(Ids(*table), descending) << title;
-    const std::string once = fmt::format("grid {}; ", grid);
-    EXPECT_EQ(FScreen.Said(), once + once + once);
+    EXPECT_EQ(FScreen.Said(), fmt::format("grid {0}; grid {0}; grid {0}; ", grid));
     click(FMission, "ID", FScreen);
     EXPECT_EQ(FScreen.Said(), "") << "a title that does not sort";
   }
