@@ -6,7 +6,6 @@
 #include "tests/support/uLoggingScreen.h"
 #include "tests/support/uThreeEvents.h"
 
-
 namespace {
 
 class Ordering : public testing::Test {
