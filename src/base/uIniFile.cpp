@@ -1,0 +1,126 @@
+#include "base/uIniFile.h"
+
+#include <SimpleIni.h>
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <fstream>
+#include <stdexcept>
+#include <system_error>
+
+#include "base/uFiles.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+template <class T>
+std::optional<T> Parse(const std::optional<std::string>& text) {
+  if (!text) return std::nullopt;
+  T value{};
+  // A sign that people write and from_chars does not know.
+  const char* begin = text->data() + (text->starts_with('+') ? 1 : 0);
+  const char* end = text->data() + text->size();
+  const auto [rest, error] = std::from_chars(begin, end, value);
+  if (error != std::errc() || rest != end) return std::nullopt;
+  return value;
+}
+
+bool IsBlankOrQuote(char c) {
+  return c == ' ' || c == '\t' || c == '"';
+}
+
+}  // namespace
+
+class TIniFile::TContent : public CSimpleIniA {
+ public:
+  TContent() : CSimpleIniA(true) {}
+};
+
+TIniFile::TIniFile() : FContent(std::make_unique<TContent>()) {}
+TIniFile::~TIniFile() = default;
+TIniFile::TIniFile(TIniFile&&) noexcept = default;
+TIniFile& TIniFile::operator=(TIniFile&&) noexcept = default;
+
+TIniFile TIniFile::Load(const fs::path& path) {
+  const std::string name = Utf8FromPath(path);
+  if (!fs::is_regular_file(path)) throw std::runtime_error(fmt::format("{} is no file.", name));
+  if (fs::file_size(path) > kLargest) throw std::runtime_error(fmt::format("{} is larger than 1 MB.", name));
+  std::ifstream file(path, std::ios::binary);
+  const std::string text{std::istreambuf_iterator<char>(file), {}};
+  if (!file || text.size() > kLargest) throw std::runtime_error(fmt::format("{} cannot be read.", name));
+  TIniFile ini;
+  if (ini.FContent->LoadData(text) < 0) throw std::runtime_error(fmt::format("{} makes no sense.", name));
+  return ini;
+}
+
+void TIniFile::Save(const fs::path& path) const {
+  std::string text;
+  if (FContent->Save(text) < 0) throw std::bad_alloc();
+  WriteBesideAndRename(path, [&text](const fs::path& beside) {
+    std::ofstream file(beside, std::ios::binary);
+    file << text;
+    file.close();
+    if (!file) throw std::runtime_error("The file cannot be written whole.");
+  });
+}
+
+std::optional<std::string> TIniFile::Find(const std::string& section, const std::string& key) const {
+  const char* value = FContent->GetValue(section.c_str(), key.c_str());
+  if (value == nullptr) return std::nullopt;
+  std::string text = value;
+  if (text.size() >= 2 && text.front() == '"' && text.back() == '"') text = text.substr(1, text.size() - 2);
+  return text;
+}
+
+std::vector<std::string> TIniFile::Keys(const std::string& section) const {
+  CSimpleIniA::TNamesDepend names;
+  FContent->GetAllKeys(section.c_str(), names);
+  names.sort(CSimpleIniA::Entry::LoadOrder());
+  std::vector<std::string> keys;
+  for (const CSimpleIniA::Entry& name : names) keys.emplace_back(name.pItem);
+  return keys;
+}
+
+std::string TIniFile::ReadString(const std::string& section, const std::string& key, std::string def) const {
+  return Find(section, key).value_or(std::move(def));
+}
+
+bool TIniFile::ReadBool(const std::string& section, const std::string& key, bool def) const {
+  return ReadInteger(section, key, def ? 1 : 0) != 0;
+}
+
+int TIniFile::ReadInteger(const std::string& section, const std::string& key, int def) const {
+  return Parse<int>(Find(section, key)).value_or(def);
+}
+
+double TIniFile::ReadFloat(const std::string& section, const std::string& key, double def) const {
+  const double value = Parse<double>(Find(section, key)).value_or(def);
+  return std::isfinite(value) ? value : def;
+}
+
+void TIniFile::WriteString(const std::string& section, const std::string& key, const std::string& value) {
+  std::string text = value;
+  std::ranges::replace_if(
+      text, [](char c) { return c == '\n' || c == '\r' || c == '\0'; }, ' ');
+  if (!text.empty() && (IsBlankOrQuote(text.front()) || IsBlankOrQuote(text.back()))) text = '"' + text + '"';
+  FContent->SetValue(section.c_str(), key.c_str(), text.c_str());
+}
+
+void TIniFile::WriteBool(const std::string& section, const std::string& key, bool value) {
+  WriteInteger(section, key, value ? 1 : 0);
+}
+
+void TIniFile::WriteInteger(const std::string& section, const std::string& key, int value) {
+  WriteString(section, key, fmt::format("{}", value));
+}
+
+void TIniFile::WriteFloat(const std::string& section, const std::string& key, double value) {
+  WriteString(section, key, fmt::format("{}", value));
+}
+
+void TIniFile::EraseSection(const std::string& section) {
+  FContent->Delete(section.c_str(), nullptr);
+}

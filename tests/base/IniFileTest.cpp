@@ -1,0 +1,80 @@
+#include "base/uIniFile.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+#include "tests/support/uTestRecording.h"
+
+using testing::ElementsAre;
+
+namespace {
+
+class IniFile : public testing::Test {
+ protected:
+  void Write(const std::string& text) { std::ofstream(FPath, std::ios::binary) << text; }
+  std::string Text() {
+    std::ifstream file(FPath, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+  }
+
+  TTempFolder FFolder;
+  std::filesystem::path FPath = FFolder / "a.ini";
+};
+
+TEST_F(IniFile, TypedReadsFallBackToTheirDefaults) {
+  Write(
+      "\xEF\xBB\xBF[S]\r\nI=7\nJ = 7x\nK=\nL=99999999999\nF=-2.5e3\nG=1,5\nN=nan\nM=inf\nP=+4\nOn=-1\nOff=0\nYes=yes\n"
+      "T = a b \n");
+  const TIniFile ini = TIniFile::Load(FPath);
+  EXPECT_EQ(ini.ReadInteger("s", "i", 1), 7);
+  for (const char* key : {"J", "K", "L", "F", "none"}) EXPECT_EQ(ini.ReadInteger("S", key, 1), 1) << key;
+  EXPECT_EQ(ini.ReadFloat("S", "F", 1), -2500);
+  EXPECT_EQ(ini.ReadFloat("S", "P", 1), 4);
+  for (const char* key : {"G", "N", "M", "K", "none"}) EXPECT_EQ(ini.ReadFloat("S", key, 1), 1) << key;
+  for (const bool def : {false, true}) {
+    EXPECT_TRUE(ini.ReadBool("S", "On", def));
+    EXPECT_FALSE(ini.ReadBool("S", "Off", def));
+    EXPECT_EQ(ini.ReadBool("S", "Yes", def), def);
+    EXPECT_EQ(ini.ReadBool("Other", "On", def), def);
+  }
+  EXPECT_EQ(ini.ReadString("S", "T", "x"), "a b");
+  EXPECT_EQ(ini.ReadString("S", "K", "x"), "");
+}
+
+TEST_F(IniFile, WhatIsWrittenReadsBackAndTheRestStaysInItsPlace) {
+  Write("; note\n[Theirs]\nQ = \"x\"\nZ = 1\n\n[S]\nold = 1\n");
+  TIniFile ini = TIniFile::Load(FPath);
+  const std::string texts[] = {"",     "plain",  " both ends ", "\"quoted\"", "\"",
+                               "\"\"", "half\"", "a=b;c#d [e]", "ü…",         "<<<END"};
+  for (const std::string& text : texts) {
+    ini.WriteString("S", "T", text);
+    ini.WriteFloat("S", "F", 0.1);
+    ini.Save(FPath);
+    ini = TIniFile::Load(FPath);
+    EXPECT_EQ(ini.ReadString("S", "T", "none"), text);
+    EXPECT_EQ(ini.ReadFloat("S", "F", 0), 0.1);
+  }
+  EXPECT_THAT(ini.Keys("S"), ElementsAre("old", "T", "F"));
+  ini.WriteString("S", "old", "two\nlines");
+  EXPECT_EQ(ini.ReadString("S", "old", ""), "two lines");
+  ini.EraseSection("S");
+  ini.Save(FPath);
+  EXPECT_THAT(Text(), testing::StartsWith("; note"));
+  EXPECT_THAT(Text(), testing::HasSubstr("Q = \"x\"\nZ = 1\n"));
+  EXPECT_THAT(Text(), testing::Not(testing::HasSubstr("[S]")));
+}
+
+TEST_F(IniFile, RubbishIsReadAndWhatCannotBeReadIsSaid) {
+  std::string rubbish(5000, '\0');
+  for (std::size_t i = 0; i < rubbish.size(); ++i) rubbish[i] = static_cast<char>(i * 7919 >> 3);
+  Write(rubbish);
+  EXPECT_EQ(TIniFile::Load(FPath).ReadInteger("S", "I", 3), 3);
+  Write(std::string(1'000'001, 'x'));
+  EXPECT_THROW(TIniFile::Load(FPath), std::runtime_error);
+  EXPECT_THROW(TIniFile::Load(FFolder.Path()), std::runtime_error);
+  EXPECT_THROW(TIniFile::Load(FFolder / "none.ini"), std::runtime_error);
+}
+
+}  // namespace
