@@ -50,6 +50,7 @@ class TDataset {
 
   [[nodiscard]] std::span<const TField> Fields() const { return FTable->fields; }
   [[nodiscard]] std::optional<std::size_t> FindField(std::string_view key) const;
+  void SetLabel(std::size_t field, std::string label) { FTable->fields[field].Label = std::move(label); }
   void SetDisplayFormat(std::size_t field, std::string mask) { FTable->fields[field].DisplayFormat = std::move(mask); }
 
   [[nodiscard]] std::size_t RecordCount() const { return FTable->recordCount; }

@@ -25,7 +25,6 @@ struct TSensorField {
 constexpr std::string_view kDewPoint = "Dew Point";
 constexpr std::string_view kTemperature = "Temperature";
 constexpr std::string_view kHumidity = "RH";
-constexpr std::array<std::string_view, 4> kAnalogInputs = {"A1", "A2", "A3", "A4"};
 
 constexpr TSensorField kEventFields[] = {{"Temp.", kTemperature},
                                          {"Temp. P", "Temperature p"},
@@ -81,20 +80,12 @@ bool IsPresent(const TSensorList& sensors, std::string_view name) {
   return std::ranges::find(sensors.Sensors(), name, &TSensor::Name) != sensors.Sensors().end();
 }
 
-std::string LabelOf(std::string_view field, const TDatasetOptions& options) {
-  const auto* input = std::ranges::find(kAnalogInputs, field);
-  if (input == kAnalogInputs.end()) return std::string(field);
-  const std::string& name = options.analogNames[static_cast<std::size_t>(input - kAnalogInputs.begin())];
-  return name.empty() ? std::string(field) : name;
-}
-
 // Fields for the sensors that are present; the dew point needs temperature and humidity.
-void DefineSensorFields(std::span<const TSensorField> fields, const TSensorList& sensors,
-                        const TDatasetOptions& options, TDataset& table) {
+void DefineSensorFields(std::span<const TSensorField> fields, const TSensorList& sensors, TDataset& table) {
   for (const auto& [field, sensor] : fields) {
     const bool present = field == kDewPoint ? IsPresent(sensors, kTemperature) && IsPresent(sensors, kHumidity)
                                             : IsPresent(sensors, sensor);
-    if (present) table.AddField(std::string(field), TFieldType::Single, LabelOf(field, options));
+    if (present) table.AddField(std::string(field), TFieldType::Single);
   }
 }
 
@@ -153,8 +144,8 @@ void ReportRow(std::string_view what, std::size_t row, std::size_t count, IProgr
   progress.ProcessMessages();
 }
 
-void FillEvents(const TMissionData& mission, const TEventList& events, const TSensorList& sensors,
-                const TDatasetOptions& options, IProgress& progress, TMissionDatasets& datasets) {
+void FillEvents(const TMissionData& mission, const TEventList& events, const TSensorList& sensors, IProgress& progress,
+                TMissionDatasets& datasets) {
   progress.SetStatus("Populating Shock Event Dataset...");
   progress.SetPosition(2.0);
   TDataset& table = datasets.Events;
@@ -165,7 +156,7 @@ void FillEvents(const TMissionData& mission, const TEventList& events, const TSe
   std::ranges::transform(kMetricFields, metrics.begin(), [&table](std::string_view field) {
     return table.AddField(std::string(field), TFieldType::Single);
   });
-  DefineSensorFields(kEventFields, sensors, options, table);
+  DefineSensorFields(kEventFields, sensors, table);
   table.Reserve(events.Count());
 
   // Of two sensors of one name the last that has readings counts.
@@ -246,13 +237,12 @@ void FillCards(IProgress& progress, TMissionDatasets& datasets) {
   }
 }
 
-void FillSensors(const TEventList& events, const TSensorList& sensors, const TDatasetOptions& options,
-                 IProgress& progress, TDataset& table) {
+void FillSensors(const TEventList& events, const TSensorList& sensors, IProgress& progress, TDataset& table) {
   progress.SetStatus("Populating Sensors Dataset...");
   table.Clear();
   const std::size_t id = table.AddField("ID", TFieldType::Integer);
   const std::size_t timestamp = table.AddField("Timestamp", TFieldType::DateTime);
-  DefineSensorFields(kSensorsFields, sensors, options, table);
+  DefineSensorFields(kSensorsFields, sensors, table);
 
   // Of two sensors of one name the first counts.
   const TSources sources = FindSources(kSensorsFields, table, [&](std::string_view name) -> std::optional<std::size_t> {
@@ -308,15 +298,16 @@ void FillBattery(const TEventList& events, const TSensorList& sensors, IProgress
 
 void LoadKorvexFileData(const TMissionData& mission, const TEventList& events, const TSensorList& sensors,
                         const TDatasetOptions& options, IProgress& progress, TMissionDatasets& datasets) {
-  FillEvents(mission, events, sensors, options, progress, datasets);
+  FillEvents(mission, events, sensors, progress, datasets);
   progress.SetPosition(3.0);
   const auto orderBy = static_cast<std::size_t>(options.orderBy);
   FillMostImportantEvents(orderBy < kOrderByIndexes.size() ? kOrderByIndexes[orderBy] : std::string_view{}, datasets);
   progress.SetPosition(4.0);
   FillCards(progress, datasets);
   progress.SetPosition(5.0);
-  FillSensors(events, sensors, options, progress, datasets.Sensors);
+  FillSensors(events, sensors, progress, datasets.Sensors);
   FillBattery(events, sensors, progress, datasets.Battery);
+  ApplyAnalogNames(options.analogNames, datasets);
   ApplyDateFormat(datasets);
 }
 
@@ -341,4 +332,13 @@ void ApplyDateFormat(TMissionDatasets& datasets) {
     apply(*table, "Timestamp", DateTimeMask());
   }
   apply(datasets.Cards, "Date and Time", DateTimeMask() + ".z");
+}
+
+void ApplyAnalogNames(std::span<const std::string, kAnalogInputs.size()> names, TMissionDatasets& datasets) {
+  for (const auto& [name, table] : kTables) {
+    for (std::size_t i = 0; i < kAnalogInputs.size(); ++i) {
+      const auto field = (datasets.*table).FindField(kAnalogInputs[i]);
+      if (field) (datasets.*table).SetLabel(*field, names[i].empty() ? std::string(kAnalogInputs[i]) : names[i]);
+    }
+  }
 }

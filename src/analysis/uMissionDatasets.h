@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstddef>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -14,12 +15,14 @@
 #include "model/uGlobalSharedVariables.h"
 #include "model/uOtherSensors.h"
 
+inline constexpr std::array<std::string_view, 4> kAnalogInputs = {"A1", "A2", "A3", "A4"};
+
 // What the user may choose about the tables.
 struct TDatasetOptions {
   // "Order By", an entry of kOrderByIndexes; any other number leaves the events in the order of time.
   int orderBy = 0;
   // Labels of the analog inputs; an empty one falls back to the channel's own name.
-  std::array<std::string, 4> analogNames = {"A1", "A2", "A3", "A4"};
+  std::array<std::string, kAnalogInputs.size()> analogNames = {"A1", "A2", "A3", "A4"};
 };
 
 // The index of the event table that ranks the most important events, by the entry of "Order By".
@@ -58,3 +61,6 @@ void FillMostImportantEvents(std::string_view index, TMissionDatasets& datasets)
 
 // Gives every date-time field its mask from the short date format.
 void ApplyDateFormat(TMissionDatasets& datasets);
+
+// Labels the fields of the analog inputs; an empty name falls back to the channel's own.
+void ApplyAnalogNames(std::span<const std::string, kAnalogInputs.size()> names, TMissionDatasets& datasets);

@@ -10,6 +10,7 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr int kMaxLinks = 40;
+constexpr int kMostAside = 100;
 
 }  // namespace
 
@@ -46,4 +47,17 @@ void WriteBesideAndRename(const fs::path& target, const std::function<void(const
     fs::remove(beside, ignored);
     throw;
   }
+}
+
+std::optional<fs::path> KeepAside(const fs::path& path) {
+  std::error_code error;
+  for (int number = 1; number < kMostAside; ++number) {
+    fs::path aside = path;
+    aside += fmt::format(".kept{}", number);
+    if (fs::exists(aside, error)) continue;
+    fs::rename(path, aside, error);
+    if (error) return std::nullopt;
+    return aside;
+  }
+  return std::nullopt;
 }

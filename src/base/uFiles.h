@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -15,3 +16,7 @@ std::string Utf8FromPath(const std::filesystem::path& path);
 // replaced.
 void WriteBesideAndRename(const std::filesystem::path& target,
                           const std::function<void(const std::filesystem::path&)>& write);
+
+// Gives a file another name beside its own, so that a new one can take its place; the new name, or nothing when it
+// cannot be renamed.
+std::optional<std::filesystem::path> KeepAside(const std::filesystem::path& path);

@@ -32,14 +32,49 @@ constexpr TCellColumn kColumns[] = {{"Acceleration max", TQuantity::Acceleration
                                     {"A3", TQuantity::A3, ""},
                                     {"A4", TQuantity::A4, ""}};
 
-}  // namespace
+constexpr int kOffsetBesideImage = 22;  // px
 
-std::string CellText(const TDataset& table, std::size_t row, std::size_t field, const TCellFormats& formats) {
+// Nothing for a column or a value that is shown as the table has it.
+const TCellColumn* ColumnOf(const TDataset& table, std::size_t row, std::size_t field) {
   const TField& column = table.Fields()[field];
   const auto* found = std::ranges::find(kColumns, std::string_view(column.Key), &TCellColumn::field);
-  if (found == std::end(kColumns) || column.Type != TFieldType::Single || table.IsNull(row, field)) {
-    return table.DisplayText(row, field);
+  if (found == std::end(kColumns) || column.Type != TFieldType::Single || table.IsNull(row, field)) return nullptr;
+  return found;
+}
+
+// Temperatures always say where they stand; the others are marked while the alarm is on.
+TCellImage ImageOf(TQuantity quantity, double value, const TDisplaySettings& settings) {
+  const auto limited = static_cast<std::size_t>(quantity);
+  if (limited >= kLimitedQuantityCount) return TCellImage::None;
+  const TLimits& limits = settings.Limits[limited];
+  if (quantity == TQuantity::Temperature) {
+    if (IsBelow(limits, value)) return TCellImage::BelowMinimum;
+    return IsAbove(limits, value) ? TCellImage::AboveMaximum : TCellImage::Within;
   }
-  const std::string_view mask = formats[static_cast<std::size_t>(found->quantity)];
-  return MaskFloat(mask, table.Single(row, field)).append(found->unit);
+  return settings.AlarmActive && IsOutside(limits, value) ? TCellImage::Alarm : TCellImage::None;
+}
+
+std::string TextOf(const TCellColumn& column, float value, const TCellFormats& formats) {
+  return MaskFloat(formats[static_cast<std::size_t>(column.quantity)], value).append(column.unit);
+}
+
+}  // namespace
+
+TCellDrawing DrawCell(const TDataset& table, std::size_t row, std::size_t field, const TDisplaySettings& settings) {
+  TCellDrawing drawing;
+  const TCellColumn* column = ColumnOf(table, row, field);
+  if (column == nullptr) {
+    drawing.text = table.DisplayText(row, field);
+    return drawing;
+  }
+  const float value = table.Single(row, field);
+  drawing.text = TextOf(*column, value, settings.Formats);
+  drawing.image = ImageOf(column->quantity, double{value}, settings);
+  if (drawing.image != TCellImage::None) drawing.textOffset = kOffsetBesideImage;
+  return drawing;
+}
+
+std::string CellText(const TDataset& table, std::size_t row, std::size_t field, const TCellFormats& formats) {
+  const TCellColumn* column = ColumnOf(table, row, field);
+  return column == nullptr ? table.DisplayText(row, field) : TextOf(*column, table.Single(row, field), formats);
 }

@@ -1,19 +1,23 @@
-// What a value cell of a grid draws: the value in its quantity's decimal format, with the unit. Columns go by their
-// field's key.
+// How a value cell of a grid is drawn: the value in its quantity's decimal format, with the unit, and the mark that
+// says where it stands to its limits. Columns go by their field's key.
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <string>
-#include <string_view>
 
-#include "analysis/uAlarmLimits.h"
 #include "analysis/uDataset.h"
+#include "shell/uDisplaySettings.h"
 
-// The decimal format of each quantity, a mask of MaskFloat.
-using TCellFormats = std::array<std::string_view, kQuantityCount>;
-inline constexpr TCellFormats kDefaultCellFormats = {"0.####", "0.###", "0.###", "0.###",  "0.#", "0.###", "0.0",
-                                                     "0.0",    "0.0",   "0.0",   "0.####", "0.#", "0.###"};
+// Images of the program's image list.
+enum class TCellImage { None = 0, Alarm = 2, AboveMaximum = 3, BelowMinimum = 4, Within = 5 };
 
-// The text of one cell: singles in their quantity's format and unit, everything else as the table shows it.
+struct TCellDrawing {
+  std::string text;
+  TCellImage image = TCellImage::None;
+  int textOffset = 6;  // px from the cell's left edge
+};
+
+TCellDrawing DrawCell(const TDataset& table, std::size_t row, std::size_t field, const TDisplaySettings& settings);
+
+// The text alone: singles in their quantity's format and unit, everything else as the table shows it.
 std::string CellText(const TDataset& table, std::size_t row, std::size_t field, const TCellFormats& formats);

@@ -68,7 +68,7 @@ void TFileFlow::AskAndOpenDemo() {
 
 void TFileFlow::AskAndOpen(std::string folder) {
   if (Busy()) return;
-  const int filterIndex = FScreen.ItemIndex("cmbSettingsDefFileFilter") + 1;
+  const int filterIndex = std::get<int>(FScreen.Value("cmbSettingsDefFileFilter")) + 1;
   const auto file = FScreen.AskForRecording({std::move(folder), kFilter, filterIndex});
   if (file) Open(*file);
 }
@@ -241,7 +241,9 @@ void TFileFlow::CompleteLoading() {
   Step(1, "Loading the data...");
   TFillProgress progress(*this);
   TDatasetOptions options;
-  options.orderBy = FScreen.ItemIndex("cmbOrderMostImporantBy");
+  options.orderBy = std::get<int>(FScreen.Value("cmbOrderMostImporantBy"));
+  FMission.Display = ReadDisplaySettings(FMission.Data, FScreen);
+  options.analogNames = FMission.Display.AnalogNames;
   LoadKorvexFileData(FMission.Data, FMission.Events, FMission.Sensors, options, progress, FMission.Tables);
   FillCompanion(FMission);
   FMission.Summary = SummarizeMission(FMission.Data, FMission.Events, FMission.Sensors);

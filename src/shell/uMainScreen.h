@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <variant>
 
 #include "shell/uShownMission.h"
 
@@ -16,6 +17,10 @@ struct TOpenDialog {
   std::string_view filter;  // "name|patterns|name|patterns", patterns separated by ";"
   int filterIndex = 1;      // counted from 1
 };
+
+// What a control of a setting holds: a toggle's state, a list's entry counted from 0, a number, a text or a colour's
+// name.
+using TControlValue = std::variant<bool, int, double, std::string>;
 
 class IMainScreen {
  public:
@@ -35,8 +40,12 @@ class IMainScreen {
   virtual void BringToFront(std::string_view panel) = 0;
   virtual void ScrollToTop(std::string_view box) = 0;
   virtual void Repaint(std::string_view control) = 0;
-  // The chosen entry of a list, from 0.
-  [[nodiscard]] virtual int ItemIndex(std::string_view combo) const = 0;
+
+  // Controls of settings. What a control does not take, such as an entry that its list lacks, leaves it as it is.
+  [[nodiscard]] virtual TControlValue Value(std::string_view control) const = 0;
+  virtual void SetValue(std::string_view control, const TControlValue& value) = 0;
+  // Flips a toggle with all that a click on it does, also while it is disabled.
+  virtual void Click(std::string_view toggle) = 0;
 
   // Between the two the ribbon changes without being drawn.
   virtual void BeginRibbonUpdate() = 0;
@@ -71,6 +80,8 @@ class IMainScreen {
   virtual void UpdateKorvexUI(TShownMission& mission) = 0;
   virtual void PrepareReport(const TShownMission& mission) = 0;
   virtual void FreePointAbsorptionLists() = 0;
+  // Everything that shows the mission follows its display settings; zoom, selection and scroll position stay.
+  virtual void RefreshDisplay(const TShownMission& mission) = 0;
   // Grids and sort marks after a table's index or rows changed.
   virtual void RefreshGrid(std::string_view grid) = 0;
   // The grid of the companion table, after its rows changed.

@@ -9,6 +9,7 @@
 #include "model/uEvents.h"
 #include "model/uGlobalSharedVariables.h"
 #include "model/uOtherSensors.h"
+#include "shell/uDisplaySettings.h"
 
 struct TShownMission {
   // The model. It belongs to the reader while a file is read.
@@ -21,5 +22,6 @@ struct TShownMission {
   TMissionDatasets Tables;
   TDataset CLDS;
   TMissionSummary Summary;
+  TDisplaySettings Display;                  // outlives the mission
   std::optional<std::size_t> SelectedEvent;  // index in Events
 };

@@ -14,6 +14,7 @@
 #include <utility>
 
 #include "shell/uMainScreen.h"
+#include "shell/uSettingsStore.h"
 
 class TLoggingScreen final : public IMainScreen {
  public:
@@ -23,10 +24,10 @@ class TLoggingScreen final : public IMainScreen {
     return std::exchange(FLog, {});
   }
 
-  std::map<std::string, int, std::less<>> ItemIndexes;  // 0 unless set
-  std::set<std::string, std::less<>> Closed;            // controls that are not visible
-  std::optional<std::string> ChosenFile;                // nothing: the open dialog is cancelled
-  std::function<void()> OnMessages = [] {};             // what the user does while the window handles its messages
+  std::map<std::string, TControlValue, std::less<>> Values = DefaultValues();
+  std::set<std::string, std::less<>> Closed;  // controls that are not visible
+  std::optional<std::string> ChosenFile;      // nothing: the open dialog is cancelled
+  std::function<void()> OnMessages = [] {};   // what the user does while the window handles its messages
 
   void SetApplicationTitle(std::string_view title) override { Say("title \"{}\"", title); }
   void SetCaption(std::string_view caption) override { Say("caption \"{}\"", caption); }
@@ -39,9 +40,15 @@ class TLoggingScreen final : public IMainScreen {
   void BringToFront(std::string_view panel) override { Say("front {}", panel); }
   void ScrollToTop(std::string_view box) override { Say("top {}", box); }
   void Repaint(std::string_view control) override { Say("repaint {}", control); }
-  [[nodiscard]] int ItemIndex(std::string_view combo) const override {
-    const auto found = ItemIndexes.find(combo);
-    return found == ItemIndexes.end() ? 0 : found->second;
+  [[nodiscard]] TControlValue Value(std::string_view control) const override { return Values.find(control)->second; }
+  void SetValue(std::string_view control, const TControlValue& value) override {
+    Values[std::string(control)] = value;
+    Say("set {}", control);
+  }
+  void Click(std::string_view toggle) override {
+    TControlValue& value = Values[std::string(toggle)];
+    value = !std::get<bool>(value);
+    Say("click {}", toggle);
   }
 
   void BeginRibbonUpdate() override { Say("ribbon suspended"); }
@@ -78,12 +85,21 @@ class TLoggingScreen final : public IMainScreen {
   void UpdateKorvexUI(TShownMission& mission) override { Say("update with {}", mission.CLDS.RecordCount()); }
   void PrepareReport(const TShownMission& mission) override { Say("report on {}", mission.Events.Count()); }
   void FreePointAbsorptionLists() override { Say("free point absorption"); }
+  void RefreshDisplay(const TShownMission& mission) override {
+    Say("display from {}", mission.Display.Limits[0].least);
+  }
   void RefreshGrid(std::string_view grid) override { Say("grid {}", grid); }
   void RebuildFilteredEvents() override { Say("filtered events"); }
   void ShowSelectedEvent(std::optional<std::size_t> event) override { Say("selected {}", Name(event)); }
   void PositionEventGrids(std::optional<std::size_t> event) override { Say("position {}", Name(event)); }
 
  private:
+  // Every control as it is designed.
+  static std::map<std::string, TControlValue, std::less<>> DefaultValues() {
+    std::map<std::string, TControlValue, std::less<>> values;
+    for (const TSetting& row : Settings()) values.emplace(row.control, DefaultOf(row));
+    return values;
+  }
   static std::string Name(std::optional<std::size_t> event) { return event ? std::to_string(*event) : "none"; }
 
   template <class... T>

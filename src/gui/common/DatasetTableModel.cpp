@@ -6,7 +6,28 @@
 
 #include "gui/common/uQtText.h"
 
-DatasetTableModel::DatasetTableModel(QObject* parent) : QAbstractTableModel(parent) {}
+namespace {
+
+const TDisplaySettings kPlain;
+
+QString InWords(TCellImage image) {
+  switch (image) {
+    case TCellImage::Alarm:
+      return QObject::tr("Outside the alarm limits");
+    case TCellImage::AboveMaximum:
+      return QObject::tr("Above the maximum");
+    case TCellImage::BelowMinimum:
+      return QObject::tr("Below the minimum");
+    case TCellImage::Within:
+      return QObject::tr("Within the limits");
+    default:
+      return {};
+  }
+}
+
+}  // namespace
+
+DatasetTableModel::DatasetTableModel(QObject* parent) : QAbstractTableModel(parent), FDisplay(&kPlain) {}
 
 void DatasetTableModel::SetDataset(const TDataset* table) {
   beginResetModel();
@@ -58,16 +79,20 @@ int DatasetTableModel::columnCount(const QModelIndex& parent) const {
 
 QVariant DatasetTableModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid() || FTable == nullptr) return {};
-  const std::size_t field = FFields[static_cast<std::size_t>(index.column())];
   switch (role) {
     case Qt::DisplayRole:
-      return QtText(CellText(*FTable, FTable->RowAt(static_cast<std::size_t>(index.row())), field, FFormats));
-    case Qt::TextAlignmentRole:
-      return QVariant(FTable->Fields()[field].Type == TFieldType::DateTime ? Qt::AlignLeft | Qt::AlignVCenter
-                                                                           : Qt::AlignRight | Qt::AlignVCenter);
+      return QtText(Drawing(index).text);
+    case Qt::ToolTipRole:
+    case Qt::AccessibleDescriptionRole:
+      return InWords(Drawing(index).image);
     default:
       return {};
   }
+}
+
+TCellDrawing DatasetTableModel::Drawing(const QModelIndex& index) const {
+  const std::size_t field = FFields[static_cast<std::size_t>(index.column())];
+  return DrawCell(*FTable, FTable->RowAt(static_cast<std::size_t>(index.row())), field, *FDisplay);
 }
 
 QVariant DatasetTableModel::headerData(int section, Qt::Orientation orientation, int role) const {

@@ -21,6 +21,10 @@ class DatasetTableModel : public QAbstractTableModel {
   // The table's order, formats or labels changed, its rows and fields did not.
   void Refresh();
 
+  // How values are shown; borrowed. Refresh after a change of it.
+  void SetDisplay(const TDisplaySettings* display) { FDisplay = display; }
+  [[nodiscard]] TCellDrawing Drawing(const QModelIndex& index) const;
+
   [[nodiscard]] const TDataset* Dataset() const { return FTable; }
   [[nodiscard]] QString FieldKey(int column) const;
   // The "ID" of the row at a position, which is the event's or reading's index.
@@ -37,6 +41,6 @@ class DatasetTableModel : public QAbstractTableModel {
  private:
   const TDataset* FTable = nullptr;
   std::optional<std::size_t> FId;  // the field "ID"
-  TCellFormats FFormats = kDefaultCellFormats;
+  const TDisplaySettings* FDisplay;
   std::vector<std::size_t> FFields;  // of the columns: what is drawn elsewhere is left out
 };

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "gui/common/AlarmCellDelegate.h"
 #include "gui/common/uQtText.h"
 
 namespace {
@@ -27,6 +28,10 @@ TGrid::TGrid(const QString& name, const QString& title, TIndexKeyOf indexKeyOf, 
   setToolTip(tr("%1\nCtrl+C copies the selected rows").arg(title));
   setStatusTip(FIndexKeyOf ? tr("click a title: sort · Ctrl+C: copy rows") : tr("Ctrl+C: copy rows"));
   setModel(FModel);
+  setItemDelegate(new AlarmCellDelegate(this));
+  QFont cells = font();
+  cells.setFamilies({"Tahoma", cells.family()});
+  setFont(cells);
   setSelectionBehavior(SelectRows);
   setSelectionMode(ExtendedSelection);
   setAlternatingRowColors(true);
@@ -99,7 +104,9 @@ void TGrid::FitColumnsOnce() {
     }
     // The mark of the sorted column needs room, too.
     const int title = horizontalHeader()->sectionSizeHint(column) + style()->pixelMetric(QStyle::PM_HeaderMarkSize);
-    setColumnWidth(column, std::max(title, sizeHintForColumn(column) + kColumnPadding));
+    // Numbers grow to the end; the view measures the first rows alone.
+    const int last = sizeHintForIndex(FModel->index(FModel->rowCount() - 1, column)).width();
+    setColumnWidth(column, std::max({title, last, sizeHintForColumn(column)}) + kColumnPadding);
     FFitted.insert(field, columnWidth(column));
   }
 }

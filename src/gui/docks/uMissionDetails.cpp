@@ -1,5 +1,7 @@
 #include "gui/docks/uMissionDetails.h"
 
+#include <QScrollBar>
+
 #include "gui/common/uQtText.h"
 
 namespace {
@@ -32,5 +34,7 @@ void TMissionDetails::ShowSections(const std::vector<TSection>& sections) {
     }
     html += "</table>";
   }
+  const int top = verticalScrollBar()->value();
   setHtml(html);
+  verticalScrollBar()->setValue(top);
 }

@@ -21,6 +21,7 @@
 #include "gui/mainform/uMainActions.h"
 #include "gui/mainform/uMainParts.h"
 #include "gui/mainform/uMainScreen.h"
+#include "gui/mainform/uSettingsBinder.h"
 #include "gui/mainform/uViewOutput.h"
 #include "gui/overview/uOverviewPanel.h"
 #include "gui/platform/uDialogs.h"
@@ -28,15 +29,18 @@
 #include "gui/report/uReportPanel.h"
 #include "gui/ribbon/uBackstage.h"
 #include "gui/ribbon/uRibbon.h"
+#include "gui/settings/uAlarmLimitsPanel.h"
 #include "gui/shock/uShockPanel.h"
 #include "gui/welcome/uLoadingPanel.h"
 #include "gui/welcome/uWellcomePanel.h"
 #include "shell/uOrderingCommands.h"
+#include "shell/uSettingsCommands.h"
 
 TKorvexMainForm::TKorvexMainForm(TProgram program, std::uint64_t memoryBound)
     : FProgram(std::move(program)),
       FParts(std::make_unique<TMainParts>(*this)),
-      FScreen(std::make_unique<TMainScreen>(*this, *FParts)),
+      FSettings(std::make_unique<TSettingsBinder>(*this)),
+      FScreen(std::make_unique<TMainScreen>(*this, *FParts, *FSettings)),
       FMessages(std::make_unique<TPostedMessages>(
           [this](const TMessage& message) { Guarded(this, [&] { FFlow->HandleMessage(message); }); })),
       FFlow(std::make_unique<TFileFlow>(FProgram, FMessages->Handle(), memoryBound, *FScreen)) {
@@ -47,6 +51,7 @@ TKorvexMainForm::TKorvexMainForm(TProgram program, std::uint64_t memoryBound)
   ConnectFiles();
   ConnectGrids();
   ConnectCharts();
+  ConnectSettings();
   FDefaultLayout = saveState();
   FormCreate();
 }
@@ -79,9 +84,6 @@ void TKorvexMainForm::ConnectFiles() {
         FFlow->FileName().empty() ? QString() : QFileInfo(QtText(FFlow->FileName())).absolutePath());
     FParts->backstage->show();
   });
-  auto* filter = findChild<QComboBox*>("cmbSettingsDefFileFilter");
-  connect(filter, &QComboBox::currentTextChanged, this,
-          [this](const QString& patterns) { FParts->backstage->SetFilePatterns(patterns.split(" & ")); });
   FParts->backstage->SetVersion(QtText(FProgram.version));
   // A floating panel is a window of its own; a drop on it counts all the same.
   for (QDockWidget* panel : FParts->docks.All()) {
@@ -133,6 +135,15 @@ void TKorvexMainForm::ConnectCharts() {
   for (TEventsChart* chart : {FParts->overview->Chart1(), FParts->shock->Chart20()}) {
     connect(chart, &TEventsChart::EventClicked, this, &TKorvexMainForm::Select);
   }
+}
+
+void TKorvexMainForm::ConnectSettings() {
+  for (TGrid* grid : findChildren<TGrid*>()) grid->SetDisplay(&FFlow->Mission().Display);
+  const auto apply = [this] { Guarded(this, [this] { ApplySettings(FFlow->Mission(), *FScreen); }); };
+  FSettings->Bind(apply);
+  apply();
+  connect(findChild<QComboBox*>("cmbSettingsDefFileFilter"), &QComboBox::currentTextChanged, this,
+          [this](const QString& patterns) { FParts->backstage->SetFilePatterns(patterns.split(" & ")); });
 }
 
 void TKorvexMainForm::Select(std::size_t event) {
@@ -188,6 +199,12 @@ void TKorvexMainForm::actPreviousEventExecute() {
 
 void TKorvexMainForm::actZoomResetExecute() {
   for (TTimeChart* chart : findChildren<TTimeChart*>()) chart->ResetZoom();
+}
+
+void TKorvexMainForm::actAlarmSetExecute() {}
+
+void TKorvexMainForm::actAlarmLimitsExecute() {
+  FParts->alarmLimits->OpenBelow(*findChild<QWidget*>("dxBarAlarmLimits"));
 }
 
 void TKorvexMainForm::actDefaultLayoutExecute() {

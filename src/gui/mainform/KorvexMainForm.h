@@ -11,6 +11,7 @@
 
 class TMainScreen;
 class TPostedMessages;
+class TSettingsBinder;
 struct TMainParts;
 
 class TKorvexMainForm : public QMainWindow {
@@ -39,6 +40,9 @@ class TKorvexMainForm : public QMainWindow {
   void actNextEventExecute();
   void actPreviousEventExecute();
   void actZoomResetExecute();
+  // What is shown follows the toggle, as it follows every setting.
+  void actAlarmSetExecute();
+  void actAlarmLimitsExecute();
   void actDefaultLayoutExecute();
   void actPrintViewExecute();
   void actExportViewExecute();
@@ -57,10 +61,12 @@ class TKorvexMainForm : public QMainWindow {
   void ConnectFiles();
   void ConnectGrids();
   void ConnectCharts();
+  void ConnectSettings();
   void Select(std::size_t event);
 
   TProgram FProgram;
   std::unique_ptr<TMainParts> FParts;
+  std::unique_ptr<TSettingsBinder> FSettings;
   std::unique_ptr<TMainScreen> FScreen;
   std::unique_ptr<TPostedMessages> FMessages;
   std::unique_ptr<TFileFlow> FFlow;

@@ -53,47 +53,52 @@ struct TActionRow {
   const char* caption;
   const char* icon;
   const char* keys;
-  bool checkable;
+  enum class TKind { Command, View, Toggle } kind;
   bool large;
   TExecute execute;
 };
 using F = TKorvexMainForm;
+using enum TActionRow::TKind;
 constexpr TActionRow kActions[] = {
-    {"actFileOpen", "dxBarOpenNewFile", "btngrpFile", "&Open…", "document-open", "Ctrl+O", false, true,
+    {"actFileOpen", "dxBarOpenNewFile", "btngrpFile", "&Open…", "document-open", "Ctrl+O", Command, true,
      &F::actFileOpenExecute},
     {"actFileOpenDemo", "barbtnlrgOpenDemoFile", "btngrpFile", "&Demo recording…", "media-playback-start", "Ctrl+D",
-     false, true, &F::barbtnlrgOpenDemoFileClick},
-    {"actFileReload", "dxBarReload", "btngrpFile", "&Reload", "view-refresh", "F5", false, false,
+     Command, true, &F::barbtnlrgOpenDemoFileClick},
+    {"actFileReload", "dxBarReload", "btngrpFile", "&Reload", "view-refresh", "F5", Command, false,
      &F::actFileReloadExecute},
-    {"actFileClose", nullptr, "", "&Close file", "document-close", "Ctrl+W", false, false, &F::actFileCloseExecute},
-    {"actSetViewOverview", "dxBarOverview", "btngrpView", "O&verview", "view-statistics", "Ctrl+1", true, true,
+    {"actFileClose", nullptr, "", "&Close file", "document-close", "Ctrl+W", Command, false, &F::actFileCloseExecute},
+    {"actSetViewOverview", "dxBarOverview", "btngrpView", "O&verview", "view-statistics", "Ctrl+1", View, true,
      &F::actSetViewOverviewExecute},
-    {"actSetViewShock", "dxBarLargeShockView", "btngrpView", "&Shock events", "office-chart-line", "Ctrl+2", true, true,
+    {"actSetViewShock", "dxBarLargeShockView", "btngrpView", "&Shock events", "office-chart-line", "Ctrl+2", View, true,
      &F::actSetViewShockExecute},
-    {"actSetViewReport", "dxBarReport", "btngrpView", "Re&port", "document-preview", "Ctrl+3", true, true,
+    {"actSetViewReport", "dxBarReport", "btngrpView", "Re&port", "document-preview", "Ctrl+3", View, true,
      &F::actSetViewReportExecute},
-    {"actZoomReset", "dxBarZoomReset", "btngrpNavigator", "&Whole recording", "zoom-fit-width", "Ctrl+0", false, true,
+    {"actZoomReset", "dxBarZoomReset", "btngrpNavigator", "&Whole recording", "zoom-fit-width", "Ctrl+0", Command, true,
      &F::actZoomResetExecute},
-    {"actDefaultLayout", "dxBarDefaultLayout", "btngrpLayout", "Default &layout", "view-restore", "Ctrl+Shift+L", false,
-     true, &F::actDefaultLayoutExecute},
-    {"actOverviewPrint", "dxBarOverviewPrint", "btngrpEvents", "Print…", "document-print", "", false, true,
+    {"actAlarmSet", "barbtnlrgAlarm", "btngrpAlarm", "&Alarm", "notifications", "Ctrl+Shift+A", Toggle, true,
+     &F::actAlarmSetExecute},
+    {"actAlarmLimits", "dxBarAlarmLimits", "btngrpAlarm", "Alarm limi&ts…", "configure", "Ctrl+Alt+A", Command, true,
+     &F::actAlarmLimitsExecute},
+    {"actDefaultLayout", "dxBarDefaultLayout", "btngrpLayout", "Default &layout", "view-restore", "Ctrl+Shift+L",
+     Command, true, &F::actDefaultLayoutExecute},
+    {"actOverviewPrint", "dxBarOverviewPrint", "btngrpEvents", "Print…", "document-print", "", Command, true,
      &F::actPrintViewExecute},
-    {"actOverviewExport", "dxBarOverviewExport", "btngrpEvents", "Save as PDF…", "document-export", "", false, true,
+    {"actOverviewExport", "dxBarOverviewExport", "btngrpEvents", "Save as PDF…", "document-export", "", Command, true,
      &F::actExportViewExecute},
-    {"actPreviousEvent", "dxBarPreviousEvent", "btngrpShock", "Previous event", "go-previous", "P", false, true,
+    {"actPreviousEvent", "dxBarPreviousEvent", "btngrpShock", "Previous event", "go-previous", "P", Command, true,
      &F::actPreviousEventExecute},
-    {"actNextEvent", "dxBarNextEvent", "btngrpShock", "Next event", "go-next", "N", false, true,
+    {"actNextEvent", "dxBarNextEvent", "btngrpShock", "Next event", "go-next", "N", Command, true,
      &F::actNextEventExecute},
-    {"actShockPrint", "dxBarShockPrint", "btngrpShockOutput", "Print…", "document-print", "", false, true,
+    {"actShockPrint", "dxBarShockPrint", "btngrpShockOutput", "Print…", "document-print", "", Command, true,
      &F::actPrintViewExecute},
-    {"actShockExport", "dxBarShockExport", "btngrpShockOutput", "Save as PDF…", "document-export", "", false, true,
+    {"actShockExport", "dxBarShockExport", "btngrpShockOutput", "Save as PDF…", "document-export", "", Command, true,
      &F::actExportViewExecute},
-    {"actReportPrint", "dxBarReportPrintOnly", "btngrpReport", "Print…", "document-print", "", false, true,
+    {"actReportPrint", "dxBarReportPrintOnly", "btngrpReport", "Print…", "document-print", "", Command, true,
      &F::actPrintViewExecute},
-    {"actReportExport", "dxBarReportExportOnly", "btngrpReport", "Save as PDF…", "document-export", "", false, true,
+    {"actReportExport", "dxBarReportExportOnly", "btngrpReport", "Save as PDF…", "document-export", "", Command, true,
      &F::actExportViewExecute},
-    {"actFullScreen", nullptr, "", "Full screen", "", "F11", false, false, &F::actFullScreenExecute},
-    {"actKeys", nullptr, "", "All keys", "", "F2", false, false, &F::actKeysExecute},
+    {"actFullScreen", nullptr, "", "Full screen", "", "F11", Command, false, &F::actFullScreenExecute},
+    {"actKeys", nullptr, "", "All keys", "", "F2", Command, false, &F::actKeysExecute},
 };
 
 QAction* MakeAction(TKorvexMainForm& form, const TActionRow& row) {
@@ -103,7 +108,7 @@ QAction* MakeAction(TKorvexMainForm& form, const TActionRow& row) {
   action->setIconText(QObject::tr(row.caption).remove('&').remove("…"));
   if (*row.icon != '\0') action->setIcon(Icon(row.icon));
   if (*row.keys != '\0') action->setShortcut(QKeySequence(row.keys));
-  action->setCheckable(row.checkable);
+  action->setCheckable(row.kind != Command);
   QObject::connect(action, &QAction::triggered, &form,
                    [&form, execute = row.execute] { Guarded(&form, [&] { (form.*execute)(); }); });
   form.addAction(action);
@@ -139,7 +144,7 @@ void MakeMainActions(TKorvexMainForm& form, TMainParts& parts) {
   auto* views = new QActionGroup(&form);
   for (const TActionRow& row : kActions) {
     QAction* action = MakeAction(form, row);
-    if (row.checkable) views->addAction(action);
+    if (row.kind == View) views->addAction(action);
     if (*row.group == '\0') continue;
     auto* group = form.findChild<TRibbonGroup*>(row.group);
     if (row.large) {

@@ -1,7 +1,5 @@
 #include "gui/mainform/uMainParts.h"
 
-#include <QComboBox>
-#include <QFormLayout>
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -17,6 +15,8 @@
 #include "gui/report/uReportPanel.h"
 #include "gui/ribbon/uBackstage.h"
 #include "gui/ribbon/uRibbon.h"
+#include "gui/settings/uAlarmLimitsPanel.h"
+#include "gui/settings/uSettingsPage.h"
 #include "gui/shock/uShockPanel.h"
 #include "gui/welcome/uLoadingPanel.h"
 #include "gui/welcome/uWellcomePanel.h"
@@ -32,18 +32,6 @@ QLabel* MakeStatusLabel(QWidget* parent, const QString& name) {
   return label;
 }
 
-QWidget* MakeGeneralSettings() {
-  auto* page = new QWidget;
-  auto* layout = new QFormLayout(page);
-  auto* filter = new QComboBox(page);
-  filter->setObjectName("cmbSettingsDefFileFilter");
-  filter->addItems({"*.kshock", "*.kshock & *.korvex"});
-  filter->setAccessibleName(QObject::tr("Default file filter"));
-  filter->setToolTip(QObject::tr("What the open dialog and the lists of files show at first"));
-  layout->addRow(QObject::tr("Default &file filter"), filter);
-  return page;
-}
-
 }  // namespace
 
 TMainParts::TMainParts(QMainWindow& window)
@@ -55,13 +43,14 @@ TMainParts::TMainParts(QMainWindow& window)
       report(new TReportPanel(&window)),
       docks(window),
       loading(nullptr),
-      backstage(nullptr) {
+      backstage(nullptr),
+      alarmLimits(new TAlarmLimitsPanel(&window)) {
   window.setMenuWidget(ribbon);
   MakeCentre(window);
   MakeStatusBar(window);
   loading = new TLoadingPanel(window.centralWidget());
   backstage = new TBackstage(&window);
-  backstage->AddPage("backstageSettings", QObject::tr("Settings"), "settings-configure", MakeGeneralSettings());
+  backstage->AddPage("backstageSettings", QObject::tr("Settings"), "settings-configure", new TSettingsPage);
 }
 
 void TMainParts::MakeCentre(QMainWindow& window) {

@@ -8,6 +8,7 @@
 class QFrame;
 class QLabel;
 class QStackedWidget;
+class TAlarmLimitsPanel;
 class TBackstage;
 class TLoadingPanel;
 class TMainOverviewPanel;
@@ -28,6 +29,7 @@ struct TMainParts {
   TDockPanels docks;
   TLoadingPanel* loading;
   TBackstage* backstage;
+  TAlarmLimitsPanel* alarmLimits;
   QFrame* damaged;       // says that the shown recording is damaged
   QLabel* statusHint;    // what the mouse can do where it is
   QLabel* statusValue;   // the value under the pointer

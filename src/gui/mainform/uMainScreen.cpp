@@ -125,10 +125,6 @@ void TMainScreen::Repaint(std::string_view control) {
   Control<QWidget>(control).update();
 }
 
-int TMainScreen::ItemIndex(std::string_view combo) const {
-  return Control<QComboBox>(combo).currentIndex();
-}
-
 void TMainScreen::BeginRibbonUpdate() {
   FParts.ribbon->BeginUpdate();
 }
@@ -201,7 +197,7 @@ void TMainScreen::EmptyGridsAndCharts() {
   FMission = nullptr;
   for (TGrid* grid : FWindow.findChildren<TGrid*>()) grid->SetDataset(nullptr);
   for (TTimeChart* chart : FWindow.findChildren<TTimeChart*>()) chart->Clear();
-  FParts.shock->ShowCards({}, std::nullopt);
+  FParts.shock->ShowCards({}, std::nullopt, {});
   FParts.docks.details->ShowSections({});
   FParts.report->Clear();
   FParts.statusEvents->clear();
@@ -228,9 +224,7 @@ void TMainScreen::UpdateKorvexUI(TShownMission& mission) {
   FParts.overview->MostImportant()->SetDataset(&mission.Tables.Important);
   FParts.docks.DBGrid2->SetDataset(&mission.Tables.Sensors);
   FParts.docks.DBGrid8->SetDataset(&mission.Tables.Battery);
-  FParts.docks.details->ShowSections({{QObject::tr("Mission"), HeaderFigures(mission.Data)},
-                                      {QObject::tr("Events"), EventFigures(mission.Summary, mission.Events)},
-                                      {QObject::tr("Sensors"), SensorFigures(mission.Summary)}});
+  ShowDetails(mission);
   FParts.statusEvents->setText(EventsText(mission.Events.Count()));
 }
 
@@ -240,6 +234,21 @@ void TMainScreen::PrepareReport(const TShownMission& mission) {
 
 void TMainScreen::FreePointAbsorptionLists() {
   for (TEventsChart* chart : {FParts.overview->Chart1(), FParts.shock->Chart20()}) chart->Clear();
+}
+
+void TMainScreen::RefreshDisplay(const TShownMission& mission) {
+  for (TTimeChart* chart : FWindow.findChildren<TTimeChart*>()) chart->RefreshLabels();
+  if (FMission == nullptr) return;
+  for (TGrid* grid : FWindow.findChildren<TGrid*>()) grid->Refresh();
+  FParts.shock->ShowCards(mission.Tables.Events, mission.SelectedEvent, mission.Display);
+  ShowDetails(mission);
+  FParts.report->ShowReport(mission);
+}
+
+void TMainScreen::ShowDetails(const TShownMission& mission) {
+  FParts.docks.details->ShowSections({{QObject::tr("Mission"), HeaderFigures(mission.Data)},
+                                      {QObject::tr("Events"), EventFigures(mission.Summary, mission.Events)},
+                                      {QObject::tr("Sensors"), SensorFigures(mission.Summary)}});
 }
 
 void TMainScreen::RefreshGrid(std::string_view grid) {
@@ -254,7 +263,7 @@ void TMainScreen::ShowSelectedEvent(std::optional<std::size_t> event) {
   for (TEventsChart* chart : {FParts.overview->Chart1(), FParts.shock->Chart20()}) chart->SetSelectedEvent(event);
   FParts.overview->MostImportant()->SetCurrentId(event);
   if (FMission == nullptr) return;
-  FParts.shock->ShowCards(FMission->Tables.Events, event);
+  FParts.shock->ShowCards(FMission->Tables.Events, event, FMission->Display);
   if (event) {
     FParts.shock->Chart2()->ShowEvent(FMission->Events, *event, FMission->Data);
   } else {

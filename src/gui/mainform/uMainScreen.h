@@ -5,6 +5,7 @@
 #include <QString>
 #include <optional>
 
+#include "gui/mainform/uSettingsBinder.h"
 #include "shell/uMainScreen.h"
 
 class QMainWindow;
@@ -13,7 +14,8 @@ struct TMainParts;
 
 class TMainScreen final : public IMainScreen {
  public:
-  TMainScreen(QMainWindow& window, TMainParts& parts) : FWindow(window), FParts(parts) {}
+  TMainScreen(QMainWindow& window, TMainParts& parts, TSettingsBinder& settings)
+      : FWindow(window), FParts(parts), FSettings(settings) {}
 
   void SetApplicationTitle(std::string_view title) override;
   void SetCaption(std::string_view caption) override;
@@ -26,7 +28,9 @@ class TMainScreen final : public IMainScreen {
   void BringToFront(std::string_view panel) override;
   void ScrollToTop(std::string_view box) override;
   void Repaint(std::string_view control) override;
-  [[nodiscard]] int ItemIndex(std::string_view combo) const override;
+  [[nodiscard]] TControlValue Value(std::string_view control) const override { return FSettings.Value(control); }
+  void SetValue(std::string_view control, const TControlValue& value) override { FSettings.SetValue(control, value); }
+  void Click(std::string_view toggle) override { FSettings.Click(toggle); }
 
   void BeginRibbonUpdate() override;
   void EndRibbonUpdate() override;
@@ -53,6 +57,7 @@ class TMainScreen final : public IMainScreen {
   void UpdateKorvexUI(TShownMission& mission) override;
   void PrepareReport(const TShownMission& mission) override;
   void FreePointAbsorptionLists() override;
+  void RefreshDisplay(const TShownMission& mission) override;
   void RefreshGrid(std::string_view grid) override;
   void RebuildFilteredEvents() override;
   void ShowSelectedEvent(std::optional<std::size_t> event) override;
@@ -62,8 +67,11 @@ class TMainScreen final : public IMainScreen {
   template <class T>
   [[nodiscard]] T& Control(std::string_view name) const;
 
+  void ShowDetails(const TShownMission& mission);
+
   QMainWindow& FWindow;
   TMainParts& FParts;
+  TSettingsBinder& FSettings;
   const TShownMission* FMission = nullptr;  // while its views are filled
   QElapsedTimer FPainted;                   // since the messages were last processed
 };

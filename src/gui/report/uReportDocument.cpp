@@ -24,7 +24,7 @@ QString FigureTable(const QString& title, const std::vector<TFigure>& figures) {
   return html + "</table>";
 }
 
-QString ImportantTable(const TDataset& table) {
+QString ImportantTable(const TDataset& table, const TCellFormats& formats) {
   constexpr std::pair<const char*, const char*> kColumns[] = {{"ID", "ID"},
                                                               {"Timestamp", "Begun"},
                                                               {"Acceleration max", "Peak (g)"},
@@ -41,7 +41,7 @@ QString ImportantTable(const TDataset& table) {
     html += "<tr>";
     for (const auto& [key, title] : kColumns) {
       const auto field = table.FindField(key);
-      html += QString("<td>%1</td>").arg(field ? Safe(CellText(table, row, *field, kDefaultCellFormats)) : QString());
+      html += QString("<td>%1</td>").arg(field ? Safe(CellText(table, row, *field, formats)) : QString());
     }
     html += "</tr>";
   }
@@ -59,6 +59,6 @@ std::unique_ptr<QTextDocument> MakeReport(const TShownMission& mission) {
       "table { border-color: #999999; }");
   document->setHtml("<p class='title'>Shock report</p>" + FigureTable("Mission", HeaderFigures(mission.Data)) +
                     FigureTable("Events", EventFigures(mission.Summary, mission.Events)) +
-                    FigureTable("Sensors", SensorFigures(mission.Summary)) + ImportantTable(mission.Tables.Important));
+                    FigureTable("Sensors", SensorFigures(mission.Summary)) + ImportantTable(mission.Tables.Important, mission.Display.Formats));
   return document;
 }

@@ -104,11 +104,12 @@ QWidget* TMainShockPanel::MakeEventList() {
   return box;
 }
 
-void TMainShockPanel::ShowCards(const TDataset& events, std::optional<std::size_t> row) {
+void TMainShockPanel::ShowCards(const TDataset& events, std::optional<std::size_t> row,
+                                const TDisplaySettings& display) {
   for (std::size_t i = 0; i < kCardCount; ++i) {
     const auto field = events.FindField(kCards[i].field);
     const bool hasValue = field && row && *row < events.RecordCount();
-    FCardValues[i]->setText(hasValue ? QtText(CellText(events, *row, *field, kDefaultCellFormats) + kCards[i].unit)
+    FCardValues[i]->setText(hasValue ? QtText(CellText(events, *row, *field, display.Formats) + kCards[i].unit)
                                      : kNoValue);
   }
 }

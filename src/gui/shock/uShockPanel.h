@@ -9,6 +9,7 @@
 class QLabel;
 class QTabWidget;
 class TDataset;
+struct TDisplaySettings;
 class TEventsChart;
 class TGrid;
 class TSelectedEventChart;
@@ -24,7 +25,7 @@ class TMainShockPanel : public QWidget {
   [[nodiscard]] TGrid* Shocks() const { return FShocks; }
   [[nodiscard]] TGrid* FilteredShocks() const { return FFilteredShocks; }
   // Fills the cards from a row of the shock event table; nothing empties them.
-  void ShowCards(const TDataset& events, std::optional<std::size_t> row);
+  void ShowCards(const TDataset& events, std::optional<std::size_t> row, const TDisplaySettings& display);
 
  private:
   static constexpr std::size_t kCardCount = 4;

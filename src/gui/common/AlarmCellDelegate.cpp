@@ -1,0 +1,68 @@
+#include "gui/common/AlarmCellDelegate.h"
+
+#include <QPainter>
+
+#include "gui/common/DatasetTableModel.h"
+#include "gui/common/uIcons.h"
+#include "gui/common/uQtText.h"
+
+namespace {
+
+constexpr int kImageSize = 16;    // px
+constexpr int kRightPadding = 6;  // px
+constexpr QRgb kSelected = 0xC0DCC0;
+
+TCellDrawing DrawingOf(const QModelIndex& index) {
+  return qobject_cast<const DatasetTableModel*>(index.model())->Drawing(index);
+}
+
+QIcon IconOf(TCellImage image) {
+  switch (image) {
+    case TCellImage::AboveMaximum:
+      return Icon("temperature-warm");
+    case TCellImage::BelowMinimum:
+      return Icon("temperature-cold");
+    case TCellImage::Within:
+      return Icon("temperature-normal");
+    default:
+      return Icon("data-warning");
+  }
+}
+
+}  // namespace
+
+AlarmCellDelegate::AlarmCellDelegate(QObject* parent) : QStyledItemDelegate(parent) {}
+
+void AlarmCellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
+  const TCellDrawing drawing = DrawingOf(index);
+  const QRect& cell = option.rect;
+  painter->save();
+  painter->setClipRect(cell);
+  const bool selected = option.state.testFlag(QStyle::State_Selected);
+  if (selected) {
+    painter->fillRect(cell, QColor(kSelected));
+  } else if (option.features.testFlag(QStyleOptionViewItem::Alternate)) {
+    painter->fillRect(cell, option.palette.alternateBase());
+  }
+  if (drawing.image != TCellImage::None) {
+    IconOf(drawing.image).paint(painter, QRect(cell.topLeft(), QSize(kImageSize, kImageSize)));
+  }
+  painter->setFont(option.font);
+  painter->setPen(selected ? QColor(Qt::black) : option.palette.color(QPalette::Text));
+  const QFontMetrics& metrics = option.fontMetrics;
+  const int room = cell.width() - drawing.textOffset;
+  const QString text = metrics.elidedText(QtText(drawing.text), Qt::ElideRight, room);
+  const int top = cell.top() + cell.height() / 2 - metrics.height() / 2;
+  painter->drawText(cell.left() + drawing.textOffset, top + metrics.ascent(), text);
+  if (option.state.testFlag(QStyle::State_HasFocus)) {
+    painter->setPen(Qt::DotLine);
+    painter->drawRect(cell.adjusted(0, 0, -1, -1));
+  }
+  painter->restore();
+}
+
+QSize AlarmCellDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
+  const TCellDrawing drawing = DrawingOf(index);
+  const int text = option.fontMetrics.horizontalAdvance(QtText(drawing.text));
+  return {drawing.textOffset + text + kRightPadding, std::max(option.fontMetrics.height(), kImageSize)};
+}

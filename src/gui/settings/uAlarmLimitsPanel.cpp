@@ -1,0 +1,81 @@
+#include "gui/settings/uAlarmLimitsPanel.h"
+
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QScreen>
+#include <algorithm>
+
+#include "gui/settings/uLimitEdit.h"
+
+namespace {
+
+struct TRow {
+  const char* quantity;
+  const char* unit;
+  const char* least;
+  const char* largest;
+};
+constexpr TRow kRows[] = {{"&Acceleration", "g", "dxBarSpinAlarmAccMin", "dxBarSpinAlarmAccMax"},
+                          {"&Temperature", "°C", "dxBarSpinAlarmTempMin", "dxBarSpinAlarmTempMax"},
+                          {"&Pressure", "mbar", "dxBarSpinAlarmPresMin", "dxBarSpinAlarmPresMax"},
+                          {"&Humidity", "%RH", "dxBarSpinAlarmRHMin", "dxBarSpinAlarmRHMax"},
+                          {"&Light", "lux", "dxBarSpinAlarmLiMin", "dxBarSpinAlarmLiMax"},
+                          {"&Battery", "V", "dxBarSpinAlarmBatMin", "dxBarSpinAlarmBatMax"},
+                          {"A&1", "", "dxBarSpinAlarmA1Min", "dxBarSpinAlarmA1Max"},
+                          {"A&2", "", "dxBarSpinAlarmA2Min", "dxBarSpinAlarmA2Max"},
+                          {"A&3", "", "dxBarSpinAlarmA3Min", "dxBarSpinAlarmA3Max"},
+                          {"A&4", "", "dxBarSpinAlarmA4Min", "dxBarSpinAlarmA4Max"}};
+
+TLimitEdit* MakeEdit(QWidget* parent, const char* name, const QString& quantity, const QString& end) {
+  auto* edit = new TLimitEdit(parent);
+  edit->setObjectName(name);
+  edit->setAccessibleName(QString("%1, %2").arg(quantity, end));
+  edit->setToolTip(QObject::tr("%1: a value beyond is marked").arg(edit->accessibleName()));
+  return edit;
+}
+
+}  // namespace
+
+TAlarmLimitsPanel::TAlarmLimitsPanel(QWidget* parent) : QFrame(parent, Qt::Popup) {
+  setObjectName("pnlAlarmLimits");
+  setAccessibleName(tr("Alarm limits"));
+  setFrameShape(QFrame::StyledPanel);
+  auto* grid = new QGridLayout(this);
+  grid->addWidget(new QLabel(tr("Minimum"), this), 0, 1);
+  grid->addWidget(new QLabel(tr("Maximum"), this), 0, 2);
+  int line = 1;
+  for (const auto& [quantity, unit, least, largest] : kRows) {
+    auto* label = new QLabel(tr(quantity), this);
+    const QString plain = tr(quantity).remove('&');
+    auto* from = MakeEdit(this, least, plain, tr("minimum"));
+    auto* to = MakeEdit(this, largest, plain, tr("maximum"));
+    label->setBuddy(from);
+    grid->addWidget(label, line, 0);
+    grid->addWidget(from, line, 1);
+    grid->addWidget(to, line, 2);
+    grid->addWidget(new QLabel(QString::fromUtf8(unit), this), line, 3);
+    ++line;
+    if (line != 2) continue;
+    auto* fromFile = new QCheckBox(tr(" Load Acc. Alarm Values from File"), this);
+    fromFile->setObjectName("chboxLoadAccAlarmFromFile");
+    fromFile->setToolTip(tr("The level that opens an event, instead of the two values above"));
+    auto* inForce = new QLabel(this);
+    inForce->setObjectName("lblAlarmAccFromFile");
+    inForce->setForegroundRole(QPalette::PlaceholderText);
+    grid->addWidget(fromFile, line++, 1, 1, 3);
+    grid->addWidget(inForce, line++, 1, 1, 3);
+  }
+}
+
+void TAlarmLimitsPanel::OpenBelow(const QWidget& button) {
+  adjustSize();
+  const QRect screen = button.screen()->availableGeometry();
+  QPoint at = button.mapToGlobal(QPoint(0, button.height()));
+  at.setX(std::clamp(at.x(), screen.left(), std::max(screen.left(), screen.right() - width())));
+  at.setY(std::clamp(at.y(), screen.top(), std::max(screen.top(), screen.bottom() - height())));
+  move(at);
+  show();
+  findChild<TLimitEdit*>()->parentWidget()->setFocus();
+  focusNextChild();
+}

@@ -1,0 +1,39 @@
+// What the settings say of how a mission is shown, gathered from the window's controls.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "analysis/uAlarmLimits.h"
+#include "analysis/uMissionDatasets.h"
+#include "model/uGlobalSharedVariables.h"
+
+class IMainScreen;
+
+// The decimal format of each quantity, a mask of MaskFloat.
+using TCellFormats = std::array<std::string_view, kQuantityCount>;
+
+// The sensors that have a colour of their own, by the names in a recording.
+inline constexpr std::array<std::string_view, 11> kColouredSensors = {
+    "Temperature", "Temperature p", "Temperature RH", "RH", "Pressure", "L", "Battery", "A1", "A2", "A3", "A4"};
+
+struct TDisplaySettings {
+  std::string DateFormat = "yyyy-mm-dd";
+  TCellFormats Formats = {"0.####", "0.###", "0.###", "0.###",  "0.#", "0.###", "0.0",
+                          "0.0",    "0.0",   "0.0",   "0.####", "0.#", "0.###"};
+  std::array<TLimits, kLimitedQuantityCount> Limits{};  // in force
+  bool AlarmActive = false;
+  bool PointAbsorption = true;
+  std::array<std::string, kAnalogInputs.size()> AnalogNames = {"A1", "A2", "A3", "A4"};
+  // Colours as 0xRRGGBB: x, y, z, total; left inner and outer, right inner and outer axis; kColouredSensors.
+  std::array<std::uint32_t, 4> AccelerationColours{};
+  std::array<std::uint32_t, 4> AxisColours{};
+  std::array<std::uint32_t, kColouredSensors.size()> SensorColours{};
+
+  bool operator==(const TDisplaySettings&) const = default;
+};
+
+// The acceleration limits are those of a shown mission when the settings say so: ± the level that opens an event.
+TDisplaySettings ReadDisplaySettings(const TMissionData& mission, const IMainScreen& screen);

@@ -1,0 +1,37 @@
+#include "shell/uSettingsCommands.h"
+
+#include <fmt/format.h>
+
+#include "base/uDateTime.h"
+#include "base/uText.h"
+
+namespace {
+
+// The limits of the recording stand beside the user's, which rest.
+void TellAccelerationLimits(const TShownMission& mission, IMainScreen& screen) {
+  const bool fromFile = std::get<bool>(screen.Value("chboxLoadAccAlarmFromFile"));
+  for (const std::string_view spin : {"dxBarSpinAlarmAccMin", "dxBarSpinAlarmAccMax"}) {
+    screen.SetEnabled(spin, !fromFile);
+  }
+  std::string text;
+  if (fromFile && mission.Data.bValid) {
+    const TLimits& limits = mission.Display.Limits[static_cast<std::size_t>(TQuantity::Acceleration)];
+    text = fmt::format("from the file: {} … {} g", GeneralFloat(limits.least), GeneralFloat(limits.largest));
+  }
+  screen.SetText("lblAlarmAccFromFile", text);
+}
+
+}  // namespace
+
+void ApplySettings(TShownMission& mission, IMainScreen& screen) {
+  TDisplaySettings now = ReadDisplaySettings(mission.Data, screen);
+  const bool changed = now != mission.Display;
+  if (changed) {
+    mission.Display = std::move(now);
+    SetShortDateFormat(mission.Display.DateFormat);
+    ApplyDateFormat(mission.Tables);
+    ApplyAnalogNames(mission.Display.AnalogNames, mission.Tables);
+  }
+  TellAccelerationLimits(mission, screen);
+  if (changed) screen.RefreshDisplay(mission);
+}

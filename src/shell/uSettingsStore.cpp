@@ -1,0 +1,118 @@
+#include "shell/uSettingsStore.h"
+
+#include <fmt/format.h>
+
+#include <charconv>
+#include <stdexcept>
+#include <string>
+#include <variant>
+
+#include "base/uFiles.h"
+#include "base/uIniFile.h"
+#include "shell/uColourNames.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr auto kFile = "settings.ini";
+
+// Toggles are flipped, not set, so that all that a click does happens.
+void Flip(IMainScreen& screen, std::string_view control, bool on) {
+  if (std::get<bool>(screen.Value(control)) != on) screen.Click(control);
+}
+
+// A control starts with the default, which stands in for what is missing or does not parse.
+void ReadSetting(const TIniFile& ini, const TSetting& row, IMainScreen& screen) {
+  const std::string section(row.section);
+  const std::string key(row.key);
+  const TControlValue start = screen.Value(row.control);
+  switch (row.type) {
+    case TSettingType::Bool:
+      Flip(screen, row.control, ini.ReadBool(section, key, std::get<bool>(start)));
+      break;
+    case TSettingType::WriteOnly:
+      Flip(screen, row.control, false);
+      break;
+    case TSettingType::Index:
+      screen.SetValue(row.control, ini.ReadInteger(section, key, std::get<int>(start)));
+      break;
+    case TSettingType::Float:
+      screen.SetValue(row.control, ini.ReadFloat(section, key, std::get<double>(start)));
+      break;
+    case TSettingType::Text:
+      screen.SetValue(row.control, ini.ReadString(section, key, std::get<std::string>(start)));
+      break;
+    case TSettingType::Colour:
+      if (const auto colour = ColourFromText(ini.ReadString(section, key, ""))) {
+        screen.SetValue(row.control, TextFromColour(*colour));
+      }
+      break;
+  }
+}
+
+void WriteSetting(TIniFile& ini, const TSetting& row, const IMainScreen& screen) {
+  const std::string section(row.section);
+  const std::string key(row.key);
+  const TControlValue value = screen.Value(row.control);
+  switch (row.type) {
+    case TSettingType::Bool:
+    case TSettingType::WriteOnly:
+      ini.WriteBool(section, key, std::get<bool>(value));
+      break;
+    case TSettingType::Index:
+      ini.WriteInteger(section, key, std::get<int>(value));
+      break;
+    case TSettingType::Float:
+      ini.WriteFloat(section, key, std::get<double>(value));
+      break;
+    case TSettingType::Text:
+    case TSettingType::Colour:
+      ini.WriteString(section, key, std::get<std::string>(value));
+      break;
+  }
+}
+
+}  // namespace
+
+TControlValue DefaultOf(const TSetting& setting) {
+  const std::string text(setting.def);
+  double number = 0;
+  std::from_chars(text.data(), text.data() + text.size(), number);
+  switch (setting.type) {
+    case TSettingType::Bool:
+    case TSettingType::WriteOnly:
+      return text == "1";
+    case TSettingType::Index:
+      return static_cast<int>(number);
+    case TSettingType::Float:
+      return number;
+    default:
+      return text;
+  }
+}
+
+void ReadSettings(const fs::path& folder, IMainScreen& screen) {
+  const fs::path path = folder / kFile;
+  std::error_code unknown;
+  if (!fs::exists(path, unknown)) return;
+  TIniFile ini;
+  try {
+    ini = TIniFile::Load(path);
+  } catch (const std::exception& error) {
+    const auto aside = KeepAside(path);
+    screen.ShowMessage("The settings cannot be read; the defaults are used.",
+                       aside ? fmt::format("{}\nThe file is kept as {}.", error.what(), Utf8FromPath(*aside))
+                             : std::string(error.what()));
+    return;
+  }
+  for (const TSetting& row : Settings()) ReadSetting(ini, row, screen);
+}
+
+void WriteSettings(const fs::path& folder, const IMainScreen& screen) {
+  const fs::path path = folder / kFile;
+  TIniFile ini;
+  if (fs::exists(path)) ini = TIniFile::Load(path);
+  for (const std::size_t row : WritingOrder()) WriteSetting(ini, Settings()[row], screen);
+  ini.Save(path);
+}

@@ -1,0 +1,18 @@
+// "settings.ini" in the settings folder: read once while the window is created, written once while it closes.
+#pragma once
+
+#include <filesystem>
+
+#include "shell/uMainScreen.h"
+#include "shell/uSettingsSchema.h"
+
+// The state in which a control is designed.
+TControlValue DefaultOf(const TSetting& setting);
+
+// Sets the window's controls. Without a file they stay as they were designed. A file that cannot be read or is larger
+// than 1 MB is kept aside under another name, and the user is told.
+void ReadSettings(const std::filesystem::path& folder, IMainScreen& screen);
+
+// Writes the controls' states. What the file holds beyond them stays. Throws when the file cannot be written; the older
+// one is then as it was.
+void WriteSettings(const std::filesystem::path& folder, const IMainScreen& screen);

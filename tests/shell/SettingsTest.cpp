@@ -1,0 +1,185 @@
+// The settings' file, the colours in it, and what the settings make of a cell.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+#include "base/uFiles.h"
+#include "base/uIniFile.h"
+#include "shell/uAlarmMarks.h"
+#include "shell/uColourNames.h"
+#include "shell/uSettingsCommands.h"
+#include "tests/support/uLoggingScreen.h"
+#include "tests/support/uTestRecording.h"
+
+using testing::HasSubstr;
+
+namespace {
+
+class SettingsFile : public testing::Test {
+ protected:
+  void Write(const std::string& text) { std::ofstream(FPath, std::ios::binary) << text; }
+  std::string Text() {
+    std::ifstream file(FPath, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+  }
+  std::string Read() {
+    ReadSettings(FFolder.Path(), FScreen);
+    return FScreen.Said();
+  }
+
+  TTempFolder FFolder;
+  std::filesystem::path FPath = FFolder / "settings.ini";
+  TLoggingScreen FScreen;
+};
+
+TEST_F(SettingsFile, WithoutAFileNothingIsSetAndTheFirstCloseWritesEveryKey) {
+  EXPECT_EQ(Read(), "");
+  WriteSettings(FFolder.Path(), FScreen);
+  const std::string text = Text();
+  std::size_t at = 0;
+  // In the order of writing.
+  for (const char* line :
+       {"[General Settings]", "Sync Confirmations = 1", "Shock Chart Point Absorption = 1", "[Date]", "Date Format = 0",
+        "[Company]", "Name = Korvex", "[File&Folder]", "Default File Filter = 0", "[Alarm]", "Active = 0",
+        "Load Acc. from File = 1", "Acc. Min = -6", "Acc. Max = 6", "Temp. Min = -4", "Temp. Max = 40",
+        "Pressure Min = 0", "Pressure Max = 1000", "RH Min = 30", "RH Max = 60", "Light Min = 0", "Light Max = 1000",
+        "Battery Min = 2.5", "Battery Max = 4.5", "A1 Min = 0", "A4 Max = 1000", "[Value Decimal Formats]", "Time = 3",
+        "Intesity = 2", "A4 = 6", "[Colors]", "Acc. X Series = clBlue", "A4 = clSkyBlue", "[Analog Settings]",
+        "A1 Name = A1", "A4 Name = A4", "[Shock Events Chart]", "Indicator Visibility = 1", "Axis Zoom Lock = 1",
+        "[Selected Shock Event Chart]", "HP Filtering = 0", "Table Visibility = 0", "Total Series Visibility = 0",
+        "Axis Zoom Lock = 1", "[Sensors Chart]", "Nearest Visibility = 0", "Points Visibility = 1",
+        "Indicator Visibility = 1", "Left Inner Axis Zoom Lock = 1", "[Most Important Events]", "Order By = 0"}) {
+    const std::size_t found = text.find(std::string(line) + '\n', at);
+    ASSERT_NE(found, std::string::npos) << line << " after\n" << text.substr(0, at);
+    at = found;
+  }
+  EXPECT_EQ(std::ranges::count(text, '='), 85);
+}
+
+TEST_F(SettingsFile, EveryControlComesBackAndTogglesAreClickedOnce) {
+  TLoggingScreen changed;
+  int number = 0;
+  for (const TSetting& row : Settings()) {
+    TControlValue& value = changed.Values[std::string(row.control)];
+    ++number;
+    if (auto* on = std::get_if<bool>(&value)) *on = !*on;
+    if (auto* index = std::get_if<int>(&value)) *index = *index == 1 ? 0 : 1;
+    if (auto* limit = std::get_if<double>(&value)) *limit = number + 0.1;
+    if (auto* text = std::get_if<std::string>(&value)) {
+      *text = row.type == TSettingType::Colour ? fmt::format("$00{:06X}", number) : fmt::format(" Name {} = ü;", number);
+    }
+  }
+  WriteSettings(FFolder.Path(), changed);
+  const std::string log = Read();
+  for (const TSetting& row : Settings()) {
+    const bool restored = FScreen.Value(row.control) == changed.Value(row.control);
+    EXPECT_EQ(restored, row.type != TSettingType::WriteOnly) << row.control;
+  }
+  EXPECT_EQ(FScreen.Value("swtHPFilter"), TControlValue(false)) << "it always starts off";
+  EXPECT_THAT(log, HasSubstr("click barbtnlrgAlarm; set cmbSettingsTimeDec; "));
+  EXPECT_THAT(Read(), testing::Not(HasSubstr("click"))) << "nothing flips back";
+}
+
+TEST_F(SettingsFile, WhatDoesNotParseTakesItsDefaultAndWhatIsUnknownStays) {
+  Write("[Mine]\nkey = 1\n[Alarm]\nAcc. Min = low\nTemp. Max = 1e999\nAcc. Max = 7\nActive = yes\nExtra = x\n"
+        "[Date]\nDate Format = 99\n[Colors]\nAcc. X Series = mauve\nAcc. Y Series = CLNAVY\nA4=$000000FF\n");
+  Read();
+  EXPECT_EQ(FScreen.Value("dxBarSpinAlarmAccMin"), TControlValue(-6.0));
+  EXPECT_EQ(FScreen.Value("dxBarSpinAlarmTempMax"), TControlValue(40.0));
+  EXPECT_EQ(FScreen.Value("dxBarSpinAlarmAccMax"), TControlValue(7.0));
+  EXPECT_EQ(FScreen.Value("barbtnlrgAlarm"), TControlValue(false));
+  EXPECT_EQ(FScreen.Value("cmbSettingsDateTimeFormat"), TControlValue(99)) << "as read; the list rejects it";
+  EXPECT_EQ(FScreen.Value("ccmbShockX"), TControlValue("clBlue"));
+  EXPECT_EQ(FScreen.Value("ccmbShockY"), TControlValue("clNavy"));
+  EXPECT_EQ(FScreen.Value("ccmbSensorsA4"), TControlValue("clRed"));
+  WriteSettings(FFolder.Path(), FScreen);
+  EXPECT_THAT(Text(), testing::StartsWith("[Mine]\nkey = 1\n"));
+  EXPECT_THAT(Text(), HasSubstr("Extra = x\n"));
+}
+
+TEST_F(SettingsFile, WhatCannotBeReadIsKeptAsideAndSaidOnce) {
+  for (const bool folder : {false, true}) {
+    if (folder) {
+      std::filesystem::create_directories(FPath / "mine");
+    } else {
+      Write(std::string(2'000'000, 'x'));
+    }
+    EXPECT_THAT(Read(), testing::AllOf(testing::StartsWith("box \"The settings cannot be read"), HasSubstr("kept as")));
+    WriteSettings(FFolder.Path(), FScreen);
+    EXPECT_EQ(TIniFile::Load(FPath).ReadInteger("Date", "Date Format", 9), 0);
+    std::filesystem::remove(FPath);
+  }
+  EXPECT_EQ(std::filesystem::file_size(FFolder / "settings.ini.kept1"), 2'000'000U);
+  EXPECT_TRUE(std::filesystem::is_directory(FFolder / "settings.ini.kept2/mine"));
+}
+
+TEST(ColourNames, AreWrittenAsNameOrAsBlueGreenRed) {
+  EXPECT_EQ(TextFromColour(0xA6CAF0), "clSkyBlue");
+  EXPECT_EQ(TextFromColour(0x123456), "$00563412");
+  for (const std::uint32_t rgb : {0x000000U, 0x800000U, 0x123456U, 0xFFFFFEU}) {
+    EXPECT_EQ(ColourFromText(TextFromColour(rgb)), rgb);
+  }
+  for (const char* none : {"", "$", "$1FFFFFF", "$12x", "red", "clNone", "#ff0000"}) {
+    EXPECT_EQ(ColourFromText(none), std::nullopt) << none;
+  }
+}
+
+class Cells : public testing::Test {
+ protected:
+  TCellDrawing Draw(const std::string& field, float value) {
+    TDataset table;
+    const std::size_t at = table.AddField(field, TFieldType::Single);
+    table.Append();
+    table.SetSingle(at, value);
+    return DrawCell(table, 0, at, FDisplay);
+  }
+  static std::string Words(const TCellDrawing& cell) {
+    return fmt::format("{} {} {}", static_cast<int>(cell.image), cell.textOffset, cell.text);
+  }
+
+  TLoggingScreen FScreen;
+  TDisplaySettings FDisplay = ReadDisplaySettings({}, FScreen);
+};
+
+TEST_F(Cells, AreMarkedBeyondALimitWhileTheAlarmIsOn) {
+  EXPECT_EQ(Words(Draw("Battery", 2.4F)), "0 6 2.4 V");
+  FDisplay.AlarmActive = true;
+  EXPECT_EQ(Words(Draw("Battery", 2.4F)), "2 22 2.4 V");
+  EXPECT_EQ(Words(Draw("Battery", 2.5F)), "0 6 2.5 V");
+  EXPECT_EQ(Words(Draw("Humidity", 60)), "0 6 60 %RH") << "equal is inside";
+  EXPECT_EQ(Words(Draw("Humidity", 60.1F)), "2 22 60.1 %RH");
+  EXPECT_EQ(Words(Draw("Acceleration max", 6.00001F)), "2 22 6");
+  EXPECT_EQ(Words(Draw("Pressure", 1000.5F)), "2 22 1000.5 mbar");
+  EXPECT_EQ(Words(Draw("Light", -1)), "2 22 -1 lux");
+  EXPECT_EQ(Words(Draw("A4", 1e6F)), "2 22 1000000.0");
+  EXPECT_EQ(Words(Draw("ToT max", 1e6F)), "0 6 1000000 msec");
+  EXPECT_EQ(Words(Draw("IoT total", 1.23456F)), "0 6 1.235");
+  EXPECT_EQ(Words(Draw("Humidity", std::numeric_limits<float>::quiet_NaN())), "0 6 NAN %RH");
+}
+
+TEST_F(Cells, OfTemperaturesAlwaysSayWhereTheyStand) {
+  for (const char* field : {"Temp.", "Temp. RH", "Temp. P", "Dew Point", "Temperature"}) {
+    EXPECT_EQ(Words(Draw(field, -4.5F)), "4 22 -4.5") << field;
+    EXPECT_EQ(Words(Draw(field, 40)), "5 22 40") << field;
+    EXPECT_EQ(Words(Draw(field, 40.5F)), "3 22 40.5") << field;
+  }
+  FScreen.Values["cmbSettingsTempDec"] = 8;
+  FScreen.Values["dxBarSpinAlarmTempMin"] = 21.0;
+  FDisplay = ReadDisplaySettings({}, FScreen);
+  EXPECT_EQ(Words(Draw("Dew Point", 20)), "4 22 20.000");
+}
+
+TEST(DisplaySettings, TakeTheAccelerationLimitsOfTheFileUnlessToldOtherwise) {
+  TLoggingScreen screen;
+  TMissionData data;
+  data.adxl_level_on = 3.5F;
+  const auto limits = [&] { return ReadDisplaySettings(data, screen).Limits[0]; };
+  EXPECT_EQ(limits(), (TLimits{-6, 6})) << "no file is shown";
+  data.bValid = true;
+  EXPECT_EQ(limits(), (TLimits{-3.5, 3.5}));
+  screen.Values["chboxLoadAccAlarmFromFile"] = false;
+  EXPECT_EQ(limits(), (TLimits{-6, 6}));
+}
+
+}  // namespace
