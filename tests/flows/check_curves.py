@@ -11,7 +11,8 @@ import statistics
 import subprocess
 import sys
 
-from check_dump import Recording
+sys.dont_write_bytecode = True  # no __pycache__ among the sources
+from check_dump import Recording  # noqa: E402
 
 WINDOWS = {  # by the place in 0 … 1
     "Rectangle": lambda t: 1, "Triangle": lambda t: min(2 * t, 2 - 2 * t), "Cos2": lambda t: math.sin(math.pi * t) ** 2,
