@@ -12,6 +12,7 @@
 #include <thread>
 #include <vector>
 
+#include "analysis/uFourier.h"
 #include "analysis/uMissionDatasets.h"
 #include "base/uMessages.h"
 #include "bench/uBenchRecordings.h"
@@ -43,6 +44,19 @@ void PrintRatio(const std::string& what, double bound, int rounds, const std::fu
   fmt::print("{:<62} {:6.3f}  (at most {}; {:.3f} … {:.3f}; {:.0f} ms against {:.0f} ms)\n", what, Median(ratios),
              bound, least, most, Median(subjects) * 1000, Median(references) * 1000);
   std::fflush(stdout);
+}
+
+// One forward transform of the largest size, the median of many.
+void PrintTransformTime(double boundMs, int rounds) {
+  TFourier transform(kMaxSpectrumSize);
+  transform.Forward();  // makes the table of sines
+  std::vector<double> times;
+  for (int i = 0; i < rounds * 100; ++i) {
+    transform.Clear();
+    transform.SetReal(1, 1);
+    times.push_back(SecondsOf([&transform] { transform.Forward(); }));
+  }
+  fmt::print("{:<62} {:6.3f}  (at most {})\n", "a transform of 8192 points, in ms", Median(times) * 1000, boundMs);
 }
 
 // The least that reading the file can cost.
@@ -112,5 +126,6 @@ int main(int argc, char** argv) {
   PrintRatio(
       "tables of 100,000 events / of 10,000 events", 14, rounds, [&many] { return TablesTime(many); },
       [&fewer] { return TablesTime(fewer); });
+  PrintTransformTime(1, rounds);
   for (const auto& file : {large, many, fewer}) std::filesystem::remove(file);
 }

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 
+#include "analysis/uSpectrum.h"
 #include "cli/uConsole.h"
 
 // Mission details and summary, for people.
@@ -20,6 +21,13 @@ TStatus BlocksCommand(const std::string& file, const TConsole& console);
 // the most important events is the one that ranks them.
 TStatus TableCommand(const std::string& file, const std::string& table, const std::string& index,
                      const TConsole& console);
+
+// The high-passed curves of one event, by its ID, in the CSV line format.
+TStatus FilterCommand(const std::string& file, std::size_t event, const TConsole& console);
+
+// The spectrum of one event in the CSV line format. An event that has none counts as not displayable.
+TStatus SpectrumCommand(const std::string& file, std::size_t event, TSpectrumType type, TWeightingWindow window,
+                        const TConsole& console);
 
 // Writes a recording from a description in JSON and its records in CSV.
 TStatus MakeCommand(const std::string& source, const std::string& out, const TConsole& console);

@@ -24,6 +24,8 @@ class TCommandLine {
     AddDump();
     AddBlocks();
     AddTable();
+    AddFilter();
+    AddSpectrum();
     AddMake();
     AddDemo();
   }
@@ -93,6 +95,22 @@ class TCommandLine {
     command->callback([this] { FStatus = TableCommand(FFile, FTable, FIndex, FConsole); });
   }
 
+  void AddFilter() {
+    CLI::App* command = FApp.add_subcommand("filter", "Print the high-passed curves of one event as CSV lines.");
+    AddFile(command);
+    AddNumber(command, "--event", FEvent, "ID of the event")->required();
+    command->callback([this] { FStatus = FilterCommand(FFile, FEvent, FConsole); });
+  }
+
+  void AddSpectrum() {
+    CLI::App* command = FApp.add_subcommand("spectrum", "Print the spectrum of one event as CSV lines.");
+    AddFile(command);
+    AddNumber(command, "--event", FEvent, "ID of the event")->required();
+    AddChoice(command, "--type", FSpectrumType, kSpectrumTypes);
+    AddChoice(command, "--window", FWindow, kWeightingWindows);
+    command->callback([this] { FStatus = SpectrumCommand(FFile, FEvent, FSpectrumType, FWindow, FConsole); });
+  }
+
   void AddMake() {
     CLI::App* command = FApp.add_subcommand("make", "Write a recording from a description and a table of records.");
     command
@@ -125,7 +143,7 @@ class TCommandLine {
   void AddFile(CLI::App* command) { command->add_option("FILE", FFile, "Recording")->required(); }
 
   template <class T>
-  static void AddNumber(CLI::App* command, const std::string& option, T& value, const std::string& help) {
+  static CLI::Option* AddNumber(CLI::App* command, const std::string& option, T& value, const std::string& help) {
     const auto parse = [option, &value](const std::string& text) {
       const char* end = text.data() + text.size();
       const auto result = std::from_chars(text.data(), end, value);
@@ -133,7 +151,23 @@ class TCommandLine {
       throw CLI::ValidationError(
           fmt::format("{} takes a whole number from 0 to {}.", option, std::numeric_limits<T>::max()));
     };
-    command->add_option_function<std::string>(option, parse, help)->type_name("N");
+    return command->add_option_function<std::string>(option, parse, help)->type_name("N");
+  }
+
+  // One of the named values, the first unless given. Windows go by their full names, too: fwHamming.
+  template <class T, std::size_t N>
+  static void AddChoice(CLI::App* command, const std::string& option, T& value,
+                        const std::array<std::pair<std::string_view, T>, N>& choices) {
+    std::string help;
+    for (const auto& choice : choices) AppendListItem(help, choice.first);
+    const auto parse = [option, help, &value, &choices](const std::string& text) {
+      const std::string_view name = std::string_view(text).substr(text.starts_with("fw") ? 2 : 0);
+      const auto found = std::ranges::find(choices, name, &std::pair<std::string_view, T>::first);
+      if (found == choices.end()) throw CLI::ValidationError(fmt::format("{} is one of {}.", option, help));
+      value = found->second;
+    };
+    help += fmt::format("; {} unless given", choices.front().first);
+    command->add_option_function<std::string>(option, parse, help)->type_name("NAME");
   }
 
   const TConsole& FConsole;
@@ -141,6 +175,9 @@ class TCommandLine {
   CLI::App FApp{"Reads .kshock recordings of shock and environment loggers.", "kshock"};
   std::vector<std::string> FFiles;
   std::string FFile, FOut, FTable, FIndex;
+  std::size_t FEvent = 0;
+  TSpectrumType FSpectrumType = kSpectrumTypes.front().second;
+  TWeightingWindow FWindow = kWeightingWindows.front().second;
   std::size_t FRows = std::numeric_limits<std::size_t>::max();
   TDemoSize FDemo;
 };

@@ -67,6 +67,11 @@ TEST_F(KshockCommands, WrongUseIsToldOnTheErrorStream) {
                                              {"dump", kStairs, "--rows", "-1"},
                                              {"table", kStairs, "none"},
                                              {"table", kStairs, "events", "--order", "BatteryASC"},
+                                             {"filter", kStairs},
+                                             {"filter", kStairs, "--event", "215"},
+                                             {"spectrum", kStairs, "--event", "-1"},
+                                             {"spectrum", kStairs, "--event", "0", "--type", "Loudness"},
+                                             {"spectrum", kStairs, "--event", "0", "--window", "Round"},
                                              {"demo", "x", "--events", "many"}}) {
     const TRun run = Kshock(wrong);
     EXPECT_EQ(run.status, 2);

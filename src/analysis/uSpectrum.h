@@ -1,0 +1,62 @@
+// The one-sided spectrum of a shock event. Pure functions; any thread.
+#pragma once
+
+#include <array>
+#include <span>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "analysis/uFourier.h"
+#include "model/uEvents.h"
+
+enum class TSpectrumType {
+  Amplitude,  // g: a sine shows its amplitude
+  Power,      // g², mean square: a sine shows half its squared amplitude
+  PSD,  // g²/Hz: the power by the noise bandwidth of the window, so its sum by the line distance is the mean square
+  Decibel,  // dB: the amplitude above 1 g, kLeastDecibel at least
+};
+
+inline constexpr std::array<std::pair<std::string_view, TSpectrumType>, 4> kSpectrumTypes = {{
+    {"Amplitude", TSpectrumType::Amplitude},
+    {"Power", TSpectrumType::Power},
+    {"PSD", TSpectrumType::PSD},
+    {"Decibel", TSpectrumType::Decibel},
+}};
+
+// An amplitude of nothing; far below what a single can resolve.
+inline constexpr double kLeastDecibel = -200;
+
+enum class TSpectrumProblem {
+  None,
+  TooFewSamples,   // fewer than two have no period
+  NoPeriod,        // the times stand still or fall
+  UnevenSampling,  // a step is more than kMostStepOff off the median
+  NoWeight,        // a window of the user's that weighs nothing, or is not finite
+};
+
+inline constexpr double kMostStepOff = 0.01;  // of the median
+
+struct TSpectrumLine {
+  double hertz;
+  double x, y, z;
+  double total;  // of the three axes' power at this frequency
+};
+
+struct TSpectrum {
+  TSpectrumProblem problem = TSpectrumProblem::None;
+  double periodMs = 0;               // mean step between the transformed samples; 0 where there is none
+  double medianStepMs = 0;           // 0 where there is none
+  double largestStepOff = 0;         // how far a step is off the median, as a part of it
+  std::vector<TSpectrumLine> lines;  // from 0 Hz to half the sampling rate; none when there is a problem
+};
+
+// Of the first N = SpectrumSizeFor(n) samples, weighted by the window and padded with zeros to N: N/2 + 1 lines. The
+// constant part is not taken away. An axis with a sample that is not finite becomes NaN as a whole, and so does the
+// total. Throws std::invalid_argument for fwUserDef without a function.
+TSpectrum CalcSpectrum(std::span<const TEventValue> samples, TSpectrumType type, TWeightingWindow window,
+                       const TWeightingFunction& userDef = {});
+
+// Why it has no lines, as a sentence for people; empty when there is no problem.
+std::string WhyNoSpectrum(const TSpectrum& spectrum);

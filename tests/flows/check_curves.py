@@ -1,0 +1,132 @@
+#!/usr/bin/env python3
+"""Works out what `kshock filter` and `kshock spectrum` have to print for events of the recordings, and compares.
+
+Reads the recordings as check_dump.py does and sums the transform's definition line by line. One line per difference; exit 1
+when there is any.
+"""
+import argparse
+import cmath
+import math
+import statistics
+import subprocess
+import sys
+
+sys.dont_write_bytecode = True  # no __pycache__ among the sources
+from check_dump import Recording  # noqa: E402
+
+WINDOWS = {  # by the place in 0 … 1
+    "Rectangle": lambda t: 1, "Triangle": lambda t: min(2 * t, 2 - 2 * t), "Cos2": lambda t: math.sin(math.pi * t) ** 2,
+    "Gauss": lambda t: math.exp(-12.5 * (t - 0.5) ** 2), "Hamming": lambda t: 0.08 + 0.92 * math.sin(math.pi * t) ** 2,
+    "Blackman": lambda t: cosines(t, 0.42, 0.5, 0.08), "BlkmHarris": lambda t: cosines(t, 0.35875, 0.48829, 0.14128, 0.01168),
+    "BlkmNuttall": lambda t: cosines(t, 0.3635819, 0.4891775, 0.1365995, 0.0106411),
+    "Tukey": lambda t: math.sin(2 * math.pi * min(t, 1 - t, 0.25)) ** 2}
+
+
+def cosines(t, *parts):
+    return sum((-1) ** i * a * math.cos(2 * math.pi * i * t) for i, a in enumerate(parts))
+
+
+def spectrum_size(count):
+    return next((size for size, most in ((128, 150), (256, 256), (512, 512), (1024, 1024), (2048, 2048), (4096, 4096))
+                 if count <= most), 8192)
+
+
+def line(values, k, size):
+    """Spectral line k, from 0."""
+    turns = [cmath.exp(-2j * math.pi * i / size) for i in range(size)]
+    return sum(value * turns[i * k % size] for i, value in enumerate(values))
+
+
+def expected_filter(samples):
+    size = spectrum_size(len(samples))
+    samples = samples[:size]
+    axes = []
+    for axis in zip(*(sample[2] for sample in samples)):
+        mean, slow = line(axis, 0, size).real / size, line(axis, 1, size) / size
+        axes.append([value - mean - (slow * cmath.exp(2j * math.pi * i / size)).real for i, value in enumerate(axis)])
+    return [(time, x, y, z, math.hypot(x, y, z)) for time, x, y, z in
+            zip((sample[0] - samples[0][0] for sample in samples), *axes)]
+
+
+def expected_lines(samples, kind, window, chosen):
+    """The chosen lines, or None where the sampling is uneven."""
+    size = spectrum_size(len(samples))
+    samples = samples[:size]
+    steps = [b[0] - a[0] for a, b in zip(samples, samples[1:])]
+    median = statistics.median(steps)
+    if any(abs(step - median) > 0.01 * median for step in steps):
+        return None
+    rate = 1000 / statistics.mean(steps)
+    weights = [WINDOWS[window](i / len(samples)) for i in range(len(samples))]
+    axes = [[w * value for w, value in zip(weights, axis)] for axis in zip(*(sample[2] for sample in samples))]
+    gain, noise = sum(weights), sum(w * w for w in weights)
+    out = []
+    for k in chosen:
+        sides = 1 if k in (0, size // 2) else 2
+        # Of each axis the amplitude of the sine that is there; all else follows from it.
+        amplitudes = [sides * abs(line(axis, k, size)) / gain for axis in axes]
+        amplitudes.append(math.hypot(*amplitudes))
+        power = [a * a / sides for a in amplitudes]
+        out.append((k * rate / size, *{
+            "Amplitude": amplitudes, "Power": power, "PSD": [p / (rate * noise / gain ** 2) for p in power],
+            "Decibel": [max(20 * math.log10(a), -200) if a else -200 for a in amplitudes]}[kind]))
+    return out
+
+
+def printed(kshock, *arguments):
+    """Status, titles and rows."""
+    run = subprocess.run([kshock, *arguments], capture_output=True, timeout=60, check=False)
+    rows = run.stdout.decode("utf-8").split("\r\n")[:-1]
+    rows = [row.removesuffix(",").replace('"', "").split(",") for row in rows]
+    return run.returncode, rows[:1], [[float(cell) for cell in row] for row in rows[1:]]
+
+
+def differences(want, got):
+    if len(want) != len(got):
+        return [f"expected {len(want)} rows, got {len(got)}"]
+    largest = max((abs(value) for row in want for value in row[1:]), default=0)
+    return [f"row {i}: expected {a}, got {b}" for i, (a, b) in enumerate(zip(want, got))
+            if not all(math.isclose(p, q, rel_tol=1e-9, abs_tol=1e-12 * largest) for p, q in zip(a, b))][:3]
+
+
+def check_event(kshock, path, event, samples):
+    found = []
+    status, titles, rows = printed(kshock, "filter", path, "--event", str(event))
+    if status or titles != [["Time (msec)", "X (g)", "Y (g)", "Z (g)", "Total (g)"]]:
+        found.append(f"filter: status {status}, titles {titles}")
+    found += differences(expected_filter(samples), rows)
+    half = spectrum_size(len(samples)) // 2
+    chosen = sorted({0, 1, 2, 3, half - 1, half, *range(event, half, half // 8)})
+    for i, window in enumerate(WINDOWS):
+        kind = ("Amplitude", "Power", "PSD", "Decibel")[(event + i) % 4]
+        want = expected_lines(samples, kind, window, chosen)
+        status, titles, rows = printed(kshock, "spectrum", path, "--event", str(event), "--type", kind, "--window", window)
+        if want is None:
+            found += [f"spectrum of uneven samples: status {status}"] if status != 1 or titles else []
+            break
+        if status or titles != [["HZ", "X", "Y", "Z", "Total"]] or len(rows) != half + 1:
+            found.append(f"spectrum: status {status}, titles {titles}, {len(rows)} rows")
+        else:
+            found += [f"{kind} by {window}: {text}" for text in differences(want, [rows[k] for k in chosen])]
+    return found
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("kshock")
+    parser.add_argument("recordings", nargs="+")
+    options = parser.parse_args()
+    failed = passed = 0
+    for path in options.recordings:
+        events = Recording(path).events
+        for event in range(0, len(events), max(1, len(events) // 12)):
+            found = check_event(options.kshock, path, event, events[event])
+            passed, failed = passed + (not found), failed + bool(found)
+            for text in found:
+                print(f"{path}, event {event}: {text}")
+    print(f"{passed} passed, {failed} failed")
+    return 1 if failed or not passed else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
