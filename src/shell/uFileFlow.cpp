@@ -186,6 +186,7 @@ void TFileFlow::ReadFinished() {
     return;
   }
   FState = TState::Filling;
+  FMission.Damage = DamageOf(extent);
   try {
     CompleteLoading();
   } catch (const EKorvex& error) {
@@ -203,29 +204,37 @@ void TFileFlow::ReadFinished() {
     Fail(kCannotBeShown, error.what());
     return;
   }
-  TellExtent(extent);
+  TellDamage();
   if (FCloseWanted) FScreen.CloseWindow();
 }
 
-void TFileFlow::TellExtent(const TReadExtent& extent) {
-  const std::string name = Utf8FromPath(PathFromUtf8(FFileName).filename());
-  FScreen.SetText("lblStatusFile", fmt::format("{} · {}", Printable(name), extent.damaged ? "damaged" : "complete"));
-  if (!extent.damaged) return;
+std::string TFileFlow::DamageOf(const TReadExtent& extent) const {
+  if (!extent.damaged) return {};
   constexpr std::string_view kDamaged =
       "This recording is damaged or cut short: {} data blocks, {} bytes of content were read. Everything whole in them "
-      "is shown.";
-  FScreen.SetText("lblDamaged", fmt::format(kDamaged, FBlocks, extent.inflatedBytes));
+      "is shown; values near the damage may be wrong.";
+  return fmt::format(kDamaged, FBlocks, extent.inflatedBytes);
+}
+
+void TFileFlow::TellDamage() {
+  const std::string name = Utf8FromPath(PathFromUtf8(FFileName).filename());
+  const bool damaged = !FMission.Damage.empty();
+  FScreen.SetText("lblStatusFile", fmt::format("{} · {}", Printable(name), damaged ? "damaged" : "complete"));
+  if (!damaged) return;
+  FScreen.SetText("lblDamaged", FMission.Damage);
   FScreen.SetVisible("pnlDamaged", true);
 }
 
 void TFileFlow::ReadFailed(std::int64_t code) {
   FReader->WaitFor();
   FReader.reset();
-  const std::string reason = ReadErrorText;
+  constexpr std::string_view kCannotBeOpened = "The file cannot be opened";
+  std::string reason = ReadErrorText;
+  if (reason.starts_with(kCannotBeOpened)) reason.erase(0, kCannotBeOpened.size() + 2);  // said in the title
   if (code == kReadCancelled) {
     BackToWelcome();
   } else {
-    Fail(code == kCannotOpenDataFile ? "The file cannot be opened." : "The file cannot be read.", reason);
+    Fail(code == kCannotOpenDataFile ? fmt::format("{}.", kCannotBeOpened) : "The file cannot be read.", reason);
   }
 }
 

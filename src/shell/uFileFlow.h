@@ -74,7 +74,8 @@ class TFileFlow {
   void ReadFinished();
   void ReadFailed(std::int64_t code);
   void TellBlocks();
-  void TellExtent(const TReadExtent& extent);
+  [[nodiscard]] std::string DamageOf(const TReadExtent& extent) const;
+  void TellDamage();
   void Restore(const TKept& kept);
   void Step(int position, std::string_view text);
   void CompleteLoading();

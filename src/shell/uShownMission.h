@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <string>
 
 #include "analysis/uMissionDatasets.h"
 #include "analysis/uMissionSummary.h"
@@ -22,6 +23,7 @@ struct TShownMission {
   TMissionDatasets Tables;
   TDataset CLDS;
   TMissionSummary Summary;
+  std::string Damage;                        // what is wrong with the recording, in words; empty when it is whole
   TDisplaySettings Display;                  // outlives the mission
   std::optional<std::size_t> SelectedEvent;  // index in Events
 };

@@ -5,6 +5,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <algorithm>
@@ -156,6 +157,14 @@ void TGrid::CopyRows() {
   const bool all = static_cast<std::size_t>(selected) == rows.size();
   Q_EMIT RowsCopied(all ? tr("%L1 rows copied").arg(selected)
                         : tr("the first %L1 of %L2 rows copied").arg(rows.size()).arg(selected));
+}
+
+void TGrid::paintEvent(QPaintEvent* event) {
+  QTableView::paintEvent(event);
+  if (FModel->Dataset() == nullptr || FModel->rowCount() > 0) return;
+  QPainter painter(viewport());
+  painter.setPen(palette().color(QPalette::PlaceholderText));
+  painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, FNothing);
 }
 
 void TGrid::keyPressEvent(QKeyEvent* event) {

@@ -22,6 +22,8 @@ class TGrid : public QTableView {
   TGrid(const QString& name, const QString& title, TIndexKeyOf indexKeyOf, QWidget* parent);
 
   void SetDataset(const TDataset* table);
+  // Stands where rows would be while a table without rows is shown.
+  void SetNothing(const QString& words) { FNothing = words; }
   // How values are shown; borrowed. Refresh after a change of it.
   void SetDisplay(const TDisplaySettings* display) { FModel->SetDisplay(display); }
   // The table's order changed: redraws what is visible and moves the sort mark; the scroll position stays.
@@ -39,6 +41,7 @@ class TGrid : public QTableView {
   void RowsCopied(const QString& text);
 
  protected:
+  void paintEvent(QPaintEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void leaveEvent(QEvent* event) override;
@@ -53,6 +56,7 @@ class TGrid : public QTableView {
 
   DatasetTableModel* FModel;
   TIndexKeyOf FIndexKeyOf;
+  QString FNothing;
   QString FClickedField;
   QHash<QString, int> FFitted;  // the widths of columns, by field
   int FHovered = -1;

@@ -56,8 +56,11 @@ std::unique_ptr<QTextDocument> MakeReport(const TShownMission& mission) {
       "p, td, th { color: black; font-size: 8pt; } .label { color: #555555; }"
       ".title { font-size: 17pt; font-weight: bold; margin: 0px; }"
       ".heading { font-size: 10.5pt; font-weight: bold; margin-top: 10px; margin-bottom: 2px; }"
+      ".damage { font-weight: bold; }"
       "table { border-color: #999999; }");
-  document->setHtml("<p class='title'>Shock report</p>" + FigureTable("Mission", HeaderFigures(mission.Data)) +
+  const QString damage =
+      mission.Damage.empty() ? QString() : "<p class='damage'>" + QtText(mission.Damage).toHtmlEscaped() + "</p>";
+  document->setHtml("<p class='title'>Shock report</p>" + damage + FigureTable("Mission", HeaderFigures(mission.Data)) +
                     FigureTable("Events", EventFigures(mission.Summary, mission.Events)) +
                     FigureTable("Sensors", SensorFigures(mission.Summary)) + ImportantTable(mission.Tables.Important, mission.Display.Formats));
   return document;
