@@ -18,6 +18,9 @@ constexpr std::string_view kViewButtons[] = {"dxBarOverview", "dxBarLargeShockVi
 constexpr std::string_view kOverviewItems[] = {"dxBarOverviewPrint", "dxBarOverviewExport"};
 constexpr std::string_view kShockItems[] = {"dxBarShockPrint", "dxBarShockExport"};
 constexpr std::string_view kReportItems[] = {"dxBarReportPrintOnly", "dxBarReportExportOnly"};
+constexpr std::string_view kEventsChartGroups[] = {"btngrpEventsChart"};
+constexpr std::string_view kShockChartGroups[] = {"btngrpShockSeries", "btngrpShockTools"};
+constexpr std::string_view kSensorsChartGroups[] = {"btngrpSensorsTools", "btngrpSensorsAxes"};
 constexpr std::string_view kSensorButtons[] = {"dxBarShowSensorGrid", "dxBarShowBatteryGrid"};
 constexpr std::string_view kOverviewGroups[] = {"btngrpNavigator", "btngrpLayout", "btngrpAlarm", "btngrpFiltering"};
 constexpr std::string_view kShockViewGroups[] = {"btngrpNavigator", "btngrpLayout", "btngrpShock",
@@ -71,7 +74,8 @@ std::vector<std::string_view> ClosedDockPanels(const IMainScreen& screen) {
 }
 
 void HideFileControls(IMainScreen& screen) {
-  Hide(screen, {kFileGroups, kViewButtons, kOverviewItems, kShockItems, kReportItems, kSensorButtons});
+  Hide(screen, {kFileGroups, kViewButtons, kOverviewItems, kShockItems, kReportItems, kSensorButtons,
+                kEventsChartGroups, kShockChartGroups, kSensorsChartGroups});
 }
 
 void EnterWelcomeState(IMainScreen& screen) {
@@ -87,8 +91,8 @@ void ShowViewButtons(IMainScreen& screen) {
 
 void SetViewOverview(IMainScreen& screen) {
   TRibbonUpdate ribbon(screen);
-  Hide(screen, {kShockItems, kShockGroups, kReportItems});
-  Show(screen, {kOverviewItems});
+  Hide(screen, {kShockItems, kShockGroups, kShockChartGroups, kReportItems});
+  Show(screen, {kOverviewItems, kEventsChartGroups, kSensorsChartGroups});
   Show(screen, {kOverviewGroups});
   screen.BringToFront("MainOverviewPanel");
   screen.SetChecked("actSetViewOverview");
@@ -100,7 +104,8 @@ void SetViewOverview(IMainScreen& screen) {
 
 void SetViewReport(IMainScreen& screen) {
   TRibbonUpdate ribbon(screen);
-  Hide(screen, {kOverviewItems, kShockItems, kShockGroups, kSensorButtons});
+  Hide(screen, {kOverviewItems, kShockItems, kShockGroups, kEventsChartGroups, kShockChartGroups, kSensorsChartGroups,
+                kSensorButtons});
   Show(screen, {kReportItems});
   CloseDockPanels(screen);
   Hide(screen, {kGroupsWithoutReport});
@@ -114,8 +119,8 @@ void SetViewReport(IMainScreen& screen) {
 
 void SetViewShock(IMainScreen& screen, std::optional<std::size_t> selectedEvent) {
   TRibbonUpdate ribbon(screen);
-  Hide(screen, {kOverviewItems, kReportItems});
-  Show(screen, {kShockItems});
+  Hide(screen, {kOverviewItems, kSensorsChartGroups, kReportItems});
+  Show(screen, {kShockItems, kEventsChartGroups, kShockChartGroups});
   screen.BringToFront("MainShockPanel");
   screen.SetChecked("actSetViewShock");
   screen.SelectRibbonTab("tabShock");

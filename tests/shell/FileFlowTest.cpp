@@ -123,8 +123,10 @@ hide pnlLoading; taskbar off; enable)log" +
                                 "show btngrpView dxBarOverview dxBarLargeShockView dxBarReport; "
                                 "selected 1; position 1; "  // the most intense event
                                 "ribbon suspended; hide dxBarShockPrint dxBarShockExport btngrpShock btngrpFilter"
+                                " btngrpShockSeries btngrpShockTools"
                                 " dxBarReportPrintOnly dxBarReportExportOnly; "
-                                "show dxBarOverviewPrint dxBarOverviewExport"
+                                "show dxBarOverviewPrint dxBarOverviewExport btngrpEventsChart"
+                                " btngrpSensorsTools btngrpSensorsAxes"
                                 " btngrpNavigator btngrpLayout btngrpAlarm btngrpFiltering; front MainOverviewPanel; "
                                 "check actSetViewOverview; show dxBarShowSensorGrid dxBarShowBatteryGrid" +
                                 kDockPanelNames +

@@ -12,7 +12,8 @@ TEST(ViewSwitch, ReportClosesTheDockPanelsAndStartsAtItsTop) {
   EXPECT_EQ(
       screen.Said(),
       "ribbon suspended; hide dxBarOverviewPrint dxBarOverviewExport dxBarShockPrint dxBarShockExport btngrpShock "
-      "btngrpFilter dxBarShowSensorGrid dxBarShowBatteryGrid; show dxBarReportPrintOnly dxBarReportExportOnly; hide" +
+      "btngrpFilter btngrpEventsChart btngrpShockSeries btngrpShockTools btngrpSensorsTools btngrpSensorsAxes "
+      "dxBarShowSensorGrid dxBarShowBatteryGrid; show dxBarReportPrintOnly dxBarReportExportOnly; hide" +
           kDockPanelNames +
           " btngrpNavigator btngrpLayout btngrpFiltering; front ReportPanel; check actSetViewReport; front "
           "dxLayoutReport; top scrlReport; ribbon resumed; show pnlEventCards; ");
@@ -22,8 +23,9 @@ TEST(ViewSwitch, ShockClosesTheSensorGridsAndFindsTheSelectedEventInBothGrids) {
   TLoggingScreen screen;
   SetViewShock(screen, 7);
   EXPECT_EQ(screen.Said(),
-            "ribbon suspended; hide dxBarOverviewPrint dxBarOverviewExport dxBarReportPrintOnly dxBarReportExportOnly; "
-            "show dxBarShockPrint dxBarShockExport; front MainShockPanel; check actSetViewShock; tab tabShock; show "
+            "ribbon suspended; hide dxBarOverviewPrint dxBarOverviewExport btngrpSensorsTools btngrpSensorsAxes "
+            "dxBarReportPrintOnly dxBarReportExportOnly; show dxBarShockPrint dxBarShockExport btngrpEventsChart "
+            "btngrpShockSeries btngrpShockTools; front MainShockPanel; check actSetViewShock; tab tabShock; show "
             "btngrpNavigator btngrpLayout btngrpShock btngrpFilter btngrpAlarm btngrpFiltering dxBarShowSensorGrid "
             "dxBarShowBatteryGrid dxDockPanelNavigator dxDockPanelMissionDetails; hide dxDockPanelSensorGridTemp "
             "dxDockPanelSensorGridBattery; repaint ChartNavigator; filtered events; position 7; ribbon resumed; "

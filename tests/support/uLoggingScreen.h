@@ -128,4 +128,5 @@ inline const std::string kFileControlNames =
     " btngrpNavigator btngrpView btngrpLayout btngrpFiltering btngrpShock btngrpFilter btngrpAlarm"
     " dxBarOverview dxBarLargeShockView dxBarReport"
     " dxBarOverviewPrint dxBarOverviewExport dxBarShockPrint dxBarShockExport"
-    " dxBarReportPrintOnly dxBarReportExportOnly dxBarShowSensorGrid dxBarShowBatteryGrid";
+    " dxBarReportPrintOnly dxBarReportExportOnly dxBarShowSensorGrid dxBarShowBatteryGrid"
+    " btngrpEventsChart btngrpShockSeries btngrpShockTools btngrpSensorsTools btngrpSensorsAxes";

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <utility>
 
 #include "base/uText.h"
@@ -9,7 +10,9 @@
 
 namespace {
 
-constexpr int kClipMargin = 10;     // px around the axis rect
+constexpr int kClipMargin = 14;     // px around the axis rect
+constexpr double kDot = 4.5;        // px
+constexpr double kLoneDot = 7;      // px from dot to dot
 constexpr double kPaperDetail = 4;  // columns a logical pixel where the output is enlarged later
 
 // The part of the segment inside the rect (Liang and Barsky); false when there is none. Coordinates may be anything
@@ -156,6 +159,28 @@ void DrawEnvelope(QCPPainter& painter, const QCPAxis& keys, const QCPAxis& value
   painter.restore();
 }
 
+void DrawLoneDots(QCPPainter& painter, const QCPAxis& keys, const QCPAxis& values,
+                  std::span<const TEnvelopePoint> points, const QColor& ink, double keyOffset, double keyScale) {
+  const QRectF bounds = QRectF(keys.axisRect()->rect()).adjusted(-kDot, -kDot, kDot, kDot);
+  const auto pixel = [&](std::size_t i) { return keys.coordToPixel(keyOffset + points[i].key * keyScale); };
+  // A break has the key of the point after it.
+  QList<QPointF> dots;
+  double before = -std::numeric_limits<double>::infinity();
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    if (std::isnan(points[i].value)) continue;
+    std::size_t next = i + 1;
+    if (next < points.size() && std::isnan(points[next].value)) ++next;
+    const double x = pixel(i);
+    const bool alone = x - before >= kLoneDot && (next >= points.size() || pixel(next) - x >= kLoneDot);
+    before = x;
+    const QPointF dot(x, values.coordToPixel(double{points[i].value}));
+    if (alone && bounds.contains(dot)) dots.append(dot);
+  }
+  painter.setAntialiasing(true);
+  painter.setPen(QPen(ink, kDot, Qt::SolidLine, Qt::RoundCap));
+  painter.drawPoints(dots.constData(), static_cast<int>(dots.size()));
+}
+
 void DrawWords(QCPPainter& painter, QPointF at, Qt::Alignment side, const QString& words, const QColor& ink,
                const QColor& ground, const QRect& inside) {
   QRectF box(QPointF(), QSizeF(painter.fontMetrics().size(0, words)));
@@ -177,7 +202,7 @@ void DrawWords(QCPPainter& painter, QPointF at, Qt::Alignment side, const QStrin
 }
 
 void DrawLevel(QCPPainter& painter, const QCPAxis& values, double value, const QString& name, const QColor& ink,
-               const QColor& ground, bool nameAbove) {
+               const QColor& ground, Qt::Alignment namePlace) {
   if (!std::isfinite(value) || !values.range().contains(value)) return;
   const QRect rect = values.axisRect()->rect();
   const double y = std::round(values.coordToPixel(value)) + 0.5;
@@ -185,8 +210,11 @@ void DrawLevel(QCPPainter& painter, const QCPAxis& values, double value, const Q
   pen.setDashPattern({6, 4});
   painter.setPen(pen);
   painter.drawLine(QPointF(rect.left(), y), QPointF(rect.right(), y));
-  DrawWords(painter, {rect.right() - 4.0, nameAbove ? y - 1 : y + 1},
-            Qt::AlignRight | (nameAbove ? Qt::AlignBottom : Qt::AlignTop), name, ink, ground, rect);
+  const bool right = namePlace.testFlag(Qt::AlignRight);
+  const bool above = namePlace.testFlag(Qt::AlignTop);
+  DrawWords(painter, {right ? rect.right() - 4.0 : rect.left() + 4.0, above ? y - 1 : y + 1},
+            (right ? Qt::AlignRight : Qt::AlignLeft) | (above ? Qt::AlignBottom : Qt::AlignTop), name, ink, ground,
+            rect);
 }
 
 QString Figure(double value) {

@@ -37,14 +37,18 @@ TColumns ColumnsOf(const QCPAxis& keys, const QCPPainter& painter, double from, 
 void DrawEnvelope(QCPPainter& painter, const QCPAxis& keys, const QCPAxis& values,
                   std::span<const TEnvelopePoint> points, const QPen& pen, double keyOffset = 0, double keyScale = 1);
 
+// A dot on each point that stands apart from its neighbours, so that there are never more dots than pixels.
+void DrawLoneDots(QCPPainter& painter, const QCPAxis& keys, const QCPAxis& values,
+                  std::span<const TEnvelopePoint> points, const QColor& ink, double keyOffset = 0, double keyScale = 1);
+
 // Words at a point, on the palette's base so that they stay readable over lines; moved to stay inside `inside`.
 void DrawWords(QCPPainter& painter, QPointF at, Qt::Alignment side, const QString& words, const QColor& ink,
                const QColor& ground, const QRect& inside);
 
-// A horizontal dashed line over the axis rect with its name above or below its right end; nothing when the value is out
-// of sight.
+// A horizontal dashed line over the axis rect with its name at one end, above (AlignTop) or below it; nothing when the
+// value is out of sight.
 void DrawLevel(QCPPainter& painter, const QCPAxis& values, double value, const QString& name, const QColor& ink,
-               const QColor& ground, bool nameAbove = true);
+               const QColor& ground, Qt::Alignment namePlace = Qt::AlignRight | Qt::AlignTop);
 
 // A number for people: two decimals, or powers of ten where these would hide it.
 QString Figure(double value);

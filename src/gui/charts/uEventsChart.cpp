@@ -8,24 +8,19 @@
 #include "analysis/uPointAbsorption.h"
 #include "base/uDateTime.h"
 #include "gui/charts/uInTimeOrder.h"
-#include "gui/charts/uSeriesColours.h"
+#include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
 
 namespace {
 
-constexpr double kReach = 8;             // px, how near to an event a click is meant for it
-constexpr float kTriggerInSight = 4.0F;  // times the largest peak; a level above would press the events flat
+constexpr double kReach = 8;         // px, how near to an event a click is meant for it
+constexpr double kLevelInSight = 4;  // times the largest peak; a level above would press the events flat
+constexpr double kTotalRadius = 3;   // px, of the dot behind
 constexpr std::size_t kNoAxis = 3;
 
 std::uint8_t AxisOf(const TEvent& event) {
   const std::size_t axis = std::string_view("XYZ").find(event.MaxAxis.front());
   return static_cast<std::uint8_t>(std::min(axis, kNoAxis));
-}
-
-// Dots that would run into each other are drawn smaller.
-double DotRadius(std::size_t points, int width) {
-  const double room = width / std::max(1.0, static_cast<double>(points));
-  return std::clamp(room / 3, 1.0, 3.0);
 }
 
 }  // namespace
@@ -52,6 +47,7 @@ void TEventsChart::Clear() {
   FTrigger.reset();
   FSelected.reset();
   FHovered.reset();
+  FDots.Clear();
   SetFullRange(std::nullopt);
 }
 
@@ -115,10 +111,44 @@ void TEventsChart::SetHoveredEvent(std::optional<std::size_t> index) {
   RedrawMarks();
 }
 
+void TEventsChart::SetPointAbsorption(bool on) {
+  if (FDots.Absorption() == on) return;
+  FDots.SetAbsorption(on);
+  QueueReplot();
+}
+
+void TEventsChart::SetColour(TSeries series, const QColor& colour) {
+  FColours[static_cast<std::size_t>(series)] = colour;
+  Restyle();
+}
+
+void TEventsChart::SetAlarmLimits(TAlarmLimits limits) {
+  FAlarm = limits;
+  RescaleValues();
+}
+
+void TEventsChart::SetMasks(TValueMasks masks) {
+  FMasks = std::move(masks);
+  RedrawMarks();
+}
+
 void TEventsChart::ScaleValues() {
-  const float trigger = FTrigger && *FTrigger <= FLargest * kTriggerInSight ? *FTrigger : 0.0F;
-  const double top = std::max(FLargest, trigger);
+  double top = FLargest;
+  const auto include = [&](double level) {
+    if (level <= FLargest * kLevelInSight) top = std::max(top, level);
+  };
+  if (FTrigger) include(*FTrigger);
+  if (FAlarm) include(FAlarm->second);
+  if (FAlarm) include(std::fabs(FAlarm->first));
   ValueAxis().setRange(0, top > 0 ? top * 1.1 : 1.0);
+}
+
+QColor TEventsChart::InkOf(TSeries series) const {
+  return InkOn(palette(), FColours[static_cast<std::size_t>(series)]);
+}
+
+QString TEventsChart::GText(double g) const {
+  return tr("%1 g").arg(QtText(MaskFloat(FMasks.acceleration, g)));
 }
 
 void TEventsChart::Restyle() {
@@ -126,34 +156,73 @@ void TEventsChart::Restyle() {
   const std::array names = {tr("X"), tr("Y"), tr("Z"), tr("Total")};
   std::vector<TLegendEntry> entries;
   for (std::size_t i = 0; i < names.size(); ++i) {
-    entries.push_back({names[i], InkOn(palette(), kAccelerationColours[i])});
+    entries.push_back({names[i], InkOf(static_cast<TSeries>(i))});
   }
   Legend().SetEntries(std::move(entries));
 }
 
-// The level stands behind, so that its name hides no peak.
+// The levels stand behind, so that their names hide no peak.
 void TEventsChart::PaintEvents(QCPPainter& painter) {
   if (FTimes.empty()) return;
   painter.setFont(font());
-  if (FTrigger) {
-    DrawLevel(painter, ValueAxis(), double{*FTrigger}, tr("trigger %1 g").arg(Figure(double{*FTrigger})), FaintInk(),
-              palette().color(QPalette::Base));
-  }
+  PaintLevels(painter);
   const auto [from, to] = TimeRange();
   const TColumns columns = ColumnsOf(TimeAxis(), painter, from, to);
   const auto key = [this](std::size_t i) { return FTimes[i]; };
   ColumnPeaks(
       FTimes.size(), key, [this](std::size_t i) { return FMax[i]; }, columns, FPeaks);
-  const double radius = DotRadius(FPeaks.size(), Rect().width());
-  const bool crowded = FPeaks.size() * 2 > static_cast<std::size_t>(Rect().width());
-  PaintStems(painter, FMax, InkOn(palette(), kAccelerationColours[kNoAxis]), crowded ? 0 : radius);
+  const bool crowded = static_cast<double>(FPeaks.size()) * 2 * kTotalRadius > Rect().width();
+  PaintStems(painter, FMax, InkOf(TSeries::Total), crowded ? 0 : kTotalRadius);
   for (std::size_t axis = 0; axis < kNoAxis; ++axis) {
     const auto single = [this, axis](std::size_t i) {
       return FAxes[i] == axis ? FMaxSingle[i] : std::numeric_limits<float>::quiet_NaN();
     };
     ColumnPeaks(FTimes.size(), key, single, columns, FPeaks);
-    PaintStems(painter, FMaxSingle, InkOn(palette(), kAccelerationColours[axis]), radius);
+    PaintStems(painter, FMaxSingle, InkOf(static_cast<TSeries>(axis)), 0);
   }
+  PaintDots(painter);
+}
+
+void TEventsChart::PaintLevels(QCPPainter& painter) const {
+  const QColor ground = palette().color(QPalette::Base);
+  if (FTrigger) {
+    DrawLevel(painter, ValueAxis(), double{*FTrigger}, tr("trigger %1 g").arg(Figure(double{*FTrigger})), FaintInk(),
+              ground);
+  }
+  if (!FAlarm) return;
+  // At the left, because the upper limit often is the trigger level.
+  const QColor ink = InkOn(palette(), kAlarmColour);
+  const auto [lower, upper] = *FAlarm;
+  const double size = std::fabs(lower);
+  const auto draw = [&](double level, const QString& name, bool above) {
+    DrawLevel(painter, ValueAxis(), level, tr("alarm %1 g").arg(name), ink, ground,
+              Qt::AlignLeft | (above ? Qt::AlignTop : Qt::AlignBottom));
+  };
+  if (size == upper) return draw(upper, "±" + Figure(upper), true);
+  draw(upper, Figure(upper), upper > size);
+  draw(size, Figure(lower), size > upper);
+}
+
+void TEventsChart::PaintDots(QCPPainter& painter) {
+  const QRect rect = Rect().rect();
+  FDots.Begin(rect, font(), bufferDevicePixelRatio());
+  // Both axes are linear; asking the axis for each of a million events takes longer than all the rest.
+  const QCPRange times = TimeAxis().range();
+  const QCPRange values = ValueAxis().range();
+  const double left = TimeAxis().coordToPixel(times.lower);
+  const double foot = ValueAxis().coordToPixel(values.lower);
+  const double perTime = rect.width() / times.size();
+  const double perG = rect.height() / values.size();
+  const double beside = 2 * kTotalRadius / perTime;  // of a dot that stands half in sight
+  const auto key = [this](std::size_t i) { return FTimes[i]; };
+  const std::size_t end = FirstAtOrAfter(FTimes.size(), key, times.upper + beside);
+  for (std::size_t i = FirstAtOrAfter(FTimes.size(), key, times.lower - beside); i < end; ++i) {
+    const double g = FAxes[i] == kNoAxis ? FMax[i] : FMaxSingle[i];
+    FDots.Add(left + (FTimes[i] - times.lower) * perTime, foot - (g - values.lower) * perG, i);
+  }
+  std::vector<QColor> inks;
+  for (std::size_t series = 0; series < kSeriesCount; ++series) inks.push_back(InkOf(static_cast<TSeries>(series)));
+  FDots.Paint(painter, inks, [this](std::size_t i) { return std::size_t{FAxes[i]}; });
 }
 
 void TEventsChart::PaintStems(QCPPainter& painter, const std::vector<float>& heights, const QColor& ink,
@@ -221,12 +290,32 @@ void TEventsChart::Clicked(const QPointF& position) {
   // The dots of the first and the last event stand half outside the axes.
   const QRectF reach = QRectF(Rect().rect()).adjusted(-kReach, 0, kReach, 0);
   if (!reach.contains(position)) return;
-  if (const auto place = PlaceNear(position)) emit EventClicked(IndexOf(*place));
+  // A point that holds several is its largest.
+  auto place = FDots.GroupAt(position);
+  if (!place) place = PlaceNear(position);
+  if (place) emit EventClicked(IndexOf(*place));
 }
 
 QString TEventsChart::CursorText(const QPointF& position) const {
-  QString pointed = tr("%1 g").arg(Figure(ValueAxis().pixelToCoord(position.y())));
-  const auto place = PlaceNear(position);
+  QString pointed = GText(ValueAxis().pixelToCoord(position.y()));
+  auto place = FDots.GroupAt(position);
+  if (!place) place = PlaceNear(position);
   if (!place) return pointed;
-  return tr("%1  ·  event %2: %3 g").arg(pointed).arg(IndexOf(*place)).arg(Figure(double{FMax[*place]}));
+  return tr("%1  ·  event %2: %3").arg(pointed).arg(IndexOf(*place)).arg(GText(double{FMax[*place]}));
+}
+
+std::vector<TTimeChart::TReading> TEventsChart::ReadingsAt(double time) const {
+  // The foot of a stem is nearest to the line that crosses it.
+  const auto place = PlaceNear({TimeAxis().coordToPixel(time), static_cast<double>(Rect().rect().bottom())});
+  if (!place) return {};
+  const QPointF at(TimeAxis().coordToPixel(FTimes[*place]), ValueAxis().coordToPixel(double{FMax[*place]}));
+  const QColor text = palette().color(QPalette::Text);
+  std::vector<TReading> readings = {{tr("event %1").arg(IndexOf(*place)), text, std::nullopt},
+                                    {tr("peak %1").arg(GText(double{FMax[*place]})), InkOf(TSeries::Total), at}};
+  if (FAxes[*place] != kNoAxis) {
+    const std::array names = {tr("X"), tr("Y"), tr("Z")};
+    readings.push_back({tr("%1 %2").arg(names[FAxes[*place]], GText(double{FMaxSingle[*place]})),
+                        InkOf(static_cast<TSeries>(FAxes[*place])), std::nullopt});
+  }
+  return readings;
 }

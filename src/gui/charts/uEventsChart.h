@@ -6,6 +6,8 @@
 #include <optional>
 #include <vector>
 
+#include "gui/charts/uEventDots.h"
+#include "gui/charts/uSeries.h"
 #include "gui/charts/uTimeChart.h"
 #include "model/uEvents.h"
 #include "model/uGlobalSharedVariables.h"
@@ -23,12 +25,23 @@ class TEventsChart final : public TTimeChart {
   void SetSelectedEvent(std::optional<std::size_t> index);
   void SetHoveredEvent(std::optional<std::size_t> index);
 
+  // Points that would overlap become a bigger one, drawn at the largest of them, that says how many it holds; on at
+  // first. Else every event has a point of its own.
+  void SetPointAbsorption(bool on);
+  void SetColour(TSeries series, const QColor& colour);
+  // Of the acceleration, in g: a line at the upper limit, and one at the size of the lower where that is another,
+  // because peaks have no sign.
+  void SetAlarmLimits(TAlarmLimits limits);
+  void SetMasks(TValueMasks masks);
+  void SetValueAxisLocked(bool locked) { LockAxis(ValueAxis(), locked); }
+
  signals:
   void EventClicked(std::size_t index);
 
  protected:
   void Clicked(const QPointF& position) override;
   [[nodiscard]] QString CursorText(const QPointF& position) const override;
+  [[nodiscard]] std::vector<TReading> ReadingsAt(double time) const override;
   void ScaleValues() override;
   void Restyle() override;
 
@@ -43,17 +56,25 @@ class TEventsChart final : public TTimeChart {
   [[nodiscard]] std::optional<std::size_t> PlaceNear(const QPointF& position) const;
   [[nodiscard]] std::size_t IndexOf(std::size_t place) const { return FIndexes.empty() ? place : FIndexes[place]; }
   void SortByTime();
+  [[nodiscard]] QColor InkOf(TSeries series) const;
+  [[nodiscard]] QString GText(double g) const;
   void PaintEvents(QCPPainter& painter);
+  void PaintLevels(QCPPainter& painter) const;
   void PaintStems(QCPPainter& painter, const std::vector<float>& heights, const QColor& ink, double radius);
+  void PaintDots(QCPPainter& painter);
   void PaintMark(QCPPainter& painter, const TMark& mark) const;
 
   // In the order of time.
   std::vector<double> FTimes;
-  std::vector<float> FMax, FMaxSingle;             // g
-  std::vector<std::uint8_t> FAxes;                 // of the peak: 0 x, 1 y, 2 z, 3 none
-  std::vector<std::uint32_t> FIndexes;             // in the list; empty while every place is its index
-  float FLargest = 0;                              // g, of all finite peaks
-  std::optional<float> FTrigger;                   // g
+  std::vector<float> FMax, FMaxSingle;  // g
+  std::vector<std::uint8_t> FAxes;      // of the peak: 0 x, 1 y, 2 z, 3 none
+  std::vector<std::uint32_t> FIndexes;  // in the list; empty while every place is its index
+  float FLargest = 0;                   // g, of all finite peaks
+  std::optional<float> FTrigger;        // g
+  TAlarmLimits FAlarm;                  // g
+  TSeriesColours FColours = kAccelerationColours;
+  TValueMasks FMasks;
+  TEventDots FDots;
   std::optional<std::size_t> FSelected, FHovered;  // places
   std::vector<std::size_t> FPeaks;                 // of a replot, kept for its memory
 };

@@ -3,7 +3,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <iterator>
+#include <limits>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -44,6 +47,30 @@ class TInTimeOrder {
   std::span<const TSample> FSamples;
   std::vector<TSample> FCopy;
 };
+
+// Of `count` samples in the order of time the one with the least distance(i) px from a position; none where no
+// distance is finite. across(i) px is the part of it along the axis of time; it grows on both sides of `start`, which
+// is the sample nearest in time. Where very many share a pixel only the nearest of them are looked at.
+template <class TAcross, class TDistance>
+std::optional<std::size_t> NearestOnScreen(std::size_t count, std::size_t start, const TAcross& across,
+                                           const TDistance& distance) {
+  constexpr std::size_t kMostSteps = 20000;  // on each side
+  std::optional<std::size_t> nearest;
+  double least = std::numeric_limits<double>::infinity();
+  // False where all beyond is farther away.
+  const auto look = [&](std::size_t i) {
+    if (across(i) >= least) return false;
+    const double found = distance(i);
+    if (found < least) {
+      least = found;
+      nearest = i;
+    }
+    return true;
+  };
+  for (std::size_t i = start; i < count && i - start < kMostSteps && look(i);) ++i;
+  for (std::size_t i = start; i > 0 && start - i < kMostSteps && look(i - 1);) --i;
+  return nearest;
+}
 
 // The start of a mission as an axis can take it: a date-time that is none, or far from every calendar, becomes 0.
 inline double DrawableStart(double startTime) {

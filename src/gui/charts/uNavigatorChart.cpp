@@ -138,7 +138,7 @@ void TNavigatorChart::PaintOverview(QCPPainter& painter) {
     Envelope(
         readings.size(), [readings](std::size_t i) { return readings[i].time; },
         [readings](std::size_t i) { return readings[i].xvalue; }, columns, FEnvelope);
-    DrawEnvelope(painter, TimeAxis(), ValueAxis(), FEnvelope, QPen(InkOf(palette(), FLook), 1.2), FStart,
+    DrawEnvelope(painter, TimeAxis(), ValueAxis(), FEnvelope, QPen(SensorInk(palette(), FLook.colour), 1.2), FStart,
                  1 / kMsPerDay);
   } else {
     Envelope(

@@ -6,7 +6,6 @@
 
 #include "analysis/uThresholdIntervals.h"
 #include "base/uDateTime.h"
-#include "gui/charts/uSeriesColours.h"
 #include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
 
@@ -14,7 +13,13 @@ namespace {
 
 constexpr double kLineWidth = 1.2;
 constexpr double kLevelInSight = 4;  // times the largest value; a level above would press the event flat
+constexpr TSeries kAllSeries[] = {TSeries::X, TSeries::Y, TSeries::Z, TSeries::Total};
 constexpr double kWordsRoom = 0.08;  // of the values, above and below, for the name of the peak
+
+QString NameOf(TSeries series) {
+  const std::array names = {QObject::tr("X"), QObject::tr("Y"), QObject::tr("Z"), QObject::tr("Total")};
+  return names[static_cast<std::size_t>(series)];
+}
 
 }  // namespace
 
@@ -41,6 +46,7 @@ void TSelectedEventChart::Clear() {
   FPeak.reset();
   Legend().SetTitle({});
   SetFullRange(std::nullopt);
+  emit SamplesChanged();
 }
 
 void TSelectedEventChart::ShowEvent(const TEventList& events, std::size_t index, const TMissionData& mission) {
@@ -62,6 +68,7 @@ void TSelectedEventChart::ShowEvent(const TEventList& events, std::size_t index,
           .arg(event.ID)
           .arg(QtText(when), Figure(double{event.Max}), Figure(double{event.MaxSingle}), QtText(event.MaxAxis)));
   SetFullRange(std::pair(samples.front().time - FStart, samples.back().time - FStart));
+  emit SamplesChanged();
 }
 
 float TSelectedEventChart::ValueOf(const TEventValue& sample, TSeries series) {
@@ -116,8 +123,23 @@ void TSelectedEventChart::SetSeriesVisible(TSeries series, bool visible) {
   bool& now = FVisible[static_cast<std::size_t>(series)];
   if (now == visible) return;
   now = visible;
-  ScaleValues();
+  RescaleValues();
   Restyle();
+}
+
+void TSelectedEventChart::SetColour(TSeries series, const QColor& colour) {
+  FColours[static_cast<std::size_t>(series)] = colour;
+  Restyle();
+}
+
+void TSelectedEventChart::SetAlarmLimits(TAlarmLimits limits) {
+  FAlarm = limits;
+  RescaleValues();
+}
+
+void TSelectedEventChart::SetMasks(TValueMasks masks) {
+  FMasks = std::move(masks);
+  RedrawMarks();
 }
 
 void TSelectedEventChart::ScaleValues() {
@@ -133,20 +155,21 @@ void TSelectedEventChart::ScaleValues() {
   for (const double level : {FLevels.totOn, FLevels.totOff}) {
     if (level > 0 && level <= size * kLevelInSight) largest = std::max(largest, level);
   }
+  if (FAlarm && std::fabs(FAlarm->first) <= size * kLevelInSight) least = std::min(least, FAlarm->first);
+  if (FAlarm && std::fabs(FAlarm->second) <= size * kLevelInSight) largest = std::max(largest, FAlarm->second);
   const QCPRange range = ScaleAround(least, largest);
   const double room = range.size() * kWordsRoom;
   ValueAxis().setRange(range.lower - room, range.upper + room);
 }
 
-QColor TSelectedEventChart::InkOf(std::size_t series) const {
-  return InkOn(palette(), kAccelerationColours[series]);
+QColor TSelectedEventChart::InkOf(TSeries series) const {
+  return InkOn(palette(), FColours[static_cast<std::size_t>(series)]);
 }
 
 void TSelectedEventChart::Restyle() {
   TTimeChart::Restyle();
-  const std::array names = {tr("X"), tr("Y"), tr("Z"), tr("Total")};
   std::vector<TLegendEntry> entries;
-  for (std::size_t i = 0; i < kSeriesCount; ++i) entries.push_back({names[i], InkOf(i), FVisible[i]});
+  for (const TSeries series : kAllSeries) entries.push_back({NameOf(series), InkOf(series), IsSeriesVisible(series)});
   Legend().SetEntries(std::move(entries));
 }
 
@@ -189,23 +212,34 @@ void TSelectedEventChart::PaintSeries(QCPPainter& painter) {
         samples.size(), [samples](std::size_t i) { return samples[i].time; },
         [samples, series](std::size_t i) { return ValueOf(samples[i], series); }, columns, FEnvelope);
     painter.setAntialiasing(true);
-    DrawEnvelope(painter, TimeAxis(), ValueAxis(), FEnvelope, QPen(InkOf(static_cast<std::size_t>(series)), kLineWidth),
-                 -FStart);
+    DrawEnvelope(painter, TimeAxis(), ValueAxis(), FEnvelope, QPen(InkOf(series), kLineWidth), -FStart);
+    if (PointsVisible()) DrawLoneDots(painter, TimeAxis(), ValueAxis(), FEnvelope, InkOf(series), -FStart);
   }
 }
 
 void TSelectedEventChart::PaintLevels(QCPPainter& painter) const {
   const QColor ground = palette().color(QPalette::Base);
+  constexpr Qt::Alignment kAbove = Qt::AlignRight | Qt::AlignTop;
+  constexpr Qt::Alignment kBelow = Qt::AlignRight | Qt::AlignBottom;
   painter.setAntialiasing(false);
   const double on = FLevels.totOn;
   const double off = FLevels.totOff;
   if (on == off) {
     DrawLevel(painter, ValueAxis(), on, tr("ToT on, off %1 g").arg(Figure(on)), FaintInk(), ground);
-    return;
+  } else {
+    // The names stand away from each other, however near the lines are.
+    DrawLevel(painter, ValueAxis(), on, tr("ToT on %1 g").arg(Figure(on)), FaintInk(), ground,
+              on > off ? kAbove : kBelow);
+    DrawLevel(painter, ValueAxis(), off, tr("ToT off %1 g").arg(Figure(off)), FaintInk(), ground,
+              off > on ? kAbove : kBelow);
   }
-  // The names stand away from each other, however near the lines are.
-  DrawLevel(painter, ValueAxis(), on, tr("ToT on %1 g").arg(Figure(on)), FaintInk(), ground, on > off);
-  DrawLevel(painter, ValueAxis(), off, tr("ToT off %1 g").arg(Figure(off)), FaintInk(), ground, off > on);
+  if (!FAlarm) return;
+  // At the left, because the upper limit often is the level that switches on.
+  const QColor ink = InkOn(palette(), kAlarmColour);
+  DrawLevel(painter, ValueAxis(), FAlarm->second, tr("alarm %1 g").arg(Figure(FAlarm->second)), ink, ground,
+            Qt::AlignLeft | Qt::AlignTop);
+  DrawLevel(painter, ValueAxis(), FAlarm->first, tr("alarm %1 g").arg(Figure(FAlarm->first)), ink, ground,
+            Qt::AlignLeft | Qt::AlignBottom);
 }
 
 void TSelectedEventChart::PaintPeak(QCPPainter& painter) const {
@@ -232,14 +266,56 @@ void TSelectedEventChart::Clicked(const QPointF& position) {
 }
 
 QString TSelectedEventChart::CursorText(const QPointF& position) const {
-  const auto samples = FSamples.Samples();
-  if (samples.empty()) return {};
-  const TEventValue& sample = samples[FSamples.Nearest(TimeAxis().pixelToCoord(position.x()) + FStart)];
-  const std::array names = {tr("X"), tr("Y"), tr("Z"), tr("Total")};
   QStringList values;
-  for (std::size_t i = 0; i < kSeriesCount; ++i) {
-    if (!FVisible[i]) continue;
-    values.append(tr("%1 %2 g").arg(names[i], Figure(double{ValueOf(sample, static_cast<TSeries>(i))})));
-  }
+  for (const TReading& reading : ReadingsAt(TimeAxis().pixelToCoord(position.x()))) values.append(reading.text);
   return values.join("  ·  ");
+}
+
+QString TSelectedEventChart::MomentText(double time) const {
+  return tr("%1 ms").arg(QtText(MaskFloat(FMasks.time, Samples()[NearestSample(time)].time - FStart)));
+}
+
+QPointF TSelectedEventChart::PlaceOf(const TEventValue& sample, TSeries series) const {
+  return {TimeAxis().coordToPixel(sample.time - FStart), ValueAxis().coordToPixel(double{ValueOf(sample, series)})};
+}
+
+TTimeChart::TReading TSelectedEventChart::ReadingOf(const TEventValue& sample, TSeries series) const {
+  const double value = ValueOf(sample, series);
+  const QString text = tr("%1 %2 g").arg(NameOf(series), QtText(MaskFloat(FMasks.acceleration, value)));
+  if (!std::isfinite(value)) return {text, InkOf(series), std::nullopt};
+  return {text, InkOf(series), PlaceOf(sample, series)};
+}
+
+std::vector<TTimeChart::TReading> TSelectedEventChart::ReadingsAt(double time) const {
+  std::vector<TReading> readings;
+  if (Samples().empty()) return readings;
+  const TEventValue& sample = Samples()[NearestSample(time)];
+  for (const TSeries series : kAllSeries) {
+    if (IsSeriesVisible(series)) readings.push_back(ReadingOf(sample, series));
+  }
+  return readings;
+}
+
+std::optional<TTimeChart::TReading> TSelectedEventChart::NearestTo(const QPointF& position) const {
+  const auto samples = Samples();
+  if (samples.empty()) return std::nullopt;
+  const auto across = [&](std::size_t i) {
+    return std::fabs(TimeAxis().coordToPixel(samples[i].time - FStart) - position.x());
+  };
+  std::optional<TReading> nearest;
+  double least = std::numeric_limits<double>::infinity();
+  for (const TSeries series : kAllSeries) {
+    if (!IsSeriesVisible(series)) continue;
+    const auto distance = [&](std::size_t i) {
+      const QPointF away = PlaceOf(samples[i], series) - position;
+      return std::hypot(away.x(), away.y());
+    };
+    const auto found =
+        NearestOnScreen(samples.size(), NearestSample(TimeAxis().pixelToCoord(position.x())), across, distance);
+    if (!found || distance(*found) >= least) continue;
+    least = distance(*found);
+    nearest = ReadingOf(samples[*found], series);
+    nearest->text += tr(" at %1").arg(MomentText(samples[*found].time - FStart));
+  }
+  return nearest;
 }

@@ -3,17 +3,16 @@
 
 #include <array>
 #include <optional>
+#include <span>
 #include <utility>
 #include <vector>
 
 #include "analysis/uShockMetrics.h"
 #include "gui/charts/uInTimeOrder.h"
+#include "gui/charts/uSeries.h"
 #include "gui/charts/uTimeChart.h"
 #include "model/uEvents.h"
 #include "model/uGlobalSharedVariables.h"
-
-enum class TSeries { X, Y, Z, Total };
-inline constexpr std::size_t kSeriesCount = 4;
 
 class TSelectedEventChart final : public TTimeChart {
   Q_OBJECT
@@ -24,17 +23,36 @@ class TSelectedEventChart final : public TTimeChart {
   // Borrows the event's samples until Clear or the next call; an index past the list clears. Shows the whole event.
   void ShowEvent(const TEventList& events, std::size_t index, const TMissionData& mission);
   void Clear() override;
-  // The axes are visible at first, the total is not. Stays from event to event.
+  // What is shown, in the order of time, until SamplesChanged or Clear; time 0 of the axis is at StartMs.
+  [[nodiscard]] std::span<const TEventValue> Samples() const { return FSamples.Samples(); }
+  [[nodiscard]] double StartMs() const { return FStart; }
+  // The sample nearest to a time of the axis; there is one.
+  [[nodiscard]] std::size_t NearestSample(double ms) const { return FSamples.Nearest(ms + FStart); }
+  // g of one sample; the total is the vector magnitude.
+  static float ValueOf(const TEventValue& sample, TSeries series);
+
+  // All of these stay from event to event.
+  // The axes are visible at first, the total is not.
   void SetSeriesVisible(TSeries series, bool visible);
   [[nodiscard]] bool IsSeriesVisible(TSeries series) const { return FVisible[static_cast<std::size_t>(series)]; }
+  void SetColour(TSeries series, const QColor& colour);
+  // Of the acceleration, in g, as lines.
+  void SetAlarmLimits(TAlarmLimits limits);
+  void SetMasks(TValueMasks masks);
+  void SetValueAxisLocked(bool locked) { LockAxis(ValueAxis(), locked); }
 
  signals:
   // The user showed or hid a series in the legend.
   void SeriesVisibleChanged(TSeries series, bool visible);
+  void SamplesChanged();
 
  protected:
   void Clicked(const QPointF& position) override;
   [[nodiscard]] QString CursorText(const QPointF& position) const override;
+  [[nodiscard]] std::vector<TReading> ReadingsAt(double time) const override;
+  [[nodiscard]] std::optional<TReading> NearestTo(const QPointF& position) const override;
+  // Of the sample that is read there.
+  [[nodiscard]] QString MomentText(double time) const override;
   void ScaleValues() override;
   void Restyle() override;
 
@@ -44,12 +62,13 @@ class TSelectedEventChart final : public TTimeChart {
     float value;  // g, signed
   };
 
-  // g of one sample; the total is the vector magnitude.
-  static float ValueOf(const TEventValue& sample, TSeries series);
   void Measure();
   void FindPeak(const TEvent& event);
   void FindIntervals(const TEvent& event);
-  [[nodiscard]] QColor InkOf(std::size_t series) const;
+  [[nodiscard]] QColor InkOf(TSeries series) const;
+  [[nodiscard]] QPointF PlaceOf(const TEventValue& sample, TSeries series) const;
+  // "X 1.25 g"
+  [[nodiscard]] TReading ReadingOf(const TEventValue& sample, TSeries series) const;
   void PaintIntervals(QCPPainter& painter) const;
   void PaintSeries(QCPPainter& painter);
   void PaintLevels(QCPPainter& painter) const;
@@ -58,6 +77,9 @@ class TSelectedEventChart final : public TTimeChart {
   TInTimeOrder<TEventValue> FSamples;
   double FStart = 0;  // ms since the mission's start
   TThresholds FLevels{};
+  TAlarmLimits FAlarm;  // g
+  TValueMasks FMasks;
+  TSeriesColours FColours = kAccelerationColours;
   std::array<bool, kSeriesCount> FVisible = {true, true, true, false};
   std::array<std::pair<float, float>, kSeriesCount> FExtent{};  // g, least and largest of the finite values
   std::vector<std::pair<double, double>> FIntervals;            // ms from the start, over the levels

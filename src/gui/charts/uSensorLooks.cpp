@@ -39,7 +39,7 @@ TSensorLook LookOf(std::string_view sensorName) {
           row.scale.empty() ? unit : QtText(row.scale)};
 }
 
-QColor InkOf(const QPalette& palette, const TSensorLook& look) {
-  const QColor ink = InkOn(palette, look.colour);
-  return IsDark(palette) && look.colour.value() < kDarkShade ? ink.lighter(kLighter) : ink;
+QColor SensorInk(const QPalette& palette, const QColor& colour) {
+  const QColor ink = InkOn(palette, colour);
+  return IsDark(palette) && colour.value() < kDarkShade ? ink.lighter(kLighter) : ink;
 }

@@ -21,5 +21,9 @@ struct TSensorLook {
 
 TSensorLook LookOf(std::string_view sensorName);
 
-// The colour as it is drawn on this palette; dark and bright ones of one hue stay apart on dark ground.
-QColor InkOf(const QPalette& palette, const TSensorLook& look);
+// The colours of the four value axes, on light ground.
+inline const std::array<QColor, kSensorAxisCount> kSensorAxisColours = {QColor(0x000000U), QColor(0xFF0000U),
+                                                                        QColor(0x0000FFU), QColor(0x008000U)};
+
+// A colour as it is drawn on this palette; dark and bright ones of one hue stay apart on dark ground.
+QColor SensorInk(const QPalette& palette, const QColor& colour);

@@ -1,9 +1,9 @@
 #include "gui/charts/uSensorsChart.h"
 
-#include <QSet>
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <set>
 #include <utility>
 
 #include "analysis/uPointAbsorption.h"
@@ -13,7 +13,8 @@
 namespace {
 
 constexpr double kLineWidth = 1.2;
-constexpr qsizetype kMostCursorValues = 12;
+constexpr std::size_t kMostCursorValues = 12;
+constexpr qsizetype kLongestName = 60;
 constexpr int kAxisGap = 8;  // px between an inner and an outer axis
 // The axis whose ticks the horizontal grid lines follow is the first of these that is drawn.
 constexpr TSensorAxis kGridOrder[] = {TSensorAxis::LeftOuter, TSensorAxis::LeftInner, TSensorAxis::RightInner,
@@ -66,6 +67,7 @@ void TSensorsChart::SetSensors(const TSensorList& sensors, double startTime) {
     range = range ? std::pair(std::min(range->first, first), std::max(range->second, last)) : std::pair(first, last);
     FListed.push_back(FSeries.size() - 1);
   }
+  TakeNamesAndColours();
   ChooseVisible();
   FillLegend();
   SetFullRange(range);
@@ -74,7 +76,7 @@ void TSensorsChart::SetSensors(const TSensorList& sensors, double startTime) {
 
 TSensorsChart::TSensorSeries TSensorsChart::MakeSeries(const TSensor& sensor) const {
   TSensorSeries series;
-  series.name = QtText(sensor.Name);
+  series.sensor = sensor.Name;
   series.look = LookOf(sensor.Name);
   series.readings.Set(sensor.Values());
   float least = std::numeric_limits<float>::infinity();
@@ -101,11 +103,11 @@ void TSensorsChart::ChooseVisible() {
     least = series.look.rank;
     scale = series.look.scale;
   }
-  QSet<QString> shown;  // of several sensors of one name the first is enough to start with
+  std::set<std::string_view> shown;  // of several sensors of one name the first is enough to start with
   for (TSensorSeries& series : FSeries) {
     const bool fits = series.look.axis != TSensorAxis::LeftInner || series.look.scale == scale;
-    series.visible = fits && !series.readings.Samples().empty() && !shown.contains(series.name);
-    if (series.visible) shown.insert(series.name);
+    series.visible = fits && !series.readings.Samples().empty() && !shown.contains(series.sensor);
+    if (series.visible) shown.insert(series.sensor);
   }
 }
 
@@ -123,6 +125,43 @@ void TSensorsChart::SetSensorVisible(std::size_t index, bool visible) {
 
 bool TSensorsChart::IsSensorVisible(std::size_t index) const {
   return index < FSeries.size() && FSeries[index].visible;
+}
+
+void TSensorsChart::SetSensorColour(std::string_view sensor, const QColor& colour) {
+  FColours[std::string(sensor)] = colour;
+  TakeNamesAndColours();
+  Restyle();
+}
+
+void TSensorsChart::SetSensorNames(std::map<std::string, std::string> names) {
+  FNames = std::move(names);
+  TakeNamesAndColours();
+  Restyle();
+}
+
+void TSensorsChart::TakeNamesAndColours() {
+  for (TSensorSeries& series : FSeries) {
+    const auto name = FNames.find(series.sensor);
+    series.name = name == FNames.end() ? QString() : ShownText(name->second, kLongestName).trimmed();
+    if (series.name.isEmpty()) series.name = ShownText(series.sensor, kLongestName);
+    const auto colour = FColours.find(series.sensor);
+    if (colour != FColours.end()) series.look.colour = colour->second;
+  }
+}
+
+void TSensorsChart::SetAlarmLimits(std::map<std::string, std::pair<double, double>> limits) {
+  FAlarms = std::move(limits);
+  QueueReplot();
+}
+
+void TSensorsChart::SetAxisColour(TSensorAxis axis, const QColor& colour) {
+  FAxisColours[static_cast<std::size_t>(axis)] = colour;
+  SetUpAxes();
+}
+
+void TSensorsChart::SetAxisLocked(TSensorAxis axis, bool locked) {
+  PrepareExtraAxes();
+  LockAxis(AxisOf(axis), locked);
 }
 
 void TSensorsChart::ScaleValues() {
@@ -144,11 +183,10 @@ void TSensorsChart::ScaleAxis(TSensorAxis axis) {
 void TSensorsChart::SetUpAxes() {
   for (std::size_t i = 0; i < kSensorAxisCount; ++i) {
     if (!FAxes[i]) continue;
-    const auto first = std::ranges::find_if(FSeries, [i](const TSensorSeries& series) {
+    FAxes[i]->setVisible(std::ranges::any_of(FSeries, [i](const TSensorSeries& series) {
       return series.visible && series.look.axis == static_cast<TSensorAxis>(i);
-    });
-    FAxes[i]->setVisible(first != FSeries.end());
-    if (first != FSeries.end()) StyleAxis(*FAxes[i], InkOf(palette(), first->look));
+    }));
+    StyleAxis(*FAxes[i], SensorInk(palette(), FAxisColours[i]));
   }
   bool taken = false;
   for (const TSensorAxis axis : kGridOrder) {
@@ -171,7 +209,7 @@ void TSensorsChart::FillLegend() {
   std::vector<TLegendEntry> entries;
   for (const std::size_t index : FListed) {
     const TSensorSeries& series = FSeries[index];
-    entries.push_back({series.name, InkOf(palette(), series.look), series.visible});
+    entries.push_back({series.name, InkOf(series), series.visible});
   }
   Legend().SetEntries(std::move(entries));
 }
@@ -207,6 +245,7 @@ double TSensorsChart::MsOf(double dateTime) const {
 }
 
 void TSensorsChart::PaintSensors(QCPPainter& painter) {
+  PaintAlarms(painter);
   const auto [from, to] = TimeRange();
   const TColumns columns = ColumnsOf(TimeAxis(), painter, MsOf(from), MsOf(to));
   for (const TSensorSeries& series : FSeries) {
@@ -215,8 +254,27 @@ void TSensorsChart::PaintSensors(QCPPainter& painter) {
     Envelope(
         readings.size(), [readings](std::size_t i) { return readings[i].time; },
         [readings](std::size_t i) { return readings[i].xvalue; }, columns, FEnvelope);
-    DrawEnvelope(painter, TimeAxis(), AxisOf(series.look.axis), FEnvelope,
-                 QPen(InkOf(palette(), series.look), kLineWidth), FStart, 1 / kMsPerDay);
+    painter.setAntialiasing(true);
+    const QCPAxis& values = AxisOf(series.look.axis);
+    DrawEnvelope(painter, TimeAxis(), values, FEnvelope, QPen(InkOf(series), kLineWidth), FStart, 1 / kMsPerDay);
+    if (PointsVisible()) DrawLoneDots(painter, TimeAxis(), values, FEnvelope, InkOf(series), FStart, 1 / kMsPerDay);
+  }
+}
+
+void TSensorsChart::PaintAlarms(QCPPainter& painter) const {
+  painter.setFont(font());
+  painter.setAntialiasing(false);
+  std::set<std::string_view> drawn;  // several sensors of one name share their limits
+  for (const TSensorSeries& series : FSeries) {
+    const auto limits = FAlarms.find(series.sensor);
+    if (!series.visible || limits == FAlarms.end() || !drawn.insert(series.sensor).second) continue;
+    const auto draw = [&](double limit, Qt::AlignmentFlag side) {
+      const QString name = tr("%1 alarm %2 %3").arg(series.name, Figure(limit), series.look.unit).trimmed();
+      DrawLevel(painter, AxisOf(series.look.axis), limit, name, InkOf(series), palette().color(QPalette::Base),
+                Qt::AlignLeft | side);
+    };
+    draw(limits->second.second, Qt::AlignTop);
+    draw(limits->second.first, Qt::AlignBottom);
   }
 }
 
@@ -228,18 +286,57 @@ void TSensorsChart::Clicked(const QPointF& position) {
   emit SensorVisibleChanged(index, FSeries[index].visible);
 }
 
+QPointF TSensorsChart::PlaceOf(const TSensorSeries& series, const TSensorValue& reading) const {
+  return {TimeAxis().coordToPixel(DateTimeOf(FStart, reading.time)),
+          AxisOf(series.look.axis).coordToPixel(double{reading.xvalue})};
+}
+
+TTimeChart::TReading TSensorsChart::ReadingOf(const TSensorSeries& series, const TSensorValue& reading) const {
+  const bool finite = std::isfinite(reading.xvalue);
+  const QString number = finite ? Figure(double{reading.xvalue}) : QString("–");
+  TReading result{QString("%1 %2 %3").arg(series.name, number, series.look.unit).trimmed(), InkOf(series),
+                  std::nullopt};
+  if (finite) result.at = PlaceOf(series, reading);
+  return result;
+}
+
 QString TSensorsChart::CursorText(const QPointF& position) const {
-  const double ms = MsOf(TimeAxis().pixelToCoord(position.x()));
   QStringList values;
+  for (const TReading& reading : ReadingsAt(TimeAxis().pixelToCoord(position.x()))) values.append(reading.text);
+  return values.join("  ·  ");
+}
+
+std::vector<TTimeChart::TReading> TSensorsChart::ReadingsAt(double time) const {
+  const double ms = MsOf(time);
+  std::vector<TReading> readings;
   for (const TSensorSeries& series : FSeries) {
-    if (!series.visible) continue;
-    if (values.size() == kMostCursorValues) {
-      values.append("…");
+    if (!series.visible || series.readings.Samples().empty()) continue;
+    if (readings.size() == kMostCursorValues) {
+      readings.push_back({"…", FaintInk(), std::nullopt});
       break;
     }
-    const float value = series.readings.Samples()[series.readings.Nearest(ms)].xvalue;
-    const QString number = std::isfinite(value) ? Figure(double{value}) : QString("–");
-    values.append(QString("%1 %2 %3").arg(series.name, number, series.look.unit).trimmed());
+    readings.push_back(ReadingOf(series, series.readings.Samples()[series.readings.Nearest(ms)]));
   }
-  return values.join("  ·  ");
+  return readings;
+}
+
+std::optional<TTimeChart::TReading> TSensorsChart::NearestTo(const QPointF& position) const {
+  const double ms = MsOf(TimeAxis().pixelToCoord(position.x()));
+  std::optional<TReading> nearest;
+  double least = std::numeric_limits<double>::infinity();
+  for (const TSensorSeries& series : FSeries) {
+    if (!series.visible || !series.hasValues) continue;
+    const auto readings = series.readings.Samples();
+    const auto across = [&](std::size_t i) { return std::fabs(PlaceOf(series, readings[i]).x() - position.x()); };
+    const auto distance = [&](std::size_t i) {
+      const QPointF away = PlaceOf(series, readings[i]) - position;
+      return std::hypot(away.x(), away.y());
+    };
+    const auto found = NearestOnScreen(readings.size(), series.readings.Nearest(ms), across, distance);
+    if (!found || distance(*found) >= least) continue;
+    least = distance(*found);
+    nearest = ReadingOf(series, readings[*found]);
+    nearest->text += tr(" at %1").arg(MomentText(DateTimeOf(FStart, readings[*found].time)));
+  }
+  return nearest;
 }

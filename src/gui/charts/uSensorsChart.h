@@ -2,10 +2,16 @@
 #pragma once
 
 #include <array>
+#include <functional>
+#include <map>
+#include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "gui/charts/uInTimeOrder.h"
 #include "gui/charts/uSensorLooks.h"
+#include "gui/charts/uSeries.h"
 #include "gui/charts/uTimeChart.h"
 #include "model/uOtherSensors.h"
 
@@ -30,6 +36,15 @@ class TSensorsChart final : public TTimeChart {
   void SetSensorVisible(std::size_t index, bool visible);
   [[nodiscard]] bool IsSensorVisible(std::size_t index) const;
 
+  // By the sensor's name in the list, "Temperature", "A1" …; these stay from recording to recording.
+  void SetSensorColour(std::string_view sensor, const QColor& colour);
+  // What people call a sensor, UTF-8; one without a name, or with an empty one, goes by its own.
+  void SetSensorNames(std::map<std::string, std::string> names);
+  // In the sensor's unit, as lines in its colour.
+  void SetAlarmLimits(std::map<std::string, std::pair<double, double>> limits);
+  void SetAxisColour(TSensorAxis axis, const QColor& colour);
+  void SetAxisLocked(TSensorAxis axis, bool locked);
+
  signals:
   // The user showed or hid a sensor in the legend.
   void SensorVisibleChanged(std::size_t index, bool visible);
@@ -37,13 +52,16 @@ class TSensorsChart final : public TTimeChart {
  protected:
   void Clicked(const QPointF& position) override;
   [[nodiscard]] QString CursorText(const QPointF& position) const override;
+  [[nodiscard]] std::vector<TReading> ReadingsAt(double time) const override;
+  [[nodiscard]] std::optional<TReading> NearestTo(const QPointF& position) const override;
   void ScaleValues() override;
   void Restyle() override;
   void Prepare() override;
 
  private:
   struct TSensorSeries {
-    QString name;
+    std::string sensor;  // its name in the list
+    QString name;        // what people call it
     TSensorLook look;
     bool visible = false;
     TInTimeOrder<TSensorValue> readings;
@@ -55,12 +73,22 @@ class TSensorsChart final : public TTimeChart {
   void ChooseVisible();
   void ScaleAxis(TSensorAxis axis);
   void FillLegend();
+  void TakeNamesAndColours();
   void PaintSensors(QCPPainter& painter);
+  void PaintAlarms(QCPPainter& painter) const;
+  [[nodiscard]] QColor InkOf(const TSensorSeries& series) const { return SensorInk(palette(), series.look.colour); }
+  [[nodiscard]] QPointF PlaceOf(const TSensorSeries& series, const TSensorValue& reading) const;
+  // "RH 41.5 %RH"
+  [[nodiscard]] TReading ReadingOf(const TSensorSeries& series, const TSensorValue& reading) const;
   [[nodiscard]] QCPAxis& AxisOf(TSensorAxis axis) const { return *FAxes[static_cast<std::size_t>(axis)]; }
   [[nodiscard]] QString TitleOf(TSensorAxis axis, int room) const;
   [[nodiscard]] double MsOf(double dateTime) const;
 
   std::array<QCPAxis*, kSensorAxisCount> FAxes{};
+  std::array<QColor, kSensorAxisCount> FAxisColours = kSensorAxisColours;
+  std::map<std::string, QColor, std::less<>> FColours;  // those that were set
+  std::map<std::string, std::string> FNames;
+  std::map<std::string, std::pair<double, double>> FAlarms;
   double FStart = 0;
   std::vector<TSensorSeries> FSeries;     // as in the list
   std::vector<std::size_t> FListed;       // the sensor of each legend entry

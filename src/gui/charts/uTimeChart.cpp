@@ -60,6 +60,7 @@ TTimeChart::TTimeChart(TTimeUnit unit, QWidget* parent) : QCustomPlot(parent), F
   }
   SetSideMargins(0, 0);
   new TPainted(FRect, "grid", [this](QCPPainter& painter) { PaintGround(painter); });
+  new TPainted(FRect, "marks", [this](QCPPainter& painter) { PaintPointed(painter); });
 
   setNoAntialiasingOnDrag(false);
   setFocusPolicy(Qt::StrongFocus);
@@ -136,6 +137,7 @@ void TTimeChart::SetFullRange(std::optional<std::pair<double, double>> range) {
     axis->setTickLabels(FHasData);
   }
   for (const QCPAxis* axis : {FTimeAxis, FValueAxis}) axis->grid()->setVisible(FHasData);
+  FPinned = FPinnedBefore = std::nullopt;
   EndDrag();
   ResetZoom();
 }
@@ -224,12 +226,13 @@ QColor TTimeChart::FaintInk() const {
 }
 
 QString TTimeChart::MomentText(double time) const {
-  const double span = FTimeAxis->range().size();
-  if (FUnit == TTimeUnit::Days) {
-    return QtText(FormatDateTime(DateTimeMask() + (span < kMillisecondsBelow ? ".zzz" : ""), time));
-  }
-  const int decimals = static_cast<int>(std::clamp(std::ceil(-std::log10(span / 1000)), 0.0, 6.0));
-  return QString::number(time, 'f', decimals) + tr(" ms");
+  const bool milliseconds = FTimeAxis->range().size() < kMillisecondsBelow;
+  return QtText(FormatDateTime(DateTimeMask() + (milliseconds ? ".zzz" : ""), time));
+}
+
+void TTimeChart::RescaleValues() {
+  if (!FValuesZoomed) ScaleValues();
+  QueueReplot();
 }
 
 QCPRange TTimeChart::ScaleAround(double least, double largest) {

@@ -9,6 +9,7 @@
 
 #include <optional>
 #include <utility>
+#include <vector>
 
 #include "gui/charts/uChartPaint.h"
 #include "gui/charts/uLegendRow.h"
@@ -44,6 +45,17 @@ class TTimeChart : public QCustomPlot {
   // Follows a change of the program's date format.
   void RefreshLabels() { QueueReplot(); }
 
+  // A vertical line with the values at the pointer. Locked it stays where it was clicked; until then, and unlocked, it
+  // follows the pointer. Other data take the clicked place away.
+  void SetIndicatorVisible(bool visible);
+  void SetIndicatorLocked(bool locked);
+  // Where the line stands; nothing while there is none.
+  [[nodiscard]] std::optional<double> IndicatorTime() const;
+  // The sample nearest to the pointer is marked and named.
+  void SetNearestVisible(bool visible);
+  // The dots of single samples, where these stand apart.
+  void SetPointsVisible(bool visible);
+
   // px between the widget's edge and the axis rect that the axes take; known after the first replot.
   [[nodiscard]] int NeededLeftMargin() const;
   [[nodiscard]] int NeededRightMargin() const;
@@ -58,12 +70,27 @@ class TTimeChart : public QCustomPlot {
   // Time and value under the pointer in words; empty when it leaves.
   void CursorValueChanged(const QString& text);
   void NeededMarginsChanged();
+  // The user moved the indicator.
+  void IndicatorMoved(double time);
 
  protected:
+  // What one series says at one place.
+  struct TReading {
+    QString text;
+    QColor ink;
+    std::optional<QPointF> at;  // px, of the sample
+  };
+
   // Left button, less than a drag.
   virtual void Clicked(const QPointF& position) = 0;
   // What stands under the pointer, in words; empty when nothing does.
   [[nodiscard]] virtual QString CursorText(const QPointF& position) const = 0;
+  // What the indicator says below the moment, and the samples that say it.
+  [[nodiscard]] virtual std::vector<TReading> ReadingsAt(double /*time*/) const { return {}; }
+  // The sample nearest to a position, by its distance on the screen.
+  [[nodiscard]] virtual std::optional<TReading> NearestTo(const QPointF& /*position*/) const { return std::nullopt; }
+  // The moment of an axis coordinate in the program's date format, with as many decimals as the view tells apart.
+  [[nodiscard]] virtual QString MomentText(double time) const;
   // The value axes back to the range of the data.
   virtual void ScaleValues() = 0;
   // Colours and fonts from the palette; each class adds its own.
@@ -91,8 +118,11 @@ class TTimeChart : public QCustomPlot {
   // An axis in the house style.
   void StyleAxis(QCPAxis& axis, const QColor& ink) const;
   [[nodiscard]] QColor FaintInk() const;
-  // The moment of an axis coordinate in the program's date format, with as many decimals as the view tells apart.
-  [[nodiscard]] QString MomentText(double time) const;
+  // Scales the values to what they have become, unless the user zoomed them.
+  void RescaleValues();
+  // Wheel and pan leave a locked axis as it is.
+  void LockAxis(QCPAxis& axis, bool locked);
+  [[nodiscard]] bool PointsVisible() const { return FPointsVisible; }
   // The ends of a value axis around data; sensible also for one value or none.
   static QCPRange ScaleAround(double least, double largest);
 
@@ -117,6 +147,7 @@ class TTimeChart : public QCustomPlot {
   void Laid();
   void ApplyRange(double from, double to);
   void UserRange(double from, double to);
+  [[nodiscard]] bool IsLocked(const QCPAxis& axis) const { return FLocked.contains(&axis); }
   void ZoomValues(QCPAxis& axis, double factor, double aboutPixel);
   void PanValues(double part);
   void DragPan(const QPointF& position);
@@ -125,6 +156,12 @@ class TTimeChart : public QCustomPlot {
   // The drag is long enough to zoom.
   [[nodiscard]] bool HasDragSpan() const;
   void TellCursor(const QPointF& position);
+  void TellLocked();
+  void Hover(const QPointF& position);
+  void PinIndicator(const QPointF& position);
+  void UnpinIndicator();
+  void PaintPointed(QCPPainter& painter) const;
+  void PaintIndicator(QCPPainter& painter, double time) const;
   [[nodiscard]] double MomentAt(const QPointF& position) const;
   [[nodiscard]] QCPAxis* ValueAxisAt(const QPointF& position) const;
   [[nodiscard]] double LeastSpan(double about) const;
@@ -140,6 +177,10 @@ class TTimeChart : public QCustomPlot {
   bool FZoomable = true;
   bool FStale = true;  // a replot waits for the chart to be painted
   bool FValuesZoomed = false;
+  QSet<const QCPAxis*> FLocked;
+  bool FIndicator = false, FIndicatorLocked = false, FNearest = false, FPointsVisible = false;
+  std::optional<QPointF> FHover;                 // the pointer, while it is over the axes
+  std::optional<double> FPinned, FPinnedBefore;  // where the indicator was clicked, and the click before
   QMargins FLaidMargins;
   std::pair<int, int> FTold{0, 0};  // the needed margins that were signalled last
 

@@ -61,8 +61,16 @@ void TTimeChart::PanTime(double part) {
   UserRange(range.lower + range.size() * part, range.upper + range.size() * part);
 }
 
+void TTimeChart::LockAxis(QCPAxis& axis, bool locked) {
+  if (locked) {
+    FLocked.insert(&axis);
+  } else {
+    FLocked.remove(&axis);
+  }
+}
+
 void TTimeChart::ZoomValues(QCPAxis& axis, double factor, double aboutPixel) {
-  if (!FHasData || !FZoomable) return;
+  if (!FHasData || !FZoomable || IsLocked(axis)) return;
   const QCPRange range = axis.range();
   const double about = axis.pixelToCoord(aboutPixel);
   const QCPRange wanted(about - (about - range.lower) * factor, about + (range.upper - about) * factor);
@@ -77,10 +85,11 @@ void TTimeChart::PanValues(double part) {
   if (!FHasData || !FZoomable) return;
   for (QCPAxis* axis : ValueAxes()) {
     const double shift = axis->range().size() * part;
-    if (std::fabs(axis->range().center() + shift) < 1e40) axis->moveRange(shift);
+    if (IsLocked(*axis) || !(std::fabs(axis->range().center() + shift) < 1e40)) continue;
+    axis->moveRange(shift);
+    FValuesZoomed = true;
+    QueueReplot();
   }
-  FValuesZoomed = true;
-  QueueReplot();
 }
 
 void TTimeChart::ResetByUser() {
@@ -107,6 +116,7 @@ void TTimeChart::mouseMoveEvent(QMouseEvent* event) {
   FPointer = event->position();
   if (FDrag == TDrag::Pan) DragPan(FPointer);
   if (FDrag == TDrag::Span) update();
+  Hover(FPointer);
   TellCursor(FPointer);
 }
 
@@ -120,7 +130,7 @@ void TTimeChart::DragPan(const QPointF& position) {
   const double up = (position.y() - FPressed.y()) / std::max(rect.height(), 1);
   const QList<QCPAxis*> axes = ValueAxes();
   for (qsizetype i = 0; i < axes.size() && i < FPressedValues.size(); ++i) {
-    axes[i]->setRange(FPressedValues[i] + FPressedValues[i].size() * up);
+    if (!IsLocked(*axes[i])) axes[i]->setRange(FPressedValues[i] + FPressedValues[i].size() * up);
   }
   QueueReplot();
 }
@@ -138,6 +148,7 @@ void TTimeChart::mouseReleaseEvent(QMouseEvent* event) {
     const double to = std::clamp(MomentAt(FPointer), FTimeAxis->range().lower, FTimeAxis->range().upper);
     UserRange(std::min(from, to), std::max(from, to));
   } else if (span && moved < kLeastDrag) {
+    PinIndicator(pressed);
     Clicked(pressed);
   }
 }
@@ -154,6 +165,7 @@ void TTimeChart::mouseDoubleClickEvent(QMouseEvent* event) {
   if (FLegend->EntryAt(event->position())) {
     Clicked(event->position());
   } else {
+    FPinned = FPinnedBefore;  // its first click was none
     ResetByUser();
   }
 }
@@ -169,8 +181,10 @@ void TTimeChart::wheelEvent(QWheelEvent* event) {
   const QRect rect = Rect().rect();
   if (QCPAxis* axis = ValueAxisAt(position)) {
     ZoomValues(*axis, factor, position.y());
+    if (IsLocked(*axis)) return TellLocked();
   } else if (event->modifiers().testFlag(Qt::ControlModifier) && rect.contains(position.toPoint())) {
     for (QCPAxis* each : ValueAxes()) ZoomValues(*each, factor, position.y());
+    if (std::ranges::all_of(ValueAxes(), [this](const QCPAxis* each) { return IsLocked(*each); })) return TellLocked();
   } else if (event->modifiers().testFlag(Qt::ShiftModifier) || sideways) {
     PanTime(-notches * kPanPart);
   } else {
@@ -187,6 +201,7 @@ void TTimeChart::keyPressEvent(QKeyEvent* event) {
       FSpaceDown = true;
       break;
     case Qt::Key_Escape:
+      if (FDrag == TDrag::None && FPinned) return UnpinIndicator();
       if (FDrag == TDrag::None) return event->ignore();
       if (FDrag == TDrag::Pan) DragPan(FPressed);
       EndDrag();
@@ -242,6 +257,7 @@ void TTimeChart::focusOutEvent(QFocusEvent* event) {
 
 void TTimeChart::leaveEvent(QEvent* event) {
   QCustomPlot::leaveEvent(event);
+  Hover({-1, -1});
   TellCursor({-1, -1});
 }
 
@@ -253,4 +269,8 @@ void TTimeChart::TellCursor(const QPointF& position) {
   const QString what = CursorText(position);
   const QString when = MomentText(MomentAt(position));
   emit CursorValueChanged(what.isEmpty() ? when : when + "  ·  " + what);
+}
+
+void TTimeChart::TellLocked() {
+  emit CursorValueChanged(tr("the value axis is locked against zooming"));
 }

@@ -1,7 +1,5 @@
 #include "gui/common/uGrid.h"
 
-#include <QApplication>
-#include <QClipboard>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -13,12 +11,12 @@
 
 #include "gui/common/AlarmCellDelegate.h"
 #include "gui/common/uQtText.h"
+#include "gui/common/uRowCopy.h"
 
 namespace {
 
 constexpr int kRowPadding = 6;
 constexpr int kColumnPadding = 12;
-constexpr int kMostCopiedRows = 200000;
 
 }  // namespace
 
@@ -133,32 +131,6 @@ void TGrid::MarkSortedColumn() {
   }
 }
 
-void TGrid::CopyRows() {
-  QString text;
-  for (int column = 0; column < FModel->columnCount(); ++column) {
-    text += FModel->headerData(column, Qt::Horizontal).toString();
-    text += column + 1 < FModel->columnCount() ? '\t' : '\n';
-  }
-  std::vector<int> rows;
-  int selected = 0;
-  for (const QItemSelectionRange& range : selectionModel()->selection()) {
-    selected += range.height();
-    for (int row = range.top(); row <= range.bottom() && rows.size() < kMostCopiedRows; ++row) rows.push_back(row);
-  }
-  if (rows.empty()) return;
-  std::ranges::sort(rows);
-  for (const int row : rows) {
-    for (int column = 0; column < FModel->columnCount(); ++column) {
-      text += FModel->index(row, column).data().toString();
-      text += column + 1 < FModel->columnCount() ? '\t' : '\n';
-    }
-  }
-  QApplication::clipboard()->setText(text);
-  const bool all = static_cast<std::size_t>(selected) == rows.size();
-  Q_EMIT RowsCopied(all ? tr("%L1 rows copied").arg(selected)
-                        : tr("the first %L1 of %L2 rows copied").arg(rows.size()).arg(selected));
-}
-
 void TGrid::paintEvent(QPaintEvent* event) {
   QTableView::paintEvent(event);
   if (FModel->Dataset() == nullptr || FModel->rowCount() > 0) return;
@@ -169,7 +141,8 @@ void TGrid::paintEvent(QPaintEvent* event) {
 
 void TGrid::keyPressEvent(QKeyEvent* event) {
   if (event->matches(QKeySequence::Copy)) {
-    CopyRows();
+    const QString told = CopySelectedRows(*this);
+    if (!told.isEmpty()) Q_EMIT RowsCopied(told);
     event->accept();
     return;
   }

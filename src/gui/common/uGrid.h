@@ -50,7 +50,6 @@ class TGrid : public QTableView {
  private:
   void FitColumnsOnce();
   void MarkSortedColumn();
-  void CopyRows();
   void Hover(int row);
   void HoverAnew();
 

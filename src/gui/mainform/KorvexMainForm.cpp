@@ -17,6 +17,7 @@
 #include "gui/common/uGrid.h"
 #include "gui/common/uGuard.h"
 #include "gui/common/uQtText.h"
+#include "gui/mainform/uChartToggles.h"
 #include "gui/mainform/uKeysDialog.h"
 #include "gui/mainform/uMainActions.h"
 #include "gui/mainform/uMainParts.h"
@@ -31,6 +32,7 @@
 #include "gui/ribbon/uRibbon.h"
 #include "gui/settings/uAlarmLimitsPanel.h"
 #include "gui/shock/uShockPanel.h"
+#include "gui/shock/uShockValuesGrid.h"
 #include "gui/welcome/uLoadingPanel.h"
 #include "gui/welcome/uWellcomePanel.h"
 #include "shell/uOrderingCommands.h"
@@ -48,6 +50,7 @@ TKorvexMainForm::TKorvexMainForm(TProgram program, std::uint64_t memoryBound)
   setAcceptDrops(true);
   resize(1280, 800);
   MakeMainActions(*this, *FParts);
+  MakeChartToggles(*this, *FParts);
   ConnectFiles();
   ConnectGrids();
   ConnectCharts();
@@ -132,6 +135,7 @@ void TKorvexMainForm::ConnectCharts() {
   for (TGrid* grid : findChildren<TGrid*>()) {
     connect(grid, &TGrid::RowsCopied, FParts->statusValue, &QLabel::setText);
   }
+  connect(FParts->shock->Values(), &TShockValuesGrid::RowsCopied, FParts->statusValue, &QLabel::setText);
   for (TEventsChart* chart : {FParts->overview->Chart1(), FParts->shock->Chart20()}) {
     connect(chart, &TEventsChart::EventClicked, this, &TKorvexMainForm::Select);
   }

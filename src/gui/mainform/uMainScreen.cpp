@@ -75,7 +75,13 @@ void TMainScreen::SetVisible(std::string_view control, bool visible) {
   widget.setVisible(visible);
   if (qobject_cast<TRibbonGroup*>(&widget) == nullptr) return;
   for (const QToolButton* button : widget.findChildren<QToolButton*>()) {
-    if (QAction* action = button->defaultAction()) action->setEnabled(visible);
+    QAction* action = button->defaultAction();
+    if (action == nullptr) continue;
+    if (action->property(kKeptBySettings).toBool()) {
+      action->setVisible(visible);
+    } else {
+      action->setEnabled(visible);
+    }
   }
 }
 

@@ -12,6 +12,10 @@ class QMainWindow;
 class QWidget;
 struct TMainParts;
 
+// The property of actions whose state the settings keep. They can be executed also while their group is out of sight,
+// but not by their shortcut.
+inline constexpr auto kKeptBySettings = "keptBySettings";
+
 class TMainScreen final : public IMainScreen {
  public:
   TMainScreen(QMainWindow& window, TMainParts& parts, TSettingsBinder& settings)

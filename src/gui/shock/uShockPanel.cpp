@@ -12,6 +12,7 @@
 #include "gui/charts/uSelectedEventChart.h"
 #include "gui/common/uGrid.h"
 #include "gui/common/uQtText.h"
+#include "gui/shock/uShockValuesGrid.h"
 #include "shell/uAlarmMarks.h"
 
 namespace {
@@ -34,6 +35,7 @@ TMainShockPanel::TMainShockPanel(QWidget* parent)
     : QWidget(parent),
       FChart20(new TEventsChart(this)),
       FChart2(new TSelectedEventChart(this)),
+      FValues(new TShockValuesGrid(this)),
       FShocks(new TGrid("dbgShocks", tr("Shock events"), EventIndexKey, this)),
       FFilteredShocks(new TGrid("dbgFilteredShocks", tr("Filtered shock events"), EventIndexKey, this)) {
   setObjectName("MainShockPanel");
@@ -48,9 +50,10 @@ TMainShockPanel::TMainShockPanel(QWidget* parent)
   below->setChildrenCollapsible(false);
   below->addWidget(MakeEventList());
   below->addWidget(FChart2);
-  below->setStretchFactor(0, 1);
-  below->setStretchFactor(1, 1);
-  below->setSizes({1000, 1000});
+  below->addWidget(FValues);
+  for (int part = 0; part < below->count(); ++part) below->setStretchFactor(part, 1);
+  below->setSizes({1000, 1000, 700});
+  ConnectValues();
   auto* splitter = new QSplitter(Qt::Vertical, this);
   splitter->setChildrenCollapsible(false);
   splitter->addWidget(FChart20);
@@ -59,6 +62,27 @@ TMainShockPanel::TMainShockPanel(QWidget* parent)
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(splitter);
+}
+
+void TMainShockPanel::ConnectValues() {
+  FValues->hide();
+  connect(FChart2, &TSelectedEventChart::SamplesChanged, this,
+          [this] { FValues->SetSamples(FChart2->Samples(), FChart2->StartMs()); });
+  connect(FChart2, &TTimeChart::IndicatorMoved, this, [this](double ms) {
+    if (FValues->isVisible()) FValues->MarkSample(FChart2->NearestSample(ms));
+  });
+}
+
+void TMainShockPanel::SetValuesVisible(bool visible) {
+  FValues->setVisible(visible);
+  const auto pointed = FChart2->IndicatorTime();
+  if (visible && pointed) FValues->MarkSample(FChart2->NearestSample(*pointed));
+}
+
+void TMainShockPanel::SetMasks(const TValueMasks& masks) {
+  FChart20->SetMasks(masks);
+  FChart2->SetMasks(masks);
+  FValues->SetMasks(masks);
 }
 
 QWidget* TMainShockPanel::MakeCards() {

@@ -1,10 +1,12 @@
 // The shock view: the events chart, both event grids with the four cards of the selected event above them, and the
-// selected event's samples.
+// selected event's samples as a chart and, if wanted, in numbers.
 #pragma once
 
 #include <QWidget>
 #include <array>
 #include <optional>
+
+#include "gui/charts/uSeries.h"
 
 class QLabel;
 class QTabWidget;
@@ -13,6 +15,7 @@ struct TDisplaySettings;
 class TEventsChart;
 class TGrid;
 class TSelectedEventChart;
+class TShockValuesGrid;
 
 class TMainShockPanel : public QWidget {
   Q_OBJECT
@@ -24,17 +27,24 @@ class TMainShockPanel : public QWidget {
   [[nodiscard]] TSelectedEventChart* Chart2() const { return FChart2; }
   [[nodiscard]] TGrid* Shocks() const { return FShocks; }
   [[nodiscard]] TGrid* FilteredShocks() const { return FFilteredShocks; }
+  [[nodiscard]] TShockValuesGrid* Values() const { return FValues; }
+  // The selected event's samples in numbers beside its chart; hidden at first.
+  void SetValuesVisible(bool visible);
+  // Of both charts and the values.
+  void SetMasks(const TValueMasks& masks);
   // Fills the cards from a row of the shock event table; nothing empties them.
   void ShowCards(const TDataset& events, std::optional<std::size_t> row, const TDisplaySettings& display);
 
  private:
   static constexpr std::size_t kCardCount = 4;
 
+  void ConnectValues();
   [[nodiscard]] QWidget* MakeCards();
   [[nodiscard]] QWidget* MakeEventList();
 
   TEventsChart* FChart20;
   TSelectedEventChart* FChart2;
+  TShockValuesGrid* FValues;
   TGrid* FShocks;
   TGrid* FFilteredShocks;
   std::array<QLabel*, kCardCount> FCardValues{};

@@ -1,0 +1,34 @@
+// Which dots of a picture are drawn when many overlap. Pure; any thread. Coordinates are pixels, y counts down.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <vector>
+
+struct TDot {
+  double x, y;
+  std::size_t item;   // the highest of those that it stands for
+  std::size_t count;  // how many they are
+};
+
+// Gathers items into one dot a cell of the picture, which stands where the highest of its items stands; so there are
+// never more dots than cells, however many items come.
+class TDotGrid {
+ public:
+  // Cells of `cell` × `cell` px; what lies outside the width and height is not taken.
+  TDotGrid(double left, double top, double width, double height, double cell);
+
+  void Add(double x, double y, std::size_t item);
+  // In the order in which their cells were met.
+  [[nodiscard]] std::vector<TDot>& Dots() { return FDots; }
+
+ private:
+  double FLeft, FTop, FCell;
+  std::size_t FColumns, FRows;
+  std::vector<std::uint32_t> FDotOfCell;  // its number counted from 1; 0 for an empty cell
+  std::vector<TDot> FDots;
+};
+
+// Dots that overlap become one, at the highest of them; until none do. radiusOf(count) px does not fall with the count.
+void AbsorbDots(std::vector<TDot>& dots, const std::function<double(std::size_t)>& radiusOf);

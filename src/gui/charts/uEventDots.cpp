@@ -1,0 +1,76 @@
+#include "gui/charts/uEventDots.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr double kRadius = 3;        // px, of one event
+constexpr double kCell = 3;          // px; two dots in one cell overlap
+constexpr double kNumberRoom = 2;    // px around the number of a group
+constexpr double kNumberSize = 0.8;  // of the chart's font
+constexpr int kLightInk = 150;       // of 255; on lighter ones the number is dark
+
+// At most four characters.
+QString NumberText(std::size_t count) {
+  const auto cut = [](double value, const char* unit) {
+    return QString::number(value, 'f', value < 9.95 ? 1 : 0) + unit;
+  };
+  const auto value = static_cast<double>(count);
+  if (count < 1000) return QString::number(count);
+  return count < 999500 ? cut(value / 1e3, "k") : cut(value / 1e6, "M");
+}
+
+}  // namespace
+
+void TEventDots::Begin(const QRect& rect, const QFont& font, double pixelRatio) {
+  FFont = font;
+  if (font.pointSizeF() > 0) FFont.setPointSizeF(font.pointSizeF() * kNumberSize);
+  const QFontMetricsF metrics(FFont);
+  for (std::size_t length = 1; length < FRadii.size(); ++length) {
+    const double width = metrics.horizontalAdvance(QString(static_cast<qsizetype>(length), '8'));
+    FRadii[length] = std::max(width, metrics.capHeight()) / 2 + kNumberRoom;
+    FRadii[length] = std::max(FRadii[length], kRadius + 2);
+  }
+  const QRectF area = QRectF(rect).adjusted(-kRadius, -kRadius, kRadius, kRadius);
+  FGrid.emplace(area.left(), area.top(), area.width(), area.height(), FAbsorption ? kCell : 1 / pixelRatio);
+}
+
+double TEventDots::RadiusOf(std::size_t count) const {
+  if (count == 1) return kRadius;
+  return FRadii[count < 10 ? 1 : count < 100 ? 2 : count < 1000 ? 3 : 4];
+}
+
+void TEventDots::Absorb() {
+  FDots = std::move(FGrid->Dots());
+  FGrid.reset();
+  if (FAbsorption) AbsorbDots(FDots, [this](std::size_t count) { return RadiusOf(count); });
+}
+
+void TEventDots::PaintSingles(QCPPainter& painter, const QList<QPointF>& dots, const QColor& ink) const {
+  painter.setAntialiasing(true);
+  painter.setPen(QPen(ink, 2 * kRadius, Qt::SolidLine, Qt::RoundCap));
+  painter.drawPoints(dots.constData(), static_cast<int>(dots.size()));
+}
+
+void TEventDots::PaintGroup(QCPPainter& painter, const TDot& dot, const QColor& ink) const {
+  const double radius = RadiusOf(dot.count);
+  painter.setAntialiasing(true);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(ink);
+  painter.drawEllipse(QPointF(dot.x, dot.y), radius, radius);
+  painter.setPen(qGray(ink.rgb()) > kLightInk ? Qt::black : Qt::white);
+  painter.setFont(FFont);
+  painter.drawText(QRectF(dot.x - radius, dot.y - radius, 2 * radius, 2 * radius), Qt::AlignCenter | Qt::TextDontClip,
+                   NumberText(dot.count));
+}
+
+std::optional<std::size_t> TEventDots::GroupAt(const QPointF& position) const {
+  if (!FAbsorption) return std::nullopt;
+  const auto covers = [&](const TDot& dot) {
+    return dot.count > 1 && std::hypot(dot.x - position.x(), dot.y - position.y()) <= RadiusOf(dot.count);
+  };
+  const auto found = std::ranges::find_if(FDots, covers);
+  if (found == FDots.end()) return std::nullopt;
+  return found->item;
+}

@@ -1,0 +1,53 @@
+// The dots of the events chart: one an event, or one for all that would overlap, with their number. Main thread only.
+#pragma once
+
+#include <qcustomplot.h>
+
+#include <array>
+#include <optional>
+#include <vector>
+
+#include "analysis/uDotAbsorption.h"
+
+class TEventDots {
+ public:
+  // Overlapping dots become a bigger one; else each is drawn, those of one pixel once.
+  void SetAbsorption(bool on) { FAbsorption = on; }
+  [[nodiscard]] bool Absorption() const { return FAbsorption; }
+
+  // Begins a picture of the events inside `rect`. The font is that of the numbers.
+  void Begin(const QRect& rect, const QFont& font, double pixelRatio);
+  void Add(double x, double y, std::size_t place) { FGrid->Add(x, y, place); }
+  // Ends it. inks: one a kind, kindOf(place) says which.
+  template <class TKindOf>
+  void Paint(QCPPainter& painter, const std::vector<QColor>& inks, const TKindOf& kindOf);
+
+  // The dot that stands for several and covers this position; its highest event.
+  [[nodiscard]] std::optional<std::size_t> GroupAt(const QPointF& position) const;
+  void Clear() { FDots.clear(); }
+
+ private:
+  [[nodiscard]] double RadiusOf(std::size_t count) const;
+  void Absorb();
+  void PaintSingles(QCPPainter& painter, const QList<QPointF>& dots, const QColor& ink) const;
+  void PaintGroup(QCPPainter& painter, const TDot& dot, const QColor& ink) const;
+
+  bool FAbsorption = true;
+  QFont FFont;
+  std::array<double, 5> FRadii{};  // of a number of that many characters
+  std::optional<TDotGrid> FGrid;
+  std::vector<TDot> FDots;  // of the last picture
+};
+
+template <class TKindOf>
+void TEventDots::Paint(QCPPainter& painter, const std::vector<QColor>& inks, const TKindOf& kindOf) {
+  Absorb();
+  std::vector<QList<QPointF>> singles(inks.size());
+  for (const TDot& dot : FDots) {
+    if (!FAbsorption || dot.count == 1) singles[kindOf(dot.item)].append({dot.x, dot.y});
+  }
+  for (std::size_t kind = 0; kind < inks.size(); ++kind) PaintSingles(painter, singles[kind], inks[kind]);
+  for (const TDot& dot : FDots) {
+    if (FAbsorption && dot.count > 1) PaintGroup(painter, dot, inks[kindOf(dot.item)]);
+  }
+}

@@ -1,0 +1,28 @@
+// The acceleration series of the charts: which there are, their colours, and how their values read.
+#pragma once
+
+#include <QColor>
+#include <array>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <utility>
+
+enum class TSeries { X, Y, Z, Total };
+inline constexpr std::size_t kSeriesCount = 4;
+
+// On light ground; InkOn makes them readable on dark.
+using TSeriesColours = std::array<QColor, kSeriesCount>;
+inline const TSeriesColours kAccelerationColours = {QColor(0x0000FFU), QColor(0xFF0000U), QColor(0x008000U),
+                                                    QColor(0x000000U)};
+
+inline const QColor kAlarmColour(0xC24A00U);
+
+// Masks of MaskFloat for cursor texts and the value table.
+struct TValueMasks {
+  std::string time = "0.####";  // ms
+  std::string acceleration = "0.####";
+};
+
+// The lower and the upper limit of a quantity, in its unit; nothing while there is no alarm.
+using TAlarmLimits = std::optional<std::pair<double, double>>;

@@ -1,0 +1,122 @@
+// What a chart shows at the pointer: the indicator and the nearest sample.
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "gui/charts/uTimeChart.h"
+
+namespace {
+
+constexpr int kBoxGap = 6;      // px, between the line and the words beside it
+constexpr int kBoxPadding = 4;  // px
+constexpr double kReadRadius = 2.5;
+constexpr double kNearestRadius = 5;
+
+}  // namespace
+
+void TTimeChart::SetIndicatorVisible(bool visible) {
+  if (std::exchange(FIndicator, visible) == visible) return;
+  UnpinIndicator();
+}
+
+void TTimeChart::SetIndicatorLocked(bool locked) {
+  if (std::exchange(FIndicatorLocked, locked) == locked) return;
+  UnpinIndicator();
+}
+
+void TTimeChart::SetNearestVisible(bool visible) {
+  if (std::exchange(FNearest, visible) == visible) return;
+  RedrawMarks();
+}
+
+void TTimeChart::SetPointsVisible(bool visible) {
+  if (std::exchange(FPointsVisible, visible) == visible) return;
+  QueueReplot();
+}
+
+std::optional<double> TTimeChart::IndicatorTime() const {
+  if (!FIndicator || !FHasData) return std::nullopt;
+  if (FPinned) return FPinned;
+  if (FHover) return MomentAt(*FHover);
+  return std::nullopt;
+}
+
+void TTimeChart::Hover(const QPointF& position) {
+  const auto before = IndicatorTime();
+  const auto hoverBefore = FHover;
+  FHover.reset();
+  if (Rect().rect().contains(position.toPoint())) FHover = position;
+  const auto now = IndicatorTime();
+  if (now != before || (FNearest && FHover != hoverBefore)) RedrawMarks();
+  if (now && now != before) emit IndicatorMoved(*now);
+}
+
+void TTimeChart::PinIndicator(const QPointF& position) {
+  if (!FIndicator || !FIndicatorLocked || !FHasData || !Rect().rect().contains(position.toPoint())) return;
+  FPinnedBefore = std::exchange(FPinned, MomentAt(position));
+  RedrawMarks();
+  emit IndicatorMoved(*FPinned);
+}
+
+void TTimeChart::UnpinIndicator() {
+  FPinned = FPinnedBefore = std::nullopt;
+  RedrawMarks();
+  // It may stand under the pointer now.
+  if (const auto now = IndicatorTime()) emit IndicatorMoved(*now);
+}
+
+void TTimeChart::PaintPointed(QCPPainter& painter) const {
+  painter.setFont(font());
+  if (const auto time = IndicatorTime()) PaintIndicator(painter, *time);
+  if (!FNearest || !FHasData || !FHover) return;
+  const auto nearest = NearestTo(*FHover);
+  if (!nearest || !nearest->at || !QRectF(Rect().rect()).contains(*nearest->at)) return;
+  painter.setAntialiasing(true);
+  painter.setBrush(Qt::NoBrush);
+  painter.setPen(QPen(nearest->ink, 2));
+  painter.drawEllipse(*nearest->at, kNearestRadius, kNearestRadius);
+  DrawWords(painter, *nearest->at - QPointF(0, kNearestRadius + 2), Qt::AlignHCenter | Qt::AlignBottom, nearest->text,
+            nearest->ink, palette().color(QPalette::Base), Rect().rect());
+}
+
+void TTimeChart::PaintIndicator(QCPPainter& painter, double time) const {
+  const QRect rect = Rect().rect();
+  const double x = TimeAxis().coordToPixel(time);
+  if (!(x >= rect.left() - 1 && x <= rect.right() + 1)) return;
+  const QColor text = palette().color(QPalette::Text);
+  painter.setAntialiasing(false);
+  painter.setPen(QPen(text, 1));
+  painter.drawLine(QPointF(x, rect.top()), QPointF(x, rect.bottom()));
+
+  std::vector<TReading> readings = ReadingsAt(time);
+  painter.setAntialiasing(true);
+  painter.setPen(Qt::NoPen);
+  for (const TReading& reading : readings) {
+    if (!reading.at || !QRectF(rect).adjusted(-1, -1, 1, 1).contains(*reading.at)) continue;
+    painter.setBrush(reading.ink);
+    painter.drawEllipse(*reading.at, kReadRadius, kReadRadius);
+  }
+
+  readings.insert(readings.begin(), TReading{MomentText(time), text, std::nullopt});
+  const QFontMetrics metrics = painter.fontMetrics();
+  const int room = std::max(1, rect.height() / metrics.height());
+  if (std::cmp_greater(readings.size(), room)) readings.resize(static_cast<std::size_t>(room));
+  int width = 0;
+  for (TReading& reading : readings) {
+    reading.text = metrics.elidedText(reading.text, Qt::ElideRight, rect.width() / 2);
+    width = std::max(width, metrics.horizontalAdvance(reading.text));
+  }
+  QRectF box(x + kBoxGap, rect.top() + 1, width + 2 * kBoxPadding,
+             static_cast<double>(readings.size()) * metrics.height());
+  if (box.right() > rect.right()) box.moveRight(x - kBoxGap);
+  QColor veil = palette().color(QPalette::Base);
+  veil.setAlphaF(0.85F);
+  painter.fillRect(box, veil);
+  QRectF line = box.adjusted(kBoxPadding, 0, -kBoxPadding, 0);
+  line.setHeight(metrics.height());
+  for (const TReading& reading : readings) {
+    painter.setPen(reading.ink);
+    painter.drawText(line, Qt::AlignLeft | Qt::AlignVCenter, reading.text);
+    line.translate(0, metrics.height());
+  }
+}

@@ -1,0 +1,113 @@
+#include "gui/shock/uShockValuesGrid.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+#include "gui/charts/uSelectedEventChart.h"
+#include "gui/common/uQtText.h"
+#include "gui/common/uRowCopy.h"
+
+namespace {
+
+constexpr int kColumns = 1 + static_cast<int>(kSeriesCount);  // the time, then the series
+constexpr int kRowPadding = 6;
+constexpr int kColumnPadding = 16;
+constexpr auto kWidestText = "-0000.0000";
+
+}  // namespace
+
+void TShockValuesModel::SetSamples(std::span<const TEventValue> samples, double startMs) {
+  beginResetModel();
+  FSamples = samples;
+  FStart = startMs;
+  endResetModel();
+}
+
+void TShockValuesModel::SetMasks(TValueMasks masks) {
+  FMasks = std::move(masks);
+  if (rowCount() > 0) Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, kColumns - 1));
+}
+
+int TShockValuesModel::rowCount(const QModelIndex& parent) const {
+  if (parent.isValid()) return 0;
+  return static_cast<int>(std::min<std::size_t>(FSamples.size(), std::numeric_limits<int>::max()));
+}
+
+int TShockValuesModel::columnCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : kColumns;
+}
+
+QVariant TShockValuesModel::data(const QModelIndex& index, int role) const {
+  if (!index.isValid()) return {};
+  if (role == Qt::TextAlignmentRole) return QVariant(Qt::AlignRight | Qt::AlignVCenter);
+  if (role != Qt::DisplayRole) return {};
+  const TEventValue& sample = FSamples[static_cast<std::size_t>(index.row())];
+  if (index.column() == 0) return QtText(MaskFloat(FMasks.time, sample.time - FStart));
+  const auto series = static_cast<TSeries>(index.column() - 1);
+  return QtText(MaskFloat(FMasks.acceleration, double{TSelectedEventChart::ValueOf(sample, series)}));
+}
+
+QVariant TShockValuesModel::headerData(int section, Qt::Orientation orientation, int role) const {
+  if (orientation == Qt::Vertical || section < 0 || section >= kColumns) return {};
+  if (role == Qt::TextAlignmentRole) return QVariant(Qt::AlignRight | Qt::AlignVCenter);
+  if (role != Qt::DisplayRole) return {};
+  const QString titles[kColumns] = {tr("Time (ms)"), tr("X (g)"), tr("Y (g)"), tr("Z (g)"), tr("Total (g)")};
+  return titles[section];
+}
+
+TShockValuesGrid::TShockValuesGrid(QWidget* parent) : QTableView(parent), FModel(new TShockValuesModel(this)) {
+  setObjectName("dbgShockValues");
+  setAccessibleName(tr("Values of the selected event"));
+  setToolTip(tr("The samples of the selected event\nCtrl+C copies the selected rows"));
+  setStatusTip(tr("Ctrl+C: copy rows"));
+  setModel(FModel);
+  setSelectionBehavior(SelectRows);
+  setSelectionMode(ExtendedSelection);
+  setAlternatingRowColors(true);
+  setShowGrid(false);
+  setWordWrap(false);
+  setTabKeyNavigation(false);
+  setHorizontalScrollMode(ScrollPerPixel);
+  verticalHeader()->hide();
+  // Rows of one height: a view of a million of them asks none for its size.
+  verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kRowPadding);
+  horizontalHeader()->setSectionsClickable(false);
+  horizontalHeader()->setHighlightSections(false);
+}
+
+void TShockValuesGrid::SetSamples(std::span<const TEventValue> samples, double startMs) {
+  FModel->SetSamples(samples, startMs);
+  if (isVisible()) FitColumnsOnce();
+}
+
+void TShockValuesGrid::MarkSample(std::size_t sample) {
+  if (std::cmp_greater_equal(sample, FModel->rowCount())) return;
+  const QModelIndex cell = FModel->index(static_cast<int>(sample), std::max(0, currentIndex().column()));
+  selectionModel()->setCurrentIndex(cell, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+  scrollTo(cell);
+}
+
+// Widths are the user's once they fit the content.
+void TShockValuesGrid::FitColumnsOnce() {
+  if (FModel->rowCount() == 0 || std::exchange(FFitted, true)) return;
+  const int number = fontMetrics().horizontalAdvance(kWidestText) + kColumnPadding;
+  for (int column = 0; column < kColumns; ++column) {
+    setColumnWidth(column, std::max({horizontalHeader()->sectionSizeHint(column), sizeHintForColumn(column), number}));
+  }
+}
+
+void TShockValuesGrid::keyPressEvent(QKeyEvent* event) {
+  if (!event->matches(QKeySequence::Copy)) return QTableView::keyPressEvent(event);
+  const QString told = CopySelectedRows(*this);
+  if (!told.isEmpty()) Q_EMIT RowsCopied(told);
+  event->accept();
+}
+
+void TShockValuesGrid::showEvent(QShowEvent* event) {
+  QTableView::showEvent(event);
+  FitColumnsOnce();
+}

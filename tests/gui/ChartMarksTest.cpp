@@ -1,0 +1,387 @@
+// What the charts mark for the user: indicator, nearest sample, dots, alarm limits, colours and names; and what of it
+// moves nothing else.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QSignalSpy>
+#include <QTest>
+#include <random>
+
+#include "gui/charts/uEventsChart.h"
+#include "gui/charts/uSelectedEventChart.h"
+#include "gui/charts/uSensorsChart.h"
+#include "tests/support/uChartHands.h"
+
+using testing::HasSubstr;
+
+namespace {
+
+const QColor kPink(0xFF1493U);
+
+// Pixels of exactly this colour, what smoothing mixes left out.
+int Count(TTimeChart& chart, const QColor& colour, const QRect& within = QRect(0, 0, 800, 300)) {
+  const QImage image = chart.grab().toImage();
+  int count = 0;
+  for (int y = within.top(); y <= within.bottom(); ++y) {
+    for (int x = within.left(); x <= within.right(); ++x) {
+      count += image.rect().contains(x, y) && image.pixelColor(x, y) == colour;
+    }
+  }
+  return count;
+}
+QRect Around(const QPoint& at, int reach) {
+  return {at - QPoint(reach, reach), at + QPoint(reach, reach)};
+}
+void Leave(TTimeChart& chart) {
+  QEvent leave(QEvent::Leave);
+  QCoreApplication::sendEvent(&chart, &leave);
+}
+std::string LastText(const QSignalSpy& spy) {
+  return spy.isEmpty() ? std::string() : spy.back()[0].toString().toStdString();
+}
+
+// One event of samples 10 ms apart that count from 0 to 10 g.
+class EventChart : public testing::Test {
+ protected:
+  EventChart() {
+    for (int i = 0; i <= 10; ++i) FSamples.push_back({i * 10.0, static_cast<float>(i)});
+    FEvents = Events(FSamples, true);
+    FChart.ShowEvent(FEvents, 0, {});
+    Show(FChart);
+  }
+  [[nodiscard]] QPoint AtMs(double ms) { return {PointAt(FChart, ms, 0).x(), MiddleOf(FChart).y()}; }
+  void ExpectIndicator(double ms) {
+    ASSERT_TRUE(FChart.IndicatorTime().has_value());
+    EXPECT_NEAR(*FChart.IndicatorTime(), ms, 0.2);
+  }
+
+  TSamples FSamples;
+  TEventList FEvents;
+  TSelectedEventChart FChart;
+  QSignalSpy FTexts{&FChart, &TTimeChart::CursorValueChanged};
+};
+
+TEST_F(EventChart, IndicatorFollowsThePointerAndGoesWithIt) {
+  QSignalSpy moved(&FChart, &TTimeChart::IndicatorMoved);
+  Move(FChart, AtMs(30), Qt::NoButton);
+  EXPECT_FALSE(FChart.IndicatorTime()) << "it is off";
+  FChart.SetIndicatorVisible(true);
+  for (const double ms : {30.0, 60.0}) {
+    Move(FChart, AtMs(ms), Qt::NoButton);
+    ExpectIndicator(ms);
+    EXPECT_NEAR(moved.back()[0].toDouble(), ms, 0.2);
+  }
+  Click(FChart, AtMs(40));
+  Move(FChart, AtMs(70), Qt::NoButton);
+  ExpectIndicator(70);
+  Leave(FChart);
+  EXPECT_FALSE(FChart.IndicatorTime());
+}
+
+TEST_F(EventChart, LockedIndicatorStaysWhereItWasClicked) {
+  FChart.SetIndicatorVisible(true);
+  FChart.SetIndicatorLocked(true);
+  Move(FChart, AtMs(30), Qt::NoButton);
+  ExpectIndicator(30);  // nobody clicked yet
+  Click(FChart, AtMs(40));
+  Move(FChart, AtMs(70), Qt::NoButton);
+  Leave(FChart);
+  ExpectIndicator(40);
+  QTest::mouseClick(&FChart, Qt::LeftButton, {}, AtMs(80));
+  QTest::mouseDClick(&FChart, Qt::LeftButton, {}, AtMs(80));
+  ExpectIndicator(40);  // the reset of the zoom is no choice of a place
+  Wheel(FChart, AtMs(50), 1);
+  ExpectIndicator(40);
+  QTest::keyClick(&FChart, Qt::Key_Escape);
+  EXPECT_FALSE(FChart.IndicatorTime());
+  Click(FChart, AtMs(40));
+  FChart.ShowEvent(FEvents, 0, {});
+  EXPECT_FALSE(FChart.IndicatorTime()) << "the place belongs to the event";
+}
+
+TEST_F(EventChart, IndicatorIsALineThatGoesWithoutATrace) {
+  const QImage before = FChart.grab().toImage();
+  const QColor text = FChart.palette().color(QPalette::Text);
+  const QPoint at = AtMs(35);
+  const QRect line(at.x(), RectOf(FChart).rect().top() + 80, 1, 100);
+  FChart.SetIndicatorVisible(true);
+  QSignalSpy replots(&FChart, &QCustomPlot::afterReplot);
+  Move(FChart, at, Qt::NoButton);
+  EXPECT_GT(Count(FChart, text, line.adjusted(-1, 0, 1, 0)), 80);
+  Leave(FChart);
+  EXPECT_EQ(FChart.grab().toImage(), before);
+  EXPECT_EQ(replots.count(), 0) << "it is drawn on what is there";
+}
+
+TEST_F(EventChart, NearestIsMeasuredOnTheScreen) {
+  // Sample 5 is nearer in time, sample 9 on the screen.
+  FChart.SetSeriesVisible(TSeries::Y, false);
+  FChart.SetSeriesVisible(TSeries::Z, false);
+  FChart.SetColour(TSeries::X, kPink);
+  const QPoint sample = PointAt(FChart, 90, 9);
+  const QPoint pointer = sample - QPoint(20, 20);
+  Settle();
+  const int without = Count(FChart, kPink, Around(sample, 7));
+  FChart.SetNearestVisible(true);
+  Move(FChart, pointer, Qt::NoButton);
+  EXPECT_GT(Count(FChart, kPink, Around(sample, 7)), without + 5);
+  Leave(FChart);
+  EXPECT_EQ(Count(FChart, kPink, Around(sample, 7)), without);
+}
+
+TEST(NearestOnScreen, FindsWhatIsFarInTimeButNearInSight) {
+  const std::vector<std::pair<double, double>> points = {{0, 0}, {40, 9}, {50, 100}, {60, 100}, {70, 3}, {200, 0}};
+  for (const auto& [x, y, wanted] : {std::tuple(52.0, 5.0, 1), {55.0, 0.0, 4}, {500.0, 0.0, 5}, {-9.0, 0.0, 0}}) {
+    const auto across = [&points, at = x](std::size_t i) { return std::fabs(points[i].first - at); };
+    const auto distance = [&points, atX = x, atY = y](std::size_t i) {
+      return std::hypot(points[i].first - atX, points[i].second - atY);
+    };
+    for (const std::size_t start : {2UL, 3UL}) {
+      EXPECT_EQ(NearestOnScreen(points.size(), x > 100 ? 5 : x < 0 ? 0 : start, across, distance), wanted);
+    }
+  }
+}
+
+TEST_F(EventChart, PointsStandOnSamplesWhereTheseStandApart) {
+  FChart.SetColour(TSeries::X, kPink);
+  Settle();
+  const QRect onSample = Around(PointAt(FChart, 50, 5), 2);
+  const QRect between = Around(PointAt(FChart, 55, 5.5), 2);
+  const int line = Count(FChart, kPink, between);
+  FChart.SetPointsVisible(true);
+  EXPECT_GT(Count(FChart, kPink, onSample), line + 5);
+  EXPECT_EQ(Count(FChart, kPink, between), line);
+
+  TSamples dense;
+  for (int i = 0; i < 5000; ++i) dense.push_back({static_cast<double>(i), static_cast<float>(i % 7)});
+  const TEventList events = Events(dense, true);
+  FChart.ShowEvent(events, 0, {});
+  const QImage dotted = FChart.grab().toImage();
+  FChart.SetPointsVisible(false);
+  EXPECT_EQ(FChart.grab().toImage(), dotted);
+}
+
+TEST_F(EventChart, LockedAxisStaysUnderWheelAndKeys) {
+  const QPoint overAxis = RectOf(FChart).rect().bottomLeft() - QPoint(20, 60);
+  const auto change = [&] {
+    Wheel(FChart, overAxis, 1);
+    Wheel(FChart, MiddleOf(FChart), 1, Qt::ControlModifier);
+    QTest::keyClick(&FChart, Qt::Key_Up);
+  };
+  const QCPRange full = ValuesOf(FChart).range();
+  const auto times = FChart.TimeRange();
+  FChart.SetValueAxisLocked(true);
+  change();
+  EXPECT_THAT(LastText(FTexts), HasSubstr("locked"));
+  EXPECT_EQ(ValuesOf(FChart).range(), full);
+  FChart.SetValueAxisLocked(false);
+  change();
+  const QCPRange zoomed = ValuesOf(FChart).range();
+  EXPECT_LT(zoomed.size(), full.size() * 0.7);
+  FChart.SetValueAxisLocked(true);
+  Wheel(FChart, MiddleOf(FChart), 1);
+  Drag(FChart, MiddleOf(FChart), MiddleOf(FChart) + QPoint(50, 50), Qt::MiddleButton);
+  EXPECT_EQ(ValuesOf(FChart).range(), zoomed);
+  EXPECT_NE(FChart.TimeRange(), times);
+}
+
+TEST_F(EventChart, CursorTextsFollowTheMasks) {
+  FChart.SetSeriesVisible(TSeries::Y, false);
+  FChart.SetSeriesVisible(TSeries::Z, false);
+  FChart.SetMasks({"0.00", "0.0"});
+  Move(FChart, AtMs(31), Qt::NoButton);
+  EXPECT_EQ(LastText(FTexts), "30.00 ms  ·  X 3.0 g");
+}
+
+TEST_F(EventChart, AlarmLimitsAreLinesWhileSet) {
+  const QImage before = FChart.grab().toImage();
+  FChart.SetAlarmLimits(std::pair(-6.0, 6.0));
+  EXPECT_GT(Count(FChart, kAlarmColour, Around(PointAt(FChart, 20, 6), 60).intersected(RectOf(FChart).rect())), 40);
+  EXPECT_LT(ValuesOf(FChart).range().lower, -6);
+  FChart.SetAlarmLimits(std::nullopt);
+  EXPECT_EQ(FChart.grab().toImage(), before);
+}
+
+TEST(EventsChartMarks, AlarmLimitsStandAtTheirSizeAndOutOfTheWayOfThePeaks) {
+  TEventsChart chart;
+  chart.SetEvents(Events({{0, 10}, {kMinute, 20}}), {});
+  Show(chart);
+  const auto lines = [&chart](double g) {
+    return Count(chart, kAlarmColour, QRect(PointAt(chart, At(kMinute / 2), g) - QPoint(30, 1), QSize(60, 3)));
+  };
+  chart.SetAlarmLimits(std::pair(-6.0, 15.0));
+  chart.grab().save("/tmp/charts_alarm.png");
+  EXPECT_GT(lines(6), 20);
+  EXPECT_GT(lines(15), 20);
+  chart.SetAlarmLimits(std::pair(-1000.0, 1000.0));
+  chart.grab();
+  EXPECT_LT(ValuesOf(chart).range().upper, 30) << "far limits press nothing flat";
+}
+
+TEST(EventsChartMarks, AbsorbedPointsAreOneThatIsTheLargest) {
+  // Ten events within a pixel, two alone.
+  TSamples peaks = {{0, 90}, {20 * kMinute, 90}};
+  for (int i = 0; i < 10; ++i) peaks.push_back({10 * kMinute + i, 40.0F + 0.1F * static_cast<float>(i % 7)});
+  TEventsChart chart;
+  chart.SetEvents(Events(peaks), {});
+  chart.SetColour(TSeries::X, kPink);
+  Show(chart);
+  const QPoint group = PointAt(chart, At(10 * kMinute), 40.6);
+  const int absorbed = Count(chart, kPink, Around(group, 12));
+  QSignalSpy clicked(&chart, &TEventsChart::EventClicked);
+  Click(chart, group + QPoint(5, 0));
+  chart.SetPointAbsorption(false);
+  EXPECT_GT(absorbed, Count(chart, kPink, Around(group, 12)) + 20);
+  ASSERT_EQ(clicked.count(), 1);
+  EXPECT_EQ(clicked[0][0].toULongLong(), 2U + 6U);
+}
+
+TEST(EventsChartMarks, WithoutAbsorptionEveryEventHasItsPoint) {
+  std::mt19937 random(11);
+  TSamples peaks;
+  for (int i = 0; i < 2000; ++i) {
+    peaks.push_back({std::generate_canonical<double, 32>(random) * 20 * kMinute,
+                     static_cast<float>(std::generate_canonical<double, 32>(random) * 90 + 5)});
+  }
+  TEventsChart chart;
+  chart.SetEvents(Events(peaks), {});
+  chart.SetColour(TSeries::X, kPink);
+  chart.SetPointAbsorption(false);
+  Show(chart);
+  const QImage image = chart.grab().toImage();
+  std::ranges::sort(peaks, {}, &TSample::ms);
+  peaks.erase(peaks.begin());  // the axes are drawn over the first and the last
+  peaks.pop_back();
+  for (const auto& [ms, g] : peaks) EXPECT_EQ(image.pixelColor(PointAt(chart, At(ms), double{g})), kPink);
+}
+
+class SensorMarks : public testing::Test {
+ protected:
+  SensorMarks() {
+    FChart.SetSensors(FSensors, kStart);
+    Show(FChart);
+  }
+  QCPAxis& Temperature() { return *RectOf(FChart).axis(QCPAxis::atLeft, 1); }
+  QCPAxis& Humidity() { return *RectOf(FChart).axis(QCPAxis::atRight, 0); }
+  TSensorList FSensors = Sensors({{"Temperature", {{0, 10}, {kMinute, 20}}},
+                                  {"RH", {{0, 40}, {kMinute, 60}}},
+                                  {"A1", {{0, 5}, {kMinute, 5}}},
+                                  {"A2", {{0, 6}, {kMinute, 9}}}});
+  TSensorsChart FChart;
+  QCPAxis& FAnalog = ValuesOf(FChart);
+};
+
+TEST_F(SensorMarks, DisplayNamesStandInTitlesAndCursorTexts) {
+  QSignalSpy texts(&FChart, &TTimeChart::CursorValueChanged);
+  FChart.SetSensorNames({{"A1", "Oil"}, {"A2", ""}, {"RH", "RH"}});
+  FChart.grab();
+  EXPECT_EQ(FAnalog.label(), "Oil, A2");
+  Move(FChart, MiddleOf(FChart), Qt::NoButton);
+  EXPECT_THAT(LastText(texts), HasSubstr("Oil 5"));
+  FChart.SetSensorNames({{"A2", "Same"}, {"A1", "Same"}});
+  FChart.grab();
+  EXPECT_EQ(FAnalog.label(), "Same");
+  FChart.SetSensors(FSensors, kStart);
+  FChart.SetSensorNames({});
+  FChart.grab();
+  EXPECT_EQ(FAnalog.label(), "A1, A2");
+}
+
+TEST_F(SensorMarks, SeriesAndAxesHaveTheirOwnColours) {
+  const QColor axisColour(0x2E8B57U);
+  EXPECT_EQ(FAnalog.labelColor(), Qt::black);
+  EXPECT_EQ(Temperature().labelColor(), Qt::red);
+  EXPECT_EQ(Humidity().labelColor(), Qt::blue);
+  FChart.SetSensorColour("A1", kPink);
+  FChart.SetAxisColour(TSensorAxis::LeftOuter, axisColour);
+  EXPECT_EQ(Temperature().labelColor(), axisColour);
+  EXPECT_EQ(FAnalog.labelColor(), Qt::black);
+  const QRect inside = RectOf(FChart).rect().adjusted(2, 2, -2, -2);
+  EXPECT_GT(Count(FChart, kPink, inside), 300);
+  FChart.SetSensors(FSensors, kStart);
+  EXPECT_GT(Count(FChart, kPink, inside), 300) << "colours stay from recording to recording";
+}
+
+TEST_F(SensorMarks, AxesAreLockedOneByOne) {
+  const auto zoomAll = [this] { Wheel(FChart, MiddleOf(FChart), 1, Qt::ControlModifier); };
+  const QCPRange degrees = Temperature().range();
+  const QCPRange percent = Humidity().range();
+  FChart.SetAxisLocked(TSensorAxis::LeftOuter, true);
+  zoomAll();
+  EXPECT_EQ(Temperature().range(), degrees);
+  EXPECT_LT(Humidity().range().size(), percent.size());
+  FChart.SetAxisLocked(TSensorAxis::LeftOuter, false);
+  zoomAll();
+  EXPECT_LT(Temperature().range().size(), degrees.size());
+}
+
+TEST_F(SensorMarks, AlarmLimitsAreLinesInTheColourOfTheSeries) {
+  FChart.SetSensorColour("A2", kPink);
+  FChart.SetSensorVisible(2, false);
+  const auto ink = [this] {
+    const int y = static_cast<int>(FAnalog.coordToPixel(8));
+    return Count(FChart, kPink, QRect(RectOf(FChart).rect().center().x() - 150, y - 1, 200, 3));
+  };
+  const int series = ink();
+  FChart.SetAlarmLimits({{"A2", {-1.0, 8.0}}, {"A1", {5.5, 7.0}}});
+  EXPECT_GT(ink(), series + 60);
+  FChart.SetAlarmLimits({});
+  EXPECT_EQ(ink(), series);
+}
+
+// However a chart looks, it shows the same span and values of the same event, and draws itself once for the change.
+TEST_F(EventChart, NoChangeOfLooksMovesAnything) {
+  TEventsChart events;
+  events.SetEvents(Events(FSamples), {});
+  Show(events);
+  events.SetSelectedEvent(4);
+  TSensorsChart sensors;
+  const TSensorList list = Sensors({{"A1", FSamples}, {"RH", FSamples}});
+  sensors.SetSensors(list, kStart);
+  Show(sensors);
+  const std::vector<std::pair<TTimeChart*, std::function<void()>>> changes = {
+      {&events, [&] { events.SetPointAbsorption(false); }},
+      {&events, [&] { events.SetAlarmLimits(std::pair(-6.0, 7.0)); }},
+      {&events, [&] { events.SetColour(TSeries::X, kPink); }},
+      {&events, [&] { events.SetIndicatorVisible(true); }},
+      {&events,
+       [&] {
+         events.SetMasks({"0", "0"});
+       }},
+      {&FChart, [&] { FChart.SetAlarmLimits(std::pair(-6.0, 7.0)); }},
+      {&FChart, [&] { FChart.SetSeriesVisible(TSeries::Total, true); }},
+      {&FChart, [&] { FChart.SetSeriesVisible(TSeries::X, false); }},
+      {&FChart, [&] { FChart.SetPointsVisible(true); }},
+      {&FChart, [&] { FChart.SetNearestVisible(true); }},
+      {&FChart, [&] { FChart.SetValueAxisLocked(true); }},
+      {&sensors, [&] { sensors.SetSensorColour("A1", kPink); }},
+      {&sensors, [&] { sensors.SetAxisColour(TSensorAxis::LeftInner, kPink); }},
+      {&sensors,
+       [&] {
+         sensors.SetAlarmLimits({{"A1", {1, 7}}});
+       }},
+      {&sensors, [&] {
+         sensors.SetSensorNames({{"A1", "B1"}});
+       }}};
+  for (TTimeChart* chart : std::vector<TTimeChart*>{&events, &FChart, &sensors}) {
+    Wheel(*chart, MiddleOf(*chart), 2);
+    Wheel(*chart, MiddleOf(*chart), 1, Qt::ControlModifier);
+    Settle();
+  }
+  for (std::size_t i = 0; i < changes.size(); ++i) {
+    TTimeChart& chart = *changes[i].first;
+    const auto times = chart.TimeRange();
+    const QCPRange values = ValuesOf(chart).range();
+    const QMargins margins = RectOf(chart).margins();
+    QSignalSpy replots(&chart, &QCustomPlot::afterReplot);
+    changes[i].second();
+    Settle();
+    EXPECT_EQ(chart.TimeRange(), times) << i;
+    EXPECT_EQ(ValuesOf(chart).range(), values) << i;
+    EXPECT_LE(replots.count(), margins == RectOf(chart).margins() ? 1 : 2) << i;
+  }
+  EXPECT_GT(Ink(events, events.palette().color(QPalette::Highlight), Around(PointAt(events, At(40), 4), 9)), 10)
+      << "the event is still the selected one";
+}
+
+}  // namespace

@@ -1,0 +1,201 @@
+// The switches of the charts in the window, by the names of their controls.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QLabel>
+#include <QTableView>
+#include <QTest>
+#include <QToolButton>
+#include <stdexcept>
+
+#include "gui/charts/uEventsChart.h"
+#include "gui/charts/uSelectedEventChart.h"
+#include "gui/charts/uSensorsChart.h"
+#include "gui/mainform/KorvexMainForm.h"
+#include "tests/support/uChartHands.h"
+#include "tests/support/uThreeEvents.h"
+
+namespace {
+
+constexpr int kPatienceMs = 60000;
+
+struct TToggle {
+  const char* name;  // of an action, or of the button over one
+  bool on;           // at first
+};
+constexpr TToggle kToggles[] = {{"actShockEventsToolsIndicator", true},
+                                {"barbtnShockEventsGAxisLock", true},
+                                {"actShockShowTable", false},
+                                {"dxBarShockShowTotal", false},
+                                {"barbtnShockShowX", true},
+                                {"barbtnShockShowY", true},
+                                {"barbtnShockShowZ", true},
+                                {"barbtnShockToolsPoints", true},
+                                {"barbtnShockToolsNearest", false},
+                                {"actShockToolsIndicator", true},
+                                {"barbtnShockIndicatorMouseLock", true},
+                                {"barbtnShockGAxisLock", true},
+                                {"actSensorsToolsPoints", true},
+                                {"actSensorsToolsNearest", false},
+                                {"actSensorsToolsIndicator", true},
+                                {"actSensorIndicatorMouseLock", true},
+                                {"actSensorsAZoomRightII", true},
+                                {"actSensorsAZoomRightI", true},
+                                {"actSensorsAZoomLeftII", true},
+                                {"actSensorsAZoomLeftI", true}};
+
+class ChartToggles : public testing::Test {
+ protected:
+  ChartToggles() {
+    const auto path = FFolder / "three.kshock";
+    WriteFile(path, Deflated(ThreeEvents().content));
+    TProgram program;
+    program.folder = FFolder.Path();
+    program.firstArgument = path.string();
+    FForm = std::make_unique<TKorvexMainForm>(program, TReadFileThread::kNoMemoryBound);
+  }
+  void Open() {
+    FForm->show();
+    FForm->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(FForm.get()));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return FForm->Flow().FileShown() && !FForm->Flow().Busy(); }, kPatienceMs));
+    Settle();
+  }
+  void OpenShock() {
+    Open();
+    FForm->Flow().SwitchView(TView::Shock);
+    Settle();
+  }
+  template <class T>
+  T& Find(const char* name) {
+    T* found = FForm->findChild<T*>(name);
+    if (found == nullptr) throw std::runtime_error(std::string("there is no ") + name);
+    return *found;
+  }
+  QAction& Toggle(const char* name) {
+    if (auto* action = FForm->findChild<QAction*>(name)) return *action;
+    return *Find<QToolButton>(name).defaultAction();
+  }
+  void Press(const char* keys) {
+    QTest::keySequence(FForm.get(), QKeySequence(keys));
+    Settle();
+  }
+  TSelectedEventChart& Chart2() { return Find<TSelectedEventChart>("Chart2"); }
+
+  TTempFolder FFolder;
+  std::unique_ptr<TKorvexMainForm> FForm;
+};
+
+// As the settings set them, before there is a file and their groups are in sight.
+TEST_F(ChartToggles, StartInTheirStatesAndChangeWheneverTheyAreExecuted) {
+  for (const auto& [name, on] : kToggles) {
+    QAction& toggle = Toggle(name);
+    EXPECT_TRUE(toggle.isCheckable()) << name;
+    EXPECT_EQ(toggle.isChecked(), on) << name;
+    toggle.trigger();
+    EXPECT_EQ(toggle.isChecked(), !on) << name;
+  }
+  EXPECT_FALSE(Chart2().IsSeriesVisible(TSeries::X));
+  EXPECT_TRUE(Chart2().IsSeriesVisible(TSeries::Total));
+  Open();
+  for (const auto& [name, on] : kToggles) EXPECT_EQ(Toggle(name).isChecked(), !on) << name;
+  FForm->Flow().SwitchView(TView::Shock);
+  EXPECT_TRUE(Find<QTableView>("dbgShockValues").isVisible());
+}
+
+TEST_F(ChartToggles, AClickOnTheLegendAndTheButtonOfASeriesAreOneState) {
+  OpenShock();
+  auto& button = Find<QAbstractButton>("barbtnShockShowX");
+  ClickLegend(Chart2(), 0);
+  EXPECT_FALSE(button.isChecked());
+  EXPECT_FALSE(Chart2().IsSeriesVisible(TSeries::X));
+  QTest::mouseClick(&button, Qt::LeftButton);
+  EXPECT_TRUE(Chart2().IsSeriesVisible(TSeries::X));
+  Press("T");
+  EXPECT_TRUE(Chart2().IsSeriesVisible(TSeries::Total));
+  EXPECT_TRUE(Find<QAbstractButton>("dxBarShockShowTotal").isChecked());
+  ClickLegend(Chart2(), 3);
+  EXPECT_FALSE(Toggle("dxBarShockShowTotal").isChecked());
+}
+
+TEST_F(ChartToggles, LocksOfBothEventsChartsGoTogether) {
+  Open();
+  Toggle("barbtnShockEventsGAxisLock").trigger();
+  for (const char* name : {"Chart1", "Chart20"}) {
+    auto& chart = Find<TEventsChart>(name);
+    if (!chart.isVisible()) FForm->Flow().SwitchView(TView::Shock);
+    Settle();
+    const double span = ValuesOf(chart).range().size();
+    Wheel(chart, MiddleOf(chart), 1, Qt::ControlModifier);
+    EXPECT_LT(ValuesOf(chart).range().size(), span) << name;
+    Toggle("barbtnShockEventsGAxisLock").trigger();
+    const QCPRange locked = ValuesOf(chart).range();
+    Wheel(chart, MiddleOf(chart), 1, Qt::ControlModifier);
+    EXPECT_EQ(ValuesOf(chart).range(), locked) << name;
+    Toggle("barbtnShockEventsGAxisLock").trigger();
+  }
+}
+
+TEST_F(ChartToggles, EachSensorsLockHoldsItsOwnAxis) {
+  Open();
+  auto& chart = Find<TSensorsChart>("ChartAllSensors");
+  const std::pair<const char*, QCPAxis*> locks[] = {
+      {"actSensorsAZoomLeftI", RectOf(chart).axis(QCPAxis::atLeft, 0)},
+      {"actSensorsAZoomLeftII", RectOf(chart).axis(QCPAxis::atLeft, 1)},
+      {"actSensorsAZoomRightI", RectOf(chart).axis(QCPAxis::atRight, 0)},
+      {"actSensorsAZoomRightII", RectOf(chart).axis(QCPAxis::atRight, 1)}};
+  for (const auto& [name, unlocked] : locks) {
+    std::vector<QCPRange> before;
+    for (const auto& [_, axis] : locks) before.push_back(axis->range());
+    Toggle(name).trigger();
+    Wheel(chart, MiddleOf(chart), 1, Qt::ControlModifier);
+    for (std::size_t i = 0; i < std::size(locks); ++i) {
+      EXPECT_EQ(locks[i].second->range() == before[i], locks[i].second != unlocked) << name << i;
+    }
+    Toggle(name).trigger();
+  }
+}
+
+TEST_F(ChartToggles, TheValueTableShowsTheSamplesAndMarksTheOneUnderTheIndicator) {
+  OpenShock();
+  auto& table = Find<QTableView>("dbgShockValues");
+  EXPECT_FALSE(table.isVisible());
+  Press("Ctrl+T");
+  ASSERT_TRUE(table.isVisible());
+  // Event 1, the most intense: 0 9 9 9 0 g on x, a millisecond apart.
+  ASSERT_EQ(table.model()->rowCount(), 5);
+  Click(Chart2(), PointAt(Chart2(), 3, 5));
+  EXPECT_EQ(table.currentIndex().row(), 3);
+  Move(Chart2(), PointAt(Chart2(), 1, 5), Qt::NoButton);
+  EXPECT_EQ(table.currentIndex().row(), 3) << "the indicator is locked";
+  Toggle("barbtnShockIndicatorMouseLock").trigger();
+  Move(Chart2(), PointAt(Chart2(), 1, 4), Qt::NoButton);
+  EXPECT_EQ(table.currentIndex().row(), 1);
+
+  table.setFocus();
+  QTest::keySequence(&table, QKeySequence::Copy);
+  EXPECT_EQ(QApplication::clipboard()->text(), "Time (ms)\tX (g)\tY (g)\tZ (g)\tTotal (g)\n1\t9\t0\t0\t9\n");
+  EXPECT_EQ(Find<QLabel>("lblStatusValue").text(), "1 rows copied");
+  Press("N");  // the next event in the grid has other samples
+  EXPECT_NE(table.model()->rowCount(), 5);
+  FForm->Flow().Reload();
+  EXPECT_EQ(table.model()->rowCount(), 0) << "nothing refers to the mission that goes";
+  ASSERT_TRUE(QTest::qWaitFor([this] { return !FForm->Flow().Busy(); }, kPatienceMs));
+}
+
+TEST_F(ChartToggles, KeysWorkInTheViewOfTheirChartOnly) {
+  Open();
+  const auto state = [this] { return Toggle("barbtnShockShowX").isChecked(); };
+  Press("X");
+  EXPECT_TRUE(state());
+  FForm->Flow().SwitchView(TView::Shock);
+  Settle();
+  Press("X");
+  EXPECT_FALSE(state());
+}
+
+}  // namespace

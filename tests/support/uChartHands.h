@@ -1,0 +1,130 @@
+// Data for charts, and the hands and eyes that a test lends to one.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QTest>
+#include <cmath>
+#include <limits>
+#include <utility>
+#include <vector>
+
+#include "gui/charts/uTimeChart.h"
+#include "model/uEvents.h"
+#include "model/uOtherSensors.h"
+
+inline constexpr double kStart = 45123.25;  // 2023-07-16 06:00
+inline constexpr double kMinute = 60000;    // ms
+inline constexpr double kDay = 86400000;    // ms
+inline constexpr double kSame = 1e-9;       // days; a twelfth of a millisecond
+inline constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
+inline constexpr float kInfinity = std::numeric_limits<float>::infinity();
+
+struct TSample {
+  double ms;
+  float value;
+};
+using TSamples = std::vector<TSample>;
+
+inline double At(double ms) {
+  return kStart + ms / kDay;
+}
+
+// One event with a sample on x for each, or all samples in one event.
+inline TEventList Events(const TSamples& samples, bool oneEvent = false) {
+  TEventList events;
+  events.StartTime = kStart;
+  for (const auto& [ms, g] : samples) {
+    if (!oneEvent || events.Count() == 0) events.NewEvent();
+    events.AddValues(ms, g, 0, 0);
+  }
+  return events;
+}
+
+inline TSensorList Sensors(const std::vector<std::pair<const char*, TSamples>>& readings) {
+  TSensorList sensors;
+  for (const auto& [name, samples] : readings) {
+    sensors.Add(name);
+    for (const auto& [ms, value] : samples) sensors.AddValues(ms, value);
+  }
+  return sensors;
+}
+
+inline QCPAxisRect& RectOf(const TTimeChart& chart) {
+  return *chart.axisRects().front();
+}
+inline QCPAxis& TimeOf(const TTimeChart& chart) {
+  return *RectOf(chart).axis(QCPAxis::atBottom);
+}
+inline QCPAxis& ValuesOf(const TTimeChart& chart) {
+  return *RectOf(chart).axis(QCPAxis::atLeft);
+}
+inline QPoint PointAt(const TTimeChart& chart, double time, double value) {
+  return QPointF(TimeOf(chart).coordToPixel(time), ValuesOf(chart).coordToPixel(value)).toPoint();
+}
+inline QPoint MiddleOf(const TTimeChart& chart) {
+  return RectOf(chart).rect().center();
+}
+
+inline void Settle() {
+  for (int round = 0; round < 5; ++round) QCoreApplication::processEvents();
+}
+inline void Show(TTimeChart& chart) {
+  chart.resize(800, 300);
+  chart.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&chart));
+  Settle();
+}
+inline void ExpectRange(const TTimeChart& chart, double fromMs, double toMs) {
+  EXPECT_NEAR(chart.TimeRange().first, At(fromMs), kSame);
+  EXPECT_NEAR(chart.TimeRange().second, At(toMs), kSame);
+}
+inline void ExpectSaneAxes(TTimeChart& chart) {
+  for (const QCPAxis* axis : RectOf(chart).axes()) {
+    EXPECT_TRUE(std::isfinite(axis->range().lower) && std::isfinite(axis->range().upper));
+    EXPECT_LT(axis->range().lower, axis->range().upper);
+  }
+  EXPECT_EQ(chart.grab().size(), QSize(800, 300));
+}
+
+inline void Wheel(TTimeChart& chart, const QPoint& at, int notches, Qt::KeyboardModifiers held = Qt::NoModifier) {
+  QWheelEvent wheel(at, chart.mapToGlobal(at), {}, {0, 120 * notches}, Qt::NoButton, held, Qt::NoScrollPhase, false);
+  QCoreApplication::sendEvent(&chart, &wheel);
+}
+inline void Move(TTimeChart& chart, const QPoint& to, Qt::MouseButton held) {
+  QMouseEvent move(QEvent::MouseMove, to, chart.mapToGlobal(to), Qt::NoButton, held, Qt::NoModifier);
+  QCoreApplication::sendEvent(&chart, &move);
+}
+inline void Drag(TTimeChart& chart, const QPoint& from, const QPoint& to, Qt::MouseButton button = Qt::LeftButton) {
+  QTest::mousePress(&chart, button, {}, from);
+  Move(chart, (from + to) / 2, button);
+  Move(chart, to, button);
+  QTest::mouseRelease(&chart, button, {}, to);
+}
+inline void Click(TTimeChart& chart, const QPoint& at) {
+  QTest::mouseClick(&chart, Qt::LeftButton, {}, at);
+}
+inline void ClickLegend(TTimeChart& chart, std::size_t entry) {
+  const auto* legend = dynamic_cast<TLegendRow*>(chart.plotLayout()->element(0, 0));
+  const int y = legend->rect().top() + 8;
+  int x = 0;
+  while (x < chart.width() && legend->EntryAt(QPointF(x, y)) != entry) ++x;
+  ASSERT_LT(x, chart.width()) << "the legend has no entry " << entry;
+  Click(chart, {x + 2, y});
+}
+
+// Pixels that are more of this colour than of anything else.
+inline int Ink(TTimeChart& chart, const QColor& colour, const QRect& within) {
+  const QImage image = chart.grab().toImage();
+  const QRect rect = within & RectOf(chart).rect();
+  int count = 0;
+  for (int y = rect.top(); y <= rect.bottom(); ++y) {
+    for (int x = rect.left(); x <= rect.right(); ++x) {
+      const QColor c = image.pixelColor(x, y);
+      count +=
+          std::abs(c.red() - colour.red()) + std::abs(c.green() - colour.green()) + std::abs(c.blue() - colour.blue()) <
+          300;
+    }
+  }
+  return count;
+}
