@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include "analysis/uHighPassFilter.h"
 #include "analysis/uThresholdIntervals.h"
 #include "base/uDateTime.h"
 #include "gui/common/uQtText.h"
@@ -41,6 +42,8 @@ TSelectedEventChart::TSelectedEventChart(QWidget* parent) : TTimeChart(TTimeUnit
 }
 
 void TSelectedEventChart::Clear() {
+  FEvent = nullptr;
+  FFiltered = {};
   FSamples.Clear();
   FIntervals = {};
   FPeak.reset();
@@ -52,14 +55,15 @@ void TSelectedEventChart::Clear() {
 void TSelectedEventChart::ShowEvent(const TEventList& events, std::size_t index, const TMissionData& mission) {
   Clear();
   if (index >= events.Count() || events.GetItem(index).Count() == 0) return;
-  const TEvent& event = events.GetItem(index);
+  FEvent = &events.GetItem(index);
+  const TEvent& event = *FEvent;
   FSamples.Set(event.Values());
-  const auto samples = FSamples.Samples();
-  if (samples.empty()) return;
-  FStart = std::isfinite(event.GetStartTime()) ? event.GetStartTime() : samples.front().time;
+  if (FSamples.Samples().empty()) {
+    FEvent = nullptr;
+    return;
+  }
+  FStart = std::isfinite(event.GetStartTime()) ? event.GetStartTime() : FSamples.Samples().front().time;
   FLevels = ThresholdsOf(mission);
-  Measure();
-  FindPeak(event);
   FindIntervals(event);
 
   const std::string when = FormatDateTime(DateTimeMask(), DateTimeOf(events.StartTime, event.GetStartTime()));
@@ -67,7 +71,28 @@ void TSelectedEventChart::ShowEvent(const TEventList& events, std::size_t index,
       tr("Event %1 · %2 · peak %3 g (%4 g on %5)")
           .arg(event.ID)
           .arg(QtText(when), Figure(double{event.Max}), Figure(double{event.MaxSingle}), QtText(event.MaxAxis)));
-  SetFullRange(std::pair(samples.front().time - FStart, samples.back().time - FStart));
+  SetFullRange(std::pair(FSamples.Samples().front().time - FStart, FSamples.Samples().back().time - FStart));
+  ShowSamples();
+}
+
+void TSelectedEventChart::SetHighPass(bool on) {
+  if (std::exchange(FHighPass, on) == on || FEvent == nullptr) return;
+  ShowSamples();
+}
+
+void TSelectedEventChart::ShowSamples() {
+  FFiltered.clear();
+  if (FHighPass) {
+    for (const TFilteredValue& value : HighPassFiltered(FEvent->Values())) {
+      FFiltered.push_back(
+          {value.time, static_cast<float>(value.x), static_cast<float>(value.y), static_cast<float>(value.z)});
+    }
+  }
+  FSamples.Set(FHighPass ? std::span<const TEventValue>(FFiltered) : FEvent->Values());
+  Measure();
+  FindPeak(*FEvent);
+  ScaleValues();
+  QueueReplot();
   emit SamplesChanged();
 }
 
@@ -97,8 +122,10 @@ void TSelectedEventChart::Measure() {
   }
 }
 
+// Of the recorded samples; filtered curves have none of their own.
 void TSelectedEventChart::FindPeak(const TEvent& event) {
-  if (!std::isfinite(event.MaxSingle)) return;
+  FPeak.reset();
+  if (FHighPass || !std::isfinite(event.MaxSingle)) return;
   const std::size_t axis = std::string_view("XYZ").find(event.MaxAxis.front());
   if (axis == std::string_view::npos) return;
   const auto samples = FSamples.Samples();

@@ -23,6 +23,9 @@ class TSelectedEventChart final : public TTimeChart {
   // Borrows the event's samples until Clear or the next call; an index past the list clears. Shows the whole event.
   void ShowEvent(const TEventList& events, std::size_t index, const TMissionData& mission);
   void Clear() override;
+  // Shows the filtered curves of the event instead of the recorded ones, as many points as the filter gives. The peak in
+  // the title and the shaded intervals stay those of the recorded samples.
+  void SetHighPass(bool on);
   // What is shown, in the order of time, until SamplesChanged or Clear; time 0 of the axis is at StartMs.
   [[nodiscard]] std::span<const TEventValue> Samples() const { return FSamples.Samples(); }
   [[nodiscard]] double StartMs() const { return FStart; }
@@ -62,6 +65,7 @@ class TSelectedEventChart final : public TTimeChart {
     float value;  // g, signed
   };
 
+  void ShowSamples();
   void Measure();
   void FindPeak(const TEvent& event);
   void FindIntervals(const TEvent& event);
@@ -74,6 +78,9 @@ class TSelectedEventChart final : public TTimeChart {
   void PaintLevels(QCPPainter& painter) const;
   void PaintPeak(QCPPainter& painter) const;
 
+  const TEvent* FEvent = nullptr;
+  bool FHighPass = false;
+  std::vector<TEventValue> FFiltered;
   TInTimeOrder<TEventValue> FSamples;
   double FStart = 0;  // ms since the mission's start
   TThresholds FLevels{};

@@ -12,7 +12,9 @@
 #include <QScrollBar>
 #include <QStackedWidget>
 #include <QToolButton>
+#include <map>
 #include <stdexcept>
+#include <utility>
 
 #include "gui/charts/uEventsChart.h"
 #include "gui/charts/uNavigatorChart.h"
@@ -243,12 +245,56 @@ void TMainScreen::FreePointAbsorptionLists() {
 }
 
 void TMainScreen::RefreshDisplay(const TShownMission& mission) {
-  for (TTimeChart* chart : FWindow.findChildren<TTimeChart*>()) chart->RefreshLabels();
+  ShowInCharts(mission.Display);
   if (FMission == nullptr) return;
   for (TGrid* grid : FWindow.findChildren<TGrid*>()) grid->Refresh();
   FParts.shock->ShowCards(mission.Tables.Events, mission.SelectedEvent, mission.Display);
   ShowDetails(mission);
   FParts.report->ShowReport(mission);
+}
+
+void TMainScreen::ShowInCharts(const TDisplaySettings& display) {
+  const auto limitsOf = [&](TQuantity quantity) {
+    const TLimits& limits = display.Limits[static_cast<std::size_t>(quantity)];
+    return std::pair(limits.least, limits.largest);
+  };
+  const TValueMasks masks{std::string(display.Formats[static_cast<std::size_t>(TQuantity::Time)]),
+                          std::string(display.Formats[static_cast<std::size_t>(TQuantity::Acceleration)])};
+  TAlarmLimits acceleration;
+  if (display.AlarmActive) acceleration = limitsOf(TQuantity::Acceleration);
+  const auto showAcceleration = [&](auto& chart) {
+    for (std::size_t i = 0; i < kSeriesCount; ++i) {
+      chart.SetColour(static_cast<TSeries>(i), QColor(display.AccelerationColours[i]));
+    }
+    chart.SetAlarmLimits(acceleration);
+    chart.SetMasks(masks);
+  };
+  for (TEventsChart* chart : {FParts.overview->Chart1(), FParts.shock->Chart20()}) {
+    showAcceleration(*chart);
+    chart->SetPointAbsorption(display.PointAbsorption);
+  }
+  showAcceleration(*FParts.shock->Chart2());
+  FParts.shock->SetMasks(masks);
+
+  TSensorsChart& sensors = *FParts.overview->ChartAllSensors();
+  constexpr TQuantity kQuantities[] = {TQuantity::Temperature, TQuantity::Temperature, TQuantity::Temperature,
+                                       TQuantity::Humidity,    TQuantity::Pressure,    TQuantity::Light,
+                                       TQuantity::Battery,     TQuantity::A1,          TQuantity::A2,
+                                       TQuantity::A3,          TQuantity::A4};
+  static_assert(std::size(kQuantities) == kColouredSensors.size());
+  std::map<std::string, std::pair<double, double>> limits;
+  for (std::size_t i = 0; i < kColouredSensors.size(); ++i) {
+    sensors.SetSensorColour(kColouredSensors[i], QColor(display.SensorColours[i]));
+    if (display.AlarmActive) limits.emplace(kColouredSensors[i], limitsOf(kQuantities[i]));
+  }
+  sensors.SetAlarmLimits(std::move(limits));
+  for (std::size_t i = 0; i < kSensorAxisCount; ++i) {
+    sensors.SetAxisColour(static_cast<TSensorAxis>(i), QColor(display.AxisColours[i]));
+  }
+  std::map<std::string, std::string> names;
+  for (std::size_t i = 0; i < kAnalogInputs.size(); ++i) names.emplace(kAnalogInputs[i], display.AnalogNames[i]);
+  sensors.SetSensorNames(std::move(names));
+  for (TTimeChart* chart : FWindow.findChildren<TTimeChart*>()) chart->RefreshLabels();
 }
 
 void TMainScreen::ShowDetails(const TShownMission& mission) {

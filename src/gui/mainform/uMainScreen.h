@@ -71,6 +71,7 @@ class TMainScreen final : public IMainScreen {
   template <class T>
   [[nodiscard]] T& Control(std::string_view name) const;
 
+  void ShowInCharts(const TDisplaySettings& display);
   void ShowDetails(const TShownMission& mission);
 
   QMainWindow& FWindow;
