@@ -22,6 +22,16 @@ std::string Utf8FromPath(const fs::path& path) {
   return {utf8.begin(), utf8.end()};
 }
 
+void KeepAside(const fs::path& path) {
+  if (!fs::exists(fs::symlink_status(path))) return;
+  fs::path other = path;
+  other.replace_filename(path.stem().concat("-kept").concat(path.extension().native()));
+  for (int number = 2; fs::exists(fs::symlink_status(other)); ++number) {
+    other.replace_filename(path.stem().concat(fmt::format("-kept-{}", number)).concat(path.extension().native()));
+  }
+  fs::rename(path, other);
+}
+
 void WriteBesideAndRename(const fs::path& target, const std::function<void(const fs::path&)>& write) {
   fs::path real = target;
   for (int links = 0; fs::is_symlink(real) && links < kMaxLinks; ++links) {

@@ -40,6 +40,8 @@ class TKorvexMainForm : public QMainWindow {
   void actPreviousEventExecute();
   void actZoomResetExecute();
   void actDefaultLayoutExecute();
+  void actSaveUserLayoutExecute();
+  void actLoadUserLayoutExecute();
   void actPrintViewExecute();
   void actExportViewExecute();
   void actFullScreenExecute();
@@ -55,6 +57,7 @@ class TKorvexMainForm : public QMainWindow {
 
  private:
   void ConnectFiles();
+  void ConnectRecent();
   void ConnectGrids();
   void ConnectCharts();
   void Select(std::size_t event);
@@ -64,6 +67,5 @@ class TKorvexMainForm : public QMainWindow {
   std::unique_ptr<TMainScreen> FScreen;
   std::unique_ptr<TPostedMessages> FMessages;
   std::unique_ptr<TFileFlow> FFlow;
-  QByteArray FDefaultLayout;
   bool FShownOnce = false;
 };

@@ -9,9 +9,13 @@ class QFrame;
 class QLabel;
 class QStackedWidget;
 class TBackstage;
+class TLayouts;
 class TLoadingPanel;
+class TLogos;
 class TMainOverviewPanel;
 class TMainShockPanel;
+class TRecentFiles;
+class TRecentPage;
 class TReportPanel;
 class TRibbon;
 class TWellcomePanel;
@@ -28,6 +32,10 @@ struct TMainParts {
   TDockPanels docks;
   TLoadingPanel* loading;
   TBackstage* backstage;
+  TRecentPage* recent;         // of the backstage
+  TRecentFiles* recentFiles;   // of the welcome panel
+  TLogos* logos;
+  TLayouts* layouts;
   QFrame* damaged;       // says that the shown recording is damaged
   QLabel* statusHint;    // what the mouse can do where it is
   QLabel* statusValue;   // the value under the pointer

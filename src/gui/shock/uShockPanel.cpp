@@ -43,6 +43,7 @@ TMainShockPanel::TMainShockPanel(QWidget* parent)
   FChart2->setAccessibleName(tr("Selected event chart"));
 
   auto* below = new QSplitter(Qt::Horizontal, this);
+  below->setObjectName("splShockEvent");
   below->setChildrenCollapsible(false);
   below->addWidget(MakeEventList());
   below->addWidget(FChart2);
@@ -50,6 +51,7 @@ TMainShockPanel::TMainShockPanel(QWidget* parent)
   below->setStretchFactor(1, 1);
   below->setSizes({1000, 1000});
   auto* splitter = new QSplitter(Qt::Vertical, this);
+  splitter->setObjectName("splShock");
   splitter->setChildrenCollapsible(false);
   splitter->addWidget(FChart20);
   splitter->addWidget(below);
