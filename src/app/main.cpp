@@ -14,6 +14,7 @@
 #include "gui/mainform/KorvexMainForm.h"
 #include "gui/mainform/uSnapshots.h"
 #include "platform/uMachineMemory.h"
+#include "platform/uUserFolders.h"
 
 namespace {
 
@@ -96,7 +97,12 @@ int Run(const TArguments& arguments, const char* programName) {
   TProgram program;
   program.folder = PathFromUtf8(Utf8(QCoreApplication::applicationDirPath()));
   program.version = SHOCKSCOPE_FILE_VERSION;
-  if (!takesPictures) program.firstArgument = arguments.file;
+  // Pictures are the same for everybody.
+  if (!takesPictures) {
+    program.firstArgument = arguments.file;
+    program.dataFolder = RegistryFileDir();
+    program.FindSettingsFolder = SettingsFolder;
+  }
   // A quarter of the memory stays for everybody else.
   TKorvexMainForm form(std::move(program), MachineMemoryBytes() / 4 * 3);
   if (takesPictures) {

@@ -10,7 +10,6 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr int kMaxLinks = 40;
-constexpr int kMostAside = 100;
 
 }  // namespace
 
@@ -21,6 +20,17 @@ fs::path PathFromUtf8(std::string_view utf8) {
 std::string Utf8FromPath(const fs::path& path) {
   const std::u8string utf8 = path.u8string();
   return {utf8.begin(), utf8.end()};
+}
+
+fs::path KeepAside(const fs::path& path) {
+  if (!fs::exists(fs::symlink_status(path))) return path;
+  fs::path other = path;
+  other.replace_filename(path.stem().concat("-kept").concat(path.extension().native()));
+  for (int number = 2; fs::exists(fs::symlink_status(other)); ++number) {
+    other.replace_filename(path.stem().concat(fmt::format("-kept-{}", number)).concat(path.extension().native()));
+  }
+  fs::rename(path, other);
+  return other;
 }
 
 void WriteBesideAndRename(const fs::path& target, const std::function<void(const fs::path&)>& write) {
@@ -47,17 +57,4 @@ void WriteBesideAndRename(const fs::path& target, const std::function<void(const
     fs::remove(beside, ignored);
     throw;
   }
-}
-
-std::optional<fs::path> KeepAside(const fs::path& path) {
-  std::error_code error;
-  for (int number = 1; number < kMostAside; ++number) {
-    fs::path aside = path;
-    aside += fmt::format(".kept{}", number);
-    if (fs::exists(aside, error)) continue;
-    fs::rename(path, aside, error);
-    if (error) return std::nullopt;
-    return aside;
-  }
-  return std::nullopt;
 }

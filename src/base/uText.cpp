@@ -25,9 +25,14 @@ char AnsiByteOf(char32_t codePoint) {
   return found == kHighBytes.end() ? '?' : static_cast<char>(0x80 + (found - kHighBytes.begin()));
 }
 
-// One code point from the front of the text, which is shortened by it; U+FFFD for a malformed byte.
+constexpr char32_t kMalformed = 0xFFFD;
+
+bool IsControl(char32_t codePoint) {
+  return codePoint < 0x20 || (codePoint >= 0x7F && codePoint < 0xA0);
+}
+
+// One code point from the front of the text, which is shortened by it; kMalformed for a malformed byte.
 char32_t TakeCodePoint(std::string_view& utf8) {
-  constexpr char32_t kMalformed = 0xFFFD;
   const auto first = static_cast<unsigned char>(utf8.front());
   utf8.remove_prefix(1);
   if (first < 0x80) return first;
@@ -155,13 +160,21 @@ std::string MaskFloat(std::string_view mask, double value) {
   return FixedText(decimal, minPlaces);
 }
 
+bool IsPlainLine(std::string_view utf8) {
+  while (!utf8.empty()) {
+    const char32_t codePoint = TakeCodePoint(utf8);
+    const bool isSurrogate = codePoint >= 0xD800 && codePoint < 0xE000;
+    if (IsControl(codePoint) || codePoint == kMalformed || isSurrogate) return false;
+  }
+  return true;
+}
+
 std::string Printable(std::string_view utf8) {
   std::string text;
   while (!utf8.empty()) {
     const std::string_view before = utf8;
     const char32_t codePoint = TakeCodePoint(utf8);
-    const bool isControl = codePoint < 0x20 || (codePoint >= 0x7F && codePoint < 0xA0);
-    text += isControl ? "?" : before.substr(0, before.size() - utf8.size());
+    text += IsControl(codePoint) ? "?" : before.substr(0, before.size() - utf8.size());
   }
   return text;
 }

@@ -26,5 +26,8 @@ std::string MaskFloat(std::string_view mask, double value);
 // The text with every control character as "?", so that it cannot steer a terminal or forge a line.
 std::string Printable(std::string_view utf8);
 
+// Whole UTF-8 without control characters: what can stand on a line and comes back from a window as it was.
+bool IsPlainLine(std::string_view utf8);
+
 // Appends an item to a list in words: as it is when the text is empty, else after ", ".
 void AppendListItem(std::string& text, std::string_view item);

@@ -276,6 +276,8 @@ void TFileFlow::FileLoadComplete() {
   SelectEvent(FMission, stillThere ? *FKept->selectedEvent : FMission.Tables.MostIntenseEvent, FScreen);
   SwitchView(FKept ? FKept->view : TView::Overview);
   if (FKept) Restore(*FKept);
+  FRecent.Add(FFileName);
+  FScreen.ShowRecentDocuments(FRecent);
 }
 
 void TFileFlow::Restore(const TKept& kept) {

@@ -37,6 +37,8 @@ class TFileFlow {
   // The folder of the last file that was opened or saved, at first the data folder.
   [[nodiscard]] const std::string& RememberedFolder() const { return FRememberedFolder; }
   void RememberFolderOf(const std::string& fileName);
+  // What was shown last, and before that. Whoever changes it shows it.
+  [[nodiscard]] TRecentDocuments& Recent() { return FRecent; }
 
   // The open command and the demo button: ask for a file; a cancelled dialog leaves everything as it is.
   void AskAndOpen();
@@ -93,6 +95,7 @@ class TFileFlow {
   TShownMission FMission;
   std::string FFileName;
   std::string FRememberedFolder;
+  TRecentDocuments FRecent;
   std::optional<TKept> FKept;
   std::int64_t FBlocks = 0;
   bool FCancelled = false;

@@ -4,11 +4,13 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
 
+#include "shell/uRecentDocuments.h"
 #include "shell/uShownMission.h"
 
 // What an open dialog starts with.
@@ -59,6 +61,18 @@ class IMainScreen {
   virtual void SetSkinColour(std::string_view element, std::uint32_t rgb) = 0;
   virtual void RefreshLookAndFeel() = 0;
   virtual void SetUpSensorsAxes() = 0;
+
+  // The files of the settings folder. What cannot be written, or is of no use when read, is an exception.
+  // The pictures by their index: 0 is the company's logo, 1 the report's. A file of no use leaves the built-in picture,
+  // and saving then leaves that file alone.
+  virtual void LoadLogo(std::size_t index, const std::filesystem::path& file) = 0;
+  virtual void SaveLogo(std::size_t index, const std::filesystem::path& file) = 0;
+  // The arrangement of dock panels and views. A file of no use leaves the designed one.
+  virtual void LoadLayout(const std::filesystem::path& file) = 0;
+  virtual void SaveLayout(const std::filesystem::path& file) = 0;
+  virtual void RestoreDesignedLayout() = 0;
+  // Fills the lists of recent files and folders.
+  virtual void ShowRecentDocuments(const TRecentDocuments& recent) = 0;
 
   // The loading indicator.
   virtual void SetProgressMaximum(int maximum) = 0;

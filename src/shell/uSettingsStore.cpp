@@ -15,8 +15,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr auto kFile = "settings.ini";
-
 // Toggles are flipped, not set, so that all that a click does happens.
 void Flip(IMainScreen& screen, std::string_view control, bool on) {
   if (std::get<bool>(screen.Value(control)) != on) screen.Click(control);
@@ -93,24 +91,27 @@ TControlValue DefaultOf(const TSetting& setting) {
 }
 
 void ReadSettings(const fs::path& folder, IMainScreen& screen) {
-  const fs::path path = folder / kFile;
+  const fs::path path = folder / kSettingsFile;
   std::error_code unknown;
   if (!fs::exists(path, unknown)) return;
   TIniFile ini;
   try {
     ini = TIniFile::Load(path);
   } catch (const std::exception& error) {
-    const auto aside = KeepAside(path);
-    screen.ShowMessage("The settings cannot be read; the defaults are used.",
-                       aside ? fmt::format("{}\nThe file is kept as {}.", error.what(), Utf8FromPath(*aside))
-                             : std::string(error.what()));
+    std::string details = error.what();
+    try {
+      details += fmt::format("\nThe file is kept as {}.", Utf8FromPath(KeepAside(path)));
+    } catch (const fs::filesystem_error&) {
+      details += "\nIt cannot be renamed, so settings will not be saved.";
+    }
+    screen.ShowMessage("The settings cannot be read; the defaults are used.", details);
     return;
   }
   for (const TSetting& row : Settings()) ReadSetting(ini, row, screen);
 }
 
 void WriteSettings(const fs::path& folder, const IMainScreen& screen) {
-  const fs::path path = folder / kFile;
+  const fs::path path = folder / kSettingsFile;
   TIniFile ini;
   if (fs::exists(path)) ini = TIniFile::Load(path);
   for (const std::size_t row : WritingOrder()) WriteSetting(ini, Settings()[row], screen);

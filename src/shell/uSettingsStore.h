@@ -6,6 +6,8 @@
 #include "shell/uMainScreen.h"
 #include "shell/uSettingsSchema.h"
 
+inline constexpr auto kSettingsFile = "settings.ini";
+
 // The state in which a control is designed.
 TControlValue DefaultOf(const TSetting& setting);
 

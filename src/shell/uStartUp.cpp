@@ -8,6 +8,9 @@
 #include <vector>
 
 #include "base/uFiles.h"
+#include "shell/uLayoutCommands.h"
+#include "shell/uSettingsStore.h"
+#include "shell/uSteps.h"
 #include "shell/uViewSwitch.h"
 
 namespace fs = std::filesystem;
@@ -15,6 +18,9 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr std::uint32_t kWhite = 0xFFFFFF;
+// By their index among the window's pictures.
+constexpr std::string_view kLogoFiles[] = {"Company-Logo.png", "Report-Logo.png"};
+constexpr std::string_view kRecentDocumentsFile = "recentdocuments.ini";
 
 // The plain files of the folder, in the order in which the search returns them; none when there is no folder.
 std::vector<fs::path> ManualDocuments(const fs::path& folder) {
@@ -36,6 +42,36 @@ void AddUserManual(const TProgram& program, IMainScreen& screen) {
   }
 }
 
+// A link that leads nowhere exists too: nothing is to be written through it.
+bool Exists(const fs::path& file) {
+  std::error_code unknown;
+  return fs::exists(fs::symlink_status(file, unknown));
+}
+
+// Where the user has no logo yet, the built-in one stands to be replaced.
+void LoadLogos(const fs::path& folder, TSteps& steps, IMainScreen& screen) {
+  for (std::size_t i = 0; i < std::size(kLogoFiles); ++i) {
+    const fs::path file = folder / kLogoFiles[i];
+    steps.Run(file, [&] { Exists(file) ? screen.LoadLogo(i, file) : screen.SaveLogo(i, file); });
+  }
+}
+
+void SaveLogos(const fs::path& folder, TSteps& steps, IMainScreen& screen) {
+  for (std::size_t i = 0; i < std::size(kLogoFiles); ++i) {
+    const fs::path file = folder / kLogoFiles[i];
+    steps.Run(file, [&] { screen.SaveLogo(i, file); });
+  }
+}
+
+void LoadLayouts(const fs::path& folder, TSteps& steps, IMainScreen& screen) {
+  const fs::path designed = folder / kDefaultLayoutFile;
+  if (!Exists(designed)) steps.Run(designed, [&] { screen.SaveLayout(designed); });
+  const fs::path user = folder / kUserLayoutFile;
+  if (!Exists(user)) return;
+  steps.Run(user, [&] { screen.LoadLayout(user); });
+  CloseDockPanels(screen);  // the layout may show them, and no file is shown
+}
+
 }  // namespace
 
 std::string StartCaption(const TProgram& program) {
@@ -46,7 +82,7 @@ std::string DemoFolder(const TProgram& program) {
   return Utf8FromPath(program.folder / "data" / "");
 }
 
-void FormCreate(const TProgram& program, IMainScreen& screen) {
+void FormCreate(const TProgram& program, TRecentDocuments& recent, IMainScreen& screen) {
   screen.SetApplicationTitle(kApplicationTitle);
   screen.SetCaption(StartCaption(program));
   AddUserManual(program, screen);
@@ -59,6 +95,17 @@ void FormCreate(const TProgram& program, IMainScreen& screen) {
   EnterWelcomeState(screen);
   screen.SetEnabled("dxBarReload", false);
   screen.PrepareSensorsAxes();
+
+  const fs::path folder = PathFromUtf8(program.FindSettingsFolder());
+  if (folder.empty()) return;
+  ReadSettings(folder, screen);
+  TSteps steps;
+  LoadLogos(folder, steps, screen);
+  LoadLayouts(folder, steps, screen);
+  const fs::path documents = folder / kRecentDocumentsFile;
+  steps.Run(documents, [&] { recent.Load(documents); });
+  screen.ShowRecentDocuments(recent);
+  steps.Tell(screen, "Not everything in the settings folder can be used.");
 }
 
 void FormShow(const TProgram& program, IMainScreen& screen) {
@@ -70,6 +117,14 @@ void FormShow(const TProgram& program, IMainScreen& screen) {
   screen.SetUpSensorsAxes();
 }
 
-void FormClose(IMainScreen& screen) {
+void FormClose(const TProgram& program, TRecentDocuments& recent, IMainScreen& screen) {
   screen.FreePointAbsorptionLists();
+  const fs::path folder = PathFromUtf8(program.FindSettingsFolder());
+  if (folder.empty()) return;
+  TSteps steps;
+  SaveLogos(folder, steps, screen);
+  steps.Run(folder / kSettingsFile, [&] { WriteSettings(folder, screen); });
+  const fs::path documents = folder / kRecentDocumentsFile;
+  steps.Run(documents, [&] { recent.Save(documents); });
+  steps.Tell(screen, "Not everything could be saved.");
 }

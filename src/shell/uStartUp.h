@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <string>
 
 #include "shell/uMainScreen.h"
@@ -12,6 +13,8 @@ struct TProgram {
   std::string version;           // four dotted numbers
   std::string dataFolder;        // where the open dialog starts; empty: the system's choice
   std::string firstArgument;     // the recording to open, or empty
+  // Finds and makes the settings folder, with its trailing delimiter; empty: unusable, nothing is read or written.
+  std::function<std::string()> FindSettingsFolder = [] { return std::string(); };
 };
 
 inline constexpr std::string_view kApplicationTitle = "Korvex165 ShockScope ";
@@ -21,9 +24,11 @@ std::string StartCaption(const TProgram& program);
 // The folder of the demo recording, with its trailing delimiter.
 std::string DemoFolder(const TProgram& program);
 
-// The window is constructed: title, manual, cards, open dialog, welcome state, axes.
-void FormCreate(const TProgram& program, IMainScreen& screen);
+// The window is constructed: title, manual, cards, open dialog, welcome state, axes, and what the settings folder holds:
+// logos, layouts, recent documents.
+void FormCreate(const TProgram& program, TRecentDocuments& recent, IMainScreen& screen);
 // The window is shown for the first time. The recording of the first argument is the caller's to open, afterwards.
 void FormShow(const TProgram& program, IMainScreen& screen);
-// The window closes; no file is being read any more.
-void FormClose(IMainScreen& screen);
+// The window closes; no file is being read any more. Logos and recent documents are saved, the user layout is not. A
+// file that cannot be written costs neither the others nor the close.
+void FormClose(const TProgram& program, TRecentDocuments& recent, IMainScreen& screen);

@@ -65,6 +65,21 @@ void CloseDockPanels(IMainScreen& screen) {
   Hide(screen, {kDockPanels});
 }
 
+void ShowDockPanels(IMainScreen& screen, TView view) {
+  switch (view) {
+    case TView::Overview:
+      Show(screen, {kDockPanels});
+      break;
+    case TView::Shock:
+      Show(screen, {kShockDockPanels});
+      Hide(screen, {kSensorDockPanels});
+      break;
+    case TView::Report:
+      CloseDockPanels(screen);
+      break;
+  }
+}
+
 std::vector<std::string_view> ClosedDockPanels(const IMainScreen& screen) {
   std::vector<std::string_view> closed;
   for (const std::string_view panel : kDockPanels) {
@@ -97,7 +112,7 @@ void SetViewOverview(IMainScreen& screen) {
   screen.BringToFront("MainOverviewPanel");
   screen.SetChecked("actSetViewOverview");
   Show(screen, {kSensorButtons});
-  Show(screen, {kDockPanels});
+  ShowDockPanels(screen, TView::Overview);
   ribbon.End();
   screen.Repaint("ChartAllSensors");
 }
@@ -107,7 +122,7 @@ void SetViewReport(IMainScreen& screen) {
   Hide(screen, {kOverviewItems, kShockItems, kShockGroups, kEventsChartGroups, kShockChartGroups, kSensorsChartGroups,
                 kSensorButtons});
   Show(screen, {kReportItems});
-  CloseDockPanels(screen);
+  ShowDockPanels(screen, TView::Report);
   Hide(screen, {kGroupsWithoutReport});
   screen.BringToFront("ReportPanel");
   screen.SetChecked("actSetViewReport");
@@ -126,8 +141,7 @@ void SetViewShock(IMainScreen& screen, std::optional<std::size_t> selectedEvent)
   screen.SelectRibbonTab("tabShock");
   Show(screen, {kShockViewGroups});
   Show(screen, {kSensorButtons});
-  Show(screen, {kShockDockPanels});
-  Hide(screen, {kSensorDockPanels});
+  ShowDockPanels(screen, TView::Shock);
   screen.Repaint("ChartNavigator");
   screen.RebuildFilteredEvents();
   screen.PositionEventGrids(selectedEvent);

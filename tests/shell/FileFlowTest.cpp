@@ -130,7 +130,7 @@ hide pnlLoading; taskbar off; enable)log" +
                                 " btngrpNavigator btngrpLayout btngrpAlarm btngrpFiltering; front MainOverviewPanel; "
                                 "check actSetViewOverview; show dxBarShowSensorGrid dxBarShowBatteryGrid" +
                                 kDockPanelNames +
-                                "; ribbon resumed; repaint ChartAllSensors; "
+                                "; ribbon resumed; repaint ChartAllSensors; recent 1 files 1 folders; "
                                 "text lblStatusFile \"three.kshock · complete\"; ");
   EXPECT_TRUE(FFlow.FileShown());
   EXPECT_EQ(SensorList.StartTime, 45123.25);
@@ -304,7 +304,7 @@ TEST_F(FileFlow, ReloadKeepsViewAndSelectionAnOpenDoesNot) {
   EXPECT_EQ(FFlow.View(), TView::Shock);
   EXPECT_EQ(FFlow.Mission().SelectedEvent, 2U);
   EXPECT_EQ(FFlow.Mission().CLDS.IndexName(), "DBCDesc") << "the order stays";
-  EXPECT_THAT(FScreen.Said(), HasSubstr("position 2; hide dxDockPanelNavigator; text lblStatusFile"));
+  EXPECT_THAT(FScreen.Said(), HasSubstr("position 2; hide dxDockPanelNavigator; recent 1 files 1 folders; text"));
 
   Save("three.kshock", TTestRecording().Creator().MissionHeader(2, 2));
   FFlow.Reload();

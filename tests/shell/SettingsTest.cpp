@@ -110,8 +110,8 @@ TEST_F(SettingsFile, WhatCannotBeReadIsKeptAsideAndSaidOnce) {
     EXPECT_EQ(TIniFile::Load(FPath).ReadInteger("Date", "Date Format", 9), 0);
     std::filesystem::remove(FPath);
   }
-  EXPECT_EQ(std::filesystem::file_size(FFolder / "settings.ini.kept1"), 2'000'000U);
-  EXPECT_TRUE(std::filesystem::is_directory(FFolder / "settings.ini.kept2/mine"));
+  EXPECT_EQ(std::filesystem::file_size(FFolder / "settings-kept.ini"), 2'000'000U);
+  EXPECT_TRUE(std::filesystem::is_directory(FFolder / "settings-kept-2.ini/mine"));
 }
 
 TEST(ColourNames, AreWrittenAsNameOrAsBlueGreenRed) {

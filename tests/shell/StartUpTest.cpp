@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "shell/uLayoutCommands.h"
 #include "tests/support/uLoggingScreen.h"
 #include "tests/support/uTestRecording.h"
 
@@ -10,7 +11,8 @@ namespace {
 
 TEST(StartUp, TheWindowIsPreparedInThisOrder) {
   TLoggingScreen screen;
-  FormCreate({"/opt/none", "1.0.0.0", "/recordings", "ignored.kshock"}, screen);
+  TRecentDocuments recent;
+  FormCreate({"/opt/none", "1.0.0.0", "/recordings", "ignored.kshock"}, recent, screen);
   EXPECT_EQ(screen.Said(),
             "title \"Korvex165 ShockScope \"; caption \"Korvex165 ShockScope [W64] v1.0.0.0\"; text lblCardToTTotal "
             "\"ToT total\"; text lblCardIoTTotal \"IoT total\"; text lblCardToTMax \"ToT max\"; text lblCardIoTMax "
@@ -23,7 +25,8 @@ TEST(StartUp, EveryPlainFileOfTheManualGetsAnIconBetweenCaptionAndCards) {
   std::filesystem::create_directories(folder / "doc_shock/a-folder");
   for (const char* name : {"Quick-Start-1.pdf", "notes"}) WriteFile(folder / "doc_shock" / name, {1});
   TLoggingScreen screen;
-  FormCreate({folder.Path(), "1.0.0.0", "", ""}, screen);
+  TRecentDocuments recent;
+  FormCreate({folder.Path(), "1.0.0.0", "", ""}, recent, screen);
   const std::string log = screen.Said();
   // The order is the folder's own.
   const bool notesFirst = log.find("_0 \"notes\"") != std::string::npos;
@@ -49,6 +52,94 @@ TEST(StartUp, TheDemoButtonIsThereWithItsRecordingOnly) {
   WriteFile(folder / "data/demo.kshock", {1});
   FormShow(program, screen);
   EXPECT_EQ(screen.Said(), before + "show" + after);
+}
+
+// A program with a settings folder.
+class SettingsFolder : public testing::Test {
+ protected:
+  SettingsFolder() {
+    FProgram.version = "1.0.0.0";
+    FProgram.FindSettingsFolder = [this] { return (FFolder.Path() / "").string(); };
+  }
+  void Touch(std::initializer_list<const char*> names) {
+    for (const char* name : names) WriteFile(FFolder / name, {'x'});
+  }
+  // What the start does with the settings folder.
+  std::string Start() {
+    FormCreate(FProgram, FRecent, FScreen);
+    const std::string log = FScreen.Said();
+    const std::string before = "prepare sensors axes; ";
+    return log.substr(log.find(before) + before.size());
+  }
+  std::string Close() {
+    FormClose(FProgram, FRecent, FScreen);
+    return FScreen.Said();
+  }
+
+  TTempFolder FFolder;
+  TProgram FProgram;
+  TRecentDocuments FRecent;
+  TLoggingScreen FScreen;
+};
+
+TEST_F(SettingsFolder, TheFirstStartLeavesFilesToReplaceAndLaterOnesLoadThem) {
+  EXPECT_EQ(Start(),
+            "save logo 0 Company-Logo.png; save logo 1 Report-Logo.png; save layout default-layout.ini; "
+            "recent 0 files 0 folders; ");
+  FRecent.Add("/a/run.kshock");
+  EXPECT_EQ(Close(), "free point absorption; save logo 0 Company-Logo.png; save logo 1 Report-Logo.png; ")
+      << "the user layout is not saved";
+  EXPECT_TRUE(std::filesystem::exists(FFolder / "recentdocuments.ini"));
+
+  Touch({"Company-Logo.png", "Report-Logo.png", "default-layout.ini", "user-layout.ini"});
+  FRecent = {};
+  EXPECT_EQ(Start(), "load logo 0 Company-Logo.png; load logo 1 Report-Logo.png; load layout user-layout.ini; hide" +
+                         kDockPanelNames + "; recent 1 files 1 folders; ");
+}
+
+TEST_F(SettingsFolder, WithoutOneNothingIsReadOrWritten) {
+  FProgram.FindSettingsFolder = [] { return std::string(); };
+  EXPECT_EQ(Start(), "");
+  EXPECT_EQ(Close(), "free point absorption; ");
+}
+
+TEST_F(SettingsFolder, AStepThatFailsCostsNoOtherAndAllOfThemOneMessage) {
+  Touch({"Company-Logo.png", "recentdocuments.ini", "user-layout.ini"});
+  FScreen.Unusable = {"Company-Logo.png", "default-layout.ini"};
+  const std::string folder = FFolder.Path().string();
+  EXPECT_EQ(Start(), "load logo 0 Company-Logo.png; save logo 1 Report-Logo.png; save layout default-layout.ini; "
+                     "load layout user-layout.ini; hide" +
+                         kDockPanelNames +
+                         "; recent 0 files 0 folders; box \"Not everything in the settings folder can be used.\" " +
+                         folder + "/Company-Logo.png: of no use\n" + folder + "/default-layout.ini: of no use\n" +
+                         folder + "/recentdocuments.ini: The file makes no sense.; ");
+  EXPECT_EQ(Close(), "free point absorption; save logo 0 Company-Logo.png; save logo 1 Report-Logo.png; box \"Not "
+                     "everything could be saved.\" " +
+                         folder + "/Company-Logo.png: of no use; ");
+  EXPECT_TRUE(std::filesystem::exists(FFolder / "recentdocuments-kept.ini"));
+}
+
+TEST_F(SettingsFolder, TheLayoutCommandsSayWhatTheyCannotDo) {
+  const std::string overview = "show" + kDockPanelNames + "; ";
+  SaveUserLayout(FProgram, FScreen);
+  LoadUserLayout(FProgram, FScreen);
+  LoadDefaultLayout(FProgram, TView::Overview, FScreen);
+  EXPECT_EQ(FScreen.Said(),
+            "save layout user-layout.ini; box \"There is no user layout yet.\" Save one first.; designed layout; " +
+                overview);
+  Touch({"default-layout.ini", "user-layout.ini"});
+  FScreen.Unusable = {"default-layout.ini", "user-layout.ini"};
+  const std::string file = (FFolder / "user-layout.ini").string();
+  SaveUserLayout(FProgram, FScreen);
+  LoadUserLayout(FProgram, FScreen);
+  LoadDefaultLayout(FProgram, TView::Overview, FScreen);
+  EXPECT_EQ(FScreen.Said(), "save layout user-layout.ini; box \"The layout is not saved.\" " + file +
+                                ": of no use; load layout user-layout.ini; box \"The user layout cannot be used.\" " +
+                                file + ": of no use; designed layout; load layout default-layout.ini; " + overview);
+  FProgram.FindSettingsFolder = [] { return std::string(); };
+  SaveUserLayout(FProgram, FScreen);
+  LoadUserLayout(FProgram, FScreen);
+  EXPECT_THAT(FScreen.Said(), testing::Not(testing::HasSubstr(" layout user-layout.ini")));
 }
 
 }  // namespace

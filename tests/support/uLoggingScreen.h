@@ -9,6 +9,7 @@
 #include <map>
 #include <optional>
 #include <set>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -26,6 +27,7 @@ class TLoggingScreen final : public IMainScreen {
 
   std::map<std::string, TControlValue, std::less<>> Values = DefaultValues();
   std::set<std::string, std::less<>> Closed;  // controls that are not visible
+  std::set<std::string, std::less<>> Unusable;  // names of files that cannot be read or written
   std::optional<std::string> ChosenFile;      // nothing: the open dialog is cancelled
   std::function<void()> OnMessages = [] {};   // what the user does while the window handles its messages
 
@@ -63,6 +65,15 @@ class TLoggingScreen final : public IMainScreen {
   void SetSkinColour(std::string_view element, std::uint32_t rgb) override { Say("skin {} {:06X}", element, rgb); }
   void RefreshLookAndFeel() override { Say("refresh look"); }
   void SetUpSensorsAxes() override { Say("set up sensors axes"); }
+
+  void LoadLogo(std::size_t index, const std::filesystem::path& file) override { Touch("load logo", index, file); }
+  void SaveLogo(std::size_t index, const std::filesystem::path& file) override { Touch("save logo", index, file); }
+  void LoadLayout(const std::filesystem::path& file) override { Touch("load layout", {}, file); }
+  void SaveLayout(const std::filesystem::path& file) override { Touch("save layout", {}, file); }
+  void RestoreDesignedLayout() override { Say("designed layout"); }
+  void ShowRecentDocuments(const TRecentDocuments& recent) override {
+    Say("recent {} files {} folders", recent.Files.Entries().size(), recent.Folders.Entries().size());
+  }
 
   void SetProgressMaximum(int maximum) override { Say("progress maximum {}", maximum); }
   void SetProgress(double position) override { Say("progress {:g}", position); }
@@ -102,6 +113,11 @@ class TLoggingScreen final : public IMainScreen {
   }
   static std::string Name(std::optional<std::size_t> event) { return event ? std::to_string(*event) : "none"; }
 
+  void Touch(std::string_view what, std::optional<std::size_t> index, const std::filesystem::path& file) {
+    const std::string name = file.filename().string();
+    Say("{}{} {}", what, index ? fmt::format(" {}", *index) : "", name);
+    if (Unusable.contains(name)) throw std::runtime_error("of no use");
+  }
   template <class... T>
   void Say(fmt::format_string<T...> format, T&&... values) {
     FVerb = {};

@@ -29,12 +29,16 @@
 #include "gui/platform/uPostedMessages.h"
 #include "gui/report/uReportPanel.h"
 #include "gui/ribbon/uBackstage.h"
+#include "gui/ribbon/uRecentList.h"
+#include "gui/ribbon/uRecentPage.h"
 #include "gui/ribbon/uRibbon.h"
 #include "gui/settings/uAlarmLimitsPanel.h"
 #include "gui/shock/uShockPanel.h"
 #include "gui/shock/uShockValuesGrid.h"
 #include "gui/welcome/uLoadingPanel.h"
+#include "gui/welcome/uRecentFiles.h"
 #include "gui/welcome/uWellcomePanel.h"
+#include "shell/uLayoutCommands.h"
 #include "shell/uOrderingCommands.h"
 #include "shell/uSettingsCommands.h"
 
@@ -52,10 +56,10 @@ TKorvexMainForm::TKorvexMainForm(TProgram program, std::uint64_t memoryBound)
   MakeMainActions(*this, *FParts);
   MakeChartToggles(*this, *FParts);
   ConnectFiles();
+  ConnectRecent();
   ConnectGrids();
   ConnectCharts();
   ConnectSettings();
-  FDefaultLayout = saveState();
   FormCreate();
 }
 
@@ -97,6 +101,31 @@ void TKorvexMainForm::ConnectFiles() {
   connect(FParts->welcome, &TWellcomePanel::OpenFailed, this, [this](const QString& path) {
     TellUser(this, tr("This document cannot be opened."), tr("%1\nThe desktop has no program for it.").arg(path));
   });
+}
+
+void TKorvexMainForm::ConnectRecent() {
+  const auto open = [this](const QString& path) {
+    FParts->backstage->hide();
+    Guarded(this, [&] { FFlow->Open(Utf8(path)); });
+  };
+  connect(FParts->recentFiles, &TRecentFiles::FileChosen, this, open);
+  connect(FParts->recent->Files(), &TRecentListView::Chosen, this, open);
+  connect(FParts->recent->Folders(), &TRecentListView::Chosen, this, [this](const QString& folder) {
+    FParts->backstage->SelectPage("backstageBrowsePath");
+    FParts->backstage->SetBrowsePath(folder);
+  });
+  const auto change = [this](TRecentListView* view, TRecentList& list) {
+    connect(view, &TRecentListView::PinAsked, this, [this, &list](const QString& path, bool pinned) {
+      list.SetPinned(Utf8(path), pinned);
+      FScreen->ShowRecentDocuments(FFlow->Recent());
+    });
+    connect(view, &TRecentListView::RemoveAsked, this, [this, &list](const QString& path) {
+      list.Remove(Utf8(path));
+      FScreen->ShowRecentDocuments(FFlow->Recent());
+    });
+  };
+  change(FParts->recent->Files(), FFlow->Recent().Files);
+  change(FParts->recent->Folders(), FFlow->Recent().Folders);
 }
 
 void TKorvexMainForm::ConnectGrids() {
@@ -155,7 +184,7 @@ void TKorvexMainForm::Select(std::size_t event) {
 }
 
 void TKorvexMainForm::FormCreate() {
-  ::FormCreate(FProgram, *FScreen);
+  ::FormCreate(FProgram, FFlow->Recent(), *FScreen);
 }
 
 void TKorvexMainForm::FormShow() {
@@ -164,7 +193,7 @@ void TKorvexMainForm::FormShow() {
 }
 
 void TKorvexMainForm::FormClose() {
-  ::FormClose(*FScreen);
+  ::FormClose(FProgram, FFlow->Recent(), *FScreen);
 }
 
 void TKorvexMainForm::actFileOpenExecute() {
@@ -212,7 +241,15 @@ void TKorvexMainForm::actAlarmLimitsExecute() {
 }
 
 void TKorvexMainForm::actDefaultLayoutExecute() {
-  restoreState(FDefaultLayout);
+  LoadDefaultLayout(FProgram, FFlow->View(), *FScreen);
+}
+
+void TKorvexMainForm::actSaveUserLayoutExecute() {
+  SaveUserLayout(FProgram, *FScreen);
+}
+
+void TKorvexMainForm::actLoadUserLayoutExecute() {
+  LoadUserLayout(FProgram, *FScreen);
 }
 
 void TKorvexMainForm::actPrintViewExecute() {

@@ -44,6 +44,8 @@ class TKorvexMainForm : public QMainWindow {
   void actAlarmSetExecute();
   void actAlarmLimitsExecute();
   void actDefaultLayoutExecute();
+  void actSaveUserLayoutExecute();
+  void actLoadUserLayoutExecute();
   void actPrintViewExecute();
   void actExportViewExecute();
   void actFullScreenExecute();
@@ -59,6 +61,7 @@ class TKorvexMainForm : public QMainWindow {
 
  private:
   void ConnectFiles();
+  void ConnectRecent();
   void ConnectGrids();
   void ConnectCharts();
   void ConnectSettings();
@@ -70,6 +73,5 @@ class TKorvexMainForm : public QMainWindow {
   std::unique_ptr<TMainScreen> FScreen;
   std::unique_ptr<TPostedMessages> FMessages;
   std::unique_ptr<TFileFlow> FFlow;
-  QByteArray FDefaultLayout;
   bool FShownOnce = false;
 };

@@ -11,14 +11,18 @@
 
 #include "gui/common/uElidedLabel.h"
 #include "gui/common/uIcons.h"
+#include "gui/common/uLogos.h"
+#include "gui/mainform/uLayouts.h"
 #include "gui/overview/uOverviewPanel.h"
 #include "gui/report/uReportPanel.h"
 #include "gui/ribbon/uBackstage.h"
+#include "gui/ribbon/uRecentPage.h"
 #include "gui/ribbon/uRibbon.h"
 #include "gui/settings/uAlarmLimitsPanel.h"
 #include "gui/settings/uSettingsPage.h"
 #include "gui/shock/uShockPanel.h"
 #include "gui/welcome/uLoadingPanel.h"
+#include "gui/welcome/uRecentFiles.h"
 #include "gui/welcome/uWellcomePanel.h"
 
 namespace {
@@ -44,13 +48,20 @@ TMainParts::TMainParts(QMainWindow& window)
       docks(window),
       loading(nullptr),
       backstage(nullptr),
-      alarmLimits(new TAlarmLimitsPanel(&window)) {
+      alarmLimits(new TAlarmLimitsPanel(&window)),
+      recent(new TRecentPage(&window)),
+      recentFiles(new TRecentFiles(&window)),
+      logos(new TLogos(&window)),
+      layouts(nullptr) {
   window.setMenuWidget(ribbon);
   MakeCentre(window);
   MakeStatusBar(window);
   loading = new TLoadingPanel(window.centralWidget());
   backstage = new TBackstage(&window);
   backstage->AddPage("backstageSettings", QObject::tr("Settings"), "settings-configure", new TSettingsPage);
+  backstage->AddPage("backstageRecent", QObject::tr("Recent"), "chronometer", recent);
+  welcome->AddSection(QObject::tr("Recent"), recentFiles);
+  layouts = new TLayouts(window);
 }
 
 void TMainParts::MakeCentre(QMainWindow& window) {

@@ -10,9 +10,13 @@ class QLabel;
 class QStackedWidget;
 class TAlarmLimitsPanel;
 class TBackstage;
+class TLayouts;
 class TLoadingPanel;
+class TLogos;
 class TMainOverviewPanel;
 class TMainShockPanel;
+class TRecentFiles;
+class TRecentPage;
 class TReportPanel;
 class TRibbon;
 class TWellcomePanel;
@@ -30,6 +34,10 @@ struct TMainParts {
   TLoadingPanel* loading;
   TBackstage* backstage;
   TAlarmLimitsPanel* alarmLimits;
+  TRecentPage* recent;        // of the backstage
+  TRecentFiles* recentFiles;  // of the welcome panel
+  TLogos* logos;
+  TLayouts* layouts;
   QFrame* damaged;       // says that the shown recording is damaged
   QLabel* statusHint;    // what the mouse can do where it is
   QLabel* statusValue;   // the value under the pointer

@@ -21,17 +21,21 @@
 #include "gui/charts/uSelectedEventChart.h"
 #include "gui/charts/uSensorsChart.h"
 #include "gui/common/uGrid.h"
+#include "gui/common/uLogos.h"
 #include "gui/common/uQtText.h"
 #include "gui/docks/uMissionDetails.h"
+#include "gui/mainform/uLayouts.h"
 #include "gui/mainform/uMainParts.h"
 #include "gui/overview/uOverviewPanel.h"
 #include "gui/platform/uDialogs.h"
 #include "gui/report/uReportPanel.h"
 #include "gui/ribbon/uBackstage.h"
+#include "gui/ribbon/uRecentPage.h"
 #include "gui/ribbon/uRibbon.h"
 #include "gui/ribbon/uRibbonGroup.h"
 #include "gui/shock/uShockPanel.h"
 #include "gui/welcome/uLoadingPanel.h"
+#include "gui/welcome/uRecentFiles.h"
 #include "gui/welcome/uUserManualIcon.h"
 #include "gui/welcome/uWellcomePanel.h"
 
@@ -72,6 +76,10 @@ void TMainScreen::SetVisible(std::string_view control, bool visible) {
   auto& widget = Control<QWidget>(control);
   if (QAction* action = ActionOf(widget)) {
     action->setVisible(visible);  // the buttons of an action follow it
+    return;
+  }
+  if (auto* panel = qobject_cast<QDockWidget*>(&widget)) {
+    FParts.layouts->SetPanelVisible(*panel, visible);
     return;
   }
   widget.setVisible(visible);
@@ -170,6 +178,31 @@ void TMainScreen::SetUpSensorsAxes() {
   FParts.overview->ChartAllSensors()->SetUpAxes();
 }
 
+void TMainScreen::LoadLogo(std::size_t index, const std::filesystem::path& file) {
+  FParts.logos->Load(index, file);
+}
+
+void TMainScreen::SaveLogo(std::size_t index, const std::filesystem::path& file) {
+  FParts.logos->Save(index, file);
+}
+
+void TMainScreen::LoadLayout(const std::filesystem::path& file) {
+  FParts.layouts->Load(file);
+}
+
+void TMainScreen::SaveLayout(const std::filesystem::path& file) {
+  FParts.layouts->Save(file);
+}
+
+void TMainScreen::RestoreDesignedLayout() {
+  FParts.layouts->RestoreDesigned();
+}
+
+void TMainScreen::ShowRecentDocuments(const TRecentDocuments& recent) {
+  FParts.recent->ShowRecent(recent);
+  FParts.recentFiles->ShowEntries(recent.Files.Entries());
+}
+
 void TMainScreen::SetProgressMaximum(int maximum) {
   FParts.loading->SetSteps(maximum);
 }
@@ -193,8 +226,14 @@ std::optional<std::string> TMainScreen::AskForRecording(const TOpenDialog& dialo
   return AskForFile(&FWindow, QObject::tr("Open a recording"), dialog);
 }
 
+// Before the window stands a box would be the only window, and its end the program's.
 void TMainScreen::ShowMessage(std::string_view text, std::string_view details) {
-  TellUser(&FWindow, QtText(text), QtText(details));
+  const auto tell = [this, text = QtText(text), details = QtText(details)] { TellUser(&FWindow, text, details); };
+  if (FWindow.isVisible()) {
+    tell();
+  } else {
+    QMetaObject::invokeMethod(&FWindow, tell, Qt::QueuedConnection);
+  }
 }
 
 void TMainScreen::CloseWindow() {

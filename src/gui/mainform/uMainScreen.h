@@ -47,6 +47,13 @@ class TMainScreen final : public IMainScreen {
   void RefreshLookAndFeel() override;
   void SetUpSensorsAxes() override;
 
+  void LoadLogo(std::size_t index, const std::filesystem::path& file) override;
+  void SaveLogo(std::size_t index, const std::filesystem::path& file) override;
+  void LoadLayout(const std::filesystem::path& file) override;
+  void SaveLayout(const std::filesystem::path& file) override;
+  void RestoreDesignedLayout() override;
+  void ShowRecentDocuments(const TRecentDocuments& recent) override;
+
   void SetProgressMaximum(int maximum) override;
   void SetProgress(double position) override;
   void SetTaskbarProgress(bool on) override;

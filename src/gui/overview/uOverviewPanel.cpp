@@ -23,6 +23,7 @@ TMainOverviewPanel::TMainOverviewPanel(QWidget* parent)
   FChartAllSensors->setAccessibleName(tr("Sensors chart"));
 
   auto* splitter = new QSplitter(Qt::Vertical, this);
+  splitter->setObjectName("splOverview");
   splitter->setChildrenCollapsible(false);
   splitter->addWidget(FChart1);
   splitter->addWidget(FChartAllSensors);

@@ -47,6 +47,7 @@ TMainShockPanel::TMainShockPanel(QWidget* parent)
   FChart2->setAccessibleName(tr("Selected event chart"));
 
   auto* below = new QSplitter(Qt::Horizontal, this);
+  below->setObjectName("splShockEvent");
   below->setChildrenCollapsible(false);
   below->addWidget(MakeEventList());
   below->addWidget(FChart2);
@@ -55,6 +56,7 @@ TMainShockPanel::TMainShockPanel(QWidget* parent)
   below->setSizes({1000, 1000, 700});
   ConnectValues();
   auto* splitter = new QSplitter(Qt::Vertical, this);
+  splitter->setObjectName("splShock");
   splitter->setChildrenCollapsible(false);
   splitter->addWidget(FChart20);
   splitter->addWidget(below);

@@ -1,0 +1,107 @@
+#include "gui/common/uLogos.h"
+
+#include <QBuffer>
+#include <QFile>
+#include <QFont>
+#include <QImageReader>
+#include <QPainter>
+#include <fstream>
+#include <stdexcept>
+
+#include "base/uFiles.h"
+#include "gui/common/uQtText.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+QByteArray AsPng(const QImage& image) {
+  QByteArray png;
+  QBuffer buffer(&png);
+  buffer.open(QIODevice::WriteOnly);
+  if (!image.save(&buffer, "PNG")) throw std::runtime_error("The picture cannot be written as PNG.");
+  return png;
+}
+
+}  // namespace
+
+TLogos::TLogos(QObject* parent) : QObject(parent) {
+  for (std::size_t i = 0; i < kCount; ++i) FLogos[i] = BuiltIn(i);
+}
+
+// A word beside a bar.
+TLogos::TPicture TLogos::BuiltIn(std::size_t index) {
+  constexpr QSize kSize(480, 120);
+  const QColor bar(index == kCompany ? 0x1F4E79 : 0xC0504D);
+  QImage image(kSize, QImage::Format_ARGB32);
+  image.fill(Qt::transparent);
+  QPainter painter(&image);
+  painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
+  painter.fillRect(QRect(0, 10, 14, 100), bar);
+  QFont font;
+  font.setPixelSize(72);
+  font.setBold(true);
+  painter.setFont(font);
+  painter.setPen(QColor(0x262626));
+  const QRect room(36, 0, kSize.width() - 36, kSize.height());
+  const QString word = index == kCompany ? "Korvex" : "ShockScope";
+  const int width = painter.fontMetrics().horizontalAdvance(word);
+  if (width > room.width()) {
+    font.setPixelSize(72 * room.width() / width);
+    painter.setFont(font);
+  }
+  painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter, word);
+  painter.end();
+  return {image, AsPng(image), false};
+}
+
+// Size and kind are known before anything is decoded.
+TLogos::TPicture TLogos::Read(const fs::path& file) {
+  if (!fs::is_regular_file(file)) throw std::runtime_error("This is no file.");
+  QFile source(QtText(Utf8FromPath(file)));
+  if (!source.open(QIODevice::ReadOnly)) throw std::runtime_error("The file cannot be read.");
+  QByteArray bytes = source.read(kLargestFile + 1);
+  if (bytes.size() > kLargestFile) throw std::runtime_error("The picture is larger than 10 MB.");
+  QBuffer buffer(&bytes);
+  buffer.open(QIODevice::ReadOnly);
+  QImageReader reader(&buffer);
+  const QByteArray kind = QImageReader::imageFormat(&buffer);
+  if (kind != "png" && kind != "jpeg" && kind != "bmp" && kind != "gif") {
+    throw std::runtime_error("This is no picture in PNG, JPEG, BMP or GIF format.");
+  }
+  const QSize size = reader.size();
+  if (size.width() > kLargestSide || size.height() > kLargestSide) {
+    throw std::runtime_error("The picture has more than 4000 pixels a side.");
+  }
+  const QImage image = size.isEmpty() ? QImage() : reader.read();
+  if (image.isNull()) throw std::runtime_error("The picture is damaged.");
+  return {image, kind == "png" ? bytes : AsPng(image), false};
+}
+
+void TLogos::Load(std::size_t index, const fs::path& file) {
+  try {
+    FLogos.at(index) = Read(file);
+  } catch (...) {
+    FLogos.at(index) = BuiltIn(index);
+    FLogos.at(index).FileIsBroken = true;
+    emit Changed(index);
+    throw;
+  }
+  emit Changed(index);
+}
+
+void TLogos::Replace(std::size_t index, const fs::path& file) {
+  FLogos.at(index) = Read(file);
+  emit Changed(index);
+}
+
+void TLogos::Save(std::size_t index, const fs::path& file) const {
+  const TPicture& logo = FLogos.at(index);
+  if (logo.FileIsBroken) return;
+  WriteBesideAndRename(file, [&logo](const fs::path& beside) {
+    std::ofstream out(beside, std::ios::binary);
+    out.write(logo.Png.constData(), logo.Png.size());
+    out.close();
+    if (!out) throw std::runtime_error("The file cannot be written whole.");
+  });
+}

@@ -1,0 +1,179 @@
+#include "gui/ribbon/uRecentList.h"
+
+#include <QDir>
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QPalette>
+#include <QTextDocument>
+#include <algorithm>
+
+#include "gui/common/uIcons.h"
+#include "gui/common/uPathCheck.h"
+#include "gui/common/uQtText.h"
+
+namespace {
+
+// The last part of a path, and what stands before it; the root is its own name.
+QString NameOf(const QString& path) {
+  const QString name = path.mid(path.lastIndexOf('/') + 1);
+  return QDir::toNativeSeparators(name.isEmpty() ? path : name);
+}
+
+QString FolderOf(const QString& path) {
+  const qsizetype slash = path.lastIndexOf('/');
+  return slash == path.size() - 1 ? QString() : QDir::toNativeSeparators(path.left(std::max<qsizetype>(slash, 1)));
+}
+
+}  // namespace
+
+void TRecentModel::SetEntries(const std::vector<TRecentEntry>& entries) {
+  beginResetModel();
+  FRows.clear();
+  for (const TRecentEntry& entry : entries) FRows.push_back({QtText(entry.Path), entry.Pinned});
+  endResetModel();
+}
+
+void TRecentModel::SetMissing(const QString& path, bool missing) {
+  if (missing == FMissing.contains(path)) return;
+  if (missing) {
+    FMissing.insert(path);
+  } else {
+    FMissing.remove(path);
+  }
+  const int row = RowOf(path);
+  if (row >= 0) emit dataChanged(index(row, 0), index(row, kColumns - 1));
+}
+
+int TRecentModel::RowOf(const QString& path) const {
+  const auto found = std::ranges::find(FRows, path, &TRow::Path);
+  return found == FRows.end() ? -1 : static_cast<int>(found - FRows.begin());
+}
+
+QStringList TRecentModel::Paths() const {
+  QStringList paths;
+  for (const TRow& row : FRows) paths << row.Path;
+  return paths;
+}
+
+int TRecentModel::rowCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : static_cast<int>(FRows.size());
+}
+
+int TRecentModel::columnCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : kColumns;
+}
+
+QVariant TRecentModel::ToolTip(const TRow& row, int column) const {
+  if (column == kPin) return row.Pinned ? tr("Unpin (P)") : tr("Keep in the list (P)");
+  if (column == kRemove) return tr("Remove from the list (Del)");
+  const QString path = QDir::toNativeSeparators(row.Path);
+  return Qt::convertFromPlainText(FMissing.contains(row.Path) ? tr("%1\nIt is not there.").arg(path) : path);
+}
+
+QVariant TRecentModel::data(const QModelIndex& index, int role) const {
+  const TRow& row = FRows[static_cast<size_t>(index.row())];
+  const bool isMissing = FMissing.contains(row.Path);
+  switch (role) {
+    case Qt::DisplayRole:
+      if (index.column() == kName) return isMissing ? tr("%1 (missing)").arg(NameOf(row.Path)) : NameOf(row.Path);
+      return index.column() == kWhere ? FolderOf(row.Path) : QVariant();
+    case Qt::DecorationRole:
+      if (index.column() == kPin) return Icon(row.Pinned ? "window-unpin" : "window-pin");
+      return index.column() == kRemove ? QVariant(Icon("window-close")) : QVariant();
+    case Qt::AccessibleTextRole:
+      if (index.column() == kPin) return row.Pinned ? tr("Pinned") : tr("Not pinned");
+      return index.column() == kRemove ? tr("Remove") : data(index, Qt::DisplayRole);
+    case Qt::ForegroundRole:
+      return isMissing || index.column() == kWhere ? QGuiApplication::palette().color(QPalette::PlaceholderText)
+                                                   : QVariant();
+    case Qt::ToolTipRole:
+      return ToolTip(row, index.column());
+    default:
+      return {};
+  }
+}
+
+QVariant TRecentModel::headerData(int section, Qt::Orientation orientation, int role) const {
+  if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
+  const QString titles[] = {QString(), tr("Name"), tr("Folder"), QString()};
+  return section >= 0 && section < kColumns ? titles[section] : QString();
+}
+
+TRecentListView::TRecentListView(const QString& objectName, const QString& accessibleName, QWidget* parent)
+    : QTreeView(parent), FModel(new TRecentModel(this)), FCheck(new TPathCheck(this)) {
+  setObjectName(objectName);
+  setAccessibleName(accessibleName);
+  setModel(FModel);
+  setRootIsDecorated(false);
+  setUniformRowHeights(true);
+  setAllColumnsShowFocus(true);
+  setTextElideMode(Qt::ElideMiddle);
+  header()->setStretchLastSection(false);
+  header()->setMinimumSectionSize(1);
+  header()->setSectionsClickable(false);
+  for (const int column : {TRecentModel::kPin, TRecentModel::kRemove}) {
+    header()->setSectionResizeMode(column, QHeaderView::Fixed);
+  }
+  header()->setSectionResizeMode(TRecentModel::kWhere, QHeaderView::Stretch);
+  FitColumns();
+  connect(this, &QTreeView::clicked, this, &TRecentListView::Act);
+  connect(FCheck, &TPathCheck::Checked, this,
+          [this](const QString& path, bool exists) { FModel->SetMissing(path, !exists); });
+}
+
+void TRecentListView::FitColumns() {
+  const int edge = std::max(22, fontMetrics().height());
+  setIconSize({edge * 3 / 4, edge * 3 / 4});
+  for (const int column : {TRecentModel::kPin, TRecentModel::kRemove}) header()->resizeSection(column, edge * 3 / 2);
+  header()->resizeSection(TRecentModel::kName, fontMetrics().averageCharWidth() * 40);
+}
+
+void TRecentListView::ShowEntries(const std::vector<TRecentEntry>& entries) {
+  const QString current = currentIndex().isValid() ? FModel->Path(currentIndex().row()) : QString();
+  const int before = currentIndex().row();
+  FModel->SetEntries(entries);
+  const int listed = FModel->RowOf(current);
+  const int row = std::min(listed >= 0 ? listed : std::max(before, 0), FModel->rowCount() - 1);
+  if (row >= 0) setCurrentIndex(FModel->index(row, TRecentModel::kName));
+  if (isVisible()) FCheck->Check(FModel->Paths());
+}
+
+void TRecentListView::Act(const QModelIndex& index) {
+  const QString path = FModel->Path(index.row());
+  if (index.column() == TRecentModel::kPin) {
+    emit PinAsked(path, !FModel->Pinned(index.row()));
+  } else if (index.column() == TRecentModel::kRemove) {
+    emit RemoveAsked(path);
+  } else {
+    emit Chosen(path);
+  }
+}
+
+void TRecentListView::keyPressEvent(QKeyEvent* event) {
+  const QModelIndex current = currentIndex();
+  const auto act = [&](int column) {
+    if (current.isValid()) Act(current.siblingAtColumn(column));
+  };
+  switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      return act(TRecentModel::kName);
+    case Qt::Key_P:
+      return act(TRecentModel::kPin);
+    case Qt::Key_Delete:
+      return act(TRecentModel::kRemove);
+    default:
+      QTreeView::keyPressEvent(event);
+  }
+}
+
+void TRecentListView::showEvent(QShowEvent* event) {
+  QTreeView::showEvent(event);
+  if (!event->spontaneous()) FCheck->Check(FModel->Paths());
+}
+
+void TRecentListView::changeEvent(QEvent* event) {
+  QTreeView::changeEvent(event);
+  if (event->type() == QEvent::FontChange) FitColumns();
+}

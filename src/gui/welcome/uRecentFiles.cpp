@@ -1,0 +1,62 @@
+#include "gui/welcome/uRecentFiles.h"
+
+#include <QDir>
+#include <QEvent>
+#include <QFileInfo>
+#include <QPushButton>
+#include <QTextDocument>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "gui/common/uQtText.h"
+
+TRecentFiles::TRecentFiles(QWidget* parent) : QWidget(parent) {
+  setObjectName("pnlWellcomeRecent");
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(0);
+  for (std::size_t i = 0; i < kMost; ++i) {
+    auto* button = new QPushButton(this);
+    button->setObjectName(QString("btnWellcomeRecent_%1").arg(i));
+    button->setFlat(true);
+    button->setAutoDefault(true);  // Enter presses it
+    button->setStyleSheet("text-align: left; padding: 3px;");
+    button->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    connect(button, &QPushButton::clicked, this, [this, i] { emit FileChosen(QString(FPaths[i])); });
+    layout->addWidget(button);
+    FButtons[i] = button;
+  }
+  hide();
+}
+
+void TRecentFiles::ShowEntries(const std::vector<TRecentEntry>& entries) {
+  FPaths.clear();
+  for (std::size_t i = 0; i < std::min(kMost, entries.size()); ++i) FPaths.push_back(QtText(entries[i].Path));
+  for (std::size_t i = 0; i < kMost; ++i) FButtons[i]->setVisible(i < FPaths.size());
+  FitTexts();
+  setVisible(!FPaths.empty());
+}
+
+// The name whole, the folder behind it as far as there is room.
+void TRecentFiles::FitTexts() {
+  for (std::size_t i = 0; i < FPaths.size(); ++i) {
+    const QFileInfo file(FPaths[i]);
+    const QString path = QDir::toNativeSeparators(FPaths[i]);
+    const QString whole = QString("%1  ·  %2").arg(file.fileName(), QDir::toNativeSeparators(file.path()));
+    const int room = std::max(width() - 12, 100);
+    // No "&" in a name marks a key.
+    FButtons[i]->setText(fontMetrics().elidedText(whole, Qt::ElideMiddle, room).replace("&", "&&"));
+    FButtons[i]->setAccessibleName(path);
+    FButtons[i]->setToolTip(Qt::convertFromPlainText(path));
+  }
+}
+
+void TRecentFiles::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  FitTexts();
+}
+
+void TRecentFiles::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::FontChange) FitTexts();
+}

@@ -1,0 +1,120 @@
+#include "shell/uRecentDocuments.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <set>
+#include <stdexcept>
+#include <system_error>
+#include <utility>
+
+#include "base/uFiles.h"
+#include "base/uIniFile.h"
+#include "base/uText.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// An entry's key is its number, the same in both sections.
+struct TSections {
+  const char* paths;
+  const char* pinned;
+};
+constexpr TSections kFiles = {"FullPath", "Pinned"};
+constexpr TSections kFolders = {"FolderFullPath", "PinnedFolder"};
+
+bool MayBeListed(const std::string& path) {
+  return !path.empty() && path.size() <= TRecentList::kLongestPath && PathFromUtf8(path).is_absolute() &&
+         IsPlainLine(path);
+}
+
+// ".." is left in place: behind a link it leads elsewhere than the text says.
+fs::path Absolute(const std::string& fileName) {
+  std::error_code unknown;
+  const fs::path path = fs::absolute(PathFromUtf8(fileName), unknown);
+  return std::ranges::find(path, "..") == path.end() ? path.lexically_normal() : path;
+}
+
+std::vector<TRecentEntry> Read(const TIniFile& ini, const TSections& sections) {
+  std::vector<TRecentEntry> entries;
+  for (const std::string& key : ini.Keys(sections.paths)) {
+    entries.push_back({ini.ReadString(sections.paths, key, {}), ini.ReadBool(sections.pinned, key, false)});
+  }
+  return entries;
+}
+
+void Write(TIniFile& ini, const TSections& sections, const std::vector<TRecentEntry>& entries) {
+  for (std::size_t i = 0; i < entries.size(); ++i) {
+    const std::string key = fmt::format("{}", i);
+    ini.WriteString(sections.paths, key, entries[i].Path);
+    ini.WriteBool(sections.pinned, key, entries[i].Pinned);
+  }
+}
+
+}  // namespace
+
+void TRecentList::Add(const std::string& path) {
+  if (!MayBeListed(path)) return;
+  const auto found = std::ranges::find(FEntries, path, &TRecentEntry::Path);
+  const bool pinned = found != FEntries.end() && found->Pinned;
+  if (found != FEntries.end()) FEntries.erase(found);
+  FEntries.insert(FEntries.begin(), {path, pinned});
+  Arrange();
+}
+
+void TRecentList::SetPinned(const std::string& path, bool pinned) {
+  const auto found = std::ranges::find(FEntries, path, &TRecentEntry::Path);
+  const auto count = static_cast<std::size_t>(std::ranges::count(FEntries, true, &TRecentEntry::Pinned));
+  if (found == FEntries.end() || found->Pinned == pinned || (pinned && count >= kMostPinned)) return;
+  found->Pinned = pinned;
+  // It is the latest of those it now belongs to.
+  std::rotate(FEntries.begin(), found, found + 1);
+  Arrange();
+}
+
+void TRecentList::Remove(const std::string& path) {
+  std::erase_if(FEntries, [&](const TRecentEntry& entry) { return entry.Path == path; });
+}
+
+void TRecentList::Take(std::vector<TRecentEntry> entries) {
+  std::set<std::string> seen;
+  std::erase_if(entries,
+                [&](const TRecentEntry& entry) { return !MayBeListed(entry.Path) || !seen.insert(entry.Path).second; });
+  FEntries = std::move(entries);
+  Arrange();
+}
+
+void TRecentList::Arrange() {
+  std::ranges::stable_partition(FEntries, &TRecentEntry::Pinned);
+  std::size_t pinned = 0;
+  std::size_t others = 0;
+  std::erase_if(FEntries,
+                [&](const TRecentEntry& entry) { return entry.Pinned ? ++pinned > kMostPinned : ++others > kMost; });
+}
+
+void TRecentDocuments::Add(const std::string& fileName) {
+  const fs::path path = Absolute(fileName);
+  Files.Add(Utf8FromPath(path));
+  Folders.Add(Utf8FromPath(path.parent_path()));
+}
+
+void TRecentDocuments::Load(const fs::path& file) {
+  std::error_code unknown;
+  FKeepAside = fs::exists(fs::symlink_status(file, unknown));
+  if (!FKeepAside) return;
+  const TIniFile ini = TIniFile::Load(file);
+  Files.Take(Read(ini, kFiles));
+  Folders.Take(Read(ini, kFolders));
+  FKeepAside = Files.Entries().empty() && Folders.Entries().empty() && fs::file_size(file) > 0;
+  if (FKeepAside) throw std::runtime_error("The file makes no sense.");
+}
+
+void TRecentDocuments::Save(const fs::path& file) {
+  if (FKeepAside) KeepAside(file);
+  FKeepAside = false;
+  TIniFile ini;
+  Write(ini, kFiles, Files.Entries());
+  Write(ini, kFolders, Folders.Entries());
+  ini.Save(file);
+}

@@ -1,0 +1,54 @@
+// The recordings that were shown last, and their folders. Pinned ones come first and stay; of the others each list keeps
+// the last 20. Paths are absolute; one that is no plain line of text is not listed. Main thread only.
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+struct TRecentEntry {
+  std::string Path;
+  bool Pinned = false;
+
+  bool operator==(const TRecentEntry&) const = default;
+};
+
+class TRecentList {
+ public:
+  static constexpr std::size_t kMost = 20;         // not pinned
+  static constexpr std::size_t kMostPinned = 100;  // so that the file stays small enough to be read again
+  static constexpr std::size_t kLongestPath = 4096;
+
+  [[nodiscard]] const std::vector<TRecentEntry>& Entries() const { return FEntries; }
+  // Puts the path first of the pinned ones if it is pinned, else first of the others.
+  void Add(const std::string& path);
+  // A path that is not listed, and one pin too many, change nothing.
+  void SetPinned(const std::string& path, bool pinned);
+  void Remove(const std::string& path);
+  // What a file says; what may not be listed and what comes twice is passed over.
+  void Take(std::vector<TRecentEntry> entries);
+
+ private:
+  void Arrange();
+
+  std::vector<TRecentEntry> FEntries;
+};
+
+class TRecentDocuments {
+ public:
+  TRecentList Files;
+  TRecentList Folders;
+
+  // A recording was shown: it and its folder come first.
+  void Add(const std::string& fileName);
+
+  // Fills the lists from "recentdocuments.ini"; they are empty when there is none. Throws std::runtime_error when the
+  // file cannot be read or nothing in it makes sense: the lists are empty, and Save keeps that file under another name.
+  void Load(const std::filesystem::path& file);
+  // Rewrites the file. A failure, which throws, costs no older file.
+  void Save(const std::filesystem::path& file);
+
+ private:
+  bool FKeepAside = false;  // the file holds something that was not read
+};

@@ -1,0 +1,406 @@
+// What outlives the program: recent documents, layouts and logos, over a restart and from files that are of no use.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QDockWidget>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QScreen>
+#include <QSignalSpy>
+#include <QSplitter>
+#include <QTest>
+#include <QTimer>
+#include <QTreeView>
+#include <fstream>
+#include <stdexcept>
+
+#include "base/uIniFile.h"
+#include "gui/common/uLogos.h"
+#include "gui/common/uPathCheck.h"
+#include "gui/mainform/KorvexMainForm.h"
+#include "gui/mainform/uDockState.h"
+#include "tests/support/uThreeEvents.h"
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr int kPatienceMs = 60000;
+const std::vector<std::string> kDocks = {"dxDockPanelNavigator", "dxDockPanelMissionDetails",
+                                         "dxDockPanelSensorGridTemp", "dxDockPanelSensorGridBattery"};
+
+class Documents : public testing::Test {
+ protected:
+  Documents() {
+    FProgram.folder = FFolder.Path();
+    FProgram.version = "1.2.3.4";
+    FProgram.FindSettingsFolder = [this] { return (FSettings.Path() / "").string(); };
+    QObject::connect(&FWatch, &QTimer::timeout, [this] {
+      if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+        FBoxes.push_back((box->objectName() + "|" + box->text() + "|" + box->informativeText()).toStdString());
+        QTest::keyClick(box, Qt::Key_Escape);
+      }
+    });
+    FWatch.start(10);
+  }
+
+  QString Save(const char* name) {
+    WriteFile(FFolder / name, Deflated(ThreeEvents().content));
+    return QString::fromStdString((FFolder / name).string());
+  }
+  void Write(const char* name, const std::string& text) {
+    std::ofstream(FSettings / name, std::ios::binary) << text;
+  }
+  void Settle() {
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !FForm->Flow().Busy(); }, kPatienceMs));
+    for (int round = 0; round < 8; ++round) QCoreApplication::processEvents();
+  }
+  void Start(const QString& recording = {}) {
+    FProgram.firstArgument = recording.toStdString();
+    FForm = std::make_unique<TKorvexMainForm>(FProgram, TReadFileThread::kNoMemoryBound);
+    FForm->show();
+    FForm->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(FForm.get()));
+    bool stands = false;
+    QMetaObject::invokeMethod(
+        FForm.get(), [&stands] { stands = true; }, Qt::QueuedConnection);
+    ASSERT_TRUE(QTest::qWaitFor([&stands] { return stands; }, kPatienceMs));
+    Settle();
+  }
+  void Close() {
+    EXPECT_TRUE(FForm->close());
+    FForm.reset();
+  }
+  void Open(const QString& path) {
+    FForm->Flow().Open(path.toStdString());
+    Settle();
+  }
+  void Press(const char* keys) {
+    FForm->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(FForm.get()));
+    QTest::keySequence(FForm.get(), QKeySequence(keys));
+    Settle();
+  }
+  template <class T = QWidget>
+  T* Find(const std::string& name) {
+    T* found = FForm->findChild<T*>(QString::fromStdString(name));
+    if (found == nullptr) throw std::runtime_error("there is no " + name);
+    return found;
+  }
+  QTreeView* ShowRecent(const char* list) {
+    FForm->findChild<QAction*>("actBackstage")->trigger();
+    Find<QPushButton>("backstageRecent")->click();
+    auto* view = Find<QTreeView>(list);
+    view->setFocus();
+    return view;
+  }
+  static std::vector<std::string> Names(const QTreeView* list) {
+    std::vector<std::string> names;
+    for (int row = 0; row < list->model()->rowCount(); ++row) {
+      names.push_back(list->model()->index(row, 1).data().toString().toStdString());
+    }
+    return names;
+  }
+  static void Click(QTreeView* list, int row, int column) {
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
+                      list->visualRect(list->model()->index(row, column)).center());
+  }
+  QDockWidget* Dock(std::size_t index) { return Find<QDockWidget>(kDocks[index]); }
+  // Where every panel is: no panel may be out of sight while it is shown.
+  std::vector<QRect> Places() {
+    std::vector<QRect> places;
+    for (std::size_t i = 0; i < kDocks.size(); ++i) {
+      const QDockWidget* panel = Dock(i);
+      places.push_back(panel->isHidden() || panel->visibleRegion().isEmpty() ? QRect() : panel->geometry());
+    }
+    return places;
+  }
+  void ExpectInSight() {
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    for (std::size_t i = 0; i < kDocks.size(); ++i) {
+      const QDockWidget* panel = Dock(i);
+      if (panel->isHidden() || panel->visibleRegion().isEmpty()) continue;
+      const QRect room = panel->isFloating() ? screen : FForm->rect();
+      EXPECT_TRUE(room.contains(panel->geometry())) << kDocks[i];
+      EXPECT_GE(panel->width(), 20) << kDocks[i];
+      EXPECT_GE(panel->height(), 20) << kDocks[i];
+    }
+    EXPECT_GE(FForm->centralWidget()->width(), 20);
+    EXPECT_GE(FForm->centralWidget()->height(), 20);
+  }
+
+  TTempFolder FFolder;
+  TTempFolder FSettings;
+  TProgram FProgram;
+  std::vector<std::string> FBoxes;
+  QTimer FWatch;
+  std::unique_ptr<TKorvexMainForm> FForm;
+};
+
+TEST_F(Documents, RecentFilesAndFoldersComeBackAfterARestart) {
+  fs::create_directories(FFolder / "sub");
+  const QString paths[] = {Save("one.kshock"), Save("sub/a & <b>.kshock"), Save("three.kshock")};
+  Start(paths[0]);
+  Open(paths[1]);
+  Open(paths[2]);
+  Open("/none/missing.kshock");
+  Close();
+  EXPECT_EQ(FBoxes.size(), 1U) << "only what was shown is recent";
+  Start();
+  EXPECT_EQ(Find<QPushButton>("btnWellcomeRecent_0")->accessibleName(), paths[2]);
+  EXPECT_THAT(Find<QPushButton>("btnWellcomeRecent_1")->text().toStdString(), HasSubstr("a && <b>.kshock"));
+  EXPECT_FALSE(Find("btnWellcomeRecent_3")->isVisible());
+  Find<QPushButton>("btnWellcomeRecent_1")->click();
+  Settle();
+  EXPECT_EQ(FForm->Flow().FileName(), paths[1].toStdString());
+
+  QTreeView* files = ShowRecent("lstRecentFiles");
+  EXPECT_THAT(Names(files), ElementsAre("a & <b>.kshock", "three.kshock", "one.kshock"));
+  QTest::keyClick(files, Qt::Key_End);
+  QTest::keyClick(files, Qt::Key_P);
+  EXPECT_THAT(Names(files), ElementsAre("one.kshock", "a & <b>.kshock", "three.kshock"));
+  EXPECT_EQ(files->currentIndex().row(), 0) << "the pinned one stays current";
+  Click(files, 2, 0);
+  EXPECT_THAT(Names(files), ElementsAre("three.kshock", "one.kshock", "a & <b>.kshock"));
+  QTest::keyClick(files, Qt::Key_Home);
+  QTest::keyClick(files, Qt::Key_Delete);
+  EXPECT_THAT(Names(files), ElementsAre("one.kshock", "a & <b>.kshock"));
+  QTest::keyClick(files, Qt::Key_Return);
+  Settle();
+  EXPECT_FALSE(Find("Backstage")->isVisible());
+  EXPECT_EQ(FForm->Flow().FileName(), paths[0].toStdString());
+  Close();
+
+  fs::remove(paths[1].toStdString());
+  Start();
+  files = ShowRecent("lstRecentFiles");
+  EXPECT_TRUE(QTest::qWaitFor([&] { return Names(files).back() == "a & <b>.kshock (missing)"; }, kPatienceMs));
+  EXPECT_THAT(Names(files), ElementsAre("one.kshock", testing::_));
+  EXPECT_THAT(TIniFile::Load(FSettings / "recentdocuments.ini").ReadBool("Pinned", "0", false), true);
+  QTreeView* folders = ShowRecent("lstRecentFolders");
+  EXPECT_THAT(Names(folders), ElementsAre(FFolder.Path().filename().string(), "sub"));
+  Click(folders, 0, 1);
+  const auto* listed = Find<QTreeView>("lstBrowsePath");
+  EXPECT_TRUE(listed->isVisible());
+  EXPECT_EQ(listed->model()->index(0, 0).data().toString(), "one.kshock");
+  EXPECT_EQ(listed->model()->rowCount(), 2);
+}
+
+TEST_F(Documents, AUserLayoutComesBackAfterARestartAndByItsCommands) {
+  const QString three = Save("three.kshock");
+  Start(three);
+  const std::vector<QRect> designed = Places();
+  ExpectInSight();
+  Press("Ctrl+U");
+  EXPECT_THAT(std::exchange(FBoxes, {}), ElementsAre(HasSubstr("There is no user layout yet.")));
+
+  FForm->resizeDocks({Dock(1)}, {420}, Qt::Horizontal);
+  FForm->resizeDocks({Dock(1), Dock(3)}, {150, 400}, Qt::Vertical);
+  Dock(3)->raise();
+  Dock(0)->setFloating(true);
+  Dock(0)->setGeometry(60, 70, 500, 200);
+  auto* splitter = Find<QSplitter>("splOverview");
+  splitter->setSizes({100, 300, 200});
+  Settle();
+  const std::vector<QRect> mine = Places();
+  const QList<int> sizes = splitter->sizes();
+  ASSERT_NE(mine, designed);
+  Press("Ctrl+Shift+U");
+  EXPECT_TRUE(fs::exists(FSettings / "user-layout.ini"));
+  Press("F5");
+  EXPECT_EQ(Places(), mine) << "reading again";
+  Press("Ctrl+3");
+  Press("Ctrl+1");
+  EXPECT_EQ(Places(), mine) << "the report between";
+  Press("Ctrl+Shift+L");
+  EXPECT_EQ(Places(), designed);
+  Close();
+
+  Start();
+  for (const std::string& name : kDocks) EXPECT_TRUE(Find(name)->isHidden()) << "no file is shown";
+  Open(three);
+  EXPECT_EQ(Places(), mine);
+  EXPECT_EQ(Find<QSplitter>("splOverview")->sizes(), sizes);
+  Dock(1)->hide();
+  Press("Ctrl+Shift+U");
+  Press("Ctrl+Shift+L");
+  EXPECT_EQ(Places(), designed);
+  Press("Ctrl+U");
+  EXPECT_TRUE(Dock(1)->isHidden());
+  EXPECT_EQ(Dock(0)->geometry(), mine[0]);
+  Press("F5");
+  EXPECT_TRUE(Dock(1)->isHidden());
+  for (const char* view : {"Ctrl+2", "Ctrl+3", "Ctrl+1"}) Press(view);
+  EXPECT_FALSE(Dock(1)->isHidden()) << "a view brings its panels";
+  ExpectInSight();
+  Press("Ctrl+2");
+  Press("Ctrl+Shift+L");
+  EXPECT_TRUE(Dock(2)->isHidden()) << "only the panels of the shock view";
+  EXPECT_FALSE(Dock(0)->isHidden());
+  EXPECT_THAT(FBoxes, IsEmpty());
+}
+
+TEST_F(Documents, APanelThatALayoutPutsOutOfSightComesOntoAScreen) {
+  Start(Save("three.kshock"));
+  Dock(0)->setFloating(true);
+  Dock(0)->setGeometry(30000, -20000, 4000, 3000);
+  Press("Ctrl+Shift+U");
+  Press("Ctrl+Shift+L");
+  Press("Ctrl+U");
+  EXPECT_TRUE(Dock(0)->isFloating());
+  ExpectInSight();
+}
+
+TEST_F(Documents, ALayoutFileOfNoUseLeavesTheDesignedLayoutAndStays) {
+  const QString three = Save("three.kshock");
+  Start(three);
+  const std::vector<QRect> designed = Places();
+  Close();
+  TIniFile foreign;
+  QMainWindow other;
+  foreign.WriteString("Docks", "Docks", other.saveState().toBase64().toStdString());
+  foreign.Save(FSettings / "foreign.ini");
+  const TBytes foreignBytes = BytesOfFile(FSettings / "foreign.ini");
+  const std::string texts[] = {"", "\0\x01[Docks]\xFF\nDocks=//8=", std::string(2'000'000, '='),
+                               std::string(foreignBytes.begin(), foreignBytes.end())};
+  for (const std::string& text : texts) {
+    Write("user-layout.ini", text);
+    Write("default-layout.ini", text);
+    Start(three);
+    EXPECT_EQ(Places(), designed);
+    Press("Ctrl+Shift+L");
+    EXPECT_EQ(Places(), designed);
+    Close();
+    EXPECT_THAT(std::exchange(FBoxes, {}), ElementsAre(HasSubstr("user-layout.ini")));
+    EXPECT_EQ(fs::file_size(FSettings / "user-layout.ini"), text.size());
+  }
+  for (const char* name : {"user-layout.ini", "default-layout.ini"}) {
+    fs::remove(FSettings / name);
+    fs::create_directories(FSettings / name);
+  }
+  Start(three);
+  Press("Ctrl+Shift+U");
+  Press("Ctrl+Shift+L");
+  EXPECT_EQ(Places(), designed);
+  EXPECT_EQ(FBoxes.size(), 2U) << "at the start and by the command";
+}
+
+// The toolkit trusts what it reads, so only states that it can stand may reach it.
+TEST_F(Documents, NoChangedByteOfALayoutLosesAPanel) {
+  Start(Save("three.kshock"));
+  Dock(0)->setFloating(true);
+  Settle();
+  const QByteArray state = FForm->saveState();
+  const QStringList names = {QString::fromStdString(kDocks[0]), QString::fromStdString(kDocks[1]),
+                             QString::fromStdString(kDocks[2]), QString::fromStdString(kDocks[3])};
+  ASSERT_TRUE(IsDockState(state, names));
+  for (qsizetype size = 0; size < state.size(); ++size) EXPECT_FALSE(IsDockState(state.left(size), names)) << size;
+  EXPECT_FALSE(IsDockState(state + '\0', names));
+  EXPECT_FALSE(IsDockState(state, names.mid(1)));
+  int taken = 0;
+  for (qsizetype at = 0; at < state.size(); ++at) {
+    for (const char byte : {'\x7F', '\xFF', static_cast<char>(state[at] ^ 1)}) {
+      QByteArray changed = state;
+      changed[at] = byte;
+      if (changed == state || !IsDockState(changed, names)) continue;
+      ++taken;
+      TIniFile ini;
+      ini.WriteString("Docks", "Docks", changed.toBase64().toStdString());
+      ini.Save(FSettings / "user-layout.ini");
+      FForm->findChild<QAction*>("actLoadUserLayout")->trigger();
+      for (int round = 0; round < 3; ++round) QCoreApplication::processEvents();
+      ExpectInSight();
+      if (HasFailure()) FAIL() << "byte " << at;
+    }
+  }
+  EXPECT_GT(taken, 50);
+  EXPECT_THAT(FBoxes, IsEmpty());
+}
+
+TEST_F(Documents, LogosAreLeftToBeReplacedAndABrokenOneIsLeftAlone) {
+  Start();
+  auto* logos = FForm->findChild<TLogos*>();
+  const QImage builtIn = logos->Image(TLogos::kReport);
+  const fs::path files[] = {FSettings / "Company-Logo.png", FSettings / "Report-Logo.png"};
+  const auto saved = [&](int index) { return QImage(QString::fromStdString(files[index].string())); };
+  EXPECT_EQ(saved(0).size(), logos->Image(0).size());
+  EXPECT_NE(saved(0), saved(1));
+  Close();
+
+  QImage mine(30, 20, QImage::Format_ARGB32);
+  mine.fill(Qt::red);
+  mine.save(QString::fromStdString(files[0].string()), "PNG");
+  QImage(5000, 1, QImage::Format_ARGB32).save(QString::fromStdString(files[1].string()), "PNG");
+  const TBytes huge = BytesOfFile(files[1]);
+  Start();
+  logos = FForm->findChild<TLogos*>();
+  EXPECT_EQ(logos->Image(0).pixelColor(5, 5), QColor(Qt::red));
+  EXPECT_EQ(logos->Image(1), builtIn);
+  EXPECT_THAT(std::exchange(FBoxes, {}), ElementsAre(HasSubstr("Report-Logo.png: ")));
+  fs::remove(files[0]);
+  Close();
+  EXPECT_EQ(saved(0).pixelColor(5, 5), QColor(Qt::red)) << "saved again";
+  EXPECT_EQ(BytesOfFile(files[1]), huge) << "not ours to overwrite";
+  EXPECT_THAT(FBoxes, IsEmpty());
+
+  Start();
+  logos = FForm->findChild<TLogos*>();
+  QSignalSpy changed(logos, &TLogos::Changed);
+  WriteFile(FFolder / "broken.png", {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n', 0});
+  EXPECT_THROW(logos->Replace(1, FFolder / "broken.png"), std::runtime_error);
+  EXPECT_THROW(logos->Replace(1, FFolder.Path()), std::runtime_error);
+  EXPECT_EQ(changed.count(), 0);
+  mine.save(QString::fromStdString((FFolder / "mine.bmp").string()), "BMP");
+  logos->Replace(1, FFolder / "mine.bmp");
+  EXPECT_EQ(changed.count(), 1);
+  Close();
+  EXPECT_EQ(saved(1).pixelColor(5, 5), QColor(Qt::red)) << "the user put it in the broken one's place";
+}
+
+TEST_F(Documents, WhatCannotBeWrittenAtTheEndCostsNeitherTheFileNorTheClose) {
+  Write("recentdocuments.ini", "[FullPath]\n0=/old.kshock\n");
+  fs::permissions(FSettings / "recentdocuments.ini", fs::perms::owner_read);
+  Start(Save("three.kshock"));
+  EXPECT_THAT(FBoxes, IsEmpty());
+  fs::remove(FSettings / "Company-Logo.png");
+  fs::create_directories(FSettings / "Company-Logo.png");
+  Close();
+  ASSERT_EQ(FBoxes.size(), 1U);
+  EXPECT_THAT(FBoxes[0], testing::AllOf(HasSubstr("Company-Logo.png: "), HasSubstr("recentdocuments.ini: ")));
+  EXPECT_EQ(TIniFile::Load(FSettings / "recentdocuments.ini").ReadString("FullPath", "0", ""), "/old.kshock");
+  EXPECT_TRUE(fs::exists(FSettings / "Report-Logo.png"));
+}
+
+TEST_F(Documents, RecentDocumentsOfNoUseAreKeptAsideAndToldOnce) {
+  fs::create_directories(FSettings / "recentdocuments.ini");
+  const QString three = Save("three.kshock");
+  Start(three);
+  EXPECT_THAT(std::exchange(FBoxes, {}), ElementsAre(HasSubstr("recentdocuments.ini: ")));
+  Close();
+  Start();
+  EXPECT_TRUE(fs::is_directory(FSettings / "recentdocuments-kept.ini"));
+  EXPECT_EQ(Find<QPushButton>("btnWellcomeRecent_0")->accessibleName(), three);
+  EXPECT_THAT(FBoxes, IsEmpty());
+}
+
+TEST(PathCheck, AnswersForTheLatestPathsAndNotAfterItsEnd) {
+  const TTempFolder folder;
+  const QString present = QString::fromStdString(folder.Path().string());
+  auto check = std::make_unique<TPathCheck>(nullptr);
+  QSignalSpy checked(check.get(), &TPathCheck::Checked);
+  check->Check({present, "/none"});
+  ASSERT_TRUE(QTest::qWaitFor([&] { return checked.count() == 2; }, kPatienceMs));
+  EXPECT_EQ(checked[0], (QVariantList{present, true}));
+  EXPECT_EQ(checked[1], (QVariantList{"/none", false}));
+  check->Check(QStringList(100, present));
+  check.reset();
+  QCoreApplication::processEvents();
+}
+
+}  // namespace
