@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <optional>
 
+#include "analysis/uAlarmLimits.h"
+#include "analysis/uEventFilter.h"
 #include "analysis/uMissionDatasets.h"
 #include "analysis/uMissionSummary.h"
 #include "model/uEvents.h"
@@ -22,4 +24,9 @@ struct TShownMission {
   TDataset CLDS;
   TMissionSummary Summary;
   std::optional<std::size_t> SelectedEvent;  // index in Events
+
+  // The conditions stay while the filter is off, also when another file is opened. It is never on without one.
+  TEventFilter Filter;
+  bool FilterActive = false;
+  std::optional<TLimits> AccelerationLimits;  // the alarm limits in force; nothing: there are none
 };

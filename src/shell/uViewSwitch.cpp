@@ -23,6 +23,8 @@ constexpr std::string_view kOverviewGroups[] = {"btngrpNavigator", "btngrpLayout
 constexpr std::string_view kShockViewGroups[] = {"btngrpNavigator", "btngrpLayout", "btngrpShock",
                                                  "btngrpFilter",    "btngrpAlarm",  "btngrpFiltering"};
 constexpr std::string_view kGroupsWithoutReport[] = {"btngrpNavigator", "btngrpLayout", "btngrpFiltering"};
+// The filter's editor, which opens by its command only.
+constexpr std::string_view kFilterPanel[] = {"dxDockPanelFilter"};
 constexpr std::string_view kShockDockPanels[] = {"dxDockPanelNavigator", "dxDockPanelMissionDetails"};
 constexpr std::string_view kShockGroups[] = {"btngrpShock", "btngrpFilter"};
 
@@ -71,7 +73,7 @@ std::vector<std::string_view> ClosedDockPanels(const IMainScreen& screen) {
 }
 
 void HideFileControls(IMainScreen& screen) {
-  Hide(screen, {kFileGroups, kViewButtons, kOverviewItems, kShockItems, kReportItems, kSensorButtons});
+  Hide(screen, {kFileGroups, kViewButtons, kOverviewItems, kShockItems, kReportItems, kSensorButtons, kFilterPanel});
 }
 
 void EnterWelcomeState(IMainScreen& screen) {
@@ -103,7 +105,7 @@ void SetViewReport(IMainScreen& screen) {
   Hide(screen, {kOverviewItems, kShockItems, kShockGroups, kSensorButtons});
   Show(screen, {kReportItems});
   CloseDockPanels(screen);
-  Hide(screen, {kGroupsWithoutReport});
+  Hide(screen, {kGroupsWithoutReport, kFilterPanel});
   screen.BringToFront("ReportPanel");
   screen.SetChecked("actSetViewReport");
   screen.BringToFront("dxLayoutReport");

@@ -14,7 +14,8 @@ TEST(ViewSwitch, ReportClosesTheDockPanelsAndStartsAtItsTop) {
       "ribbon suspended; hide dxBarOverviewPrint dxBarOverviewExport dxBarShockPrint dxBarShockExport btngrpShock "
       "btngrpFilter dxBarShowSensorGrid dxBarShowBatteryGrid; show dxBarReportPrintOnly dxBarReportExportOnly; hide" +
           kDockPanelNames +
-          " btngrpNavigator btngrpLayout btngrpFiltering; front ReportPanel; check actSetViewReport; front "
+          " btngrpNavigator btngrpLayout btngrpFiltering dxDockPanelFilter; front ReportPanel; check actSetViewReport; "
+          "front "
           "dxLayoutReport; top scrlReport; ribbon resumed; show pnlEventCards; ");
 }
 

@@ -80,6 +80,9 @@ class TLoggingScreen final : public IMainScreen {
   void FreePointAbsorptionLists() override { Say("free point absorption"); }
   void RefreshGrid(std::string_view grid) override { Say("grid {}", grid); }
   void RebuildFilteredEvents() override { Say("filtered events"); }
+  void ShowFilter(const TShownMission& mission) override {
+    Say("filter {}: {} of {}", mission.FilterActive ? "on" : "off", mission.CLDS.RecordCount(), mission.Events.Count());
+  }
   void ShowSelectedEvent(std::optional<std::size_t> event) override { Say("selected {}", Name(event)); }
   void PositionEventGrids(std::optional<std::size_t> event) override { Say("position {}", Name(event)); }
 
@@ -112,4 +115,4 @@ inline const std::string kFileControlNames =
     " btngrpNavigator btngrpView btngrpLayout btngrpFiltering btngrpShock btngrpFilter btngrpAlarm"
     " dxBarOverview dxBarLargeShockView dxBarReport"
     " dxBarOverviewPrint dxBarOverviewExport dxBarShockPrint dxBarShockExport"
-    " dxBarReportPrintOnly dxBarReportExportOnly dxBarShowSensorGrid dxBarShowBatteryGrid";
+    " dxBarReportPrintOnly dxBarReportExportOnly dxBarShowSensorGrid dxBarShowBatteryGrid dxDockPanelFilter";

@@ -16,6 +16,7 @@ namespace {
 constexpr double kReach = 8;             // px, how near to an event a click is meant for it
 constexpr float kTriggerInSight = 4.0F;  // times the largest peak; a level above would press the events flat
 constexpr std::size_t kNoAxis = 3;
+constexpr double kFaint = 0.16;  // of the text's colour, for events that the filter hides
 
 std::uint8_t AxisOf(const TEvent& event) {
   const std::size_t axis = std::string_view("XYZ").find(event.MaxAxis.front());
@@ -48,6 +49,7 @@ void TEventsChart::Clear() {
   FMax = FMaxSingle = {};
   FAxes = {};
   FIndexes = {};
+  FVisible = {};
   FLargest = 0;
   FTrigger.reset();
   FSelected.reset();
@@ -101,6 +103,12 @@ std::optional<std::size_t> TEventsChart::PlaceOf(std::optional<std::size_t> inde
   return static_cast<std::size_t>(found - FIndexes.begin());
 }
 
+void TEventsChart::SetVisibleEvents(std::vector<bool> visible) {
+  if (visible == FVisible) return;
+  FVisible = std::move(visible);
+  QueueReplot();
+}
+
 void TEventsChart::SetSelectedEvent(std::optional<std::size_t> index) {
   const auto place = PlaceOf(index);
   if (place == FSelected) return;
@@ -142,14 +150,20 @@ void TEventsChart::PaintEvents(QCPPainter& painter) {
   const auto [from, to] = TimeRange();
   const TColumns columns = ColumnsOf(TimeAxis(), painter, from, to);
   const auto key = [this](std::size_t i) { return FTimes[i]; };
+  constexpr float kNone = std::numeric_limits<float>::quiet_NaN();
+  if (!FVisible.empty()) {
+    ColumnPeaks(
+        FTimes.size(), key, [this](std::size_t i) { return IsVisibleEvent(i) ? kNone : FMax[i]; }, columns, FPeaks);
+    PaintStems(painter, FMax, Mixed(palette().color(QPalette::Base), palette().color(QPalette::Text), kFaint), 0);
+  }
   ColumnPeaks(
-      FTimes.size(), key, [this](std::size_t i) { return FMax[i]; }, columns, FPeaks);
+      FTimes.size(), key, [this](std::size_t i) { return IsVisibleEvent(i) ? FMax[i] : kNone; }, columns, FPeaks);
   const double radius = DotRadius(FPeaks.size(), Rect().width());
   const bool crowded = FPeaks.size() * 2 > static_cast<std::size_t>(Rect().width());
   PaintStems(painter, FMax, InkOn(palette(), kAccelerationColours[kNoAxis]), crowded ? 0 : radius);
   for (std::size_t axis = 0; axis < kNoAxis; ++axis) {
     const auto single = [this, axis](std::size_t i) {
-      return FAxes[i] == axis ? FMaxSingle[i] : std::numeric_limits<float>::quiet_NaN();
+      return FAxes[i] == axis && IsVisibleEvent(i) ? FMaxSingle[i] : kNone;
     };
     ColumnPeaks(FTimes.size(), key, single, columns, FPeaks);
     PaintStems(painter, FMaxSingle, InkOn(palette(), kAccelerationColours[axis]), radius);
@@ -202,7 +216,8 @@ std::optional<std::size_t> TEventsChart::PlaceNear(const QPointF& position) cons
   const double to = TimeAxis().pixelToCoord(position.x() + kReach);
   std::vector<std::size_t> peaks;
   ColumnPeaks(
-      FTimes.size(), [this](std::size_t i) { return FTimes[i]; }, [this](std::size_t i) { return FMax[i]; },
+      FTimes.size(), [this](std::size_t i) { return FTimes[i]; },
+      [this](std::size_t i) { return IsVisibleEvent(i) ? FMax[i] : std::numeric_limits<float>::quiet_NaN(); },
       {from, to, static_cast<std::size_t>(2 * kReach)}, peaks);
   std::optional<std::size_t> nearest;
   double least = kReach;

@@ -66,7 +66,9 @@ void TGrid::SetDataset(const TDataset* table) {
 }
 
 void TGrid::Refresh() {
+  const QScopedValueRollback<bool> setting(FSetting, true);
   FModel->Refresh();
+  FitColumnsOnce();
   MarkSortedColumn();
   HoverAnew();
 }

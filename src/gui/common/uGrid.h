@@ -22,7 +22,8 @@ class TGrid : public QTableView {
   TGrid(const QString& name, const QString& title, TIndexKeyOf indexKeyOf, QWidget* parent);
 
   void SetDataset(const TDataset* table);
-  // The table's order changed: redraws what is visible and moves the sort mark; the scroll position stays.
+  // The table's order, or which of its rows it shows, changed: redraws what is visible and moves the sort mark; the
+  // scroll position stays.
   void Refresh();
   // Makes the row of this "ID" the current one and scrolls to it; nothing takes the current row away. TitleClicked and
   // RowChosen are not emitted.

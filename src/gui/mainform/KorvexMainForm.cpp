@@ -9,6 +9,7 @@
 #include <QMimeData>
 #include <QStackedWidget>
 #include <QUrl>
+#include <tuple>
 
 #include "gui/charts/uEventsChart.h"
 #include "gui/charts/uNavigatorChart.h"
@@ -17,6 +18,8 @@
 #include "gui/common/uGrid.h"
 #include "gui/common/uGuard.h"
 #include "gui/common/uQtText.h"
+#include "gui/filter/uFilterChip.h"
+#include "gui/filter/uFilterPanel.h"
 #include "gui/mainform/uKeysDialog.h"
 #include "gui/mainform/uMainActions.h"
 #include "gui/mainform/uMainParts.h"
@@ -31,6 +34,7 @@
 #include "gui/shock/uShockPanel.h"
 #include "gui/welcome/uLoadingPanel.h"
 #include "gui/welcome/uWellcomePanel.h"
+#include "shell/uFilterCommands.h"
 #include "shell/uOrderingCommands.h"
 
 TKorvexMainForm::TKorvexMainForm(TProgram program, std::uint64_t memoryBound)
@@ -47,6 +51,7 @@ TKorvexMainForm::TKorvexMainForm(TProgram program, std::uint64_t memoryBound)
   ConnectFiles();
   ConnectGrids();
   ConnectCharts();
+  ConnectFilter();
   FDefaultLayout = saveState();
   FormCreate();
 }
@@ -135,6 +140,20 @@ void TKorvexMainForm::ConnectCharts() {
   }
 }
 
+void TKorvexMainForm::ConnectFilter() {
+  FParts->filter->AddActiveButton(findChild<QAction*>("actFilterActive"));
+  connect(FParts->filter, &TFilterPanel::FilterChanged, this, [this](const TEventFilter& filter) {
+    if (FFlow->FileShown()) Guarded(this, [&] { ChangeFilter(FFlow->Mission(), filter, *FScreen); });
+  });
+  connect(FParts->filter, &TFilterPanel::NavigatorSpanRequested, this, [this] {
+    const auto [from, to] = FParts->overview->Chart1()->TimeRange();
+    FParts->filter->SetTimeSpan(from, to);
+  });
+  connect(FParts->statusEvents, &TFilterChip::OffClicked, this, [this] {
+    if (FFlow->FileShown()) Guarded(this, [&] { std::ignore = ActivateFilter(FFlow->Mission(), false, *FScreen); });
+  });
+}
+
 void TKorvexMainForm::Select(std::size_t event) {
   if (FFlow->FileShown()) Guarded(this, [&] { SelectEvent(FFlow->Mission(), event, *FScreen); });
 }
@@ -184,6 +203,15 @@ void TKorvexMainForm::actNextEventExecute() {
 
 void TKorvexMainForm::actPreviousEventExecute() {
   StepEvent(FFlow->Mission(), -1, *FScreen);
+}
+
+void TKorvexMainForm::actFilterActiveExecute() {
+  const bool on = findChild<QAction*>("actFilterActive")->isChecked();
+  if (!ActivateFilter(FFlow->Mission(), on, *FScreen)) FParts->filter->Open();
+}
+
+void TKorvexMainForm::actFilterEditExecute() {
+  FParts->filter->Open();
 }
 
 void TKorvexMainForm::actZoomResetExecute() {

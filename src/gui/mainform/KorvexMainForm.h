@@ -38,6 +38,8 @@ class TKorvexMainForm : public QMainWindow {
   void actSetViewReportExecute();
   void actNextEventExecute();
   void actPreviousEventExecute();
+  void actFilterActiveExecute();
+  void actFilterEditExecute();
   void actZoomResetExecute();
   void actDefaultLayoutExecute();
   void actPrintViewExecute();
@@ -57,6 +59,7 @@ class TKorvexMainForm : public QMainWindow {
   void ConnectFiles();
   void ConnectGrids();
   void ConnectCharts();
+  void ConnectFilter();
   void Select(std::size_t event);
 
   TProgram FProgram;

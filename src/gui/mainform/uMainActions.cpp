@@ -74,6 +74,10 @@ constexpr TActionRow kActions[] = {
      &F::actSetViewReportExecute},
     {"actZoomReset", "dxBarZoomReset", "btngrpNavigator", "&Whole recording", "zoom-fit-width", "Ctrl+0", false, true,
      &F::actZoomResetExecute},
+    {"actFilterEdit", "dxBarFilterEdit", "btngrpFiltering", "Edit &filter", "view-filter", "Ctrl+F", false, true,
+     &F::actFilterEditExecute},
+    {"actFilterActive", "dxBarFilterActive", "btngrpFiltering", "Filter &on", "dialog-ok-apply", "Ctrl+Shift+F", true,
+     true, &F::actFilterActiveExecute},
     {"actDefaultLayout", "dxBarDefaultLayout", "btngrpLayout", "Default &layout", "view-restore", "Ctrl+Shift+L", false,
      true, &F::actDefaultLayoutExecute},
     {"actOverviewPrint", "dxBarOverviewPrint", "btngrpEvents", "Print…", "document-print", "", false, true,
@@ -139,7 +143,7 @@ void MakeMainActions(TKorvexMainForm& form, TMainParts& parts) {
   auto* views = new QActionGroup(&form);
   for (const TActionRow& row : kActions) {
     QAction* action = MakeAction(form, row);
-    if (row.checkable) views->addAction(action);
+    if (row.group == std::string_view("btngrpView")) views->addAction(action);
     if (*row.group == '\0') continue;
     auto* group = form.findChild<TRibbonGroup*>(row.group);
     if (row.large) {

@@ -13,6 +13,8 @@
 
 #include "gui/common/uElidedLabel.h"
 #include "gui/common/uIcons.h"
+#include "gui/filter/uFilterChip.h"
+#include "gui/filter/uFilterPanel.h"
 #include "gui/overview/uOverviewPanel.h"
 #include "gui/report/uReportPanel.h"
 #include "gui/ribbon/uBackstage.h"
@@ -54,9 +56,12 @@ TMainParts::TMainParts(QMainWindow& window)
       shock(new TMainShockPanel(&window)),
       report(new TReportPanel(&window)),
       docks(window),
+      filter(new TFilterPanel(&window)),
       loading(nullptr),
       backstage(nullptr) {
   window.setMenuWidget(ribbon);
+  window.addDockWidget(Qt::LeftDockWidgetArea, filter);
+  filter->hide();
   MakeCentre(window);
   MakeStatusBar(window);
   loading = new TLoadingPanel(window.centralWidget());
@@ -110,7 +115,7 @@ void TMainParts::MakeStatusBar(QMainWindow& window) {
   QStatusBar* bar = window.statusBar();
   statusHint = MakeStatusLabel(bar, "lblStatusHint");
   statusValue = MakeStatusLabel(bar, "lblStatusValue");
-  statusEvents = MakeStatusLabel(bar, "lblStatusEvents");
+  statusEvents = new TFilterChip(bar);
   statusFile = MakeStatusLabel(bar, "lblStatusFile");
   bar->addWidget(statusHint);
   bar->addWidget(statusValue, 1);

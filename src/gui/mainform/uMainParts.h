@@ -9,6 +9,8 @@ class QFrame;
 class QLabel;
 class QStackedWidget;
 class TBackstage;
+class TFilterChip;
+class TFilterPanel;
 class TLoadingPanel;
 class TMainOverviewPanel;
 class TMainShockPanel;
@@ -26,13 +28,14 @@ struct TMainParts {
   TMainShockPanel* shock;
   TReportPanel* report;
   TDockPanels docks;
+  TFilterPanel* filter;
   TLoadingPanel* loading;
   TBackstage* backstage;
-  QFrame* damaged;       // says that the shown recording is damaged
-  QLabel* statusHint;    // what the mouse can do where it is
-  QLabel* statusValue;   // the value under the pointer
-  QLabel* statusEvents;  // how many events
-  QLabel* statusFile;    // the file and its state
+  QFrame* damaged;            // says that the shown recording is damaged
+  QLabel* statusHint;         // what the mouse can do where it is
+  QLabel* statusValue;        // the value under the pointer
+  TFilterChip* statusEvents;  // how many events
+  QLabel* statusFile;         // the file and its state
 
  private:
   void MakeCentre(QMainWindow& window);

@@ -21,6 +21,8 @@
 #include "gui/common/uGrid.h"
 #include "gui/common/uQtText.h"
 #include "gui/docks/uMissionDetails.h"
+#include "gui/filter/uFilterChip.h"
+#include "gui/filter/uFilterPanel.h"
 #include "gui/mainform/uMainParts.h"
 #include "gui/overview/uOverviewPanel.h"
 #include "gui/platform/uDialogs.h"
@@ -42,10 +44,6 @@ constexpr int kPaintMs = 20;  // a long loop paints at most this often
 QAction* ActionOf(const QWidget& widget) {
   const auto* button = qobject_cast<const QToolButton*>(&widget);
   return button == nullptr ? nullptr : button->defaultAction();
-}
-
-QString EventsText(std::size_t count) {
-  return count == 1 ? QObject::tr("1 event") : QObject::tr("%1 events").arg(count);
 }
 
 }  // namespace
@@ -204,7 +202,8 @@ void TMainScreen::EmptyGridsAndCharts() {
   FParts.shock->ShowCards({}, std::nullopt);
   FParts.docks.details->ShowSections({});
   FParts.report->Clear();
-  FParts.statusEvents->clear();
+  FParts.filter->SetMission(nullptr);
+  FParts.statusEvents->Clear();
   FParts.statusFile->clear();
 }
 
@@ -231,7 +230,8 @@ void TMainScreen::UpdateKorvexUI(TShownMission& mission) {
   FParts.docks.details->ShowSections({{QObject::tr("Mission"), HeaderFigures(mission.Data)},
                                       {QObject::tr("Events"), EventFigures(mission.Summary, mission.Events)},
                                       {QObject::tr("Sensors"), SensorFigures(mission.Summary)}});
-  FParts.statusEvents->setText(EventsText(mission.Events.Count()));
+  FParts.filter->SetMission(&mission);
+  ShowFilter(mission);
 }
 
 void TMainScreen::PrepareReport(const TShownMission& mission) {
@@ -248,6 +248,16 @@ void TMainScreen::RefreshGrid(std::string_view grid) {
 
 void TMainScreen::RebuildFilteredEvents() {
   FParts.shock->FilteredShocks()->Refresh();
+  if (FMission != nullptr) FParts.shock->FilteredShocks()->SetCurrentId(FMission->SelectedEvent);
+}
+
+void TMainScreen::ShowFilter(const TShownMission& mission) {
+  Control<QAction>("actFilterActive").setChecked(mission.FilterActive);
+  FParts.statusEvents->ShowEvents(mission.CLDS.RecordCount(), mission.Events.Count());
+  for (TEventsChart* chart : {FParts.overview->Chart1(), FParts.shock->Chart20()}) {
+    chart->SetVisibleEvents(mission.CLDS.ShownRows());
+  }
+  FParts.filter->ShowFilter();
 }
 
 void TMainScreen::ShowSelectedEvent(std::optional<std::size_t> event) {
