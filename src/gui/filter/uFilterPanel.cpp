@@ -184,7 +184,8 @@ QLineEdit* TFilterPanel::MakeEdit(std::size_t quantity, bool from, QWidget* pare
   edit->setAccessibleName((from ? tr("%1 from, in %2") : tr("%1 to, in %2"))
                               .arg(QtText(kFilteredFields[quantity]), tr(kRows[quantity].unit)));
   edit->setToolTip(tr("%1; empty: no limit. Enter applies").arg(edit->accessibleName()));
-  edit->setMinimumWidth(edit->fontMetrics().averageCharWidth() * 8);
+  edit->setMinimumWidth(edit->fontMetrics().averageCharWidth() * 9);
+  edit->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);  // as narrow as that, unless there is room
   edit->setMaxLength(32);
   edit->installEventFilter(this);
   connect(edit, &QLineEdit::textChanged, this, &TFilterPanel::Edited);
