@@ -4,6 +4,7 @@
 #include <array>
 #include <bit>
 #include <cmath>
+#include <limits>
 #include <utility>
 
 #include "base/uDateTime.h"
@@ -81,10 +82,10 @@ void TDataset::Append() {
         column.integers.push_back(0);
         break;
       case TFieldType::Single:
-        column.singles.push_back(0);
+        column.singles.push_back(std::numeric_limits<float>::quiet_NaN());
         break;
       case TFieldType::DateTime:
-        column.dateTimes.push_back(0);
+        column.dateTimes.push_back(std::numeric_limits<double>::quiet_NaN());
         break;
       case TFieldType::Blob:
         break;
@@ -161,8 +162,34 @@ bool TDataset::SelectIndex(std::string_view name) {
   if (index == nullptr) return false;
   FIndex = static_cast<std::size_t>(index - FTable->indexes.data());
   FIndexName = index->name;
+  CollectShownRows();
   First();
   return true;
+}
+
+void TDataset::SetShownRows(std::vector<bool> shown) {
+  FShown = std::move(shown);
+  CollectShownRows();
+  First();
+}
+
+// Every row is written and the hidden ones are written over: guessing which one is hidden takes longer.
+void TDataset::CollectShownRows() {
+  FShownRows.clear();
+  if (FShown.empty()) return;
+  FShown.resize(RowCount(), false);
+  FShownRows.resize(RowCount() + 1);
+  std::size_t count = 0;
+  const auto take = [&](std::uint32_t row) {
+    FShownRows[count] = row;
+    count += FShown[row] ? 1 : 0;
+  };
+  if (FIndex) {
+    std::ranges::for_each(RowsInOrder(), take);
+  } else {
+    for (std::uint32_t row = 0; row < RowCount(); ++row) take(row);
+  }
+  FShownRows.resize(count);
 }
 
 const std::vector<std::uint32_t>& TDataset::RowsInOrder() const {
@@ -172,14 +199,17 @@ const std::vector<std::uint32_t>& TDataset::RowsInOrder() const {
 }
 
 std::size_t TDataset::RowAt(std::size_t position) const {
+  if (!FShown.empty()) return FShownRows[position];
   return FIndex ? RowsInOrder()[position] : position;
 }
 
 std::optional<std::size_t> TDataset::PositionOf(std::size_t row) const {
-  if (row >= RecordCount()) return std::nullopt;
-  if (!FIndex) return row;
-  const std::vector<std::uint32_t>& rows = RowsInOrder();
-  return static_cast<std::size_t>(std::ranges::find(rows, row) - rows.begin());
+  if (row >= RowCount()) return std::nullopt;
+  if (FShown.empty() && !FIndex) return row;
+  const std::vector<std::uint32_t>& rows = FShown.empty() ? RowsInOrder() : FShownRows;
+  const auto found = std::ranges::find(rows, row);
+  if (found == rows.end()) return std::nullopt;
+  return static_cast<std::size_t>(found - rows.begin());
 }
 
 // Unsigned numbers in the order of the values.

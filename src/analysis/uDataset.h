@@ -1,7 +1,7 @@
 // An in-memory table with named indexes: what every grid, export and report reads. Rows are kept by column and only
 // appended; sorting selects an index, no row moves. A field has a fixed key and a label that people see.
-// A copy is a companion: it shares rows, fields and sorted indexes with its original and has an index, a position and
-// a fate of its own; clearing one leaves the other as it is. Main thread only.
+// A copy is a companion: it shares rows, fields and sorted indexes with its original and has an index, a position, a
+// choice of the rows it shows, and a fate of its own; clearing one leaves the other as it is. Main thread only.
 #pragma once
 
 #include <cstddef>
@@ -53,7 +53,9 @@ class TDataset {
   void SetLabel(std::size_t field, std::string label) { FTable->fields[field].Label = std::move(label); }
   void SetDisplayFormat(std::size_t field, std::string mask) { FTable->fields[field].DisplayFormat = std::move(mask); }
 
-  [[nodiscard]] std::size_t RecordCount() const { return FTable->recordCount; }
+  // The rows of the table, and how many of them this companion shows.
+  [[nodiscard]] std::size_t RowCount() const { return FTable->recordCount; }
+  [[nodiscard]] std::size_t RecordCount() const { return FShown.empty() ? FTable->recordCount : FShownRows.size(); }
   // Values by row, in the order in which rows were appended. The type must be the field's own.
   [[nodiscard]] bool IsNull(std::size_t row, std::size_t field) const { return FTable->columns[field].isNull[row]; }
   [[nodiscard]] std::int32_t Integer(std::size_t row, std::size_t field) const {
@@ -63,8 +65,16 @@ class TDataset {
   [[nodiscard]] double DateTime(std::size_t row, std::size_t field) const {
     return FTable->columns[field].dateTimes[row];
   }
+  // All values of a field; where one is null stands NaN.
+  [[nodiscard]] std::span<const float> Singles(std::size_t field) const { return FTable->columns[field].singles; }
+  [[nodiscard]] std::span<const double> DateTimes(std::size_t field) const { return FTable->columns[field].dateTimes; }
   // The value as text: integers in decimal, singles in general form, date-times in the field's mask, null empty.
   [[nodiscard]] std::string DisplayText(std::size_t row, std::size_t field) const;
+
+  // Shows only the rows that a mask marks, in whatever order; positions and the walk count these alone and begin anew.
+  // An empty mask shows all rows. Rows that are appended later are not shown. Other companions stay as they are.
+  void SetShownRows(std::vector<bool> shown);
+  [[nodiscard]] const std::vector<bool>& ShownRows() const { return FShown; }
 
   // Selects an index and moves to its first row; false, and nothing changes, when there is none of that name.
   bool SelectIndex(std::string_view name);
@@ -74,7 +84,7 @@ class TDataset {
   // The row at a position of the selected index. The index is built when it is first used: equal values keep the rows'
   // order in both directions, null and NaN stand below every number.
   [[nodiscard]] std::size_t RowAt(std::size_t position) const;
-  // The position of a row in the selected index; nothing for a row past the table.
+  // The position of a row in the selected index; nothing for a row that is not shown or past the table.
   [[nodiscard]] std::optional<std::size_t> PositionOf(std::size_t row) const;
 
   // Walks the rows in the order of the selected index.
@@ -101,6 +111,7 @@ class TDataset {
   [[nodiscard]] std::uint64_t SortKey(std::size_t row, std::size_t field) const;
   [[nodiscard]] std::vector<std::uint32_t> SortedRows(const TIndex& index) const;
   [[nodiscard]] const std::vector<std::uint32_t>& RowsInOrder() const;
+  void CollectShownRows();
 
   struct TTable {
     std::vector<TField> fields;
@@ -113,4 +124,6 @@ class TDataset {
   std::string FIndexName;
   std::optional<std::size_t> FIndex;
   std::size_t FPosition = 0;
+  std::vector<bool> FShown;               // by row; empty while all are
+  std::vector<std::uint32_t> FShownRows;  // in the order of the selected index, while not all are
 };

@@ -7,11 +7,13 @@
 #include <new>
 #include <utility>
 
+#include "analysis/uVisibleEvents.h"
 #include "base/uFiles.h"
 #include "base/uProgress.h"
 #include "base/uText.h"
 #include "model/uBlockTypes.h"
 #include "model/uExceptions1V0.h"
+#include "shell/uFilterCommands.h"
 #include "shell/uOrderingCommands.h"
 
 namespace {
@@ -81,7 +83,8 @@ void TFileFlow::Reload() {
   if (Busy() || FFileName.empty()) return;
   std::optional<TKept> kept;
   if (FileShown())
-    kept = {FMission.SelectedEvent, FView, FMission.Tables.Events.IndexName(), ClosedDockPanels(FScreen)};
+    kept = {FMission.SelectedEvent, FView, FMission.Tables.Events.IndexName(), ClosedDockPanels(FScreen),
+            FScreen.IsVisible("dxDockPanelFilter")};
   Start(std::string(FFileName), std::move(kept));
 }
 
@@ -89,6 +92,8 @@ void TFileFlow::Reload() {
 void TFileFlow::Start(const std::string& fileName, std::optional<TKept> kept) {
   try {
     LoadingPreamble();
+    // Another recording is seen whole at first; the filter keeps its conditions.
+    if (!kept) FMission.FilterActive = false;
     FKept = std::move(kept);
     OpenDataFile(fileName);
   } catch (...) {
@@ -252,9 +257,11 @@ void TFileFlow::CompleteLoading() {
   TDatasetOptions options;
   options.orderBy = std::get<int>(FScreen.Value("cmbOrderMostImporantBy"));
   FMission.Display = ReadDisplaySettings(FMission.Data, FScreen);
+  FMission.AccelerationLimits = FMission.Display.Limits[static_cast<std::size_t>(TQuantity::Acceleration)];
   options.analogNames = FMission.Display.AnalogNames;
   LoadKorvexFileData(FMission.Data, FMission.Events, FMission.Sensors, options, progress, FMission.Tables);
   FillCompanion(FMission);
+  FilterCompanion(FMission);
   FMission.Summary = SummarizeMission(FMission.Data, FMission.Events, FMission.Sensors);
   Step(6, "Populating the chart series...");
   FScreen.PopulateChartSeries(FMission);
@@ -273,7 +280,9 @@ void TFileFlow::FileLoadComplete() {
   EnableOpening();
   ShowViewButtons(FScreen);
   const bool stillThere = FKept && FKept->selectedEvent && *FKept->selectedEvent < FMission.Events.Count();
-  SelectEvent(FMission, stillThere ? *FKept->selectedEvent : FMission.Tables.MostIntenseEvent, FScreen);
+  SelectEvent(FMission,
+              stillThere ? FKept->selectedEvent : VisibleOrFirst(FMission.CLDS, FMission.Tables.MostIntenseEvent),
+              FScreen);
   SwitchView(FKept ? FKept->view : TView::Overview);
   if (FKept) Restore(*FKept);
   FRecent.Add(FFileName);
@@ -283,6 +292,7 @@ void TFileFlow::FileLoadComplete() {
 void TFileFlow::Restore(const TKept& kept) {
   OrderEventsBy(FMission, kept.order, FScreen);
   for (const std::string_view panel : kept.closed) FScreen.SetVisible(panel, false);
+  if (kept.filterPanel) FScreen.SetVisible("dxDockPanelFilter", true);
 }
 
 void TFileFlow::EnableOpening() {

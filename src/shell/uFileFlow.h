@@ -67,6 +67,7 @@ class TFileFlow {
     TView view;
     std::string order;                     // the index of the event tables
     std::vector<std::string_view> closed;  // dock panels
+    bool filterPanel;                      // is open
   };
 
   void AskAndOpen(std::string folder);

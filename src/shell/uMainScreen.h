@@ -98,8 +98,10 @@ class IMainScreen {
   virtual void RefreshDisplay(const TShownMission& mission) = 0;
   // Grids and sort marks after a table's index or rows changed.
   virtual void RefreshGrid(std::string_view grid) = 0;
-  // The grid of the companion table, after its rows changed.
+  // The grid of the companion table, after its rows changed; the selected event is its current row.
   virtual void RebuildFilteredEvents() = 0;
+  // What the filter is, whether it is on and what it lets through, everywhere but in the grid.
+  virtual void ShowFilter(const TShownMission& mission) = 0;
   // Shows an event as the selected one in charts and cards; nothing empties them.
   virtual void ShowSelectedEvent(std::optional<std::size_t> event) = 0;
   // Puts the current row of both event grids on the event with this "ID".

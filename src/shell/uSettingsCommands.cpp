@@ -4,6 +4,7 @@
 
 #include "base/uDateTime.h"
 #include "base/uText.h"
+#include "shell/uFilterCommands.h"
 
 namespace {
 
@@ -33,5 +34,7 @@ void ApplySettings(TShownMission& mission, IMainScreen& screen) {
     ApplyAnalogNames(mission.Display.AnalogNames, mission.Tables);
   }
   TellAccelerationLimits(mission, screen);
-  if (changed) screen.RefreshDisplay(mission);
+  if (!changed) return;
+  screen.RefreshDisplay(mission);
+  SetAccelerationLimits(mission, mission.Display.Limits[static_cast<std::size_t>(TQuantity::Acceleration)], screen);
 }

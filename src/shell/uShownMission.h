@@ -5,6 +5,8 @@
 #include <optional>
 #include <string>
 
+#include "analysis/uAlarmLimits.h"
+#include "analysis/uEventFilter.h"
 #include "analysis/uMissionDatasets.h"
 #include "analysis/uMissionSummary.h"
 #include "model/uEvents.h"
@@ -26,4 +28,9 @@ struct TShownMission {
   std::string Damage;                        // what is wrong with the recording, in words; empty when it is whole
   TDisplaySettings Display;                  // outlives the mission
   std::optional<std::size_t> SelectedEvent;  // index in Events
+
+  // The conditions stay while the filter is off, also when another file is opened. It is never on without one.
+  TEventFilter Filter;
+  bool FilterActive = false;
+  std::optional<TLimits> AccelerationLimits;  // the alarm limits in force; nothing: there are none
 };

@@ -26,6 +26,8 @@ constexpr std::string_view kOverviewGroups[] = {"btngrpNavigator", "btngrpLayout
 constexpr std::string_view kShockViewGroups[] = {"btngrpNavigator", "btngrpLayout", "btngrpShock",
                                                  "btngrpFilter",    "btngrpAlarm",  "btngrpFiltering"};
 constexpr std::string_view kGroupsWithoutReport[] = {"btngrpNavigator", "btngrpLayout", "btngrpFiltering"};
+// The filter's editor, which opens by its command only.
+constexpr std::string_view kFilterPanel[] = {"dxDockPanelFilter"};
 constexpr std::string_view kShockDockPanels[] = {"dxDockPanelNavigator", "dxDockPanelMissionDetails"};
 constexpr std::string_view kShockGroups[] = {"btngrpShock", "btngrpFilter"};
 
@@ -90,7 +92,7 @@ std::vector<std::string_view> ClosedDockPanels(const IMainScreen& screen) {
 
 void HideFileControls(IMainScreen& screen) {
   Hide(screen, {kFileGroups, kViewButtons, kOverviewItems, kShockItems, kReportItems, kSensorButtons,
-                kEventsChartGroups, kShockChartGroups, kSensorsChartGroups});
+                kEventsChartGroups, kShockChartGroups, kSensorsChartGroups, kFilterPanel});
 }
 
 void EnterWelcomeState(IMainScreen& screen) {
@@ -123,7 +125,7 @@ void SetViewReport(IMainScreen& screen) {
                 kSensorButtons});
   Show(screen, {kReportItems});
   ShowDockPanels(screen, TView::Report);
-  Hide(screen, {kGroupsWithoutReport});
+  Hide(screen, {kGroupsWithoutReport, kFilterPanel});
   screen.BringToFront("ReportPanel");
   screen.SetChecked("actSetViewReport");
   screen.BringToFront("dxLayoutReport");

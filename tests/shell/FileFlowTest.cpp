@@ -8,6 +8,7 @@
 #include <deque>
 #include <mutex>
 
+#include "shell/uFilterCommands.h"
 #include "shell/uOrderingCommands.h"
 #include "tests/support/uLoggingScreen.h"
 #include "tests/support/uThreeEvents.h"
@@ -291,6 +292,38 @@ TEST_F(FileFlow, AFailureBeforeTheReaderExistsLeavesAUsableWindow) {
   EXPECT_TRUE(FFlow.FileShown());
 }
 
+TEST_F(FileFlow, ReloadKeepsTheFilterAnOpenSwitchesItOff) {
+  Open(FThree);
+  TEventFilter filter;
+  filter.ranges[0].to = 9;
+  ChangeFilter(FFlow.Mission(), filter, FScreen);
+  SelectEvent(FFlow.Mission(), 2, FScreen);
+  FFlow.Reload();
+  Finish();
+  EXPECT_THAT(FScreen.Said(), HasSubstr("update with 2; "));
+  EXPECT_TRUE(FFlow.Mission().FilterActive);
+  EXPECT_EQ(FFlow.Mission().SelectedEvent, 2U);
+
+  filter.ranges[0].to = 1;
+  ChangeFilter(FFlow.Mission(), filter, FScreen);
+  FScreen.Closed = {"dxDockPanelFilter"};
+  FFlow.Reload();
+  Finish();
+  EXPECT_EQ(FFlow.Mission().CLDS.RecordCount(), 0U);
+  EXPECT_EQ(FFlow.Mission().SelectedEvent, std::nullopt);
+  EXPECT_THAT(FScreen.Said(), Not(HasSubstr("show dxDockPanelFilter")));
+
+  FScreen.Closed = {};
+  Open(FThree);
+  EXPECT_FALSE(FFlow.Mission().FilterActive);
+  EXPECT_EQ(FFlow.Mission().Filter, filter) << "its conditions stay";
+  EXPECT_EQ(FFlow.Mission().CLDS.RecordCount(), 3U);
+  FScreen.Said();
+  FFlow.Reload();
+  Finish();
+  EXPECT_THAT(FScreen.Said(), HasSubstr("show dxDockPanelFilter; ")) << "the editor was open";
+}
+
 TEST_F(FileFlow, ReloadKeepsViewAndSelectionAnOpenDoesNot) {
   FFlow.Reload();
   EXPECT_EQ(FScreen.Said(), "") << "there is nothing to reload";
@@ -298,7 +331,7 @@ TEST_F(FileFlow, ReloadKeepsViewAndSelectionAnOpenDoesNot) {
   FFlow.SwitchView(TView::Shock);
   ShockGridTitleClick(FFlow.Mission(), "ToT total", FScreen);
   SelectEvent(FFlow.Mission(), 2, FScreen);
-  FScreen.Closed = {"dxDockPanelNavigator"};
+  FScreen.Closed = {"dxDockPanelNavigator", "dxDockPanelFilter"};
   FFlow.Reload();
   Finish();
   EXPECT_EQ(FFlow.View(), TView::Shock);

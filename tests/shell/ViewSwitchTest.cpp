@@ -15,7 +15,8 @@ TEST(ViewSwitch, ReportClosesTheDockPanelsAndStartsAtItsTop) {
       "btngrpFilter btngrpEventsChart btngrpShockSeries btngrpShockTools btngrpSensorsTools btngrpSensorsAxes "
       "dxBarShowSensorGrid dxBarShowBatteryGrid; show dxBarReportPrintOnly dxBarReportExportOnly; hide" +
           kDockPanelNames +
-          " btngrpNavigator btngrpLayout btngrpFiltering; front ReportPanel; check actSetViewReport; front "
+          " btngrpNavigator btngrpLayout btngrpFiltering dxDockPanelFilter; front ReportPanel; check actSetViewReport; "
+          "front "
           "dxLayoutReport; top scrlReport; ribbon resumed; show pnlEventCards; ");
 }
 

@@ -101,6 +101,9 @@ class TLoggingScreen final : public IMainScreen {
   }
   void RefreshGrid(std::string_view grid) override { Say("grid {}", grid); }
   void RebuildFilteredEvents() override { Say("filtered events"); }
+  void ShowFilter(const TShownMission& mission) override {
+    Say("filter {}: {} of {}", mission.FilterActive ? "on" : "off", mission.CLDS.RecordCount(), mission.Events.Count());
+  }
   void ShowSelectedEvent(std::optional<std::size_t> event) override { Say("selected {}", Name(event)); }
   void PositionEventGrids(std::optional<std::size_t> event) override { Say("position {}", Name(event)); }
 
@@ -145,4 +148,4 @@ inline const std::string kFileControlNames =
     " dxBarOverview dxBarLargeShockView dxBarReport"
     " dxBarOverviewPrint dxBarOverviewExport dxBarShockPrint dxBarShockExport"
     " dxBarReportPrintOnly dxBarReportExportOnly dxBarShowSensorGrid dxBarShowBatteryGrid"
-    " btngrpEventsChart btngrpShockSeries btngrpShockTools btngrpSensorsTools btngrpSensorsAxes";
+    " btngrpEventsChart btngrpShockSeries btngrpShockTools btngrpSensorsTools btngrpSensorsAxes dxDockPanelFilter";

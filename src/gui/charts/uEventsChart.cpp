@@ -17,6 +17,7 @@ constexpr double kReach = 8;         // px, how near to an event a click is mean
 constexpr double kLevelInSight = 4;  // times the largest peak; a level above would press the events flat
 constexpr double kTotalRadius = 3;   // px, of the dot behind
 constexpr std::size_t kNoAxis = 3;
+constexpr double kFaint = 0.16;  // of the text's colour, for events that the filter hides
 
 std::uint8_t AxisOf(const TEvent& event) {
   const std::size_t axis = std::string_view("XYZ").find(event.MaxAxis.front());
@@ -43,6 +44,7 @@ void TEventsChart::Clear() {
   FMax = FMaxSingle = {};
   FAxes = {};
   FIndexes = {};
+  FVisible = {};
   FLargest = 0;
   FTrigger.reset();
   FSelected.reset();
@@ -95,6 +97,12 @@ std::optional<std::size_t> TEventsChart::PlaceOf(std::optional<std::size_t> inde
   const auto found = std::ranges::find(FIndexes, *index);
   if (found == FIndexes.end()) return std::nullopt;
   return static_cast<std::size_t>(found - FIndexes.begin());
+}
+
+void TEventsChart::SetVisibleEvents(std::vector<bool> visible) {
+  if (visible == FVisible) return;
+  FVisible = std::move(visible);
+  QueueReplot();
 }
 
 void TEventsChart::SetSelectedEvent(std::optional<std::size_t> index) {
@@ -169,13 +177,19 @@ void TEventsChart::PaintEvents(QCPPainter& painter) {
   const auto [from, to] = TimeRange();
   const TColumns columns = ColumnsOf(TimeAxis(), painter, from, to);
   const auto key = [this](std::size_t i) { return FTimes[i]; };
+  constexpr float kNone = std::numeric_limits<float>::quiet_NaN();
+  if (!FVisible.empty()) {
+    ColumnPeaks(
+        FTimes.size(), key, [this](std::size_t i) { return IsVisibleEvent(i) ? kNone : FMax[i]; }, columns, FPeaks);
+    PaintStems(painter, FMax, Mixed(palette().color(QPalette::Base), palette().color(QPalette::Text), kFaint), 0);
+  }
   ColumnPeaks(
-      FTimes.size(), key, [this](std::size_t i) { return FMax[i]; }, columns, FPeaks);
+      FTimes.size(), key, [this](std::size_t i) { return IsVisibleEvent(i) ? FMax[i] : kNone; }, columns, FPeaks);
   const bool crowded = static_cast<double>(FPeaks.size()) * 2 * kTotalRadius > Rect().width();
   PaintStems(painter, FMax, InkOf(TSeries::Total), crowded ? 0 : kTotalRadius);
   for (std::size_t axis = 0; axis < kNoAxis; ++axis) {
     const auto single = [this, axis](std::size_t i) {
-      return FAxes[i] == axis ? FMaxSingle[i] : std::numeric_limits<float>::quiet_NaN();
+      return FAxes[i] == axis && IsVisibleEvent(i) ? FMaxSingle[i] : kNone;
     };
     ColumnPeaks(FTimes.size(), key, single, columns, FPeaks);
     PaintStems(painter, FMaxSingle, InkOf(static_cast<TSeries>(axis)), 0);
@@ -271,7 +285,8 @@ std::optional<std::size_t> TEventsChart::PlaceNear(const QPointF& position) cons
   const double to = TimeAxis().pixelToCoord(position.x() + kReach);
   std::vector<std::size_t> peaks;
   ColumnPeaks(
-      FTimes.size(), [this](std::size_t i) { return FTimes[i]; }, [this](std::size_t i) { return FMax[i]; },
+      FTimes.size(), [this](std::size_t i) { return FTimes[i]; },
+      [this](std::size_t i) { return IsVisibleEvent(i) ? FMax[i] : std::numeric_limits<float>::quiet_NaN(); },
       {from, to, static_cast<std::size_t>(2 * kReach)}, peaks);
   std::optional<std::size_t> nearest;
   double least = kReach;

@@ -21,6 +21,8 @@ class TEventsChart final : public TTimeChart {
   // Copies what it shows, 17 bytes an event; nothing of the model is kept. Shows the full range, nothing selected.
   void SetEvents(const TEventList& events, const TMissionData& mission);
   void Clear() override;
+  // Events that this mask, by index, does not mark are drawn faintly and answer to no click; an empty mask marks all.
+  void SetVisibleEvents(std::vector<bool> visible);
   // By the event's index in the list. An event without a place in time has no marker.
   void SetSelectedEvent(std::optional<std::size_t> index);
   void SetHoveredEvent(std::optional<std::size_t> index);
@@ -55,6 +57,7 @@ class TEventsChart final : public TTimeChart {
   [[nodiscard]] std::optional<std::size_t> PlaceOf(std::optional<std::size_t> index) const;
   [[nodiscard]] std::optional<std::size_t> PlaceNear(const QPointF& position) const;
   [[nodiscard]] std::size_t IndexOf(std::size_t place) const { return FIndexes.empty() ? place : FIndexes[place]; }
+  [[nodiscard]] bool IsVisibleEvent(std::size_t place) const { return FVisible.empty() || FVisible[IndexOf(place)]; }
   void SortByTime();
   [[nodiscard]] QColor InkOf(TSeries series) const;
   [[nodiscard]] QString GText(double g) const;
@@ -69,6 +72,7 @@ class TEventsChart final : public TTimeChart {
   std::vector<float> FMax, FMaxSingle;  // g
   std::vector<std::uint8_t> FAxes;      // of the peak: 0 x, 1 y, 2 z, 3 none
   std::vector<std::uint32_t> FIndexes;  // in the list; empty while every place is its index
+  std::vector<bool> FVisible;           // by index in the list; empty while all are
   float FLargest = 0;                   // g, of all finite peaks
   std::optional<float> FTrigger;        // g
   TAlarmLimits FAlarm;                  // g

@@ -33,6 +33,7 @@ void DatasetTableModel::SetDataset(const TDataset* table) {
   beginResetModel();
   FTable = table;
   FFields.clear();
+  FRowCount = ShownCount();
   FId = table == nullptr ? std::nullopt : table->FindField("ID");
   for (std::size_t field = 0; table != nullptr && field < table->Fields().size(); ++field) {
     if (table->Fields()[field].Type != TFieldType::Blob) FFields.push_back(field);
@@ -40,7 +41,23 @@ void DatasetTableModel::SetDataset(const TDataset* table) {
   endResetModel();
 }
 
+int DatasetTableModel::ShownCount() const {
+  if (FTable == nullptr) return 0;
+  return static_cast<int>(std::min<std::size_t>(FTable->RecordCount(), std::numeric_limits<int>::max()));
+}
+
+// Rows are known by their position, so others than before come or go at the end.
 void DatasetTableModel::Refresh() {
+  const int count = ShownCount();
+  if (count < FRowCount) {
+    beginRemoveRows({}, count, FRowCount - 1);
+    FRowCount = count;
+    endRemoveRows();
+  } else if (count > FRowCount) {
+    beginInsertRows({}, FRowCount, count - 1);
+    FRowCount = count;
+    endInsertRows();
+  }
   if (rowCount() == 0 || columnCount() == 0) return;
   Q_EMIT headerDataChanged(Qt::Horizontal, 0, columnCount() - 1);
   Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
@@ -60,8 +77,8 @@ std::optional<int> DatasetTableModel::PositionOf(std::size_t id) const {
   const auto isAt = [&](std::size_t row) { return std::cmp_equal(FTable->Integer(row, *FId), id); };
   // In a table of all events an event's row is its "ID"; a table of a few is searched.
   std::size_t row = id;
-  if (row >= FTable->RecordCount() || !isAt(row)) {
-    for (row = 0; row < FTable->RecordCount() && !isAt(row);) ++row;
+  if (row >= FTable->RowCount() || !isAt(row)) {
+    for (row = 0; row < FTable->RowCount() && !isAt(row);) ++row;
   }
   const auto position = FTable->PositionOf(row);
   if (!position) return std::nullopt;
@@ -69,8 +86,7 @@ std::optional<int> DatasetTableModel::PositionOf(std::size_t id) const {
 }
 
 int DatasetTableModel::rowCount(const QModelIndex& parent) const {
-  if (parent.isValid() || FTable == nullptr) return 0;
-  return static_cast<int>(std::min<std::size_t>(FTable->RecordCount(), std::numeric_limits<int>::max()));
+  return parent.isValid() ? 0 : FRowCount;
 }
 
 int DatasetTableModel::columnCount(const QModelIndex& parent) const {
@@ -91,6 +107,7 @@ QVariant DatasetTableModel::data(const QModelIndex& index, int role) const {
 }
 
 TCellDrawing DatasetTableModel::Drawing(const QModelIndex& index) const {
+  if (index.row() >= ShownCount()) return {};
   const std::size_t field = FFields[static_cast<std::size_t>(index.column())];
   return DrawCell(*FTable, FTable->RowAt(static_cast<std::size_t>(index.row())), field, *FDisplay);
 }

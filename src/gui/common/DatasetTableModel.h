@@ -18,7 +18,7 @@ class DatasetTableModel : public QAbstractTableModel {
 
   // Shows a table, which must outlive its being shown; null empties the model.
   void SetDataset(const TDataset* table);
-  // The table's order, formats or labels changed, its rows and fields did not.
+  // The table's order, formats, labels or the number of rows that it shows changed, its fields did not.
   void Refresh();
 
   // How values are shown; borrowed. Refresh after a change of it.
@@ -39,7 +39,10 @@ class DatasetTableModel : public QAbstractTableModel {
                                     int role = Qt::DisplayRole) const override;
 
  private:
+  [[nodiscard]] int ShownCount() const;
+
   const TDataset* FTable = nullptr;
+  int FRowCount = 0;               // as the views know it
   std::optional<std::size_t> FId;  // the field "ID"
   const TDisplaySettings* FDisplay;
   std::vector<std::size_t> FFields;  // of the columns: what is drawn elsewhere is left out

@@ -70,7 +70,9 @@ void TGrid::SetDataset(const TDataset* table) {
 }
 
 void TGrid::Refresh() {
+  const QScopedValueRollback<bool> setting(FSetting, true);
   FModel->Refresh();
+  FitColumnsOnce();
   MarkSortedColumn();
   HoverAnew();
 }

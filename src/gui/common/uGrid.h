@@ -26,7 +26,8 @@ class TGrid : public QTableView {
   void SetNothing(const QString& words) { FNothing = words; }
   // How values are shown; borrowed. Refresh after a change of it.
   void SetDisplay(const TDisplaySettings* display) { FModel->SetDisplay(display); }
-  // The table's order changed: redraws what is visible and moves the sort mark; the scroll position stays.
+  // The table's order, or which of its rows it shows, changed: redraws what is visible and moves the sort mark; the
+  // scroll position stays.
   void Refresh();
   // Makes the row of this "ID" the current one and scrolls to it; nothing takes the current row away. TitleClicked and
   // RowChosen are not emitted.

@@ -9,6 +9,7 @@
 #include <QMimeData>
 #include <QStackedWidget>
 #include <QUrl>
+#include <tuple>
 
 #include "gui/charts/uEventsChart.h"
 #include "gui/charts/uNavigatorChart.h"
@@ -17,6 +18,8 @@
 #include "gui/common/uGrid.h"
 #include "gui/common/uGuard.h"
 #include "gui/common/uQtText.h"
+#include "gui/filter/uFilterChip.h"
+#include "gui/filter/uFilterPanel.h"
 #include "gui/mainform/uChartToggles.h"
 #include "gui/mainform/uKeysDialog.h"
 #include "gui/mainform/uMainActions.h"
@@ -38,6 +41,7 @@
 #include "gui/welcome/uLoadingPanel.h"
 #include "gui/welcome/uRecentFiles.h"
 #include "gui/welcome/uWellcomePanel.h"
+#include "shell/uFilterCommands.h"
 #include "shell/uLayoutCommands.h"
 #include "shell/uOrderingCommands.h"
 #include "shell/uSettingsCommands.h"
@@ -60,6 +64,7 @@ TKorvexMainForm::TKorvexMainForm(TProgram program, std::uint64_t memoryBound)
   ConnectGrids();
   ConnectCharts();
   ConnectSettings();
+  ConnectFilter();
   FormCreate();
 }
 
@@ -179,6 +184,20 @@ void TKorvexMainForm::ConnectSettings() {
           [this](const QString& patterns) { FParts->backstage->SetFilePatterns(patterns.split(" & ")); });
 }
 
+void TKorvexMainForm::ConnectFilter() {
+  FParts->filter->AddActiveButton(findChild<QAction*>("actFilterActive"));
+  connect(FParts->filter, &TFilterPanel::FilterChanged, this, [this](const TEventFilter& filter) {
+    if (FFlow->FileShown()) Guarded(this, [&] { ChangeFilter(FFlow->Mission(), filter, *FScreen); });
+  });
+  connect(FParts->filter, &TFilterPanel::NavigatorSpanRequested, this, [this] {
+    const auto [from, to] = FParts->overview->Chart1()->TimeRange();
+    FParts->filter->SetTimeSpan(from, to);
+  });
+  connect(FParts->statusEvents, &TFilterChip::OffClicked, this, [this] {
+    if (FFlow->FileShown()) Guarded(this, [&] { std::ignore = ActivateFilter(FFlow->Mission(), false, *FScreen); });
+  });
+}
+
 void TKorvexMainForm::Select(std::size_t event) {
   if (FFlow->FileShown()) Guarded(this, [&] { SelectEvent(FFlow->Mission(), event, *FScreen); });
 }
@@ -228,6 +247,15 @@ void TKorvexMainForm::actNextEventExecute() {
 
 void TKorvexMainForm::actPreviousEventExecute() {
   StepEvent(FFlow->Mission(), -1, *FScreen);
+}
+
+void TKorvexMainForm::actFilterActiveExecute() {
+  const bool on = findChild<QAction*>("actFilterActive")->isChecked();
+  if (!ActivateFilter(FFlow->Mission(), on, *FScreen)) FParts->filter->Open();
+}
+
+void TKorvexMainForm::actFilterEditExecute() {
+  FParts->filter->Open();
 }
 
 void TKorvexMainForm::actZoomResetExecute() {

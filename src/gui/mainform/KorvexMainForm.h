@@ -39,6 +39,8 @@ class TKorvexMainForm : public QMainWindow {
   void actSetViewReportExecute();
   void actNextEventExecute();
   void actPreviousEventExecute();
+  void actFilterActiveExecute();
+  void actFilterEditExecute();
   void actZoomResetExecute();
   // What is shown follows the toggle, as it follows every setting.
   void actAlarmSetExecute();
@@ -65,6 +67,7 @@ class TKorvexMainForm : public QMainWindow {
   void ConnectGrids();
   void ConnectCharts();
   void ConnectSettings();
+  void ConnectFilter();
   void Select(std::size_t event);
 
   TProgram FProgram;

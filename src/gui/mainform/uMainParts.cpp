@@ -12,6 +12,8 @@
 #include "gui/common/uElidedLabel.h"
 #include "gui/common/uIcons.h"
 #include "gui/common/uLogos.h"
+#include "gui/filter/uFilterChip.h"
+#include "gui/filter/uFilterPanel.h"
 #include "gui/mainform/uLayouts.h"
 #include "gui/overview/uOverviewPanel.h"
 #include "gui/report/uReportPanel.h"
@@ -46,6 +48,7 @@ TMainParts::TMainParts(QMainWindow& window)
       shock(new TMainShockPanel(&window)),
       report(new TReportPanel(&window)),
       docks(window),
+      filter(new TFilterPanel(&window)),
       loading(nullptr),
       backstage(nullptr),
       alarmLimits(new TAlarmLimitsPanel(&window)),
@@ -54,6 +57,8 @@ TMainParts::TMainParts(QMainWindow& window)
       logos(new TLogos(&window)),
       layouts(nullptr) {
   window.setMenuWidget(ribbon);
+  window.addDockWidget(Qt::LeftDockWidgetArea, filter);
+  filter->hide();
   MakeCentre(window);
   MakeStatusBar(window);
   loading = new TLoadingPanel(window.centralWidget());
@@ -110,7 +115,7 @@ void TMainParts::MakeStatusBar(QMainWindow& window) {
   QStatusBar* bar = window.statusBar();
   statusHint = MakeStatusLabel(bar, "lblStatusHint");
   statusValue = MakeStatusLabel(bar, "lblStatusValue");
-  statusEvents = MakeStatusLabel(bar, "lblStatusEvents");
+  statusEvents = new TFilterChip(bar);
   statusFile = MakeStatusLabel(bar, "lblStatusFile");
   bar->addWidget(statusHint);
   bar->addWidget(statusValue, 1);

@@ -10,6 +10,8 @@ class QLabel;
 class QStackedWidget;
 class TAlarmLimitsPanel;
 class TBackstage;
+class TFilterChip;
+class TFilterPanel;
 class TLayouts;
 class TLoadingPanel;
 class TLogos;
@@ -31,6 +33,7 @@ struct TMainParts {
   TMainShockPanel* shock;
   TReportPanel* report;
   TDockPanels docks;
+  TFilterPanel* filter;
   TLoadingPanel* loading;
   TBackstage* backstage;
   TAlarmLimitsPanel* alarmLimits;
@@ -38,11 +41,11 @@ struct TMainParts {
   TRecentFiles* recentFiles;  // of the welcome panel
   TLogos* logos;
   TLayouts* layouts;
-  QFrame* damaged;       // says that the shown recording is damaged
-  QLabel* statusHint;    // what the mouse can do where it is
-  QLabel* statusValue;   // the value under the pointer
-  QLabel* statusEvents;  // how many events
-  QLabel* statusFile;    // the file and its state
+  QFrame* damaged;            // says that the shown recording is damaged
+  QLabel* statusHint;         // what the mouse can do where it is
+  QLabel* statusValue;        // the value under the pointer
+  TFilterChip* statusEvents;  // how many events
+  QLabel* statusFile;         // the file and its state
 
  private:
   void MakeCentre(QMainWindow& window);

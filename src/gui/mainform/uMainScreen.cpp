@@ -24,6 +24,8 @@
 #include "gui/common/uLogos.h"
 #include "gui/common/uQtText.h"
 #include "gui/docks/uMissionDetails.h"
+#include "gui/filter/uFilterChip.h"
+#include "gui/filter/uFilterPanel.h"
 #include "gui/mainform/uLayouts.h"
 #include "gui/mainform/uMainParts.h"
 #include "gui/overview/uOverviewPanel.h"
@@ -48,10 +50,6 @@ constexpr int kPaintMs = 20;  // a long loop paints at most this often
 QAction* ActionOf(const QWidget& widget) {
   const auto* button = qobject_cast<const QToolButton*>(&widget);
   return button == nullptr ? nullptr : button->defaultAction();
-}
-
-QString EventsText(std::size_t count) {
-  return count == 1 ? QObject::tr("1 event") : QObject::tr("%1 events").arg(count);
 }
 
 }  // namespace
@@ -247,7 +245,8 @@ void TMainScreen::EmptyGridsAndCharts() {
   FParts.shock->ShowCards({}, std::nullopt, {});
   FParts.docks.details->ShowSections({});
   FParts.report->Clear();
-  FParts.statusEvents->clear();
+  FParts.filter->SetMission(nullptr);
+  FParts.statusEvents->Clear();
   FParts.statusFile->clear();
 }
 
@@ -272,7 +271,8 @@ void TMainScreen::UpdateKorvexUI(TShownMission& mission) {
   FParts.docks.DBGrid2->SetDataset(&mission.Tables.Sensors);
   FParts.docks.DBGrid8->SetDataset(&mission.Tables.Battery);
   ShowDetails(mission);
-  FParts.statusEvents->setText(EventsText(mission.Events.Count()));
+  FParts.filter->SetMission(&mission);
+  ShowFilter(mission);
 }
 
 void TMainScreen::PrepareReport(const TShownMission& mission) {
@@ -348,6 +348,16 @@ void TMainScreen::RefreshGrid(std::string_view grid) {
 
 void TMainScreen::RebuildFilteredEvents() {
   FParts.shock->FilteredShocks()->Refresh();
+  if (FMission != nullptr) FParts.shock->FilteredShocks()->SetCurrentId(FMission->SelectedEvent);
+}
+
+void TMainScreen::ShowFilter(const TShownMission& mission) {
+  Control<QAction>("actFilterActive").setChecked(mission.FilterActive);
+  FParts.statusEvents->ShowEvents(mission.CLDS.RecordCount(), mission.Events.Count());
+  for (TEventsChart* chart : {FParts.overview->Chart1(), FParts.shock->Chart20()}) {
+    chart->SetVisibleEvents(mission.CLDS.ShownRows());
+  }
+  FParts.filter->ShowFilter();
 }
 
 void TMainScreen::ShowSelectedEvent(std::optional<std::size_t> event) {

@@ -71,6 +71,7 @@ class TMainScreen final : public IMainScreen {
   void RefreshDisplay(const TShownMission& mission) override;
   void RefreshGrid(std::string_view grid) override;
   void RebuildFilteredEvents() override;
+  void ShowFilter(const TShownMission& mission) override;
   void ShowSelectedEvent(std::optional<std::size_t> event) override;
   void PositionEventGrids(std::optional<std::size_t> event) override;
 

@@ -1,0 +1,104 @@
+#include "analysis/uEventFilter.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <span>
+
+#include "base/uDateTime.h"
+
+namespace {
+
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+
+using TMask = std::vector<std::uint8_t>;  // bytes, so that a compiler makes many comparisons at once
+
+// Takes away the rows whose value of a field does not pass, as NaN and so null never does.
+template <class T, class TPasses>
+void Keep(const TDataset& table, std::string_view field, std::span<const T> (TDataset::*values)(std::size_t) const,
+          TMask& through, const TPasses& passes) {
+  const auto column = table.FindField(field);
+  if (!column) {
+    std::ranges::fill(through, std::uint8_t{0});
+    return;
+  }
+  const std::span<const T> all = (table.*values)(*column);
+  for (std::size_t row = 0; row < through.size(); ++row) through[row] &= static_cast<std::uint8_t>(passes(all[row]));
+}
+
+// In kPeakAxes; past its end for an event without samples.
+std::size_t PeakAxis(const TEvent& event) {
+  const auto axis = static_cast<std::uint32_t>(event.MaxAxis[0] - 'X');  // far past Z for "None"
+  return axis < 3 ? 2 * axis + (event.MaxAxis[2] == 'n' ? 1 : 0) : kPeakAxes.size();
+}
+
+void KeepAxes(const TEventFilter& filter, std::span<const TEvent> events, TMask& through) {
+  std::array<std::uint8_t, kPeakAxes.size() + 1> wanted{};
+  for (std::size_t axis = 0; axis < filter.axes.size(); ++axis) wanted[axis] = filter.axes[axis] ? 1 : 0;
+  for (std::size_t row = 0; row < through.size(); ++row) through[row] &= wanted[PeakAxis(events[row])];
+}
+
+// The single next to an end that a single can hold.
+float SingleOf(const std::optional<double>& end, double open) {
+  constexpr double kLargest = std::numeric_limits<float>::max();
+  return end ? static_cast<float>(std::clamp(*end, -kLargest, kLargest)) : static_cast<float>(open);
+}
+
+// Moments are shown rounded to this, so half a millisecond beside an end still counts.
+double WholeMs(double dateTime) {
+  return std::round(dateTime * kMsPerDay);
+}
+
+}  // namespace
+
+std::vector<bool> EventsThrough(const TEventFilter& filter, const TDataset& table, const TEventList& events,
+                                const std::optional<TLimits>& limits) {
+  TMask through(table.RowCount(), 1);
+  for (std::size_t i = 0; i < kFilteredFields.size(); ++i) {
+    const TRange& range = filter.ranges[i];
+    if (!range.IsSet()) continue;
+    const float from = SingleOf(range.from, -kInfinity);
+    const float to = SingleOf(range.to, kInfinity);
+    Keep(table, kFilteredFields[i], &TDataset::Singles, through,
+         [from, to](float value) { return (value >= from) & (value <= to); });
+  }
+  if (filter.time.IsSet()) {
+    const double from = filter.time.from ? WholeMs(*filter.time.from) - 0.5 : -kInfinity;
+    const double to = filter.time.to ? WholeMs(*filter.time.to) + 0.5 : kInfinity;
+    Keep(table, "Timestamp", &TDataset::DateTimes, through, [from, to](double time) {
+      const double ms = time * kMsPerDay;
+      return (ms >= from) & (ms < to);
+    });
+  }
+  if (filter.aboveAlarm && limits) {
+    Keep(table, kFilteredFields[0], &TDataset::Singles, through,
+         [&limits](float value) { return IsOutside(*limits, value); });
+  }
+  if (std::ranges::find(filter.axes, true) != filter.axes.end()) KeepAxes(filter, events.Events(), through);
+  return {through.begin(), through.end()};
+}
+
+THistogram HistogramOf(const TDataset& table, std::string_view field, std::size_t steps) {
+  THistogram histogram{kInfinity, -kInfinity, {}};
+  const auto column = table.FindField(field);
+  if (!column) return {};
+  const auto forEach = [&table, column](const auto& visit) {
+    for (const float value : table.Singles(*column)) {
+      if (std::isfinite(value)) visit(double{value});
+    }
+  };
+  forEach([&histogram](double value) {
+    histogram.least = std::min(histogram.least, value);
+    histogram.largest = std::max(histogram.largest, value);
+  });
+  if (histogram.least > histogram.largest) return {};
+  histogram.counts.resize(histogram.least < histogram.largest ? steps : 1);
+  const double last = static_cast<double>(histogram.counts.size() - 1);
+  const double scale = static_cast<double>(histogram.counts.size()) / (histogram.largest - histogram.least);
+  forEach([&histogram, scale, last](double value) {
+    const double step = last > 0 ? std::min(std::floor((value - histogram.least) * scale), last) : 0;
+    ++histogram.counts[static_cast<std::size_t>(step)];
+  });
+  return histogram;
+}

@@ -1,0 +1,45 @@
+#include "shell/uFilterCommands.h"
+
+#include "analysis/uVisibleEvents.h"
+#include "shell/uOrderingCommands.h"
+
+namespace {
+
+void Apply(TShownMission& mission, IMainScreen& screen) {
+  FilterCompanion(mission);
+  screen.RebuildFilteredEvents();
+  screen.ShowFilter(mission);
+  const auto event = VisibleOrFirst(mission.CLDS, mission.SelectedEvent);
+  if (event != mission.SelectedEvent) SelectEvent(mission, event, screen);
+}
+
+}  // namespace
+
+void FilterCompanion(TShownMission& mission) {
+  mission.CLDS.SetShownRows(mission.FilterActive ? EventsThrough(mission.Filter, mission.Tables.Events, mission.Events,
+                                                                 mission.AccelerationLimits)
+                                                 : std::vector<bool>());
+}
+
+void ChangeFilter(TShownMission& mission, const TEventFilter& filter, IMainScreen& screen) {
+  mission.Filter = filter;
+  mission.FilterActive = filter.HasCondition();
+  Apply(mission, screen);
+}
+
+bool ActivateFilter(TShownMission& mission, bool active, IMainScreen& screen) {
+  const bool possible = !active || mission.Filter.HasCondition();
+  mission.FilterActive = active && possible;
+  Apply(mission, screen);
+  return possible;
+}
+
+void SetAccelerationLimits(TShownMission& mission, const std::optional<TLimits>& limits, IMainScreen& screen) {
+  if (limits == mission.AccelerationLimits) return;
+  mission.AccelerationLimits = limits;
+  if (mission.FilterActive && mission.Filter.aboveAlarm) {
+    Apply(mission, screen);
+  } else {
+    screen.ShowFilter(mission);
+  }
+}
