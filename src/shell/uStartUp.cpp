@@ -95,7 +95,7 @@ void FormCreate(const TProgram& program, TRecentDocuments& recent, IMainScreen& 
   screen.SetEnabled("dxBarReload", false);
   screen.PrepareSensorsAxes();
 
-  const fs::path folder = PathFromUtf8(program.FindSettingsFolder());
+  const fs::path folder = PathFromUtf8(program.findSettingsFolder());
   if (folder.empty()) return;
   TSteps steps;
   LoadLogos(folder, steps, screen);
@@ -117,7 +117,7 @@ void FormShow(const TProgram& program, IMainScreen& screen) {
 
 void FormClose(const TProgram& program, TRecentDocuments& recent, IMainScreen& screen) {
   screen.FreePointAbsorptionLists();
-  const fs::path folder = PathFromUtf8(program.FindSettingsFolder());
+  const fs::path folder = PathFromUtf8(program.findSettingsFolder());
   if (folder.empty()) return;
   TSteps steps;
   SaveLogos(folder, steps, screen);

@@ -14,7 +14,7 @@ class TLogos : public QObject {
 
  public:
   enum TLogo : std::size_t { kCompany, kReport, kCount };
-  static constexpr int kLargestSide = 4000;             // pixels
+  static constexpr int kLargestSide = 4000;           // pixels
   static constexpr qint64 kLargestFile = 10'000'000;  // bytes
 
   explicit TLogos(QObject* parent);

@@ -75,7 +75,7 @@ constexpr TActionRow kActions[] = {
     {"actZoomReset", "dxBarZoomReset", "btngrpNavigator", "&Whole recording", "zoom-fit-width", "Ctrl+0", false, true,
      &F::actZoomResetExecute},
     {"actDefaultLayout", "dxBarDefaultLayout", "btngrpLayout", "Default &layout", "view-restore", "Ctrl+Shift+L", false,
-     true, &F::actDefaultLayoutExecute},
+     false, &F::actDefaultLayoutExecute},
     {"actLoadUserLayout", "dxBarLoadUserLayout", "btngrpLayout", "Load &user layout", "document-revert", "Ctrl+U",
      false, false, &F::actLoadUserLayoutExecute},
     {"actSaveUserLayout", "dxBarSaveUserLayout", "btngrpLayout", "Save user la&yout", "document-save", "Ctrl+Shift+U",

@@ -32,8 +32,8 @@ struct TMainParts {
   TDockPanels docks;
   TLoadingPanel* loading;
   TBackstage* backstage;
-  TRecentPage* recent;         // of the backstage
-  TRecentFiles* recentFiles;   // of the welcome panel
+  TRecentPage* recent;        // of the backstage
+  TRecentFiles* recentFiles;  // of the welcome panel
   TLogos* logos;
   TLayouts* layouts;
   QFrame* damaged;       // says that the shown recording is damaged
