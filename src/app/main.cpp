@@ -101,7 +101,7 @@ int Run(const TArguments& arguments, const char* programName) {
   if (!takesPictures) {
     program.firstArgument = arguments.file;
     program.dataFolder = RegistryFileDir();
-    program.FindSettingsFolder = SettingsFolder;
+    program.findSettingsFolder = SettingsFolder;
   }
   // A quarter of the memory stays for everybody else.
   TKorvexMainForm form(std::move(program), MachineMemoryBytes() / 4 * 3);

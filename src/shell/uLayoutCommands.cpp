@@ -16,7 +16,7 @@ constexpr std::string_view kNoSettingsFolder =
 
 void SaveUserLayout(const TProgram& program, IMainScreen& screen) {
   constexpr std::string_view kNotSaved = "The layout is not saved.";
-  const std::string folder = program.FindSettingsFolder();
+  const std::string folder = program.findSettingsFolder();
   if (folder.empty()) {
     screen.ShowMessage(kNotSaved, kNoSettingsFolder);
     return;
@@ -28,7 +28,7 @@ void SaveUserLayout(const TProgram& program, IMainScreen& screen) {
 }
 
 void LoadUserLayout(const TProgram& program, IMainScreen& screen) {
-  const std::string folder = program.FindSettingsFolder();
+  const std::string folder = program.findSettingsFolder();
   const fs::path file = PathFromUtf8(folder) / kUserLayoutFile;
   std::error_code unknown;
   if (folder.empty() || !fs::exists(file, unknown)) {
@@ -41,7 +41,7 @@ void LoadUserLayout(const TProgram& program, IMainScreen& screen) {
 }
 
 void LoadDefaultLayout(const TProgram& program, TView view, IMainScreen& screen) {
-  const std::string folder = program.FindSettingsFolder();
+  const std::string folder = program.findSettingsFolder();
   screen.RestoreDesignedLayout();
   std::error_code unknown;
   const fs::path file = PathFromUtf8(folder) / kDefaultLayoutFile;

@@ -1,5 +1,5 @@
-// The recordings that were shown last, and their folders. Pinned ones come first and stay; of the others each list keeps
-// the last 20. Paths are absolute; one that is no plain line of text is not listed. Main thread only.
+// The recordings that were shown last, and their folders. Pinned ones come first and stay; of the others each list
+// keeps the last 20. Paths are absolute; one that is no plain line of text is not listed. Main thread only.
 #pragma once
 
 #include <cstddef>

@@ -96,7 +96,7 @@ void FormCreate(const TProgram& program, TRecentDocuments& recent, IMainScreen& 
   screen.SetEnabled("dxBarReload", false);
   screen.PrepareSensorsAxes();
 
-  const fs::path folder = PathFromUtf8(program.FindSettingsFolder());
+  const fs::path folder = PathFromUtf8(program.findSettingsFolder());
   if (folder.empty()) return;
   ReadSettings(folder, screen);
   TSteps steps;
@@ -119,7 +119,7 @@ void FormShow(const TProgram& program, IMainScreen& screen) {
 
 void FormClose(const TProgram& program, TRecentDocuments& recent, IMainScreen& screen) {
   screen.FreePointAbsorptionLists();
-  const fs::path folder = PathFromUtf8(program.FindSettingsFolder());
+  const fs::path folder = PathFromUtf8(program.findSettingsFolder());
   if (folder.empty()) return;
   TSteps steps;
   SaveLogos(folder, steps, screen);

@@ -14,7 +14,7 @@ struct TProgram {
   std::string dataFolder;        // where the open dialog starts; empty: the system's choice
   std::string firstArgument;     // the recording to open, or empty
   // Finds and makes the settings folder, with its trailing delimiter; empty: unusable, nothing is read or written.
-  std::function<std::string()> FindSettingsFolder = [] { return std::string(); };
+  std::function<std::string()> findSettingsFolder = [] { return std::string(); };
 };
 
 inline constexpr std::string_view kApplicationTitle = "Korvex165 ShockScope ";
@@ -24,8 +24,8 @@ std::string StartCaption(const TProgram& program);
 // The folder of the demo recording, with its trailing delimiter.
 std::string DemoFolder(const TProgram& program);
 
-// The window is constructed: title, manual, cards, open dialog, welcome state, axes, and what the settings folder holds:
-// logos, layouts, recent documents.
+// The window is constructed: title, manual, cards, open dialog, welcome state, axes, and what the settings folder
+// holds: logos, layouts, recent documents.
 void FormCreate(const TProgram& program, TRecentDocuments& recent, IMainScreen& screen);
 // The window is shown for the first time. The recording of the first argument is the caller's to open, afterwards.
 void FormShow(const TProgram& program, IMainScreen& screen);

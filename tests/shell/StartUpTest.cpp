@@ -59,7 +59,7 @@ class SettingsFolder : public testing::Test {
  protected:
   SettingsFolder() {
     FProgram.version = "1.0.0.0";
-    FProgram.FindSettingsFolder = [this] { return (FFolder.Path() / "").string(); };
+    FProgram.findSettingsFolder = [this] { return (FFolder.Path() / "").string(); };
   }
   void Touch(std::initializer_list<const char*> names) {
     for (const char* name : names) WriteFile(FFolder / name, {'x'});
@@ -98,7 +98,7 @@ TEST_F(SettingsFolder, TheFirstStartLeavesFilesToReplaceAndLaterOnesLoadThem) {
 }
 
 TEST_F(SettingsFolder, WithoutOneNothingIsReadOrWritten) {
-  FProgram.FindSettingsFolder = [] { return std::string(); };
+  FProgram.findSettingsFolder = [] { return std::string(); };
   EXPECT_EQ(Start(), "");
   EXPECT_EQ(Close(), "free point absorption; ");
 }
@@ -107,15 +107,17 @@ TEST_F(SettingsFolder, AStepThatFailsCostsNoOtherAndAllOfThemOneMessage) {
   Touch({"Company-Logo.png", "recentdocuments.ini", "user-layout.ini"});
   FScreen.Unusable = {"Company-Logo.png", "default-layout.ini"};
   const std::string folder = FFolder.Path().string();
-  EXPECT_EQ(Start(), "load logo 0 Company-Logo.png; save logo 1 Report-Logo.png; save layout default-layout.ini; "
-                     "load layout user-layout.ini; hide" +
-                         kDockPanelNames +
-                         "; recent 0 files 0 folders; box \"Not everything in the settings folder can be used.\" " +
-                         folder + "/Company-Logo.png: of no use\n" + folder + "/default-layout.ini: of no use\n" +
-                         folder + "/recentdocuments.ini: The file makes no sense.; ");
-  EXPECT_EQ(Close(), "free point absorption; save logo 0 Company-Logo.png; save logo 1 Report-Logo.png; box \"Not "
-                     "everything could be saved.\" " +
-                         folder + "/Company-Logo.png: of no use; ");
+  EXPECT_EQ(Start(),
+            "load logo 0 Company-Logo.png; save logo 1 Report-Logo.png; save layout default-layout.ini; "
+            "load layout user-layout.ini; hide" +
+                kDockPanelNames +
+                "; recent 0 files 0 folders; box \"Not everything in the settings folder can be used.\" " + folder +
+                "/Company-Logo.png: of no use\n" + folder + "/default-layout.ini: of no use\n" + folder +
+                "/recentdocuments.ini: The file makes no sense.; ");
+  EXPECT_EQ(Close(),
+            "free point absorption; save logo 0 Company-Logo.png; save logo 1 Report-Logo.png; box \"Not "
+            "everything could be saved.\" " +
+                folder + "/Company-Logo.png: of no use; ");
   EXPECT_TRUE(std::filesystem::exists(FFolder / "recentdocuments-kept.ini"));
 }
 
@@ -136,7 +138,7 @@ TEST_F(SettingsFolder, TheLayoutCommandsSayWhatTheyCannotDo) {
   EXPECT_EQ(FScreen.Said(), "save layout user-layout.ini; box \"The layout is not saved.\" " + file +
                                 ": of no use; load layout user-layout.ini; box \"The user layout cannot be used.\" " +
                                 file + ": of no use; designed layout; load layout default-layout.ini; " + overview);
-  FProgram.FindSettingsFolder = [] { return std::string(); };
+  FProgram.findSettingsFolder = [] { return std::string(); };
   SaveUserLayout(FProgram, FScreen);
   LoadUserLayout(FProgram, FScreen);
   EXPECT_THAT(FScreen.Said(), testing::Not(testing::HasSubstr(" layout user-layout.ini")));

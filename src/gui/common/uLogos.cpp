@@ -5,6 +5,8 @@
 #include <QFont>
 #include <QImageReader>
 #include <QPainter>
+#include <QPainterPath>
+#include <algorithm>
 #include <fstream>
 #include <stdexcept>
 
@@ -36,21 +38,20 @@ TLogos::TPicture TLogos::BuiltIn(std::size_t index) {
   QImage image(kSize, QImage::Format_ARGB32);
   image.fill(Qt::transparent);
   QPainter painter(&image);
-  painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
+  painter.setRenderHint(QPainter::Antialiasing);
   painter.fillRect(QRect(0, 10, 14, 100), bar);
   QFont font;
   font.setPixelSize(72);
   font.setBold(true);
-  painter.setFont(font);
-  painter.setPen(QColor(0x262626));
-  const QRect room(36, 0, kSize.width() - 36, kSize.height());
-  const QString word = index == kCompany ? "Korvex" : "ShockScope";
-  const int width = painter.fontMetrics().horizontalAdvance(word);
-  if (width > room.width()) {
-    font.setPixelSize(72 * room.width() / width);
-    painter.setFont(font);
-  }
-  painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter, word);
+  QPainterPath word;
+  word.addText(0, 0, font, index == kCompany ? "Korvex" : "ShockScope");
+  const QRectF ink = word.boundingRect();
+  const QRectF room(36, 20, kSize.width() - 40, kSize.height() - 40);
+  const double zoom = std::min({1.0, room.width() / ink.width(), room.height() / ink.height()});
+  painter.translate(room.left(), room.center().y());
+  painter.scale(zoom, zoom);
+  painter.translate(-ink.left(), -ink.center().y());
+  painter.fillPath(word, QColor(0x262626));
   painter.end();
   return {image, AsPng(image), false};
 }

@@ -10,8 +10,8 @@
 // Outlives its owner for as long as the thread needs it.
 struct TPathCheck::TShared {
   std::mutex Mutex;
-  TPathCheck* Owner;   // none once it has gone
-  QStringList Paths;   // still to be asked for
+  TPathCheck* Owner;  // none once it has gone
+  QStringList Paths;  // still to be asked for
   bool Running = false;
 };
 

@@ -18,7 +18,7 @@ constexpr int kDepth = 8;
 constexpr int kAreas = 4;
 constexpr int kMostPixels = 32767;
 constexpr int kFarthest = 100000;  // of a floating panel from the corner of the desktop
-constexpr int kNoLimit = 1 << 24;  // what stands for a largest size
+constexpr int kNoLimit = 1 << 28;  // more than any largest size
 
 class TWalker {
  public:

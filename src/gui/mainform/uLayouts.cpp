@@ -18,6 +18,7 @@ namespace {
 
 constexpr auto kDocks = "Docks";          // section and key: the panels in base64
 constexpr auto kSplitters = "Splitters";  // section: a key a splitter, sizes in pixels
+constexpr const char* kSplitterNames[] = {"splOverview", "splShock", "splShockEvent"};
 constexpr qsizetype kLongestState = 16384;
 constexpr int kMostPixels = 32767;
 
@@ -46,11 +47,15 @@ QList<int> SizesOf(const QString& text, qsizetype count) {
 TLayouts::TLayouts(QMainWindow& window)
     : QObject(&window), FWindow(window), FPanels(window.findChildren<QDockWidget*>()), FDesigned(Current()) {}
 
+QSplitter& TLayouts::Splitter(const char* name) const {
+  auto* splitter = FWindow.findChild<QSplitter*>(name);
+  if (splitter == nullptr) throw std::logic_error(std::string("the window has no splitter ") + name);
+  return *splitter;
+}
+
 TLayouts::TArrangement TLayouts::Current() const {
   TArrangement arrangement{FKept.isEmpty() ? FWindow.saveState() : FKept, {}};
-  for (const QSplitter* splitter : FWindow.findChildren<QSplitter*>()) {
-    arrangement.Splitters[splitter->objectName()] = splitter->sizes();
-  }
+  for (const char* name : kSplitterNames) arrangement.Splitters[name] = Splitter(name).sizes();
   return arrangement;
 }
 
@@ -63,9 +68,9 @@ void TLayouts::Apply(const TArrangement& arrangement) {
     FKept = arrangement.Docks;
     for (QDockWidget* panel : FPanels) panel->hide();
   }
-  for (QSplitter* splitter : FWindow.findChildren<QSplitter*>()) {
-    const QList<int> sizes = arrangement.Splitters.value(splitter->objectName());
-    if (sizes.size() == splitter->count()) splitter->setSizes(sizes);
+  for (const char* name : kSplitterNames) {
+    const QList<int> sizes = arrangement.Splitters.value(name);
+    if (!sizes.isEmpty()) Splitter(name).setSizes(sizes);
   }
 }
 
@@ -83,10 +88,8 @@ void TLayouts::Load(const std::filesystem::path& file) {
     if (arrangement.Docks.size() > kLongestState || !IsDockState(arrangement.Docks, panels)) {
       throw std::runtime_error("This is no layout of this program.");
     }
-    for (const QSplitter* splitter : FWindow.findChildren<QSplitter*>()) {
-      const std::string name = Utf8(splitter->objectName());
-      arrangement.Splitters[splitter->objectName()] =
-          SizesOf(QtText(ini.ReadString(kSplitters, name, {})), splitter->count());
+    for (const char* name : kSplitterNames) {
+      arrangement.Splitters[name] = SizesOf(QtText(ini.ReadString(kSplitters, name, {})), Splitter(name).count());
     }
     Apply(arrangement);
   } catch (...) {
@@ -135,13 +138,14 @@ void TLayouts::BringOnScreen() const {
   QRegion screens;
   for (const QScreen* screen : QGuiApplication::screens()) screens += screen->availableGeometry();
   for (QDockWidget* panel : FPanels) {
-    const QRect frame = panel->geometry();
+    const QRect frame = panel->frameGeometry();
     if (!panel->isFloating() || QRegion(frame).subtracted(screens).isEmpty()) continue;
     const QScreen* nearest = QGuiApplication::screenAt(frame.center());
     const QRect room = (nearest == nullptr ? FWindow.screen() : nearest)->availableGeometry();
     const QSize size = frame.size().boundedTo(room.size());
     const int x = std::clamp(frame.x(), room.left(), room.right() + 1 - size.width());
     const int y = std::clamp(frame.y(), room.top(), room.bottom() + 1 - size.height());
-    panel->setGeometry({QPoint(x, y), size});
+    panel->move(x, y);
+    panel->resize(size - (frame.size() - panel->size()));
   }
 }

@@ -9,6 +9,7 @@
 #include <filesystem>
 
 class QDockWidget;
+class QSplitter;
 
 class TLayouts : public QObject {
   Q_OBJECT
@@ -32,6 +33,7 @@ class TLayouts : public QObject {
     QByteArray Docks;
     QMap<QString, QList<int>> Splitters;
   };
+  [[nodiscard]] QSplitter& Splitter(const char* name) const;
   [[nodiscard]] TArrangement Current() const;
   void Apply(const TArrangement& arrangement);
   [[nodiscard]] bool AllClosed() const;

@@ -84,7 +84,7 @@ constexpr TActionRow kActions[] = {
     {"actAlarmLimits", "dxBarAlarmLimits", "btngrpAlarm", "Alarm limi&ts…", "configure", "Ctrl+Alt+A", Command, true,
      &F::actAlarmLimitsExecute},
     {"actDefaultLayout", "dxBarDefaultLayout", "btngrpLayout", "Default &layout", "view-restore", "Ctrl+Shift+L",
-     Command, true, &F::actDefaultLayoutExecute},
+     Command, false, &F::actDefaultLayoutExecute},
     {"actLoadUserLayout", "dxBarLoadUserLayout", "btngrpLayout", "Load &user layout", "document-revert", "Ctrl+U",
      Command, false, &F::actLoadUserLayoutExecute},
     {"actSaveUserLayout", "dxBarSaveUserLayout", "btngrpLayout", "Save user la&yout", "document-save", "Ctrl+Shift+U",

@@ -4,6 +4,7 @@
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QPainter>
 #include <QPalette>
 #include <QTextDocument>
 #include <algorithm>
@@ -23,6 +24,18 @@ QString NameOf(const QString& path) {
 QString FolderOf(const QString& path) {
   const qsizetype slash = path.lastIndexOf('/');
   return slash == path.size() - 1 ? QString() : QDir::toNativeSeparators(path.left(std::max<qsizetype>(slash, 1)));
+}
+
+// A faint pin asks to be pressed.
+QIcon PinIcon(bool pinned) {
+  const QIcon pin = Icon("window-pin");
+  if (pinned) return pin;
+  QPixmap faint(pin.pixmap(QSize(32, 32)));
+  faint.fill(Qt::transparent);
+  QPainter painter(&faint);
+  painter.setOpacity(0.3);
+  pin.paint(&painter, QRect(0, 0, 32, 32));
+  return faint;
 }
 
 }  // namespace
@@ -79,8 +92,8 @@ QVariant TRecentModel::data(const QModelIndex& index, int role) const {
       if (index.column() == kName) return isMissing ? tr("%1 (missing)").arg(NameOf(row.Path)) : NameOf(row.Path);
       return index.column() == kWhere ? FolderOf(row.Path) : QVariant();
     case Qt::DecorationRole:
-      if (index.column() == kPin) return Icon(row.Pinned ? "window-unpin" : "window-pin");
-      return index.column() == kRemove ? QVariant(Icon("window-close")) : QVariant();
+      if (index.column() == kPin) return PinIcon(row.Pinned);
+      return index.column() == kRemove ? QVariant(Icon("list-remove")) : QVariant();
     case Qt::AccessibleTextRole:
       if (index.column() == kPin) return row.Pinned ? tr("Pinned") : tr("Not pinned");
       return index.column() == kRemove ? tr("Remove") : data(index, Qt::DisplayRole);
@@ -134,7 +147,7 @@ void TRecentListView::ShowEntries(const std::vector<TRecentEntry>& entries) {
   const int before = currentIndex().row();
   FModel->SetEntries(entries);
   const int listed = FModel->RowOf(current);
-  const int row = std::min(listed >= 0 ? listed : std::max(before, 0), FModel->rowCount() - 1);
+  const int row = std::min(listed >= 0 ? listed : before, FModel->rowCount() - 1);
   if (row >= 0) setCurrentIndex(FModel->index(row, TRecentModel::kName));
   if (isVisible()) FCheck->Check(FModel->Paths());
 }

@@ -1,5 +1,5 @@
 // A list of recent files or folders: pin, name, where it is, and a mark that removes it. A click on a name or Enter
-// chooses it, P or a click on the pin pins, Delete or a click on the cross removes. What is missing is greyed.
+// chooses it, P or a click on the pin pins, Delete or a click on the minus removes. What is missing is greyed.
 #pragma once
 
 #include <QAbstractTableModel>
@@ -48,7 +48,7 @@ class TRecentListView : public QTreeView {
  public:
   TRecentListView(const QString& objectName, const QString& accessibleName, QWidget* parent);
 
-  // The current entry stays current while it is listed.
+  // The current entry stays current while it is listed; else the one that takes its row.
   void ShowEntries(const std::vector<TRecentEntry>& entries);
 
  signals:

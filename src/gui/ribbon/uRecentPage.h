@@ -1,5 +1,5 @@
-// The page of the backstage that lists recent files and recent folders. It changes nothing itself: it says what the user
-// wants and is told what to list.
+// The page of the backstage that lists recent files and recent folders. It changes nothing itself: it says what the
+// user wants and is told what to list.
 #pragma once
 
 #include <QWidget>

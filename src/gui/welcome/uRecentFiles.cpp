@@ -15,24 +15,27 @@ TRecentFiles::TRecentFiles(QWidget* parent) : QWidget(parent) {
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSpacing(0);
-  for (std::size_t i = 0; i < kMost; ++i) {
-    auto* button = new QPushButton(this);
-    button->setObjectName(QString("btnWellcomeRecent_%1").arg(i));
-    button->setFlat(true);
-    button->setAutoDefault(true);  // Enter presses it
-    button->setStyleSheet("text-align: left; padding: 3px;");
-    button->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-    connect(button, &QPushButton::clicked, this, [this, i] { emit FileChosen(QString(FPaths[i])); });
-    layout->addWidget(button);
-    FButtons[i] = button;
-  }
   hide();
+}
+
+void TRecentFiles::AddButton() {
+  const std::size_t number = FButtons.size();
+  auto* button = new QPushButton(this);
+  button->setObjectName(QString("btnWellcomeRecent_%1").arg(number));
+  button->setFlat(true);
+  button->setAutoDefault(true);  // Enter presses it
+  button->setStyleSheet("text-align: left; padding: 3px;");
+  button->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+  connect(button, &QPushButton::clicked, this, [this, number] { emit FileChosen(QString(FPaths[number])); });
+  layout()->addWidget(button);
+  FButtons.push_back(button);
 }
 
 void TRecentFiles::ShowEntries(const std::vector<TRecentEntry>& entries) {
   FPaths.clear();
   for (std::size_t i = 0; i < std::min(kMost, entries.size()); ++i) FPaths.push_back(QtText(entries[i].Path));
-  for (std::size_t i = 0; i < kMost; ++i) FButtons[i]->setVisible(i < FPaths.size());
+  while (FButtons.size() < FPaths.size()) AddButton();
+  for (std::size_t i = 0; i < FButtons.size(); ++i) FButtons[i]->setVisible(i < FPaths.size());
   FitTexts();
   setVisible(!FPaths.empty());
 }

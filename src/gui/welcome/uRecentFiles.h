@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QWidget>
-#include <array>
 #include <vector>
 
 #include "shell/uRecentDocuments.h"
@@ -25,9 +24,10 @@ class TRecentFiles : public QWidget {
   void changeEvent(QEvent* event) override;
 
  private:
+  void AddButton();
   void FitTexts();
 
   static constexpr std::size_t kMost = 5;
-  std::array<QPushButton*, kMost> FButtons{};
-  std::vector<QString> FPaths;  // of the buttons that are shown
+  std::vector<QPushButton*> FButtons;  // as many as were ever needed
+  std::vector<QString> FPaths;         // of those that are shown
 };

@@ -67,8 +67,8 @@ TWellcomePanel::TWellcomePanel(QWidget* parent)
   FManualIcons->setContentsMargins(0, 0, 0, 0);
   FManualIcons->setSpacing(6);
   FManual->hide();
-  AddSection(tr("In every chart"), MakeGestures());
   AddSection(tr("User manual"), FManual);
+  AddSection(tr("In every chart"), MakeGestures());
 
   auto* scroll = new QScrollArea(this);
   scroll->setWidget(FPage);
@@ -127,13 +127,12 @@ void TWellcomePanel::AddSection(const QString& heading, QWidget* content) {
   auto* label = new QLabel(heading, FPage);
   label->setContentsMargins(0, 14, 0, 0);
   content->setAccessibleName(heading);
-  const bool manualLast = !FSections.empty() && FSections.back().Content == FManual;
-  const int at = FColumn->count() - (manualLast ? 3 : 1);
+  const int at = FSections.empty() ? FColumn->count() - 1 : FColumn->indexOf(FSections.front().Heading);
   FColumn->insertWidget(at, label);
   FColumn->insertWidget(at + 1, content);
   label->setVisible(!content->isHidden());
   content->installEventFilter(this);
-  FSections.insert(FSections.end() - (manualLast ? 1 : 0), {label, content});
+  FSections.insert(FSections.begin(), {label, content});
   TakeLook();
 }
 

@@ -1,5 +1,5 @@
-// The page that is shown while no recording is: what to do first, and the documents of the user manual. Actions are
-// borrowed and shown as they are at any time.
+// The page that is shown while no recording is: what to do first, what was opened last, and the documents of the user
+// manual. Actions are borrowed and shown as they are at any time.
 #pragma once
 
 #include <QWidget>
@@ -20,7 +20,8 @@ class TWellcomePanel : public QWidget {
 
   // The large buttons, from left to right.
   QPushButton* AddButton(QAction* action, const QString& buttonName);
-  // A headed part between the buttons and the manual; takes the widget. Hiding the widget hides the heading too.
+  // A headed part below the buttons, above those that were added before; takes the widget. Hiding the widget hides the
+  // heading too.
   void AddSection(const QString& heading, QWidget* content);
   // The manual's part of the page appears with its first icon.
   TUserManualIcon* AddUserManualIcon(const QString& objectName, const QString& caption, const QString& filePath);
