@@ -1,7 +1,9 @@
 // Settings from end to end: every control of the table, what it does at once, and that it is there after a restart.
+#include <fmt/format.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QComboBox>
 #include <QHeaderView>
@@ -35,7 +37,7 @@ class SettingsOfTheWindow : public testing::Test {
   SettingsOfTheWindow() {
     FProgram.folder = FFolder.Path();
     FProgram.version = "1.2.3.4";
-    FProgram.FindSettingsFolder = [this] { return (FFolder / "settings/").string(); };
+    FProgram.findSettingsFolder = [this] { return (FFolder / "settings/").string(); };
     std::filesystem::create_directories(FFolder / "settings");
     QObject::connect(&FWatch, &QTimer::timeout, [this] {
       auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
