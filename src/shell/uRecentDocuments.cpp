@@ -33,7 +33,8 @@ bool MayBeListed(const std::string& path) {
 fs::path Absolute(const std::string& fileName) {
   std::error_code unknown;
   const fs::path path = fs::absolute(PathFromUtf8(fileName), unknown);
-  return std::ranges::find(path, "..") == path.end() ? path.lexically_normal() : path;
+  const bool climbs = std::any_of(path.begin(), path.end(), [](const fs::path& part) { return part == ".."; });
+  return climbs ? path : path.lexically_normal();
 }
 
 std::vector<TRecentEntry> Read(const TIniFile& ini, const TSections& sections) {
@@ -86,7 +87,7 @@ void TRecentList::Take(std::vector<TRecentEntry> entries) {
 }
 
 void TRecentList::Arrange() {
-  std::ranges::stable_partition(FEntries, &TRecentEntry::Pinned);
+  std::stable_partition(FEntries.begin(), FEntries.end(), [](const TRecentEntry& entry) { return entry.Pinned; });
   std::size_t pinned = 0;
   std::size_t others = 0;
   std::erase_if(FEntries,
