@@ -45,14 +45,13 @@ TIniFile::TIniFile(TIniFile&&) noexcept = default;
 TIniFile& TIniFile::operator=(TIniFile&&) noexcept = default;
 
 TIniFile TIniFile::Load(const fs::path& path) {
-  const std::string name = Utf8FromPath(path);
-  if (!fs::is_regular_file(path)) throw std::runtime_error(fmt::format("{} is no file.", name));
-  if (fs::file_size(path) > kLargest) throw std::runtime_error(fmt::format("{} is larger than 1 MB.", name));
+  if (!fs::is_regular_file(path)) throw std::runtime_error("The file is no file.");
+  if (fs::file_size(path) > kLargest) throw std::runtime_error("The file is larger than 1 MB.");
   std::ifstream file(path, std::ios::binary);
   const std::string text{std::istreambuf_iterator<char>(file), {}};
-  if (!file || text.size() > kLargest) throw std::runtime_error(fmt::format("{} cannot be read.", name));
+  if (!file || text.size() > kLargest) throw std::runtime_error("The file cannot be read.");
   TIniFile ini;
-  if (ini.FContent->LoadData(text) < 0) throw std::runtime_error(fmt::format("{} makes no sense.", name));
+  if (ini.FContent->LoadData(text) < 0) throw std::runtime_error("The file makes no sense.");
   return ini;
 }
 

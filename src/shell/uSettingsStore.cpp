@@ -98,14 +98,7 @@ void ReadSettings(const fs::path& folder, IMainScreen& screen) {
   try {
     ini = TIniFile::Load(path);
   } catch (const std::exception& error) {
-    std::string details = error.what();
-    try {
-      details += fmt::format("\nThe file is kept as {}.", Utf8FromPath(KeepAside(path)));
-    } catch (const fs::filesystem_error&) {
-      details += "\nIt cannot be renamed, so settings will not be saved.";
-    }
-    screen.ShowMessage("The settings cannot be read; the defaults are used.", details);
-    return;
+    throw std::runtime_error(fmt::format("{} It is kept as {}.", error.what(), Utf8FromPath(KeepAside(path))));
   }
   for (const TSetting& row : Settings()) ReadSetting(ini, row, screen);
 }

@@ -98,8 +98,8 @@ void FormCreate(const TProgram& program, TRecentDocuments& recent, IMainScreen& 
 
   const fs::path folder = PathFromUtf8(program.findSettingsFolder());
   if (folder.empty()) return;
-  ReadSettings(folder, screen);
   TSteps steps;
+  steps.Run(folder / kSettingsFile, [&] { ReadSettings(folder, screen); });
   LoadLogos(folder, steps, screen);
   LoadLayouts(folder, steps, screen);
   const fs::path documents = folder / kRecentDocumentsFile;

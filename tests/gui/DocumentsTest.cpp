@@ -297,7 +297,7 @@ TEST_F(Documents, NoChangedByteOfALayoutLosesAPanel) {
   Settle();
   const QByteArray state = FForm->saveState();
   const QStringList names = {QString::fromStdString(kDocks[0]), QString::fromStdString(kDocks[1]),
-                             QString::fromStdString(kDocks[2]), QString::fromStdString(kDocks[3])};
+                             QString::fromStdString(kDocks[2]), QString::fromStdString(kDocks[3]), "dxDockPanelFilter"};
   ASSERT_TRUE(IsDockState(state, names));
   for (qsizetype size = 0; size < state.size(); ++size) EXPECT_FALSE(IsDockState(state.left(size), names)) << size;
   EXPECT_FALSE(IsDockState(state + '\0', names));

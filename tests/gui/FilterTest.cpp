@@ -167,7 +167,13 @@ TEST_F(FilterEditor, SwitchedOnWithoutAConditionItAsksForOne) {
   EXPECT_EQ(State(), "3 of 3 events");
   Find<QCheckBox>("chkFilterActive")->click();
   EXPECT_EQ(State(), "The filter is off.");
-  EXPECT_FALSE(Find("chkFilterAboveAlarm")->isEnabled()) << "there are no limits in force";
+  Find<QCheckBox>("chkFilterActive")->click();
+  Find<QCheckBox>("chkFilterX-pos")->click();
+  Find<QCheckBox>("chkFilterX-neg")->click();
+  Find<QCheckBox>("chkFilterAboveAlarm")->click();
+  EXPECT_EQ(State(), "3 of 3 events") << "the limits in force are those of the file, 2 g";
+  Find<QAbstractButton>("chboxLoadAccAlarmFromFile")->click();
+  EXPECT_EQ(State(), "2 of 3 events") << "those of the settings, 6 g";
   Press("Ctrl+3");
   EXPECT_FALSE(Find("dxDockPanelFilter")->isVisible());
 }
@@ -176,8 +182,8 @@ TEST_F(FilterEditor, TimesAreThoseOfTheRecordingToTheMillisecond) {
   Press("Ctrl+F");
   auto* from = Find<QDateTimeEdit>("dteFilterTimeFrom");
   auto* to = Find<QDateTimeEdit>("dteFilterTimeTo");
-  EXPECT_EQ(from->text(), "2023-07-16 06:00:00.000");
-  EXPECT_EQ(to->text(), "2023-07-16 06:02:00.000");
+  EXPECT_EQ(from->text(), "23-07-16 06:00:00.000");
+  EXPECT_EQ(to->text(), "23-07-16 06:02:00.000");
   Find<QCheckBox>("chkFilterTimeFrom")->click();
   Find<QCheckBox>("chkFilterTimeTo")->click();
   EXPECT_EQ(State(), "3 of 3 events") << "both ends are included";

@@ -52,8 +52,11 @@ class SettingsOfTheWindow : public testing::Test {
   void Start() {
     FForm = std::make_unique<TKorvexMainForm>(FProgram, TReadFileThread::kNoMemoryBound);
     FForm->show();
+    // What could not be read is said once the window stands.
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(FForm.get()));
+    QTest::qWait(50);
+    FForm->activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(FForm.get()));
-    for (int round = 0; round < 5; ++round) QCoreApplication::processEvents();
   }
   void Open() {
     WriteFile(FFolder / "three.kshock", Deflated(ThreeEvents().content));
@@ -113,7 +116,7 @@ TEST_F(SettingsOfTheWindow, EachStartsWithItsDefaultAndComesBackAfterARestart) {
         *on = !*on;
       } else {
         if (auto* index = std::get_if<int>(&value)) *index = *index == 1 ? 0 : 1;
-        if (auto* limit = std::get_if<double>(&value)) *limit += number + 0.000125;
+        if (auto* limit = std::get_if<double>(&value)) *limit += number + 0.125;
         if (auto* text = std::get_if<std::string>(&value)) {
           *text = row.type == TSettingType::Colour ? fmt::format("$00AB{:02X}CD", number) : "Name \"ü\"; ";
         }

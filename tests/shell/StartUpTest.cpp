@@ -93,8 +93,11 @@ TEST_F(SettingsFolder, TheFirstStartLeavesFilesToReplaceAndLaterOnesLoadThem) {
 
   Touch({"Company-Logo.png", "Report-Logo.png", "default-layout.ini", "user-layout.ini"});
   FRecent = {};
-  EXPECT_EQ(Start(), "load logo 0 Company-Logo.png; load logo 1 Report-Logo.png; load layout user-layout.ini; hide" +
-                         kDockPanelNames + "; recent 1 files 1 folders; ");
+  const std::string log = Start();
+  EXPECT_THAT(log, testing::StartsWith("set cmbSettingsDateTimeFormat; set cxTextEditCompanyName; "));
+  EXPECT_THAT(log, testing::EndsWith("set cmbOrderMostImporantBy; load logo 0 Company-Logo.png; "
+                                     "load logo 1 Report-Logo.png; load layout user-layout.ini; hide" +
+                                     kDockPanelNames + "; recent 1 files 1 folders; "));
 }
 
 TEST_F(SettingsFolder, WithoutOneNothingIsReadOrWritten) {
