@@ -106,11 +106,13 @@ inline void Click(TTimeChart& chart, const QPoint& at) {
 }
 inline void ClickLegend(TTimeChart& chart, std::size_t entry) {
   const auto* legend = dynamic_cast<TLegendRow*>(chart.plotLayout()->element(0, 0));
-  const int y = legend->rect().top() + 8;
-  int x = 0;
-  while (x < chart.width() && legend->EntryAt(QPointF(x, y)) != entry) ++x;
-  ASSERT_LT(x, chart.width()) << "the legend has no entry " << entry;
-  Click(chart, {x + 2, y});
+  const QRect rect = legend->rect();
+  for (int y = rect.top() + 8; y < rect.bottom(); y += 8) {
+    for (int x = 0; x < chart.width(); ++x) {
+      if (legend->EntryAt(QPointF(x, y)) == entry) return Click(chart, {x + 2, y});
+    }
+  }
+  FAIL() << "the legend has no entry " << entry;
 }
 
 // Pixels that are more of this colour than of anything else.

@@ -208,12 +208,15 @@ void DrawLevel(QCPPainter& painter, const QCPAxis& values, double value, const Q
   const double y = std::round(values.coordToPixel(value)) + 0.5;
   QPen pen(ink, 1, Qt::CustomDashLine);
   pen.setDashPattern({6, 4});
+  painter.setAntialiasing(false);
   painter.setPen(pen);
   painter.drawLine(QPointF(rect.left(), y), QPointF(rect.right(), y));
-  const bool right = namePlace.testFlag(Qt::AlignRight);
+  const Qt::Alignment across = namePlace & Qt::AlignHorizontal_Mask;
   const bool above = namePlace.testFlag(Qt::AlignTop);
-  DrawWords(painter, {right ? rect.right() - 4.0 : rect.left() + 4.0, above ? y - 1 : y + 1},
-            (right ? Qt::AlignRight : Qt::AlignLeft) | (above ? Qt::AlignBottom : Qt::AlignTop), name, ink, ground,
+  double x = rect.center().x();
+  if (across == Qt::AlignLeft) x = rect.left() + 4.0;
+  if (across == Qt::AlignRight) x = rect.right() - 4.0;
+  DrawWords(painter, {x, above ? y - 1 : y + 1}, across | (above ? Qt::AlignBottom : Qt::AlignTop), name, ink, ground,
             rect);
 }
 

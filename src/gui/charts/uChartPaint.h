@@ -45,8 +45,8 @@ void DrawLoneDots(QCPPainter& painter, const QCPAxis& keys, const QCPAxis& value
 void DrawWords(QCPPainter& painter, QPointF at, Qt::Alignment side, const QString& words, const QColor& ink,
                const QColor& ground, const QRect& inside);
 
-// A horizontal dashed line over the axis rect with its name at one end, above (AlignTop) or below it; nothing when the
-// value is out of sight.
+// A horizontal dashed line over the axis rect with its name at an end or in the middle, above (AlignTop) or below it;
+// nothing when the value is out of sight.
 void DrawLevel(QCPPainter& painter, const QCPAxis& values, double value, const QString& name, const QColor& ink,
                const QColor& ground, Qt::Alignment namePlace = Qt::AlignRight | Qt::AlignTop);
 

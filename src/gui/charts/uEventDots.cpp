@@ -9,7 +9,8 @@ constexpr double kRadius = 3;        // px, of one event
 constexpr double kCell = 3;          // px; two dots in one cell overlap
 constexpr double kNumberRoom = 2;    // px around the number of a group
 constexpr double kNumberSize = 0.8;  // of the chart's font
-constexpr int kLightInk = 150;       // of 255; on lighter ones the number is dark
+constexpr std::size_t kMostSmooth = 20000;
+constexpr int kLightInk = 150;  // of 255; on lighter ones the number is dark
 
 // At most four characters.
 QString NumberText(std::size_t count) {
@@ -32,8 +33,8 @@ void TEventDots::Begin(const QRect& rect, const QFont& font, double pixelRatio) 
     FRadii[length] = std::max(width, metrics.capHeight()) / 2 + kNumberRoom;
     FRadii[length] = std::max(FRadii[length], kRadius + 2);
   }
-  const QRectF area = QRectF(rect).adjusted(-kRadius, -kRadius, kRadius, kRadius);
-  FGrid.emplace(area.left(), area.top(), area.width(), area.height(), FAbsorption ? kCell : 1 / pixelRatio);
+  FArea = QRectF(rect).adjusted(-kRadius, -kRadius, kRadius, kRadius);
+  FGrid.emplace(FArea.left(), FArea.top(), FArea.width(), FArea.height(), FAbsorption ? kCell : 1 / pixelRatio);
 }
 
 double TEventDots::RadiusOf(std::size_t count) const {
@@ -47,16 +48,44 @@ void TEventDots::Absorb() {
   if (FAbsorption) AbsorbDots(FDots, [this](std::size_t count) { return RadiusOf(count); });
 }
 
+bool TEventDots::IsCrowd(const QCPPainter& painter) const {
+  return !FAbsorption && FDots.size() > kMostSmooth && !painter.modes().testFlag(QCPPainter::pmVectorized);
+}
+
+QImage TEventDots::Canvas(const QCPPainter& painter) const {
+  const double ratio = painter.device()->devicePixelRatioF();
+  QImage canvas((FArea.size() * ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
+  canvas.setDevicePixelRatio(ratio);
+  canvas.fill(Qt::transparent);
+  return canvas;
+}
+
+void TEventDots::Stamp(QImage& canvas, const TDot& dot, QRgb ink) const {
+  const double ratio = canvas.devicePixelRatio();
+  const double x = (dot.x - FArea.left()) * ratio;
+  const double y = (dot.y - FArea.top()) * ratio;
+  const double radius = kRadius * ratio;
+  const int top = std::max(0, static_cast<int>(std::ceil(y - radius)));
+  const int bottom = std::min(canvas.height() - 1, static_cast<int>(std::floor(y + radius)));
+  for (int row = top; row <= bottom; ++row) {
+    const double half = std::sqrt(std::max(0.0, radius * radius - (row - y) * (row - y)));
+    const int left = std::max(0, static_cast<int>(std::ceil(x - half)));
+    const int right = std::min(canvas.width() - 1, static_cast<int>(std::floor(x + half)));
+    auto* const pixels = reinterpret_cast<QRgb*>(canvas.scanLine(row));
+    for (int column = left; column <= right; ++column) pixels[column] = ink;
+  }
+}
+
 void TEventDots::PaintSingles(QCPPainter& painter, const QList<QPointF>& dots, const QColor& ink) const {
   painter.setAntialiasing(true);
   painter.setPen(QPen(ink, 2 * kRadius, Qt::SolidLine, Qt::RoundCap));
   painter.drawPoints(dots.constData(), static_cast<int>(dots.size()));
 }
 
-void TEventDots::PaintGroup(QCPPainter& painter, const TDot& dot, const QColor& ink) const {
+void TEventDots::PaintGroup(QCPPainter& painter, const TDot& dot, const QColor& ink, const QColor& ground) const {
   const double radius = RadiusOf(dot.count);
   painter.setAntialiasing(true);
-  painter.setPen(Qt::NoPen);
+  painter.setPen(QPen(ground, 1));
   painter.setBrush(ink);
   painter.drawEllipse(QPointF(dot.x, dot.y), radius, radius);
   painter.setPen(qGray(ink.rgb()) > kLightInk ? Qt::black : Qt::white);

@@ -18,36 +18,48 @@ class TEventDots {
   // Begins a picture of the events inside `rect`. The font is that of the numbers.
   void Begin(const QRect& rect, const QFont& font, double pixelRatio);
   void Add(double x, double y, std::size_t place) { FGrid->Add(x, y, place); }
-  // Ends it. inks: one a kind, kindOf(place) says which.
+  // Ends it. inks: one a kind, kindOf(place) says which. `ground` parts a group from what it stands on.
   template <class TKindOf>
-  void Paint(QCPPainter& painter, const std::vector<QColor>& inks, const TKindOf& kindOf);
+  void Paint(QCPPainter& painter, const std::vector<QColor>& inks, const QColor& ground, const TKindOf& kindOf);
 
   // The dot that stands for several and covers this position; its highest event.
   [[nodiscard]] std::optional<std::size_t> GroupAt(const QPointF& position) const;
-  void Clear() { FDots.clear(); }
+  void Clear() { FDots = {}; }
 
  private:
   [[nodiscard]] double RadiusOf(std::size_t count) const;
   void Absorb();
+  // Very many dots of their own, without the smoothing that nobody sees in a crowd.
+  [[nodiscard]] bool IsCrowd(const QCPPainter& painter) const;
+  [[nodiscard]] QImage Canvas(const QCPPainter& painter) const;
+  void Stamp(QImage& canvas, const TDot& dot, QRgb ink) const;
   void PaintSingles(QCPPainter& painter, const QList<QPointF>& dots, const QColor& ink) const;
-  void PaintGroup(QCPPainter& painter, const TDot& dot, const QColor& ink) const;
+  void PaintGroup(QCPPainter& painter, const TDot& dot, const QColor& ink, const QColor& ground) const;
 
   bool FAbsorption = true;
   QFont FFont;
+  QRectF FArea;                    // of the picture, with what of a dot at its edge stands out
   std::array<double, 5> FRadii{};  // of a number of that many characters
   std::optional<TDotGrid> FGrid;
   std::vector<TDot> FDots;  // of the last picture
 };
 
 template <class TKindOf>
-void TEventDots::Paint(QCPPainter& painter, const std::vector<QColor>& inks, const TKindOf& kindOf) {
+void TEventDots::Paint(QCPPainter& painter, const std::vector<QColor>& inks, const QColor& ground,
+                       const TKindOf& kindOf) {
   Absorb();
+  if (IsCrowd(painter)) {
+    QImage canvas = Canvas(painter);
+    for (const TDot& dot : FDots) Stamp(canvas, dot, inks[kindOf(dot.item)].rgb());
+    painter.drawImage(FArea.topLeft(), canvas);
+    return;
+  }
   std::vector<QList<QPointF>> singles(inks.size());
   for (const TDot& dot : FDots) {
     if (!FAbsorption || dot.count == 1) singles[kindOf(dot.item)].append({dot.x, dot.y});
   }
   for (std::size_t kind = 0; kind < inks.size(); ++kind) PaintSingles(painter, singles[kind], inks[kind]);
   for (const TDot& dot : FDots) {
-    if (FAbsorption && dot.count > 1) PaintGroup(painter, dot, inks[kindOf(dot.item)]);
+    if (FAbsorption && dot.count > 1) PaintGroup(painter, dot, inks[kindOf(dot.item)], ground);
   }
 }

@@ -204,17 +204,15 @@ void TEventsChart::PaintLevels(QCPPainter& painter) const {
               ground);
   }
   if (!FAlarm) return;
-  // At the left, because the upper limit often is the trigger level.
+  // Not at the right, because the upper limit often is the trigger level.
   const QColor ink = InkOn(palette(), kAlarmColour);
-  const auto [lower, upper] = *FAlarm;
-  const double size = std::fabs(lower);
-  const auto draw = [&](double level, const QString& name, bool above) {
-    DrawLevel(painter, ValueAxis(), level, tr("alarm %1 g").arg(name), ink, ground,
-              Qt::AlignLeft | (above ? Qt::AlignTop : Qt::AlignBottom));
+  const auto draw = [&](double level, const QString& name, Qt::Alignment place) {
+    DrawLevel(painter, ValueAxis(), level, tr("alarm %1 g").arg(name), ink, ground, place | Qt::AlignTop);
   };
-  if (size == upper) return draw(upper, "±" + Figure(upper), true);
-  draw(upper, Figure(upper), upper > size);
-  draw(size, Figure(lower), size > upper);
+  const auto [lower, upper] = *FAlarm;
+  if (std::fabs(lower) == upper) return draw(upper, "±" + Figure(upper), Qt::AlignLeft);
+  draw(upper, Figure(upper), Qt::AlignLeft);
+  draw(std::fabs(lower), Figure(lower), Qt::AlignHCenter);
 }
 
 void TEventsChart::PaintDots(QCPPainter& painter) {
@@ -236,7 +234,7 @@ void TEventsChart::PaintDots(QCPPainter& painter) {
   }
   std::vector<QColor> inks;
   for (std::size_t series = 0; series < kSeriesCount; ++series) inks.push_back(InkOf(static_cast<TSeries>(series)));
-  FDots.Paint(painter, inks, [this](std::size_t i) { return std::size_t{FAxes[i]}; });
+  FDots.Paint(painter, inks, palette().color(QPalette::Base), [this](std::size_t i) { return std::size_t{FAxes[i]}; });
 }
 
 void TEventsChart::PaintStems(QCPPainter& painter, const std::vector<float>& heights, const QColor& ink,

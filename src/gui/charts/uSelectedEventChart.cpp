@@ -248,7 +248,6 @@ void TSelectedEventChart::PaintLevels(QCPPainter& painter) const {
   const QColor ground = palette().color(QPalette::Base);
   constexpr Qt::Alignment kAbove = Qt::AlignRight | Qt::AlignTop;
   constexpr Qt::Alignment kBelow = Qt::AlignRight | Qt::AlignBottom;
-  painter.setAntialiasing(false);
   const double on = FLevels.totOn;
   const double off = FLevels.totOff;
   if (on == off) {

@@ -263,7 +263,6 @@ void TSensorsChart::PaintSensors(QCPPainter& painter) {
 
 void TSensorsChart::PaintAlarms(QCPPainter& painter) const {
   painter.setFont(font());
-  painter.setAntialiasing(false);
   std::set<std::string_view> drawn;  // several sensors of one name share their limits
   for (const TSensorSeries& series : FSeries) {
     const auto limits = FAlarms.find(series.sensor);

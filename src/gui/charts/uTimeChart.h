@@ -161,7 +161,8 @@ class TTimeChart : public QCustomPlot {
   void PinIndicator(const QPointF& position);
   void UnpinIndicator();
   void PaintPointed(QCPPainter& painter) const;
-  void PaintIndicator(QCPPainter& painter, double time) const;
+  // Gives the box of its words.
+  QRectF PaintIndicator(QCPPainter& painter, double time) const;
   [[nodiscard]] double MomentAt(const QPointF& position) const;
   [[nodiscard]] QCPAxis* ValueAxisAt(const QPointF& position) const;
   [[nodiscard]] double LeastSpan(double about) const;

@@ -12,6 +12,10 @@ constexpr int kBoxPadding = 4;  // px
 constexpr double kReadRadius = 2.5;
 constexpr double kNearestRadius = 5;
 
+double Sign(double value) {
+  return value == 0 ? 0 : std::copysign(1.0, value);
+}
+
 }  // namespace
 
 void TTimeChart::SetIndicatorVisible(bool visible) {
@@ -67,7 +71,8 @@ void TTimeChart::UnpinIndicator() {
 
 void TTimeChart::PaintPointed(QCPPainter& painter) const {
   painter.setFont(font());
-  if (const auto time = IndicatorTime()) PaintIndicator(painter, *time);
+  QRectF taken;
+  if (const auto time = IndicatorTime()) taken = PaintIndicator(painter, *time);
   if (!FNearest || !FHasData || !FHover) return;
   const auto nearest = NearestTo(*FHover);
   if (!nearest || !nearest->at || !QRectF(Rect().rect()).contains(*nearest->at)) return;
@@ -75,14 +80,29 @@ void TTimeChart::PaintPointed(QCPPainter& painter) const {
   painter.setBrush(Qt::NoBrush);
   painter.setPen(QPen(nearest->ink, 2));
   painter.drawEllipse(*nearest->at, kNearestRadius, kNearestRadius);
-  DrawWords(painter, *nearest->at - QPointF(0, kNearestRadius + 2), Qt::AlignHCenter | Qt::AlignBottom, nearest->text,
-            nearest->ink, palette().color(QPalette::Base), Rect().rect());
+  // Where they fit beside the words of the indicator, else above.
+  constexpr double kAway = kNearestRadius + 2;
+  const std::pair<QPointF, Qt::Alignment> places[] = {{{0, -kAway}, Qt::AlignHCenter | Qt::AlignBottom},
+                                                      {{0, kAway}, Qt::AlignHCenter | Qt::AlignTop},
+                                                      {{kAway, 0}, Qt::AlignLeft | Qt::AlignVCenter},
+                                                      {{-kAway, 0}, Qt::AlignRight | Qt::AlignVCenter}};
+  const QSizeF size = QSizeF(painter.fontMetrics().size(0, nearest->text)) + QSizeF(8, 0);
+  const auto fits = [&](const std::pair<QPointF, Qt::Alignment>& place) {
+    QRectF box(QPointF(), size);
+    box.moveCenter(*nearest->at + place.first +
+                   QPointF(Sign(place.first.x()) * size.width() / 2, Sign(place.first.y()) * size.height() / 2));
+    return !box.intersects(taken) && QRectF(Rect().rect()).contains(box);
+  };
+  const auto* place = std::ranges::find_if(places, fits);
+  if (place == std::end(places)) place = std::begin(places);
+  DrawWords(painter, *nearest->at + place->first, place->second, nearest->text, nearest->ink,
+            palette().color(QPalette::Base), Rect().rect());
 }
 
-void TTimeChart::PaintIndicator(QCPPainter& painter, double time) const {
+QRectF TTimeChart::PaintIndicator(QCPPainter& painter, double time) const {
   const QRect rect = Rect().rect();
   const double x = TimeAxis().coordToPixel(time);
-  if (!(x >= rect.left() - 1 && x <= rect.right() + 1)) return;
+  if (!(x >= rect.left() - 1 && x <= rect.right() + 1)) return {};
   const QColor text = palette().color(QPalette::Text);
   painter.setAntialiasing(false);
   painter.setPen(QPen(text, 1));
@@ -119,4 +139,5 @@ void TTimeChart::PaintIndicator(QCPPainter& painter, double time) const {
     painter.drawText(line, Qt::AlignLeft | Qt::AlignVCenter, reading.text);
     line.translate(0, metrics.height());
   }
+  return box;
 }

@@ -25,9 +25,9 @@ struct TGroupRow {
 };
 constexpr TGroupRow kGroups[] = {{"tabEvents", "btngrpEventsChart", "Events chart"},
                                  {"tabShock", "btngrpShockSeries", "Selected event chart"},
-                                 {"tabShock", "btngrpShockTools", "Selected event pointer"},
+                                 {"tabShock", "btngrpShockTools", "Selected event tools"},
                                  {"tabSensors", "btngrpSensorsTools", "Sensors chart"},
-                                 {"tabSensors", "btngrpSensorsAxes", "Sensors axis zoom locks"}};
+                                 {"tabSensors", "btngrpSensorsAxes", "Axis zoom locks"}};
 
 using TApply = void (*)(TMainParts&, bool);
 

@@ -29,7 +29,7 @@ std::vector<TKey> AllKeys(const QWidget& window) {
                                   {"+  −", "Chart: zoom in and out"},
                                   {"Arrows", "Chart: move"},
                                   {"Home  End", "Chart: begin and end of the recording"},
-                                  {"Esc", "Chart: cancel a drag"},
+                                  {"Esc", "Chart: cancel a drag, let go of the indicator"},
                                   {"Ctrl+C", "Grid: copy the selected rows with their titles"}}) {
     keys.emplace_back(QObject::tr(key), QObject::tr(what));
   }

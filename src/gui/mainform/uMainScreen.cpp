@@ -306,13 +306,13 @@ void TMainScreen::ShowInCharts(const TDisplaySettings& display) {
       chart.SetColour(static_cast<TSeries>(i), QColor(display.AccelerationColours[i]));
     }
     chart.SetAlarmLimits(acceleration);
-    chart.SetMasks(masks);
   };
   for (TEventsChart* chart : {FParts.overview->Chart1(), FParts.shock->Chart20()}) {
     showAcceleration(*chart);
     chart->SetPointAbsorption(display.PointAbsorption);
   }
   showAcceleration(*FParts.shock->Chart2());
+  FParts.overview->Chart1()->SetMasks(masks);
   FParts.shock->SetMasks(masks);
 
   TSensorsChart& sensors = *FParts.overview->ChartAllSensors();

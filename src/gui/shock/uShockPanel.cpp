@@ -6,6 +6,7 @@
 #include <QSplitter>
 #include <QTabWidget>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "analysis/uEventOrdering.h"
 #include "gui/charts/uEventsChart.h"
@@ -33,6 +34,7 @@ constexpr auto kNoValue = "–";
 
 TMainShockPanel::TMainShockPanel(QWidget* parent)
     : QWidget(parent),
+      FBelow(new QSplitter(Qt::Horizontal, this)),
       FChart20(new TEventsChart(this)),
       FChart2(new TSelectedEventChart(this)),
       FValues(new TShockValuesGrid(this)),
@@ -46,20 +48,19 @@ TMainShockPanel::TMainShockPanel(QWidget* parent)
   FChart2->setObjectName("Chart2");
   FChart2->setAccessibleName(tr("Selected event chart"));
 
-  auto* below = new QSplitter(Qt::Horizontal, this);
-  below->setObjectName("splShockEvent");
-  below->setChildrenCollapsible(false);
-  below->addWidget(MakeEventList());
-  below->addWidget(FChart2);
-  below->addWidget(FValues);
-  for (int part = 0; part < below->count(); ++part) below->setStretchFactor(part, 1);
-  below->setSizes({1000, 1000, 700});
+  FBelow->setObjectName("splShockEvent");
+  FBelow->setChildrenCollapsible(false);
+  FBelow->addWidget(MakeEventList());
+  FBelow->addWidget(FChart2);
+  FBelow->addWidget(FValues);
+  for (int part = 0; part < FBelow->count(); ++part) FBelow->setStretchFactor(part, 1);
+  FBelow->setSizes({1000, 1000, 0});
   ConnectValues();
   auto* splitter = new QSplitter(Qt::Vertical, this);
   splitter->setObjectName("splShock");
   splitter->setChildrenCollapsible(false);
   splitter->addWidget(FChart20);
-  splitter->addWidget(below);
+  splitter->addWidget(FBelow);
   splitter->setSizes({380, 620});
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
@@ -77,6 +78,7 @@ void TMainShockPanel::ConnectValues() {
 
 void TMainShockPanel::SetValuesVisible(bool visible) {
   FValues->setVisible(visible);
+  if (visible && !std::exchange(FValuesShown, true)) FBelow->setSizes({360, 330, 300});
   const auto pointed = FChart2->IndicatorTime();
   if (visible && pointed) FValues->MarkSample(FChart2->NearestSample(*pointed));
 }

@@ -9,6 +9,7 @@
 #include "gui/charts/uSeries.h"
 
 class QLabel;
+class QSplitter;
 class QTabWidget;
 class TDataset;
 struct TDisplaySettings;
@@ -42,10 +43,12 @@ class TMainShockPanel : public QWidget {
   [[nodiscard]] QWidget* MakeCards();
   [[nodiscard]] QWidget* MakeEventList();
 
+  QSplitter* FBelow;  // list, chart and values
   TEventsChart* FChart20;
   TSelectedEventChart* FChart2;
   TShockValuesGrid* FValues;
   TGrid* FShocks;
   TGrid* FFilteredShocks;
   std::array<QLabel*, kCardCount> FCardValues{};
+  bool FValuesShown = false;  // once
 };

@@ -14,8 +14,8 @@ namespace {
 
 constexpr int kColumns = 1 + static_cast<int>(kSeriesCount);  // the time, then the series
 constexpr int kRowPadding = 6;
-constexpr int kColumnPadding = 16;
-constexpr auto kWidestText = "-0000.0000";
+constexpr int kColumnPadding = 12;
+constexpr auto kUsualText = "-00.000";  // the rows in sight may be of the quiet before the shock
 
 }  // namespace
 
@@ -94,7 +94,7 @@ void TShockValuesGrid::MarkSample(std::size_t sample) {
 // Widths are the user's once they fit the content.
 void TShockValuesGrid::FitColumnsOnce() {
   if (FModel->rowCount() == 0 || std::exchange(FFitted, true)) return;
-  const int number = fontMetrics().horizontalAdvance(kWidestText) + kColumnPadding;
+  const int number = fontMetrics().horizontalAdvance(kUsualText) + kColumnPadding;
   for (int column = 0; column < kColumns; ++column) {
     setColumnWidth(column, std::max({horizontalHeader()->sectionSizeHint(column), sizeHintForColumn(column), number}));
   }
