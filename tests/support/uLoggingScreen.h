@@ -26,10 +26,10 @@ class TLoggingScreen final : public IMainScreen {
   }
 
   std::map<std::string, TControlValue, std::less<>> Values = DefaultValues();
-  std::set<std::string, std::less<>> Closed;  // controls that are not visible
+  std::set<std::string, std::less<>> Closed;    // controls that are not visible
   std::set<std::string, std::less<>> Unusable;  // names of files that cannot be read or written
-  std::optional<std::string> ChosenFile;      // nothing: the open dialog is cancelled
-  std::function<void()> OnMessages = [] {};   // what the user does while the window handles its messages
+  std::optional<std::string> ChosenFile;        // nothing: the open dialog is cancelled
+  std::function<void()> OnMessages = [] {};     // what the user does while the window handles its messages
 
   void SetApplicationTitle(std::string_view title) override { Say("title \"{}\"", title); }
   void SetCaption(std::string_view caption) override { Say("caption \"{}\"", caption); }

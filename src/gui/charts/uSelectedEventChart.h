@@ -23,8 +23,8 @@ class TSelectedEventChart final : public TTimeChart {
   // Borrows the event's samples until Clear or the next call; an index past the list clears. Shows the whole event.
   void ShowEvent(const TEventList& events, std::size_t index, const TMissionData& mission);
   void Clear() override;
-  // Shows the filtered curves of the event instead of the recorded ones, as many points as the filter gives. The peak in
-  // the title and the shaded intervals stay those of the recorded samples.
+  // Shows the filtered curves of the event instead of the recorded ones, as many points as the filter gives. The peak
+  // in the title and the shaded intervals stay those of the recorded samples.
   void SetHighPass(bool on);
   // What is shown, in the order of time, until SamplesChanged or Clear; time 0 of the axis is at StartMs.
   [[nodiscard]] std::span<const TEventValue> Samples() const { return FSamples.Samples(); }

@@ -62,6 +62,7 @@ std::unique_ptr<QTextDocument> MakeReport(const TShownMission& mission) {
       mission.Damage.empty() ? QString() : "<p class='damage'>" + QtText(mission.Damage).toHtmlEscaped() + "</p>";
   document->setHtml("<p class='title'>Shock report</p>" + damage + FigureTable("Mission", HeaderFigures(mission.Data)) +
                     FigureTable("Events", EventFigures(mission.Summary, mission.Events)) +
-                    FigureTable("Sensors", SensorFigures(mission.Summary)) + ImportantTable(mission.Tables.Important, mission.Display.Formats));
+                    FigureTable("Sensors", SensorFigures(mission.Summary)) +
+                    ImportantTable(mission.Tables.Important, mission.Display.Formats));
   return document;
 }
