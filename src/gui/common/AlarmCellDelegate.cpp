@@ -1,10 +1,14 @@
 #include "gui/common/AlarmCellDelegate.h"
 
 #include <QPainter>
+#include <algorithm>
+#include <iterator>
+#include <utility>
 
 #include "gui/common/DatasetTableModel.h"
 #include "gui/common/uIcons.h"
 #include "gui/common/uQtText.h"
+#include "gui/common/uTheme.h"
 
 namespace {
 
@@ -16,22 +20,20 @@ TCellDrawing DrawingOf(const QModelIndex& index) {
   return qobject_cast<const DatasetTableModel*>(index.model())->Drawing(index);
 }
 
-QIcon IconOf(TCellImage image) {
-  switch (image) {
-    case TCellImage::AboveMaximum:
-      return Icon("temperature-warm");
-    case TCellImage::BelowMinimum:
-      return Icon("temperature-cold");
-    case TCellImage::Within:
-      return Icon("temperature-normal");
-    default:
-      return Icon("data-warning");
-  }
-}
+constexpr std::pair<TCellImage, const char*> kImages[] = {{TCellImage::Alarm, "data-warning"},
+                                                          {TCellImage::AboveMaximum, "temperature-warm"},
+                                                          {TCellImage::BelowMinimum, "temperature-cold"},
+                                                          {TCellImage::Within, "temperature-normal"}};
 
 }  // namespace
 
-AlarmCellDelegate::AlarmCellDelegate(QObject* parent) : QStyledItemDelegate(parent) {}
+AlarmCellDelegate::AlarmCellDelegate(QObject* parent) : QStyledItemDelegate(parent) {
+  static_assert(std::size(kImages) == kImageCount);
+  for (std::size_t i = 0; i < kImageCount; ++i) {
+    FOnLight[i] = Icon(kImages[i].second, false);
+    FOnDark[i] = Icon(kImages[i].second, true);
+  }
+}
 
 void AlarmCellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
   const TCellDrawing drawing = DrawingOf(index);
@@ -45,7 +47,10 @@ void AlarmCellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
     painter->fillRect(cell, option.palette.alternateBase());
   }
   if (drawing.image != TCellImage::None) {
-    IconOf(drawing.image).paint(painter, QRect(cell.topLeft(), QSize(kImageSize, kImageSize)));
+    const auto& icons = IsDark(option.palette) && !selected ? FOnDark : FOnLight;
+    const auto image = std::ranges::find(kImages, drawing.image, [](const auto& row) { return row.first; });
+    const auto which = static_cast<std::size_t>(image - std::begin(kImages));
+    icons[which].paint(painter, QRect(cell.topLeft(), QSize(kImageSize, kImageSize)));
   }
   painter->setFont(option.font);
   painter->setPen(selected ? QColor(Qt::black) : option.palette.color(QPalette::Text));

@@ -2,7 +2,10 @@
 // light green.
 #pragma once
 
+#include <QIcon>
 #include <QStyledItemDelegate>
+#include <array>
+#include <cstddef>
 
 class AlarmCellDelegate : public QStyledItemDelegate {
   Q_OBJECT
@@ -12,4 +15,9 @@ class AlarmCellDelegate : public QStyledItemDelegate {
 
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
   [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+
+ private:
+  static constexpr std::size_t kImageCount = 4;
+
+  std::array<QIcon, kImageCount> FOnLight, FOnDark;  // drawn for every visible row, so made once
 };

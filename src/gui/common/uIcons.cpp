@@ -12,8 +12,12 @@ static void RegisterIcons() {
 }
 
 QIcon Icon(const QString& name) {
+  return Icon(name, IsDark(QGuiApplication::palette()));
+}
+
+QIcon Icon(const QString& name, bool onDark) {
   RegisterIcons();
-  const QString path = QString(":/icons/%1/%2.svg").arg(IsDark(QGuiApplication::palette()) ? "dark" : "light", name);
+  const QString path = QString(":/icons/%1/%2.svg").arg(onDark ? "dark" : "light", name);
   if (!QFile::exists(path)) throw std::logic_error("no such icon: " + name.toStdString());
   return QIcon(path);
 }

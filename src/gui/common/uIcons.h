@@ -7,3 +7,4 @@
 // The icon drawn for the application's palette, light or dark. A name that is not in icons.txt is a mistake in the
 // program: throws std::logic_error.
 QIcon Icon(const QString& name);
+QIcon Icon(const QString& name, bool onDark);

@@ -63,7 +63,7 @@ TMainParts::TMainParts(QMainWindow& window)
   MakeStatusBar(window);
   loading = new TLoadingPanel(window.centralWidget());
   backstage = new TBackstage(&window);
-  backstage->AddPage("backstageSettings", QObject::tr("Settings"), "settings-configure", new TSettingsPage);
+  backstage->AddPage("backstageSettings", QObject::tr("Settings"), "settings-configure", new TSettingsPage(*logos));
   backstage->AddPage("backstageRecent", QObject::tr("Recent"), "chronometer", recent);
   welcome->AddSection(QObject::tr("Recent"), recentFiles);
   layouts = new TLayouts(window);

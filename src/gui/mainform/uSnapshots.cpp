@@ -11,6 +11,8 @@
 
 #include "gui/common/uQtText.h"
 #include "gui/mainform/KorvexMainForm.h"
+#include "gui/ribbon/uBackstage.h"
+#include "gui/settings/uSettingsPage.h"
 
 namespace {
 
@@ -54,9 +56,17 @@ QStringList SaveSnapshots(TKorvexMainForm& form, const QString& recording, const
   save("overview");
   form.Flow().SwitchView(TView::Shock);
   save("shock");
+  form.findChild<QAction*>("actFilterEdit")->trigger();
+  save("filter");
   form.Flow().SwitchView(TView::Report);
   save("report");
   form.findChild<QAction*>("actBackstage")->trigger();
   save("backstage");
+  form.findChild<TBackstage*>()->SelectPage("backstageSettings");
+  auto* settings = form.findChild<TSettingsPage*>();
+  for (const char* page : {"general", "formats", "colours", "analog-inputs"}) {
+    save(QString("settings-") + page);
+    settings->setCurrentIndex(settings->currentIndex() + 1);
+  }
   return files;
 }

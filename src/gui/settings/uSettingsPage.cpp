@@ -8,13 +8,16 @@
 #include <QLineEdit>
 #include <QScrollArea>
 
+#include "gui/common/uLogos.h"
 #include "gui/common/uQtText.h"
 #include "gui/settings/uColourBox.h"
+#include "gui/settings/uLogoEdit.h"
 #include "shell/uSettingsSchema.h"
 
 namespace {
 
 constexpr int kLongestText = 200;  // characters
+constexpr int kTextWidth = 40;     // characters
 
 struct TRow {
   const char* control;
@@ -48,6 +51,7 @@ void AddCheckBox(QFormLayout& form, const TRow& row) {
 void AddText(QFormLayout& form, const TRow& row) {
   auto* edit = new QLineEdit;
   edit->setMaxLength(kLongestText);
+  edit->setMinimumWidth(edit->fontMetrics().averageCharWidth() * kTextWidth);
   AddRow(form, row, edit);
 }
 
@@ -86,20 +90,22 @@ QFormLayout* AddBox(QLayout& layout, const QString& title) {
 
 }  // namespace
 
-TSettingsPage::TSettingsPage(QWidget* parent) : QTabWidget(parent) {
+TSettingsPage::TSettingsPage(TLogos& logos) {
   setObjectName("pgcSettings");
   setAccessibleName(tr("Settings"));
   setDocumentMode(true);
-  addTab(MakeGeneral(), tr("&General"));
+  addTab(MakeGeneral(logos), tr("&General"));
   addTab(MakeFormats(), tr("For&mats"));
   addTab(MakeColours(), tr("Colo&urs"));
   addTab(MakeAnalogInputs(), tr("&Analog inputs"));
 }
 
-QWidget* TSettingsPage::MakeGeneral() {
+QWidget* TSettingsPage::MakeGeneral(TLogos& logos) {
   auto* page = new QWidget;
   auto* form = MakeForm(page);
   AddText(*form, {"cxTextEditCompanyName", "&Company name", "Stands on reports"});
+  form->addRow(tr("Company logo"), new TLogoEdit(logos, TLogos::kCompany, "btnCompanyLogo", tr("company logo")));
+  form->addRow(tr("Report logo"), new TLogoEdit(logos, TLogos::kReport, "btnReportLogo", tr("report logo")));
   AddList(*form, {"cmbSettingsDateTimeFormat", "&Date format", "How every date is shown"}, kDateFormats);
   AddList(
       *form,

@@ -4,14 +4,16 @@
 
 #include <QTabWidget>
 
+class TLogos;
+
 class TSettingsPage : public QTabWidget {
   Q_OBJECT
 
  public:
-  explicit TSettingsPage(QWidget* parent = nullptr);
+  explicit TSettingsPage(TLogos& logos);
 
  private:
-  QWidget* MakeGeneral();
+  QWidget* MakeGeneral(TLogos& logos);
   QWidget* MakeFormats();
   QWidget* MakeColours();
   QWidget* MakeAnalogInputs();
