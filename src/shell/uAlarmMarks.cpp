@@ -44,9 +44,8 @@ const TCellColumn* ColumnOf(const TDataset& table, std::size_t row, std::size_t 
 
 // Temperatures always say where they stand; the others are marked while the alarm is on.
 TCellImage ImageOf(TQuantity quantity, double value, const TDisplaySettings& settings) {
-  const auto limited = static_cast<std::size_t>(quantity);
-  if (limited >= kLimitedQuantityCount) return TCellImage::None;
-  const TLimits& limits = settings.Limits[limited];
+  if (static_cast<std::size_t>(quantity) >= kLimitedQuantityCount) return TCellImage::None;
+  const TLimits& limits = settings.LimitsOf(quantity);
   if (quantity == TQuantity::Temperature) {
     if (IsBelow(limits, value)) return TCellImage::BelowMinimum;
     return IsAbove(limits, value) ? TCellImage::AboveMaximum : TCellImage::Within;

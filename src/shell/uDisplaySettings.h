@@ -32,6 +32,9 @@ struct TDisplaySettings {
   std::array<std::uint32_t, 4> AxisColours{};
   std::array<std::uint32_t, kColouredSensors.size()> SensorColours{};
 
+  [[nodiscard]] const TLimits& LimitsOf(TQuantity quantity) const {
+    return Limits.at(static_cast<std::size_t>(quantity));
+  }
   bool operator==(const TDisplaySettings&) const = default;
 };
 

@@ -257,7 +257,6 @@ void TFileFlow::CompleteLoading() {
   TDatasetOptions options;
   options.orderBy = std::get<int>(FScreen.Value("cmbOrderMostImporantBy"));
   FMission.Display = ReadDisplaySettings(FMission.Data, FScreen);
-  FMission.AccelerationLimits = FMission.Display.Limits[static_cast<std::size_t>(TQuantity::Acceleration)];
   options.analogNames = FMission.Display.AnalogNames;
   LoadKorvexFileData(FMission.Data, FMission.Events, FMission.Sensors, options, progress, FMission.Tables);
   FillCompanion(FMission);

@@ -17,7 +17,7 @@ void Apply(TShownMission& mission, IMainScreen& screen) {
 
 void FilterCompanion(TShownMission& mission) {
   mission.CLDS.SetShownRows(mission.FilterActive ? EventsThrough(mission.Filter, mission.Tables.Events, mission.Events,
-                                                                 mission.AccelerationLimits)
+                                                                 mission.Display.LimitsOf(TQuantity::Acceleration))
                                                  : std::vector<bool>());
 }
 
@@ -34,12 +34,6 @@ bool ActivateFilter(TShownMission& mission, bool active, IMainScreen& screen) {
   return possible;
 }
 
-void SetAccelerationLimits(TShownMission& mission, const std::optional<TLimits>& limits, IMainScreen& screen) {
-  if (limits == mission.AccelerationLimits) return;
-  mission.AccelerationLimits = limits;
-  if (mission.FilterActive && mission.Filter.aboveAlarm) {
-    Apply(mission, screen);
-  } else {
-    screen.ShowFilter(mission);
-  }
+void AlarmLimitsChanged(TShownMission& mission, IMainScreen& screen) {
+  if (mission.FilterActive && mission.Filter.aboveAlarm) Apply(mission, screen);
 }

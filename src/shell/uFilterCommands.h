@@ -2,8 +2,6 @@
 // otherwise the first visible one in the grid's order is selected, and where nothing is visible nothing.
 #pragma once
 
-#include <optional>
-
 #include "shell/uMainScreen.h"
 
 // Leaves in the companion the events that the filter lets through, all of them while it is off. Shows nothing.
@@ -15,5 +13,5 @@ void ChangeFilter(TShownMission& mission, const TEventFilter& filter, IMainScree
 // Switches the filter on or off; its conditions stay. False, and it stays off, when it has none.
 [[nodiscard]] bool ActivateFilter(TShownMission& mission, bool active, IMainScreen& screen);
 
-// The acceleration limits in force have changed.
-void SetAccelerationLimits(TShownMission& mission, const std::optional<TLimits>& limits, IMainScreen& screen);
+// The alarm limits in force may be others than before; a filter that asks for them is applied anew.
+void AlarmLimitsChanged(TShownMission& mission, IMainScreen& screen);

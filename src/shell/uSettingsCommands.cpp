@@ -16,7 +16,7 @@ void TellAccelerationLimits(const TShownMission& mission, IMainScreen& screen) {
   }
   std::string text;
   if (fromFile && mission.Data.bValid) {
-    const TLimits& limits = mission.Display.Limits[static_cast<std::size_t>(TQuantity::Acceleration)];
+    const TLimits& limits = mission.Display.LimitsOf(TQuantity::Acceleration);
     text = fmt::format("from the file: {} … {} g", GeneralFloat(limits.least), GeneralFloat(limits.largest));
   }
   screen.SetText("lblAlarmAccFromFile", text);
@@ -27,6 +27,7 @@ void TellAccelerationLimits(const TShownMission& mission, IMainScreen& screen) {
 void ApplySettings(TShownMission& mission, IMainScreen& screen) {
   TDisplaySettings now = ReadDisplaySettings(mission.Data, screen);
   const bool changed = now != mission.Display;
+  const bool limitsChanged = now.Limits != mission.Display.Limits;
   if (changed) {
     mission.Display = std::move(now);
     SetShortDateFormat(mission.Display.DateFormat);
@@ -36,5 +37,5 @@ void ApplySettings(TShownMission& mission, IMainScreen& screen) {
   TellAccelerationLimits(mission, screen);
   if (!changed) return;
   screen.RefreshDisplay(mission);
-  SetAccelerationLimits(mission, mission.Display.Limits[static_cast<std::size_t>(TQuantity::Acceleration)], screen);
+  if (limitsChanged) AlarmLimitsChanged(mission, screen);
 }

@@ -32,5 +32,4 @@ struct TShownMission {
   // The conditions stay while the filter is off, also when another file is opened. It is never on without one.
   TEventFilter Filter;
   bool FilterActive = false;
-  std::optional<TLimits> AccelerationLimits;  // the alarm limits in force; nothing: there are none
 };

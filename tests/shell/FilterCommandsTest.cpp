@@ -77,15 +77,18 @@ TEST_F(FilterCommands, NextAndPreviousEventWalkTheVisibleOnes) {
 }
 
 TEST_F(FilterCommands, OtherLimitsInForceCountAtOnceWhereTheFilterAsksForThem) {
-  SetAccelerationLimits(FMission, TLimits{-9, 9}, FScreen);
-  EXPECT_EQ(FScreen.Said(), "filter off: 3 of 3; ");
+  FMission.Display.Limits[0] = TLimits{-9, 9};
+  AlarmLimitsChanged(FMission, FScreen);
+  EXPECT_EQ(FScreen.Said(), "");
   TEventFilter filter;
   filter.aboveAlarm = true;
   ChangeFilter(FMission, filter, FScreen);
   EXPECT_EQ(FScreen.Said(), "filtered events; filter on: 1 of 3; selected 0; position 0; ");
-  SetAccelerationLimits(FMission, TLimits{-8, 8}, FScreen);
+  FMission.Display.Limits[0] = TLimits{-8, 8};
+  AlarmLimitsChanged(FMission, FScreen);
   EXPECT_EQ(FScreen.Said(), "filtered events; filter on: 2 of 3; ");
-  SetAccelerationLimits(FMission, std::nullopt, FScreen);
+  FMission.Display.Limits[0] = TLimits{-1, 1};
+  AlarmLimitsChanged(FMission, FScreen);
   EXPECT_EQ(FScreen.Said(), "filtered events; filter on: 3 of 3; ");
 }
 

@@ -293,7 +293,6 @@ void TFilterPanel::SetMission(const TShownMission* mission) {
 void TFilterPanel::ShowFilter() {
   if (FMission == nullptr) return;
   if (FMission->Filter != FFilter) Write(FMission->Filter);
-  FAboveAlarm->setEnabled(FMission->AccelerationLimits.has_value());
   FHistogram->SetRange(FFilter.ranges[FQuantity]);
   TellState();
 }

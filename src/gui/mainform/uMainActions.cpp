@@ -129,16 +129,18 @@ void AddDockButtons(TKorvexMainForm& form, TMainParts& parts) {
     const char* button;
     const char* group;
     const char* keys;
+    const char* icon;
   };
   const TDockRow rows[] = {
-      {parts.docks.navigator, "dxBarShowNavigator", "btngrpLayout", "Ctrl+Shift+N"},
-      {parts.docks.missionDetails, "dxBarShowMissionDetails", "btngrpLayout", "Ctrl+Shift+M"},
-      {parts.docks.sensorGridTemp, "dxBarShowSensorGrid", "btngrpLayout", "Ctrl+Shift+S"},
-      {parts.docks.sensorGridBattery, "dxBarShowBatteryGrid", "btngrpLayout", "Ctrl+Shift+B"},
+      {parts.docks.navigator, "dxBarShowNavigator", "btngrpLayout", "Ctrl+Shift+N", "view-calendar-timeline"},
+      {parts.docks.missionDetails, "dxBarShowMissionDetails", "btngrpLayout", "Ctrl+Shift+M", "view-list-text"},
+      {parts.docks.sensorGridTemp, "dxBarShowSensorGrid", "btngrpLayout", "Ctrl+Shift+S", "view-list-details"},
+      {parts.docks.sensorGridBattery, "dxBarShowBatteryGrid", "btngrpLayout", "Ctrl+Shift+B", "battery-100"},
   };
   for (const TDockRow& row : rows) {
     QAction* action = row.panel->toggleViewAction();
     action->setShortcut(QKeySequence(row.keys));
+    action->setIcon(Icon(row.icon));
     form.addAction(action);
     form.findChild<TRibbonGroup*>(row.group)->AddSmall(action, row.button);
   }

@@ -289,12 +289,13 @@ void TMainScreen::RefreshDisplay(const TShownMission& mission) {
   for (TGrid* grid : FWindow.findChildren<TGrid*>()) grid->Refresh();
   FParts.shock->ShowCards(mission.Tables.Events, mission.SelectedEvent, mission.Display);
   ShowDetails(mission);
+  FParts.filter->SetMission(&mission);
   FParts.report->ShowReport(mission);
 }
 
 void TMainScreen::ShowInCharts(const TDisplaySettings& display) {
   const auto limitsOf = [&](TQuantity quantity) {
-    const TLimits& limits = display.Limits[static_cast<std::size_t>(quantity)];
+    const TLimits& limits = display.LimitsOf(quantity);
     return std::pair(limits.least, limits.largest);
   };
   const TValueMasks masks{std::string(display.Formats[static_cast<std::size_t>(TQuantity::Time)]),
