@@ -439,6 +439,22 @@ TEST_F(MainForm, TheWelcomePanelOffersManualAndDemoWhereThereAreFiles) {
   EXPECT_THAT(FDialogs, ElementsAre(HasSubstr("|" + (FFolder / "data").string() + "|")));
 }
 
+TEST_F(MainForm, SavesAViewAsPdfWhereItIsTold) {
+  Start(FThree);
+  const std::filesystem::path pdf = FFolder / "out" / "view.pdf";
+  std::filesystem::create_directory(FFolder / "out");
+  FTyped = QString::fromStdString(pdf.string());
+  for (const char* view : {"Ctrl+1", "Ctrl+2", "Ctrl+3"}) {
+    std::filesystem::remove(pdf);
+    Press(view);
+    FForm->actExportViewExecute();
+    const TBytes bytes = BytesOfFile(pdf);
+    ASSERT_GT(bytes.size(), 1000U) << view;
+    EXPECT_EQ(std::string(bytes.begin(), bytes.begin() + 5), "%PDF-");
+  }
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(FFolder / "out"), {}), 1) << "nothing else is left";
+}
+
 TEST_F(MainForm, EveryControlSaysWhatItIs) {
   Start(FThree);
   const auto isOneOf = []<class... T>(const QObject* object, T*...) { return (... || qobject_cast<const T*>(object)); };

@@ -1,6 +1,7 @@
 #include "gui/mainform/uViewOutput.h"
 
 #include <QBuffer>
+#include <QImage>
 #include <QPageLayout>
 #include <QPainter>
 #include <QPdfWriter>
@@ -8,6 +9,7 @@
 #include <QPrinter>
 #include <filesystem>
 #include <fstream>
+#include <new>
 #include <stdexcept>
 
 #include "base/uFiles.h"
@@ -20,27 +22,48 @@
 
 namespace {
 
-// Lends a view the light palette.
-class TOnWhite {
+constexpr double kPaperRatio = 3;  // pixels of the picture to one of the screen
+
+// Lends a view the light palette and its charts the pixels of paper.
+class TForPaper {
  public:
-  explicit TOnWhite(QWidget& view) : FView(view) { FView.setPalette(LightPalette()); }
-  ~TOnWhite() { FView.setPalette(QPalette()); }
-  TOnWhite(const TOnWhite&) = delete;
-  TOnWhite& operator=(const TOnWhite&) = delete;
+  explicit TForPaper(QWidget& view) : FView(view) {
+    FView.setPalette(LightPalette());
+    Redraw(kPaperRatio);
+  }
+  ~TForPaper() {
+    FView.setPalette(QPalette());
+    Redraw(FView.devicePixelRatioF());
+  }
+  TForPaper(const TForPaper&) = delete;
+  TForPaper& operator=(const TForPaper&) = delete;
 
  private:
+  void Redraw(double ratio) {
+    for (TTimeChart* chart : FView.findChildren<TTimeChart*>()) {
+      chart->setBufferDevicePixelRatio(ratio);
+      chart->replot();
+    }
+  }
+
   QWidget& FView;
 };
 
+// As it stands on the screen: a picture with more pixels.
 void RenderView(QWidget& view, QPagedPaintDevice& device) {
-  const TOnWhite onWhite(view);
-  for (TTimeChart* chart : view.findChildren<TTimeChart*>()) chart->replot();
+  QImage picture((QSizeF(view.size()) * kPaperRatio).toSize(), QImage::Format_RGB32);
+  if (picture.isNull()) throw std::bad_alloc();
+  picture.setDevicePixelRatio(kPaperRatio);
+  {
+    const TForPaper forPaper(view);
+    view.render(&picture);
+  }
   QPainter painter(&device);
   if (!painter.isActive()) throw std::runtime_error("The page cannot be painted.");
+  painter.setRenderHint(QPainter::LosslessImageRendering);
   const QRectF page = painter.viewport();
-  const double zoom = std::min(page.width() / view.width(), page.height() / view.height());
-  painter.scale(zoom, zoom);
-  view.render(&painter);
+  const QSizeF size = QSizeF(view.size()).scaled(page.size(), Qt::KeepAspectRatio);
+  painter.drawImage(QRectF(page.topLeft(), size), picture);
 }
 
 void Output(const TKorvexMainForm& form, TView view, QPagedPaintDevice& device) {
