@@ -1,0 +1,31 @@
+// The navigator's band: the span of time that the main charts show, and how interval and step commands move it. Pure
+// functions on date-times, days since 1899-12-30.
+#pragma once
+
+#include "navigation/uCalendarSteps.h"
+
+struct TTimeSpan {
+  double start;
+  double end;  // not before start
+  bool operator==(const TTimeSpan&) const = default;
+};
+
+inline constexpr TCalendarStep kYearInterval{12, 0};
+inline constexpr TCalendarStep kMonthInterval{1, 0};
+inline constexpr TCalendarStep kWeekInterval{0, 168 * 3600};
+inline constexpr TCalendarStep kDayInterval{0, 24 * 3600};
+inline constexpr TCalendarStep kHourInterval{0, 60 * 60};
+inline constexpr TCalendarStep kMinInterval{0, 60};
+
+// One interval long: from the band's start where it ends before the data do, else the last of the data, no longer than
+// they are.
+TTimeSpan IntervalBand(const TTimeSpan& band, const TTimeSpan& data, const TCalendarStep& interval);
+
+// Moves the band by its own width, kept; a step that would pass the data's end or begin lands flush on it.
+TTimeSpan ForwardBand(const TTimeSpan& band, const TTimeSpan& data);
+TTimeSpan RewindBand(const TTimeSpan& band, const TTimeSpan& data);
+
+// Moves the band by `days` as a whole, kept within the data.
+TTimeSpan DraggedBand(const TTimeSpan& band, const TTimeSpan& data, double days);
+// Moves one end, kept within the data and at least `least` days from the other where the data are that long.
+TTimeSpan ResizedBand(const TTimeSpan& band, const TTimeSpan& data, bool movesStart, double to, double least);
