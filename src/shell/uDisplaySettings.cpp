@@ -1,5 +1,7 @@
 #include "shell/uDisplaySettings.h"
 
+#include <cmath>
+
 #include "shell/uColourNames.h"
 #include "shell/uMainScreen.h"
 #include "shell/uSettingsSchema.h"
@@ -65,8 +67,10 @@ TDisplaySettings ReadDisplaySettings(const TMissionData& mission, const IMainScr
     settings.Limits[i] = {std::get<double>(screen.Value(kLimitControls[i].least)),
                           std::get<double>(screen.Value(kLimitControls[i].largest))};
   }
-  if (mission.bValid && std::get<bool>(screen.Value("chboxLoadAccAlarmFromFile"))) {
-    const double level = mission.adxl_level_on;
+  const double level = mission.adxl_level_on;
+  settings.AccelerationFromFile =
+      mission.bValid && std::isfinite(level) && level > 0 && std::get<bool>(screen.Value("chboxLoadAccAlarmFromFile"));
+  if (settings.AccelerationFromFile) {
     settings.Limits[static_cast<std::size_t>(TQuantity::Acceleration)] = {-level, level};
   }
   settings.AlarmActive = std::get<bool>(screen.Value("barbtnlrgAlarm"));

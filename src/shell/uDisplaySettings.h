@@ -24,6 +24,7 @@ struct TDisplaySettings {
   TCellFormats Formats = {"0.####", "0.###", "0.###", "0.###",  "0.#", "0.###", "0.0",
                           "0.0",    "0.0",   "0.0",   "0.####", "0.#", "0.###"};
   std::array<TLimits, kLimitedQuantityCount> Limits{};  // in force
+  bool AccelerationFromFile = false;                    // the limits in force are the recording's
   bool AlarmActive = false;
   bool PointAbsorption = true;
   std::array<std::string, kAnalogInputs.size()> AnalogNames = {"A1", "A2", "A3", "A4"};
@@ -38,5 +39,6 @@ struct TDisplaySettings {
   bool operator==(const TDisplaySettings&) const = default;
 };
 
-// The acceleration limits are those of a shown mission when the settings say so: ± the level that opens an event.
+// The acceleration limits are those of a shown mission when the settings say so: ± the level that opens an event, where
+// that is a number above 0.
 TDisplaySettings ReadDisplaySettings(const TMissionData& mission, const IMainScreen& screen);

@@ -14,6 +14,7 @@
 #include "model/uBlockTypes.h"
 #include "model/uExceptions1V0.h"
 #include "shell/uFilterCommands.h"
+#include "shell/uNavigatorCommands.h"
 #include "shell/uOrderingCommands.h"
 
 namespace {
@@ -278,6 +279,7 @@ void TFileFlow::FileLoadComplete() {
   FScreen.SetTaskbarProgress(false);
   EnableOpening();
   ShowViewButtons(FScreen);
+  NavigatorAll(FMission, FScreen);
   const bool stillThere = FKept && FKept->selectedEvent && *FKept->selectedEvent < FMission.Events.Count();
   SelectEvent(FMission,
               stillThere ? FKept->selectedEvent : VisibleOrFirst(FMission.CLDS, FMission.Tables.MostIntenseEvent),

@@ -96,6 +96,17 @@ class IMainScreen {
   virtual void FreePointAbsorptionLists() = 0;
   // Everything that shows the mission follows its display settings; zoom, selection and scroll position stay.
   virtual void RefreshDisplay(const TShownMission& mission) = 0;
+  // The navigator. Its data run from the first to the last time of the recording; nothing while it has no point.
+  [[nodiscard]] virtual std::optional<TTimeSpan> NavigatorSpan() const = 0;
+  virtual void SetNavigatorBand(const TTimeSpan& band) = 0;
+  // What lies before and after the band is shaded.
+  virtual void SetNavigatorCompanions(const TTimeSpan& band) = 0;
+  // What a chart with a zoom of its own shows; nothing hides it.
+  virtual void SetUnsyncedView(const std::optional<TTimeSpan>& view) = 0;
+  [[nodiscard]] virtual TTimeSpan ChartSpan(std::string_view chart) const = 0;
+  virtual void SetChartSpan(std::string_view chart, const TTimeSpan& span) = 0;
+  // Asks with OK and Cancel; false unless the user says OK.
+  [[nodiscard]] virtual bool Confirm(std::string_view question) = 0;
   // Grids and sort marks after a table's index or rows changed.
   virtual void RefreshGrid(std::string_view grid) = 0;
   // The grid of the companion table, after its rows changed; the selected event is its current row.

@@ -65,6 +65,7 @@ void OrderMostImportantBy(TShownMission& mission, int entry, IMainScreen& screen
   mission.Tables.Events.SelectIndex(order);
   screen.RefreshGrid("dbgMostImportant");
   screen.ShowSelectedEvent(mission.SelectedEvent);
+  screen.PrepareReport(mission);
 }
 
 void StepEvent(TShownMission& mission, int steps, IMainScreen& screen) {

@@ -1,25 +1,16 @@
 #include "shell/uSettingsCommands.h"
 
-#include <fmt/format.h>
-
 #include "base/uDateTime.h"
-#include "base/uText.h"
 #include "shell/uFilterCommands.h"
 
 namespace {
 
-// The limits of the recording stand beside the user's, which rest.
-void TellAccelerationLimits(const TShownMission& mission, IMainScreen& screen) {
+// The user's limits rest while the recording's count.
+void EnableAccelerationLimits(IMainScreen& screen) {
   const bool fromFile = std::get<bool>(screen.Value("chboxLoadAccAlarmFromFile"));
   for (const std::string_view spin : {"dxBarSpinAlarmAccMin", "dxBarSpinAlarmAccMax"}) {
     screen.SetEnabled(spin, !fromFile);
   }
-  std::string text;
-  if (fromFile && mission.Data.bValid) {
-    const TLimits& limits = mission.Display.LimitsOf(TQuantity::Acceleration);
-    text = fmt::format("from the file: {} … {} g", GeneralFloat(limits.least), GeneralFloat(limits.largest));
-  }
-  screen.SetText("lblAlarmAccFromFile", text);
 }
 
 }  // namespace
@@ -34,7 +25,7 @@ void ApplySettings(TShownMission& mission, IMainScreen& screen) {
     ApplyDateFormat(mission.Tables);
     ApplyAnalogNames(mission.Display.AnalogNames, mission.Tables);
   }
-  TellAccelerationLimits(mission, screen);
+  EnableAccelerationLimits(screen);
   if (!changed) return;
   screen.RefreshDisplay(mission);
   if (limitsChanged) AlarmLimitsChanged(mission, screen);

@@ -93,7 +93,7 @@ TControlValue DefaultOf(const TSetting& setting) {
 void ReadSettings(const fs::path& folder, IMainScreen& screen) {
   const fs::path path = folder / kSettingsFile;
   std::error_code unknown;
-  if (!fs::exists(path, unknown)) return;
+  if (!fs::exists(fs::symlink_status(path, unknown))) return;
   TIniFile ini;
   try {
     ini = TIniFile::Load(path);

@@ -12,6 +12,7 @@
 #include "model/uEvents.h"
 #include "model/uGlobalSharedVariables.h"
 #include "model/uOtherSensors.h"
+#include "navigation/uTimeNavigator.h"
 #include "shell/uDisplaySettings.h"
 
 struct TShownMission {
@@ -27,6 +28,7 @@ struct TShownMission {
   TMissionSummary Summary;
   std::string Damage;                        // what is wrong with the recording, in words; empty when it is whole
   TDisplaySettings Display;                  // outlives the mission
+  TTimeSpan Band{0, 0};                      // of the navigator
   std::optional<std::size_t> SelectedEvent;  // index in Events
 
   // The conditions stay while the filter is off, also when another file is opened. It is never on without one.

@@ -179,7 +179,7 @@ TEST_F(ChartToggles, TheValueTableShowsTheSamplesAndMarksTheOneUnderTheIndicator
   table.setFocus();
   QTest::keySequence(&table, QKeySequence::Copy);
   EXPECT_EQ(QApplication::clipboard()->text(), "Time (ms)\tX (g)\tY (g)\tZ (g)\tTotal (g)\n1\t9\t0\t0\t9\n");
-  EXPECT_EQ(Find<QLabel>("lblStatusValue").text(), "1 rows copied");
+  EXPECT_EQ(Find<QLabel>("lblStatusValue").text(), "1 row copied");
   Press("N");  // the next event in the grid has other samples
   EXPECT_NE(table.model()->rowCount(), 5);
   FForm->Flow().Reload();

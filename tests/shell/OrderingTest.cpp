@@ -118,7 +118,7 @@ TEST_F(Ordering, OrderByRanksTheMostImportantEventsAndLeavesTheGridsOrder) {
     FScreen.Said();
     OrderMostImportantBy(FMission, entry, FScreen);
     EXPECT_EQ(Ids(FMission.Tables.Important), ranked[entry]) << entry;
-    EXPECT_EQ(FScreen.Said(), "grid dbgMostImportant; selected 0; ");
+    EXPECT_EQ(FScreen.Said(), "grid dbgMostImportant; selected 0; report on 3; ");
     EXPECT_EQ(FMission.Tables.Events.IndexName(), "DBCDesc");
   }
   for (const int none : {-1, 5}) OrderMostImportantBy(FMission, none, FScreen);

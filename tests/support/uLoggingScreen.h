@@ -28,8 +28,10 @@ class TLoggingScreen final : public IMainScreen {
   std::map<std::string, TControlValue, std::less<>> Values = DefaultValues();
   std::set<std::string, std::less<>> Closed;    // controls that are not visible
   std::set<std::string, std::less<>> Unusable;  // names of files that cannot be read or written
-  std::optional<std::string> ChosenFile;        // nothing: the open dialog is cancelled
-  std::function<void()> OnMessages = [] {};     // what the user does while the window handles its messages
+  std::optional<TTimeSpan> Data;                // of the navigator
+  bool Confirms = true;
+  std::optional<std::string> ChosenFile;     // nothing: the open dialog is cancelled
+  std::function<void()> OnMessages = [] {};  // what the user does while the window handles its messages
 
   void SetApplicationTitle(std::string_view title) override { Say("title \"{}\"", title); }
   void SetCaption(std::string_view caption) override { Say("caption \"{}\"", caption); }
@@ -99,6 +101,18 @@ class TLoggingScreen final : public IMainScreen {
   void RefreshDisplay(const TShownMission& mission) override {
     Say("display from {}", mission.Display.Limits[0].least);
   }
+  [[nodiscard]] std::optional<TTimeSpan> NavigatorSpan() const override { return Data; }
+  void SetNavigatorBand(const TTimeSpan& band) override { Say("band {}", Name(band)); }
+  void SetNavigatorCompanions(const TTimeSpan& band) override { Say("companions of {}", Name(band)); }
+  void SetUnsyncedView(const std::optional<TTimeSpan>& view) override {
+    Say("unsynced {}", view ? Name(*view) : "none");
+  }
+  [[nodiscard]] TTimeSpan ChartSpan(std::string_view /*chart*/) const override { return {2, 3}; }
+  void SetChartSpan(std::string_view chart, const TTimeSpan& span) override { Say("{} shows {}", chart, Name(span)); }
+  [[nodiscard]] bool Confirm(std::string_view question) override {
+    Say("ask \"{}\"", question);
+    return Confirms;
+  }
   void RefreshGrid(std::string_view grid) override { Say("grid {}", grid); }
   void RebuildFilteredEvents() override { Say("filtered events"); }
   void ShowFilter(const TShownMission& mission) override {
@@ -114,6 +128,7 @@ class TLoggingScreen final : public IMainScreen {
     for (const TSetting& row : Settings()) values.emplace(row.control, DefaultOf(row));
     return values;
   }
+  static std::string Name(const TTimeSpan& span) { return fmt::format("{:g}-{:g}", span.start, span.end); }
   static std::string Name(std::optional<std::size_t> event) { return event ? std::to_string(*event) : "none"; }
 
   void Touch(std::string_view what, std::optional<std::size_t> index, const std::filesystem::path& file) {

@@ -229,6 +229,7 @@ void TEventsChart::PaintDots(QCPPainter& painter) {
   const auto key = [this](std::size_t i) { return FTimes[i]; };
   const std::size_t end = FirstAtOrAfter(FTimes.size(), key, times.upper + beside);
   for (std::size_t i = FirstAtOrAfter(FTimes.size(), key, times.lower - beside); i < end; ++i) {
+    if (!IsVisibleEvent(i)) continue;
     const double g = FAxes[i] == kNoAxis ? FMax[i] : FMaxSingle[i];
     FDots.Add(left + (FTimes[i] - times.lower) * perTime, foot - (g - values.lower) * perG, i);
   }

@@ -37,7 +37,7 @@ void TLegendRow::PlaceEntries(int width) {
   const int height = metrics.height() + 2;
   std::vector<std::vector<int>> rows(1);
   int left = kSide;
-  const int wanted = FTitle.isEmpty() ? 0 : metrics.horizontalAdvance(FTitle) + 2 * kBetween;
+  const int wanted = FTitle.isEmpty() ? 0 : IconWidth() + metrics.horizontalAdvance(FTitle) + 2 * kBetween;
   int used = wanted;
   int entriesWidth = 0;
   for (const TLegendEntry& entry : FEntries)
@@ -78,7 +78,9 @@ void TLegendRow::draw(QCPPainter* painter) {
   painter->setFont(mParentPlot->font());
   if (!FTitle.isEmpty()) {
     painter->setPen(palette.color(QPalette::Text));
-    const QRect place(mRect.left() + kSide, mRect.top() + 2, FTitleWidth, metrics.height() + 2);
+    const QRect row(mRect.left() + kSide, mRect.top() + 2, FTitleWidth, metrics.height() + 2);
+    FIcon.paint(painter, row, Qt::AlignLeft | Qt::AlignVCenter);
+    const QRect place = row.adjusted(IconWidth(), 0, 0, 0);
     painter->drawText(place, Qt::AlignLeft | Qt::AlignVCenter,
                       metrics.elidedText(FTitle, Qt::ElideRight, place.width()));
   }

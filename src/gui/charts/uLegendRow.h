@@ -17,7 +17,10 @@ class TLegendRow final : public QCPLayoutElement {
  public:
   explicit TLegendRow(QCustomPlot* plot) : QCPLayoutElement(plot) {}
 
-  void SetTitle(const QString& title) { FTitle = title; }
+  void SetTitle(const QString& title, const QIcon& icon = {}) {
+    FTitle = title;
+    FIcon = icon;
+  }
   void SetEntries(std::vector<TLegendEntry> entries) { FEntries = std::move(entries); }
   [[nodiscard]] std::optional<std::size_t> EntryAt(const QPointF& position) const;
 
@@ -30,9 +33,11 @@ class TLegendRow final : public QCPLayoutElement {
 
  private:
   [[nodiscard]] QFontMetrics Metrics() const { return QFontMetrics(mParentPlot->font(), mParentPlot); }
+  [[nodiscard]] int IconWidth() const { return FIcon.isNull() ? 0 : Metrics().height() + 6; }
   void PlaceEntries(int width);
 
   QString FTitle;
+  QIcon FIcon;
   std::vector<TLegendEntry> FEntries;
   std::vector<QRect> FPlaces;  // of each entry, from the element's top left; those without room are left out
   int FTitleWidth = 0;

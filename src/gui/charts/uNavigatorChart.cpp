@@ -9,8 +9,12 @@
 #include "gui/charts/uDateTicker.h"
 #include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
+#include "navigation/uTimeNavigator.h"
 
 namespace {
+
+constexpr double kGripReach = 5;  // px beside an edge of the band
+constexpr double kLeastBand = 4;  // px
 
 constexpr double kTickHeight = 7;  // px, of the mark of an event
 
@@ -49,6 +53,8 @@ void TNavigatorChart::Clear() {
   FReadings.Clear();
   FWhat.clear();
   FBand.reset();
+  FOutside.reset();
+  FGrip = TGrip::None;
   FUnsynced.reset();
   SetFullRange(std::nullopt);
 }
@@ -99,6 +105,16 @@ void TNavigatorChart::SetBand(double from, double to) {
   if (FBand == band) return;
   FBand = band;
   RedrawMarks();
+}
+
+void TNavigatorChart::SetCompanions(double leftEnd, double rightStart) {
+  FOutside = {leftEnd, rightStart};
+  RedrawMarks();
+}
+
+std::optional<std::pair<double, double>> TNavigatorChart::DataSpan() const {
+  if (!HasData()) return std::nullopt;
+  return FullRange();
 }
 
 void TNavigatorChart::SetUnsyncedView(std::optional<TSpan> view) {
@@ -169,13 +185,15 @@ void TNavigatorChart::PaintBand(QCPPainter& painter) const {
   const auto place = [&](double time) { return std::clamp(TimeAxis().coordToPixel(time), rect.left(), rect.right()); };
   const QColor highlight = palette().color(QPalette::Highlight);
   painter.setAntialiasing(false);
+  if (FOutside && HasData()) {
+    QColor veil = palette().color(QPalette::Text);
+    veil.setAlphaF(0.16F);
+    painter.fillRect(QRectF(rect.topLeft(), QPointF(place(FOutside->first), rect.bottom())), veil);
+    painter.fillRect(QRectF(QPointF(place(FOutside->second), rect.top()), rect.bottomRight()), veil);
+  }
   if (FBand && HasData()) {
     const double left = place(FBand->first);
     const double right = place(FBand->second);
-    QColor veil = palette().color(QPalette::Text);
-    veil.setAlphaF(0.16F);
-    painter.fillRect(QRectF(rect.topLeft(), QPointF(left, rect.bottom())), veil);
-    painter.fillRect(QRectF(QPointF(right, rect.top()), rect.bottomRight()), veil);
     painter.setPen(QPen(highlight, 2));
     painter.drawLine(QPointF(left, rect.top()), QPointF(left, rect.bottom()));
     painter.drawLine(QPointF(right, rect.top()), QPointF(right, rect.bottom()));
@@ -189,9 +207,57 @@ void TNavigatorChart::PaintBand(QCPPainter& painter) const {
   }
 }
 
-void TNavigatorChart::Clicked(const QPointF& position) {
-  if (!HasData() || !Rect().rect().contains(position.toPoint())) return;
-  emit TimeClicked(TimeAxis().pixelToCoord(position.x()));
+TNavigatorChart::TGrip TNavigatorChart::GripAt(const QPointF& position) const {
+  if (!FBand || !HasData()) return TGrip::None;
+  const double left = TimeAxis().coordToPixel(FBand->first);
+  const double right = TimeAxis().coordToPixel(FBand->second);
+  const double x = position.x();
+  // Of two edges in one place the one on the pointer's side.
+  if (std::fabs(x - right) <= kGripReach && (x >= right || right - left > kGripReach)) return TGrip::End;
+  if (std::fabs(x - left) <= kGripReach) return TGrip::Start;
+  return x > left && x < right ? TGrip::Band : TGrip::None;
+}
+
+void TNavigatorChart::MoveGrip(double time) {
+  const auto [first, last] = FullRange();
+  const TTimeSpan data{first, last};
+  const TTimeSpan band{FGripBand.first, FGripBand.second};
+  const double least = kLeastBand * (last - first) / std::max(1, Rect().width());
+  const double moved = time - FGripTime;
+  TTimeSpan now = band;
+  if (FGrip == TGrip::Band) now = DraggedBand(band, data, moved);
+  if (FGrip == TGrip::Start) now = ResizedBand(band, data, true, band.start + moved, least);
+  if (FGrip == TGrip::End) now = ResizedBand(band, data, false, band.end + moved, least);
+  emit BandMoved(now.start, now.end);
+}
+
+void TNavigatorChart::mousePressEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton || !FBand || !HasData()) return;
+  const double time = TimeAxis().pixelToCoord(event->position().x());
+  FGrip = GripAt(event->position());
+  FGripTime = time;
+  FGripBand = *FBand;
+  if (FGrip != TGrip::None) return;
+  // A click beside the band brings its middle there, and it can be dragged on.
+  FGrip = TGrip::Band;
+  FGripTime = (FBand->first + FBand->second) / 2;
+  MoveGrip(time);
+  FGripBand = *FBand;
+  FGripTime = time;
+}
+
+void TNavigatorChart::mouseMoveEvent(QMouseEvent* event) {
+  TTimeChart::mouseMoveEvent(event);
+  if (FGrip != TGrip::None) {
+    MoveGrip(TimeAxis().pixelToCoord(event->position().x()));
+    return;
+  }
+  const TGrip grip = GripAt(event->position());
+  setCursor(grip == TGrip::None ? Qt::ArrowCursor : grip == TGrip::Band ? Qt::OpenHandCursor : Qt::SizeHorCursor);
+}
+
+void TNavigatorChart::mouseReleaseEvent(QMouseEvent* event) {
+  if (event->button() == Qt::LeftButton) FGrip = TGrip::None;
 }
 
 QString TNavigatorChart::CursorText(const QPointF& position) const {

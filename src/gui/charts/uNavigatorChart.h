@@ -22,25 +22,35 @@ class TNavigatorChart final : public TTimeChart {
   void SetMission(const TEventList& events, const TSensorList& sensors);
   void Clear() override;
 
-  // The span that the charts show, a date-time each; what lies outside is shaded.
+  // From the first to the last time; nothing without a point.
+  [[nodiscard]] std::optional<std::pair<double, double>> DataSpan() const;
+  // The span that the charts show, a date-time each.
   void SetBand(double from, double to);
+  // What lies before the one and after the other is shaded.
+  void SetCompanions(double leftEnd, double rightStart);
   // The span of a chart that has a zoom of its own, if one has.
   void SetUnsyncedView(std::optional<std::pair<double, double>> view);
 
   [[nodiscard]] QSize sizeHint() const override { return {400, 90}; }
 
  signals:
-  // A date-time.
-  void TimeClicked(double dateTime);
+  // The user drags the band, resizes it or clicks beside it; date-times.
+  void BandMoved(double start, double end);
 
  protected:
-  void Clicked(const QPointF& position) override;
+  void Clicked(const QPointF& /*position*/) override {}
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
   [[nodiscard]] QString CursorText(const QPointF& position) const override;
   void ScaleValues() override;
 
  private:
   using TSpan = std::pair<double, double>;
+  enum class TGrip { None, Band, Start, End };
 
+  [[nodiscard]] TGrip GripAt(const QPointF& position) const;
+  void MoveGrip(double time);
   void TakeEvents(const TEventList& events, std::optional<TSpan>& range);
   void TakeSensors(const TSensorList& sensors, std::optional<TSpan>& range);
   void PaintOverview(QCPPainter& painter);
@@ -56,7 +66,10 @@ class TNavigatorChart final : public TTimeChart {
   double FStart = 0;                     // the mission's, a date-time
   TSensorLook FLook;
   QString FWhat;  // what is drawn, and its unit
-  std::optional<TSpan> FBand, FUnsynced;
+  std::optional<TSpan> FBand, FOutside, FUnsynced;
+  TGrip FGrip = TGrip::None;              // held by the mouse
+  double FGripTime = 0;                   // where it was taken, a date-time
+  TSpan FGripBand;                        // the band then
   std::vector<TEnvelopePoint> FEnvelope;  // of a replot, kept for their memory
   std::vector<std::size_t> FTicks;
 };

@@ -66,13 +66,24 @@ void TSelectedEventChart::ShowEvent(const TEventList& events, std::size_t index,
   FLevels = ThresholdsOf(mission);
   FindIntervals(event);
 
-  const std::string when = FormatDateTime(DateTimeMask(), DateTimeOf(events.StartTime, event.GetStartTime()));
+  FMissionStart = events.StartTime;
+  ShowTitle();
+  SetFullRange(std::pair(FSamples.Samples().front().time - FStart, FSamples.Samples().back().time - FStart));
+  ShowSamples();
+}
+
+void TSelectedEventChart::RefreshLabels() {
+  if (FEvent != nullptr) ShowTitle();
+  TTimeChart::RefreshLabels();
+}
+
+void TSelectedEventChart::ShowTitle() {
+  const TEvent& event = *FEvent;
+  const std::string when = FormatDateTime(DateTimeMask(), DateTimeOf(FMissionStart, event.GetStartTime()));
   Legend().SetTitle(
       tr("Event %1 · %2 · peak %3 g (%4 g on %5)")
           .arg(event.ID)
           .arg(QtText(when), Figure(double{event.Max}), Figure(double{event.MaxSingle}), QtText(event.MaxAxis)));
-  SetFullRange(std::pair(FSamples.Samples().front().time - FStart, FSamples.Samples().back().time - FStart));
-  ShowSamples();
 }
 
 void TSelectedEventChart::SetHighPass(bool on) {
@@ -91,8 +102,7 @@ void TSelectedEventChart::ShowSamples() {
   FSamples.Set(FHighPass ? std::span<const TEventValue>(FFiltered) : FEvent->Values());
   Measure();
   FindPeak(*FEvent);
-  ScaleValues();
-  QueueReplot();
+  RescaleValues();
   emit SamplesChanged();
 }
 

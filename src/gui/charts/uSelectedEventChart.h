@@ -23,6 +23,7 @@ class TSelectedEventChart final : public TTimeChart {
   // Borrows the event's samples until Clear or the next call; an index past the list clears. Shows the whole event.
   void ShowEvent(const TEventList& events, std::size_t index, const TMissionData& mission);
   void Clear() override;
+  void RefreshLabels() override;
   // Shows the filtered curves of the event instead of the recorded ones, as many points as the filter gives. The peak
   // in the title and the shaded intervals stay those of the recorded samples.
   void SetHighPass(bool on);
@@ -65,6 +66,7 @@ class TSelectedEventChart final : public TTimeChart {
     float value;  // g, signed
   };
 
+  void ShowTitle();
   void ShowSamples();
   void Measure();
   void FindPeak(const TEvent& event);
@@ -79,6 +81,7 @@ class TSelectedEventChart final : public TTimeChart {
   void PaintPeak(QCPPainter& painter) const;
 
   const TEvent* FEvent = nullptr;
+  double FMissionStart = 0;  // a date-time
   bool FHighPass = false;
   std::vector<TEventValue> FFiltered;
   TInTimeOrder<TEventValue> FSamples;

@@ -7,6 +7,7 @@
 #include "base/uDateTime.h"
 #include "gui/charts/uDateTicker.h"
 #include "gui/charts/uNumberTicker.h"
+#include "gui/common/uIcons.h"
 #include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
 
@@ -84,6 +85,17 @@ void TTimeChart::SetTimeRange(double from, double to) {
 
 std::pair<double, double> TTimeChart::TimeRange() const {
   return {FTimeAxis->range().lower, FTimeAxis->range().upper};
+}
+
+void TTimeChart::SetSynced(std::optional<bool> synced) {
+  if (!synced) {
+    Legend().SetTitle({});
+  } else if (*synced) {
+    Legend().SetTitle(tr("Synced"), Icon("dialog-ok-apply"));
+  } else {
+    Legend().SetTitle(tr("Not Synced"), Icon("dialog-cancel"));
+  }
+  QueueReplot();
 }
 
 void TTimeChart::ResetZoom() {

@@ -38,12 +38,14 @@ class TTimeChart : public QCustomPlot {
   void SetRecordingSpan(std::pair<double, double> span);
   // Everything in sight, times and values.
   void ResetZoom();
+  // Says whether the chart shows the navigator's band; nothing says nothing.
+  void SetSynced(std::optional<bool> synced);
   // What the user asks for by a command, and so signalled: by a factor about a moment, below 1 to see less.
   void ZoomTime(double factor, double about);
   // By a part of what is in sight.
   void PanTime(double part);
   // Follows a change of the program's date format.
-  void RefreshLabels() { QueueReplot(); }
+  virtual void RefreshLabels() { QueueReplot(); }
 
   // A vertical line with the values at the pointer. Locked it stays where it was clicked; until then, and unlocked, it
   // follows the pointer. Other data take the clicked place away.

@@ -1,5 +1,6 @@
 #include "gui/common/DatasetTableModel.h"
 
+#include <QTextDocument>
 #include <algorithm>
 #include <limits>
 #include <utility>
@@ -9,6 +10,7 @@
 namespace {
 
 const TDisplaySettings kPlain;
+constexpr qsizetype kLongestTip = 200;  // characters
 
 QString InWords(TCellImage image) {
   switch (image) {
@@ -116,6 +118,6 @@ QVariant DatasetTableModel::headerData(int section, Qt::Orientation orientation,
   if (orientation == Qt::Vertical || FTable == nullptr || section < 0 || section >= columnCount()) return {};
   const TField& field = FTable->Fields()[FFields[static_cast<std::size_t>(section)]];
   if (role == Qt::DisplayRole) return QtText(field.Label);
-  if (role == Qt::ToolTipRole) return QtText(field.Label);
+  if (role == Qt::ToolTipRole) return Qt::convertFromPlainText(ShownText(field.Label, kLongestTip));
   return {};
 }

@@ -55,7 +55,9 @@ TGrid::TGrid(const QString& name, const QString& title, TIndexKeyOf indexKeyOf, 
   connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int column, int /*before*/, int width) {
     if (column >= FModel->columnCount()) return;
     const QString field = FModel->FieldKey(column);
-    if (FFitted.contains(field)) FFitted.insert(field, width);
+    if (!FFitted.contains(field)) return;
+    FFitted.insert(field, width);
+    if (!FFitting) FSizedByUser.insert(field);
   });
   connect(verticalScrollBar(), &QScrollBar::valueChanged, this, &TGrid::HoverAnew);
 }
@@ -94,8 +96,26 @@ void TGrid::SetCurrentId(std::optional<std::size_t> id) {
   horizontalScrollBar()->setValue(left);
 }
 
+int TGrid::NeededWidth(int column) const {
+  // The mark of the sorted column needs room, too.
+  const int title = horizontalHeader()->sectionSizeHint(column) + style()->pixelMetric(QStyle::PM_HeaderMarkSize);
+  // Numbers grow to the end; the view measures the first rows alone.
+  const int last = sizeHintForIndex(FModel->index(FModel->rowCount() - 1, column)).width();
+  return std::max({title, last, sizeHintForColumn(column)}) + kColumnPadding;
+}
+
+void TGrid::Reformat() {
+  Refresh();
+  for (int column = 0; FModel->rowCount() > 0 && column < FModel->columnCount(); ++column) {
+    if (FSizedByUser.contains(FModel->FieldKey(column))) continue;
+    const QScopedValueRollback<bool> fitting(FFitting, true);
+    setColumnWidth(column, std::max(columnWidth(column), NeededWidth(column)));
+  }
+}
+
 // Widths are the user's once they fit the content.
 void TGrid::FitColumnsOnce() {
+  const QScopedValueRollback<bool> fitting(FFitting, true);
   if (FModel->rowCount() == 0) return;
   for (int column = 0; column < FModel->columnCount(); ++column) {
     const QString field = FModel->FieldKey(column);
@@ -103,11 +123,7 @@ void TGrid::FitColumnsOnce() {
       setColumnWidth(column, FFitted.value(field));
       continue;
     }
-    // The mark of the sorted column needs room, too.
-    const int title = horizontalHeader()->sectionSizeHint(column) + style()->pixelMetric(QStyle::PM_HeaderMarkSize);
-    // Numbers grow to the end; the view measures the first rows alone.
-    const int last = sizeHintForIndex(FModel->index(FModel->rowCount() - 1, column)).width();
-    setColumnWidth(column, std::max({title, last, sizeHintForColumn(column)}) + kColumnPadding);
+    setColumnWidth(column, NeededWidth(column));
     FFitted.insert(field, columnWidth(column));
   }
 }

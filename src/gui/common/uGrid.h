@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QHash>
+#include <QSet>
 #include <QTableView>
 #include <functional>
 #include <optional>
@@ -29,6 +30,8 @@ class TGrid : public QTableView {
   // The table's order, or which of its rows it shows, changed: redraws what is visible and moves the sort mark; the
   // scroll position stays.
   void Refresh();
+  // Formats or labels changed: columns that the user left alone grow to fit.
+  void Reformat();
   // Makes the row of this "ID" the current one and scrolls to it; nothing takes the current row away. TitleClicked and
   // RowChosen are not emitted.
   void SetCurrentId(std::optional<std::size_t> id);
@@ -49,6 +52,7 @@ class TGrid : public QTableView {
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
 
  private:
+  [[nodiscard]] int NeededWidth(int column) const;
   void FitColumnsOnce();
   void MarkSortedColumn();
   void Hover(int row);
@@ -59,6 +63,8 @@ class TGrid : public QTableView {
   QString FNothing;
   QString FClickedField;
   QHash<QString, int> FFitted;  // the widths of columns, by field
+  QSet<QString> FSizedByUser;   // fields
+  bool FFitting = false;
   int FHovered = -1;
   bool FSetting = false;   // the program, not the user, moves the current row
   bool FChoosing = false;  // the user does, just now

@@ -43,6 +43,7 @@
 #include "gui/welcome/uWellcomePanel.h"
 #include "shell/uFilterCommands.h"
 #include "shell/uLayoutCommands.h"
+#include "shell/uNavigatorCommands.h"
 #include "shell/uOrderingCommands.h"
 #include "shell/uSettingsCommands.h"
 
@@ -63,6 +64,7 @@ TKorvexMainForm::TKorvexMainForm(TProgram program, std::uint64_t memoryBound)
   ConnectRecent();
   ConnectGrids();
   ConnectCharts();
+  ConnectNavigator();
   ConnectSettings();
   ConnectFilter();
   FormCreate();
@@ -70,6 +72,7 @@ TKorvexMainForm::TKorvexMainForm(TProgram program, std::uint64_t memoryBound)
 
 // Qt's parents take the views after the flow has gone with the mission that they show.
 TKorvexMainForm::~TKorvexMainForm() {
+  FParts->alarmLimits->hide();
   Guarded(nullptr, [this] { FScreen->EmptyGridsAndCharts(); });
 }
 
@@ -159,7 +162,8 @@ void TKorvexMainForm::ConnectGrids() {
 void TKorvexMainForm::ConnectCharts() {
   for (TTimeChart* chart : findChildren<TTimeChart*>()) {
     const bool zooms = chart != FParts->docks.ChartNavigator;
-    chart->setStatusTip(zooms ? tr("drag: zoom · middle drag: pan · double-click: reset") : tr("the whole recording"));
+    chart->setStatusTip(zooms ? tr("drag: zoom · middle drag: pan · double-click: reset")
+                              : tr("drag: move the band · drag an edge: resize it"));
     connect(chart, &TTimeChart::CursorValueChanged, this, [this](const QString& text) {
       FParts->statusHint->setText(text.isEmpty() ? QString()
                                                  : tr("drag: zoom · middle drag: pan · double-click: reset"));
@@ -173,6 +177,20 @@ void TKorvexMainForm::ConnectCharts() {
   for (TEventsChart* chart : {FParts->overview->Chart1(), FParts->shock->Chart20()}) {
     connect(chart, &TEventsChart::EventClicked, this, &TKorvexMainForm::Select);
   }
+}
+
+void TKorvexMainForm::ConnectNavigator() {
+  for (TTimeChart* chart : std::initializer_list<TTimeChart*>{FParts->overview->Chart1(), FParts->shock->Chart20(),
+                                                              FParts->overview->ChartAllSensors()}) {
+    connect(chart, &TTimeChart::TimeRangeChanged, this, [this, chart] { FScreen->TellSynced(*chart); });
+    // Back to the band.
+    connect(chart, &TTimeChart::ZoomReset, this, [this, chart] {
+      if (FFlow->FileShown()) FScreen->SetChartSpan(Utf8(chart->objectName()), FFlow->Mission().Band);
+    });
+  }
+  connect(FParts->docks.ChartNavigator, &TNavigatorChart::BandMoved, this, [this](double start, double end) {
+    if (FFlow->FileShown()) Guarded(this, [&] { MoveNavigatorBand(FFlow->Mission(), {start, end}, *FScreen); });
+  });
 }
 
 void TKorvexMainForm::ConnectSettings() {
@@ -190,8 +208,8 @@ void TKorvexMainForm::ConnectFilter() {
     if (FFlow->FileShown()) Guarded(this, [&] { ChangeFilter(FFlow->Mission(), filter, *FScreen); });
   });
   connect(FParts->filter, &TFilterPanel::NavigatorSpanRequested, this, [this] {
-    const auto [from, to] = FParts->overview->Chart1()->TimeRange();
-    FParts->filter->SetTimeSpan(from, to);
+    const TTimeSpan& band = FFlow->Mission().Band;
+    FParts->filter->SetTimeSpan(band.start, band.end);
   });
   connect(FParts->statusEvents, &TFilterChip::OffClicked, this, [this] {
     if (FFlow->FileShown()) Guarded(this, [&] { std::ignore = ActivateFilter(FFlow->Mission(), false, *FScreen); });
@@ -258,8 +276,48 @@ void TKorvexMainForm::actFilterEditExecute() {
   FParts->filter->Open();
 }
 
-void TKorvexMainForm::actZoomResetExecute() {
-  for (TTimeChart* chart : findChildren<TTimeChart*>()) chart->ResetZoom();
+void TKorvexMainForm::actNavSetIntAllExecute() {
+  NavigatorAll(FFlow->Mission(), *FScreen);
+}
+
+void TKorvexMainForm::actNavSetIntYearExecute() {
+  NavigatorInterval(FFlow->Mission(), kYearInterval, *FScreen);
+}
+
+void TKorvexMainForm::actNavSetIntMonthExecute() {
+  NavigatorInterval(FFlow->Mission(), kMonthInterval, *FScreen);
+}
+
+void TKorvexMainForm::actNavSetIntWeekExecute() {
+  NavigatorInterval(FFlow->Mission(), kWeekInterval, *FScreen);
+}
+
+void TKorvexMainForm::actNavSetIntDayExecute() {
+  NavigatorInterval(FFlow->Mission(), kDayInterval, *FScreen);
+}
+
+void TKorvexMainForm::actNavSetIntHourExecute() {
+  NavigatorInterval(FFlow->Mission(), kHourInterval, *FScreen);
+}
+
+void TKorvexMainForm::actNavSetIntMinExecute() {
+  NavigatorInterval(FFlow->Mission(), kMinInterval, *FScreen);
+}
+
+void TKorvexMainForm::actNavFwdExecute() {
+  NavigatorForward(FFlow->Mission(), *FScreen);
+}
+
+void TKorvexMainForm::actNavRwdExecute() {
+  NavigatorRewind(FFlow->Mission(), *FScreen);
+}
+
+void TKorvexMainForm::btnToolsSensorsChartSyncWNavClick() {
+  SyncNavigator(FFlow->Mission(), "ChartAllSensors", *FScreen);
+}
+
+void TKorvexMainForm::btnToolsShockSyncWNavClick() {
+  SyncNavigator(FFlow->Mission(), FFlow->View() == TView::Shock ? "Chart20" : "Chart1", *FScreen);
 }
 
 void TKorvexMainForm::actAlarmSetExecute() {}
@@ -309,6 +367,7 @@ void TKorvexMainForm::closeEvent(QCloseEvent* event) {
     event->ignore();
     return;
   }
+  FParts->alarmLimits->hide();  // takes what is being typed
   Guarded(this, [this] { FormClose(); });
   QMainWindow::closeEvent(event);
 }

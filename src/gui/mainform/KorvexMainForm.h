@@ -41,7 +41,17 @@ class TKorvexMainForm : public QMainWindow {
   void actPreviousEventExecute();
   void actFilterActiveExecute();
   void actFilterEditExecute();
-  void actZoomResetExecute();
+  void actNavSetIntAllExecute();
+  void actNavSetIntYearExecute();
+  void actNavSetIntMonthExecute();
+  void actNavSetIntWeekExecute();
+  void actNavSetIntDayExecute();
+  void actNavSetIntHourExecute();
+  void actNavSetIntMinExecute();
+  void actNavFwdExecute();
+  void actNavRwdExecute();
+  void btnToolsSensorsChartSyncWNavClick();
+  void btnToolsShockSyncWNavClick();
   // What is shown follows the toggle, as it follows every setting.
   void actAlarmSetExecute();
   void actAlarmLimitsExecute();
@@ -66,6 +76,7 @@ class TKorvexMainForm : public QMainWindow {
   void ConnectRecent();
   void ConnectGrids();
   void ConnectCharts();
+  void ConnectNavigator();
   void ConnectSettings();
   void ConnectFilter();
   void Select(std::size_t event);

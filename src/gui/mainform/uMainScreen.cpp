@@ -16,6 +16,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "base/uText.h"
 #include "gui/charts/uEventsChart.h"
 #include "gui/charts/uNavigatorChart.h"
 #include "gui/charts/uSelectedEventChart.h"
@@ -156,7 +157,7 @@ void TMainScreen::AddUserManualIcon(std::string_view name, std::string_view capt
 }
 
 void TMainScreen::SetOpenDialogFolder(std::string_view folder) {
-  if (!folder.empty()) FParts.backstage->SetBrowsePath(QtText(folder));
+  FParts.backstage->ProposeBrowsePath(QtText(folder));
 }
 
 void TMainScreen::PrepareSensorsAxes() {
@@ -240,8 +241,13 @@ void TMainScreen::CloseWindow() {
 
 void TMainScreen::EmptyGridsAndCharts() {
   FMission = nullptr;
+  FShownEvent.reset();
+  TellLimits();
   for (TGrid* grid : FWindow.findChildren<TGrid*>()) grid->SetDataset(nullptr);
-  for (TTimeChart* chart : FWindow.findChildren<TTimeChart*>()) chart->Clear();
+  for (TTimeChart* chart : FWindow.findChildren<TTimeChart*>()) {
+    chart->SetSynced(std::nullopt);
+    chart->Clear();
+  }
   FParts.shock->ShowCards({}, std::nullopt, {});
   FParts.docks.details->ShowSections({});
   FParts.report->Clear();
@@ -251,6 +257,7 @@ void TMainScreen::EmptyGridsAndCharts() {
 }
 
 void TMainScreen::PopulateChartSeries(const TShownMission& mission) {
+  ShowInCharts(mission.Display);
   for (TEventsChart* chart : {FParts.overview->Chart1(), FParts.shock->Chart20()}) {
     chart->SetEvents(mission.Events, mission.Data);
   }
@@ -271,6 +278,7 @@ void TMainScreen::UpdateKorvexUI(TShownMission& mission) {
   FParts.docks.DBGrid2->SetDataset(&mission.Tables.Sensors);
   FParts.docks.DBGrid8->SetDataset(&mission.Tables.Battery);
   ShowDetails(mission);
+  TellLimits();
   FParts.filter->SetMission(&mission);
   ShowFilter(mission);
 }
@@ -283,10 +291,55 @@ void TMainScreen::FreePointAbsorptionLists() {
   for (TEventsChart* chart : {FParts.overview->Chart1(), FParts.shock->Chart20()}) chart->Clear();
 }
 
+std::optional<TTimeSpan> TMainScreen::NavigatorSpan() const {
+  const auto span = FParts.docks.ChartNavigator->DataSpan();
+  if (!span) return std::nullopt;
+  return TTimeSpan{span->first, span->second};
+}
+
+void TMainScreen::SetNavigatorBand(const TTimeSpan& band) {
+  FParts.docks.ChartNavigator->SetBand(band.start, band.end);
+}
+
+void TMainScreen::SetNavigatorCompanions(const TTimeSpan& band) {
+  FParts.docks.ChartNavigator->SetCompanions(band.start, band.end);
+}
+
+void TMainScreen::SetUnsyncedView(const std::optional<TTimeSpan>& view) {
+  std::optional<std::pair<double, double>> shown;
+  if (view) shown = std::pair(view->start, view->end);
+  FParts.docks.ChartNavigator->SetUnsyncedView(shown);
+}
+
+TTimeSpan TMainScreen::ChartSpan(std::string_view chart) const {
+  const auto [start, end] = Control<TTimeChart>(chart).TimeRange();
+  return {start, end};
+}
+
+void TMainScreen::SetChartSpan(std::string_view chart, const TTimeSpan& span) {
+  auto& shown = Control<TTimeChart>(chart);
+  shown.SetTimeRange(span.start, span.end);
+  TellSynced(shown);
+}
+
+void TMainScreen::TellSynced(TTimeChart& chart) {
+  if (FMission == nullptr) return;
+  const auto [start, end] = chart.TimeRange();
+  const TTimeSpan shown{start, end};
+  const bool synced = shown == FMission->Band;
+  chart.SetSynced(synced);
+  SetUnsyncedView(synced ? std::nullopt : std::optional(shown));
+}
+
+bool TMainScreen::Confirm(std::string_view question) {
+  return AskUser(&FWindow, QtText(question));
+}
+
 void TMainScreen::RefreshDisplay(const TShownMission& mission) {
   ShowInCharts(mission.Display);
+  TellLimits();
   if (FMission == nullptr) return;
-  for (TGrid* grid : FWindow.findChildren<TGrid*>()) grid->Refresh();
+  for (TGrid* grid : FWindow.findChildren<TGrid*>()) grid->Reformat();
   FParts.shock->ShowCards(mission.Tables.Events, mission.SelectedEvent, mission.Display);
   ShowDetails(mission);
   FParts.filter->SetMission(&mission);
@@ -337,6 +390,17 @@ void TMainScreen::ShowInCharts(const TDisplaySettings& display) {
   for (TTimeChart* chart : FWindow.findChildren<TTimeChart*>()) chart->RefreshLabels();
 }
 
+// The limits of the recording stand beside the user's.
+void TMainScreen::TellLimits() {
+  QString text;
+  if (FMission != nullptr && FMission->Display.AccelerationFromFile) {
+    const TLimits& limits = FMission->Display.LimitsOf(TQuantity::Acceleration);
+    text = QObject::tr("from the file: %1 … %2 g")
+               .arg(QtText(GeneralFloat(limits.least)), QtText(GeneralFloat(limits.largest)));
+  }
+  Control<QLabel>("lblAlarmAccFromFile").setText(text);
+}
+
 void TMainScreen::ShowDetails(const TShownMission& mission) {
   FParts.docks.details->ShowSections({{QObject::tr("Mission"), HeaderFigures(mission.Data)},
                                       {QObject::tr("Events"), EventFigures(mission.Summary, mission.Events)},
@@ -366,6 +430,7 @@ void TMainScreen::ShowSelectedEvent(std::optional<std::size_t> event) {
   FParts.overview->MostImportant()->SetCurrentId(event);
   if (FMission == nullptr) return;
   FParts.shock->ShowCards(FMission->Tables.Events, event, FMission->Display);
+  if (std::exchange(FShownEvent, event) == event) return;  // its chart keeps its zoom
   if (event) {
     FParts.shock->Chart2()->ShowEvent(FMission->Events, *event, FMission->Data);
   } else {

@@ -10,6 +10,7 @@
 
 class QMainWindow;
 class QWidget;
+class TTimeChart;
 struct TMainParts;
 
 // The property of actions whose state the settings keep. They can be executed also while their group is out of sight,
@@ -68,6 +69,15 @@ class TMainScreen final : public IMainScreen {
   void UpdateKorvexUI(TShownMission& mission) override;
   void PrepareReport(const TShownMission& mission) override;
   void FreePointAbsorptionLists() override;
+  [[nodiscard]] std::optional<TTimeSpan> NavigatorSpan() const override;
+  void SetNavigatorBand(const TTimeSpan& band) override;
+  void SetNavigatorCompanions(const TTimeSpan& band) override;
+  void SetUnsyncedView(const std::optional<TTimeSpan>& view) override;
+  [[nodiscard]] TTimeSpan ChartSpan(std::string_view chart) const override;
+  void SetChartSpan(std::string_view chart, const TTimeSpan& span) override;
+  [[nodiscard]] bool Confirm(std::string_view question) override;
+  // A main chart shows another span than before: it says whether that is the band, and the navigator shows it if not.
+  void TellSynced(TTimeChart& chart);
   void RefreshDisplay(const TShownMission& mission) override;
   void RefreshGrid(std::string_view grid) override;
   void RebuildFilteredEvents() override;
@@ -80,11 +90,13 @@ class TMainScreen final : public IMainScreen {
   [[nodiscard]] T& Control(std::string_view name) const;
 
   void ShowInCharts(const TDisplaySettings& display);
+  void TellLimits();
   void ShowDetails(const TShownMission& mission);
 
   QMainWindow& FWindow;
   TMainParts& FParts;
   TSettingsBinder& FSettings;
   const TShownMission* FMission = nullptr;  // while its views are filled
+  std::optional<std::size_t> FShownEvent;   // in Chart2
   QElapsedTimer FPainted;                   // since the messages were last processed
 };

@@ -55,3 +55,13 @@ std::optional<QString> AskWhereToSave(QWidget* parent, const QString& title, con
 void TellUser(QWidget* parent, const QString& text, const QString& details) {
   ShowBox(parent, QMessageBox::Warning, "msgFile", text, details);
 }
+
+bool AskUser(QWidget* parent, const QString& question) {
+  QMessageBox box(QMessageBox::Question, QObject::tr("ShockScope"), question, QMessageBox::Ok | QMessageBox::Cancel,
+                  parent);
+  box.setObjectName("msgConfirm");
+  box.setTextFormat(Qt::PlainText);
+  box.setDefaultButton(QMessageBox::Ok);
+  box.setEscapeButton(QMessageBox::Cancel);
+  return box.exec() == QMessageBox::Ok;
+}

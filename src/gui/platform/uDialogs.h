@@ -20,3 +20,6 @@ std::optional<QString> AskWhereToSave(QWidget* parent, const QString& title, con
 
 // One message box: what happened, and the file and reason below it.
 void TellUser(QWidget* parent, const QString& text, const QString& details);
+
+// A question with OK and Cancel; Enter says OK, Esc Cancel.
+bool AskUser(QWidget* parent, const QString& question);

@@ -155,6 +155,10 @@ void TBackstage::SetFilePatterns(const QStringList& patterns) {
   FCurrentFolder->SetFilePatterns(patterns);
 }
 
+void TBackstage::ProposeBrowsePath(const QString& path) {
+  FBrowsePath->ProposePath(path);
+}
+
 void TBackstage::SetBrowsePath(const QString& path) {
   FBrowsePath->SetPath(path);
 }

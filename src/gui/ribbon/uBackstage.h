@@ -35,6 +35,8 @@ class TBackstage : public QWidget {
 
   void SetFilePatterns(const QStringList& patterns);  // "*.kshock" unless told otherwise
   void SetBrowsePath(const QString& path);
+  // Fills the path in; nothing is looked at before the user answers.
+  void ProposeBrowsePath(const QString& path);
   void SetCurrentFolder(const QString& folder);
   void SetVersion(const QString& version);
 

@@ -89,8 +89,12 @@ void TBrowsePathPage::SetFilePatterns(const QStringList& patterns) {
   if (FFiles != nullptr) FFiles->setNameFilters(FPatterns);
 }
 
-void TBrowsePathPage::SetPath(const QString& path) {
+void TBrowsePathPage::ProposePath(const QString& path) {
   FPath->setText(QDir::toNativeSeparators(path));
+}
+
+void TBrowsePathPage::SetPath(const QString& path) {
+  ProposePath(path);
   Answer();
 }
 

@@ -16,6 +16,7 @@ class TBrowsePathPage : public QWidget {
   explicit TBrowsePathPage(QWidget* parent);
 
   void SetFilePatterns(const QStringList& patterns);
+  void ProposePath(const QString& path);
   // Fills in the path and answers it as if it had been typed.
   void SetPath(const QString& path);
 

@@ -38,12 +38,18 @@ TColourBox::TColourBox(QWidget* parent) : QComboBox(parent) {
   connect(this, &QComboBox::activated, this, [this](int index) {
     if (index == count() - 1) {
       setCurrentIndex(FChosen);
-      Guarded(window(), [this] { AskForOne(); });
+      if (FListWasOpen) Guarded(window(), [this] { AskForOne(); });
     } else if (index != FChosen) {
       FChosen = index;
       Q_EMIT ColourChanged();
     }
+    FListWasOpen = false;
   });
+}
+
+void TColourBox::showPopup() {
+  FListWasOpen = true;
+  QComboBox::showPopup();
 }
 
 void TColourBox::AddColour(const QString& caption, const std::string& text, int at) {

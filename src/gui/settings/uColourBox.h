@@ -17,9 +17,13 @@ class TColourBox : public QComboBox {
  signals:
   void ColourChanged();
 
+ protected:
+  void showPopup() override;
+
  private:
   void AddColour(const QString& caption, const std::string& text, int at);
   void AskForOne();
 
-  int FChosen = 0;  // stays while the dialog asks
+  bool FListWasOpen = false;  // "Another…" asks only when chosen from the open list
+  int FChosen = 0;            // stays while the dialog asks
 };

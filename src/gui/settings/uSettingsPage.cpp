@@ -10,6 +10,7 @@
 
 #include "gui/common/uLogos.h"
 #include "gui/common/uQtText.h"
+#include "gui/common/uWheelGuard.h"
 #include "gui/settings/uColourBox.h"
 #include "gui/settings/uLogoEdit.h"
 #include "shell/uSettingsSchema.h"
@@ -35,10 +36,9 @@ void Describe(QWidget& control, const TRow& row) {
   control.setToolTip(*row.hint == '\0' ? PlainText(row.caption) : QObject::tr(row.hint));
 }
 
-// Wheel turns over a page scroll the page, they do not change what happens to be under the pointer.
 void AddRow(QFormLayout& form, const TRow& row, QWidget* control) {
   Describe(*control, row);
-  control->setFocusPolicy(Qt::StrongFocus);
+  new TWheelGuard(*control);
   form.addRow(QObject::tr(row.caption), control);
 }
 

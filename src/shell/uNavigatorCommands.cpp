@@ -1,0 +1,66 @@
+#include "shell/uNavigatorCommands.h"
+
+namespace {
+
+constexpr std::string_view kCharts[] = {"Chart1", "ChartAllSensors", "Chart20"};
+
+void SetBand(TShownMission& mission, const TTimeSpan& band, IMainScreen& screen) {
+  mission.Band = band;
+  screen.SetNavigatorBand(band);
+  screen.SetNavigatorCompanions(band);
+}
+
+void SetInterval(TShownMission& mission, const TTimeSpan& band, IMainScreen& screen) {
+  SetBand(mission, band, screen);
+  screen.Repaint("Chart1");
+  screen.Repaint("ChartAllSensors");
+  NavigatorBandResized(mission, screen);
+}
+
+void Step(TShownMission& mission, TTimeSpan (*moved)(const TTimeSpan&, const TTimeSpan&), IMainScreen& screen) {
+  const auto data = screen.NavigatorSpan();
+  if (!data) return;
+  SetBand(mission, moved(mission.Band, *data), screen);
+  screen.Repaint("ChartNavigator");
+  NavigatorBandResized(mission, screen);
+}
+
+}  // namespace
+
+void NavigatorAll(TShownMission& mission, IMainScreen& screen) {
+  if (const auto data = screen.NavigatorSpan()) SetInterval(mission, *data, screen);
+}
+
+void NavigatorInterval(TShownMission& mission, const TCalendarStep& interval, IMainScreen& screen) {
+  if (const auto data = screen.NavigatorSpan()) {
+    SetInterval(mission, IntervalBand(mission.Band, *data, interval), screen);
+  }
+}
+
+void NavigatorForward(TShownMission& mission, IMainScreen& screen) {
+  Step(mission, ForwardBand, screen);
+}
+
+void NavigatorRewind(TShownMission& mission, IMainScreen& screen) {
+  Step(mission, RewindBand, screen);
+}
+
+void MoveNavigatorBand(TShownMission& mission, const TTimeSpan& band, IMainScreen& screen) {
+  mission.Band = band;
+  screen.SetNavigatorBand(band);
+  NavigatorBandResized(mission, screen);
+}
+
+void NavigatorBandResized(const TShownMission& mission, IMainScreen& screen) {
+  for (const std::string_view chart : kCharts) screen.SetChartSpan(chart, mission.Band);
+  screen.SetUnsyncedView(std::nullopt);
+  screen.SetNavigatorCompanions(mission.Band);
+  screen.Repaint("Chart1");
+}
+
+void SyncNavigator(TShownMission& mission, std::string_view chart, IMainScreen& screen) {
+  if (!screen.NavigatorSpan()) return;
+  constexpr std::string_view kQuestion = "Do you really want to sync the navigator with the currently viewed timespan?";
+  if (std::get<bool>(screen.Value("chboxDialogConfirmationsSync")) && !screen.Confirm(kQuestion)) return;
+  MoveNavigatorBand(mission, screen.ChartSpan(chart), screen);
+}

@@ -1,0 +1,23 @@
+// The navigator's commands on the shown mission: each moves the band and lets the charts follow, in this order. Where
+// the navigator has no point they do nothing at all.
+#pragma once
+
+#include <string_view>
+
+#include "navigation/uTimeNavigator.h"
+#include "shell/uMainScreen.h"
+
+// The band over everything, as after loading.
+void NavigatorAll(TShownMission& mission, IMainScreen& screen);
+void NavigatorInterval(TShownMission& mission, const TCalendarStep& interval, IMainScreen& screen);
+void NavigatorForward(TShownMission& mission, IMainScreen& screen);
+void NavigatorRewind(TShownMission& mission, IMainScreen& screen);
+
+// The user moved or resized the band, or it is set to a span.
+void MoveNavigatorBand(TShownMission& mission, const TTimeSpan& band, IMainScreen& screen);
+
+// Applies the band to the charts.
+void NavigatorBandResized(const TShownMission& mission, IMainScreen& screen);
+
+// The band becomes what this chart shows, after a question when the settings want one.
+void SyncNavigator(TShownMission& mission, std::string_view chart, IMainScreen& screen);

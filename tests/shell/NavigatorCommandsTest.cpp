@@ -1,0 +1,69 @@
+#include "shell/uNavigatorCommands.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/support/uLoggingScreen.h"
+
+namespace {
+
+class NavigatorCommands : public testing::Test {
+ protected:
+  NavigatorCommands() { FScreen.Data = TTimeSpan{0, 10}; }
+  // What follows every change of the band.
+  static std::string Applied(const std::string& band) {
+    return fmt::format(
+        "Chart1 shows {0}; ChartAllSensors shows {0}; Chart20 shows {0}; unsynced none; companions of {0}; "
+        "repaint Chart1; ",
+        band);
+  }
+  static std::string Interval(const std::string& band) {
+    return fmt::format("band {0}; companions of {0}; repaint Chart1; repaint ChartAllSensors; ", band) + Applied(band);
+  }
+  static std::string Step(const std::string& band) {
+    return fmt::format("band {0}; companions of {0}; repaint ChartNavigator; ", band) + Applied(band);
+  }
+
+  TShownMission FMission;
+  TLoggingScreen FScreen;
+};
+
+TEST_F(NavigatorCommands, MoveTheBandThenItsCompanionsThenTheCharts) {
+  NavigatorAll(FMission, FScreen);
+  EXPECT_EQ(FScreen.Said(), Interval("0-10"));
+  NavigatorInterval(FMission, kDayInterval, FScreen);
+  EXPECT_EQ(FScreen.Said(), Interval("0-1"));
+  NavigatorForward(FMission, FScreen);
+  EXPECT_EQ(FScreen.Said(), Step("1-2"));
+  NavigatorRewind(FMission, FScreen);
+  EXPECT_EQ(FScreen.Said(), Step("0-1"));
+  FScreen.Data = TTimeSpan{0, 0.5};
+  NavigatorInterval(FMission, kDayInterval, FScreen);
+  EXPECT_EQ(FScreen.Said(), Interval("0-0.5")) << "shorter than a day";
+}
+
+TEST_F(NavigatorCommands, WithoutAPointNothingHappens) {
+  FScreen.Data.reset();
+  FMission.Band = {1, 2};
+  NavigatorAll(FMission, FScreen);
+  NavigatorInterval(FMission, kYearInterval, FScreen);
+  NavigatorForward(FMission, FScreen);
+  NavigatorRewind(FMission, FScreen);
+  SyncNavigator(FMission, "Chart1", FScreen);
+  EXPECT_EQ(FScreen.Said(), "");
+  EXPECT_EQ(FMission.Band, (TTimeSpan{1, 2}));
+}
+
+TEST_F(NavigatorCommands, SyncAsksWhenTheSettingsWantIt) {
+  const std::string question = "ask \"Do you really want to sync the navigator with the currently viewed timespan?\"; ";
+  FScreen.Confirms = false;
+  SyncNavigator(FMission, "Chart1", FScreen);
+  EXPECT_EQ(FScreen.Said(), question);
+  FScreen.Confirms = true;
+  SyncNavigator(FMission, "Chart1", FScreen);
+  EXPECT_EQ(FScreen.Said(), question + "band 2-3; " + Applied("2-3"));
+  FScreen.Values["chboxDialogConfirmationsSync"] = false;
+  SyncNavigator(FMission, "ChartAllSensors", FScreen);
+  EXPECT_EQ(FScreen.Said(), "band 2-3; " + Applied("2-3"));
+}
+
+}  // namespace
