@@ -20,7 +20,7 @@ void Filter(std::span<const TEventValue> samples, float TEventValue::*value, TFo
     return;
   }
   axis.Forward();
-  for (const std::size_t line : {1, 2}) {
+  for (const std::size_t line : {std::size_t{1}, std::size_t{2}}) {
     axis.SetReal(line, 0);
     axis.SetImag(line, 0);
   }
