@@ -33,8 +33,9 @@ TStatus SpectrumCommand(const std::string& file, std::size_t event, TSpectrumTyp
                         const TConsole& console);
 
 // What `kshock export` can write, in the order in which it does.
-inline constexpr std::array<std::string_view, 6> kExports = {"events-csv", "peaks-csv",   "calibration-csv",
-                                                             "shocks-csv", "sensors-csv", "battery-csv"};
+inline constexpr std::array<std::string_view, 11> kExports = {
+    "events-csv",  "peaks-csv",   "calibration-csv", "shocks-csv",   "sensors-csv",      "battery-csv",
+    "events-xlsx", "shocks-xlsx", "sensors-xlsx",    "battery-xlsx", "measurements-xlsx"};
 
 struct TExportRequest {
   std::string folder;

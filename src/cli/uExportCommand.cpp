@@ -17,6 +17,7 @@
 #include "cli/uCommands.h"
 #include "cli/uRecording.h"
 #include "export/uCsvExports.h"
+#include "export/uXlsxExports.h"
 
 namespace fs = std::filesystem;
 
@@ -139,12 +140,25 @@ void Export(std::string_view what, TSource& source, IProgress& progress) {
   const auto table = [&](TDataset& dataset, std::string_view prefix) {
     ExportTableCsv(dataset, FileFor(source, prefix, ".csv"), progress);
   };
+  const auto workbook = [&](TDataset& dataset, std::string_view prefix) {
+    ExportTableXlsx(source.recording.mission, dataset, FileFor(source, prefix, ".xlsx"), progress);
+  };
+  const fs::path missionWorkbook = FileFor(source, kMissionName, ".xlsx");
   if (what == "events-csv") events(TEventFiles::Samples, source.visible);
   if (what == "peaks-csv") events(TEventFiles::Peaks, source.all);
   if (what == "calibration-csv") events(TEventFiles::Calibration, source.visible);
   if (what == "shocks-csv") table(source.visibleTable, kShocksName);
   if (what == "sensors-csv") table(source.tables.Sensors, kSensorsName);
   if (what == "battery-csv") table(source.tables.Battery, kBatteryName);
+  if (what == "events-xlsx") {
+    ExportEventsXlsx({source.recording.events, source.tables.Events}, source.visible, missionWorkbook, progress);
+  }
+  if (what == "shocks-xlsx") workbook(source.visibleTable, kShocksWorkbookName);
+  if (what == "sensors-xlsx") workbook(source.tables.Sensors, kSensorsName);
+  if (what == "battery-xlsx") workbook(source.tables.Battery, kBatteryName);
+  if (what == "measurements-xlsx") {
+    ExportMeasurementsXlsx(source.tables.Sensors, source.tables.Battery, missionWorkbook, progress);
+  }
 }
 
 // The file or folder that could not be written, where the failure knows it.
@@ -162,6 +176,13 @@ TStatus ExportCommand(const std::string& file, const TExportRequest& request, co
         fmt::format("kshock: \"{}\" is no filter; acc=6..20,tot=..50,axis=X-pos is one.\n", Printable(request.filter)));
     return TStatus::WrongUse;
   }
+  const auto isWanted = [&request](std::string_view what) {
+    return std::ranges::find(request.what, what) != request.what.end();
+  };
+  if (isWanted("events-xlsx") && isWanted("measurements-xlsx")) {
+    console.err("kshock: events-xlsx and measurements-xlsx have one name; write them to two folders.\n");
+    return TStatus::WrongUse;
+  }
   const TRecording recording = ReadRecording(file, console);
   if (!recording.HasMission()) return recording.status;
   const TShortDateFormat dateFormat(request.dateFormat);
@@ -169,7 +190,7 @@ TStatus ExportCommand(const std::string& file, const TExportRequest& request, co
   LoadTables(*filter, source);
   TStatus status = recording.status;
   for (const std::string_view what : kExports) {
-    if (std::ranges::find(request.what, what) == request.what.end()) continue;
+    if (!isWanted(what)) continue;
     try {
       TConsoleProgress progress(what, console);
       Export(what, source, progress);

@@ -7,6 +7,7 @@
 #include <csignal>
 
 #include "model/uExceptions1V0.h"
+#include "tests/support/uLogProgress.h"
 #include "tests/support/uTestRecording.h"
 
 namespace fs = std::filesystem;
@@ -35,18 +36,6 @@ TEventList Events() {
   events.AddValues(5000, 0, 0, kOtherNaN);
   return events;
 }
-
-// Keeps what it is told, and throws in ProcessMessages once `most` calls are over.
-struct TLogProgress final : IProgress {
-  void SetStatus(std::string_view text) override { log += text; }
-  void SetPosition(double position) override { log += " @" + std::to_string(static_cast<int>(position)); }
-  void SetMaximum(double maximum) override { log += " of " + std::to_string(static_cast<int>(maximum)); }
-  void ProcessMessages() override {
-    if (most-- == 0) throw EKorvex(kReadCancelled);
-  }
-  std::string log;
-  int most = 1000000;
-};
 
 constexpr std::uint32_t kBoth[] = {0, 1};
 
