@@ -161,6 +161,14 @@ void AppendGeneralFloat(std::string& text, double value) {
     text += NotFiniteText(value);
     return;
   }
+  // Where both are fixed, the library's general form is the same, and millions of numbers are written in a row.
+  if (const double magnitude = std::fabs(value); magnitude >= 1e-4 && magnitude < 1e14) {
+    std::array<char, 40> fixed{};
+    constexpr auto kForm = std::chars_format::general;
+    char* const end = std::to_chars(fixed.data(), fixed.data() + fixed.size(), value, kForm, kSignificantDigits).ptr;
+    text.append(fixed.data(), end);
+    return;
+  }
   TDecimal decimal = ToDecimal(value);
   if (decimal.exponent >= -5 && decimal.exponent < kSignificantDigits) return AppendFixed(text, decimal, 0);
   const int exponent = std::exchange(decimal.exponent, 0);

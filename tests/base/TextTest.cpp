@@ -48,6 +48,7 @@ TEST(Text, GeneralFormHasTheFifteenDigitsOfTheExactValue) {
     const auto value = std::bit_cast<double>(bits);
     if (std::isfinite(value)) check(value);
     check(double{std::bit_cast<float>(static_cast<std::uint32_t>(bits) & 0x4FFFFFFFU)});
+    check(static_cast<double>(bits % 200001) / 1e4 - 10);
   }
 }
 
