@@ -4,10 +4,13 @@
 #include <zlib.h>
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <chrono>
 #include <cstdio>
 #include <fstream>
 #include <functional>
+#include <numeric>
 #include <string>
 #include <thread>
 #include <vector>
@@ -16,6 +19,7 @@
 #include "analysis/uMissionDatasets.h"
 #include "base/uMessages.h"
 #include "bench/uBenchRecordings.h"
+#include "export/uCsvExports.h"
 #include "model/uReadFileThread.h"
 
 namespace {
@@ -101,6 +105,31 @@ double TablesTime(const std::filesystem::path& file) {
   return SecondsOf(LoadTables);
 }
 
+// The least that a line of five numbers for each sample can cost.
+void FormatOnly(const std::filesystem::path& out) {
+  std::FILE* file = std::fopen(out.c_str(), "wb");
+  std::array<char, 256> line{};
+  for (const TEvent& event : EventList.Events()) {
+    for (const TEventValue& value : event.Values()) {
+      char* to = line.data();
+      for (const double number : RowOf(value, event.GetStartTime())) {
+        to = std::to_chars(to, line.data() + line.size(), number, std::chars_format::general, 15).ptr;
+        *to++ = ',';
+      }
+      *to++ = '\n';
+      std::fwrite(line.data(), 1, static_cast<std::size_t>(to - line.data()), file);
+    }
+  }
+  std::fclose(file);
+}
+
+void ExportCsv(const std::filesystem::path& folder) {
+  std::vector<std::uint32_t> all(EventList.Count());
+  std::iota(all.begin(), all.end(), 0U);
+  TNoProgress progress;
+  ExportEventsCsv(MissionData, EventList, all, TEventFiles::Samples, folder, progress);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -120,6 +149,14 @@ int main(int argc, char** argv) {
   PrintRatio(
       "reading 2,000,000 records of 15 channels / bare inflate", 1.25, rounds, [&large] { return ReadingTime(large); },
       [&large] { return SecondsOf([&large] { InflateOnly(large); }); });
+  const std::filesystem::path exports = folder / fmt::format("shockscope-bench-{}-exports", part);
+  std::filesystem::create_directory(exports);
+  ReadingTime(large);
+  PrintRatio(
+      "2,000,000 samples to CSV / to_chars and fwrite", 2, rounds,
+      [&exports] { return SecondsOf([&exports] { ExportCsv(exports); }); },
+      [&exports] { return SecondsOf([&exports] { FormatOnly(exports / "formatted"); }); });
+  std::filesystem::remove_all(exports);
   PrintRatio(
       "tables of 100,000 events × 100, 12 × 100,000 readings / reading", 0.5, rounds,
       [] { return SecondsOf(LoadTables); }, [&many] { return ReadingTime(many); });

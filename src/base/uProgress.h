@@ -8,6 +8,8 @@ class IProgress {
   virtual ~IProgress() = default;
   virtual void SetStatus(std::string_view text) = 0;
   virtual void SetPosition(double position) = 0;
+  // The position at the end. A bar whose end is known beforehand leaves it.
+  virtual void SetMaximum(double /*maximum*/) {}
   // Lets the user interface handle what is waiting; called from the loop's own thread.
   virtual void ProcessMessages() = 0;
 };

@@ -5,7 +5,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
-#include <cstdlib>
+#include <utility>
 
 namespace {
 
@@ -50,64 +50,78 @@ char32_t TakeCodePoint(std::string_view& utf8) {
   return codePoint;
 }
 
-// A finite number as sign, significant digits without trailing zeros, and the decimal exponent of the first digit.
-// Zero has no digits.
-struct TDecimal {
-  bool negative;
-  std::string digits;
-  int exponent;
-};
-
 constexpr int kSignificantDigits = 15;
 
-TDecimal ToDecimal(double value) {
-  std::array<char, 40> text{};
-  std::to_chars(text.data(), text.data() + text.size(), std::fabs(value), std::chars_format::scientific,
-                kSignificantDigits - 1);
-  // Like "1.23456789012345e-05": a digit, the point, the other digits, the exponent; zeros follow the text.
-  const std::string_view written(text.data());
-  TDecimal decimal{std::signbit(value), std::string(1, written[0]), std::atoi(&written[kSignificantDigits + 2])};
-  decimal.digits += written.substr(2, kSignificantDigits - 1);
-  decimal.digits.erase(decimal.digits.find_last_not_of('0') + 1);
-  if (decimal.digits.empty()) decimal.exponent = 0;
-  return decimal;
+// A finite number as sign, significant digits without trailing zeros, and the decimal exponent of the first digit.
+// Zero has no digits. Lives on the stack: an export writes millions of these.
+struct TDecimal {
+  bool negative = false;
+  std::array<char, kSignificantDigits> digits{};
+  int count = 0;
+  int exponent = 0;
+};
+
+void TrimZeros(TDecimal& decimal) {
+  while (decimal.count > 0 && decimal.digits[static_cast<std::size_t>(decimal.count) - 1] == '0') --decimal.count;
 }
 
 // Keeps the first `count` digits (none or fewer is allowed), rounding halves away from zero.
 void RoundDigits(TDecimal& decimal, int count) {
-  if (count >= static_cast<int>(decimal.digits.size())) return;
+  if (count >= decimal.count) return;
   const bool up = count >= 0 && decimal.digits[static_cast<std::size_t>(count)] >= '5';
-  decimal.digits.resize(static_cast<std::size_t>(std::max(count, 0)));
-  if (!up) return;
-  const std::size_t lastKept = decimal.digits.find_last_not_of('9');
-  if (lastKept == std::string::npos) {
-    decimal.digits = "1";
-    ++decimal.exponent;
+  decimal.count = std::max(count, 0);
+  if (!up) return TrimZeros(decimal);
+  while (decimal.count > 0 && decimal.digits[static_cast<std::size_t>(decimal.count) - 1] == '9') --decimal.count;
+  if (decimal.count > 0) {
+    ++decimal.digits[static_cast<std::size_t>(decimal.count) - 1];
   } else {
-    decimal.digits.resize(lastKept + 1);
-    ++decimal.digits[lastKept];
+    decimal.digits[0] = '1';
+    decimal.count = 1;
+    ++decimal.exponent;
   }
 }
 
-// The digits with a point, the fraction filled with zeros to `minPlaces`.
-std::string FixedText(const TDecimal& decimal, std::size_t minPlaces) {
-  std::string whole;
-  std::string fraction;
-  for (std::size_t i = 0; i < decimal.digits.size(); ++i) {
-    (static_cast<int>(i) <= decimal.exponent ? whole : fraction) += decimal.digits[i];
+// Takes apart what std::to_chars wrote, like "1.2345e-05" or "5e+00".
+TDecimal Parsed(const char* text, const char* end) {
+  TDecimal decimal;
+  for (; *text != 'e'; ++text) {
+    if (*text != '.') decimal.digits[static_cast<std::size_t>(decimal.count++)] = *text;
   }
-  if (!decimal.digits.empty() && decimal.exponent < 0) {
-    fraction.insert(0, static_cast<std::size_t>(-decimal.exponent - 1), '0');
+  if (*++text == '+') ++text;
+  std::from_chars(text, end, decimal.exponent);
+  TrimZeros(decimal);
+  if (decimal.count == 0) decimal.exponent = 0;
+  return decimal;
+}
+
+// The value in 15 digits.
+TDecimal ToDecimal(double value) {
+  std::array<char, 40> text{};
+  char* const end = text.data() + text.size();
+  constexpr auto kForm = std::chars_format::scientific;
+  TDecimal decimal =
+      Parsed(text.data(), std::to_chars(text.data(), end, std::fabs(value), kForm, kSignificantDigits - 1).ptr);
+  decimal.negative = std::signbit(value);
+  return decimal;
+}
+
+// Appends the digits with a point, the fraction filled with zeros to `minPlaces`.
+void AppendFixed(std::string& text, const TDecimal& decimal, std::size_t minPlaces) {
+  const auto zeros = [&text](int count) { text.append(static_cast<std::size_t>(std::max(count, 0)), '0'); };
+  if (decimal.negative && decimal.count > 0) text += '-';
+  const int point = decimal.count > 0 ? decimal.exponent + 1 : 0;  // digits before it; negative: zeros after it
+  const int whole = std::clamp(point, 0, decimal.count);
+  if (point <= 0) text += '0';
+  text.append(decimal.digits.data(), static_cast<std::size_t>(whole));
+  zeros(point - whole);
+  const int places = std::max(decimal.count - point, 0);
+  if (places == 0 && minPlaces == 0) return;
+  text += '.';
+  if (places > 0) {
+    zeros(-point);
+    text.append(decimal.digits.data() + whole, static_cast<std::size_t>(decimal.count - whole));
   }
-  if (!decimal.digits.empty() && decimal.exponent >= 0)
-    whole.resize(static_cast<std::size_t>(decimal.exponent) + 1, '0');
-  fraction.erase(fraction.find_last_not_of('0') + 1);
-  if (fraction.size() < minPlaces) fraction.resize(minPlaces, '0');
-  std::string text;
-  if (decimal.negative && !decimal.digits.empty()) text += '-';
-  text += whole.empty() ? "0" : whole;
-  if (!fraction.empty()) text += '.' + fraction;
-  return text;
+  zeros(static_cast<int>(minPlaces) - places);
 }
 
 const char* NotFiniteText(double value) {
@@ -142,12 +156,31 @@ AnsiString Utf8ToWindows1252(std::string_view utf8) {
   return ansi;
 }
 
+void AppendGeneralFloat(std::string& text, double value) {
+  if (!std::isfinite(value)) {
+    text += NotFiniteText(value);
+    return;
+  }
+  // Where both are fixed, the library's general form is the same, and millions of numbers are written in a row.
+  if (const double magnitude = std::fabs(value); magnitude >= 1e-4 && magnitude < 1e14) {
+    std::array<char, 40> fixed{};
+    constexpr auto kForm = std::chars_format::general;
+    char* const end = std::to_chars(fixed.data(), fixed.data() + fixed.size(), value, kForm, kSignificantDigits).ptr;
+    text.append(fixed.data(), end);
+    return;
+  }
+  TDecimal decimal = ToDecimal(value);
+  if (decimal.exponent >= -5 && decimal.exponent < kSignificantDigits) return AppendFixed(text, decimal, 0);
+  const int exponent = std::exchange(decimal.exponent, 0);
+  AppendFixed(text, decimal, 0);
+  text += 'E';
+  text += std::to_string(exponent);
+}
+
 std::string GeneralFloat(double value) {
-  if (!std::isfinite(value)) return NotFiniteText(value);
-  const TDecimal decimal = ToDecimal(value);
-  if (decimal.exponent >= -5 && decimal.exponent < kSignificantDigits) return FixedText(decimal, 0);
-  const TDecimal mantissa{decimal.negative, decimal.digits, 0};
-  return FixedText(mantissa, 0) + "E" + std::to_string(decimal.exponent);
+  std::string text;
+  AppendGeneralFloat(text, value);
+  return text;
 }
 
 std::string MaskFloat(std::string_view mask, double value) {
@@ -157,7 +190,9 @@ std::string MaskFloat(std::string_view mask, double value) {
   const auto minPlaces = static_cast<std::size_t>(std::count(places.begin(), places.end(), '0'));
   TDecimal decimal = ToDecimal(value);
   RoundDigits(decimal, decimal.exponent + 1 + static_cast<int>(places.size()));
-  return FixedText(decimal, minPlaces);
+  std::string text;
+  AppendFixed(text, decimal, minPlaces);
+  return text;
 }
 
 bool IsPlainLine(std::string_view utf8) {

@@ -17,6 +17,7 @@ AnsiString Utf8ToWindows1252(std::string_view utf8);
 // General form: at most 15 significant digits, trailing zeros removed; fixed while the rounded decimal exponent is
 // -5 … 14, else like "1E-6" or "2.5E15". Zero of either sign is "0"; "NAN", "INF", "-INF".
 std::string GeneralFloat(double value);
+void AppendGeneralFloat(std::string& text, double value);
 
 // A value in a mask such as "0", "0.00" or "0.0##": a "0" place is always shown, a "#" place only when significant.
 // The value is first taken to 15 significant digits, then rounded to the mask's places, halves away from zero.

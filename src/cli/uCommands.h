@@ -2,8 +2,11 @@
 // Files are given as UTF-8.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "analysis/uSpectrum.h"
 #include "cli/uConsole.h"
@@ -28,6 +31,22 @@ TStatus FilterCommand(const std::string& file, std::size_t event, const TConsole
 // The spectrum of one event in the CSV line format. An event that has none counts as not displayable.
 TStatus SpectrumCommand(const std::string& file, std::size_t event, TSpectrumType type, TWeightingWindow window,
                         const TConsole& console);
+
+// What `kshock export` can write, in the order in which it does.
+inline constexpr std::array<std::string_view, 11> kExports = {
+    "events-csv",  "peaks-csv",   "calibration-csv", "shocks-csv",   "sensors-csv",      "battery-csv",
+    "events-xlsx", "shocks-xlsx", "sensors-xlsx",    "battery-xlsx", "measurements-xlsx"};
+
+struct TExportRequest {
+  std::string folder;
+  std::vector<std::string> what;  // of kExports
+  std::string dateFormat = "yyyy-mm-dd";
+  std::string filter;  // "acc=6..20,tot=..50,axis=X-pos"; empty: all events are visible
+};
+
+// Writes the files that the window's exports would, under the names that it proposes. All are tried; the worst status
+// is returned.
+TStatus ExportCommand(const std::string& file, const TExportRequest& request, const TConsole& console);
 
 // Writes a recording from a description in JSON and its records in CSV.
 TStatus MakeCommand(const std::string& source, const std::string& out, const TConsole& console);

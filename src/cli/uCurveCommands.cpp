@@ -1,31 +1,11 @@
 #include <fmt/format.h>
 
-#include <initializer_list>
-
-#include "analysis/uHighPassFilter.h"
 #include "base/uText.h"
 #include "cli/uCommands.h"
 #include "cli/uRecording.h"
 #include "export/uCsvExports.h"
 
 namespace {
-
-void PrintLine(std::string& line, const TConsole& console) {
-  line += "\r\n";
-  console.out(line);
-  line.clear();
-}
-
-void PrintTitles(std::initializer_list<std::string_view> titles, const TConsole& console) {
-  std::string line;
-  for (const std::string_view title : titles) AppendCsvField(line, title);
-  PrintLine(line, console);
-}
-
-void PrintNumbers(std::initializer_list<double> numbers, std::string& line, const TConsole& console) {
-  for (const double number : numbers) AppendCsvField(line, GeneralFloat(number));
-  PrintLine(line, console);
-}
 
 void Complain(const std::string& file, const std::string& what, const TConsole& console) {
   console.err(fmt::format("kshock: {}: {}\n", Printable(file), what));
@@ -45,11 +25,10 @@ TStatus FilterCommand(const std::string& file, std::size_t event, const TConsole
   if (!recording.HasMission()) return recording.status;
   if (!HasEvent(file, recording, event, console)) return TStatus::WrongUse;
   const TEvent& shown = recording.events.GetItem(event);
-  PrintTitles({"Time (msec)", "X (g)", "Y (g)", "Z (g)", "Total (g)"}, console);
-  std::string line;
-  for (const TFilteredValue& value : HighPassFiltered(shown.Values())) {
-    PrintNumbers({value.time - shown.GetStartTime(), value.x, value.y, value.z, value.total}, line, console);
-  }
+  std::string text;
+  AppendCsvTitles(text, kTimeTitles);
+  ForEachCurveRow(shown, true, [&text](const TCurveRow& row) { AppendCsvRow(text, row); });
+  console.out(text);
   return recording.status;
 }
 
@@ -63,10 +42,9 @@ TStatus SpectrumCommand(const std::string& file, std::size_t event, TSpectrumTyp
     Complain(file, fmt::format("Event {} has no spectrum. {}", event, WhyNoSpectrum(spectrum)), console);
     return WorseOf(recording.status, TStatus::NotDisplayable);
   }
-  PrintTitles({"HZ", "X", "Y", "Z", "Total"}, console);
-  std::string line;
-  for (const TSpectrumLine& value : spectrum.lines) {
-    PrintNumbers({value.hertz, value.x, value.y, value.z, value.total}, line, console);
-  }
+  std::string text;
+  AppendCsvTitles(text, kSpectrumTitles);
+  for (const TSpectrumLine& line : spectrum.lines) AppendCsvRow(text, RowOf(line));
+  console.out(text);
   return recording.status;
 }

@@ -24,6 +24,7 @@ class TCommandLine {
     AddDump();
     AddBlocks();
     AddTable();
+    AddExport();
     AddFilter();
     AddSpectrum();
     AddMake();
@@ -93,6 +94,26 @@ class TCommandLine {
         ->check(CLI::IsMember(TableNames()));
     command->add_option("--order", FIndex, "Index, such as MaxAccDesc or TimestampASC");
     command->callback([this] { FStatus = TableCommand(FFile, FTable, FIndex, FConsole); });
+  }
+
+  void AddExport() {
+    CLI::App* command = FApp.add_subcommand("export", "Write the files of the window's exports.");
+    AddFile(command);
+    std::string names;
+    for (const std::string_view name : kExports) AppendListItem(names, name);
+    command->add_option("WHAT", FExport.what, names)->required()->check([](const std::string& what) {
+      return std::ranges::find(kExports, what) == kExports.end() ? fmt::format("There is no export \"{}\".", what)
+                                                                 : std::string();
+    });
+    command->add_option("--to", FExport.folder, "Folder to write to")->required()->type_name("DIR");
+    command->add_option("--date-format", FExport.dateFormat, "How dates are written; yyyy-mm-dd unless given")
+        ->type_name("MASK");
+    command
+        ->add_option("--filter", FExport.filter,
+                     "Leave only events in these ranges: acc, tot, totmax, iot, iotmax, axis, as in "
+                     "acc=6..20,tot=..50,axis=X-pos")
+        ->type_name("CONDITIONS");
+    command->callback([this] { FStatus = ExportCommand(FFile, FExport, FConsole); });
   }
 
   void AddFilter() {
@@ -179,6 +200,7 @@ class TCommandLine {
   TSpectrumType FSpectrumType = kSpectrumTypes.front().second;
   TWeightingWindow FWindow = kWeightingWindows.front().second;
   std::size_t FRows = std::numeric_limits<std::size_t>::max();
+  TExportRequest FExport;
   TDemoSize FDemo;
 };
 

@@ -1,8 +1,55 @@
 #include "export/uCsvExports.h"
 
+#include <algorithm>
+#include <system_error>
+
+#include "base/uFiles.h"
+#include "base/uText.h"
+#include "export/uExportFile.h"
+
+namespace fs = std::filesystem;
+
 namespace {
 
 constexpr std::string_view kLineBreak = "\r\n";
+constexpr std::size_t kLinesPerStep = 100;
+constexpr std::string_view kEmptyRow = R"("","","","","",)";
+
+void Begin(std::size_t steps, IProgress& progress) {
+  progress.SetStatus("Creating CSV exports...");
+  progress.SetPosition(0);
+  progress.SetMaximum(static_cast<double>(std::max<std::size_t>(steps, 1)));
+  progress.ProcessMessages();
+}
+
+// Lines that go to a file while the window lives.
+class TCsvFile {
+ public:
+  TCsvFile(const fs::path& path, IProgress& progress) : FFile(path), FProgress(progress) {}
+  [[nodiscard]] std::string& Text() { return FFile.Text(); }
+  void EndLine() {
+    FFile.Written();
+    if (++FLines % kLinesPerStep == 0) FProgress.ProcessMessages();
+  }
+  void Close() { FFile.Close(); }
+
+ private:
+  TTextFile FFile;
+  IProgress& FProgress;
+  std::size_t FLines = 0;
+};
+
+void WriteEvent(const TEvent& event, bool highPass, const fs::path& path, IProgress& progress) {
+  WriteExport(path, [&](const fs::path& beside) {
+    TCsvFile file(beside, progress);
+    AppendCsvTitles(file.Text(), kTimeTitles);
+    ForEachCurveRow(event, highPass, [&file](const TCurveRow& row) {
+      AppendCsvRow(file.Text(), row);
+      file.EndLine();
+    });
+    file.Close();
+  });
+}
 
 }  // namespace
 
@@ -10,6 +57,20 @@ void AppendCsvField(std::string& line, std::string_view text) {
   line += '"';
   line += text;
   line += "\",";
+}
+
+void AppendCsvTitles(std::string& text, const TCurveTitles& titles) {
+  for (const std::string_view title : titles) AppendCsvField(text, title);
+  text += kLineBreak;
+}
+
+void AppendCsvRow(std::string& text, const TCurveRow& row) {
+  for (const double value : row) {
+    text += '"';
+    AppendGeneralFloat(text, value);
+    text += "\",";
+  }
+  text += kLineBreak;
 }
 
 void WriteTableCsv(TDataset& table, const TCsvSink& sink) {
@@ -27,4 +88,55 @@ void WriteTableCsv(TDataset& table, const TCsvSink& sink) {
     }
     finishLine();
   }
+}
+
+fs::path ExportEventsCsv(const TMissionData& mission, const TEventList& events, std::span<const std::uint32_t> indices,
+                         TEventFiles kind, const fs::path& chosen, IProgress& progress) {
+  Begin(indices.empty() ? 0 : indices.size() - 1, progress);
+  fs::path folder = chosen / PathFromUtf8(EventFolderName(kind, mission));
+  fs::create_directory(folder);
+  for (std::size_t i = 0; i < indices.size(); ++i) {
+    progress.SetPosition(static_cast<double>(i));
+    progress.ProcessMessages();
+    const TEvent& event = events.GetItem(indices[i]);
+    WriteEvent(event, false, folder / PathFromUtf8(EventFileName(kind, indices[i], event)), progress);
+  }
+  return folder;
+}
+
+void ExportEventCsv(const TEvent& event, bool highPass, const fs::path& file, IProgress& progress) {
+  Begin(1, progress);
+  WriteEvent(event, highPass, file, progress);
+}
+
+void ExportSpectrumCsv(const TSpectrum& spectrum, std::size_t timePoints, const fs::path& path, IProgress& progress) {
+  Begin(1, progress);
+  WriteExport(path, [&](const fs::path& beside) {
+    TCsvFile file(beside, progress);
+    AppendCsvTitles(file.Text(), kSpectrumTitles);
+    for (std::size_t i = 0; i < timePoints; ++i) {
+      if (i < spectrum.lines.size()) {
+        AppendCsvRow(file.Text(), RowOf(spectrum.lines[i]));
+      } else {
+        file.Text() += kEmptyRow;
+        file.Text() += kLineBreak;
+      }
+      file.EndLine();
+    }
+    file.Close();
+  });
+}
+
+void ExportTableCsv(TDataset& table, const fs::path& path, IProgress& progress) {
+  Begin(table.RecordCount(), progress);
+  WriteExport(path, [&](const fs::path& beside) {
+    TCsvFile file(beside, progress);
+    std::size_t line = 0;
+    WriteTableCsv(table, [&](std::string_view text) {
+      if (line++ % kLinesPerStep == 0) progress.SetPosition(static_cast<double>(line - 1));
+      file.Text() += text;
+      file.EndLine();
+    });
+    file.Close();
+  });
 }

@@ -2,7 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <bit>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
 #include <limits>
+#include <random>
 
 #include "base/uDateTime.h"
 
@@ -28,6 +33,23 @@ TEST(Text, GeneralFormKeepsFifteenDigitsAndIsFixedBetweenMinusFiveAndFourteen) {
                                                   {-kInfinity, "-INF"},
                                                   {std::numeric_limits<double>::quiet_NaN(), "NAN"}};
   for (const auto& [value, text] : cases) EXPECT_EQ(GeneralFloat(value), text);
+}
+
+// The exact digits of the C library are the independent answer.
+TEST(Text, GeneralFormHasTheFifteenDigitsOfTheExactValue) {
+  std::mt19937_64 random(1);
+  const auto check = [](double value) {
+    char text[40];
+    std::snprintf(text, sizeof text, "%.14e", value);
+    EXPECT_EQ(std::strtod(GeneralFloat(value).c_str(), nullptr), std::strtod(text, nullptr)) << text;
+  };
+  for (int i = 0; i < 20000; ++i) {
+    const auto bits = random();
+    const auto value = std::bit_cast<double>(bits);
+    if (std::isfinite(value)) check(value);
+    check(double{std::bit_cast<float>(static_cast<std::uint32_t>(bits) & 0x4FFFFFFFU)});
+    check(static_cast<double>(bits % 200001) / 1e4 - 10);
+  }
 }
 
 TEST(Text, MasksRoundTheFifteenDigitsWithHalvesAwayFromZero) {

@@ -8,6 +8,7 @@
 #include "model/uEvents.h"
 #include "model/uOtherSensors.h"
 #include "tests/support/uTestRecording.h"
+#include "tests/support/uThreeEvents.h"
 
 using nlohmann::json;
 using testing::HasSubstr;
@@ -72,6 +73,11 @@ TEST_F(KshockCommands, WrongUseIsToldOnTheErrorStream) {
                                              {"spectrum", kStairs, "--event", "-1"},
                                              {"spectrum", kStairs, "--event", "0", "--type", "Loudness"},
                                              {"spectrum", kStairs, "--event", "0", "--window", "Round"},
+                                             {"export", kStairs, "events-csv"},
+                                             {"export", kStairs, "--to", "."},
+                                             {"export", kStairs, "--to", ".", "all-csv"},
+                                             {"export", kStairs, "--to", ".", "shocks-csv", "--filter", "acc=6"},
+                                             {"export", kStairs, "--to", ".", "shocks-csv", "--filter", "axis=W"},
                                              {"demo", "x", "--events", "many"}}) {
     const TRun run = Kshock(wrong);
     EXPECT_EQ(run.status, 2);
@@ -122,6 +128,32 @@ TEST_F(KshockCommands, ATableIsPrintedByItsIndexInTheLineFormat) {
       "\"0\",\"2023-07-16 06:00:00\",\"5\",\"0\",\"0\",\"0\",\"0\",\"3.5\",\r\n");
   EXPECT_EQ(Kshock({"table", file, "battery"}).out,
             "\"ID\",\"Timestamp\",\"Battery\",\r\n\"0\",\"2023-07-16 06:00:00\",\"3.5\",\r\n");
+}
+
+TEST_F(KshockCommands, ExportWritesTheFilesOfTheVisibleEvents) {
+  const std::string file = Save("three.kshock", Deflated(ThreeEvents().content));
+  const auto run = [&](std::vector<std::string> more) {
+    more.insert(more.begin(), {"export", file, "--to", Folder.Path().string()});
+    return Kshock(more);
+  };
+  ASSERT_EQ(run({"events-csv", "peaks-csv", "shocks-csv", "--filter", "acc=5..9.5,iot=..13,axis=X-pos"}).status, 0);
+  const std::filesystem::path mission = Folder / "Mission-165-00007";
+  EXPECT_TRUE(std::filesystem::exists(mission / "ID-2.csv"));
+  EXPECT_FALSE(std::filesystem::exists(mission / "ID-1.csv"));
+  EXPECT_TRUE(std::filesystem::exists(Folder / "Peaks-Mission-165-00007-2023-07-16-06-00-00" / "ID-0-X-pos-20.csv"));
+  const TBytes shocks = BytesOfFile(Folder / "Shocks Mission-165-00007.csv");
+  EXPECT_THAT(std::string(shocks.begin(), shocks.end()),
+              HasSubstr("\r\n\"2\",\"2023-07-16 06:02:00\",\"5\",\"4\",\"4\",\"9\",\"9\",\"21\""));
+
+  // One failure does not stop the others.
+  const TRun slash = run({"peaks-csv", "battery-csv", "--date-format", "dd/mm/yyyy"});
+  EXPECT_EQ(slash.status, 4);
+  EXPECT_THAT(slash.err, HasSubstr("\"dd/mm/yyyy\""));
+  const TBytes battery = BytesOfFile(Folder / "Battery Mission-165-00007.csv");
+  EXPECT_THAT(std::string(battery.begin(), battery.end()), HasSubstr("\"16/07/2023 06:01:00\",\"3.5"));
+  const TRun lost = Kshock({"export", file, "--to", File("none"), "battery-csv"});
+  EXPECT_EQ(lost.status, 4);
+  EXPECT_THAT(lost.err, HasSubstr("none/Battery Mission-165-00007.csv"));
 }
 
 TEST_F(KshockCommands, MakeWritesWhatReadingGivesBack) {

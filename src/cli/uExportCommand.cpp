@@ -1,0 +1,204 @@
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <filesystem>
+#include <numeric>
+#include <optional>
+#include <utility>
+
+#include "analysis/uEventFilter.h"
+#include "analysis/uMissionDatasets.h"
+#include "analysis/uVisibleEvents.h"
+#include "base/uDateTime.h"
+#include "base/uFiles.h"
+#include "base/uText.h"
+#include "cli/uCommands.h"
+#include "cli/uRecording.h"
+#include "export/uCsvExports.h"
+#include "export/uXlsxExports.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// The keys of --filter, in the order of kFilteredFields.
+constexpr std::array<std::string_view, kFilteredFields.size()> kFilterKeys = {"acc", "tot", "totmax", "iot", "iotmax"};
+
+std::string_view TakeUntil(std::string_view& text, std::string_view end) {
+  const std::size_t at = text.find(end);
+  const std::string_view taken = text.substr(0, at);
+  text.remove_prefix(at == std::string_view::npos ? text.size() : at + end.size());
+  return taken;
+}
+
+// A number or, for an open end, nothing; false when it is neither.
+bool ParseEnd(std::string_view text, std::optional<double>& end) {
+  if (text.empty()) return true;
+  double value = 0;
+  const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
+  end = value;
+  return result.ec == std::errc{} && result.ptr == text.data() + text.size() && std::isfinite(value);
+}
+
+bool ParseCondition(std::string_view key, std::string_view value, TEventFilter& filter) {
+  if (key == "axis") {
+    const auto axis = std::ranges::find(kPeakAxes, value);
+    if (axis == kPeakAxes.end()) return false;
+    filter.axes[static_cast<std::size_t>(axis - kPeakAxes.begin())] = true;
+    return true;
+  }
+  const auto found = std::ranges::find(kFilterKeys, key);
+  if (found == kFilterKeys.end() || value.find("..") == std::string_view::npos) return false;
+  TRange& range = filter.ranges[static_cast<std::size_t>(found - kFilterKeys.begin())];
+  const std::string_view from = TakeUntil(value, "..");
+  return ParseEnd(from, range.from) && ParseEnd(value, range.to) && range.IsSet();
+}
+
+// Nothing when the text is no list of conditions. Several axes are any of these.
+std::optional<TEventFilter> ParseFilter(std::string_view text) {
+  TEventFilter filter;
+  while (!text.empty()) {
+    std::string_view condition = TakeUntil(text, ",");
+    const std::string_view key = TakeUntil(condition, "=");
+    if (!ParseCondition(key, condition, filter)) return std::nullopt;
+  }
+  return filter;
+}
+
+class TShortDateFormat {  // for as long as it lives
+ public:
+  explicit TShortDateFormat(const std::string& mask) { SetShortDateFormat(mask); }
+  ~TShortDateFormat() { SetShortDateFormat(FBefore); }
+  TShortDateFormat(const TShortDateFormat&) = delete;
+  TShortDateFormat& operator=(const TShortDateFormat&) = delete;
+
+ private:
+  std::string FBefore = ShortDateFormat();
+};
+
+class TConsoleProgress final : public IProgress {
+ public:
+  TConsoleProgress(std::string_view what, const TConsole& console) : FWhat(what), FConsole(console) {}
+  ~TConsoleProgress() override {
+    if (FShown) FConsole.err("\r\033[K");
+  }
+  TConsoleProgress(const TConsoleProgress&) = delete;
+  TConsoleProgress& operator=(const TConsoleProgress&) = delete;
+
+  void SetStatus(std::string_view) override {}
+  void SetMaximum(double maximum) override { FMaximum = maximum; }
+  void SetPosition(double position) override {
+    const int percent = FMaximum > 0 ? static_cast<int>(position * 100 / FMaximum) : 0;
+    if (!FConsole.showProgress || (FShown && percent == FPercent)) return;
+    FConsole.err(fmt::format("\r{} {} %", FWhat, percent));
+    FPercent = percent;
+    FShown = true;
+  }
+  void ProcessMessages() override {}
+
+ private:
+  std::string_view FWhat;
+  const TConsole& FConsole;
+  double FMaximum = 1;
+  int FPercent = 0;
+  bool FShown = false;
+};
+
+// What the exports are made from.
+struct TSource {
+  const TRecording& recording;
+  TMissionDatasets tables;
+  std::vector<std::uint32_t> all;
+  TDataset visibleTable;
+  std::vector<std::uint32_t> visible;
+  fs::path folder;
+};
+
+void LoadTables(const TEventFilter& filter, TSource& source) {
+  const TRecording& recording = source.recording;
+  TNoProgress progress;
+  LoadKorvexFileData(recording.mission, recording.events, recording.sensors, {}, progress, source.tables);
+  source.all.resize(recording.events.Count());
+  std::iota(source.all.begin(), source.all.end(), 0U);
+  source.visibleTable = source.tables.Events;
+  if (filter.HasCondition()) {
+    source.visibleTable.SetShownRows(EventsThrough(filter, source.tables.Events, recording.events, std::nullopt));
+  }
+  source.visible = VisibleEvents(source.visibleTable);
+}
+
+fs::path FileFor(const TSource& source, std::string_view prefix, std::string_view extension) {
+  return source.folder / PathFromUtf8(ProposedName(prefix, source.recording.mission).append(extension));
+}
+
+void Export(std::string_view what, TSource& source, IProgress& progress) {
+  const auto events = [&](TEventFiles kind, const std::vector<std::uint32_t>& indices) {
+    ExportEventsCsv(source.recording.mission, source.recording.events, indices, kind, source.folder, progress);
+  };
+  const auto table = [&](TDataset& dataset, std::string_view prefix) {
+    ExportTableCsv(dataset, FileFor(source, prefix, ".csv"), progress);
+  };
+  const auto workbook = [&](TDataset& dataset, std::string_view prefix) {
+    ExportTableXlsx(source.recording.mission, dataset, FileFor(source, prefix, ".xlsx"), progress);
+  };
+  const fs::path missionWorkbook = FileFor(source, kMissionName, ".xlsx");
+  if (what == "events-csv") events(TEventFiles::Samples, source.visible);
+  if (what == "peaks-csv") events(TEventFiles::Peaks, source.all);
+  if (what == "calibration-csv") events(TEventFiles::Calibration, source.visible);
+  if (what == "shocks-csv") table(source.visibleTable, kShocksName);
+  if (what == "sensors-csv") table(source.tables.Sensors, kSensorsName);
+  if (what == "battery-csv") table(source.tables.Battery, kBatteryName);
+  if (what == "events-xlsx") {
+    ExportEventsXlsx({source.recording.events, source.tables.Events}, source.visible, missionWorkbook, progress);
+  }
+  if (what == "shocks-xlsx") workbook(source.visibleTable, kShocksWorkbookName);
+  if (what == "sensors-xlsx") workbook(source.tables.Sensors, kSensorsName);
+  if (what == "battery-xlsx") workbook(source.tables.Battery, kBatteryName);
+  if (what == "measurements-xlsx") {
+    ExportMeasurementsXlsx(source.tables.Sensors, source.tables.Battery, missionWorkbook, progress);
+  }
+}
+
+// The file or folder that could not be written, where the failure knows it.
+std::string PlaceOf(const std::exception& error, const std::string& otherwise) {
+  const auto* failure = dynamic_cast<const fs::filesystem_error*>(&error);
+  return failure == nullptr ? otherwise : Utf8FromPath(failure->path1());
+}
+
+}  // namespace
+
+TStatus ExportCommand(const std::string& file, const TExportRequest& request, const TConsole& console) {
+  const std::optional<TEventFilter> filter = ParseFilter(request.filter);
+  if (!filter) {
+    console.err(
+        fmt::format("kshock: \"{}\" is no filter; acc=6..20,tot=..50,axis=X-pos is one.\n", Printable(request.filter)));
+    return TStatus::WrongUse;
+  }
+  const auto isWanted = [&request](std::string_view what) {
+    return std::ranges::find(request.what, what) != request.what.end();
+  };
+  if (isWanted("events-xlsx") && isWanted("measurements-xlsx")) {
+    console.err("kshock: events-xlsx and measurements-xlsx have one name; write them to two folders.\n");
+    return TStatus::WrongUse;
+  }
+  const TRecording recording = ReadRecording(file, console);
+  if (!recording.HasMission()) return recording.status;
+  const TShortDateFormat dateFormat(request.dateFormat);
+  TSource source{recording, {}, {}, {}, {}, PathFromUtf8(request.folder)};
+  LoadTables(*filter, source);
+  TStatus status = recording.status;
+  for (const std::string_view what : kExports) {
+    if (!isWanted(what)) continue;
+    try {
+      TConsoleProgress progress(what, console);
+      Export(what, source, progress);
+    } catch (const std::exception& error) {
+      console.err(
+          fmt::format("kshock: {}: {}\n", Printable(PlaceOf(error, request.folder)), Printable(Describe(error))));
+      status = WorseOf(status, TStatus::CannotWrite);
+    }
+  }
+  return status;
+}

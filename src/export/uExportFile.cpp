@@ -1,0 +1,51 @@
+#include "export/uExportFile.h"
+
+#include <cerrno>
+#include <system_error>
+
+#include "base/uFiles.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::size_t kPieceBytes = std::size_t{256} * 1024;
+
+[[noreturn]] void ThrowLastError() {
+  throw std::system_error(errno != 0 ? errno : EIO, std::generic_category());
+}
+
+}  // namespace
+
+void WriteExport(const fs::path& file, const std::function<void(const fs::path&)>& write) {
+  try {
+    WriteBesideAndRename(file, write);
+  } catch (const std::system_error& error) {
+    throw fs::filesystem_error("The file cannot be written", file, error.code());
+  }
+}
+
+TTextFile::TTextFile(const fs::path& path) {
+  errno = 0;
+  FFile.rdbuf()->pubsetbuf(nullptr, 0);  // the pieces are large already
+  FFile.open(path, std::ios::binary);
+  if (!FFile) ThrowLastError();
+  FText.reserve(kPieceBytes + kPieceBytes / 16);
+}
+
+void TTextFile::Written() {
+  if (FText.size() >= kPieceBytes) Flush();
+}
+
+void TTextFile::Flush() {
+  errno = 0;
+  FFile.write(FText.data(), static_cast<std::streamsize>(FText.size()));
+  if (!FFile) ThrowLastError();
+  FText.clear();
+}
+
+void TTextFile::Close() {
+  Flush();
+  FFile.close();
+  if (!FFile) ThrowLastError();
+}

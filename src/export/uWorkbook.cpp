@@ -1,0 +1,173 @@
+#include "export/uWorkbook.h"
+
+#include <xlsxwriter.h>
+
+#include <array>
+#include <cerrno>
+#include <clocale>
+#include <cmath>
+#include <fstream>
+#include <stdexcept>
+#include <system_error>
+#include <utility>
+
+#include "base/uFiles.h"
+#include "base/uText.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::size_t kMostSheetsOnDisk = 200;
+constexpr std::size_t kMostCharacters = 32767;  // of a cell, in UTF-16
+constexpr double kFirstCommonDay = 61;          // 1900-03-01: spreadsheets know a 29 February before it
+constexpr double kEndOfDays = 2958466;          // 10000-01-01
+
+// The library writes numbers with the process's number format, and a file with decimal commas cannot be read.
+class TPointNumbers {
+ public:
+  TPointNumbers() { std::setlocale(LC_NUMERIC, "C"); }
+  ~TPointNumbers() { std::setlocale(LC_NUMERIC, FBefore.c_str()); }
+  TPointNumbers(const TPointNumbers&) = delete;
+  TPointNumbers& operator=(const TPointNumbers&) = delete;
+
+ private:
+  std::string FBefore = std::setlocale(LC_NUMERIC, nullptr);
+};
+
+// Calls into the library. It does not look whether its temporary files take what it writes, but the system leaves the
+// reason in errno when they do not.
+template <class TCall>
+void Call(const TCall& call) {
+  errno = 0;
+  const lxw_error error = call();
+  const int reason = errno;
+  if (reason == ENOSPC || reason == EFBIG || reason == EDQUOT || reason == EIO ||
+      error == LXW_ERROR_CREATING_XLSX_FILE || error == LXW_ERROR_CREATING_TMPFILE) {
+    throw std::system_error(reason != 0 ? reason : EIO, std::generic_category());
+  }
+  if (error == LXW_ERROR_MEMORY_MALLOC_FAILED) throw std::bad_alloc();
+  if (error != LXW_NO_ERROR) throw std::runtime_error(lxw_strerror(error));
+}
+
+// A date mask in the words of spreadsheets: minutes are "mm" there too, milliseconds "000". What could mean something
+// else is marked as itself.
+std::string SpreadsheetMask(std::string_view mask) {
+  std::string format;
+  for (const char c : mask) {
+    if (c == 'n') {
+      format += 'm';
+    } else if (c == 'z') {
+      format += '0';
+    } else if (std::string_view("ymdhs-.: ").find(c) != std::string_view::npos) {
+      format += c;
+    } else {
+      if (static_cast<unsigned char>(c) < 0x80) format += '\\';
+      format += c;
+    }
+  }
+  return format;
+}
+
+// Spreadsheets read "_x0041_" as the character of that number.
+bool IsEscape(std::string_view text) {
+  if (text.size() < 7 || text[0] != '_' || text[1] != 'x' || text[6] != '_') return false;
+  return text.substr(2, 4).find_first_not_of("0123456789ABCDEFabcdef") == std::string_view::npos;
+}
+
+std::string CellText(std::string_view text) {
+  constexpr std::string_view kEscapedUnderline = "_x005F_";
+  std::string cell;
+  std::size_t characters = 0;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const auto byte = static_cast<unsigned char>(text[i]);
+    const bool escaped = IsEscape(text.substr(i));
+    const bool begins = (byte & 0xC0U) != 0x80U;
+    if (begins) characters += escaped ? kEscapedUnderline.size() : byte >= 0xF0 ? 2 : 1;
+    if (characters > kMostCharacters) break;
+    if (escaped) {
+      cell += kEscapedUnderline;
+    } else {
+      cell += byte == 0 ? ' ' : text[i];
+    }
+  }
+  return cell;
+}
+
+}  // namespace
+
+struct TWorkbook::TLibrary {
+  TPointNumbers pointNumbers;
+  std::string folder;
+  lxw_workbook* workbook = nullptr;
+  lxw_worksheet* sheet = nullptr;
+  lxw_format* dateFormat = nullptr;
+};
+
+TWorkbook::TWorkbook(const fs::path& file, std::size_t sheets, std::string_view dateMask)
+    : FLibrary(std::make_unique<TLibrary>()) {
+  errno = 0;
+  if (!std::ofstream(file)) throw std::system_error(errno != 0 ? errno : EIO, std::generic_category());
+  FLibrary->folder = Utf8FromPath(file.parent_path());
+  lxw_workbook_options options{};
+  options.constant_memory = sheets <= kMostSheetsOnDisk ? LXW_TRUE : LXW_FALSE;
+  options.use_zip64 = LXW_FALSE;
+  if (!FLibrary->folder.empty()) options.tmpdir = FLibrary->folder.data();
+  FLibrary->workbook = workbook_new_opt(Utf8FromPath(file).c_str(), &options);
+  if (FLibrary->workbook == nullptr) throw std::bad_alloc();
+  FLibrary->dateFormat = workbook_add_format(FLibrary->workbook);
+  if (FLibrary->dateFormat == nullptr) throw std::bad_alloc();
+  format_set_num_format(FLibrary->dateFormat, SpreadsheetMask(dateMask).c_str());
+}
+
+TWorkbook::~TWorkbook() {
+  if (FLibrary->workbook == nullptr) return;
+  // The library forgets the files that hold the rows.
+  lxw_worksheet* sheet = nullptr;
+  STAILQ_FOREACH(sheet, FLibrary->workbook->worksheets, list_pointers) {
+    if (sheet->optimize_tmpfile != nullptr) std::fclose(std::exchange(sheet->optimize_tmpfile, nullptr));
+  }
+  lxw_workbook_free(FLibrary->workbook);
+}
+
+void TWorkbook::AddSheet(const std::string& name, std::size_t frozenRows) {
+  Call([&] {
+    FLibrary->sheet = workbook_add_worksheet(FLibrary->workbook, name.c_str());
+    return FLibrary->sheet == nullptr ? LXW_ERROR_CREATING_TMPFILE : LXW_NO_ERROR;
+  });
+  worksheet_freeze_panes(FLibrary->sheet, static_cast<lxw_row_t>(frozenRows), 0);
+}
+
+void TWorkbook::SetColumnWidth(std::size_t column, std::size_t characters) {
+  const auto at = static_cast<lxw_col_t>(column);
+  Call([&] { return worksheet_set_column(FLibrary->sheet, at, at, static_cast<double>(characters), nullptr); });
+}
+
+void TWorkbook::WriteText(std::size_t row, std::size_t column, std::string_view text) {
+  if (text.empty()) return;
+  const std::string cell = CellText(text);
+  Call([&] {
+    return worksheet_write_string(FLibrary->sheet, static_cast<lxw_row_t>(row), static_cast<lxw_col_t>(column),
+                                  cell.c_str(), nullptr);
+  });
+}
+
+void TWorkbook::WriteNumber(std::size_t row, std::size_t column, double value) {
+  if (!std::isfinite(value)) return WriteText(row, column, GeneralFloat(value));
+  Call([&] {
+    return worksheet_write_number(FLibrary->sheet, static_cast<lxw_row_t>(row), static_cast<lxw_col_t>(column), value,
+                                  nullptr);
+  });
+}
+
+void TWorkbook::WriteDateTime(std::size_t row, std::size_t column, double dateTime, std::string_view text) {
+  if (!(dateTime >= kFirstCommonDay && dateTime < kEndOfDays)) return WriteText(row, column, text);
+  Call([&] {
+    return worksheet_write_number(FLibrary->sheet, static_cast<lxw_row_t>(row), static_cast<lxw_col_t>(column),
+                                  dateTime, FLibrary->dateFormat);
+  });
+}
+
+void TWorkbook::Close() {
+  Call([this] { return workbook_close(std::exchange(FLibrary->workbook, nullptr)); });
+}

@@ -1,0 +1,207 @@
+#include "export/uXlsxExports.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "base/uDateTime.h"
+#include "export/uCurveRows.h"
+#include "export/uExportFile.h"
+#include "export/uExportNames.h"
+#include "export/uWorkbook.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::size_t kEventTitleRows = 5;
+constexpr std::size_t kMostSamples = TWorkbook::kMostRows - kEventTitleRows;  // of a sheet
+constexpr std::size_t kRowsPerStep = 100;
+constexpr std::size_t kMostWidth = 60;                        // characters
+constexpr std::size_t kEventWidths[] = {18, 24, 14, 14, 14};  // of labels, the start, numbers
+constexpr std::string_view kTimestamp = "Timestamp";
+
+std::string WorkbookDateMask() {
+  return ShortDateFormat() + " hh:nn:ss.zzz";
+}
+
+// Sheets that are told before they are written.
+class TSheets {
+ public:
+  TSheets(const fs::path& file, std::size_t count, IProgress& progress)
+      : FWorkbook(file, count, WorkbookDateMask()), FCount(count), FProgress(progress) {}
+
+  TWorkbook& Add(const std::string& name, std::size_t frozenRows) {
+    FProgress.SetPosition(static_cast<double>(FAdded++));
+    FProgress.SetStatus(fmt::format("Creating Sheet {} of {}", FAdded, FCount));
+    FProgress.ProcessMessages();
+    FWorkbook.AddSheet(name, frozenRows);
+    return FWorkbook;
+  }
+  void RowWritten() {
+    if (++FRows % kRowsPerStep == 0) FProgress.ProcessMessages();
+  }
+  void Close() {
+    FWorkbook.Close();
+    FProgress.SetPosition(static_cast<double>(std::max<std::size_t>(FCount, 1)));
+  }
+
+ private:
+  TWorkbook FWorkbook;
+  std::size_t FCount;
+  std::size_t FAdded = 0;
+  std::size_t FRows = 0;
+  IProgress& FProgress;
+};
+
+// Has `fill` fill the sheets of a file.
+template <class TFill>
+void WriteSheets(const fs::path& file, std::size_t count, IProgress& progress, const TFill& fill) {
+  progress.SetStatus("Creating XLSX File...");
+  progress.SetPosition(0);
+  progress.SetMaximum(static_cast<double>(std::max<std::size_t>(count, 1)));
+  progress.ProcessMessages();
+  WriteExport(file, [&](const fs::path& beside) {
+    TSheets sheets(beside, count, progress);
+    fill(sheets);
+    sheets.Close();
+  });
+}
+
+void RefuseTooLong(const TDataset& table, std::size_t titleRows) {
+  const std::size_t most = TWorkbook::kMostRows - titleRows;
+  if (table.RecordCount() <= most) return;
+  throw std::runtime_error(
+      fmt::format("The table has {} rows, and a sheet of an XLSX file holds {}. Export the table as CSV instead.",
+                  table.RecordCount(), most));
+}
+
+// The titles in the given row, the records below.
+void WriteTable(TDataset& table, std::size_t titleRow, TWorkbook& book, TSheets& sheets) {
+  const std::size_t fields = table.Fields().size();
+  const auto timestamp = table.FindField(kTimestamp);
+  std::vector<std::size_t> widths(fields);
+  const auto writeText = [&](std::size_t row, std::size_t field, const std::string& text) {
+    widths[field] = std::max(widths[field], text.size());
+    book.WriteText(row, field, text);
+  };
+  for (std::size_t field = 0; field < fields; ++field) writeText(titleRow, field, table.Fields()[field].Label);
+  const std::string mask = WorkbookDateMask();
+  std::size_t row = titleRow;
+  for (table.First(); !table.Eof(); table.Next()) {
+    ++row;
+    const std::size_t record = table.CurrentRow();
+    for (std::size_t field = 0; field < fields; ++field) {
+      if (field != timestamp) {
+        writeText(row, field, table.DisplayText(record, field));
+      } else if (!table.IsNull(record, field)) {
+        const double time = table.DateTime(record, field);
+        book.WriteDateTime(row, field, time, FormatDateTime(mask, time));
+      }
+    }
+    sheets.RowWritten();
+  }
+  if (timestamp) widths[*timestamp] = std::max(widths[*timestamp], mask.size());
+  for (std::size_t field = 0; field < fields; ++field) {
+    book.SetColumnWidth(field, std::min(widths[field] + 2, kMostWidth));
+  }
+}
+
+void WriteEventHead(const TEventSource& source, std::size_t index, const TCurveTitles& titles, TWorkbook& book) {
+  const TEvent& event = source.events.GetItem(index);
+  const auto metric = [&](std::size_t row, std::size_t column, std::string_view field) {
+    book.WriteText(row, column, fmt::format("{}:", field));
+    const auto found = source.table.FindField(field);
+    if (found && !source.table.IsNull(index, *found)) {
+      book.WriteNumber(row, column + 1, double{source.table.Single(index, *found)});
+    }
+  };
+  book.WriteText(0, 0, "Start Time:");
+  const double start = DateTimeOf(source.events.StartTime, event.GetStartTime());
+  book.WriteText(0, 1, FormatDateTime(WorkbookDateMask(), start));
+  book.WriteText(0, 3, "Event ID:");
+  book.WriteNumber(0, 4, event.ID);
+  metric(1, 0, "Acceleration max");
+  metric(1, 3, "IoT total");
+  metric(2, 0, "ToT total");
+  metric(2, 3, "IoT max");
+  for (std::size_t i = 0; i < titles.size(); ++i) {
+    book.WriteText(kEventTitleRows - 1, i, titles[i]);
+    book.SetColumnWidth(i, kEventWidths[i]);
+  }
+}
+
+std::size_t SheetsFor(const TEvent& event) {
+  return event.Count() <= kMostSamples ? 1 : (event.Count() + kMostSamples - 1) / kMostSamples;
+}
+
+void WriteCurveRow(const TCurveRow& values, std::size_t row, TWorkbook& book, TSheets& sheets) {
+  for (std::size_t i = 0; i < values.size(); ++i) book.WriteNumber(row, i, values[i]);
+  sheets.RowWritten();
+}
+
+void WriteEvent(const TEventSource& source, std::size_t index, bool highPass, TSheets& sheets) {
+  const TEvent& event = source.events.GetItem(index);
+  std::size_t part = 0;
+  TWorkbook* book = nullptr;
+  const auto newSheet = [&] {
+    book = &sheets.Add(EventSheetName(event.ID, ++part), kEventTitleRows);
+    WriteEventHead(source, index, kTimeTitles, *book);
+    return kEventTitleRows;
+  };
+  std::size_t row = newSheet();
+  ForEachCurveRow(event, highPass, [&](const TCurveRow& values) {
+    if (row == TWorkbook::kMostRows) row = newSheet();
+    WriteCurveRow(values, row++, *book, sheets);
+  });
+}
+
+}  // namespace
+
+void ExportTableXlsx(const TMissionData& mission, TDataset& table, const fs::path& file, IProgress& progress) {
+  RefuseTooLong(table, 2);
+  WriteSheets(file, 1, progress, [&](TSheets& sheets) {
+    TWorkbook& book = sheets.Add(SafeSheetName(fmt::format("{}{}", kMissionName, mission.sID)), 2);
+    book.WriteText(0, 0, "Mission ID:");
+    book.WriteText(0, 1, mission.sID);
+    WriteTable(table, 1, book, sheets);
+  });
+}
+
+void ExportMeasurementsXlsx(TDataset& sensors, TDataset& battery, const fs::path& file, IProgress& progress) {
+  RefuseTooLong(sensors, 1);
+  RefuseTooLong(battery, 1);
+  WriteSheets(file, 2, progress, [&](TSheets& sheets) {
+    WriteTable(sensors, 0, sheets.Add("Sensors", 1), sheets);
+    WriteTable(battery, 0, sheets.Add("Battery", 1), sheets);
+  });
+}
+
+void ExportEventsXlsx(const TEventSource& source, std::span<const std::uint32_t> indices, const fs::path& file,
+                      IProgress& progress) {
+  std::size_t count = 0;
+  for (const std::uint32_t index : indices) count += SheetsFor(source.events.GetItem(index));
+  WriteSheets(file, count, progress, [&](TSheets& sheets) {
+    for (const std::uint32_t index : indices) WriteEvent(source, index, false, sheets);
+  });
+}
+
+void ExportEventXlsx(const TEventSource& source, std::size_t index, bool highPass, const fs::path& file,
+                     IProgress& progress) {
+  const std::size_t count = highPass ? 1 : SheetsFor(source.events.GetItem(index));
+  WriteSheets(file, count, progress, [&](TSheets& sheets) { WriteEvent(source, index, highPass, sheets); });
+}
+
+void ExportSpectrumXlsx(const TEventSource& source, std::size_t index, const TSpectrum& spectrum, const fs::path& file,
+                        IProgress& progress) {
+  WriteSheets(file, 1, progress, [&](TSheets& sheets) {
+    const std::string name = fmt::format("{} Spectral Analysis", EventSheetName(source.events.GetItem(index).ID));
+    TWorkbook& book = sheets.Add(SafeSheetName(name), kEventTitleRows);
+    WriteEventHead(source, index, kSpectrumTitles, book);
+    std::size_t row = kEventTitleRows;
+    for (const TSpectrumLine& line : spectrum.lines) WriteCurveRow(RowOf(line), row++, book, sheets);
+  });
+}

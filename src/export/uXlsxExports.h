@@ -1,0 +1,42 @@
+// Every XLSX export. Main thread only.
+//
+// Progress goes to an IProgress; what its ProcessMessages throws ends the export and leaves no file. A file that cannot
+// be written throws std::filesystem::filesystem_error with its path; an older file of that name then is as it was.
+// A table with more rows than a sheet holds throws std::runtime_error and nothing is written.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <span>
+
+#include "analysis/uDataset.h"
+#include "analysis/uSpectrum.h"
+#include "base/uProgress.h"
+#include "model/uEvents.h"
+#include "model/uGlobalSharedVariables.h"
+
+// The mission's shock events with their metrics: row i of the table, whatever it shows, is event i of the list.
+struct TEventSource {
+  const TEventList& events;
+  const TDataset& table;
+};
+
+// One sheet "Mission-" and the ID, with the ID above the titles.
+void ExportTableXlsx(const TMissionData& mission, TDataset& table, const std::filesystem::path& file,
+                     IProgress& progress);
+
+// Two sheets, "Sensors" and "Battery".
+void ExportMeasurementsXlsx(TDataset& sensors, TDataset& battery, const std::filesystem::path& file,
+                            IProgress& progress);
+
+// A sheet for each event, by the indices of the events in the list. An event that is too long for a sheet goes on in
+// another one with the same head.
+void ExportEventsXlsx(const TEventSource& source, std::span<const std::uint32_t> indices,
+                      const std::filesystem::path& file, IProgress& progress);
+
+// The event of the shock chart: its curves as the chart shows them, or its spectrum.
+void ExportEventXlsx(const TEventSource& source, std::size_t index, bool highPass, const std::filesystem::path& file,
+                     IProgress& progress);
+void ExportSpectrumXlsx(const TEventSource& source, std::size_t index, const TSpectrum& spectrum,
+                        const std::filesystem::path& file, IProgress& progress);

@@ -1,0 +1,131 @@
+#include "export/uXlsxExports.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <zlib.h>
+
+#include <cstring>
+
+#include "analysis/uMissionDatasets.h"
+#include "base/uDateTime.h"
+#include "model/uExceptions1V0.h"
+#include "tests/support/uLogProgress.h"
+#include "tests/support/uTestRecording.h"
+#include "tests/support/uThreeEvents.h"
+
+namespace fs = std::filesystem;
+using testing::HasSubstr;
+
+namespace {
+
+template <class T>
+T NumberAt(const TBytes& bytes, std::size_t at) {
+  T value{};
+  std::memcpy(&value, bytes.data() + at, sizeof value);
+  return value;
+}
+
+// One file of a zip archive, found by the archive's directory.
+std::string PartOf(const fs::path& archive, std::string_view name) {
+  const TBytes zip = BytesOfFile(archive);
+  std::size_t entry = NumberAt<std::uint32_t>(zip, zip.size() - 6);
+  while (NumberAt<std::uint32_t>(zip, entry) == 0x02014B50) {
+    const std::size_t length = NumberAt<std::uint16_t>(zip, entry + 28);
+    const std::string_view found(reinterpret_cast<const char*>(zip.data()) + entry + 46, length);
+    if (found == name) {
+      const std::size_t local = NumberAt<std::uint32_t>(zip, entry + 42);
+      const std::size_t from =
+          local + 30 + NumberAt<std::uint16_t>(zip, local + 26) + NumberAt<std::uint16_t>(zip, local + 28);
+      std::string text(NumberAt<std::uint32_t>(zip, entry + 24), '\0');
+      z_stream stream{};
+      inflateInit2(&stream, -15);
+      stream.next_in = const_cast<Bytef*>(zip.data()) + from;
+      stream.avail_in = NumberAt<std::uint32_t>(zip, entry + 20);
+      stream.next_out = reinterpret_cast<Bytef*>(text.data());
+      stream.avail_out = static_cast<uInt>(text.size());
+      inflate(&stream, Z_FINISH);
+      inflateEnd(&stream);
+      return text;
+    }
+    entry += 46 + length + NumberAt<std::uint16_t>(zip, entry + 30) + NumberAt<std::uint16_t>(zip, entry + 32);
+  }
+  return {};
+}
+
+std::ptrdiff_t OpenFiles() {
+  return std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator());
+}
+
+class XlsxExports : public testing::Test {
+ protected:
+  XlsxExports() {
+    Read(ThreeEvents());
+    TNoProgress progress;
+    LoadKorvexFileData(MissionData, EventList, SensorList, {}, progress, Tables);
+  }
+  TTempFolder Folder;
+  TMissionDatasets Tables;
+  TLogProgress Progress;
+};
+
+TEST_F(XlsxExports, SheetsAreToldBeforeTheyAreWritten) {
+  constexpr std::uint32_t kTwo[] = {2, 0};
+  ExportEventsXlsx({EventList, Tables.Events}, kTwo, Folder / "e.xlsx", Progress);
+  EXPECT_EQ(Progress.log, "Creating XLSX File... @0 of 2 @0Creating Sheet 1 of 2 @1Creating Sheet 2 of 2 @2");
+  const std::string book = PartOf(Folder / "e.xlsx", "xl/workbook.xml");
+  EXPECT_LT(book.find("\"Event 2\""), book.find("\"Event 0\"")) << "the order is that of the list";
+  Progress.log.clear();
+  ExportMeasurementsXlsx(Tables.Sensors, Tables.Battery, Folder / "m.xlsx", Progress);
+  EXPECT_THAT(Progress.log, HasSubstr("Creating Sheet 2 of 2"));
+}
+
+TEST_F(XlsxExports, TheChartsEventIsItsCurvesOrItsSpectrum) {
+  TSpectrum spectrum;
+  spectrum.lines = {{0, 1, 2, 3, 4}, {0.5, 6.25, 7, 8, 9}};
+  ExportSpectrumXlsx({EventList, Tables.Events}, 1, spectrum, Folder / "s.xlsx", Progress);
+  EXPECT_THAT(PartOf(Folder / "s.xlsx", "xl/workbook.xml"), HasSubstr("name=\"Event 1 Spectral Analysis\""));
+  const std::string sheet = PartOf(Folder / "s.xlsx", "xl/worksheets/sheet1.xml");
+  EXPECT_THAT(sheet, HasSubstr("<t>HZ</t>"));
+  EXPECT_THAT(sheet, HasSubstr(R"(<row r="7"><c r="A7"><v>0.5</v></c><c r="B7"><v>6.25</v></c>)"));
+
+  ExportEventXlsx({EventList, Tables.Events}, 1, false, Folder / "s.xlsx", Progress);
+  EXPECT_THAT(PartOf(Folder / "s.xlsx", "xl/worksheets/sheet1.xml"), HasSubstr(R"(<c r="B7"><v>9</v></c>)"));
+  ExportEventXlsx({EventList, Tables.Events}, 1, true, Folder / "s.xlsx", Progress);
+  EXPECT_THAT(PartOf(Folder / "s.xlsx", "xl/worksheets/sheet1.xml"), Not(HasSubstr(R"(<c r="B7"><v>9</v></c>)")));
+}
+
+// A date format may hold what means something else in a spreadsheet.
+TEST_F(XlsxExports, TheDateFormatBecomesTheSpreadsheets) {
+  for (const auto& [mask, format] :
+       {std::pair("dd/mm/yyyy", "dd\\/mm\\/yyyy hh:mm:ss.000"), {"[Red]yy", "\\[\\R\\ed\\]yy hh:mm:ss.000"}}) {
+    SetShortDateFormat(mask);
+    ExportTableXlsx(MissionData, Tables.Battery, Folder / "b.xlsx", Progress);
+    EXPECT_THAT(PartOf(Folder / "b.xlsx", "xl/styles.xml"), HasSubstr(std::string("formatCode=\"") + format));
+  }
+  SetShortDateFormat("yyyy-mm-dd");
+}
+
+TEST_F(XlsxExports, CancelLeavesTheOlderFileAndNothingOpen) {
+  const fs::path file = Folder / "e.xlsx";
+  WriteFile(file, {1, 2, 3});
+  constexpr std::uint32_t kAll[] = {0, 1, 2};
+  const std::ptrdiff_t before = OpenFiles();
+  Progress.most = 3;
+  EXPECT_THROW(ExportEventsXlsx({EventList, Tables.Events}, kAll, file, Progress), EKorvex);
+  EXPECT_EQ(OpenFiles(), before);
+  EXPECT_EQ(BytesOfFile(file), (TBytes{1, 2, 3}));
+  EXPECT_EQ(std::distance(fs::directory_iterator(Folder.Path()), fs::directory_iterator()), 1);
+}
+
+TEST_F(XlsxExports, AFileThatCannotBeWrittenIsNamed) {
+  const fs::path file = Folder / "vanished" / "e.xlsx";
+  try {
+    ExportTableXlsx(MissionData, Tables.Events, file, Progress);
+    FAIL();
+  } catch (const fs::filesystem_error& error) {
+    EXPECT_EQ(error.path1(), file);
+    EXPECT_EQ(error.code(), std::errc::no_such_file_or_directory);
+  }
+}
+
+}  // namespace
