@@ -74,6 +74,7 @@ TDisplaySettings ReadDisplaySettings(const TMissionData& mission, const IMainScr
     settings.Limits[static_cast<std::size_t>(TQuantity::Acceleration)] = {-level, level};
   }
   settings.AlarmActive = std::get<bool>(screen.Value("barbtnlrgAlarm"));
+  settings.Company = std::get<std::string>(screen.Value("cxTextEditCompanyName"));
   settings.PointAbsorption = std::get<bool>(screen.Value("chboxShockChartPointAbsorption"));
   for (std::size_t i = 0; i < kAnalogInputs.size(); ++i) {
     settings.AnalogNames[i] = std::get<std::string>(screen.Value(kNameControls[i]));

@@ -27,6 +27,7 @@ struct TDisplaySettings {
   bool AccelerationFromFile = false;                    // the limits in force are the recording's
   bool AlarmActive = false;
   bool PointAbsorption = true;
+  std::string Company;
   std::array<std::string, kAnalogInputs.size()> AnalogNames = {"A1", "A2", "A3", "A4"};
   // Colours as 0xRRGGBB: x, y, z, total; left inner and outer, right inner and outer axis; kColouredSensors.
   std::array<std::uint32_t, 4> AccelerationColours{};

@@ -15,6 +15,20 @@ void EnableAccelerationLimits(IMainScreen& screen) {
 
 }  // namespace
 
+std::vector<TFigure> NamedSensorFigures(const TShownMission& mission) {
+  std::vector<TFigure> figures = SensorFigures(mission.Summary);
+  for (TFigure& figure : figures) {
+    for (std::size_t i = 0; i < kAnalogInputs.size(); ++i) {
+      const std::string& name = mission.Display.AnalogNames[i];
+      if (figure.label == kAnalogInputs[i] && !name.empty()) {
+        figure.label = name;
+        break;
+      }
+    }
+  }
+  return figures;
+}
+
 void ApplySettings(TShownMission& mission, IMainScreen& screen) {
   TDisplaySettings now = ReadDisplaySettings(mission.Data, screen);
   const bool changed = now != mission.Display;

@@ -148,6 +148,8 @@ TEST_F(SettingsOfTheWindow, FormatsNamesAndDatesAreShownAtOnceAndMoveNothing) {
   EXPECT_EQ(Find<QLabel>("lblCardToTTotalValue")->text(), "3.00 msec") << "of event 1";
   Choose("cmbSettingsDateTimeFormat", 11);
   EXPECT_EQ(Cell(grid, 0, "Timestamp").text, "16.07.2023 06:00:00");
+  Find<QLineEdit>("cxTextEditCompanyName")->setText("<b>Acme");
+  EXPECT_EQ(FForm->Flow().Mission().Display.Company, "<b>Acme");
   EXPECT_EQ(grid->currentIndex(), before);
   EXPECT_EQ(FForm->Flow().Mission().SelectedEvent, 1U);
 }

@@ -41,6 +41,7 @@
 #include "gui/welcome/uRecentFiles.h"
 #include "gui/welcome/uUserManualIcon.h"
 #include "gui/welcome/uWellcomePanel.h"
+#include "shell/uSettingsCommands.h"
 
 Q_LOGGING_CATEGORY(lcStart, "shockscope.start", QtWarningMsg)
 
@@ -404,7 +405,7 @@ void TMainScreen::TellLimits() {
 void TMainScreen::ShowDetails(const TShownMission& mission) {
   FParts.docks.details->ShowSections({{QObject::tr("Mission"), HeaderFigures(mission.Data)},
                                       {QObject::tr("Events"), EventFigures(mission.Summary, mission.Events)},
-                                      {QObject::tr("Sensors"), SensorFigures(mission.Summary)}});
+                                      {QObject::tr("Sensors"), NamedSensorFigures(mission)}});
 }
 
 void TMainScreen::RefreshGrid(std::string_view grid) {

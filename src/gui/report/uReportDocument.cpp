@@ -5,6 +5,7 @@
 #include "analysis/uMissionFigures.h"
 #include "gui/common/uQtText.h"
 #include "shell/uAlarmMarks.h"
+#include "shell/uSettingsCommands.h"
 
 namespace {
 
@@ -60,9 +61,10 @@ std::unique_ptr<QTextDocument> MakeReport(const TShownMission& mission) {
       "table { border-color: #999999; }");
   const QString damage =
       mission.Damage.empty() ? QString() : "<p class='damage'>" + QtText(mission.Damage).toHtmlEscaped() + "</p>";
-  document->setHtml("<p class='title'>Shock report</p>" + damage + FigureTable("Mission", HeaderFigures(mission.Data)) +
+  document->setHtml("<p>" + Safe(mission.Display.Company) + "</p><p class='title'>Shock report</p>" + damage +
+                    FigureTable("Mission", HeaderFigures(mission.Data)) +
                     FigureTable("Events", EventFigures(mission.Summary, mission.Events)) +
-                    FigureTable("Sensors", SensorFigures(mission.Summary)) +
+                    FigureTable("Sensors", NamedSensorFigures(mission)) +
                     ImportantTable(mission.Tables.Important, mission.Display.Formats));
   return document;
 }
