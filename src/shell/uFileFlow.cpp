@@ -84,7 +84,12 @@ void TFileFlow::Reload() {
   if (Busy() || FFileName.empty()) return;
   std::optional<TKept> kept;
   if (FileShown())
-    kept = {FMission.SelectedEvent, FView, FMission.Tables.Events.IndexName(), ClosedDockPanels(FScreen),
+    kept = {FMission.SelectedEvent,
+            FView,
+            FMission.Tables.Events.IndexName(),
+            FMission.Tables.Sensors.IndexName(),
+            FMission.Tables.Battery.IndexName(),
+            ClosedDockPanels(FScreen),
             FScreen.IsVisible("dxDockPanelFilter")};
   Start(std::string(FFileName), std::move(kept));
 }
@@ -139,6 +144,7 @@ void TFileFlow::OpenDataFile(const std::string& fileName) {
   FScreen.SetVisible("pnlDamaged", false);
   FScreen.EmptyGridsAndCharts();
   FMission.SelectedEvent.reset();
+  FMission.ChosenEvent.reset();
   FMission.Tables = {};
   FMission.CLDS.Clear();
   ClearMission();
@@ -292,6 +298,7 @@ void TFileFlow::FileLoadComplete() {
 
 void TFileFlow::Restore(const TKept& kept) {
   OrderEventsBy(FMission, kept.order, FScreen);
+  OrderReadingsBy(FMission, kept.sensorsOrder, kept.batteryOrder, FScreen);
   for (const std::string_view panel : kept.closed) FScreen.SetVisible(panel, false);
   if (kept.filterPanel) FScreen.SetVisible("dxDockPanelFilter", true);
 }

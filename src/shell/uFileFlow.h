@@ -65,7 +65,8 @@ class TFileFlow {
   struct TKept {  // by a reload
     std::optional<std::size_t> selectedEvent;
     TView view;
-    std::string order;                     // the index of the event tables
+    std::string order;  // the index of the event tables
+    std::string sensorsOrder, batteryOrder;
     std::vector<std::string_view> closed;  // dock panels
     bool filterPanel;                      // is open
   };

@@ -9,8 +9,8 @@ void Apply(TShownMission& mission, IMainScreen& screen) {
   FilterCompanion(mission);
   screen.RebuildFilteredEvents();
   screen.ShowFilter(mission);
-  const auto event = VisibleOrFirst(mission.CLDS, mission.SelectedEvent);
-  if (event != mission.SelectedEvent) SelectEvent(mission, event, screen);
+  const auto event = VisibleOrFirst(mission.CLDS, mission.ChosenEvent);
+  if (event != mission.SelectedEvent) SelectForNow(mission, event, screen);
 }
 
 }  // namespace

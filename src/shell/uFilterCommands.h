@@ -1,5 +1,5 @@
-// What the user does with the event filter, on the shown mission. The selected event stays while it can be seen;
-// otherwise the first visible one in the grid's order is selected, and where nothing is visible nothing.
+// What the user does with the event filter, on the shown mission. The event that the user chose is selected
+// while it can be seen; otherwise the first visible one in the grid's order is, and where nothing is visible nothing.
 #pragma once
 
 #include "shell/uMainScreen.h"

@@ -22,6 +22,11 @@ void FillCompanion(TShownMission& mission) {
 }
 
 void SelectEvent(TShownMission& mission, std::optional<std::size_t> event, IMainScreen& screen) {
+  mission.ChosenEvent = event;
+  SelectForNow(mission, event, screen);
+}
+
+void SelectForNow(TShownMission& mission, std::optional<std::size_t> event, IMainScreen& screen) {
   if (event && *event >= mission.Events.Count()) event.reset();
   mission.SelectedEvent = event;
   screen.ShowSelectedEvent(event);
@@ -55,6 +60,11 @@ void OrderEventsBy(TShownMission& mission, std::string_view index, IMainScreen& 
   screen.RefreshGrid("dbgShocks");
   screen.RefreshGrid("dbgFilteredShocks");
   screen.PositionEventGrids(mission.SelectedEvent);
+}
+
+void OrderReadingsBy(TShownMission& mission, std::string_view sensors, std::string_view battery, IMainScreen& screen) {
+  if (mission.Tables.Sensors.SelectIndex(sensors)) screen.RefreshGrid("DBGrid2");
+  if (mission.Tables.Battery.SelectIndex(battery)) screen.RefreshGrid("DBGrid8");
 }
 
 void OrderMostImportantBy(TShownMission& mission, int entry, IMainScreen& screen) {

@@ -30,6 +30,8 @@ struct TShownMission {
   TDisplaySettings Display;                  // outlives the mission
   TTimeSpan Band{0, 0};                      // of the navigator
   std::optional<std::size_t> SelectedEvent;  // index in Events
+  // What the user chose, who may be hidden by the filter for now: another event is selected in its place.
+  std::optional<std::size_t> ChosenEvent;
 
   // The conditions stay while the filter is off, also when another file is opened. It is never on without one.
   TEventFilter Filter;

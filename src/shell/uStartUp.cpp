@@ -69,7 +69,7 @@ void LoadLayouts(const fs::path& folder, TSteps& steps, IMainScreen& screen) {
   const fs::path user = folder / kUserLayoutFile;
   if (!Exists(user)) return;
   steps.Run(user, [&] { screen.LoadLayout(user); });
-  CloseDockPanels(screen);  // the layout may show them, and no file is shown
+  CloseAllPanels(screen);  // the layout may show them, and no file is shown
 }
 
 }  // namespace

@@ -67,6 +67,10 @@ void CloseDockPanels(IMainScreen& screen) {
   Hide(screen, {kDockPanels});
 }
 
+void CloseAllPanels(IMainScreen& screen) {
+  Hide(screen, {kDockPanels, kFilterPanel});
+}
+
 void ShowDockPanels(IMainScreen& screen, TView view) {
   switch (view) {
     case TView::Overview:

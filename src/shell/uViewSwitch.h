@@ -13,6 +13,8 @@ enum class TView { Overview, Shock, Report };
 void EnterWelcomeState(IMainScreen& screen);
 // Closes the four dock panels.
 void CloseDockPanels(IMainScreen& screen);
+// The same and the filter's editor.
+void CloseAllPanels(IMainScreen& screen);
 // Shows the dock panels that belong to the view and closes the others.
 void ShowDockPanels(IMainScreen& screen, TView view);
 // The dock panels that are closed.

@@ -337,7 +337,9 @@ TEST_F(FileFlow, ReloadKeepsViewAndSelectionAnOpenDoesNot) {
   EXPECT_EQ(FFlow.View(), TView::Shock);
   EXPECT_EQ(FFlow.Mission().SelectedEvent, 2U);
   EXPECT_EQ(FFlow.Mission().CLDS.IndexName(), "DBCDesc") << "the order stays";
-  EXPECT_THAT(FScreen.Said(), HasSubstr("position 2; hide dxDockPanelNavigator; recent 1 files 1 folders; text"));
+  EXPECT_THAT(
+      FScreen.Said(),
+      HasSubstr("position 2; grid DBGrid2; grid DBGrid8; hide dxDockPanelNavigator; recent 1 files 1 folders; text"));
 
   Save("three.kshock", TTestRecording().Creator().MissionHeader(2, 2));
   FFlow.Reload();

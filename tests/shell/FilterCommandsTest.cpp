@@ -36,12 +36,12 @@ class FilterCommands : public testing::Test {
   TLoggingScreen FScreen;
 };
 
-TEST_F(FilterCommands, TheSelectedEventStaysWhileItIsVisibleElseTheFirstInOrderIsSelected) {
+TEST_F(FilterCommands, TheChosenEventIsSelectedWhileItIsVisibleElseTheFirstInOrder) {
   EXPECT_EQ(Change({6, {}}), "filtered events; filter on: 2 of 3; ");
   ShockGridTitleClick(FMission, "IoT total", FScreen);  // 1, 0, 2
   FScreen.Said();
   EXPECT_EQ(Change({{}, 8}), "filtered events; filter on: 1 of 3; selected 2; position 2; ");
-  EXPECT_EQ(Change({{}, {}}), "filtered events; filter off: 3 of 3; ") << "event 2 is still visible";
+  EXPECT_EQ(Change({{}, {}}), "filtered events; filter off: 3 of 3; selected 1; position 1; ") << "as the user chose";
   EXPECT_EQ(Change({{}, 20}), "filtered events; filter on: 3 of 3; ");
   EXPECT_EQ(Change({{}, 19}), "filtered events; filter on: 2 of 3; ");
   SelectEvent(FMission, 0, FScreen);
@@ -86,7 +86,7 @@ TEST_F(FilterCommands, OtherLimitsInForceCountAtOnceWhereTheFilterAsksForThem) {
   EXPECT_EQ(FScreen.Said(), "filtered events; filter on: 1 of 3; selected 0; position 0; ");
   FMission.Display.Limits[0] = TLimits{-8, 8};
   AlarmLimitsChanged(FMission, FScreen);
-  EXPECT_EQ(FScreen.Said(), "filtered events; filter on: 2 of 3; ");
+  EXPECT_EQ(FScreen.Said(), "filtered events; filter on: 2 of 3; selected 1; position 1; ");
   FMission.Display.Limits[0] = TLimits{-1, 1};
   AlarmLimitsChanged(FMission, FScreen);
   EXPECT_EQ(FScreen.Said(), "filtered events; filter on: 3 of 3; ");

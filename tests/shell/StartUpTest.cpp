@@ -97,7 +97,7 @@ TEST_F(SettingsFolder, TheFirstStartLeavesFilesToReplaceAndLaterOnesLoadThem) {
   EXPECT_THAT(log, testing::StartsWith("set cmbSettingsDateTimeFormat; set cxTextEditCompanyName; "));
   EXPECT_THAT(log, testing::EndsWith("set cmbOrderMostImporantBy; load logo 0 Company-Logo.png; "
                                      "load logo 1 Report-Logo.png; load layout user-layout.ini; hide" +
-                                     kDockPanelNames + "; recent 1 files 1 folders; "));
+                                     kDockPanelNames + " dxDockPanelFilter; recent 1 files 1 folders; "));
 }
 
 TEST_F(SettingsFolder, WithoutOneNothingIsReadOrWritten) {
@@ -110,13 +110,14 @@ TEST_F(SettingsFolder, AStepThatFailsCostsNoOtherAndAllOfThemOneMessage) {
   Touch({"Company-Logo.png", "recentdocuments.ini", "user-layout.ini"});
   FScreen.Unusable = {"Company-Logo.png", "default-layout.ini"};
   const std::string folder = FFolder.Path().string();
-  EXPECT_EQ(Start(),
-            "load logo 0 Company-Logo.png; save logo 1 Report-Logo.png; save layout default-layout.ini; "
-            "load layout user-layout.ini; hide" +
-                kDockPanelNames +
-                "; recent 0 files 0 folders; box \"Not everything in the settings folder can be used.\" " + folder +
-                "/Company-Logo.png: of no use\n" + folder + "/default-layout.ini: of no use\n" + folder +
-                "/recentdocuments.ini: The file makes no sense.; ");
+  EXPECT_EQ(
+      Start(),
+      "load logo 0 Company-Logo.png; save logo 1 Report-Logo.png; save layout default-layout.ini; "
+      "load layout user-layout.ini; hide" +
+          kDockPanelNames +
+          " dxDockPanelFilter; recent 0 files 0 folders; box \"Not everything in the settings folder can be used.\" " +
+          folder + "/Company-Logo.png: of no use\n" + folder + "/default-layout.ini: of no use\n" + folder +
+          "/recentdocuments.ini: The file makes no sense.; ");
   EXPECT_EQ(Close(),
             "free point absorption; save logo 0 Company-Logo.png; save logo 1 Report-Logo.png; box \"Not "
             "everything could be saved.\" " +

@@ -79,6 +79,14 @@ void TGrid::Refresh() {
   HoverAnew();
 }
 
+void TGrid::RefreshRows(std::optional<std::size_t> id) {
+  const bool inSight = currentIndex().isValid() && viewport()->rect().intersects(visualRect(currentIndex()));
+  const int top = verticalScrollBar()->value();
+  Refresh();
+  SetCurrentId(id);
+  if (!inSight) verticalScrollBar()->setValue(top);
+}
+
 void TGrid::SetCurrentId(std::optional<std::size_t> id) {
   const QScopedValueRollback<bool> setting(FSetting, true);
   const auto position = id ? FModel->PositionOf(*id) : std::nullopt;

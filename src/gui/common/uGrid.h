@@ -30,6 +30,9 @@ class TGrid : public QTableView {
   // The table's order, or which of its rows it shows, changed: redraws what is visible and moves the sort mark; the
   // scroll position stays.
   void Refresh();
+  // The table shows other rows: the row of this "ID" becomes the current one; the scroll position stays unless the
+  // current row was in sight.
+  void RefreshRows(std::optional<std::size_t> id);
   // Formats or labels changed: columns that the user left alone grow to fit.
   void Reformat();
   // Makes the row of this "ID" the current one and scrolls to it; nothing takes the current row away. TitleClicked and

@@ -15,6 +15,7 @@
 #include <QShortcut>
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "base/uDateTime.h"
 #include "base/uText.h"
@@ -30,7 +31,7 @@ struct TQuantityRow {
 constexpr std::array<TQuantityRow, kFilteredFields.size()> kRows = {
     {{"AccelerationMax", "g"}, {"ToTTotal", "msec"}, {"ToTMax", "msec"}, {"IoTTotal", "g ms"}, {"IoTMax", "g ms"}}};
 constexpr std::size_t kHistogramSteps = 64;
-constexpr double kLargestLimit = 1e30;       // a single holds more
+constexpr double kLargestLimit = std::numeric_limits<float>::max();
 constexpr double kLastDateTime = 2958465.0;  // 9999-12-31
 const QDate kDayZero(1899, 12, 30);
 
@@ -356,18 +357,14 @@ void TFilterPanel::Write(const TEventFilter& filter) {
 
 // An open end offers the recording's own.
 void TFilterPanel::WriteTimes(const TRange& time) {
-  TRange whole{0.0, 0.0};
-  if (FMission != nullptr && FMission->Events.Count() > 0) {
-    const TEventList& events = FMission->Events;
-    whole.from = DateTimeOf(events.StartTime, events.GetItem(0).GetStartTime());
-    whole.to = DateTimeOf(events.StartTime, events.GetItem(events.Count() - 1).GetStartTime());
-  }
+  TRange whole;
+  if (FMission != nullptr) whole = {FMission->Summary.firstTime, FMission->Summary.lastTime};
   const auto write = [](const TTimeEnd& end, const std::optional<double>& moment, double otherwise) {
     end.on->setChecked(moment.has_value());
     end.edit->setDateTime(ToQt(moment.value_or(otherwise)));
   };
-  write(FTime[0], time.from, *whole.from);
-  write(FTime[1], time.to, *whole.to);
+  write(FTime[0], time.from, whole.from.value_or(0));
+  write(FTime[1], time.to, whole.to.value_or(0));
 }
 
 void TFilterPanel::ChooseQuantity(std::size_t quantity) {

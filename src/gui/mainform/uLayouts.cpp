@@ -54,20 +54,17 @@ QSplitter& TLayouts::Splitter(const char* name) const {
 }
 
 TLayouts::TArrangement TLayouts::Current() const {
-  TArrangement arrangement{FKept.isEmpty() ? FWindow.saveState() : FKept, {}};
+  TArrangement arrangement{AllClosed() && !FKept.isEmpty() ? FKept : FWindow.saveState(), {}};
   for (const char* name : kSplitterNames) arrangement.Splitters[name] = Splitter(name).sizes();
   return arrangement;
 }
 
 void TLayouts::Apply(const TArrangement& arrangement) {
-  const bool wereClosed = AllClosed();
   FWindow.restoreState(arrangement.Docks);
   BringOnScreen();
-  FKept.clear();
-  if (wereClosed) {
-    FKept = arrangement.Docks;
-    for (QDockWidget* panel : FPanels) panel->hide();
-  }
+  FKept = arrangement.Docks;  // where panels are closed before they were laid out
+  FKeeps = true;
+  SettleLater();
   for (const char* name : kSplitterNames) {
     const QList<int> sizes = arrangement.Splitters.value(name);
     if (!sizes.isEmpty()) Splitter(name).setSizes(sizes);
@@ -116,13 +113,18 @@ bool TLayouts::AllClosed() const {
 // the last is shown.
 void TLayouts::SetPanelVisible(QDockWidget& panel, bool visible) {
   if (visible && AllClosed()) FWereClosed = true;
-  if (!visible && FKept.isEmpty() && !panel.isHidden()) FKept = FWindow.saveState();
+  if (!visible && !panel.isHidden() && !std::exchange(FKeeps, true)) FKept = FWindow.saveState();
   panel.setVisible(visible);
+  SettleLater();
+}
+
+void TLayouts::SettleLater() {
   if (!std::exchange(FSettles, true)) QMetaObject::invokeMethod(this, &TLayouts::Settle, Qt::QueuedConnection);
 }
 
 void TLayouts::Settle() {
   FSettles = false;
+  FKeeps = false;
   if (AllClosed()) return;
   if (std::exchange(FWereClosed, false) && !FKept.isEmpty()) {
     QList<QDockWidget*> closed;

@@ -20,7 +20,7 @@ class TLayouts : public QObject {
 
   void RestoreDesigned();
   // Throws std::runtime_error when the file is of no use; the designed arrangement stands then. Floating panels come to
-  // lie on a screen. While all panels are closed they stay closed, and open in their new places.
+  // lie on a screen.
   void Load(const std::filesystem::path& file);
   // Throws when the file cannot be written.
   void Save(const std::filesystem::path& file) const;
@@ -37,6 +37,7 @@ class TLayouts : public QObject {
   [[nodiscard]] TArrangement Current() const;
   void Apply(const TArrangement& arrangement);
   [[nodiscard]] bool AllClosed() const;
+  void SettleLater();
   void Settle();
   void BringOnScreen() const;
 
@@ -45,5 +46,6 @@ class TLayouts : public QObject {
   QByteArray FKept;  // the panels before they were all closed
   TArrangement FDesigned;
   bool FWereClosed = false;
+  bool FKeeps = false;    // FKept is of this series of closings
   bool FSettles = false;  // Settle is to come
 };

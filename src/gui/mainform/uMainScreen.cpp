@@ -413,8 +413,7 @@ void TMainScreen::RefreshGrid(std::string_view grid) {
 }
 
 void TMainScreen::RebuildFilteredEvents() {
-  FParts.shock->FilteredShocks()->Refresh();
-  if (FMission != nullptr) FParts.shock->FilteredShocks()->SetCurrentId(FMission->SelectedEvent);
+  if (FMission != nullptr) FParts.shock->FilteredShocks()->RefreshRows(FMission->SelectedEvent);
 }
 
 void TMainScreen::ShowFilter(const TShownMission& mission) {

@@ -7,6 +7,19 @@
 #include <QTextDocument>
 #include <algorithm>
 
+#include "base/uDateTime.h"
+#include "gui/common/uQtText.h"
+
+namespace {
+
+// As every date of the program.
+QString DateText(const QDateTime& moment) {
+  const double day = static_cast<double>(QDate(1899, 12, 30).daysTo(moment.date()));
+  return QtText(FormatDateTime(DateTimeMask(), day + moment.time().msecsSinceStartOfDay() / kMsPerDay));
+}
+
+}  // namespace
+
 void TRecordingModel::SetEntries(std::vector<TFolderEntry> entries) {
   beginResetModel();
   FEntries = std::move(entries);
@@ -31,7 +44,7 @@ QVariant TRecordingModel::data(const QModelIndex& index, int role) const {
     case kSize:
       return QLocale().formattedDataSize(entry.Size);
     case kModified:
-      return QLocale().toString(entry.Modified, QLocale::ShortFormat);
+      return DateText(entry.Modified);
     default:
       return {};
   }
@@ -73,9 +86,8 @@ TRecordingList::TRecordingList(const QString& objectName, const QString& accessi
   header()->setSectionResizeMode(TRecordingModel::kSize, QHeaderView::Interactive);
   const QFontMetrics metrics = fontMetrics();
   header()->resizeSection(TRecordingModel::kSize, metrics.horizontalAdvance("1023.99 MiB") + 2 * metrics.height());
-  header()->resizeSection(TRecordingModel::kModified, metrics.horizontalAdvance(QLocale().toString(
-                                                          QDateTime::currentDateTime(), QLocale::ShortFormat)) +
-                                                          3 * metrics.height());
+  header()->resizeSection(TRecordingModel::kModified,
+                          metrics.horizontalAdvance("0000-00-00 00:00:00") + 3 * metrics.height());
   connect(this, &QTreeView::activated, this, [this](const QModelIndex& index) {
     emit FileChosen(QDir(FFolder).absoluteFilePath(FModel->Entry(index.row()).Name));
   });

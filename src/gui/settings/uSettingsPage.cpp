@@ -97,7 +97,7 @@ TSettingsPage::TSettingsPage(TLogos& logos) {
   addTab(MakeGeneral(logos), tr("&General"));
   addTab(MakeFormats(), tr("For&mats"));
   addTab(MakeColours(), tr("Colo&urs"));
-  addTab(MakeAnalogInputs(), tr("&Analog inputs"));
+  addTab(MakeAnalogInputs(), tr("Analog i&nputs"));
 }
 
 QWidget* TSettingsPage::MakeGeneral(TLogos& logos) {
