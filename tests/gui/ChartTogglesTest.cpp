@@ -6,6 +6,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QComboBox>
 #include <QLabel>
 #include <QTableView>
 #include <QTest>
@@ -15,6 +16,7 @@
 #include "gui/charts/uEventsChart.h"
 #include "gui/charts/uSelectedEventChart.h"
 #include "gui/charts/uSensorsChart.h"
+#include "gui/charts/uSpectrumChart.h"
 #include "gui/mainform/KorvexMainForm.h"
 #include "tests/support/uChartHands.h"
 #include "tests/support/uThreeEvents.h"
@@ -185,6 +187,33 @@ TEST_F(ChartToggles, TheValueTableShowsTheSamplesAndMarksTheOneUnderTheIndicator
   FForm->Flow().Reload();
   EXPECT_EQ(table.model()->rowCount(), 0) << "nothing refers to the mission that goes";
   ASSERT_TRUE(QTest::qWaitFor([this] { return !FForm->Flow().Busy(); }, kPatienceMs));
+}
+
+TEST_F(ChartToggles, TheSpectrumTakesThePlaceOfTheCurvesAndFollowsChoiceAndSelection) {
+  OpenShock();
+  auto& chart = Find<TSpectrumChart>("chartSpecAnalysis");
+  Press("S");
+  ASSERT_TRUE(chart.isVisible());
+  EXPECT_FALSE(Chart2().isVisible());
+  EXPECT_TRUE(Find<QAbstractButton>("swtSpecAnalysis").isChecked());
+  // Event 1: its constant part of 27 g over 5 samples.
+  EXPECT_NEAR(chart.Spectrum().lines.at(0).x, 5.4, 1e-6);
+  Find<QComboBox>("cmbSpecType").setCurrentText("Decibel");
+  EXPECT_NEAR(chart.Spectrum().lines.at(0).x, 20 * std::log10(5.4), 1e-6);
+  Find<QComboBox>("cmbSpecWindow").setCurrentText("Triangle");
+  EXPECT_GT(chart.Spectrum().lines.at(0).x, 20 * std::log10(5.4)) << "the middle weighs more";
+  Find<QComboBox>("cmbSpecType").setCurrentText("Amplitude");
+  const double before = chart.Spectrum().lines.at(0).x;
+  Press("N");
+  EXPECT_NE(chart.Spectrum().lines.at(0).x, before);
+  ClickLegend(chart, 0);
+  EXPECT_FALSE(Toggle("barbtnShockShowX").isChecked());
+  EXPECT_FALSE(Chart2().IsSeriesVisible(TSeries::X));
+  FForm->Flow().Reload();
+  EXPECT_TRUE(chart.Spectrum().lines.empty()) << "nothing refers to the mission that goes";
+  ASSERT_TRUE(QTest::qWaitFor([this] { return !FForm->Flow().Busy(); }, kPatienceMs));
+  Press("S");
+  EXPECT_TRUE(Chart2().isVisible());
 }
 
 TEST_F(ChartToggles, KeysWorkInTheViewOfTheirChartOnly) {

@@ -26,7 +26,7 @@ std::uint8_t AxisOf(const TEvent& event) {
 
 }  // namespace
 
-TEventsChart::TEventsChart(QWidget* parent) : TTimeChart(TTimeUnit::Days, parent) {
+TEventsChart::TEventsChart(QWidget* parent) : TTimeChart(TAxisUnit::Days, parent) {
   setAccessibleName(tr("Events chart"));
   ValueAxis().setLabel(tr("Acceleration (g)"));
   SetNothing(tr("No events"));

@@ -27,7 +27,7 @@ void Widen(std::optional<std::pair<double, double>>& range, double time) {
 
 }  // namespace
 
-TNavigatorChart::TNavigatorChart(QWidget* parent) : TTimeChart(TTimeUnit::Days, parent) {
+TNavigatorChart::TNavigatorChart(QWidget* parent) : TTimeChart(TAxisUnit::Days, parent) {
   setObjectName("ChartNavigator");
   setAccessibleName(tr("Navigator chart"));
   SetNothing(tr("No recording"));

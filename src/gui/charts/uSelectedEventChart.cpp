@@ -14,17 +14,11 @@ namespace {
 
 constexpr double kLineWidth = 1.2;
 constexpr double kLevelInSight = 4;  // times the largest value; a level above would press the event flat
-constexpr TSeries kAllSeries[] = {TSeries::X, TSeries::Y, TSeries::Z, TSeries::Total};
 constexpr double kWordsRoom = 0.08;  // of the values, above and below, for the name of the peak
-
-QString NameOf(TSeries series) {
-  const std::array names = {QObject::tr("X"), QObject::tr("Y"), QObject::tr("Z"), QObject::tr("Total")};
-  return names[static_cast<std::size_t>(series)];
-}
 
 }  // namespace
 
-TSelectedEventChart::TSelectedEventChart(QWidget* parent) : TTimeChart(TTimeUnit::Milliseconds, parent) {
+TSelectedEventChart::TSelectedEventChart(QWidget* parent) : TAccelerationChart(TAxisUnit::Milliseconds, parent) {
   setObjectName("Chart2");
   setAccessibleName(tr("Selected event chart"));
   ValueAxis().setLabel(tr("Acceleration (g)"));
@@ -156,19 +150,6 @@ void TSelectedEventChart::FindIntervals(const TEvent& event) {
   if (!std::ranges::is_sorted(FIntervals)) std::ranges::sort(FIntervals);
 }
 
-void TSelectedEventChart::SetSeriesVisible(TSeries series, bool visible) {
-  bool& now = FVisible[static_cast<std::size_t>(series)];
-  if (now == visible) return;
-  now = visible;
-  RescaleValues();
-  Restyle();
-}
-
-void TSelectedEventChart::SetColour(TSeries series, const QColor& colour) {
-  FColours[static_cast<std::size_t>(series)] = colour;
-  Restyle();
-}
-
 void TSelectedEventChart::SetAlarmLimits(TAlarmLimits limits) {
   FAlarm = limits;
   RescaleValues();
@@ -182,10 +163,10 @@ void TSelectedEventChart::SetMasks(TValueMasks masks) {
 void TSelectedEventChart::ScaleValues() {
   double least = std::numeric_limits<double>::infinity();
   double largest = -least;
-  for (std::size_t i = 0; i < kSeriesCount; ++i) {
-    if (!FVisible[i]) continue;
-    least = std::min(least, double{FExtent[i].first});
-    largest = std::max(largest, double{FExtent[i].second});
+  for (const TSeries series : VisibleSeries()) {
+    const auto& [lower, upper] = FExtent[static_cast<std::size_t>(series)];
+    least = std::min(least, double{lower});
+    largest = std::max(largest, double{upper});
   }
   if (!HasData() || !(least <= largest)) return ValueAxis().setRange(0, 1);
   const double size = std::max(std::fabs(least), std::fabs(largest));
@@ -197,17 +178,6 @@ void TSelectedEventChart::ScaleValues() {
   const QCPRange range = ScaleAround(least, largest);
   const double room = range.size() * kWordsRoom;
   ValueAxis().setRange(range.lower - room, range.upper + room);
-}
-
-QColor TSelectedEventChart::InkOf(TSeries series) const {
-  return InkOn(palette(), FColours[static_cast<std::size_t>(series)]);
-}
-
-void TSelectedEventChart::Restyle() {
-  TTimeChart::Restyle();
-  std::vector<TLegendEntry> entries;
-  for (const TSeries series : kAllSeries) entries.push_back({NameOf(series), InkOf(series), IsSeriesVisible(series)});
-  Legend().SetEntries(std::move(entries));
 }
 
 void TSelectedEventChart::PaintIntervals(QCPPainter& painter) const {
@@ -293,20 +263,6 @@ void TSelectedEventChart::PaintPeak(QCPPainter& painter) const {
             tr("%1 g").arg(Figure(double{FPeak->value})), text, palette().color(QPalette::Base), rect);
 }
 
-void TSelectedEventChart::Clicked(const QPointF& position) {
-  const auto entry = Legend().EntryAt(position);
-  if (!entry || *entry >= kSeriesCount) return;
-  const auto series = static_cast<TSeries>(*entry);
-  SetSeriesVisible(series, !IsSeriesVisible(series));
-  emit SeriesVisibleChanged(series, IsSeriesVisible(series));
-}
-
-QString TSelectedEventChart::CursorText(const QPointF& position) const {
-  QStringList values;
-  for (const TReading& reading : ReadingsAt(TimeAxis().pixelToCoord(position.x()))) values.append(reading.text);
-  return values.join("  ·  ");
-}
-
 QString TSelectedEventChart::MomentText(double time) const {
   return tr("%1 ms").arg(QtText(MaskFloat(FMasks.time, Samples()[NearestSample(time)].time - FStart)));
 }
@@ -326,9 +282,7 @@ std::vector<TTimeChart::TReading> TSelectedEventChart::ReadingsAt(double time) c
   std::vector<TReading> readings;
   if (Samples().empty()) return readings;
   const TEventValue& sample = Samples()[NearestSample(time)];
-  for (const TSeries series : kAllSeries) {
-    if (IsSeriesVisible(series)) readings.push_back(ReadingOf(sample, series));
-  }
+  for (const TSeries series : VisibleSeries()) readings.push_back(ReadingOf(sample, series));
   return readings;
 }
 
@@ -340,8 +294,7 @@ std::optional<TTimeChart::TReading> TSelectedEventChart::NearestTo(const QPointF
   };
   std::optional<TReading> nearest;
   double least = std::numeric_limits<double>::infinity();
-  for (const TSeries series : kAllSeries) {
-    if (!IsSeriesVisible(series)) continue;
+  for (const TSeries series : VisibleSeries()) {
     const auto distance = [&](std::size_t i) {
       const QPointF away = PlaceOf(samples[i], series) - position;
       return std::hypot(away.x(), away.y());

@@ -8,13 +8,13 @@
 #include <vector>
 
 #include "analysis/uShockMetrics.h"
+#include "gui/charts/uAccelerationChart.h"
 #include "gui/charts/uInTimeOrder.h"
 #include "gui/charts/uSeries.h"
-#include "gui/charts/uTimeChart.h"
 #include "model/uEvents.h"
 #include "model/uGlobalSharedVariables.h"
 
-class TSelectedEventChart final : public TTimeChart {
+class TSelectedEventChart final : public TAccelerationChart {
   Q_OBJECT
 
  public:
@@ -36,29 +36,20 @@ class TSelectedEventChart final : public TTimeChart {
   static float ValueOf(const TEventValue& sample, TSeries series);
 
   // All of these stay from event to event.
-  // The axes are visible at first, the total is not.
-  void SetSeriesVisible(TSeries series, bool visible);
-  [[nodiscard]] bool IsSeriesVisible(TSeries series) const { return FVisible[static_cast<std::size_t>(series)]; }
-  void SetColour(TSeries series, const QColor& colour);
   // Of the acceleration, in g, as lines.
   void SetAlarmLimits(TAlarmLimits limits);
   void SetMasks(TValueMasks masks);
   void SetValueAxisLocked(bool locked) { LockAxis(ValueAxis(), locked); }
 
  signals:
-  // The user showed or hid a series in the legend.
-  void SeriesVisibleChanged(TSeries series, bool visible);
   void SamplesChanged();
 
  protected:
-  void Clicked(const QPointF& position) override;
-  [[nodiscard]] QString CursorText(const QPointF& position) const override;
   [[nodiscard]] std::vector<TReading> ReadingsAt(double time) const override;
   [[nodiscard]] std::optional<TReading> NearestTo(const QPointF& position) const override;
   // Of the sample that is read there.
   [[nodiscard]] QString MomentText(double time) const override;
   void ScaleValues() override;
-  void Restyle() override;
 
  private:
   struct TPeak {
@@ -71,7 +62,6 @@ class TSelectedEventChart final : public TTimeChart {
   void Measure();
   void FindPeak(const TEvent& event);
   void FindIntervals(const TEvent& event);
-  [[nodiscard]] QColor InkOf(TSeries series) const;
   [[nodiscard]] QPointF PlaceOf(const TEventValue& sample, TSeries series) const;
   // "X 1.25 g"
   [[nodiscard]] TReading ReadingOf(const TEventValue& sample, TSeries series) const;
@@ -89,8 +79,6 @@ class TSelectedEventChart final : public TTimeChart {
   TThresholds FLevels{};
   TAlarmLimits FAlarm;  // g
   TValueMasks FMasks;
-  TSeriesColours FColours = kAccelerationColours;
-  std::array<bool, kSeriesCount> FVisible = {true, true, true, false};
   std::array<std::pair<float, float>, kSeriesCount> FExtent{};  // g, least and largest of the finite values
   std::vector<std::pair<double, double>> FIntervals;            // ms from the start, over the levels
   std::optional<TPeak> FPeak;

@@ -22,7 +22,7 @@ constexpr TSensorAxis kGridOrder[] = {TSensorAxis::LeftOuter, TSensorAxis::LeftI
 
 }  // namespace
 
-TSensorsChart::TSensorsChart(QWidget* parent) : TTimeChart(TTimeUnit::Days, parent) {
+TSensorsChart::TSensorsChart(QWidget* parent) : TTimeChart(TAxisUnit::Days, parent) {
   setAccessibleName(tr("Sensors chart"));
   SetNothing(tr("No sensor readings"));
   FAxes[static_cast<std::size_t>(TSensorAxis::LeftInner)] = &ValueAxis();
@@ -297,12 +297,6 @@ TTimeChart::TReading TSensorsChart::ReadingOf(const TSensorSeries& series, const
                   std::nullopt};
   if (finite) result.at = PlaceOf(series, reading);
   return result;
-}
-
-QString TSensorsChart::CursorText(const QPointF& position) const {
-  QStringList values;
-  for (const TReading& reading : ReadingsAt(TimeAxis().pixelToCoord(position.x()))) values.append(reading.text);
-  return values.join("  ·  ");
 }
 
 std::vector<TTimeChart::TReading> TSensorsChart::ReadingsAt(double time) const {

@@ -51,7 +51,6 @@ class TSensorsChart final : public TTimeChart {
 
  protected:
   void Clicked(const QPointF& position) override;
-  [[nodiscard]] QString CursorText(const QPointF& position) const override;
   [[nodiscard]] std::vector<TReading> ReadingsAt(double time) const override;
   [[nodiscard]] std::optional<TReading> NearestTo(const QPointF& position) const override;
   void ScaleValues() override;

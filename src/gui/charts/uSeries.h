@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QColor>
+#include <QObject>
 #include <array>
 #include <cstddef>
 #include <optional>
@@ -10,6 +11,12 @@
 
 enum class TSeries { X, Y, Z, Total };
 inline constexpr std::size_t kSeriesCount = 4;
+inline constexpr std::array<TSeries, kSeriesCount> kAllSeries = {TSeries::X, TSeries::Y, TSeries::Z, TSeries::Total};
+
+inline QString NameOf(TSeries series) {
+  const std::array names = {QObject::tr("X"), QObject::tr("Y"), QObject::tr("Z"), QObject::tr("Total")};
+  return names[static_cast<std::size_t>(series)];
+}
 
 // On light ground; InkOn makes them readable on dark.
 using TSeriesColours = std::array<QColor, kSeriesCount>;

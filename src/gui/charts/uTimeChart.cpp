@@ -16,7 +16,7 @@ namespace {
 constexpr double kSecondMs = 1000;
 constexpr double kFarthest = 1e12;     // days or ms from 0
 constexpr double kTellApart = 1e-13;   // of a time, the least span whose ends differ in a double
-constexpr double kLeastSpanMs = 1e-3;  // of an axis in ms
+constexpr double kLeastSpanMs = 1e-3;  // of an axis in ms, and in Hz
 constexpr double kLeastSpanDays = 1 / kMsPerDay;
 constexpr double kHeadroom = 0.05;
 constexpr double kSame = 1e-6;  // of a value, the noise of a reading that does not change
@@ -40,7 +40,7 @@ class TChartRect final : public QCPAxisRect {
   QHash<QCP::MarginSide, int> FNeeded;
 };
 
-TTimeChart::TTimeChart(TTimeUnit unit, QWidget* parent) : QCustomPlot(parent), FUnit(unit) {
+TTimeChart::TTimeChart(TAxisUnit unit, QWidget* parent) : QCustomPlot(parent), FUnit(unit) {
   plotLayout()->clear();
   FLegend = new TLegendRow(this);
   FRect = new TChartRect(this);
@@ -53,11 +53,11 @@ TTimeChart::TTimeChart(TTimeUnit unit, QWidget* parent) : QCustomPlot(parent), F
   FRect->setLayer("background");
   FTimeAxis = AddAxis(QCPAxis::atBottom);
   FValueAxis = AddAxis(QCPAxis::atLeft);
-  if (FUnit == TTimeUnit::Days) {
+  if (FUnit == TAxisUnit::Days) {
     FTimeAxis->setTicker(QSharedPointer<TDateTicker>::create(*FTimeAxis));
     FTimeAxis->setLabel(tr("Date and time"));
   } else {
-    FTimeAxis->setLabel(tr("Time (ms)"));
+    FTimeAxis->setLabel(FUnit == TAxisUnit::Hertz ? tr("Frequency (Hz)") : tr("Time (ms)"));
   }
   SetSideMargins(0, 0);
   new TPainted(FRect, "grid", [this](QCPPainter& painter) { PaintGround(painter); });
@@ -110,7 +110,7 @@ void TTimeChart::ApplyRange(double from, double to) {
 }
 
 double TTimeChart::LeastSpan(double about) const {
-  return std::max(FUnit == TTimeUnit::Days ? kLeastSpanDays : kLeastSpanMs, std::fabs(about) * kTellApart);
+  return std::max(FUnit == TAxisUnit::Days ? kLeastSpanDays : kLeastSpanMs, std::fabs(about) * kTellApart);
 }
 
 int TTimeChart::NeededLeftMargin() const {
@@ -139,7 +139,7 @@ void TTimeChart::SetFullRange(std::optional<std::pair<double, double>> range) {
   FHasData = range.has_value();
   FFullRange = range.value_or(std::pair(0.0, 1.0));
   if (FFullRange.second - FFullRange.first < LeastSpan(FFullRange.second)) {
-    const double second = FUnit == TTimeUnit::Days ? kSecondMs / kMsPerDay : kSecondMs;
+    const double second = FUnit == TAxisUnit::Days ? kSecondMs / kMsPerDay : kSecondMs;
     // Far from any calendar a second is lost in the date itself.
     const double widened = std::max(second, LeastSpan(FFullRange.second));
     FFullRange = {FFullRange.first - widened, FFullRange.second + widened};
@@ -265,7 +265,7 @@ void TTimeChart::PaintGround(QCPPainter& painter) const {
   if (FHasData) return;
   painter.setFont(font());
   painter.setPen(FaintInk());
-  painter.drawText(rect, Qt::AlignCenter, FNothing);
+  painter.drawText(rect, Qt::AlignCenter | Qt::TextWordWrap, FNothing);
 }
 
 void TTimeChart::paintEvent(QPaintEvent* event) {

@@ -1,6 +1,7 @@
 // The base of every chart: axes, zoom and pan by mouse, wheel and keys, colours of the palette, side margins.
 //
-// The time axis counts days since 1899-12-30, or ms in a chart of TTimeUnit::Milliseconds. Each chart owns its range.
+// The time axis counts days since 1899-12-30, ms in a chart of TAxisUnit::Milliseconds, and in one of TAxisUnit::Hertz
+// frequencies stand where others have times. Each chart owns its range.
 // What a user does is signalled; what the program sets is not. Changes gather into one replot when the chart is next
 // painted. Main thread only.
 #pragma once
@@ -14,7 +15,7 @@
 #include "gui/charts/uChartPaint.h"
 #include "gui/charts/uLegendRow.h"
 
-enum class TTimeUnit { Days, Milliseconds };
+enum class TAxisUnit { Days, Milliseconds, Hertz };
 
 class TChartRect;
 
@@ -22,7 +23,7 @@ class TTimeChart : public QCustomPlot {
   Q_OBJECT
 
  public:
-  explicit TTimeChart(TTimeUnit unit, QWidget* parent = nullptr);
+  explicit TTimeChart(TAxisUnit unit, QWidget* parent = nullptr);
 
   // Takes all data away. Views that borrow from the model let go of it here.
   virtual void Clear() = 0;
@@ -85,8 +86,8 @@ class TTimeChart : public QCustomPlot {
 
   // Left button, less than a drag.
   virtual void Clicked(const QPointF& position) = 0;
-  // What stands under the pointer, in words; empty when nothing does.
-  [[nodiscard]] virtual QString CursorText(const QPointF& position) const = 0;
+  // What stands under the pointer, in words; empty when nothing does. By default what the indicator would say.
+  [[nodiscard]] virtual QString CursorText(const QPointF& position) const;
   // What the indicator says below the moment, and the samples that say it.
   [[nodiscard]] virtual std::vector<TReading> ReadingsAt(double /*time*/) const { return {}; }
   // The sample nearest to a position, by its distance on the screen.
@@ -169,7 +170,7 @@ class TTimeChart : public QCustomPlot {
   [[nodiscard]] QCPAxis* ValueAxisAt(const QPointF& position) const;
   [[nodiscard]] double LeastSpan(double about) const;
 
-  TTimeUnit FUnit;
+  TAxisUnit FUnit;
   TChartRect* FRect = nullptr;
   TLegendRow* FLegend = nullptr;
   QCPAxis* FTimeAxis = nullptr;

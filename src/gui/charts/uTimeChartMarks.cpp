@@ -45,6 +45,12 @@ std::optional<double> TTimeChart::IndicatorTime() const {
   return std::nullopt;
 }
 
+QString TTimeChart::CursorText(const QPointF& position) const {
+  QStringList values;
+  for (const TReading& reading : ReadingsAt(TimeAxis().pixelToCoord(position.x()))) values.append(reading.text);
+  return values.join("  ·  ");
+}
+
 void TTimeChart::Hover(const QPointF& position) {
   const auto before = IndicatorTime();
   const auto hoverBefore = FHover;

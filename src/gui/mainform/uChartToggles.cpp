@@ -6,6 +6,7 @@
 #include "gui/charts/uEventsChart.h"
 #include "gui/charts/uSelectedEventChart.h"
 #include "gui/charts/uSensorsChart.h"
+#include "gui/charts/uSpectrumChart.h"
 #include "gui/common/uGuard.h"
 #include "gui/common/uIcons.h"
 #include "gui/mainform/KorvexMainForm.h"
@@ -37,13 +38,20 @@ void BothEventsCharts(TMainParts& parts, bool on) {
   (parts.overview->Chart1()->*Set)(on);
   (parts.shock->Chart20()->*Set)(on);
 }
+// The selected event has two charts as well, its curves and its spectrum.
 template <auto Set>
 void EventChart(TMainParts& parts, bool on) {
   (parts.shock->Chart2()->*Set)(on);
 }
+template <auto Set>
+void BothEventCharts(TMainParts& parts, bool on) {
+  (parts.shock->Chart2()->*Set)(on);
+  (parts.shock->ChartSpecAnalysis()->*Set)(on);
+}
 template <TSeries Series>
 void ShowSeries(TMainParts& parts, bool on) {
   parts.shock->Chart2()->SetSeriesVisible(Series, on);
+  parts.shock->ChartSpecAnalysis()->SetSeriesVisible(Series, on);
 }
 template <auto Set>
 void SensorsChart(TMainParts& parts, bool on) {
@@ -91,12 +99,15 @@ constexpr TToggleRow kToggles[] = {
     {"actShockHPFilter", "swtHPFilter", "btngrpFilter", "HP Filtering",
      "Take the constant part and the slowest oscillation out of the selected event's curves", "view-filter", "H", false,
      EventChart<&TSelectedEventChart::SetHighPass>},
+    {"actShockSpecAnalysis", "swtSpecAnalysis", "btngrpFilter", "Spectrum",
+     "The selected event's spectrum in place of its curves", "office-chart-bar", "S", false,
+     [](TMainParts& parts, bool on) { parts.shock->SetSpectrumVisible(on); }},
     {"actShockToolsIndicator", "dxBarShockIndicator", "btngrpShockTools", "Indicator", kIndicatorTip, "snap-guideline",
-     "I", true, EventChart<&TSelectedEventChart::SetIndicatorVisible>},
+     "I", true, BothEventCharts<&TTimeChart::SetIndicatorVisible>},
     {"actShockIndicatorMouseLock", "barbtnShockIndicatorMouseLock", "btngrpShockTools", "Lock indicator", kMouseLockTip,
-     "object-locked", "L", true, EventChart<&TSelectedEventChart::SetIndicatorLocked>},
+     "object-locked", "L", true, BothEventCharts<&TTimeChart::SetIndicatorLocked>},
     {"actShockToolsNearest", "barbtnShockToolsNearest", "btngrpShockTools", "Nearest", kNearestTip, "snap-node", "",
-     false, EventChart<&TSelectedEventChart::SetNearestVisible>},
+     false, BothEventCharts<&TTimeChart::SetNearestVisible>},
     {"actShockGAxisLock", "barbtnShockGAxisLock", "btngrpShockTools", "Lock value axis", kAxisLockTip,
      "labplot-axis-vertical", "", true, EventChart<&TSelectedEventChart::SetValueAxisLocked>},
 
@@ -142,9 +153,12 @@ void MakeToggle(TKorvexMainForm& form, TMainParts& parts, const TToggleRow& row)
 void MakeChartToggles(TKorvexMainForm& form, TMainParts& parts) {
   for (const auto& [tab, name, title] : kGroups) parts.ribbon->AddGroup(tab, name, QObject::tr(title));
   for (const TToggleRow& row : kToggles) MakeToggle(form, parts, row);
-  QObject::connect(
-      parts.shock->Chart2(), &TSelectedEventChart::SeriesVisibleChanged, &form, [&form](TSeries series, bool visible) {
-        constexpr const char* kActions[] = {"actShockShowX", "actShockShowY", "actShockShowZ", "actShockShowTotal"};
-        form.findChild<QAction*>(kActions[static_cast<std::size_t>(series)])->setChecked(visible);
-      });
+  const auto follow = [&form](TSeries series, bool visible) {
+    constexpr const char* kActions[] = {"actShockShowX", "actShockShowY", "actShockShowZ", "actShockShowTotal"};
+    form.findChild<QAction*>(kActions[static_cast<std::size_t>(series)])->setChecked(visible);
+  };
+  for (const TAccelerationChart* chart :
+       std::initializer_list<TAccelerationChart*>{parts.shock->Chart2(), parts.shock->ChartSpecAnalysis()}) {
+    QObject::connect(chart, &TAccelerationChart::SeriesVisibleChanged, &form, follow);
+  }
 }

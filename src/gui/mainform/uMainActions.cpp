@@ -39,7 +39,7 @@ constexpr TGroupRow kGroups[] = {{"tabHome", "btngrpFile", "File"},
                                  {"tabHome", "btngrpLayout", "Layout"},
                                  {"tabEvents", "btngrpEvents", "Overview"},
                                  {"tabShock", "btngrpShock", "Selected event"},
-                                 {"tabShock", "btngrpFilter", "High-pass filter"},
+                                 {"tabShock", "btngrpFilter", "Filter and spectrum"},
                                  {"tabShock", "btngrpShockOutput", "Shock view"},
                                  {"tabTables", "btngrpTables", "Tables"},
                                  {"tabReport", "btngrpReport", "Report"}};

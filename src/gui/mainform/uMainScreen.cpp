@@ -21,6 +21,7 @@
 #include "gui/charts/uNavigatorChart.h"
 #include "gui/charts/uSelectedEventChart.h"
 #include "gui/charts/uSensorsChart.h"
+#include "gui/charts/uSpectrumChart.h"
 #include "gui/common/uGrid.h"
 #include "gui/common/uLogos.h"
 #include "gui/common/uQtText.h"
@@ -356,17 +357,18 @@ void TMainScreen::ShowInCharts(const TDisplaySettings& display) {
                           std::string(display.Formats[static_cast<std::size_t>(TQuantity::Acceleration)])};
   TAlarmLimits acceleration;
   if (display.AlarmActive) acceleration = limitsOf(TQuantity::Acceleration);
-  const auto showAcceleration = [&](auto& chart) {
-    for (std::size_t i = 0; i < kSeriesCount; ++i) {
-      chart.SetColour(static_cast<TSeries>(i), QColor(display.AccelerationColours[i]));
-    }
-    chart.SetAlarmLimits(acceleration);
+  const auto colour = [&](auto& chart) {
+    for (std::size_t i = 0; i < kSeriesCount; ++i)
+      chart.SetColour(kAllSeries[i], QColor(display.AccelerationColours[i]));
   };
   for (TEventsChart* chart : {FParts.overview->Chart1(), FParts.shock->Chart20()}) {
-    showAcceleration(*chart);
+    colour(*chart);
+    chart->SetAlarmLimits(acceleration);
     chart->SetPointAbsorption(display.PointAbsorption);
   }
-  showAcceleration(*FParts.shock->Chart2());
+  colour(*FParts.shock->Chart2());
+  FParts.shock->Chart2()->SetAlarmLimits(acceleration);
+  colour(*FParts.shock->ChartSpecAnalysis());
   FParts.overview->Chart1()->SetMasks(masks);
   FParts.shock->SetMasks(masks);
 
@@ -431,11 +433,7 @@ void TMainScreen::ShowSelectedEvent(std::optional<std::size_t> event) {
   if (FMission == nullptr) return;
   FParts.shock->ShowCards(FMission->Tables.Events, event, FMission->Display);
   if (std::exchange(FShownEvent, event) == event) return;  // its chart keeps its zoom
-  if (event) {
-    FParts.shock->Chart2()->ShowEvent(FMission->Events, *event, FMission->Data);
-  } else {
-    FParts.shock->Chart2()->Clear();
-  }
+  FParts.shock->ShowEvent(FMission->Events, event, FMission->Data);
 }
 
 void TMainScreen::PositionEventGrids(std::optional<std::size_t> event) {

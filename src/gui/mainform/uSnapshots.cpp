@@ -56,6 +56,10 @@ QStringList SaveSnapshots(TKorvexMainForm& form, const QString& recording, const
   save("overview");
   form.Flow().SwitchView(TView::Shock);
   save("shock");
+  auto* spectrum = form.findChild<QAction*>("actShockSpecAnalysis");
+  spectrum->trigger();
+  save("spectrum");
+  spectrum->trigger();
   form.findChild<QAction*>("actFilterEdit")->trigger();
   save("filter");
   form.Flow().SwitchView(TView::Report);

@@ -4,6 +4,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QSplitter>
+#include <QStackedWidget>
 #include <QTabWidget>
 #include <QVBoxLayout>
 #include <utility>
@@ -11,9 +12,11 @@
 #include "analysis/uEventOrdering.h"
 #include "gui/charts/uEventsChart.h"
 #include "gui/charts/uSelectedEventChart.h"
+#include "gui/charts/uSpectrumChart.h"
 #include "gui/common/uGrid.h"
 #include "gui/common/uQtText.h"
 #include "gui/shock/uShockValuesGrid.h"
+#include "gui/shock/uSpectrumPanel.h"
 #include "shell/uAlarmMarks.h"
 
 namespace {
@@ -37,6 +40,8 @@ TMainShockPanel::TMainShockPanel(QWidget* parent)
       FBelow(new QSplitter(Qt::Horizontal, this)),
       FChart20(new TEventsChart(this)),
       FChart2(new TSelectedEventChart(this)),
+      FSpectrum(new TSpectrumPanel(this)),
+      FEventCharts(new QStackedWidget(this)),
       FValues(new TShockValuesGrid(this)),
       FShocks(new TGrid("dbgShocks", tr("Shock events"), EventIndexKey, this)),
       FFilteredShocks(new TGrid("dbgFilteredShocks", tr("Filtered shock events"), EventIndexKey, this)) {
@@ -51,7 +56,9 @@ TMainShockPanel::TMainShockPanel(QWidget* parent)
   FBelow->setObjectName("splShockEvent");
   FBelow->setChildrenCollapsible(false);
   FBelow->addWidget(MakeEventList());
-  FBelow->addWidget(FChart2);
+  FEventCharts->addWidget(FChart2);
+  FEventCharts->addWidget(FSpectrum);
+  FBelow->addWidget(FEventCharts);
   FBelow->addWidget(FValues);
   for (int part = 0; part < FBelow->count(); ++part) FBelow->setStretchFactor(part, 1);
   FBelow->setSizes({1000, 1000, 0});
@@ -74,6 +81,20 @@ void TMainShockPanel::ConnectValues() {
   connect(FChart2, &TTimeChart::IndicatorMoved, this, [this](double ms) {
     if (FValues->isVisible()) FValues->MarkSample(FChart2->NearestSample(ms));
   });
+}
+
+TSpectrumChart* TMainShockPanel::ChartSpecAnalysis() const {
+  return FSpectrum->Chart();
+}
+
+void TMainShockPanel::ShowEvent(const TEventList& events, std::optional<std::size_t> event,
+                                const TMissionData& mission) {
+  FChart2->ShowEvent(events, event.value_or(events.Count()), mission);
+  FSpectrum->Chart()->ShowEvent(events, event.value_or(events.Count()));
+}
+
+void TMainShockPanel::SetSpectrumVisible(bool visible) {
+  FEventCharts->setCurrentIndex(visible ? 1 : 0);
 }
 
 void TMainShockPanel::SetValuesVisible(bool visible) {

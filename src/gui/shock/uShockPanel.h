@@ -1,5 +1,5 @@
 // The shock view: the events chart, both event grids with the four cards of the selected event above them, and the
-// selected event's samples as a chart and, if wanted, in numbers.
+// selected event's samples as curves or as a spectrum and, if wanted, in numbers.
 #pragma once
 
 #include <QWidget>
@@ -10,13 +10,18 @@
 
 class QLabel;
 class QSplitter;
+class QStackedWidget;
 class QTabWidget;
 class TDataset;
 struct TDisplaySettings;
+struct TMissionData;
 class TEventsChart;
 class TGrid;
+class TEventList;
 class TSelectedEventChart;
 class TShockValuesGrid;
+class TSpectrumChart;
+class TSpectrumPanel;
 
 class TMainShockPanel : public QWidget {
   Q_OBJECT
@@ -26,9 +31,14 @@ class TMainShockPanel : public QWidget {
 
   [[nodiscard]] TEventsChart* Chart20() const { return FChart20; }
   [[nodiscard]] TSelectedEventChart* Chart2() const { return FChart2; }
+  [[nodiscard]] TSpectrumChart* ChartSpecAnalysis() const;
   [[nodiscard]] TGrid* Shocks() const { return FShocks; }
   [[nodiscard]] TGrid* FilteredShocks() const { return FFilteredShocks; }
   [[nodiscard]] TShockValuesGrid* Values() const { return FValues; }
+  // Shows an event in both its charts, which borrow it; nothing empties them.
+  void ShowEvent(const TEventList& events, std::optional<std::size_t> event, const TMissionData& mission);
+  // The spectrum in place of the curves.
+  void SetSpectrumVisible(bool visible);
   // The selected event's samples in numbers beside its chart; hidden at first.
   void SetValuesVisible(bool visible);
   // Of both charts and the values.
@@ -46,6 +56,8 @@ class TMainShockPanel : public QWidget {
   QSplitter* FBelow;  // list, chart and values
   TEventsChart* FChart20;
   TSelectedEventChart* FChart2;
+  TSpectrumPanel* FSpectrum;
+  QStackedWidget* FEventCharts;
   TShockValuesGrid* FValues;
   TGrid* FShocks;
   TGrid* FFilteredShocks;

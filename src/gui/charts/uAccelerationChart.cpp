@@ -1,0 +1,43 @@
+#include "gui/charts/uAccelerationChart.h"
+
+#include "gui/common/uTheme.h"
+
+void TAccelerationChart::SetSeriesVisible(TSeries series, bool visible) {
+  bool& now = FVisible[static_cast<std::size_t>(series)];
+  if (now == visible) return;
+  now = visible;
+  SeriesChanged();
+  Restyle();
+}
+
+void TAccelerationChart::SetColour(TSeries series, const QColor& colour) {
+  FColours[static_cast<std::size_t>(series)] = colour;
+  Restyle();
+}
+
+std::vector<TSeries> TAccelerationChart::VisibleSeries() const {
+  std::vector<TSeries> visible;
+  for (const TSeries series : kAllSeries) {
+    if (IsSeriesVisible(series)) visible.push_back(series);
+  }
+  return visible;
+}
+
+QColor TAccelerationChart::InkOf(TSeries series) const {
+  return InkOn(palette(), FColours[static_cast<std::size_t>(series)]);
+}
+
+void TAccelerationChart::Restyle() {
+  TTimeChart::Restyle();
+  std::vector<TLegendEntry> entries;
+  for (const TSeries series : kAllSeries) entries.push_back({NameOf(series), InkOf(series), IsSeriesVisible(series)});
+  Legend().SetEntries(std::move(entries));
+}
+
+void TAccelerationChart::Clicked(const QPointF& position) {
+  const auto entry = Legend().EntryAt(position);
+  if (!entry || *entry >= kSeriesCount) return;
+  const TSeries series = kAllSeries[*entry];
+  SetSeriesVisible(series, !IsSeriesVisible(series));
+  emit SeriesVisibleChanged(series, IsSeriesVisible(series));
+}

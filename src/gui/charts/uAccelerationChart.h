@@ -1,0 +1,37 @@
+// The base of the charts of one event: the four acceleration series, of which the user shows what the legend lists.
+#pragma once
+
+#include <array>
+#include <vector>
+
+#include "gui/charts/uSeries.h"
+#include "gui/charts/uTimeChart.h"
+
+class TAccelerationChart : public TTimeChart {
+  Q_OBJECT
+
+ public:
+  using TTimeChart::TTimeChart;
+
+  // Both stay from event to event. The axes are visible at first, the total is not.
+  void SetSeriesVisible(TSeries series, bool visible);
+  [[nodiscard]] bool IsSeriesVisible(TSeries series) const { return FVisible[static_cast<std::size_t>(series)]; }
+  void SetColour(TSeries series, const QColor& colour);
+
+ signals:
+  // The user showed or hid a series in the legend.
+  void SeriesVisibleChanged(TSeries series, bool visible);
+
+ protected:
+  void Clicked(const QPointF& position) override;
+  void Restyle() override;
+  // Other series are visible.
+  virtual void SeriesChanged() { RescaleValues(); }
+
+  [[nodiscard]] std::vector<TSeries> VisibleSeries() const;
+  [[nodiscard]] QColor InkOf(TSeries series) const;
+
+ private:
+  TSeriesColours FColours = kAccelerationColours;
+  std::array<bool, kSeriesCount> FVisible = {true, true, true, false};
+};

@@ -1,0 +1,248 @@
+#include "gui/charts/uSpectrumChart.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <utility>
+
+#include "gui/common/uQtText.h"
+
+namespace {
+
+constexpr double kDecibelInSight = 120;  // below the largest line
+constexpr double kGroupPart = 0.8;       // of the room of a line, for its bars
+constexpr double kLeastBar = 2;          // px; thinner bars stand behind each other
+constexpr double kWordsRoom = 0.06;      // of the values, above
+
+QString AxisTitle(TSpectrumType type) {
+  switch (type) {
+    case TSpectrumType::Amplitude:
+      return QObject::tr("Amplitude (g)");
+    case TSpectrumType::Power:
+      return QObject::tr("Power (g²)");
+    case TSpectrumType::PSD:
+      return QObject::tr("PSD (g²/Hz)");
+    case TSpectrumType::Decibel:
+      break;
+  }
+  return QObject::tr("Level (dB re 1 g)");
+}
+
+QString UnitOf(TSpectrumType type) {
+  constexpr const char* kUnits[] = {"g", "g²", "g²/Hz", "dB"};
+  return QString::fromUtf8(kUnits[static_cast<std::size_t>(type)]);
+}
+
+// Lines differ by many powers of ten.
+QString Digits(double value) {
+  return std::isfinite(value) ? QString::number(value, 'g', 4) : QString("–");
+}
+
+}  // namespace
+
+TSpectrumChart::TSpectrumChart(QWidget* parent) : TAccelerationChart(TAxisUnit::Hertz, parent) {
+  setObjectName("chartSpecAnalysis");
+  setAccessibleName(tr("Spectrum of the selected event"));
+  ValueAxis().setLabel(AxisTitle(FType));
+  new TPainted(&Rect(), "main", [this](QCPPainter& painter) {
+    if (HasData()) PaintBars(painter);
+  });
+  Restyle();
+  Clear();
+}
+
+void TSpectrumChart::Clear() {
+  FEvent = nullptr;
+  Calculate();
+}
+
+void TSpectrumChart::ShowEvent(const TEventList& events, std::size_t index) {
+  FEvent = index < events.Count() ? &events.GetItem(index) : nullptr;
+  Calculate();
+}
+
+void TSpectrumChart::SetType(TSpectrumType type) {
+  if (std::exchange(FType, type) == type) return;
+  ValueAxis().setLabel(AxisTitle(FType));
+  Calculate();
+}
+
+void TSpectrumChart::SetWindow(TWeightingWindow window) {
+  if (std::exchange(FWindow, window) != window) Calculate();
+}
+
+void TSpectrumChart::showEvent(QShowEvent* event) {
+  if (FOutdated) Calculate();
+  TTimeChart::showEvent(event);
+}
+
+void TSpectrumChart::Calculate() {
+  FOutdated = FEvent != nullptr && !isVisible();
+  FSpectrum = {};
+  if (FEvent != nullptr && !FOutdated) FSpectrum = CalcSpectrum(FEvent->Values(), FType, FWindow);
+  const std::string why = WhyNoSpectrum(FSpectrum);
+  SetNothing(why.empty() ? tr("No event selected") : QtText(why));
+  if (FSpectrum.lines.empty()) {
+    Legend().SetTitle({});
+    return SetFullRange(std::nullopt);
+  }
+  ShowTitle();
+  SetFullRange(std::pair(-Step() / 2, FSpectrum.lines.back().hertz + Step() / 2));
+}
+
+// The strongest line is what is asked for first.
+void TSpectrumChart::ShowTitle() {
+  const auto& lines = FSpectrum.lines;
+  const TSpectrumLine* peak = nullptr;
+  TBarSeries strongest = barSerSpecAnX;
+  for (const TBarSeries& bar : VisibleBars()) {
+    for (std::size_t i = 1; i < lines.size(); ++i) {
+      if (!std::isfinite(lines[i].*bar.value)) continue;
+      if (peak != nullptr && !(lines[i].*bar.value > peak->*strongest.value)) continue;
+      peak = &lines[i];
+      strongest = bar;
+    }
+  }
+  QString title = tr("Event %1 · %2 lines of %3 Hz").arg(FEvent->ID).arg(lines.size()).arg(Digits(Step()));
+  if (peak != nullptr) {
+    title += tr(" · peak %1 %2 at %3 Hz (%4)")
+                 .arg(Digits(peak->*strongest.value), UnitOf(FType), Digits(peak->hertz), NameOf(strongest.series));
+  }
+  Legend().SetTitle(title);
+}
+
+void TSpectrumChart::SeriesChanged() {
+  if (!FSpectrum.lines.empty()) ShowTitle();
+  RescaleValues();
+}
+
+std::vector<TSpectrumChart::TBarSeries> TSpectrumChart::VisibleBars() const {
+  std::vector<TBarSeries> visible;
+  for (const TSeries series : VisibleSeries()) visible.push_back(kBars[static_cast<std::size_t>(series)]);
+  return visible;
+}
+
+// The constant part would press the lines flat, so it has no say.
+void TSpectrumChart::ScaleValues() {
+  double least = std::numeric_limits<double>::infinity();
+  double largest = -least;
+  for (const TBarSeries& bar : VisibleBars()) {
+    for (std::size_t i = 1; i < FSpectrum.lines.size(); ++i) {
+      const double value = FSpectrum.lines[i].*bar.value;
+      if (!std::isfinite(value)) continue;
+      least = std::min(least, value);
+      largest = std::max(largest, value);
+    }
+  }
+  if (!(least <= largest)) return ValueAxis().setRange(0, 1);
+  if (FType == TSpectrumType::Decibel) {
+    return ValueAxis().setRange(ScaleAround(std::max(least, largest - kDecibelInSight), largest));
+  }
+  ValueAxis().setRange(0, largest > 0 ? largest * (1 + kWordsRoom) : 1);
+}
+
+double TSpectrumChart::Step() const {
+  return FSpectrum.lines[1].hertz;
+}
+
+std::size_t TSpectrumChart::LineAt(double hertz) const {
+  const double last = static_cast<double>(FSpectrum.lines.size() - 1);
+  return static_cast<std::size_t>(std::clamp(std::round(hertz / Step()), 0.0, last));
+}
+
+void TSpectrumChart::PaintBars(QCPPainter& painter) const {
+  const auto [from, to] = TimeRange();
+  if (to < -Step() || from > FSpectrum.lines.back().hertz + Step()) return;
+  const std::size_t begin = LineAt(from);
+  const std::size_t end = LineAt(to) + 1;
+  painter.setAntialiasing(false);
+  const double room = TimeAxis().coordToPixel(Step()) - TimeAxis().coordToPixel(0);
+  const auto count = static_cast<double>(VisibleBars().size());
+  if (room * kGroupPart >= kLeastBar * count) {
+    PaintGroups(painter, begin, end);
+  } else {
+    PaintColumns(painter, begin, end);
+  }
+}
+
+void TSpectrumChart::PaintGroups(QCPPainter& painter, std::size_t begin, std::size_t end) const {
+  const std::vector<TBarSeries> bars = VisibleBars();
+  const QRectF rect = Rect().rect();
+  const double width = Step() * kGroupPart / static_cast<double>(std::max<std::size_t>(bars.size(), 1));
+  for (std::size_t i = begin; i < end; ++i) {
+    const TSpectrumLine& line = FSpectrum.lines[i];
+    double left = line.hertz - Step() * kGroupPart / 2;
+    for (const TBarSeries& bar : bars) {
+      const double top = std::clamp(ValueAxis().coordToPixel(line.*bar.value), rect.top() - 1, rect.bottom() + 1);
+      const double x = TimeAxis().coordToPixel(left);
+      left += width;
+      if (!std::isfinite(line.*bar.value)) continue;
+      painter.fillRect(QRectF(QPointF(x, top), QPointF(TimeAxis().coordToPixel(left), rect.bottom() + 1)),
+                       InkOf(bar.series));
+    }
+  }
+}
+
+void TSpectrumChart::PaintColumns(QCPPainter& painter, std::size_t begin, std::size_t end) const {
+  struct TColumn {
+    double value;
+    QColor ink;
+  };
+  const QRectF rect = Rect().rect();
+  const std::vector<TBarSeries> bars = VisibleBars();
+  std::vector<TColumn> columns;
+  for (std::size_t i = begin; i < end;) {
+    const double x = std::floor(TimeAxis().coordToPixel(FSpectrum.lines[i].hertz));
+    std::size_t next = i + 1;
+    while (next < end && TimeAxis().coordToPixel(FSpectrum.lines[next].hertz) < x + 1) ++next;
+    columns.clear();
+    for (const TBarSeries& bar : bars) {
+      double largest = -std::numeric_limits<double>::infinity();
+      for (std::size_t k = i; k < next; ++k) largest = std::fmax(largest, FSpectrum.lines[k].*bar.value);
+      columns.push_back({largest, InkOf(bar.series)});
+    }
+    std::ranges::stable_sort(columns, std::ranges::greater(), &TColumn::value);
+    const double width = next < end ? TimeAxis().coordToPixel(FSpectrum.lines[next].hertz) - x : 1;
+    for (const TColumn& column : columns) {
+      if (!std::isfinite(column.value)) continue;
+      const double top = std::clamp(ValueAxis().coordToPixel(column.value), rect.top() - 1, rect.bottom() + 1);
+      painter.fillRect(QRectF(x, top, std::max(1.0, width * kGroupPart), rect.bottom() + 1 - top), column.ink);
+    }
+    i = next;
+  }
+}
+
+QString TSpectrumChart::MomentText(double hertz) const {
+  return tr("%1 Hz").arg(Digits(FSpectrum.lines[LineAt(hertz)].hertz));
+}
+
+TTimeChart::TReading TSpectrumChart::ReadingOf(std::size_t line, const TBarSeries& bar) const {
+  const double value = FSpectrum.lines[line].*bar.value;
+  TReading reading{QString("%1 %2 %3").arg(NameOf(bar.series), Digits(value), UnitOf(FType)), InkOf(bar.series),
+                   std::nullopt};
+  if (std::isfinite(value)) {
+    reading.at = QPointF(TimeAxis().coordToPixel(FSpectrum.lines[line].hertz), ValueAxis().coordToPixel(value));
+  }
+  return reading;
+}
+
+std::vector<TTimeChart::TReading> TSpectrumChart::ReadingsAt(double hertz) const {
+  std::vector<TReading> readings;
+  if (FSpectrum.lines.empty()) return readings;
+  for (const TBarSeries& bar : VisibleBars()) readings.push_back(ReadingOf(LineAt(hertz), bar));
+  return readings;
+}
+
+// Of the bars of the line under the pointer the one whose top is nearest.
+std::optional<TTimeChart::TReading> TSpectrumChart::NearestTo(const QPointF& position) const {
+  const double hertz = TimeAxis().pixelToCoord(position.x());
+  std::optional<TReading> nearest;
+  for (TReading& reading : ReadingsAt(hertz)) {
+    if (!reading.at) continue;
+    const bool nearer =
+        !nearest || std::fabs(reading.at->y() - position.y()) < std::fabs(nearest->at->y() - position.y());
+    if (nearer) nearest = std::move(reading);
+  }
+  if (nearest) nearest->text += tr(" at %1").arg(MomentText(hertz));
+  return nearest;
+}

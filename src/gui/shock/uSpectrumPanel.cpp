@@ -1,0 +1,48 @@
+#include "gui/shock/uSpectrumPanel.h"
+
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QVBoxLayout>
+
+#include "gui/charts/uSpectrumChart.h"
+#include "gui/common/uQtText.h"
+#include "gui/common/uWheelGuard.h"
+
+namespace {
+
+// A list of the names of a table of names and values, with its label.
+template <class TTable>
+QComboBox* AddChoice(QHBoxLayout& row, const char* name, const QString& caption, const TTable& table) {
+  auto* label = new QLabel(caption);
+  auto* list = new QComboBox;
+  list->setObjectName(name);
+  list->setAccessibleName(QString(caption).remove('&'));
+  for (const auto& [text, value] : table) list->addItem(QtText(text));
+  label->setBuddy(list);
+  new TWheelGuard(*list);
+  row.addWidget(label);
+  row.addWidget(list);
+  row.addSpacing(12);
+  return list;
+}
+
+}  // namespace
+
+TSpectrumPanel::TSpectrumPanel(QWidget* parent) : QWidget(parent), FChart(new TSpectrumChart(this)) {
+  setObjectName("pnlSpecAnalysis");
+  auto* choices = new QHBoxLayout;
+  choices->setContentsMargins(4, 2, 4, 0);
+  auto* type = AddChoice(*choices, "cmbSpecType", tr("Spe&ctrum"), kSpectrumTypes);
+  auto* window = AddChoice(*choices, "cmbSpecWindow", tr("&Window"), kWeightingWindows);
+  choices->addStretch(1);
+  connect(type, &QComboBox::currentIndexChanged, this,
+          [this](int entry) { FChart->SetType(kSpectrumTypes.at(static_cast<std::size_t>(entry)).second); });
+  connect(window, &QComboBox::currentIndexChanged, this,
+          [this](int entry) { FChart->SetWindow(kWeightingWindows.at(static_cast<std::size_t>(entry)).second); });
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(2);
+  layout->addLayout(choices);
+  layout->addWidget(FChart, 1);
+}

@@ -1,0 +1,118 @@
+// The spectrum of the selected event as bars over Hz.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QSignalSpy>
+#include <numbers>
+
+#include "gui/charts/uSpectrumChart.h"
+#include "tests/support/uChartHands.h"
+
+using testing::HasSubstr;
+
+namespace {
+
+constexpr double kPeriodMs = 1;  // so N = 512 samples have lines of 1000/512 Hz
+constexpr std::size_t kCount = 512;
+constexpr double kStep = 1000.0 / kCount;
+
+// Sines on a line each: x of 3 g on line 64, y of 2 g on line 128, and a constant z of 50 g.
+TEventList Sines(double lateBy = 0) {
+  TEventList events;
+  events.StartTime = kStart;
+  events.NewEvent();
+  for (std::size_t i = 0; i < kCount; ++i) {
+    const double turn = 2 * std::numbers::pi * static_cast<double>(i) / kCount;
+    const double ms = static_cast<double>(i) * kPeriodMs + (i == 7 ? lateBy : 0);
+    events.AddValues(ms, static_cast<float>(3 * std::sin(64 * turn)), static_cast<float>(2 * std::cos(128 * turn)), 50);
+  }
+  return events;
+}
+
+class SpectrumChart : public testing::Test {
+ protected:
+  SpectrumChart() { Show(FChart); }
+  std::string TextAt(double hertz, double value) {
+    Move(FChart, PointAt(FChart, hertz, value), Qt::NoButton);
+    return FTexts.back()[0].toString().toStdString();
+  }
+
+  TSpectrumChart FChart;
+  QSignalSpy FTexts{&FChart, &TTimeChart::CursorValueChanged};
+};
+
+TEST_F(SpectrumChart, BarsStandAtTheirFrequenciesAndTheConstantPartDoesNotPressThemFlat) {
+  const TEventList events = Sines();
+  FChart.ShowEvent(events, 0);
+  Settle();
+  EXPECT_NEAR(ValuesOf(FChart).range().upper, 3.2, 0.2);
+  EXPECT_EQ(ValuesOf(FChart).range().lower, 0);
+  EXPECT_THAT(TextAt(64 * kStep, 1), HasSubstr("125 Hz  ·  X 3 g  ·  Y "));
+  const QPoint top = PointAt(FChart, 128 * kStep, 2);
+  EXPECT_GT(Ink(FChart, Qt::red, {top + QPoint(-3, 2), QSize(7, 20)}), 15);
+  EXPECT_EQ(Ink(FChart, Qt::red, {top + QPoint(-3, -20), QSize(7, 17)}), 0);
+
+  FChart.SetType(TSpectrumType::Decibel);
+  Settle();
+  EXPECT_NEAR(ValuesOf(FChart).range().upper, 20 * std::log10(3.0), 8);
+  EXPECT_GT(ValuesOf(FChart).range().lower, -140) << "what is next to nothing is out of sight";
+  EXPECT_EQ(ValuesOf(FChart).label(), "Level (dB re 1 g)");
+
+  FChart.SetType(TSpectrumType::Power);
+  Settle();
+  ClickLegend(FChart, 0);
+  EXPECT_FALSE(FChart.IsSeriesVisible(TSeries::X));
+  EXPECT_NEAR(ValuesOf(FChart).range().upper, 2.1, 0.2) << "half of 2 g squared";
+  FChart.SetSeriesVisible(TSeries::Y, false);
+  FChart.SetSeriesVisible(TSeries::Z, false);
+  ExpectSaneAxes(FChart);
+}
+
+TEST_F(SpectrumChart, BarsThatShareAPixelShowTheirLargest) {
+  const TEventList events = Sines();
+  FChart.ShowEvent(events, 0);
+  FChart.SetWindow(TWeightingWindow::fwBlackman);
+  for (const int width : {120, 800, 1600}) {
+    FChart.resize(width, 300);
+    Settle();
+    const QPoint top = PointAt(FChart, 64 * kStep, 3);
+    const QRect stem(top + QPoint(-4, 2), QSize(9, 30));
+    EXPECT_GT(Ink(FChart, Qt::blue, stem), 10) << width;
+  }
+  FChart.SetTimeRange(120, 130);
+  EXPECT_GT(Ink(FChart, Qt::blue, RectOf(FChart).rect()), 1500) << "five groups";
+}
+
+TEST_F(SpectrumChart, WithoutASpectrumItSaysWhyAndNothingIsDrawn) {
+  const TEventList uneven = Sines(0.2);
+  FChart.ShowEvent(uneven, 0);
+  EXPECT_EQ(FChart.Spectrum().problem, TSpectrumProblem::UnevenSampling);
+  const TEventList single = Events({{0, 1}});
+  for (const std::size_t index : {std::size_t{0}, std::size_t{1}}) {
+    FChart.ShowEvent(single, index);
+    EXPECT_TRUE(FChart.Spectrum().lines.empty());
+    EXPECT_EQ(TextAt(0.5, 0.5), "");
+    ExpectSaneAxes(FChart);
+  }
+  TEventList gap = Sines();
+  gap.AddValues(512, kNaN, 1, 1);
+  FChart.ShowEvent(gap, 0);
+  Settle();
+  EXPECT_THAT(TextAt(100, 1), HasSubstr("X –"));
+  ExpectSaneAxes(FChart);
+}
+
+TEST_F(SpectrumChart, OutOfSightNothingIsComputed) {
+  const TEventList events = Sines();
+  FChart.hide();
+  FChart.ShowEvent(events, 0);
+  EXPECT_TRUE(FChart.Spectrum().lines.empty());
+  FChart.show();
+  EXPECT_FALSE(FChart.Spectrum().lines.empty());
+  FChart.hide();
+  FChart.Clear();
+  FChart.show();
+  EXPECT_TRUE(FChart.Spectrum().lines.empty());
+}
+
+}  // namespace
