@@ -20,7 +20,7 @@ void WriteBenchRecording(const std::filesystem::path& file, const TBenchSize& si
   const auto reading = [](double value) {
     return std::bit_cast<std::uint32_t>(static_cast<float>(std::round(value * 256) / 256));
   };
-  const auto noise = [&random] { return static_cast<double>(random() % 64) / 256; };
+  const auto noise = [&] { return static_cast<double>(random() % 64) / 64 * size.noise; };
   std::array<std::uint32_t, kChannelCount> record{};
   std::uint64_t number = 0;
   for (std::uint32_t event = 0; event < size.events; ++event) {

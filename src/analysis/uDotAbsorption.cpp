@@ -87,12 +87,13 @@ TDotGrid::TDotGrid(double left, double top, double width, double height, double 
       FDotOfCell(FColumns * FRows) {}
 
 void TDotGrid::Add(double x, double y, std::size_t item) {
-  const double column = std::floor((x - FLeft) / FCell);
-  const double row = std::floor((y - FTop) / FCell);
+  const double column = (x - FLeft) / FCell;
+  const double row = (y - FTop) / FCell;
+  // Also false for what is no number.
   const bool inside =
       column >= 0 && column < static_cast<double>(FColumns) && row >= 0 && row < static_cast<double>(FRows);
   if (!inside) return;
-  std::uint32_t& number = FDotOfCell[static_cast<std::size_t>(row) * FColumns + static_cast<std::size_t>(column)];
+  std::uint32_t& number = FDotOfCell[static_cast<std::uint32_t>(row) * FColumns + static_cast<std::uint32_t>(column)];
   if (number == 0) {
     FDots.push_back({x, y, item, 1});
     number = static_cast<std::uint32_t>(FDots.size());

@@ -9,6 +9,8 @@
 #include <span>
 #include <vector>
 
+#include "analysis/uExtents.h"
+
 struct TEnvelopePoint {
   double key;
   float value;  // NaN: the line breaks here
@@ -30,17 +32,18 @@ void VisitColumns(std::size_t count, const TKeyAt& keyAt, const TColumns& column
 
 // Of each column the first, least, largest and last sample in their order, so that a line through the points covers
 // what a line through all samples covers, to a pixel. One neighbour outside on each side lets the line run to the edge.
-// Values that are not finite break the line. `points` is overwritten; its memory is used again.
+// Values that are not finite break the line. `points` is overwritten; its memory is used again. With the extents of the
+// series what it costs does not grow with the samples.
 template <class TKeyAt, class TValueAt>
-void Envelope(std::size_t count, const TKeyAt& keyAt, const TValueAt& valueAt, const TColumns& columns,
-              std::vector<TEnvelopePoint>& points);
+void Envelope(std::size_t count, const TKeyAt& keyAt, const TValueAt& valueAt, const TExtents& extents,
+              const TColumns& columns, std::vector<TEnvelopePoint>& points);
 std::vector<TEnvelopePoint> Envelope(std::span<const double> keys, std::span<const float> values, double from,
                                      double to, std::size_t columns);
 
 // Of each column the first of the largest finite values, as its number; a column without one is left out.
 template <class TKeyAt, class TValueAt>
-void ColumnPeaks(std::size_t count, const TKeyAt& keyAt, const TValueAt& valueAt, const TColumns& columns,
-                 std::vector<std::size_t>& peaks);
+void ColumnPeaks(std::size_t count, const TKeyAt& keyAt, const TValueAt& valueAt, const TExtents& extents,
+                 const TColumns& columns, std::vector<std::size_t>& peaks);
 std::vector<std::size_t> ColumnPeaks(std::span<const double> keys, std::span<const float> values, double from,
                                      double to, std::size_t columns);
 
@@ -71,80 +74,56 @@ void VisitColumns(std::size_t count, const TKeyAt& keyAt, const TColumns& column
     const double columnEnd = last ? std::nextafter(columns.to, std::numeric_limits<double>::infinity())
                                   : columns.from + (column + 1) * width;
     const std::size_t begin = i;
-    do {
-      ++i;
-    } while (i < count && keyAt(i) < columnEnd);
+    // The end is near where there are few samples, and found in ever longer steps where there are many.
+    std::size_t step = 1;
+    for (; i + step < count && keyAt(i + step) < columnEnd; step *= 2) i += step;
+    const std::size_t next = i + 1;
+    i = next + FirstAtOrAfter(
+                   std::min(step - 1, count - next), [&](std::size_t k) { return keyAt(next + k); }, columnEnd);
     visit(begin, i);
   }
 }
 
 template <class TKeyAt, class TValueAt>
-void Envelope(std::size_t count, const TKeyAt& keyAt, const TValueAt& valueAt, const TColumns& columns,
-              std::vector<TEnvelopePoint>& points) {
+void Envelope(std::size_t count, const TKeyAt& keyAt, const TValueAt& valueAt, const TExtents& extents,
+              const TColumns& columns, std::vector<TEnvelopePoint>& points) {
   points.clear();
   if (!columns.Valid()) return;
   bool gap = false;  // before the next point
-  const auto add = [&](std::size_t i, float value) {
+  const auto add = [&](std::size_t i) {
     if (gap && !points.empty()) points.push_back({keyAt(i), std::numeric_limits<float>::quiet_NaN()});
     gap = false;
-    points.push_back({keyAt(i), value});
+    points.push_back({keyAt(i), valueAt(i)});
   };
   const auto addNeighbour = [&](std::size_t i) {
-    const float value = valueAt(i);
-    if (std::isfinite(value)) add(i, value);
+    if (std::isfinite(valueAt(i))) add(i);
   };
 
   const std::size_t begin = FirstAtOrAfter(count, keyAt, columns.from);
   std::size_t end = begin;
   if (begin > 0) addNeighbour(begin - 1);
   VisitColumns(count, keyAt, columns, [&](std::size_t from, std::size_t to) {
-    struct TKept {
-      std::size_t sample;
-      float value;
-    };
-    TKept first{to, 0};
-    TKept least{to, 0};
-    TKept largest{to, 0};
-    TKept last{to, 0};
-    bool gapAfter = false;
-    for (std::size_t i = from; i < to; ++i) {
-      const float value = valueAt(i);
-      if (!std::isfinite(value)) {
-        (first.sample == to ? gap : gapAfter) = true;
-        continue;
-      }
-      gapAfter = false;
-      last = {i, value};
-      if (first.sample == to) first = least = largest = last;
-      if (value < least.value) least = last;
-      if (value > largest.value) largest = last;
-    }
     end = to;
-    if (first.sample == to) return;
-    const auto [lower, upper] = std::minmax(least, largest, [](auto& a, auto& b) { return a.sample < b.sample; });
-    const std::array<TKept, 4> kept = {first, lower, upper, last};
+    const std::size_t first = extents.FirstFinite(from, to, valueAt);
+    if (first != from) gap = true;
+    const auto found = extents.Find(first, to, valueAt);
+    if (!found) return;
+    const std::size_t last = extents.LastFinite(first, to, valueAt);
+    const auto [lower, upper] = std::minmax(found->least, found->largest);
+    const std::array<std::size_t, 4> kept = {first, lower, upper, last};
     for (std::size_t k = 0; k < kept.size(); ++k) {
-      if (k == 0 || kept[k].sample != kept[k - 1].sample) add(kept[k].sample, kept[k].value);
+      if (k == 0 || kept[k] != kept[k - 1]) add(kept[k]);
     }
-    gap = gapAfter;
+    gap = last + 1 != to;
   });
   if (end < count) addNeighbour(end);
 }
 
 template <class TKeyAt, class TValueAt>
-void ColumnPeaks(std::size_t count, const TKeyAt& keyAt, const TValueAt& valueAt, const TColumns& columns,
-                 std::vector<std::size_t>& peaks) {
+void ColumnPeaks(std::size_t count, const TKeyAt& keyAt, const TValueAt& valueAt, const TExtents& extents,
+                 const TColumns& columns, std::vector<std::size_t>& peaks) {
   peaks.clear();
   VisitColumns(count, keyAt, columns, [&](std::size_t from, std::size_t to) {
-    std::size_t best = to;
-    float largest = 0;
-    for (std::size_t i = from; i < to; ++i) {
-      const float value = valueAt(i);
-      if (std::isfinite(value) && (best == to || value > largest)) {
-        best = i;
-        largest = value;
-      }
-    }
-    if (best != to) peaks.push_back(best);
+    if (const auto found = extents.Find(from, to, valueAt)) peaks.push_back(found->largest);
   });
 }

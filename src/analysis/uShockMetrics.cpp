@@ -7,13 +7,6 @@ TThresholds ThresholdsOf(const TMissionData& mission) {
   return {mission.adxl_level_on, mission.adxl_level_off, mission.adxl_level_on};
 }
 
-double Magnitude(const TEventValue& value) {
-  const double x = value.xvalue;
-  const double y = value.yvalue;
-  const double z = value.zvalue;
-  return std::sqrt(x * x + y * y + z * z);
-}
-
 double CalcTimeOverThreshold(const TEventList& events, std::size_t index, const TThresholds& levels, double& Max) {
   const TEvent& event = events.GetItem(index);
   const auto samples = event.Values();

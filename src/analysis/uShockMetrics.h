@@ -1,6 +1,7 @@
 // The metrics of one shock event: time over threshold (ToT) and integral over threshold (IoT).
 #pragma once
 
+#include <cmath>
 #include <cstddef>
 
 #include "model/uEvents.h"
@@ -17,7 +18,12 @@ struct TThresholds {
 TThresholds ThresholdsOf(const TMissionData& mission);
 
 // sqrt(x² + y² + z²) in double, g.
-double Magnitude(const TEventValue& value);
+inline double Magnitude(const TEventValue& value) {
+  const double x = value.xvalue;
+  const double y = value.yvalue;
+  const double z = value.zvalue;
+  return std::sqrt(x * x + y * y + z * z);
+}
 
 // Total time above the levels in ms; Max is the longest single interval. An interval that is open at the last sample
 // ends there. An event without samples gives 0 and 0. Throws std::out_of_range for an index past the list.

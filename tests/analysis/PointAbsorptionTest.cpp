@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <random>
+#include <tuple>
 
 #include "analysis/uThresholdIntervals.h"
 
@@ -94,6 +95,56 @@ TEST(Envelope, NoPeakIsLostAndNoColumnHoldsMoreThanFour) {
     }
     EXPECT_TRUE(std::ranges::is_sorted(points, {}, &TEnvelopePoint::key));
     EXPECT_TRUE(std::ranges::any_of(points, [largest](const auto& point) { return point.value == largest; }));
+  }
+}
+
+// A long series of everything that may come, over views of every width.
+TEST(Envelope, ExtentsChangeNothingAndNoPeakIsLostInAnyView) {
+  std::mt19937 random(11);
+  TSeries series({});
+  double key = 0;
+  for (int i = 0; i < 30000; ++i) {
+    key += static_cast<double>(random() % 3);
+    series.keys.push_back(key);
+    float value = static_cast<float>(random() % 100);
+    const bool desert = i > 12000 && i < 12500;  // whole blocks without a value
+    if (desert || random() % 50 == 0) value = kNaN;
+    if (random() % 400 == 0) value = random() % 2 == 0 ? kInfinity : -kInfinity;
+    series.values.push_back(value);
+  }
+  const auto keyAt = [&](std::size_t i) { return series.keys[i]; };
+  const auto valueAt = [&](std::size_t i) { return series.values[i]; };
+  TExtents extents;
+  extents.Set(series.keys.size(), valueAt);
+  EXPECT_EQ(extents.Whole().least, 0);
+  EXPECT_EQ(extents.Whole().largest, 99);
+  const auto drawn = [](const std::vector<TEnvelopePoint>& points) {
+    std::vector<std::pair<double, int>> pairs;
+    for (const auto& point : points) pairs.emplace_back(point.key, std::isnan(point.value) ? -1 : int(point.value));
+    return pairs;
+  };
+  std::vector<TEnvelopePoint> with;
+  std::vector<std::size_t> peaksWith;
+  for (int view = 0; view < 300; ++view) {
+    double from = key * static_cast<double>(random() % 1000) / 900 - 100;
+    double to = from + key / (1 << (random() % 14));
+    if (view == 0) std::tie(from, to) = std::pair(0.0, key);
+    const std::size_t columns = 1 + random() % 500;
+    Envelope(series.keys.size(), keyAt, valueAt, extents, {from, to, columns}, with);
+    EXPECT_EQ(drawn(with), drawn(Envelope(series.keys, series.values, from, to, columns)));
+    ColumnPeaks(series.keys.size(), keyAt, valueAt, extents, {from, to, columns}, peaksWith);
+    EXPECT_EQ(peaksWith, ColumnPeaks(series.keys, series.values, from, to, columns));
+
+    float largest = -1;
+    for (std::size_t i = 0; i < series.keys.size(); ++i) {
+      const bool inSight = series.keys[i] >= from && series.keys[i] <= to && std::isfinite(series.values[i]);
+      if (inSight) largest = std::max(largest, series.values[i]);
+    }
+    float shown = -1;
+    for (const auto& point : with) {
+      if (point.key >= from && point.key <= to) shown = std::fmax(shown, point.value);
+    }
+    EXPECT_EQ(shown, largest);
   }
 }
 

@@ -82,7 +82,14 @@ class TStroke {
 
  private:
   void Flush() {
-    if (FLine.size() > 1) FPainter.drawPolyline(FLine);
+    if (FPainter.modes().testFlag(QCPPainter::pmVectorized)) {
+      if (FLine.size() > 1) FPainter.drawPolyline(FLine);
+    } else {
+      // A smooth zigzag costs fifty times as much in one path.
+      QList<QLineF> lines;
+      for (qsizetype i = 1; i < FLine.size(); ++i) lines.append(QLineF(FLine[i - 1], FLine[i]));
+      FPainter.drawLines(lines);
+    }
     FLine.clear();
   }
 

@@ -70,6 +70,7 @@ void TEventsChart::SetEvents(const TEventList& events, const TMissionData& missi
   }
   const auto finite = [](double time) { return std::isfinite(time); };
   if (!std::ranges::all_of(FTimes, finite) || !std::ranges::is_sorted(FTimes)) SortByTime();
+  Measure();
   if (mission.bValid && mission.adxl_level_on > 0) FTrigger = mission.adxl_level_on;
   if (!FTimes.empty()) SetFullRange(std::pair(FTimes.front(), FTimes.back()));
 }
@@ -99,9 +100,23 @@ std::optional<std::size_t> TEventsChart::PlaceOf(std::optional<std::size_t> inde
   return static_cast<std::size_t>(found - FIndexes.begin());
 }
 
+float TEventsChart::StemOf(std::size_t place, std::size_t series) const {
+  constexpr float kNothing = std::numeric_limits<float>::quiet_NaN();
+  if (IsVisibleEvent(place) == (series == kHidden)) return kNothing;
+  if (series < kNoAxis) return FAxes[place] == series ? FMaxSingle[place] : kNothing;
+  return FMax[place];
+}
+
+void TEventsChart::Measure() {
+  for (std::size_t series = 0; series < FStems.size(); ++series) {
+    FStems[series].Set(FTimes.size(), [this, series](std::size_t place) { return StemOf(place, series); });
+  }
+}
+
 void TEventsChart::SetVisibleEvents(std::vector<bool> visible) {
   if (visible == FVisible) return;
   FVisible = std::move(visible);
+  Measure();
   QueueReplot();
 }
 
@@ -174,25 +189,11 @@ void TEventsChart::PaintEvents(QCPPainter& painter) {
   if (FTimes.empty()) return;
   painter.setFont(font());
   PaintLevels(painter);
-  const auto [from, to] = TimeRange();
-  const TColumns columns = ColumnsOf(TimeAxis(), painter, from, to);
-  const auto key = [this](std::size_t i) { return FTimes[i]; };
-  constexpr float kNone = std::numeric_limits<float>::quiet_NaN();
   if (!FVisible.empty()) {
-    ColumnPeaks(
-        FTimes.size(), key, [this](std::size_t i) { return IsVisibleEvent(i) ? kNone : FMax[i]; }, columns, FPeaks);
-    PaintStems(painter, FMax, Mixed(palette().color(QPalette::Base), palette().color(QPalette::Text), kFaint), 0);
+    PaintStems(painter, kHidden, Mixed(palette().color(QPalette::Base), palette().color(QPalette::Text), kFaint));
   }
-  ColumnPeaks(
-      FTimes.size(), key, [this](std::size_t i) { return IsVisibleEvent(i) ? FMax[i] : kNone; }, columns, FPeaks);
-  const bool crowded = static_cast<double>(FPeaks.size()) * 2 * kTotalRadius > Rect().width();
-  PaintStems(painter, FMax, InkOf(TSeries::Total), crowded ? 0 : kTotalRadius);
-  for (std::size_t axis = 0; axis < kNoAxis; ++axis) {
-    const auto single = [this, axis](std::size_t i) {
-      return FAxes[i] == axis && IsVisibleEvent(i) ? FMaxSingle[i] : kNone;
-    };
-    ColumnPeaks(FTimes.size(), key, single, columns, FPeaks);
-    PaintStems(painter, FMaxSingle, InkOf(static_cast<TSeries>(axis)), 0);
+  for (const TSeries series : {TSeries::Total, TSeries::X, TSeries::Y, TSeries::Z}) {
+    PaintStems(painter, static_cast<std::size_t>(series), InkOf(series));
   }
   PaintDots(painter);
 }
@@ -238,25 +239,30 @@ void TEventsChart::PaintDots(QCPPainter& painter) {
   FDots.Paint(painter, inks, palette().color(QPalette::Base), [this](std::size_t i) { return std::size_t{FAxes[i]}; });
 }
 
-void TEventsChart::PaintStems(QCPPainter& painter, const std::vector<float>& heights, const QColor& ink,
-                              double radius) {
+// Of each column of pixels the highest.
+void TEventsChart::PaintStems(QCPPainter& painter, std::size_t series, const QColor& ink) {
+  const auto [from, to] = TimeRange();
+  ColumnPeaks(
+      FTimes.size(), [this](std::size_t i) { return FTimes[i]; },
+      [this, series](std::size_t i) { return StemOf(i, series); }, FStems[series],
+      ColumnsOf(TimeAxis(), painter, from, to), FPeaks);
   const QRect rect = Rect().rect();
   const auto clamped = [&rect](double y) { return std::clamp(y, rect.top() - 20.0, rect.bottom() + 20.0); };
   const double foot = clamped(ValueAxis().coordToPixel(0));
   QList<QLineF> stems;
-  QList<QPointF> dots;
   for (const std::size_t place : FPeaks) {
     const double x = TimeAxis().coordToPixel(FTimes[place]);
-    const double y = clamped(ValueAxis().coordToPixel(double{heights[place]}));
-    stems.append(QLineF(x, foot, x, y));
-    dots.append({x, y});
+    stems.append(QLineF(x, foot, x, clamped(ValueAxis().coordToPixel(double{StemOf(place, series)}))));
   }
   painter.setAntialiasing(false);
   painter.setPen(QPen(ink, 1));
   painter.drawLines(stems);
-  if (radius <= 0) return;
+  const bool crowded = static_cast<double>(FPeaks.size()) * 2 * kTotalRadius > rect.width();
+  if (series != static_cast<std::size_t>(TSeries::Total) || crowded) return;
+  QList<QPointF> dots;
+  for (const QLineF& stem : stems) dots.append(stem.p2());
   painter.setAntialiasing(true);
-  painter.setPen(QPen(ink, 2 * radius, Qt::SolidLine, Qt::RoundCap));
+  painter.setPen(QPen(ink, 2 * kTotalRadius, Qt::SolidLine, Qt::RoundCap));
   painter.drawPoints(dots.constData(), static_cast<int>(dots.size()));
 }
 
@@ -285,8 +291,8 @@ std::optional<std::size_t> TEventsChart::PlaceNear(const QPointF& position) cons
   std::vector<std::size_t> peaks;
   ColumnPeaks(
       FTimes.size(), [this](std::size_t i) { return FTimes[i]; },
-      [this](std::size_t i) { return IsVisibleEvent(i) ? FMax[i] : std::numeric_limits<float>::quiet_NaN(); },
-      {from, to, static_cast<std::size_t>(2 * kReach)}, peaks);
+      [this](std::size_t i) { return StemOf(i, static_cast<std::size_t>(TSeries::Total)); },
+      FStems[static_cast<std::size_t>(TSeries::Total)], {from, to, static_cast<std::size_t>(2 * kReach)}, peaks);
   std::optional<std::size_t> nearest;
   double least = kReach;
   for (const std::size_t place : peaks) {

@@ -59,11 +59,15 @@ class TEventsChart final : public TTimeChart {
   [[nodiscard]] std::size_t IndexOf(std::size_t place) const { return FIndexes.empty() ? place : FIndexes[place]; }
   [[nodiscard]] bool IsVisibleEvent(std::size_t place) const { return FVisible.empty() || FVisible[IndexOf(place)]; }
   void SortByTime();
+  // What stands at a place for a series, or for the events that the filter hides: g, NaN for nothing.
+  static constexpr std::size_t kHidden = kSeriesCount;
+  [[nodiscard]] float StemOf(std::size_t place, std::size_t series) const;
+  void Measure();
   [[nodiscard]] QColor InkOf(TSeries series) const;
   [[nodiscard]] QString GText(double g) const;
   void PaintEvents(QCPPainter& painter);
   void PaintLevels(QCPPainter& painter) const;
-  void PaintStems(QCPPainter& painter, const std::vector<float>& heights, const QColor& ink, double radius);
+  void PaintStems(QCPPainter& painter, std::size_t series, const QColor& ink);
   void PaintDots(QCPPainter& painter);
   void PaintMark(QCPPainter& painter, const TMark& mark) const;
 
@@ -79,6 +83,7 @@ class TEventsChart final : public TTimeChart {
   TSeriesColours FColours = kAccelerationColours;
   TValueMasks FMasks;
   TEventDots FDots;
+  std::array<TExtents, kSeriesCount + 1> FStems;
   std::optional<std::size_t> FSelected, FHovered;  // places
   std::vector<std::size_t> FPeaks;                 // of a replot, kept for its memory
 };

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <functional>
 #include <iterator>
 #include <limits>
 #include <optional>
@@ -23,7 +24,10 @@ class TInTimeOrder {
     Clear();
     FSamples = samples;
     const auto finite = [](const TSample& sample) { return std::isfinite(sample.time); };
-    if (std::ranges::is_sorted(samples, {}, &TSample::time) && std::ranges::all_of(samples, finite)) return;
+    // Times that rise between two finite ones are finite.
+    const auto rises = [](const TSample& before, const TSample& after) { return before.time <= after.time; };
+    const bool inOrder = std::ranges::adjacent_find(samples, std::not_fn(rises)) == samples.end();
+    if (inOrder && (samples.empty() || (finite(samples.front()) && finite(samples.back())))) return;
     std::ranges::copy_if(samples, std::back_inserter(FCopy), finite);
     std::ranges::stable_sort(FCopy, {}, &TSample::time);
     FSamples = FCopy;

@@ -51,6 +51,7 @@ TNavigatorChart::TNavigatorChart(QWidget* parent) : TTimeChart(TAxisUnit::Days, 
 void TNavigatorChart::Clear() {
   FEvents = {};
   FReadings.Clear();
+  FExtents.Clear();
   FWhat.clear();
   FBand.reset();
   FOutside.reset();
@@ -80,6 +81,7 @@ void TNavigatorChart::TakeEvents(const TEventList& events, std::optional<TSpan>&
   if (!std::ranges::is_sorted(FEvents, {}, &TEventTick::time)) {
     std::ranges::stable_sort(FEvents, {}, &TEventTick::time);
   }
+  FExtents.Set(FEvents.size(), [this](std::size_t i) { return FEvents[i].peak; });
   FWhat = tr("Peak acceleration (g)");
 }
 
@@ -92,6 +94,8 @@ void TNavigatorChart::TakeSensors(const TSensorList& sensors, std::optional<TSpa
     Widen(range, DateTimeOf(FStart, readings.Samples().back().time));
     if (!FReadings.Samples().empty()) continue;
     FReadings = std::move(readings);
+    const auto samples = FReadings.Samples();
+    FExtents.Set(samples.size(), [samples](std::size_t i) { return samples[i].xvalue; });
     FLook = LookOf(sensor.Name);
     FWhat = QtText(sensor.Name);
     if (!FLook.unit.isEmpty()) FWhat += QString(" (%1)").arg(FLook.unit);
@@ -125,19 +129,9 @@ void TNavigatorChart::SetUnsyncedView(std::optional<TSpan> view) {
 }
 
 void TNavigatorChart::ScaleValues() {
-  double least = std::numeric_limits<double>::infinity();
-  double largest = -least;
-  const auto take = [&](float value) {
-    if (!std::isfinite(value)) return;
-    least = std::min(least, double{value});
-    largest = std::max(largest, double{value});
-  };
-  for (const TSensorValue& reading : FReadings.Samples()) take(reading.xvalue);
-  if (FReadings.Samples().empty()) {
-    take(0);
-    for (const TEventTick& event : FEvents) take(event.peak);
-  }
-  const QCPRange range = ScaleAround(least, largest);
+  TExtent whole = FExtents.Whole();
+  if (FReadings.Samples().empty()) whole.Take({0, 0});
+  const QCPRange range = ScaleAround(double{whole.least}, double{whole.largest});
   // The event ticks stand below the line, the words above it.
   ValueAxis().setRange(range.lower - range.size() * 0.2, range.upper + range.size() * 0.2);
 }
@@ -153,22 +147,24 @@ void TNavigatorChart::PaintOverview(QCPPainter& painter) {
     const TColumns columns = ColumnsOf(TimeAxis(), painter, (from - FStart) * kMsPerDay, (to - FStart) * kMsPerDay);
     Envelope(
         readings.size(), [readings](std::size_t i) { return readings[i].time; },
-        [readings](std::size_t i) { return readings[i].xvalue; }, columns, FEnvelope);
+        [readings](std::size_t i) { return readings[i].xvalue; }, FExtents, columns, FEnvelope);
     DrawEnvelope(painter, TimeAxis(), ValueAxis(), FEnvelope, QPen(SensorInk(palette(), FLook.colour), 1.2), FStart,
                  1 / kMsPerDay);
   } else {
     Envelope(
         FEvents.size(), [this](std::size_t i) { return FEvents[i].time; },
-        [this](std::size_t i) { return FEvents[i].peak; }, ColumnsOf(TimeAxis(), painter, from, to), FEnvelope);
+        [this](std::size_t i) { return FEvents[i].peak; }, FExtents, ColumnsOf(TimeAxis(), painter, from, to),
+        FEnvelope);
     DrawEnvelope(painter, TimeAxis(), ValueAxis(), FEnvelope, QPen(FaintInk(), 1.2));
   }
 }
 
 void TNavigatorChart::PaintEventTicks(QCPPainter& painter) {
   const auto [from, to] = TimeRange();
-  ColumnPeaks(
-      FEvents.size(), [this](std::size_t i) { return FEvents[i].time; }, [](std::size_t) { return 0.0F; },
-      ColumnsOf(TimeAxis(), painter, from, to), FTicks);
+  FTicks.clear();
+  VisitColumns(
+      FEvents.size(), [this](std::size_t i) { return FEvents[i].time; }, ColumnsOf(TimeAxis(), painter, from, to),
+      [this](std::size_t first, std::size_t /*end*/) { FTicks.push_back(first); });
   const double bottom = Rect().rect().bottom();
   QList<QLineF> ticks;
   for (const std::size_t event : FTicks) {

@@ -63,6 +63,7 @@ class TNavigatorChart final : public TTimeChart {
   };
   std::vector<TEventTick> FEvents;       // in the order of time
   TInTimeOrder<TSensorValue> FReadings;  // of the sensor that is drawn
+  TExtents FExtents;                     // of the readings, without one of the peaks
   double FStart = 0;                     // the mission's, a date-time
   TSensorLook FLook;
   QString FWhat;  // what is drawn, and its unit

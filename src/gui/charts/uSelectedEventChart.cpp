@@ -100,30 +100,17 @@ void TSelectedEventChart::ShowSamples() {
   emit SamplesChanged();
 }
 
-float TSelectedEventChart::ValueOf(const TEventValue& sample, TSeries series) {
-  switch (series) {
-    case TSeries::X:
-      return sample.xvalue;
-    case TSeries::Y:
-      return sample.yvalue;
-    case TSeries::Z:
-      return sample.zvalue;
-    case TSeries::Total:
-      break;
-  }
-  return static_cast<float>(Magnitude(sample));
-}
-
+// Block by block, so that a long event is walked over once.
 void TSelectedEventChart::Measure() {
-  FExtent.fill({std::numeric_limits<float>::infinity(), -std::numeric_limits<float>::infinity()});
-  for (const TEventValue& sample : FSamples.Samples()) {
-    for (std::size_t i = 0; i < kSeriesCount; ++i) {
-      const float value = ValueOf(sample, static_cast<TSeries>(i));
-      if (!std::isfinite(value)) continue;
-      FExtent[i].first = std::min(FExtent[i].first, value);
-      FExtent[i].second = std::max(FExtent[i].second, value);
+  const auto samples = FSamples.Samples();
+  for (TExtents& extents : FExtents) extents.Clear();
+  for (std::size_t begin = 0; begin < samples.size(); begin += TExtents::kBlock) {
+    const std::size_t count = std::min(TExtents::kBlock, samples.size() - begin);
+    for (const TSeries series : kAllSeries) {
+      ExtentsOf(series).Append(count, [samples, series](std::size_t i) { return ValueOf(samples[i], series); });
     }
   }
+  for (const TSeries series : kAllSeries) FWhole[static_cast<std::size_t>(series)] = ExtentsOf(series).Whole();
 }
 
 // Of the recorded samples; filtered curves have none of their own.
@@ -164,9 +151,9 @@ void TSelectedEventChart::ScaleValues() {
   double least = std::numeric_limits<double>::infinity();
   double largest = -least;
   for (const TSeries series : VisibleSeries()) {
-    const auto& [lower, upper] = FExtent[static_cast<std::size_t>(series)];
-    least = std::min(least, double{lower});
-    largest = std::max(largest, double{upper});
+    const TExtent& extent = FWhole[static_cast<std::size_t>(series)];
+    least = std::min(least, double{extent.least});
+    largest = std::max(largest, double{extent.largest});
   }
   if (!HasData() || !(least <= largest)) return ValueAxis().setRange(0, 1);
   const double size = std::max(std::fabs(least), std::fabs(largest));
@@ -217,7 +204,8 @@ void TSelectedEventChart::PaintSeries(QCPPainter& painter) {
     if (!IsSeriesVisible(series)) continue;
     Envelope(
         samples.size(), [samples](std::size_t i) { return samples[i].time; },
-        [samples, series](std::size_t i) { return ValueOf(samples[i], series); }, columns, FEnvelope);
+        [samples, series](std::size_t i) { return ValueOf(samples[i], series); }, ExtentsOf(series), columns,
+        FEnvelope);
     painter.setAntialiasing(true);
     DrawEnvelope(painter, TimeAxis(), ValueAxis(), FEnvelope, QPen(InkOf(series), kLineWidth), -FStart);
     if (PointsVisible()) DrawLoneDots(painter, TimeAxis(), ValueAxis(), FEnvelope, InkOf(series), -FStart);

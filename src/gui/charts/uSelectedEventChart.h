@@ -33,7 +33,19 @@ class TSelectedEventChart final : public TAccelerationChart {
   // The sample nearest to a time of the axis; there is one.
   [[nodiscard]] std::size_t NearestSample(double ms) const { return FSamples.Nearest(ms + FStart); }
   // g of one sample; the total is the vector magnitude.
-  static float ValueOf(const TEventValue& sample, TSeries series);
+  static float ValueOf(const TEventValue& sample, TSeries series) {
+    switch (series) {
+      case TSeries::X:
+        return sample.xvalue;
+      case TSeries::Y:
+        return sample.yvalue;
+      case TSeries::Z:
+        return sample.zvalue;
+      case TSeries::Total:
+        break;
+    }
+    return static_cast<float>(Magnitude(sample));
+  }
 
   // All of these stay from event to event.
   // Of the acceleration, in g, as lines.
@@ -60,6 +72,7 @@ class TSelectedEventChart final : public TAccelerationChart {
   void ShowTitle();
   void ShowSamples();
   void Measure();
+  [[nodiscard]] TExtents& ExtentsOf(TSeries series) { return FExtents[static_cast<std::size_t>(series)]; }
   void FindPeak(const TEvent& event);
   void FindIntervals(const TEvent& event);
   [[nodiscard]] QPointF PlaceOf(const TEventValue& sample, TSeries series) const;
@@ -79,8 +92,9 @@ class TSelectedEventChart final : public TAccelerationChart {
   TThresholds FLevels{};
   TAlarmLimits FAlarm;  // g
   TValueMasks FMasks;
-  std::array<std::pair<float, float>, kSeriesCount> FExtent{};  // g, least and largest of the finite values
-  std::vector<std::pair<double, double>> FIntervals;            // ms from the start, over the levels
+  std::array<TExtents, kSeriesCount> FExtents;        // of the samples, in g
+  std::array<TExtent, kSeriesCount> FWhole;           // of each series
+  std::vector<std::pair<double, double>> FIntervals;  // ms from the start, over the levels
   std::optional<TPeak> FPeak;
   std::vector<TEnvelopePoint> FEnvelope;  // of a replot, kept for its memory
 };

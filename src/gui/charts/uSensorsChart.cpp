@@ -79,18 +79,9 @@ TSensorsChart::TSensorSeries TSensorsChart::MakeSeries(const TSensor& sensor) co
   series.sensor = sensor.Name;
   series.look = LookOf(sensor.Name);
   series.readings.Set(sensor.Values());
-  float least = std::numeric_limits<float>::infinity();
-  float largest = -least;
-  for (const TSensorValue& reading : series.readings.Samples()) {
-    if (!std::isfinite(reading.xvalue)) continue;
-    least = std::min(least, reading.xvalue);
-    largest = std::max(largest, reading.xvalue);
-  }
-  series.hasValues = least <= largest;
-  if (series.hasValues) {
-    series.least = least;
-    series.largest = largest;
-  }
+  const auto readings = series.readings.Samples();
+  series.extents.Set(readings.size(), [readings](std::size_t i) { return readings[i].xvalue; });
+  series.whole = series.extents.Whole();
   return series;
 }
 
@@ -173,9 +164,9 @@ void TSensorsChart::ScaleAxis(TSensorAxis axis) {
   double least = std::numeric_limits<double>::infinity();
   double largest = -least;
   for (const TSensorSeries& series : FSeries) {
-    if (!series.visible || !series.hasValues || series.look.axis != axis) continue;
-    least = std::min(least, double{series.least});
-    largest = std::max(largest, double{series.largest});
+    if (!series.visible || series.whole.IsEmpty() || series.look.axis != axis) continue;
+    least = std::min(least, double{series.whole.least});
+    largest = std::max(largest, double{series.whole.largest});
   }
   AxisOf(axis).setRange(ScaleAround(least, largest));
 }
@@ -249,11 +240,11 @@ void TSensorsChart::PaintSensors(QCPPainter& painter) {
   const auto [from, to] = TimeRange();
   const TColumns columns = ColumnsOf(TimeAxis(), painter, MsOf(from), MsOf(to));
   for (const TSensorSeries& series : FSeries) {
-    if (!series.visible || !series.hasValues) continue;
+    if (!series.visible || series.whole.IsEmpty()) continue;
     const auto readings = series.readings.Samples();
     Envelope(
         readings.size(), [readings](std::size_t i) { return readings[i].time; },
-        [readings](std::size_t i) { return readings[i].xvalue; }, columns, FEnvelope);
+        [readings](std::size_t i) { return readings[i].xvalue; }, series.extents, columns, FEnvelope);
     painter.setAntialiasing(true);
     const QCPAxis& values = AxisOf(series.look.axis);
     DrawEnvelope(painter, TimeAxis(), values, FEnvelope, QPen(InkOf(series), kLineWidth), FStart, 1 / kMsPerDay);
@@ -318,7 +309,7 @@ std::optional<TTimeChart::TReading> TSensorsChart::NearestTo(const QPointF& posi
   std::optional<TReading> nearest;
   double least = std::numeric_limits<double>::infinity();
   for (const TSensorSeries& series : FSeries) {
-    if (!series.visible || !series.hasValues) continue;
+    if (!series.visible || series.whole.IsEmpty()) continue;
     const auto readings = series.readings.Samples();
     const auto across = [&](std::size_t i) { return std::fabs(PlaceOf(series, readings[i]).x() - position.x()); };
     const auto distance = [&](std::size_t i) {

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "analysis/uExtents.h"
 #include "gui/charts/uInTimeOrder.h"
 #include "gui/charts/uSensorLooks.h"
 #include "gui/charts/uSeries.h"
@@ -64,8 +65,8 @@ class TSensorsChart final : public TTimeChart {
     TSensorLook look;
     bool visible = false;
     TInTimeOrder<TSensorValue> readings;
-    float least = 0, largest = 0;  // of the finite readings
-    bool hasValues = false;        // there are finite readings
+    TExtents extents;
+    TExtent whole;  // empty without a finite reading
   };
 
   TSensorSeries MakeSeries(const TSensor& sensor) const;

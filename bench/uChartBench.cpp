@@ -1,0 +1,161 @@
+// Prints how long a chart takes to redraw after a zoom or a pan, in ms, beside the chart library's own curves of the
+// same data, and what opening the data in a chart costs beside reading the file. 1400 × 500 px, offscreen.
+// `--smoke` uses small recordings, to see that the bench works.
+#include <fmt/format.h>
+
+#include <QApplication>
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstdio>
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "bench/uBenchRecordings.h"
+#include "gui/charts/uEventsChart.h"
+#include "gui/charts/uSelectedEventChart.h"
+#include "gui/charts/uSensorsChart.h"
+#include "model/uGlobalSharedVariables.h"
+#include "model/uReadFileThread.h"
+
+namespace {
+
+constexpr int kWidth = 1400;
+constexpr int kHeight = 500;
+constexpr int kRounds = 7;  // of a view, each a little beside the one before
+constexpr double kBoundMs = 16;
+constexpr double kBuildingBound = 0.1;
+
+double Milliseconds(const std::function<void()>& work) {
+  const auto start = std::chrono::steady_clock::now();
+  work();
+  return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+}
+
+double Median(std::vector<double> values) {
+  std::ranges::sort(values);
+  return values[values.size() / 2];
+}
+
+// Views from everything to a ten thousandth, kRounds of each.
+std::vector<std::pair<double, double>> Views(std::pair<double, double> full) {
+  std::vector<std::pair<double, double>> views;
+  const double span = full.second - full.first;
+  for (const double part : {1.0, 0.7, 0.5, 0.2, 0.05, 0.01, 0.0001}) {
+    for (int step = 0; step < kRounds; ++step) {
+      const double from = full.first + span * (0.0001 * step + (1 - part) / 3);
+      views.emplace_back(from, from + span * part);
+    }
+  }
+  return views;
+}
+
+// What the slowest view takes: the largest of the medians.
+double Slowest(const std::vector<double>& times) {
+  double slowest = 0;
+  for (auto view = times.begin(); view != times.end(); view += kRounds) {
+    slowest = std::max(slowest, Median({view, view + kRounds}));
+  }
+  return slowest;
+}
+
+void PrintRedraws(const std::string& what, const std::vector<double>& times, const std::vector<double>& reference) {
+  fmt::print("{:<62} {:6.1f} ms  (at most {}", what, Slowest(times), kBoundMs);
+  if (!reference.empty()) fmt::print("; the library's own {:.1f}", Slowest(reference));
+  fmt::print("; longest {:.1f})\n", std::ranges::max(times));
+  std::fflush(stdout);
+}
+
+std::vector<double> Redraws(TTimeChart& chart) {
+  std::vector<double> times;
+  chart.resize(kWidth, kHeight);
+  chart.replot();
+  for (const auto& [from, to] : Views(chart.FullRange())) {
+    chart.SetTimeRange(from, to);
+    times.push_back(Milliseconds([&chart] { chart.replot(); }));
+  }
+  return times;
+}
+
+// The library's curves of X, Y and Z with its adaptive sampling.
+std::vector<double> OwnCurves(const TEvent& event) {
+  QCustomPlot plot;
+  plot.resize(kWidth, kHeight);
+  plot.setViewport(plot.rect());
+  for (const auto value : {&TEventValue::xvalue, &TEventValue::yvalue, &TEventValue::zvalue}) {
+    QVector<QCPGraphData> data;
+    data.reserve(static_cast<qsizetype>(event.Count()));
+    for (const TEventValue& sample : event.Values()) {
+      data.append(QCPGraphData(sample.time - event.GetStartTime(), double{sample.*value}));
+    }
+    plot.addGraph()->data()->set(data, true);
+    plot.graph()->setAdaptiveSampling(true);
+  }
+  plot.rescaleAxes();
+  std::vector<double> times;
+  const QCPRange full = plot.xAxis->range();
+  for (const auto& [from, to] : Views({full.lower, full.upper})) {
+    plot.xAxis->setRange(from, to);
+    times.push_back(Milliseconds([&plot] { plot.replot(); }));
+  }
+  return times;
+}
+
+double ReadingTime(const std::filesystem::path& file) {
+  ClearMission();
+  return Milliseconds([&file] { TReadFileThread(0, file).WaitFor(); });
+}
+
+void SelectedEvent(const std::filesystem::path& file) {
+  const double reading = ReadingTime(file);
+  TSelectedEventChart chart;
+  std::vector<double> building;
+  for (int round = 0; round < 5; ++round) {
+    building.push_back(Milliseconds([&chart] { chart.ShowEvent(EventList, 0, MissionData); }));
+  }
+  fmt::print("{:<62} {:6.3f}     (at most {}; {:.0f} ms against {:.0f} ms)\n",
+             fmt::format("showing an event of {} samples / reading the file", EventList.GetItem(0).Count()),
+             Median(building) / reading, kBuildingBound, Median(building), reading);
+  PrintRedraws("redraw of the selected event", Redraws(chart), OwnCurves(EventList.GetItem(0)));
+  chart.SetSeriesVisible(TSeries::Total, true);
+  chart.SetPointsVisible(true);
+  PrintRedraws("the same with the total and points", Redraws(chart), {});
+}
+
+void Events(const std::filesystem::path& file) {
+  ReadingTime(file);
+  TEventsChart chart;
+  chart.SetEvents(EventList, MissionData);
+  fmt::print("{} events\n", EventList.Count());
+  PrintRedraws("redraw of the events", Redraws(chart), {});
+  std::vector<bool> visible(EventList.Count());
+  for (std::size_t i = 0; i < visible.size(); i += 2) visible[i] = true;
+  chart.SetVisibleEvents(visible);
+  PrintRedraws("the same with every other event filtered out", Redraws(chart), {});
+  chart.SetVisibleEvents({});
+  chart.SetPointAbsorption(true);
+  PrintRedraws("the same with point absorption", Redraws(chart), {});
+  TSensorsChart sensors;
+  sensors.SetSensors(SensorList, SensorList.StartTime);
+  PrintRedraws(fmt::format("redraw of {} sensors of {} readings", SensorList.Count(), SensorList.GetItem(0).Count()),
+               Redraws(sensors), {});
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const bool smoke = argc > 1 && std::string(argv[1]) == "--smoke";
+  const std::uint32_t part = smoke ? 100 : 1;
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  const QApplication application(argc, argv);
+  const std::filesystem::path folder = std::filesystem::temp_directory_path();
+  const std::filesystem::path one = folder / fmt::format("shockscope-bench-{}-one.kshock", part);
+  const std::filesystem::path many = folder / fmt::format("shockscope-bench-{}-events.kshock", part);
+  WriteBenchRecording(one, {1, 10000000 / part, 1000, 20});
+  WriteBenchRecording(many, {1000000 / part, 4, 4});
+  SelectedEvent(one);
+  Events(many);
+  for (const auto& file : {one, many}) std::filesystem::remove(file);
+}
