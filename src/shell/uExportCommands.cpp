@@ -241,6 +241,7 @@ void TExportCommands::EventsToXlsx(const std::vector<std::uint32_t>& events) {
 
 void TExportCommands::TableToCsv(std::string_view title, std::string_view name, TDataset& table,
                                  std::string_view grid) {
+  if (!FFlow.FileShown()) return;
   const auto file = Ask(TKind::Csv, title, ProposedName(name, FFlow.Mission().Data));
   const auto showGrid = [&](bool = true) { FScreen.SetVisible(grid, true); };
   if (!file) return showGrid();
@@ -251,6 +252,7 @@ void TExportCommands::TableToCsv(std::string_view title, std::string_view name, 
 
 void TExportCommands::TableToXlsx(std::string_view title, std::string_view name, TDataset& table,
                                   std::string_view grid) {
+  if (!FFlow.FileShown()) return;
   const auto file = Ask(TKind::Xlsx, title, ProposedName(name, FFlow.Mission().Data));
   const auto showGrid = [&] { FScreen.SetVisible(grid, true); };
   if (!file) return showGrid();
