@@ -82,7 +82,7 @@ void TMainScreen::SetVisible(std::string_view control, bool visible) {
     FParts.layouts->SetPanelVisible(*panel, visible);
     return;
   }
-  if (!visible && widget.hasFocus()) FHiddenWithFocus = &widget;
+  if (!visible && FWindow.focusWidget() == &widget) FHiddenWithFocus = &widget;
   widget.setVisible(visible);
   if (visible && FHiddenWithFocus == &widget) {
     widget.setFocus(Qt::OtherFocusReason);

@@ -122,14 +122,15 @@ void TLoadingPanel::showEvent(QShowEvent* event) {
   if (event->spontaneous()) return;
   Centre();
   raise();
-  QWidget* before = QApplication::focusWidget();
+  QWidget* before = window()->focusWidget();  // also while a dialog is just going
   FFocusBefore = before != nullptr && !isAncestorOf(before) ? before : nullptr;
   FCancel->setFocus(Qt::OtherFocusReason);
 }
 
 void TLoadingPanel::hideEvent(QHideEvent* event) {
   QFrame::hideEvent(event);
-  if (!event->spontaneous() && FFocusBefore && FCancel->hasFocus()) FFocusBefore->setFocus(Qt::OtherFocusReason);
+  if (!event->spontaneous() && FFocusBefore && window()->focusWidget() == FCancel)
+    FFocusBefore->setFocus(Qt::OtherFocusReason);
 }
 
 void TLoadingPanel::keyPressEvent(QKeyEvent* event) {
