@@ -1,5 +1,6 @@
 // A spreadsheet file that is being written, sheet by sheet and in each row by row downwards. Rows and columns count
-// from 0. Texts are never formulas. Main thread only: the process's number format is the program's own meanwhile.
+// from 0. Texts are never formulas. Made and destroyed on the main thread, because the process's number format is the
+// program's own meanwhile; Close may be called on another one.
 // Every function throws std::system_error when there is no room, std::runtime_error for what the library refuses.
 #pragma once
 

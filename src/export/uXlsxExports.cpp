@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "base/uBeside.h"
 #include "base/uDateTime.h"
 #include "export/uCurveRows.h"
 #include "export/uExportFile.h"
@@ -45,7 +46,7 @@ class TSheets {
     if (++FRows % kRowsPerStep == 0) FProgress.ProcessMessages();
   }
   void Close() {
-    FWorkbook.Close();
+    RunBeside([this] { FWorkbook.Close(); }, FProgress);
     FProgress.SetPosition(static_cast<double>(std::max<std::size_t>(FCount, 1)));
   }
 
@@ -62,8 +63,8 @@ template <class TFill>
 void WriteSheets(const fs::path& file, std::size_t count, IProgress& progress, const TFill& fill) {
   progress.SetStatus("Creating XLSX File...");
   progress.SetPosition(0);
-  progress.SetMaximum(static_cast<double>(std::max<std::size_t>(count, 1)));
   progress.ProcessMessages();
+  progress.SetMaximum(static_cast<double>(std::max<std::size_t>(count, 1)));
   WriteExport(file, [&](const fs::path& beside) {
     TSheets sheets(beside, count, progress);
     fill(sheets);

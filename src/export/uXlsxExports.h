@@ -1,4 +1,4 @@
-// Every XLSX export. Main thread only.
+// Every XLSX export. Main thread only; the sheets are packed into the file on another thread, which is waited for.
 //
 // Progress goes to an IProgress; what its ProcessMessages throws ends the export and leaves no file. A file that cannot
 // be written throws std::filesystem::filesystem_error with its path; an older file of that name then is as it was.

@@ -9,7 +9,6 @@
 
 #include "analysis/uVisibleEvents.h"
 #include "base/uFiles.h"
-#include "base/uProgress.h"
 #include "base/uText.h"
 #include "model/uBlockTypes.h"
 #include "model/uExceptions1V0.h"
@@ -38,12 +37,13 @@ void CompleteModel() {
 
 }  // namespace
 
-// Shows how far the tables are, and ends their filling when the user cancels or closes.
-class TFileFlow::TFillProgress final : public IProgress {
+// Shows how far the tables or an export are, and ends them when the user cancels or closes.
+class TFileFlow::TScreenProgress final : public IProgress {
  public:
-  explicit TFillProgress(TFileFlow& flow) : FFlow(flow) {}
+  explicit TScreenProgress(TFileFlow& flow) : FFlow(flow) {}
   void SetStatus(std::string_view text) override { FFlow.FScreen.SetText("PnlLoadingMsg", text); }
   void SetPosition(double position) override { FFlow.FScreen.SetProgress(position); }
+  void SetMaximum(double maximum) override { FFlow.FScreen.SetProgressMaximum(static_cast<int>(maximum)); }
   void ProcessMessages() override { Process(false); }
   void Process(bool atOnce) {
     FFlow.FScreen.ProcessMessages(atOnce);
@@ -151,7 +151,7 @@ void TFileFlow::OpenDataFile(const std::string& fileName) {
   FScreen.SetCaption(fmt::format("{}v{} [{}]", kApplicationTitle, FProgram.version, fileName));
   if (FCloseWanted) {
     BackToWelcome();
-    FScreen.CloseWindow();
+    CloseIfWanted();
     return;
   }
   try {
@@ -204,7 +204,7 @@ void TFileFlow::ReadFinished() {
   } catch (const EKorvex& error) {
     if (error.iException == kReadCancelled) {
       BackToWelcome();
-      if (FCloseWanted) FScreen.CloseWindow();
+      CloseIfWanted();
     } else {
       Fail(kCannotBeShown, error.what());
     }
@@ -217,7 +217,7 @@ void TFileFlow::ReadFinished() {
     return;
   }
   TellDamage();
-  if (FCloseWanted) FScreen.CloseWindow();
+  CloseIfWanted();
 }
 
 std::string TFileFlow::DamageOf(const TReadExtent& extent) const {
@@ -251,7 +251,7 @@ void TFileFlow::ReadFailed(std::int64_t code) {
 }
 
 void TFileFlow::Step(int position, std::string_view text) {
-  TFillProgress progress(*this);
+  TScreenProgress progress(*this);
   progress.SetStatus(text);
   progress.SetPosition(position);
   progress.Process(true);
@@ -260,7 +260,7 @@ void TFileFlow::Step(int position, std::string_view text) {
 void TFileFlow::CompleteLoading() {
   CompleteModel();
   Step(1, "Loading the data...");
-  TFillProgress progress(*this);
+  TScreenProgress progress(*this);
   TDatasetOptions options;
   options.orderBy = std::get<int>(FScreen.Value("cmbOrderMostImporantBy"));
   FMission.Display = ReadDisplaySettings(FMission.Data, FScreen);
@@ -326,11 +326,7 @@ void TFileFlow::BackToWelcome() {
 void TFileFlow::Fail(std::string_view text, std::string_view reason) {
   const std::string details = fmt::format("{}\n{}", Printable(FFileName), reason);
   BackToWelcome();
-  if (FCloseWanted) {
-    FScreen.CloseWindow();
-  } else {
-    FScreen.ShowMessage(text, details);
-  }
+  if (!CloseIfWanted()) FScreen.ShowMessage(text, details);
 }
 
 void TFileFlow::SwitchView(TView view) {
@@ -347,6 +343,31 @@ void TFileFlow::SwitchView(TView view) {
       SetViewReport(FScreen);
       break;
   }
+}
+
+bool TFileFlow::RunExport(const std::function<void(IProgress&)>& work) {
+  if (!FileShown()) return false;
+  struct TExporting {
+    explicit TExporting(TState& state) : FState(state) { FState = TState::Exporting; }
+    ~TExporting() { FState = TState::Shown; }
+    TExporting(const TExporting&) = delete;
+    TExporting& operator=(const TExporting&) = delete;
+    TState& FState;
+  } exporting(FState);
+  FCancelled = false;
+  TScreenProgress progress(*this);
+  try {
+    work(progress);
+  } catch (const EKorvex& error) {
+    if (error.iException != kReadCancelled) throw;
+    return false;
+  }
+  return true;
+}
+
+bool TFileFlow::CloseIfWanted() {
+  if (FCloseWanted) FScreen.CloseWindow();
+  return FCloseWanted;
 }
 
 bool TFileFlow::MayClose() {

@@ -1,12 +1,14 @@
 // How a recording comes into the window: choosing, reading on a thread, completing, failing, cancelling, closing.
 //
 //   Welcome → Reading → Filling → Shown      Reading, Filling → Welcome on failure, Cancel and unfit files
+//                                Shown ⇄ Exporting
 //
-// Filling lets the window handle its messages, so whatever the user does then may call back: while the flow is busy
-// every open is refused, and a close is remembered and done after. Main thread only.
+// Filling and exporting let the window handle its messages, so whatever the user does then may call back: while the
+// flow is busy every command is refused, and a close is remembered and done after. Main thread only.
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -14,6 +16,7 @@
 #include <vector>
 
 #include "base/uMessages.h"
+#include "base/uProgress.h"
 #include "model/uReadFileThread.h"
 #include "shell/uMainScreen.h"
 #include "shell/uStartUp.h"
@@ -21,15 +24,15 @@
 
 class TFileFlow {
  public:
-  enum class TState { Welcome, Reading, Filling, Shown };
+  enum class TState { Welcome, Reading, Filling, Shown, Exporting };
 
   // `port` is the handle on which the reader's messages come back to HandleMessage; the read fails before the mission
   // outgrows `memoryBound` bytes.
   TFileFlow(TProgram program, std::uint64_t port, std::uint64_t memoryBound, IMainScreen& screen);
 
   [[nodiscard]] TState State() const { return FState; }
-  // A file is being read or the views are being filled: commands are refused.
-  [[nodiscard]] bool Busy() const { return FState == TState::Reading || FState == TState::Filling; }
+  // A file is being read, the views are being filled or an export runs: commands are refused.
+  [[nodiscard]] bool Busy() const { return FState != TState::Welcome && FState != TState::Shown; }
   [[nodiscard]] bool FileShown() const { return FState == TState::Shown; }
   [[nodiscard]] TShownMission& Mission() { return FMission; }
   // The file that is shown, or was the last to be opened.
@@ -47,7 +50,7 @@ class TFileFlow {
   void Open(const std::string& fileName);
   // Reads the same file again and keeps selection and view.
   void Reload();
-  // Ends the read, or the filling; the messages tell when it has ended.
+  // Ends the read, the filling or the export; the messages tell when it has ended.
   void Cancel();
 
   // What the reader posts.
@@ -56,12 +59,18 @@ class TFileFlow {
   void SwitchView(TView view);
   [[nodiscard]] TView View() const { return FView; }
 
-  // The window wants to close. A read is ended first; while the views are filled the close is remembered and false is
-  // returned, and CloseWindow comes later.
+  // Exports the shown mission. Cancel and a close end it where `work` lets the window handle its messages; then the
+  // result is false. It throws what `work` throws. After a close CloseIfWanted has to be called.
+  [[nodiscard]] bool RunExport(const std::function<void(IProgress&)>& work);
+
+  // The window wants to close. A read is ended first; while the views are filled or an export runs the close is
+  // remembered and false is returned, and CloseWindow comes later.
   [[nodiscard]] bool MayClose();
+  // Does a close that was remembered; false when there is none.
+  bool CloseIfWanted();
 
  private:
-  class TFillProgress;
+  class TScreenProgress;
   struct TKept {  // by a reload
     std::optional<std::size_t> selectedEvent;
     TView view;

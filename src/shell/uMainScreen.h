@@ -20,6 +20,16 @@ struct TOpenDialog {
   int filterIndex = 1;      // counted from 1
 };
 
+// What a save dialog starts with.
+struct TSaveDialog {
+  std::string_view title;
+  std::string folder;
+  std::string name;            // without extension
+  std::string_view filter;     // as in TOpenDialog; its first entry is chosen
+  std::string_view extension;  // of a name without one; without its dot
+  bool replaces = false;       // an existing file may be chosen without a question
+};
+
 // What a control of a setting holds: a toggle's state, a list's entry counted from 0, a number, a text or a colour's
 // name.
 using TControlValue = std::variant<bool, int, double, std::string>;
@@ -82,10 +92,14 @@ class IMainScreen {
   // be at once, the window leaves it out when it did so just before.
   virtual void ProcessMessages(bool atOnce) = 0;
 
-  // Asks for a recording; nothing when the user cancels.
+  // Dialogs; nothing when the user cancels.
   [[nodiscard]] virtual std::optional<std::string> AskForRecording(const TOpenDialog& dialog) = 0;
+  [[nodiscard]] virtual std::optional<std::string> AskForFolder(std::string_view title, const std::string& folder) = 0;
+  [[nodiscard]] virtual std::optional<std::string> AskWhereToSave(const TSaveDialog& dialog) = 0;
   // One message box: `text` is what happened, `details` the file and what to do about it.
   virtual void ShowMessage(std::string_view text, std::string_view details) = 0;
+  // A box with OK that says what has been done.
+  virtual void ShowInformation(std::string_view text) = 0;
   virtual void CloseWindow() = 0;
 
   // The mission. EmptyGridsAndCharts comes before the model goes; nothing of the screen refers to it afterwards.

@@ -13,13 +13,15 @@ constexpr std::string_view kDockPanels[] = {"dxDockPanelNavigator", "dxDockPanel
 constexpr std::string_view kSensorDockPanels[] = {"dxDockPanelSensorGridTemp", "dxDockPanelSensorGridBattery"};
 constexpr std::string_view kFileGroups[] = {"btngrpNavigator", "btngrpView",   "btngrpLayout", "btngrpFiltering",
                                             "btngrpShock",     "btngrpFilter", "btngrpAlarm"};
+// The exports of the whole mission, in every view.
+constexpr std::string_view kExportGroups[] = {"btngrpEventsExport", "btngrpSensorsExport", "btngrpTables"};
 constexpr std::string_view kViewButtons[] = {"dxBarOverview", "dxBarLargeShockView", "dxBarReport"};
 // What a view has in the ribbon for itself.
 constexpr std::string_view kOverviewItems[] = {"dxBarOverviewPrint", "dxBarOverviewExport"};
 constexpr std::string_view kShockItems[] = {"dxBarShockPrint", "dxBarShockExport"};
 constexpr std::string_view kReportItems[] = {"dxBarReportPrintOnly", "dxBarReportExportOnly"};
 constexpr std::string_view kEventsChartGroups[] = {"btngrpEventsChart"};
-constexpr std::string_view kShockChartGroups[] = {"btngrpShockSeries", "btngrpShockTools"};
+constexpr std::string_view kShockChartGroups[] = {"btngrpShockSeries", "btngrpShockTools", "btngrpShockExport"};
 constexpr std::string_view kSensorsChartGroups[] = {"btngrpSensorsTools", "btngrpSensorsAxes"};
 constexpr std::string_view kSensorButtons[] = {"dxBarShowSensorGrid", "dxBarShowBatteryGrid"};
 constexpr std::string_view kOverviewGroups[] = {"btngrpNavigator", "btngrpLayout", "btngrpAlarm", "btngrpFiltering"};
@@ -96,7 +98,7 @@ std::vector<std::string_view> ClosedDockPanels(const IMainScreen& screen) {
 
 void HideFileControls(IMainScreen& screen) {
   Hide(screen, {kFileGroups, kViewButtons, kOverviewItems, kShockItems, kReportItems, kSensorButtons,
-                kEventsChartGroups, kShockChartGroups, kSensorsChartGroups, kFilterPanel});
+                kEventsChartGroups, kShockChartGroups, kSensorsChartGroups, kExportGroups, kFilterPanel});
 }
 
 void EnterWelcomeState(IMainScreen& screen) {
@@ -107,7 +109,7 @@ void EnterWelcomeState(IMainScreen& screen) {
 
 void ShowViewButtons(IMainScreen& screen) {
   screen.SetVisible("btngrpView", true);
-  Show(screen, {kViewButtons});
+  Show(screen, {kViewButtons, kExportGroups});
 }
 
 void SetViewOverview(IMainScreen& screen) {

@@ -21,7 +21,7 @@ void ShowDockPanels(IMainScreen& screen, TView view);
 std::vector<std::string_view> ClosedDockPanels(const IMainScreen& screen);
 // Hides what only a shown file needs: ribbon groups and view buttons.
 void HideFileControls(IMainScreen& screen);
-// Brings back the buttons that lead to the views.
+// Brings back the buttons that lead to the views, and the exports of the mission.
 void ShowViewButtons(IMainScreen& screen);
 
 void SetViewOverview(IMainScreen& screen);

@@ -121,10 +121,11 @@ update with 3; text PnlLoadingMsg "Preparing Report..."; progress 8; messages
 report on 3; text PnlLoadingMsg "Finishing up..."; progress 9; messages
 hide pnlLoading; taskbar off; enable)log" +
                                 kOpenButtons +
-                                "show btngrpView dxBarOverview dxBarLargeShockView dxBarReport; "
+                                "show btngrpView dxBarOverview dxBarLargeShockView dxBarReport"
+                                " btngrpEventsExport btngrpSensorsExport btngrpTables; "
                                 "selected 1; position 1; "  // the most intense event
                                 "ribbon suspended; hide dxBarShockPrint dxBarShockExport btngrpShock btngrpFilter"
-                                " btngrpShockSeries btngrpShockTools"
+                                " btngrpShockSeries btngrpShockTools btngrpShockExport"
                                 " dxBarReportPrintOnly dxBarReportExportOnly; "
                                 "show dxBarOverviewPrint dxBarOverviewExport btngrpEventsChart"
                                 " btngrpSensorsTools btngrpSensorsAxes"

@@ -12,7 +12,8 @@ TEST(ViewSwitch, ReportClosesTheDockPanelsAndStartsAtItsTop) {
   EXPECT_EQ(
       screen.Said(),
       "ribbon suspended; hide dxBarOverviewPrint dxBarOverviewExport dxBarShockPrint dxBarShockExport btngrpShock "
-      "btngrpFilter btngrpEventsChart btngrpShockSeries btngrpShockTools btngrpSensorsTools btngrpSensorsAxes "
+      "btngrpFilter btngrpEventsChart btngrpShockSeries btngrpShockTools btngrpShockExport btngrpSensorsTools "
+      "btngrpSensorsAxes "
       "dxBarShowSensorGrid dxBarShowBatteryGrid; show dxBarReportPrintOnly dxBarReportExportOnly; hide" +
           kDockPanelNames +
           " btngrpNavigator btngrpLayout btngrpFiltering dxDockPanelFilter; front ReportPanel; check actSetViewReport; "
@@ -26,7 +27,8 @@ TEST(ViewSwitch, ShockClosesTheSensorGridsAndFindsTheSelectedEventInBothGrids) {
   EXPECT_EQ(screen.Said(),
             "ribbon suspended; hide dxBarOverviewPrint dxBarOverviewExport btngrpSensorsTools btngrpSensorsAxes "
             "dxBarReportPrintOnly dxBarReportExportOnly; show dxBarShockPrint dxBarShockExport btngrpEventsChart "
-            "btngrpShockSeries btngrpShockTools; front MainShockPanel; check actSetViewShock; tab tabShock; show "
+            "btngrpShockSeries btngrpShockTools btngrpShockExport; front MainShockPanel; check actSetViewShock; tab "
+            "tabShock; show "
             "btngrpNavigator btngrpLayout btngrpShock btngrpFilter btngrpAlarm btngrpFiltering dxBarShowSensorGrid "
             "dxBarShowBatteryGrid dxDockPanelNavigator dxDockPanelMissionDetails; hide dxDockPanelSensorGridTemp "
             "dxDockPanelSensorGridBattery; repaint ChartNavigator; filtered events; position 7; ribbon resumed; "

@@ -30,7 +30,7 @@ class TLoggingScreen final : public IMainScreen {
   std::set<std::string, std::less<>> Unusable;  // names of files that cannot be read or written
   std::optional<TTimeSpan> Data;                // of the navigator
   bool Confirms = true;
-  std::optional<std::string> ChosenFile;     // nothing: the open dialog is cancelled
+  std::optional<std::string> ChosenFile;     // nothing: dialogs are cancelled
   std::function<void()> OnMessages = [] {};  // what the user does while the window handles its messages
 
   void SetApplicationTitle(std::string_view title) override { Say("title \"{}\"", title); }
@@ -90,7 +90,16 @@ class TLoggingScreen final : public IMainScreen {
     Say("ask in {} for entry {} of {}", dialog.folder, dialog.filterIndex, dialog.filter);
     return ChosenFile;
   }
+  [[nodiscard]] std::optional<std::string> AskForFolder(std::string_view title, const std::string& folder) override {
+    Say("ask \"{}\" in {}", title, folder);
+    return ChosenFile;
+  }
+  [[nodiscard]] std::optional<std::string> AskWhereToSave(const TSaveDialog& dialog) override {
+    Say("ask \"{}\" for {}/{} of {} as {}", dialog.title, dialog.folder, dialog.name, dialog.filter, dialog.extension);
+    return ChosenFile;
+  }
   void ShowMessage(std::string_view text, std::string_view details) override { Say("box \"{}\" {}", text, details); }
+  void ShowInformation(std::string_view text) override { Say("information \"{}\"", text); }
   void CloseWindow() override { Say("close window"); }
 
   void EmptyGridsAndCharts() override { Say("empty grids and charts"); }
@@ -126,6 +135,7 @@ class TLoggingScreen final : public IMainScreen {
   static std::map<std::string, TControlValue, std::less<>> DefaultValues() {
     std::map<std::string, TControlValue, std::less<>> values;
     for (const TSetting& row : Settings()) values.emplace(row.control, DefaultOf(row));
+    values.insert({{"swtSpecAnalysis", false}, {"cmbSpecType", 0}, {"cmbSpecWindow", 0}});
     return values;
   }
   static std::string Name(const TTimeSpan& span) { return fmt::format("{:g}-{:g}", span.start, span.end); }
@@ -163,4 +173,5 @@ inline const std::string kFileControlNames =
     " dxBarOverview dxBarLargeShockView dxBarReport"
     " dxBarOverviewPrint dxBarOverviewExport dxBarShockPrint dxBarShockExport"
     " dxBarReportPrintOnly dxBarReportExportOnly dxBarShowSensorGrid dxBarShowBatteryGrid"
-    " btngrpEventsChart btngrpShockSeries btngrpShockTools btngrpSensorsTools btngrpSensorsAxes dxDockPanelFilter";
+    " btngrpEventsChart btngrpShockSeries btngrpShockTools btngrpShockExport btngrpSensorsTools btngrpSensorsAxes"
+    " btngrpEventsExport btngrpSensorsExport btngrpTables dxDockPanelFilter";

@@ -1,7 +1,9 @@
 #include "gui/common/uGrid.h"
 
+#include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScopedValueRollback>
@@ -172,7 +174,21 @@ void TGrid::keyPressEvent(QKeyEvent* event) {
     event->accept();
     return;
   }
+  if (FMenu != nullptr && event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) {
+    FMenu->popup(viewport()->mapToGlobal(visualRect(currentIndex()).center()));
+    return;
+  }
   QTableView::keyPressEvent(event);
+}
+
+void TGrid::SetMenu(QMenu* menu) {
+  FMenu = menu;
+  setStatusTip(tr("%1 · right click: export").arg(statusTip()));
+}
+
+void TGrid::contextMenuEvent(QContextMenuEvent* event) {
+  if (FMenu == nullptr) return QTableView::contextMenuEvent(event);
+  FMenu->popup(event->globalPos());
 }
 
 void TGrid::mouseMoveEvent(QMouseEvent* event) {

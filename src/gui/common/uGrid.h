@@ -11,6 +11,8 @@
 
 #include "gui/common/DatasetTableModel.h"
 
+class QMenu;
+
 class TGrid : public QTableView {
   Q_OBJECT
 
@@ -25,6 +27,8 @@ class TGrid : public QTableView {
   void SetDataset(const TDataset* table);
   // Stands where rows would be while a table without rows is shown.
   void SetNothing(const QString& words) { FNothing = words; }
+  // What a right click, the menu key and Shift+F10 open; borrowed.
+  void SetMenu(QMenu* menu);
   // How values are shown; borrowed. Refresh after a change of it.
   void SetDisplay(const TDisplaySettings* display) { FModel->SetDisplay(display); }
   // The table's order, or which of its rows it shows, changed: redraws what is visible and moves the sort mark; the
@@ -49,6 +53,7 @@ class TGrid : public QTableView {
 
  protected:
   void paintEvent(QPaintEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void leaveEvent(QEvent* event) override;
@@ -63,6 +68,7 @@ class TGrid : public QTableView {
 
   DatasetTableModel* FModel;
   TIndexKeyOf FIndexKeyOf;
+  QMenu* FMenu = nullptr;
   QString FNothing;
   QString FClickedField;
   QHash<QString, int> FFitted;  // the widths of columns, by field

@@ -21,6 +21,7 @@
 #include "gui/filter/uFilterChip.h"
 #include "gui/filter/uFilterPanel.h"
 #include "gui/mainform/uChartToggles.h"
+#include "gui/mainform/uExportActions.h"
 #include "gui/mainform/uKeysDialog.h"
 #include "gui/mainform/uMainActions.h"
 #include "gui/mainform/uMainParts.h"
@@ -41,6 +42,7 @@
 #include "gui/welcome/uLoadingPanel.h"
 #include "gui/welcome/uRecentFiles.h"
 #include "gui/welcome/uWellcomePanel.h"
+#include "shell/uExportCommands.h"
 #include "shell/uFilterCommands.h"
 #include "shell/uLayoutCommands.h"
 #include "shell/uNavigatorCommands.h"
@@ -54,12 +56,14 @@ TKorvexMainForm::TKorvexMainForm(TProgram program, std::uint64_t memoryBound)
       FScreen(std::make_unique<TMainScreen>(*this, *FParts, *FSettings)),
       FMessages(std::make_unique<TPostedMessages>(
           [this](const TMessage& message) { Guarded(this, [&] { FFlow->HandleMessage(message); }); })),
-      FFlow(std::make_unique<TFileFlow>(FProgram, FMessages->Handle(), memoryBound, *FScreen)) {
+      FFlow(std::make_unique<TFileFlow>(FProgram, FMessages->Handle(), memoryBound, *FScreen)),
+      FExports(std::make_unique<TExportCommands>(*FFlow, *FScreen)) {
   setObjectName("KorvexMainForm");
   setAcceptDrops(true);
   resize(1280, 800);
   MakeMainActions(*this, *FParts);
   MakeChartToggles(*this, *FParts);
+  MakeExportActions(*this, *FParts, *FExports);
   ConnectFiles();
   ConnectRecent();
   ConnectGrids();

@@ -9,6 +9,7 @@
 #include "shell/uFileFlow.h"
 #include "shell/uStartUp.h"
 
+class TExportCommands;
 class TMainScreen;
 class TPostedMessages;
 class TSettingsBinder;
@@ -87,5 +88,6 @@ class TKorvexMainForm : public QMainWindow {
   std::unique_ptr<TMainScreen> FScreen;
   std::unique_ptr<TPostedMessages> FMessages;
   std::unique_ptr<TFileFlow> FFlow;
+  std::unique_ptr<TExportCommands> FExports;
   bool FShownOnce = false;
 };

@@ -30,7 +30,6 @@ struct TGroupRow {
   const char* name;
   const char* title;
 };
-// The groups that hold nothing yet take no room.
 constexpr TGroupRow kGroups[] = {{"tabHome", "btngrpFile", "File"},
                                  {"tabHome", "btngrpView", "View"},
                                  {"tabHome", "btngrpNavigator", "Navigator"},
@@ -41,7 +40,6 @@ constexpr TGroupRow kGroups[] = {{"tabHome", "btngrpFile", "File"},
                                  {"tabShock", "btngrpShock", "Selected event"},
                                  {"tabShock", "btngrpFilter", "Filter and spectrum"},
                                  {"tabShock", "btngrpShockOutput", "Shock view"},
-                                 {"tabTables", "btngrpTables", "Tables"},
                                  {"tabReport", "btngrpReport", "Report"}};
 
 using TExecute = void (TKorvexMainForm::*)();
@@ -191,6 +189,7 @@ void MakeMainActions(TKorvexMainForm& form, TMainParts& parts) {
   auto* demo = form.findChild<QAction*>("actFileOpenDemo");
   auto* exit = new QAction(Icon("application-exit"), QObject::tr("E&xit"), &form);
   exit->setObjectName("actFileExit");
+  exit->setMenuRole(QAction::QuitRole);
   exit->setShortcut(QKeySequence("Ctrl+Q"));
   QObject::connect(exit, &QAction::triggered, &form, &QWidget::close);
   form.addAction(exit);

@@ -42,6 +42,7 @@ QLabel* MakeStatusLabel(QWidget* parent, const QString& name) {
 
 TMainParts::TMainParts(QMainWindow& window)
     : ribbon(new TRibbon(&window)),
+      front(new QStackedWidget(&window)),
       views(new QStackedWidget(&window)),
       welcome(new TWellcomePanel(&window)),
       overview(new TMainOverviewPanel(&window)),
@@ -72,12 +73,15 @@ TMainParts::TMainParts(QMainWindow& window)
 void TMainParts::MakeCentre(QMainWindow& window) {
   auto* centre = new QWidget(&window);
   MakeDamageBar(centre);
-  for (QWidget* view : std::initializer_list<QWidget*>{welcome, overview, shock, report}) views->addWidget(view);
+  views->setObjectName("MainPanel");
+  for (QWidget* view : std::initializer_list<QWidget*>{overview, shock, report}) views->addWidget(view);
+  front->addWidget(welcome);
+  front->addWidget(views);
   auto* layout = new QVBoxLayout(centre);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSpacing(0);
   layout->addWidget(damaged);
-  layout->addWidget(views, 1);
+  layout->addWidget(front, 1);
   window.setCentralWidget(centre);
 }
 

@@ -27,6 +27,7 @@ struct TMainParts {
   explicit TMainParts(QMainWindow& window);
 
   TRibbon* ribbon;
+  QStackedWidget* front;  // the welcome panel or the views
   QStackedWidget* views;  // exactly one is in front
   TWellcomePanel* welcome;
   TMainOverviewPanel* overview;

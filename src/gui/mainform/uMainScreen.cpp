@@ -83,7 +83,12 @@ void TMainScreen::SetVisible(std::string_view control, bool visible) {
     FParts.layouts->SetPanelVisible(*panel, visible);
     return;
   }
+  if (!visible && FWindow.focusWidget() == &widget) FHiddenWithFocus = &widget;
   widget.setVisible(visible);
+  if (visible && FHiddenWithFocus == &widget) {
+    widget.setFocus(Qt::OtherFocusReason);
+    FHiddenWithFocus.clear();
+  }
   if (qobject_cast<TRibbonGroup*>(&widget) == nullptr) return;
   for (const QToolButton* button : widget.findChildren<QToolButton*>()) {
     QAction* action = button->defaultAction();
@@ -126,12 +131,14 @@ void TMainScreen::SetChecked(std::string_view action) {
 
 void TMainScreen::BringToFront(std::string_view panel) {
   auto& widget = Control<QWidget>(panel);
-  if (FParts.views->indexOf(&widget) >= 0) {
-    FParts.backstage->hide();
-    FParts.views->setCurrentWidget(&widget);
-  } else {
+  const bool isView = FParts.views->indexOf(&widget) >= 0;
+  if (!isView && FParts.front->indexOf(&widget) < 0) {
     widget.raise();
+    return;
   }
+  FParts.backstage->hide();
+  if (isView) FParts.views->setCurrentWidget(&widget);
+  FParts.front->setCurrentWidget(isView ? FParts.views : &widget);
 }
 
 void TMainScreen::ScrollToTop(std::string_view box) {
@@ -227,6 +234,18 @@ std::optional<std::string> TMainScreen::AskForRecording(const TOpenDialog& dialo
   return AskForFile(&FWindow, QObject::tr("Open a recording"), dialog);
 }
 
+std::optional<std::string> TMainScreen::AskForFolder(std::string_view title, const std::string& folder) {
+  const auto chosen = ::AskForFolder(&FWindow, QtText(title), QtText(folder));
+  if (!chosen) return std::nullopt;
+  return Utf8(*chosen);
+}
+
+std::optional<std::string> TMainScreen::AskWhereToSave(const TSaveDialog& dialog) {
+  const auto chosen = ::AskWhereToSave(&FWindow, dialog);
+  if (!chosen) return std::nullopt;
+  return Utf8(*chosen);
+}
+
 // Before the window stands a box would be the only window, and its end the program's.
 void TMainScreen::ShowMessage(std::string_view text, std::string_view details) {
   const auto tell = [this, text = QtText(text), details = QtText(details)] { TellUser(&FWindow, text, details); };
@@ -235,6 +254,10 @@ void TMainScreen::ShowMessage(std::string_view text, std::string_view details) {
   } else {
     QMetaObject::invokeMethod(&FWindow, tell, Qt::QueuedConnection);
   }
+}
+
+void TMainScreen::ShowInformation(std::string_view text) {
+  InformUser(&FWindow, QtText(text));
 }
 
 void TMainScreen::CloseWindow() {

@@ -2,14 +2,15 @@
 #pragma once
 
 #include <QElapsedTimer>
+#include <QPointer>
 #include <QString>
+#include <QWidget>
 #include <optional>
 
 #include "gui/mainform/uSettingsBinder.h"
 #include "shell/uMainScreen.h"
 
 class QMainWindow;
-class QWidget;
 class TTimeChart;
 struct TMainParts;
 
@@ -61,7 +62,10 @@ class TMainScreen final : public IMainScreen {
   void ProcessMessages(bool atOnce) override;
 
   [[nodiscard]] std::optional<std::string> AskForRecording(const TOpenDialog& dialog) override;
+  [[nodiscard]] std::optional<std::string> AskForFolder(std::string_view title, const std::string& folder) override;
+  [[nodiscard]] std::optional<std::string> AskWhereToSave(const TSaveDialog& dialog) override;
   void ShowMessage(std::string_view text, std::string_view details) override;
+  void ShowInformation(std::string_view text) override;
   void CloseWindow() override;
 
   void EmptyGridsAndCharts() override;
@@ -98,5 +102,6 @@ class TMainScreen final : public IMainScreen {
   TSettingsBinder& FSettings;
   const TShownMission* FMission = nullptr;  // while its views are filled
   std::optional<std::size_t> FShownEvent;   // in Chart2
+  QPointer<QWidget> FHiddenWithFocus;       // gets it back when it is shown
   QElapsedTimer FPainted;                   // since the messages were last processed
 };

@@ -88,9 +88,9 @@ void PrintView(TKorvexMainForm& form, TFileFlow& flow) {
 
 void SaveViewAsPdf(TKorvexMainForm& form, TFileFlow& flow) {
   if (!flow.FileShown()) return;
-  const std::filesystem::path name = PathFromUtf8(flow.FileName()).stem().concat(".pdf");
-  const QString suggested = QtText(Utf8FromPath(PathFromUtf8(flow.RememberedFolder()) / name));
-  const auto path = AskWhereToSave(&form, QObject::tr("Save the view as PDF"), suggested, "PDF (*.pdf)", "pdf");
+  const std::string title = Utf8(QObject::tr("Save the view as PDF"));
+  const std::string name = Utf8FromPath(PathFromUtf8(flow.FileName()).stem());
+  const auto path = AskWhereToSave(&form, {title, flow.RememberedFolder(), name, "PDF|*.pdf", "pdf"});
   if (!path) return;
   // A writer does not tell of a full disk, so it writes into memory.
   QBuffer pdf;

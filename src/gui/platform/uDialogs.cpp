@@ -3,7 +3,9 @@
 #include <QFileDialog>
 #include <QStringList>
 #include <algorithm>
+#include <filesystem>
 
+#include "base/uFiles.h"
 #include "gui/common/uMessageBox.h"
 #include "gui/common/uQtText.h"
 
@@ -41,19 +43,25 @@ std::optional<QString> AskForFolder(QWidget* parent, const QString& title, const
   return box.selectedFiles().constFirst();
 }
 
-std::optional<QString> AskWhereToSave(QWidget* parent, const QString& title, const QString& path, const QString& filter,
-                                      const QString& suffix) {
-  QFileDialog box(parent, title, {}, filter);
+std::optional<QString> AskWhereToSave(QWidget* parent, const TSaveDialog& dialog) {
+  QFileDialog box(parent, QtText(dialog.title));
   box.setObjectName("dlgSave");
   box.setAcceptMode(QFileDialog::AcceptSave);
-  box.setDefaultSuffix(suffix);
-  box.selectFile(path);
+  box.setOption(QFileDialog::DontConfirmOverwrite, dialog.replaces);
+  box.setNameFilters(NameFilters(dialog.filter));
+  box.setDefaultSuffix(QtText(dialog.extension));
+  const std::filesystem::path name = PathFromUtf8(dialog.name + "." + std::string(dialog.extension));
+  box.selectFile(QtText(Utf8FromPath(PathFromUtf8(dialog.folder) / name)));
   if (box.exec() != QDialog::Accepted || box.selectedFiles().isEmpty()) return std::nullopt;
   return box.selectedFiles().constFirst();
 }
 
 void TellUser(QWidget* parent, const QString& text, const QString& details) {
   ShowBox(parent, QMessageBox::Warning, "msgFile", text, details);
+}
+
+void InformUser(QWidget* parent, const QString& text) {
+  ShowBox(parent, QMessageBox::Information, "msgInformation", text, {});
 }
 
 bool AskUser(QWidget* parent, const QString& question) {

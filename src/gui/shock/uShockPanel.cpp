@@ -33,6 +33,15 @@ constexpr TCard kCards[] = {{"lblCardToTTotal", "lblCardToTTotalValue", "ToT tot
                             {"lblCardIoTMax", "lblCardIoTMaxValue", "IoT max", " g ms"}};
 constexpr auto kNoValue = "–";
 
+// Tabs show and hide their pages; a grid that others show and hide stands on one.
+QWidget* PageOf(QWidget* grid) {
+  auto* page = new QWidget(grid->parentWidget());
+  auto* layout = new QVBoxLayout(page);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(grid);
+  return page;
+}
+
 }  // namespace
 
 TMainShockPanel::TMainShockPanel(QWidget* parent)
@@ -144,8 +153,8 @@ QWidget* TMainShockPanel::MakeEventList() {
   tabs->setObjectName("pgcShockGrids");
   tabs->setDocumentMode(true);
   tabs->setAccessibleName(tr("Event grids"));
-  tabs->addTab(FShocks, tr("&All events"));
-  tabs->addTab(FFilteredShocks, tr("Fil&tered events"));
+  tabs->addTab(PageOf(FShocks), tr("&All events"));
+  tabs->addTab(PageOf(FFilteredShocks), tr("Fil&tered events"));
   auto* box = new QWidget(this);
   auto* layout = new QVBoxLayout(box);
   layout->setContentsMargins(0, 0, 0, 0);

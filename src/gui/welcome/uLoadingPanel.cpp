@@ -1,5 +1,6 @@
 #include "gui/welcome/uLoadingPanel.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLabel>
@@ -16,7 +17,6 @@ TLoadingPanel::TLoadingPanel(QWidget* parent)
       FProgress(new QProgressBar(this)),
       FCancel(new QPushButton(tr("Cancel"), this)) {
   setObjectName("pnlLoading");
-  setAccessibleName(tr("Reading a recording"));
   setAutoFillBackground(true);
   FMessage->setObjectName("PnlLoadingMsg");
   FMessage->setTextFormat(Qt::PlainText);
@@ -37,12 +37,13 @@ TLoadingPanel::TLoadingPanel(QWidget* parent)
   layout->addWidget(FProgress);
   layout->addWidget(FCancel, 0, Qt::AlignRight);
   connect(FCancel, &QPushButton::clicked, this, &TLoadingPanel::Cancelled);
-  parent->installEventFilter(this);
+  qApp->installEventFilter(this);
   hide();
 }
 
 void TLoadingPanel::SetMessage(const QString& message) {
   FMessage->setText(message);
+  setAccessibleName(message);
   if (isVisible()) Centre();
 }
 
@@ -81,8 +82,34 @@ bool TLoadingPanel::event(QEvent* event) {
 }
 
 bool TLoadingPanel::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == parentWidget() && event->type() == QEvent::Resize && isVisible()) Centre();
-  return false;
+  if (!isVisible()) return false;
+  if (watched == parentWidget() && event->type() == QEvent::Resize) Centre();
+  return IsForOthers(*watched, *event);
+}
+
+// What a person does to the window, but not to the panel or to a dialog.
+bool TLoadingPanel::IsForOthers(const QObject& watched, const QEvent& event) const {
+  switch (event.type()) {
+    case QEvent::Shortcut: {
+      const auto* action = qobject_cast<const QAction*>(&watched);
+      return action != nullptr && action->menuRole() != QAction::QuitRole;
+    }
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::Wheel:
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::ContextMenu:
+    case QEvent::DragEnter:
+    case QEvent::Drop: {
+      const auto* widget = qobject_cast<const QWidget*>(&watched);
+      return widget != nullptr && widget != this && !isAncestorOf(widget) &&
+             QApplication::activeModalWidget() == nullptr;
+    }
+    default:
+      return false;
+  }
 }
 
 // Cancel is all there is to reach while something is read.
@@ -95,14 +122,15 @@ void TLoadingPanel::showEvent(QShowEvent* event) {
   if (event->spontaneous()) return;
   Centre();
   raise();
-  QWidget* before = QApplication::focusWidget();
+  QWidget* before = window()->focusWidget();  // also while a dialog is just going
   FFocusBefore = before != nullptr && !isAncestorOf(before) ? before : nullptr;
   FCancel->setFocus(Qt::OtherFocusReason);
 }
 
 void TLoadingPanel::hideEvent(QHideEvent* event) {
   QFrame::hideEvent(event);
-  if (!event->spontaneous() && FFocusBefore && FCancel->hasFocus()) FFocusBefore->setFocus(Qt::OtherFocusReason);
+  if (!event->spontaneous() && FFocusBefore && window()->focusWidget() == FCancel)
+    FFocusBefore->setFocus(Qt::OtherFocusReason);
 }
 
 void TLoadingPanel::keyPressEvent(QKeyEvent* event) {

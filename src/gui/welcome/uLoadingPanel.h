@@ -1,5 +1,6 @@
-// Shown in front of the window while a recording is read: what is going on, how far it is, and Cancel. It stays in the
-// middle of its parent. It only asks to cancel; who reads hides the panel when the reading has ended.
+// Shown in front of the window while a recording is read or exported: what is going on, how far it is, and Cancel. It
+// stays in the middle of its parent and takes all input of the window; only the window can be closed. It only asks to
+// cancel; who is at work hides the panel at the end.
 #pragma once
 
 #include <QFrame>
@@ -17,7 +18,7 @@ class TLoadingPanel : public QFrame {
   explicit TLoadingPanel(QWidget* parent);
 
   void SetMessage(const QString& message);
-  // The file and how far it is read; cut in the middle where it is too long, the whole in the tool tip.
+  // The file or folder and how far it is; cut in the middle where it is too long, the whole in the tool tip.
   void SetDetail(const QString& detail);
   // With 0 steps the bar says only that something goes on.
   void SetSteps(int steps);
@@ -37,6 +38,7 @@ class TLoadingPanel : public QFrame {
   void showEvent(QShowEvent* event) override;
 
  private:
+  [[nodiscard]] bool IsForOthers(const QObject& watched, const QEvent& event) const;
   void Centre();
   void ElideDetail();
 

@@ -1,0 +1,10 @@
+// The window's export commands: one table of what each is called, where it stands in the ribbon and what it runs; and
+// the pop-up menus of the tables.
+#pragma once
+
+class TExportCommands;
+class TKorvexMainForm;
+struct TMainParts;
+
+// Makes the groups, actions, buttons and menus. Once, after the ribbon has its tabs. The commands are borrowed.
+void MakeExportActions(TKorvexMainForm& form, TMainParts& parts, TExportCommands& commands);

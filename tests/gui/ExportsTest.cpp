@@ -1,0 +1,187 @@
+// The exports in the window: buttons, menus, dialogs, and what can be done while one runs.
+#include <QAction>
+#include <QMenu>
+#include <QTableView>
+#include <QToolButton>
+#include <algorithm>
+#include <set>
+
+#include "gui/ribbon/uRibbon.h"
+#include "tests/support/uThreeEvents.h"
+#include "tests/support/uWindowTest.h"
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+namespace fs = std::filesystem;
+
+namespace {
+
+const std::vector<std::string> kFront = {"WellcomePanel", "MainOverviewPanel", "MainShockPanel", "ReportPanel"};
+
+class Exports : public TWindowTest {
+ protected:
+  Exports() {
+    fs::create_directory(FTo);
+    QObject::connect(&FMeanwhileTimer, &QTimer::timeout, [this] {
+      if (FForm && FForm->Flow().State() == TFileFlow::TState::Exporting) FMeanwhile();
+    });
+    FMeanwhileTimer.start(5);
+  }
+  void Click(const char* tab, const char* button) {
+    FForm->findChild<TRibbon*>()->SelectTab(tab);
+    QCoreApplication::processEvents();
+    auto* found = Find<QToolButton>(button);
+    ASSERT_TRUE(found->isEnabled()) << button;
+    found->click();
+    Settle();
+  }
+  QMenu* OpenMenu() { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); }
+  std::string NameOfMenu() {
+    QMenu* menu = OpenMenu();
+    if (menu == nullptr) return {};
+    const std::string name = menu->objectName().toStdString();
+    menu->close();
+    return name;
+  }
+  std::vector<std::string> Written() {
+    std::vector<std::string> names;
+    for (const auto& entry : fs::recursive_directory_iterator(FTo)) {
+      if (!entry.is_directory()) names.push_back(entry.path().filename().string());
+    }
+    std::ranges::sort(names);
+    return names;
+  }
+  QString To(const char* name) { return QString::fromStdString((FTo / name).string()); }
+  // A recording whose export to files takes some seconds.
+  static TTestRecording ManyEvents() {
+    TTestRecording recording =
+        TTestRecording().Creator().StartTime(45000).MissionHeader(2, 2).Channels({"ACC x", "ACC y", "ACC z"});
+    for (int event = 0; event < 3000; ++event) {
+      std::vector<TTestRecord> records;
+      for (int i = 0; i < 100; ++i) records.push_back({event * 1000.0 + i, {3, 1, 1}});
+      records.push_back({event * 1000.0 + 100, {kEnd, kEnd, kEnd}});
+      recording.Data(records);
+    }
+    return recording;
+  }
+
+  fs::path FTo = FFolder / "to";
+  std::function<void()> FMeanwhile = [] {};  // while an export runs
+  QTimer FMeanwhileTimer;
+};
+
+TEST_F(Exports, AFolderOfEventsIsAskedForWrittenAndFollowedByTheShockView) {
+  Start(Save("three.kshock", ThreeEvents()));
+  Click("tabEvents", "barbtnEventsCSVAllShocks");
+  EXPECT_THAT(FDialogs, ElementsAre(HasSubstr("dlgFolder|Choose the folder for the CSV files|" + FProgram.dataFolder)));
+  EXPECT_THAT(Seen(kFront), ElementsAre("MainOverviewPanel")) << "cancelled";
+  FTyped = QString::fromStdString(FTo.string());
+  for (int again = 0; again < 2; ++again) {
+    Press("Ctrl+1");
+    Click("tabEvents", "barbtnEventsCSVAllShocks");
+    EXPECT_THAT(Seen(kFront), ElementsAre("MainShockPanel"));
+    EXPECT_THAT(Docks(), ElementsAre("dxDockPanelNavigator", "dxDockPanelMissionDetails"));
+    EXPECT_THAT(Seen({"pnlLoading"}), IsEmpty());
+  }
+  EXPECT_THAT(Written(), ElementsAre("ID-0.csv", "ID-1.csv", "ID-2.csv"));
+  EXPECT_THAT(FBoxes, IsEmpty());
+}
+
+TEST_F(Exports, AGridsMenuIsOpenedByMouseKeyboardAndAction) {
+  Start(Save("three.kshock", ThreeEvents()));
+  const struct {
+    const char *view, *grid, *action, *menu;
+  } grids[] = {{"Ctrl+1", "DBGrid2", "actExportSensorsGridToCSV", "mnuExportSensors"},
+               {"Ctrl+1", "DBGrid8", "actExportBatteryGridToCSV", "mnuExportBattery"},
+               {"Ctrl+2", "dbgShocks", "actExportShockGridToCSV", "mnuExportShocks"},
+               {"Ctrl+2", "dbgFilteredShocks", "actExportFilteredShockGridToCSV", "mnuExportShocks"}};
+  for (const auto& [view, name, action, menu] : grids) {
+    Press(view);
+    auto* grid = Find<QTableView>(name);
+    QContextMenuEvent click(QContextMenuEvent::Mouse, {5, 5}, grid->viewport()->mapToGlobal(QPoint(5, 5)));
+    QCoreApplication::sendEvent(grid->viewport(), &click);
+    EXPECT_EQ(NameOfMenu(), menu) << name;
+    QTest::keyClick(grid, Qt::Key_F10, Qt::ShiftModifier);
+    EXPECT_EQ(NameOfMenu(), menu) << name;
+    QCursor::setPos(FForm->mapToGlobal(QPoint(200, 150)));
+    Press(Find<QAction>(action)->shortcut().toString().toUtf8());
+    ASSERT_NE(OpenMenu(), nullptr) << action;
+    EXPECT_LT((OpenMenu()->pos() - QCursor::pos()).manhattanLength(), 10);
+    EXPECT_EQ(NameOfMenu(), menu) << action;
+  }
+  FForm->Flow().Open((FFolder / "missing").string());
+  Settle();
+  EXPECT_FALSE(Find<QAction>("actExportSensorsGridToCSV")->isEnabled());
+  EXPECT_FALSE(Find<QAction>("actTablesExportCSV")->isEnabled());
+}
+
+TEST_F(Exports, ATableIsExportedFromItsMenuAndTheGridHasTheFocusAgain) {
+  Start(Save("three.kshock", ThreeEvents()));
+  Press("Ctrl+2");
+  auto* grid = Find<QTableView>("dbgShocks");
+  grid->setFocus();
+  FTyped = To("table");
+  QTest::keyClick(grid, Qt::Key_F10, Qt::ShiftModifier);
+  ASSERT_NE(OpenMenu(), nullptr);
+  QTest::keyClick(OpenMenu(), Qt::Key_Down);
+  QTest::keyClick(OpenMenu(), Qt::Key_Return);
+  Settle();
+  EXPECT_EQ(FDialogs.back(), "dlgSave|Save the Filtered Shocks Grid to CSV file|" + FProgram.dataFolder +
+                                 "|CSV file (*.csv)|Shocks Mission-165-00007.csv");
+  EXPECT_THAT(Written(), ElementsAre("table.csv"));
+  EXPECT_THAT(Seen({"dbgShocks", "dbgFilteredShocks"}), ElementsAre("dbgShocks")) << "the other is behind its tab";
+
+  Press("Ctrl+1");
+  auto* battery = Find<QTableView>("DBGrid8");
+  Find("dxDockPanelSensorGridBattery")->raise();
+  battery->setFocus();
+  FTyped = To("battery.xlsx");
+  std::set<bool> gridShown;
+  FMeanwhile = [&] { gridShown.insert(battery->isVisible()); };
+  Click("tabTables", "barbtnTablesExportXLSXBattery");
+  EXPECT_THAT(gridShown, testing::Not(testing::Contains(true)));
+  EXPECT_TRUE(battery->isVisible());
+  EXPECT_EQ(FForm->focusWidget(), battery);
+  EXPECT_THAT(FBoxes, ElementsAre("msgInformation|Excel sheet created|"));
+  EXPECT_THAT(Seen(kFront), ElementsAre("MainOverviewPanel"));
+  EXPECT_THAT(Written(), ElementsAre("battery.xlsx", "table.csv"));
+  EXPECT_THAT(FDialogs.back(), HasSubstr("|" + FTo.string() + "|XLSX file (*.xlsx)|Battery Mission-165-00007.xlsx"));
+}
+
+TEST_F(Exports, CancelEndsAnExportAndNothingElseIsReachedMeanwhile) {
+  Start(Save("many.kshock", ManyEvents()));
+  FTyped = QString::fromStdString(FTo.string());
+  int moments = 0;
+  FMeanwhile = [&] {
+    if (++moments == 1) {
+      QTest::keySequence(FForm.get(), QKeySequence("Ctrl+3"));
+      QTest::keySequence(FForm.get(), QKeySequence("Ctrl+Shift+A"));
+      QTest::mouseClick(Find("barbtnEventsXLSXAllShocks"), Qt::LeftButton);
+      EXPECT_EQ(FForm->focusWidget()->objectName(), "btnLoadingCancel");
+    }
+    if (Written().size() > 2) QTest::keyClick(FForm->focusWidget(), Qt::Key_Escape);
+  };
+  Click("tabEvents", "barbtnEventsCSVAllShocks");
+  EXPECT_GE(moments, 2);
+  EXPECT_THAT(Written().size(), testing::AllOf(testing::Ge(2U), testing::Lt(3000U)));
+  EXPECT_THAT(Written(), testing::Each(testing::MatchesRegex("ID-[0-9]+\\.csv"))) << "the file in work is gone";
+  EXPECT_THAT(Seen(kFront), ElementsAre("MainOverviewPanel"));
+  EXPECT_EQ(Docks().size(), 4U);
+  EXPECT_FALSE(Find<QAction>("actAlarmSet")->isChecked());
+  EXPECT_EQ(FDialogs.size(), 1U);
+  EXPECT_THAT(FBoxes, IsEmpty());
+}
+
+TEST_F(Exports, AWindowThatIsClosedMeanwhileEndsTheExportAndCloses) {
+  Start(Save("many.kshock", ManyEvents()));
+  FTyped = To("many.xlsx");
+  FMeanwhile = [&] { EXPECT_FALSE(FForm->close()); };
+  Click("tabEvents", "barbtnEventsXLSXAllShocks");
+  ASSERT_TRUE(QTest::qWaitFor([this] { return !FForm->isVisible(); }, kPatienceMs));
+  EXPECT_THAT(Written(), IsEmpty());
+  EXPECT_THAT(FBoxes, IsEmpty());
+}
+
+}  // namespace

@@ -1,0 +1,355 @@
+#include "shell/uExportCommands.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <condition_variable>
+#include <mutex>
+#include <utility>
+
+#include "shell/uFilterCommands.h"
+#include "shell/uOrderingCommands.h"
+#include "tests/support/uLoggingScreen.h"
+#include "tests/support/uThreeEvents.h"
+
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::StartsWith;
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using TCommand = void (TExportCommands::*)();
+using E = TExportCommands;
+
+class TEndPort final : public IMessagePort {
+ public:
+  void Receive(const TMessage& message) noexcept override {
+    const std::lock_guard lock(FMutex);
+    FLast = message;
+    FPosted.notify_one();
+  }
+  TMessage WaitForEnd() {
+    std::unique_lock lock(FMutex);
+    FPosted.wait(lock, [this] { return FLast.Msg == kReadFileMessage && FLast.wParam != kReadProgress; });
+    return std::exchange(FLast, {});
+  }
+
+ private:
+  std::mutex FMutex;
+  std::condition_variable FPosted;
+  TMessage FLast{};
+};
+
+const std::string kHidden = "hide pnlLoading; taskbar off; ";
+const std::string kCsvShown = "text PnlLoadingMsg \"Creating CSV exports...\"; progress 0; progress maximum ";
+const std::string kCsvInFront = "; taskbar on; front pnlLoading; show pnlLoading; messages\n";
+
+class ExportCommands : public testing::Test {
+ protected:
+  ExportCommands() {
+    WriteFile(FFolder / "three.kshock", Deflated(ThreeEvents().content));
+    fs::create_directory(FTo);
+    FFlow.Open((FFolder / "three.kshock").string());
+    FFlow.HandleMessage(FPort.WaitForEnd());
+    MissionData.sID = "A17";
+    MissionData.rec_starttime = 45123.25;
+    FScreen.Said();
+  }
+  // What the window is told when a command's dialog gets this answer.
+  std::string Run(TCommand command, const fs::path& chosen) {
+    FScreen.ChosenFile = chosen.string();
+    (FCommands.*command)();
+    return FScreen.Said();
+  }
+  std::string RunIn(TCommand command, std::string_view name) { return Run(command, FTo / name); }
+  // Leaves event 0, of 20 g, and event 1, of 9 g.
+  void HideEventTwo() {
+    TEventFilter filter;
+    filter.ranges[0].from = 6;
+    ChangeFilter(FFlow.Mission(), filter, FScreen);
+    FScreen.Said();
+  }
+  std::vector<std::string> Written() {
+    std::vector<std::string> names;
+    for (const auto& entry : fs::recursive_directory_iterator(FTo)) {
+      if (!entry.is_directory()) names.push_back(fs::relative(entry.path(), FTo).string());
+    }
+    std::ranges::sort(names);
+    return names;
+  }
+  std::string TextOf(std::string_view name) {
+    const TBytes bytes = BytesOfFile(FTo / name);
+    return {bytes.begin(), bytes.end()};
+  }
+  std::ptrdiff_t LinesOf(std::string_view name) { return std::ranges::count(TextOf(name), '\n'); }
+
+  TTempFolder FFolder;
+  fs::path FTo = FFolder / "to";
+  TLoggingScreen FScreen;
+  TEndPort FPort;
+  TPortHandle FHandle{FPort};
+  TFileFlow FFlow{{"/opt/shockscope", "1.0.0.0", "/recordings", ""}, FHandle.Value(), 1000000, FScreen};
+  TExportCommands FCommands{FFlow, FScreen};
+};
+
+TEST_F(ExportCommands, AFolderOfEventsIsWrittenWithTheDisplayInThisOrderAndEndsInTheShockView) {
+  EXPECT_EQ(
+      Run(&E::barbtnEventsCSVAllShocksClick, FTo),
+      "ask \"Choose the folder for the CSV files\" in " + FFolder.Path().string() + "; text PnlLoadingDetail \"" +
+          FTo.string() + "\"; hide" + kDockPanelNames + "; front WellcomePanel; " + kCsvShown + "2" + kCsvInFront +
+          "progress 0; messages\nprogress 1; messages\nprogress 2; messages\n" + kHidden + "front MainPanel; " +
+          [this] {
+            TLoggingScreen shock;
+            SetViewShock(shock, FFlow.Mission().SelectedEvent);
+            return shock.Said();
+          }());
+  EXPECT_THAT(Written(), ElementsAre("Mission-A17/ID-0.csv", "Mission-A17/ID-1.csv", "Mission-A17/ID-2.csv"));
+  EXPECT_EQ(FFlow.RememberedFolder(), FTo.string());
+  WriteFile(FTo / "Mission-A17" / "ID-1.csv", {1});
+  Run(&E::barbtnEventsCSVAllShocksClick, FTo);
+  EXPECT_THAT(TextOf("Mission-A17/ID-1.csv"),
+              StartsWith("\"Time (msec)\",\"X (g)\",\"Y (g)\",\"Z (g)\",\"Total (g)\",\r\n"));
+}
+
+TEST_F(ExportCommands, EachFolderExportHasItsEventsAndNames) {
+  const std::string all = "Peaks-Mission-A17-2023-07-16-06-00-00/ID-";
+  const std::string visible = "Calibration-Mission-A17-2023-07-16-06-00-00/ID-";
+  Run(&E::barbtnEventsCSVCalibrationClick, FTo);
+  HideEventTwo();
+  const std::string log = Run(&E::barbtnEventsCSVCalibrationVisibleClick, FTo);
+  EXPECT_THAT(log, HasSubstr("progress maximum 1;"));
+  Run(&E::barbtnEventsCSVVisibleShocksClick, FTo);
+  EXPECT_THAT(Written(), ElementsAre(visible + "0-X-pos-20.csv", visible + "1-X-pos-9.csv", "Mission-A17/ID-0.csv",
+                                     "Mission-A17/ID-1.csv", all + "0-X-pos-20.csv", all + "1-X-pos-9.csv",
+                                     all + "2-X-pos-5.csv"));
+}
+
+TEST_F(ExportCommands, OneEventHasAProgressAndNoneMakesTheFolder) {
+  TEventFilter filter;
+  filter.ranges[0].from = 10;
+  ChangeFilter(FFlow.Mission(), filter, FScreen);
+  EXPECT_THAT(Run(&E::barbtnEventsCSVVisibleShocksClick, FTo), HasSubstr("progress maximum 1; taskbar on"));
+  filter.ranges[0].from = 100;
+  ChangeFilter(FFlow.Mission(), filter, FScreen);
+  fs::remove_all(FTo / "Mission-A17");
+  EXPECT_THAT(Run(&E::barbtnEventsCSVVisibleShocksClick, FTo), HasSubstr("progress maximum 1; taskbar on"));
+  EXPECT_TRUE(fs::is_directory(FTo / "Mission-A17"));
+  EXPECT_THAT(Written(), IsEmpty());
+}
+
+TEST_F(ExportCommands, ATableIsWrittenWhileItsGridIsHidden) {
+  const struct {
+    TCommand csv, xlsx;
+    std::string title, name, grid, xlsxTitle, xlsxName;
+    std::ptrdiff_t lines;
+  } tables[] = {
+      {&E::barbtnTablesExportCSVBatteryClick, &E::barbtnTablesExportXLSXBatteryClick, "the Battery Grid",
+       "Battery Mission-A17", "DBGrid8", "the Battery Grid", "Battery Mission-A17", 4},
+      {&E::barbtnTablesExportCSVClick, &E::barbtnTablesExportXLSXClick, "the Filtered Shocks Grid",
+       "Shocks Mission-A17", "dbgFilteredShocks", "the Shocks Grid", "Shocks of Mission-A17", 3},
+      {&E::barbtnTablesExportCSVSensorsClick, &E::barbtnTablesExportXLSXSensorsClick, "the Sensors Grid",
+       "Sensors Mission-A17", "DBGrid2", "the Sensors Grid", "Sensors Mission-A17", 4},
+  };
+  HideEventTwo();
+  std::string folder = FFolder.Path().string();
+  for (const auto& table : tables) {
+    const auto asks = [&folder](const std::string& title, const std::string& kind, const std::string& name) {
+      const std::string extension = kind == "CSV" ? "csv" : "xlsx";
+      return fmt::format("ask \"Save {} to {} file\" for {}/{} of {} file|*.{} as {}; ", title, kind, folder, name,
+                         kind, extension, extension);
+    };
+    const std::string csv = (FTo / "t.csv").string();
+    EXPECT_EQ(RunIn(table.csv, "t.csv"), asks(table.title, "CSV", table.name) + "hide " + table.grid +
+                                             "; text PnlLoadingDetail \"" + csv + "\"; " + kCsvShown +
+                                             std::to_string(table.lines - 1) + kCsvInFront + "progress 0; " + kHidden +
+                                             "show " + table.grid + "; ");
+    folder = FTo.string();
+    EXPECT_EQ(LinesOf("t.csv"), table.lines) << csv;
+    const std::string xlsx = (FTo / "t.xlsx").string();
+    EXPECT_EQ(RunIn(table.xlsx, "t.xlsx"),
+              asks(table.xlsxTitle, "XLSX", table.xlsxName) + "hide " + table.grid + "; text PnlLoadingDetail \"" +
+                  xlsx + "\"; front WellcomePanel; text PnlLoadingMsg \"Creating XLSX File...\"; progress 0; " +
+                  kCsvInFront.substr(2) +
+                  "progress maximum 1; progress 0; text PnlLoadingMsg \"Creating Sheet 1 of 1\"; "
+                  "messages\nprogress 1; " +
+                  kHidden + "front MainPanel; show " + table.grid + "; information \"Excel sheet created\"; ");
+    FScreen.ChosenFile.reset();
+    (FCommands.*table.csv)();
+    EXPECT_EQ(FScreen.Said(), asks(table.title, "CSV", table.name) + "show " + table.grid + "; ") << "cancelled";
+  }
+  EXPECT_EQ(FFlow.Mission().SelectedEvent, 1U);
+  EXPECT_TRUE(ActivateFilter(FFlow.Mission(), false, FScreen));
+  RunIn(&E::barbtnTablesExportCSVClick, "all.csv");
+  EXPECT_EQ(LinesOf("all.csv"), 4);
+}
+
+TEST_F(ExportCommands, WorkbooksOfEventsAndReadingsTellTheirSheets) {
+  HideEventTwo();
+  const std::string ask = fmt::format(" for {}/Mission-A17 of XLSX file|*.xlsx as xlsx; ", FFolder.Path().string());
+  std::string log = RunIn(&E::barbtnEventsXLSXVisibileShocksClick, "v.xlsx");
+  EXPECT_THAT(log, StartsWith("ask \"Export Shock Events to XLSX file\"" + ask));
+  EXPECT_THAT(log, HasSubstr("progress 1; text PnlLoadingMsg \"Creating Sheet 2 of 2\"; messages\nprogress 2; "));
+  log = RunIn(&E::barbtnEventsXLSXAllShocksClick, "a.xlsx");
+  EXPECT_THAT(log, StartsWith("ask \"Export Shock Events to XLSX file\" for " + FTo.string()));
+  EXPECT_THAT(log, HasSubstr("\"Creating Sheet 3 of 3\""));
+  log = RunIn(&E::barbtnSensorsExportToXLSXClick, "s.xlsx");
+  EXPECT_THAT(log, StartsWith("ask \"Save the Sensor Measurments to XLSX file\" for " + FTo.string() + "/Mission-A17"));
+  EXPECT_THAT(log, HasSubstr("\"Creating Sheet 2 of 2\""));
+  EXPECT_THAT(log, EndsWith(kHidden + "front MainPanel; information \"Excel sheet created\"; "));
+}
+
+// Event 0 has 18 samples, which the spectrum sees in 128 points.
+TEST_F(ExportCommands, TheEventInTheChartIsExportedAsTheChartShowsIt) {
+  SelectEvent(FFlow.Mission(), 0, FScreen);
+  FScreen.Said();
+  std::string log = RunIn(&E::actExportShockToCSVExecute, "raw.csv");
+  EXPECT_THAT(log, StartsWith("ask \"Save the Shock Event CSV file\" for " + FFolder.Path().string() +
+                              "/Mission-A17 ID-0 of CSV file|*.csv as csv; "));
+  EXPECT_THAT(log, EndsWith(kHidden));
+  EXPECT_THAT(TextOf("raw.csv"), HasSubstr("\r\n\"1\",\"4\",\"0\",\"0\",\"4\",\r\n"));
+  FScreen.Values["swtHPFilter"] = true;
+  RunIn(&E::actExportShockToCSVExecute, "high.csv");
+  EXPECT_EQ(LinesOf("high.csv"), 19);
+  EXPECT_THAT(TextOf("high.csv"), Not(HasSubstr("\"1\",\"4\",")));
+
+  FScreen.Values["swtSpecAnalysis"] = true;
+  FScreen.Values["cmbSpecType"] = 2;
+  EXPECT_THAT(RunIn(&E::actExportShockToCSVExecute, "psd.csv"), HasSubstr("/Mission-A17 ID-0 PSD of"));
+  EXPECT_THAT(TextOf("psd.csv"), StartsWith("\"HZ\",\"X\",\"Y\",\"Z\",\"Total\",\r\n\"0\","));
+  EXPECT_EQ(LinesOf("psd.csv"), 19) << "as many as the time series";
+  FScreen.Values["cmbSpecWindow"] = 2;
+  RunIn(&E::actExportShockToCSVExecute, "window.csv");
+  EXPECT_NE(TextOf("window.csv"), TextOf("psd.csv"));
+  log = RunIn(&E::barbtnShockSaveChartAsXLSXClick, "spectrum.xlsx");
+  EXPECT_THAT(log, StartsWith("ask \"Export Shock Event to XLSX file\" for " + FTo.string() + "/Mission-A17 of XLSX"));
+  EXPECT_THAT(log, EndsWith("information \"Excel sheet created\"; "));
+}
+
+TEST_F(ExportCommands, WithoutAnEventOrASpectrumTheUserIsToldAndNothingIsWritten) {
+  SelectEvent(FFlow.Mission(), std::nullopt, FScreen);
+  FScreen.Said();
+  EXPECT_EQ(RunIn(&E::actExportShockToCSVExecute, "e.csv"),
+            "box \"There is no event to export.\" No shock event is selected.; ");
+  WriteFile(FFolder / "uneven.kshock", Deflated(TTestRecording()
+                                                    .Creator()
+                                                    .MissionHeader(2, 2)
+                                                    .Channels({"ACC x", "ACC y", "ACC z"})
+                                                    .Data({{0, {1, 1, 1}}, {1, {2, 1, 1}}, {9, {1, 1, 1}}})
+                                                    .content));
+  FFlow.Open((FFolder / "uneven.kshock").string());
+  FFlow.HandleMessage(FPort.WaitForEnd());
+  FScreen.Values["swtSpecAnalysis"] = true;
+  FScreen.Said();
+  EXPECT_THAT(RunIn(&E::barbtnShockSaveChartAsXLSXClick, "e.xlsx"),
+              StartsWith("box \"There is no spectrum to export.\""));
+  EXPECT_THAT(Written(), IsEmpty());
+}
+
+TEST_F(ExportCommands, CancelLeavesCompleteFilesAndTheScreenAsItWas) {
+  FScreen.Closed = {"dxDockPanelNavigator"};
+  int messages = 0;
+  FScreen.OnMessages = [&] {
+    if (++messages == 3) FFlow.Cancel();  // before the second file
+  };
+  const std::string log = Run(&E::barbtnEventsCSVAllShocksClick, FTo);
+  EXPECT_THAT(log, HasSubstr(kHidden + "front MainPanel; ribbon suspended; "));
+  EXPECT_THAT(log, EndsWith("repaint ChartAllSensors; hide dxDockPanelNavigator; ")) << "it was the overview";
+  EXPECT_THAT(Written(), ElementsAre("Mission-A17/ID-0.csv"));
+  WriteFile(FTo / "b.xlsx", {1, 2});
+  messages = 1;
+  EXPECT_THAT(RunIn(&E::barbtnTablesExportXLSXBatteryClick, "b.xlsx"),
+              EndsWith(kHidden + "front MainPanel; show DBGrid8; "));
+  EXPECT_EQ(TextOf("b.xlsx"), "\1\2");
+  EXPECT_EQ(Written().size(), 2U);
+  messages = 3;
+  EXPECT_THAT(RunIn(&E::barbtnTablesExportXLSXBatteryClick, "b.xlsx"), HasSubstr("information")) << "it is forgotten";
+}
+
+TEST_F(ExportCommands, AFailureIsOneMessageWithFileAndReasonOnceTheScreenIsRestored) {
+  const struct {
+    TCommand command;
+    fs::path chosen, named;
+    std::string reason, restored;
+  } cases[] = {
+      {&E::barbtnTablesExportCSVClick, FTo / "gone/t.csv", FTo / "gone/t.csv", "No such file or directory.",
+       "show dbgFilteredShocks; "},
+      {&E::barbtnTablesExportXLSXClick, FTo / "gone/t.xlsx", FTo / "gone/t.xlsx", "No such file or directory.",
+       "front MainPanel; show dbgFilteredShocks; "},
+      {&E::barbtnEventsXLSXAllShocksClick, "/dev/full/e.xlsx", "/dev/full/e.xlsx", "Not a directory.",
+       "front MainPanel; "},
+      {&E::barbtnEventsCSVAllShocksClick, FTo / "gone", FTo / "gone/Mission-A17", "No such file or directory.",
+       "repaint ChartAllSensors; "},
+  };
+  for (const auto& [command, chosen, named, reason, restored] : cases) {
+    const std::string log = Run(command, chosen);
+    EXPECT_THAT(
+        log, EndsWith(restored + "box \"The export could not be written.\" " + named.string() + "\n" + reason + "; "));
+    EXPECT_THAT(log, HasSubstr(kHidden));
+    EXPECT_TRUE(FFlow.FileShown());
+    EXPECT_EQ(FFlow.RememberedFolder(), FFolder.Path().string());
+  }
+  // The folder vanishes after the first file.
+  FScreen.OnMessages = [this, messages = 0]() mutable {
+    if (++messages == 3) fs::remove_all(FTo / "Mission-A17");
+  };
+  EXPECT_THAT(Run(&E::barbtnEventsCSVAllShocksClick, FTo),
+              EndsWith((FTo / "Mission-A17/ID-1.csv").string() + "\nNo such file or directory.; "));
+}
+
+TEST_F(ExportCommands, ATableThatIsTooLongForASheetIsToldToGoToCsv) {
+  TDataset& battery = FFlow.Mission().Tables.Battery;
+  while (battery.RecordCount() < 1048575) battery.Append();
+  EXPECT_THAT(
+      RunIn(&E::barbtnTablesExportXLSXBatteryClick, "b.xlsx"),
+      testing::ContainsRegex("box \"The export could not be written.\" .*b.xlsx\nThe table has 1048575 rows.*CSV"));
+  EXPECT_THAT(Written(), IsEmpty());
+}
+
+TEST_F(ExportCommands, WhileAnExportRunsEveryCommandIsRefused) {
+  const std::string undisturbed = Run(&E::barbtnEventsCSVAllShocksClick, FTo);
+  int disturbed = 0;
+  FFlow.SwitchView(TView::Overview);
+  FScreen.Said();
+  FScreen.OnMessages = [&] {
+    ++disturbed;
+    EXPECT_TRUE(FFlow.Busy());
+    EXPECT_FALSE(FFlow.FileShown());
+    FFlow.Open("other.kshock");
+    FFlow.Reload();
+    FFlow.AskAndOpen();
+    FFlow.SwitchView(TView::Report);
+    FCommands.barbtnEventsXLSXAllShocksClick();
+    FCommands.barbtnEventsCSVAllShocksClick();
+    FCommands.barbtnTablesExportCSVClick();
+    FCommands.actExportShockToCSVExecute();
+  };
+  const std::string log = Run(&E::barbtnEventsCSVAllShocksClick, FTo);
+  EXPECT_EQ(log.substr(log.find(';')), undisturbed.substr(undisturbed.find(';')));
+  EXPECT_EQ(disturbed, 4);
+}
+
+TEST_F(ExportCommands, ACloseEndsTheExportAndIsDoneAfter) {
+  FScreen.OnMessages = [&] { EXPECT_FALSE(FFlow.MayClose()); };
+  const std::string log = RunIn(&E::barbtnSensorsExportToXLSXClick, "s.xlsx");
+  EXPECT_THAT(log, EndsWith(kHidden + "front MainPanel; close window; "));
+  EXPECT_THAT(Written(), IsEmpty());
+  EXPECT_TRUE(FFlow.MayClose());
+}
+
+TEST_F(ExportCommands, WithoutAMissionNothingHappens) {
+  FFlow.Open("/none/missing.kshock");
+  FFlow.HandleMessage(FPort.WaitForEnd());
+  FScreen.Said();
+  for (const TCommand command : {&E::barbtnEventsCSVAllShocksClick, &E::barbtnEventsXLSXAllShocksClick,
+                                 &E::actExportShockToCSVExecute, &E::barbtnShockSaveChartAsXLSXClick}) {
+    EXPECT_EQ(Run(command, FTo), "");
+  }
+}
+
+}  // namespace
