@@ -1,9 +1,6 @@
 #include "shell/uExportCommands.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
-#include <new>
 #include <numeric>
 #include <utility>
 
@@ -12,6 +9,7 @@
 #include "base/uText.h"
 #include "export/uCsvExports.h"
 #include "export/uXlsxExports.h"
+#include "shell/uExportFailure.h"
 #include "shell/uViewSwitch.h"
 
 namespace fs = std::filesystem;
@@ -44,18 +42,6 @@ class TShowingProgress final : public IProgress {
   IMainScreen& FScreen;
   bool FShown = false;
 };
-
-// The file or folder that could not be written and why, each on a line; the failure may know the place better.
-std::string Details(const std::exception& error, const fs::path& place) {
-  const auto lines = [](const fs::path& path, std::string_view reason) {
-    return fmt::format("{}\n{}", Printable(Utf8FromPath(path)), Printable(reason));
-  };
-  if (const auto* failure = dynamic_cast<const fs::filesystem_error*>(&error)) {
-    return lines(failure->path1(), failure->code().message() + ".");
-  }
-  if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr) return lines(place, "There is not enough memory.");
-  return lines(place, error.what());
-}
 
 }  // namespace
 
@@ -285,7 +271,7 @@ bool TExportCommands::Run(const fs::path& place, const TWork& work, const std::f
       work(showing);
     });
   } catch (const std::exception& error) {
-    failure = Details(error, place);
+    failure = ExportFailure(error, place);
   }
   FScreen.SetVisible("pnlLoading", false);
   FScreen.SetTaskbarProgress(false);

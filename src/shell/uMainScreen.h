@@ -30,6 +30,8 @@ struct TSaveDialog {
   bool replaces = false;       // an existing file may be chosen without a question
 };
 
+enum class TPictureFormat { Bitmap, Png };
+
 // What a control of a setting holds: a toggle's state, a list's entry counted from 0, a number, a text or a colour's
 // name.
 using TControlValue = std::variant<bool, int, double, std::string>;
@@ -119,6 +121,9 @@ class IMainScreen {
   virtual void SetUnsyncedView(const std::optional<TTimeSpan>& view) = 0;
   [[nodiscard]] virtual TTimeSpan ChartSpan(std::string_view chart) const = 0;
   virtual void SetChartSpan(std::string_view chart, const TTimeSpan& span) = 0;
+  // A chart as it stands on the screen, but dark on white: into the clipboard, or as the bytes of a picture file.
+  virtual void CopyChart(std::string_view chart) = 0;
+  [[nodiscard]] virtual std::string ChartPicture(std::string_view chart, TPictureFormat format) = 0;
   // Asks with OK and Cancel; false unless the user says OK.
   [[nodiscard]] virtual bool Confirm(std::string_view question) = 0;
   // Grids and sort marks after a table's index or rows changed.

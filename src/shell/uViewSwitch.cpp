@@ -20,9 +20,10 @@ constexpr std::string_view kViewButtons[] = {"dxBarOverview", "dxBarLargeShockVi
 constexpr std::string_view kOverviewItems[] = {"dxBarOverviewPrint", "dxBarOverviewExport"};
 constexpr std::string_view kShockItems[] = {"dxBarShockPrint", "dxBarShockExport"};
 constexpr std::string_view kReportItems[] = {"dxBarReportPrintOnly", "dxBarReportExportOnly"};
-constexpr std::string_view kEventsChartGroups[] = {"btngrpEventsChart"};
-constexpr std::string_view kShockChartGroups[] = {"btngrpShockSeries", "btngrpShockTools", "btngrpShockExport"};
-constexpr std::string_view kSensorsChartGroups[] = {"btngrpSensorsTools", "btngrpSensorsAxes"};
+constexpr std::string_view kEventsChartGroups[] = {"btngrpEventsChart", "btngrpEventsImage"};
+constexpr std::string_view kShockChartGroups[] = {"btngrpShockSeries", "btngrpShockTools", "btngrpShockExport",
+                                                  "btngrpShockImage"};
+constexpr std::string_view kSensorsChartGroups[] = {"btngrpSensorsTools", "btngrpSensorsAxes", "btngrpSensorsImage"};
 constexpr std::string_view kSensorButtons[] = {"dxBarShowSensorGrid", "dxBarShowBatteryGrid"};
 constexpr std::string_view kOverviewGroups[] = {"btngrpNavigator", "btngrpLayout", "btngrpAlarm", "btngrpFiltering"};
 constexpr std::string_view kShockViewGroups[] = {"btngrpNavigator", "btngrpLayout", "btngrpShock",

@@ -1,11 +1,15 @@
 // The exports in the window: buttons, menus, dialogs, and what can be done while one runs.
 #include <QAction>
+#include <QApplication>
+#include <QClipboard>
 #include <QMenu>
 #include <QTableView>
 #include <QToolButton>
 #include <algorithm>
 #include <set>
 
+#include "gui/charts/uTimeChart.h"
+#include "gui/common/uTheme.h"
 #include "gui/ribbon/uRibbon.h"
 #include "tests/support/uThreeEvents.h"
 #include "tests/support/uWindowTest.h"
@@ -148,6 +152,37 @@ TEST_F(Exports, ATableIsExportedFromItsMenuAndTheGridHasTheFocusAgain) {
   EXPECT_THAT(Seen(kFront), ElementsAre("MainOverviewPanel"));
   EXPECT_THAT(Written(), ElementsAre("battery.xlsx", "table.csv"));
   EXPECT_THAT(FDialogs.back(), HasSubstr("|" + FTo.string() + "|XLSX file (*.xlsx)|Battery Mission-165-00007.xlsx"));
+}
+
+TEST_F(Exports, PicturesOfChartsAreAsOnTheScreenButOnWhite) {
+  const QPalette before = QApplication::palette();
+  ApplyScheme(*qApp, TScheme::Dark);
+  Start(Save("three.kshock", ThreeEvents()));
+  Press("Ctrl+2");
+  auto* chart = Find<TTimeChart>("Chart2");
+  const QImage shown = chart->grab().toImage();
+  EXPECT_LT(qGray(shown.pixel(2, 2)), 100);
+  Click("tabShock", "barbtnShockCopyChartToClipboard");
+  const QImage copied = QApplication::clipboard()->image();
+  EXPECT_EQ(copied.size(), shown.size());
+  EXPECT_EQ(copied.pixelColor(2, 2), QColor(Qt::white));
+  chart->SetTimeRange(0, 1);
+  Click("tabShock", "barbtnShockCopyChartToClipboard");
+  EXPECT_NE(QApplication::clipboard()->image(), copied) << "the zoom counts";
+  EXPECT_EQ(chart->TimeRange(), std::pair(0.0, 1.0)) << "and stays";
+  EXPECT_LT(qGray(chart->grab().toImage().pixel(2, 2)), 100) << "dark again";
+
+  FTyped = To("x.jpg");
+  Click("tabShock", "barbtnShockSaveChartAsImage");
+  const TBytes bitmap = BytesOfFile(FTo / "x.jpg");
+  EXPECT_EQ(std::string(bitmap.begin(), bitmap.begin() + 2), "BM");
+  EXPECT_EQ(QImage::fromData(bitmap.data(), static_cast<int>(bitmap.size())), QApplication::clipboard()->image());
+  FTyped = To("x.png");
+  Press("S");
+  Click("tabShock", "barbtnShockSaveChartAsPNG");
+  EXPECT_EQ(QImage(To("x.png"), "PNG").size(), Find("chartSpecAnalysis")->size());
+  ApplyScheme(*qApp, TScheme::Light);
+  QApplication::setPalette(before);
 }
 
 TEST_F(Exports, CancelEndsAnExportAndNothingElseIsReachedMeanwhile) {

@@ -8,6 +8,7 @@
 #include <mutex>
 #include <utility>
 
+#include "shell/uChartImages.h"
 #include "shell/uFilterCommands.h"
 #include "shell/uOrderingCommands.h"
 #include "tests/support/uLoggingScreen.h"
@@ -340,6 +341,46 @@ TEST_F(ExportCommands, ACloseEndsTheExportAndIsDoneAfter) {
   EXPECT_THAT(log, EndsWith(kHidden + "front MainPanel; close window; "));
   EXPECT_THAT(Written(), IsEmpty());
   EXPECT_TRUE(FFlow.MayClose());
+}
+
+TEST_F(ExportCommands, PicturesAreOfTheChartInFrontAndAskForTheirFile) {
+  using P = TChartImages;
+  TChartImages images(FFlow, FScreen);
+  const auto run = [&](void (P::*command)(), const fs::path& chosen) {
+    FScreen.ChosenFile = chosen.string();
+    (images.*command)();
+    return FScreen.Said();
+  };
+  SelectEvent(FFlow.Mission(), 2, FScreen);
+  FScreen.Said();
+  const std::string ask = "ask \"Save the chart image\" for ";
+  const std::string jpg = " of JPG|*.jpg as jpg; ";
+  const std::string first = FFolder.Path().string();
+  EXPECT_EQ(run(&P::barbtnEventsSaveChartasJPGClick, FTo / "e.jpg"), ask + first + "/Mission-A17" + jpg);
+  const std::string to = FTo.string();
+  EXPECT_EQ(run(&P::barbtnSensorsSaveAsJPGClick, FTo / "s.jpg"), ask + to + "/Mission-A17" + jpg);
+  EXPECT_EQ(run(&P::barbtnShockSaveChartAsImageClick, FTo / "x.jpg"), ask + to + "/Mission-A17 ID-2" + jpg);
+  EXPECT_EQ(run(&P::barbtnShockSaveChartAsPNGClick, FTo / "x.png"),
+            ask + to + "/Mission-A17 ID-2 of PNG|*.png as png; ");
+  EXPECT_EQ(TextOf("e.jpg") + TextOf("s.jpg") + TextOf("x.jpg") + TextOf("x.png"),
+            "Chart1 as bitmapChartAllSensors as bitmapChart2 as bitmapChart2 as PNG");
+  EXPECT_EQ(run(&P::barbtnEventsCopyChartToClipboardClick, {}) + run(&P::barbtnShockCopyChartToClipboardClick, {}) +
+                run(&P::barbtnSensorsCopyChartToClipboardClick, {}),
+            "copy Chart1; copy Chart2; copy ChartAllSensors; ");
+
+  FScreen.Values["swtSpecAnalysis"] = true;
+  FFlow.SwitchView(TView::Shock);
+  FScreen.Said();
+  EXPECT_THAT(run(&P::barbtnShockSaveChartAsImageClick, FTo / "y.jpg"), HasSubstr("Mission-A17 ID-2 of"));
+  run(&P::barbtnEventsSaveChartAsPNGClick, FTo / "e.png");
+  EXPECT_EQ(TextOf("y.jpg") + TextOf("e.png"), "chartSpecAnalysis as bitmapChart20 as PNG");
+
+  fs::create_directory(FTo / "taken");
+  EXPECT_THAT(run(&P::barbtnEventsSaveChartasJPGClick, FTo / "taken"),
+              HasSubstr("box \"The picture could not be written.\" " + (FTo / "taken").string() + "\n"));
+  FScreen.ChosenFile.reset();
+  images.barbtnEventsSaveChartasJPGClick();
+  EXPECT_EQ(Written().size(), 6U) << "cancelled";
 }
 
 TEST_F(ExportCommands, WithoutAMissionNothingHappens) {

@@ -125,10 +125,10 @@ hide pnlLoading; taskbar off; enable)log" +
                                 " btngrpEventsExport btngrpSensorsExport btngrpTables; "
                                 "selected 1; position 1; "  // the most intense event
                                 "ribbon suspended; hide dxBarShockPrint dxBarShockExport btngrpShock btngrpFilter"
-                                " btngrpShockSeries btngrpShockTools btngrpShockExport"
+                                " btngrpShockSeries btngrpShockTools btngrpShockExport btngrpShockImage"
                                 " dxBarReportPrintOnly dxBarReportExportOnly; "
-                                "show dxBarOverviewPrint dxBarOverviewExport btngrpEventsChart"
-                                " btngrpSensorsTools btngrpSensorsAxes"
+                                "show dxBarOverviewPrint dxBarOverviewExport btngrpEventsChart btngrpEventsImage"
+                                " btngrpSensorsTools btngrpSensorsAxes btngrpSensorsImage"
                                 " btngrpNavigator btngrpLayout btngrpAlarm btngrpFiltering; front MainOverviewPanel; "
                                 "check actSetViewOverview; show dxBarShowSensorGrid dxBarShowBatteryGrid" +
                                 kDockPanelNames +

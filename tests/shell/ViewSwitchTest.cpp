@@ -12,8 +12,9 @@ TEST(ViewSwitch, ReportClosesTheDockPanelsAndStartsAtItsTop) {
   EXPECT_EQ(
       screen.Said(),
       "ribbon suspended; hide dxBarOverviewPrint dxBarOverviewExport dxBarShockPrint dxBarShockExport btngrpShock "
-      "btngrpFilter btngrpEventsChart btngrpShockSeries btngrpShockTools btngrpShockExport btngrpSensorsTools "
-      "btngrpSensorsAxes "
+      "btngrpFilter btngrpEventsChart btngrpEventsImage btngrpShockSeries btngrpShockTools btngrpShockExport "
+      "btngrpShockImage btngrpSensorsTools "
+      "btngrpSensorsAxes btngrpSensorsImage "
       "dxBarShowSensorGrid dxBarShowBatteryGrid; show dxBarReportPrintOnly dxBarReportExportOnly; hide" +
           kDockPanelNames +
           " btngrpNavigator btngrpLayout btngrpFiltering dxDockPanelFilter; front ReportPanel; check actSetViewReport; "
@@ -26,8 +27,11 @@ TEST(ViewSwitch, ShockClosesTheSensorGridsAndFindsTheSelectedEventInBothGrids) {
   SetViewShock(screen, 7);
   EXPECT_EQ(screen.Said(),
             "ribbon suspended; hide dxBarOverviewPrint dxBarOverviewExport btngrpSensorsTools btngrpSensorsAxes "
+            "btngrpSensorsImage "
             "dxBarReportPrintOnly dxBarReportExportOnly; show dxBarShockPrint dxBarShockExport btngrpEventsChart "
-            "btngrpShockSeries btngrpShockTools btngrpShockExport; front MainShockPanel; check actSetViewShock; tab "
+            "btngrpEventsImage "
+            "btngrpShockSeries btngrpShockTools btngrpShockExport btngrpShockImage; front MainShockPanel; check "
+            "actSetViewShock; tab "
             "tabShock; show "
             "btngrpNavigator btngrpLayout btngrpShock btngrpFilter btngrpAlarm btngrpFiltering dxBarShowSensorGrid "
             "dxBarShowBatteryGrid dxDockPanelNavigator dxDockPanelMissionDetails; hide dxDockPanelSensorGridTemp "

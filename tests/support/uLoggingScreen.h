@@ -118,6 +118,10 @@ class TLoggingScreen final : public IMainScreen {
   }
   [[nodiscard]] TTimeSpan ChartSpan(std::string_view /*chart*/) const override { return {2, 3}; }
   void SetChartSpan(std::string_view chart, const TTimeSpan& span) override { Say("{} shows {}", chart, Name(span)); }
+  void CopyChart(std::string_view chart) override { Say("copy {}", chart); }
+  [[nodiscard]] std::string ChartPicture(std::string_view chart, TPictureFormat format) override {
+    return fmt::format("{} as {}", chart, format == TPictureFormat::Png ? "PNG" : "bitmap");
+  }
   [[nodiscard]] bool Confirm(std::string_view question) override {
     Say("ask \"{}\"", question);
     return Confirms;
@@ -173,5 +177,6 @@ inline const std::string kFileControlNames =
     " dxBarOverview dxBarLargeShockView dxBarReport"
     " dxBarOverviewPrint dxBarOverviewExport dxBarShockPrint dxBarShockExport"
     " dxBarReportPrintOnly dxBarReportExportOnly dxBarShowSensorGrid dxBarShowBatteryGrid"
-    " btngrpEventsChart btngrpShockSeries btngrpShockTools btngrpShockExport btngrpSensorsTools btngrpSensorsAxes"
+    " btngrpEventsChart btngrpEventsImage btngrpShockSeries btngrpShockTools btngrpShockExport btngrpShockImage"
+    " btngrpSensorsTools btngrpSensorsAxes btngrpSensorsImage"
     " btngrpEventsExport btngrpSensorsExport btngrpTables dxDockPanelFilter";

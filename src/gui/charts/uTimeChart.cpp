@@ -292,6 +292,23 @@ void TTimeChart::paintEvent(QPaintEvent* event) {
   }
 }
 
+QImage TTimeChart::Picture() {
+  if (FStale) replot();  // it may never have been in sight
+  const QPalette before = palette();
+  const bool inherited = !testAttribute(Qt::WA_SetPalette);
+  setPalette(LightPalette());
+  QImage picture(size() * devicePixelRatioF(), QImage::Format_RGB32);
+  picture.setDevicePixelRatio(devicePixelRatioF());
+  picture.fill(Qt::white);
+  {
+    QCPPainter painter(&picture);
+    toPainter(&painter, width(), height());
+  }
+  setPalette(inherited ? QPalette() : before);
+  QueueReplot();
+  return picture;
+}
+
 // The base would replot at once for every step of a layout.
 void TTimeChart::resizeEvent(QResizeEvent* /*event*/) {
   setViewport(rect());

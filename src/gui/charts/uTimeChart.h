@@ -59,6 +59,9 @@ class TTimeChart : public QCustomPlot {
   // The dots of single samples, where these stand apart.
   void SetPointsVisible(bool visible);
 
+  // What is drawn, as large as on the screen and dark on white.
+  [[nodiscard]] QImage Picture();
+
   // px between the widget's edge and the axis rect that the axes take; known after the first replot.
   [[nodiscard]] int NeededLeftMargin() const;
   [[nodiscard]] int NeededRightMargin() const;

@@ -42,6 +42,7 @@
 #include "gui/welcome/uLoadingPanel.h"
 #include "gui/welcome/uRecentFiles.h"
 #include "gui/welcome/uWellcomePanel.h"
+#include "shell/uChartImages.h"
 #include "shell/uExportCommands.h"
 #include "shell/uFilterCommands.h"
 #include "shell/uLayoutCommands.h"
@@ -57,13 +58,14 @@ TKorvexMainForm::TKorvexMainForm(TProgram program, std::uint64_t memoryBound)
       FMessages(std::make_unique<TPostedMessages>(
           [this](const TMessage& message) { Guarded(this, [&] { FFlow->HandleMessage(message); }); })),
       FFlow(std::make_unique<TFileFlow>(FProgram, FMessages->Handle(), memoryBound, *FScreen)),
-      FExports(std::make_unique<TExportCommands>(*FFlow, *FScreen)) {
+      FExports(std::make_unique<TExportCommands>(*FFlow, *FScreen)),
+      FImages(std::make_unique<TChartImages>(*FFlow, *FScreen)) {
   setObjectName("KorvexMainForm");
   setAcceptDrops(true);
   resize(1280, 800);
   MakeMainActions(*this, *FParts);
   MakeChartToggles(*this, *FParts);
-  MakeExportActions(*this, *FParts, *FExports);
+  MakeExportActions(*this, *FParts, *FExports, *FImages);
   ConnectFiles();
   ConnectRecent();
   ConnectGrids();

@@ -9,6 +9,7 @@
 #include "shell/uFileFlow.h"
 #include "shell/uStartUp.h"
 
+class TChartImages;
 class TExportCommands;
 class TMainScreen;
 class TPostedMessages;
@@ -89,5 +90,6 @@ class TKorvexMainForm : public QMainWindow {
   std::unique_ptr<TPostedMessages> FMessages;
   std::unique_ptr<TFileFlow> FFlow;
   std::unique_ptr<TExportCommands> FExports;
+  std::unique_ptr<TChartImages> FImages;
   bool FShownOnce = false;
 };

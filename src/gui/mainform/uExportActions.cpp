@@ -4,6 +4,7 @@
 #include <QCursor>
 #include <QMenu>
 #include <QToolButton>
+#include <type_traits>
 
 #include "gui/common/uGrid.h"
 #include "gui/common/uGuard.h"
@@ -13,6 +14,7 @@
 #include "gui/ribbon/uRibbon.h"
 #include "gui/ribbon/uRibbonGroup.h"
 #include "gui/shock/uShockPanel.h"
+#include "shell/uChartImages.h"
 #include "shell/uExportCommands.h"
 
 namespace {
@@ -23,8 +25,11 @@ struct TGroupRow {
   const char* title;
 };
 constexpr TGroupRow kGroups[] = {{"tabEvents", "btngrpEventsExport", "Export events"},
+                                 {"tabEvents", "btngrpEventsImage", "Picture of the chart"},
                                  {"tabShock", "btngrpShockExport", "Export selected event"},
+                                 {"tabShock", "btngrpShockImage", "Picture of the chart"},
                                  {"tabSensors", "btngrpSensorsExport", "Export sensors"},
+                                 {"tabSensors", "btngrpSensorsImage", "Picture of the chart"},
                                  {"tabTables", "btngrpTables", "Export tables"}};
 
 struct TExportRow {
@@ -35,54 +40,87 @@ struct TExportRow {
   const char* tip;
   const char* icon;
   const char* keys;
-  void (TExportCommands::*execute)();
+  void (*execute)(TExportCommands&, TChartImages&);
 };
 using E = TExportCommands;
+using I = TChartImages;
+template <auto Command>
+void Do(TExportCommands& exports, TChartImages& images) {
+  if constexpr (std::is_invocable_v<decltype(Command), TExportCommands&>) {
+    (exports.*Command)();
+  } else {
+    (images.*Command)();
+  }
+}
 constexpr auto kCsvIcon = "text-csv";
+constexpr auto kImageIcon = "image-x-generic";
 constexpr auto kXlsxIcon = "x-office-spreadsheet";
+constexpr auto kCopyTip = "The chart as it stands on the screen, on white, into the clipboard";
+constexpr auto kBitmapTip = "The chart as it stands on the screen, on white; a bitmap under the name of a JPG";
+constexpr auto kPngTip = "The chart as it stands on the screen, on white";
 constexpr TExportRow kExports[] = {
     {"actEventsCSVAllShocks", "barbtnEventsCSVAllShocks", "btngrpEventsExport", "All events to CSV…",
      "A CSV file for each event, in a folder of the mission", kCsvIcon, "Ctrl+Alt+C",
-     &E::barbtnEventsCSVAllShocksClick},
+     Do<&E::barbtnEventsCSVAllShocksClick>},
     {"actEventsCSVVisibleShocks", "barbtnEventsCSVVisibleShocks", "btngrpEventsExport", "Visible events to CSV…",
-     "A CSV file for each event that the filter lets through", kCsvIcon, "", &E::barbtnEventsCSVVisibleShocksClick},
+     "A CSV file for each event that the filter lets through", kCsvIcon, "", Do<&E::barbtnEventsCSVVisibleShocksClick>},
     {"actEventsCSVCalibration", "barbtnEventsCSVCalibration", "btngrpEventsExport", "Peaks of all events to CSV…",
-     "A CSV file for each event, with axis and peak in its name", kCsvIcon, "", &E::barbtnEventsCSVCalibrationClick},
+     "A CSV file for each event, with axis and peak in its name", kCsvIcon, "",
+     Do<&E::barbtnEventsCSVCalibrationClick>},
     {"actEventsCSVCalibrationVisible", "barbtnEventsCSVCalibrationVisible", "btngrpEventsExport",
      "Calibration of visible events to CSV…",
      "A CSV file for each event that the filter lets through, with axis and peak in its name", kCsvIcon, "",
-     &E::barbtnEventsCSVCalibrationVisibleClick},
+     Do<&E::barbtnEventsCSVCalibrationVisibleClick>},
     {"actEventsXLSXAllShocks", "barbtnEventsXLSXAllShocks", "btngrpEventsExport", "All events to XLSX…",
-     "A workbook with a sheet for each event", kXlsxIcon, "Ctrl+Alt+X", &E::barbtnEventsXLSXAllShocksClick},
+     "A workbook with a sheet for each event", kXlsxIcon, "Ctrl+Alt+X", Do<&E::barbtnEventsXLSXAllShocksClick>},
     {"actEventsXLSXVisibileShocks", "barbtnEventsXLSXVisibileShocks", "btngrpEventsExport", "Visible events to XLSX…",
      "A workbook with a sheet for each event that the filter lets through", kXlsxIcon, "",
-     &E::barbtnEventsXLSXVisibileShocksClick},
+     Do<&E::barbtnEventsXLSXVisibileShocksClick>},
 
     {"actExportShockToCSV", "barbtnShockExportToCSV", "btngrpShockExport", "Event to CSV…",
      "What the chart of the selected event shows, as a CSV file", kCsvIcon, "Ctrl+Shift+C",
-     &E::actExportShockToCSVExecute},
+     Do<&E::actExportShockToCSVExecute>},
     {"actShockSaveChartAsXLSX", "barbtnShockSaveChartAsXLSX", "btngrpShockExport", "Event to XLSX…",
      "What the chart of the selected event shows, as a workbook", kXlsxIcon, "Ctrl+Shift+X",
-     &E::barbtnShockSaveChartAsXLSXClick},
+     Do<&E::barbtnShockSaveChartAsXLSXClick>},
 
     {"actSensorsExportToXLSX", "barbtnSensorsExportToXLSX", "btngrpSensorsExport", "Sensors and battery to XLSX…",
      "A workbook with the readings of the sensors and of the battery", kXlsxIcon, "",
-     &E::barbtnSensorsExportToXLSXClick},
+     Do<&E::barbtnSensorsExportToXLSXClick>},
 
     {"actTablesExportCSV", "barbtnTablesExportCSV", "btngrpTables", "Shock events to CSV…",
      "The table of the events that the filter lets through, as a CSV file", kCsvIcon, "",
-     &E::barbtnTablesExportCSVClick},
+     Do<&E::barbtnTablesExportCSVClick>},
     {"actTablesExportCSVSensors", "barbtnTablesExportCSVSensors", "btngrpTables", "Sensors to CSV…",
-     "The table of the sensors, as a CSV file", kCsvIcon, "", &E::barbtnTablesExportCSVSensorsClick},
+     "The table of the sensors, as a CSV file", kCsvIcon, "", Do<&E::barbtnTablesExportCSVSensorsClick>},
     {"actTablesExportCSVBattery", "barbtnTablesExportCSVBattery", "btngrpTables", "Battery to CSV…",
-     "The table of the battery, as a CSV file", kCsvIcon, "", &E::barbtnTablesExportCSVBatteryClick},
+     "The table of the battery, as a CSV file", kCsvIcon, "", Do<&E::barbtnTablesExportCSVBatteryClick>},
     {"actTablesExportXLSX", "barbtnTablesExportXLSX", "btngrpTables", "Shock events to XLSX…",
      "The table of the events that the filter lets through, as a workbook", kXlsxIcon, "",
-     &E::barbtnTablesExportXLSXClick},
+     Do<&E::barbtnTablesExportXLSXClick>},
     {"actTablesExportXLSXSensors", "barbtnTablesExportXLSXSensors", "btngrpTables", "Sensors to XLSX…",
-     "The table of the sensors, as a workbook", kXlsxIcon, "", &E::barbtnTablesExportXLSXSensorsClick},
+     "The table of the sensors, as a workbook", kXlsxIcon, "", Do<&E::barbtnTablesExportXLSXSensorsClick>},
     {"actTablesExportXLSXBattery", "barbtnTablesExportXLSXBattery", "btngrpTables", "Battery to XLSX…",
-     "The table of the battery, as a workbook", kXlsxIcon, "", &E::barbtnTablesExportXLSXBatteryClick},
+     "The table of the battery, as a workbook", kXlsxIcon, "", Do<&E::barbtnTablesExportXLSXBatteryClick>},
+
+    {"actEventsCopyChart", "barbtnEventsCopyChartToClipboard", "btngrpEventsImage", "Copy", kCopyTip, "edit-copy", "",
+     Do<&I::barbtnEventsCopyChartToClipboardClick>},
+    {"actEventsSaveChart", "barbtnEventsSaveChartasJPG", "btngrpEventsImage", "Save as JPG…", kBitmapTip, kImageIcon,
+     "", Do<&I::barbtnEventsSaveChartasJPGClick>},
+    {"actEventsSaveChartAsPNG", "barbtnEventsSaveChartAsPNG", "btngrpEventsImage", "Save as PNG…", kPngTip, kImageIcon,
+     "", Do<&I::barbtnEventsSaveChartAsPNGClick>},
+    {"actShockCopyChart", "barbtnShockCopyChartToClipboard", "btngrpShockImage", "Copy", kCopyTip, "edit-copy", "",
+     Do<&I::barbtnShockCopyChartToClipboardClick>},
+    {"actShockSaveChart", "barbtnShockSaveChartAsImage", "btngrpShockImage", "Save as JPG…", kBitmapTip, kImageIcon, "",
+     Do<&I::barbtnShockSaveChartAsImageClick>},
+    {"actShockSaveChartAsPNG", "barbtnShockSaveChartAsPNG", "btngrpShockImage", "Save as PNG…", kPngTip, kImageIcon, "",
+     Do<&I::barbtnShockSaveChartAsPNGClick>},
+    {"actSensorsCopyChart", "barbtnSensorsCopyChartToClipboard", "btngrpSensorsImage", "Copy", kCopyTip, "edit-copy",
+     "", Do<&I::barbtnSensorsCopyChartToClipboardClick>},
+    {"actSensorsSaveChart", "barbtnSensorsSaveAsJPG", "btngrpSensorsImage", "Save as JPG…", kBitmapTip, kImageIcon, "",
+     Do<&I::barbtnSensorsSaveAsJPGClick>},
+    {"actSensorsSaveChartAsPNG", "barbtnSensorsSaveAsPNG", "btngrpSensorsImage", "Save as PNG…", kPngTip, kImageIcon,
+     "", Do<&I::barbtnSensorsSaveAsPNGClick>},
 };
 
 struct TMenuRow {
@@ -120,12 +158,13 @@ QAction* MakeAction(TKorvexMainForm& form, const char* name, const char* caption
   return action;
 }
 
-void MakeExport(TKorvexMainForm& form, TExportCommands& commands, const TExportRow& row) {
+void MakeExport(TKorvexMainForm& form, TExportCommands& exports, TChartImages& images, const TExportRow& row) {
   QAction* action = MakeAction(form, row.action, row.caption, row.keys);
   action->setIcon(Icon(row.icon));
   action->setToolTip(QObject::tr(row.tip));
-  QObject::connect(action, &QAction::triggered, &form,
-                   [&form, &commands, execute = row.execute] { Guarded(&form, [&] { (commands.*execute)(); }); });
+  QObject::connect(action, &QAction::triggered, &form, [&form, &exports, &images, execute = row.execute] {
+    Guarded(&form, [&] { execute(exports, images); });
+  });
   form.findChild<TRibbonGroup*>(row.group)->AddSmall(action, row.button);
 }
 
@@ -147,9 +186,9 @@ void MakeOpener(TKorvexMainForm& form, const TOpenRow& row) {
 
 }  // namespace
 
-void MakeExportActions(TKorvexMainForm& form, TMainParts& parts, TExportCommands& commands) {
+void MakeExportActions(TKorvexMainForm& form, TMainParts& parts, TExportCommands& exports, TChartImages& images) {
   for (const auto& [tab, name, title] : kGroups) parts.ribbon->AddGroup(tab, name, QObject::tr(title));
-  for (const TExportRow& row : kExports) MakeExport(form, commands, row);
+  for (const TExportRow& row : kExports) MakeExport(form, exports, images, row);
   for (const TMenuRow& row : kMenus) MakeMenu(form, row);
   for (const TOpenRow& row : kOpeners) MakeOpener(form, row);
   parts.shock->Shocks()->SetMenu(form.findChild<QMenu*>("mnuExportShocks"));

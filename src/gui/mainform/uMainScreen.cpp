@@ -1,10 +1,14 @@
 #include "gui/mainform/uMainScreen.h"
 
 #include <QAction>
+#include <QApplication>
+#include <QBuffer>
+#include <QClipboard>
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QDockWidget>
 #include <QFileInfo>
+#include <QImage>
 #include <QLabel>
 #include <QLoggingCategory>
 #include <QMainWindow>
@@ -354,6 +358,19 @@ void TMainScreen::TellSynced(TTimeChart& chart) {
   const bool synced = shown == FMission->Band;
   chart.SetSynced(synced);
   SetUnsyncedView(synced ? std::nullopt : std::optional(shown));
+}
+
+void TMainScreen::CopyChart(std::string_view chart) {
+  QApplication::clipboard()->setImage(Control<TTimeChart>(chart).Picture());
+}
+
+std::string TMainScreen::ChartPicture(std::string_view chart, TPictureFormat format) {
+  QBuffer buffer;
+  buffer.open(QIODevice::WriteOnly);
+  if (!Control<TTimeChart>(chart).Picture().save(&buffer, format == TPictureFormat::Png ? "PNG" : "BMP")) {
+    throw std::runtime_error("The picture cannot be made.");
+  }
+  return buffer.data().toStdString();
 }
 
 bool TMainScreen::Confirm(std::string_view question) {

@@ -79,6 +79,8 @@ class TMainScreen final : public IMainScreen {
   void SetUnsyncedView(const std::optional<TTimeSpan>& view) override;
   [[nodiscard]] TTimeSpan ChartSpan(std::string_view chart) const override;
   void SetChartSpan(std::string_view chart, const TTimeSpan& span) override;
+  void CopyChart(std::string_view chart) override;
+  [[nodiscard]] std::string ChartPicture(std::string_view chart, TPictureFormat format) override;
   [[nodiscard]] bool Confirm(std::string_view question) override;
   // A main chart shows another span than before: it says whether that is the band, and the navigator shows it if not.
   void TellSynced(TTimeChart& chart);

@@ -1,0 +1,96 @@
+#include "shell/uChartImages.h"
+
+#include <exception>
+#include <filesystem>
+#include <utility>
+
+#include "base/uFiles.h"
+#include "export/uExportFile.h"
+#include "export/uExportNames.h"
+#include "shell/uExportFailure.h"
+
+namespace {
+
+constexpr std::string_view kSensorsChart = "ChartAllSensors";
+
+}  // namespace
+
+void TChartImages::barbtnEventsCopyChartToClipboardClick() {
+  Copy(EventsChart());
+}
+
+void TChartImages::barbtnSensorsCopyChartToClipboardClick() {
+  Copy(kSensorsChart);
+}
+
+void TChartImages::barbtnShockCopyChartToClipboardClick() {
+  Copy(ShockChart());
+}
+
+void TChartImages::barbtnEventsSaveChartasJPGClick() {
+  Save(EventsChart(), MissionName(), TPictureFormat::Bitmap);
+}
+
+void TChartImages::barbtnSensorsSaveAsJPGClick() {
+  Save(kSensorsChart, MissionName(), TPictureFormat::Bitmap);
+}
+
+void TChartImages::barbtnShockSaveChartAsImageClick() {
+  Save(ShockChart(), ShockName(), TPictureFormat::Bitmap);
+}
+
+void TChartImages::barbtnEventsSaveChartAsPNGClick() {
+  Save(EventsChart(), MissionName(), TPictureFormat::Png);
+}
+
+void TChartImages::barbtnSensorsSaveAsPNGClick() {
+  Save(kSensorsChart, MissionName(), TPictureFormat::Png);
+}
+
+void TChartImages::barbtnShockSaveChartAsPNGClick() {
+  Save(ShockChart(), ShockName(), TPictureFormat::Png);
+}
+
+std::string_view TChartImages::EventsChart() const {
+  return FFlow.View() == TView::Shock ? "Chart20" : "Chart1";
+}
+
+std::string_view TChartImages::ShockChart() const {
+  return std::get<bool>(FScreen.Value("swtSpecAnalysis")) ? "chartSpecAnalysis" : "Chart2";
+}
+
+std::string TChartImages::MissionName() const {
+  return ProposedName(kMissionName, FFlow.Mission().Data);
+}
+
+std::string TChartImages::ShockName() const {
+  const auto event = FFlow.Mission().SelectedEvent;
+  return event ? ProposedEventName(FFlow.Mission().Data, *event) : MissionName();
+}
+
+void TChartImages::Copy(std::string_view chart) {
+  if (FFlow.FileShown()) FScreen.CopyChart(chart);
+}
+
+void TChartImages::Save(std::string_view chart, std::string name, TPictureFormat format) {
+  if (!FFlow.FileShown()) return;
+  TSaveDialog dialog{"Save the chart image", FFlow.RememberedFolder(), std::move(name), "JPG|*.jpg", "jpg"};
+  if (format == TPictureFormat::Png) {
+    dialog.filter = "PNG|*.png";
+    dialog.extension = "png";
+  }
+  const auto chosen = FScreen.AskWhereToSave(dialog);
+  if (!chosen) return;
+  const std::filesystem::path file = PathFromUtf8(*chosen);
+  try {
+    const std::string picture = FScreen.ChartPicture(chart, format);
+    WriteExport(file, [&picture](const std::filesystem::path& beside) {
+      TTextFile out(beside);
+      out.Text() = picture;
+      out.Close();
+    });
+    FFlow.RememberFolderOf(*chosen);
+  } catch (const std::exception& error) {
+    FScreen.ShowMessage("The picture could not be written.", ExportFailure(error, file));
+  }
+}
