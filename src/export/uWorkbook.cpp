@@ -11,6 +11,7 @@
 #include <system_error>
 #include <utility>
 
+#include "base/uDateTime.h"
 #include "base/uFiles.h"
 #include "base/uText.h"
 
@@ -99,6 +100,7 @@ std::string CellText(std::string_view text) {
 struct TWorkbook::TLibrary {
   TPointNumbers pointNumbers;
   std::string folder;
+  std::string dateMask;
   lxw_workbook* workbook = nullptr;
   lxw_worksheet* sheet = nullptr;
   lxw_format* dateFormat = nullptr;
@@ -108,6 +110,7 @@ TWorkbook::TWorkbook(const fs::path& file, std::size_t sheets, std::string_view 
     : FLibrary(std::make_unique<TLibrary>()) {
   errno = 0;
   if (!std::ofstream(file)) throw std::system_error(errno != 0 ? errno : EIO, std::generic_category());
+  FLibrary->dateMask = dateMask;
   FLibrary->folder = Utf8FromPath(file.parent_path());
   lxw_workbook_options options{};
   options.constant_memory = sheets <= kMostSheetsOnDisk ? LXW_TRUE : LXW_FALSE;
@@ -160,8 +163,10 @@ void TWorkbook::WriteNumber(std::size_t row, std::size_t column, double value) {
   });
 }
 
-void TWorkbook::WriteDateTime(std::size_t row, std::size_t column, double dateTime, std::string_view text) {
-  if (!(dateTime >= kFirstCommonDay && dateTime < kEndOfDays)) return WriteText(row, column, text);
+void TWorkbook::WriteDateTime(std::size_t row, std::size_t column, double dateTime) {
+  if (!(dateTime >= kFirstCommonDay && dateTime < kEndOfDays)) {
+    return WriteText(row, column, FormatDateTime(FLibrary->dateMask, dateTime));
+  }
   Call([&] {
     return worksheet_write_number(FLibrary->sheet, static_cast<lxw_row_t>(row), static_cast<lxw_col_t>(column),
                                   dateTime, FLibrary->dateFormat);

@@ -30,8 +30,8 @@ class TWorkbook {
   void WriteText(std::size_t row, std::size_t column, std::string_view text);
   // What is not finite is written as text.
   void WriteNumber(std::size_t row, std::size_t column, double value);
-  // A date-time cell; before March 1900, where spreadsheets count otherwise, and after 9999 the text.
-  void WriteDateTime(std::size_t row, std::size_t column, double dateTime, std::string_view text);
+  // A date-time cell; before March 1900, where spreadsheets count otherwise, and after 9999 a text.
+  void WriteDateTime(std::size_t row, std::size_t column, double dateTime);
   // Writes the file.
   void Close();
 

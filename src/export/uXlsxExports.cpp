@@ -90,7 +90,6 @@ void WriteTable(TDataset& table, std::size_t titleRow, TWorkbook& book, TSheets&
     book.WriteText(row, field, text);
   };
   for (std::size_t field = 0; field < fields; ++field) writeText(titleRow, field, table.Fields()[field].Label);
-  const std::string mask = WorkbookDateMask();
   std::size_t row = titleRow;
   for (table.First(); !table.Eof(); table.Next()) {
     ++row;
@@ -99,13 +98,12 @@ void WriteTable(TDataset& table, std::size_t titleRow, TWorkbook& book, TSheets&
       if (field != timestamp) {
         writeText(row, field, table.DisplayText(record, field));
       } else if (!table.IsNull(record, field)) {
-        const double time = table.DateTime(record, field);
-        book.WriteDateTime(row, field, time, FormatDateTime(mask, time));
+        book.WriteDateTime(row, field, table.DateTime(record, field));
       }
     }
     sheets.RowWritten();
   }
-  if (timestamp) widths[*timestamp] = std::max(widths[*timestamp], mask.size());
+  if (timestamp) widths[*timestamp] = std::max(widths[*timestamp], WorkbookDateMask().size());
   for (std::size_t field = 0; field < fields; ++field) {
     book.SetColumnWidth(field, std::min(widths[field] + 2, kMostWidth));
   }
