@@ -7,7 +7,7 @@
 void BenchCsvOfSamples(const std::filesystem::path& folder, int rounds);
 // 10,000 events of 100 samples, a file each.
 void BenchCsvOfManyEvents(const std::filesystem::path& folder, int rounds);
-// Sheets of events whose rows the library keeps on disk, and sheets that it keeps in memory; a table.
+// Sheets of events, and a table, beside the library alone, which keeps its rows on disk, too.
 void BenchWorkbooks(const std::filesystem::path& folder, int rounds);
 // By how much the largest memory in use grows while a table of so many rows goes to CSV.
 void BenchMemoryOfTableCsv(const std::filesystem::path& folder, std::size_t rows);

@@ -15,9 +15,9 @@ class TWorkbook {
  public:
   static constexpr std::size_t kMostRows = 1048576;  // of a sheet
 
-  // Up to 200 sheets keep their rows on disk beside the file, which costs an open file each; more stay in memory.
-  // `dateMask` is that of date-times, as in FormatDateTime.
-  TWorkbook(const std::filesystem::path& file, std::size_t sheets, std::string_view dateMask);
+  // Rows stand in a nameless file in the same folder until Close. `dateMask` is that of date-times, as in
+  // FormatDateTime.
+  TWorkbook(const std::filesystem::path& file, std::string_view dateMask);
   // Without Close nothing is written.
   ~TWorkbook();
   TWorkbook(const TWorkbook&) = delete;
@@ -37,5 +37,6 @@ class TWorkbook {
 
  private:
   struct TLibrary;
+  void EndSheet();
   std::unique_ptr<TLibrary> FLibrary;
 };

@@ -33,7 +33,7 @@ std::string WorkbookDateMask() {
 class TSheets {
  public:
   TSheets(const fs::path& file, std::size_t count, IProgress& progress)
-      : FWorkbook(file, count, WorkbookDateMask()), FCount(count), FProgress(progress) {}
+      : FWorkbook(file, WorkbookDateMask()), FCount(count), FProgress(progress) {}
 
   TWorkbook& Add(const std::string& name, std::size_t frozenRows) {
     FProgress.SetPosition(static_cast<double>(FAdded++));
