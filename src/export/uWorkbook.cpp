@@ -102,6 +102,9 @@ bool IsEscape(std::string_view text) {
 
 std::string CellText(std::string_view text) {
   constexpr std::string_view kEscapedUnderline = "_x005F_";
+  constexpr std::string_view kSpecial("_\0", 2);
+  if (text.size() <= kMostCharacters && text.find_first_of(kSpecial) == std::string_view::npos)
+    return std::string(text);
   std::string cell;
   std::size_t characters = 0;
   for (std::size_t i = 0; i < text.size(); ++i) {

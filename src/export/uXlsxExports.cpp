@@ -103,6 +103,7 @@ void WriteTable(TDataset& table, std::size_t titleRow, TWorkbook& book, TSheets&
     }
     sheets.RowWritten();
   }
+  table.Last();
   if (timestamp) widths[*timestamp] = std::max(widths[*timestamp], WorkbookDateMask().size());
   for (std::size_t field = 0; field < fields; ++field) {
     book.SetColumnWidth(field, std::min(widths[field] + 2, kMostWidth));
