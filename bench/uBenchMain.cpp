@@ -3,14 +3,8 @@
 #include <fmt/format.h>
 #include <zlib.h>
 
-#include <algorithm>
-#include <array>
-#include <charconv>
-#include <chrono>
-#include <cstdio>
 #include <fstream>
 #include <functional>
-#include <numeric>
 #include <string>
 #include <thread>
 #include <vector>
@@ -19,36 +13,11 @@
 #include "analysis/uMissionDatasets.h"
 #include "base/uMessages.h"
 #include "bench/uBenchRecordings.h"
-#include "export/uCsvExports.h"
+#include "bench/uExportBenches.h"
+#include "bench/uMeasure.h"
 #include "model/uReadFileThread.h"
 
 namespace {
-
-double SecondsOf(const std::function<void()>& work) {
-  const auto start = std::chrono::steady_clock::now();
-  work();
-  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-double Median(std::vector<double> values) {
-  std::ranges::sort(values);
-  return values[values.size() / 2];
-}
-
-// Runs both in turn, so that a slow moment of the machine meets both; prints the median of the paired ratios.
-void PrintRatio(const std::string& what, double bound, int rounds, const std::function<double()>& subject,
-                const std::function<double()>& reference) {
-  std::vector<double> ratios, subjects, references;
-  for (int i = 0; i < rounds; ++i) {
-    references.push_back(reference());
-    subjects.push_back(subject());
-    ratios.push_back(subjects.back() / references.back());
-  }
-  const auto [least, most] = std::ranges::minmax(ratios);
-  fmt::print("{:<62} {:6.3f}  (at most {}; {:.3f} … {:.3f}; {:.0f} ms against {:.0f} ms)\n", what, Median(ratios),
-             bound, least, most, Median(subjects) * 1000, Median(references) * 1000);
-  std::fflush(stdout);
-}
 
 // One forward transform of the largest size, the median of many.
 void PrintTransformTime(double boundMs, int rounds) {
@@ -105,31 +74,6 @@ double TablesTime(const std::filesystem::path& file) {
   return SecondsOf(LoadTables);
 }
 
-// The least that a line of five numbers for each sample can cost.
-void FormatOnly(const std::filesystem::path& out) {
-  std::FILE* file = std::fopen(out.c_str(), "wb");
-  std::array<char, 256> line{};
-  for (const TEvent& event : EventList.Events()) {
-    for (const TEventValue& value : event.Values()) {
-      char* to = line.data();
-      for (const double number : RowOf(value, event.GetStartTime())) {
-        to = std::to_chars(to, line.data() + line.size(), number, std::chars_format::general, 15).ptr;
-        *to++ = ',';
-      }
-      *to++ = '\n';
-      std::fwrite(line.data(), 1, static_cast<std::size_t>(to - line.data()), file);
-    }
-  }
-  std::fclose(file);
-}
-
-void ExportCsv(const std::filesystem::path& folder) {
-  std::vector<std::uint32_t> all(EventList.Count());
-  std::iota(all.begin(), all.end(), 0U);
-  TNoProgress progress;
-  ExportEventsCsv(MissionData, EventList, all, TEventFiles::Samples, folder, progress);
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -146,16 +90,18 @@ int main(int argc, char** argv) {
 
   fmt::print("{} cores{}\n", std::thread::hardware_concurrency(),
              smoke ? "; recordings of a hundredth of the size, whose ratios mean nothing" : "");
+  const std::filesystem::path exports = folder / fmt::format("shockscope-bench-{}-exports", part);
+  std::filesystem::create_directory(exports);
+  // First of all: what was in use before counts.
+  BenchMemoryOfTableCsv(exports, 1000000 / part);
   PrintRatio(
       "reading 2,000,000 records of 15 channels / bare inflate", 1.25, rounds, [&large] { return ReadingTime(large); },
       [&large] { return SecondsOf([&large] { InflateOnly(large); }); });
-  const std::filesystem::path exports = folder / fmt::format("shockscope-bench-{}-exports", part);
-  std::filesystem::create_directory(exports);
   ReadingTime(large);
-  PrintRatio(
-      "2,000,000 samples to CSV / to_chars and fwrite", 2, rounds,
-      [&exports] { return SecondsOf([&exports] { ExportCsv(exports); }); },
-      [&exports] { return SecondsOf([&exports] { FormatOnly(exports / "formatted"); }); });
+  BenchCsvOfSamples(exports, rounds);
+  BenchWorkbooks(exports, rounds);
+  ReadingTime(fewer);
+  BenchCsvOfManyEvents(exports, rounds);
   std::filesystem::remove_all(exports);
   PrintRatio(
       "tables of 100,000 events × 100, 12 × 100,000 readings / reading", 0.5, rounds,

@@ -89,6 +89,7 @@ class TDataset {
 
   // Walks the rows in the order of the selected index.
   void First() { FPosition = 0; }
+  void Last() { FPosition = RecordCount() == 0 ? 0 : RecordCount() - 1; }
   void Next() { ++FPosition; }
   [[nodiscard]] bool Eof() const { return FPosition >= RecordCount(); }
   [[nodiscard]] std::size_t CurrentRow() const { return RowAt(FPosition); }

@@ -88,6 +88,7 @@ void WriteTableCsv(TDataset& table, const TCsvSink& sink) {
     }
     finishLine();
   }
+  table.Last();
 }
 
 fs::path ExportEventsCsv(const TMissionData& mission, const TEventList& events, std::span<const std::uint32_t> indices,

@@ -31,7 +31,7 @@ void AppendCsvTitles(std::string& text, const TCurveTitles& titles);
 void AppendCsvRow(std::string& text, const TCurveRow& row);
 
 // A line of the labels, then a line of display texts for each record in the order of the selected index; CR LF after
-// each. The table stands past its last record afterwards.
+// each. The table stands on its last record afterwards.
 void WriteTableCsv(TDataset& table, const TCsvSink& sink);
 
 // A file for each event, by the indices of the events in the list, in the folder EventFolderName of the chosen one; it

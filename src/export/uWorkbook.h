@@ -15,9 +15,9 @@ class TWorkbook {
  public:
   static constexpr std::size_t kMostRows = 1048576;  // of a sheet
 
-  // Up to 200 sheets keep their rows on disk beside the file, which costs an open file each; more stay in memory.
-  // `dateMask` is that of date-times, as in FormatDateTime.
-  TWorkbook(const std::filesystem::path& file, std::size_t sheets, std::string_view dateMask);
+  // Rows stand in a nameless file in the same folder until Close. `dateMask` is that of date-times, as in
+  // FormatDateTime.
+  TWorkbook(const std::filesystem::path& file, std::string_view dateMask);
   // Without Close nothing is written.
   ~TWorkbook();
   TWorkbook(const TWorkbook&) = delete;
@@ -30,12 +30,13 @@ class TWorkbook {
   void WriteText(std::size_t row, std::size_t column, std::string_view text);
   // What is not finite is written as text.
   void WriteNumber(std::size_t row, std::size_t column, double value);
-  // A date-time cell; before March 1900, where spreadsheets count otherwise, and after 9999 the text.
-  void WriteDateTime(std::size_t row, std::size_t column, double dateTime, std::string_view text);
+  // A date-time cell; before March 1900, where spreadsheets count otherwise, and after 9999 a text.
+  void WriteDateTime(std::size_t row, std::size_t column, double dateTime);
   // Writes the file.
   void Close();
 
  private:
   struct TLibrary;
+  void EndSheet();
   std::unique_ptr<TLibrary> FLibrary;
 };

@@ -33,7 +33,7 @@ std::string WorkbookDateMask() {
 class TSheets {
  public:
   TSheets(const fs::path& file, std::size_t count, IProgress& progress)
-      : FWorkbook(file, count, WorkbookDateMask()), FCount(count), FProgress(progress) {}
+      : FWorkbook(file, WorkbookDateMask()), FCount(count), FProgress(progress) {}
 
   TWorkbook& Add(const std::string& name, std::size_t frozenRows) {
     FProgress.SetPosition(static_cast<double>(FAdded++));
@@ -90,7 +90,6 @@ void WriteTable(TDataset& table, std::size_t titleRow, TWorkbook& book, TSheets&
     book.WriteText(row, field, text);
   };
   for (std::size_t field = 0; field < fields; ++field) writeText(titleRow, field, table.Fields()[field].Label);
-  const std::string mask = WorkbookDateMask();
   std::size_t row = titleRow;
   for (table.First(); !table.Eof(); table.Next()) {
     ++row;
@@ -99,13 +98,13 @@ void WriteTable(TDataset& table, std::size_t titleRow, TWorkbook& book, TSheets&
       if (field != timestamp) {
         writeText(row, field, table.DisplayText(record, field));
       } else if (!table.IsNull(record, field)) {
-        const double time = table.DateTime(record, field);
-        book.WriteDateTime(row, field, time, FormatDateTime(mask, time));
+        book.WriteDateTime(row, field, table.DateTime(record, field));
       }
     }
     sheets.RowWritten();
   }
-  if (timestamp) widths[*timestamp] = std::max(widths[*timestamp], mask.size());
+  table.Last();
+  if (timestamp) widths[*timestamp] = std::max(widths[*timestamp], WorkbookDateMask().size());
   for (std::size_t field = 0; field < fields; ++field) {
     book.SetColumnWidth(field, std::min(widths[field] + 2, kMostWidth));
   }

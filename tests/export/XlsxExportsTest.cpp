@@ -117,6 +117,19 @@ TEST_F(XlsxExports, CancelLeavesTheOlderFileAndNothingOpen) {
   EXPECT_EQ(std::distance(fs::directory_iterator(Folder.Path()), fs::directory_iterator()), 1);
 }
 
+TEST_F(XlsxExports, SheetsThatAreWrittenKeepNoFileOpen) {
+  struct TCounting final : IProgress {
+    void SetStatus(std::string_view) override { open.push_back(OpenFiles()); }
+    void SetPosition(double) override {}
+    void ProcessMessages() override {}
+    std::vector<std::ptrdiff_t> open;
+  } progress;
+  constexpr std::uint32_t kAll[] = {0, 1, 2};
+  const std::ptrdiff_t before = OpenFiles();
+  ExportEventsXlsx({EventList, Tables.Events}, kAll, Folder / "e.xlsx", progress);
+  EXPECT_THAT(progress.open, testing::ElementsAre(before, before + 1, before + 1, before + 1));
+}
+
 TEST_F(XlsxExports, AFileThatCannotBeWrittenIsNamed) {
   const fs::path file = Folder / "vanished" / "e.xlsx";
   try {

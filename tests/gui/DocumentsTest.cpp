@@ -5,13 +5,11 @@
 #include <QDockWidget>
 #include <QGuiApplication>
 #include <QLabel>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
 #include <QSignalSpy>
 #include <QSplitter>
 #include <QTest>
-#include <QTimer>
 #include <QTreeView>
 #include <fstream>
 #include <stdexcept>
@@ -22,6 +20,7 @@
 #include "gui/mainform/KorvexMainForm.h"
 #include "gui/mainform/uDockState.h"
 #include "tests/support/uThreeEvents.h"
+#include "tests/support/uWindowTest.h"
 
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -31,44 +30,16 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr int kPatienceMs = 60000;
 const std::vector<std::string> kDocks = {"dxDockPanelNavigator", "dxDockPanelMissionDetails",
                                          "dxDockPanelSensorGridTemp", "dxDockPanelSensorGridBattery"};
 
-class Documents : public testing::Test {
+class Documents : public TWindowTest {
  protected:
   Documents() {
-    FProgram.folder = FFolder.Path();
-    FProgram.version = "1.2.3.4";
     FProgram.findSettingsFolder = [this] { return (FSettings.Path() / "").string(); };
-    QObject::connect(&FWatch, &QTimer::timeout, [this] {
-      if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
-        FBoxes.push_back((box->objectName() + "|" + box->text() + "|" + box->informativeText()).toStdString());
-        QTest::keyClick(box, Qt::Key_Escape);
-      }
-    });
-    FWatch.start(10);
   }
-
-  QString Save(const char* name) {
-    WriteFile(FFolder / name, Deflated(ThreeEvents().content));
-    return QString::fromStdString((FFolder / name).string());
-  }
+  QString Save(const char* name) { return TWindowTest::Save(name, ThreeEvents()); }
   void Write(const char* name, const std::string& text) { std::ofstream(FSettings / name, std::ios::binary) << text; }
-  void Settle() {
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !FForm->Flow().Busy(); }, kPatienceMs));
-    for (int round = 0; round < 8; ++round) QCoreApplication::processEvents();
-  }
-  void Start(const QString& recording = {}) {
-    FProgram.firstArgument = recording.toStdString();
-    FForm = std::make_unique<TKorvexMainForm>(FProgram, TReadFileThread::kNoMemoryBound);
-    FForm->show();
-    bool stands = false;
-    QMetaObject::invokeMethod(
-        FForm.get(), [&stands] { stands = true; }, Qt::QueuedConnection);
-    ASSERT_TRUE(QTest::qWaitFor([&stands] { return stands; }, kPatienceMs));
-    Settle();
-  }
   void Close() {
     EXPECT_TRUE(FForm->close());
     FForm.reset();
@@ -76,18 +47,6 @@ class Documents : public testing::Test {
   void Open(const QString& path) {
     FForm->Flow().Open(path.toStdString());
     Settle();
-  }
-  void Press(const char* keys) {
-    FForm->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(FForm.get()));
-    QTest::keySequence(FForm.get(), QKeySequence(keys));
-    Settle();
-  }
-  template <class T = QWidget>
-  T* Find(const std::string& name) {
-    T* found = FForm->findChild<T*>(QString::fromStdString(name));
-    if (found == nullptr) throw std::runtime_error("there is no " + name);
-    return found;
   }
   QTreeView* ShowRecent(const char* list) {
     FForm->findChild<QAction*>("actBackstage")->trigger();
@@ -134,12 +93,7 @@ class Documents : public testing::Test {
     EXPECT_GE(FForm->centralWidget()->height(), 20);
   }
 
-  TTempFolder FFolder;
   TTempFolder FSettings;
-  TProgram FProgram;
-  std::vector<std::string> FBoxes;
-  QTimer FWatch;
-  std::unique_ptr<TKorvexMainForm> FForm;
 };
 
 TEST_F(Documents, RecentFilesAndFoldersComeBackAfterARestart) {

@@ -144,10 +144,12 @@ TEST_F(Exports, ATableIsExportedFromItsMenuAndTheGridHasTheFocusAgain) {
   FTyped = To("battery.xlsx");
   std::set<bool> gridShown;
   FMeanwhile = [&] { gridShown.insert(battery->isVisible()); };
+  const QRect place = Find("dxDockPanelSensorGridBattery")->geometry();
   Click("tabTables", "barbtnTablesExportXLSXBattery");
   EXPECT_THAT(gridShown, testing::Not(testing::Contains(true)));
   EXPECT_TRUE(battery->isVisible());
   EXPECT_EQ(FForm->focusWidget(), battery);
+  EXPECT_EQ(Find("dxDockPanelSensorGridBattery")->geometry(), place);
   EXPECT_THAT(FBoxes, ElementsAre("msgInformation|Excel sheet created|"));
   EXPECT_THAT(Seen(kFront), ElementsAre("MainOverviewPanel"));
   EXPECT_THAT(Written(), ElementsAre("battery.xlsx", "table.csv"));

@@ -8,11 +8,9 @@
 #include <QComboBox>
 #include <QDockWidget>
 #include <QDropEvent>
-#include <QFileDialog>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QMimeData>
 #include <QTableView>
 #include <QTest>
@@ -23,6 +21,7 @@
 #include "gui/charts/uNavigatorChart.h"
 #include "gui/common/uGuard.h"
 #include "tests/support/uThreeEvents.h"
+#include "tests/support/uWindowTest.h"
 
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -30,62 +29,10 @@ using testing::IsEmpty;
 
 namespace {
 
-constexpr int kPatienceMs = 60000;
 const std::vector<std::string> kViews = {"WellcomePanel", "MainOverviewPanel", "MainShockPanel", "ReportPanel"};
 
-class MainForm : public testing::Test {
+class MainForm : public TWindowTest {
  protected:
-  MainForm() {
-    FProgram.folder = FFolder.Path();
-    FProgram.version = "1.2.3.4";
-    FProgram.dataFolder = FFolder.Path().string();
-    // Answers whatever asks, so that nothing waits for a person.
-    QObject::connect(&FWatch, &QTimer::timeout, [this] { Answer(QApplication::activeModalWidget()); });
-    FWatch.start(10);
-  }
-
-  // A control that the window lacks, and anything else that a handler throws, ends in such a box.
-  void TearDown() override { EXPECT_THAT(FBoxes, testing::Each(testing::Not(testing::StartsWith("msgFailure")))); }
-
-  void Answer(QWidget* dialog) {
-    if (auto* box = qobject_cast<QMessageBox*>(dialog)) {
-      FBoxes.push_back((box->objectName() + "|" + box->text() + "|" + box->informativeText()).toStdString());
-      for (const QLabel* label : box->findChildren<QLabel*>()) {
-        EXPECT_TRUE(label->text().isEmpty() || label->textFormat() == Qt::PlainText);
-      }
-      QTest::keyClick(box, Qt::Key_Escape);
-    } else if (auto* open = qobject_cast<QFileDialog*>(dialog)) {
-      FDialogs.push_back(
-          (open->objectName() + "|" + open->directory().absolutePath() + "|" + open->selectedNameFilter())
-              .toStdString());
-      auto* name = open->findChild<QLineEdit*>("fileNameEdit");
-      name->setText(FTyped);
-      QTest::keyClick(name, FTyped.isEmpty() ? Qt::Key_Escape : Qt::Key_Return);
-    }
-  }
-
-  QString Save(const char* name, const TBytes& stream) {
-    WriteFile(FFolder / name, stream);
-    return QString::fromStdString((FFolder / name).string());
-  }
-  QString Save(const char* name, const TTestRecording& recording) { return Save(name, Deflated(recording.content)); }
-
-  void Start(const QString& argument = {}) {
-    FProgram.firstArgument = argument.toStdString();
-    FForm = std::make_unique<TKorvexMainForm>(FProgram, TReadFileThread::kNoMemoryBound);
-    FForm->show();
-    Activate();
-    // What the window does once it stands comes before this.
-    bool stands = false;
-    QMetaObject::invokeMethod(
-        FForm.get(), [&stands] { stands = true; }, Qt::QueuedConnection);
-    ASSERT_TRUE(QTest::qWaitFor([&stands] { return stands; }, kPatienceMs));
-    Settle();
-  }
-  void Settle() {
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !FForm->Flow().Busy(); }, kPatienceMs));
-    for (int round = 0; round < 5; ++round) QCoreApplication::processEvents();
-  }
   void Drop(const QString& path) {
     QMimeData files;
     files.setUrls({QUrl::fromLocalFile(path)});
@@ -94,39 +41,6 @@ class MainForm : public testing::Test {
     if (!enter.isAccepted()) return;
     QDropEvent drop({9, 9}, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(FForm.get(), &drop);
-  }
-  void Activate() {
-    FForm->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(FForm.get()));
-  }
-  void Press(const char* keys) {
-    Activate();  // a dialog may have been in front
-    QTest::keySequence(FForm.get(), QKeySequence(keys));
-    Settle();
-  }
-
-  template <class T = QWidget>
-  T* Find(const std::string& name) {
-    T* found = FForm->findChild<T*>(QString::fromStdString(name));
-    if (found == nullptr) throw std::runtime_error("there is no " + name);
-    return found;
-  }
-  // Of the named controls, those in sight.
-  std::vector<std::string> Seen(const std::vector<std::string>& names) {
-    std::vector<std::string> seen;
-    std::ranges::copy_if(names, std::back_inserter(seen), [this](const auto& name) { return Find(name)->isVisible(); });
-    return seen;
-  }
-  // Of the named controls, those that nobody hid; a group may stand on a tab, a panel behind another.
-  std::vector<std::string> Shown(const std::vector<std::string>& names) {
-    std::vector<std::string> shown;
-    std::ranges::copy_if(names, std::back_inserter(shown),
-                         [this](const auto& name) { return !Find(name)->isHidden(); });
-    return shown;
-  }
-  std::vector<std::string> Docks() {
-    return Shown({"dxDockPanelNavigator", "dxDockPanelMissionDetails", "dxDockPanelSensorGridTemp",
-                  "dxDockPanelSensorGridBattery"});
   }
   std::vector<std::string> Groups() {
     return Shown({"btngrpNavigator", "btngrpView", "btngrpLayout", "btngrpFiltering", "btngrpShock", "btngrpFilter",
@@ -164,14 +78,7 @@ class MainForm : public testing::Test {
     return grid->currentIndex().siblingAtColumn(0).data().toString().toStdString();
   }
 
-  TTempFolder FFolder;
-  TProgram FProgram;
   QString FThree = Save("three.kshock", ThreeEvents());
-  QString FTyped;                     // into an open dialog; nothing cancels it
-  std::vector<std::string> FDialogs;  // name, folder and filter of each that was answered
-  std::vector<std::string> FBoxes;    // name, text and details of each that was answered
-  QTimer FWatch;
-  std::unique_ptr<TKorvexMainForm> FForm;
 };
 
 TEST_F(MainForm, OpensByArgumentDialogAndDrop) {
@@ -184,7 +91,8 @@ TEST_F(MainForm, OpensByArgumentDialogAndDrop) {
   EXPECT_THAT(FDialogs, IsEmpty());
 
   Press("Ctrl+O");
-  EXPECT_THAT(FDialogs, ElementsAre("dlgOpen|" + FProgram.dataFolder + "|Korvex ShockScope File (*.kshock)"));
+  EXPECT_THAT(FDialogs,
+              ElementsAre("dlgOpen|Open a recording|" + FProgram.dataFolder + "|Korvex ShockScope File (*.kshock)|"));
   ExpectShown(FThree);  // cancelled
   Find<QComboBox>("cmbSettingsDefFileFilter")->setCurrentIndex(1);
   FTyped = second;

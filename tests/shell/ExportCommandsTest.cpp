@@ -172,6 +172,7 @@ TEST_F(ExportCommands, ATableIsWrittenWhileItsGridIsHidden) {
                                              "show " + table.grid + "; ");
     folder = FTo.string();
     EXPECT_EQ(LinesOf("t.csv"), table.lines) << csv;
+    EXPECT_EQ(FFlow.Mission().CLDS.CurrentRow(), table.name.starts_with("Battery") ? 0U : 1U) << "its last record";
     const std::string xlsx = (FTo / "t.xlsx").string();
     EXPECT_EQ(RunIn(table.xlsx, "t.xlsx"),
               asks(table.xlsxTitle, "XLSX", table.xlsxName) + "hide " + table.grid + "; text PnlLoadingDetail \"" +

@@ -39,6 +39,10 @@ TGrid::TGrid(const QString& name, const QString& title, TIndexKeyOf indexKeyOf, 
   setShowGrid(false);
   setWordWrap(false);
   setTabKeyNavigation(false);
+  // Nothing moves while the grid is hidden for an export.
+  QSizePolicy policy = sizePolicy();
+  policy.setRetainSizeWhenHidden(true);
+  setSizePolicy(policy);
   setMouseTracking(true);
   setHorizontalScrollMode(ScrollPerPixel);
   setVerticalScrollMode(ScrollPerItem);

@@ -30,7 +30,8 @@ std::vector<TKey> AllKeys(const QWidget& window) {
                                   {"Arrows", "Chart: move"},
                                   {"Home  End", "Chart: begin and end of the recording"},
                                   {"Esc", "Chart: cancel a drag, let go of the indicator"},
-                                  {"Ctrl+C", "Grid: copy the selected rows with their titles"}}) {
+                                  {"Ctrl+C", "Grid: copy the selected rows with their titles"},
+                                  {"Menu  Shift+F10", "Grid: export its table"}}) {
     keys.emplace_back(QObject::tr(key), QObject::tr(what));
   }
   return keys;

@@ -1,0 +1,183 @@
+#include "bench/uExportBenches.h"
+
+#include <sys/resource.h>
+#include <xlsxwriter.h>
+
+#include <array>
+#include <charconv>
+#include <numeric>
+
+#include "analysis/uMissionDatasets.h"
+#include "bench/uMeasure.h"
+#include "export/uCsvExports.h"
+#include "export/uXlsxExports.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+TNoProgress Silent;
+
+std::vector<std::uint32_t> FirstEvents(std::size_t count) {
+  std::vector<std::uint32_t> events(std::min(count, EventList.Count()));
+  std::iota(events.begin(), events.end(), 0U);
+  return events;
+}
+
+void ExportCsv(const fs::path& folder) {
+  ExportEventsCsv(MissionData, EventList, FirstEvents(EventList.Count()), TEventFiles::Samples, folder, Silent);
+}
+
+// The least that a line of five numbers can cost.
+void FormatSamples(const TEvent& event, std::FILE* file) {
+  std::array<char, 256> line{};
+  for (const TEventValue& value : event.Values()) {
+    char* to = line.data();
+    for (const double number : RowOf(value, event.GetStartTime())) {
+      to = std::to_chars(to, line.data() + line.size(), number, std::chars_format::general, 15).ptr;
+      *to++ = ',';
+    }
+    *to++ = '\n';
+    std::fwrite(line.data(), 1, static_cast<std::size_t>(to - line.data()), file);
+  }
+}
+
+void FormatToOneFile(const fs::path& out) {
+  std::FILE* file = std::fopen(out.c_str(), "wb");
+  for (const TEvent& event : EventList.Events()) FormatSamples(event, file);
+  std::fclose(file);
+}
+
+void FormatToAFileEach(const fs::path& folder) {
+  fs::create_directory(folder);
+  for (std::size_t i = 0; i < EventList.Count(); ++i) {
+    std::FILE* file = std::fopen((folder / fmt::format("ID-{}.csv", i)).c_str(), "wb");
+    FormatSamples(EventList.GetItem(i), file);
+    std::fclose(file);
+  }
+}
+
+class TBareBook {
+ public:
+  explicit TBareBook(const fs::path& file) : FFolder(file.parent_path()) {
+    lxw_workbook_options options{};
+    options.constant_memory = LXW_TRUE;
+    options.tmpdir = FFolder.data();
+    FBook = workbook_new_opt(file.c_str(), &options);
+  }
+  lxw_worksheet* Add(const std::string& name) { return workbook_add_worksheet(FBook, name.c_str()); }
+  void Close() { workbook_close(FBook); }
+
+ private:
+  std::string FFolder;
+  lxw_workbook* FBook;
+};
+
+// The cells of an event's sheet: four labels and values at the top, titles, five numbers a sample.
+void WriteBare(const fs::path& file, std::span<const std::uint32_t> events) {
+  TBareBook book(file);
+  for (const std::uint32_t index : events) {
+    const TEvent& event = EventList.GetItem(index);
+    lxw_worksheet* sheet = book.Add(fmt::format("Event {}", index));
+    for (lxw_row_t row = 0; row < 3; ++row) {
+      for (const lxw_col_t column : {lxw_col_t{0}, lxw_col_t{3}}) {
+        worksheet_write_string(sheet, row, column, "Acceleration max:", nullptr);
+        worksheet_write_number(sheet, row, static_cast<lxw_col_t>(column + 1), 12.5, nullptr);
+      }
+    }
+    for (lxw_col_t column = 0; column < 5; ++column) worksheet_write_string(sheet, 4, column, "Time (msec)", nullptr);
+    lxw_row_t row = 5;
+    for (const TEventValue& value : event.Values()) {
+      lxw_col_t column = 0;
+      for (const double number : RowOf(value, event.GetStartTime())) {
+        worksheet_write_number(sheet, row, column++, number, nullptr);
+      }
+      ++row;
+    }
+  }
+  book.Close();
+}
+
+void CompareEventBooks(const fs::path& file, std::size_t sheets, const TDataset& table, int rounds) {
+  const std::vector<std::uint32_t> events = FirstEvents(sheets);
+  PrintRatio(
+      fmt::format("{} sheets of 1,000 samples to XLSX / bare, rows on disk", events.size()), 1.25, rounds,
+      [&] { return SecondsOf([&] {
+              ExportEventsXlsx({EventList, table}, events, file, Silent);
+            }); },
+      [&] { return SecondsOf([&] { WriteBare(file, events); }); });
+}
+
+void CompareTableBooks(TDataset& table, const fs::path& file, int rounds) {
+  // The texts of the reference are there beforehand.
+  std::vector<std::vector<std::string>> cells(table.RecordCount());
+  for (std::size_t row = 0; row < cells.size(); ++row) {
+    for (std::size_t field = 0; field < table.Fields().size(); ++field) {
+      cells[row].push_back(table.DisplayText(row, field));
+    }
+  }
+  PrintRatio(
+      fmt::format("a table of {} × {} to XLSX / bare, rows on disk", cells.size(), table.Fields().size()), 1.25, rounds,
+      [&] { return SecondsOf([&] { ExportTableXlsx(MissionData, table, file, Silent); }); },
+      [&] {
+        return SecondsOf([&] {
+          TBareBook book(file);
+          lxw_worksheet* sheet = book.Add("Mission");
+          for (std::size_t row = 0; row < cells.size(); ++row) {
+            for (std::size_t field = 0; field < cells[row].size(); ++field) {
+              worksheet_write_string(sheet, static_cast<lxw_row_t>(row), static_cast<lxw_col_t>(field),
+                                     cells[row][field].c_str(), nullptr);
+            }
+          }
+          book.Close();
+        });
+      });
+}
+
+double LargestMegabytes() {
+  rusage usage{};
+  getrusage(RUSAGE_SELF, &usage);
+  return static_cast<double>(usage.ru_maxrss) / 1024;
+}
+
+}  // namespace
+
+void BenchCsvOfSamples(const fs::path& folder, int rounds) {
+  PrintRatio(
+      "2,000,000 samples to CSV / to_chars and fwrite", 2, rounds,
+      [&] { return SecondsOf([&] { ExportCsv(folder); }); },
+      [&] { return SecondsOf([&] { FormatToOneFile(folder / "formatted"); }); });
+}
+
+void BenchCsvOfManyEvents(const fs::path& folder, int rounds) {
+  PrintRatio(
+      fmt::format("{} events to CSV files / to_chars and fwrite to as many", EventList.Count()), 2, rounds,
+      [&] { return SecondsOf([&] { ExportCsv(folder); }); },
+      [&] { return SecondsOf([&] { FormatToAFileEach(folder / "bare"); }); });
+}
+
+void BenchWorkbooks(const fs::path& folder, int rounds) {
+  TMissionDatasets tables;
+  LoadKorvexFileData(MissionData, EventList, SensorList, {}, Silent, tables);
+  const fs::path file = folder / "book.xlsx";
+  CompareEventBooks(file, 500, tables.Events, rounds);
+  CompareTableBooks(tables.Sensors, file, rounds);
+}
+
+void BenchMemoryOfTableCsv(const fs::path& folder, std::size_t rows) {
+  TDataset table;
+  const std::size_t id = table.AddField("ID", TFieldType::Integer);
+  const std::size_t value = table.AddField("Temp.", TFieldType::Single);
+  table.Reserve(rows);
+  for (std::size_t row = 0; row < rows; ++row) {
+    table.Append();
+    table.SetInteger(id, static_cast<std::int32_t>(row));
+    table.SetSingle(value, static_cast<float>(row % 1000) / 8);
+  }
+  const double before = LargestMegabytes();
+  const double seconds = SecondsOf([&] { ExportTableCsv(table, folder / "table.csv", Silent); });
+  const double after = LargestMegabytes();
+  fmt::print("{:<62} {:6.3f}  (at most 4; from {:.1f} to {:.1f}, in {:.0f} ms)\n",
+             fmt::format("a table of {} rows to CSV, growth in MiB", rows), after - before, before, after,
+             seconds * 1000);
+}
