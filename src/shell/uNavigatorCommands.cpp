@@ -70,8 +70,13 @@ void ZoomNavigatorToEvent(TShownMission& mission, std::size_t event, IMainScreen
 }
 
 void ZoomNavigatorToReading(TShownMission& mission, const TDataset& table, std::size_t row, IMainScreen& screen) {
+  if (const auto time = ReadingTime(table, row)) ZoomTo(mission, *time, 0, screen);
+}
+
+std::optional<double> ReadingTime(const TDataset& table, std::size_t row) {
   const auto timestamp = table.FindField("Timestamp");
-  if (timestamp && row < table.RowCount()) ZoomTo(mission, table.DateTime(row, *timestamp), 0, screen);
+  if (!timestamp || row >= table.RowCount()) return std::nullopt;
+  return table.DateTime(row, *timestamp);
 }
 
 void KeepNavigatorBand(TShownMission& mission, const TTimeSpan& band, IMainScreen& screen) {

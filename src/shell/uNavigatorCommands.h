@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string_view>
 
 #include "navigation/uTimeNavigator.h"
@@ -21,6 +22,9 @@ void MoveNavigatorBand(TShownMission& mission, const TTimeSpan& band, IMainScree
 // or has no time, leaves it where it is.
 void ZoomNavigatorToEvent(TShownMission& mission, std::size_t event, IMainScreen& screen);
 void ZoomNavigatorToReading(TShownMission& mission, const TDataset& table, std::size_t row, IMainScreen& screen);
+
+// The date-time of such a row.
+std::optional<double> ReadingTime(const TDataset& table, std::size_t row);
 
 // After a reload: the band as it was, as far as the data still reach.
 void KeepNavigatorBand(TShownMission& mission, const TTimeSpan& band, IMainScreen& screen);

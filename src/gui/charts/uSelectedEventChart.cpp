@@ -17,11 +17,6 @@ constexpr double kLevelInSight = 4;  // times the largest value; a level above w
 constexpr TSeries kAllSeries[] = {TSeries::X, TSeries::Y, TSeries::Z, TSeries::Total};
 constexpr double kWordsRoom = 0.08;  // of the values, above and below, for the name of the peak
 
-QString NameOf(TSeries series) {
-  const std::array names = {QObject::tr("X"), QObject::tr("Y"), QObject::tr("Z"), QObject::tr("Total")};
-  return names[static_cast<std::size_t>(series)];
-}
-
 }  // namespace
 
 TSelectedEventChart::TSelectedEventChart(QWidget* parent) : TTimeChart(TTimeUnit::Milliseconds, parent) {
@@ -104,6 +99,11 @@ void TSelectedEventChart::ShowSamples() {
   FindPeak(*FEvent);
   RescaleValues();
   emit SamplesChanged();
+}
+
+QString TSelectedEventChart::NameOf(TSeries series) {
+  const std::array names = {tr("X"), tr("Y"), tr("Z"), tr("Total")};
+  return names[static_cast<std::size_t>(series)];
 }
 
 float TSelectedEventChart::ValueOf(const TEventValue& sample, TSeries series) {
@@ -308,6 +308,7 @@ QString TSelectedEventChart::CursorText(const QPointF& position) const {
 }
 
 QString TSelectedEventChart::MomentText(double time) const {
+  if (Samples().empty()) return {};
   return tr("%1 ms").arg(QtText(MaskFloat(FMasks.time, Samples()[NearestSample(time)].time - FStart)));
 }
 

@@ -26,6 +26,7 @@ constexpr TRow kRows[] = {
 };
 constexpr int kDarkShade = 160;  // HSV value of the dark twin of a bright colour
 constexpr int kLighter = 135;    // percent
+constexpr qsizetype kLongestName = 60;
 constexpr TRow kUnknown = {"", 0x808080, TSensorAxis::LeftInner, "unknown"};
 
 }  // namespace
@@ -37,6 +38,17 @@ TSensorLook LookOf(std::string_view sensorName) {
   const QString unit = channel == std::end(kKnownChannels) ? QString() : QtText(channel->unit);
   return {QColor(row.colour), row.axis, static_cast<int>(found - kRows), unit,
           row.scale.empty() ? unit : QtText(row.scale)};
+}
+
+QColor TSensorChoices::ColourOf(const std::string& sensor) const {
+  const auto found = colours.find(sensor);
+  return found == colours.end() ? LookOf(sensor).colour : found->second;
+}
+
+QString TSensorChoices::NameOf(const std::string& sensor) const {
+  const auto found = names.find(sensor);
+  const QString name = found == names.end() ? QString() : ShownText(found->second, kLongestName).trimmed();
+  return name.isEmpty() ? ShownText(sensor, kLongestName) : name;
 }
 
 QColor SensorInk(const QPalette& palette, const QColor& colour) {

@@ -61,7 +61,10 @@ TTimeChart::TTimeChart(TTimeUnit unit, QWidget* parent) : QCustomPlot(parent), F
   }
   SetSideMargins(0, 0);
   new TPainted(FRect, "grid", [this](QCPPainter& painter) { PaintGround(painter); });
-  new TPainted(FRect, "marks", [this](QCPPainter& painter) { PaintPointed(painter); });
+  new TPainted(FRect, "marks", [this](QCPPainter& painter) {
+    PaintPointed(painter);
+    PaintCursors(painter);
+  });
 
   setNoAntialiasingOnDrag(false);
   setFocusPolicy(Qt::StrongFocus);
@@ -149,7 +152,8 @@ void TTimeChart::SetFullRange(std::optional<std::pair<double, double>> range) {
     axis->setTickLabels(FHasData);
   }
   for (const QCPAxis* axis : {FTimeAxis, FValueAxis}) axis->grid()->setVisible(FHasData);
-  FPinned = FPinnedBefore = std::nullopt;
+  FPinned = FPinnedBefore = FAsked = std::nullopt;
+  FCursors = {};
   EndDrag();
   ResetZoom();
 }

@@ -29,7 +29,11 @@ std::vector<TKey> AllKeys(const QWidget& window) {
                                   {"+  −", "Chart: zoom in and out"},
                                   {"Arrows", "Chart: move"},
                                   {"Home  End", "Chart: begin and end of the recording"},
-                                  {"Esc", "Chart: cancel a drag, let go of the indicator"},
+                                  {"C", "Chart: set cursor A, then B, then take both away"},
+                                  {"S", "Chart: statistics of the visible range"},
+                                  {"Esc", "Chart: cancel a drag, take the cursors away, let go of the indicator"},
+                                  {"Menu  Shift+F10", "Chart: its menu"},
+                                  {"Enter", "Grid: bring the navigator's band to the row"},
                                   {"Ctrl+C", "Grid: copy the selected rows with their titles"}}) {
     keys.emplace_back(QObject::tr(key), QObject::tr(what));
   }
