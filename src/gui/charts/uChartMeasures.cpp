@@ -17,20 +17,23 @@ QString Number(double value) {
   return std::isfinite(value) ? QString::number(value, 'g', 6) : kNothing;
 }
 
-QStringList SeriesTitles() {
-  return {QObject::tr("Series"),       QObject::tr("Samples"), QObject::tr("Minimum"), QObject::tr("Maximum"),
-          QObject::tr("Peak to peak"), QObject::tr("Mean"),    QObject::tr("RMS"),     QObject::tr("Unit")};
+TRangeTable SeriesTable(const QString& span) {
+  return {span,
+          {QObject::tr("Series"), QObject::tr("Unit"), QObject::tr("Samples"), QObject::tr("Minimum"),
+           QObject::tr("Maximum"), QObject::tr("Peak to peak"), QObject::tr("Mean"), QObject::tr("RMS")},
+          2,
+          {}};
 }
 
-QStringList SeriesRow(const QString& name, const TRangeStatistics& found, const QString& unit) {
+QStringList SeriesRow(const QString& name, const QString& unit, const TRangeStatistics& found) {
   return {name,
+          unit,
           QString::number(found.count),
           Number(found.least),
           Number(found.largest),
           Number(found.PeakToPeak()),
           Number(found.mean),
-          Number(found.rms),
-          unit};
+          Number(found.rms)};
 }
 
 // Of the samples whose times lie in the range, both ends included.
@@ -73,14 +76,14 @@ std::vector<TTimeChart::TReading> TSelectedEventChart::DifferencesBetween(double
 TRangeTable TSelectedEventChart::VisibleStatistics() const {
   if (!HasData()) return {};
   const auto [from, to] = TimeRange();
-  TRangeTable table{tr("%1 … %2 ms").arg(Number(from), Number(to)), SeriesTitles(), {}};
+  TRangeTable table = SeriesTable(tr("%1 … %2 ms").arg(Number(from), Number(to)));
   const auto samples = Samples();
   const auto timeAt = [&](std::size_t i) { return samples[i].time - FStart; };
   for (const TSeries series : {TSeries::X, TSeries::Y, TSeries::Z, TSeries::Total}) {
     if (!IsSeriesVisible(series)) continue;
     const auto valueAt = [samples, series](std::size_t i) { return ValueOf(samples[i], series); };
     table.rows.push_back(
-        SeriesRow(NameOf(series), StatisticsIn(TimeRange(), samples.size(), timeAt, valueAt), tr("g")));
+        SeriesRow(NameOf(series), tr("g"), StatisticsIn(TimeRange(), samples.size(), timeAt, valueAt)));
   }
   return table;
 }
@@ -102,14 +105,14 @@ std::vector<TTimeChart::TReading> TSensorsChart::DifferencesBetween(double a, do
 TRangeTable TSensorsChart::VisibleStatistics() const {
   if (!HasData()) return {};
   const auto [from, to] = TimeRange();
-  TRangeTable table{tr("%1 … %2").arg(MomentText(from), MomentText(to)), SeriesTitles(), {}};
+  TRangeTable table = SeriesTable(tr("%1 … %2").arg(MomentText(from), MomentText(to)));
   for (const TSensorSeries& series : FSeries) {
     const auto readings = series.readings.Samples();
     if (!series.visible || readings.empty()) continue;
     const auto timeAt = [&](std::size_t i) { return DateTimeOf(FStart, readings[i].time); };
     const auto valueAt = [readings](std::size_t i) { return readings[i].xvalue; };
     table.rows.push_back(
-        SeriesRow(series.name, StatisticsIn(TimeRange(), readings.size(), timeAt, valueAt), series.look.unit));
+        SeriesRow(series.name, series.look.unit, StatisticsIn(TimeRange(), readings.size(), timeAt, valueAt)));
   }
   return table;
 }
@@ -148,12 +151,13 @@ TRangeTable TEventsChart::VisibleStatistics() const {
     if (std::isfinite(FMax[i]) && (!largest || FMax[i] > FMax[*largest])) largest = i;
   }
   const TRangeStatistics peaks = sum.Result();
-  const QString which = largest ? tr("Largest peak (event %1)").arg(IndexOf(*largest)) : tr("Largest peak");
+  const QString which = largest ? tr("Largest peak (g), event %1").arg(IndexOf(*largest)) : tr("Largest peak (g)");
   TRangeTable table{tr("%1 … %2").arg(MomentText(from), MomentText(to)),
-                    {tr("Figure"), tr("Value"), tr("Unit")},
-                    {{tr("Events"), QString::number(count), {}},
-                     {which, Number(peaks.largest), tr("g")},
-                     {tr("Mean peak"), Number(peaks.mean), tr("g")}}};
-  if (hidden > 0) table.rows.push_back({tr("Events hidden by the filter"), QString::number(hidden), {}});
+                    {tr("Figure"), tr("Value")},
+                    1,
+                    {{tr("Events"), QString::number(count)},
+                     {which, Number(peaks.largest)},
+                     {tr("Mean peak (g)"), Number(peaks.mean)}}};
+  if (hidden > 0) table.rows.push_back({tr("Events hidden by the filter"), QString::number(hidden)});
   return table;
 }

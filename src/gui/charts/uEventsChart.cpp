@@ -126,13 +126,11 @@ void TEventsChart::SetPointAbsorption(bool on) {
 }
 
 void TEventsChart::SetColour(TSeries series, const QColor& colour) {
-  FColours[static_cast<std::size_t>(series)] = colour;
-  Restyle();
+  if (std::exchange(FColours[static_cast<std::size_t>(series)], colour) != colour) Restyle();
 }
 
 void TEventsChart::SetAlarmLimits(TAlarmLimits limits) {
-  FAlarm = limits;
-  RescaleValues();
+  if (std::exchange(FAlarm, limits) != limits) RescaleValues();
 }
 
 void TEventsChart::SetMasks(TValueMasks masks) {

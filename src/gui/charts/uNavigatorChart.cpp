@@ -112,13 +112,13 @@ void TNavigatorChart::TakeChoices() {
 }
 
 void TNavigatorChart::SetSensorColour(std::string_view sensor, const QColor& colour) {
-  FChoices.colours[std::string(sensor)] = colour;
+  if (!FChoices.SetColour(sensor, colour) || FSensor != sensor) return;
   TakeChoices();
   QueueReplot();
 }
 
 void TNavigatorChart::SetSensorNames(std::map<std::string, std::string> names) {
-  FChoices.names = std::move(names);
+  if (!FChoices.SetNames(std::move(names))) return;
   TakeChoices();
   QueueReplot();
 }

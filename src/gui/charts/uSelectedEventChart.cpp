@@ -165,13 +165,11 @@ void TSelectedEventChart::SetSeriesVisible(TSeries series, bool visible) {
 }
 
 void TSelectedEventChart::SetColour(TSeries series, const QColor& colour) {
-  FColours[static_cast<std::size_t>(series)] = colour;
-  Restyle();
+  if (std::exchange(FColours[static_cast<std::size_t>(series)], colour) != colour) Restyle();
 }
 
 void TSelectedEventChart::SetAlarmLimits(TAlarmLimits limits) {
-  FAlarm = limits;
-  RescaleValues();
+  if (std::exchange(FAlarm, limits) != limits) RescaleValues();
 }
 
 void TSelectedEventChart::SetMasks(TValueMasks masks) {

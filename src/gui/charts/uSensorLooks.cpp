@@ -1,6 +1,7 @@
 #include "gui/charts/uSensorLooks.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
@@ -40,14 +41,24 @@ TSensorLook LookOf(std::string_view sensorName) {
           row.scale.empty() ? unit : QtText(row.scale)};
 }
 
+bool TSensorChoices::SetColour(std::string_view sensor, const QColor& colour) {
+  return std::exchange(FColours[std::string(sensor)], colour) != colour;
+}
+
+bool TSensorChoices::SetNames(std::map<std::string, std::string> names) {
+  if (names == FNames) return false;
+  FNames = std::move(names);
+  return true;
+}
+
 QColor TSensorChoices::ColourOf(const std::string& sensor) const {
-  const auto found = colours.find(sensor);
-  return found == colours.end() ? LookOf(sensor).colour : found->second;
+  const auto found = FColours.find(sensor);
+  return found == FColours.end() ? LookOf(sensor).colour : found->second;
 }
 
 QString TSensorChoices::NameOf(const std::string& sensor) const {
-  const auto found = names.find(sensor);
-  const QString name = found == names.end() ? QString() : ShownText(found->second, kLongestName).trimmed();
+  const auto found = FNames.find(sensor);
+  const QString name = found == FNames.end() ? QString() : ShownText(found->second, kLongestName).trimmed();
   return name.isEmpty() ? ShownText(sensor, kLongestName) : name;
 }
 

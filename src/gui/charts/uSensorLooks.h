@@ -24,12 +24,19 @@ struct TSensorLook {
 TSensorLook LookOf(std::string_view sensorName);
 
 // What people chose for sensors, by the names in a recording; it stays from recording to recording.
-struct TSensorChoices {
-  std::map<std::string, QColor> colours;
-  std::map<std::string, std::string> names;  // UTF-8; one without a name, or with an empty one, goes by its own
+class TSensorChoices {
+ public:
+  // False when it is the choice already.
+  bool SetColour(std::string_view sensor, const QColor& colour);
+  // UTF-8; a sensor without a name, or with an empty one, goes by its own.
+  bool SetNames(std::map<std::string, std::string> names);
 
   [[nodiscard]] QColor ColourOf(const std::string& sensor) const;
   [[nodiscard]] QString NameOf(const std::string& sensor) const;
+
+ private:
+  std::map<std::string, QColor> FColours;
+  std::map<std::string, std::string> FNames;
 };
 
 // The colours of the four value axes, on light ground.

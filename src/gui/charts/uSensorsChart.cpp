@@ -176,13 +176,13 @@ bool TSensorsChart::IsSensorVisible(std::size_t index) const {
 }
 
 void TSensorsChart::SetSensorColour(std::string_view sensor, const QColor& colour) {
-  FChoices.colours[std::string(sensor)] = colour;
+  if (!FChoices.SetColour(sensor, colour)) return;
   TakeNamesAndColours();
   Restyle();
 }
 
 void TSensorsChart::SetSensorNames(std::map<std::string, std::string> names) {
-  FChoices.names = std::move(names);
+  if (!FChoices.SetNames(std::move(names))) return;
   TakeNamesAndColours();
   Restyle();
 }
@@ -195,13 +195,13 @@ void TSensorsChart::TakeNamesAndColours() {
 }
 
 void TSensorsChart::SetAlarmLimits(std::map<std::string, std::pair<double, double>> limits) {
+  if (FAlarms == limits) return;
   FAlarms = std::move(limits);
   QueueReplot();
 }
 
 void TSensorsChart::SetAxisColour(TSensorAxis axis, const QColor& colour) {
-  FAxisColours[static_cast<std::size_t>(axis)] = colour;
-  SetUpAxes();
+  if (std::exchange(FAxisColours[static_cast<std::size_t>(axis)], colour) != colour) SetUpAxes();
 }
 
 void TSensorsChart::SetAxisLocked(TSensorAxis axis, bool locked) {

@@ -23,6 +23,7 @@ class TChartRect;
 struct TRangeTable {
   QString span;  // of time, in words
   QStringList titles;
+  int words;  // columns of words, the first ones; the others are numbers
   std::vector<QStringList> rows;
 };
 
@@ -177,7 +178,8 @@ class TTimeChart : public QCustomPlot {
   enum class TDrag { None, Span, Pan, Cursor };
 
   void PaintGround(QCPPainter& painter) const;
-  void Laid();
+  void LayOut();
+  void TellMargins();
   void ApplyRange(double from, double to);
   void UserRange(double from, double to);
   [[nodiscard]] bool IsLocked(const QCPAxis& axis) const { return FLocked.contains(&axis); }
@@ -224,11 +226,10 @@ class TTimeChart : public QCustomPlot {
   std::optional<QPointF> FHover;                 // the pointer, while it is over the axes
   std::optional<double> FPinned, FPinnedBefore;  // where the indicator was clicked, and the click before
   TCursors FCursors;
-  std::optional<double> FAsked;  // where the last menu was asked for, until the pointer comes back
-  std::size_t FHeldCursor = 0;   // by the mouse
-  double FHeldFrom = 0;          // where it was taken
-  bool FOverCursor = false;      // the pointer is
-  QMargins FLaidMargins;
+  std::optional<double> FAsked;     // where the last menu was asked for, until the pointer comes back
+  std::size_t FHeldCursor = 0;      // by the mouse
+  double FHeldFrom = 0;             // where it was taken
+  bool FOverCursor = false;         // the pointer is
   std::pair<int, int> FTold{0, 0};  // the needed margins that were signalled last
 
   TDrag FDrag = TDrag::None;

@@ -160,7 +160,7 @@ void TTimeChart::PaintMeasured(QCPPainter& painter, double beside) const {
   if (box.left() < rect.left()) box.moveLeft(rect.left());
   box.moveBottom(rect.bottom());
   QColor veil = palette().color(QPalette::Base);
-  veil.setAlphaF(0.9F);
+  veil.setAlphaF(0.95F);
   painter.setAntialiasing(false);
   painter.fillRect(box, veil);
   painter.setPen(QPen(FaintInk(), 1));

@@ -190,11 +190,11 @@ void AddCommands(TKorvexMainForm& form, TMainParts& parts, const TChartRow& row)
 }  // namespace
 
 void MakeChartMenus(TKorvexMainForm& form, TMainParts& parts) {
+  for (const TChartRow& row : kCharts) AddCommands(form, parts, row);
   // The events are stepped through in every view that shows them; the buttons of one command go with their groups.
   auto* events = form.findChild<TRibbonGroup*>("btngrpEventsChart");
   events->AddSmall(form.findChild<QAction*>("actPreviousEvent"), "dxBarEventsPrevious");
   events->AddSmall(form.findChild<QAction*>("actNextEvent"), "dxBarEventsNext");
-  for (const TChartRow& row : kCharts) AddCommands(form, parts, row);
   for (TTimeChart* chart : form.findChildren<TTimeChart*>()) {
     QObject::connect(chart, &TTimeChart::MenuRequested, &form,
                      [&form, chart](const QPoint& at) { Guarded(&form, [&] { ShowMenu(form, *chart, at); }); });

@@ -400,6 +400,7 @@ void TMainScreen::ShowInCharts(const TDisplaySettings& display) {
   for (std::size_t i = 0; i < kAnalogInputs.size(); ++i) names.emplace(kAnalogInputs[i], display.AnalogNames[i]);
   FParts.docks.ChartNavigator->SetSensorNames(names);
   sensors.SetSensorNames(std::move(names));
+  if (std::exchange(FDateFormat, display.DateFormat) == display.DateFormat) return;
   for (TTimeChart* chart : FWindow.findChildren<TTimeChart*>()) chart->RefreshLabels();
 }
 

@@ -98,5 +98,6 @@ class TMainScreen final : public IMainScreen {
   TSettingsBinder& FSettings;
   const TShownMission* FMission = nullptr;  // while its views are filled
   std::optional<std::size_t> FShownEvent;   // in Chart2
+  std::string FDateFormat;                  // of the charts' labels
   QElapsedTimer FPainted;                   // since the messages were last processed
 };

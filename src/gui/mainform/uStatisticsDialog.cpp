@@ -4,9 +4,9 @@
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
-#include <QShortcut>
 #include <QTableWidget>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -17,11 +17,29 @@
 namespace {
 
 constexpr int kRoom = 14;  // px, beside the text of a column
+constexpr int kRowPadding = 6;
 constexpr int kMostRows = 14;
 
-QTableWidget* MakeTable(const TRangeTable& statistics, QWidget* parent) {
-  auto* table =
-      new QTableWidget(static_cast<int>(statistics.rows.size()), static_cast<int>(statistics.titles.size()), parent);
+class TStatisticsTable final : public QTableWidget {
+ public:
+  using QTableWidget::QTableWidget;
+  void Copy() {
+    if (!selectionModel()->hasSelection()) selectAll();
+    CopySelectedRows(*this);
+  }
+
+ protected:
+  // The base copies a cell.
+  void keyPressEvent(QKeyEvent* event) override {
+    if (!event->matches(QKeySequence::Copy)) return QTableWidget::keyPressEvent(event);
+    Copy();
+    event->accept();
+  }
+};
+
+TStatisticsTable* MakeTable(const TRangeTable& statistics, QWidget* parent) {
+  auto* table = new TStatisticsTable(static_cast<int>(statistics.rows.size()),
+                                     static_cast<int>(statistics.titles.size()), parent);
   table->setObjectName("tblStatistics");
   table->setHorizontalHeaderLabels(statistics.titles);
   table->setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -31,13 +49,12 @@ QTableWidget* MakeTable(const TRangeTable& statistics, QWidget* parent) {
   table->setShowGrid(false);
   table->setWordWrap(false);
   table->horizontalHeader()->setHighlightSections(false);
+  table->verticalHeader()->setDefaultSectionSize(table->fontMetrics().height() + kRowPadding);
   for (int row = 0; row < table->rowCount(); ++row) {
     const QStringList& cells = statistics.rows[static_cast<std::size_t>(row)];
     for (int column = 0; column < table->columnCount(); ++column) {
       auto* cell = new QTableWidgetItem(cells[column]);
-      // Names and units at the left, numbers at the right.
-      const bool number = column > 0 && column + 1 < table->columnCount();
-      const Qt::Alignment side = (number ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter;
+      const Qt::Alignment side = (column < statistics.words ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter;
       cell->setTextAlignment(side);
       table->setItem(row, column, cell);
       table->horizontalHeaderItem(column)->setTextAlignment(side);
@@ -55,7 +72,6 @@ QTableWidget* MakeTable(const TRangeTable& statistics, QWidget* parent) {
                      rows * table->verticalHeader()->defaultSectionSize() + 2 * table->frameWidth();
   if (table->rowCount() > kMostRows) width += table->style()->pixelMetric(QStyle::PM_ScrollBarExtent);
   table->setMinimumSize(std::min(width, 900), height);
-  table->selectAll();
   return table;
 }
 
@@ -76,13 +92,9 @@ void ShowStatistics(QWidget& window, const QString& chart, const TRangeTable& st
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, &dialog);
   QPushButton* copy = buttons->addButton(QObject::tr("&Copy"), QDialogButtonBox::ActionRole);
   copy->setObjectName("btnStatisticsCopy");
-  copy->setToolTip(QObject::tr("Copy the selected rows with their titles (Ctrl+C)"));
+  copy->setToolTip(QObject::tr("Copy the selected rows, or all, with their titles (Ctrl+C)"));
   copy->setAutoDefault(false);
-  const auto copyRows = [table] { CopySelectedRows(*table); };
-  QObject::connect(copy, &QPushButton::clicked, table, copyRows);
-  auto* keys = new QShortcut(QKeySequence(QKeySequence::Copy), table);
-  keys->setContext(Qt::WidgetShortcut);
-  QObject::connect(keys, &QShortcut::activated, table, copyRows);
+  QObject::connect(copy, &QPushButton::clicked, table, [table] { table->Copy(); });
   QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
   buttons->button(QDialogButtonBox::Close)->setDefault(true);
   auto* layout = new QVBoxLayout(&dialog);
@@ -90,5 +102,6 @@ void ShowStatistics(QWidget& window, const QString& chart, const TRangeTable& st
   layout->addWidget(table);
   layout->addWidget(buttons);
   table->setFocus();
+  dialog.resize(dialog.minimumSizeHint());
   dialog.exec();
 }
