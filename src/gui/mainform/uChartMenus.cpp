@@ -76,7 +76,7 @@ void AddNamed(QMenu& menu, const TKorvexMainForm& form, const char* name) {
 
 QString CursorsText(const TTimeChart& chart) {
   if (chart.Cursors()[1]) return QObject::tr("Take the cursors away");
-  return chart.Cursors()[0] ? QObject::tr("Set cursor B here") : QObject::tr("Set cursor A here");
+  return chart.Cursors()[0] ? QObject::tr("Set cursor B") : QObject::tr("Set cursor A");
 }
 
 void TellStatistics(TKorvexMainForm& form, const TTimeChart& chart) {
@@ -124,7 +124,7 @@ void ShowMenu(TKorvexMainForm& form, TTimeChart& chart, const QPoint& at) {
       action->setEnabled(chart.HasData());
       QObject::connect(action, &QAction::triggered, &form, [&form, run] { Guarded(&form, run); });
     };
-    add("mnuChartReset", "zoom-fit-best", QObject::tr("Everything in sight\tF"), [&chart] { chart.ResetByUser(); });
+    add("mnuChartReset", "zoom-fit-best", QObject::tr("Reset zoom\tF"), [&chart] { chart.ResetByUser(); });
     add("mnuChartStatistics", "view-statistics", QObject::tr("Statistics of the visible range…\tS"),
         [&form, &chart] { TellStatistics(form, chart); });
     add("mnuChartCursors", "measure", CursorsText(chart) + "\tC", [&chart] { chart.StepCursors(); });
