@@ -116,6 +116,16 @@ TEST_F(Measuring, ADragMovesTheNearestCursorAndNothingElse) {
   ExpectCursors(std::nullopt, std::nullopt);
 }
 
+TEST_F(Measuring, CursorsThatGoDuringADragAreNotDraggedOn) {
+  PutAt(20);
+  PutAt(80);
+  QTest::mousePress(&FChart, Qt::LeftButton, {}, AtMs(80));
+  QTest::keyClick(&FChart, Qt::Key_C);
+  Move(FChart, AtMs(50), Qt::LeftButton);
+  QTest::mouseRelease(&FChart, Qt::LeftButton, {}, AtMs(50));
+  ExpectCursors(std::nullopt, std::nullopt);
+}
+
 TEST_F(Measuring, CursorsStandWhereTheUserPointedLastAndGoWithTheEvent) {
   RightClick(FChart, AtMs(40));
   FChart.StepCursors();
@@ -208,6 +218,7 @@ TEST_F(MovedSensors, TakeTheAxisAndOneScaleStaysOnIt) {
   EXPECT_THAT(Visible(), ElementsAre(true, true, false, true)) << "degrees and percent share no axis";
   FChart.grab();
   EXPECT_EQ(humidity.label(), "Temperature p (°C)");
+  EXPECT_EQ(humidity.labelColor(), Qt::darkRed) << "the axis is the moved sensor's own";
   EXPECT_NEAR(humidity.range().upper, 21.5, 0.6);
   FChart.MoveSensor(0, TSensorAxis::RightInner);
   EXPECT_THAT(Visible(), ElementsAre(true, true, false, true));
@@ -221,6 +232,8 @@ TEST_F(MovedSensors, TakeTheAxisAndOneScaleStaysOnIt) {
   FChart.MoveSensor(99, TSensorAxis::RightOuter);
   EXPECT_THAT(Visible(), ElementsAre(false, false, true, true));
   EXPECT_EQ(FChart.Listed()[2].axis, TSensorAxis::RightOuter);
+  FChart.MoveSensor(2, TSensorAxis::RightInner);
+  EXPECT_EQ(humidity.labelColor(), Qt::blue) << "as designed";
 }
 
 TEST(Navigator, GoesByTheChosenColourAndName) {

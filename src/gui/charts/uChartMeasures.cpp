@@ -11,10 +11,10 @@
 
 namespace {
 
-const QString kNothing = "–";
+constexpr auto kNothing = "–";
 
 QString Number(double value) {
-  return std::isfinite(value) ? QString::number(value, 'g', 6) : kNothing;
+  return std::isfinite(value) ? QString::number(value, 'g', 6) : QString(kNothing);
 }
 
 TRangeTable SeriesTable(const QString& span) {
@@ -67,7 +67,7 @@ std::vector<TTimeChart::TReading> TSelectedEventChart::DifferencesBetween(double
   for (const TSeries series : {TSeries::X, TSeries::Y, TSeries::Z, TSeries::Total}) {
     if (!IsSeriesVisible(series)) continue;
     const double change = double{ValueOf(second, series)} - double{ValueOf(first, series)};
-    const QString number = std::isfinite(change) ? QtText(MaskFloat(FMasks.acceleration, change)) : kNothing;
+    const QString number = std::isfinite(change) ? QtText(MaskFloat(FMasks.acceleration, change)) : QString(kNothing);
     differences.push_back({tr("Δ%1 %2 g").arg(NameOf(series), number), InkOf(series), std::nullopt});
   }
   return differences;
@@ -95,7 +95,7 @@ std::vector<TTimeChart::TReading> TSensorsChart::DifferencesBetween(double a, do
     if (!series.visible || readings.empty()) continue;
     const double change = double{readings[series.readings.Nearest(MsOf(b))].xvalue} -
                           double{readings[series.readings.Nearest(MsOf(a))].xvalue};
-    const QString number = std::isfinite(change) ? Figure(change) : kNothing;
+    const QString number = std::isfinite(change) ? Figure(change) : QString(kNothing);
     differences.push_back(
         {QString("Δ%1 %2 %3").arg(series.name, number, series.look.unit).trimmed(), InkOf(series), std::nullopt});
   }
@@ -129,7 +129,7 @@ std::vector<TTimeChart::TReading> TEventsChart::DifferencesBetween(double a, dou
   if (!first || !second) return {};
   const QColor text = palette().color(QPalette::Text);
   const double change = double{FMax[*second]} - double{FMax[*first]};
-  return {{tr("Δpeak %1").arg(std::isfinite(change) ? GText(change) : kNothing), text, std::nullopt},
+  return {{tr("Δpeak %1").arg(std::isfinite(change) ? GText(change) : QString(kNothing)), text, std::nullopt},
           {tr("event %1 → %2").arg(IndexOf(*first)).arg(IndexOf(*second)), text, std::nullopt}};
 }
 

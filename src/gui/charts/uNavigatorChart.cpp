@@ -297,12 +297,12 @@ void TNavigatorChart::keyPressEvent(QKeyEvent* event) {
   if (!FBand || !HasData() || event->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) {
     return TTimeChart::keyPressEvent(event);
   }
-  const auto [first, last] = FullRange();
-  const TTimeSpan data{first, last};
+  const TTimeSpan data{FullRange().first, FullRange().second};
+  const double all = data.end - data.start;
   const TTimeSpan band{FBand->first, FBand->second};
   const double width = band.end - band.start;
   const auto resized = [&](double factor) {
-    const double least = kLeastBand * (last - first) / std::max(1, Rect().width());
+    const double least = kLeastBand * all / std::max(1, Rect().width());
     const double half = std::max(width * factor, least) / 2;
     const double middle = (band.start + band.end) / 2;
     return BandWithin({middle - half, middle + half}, data);
@@ -326,10 +326,10 @@ void TNavigatorChart::keyPressEvent(QKeyEvent* event) {
       now = DraggedBand(band, data, width * kKeyStep);
       break;
     case Qt::Key_Home:
-      now = DraggedBand(band, data, first - last);
+      now = DraggedBand(band, data, -all);
       break;
     case Qt::Key_End:
-      now = DraggedBand(band, data, last - first);
+      now = DraggedBand(band, data, all);
       break;
     default:
       return TTimeChart::keyPressEvent(event);

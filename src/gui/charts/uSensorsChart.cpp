@@ -14,7 +14,8 @@ namespace {
 
 constexpr double kLineWidth = 1.2;
 constexpr std::size_t kMostCursorValues = 12;
-constexpr int kAxisGap = 8;  // px between an inner and an outer axis
+constexpr int kMovedRank = -1;  // before all others
+constexpr int kAxisGap = 8;     // px between an inner and an outer axis
 // The axis whose ticks the horizontal grid lines follow is the first of these that is drawn.
 constexpr TSensorAxis kGridOrder[] = {TSensorAxis::LeftOuter, TSensorAxis::LeftInner, TSensorAxis::RightInner,
                                       TSensorAxis::RightOuter};
@@ -100,7 +101,7 @@ TSensorLook TSensorsChart::PlacedLook(const std::string& sensor) const {
   const auto moved = FMoved.find(sensor);
   if (moved == FMoved.end()) return look;
   look.axis = moved->second;
-  look.rank = -1;
+  look.rank = kMovedRank;
   return look;
 }
 
@@ -143,11 +144,11 @@ void TSensorsChart::MoveSensor(std::size_t index, TSensorAxis axis) {
   TSensorSeries& chosen = FSeries[index];
   const TSensorAxis before = chosen.look.axis;
   FMoved[chosen.sensor] = axis;
+  if (LookOf(chosen.sensor).axis == axis) FMoved.erase(chosen.sensor);
   for (TSensorSeries& series : FSeries) {
-    if (series.sensor != chosen.sensor) continue;
-    series.look.axis = axis;
-    series.look.rank = -1;
+    if (series.sensor == chosen.sensor) series.look = PlacedLook(series.sensor);
   }
+  TakeNamesAndColours();
   chosen.visible = !chosen.readings.Samples().empty();
   if (chosen.visible) ShowAlone(chosen);
   ScaleAxis(before);
@@ -231,7 +232,7 @@ void TSensorsChart::SetUpAxes() {
     FAxes[i]->setVisible(std::ranges::any_of(FSeries, [i](const TSensorSeries& series) {
       return series.visible && series.look.axis == static_cast<TSensorAxis>(i);
     }));
-    StyleAxis(*FAxes[i], SensorInk(palette(), FAxisColours[i]));
+    StyleAxis(*FAxes[i], InkOf(static_cast<TSensorAxis>(i)));
   }
   bool taken = false;
   for (const TSensorAxis axis : kGridOrder) {
@@ -242,6 +243,20 @@ void TSensorsChart::SetUpAxes() {
     taken = taken || drawn->visible();
   }
   QueueReplot();
+}
+
+// The settings give an axis its colour; one that moved sensors have to themselves takes theirs.
+QColor TSensorsChart::InkOf(TSensorAxis axis) const {
+  const TSensorSeries* moved = nullptr;
+  for (const TSensorSeries& series : FSeries) {
+    if (!series.visible || series.look.axis != axis) continue;
+    if (series.look.rank != kMovedRank) {
+      moved = nullptr;
+      break;
+    }
+    if (moved == nullptr) moved = &series;
+  }
+  return moved ? InkOf(*moved) : SensorInk(palette(), FAxisColours[static_cast<std::size_t>(axis)]);
 }
 
 void TSensorsChart::Restyle() {

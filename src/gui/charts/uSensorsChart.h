@@ -37,8 +37,8 @@ class TSensorsChart final : public TTimeChart {
   // Does nothing for an index past the list.
   void SetSensorVisible(std::size_t index, bool visible);
   [[nodiscard]] bool IsSensorVisible(std::size_t index) const;
-  // Shows it on another value axis, where those of another unit make room for it. All of this name move; they stay
-  // there from recording to recording, and come first there.
+  // Shows it on another value axis, where those of another unit make room for it. All of this name move; away
+  // from where they belong they stay from recording to recording, come first, and give the axis their colour.
   void MoveSensor(std::size_t index, TSensorAxis axis);
   struct TListed {
     std::size_t index;  // in the list
@@ -96,6 +96,7 @@ class TSensorsChart final : public TTimeChart {
   void PaintSensors(QCPPainter& painter);
   void PaintAlarms(QCPPainter& painter) const;
   [[nodiscard]] QColor InkOf(const TSensorSeries& series) const { return SensorInk(palette(), series.look.colour); }
+  [[nodiscard]] QColor InkOf(TSensorAxis axis) const;
   [[nodiscard]] QPointF PlaceOf(const TSensorSeries& series, const TSensorValue& reading) const;
   // "RH 41.5 %RH"
   [[nodiscard]] TReading ReadingOf(const TSensorSeries& series, const TSensorValue& reading) const;

@@ -40,8 +40,8 @@ void TTimeChart::StepCursors() {
 void TTimeChart::ClearCursors() {
   if (!FCursors[0]) return;
   FCursors = {};
-  unsetCursor();
-  FOverCursor = false;
+  if (FDrag == TDrag::Cursor) EndDrag();
+  if (std::exchange(FOverCursor, false)) unsetCursor();
   RedrawMarks();
 }
 

@@ -216,10 +216,10 @@ void TTimeChart::keyPressEvent(QKeyEvent* event) {
       ResetByUser();
       break;
     case Qt::Key_C:
-      StepCursors();
+      if (!event->isAutoRepeat()) StepCursors();
       break;
     case Qt::Key_S:
-      if (FHasData && FZoomable) emit StatisticsRequested();
+      if (FHasData && FZoomable && !event->isAutoRepeat()) emit StatisticsRequested();
       break;
     case Qt::Key_Plus:
     case Qt::Key_Equal:

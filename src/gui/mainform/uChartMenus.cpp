@@ -90,7 +90,10 @@ void AddSensors(QMenu& menu, TSensorsChart& chart) {
                                                            {TSensorAxis::RightInner, "Right inner axis"},
                                                            {TSensorAxis::RightOuter, "Right outer axis"}};
   for (const TSensorsChart::TListed& sensor : chart.Listed()) {
-    if (sensors->actions().size() == kMostSensors) break;
+    if (sensors->actions().size() == kMostSensors) {
+      sensors->addAction("…")->setEnabled(false);
+      break;
+    }
     QMenu* one = sensors->addMenu(QString(sensor.name).replace('&', "&&"));
     QAction* show = one->addAction(QObject::tr("Show"));
     show->setCheckable(true);
