@@ -2,21 +2,11 @@
 
 #include <fmt/format.h>
 
-#include <cmath>
-
 #include "base/uDateTime.h"
 #include "base/uText.h"
 #include "model/uMissionText.h"
 
 namespace {
-
-// A length of time, to the millisecond.
-std::string DurationText(double days) {
-  const double ms = std::round(days * kMsPerDay);
-  const double wholeDays = std::floor(ms / kMsPerDay);
-  const std::string ofDay = FormatDateTime("hh:nn:ss.zzz", (ms - wholeDays * kMsPerDay) / kMsPerDay);
-  return wholeDays > 0 ? fmt::format("{:.0f} d {}", wholeDays, ofDay) : ofDay;
-}
 
 TFigure Figure(std::string label, std::string text) {
   const bool isBlank = text.find_first_not_of(' ') == std::string::npos;
@@ -68,7 +58,7 @@ std::vector<TFigure> EventFigures(const TMissionSummary& summary, const TEventLi
     figures.push_back(
         Figure("Time span", fmt::format("{} to {} ({})", FormatDateTime(DateTimeMask(), *summary.firstTime),
                                         FormatDateTime(DateTimeMask(), *summary.lastTime),
-                                        DurationText(*summary.lastTime - *summary.firstTime))));
+                                        FormatDuration(*summary.lastTime - *summary.firstTime))));
   }
   return figures;
 }

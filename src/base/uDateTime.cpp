@@ -65,6 +65,13 @@ std::string DateTimeMask() {
   return ShortDateFormat() + " hh:nn:ss";
 }
 
+std::string FormatDuration(double days) {
+  const double ms = std::round(days * kMsPerDay);
+  const double wholeDays = std::floor(ms / kMsPerDay);
+  const std::string ofDay = FormatDateTime("hh:nn:ss.zzz", (ms - wholeDays * kMsPerDay) / kMsPerDay);
+  return wholeDays > 0 ? fmt::format("{:.0f} d {}", wholeDays, ofDay) : ofDay;
+}
+
 std::string FormatDateTime(std::string_view mask, double dateTime) {
   using std::chrono::days;
   const double first = static_cast<double>((kFirstDay - kEpoch).count());

@@ -2,6 +2,13 @@
 
 #include <algorithm>
 
+namespace {
+
+constexpr double kPartOfData = 50;
+constexpr double kLeastLengths = 4;  // of what the band is put around
+
+}  // namespace
+
 TTimeSpan IntervalBand(const TTimeSpan& band, const TTimeSpan& data, const TCalendarStep& interval) {
   const double end = AddStep(band.start, interval, 1);
   if (data.end > end) return {band.start, end};
@@ -30,4 +37,18 @@ TTimeSpan ResizedBand(const TTimeSpan& band, const TTimeSpan& data, bool movesSt
   const double other = std::clamp(movesStart ? band.end : band.start, data.start, data.end);
   if (movesStart) return {std::clamp(to, data.start, std::max(data.start, other - least)), other};
   return {other, std::clamp(to, std::min(data.end, other + least), data.end)};
+}
+
+TTimeSpan BandAround(const TTimeSpan& band, const TTimeSpan& data, double from, double days) {
+  const double all = data.end - data.start;
+  double width = band.end - band.start;
+  if (!(width > 0 && width < all)) width = all / kPartOfData;
+  width = std::min(std::max(width, days * kLeastLengths), all);
+  const double start = std::clamp(from + (days - width) / 2, data.start, std::max(data.start, data.end - width));
+  return {start, std::min(start + width, data.end)};
+}
+
+TTimeSpan BandWithin(const TTimeSpan& band, const TTimeSpan& data) {
+  const TTimeSpan within{std::max(band.start, data.start), std::min(band.end, data.end)};
+  return within.start < within.end ? within : data;
 }

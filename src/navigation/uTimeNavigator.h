@@ -29,3 +29,9 @@ TTimeSpan RewindBand(const TTimeSpan& band, const TTimeSpan& data);
 TTimeSpan DraggedBand(const TTimeSpan& band, const TTimeSpan& data, double days);
 // Moves one end, kept within the data and at least `least` days from the other where the data are that long.
 TTimeSpan ResizedBand(const TTimeSpan& band, const TTimeSpan& data, bool movesStart, double to, double least);
+
+// Around a stretch of time that begins at `from` and lasts `days`: as wide as the band is, or a 50th of the data where
+// the band is all of them, but a few times the stretch; kept within the data.
+TTimeSpan BandAround(const TTimeSpan& band, const TTimeSpan& data, double from, double days);
+// The band as far as the data reach; all of them where it lies beside them.
+TTimeSpan BandWithin(const TTimeSpan& band, const TTimeSpan& data);

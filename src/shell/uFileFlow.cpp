@@ -83,14 +83,18 @@ void TFileFlow::Open(const std::string& fileName) {
 void TFileFlow::Reload() {
   if (Busy() || FFileName.empty()) return;
   std::optional<TKept> kept;
-  if (FileShown())
+  if (FileShown()) {
     kept = {FMission.SelectedEvent,
             FView,
             FMission.Tables.Events.IndexName(),
             FMission.Tables.Sensors.IndexName(),
             FMission.Tables.Battery.IndexName(),
             ClosedDockPanels(FScreen),
-            FScreen.IsVisible("dxDockPanelFilter")};
+            FScreen.IsVisible("dxDockPanelFilter"),
+            FMission.Band};
+    // A recording that has grown is seen whole again.
+    if (FScreen.NavigatorSpan() == kept->band) kept->band.reset();
+  }
   Start(std::string(FFileName), std::move(kept));
 }
 
@@ -286,6 +290,7 @@ void TFileFlow::FileLoadComplete() {
   EnableOpening();
   ShowViewButtons(FScreen);
   NavigatorAll(FMission, FScreen);
+  if (FKept && FKept->band) KeepNavigatorBand(FMission, *FKept->band, FScreen);
   const bool stillThere = FKept && FKept->selectedEvent && *FKept->selectedEvent < FMission.Events.Count();
   SelectEvent(FMission,
               stillThere ? FKept->selectedEvent : VisibleOrFirst(FMission.CLDS, FMission.Tables.MostIntenseEvent),

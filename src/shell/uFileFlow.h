@@ -78,6 +78,7 @@ class TFileFlow {
     std::string sensorsOrder, batteryOrder;
     std::vector<std::string_view> closed;  // dock panels
     bool filterPanel;                      // is open
+    std::optional<TTimeSpan> band;         // of the navigator, unless it was over everything
   };
 
   void AskAndOpen(std::string folder);

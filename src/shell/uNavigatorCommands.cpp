@@ -1,5 +1,9 @@
 #include "shell/uNavigatorCommands.h"
 
+#include <cmath>
+
+#include "base/uDateTime.h"
+
 namespace {
 
 constexpr std::string_view kCharts[] = {"Chart1", "ChartAllSensors", "Chart20"};
@@ -23,6 +27,13 @@ void Step(TShownMission& mission, TTimeSpan (*moved)(const TTimeSpan&, const TTi
   SetBand(mission, moved(mission.Band, *data), screen);
   screen.Repaint("ChartNavigator");
   NavigatorBandResized(mission, screen);
+}
+
+void ZoomTo(TShownMission& mission, double from, double days, IMainScreen& screen) {
+  const auto data = screen.NavigatorSpan();
+  if (!data || !std::isfinite(from)) return;
+  if (!(days > 0 && std::isfinite(days))) days = 0;
+  MoveNavigatorBand(mission, BandAround(mission.Band, *data, from, days), screen);
 }
 
 }  // namespace
@@ -49,6 +60,27 @@ void MoveNavigatorBand(TShownMission& mission, const TTimeSpan& band, IMainScree
   mission.Band = band;
   screen.SetNavigatorBand(band);
   NavigatorBandResized(mission, screen);
+}
+
+void ZoomNavigatorToEvent(TShownMission& mission, std::size_t event, IMainScreen& screen) {
+  if (event >= mission.Events.Count()) return;
+  const TEvent& shown = mission.Events.GetItem(event);
+  const double ms = shown.Count() > 0 ? shown.Values().back().time - shown.GetStartTime() : 0;
+  ZoomTo(mission, DateTimeOf(mission.Events.StartTime, shown.GetStartTime()), ms / kMsPerDay, screen);
+}
+
+void ZoomNavigatorToReading(TShownMission& mission, const TDataset& table, std::size_t row, IMainScreen& screen) {
+  if (const auto time = ReadingTime(table, row)) ZoomTo(mission, *time, 0, screen);
+}
+
+std::optional<double> ReadingTime(const TDataset& table, std::size_t row) {
+  const auto timestamp = table.FindField("Timestamp");
+  if (!timestamp || row >= table.RowCount()) return std::nullopt;
+  return table.DateTime(row, *timestamp);
+}
+
+void KeepNavigatorBand(TShownMission& mission, const TTimeSpan& band, IMainScreen& screen) {
+  if (const auto data = screen.NavigatorSpan()) MoveNavigatorBand(mission, BandWithin(band, *data), screen);
 }
 
 void NavigatorBandResized(const TShownMission& mission, IMainScreen& screen) {

@@ -2,6 +2,8 @@
 // the navigator has no point they do nothing at all.
 #pragma once
 
+#include <cstddef>
+#include <optional>
 #include <string_view>
 
 #include "navigation/uTimeNavigator.h"
@@ -15,6 +17,17 @@ void NavigatorRewind(TShownMission& mission, IMainScreen& screen);
 
 // The user moved or resized the band, or it is set to a span.
 void MoveNavigatorBand(TShownMission& mission, const TTimeSpan& band, IMainScreen& screen);
+
+// The band around an event of the list or a reading: a row of the sensors or the battery table. One that is not there,
+// or has no time, leaves it where it is.
+void ZoomNavigatorToEvent(TShownMission& mission, std::size_t event, IMainScreen& screen);
+void ZoomNavigatorToReading(TShownMission& mission, const TDataset& table, std::size_t row, IMainScreen& screen);
+
+// The date-time of such a row.
+std::optional<double> ReadingTime(const TDataset& table, std::size_t row);
+
+// After a reload: the band as it was, as far as the data still reach.
+void KeepNavigatorBand(TShownMission& mission, const TTimeSpan& band, IMainScreen& screen);
 
 // Applies the band to the charts.
 void NavigatorBandResized(const TShownMission& mission, IMainScreen& screen);

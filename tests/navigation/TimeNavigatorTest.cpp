@@ -63,4 +63,22 @@ TEST(TimeNavigator, DraggingAndResizingStayWithinTheDataInOrder) {
   EXPECT_EQ(ResizedBand({9.9, 10}, data, false, 9, 0.5), (TTimeSpan{9.9, 10}));
 }
 
+TEST(TimeNavigator, ABandAroundAMomentKeepsItsWidthOrTakesAPartOfTheData) {
+  const TTimeSpan data{0, 100};
+  EXPECT_EQ(BandAround({10, 16}, data, 50, 0), (TTimeSpan{47, 53}));
+  EXPECT_EQ(BandAround(data, data, 50, 0), (TTimeSpan{49, 51}));
+  EXPECT_EQ(BandAround({7, 7}, data, 50, 0), (TTimeSpan{49, 51})) << "no width to keep";
+  EXPECT_EQ(BandAround({10, 12}, data, 50, 2), (TTimeSpan{47, 55})) << "four times what lasts 2";
+  EXPECT_EQ(BandAround({10, 12}, data, 0, 50), data) << "never more than the data";
+  EXPECT_EQ(BandAround({10, 16}, data, 1, 0), (TTimeSpan{0, 6}));
+  EXPECT_EQ(BandAround({10, 16}, data, 120, 0), (TTimeSpan{94, 100}));
+}
+
+TEST(TimeNavigator, ABandKeepsWhatOtherDataLeaveOfIt) {
+  EXPECT_EQ(BandWithin({2, 5}, {0, 10}), (TTimeSpan{2, 5}));
+  EXPECT_EQ(BandWithin({2, 5}, {3, 10}), (TTimeSpan{3, 5}));
+  EXPECT_EQ(BandWithin({2, 5}, {0, 4}), (TTimeSpan{2, 4}));
+  EXPECT_EQ(BandWithin({2, 5}, {5, 9}), (TTimeSpan{5, 9})) << "nothing is left";
+}
+
 }  // namespace

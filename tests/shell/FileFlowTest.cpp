@@ -9,6 +9,7 @@
 #include <mutex>
 
 #include "shell/uFilterCommands.h"
+#include "shell/uNavigatorCommands.h"
 #include "shell/uOrderingCommands.h"
 #include "tests/support/uLoggingScreen.h"
 #include "tests/support/uThreeEvents.h"
@@ -323,6 +324,25 @@ TEST_F(FileFlow, ReloadKeepsTheFilterAnOpenSwitchesItOff) {
   FFlow.Reload();
   Finish();
   EXPECT_THAT(FScreen.Said(), HasSubstr("show dxDockPanelFilter; ")) << "the editor was open";
+}
+
+TEST_F(FileFlow, ReloadKeepsTheBandUnlessItWasOverEverything) {
+  FScreen.Data = TTimeSpan{0, 10};
+  Open(FThree);
+  const auto reloadedInto = [this](const TTimeSpan& data) {
+    FFlow.Reload();
+    FScreen.Data = data;
+    Finish();
+    return FFlow.Mission().Band;
+  };
+  EXPECT_EQ(reloadedInto({0, 12}), (TTimeSpan{0, 12}));
+  MoveNavigatorBand(FFlow.Mission(), {3, 7}, FScreen);
+  EXPECT_EQ(reloadedInto({0, 12}), (TTimeSpan{3, 7}));
+  EXPECT_THAT(FScreen.Said(),
+              HasSubstr("Chart20 shows 3-7; unsynced none; companions of 3-7; repaint Chart1; selected"));
+  EXPECT_EQ(reloadedInto({0, 5}), (TTimeSpan{3, 5}));
+  Open(FThree);
+  EXPECT_EQ(FFlow.Mission().Band, (TTimeSpan{0, 5})) << "another recording is seen whole";
 }
 
 TEST_F(FileFlow, ReloadKeepsViewAndSelectionAnOpenDoesNot) {

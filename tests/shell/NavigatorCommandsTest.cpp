@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <utility>
+
+#include "base/uDateTime.h"
 #include "tests/support/uLoggingScreen.h"
 
 namespace {
@@ -64,6 +68,34 @@ TEST_F(NavigatorCommands, SyncAsksWhenTheSettingsWantIt) {
   FScreen.Values["chboxDialogConfirmationsSync"] = false;
   SyncNavigator(FMission, "ChartAllSensors", FScreen);
   EXPECT_EQ(FScreen.Said(), "band 2-3; " + Applied("2-3"));
+}
+
+TEST_F(NavigatorCommands, GoToAnEventOrAReading) {
+  TEventList events;
+  events.StartTime = 2;
+  for (const double day : {1.0, std::nan("")}) {
+    events.NewEvent();
+    events.AddValues(day * kMsPerDay, 1, 0, 0);
+    events.AddValues((day + 0.25) * kMsPerDay, 2, 0, 0);
+  }
+  std::swap(EventList, events);
+  ZoomNavigatorToEvent(FMission, 0, FScreen);
+  EXPECT_EQ(FScreen.Said(), "band 2.625-3.625; " + Applied("2.625-3.625"));
+  ZoomNavigatorToEvent(FMission, 1, FScreen);
+  ZoomNavigatorToEvent(FMission, 2, FScreen);
+  EXPECT_EQ(FScreen.Said(), "") << "without a time, without an event";
+  std::swap(EventList, events);
+
+  TDataset readings;
+  const std::size_t timestamp = readings.AddField("Timestamp", TFieldType::DateTime);
+  readings.Append();
+  readings.SetDateTime(timestamp, 9.75);
+  ZoomNavigatorToReading(FMission, readings, 0, FScreen);
+  EXPECT_EQ(FScreen.Said(), "band 9-10; " + Applied("9-10"));
+  ZoomNavigatorToReading(FMission, readings, 1, FScreen);
+  FScreen.Data.reset();
+  ZoomNavigatorToReading(FMission, readings, 0, FScreen);
+  EXPECT_EQ(FScreen.Said(), "");
 }
 
 }  // namespace

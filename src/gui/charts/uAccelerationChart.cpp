@@ -1,5 +1,7 @@
 #include "gui/charts/uAccelerationChart.h"
 
+#include <utility>
+
 #include "gui/common/uTheme.h"
 
 void TAccelerationChart::SetSeriesVisible(TSeries series, bool visible) {
@@ -11,8 +13,7 @@ void TAccelerationChart::SetSeriesVisible(TSeries series, bool visible) {
 }
 
 void TAccelerationChart::SetColour(TSeries series, const QColor& colour) {
-  FColours[static_cast<std::size_t>(series)] = colour;
-  Restyle();
+  if (std::exchange(FColours[static_cast<std::size_t>(series)], colour) != colour) Restyle();
 }
 
 std::vector<TSeries> TAccelerationChart::VisibleSeries() const {

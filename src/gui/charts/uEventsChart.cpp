@@ -141,13 +141,11 @@ void TEventsChart::SetPointAbsorption(bool on) {
 }
 
 void TEventsChart::SetColour(TSeries series, const QColor& colour) {
-  FColours[static_cast<std::size_t>(series)] = colour;
-  Restyle();
+  if (std::exchange(FColours[static_cast<std::size_t>(series)], colour) != colour) Restyle();
 }
 
 void TEventsChart::SetAlarmLimits(TAlarmLimits limits) {
-  FAlarm = limits;
-  RescaleValues();
+  if (std::exchange(FAlarm, limits) != limits) RescaleValues();
 }
 
 void TEventsChart::SetMasks(TValueMasks masks) {
@@ -306,6 +304,11 @@ std::optional<std::size_t> TEventsChart::PlaceNear(const QPointF& position) cons
   return nearest;
 }
 
+// The foot of a stem is nearest to the line that crosses it.
+std::optional<std::size_t> TEventsChart::PlaceAt(double time) const {
+  return PlaceNear({TimeAxis().coordToPixel(time), static_cast<double>(Rect().rect().bottom())});
+}
+
 void TEventsChart::Clicked(const QPointF& position) {
   // The dots of the first and the last event stand half outside the axes.
   const QRectF reach = QRectF(Rect().rect()).adjusted(-kReach, 0, kReach, 0);
@@ -325,8 +328,7 @@ QString TEventsChart::CursorText(const QPointF& position) const {
 }
 
 std::vector<TTimeChart::TReading> TEventsChart::ReadingsAt(double time) const {
-  // The foot of a stem is nearest to the line that crosses it.
-  const auto place = PlaceNear({TimeAxis().coordToPixel(time), static_cast<double>(Rect().rect().bottom())});
+  const auto place = PlaceAt(time);
   if (!place) return {};
   const QPointF at(TimeAxis().coordToPixel(FTimes[*place]), ValueAxis().coordToPixel(double{FMax[*place]}));
   const QColor text = palette().color(QPalette::Text);

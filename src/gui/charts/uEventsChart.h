@@ -21,6 +21,8 @@ class TEventsChart final : public TTimeChart {
   // Copies what it shows, 17 bytes an event; nothing of the model is kept. Shows the full range, nothing selected.
   void SetEvents(const TEventList& events, const TMissionData& mission);
   void Clear() override;
+  // Of the events that the filter lets through.
+  [[nodiscard]] TRangeTable VisibleStatistics() const override;
   // Events that this mask, by index, does not mark are drawn faintly and answer to no click; an empty mask marks all.
   void SetVisibleEvents(std::vector<bool> visible);
   // By the event's index in the list. An event without a place in time has no marker.
@@ -44,6 +46,8 @@ class TEventsChart final : public TTimeChart {
   void Clicked(const QPointF& position) override;
   [[nodiscard]] QString CursorText(const QPointF& position) const override;
   [[nodiscard]] std::vector<TReading> ReadingsAt(double time) const override;
+  [[nodiscard]] double CursorMoment(double time) const override;
+  [[nodiscard]] std::vector<TReading> DifferencesBetween(double a, double b) const override;
   void ScaleValues() override;
   void Restyle() override;
 
@@ -56,6 +60,8 @@ class TEventsChart final : public TTimeChart {
   // An event's place is that in the order of time.
   [[nodiscard]] std::optional<std::size_t> PlaceOf(std::optional<std::size_t> index) const;
   [[nodiscard]] std::optional<std::size_t> PlaceNear(const QPointF& position) const;
+  // Of the event whose stem stands near a time.
+  [[nodiscard]] std::optional<std::size_t> PlaceAt(double time) const;
   [[nodiscard]] std::size_t IndexOf(std::size_t place) const { return FIndexes.empty() ? place : FIndexes[place]; }
   [[nodiscard]] bool IsVisibleEvent(std::size_t place) const { return FVisible.empty() || FVisible[IndexOf(place)]; }
   void SortByTime();

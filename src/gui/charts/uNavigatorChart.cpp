@@ -16,7 +16,9 @@ namespace {
 constexpr double kGripReach = 5;  // px beside an edge of the band
 constexpr double kLeastBand = 4;  // px
 
-constexpr double kTickHeight = 7;  // px, of the mark of an event
+constexpr double kKeyFactor = 0.8;  // as in the charts that zoom
+constexpr double kKeyStep = 0.1;    // of the band
+constexpr double kTickHeight = 7;   // px, of the mark of an event
 
 void Widen(std::optional<std::pair<double, double>>& range, double time) {
   if (!std::isfinite(time)) return;
@@ -52,6 +54,7 @@ void TNavigatorChart::Clear() {
   FEvents = {};
   FReadings.Clear();
   FExtents.Clear();
+  FSensor.clear();
   FWhat.clear();
   FBand.reset();
   FOutside.reset();
@@ -66,6 +69,7 @@ void TNavigatorChart::SetMission(const TEventList& events, const TSensorList& se
   std::optional<TSpan> range;
   TakeEvents(events, range);
   TakeSensors(sensors, range);
+  TakeChoices();
   SetFullRange(range);
 }
 
@@ -82,7 +86,6 @@ void TNavigatorChart::TakeEvents(const TEventList& events, std::optional<TSpan>&
     std::ranges::stable_sort(FEvents, {}, &TEventTick::time);
   }
   FExtents.Set(FEvents.size(), [this](std::size_t i) { return FEvents[i].peak; });
-  FWhat = tr("Peak acceleration (g)");
 }
 
 void TNavigatorChart::TakeSensors(const TSensorList& sensors, std::optional<TSpan>& range) {
@@ -96,10 +99,32 @@ void TNavigatorChart::TakeSensors(const TSensorList& sensors, std::optional<TSpa
     FReadings = std::move(readings);
     const auto samples = FReadings.Samples();
     FExtents.Set(samples.size(), [samples](std::size_t i) { return samples[i].xvalue; });
-    FLook = LookOf(sensor.Name);
-    FWhat = QtText(sensor.Name);
-    if (!FLook.unit.isEmpty()) FWhat += QString(" (%1)").arg(FLook.unit);
+    FSensor = sensor.Name;
   }
+}
+
+void TNavigatorChart::TakeChoices() {
+  if (FReadings.Samples().empty()) {
+    FUnit = tr("g");
+    FWhat = tr("Peak acceleration (g)");
+    return;
+  }
+  FColour = FChoices.ColourOf(FSensor);
+  FUnit = LookOf(FSensor).unit;
+  FWhat = FChoices.NameOf(FSensor);
+  if (!FUnit.isEmpty()) FWhat += QString(" (%1)").arg(FUnit);
+}
+
+void TNavigatorChart::SetSensorColour(std::string_view sensor, const QColor& colour) {
+  if (!FChoices.SetColour(sensor, colour) || FSensor != sensor) return;
+  TakeChoices();
+  QueueReplot();
+}
+
+void TNavigatorChart::SetSensorNames(std::map<std::string, std::string> names) {
+  if (!FChoices.SetNames(std::move(names))) return;
+  TakeChoices();
+  QueueReplot();
 }
 
 void TNavigatorChart::SetBand(double from, double to) {
@@ -148,7 +173,7 @@ void TNavigatorChart::PaintOverview(QCPPainter& painter) {
     Envelope(
         readings.size(), [readings](std::size_t i) { return readings[i].time; },
         [readings](std::size_t i) { return readings[i].xvalue; }, FExtents, columns, FEnvelope);
-    DrawEnvelope(painter, TimeAxis(), ValueAxis(), FEnvelope, QPen(SensorInk(palette(), FLook.colour), 1.2), FStart,
+    DrawEnvelope(painter, TimeAxis(), ValueAxis(), FEnvelope, QPen(SensorInk(palette(), FColour), 1.2), FStart,
                  1 / kMsPerDay);
   } else {
     Envelope(
@@ -261,5 +286,49 @@ QString TNavigatorChart::CursorText(const QPointF& position) const {
   if (readings.empty()) return {};
   const double ms = (TimeAxis().pixelToCoord(position.x()) - FStart) * kMsPerDay;
   const float value = readings[FReadings.Nearest(ms)].xvalue;
-  return std::isfinite(value) ? QString("%1 %2").arg(Figure(double{value}), FLook.unit).trimmed() : QString();
+  return std::isfinite(value) ? QString("%1 %2").arg(Figure(double{value}), FUnit).trimmed() : QString();
+}
+
+void TNavigatorChart::keyPressEvent(QKeyEvent* event) {
+  if (!FBand || !HasData() || event->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) {
+    return TTimeChart::keyPressEvent(event);
+  }
+  const TTimeSpan data{FullRange().first, FullRange().second};
+  const double all = data.end - data.start;
+  const TTimeSpan band{FBand->first, FBand->second};
+  const double width = band.end - band.start;
+  const auto resized = [&](double factor) {
+    const double least = kLeastBand * all / std::max(1, Rect().width());
+    const double half = std::max(width * factor, least) / 2;
+    const double middle = (band.start + band.end) / 2;
+    return BandWithin({middle - half, middle + half}, data);
+  };
+  TTimeSpan now = band;
+  switch (event->key()) {
+    case Qt::Key_F:
+      now = data;
+      break;
+    case Qt::Key_Plus:
+    case Qt::Key_Equal:
+      now = resized(kKeyFactor);
+      break;
+    case Qt::Key_Minus:
+      now = resized(1 / kKeyFactor);
+      break;
+    case Qt::Key_Left:
+      now = DraggedBand(band, data, -width * kKeyStep);
+      break;
+    case Qt::Key_Right:
+      now = DraggedBand(band, data, width * kKeyStep);
+      break;
+    case Qt::Key_Home:
+      now = DraggedBand(band, data, -all);
+      break;
+    case Qt::Key_End:
+      now = DraggedBand(band, data, all);
+      break;
+    default:
+      return TTimeChart::keyPressEvent(event);
+  }
+  if (now != band) emit BandMoved(now.start, now.end);
 }

@@ -1,7 +1,10 @@
 // The whole recording at a glance, and what of it the other charts show. Main thread only.
 #pragma once
 
+#include <map>
 #include <optional>
+#include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -21,6 +24,10 @@ class TNavigatorChart final : public TTimeChart {
   // the first sensor that has any until Clear or the next call. The band goes.
   void SetMission(const TEventList& events, const TSensorList& sensors);
   void Clear() override;
+
+  // By the sensor's name in the list, as in the sensors chart.
+  void SetSensorColour(std::string_view sensor, const QColor& colour);
+  void SetSensorNames(std::map<std::string, std::string> names);
 
   // From the first to the last time; nothing without a point.
   [[nodiscard]] std::optional<std::pair<double, double>> DataSpan() const;
@@ -42,6 +49,8 @@ class TNavigatorChart final : public TTimeChart {
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
+  // The band as the other charts' view: moved, resized, over everything.
+  void keyPressEvent(QKeyEvent* event) override;
   [[nodiscard]] QString CursorText(const QPointF& position) const override;
   void ScaleValues() override;
 
@@ -53,6 +62,7 @@ class TNavigatorChart final : public TTimeChart {
   void MoveGrip(double time);
   void TakeEvents(const TEventList& events, std::optional<TSpan>& range);
   void TakeSensors(const TSensorList& sensors, std::optional<TSpan>& range);
+  void TakeChoices();
   void PaintOverview(QCPPainter& painter);
   void PaintEventTicks(QCPPainter& painter);
   void PaintBand(QCPPainter& painter) const;
@@ -65,7 +75,10 @@ class TNavigatorChart final : public TTimeChart {
   TInTimeOrder<TSensorValue> FReadings;  // of the sensor that is drawn
   TExtents FExtents;                     // of the readings, without one of the peaks
   double FStart = 0;                     // the mission's, a date-time
-  TSensorLook FLook;
+  std::string FSensor;                   // its name in the list
+  TSensorChoices FChoices;
+  QColor FColour;
+  QString FUnit;
   QString FWhat;  // what is drawn, and its unit
   std::optional<TSpan> FBand, FOutside, FUnsynced;
   TGrip FGrip = TGrip::None;              // held by the mouse

@@ -138,8 +138,7 @@ void TSelectedEventChart::FindIntervals(const TEvent& event) {
 }
 
 void TSelectedEventChart::SetAlarmLimits(TAlarmLimits limits) {
-  FAlarm = limits;
-  RescaleValues();
+  if (std::exchange(FAlarm, limits) != limits) RescaleValues();
 }
 
 void TSelectedEventChart::SetMasks(TValueMasks masks) {
@@ -252,6 +251,7 @@ void TSelectedEventChart::PaintPeak(QCPPainter& painter) const {
 }
 
 QString TSelectedEventChart::MomentText(double time) const {
+  if (Samples().empty()) return {};
   return tr("%1 ms").arg(QtText(MaskFloat(FMasks.time, Samples()[NearestSample(time)].time - FStart)));
 }
 

@@ -23,6 +23,8 @@ class TSelectedEventChart final : public TAccelerationChart {
   // Borrows the event's samples until Clear or the next call; an index past the list clears. Shows the whole event.
   void ShowEvent(const TEventList& events, std::size_t index, const TMissionData& mission);
   void Clear() override;
+  // Of the visible series, as they are drawn.
+  [[nodiscard]] TRangeTable VisibleStatistics() const override;
   void RefreshLabels() override;
   // Shows the filtered curves of the event instead of the recorded ones, as many points as the filter gives. The peak
   // in the title and the shaded intervals stay those of the recorded samples.
@@ -61,6 +63,10 @@ class TSelectedEventChart final : public TAccelerationChart {
   [[nodiscard]] std::optional<TReading> NearestTo(const QPointF& position) const override;
   // Of the sample that is read there.
   [[nodiscard]] QString MomentText(double time) const override;
+  // A cursor stands on a sample.
+  [[nodiscard]] double CursorMoment(double time) const override;
+  [[nodiscard]] QStringList SpanTexts(double span) const override;
+  [[nodiscard]] std::vector<TReading> DifferencesBetween(double a, double b) const override;
   void ScaleValues() override;
 
  private:

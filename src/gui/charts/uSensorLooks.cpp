@@ -1,6 +1,7 @@
 #include "gui/charts/uSensorLooks.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
@@ -26,6 +27,7 @@ constexpr TRow kRows[] = {
 };
 constexpr int kDarkShade = 160;  // HSV value of the dark twin of a bright colour
 constexpr int kLighter = 135;    // percent
+constexpr qsizetype kLongestName = 60;
 constexpr TRow kUnknown = {"", 0x808080, TSensorAxis::LeftInner, "unknown"};
 
 }  // namespace
@@ -37,6 +39,27 @@ TSensorLook LookOf(std::string_view sensorName) {
   const QString unit = channel == std::end(kKnownChannels) ? QString() : QtText(channel->unit);
   return {QColor(row.colour), row.axis, static_cast<int>(found - kRows), unit,
           row.scale.empty() ? unit : QtText(row.scale)};
+}
+
+bool TSensorChoices::SetColour(std::string_view sensor, const QColor& colour) {
+  return std::exchange(FColours[std::string(sensor)], colour) != colour;
+}
+
+bool TSensorChoices::SetNames(std::map<std::string, std::string> names) {
+  if (names == FNames) return false;
+  FNames = std::move(names);
+  return true;
+}
+
+QColor TSensorChoices::ColourOf(const std::string& sensor) const {
+  const auto found = FColours.find(sensor);
+  return found == FColours.end() ? LookOf(sensor).colour : found->second;
+}
+
+QString TSensorChoices::NameOf(const std::string& sensor) const {
+  const auto found = FNames.find(sensor);
+  const QString name = found == FNames.end() ? QString() : ShownText(found->second, kLongestName).trimmed();
+  return name.isEmpty() ? ShownText(sensor, kLongestName) : name;
 }
 
 QColor SensorInk(const QPalette& palette, const QColor& colour) {

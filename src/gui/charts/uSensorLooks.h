@@ -6,6 +6,8 @@
 #include <QString>
 #include <array>
 #include <cstddef>
+#include <map>
+#include <string>
 #include <string_view>
 
 enum class TSensorAxis { LeftInner, LeftOuter, RightInner, RightOuter };
@@ -20,6 +22,22 @@ struct TSensorLook {
 };
 
 TSensorLook LookOf(std::string_view sensorName);
+
+// What people chose for sensors, by the names in a recording; it stays from recording to recording.
+class TSensorChoices {
+ public:
+  // False when it is the choice already.
+  bool SetColour(std::string_view sensor, const QColor& colour);
+  // UTF-8; a sensor without a name, or with an empty one, goes by its own.
+  bool SetNames(std::map<std::string, std::string> names);
+
+  [[nodiscard]] QColor ColourOf(const std::string& sensor) const;
+  [[nodiscard]] QString NameOf(const std::string& sensor) const;
+
+ private:
+  std::map<std::string, QColor> FColours;
+  std::map<std::string, std::string> FNames;
+};
 
 // The colours of the four value axes, on light ground.
 inline const std::array<QColor, kSensorAxisCount> kSensorAxisColours = {QColor(0x000000U), QColor(0xFF0000U),

@@ -14,8 +14,8 @@ namespace {
 
 constexpr double kLineWidth = 1.2;
 constexpr std::size_t kMostCursorValues = 12;
-constexpr qsizetype kLongestName = 60;
-constexpr int kAxisGap = 8;  // px between an inner and an outer axis
+constexpr int kMovedRank = -1;  // before all others
+constexpr int kAxisGap = 8;     // px between an inner and an outer axis
 // The axis whose ticks the horizontal grid lines follow is the first of these that is drawn.
 constexpr TSensorAxis kGridOrder[] = {TSensorAxis::LeftOuter, TSensorAxis::LeftInner, TSensorAxis::RightInner,
                                       TSensorAxis::RightOuter};
@@ -27,6 +27,7 @@ TSensorsChart::TSensorsChart(QWidget* parent) : TTimeChart(TAxisUnit::Days, pare
   SetNothing(tr("No sensor readings"));
   FAxes[static_cast<std::size_t>(TSensorAxis::LeftInner)] = &ValueAxis();
   new TPainted(&Rect(), "main", [this](QCPPainter& painter) { PaintSensors(painter); });
+  new TPainted(&Rect(), "marks", [this](QCPPainter& painter) { PaintHovered(painter); });
   Restyle();
   Clear();
 }
@@ -48,6 +49,7 @@ void TSensorsChart::PrepareExtraAxes() {
 void TSensorsChart::Clear() {
   FSeries.clear();
   FListed.clear();
+  FHovered.reset();
   FillLegend();
   SetFullRange(std::nullopt);
   SetUpAxes();
@@ -68,7 +70,7 @@ void TSensorsChart::SetSensors(const TSensorList& sensors, double startTime) {
     FListed.push_back(FSeries.size() - 1);
   }
   TakeNamesAndColours();
-  ChooseVisible();
+  for (std::size_t axis = 0; axis < kSensorAxisCount; ++axis) ChooseVisible(static_cast<TSensorAxis>(axis));
   FillLegend();
   SetFullRange(range);
   SetUpAxes();
@@ -77,7 +79,7 @@ void TSensorsChart::SetSensors(const TSensorList& sensors, double startTime) {
 TSensorsChart::TSensorSeries TSensorsChart::MakeSeries(const TSensor& sensor) const {
   TSensorSeries series;
   series.sensor = sensor.Name;
-  series.look = LookOf(sensor.Name);
+  series.look = PlacedLook(sensor.Name);
   series.readings.Set(sensor.Values());
   const auto readings = series.readings.Samples();
   series.extents.Set(readings.size(), [readings](std::size_t i) { return readings[i].xvalue; });
@@ -85,33 +87,80 @@ TSensorsChart::TSensorSeries TSensorsChart::MakeSeries(const TSensor& sensor) co
   return series;
 }
 
-void TSensorsChart::ChooseVisible() {
+TSensorLook TSensorsChart::PlacedLook(const std::string& sensor) const {
+  TSensorLook look = LookOf(sensor);
+  const auto moved = FMoved.find(sensor);
+  if (moved == FMoved.end()) return look;
+  look.axis = moved->second;
+  look.rank = kMovedRank;
+  return look;
+}
+
+void TSensorsChart::ChooseVisible(TSensorAxis axis) {
   int least = std::numeric_limits<int>::max();
   QString scale;  // of the sensor with that rank
   for (const TSensorSeries& series : FSeries) {
-    if (series.look.axis != TSensorAxis::LeftInner || series.readings.Samples().empty()) continue;
+    if (series.look.axis != axis || series.readings.Samples().empty()) continue;
     if (series.look.rank >= least) continue;
     least = series.look.rank;
     scale = series.look.scale;
   }
   std::set<std::string_view> shown;  // of several sensors of one name the first is enough to start with
   for (TSensorSeries& series : FSeries) {
-    const bool fits = series.look.axis != TSensorAxis::LeftInner || series.look.scale == scale;
-    series.visible = fits && !series.readings.Samples().empty() && !shown.contains(series.sensor);
+    if (series.look.axis != axis) continue;
+    series.visible = series.look.scale == scale && !series.readings.Samples().empty() && !shown.contains(series.sensor);
     if (series.visible) shown.insert(series.sensor);
   }
 }
 
 void TSensorsChart::SetSensorVisible(std::size_t index, bool visible) {
   if (index >= FSeries.size() || FSeries[index].visible == visible) return;
-  TSensorSeries& chosen = FSeries[index];
-  chosen.visible = visible;
-  for (TSensorSeries& other : FSeries) {
-    if (visible && other.look.axis == chosen.look.axis && other.look.scale != chosen.look.scale) other.visible = false;
-  }
-  ScaleAxis(chosen.look.axis);
+  FSeries[index].visible = visible;
+  if (visible) ShowAlone(FSeries[index]);
+  ScaleAxis(FSeries[index].look.axis);
   FillLegend();
   SetUpAxes();
+}
+
+// An axis has one scale.
+void TSensorsChart::ShowAlone(const TSensorSeries& chosen) {
+  for (TSensorSeries& other : FSeries) {
+    if (other.look.axis == chosen.look.axis && other.look.scale != chosen.look.scale) other.visible = false;
+  }
+}
+
+void TSensorsChart::MoveSensor(std::size_t index, TSensorAxis axis) {
+  if (index >= FSeries.size()) return;
+  PrepareExtraAxes();
+  TSensorSeries& chosen = FSeries[index];
+  const TSensorAxis before = chosen.look.axis;
+  FMoved[chosen.sensor] = axis;
+  if (LookOf(chosen.sensor).axis == axis) FMoved.erase(chosen.sensor);
+  for (TSensorSeries& series : FSeries) {
+    if (series.sensor == chosen.sensor) series.look = PlacedLook(series.sensor);
+  }
+  TakeNamesAndColours();
+  chosen.visible = !chosen.readings.Samples().empty();
+  if (chosen.visible) ShowAlone(chosen);
+  ScaleAxis(before);
+  ScaleAxis(axis);
+  FillLegend();
+  SetUpAxes();
+}
+
+std::vector<TSensorsChart::TListed> TSensorsChart::Listed() const {
+  std::vector<TListed> listed;
+  for (const std::size_t index : FListed) {
+    const TSensorSeries& series = FSeries[index];
+    listed.push_back({index, series.name, series.visible, series.look.axis});
+  }
+  return listed;
+}
+
+void TSensorsChart::SetHoveredTime(std::optional<double> time) {
+  if (FHovered == time) return;
+  FHovered = time;
+  RedrawMarks();
 }
 
 bool TSensorsChart::IsSensorVisible(std::size_t index) const {
@@ -119,35 +168,32 @@ bool TSensorsChart::IsSensorVisible(std::size_t index) const {
 }
 
 void TSensorsChart::SetSensorColour(std::string_view sensor, const QColor& colour) {
-  FColours[std::string(sensor)] = colour;
+  if (!FChoices.SetColour(sensor, colour)) return;
   TakeNamesAndColours();
   Restyle();
 }
 
 void TSensorsChart::SetSensorNames(std::map<std::string, std::string> names) {
-  FNames = std::move(names);
+  if (!FChoices.SetNames(std::move(names))) return;
   TakeNamesAndColours();
   Restyle();
 }
 
 void TSensorsChart::TakeNamesAndColours() {
   for (TSensorSeries& series : FSeries) {
-    const auto name = FNames.find(series.sensor);
-    series.name = name == FNames.end() ? QString() : ShownText(name->second, kLongestName).trimmed();
-    if (series.name.isEmpty()) series.name = ShownText(series.sensor, kLongestName);
-    const auto colour = FColours.find(series.sensor);
-    if (colour != FColours.end()) series.look.colour = colour->second;
+    series.name = FChoices.NameOf(series.sensor);
+    series.look.colour = FChoices.ColourOf(series.sensor);
   }
 }
 
 void TSensorsChart::SetAlarmLimits(std::map<std::string, std::pair<double, double>> limits) {
+  if (FAlarms == limits) return;
   FAlarms = std::move(limits);
   QueueReplot();
 }
 
 void TSensorsChart::SetAxisColour(TSensorAxis axis, const QColor& colour) {
-  FAxisColours[static_cast<std::size_t>(axis)] = colour;
-  SetUpAxes();
+  if (std::exchange(FAxisColours[static_cast<std::size_t>(axis)], colour) != colour) SetUpAxes();
 }
 
 void TSensorsChart::SetAxisLocked(TSensorAxis axis, bool locked) {
@@ -177,7 +223,7 @@ void TSensorsChart::SetUpAxes() {
     FAxes[i]->setVisible(std::ranges::any_of(FSeries, [i](const TSensorSeries& series) {
       return series.visible && series.look.axis == static_cast<TSensorAxis>(i);
     }));
-    StyleAxis(*FAxes[i], SensorInk(palette(), FAxisColours[i]));
+    StyleAxis(*FAxes[i], InkOf(static_cast<TSensorAxis>(i)));
   }
   bool taken = false;
   for (const TSensorAxis axis : kGridOrder) {
@@ -188,6 +234,20 @@ void TSensorsChart::SetUpAxes() {
     taken = taken || drawn->visible();
   }
   QueueReplot();
+}
+
+// The settings give an axis its colour; one that moved sensors have to themselves takes theirs.
+QColor TSensorsChart::InkOf(TSensorAxis axis) const {
+  const TSensorSeries* moved = nullptr;
+  for (const TSensorSeries& series : FSeries) {
+    if (!series.visible || series.look.axis != axis) continue;
+    if (series.look.rank != kMovedRank) {
+      moved = nullptr;
+      break;
+    }
+    if (moved == nullptr) moved = &series;
+  }
+  return moved ? InkOf(*moved) : SensorInk(palette(), FAxisColours[static_cast<std::size_t>(axis)]);
 }
 
 void TSensorsChart::Restyle() {
@@ -266,6 +326,15 @@ void TSensorsChart::PaintAlarms(QCPPainter& painter) const {
     draw(limits->second.second, Qt::AlignTop);
     draw(limits->second.first, Qt::AlignBottom);
   }
+}
+
+void TSensorsChart::PaintHovered(QCPPainter& painter) const {
+  const QRect rect = Rect().rect();
+  const double x = FHovered ? TimeAxis().coordToPixel(*FHovered) : -1;
+  if (!HasData() || !(x >= rect.left() - 1 && x <= rect.right() + 1)) return;
+  painter.setAntialiasing(false);
+  painter.setPen(QPen(palette().color(QPalette::Highlight), 1, Qt::DotLine));
+  painter.drawLine(QPointF(x, rect.top()), QPointF(x, rect.bottom()));
 }
 
 void TSensorsChart::Clicked(const QPointF& position) {

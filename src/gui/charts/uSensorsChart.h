@@ -31,11 +31,26 @@ class TSensorsChart final : public TTimeChart {
   // range; of the sensors that would need another unit on the left inner axis only the first is visible.
   void SetSensors(const TSensorList& sensors, double startTime);
   void Clear() override;
+  // Of the visible sensors, each reading weighing the same.
+  [[nodiscard]] TRangeTable VisibleStatistics() const override;
 
   // By the sensor's index in the list. One that comes into view on an axis of another unit hides the others there.
   // Does nothing for an index past the list.
   void SetSensorVisible(std::size_t index, bool visible);
   [[nodiscard]] bool IsSensorVisible(std::size_t index) const;
+  // Shows it on another value axis, where those of another unit make room for it. All of this name move; away
+  // from where they belong they stay from recording to recording, come first, and give the axis their colour.
+  void MoveSensor(std::size_t index, TSensorAxis axis);
+  struct TListed {
+    std::size_t index;  // in the list
+    QString name;
+    bool visible;
+    TSensorAxis axis;
+  };
+  // The sensors with readings, as the legend names them.
+  [[nodiscard]] std::vector<TListed> Listed() const;
+  // Marks a moment, a date-time.
+  void SetHoveredTime(std::optional<double> time);
 
   // By the sensor's name in the list, "Temperature", "A1" …; these stay from recording to recording.
   void SetSensorColour(std::string_view sensor, const QColor& colour);
@@ -54,6 +69,7 @@ class TSensorsChart final : public TTimeChart {
   void Clicked(const QPointF& position) override;
   [[nodiscard]] std::vector<TReading> ReadingsAt(double time) const override;
   [[nodiscard]] std::optional<TReading> NearestTo(const QPointF& position) const override;
+  [[nodiscard]] std::vector<TReading> DifferencesBetween(double a, double b) const override;
   void ScaleValues() override;
   void Restyle() override;
   void Prepare() override;
@@ -70,13 +86,17 @@ class TSensorsChart final : public TTimeChart {
   };
 
   TSensorSeries MakeSeries(const TSensor& sensor) const;
-  void ChooseVisible();
+  [[nodiscard]] TSensorLook PlacedLook(const std::string& sensor) const;
+  void ChooseVisible(TSensorAxis axis);
+  void ShowAlone(const TSensorSeries& chosen);
+  void PaintHovered(QCPPainter& painter) const;
   void ScaleAxis(TSensorAxis axis);
   void FillLegend();
   void TakeNamesAndColours();
   void PaintSensors(QCPPainter& painter);
   void PaintAlarms(QCPPainter& painter) const;
   [[nodiscard]] QColor InkOf(const TSensorSeries& series) const { return SensorInk(palette(), series.look.colour); }
+  [[nodiscard]] QColor InkOf(TSensorAxis axis) const;
   [[nodiscard]] QPointF PlaceOf(const TSensorSeries& series, const TSensorValue& reading) const;
   // "RH 41.5 %RH"
   [[nodiscard]] TReading ReadingOf(const TSensorSeries& series, const TSensorValue& reading) const;
@@ -86,11 +106,12 @@ class TSensorsChart final : public TTimeChart {
 
   std::array<QCPAxis*, kSensorAxisCount> FAxes{};
   std::array<QColor, kSensorAxisCount> FAxisColours = kSensorAxisColours;
-  std::map<std::string, QColor, std::less<>> FColours;  // those that were set
-  std::map<std::string, std::string> FNames;
+  TSensorChoices FChoices;
+  std::map<std::string, TSensorAxis> FMoved;  // by the user
   std::map<std::string, std::pair<double, double>> FAlarms;
   double FStart = 0;
   std::vector<TSensorSeries> FSeries;     // as in the list
   std::vector<std::size_t> FListed;       // the sensor of each legend entry
+  std::optional<double> FHovered;         // a date-time
   std::vector<TEnvelopePoint> FEnvelope;  // of a replot, kept for its memory
 };

@@ -28,17 +28,17 @@ QString AxisTitle(TSpectrumType type) {
   return QObject::tr("Level (dB re 1 g)");
 }
 
-QString UnitOf(TSpectrumType type) {
-  constexpr const char* kUnits[] = {"g", "g²", "g²/Hz", "dB"};
-  return QString::fromUtf8(kUnits[static_cast<std::size_t>(type)]);
-}
-
 // Lines differ by many powers of ten.
 QString Digits(double value) {
   return std::isfinite(value) ? QString::number(value, 'g', 4) : QString("–");
 }
 
 }  // namespace
+
+QString TSpectrumChart::UnitOf(TSpectrumType type) {
+  constexpr const char* kUnits[] = {"g", "g²", "g²/Hz", "dB"};
+  return QString::fromUtf8(kUnits[static_cast<std::size_t>(type)]);
+}
 
 TSpectrumChart::TSpectrumChart(QWidget* parent) : TAccelerationChart(TAxisUnit::Hertz, parent) {
   setObjectName("chartSpecAnalysis");
@@ -213,6 +213,7 @@ void TSpectrumChart::PaintColumns(QCPPainter& painter, std::size_t begin, std::s
 }
 
 QString TSpectrumChart::MomentText(double hertz) const {
+  if (FSpectrum.lines.empty()) return {};
   return tr("%1 Hz").arg(Digits(FSpectrum.lines[LineAt(hertz)].hertz));
 }
 

@@ -22,6 +22,8 @@ class TSpectrumChart final : public TAccelerationChart {
   void SetType(TSpectrumType type);
   void SetWindow(TWeightingWindow window);
 
+  // Of the lines of the visible series.
+  [[nodiscard]] TRangeTable VisibleStatistics() const override;
   // What is shown.
   [[nodiscard]] const TSpectrum& Spectrum() const { return FSpectrum; }
 
@@ -30,6 +32,10 @@ class TSpectrumChart final : public TAccelerationChart {
   [[nodiscard]] std::optional<TReading> NearestTo(const QPointF& position) const override;
   // Of the line that is read there.
   [[nodiscard]] QString MomentText(double hertz) const override;
+  // A cursor stands on a line.
+  [[nodiscard]] double CursorMoment(double hertz) const override;
+  [[nodiscard]] QStringList SpanTexts(double span) const override;
+  [[nodiscard]] std::vector<TReading> DifferencesBetween(double a, double b) const override;
   void ScaleValues() override;
   void SeriesChanged() override;
   void showEvent(QShowEvent* event) override;
@@ -46,6 +52,7 @@ class TSpectrumChart final : public TAccelerationChart {
   static constexpr std::array<TBarSeries, kSeriesCount> kBars = {barSerSpecAnX, barSerSpecAnY, barSerSpecAnZ,
                                                                  barSerSpecAnTotal};
 
+  static QString UnitOf(TSpectrumType type);
   // Computes the spectrum anew, or once the chart is in sight.
   void Calculate();
   void ShowTitle();

@@ -61,14 +61,20 @@ TTimeChart::TTimeChart(TAxisUnit unit, QWidget* parent) : QCustomPlot(parent), F
   }
   SetSideMargins(0, 0);
   new TPainted(FRect, "grid", [this](QCPPainter& painter) { PaintGround(painter); });
-  new TPainted(FRect, "marks", [this](QCPPainter& painter) { PaintPointed(painter); });
+  new TPainted(FRect, "marks", [this](QCPPainter& painter) {
+    PaintPointed(painter);
+    PaintCursors(painter);
+  });
 
   setNoAntialiasingOnDrag(false);
   setFocusPolicy(Qt::StrongFocus);
   setMinimumSize(80, 60);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-  connect(this, &QCustomPlot::beforeReplot, this, [this] { Prepare(); });
-  connect(this, &QCustomPlot::afterReplot, this, &TTimeChart::Laid);
+  connect(this, &QCustomPlot::beforeReplot, this, &TTimeChart::LayOut);
+  connect(this, &QCustomPlot::afterReplot, this, [this] {
+    FStale = false;
+    TellMargins();
+  });
 }
 
 void TTimeChart::SetTimeRange(double from, double to) {
@@ -125,6 +131,12 @@ void TTimeChart::SetSideMargins(int left, int right) {
   const QMargins margins(std::max(left, 12), 6, std::max(right, 14), 4);
   if (FRect->minimumMargins() == margins) return;
   FRect->setMinimumMargins(margins);
+  // Ticks that need as much room have it already.
+  const QMargins now = FRect->margins();
+  if (std::max(margins.left(), NeededLeftMargin()) == now.left() &&
+      std::max(margins.right(), NeededRightMargin()) == now.right()) {
+    return;
+  }
   QueueReplot();
 }
 
@@ -149,7 +161,8 @@ void TTimeChart::SetFullRange(std::optional<std::pair<double, double>> range) {
     axis->setTickLabels(FHasData);
   }
   for (const QCPAxis* axis : {FTimeAxis, FValueAxis}) axis->grid()->setVisible(FHasData);
-  FPinned = FPinnedBefore = std::nullopt;
+  FPinned = FPinnedBefore = FAsked = std::nullopt;
+  FCursors = {};
   EndDrag();
   ResetZoom();
 }
@@ -173,12 +186,20 @@ void TTimeChart::RedrawMarks() {
   }
 }
 
-void TTimeChart::Laid() {
-  FStale = false;
-  // Ticks are chosen by the margins of the layout before; when these were others they are chosen again.
-  const QMargins margins = FRect->margins();
-  if (margins.left() != FLaidMargins.left() || margins.right() != FLaidMargins.right()) QueueReplot();
-  FLaidMargins = margins;
+// Ticks are chosen by the layout before, and their labels decide the margins of this one, which a neighbour may widen:
+// so it is laid out until the margins stay, and once more by the base for the picture.
+void TTimeChart::LayOut() {
+  constexpr int kMostRounds = 3;
+  Prepare();
+  for (int round = 0; round < kMostRounds; ++round) {
+    const std::pair before(FRect->margins(), FRect->minimumMargins());
+    updateLayout();
+    TellMargins();
+    if (std::pair(FRect->margins(), FRect->minimumMargins()) == before) break;
+  }
+}
+
+void TTimeChart::TellMargins() {
   const std::pair needed(NeededLeftMargin(), NeededRightMargin());
   if (needed == FTold) return;
   FTold = needed;

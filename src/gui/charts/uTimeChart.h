@@ -8,6 +8,7 @@
 
 #include <qcustomplot.h>
 
+#include <array>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -18,6 +19,14 @@
 enum class TAxisUnit { Days, Milliseconds, Hertz };
 
 class TChartRect;
+
+// What a chart shows of its data, in numbers.
+struct TRangeTable {
+  QString span;  // of time, in words
+  QStringList titles;
+  int words;  // columns of words, the first ones; the others are numbers
+  std::vector<QStringList> rows;
+};
 
 class TTimeChart : public QCustomPlot {
   Q_OBJECT
@@ -45,6 +54,10 @@ class TTimeChart : public QCustomPlot {
   void ZoomTime(double factor, double about);
   // By a part of what is in sight.
   void PanTime(double part);
+  // The user's key F and double-click.
+  void ResetByUser();
+  // Statistics of what is in sight, computed when asked for; no rows without data.
+  [[nodiscard]] virtual TRangeTable VisibleStatistics() const { return {}; }
   // Follows a change of the program's date format.
   virtual void RefreshLabels() { QueueReplot(); }
 
@@ -62,6 +75,17 @@ class TTimeChart : public QCustomPlot {
   // What is drawn, as large as on the screen and dark on white.
   [[nodiscard]] QImage Picture();
 
+  // The lines A and B, to measure between: their times, while they are set. Other data take them away.
+  using TCursors = std::array<std::optional<double>, 2>;
+  [[nodiscard]] const TCursors& Cursors() const { return FCursors; }
+  // Sets A, then B, then takes both away. They are set at the pointer, where a menu was asked for, or at the clicked
+  // indicator; else a third and two thirds into the view.
+  void StepCursors();
+  void ClearCursors();
+
+  [[nodiscard]] bool HasData() const { return FHasData; }
+  [[nodiscard]] TAxisUnit Unit() const { return FUnit; }
+
   // px between the widget's edge and the axis rect that the axes take; known after the first replot.
   [[nodiscard]] int NeededLeftMargin() const;
   [[nodiscard]] int NeededRightMargin() const;
@@ -78,6 +102,9 @@ class TTimeChart : public QCustomPlot {
   void NeededMarginsChanged();
   // The user moved the indicator.
   void IndicatorMoved(double time);
+  // The user asked for a context menu, in coordinates of the screen; never in the midst of a drag.
+  void MenuRequested(const QPoint& at);
+  void StatisticsRequested();
 
  protected:
   // What one series says at one place.
@@ -95,6 +122,11 @@ class TTimeChart : public QCustomPlot {
   [[nodiscard]] virtual std::vector<TReading> ReadingsAt(double /*time*/) const { return {}; }
   // The sample nearest to a position, by its distance on the screen.
   [[nodiscard]] virtual std::optional<TReading> NearestTo(const QPointF& /*position*/) const { return std::nullopt; }
+  // Where a cursor stands that is put at this time.
+  [[nodiscard]] virtual double CursorMoment(double time) const { return time; }
+  // From A to B: the length of time in words, and what each visible series changes by.
+  [[nodiscard]] virtual QStringList SpanTexts(double span) const;
+  [[nodiscard]] virtual std::vector<TReading> DifferencesBetween(double /*a*/, double /*b*/) const { return {}; }
   // The moment of an axis coordinate in the program's date format, with as many decimals as the view tells apart.
   [[nodiscard]] virtual QString MomentText(double time) const;
   // The value axes back to the range of the data.
@@ -107,7 +139,6 @@ class TTimeChart : public QCustomPlot {
   // Sets the span of the data and shows it. Without one the chart is empty and shows `nothing`.
   void SetFullRange(std::optional<std::pair<double, double>> range);
   void SetNothing(const QString& words) { FNothing = words; }
-  [[nodiscard]] bool HasData() const { return FHasData; }
   // Zoom and pan by the user; on until turned off.
   void SetZoomable(bool on) { FZoomable = on; }
   void QueueReplot();
@@ -145,12 +176,14 @@ class TTimeChart : public QCustomPlot {
   void wheelEvent(QWheelEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void keyReleaseEvent(QKeyEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
 
  private:
-  enum class TDrag { None, Span, Pan };
+  enum class TDrag { None, Span, Pan, Cursor };
 
   void PaintGround(QCPPainter& painter) const;
-  void Laid();
+  void LayOut();
+  void TellMargins();
   void ApplyRange(double from, double to);
   void UserRange(double from, double to);
   [[nodiscard]] bool IsLocked(const QCPAxis& axis) const { return FLocked.contains(&axis); }
@@ -158,7 +191,6 @@ class TTimeChart : public QCustomPlot {
   void PanValues(double part);
   void DragPan(const QPointF& position);
   void EndDrag();
-  void ResetByUser();
   // The drag is long enough to zoom.
   [[nodiscard]] bool HasDragSpan() const;
   void TellCursor(const QPointF& position);
@@ -169,6 +201,15 @@ class TTimeChart : public QCustomPlot {
   void PaintPointed(QCPPainter& painter) const;
   // Gives the box of its words.
   QRectF PaintIndicator(QCPPainter& painter, double time) const;
+  [[nodiscard]] std::optional<std::size_t> CursorAt(const QPointF& position) const;
+  [[nodiscard]] bool TakeCursor(const QPointF& position);
+  void DragCursor(double time);
+  // The pointer says where a cursor can be taken.
+  void PointAtCursor(const QPointF& position);
+  void TellCursors();
+  [[nodiscard]] std::vector<TReading> Measured() const;
+  void PaintCursors(QCPPainter& painter) const;
+  void PaintMeasured(QCPPainter& painter, double beside) const;
   [[nodiscard]] double MomentAt(const QPointF& position) const;
   [[nodiscard]] QCPAxis* ValueAxisAt(const QPointF& position) const;
   [[nodiscard]] double LeastSpan(double about) const;
@@ -188,7 +229,11 @@ class TTimeChart : public QCustomPlot {
   bool FIndicator = false, FIndicatorLocked = false, FNearest = false, FPointsVisible = false;
   std::optional<QPointF> FHover;                 // the pointer, while it is over the axes
   std::optional<double> FPinned, FPinnedBefore;  // where the indicator was clicked, and the click before
-  QMargins FLaidMargins;
+  TCursors FCursors;
+  std::optional<double> FAsked;     // where the last menu was asked for, until the pointer comes back
+  std::size_t FHeldCursor = 0;      // by the mouse
+  double FHeldFrom = 0;             // where it was taken
+  bool FOverCursor = false;         // the pointer is
   std::pair<int, int> FTold{0, 0};  // the needed margins that were signalled last
 
   TDrag FDrag = TDrag::None;

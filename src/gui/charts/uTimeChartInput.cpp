@@ -103,6 +103,7 @@ void TTimeChart::mousePressEvent(QMouseEvent* event) {
   const bool left = event->button() == Qt::LeftButton;
   const bool pan = event->button() == Qt::MiddleButton || (left && FSpaceDown);
   if (FDrag != TDrag::None || !(left || pan)) return;
+  if (!pan && TakeCursor(event->position())) return;
   FDrag = pan ? TDrag::Pan : TDrag::Span;
   FDragButton = event->button();
   FPressed = FPointer = event->position();
@@ -117,6 +118,8 @@ void TTimeChart::mouseMoveEvent(QMouseEvent* event) {
   if (FDrag == TDrag::Pan) DragPan(FPointer);
   if (FDrag == TDrag::Span) update();
   Hover(FPointer);
+  if (FDrag == TDrag::Cursor) return DragCursor(MomentAt(FPointer));
+  PointAtCursor(FPointer);
   TellCursor(FPointer);
 }
 
@@ -155,12 +158,13 @@ void TTimeChart::mouseReleaseEvent(QMouseEvent* event) {
 
 void TTimeChart::EndDrag() {
   FDrag = TDrag::None;
+  FOverCursor = false;
   unsetCursor();
   update();
 }
 
 void TTimeChart::mouseDoubleClickEvent(QMouseEvent* event) {
-  if (event->button() != Qt::LeftButton) return;
+  if (event->button() != Qt::LeftButton || CursorAt(event->position())) return;
   // Two quick clicks on the legend are two clicks.
   if (FLegend->EntryAt(event->position())) {
     Clicked(event->position());
@@ -201,13 +205,21 @@ void TTimeChart::keyPressEvent(QKeyEvent* event) {
       FSpaceDown = true;
       break;
     case Qt::Key_Escape:
+      if (FDrag == TDrag::None && FCursors[0]) return ClearCursors();
       if (FDrag == TDrag::None && FPinned) return UnpinIndicator();
       if (FDrag == TDrag::None) return event->ignore();
       if (FDrag == TDrag::Pan) DragPan(FPressed);
+      if (FDrag == TDrag::Cursor) DragCursor(FHeldFrom);
       EndDrag();
       break;
     case Qt::Key_F:
       ResetByUser();
+      break;
+    case Qt::Key_C:
+      if (!event->isAutoRepeat()) StepCursors();
+      break;
+    case Qt::Key_S:
+      if (FHasData && FZoomable && !event->isAutoRepeat()) emit StatisticsRequested();
       break;
     case Qt::Key_Plus:
     case Qt::Key_Equal:
@@ -234,9 +246,22 @@ void TTimeChart::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_End:
       UserRange(FFullRange.second - range.size(), FFullRange.second);
       break;
+    case Qt::Key_F10:
+      // The desktop tells of the Menu key itself, not always of this one.
+      if (event->modifiers().testFlag(Qt::ShiftModifier))
+        return emit MenuRequested(mapToGlobal(Rect().rect().center()));
+      [[fallthrough]];
     default:
       QCustomPlot::keyPressEvent(event);
   }
+}
+
+void TTimeChart::contextMenuEvent(QContextMenuEvent* event) {
+  if (FDrag != TDrag::None) return;
+  const bool pointed = event->reason() == QContextMenuEvent::Mouse;
+  FAsked.reset();
+  if (pointed && Rect().rect().contains(event->pos())) FAsked = MomentAt(event->pos());
+  emit MenuRequested(pointed ? event->globalPos() : mapToGlobal(Rect().rect().center()));
 }
 
 void TTimeChart::keyReleaseEvent(QKeyEvent* event) {

@@ -55,7 +55,10 @@ void TTimeChart::Hover(const QPointF& position) {
   const auto before = IndicatorTime();
   const auto hoverBefore = FHover;
   FHover.reset();
-  if (Rect().rect().contains(position.toPoint())) FHover = position;
+  if (Rect().rect().contains(position.toPoint())) {
+    FHover = position;
+    FAsked.reset();
+  }
   const auto now = IndicatorTime();
   if (now != before || (FNearest && FHover != hoverBefore)) RedrawMarks();
   if (now && now != before) emit IndicatorMoved(*now);

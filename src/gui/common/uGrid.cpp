@@ -26,8 +26,10 @@ TGrid::TGrid(const QString& name, const QString& title, TIndexKeyOf indexKeyOf, 
     : QTableView(parent), FModel(new DatasetTableModel(this)), FIndexKeyOf(std::move(indexKeyOf)) {
   setObjectName(name);
   setAccessibleName(title);
-  setToolTip(tr("%1\nCtrl+C copies the selected rows").arg(title));
-  setStatusTip(FIndexKeyOf ? tr("click a title: sort · Ctrl+C: copy rows") : tr("Ctrl+C: copy rows"));
+  setToolTip(
+      tr("%1\nA double-click brings the navigator's band to the row, Ctrl+C copies the selected rows").arg(title));
+  setStatusTip(FIndexKeyOf ? tr("click a title: sort · double-click a row: go to it · Ctrl+C: copy rows")
+                           : tr("double-click a row: go to it · Ctrl+C: copy rows"));
   setModel(FModel);
   setItemDelegate(new AlarmCellDelegate(this));
   QFont cells = font();
@@ -66,6 +68,7 @@ TGrid::TGrid(const QString& name, const QString& title, TIndexKeyOf indexKeyOf, 
     if (!FFitting) FSizedByUser.insert(field);
   });
   connect(verticalScrollBar(), &QScrollBar::valueChanged, this, &TGrid::HoverAnew);
+  connect(this, &QTableView::doubleClicked, this, &TGrid::Open);
 }
 
 void TGrid::SetDataset(const TDataset* table) {
@@ -178,6 +181,7 @@ void TGrid::keyPressEvent(QKeyEvent* event) {
     event->accept();
     return;
   }
+  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) return Open(currentIndex());
   if (FMenu != nullptr && event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) {
     FMenu->popup(viewport()->mapToGlobal(visualRect(currentIndex()).center()));
     return;
@@ -193,6 +197,10 @@ void TGrid::SetMenu(QMenu* menu) {
 void TGrid::contextMenuEvent(QContextMenuEvent* event) {
   if (FMenu == nullptr) return QTableView::contextMenuEvent(event);
   FMenu->popup(event->globalPos());
+}
+
+void TGrid::Open(const QModelIndex& cell) {
+  if (const auto id = FModel->IdAt(cell.row())) Q_EMIT RowOpened(*id);
 }
 
 void TGrid::mouseMoveEvent(QMouseEvent* event) {

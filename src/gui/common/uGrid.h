@@ -48,6 +48,8 @@ class TGrid : public QTableView {
   // The user moved to a row, by its "ID".
   void RowChosen(std::size_t id);
   void RowHovered(std::optional<std::size_t> id);
+  // A double-click on a row, or Enter.
+  void RowOpened(std::size_t id);
   // How many, in words.
   void RowsCopied(const QString& text);
 
@@ -64,6 +66,7 @@ class TGrid : public QTableView {
   void FitColumnsOnce();
   void MarkSortedColumn();
   void Hover(int row);
+  void Open(const QModelIndex& cell);
   void HoverAnew();
 
   DatasetTableModel* FModel;

@@ -20,6 +20,7 @@
 #include "gui/common/uQtText.h"
 #include "gui/filter/uFilterChip.h"
 #include "gui/filter/uFilterPanel.h"
+#include "gui/mainform/uChartMenus.h"
 #include "gui/mainform/uChartToggles.h"
 #include "gui/mainform/uExportActions.h"
 #include "gui/mainform/uKeysDialog.h"
@@ -66,6 +67,7 @@ TKorvexMainForm::TKorvexMainForm(TProgram program, std::uint64_t memoryBound)
   MakeMainActions(*this, *FParts);
   MakeChartToggles(*this, *FParts);
   MakeExportActions(*this, *FParts, *FExports, *FImages);
+  MakeChartMenus(*this, *FParts);
   ConnectFiles();
   ConnectRecent();
   ConnectGrids();
@@ -159,7 +161,24 @@ void TKorvexMainForm::ConnectGrids() {
       FParts->overview->Chart1()->SetHoveredEvent(event);
       FParts->shock->Chart20()->SetHoveredEvent(event);
     });
+    connect(grid, &TGrid::RowOpened, this, [this](std::size_t event) {
+      if (FFlow->FileShown()) Guarded(this, [&] { ZoomNavigatorToEvent(FFlow->Mission(), event, *FScreen); });
+    });
   }
+  // A reading's row is its "ID".
+  const auto reachReadings = [this](TGrid* grid, TDataset TMissionDatasets::*table) {
+    connect(grid, &TGrid::RowOpened, this, [this, table](std::size_t row) {
+      if (!FFlow->FileShown()) return;
+      TShownMission& mission = FFlow->Mission();
+      Guarded(this, [&] { ZoomNavigatorToReading(mission, mission.Tables.*table, row, *FScreen); });
+    });
+    connect(grid, &TGrid::RowHovered, this, [this, table](std::optional<std::size_t> row) {
+      const TDataset& readings = FFlow->Mission().Tables.*table;
+      FParts->overview->ChartAllSensors()->SetHoveredTime(row ? ReadingTime(readings, *row) : std::nullopt);
+    });
+  };
+  reachReadings(FParts->docks.DBGrid2, &TMissionDatasets::Sensors);
+  reachReadings(FParts->docks.DBGrid8, &TMissionDatasets::Battery);
   connect(FParts->overview, &TMainOverviewPanel::OrderByChosen, this, [this](int entry) {
     if (FFlow->FileShown()) Guarded(this, [&] { OrderMostImportantBy(FFlow->Mission(), entry, *FScreen); });
   });

@@ -7,10 +7,13 @@
 #include <QPushButton>
 #include <QTableWidget>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <utility>
 #include <vector>
 
 namespace {
+
+constexpr int kBesideColumns = 60;  // px, of the scroll bar and margins
 
 using TKey = std::pair<QString, QString>;  // the keys and what they do
 
@@ -29,7 +32,11 @@ std::vector<TKey> AllKeys(const QWidget& window) {
                                   {"+  −", "Chart: zoom in and out"},
                                   {"Arrows", "Chart: move"},
                                   {"Home  End", "Chart: begin and end of the recording"},
-                                  {"Esc", "Chart: cancel a drag, let go of the indicator"},
+                                  {"C", "Chart: set cursor A, then B, then take both away"},
+                                  {"S", "Chart: statistics of the visible range"},
+                                  {"Esc", "Chart: cancel a drag, let go of cursors and indicator"},
+                                  {"Menu  Shift+F10", "Chart: its menu"},
+                                  {"Enter", "Grid: bring the navigator's band to the row"},
                                   {"Ctrl+C", "Grid: copy the selected rows with their titles"},
                                   {"Menu  Shift+F10", "Grid: export its table"}}) {
     keys.emplace_back(QObject::tr(key), QObject::tr(what));
@@ -59,6 +66,7 @@ void ShowKeys(QWidget& window) {
     table->setItem(row, 1, new QTableWidgetItem(what));
   }
   table->resizeColumnsToContents();
+  const int width = table->columnWidth(0) + table->columnWidth(1);
   table->horizontalHeader()->setStretchLastSection(true);
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, &dialog);
   QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
@@ -66,6 +74,6 @@ void ShowKeys(QWidget& window) {
   auto* layout = new QVBoxLayout(&dialog);
   layout->addWidget(table);
   layout->addWidget(buttons);
-  dialog.resize(420, 460);
+  dialog.resize(std::max(420, width + kBesideColumns), 460);
   dialog.exec();
 }

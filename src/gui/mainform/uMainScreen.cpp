@@ -54,6 +54,16 @@ namespace {
 
 constexpr int kPaintMs = 20;  // a long loop paints at most this often
 
+// A group that is shown has a button of it.
+bool HasShownGroup(const QAction& action) {
+  for (QObject* widget : action.associatedObjects()) {
+    QObject* group = qobject_cast<QToolButton*>(widget);
+    while (group != nullptr && qobject_cast<TRibbonGroup*>(group) == nullptr) group = group->parent();
+    if (group != nullptr && !static_cast<TRibbonGroup*>(group)->isHidden()) return true;
+  }
+  return false;
+}
+
 QAction* ActionOf(const QWidget& widget) {
   const auto* button = qobject_cast<const QToolButton*>(&widget);
   return button == nullptr ? nullptr : button->defaultAction();
@@ -100,7 +110,7 @@ void TMainScreen::SetVisible(std::string_view control, bool visible) {
     if (action->property(kKeptBySettings).toBool()) {
       action->setVisible(visible);
     } else {
-      action->setEnabled(visible);
+      action->setEnabled(HasShownGroup(*action));
     }
   }
 }
@@ -421,6 +431,7 @@ void TMainScreen::ShowInCharts(const TDisplaySettings& display) {
   std::map<std::string, std::pair<double, double>> limits;
   for (std::size_t i = 0; i < kColouredSensors.size(); ++i) {
     sensors.SetSensorColour(kColouredSensors[i], QColor(display.SensorColours[i]));
+    FParts.docks.ChartNavigator->SetSensorColour(kColouredSensors[i], QColor(display.SensorColours[i]));
     if (display.AlarmActive) limits.emplace(kColouredSensors[i], limitsOf(kQuantities[i]));
   }
   sensors.SetAlarmLimits(std::move(limits));
@@ -429,7 +440,9 @@ void TMainScreen::ShowInCharts(const TDisplaySettings& display) {
   }
   std::map<std::string, std::string> names;
   for (std::size_t i = 0; i < kAnalogInputs.size(); ++i) names.emplace(kAnalogInputs[i], display.AnalogNames[i]);
+  FParts.docks.ChartNavigator->SetSensorNames(names);
   sensors.SetSensorNames(std::move(names));
+  if (std::exchange(FDateFormat, display.DateFormat) == display.DateFormat) return;
   for (TTimeChart* chart : FWindow.findChildren<TTimeChart*>()) chart->RefreshLabels();
 }
 

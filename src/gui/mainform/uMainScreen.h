@@ -105,5 +105,6 @@ class TMainScreen final : public IMainScreen {
   const TShownMission* FMission = nullptr;  // while its views are filled
   std::optional<std::size_t> FShownEvent;   // in Chart2
   QPointer<QWidget> FHiddenWithFocus;       // gets it back when it is shown
+  std::string FDateFormat;                  // of the charts' labels
   QElapsedTimer FPainted;                   // since the messages were last processed
 };

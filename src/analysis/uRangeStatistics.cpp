@@ -1,0 +1,27 @@
+#include "analysis/uRangeStatistics.h"
+
+#include <algorithm>
+#include <cmath>
+
+// Neumaier's sum: what falls off the end of either operand is kept.
+void TStatisticsSum::TSum::Add(double value) {
+  const double total = sum + value;
+  lost += std::fabs(sum) >= std::fabs(value) ? (sum - total) + value : (value - total) + sum;
+  sum = total;
+}
+
+// The square of the largest and of the smallest single is well within a double.
+void TStatisticsSum::Add(float value) {
+  if (!std::isfinite(value)) return;
+  FLeast = FCount == 0 ? value : std::min(FLeast, value);
+  FLargest = FCount == 0 ? value : std::max(FLargest, value);
+  ++FCount;
+  FValues.Add(double{value});
+  FSquares.Add(double{value} * double{value});
+}
+
+TRangeStatistics TStatisticsSum::Result() const {
+  if (FCount == 0) return {};
+  const auto count = static_cast<double>(FCount);
+  return {FCount, double{FLeast}, double{FLargest}, FValues.Value() / count, std::sqrt(FSquares.Value() / count)};
+}

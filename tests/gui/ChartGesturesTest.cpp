@@ -1,0 +1,479 @@
+// Cursors, statistics, menus and grid rows: what a person measures and where it takes the charts.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QComboBox>
+#include <QContextMenuEvent>
+#include <QDialog>
+#include <QMenu>
+#include <QSignalSpy>
+#include <QTableWidget>
+#include <QTest>
+#include <QTimer>
+#include <map>
+#include <stdexcept>
+
+#include "base/uDateTime.h"
+#include "gui/charts/uEventsChart.h"
+#include "gui/charts/uNavigatorChart.h"
+#include "gui/charts/uSelectedEventChart.h"
+#include "gui/charts/uSensorsChart.h"
+#include "gui/common/uGrid.h"
+#include "gui/mainform/KorvexMainForm.h"
+#include "tests/support/uChartHands.h"
+#include "tests/support/uThreeEvents.h"
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+namespace {
+
+constexpr int kPatienceMs = 60000;
+
+void RightClick(TTimeChart& chart, const QPoint& at) {
+  QTest::mousePress(&chart, Qt::RightButton, {}, at);
+  QContextMenuEvent menu(QContextMenuEvent::Mouse, at, chart.mapToGlobal(at));
+  QCoreApplication::sendEvent(&chart, &menu);
+  QTest::mouseRelease(&chart, Qt::RightButton, {}, at);
+}
+void Leave(TTimeChart& chart) {
+  QEvent leave(QEvent::Leave);
+  QCoreApplication::sendEvent(&chart, &leave);
+}
+std::vector<std::string> Cells(const QStringList& row) {
+  std::vector<std::string> cells;
+  for (const QString& cell : row) cells.push_back(cell.toStdString());
+  return cells;
+}
+
+// One event of samples 10 ms apart that count from 0 to 10 g on x.
+class Measuring : public testing::Test {
+ protected:
+  Measuring() {
+    TSamples samples;
+    for (int i = 0; i <= 10; ++i) samples.push_back({i * 10.0, static_cast<float>(i)});
+    FEvents = Events(samples, true);
+    FChart.SetSeriesVisible(TSeries::Y, false);
+    FChart.SetSeriesVisible(TSeries::Z, false);
+    FChart.ShowEvent(FEvents, 0, {});
+    Show(FChart);
+    FReplots.clear();
+  }
+  [[nodiscard]] QPoint AtMs(double ms) { return {PointAt(FChart, ms, 0).x(), MiddleOf(FChart).y()}; }
+  void PutAt(double ms) {
+    Move(FChart, AtMs(ms), Qt::NoButton);
+    QTest::keyClick(&FChart, Qt::Key_C);
+  }
+  void ExpectCursors(std::optional<double> a, std::optional<double> b) {
+    EXPECT_EQ(FChart.Cursors()[0], a);
+    EXPECT_EQ(FChart.Cursors()[1], b);
+  }
+  [[nodiscard]] std::string Told() const { return FTexts.back()[0].toString().toStdString(); }
+
+  TEventList FEvents;
+  TSelectedEventChart FChart;
+  QSignalSpy FTexts{&FChart, &TTimeChart::CursorValueChanged};
+  QSignalSpy FReplots{&FChart, &QCustomPlot::afterReplot};
+};
+
+TEST_F(Measuring, CSetsAThenBOnSamplesThenTakesBothAwayAndReplotsNothing) {
+  const QImage before = FChart.grab().toImage();
+  PutAt(31);
+  ExpectCursors(30, std::nullopt);
+  PutAt(78);
+  ExpectCursors(30, 80);
+  EXPECT_EQ(Told(), "Δt 50 ms  ·  1/Δt 20 Hz  ·  ΔX 5 g");
+  EXPECT_NE(FChart.grab().toImage(), before);
+  QTest::keyClick(&FChart, Qt::Key_C);
+  ExpectCursors(std::nullopt, std::nullopt);
+  EXPECT_EQ(FChart.grab().toImage(), before);
+  EXPECT_EQ(FReplots.count(), 0);
+}
+
+TEST_F(Measuring, ADragMovesTheNearestCursorAndNothingElse) {
+  PutAt(20);
+  PutAt(80);
+  QSignalSpy ranges(&FChart, &TTimeChart::TimeRangeChanged);
+  FChart.SetIndicatorVisible(true);
+  FChart.SetIndicatorLocked(true);
+  Drag(FChart, AtMs(80) + QPoint(3, 0), AtMs(10));
+  ExpectCursors(20, 10);
+  EXPECT_THAT(Told(), HasSubstr("Δt -10 ms  ·  1/Δt 100 Hz  ·  ΔX -1 g"));
+  QTest::mousePress(&FChart, Qt::LeftButton, {}, AtMs(20));
+  Move(FChart, AtMs(60), Qt::LeftButton);
+  ExpectCursors(60, 10);
+  QTest::keyClick(&FChart, Qt::Key_Escape);
+  ExpectCursors(20, 10);
+  QTest::mouseRelease(&FChart, Qt::LeftButton, {}, AtMs(60));
+  QTest::mouseDClick(&FChart, Qt::LeftButton, {}, AtMs(20));
+  Leave(FChart);
+  EXPECT_EQ(ranges.count() + FReplots.count(), 0);
+  EXPECT_EQ(FChart.IndicatorTime(), std::nullopt) << "nobody clicked a place for it";
+  QTest::keyClick(&FChart, Qt::Key_Escape);
+  ExpectCursors(std::nullopt, std::nullopt);
+}
+
+TEST_F(Measuring, CursorsThatGoDuringADragAreNotDraggedOn) {
+  PutAt(20);
+  PutAt(80);
+  QTest::mousePress(&FChart, Qt::LeftButton, {}, AtMs(80));
+  QTest::keyClick(&FChart, Qt::Key_C);
+  Move(FChart, AtMs(50), Qt::LeftButton);
+  QTest::mouseRelease(&FChart, Qt::LeftButton, {}, AtMs(50));
+  ExpectCursors(std::nullopt, std::nullopt);
+}
+
+TEST_F(Measuring, CursorsStandWhereTheUserPointedLastAndGoWithTheEvent) {
+  RightClick(FChart, AtMs(40));
+  FChart.StepCursors();
+  ExpectCursors(40, std::nullopt);
+  Move(FChart, AtMs(90), Qt::NoButton);
+  Leave(FChart);
+  FChart.StepCursors();
+  ExpectCursors(40, 70);  // nobody points: two thirds into the view
+  FChart.SetTimeRange(0, 30);
+  FChart.grab();  // both out of sight
+  ExpectCursors(40, 70);
+  FChart.ShowEvent(FEvents, 0, {});
+  ExpectCursors(std::nullopt, std::nullopt);
+  FChart.Clear();
+  FChart.StepCursors();
+  ExpectCursors(std::nullopt, std::nullopt);
+}
+
+TEST_F(Measuring, StatisticsAreThoseOfTheSamplesInSight) {
+  FChart.SetTimeRange(15, 40);
+  TRangeTable table = FChart.VisibleStatistics();
+  ASSERT_EQ(table.rows.size(), 1U) << "hidden series are left out";
+  // 2, 3, 4 g: the mean of the squares is 29/3.
+  EXPECT_THAT(Cells(table.rows[0]), ElementsAre("X", "g", "3", "2", "4", "2", "3", "3.10913"));
+  EXPECT_EQ(table.span.toStdString(), "15 … 40 ms");
+  FChart.SetTimeRange(41, 49);
+  EXPECT_THAT(Cells(FChart.VisibleStatistics().rows[0]), ElementsAre("X", "g", "0", "–", "–", "–", "–", "–"));
+  FChart.Clear();
+  EXPECT_TRUE(FChart.VisibleStatistics().rows.empty());
+}
+
+TEST_F(Measuring, ARightButtonNeitherZoomsNorSelectsAndAsksNothingDuringADrag) {
+  QSignalSpy ranges(&FChart, &TTimeChart::TimeRangeChanged);
+  QSignalSpy menus(&FChart, &TTimeChart::MenuRequested);
+  Drag(FChart, AtMs(20), AtMs(80), Qt::RightButton);
+  QTest::mouseDClick(&FChart, Qt::RightButton, {}, AtMs(50));
+  RightClick(FChart, AtMs(50));
+  EXPECT_EQ(menus.count(), 1);
+  QTest::keyClick(&FChart, Qt::Key_F10, Qt::ShiftModifier);
+  EXPECT_EQ(menus.count(), 2);
+  QTest::mousePress(&FChart, Qt::LeftButton, {}, AtMs(20));
+  RightClick(FChart, AtMs(50));
+  EXPECT_EQ(menus.count(), 2);
+  EXPECT_EQ(ranges.count(), 0);
+}
+
+TEST(EventsChartMeasures, AreOfTheEventsThatTheFilterLetsThrough) {
+  TEventsChart chart;
+  chart.SetEvents(Events({{0, 40}, {kMinute, 90}, {2 * kMinute, 20}, {3 * kMinute, 10}, {9 * kMinute, 10}}), {});
+  Show(chart);
+  chart.SetTimeRange(At(-kMinute), At(4 * kMinute));
+  const auto value = [&chart](std::size_t row) { return chart.VisibleStatistics().rows[row][1].toStdString(); };
+  EXPECT_EQ(value(0), "4");
+  EXPECT_EQ(value(1), "90");
+  EXPECT_EQ(value(2), "40");
+  chart.SetVisibleEvents({true, false, true, true, true});
+  EXPECT_EQ(chart.VisibleStatistics().rows[1][0].toStdString(), "Largest peak (g), event 0");
+  EXPECT_EQ(value(3), "1");
+
+  QSignalSpy texts(&chart, &TTimeChart::CursorValueChanged);
+  for (const double ms : {0.0, 2 * kMinute}) {
+    Move(chart, PointAt(chart, At(ms), 5) + QPoint(4, 0), Qt::NoButton);
+    QTest::keyClick(&chart, Qt::Key_C);
+  }
+  EXPECT_EQ(texts.back()[0].toString().toStdString(), "Δt 00:02:00.000  ·  Δpeak -20 g  ·  event 0 → 2")
+      << "a cursor stands on the event beside it";
+}
+
+class MovedSensors : public testing::Test {
+ protected:
+  MovedSensors() {
+    FChart.SetSensors(FSensors, kStart);
+    Show(FChart);
+  }
+  [[nodiscard]] std::vector<bool> Visible() const {
+    std::vector<bool> visible;
+    for (std::size_t i = 0; i < FSensors.Count(); ++i) visible.push_back(FChart.IsSensorVisible(i));
+    return visible;
+  }
+  TSensorList FSensors = Sensors({{"Temperature", {{0, 10}, {kMinute, 20}}},
+                                  {"Temperature p", {{0, 11}, {kMinute, 21}}},
+                                  {"RH", {{0, 40}, {kMinute, 60}}},
+                                  {"Battery", {{0, 3.5F}, {kMinute, 3.6F}}}});
+  TSensorsChart FChart;
+};
+
+TEST_F(MovedSensors, TakeTheAxisAndOneScaleStaysOnIt) {
+  const QCPAxis& humidity = *RectOf(FChart).axis(QCPAxis::atRight, 0);
+  FChart.MoveSensor(1, TSensorAxis::RightInner);
+  EXPECT_THAT(Visible(), ElementsAre(true, true, false, true)) << "degrees and percent share no axis";
+  FChart.grab();
+  EXPECT_EQ(humidity.label(), "Temperature p (°C)");
+  EXPECT_EQ(humidity.labelColor(), Qt::darkRed) << "the axis is the moved sensor's own";
+  EXPECT_NEAR(humidity.range().upper, 21.5, 0.6);
+  FChart.MoveSensor(0, TSensorAxis::RightInner);
+  EXPECT_THAT(Visible(), ElementsAre(true, true, false, true));
+  EXPECT_LT(humidity.range().lower, 10);
+  EXPECT_FALSE(RectOf(FChart).axis(QCPAxis::atLeft, 1)->visible()) << "nothing is left on it";
+  FChart.SetSensors(FSensors, kStart);
+  EXPECT_THAT(Visible(), ElementsAre(true, true, false, true)) << "the choice outlives the recording";
+  FChart.SetSensorVisible(2, true);
+  EXPECT_THAT(Visible(), ElementsAre(false, false, true, true));
+  FChart.MoveSensor(2, TSensorAxis::RightOuter);
+  FChart.MoveSensor(99, TSensorAxis::RightOuter);
+  EXPECT_THAT(Visible(), ElementsAre(false, false, true, true));
+  EXPECT_EQ(FChart.Listed()[2].axis, TSensorAxis::RightOuter);
+  FChart.MoveSensor(2, TSensorAxis::RightInner);
+  EXPECT_EQ(humidity.labelColor(), Qt::blue) << "as designed";
+}
+
+TEST(Navigator, GoesByTheChosenColourAndName) {
+  TNavigatorChart chart;
+  chart.SetSensorColour("A1", Qt::darkMagenta);
+  chart.SetSensorNames({{"A1", "Oil"}});
+  const TSensorList sensors = Sensors({{"A1", {{0, 1}, {kMinute, 9}}}});
+  chart.SetMission({}, sensors);
+  Show(chart);
+  const int inked = Ink(chart, Qt::darkMagenta, chart.rect());
+  const QImage named = chart.grab().toImage();
+  chart.SetSensorNames({});
+  EXPECT_NE(chart.grab().toImage(), named);
+  chart.SetSensorColour("A1", Qt::darkGreen);
+  EXPECT_LT(Ink(chart, Qt::darkMagenta, chart.rect()), inked - 300);
+}
+
+TEST(Navigator, KeysMoveAndResizeTheBandWithinTheData) {
+  TNavigatorChart chart;
+  chart.SetMission(Events({{0, 1}, {kDay * 10, 2}}), {});
+  Show(chart);
+  std::pair<double, double> band;
+  QObject::connect(&chart, &TNavigatorChart::BandMoved, &chart, [&](double from, double to) {
+    band = {from, to};
+    chart.SetBand(from, to);
+  });
+  const auto press = [&](Qt::Key key, double from, double to) {
+    chart.SetBand(kStart + 4, kStart + 6);
+    QTest::keyClick(&chart, key);
+    EXPECT_NEAR(band.first, kStart + from, kSame) << key;
+    EXPECT_NEAR(band.second, kStart + to, kSame) << key;
+  };
+  press(Qt::Key_Right, 4.2, 6.2);
+  press(Qt::Key_Left, 3.8, 5.8);
+  press(Qt::Key_Home, 0, 2);
+  press(Qt::Key_End, 8, 10);
+  press(Qt::Key_Plus, 4.2, 5.8);
+  press(Qt::Key_Minus, 3.75, 6.25);
+  press(Qt::Key_F, 0, 10);
+}
+
+class Window : public testing::Test {
+ protected:
+  Window() {
+    const auto path = FFolder / "three.kshock";
+    WriteFile(path, Deflated(ThreeEvents().content));
+    TProgram program;
+    program.folder = FFolder.Path();
+    program.firstArgument = path.string();
+    FForm = std::make_unique<TKorvexMainForm>(program, TReadFileThread::kNoMemoryBound);
+    FForm->show();
+    FForm->activateWindow();
+    Wait();
+  }
+  void Wait() {
+    if (!QTest::qWaitFor([this] { return FForm->Flow().FileShown() && !FForm->Flow().Busy(); }, kPatienceMs))
+      throw std::runtime_error("the recording is not shown");
+    Settle();
+  }
+  template <class T>
+  T& Find(const char* name) {
+    T* found = FForm->findChild<T*>(name);
+    if (found == nullptr) throw std::runtime_error(std::string("there is no ") + name);
+    return *found;
+  }
+  [[nodiscard]] TTimeSpan Band() const { return FForm->Flow().Mission().Band; }
+  [[nodiscard]] std::optional<std::size_t> Selected() const { return FForm->Flow().Mission().SelectedEvent; }
+  void SetBand(double fromMs, double toMs) {
+    emit Find<TNavigatorChart>("ChartNavigator").BandMoved(At(fromMs), At(toMs));
+    Settle();
+  }
+  static QRect RowRect(QTableView& grid, int row) { return grid.visualRect(grid.model()->index(row, 0)); }
+
+  TTempFolder FFolder;
+  std::unique_ptr<TKorvexMainForm> FForm;
+};
+
+TEST_F(Window, EveryChartHasAMenuThatActsOnIt) {
+  for (const char* name : {"Chart1", "ChartAllSensors", "ChartNavigator", "Chart20", "Chart2"}) {
+    auto& chart = Find<TTimeChart>(name);
+    if (!chart.isVisible()) FForm->Flow().SwitchView(TView::Shock);
+    Settle();
+    RightClick(chart, MiddleOf(chart));
+    auto* menu = chart.findChild<QMenu*>("mnuChart");
+    ASSERT_TRUE(menu) << name;
+    ASSERT_TRUE(menu->isVisible()) << name;
+    if (auto* cursors = menu->findChild<QAction*>("mnuChartCursors")) {
+      cursors->trigger();
+      EXPECT_NEAR(*chart.Cursors()[0], chart.Unit() == TAxisUnit::Days ? At(kMinute) : 2, 2) << name;
+    } else {
+      EXPECT_STREQ(name, "ChartNavigator");
+    }
+    menu->close();
+    Settle();
+    EXPECT_FALSE(chart.findChild<QMenu*>("mnuChart")) << name;
+  }
+  auto& chart = Find<TSelectedEventChart>("Chart2");
+  RightClick(chart, MiddleOf(chart));
+  chart.findChild<QMenu*>("mnuChart")->findChild<QAction*>("actShockShowX")->trigger();
+  EXPECT_FALSE(chart.IsSeriesVisible(TSeries::X));
+  EXPECT_FALSE(Find<QAction>("actShockShowX").isChecked());
+}
+
+TEST_F(Window, StatisticsAreShownAndCopied) {
+  auto& chart = Find<TTimeChart>("ChartAllSensors");
+  std::string title;
+  QTimer::singleShot(0, [&] {
+    auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    ASSERT_TRUE(dialog);
+    title = dialog->objectName().toStdString();
+    auto& table = *dialog->findChild<QTableWidget*>("tblStatistics");
+    EXPECT_EQ(table.rowCount(), 3);
+    QTest::keySequence(&table, QKeySequence::Copy);
+    QTest::keyClick(&table, Qt::Key_Return);
+    if (dialog->isVisible()) dialog->reject();
+  });
+  chart.setFocus();
+  QTest::keyClick(&chart, Qt::Key_S);
+  EXPECT_EQ(title, "dlgStatistics");
+  EXPECT_THAT(QApplication::clipboard()->text().toStdString(),
+              HasSubstr("Series\tUnit\tSamples\tMinimum\tMaximum\tPeak to peak\tMean\tRMS\n"
+                        "Temperature\t°C\t3\t20\t22\t2\t21\t21.0159\n"));
+}
+
+TEST_F(Window, NAndPStepThroughTheEventsInBothViewsOfThem) {
+  const auto press = [this](const char* key) {
+    QTest::keySequence(FForm.get(), QKeySequence(key));
+    Settle();
+    return Selected();
+  };
+  for (const TView view : {TView::Overview, TView::Shock}) {
+    FForm->Flow().SwitchView(view);
+    EXPECT_EQ(press("P"), 0U);
+    EXPECT_EQ(press("N"), 1U);
+  }
+  FForm->Flow().SwitchView(TView::Report);
+  EXPECT_EQ(press("N"), 1U);
+}
+
+TEST_F(Window, RowsOfGridsLeadTheBand) {
+  auto& sensors = Find<TGrid>("DBGrid2");
+  const double all = Band().end - Band().start;
+  QTest::mouseClick(sensors.viewport(), Qt::LeftButton, {}, RowRect(sensors, 1).center());
+  QTest::mouseDClick(sensors.viewport(), Qt::LeftButton, {}, RowRect(sensors, 1).center());
+  EXPECT_NEAR(Band().end - Band().start, all / 50, kSame);
+  EXPECT_NEAR((Band().start + Band().end) / 2, At(kMinute), kSame);
+  EXPECT_EQ(Find<TTimeChart>("Chart1").TimeRange(), std::pair(Band().start, Band().end));
+  EXPECT_EQ(Find<TTimeChart>("ChartAllSensors").TimeRange(), std::pair(Band().start, Band().end));
+
+  SetBand(0, kMinute / 2);
+  auto& important = Find<TGrid>("dbgMostImportant");
+  important.SetCurrentId(2);
+  QTest::keyClick(&important, Qt::Key_Return);
+  EXPECT_NEAR(Band().end - Band().start, kMinute / 2 / kDay, kSame);
+  EXPECT_LE(Band().start, At(2 * kMinute));
+  EXPECT_GE(Band().end, At(2 * kMinute));
+
+  FForm->Flow().Reload();
+  const TTimeSpan band = Band();
+  Wait();
+  EXPECT_EQ(Band(), band);
+  EXPECT_EQ(Find<TTimeChart>("Chart1").TimeRange(), std::pair(band.start, band.end));
+}
+
+TEST_F(Window, AHoveredReadingMarksItsMoment) {
+  auto& chart = Find<TSensorsChart>("ChartAllSensors");
+  auto& grid = Find<TGrid>("DBGrid2");
+  const QImage before = chart.grab().toImage();
+  QSignalSpy replots(&chart, &QCustomPlot::afterReplot);
+  emit grid.RowHovered(1);
+  EXPECT_NE(chart.grab().toImage(), before);
+  emit grid.RowHovered(std::nullopt);
+  EXPECT_EQ(chart.grab().toImage(), before);
+  EXPECT_EQ(replots.count(), 0);
+}
+
+// However much of the window a change goes through.
+TEST_F(Window, AChartRedrawsOnceForAChangeAndNotForWhatIsNone) {
+  auto& events = Find<TTimeChart>("Chart1");
+  auto& sensors = Find<TTimeChart>("ChartAllSensors");
+  auto& navigator = Find<TTimeChart>("ChartNavigator");
+  auto& shocks = Find<TTimeChart>("Chart20");
+  auto& event = Find<TTimeChart>("Chart2");
+  struct TChange {
+    const char* what;
+    TView view;
+    std::function<void()> make;
+    std::map<TTimeChart*, int> replots;  // of charts that do not replot there is none
+  };
+  const auto key = [](TTimeChart& chart, Qt::Key pressed) {
+    return [&chart, pressed] { QTest::keyClick(&chart, pressed); };
+  };
+  const auto choose = [this](const char* box) {
+    auto& colours = Find<QComboBox>(box);
+    colours.setCurrentIndex(colours.currentIndex() == 1 ? 2 : 1);
+    emit colours.activated(colours.currentIndex());
+  };
+  const std::vector<TChange> changes = {
+      {"band", TView::Overview, [this] { SetBand(kMinute / 4, kMinute); }, {{&events, 1}, {&sensors, 1}}},
+      {"zoom", TView::Overview, key(events, Qt::Key_Plus), {{&events, 1}}},
+      {"pan", TView::Overview, key(sensors, Qt::Key_Right), {{&sensors, 1}}},
+      {"reset", TView::Overview, key(events, Qt::Key_F), {{&events, 1}}},
+      {"select", TView::Overview, [this] { QTest::keySequence(FForm.get(), QKeySequence("N")); }, {}},
+      {"pointer", TView::Overview, [&] { Move(events, MiddleOf(events), Qt::NoButton); }, {}},
+      {"cursor", TView::Overview, key(sensors, Qt::Key_C), {}},
+      {"sort readings", TView::Overview, [this] { emit Find<TGrid>("DBGrid2").TitleClicked("Timestamp"); }, {}},
+      {"hide a sensor", TView::Overview, [&] { ClickLegend(sensors, 0); }, {{&sensors, 1}, {&events, 1}}},  // margins
+      {"alarm", TView::Overview, [this] { Find<QAction>("actAlarmSet").trigger(); }, {{&events, 1}, {&sensors, 1}}},
+      {"series", TView::Shock, [this] { Find<QAction>("actShockShowY").trigger(); }, {{&event, 1}}},
+      {"select", TView::Shock, [this] { QTest::keySequence(FForm.get(), QKeySequence("P")); }, {{&event, 1}}},
+      {"pointer", TView::Shock, [&] { Move(event, MiddleOf(event), Qt::NoButton); }, {}},
+      {"sort events",
+       TView::Shock,
+       [this] { emit Find<TGrid>("dbgShocks").TitleClicked("Acceleration max"); },
+       {{&event, 1}}},
+      {"sort events, same selection",
+       TView::Shock,
+       [this] { emit Find<TGrid>("dbgShocks").TitleClicked("ToT total"); },
+       {}},
+      {"colour", TView::Shock, [&] { choose("ccmbShockX"); }, {{&event, 1}, {&shocks, 1}}},
+      {"colour", TView::Overview, [&] { choose("ccmbShockX"); }, {{&events, 1}}},
+      {"colour", TView::Overview, [&] { choose("ccmbSensorsRH"); }, {{&sensors, 1}}},
+      {"colour", TView::Overview, [&] { choose("ccmbSensorsTemp"); }, {{&sensors, 1}, {&navigator, 1}}}};
+  for (const TChange& change : changes) {
+    if (FForm->Flow().View() != change.view) FForm->Flow().SwitchView(change.view);
+    QTest::qWait(20);
+    Settle();
+    for (TTimeChart* chart : {&events, &sensors, &navigator, &shocks, &event}) chart->grab();
+    std::map<TTimeChart*, std::unique_ptr<QSignalSpy>> spies;
+    for (TTimeChart* chart : {&events, &sensors, &navigator, &shocks, &event}) {
+      spies[chart] = std::make_unique<QSignalSpy>(chart, &QCustomPlot::afterReplot);
+    }
+    change.make();
+    Settle();
+    for (const auto& [chart, spy] : spies) {
+      const auto wanted = change.replots.find(chart);
+      EXPECT_EQ(spy->count(), wanted == change.replots.end() ? 0 : wanted->second)
+          << change.what << " " << chart->objectName().toStdString();
+    }
+  }
+}
+
+}  // namespace
