@@ -351,7 +351,7 @@ TEST_F(Window, StatisticsAreShownAndCopied) {
     if (dialog->isVisible()) dialog->reject();
   });
   chart.setFocus();
-  QTest::keyClick(&chart, Qt::Key_S);
+  QTest::keyClick(&chart, Qt::Key_R);
   EXPECT_EQ(title, "dlgStatistics");
   EXPECT_THAT(QApplication::clipboard()->text().toStdString(),
               HasSubstr("Series\tUnit\tSamples\tMinimum\tMaximum\tPeak to peak\tMean\tRMS\n"

@@ -218,7 +218,7 @@ void TTimeChart::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_C:
       if (!event->isAutoRepeat()) StepCursors();
       break;
-    case Qt::Key_S:
+    case Qt::Key_R:
       if (FHasData && FZoomable && !event->isAutoRepeat()) emit StatisticsRequested();
       break;
     case Qt::Key_Plus:

@@ -38,14 +38,14 @@ const std::vector<TMenuRow>& MenuRows() {
   static const std::vector<const char*> events = {"actPreviousEvent",
                                                   "actNextEvent",
                                                   "-",
+                                                  "actShockEventsToolsIndicator",
+                                                  "-",
                                                   "actEventsCopyChart",
                                                   "actEventsSaveChart",
                                                   "actEventsSaveChartAsPNG",
                                                   "-",
                                                   "actEventsCSVVisibleShocks",
-                                                  "actEventsXLSXVisibileShocks",
-                                                  "-",
-                                                  "actShockEventsToolsIndicator"};
+                                                  "actEventsXLSXVisibileShocks"};
   static const std::vector<const char*> shock = {"actShockShowX",
                                                  "actShockShowY",
                                                  "actShockShowZ",
@@ -101,7 +101,8 @@ QString CursorsText(const TTimeChart& chart) {
 }
 
 void TellStatistics(TKorvexMainForm& form, const TTimeChart& chart) {
-  if (chart.HasData()) ShowStatistics(form, chart.accessibleName(), chart.VisibleStatistics());
+  const TRangeTable statistics = chart.VisibleStatistics();
+  if (!statistics.rows.empty()) ShowStatistics(form, chart.accessibleName(), statistics);
 }
 
 void AddSensors(QMenu& menu, TSensorsChart& chart) {
@@ -149,7 +150,7 @@ void ShowMenu(TKorvexMainForm& form, TTimeChart& chart, const QPoint& at) {
       QObject::connect(action, &QAction::triggered, &form, [&form, run] { Guarded(&form, run); });
     };
     add("mnuChartReset", "zoom-fit-best", QObject::tr("Reset zoom\tF"), [&chart] { chart.ResetByUser(); });
-    add("mnuChartStatistics", "view-statistics", QObject::tr("Statistics of the visible range…\tS"),
+    add("mnuChartStatistics", "view-statistics", QObject::tr("Statistics of the visible range…\tR"),
         [&form, &chart] { TellStatistics(form, chart); });
     add("mnuChartCursors", "measure", CursorsText(chart) + "\tC", [&chart] { chart.StepCursors(); });
     menu->addSeparator();
@@ -208,7 +209,7 @@ void AddCommands(TKorvexMainForm& form, TMainParts& parts, const TChartRow& row)
                   "nearest in time to A to that nearest to B."),
       [](TTimeChart& chart) { chart.StepCursors(); });
   add(row.statistics, row.statisticsButton, "view-statistics", QObject::tr("Statistics"),
-      QObject::tr("Count, extremes, mean and RMS of what is in sight (S in the chart)"),
+      QObject::tr("Count, extremes, mean and RMS of what is in sight (R in the chart)"),
       [&form](TTimeChart& chart) { TellStatistics(form, chart); });
 }
 

@@ -33,7 +33,7 @@ std::vector<TKey> AllKeys(const QWidget& window) {
                                   {"Arrows", "Chart: move"},
                                   {"Home  End", "Chart: begin and end of the recording"},
                                   {"C", "Chart: set cursor A, then B, then take both away"},
-                                  {"S", "Chart: statistics of the visible range"},
+                                  {"R", "Chart: statistics of the visible range"},
                                   {"Esc", "Chart: cancel a drag, let go of cursors and indicator"},
                                   {"Menu  Shift+F10", "Chart: its menu"},
                                   {"Enter", "Grid: bring the navigator's band to the row"},
