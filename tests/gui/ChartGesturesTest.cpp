@@ -1,7 +1,4 @@
 // Cursors, statistics, menus and grid rows: what a person measures and where it takes the charts.
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
@@ -14,7 +11,6 @@
 #include <QTest>
 #include <QTimer>
 #include <map>
-#include <stdexcept>
 
 #include "base/uDateTime.h"
 #include "gui/charts/uEventsChart.h"
@@ -22,16 +18,14 @@
 #include "gui/charts/uSelectedEventChart.h"
 #include "gui/charts/uSensorsChart.h"
 #include "gui/common/uGrid.h"
-#include "gui/mainform/KorvexMainForm.h"
 #include "tests/support/uChartHands.h"
 #include "tests/support/uThreeEvents.h"
+#include "tests/support/uWindowTest.h"
 
 using testing::ElementsAre;
 using testing::HasSubstr;
 
 namespace {
-
-constexpr int kPatienceMs = 60000;
 
 void RightClick(TTimeChart& chart, const QPoint& at) {
   QTest::mousePress(&chart, Qt::RightButton, {}, at);
@@ -275,29 +269,12 @@ TEST(Navigator, KeysMoveAndResizeTheBandWithinTheData) {
   press(Qt::Key_F, 0, 10);
 }
 
-class Window : public testing::Test {
+class Window : public TWindowTest {
  protected:
-  Window() {
-    const auto path = FFolder / "three.kshock";
-    WriteFile(path, Deflated(ThreeEvents().content));
-    TProgram program;
-    program.folder = FFolder.Path();
-    program.firstArgument = path.string();
-    FForm = std::make_unique<TKorvexMainForm>(program, TReadFileThread::kNoMemoryBound);
-    FForm->show();
-    FForm->activateWindow();
-    Wait();
-  }
-  void Wait() {
-    if (!QTest::qWaitFor([this] { return FForm->Flow().FileShown() && !FForm->Flow().Busy(); }, kPatienceMs))
-      throw std::runtime_error("the recording is not shown");
-    Settle();
-  }
+  Window() { Start(TWindowTest::Save("three.kshock", ThreeEvents())); }
   template <class T>
   T& Find(const char* name) {
-    T* found = FForm->findChild<T*>(name);
-    if (found == nullptr) throw std::runtime_error(std::string("there is no ") + name);
-    return *found;
+    return *TWindowTest::Find<T>(name);
   }
   [[nodiscard]] TTimeSpan Band() const { return FForm->Flow().Mission().Band; }
   [[nodiscard]] std::optional<std::size_t> Selected() const { return FForm->Flow().Mission().SelectedEvent; }
@@ -306,13 +283,10 @@ class Window : public testing::Test {
     Settle();
   }
   static QRect RowRect(QTableView& grid, int row) { return grid.visualRect(grid.model()->index(row, 0)); }
-
-  TTempFolder FFolder;
-  std::unique_ptr<TKorvexMainForm> FForm;
 };
 
 TEST_F(Window, EveryChartHasAMenuThatActsOnIt) {
-  for (const char* name : {"Chart1", "ChartAllSensors", "ChartNavigator", "Chart20", "Chart2"}) {
+  for (const char* name : {"Chart1", "ChartAllSensors", "ChartNavigator", "Chart20", "Chart2", "chartSpecAnalysis"}) {
     auto& chart = Find<TTimeChart>(name);
     if (!chart.isVisible()) FForm->Flow().SwitchView(TView::Shock);
     Settle();
@@ -393,7 +367,7 @@ TEST_F(Window, RowsOfGridsLeadTheBand) {
 
   FForm->Flow().Reload();
   const TTimeSpan band = Band();
-  Wait();
+  Settle();
   EXPECT_EQ(Band(), band);
   EXPECT_EQ(Find<TTimeChart>("Chart1").TimeRange(), std::pair(band.start, band.end));
 }

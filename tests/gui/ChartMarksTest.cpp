@@ -390,4 +390,19 @@ TEST_F(EventChart, NoChangeOfLooksMovesAnything) {
       << "the event is still the selected one";
 }
 
+TEST(HiddenEvents, AreFaintStemsWithoutADotAndAnswerNoClick) {
+  TEventsChart chart;
+  chart.SetEvents(Events({{0, 5}, {kMinute, 5}, {2 * kMinute, 5}}), {});
+  Show(chart);
+  const QPoint middle = PointAt(chart, At(kMinute), 5);
+  QSignalSpy clicked(&chart, &TEventsChart::EventClicked);
+  for (const bool visible : {true, false, true}) {
+    chart.SetVisibleEvents({true, visible, true});
+    EXPECT_EQ(Count(chart, Qt::blue, Around(middle, 4)) > 10, visible);
+    clicked.clear();
+    Click(chart, middle);
+    EXPECT_EQ(clicked.size(), visible ? 1 : 0);
+  }
+}
+
 }  // namespace

@@ -1,7 +1,4 @@
 // The switches of the charts in the window, by the names of their controls.
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
@@ -11,19 +8,16 @@
 #include <QTableView>
 #include <QTest>
 #include <QToolButton>
-#include <stdexcept>
 
 #include "gui/charts/uEventsChart.h"
 #include "gui/charts/uSelectedEventChart.h"
 #include "gui/charts/uSensorsChart.h"
 #include "gui/charts/uSpectrumChart.h"
-#include "gui/mainform/KorvexMainForm.h"
 #include "tests/support/uChartHands.h"
 #include "tests/support/uThreeEvents.h"
+#include "tests/support/uWindowTest.h"
 
 namespace {
-
-constexpr int kPatienceMs = 60000;
 
 struct TToggle {
   const char* name;  // of an action, or of the button over one
@@ -50,21 +44,11 @@ constexpr TToggle kToggles[] = {{"actShockEventsToolsIndicator", true},
                                 {"actSensorsAZoomLeftII", true},
                                 {"actSensorsAZoomLeftI", true}};
 
-class ChartToggles : public testing::Test {
+class ChartToggles : public TWindowTest {
  protected:
-  ChartToggles() {
-    const auto path = FFolder / "three.kshock";
-    WriteFile(path, Deflated(ThreeEvents().content));
-    TProgram program;
-    program.folder = FFolder.Path();
-    program.firstArgument = path.string();
-    FForm = std::make_unique<TKorvexMainForm>(program, TReadFileThread::kNoMemoryBound);
-  }
+  ChartToggles() : FThree(Save("three.kshock", ThreeEvents())) { Start(); }
   void Open() {
-    FForm->show();
-    FForm->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(FForm.get()));
-    ASSERT_TRUE(QTest::qWaitFor([this] { return FForm->Flow().FileShown() && !FForm->Flow().Busy(); }, kPatienceMs));
+    FForm->Flow().Open(FThree.toStdString());
     Settle();
   }
   void OpenShock() {
@@ -74,22 +58,15 @@ class ChartToggles : public testing::Test {
   }
   template <class T>
   T& Find(const char* name) {
-    T* found = FForm->findChild<T*>(name);
-    if (found == nullptr) throw std::runtime_error(std::string("there is no ") + name);
-    return *found;
+    return *TWindowTest::Find<T>(name);
   }
   QAction& Toggle(const char* name) {
     if (auto* action = FForm->findChild<QAction*>(name)) return *action;
     return *Find<QToolButton>(name).defaultAction();
   }
-  void Press(const char* keys) {
-    QTest::keySequence(FForm.get(), QKeySequence(keys));
-    Settle();
-  }
   TSelectedEventChart& Chart2() { return Find<TSelectedEventChart>("Chart2"); }
 
-  TTempFolder FFolder;
-  std::unique_ptr<TKorvexMainForm> FForm;
+  QString FThree;
 };
 
 // As the settings set them, before there is a file and their groups are in sight.

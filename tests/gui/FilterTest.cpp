@@ -1,7 +1,4 @@
 // The event filter in the window, as a person uses it.
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <QAction>
 #include <QCheckBox>
 #include <QDateTimeEdit>
@@ -13,46 +10,23 @@
 #include <QToolButton>
 
 #include "gui/filter/uHistogramStrip.h"
-#include "gui/mainform/KorvexMainForm.h"
 #include "tests/support/uThreeEvents.h"
+#include "tests/support/uWindowTest.h"
 
 using testing::ElementsAre;
 using testing::IsEmpty;
 
 namespace {
 
-constexpr int kPatienceMs = 60000;
-
-class FilterEditor : public testing::Test {
+class FilterEditor : public TWindowTest {
  protected:
   void SetUp() override {
-    WriteFile(FFolder / "three.kshock", Deflated(ThreeEvents().content));
-    FProgram.folder = FFolder.Path();
-    FProgram.version = "1.2.3.4";
-    FForm = std::make_unique<TKorvexMainForm>(FProgram, TReadFileThread::kNoMemoryBound);
-    FForm->show();
-    FForm->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(FForm.get()));
-    Open();
+    Start(Save("three.kshock", ThreeEvents()));
     Press("Ctrl+2");
   }
   void Open() {
     FForm->Flow().Open((FFolder / "three.kshock").string());
     Settle();
-  }
-  void Settle() {
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !FForm->Flow().Busy(); }, kPatienceMs));
-    for (int round = 0; round < 5; ++round) QCoreApplication::processEvents();
-  }
-  void Press(const char* keys) {
-    QTest::keySequence(FForm.get(), QKeySequence(keys));
-    Settle();
-  }
-  template <class T = QWidget>
-  T* Find(const char* name) {
-    T* found = FForm->findChild<T*>(name);
-    if (found == nullptr) throw std::runtime_error(std::string("there is no ") + name);
-    return found;
   }
   void Type(const char* edit, const QString& text) {
     auto* line = Find<QLineEdit>(edit);
@@ -75,10 +49,6 @@ class FilterEditor : public testing::Test {
            (Find<QToolButton>("btnFilterOff")->isHidden() ? "" : " x");
   }
   std::string State() { return Find<QLabel>("lblFilterState")->text().toStdString(); }
-
-  TTempFolder FFolder;
-  TProgram FProgram;
-  std::unique_ptr<TKorvexMainForm> FForm;
 };
 
 TEST_F(FilterEditor, TypedLimitsCountAtOnceAndTheChipSwitchesThemOff) {

@@ -1,7 +1,5 @@
 // Settings from end to end: every control of the table, what it does at once, and that it is there after a restart.
 #include <fmt/format.h>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <QAbstractButton>
 #include <QAction>
@@ -9,22 +7,20 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QScrollBar>
 #include <QTableView>
 #include <QTest>
-#include <QTimer>
 #include <fstream>
 
 #include "base/uDateTime.h"
 #include "base/uIniFile.h"
 #include "gui/common/DatasetTableModel.h"
-#include "gui/mainform/KorvexMainForm.h"
 #include "gui/mainform/uSettingsBinder.h"
 #include "gui/settings/uColourBox.h"
 #include "gui/settings/uLimitEdit.h"
 #include "shell/uSettingsStore.h"
 #include "tests/support/uThreeEvents.h"
+#include "tests/support/uWindowTest.h"
 
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -32,37 +28,17 @@ using testing::IsEmpty;
 
 namespace {
 
-class SettingsOfTheWindow : public testing::Test {
+class SettingsOfTheWindow : public TWindowTest {
  protected:
   SettingsOfTheWindow() {
-    FProgram.folder = FFolder.Path();
-    FProgram.version = "1.2.3.4";
     FProgram.findSettingsFolder = [this] { return (FFolder / "settings/").string(); };
     std::filesystem::create_directories(FFolder / "settings");
-    QObject::connect(&FWatch, &QTimer::timeout, [this] {
-      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-      if (box == nullptr) return;
-      FBoxes.push_back((box->text() + "|" + box->informativeText()).toStdString());
-      QTest::keyClick(box, Qt::Key_Escape);
-    });
-    FWatch.start(10);
   }
   ~SettingsOfTheWindow() override { SetShortDateFormat("yyyy-mm-dd"); }
 
-  void Start() {
-    FForm = std::make_unique<TKorvexMainForm>(FProgram, TReadFileThread::kNoMemoryBound);
-    FForm->show();
-    // What could not be read is said once the window stands.
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(FForm.get()));
-    QTest::qWait(50);
-    FForm->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(FForm.get()));
-  }
   void Open() {
-    WriteFile(FFolder / "three.kshock", Deflated(ThreeEvents().content));
-    FForm->Flow().Open((FFolder / "three.kshock").string());
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !FForm->Flow().Busy(); }, 60000));
-    for (int round = 0; round < 5; ++round) QCoreApplication::processEvents();
+    FForm->Flow().Open(Save("three.kshock", ThreeEvents()).toStdString());
+    Settle();
   }
   void Close() {
     FForm->close();
@@ -70,12 +46,6 @@ class SettingsOfTheWindow : public testing::Test {
   }
   TIniFile File() { return TIniFile::Load(FFolder / "settings/settings.ini"); }
 
-  template <class T>
-  T* Find(const char* name) {
-    T* found = FForm->findChild<T*>(name);
-    if (found == nullptr) throw std::runtime_error(std::string("there is no ") + name);
-    return found;
-  }
   QTableView* Grid(const char* name) { return Find<QTableView>(name); }
   static int Column(const QTableView* grid, const char* title) {
     for (int column = 0; column < grid->model()->columnCount(); ++column) {
@@ -93,12 +63,6 @@ class SettingsOfTheWindow : public testing::Test {
     found->selectAll();
     QTest::keyClicks(found, text);
   }
-
-  TTempFolder FFolder;
-  TProgram FProgram;
-  QTimer FWatch;
-  std::vector<std::string> FBoxes;
-  std::unique_ptr<TKorvexMainForm> FForm;
 };
 
 TEST_F(SettingsOfTheWindow, EachStartsWithItsDefaultAndComesBackAfterARestart) {

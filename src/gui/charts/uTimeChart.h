@@ -201,6 +201,9 @@ class TTimeChart : public QCustomPlot {
   void PaintPointed(QCPPainter& painter) const;
   // Gives the box of its words.
   QRectF PaintIndicator(QCPPainter& painter, double time) const;
+  // Cuts what the axes have no room for; gives the size of the box that the rest takes, a line each.
+  QSizeF FitReadings(const QFontMetrics& metrics, std::vector<TReading>& readings) const;
+  static void DrawReadings(QCPPainter& painter, const QRectF& box, const std::vector<TReading>& readings);
   [[nodiscard]] std::optional<std::size_t> CursorAt(const QPointF& position) const;
   [[nodiscard]] bool TakeCursor(const QPointF& position);
   void DragCursor(double time);

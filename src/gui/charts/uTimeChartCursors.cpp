@@ -10,7 +10,7 @@
 namespace {
 
 constexpr double kCursorReach = 5;  // px, how near to a cursor it can be taken
-constexpr int kPadding = 4;         // px, of the words
+constexpr int kPadding = 4;         // px, of a flag's letter
 constexpr double kDash[] = {5, 3};
 constexpr double kMsPerSecond = 1000;
 constexpr double kLongestPeriod = 100;  // s; the frequency of a longer one says nothing
@@ -145,17 +145,9 @@ void TTimeChart::PaintCursors(QCPPainter& painter) const {
 // At the bottom, because the words of the indicator stand at the top.
 void TTimeChart::PaintMeasured(QCPPainter& painter, double beside) const {
   const QRect rect = Rect().rect();
-  const QFontMetrics metrics = painter.fontMetrics();
   std::vector<TReading> lines = Measured();
-  const int room = std::max(1, rect.height() / metrics.height());
-  if (std::cmp_greater(lines.size(), room)) lines.resize(static_cast<std::size_t>(room));
-  int width = 0;
-  for (TReading& line : lines) {
-    line.text = metrics.elidedText(line.text, Qt::ElideRight, rect.width() / 2);
-    width = std::max(width, metrics.horizontalAdvance(line.text));
-  }
-  const double gap = metrics.height();  // clear of the flag
-  QRectF box(beside + gap, 0, width + 2 * kPadding, static_cast<double>(lines.size()) * metrics.height());
+  const double gap = painter.fontMetrics().height();  // clear of the flag
+  QRectF box({beside + gap, 0}, FitReadings(painter.fontMetrics(), lines));
   if (box.right() > rect.right()) box.moveRight(beside - gap);
   if (box.left() < rect.left()) box.moveLeft(rect.left());
   box.moveBottom(rect.bottom());
@@ -166,11 +158,5 @@ void TTimeChart::PaintMeasured(QCPPainter& painter, double beside) const {
   painter.setPen(QPen(FaintInk(), 1));
   painter.setBrush(Qt::NoBrush);
   painter.drawRect(box);
-  QRectF place = box.adjusted(kPadding, 0, -kPadding, 0);
-  place.setHeight(metrics.height());
-  for (const TReading& line : lines) {
-    painter.setPen(line.ink);
-    painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter, line.text);
-    place.translate(0, metrics.height());
-  }
+  DrawReadings(painter, box, lines);
 }

@@ -127,26 +127,32 @@ QRectF TTimeChart::PaintIndicator(QCPPainter& painter, double time) const {
   }
 
   readings.insert(readings.begin(), TReading{MomentText(time), text, std::nullopt});
-  const QFontMetrics metrics = painter.fontMetrics();
-  const int room = std::max(1, rect.height() / metrics.height());
-  if (std::cmp_greater(readings.size(), room)) readings.resize(static_cast<std::size_t>(room));
-  int width = 0;
-  for (TReading& reading : readings) {
-    reading.text = metrics.elidedText(reading.text, Qt::ElideRight, rect.width() / 2);
-    width = std::max(width, metrics.horizontalAdvance(reading.text));
-  }
-  QRectF box(x + kBoxGap, rect.top() + 1, width + 2 * kBoxPadding,
-             static_cast<double>(readings.size()) * metrics.height());
+  QRectF box({x + kBoxGap, rect.top() + 1.0}, FitReadings(painter.fontMetrics(), readings));
   if (box.right() > rect.right()) box.moveRight(x - kBoxGap);
   QColor veil = palette().color(QPalette::Base);
   veil.setAlphaF(0.85F);
   painter.fillRect(box, veil);
+  DrawReadings(painter, box, readings);
+  return box;
+}
+
+QSizeF TTimeChart::FitReadings(const QFontMetrics& metrics, std::vector<TReading>& readings) const {
+  const int room = std::max(1, Rect().height() / metrics.height());
+  if (std::cmp_greater(readings.size(), room)) readings.resize(static_cast<std::size_t>(room));
+  int width = 0;
+  for (TReading& reading : readings) {
+    reading.text = metrics.elidedText(reading.text, Qt::ElideRight, Rect().width() / 2);
+    width = std::max(width, metrics.horizontalAdvance(reading.text));
+  }
+  return {width + 2.0 * kBoxPadding, static_cast<double>(readings.size()) * metrics.height()};
+}
+
+void TTimeChart::DrawReadings(QCPPainter& painter, const QRectF& box, const std::vector<TReading>& readings) {
   QRectF line = box.adjusted(kBoxPadding, 0, -kBoxPadding, 0);
-  line.setHeight(metrics.height());
+  line.setHeight(painter.fontMetrics().height());
   for (const TReading& reading : readings) {
     painter.setPen(reading.ink);
     painter.drawText(line, Qt::AlignLeft | Qt::AlignVCenter, reading.text);
-    line.translate(0, metrics.height());
+    line.translate(0, line.height());
   }
-  return box;
 }

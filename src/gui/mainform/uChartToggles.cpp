@@ -13,22 +13,10 @@
 #include "gui/mainform/uMainParts.h"
 #include "gui/mainform/uMainScreen.h"
 #include "gui/overview/uOverviewPanel.h"
-#include "gui/ribbon/uRibbon.h"
 #include "gui/ribbon/uRibbonGroup.h"
 #include "gui/shock/uShockPanel.h"
 
 namespace {
-
-struct TGroupRow {
-  const char* tab;
-  const char* name;
-  const char* title;
-};
-constexpr TGroupRow kGroups[] = {{"tabEvents", "btngrpEventsChart", "Events chart"},
-                                 {"tabShock", "btngrpShockSeries", "Selected event chart"},
-                                 {"tabShock", "btngrpShockTools", "Selected event tools"},
-                                 {"tabSensors", "btngrpSensorsTools", "Sensors chart"},
-                                 {"tabSensors", "btngrpSensorsAxes", "Axis zoom locks"}};
 
 using TApply = void (*)(TMainParts&, bool);
 
@@ -151,7 +139,6 @@ void MakeToggle(TKorvexMainForm& form, TMainParts& parts, const TToggleRow& row)
 }  // namespace
 
 void MakeChartToggles(TKorvexMainForm& form, TMainParts& parts) {
-  for (const auto& [tab, name, title] : kGroups) parts.ribbon->AddGroup(tab, name, QObject::tr(title));
   for (const TToggleRow& row : kToggles) MakeToggle(form, parts, row);
   const auto follow = [&form](TSeries series, bool visible) {
     constexpr const char* kActions[] = {"actShockShowX", "actShockShowY", "actShockShowZ", "actShockShowTotal"};

@@ -5,5 +5,5 @@
 class TKorvexMainForm;
 struct TMainParts;
 
-// Makes the groups, actions and buttons, and gives the charts the states at first. Once, after the ribbon has its tabs.
+// Makes the actions and buttons, and gives the charts the states at first. Once, after the ribbon has its groups.
 void MakeChartToggles(TKorvexMainForm& form, TMainParts& parts);

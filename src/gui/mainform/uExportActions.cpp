@@ -11,26 +11,12 @@
 #include "gui/common/uIcons.h"
 #include "gui/mainform/KorvexMainForm.h"
 #include "gui/mainform/uMainParts.h"
-#include "gui/ribbon/uRibbon.h"
 #include "gui/ribbon/uRibbonGroup.h"
 #include "gui/shock/uShockPanel.h"
 #include "shell/uChartImages.h"
 #include "shell/uExportCommands.h"
 
 namespace {
-
-struct TGroupRow {
-  const char* tab;
-  const char* name;
-  const char* title;
-};
-constexpr TGroupRow kGroups[] = {{"tabEvents", "btngrpEventsExport", "Export events"},
-                                 {"tabEvents", "btngrpEventsImage", "Chart picture"},
-                                 {"tabShock", "btngrpShockExport", "Export selected event"},
-                                 {"tabShock", "btngrpShockImage", "Chart picture"},
-                                 {"tabSensors", "btngrpSensorsExport", "Export sensors"},
-                                 {"tabSensors", "btngrpSensorsImage", "Chart picture"},
-                                 {"tabTables", "btngrpTables", "Export tables"}};
 
 struct TExportRow {
   const char* action;
@@ -187,7 +173,6 @@ void MakeOpener(TKorvexMainForm& form, const TOpenRow& row) {
 }  // namespace
 
 void MakeExportActions(TKorvexMainForm& form, TMainParts& parts, TExportCommands& exports, TChartImages& images) {
-  for (const auto& [tab, name, title] : kGroups) parts.ribbon->AddGroup(tab, name, QObject::tr(title));
   for (const TExportRow& row : kExports) MakeExport(form, exports, images, row);
   for (const TMenuRow& row : kMenus) MakeMenu(form, row);
   for (const TOpenRow& row : kOpeners) MakeOpener(form, row);

@@ -7,5 +7,5 @@ class TExportCommands;
 class TKorvexMainForm;
 struct TMainParts;
 
-// Makes the groups, actions, buttons and menus. Once, after the ribbon has its tabs. The commands are borrowed.
+// Makes the actions, buttons and menus. Once, after the ribbon has its groups. The commands are borrowed.
 void MakeExportActions(TKorvexMainForm& form, TMainParts& parts, TExportCommands& exports, TChartImages& images);

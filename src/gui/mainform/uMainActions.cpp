@@ -30,6 +30,7 @@ struct TGroupRow {
   const char* name;
   const char* title;
 };
+// Every group of the ribbon, in the order in which they stand.
 constexpr TGroupRow kGroups[] = {{"tabHome", "btngrpFile", "File"},
                                  {"tabHome", "btngrpView", "View"},
                                  {"tabHome", "btngrpNavigator", "Navigator"},
@@ -37,9 +38,21 @@ constexpr TGroupRow kGroups[] = {{"tabHome", "btngrpFile", "File"},
                                  {"tabHome", "btngrpAlarm", "Alarm"},
                                  {"tabHome", "btngrpLayout", "Layout"},
                                  {"tabEvents", "btngrpEvents", "Overview"},
+                                 {"tabEvents", "btngrpEventsChart", "Events chart"},
+                                 {"tabEvents", "btngrpEventsExport", "Export events"},
+                                 {"tabEvents", "btngrpEventsImage", "Chart picture"},
                                  {"tabShock", "btngrpShock", "Selected event"},
                                  {"tabShock", "btngrpFilter", "Filter and spectrum"},
                                  {"tabShock", "btngrpShockOutput", "Shock view"},
+                                 {"tabShock", "btngrpShockSeries", "Selected event chart"},
+                                 {"tabShock", "btngrpShockTools", "Selected event tools"},
+                                 {"tabShock", "btngrpShockExport", "Export selected event"},
+                                 {"tabShock", "btngrpShockImage", "Chart picture"},
+                                 {"tabSensors", "btngrpSensorsTools", "Sensors chart"},
+                                 {"tabSensors", "btngrpSensorsAxes", "Axis zoom locks"},
+                                 {"tabSensors", "btngrpSensorsExport", "Export sensors"},
+                                 {"tabSensors", "btngrpSensorsImage", "Chart picture"},
+                                 {"tabTables", "btngrpTables", "Export tables"},
                                  {"tabReport", "btngrpReport", "Report"}};
 
 using TExecute = void (TKorvexMainForm::*)();
