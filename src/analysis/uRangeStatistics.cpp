@@ -10,18 +10,17 @@ void TStatisticsSum::TSum::Add(double value) {
   sum = total;
 }
 
-// The square of the largest and of the smallest single is well within a double.
-void TStatisticsSum::Add(float value) {
+void TStatisticsSum::Add(double value) {
   if (!std::isfinite(value)) return;
   FLeast = FCount == 0 ? value : std::min(FLeast, value);
   FLargest = FCount == 0 ? value : std::max(FLargest, value);
   ++FCount;
-  FValues.Add(double{value});
-  FSquares.Add(double{value} * double{value});
+  FValues.Add(value);
+  FSquares.Add(value * value);
 }
 
 TRangeStatistics TStatisticsSum::Result() const {
   if (FCount == 0) return {};
   const auto count = static_cast<double>(FCount);
-  return {FCount, double{FLeast}, double{FLargest}, FValues.Value() / count, std::sqrt(FSquares.Value() / count)};
+  return {FCount, FLeast, FLargest, FValues.Value() / count, std::sqrt(FSquares.Value() / count)};
 }

@@ -19,7 +19,8 @@ struct TRangeStatistics {
 // time it stands. The sums carry their rounding errors along, so that very many values cost no digits.
 class TStatisticsSum {
  public:
-  void Add(float value);
+  // Its square has to fit into a double.
+  void Add(double value);
   [[nodiscard]] TRangeStatistics Result() const;
 
  private:
@@ -30,6 +31,6 @@ class TStatisticsSum {
   };
 
   std::size_t FCount = 0;
-  float FLeast = 0, FLargest = 0;
+  double FLeast = 0, FLargest = 0;
   TSum FValues, FSquares;
 };

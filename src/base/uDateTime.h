@@ -2,10 +2,16 @@
 // 1899-12-29). Shown as recorded, in no time zone.
 #pragma once
 
+#include <cmath>
 #include <string>
 #include <string_view>
 
 inline constexpr double kMsPerDay = 86400000.0;
+
+// The start of a mission as an axis can take it: a date-time that is none, or far from every calendar, becomes 0.
+inline double DrawableStart(double startTime) {
+  return std::fabs(startTime) <= 1e9 ? startTime : 0.0;
+}
 
 // The date-time of a sample: a time in ms since the start of the mission.
 inline double DateTimeOf(double startTime, double ms) {

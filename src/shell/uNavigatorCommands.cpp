@@ -66,7 +66,7 @@ void ZoomNavigatorToEvent(TShownMission& mission, std::size_t event, IMainScreen
   if (event >= mission.Events.Count()) return;
   const TEvent& shown = mission.Events.GetItem(event);
   const double ms = shown.Count() > 0 ? shown.Values().back().time - shown.GetStartTime() : 0;
-  ZoomTo(mission, DateTimeOf(mission.Events.StartTime, shown.GetStartTime()), ms / kMsPerDay, screen);
+  ZoomTo(mission, DateTimeOf(DrawableStart(mission.Events.StartTime), shown.GetStartTime()), ms / kMsPerDay, screen);
 }
 
 void ZoomNavigatorToReading(TShownMission& mission, const TDataset& table, std::size_t row, IMainScreen& screen) {

@@ -5,6 +5,7 @@
 #include <QComboBox>
 #include <QContextMenuEvent>
 #include <QDialog>
+#include <QLabel>
 #include <QMenu>
 #include <QSignalSpy>
 #include <QTableWidget>
@@ -188,6 +189,47 @@ TEST(EventsChartMeasures, AreOfTheEventsThatTheFilterLetsThrough) {
       << "a cursor stands on the event beside it";
 }
 
+TEST(EventsChartMeasures, AreOfTheSameEventsAtEveryZoom) {
+  TSamples samples;
+  for (int i = 0; i < 2000; ++i) samples.push_back({i * kMinute, static_cast<float>(i % 97)});
+  TEventsChart chart;
+  chart.SetEvents(Events(samples), {});
+  Show(chart);
+  QSignalSpy texts(&chart, &TTimeChart::CursorValueChanged);
+  for (const int event : {100, 1500}) {
+    chart.SetTimeRange(At((event - 3) * kMinute), At((event + 3) * kMinute));
+    chart.grab();
+    Move(chart, PointAt(chart, At(event * kMinute), 1), Qt::NoButton);
+    QTest::keyClick(&chart, Qt::Key_C);
+  }
+  QTest::keyClick(&chart, Qt::Key_F);
+  chart.grab();
+  const QPoint at = PointAt(chart, At(1500 * kMinute), 1);
+  QTest::mousePress(&chart, Qt::LeftButton, {}, at);
+  Move(chart, at + QPoint(40, 0), Qt::LeftButton);
+  QTest::keyClick(&chart, Qt::Key_Escape);
+  bool told = false;
+  for (const auto& text : texts) told = told || text[0].toString().contains("Δpeak 42 g  ·  event 100 → 1500");
+  EXPECT_TRUE(told);
+}
+
+TEST(EventsChartMeasures, ADoubleClickGivesTheSelectionBackThatItsFirstClickTook) {
+  TEventsChart chart;
+  chart.SetEvents(Events({{0, 5}, {kMinute, 5}, {2 * kMinute, 5}}), {});
+  Show(chart);
+  chart.SetSelectedEvent(2);
+  std::size_t selected = 2;
+  QObject::connect(&chart, &TEventsChart::EventClicked, &chart, [&](std::size_t event) {
+    selected = event;
+    chart.SetSelectedEvent(event);
+  });
+  const QPoint at = PointAt(chart, At(kMinute), 5);
+  Click(chart, at);
+  EXPECT_EQ(selected, 1U);
+  QTest::mouseDClick(&chart, Qt::LeftButton, {}, at);
+  EXPECT_EQ(selected, 2U);
+}
+
 class MovedSensors : public testing::Test {
  protected:
   MovedSensors() {
@@ -267,6 +309,27 @@ TEST(Navigator, KeysMoveAndResizeTheBandWithinTheData) {
   press(Qt::Key_Plus, 4.2, 5.8);
   press(Qt::Key_Minus, 3.75, 6.25);
   press(Qt::Key_F, 0, 10);
+}
+
+TEST(Navigator, EscapeGivesTheBandBackThatIsBeingDragged) {
+  TNavigatorChart chart;
+  chart.SetMission(Events({{0, 1}, {kDay * 10, 2}}), {});
+  Show(chart);
+  std::pair<double, double> band;
+  QObject::connect(&chart, &TNavigatorChart::BandMoved, &chart, [&](double from, double to) {
+    band = {from, to};
+    chart.SetBand(from, to);
+  });
+  for (const double pressed : {5.0, 9.0}) {  // in the band and beside it
+    chart.SetBand(kStart + 4, kStart + 6);
+    QTest::mousePress(&chart, Qt::LeftButton, {}, PointAt(chart, kStart + pressed, 0));
+    Move(chart, PointAt(chart, kStart + 7.5, 0), Qt::LeftButton);
+    EXPECT_NE(band, std::pair(kStart + 4, kStart + 6));
+    QTest::keyClick(&chart, Qt::Key_Escape);
+    EXPECT_EQ(band, std::pair(kStart + 4, kStart + 6));
+    Move(chart, PointAt(chart, kStart + 2, 0), Qt::LeftButton);
+    EXPECT_EQ(band, std::pair(kStart + 4, kStart + 6));
+  }
 }
 
 class Window : public TWindowTest {
@@ -448,6 +511,42 @@ TEST_F(Window, AChartRedrawsOnceForAChangeAndNotForWhatIsNone) {
           << change.what << " " << chart->objectName().toStdString();
     }
   }
+}
+
+TEST_F(Window, OneChartsZoomIsMarkedOnlyWhileItIsInSight) {
+  auto& navigator = Find<TNavigatorChart>("ChartNavigator");
+  auto& sensors = Find<TSensorsChart>("ChartAllSensors");
+  const QImage synced = navigator.grab().toImage();
+  sensors.ZoomTime(0.5, At(kMinute));
+  Settle();
+  const QImage marked = navigator.grab().toImage();
+  EXPECT_NE(marked, synced);
+  Find<TTimeChart>("Chart1").ResetByUser();
+  EXPECT_EQ(navigator.grab().toImage(), marked) << "the sensors chart is still not synced";
+  FForm->Flow().SwitchView(TView::Shock);
+  Settle();
+  EXPECT_NE(navigator.grab().toImage(), marked);
+  Move(navigator, MiddleOf(navigator), Qt::NoButton);
+  EXPECT_THAT(Find<QLabel>("lblStatusHint").text().toStdString(), HasSubstr("move the band"));
+}
+
+TEST_F(Window, SwitchingViewsMovesNeitherPanelsNorTheSelection) {
+  const char* docks[] = {"dxDockPanelMissionDetails", "dxDockPanelSensorGridTemp", "dxDockPanelNavigator"};
+  std::vector<QRect> before;
+  for (const char* dock : docks) before.push_back(Find<QWidget>(dock).geometry());
+  for (int round = 0; round < 3; ++round) {
+    Press("Ctrl+2");
+    Press("Ctrl+1");
+    for (std::size_t i = 0; i < before.size(); ++i)
+      EXPECT_EQ(Find<QWidget>(docks[i]).geometry(), before[i]) << docks[i];
+  }
+  auto& important = Find<TGrid>("dbgMostImportant");
+  important.SetCurrentId(std::nullopt);
+  QSignalSpy chosen(&important, &TGrid::RowChosen);
+  important.clearFocus();
+  important.setFocus(Qt::TabFocusReason);
+  EXPECT_EQ(chosen.count(), 0) << "nobody chose a row";
+  EXPECT_FALSE(important.currentIndex().isValid());
 }
 
 }  // namespace

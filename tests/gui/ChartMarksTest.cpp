@@ -326,8 +326,9 @@ TEST_F(SensorMarks, AlarmLimitsAreLinesInTheColourOfTheSeries) {
   FChart.SetSensorColour("A2", kPink);
   FChart.SetSensorVisible(2, false);
   const auto ink = [this] {
+    FChart.grab();
     const int y = static_cast<int>(FAnalog.coordToPixel(8));
-    return Count(FChart, kPink, QRect(RectOf(FChart).rect().center().x() - 150, y - 1, 200, 3));
+    return Count(FChart, kPink, QRect(RectOf(FChart).rect().center().x() - 150, y - 1, 200, 5));
   };
   const int series = ink();
   FChart.SetAlarmLimits({{"A2", {-1.0, 8.0}}, {"A1", {5.5, 7.0}}});
@@ -403,6 +404,28 @@ TEST(HiddenEvents, AreFaintStemsWithoutADotAndAnswerNoClick) {
     Click(chart, middle);
     EXPECT_EQ(clicked.size(), visible ? 1 : 0);
   }
+}
+
+TEST(Peaks, AmongEqualTimesAtTheEndAndFarOutOfSightAreDrawnWhereTheyAre) {
+  for (int i = 0; i < 40; ++i) {
+    TSensorsChart chart;
+    chart.SetSensorColour("A1", kPink);
+    const double last = 1000.7 * (i + 1);
+    const TSensorList list = Sensors({{"A1", {{0, 5}, {last, 5}, {last, 100}, {last, 5}}}});
+    chart.SetSensors(list, kStart + i * 0.0137);
+    Show(chart);
+    const QPoint top(RectOf(chart).rect().right(), static_cast<int>(ValuesOf(chart).coordToPixel(80)));
+    EXPECT_GT(Ink(chart, kPink, Around(top, 3)), 0) << i;
+  }
+  TSelectedEventChart far;
+  const TEventList events = Events({{0, 0}, {10, -1e20F}, {20, 5}, {30, 5}}, true);
+  far.ShowEvent(events, 0, {});
+  Show(far);
+  ValuesOf(far).setRange(-10, 10);
+  far.replot();
+  const int x = PointAt(far, 20, 0).x();
+  EXPECT_GT(Ink(far, Qt::blue, {x - 2, PointAt(far, 20, 0).y(), 5, 40}), 20) << "from below";
+  EXPECT_EQ(Ink(far, Qt::blue, {x - 2, PointAt(far, 20, 9).y(), 5, 20}), 0);
 }
 
 }  // namespace

@@ -141,7 +141,7 @@ TEST_F(Exports, ATableIsExportedFromItsMenuAndTheGridHasTheFocusAgain) {
   auto* battery = Find<QTableView>("DBGrid8");
   Find("dxDockPanelSensorGridBattery")->raise();
   battery->setFocus();
-  FTyped = To("battery.xlsx");
+  FTyped = To("battery 1.5");  // the extension is added
   std::set<bool> gridShown;
   FMeanwhile = [&] { gridShown.insert(battery->isVisible()); };
   const QRect place = Find("dxDockPanelSensorGridBattery")->geometry();
@@ -152,7 +152,7 @@ TEST_F(Exports, ATableIsExportedFromItsMenuAndTheGridHasTheFocusAgain) {
   EXPECT_EQ(Find("dxDockPanelSensorGridBattery")->geometry(), place);
   EXPECT_THAT(FBoxes, ElementsAre("msgInformation|Excel sheet created|"));
   EXPECT_THAT(Seen(kFront), ElementsAre("MainOverviewPanel"));
-  EXPECT_THAT(Written(), ElementsAre("battery.xlsx", "table.csv"));
+  EXPECT_THAT(Written(), ElementsAre("battery 1.5.xlsx", "table.csv"));
   EXPECT_THAT(FDialogs.back(), HasSubstr("|" + FTo.string() + "|XLSX file (*.xlsx)|Battery Mission-165-00007.xlsx"));
 }
 

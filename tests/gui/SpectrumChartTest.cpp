@@ -115,4 +115,21 @@ TEST_F(SpectrumChart, OutOfSightNothingIsComputed) {
   EXPECT_TRUE(FChart.Spectrum().lines.empty());
 }
 
+TEST_F(SpectrumChart, AnotherWindowOrTypeKeepsTheViewAndSlowEventsHaveTheirOwn) {
+  const TEventList events = Sines();
+  FChart.ShowEvent(events, 0);
+  FChart.SetTimeRange(100, 150);
+  QTest::keyClick(&FChart, Qt::Key_C);
+  FChart.SetWindow(TWeightingWindow::fwHamming);
+  FChart.SetType(TSpectrumType::Decibel);
+  EXPECT_EQ(FChart.TimeRange(), std::pair(100.0, 150.0));
+  EXPECT_TRUE(FChart.Cursors()[0].has_value());
+  EXPECT_LT(ValuesOf(FChart).range().lower, 0);
+  TSamples slow;
+  for (int i = 0; i < 200; ++i) slow.push_back({i * 1e6, static_cast<float>(i % 5)});
+  const TEventList slowEvents = Events(slow, true);
+  FChart.ShowEvent(slowEvents, 0);
+  EXPECT_LT(FChart.FullRange().second, 0.001) << "Hz";
+}
+
 }  // namespace

@@ -13,10 +13,11 @@ class TAccelerationChart : public TTimeChart {
  public:
   using TTimeChart::TTimeChart;
 
-  // Both stay from event to event. The axes are visible at first, the total is not.
+  // All of these stay from event to event. The axes are visible at first, the total is not.
   void SetSeriesVisible(TSeries series, bool visible);
   [[nodiscard]] bool IsSeriesVisible(TSeries series) const { return FVisible[static_cast<std::size_t>(series)]; }
   void SetColour(TSeries series, const QColor& colour);
+  void SetValueAxisLocked(bool locked) { LockAxis(ValueAxis(), locked); }
 
  signals:
   // The user showed or hid a series in the legend.

@@ -1,4 +1,5 @@
 // What each chart says between its cursors and of the range in sight.
+#include <algorithm>
 #include <cmath>
 
 #include "analysis/uPointAbsorption.h"
@@ -15,7 +16,7 @@ namespace {
 constexpr auto kNothing = "–";
 
 QString Number(double value) {
-  return std::isfinite(value) ? QString::number(value, 'g', 6) : QString(kNothing);
+  return Digits(value, 6);
 }
 
 TRangeTable SeriesTable(const QString& span) {
@@ -114,7 +115,7 @@ TRangeTable TSpectrumChart::VisibleStatistics() const {
   const auto& lines = FSpectrum.lines;
   const auto hertzAt = [&](std::size_t i) { return lines[i].hertz; };
   for (const TBarSeries& bar : VisibleBars()) {
-    const auto valueAt = [&](std::size_t i) { return static_cast<float>(lines[i].*bar.value); };
+    const auto valueAt = [&](std::size_t i) { return lines[i].*bar.value; };
     table.rows.push_back(
         SeriesRow(NameOf(bar.series), UnitOf(FType), StatisticsIn(TimeRange(), lines.size(), hertzAt, valueAt)));
   }
@@ -156,9 +157,20 @@ double TEventsChart::CursorMoment(double time) const {
   return place ? FTimes[*place] : time;
 }
 
+// Whatever the zoom; of several begun at one time the largest.
+std::optional<std::size_t> TEventsChart::PlaceOn(double time) const {
+  std::optional<std::size_t> found;
+  const auto first = std::ranges::lower_bound(FTimes, time);
+  for (auto at = first; at != FTimes.end() && *at == time; ++at) {
+    const auto place = static_cast<std::size_t>(at - FTimes.begin());
+    if (IsVisibleEvent(place) && (!found || FMax[place] > FMax[*found])) found = place;
+  }
+  return found;
+}
+
 std::vector<TTimeChart::TReading> TEventsChart::DifferencesBetween(double a, double b) const {
-  const auto first = PlaceAt(a);
-  const auto second = PlaceAt(b);
+  const auto first = PlaceOn(a);
+  const auto second = PlaceOn(b);
   if (!first || !second) return {};
   const QColor text = palette().color(QPalette::Text);
   const double change = double{FMax[*second]} - double{FMax[*first]};

@@ -18,6 +18,11 @@ constexpr double kPaperDetail = 4;  // columns a logical pixel where the output 
 // The part of the segment inside the rect (Liang and Barsky); false when there is none. Coordinates may be anything
 // finite.
 bool ClipSegment(QPointF& a, QPointF& b, const QRectF& rect) {
+  // The end that is farther away is cut as seen from the other, which keeps its digits.
+  const auto away = [middle = rect.center()](const QPointF& p) {
+    return std::max(std::fabs(p.x() - middle.x()), std::fabs(p.y() - middle.y()));
+  };
+  if (away(a) > away(b)) return ClipSegment(b, a, rect);
   double enter = 0;
   double leave = 1;
   const double dx = b.x() - a.x();
@@ -227,8 +232,12 @@ void DrawLevel(QCPPainter& painter, const QCPAxis& values, double value, const Q
             rect);
 }
 
+QString Digits(double value, int digits) {
+  return std::isfinite(value) ? QtText(GeneralFloat(QString::number(value, 'g', digits).toDouble())) : QString("–");
+}
+
 QString Figure(double value) {
   const double size = std::fabs(value);
-  if (std::isfinite(value) && size != 0 && (size < 0.01 || size >= 1e6)) return QString::number(value, 'g', 4);
+  if (std::isfinite(value) && size != 0 && (size < 0.01 || size >= 1e6)) return Digits(value, 4);
   return QtText(MaskFloat("0.##", value));
 }

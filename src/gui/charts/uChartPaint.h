@@ -50,5 +50,8 @@ void DrawWords(QCPPainter& painter, QPointF at, Qt::Alignment side, const QStrin
 void DrawLevel(QCPPainter& painter, const QCPAxis& values, double value, const QString& name, const QColor& ink,
                const QColor& ground, Qt::Alignment namePlace = Qt::AlignRight | Qt::AlignTop);
 
+// A number of so many digits at most, in general form; a dash for none.
+QString Digits(double value, int digits);
+
 // A number for people: two decimals, or powers of ten where these would hide it.
 QString Figure(double value);

@@ -48,6 +48,7 @@ void TEventsChart::Clear() {
   FLargest = 0;
   FTrigger.reset();
   FSelected.reset();
+  FBeforeClick.reset();
   FHovered.reset();
   FDots.Clear();
   SetFullRange(std::nullopt);
@@ -224,10 +225,10 @@ void TEventsChart::PaintDots(QCPPainter& painter) {
   const double foot = ValueAxis().coordToPixel(values.lower);
   const double perTime = rect.width() / times.size();
   const double perG = rect.height() / values.size();
-  const double beside = 2 * kTotalRadius / perTime;  // of a dot that stands half in sight
   const auto key = [this](std::size_t i) { return FTimes[i]; };
-  const std::size_t end = FirstAtOrAfter(FTimes.size(), key, times.upper + beside);
-  for (std::size_t i = FirstAtOrAfter(FTimes.size(), key, times.lower - beside); i < end; ++i) {
+  const std::size_t end =
+      FirstAtOrAfter(FTimes.size(), key, std::nextafter(times.upper, std::numeric_limits<double>::infinity()));
+  for (std::size_t i = FirstAtOrAfter(FTimes.size(), key, times.lower); i < end; ++i) {
     if (!IsVisibleEvent(i)) continue;
     const double g = FAxes[i] == kNoAxis ? FMax[i] : FMaxSingle[i];
     FDots.Add(left + (FTimes[i] - times.lower) * perTime, foot - (g - values.lower) * perG, i);
@@ -316,7 +317,12 @@ void TEventsChart::Clicked(const QPointF& position) {
   // A point that holds several is its largest.
   auto place = FDots.GroupAt(position);
   if (!place) place = PlaceNear(position);
+  FBeforeClick = FSelected;
   if (place) emit EventClicked(IndexOf(*place));
+}
+
+void TEventsChart::Unclicked() {
+  if (FBeforeClick && FBeforeClick != FSelected) emit EventClicked(IndexOf(*FBeforeClick));
 }
 
 QString TEventsChart::CursorText(const QPointF& position) const {

@@ -44,6 +44,7 @@ class TEventsChart final : public TTimeChart {
 
  protected:
   void Clicked(const QPointF& position) override;
+  void Unclicked() override;
   [[nodiscard]] QString CursorText(const QPointF& position) const override;
   [[nodiscard]] std::vector<TReading> ReadingsAt(double time) const override;
   [[nodiscard]] double CursorMoment(double time) const override;
@@ -62,6 +63,8 @@ class TEventsChart final : public TTimeChart {
   [[nodiscard]] std::optional<std::size_t> PlaceNear(const QPointF& position) const;
   // Of the event whose stem stands near a time.
   [[nodiscard]] std::optional<std::size_t> PlaceAt(double time) const;
+  // The event that begins at exactly this time.
+  [[nodiscard]] std::optional<std::size_t> PlaceOn(double time) const;
   [[nodiscard]] std::size_t IndexOf(std::size_t place) const { return FIndexes.empty() ? place : FIndexes[place]; }
   [[nodiscard]] bool IsVisibleEvent(std::size_t place) const { return FVisible.empty() || FVisible[IndexOf(place)]; }
   void SortByTime();
@@ -91,5 +94,6 @@ class TEventsChart final : public TTimeChart {
   TEventDots FDots;
   std::array<TExtents, kSeriesCount + 1> FStems;
   std::optional<std::size_t> FSelected, FHovered;  // places
+  std::optional<std::size_t> FBeforeClick;         // the selected place then
   std::vector<std::size_t> FPeaks;                 // of a replot, kept for its memory
 };

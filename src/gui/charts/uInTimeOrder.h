@@ -9,6 +9,7 @@
 #include <limits>
 #include <optional>
 #include <span>
+#include <utility>
 #include <vector>
 
 // Borrows samples that are in order, as nearly all are; of others it keeps a copy, in stable order. What has no finite
@@ -76,7 +77,9 @@ std::optional<std::size_t> NearestOnScreen(std::size_t count, std::size_t start,
   return nearest;
 }
 
-// The start of a mission as an axis can take it: a date-time that is none, or far from every calendar, becomes 0.
-inline double DrawableStart(double startTime) {
-  return std::fabs(startTime) <= 1e9 ? startTime : 0.0;
+// A view in the samples' own time, widened by what converting it there may have cost, so that what stands at its ends
+// stays in it. `size` is that of the times that were added up.
+inline std::pair<double, double> WithRounding(double from, double to, double size) {
+  const double rounding = 4 * std::numeric_limits<double>::epsilon() * size;
+  return {from - rounding, to + rounding};
 }

@@ -169,7 +169,9 @@ void TNavigatorChart::PaintOverview(QCPPainter& painter) {
   const auto [from, to] = TimeRange();
   if (!FReadings.Samples().empty()) {
     const auto readings = FReadings.Samples();
-    const TColumns columns = ColumnsOf(TimeAxis(), painter, (from - FStart) * kMsPerDay, (to - FStart) * kMsPerDay);
+    const auto [first, last] = WithRounding((from - FStart) * kMsPerDay, (to - FStart) * kMsPerDay,
+                                            (std::fabs(FStart) + std::fabs(to)) * kMsPerDay);
+    const TColumns columns = ColumnsOf(TimeAxis(), painter, first, last);
     Envelope(
         readings.size(), [readings](std::size_t i) { return readings[i].time; },
         [readings](std::size_t i) { return readings[i].xvalue; }, FExtents, columns, FEnvelope);
@@ -257,7 +259,7 @@ void TNavigatorChart::mousePressEvent(QMouseEvent* event) {
   const double time = TimeAxis().pixelToCoord(event->position().x());
   FGrip = GripAt(event->position());
   FGripTime = time;
-  FGripBand = *FBand;
+  FGripBand = FBandBefore = *FBand;
   if (FGrip != TGrip::None) return;
   // A click beside the band brings its middle there, and it can be dragged on.
   FGrip = TGrip::Band;
@@ -305,6 +307,10 @@ void TNavigatorChart::keyPressEvent(QKeyEvent* event) {
   };
   TTimeSpan now = band;
   switch (event->key()) {
+    case Qt::Key_Escape:
+      if (std::exchange(FGrip, TGrip::None) == TGrip::None) return TTimeChart::keyPressEvent(event);
+      now = {FBandBefore.first, FBandBefore.second};
+      break;
     case Qt::Key_F:
       now = data;
       break;

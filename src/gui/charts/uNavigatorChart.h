@@ -84,6 +84,7 @@ class TNavigatorChart final : public TTimeChart {
   TGrip FGrip = TGrip::None;              // held by the mouse
   double FGripTime = 0;                   // where it was taken, a date-time
   TSpan FGripBand;                        // the band then
+  TSpan FBandBefore;                      // and before the press
   std::vector<TEnvelopePoint> FEnvelope;  // of a replot, kept for their memory
   std::vector<std::size_t> FTicks;
 };

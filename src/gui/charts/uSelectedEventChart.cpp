@@ -22,7 +22,6 @@ TSelectedEventChart::TSelectedEventChart(QWidget* parent) : TAccelerationChart(T
   setObjectName("Chart2");
   setAccessibleName(tr("Selected event chart"));
   ValueAxis().setLabel(tr("Acceleration (g)"));
-  SetNothing(tr("No event selected"));
   new TPainted(&Rect(), "main", [this](QCPPainter& painter) {
     if (!HasData()) return;
     painter.setFont(font());
@@ -42,13 +41,16 @@ void TSelectedEventChart::Clear() {
   FIntervals = {};
   FPeak.reset();
   Legend().SetTitle({});
+  SetNothing(tr("No event selected"));
   SetFullRange(std::nullopt);
   emit SamplesChanged();
 }
 
 void TSelectedEventChart::ShowEvent(const TEventList& events, std::size_t index, const TMissionData& mission) {
   Clear();
-  if (index >= events.Count() || events.GetItem(index).Count() == 0) return;
+  if (index >= events.Count()) return;
+  SetNothing(tr("The event has no samples"));
+  if (events.GetItem(index).Count() == 0) return;
   FEvent = &events.GetItem(index);
   const TEvent& event = *FEvent;
   FSamples.Set(event.Values());
@@ -75,13 +77,15 @@ void TSelectedEventChart::ShowTitle() {
   const TEvent& event = *FEvent;
   const std::string when = FormatDateTime(DateTimeMask(), DateTimeOf(FMissionStart, event.GetStartTime()));
   Legend().SetTitle(
-      tr("Event %1 · %2 · peak %3 g (%4 g on %5)")
+      (FHighPass ? tr("Event %1 · %2 · high-passed; recorded peak %3 g (%4 g on %5)")
+                 : tr("Event %1 · %2 · peak %3 g (%4 g on %5)"))
           .arg(event.ID)
           .arg(QtText(when), Figure(double{event.Max}), Figure(double{event.MaxSingle}), QtText(event.MaxAxis)));
 }
 
 void TSelectedEventChart::SetHighPass(bool on) {
   if (std::exchange(FHighPass, on) == on || FEvent == nullptr) return;
+  ShowTitle();
   ShowSamples();
 }
 
@@ -195,9 +199,10 @@ void TSelectedEventChart::PaintIntervals(QCPPainter& painter) const {
 }
 
 void TSelectedEventChart::PaintSeries(QCPPainter& painter) {
-  const auto [from, to] = TimeRange();
+  const auto [first, last] = TimeRange();
   // The samples' own clock runs from the mission's start.
-  const TColumns columns = ColumnsOf(TimeAxis(), painter, from + FStart, to + FStart);
+  const auto [from, to] = WithRounding(first + FStart, last + FStart, std::fabs(FStart) + std::fabs(last));
+  const TColumns columns = ColumnsOf(TimeAxis(), painter, from, to);
   const auto samples = FSamples.Samples();
   for (const TSeries series : {TSeries::Total, TSeries::X, TSeries::Y, TSeries::Z}) {
     if (!IsSeriesVisible(series)) continue;

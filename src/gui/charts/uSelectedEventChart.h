@@ -53,7 +53,6 @@ class TSelectedEventChart final : public TAccelerationChart {
   // Of the acceleration, in g, as lines.
   void SetAlarmLimits(TAlarmLimits limits);
   void SetMasks(TValueMasks masks);
-  void SetValueAxisLocked(bool locked) { LockAxis(ValueAxis(), locked); }
 
  signals:
   void SamplesChanged();

@@ -13,6 +13,8 @@
 namespace {
 
 constexpr double kLineWidth = 1.2;
+constexpr double kLimitInSight = 4;  // times the span of the readings
+constexpr double kLeastSpan = 0.02;  // of the readings themselves, where they hardly change
 constexpr std::size_t kMostCursorValues = 12;
 constexpr int kMovedRank = -1;  // before all others
 constexpr int kAxisGap = 8;     // px between an inner and an outer axis
@@ -189,7 +191,7 @@ void TSensorsChart::TakeNamesAndColours() {
 void TSensorsChart::SetAlarmLimits(std::map<std::string, std::pair<double, double>> limits) {
   if (FAlarms == limits) return;
   FAlarms = std::move(limits);
-  QueueReplot();
+  RescaleValues();
 }
 
 void TSensorsChart::SetAxisColour(TSensorAxis axis, const QColor& colour) {
@@ -213,6 +215,20 @@ void TSensorsChart::ScaleAxis(TSensorAxis axis) {
     if (!series.visible || series.whole.IsEmpty() || series.look.axis != axis) continue;
     least = std::min(least, double{series.whole.least});
     largest = std::max(largest, double{series.whole.largest});
+  }
+  // Limits far away would press the readings flat.
+  const double near =
+      kLimitInSight * std::max(largest - least, kLeastSpan * std::max(std::fabs(least), std::fabs(largest)));
+  const double lowest = least - near;
+  const double highest = largest + near;
+  for (const TSensorSeries& series : FSeries) {
+    const auto limits = FAlarms.find(series.sensor);
+    if (!series.visible || series.look.axis != axis || limits == FAlarms.end()) continue;
+    for (const double limit : {limits->second.first, limits->second.second}) {
+      if (!(limit >= lowest && limit <= highest)) continue;
+      least = std::min(least, limit);
+      largest = std::max(largest, limit);
+    }
   }
   AxisOf(axis).setRange(ScaleAround(least, largest));
 }
@@ -297,8 +313,9 @@ double TSensorsChart::MsOf(double dateTime) const {
 
 void TSensorsChart::PaintSensors(QCPPainter& painter) {
   PaintAlarms(painter);
-  const auto [from, to] = TimeRange();
-  const TColumns columns = ColumnsOf(TimeAxis(), painter, MsOf(from), MsOf(to));
+  const auto [first, last] = TimeRange();
+  const auto [from, to] = WithRounding(MsOf(first), MsOf(last), (std::fabs(FStart) + std::fabs(last)) * kMsPerDay);
+  const TColumns columns = ColumnsOf(TimeAxis(), painter, from, to);
   for (const TSensorSeries& series : FSeries) {
     if (!series.visible || series.whole.IsEmpty()) continue;
     const auto readings = series.readings.Samples();

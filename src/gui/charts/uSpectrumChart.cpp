@@ -29,9 +29,7 @@ QString AxisTitle(TSpectrumType type) {
 }
 
 // Lines differ by many powers of ten.
-QString Digits(double value) {
-  return std::isfinite(value) ? QString::number(value, 'g', 4) : QString("–");
-}
+constexpr int kDigits = 4;
 
 }  // namespace
 
@@ -64,11 +62,20 @@ void TSpectrumChart::ShowEvent(const TEventList& events, std::size_t index) {
 void TSpectrumChart::SetType(TSpectrumType type) {
   if (std::exchange(FType, type) == type) return;
   ValueAxis().setLabel(AxisTitle(FType));
-  Calculate();
+  Recalculate();
+  ScaleValues();
 }
 
 void TSpectrumChart::SetWindow(TWeightingWindow window) {
-  if (std::exchange(FWindow, window) != window) Calculate();
+  if (std::exchange(FWindow, window) != window) Recalculate();
+}
+
+// The lines stay where they are, and so does the view.
+void TSpectrumChart::Recalculate() {
+  if (FSpectrum.lines.empty()) return Calculate();
+  FSpectrum = CalcSpectrum(FEvent->Values(), FType, FWindow);
+  ShowTitle();
+  RescaleValues();
 }
 
 void TSpectrumChart::showEvent(QShowEvent* event) {
@@ -103,10 +110,11 @@ void TSpectrumChart::ShowTitle() {
       strongest = bar;
     }
   }
-  QString title = tr("Event %1 · %2 lines of %3 Hz").arg(FEvent->ID).arg(lines.size()).arg(Digits(Step()));
+  QString title = tr("Event %1 · %2 lines of %3 Hz").arg(FEvent->ID).arg(lines.size()).arg(Digits(Step(), kDigits));
   if (peak != nullptr) {
     title += tr(" · peak %1 %2 at %3 Hz (%4)")
-                 .arg(Digits(peak->*strongest.value), UnitOf(FType), Digits(peak->hertz), NameOf(strongest.series));
+                 .arg(Digits(peak->*strongest.value, kDigits), UnitOf(FType), Digits(peak->hertz, kDigits),
+                      NameOf(strongest.series));
   }
   Legend().SetTitle(title);
 }
@@ -155,7 +163,9 @@ void TSpectrumChart::PaintBars(QCPPainter& painter) const {
   if (to < -Step() || from > FSpectrum.lines.back().hertz + Step()) return;
   const std::size_t begin = LineAt(from);
   const std::size_t end = LineAt(to) + 1;
+  painter.save();
   painter.setAntialiasing(false);
+  painter.setClipRect(Rect().rect(), Qt::IntersectClip);
   const double room = TimeAxis().coordToPixel(Step()) - TimeAxis().coordToPixel(0);
   const auto count = static_cast<double>(VisibleBars().size());
   if (room * kGroupPart >= kLeastBar * count) {
@@ -163,22 +173,33 @@ void TSpectrumChart::PaintBars(QCPPainter& painter) const {
   } else {
     PaintColumns(painter, begin, end);
   }
+  painter.restore();
+}
+
+// Decibels have no 0 to stand on.
+double TSpectrumChart::Foot() const {
+  const QRectF rect = Rect().rect();
+  if (FType == TSpectrumType::Decibel) return rect.bottom() + 1;
+  return std::clamp(ValueAxis().coordToPixel(0), rect.top() - 1, rect.bottom() + 1);
+}
+
+void TSpectrumChart::PaintBar(QCPPainter& painter, double left, double width, double value, TSeries series) const {
+  if (!std::isfinite(value)) return;
+  const QRectF rect = Rect().rect();
+  const double top = std::clamp(ValueAxis().coordToPixel(value), rect.top() - 1, rect.bottom() + 1);
+  painter.fillRect(QRectF(left, top, width, Foot() - top), InkOf(series));
 }
 
 void TSpectrumChart::PaintGroups(QCPPainter& painter, std::size_t begin, std::size_t end) const {
   const std::vector<TBarSeries> bars = VisibleBars();
-  const QRectF rect = Rect().rect();
   const double width = Step() * kGroupPart / static_cast<double>(std::max<std::size_t>(bars.size(), 1));
   for (std::size_t i = begin; i < end; ++i) {
     const TSpectrumLine& line = FSpectrum.lines[i];
     double left = line.hertz - Step() * kGroupPart / 2;
     for (const TBarSeries& bar : bars) {
-      const double top = std::clamp(ValueAxis().coordToPixel(line.*bar.value), rect.top() - 1, rect.bottom() + 1);
       const double x = TimeAxis().coordToPixel(left);
       left += width;
-      if (!std::isfinite(line.*bar.value)) continue;
-      painter.fillRect(QRectF(QPointF(x, top), QPointF(TimeAxis().coordToPixel(left), rect.bottom() + 1)),
-                       InkOf(bar.series));
+      PaintBar(painter, x, TimeAxis().coordToPixel(left) - x, line.*bar.value, bar.series);
     }
   }
 }
@@ -186,9 +207,8 @@ void TSpectrumChart::PaintGroups(QCPPainter& painter, std::size_t begin, std::si
 void TSpectrumChart::PaintColumns(QCPPainter& painter, std::size_t begin, std::size_t end) const {
   struct TColumn {
     double value;
-    QColor ink;
+    TSeries series;
   };
-  const QRectF rect = Rect().rect();
   const std::vector<TBarSeries> bars = VisibleBars();
   std::vector<TColumn> columns;
   for (std::size_t i = begin; i < end;) {
@@ -199,14 +219,12 @@ void TSpectrumChart::PaintColumns(QCPPainter& painter, std::size_t begin, std::s
     for (const TBarSeries& bar : bars) {
       double largest = -std::numeric_limits<double>::infinity();
       for (std::size_t k = i; k < next; ++k) largest = std::fmax(largest, FSpectrum.lines[k].*bar.value);
-      columns.push_back({largest, InkOf(bar.series)});
+      columns.push_back({largest, bar.series});
     }
     std::ranges::stable_sort(columns, std::ranges::greater(), &TColumn::value);
     const double width = next < end ? TimeAxis().coordToPixel(FSpectrum.lines[next].hertz) - x : 1;
-    for (const TColumn& column : columns) {
-      if (!std::isfinite(column.value)) continue;
-      const double top = std::clamp(ValueAxis().coordToPixel(column.value), rect.top() - 1, rect.bottom() + 1);
-      painter.fillRect(QRectF(x, top, std::max(1.0, width * kGroupPart), rect.bottom() + 1 - top), column.ink);
+    for (const auto& [value, series] : columns) {
+      PaintBar(painter, x, std::max(1.0, width * kGroupPart), value, series);
     }
     i = next;
   }
@@ -214,13 +232,13 @@ void TSpectrumChart::PaintColumns(QCPPainter& painter, std::size_t begin, std::s
 
 QString TSpectrumChart::MomentText(double hertz) const {
   if (FSpectrum.lines.empty()) return {};
-  return tr("%1 Hz").arg(Digits(FSpectrum.lines[LineAt(hertz)].hertz));
+  return tr("%1 Hz").arg(Digits(FSpectrum.lines[LineAt(hertz)].hertz, kDigits));
 }
 
 TTimeChart::TReading TSpectrumChart::ReadingOf(std::size_t line, const TBarSeries& bar) const {
   const double value = FSpectrum.lines[line].*bar.value;
-  TReading reading{QString("%1 %2 %3").arg(NameOf(bar.series), Digits(value), UnitOf(FType)), InkOf(bar.series),
-                   std::nullopt};
+  TReading reading{QString("%1 %2 %3").arg(NameOf(bar.series), Digits(value, kDigits), UnitOf(FType)),
+                   InkOf(bar.series), std::nullopt};
   if (std::isfinite(value)) {
     reading.at = QPointF(TimeAxis().coordToPixel(FSpectrum.lines[line].hertz), ValueAxis().coordToPixel(value));
   }

@@ -55,6 +55,7 @@ class TSpectrumChart final : public TAccelerationChart {
   static QString UnitOf(TSpectrumType type);
   // Computes the spectrum anew, or once the chart is in sight.
   void Calculate();
+  void Recalculate();
   void ShowTitle();
   [[nodiscard]] std::vector<TBarSeries> VisibleBars() const;
   // Hz between two lines.
@@ -63,6 +64,9 @@ class TSpectrumChart final : public TAccelerationChart {
   [[nodiscard]] std::size_t LineAt(double hertz) const;
   [[nodiscard]] TReading ReadingOf(std::size_t line, const TBarSeries& bar) const;
   void PaintBars(QCPPainter& painter) const;
+  // px, what bars stand on.
+  [[nodiscard]] double Foot() const;
+  void PaintBar(QCPPainter& painter, double left, double width, double value, TSeries series) const;
   // The bars of a line side by side.
   void PaintGroups(QCPPainter& painter, std::size_t begin, std::size_t end) const;
   // The largest of the lines that share a pixel, the larger series behind the smaller.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <tuple>
 
 #include "base/uDateTime.h"
 #include "gui/charts/uDateTicker.h"
@@ -14,9 +15,10 @@
 namespace {
 
 constexpr double kSecondMs = 1000;
-constexpr double kFarthest = 1e12;     // days or ms from 0
-constexpr double kTellApart = 1e-13;   // of a time, the least span whose ends differ in a double
-constexpr double kLeastSpanMs = 1e-3;  // of an axis in ms, and in Hz
+constexpr double kFarthest = 1e12;         // days or ms from 0
+constexpr double kTellApart = 1e-13;       // of a time, the least span whose ends differ in a double
+constexpr double kLeastSpanMs = 1e-3;      // of an axis in ms
+constexpr double kLeastSpanHertz = 1e-12;  // slow events have slow spectra
 constexpr double kLeastSpanDays = 1 / kMsPerDay;
 constexpr double kHeadroom = 0.05;
 constexpr double kSame = 1e-6;  // of a value, the noise of a reading that does not change
@@ -116,7 +118,8 @@ void TTimeChart::ApplyRange(double from, double to) {
 }
 
 double TTimeChart::LeastSpan(double about) const {
-  return std::max(FUnit == TAxisUnit::Days ? kLeastSpanDays : kLeastSpanMs, std::fabs(about) * kTellApart);
+  constexpr std::array kLeast = {kLeastSpanDays, kLeastSpanMs, kLeastSpanHertz};
+  return std::max(kLeast[static_cast<std::size_t>(FUnit)], std::fabs(about) * kTellApart);
 }
 
 int TTimeChart::NeededLeftMargin() const {
@@ -189,13 +192,14 @@ void TTimeChart::RedrawMarks() {
 // Ticks are chosen by the layout before, and their labels decide the margins of this one, which a neighbour may widen:
 // so it is laid out until the margins stay, and once more by the base for the picture.
 void TTimeChart::LayOut() {
-  constexpr int kMostRounds = 3;
-  Prepare();
+  constexpr int kMostRounds = 4;
+  const auto laid = [this] { return std::tuple(FRect->margins(), FRect->minimumMargins(), FRect->size()); };
   for (int round = 0; round < kMostRounds; ++round) {
-    const std::pair before(FRect->margins(), FRect->minimumMargins());
+    const auto before = laid();
+    Prepare();
     updateLayout();
     TellMargins();
-    if (std::pair(FRect->margins(), FRect->minimumMargins()) == before) break;
+    if (laid() == before) break;
   }
 }
 

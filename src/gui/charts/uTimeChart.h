@@ -116,6 +116,8 @@ class TTimeChart : public QCustomPlot {
 
   // Left button, less than a drag.
   virtual void Clicked(const QPointF& position) = 0;
+  // The last click was the first of a double-click.
+  virtual void Unclicked() {}
   // What stands under the pointer, in words; empty when nothing does. By default what the indicator would say.
   [[nodiscard]] virtual QString CursorText(const QPointF& position) const;
   // What the indicator says below the moment, and the samples that say it.

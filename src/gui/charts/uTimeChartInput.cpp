@@ -45,7 +45,11 @@ void TTimeChart::UserRange(double from, double to) {
       std::clamp((from + to) / 2, std::min(FFullRange.first, now.center()), std::max(FFullRange.second, now.center()));
   const double most = std::max(full * kFarOut, now.size());
   const double span = std::clamp(to - from, std::min(LeastSpan(middle), most), most);
-  SetTimeRange(middle - span / 2, middle + span / 2);
+  if (middle == (from + to) / 2 && span == to - from) {
+    SetTimeRange(from, to);  // to the last bit
+  } else {
+    SetTimeRange(middle - span / 2, middle + span / 2);
+  }
   if (FTimeAxis->range() != now) emit TimeRangeChanged(FTimeAxis->range().lower, FTimeAxis->range().upper);
 }
 
@@ -115,6 +119,8 @@ void TTimeChart::mousePressEvent(QMouseEvent* event) {
 
 void TTimeChart::mouseMoveEvent(QMouseEvent* event) {
   FPointer = event->position();
+  // A dialog may have taken the release.
+  if (FDrag != TDrag::None && !event->buttons().testFlag(FDragButton)) EndDrag();
   if (FDrag == TDrag::Pan) DragPan(FPointer);
   if (FDrag == TDrag::Span) update();
   Hover(FPointer);
@@ -170,6 +176,7 @@ void TTimeChart::mouseDoubleClickEvent(QMouseEvent* event) {
     Clicked(event->position());
   } else {
     FPinned = FPinnedBefore;  // its first click was none
+    Unclicked();
     ResetByUser();
   }
 }
@@ -211,6 +218,7 @@ void TTimeChart::keyPressEvent(QKeyEvent* event) {
       if (FDrag == TDrag::Pan) DragPan(FPressed);
       if (FDrag == TDrag::Cursor) DragCursor(FHeldFrom);
       EndDrag();
+      TellCursor(FPointer);
       break;
     case Qt::Key_F:
       ResetByUser();
@@ -219,7 +227,7 @@ void TTimeChart::keyPressEvent(QKeyEvent* event) {
       if (!event->isAutoRepeat()) StepCursors();
       break;
     case Qt::Key_R:
-      if (FHasData && FZoomable && !event->isAutoRepeat()) emit StatisticsRequested();
+      if (FHasData && FZoomable && FDrag == TDrag::None && !event->isAutoRepeat()) emit StatisticsRequested();
       break;
     case Qt::Key_Plus:
     case Qt::Key_Equal:
@@ -248,7 +256,7 @@ void TTimeChart::keyPressEvent(QKeyEvent* event) {
       break;
     case Qt::Key_F10:
       // The desktop tells of the Menu key itself, not always of this one.
-      if (event->modifiers().testFlag(Qt::ShiftModifier))
+      if (event->modifiers().testFlag(Qt::ShiftModifier) && FDrag == TDrag::None)
         return emit MenuRequested(mapToGlobal(Rect().rect().center()));
       [[fallthrough]];
     default:

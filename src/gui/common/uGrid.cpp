@@ -227,6 +227,14 @@ void TGrid::HoverAnew() {
   Q_EMIT RowHovered(FModel->IdAt(row));
 }
 
+// The base makes the first cell the current one where there is none; nobody chose it.
+void TGrid::focusInEvent(QFocusEvent* event) {
+  const QScopedValueRollback<bool> setting(FSetting, true);
+  const bool hadCurrent = currentIndex().isValid();
+  QTableView::focusInEvent(event);
+  if (!hadCurrent) setCurrentIndex({});
+}
+
 void TGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
   QTableView::currentChanged(current, previous);
   if (FSetting || !current.isValid() || current.row() == previous.row()) return;

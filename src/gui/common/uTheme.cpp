@@ -3,10 +3,27 @@
 #include <QApplication>
 #include <QStyleFactory>
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
 constexpr float kDarkestInk = 0.62F;  // HSL lightness below which a colour drowns in a dark ground
+
+constexpr float kLightestInk = 0.9F;
+constexpr float kStep = 0.02F;
+constexpr double kLeastContrast = 4.5;  // for text, by the web's accessibility guidelines
+
+// Of 0 to 1, as the eye weighs the colours.
+double Luminance(const QColor& colour) {
+  const auto linear = [](double part) {
+    return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+  };
+  return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
+}
+
+double Contrast(const QColor& light, const QColor& dark) {
+  return (Luminance(light) + 0.05) / (Luminance(dark) + 0.05);
+}
 
 QPalette PaletteOf(const QColor& window, const QColor& base, const QColor& text, const QColor& highlight) {
   QPalette palette(window, window);
@@ -55,6 +72,11 @@ QColor InkOn(const QPalette& palette, const QColor& colour) {
   float alpha = 1;
   colour.getHslF(&hue, &saturation, &lightness, &alpha);
   const bool grey = saturation < 0.05F;
-  return QColor::fromHslF(std::max(hue, 0.0F), saturation,
-                          grey ? std::max(1 - lightness, kDarkestInk) : std::max(lightness, kDarkestInk), alpha);
+  QColor ink = QColor::fromHslF(std::max(hue, 0.0F), saturation,
+                                grey ? std::max(1 - lightness, kDarkestInk) : std::max(lightness, kDarkestInk), alpha);
+  // Blue is darker than it says.
+  while (Contrast(ink, palette.color(QPalette::Base)) < kLeastContrast && ink.lightnessF() < kLightestInk) {
+    ink.setHslF(ink.hslHueF(), ink.hslSaturationF(), ink.lightnessF() + kStep, alpha);
+  }
+  return ink;
 }

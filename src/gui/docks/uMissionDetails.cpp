@@ -7,6 +7,7 @@
 namespace {
 
 constexpr qsizetype kLongestText = 400;  // characters; a header may hold 64 KiB
+constexpr int kLeastWidth = 36;          // characters; labels are not broken then
 
 }  // namespace
 
@@ -17,6 +18,7 @@ TMissionDetails::TMissionDetails(QWidget* parent) : QTextEdit(parent) {
   setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   setTabChangesFocus(true);
   setFrameShape(NoFrame);
+  setMinimumWidth(fontMetrics().averageCharWidth() * kLeastWidth);
   setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   viewport()->setBackgroundRole(QPalette::Window);

@@ -189,9 +189,8 @@ void TKorvexMainForm::ConnectCharts() {
     const bool zooms = chart != FParts->docks.ChartNavigator;
     chart->setStatusTip(zooms ? tr("drag: zoom · middle drag: pan · double-click: reset")
                               : tr("drag: move the band · drag an edge: resize it"));
-    connect(chart, &TTimeChart::CursorValueChanged, this, [this](const QString& text) {
-      FParts->statusHint->setText(text.isEmpty() ? QString()
-                                                 : tr("drag: zoom · middle drag: pan · double-click: reset"));
+    connect(chart, &TTimeChart::CursorValueChanged, this, [this, chart](const QString& text) {
+      FParts->statusHint->setText(text.isEmpty() ? QString() : chart->statusTip());
       FParts->statusValue->setText(text);
     });
   }

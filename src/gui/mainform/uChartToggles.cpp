@@ -97,7 +97,7 @@ constexpr TToggleRow kToggles[] = {
     {"actShockToolsNearest", "barbtnShockToolsNearest", "btngrpShockTools", "Nearest", kNearestTip, "snap-node", "",
      false, BothEventCharts<&TTimeChart::SetNearestVisible>},
     {"actShockGAxisLock", "barbtnShockGAxisLock", "btngrpShockTools", "Lock value axis", kAxisLockTip,
-     "labplot-axis-vertical", "", true, EventChart<&TSelectedEventChart::SetValueAxisLocked>},
+     "labplot-axis-vertical", "", true, BothEventCharts<&TAccelerationChart::SetValueAxisLocked>},
 
     {"actSensorsToolsPoints", "dxBarSensorsPoints", "btngrpSensorsTools", "Points", kPointsTip, "office-chart-scatter",
      "", true, SensorsChart<&TSensorsChart::SetPointsVisible>},

@@ -62,6 +62,8 @@ TLayouts::TArrangement TLayouts::Current() const {
 void TLayouts::Apply(const TArrangement& arrangement) {
   FWindow.restoreState(arrangement.Docks);
   BringOnScreen();
+  FStates.clear();
+  FBefore = VisiblePanels();
   FKept = arrangement.Docks;  // where panels are closed before they were laid out
   FKeeps = true;
   SettleLater();
@@ -112,6 +114,10 @@ bool TLayouts::AllClosed() const {
 // Panels that are closed and shown one by one change each other's sizes; so what they were together is put back once
 // the last is shown.
 void TLayouts::SetPanelVisible(QDockWidget& panel, bool visible) {
+  if (!FSettles) {
+    FBefore = VisiblePanels();
+    FStates[FBefore] = FWindow.saveState();
+  }
   if (visible && AllClosed()) FWereClosed = true;
   if (!visible && !panel.isHidden() && !std::exchange(FKeeps, true)) FKept = FWindow.saveState();
   panel.setVisible(visible);
@@ -122,16 +128,27 @@ void TLayouts::SettleLater() {
   if (!std::exchange(FSettles, true)) QMetaObject::invokeMethod(this, &TLayouts::Settle, Qt::QueuedConnection);
 }
 
+QSet<QString> TLayouts::VisiblePanels() const {
+  QSet<QString> visible;
+  for (const QDockWidget* panel : FPanels) {
+    if (!panel->isHidden()) visible.insert(panel->objectName());
+  }
+  return visible;
+}
+
 void TLayouts::Settle() {
   FSettles = false;
   FKeeps = false;
   if (AllClosed()) return;
-  if (std::exchange(FWereClosed, false) && !FKept.isEmpty()) {
-    QList<QDockWidget*> closed;
-    std::ranges::copy_if(FPanels, std::back_inserter(closed), &QDockWidget::isHidden);
+  const QSet<QString> visible = VisiblePanels();
+  const bool wereClosed = std::exchange(FWereClosed, false);
+  if (FStates.contains(visible) && visible != FBefore) {
+    FWindow.restoreState(FStates[visible]);
+    BringOnScreen();
+  } else if (wereClosed && !FKept.isEmpty()) {
     FWindow.restoreState(FKept);
     BringOnScreen();
-    for (QDockWidget* panel : FPanels) panel->setVisible(!closed.contains(panel));
+    for (QDockWidget* panel : FPanels) panel->setVisible(visible.contains(panel->objectName()));
   }
   FKept.clear();
 }

@@ -3,9 +3,11 @@
 #pragma once
 
 #include <QByteArray>
+#include <QHash>
 #include <QList>
 #include <QMainWindow>
 #include <QMap>
+#include <QSet>
 #include <filesystem>
 
 class QDockWidget;
@@ -37,6 +39,7 @@ class TLayouts : public QObject {
   [[nodiscard]] TArrangement Current() const;
   void Apply(const TArrangement& arrangement);
   [[nodiscard]] bool AllClosed() const;
+  [[nodiscard]] QSet<QString> VisiblePanels() const;
   void SettleLater();
   void Settle();
   void BringOnScreen() const;
@@ -45,7 +48,10 @@ class TLayouts : public QObject {
   QList<QDockWidget*> FPanels;
   QByteArray FKept;  // the panels before they were all closed
   TArrangement FDesigned;
+  // How the panels stood when these were the visible ones: so every view gets its own sizes back.
+  QHash<QSet<QString>, QByteArray> FStates;
+  QSet<QString> FBefore;  // the visible ones before this series of changes
   bool FWereClosed = false;
-  bool FKeeps = false;    // FKept is of this series of closings
+  bool FKeeps = false;    // FKept is of this series of changes
   bool FSettles = false;  // Settle is to come
 };

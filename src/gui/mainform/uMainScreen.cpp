@@ -153,6 +153,7 @@ void TMainScreen::BringToFront(std::string_view panel) {
   FParts.backstage->hide();
   if (isView) FParts.views->setCurrentWidget(&widget);
   FParts.front->setCurrentWidget(isView ? FParts.views : &widget);
+  MarkUnsynced(nullptr);
 }
 
 void TMainScreen::ScrollToTop(std::string_view box) {
@@ -365,9 +366,21 @@ void TMainScreen::TellSynced(TTimeChart& chart) {
   if (FMission == nullptr) return;
   const auto [start, end] = chart.TimeRange();
   const TTimeSpan shown{start, end};
-  const bool synced = shown == FMission->Band;
-  chart.SetSynced(synced);
-  SetUnsyncedView(synced ? std::nullopt : std::optional(shown));
+  chart.SetSynced(shown == FMission->Band);
+  MarkUnsynced(&chart);
+}
+
+// On the navigator, of the charts in sight: that one, or another that is not synced.
+void TMainScreen::MarkUnsynced(const TTimeChart* first) {
+  if (FMission == nullptr) return;
+  std::optional<TTimeSpan> found;
+  for (const TTimeChart* chart : std::initializer_list<const TTimeChart*>{
+           FParts.overview->Chart1(), FParts.overview->ChartAllSensors(), FParts.shock->Chart20()}) {
+    const auto [start, end] = chart->TimeRange();
+    const TTimeSpan shown{start, end};
+    if (chart->isVisible() && shown != FMission->Band && (!found || chart == first)) found = shown;
+  }
+  SetUnsyncedView(found);
 }
 
 void TMainScreen::CopyChart(std::string_view chart) {

@@ -84,6 +84,7 @@ class TMainScreen final : public IMainScreen {
   [[nodiscard]] bool Confirm(std::string_view question) override;
   // A main chart shows another span than before: it says whether that is the band, and the navigator shows it if not.
   void TellSynced(TTimeChart& chart);
+  void MarkUnsynced(const TTimeChart* first);
   void RefreshDisplay(const TShownMission& mission) override;
   void RefreshGrid(std::string_view grid) override;
   void RebuildFilteredEvents() override;

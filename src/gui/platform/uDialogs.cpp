@@ -1,11 +1,11 @@
 #include "gui/platform/uDialogs.h"
 
+#include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QStringList>
 #include <algorithm>
-#include <filesystem>
 
-#include "base/uFiles.h"
 #include "gui/common/uMessageBox.h"
 #include "gui/common/uQtText.h"
 
@@ -19,6 +19,15 @@ QStringList NameFilters(std::string_view filter) {
     filters.append(QString("%1 (%2)").arg(parts[i], QString(parts[i + 1]).replace(';', ' ')));
   }
   return filters;
+}
+
+// The folder, or what is left of the way to it.
+QString NearestFolder(const QString& folder) {
+  QDir nearest(folder);
+  while (!nearest.exists() && nearest.path() != QFileInfo(nearest.path()).path()) {
+    nearest.setPath(QFileInfo(nearest.path()).path());
+  }
+  return nearest.path();
 }
 
 }  // namespace
@@ -50,10 +59,21 @@ std::optional<QString> AskWhereToSave(QWidget* parent, const TSaveDialog& dialog
   box.setOption(QFileDialog::DontConfirmOverwrite, dialog.replaces);
   box.setNameFilters(NameFilters(dialog.filter));
   box.setDefaultSuffix(QtText(dialog.extension));
-  const std::filesystem::path name = PathFromUtf8(dialog.name + "." + std::string(dialog.extension));
-  box.selectFile(QtText(Utf8FromPath(PathFromUtf8(dialog.folder) / name)));
-  if (box.exec() != QDialog::Accepted || box.selectedFiles().isEmpty()) return std::nullopt;
-  return box.selectedFiles().constFirst();
+  const QString ending = "." + QtText(dialog.extension);
+  box.setDirectory(NearestFolder(QtText(dialog.folder)));
+  box.selectFile(QtText(dialog.name) + ending);
+  while (box.exec() == QDialog::Accepted && !box.selectedFiles().isEmpty()) {
+    const QString chosen = box.selectedFiles().constFirst();
+    if (chosen.endsWith(ending, Qt::CaseInsensitive)) return chosen;
+    // The toolkit leaves a name with a dot in it as it is.
+    const QString named = chosen + ending;
+    if (dialog.replaces || !QFileInfo::exists(named) ||
+        AskUser(parent, QObject::tr("%1 already exists.\nDo you want to replace it?").arg(named))) {
+      return named;
+    }
+    box.selectFile(named);
+  }
+  return std::nullopt;
 }
 
 void TellUser(QWidget* parent, const QString& text, const QString& details) {
