@@ -7,7 +7,7 @@
 #include "base/uFiles.h"
 #include "export/uExportFile.h"
 #include "export/uExportNames.h"
-#include "shell/uExportFailure.h"
+#include "shell/uExportOutcome.h"
 
 namespace {
 
@@ -69,7 +69,9 @@ std::string TChartImages::ShockName() const {
 }
 
 void TChartImages::Copy(std::string_view chart) {
-  if (FFlow.FileShown()) FScreen.CopyChart(chart);
+  if (!FFlow.FileShown()) return;
+  FScreen.CopyChart(chart);
+  FScreen.SetText("lblStatusValue", "Picture copied");
 }
 
 void TChartImages::Save(std::string_view chart, std::string name, TPictureFormat format) {
@@ -90,6 +92,7 @@ void TChartImages::Save(std::string_view chart, std::string name, TPictureFormat
       out.Close();
     });
     FFlow.RememberFolderOf(*chosen);
+    TellWritten(FScreen, file);
   } catch (const std::exception& error) {
     FScreen.ShowMessage("The picture could not be written.", ExportFailure(error, file));
   }

@@ -9,7 +9,7 @@
 #include "base/uText.h"
 #include "export/uCsvExports.h"
 #include "export/uXlsxExports.h"
-#include "shell/uExportFailure.h"
+#include "shell/uExportOutcome.h"
 #include "shell/uViewSwitch.h"
 
 namespace fs = std::filesystem;
@@ -84,7 +84,7 @@ void TExportCommands::actExportShockToCSVExecute() {
       ExportSpectrumCsv(shown->spectrum, points, *file, progress);
     }
   };
-  if (Run(*file, write, [](bool) {})) FFlow.RememberFolderOf(Utf8FromPath(*file));
+  if (Run(*file, write, [](bool) {})) Done(*file);
 }
 
 void TExportCommands::barbtnShockSaveChartAsXLSXClick() {
@@ -208,12 +208,13 @@ void TExportCommands::EventsToCsv(TEventFiles kind, const std::vector<std::uint3
         ExportEventsCsv(FFlow.Mission().Data, FFlow.Mission().Events, events, kind, PathFromUtf8(*chosen), progress);
     FFlow.RememberFolderOf(Utf8FromPath(folder));
   };
-  Run(PathFromUtf8(*chosen), write, [&](bool complete) {
+  const bool done = Run(PathFromUtf8(*chosen), write, [&](bool complete) {
     FScreen.BringToFront("MainPanel");
     FFlow.SwitchView(complete ? TView::Shock : view);
     if (complete) return;
     for (const std::string_view panel : closed) FScreen.SetVisible(panel, false);
   });
+  if (done) TellWritten(FScreen, PathFromUtf8(*chosen) / EventFolderName(kind, FFlow.Mission().Data));
 }
 
 void TExportCommands::EventsToXlsx(const std::vector<std::uint32_t>& events) {
@@ -233,7 +234,7 @@ void TExportCommands::TableToCsv(std::string_view title, std::string_view name, 
   if (!file) return showGrid();
   FScreen.SetVisible(grid, false);
   const auto write = [&](IProgress& progress) { ExportTableCsv(table, *file, progress); };
-  if (Run(*file, write, showGrid)) FFlow.RememberFolderOf(Utf8FromPath(*file));
+  if (Run(*file, write, showGrid)) Done(*file);
 }
 
 void TExportCommands::TableToXlsx(std::string_view title, std::string_view name, TDataset& table,
@@ -245,6 +246,11 @@ void TExportCommands::TableToXlsx(std::string_view title, std::string_view name,
   FScreen.SetVisible(grid, false);
   const auto write = [&](IProgress& progress) { ExportTableXlsx(FFlow.Mission().Data, table, *file, progress); };
   Workbook(*file, write, showGrid);
+}
+
+void TExportCommands::Done(const fs::path& file) {
+  FFlow.RememberFolderOf(Utf8FromPath(file));
+  TellWritten(FScreen, file);
 }
 
 void TExportCommands::Workbook(const fs::path& file, const TWork& work, const std::function<void()>& putBack) {

@@ -57,6 +57,7 @@ class TExportCommands {
   // The grid is hidden meanwhile.
   void TableToCsv(std::string_view title, std::string_view name, TDataset& table, std::string_view grid);
   void TableToXlsx(std::string_view title, std::string_view name, TDataset& table, std::string_view grid);
+  void Done(const std::filesystem::path& file);
   // A workbook with the welcome panel behind, and its message at the end. `putBack` as in Run.
   void Workbook(const std::filesystem::path& file, const TWork& work, const std::function<void()>& putBack);
   // Has `work` write `place`. `putBack` follows once the loading panel has gone, however the export ended, and is told

@@ -84,6 +84,9 @@ class ExportCommands : public testing::Test {
     std::ranges::sort(names);
     return names;
   }
+  std::string WrittenIn(std::string_view name) {
+    return "text lblStatusValue \"Written: " + (FTo / name).string() + "\"; ";
+  }
   std::string TextOf(std::string_view name) {
     const TBytes bytes = BytesOfFile(FTo / name);
     return {bytes.begin(), bytes.end()};
@@ -109,7 +112,8 @@ TEST_F(ExportCommands, AFolderOfEventsIsWrittenWithTheDisplayInThisOrderAndEndsI
             TLoggingScreen shock;
             SetViewShock(shock, FFlow.Mission().SelectedEvent);
             return shock.Said();
-          }());
+          }() +
+          WrittenIn("Mission-A17"));
   EXPECT_THAT(Written(), ElementsAre("Mission-A17/ID-0.csv", "Mission-A17/ID-1.csv", "Mission-A17/ID-2.csv"));
   EXPECT_EQ(FFlow.RememberedFolder(), FTo.string());
   WriteFile(FTo / "Mission-A17" / "ID-1.csv", {1});
@@ -169,7 +173,7 @@ TEST_F(ExportCommands, ATableIsWrittenWhileItsGridIsHidden) {
     EXPECT_EQ(RunIn(table.csv, "t.csv"), asks(table.title, "CSV", table.name) + "hide " + table.grid +
                                              "; text PnlLoadingDetail \"" + csv + "\"; " + kCsvShown +
                                              std::to_string(table.lines - 1) + kCsvInFront + "progress 0; " + kHidden +
-                                             "show " + table.grid + "; ");
+                                             "show " + table.grid + "; " + WrittenIn("t.csv"));
     folder = FTo.string();
     EXPECT_EQ(LinesOf("t.csv"), table.lines) << csv;
     EXPECT_EQ(FFlow.Mission().CLDS.CurrentRow(), table.name.starts_with("Battery") ? 0U : 1U) << "its last record";
@@ -213,7 +217,7 @@ TEST_F(ExportCommands, TheEventInTheChartIsExportedAsTheChartShowsIt) {
   std::string log = RunIn(&E::actExportShockToCSVExecute, "raw.csv");
   EXPECT_THAT(log, StartsWith("ask \"Save the Shock Event CSV file\" for " + FFolder.Path().string() +
                               "/Mission-A17 ID-0 of CSV file|*.csv as csv; "));
-  EXPECT_THAT(log, EndsWith(kHidden));
+  EXPECT_THAT(log, EndsWith(kHidden + WrittenIn("raw.csv")));
   EXPECT_THAT(TextOf("raw.csv"), HasSubstr("\r\n\"1\",\"4\",\"0\",\"0\",\"4\",\r\n"));
   FScreen.Values["swtHPFilter"] = true;
   RunIn(&E::actExportShockToCSVExecute, "high.csv");
@@ -355,19 +359,22 @@ TEST_F(ExportCommands, PicturesAreOfTheChartInFrontAndAskForTheirFile) {
   SelectEvent(FFlow.Mission(), 2, FScreen);
   FScreen.Said();
   const std::string ask = "ask \"Save the chart image\" for ";
+  const std::string kCopied = "text lblStatusValue \"Picture copied\"; ";
   const std::string jpg = " of JPG|*.jpg as jpg; ";
   const std::string first = FFolder.Path().string();
-  EXPECT_EQ(run(&P::barbtnEventsSaveChartasJPGClick, FTo / "e.jpg"), ask + first + "/Mission-A17" + jpg);
+  EXPECT_EQ(run(&P::barbtnEventsSaveChartasJPGClick, FTo / "e.jpg"),
+            ask + first + "/Mission-A17" + jpg + WrittenIn("e.jpg"));
   const std::string to = FTo.string();
-  EXPECT_EQ(run(&P::barbtnSensorsSaveAsJPGClick, FTo / "s.jpg"), ask + to + "/Mission-A17" + jpg);
-  EXPECT_EQ(run(&P::barbtnShockSaveChartAsImageClick, FTo / "x.jpg"), ask + to + "/Mission-A17 ID-2" + jpg);
+  EXPECT_EQ(run(&P::barbtnSensorsSaveAsJPGClick, FTo / "s.jpg"), ask + to + "/Mission-A17" + jpg + WrittenIn("s.jpg"));
+  EXPECT_EQ(run(&P::barbtnShockSaveChartAsImageClick, FTo / "x.jpg"),
+            ask + to + "/Mission-A17 ID-2" + jpg + WrittenIn("x.jpg"));
   EXPECT_EQ(run(&P::barbtnShockSaveChartAsPNGClick, FTo / "x.png"),
-            ask + to + "/Mission-A17 ID-2 of PNG|*.png as png; ");
+            ask + to + "/Mission-A17 ID-2 of PNG|*.png as png; " + WrittenIn("x.png"));
   EXPECT_EQ(TextOf("e.jpg") + TextOf("s.jpg") + TextOf("x.jpg") + TextOf("x.png"),
             "Chart1 as bitmapChartAllSensors as bitmapChart2 as bitmapChart2 as PNG");
   EXPECT_EQ(run(&P::barbtnEventsCopyChartToClipboardClick, {}) + run(&P::barbtnShockCopyChartToClipboardClick, {}) +
                 run(&P::barbtnSensorsCopyChartToClipboardClick, {}),
-            "copy Chart1; copy Chart2; copy ChartAllSensors; ");
+            "copy Chart1; " + kCopied + "copy Chart2; " + kCopied + "copy ChartAllSensors; " + kCopied);
 
   FScreen.Values["swtSpecAnalysis"] = true;
   FFlow.SwitchView(TView::Shock);

@@ -123,11 +123,13 @@ void TTimeChart::PaintCursors(QCPPainter& painter) const {
   painter.setFont(font());
   const QFontMetrics metrics = painter.fontMetrics();
   double right = rect.left();  // of the lines in sight
+  bool inSight = false;
   for (std::size_t i = 0; i < FCursors.size(); ++i) {
     if (!FCursors[i]) continue;
     const double x = FTimeAxis->coordToPixel(*FCursors[i]);
     if (!(x >= rect.left() - 1 && x <= rect.right() + 1)) continue;
     right = std::max(right, x);
+    inSight = true;
     QPen pen(text, 1, Qt::CustomDashLine);
     pen.setDashPattern({kDash[0], kDash[1]});
     painter.setAntialiasing(false);
@@ -139,7 +141,7 @@ void TTimeChart::PaintCursors(QCPPainter& painter) const {
     painter.setPen(palette().color(QPalette::Base));
     painter.drawText(flag, Qt::AlignCenter, kNames[i]);
   }
-  if (FCursors[1]) PaintMeasured(painter, right);
+  if (FCursors[1] && inSight) PaintMeasured(painter, right);
 }
 
 // At the bottom, because the words of the indicator stand at the top.

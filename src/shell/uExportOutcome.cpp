@@ -1,4 +1,4 @@
-#include "shell/uExportFailure.h"
+#include "shell/uExportOutcome.h"
 
 #include <fmt/format.h>
 
@@ -18,4 +18,8 @@ std::string ExportFailure(const std::exception& error, const fs::path& place) {
   }
   if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr) return lines(place, "There is not enough memory.");
   return lines(place, error.what());
+}
+
+void TellWritten(IMainScreen& screen, const fs::path& place) {
+  screen.SetText("lblStatusValue", fmt::format("Written: {}", Printable(Utf8FromPath(place))));
 }
