@@ -102,6 +102,8 @@ void ShowStatistics(QWidget& window, const QString& chart, const TRangeTable& st
   layout->addWidget(table);
   layout->addWidget(buttons);
   table->setFocus();
-  dialog.resize(dialog.minimumSizeHint());
+  // Wide enough for its title, too.
+  const int title = dialog.fontMetrics().horizontalAdvance(dialog.windowTitle()) * 3 / 2;
+  dialog.resize(dialog.minimumSizeHint().expandedTo({title, 0}));
   dialog.exec();
 }
