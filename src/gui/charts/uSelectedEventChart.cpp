@@ -124,10 +124,13 @@ void TSelectedEventChart::FindPeak(const TEvent& event) {
   const std::size_t axis = std::string_view("XYZ").find(event.MaxAxis.front());
   if (axis == std::string_view::npos) return;
   const auto samples = FSamples.Samples();
-  const auto found = std::ranges::find_if(samples, [&](const TEventValue& sample) {
-    return std::fabs(ValueOf(sample, static_cast<TSeries>(axis))) == event.MaxSingle;
-  });
-  if (found != samples.end()) FPeak = {found->time - FStart, ValueOf(*found, static_cast<TSeries>(axis))};
+  const auto value = [&](std::size_t i) { return ValueOf(samples[i], static_cast<TSeries>(axis)); };
+  const auto found = ExtentsOf(static_cast<TSeries>(axis)).Find(0, samples.size(), value);
+  if (!found) return;
+  for (const std::size_t i : {found->least, found->largest}) {
+    const bool isPeak = std::fabs(value(i)) == event.MaxSingle;
+    if (isPeak && (!FPeak || samples[i].time - FStart < FPeak->ms)) FPeak = {samples[i].time - FStart, value(i)};
+  }
 }
 
 void TSelectedEventChart::FindIntervals(const TEvent& event) {
