@@ -1,5 +1,5 @@
 // Prints how long a chart takes to redraw after a zoom or a pan, in ms, beside the chart library's own curves of the
-// same data, and what showing an event costs beside reading the file: order, envelope, intervals, peak. 1400 × 500 px,
+// same data; and what the envelope, and all of showing an event, costs beside reading the file. 1400 × 500 px,
 // offscreen.
 // `--smoke` uses small recordings, to see that the bench works.
 #include <fmt/format.h>
