@@ -93,7 +93,7 @@ void TExportCommands::barbtnShockSaveChartAsXLSXClick() {
   const auto file =
       Ask(TKind::Xlsx, "Export Shock Event to XLSX file", ProposedName(kMissionName, FFlow.Mission().Data));
   if (!file) return;
-  const TEventSource source{FFlow.Mission().Events, FFlow.Mission().Tables.Events};
+  const TEventSource source{FFlow.Mission().Data, FFlow.Mission().Events, FFlow.Mission().Tables.Events};
   const auto write = [&](IProgress& progress) {
     if (shown->spectrumType.empty()) {
       ExportEventXlsx(source, shown->index, shown->highPass, *file, progress);
@@ -134,7 +134,7 @@ void TExportCommands::barbtnSensorsExportToXLSXClick() {
       Ask(TKind::Xlsx, "Save the Sensor Measurments to XLSX file", ProposedName(kMissionName, mission.Data));
   if (!file) return;
   const auto write = [&](IProgress& progress) {
-    ExportMeasurementsXlsx(mission.Tables.Sensors, mission.Tables.Battery, *file, progress);
+    ExportMeasurementsXlsx(mission.Data, mission.Tables.Sensors, mission.Tables.Battery, *file, progress);
   };
   Workbook(*file, write, [] {});
 }
@@ -220,7 +220,7 @@ void TExportCommands::EventsToXlsx(const std::vector<std::uint32_t>& events) {
   const auto file =
       Ask(TKind::Xlsx, "Export Shock Events to XLSX file", ProposedName(kMissionName, FFlow.Mission().Data));
   if (!file) return;
-  const TEventSource source{FFlow.Mission().Events, FFlow.Mission().Tables.Events};
+  const TEventSource source{FFlow.Mission().Data, FFlow.Mission().Events, FFlow.Mission().Tables.Events};
   Workbook(
       *file, [&](IProgress& progress) { ExportEventsXlsx(source, events, *file, progress); }, [] {});
 }
