@@ -204,9 +204,8 @@ void TExportCommands::EventsToCsv(TEventFiles kind, const std::vector<std::uint3
   const auto write = [&](IProgress& progress) {
     CloseDockPanels(FScreen);
     FScreen.BringToFront("WellcomePanel");
-    const fs::path folder =
-        ExportEventsCsv(FFlow.Mission().Data, FFlow.Mission().Events, events, kind, PathFromUtf8(*chosen), progress);
-    FFlow.RememberFolderOf(Utf8FromPath(folder));
+    const auto saved = [this](const fs::path& file) { FFlow.RememberFolderOf(Utf8FromPath(file.parent_path())); };
+    ExportEventsCsv(FFlow.Mission().Data, FFlow.Mission().Events, events, kind, PathFromUtf8(*chosen), progress, saved);
   };
   Run(PathFromUtf8(*chosen), write, [&](bool complete) {
     FScreen.BringToFront("MainPanel");

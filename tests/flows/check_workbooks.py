@@ -152,7 +152,7 @@ def limits_for(file):
 def check_no_room(kshock, folder, path):
     """A workbook whose file or temporary files do not fit is not written, and the older one stays. The rows of a table
     may fit, but not the sheet with them; the compressed file that lacks some would always."""
-    for name in ("events-xlsx", "battery-xlsx"):
+    for name in ("events-xlsx", "shocks-xlsx"):
         export(kshock, path, folder, name)
         for limit in limits_for(max((f"{folder}/{file}" for file in os.listdir(folder)), key=os.path.getmtime)):
             before = {file: open(f"{folder}/{file}", "rb").read() for file in os.listdir(folder)}
