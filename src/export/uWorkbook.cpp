@@ -12,6 +12,7 @@
 #include <ctime>
 #include <deque>
 #include <fstream>
+#include <mutex>
 #include <stdexcept>
 #include <system_error>
 #include <utility>
@@ -63,11 +64,38 @@ void Call(const TCall& call) {
   if (error != LXW_NO_ERROR) throw std::runtime_error(lxw_strerror(error));
 }
 
+// The library's own file of the sheet in work. It is compressed until it ends, which takes seconds for a long one; cut
+// to nothing it ends at once. Held by another descriptor, because the library closes its own at any time.
+class TSheetFile {
+ public:
+  TSheetFile() = default;
+  ~TSheetFile() { Hold(-1, false); }
+  TSheetFile(const TSheetFile&) = delete;
+  TSheetFile& operator=(const TSheetFile&) = delete;
+  void Hold(int descriptor, bool cut) {
+    const std::lock_guard lock(FMutex);
+    if (FDescriptor >= 0) close(FDescriptor);
+    FDescriptor = descriptor;
+    if (cut) CutHeld();
+  }
+  // From any thread.
+  void Cut() {
+    const std::lock_guard lock(FMutex);
+    CutHeld();
+  }
+
+ private:
+  void CutHeld() const { [[maybe_unused]] const int uncut = FDescriptor >= 0 ? ftruncate(FDescriptor, 0) : 0; }
+  std::mutex FMutex;
+  int FDescriptor = -1;
+};
+
 // What the packing of all sheets shares.
 struct TPacking {
   std::FILE* rows = nullptr;
   std::stop_token stop;
   int failure = 0;  // the system's reason
+  TSheetFile sheetFile;
 };
 
 // The rows of one sheet, which the library reads through a stream over their part of the file. At the end of that it
@@ -103,8 +131,13 @@ struct TSheetRows {
   static int Close(void* cookie) {
     auto& self = *static_cast<TSheetRows*>(cookie);
     self.stream = nullptr;
-    if (self.sheet == nullptr || (std::fflush(self.sheet->file) == 0 && std::ferror(self.sheet->file) == 0)) return 0;
-    if (self.packing->failure == 0) self.packing->failure = IsLoss(errno) ? errno : ENOSPC;
+    if (self.sheet == nullptr) return 0;
+    TPacking& packing = *self.packing;
+    std::FILE* file = self.sheet->file;
+    if ((std::fflush(file) != 0 || std::ferror(file) != 0) && packing.failure == 0) {
+      packing.failure = IsLoss(errno) ? errno : ENOSPC;
+    }
+    packing.sheetFile.Hold(dup(fileno(file)), packing.stop.stop_requested());
     return 0;
   }
   void Open() {
@@ -305,6 +338,7 @@ void TWorkbook::Close(const std::stop_token& stop) {
     rows.Open();
     rows.sheet->optimize_tmpfile = rows.stream;
   }
+  const std::stop_callback cut(stop, [&packing] { packing.sheetFile.Cut(); });
   Call([&] {
     const lxw_error error = workbook_close(std::exchange(FLibrary->workbook, nullptr));
     if (packing.failure == 0) return error;
