@@ -103,7 +103,7 @@ void CompareEventBooks(const fs::path& file, std::size_t sheets, const TDataset&
   PrintRatio(
       fmt::format("{} sheets of 1,000 samples to XLSX / bare, rows on disk", events.size()), 1.25, rounds,
       [&] { return SecondsOf([&] {
-              ExportEventsXlsx({EventList, table}, events, file, Silent);
+              ExportEventsXlsx({MissionData, EventList, table}, events, file, Silent);
             }); },
       [&] { return SecondsOf([&] { WriteBare(file, events); }); });
 }

@@ -15,7 +15,7 @@ SHARED_GUI = {"common": set(), "platform": {"common"}, "charts": {"common", "pla
 LIBRARIES = [  # header pattern, places that may include it
     (r"(Q[A-Z]\w*|Qt\w+/.*|q[a-z]\w*\.h)$", ("gui/", "app/")),
     (r"qcustomplot\.h$", ("gui/charts/",)),
-    (r"zlib\.h$", ("model/uDataFile1V0",)),
+    (r"zlib\.h$", ("model/uDataFile1V0", "export/uPackage")),
     (r"xlsxwriter", ("export/uWorkbook",)),
     (r"SimpleIni\.h$", ("base/uIniFile",)),
     (r"(CLI/|nlohmann/)", ("cli/",)),

@@ -10,14 +10,16 @@ constexpr std::chrono::milliseconds kBetweenMessages(20);
 
 }  // namespace
 
-void RunBeside(const std::function<void()>& work, IProgress& progress) {
-  std::future<void> done = std::async(std::launch::async, work);
+void RunBeside(const std::function<void(const std::stop_token&)>& work, IProgress& progress) {
+  std::stop_source stop;
+  std::future<void> done = std::async(std::launch::async, work, stop.get_token());
   std::exception_ptr wanted;
   while (done.wait_for(kBetweenMessages) != std::future_status::ready) {
     try {
       progress.ProcessMessages();
     } catch (...) {
       wanted = std::current_exception();
+      stop.request_stop();
     }
   }
   if (wanted) std::rethrow_exception(wanted);

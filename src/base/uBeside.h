@@ -2,10 +2,11 @@
 #pragma once
 
 #include <functional>
+#include <stop_token>
 
 #include "base/uProgress.h"
 
 // Has `work` done on another thread; until it is done `progress` processes messages, on the caller's. What the work
-// throws is thrown here. What ProcessMessages throws is thrown in its place, once the work is done: nothing can stop
-// it.
-void RunBeside(const std::function<void()>& work, IProgress& progress);
+// throws is thrown here. What ProcessMessages throws asks the work to stop, and is thrown in its place once it has
+// ended.
+void RunBeside(const std::function<void(const std::stop_token&)>& work, IProgress& progress);

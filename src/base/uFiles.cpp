@@ -39,8 +39,8 @@ void WriteBesideAndRename(const fs::path& target, const std::function<void(const
     real = real.parent_path() / fs::read_symlink(real);
   }
   if (fs::exists(real) && !fs::is_regular_file(real)) {
-    throw fs::filesystem_error("not a file that can be replaced", real,
-                               std::make_error_code(std::errc::invalid_argument));
+    const std::errc reason = fs::is_directory(real) ? std::errc::is_a_directory : std::errc::invalid_argument;
+    throw fs::filesystem_error("not a file that can be replaced", real, std::make_error_code(reason));
   }
   const bool replaces = fs::exists(real);
   const fs::perms mode = replaces ? fs::status(real).permissions() : fs::perms::unknown;

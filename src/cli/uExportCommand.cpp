@@ -151,13 +151,15 @@ void Export(std::string_view what, TSource& source, IProgress& progress) {
   if (what == "sensors-csv") table(source.tables.Sensors, kSensorsName);
   if (what == "battery-csv") table(source.tables.Battery, kBatteryName);
   if (what == "events-xlsx") {
-    ExportEventsXlsx({source.recording.events, source.tables.Events}, source.visible, missionWorkbook, progress);
+    ExportEventsXlsx({source.recording.mission, source.recording.events, source.tables.Events}, source.visible,
+                     missionWorkbook, progress);
   }
   if (what == "shocks-xlsx") workbook(source.visibleTable, kShocksWorkbookName);
   if (what == "sensors-xlsx") workbook(source.tables.Sensors, kSensorsName);
   if (what == "battery-xlsx") workbook(source.tables.Battery, kBatteryName);
   if (what == "measurements-xlsx") {
-    ExportMeasurementsXlsx(source.tables.Sensors, source.tables.Battery, missionWorkbook, progress);
+    ExportMeasurementsXlsx(source.recording.mission, source.tables.Sensors, source.tables.Battery, missionWorkbook,
+                           progress);
   }
 }
 

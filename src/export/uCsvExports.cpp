@@ -92,7 +92,8 @@ void WriteTableCsv(TDataset& table, const TCsvSink& sink) {
 }
 
 fs::path ExportEventsCsv(const TMissionData& mission, const TEventList& events, std::span<const std::uint32_t> indices,
-                         TEventFiles kind, const fs::path& chosen, IProgress& progress) {
+                         TEventFiles kind, const fs::path& chosen, IProgress& progress,
+                         const std::function<void(const fs::path&)>& saved) {
   Begin(indices.empty() ? 0 : indices.size() - 1, progress);
   fs::path folder = chosen / PathFromUtf8(EventFolderName(kind, mission));
   fs::create_directory(folder);
@@ -100,7 +101,9 @@ fs::path ExportEventsCsv(const TMissionData& mission, const TEventList& events, 
     progress.SetPosition(static_cast<double>(i));
     progress.ProcessMessages();
     const TEvent& event = events.GetItem(indices[i]);
-    WriteEvent(event, false, folder / PathFromUtf8(EventFileName(kind, indices[i], event)), progress);
+    const fs::path file = folder / PathFromUtf8(EventFileName(kind, indices[i], event));
+    WriteEvent(event, false, file, progress);
+    if (saved) saved(file);
   }
   return folder;
 }

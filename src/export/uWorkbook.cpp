@@ -1,24 +1,26 @@
 #include "export/uWorkbook.h"
 
-#include <sys/mman.h>
+#include <unistd.h>
 #include <xlsxwriter.h>
 
-#include <array>
+#include <algorithm>
 #include <cerrno>
 #include <clocale>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
+#include <deque>
 #include <fstream>
-#include <optional>
+#include <mutex>
 #include <stdexcept>
 #include <system_error>
 #include <utility>
-#include <vector>
 
 #include "base/uDateTime.h"
 #include "base/uFiles.h"
 #include "base/uText.h"
+#include "export/uPackage.h"
 
 namespace fs = std::filesystem;
 
@@ -27,6 +29,9 @@ namespace {
 constexpr std::size_t kMostCharacters = 32767;  // of a cell, in UTF-16
 constexpr double kFirstCommonDay = 61;          // 1900-03-01: spreadsheets know a 29 February before it
 constexpr double kEndOfDays = 2958466;          // 10000-01-01
+constexpr double kDaysTo1970 = 25569;
+constexpr double kSecondsPerDay = 86400;
+constexpr std::time_t kStartOf1980 = 315532800;
 
 // The library writes numbers with the process's number format, and a file with decimal commas cannot be read.
 class TPointNumbers {
@@ -40,40 +45,129 @@ class TPointNumbers {
   std::string FBefore = std::setlocale(LC_NUMERIC, nullptr);
 };
 
-// Calls into the library. It does not look whether its temporary files take what it writes, but the system leaves the
-// reason in errno when they do not.
+// No room, or a disk that fails.
+bool IsLoss(int reason) {
+  return reason == ENOSPC || reason == EFBIG || reason == EDQUOT || reason == EIO;
+}
+
+// Calls into the library. It does not look whether the rows' file takes what it writes, but the system leaves the
+// reason in errno when it does not.
 template <class TCall>
 void Call(const TCall& call) {
   errno = 0;
   const lxw_error error = call();
   const int reason = errno;
-  if (reason == ENOSPC || reason == EFBIG || reason == EDQUOT || reason == EIO ||
-      error == LXW_ERROR_CREATING_XLSX_FILE || error == LXW_ERROR_CREATING_TMPFILE) {
+  if (IsLoss(reason) || error == LXW_ERROR_CREATING_XLSX_FILE || error == LXW_ERROR_CREATING_TMPFILE) {
     throw std::system_error(reason != 0 ? reason : EIO, std::generic_category());
   }
   if (error == LXW_ERROR_MEMORY_MALLOC_FAILED) throw std::bad_alloc();
   if (error != LXW_NO_ERROR) throw std::runtime_error(lxw_strerror(error));
 }
 
-// A file in memory's address space, for reading.
-class TMapping {
+// The library's own file of the sheet in work. It is compressed until it ends, which takes seconds for a long one; cut
+// to nothing it ends at once. Held by another descriptor, because the library closes its own at any time.
+class TSheetFile {
  public:
-  TMapping(std::FILE* file, std::size_t size)
-      : FSize(size), FBytes(mmap(nullptr, size, PROT_READ, MAP_PRIVATE, fileno(file), 0)) {
-    if (FBytes == MAP_FAILED) throw std::system_error(errno, std::generic_category());
+  TSheetFile() = default;
+  ~TSheetFile() { Hold(-1, false); }
+  TSheetFile(const TSheetFile&) = delete;
+  TSheetFile& operator=(const TSheetFile&) = delete;
+  void Hold(int descriptor, bool cut) {
+    const std::lock_guard lock(FMutex);
+    if (FDescriptor >= 0) close(FDescriptor);
+    FDescriptor = descriptor;
+    if (cut) CutHeld();
   }
-  ~TMapping() { munmap(FBytes, FSize); }
-  TMapping(const TMapping&) = delete;
-  TMapping& operator=(const TMapping&) = delete;
-  // A stream over a part of it; nothing when there is no memory, or nothing in the part.
-  [[nodiscard]] std::FILE* Open(std::size_t from, std::size_t to) const {
-    return from == to ? nullptr : fmemopen(static_cast<char*>(FBytes) + from, to - from, "r");
+  // From any thread.
+  void Cut() {
+    const std::lock_guard lock(FMutex);
+    CutHeld();
   }
 
  private:
-  std::size_t FSize;
-  void* FBytes;
+  void CutHeld() const { [[maybe_unused]] const int uncut = FDescriptor >= 0 ? ftruncate(FDescriptor, 0) : 0; }
+  std::mutex FMutex;
+  int FDescriptor = -1;
 };
+
+// What the packing of all sheets shares.
+struct TPacking {
+  std::FILE* rows = nullptr;
+  std::stop_token stop;
+  int failure = 0;  // the system's reason
+  TSheetFile sheetFile;
+};
+
+// The rows of one sheet, which the library reads through a stream over their part of the file. At the end of that it
+// has written all of them to a file of its own, and does not look whether they arrived.
+struct TSheetRows {
+  TPacking* packing;
+  lxw_worksheet* sheet;
+  off_t begin;
+  off_t end = 0;
+  off_t at = 0;  // from the beginning
+  std::FILE* stream = nullptr;
+
+  // All rows have an end as soon as something fails or is to stop.
+  static ssize_t Read(void* cookie, char* bytes, std::size_t count) {
+    auto& self = *static_cast<TSheetRows*>(cookie);
+    TPacking& packing = *self.packing;
+    const off_t from = self.begin + self.at;
+    if (from >= self.end || packing.failure != 0 || packing.stop.stop_requested()) return 0;
+    const std::size_t most = std::min(count, static_cast<std::size_t>(self.end - from));
+    const ssize_t read = pread(fileno(packing.rows), bytes, most, from);
+    if (read <= 0) {
+      packing.failure = read < 0 ? errno : EIO;
+      return 0;
+    }
+    self.at += read;
+    return read;
+  }
+  static int Seek(void* cookie, off64_t* offset, int whence) {
+    if (whence != SEEK_SET) return -1;
+    static_cast<TSheetRows*>(cookie)->at = *offset;
+    return 0;
+  }
+  static int Close(void* cookie) {
+    auto& self = *static_cast<TSheetRows*>(cookie);
+    self.stream = nullptr;
+    if (self.sheet == nullptr) return 0;
+    TPacking& packing = *self.packing;
+    std::FILE* file = self.sheet->file;
+    if ((std::fflush(file) != 0 || std::ferror(file) != 0) && packing.failure == 0) {
+      packing.failure = IsLoss(errno) ? errno : ENOSPC;
+    }
+    packing.sheetFile.Hold(dup(fileno(file)), packing.stop.stop_requested());
+    return 0;
+  }
+  void Open() {
+    stream = fopencookie(this, "r", {Read, nullptr, Seek, Close});
+    if (stream == nullptr) throw std::bad_alloc();
+  }
+  // What the library has left.
+  void Release() {
+    sheet = nullptr;
+    if (stream != nullptr) std::fclose(stream);
+  }
+};
+
+// The folder with more room for what is only needed until the file is written.
+fs::path RoomyFolder(const fs::path& wanted) {
+  std::error_code error;
+  const fs::path temporary = fs::temp_directory_path(error);
+  if (error) return wanted;
+  const fs::space_info there = fs::space(temporary, error);
+  if (error) return wanted;
+  const fs::space_info here = fs::space(wanted.empty() ? fs::path(".") : wanted, error);
+  return error || here.available >= there.available ? wanted : temporary;
+}
+
+// The date-time as the library takes it. It writes the hour of the day for 0.
+std::time_t CreationTime(double dateTime) {
+  const bool isDate = dateTime >= kFirstCommonDay && dateTime < kEndOfDays;
+  const auto time = isDate ? static_cast<std::time_t>(std::llround((dateTime - kDaysTo1970) * kSecondsPerDay)) : 0;
+  return time != 0 ? time : kStartOf1980;
+}
 
 // A date mask in the words of spreadsheets: minutes are "mm" there too, milliseconds "000". What could mean something
 // else is marked as itself.
@@ -128,13 +222,15 @@ struct TWorkbook::TLibrary {
   TLibrary() = default;
   ~TLibrary() {
     if (workbook != nullptr) lxw_workbook_free(workbook);
+    for (TSheetRows& left : sheets) left.Release();
     if (rows != nullptr) std::fclose(rows);
   }
   TLibrary(const TLibrary&) = delete;
   TLibrary& operator=(const TLibrary&) = delete;
 
   TPointNumbers pointNumbers;
-  std::string folder;
+  fs::path file;
+  std::string folder;  // of temporary files
   std::string dateMask;
   lxw_workbook* workbook = nullptr;
   lxw_worksheet* sheet = nullptr;
@@ -142,16 +238,17 @@ struct TWorkbook::TLibrary {
   // The library would keep a file open for each sheet, or all rows in memory. It has this one file instead, where the
   // rows of one sheet follow on those of another.
   std::FILE* rows = nullptr;
-  std::vector<std::size_t> begins;  // of the sheets' rows
-
-  [[nodiscard]] std::size_t RowBytes() const { return static_cast<std::size_t>(ftello(rows)); }
+  std::deque<TSheetRows> sheets;  // which stay where they are
+  TPacking packing;
 };
 
-TWorkbook::TWorkbook(const fs::path& file, std::string_view dateMask) : FLibrary(std::make_unique<TLibrary>()) {
+TWorkbook::TWorkbook(const fs::path& file, std::string_view dateMask, double created)
+    : FLibrary(std::make_unique<TLibrary>()) {
   errno = 0;
   if (!std::ofstream(file)) throw std::system_error(errno != 0 ? errno : EIO, std::generic_category());
   FLibrary->dateMask = dateMask;
-  FLibrary->folder = Utf8FromPath(file.parent_path());
+  FLibrary->file = file;
+  FLibrary->folder = Utf8FromPath(RoomyFolder(file.parent_path()));
   lxw_workbook_options options{};
   options.constant_memory = LXW_TRUE;
   options.use_zip64 = LXW_FALSE;
@@ -162,6 +259,9 @@ TWorkbook::TWorkbook(const fs::path& file, std::string_view dateMask) : FLibrary
   });
   FLibrary->workbook = workbook_new_opt(Utf8FromPath(file).c_str(), &options);
   if (FLibrary->workbook == nullptr) throw std::bad_alloc();
+  lxw_doc_properties properties{};
+  properties.created = CreationTime(created);
+  Call([&] { return workbook_set_properties(FLibrary->workbook, &properties); });
   FLibrary->dateFormat = workbook_add_format(FLibrary->workbook);
   if (FLibrary->dateFormat == nullptr) throw std::bad_alloc();
   format_set_num_format(FLibrary->dateFormat, SpreadsheetMask(dateMask).c_str());
@@ -177,7 +277,7 @@ void TWorkbook::AddSheet(const std::string& name, std::size_t frozenRows) {
   });
   std::fclose(FLibrary->sheet->optimize_tmpfile);
   FLibrary->sheet->optimize_tmpfile = FLibrary->sheet->file = FLibrary->rows;
-  FLibrary->begins.push_back(FLibrary->RowBytes());
+  FLibrary->sheets.push_back({&FLibrary->packing, FLibrary->sheet, ftello(FLibrary->rows)});
   worksheet_freeze_panes(FLibrary->sheet, static_cast<lxw_row_t>(frozenRows), 0);
 }
 
@@ -221,22 +321,30 @@ void TWorkbook::EndSheet() {
     return LXW_NO_ERROR;
   });
   std::free(std::exchange(FLibrary->sheet->array, nullptr));
+  FLibrary->sheets.back().end = ftello(FLibrary->rows);
   FLibrary->sheet = nullptr;
 }
 
-void TWorkbook::Close() {
+void TWorkbook::Close(const std::stop_token& stop) {
   EndSheet();
-  Call([this] { return std::fflush(FLibrary->rows) == 0 ? LXW_NO_ERROR : LXW_ERROR_CREATING_TMPFILE; });
-  const std::size_t size = FLibrary->RowBytes();
-  std::optional<TMapping> rows;
-  if (size > 0) rows.emplace(FLibrary->rows, size);
-  std::size_t number = 0;
-  lxw_worksheet* sheet = nullptr;
-  STAILQ_FOREACH(sheet, FLibrary->workbook->worksheets, list_pointers) {
-    const std::size_t from = FLibrary->begins[number++];
-    const std::size_t to = number < FLibrary->begins.size() ? FLibrary->begins[number] : size;
-    sheet->optimize_tmpfile = rows ? rows->Open(from, to) : nullptr;
-    if (sheet->optimize_tmpfile == nullptr && from != to) throw std::bad_alloc();
+  TPacking& packing = FLibrary->packing;
+  packing.rows = FLibrary->rows;
+  packing.stop = stop;
+  Call([&] {
+    const bool whole = std::fflush(packing.rows) == 0 && std::ferror(packing.rows) == 0;
+    return whole ? LXW_NO_ERROR : LXW_ERROR_CREATING_TMPFILE;
+  });
+  for (TSheetRows& rows : FLibrary->sheets) {
+    rows.Open();
+    rows.sheet->optimize_tmpfile = rows.stream;
   }
-  Call([this] { return workbook_close(std::exchange(FLibrary->workbook, nullptr)); });
+  const std::stop_callback cut(stop, [&packing] { packing.sheetFile.Cut(); });
+  Call([&] {
+    const lxw_error error = workbook_close(std::exchange(FLibrary->workbook, nullptr));
+    if (packing.failure == 0) return error;
+    errno = packing.failure;
+    return LXW_ERROR_CREATING_TMPFILE;
+  });
+  if (!stop.stop_requested()) CheckPackage(FLibrary->file, stop);
+  if (stop.stop_requested()) throw std::system_error(std::make_error_code(std::errc::operation_canceled));
 }

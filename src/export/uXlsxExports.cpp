@@ -29,11 +29,18 @@ std::string WorkbookDateMask() {
   return ShortDateFormat() + " hh:nn:ss.zzz";
 }
 
+std::string MissionSheetName(const TMissionData& mission) {
+  return SafeSheetName(fmt::format("{}{}", kMissionName, mission.sID));
+}
+
 // Sheets that are told before they are written.
 class TSheets {
  public:
-  TSheets(const fs::path& file, std::size_t count, IProgress& progress)
-      : FWorkbook(file, WorkbookDateMask()), FCount(count), FProgress(progress) {}
+  TSheets(const TMissionData& mission, const fs::path& file, std::size_t count, IProgress& progress)
+      : FMission(mission),
+        FWorkbook(file, WorkbookDateMask(), mission.rec_starttime),
+        FCount(count),
+        FProgress(progress) {}
 
   TWorkbook& Add(const std::string& name, std::size_t frozenRows) {
     FProgress.SetPosition(static_cast<double>(FAdded++));
@@ -46,11 +53,13 @@ class TSheets {
     if (++FRows % kRowsPerStep == 0) FProgress.ProcessMessages();
   }
   void Close() {
-    RunBeside([this] { FWorkbook.Close(); }, FProgress);
+    if (FAdded == 0) FWorkbook.AddSheet(MissionSheetName(FMission), 0);
+    RunBeside([this](const std::stop_token& stop) { FWorkbook.Close(stop); }, FProgress);
     FProgress.SetPosition(static_cast<double>(std::max<std::size_t>(FCount, 1)));
   }
 
  private:
+  const TMissionData& FMission;
   TWorkbook FWorkbook;
   std::size_t FCount;
   std::size_t FAdded = 0;
@@ -60,13 +69,14 @@ class TSheets {
 
 // Has `fill` fill the sheets of a file.
 template <class TFill>
-void WriteSheets(const fs::path& file, std::size_t count, IProgress& progress, const TFill& fill) {
+void WriteSheets(const TMissionData& mission, const fs::path& file, std::size_t count, IProgress& progress,
+                 const TFill& fill) {
   progress.SetStatus("Creating XLSX File...");
   progress.SetPosition(0);
   progress.ProcessMessages();
   progress.SetMaximum(static_cast<double>(std::max<std::size_t>(count, 1)));
   WriteExport(file, [&](const fs::path& beside) {
-    TSheets sheets(beside, count, progress);
+    TSheets sheets(mission, beside, count, progress);
     fill(sheets);
     sheets.Close();
   });
@@ -163,18 +173,19 @@ void WriteEvent(const TEventSource& source, std::size_t index, bool highPass, TS
 
 void ExportTableXlsx(const TMissionData& mission, TDataset& table, const fs::path& file, IProgress& progress) {
   RefuseTooLong(table, 2);
-  WriteSheets(file, 1, progress, [&](TSheets& sheets) {
-    TWorkbook& book = sheets.Add(SafeSheetName(fmt::format("{}{}", kMissionName, mission.sID)), 2);
+  WriteSheets(mission, file, 1, progress, [&](TSheets& sheets) {
+    TWorkbook& book = sheets.Add(MissionSheetName(mission), 2);
     book.WriteText(0, 0, "Mission ID:");
     book.WriteText(0, 1, mission.sID);
     WriteTable(table, 1, book, sheets);
   });
 }
 
-void ExportMeasurementsXlsx(TDataset& sensors, TDataset& battery, const fs::path& file, IProgress& progress) {
+void ExportMeasurementsXlsx(const TMissionData& mission, TDataset& sensors, TDataset& battery, const fs::path& file,
+                            IProgress& progress) {
   RefuseTooLong(sensors, 1);
   RefuseTooLong(battery, 1);
-  WriteSheets(file, 2, progress, [&](TSheets& sheets) {
+  WriteSheets(mission, file, 2, progress, [&](TSheets& sheets) {
     WriteTable(sensors, 0, sheets.Add("Sensors", 1), sheets);
     WriteTable(battery, 0, sheets.Add("Battery", 1), sheets);
   });
@@ -184,7 +195,7 @@ void ExportEventsXlsx(const TEventSource& source, std::span<const std::uint32_t>
                       IProgress& progress) {
   std::size_t count = 0;
   for (const std::uint32_t index : indices) count += SheetsFor(source.events.GetItem(index));
-  WriteSheets(file, count, progress, [&](TSheets& sheets) {
+  WriteSheets(source.mission, file, count, progress, [&](TSheets& sheets) {
     for (const std::uint32_t index : indices) WriteEvent(source, index, false, sheets);
   });
 }
@@ -192,12 +203,13 @@ void ExportEventsXlsx(const TEventSource& source, std::span<const std::uint32_t>
 void ExportEventXlsx(const TEventSource& source, std::size_t index, bool highPass, const fs::path& file,
                      IProgress& progress) {
   const std::size_t count = highPass ? 1 : SheetsFor(source.events.GetItem(index));
-  WriteSheets(file, count, progress, [&](TSheets& sheets) { WriteEvent(source, index, highPass, sheets); });
+  WriteSheets(source.mission, file, count, progress,
+              [&](TSheets& sheets) { WriteEvent(source, index, highPass, sheets); });
 }
 
 void ExportSpectrumXlsx(const TEventSource& source, std::size_t index, const TSpectrum& spectrum, const fs::path& file,
                         IProgress& progress) {
-  WriteSheets(file, 1, progress, [&](TSheets& sheets) {
+  WriteSheets(source.mission, file, 1, progress, [&](TSheets& sheets) {
     const std::string name = fmt::format("{} Spectral Analysis", EventSheetName(source.events.GetItem(index).ID));
     TWorkbook& book = sheets.Add(SafeSheetName(name), kEventTitleRows);
     WriteEventHead(source, index, kSpectrumTitles, book);

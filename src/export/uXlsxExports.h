@@ -18,6 +18,7 @@
 
 // The mission's shock events with their metrics: row i of the table, whatever it shows, is event i of the list.
 struct TEventSource {
+  const TMissionData& mission;
   const TEventList& events;
   const TDataset& table;
 };
@@ -27,9 +28,10 @@ void ExportTableXlsx(const TMissionData& mission, TDataset& table, const std::fi
                      IProgress& progress);
 
 // Two sheets, "Sensors" and "Battery".
-void ExportMeasurementsXlsx(TDataset& sensors, TDataset& battery, const std::filesystem::path& file,
-                            IProgress& progress);
+void ExportMeasurementsXlsx(const TMissionData& mission, TDataset& sensors, TDataset& battery,
+                            const std::filesystem::path& file, IProgress& progress);
 
+// Of no events there is an empty sheet, named as a table's.
 // A sheet for each event, by the indices of the events in the list. An event that is too long for a sheet goes on in
 // another one with the same head.
 void ExportEventsXlsx(const TEventSource& source, std::span<const std::uint32_t> indices,

@@ -93,7 +93,7 @@ void TExportCommands::barbtnShockSaveChartAsXLSXClick() {
   const auto file =
       Ask(TKind::Xlsx, "Export Shock Event to XLSX file", ProposedName(kMissionName, FFlow.Mission().Data));
   if (!file) return;
-  const TEventSource source{FFlow.Mission().Events, FFlow.Mission().Tables.Events};
+  const TEventSource source{FFlow.Mission().Data, FFlow.Mission().Events, FFlow.Mission().Tables.Events};
   const auto write = [&](IProgress& progress) {
     if (shown->spectrumType.empty()) {
       ExportEventXlsx(source, shown->index, shown->highPass, *file, progress);
@@ -134,7 +134,7 @@ void TExportCommands::barbtnSensorsExportToXLSXClick() {
       Ask(TKind::Xlsx, "Save the Sensor Measurments to XLSX file", ProposedName(kMissionName, mission.Data));
   if (!file) return;
   const auto write = [&](IProgress& progress) {
-    ExportMeasurementsXlsx(mission.Tables.Sensors, mission.Tables.Battery, *file, progress);
+    ExportMeasurementsXlsx(mission.Data, mission.Tables.Sensors, mission.Tables.Battery, *file, progress);
   };
   Workbook(*file, write, [] {});
 }
@@ -204,9 +204,8 @@ void TExportCommands::EventsToCsv(TEventFiles kind, const std::vector<std::uint3
   const auto write = [&](IProgress& progress) {
     CloseDockPanels(FScreen);
     FScreen.BringToFront("WellcomePanel");
-    const fs::path folder =
-        ExportEventsCsv(FFlow.Mission().Data, FFlow.Mission().Events, events, kind, PathFromUtf8(*chosen), progress);
-    FFlow.RememberFolderOf(Utf8FromPath(folder));
+    const auto saved = [this](const fs::path& file) { FFlow.RememberFolderOf(Utf8FromPath(file.parent_path())); };
+    ExportEventsCsv(FFlow.Mission().Data, FFlow.Mission().Events, events, kind, PathFromUtf8(*chosen), progress, saved);
   };
   const bool done = Run(PathFromUtf8(*chosen), write, [&](bool complete) {
     FScreen.BringToFront("MainPanel");
@@ -221,7 +220,7 @@ void TExportCommands::EventsToXlsx(const std::vector<std::uint32_t>& events) {
   const auto file =
       Ask(TKind::Xlsx, "Export Shock Events to XLSX file", ProposedName(kMissionName, FFlow.Mission().Data));
   if (!file) return;
-  const TEventSource source{FFlow.Mission().Events, FFlow.Mission().Tables.Events};
+  const TEventSource source{FFlow.Mission().Data, FFlow.Mission().Events, FFlow.Mission().Tables.Events};
   Workbook(
       *file, [&](IProgress& progress) { ExportEventsXlsx(source, events, *file, progress); }, [] {});
 }

@@ -23,13 +23,13 @@ struct TImpatient final : IProgress {
   std::atomic<int> calls = 0;
 };
 
-TEST(Beside, MessagesAreProcessedUntilTheWorkIsDoneAlsoAfterACancel) {
+TEST(Beside, ACancelStopsTheWorkAndMessagesAreProcessedUntilItHasEnded) {
   TImpatient progress;
   bool done = false;
-  const auto work = [&] {
+  const auto work = [&](const std::stop_token& stop) {
     EXPECT_NE(std::this_thread::get_id(), progress.caller);
     progress.WaitForThree();
-    done = true;
+    done = stop.stop_requested();
   };
   EXPECT_THROW(RunBeside(work, progress), std::runtime_error);
   EXPECT_TRUE(done);
@@ -37,7 +37,8 @@ TEST(Beside, MessagesAreProcessedUntilTheWorkIsDoneAlsoAfterACancel) {
 
 TEST(Beside, WhatTheWorkThrowsIsThrownToTheCaller) {
   TNoProgress progress;
-  EXPECT_THROW(RunBeside([] { throw std::invalid_argument("work"); }, progress), std::invalid_argument);
+  EXPECT_THROW(RunBeside([](const std::stop_token&) { throw std::invalid_argument("work"); }, progress),
+               std::invalid_argument);
 }
 
 }  // namespace

@@ -4,10 +4,14 @@
 #include <gtest/gtest.h>
 #include <zlib.h>
 
+#include <cmath>
 #include <cstring>
 
 #include "analysis/uMissionDatasets.h"
+#include "base/uBeside.h"
 #include "base/uDateTime.h"
+#include "export/uPackage.h"
+#include "export/uWorkbook.h"
 #include "model/uExceptions1V0.h"
 #include "tests/support/uLogProgress.h"
 #include "tests/support/uTestRecording.h"
@@ -70,27 +74,27 @@ class XlsxExports : public testing::Test {
 
 TEST_F(XlsxExports, SheetsAreToldBeforeTheyAreWritten) {
   constexpr std::uint32_t kTwo[] = {2, 0};
-  ExportEventsXlsx({EventList, Tables.Events}, kTwo, Folder / "e.xlsx", Progress);
+  ExportEventsXlsx({MissionData, EventList, Tables.Events}, kTwo, Folder / "e.xlsx", Progress);
   EXPECT_EQ(Progress.log, "Creating XLSX File... @0 of 2 @0Creating Sheet 1 of 2 @1Creating Sheet 2 of 2 @2");
   const std::string book = PartOf(Folder / "e.xlsx", "xl/workbook.xml");
   EXPECT_LT(book.find("\"Event 2\""), book.find("\"Event 0\"")) << "the order is that of the list";
   Progress.log.clear();
-  ExportMeasurementsXlsx(Tables.Sensors, Tables.Battery, Folder / "m.xlsx", Progress);
+  ExportMeasurementsXlsx(MissionData, Tables.Sensors, Tables.Battery, Folder / "m.xlsx", Progress);
   EXPECT_THAT(Progress.log, HasSubstr("Creating Sheet 2 of 2"));
 }
 
 TEST_F(XlsxExports, TheChartsEventIsItsCurvesOrItsSpectrum) {
   TSpectrum spectrum;
   spectrum.lines = {{0, 1, 2, 3, 4}, {0.5, 6.25, 7, 8, 9}};
-  ExportSpectrumXlsx({EventList, Tables.Events}, 1, spectrum, Folder / "s.xlsx", Progress);
+  ExportSpectrumXlsx({MissionData, EventList, Tables.Events}, 1, spectrum, Folder / "s.xlsx", Progress);
   EXPECT_THAT(PartOf(Folder / "s.xlsx", "xl/workbook.xml"), HasSubstr("name=\"Event 1 Spectral Analysis\""));
   const std::string sheet = PartOf(Folder / "s.xlsx", "xl/worksheets/sheet1.xml");
   EXPECT_THAT(sheet, HasSubstr("<t>HZ</t>"));
   EXPECT_THAT(sheet, HasSubstr(R"(<row r="7"><c r="A7"><v>0.5</v></c><c r="B7"><v>6.25</v></c>)"));
 
-  ExportEventXlsx({EventList, Tables.Events}, 1, false, Folder / "s.xlsx", Progress);
+  ExportEventXlsx({MissionData, EventList, Tables.Events}, 1, false, Folder / "s.xlsx", Progress);
   EXPECT_THAT(PartOf(Folder / "s.xlsx", "xl/worksheets/sheet1.xml"), HasSubstr(R"(<c r="B7"><v>9</v></c>)"));
-  ExportEventXlsx({EventList, Tables.Events}, 1, true, Folder / "s.xlsx", Progress);
+  ExportEventXlsx({MissionData, EventList, Tables.Events}, 1, true, Folder / "s.xlsx", Progress);
   EXPECT_THAT(PartOf(Folder / "s.xlsx", "xl/worksheets/sheet1.xml"), Not(HasSubstr(R"(<c r="B7"><v>9</v></c>)")));
 }
 
@@ -111,10 +115,75 @@ TEST_F(XlsxExports, CancelLeavesTheOlderFileAndNothingOpen) {
   constexpr std::uint32_t kAll[] = {0, 1, 2};
   const std::ptrdiff_t before = OpenFiles();
   Progress.most = 3;
-  EXPECT_THROW(ExportEventsXlsx({EventList, Tables.Events}, kAll, file, Progress), EKorvex);
+  EXPECT_THROW(ExportEventsXlsx({MissionData, EventList, Tables.Events}, kAll, file, Progress), EKorvex);
   EXPECT_EQ(OpenFiles(), before);
   EXPECT_EQ(BytesOfFile(file), (TBytes{1, 2, 3}));
   EXPECT_EQ(std::distance(fs::directory_iterator(Folder.Path()), fs::directory_iterator()), 1);
+}
+
+TEST_F(XlsxExports, StoppedInThePackingItLeavesNothingOpenAndIsNotDone) {
+  const std::ptrdiff_t before = OpenFiles();
+  std::stop_source stop;
+  stop.request_stop();
+  {
+    TWorkbook book(Folder / "e.xlsx", "yyyy", 0);
+    for (const char* name : {"a", "b", "c"}) {
+      book.AddSheet(name, 0);
+      for (std::size_t row = 0; row < 10000; ++row) book.WriteNumber(row, 0, 1234567);
+    }
+    EXPECT_THROW(book.Close(stop.get_token()), std::system_error);
+  }
+  EXPECT_EQ(OpenFiles(), before);
+  EXPECT_THAT(PartOf(Folder / "e.xlsx", "xl/worksheets/sheet1.xml"), Not(HasSubstr("1234567")));
+}
+
+// The library compresses a long sheet in one go.
+TEST_F(XlsxExports, ACancelCutsTheSheetInWorkShort) {
+  TWorkbook book(Folder / "e.xlsx", "yyyy", 0);
+  book.AddSheet("a", 0);
+  constexpr std::size_t kRows = 400000;
+  for (std::size_t row = 0; row < kRows; ++row) book.WriteNumber(row, 0, static_cast<double>(row) / 7);
+  Progress.most = 0;
+  EXPECT_THROW(RunBeside([&book](const std::stop_token& stop) { book.Close(stop); }, Progress), EKorvex);
+  EXPECT_THAT(PartOf(Folder / "e.xlsx", "xl/worksheets/sheet1.xml"),
+              Not(HasSubstr("r=\"A" + std::to_string(kRows) + "\"")));
+}
+
+TEST_F(XlsxExports, NoEventsAreAnEmptySheetOfTheMission) {
+  MissionData.sID = "A/17";
+  const std::ptrdiff_t before = OpenFiles();
+  ExportEventsXlsx({MissionData, EventList, Tables.Events}, {}, Folder / "e.xlsx", Progress);
+  EXPECT_EQ(OpenFiles(), before);
+  EXPECT_EQ(Progress.log, "Creating XLSX File... @0 of 1 @1");
+  EXPECT_THAT(PartOf(Folder / "e.xlsx", "xl/workbook.xml"), HasSubstr("<sheet name=\"Mission-A_17\""));
+}
+
+// So that the same export is the same bytes on another day.
+TEST_F(XlsxExports, TheFileWasCreatedWhenTheRecordingStarted) {
+  for (const auto& [start, created] : {std::pair(45123.25, "2023-07-16T06:00:00Z"),
+                                       {25569.0, "1980-01-01T00:00:00Z"},
+                                       {std::nan(""), "1980-01-01T00:00:00Z"}}) {
+    MissionData.rec_starttime = start;
+    ExportTableXlsx(MissionData, Tables.Battery, Folder / "b.xlsx", Progress);
+    EXPECT_THAT(PartOf(Folder / "b.xlsx", "docProps/core.xml"), HasSubstr(std::string(">") + created + "</dcterms:c"));
+    EXPECT_THAT(PartOf(Folder / "b.xlsx", "docProps/core.xml"), HasSubstr(std::string(">") + created + "</dcterms:m"));
+  }
+}
+
+TEST_F(XlsxExports, APackageThatIsNotWholeIsFound) {
+  const fs::path file = Folder / "b.xlsx";
+  ExportTableXlsx(MissionData, Tables.Battery, file, Progress);
+  const TBytes whole = BytesOfFile(file);
+  EXPECT_NO_THROW(CheckPackage(file, {}));
+  for (const std::size_t size : {std::size_t{0}, std::size_t{21}, whole.size() / 2, whole.size() - 1}) {
+    WriteFile(file, TBytes(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size)));
+    EXPECT_THROW(CheckPackage(file, {}), std::system_error) << size;
+  }
+  const std::size_t packed = NumberAt<std::uint32_t>(whole, whole.size() - 6) - 10;  // of the last part
+  TBytes changed = whole;
+  changed[packed] ^= 1;
+  WriteFile(file, changed);
+  EXPECT_THROW(CheckPackage(file, {}), std::system_error);
 }
 
 TEST_F(XlsxExports, SheetsThatAreWrittenKeepNoFileOpen) {
@@ -126,7 +195,7 @@ TEST_F(XlsxExports, SheetsThatAreWrittenKeepNoFileOpen) {
   } progress;
   constexpr std::uint32_t kAll[] = {0, 1, 2};
   const std::ptrdiff_t before = OpenFiles();
-  ExportEventsXlsx({EventList, Tables.Events}, kAll, Folder / "e.xlsx", progress);
+  ExportEventsXlsx({MissionData, EventList, Tables.Events}, kAll, Folder / "e.xlsx", progress);
   EXPECT_THAT(progress.open, testing::ElementsAre(before, before + 1, before + 1, before + 1));
 }
 

@@ -267,6 +267,7 @@ TEST_F(ExportCommands, CancelLeavesCompleteFilesAndTheScreenAsItWas) {
   EXPECT_THAT(log, HasSubstr(kHidden + "front MainPanel; ribbon suspended; "));
   EXPECT_THAT(log, EndsWith("repaint ChartAllSensors; hide dxDockPanelNavigator; ")) << "it was the overview";
   EXPECT_THAT(Written(), ElementsAre("Mission-A17/ID-0.csv"));
+  EXPECT_EQ(FFlow.RememberedFolder(), FTo.string());
   WriteFile(FTo / "b.xlsx", {1, 2});
   messages = 1;
   EXPECT_THAT(RunIn(&E::barbtnTablesExportXLSXBatteryClick, "b.xlsx"),
