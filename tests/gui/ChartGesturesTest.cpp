@@ -250,7 +250,9 @@ class MovedSensors : public testing::Test {
 
 TEST_F(MovedSensors, TakeTheAxisAndOneScaleStaysOnIt) {
   const QCPAxis& humidity = *RectOf(FChart).axis(QCPAxis::atRight, 0);
+  QSignalSpy texts(&FChart, &TTimeChart::CursorValueChanged);
   FChart.MoveSensor(1, TSensorAxis::RightInner);
+  EXPECT_THAT(texts.back()[0].toString().toStdString(), HasSubstr("hidden: the axis shows Temperature p"));
   EXPECT_THAT(Visible(), ElementsAre(true, true, false, true)) << "degrees and percent share no axis";
   FChart.grab();
   EXPECT_EQ(humidity.label(), "Temperature p (°C)");

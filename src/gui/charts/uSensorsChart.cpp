@@ -126,9 +126,13 @@ void TSensorsChart::SetSensorVisible(std::size_t index, bool visible) {
 
 // An axis has one scale.
 void TSensorsChart::ShowAlone(const TSensorSeries& chosen) {
+  QStringList hidden;
   for (TSensorSeries& other : FSeries) {
-    if (other.look.axis == chosen.look.axis && other.look.scale != chosen.look.scale) other.visible = false;
+    if (other.look.axis != chosen.look.axis || other.look.scale == chosen.look.scale) continue;
+    if (std::exchange(other.visible, false)) hidden << other.name;
   }
+  if (hidden.isEmpty()) return;
+  emit CursorValueChanged(tr("%1 hidden: the axis shows %2").arg(hidden.join(", "), chosen.name));
 }
 
 void TSensorsChart::MoveSensor(std::size_t index, TSensorAxis axis) {
