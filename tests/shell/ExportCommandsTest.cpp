@@ -195,6 +195,25 @@ TEST_F(ExportCommands, ATableIsWrittenWhileItsGridIsHidden) {
   EXPECT_EQ(LinesOf("all.csv"), 4);
 }
 
+// To the last byte like files that somebody has read.
+TEST_F(ExportCommands, CsvFilesAreLikeTheirGoldenOnes) {
+  Run(&E::barbtnEventsCSVAllShocksClick, FTo);
+  Run(&E::barbtnEventsCSVCalibrationClick, FTo);
+  RunIn(&E::barbtnTablesExportCSVClick, "shocks.csv");
+  RunIn(&E::barbtnTablesExportCSVSensorsClick, "sensors.csv");
+  RunIn(&E::barbtnTablesExportCSVBatteryClick, "battery.csv");
+  const fs::path golden = TEST_DATA "/golden";
+  std::size_t compared = 0;
+  for (const auto& entry : fs::recursive_directory_iterator(golden)) {
+    if (entry.is_directory()) continue;
+    const std::string name = fs::relative(entry.path(), golden).string();
+    const TBytes bytes = BytesOfFile(entry.path());
+    EXPECT_EQ(TextOf(name), std::string(bytes.begin(), bytes.end())) << name;
+    ++compared;
+  }
+  EXPECT_EQ(compared, Written().size());
+}
+
 TEST_F(ExportCommands, WorkbooksOfEventsAndReadingsTellTheirSheets) {
   HideEventTwo();
   const std::string ask = fmt::format(" for {}/Mission-A17 of XLSX file|*.xlsx as xlsx; ", FFolder.Path().string());
