@@ -183,6 +183,12 @@ TEST_F(Exports, PicturesOfChartsAreAsOnTheScreenButOnWhite) {
   Press("S");
   Click("tabShock", "barbtnShockSaveChartAsPNG");
   EXPECT_EQ(QImage(To("x.png"), "PNG").size(), Find("chartSpecAnalysis")->size());
+  FTyped = To("spectrum");
+  Press("Ctrl+Shift+C");
+  EXPECT_THAT(FDialogs.back(), HasSubstr("Mission-165-00007 ID-1 Amplitude.csv"));
+  const TBytes csv = BytesOfFile(FTo / "spectrum.csv");
+  EXPECT_THAT(std::string(csv.begin(), csv.end()),
+              testing::StartsWith("\"HZ\",\"X\",\"Y\",\"Z\",\"Total\",\r\n\"0\",\"5.4\","));
   ApplyScheme(*qApp, TScheme::Light);
   QApplication::setPalette(before);
 }
