@@ -2,13 +2,9 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QBuffer>
 #include <QClipboard>
-#include <QComboBox>
 #include <QCoreApplication>
 #include <QDockWidget>
-#include <QFileInfo>
-#include <QImage>
 #include <QLabel>
 #include <QLoggingCategory>
 #include <QMainWindow>
@@ -34,6 +30,7 @@
 #include "gui/filter/uFilterPanel.h"
 #include "gui/mainform/uLayouts.h"
 #include "gui/mainform/uMainParts.h"
+#include "gui/mainform/uViewOutput.h"
 #include "gui/overview/uOverviewPanel.h"
 #include "gui/platform/uDialogs.h"
 #include "gui/report/uReportPanel.h"
@@ -388,12 +385,7 @@ void TMainScreen::CopyChart(std::string_view chart) {
 }
 
 std::string TMainScreen::ChartPicture(std::string_view chart, TPictureFormat format) {
-  QBuffer buffer;
-  buffer.open(QIODevice::WriteOnly);
-  if (!Control<TTimeChart>(chart).Picture().save(&buffer, format == TPictureFormat::Png ? "PNG" : "BMP")) {
-    throw std::runtime_error("The picture cannot be made.");
-  }
-  return buffer.data().toStdString();
+  return Encoded(Control<TTimeChart>(chart).Picture(), format);
 }
 
 bool TMainScreen::Confirm(std::string_view question) {

@@ -1,7 +1,6 @@
 #include "gui/mainform/uViewOutput.h"
 
 #include <QBuffer>
-#include <QImage>
 #include <QPageLayout>
 #include <QPainter>
 #include <QPdfWriter>
@@ -107,4 +106,13 @@ void SaveViewAsPdf(TKorvexMainForm& form, TFileFlow& flow) {
     if (!file) throw std::runtime_error("The file cannot be written whole.");
   });
   flow.RememberFolderOf(Utf8(*path));
+}
+
+std::string Encoded(const QImage& picture, TPictureFormat format) {
+  QBuffer buffer;
+  buffer.open(QIODevice::WriteOnly);
+  if (!picture.save(&buffer, format == TPictureFormat::Png ? "PNG" : "BMP")) {
+    throw std::runtime_error("The picture cannot be made.");
+  }
+  return buffer.data().toStdString();
 }

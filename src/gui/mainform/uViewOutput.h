@@ -1,5 +1,10 @@
-// The view in front on paper or in a PDF, always dark on white.
+// What leaves the window: the view in front on paper or in a PDF, always dark on white, and pictures as bytes.
 #pragma once
+
+#include <QImage>
+#include <string>
+
+#include "shell/uMainScreen.h"
 
 class TFileFlow;
 class TKorvexMainForm;
@@ -8,3 +13,5 @@ class TKorvexMainForm;
 void PrintView(TKorvexMainForm& form, TFileFlow& flow);
 // Asks for a file first. Throws when it cannot be written.
 void SaveViewAsPdf(TKorvexMainForm& form, TFileFlow& flow);
+// The bytes of a picture file. Throws std::runtime_error.
+std::string Encoded(const QImage& picture, TPictureFormat format);
