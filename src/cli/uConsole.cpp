@@ -14,7 +14,8 @@ std::string Describe(const std::exception& error) {
 }
 
 TStatus WorseOf(TStatus a, TStatus b) {
-  constexpr std::array kFromGoodToBad = {TStatus::Done,       TStatus::Damaged,     TStatus::NotDisplayable,
-                                         TStatus::CannotRead, TStatus::CannotWrite, TStatus::WrongUse};
+  constexpr std::array kFromGoodToBad = {TStatus::Done,           TStatus::NoResult,   TStatus::Damaged,
+                                         TStatus::NotDisplayable, TStatus::CannotRead, TStatus::CannotWrite,
+                                         TStatus::WrongUse};
   return std::ranges::find(kFromGoodToBad, a) > std::ranges::find(kFromGoodToBad, b) ? a : b;
 }

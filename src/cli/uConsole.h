@@ -14,10 +14,11 @@ enum class TStatus : int {
   WrongUse = 2,
   CannotRead = 3,
   CannotWrite = 4,
-  Damaged = 5,  // done, but the recording is damaged or cut short
+  Damaged = 5,   // done, but the recording is damaged, cut short or could not be read to its end
+  NoResult = 6,  // the recording or the event has no such result
 };
 
-// The worse of two: 0 < 5 < 1 < 3 < 4 < 2.
+// The worse of two: 0 < 6 < 5 < 1 < 3 < 4 < 2.
 TStatus WorseOf(TStatus a, TStatus b);
 
 // A sink may throw EOutputLost, which ends the run.
