@@ -53,7 +53,12 @@ TStatus BlocksCommand(const std::string& name, const TConsole& console) {
     do {
       PrintBlock(number++, file, console);
     } while (file.ReadBlock());
-    while (file.SkipOn()) {
+    if (!file.CheckRest())
+      console.out("not checked: more than 64 MiB follow the empty block that ends the recording\n");
+    if (!file.ReadError().empty()) {
+      console.err(
+          fmt::format("kshock: {}: The file could not be read to its end: {}\n", Printable(name), file.ReadError()));
+      return TStatus::Damaged;
     }
     if (!file.Damaged()) return TStatus::Done;
     console.out(fmt::format("damaged: the stream ends after {} bytes of content, in or behind block {}\n",

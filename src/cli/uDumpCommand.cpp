@@ -131,6 +131,7 @@ TStatus DumpCommand(const std::string& file, std::size_t rows, const TConsole& c
   json.End('}');
   json.Member("displayable", recording.displayable);
   json.Member("damaged", recording.extent.damaged);
+  json.Member("readError", recording.extent.readError);
   json.Member("blocks", recording.blocks);
   json.Key("mission");
   WriteMission(recording.mission, json);

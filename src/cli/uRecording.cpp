@@ -31,7 +31,7 @@ class TReadingPort final : public IMessagePort {
 TStatus StatusOf(const TRecording& recording) {
   if (recording.message.wParam == kReadFailed) return TStatus::CannotRead;
   if (!recording.displayable) return TStatus::NotDisplayable;
-  return recording.extent.damaged ? TStatus::Damaged : TStatus::Done;
+  return recording.extent.damaged || !recording.extent.readError.empty() ? TStatus::Damaged : TStatus::Done;
 }
 
 bool CannotBeOpened(const TRecording& recording) {
@@ -45,6 +45,7 @@ std::string Complaint(const TRecording& recording) {
     text = "This file cannot be displayed. ";
     text += WhyNotDisplayable(recording.extent);
   }
+  if (recording.status == TStatus::Damaged && !recording.extent.damaged) return NotReadToItsEnd(recording.extent);
   // What is no data file is no damaged recording either.
   if (!recording.extent.damaged || !recording.extent.isDataFile) return text;
   return text + fmt::format("{}The recording is damaged or cut short; read: {} data blocks, {} bytes of content.",

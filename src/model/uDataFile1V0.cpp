@@ -17,6 +17,7 @@ constexpr std::string_view kMagic = "HALVORNIC";
 // What the body of a header block begins with: the count of the magic, and the magic.
 constexpr std::string_view kHeaders[] = {{"\x09\0HALVORNIC", 11}, {"\x09\0TREMALINE", 11}};
 constexpr std::size_t kHeaderBlockSize = 15;
+constexpr std::size_t kMostChecked = std::size_t{64} * 1024 * 1024;
 
 std::span<const std::uint8_t> BytesOf(std::string_view text) {
   return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
@@ -26,6 +27,30 @@ std::span<const std::uint8_t> BytesOf(std::string_view text) {
   throw EStreamError(fmt::format("The file cannot be {}: {}.", what,
                                  error == 0 ? "unknown error" : std::generic_category().message(error)));
 }
+
+// Opening a pipe would wait for its other end, so what is no plain file is refused unopened.
+void RefuseIfNoFile(const std::filesystem::path& path) {
+  std::error_code error;
+  const auto status = std::filesystem::status(path, error);
+  if (!std::filesystem::exists(status)) ThrowFileError("opened", error.value());
+  if (!std::filesystem::is_regular_file(status)) {
+    throw EStreamError("The file cannot be opened: it is no regular file.");
+  }
+}
+
+// Read in pieces as large as the inflating thread takes.
+class TInputFile final : public std::filebuf {
+ public:
+  explicit TInputFile(const std::filesystem::path& path) {
+    RefuseIfNoFile(path);
+    pubsetbuf(FBuffer.data(), static_cast<std::streamsize>(FBuffer.size()));
+    errno = 0;
+    if (open(path, std::ios::in | std::ios::binary) == nullptr) ThrowFileError("opened", errno);
+  }
+
+ private:
+  std::array<char, 64 * 1024 + 1> FBuffer;
+};
 
 }  // namespace
 
@@ -50,25 +75,22 @@ void TMemoryStream::Read(std::span<std::uint8_t> into) {
   FPosition += into.size();
 }
 
-TDataFile::TDataFile(const std::filesystem::path& sFileName, TLoad) {
-  // Opening a pipe would wait for its other end, so what is no plain file is refused unopened.
-  std::error_code error;
-  const auto status = std::filesystem::status(sFileName, error);
-  if (!std::filesystem::exists(status)) ThrowFileError("opened", error.value());
-  if (!std::filesystem::is_regular_file(status)) {
-    throw EStreamError("The file cannot be opened: it is no regular file.");
-  }
-  errno = 0;
-  if (open(sFileName, std::ios::in | std::ios::binary) == nullptr) ThrowFileError("opened", errno);
-  ZipStream = std::make_unique<TInflateStream>(static_cast<std::filebuf&>(*this));
+TDataFile TDataFile::CreateLoad(const std::filesystem::path& sFileName, std::stop_token stop) {
+  return CreateLoad([sFileName] { return std::make_unique<TInputFile>(sFileName); }, std::move(stop));
 }
 
-TDataFile::TDataFile(const std::filesystem::path& sFileName, TSave) {
+TDataFile TDataFile::CreateLoad(std::function<std::unique_ptr<std::streambuf>()> open, std::stop_token stop) {
+  return TDataFile(std::make_unique<TInflateStream>(std::move(open), std::move(stop)));
+}
+
+TDataFile::TDataFile(std::unique_ptr<TInflateStream> stream) : ZipStream(std::move(stream)) {}
+
+TDataFile::TDataFile(const std::filesystem::path& sFileName) {
   errno = 0;
-  if (open(sFileName, std::ios::out | std::ios::trunc | std::ios::binary) == nullptr) {
+  if (FSaved.open(sFileName, std::ios::out | std::ios::trunc | std::ios::binary) == nullptr) {
     ThrowFileError("created", errno);
   }
-  ZipSaveStream = std::make_unique<TDeflateStream>(static_cast<std::filebuf&>(*this));
+  ZipSaveStream = std::make_unique<TDeflateStream>(FSaved);
   NewBlock(kFileHeaderBlock);
   WriteString(kMagic);
   WriteWord(1);
@@ -87,21 +109,26 @@ void TDataFile::Close() {
   if (ZipSaveStream) {
     const auto deflating = std::move(ZipSaveStream);
     deflating->Finish();
-    if (close() == nullptr) throw EStreamError("The file cannot be written to its end.");
+    if (FSaved.close() == nullptr) throw EStreamError("The file cannot be written to its end.");
   }
 }
 
 bool TDataFile::IsLoadOk() {
   const bool read = ReadBlock();
-  if ((!read || FBlockCut) && ZipStream->ReadFailed()) throw EStreamError("The file cannot be read.");
+  if ((!read || FBlockCut) && !FReadError.empty()) throw EStreamError("The file cannot be read: " + FReadError + ".");
   if (!read || FBlockCut || FBlockType != kFileHeaderBlock || BlockSize() != kHeaderBlockSize) return false;
   const std::string_view body(reinterpret_cast<const char*>(BufStream.Bytes().data()), BlockSize());
   return std::ranges::any_of(kHeaders, [&body](std::string_view header) { return body.starts_with(header); });
 }
 
 std::span<const std::uint8_t> TDataFile::TakeZip(std::size_t count) {
+  if (!ZipStream) throw EStreamError("The file is not open for reading.");
   const auto bytes = ZipStream->Take(count);
-  if (bytes.size() < count && !ZipStream->EndedWell()) FDamaged = true;
+  FBytesTaken += bytes.size();
+  if (bytes.size() < count && !ZipStream->EndedWell()) {
+    FReadError = ZipStream->ReadError();
+    FDamaged = FReadError.empty();
+  }
   return bytes;
 }
 
@@ -128,13 +155,17 @@ bool TDataFile::ReadBlock() {
     }
   }
   // The stream ended inside the block. Its bytes still count, and nothing is thrown: a damaged tail only ends the read.
-  FBlockCut = FDamaged = true;
+  FBlockCut = true;
+  FDamaged = FReadError.empty();
   return BlockSize() > 0;
 }
 
-bool TDataFile::SkipOn() {
+bool TDataFile::CheckRest() {
   BufStream.Clear();
-  return TakeZip(TInflateStream::kMaxTake).size() == TInflateStream::kMaxTake;
+  for (std::size_t passed = 0; passed < kMostChecked; passed += TInflateStream::kMaxTake) {
+    if (TakeZip(TInflateStream::kMaxTake).size() < TInflateStream::kMaxTake) return true;
+  }
+  return false;
 }
 
 void TDataFile::NewBlock(std::uint16_t wsType) {
@@ -143,6 +174,7 @@ void TDataFile::NewBlock(std::uint16_t wsType) {
 }
 
 void TDataFile::WriteBlock() {
+  if (!ZipSaveStream) throw EStreamError("The file is not open for writing.");
   if (BufStream.Size() == 0) return;
   const std::array<std::uint16_t, 2> header = {FBlockType, static_cast<std::uint16_t>(BufStream.Size())};
   ZipSaveStream->Write({reinterpret_cast<const std::uint8_t*>(header.data()), sizeof header});

@@ -1,5 +1,7 @@
-// The block data file: one zlib stream of typed blocks. A TDataFile is its file and owns it; one thread at a time uses
-// it. Every number is little-endian. The format is described in docs/kshock-format.md.
+// The block data file: one zlib stream of typed blocks. A TDataFile owns its file; one thread at a time uses it. It is
+// either read or written: ReadBlock and what else takes from the file throws EStreamError on a file being written, and
+// so does WriteBlock on a file being read or after Close. Every number is little-endian. The format is described in
+// docs/kshock-format.md.
 #pragma once
 
 #include <array>
@@ -7,8 +9,11 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <memory>
 #include <span>
+#include <stop_token>
+#include <streambuf>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,6 +40,7 @@ class TMemoryStream {
   [[nodiscard]] std::span<const std::uint8_t> Rest() const { return FBytes.subspan(FPosition); }
   [[nodiscard]] std::size_t Size() const { return FBytes.size(); }
   [[nodiscard]] std::size_t Position() const { return FPosition; }
+  // From 0 to Size; a position behind the end is the end.
   void SetPosition(std::size_t position) { FPosition = position < Size() ? position : Size(); }
 
  private:
@@ -43,27 +49,34 @@ class TMemoryStream {
   std::size_t FPosition = 0;
 };
 
-class TDataFile : private std::filebuf {
+class TDataFile {
  public:
-  // Opens a regular file; nothing is read yet. Throws EStreamError when it cannot be opened.
-  static TDataFile CreateLoad(const std::filesystem::path& sFileName) { return {sFileName, TLoad{}}; }
+  // Opens a regular file, by its path or by what `open` returns; a thread of its own does that and reads ahead. Throws
+  // EStreamError when it cannot be opened. Once `stop` is requested, this and every call that reads throws
+  // EKorvex(kReadCancelled) instead of waiting for the file, however long a read of the operating system blocks.
+  static TDataFile CreateLoad(const std::filesystem::path& sFileName, std::stop_token stop = {});
+  static TDataFile CreateLoad(std::function<std::unique_ptr<std::streambuf>()> open, std::stop_token stop = {});
   // Creates or truncates the file and writes the header block. Throws EStreamError.
-  static TDataFile CreateSave(const std::filesystem::path& sFileName) { return {sFileName, TSave{}}; }
+  static TDataFile CreateSave(const std::filesystem::path& sFileName) { return TDataFile(sFileName); }
   // Finishes a file being written as Close does, but cannot report a failure.
-  ~TDataFile() override;
-  // Finishes the zlib stream of a file being written. Throws EStreamError when the file could not be written whole.
+  ~TDataFile();
+  TDataFile(const TDataFile&) = delete;
+  TDataFile& operator=(const TDataFile&) = delete;
+  // Finishes the zlib stream of a file being written; a block that was begun and not written is dropped. Throws
+  // EStreamError when the file could not be written whole. Does nothing to a file being read.
   void Close();
 
   // Reads the first block and says whether it is the header. Call once, right after CreateLoad.
   // Throws EStreamError when the operating system fails to read.
   [[nodiscard]] bool IsLoadOk();
-  // Reads the next block and rewinds it; true when it has at least one byte. The end of the file, a damaged tail and
-  // an empty block all give false. A block that breaks off gives the bytes that came.
+  // Reads the next block and rewinds it; true when it has at least one byte. The end of the file, a damaged tail, a
+  // failed read and an empty block all give false. A block that breaks off gives the bytes that came.
   [[nodiscard]] bool ReadBlock();
 
-  // Passes over up to 64 KiB of what no block was read from, to see whether the stream is good to its end; false when
-  // there is nothing left.
-  [[nodiscard]] bool SkipOn();
+  // Passes over what no block was read from, to see whether the stream is good to its end. It looks at 64 MiB at most:
+  // an empty block may be followed by a million times what the file holds. False when there is more than that; it is
+  // not checked, and no damage.
+  bool CheckRest();
 
   void NewBlock(std::uint16_t wsType);
   // Writes the current block, if it is not empty, and clears it. A body over 65,535 bytes is the caller's mistake: it
@@ -111,14 +124,15 @@ class TDataFile : private std::filebuf {
   // How reading went so far.
   [[nodiscard]] bool BlockCut() const { return FBlockCut; }  // the current block has fewer bytes than its size says
   [[nodiscard]] bool Damaged() const { return FDamaged; }    // the stream or a block was cut or damaged
+  // The operating system's reason when it failed to read, which is no damage; empty otherwise.
+  [[nodiscard]] const std::string& ReadError() const { return FReadError; }
   [[nodiscard]] std::uint16_t BlockSizeInFile() const { return FBlockSizeInFile; }
-  [[nodiscard]] std::uint64_t BytesRead() const { return FBytesRead; }  // inflated bytes that blocks were read from
+  [[nodiscard]] std::uint64_t BytesRead() const { return FBytesRead; }    // inflated bytes that blocks were read from
+  [[nodiscard]] std::uint64_t BytesTaken() const { return FBytesTaken; }  // and those that CheckRest passed over
 
  private:
-  struct TLoad {};
-  struct TSave {};
-  TDataFile(const std::filesystem::path& sFileName, TLoad);
-  TDataFile(const std::filesystem::path& sFileName, TSave);
+  explicit TDataFile(std::unique_ptr<TInflateStream> stream);
+  explicit TDataFile(const std::filesystem::path& sFileName);
 
   static_assert(std::endian::native == std::endian::little, "values are copied as they stand in memory");
   template <class T>
@@ -134,11 +148,14 @@ class TDataFile : private std::filebuf {
   std::span<const std::uint8_t> TakeZip(std::size_t count);
 
   TMemoryStream BufStream;
+  std::filebuf FSaved;
   std::unique_ptr<TInflateStream> ZipStream;      // while loading
   std::unique_ptr<TDeflateStream> ZipSaveStream;  // while saving
   std::uint16_t FBlockType = 0;
   std::uint16_t FBlockSizeInFile = 0;
   bool FBlockCut = false;
   bool FDamaged = false;
+  std::string FReadError;
   std::uint64_t FBytesRead = 0;
+  std::uint64_t FBytesTaken = 0;
 };

@@ -3,9 +3,15 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
+#include <chrono>
+#include <condition_variable>
+#include <exception>
+#include <mutex>
 #include <new>
 #include <system_error>
+#include <utility>
 
 #include "model/uExceptions1V0.h"
 
@@ -16,57 +22,121 @@ constexpr int kFastest = 1;
 constexpr std::size_t kInputSize = 64 * 1024;
 constexpr std::size_t kTrailerSize = 4;  // the checksum behind the deflated data
 constexpr std::size_t kChunkSize = 256 * 1024;
+constexpr auto kTimeToEnd = std::chrono::milliseconds(100);
 
 }  // namespace
 
-TInflateStream::TInflateStream(std::filebuf& file) : FFile(file), FInput(kTrailerSize + kInputSize) {
-  // Without a first value, so that a small file touches little memory.
-  for (TChunk& chunk : FChunks) chunk.bytes = std::make_unique_for_overwrite<std::uint8_t[]>(kMaxTake + kChunkSize);
-  if (inflateInit2(&FZip, kWindowBits) != Z_OK) throw std::bad_alloc();
-  inflateValidate(&FZip, 0);  // the checksum is the taker's work, see NextChunk
+// Inflated bytes stand from kMaxTake on; before them is room for what was left of the chunk before.
+struct TInflateStream::TChunk {
+  std::unique_ptr<std::uint8_t[]> bytes;
+  std::size_t filled = 0;
+  TEnd end = TEnd::None;  // the stream ends behind this chunk
+};
+
+class TInflateStream::TInflater {
+ public:
+  explicit TInflater(TOpen open) : FOpen(std::move(open)), FInput(kTrailerSize + kInputSize) {
+    // Without a first value, so that a small file touches little memory.
+    for (TChunk& chunk : FChunks) chunk.bytes = std::make_unique_for_overwrite<std::uint8_t[]>(kMaxTake + kChunkSize);
+    if (inflateInit2(&FZip, kWindowBits) != Z_OK) throw std::bad_alloc();
+    inflateValidate(&FZip, 0);  // the checksum is the taker's work, see NextChunk
+  }
+  ~TInflater() { inflateEnd(&FZip); }
+  TInflater(const TInflater&) = delete;
+  TInflater& operator=(const TInflater&) = delete;
+
+  // The taker's side.
+  void WaitUntilOpen(const std::stop_token& stop);
+  TChunk& WaitForChunk(std::size_t number, const std::stop_token& stop);
+  void Release(std::size_t number);
+  // Asks the thread to end and gives it a moment; false when it has not, as inside a read that blocks.
+  [[nodiscard]] bool End();
+  // Of a chunk that has ended: the checksum that the stream names, the reason of a failed read.
+  [[nodiscard]] uLong WantedChecksum() const { return FWantedChecksum; }
+  [[nodiscard]] const std::string& ReadError() const { return FReadError; }
+
+  // The inflating thread.
+  void Run();
+
+ private:
+  TChunk& ChunkOf(std::size_t number) { return FChunks[number % FChunks.size()]; }
+  void Tell(bool& what);
+  bool Stopped();
+  void InflateAll();
+  void Fill(TChunk& chunk);
+  TEnd FillInput();
+
+  TOpen FOpen;
+  std::unique_ptr<std::streambuf> FFile;
+  z_stream FZip{};
+  std::vector<std::uint8_t> FInput;
+  uLong FWantedChecksum = 0;
+  std::string FReadError;
+  std::array<TChunk, 3> FChunks;
+  std::exception_ptr FOpenError;
+
+  std::mutex FMutex;  // guards what follows
+  std::condition_variable_any FChanged;
+  std::size_t FInflated = 0;  // chunks with a lower number are filled
+  std::size_t FReleased = 0;  // chunks with a lower number may be filled again
+  bool FOpened = false;       // or FOpenError says why not
+  bool FStop = false;
+  bool FEnded = false;
+};
+
+void TInflateStream::TInflater::WaitUntilOpen(const std::stop_token& stop) {
+  std::unique_lock lock(FMutex);
+  if (!FChanged.wait(lock, stop, [this] { return FOpened; })) throw EKorvex(kReadCancelled);
+  if (FOpenError) std::rethrow_exception(FOpenError);
 }
 
-TInflateStream::~TInflateStream() {
+TInflateStream::TChunk& TInflateStream::TInflater::WaitForChunk(std::size_t number, const std::stop_token& stop) {
+  std::unique_lock lock(FMutex);
+  FChanged.wait(lock, stop, [this, number] { return FInflated > number; });
+  if (stop.stop_requested()) throw EKorvex(kReadCancelled);
+  return ChunkOf(number);
+}
+
+void TInflateStream::TInflater::Release(std::size_t number) {
   {
     const std::lock_guard lock(FMutex);
-    FStop = true;
+    FReleased = number;
   }
   FChanged.notify_all();
-  if (FThread.joinable()) FThread.join();
-  inflateEnd(&FZip);
 }
 
-std::span<const std::uint8_t> TInflateStream::Take(std::size_t count) {
-  while (FRest.size() < count && NextChunk()) {
-  }
-  const auto taken = FRest.first(std::min(count, FRest.size()));
-  FRest = FRest.subspan(taken.size());
-  return taken;
+bool TInflateStream::TInflater::End() {
+  Tell(FStop);
+  std::unique_lock lock(FMutex);
+  return FChanged.wait_for(lock, kTimeToEnd, [this] { return FEnded; });
 }
 
-bool TInflateStream::NextChunk() {
-  if (FEnd != TEnd::None) return false;
-  if (!FThread.joinable()) FThread = std::thread([this] { InflateAll(); });
-  {
-    std::unique_lock lock(FMutex);
-    FChanged.wait(lock, [this] { return FInflated > FNext; });
-  }
-  TChunk& chunk = ChunkOf(FNext);
-  std::uint8_t* const begin = chunk.bytes.get() + kMaxTake - FRest.size();
-  std::ranges::copy(FRest, begin);
-  FRest = {begin, FRest.size() + chunk.filled};
-  FEnd = chunk.end;
-  FChecksum = adler32(FChecksum, chunk.bytes.get() + kMaxTake, static_cast<uInt>(chunk.filled));
-  if (FEnd == TEnd::Finished && FChecksum != FWantedChecksum) FEnd = TEnd::Damaged;
+void TInflateStream::TInflater::Tell(bool& what) {
   {
     const std::lock_guard lock(FMutex);
-    FReleased = FNext++;
+    what = true;
   }
   FChanged.notify_all();
-  return true;
 }
 
-void TInflateStream::InflateAll() {
+bool TInflateStream::TInflater::Stopped() {
+  const std::lock_guard lock(FMutex);
+  return FStop;
+}
+
+void TInflateStream::TInflater::Run() {
+  try {
+    FFile = FOpen();
+  } catch (...) {
+    FOpenError = std::current_exception();
+  }
+  Tell(FOpened);
+  if (FFile) InflateAll();
+  FFile.reset();
+  Tell(FEnded);
+}
+
+void TInflateStream::TInflater::InflateAll() {
   TEnd end = TEnd::None;
   for (std::size_t number = 0; end == TEnd::None; ++number) {
     {
@@ -84,7 +154,7 @@ void TInflateStream::InflateAll() {
   }
 }
 
-void TInflateStream::Fill(TChunk& chunk) {
+void TInflateStream::TInflater::Fill(TChunk& chunk) {
   FZip.next_out = chunk.bytes.get() + kMaxTake;
   FZip.avail_out = static_cast<uInt>(kChunkSize);
   chunk.end = TEnd::None;
@@ -105,18 +175,72 @@ void TInflateStream::Fill(TChunk& chunk) {
   chunk.filled = kChunkSize - FZip.avail_out;
 }
 
-TInflateStream::TEnd TInflateStream::FillInput() {
+// One reading of the operating system at a time: what came before an error is inflated before the error shows.
+TInflateStream::TEnd TInflateStream::TInflater::FillInput() {
+  // The trailer may lie across two readings, so the last bytes of the one before stay in front.
+  if (FZip.next_in != nullptr) std::copy_n(FZip.next_in - kTrailerSize, kTrailerSize, FInput.begin());
+  Bytef* const begin = FInput.data() + kTrailerSize;
+  std::streamsize count = 0;
   try {
-    // The trailer may lie across two readings, so the last bytes of the one before stay in front.
-    if (FZip.next_in != nullptr) std::copy_n(FZip.next_in - kTrailerSize, kTrailerSize, FInput.begin());
-    Bytef* const begin = FInput.data() + kTrailerSize;
-    const auto count = FFile.sgetn(reinterpret_cast<char*>(begin), static_cast<std::streamsize>(kInputSize));
-    FZip.next_in = begin;
-    FZip.avail_in = static_cast<uInt>(count);
-    return count > 0 ? TEnd::None : TEnd::Damaged;  // the file ends before its stream does
-  } catch (const std::ios_base::failure&) {
+    if (FFile->sgetc() != std::streambuf::traits_type::eof()) {
+      count = FFile->sgetn(reinterpret_cast<char*>(begin), std::min(FFile->in_avail(), std::streamsize{kInputSize}));
+    }
+  } catch (const std::system_error& error) {
+    FReadError = error.code().message();
     return TEnd::ReadFailed;
   }
+  if (Stopped()) return TEnd::ReadFailed;  // nobody takes what is read
+  FZip.next_in = begin;
+  FZip.avail_in = static_cast<uInt>(count);
+  return count > 0 ? TEnd::None : TEnd::Damaged;  // the file ends before its stream does
+}
+
+TInflateStream::TInflateStream(TOpen open, std::stop_token stop)
+    : FInflater(std::make_shared<TInflater>(std::move(open))), FStop(std::move(stop)) {
+  FThread = std::thread([inflater = FInflater] { inflater->Run(); });
+  try {
+    FInflater->WaitUntilOpen(FStop);
+  } catch (...) {
+    EndThread();
+    throw;
+  }
+}
+
+TInflateStream::~TInflateStream() {
+  EndThread();
+}
+
+void TInflateStream::EndThread() {
+  if (FInflater->End()) {
+    FThread.join();
+  } else {
+    FThread.detach();
+  }
+}
+
+std::span<const std::uint8_t> TInflateStream::Take(std::size_t count) {
+  while (FRest.size() < count && NextChunk()) {
+  }
+  const auto taken = FRest.first(std::min(count, FRest.size()));
+  FRest = FRest.subspan(taken.size());
+  return taken;
+}
+
+bool TInflateStream::NextChunk() {
+  if (FEnd != TEnd::None) return false;
+  TChunk& chunk = FInflater->WaitForChunk(FNext, FStop);
+  std::uint8_t* const begin = chunk.bytes.get() + kMaxTake - FRest.size();
+  std::ranges::copy(FRest, begin);
+  FRest = {begin, FRest.size() + chunk.filled};
+  FEnd = chunk.end;
+  FChecksum = adler32(FChecksum, chunk.bytes.get() + kMaxTake, static_cast<uInt>(chunk.filled));
+  if (FEnd == TEnd::Finished && FChecksum != FInflater->WantedChecksum()) FEnd = TEnd::Damaged;
+  FInflater->Release(FNext++);
+  return true;
+}
+
+std::string TInflateStream::ReadError() const {
+  return FEnd == TEnd::ReadFailed ? FInflater->ReadError() : std::string();
 }
 
 TDeflateStream::TDeflateStream(std::filebuf& file) : FFile(file), FOutput(kChunkSize) {

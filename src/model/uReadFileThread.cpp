@@ -21,16 +21,32 @@ template <class TStep>
 auto OrCannotOpen(const TStep& step) {
   try {
     return step();
+  } catch (const EKorvex&) {  // the user does not wait for it
+    throw;
   } catch (const std::exception& error) {
     throw EKorvex(kCannotOpenDataFile, error.what());
   }
 }
 
+// Gives back what the lists reserved to grow.
+void TrimLists() {
+  try {
+    EventList.Trim();
+    SensorList.Trim();
+  } catch (const std::bad_alloc&) {  // the lists keep their reserve, nothing is lost
+  }
+}
+
 }  // namespace
 
-std::string_view WhyNotDisplayable(const TReadExtent& extent) {
+std::string NotReadToItsEnd(const TReadExtent& extent) {
+  return extent.readError.empty() ? std::string() : "The file could not be read to its end: " + extent.readError;
+}
+
+std::string WhyNotDisplayable(const TReadExtent& extent) {
   if (!extent.isDataFile) return "It is no data file.";
-  return MissionData.bValid ? "Its creator is unknown." : "It has no mission header.";
+  const std::string reason = MissionData.bValid ? "Its creator is unknown." : "It has no mission header.";
+  return extent.readError.empty() ? reason : reason + " " + NotReadToItsEnd(extent) + ".";
 }
 
 TReadFileThread::TReadFileThread(std::uint64_t hWindow, std::filesystem::path InFile, std::uint64_t memoryBound)
@@ -61,11 +77,7 @@ void TReadFileThread::Execute() {
     fail(0, error.what());
   }
   if (last.wParam == kReadFailed && last.lParam != kCannotOpenDataFile) FExtent.damaged = true;
-  try {
-    EventList.Trim();
-    SensorList.Trim();
-  } catch (const std::bad_alloc&) {  // the lists keep their reserve, nothing is lost
-  }
+  if (!FStop.stop_requested()) TrimLists();
   PostToPort(FhWindow, last);
 }
 
@@ -73,21 +85,23 @@ void TReadFileThread::ReadDataFile() {
   MissionData.bValid = false;
   EventList.ValidCreator = false;
 
-  TDataFile file = OrCannotOpen([this] { return TDataFile::CreateLoad(FInFile); });
+  TDataFile file = OrCannotOpen([this] { return TDataFile::CreateLoad(FInFile, FStop.get_token()); });
   // Whatever ends the read, what is known of the file by then is kept.
   struct TKeepExtent {
     const TDataFile& file;
     TReadExtent& extent;
     ~TKeepExtent() {
       extent.damaged = file.Damaged();
+      extent.readError = file.ReadError();
       extent.inflatedBytes = file.BytesRead();
+      extent.takenBytes = file.BytesTaken();
     }
   } const keepExtent{file, FExtent};
 
   FExtent.isDataFile = OrCannotOpen([&file] { return file.IsLoadOk(); });
   TBlockReader reader(file, FMemoryBound);
   while (FExtent.isDataFile && file.ReadBlock()) {
-    if (FTerminated) throw EKorvex(kReadCancelled);
+    if (FStop.stop_requested()) throw EKorvex(kReadCancelled);
     if (file.BlockType() == kDataBlock) {
       // A count past 32 bits starts over; a message has no more room.
       FProgress = static_cast<std::int32_t>(static_cast<std::uint32_t>(FProgress) + 1U);
@@ -101,7 +115,5 @@ void TReadFileThread::ReadDataFile() {
     }
   }
   // An empty block ends the read, and may be one only because the stream is damaged: the checksum behind it tells.
-  while (file.SkipOn()) {
-    if (FTerminated) throw EKorvex(kReadCancelled);
-  }
+  if (FExtent.isDataFile) file.CheckRest();
 }

@@ -8,11 +8,11 @@
 // EventList, SensorList, AxesPresent and ReadErrorText; the caller clears them first, the reader appends.
 #pragma once
 
-#include <atomic>
 #include <cstdint>
 #include <filesystem>
 #include <limits>
-#include <string_view>
+#include <stop_token>
+#include <string>
 #include <thread>
 
 inline constexpr std::uint32_t kReadFileMessage = 1025;
@@ -24,11 +24,16 @@ inline constexpr std::uint64_t kReadProgress = 11;
 struct TReadExtent {
   bool isDataFile = false;          // its first block is the header
   bool damaged = false;             // the stream or a block was cut or damaged, or a block could not be understood
-  std::uint64_t inflatedBytes = 0;  // taken from the stream
+  std::string readError;            // the system's reason when it failed to read, which is no damage; else empty
+  std::uint64_t inflatedBytes = 0;  // that blocks were read from
+  std::uint64_t takenBytes = 0;     // and those that were only checked behind them
 };
 
-// Why a read that finished shows nothing, in a sentence: the extent and the mission header tell.
-std::string_view WhyNotDisplayable(const TReadExtent& extent);
+// "The file could not be read to its end: Input/output error"; empty without a read error.
+std::string NotReadToItsEnd(const TReadExtent& extent);
+
+// Why a read that finished shows nothing, in sentences: the extent and the mission header tell.
+std::string WhyNotDisplayable(const TReadExtent& extent);
 
 class TReadFileThread {
  public:
@@ -36,13 +41,14 @@ class TReadFileThread {
 
   // Starts at once. The read fails before the mission outgrows `memoryBound` bytes, see TBlockReader.
   TReadFileThread(std::uint64_t hWindow, std::filesystem::path InFile, std::uint64_t memoryBound = kNoMemoryBound);
-  // Asks the thread to end and waits for it.
+  // Asks the thread to end and waits for it. That takes no longer when the file is one whose reads block: then another
+  // thread, which knows nothing of the mission, is left behind in the read.
   ~TReadFileThread();
   TReadFileThread(const TReadFileThread&) = delete;
   TReadFileThread& operator=(const TReadFileThread&) = delete;
 
-  // Asks the reader to stop at the next block; safe at any time.
-  void Terminate() { FTerminated = true; }
+  // Asks the reader to stop at the next block, or where it waits for the file; safe at any time.
+  void Terminate() { FStop.request_stop(); }
   // Waits until the end message has been posted.
   void WaitFor();
   // Read it after the end message.
@@ -57,6 +63,6 @@ class TReadFileThread {
   std::uint64_t FMemoryBound;
   std::int32_t FProgress = 0;  // data blocks begun
   TReadExtent FExtent;
-  std::atomic<bool> FTerminated = false;
+  std::stop_source FStop;
   std::thread FThread;  // last: everything that it uses stands before it
 };

@@ -116,6 +116,7 @@ void TFileFlow::Start(const std::string& fileName, std::optional<TKept> kept) {
 void TFileFlow::Cancel() {
   if (!Busy()) return;
   FCancelled = true;
+  FScreen.SetText("PnlLoadingMsg", "Cancelling…");
   if (FReader) FReader->Terminate();
 }
 
@@ -220,23 +221,25 @@ void TFileFlow::ReadFinished() {
     Fail(kCannotBeShown, error.what());
     return;
   }
-  TellDamage();
+  TellDamage(extent);
   CloseIfWanted();
 }
 
 std::string TFileFlow::DamageOf(const TReadExtent& extent) const {
-  if (!extent.damaged) return {};
+  if (!extent.damaged) return NotReadToItsEnd(extent);
   constexpr std::string_view kDamaged =
       "This recording is damaged or cut short: {} data blocks, {} bytes of content were read. Everything whole in them "
       "is shown; values near the damage may be wrong.";
   return fmt::format(kDamaged, FBlocks, extent.inflatedBytes);
 }
 
-void TFileFlow::TellDamage() {
+void TFileFlow::TellDamage(const TReadExtent& extent) {
   const std::string name = Utf8FromPath(PathFromUtf8(FFileName).filename());
-  const bool damaged = !FMission.Damage.empty();
-  FScreen.SetText("lblStatusFile", fmt::format("{} · {}", Printable(name), damaged ? "damaged" : "complete"));
-  if (!damaged) return;
+  const std::string_view state = extent.damaged             ? "damaged"
+                                 : extent.readError.empty() ? "complete"
+                                                            : "not read to its end";
+  FScreen.SetText("lblStatusFile", fmt::format("{} · {}", Printable(name), state));
+  if (FMission.Damage.empty()) return;
   FScreen.SetText("lblDamaged", FMission.Damage);
   FScreen.SetVisible("pnlDamaged", true);
 }

@@ -89,7 +89,7 @@ class TFileFlow {
   void ReadFailed(std::int64_t code);
   void TellBlocks();
   [[nodiscard]] std::string DamageOf(const TReadExtent& extent) const;
-  void TellDamage();
+  void TellDamage(const TReadExtent& extent);
   void Restore(const TKept& kept);
   void Step(int position, std::string_view text);
   void CompleteLoading();

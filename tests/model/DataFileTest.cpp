@@ -3,6 +3,10 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <cerrno>
+#include <future>
+#include <thread>
+
 #include "model/uExceptions1V0.h"
 #include "tests/support/uTestRecording.h"
 
@@ -139,6 +143,113 @@ TEST_F(DataFile, WhatIsNoFileCannotBeOpened) {
   ASSERT_EQ(mkfifo((Folder / "pipe").c_str(), 0600), 0);
   EXPECT_THROW(TDataFile::CreateLoad(Folder / "pipe"), EStreamError);
   EXPECT_THROW(TDataFile::CreateSave(Folder / "no folder" / "file.kshock"), EStreamError);
+}
+
+TEST_F(DataFile, TakesOnlyCallsOfItsDirection) {
+  TDataFile written = TDataFile::CreateSave(Path);
+  EXPECT_THROW(static_cast<void>(written.IsLoadOk()), EStreamError);
+  EXPECT_THROW(static_cast<void>(written.ReadBlock()), EStreamError);
+  EXPECT_THROW(written.CheckRest(), EStreamError);
+  written.NewBlock(5);
+  written.WriteWord(1);
+  written.Close();
+  EXPECT_THROW(written.WriteBlock(), EStreamError);
+
+  TDataFile read = TDataFile::CreateLoad(Path);
+  ASSERT_TRUE(read.IsLoadOk());
+  EXPECT_THROW(read.WriteBlock(), EStreamError);
+  EXPECT_FALSE(read.ReadBlock()) << "a block that was begun and not written is dropped";
+  EXPECT_FALSE(read.Damaged());
+}
+
+// Gives its bytes in pieces of three and then does `end`.
+class TPieces final : public std::streambuf {
+ public:
+  TPieces(TBytes bytes, std::function<int_type()> end) : FBytes(std::move(bytes)), FEnd(std::move(end)) {}
+
+ protected:
+  int_type underflow() override {
+    auto* const begin = reinterpret_cast<char*>(FBytes.data());
+    const std::size_t at = gptr() == nullptr ? 0 : static_cast<std::size_t>(gptr() - begin);
+    if (at == FBytes.size()) return FEnd();
+    setg(begin, begin + at, begin + std::min(at + 3, FBytes.size()));
+    return traits_type::to_int_type(*gptr());
+  }
+
+ private:
+  TBytes FBytes;
+  std::function<int_type()> FEnd;
+};
+
+TTestRecording OneBlockOf(std::size_t bytes) {
+  return TTestRecording().Block(5, TBytes(bytes, 7));
+}
+
+TEST_F(DataFile, AReadErrorIsNoDamageAndLosesNothingThatCameBefore) {
+  TBytes stream = Deflated(OneBlockOf(10).content);
+  stream.resize(stream.size() - 4);  // all of the content, no checksum
+  TDataFile file = TDataFile::CreateLoad([&] {
+    return std::make_unique<TPieces>(
+        stream, []() -> int { throw std::ios_base::failure("read", std::error_code(EIO, std::generic_category())); });
+  });
+  ASSERT_TRUE(file.IsLoadOk());
+  ASSERT_TRUE(file.ReadBlock());
+  EXPECT_EQ(file.BlockSize(), 10U);
+  EXPECT_FALSE(file.ReadBlock());
+  EXPECT_EQ(file.ReadError(), "Input/output error");
+  EXPECT_FALSE(file.Damaged());
+}
+
+TEST_F(DataFile, AStopEndsTheWaitForAReadThatBlocks) {
+  TBytes stream = Deflated(OneBlockOf(10).content);
+  stream.resize(stream.size() - 4);
+  std::promise<void> blocked;
+  std::promise<void> released;
+  const std::shared_future<void> release = released.get_future().share();
+  std::stop_source stop;
+  {
+    TDataFile file = TDataFile::CreateLoad(
+        [&blocked, stream, release] {
+          return std::make_unique<TPieces>(stream, [&blocked, release] {
+            blocked.set_value();
+            release.wait();
+            return std::char_traits<char>::eof();
+          });
+        },
+        stop.get_token());
+    std::thread user([&] {
+      blocked.get_future().wait();
+      stop.request_stop();
+    });
+    EXPECT_THROW(
+        {
+          static_cast<void>(file.IsLoadOk());
+          while (file.ReadBlock()) {
+          }
+        },
+        EKorvex);
+    user.join();
+  }  // the file goes, its thread stays in the read
+  released.set_value();
+}
+
+// Behind an empty block, which ends the recording, only so much is looked at.
+TEST_F(DataFile, ChecksTheRestOfAStreamUpToABound) {
+  constexpr std::size_t kMebibyte = 1024 * 1024;
+  for (const std::size_t rest : {std::size_t{1}, std::size_t{70}}) {
+    TTestRecording recording;
+    recording.Block(5, {}).content.resize(recording.content.size() + rest * kMebibyte);
+    TBytes stream = Deflated(recording.content);
+    stream.back() ^= 1;  // the checksum
+    WriteFile(Path, stream);
+    TDataFile file = TDataFile::CreateLoad(Path);
+    ASSERT_TRUE(file.IsLoadOk());
+    EXPECT_FALSE(file.ReadBlock());
+    const bool isChecked = rest < 64;
+    EXPECT_EQ(file.CheckRest(), isChecked);
+    EXPECT_EQ(file.Damaged(), isChecked);
+    EXPECT_LE(file.BytesTaken(), 65 * kMebibyte);
+  }
 }
 
 TEST_F(DataFile, AFullDiskIsReportedByClose) {

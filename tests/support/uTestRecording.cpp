@@ -13,15 +13,7 @@
 
 namespace fs = std::filesystem;
 
-namespace {
-
-class TRecordingPort final : public IMessagePort {
- public:
-  void Receive(const TMessage& message) noexcept override { Messages.push_back(message); }
-  std::vector<TMessage> Messages;
-};
-
-}  // namespace
+namespace {}  // namespace
 
 TTempFolder::TTempFolder()
     : FPath(fs::temp_directory_path() / fmt::format("shockscope-test-{:08x}", std::random_device{}())) {

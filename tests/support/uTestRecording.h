@@ -74,6 +74,13 @@ class TTestRecording {
 
 TBody MissionHeaderBody(float levelOn, float levelOff);
 
+// Keeps what is posted.
+class TRecordingPort final : public IMessagePort {
+ public:
+  void Receive(const TMessage& message) noexcept override { Messages.push_back(message); }
+  std::vector<TMessage> Messages;
+};
+
 // What the reader posted, and what it says of the file; the mission model holds the rest.
 struct TOutcome {
   std::vector<TMessage> messages;
