@@ -274,66 +274,6 @@ TEST_F(MovedSensors, TakeTheAxisAndOneScaleStaysOnIt) {
   EXPECT_EQ(humidity.labelColor(), Qt::blue) << "as designed";
 }
 
-TEST(Navigator, GoesByTheChosenColourAndName) {
-  TNavigatorChart chart;
-  chart.SetSensorColour("A1", Qt::darkMagenta);
-  chart.SetSensorNames({{"A1", "Oil"}});
-  const TSensorList sensors = Sensors({{"A1", {{0, 1}, {kMinute, 9}}}});
-  chart.SetMission({}, sensors);
-  Show(chart);
-  const int inked = Ink(chart, Qt::darkMagenta, chart.rect());
-  const QImage named = chart.grab().toImage();
-  chart.SetSensorNames({});
-  EXPECT_NE(chart.grab().toImage(), named);
-  chart.SetSensorColour("A1", Qt::darkGreen);
-  EXPECT_LT(Ink(chart, Qt::darkMagenta, chart.rect()), inked - 300);
-}
-
-TEST(Navigator, KeysMoveAndResizeTheBandWithinTheData) {
-  TNavigatorChart chart;
-  chart.SetMission(Events({{0, 1}, {kDay * 10, 2}}), {});
-  Show(chart);
-  std::pair<double, double> band;
-  QObject::connect(&chart, &TNavigatorChart::BandMoved, &chart, [&](double from, double to) {
-    band = {from, to};
-    chart.SetBand(from, to);
-  });
-  const auto press = [&](Qt::Key key, double from, double to) {
-    chart.SetBand(kStart + 4, kStart + 6);
-    QTest::keyClick(&chart, key);
-    EXPECT_NEAR(band.first, kStart + from, kSame) << key;
-    EXPECT_NEAR(band.second, kStart + to, kSame) << key;
-  };
-  press(Qt::Key_Right, 4.2, 6.2);
-  press(Qt::Key_Left, 3.8, 5.8);
-  press(Qt::Key_Home, 0, 2);
-  press(Qt::Key_End, 8, 10);
-  press(Qt::Key_Plus, 4.2, 5.8);
-  press(Qt::Key_Minus, 3.75, 6.25);
-  press(Qt::Key_F, 0, 10);
-}
-
-TEST(Navigator, EscapeGivesTheBandBackThatIsBeingDragged) {
-  TNavigatorChart chart;
-  chart.SetMission(Events({{0, 1}, {kDay * 10, 2}}), {});
-  Show(chart);
-  std::pair<double, double> band;
-  QObject::connect(&chart, &TNavigatorChart::BandMoved, &chart, [&](double from, double to) {
-    band = {from, to};
-    chart.SetBand(from, to);
-  });
-  for (const double pressed : {5.0, 9.0}) {  // in the band and beside it
-    chart.SetBand(kStart + 4, kStart + 6);
-    QTest::mousePress(&chart, Qt::LeftButton, {}, PointAt(chart, kStart + pressed, 0));
-    Move(chart, PointAt(chart, kStart + 7.5, 0), Qt::LeftButton);
-    EXPECT_NE(band, std::pair(kStart + 4, kStart + 6));
-    QTest::keyClick(&chart, Qt::Key_Escape);
-    EXPECT_EQ(band, std::pair(kStart + 4, kStart + 6));
-    Move(chart, PointAt(chart, kStart + 2, 0), Qt::LeftButton);
-    EXPECT_EQ(band, std::pair(kStart + 4, kStart + 6));
-  }
-}
-
 class Window : public TWindowTest {
  protected:
   Window() { Start(TWindowTest::Save("three.kshock", ThreeEvents())); }
@@ -344,7 +284,7 @@ class Window : public TWindowTest {
   [[nodiscard]] TTimeSpan Band() const { return FForm->Flow().Mission().Band; }
   [[nodiscard]] std::optional<std::size_t> Selected() const { return FForm->Flow().Mission().SelectedEvent; }
   void SetBand(double fromMs, double toMs) {
-    emit Find<TNavigatorChart>("ChartNavigator").BandMoved(At(fromMs), At(toMs));
+    emit Find<TNavigatorChart>("ChartNavigator").BandResizing(At(fromMs), At(toMs));
     Settle();
   }
   static QRect RowRect(QTableView& grid, int row) { return grid.visualRect(grid.model()->index(row, 0)); }

@@ -18,7 +18,6 @@
 #include <QToolButton>
 #include <stdexcept>
 
-#include "gui/charts/uNavigatorChart.h"
 #include "gui/common/uGuard.h"
 #include "tests/support/uThreeEvents.h"
 #include "tests/support/uWindowTest.h"
@@ -362,47 +361,6 @@ TEST_F(MainForm, SavesAViewAsPdfWhereItIsTold) {
     EXPECT_EQ(std::string(bytes.begin(), bytes.begin() + 5), "%PDF-");
   }
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(FFolder / "out"), {}), 1) << "nothing else is left";
-}
-
-TEST_F(MainForm, TheNavigatorsBandLeadsTheChartsAndFollowsOnlyWhenSynced) {
-  Start(FThree);  // two minutes
-  auto* events = Find<TTimeChart>("Chart1");
-  auto* sensors = Find<TTimeChart>("ChartAllSensors");
-  auto* navigator = Find<TNavigatorChart>("ChartNavigator");
-  const auto band = [this] { return std::pair(FForm->Flow().Mission().Band.start, FForm->Flow().Mission().Band.end); };
-  const auto whole = band();
-  EXPECT_EQ(navigator->DataSpan(), whole);
-  EXPECT_EQ(events->TimeRange(), whole);
-  Press("Shift+I");
-  EXPECT_NEAR(band().second - band().first, 1.0 / 1440, 1e-9);
-  for (int step = 0; step < 3; ++step) Press("Ctrl+Right");
-  EXPECT_EQ(band().second, whole.second);
-  for (const char* chart : {"Chart1", "Chart20", "ChartAllSensors"}) {
-    EXPECT_EQ(Find<TTimeChart>(chart)->TimeRange(), band()) << chart;
-  }
-
-  // By the mouse: the middle of the second half, dragged beyond the begin.
-  const QPoint from(navigator->width() * 3 / 4, navigator->height() / 2);
-  QTest::mousePress(navigator, Qt::LeftButton, {}, from);
-  QMouseEvent move(QEvent::MouseMove, QPointF(-50, from.y()), navigator->mapToGlobal(QPointF(-50, from.y())),
-                   Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
-  QCoreApplication::sendEvent(navigator, &move);
-  QTest::mouseRelease(navigator, Qt::LeftButton, {}, from);
-  EXPECT_EQ(band().first, whole.first);
-  EXPECT_NEAR(band().second - band().first, 1.0 / 1440, 1e-9);
-  EXPECT_EQ(sensors->TimeRange(), band());
-
-  const auto before = band();
-  events->ZoomTime(0.5, before.first);
-  EXPECT_EQ(band(), before) << "a zoom belongs to its chart";
-  EXPECT_EQ(sensors->TimeRange(), before);
-  Press("Ctrl+E");  // Esc answers the question
-  EXPECT_EQ(band(), before);
-  Find<QAbstractButton>("chboxDialogConfirmationsSync")->click();
-  Press("Ctrl+E");
-  EXPECT_EQ(band(), events->TimeRange());
-  EXPECT_EQ(sensors->TimeRange(), band());
-  EXPECT_THAT(std::exchange(FBoxes, {}), ElementsAre(HasSubstr("sync the navigator")));
 }
 
 TEST_F(MainForm, EveryControlSaysWhatItIs) {

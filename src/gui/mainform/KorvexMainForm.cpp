@@ -212,9 +212,9 @@ void TKorvexMainForm::ConnectNavigator() {
       if (FFlow->FileShown()) FScreen->SetChartSpan(Utf8(chart->objectName()), FFlow->Mission().Band);
     });
   }
-  connect(FParts->docks.ChartNavigator, &TNavigatorChart::BandMoved, this, [this](double start, double end) {
-    if (FFlow->FileShown()) Guarded(this, [&] { MoveNavigatorBand(FFlow->Mission(), {start, end}, *FScreen); });
-  });
+  const TNavigatorChart* navigator = FParts->docks.ChartNavigator;
+  connect(navigator, &TNavigatorChart::BandDragging, this, &TKorvexMainForm::NavigatorBandDragging);
+  connect(navigator, &TNavigatorChart::BandResizing, this, &TKorvexMainForm::NavigatorBandResizing);
 }
 
 void TKorvexMainForm::ConnectSettings() {
@@ -334,6 +334,26 @@ void TKorvexMainForm::actNavFwdExecute() {
 
 void TKorvexMainForm::actNavRwdExecute() {
   NavigatorRewind(FFlow->Mission(), *FScreen);
+}
+
+void TKorvexMainForm::NavigatorBandDragging(double start, double end) {
+  MoveNavigatorBand(start, end);
+}
+
+void TKorvexMainForm::NavigatorBandResizing(double start, double end) {
+  MoveNavigatorBand(start, end);
+}
+
+void TKorvexMainForm::NavigatorBandResized() {
+  if (FFlow->FileShown()) ::NavigatorBandResized(FFlow->Mission(), *FScreen);
+}
+
+void TKorvexMainForm::MoveNavigatorBand(double start, double end) {
+  if (!FFlow->FileShown()) return;
+  Guarded(this, [&] {
+    SetNavigatorBand(FFlow->Mission(), {start, end}, *FScreen);
+    NavigatorBandResized();
+  });
 }
 
 void TKorvexMainForm::btnToolsSensorsChartSyncWNavClick() {
