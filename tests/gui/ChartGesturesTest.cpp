@@ -382,6 +382,46 @@ TEST_F(Window, RowsOfGridsLeadTheBand) {
   EXPECT_EQ(Find<TTimeChart>("Chart1").TimeRange(), std::pair(band.start, band.end));
 }
 
+TEST_F(Window, EveryGridCopiesItsRowsFromItsMenuAsByCtrlC) {
+  const auto openMenu = [this](QTableView& grid, QContextMenuEvent::Reason reason) {
+    const QPoint at = RowRect(grid, 0).center();
+    QContextMenuEvent asked(reason, at, grid.viewport()->mapToGlobal(at));
+    QCoreApplication::sendEvent(grid.viewport(), &asked);
+    return grid.findChild<QMenu*>("mnuGrid");
+  };
+  QClipboard& clipboard = *QApplication::clipboard();
+  for (const char* name :
+       {"dbgMostImportant", "DBGrid2", "DBGrid8", "dbgShocks", "dbgFilteredShocks", "dbgShockValues"}) {
+    auto& grid = Find<QTableView>(name);
+    if (&grid == &Find<QTableView>("dbgShocks")) Press("Ctrl+2");
+    if (&grid == &Find<QTableView>("dbgShockValues")) Press("Ctrl+T");
+    grid.clearSelection();
+    QMenu* menu = openMenu(grid, QContextMenuEvent::Keyboard);
+    ASSERT_TRUE(menu && menu->isVisible()) << name;
+    EXPECT_FALSE(menu->actions().constFirst()->isEnabled()) << name << ": no row is selected";
+    menu->close();
+    Settle();
+    grid.selectRow(1);
+    QTest::keySequence(&grid, QKeySequence::Copy);
+    const QString rows = clipboard.text();
+    EXPECT_EQ(rows.count('\n'), 2) << name << ": titles and a row";
+    for (const int way : {0, 1, 2}) {
+      clipboard.clear();
+      if (way == 0) {
+        QTest::keyClick(&grid, Qt::Key_F10, Qt::ShiftModifier);
+      } else {
+        openMenu(grid, way == 1 ? QContextMenuEvent::Keyboard : QContextMenuEvent::Mouse);
+      }
+      menu = grid.findChild<QMenu*>("mnuGrid");
+      ASSERT_TRUE(menu && menu->isVisible()) << name << way;
+      QTest::keyClick(menu, Qt::Key_Down);
+      QTest::keyClick(menu, Qt::Key_Return);
+      Settle();
+      EXPECT_EQ(clipboard.text(), rows) << name << way;
+    }
+  }
+}
+
 TEST_F(Window, AHoveredReadingMarksItsMoment) {
   auto& chart = Find<TSensorsChart>("ChartAllSensors");
   auto& grid = Find<TGrid>("DBGrid2");

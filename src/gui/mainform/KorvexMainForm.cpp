@@ -194,10 +194,9 @@ void TKorvexMainForm::ConnectCharts() {
       FParts->statusValue->setText(text);
     });
   }
-  for (TGrid* grid : findChildren<TGrid*>()) {
-    connect(grid, &TGrid::RowsCopied, FParts->statusValue, &QLabel::setText);
+  for (TRowGrid* grid : findChildren<TRowGrid*>()) {
+    connect(grid, &TRowGrid::RowsCopied, FParts->statusValue, &QLabel::setText);
   }
-  connect(FParts->shock->Values(), &TShockValuesGrid::RowsCopied, FParts->statusValue, &QLabel::setText);
   for (TEventsChart* chart : {FParts->overview->Chart1(), FParts->shock->Chart20()}) {
     connect(chart, &TEventsChart::EventClicked, this, &TKorvexMainForm::Select);
   }
