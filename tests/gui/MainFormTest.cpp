@@ -363,6 +363,21 @@ TEST_F(MainForm, SavesAViewAsPdfWhereItIsTold) {
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(FFolder / "out"), {}), 1) << "nothing else is left";
 }
 
+TEST_F(MainForm, TheTaskbarShowsProgressWhileAFileIsReadHoweverThatEnds) {
+  Start();
+  const auto* progress = Find<QObject>("dxTaskbarProgress1");
+  for (const QString& path : {FThree, Save("none.kshock", TBytes{1, 2, 3})}) {
+    EXPECT_FALSE(progress->property("active").toBool());
+    FForm->Flow().Open(path.toStdString());
+    EXPECT_TRUE(progress->property("active").toBool());
+    EXPECT_EQ(progress->property("position"), 0.0);
+    EXPECT_EQ(progress->property("maximum"), 9.0);
+    Settle();
+  }
+  EXPECT_FALSE(progress->property("active").toBool());
+  FBoxes.clear();
+}
+
 TEST_F(MainForm, EveryControlSaysWhatItIs) {
   Start(FThree);
   const auto isOneOf = []<class... T>(const QObject* object, T*...) { return (... || qobject_cast<const T*>(object)); };

@@ -33,6 +33,7 @@
 #include "gui/mainform/uViewOutput.h"
 #include "gui/overview/uOverviewPanel.h"
 #include "gui/platform/uDialogs.h"
+#include "gui/platform/uTaskbarProgress.h"
 #include "gui/report/uReportPanel.h"
 #include "gui/ribbon/uBackstage.h"
 #include "gui/ribbon/uRecentPage.h"
@@ -225,15 +226,16 @@ void TMainScreen::ShowRecentDocuments(const TRecentDocuments& recent) {
 
 void TMainScreen::SetProgressMaximum(int maximum) {
   FParts.loading->SetSteps(maximum);
+  FParts.taskbar->SetMaximum(maximum);
 }
 
 void TMainScreen::SetProgress(double position) {
   FParts.loading->SetStep(static_cast<int>(position));
+  FParts.taskbar->SetPosition(position);
 }
 
-// The desktops that Qt runs on here have no common way to show progress in their task bar.
 void TMainScreen::SetTaskbarProgress(bool on) {
-  qCDebug(lcStart) << "no taskbar progress" << on;
+  FParts.taskbar->SetActive(on);
 }
 
 void TMainScreen::ProcessMessages(bool atOnce) {
