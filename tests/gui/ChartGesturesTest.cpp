@@ -19,6 +19,7 @@
 #include "gui/charts/uSelectedEventChart.h"
 #include "gui/charts/uSensorsChart.h"
 #include "gui/common/uGrid.h"
+#include "gui/filter/uFilterPanel.h"
 #include "tests/support/uChartHands.h"
 #include "tests/support/uThreeEvents.h"
 #include "tests/support/uWindowTest.h"
@@ -342,19 +343,33 @@ TEST_F(Window, StatisticsAreShownAndCopied) {
                         "Temperature\t°C\t3\t20\t22\t2\t21\t21.0159\n"));
 }
 
-TEST_F(Window, NAndPStepThroughTheEventsInBothViewsOfThem) {
+TEST_F(Window, NAndPStepInTheOrderThatIsInSight) {
   const auto press = [this](const char* key) {
     QTest::keySequence(FForm.get(), QKeySequence(key));
     Settle();
     return Selected();
   };
-  for (const TView view : {TView::Overview, TView::Shock}) {
-    FForm->Flow().SwitchView(view);
-    EXPECT_EQ(press("P"), 0U);
-    EXPECT_EQ(press("N"), 1U);
-  }
+  emit Find<TGrid>("dbgShocks").TitleClicked("ToT total");  // 0, 2, 1
+  EXPECT_EQ(press("N"), 1U) << "the overview's is that of time";
+  FForm->Flow().SwitchView(TView::Shock);
+  EXPECT_EQ(press("P"), 2U);
+  EXPECT_EQ(press("P"), 0U);
   FForm->Flow().SwitchView(TView::Report);
-  EXPECT_EQ(press("N"), 1U);
+  EXPECT_EQ(press("N"), 0U) << "the report has no selected event";
+}
+
+TEST_F(Window, NAndPAreDisabledWhileNoEventIsShown) {
+  const auto& next = Find<QAction>("actNextEvent");
+  const auto& previous = Find<QAction>("actPreviousEvent");
+  EXPECT_TRUE(next.isEnabled() && previous.isEnabled());
+  TEventFilter none;
+  none.ranges[0].from = 999;
+  emit Find<TFilterPanel>("dxDockPanelFilter").FilterChanged(none);
+  EXPECT_FALSE(next.isEnabled() || previous.isEnabled());
+  FForm->Flow().SwitchView(TView::Shock);
+  EXPECT_FALSE(next.isEnabled() || previous.isEnabled());
+  emit Find<TFilterPanel>("dxDockPanelFilter").FilterChanged({});
+  EXPECT_TRUE(next.isEnabled() && previous.isEnabled());
 }
 
 TEST_F(Window, RowsOfGridsLeadTheBand) {

@@ -243,6 +243,11 @@ void TKorvexMainForm::Select(std::size_t event) {
   if (FFlow->FileShown()) Guarded(this, [&] { SelectEvent(FFlow->Mission(), event, *FScreen); });
 }
 
+void TKorvexMainForm::Step(int events) {
+  const auto step = FFlow->View() == TView::Shock ? StepEvent : StepEventInTime;
+  step(FFlow->Mission(), events, *FScreen);
+}
+
 void TKorvexMainForm::FormCreate() {
   ::FormCreate(FProgram, FFlow->Recent(), *FScreen);
 }
@@ -283,11 +288,11 @@ void TKorvexMainForm::actSetViewReportExecute() {
 }
 
 void TKorvexMainForm::actNextEventExecute() {
-  StepEvent(FFlow->Mission(), 1, *FScreen);
+  Step(1);
 }
 
 void TKorvexMainForm::actPreviousEventExecute() {
-  StepEvent(FFlow->Mission(), -1, *FScreen);
+  Step(-1);
 }
 
 void TKorvexMainForm::actFilterActiveExecute() {

@@ -39,6 +39,7 @@ class TKorvexMainForm : public QMainWindow {
   void actSetViewOverviewExecute();
   void actSetViewShockExecute();
   void actSetViewReportExecute();
+  // In the order of the event grids, in the overview in that of time.
   void actNextEventExecute();
   void actPreviousEventExecute();
   void actFilterActiveExecute();
@@ -88,6 +89,7 @@ class TKorvexMainForm : public QMainWindow {
   void ConnectSettings();
   void ConnectFilter();
   void Select(std::size_t event);
+  void Step(int events);
   void MoveNavigatorBand(double start, double end);
 
   TProgram FProgram;
