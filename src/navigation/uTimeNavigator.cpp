@@ -1,13 +1,22 @@
 #include "navigation/uTimeNavigator.h"
 
 #include <algorithm>
+#include <cmath>
+
+#include "base/uDateTime.h"
 
 namespace {
 
+constexpr double kTellApart = 1e-13;  // of a time: hundreds of steps of a double
+constexpr double kRounded = 0.5;      // of MinSpan; rounding leaves a span more than that
 constexpr double kPartOfData = 50;
 constexpr double kLeastLengths = 4;  // of what the band is put around
 
 }  // namespace
+
+double MinSpan(double time) {
+  return std::max(1 / kMsPerDay, std::fabs(time) * kTellApart);
+}
 
 TTimeSpan IntervalBand(const TTimeSpan& band, const TTimeSpan& data, const TCalendarStep& interval) {
   const double end = AddStep(band.start, interval, 1);
@@ -33,22 +42,27 @@ TTimeSpan DraggedBand(const TTimeSpan& band, const TTimeSpan& data, double days)
   return {start, std::min(start + width, data.end)};
 }
 
-TTimeSpan ResizedBand(const TTimeSpan& band, const TTimeSpan& data, bool movesStart, double to, double least) {
-  const double other = std::clamp(movesStart ? band.end : band.start, data.start, data.end);
-  if (movesStart) return {std::clamp(to, data.start, std::max(data.start, other - least)), other};
-  return {other, std::clamp(to, std::min(data.end, other + least), data.end)};
+TTimeSpan ResizedBand(const TTimeSpan& band, const TTimeSpan& data, bool movesStart, double to, double min) {
+  const double room = MinSpan(data.end);
+  min = std::max(min, room);
+  if (movesStart) {
+    const double end = std::clamp(band.end, std::min(data.start + room, data.end), data.end);
+    return {std::clamp(to, data.start, std::max(data.start, end - min)), end};
+  }
+  const double start = std::clamp(band.start, data.start, std::max(data.start, data.end - room));
+  return {start, std::clamp(to, std::min(data.end, start + min), data.end)};
 }
 
 TTimeSpan BandAround(const TTimeSpan& band, const TTimeSpan& data, double from, double days) {
   const double all = data.end - data.start;
   double width = band.end - band.start;
   if (!(width > 0 && width < all)) width = all / kPartOfData;
-  width = std::min(std::max(width, days * kLeastLengths), all);
+  width = std::min(std::max({width, days * kLeastLengths, MinSpan(data.end)}), all);
   const double start = std::clamp(from + (days - width) / 2, data.start, std::max(data.start, data.end - width));
   return {start, std::min(start + width, data.end)};
 }
 
 TTimeSpan BandWithin(const TTimeSpan& band, const TTimeSpan& data) {
   const TTimeSpan within{std::max(band.start, data.start), std::min(band.end, data.end)};
-  return within.start < within.end ? within : data;
+  return within.end - within.start >= MinSpan(within.end) * kRounded ? within : data;
 }

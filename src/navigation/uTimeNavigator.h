@@ -10,6 +10,10 @@ struct TTimeSpan {
   bool operator==(const TTimeSpan&) const = default;
 };
 
+// The smallest span around this time that a chart or the band takes, in days: 1 ms, more where a double has too few
+// digits for that.
+double MinSpan(double time);
+
 inline constexpr TCalendarStep kYearInterval{12, 0};
 inline constexpr TCalendarStep kMonthInterval{1, 0};
 inline constexpr TCalendarStep kWeekInterval{0, 168 * 3600};
@@ -27,11 +31,12 @@ TTimeSpan RewindBand(const TTimeSpan& band, const TTimeSpan& data);
 
 // Moves the band by `days` as a whole, kept within the data.
 TTimeSpan DraggedBand(const TTimeSpan& band, const TTimeSpan& data, double days);
-// Moves one end, kept within the data and at least `least` days from the other where the data are that long.
-TTimeSpan ResizedBand(const TTimeSpan& band, const TTimeSpan& data, bool movesStart, double to, double least);
+// Moves one end, kept within the data and at least `min` days from the other where the data are that long. The other
+// end makes room where the band would be narrower than MinSpan.
+TTimeSpan ResizedBand(const TTimeSpan& band, const TTimeSpan& data, bool movesStart, double to, double min);
 
 // Around a stretch of time that begins at `from` and lasts `days`: as wide as the band is, or a 50th of the data where
-// the band is all of them, but a few times the stretch; kept within the data.
+// the band is all of them, but a few times the stretch and MinSpan; kept within the data.
 TTimeSpan BandAround(const TTimeSpan& band, const TTimeSpan& data, double from, double days);
-// The band as far as the data reach; all of them where it lies beside them.
+// The band as far as the data reach; all of them where that is less than MinSpan.
 TTimeSpan BandWithin(const TTimeSpan& band, const TTimeSpan& data);

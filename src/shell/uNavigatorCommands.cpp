@@ -9,9 +9,13 @@ namespace {
 constexpr std::string_view kCharts[] = {"Chart1", "ChartAllSensors", "Chart20"};
 
 void SetBand(TShownMission& mission, const TTimeSpan& band, IMainScreen& screen) {
-  mission.Band = band;
-  screen.SetNavigatorBand(band);
+  SetNavigatorBand(mission, band, screen);
   screen.SetNavigatorCompanions(band);
+}
+
+void MoveBand(TShownMission& mission, const TTimeSpan& band, IMainScreen& screen) {
+  SetNavigatorBand(mission, band, screen);
+  NavigatorBandResized(mission, screen);
 }
 
 void SetInterval(TShownMission& mission, const TTimeSpan& band, IMainScreen& screen) {
@@ -33,7 +37,7 @@ void ZoomTo(TShownMission& mission, double from, double days, IMainScreen& scree
   const auto data = screen.NavigatorSpan();
   if (!data || !std::isfinite(from)) return;
   if (!(days > 0 && std::isfinite(days))) days = 0;
-  MoveNavigatorBand(mission, BandAround(mission.Band, *data, from, days), screen);
+  MoveBand(mission, BandAround(mission.Band, *data, from, days), screen);
 }
 
 }  // namespace
@@ -56,10 +60,9 @@ void NavigatorRewind(TShownMission& mission, IMainScreen& screen) {
   Step(mission, RewindBand, screen);
 }
 
-void MoveNavigatorBand(TShownMission& mission, const TTimeSpan& band, IMainScreen& screen) {
+void SetNavigatorBand(TShownMission& mission, const TTimeSpan& band, IMainScreen& screen) {
   mission.Band = band;
   screen.SetNavigatorBand(band);
-  NavigatorBandResized(mission, screen);
 }
 
 void ZoomNavigatorToEvent(TShownMission& mission, std::size_t event, IMainScreen& screen) {
@@ -80,7 +83,7 @@ std::optional<double> ReadingTime(const TDataset& table, std::size_t row) {
 }
 
 void KeepNavigatorBand(TShownMission& mission, const TTimeSpan& band, IMainScreen& screen) {
-  if (const auto data = screen.NavigatorSpan()) MoveNavigatorBand(mission, BandWithin(band, *data), screen);
+  if (const auto data = screen.NavigatorSpan()) MoveBand(mission, BandWithin(band, *data), screen);
 }
 
 void NavigatorBandResized(const TShownMission& mission, IMainScreen& screen) {
@@ -94,5 +97,5 @@ void SyncNavigator(TShownMission& mission, std::string_view chart, IMainScreen& 
   if (!screen.NavigatorSpan()) return;
   constexpr std::string_view kQuestion = "Do you really want to sync the navigator with the currently viewed timespan?";
   if (std::get<bool>(screen.Value("chboxDialogConfirmationsSync")) && !screen.Confirm(kQuestion)) return;
-  MoveNavigatorBand(mission, screen.ChartSpan(chart), screen);
+  MoveBand(mission, screen.ChartSpan(chart), screen);
 }

@@ -15,8 +15,8 @@ void NavigatorInterval(TShownMission& mission, const TCalendarStep& interval, IM
 void NavigatorForward(TShownMission& mission, IMainScreen& screen);
 void NavigatorRewind(TShownMission& mission, IMainScreen& screen);
 
-// The user moved or resized the band, or it is set to a span.
-void MoveNavigatorBand(TShownMission& mission, const TTimeSpan& band, IMainScreen& screen);
+// Puts the band elsewhere; NavigatorBandResized has to follow.
+void SetNavigatorBand(TShownMission& mission, const TTimeSpan& band, IMainScreen& screen);
 
 // The band around an event of the list or a reading: a row of the sensors or the battery table. One that is not there,
 // or has no time, leaves it where it is.

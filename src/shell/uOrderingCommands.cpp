@@ -15,6 +15,16 @@ std::optional<std::size_t> FirstEvent(TDataset& table) {
   return static_cast<std::size_t>(table.Integer(table.CurrentRow(), *id));
 }
 
+void Step(TShownMission& mission, const TDataset& table, int steps, IMainScreen& screen) {
+  if (table.RecordCount() == 0) return;
+  // The table shares the rows of the shock event table, where an event's row is its index in the list.
+  const auto selected = mission.SelectedEvent ? table.PositionOf(*mission.SelectedEvent) : std::nullopt;
+  const auto last = static_cast<std::int64_t>(table.RecordCount()) - 1;
+  const std::int64_t position =
+      selected ? std::clamp<std::int64_t>(static_cast<std::int64_t>(*selected) + steps, 0, last) : 0;
+  SelectEvent(mission, table.RowAt(static_cast<std::size_t>(position)), screen);
+}
+
 }  // namespace
 
 void FillCompanion(TShownMission& mission) {
@@ -79,12 +89,11 @@ void OrderMostImportantBy(TShownMission& mission, int entry, IMainScreen& screen
 }
 
 void StepEvent(TShownMission& mission, int steps, IMainScreen& screen) {
-  const TDataset& table = mission.CLDS;
-  if (table.RecordCount() == 0) return;
-  // The companion shares the rows of the shock event table, where an event's row is its index in the list.
-  const auto selected = mission.SelectedEvent ? table.PositionOf(*mission.SelectedEvent) : std::nullopt;
-  const auto last = static_cast<std::int64_t>(table.RecordCount()) - 1;
-  const std::int64_t position =
-      selected ? std::clamp<std::int64_t>(static_cast<std::int64_t>(*selected) + steps, 0, last) : 0;
-  SelectEvent(mission, table.RowAt(static_cast<std::size_t>(position)), screen);
+  Step(mission, mission.CLDS, steps, screen);
+}
+
+void StepEventInTime(TShownMission& mission, int steps, IMainScreen& screen) {
+  TDataset inTime = mission.CLDS;
+  inTime.SelectIndex("TimestampASC");
+  Step(mission, inTime, steps, screen);
 }

@@ -28,5 +28,8 @@ void OrderReadingsBy(TShownMission& mission, std::string_view sensors, std::stri
 // Ranks the most important events anew, by an entry of "Order By". The order of the event grids stays.
 void OrderMostImportantBy(TShownMission& mission, int entry, IMainScreen& screen);
 
-// The event `steps` rows further in the order of the event grid, at most to its ends.
+// The event `steps` rows further in the order of the event grids, at most to their ends. Without a selected event it is
+// the first.
 void StepEvent(TShownMission& mission, int steps, IMainScreen& screen);
+// The same in the order of time, for a view that shows the events in a chart alone.
+void StepEventInTime(TShownMission& mission, int steps, IMainScreen& screen);

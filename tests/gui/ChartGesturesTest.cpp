@@ -19,6 +19,7 @@
 #include "gui/charts/uSelectedEventChart.h"
 #include "gui/charts/uSensorsChart.h"
 #include "gui/common/uGrid.h"
+#include "gui/filter/uFilterPanel.h"
 #include "tests/support/uChartHands.h"
 #include "tests/support/uThreeEvents.h"
 #include "tests/support/uWindowTest.h"
@@ -274,66 +275,6 @@ TEST_F(MovedSensors, TakeTheAxisAndOneScaleStaysOnIt) {
   EXPECT_EQ(humidity.labelColor(), Qt::blue) << "as designed";
 }
 
-TEST(Navigator, GoesByTheChosenColourAndName) {
-  TNavigatorChart chart;
-  chart.SetSensorColour("A1", Qt::darkMagenta);
-  chart.SetSensorNames({{"A1", "Oil"}});
-  const TSensorList sensors = Sensors({{"A1", {{0, 1}, {kMinute, 9}}}});
-  chart.SetMission({}, sensors);
-  Show(chart);
-  const int inked = Ink(chart, Qt::darkMagenta, chart.rect());
-  const QImage named = chart.grab().toImage();
-  chart.SetSensorNames({});
-  EXPECT_NE(chart.grab().toImage(), named);
-  chart.SetSensorColour("A1", Qt::darkGreen);
-  EXPECT_LT(Ink(chart, Qt::darkMagenta, chart.rect()), inked - 300);
-}
-
-TEST(Navigator, KeysMoveAndResizeTheBandWithinTheData) {
-  TNavigatorChart chart;
-  chart.SetMission(Events({{0, 1}, {kDay * 10, 2}}), {});
-  Show(chart);
-  std::pair<double, double> band;
-  QObject::connect(&chart, &TNavigatorChart::BandMoved, &chart, [&](double from, double to) {
-    band = {from, to};
-    chart.SetBand(from, to);
-  });
-  const auto press = [&](Qt::Key key, double from, double to) {
-    chart.SetBand(kStart + 4, kStart + 6);
-    QTest::keyClick(&chart, key);
-    EXPECT_NEAR(band.first, kStart + from, kSame) << key;
-    EXPECT_NEAR(band.second, kStart + to, kSame) << key;
-  };
-  press(Qt::Key_Right, 4.2, 6.2);
-  press(Qt::Key_Left, 3.8, 5.8);
-  press(Qt::Key_Home, 0, 2);
-  press(Qt::Key_End, 8, 10);
-  press(Qt::Key_Plus, 4.2, 5.8);
-  press(Qt::Key_Minus, 3.75, 6.25);
-  press(Qt::Key_F, 0, 10);
-}
-
-TEST(Navigator, EscapeGivesTheBandBackThatIsBeingDragged) {
-  TNavigatorChart chart;
-  chart.SetMission(Events({{0, 1}, {kDay * 10, 2}}), {});
-  Show(chart);
-  std::pair<double, double> band;
-  QObject::connect(&chart, &TNavigatorChart::BandMoved, &chart, [&](double from, double to) {
-    band = {from, to};
-    chart.SetBand(from, to);
-  });
-  for (const double pressed : {5.0, 9.0}) {  // in the band and beside it
-    chart.SetBand(kStart + 4, kStart + 6);
-    QTest::mousePress(&chart, Qt::LeftButton, {}, PointAt(chart, kStart + pressed, 0));
-    Move(chart, PointAt(chart, kStart + 7.5, 0), Qt::LeftButton);
-    EXPECT_NE(band, std::pair(kStart + 4, kStart + 6));
-    QTest::keyClick(&chart, Qt::Key_Escape);
-    EXPECT_EQ(band, std::pair(kStart + 4, kStart + 6));
-    Move(chart, PointAt(chart, kStart + 2, 0), Qt::LeftButton);
-    EXPECT_EQ(band, std::pair(kStart + 4, kStart + 6));
-  }
-}
-
 class Window : public TWindowTest {
  protected:
   Window() { Start(TWindowTest::Save("three.kshock", ThreeEvents())); }
@@ -344,10 +285,9 @@ class Window : public TWindowTest {
   [[nodiscard]] TTimeSpan Band() const { return FForm->Flow().Mission().Band; }
   [[nodiscard]] std::optional<std::size_t> Selected() const { return FForm->Flow().Mission().SelectedEvent; }
   void SetBand(double fromMs, double toMs) {
-    emit Find<TNavigatorChart>("ChartNavigator").BandMoved(At(fromMs), At(toMs));
+    emit Find<TNavigatorChart>("ChartNavigator").BandResizing(At(fromMs), At(toMs));
     Settle();
   }
-  static QRect RowRect(QTableView& grid, int row) { return grid.visualRect(grid.model()->index(row, 0)); }
 };
 
 TEST_F(Window, EveryChartHasAMenuThatActsOnIt) {
@@ -402,56 +342,33 @@ TEST_F(Window, StatisticsAreShownAndCopied) {
                         "Temperature\t°C\t3\t20\t22\t2\t21\t21.0159\n"));
 }
 
-TEST_F(Window, NAndPStepThroughTheEventsInBothViewsOfThem) {
+TEST_F(Window, NAndPStepInTheOrderThatIsInSight) {
   const auto press = [this](const char* key) {
     QTest::keySequence(FForm.get(), QKeySequence(key));
     Settle();
     return Selected();
   };
-  for (const TView view : {TView::Overview, TView::Shock}) {
-    FForm->Flow().SwitchView(view);
-    EXPECT_EQ(press("P"), 0U);
-    EXPECT_EQ(press("N"), 1U);
-  }
+  emit Find<TGrid>("dbgShocks").TitleClicked("ToT total");  // 0, 2, 1
+  EXPECT_EQ(press("N"), 1U) << "the overview's is that of time";
+  FForm->Flow().SwitchView(TView::Shock);
+  EXPECT_EQ(press("P"), 2U);
+  EXPECT_EQ(press("P"), 0U);
   FForm->Flow().SwitchView(TView::Report);
-  EXPECT_EQ(press("N"), 1U);
+  EXPECT_EQ(press("N"), 0U) << "the report has no selected event";
 }
 
-TEST_F(Window, RowsOfGridsLeadTheBand) {
-  auto& sensors = Find<TGrid>("DBGrid2");
-  const double all = Band().end - Band().start;
-  QTest::mouseClick(sensors.viewport(), Qt::LeftButton, {}, RowRect(sensors, 1).center());
-  QTest::mouseDClick(sensors.viewport(), Qt::LeftButton, {}, RowRect(sensors, 1).center());
-  EXPECT_NEAR(Band().end - Band().start, all / 50, kSame);
-  EXPECT_NEAR((Band().start + Band().end) / 2, At(kMinute), kSame);
-  EXPECT_EQ(Find<TTimeChart>("Chart1").TimeRange(), std::pair(Band().start, Band().end));
-  EXPECT_EQ(Find<TTimeChart>("ChartAllSensors").TimeRange(), std::pair(Band().start, Band().end));
-
-  SetBand(0, kMinute / 2);
-  auto& important = Find<TGrid>("dbgMostImportant");
-  important.SetCurrentId(2);
-  QTest::keyClick(&important, Qt::Key_Return);
-  EXPECT_NEAR(Band().end - Band().start, kMinute / 2 / kDay, kSame);
-  EXPECT_LE(Band().start, At(2 * kMinute));
-  EXPECT_GE(Band().end, At(2 * kMinute));
-
-  FForm->Flow().Reload();
-  const TTimeSpan band = Band();
-  Settle();
-  EXPECT_EQ(Band(), band);
-  EXPECT_EQ(Find<TTimeChart>("Chart1").TimeRange(), std::pair(band.start, band.end));
-}
-
-TEST_F(Window, AHoveredReadingMarksItsMoment) {
-  auto& chart = Find<TSensorsChart>("ChartAllSensors");
-  auto& grid = Find<TGrid>("DBGrid2");
-  const QImage before = chart.grab().toImage();
-  QSignalSpy replots(&chart, &QCustomPlot::afterReplot);
-  emit grid.RowHovered(1);
-  EXPECT_NE(chart.grab().toImage(), before);
-  emit grid.RowHovered(std::nullopt);
-  EXPECT_EQ(chart.grab().toImage(), before);
-  EXPECT_EQ(replots.count(), 0);
+TEST_F(Window, NAndPAreDisabledWhileNoEventIsShown) {
+  const auto& next = Find<QAction>("actNextEvent");
+  const auto& previous = Find<QAction>("actPreviousEvent");
+  EXPECT_TRUE(next.isEnabled() && previous.isEnabled());
+  TEventFilter none;
+  none.ranges[0].from = 999;
+  emit Find<TFilterPanel>("dxDockPanelFilter").FilterChanged(none);
+  EXPECT_FALSE(next.isEnabled() || previous.isEnabled());
+  FForm->Flow().SwitchView(TView::Shock);
+  EXPECT_FALSE(next.isEnabled() || previous.isEnabled());
+  emit Find<TFilterPanel>("dxDockPanelFilter").FilterChanged({});
+  EXPECT_TRUE(next.isEnabled() && previous.isEnabled());
 }
 
 // However much of the window a change goes through.

@@ -18,7 +18,6 @@
 #include <QToolButton>
 #include <stdexcept>
 
-#include "gui/charts/uNavigatorChart.h"
 #include "gui/common/uGuard.h"
 #include "tests/support/uBlockedFile.h"
 #include "tests/support/uThreeEvents.h"
@@ -384,45 +383,19 @@ TEST_F(MainForm, SavesAViewAsPdfWhereItIsTold) {
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(FFolder / "out"), {}), 1) << "nothing else is left";
 }
 
-TEST_F(MainForm, TheNavigatorsBandLeadsTheChartsAndFollowsOnlyWhenSynced) {
-  Start(FThree);  // two minutes
-  auto* events = Find<TTimeChart>("Chart1");
-  auto* sensors = Find<TTimeChart>("ChartAllSensors");
-  auto* navigator = Find<TNavigatorChart>("ChartNavigator");
-  const auto band = [this] { return std::pair(FForm->Flow().Mission().Band.start, FForm->Flow().Mission().Band.end); };
-  const auto whole = band();
-  EXPECT_EQ(navigator->DataSpan(), whole);
-  EXPECT_EQ(events->TimeRange(), whole);
-  Press("Shift+I");
-  EXPECT_NEAR(band().second - band().first, 1.0 / 1440, 1e-9);
-  for (int step = 0; step < 3; ++step) Press("Ctrl+Right");
-  EXPECT_EQ(band().second, whole.second);
-  for (const char* chart : {"Chart1", "Chart20", "ChartAllSensors"}) {
-    EXPECT_EQ(Find<TTimeChart>(chart)->TimeRange(), band()) << chart;
+TEST_F(MainForm, TheTaskbarShowsProgressWhileAFileIsReadHoweverThatEnds) {
+  Start();
+  const auto* progress = Find<QObject>("dxTaskbarProgress1");
+  for (const QString& path : {FThree, Save("none.kshock", TBytes{1, 2, 3})}) {
+    EXPECT_FALSE(progress->property("active").toBool());
+    FForm->Flow().Open(path.toStdString());
+    EXPECT_TRUE(progress->property("active").toBool());
+    EXPECT_EQ(progress->property("position"), 0.0);
+    EXPECT_EQ(progress->property("maximum"), 9.0);
+    Settle();
   }
-
-  // By the mouse: the middle of the second half, dragged beyond the begin.
-  const QPoint from(navigator->width() * 3 / 4, navigator->height() / 2);
-  QTest::mousePress(navigator, Qt::LeftButton, {}, from);
-  QMouseEvent move(QEvent::MouseMove, QPointF(-50, from.y()), navigator->mapToGlobal(QPointF(-50, from.y())),
-                   Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
-  QCoreApplication::sendEvent(navigator, &move);
-  QTest::mouseRelease(navigator, Qt::LeftButton, {}, from);
-  EXPECT_EQ(band().first, whole.first);
-  EXPECT_NEAR(band().second - band().first, 1.0 / 1440, 1e-9);
-  EXPECT_EQ(sensors->TimeRange(), band());
-
-  const auto before = band();
-  events->ZoomTime(0.5, before.first);
-  EXPECT_EQ(band(), before) << "a zoom belongs to its chart";
-  EXPECT_EQ(sensors->TimeRange(), before);
-  Press("Ctrl+E");  // Esc answers the question
-  EXPECT_EQ(band(), before);
-  Find<QAbstractButton>("chboxDialogConfirmationsSync")->click();
-  Press("Ctrl+E");
-  EXPECT_EQ(band(), events->TimeRange());
-  EXPECT_EQ(sensors->TimeRange(), band());
-  EXPECT_THAT(std::exchange(FBoxes, {}), ElementsAre(HasSubstr("sync the navigator")));
+  EXPECT_FALSE(progress->property("active").toBool());
+  FBoxes.clear();
 }
 
 TEST_F(MainForm, EveryControlSaysWhatItIs) {

@@ -61,6 +61,7 @@ TEST(TimeNavigator, DraggingAndResizingStayWithinTheDataInOrder) {
   EXPECT_EQ(ResizedBand({2, 5}, data, false, -3, 0.5), (TTimeSpan{2, 2.5}));
   EXPECT_EQ(ResizedBand({2, 5}, data, false, 99, 0.5), (TTimeSpan{2, 10}));
   EXPECT_EQ(ResizedBand({9.9, 10}, data, false, 9, 0.5), (TTimeSpan{9.9, 10}));
+  EXPECT_EQ(ResizedBand({-5, -1}, data, true, -3, 0.5), (TTimeSpan{0, MinSpan(10)})) << "a band before the data";
 }
 
 TEST(TimeNavigator, ABandAroundAMomentKeepsItsWidthOrTakesAPartOfTheData) {
@@ -79,6 +80,7 @@ TEST(TimeNavigator, ABandKeepsWhatOtherDataLeaveOfIt) {
   EXPECT_EQ(BandWithin({2, 5}, {3, 10}), (TTimeSpan{3, 5}));
   EXPECT_EQ(BandWithin({2, 5}, {0, 4}), (TTimeSpan{2, 4}));
   EXPECT_EQ(BandWithin({2, 5}, {5, 9}), (TTimeSpan{5, 9})) << "nothing is left";
+  EXPECT_EQ(BandWithin({2, 5}, {4.999999999, 9}), (TTimeSpan{4.999999999, 9})) << "86 µs are left";
 }
 
 }  // namespace

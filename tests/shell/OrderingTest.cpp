@@ -125,6 +125,16 @@ TEST_F(Ordering, OrderByRanksTheMostImportantEventsAndLeavesTheGridsOrder) {
   EXPECT_EQ(FScreen.Said(), "");
 }
 
+TEST_F(Ordering, SteppingInTimeIgnoresTheGridsOrderAndLeavesIt) {
+  Click({"ToT total"});  // 0, 2, 1
+  const std::pair<int, std::size_t> steps[] = {{1, 1}, {1, 2}, {1, 2}, {-1, 1}};
+  for (const auto& [step, event] : steps) {
+    StepEventInTime(FMission, step, FScreen);
+    EXPECT_EQ(FMission.SelectedEvent, event);
+  }
+  EXPECT_EQ(FMission.CLDS.IndexName(), "DBCDesc");
+}
+
 TEST_F(Ordering, SteppingFollowsTheGridAndStopsAtItsEnds) {
   Click({"ToT total"});  // 0, 2, 1
   const std::pair<int, std::size_t> steps[] = {{1, 2}, {1, 1}, {1, 1}, {-1, 2}, {-9, 0}, {9, 1}};

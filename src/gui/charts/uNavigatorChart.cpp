@@ -7,14 +7,14 @@
 #include "analysis/uPointAbsorption.h"
 #include "base/uDateTime.h"
 #include "gui/charts/uDateTicker.h"
+#include "gui/charts/uNavigatorBand.h"
 #include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
-#include "navigation/uTimeNavigator.h"
 
 namespace {
 
 constexpr double kGripReach = 5;  // px beside an edge of the band
-constexpr double kLeastBand = 4;  // px
+constexpr double kMinBand = 4;    // px between its edges while they are dragged
 
 constexpr double kKeyFactor = 0.8;  // as in the charts that zoom
 constexpr double kKeyStep = 0.1;    // of the band
@@ -29,7 +29,12 @@ void Widen(std::optional<std::pair<double, double>>& range, double time) {
 
 }  // namespace
 
-TNavigatorChart::TNavigatorChart(QWidget* parent) : TTimeChart(TAxisUnit::Days, parent) {
+TNavigatorChart::TNavigatorChart(QWidget* parent)
+    : TTimeChart(TAxisUnit::Days, parent),
+      FBand(new TNavigatorBand("NavigatorBand", this)),
+      FLeft(new TNavigatorBand("NavigatorBandLeft", this)),
+      FRight(new TNavigatorBand("NavigatorBandRight", this)),
+      FUnsyncedView(new TNavigatorBand("NavigatorBandUnSyncedView", this)) {
   setObjectName("ChartNavigator");
   setAccessibleName(tr("Navigator chart"));
   SetNothing(tr("No recording"));
@@ -56,10 +61,8 @@ void TNavigatorChart::Clear() {
   FExtents.Clear();
   FSensor.clear();
   FWhat.clear();
-  FBand.reset();
-  FOutside.reset();
   FGrip = TGrip::None;
-  FUnsynced.reset();
+  for (TNavigatorBand* band : {FBand, FLeft, FRight, FUnsyncedView}) band->Hide();
   SetFullRange(std::nullopt);
 }
 
@@ -128,17 +131,14 @@ void TNavigatorChart::SetSensorNames(std::map<std::string, std::string> names) {
 }
 
 void TNavigatorChart::SetBand(double from, double to) {
-  if (!std::isfinite(from) || !std::isfinite(to)) return;
-  const auto [first, last] = std::minmax(from, to);
-  const TSpan band(first, last);
-  if (FBand == band) return;
-  FBand = band;
-  RedrawMarks();
+  if (FBand->Show(from, to)) RedrawMarks();
 }
 
 void TNavigatorChart::SetCompanions(double leftEnd, double rightStart) {
-  FOutside = {leftEnd, rightStart};
-  RedrawMarks();
+  const auto [first, last] = FullRange();
+  const bool left = FLeft->Show(std::min(first, leftEnd), leftEnd);
+  const bool right = FRight->Show(rightStart, std::max(last, rightStart));
+  if (left || right) RedrawMarks();
 }
 
 std::optional<std::pair<double, double>> TNavigatorChart::DataSpan() const {
@@ -147,10 +147,7 @@ std::optional<std::pair<double, double>> TNavigatorChart::DataSpan() const {
 }
 
 void TNavigatorChart::SetUnsyncedView(std::optional<TSpan> view) {
-  if (view && !(view->first <= view->second)) view.reset();
-  if (FUnsynced == view) return;
-  FUnsynced = view;
-  RedrawMarks();
+  if (view ? FUnsyncedView->Show(view->first, view->second) : FUnsyncedView->Hide()) RedrawMarks();
 }
 
 void TNavigatorChart::ScaleValues() {
@@ -208,32 +205,47 @@ void TNavigatorChart::PaintBand(QCPPainter& painter) const {
   const auto place = [&](double time) { return std::clamp(TimeAxis().coordToPixel(time), rect.left(), rect.right()); };
   const QColor highlight = palette().color(QPalette::Highlight);
   painter.setAntialiasing(false);
-  if (FOutside && HasData()) {
-    QColor veil = palette().color(QPalette::Text);
-    veil.setAlphaF(0.16F);
-    painter.fillRect(QRectF(rect.topLeft(), QPointF(place(FOutside->first), rect.bottom())), veil);
-    painter.fillRect(QRectF(QPointF(place(FOutside->second), rect.top()), rect.bottomRight()), veil);
+  if (!HasData()) return;
+  QColor veil = palette().color(QPalette::Text);
+  veil.setAlphaF(0.16F);
+  for (const TNavigatorBand* beside : {FLeft, FRight}) {
+    const QPointF topLeft(place(beside->Start()), rect.top());
+    if (beside->IsVisible()) painter.fillRect(QRectF(topLeft, QPointF(place(beside->End()), rect.bottom())), veil);
   }
-  if (FBand && HasData()) {
-    const double left = place(FBand->first);
-    const double right = place(FBand->second);
+  if (FBand->IsVisible()) {
+    const double left = place(FBand->Start());
+    const double right = place(FBand->End());
     painter.setPen(QPen(highlight, 2));
     painter.drawLine(QPointF(left, rect.top()), QPointF(left, rect.bottom()));
     painter.drawLine(QPointF(right, rect.top()), QPointF(right, rect.bottom()));
   }
-  if (FUnsynced && HasData()) {
-    const double left = place(FUnsynced->first);
-    const double right = std::max(place(FUnsynced->second), left + 2);
+  if (FUnsyncedView->IsVisible()) {
+    const double left = place(FUnsyncedView->Start());
+    const double right = std::max(place(FUnsyncedView->End()), left + 2);
     painter.setBrush(Qt::NoBrush);
     painter.setPen(QPen(InkOn(palette(), QColor(0xC05000U)), 1.5, Qt::DashLine));
     painter.drawRect(QRectF(left, rect.top() + 2, right - left, rect.height() - 4));
   }
 }
 
+bool TNavigatorChart::HasBand() const {
+  return HasData() && FBand->IsVisible();
+}
+
+TTimeSpan TNavigatorChart::Band() const {
+  return {FBand->Start(), FBand->End()};
+}
+
+// In days.
+double TNavigatorChart::MinBand() const {
+  const auto [first, last] = FullRange();
+  return kMinBand * (last - first) / std::max(1, Rect().width());
+}
+
 TNavigatorChart::TGrip TNavigatorChart::GripAt(const QPointF& position) const {
-  if (!FBand || !HasData()) return TGrip::None;
-  const double left = TimeAxis().coordToPixel(FBand->first);
-  const double right = TimeAxis().coordToPixel(FBand->second);
+  if (!HasBand()) return TGrip::None;
+  const double left = TimeAxis().coordToPixel(FBand->Start());
+  const double right = TimeAxis().coordToPixel(FBand->End());
   const double x = position.x();
   // Of two edges in one place the one on the pointer's side.
   if (std::fabs(x - right) <= kGripReach && (x >= right || right - left > kGripReach)) return TGrip::End;
@@ -242,30 +254,31 @@ TNavigatorChart::TGrip TNavigatorChart::GripAt(const QPointF& position) const {
 }
 
 void TNavigatorChart::MoveGrip(double time) {
-  const auto [first, last] = FullRange();
-  const TTimeSpan data{first, last};
-  const TTimeSpan band{FGripBand.first, FGripBand.second};
-  const double least = kLeastBand * (last - first) / std::max(1, Rect().width());
+  const TTimeSpan data{FullRange().first, FullRange().second};
   const double moved = time - FGripTime;
-  TTimeSpan now = band;
-  if (FGrip == TGrip::Band) now = DraggedBand(band, data, moved);
-  if (FGrip == TGrip::Start) now = ResizedBand(band, data, true, band.start + moved, least);
-  if (FGrip == TGrip::End) now = ResizedBand(band, data, false, band.end + moved, least);
-  emit BandMoved(now.start, now.end);
+  if (FGrip == TGrip::Band) {
+    const TTimeSpan band = DraggedBand(FGripBand, data, moved);
+    emit BandDragging(band.start, band.end);
+    return;
+  }
+  const bool movesStart = FGrip == TGrip::Start;
+  const double edge = movesStart ? FGripBand.start : FGripBand.end;
+  const TTimeSpan band = ResizedBand(FGripBand, data, movesStart, edge + moved, MinBand());
+  emit BandResizing(band.start, band.end);
 }
 
 void TNavigatorChart::mousePressEvent(QMouseEvent* event) {
-  if (event->button() != Qt::LeftButton || !FBand || !HasData()) return;
+  if (event->button() != Qt::LeftButton || !HasBand()) return;
   const double time = TimeAxis().pixelToCoord(event->position().x());
   FGrip = GripAt(event->position());
   FGripTime = time;
-  FGripBand = FBandBefore = *FBand;
+  FGripBand = FBandBefore = Band();
   if (FGrip != TGrip::None) return;
   // A click beside the band brings its middle there, and it can be dragged on.
   FGrip = TGrip::Band;
-  FGripTime = (FBand->first + FBand->second) / 2;
+  FGripTime = (FBand->Start() + FBand->End()) / 2;
   MoveGrip(time);
-  FGripBand = *FBand;
+  FGripBand = Band();
   FGripTime = time;
 }
 
@@ -291,50 +304,57 @@ QString TNavigatorChart::CursorText(const QPointF& position) const {
   return std::isfinite(value) ? QString("%1 %2").arg(Figure(double{value}), FUnit).trimmed() : QString();
 }
 
-void TNavigatorChart::keyPressEvent(QKeyEvent* event) {
-  if (!FBand || !HasData() || event->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) {
-    return TTimeChart::keyPressEvent(event);
+std::optional<TTimeSpan> TNavigatorChart::MovedByKey(int key) const {
+  const auto [first, last] = FullRange();
+  const TTimeSpan data{first, last};
+  const double step = (FBand->End() - FBand->Start()) * kKeyStep;
+  switch (key) {
+    case Qt::Key_Left:
+      return DraggedBand(Band(), data, -step);
+    case Qt::Key_Right:
+      return DraggedBand(Band(), data, step);
+    case Qt::Key_Home:
+      return DraggedBand(Band(), data, first - last);
+    case Qt::Key_End:
+      return DraggedBand(Band(), data, last - first);
+    default:
+      return std::nullopt;
   }
+}
+
+std::optional<TTimeSpan> TNavigatorChart::ResizedByKey(int key) const {
   const TTimeSpan data{FullRange().first, FullRange().second};
-  const double all = data.end - data.start;
-  const TTimeSpan band{FBand->first, FBand->second};
-  const double width = band.end - band.start;
   const auto resized = [&](double factor) {
-    const double least = kLeastBand * all / std::max(1, Rect().width());
-    const double half = std::max(width * factor, least) / 2;
-    const double middle = (band.start + band.end) / 2;
-    return BandWithin({middle - half, middle + half}, data);
+    const double width = (FBand->End() - FBand->Start()) * factor;
+    const double half = std::max({width, MinBand(), MinSpan(data.end)}) / 2;
+    const double middle = (FBand->Start() + FBand->End()) / 2;
+    return DraggedBand({middle - half, middle + half}, data, 0);
   };
-  TTimeSpan now = band;
-  switch (event->key()) {
-    case Qt::Key_Escape:
-      if (std::exchange(FGrip, TGrip::None) == TGrip::None) return TTimeChart::keyPressEvent(event);
-      now = {FBandBefore.first, FBandBefore.second};
-      break;
+  switch (key) {
     case Qt::Key_F:
-      now = data;
-      break;
+      return data;
     case Qt::Key_Plus:
     case Qt::Key_Equal:
-      now = resized(kKeyFactor);
-      break;
+      return resized(kKeyFactor);
     case Qt::Key_Minus:
-      now = resized(1 / kKeyFactor);
-      break;
-    case Qt::Key_Left:
-      now = DraggedBand(band, data, -width * kKeyStep);
-      break;
-    case Qt::Key_Right:
-      now = DraggedBand(band, data, width * kKeyStep);
-      break;
-    case Qt::Key_Home:
-      now = DraggedBand(band, data, -all);
-      break;
-    case Qt::Key_End:
-      now = DraggedBand(band, data, all);
-      break;
+      return resized(1 / kKeyFactor);
     default:
-      return TTimeChart::keyPressEvent(event);
+      return std::nullopt;
   }
-  if (now != band) emit BandMoved(now.start, now.end);
+}
+
+void TNavigatorChart::keyPressEvent(QKeyEvent* event) {
+  if (!HasBand() || event->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) {
+    return TTimeChart::keyPressEvent(event);
+  }
+  if (event->key() == Qt::Key_Escape && FGrip != TGrip::None) {
+    FGrip = TGrip::None;
+    emit BandResizing(FBandBefore.start, FBandBefore.end);
+  } else if (const auto moved = MovedByKey(event->key())) {
+    emit BandDragging(moved->start, moved->end);
+  } else if (const auto resized = ResizedByKey(event->key())) {
+    emit BandResizing(resized->start, resized->end);
+  } else {
+    TTimeChart::keyPressEvent(event);
+  }
 }

@@ -1,4 +1,5 @@
-// The whole recording at a glance, and what of it the other charts show. Main thread only.
+// The whole recording at a glance, and what of it the other charts show. Its bands are children with the names
+// NavigatorBand, NavigatorBandLeft, NavigatorBandRight and NavigatorBandUnSyncedView. Main thread only.
 #pragma once
 
 #include <map>
@@ -13,6 +14,9 @@
 #include "gui/charts/uTimeChart.h"
 #include "model/uEvents.h"
 #include "model/uOtherSensors.h"
+#include "navigation/uTimeNavigator.h"
+
+class TNavigatorBand;
 
 class TNavigatorChart final : public TTimeChart {
   Q_OBJECT
@@ -21,7 +25,7 @@ class TNavigatorChart final : public TTimeChart {
   explicit TNavigatorChart(QWidget* parent = nullptr);
 
   // From the first to the last time of an event or a reading, both by the events' StartTime. Borrows the readings of
-  // the first sensor that has any until Clear or the next call. The band goes.
+  // the first sensor that has any until Clear or the next call. The bands are hidden.
   void SetMission(const TEventList& events, const TSensorList& sensors);
   void Clear() override;
 
@@ -41,8 +45,10 @@ class TNavigatorChart final : public TTimeChart {
   [[nodiscard]] QSize sizeHint() const override { return {400, 90}; }
 
  signals:
-  // The user drags the band, resizes it or clicks beside it; date-times.
-  void BandMoved(double start, double end);
+  // The user moves the band with its width kept, or changes its width; date-times, kept within the data and at least
+  // MinSpan apart. The band itself stays until SetBand.
+  void BandDragging(double start, double end);
+  void BandResizing(double start, double end);
 
  protected:
   void Clicked(const QPointF& /*position*/) override {}
@@ -58,8 +64,13 @@ class TNavigatorChart final : public TTimeChart {
   using TSpan = std::pair<double, double>;
   enum class TGrip { None, Band, Start, End };
 
+  [[nodiscard]] bool HasBand() const;
+  [[nodiscard]] TTimeSpan Band() const;
+  [[nodiscard]] double MinBand() const;
   [[nodiscard]] TGrip GripAt(const QPointF& position) const;
   void MoveGrip(double time);
+  [[nodiscard]] std::optional<TTimeSpan> MovedByKey(int key) const;
+  [[nodiscard]] std::optional<TTimeSpan> ResizedByKey(int key) const;
   void TakeEvents(const TEventList& events, std::optional<TSpan>& range);
   void TakeSensors(const TSensorList& sensors, std::optional<TSpan>& range);
   void TakeChoices();
@@ -79,12 +90,14 @@ class TNavigatorChart final : public TTimeChart {
   TSensorChoices FChoices;
   QColor FColour;
   QString FUnit;
-  QString FWhat;  // what is drawn, and its unit
-  std::optional<TSpan> FBand, FOutside, FUnsynced;
+  QString FWhat;                          // what is drawn, and its unit
+  TNavigatorBand* FBand;                  // what the charts show
+  TNavigatorBand *FLeft, *FRight;         // what lies before and after it
+  TNavigatorBand* FUnsyncedView;          // what a chart with a zoom of its own shows
   TGrip FGrip = TGrip::None;              // held by the mouse
   double FGripTime = 0;                   // where it was taken, a date-time
-  TSpan FGripBand;                        // the band then
-  TSpan FBandBefore;                      // and before the press
+  TTimeSpan FGripBand{0, 0};              // the band then
+  TTimeSpan FBandBefore{0, 0};            // and before the press
   std::vector<TEnvelopePoint> FEnvelope;  // of a replot, kept for their memory
   std::vector<std::size_t> FTicks;
 };

@@ -1,7 +1,6 @@
 #include "gui/charts/uTimeChart.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <tuple>
 
@@ -11,15 +10,15 @@
 #include "gui/common/uIcons.h"
 #include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
+#include "navigation/uTimeNavigator.h"
 
 namespace {
 
 constexpr double kSecondMs = 1000;
 constexpr double kFarthest = 1e12;         // days or ms from 0
-constexpr double kTellApart = 1e-13;       // of a time, the least span whose ends differ in a double
 constexpr double kLeastSpanMs = 1e-3;      // of an axis in ms
 constexpr double kLeastSpanHertz = 1e-12;  // slow events have slow spectra
-constexpr double kLeastSpanDays = 1 / kMsPerDay;
+constexpr double kRounded = 0.5;           // of the least span; rounding leaves a band more than that
 constexpr double kHeadroom = 0.05;
 constexpr double kSame = 1e-6;  // of a value, the noise of a reading that does not change
 constexpr double kMillisecondsBelow = 600 * kSecondMs / kMsPerDay;  // days; a longer view tells whole seconds
@@ -83,10 +82,11 @@ void TTimeChart::SetTimeRange(double from, double to) {
   if (!std::isfinite(from) || !std::isfinite(to) || !(from <= to)) return;
   from = std::clamp(from, -kFarthest, kFarthest);
   to = std::clamp(to, -kFarthest, kFarthest);
-  const double lacking = LeastSpan(to) - (to - from);
-  if (lacking > 0) {
-    from -= lacking / 2;
-    to += lacking / 2;
+  const double least = LeastSpan(to);
+  if (to - from < least * kRounded) {
+    const double middle = (from + to) / 2;
+    from = middle - least / 2;
+    to = middle + least / 2;
   }
   ApplyRange(from, to);
 }
@@ -118,8 +118,9 @@ void TTimeChart::ApplyRange(double from, double to) {
 }
 
 double TTimeChart::LeastSpan(double about) const {
-  constexpr std::array kLeast = {kLeastSpanDays, kLeastSpanMs, kLeastSpanHertz};
-  return std::max(kLeast[static_cast<std::size_t>(FUnit)], std::fabs(about) * kTellApart);
+  if (FUnit == TAxisUnit::Days) return MinSpan(about);
+  constexpr double kTellApart = 1e-13;  // of a value, so that the ends differ in a double
+  return std::max(FUnit == TAxisUnit::Hertz ? kLeastSpanHertz : kLeastSpanMs, std::fabs(about) * kTellApart);
 }
 
 int TTimeChart::NeededLeftMargin() const {

@@ -37,8 +37,8 @@ class TTimeChart : public QCustomPlot {
   // Takes all data away. Views that borrow from the model let go of it here.
   virtual void Clear() = 0;
 
-  // Shows a span of time, kept within what can be told apart and near the data; nothing happens without two finite
-  // ends in order.
+  // Shows exactly this span of time; one that is too narrow to be drawn is widened about its middle. Nothing happens
+  // without two finite ends in order.
   void SetTimeRange(double from, double to);
   [[nodiscard]] std::pair<double, double> TimeRange() const;
   // The span of the data; one instant is widened by a second each side.
@@ -217,6 +217,7 @@ class TTimeChart : public QCustomPlot {
   void PaintMeasured(QCPPainter& painter, double beside) const;
   [[nodiscard]] double MomentAt(const QPointF& position) const;
   [[nodiscard]] QCPAxis* ValueAxisAt(const QPointF& position) const;
+  // The smallest span that the user can zoom to.
   [[nodiscard]] double LeastSpan(double about) const;
 
   TAxisUnit FUnit;

@@ -36,34 +36,38 @@ AlarmCellDelegate::AlarmCellDelegate(QObject* parent) : QStyledItemDelegate(pare
 }
 
 void AlarmCellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
-  const TCellDrawing drawing = DrawingOf(index);
+  dbgCustomDrawColumnCell(*painter, option, DrawingOf(index));
+}
+
+void AlarmCellDelegate::dbgCustomDrawColumnCell(QPainter& painter, const QStyleOptionViewItem& option,
+                                                const TCellDrawing& drawing) const {
   const QRect& cell = option.rect;
-  painter->save();
-  painter->setClipRect(cell);
+  painter.save();
+  painter.setClipRect(cell);
   const bool selected = option.state.testFlag(QStyle::State_Selected);
   if (selected) {
-    painter->fillRect(cell, QColor(kSelected));
+    painter.fillRect(cell, QColor(kSelected));
   } else if (option.features.testFlag(QStyleOptionViewItem::Alternate)) {
-    painter->fillRect(cell, option.palette.alternateBase());
+    painter.fillRect(cell, option.palette.alternateBase());
   }
   if (drawing.image != TCellImage::None) {
     const auto& icons = IsDark(option.palette) && !selected ? FOnDark : FOnLight;
     const auto image = std::ranges::find(kImages, drawing.image, [](const auto& row) { return row.first; });
     const auto which = static_cast<std::size_t>(image - std::begin(kImages));
-    icons[which].paint(painter, QRect(cell.topLeft(), QSize(kImageSize, kImageSize)));
+    icons[which].paint(&painter, QRect(cell.topLeft(), QSize(kImageSize, kImageSize)));
   }
-  painter->setFont(option.font);
-  painter->setPen(selected ? QColor(Qt::black) : option.palette.color(QPalette::Text));
+  painter.setFont(option.font);
+  painter.setPen(selected ? QColor(Qt::black) : option.palette.color(QPalette::Text));
   const QFontMetrics& metrics = option.fontMetrics;
   const int room = cell.width() - drawing.textOffset;
   const QString text = metrics.elidedText(QtText(drawing.text), Qt::ElideRight, room);
   const int top = cell.top() + cell.height() / 2 - metrics.height() / 2;
-  painter->drawText(cell.left() + drawing.textOffset, top + metrics.ascent(), text);
+  painter.drawText(cell.left() + drawing.textOffset, top + metrics.ascent(), text);
   if (option.state.testFlag(QStyle::State_HasFocus)) {
-    painter->setPen(Qt::DotLine);
-    painter->drawRect(cell.adjusted(0, 0, -1, -1));
+    painter.setPen(Qt::DotLine);
+    painter.drawRect(cell.adjusted(0, 0, -1, -1));
   }
-  painter->restore();
+  painter.restore();
 }
 
 QSize AlarmCellDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {

@@ -7,6 +7,8 @@
 #include <array>
 #include <cstddef>
 
+#include "shell/uAlarmMarks.h"
+
 class AlarmCellDelegate : public QStyledItemDelegate {
   Q_OBJECT
 
@@ -14,6 +16,9 @@ class AlarmCellDelegate : public QStyledItemDelegate {
   explicit AlarmCellDelegate(QObject* parent);
 
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+  // Draws one cell: the mark at its left top, the text beside it and vertically in its middle.
+  void dbgCustomDrawColumnCell(QPainter& painter, const QStyleOptionViewItem& option,
+                               const TCellDrawing& drawing) const;
   [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
  private:

@@ -1,9 +1,7 @@
 #include "gui/common/uGrid.h"
 
-#include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScopedValueRollback>
@@ -13,47 +11,31 @@
 
 #include "gui/common/AlarmCellDelegate.h"
 #include "gui/common/uQtText.h"
-#include "gui/common/uRowCopy.h"
 
 namespace {
 
-constexpr int kRowPadding = 6;
 constexpr int kColumnPadding = 12;
 
 }  // namespace
 
 TGrid::TGrid(const QString& name, const QString& title, TIndexKeyOf indexKeyOf, QWidget* parent)
-    : QTableView(parent), FModel(new DatasetTableModel(this)), FIndexKeyOf(std::move(indexKeyOf)) {
-  setObjectName(name);
-  setAccessibleName(title);
+    : TRowGrid(name, title, parent), FModel(new DatasetTableModel(this)), FIndexKeyOf(std::move(indexKeyOf)) {
   setToolTip(
       tr("%1\nA double-click brings the navigator's band to the row, Ctrl+C copies the selected rows").arg(title));
-  setStatusTip(FIndexKeyOf ? tr("click a title: sort · double-click a row: go to it · Ctrl+C: copy rows")
-                           : tr("double-click a row: go to it · Ctrl+C: copy rows"));
+  setStatusTip(FIndexKeyOf ? tr("click a title: sort · double-click a row: go to it · right click: copy")
+                           : tr("double-click a row: go to it · right click: copy"));
   setModel(FModel);
   setItemDelegate(new AlarmCellDelegate(this));
   QFont cells = font();
   cells.setFamilies({"Tahoma", cells.family()});
-  setFont(cells);
-  setSelectionBehavior(SelectRows);
-  setSelectionMode(ExtendedSelection);
-  setAlternatingRowColors(true);
-  setShowGrid(false);
-  setWordWrap(false);
-  setTabKeyNavigation(false);
+  SetRowFont(cells);
   // Nothing moves while the grid is hidden for an export.
   QSizePolicy policy = sizePolicy();
   policy.setRetainSizeWhenHidden(true);
   setSizePolicy(policy);
   setMouseTracking(true);
-  setHorizontalScrollMode(ScrollPerPixel);
   setVerticalScrollMode(ScrollPerItem);
-  verticalHeader()->hide();
-  // Rows of one height: a view of a million of them asks none for its size.
-  verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-  verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kRowPadding);
   horizontalHeader()->setSectionsClickable(FIndexKeyOf != nullptr);
-  horizontalHeader()->setHighlightSections(false);
   horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   connect(horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int column) {
     FClickedField = FModel->FieldKey(column);
@@ -167,7 +149,7 @@ void TGrid::MarkSortedColumn() {
 }
 
 void TGrid::paintEvent(QPaintEvent* event) {
-  QTableView::paintEvent(event);
+  TRowGrid::paintEvent(event);
   if (FModel->Dataset() == nullptr || FModel->rowCount() > 0) return;
   QPainter painter(viewport());
   painter.setPen(palette().color(QPalette::PlaceholderText));
@@ -175,28 +157,8 @@ void TGrid::paintEvent(QPaintEvent* event) {
 }
 
 void TGrid::keyPressEvent(QKeyEvent* event) {
-  if (event->matches(QKeySequence::Copy)) {
-    const QString told = CopySelectedRows(*this);
-    if (!told.isEmpty()) Q_EMIT RowsCopied(told);
-    event->accept();
-    return;
-  }
   if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) return Open(currentIndex());
-  if (FMenu != nullptr && event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) {
-    FMenu->popup(viewport()->mapToGlobal(visualRect(currentIndex()).center()));
-    return;
-  }
-  QTableView::keyPressEvent(event);
-}
-
-void TGrid::SetMenu(QMenu* menu) {
-  FMenu = menu;
-  setStatusTip(tr("%1 · right click: export").arg(statusTip()));
-}
-
-void TGrid::contextMenuEvent(QContextMenuEvent* event) {
-  if (FMenu == nullptr) return QTableView::contextMenuEvent(event);
-  FMenu->popup(event->globalPos());
+  TRowGrid::keyPressEvent(event);
 }
 
 void TGrid::Open(const QModelIndex& cell) {
@@ -205,12 +167,12 @@ void TGrid::Open(const QModelIndex& cell) {
 
 void TGrid::mouseMoveEvent(QMouseEvent* event) {
   Hover(rowAt(event->position().toPoint().y()));
-  QTableView::mouseMoveEvent(event);
+  TRowGrid::mouseMoveEvent(event);
 }
 
 void TGrid::leaveEvent(QEvent* event) {
   Hover(-1);
-  QTableView::leaveEvent(event);
+  TRowGrid::leaveEvent(event);
 }
 
 void TGrid::Hover(int row) {
@@ -231,12 +193,12 @@ void TGrid::HoverAnew() {
 void TGrid::focusInEvent(QFocusEvent* event) {
   const QScopedValueRollback<bool> setting(FSetting, true);
   const bool hadCurrent = currentIndex().isValid();
-  QTableView::focusInEvent(event);
+  TRowGrid::focusInEvent(event);
   if (!hadCurrent) setCurrentIndex({});
 }
 
 void TGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
-  QTableView::currentChanged(current, previous);
+  TRowGrid::currentChanged(current, previous);
   if (FSetting || !current.isValid() || current.row() == previous.row()) return;
   const QScopedValueRollback<bool> choosing(FChoosing, true);
   if (const auto id = FModel->IdAt(current.row())) Q_EMIT RowChosen(*id);

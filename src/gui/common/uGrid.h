@@ -1,19 +1,17 @@
-// A grid: a view of one table whose titles sort, whose rows select, and whose Ctrl+C copies rows with their titles.
-// The grid changes neither table nor selection of its own accord: it says what the user did.
+// A grid: a view of one table whose titles sort and whose rows select. The grid changes neither table nor selection of
+// its own accord: it says what the user did.
 #pragma once
 
 #include <QHash>
 #include <QSet>
-#include <QTableView>
 #include <functional>
 #include <optional>
 #include <string_view>
 
 #include "gui/common/DatasetTableModel.h"
+#include "gui/common/uRowGrid.h"
 
-class QMenu;
-
-class TGrid : public QTableView {
+class TGrid : public TRowGrid {
   Q_OBJECT
 
  public:
@@ -27,8 +25,6 @@ class TGrid : public QTableView {
   void SetDataset(const TDataset* table);
   // Stands where rows would be while a table without rows is shown.
   void SetNothing(const QString& words) { FNothing = words; }
-  // What a right click, the menu key and Shift+F10 open; borrowed.
-  void SetMenu(QMenu* menu);
   // How values are shown; borrowed. Refresh after a change of it.
   void SetDisplay(const TDisplaySettings* display) { FModel->SetDisplay(display); }
   // The table's order, or which of its rows it shows, changed: redraws what is visible and moves the sort mark; the
@@ -50,12 +46,9 @@ class TGrid : public QTableView {
   void RowHovered(std::optional<std::size_t> id);
   // A double-click on a row, or Enter.
   void RowOpened(std::size_t id);
-  // How many, in words.
-  void RowsCopied(const QString& text);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
-  void contextMenuEvent(QContextMenuEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void leaveEvent(QEvent* event) override;
@@ -72,7 +65,6 @@ class TGrid : public QTableView {
 
   DatasetTableModel* FModel;
   TIndexKeyOf FIndexKeyOf;
-  QMenu* FMenu = nullptr;
   QString FNothing;
   QString FClickedField;
   QHash<QString, int> FFitted;  // the widths of columns, by field

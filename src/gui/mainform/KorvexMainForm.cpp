@@ -194,10 +194,9 @@ void TKorvexMainForm::ConnectCharts() {
       FParts->statusValue->setText(text);
     });
   }
-  for (TGrid* grid : findChildren<TGrid*>()) {
-    connect(grid, &TGrid::RowsCopied, FParts->statusValue, &QLabel::setText);
+  for (TRowGrid* grid : findChildren<TRowGrid*>()) {
+    connect(grid, &TRowGrid::RowsCopied, FParts->statusValue, &QLabel::setText);
   }
-  connect(FParts->shock->Values(), &TShockValuesGrid::RowsCopied, FParts->statusValue, &QLabel::setText);
   for (TEventsChart* chart : {FParts->overview->Chart1(), FParts->shock->Chart20()}) {
     connect(chart, &TEventsChart::EventClicked, this, &TKorvexMainForm::Select);
   }
@@ -212,9 +211,9 @@ void TKorvexMainForm::ConnectNavigator() {
       if (FFlow->FileShown()) FScreen->SetChartSpan(Utf8(chart->objectName()), FFlow->Mission().Band);
     });
   }
-  connect(FParts->docks.ChartNavigator, &TNavigatorChart::BandMoved, this, [this](double start, double end) {
-    if (FFlow->FileShown()) Guarded(this, [&] { MoveNavigatorBand(FFlow->Mission(), {start, end}, *FScreen); });
-  });
+  const TNavigatorChart* navigator = FParts->docks.ChartNavigator;
+  connect(navigator, &TNavigatorChart::BandDragging, this, &TKorvexMainForm::NavigatorBandDragging);
+  connect(navigator, &TNavigatorChart::BandResizing, this, &TKorvexMainForm::NavigatorBandResizing);
 }
 
 void TKorvexMainForm::ConnectSettings() {
@@ -242,6 +241,11 @@ void TKorvexMainForm::ConnectFilter() {
 
 void TKorvexMainForm::Select(std::size_t event) {
   if (FFlow->FileShown()) Guarded(this, [&] { SelectEvent(FFlow->Mission(), event, *FScreen); });
+}
+
+void TKorvexMainForm::Step(int events) {
+  const auto step = FFlow->View() == TView::Shock ? StepEvent : StepEventInTime;
+  step(FFlow->Mission(), events, *FScreen);
 }
 
 void TKorvexMainForm::FormCreate() {
@@ -284,11 +288,11 @@ void TKorvexMainForm::actSetViewReportExecute() {
 }
 
 void TKorvexMainForm::actNextEventExecute() {
-  StepEvent(FFlow->Mission(), 1, *FScreen);
+  Step(1);
 }
 
 void TKorvexMainForm::actPreviousEventExecute() {
-  StepEvent(FFlow->Mission(), -1, *FScreen);
+  Step(-1);
 }
 
 void TKorvexMainForm::actFilterActiveExecute() {
@@ -334,6 +338,26 @@ void TKorvexMainForm::actNavFwdExecute() {
 
 void TKorvexMainForm::actNavRwdExecute() {
   NavigatorRewind(FFlow->Mission(), *FScreen);
+}
+
+void TKorvexMainForm::NavigatorBandDragging(double start, double end) {
+  MoveNavigatorBand(start, end);
+}
+
+void TKorvexMainForm::NavigatorBandResizing(double start, double end) {
+  MoveNavigatorBand(start, end);
+}
+
+void TKorvexMainForm::NavigatorBandResized() {
+  if (FFlow->FileShown()) ::NavigatorBandResized(FFlow->Mission(), *FScreen);
+}
+
+void TKorvexMainForm::MoveNavigatorBand(double start, double end) {
+  if (!FFlow->FileShown()) return;
+  Guarded(this, [&] {
+    SetNavigatorBand(FFlow->Mission(), {start, end}, *FScreen);
+    NavigatorBandResized();
+  });
 }
 
 void TKorvexMainForm::btnToolsSensorsChartSyncWNavClick() {

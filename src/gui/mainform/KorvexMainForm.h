@@ -39,6 +39,7 @@ class TKorvexMainForm : public QMainWindow {
   void actSetViewOverviewExecute();
   void actSetViewShockExecute();
   void actSetViewReportExecute();
+  // In the order of the event grids, in the overview in that of time.
   void actNextEventExecute();
   void actPreviousEventExecute();
   void actFilterActiveExecute();
@@ -52,6 +53,12 @@ class TKorvexMainForm : public QMainWindow {
   void actNavSetIntMinExecute();
   void actNavFwdExecute();
   void actNavRwdExecute();
+  // The user moves the band with its width kept, or changes its width, by mouse or keys; date-times. Both end in
+  // NavigatorBandResized.
+  void NavigatorBandDragging(double start, double end);
+  void NavigatorBandResizing(double start, double end);
+  // Applies the band to the charts; without a shown file nothing happens.
+  void NavigatorBandResized();
   void btnToolsSensorsChartSyncWNavClick();
   void btnToolsShockSyncWNavClick();
   // What is shown follows the toggle, as it follows every setting.
@@ -82,6 +89,8 @@ class TKorvexMainForm : public QMainWindow {
   void ConnectSettings();
   void ConnectFilter();
   void Select(std::size_t event);
+  void Step(int events);
+  void MoveNavigatorBand(double start, double end);
 
   TProgram FProgram;
   std::unique_ptr<TMainParts> FParts;

@@ -8,6 +8,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "gui/charts/uEventsChart.h"
@@ -20,6 +21,7 @@
 #include "gui/docks/uDockPanels.h"
 #include "gui/mainform/KorvexMainForm.h"
 #include "gui/mainform/uMainParts.h"
+#include "gui/mainform/uMainScreen.h"
 #include "gui/mainform/uStatisticsDialog.h"
 #include "gui/overview/uOverviewPanel.h"
 #include "gui/ribbon/uRibbonGroup.h"
@@ -219,8 +221,12 @@ void MakeChartMenus(TKorvexMainForm& form, TMainParts& parts) {
   for (const TChartRow& row : kCharts) AddCommands(form, parts, row);
   // The events are stepped through in every view that shows them; the buttons of one command go with their groups.
   auto* events = form.findChild<TRibbonGroup*>("btngrpEventsChart");
-  events->AddSmall(form.findChild<QAction*>("actPreviousEvent"), "dxBarEventsPrevious");
-  events->AddSmall(form.findChild<QAction*>("actNextEvent"), "dxBarEventsNext");
+  for (const auto& [name, button] :
+       {std::pair("actPreviousEvent", "dxBarEventsPrevious"), {"actNextEvent", "dxBarEventsNext"}}) {
+    auto* action = form.findChild<QAction*>(name);
+    action->setProperty(kNeedsEvents, true);
+    events->AddSmall(action, button);
+  }
   for (TTimeChart* chart : form.findChildren<TTimeChart*>()) {
     QObject::connect(chart, &TTimeChart::MenuRequested, &form,
                      [&form, chart](const QPoint& at) { Guarded(&form, [&] { ShowMenu(form, *chart, at); }); });

@@ -38,7 +38,7 @@ std::vector<TKey> AllKeys(const QWidget& window) {
                                   {"Menu  Shift+F10", "Chart: its menu"},
                                   {"Enter", "Grid: bring the navigator's band to the row"},
                                   {"Ctrl+C", "Grid: copy the selected rows with their titles"},
-                                  {"Menu  Shift+F10", "Grid: export its table"}}) {
+                                  {"Menu  Shift+F10", "Grid: its menu, with copy and export"}}) {
     keys.emplace_back(QObject::tr(key), QObject::tr(what));
   }
   return keys;

@@ -16,6 +16,7 @@
 #include "gui/filter/uFilterPanel.h"
 #include "gui/mainform/uLayouts.h"
 #include "gui/overview/uOverviewPanel.h"
+#include "gui/platform/uTaskbarProgress.h"
 #include "gui/report/uReportPanel.h"
 #include "gui/ribbon/uBackstage.h"
 #include "gui/ribbon/uRecentPage.h"
@@ -51,6 +52,7 @@ TMainParts::TMainParts(QMainWindow& window)
       docks(window),
       filter(new TFilterPanel(&window)),
       loading(nullptr),
+      taskbar(new TTaskbarProgress("dxTaskbarProgress1", &window)),
       backstage(nullptr),
       alarmLimits(new TAlarmLimitsPanel(&window)),
       recent(new TRecentPage(&window)),

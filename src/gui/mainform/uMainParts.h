@@ -21,6 +21,7 @@ class TRecentFiles;
 class TRecentPage;
 class TReportPanel;
 class TRibbon;
+class TTaskbarProgress;
 class TWellcomePanel;
 
 struct TMainParts {
@@ -36,6 +37,7 @@ struct TMainParts {
   TDockPanels docks;
   TFilterPanel* filter;
   TLoadingPanel* loading;
+  TTaskbarProgress* taskbar;
   TBackstage* backstage;
   TAlarmLimitsPanel* alarmLimits;
   TRecentPage* recent;        // of the backstage

@@ -7,13 +7,11 @@
 #include <QDockWidget>
 #include <QLabel>
 #include <QLoggingCategory>
-#include <QMainWindow>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QStackedWidget>
 #include <QToolButton>
 #include <map>
-#include <stdexcept>
 #include <utility>
 
 #include "base/uText.h"
@@ -33,6 +31,7 @@
 #include "gui/mainform/uViewOutput.h"
 #include "gui/overview/uOverviewPanel.h"
 #include "gui/platform/uDialogs.h"
+#include "gui/platform/uTaskbarProgress.h"
 #include "gui/report/uReportPanel.h"
 #include "gui/ribbon/uBackstage.h"
 #include "gui/ribbon/uRecentPage.h"
@@ -68,13 +67,6 @@ QAction* ActionOf(const QWidget& widget) {
 
 }  // namespace
 
-template <class T>
-T& TMainScreen::Control(std::string_view name) const {
-  auto* found = FWindow.findChild<T*>(QtText(name));
-  if (found == nullptr) throw std::logic_error("the window has no control " + std::string(name));
-  return *found;
-}
-
 void TMainScreen::SetApplicationTitle(std::string_view title) {
   FWindow.setWindowIconText(QtText(title));
 }
@@ -107,9 +99,14 @@ void TMainScreen::SetVisible(std::string_view control, bool visible) {
     if (action->property(kKeptBySettings).toBool()) {
       action->setVisible(visible);
     } else {
-      action->setEnabled(HasShownGroup(*action));
+      action->setEnabled(CanExecute(*action));
     }
   }
+}
+
+bool TMainScreen::CanExecute(const QAction& action) const {
+  const bool hasEvents = FMission != nullptr && FMission->CLDS.RecordCount() > 0;
+  return HasShownGroup(action) && (hasEvents || !action.property(kNeedsEvents).toBool());
 }
 
 void TMainScreen::SetEnabled(std::string_view control, bool enabled) {
@@ -225,15 +222,16 @@ void TMainScreen::ShowRecentDocuments(const TRecentDocuments& recent) {
 
 void TMainScreen::SetProgressMaximum(int maximum) {
   FParts.loading->SetSteps(maximum);
+  FParts.taskbar->SetMaximum(maximum);
 }
 
 void TMainScreen::SetProgress(double position) {
   FParts.loading->SetStep(static_cast<int>(position));
+  FParts.taskbar->SetPosition(position);
 }
 
-// The desktops that Qt runs on here have no common way to show progress in their task bar.
 void TMainScreen::SetTaskbarProgress(bool on) {
-  qCDebug(lcStart) << "no taskbar progress" << on;
+  FParts.taskbar->SetActive(on);
 }
 
 void TMainScreen::ProcessMessages(bool atOnce) {
@@ -326,58 +324,6 @@ void TMainScreen::PrepareReport(const TShownMission& mission) {
 
 void TMainScreen::FreePointAbsorptionLists() {
   for (TEventsChart* chart : {FParts.overview->Chart1(), FParts.shock->Chart20()}) chart->Clear();
-}
-
-std::optional<TTimeSpan> TMainScreen::NavigatorSpan() const {
-  const auto span = FParts.docks.ChartNavigator->DataSpan();
-  if (!span) return std::nullopt;
-  return TTimeSpan{span->first, span->second};
-}
-
-void TMainScreen::SetNavigatorBand(const TTimeSpan& band) {
-  FParts.docks.ChartNavigator->SetBand(band.start, band.end);
-}
-
-void TMainScreen::SetNavigatorCompanions(const TTimeSpan& band) {
-  FParts.docks.ChartNavigator->SetCompanions(band.start, band.end);
-}
-
-void TMainScreen::SetUnsyncedView(const std::optional<TTimeSpan>& view) {
-  std::optional<std::pair<double, double>> shown;
-  if (view) shown = std::pair(view->start, view->end);
-  FParts.docks.ChartNavigator->SetUnsyncedView(shown);
-}
-
-TTimeSpan TMainScreen::ChartSpan(std::string_view chart) const {
-  const auto [start, end] = Control<TTimeChart>(chart).TimeRange();
-  return {start, end};
-}
-
-void TMainScreen::SetChartSpan(std::string_view chart, const TTimeSpan& span) {
-  auto& shown = Control<TTimeChart>(chart);
-  shown.SetTimeRange(span.start, span.end);
-  TellSynced(shown);
-}
-
-void TMainScreen::TellSynced(TTimeChart& chart) {
-  if (FMission == nullptr) return;
-  const auto [start, end] = chart.TimeRange();
-  const TTimeSpan shown{start, end};
-  chart.SetSynced(shown == FMission->Band);
-  MarkUnsynced(&chart);
-}
-
-// On the navigator, of the charts in sight: that one, or another that is not synced.
-void TMainScreen::MarkUnsynced(const TTimeChart* first) {
-  if (FMission == nullptr) return;
-  std::optional<TTimeSpan> found;
-  for (const TTimeChart* chart : std::initializer_list<const TTimeChart*>{
-           FParts.overview->Chart1(), FParts.overview->ChartAllSensors(), FParts.shock->Chart20()}) {
-    const auto [start, end] = chart->TimeRange();
-    const TTimeSpan shown{start, end};
-    if (chart->isVisible() && shown != FMission->Band && (!found || chart == first)) found = shown;
-  }
-  SetUnsyncedView(found);
 }
 
 void TMainScreen::CopyChart(std::string_view chart) {
@@ -483,6 +429,9 @@ void TMainScreen::ShowFilter(const TShownMission& mission) {
     chart->SetVisibleEvents(mission.CLDS.ShownRows());
   }
   FParts.filter->ShowFilter();
+  for (QAction* action : FWindow.actions()) {
+    if (action->property(kNeedsEvents).toBool()) action->setEnabled(CanExecute(*action));
+  }
 }
 
 void TMainScreen::ShowSelectedEvent(std::optional<std::size_t> event) {

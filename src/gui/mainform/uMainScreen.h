@@ -2,21 +2,28 @@
 #pragma once
 
 #include <QElapsedTimer>
+#include <QMainWindow>
 #include <QPointer>
 #include <QString>
 #include <QWidget>
 #include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
 
+#include "gui/common/uQtText.h"
 #include "gui/mainform/uSettingsBinder.h"
 #include "shell/uMainScreen.h"
 
-class QMainWindow;
+class QAction;
 class TTimeChart;
 struct TMainParts;
 
 // The property of actions whose state the settings keep. They can be executed also while their group is out of sight,
 // but not by their shortcut.
 inline constexpr auto kKeptBySettings = "keptBySettings";
+// The property of actions that are disabled while no event is shown.
+inline constexpr auto kNeedsEvents = "needsEvents";
 
 class TMainScreen final : public IMainScreen {
  public:
@@ -94,8 +101,13 @@ class TMainScreen final : public IMainScreen {
 
  private:
   template <class T>
-  [[nodiscard]] T& Control(std::string_view name) const;
+  [[nodiscard]] T& Control(std::string_view name) const {
+    auto* found = FWindow.findChild<T*>(QtText(name));
+    if (found == nullptr) throw std::logic_error("the window has no control " + std::string(name));
+    return *found;
+  }
 
+  [[nodiscard]] bool CanExecute(const QAction& action) const;
   void ShowInCharts(const TDisplaySettings& display);
   void TellLimits();
   void ShowDetails(const TShownMission& mission);

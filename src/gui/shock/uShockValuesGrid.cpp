@@ -1,19 +1,16 @@
 #include "gui/shock/uShockValuesGrid.h"
 
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <algorithm>
 #include <limits>
 #include <utility>
 
 #include "gui/charts/uSelectedEventChart.h"
 #include "gui/common/uQtText.h"
-#include "gui/common/uRowCopy.h"
 
 namespace {
 
 constexpr int kColumns = 1 + static_cast<int>(kSeriesCount);  // the time, then the series
-constexpr int kRowPadding = 6;
 constexpr int kColumnPadding = 12;
 constexpr auto kUsualText = "-00.000";  // the rows in sight may be of the quiet before the shock
 
@@ -58,25 +55,12 @@ QVariant TShockValuesModel::headerData(int section, Qt::Orientation orientation,
   return titles[section];
 }
 
-TShockValuesGrid::TShockValuesGrid(QWidget* parent) : QTableView(parent), FModel(new TShockValuesModel(this)) {
-  setObjectName("dbgShockValues");
-  setAccessibleName(tr("Values of the selected event"));
+TShockValuesGrid::TShockValuesGrid(QWidget* parent)
+    : TRowGrid("dbgShockValues", tr("Values of the selected event"), parent), FModel(new TShockValuesModel(this)) {
   setToolTip(tr("The samples of the selected event\nCtrl+C copies the selected rows"));
-  setStatusTip(tr("Ctrl+C: copy rows"));
+  setStatusTip(tr("right click: copy"));
   setModel(FModel);
-  setSelectionBehavior(SelectRows);
-  setSelectionMode(ExtendedSelection);
-  setAlternatingRowColors(true);
-  setShowGrid(false);
-  setWordWrap(false);
-  setTabKeyNavigation(false);
-  setHorizontalScrollMode(ScrollPerPixel);
-  verticalHeader()->hide();
-  // Rows of one height: a view of a million of them asks none for its size.
-  verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-  verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kRowPadding);
   horizontalHeader()->setSectionsClickable(false);
-  horizontalHeader()->setHighlightSections(false);
 }
 
 void TShockValuesGrid::SetSamples(std::span<const TEventValue> samples, double startMs) {
@@ -100,14 +84,7 @@ void TShockValuesGrid::FitColumnsOnce() {
   }
 }
 
-void TShockValuesGrid::keyPressEvent(QKeyEvent* event) {
-  if (!event->matches(QKeySequence::Copy)) return QTableView::keyPressEvent(event);
-  const QString told = CopySelectedRows(*this);
-  if (!told.isEmpty()) Q_EMIT RowsCopied(told);
-  event->accept();
-}
-
 void TShockValuesGrid::showEvent(QShowEvent* event) {
-  QTableView::showEvent(event);
+  TRowGrid::showEvent(event);
   FitColumnsOnce();
 }

@@ -2,10 +2,10 @@
 #pragma once
 
 #include <QAbstractTableModel>
-#include <QTableView>
 #include <span>
 
 #include "gui/charts/uSeries.h"
+#include "gui/common/uRowGrid.h"
 #include "model/uEvents.h"
 
 // Formats the cells that are asked for and borrows the samples.
@@ -30,7 +30,7 @@ class TShockValuesModel final : public QAbstractTableModel {
   TValueMasks FMasks;
 };
 
-class TShockValuesGrid final : public QTableView {
+class TShockValuesGrid final : public TRowGrid {
   Q_OBJECT
 
  public:
@@ -42,12 +42,7 @@ class TShockValuesGrid final : public QTableView {
   // Selects the row of a sample and scrolls to it.
   void MarkSample(std::size_t sample);
 
- Q_SIGNALS:
-  // How many, in words.
-  void RowsCopied(const QString& text);
-
  protected:
-  void keyPressEvent(QKeyEvent* event) override;
   void showEvent(QShowEvent* event) override;
 
  private:

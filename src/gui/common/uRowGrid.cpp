@@ -1,0 +1,81 @@
+#include "gui/common/uRowGrid.h"
+
+#include <QAction>
+#include <QContextMenuEvent>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QMenu>
+
+#include "gui/common/uIcons.h"
+#include "gui/common/uRowCopy.h"
+
+namespace {
+
+constexpr int kRowPadding = 6;
+
+}  // namespace
+
+TRowGrid::TRowGrid(const QString& name, const QString& title, QWidget* parent)
+    : QTableView(parent), FCopy(new QAction(Icon("edit-copy"), tr("&Copy"), this)), FMenu(new QMenu(this)) {
+  setObjectName(name);
+  setAccessibleName(title);
+  setSelectionBehavior(SelectRows);
+  setSelectionMode(ExtendedSelection);
+  setAlternatingRowColors(true);
+  setShowGrid(false);
+  setWordWrap(false);
+  setTabKeyNavigation(false);
+  setHorizontalScrollMode(ScrollPerPixel);
+  verticalHeader()->hide();
+  // Rows of one height: a view of a million of them asks none for its size.
+  verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  horizontalHeader()->setHighlightSections(false);
+  SetRowFont(font());
+  FCopy->setObjectName("actCopyRows");
+  FCopy->setShortcut(QKeySequence::Copy);
+  FCopy->setShortcutVisibleInContextMenu(true);
+  connect(FCopy, &QAction::triggered, this, &TRowGrid::Copy);
+  FMenu->setObjectName("mnuGrid");
+  FMenu->setAccessibleName(title);
+  FMenu->addAction(FCopy);
+  // Greyed in the menu alone; Ctrl+C without a selection copies nothing.
+  connect(FMenu, &QMenu::aboutToShow, this, [this] { FCopy->setEnabled(selectionModel()->hasSelection()); });
+  connect(FMenu, &QMenu::aboutToHide, this, [this] { FCopy->setEnabled(true); });
+}
+
+void TRowGrid::SetRowFont(const QFont& cells) {
+  setFont(cells);
+  verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kRowPadding);
+}
+
+void TRowGrid::SetMenu(const QMenu* menu) {
+  FMenu->addSeparator();
+  FMenu->addActions(menu->actions());
+  setStatusTip(tr("%1, export").arg(statusTip()));
+}
+
+void TRowGrid::Copy() {
+  const QString told = CopySelectedRows(*this);
+  if (!told.isEmpty()) Q_EMIT RowsCopied(told);
+}
+
+void TRowGrid::keyPressEvent(QKeyEvent* event) {
+  if (event->matches(QKeySequence::Copy)) {
+    FCopy->trigger();
+  } else if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) {
+    // The desktop tells of the Menu key itself, not always of this one.
+    FMenu->popup(MenuPlace());
+  } else {
+    QTableView::keyPressEvent(event);
+  }
+}
+
+void TRowGrid::contextMenuEvent(QContextMenuEvent* event) {
+  FMenu->popup(event->reason() == QContextMenuEvent::Mouse ? event->globalPos() : MenuPlace());
+}
+
+// Beside the current row, where it is in sight.
+QPoint TRowGrid::MenuPlace() const {
+  const QRect cell = visualRect(currentIndex()) & viewport()->rect();
+  return viewport()->mapToGlobal((cell.isEmpty() ? viewport()->rect() : cell).center());
+}
