@@ -2,10 +2,15 @@
 
 find_program(CCACHE ccache)
 if(CCACHE)
-  set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+  # A precompiled header is known by its content; what it defines and when it was made do not count.
+  set(CMAKE_CXX_COMPILER_LAUNCHER
+      ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime ${CCACHE})
 endif()
 
 add_library(shockscope_flags INTERFACE)
+if(CCACHE AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  target_compile_options(shockscope_flags INTERFACE -fpch-preprocess)  # so that ccache sees the header
+endif()
 target_include_directories(shockscope_flags INTERFACE ${CMAKE_SOURCE_DIR}/src)
 # No fused multiply-add: metrics are the same to the last bit on every machine.
 target_compile_options(shockscope_flags INTERFACE -Wall -Wextra -Wpedantic -Wconversion -ffp-contract=off)
@@ -28,3 +33,4 @@ function(shockscope_room name)
   add_library(shockscope_${name} STATIC ${ROOM_UNPARSED_ARGUMENTS})
   target_link_libraries(shockscope_${name} PUBLIC shockscope_flags ${ROOM_LINK})
 endfunction()
+

@@ -1,5 +1,7 @@
 #include "model/uMissionText.h"
 
+#include <fmt/format.h>
+
 #include <cmath>
 #include <string_view>
 #include <utility>
@@ -48,7 +50,7 @@ std::string StopText(const TMissionData& data) {
 
 std::string FastRateText(const TMissionData& data) {
   const double rate = 1 / data.rec_fast_rate;
-  return std::isfinite(rate) ? "~" + MaskFloat("0", rate) + " Hz" : "?";
+  return std::isfinite(rate) ? fmt::format("~{} Hz", MaskFloat("0", rate)) : "?";
 }
 
 }  // namespace
