@@ -25,10 +25,11 @@ TStatus BlocksCommand(const std::string& file, const TConsole& console);
 TStatus TableCommand(const std::string& file, const std::string& table, const std::string& index,
                      const TConsole& console);
 
-// The high-passed curves of one event, by its ID, in the CSV line format.
+// The high-passed curves of one event, by its ID, in the CSV line format. Without such an event: no result.
 TStatus FilterCommand(const std::string& file, std::size_t event, const TConsole& console);
 
-// The spectrum of one event in the CSV line format. An event that has none counts as not displayable.
+// The spectrum of one event in the CSV line format; on err what was done about uneven times. Without such an event or
+// without a spectrum: no result.
 TStatus SpectrumCommand(const std::string& file, std::size_t event, TSpectrumType type, TWeightingWindow window,
                         const TConsole& console);
 

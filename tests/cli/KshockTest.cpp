@@ -69,7 +69,6 @@ TEST_F(KshockCommands, WrongUseIsToldOnTheErrorStream) {
                                              {"table", kStairs, "none"},
                                              {"table", kStairs, "events", "--order", "BatteryASC"},
                                              {"filter", kStairs},
-                                             {"filter", kStairs, "--event", "215"},
                                              {"spectrum", kStairs, "--event", "-1"},
                                              {"spectrum", kStairs, "--event", "0", "--type", "Loudness"},
                                              {"spectrum", kStairs, "--event", "0", "--window", "Round"},
@@ -86,6 +85,24 @@ TEST_F(KshockCommands, WrongUseIsToldOnTheErrorStream) {
   }
   EXPECT_EQ(Kshock({"--help"}).status, 0);
   EXPECT_THAT(Kshock({"make", "--help"}).out, HasSubstr("time_ms"));
+}
+
+TEST_F(KshockCommands, AnEventWithoutAResultIsToldWithItsReason) {
+  TTestRecording recording = TTestRecording().Creator().MissionHeader(2, 1).Channels({"ACC x", "ACC y", "ACC z"});
+  recording.Data({{0, {1, 2, 3}}, {0, {1, 2, 3}}});
+  const std::string file = Save("still.kshock", Deflated(recording.content));
+  recording.content.push_back(8);
+  const std::string cut = Save("cut.kshock", Deflated(recording.content));
+  const TRun still = Kshock({"spectrum", file, "--event", "0"});
+  EXPECT_EQ(still.status, 6);
+  EXPECT_THAT(still.err, HasSubstr("Event 0 has no spectrum. The times of the samples repeat or go back."));
+  EXPECT_EQ(Kshock({"spectrum", cut, "--event", "0"}).status, 5) << "damage is worse";
+  EXPECT_EQ(Kshock({"filter", file, "--event", "0"}).status, 0);
+  for (const char* command : {"filter", "spectrum"}) {
+    const TRun none = Kshock({command, file, "--event", "1"});
+    EXPECT_EQ(none.status, 6);
+    EXPECT_THAT(none.err, HasSubstr("There is no event 1; the recording has 1."));
+  }
 }
 
 TEST_F(KshockCommands, InfoTellsMissionAndSummary) {
