@@ -183,6 +183,7 @@ TEST_F(KshockCommands, MakeWritesWhatReadingGivesBack) {
   ASSERT_EQ(run.status, 0) << run.err;
   EXPECT_EQ(ReadFile(Folder / "made.kshock").Last(), kReadFinished);
   EXPECT_TRUE(EventList.ValidCreator);
+  EXPECT_EQ(EventList.StartTime, 45123.25);
   EXPECT_EQ(MissionData.sID, "165-€");
   EXPECT_EQ(MissionData.sTitle, " ");
   EXPECT_EQ(MissionData.options, 7);
@@ -219,6 +220,28 @@ TEST_F(KshockCommands, MakeTellsWhatIsWrongWithItsSourceAndWritesNothing) {
   static_cast<void>(make(good, "time_ms,T\n0,1\n"));
   EXPECT_EQ(Kshock({"make", File("s.json"), File("no folder/made.kshock")}).status, 4);
   EXPECT_EQ(Kshock({"make", File("s.json"), File("r.csv")}).status, 2) << "the source is not overwritten";
+}
+
+TEST_F(KshockCommands, MakeRefusesTextsThatAFileCannotKeepAndNamesTheField) {
+  static_cast<void>(SaveText("r.csv", "time_ms\n"));
+  const auto make = [this](const std::string& fields) {
+    return Kshock(
+        {"make", SaveText("s.json", R"({"startTime": 1, "records": "r.csv", )" + fields + "}"), File("made")});
+  };
+  const std::string most(65533, 'x');  // the count takes two bytes of the block
+  const std::pair<std::string, const char*> refused[] = {
+      {R"("channels": [], "mission": {"sTitle": "\u4E2D"})", "\"sTitle\" has a character"},
+      {R"("channels": ["T", "\u2192"])", "\"channels\" has a character"},
+      {R"("channels": [], "creator": ")" + most + "xxx\"", "\"creator\" is too long"},  // 65,536 counts as 0
+      {R"("channels": ["T", ")" + most + "\"]", "\"channels\" is too long"},
+      {R"("channels": [], "mission": {"sOperator": "x", "sID": ")" + most + "\"}", "\"sID\" is too long"}};
+  for (const auto& [fields, complaint] : refused) {
+    const TRun run = make(fields);
+    EXPECT_EQ(run.status, 2);
+    EXPECT_THAT(run.err, HasSubstr(complaint));
+    EXPECT_FALSE(std::filesystem::exists(Folder / "made"));
+  }
+  EXPECT_EQ(make(R"("channels": [], "creator": ")" + most + "\"").status, 0);
 }
 
 TEST_F(KshockCommands, TheDemoIsAPlausibleMissionAndTheSameForASeed) {
