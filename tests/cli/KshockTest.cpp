@@ -3,6 +3,7 @@
 
 #include <fstream>
 #include <nlohmann/json.hpp>
+#include <sstream>
 
 #include "cli/uKshock.h"
 #include "model/uEvents.h"
@@ -126,6 +127,25 @@ TEST_F(KshockCommands, BlocksAreListedUpToTheDamage) {
             "     3  type 8         16 bytes  data\n"
             "     4  type 8          3 bytes  data; cut, its size says 20\n"
             "damaged: the stream ends after 82 bytes of content, in or behind block 4\n");
+}
+
+TEST_F(KshockCommands, EveryBlockThatIsTooShortForItsTypeIsNamed) {
+  TTestRecording recording;
+  recording.Block(1, {9, 0, 'k'}).Block(2, {1, 2, 3, 4, 5, 6, 7}).Block(27, {1, 0, 1, 0}).Channels({"T", "p"});
+  const auto whole = TBody().Put(0.0).Put(1.0F).Put(2.0F);
+  recording.Block(8, whole.bytes)
+      .Block(8, TBody(whole).Put(0.5).Put(1.0F).bytes)
+      .Block(8, TBody(whole).Put(0.5F).bytes);
+  recording.Block(8, TBody(whole).Put(-1.0).bytes).Block(8, TBody(whole).Put(std::uint8_t{7}).bytes);
+  recording.Block(6, {3, 0, 'A'}).Block(99, {1});
+  const std::string out = Kshock({"blocks", Save("short.kshock", Deflated(recording.content))}).out;
+  std::vector<std::string> ends;
+  std::istringstream lines(out);
+  for (std::string line; std::getline(lines, line);) ends.push_back(line.substr(line.find("bytes  ") + 7));
+  EXPECT_THAT(ends,
+              testing::ElementsAre("file header: HALVORNIC", "creator: too short", "start time: too short",
+                                   "mission header: too short", "channel list: T, p", "data", "data: too short",
+                                   "data: too short", "data", "data", "channel list: too short", "unknown, skipped"));
 }
 
 TEST_F(KshockCommands, ATableIsPrintedByItsIndexInTheLineFormat) {
