@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 
+#include "base/uText.h"
 #include "cli/uKshock.h"
 #include "model/uEvents.h"
 #include "model/uOtherSensors.h"
@@ -75,6 +76,7 @@ TEST_F(KshockCommands, WrongUseIsToldOnTheErrorStream) {
                                              {"spectrum", kStairs, "--event", "0", "--window", "Round"},
                                              {"export", kStairs, "events-csv"},
                                              {"export", kStairs, "--to", "."},
+                                             {"export", kStairs, "--to", "", "events-csv"},
                                              {"export", kStairs, "--to", ".", "all-csv"},
                                              {"export", kStairs, "--to", ".", "shocks-csv", "--filter", "acc=6"},
                                              {"export", kStairs, "--to", ".", "shocks-csv", "--filter", "axis=W"},
@@ -86,6 +88,35 @@ TEST_F(KshockCommands, WrongUseIsToldOnTheErrorStream) {
   }
   EXPECT_EQ(Kshock({"--help"}).status, 0);
   EXPECT_THAT(Kshock({"make", "--help"}).out, HasSubstr("time_ms"));
+}
+
+TEST_F(KshockCommands, NoMessageTakesControlCharactersToTheTerminal) {
+  const std::string word = "a\x1B[2J\nb\xC2\x9B\x9B";
+  const std::string file = Save(word, Deflated(ThreeEvents().content));
+  for (const std::vector<std::string>& arguments :
+       std::vector<std::vector<std::string>>{{word},
+                                             {"--" + word},
+                                             {"info", file, word},
+                                             {"info", "--" + word},
+                                             {"dump", word},
+                                             {"dump", file, word},
+                                             {"dump", file, "--rows", word},
+                                             {"blocks", word},
+                                             {"table", file, word},
+                                             {"table", file, "events", "--order", word},
+                                             {"filter", file, "--event", "99"},
+                                             {"spectrum", file, "--event", "0", "--type", word},
+                                             {"export", file, "--to", word, "shocks-csv"},
+                                             {"export", file, "--to", ".", word},
+                                             {"export", file, "--to", ".", "shocks-csv", "--filter", word},
+                                             {"make", word, "x"},
+                                             {"demo", word + "/x"}}) {
+    std::string text = Kshock(arguments).err;
+    EXPECT_FALSE(text.empty());
+    for (std::size_t at = text.find('\n'); at != std::string::npos; at = text.find('\n', at)) text.erase(at, 1);
+    EXPECT_TRUE(IsPlainLine(text)) << testing::PrintToString(text);
+    EXPECT_THAT(text, testing::Not(HasSubstr("[2Jb"))) << "a line break of the user's";
+  }
 }
 
 TEST_F(KshockCommands, AnEventWithoutAResultIsToldWithItsReason) {
