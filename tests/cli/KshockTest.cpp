@@ -144,6 +144,10 @@ TEST_F(KshockCommands, InfoTellsMissionAndSummary) {
                            "4320 readings, 22.88 to 28.56 °C"}) {
     EXPECT_THAT(text, HasSubstr(part));
   }
+  EXPECT_THAT(text, testing::Not(HasSubstr("lacks")));
+  const auto flat = TTestRecording().Creator().MissionHeader(2, 1).Channels({"ACC x", "ACC z"}).Data({{0, {9, 9}}});
+  EXPECT_THAT(Kshock({"info", Save("flat.kshock", Deflated(flat.content))}).out,
+              HasSubstr("Events need all three axes; the recording lacks ACC y."));
 }
 
 TEST_F(KshockCommands, BlocksAreListedUpToTheDamage) {
