@@ -81,8 +81,8 @@ class TDataset {
   // Empty while rows stand in the order in which they were appended.
   [[nodiscard]] const std::string& IndexName() const { return FIndexName; }
   [[nodiscard]] bool HasIndex(std::string_view name) const { return FindIndex(name) != nullptr; }
-  // The row at a position of the selected index. The index is built when it is first used: equal values keep the rows'
-  // order in both directions, null and NaN stand below every number.
+  // The row at a position of the selected index, below RecordCount. The index is built when it is first used: equal
+  // values keep the rows' order in both directions, null and NaN stand below every number.
   [[nodiscard]] std::size_t RowAt(std::size_t position) const;
   // The position of a row in the selected index; nothing for a row that is not shown or past the table.
   [[nodiscard]] std::optional<std::size_t> PositionOf(std::size_t row) const;
@@ -92,6 +92,7 @@ class TDataset {
   void Last() { FPosition = RecordCount() == 0 ? 0 : RecordCount() - 1; }
   void Next() { ++FPosition; }
   [[nodiscard]] bool Eof() const { return FPosition >= RecordCount(); }
+  // Not at the end: where Eof is true there is no row, also in an empty table.
   [[nodiscard]] std::size_t CurrentRow() const { return RowAt(FPosition); }
 
  private:

@@ -51,7 +51,9 @@ inline constexpr std::pair<std::string_view, TDataset TMissionDatasets::*> kTabl
     {"sensors", &TMissionDatasets::Sensors},
     {"battery", &TMissionDatasets::Battery}};
 
-// Fills all five tables from the model, in the order in which they stand above, with progress 2 … 5.
+// Fills all five tables from the model, in the order in which they stand above, with progress 2 … 5. What
+// ProcessMessages throws ends it: the table in work keeps its rows up to there and has no indexes, those before it are
+// whole but for date masks and labels, those after it are as they were.
 void LoadKorvexFileData(const TMissionData& mission, const TEventList& events, const TSensorList& sensors,
                         const TDatasetOptions& options, IProgress& progress, TMissionDatasets& datasets);
 

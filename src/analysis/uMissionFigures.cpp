@@ -4,6 +4,7 @@
 
 #include "base/uDateTime.h"
 #include "base/uText.h"
+#include "model/uBlockTypes.h"
 #include "model/uMissionText.h"
 
 namespace {
@@ -18,6 +19,15 @@ std::string SensorText(const TSensorSummary& sensor) {
   if (!sensor.minimum) return fmt::format("{} readings, none a number", sensor.count);
   return fmt::format("{} readings, {} to {}{}{}", sensor.count, MaskFloat("0.###", *sensor.minimum),
                      MaskFloat("0.###", *sensor.maximum), sensor.unit.empty() ? "" : " ", sensor.unit);
+}
+
+std::string MissingAxes(const TAxesPresent& axes) {
+  const bool present[kAxisCount] = {axes.x, axes.y, axes.z};
+  std::string missing;
+  for (std::size_t axis = 0; axis < kAxisCount; ++axis) {
+    if (!present[axis]) AppendListItem(missing, kKnownChannels[axis].nameInFile);
+  }
+  return missing;
 }
 
 }  // namespace
@@ -35,9 +45,12 @@ std::vector<TFigure> HeaderFigures(const TMissionData& mission) {
           Figure("Options", OptionsText(mission))};
 }
 
-std::vector<TFigure> EventFigures(const TMissionSummary& summary, const TEventList& events) {
+std::vector<TFigure> EventFigures(const TMissionSummary& summary, const TEventList& events, const TAxesPresent& axes) {
   std::vector<TFigure> figures;
   figures.push_back(Figure("Events", fmt::format("{} with {} samples", summary.events, summary.samples)));
+  if (const std::string missing = MissingAxes(axes); !missing.empty()) {
+    figures.push_back(Figure("Note", fmt::format("Events need all three axes; the recording lacks {}.", missing)));
+  }
   const auto when = [&events](std::size_t event) {
     const double time = DateTimeOf(events.StartTime, events.GetItem(event).GetStartTime());
     return fmt::format("in event {}, begun {}", event, FormatDateTime(DateTimeMask() + ".zzz", time));

@@ -15,7 +15,8 @@ struct TFigure {
 
 // The mission header: names, logger, times, and its four texts.
 std::vector<TFigure> HeaderFigures(const TMissionData& mission);
-// Events, peak, intensity, ToT and IoT, and the time span over events and sensors.
-std::vector<TFigure> EventFigures(const TMissionSummary& summary, const TEventList& events);
+// Events, peak, intensity, ToT and IoT, and the time span over events and sensors; where an axis is missing, that it is
+// why there are no events.
+std::vector<TFigure> EventFigures(const TMissionSummary& summary, const TEventList& events, const TAxesPresent& axes);
 // A line a sensor: readings, least and largest.
 std::vector<TFigure> SensorFigures(const TMissionSummary& summary);

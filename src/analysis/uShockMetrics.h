@@ -1,4 +1,6 @@
-// The metrics of one shock event: time over threshold (ToT) and integral over threshold (IoT).
+// The metrics of one shock event: time over threshold (ToT) and integral over threshold (IoT). A sample with an axis
+// that is NaN has a magnitude that is NaN and fails every comparison: it neither begins a ToT interval nor ends one,
+// but at the last sample, and it ends an IoT run.
 #pragma once
 
 #include <cmath>

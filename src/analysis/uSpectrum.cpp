@@ -1,63 +1,21 @@
 #include "analysis/uSpectrum.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <cmath>
 #include <limits>
-
-#include "base/uText.h"
 
 namespace {
 
 constexpr double kMsPerSecond = 1000;
 
-double Median(std::vector<double> values) {
-  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-  std::ranges::nth_element(values, middle);
-  if (values.size() % 2 == 1) return *middle;
-  return *middle / 2 + *std::max_element(values.begin(), middle) / 2;
-}
-
-bool HasRate(double periodMs) {
-  return periodMs > 0 && std::isnormal(periodMs) && std::isfinite(kMsPerSecond / periodMs);
-}
-
-// Fills in how the samples stand in time. The period is the mean step, which rounded times leave right.
-void MeasureSampling(std::span<const TEventValue> samples, TSpectrum& spectrum) {
-  if (samples.size() < 2) {
-    spectrum.problem = TSpectrumProblem::TooFewSamples;
-    return;
-  }
-  std::vector<double> steps;
-  steps.reserve(samples.size() - 1);
-  for (std::size_t i = 1; i < samples.size(); ++i) steps.push_back(samples[i].time - samples[i - 1].time);
-  const double period = (samples.back().time - samples.front().time) / static_cast<double>(steps.size());
-  const bool finite = std::ranges::all_of(steps, [](double step) { return std::isfinite(step); });
-  const double median = finite ? Median(steps) : 0;
-  if (!HasRate(median) || !HasRate(period)) {
-    spectrum.problem = TSpectrumProblem::NoPeriod;
-    return;
-  }
-  const auto [least, largest] = std::ranges::minmax(steps);
-  spectrum.periodMs = period;
-  spectrum.medianStepMs = median;
-  spectrum.largestStepOff = std::max(median - least, largest - median) / median;
-  if (spectrum.largestStepOff > kMostStepOff) spectrum.problem = TSpectrumProblem::UnevenSampling;
-}
-
-// The squared magnitude of each line of one axis.
-std::vector<double> Squares(std::span<const TEventValue> samples, float TEventValue::*value,
+// The squared magnitude of each line of one axis; points past the weights are left out.
+std::vector<double> Squares(std::span<const TGridValue> points, double TGridValue::*axis,
                             std::span<const double> weights, TFourier& transform) {
-  const std::size_t lines = transform.SpectrumSize() / 2 + 1;
   transform.Clear();
-  for (std::size_t i = 0; i < samples.size(); ++i) {
-    if (!std::isfinite(samples[i].*value)) return std::vector(lines, std::numeric_limits<double>::quiet_NaN());
-    transform.SetReal(i + 1, weights[i] * double{samples[i].*value});
-  }
+  for (std::size_t i = 0; i < weights.size(); ++i) transform.SetReal(i + 1, weights[i] * points[i].*axis);
   transform.Forward();
-  std::vector<double> squares(lines);
-  for (std::size_t k = 1; k <= lines; ++k) {
+  std::vector<double> squares(transform.SpectrumSize() / 2 + 1);
+  for (std::size_t k = 1; k <= squares.size(); ++k) {
     squares[k - 1] = transform.Real(k) * transform.Real(k) + transform.Imag(k) * transform.Imag(k);
   }
   return squares;
@@ -105,12 +63,15 @@ double Shown(TSpectrumType type, double square) {
 
 TSpectrum CalcSpectrum(std::span<const TEventValue> samples, TSpectrumType type, TWeightingWindow window,
                        const TWeightingFunction& userDef) {
-  const std::size_t size = SpectrumSizeFor(samples.size());
-  const auto taken = samples.first(std::min(samples.size(), size));
+  const auto taken = samples.first(std::min(samples.size(), SpectrumSizeFor(samples.size())));
   TSpectrum spectrum;
-  const std::vector<double> weights = WindowWeights(window, taken.size(), userDef);
-  MeasureSampling(taken, spectrum);
-  if (spectrum.problem != TSpectrumProblem::None) return spectrum;
+  spectrum.grid = FitTimeGrid(taken);
+  const std::size_t size = SpectrumSizeFor(spectrum.grid.PointCount());
+  const std::vector<double> weights = WindowWeights(window, std::min(spectrum.grid.PointCount(), size), userDef);
+  if (spectrum.grid.problem != TTimeGridProblem::None) {
+    spectrum.problem = TSpectrumProblem::NoGrid;
+    return spectrum;
+  }
   const TGains gains = GainsOf(weights);
   if (!(std::isnormal(gains.coherent) && std::isnormal(gains.noise))) {
     spectrum.problem = TSpectrumProblem::NoWeight;
@@ -118,10 +79,18 @@ TSpectrum CalcSpectrum(std::span<const TEventValue> samples, TSpectrumType type,
   }
 
   TFourier transform(size);
-  const auto x = Squares(taken, &TEventValue::xvalue, weights, transform);
-  const auto y = Squares(taken, &TEventValue::yvalue, weights, transform);
-  const auto z = Squares(taken, &TEventValue::zvalue, weights, transform);
-  const double rate = kMsPerSecond / spectrum.periodMs;
+  const std::vector<TGridValue> points = ValuesOnGrid(taken, spectrum.grid);
+  const auto squaresOf = [&](float TEventValue::*sample, double TGridValue::*point) {
+    // An interpolated grid may step over a sample.
+    const bool finite =
+        std::ranges::all_of(taken, [sample](const auto& value) { return std::isfinite(value.*sample); });
+    return finite ? Squares(points, point, weights, transform)
+                  : std::vector(size / 2 + 1, std::numeric_limits<double>::quiet_NaN());
+  };
+  const auto x = squaresOf(&TEventValue::xvalue, &TGridValue::x);
+  const auto y = squaresOf(&TEventValue::yvalue, &TGridValue::y);
+  const auto z = squaresOf(&TEventValue::zvalue, &TGridValue::z);
+  const double rate = kMsPerSecond / spectrum.grid.stepMs;
   spectrum.lines.reserve(x.size());
   for (std::size_t i = 0; i < x.size(); ++i) {
     const double scale = ScaleOf(type, i > 0 && i + 1 < x.size(), gains, rate);
@@ -133,18 +102,5 @@ TSpectrum CalcSpectrum(std::span<const TEventValue> samples, TSpectrumType type,
 }
 
 std::string WhyNoSpectrum(const TSpectrum& spectrum) {
-  switch (spectrum.problem) {
-    case TSpectrumProblem::None:
-      break;
-    case TSpectrumProblem::TooFewSamples:
-      return "A spectrum needs two samples.";
-    case TSpectrumProblem::NoPeriod:
-      return "The times of the samples do not rise.";
-    case TSpectrumProblem::UnevenSampling:
-      return fmt::format("The sampling is uneven: a step is {} % off the median of {} ms.",
-                         MaskFloat("0.#", spectrum.largestStepOff * 100), MaskFloat("0.####", spectrum.medianStepMs));
-    case TSpectrumProblem::NoWeight:
-      return "The window weighs nothing.";
-  }
-  return {};
+  return spectrum.problem == TSpectrumProblem::NoWeight ? "The window weighs nothing." : WhyNoGrid(spectrum.grid);
 }

@@ -9,12 +9,14 @@
 #include <vector>
 
 #include "analysis/uFourier.h"
+#include "analysis/uTimeGrid.h"
 #include "model/uEvents.h"
 
 enum class TSpectrumType {
   Amplitude,  // g: a sine shows its amplitude
   Power,      // g², mean square: a sine shows half its squared amplitude
-  PSD,  // g²/Hz: the power by the noise bandwidth of the window, so its sum by the line distance is the mean square
+  PSD,  // g²/Hz: the power by the noise bandwidth of the window. Its sum by the line distance is Σ(w·x)²/Σw², the mean
+        // square of the weighted samples; that of the samples themselves only where all weigh the same
   Decibel,  // dB: the amplitude above 1 g, kLeastDecibel at least
 };
 
@@ -30,13 +32,9 @@ inline constexpr double kLeastDecibel = -200;
 
 enum class TSpectrumProblem {
   None,
-  TooFewSamples,   // fewer than two have no period
-  NoPeriod,        // the times stand still or fall
-  UnevenSampling,  // a step is more than kMostStepOff off the median
-  NoWeight,        // a window of the user's that weighs nothing, or is not finite
+  NoGrid,    // the times allow none; the grid says why
+  NoWeight,  // a window of the user's that weighs nothing, or is not finite
 };
-
-inline constexpr double kMostStepOff = 0.01;  // of the median
 
 struct TSpectrumLine {
   double hertz;
@@ -46,15 +44,13 @@ struct TSpectrumLine {
 
 struct TSpectrum {
   TSpectrumProblem problem = TSpectrumProblem::None;
-  double periodMs = 0;               // mean step between the transformed samples; 0 where there is none
-  double medianStepMs = 0;           // 0 where there is none
-  double largestStepOff = 0;         // how far a step is off the median, as a part of it
+  TTimeGrid grid;                    // of the first SpectrumSizeFor(n) samples
   std::vector<TSpectrumLine> lines;  // from 0 Hz to half the sampling rate; none when there is a problem
 };
 
-// Of the first N = SpectrumSizeFor(n) samples, weighted by the window and padded with zeros to N: N/2 + 1 lines. The
-// constant part is not taken away. An axis with a sample that is not finite becomes NaN as a whole, and so does the
-// total. Throws std::invalid_argument for fwUserDef without a function.
+// Of the points of the grid, weighted by the window and padded with zeros to N = SpectrumSizeFor(points): N/2 + 1
+// lines. Points past the N-th are left out. The constant part is not taken away. An axis with a sample that is not
+// finite becomes NaN as a whole, and so does the total. Throws std::invalid_argument for fwUserDef without a function.
 TSpectrum CalcSpectrum(std::span<const TEventValue> samples, TSpectrumType type, TWeightingWindow window,
                        const TWeightingFunction& userDef = {});
 

@@ -5,7 +5,6 @@
 #include <chrono>
 #include <cmath>
 #include <cstdint>
-#include <cstdlib>
 #include <utility>
 
 #include "base/uText.h"
@@ -66,24 +65,25 @@ std::string DateTimeMask() {
 }
 
 std::string FormatDuration(double days) {
-  const double ms = std::round(days * kMsPerDay);
+  const double ms = std::round(std::fabs(days) * kMsPerDay);
+  if (!std::isfinite(ms)) return GeneralFloat(days);
   const double wholeDays = std::floor(ms / kMsPerDay);
   const std::string ofDay = FormatDateTime("hh:nn:ss.zzz", (ms - wholeDays * kMsPerDay) / kMsPerDay);
-  return wholeDays > 0 ? fmt::format("{:.0f} d {}", wholeDays, ofDay) : ofDay;
+  const std::string length = wholeDays > 0 ? fmt::format("{:.0f} d {}", wholeDays, ofDay) : ofDay;
+  return days < 0 && ms > 0 ? "-" + length : length;
 }
 
 std::string FormatDateTime(std::string_view mask, double dateTime) {
-  using std::chrono::days;
-  const double first = static_cast<double>((kFirstDay - kEpoch).count());
-  const double last = static_cast<double>((kLastDay - kEpoch).count()) + 1;
-  if (!(dateTime >= first && dateTime * kMsPerDay < last * kMsPerDay - 0.5)) return GeneralFloat(dateTime);
+  // The fraction is the time of day on either side of the epoch: -1.25 is 06:00 on the day before it. So it is rounded
+  // by itself, and a full day goes on to the next date on either side.
+  const double whole = std::trunc(dateTime);
+  const double ofDay = std::round(std::fabs(dateTime - whole) * kMsPerDay);
+  const double day = ofDay < kMsPerDay ? whole : whole + 1;
+  if (!(day >= (kFirstDay - kEpoch).count() && day <= (kLastDay - kEpoch).count())) return GeneralFloat(dateTime);
 
-  constexpr std::int64_t kMs = 86400000;
-  const auto total = static_cast<std::int64_t>(std::llround(dateTime * kMsPerDay));
-  // The fraction is the time of day on either side of the epoch: -1.25 is 06:00 on the day before it.
-  const std::int64_t day = total / kMs;
-  const std::int64_t ms = std::abs(total % kMs);
-  const TMoment moment{kEpoch + days{day}, ms / 3600000, ms / 60000 % 60, ms / 1000 % 60, ms % 1000};
+  const auto ms = ofDay < kMsPerDay ? static_cast<std::int64_t>(ofDay) : 0;
+  const TMoment moment{kEpoch + std::chrono::days{static_cast<std::int64_t>(day)}, ms / 3600000, ms / 60000 % 60,
+                       ms / 1000 % 60, ms % 1000};
 
   std::string text;
   for (std::size_t i = 0; i < mask.size();) {

@@ -26,10 +26,12 @@ void SetShortDateFormat(std::string mask);
 // The mask of a displayed time: the short date format and " hh:nn:ss".
 std::string DateTimeMask();
 
-// A length of time in days, to the millisecond: "03:04:05.678", "2 d 03:04:05.678".
+// A length of time in days, to the millisecond: "03:04:05.678", "2 d 03:04:05.678". A negative one is that of its
+// amount behind a "-"; what is not finite reads as in GeneralFloat.
 std::string FormatDuration(double days);
 
 // A date-time in a mask of yyyy yy mm m dd d (date) and hh h nn n ss s zzz z (time of day; z is milliseconds without
-// leading zeros). Every other character stands for itself. The value is rounded to whole milliseconds first, so there
-// is never a second 60 or a millisecond 1000. A value outside the years 1 … 9999 is written as a number.
+// leading zeros). Every other character stands for itself. The time of day is rounded to whole milliseconds first, so
+// there is never a second 60 or a millisecond 1000; 24 hours are the next date. A value outside the years 1 … 9999 is
+// written as a number.
 std::string FormatDateTime(std::string_view mask, double dateTime);

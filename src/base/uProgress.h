@@ -7,10 +7,12 @@ class IProgress {
  public:
   virtual ~IProgress() = default;
   virtual void SetStatus(std::string_view text) = 0;
+  // From 0 to the maximum, rising within one loop. A load has the fixed maximum 9, an export sets its own.
   virtual void SetPosition(double position) = 0;
-  // The position at the end. A bar whose end is known beforehand leaves it.
+  // The position at the end, above 0. A bar whose end is known beforehand leaves it.
   virtual void SetMaximum(double /*maximum*/) {}
-  // Lets the user interface handle what is waiting; called from the loop's own thread.
+  // Lets the user interface handle what is waiting; called from the loop's own thread. May throw: that is how a Cancel
+  // or a close ends the loop, which lets it through and leaves behind what its own header says.
   virtual void ProcessMessages() = 0;
 };
 

@@ -209,7 +209,9 @@ std::string Printable(std::string_view utf8) {
   while (!utf8.empty()) {
     const std::string_view before = utf8;
     const char32_t codePoint = TakeCodePoint(utf8);
-    text += IsControl(codePoint) ? "?" : before.substr(0, before.size() - utf8.size());
+    const std::string_view taken = before.substr(0, before.size() - utf8.size());
+    const bool isMalformed = codePoint == kMalformed && taken.size() == 1;
+    text += IsControl(codePoint) || isMalformed ? "?" : taken;
   }
   return text;
 }

@@ -24,7 +24,8 @@ void AppendGeneralFloat(std::string& text, double value);
 // A value that rounds to zero has no sign. What is not finite reads as in GeneralFloat.
 std::string MaskFloat(std::string_view mask, double value);
 
-// The text with every control character as "?", so that it cannot steer a terminal or forge a line.
+// The text with every control character and every malformed byte as "?", so that it cannot steer a terminal or forge a
+// line.
 std::string Printable(std::string_view utf8);
 
 // Whole UTF-8 without control characters: what can stand on a line and comes back from a window as it was.

@@ -3,42 +3,81 @@
 #include "base/uFiles.h"
 #include "base/uText.h"
 #include "cli/uCommands.h"
+#include "model/uBlockReader.h"
 #include "model/uBlockTypes.h"
 #include "model/uDataFile1V0.h"
 #include "model/uExceptions1V0.h"
 
 namespace {
 
-std::string ChannelNames(TDataFile& file) {
-  std::string names;
-  while (file.BlockPos() + 1 < file.BlockSize()) AppendListItem(names, Windows1252ToUtf8(file.ReadString()));
-  return names;
-}
+// Lists the blocks of one file.
+class TBlockList {
+ public:
+  TBlockList(TDataFile& file, const TConsole& console) : FFile(file), FConsole(console) {}
 
-// What a short block says, beside what it is; empty for the others. A block that breaks off says what it can.
-std::string Content(TDataFile& file) {
-  try {
-    switch (file.BlockType()) {
+  void Print(std::size_t number) {
+    std::string line = fmt::format("{:>6}  type {:<5}  {:>5} bytes  {}", number, FFile.BlockType(), FFile.BlockSize(),
+                                   BlockDescription(FFile.BlockType()));
+    line += Printable(Content());
+    if (FFile.BlockCut()) line += fmt::format("; cut, its size says {}", FFile.BlockSizeInFile());
+    FConsole.out(line + "\n");
+  }
+
+ private:
+  // What the block says, beside what it is; where it is too short for its type, that.
+  std::string Content() {
+    try {
+      return Read();
+    } catch (const EStreamError&) {
+      return FFile.BlockCut() ? "" : ": too short";
+    }
+  }
+
+  std::string Read() {
+    switch (FFile.BlockType()) {
       case kFileHeaderBlock:
       case kCreatorBlock:
-        return ": " + Windows1252ToUtf8(file.ReadString());
+        return ": " + Windows1252ToUtf8(FFile.ReadString());
+      case kStartTimeBlock:
+        FFile.ReadDouble();
+        return {};
       case kChannelListBlock:
-        return ": " + ChannelNames(file);
+        return ": " + ReadChannelNames();
+      case kDataBlock:
+        SkipRecords();
+        return {};
+      case kMissionHeaderBlock: {
+        TMissionData ignored;
+        ReadMissionData(ignored, FFile);
+        return {};
+      }
       default:
         return {};
     }
-  } catch (const EStreamError&) {
-    return ": too short";
   }
-}
 
-void PrintBlock(std::size_t number, TDataFile& file, const TConsole& console) {
-  std::string line = fmt::format("{:>6}  type {:<5}  {:>5} bytes  {}", number, file.BlockType(), file.BlockSize(),
-                                 BlockDescription(file.BlockType()));
-  line += Printable(Content(file));
-  if (file.BlockCut()) line += fmt::format("; cut, its size says {}", file.BlockSizeInFile());
-  console.out(line + "\n");
-}
+  std::string ReadChannelNames() {
+    std::string names;
+    FColumns = 0;
+    for (; FFile.BlockPos() + 1 < FFile.BlockSize(); ++FColumns) {
+      AppendListItem(names, Windows1252ToUtf8(FFile.ReadString()));
+    }
+    return names;
+  }
+
+  // As a reader does: a time that is none ends the block, and one byte at its end is no record.
+  void SkipRecords() {
+    while (FFile.BlockPos() + 1 < FFile.BlockSize()) {
+      const double days = FFile.ReadDouble();
+      if (!(days >= 0 && days <= kMaxRecordDays)) return;
+      for (std::size_t column = 0; column < FColumns; ++column) FFile.ReadSingle();
+    }
+  }
+
+  TDataFile& FFile;
+  const TConsole& FConsole;
+  std::size_t FColumns = 0;  // of a record
+};
 
 }  // namespace
 
@@ -49,9 +88,10 @@ TStatus BlocksCommand(const std::string& name, const TConsole& console) {
       console.err(fmt::format("kshock: {}: This file is no block data file.\n", Printable(name)));
       return TStatus::NotDisplayable;
     }
+    TBlockList blocks(file, console);
     std::size_t number = 0;
     do {
-      PrintBlock(number++, file, console);
+      blocks.Print(number++);
     } while (file.ReadBlock());
     if (!file.CheckRest())
       console.out("not checked: more than 64 MiB follow the empty block that ends the recording\n");

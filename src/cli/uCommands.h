@@ -28,7 +28,8 @@ TStatus TableCommand(const std::string& file, const std::string& table, const st
 // The high-passed curves of one event, by its ID, in the CSV line format.
 TStatus FilterCommand(const std::string& file, std::size_t event, const TConsole& console);
 
-// The spectrum of one event in the CSV line format. An event that has none counts as not displayable.
+// The spectrum of one event in the CSV line format; on err what was done about uneven times. Without a
+// spectrum: no result.
 TStatus SpectrumCommand(const std::string& file, std::size_t event, TSpectrumType type, TWeightingWindow window,
                         const TConsole& console);
 

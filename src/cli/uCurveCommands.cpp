@@ -7,14 +7,14 @@
 
 namespace {
 
-void Complain(const std::string& file, const std::string& what, const TConsole& console) {
+void Say(const std::string& file, const std::string& what, const TConsole& console) {
   console.err(fmt::format("kshock: {}: {}\n", Printable(file), what));
 }
 
 // Says so when there is no such event.
 bool HasEvent(const std::string& file, const TRecording& recording, std::size_t event, const TConsole& console) {
   if (event < recording.events.Count()) return true;
-  Complain(file, fmt::format("There is no event {}; the recording has {}.", event, recording.events.Count()), console);
+  Say(file, fmt::format("There is no event {}; the recording has {}.", event, recording.events.Count()), console);
   return false;
 }
 
@@ -39,9 +39,11 @@ TStatus SpectrumCommand(const std::string& file, std::size_t event, TSpectrumTyp
   if (!HasEvent(file, recording, event, console)) return TStatus::WrongUse;
   const TSpectrum spectrum = CalcSpectrum(recording.events.GetItem(event).Values(), type, window);
   if (spectrum.problem != TSpectrumProblem::None) {
-    Complain(file, fmt::format("Event {} has no spectrum. {}", event, WhyNoSpectrum(spectrum)), console);
-    return WorseOf(recording.status, TStatus::NotDisplayable);
+    Say(file, fmt::format("Event {} has no spectrum. {}", event, WhyNoSpectrum(spectrum)), console);
+    return WorseOf(recording.status, TStatus::NoResult);
   }
+  const std::string done = WhatGridDid(spectrum.grid);
+  if (!done.empty()) Say(file, fmt::format("Event {}: {}.", event, done), console);
   std::string text;
   AppendCsvTitles(text, kSpectrumTitles);
   for (const TSpectrumLine& line : spectrum.lines) AppendCsvRow(text, RowOf(line));

@@ -21,7 +21,7 @@ TStatus InfoCommand(const std::string& file, const TConsole& console) {
   const TMissionSummary summary = SummarizeMission(recording.mission, recording.events, recording.sensors);
   console.out(Printable(file) + "\n");
   if (recording.mission.bValid) Print(HeaderFigures(recording.mission), console);
-  Print(EventFigures(summary, recording.events), console);
+  Print(EventFigures(summary, recording.events, recording.axes), console);
   Print(SensorFigures(summary), console);
   return recording.status;
 }

@@ -19,6 +19,10 @@ class TCommandLine {
  public:
   explicit TCommandLine(const TConsole& console) : FConsole(console) {
     FApp.require_subcommand(1);
+    // What the parser complains of holds the user's words.
+    FApp.failure_message([](const CLI::App*, const CLI::Error& error) {
+      return Printable(error.what()) + "\nRun with --help for more information.\n";
+    });
     FApp.set_version_flag("--version", "kshock " SHOCKSCOPE_VERSION);
     AddInfo();
     AddDump();
@@ -105,7 +109,12 @@ class TCommandLine {
       return std::ranges::find(kExports, what) == kExports.end() ? fmt::format("There is no export \"{}\".", what)
                                                                  : std::string();
     });
-    command->add_option("--to", FExport.folder, "Folder to write to")->required()->type_name("DIR");
+    command->add_option("--to", FExport.folder, "Folder to write to")
+        ->required()
+        ->type_name("DIR")
+        ->check([](const std::string& folder) {
+          return folder.empty() ? "The folder has no name; . is the current one." : std::string();
+        });
     command->add_option("--date-format", FExport.dateFormat, "How dates are written; yyyy-mm-dd unless given")
         ->type_name("MASK");
     command
@@ -213,7 +222,7 @@ int RunKshock(const std::vector<std::string>& arguments, const TConsole& console
     console.err(fmt::format("kshock: standard output: {}\n", error.what()));
     return static_cast<int>(TStatus::CannotWrite);
   } catch (const std::exception& error) {
-    console.err(fmt::format("kshock: {}\n", Describe(error)));
+    console.err(fmt::format("kshock: {}\n", Printable(Describe(error))));
   }
   return static_cast<int>(TStatus::CannotRead);
 }

@@ -221,9 +221,9 @@ TStatus MakeCommand(const std::string& source, const std::string& out, const TCo
   } catch (const ESourceError& error) {
     complain(source, error.what());
     return TStatus::CannotRead;
-  } catch (const std::invalid_argument& error) {  // the writer's: the source holds more than a block takes
+  } catch (const std::invalid_argument& error) {  // the writer's: the source holds what no recording can
     complain(source, error.what());
-    return TStatus::CannotRead;
+    return TStatus::WrongUse;
   } catch (const std::exception& error) {
     complain(out, Describe(error));
     return TStatus::CannotWrite;

@@ -19,6 +19,7 @@ struct TRecording {
   const TMissionData& mission = MissionData;
   const TEventList& events = EventList;
   const TSensorList& sensors = SensorList;
+  const TAxesPresent& axes = AxesPresent;
 
   // Something was read that a command can show.
   [[nodiscard]] bool HasMission() const;

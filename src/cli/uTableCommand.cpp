@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "analysis/uMissionDatasets.h"
+#include "base/uText.h"
 #include "cli/uCommands.h"
 #include "cli/uRecording.h"
 #include "export/uCsvExports.h"
@@ -32,7 +33,8 @@ TStatus TableCommand(const std::string& file, const std::string& table, const st
   TNoProgress progress;
   LoadKorvexFileData(recording.mission, recording.events, recording.sensors, {}, progress, tables);
   if (!UseIndex(table, index, tables)) {
-    console.err(fmt::format("kshock: {}: The table \"{}\" has no index \"{}\".\n", file, table, index));
+    console.err(
+        fmt::format("kshock: {}: The table \"{}\" has no index \"{}\".\n", Printable(file), table, Printable(index)));
     return TStatus::WrongUse;
   }
   WriteTableCsv(TableOf(table, tables), console.out);

@@ -26,7 +26,8 @@ class TEvent {
  public:
   explicit TEvent(std::int32_t id) : ID(id) {}
 
-  // Appends a sample and updates the peaks.
+  // Appends a sample and updates the peaks. An axis that is NaN counts towards none; the other axes still do, the
+  // vector magnitude does not.
   void AddValues(double time, float x, float y, float z);
   // The time of the first sample in ms, 0 when there is none.
   [[nodiscard]] double GetStartTime() const { return FItems.empty() ? 0.0 : FItems.front().time; }

@@ -1,5 +1,7 @@
 #include "model/uRecordingWriter.h"
 
+#include <fmt/format.h>
+
 #include <limits>
 #include <stdexcept>
 #include <type_traits>
@@ -11,16 +13,45 @@ namespace {
 
 constexpr std::size_t kMaxBody = std::numeric_limits<std::uint16_t>::max();
 
-void WriteText(TDataFile& file, std::string_view utf8) {
-  file.WriteString(Utf8ToWindows1252(utf8));
-}
+// A block of the head. A text goes in as it is or not at all.
+class THeadBlock {
+ public:
+  THeadBlock(TDataFile& file, std::uint16_t type) : FFile(file) { FFile.NewBlock(type); }
+
+  void WriteText(std::string_view field, std::string_view utf8) {
+    const AnsiString ansi = Utf8ToWindows1252(utf8);
+    if (Windows1252ToUtf8(ansi) != utf8) {
+      throw std::invalid_argument(fmt::format("\"{}\" has a character that Windows-1252 lacks.", field));
+    }
+    if (ansi.size() > FLongestText) {
+      FLongestText = ansi.size();
+      FLongestField = field;
+    }
+    if (ansi.size() > kMaxBody) ThrowTooLong();
+    FFile.WriteString(ansi);
+  }
+  void Finish() {
+    if (FFile.BlockSize() > kMaxBody) ThrowTooLong();
+    FFile.WriteBlock();
+  }
+
+ private:
+  [[noreturn]] void ThrowTooLong() const {
+    throw std::invalid_argument(
+        fmt::format("\"{}\" is too long; a block of the file takes {} bytes.", FLongestField, kMaxBody));
+  }
+
+  TDataFile& FFile;
+  std::string_view FLongestField;
+  std::size_t FLongestText = 0;  // bytes
+};
 
 void WriteMissionHeader(TDataFile& file, const TMissionData& mission) {
-  file.NewBlock(kMissionHeaderBlock);
-  VisitStoredFields(mission, [&file](const char*, const auto& field) {
+  THeadBlock block(file, kMissionHeaderBlock);
+  VisitStoredFields(mission, [&](const char* name, const auto& field) {
     using T = std::remove_cvref_t<decltype(field)>;
     if constexpr (std::is_same_v<T, std::string>) {
-      WriteText(file, field);
+      block.WriteText(name, field);
     } else if constexpr (std::is_same_v<T, std::uint16_t>) {
       file.WriteWord(field);
     } else if constexpr (std::is_same_v<T, float>) {
@@ -29,28 +60,23 @@ void WriteMissionHeader(TDataFile& file, const TMissionData& mission) {
       file.WriteDouble(field);
     }
   });
-}
-
-void FinishHeadBlock(TDataFile& file) {
-  if (file.BlockSize() > kMaxBody) throw std::invalid_argument("The texts are too long for a block of the file.");
-  file.WriteBlock();
+  block.Finish();
 }
 
 }  // namespace
 
 TRecordingWriter::TRecordingWriter(const std::filesystem::path& file, const TRecordingHead& head)
     : FFile(TDataFile::CreateSave(file)) {
-  FFile.NewBlock(kCreatorBlock);
-  WriteText(FFile, head.creator);
-  FinishHeadBlock(FFile);
+  THeadBlock creator(FFile, kCreatorBlock);
+  creator.WriteText("creator", head.creator);
+  creator.Finish();
   FFile.NewBlock(kStartTimeBlock);
   FFile.WriteDouble(head.startTime - kDaysTo2000);
-  FinishHeadBlock(FFile);
+  FFile.WriteBlock();
   WriteMissionHeader(FFile, head.mission);
-  FinishHeadBlock(FFile);
-  FFile.NewBlock(kChannelListBlock);
-  for (const std::string& channel : head.channels) WriteText(FFile, channel);
-  FinishHeadBlock(FFile);
+  THeadBlock channels(FFile, kChannelListBlock);
+  for (const std::string& channel : head.channels) channels.WriteText("channels", channel);
+  channels.Finish();
   FFile.NewBlock(kDataBlock);
 }
 

@@ -20,7 +20,8 @@ struct TRecordingHead {
 
 class TRecordingWriter {
  public:
-  // Throws EStreamError when the file cannot be written, std::invalid_argument when the head does not fit its blocks.
+  // Throws EStreamError when the file cannot be written, std::invalid_argument with the field's name when a text has a
+  // character outside Windows-1252 or does not fit its block.
   TRecordingWriter(const std::filesystem::path& file, const TRecordingHead& head);
 
   // Appends a record: its time in ms since the start, and a reading per channel as the bits of a single, so that

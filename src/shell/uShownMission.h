@@ -20,6 +20,7 @@ struct TShownMission {
   const TMissionData& Data = MissionData;
   const TEventList& Events = EventList;
   const TSensorList& Sensors = SensorList;
+  const TAxesPresent& Axes = AxesPresent;
 
   // The shock event table is ClientDataSet4, its companion CLDS holds the events that the filter lets through. Both
   // carry the same index.

@@ -94,6 +94,17 @@ TEST(DateTime, FollowsTheMaskAndRoundsToWholeMilliseconds) {
   EXPECT_EQ(FormatDateTime("yyyy-mm-dd hh:nn:ss", day + 0.9999999999), "2023-07-17 00:00:00");
   EXPECT_EQ(FormatDateTime("ss.zzz", day + 59.9996 / 86400), "00.000");
   EXPECT_EQ(FormatDateTime("yyyy-mm-dd hh", -1.25), "1899-12-29 06");
+  EXPECT_EQ(FormatDateTime("yyyy-mm-dd hh:nn", -0.9999999999), "1899-12-31 00:00") << "24 hours of 1899-12-30";
+  EXPECT_EQ(FormatDateTime("yyyy-mm-dd hh:nn", -1.9999999999), "1899-12-30 00:00");
+}
+
+TEST(DateTime, ADurationIsWrittenToTheMillisecondAndMayBeNegative) {
+  EXPECT_EQ(FormatDuration((3 * 3600 + 4 * 60 + 5.678) / 86400), "03:04:05.678");
+  EXPECT_EQ(FormatDuration(2.75), "2 d 18:00:00.000");
+  EXPECT_EQ(FormatDuration(0.9999999999), "1 d 00:00:00.000");
+  EXPECT_EQ(FormatDuration(-1.25), "-1 d 06:00:00.000");
+  EXPECT_EQ(FormatDuration(-1e-12), "00:00:00.000");
+  EXPECT_EQ(FormatDuration(-kInfinity), "-INF");
 }
 
 TEST(DateTime, WhatIsNoDateIsWrittenAsANumber) {

@@ -3,7 +3,9 @@
 
 #include <fstream>
 #include <nlohmann/json.hpp>
+#include <sstream>
 
+#include "base/uText.h"
 #include "cli/uKshock.h"
 #include "model/uEvents.h"
 #include "model/uOtherSensors.h"
@@ -69,12 +71,12 @@ TEST_F(KshockCommands, WrongUseIsToldOnTheErrorStream) {
                                              {"table", kStairs, "none"},
                                              {"table", kStairs, "events", "--order", "BatteryASC"},
                                              {"filter", kStairs},
-                                             {"filter", kStairs, "--event", "215"},
                                              {"spectrum", kStairs, "--event", "-1"},
                                              {"spectrum", kStairs, "--event", "0", "--type", "Loudness"},
                                              {"spectrum", kStairs, "--event", "0", "--window", "Round"},
                                              {"export", kStairs, "events-csv"},
                                              {"export", kStairs, "--to", "."},
+                                             {"export", kStairs, "--to", "", "events-csv"},
                                              {"export", kStairs, "--to", ".", "all-csv"},
                                              {"export", kStairs, "--to", ".", "shocks-csv", "--filter", "acc=6"},
                                              {"export", kStairs, "--to", ".", "shocks-csv", "--filter", "axis=W"},
@@ -88,6 +90,53 @@ TEST_F(KshockCommands, WrongUseIsToldOnTheErrorStream) {
   EXPECT_THAT(Kshock({"make", "--help"}).out, HasSubstr("time_ms"));
 }
 
+TEST_F(KshockCommands, NoMessageTakesControlCharactersToTheTerminal) {
+  const std::string word = "a\x1B[2J\nb\xC2\x9B\x9B";
+  const std::string file = Save(word, Deflated(ThreeEvents().content));
+  for (const std::vector<std::string>& arguments :
+       std::vector<std::vector<std::string>>{{word},
+                                             {"--" + word},
+                                             {"info", file, word},
+                                             {"info", "--" + word},
+                                             {"dump", word},
+                                             {"dump", file, word},
+                                             {"dump", file, "--rows", word},
+                                             {"blocks", word},
+                                             {"table", file, word},
+                                             {"table", file, "events", "--order", word},
+                                             {"filter", file, "--event", "99"},
+                                             {"spectrum", file, "--event", "0", "--type", word},
+                                             {"export", file, "--to", word, "shocks-csv"},
+                                             {"export", file, "--to", ".", word},
+                                             {"export", file, "--to", ".", "shocks-csv", "--filter", word},
+                                             {"make", word, "x"},
+                                             {"demo", word + "/x"}}) {
+    std::string text = Kshock(arguments).err;
+    EXPECT_FALSE(text.empty());
+    for (std::size_t at = text.find('\n'); at != std::string::npos; at = text.find('\n', at)) text.erase(at, 1);
+    EXPECT_TRUE(IsPlainLine(text)) << testing::PrintToString(text);
+    EXPECT_THAT(text, testing::Not(HasSubstr("[2Jb"))) << "a line break of the user's";
+  }
+}
+
+TEST_F(KshockCommands, AnEventWithoutAResultIsToldWithItsReason) {
+  TTestRecording recording = TTestRecording().Creator().MissionHeader(2, 1).Channels({"ACC x", "ACC y", "ACC z"});
+  recording.Data({{0, {1, 2, 3}}, {0, {1, 2, 3}}});
+  const std::string file = Save("still.kshock", Deflated(recording.content));
+  recording.content.push_back(8);
+  const std::string cut = Save("cut.kshock", Deflated(recording.content));
+  const TRun still = Kshock({"spectrum", file, "--event", "0"});
+  EXPECT_EQ(still.status, 6);
+  EXPECT_THAT(still.err, HasSubstr("Event 0 has no spectrum. The times of the samples repeat or go back."));
+  EXPECT_EQ(Kshock({"spectrum", cut, "--event", "0"}).status, 5) << "damage is worse";
+  EXPECT_EQ(Kshock({"filter", file, "--event", "0"}).status, 0);
+  for (const char* command : {"filter", "spectrum"}) {
+    const TRun none = Kshock({command, file, "--event", "1"});
+    EXPECT_EQ(none.status, 2);
+    EXPECT_THAT(none.err, HasSubstr("There is no event 1; the recording has 1."));
+  }
+}
+
 TEST_F(KshockCommands, InfoTellsMissionAndSummary) {
   const std::string text = Kshock({"info", kStairs}).out;
   for (const char* part : {"165-00233", "Limit= 2.5 g, Measurement rate= ~128 Hz", "215 with 43266 samples",
@@ -95,6 +144,10 @@ TEST_F(KshockCommands, InfoTellsMissionAndSummary) {
                            "4320 readings, 22.88 to 28.56 °C"}) {
     EXPECT_THAT(text, HasSubstr(part));
   }
+  EXPECT_THAT(text, testing::Not(HasSubstr("lacks")));
+  const auto flat = TTestRecording().Creator().MissionHeader(2, 1).Channels({"ACC x", "ACC z"}).Data({{0, {9, 9}}});
+  EXPECT_THAT(Kshock({"info", Save("flat.kshock", Deflated(flat.content))}).out,
+              HasSubstr("Events need all three axes; the recording lacks ACC y."));
 }
 
 TEST_F(KshockCommands, BlocksAreListedUpToTheDamage) {
@@ -109,6 +162,25 @@ TEST_F(KshockCommands, BlocksAreListedUpToTheDamage) {
             "     3  type 8         16 bytes  data\n"
             "     4  type 8          3 bytes  data; cut, its size says 20\n"
             "damaged: the stream ends after 82 bytes of content, in or behind block 4\n");
+}
+
+TEST_F(KshockCommands, EveryBlockThatIsTooShortForItsTypeIsNamed) {
+  TTestRecording recording;
+  recording.Block(1, {9, 0, 'k'}).Block(2, {1, 2, 3, 4, 5, 6, 7}).Block(27, {1, 0, 1, 0}).Channels({"T", "p"});
+  const auto whole = TBody().Put(0.0).Put(1.0F).Put(2.0F);
+  recording.Block(8, whole.bytes)
+      .Block(8, TBody(whole).Put(0.5).Put(1.0F).bytes)
+      .Block(8, TBody(whole).Put(0.5F).bytes);
+  recording.Block(8, TBody(whole).Put(-1.0).bytes).Block(8, TBody(whole).Put(std::uint8_t{7}).bytes);
+  recording.Block(6, {3, 0, 'A'}).Block(99, {1});
+  const std::string out = Kshock({"blocks", Save("short.kshock", Deflated(recording.content))}).out;
+  std::vector<std::string> ends;
+  std::istringstream lines(out);
+  for (std::string line; std::getline(lines, line);) ends.push_back(line.substr(line.find("bytes  ") + 7));
+  EXPECT_THAT(ends,
+              testing::ElementsAre("file header: HALVORNIC", "creator: too short", "start time: too short",
+                                   "mission header: too short", "channel list: T, p", "data", "data: too short",
+                                   "data: too short", "data", "data", "channel list: too short", "unknown, skipped"));
 }
 
 TEST_F(KshockCommands, ATableIsPrintedByItsIndexInTheLineFormat) {
@@ -166,6 +238,7 @@ TEST_F(KshockCommands, MakeWritesWhatReadingGivesBack) {
   ASSERT_EQ(run.status, 0) << run.err;
   EXPECT_EQ(ReadFile(Folder / "made.kshock").Last(), kReadFinished);
   EXPECT_TRUE(EventList.ValidCreator);
+  EXPECT_EQ(EventList.StartTime, 45123.25);
   EXPECT_EQ(MissionData.sID, "165-€");
   EXPECT_EQ(MissionData.sTitle, " ");
   EXPECT_EQ(MissionData.options, 7);
@@ -202,6 +275,28 @@ TEST_F(KshockCommands, MakeTellsWhatIsWrongWithItsSourceAndWritesNothing) {
   static_cast<void>(make(good, "time_ms,T\n0,1\n"));
   EXPECT_EQ(Kshock({"make", File("s.json"), File("no folder/made.kshock")}).status, 4);
   EXPECT_EQ(Kshock({"make", File("s.json"), File("r.csv")}).status, 2) << "the source is not overwritten";
+}
+
+TEST_F(KshockCommands, MakeRefusesTextsThatAFileCannotKeepAndNamesTheField) {
+  static_cast<void>(SaveText("r.csv", "time_ms\n"));
+  const auto make = [this](const std::string& fields) {
+    return Kshock(
+        {"make", SaveText("s.json", R"({"startTime": 1, "records": "r.csv", )" + fields + "}"), File("made")});
+  };
+  const std::string most(65533, 'x');  // the count takes two bytes of the block
+  const std::pair<std::string, const char*> refused[] = {
+      {R"("channels": [], "mission": {"sTitle": "\u4E2D"})", "\"sTitle\" has a character"},
+      {R"("channels": ["T", "\u2192"])", "\"channels\" has a character"},
+      {R"("channels": [], "creator": ")" + most + "xxx\"", "\"creator\" is too long"},  // 65,536 counts as 0
+      {R"("channels": ["T", ")" + most + "\"]", "\"channels\" is too long"},
+      {R"("channels": [], "mission": {"sOperator": "x", "sID": ")" + most + "\"}", "\"sID\" is too long"}};
+  for (const auto& [fields, complaint] : refused) {
+    const TRun run = make(fields);
+    EXPECT_EQ(run.status, 2);
+    EXPECT_THAT(run.err, HasSubstr(complaint));
+    EXPECT_FALSE(std::filesystem::exists(Folder / "made"));
+  }
+  EXPECT_EQ(make(R"("channels": [], "creator": ")" + most + "\"").status, 0);
 }
 
 TEST_F(KshockCommands, TheDemoIsAPlausibleMissionAndTheSameForASeed) {

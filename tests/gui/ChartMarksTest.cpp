@@ -193,6 +193,18 @@ TEST_F(EventChart, CursorTextsFollowTheMasks) {
   EXPECT_EQ(LastText(FTexts), "30.00 ms  ·  X 3.0 g");
 }
 
+TEST_F(EventChart, TheTitleSaysHowManySamplesTheHighPassFilterLeaves) {
+  FChart.SetHighPass(true);
+  EXPECT_THAT(TitleOf(FChart), HasSubstr(" · high-passed; recorded peak 10 g (10 g on X-pos)"));
+  for (const auto& [count, part] :
+       {std::pair(150, "first 128 of 150 samples;"), {9510, "first 8,192 of 9,510 samples;"}}) {
+    const TEventList events = Events(TSamples(static_cast<std::size_t>(count), {0, 1}), true);
+    FChart.ShowEvent(events, 0, {});
+    EXPECT_THAT(TitleOf(FChart), HasSubstr(part));
+    FChart.Clear();
+  }
+}
+
 TEST_F(EventChart, AlarmLimitsAreLinesWhileSet) {
   const QImage before = FChart.grab().toImage();
   FChart.SetAlarmLimits(std::pair(-6.0, 6.0));

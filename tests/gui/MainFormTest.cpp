@@ -14,6 +14,7 @@
 #include <QMimeData>
 #include <QTableView>
 #include <QTest>
+#include <QTextEdit>
 #include <QTimer>
 #include <QToolButton>
 #include <stdexcept>
@@ -105,6 +106,12 @@ TEST_F(MainForm, OpensByArgumentDialogAndDrop) {
   ExpectShown(FThree);
   EXPECT_THAT(Seen({"pnlDamaged"}), IsEmpty());
   EXPECT_THAT(FBoxes, IsEmpty());
+}
+
+TEST_F(MainForm, MissionDetailsSayWhichAxisIsMissing) {
+  Start(Save("flat.kshock", TTestRecording().Creator().MissionHeader(2, 1).Channels({"ACC x", "ACC y"})));
+  EXPECT_THAT(Find<QTextEdit>("edtMissionDetails")->toPlainText().toStdString(),
+              HasSubstr("Events need all three axes; the recording lacks ACC z."));
 }
 
 TEST_F(MainForm, SaysInOneBoxWhatCannotBeShownAndStaysUsable) {

@@ -8,6 +8,7 @@
 #include "gui/charts/uSpectrumChart.h"
 #include "tests/support/uChartHands.h"
 
+using testing::EndsWith;
 using testing::HasSubstr;
 
 namespace {
@@ -86,7 +87,10 @@ TEST_F(SpectrumChart, BarsThatShareAPixelShowTheirLargest) {
 TEST_F(SpectrumChart, WithoutASpectrumItSaysWhyAndNothingIsDrawn) {
   const TEventList uneven = Sines(0.2);
   FChart.ShowEvent(uneven, 0);
-  EXPECT_EQ(FChart.Spectrum().problem, TSpectrumProblem::UnevenSampling);
+  EXPECT_THAT(TitleOf(FChart), EndsWith(" · times off the grid by up to 0.2 sample"));
+  const TEventList goingBack = Sines(2);
+  FChart.ShowEvent(goingBack, 0);
+  EXPECT_EQ(FChart.Spectrum().problem, TSpectrumProblem::NoGrid);
   const TEventList single = Events({{0, 1}});
   for (const std::size_t index : {std::size_t{0}, std::size_t{1}}) {
     FChart.ShowEvent(single, index);

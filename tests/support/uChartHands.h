@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "gui/charts/uLegendRow.h"
 #include "gui/charts/uTimeChart.h"
 #include "model/uEvents.h"
 #include "model/uOtherSensors.h"
@@ -52,6 +53,12 @@ inline TSensorList Sensors(const std::vector<std::pair<const char*, TSamples>>& 
 
 inline QCPAxisRect& RectOf(const TTimeChart& chart) {
   return *chart.axisRects().front();
+}
+inline std::string TitleOf(const TTimeChart& chart) {
+  for (QCPLayoutElement* element : chart.plotLayout()->elements(true)) {
+    if (const auto* legend = dynamic_cast<TLegendRow*>(element)) return legend->Title().toStdString();
+  }
+  return "no legend";
 }
 inline QCPAxis& TimeOf(const TTimeChart& chart) {
   return *RectOf(chart).axis(QCPAxis::atBottom);

@@ -21,6 +21,7 @@ class TLegendRow final : public QCPLayoutElement {
     FTitle = title;
     FIcon = icon;
   }
+  [[nodiscard]] const QString& Title() const { return FTitle; }
   void SetEntries(std::vector<TLegendEntry> entries) { FEntries = std::move(entries); }
   [[nodiscard]] std::optional<std::size_t> EntryAt(const QPointF& position) const;
 

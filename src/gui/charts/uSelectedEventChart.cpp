@@ -1,5 +1,6 @@
 #include "gui/charts/uSelectedEventChart.h"
 
+#include <QLocale>
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -63,7 +64,6 @@ void TSelectedEventChart::ShowEvent(const TEventList& events, std::size_t index,
   FindIntervals(event);
 
   FMissionStart = events.StartTime;
-  ShowTitle();
   SetFullRange(std::pair(FSamples.Samples().front().time - FStart, FSamples.Samples().back().time - FStart));
   ShowSamples();
 }
@@ -76,16 +76,19 @@ void TSelectedEventChart::RefreshLabels() {
 void TSelectedEventChart::ShowTitle() {
   const TEvent& event = *FEvent;
   const std::string when = FormatDateTime(DateTimeMask(), DateTimeOf(FMissionStart, event.GetStartTime()));
-  Legend().SetTitle(
-      (FHighPass ? tr("Event %1 · %2 · high-passed; recorded peak %3 g (%4 g on %5)")
-                 : tr("Event %1 · %2 · peak %3 g (%4 g on %5)"))
-          .arg(event.ID)
-          .arg(QtText(when), Figure(double{event.Max}), Figure(double{event.MaxSingle}), QtText(event.MaxAxis)));
+  QString title = tr("Event %1 · %2").arg(event.ID).arg(QtText(when));
+  if (FHighPass) title += tr(" · high-passed");
+  if (FHighPass && FFiltered.size() < event.Count()) {
+    const QLocale english(QLocale::English);
+    title += tr(", first %1 of %2 samples").arg(english.toString(FFiltered.size()), english.toString(event.Count()));
+  }
+  title += (FHighPass ? tr("; recorded peak %1 g (%2 g on %3)") : tr(" · peak %1 g (%2 g on %3)"))
+               .arg(Figure(double{event.Max}), Figure(double{event.MaxSingle}), QtText(event.MaxAxis));
+  Legend().SetTitle(title);
 }
 
 void TSelectedEventChart::SetHighPass(bool on) {
   if (std::exchange(FHighPass, on) == on || FEvent == nullptr) return;
-  ShowTitle();
   ShowSamples();
 }
 
@@ -97,6 +100,7 @@ void TSelectedEventChart::ShowSamples() {
           {value.time, static_cast<float>(value.x), static_cast<float>(value.y), static_cast<float>(value.z)});
     }
   }
+  ShowTitle();
   FSamples.Set(FHighPass ? std::span<const TEventValue>(FFiltered) : FEvent->Values());
   Measure();
   FindPeak(*FEvent);

@@ -116,6 +116,8 @@ void TSpectrumChart::ShowTitle() {
                  .arg(Digits(peak->*strongest.value, kDigits), UnitOf(FType), Digits(peak->hertz, kDigits),
                       NameOf(strongest.series));
   }
+  const std::string done = WhatGridDid(FSpectrum.grid);
+  if (!done.empty()) title += tr(" · %1").arg(QtText(done));
   Legend().SetTitle(title);
 }
 

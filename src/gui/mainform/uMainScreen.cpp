@@ -409,9 +409,10 @@ void TMainScreen::TellLimits() {
 }
 
 void TMainScreen::ShowDetails(const TShownMission& mission) {
-  FParts.docks.details->ShowSections({{QObject::tr("Mission"), HeaderFigures(mission.Data)},
-                                      {QObject::tr("Events"), EventFigures(mission.Summary, mission.Events)},
-                                      {QObject::tr("Sensors"), NamedSensorFigures(mission)}});
+  FParts.docks.details->ShowSections(
+      {{QObject::tr("Mission"), HeaderFigures(mission.Data)},
+       {QObject::tr("Events"), EventFigures(mission.Summary, mission.Events, mission.Axes)},
+       {QObject::tr("Sensors"), NamedSensorFigures(mission)}});
 }
 
 void TMainScreen::RefreshGrid(std::string_view grid) {

@@ -63,7 +63,7 @@ std::unique_ptr<QTextDocument> MakeReport(const TShownMission& mission) {
       mission.Damage.empty() ? QString() : "<p class='damage'>" + QtText(mission.Damage).toHtmlEscaped() + "</p>";
   document->setHtml("<p>" + Safe(mission.Display.Company) + "</p><p class='title'>Shock report</p>" + damage +
                     FigureTable("Mission", HeaderFigures(mission.Data)) +
-                    FigureTable("Events", EventFigures(mission.Summary, mission.Events)) +
+                    FigureTable("Events", EventFigures(mission.Summary, mission.Events, mission.Axes)) +
                     FigureTable("Sensors", NamedSensorFigures(mission)) +
                     ImportantTable(mission.Tables.Important, mission.Display.Formats));
   return document;
