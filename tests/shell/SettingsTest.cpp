@@ -140,20 +140,24 @@ TEST_F(SettingsFile, WhatDoesNotParseTakesItsDefaultAndWhatIsUnknownStays) {
   EXPECT_THAT(Text(), HasSubstr("Extra = x\n"));
 }
 
-TEST_F(SettingsFile, WhatCannotBeReadIsKeptAsideAndSaidOnce) {
-  for (const bool folder : {false, true}) {
-    if (folder) {
-      std::filesystem::create_directories(FPath / "mine");
-    } else {
-      Write(std::string(2'000'000, 'x'));
-    }
-    EXPECT_THAT([this] { Read(); }, testing::ThrowsMessage<std::runtime_error>(HasSubstr("kept as")));
+TEST_F(SettingsFile, WhatCannotBeReadOrMakesNoSenseIsKeptAsideAndSaidOnce) {
+  using namespace std::string_literals;
+  const std::string texts[] = {std::string(2'000'000, 'x'), "[Date]\nDate Format=3\0"s, "\xFF\xFE[\0D\0a\0"s,
+                               "somebody's notes\n", "[Mine]\nDate Format=3\n"};
+  for (const std::string& text : texts) {
+    Write(text);
+    EXPECT_THAT([this] { Read(); }, testing::ThrowsMessage<std::runtime_error>(HasSubstr("kept as"))) << text.size();
+    EXPECT_EQ(FScreen.Value("cmbSettingsDateTimeFormat"), TControlValue(0)) << text.size();
+    EXPECT_EQ(BytesOfFile(FFolder / "settings-kept.ini"), TBytes(text.begin(), text.end()));
     WriteSettings(FFolder.Path(), FScreen);
     EXPECT_EQ(TIniFile::Load(FPath).ReadInteger("Date", "Date Format", 9), 0);
-    std::filesystem::remove(FPath);
+    for (const char* name : {"settings.ini", "settings-kept.ini"}) std::filesystem::remove(FFolder / name);
   }
-  EXPECT_EQ(std::filesystem::file_size(FFolder / "settings-kept.ini"), 2'000'000U);
-  EXPECT_TRUE(std::filesystem::is_directory(FFolder / "settings-kept-2.ini/mine"));
+  std::filesystem::create_directories(FPath / "mine");
+  EXPECT_THROW(Read(), std::runtime_error);
+  EXPECT_TRUE(std::filesystem::is_directory(FFolder / "settings-kept.ini/mine"));
+  Write("");
+  EXPECT_NO_THROW(Read());
 }
 
 TEST(ColourNames, AreWrittenAsNameOrAsBlueGreenRed) {
