@@ -20,10 +20,10 @@ TEST(StartUp, TheWindowIsPreparedInThisOrder) {
                 kDockPanelNames + kFileControlNames + "; disable dxBarReload; prepare sensors axes; ");
 }
 
-TEST(StartUp, EveryPlainFileOfTheManualGetsAnIconBetweenCaptionAndCards) {
+TEST(StartUp, EveryPlainFileOfTheManualThatIsNotHiddenGetsAnIconBetweenCaptionAndCards) {
   const TTempFolder folder;
   std::filesystem::create_directories(folder / "doc_shock/a-folder");
-  for (const char* name : {"Quick-Start-1.pdf", "notes"}) WriteFile(folder / "doc_shock" / name, {1});
+  for (const char* name : {"Quick-Start-1.pdf", "notes", ".directory"}) WriteFile(folder / "doc_shock" / name, {1});
   TLoggingScreen screen;
   TRecentDocuments recent;
   FormCreate({folder.Path(), "1.0.0.0", "", ""}, recent, screen);
