@@ -359,7 +359,7 @@ void TKorvexMainForm::actSaveUserLayoutExecute() {
 }
 
 void TKorvexMainForm::actLoadUserLayoutExecute() {
-  LoadUserLayout(FProgram, *FScreen);
+  LoadUserLayout(FProgram, FFlow->View(), *FScreen);
 }
 
 void TKorvexMainForm::actPrintViewExecute() {
