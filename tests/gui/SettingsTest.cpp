@@ -235,6 +235,11 @@ TEST_F(SettingsOfTheWindow, ALimitThatIsRefusedSaysWhyUntilSomebodyTypesAgain) {
   EXPECT_TRUE(Find<QWidget>("pnlAlarmLimits")->rect().contains(problem->geometry()));
   QTest::keyClicks(Find<TLimitEdit>("dxBarSpinAlarmPresMin"), "1");
   EXPECT_FALSE(problem->isVisible());
+  limit->setFocus();
+  limit->selectAll();
+  QTest::keyClicks(limit, "1 000");
+  Find<QWidget>("pnlAlarmLimits")->hide();
+  EXPECT_THAT(Find<QLabel>("lblStatusHint")->text().toStdString(), HasSubstr("“1 000”"));
 }
 
 TEST_F(SettingsOfTheWindow, WithoutALevelInTheFileTheUsersLimitsCanBeEdited) {

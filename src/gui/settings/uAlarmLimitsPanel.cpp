@@ -1,9 +1,11 @@
 #include "gui/settings/uAlarmLimitsPanel.h"
 
 #include <QCheckBox>
+#include <QCoreApplication>
 #include <QGridLayout>
 #include <QLabel>
 #include <QScreen>
+#include <QStatusTipEvent>
 #include <algorithm>
 
 #include "gui/common/uTheme.h"
@@ -83,6 +85,10 @@ void TAlarmLimitsPanel::ShowProblem(const QString& problem) {
   FProblem->setText(problem);
   FProblem->setVisible(!problem.isEmpty());
   adjustSize();
+  if (problem.isEmpty()) return;
+  // A click beside the panel takes what is typed and closes it; the window's status bar is still there.
+  QStatusTipEvent tip(problem);
+  QCoreApplication::sendEvent(parentWidget(), &tip);
 }
 
 void TAlarmLimitsPanel::OpenBelow(const QWidget& button) {

@@ -13,7 +13,7 @@ class TAlarmLimitsPanel : public QFrame {
   explicit TAlarmLimitsPanel(QWidget* parent);
   // Below `button`, wholly on its screen.
   void OpenBelow(const QWidget& button);
-  // Why a limit keeps its value; empty: nothing to say.
+  // Why a limit keeps its value, also in the window's status bar; empty: nothing to say.
   void ShowProblem(const QString& problem);
 
  private:
