@@ -163,7 +163,7 @@ int main(int argc, char** argv) {
   WriteBenchRecording(file, {events, 4, 40});
   TProgram program;
   program.version = "0.0.0.0";
-  TKorvexMainForm form(program, TReadFileThread::kNoMemoryBound);
+  TKorvexMainForm form(program, [] { return TReadFileThread::kNoMemoryBound; });
   form.resize(1400, 900);
   form.show();
   Settle();

@@ -1,7 +1,9 @@
 // The measured quantities that people set decimal formats and alarm limits for, and the test against a limit.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
+#include <limits>
 
 // Those with alarm limits come first.
 enum class TQuantity {
@@ -28,13 +30,20 @@ struct TLimits {
   bool operator==(const TLimits&) const = default;
 };
 
-inline bool IsBelow(const TLimits& limits, double value) {
-  return value < limits.least;
+// The single next to a limit as it was typed; the largest single for one beyond that.
+inline float LimitAsSingle(double limit) {
+  constexpr double kLargest = std::numeric_limits<float>::max();
+  return static_cast<float>(std::clamp(limit, -kLargest, kLargest));
 }
-inline bool IsAbove(const TLimits& limits, double value) {
-  return value > limits.largest;
+
+// Values are singles, so limits are compared as singles: a battery at 2.6 V is not below a limit of 2.6.
+inline bool IsBelow(const TLimits& limits, float value) {
+  return value < LimitAsSingle(limits.least);
+}
+inline bool IsAbove(const TLimits& limits, float value) {
+  return value > LimitAsSingle(limits.largest);
 }
 // A value equal to a limit is inside, so is NaN.
-inline bool IsOutside(const TLimits& limits, double value) {
+inline bool IsOutside(const TLimits& limits, float value) {
   return IsBelow(limits, value) || IsAbove(limits, value);
 }

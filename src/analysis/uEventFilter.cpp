@@ -11,6 +11,7 @@
 namespace {
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr float kOpen = std::numeric_limits<float>::infinity();
 
 using TMask = std::vector<std::uint8_t>;  // bytes, so that a compiler makes many comparisons at once
 
@@ -39,12 +40,6 @@ void KeepAxes(const TEventFilter& filter, std::span<const TEvent> events, TMask&
   for (std::size_t row = 0; row < through.size(); ++row) through[row] &= wanted[PeakAxis(events[row])];
 }
 
-// The single next to an end that a single can hold.
-float SingleOf(const std::optional<double>& end, double open) {
-  constexpr double kLargest = std::numeric_limits<float>::max();
-  return end ? static_cast<float>(std::clamp(*end, -kLargest, kLargest)) : static_cast<float>(open);
-}
-
 // Moments are shown rounded to this, so half a millisecond beside an end still counts.
 double WholeMs(double dateTime) {
   return std::round(dateTime * kMsPerDay);
@@ -58,8 +53,8 @@ std::vector<bool> EventsThrough(const TEventFilter& filter, const TDataset& tabl
   for (std::size_t i = 0; i < kFilteredFields.size(); ++i) {
     const TRange& range = filter.ranges[i];
     if (!range.IsSet()) continue;
-    const float from = SingleOf(range.from, -kInfinity);
-    const float to = SingleOf(range.to, kInfinity);
+    const float from = range.from ? LimitAsSingle(*range.from) : -kOpen;
+    const float to = range.to ? LimitAsSingle(*range.to) : kOpen;
     Keep(table, kFilteredFields[i], &TDataset::Singles, through,
          [from, to](float value) { return (value >= from) & (value <= to); });
   }

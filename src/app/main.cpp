@@ -103,8 +103,7 @@ int Run(const TArguments& arguments, const char* programName) {
     program.dataFolder = RegistryFileDir();
     program.findSettingsFolder = SettingsFolder;
   }
-  // A quarter of the memory stays for everybody else.
-  TKorvexMainForm form(std::move(program), MachineMemoryBytes() / 4 * 3);
+  TKorvexMainForm form(std::move(program), MissionMemoryBytes);
   if (takesPictures) {
     for (const QString& file : SaveSnapshots(form, QtText(arguments.file), QtText(*arguments.snapshotFolder))) {
       std::printf("%s\n", Utf8(file).c_str());

@@ -11,6 +11,7 @@
 #include <system_error>
 
 #include "base/uFiles.h"
+#include "base/uText.h"
 
 namespace fs = std::filesystem;
 
@@ -48,8 +49,10 @@ TIniFile TIniFile::Load(const fs::path& path) {
   if (!fs::is_regular_file(path)) throw std::runtime_error("The file is no file.");
   if (fs::file_size(path) > kLargest) throw std::runtime_error("The file is larger than 1 MB.");
   std::ifstream file(path, std::ios::binary);
-  const std::string text{std::istreambuf_iterator<char>(file), {}};
+  std::string text{std::istreambuf_iterator<char>(file), {}};
   if (!file || text.size() > kLargest) throw std::runtime_error("The file cannot be read.");
+  if (text.find('\0') != std::string::npos) throw std::runtime_error("The file makes no sense.");
+  if (!IsUtf8(text)) text = Windows1252ToUtf8(text);
   TIniFile ini;
   if (ini.FContent->LoadData(text) < 0) throw std::runtime_error("The file makes no sense.");
   return ini;
@@ -64,6 +67,10 @@ void TIniFile::Save(const fs::path& path) const {
     file.close();
     if (!file) throw std::runtime_error("The file cannot be written whole.");
   });
+}
+
+bool TIniFile::HasSection(const std::string& section) const {
+  return FContent->GetSectionSize(section.c_str()) >= 0;
 }
 
 std::optional<std::string> TIniFile::Find(const std::string& section, const std::string& key) const {

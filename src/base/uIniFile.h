@@ -1,5 +1,6 @@
-// An INI file in memory. What it holds beyond what is asked for stays, in its place. Text is UTF-8, floats have a
-// point, booleans are "1" and "0"; sections and keys do not tell capitals from small letters.
+// An INI file in memory. What it holds beyond what is asked for stays, in its place. Text is UTF-8, and a file that is
+// not is read as Windows-1252; floats have a point, booleans are "1" and "0"; sections and keys do not tell capitals
+// from small letters.
 #pragma once
 
 #include <cstdint>
@@ -19,12 +20,13 @@ class TIniFile {
   TIniFile(TIniFile&&) noexcept;
   TIniFile& operator=(TIniFile&&) noexcept;
 
-  // Throws std::runtime_error when the file is none, cannot be read or is larger than kLargest. Lines that make no
-  // sense are passed over.
+  // Throws std::runtime_error when the file is none, cannot be read, is larger than kLargest or holds a NUL, as UTF-16
+  // does. Lines that make no sense are passed over.
   static TIniFile Load(const std::filesystem::path& path);
   // Written beside and renamed, so a failure, which throws, never costs the older file.
   void Save(const std::filesystem::path& path) const;
 
+  [[nodiscard]] bool HasSection(const std::string& section) const;
   // Nothing when there is no such key.
   [[nodiscard]] std::optional<std::string> Find(const std::string& section, const std::string& key) const;
   // The keys of a section in the order in which they stand.

@@ -26,9 +26,14 @@ char AnsiByteOf(char32_t codePoint) {
 }
 
 constexpr char32_t kMalformed = 0xFFFD;
+constexpr char32_t kLast = 0x10FFFF;
 
 bool IsControl(char32_t codePoint) {
   return codePoint < 0x20 || (codePoint >= 0x7F && codePoint < 0xA0);
+}
+
+bool IsSurrogate(char32_t codePoint) {
+  return codePoint >= 0xD800 && codePoint < 0xE000;
 }
 
 // One code point from the front of the text, which is shortened by it; kMalformed for a malformed byte.
@@ -198,8 +203,17 @@ std::string MaskFloat(std::string_view mask, double value) {
 bool IsPlainLine(std::string_view utf8) {
   while (!utf8.empty()) {
     const char32_t codePoint = TakeCodePoint(utf8);
-    const bool isSurrogate = codePoint >= 0xD800 && codePoint < 0xE000;
-    if (IsControl(codePoint) || codePoint == kMalformed || isSurrogate) return false;
+    if (IsControl(codePoint) || codePoint == kMalformed || IsSurrogate(codePoint)) return false;
+  }
+  return true;
+}
+
+bool IsUtf8(std::string_view text) {
+  while (!text.empty()) {
+    const std::size_t before = text.size();
+    const char32_t codePoint = TakeCodePoint(text);
+    const bool isMalformed = codePoint == kMalformed && before - text.size() == 1;  // the character itself has 3 bytes
+    if (isMalformed || IsSurrogate(codePoint) || codePoint > kLast) return false;
   }
   return true;
 }

@@ -31,5 +31,8 @@ std::string Printable(std::string_view utf8);
 // Whole UTF-8 without control characters: what can stand on a line and comes back from a window as it was.
 bool IsPlainLine(std::string_view utf8);
 
+// Every byte belongs to a character. Text in an 8-bit code page with a letter beyond ASCII hardly ever does.
+bool IsUtf8(std::string_view text);
+
 // Appends an item to a list in words: as it is when the text is empty, else after ", ".
 void AppendListItem(std::string& text, std::string_view item);

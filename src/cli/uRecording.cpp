@@ -64,8 +64,7 @@ TRecording ReadRecording(const std::string& file, const TConsole& console) {
   {
     TReadingPort port(console);
     const TPortHandle handle(port);
-    // A quarter of the memory stays for everybody else.
-    TReadFileThread thread(handle.Value(), PathFromUtf8(file), MachineMemoryBytes() / 4 * 3);
+    TReadFileThread thread(handle.Value(), PathFromUtf8(file), MissionMemoryBytes());
     thread.WaitFor();
     recording.message = port.Last;
     recording.blocks = port.Blocks;

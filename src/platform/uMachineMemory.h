@@ -2,6 +2,12 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
+#include <string_view>
 
-// Bytes: the machine's memory or, where it is smaller, the limit that was set for this process.
-std::uint64_t MachineMemoryBytes();
+// Bytes that a mission may take at this moment: three quarters of the machine's memory, of a limit that was set for
+// this process, and of what is available, whichever is the least. The rest stays for everybody else.
+std::uint64_t MissionMemoryBytes();
+
+// Bytes that programs can take without swapping, as the text of /proc/meminfo says; nothing when it does not.
+std::optional<std::uint64_t> AvailableMemoryIn(std::string_view meminfo);

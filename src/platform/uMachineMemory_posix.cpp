@@ -2,6 +2,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <charconv>
 #include <filesystem>
 #include <fstream>
 #include <limits>
@@ -39,10 +40,32 @@ std::uint64_t AddressSpaceLimit() {
   return getrlimit(RLIMIT_AS, &limit) == 0 && limit.rlim_cur != RLIM_INFINITY ? limit.rlim_cur : kNoLimit;
 }
 
+std::uint64_t Available() {
+  std::ifstream file("/proc/meminfo");
+  const std::string text{std::istreambuf_iterator<char>(file), {}};
+  return AvailableMemoryIn(text).value_or(kNoLimit);
+}
+
 }  // namespace
 
-std::uint64_t MachineMemoryBytes() {
+std::optional<std::uint64_t> AvailableMemoryIn(std::string_view meminfo) {
+  constexpr std::string_view kName = "MemAvailable:";
+  while (!meminfo.empty()) {
+    const std::string_view line = meminfo.substr(0, meminfo.find('\n'));
+    meminfo.remove_prefix(std::min(line.size() + 1, meminfo.size()));
+    if (!line.starts_with(kName)) continue;
+    const std::size_t digits = std::min(line.find_first_not_of(' ', kName.size()), line.size());
+    std::uint64_t kibibytes = 0;
+    const char* end = line.data() + line.size();
+    const auto [rest, error] = std::from_chars(line.data() + digits, end, kibibytes);
+    if (error != std::errc() || std::string_view(rest, end) != " kB") return std::nullopt;
+    return kibibytes * 1024;
+  }
+  return std::nullopt;
+}
+
+std::uint64_t MissionMemoryBytes() {
   const auto installed =
       static_cast<std::uint64_t>(sysconf(_SC_PHYS_PAGES)) * static_cast<std::uint64_t>(sysconf(_SC_PAGE_SIZE));
-  return std::min({installed, AddressSpaceLimit(), GroupLimit()});
+  return std::min({installed, AddressSpaceLimit(), GroupLimit(), Available()}) / 4 * 3;
 }

@@ -43,7 +43,7 @@ const TCellColumn* ColumnOf(const TDataset& table, std::size_t row, std::size_t 
 }
 
 // Temperatures always say where they stand; the others are marked while the alarm is on.
-TCellImage ImageOf(TQuantity quantity, double value, const TDisplaySettings& settings) {
+TCellImage ImageOf(TQuantity quantity, float value, const TDisplaySettings& settings) {
   if (static_cast<std::size_t>(quantity) >= kLimitedQuantityCount) return TCellImage::None;
   const TLimits& limits = settings.LimitsOf(quantity);
   if (quantity == TQuantity::Temperature) {
@@ -68,7 +68,7 @@ TCellDrawing DrawCell(const TDataset& table, std::size_t row, std::size_t field,
   }
   const float value = table.Single(row, field);
   drawing.text = TextOf(*column, value, settings.Formats);
-  drawing.image = ImageOf(column->quantity, double{value}, settings);
+  drawing.image = ImageOf(column->quantity, value, settings);
   if (drawing.image != TCellImage::None) drawing.textOffset = kOffsetBesideImage;
   return drawing;
 }

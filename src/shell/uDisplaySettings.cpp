@@ -68,8 +68,10 @@ TDisplaySettings ReadDisplaySettings(const TMissionData& mission, const IMainScr
                           std::get<double>(screen.Value(kLimitControls[i].largest))};
   }
   const double level = mission.adxl_level_on;
-  settings.AccelerationFromFile =
-      mission.bValid && std::isfinite(level) && level > 0 && std::get<bool>(screen.Value("chboxLoadAccAlarmFromFile"));
+  const bool wanted = mission.bValid && std::get<bool>(screen.Value("chboxLoadAccAlarmFromFile"));
+  const bool usable = std::isfinite(level) && level > 0;
+  settings.AccelerationFromFile = wanted && usable;
+  settings.NoLevelInFile = wanted && !usable;
   if (settings.AccelerationFromFile) {
     settings.Limits[static_cast<std::size_t>(TQuantity::Acceleration)] = {-level, level};
   }

@@ -25,6 +25,7 @@ struct TDisplaySettings {
                           "0.0",    "0.0",   "0.0",   "0.####", "0.#", "0.###"};
   std::array<TLimits, kLimitedQuantityCount> Limits{};  // in force
   bool AccelerationFromFile = false;                    // the limits in force are the recording's
+  bool NoLevelInFile = false;                           // they would be, but the recording names no level
   bool AlarmActive = false;
   bool PointAbsorption = true;
   std::string Company;
@@ -40,6 +41,6 @@ struct TDisplaySettings {
   bool operator==(const TDisplaySettings&) const = default;
 };
 
-// The acceleration limits are those of a shown mission when the settings say so: ± the level that opens an event, where
-// that is a number above 0.
+// The acceleration limits are those of a shown mission when the settings say so: ± the level that opens an event. Where
+// that is no number above 0, the user's limits are in force.
 TDisplaySettings ReadDisplaySettings(const TMissionData& mission, const IMainScreen& screen);

@@ -54,10 +54,11 @@ class TFileFlow::TScreenProgress final : public IProgress {
   TFileFlow& FFlow;
 };
 
-TFileFlow::TFileFlow(TProgram program, std::uint64_t port, std::uint64_t memoryBound, IMainScreen& screen)
+TFileFlow::TFileFlow(TProgram program, std::uint64_t port, std::function<std::uint64_t()> memoryBound,
+                     IMainScreen& screen)
     : FProgram(std::move(program)),
       FPort(port),
-      FMemoryBound(memoryBound),
+      FMemoryBound(std::move(memoryBound)),
       FScreen(screen),
       FRememberedFolder(FProgram.dataFolder) {}
 
@@ -160,7 +161,7 @@ void TFileFlow::OpenDataFile(const std::string& fileName) {
     return;
   }
   try {
-    FReader = std::make_unique<TReadFileThread>(FPort, PathFromUtf8(fileName), FMemoryBound);
+    FReader = std::make_unique<TReadFileThread>(FPort, PathFromUtf8(fileName), FMemoryBound());
   } catch (const std::exception& error) {  // no thread, no memory
     Fail("The file cannot be read.", error.what());
     return;

@@ -26,9 +26,9 @@ class TFileFlow {
  public:
   enum class TState { Welcome, Reading, Filling, Shown, Exporting };
 
-  // `port` is the handle on which the reader's messages come back to HandleMessage; the read fails before the mission
-  // outgrows `memoryBound` bytes.
-  TFileFlow(TProgram program, std::uint64_t port, std::uint64_t memoryBound, IMainScreen& screen);
+  // `port` is the handle on which the reader's messages come back to HandleMessage; a read fails before the mission
+  // outgrows the bytes that `memoryBound` gives when it begins.
+  TFileFlow(TProgram program, std::uint64_t port, std::function<std::uint64_t()> memoryBound, IMainScreen& screen);
 
   [[nodiscard]] TState State() const { return FState; }
   // A file is being read, the views are being filled or an export runs: commands are refused.
@@ -100,7 +100,7 @@ class TFileFlow {
 
   TProgram FProgram;
   std::uint64_t FPort;
-  std::uint64_t FMemoryBound;
+  std::function<std::uint64_t()> FMemoryBound;
   IMainScreen& FScreen;
   TState FState = TState::Welcome;
   TView FView = TView::Overview;

@@ -27,7 +27,7 @@ void SaveUserLayout(const TProgram& program, IMainScreen& screen) {
   steps.Tell(screen, kNotSaved);
 }
 
-void LoadUserLayout(const TProgram& program, IMainScreen& screen) {
+void LoadUserLayout(const TProgram& program, TView view, IMainScreen& screen) {
   const std::string folder = program.findSettingsFolder();
   const fs::path file = PathFromUtf8(folder) / kUserLayoutFile;
   std::error_code unknown;
@@ -37,6 +37,7 @@ void LoadUserLayout(const TProgram& program, IMainScreen& screen) {
   }
   TSteps steps;
   steps.Run(file, [&] { screen.LoadLayout(file); });
+  if (AllDockPanelsAreClosed(screen)) ShowDockPanels(screen, view);
   steps.Tell(screen, "The user layout cannot be used.");
 }
 

@@ -9,8 +9,9 @@ inline constexpr std::string_view kUserLayoutFile = "user-layout.ini";
 
 // Saves the arrangement as the user layout, which the next start loads. One message when that fails.
 void SaveUserLayout(const TProgram& program, IMainScreen& screen);
-// One message when there is no user layout, or when it is of no use and the designed arrangement stands instead.
-void LoadUserLayout(const TProgram& program, IMainScreen& screen);
+// A layout that was saved with every panel closed comes with the view's panels, in their places. One message when there
+// is no user layout, or when it is of no use and the designed arrangement stands instead.
+void LoadUserLayout(const TProgram& program, TView view, IMainScreen& screen);
 // The default layout of the settings folder, or the designed one where that is missing or of no use, with every panel
 // that belongs to the view.
 void LoadDefaultLayout(const TProgram& program, TView view, IMainScreen& screen);

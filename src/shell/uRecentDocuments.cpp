@@ -57,6 +57,7 @@ void Write(TIniFile& ini, const TSections& sections, const std::vector<TRecentEn
 
 void TRecentList::Add(const std::string& path) {
   if (!MayBeListed(path)) return;
+  FChanges.push_back({TChange::Added, path});
   const auto found = std::ranges::find(FEntries, path, &TRecentEntry::Path);
   const bool pinned = found != FEntries.end() && found->Pinned;
   if (found != FEntries.end()) FEntries.erase(found);
@@ -68,6 +69,7 @@ void TRecentList::SetPinned(const std::string& path, bool pinned) {
   const auto found = std::ranges::find(FEntries, path, &TRecentEntry::Path);
   const auto count = static_cast<std::size_t>(std::ranges::count(FEntries, true, &TRecentEntry::Pinned));
   if (found == FEntries.end() || found->Pinned == pinned || (pinned && count >= kMostPinned)) return;
+  FChanges.push_back({pinned ? TChange::Pinned : TChange::Unpinned, path});
   found->Pinned = pinned;
   // It is the latest of those it now belongs to.
   std::rotate(FEntries.begin(), found, found + 1);
@@ -75,6 +77,7 @@ void TRecentList::SetPinned(const std::string& path, bool pinned) {
 }
 
 void TRecentList::Remove(const std::string& path) {
+  FChanges.push_back({TChange::Removed, path});
   std::erase_if(FEntries, [&](const TRecentEntry& entry) { return entry.Path == path; });
 }
 
@@ -83,7 +86,21 @@ void TRecentList::Take(std::vector<TRecentEntry> entries) {
   std::erase_if(entries,
                 [&](const TRecentEntry& entry) { return !MayBeListed(entry.Path) || !seen.insert(entry.Path).second; });
   FEntries = std::move(entries);
+  FChanges.clear();
   Arrange();
+}
+
+TRecentList TRecentList::RepeatedOn(TRecentList other) const {
+  for (const auto& [what, path] : FChanges) {
+    if (what == TChange::Removed) {
+      other.Remove(path);
+    } else {
+      if (what != TChange::Unpinned) other.Add(path);
+      if (what != TChange::Added) other.SetPinned(path, what == TChange::Pinned);
+    }
+  }
+  other.FChanges.clear();
+  return other;
 }
 
 void TRecentList::Arrange() {
@@ -101,21 +118,31 @@ void TRecentDocuments::Add(const std::string& fileName) {
 }
 
 void TRecentDocuments::Load(const fs::path& file) {
+  *this = {};
   std::error_code unknown;
-  FKeepAside = fs::exists(fs::symlink_status(file, unknown));
-  if (!FKeepAside) return;
+  if (!fs::exists(fs::symlink_status(file, unknown))) return;
   const TIniFile ini = TIniFile::Load(file);
   Files.Take(Read(ini, kFiles));
   Folders.Take(Read(ini, kFolders));
-  FKeepAside = Files.Entries().empty() && Folders.Entries().empty() && fs::file_size(file) > 0;
-  if (FKeepAside) throw std::runtime_error("The file makes no sense.");
+  const bool isEmpty = Files.Entries().empty() && Folders.Entries().empty();
+  if (isEmpty && fs::file_size(file) > 0) throw std::runtime_error("The file makes no sense.");
 }
 
 void TRecentDocuments::Save(const fs::path& file) {
-  if (FKeepAside) KeepAside(file);
-  FKeepAside = false;
+  TRecentDocuments merged = *this;
+  if (fs::exists(fs::symlink_status(file))) {
+    try {
+      TRecentDocuments others;
+      others.Load(file);
+      merged.Files = Files.RepeatedOn(std::move(others.Files));
+      merged.Folders = Folders.RepeatedOn(std::move(others.Folders));
+    } catch (const std::runtime_error&) {
+      KeepAside(file);
+    }
+  }
   TIniFile ini;
-  Write(ini, kFiles, Files.Entries());
-  Write(ini, kFolders, Folders.Entries());
+  Write(ini, kFiles, merged.Files.Entries());
+  Write(ini, kFolders, merged.Folders.Entries());
   ini.Save(file);
+  *this = std::move(merged);
 }

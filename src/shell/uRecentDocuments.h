@@ -1,5 +1,6 @@
 // The recordings that were shown last, and their folders. Pinned ones come first and stay; of the others each list
-// keeps the last 20. Paths are absolute; one that is no plain line of text is not listed. Main thread only.
+// keeps the last 20. Paths are absolute; one that is no plain line of text is not listed. Several windows share the
+// file: each repeats its own changes on what the file holds when it saves. Main thread only.
 #pragma once
 
 #include <cstddef>
@@ -28,11 +29,19 @@ class TRecentList {
   void Remove(const std::string& path);
   // What a file says; what may not be listed and what comes twice is passed over.
   void Take(std::vector<TRecentEntry> entries);
+  // The other list with the changes of this one since Take. A path that was pinned here is listed again if the other
+  // lost it.
+  [[nodiscard]] TRecentList RepeatedOn(TRecentList other) const;
 
  private:
+  struct TChange {
+    enum { Added, Pinned, Unpinned, Removed } what;
+    std::string path;
+  };
   void Arrange();
 
   std::vector<TRecentEntry> FEntries;
+  std::vector<TChange> FChanges;  // since Take
 };
 
 class TRecentDocuments {
@@ -44,11 +53,10 @@ class TRecentDocuments {
   void Add(const std::string& fileName);
 
   // Fills the lists from "recentdocuments.ini"; they are empty when there is none. Throws std::runtime_error when the
-  // file cannot be read or nothing in it makes sense: the lists are empty, and Save keeps that file under another name.
+  // file cannot be read or nothing in it makes sense; the lists are empty then.
   void Load(const std::filesystem::path& file);
-  // Rewrites the file. A failure, which throws, costs no older file.
+  // Repeats the changes since Load on what the file holds by then; the lists become that, and the file is rewritten.
+  // Where there is no file, or one that Load cannot use, which is kept under another name, the lists are written as
+  // they stand. A failure, which throws, costs no older file and no change.
   void Save(const std::filesystem::path& file);
-
- private:
-  bool FKeepAside = false;  // the file holds something that was not read
 };

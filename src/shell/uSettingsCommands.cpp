@@ -1,19 +1,10 @@
 #include "shell/uSettingsCommands.h"
 
+#include <fmt/format.h>
+
 #include "base/uDateTime.h"
+#include "base/uText.h"
 #include "shell/uFilterCommands.h"
-
-namespace {
-
-// The user's limits rest while the recording's count.
-void EnableAccelerationLimits(IMainScreen& screen) {
-  const bool fromFile = std::get<bool>(screen.Value("chboxLoadAccAlarmFromFile"));
-  for (const std::string_view spin : {"dxBarSpinAlarmAccMin", "dxBarSpinAlarmAccMax"}) {
-    screen.SetEnabled(spin, !fromFile);
-  }
-}
-
-}  // namespace
 
 std::vector<TFigure> NamedSensorFigures(const TShownMission& mission) {
   std::vector<TFigure> figures = SensorFigures(mission.Summary);
@@ -29,18 +20,29 @@ std::vector<TFigure> NamedSensorFigures(const TShownMission& mission) {
   return figures;
 }
 
+void ShowLimitsInForce(const TShownMission* mission, IMainScreen& screen) {
+  const bool fromFile = mission != nullptr && mission->Display.AccelerationFromFile;
+  std::string text;
+  if (fromFile) {
+    const TLimits& limits = mission->Display.LimitsOf(TQuantity::Acceleration);
+    text = fmt::format("from the file: {} … {} g", GeneralFloat(limits.least), GeneralFloat(limits.largest));
+  } else if (mission != nullptr && mission->Display.NoLevelInFile) {
+    text = "the file names no level";
+  }
+  screen.SetText("lblAlarmAccFromFile", text);
+  for (const std::string_view edit : {"dxBarSpinAlarmAccMin", "dxBarSpinAlarmAccMax"}) {
+    screen.SetEnabled(edit, !fromFile);
+  }
+}
+
 void ApplySettings(TShownMission& mission, IMainScreen& screen) {
   TDisplaySettings now = ReadDisplaySettings(mission.Data, screen);
-  const bool changed = now != mission.Display;
+  if (now == mission.Display) return;
   const bool limitsChanged = now.Limits != mission.Display.Limits;
-  if (changed) {
-    mission.Display = std::move(now);
-    SetShortDateFormat(mission.Display.DateFormat);
-    ApplyDateFormat(mission.Tables);
-    ApplyAnalogNames(mission.Display.AnalogNames, mission.Tables);
-  }
-  EnableAccelerationLimits(screen);
-  if (!changed) return;
+  mission.Display = std::move(now);
+  SetShortDateFormat(mission.Display.DateFormat);
+  ApplyDateFormat(mission.Tables);
+  ApplyAnalogNames(mission.Display.AnalogNames, mission.Tables);
   screen.RefreshDisplay(mission);
   if (limitsChanged) AlarmLimitsChanged(mission, screen);
 }

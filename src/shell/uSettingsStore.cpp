@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <charconv>
 #include <stdexcept>
 #include <string>
@@ -47,6 +48,10 @@ void ReadSetting(const TIniFile& ini, const TSetting& row, IMainScreen& screen) 
       }
       break;
   }
+}
+
+bool HoldsSettings(const TIniFile& ini) {
+  return std::ranges::any_of(Settings(), [&](const TSetting& row) { return ini.HasSection(std::string(row.section)); });
 }
 
 void WriteSetting(TIniFile& ini, const TSetting& row, const IMainScreen& screen) {
@@ -97,6 +102,7 @@ void ReadSettings(const fs::path& folder, IMainScreen& screen) {
   TIniFile ini;
   try {
     ini = TIniFile::Load(path);
+    if (!HoldsSettings(ini) && fs::file_size(path) > 0) throw std::runtime_error("The file makes no sense.");
   } catch (const std::exception& error) {
     throw std::runtime_error(fmt::format("{} It is kept as {}.", error.what(), Utf8FromPath(KeepAside(path))));
   }

@@ -22,13 +22,15 @@ constexpr std::uint32_t kWhite = 0xFFFFFF;
 constexpr std::string_view kLogoFiles[] = {"Company-Logo.png", "Report-Logo.png"};
 constexpr std::string_view kRecentDocumentsFile = "recentdocuments.ini";
 
-// The plain files of the folder, in the order in which the search returns them; none when there is no folder.
+// The plain files of the folder that are not hidden, in the order in which the search returns them; none when there is
+// no folder.
 std::vector<fs::path> ManualDocuments(const fs::path& folder) {
   std::vector<fs::path> documents;
   std::error_code error;
   for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
     std::error_code unknownKind;
-    if (entry->is_regular_file(unknownKind)) documents.push_back(entry->path());
+    const bool isHidden = entry->path().filename().native().front() == '.';
+    if (!isHidden && entry->is_regular_file(unknownKind)) documents.push_back(entry->path());
   }
   return documents;
 }

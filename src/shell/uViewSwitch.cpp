@@ -97,6 +97,10 @@ std::vector<std::string_view> ClosedDockPanels(const IMainScreen& screen) {
   return closed;
 }
 
+bool AllDockPanelsAreClosed(const IMainScreen& screen) {
+  return ClosedDockPanels(screen).size() == std::size(kDockPanels);
+}
+
 void HideFileControls(IMainScreen& screen) {
   Hide(screen, {kFileGroups, kViewButtons, kOverviewItems, kShockItems, kReportItems, kSensorButtons,
                 kEventsChartGroups, kShockChartGroups, kSensorsChartGroups, kExportGroups, kFilterPanel});

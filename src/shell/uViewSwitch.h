@@ -19,6 +19,7 @@ void CloseAllPanels(IMainScreen& screen);
 void ShowDockPanels(IMainScreen& screen, TView view);
 // The dock panels that are closed.
 std::vector<std::string_view> ClosedDockPanels(const IMainScreen& screen);
+bool AllDockPanelsAreClosed(const IMainScreen& screen);
 // Hides what only a shown file needs: ribbon groups and view buttons.
 void HideFileControls(IMainScreen& screen);
 // Brings back the buttons that lead to the views, and the exports of the mission.

@@ -125,6 +125,7 @@ TEST_F(EventFilter, AboveAlarmIsOutsideTheLimitsInForceAndNothingWithoutThem) {
   EXPECT_THAT(Through(filter), ElementsAre(0, 1, 2, 3, 4, 5));
   EXPECT_THAT(Through(filter, TLimits{-9, 9}), ElementsAre(0)) << "9 g is inside";
   EXPECT_THAT(Through(filter, TLimits{1, 10}), ElementsAre(0, 2, 5));
+  EXPECT_THAT(Through(filter, TLimits{-0.1, 0.1}), ElementsAre(0, 1)) << "the table's 0.1 is the single next to it";
 }
 
 TEST_F(EventFilter, ConditionsAreJoinedByAnd) {

@@ -66,11 +66,31 @@ TEST_F(IniFile, WhatIsWrittenReadsBackAndTheRestStaysInItsPlace) {
   EXPECT_THAT(Text(), testing::Not(testing::HasSubstr("[S]")));
 }
 
+TEST_F(IniFile, TextThatIsNotUtf8IsWindows1252) {
+  Write("[S]\nT = M\xFCller \x80\n");
+  EXPECT_EQ(TIniFile::Load(FPath).ReadString("S", "T", ""), "Müller €");
+  // Characters of two, three and four bytes, the one for what is malformed among them.
+  for (const char* utf8 : {"Müller", "€ \uFFFD", "\U0001F600", "\U0010FFFF"}) {
+    Write(std::string("[S]\nT = ") + utf8);
+    EXPECT_EQ(TIniFile::Load(FPath).ReadString("S", "T", ""), utf8);
+  }
+  // A character cut short, a surrogate, a character past the last.
+  const std::pair<const char*, const char*> cases[] = {
+      {"\xC3", "Ã"}, {"\xED\xA0\x80", "í\u00A0€"}, {"\xF4\x90\x80\x80", "ô\u0090€€"}};
+  for (const auto& [bytes, text] : cases) {
+    Write(std::string("[S]\nT = ") + bytes);
+    EXPECT_EQ(TIniFile::Load(FPath).ReadString("S", "T", ""), text);
+  }
+}
+
 TEST_F(IniFile, RubbishIsReadAndWhatCannotBeReadIsSaid) {
-  std::string rubbish(5000, '\0');
-  for (std::size_t i = 0; i < rubbish.size(); ++i) rubbish[i] = static_cast<char>(i * 7919 >> 3);
+  std::string rubbish(5000, 'x');
+  for (std::size_t i = 0; i < rubbish.size(); ++i) rubbish[i] = static_cast<char>((i * 7919 >> 3) | 1);
   Write(rubbish);
   EXPECT_EQ(TIniFile::Load(FPath).ReadInteger("S", "I", 3), 3);
+  rubbish[4000] = '\0';
+  Write(rubbish);
+  EXPECT_THROW(TIniFile::Load(FPath), std::runtime_error);
   Write(std::string(1'000'001, 'x'));
   EXPECT_THROW(TIniFile::Load(FPath), std::runtime_error);
   EXPECT_THROW(TIniFile::Load(FFolder.Path()), std::runtime_error);

@@ -17,8 +17,13 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTreeView>
+#include <algorithm>
+#include <atomic>
+#include <mutex>
+#include <thread>
 
-#include "gui/ribbon/uRecordingFolder.h"
+#include "gui/common/uBackgroundTask.h"
+#include "gui/ribbon/uRecordingList.h"
 #include "gui/welcome/uLoadingPanel.h"
 #include "gui/welcome/uUserManualIcon.h"
 #include "gui/welcome/uWellcomePanel.h"
@@ -61,7 +66,15 @@ class Backstage : public testing::Test {
     QTest::keyClick(FWindow.focusWidget(), key, modifiers);
   }
 
+  // Folders are read in the background.
+  void AwaitAnswer() {
+    const auto lists = FWindow.findChildren<TRecordingList*>();
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return std::ranges::none_of(lists, [](const TRecordingList* list) { return list->Reading(); }); },
+        60000));
+  }
   QStringList Listed(const QString& list) {
+    AwaitAnswer();
     const auto* model = Find<QTreeView>(list)->model();
     QStringList names;
     for (int row = 0; row < model->rowCount(); ++row) names << model->index(row, 0).data().toString();
@@ -129,13 +142,14 @@ TEST_F(Backstage, BrowsePathOpensAFileListsAFolderAndNamesWhatIsMissing) {
 
   path->setText(FFolder.filePath("gone.kshock"));
   QTest::keyClick(path, Qt::Key_Return);
+  AwaitAnswer();
   EXPECT_TRUE(message->isVisible());
   EXPECT_TRUE(message->text().contains("gone.kshock"));
 
   path->setText(FFolder.path());
   Find<QPushButton>("btnBrowsePathOpen")->click();
-  EXPECT_FALSE(message->isVisible());
   EXPECT_EQ(Listed("lstBrowsePath"), QStringList{"a 1.kshock"});
+  EXPECT_FALSE(message->isVisible());
   EXPECT_EQ(chosen.count(), 0);
   EXPECT_EQ(Focused(), "lstBrowsePath");
   Press(Qt::Key_Return);
@@ -146,6 +160,7 @@ TEST_F(Backstage, BrowsePathOpensAFileListsAFolderAndNamesWhatIsMissing) {
   FBackstage->show();
   path->setText(" '" + FFolder.filePath("a 1.kshock") + "' ");
   QTest::keyClick(path, Qt::Key_Return);
+  AwaitAnswer();
   ASSERT_EQ(chosen.count(), 2);
   EXPECT_EQ(chosen[1][0].toString(), FFolder.filePath("a 1.kshock"));
 }
@@ -156,10 +171,13 @@ TEST_F(Backstage, CurrentFolderListsRecordingsWhenItIsShown) {
   Press(Qt::Key_Down);
   EXPECT_TRUE(note->text().startsWith("No recording is open")) << note->text().toStdString();
   FBackstage->SetCurrentFolder(FFolder.path());
+  AwaitAnswer();
   EXPECT_TRUE(note->text().startsWith("There are no recordings in")) << note->text().toStdString();
 
   FBackstage->hide();
-  for (const char* name : {"run 10.kshock", "RUN 9.KSHOCK", "old.korvex", "notes.txt"}) Write(FFolder.filePath(name));
+  for (const char* name : {"run 10.kshock", "RUN 9.KSHOCK", "old.korvex", "notes.txt", ".hidden.kshock"}) {
+    Write(FFolder.filePath(name));
+  }
   EXPECT_TRUE(Listed("lstCurrentFolder").isEmpty());
   FBackstage->show();
   EXPECT_EQ(Listed("lstCurrentFolder"), (QStringList{"RUN 9.KSHOCK", "run 10.kshock"}));
@@ -172,6 +190,81 @@ TEST_F(Backstage, CurrentFolderListsRecordingsWhenItIsShown) {
   QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(list->model()->index(1, 0)).center());
   ASSERT_EQ(chosen.count(), 1);
   EXPECT_EQ(chosen[0][0].toString(), FFolder.filePath("RUN 9.KSHOCK"));
+}
+
+// The desktop's locale is no business of a list of recordings.
+TEST_F(Backstage, SizesAndDatesOfRecordingsAreWrittenWithAPoint) {
+  QLocale::setDefault(QLocale(QLocale::German));
+  QFile file(FFolder.filePath("run.kshock"));
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write(QByteArray(45261, 'x'));  // 44.2 KiB
+  ASSERT_TRUE(file.flush());
+  ASSERT_TRUE(file.setFileTime(QDateTime({2023, 7, 16}, {6, 5, 4}), QFileDevice::FileModificationTime));
+  file.close();
+  FBackstage->SetCurrentFolder(FFolder.path());
+  Press(Qt::Key_Down);
+  Press(Qt::Key_Down);
+  EXPECT_EQ(Listed("lstCurrentFolder"), QStringList{"run.kshock"});
+  const auto* model = Find<QTreeView>("lstCurrentFolder")->model();
+  EXPECT_EQ(model->index(0, 1).data().toString(), "44.20 KiB");
+  EXPECT_EQ(model->index(0, 2).data().toString(), "2023-07-16 06:05:04");
+  QLocale::setDefault(QLocale::c());
+}
+
+TEST_F(Backstage, AnAnswerThatComesTooLateIsDropped) {
+  QTemporaryDir other;
+  Write(FFolder.filePath("first.kshock"));
+  Write(other.filePath("second.kshock"));
+  QSignalSpy chosen(FBackstage, &TBackstage::FileChosen);
+  Find<QPushButton>("backstageBrowsePath")->click();
+  auto* path = Find<QLineEdit>("edtBrowsePath");
+  path->setText(FFolder.path());
+  QTest::keyClick(path, Qt::Key_Return);
+  path->setText(other.path());
+  QTest::keyClick(path, Qt::Key_Return);
+  EXPECT_EQ(Listed("lstBrowsePath"), QStringList{"second.kshock"});
+
+  for (const bool typed : {true, false}) {
+    path->setText(FFolder.filePath("first.kshock"));
+    QTest::keyClick(path, Qt::Key_Return);
+    typed ? QTest::keyClicks(path, "x") : Press(Qt::Key_Escape);
+    AwaitAnswer();
+    QTest::qWait(50);
+    EXPECT_EQ(chosen.count(), 0) << typed;
+  }
+}
+
+TEST(BackgroundTask, WhatHangsIsLeftBehindAndItsAnswersAreDropped) {
+  // Shared with threads that may outlive the test.
+  struct TGate {
+    std::mutex Closed;
+    std::atomic<int> Dropped = 0;
+  };
+  const auto gate = std::make_shared<TGate>();
+  gate->Closed.lock();
+  int answers = 0;
+  auto task = std::make_unique<TBackgroundTask>(nullptr);
+  const auto hangs = [gate, &answers](const TBackgroundTask::TReport& report) {
+    { const std::lock_guard wait(gate->Closed); }
+    if (!report([&answers] { ++answers; })) ++gate->Dropped;
+  };
+  for (int i = 0; i < 3; ++i) ASSERT_TRUE(task->Start(hangs));
+  std::string told;
+  ASSERT_TRUE(task->Start([&told](const TBackgroundTask::TReport& report) { report([&told] { told = "a"; }); }));
+  ASSERT_TRUE(QTest::qWaitFor([&] { return !told.empty(); }, 60000)) << "three that hang hold up no fourth";
+  for (int i = 0; i < 2; ++i) ASSERT_TRUE(task->Start(hangs));
+  ASSERT_TRUE(task->Start([&told](const TBackgroundTask::TReport& report) { report([&told] { told += "b"; }); }));
+  gate->Closed.unlock();
+  ASSERT_TRUE(QTest::qWaitFor([&] { return told == "ab"; }, 60000)) << "the latest waits for a thread";
+  EXPECT_EQ(answers, 0);
+  gate->Closed.lock();
+  ASSERT_TRUE(task->Start(hangs));
+  task.reset();
+  const int before = gate->Dropped;
+  gate->Closed.unlock();
+  ASSERT_TRUE(QTest::qWaitFor([&] { return gate->Dropped > before; }, 60000));
+  QCoreApplication::processEvents();
+  EXPECT_EQ(answers, 0) << "nobody is there to answer to";
 }
 
 TEST_F(Backstage, ReadingAFolderStopsAtItsBoundsAndSaysSo) {

@@ -141,8 +141,8 @@ TEST_F(Documents, RecentFilesAndFoldersComeBackAfterARestart) {
   Click(folders, 0, 1);
   const auto* listed = Find<QTreeView>("lstBrowsePath");
   EXPECT_TRUE(listed->isVisible());
+  EXPECT_TRUE(QTest::qWaitFor([&] { return listed->model()->rowCount() == 2; }, kPatienceMs));
   EXPECT_EQ(listed->model()->index(0, 0).data().toString(), "one.kshock");
-  EXPECT_EQ(listed->model()->rowCount(), 2);
 }
 
 TEST_F(Documents, AUserLayoutComesBackAfterARestartAndByItsCommands) {
@@ -197,6 +197,24 @@ TEST_F(Documents, AUserLayoutComesBackAfterARestartAndByItsCommands) {
   EXPECT_TRUE(Dock(2)->isHidden()) << "only the panels of the shock view";
   EXPECT_FALSE(Dock(0)->isHidden());
   EXPECT_THAT(FBoxes, IsEmpty());
+}
+
+TEST_F(Documents, AUserLayoutThatWasSavedWithoutAPanelBringsThoseOfTheView) {
+  Start(Save("three.kshock"));
+  FForm->resizeDocks({Dock(1)}, {420}, Qt::Horizontal);
+  Settle();
+  const int width = Dock(1)->width();
+  for (std::size_t i = 0; i < kDocks.size(); ++i) Dock(i)->close();
+  Press("Ctrl+Shift+U");
+  Press("Ctrl+Shift+L");
+  EXPECT_NE(Dock(1)->width(), width);
+  Press("Ctrl+U");
+  EXPECT_EQ(Docks(), kDocks);
+  EXPECT_EQ(Dock(1)->width(), width) << "in its place";
+  Dock(3)->close();
+  Press("Ctrl+Shift+U");
+  Press("Ctrl+U");
+  EXPECT_TRUE(Dock(3)->isHidden()) << "a layout with a panel says which";
 }
 
 TEST_F(Documents, APanelThatALayoutPutsOutOfSightComesOntoAScreen) {

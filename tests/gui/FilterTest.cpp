@@ -94,6 +94,8 @@ TEST_F(FilterEditor, WhatIsNoNumberIsSaidAndChangesNothing) {
   EXPECT_EQ(State(), "0 of 3 events\nIoT max: “from” is above “to”.");
   Type("edtFilterIoTMaxTo", "nan");
   EXPECT_EQ(State(), "2 of 3 events\n“nan” is no number.");
+  Type("edtFilterIoTMaxTo", "9,000");
+  EXPECT_THAT(State(), testing::HasSubstr("“9,000” can be read in two ways."));
   QTest::mouseClick(Find("btnFilterClear"), Qt::LeftButton);
   EXPECT_EQ(Find<QLineEdit>("edtFilterIoTMaxTo")->text(), "");
   EXPECT_EQ(State(), "No condition: every event is shown.");

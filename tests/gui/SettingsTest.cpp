@@ -180,17 +180,83 @@ TEST_F(SettingsOfTheWindow, ABadFileCostsNeitherStartNorClose) {
   EXPECT_EQ(File().ReadInteger("Date", "Date Format", 9), 0);
 }
 
-TEST_F(SettingsOfTheWindow, ALimitEditKeepsEveryDigitAndTakesAComma) {
+TEST(LimitEdit, KeepsEveryDigitOfAValue) {
   TLimitEdit edit(nullptr);
-  for (const double value : {0.000125, -6.0, 1e9, 2.5, 123456.789}) {
+  for (const double value : {0.000125, -6.0, 1e9, 2.5, 123456.789, 2e12, -1e300, 1.5e-12, 1e-300}) {
     edit.setValue(value);
     EXPECT_EQ(edit.value(), value);
     EXPECT_EQ(edit.text().toDouble(), value);
   }
-  edit.selectAll();
-  QTest::keyClicks(&edit, "abc-1,25x");
-  QTest::keyClick(&edit, Qt::Key_Return);
-  EXPECT_EQ(edit.value(), -1.25);
+}
+
+TEST(LimitEdit, TakesAPointOrACommaAndRefusesWhatCanBeReadInTwoWays) {
+  TLimitEdit edit(nullptr);
+  QString problem;
+  QObject::connect(&edit, &TLimitEdit::Refused, [&problem](const QString& told) { problem = told; });
+  const auto typed = [&](const char* text) {
+    problem.clear();
+    edit.setValue(7);
+    edit.selectAll();
+    QTest::keyClicks(&edit, text);
+    QTest::keyClick(&edit, Qt::Key_Return);
+    EXPECT_EQ(edit.text().toDouble(), edit.value());
+    return edit.value();
+  };
+  const std::pair<const char*, double> taken[] = {{"5,5", 5.5},       {"abc-1,25x", -1.25}, {"0,1234", 0.1234},
+                                                  {" 1000 ", 1000.0}, {"1.000", 1.0},       {"-2e3", -2000.0}};
+  for (const auto& [text, value] : taken) {
+    EXPECT_EQ(typed(text), value) << text;
+    EXPECT_EQ(problem, "") << text;
+  }
+  for (const char* text : {"1,000", "-1,000", "1.000,5", "1,000.5", "1 000", "1,000,000", "1,000e3"}) {
+    EXPECT_EQ(typed(text), 7) << text;
+    EXPECT_TRUE(problem.startsWith(QString("“%1” can be read in two ways.").arg(text))) << problem.toStdString();
+  }
+  for (const char* text : {"1,5,5", "-", "1e", "1e999"}) {
+    EXPECT_EQ(typed(text), 7) << text;
+    EXPECT_EQ(problem, QString("“%1” is no number.").arg(text));
+  }
+}
+
+TEST_F(SettingsOfTheWindow, ALimitThatIsRefusedSaysWhyUntilSomebodyTypesAgain) {
+  Start();
+  Open();
+  QTest::keySequence(FForm.get(), QKeySequence("Ctrl+Alt+A"));
+  auto* limit = Find<TLimitEdit>("dxBarSpinAlarmTempMax");
+  const auto* problem = Find<QLabel>("lblAlarmLimitRefused");
+  EXPECT_FALSE(problem->isVisible());
+  limit->setFocus();
+  limit->selectAll();
+  QTest::keyClicks(limit, "1,000");
+  QTest::keyClick(limit, Qt::Key_Tab);
+  EXPECT_EQ(limit->text(), "40");
+  EXPECT_TRUE(problem->isVisible());
+  EXPECT_THAT(problem->text().toStdString(), HasSubstr("“1,000” can be read in two ways."));
+  EXPECT_TRUE(Find<QWidget>("pnlAlarmLimits")->rect().contains(problem->geometry()));
+  QTest::keyClicks(Find<TLimitEdit>("dxBarSpinAlarmPresMin"), "1");
+  EXPECT_FALSE(problem->isVisible());
+  limit->setFocus();
+  limit->selectAll();
+  QTest::keyClicks(limit, "1 000");
+  Find<QWidget>("pnlAlarmLimits")->hide();
+  EXPECT_THAT(Find<QLabel>("lblStatusHint")->text().toStdString(), HasSubstr("“1 000”"));
+}
+
+TEST_F(SettingsOfTheWindow, WithoutALevelInTheFileTheUsersLimitsCanBeEdited) {
+  Start();
+  TTestRecording recording = TTestRecording().Creator().StartTime(45123.25).MissionHeader(0, 0);
+  FForm->Flow().Open(Save("none.kshock", recording.Channels({"T"}).Data({{0, {20}}})).toStdString());
+  Settle();
+  auto* limit = Find<TLimitEdit>("dxBarSpinAlarmAccMax");
+  auto* said = Find<QLabel>("lblAlarmAccFromFile");
+  EXPECT_TRUE(limit->isEnabled());
+  EXPECT_EQ(said->text(), "the file names no level");
+  Find<QAbstractButton>("chboxLoadAccAlarmFromFile")->click();
+  EXPECT_EQ(said->text(), "");
+  Find<QAbstractButton>("chboxLoadAccAlarmFromFile")->click();
+  EXPECT_EQ(said->text(), "the file names no level");
+  Open();
+  EXPECT_FALSE(limit->isEnabled()) << "the next file names 2 g";
 }
 
 }  // namespace

@@ -98,7 +98,10 @@ class ExportCommands : public testing::Test {
   TLoggingScreen FScreen;
   TEndPort FPort;
   TPortHandle FHandle{FPort};
-  TFileFlow FFlow{{"/opt/shockscope", "1.0.0.0", "/recordings", ""}, FHandle.Value(), 1000000, FScreen};
+  TFileFlow FFlow{{"/opt/shockscope", "1.0.0.0", "/recordings", ""},
+                  FHandle.Value(),
+                  [] { return std::uint64_t{1000000}; },
+                  FScreen};
   TExportCommands FCommands{FFlow, FScreen};
 };
 

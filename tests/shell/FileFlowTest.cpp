@@ -97,7 +97,9 @@ class FileFlow : public testing::Test {
   TLoggingScreen FScreen;
   TQueueingPort FPort;
   TPortHandle FHandle{FPort};
-  TFileFlow FFlow{{"/opt/shockscope", "1.0.0.0", "/recordings", ""}, FHandle.Value(), 1000000, FScreen};
+  std::uint64_t FMemory = 1000000;  // bytes that a read may take
+  TFileFlow FFlow{
+      {"/opt/shockscope", "1.0.0.0", "/recordings", ""}, FHandle.Value(), [this] { return FMemory; }, FScreen};
 };
 
 TEST_F(FileFlow, ARecordingIsOpenedReadCompletedAndShownInThisOrder) {
@@ -232,10 +234,20 @@ TEST_F(FileFlow, CancelGoesBackToTheWelcomeStateWithoutABox) {
   EXPECT_TRUE(FFlow.FileShown()) << "an earlier Cancel is forgotten";
 }
 
+TEST_F(FileFlow, EachReadGetsTheMemoryThatThereIsByThen) {
+  FMemory = 1000;
+  Open(FThree);
+  ExpectWelcome();
+  FMemory = 1000000;
+  Open(FThree);
+  EXPECT_TRUE(FFlow.FileShown());
+}
+
 TEST_F(FileFlow, ClosingWhileReadingEndsTheReader) {
   TTestRecording recording = TTestRecording().Creator().MissionHeader(2, 2).Channels({"T"});
   for (int block = 0; block < 100; ++block) recording.Data(std::vector<TTestRecord>(5000, {1, {1}}));
-  TFileFlow flow({"/opt/shockscope", "1.0.0.0", "", ""}, FHandle.Value(), TReadFileThread::kNoMemoryBound, FScreen);
+  TFileFlow flow(
+      {"/opt/shockscope", "1.0.0.0", "", ""}, FHandle.Value(), [] { return TReadFileThread::kNoMemoryBound; }, FScreen);
   flow.Open(Save("long.kshock", recording));
   FScreen.Said();
   EXPECT_TRUE(flow.MayClose());
@@ -245,7 +257,8 @@ TEST_F(FileFlow, ClosingWhileReadingEndsTheReader) {
 
 TEST_F(FileFlow, ACloseWhileTheWindowIsBusyIsDoneAfter) {
   for (const auto state : {TFileFlow::TState::Reading, TFileFlow::TState::Filling}) {
-    TFileFlow flow({"/opt/shockscope", "1.0.0.0", "", ""}, FHandle.Value(), 1000000, FScreen);
+    TFileFlow flow(
+        {"/opt/shockscope", "1.0.0.0", "", ""}, FHandle.Value(), [] { return std::uint64_t{1000000}; }, FScreen);
     int asked = 0;
     FScreen.OnMessages = [&] {
       if (flow.State() != state) return;

@@ -89,6 +89,36 @@ TEST_F(RecentDocuments, WhatIsSavedIsReadAgain) {
   EXPECT_THAT(Names(), ElementsAre("recentdocuments.ini")) << "empty lists are no damage";
 }
 
+TEST_F(RecentDocuments, TwoWindowsKeepWhatTheOtherChanged) {
+  for (const char* path : {"/d/1", "/d/2", "/d/3", "/d/4"}) FRecent.Add(path);
+  FRecent.Files.SetPinned("/d/4", true);
+  FRecent.Save(FFile);
+  TRecentDocuments first;
+  TRecentDocuments second;
+  first.Load(FFile);
+  second.Load(FFile);
+  first.Add("/first/new");
+  first.Files.SetPinned("/d/1", true);
+  first.Files.Remove("/d/2");
+  first.Files.Remove("/d/3");
+  first.Files.SetPinned("/d/4", false);
+  first.Save(FFile);
+  second.Add("/second/new");
+  second.Files.SetPinned("/d/3", true);
+  second.Save(FFile);
+  EXPECT_THAT(Listed(second.Files), ElementsAre("/d/3*", "/d/1*", "/second/new", "/d/4", "/first/new"))
+      << "the window that is closed last decides of /d/3";
+  TRecentDocuments again;
+  again.Load(FFile);
+  EXPECT_EQ(again.Files.Entries(), second.Files.Entries());
+  EXPECT_THAT(Listed(again.Folders), ElementsAre("/second", "/first", "/d"));
+
+  fs::remove(FFile);
+  again.Save(FFile);
+  again.Load(FFile);
+  EXPECT_EQ(again.Files.Entries(), second.Files.Entries()) << "a file that has gone says nothing";
+}
+
 TEST_F(RecentDocuments, OfAForeignFileWhatMakesSenseIsTaken) {
   std::string text = "[Pinned]\n7=1\n9=yes\n[FullPath]\n9=/nine\n3=relative\nx=/\x01\n7=/seven\n8=/nine\n4=\n";
   for (int i = 100; i < 400; ++i) text += fmt::format("{0}=/many/{0}\n", i);

@@ -140,20 +140,24 @@ TEST_F(SettingsFile, WhatDoesNotParseTakesItsDefaultAndWhatIsUnknownStays) {
   EXPECT_THAT(Text(), HasSubstr("Extra = x\n"));
 }
 
-TEST_F(SettingsFile, WhatCannotBeReadIsKeptAsideAndSaidOnce) {
-  for (const bool folder : {false, true}) {
-    if (folder) {
-      std::filesystem::create_directories(FPath / "mine");
-    } else {
-      Write(std::string(2'000'000, 'x'));
-    }
-    EXPECT_THAT([this] { Read(); }, testing::ThrowsMessage<std::runtime_error>(HasSubstr("kept as")));
+TEST_F(SettingsFile, WhatCannotBeReadOrMakesNoSenseIsKeptAsideAndSaidOnce) {
+  using namespace std::string_literals;
+  const std::string texts[] = {std::string(2'000'000, 'x'), "[Date]\nDate Format=3\0"s, "\xFF\xFE[\0D\0a\0"s,
+                               "somebody's notes\n", "[Mine]\nDate Format=3\n"};
+  for (const std::string& text : texts) {
+    Write(text);
+    EXPECT_THAT([this] { Read(); }, testing::ThrowsMessage<std::runtime_error>(HasSubstr("kept as"))) << text.size();
+    EXPECT_EQ(FScreen.Value("cmbSettingsDateTimeFormat"), TControlValue(0)) << text.size();
+    EXPECT_EQ(BytesOfFile(FFolder / "settings-kept.ini"), TBytes(text.begin(), text.end()));
     WriteSettings(FFolder.Path(), FScreen);
     EXPECT_EQ(TIniFile::Load(FPath).ReadInteger("Date", "Date Format", 9), 0);
-    std::filesystem::remove(FPath);
+    for (const char* name : {"settings.ini", "settings-kept.ini"}) std::filesystem::remove(FFolder / name);
   }
-  EXPECT_EQ(std::filesystem::file_size(FFolder / "settings-kept.ini"), 2'000'000U);
-  EXPECT_TRUE(std::filesystem::is_directory(FFolder / "settings-kept-2.ini/mine"));
+  std::filesystem::create_directories(FPath / "mine");
+  EXPECT_THROW(Read(), std::runtime_error);
+  EXPECT_TRUE(std::filesystem::is_directory(FFolder / "settings-kept.ini/mine"));
+  Write("");
+  EXPECT_NO_THROW(Read());
 }
 
 TEST(ColourNames, AreWrittenAsNameOrAsBlueGreenRed) {
@@ -200,6 +204,22 @@ TEST_F(Cells, AreMarkedBeyondALimitWhileTheAlarmIsOn) {
   EXPECT_EQ(Words(Draw("Humidity", std::numeric_limits<float>::quiet_NaN())), "0 6 NAN %RH");
 }
 
+// 2.2, 2.4 and 2.6 are no singles; neither are most tenths.
+TEST_F(Cells, AValueEqualToALimitAsItIsTypedIsInside) {
+  FDisplay.AlarmActive = true;
+  for (int tenths = -60; tenths <= 60; ++tenths) {
+    const double limit = tenths / 10.0;
+    const auto value = static_cast<float>(limit);
+    FDisplay.Limits.fill({limit, limit});
+    EXPECT_EQ(Draw("Battery", value).image, TCellImage::None) << limit;
+    EXPECT_EQ(Draw("Temp.", value).image, TCellImage::Within) << limit;
+    EXPECT_EQ(Draw("Battery", std::nextafter(value, 99.0F)).image, TCellImage::Alarm) << limit;
+    EXPECT_EQ(Draw("Temp.", std::nextafter(value, -99.0F)).image, TCellImage::BelowMinimum) << limit;
+  }
+  FDisplay.Limits.fill({-1e300, 1e300});
+  EXPECT_EQ(Draw("Battery", 3e38F).image, TCellImage::None) << "inside limits that no single reaches";
+}
+
 TEST_F(Cells, OfTemperaturesAlwaysSayWhereTheyStand) {
   for (const char* field : {"Temp.", "Temp. RH", "Temp. P", "Dew Point", "Temperature"}) {
     EXPECT_EQ(Words(Draw(field, -4.5F)), "4 22 -4.5") << field;
@@ -222,6 +242,32 @@ TEST(DisplaySettings, TakeTheAccelerationLimitsOfTheFileUnlessToldOtherwise) {
   EXPECT_EQ(limits(), (TLimits{-3.5, 3.5}));
   screen.Values["chboxLoadAccAlarmFromFile"] = false;
   EXPECT_EQ(limits(), (TLimits{-6, 6}));
+}
+
+TEST(DisplaySettings, WithoutALevelInTheFileTheUsersLimitsCountAndCanBeEdited) {
+  TLoggingScreen screen;
+  TShownMission mission;
+  TMissionData data;
+  data.bValid = true;
+  const auto shown = [&] {
+    mission.Display = ReadDisplaySettings(data, screen);
+    ShowLimitsInForce(&mission, screen);
+    return screen.Said();
+  };
+  for (const float level : {0.0F, -2.0F, std::nanf(""), std::numeric_limits<float>::infinity()}) {
+    data.adxl_level_on = level;
+    EXPECT_EQ(shown(),
+              "text lblAlarmAccFromFile \"the file names no level\"; enable dxBarSpinAlarmAccMin "
+              "dxBarSpinAlarmAccMax; ")
+        << level;
+    EXPECT_EQ(mission.Display.Limits[0], (TLimits{-6, 6})) << level;
+  }
+  data.adxl_level_on = 2.5F;
+  EXPECT_EQ(shown(),
+            "text lblAlarmAccFromFile \"from the file: -2.5 … 2.5 g\"; disable dxBarSpinAlarmAccMin "
+            "dxBarSpinAlarmAccMax; ");
+  screen.Values["chboxLoadAccAlarmFromFile"] = false;
+  EXPECT_EQ(shown(), "text lblAlarmAccFromFile \"\"; enable dxBarSpinAlarmAccMin dxBarSpinAlarmAccMax; ");
 }
 
 }  // namespace

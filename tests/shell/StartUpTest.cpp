@@ -20,10 +20,10 @@ TEST(StartUp, TheWindowIsPreparedInThisOrder) {
                 kDockPanelNames + kFileControlNames + "; disable dxBarReload; prepare sensors axes; ");
 }
 
-TEST(StartUp, EveryPlainFileOfTheManualGetsAnIconBetweenCaptionAndCards) {
+TEST(StartUp, EveryPlainFileOfTheManualThatIsNotHiddenGetsAnIconBetweenCaptionAndCards) {
   const TTempFolder folder;
   std::filesystem::create_directories(folder / "doc_shock/a-folder");
-  for (const char* name : {"Quick-Start-1.pdf", "notes"}) WriteFile(folder / "doc_shock" / name, {1});
+  for (const char* name : {"Quick-Start-1.pdf", "notes", ".directory"}) WriteFile(folder / "doc_shock" / name, {1});
   TLoggingScreen screen;
   TRecentDocuments recent;
   FormCreate({folder.Path(), "1.0.0.0", "", ""}, recent, screen);
@@ -128,7 +128,7 @@ TEST_F(SettingsFolder, AStepThatFailsCostsNoOtherAndAllOfThemOneMessage) {
 TEST_F(SettingsFolder, TheLayoutCommandsSayWhatTheyCannotDo) {
   const std::string overview = "show" + kDockPanelNames + "; ";
   SaveUserLayout(FProgram, FScreen);
-  LoadUserLayout(FProgram, FScreen);
+  LoadUserLayout(FProgram, TView::Shock, FScreen);
   LoadDefaultLayout(FProgram, TView::Overview, FScreen);
   EXPECT_EQ(FScreen.Said(),
             "save layout user-layout.ini; box \"There is no user layout yet.\" Save one first.; designed layout; " +
@@ -137,14 +137,14 @@ TEST_F(SettingsFolder, TheLayoutCommandsSayWhatTheyCannotDo) {
   FScreen.Unusable = {"default-layout.ini", "user-layout.ini"};
   const std::string file = (FFolder / "user-layout.ini").string();
   SaveUserLayout(FProgram, FScreen);
-  LoadUserLayout(FProgram, FScreen);
+  LoadUserLayout(FProgram, TView::Shock, FScreen);
   LoadDefaultLayout(FProgram, TView::Overview, FScreen);
   EXPECT_EQ(FScreen.Said(), "save layout user-layout.ini; box \"The layout is not saved.\" " + file +
                                 ": of no use; load layout user-layout.ini; box \"The user layout cannot be used.\" " +
                                 file + ": of no use; designed layout; load layout default-layout.ini; " + overview);
   FProgram.findSettingsFolder = [] { return std::string(); };
   SaveUserLayout(FProgram, FScreen);
-  LoadUserLayout(FProgram, FScreen);
+  LoadUserLayout(FProgram, TView::Shock, FScreen);
   EXPECT_THAT(FScreen.Said(), testing::Not(testing::HasSubstr(" layout user-layout.ini")));
 }
 

@@ -58,7 +58,7 @@ class TWindowTest : public testing::Test {
 
   void Start(const QString& argument = {}) {
     FProgram.firstArgument = argument.toStdString();
-    FForm = std::make_unique<TKorvexMainForm>(FProgram, TReadFileThread::kNoMemoryBound);
+    FForm = std::make_unique<TKorvexMainForm>(FProgram, [] { return TReadFileThread::kNoMemoryBound; });
     FForm->show();
     // What the window does once it stands comes before this.
     bool stands = false;

@@ -37,6 +37,6 @@ QString CopySelectedRows(const QTableView& grid) {
   QApplication::clipboard()->setText(text);
   const bool all = static_cast<std::size_t>(selected) == rows.size();
   if (selected == 1) return QObject::tr("1 row copied");
-  return all ? QObject::tr("%L1 rows copied").arg(selected)
-             : QObject::tr("the first %L1 of %L2 rows copied").arg(rows.size()).arg(selected);
+  return all ? QObject::tr("%1 rows copied").arg(selected)
+             : QObject::tr("the first %1 of %2 rows copied").arg(rows.size()).arg(selected);
 }

@@ -20,6 +20,7 @@
 #include "base/uDateTime.h"
 #include "base/uText.h"
 #include "gui/common/uQtText.h"
+#include "gui/common/uTypedNumber.h"
 #include "gui/filter/uHistogramStrip.h"
 
 namespace {
@@ -35,18 +36,17 @@ constexpr double kLargestLimit = std::numeric_limits<float>::max();
 constexpr double kLastDateTime = 2958465.0;  // 9999-12-31
 const QDate kDayZero(1899, 12, 30);
 
-// An empty text is an open end. False when the text is no number; the decimal sign may be a comma.
-bool ParseEnd(QString text, std::optional<double>& end) {
-  text = text.trimmed().replace(',', '.');
-  if (text.isEmpty()) {
+// An empty text is an open end. A text that is no number leaves the end as it is and returns why.
+QString ParseEnd(const QString& text, std::optional<double>& end) {
+  if (text.trimmed().isEmpty()) {
     end.reset();
-    return true;
+    return {};
   }
-  bool isNumber = false;
-  const double value = QLocale::c().toDouble(text, &isNumber);
-  if (!isNumber || !(std::fabs(value) <= kLargestLimit)) return false;
-  end = value;
-  return true;
+  const TTypedNumber number = ReadTypedNumber(text);
+  if (!number.value) return number.problem;
+  if (std::fabs(*number.value) > kLargestLimit) return QObject::tr("“%1” is too large.").arg(text);
+  end = number.value;
+  return {};
 }
 
 QString EndText(const std::optional<double>& end) {
@@ -237,6 +237,7 @@ TFilterPanel::TTimeEnd TFilterPanel::MakeTimeEnd(bool from, QWidget* parent) {
   edit->setAccessibleName(from ? tr("Start time from") : tr("Start time to"));
   edit->setToolTip(edit->accessibleName());
   edit->setTimeSpec(Qt::UTC);  // as recorded, in no zone
+  edit->setLocale(QLocale::c());
   edit->setEnabled(false);
   connect(on, &QCheckBox::toggled, edit, &QWidget::setEnabled);
   connect(on, &QCheckBox::toggled, this, &TFilterPanel::Edited);
@@ -328,7 +329,7 @@ TEventFilter TFilterPanel::Read() {
   for (std::size_t i = 0; i < FRanges.size(); ++i) {
     TRange& range = filter.ranges[i];
     for (const auto& [edit, end] : {std::pair{FRanges[i].from, &range.from}, std::pair{FRanges[i].to, &range.to}}) {
-      if (!ParseEnd(edit->text(), *end)) FProblem = tr("“%1” is no number.").arg(edit->text());
+      if (const QString problem = ParseEnd(edit->text(), *end); !problem.isEmpty()) FProblem = problem;
     }
     if (IsReversed(range)) FProblem = tr("%1: “from” is above “to”.").arg(QtText(kFilteredFields[i]));
   }

@@ -51,14 +51,14 @@
 #include "shell/uOrderingCommands.h"
 #include "shell/uSettingsCommands.h"
 
-TKorvexMainForm::TKorvexMainForm(TProgram program, std::uint64_t memoryBound)
+TKorvexMainForm::TKorvexMainForm(TProgram program, std::function<std::uint64_t()> memoryBound)
     : FProgram(std::move(program)),
       FParts(std::make_unique<TMainParts>(*this)),
       FSettings(std::make_unique<TSettingsBinder>(*this)),
       FScreen(std::make_unique<TMainScreen>(*this, *FParts, *FSettings)),
       FMessages(std::make_unique<TPostedMessages>(
           [this](const TMessage& message) { Guarded(this, [&] { FFlow->HandleMessage(message); }); })),
-      FFlow(std::make_unique<TFileFlow>(FProgram, FMessages->Handle(), memoryBound, *FScreen)),
+      FFlow(std::make_unique<TFileFlow>(FProgram, FMessages->Handle(), std::move(memoryBound), *FScreen)),
       FExports(std::make_unique<TExportCommands>(*FFlow, *FScreen)),
       FImages(std::make_unique<TChartImages>(*FFlow, *FScreen)) {
   setObjectName("KorvexMainForm");
@@ -383,7 +383,7 @@ void TKorvexMainForm::actSaveUserLayoutExecute() {
 }
 
 void TKorvexMainForm::actLoadUserLayoutExecute() {
-  LoadUserLayout(FProgram, *FScreen);
+  LoadUserLayout(FProgram, FFlow->View(), *FScreen);
 }
 
 void TKorvexMainForm::actPrintViewExecute() {

@@ -4,6 +4,7 @@
 
 #include <QMainWindow>
 #include <cstdint>
+#include <functional>
 #include <memory>
 
 #include "shell/uFileFlow.h"
@@ -20,8 +21,8 @@ class TKorvexMainForm : public QMainWindow {
   Q_OBJECT
 
  public:
-  // A read fails before the mission outgrows `memoryBound` bytes.
-  TKorvexMainForm(TProgram program, std::uint64_t memoryBound);
+  // A read fails before the mission outgrows the bytes that `memoryBound` gives when it begins.
+  TKorvexMainForm(TProgram program, std::function<std::uint64_t()> memoryBound);
   ~TKorvexMainForm() override;
 
   [[nodiscard]] TFileFlow& Flow() { return *FFlow; }

@@ -14,7 +14,6 @@
 #include <map>
 #include <utility>
 
-#include "base/uText.h"
 #include "gui/charts/uEventsChart.h"
 #include "gui/charts/uNavigatorChart.h"
 #include "gui/charts/uSelectedEventChart.h"
@@ -397,15 +396,8 @@ void TMainScreen::ShowInCharts(const TDisplaySettings& display) {
   for (TTimeChart* chart : FWindow.findChildren<TTimeChart*>()) chart->RefreshLabels();
 }
 
-// The limits of the recording stand beside the user's.
 void TMainScreen::TellLimits() {
-  QString text;
-  if (FMission != nullptr && FMission->Display.AccelerationFromFile) {
-    const TLimits& limits = FMission->Display.LimitsOf(TQuantity::Acceleration);
-    text = QObject::tr("from the file: %1 … %2 g")
-               .arg(QtText(GeneralFloat(limits.least)), QtText(GeneralFloat(limits.largest)));
-  }
-  Control<QLabel>("lblAlarmAccFromFile").setText(text);
+  ShowLimitsInForce(FMission, *this);
 }
 
 void TMainScreen::ShowDetails(const TShownMission& mission) {

@@ -78,7 +78,11 @@ TBrowsePathPage::TBrowsePathPage(QWidget* parent)
   PaintComplaint();
 
   connect(FPath, &QLineEdit::returnPressed, this, &TBrowsePathPage::Answer);
-  connect(FPath, &QLineEdit::textEdited, FComplaint, &QWidget::hide);
+  connect(FPath, &QLineEdit::textEdited, this, [this] {
+    FComplaint->hide();
+    StopReading();
+  });
+  connect(FList, &TRecordingList::PathRead, this, &TBrowsePathPage::ShowAnswer);
   connect(open, &QPushButton::clicked, this, &TBrowsePathPage::Answer);
   connect(choose, &QPushButton::clicked, this, &TBrowsePathPage::FolderDialogRequested);
   connect(FList, &TRecordingList::FileChosen, this, &TBrowsePathPage::FileChosen);
@@ -102,18 +106,39 @@ void TBrowsePathPage::Answer() {
   const QString path = Tidied(FPath->text());
   FComplaint->hide();
   if (path.isEmpty()) return Complain(tr("Type the path of a recording or of a folder."));
-  const QFileInfo info(path);
-  if (info.isFile()) {
-    emit FileChosen(path);
-  } else if (info.isDir()) {
-    FNote->setText(FList->ShowFolder(path, FPatterns));
-    FNote->show();
-    if (!FList->Empty()) FList->setFocus();
-  } else if (info.exists()) {
-    Complain(tr("This is neither a file nor a folder: %1").arg(QDir::toNativeSeparators(path)));
-  } else {
-    Complain(tr("There is no such file or folder: %1").arg(QDir::toNativeSeparators(path)));
+  FNote->setText(tr("Reading %1 …").arg(QDir::toNativeSeparators(path)));
+  FNote->show();
+  FList->ReadPath(path, FPatterns);
+}
+
+void TBrowsePathPage::ShowAnswer(const QString& path, TPathKind kind, const QString& note) {
+  const QString shown = QDir::toNativeSeparators(path);
+  switch (kind) {
+    case TPathKind::Missing:
+      return Complain(tr("There is no such file or folder: %1").arg(shown));
+    case TPathKind::Other:
+      return Complain(tr("This is neither a file nor a folder: %1").arg(shown));
+    case TPathKind::File:
+      FNote->hide();
+      emit FileChosen(path);
+      break;
+    case TPathKind::Folder:
+      FNote->setText(note);
+      if (!FList->Empty()) FList->setFocus();
+      break;
   }
+}
+
+// Nobody waits for an answer after another path is typed or the page has gone.
+void TBrowsePathPage::StopReading() {
+  if (!FList->Reading()) return;
+  FList->Clear();
+  FNote->hide();
+}
+
+void TBrowsePathPage::hideEvent(QHideEvent* event) {
+  QWidget::hideEvent(event);
+  if (!event->spontaneous()) StopReading();
 }
 
 void TBrowsePathPage::Complain(const QString& what) {
@@ -162,6 +187,10 @@ TCurrentFolderPage::TCurrentFolderPage(QWidget* parent)
   layout->addWidget(FNote);
   layout->addWidget(FList, 1);
   connect(FList, &TRecordingList::FileChosen, this, &TCurrentFolderPage::FileChosen);
+  connect(FList, &TRecordingList::PathRead, this, [this](const QString& folder, TPathKind kind, const QString& note) {
+    const QString shown = QDir::toNativeSeparators(folder);
+    ShowNote(kind == TPathKind::Folder ? note : tr("The folder cannot be read: %1").arg(shown));
+  });
 }
 
 void TCurrentFolderPage::SetFilePatterns(const QStringList& patterns) {
@@ -182,12 +211,17 @@ void TCurrentFolderPage::showEvent(QShowEvent* event) {
 void TCurrentFolderPage::Fill() {
   if (FFolder.isEmpty()) {
     FList->Clear();
-    FNote->setText(tr("No recording is open, so there is no current folder."));
-  } else {
-    FNote->setText(FList->ShowFolder(FFolder, FPatterns));
+    return ShowNote(tr("No recording is open, so there is no current folder."));
   }
-  FList->setVisible(!FList->Empty());
-  layout()->setAlignment(FNote, FList->Empty() ? Qt::AlignTop : Qt::Alignment());
+  FList->ReadPath(FFolder, FPatterns);
+  if (FList->Reading()) ShowNote(tr("Reading %1 …").arg(QDir::toNativeSeparators(FFolder)));
+}
+
+void TCurrentFolderPage::ShowNote(const QString& note) {
+  FNote->setText(note);
+  const bool shown = FList->Reading() || !FList->Empty();
+  FList->setVisible(shown);
+  layout()->setAlignment(FNote, shown ? Qt::Alignment() : Qt::AlignTop);
 }
 
 TAboutPage::TAboutPage(QWidget* parent) : QWidget(parent), FVersion(Sentence("lblAboutVersion", this)) {

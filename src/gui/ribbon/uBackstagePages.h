@@ -4,6 +4,8 @@
 #include <QStringList>
 #include <QWidget>
 
+#include "gui/ribbon/uRecordingFolder.h"
+
 class QFileSystemModel;
 class QLabel;
 class QLineEdit;
@@ -27,9 +29,12 @@ class TBrowsePathPage : public QWidget {
  protected:
   void changeEvent(QEvent* event) override;
   void showEvent(QShowEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
 
  private:
   void Answer();
+  void ShowAnswer(const QString& path, TPathKind kind, const QString& note);
+  void StopReading();
   void Complain(const QString& what);
   void PaintComplaint();
 
@@ -61,6 +66,7 @@ class TCurrentFolderPage : public QWidget {
 
  private:
   void Fill();
+  void ShowNote(const QString& note);
 
   QLabel* FNote;
   TRecordingList* FList;

@@ -1,22 +1,51 @@
 #include "gui/ribbon/uRecordingFolder.h"
 
 #include <QCollator>
-#include <QDirIterator>
-#include <QElapsedTimer>
-#include <QFileInfo>
 #include <QLocale>
-#include <QRegularExpression>
 #include <algorithm>
+#include <filesystem>
+#include <system_error>
+
+#include "base/uFiles.h"
+#include "gui/common/uQtText.h"
+
+namespace fs = std::filesystem;
 
 namespace {
 
-std::vector<QRegularExpression> Compiled(const QStringList& patterns) {
-  std::vector<QRegularExpression> compiled;
-  for (const QString& pattern : patterns) {
-    compiled.emplace_back(QRegularExpression::wildcardToRegularExpression(pattern),
-                          QRegularExpression::CaseInsensitiveOption);
+using TClock = std::chrono::steady_clock;
+
+TPathKind KindOf(const fs::path& path) {
+  std::error_code unknown;
+  switch (fs::status(path, unknown).type()) {
+    case fs::file_type::none:
+    case fs::file_type::not_found:
+      return TPathKind::Missing;
+    case fs::file_type::regular:
+      return TPathKind::File;
+    case fs::file_type::directory:
+      return TPathKind::Folder;
+    default:
+      return TPathKind::Other;
   }
-  return compiled;
+}
+
+bool IsWanted(const QString& name, const QStringList& patterns) {
+  return !name.startsWith('.') && std::ranges::any_of(patterns, [&name](const QString& pattern) {
+    return name.endsWith(QStringView(pattern).mid(1), Qt::CaseInsensitive);
+  });
+}
+
+// What cannot be asked for is 0.
+TFolderEntry EntryOf(const QString& name, const fs::directory_entry& entry) {
+  TFolderEntry found{name};
+  std::error_code unknown;
+  if (const auto size = entry.file_size(unknown); !unknown) found.Size = static_cast<qint64>(size);
+  if (const auto written = entry.last_write_time(unknown); !unknown) {
+    const auto since1970 = std::chrono::file_clock::to_sys(written).time_since_epoch();
+    found.Modified = std::chrono::duration_cast<std::chrono::milliseconds>(since1970).count();
+  }
+  return found;
 }
 
 }  // namespace
@@ -37,28 +66,24 @@ void SortByName(std::vector<TFolderEntry>& entries) {
   entries = std::move(sorted);
 }
 
-TFolderListing ReadFolder(const QString& folder, const QStringList& patterns, const TFolderBounds& bounds) {
+TFolderListing ReadFolder(const QString& path, const QStringList& patterns, const TFolderBounds& bounds) {
+  const fs::path folder = PathFromUtf8(Utf8(path));
   TFolderListing listing;
-  const QFileInfo info(folder);
-  listing.Readable = info.isDir() && info.isReadable();
-  if (!listing.Readable) return listing;
-  const auto wanted = Compiled(patterns);
-  QElapsedTimer clock;
-  clock.start();
-  size_t seen = 0;
-  for (QDirIterator entry(folder, QDir::Files); entry.hasNext();) {
-    entry.next();
-    if (++seen > bounds.Entries || listing.Entries.size() >= bounds.Recordings || clock.elapsed() > bounds.Time) {
+  listing.Kind = KindOf(folder);
+  if (listing.Kind != TPathKind::Folder) return listing;
+  const TClock::time_point end = TClock::now() + bounds.Time;
+  std::error_code error;
+  fs::directory_iterator entry(folder, error);
+  listing.Readable = !error;
+  for (size_t seen = 1; !error && entry != fs::directory_iterator(); entry.increment(error), ++seen) {
+    if (seen > bounds.Entries || listing.Entries.size() >= bounds.Recordings || TClock::now() > end) {
       listing.Complete = false;
       break;
     }
-    const QString name = entry.fileName();
-    const bool matches =
-        std::any_of(wanted.begin(), wanted.end(), [&](const auto& it) { return it.match(name).hasMatch(); });
-    if (!matches) continue;
-    const QFileInfo file = entry.fileInfo();
-    listing.Entries.push_back({name, file.size(), file.lastModified()});
+    const QString name = QtText(Utf8FromPath(entry->path().filename()));
+    std::error_code unknown;
+    if (IsWanted(name, patterns) && entry->is_regular_file(unknown)) listing.Entries.push_back(EntryOf(name, *entry));
   }
-  SortByName(listing.Entries);
+  if (error) listing.Complete = false;
   return listing;
 }

@@ -1,32 +1,37 @@
-// What recordings lie in a folder. Reading is bounded in entries and in time, so that a huge or slow folder cannot
-// hold up the window.
+// What stands at a path, and what recordings lie in a folder. It may take as long as the file system likes, so it is
+// asked for in the background.
 #pragma once
 
-#include <QDateTime>
 #include <QString>
 #include <QStringList>
+#include <chrono>
 #include <vector>
 
 struct TFolderEntry {
   QString Name;
-  qint64 Size = 0;  // bytes
-  QDateTime Modified;
+  qint64 Size = 0;      // bytes
+  qint64 Modified = 0;  // ms since 1970, UTC
 };
 
+enum class TPathKind { Missing, File, Folder, Other };
+
 struct TFolderListing {
-  std::vector<TFolderEntry> Entries;  // by name, numbers in names in their order
-  bool Readable = true;
+  TPathKind Kind = TPathKind::Missing;
+  std::vector<TFolderEntry> Entries;  // of a folder, in no order
+  bool Readable = false;              // a folder that could be opened
   bool Complete = true;
 };
 
 struct TFolderBounds {
   size_t Recordings = 20000;
   size_t Entries = 500000;  // looked at
-  qint64 Time = 1500;       // ms
+  std::chrono::milliseconds Time{10000};
 };
 
-// Files whose names match one of the patterns, such as "*.kshock", whatever the case: loggers write on file systems
-// that have none.
-TFolderListing ReadFolder(const QString& folder, const QStringList& patterns, const TFolderBounds& bounds = {});
+// Of a folder the files that are not hidden and whose names match one of the patterns, a star and an ending such as
+// "*.kshock", whatever the case: loggers write on file systems that have none. Any thread, also one that outlives the
+// application.
+TFolderListing ReadFolder(const QString& path, const QStringList& patterns, const TFolderBounds& bounds = {});
 
+// Numbers in names in their order.
 void SortByName(std::vector<TFolderEntry>& entries);

@@ -1,5 +1,6 @@
 #include "gui/ribbon/uRecordingList.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -8,12 +9,14 @@
 #include <algorithm>
 
 #include "base/uDateTime.h"
+#include "gui/common/uBackgroundTask.h"
 #include "gui/common/uQtText.h"
 
 namespace {
 
 // As every date of the program.
-QString DateText(const QDateTime& moment) {
+QString DateText(qint64 msSince1970) {
+  const QDateTime moment = QDateTime::fromMSecsSinceEpoch(msSince1970);
   const double day = static_cast<double>(QDate(1899, 12, 30).daysTo(moment.date()));
   return QtText(FormatDateTime(DateTimeMask(), day + moment.time().msecsSinceStartOfDay() / kMsPerDay));
 }
@@ -42,7 +45,7 @@ QVariant TRecordingModel::data(const QModelIndex& index, int role) const {
     case kName:
       return entry.Name;
     case kSize:
-      return QLocale().formattedDataSize(entry.Size);
+      return QLocale::c().formattedDataSize(entry.Size);
     case kModified:
       return DateText(entry.Modified);
     default:
@@ -71,7 +74,7 @@ void TRecordingModel::sort(int column, Qt::SortOrder order) {
 }
 
 TRecordingList::TRecordingList(const QString& objectName, const QString& accessibleName, QWidget* parent)
-    : QTreeView(parent), FModel(new TRecordingModel(this)) {
+    : QTreeView(parent), FModel(new TRecordingModel(this)), FTask(new TBackgroundTask(this)) {
   setObjectName(objectName);
   setAccessibleName(accessibleName);
   setModel(FModel);
@@ -93,9 +96,21 @@ TRecordingList::TRecordingList(const QString& objectName, const QString& accessi
   });
 }
 
-QString TRecordingList::ShowFolder(const QString& folder, const QStringList& patterns) {
+void TRecordingList::ReadPath(const QString& path, const QStringList& patterns) {
+  Clear();
+  const auto answer = [this, path](TFolderListing listing) {
+    FReading = false;
+    const TPathKind kind = listing.Kind;
+    emit PathRead(path, kind, kind == TPathKind::Folder ? Show(path, std::move(listing)) : QString());
+  };
+  FReading = FTask->Start([path, patterns, answer](const TBackgroundTask::TReport& report) {
+    report([answer, listing = ReadFolder(path, patterns)] { answer(listing); });
+  });
+  if (!FReading) answer({TPathKind::Folder, {}, false, true});  // no thread: it cannot be read
+}
+
+QString TRecordingList::Show(const QString& folder, TFolderListing listing) {
   FFolder = folder;
-  TFolderListing listing = ReadFolder(folder, patterns);
   const QString shown = QDir::toNativeSeparators(folder);
   const auto count = listing.Entries.size();
   FModel->SetEntries(std::move(listing.Entries));
@@ -108,6 +123,8 @@ QString TRecordingList::ShowFolder(const QString& folder, const QStringList& pat
 }
 
 void TRecordingList::Clear() {
+  FTask->Cancel();
+  FReading = false;
   FModel->SetEntries({});
 }
 

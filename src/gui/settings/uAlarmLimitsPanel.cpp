@@ -1,11 +1,14 @@
 #include "gui/settings/uAlarmLimitsPanel.h"
 
 #include <QCheckBox>
+#include <QCoreApplication>
 #include <QGridLayout>
 #include <QLabel>
 #include <QScreen>
+#include <QStatusTipEvent>
 #include <algorithm>
 
+#include "gui/common/uTheme.h"
 #include "gui/settings/uLimitEdit.h"
 
 namespace {
@@ -27,8 +30,10 @@ constexpr TRow kRows[] = {{"&Acceleration", "g", "dxBarSpinAlarmAccMin", "dxBarS
                           {"A&3", "", "dxBarSpinAlarmA3Min", "dxBarSpinAlarmA3Max"},
                           {"A&4", "", "dxBarSpinAlarmA4Min", "dxBarSpinAlarmA4Max"}};
 
-TLimitEdit* MakeEdit(QWidget* parent, const char* name, const QString& quantity, const QString& end) {
+TLimitEdit* MakeEdit(TAlarmLimitsPanel* parent, const char* name, const QString& quantity, const QString& end) {
   auto* edit = new TLimitEdit(parent);
+  QObject::connect(edit, &TLimitEdit::Typed, parent, [parent] { parent->ShowProblem({}); });
+  QObject::connect(edit, &TLimitEdit::Refused, parent, &TAlarmLimitsPanel::ShowProblem);
   edit->setObjectName(name);
   edit->setAccessibleName(QString("%1, %2").arg(quantity, end));
   edit->setToolTip(QObject::tr("%1: a value beyond is marked").arg(edit->accessibleName()));
@@ -37,7 +42,7 @@ TLimitEdit* MakeEdit(QWidget* parent, const char* name, const QString& quantity,
 
 }  // namespace
 
-TAlarmLimitsPanel::TAlarmLimitsPanel(QWidget* parent) : QFrame(parent, Qt::Popup) {
+TAlarmLimitsPanel::TAlarmLimitsPanel(QWidget* parent) : QFrame(parent, Qt::Popup), FProblem(new QLabel(this)) {
   setObjectName("pnlAlarmLimits");
   setAccessibleName(tr("Alarm limits"));
   setFrameShape(QFrame::StyledPanel);
@@ -66,6 +71,24 @@ TAlarmLimitsPanel::TAlarmLimitsPanel(QWidget* parent) : QFrame(parent, Qt::Popup
     grid->addWidget(fromFile, line++, 1, 1, 3);
     grid->addWidget(inForce, line++, 1, 1, 3);
   }
+  FProblem->setObjectName("lblAlarmLimitRefused");
+  FProblem->setTextFormat(Qt::PlainText);
+  FProblem->setWordWrap(true);
+  FProblem->hide();
+  grid->addWidget(FProblem, line, 0, 1, 4);
+}
+
+void TAlarmLimitsPanel::ShowProblem(const QString& problem) {
+  QPalette ink = palette();
+  ink.setColor(QPalette::WindowText, InkOn(palette(), QColor(0xB3261E)));
+  FProblem->setPalette(ink);
+  FProblem->setText(problem);
+  FProblem->setVisible(!problem.isEmpty());
+  adjustSize();
+  if (problem.isEmpty()) return;
+  // A click beside the panel takes what is typed and closes it; the window's status bar is still there.
+  QStatusTipEvent tip(problem);
+  QCoreApplication::sendEvent(parentWidget(), &tip);
 }
 
 void TAlarmLimitsPanel::OpenBelow(const QWidget& button) {

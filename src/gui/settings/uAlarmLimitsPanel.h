@@ -1,8 +1,10 @@
 // The alarm limits of every quantity, from … to …, opened below a button of the ribbon. Esc or a click beside it close
-// it.
+// it. What was typed and is not taken is said below the limits until somebody types again.
 #pragma once
 
 #include <QFrame>
+
+class QLabel;
 
 class TAlarmLimitsPanel : public QFrame {
   Q_OBJECT
@@ -11,4 +13,9 @@ class TAlarmLimitsPanel : public QFrame {
   explicit TAlarmLimitsPanel(QWidget* parent);
   // Below `button`, wholly on its screen.
   void OpenBelow(const QWidget& button);
+  // Why a limit keeps its value, also in the window's status bar; empty: nothing to say.
+  void ShowProblem(const QString& problem);
+
+ private:
+  QLabel* FProblem;
 };

@@ -1,18 +1,18 @@
 #include "gui/settings/uLimitEdit.h"
 
+#include <QLineEdit>
+#include <limits>
+
 #include "base/uText.h"
 #include "gui/common/uQtText.h"
+#include "gui/common/uTypedNumber.h"
 
 namespace {
 
-constexpr double kLargest = 1e9;
-constexpr int kDecimals = 9;
+// The base rounds to so many decimals: more than a double has between 1e-308 and 1.
+constexpr int kDecimals = 323;
+constexpr double kLargest = std::numeric_limits<double>::max();
 constexpr double kStep = 0.5;
-
-// A comma is a point to people of many countries.
-QString WithPoint(QString text) {
-  return text.trimmed().replace(',', '.').replace(QChar(0x2212), '-');
-}
 
 }  // namespace
 
@@ -22,6 +22,7 @@ TLimitEdit::TLimitEdit(QWidget* parent) : QDoubleSpinBox(parent) {
   setSingleStep(kStep);
   setKeyboardTracking(false);
   setMaximumWidth(fontMetrics().averageCharWidth() * 18);
+  connect(lineEdit(), &QLineEdit::textEdited, this, &TLimitEdit::Typed);
 }
 
 QString TLimitEdit::textFromValue(double value) const {
@@ -29,15 +30,17 @@ QString TLimitEdit::textFromValue(double value) const {
 }
 
 double TLimitEdit::valueFromText(const QString& text) const {
-  return WithPoint(text).toDouble();
+  return ReadTypedNumber(text).value.value_or(value());
 }
 
+// What may still become a number, or is to be refused as a whole, is let stand while it is typed.
 QValidator::State TLimitEdit::validate(QString& text, int& /*position*/) const {
-  const QString number = WithPoint(text);
-  bool valid = false;
-  const double value = number.toDouble(&valid);
-  if (valid) return value >= minimum() && value <= maximum() ? QValidator::Acceptable : QValidator::Invalid;
-  static const QString kParts = "0123456789.-+eE";
-  const bool maybe = std::ranges::all_of(number, [](QChar c) { return kParts.contains(c); });
+  if (ReadTypedNumber(text).value) return QValidator::Acceptable;
+  static const QString kParts = QString("0123456789.,-+eE ") + QChar(0x2212);
+  const bool maybe = std::ranges::all_of(text, [](QChar c) { return kParts.contains(c); });
   return maybe ? QValidator::Intermediate : QValidator::Invalid;
+}
+
+void TLimitEdit::fixup(QString& text) const {
+  emit Refused(ReadTypedNumber(text).problem);
 }

@@ -26,6 +26,7 @@ TLoadingPanel::TLoadingPanel(QWidget* parent)
   // The detail is cut to the panel, it never widens it.
   FDetail->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
   FProgress->setObjectName("cxProgressBar1");
+  FProgress->setLocale(QLocale::c());
   FProgress->setAccessibleName(tr("Progress"));
   FCancel->setObjectName("btnLoadingCancel");
   FCancel->setAutoDefault(true);  // Enter presses it
