@@ -69,7 +69,7 @@ std::string StampOf(const TMissionData& mission) {
 std::string SafeFileName(std::string_view name) {
   std::string safe = Replaced(name, kReserved);
   for (std::size_t i = safe.size(); i > 0 && (safe[i - 1] == '.' || safe[i - 1] == ' '); --i) safe[i - 1] = '_';
-  if (IsDevice(safe)) safe = "_" + safe.substr(std::min(safe.find('.'), safe.size()));
+  if (IsDevice(safe)) safe = fmt::format("_{}", safe.substr(std::min(safe.find('.'), safe.size())));
   return safe.empty() ? "_" : safe;
 }
 

@@ -299,7 +299,7 @@ def expected_answer(path, limit):
                 "first": Single(v[0][1]) if v else None, "last": Single(v[-1][1]) if v else None}
                for i, (name, v) in enumerate(rec.sensors)]
     return status, {"message": dict(zip(("wParam", "lParam"), rec.message)), "displayable": shown,
-                    "damaged": rec.damaged, "blocks": rec.blocks, "mission": mission, "startTime": rec.start_time,
+                    "damaged": rec.damaged, "readError": "", "blocks": rec.blocks, "mission": mission, "startTime": rec.start_time,
                     "validCreator": rec.creator, "events": events, "sensors": sensors, "texts": SKIP,
                     "tables": tables}
 
