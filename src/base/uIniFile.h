@@ -22,8 +22,8 @@ class TIniFile {
   // Throws std::runtime_error when the file is none, cannot be read or is larger than kLargest. Lines that make no
   // sense are passed over.
   static TIniFile Load(const std::filesystem::path& path);
-  // Written beside and renamed, so a failure, which throws, never costs the older file.
-  void Save(const std::filesystem::path& path) const;
+  // As it stands in a file.
+  [[nodiscard]] std::string Text() const;
 
   // Nothing when there is no such key.
   [[nodiscard]] std::optional<std::string> Find(const std::string& section, const std::string& key) const;

@@ -75,7 +75,7 @@ void WriteSheets(const TMissionData& mission, const fs::path& file, std::size_t 
   progress.SetPosition(0);
   progress.ProcessMessages();
   progress.SetMaximum(static_cast<double>(std::max<std::size_t>(count, 1)));
-  WriteExport(file, [&](const fs::path& beside) {
+  WriteExport(file, progress, [&](const fs::path& beside) {
     TSheets sheets(mission, beside, count, progress);
     fill(sheets);
     sheets.Close();

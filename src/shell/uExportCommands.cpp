@@ -204,8 +204,9 @@ void TExportCommands::EventsToCsv(TEventFiles kind, const std::vector<std::uint3
   const auto write = [&](IProgress& progress) {
     CloseDockPanels(FScreen);
     FScreen.BringToFront("WellcomePanel");
-    const auto saved = [this](const fs::path& file) { FFlow.RememberFolderOf(Utf8FromPath(file.parent_path())); };
-    ExportEventsCsv(FFlow.Mission().Data, FFlow.Mission().Events, events, kind, PathFromUtf8(*chosen), progress, saved);
+    const auto inPlace = [this](const fs::path& folder) { FFlow.RememberFolderOf(Utf8FromPath(folder)); };
+    ExportEventsCsv(FFlow.Mission().Data, FFlow.Mission().Events, events, kind, PathFromUtf8(*chosen), progress,
+                    inPlace);
   };
   const bool done = Run(PathFromUtf8(*chosen), write, [&](bool complete) {
     FScreen.BringToFront("MainPanel");

@@ -11,6 +11,7 @@
 #include "base/uFiles.h"
 #include "base/uIniFile.h"
 #include "base/uText.h"
+#include "platform/uSafeFile.h"
 
 namespace fs = std::filesystem;
 
@@ -117,5 +118,5 @@ void TRecentDocuments::Save(const fs::path& file) {
   TIniFile ini;
   Write(ini, kFiles, Files.Entries());
   Write(ini, kFolders, Folders.Entries());
-  ini.Save(file);
+  SaveFile(file, ini.Text());
 }

@@ -172,8 +172,8 @@ TEST_F(ExportCommands, ATableIsWrittenWhileItsGridIsHidden) {
     const std::string csv = (FTo / "t.csv").string();
     EXPECT_EQ(RunIn(table.csv, "t.csv"), asks(table.title, "CSV", table.name) + "hide " + table.grid +
                                              "; text PnlLoadingDetail \"" + csv + "\"; " + kCsvShown +
-                                             std::to_string(table.lines - 1) + kCsvInFront + "progress 0; " + kHidden +
-                                             "show " + table.grid + "; " + WrittenIn("t.csv"));
+                                             std::to_string(table.lines - 1) + kCsvInFront + "progress 0; messages\n" +
+                                             kHidden + "show " + table.grid + "; " + WrittenIn("t.csv"));
     folder = FTo.string();
     EXPECT_EQ(LinesOf("t.csv"), table.lines) << csv;
     EXPECT_EQ(FFlow.Mission().CLDS.CurrentRow(), table.name.starts_with("Battery") ? 0U : 1U) << "its last record";
@@ -183,7 +183,7 @@ TEST_F(ExportCommands, ATableIsWrittenWhileItsGridIsHidden) {
                   xlsx + "\"; front WellcomePanel; text PnlLoadingMsg \"Creating XLSX File...\"; progress 0; " +
                   kCsvInFront.substr(2) +
                   "progress maximum 1; progress 0; text PnlLoadingMsg \"Creating Sheet 1 of 1\"; "
-                  "messages\nprogress 1; " +
+                  "messages\nprogress 1; messages\n" +
                   kHidden + "front MainPanel; show " + table.grid + "; information \"Excel sheet created\"; ");
     FScreen.ChosenFile.reset();
     (FCommands.*table.csv)();
@@ -219,7 +219,7 @@ TEST_F(ExportCommands, WorkbooksOfEventsAndReadingsTellTheirSheets) {
   const std::string ask = fmt::format(" for {}/Mission-A17 of XLSX file|*.xlsx as xlsx; ", FFolder.Path().string());
   std::string log = RunIn(&E::barbtnEventsXLSXVisibileShocksClick, "v.xlsx");
   EXPECT_THAT(log, StartsWith("ask \"Export Shock Events to XLSX file\"" + ask));
-  EXPECT_THAT(log, HasSubstr("progress 1; text PnlLoadingMsg \"Creating Sheet 2 of 2\"; messages\nprogress 2; "));
+  EXPECT_THAT(log, HasSubstr("progress 1; text PnlLoadingMsg \"Creating Sheet 2 of 2\"; messages\nprogress 2; messages\n"));
   log = RunIn(&E::barbtnEventsXLSXAllShocksClick, "a.xlsx");
   EXPECT_THAT(log, StartsWith("ask \"Export Shock Events to XLSX file\" for " + FTo.string()));
   EXPECT_THAT(log, HasSubstr("\"Creating Sheet 3 of 3\""));
@@ -357,7 +357,7 @@ TEST_F(ExportCommands, WhileAnExportRunsEveryCommandIsRefused) {
   };
   const std::string log = Run(&E::barbtnEventsCSVAllShocksClick, FTo);
   EXPECT_EQ(log.substr(log.find(';')), undisturbed.substr(undisturbed.find(';')));
-  EXPECT_EQ(disturbed, 4);
+  EXPECT_GE(disturbed, 5);
 }
 
 TEST_F(ExportCommands, ACloseEndsTheExportAndIsDoneAfter) {

@@ -367,7 +367,7 @@ void TKorvexMainForm::actPrintViewExecute() {
 }
 
 void TKorvexMainForm::actExportViewExecute() {
-  SaveViewAsPdf(*this, *FFlow);
+  SaveViewAsPdf(*this, *FFlow, *FScreen);
 }
 
 void TKorvexMainForm::actFullScreenExecute() {
