@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::string_view kLineBreak = "\r\n";
 constexpr std::size_t kLinesPerStep = 100;
-constexpr std::size_t kFilesPerSync = 256;  // each of them is open until then
+constexpr std::size_t kFilesPerSync = 64;  // each of them is open until then
 constexpr std::string_view kEmptyRow = R"("","","","","",)";
 
 void Begin(std::size_t steps, IProgress& progress) {

@@ -13,6 +13,7 @@
 #include <deque>
 #include <fstream>
 #include <mutex>
+#include <optional>
 #include <stdexcept>
 #include <system_error>
 #include <utility>
@@ -21,6 +22,8 @@
 #include "base/uFiles.h"
 #include "base/uText.h"
 #include "export/uPackage.h"
+#include "platform/uPartFile.h"
+#include "platform/uTerminal.h"
 
 namespace fs = std::filesystem;
 
@@ -51,9 +54,10 @@ bool IsLoss(int reason) {
 }
 
 // Calls into the library. It does not look whether the rows' file takes what it writes, but the system leaves the
-// reason in errno when it does not.
+// reason in errno when it does not. What it prints besides is told by the exception.
 template <class TCall>
 void Call(const TCall& call) {
+  const TSilentErrors silent;
   errno = 0;
   const lxw_error error = call();
   const int reason = errno;
@@ -62,6 +66,13 @@ void Call(const TCall& call) {
   }
   if (error == LXW_ERROR_MEMORY_MALLOC_FAILED) throw std::bad_alloc();
   if (error != LXW_NO_ERROR) throw std::runtime_error(lxw_strerror(error));
+}
+
+// Where the next row will stand.
+off_t EndOfRows(std::FILE* rows) {
+  const off_t end = ftello(rows);
+  if (end < 0) throw std::system_error(errno, std::generic_category());
+  return end;
 }
 
 // The library's own file of the sheet in work. It is compressed until it ends, which takes seconds for a long one; cut
@@ -229,8 +240,9 @@ struct TWorkbook::TLibrary {
   TLibrary& operator=(const TLibrary&) = delete;
 
   TPointNumbers pointNumbers;
+  std::optional<TScratchFolder> scratch;
+  std::string folder;  // its path
   fs::path file;
-  std::string folder;  // of temporary files
   std::string dateMask;
   lxw_workbook* workbook = nullptr;
   lxw_worksheet* sheet = nullptr;
@@ -248,17 +260,21 @@ TWorkbook::TWorkbook(const fs::path& file, std::string_view dateMask, double cre
   if (!std::ofstream(file)) throw std::system_error(errno != 0 ? errno : EIO, std::generic_category());
   FLibrary->dateMask = dateMask;
   FLibrary->file = file;
-  FLibrary->folder = Utf8FromPath(RoomyFolder(file.parent_path()));
+  const fs::path roomy = RoomyFolder(file.parent_path());
+  RemoveAbandonedParts(roomy);
+  FLibrary->folder = Utf8FromPath(FLibrary->scratch.emplace(roomy).Path());
   lxw_workbook_options options{};
   options.constant_memory = LXW_TRUE;
   options.use_zip64 = LXW_FALSE;
-  if (!FLibrary->folder.empty()) options.tmpdir = FLibrary->folder.data();
+  options.tmpdir = FLibrary->folder.data();
   Call([&] {
     FLibrary->rows = lxw_tmpfile(options.tmpdir);
     return FLibrary->rows == nullptr ? LXW_ERROR_CREATING_TMPFILE : LXW_NO_ERROR;
   });
-  FLibrary->workbook = workbook_new_opt(Utf8FromPath(file).c_str(), &options);
-  if (FLibrary->workbook == nullptr) throw std::bad_alloc();
+  Call([&] {
+    FLibrary->workbook = workbook_new_opt(Utf8FromPath(file).c_str(), &options);
+    return FLibrary->workbook == nullptr ? LXW_ERROR_MEMORY_MALLOC_FAILED : LXW_NO_ERROR;
+  });
   lxw_doc_properties properties{};
   properties.created = CreationTime(created);
   Call([&] { return workbook_set_properties(FLibrary->workbook, &properties); });
@@ -277,7 +293,7 @@ void TWorkbook::AddSheet(const std::string& name, std::size_t frozenRows) {
   });
   std::fclose(FLibrary->sheet->optimize_tmpfile);
   FLibrary->sheet->optimize_tmpfile = FLibrary->sheet->file = FLibrary->rows;
-  FLibrary->sheets.push_back({&FLibrary->packing, FLibrary->sheet, ftello(FLibrary->rows)});
+  FLibrary->sheets.push_back({&FLibrary->packing, FLibrary->sheet, EndOfRows(FLibrary->rows)});
   worksheet_freeze_panes(FLibrary->sheet, static_cast<lxw_row_t>(frozenRows), 0);
 }
 
@@ -321,7 +337,7 @@ void TWorkbook::EndSheet() {
     return LXW_NO_ERROR;
   });
   std::free(std::exchange(FLibrary->sheet->array, nullptr));
-  FLibrary->sheets.back().end = ftello(FLibrary->rows);
+  FLibrary->sheets.back().end = EndOfRows(FLibrary->rows);
   FLibrary->sheet = nullptr;
 }
 

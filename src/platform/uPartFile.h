@@ -30,9 +30,26 @@ class TPartFile {
   int FDescriptor = -1;
 };
 
+// A folder ".shockscope-", eight hexadecimal digits and ".tmp" for a library whose files have a name for a moment
+// before they become nameless. Locked like a file in work.
+class TScratchFolder {
+ public:
+  // Throws std::system_error.
+  explicit TScratchFolder(const std::filesystem::path& folder);
+  // Removes the folder and the empty files in it.
+  ~TScratchFolder();
+  TScratchFolder(const TScratchFolder&) = delete;
+  TScratchFolder& operator=(const TScratchFolder&) = delete;
+  [[nodiscard]] const std::filesystem::path& Path() const { return FPath; }
+
+ private:
+  std::filesystem::path FPath;
+  int FDescriptor = -1;
+};
+
 // Waits until the disk has the names of the folder's files, as far as its file system can tell.
 void SyncFolder(const std::filesystem::path& folder) noexcept;
 
-// Removes what killed runs left in the folder, and nothing else: no file that is locked, no link, no other name. What
-// cannot be removed stays.
+// Removes what killed runs left in the folder, and nothing else: nothing that is locked, no link, no other name, and of
+// the scratch folders only those that hold empty files alone. What cannot be removed stays.
 void RemoveAbandonedParts(const std::filesystem::path& folder) noexcept;

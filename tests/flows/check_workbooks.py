@@ -156,12 +156,13 @@ def check_no_room(kshock, folder, path):
         export(kshock, path, folder, name)
         for limit in limits_for(max((f"{folder}/{file}" for file in os.listdir(folder)), key=os.path.getmtime)):
             before = {file: open(f"{folder}/{file}", "rb").read() for file in os.listdir(folder)}
-            small = run(kshock, "export", path, "--to", folder, name, restore_signals=False,
+            small = run(kshock, "export", path, "--to", folder, name,
                         preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (limit, limit)))
             expect(f"files after {name} with {limit} bytes", sorted(before), sorted(os.listdir(folder)))
             if small.returncode == 4:
                 message = small.stderr.decode("utf-8")
                 expect(f"{name} with {limit} bytes", True, "File too large" in message or "No space left" in message)
+                expect(f"lines of the library with {limit} bytes", 1, message.count("\n"))
                 for file, content in before.items():
                     expect(f"{file} with {limit} bytes", True, content == open(f"{folder}/{file}", "rb").read())
             else:

@@ -89,8 +89,8 @@ TEST(SafeFile, ASetIsPutInPlaceTogetherAndPastAFailure) {
   EXPECT_EQ(BytesOfFile(folder / "c"), TBytes{7});
 }
 
-// What a killed run left goes with the next write; what is only named like it, is in a folder below, or is being
-// written by another process stays.
+// What a killed run left goes with the next write; what is only named like it, holds something, or is being written by
+// another process stays.
 TEST(SafeFile, AbandonedFilesAreRemovedAndNoOthers) {
   const TTempFolder folder;
   int ready[2];
@@ -107,16 +107,20 @@ TEST(SafeFile, AbandonedFilesAreRemovedAndNoOthers) {
   ASSERT_EQ(read(ready[0], &byte, 1), 1);
   const std::string held = FilesIn(folder).front();
 
-  WriteFile(folder / ".shockscope-0123abcd.part", {1, 2});
   const std::vector<std::string> kept = {".shockscope-0123ABCD.part", ".shockscope-0123abc.part",
                                          ".shockscope-0123abcd.parts", "shockscope-0123abcd.part"};
   for (const std::string& name : kept) WriteFile(folder / name, {1});
   fs::create_directory(folder / ".shockscope-00000000.part");
+  fs::create_directory(folder / ".shockscope-00000000.tmp");
+  WriteFile(folder / ".shockscope-00000000.tmp/full", {1});
+  const TScratchFolder scratch(folder.Path());
   fs::create_symlink(kept[0], folder / ".shockscope-00000001.part");
   ASSERT_EQ(mkfifo((folder / ".shockscope-00000002.part").c_str(), 0600), 0);
   std::vector<std::string> all = FilesIn(folder);
-  std::erase(all, ".shockscope-0123abcd.part");
   all.push_back("new");
+  WriteFile(folder / ".shockscope-0123abcd.part", {1, 2});
+  fs::create_directory(folder / ".shockscope-0123abcd.tmp");
+  WriteFile(folder / ".shockscope-0123abcd.tmp/tmp.1", {});
   SaveFile(folder / "new", "x");
   EXPECT_THAT(FilesIn(folder), testing::UnorderedElementsAreArray(all));
 

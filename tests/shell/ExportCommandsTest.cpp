@@ -219,7 +219,8 @@ TEST_F(ExportCommands, WorkbooksOfEventsAndReadingsTellTheirSheets) {
   const std::string ask = fmt::format(" for {}/Mission-A17 of XLSX file|*.xlsx as xlsx; ", FFolder.Path().string());
   std::string log = RunIn(&E::barbtnEventsXLSXVisibileShocksClick, "v.xlsx");
   EXPECT_THAT(log, StartsWith("ask \"Export Shock Events to XLSX file\"" + ask));
-  EXPECT_THAT(log, HasSubstr("progress 1; text PnlLoadingMsg \"Creating Sheet 2 of 2\"; messages\nprogress 2; messages\n"));
+  EXPECT_THAT(log,
+              HasSubstr("progress 1; text PnlLoadingMsg \"Creating Sheet 2 of 2\"; messages\nprogress 2; messages\n"));
   log = RunIn(&E::barbtnEventsXLSXAllShocksClick, "a.xlsx");
   EXPECT_THAT(log, StartsWith("ask \"Export Shock Events to XLSX file\" for " + FTo.string()));
   EXPECT_THAT(log, HasSubstr("\"Creating Sheet 3 of 3\""));

@@ -1,6 +1,6 @@
 // A main window that writes down what it is told: the log is what a test reads. "; " ends a call, a new line begins
-// when the window has handled its messages, however often in a row. Controls that are shown, hidden, enabled or disabled in a row share their
-// verb.
+// when the window has handled its messages, however often in a row. Controls that are shown, hidden, enabled or
+// disabled in a row share their verb.
 #pragma once
 
 #include <fmt/format.h>
