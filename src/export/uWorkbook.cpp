@@ -247,6 +247,8 @@ struct TWorkbook::TLibrary {
   lxw_workbook* workbook = nullptr;
   lxw_worksheet* sheet = nullptr;
   lxw_format* dateFormat = nullptr;
+  lxw_format* titleFormat = nullptr;
+  lxw_format* numberTextFormat = nullptr;
   // The library would keep a file open for each sheet, or all rows in memory. It has this one file instead, where the
   // rows of one sheet follow on those of another.
   std::FILE* rows = nullptr;
@@ -278,9 +280,13 @@ TWorkbook::TWorkbook(const fs::path& file, std::string_view dateMask, double cre
   lxw_doc_properties properties{};
   properties.created = CreationTime(created);
   Call([&] { return workbook_set_properties(FLibrary->workbook, &properties); });
-  FLibrary->dateFormat = workbook_add_format(FLibrary->workbook);
-  if (FLibrary->dateFormat == nullptr) throw std::bad_alloc();
+  for (lxw_format** format : {&FLibrary->dateFormat, &FLibrary->titleFormat, &FLibrary->numberTextFormat}) {
+    *format = workbook_add_format(FLibrary->workbook);
+    if (*format == nullptr) throw std::bad_alloc();
+  }
   format_set_num_format(FLibrary->dateFormat, SpreadsheetMask(dateMask).c_str());
+  format_set_bold(FLibrary->titleFormat);
+  format_set_align(FLibrary->numberTextFormat, LXW_ALIGN_RIGHT);
 }
 
 TWorkbook::~TWorkbook() = default;
@@ -302,12 +308,22 @@ void TWorkbook::SetColumnWidth(std::size_t column, std::size_t characters) {
   Call([&] { return worksheet_set_column(FLibrary->sheet, at, at, static_cast<double>(characters), nullptr); });
 }
 
-void TWorkbook::WriteText(std::size_t row, std::size_t column, std::string_view text) {
+void TWorkbook::MarkTable(std::size_t titleRow, std::size_t lastRow, std::size_t columns) {
+  const auto row = static_cast<lxw_row_t>(lastRow);
+  const auto column = static_cast<lxw_col_t>(columns - 1);
+  Call([&] { return worksheet_autofilter(FLibrary->sheet, static_cast<lxw_row_t>(titleRow), 0, row, column); });
+  char range[LXW_MAX_CELL_RANGE_LENGTH] = {};
+  lxw_rowcol_to_range(range, 0, 0, row, std::max(column, lxw_col_t{1}));
+  Call([&] { return worksheet_ignore_errors(FLibrary->sheet, LXW_IGNORE_NUMBER_STORED_AS_TEXT, range); });
+}
+
+void TWorkbook::WriteText(std::size_t row, std::size_t column, std::string_view text, TCellStyle style) {
   if (text.empty()) return;
   const std::string cell = CellText(text);
+  lxw_format* formats[] = {nullptr, FLibrary->titleFormat, FLibrary->numberTextFormat};
   Call([&] {
     return worksheet_write_string(FLibrary->sheet, static_cast<lxw_row_t>(row), static_cast<lxw_col_t>(column),
-                                  cell.c_str(), nullptr);
+                                  cell.c_str(), formats[static_cast<std::size_t>(style)]);
   });
 }
 
