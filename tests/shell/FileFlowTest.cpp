@@ -124,6 +124,7 @@ hide pnlLoading; taskbar off; enable)log" +
                                 kOpenButtons +
                                 "show btngrpView dxBarOverview dxBarLargeShockView dxBarReport"
                                 " btngrpEventsExport btngrpSensorsExport btngrpTables; "
+                                "enable barbtnTablesExportCSVBattery barbtnTablesExportXLSXBattery; "
                                 "selected 1; position 1; "  // the most intense event
                                 "ribbon suspended; hide dxBarShockPrint dxBarShockExport btngrpShock btngrpFilter"
                                 " btngrpShockSeries btngrpShockTools btngrpShockExport btngrpShockImage"
