@@ -136,6 +136,7 @@ hide pnlLoading; taskbar off; enable)log" +
                                 kDockPanelNames +
                                 "; ribbon resumed; repaint ChartAllSensors; recent 1 files 1 folders; "
                                 "text lblStatusFile \"three.kshock · complete\"; ");
+  EXPECT_EQ(FScreen.AtOnce, 6) << "the panel and five steps; rows are painted when it is time";
   EXPECT_TRUE(FFlow.FileShown());
   EXPECT_EQ(SensorList.StartTime, 45123.25);
   EXPECT_TRUE(MissionData.bValidStartTime);
