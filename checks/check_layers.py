@@ -8,7 +8,7 @@ import sys
 LOGIC = ["base", "model", "analysis", "navigation", "export", "platform", "shell"]
 MAY = {
     "base": set(), "model": {"base"}, "analysis": {"base", "model"}, "navigation": {"base"},
-    "export": {"base", "model", "analysis"}, "platform": {"base"}, "shell": set(LOGIC),
+    "export": {"base", "model", "analysis", "platform"}, "platform": {"base"}, "shell": set(LOGIC),
     "gui": set(LOGIC), "app": {"base", "platform", "shell", "gui"}, "cli": set(LOGIC),
 }
 SHARED_GUI = {"common": set(), "platform": {"common"}, "charts": {"common", "platform"}}

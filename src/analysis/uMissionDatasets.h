@@ -43,6 +43,9 @@ struct TMissionDatasets {
   std::array<std::string, 2> TotalIntensityLabels;
 };
 
+// Why there is no battery table.
+inline constexpr std::string_view kNoBattery = "the recording has no battery channel";
+
 // The tables by the names that commands know them by.
 inline constexpr std::pair<std::string_view, TDataset TMissionDatasets::*> kTables[] = {
     {"events", &TMissionDatasets::Events},

@@ -14,14 +14,16 @@ void RunBeside(const std::function<void(const std::stop_token&)>& work, IProgres
   std::stop_source stop;
   std::future<void> done = std::async(std::launch::async, work, stop.get_token());
   std::exception_ptr wanted;
-  while (done.wait_for(kBetweenMessages) != std::future_status::ready) {
+  std::future_status status{};
+  do {
+    status = done.wait_for(kBetweenMessages);
     try {
       progress.ProcessMessages();
     } catch (...) {
       wanted = std::current_exception();
       stop.request_stop();
     }
-  }
+  } while (status != std::future_status::ready);
   if (wanted) std::rethrow_exception(wanted);
   done.get();
 }

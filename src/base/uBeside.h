@@ -6,7 +6,7 @@
 
 #include "base/uProgress.h"
 
-// Has `work` done on another thread; until it is done `progress` processes messages, on the caller's. What the work
-// throws is thrown here. What ProcessMessages throws asks the work to stop, and is thrown in its place once it has
-// ended.
+// Has `work` done on another thread; until it is done `progress` processes messages, on the caller's and at least once.
+// What the work throws is thrown here. What ProcessMessages throws asks the work to stop, and is thrown in its place
+// once it has ended.
 void RunBeside(const std::function<void(const std::stop_token&)>& work, IProgress& progress);

@@ -1,8 +1,8 @@
 // Paths and files, with std::filesystem alone. Text inside the program is UTF-8, so is a path given as text.
 #pragma once
 
+#include <exception>
 #include <filesystem>
-#include <functional>
 #include <string>
 #include <string_view>
 
@@ -13,9 +13,5 @@ std::string Utf8FromPath(const std::filesystem::path& path);
 // "a-kept.ini" or "a-kept-2.ini", and returns it. Throws std::filesystem::filesystem_error when that fails.
 std::filesystem::path KeepAside(const std::filesystem::path& path);
 
-// Writes a file beside the wanted one and renames it into place, so that a failure never costs an older file: `write`
-// gets the path to write to; whatever it throws leaves nothing behind. A link is followed, the permissions are kept.
-// Throws std::filesystem::filesystem_error when the target is something else than a file, write-protected, or cannot be
-// replaced.
-void WriteBesideAndRename(const std::filesystem::path& target,
-                          const std::function<void(const std::filesystem::path&)>& write);
+// What went wrong, without the file that a std::filesystem::filesystem_error names.
+std::string ReasonOf(const std::exception& error);

@@ -58,15 +58,10 @@ TIniFile TIniFile::Load(const fs::path& path) {
   return ini;
 }
 
-void TIniFile::Save(const fs::path& path) const {
+std::string TIniFile::Text() const {
   std::string text;
   if (FContent->Save(text) < 0) throw std::bad_alloc();
-  WriteBesideAndRename(path, [&text](const fs::path& beside) {
-    std::ofstream file(beside, std::ios::binary);
-    file << text;
-    file.close();
-    if (!file) throw std::runtime_error("The file cannot be written whole.");
-  });
+  return text;
 }
 
 bool TIniFile::HasSection(const std::string& section) const {

@@ -23,8 +23,8 @@ class TIniFile {
   // Throws std::runtime_error when the file is none, cannot be read, is larger than kLargest or holds a NUL, as UTF-16
   // does. Lines that make no sense are passed over.
   static TIniFile Load(const std::filesystem::path& path);
-  // Written beside and renamed, so a failure, which throws, never costs the older file.
-  void Save(const std::filesystem::path& path) const;
+  // As it stands in a file.
+  [[nodiscard]] std::string Text() const;
 
   [[nodiscard]] bool HasSection(const std::string& section) const;
   // Nothing when there is no such key.

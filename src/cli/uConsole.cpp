@@ -3,14 +3,12 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
-#include <new>
+
+#include "base/uFiles.h"
 
 std::string Describe(const std::exception& error) {
-  if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr) return "There is not enough memory.";
-  if (const auto* file = dynamic_cast<const std::filesystem::filesystem_error*>(&error)) {
-    return "The file cannot be written: " + file->code().message() + ".";
-  }
-  return error.what();
+  const bool ofFile = dynamic_cast<const std::filesystem::filesystem_error*>(&error) != nullptr;
+  return (ofFile ? "The file cannot be written: " : "") + ReasonOf(error);
 }
 
 TStatus WorseOf(TStatus a, TStatus b) {

@@ -14,6 +14,7 @@
 #include "cli/uCommands.h"
 #include "model/uBlockTypes.h"
 #include "model/uRecordingWriter.h"
+#include "platform/uSafeFile.h"
 
 namespace {
 

@@ -193,6 +193,11 @@ TStatus ExportCommand(const std::string& file, const TExportRequest& request, co
   TStatus status = recording.status;
   for (const std::string_view what : kExports) {
     if (!isWanted(what)) continue;
+    if (what.starts_with("battery-") && source.tables.Battery.Fields().empty()) {
+      console.err(fmt::format("kshock: {}: {}: {}\n", Printable(file), what, kNoBattery));
+      status = WorseOf(status, TStatus::NoResult);
+      continue;
+    }
     try {
       TConsoleProgress progress(what, console);
       Export(what, source, progress);

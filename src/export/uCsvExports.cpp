@@ -1,7 +1,7 @@
 #include "export/uCsvExports.h"
 
 #include <algorithm>
-#include <system_error>
+#include <exception>
 
 #include "base/uFiles.h"
 #include "base/uText.h"
@@ -13,6 +13,7 @@ namespace {
 
 constexpr std::string_view kLineBreak = "\r\n";
 constexpr std::size_t kLinesPerStep = 100;
+constexpr std::size_t kFilesPerSync = 64;  // each of them is open until then
 constexpr std::string_view kEmptyRow = R"("","","","","",)";
 
 void Begin(std::size_t steps, IProgress& progress) {
@@ -39,8 +40,8 @@ class TCsvFile {
   std::size_t FLines = 0;
 };
 
-void WriteEvent(const TEvent& event, bool highPass, const fs::path& path, IProgress& progress) {
-  WriteExport(path, [&](const fs::path& beside) {
+TFileWriter EventWriter(const TEvent& event, bool highPass, IProgress& progress) {
+  return [&event, highPass, &progress](const fs::path& beside) {
     TCsvFile file(beside, progress);
     AppendCsvTitles(file.Text(), kTimeTitles);
     ForEachCurveRow(event, highPass, [&file](const TCurveRow& row) {
@@ -48,7 +49,7 @@ void WriteEvent(const TEvent& event, bool highPass, const fs::path& path, IProgr
       file.EndLine();
     });
     file.Close();
-  });
+  };
 }
 
 }  // namespace
@@ -93,29 +94,45 @@ void WriteTableCsv(TDataset& table, const TCsvSink& sink) {
 
 fs::path ExportEventsCsv(const TMissionData& mission, const TEventList& events, std::span<const std::uint32_t> indices,
                          TEventFiles kind, const fs::path& chosen, IProgress& progress,
-                         const std::function<void(const fs::path&)>& saved) {
+                         const std::function<void(const fs::path&)>& inPlace) {
   Begin(indices.empty() ? 0 : indices.size() - 1, progress);
   fs::path folder = chosen / PathFromUtf8(EventFolderName(kind, mission));
   fs::create_directory(folder);
-  for (std::size_t i = 0; i < indices.size(); ++i) {
-    progress.SetPosition(static_cast<double>(i));
-    progress.ProcessMessages();
-    const TEvent& event = events.GetItem(indices[i]);
-    const fs::path file = folder / PathFromUtf8(EventFileName(kind, indices[i], event));
-    WriteEvent(event, false, file, progress);
-    if (saved) saved(file);
+  TFileSet files;
+  const auto putInPlace = [&](IProgress& told) {
+    if (files.Count() == 0) return;
+    PutInPlace(files, told);
+    if (inPlace) inPlace(folder);
+  };
+  try {
+    for (std::size_t i = 0; i < indices.size(); ++i) {
+      progress.SetPosition(static_cast<double>(i));
+      progress.ProcessMessages();
+      const TEvent& event = events.GetItem(indices[i]);
+      const fs::path file = folder / PathFromUtf8(EventFileName(kind, indices[i], event));
+      files.Write(file, EventWriter(event, false, progress));
+      if (files.Count() == kFilesPerSync) putInPlace(progress);
+    }
+    putInPlace(progress);
+  } catch (...) {
+    TNoProgress silent;
+    try {
+      putInPlace(silent);
+    } catch (const std::exception&) {  // what ended the export is what is told
+    }
+    throw;
   }
   return folder;
 }
 
 void ExportEventCsv(const TEvent& event, bool highPass, const fs::path& file, IProgress& progress) {
   Begin(1, progress);
-  WriteEvent(event, highPass, file, progress);
+  WriteExport(file, progress, EventWriter(event, highPass, progress));
 }
 
 void ExportSpectrumCsv(const TSpectrum& spectrum, std::size_t timePoints, const fs::path& path, IProgress& progress) {
   Begin(1, progress);
-  WriteExport(path, [&](const fs::path& beside) {
+  WriteExport(path, progress, [&](const fs::path& beside) {
     TCsvFile file(beside, progress);
     AppendCsvTitles(file.Text(), kSpectrumTitles);
     for (std::size_t i = 0; i < timePoints; ++i) {
@@ -133,7 +150,7 @@ void ExportSpectrumCsv(const TSpectrum& spectrum, std::size_t timePoints, const 
 
 void ExportTableCsv(TDataset& table, const fs::path& path, IProgress& progress) {
   Begin(table.RecordCount(), progress);
-  WriteExport(path, [&](const fs::path& beside) {
+  WriteExport(path, progress, [&](const fs::path& beside) {
     TCsvFile file(beside, progress);
     std::size_t line = 0;
     WriteTableCsv(table, [&](std::string_view text) {

@@ -35,12 +35,12 @@ void AppendCsvRow(std::string& text, const TCurveRow& row);
 void WriteTableCsv(TDataset& table, const TCsvSink& sink);
 
 // A file for each event, by the indices of the events in the list, in the folder EventFolderName of the chosen one; it
-// is made when it is not there, and files in it are replaced. `saved` gets each file once it is complete. Returns the
-// folder.
+// is made when it is not there, and files in it are replaced. Files are put in place many at a time, also where the
+// export ends early; `inPlace` gets the folder each time. Returns the folder.
 std::filesystem::path ExportEventsCsv(const TMissionData& mission, const TEventList& events,
                                       std::span<const std::uint32_t> indices, TEventFiles kind,
                                       const std::filesystem::path& chosen, IProgress& progress,
-                                      const std::function<void(const std::filesystem::path&)>& saved = {});
+                                      const std::function<void(const std::filesystem::path&)>& inPlace = {});
 
 // The curves of one event as the shock chart shows them.
 void ExportEventCsv(const TEvent& event, bool highPass, const std::filesystem::path& file, IProgress& progress);

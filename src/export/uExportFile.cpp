@@ -1,9 +1,10 @@
 #include "export/uExportFile.h"
 
 #include <cerrno>
+#include <cstddef>
 #include <system_error>
 
-#include "base/uFiles.h"
+#include "base/uBeside.h"
 
 namespace fs = std::filesystem;
 
@@ -17,12 +18,16 @@ constexpr std::size_t kPieceBytes = std::size_t{256} * 1024;
 
 }  // namespace
 
-void WriteExport(const fs::path& file, const std::function<void(const fs::path&)>& write) {
-  try {
-    WriteBesideAndRename(file, write);
-  } catch (const std::system_error& error) {
-    throw fs::filesystem_error("The file cannot be written", file, error.code());
-  }
+void WriteExport(const fs::path& file, IProgress& progress, const TFileWriter& write) {
+  TFileSet files;
+  files.Write(file, write);
+  PutInPlace(files, progress);
+}
+
+void PutInPlace(TFileSet& files, IProgress& progress) {
+  if (files.Count() == 0) return;
+  RunBeside([&files](const std::stop_token&) { files.Sync(); }, progress);
+  files.PutInPlace();
 }
 
 TTextFile::TTextFile(const fs::path& path) {

@@ -1,16 +1,18 @@
 // How every export writes its file.
 #pragma once
 
-#include <cstddef>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <string>
-#include <string_view>
 
-// Has `write` write beside the wanted file and renames; an older file stays whole until then, and whatever is thrown
-// leaves nothing behind. A std::system_error becomes a std::filesystem::filesystem_error that names the wanted file.
-void WriteExport(const std::filesystem::path& file, const std::function<void(const std::filesystem::path&)>& write);
+#include "base/uProgress.h"
+#include "platform/uSafeFile.h"
+
+// As WriteBesideAndRename; while the disk takes the file, `progress` processes messages, and what that throws leaves
+// the older file.
+void WriteExport(const std::filesystem::path& file, IProgress& progress, const TFileWriter& write);
+// Waits for the disk as above, and puts the files of the set in place.
+void PutInPlace(TFileSet& files, IProgress& progress);
 
 // Text that goes to a file in large pieces. Throws std::system_error.
 class TTextFile {

@@ -13,6 +13,7 @@
 #include <deque>
 #include <fstream>
 #include <mutex>
+#include <optional>
 #include <stdexcept>
 #include <system_error>
 #include <utility>
@@ -21,6 +22,8 @@
 #include "base/uFiles.h"
 #include "base/uText.h"
 #include "export/uPackage.h"
+#include "platform/uPartFile.h"
+#include "platform/uTerminal.h"
 
 namespace fs = std::filesystem;
 
@@ -51,9 +54,10 @@ bool IsLoss(int reason) {
 }
 
 // Calls into the library. It does not look whether the rows' file takes what it writes, but the system leaves the
-// reason in errno when it does not.
+// reason in errno when it does not. What it prints besides is told by the exception.
 template <class TCall>
 void Call(const TCall& call) {
+  const TSilentErrors silent;
   errno = 0;
   const lxw_error error = call();
   const int reason = errno;
@@ -62,6 +66,13 @@ void Call(const TCall& call) {
   }
   if (error == LXW_ERROR_MEMORY_MALLOC_FAILED) throw std::bad_alloc();
   if (error != LXW_NO_ERROR) throw std::runtime_error(lxw_strerror(error));
+}
+
+// Where the next row will stand.
+off_t EndOfRows(std::FILE* rows) {
+  const off_t end = ftello(rows);
+  if (end < 0) throw std::system_error(errno, std::generic_category());
+  return end;
 }
 
 // The library's own file of the sheet in work. It is compressed until it ends, which takes seconds for a long one; cut
@@ -229,12 +240,15 @@ struct TWorkbook::TLibrary {
   TLibrary& operator=(const TLibrary&) = delete;
 
   TPointNumbers pointNumbers;
+  std::optional<TScratchFolder> scratch;
+  std::string folder;  // its path
   fs::path file;
-  std::string folder;  // of temporary files
   std::string dateMask;
   lxw_workbook* workbook = nullptr;
   lxw_worksheet* sheet = nullptr;
   lxw_format* dateFormat = nullptr;
+  lxw_format* titleFormat = nullptr;
+  lxw_format* numberTextFormat = nullptr;
   // The library would keep a file open for each sheet, or all rows in memory. It has this one file instead, where the
   // rows of one sheet follow on those of another.
   std::FILE* rows = nullptr;
@@ -248,23 +262,31 @@ TWorkbook::TWorkbook(const fs::path& file, std::string_view dateMask, double cre
   if (!std::ofstream(file)) throw std::system_error(errno != 0 ? errno : EIO, std::generic_category());
   FLibrary->dateMask = dateMask;
   FLibrary->file = file;
-  FLibrary->folder = Utf8FromPath(RoomyFolder(file.parent_path()));
+  const fs::path roomy = RoomyFolder(file.parent_path());
+  RemoveAbandonedParts(roomy);
+  FLibrary->folder = Utf8FromPath(FLibrary->scratch.emplace(roomy).Path());
   lxw_workbook_options options{};
   options.constant_memory = LXW_TRUE;
   options.use_zip64 = LXW_FALSE;
-  if (!FLibrary->folder.empty()) options.tmpdir = FLibrary->folder.data();
+  options.tmpdir = FLibrary->folder.data();
   Call([&] {
     FLibrary->rows = lxw_tmpfile(options.tmpdir);
     return FLibrary->rows == nullptr ? LXW_ERROR_CREATING_TMPFILE : LXW_NO_ERROR;
   });
-  FLibrary->workbook = workbook_new_opt(Utf8FromPath(file).c_str(), &options);
-  if (FLibrary->workbook == nullptr) throw std::bad_alloc();
+  Call([&] {
+    FLibrary->workbook = workbook_new_opt(Utf8FromPath(file).c_str(), &options);
+    return FLibrary->workbook == nullptr ? LXW_ERROR_MEMORY_MALLOC_FAILED : LXW_NO_ERROR;
+  });
   lxw_doc_properties properties{};
   properties.created = CreationTime(created);
   Call([&] { return workbook_set_properties(FLibrary->workbook, &properties); });
-  FLibrary->dateFormat = workbook_add_format(FLibrary->workbook);
-  if (FLibrary->dateFormat == nullptr) throw std::bad_alloc();
+  for (lxw_format** format : {&FLibrary->dateFormat, &FLibrary->titleFormat, &FLibrary->numberTextFormat}) {
+    *format = workbook_add_format(FLibrary->workbook);
+    if (*format == nullptr) throw std::bad_alloc();
+  }
   format_set_num_format(FLibrary->dateFormat, SpreadsheetMask(dateMask).c_str());
+  format_set_bold(FLibrary->titleFormat);
+  format_set_align(FLibrary->numberTextFormat, LXW_ALIGN_RIGHT);
 }
 
 TWorkbook::~TWorkbook() = default;
@@ -277,7 +299,7 @@ void TWorkbook::AddSheet(const std::string& name, std::size_t frozenRows) {
   });
   std::fclose(FLibrary->sheet->optimize_tmpfile);
   FLibrary->sheet->optimize_tmpfile = FLibrary->sheet->file = FLibrary->rows;
-  FLibrary->sheets.push_back({&FLibrary->packing, FLibrary->sheet, ftello(FLibrary->rows)});
+  FLibrary->sheets.push_back({&FLibrary->packing, FLibrary->sheet, EndOfRows(FLibrary->rows)});
   worksheet_freeze_panes(FLibrary->sheet, static_cast<lxw_row_t>(frozenRows), 0);
 }
 
@@ -286,12 +308,22 @@ void TWorkbook::SetColumnWidth(std::size_t column, std::size_t characters) {
   Call([&] { return worksheet_set_column(FLibrary->sheet, at, at, static_cast<double>(characters), nullptr); });
 }
 
-void TWorkbook::WriteText(std::size_t row, std::size_t column, std::string_view text) {
+void TWorkbook::MarkTable(std::size_t titleRow, std::size_t lastRow, std::size_t columns) {
+  const auto row = static_cast<lxw_row_t>(lastRow);
+  const auto column = static_cast<lxw_col_t>(columns - 1);
+  Call([&] { return worksheet_autofilter(FLibrary->sheet, static_cast<lxw_row_t>(titleRow), 0, row, column); });
+  char range[LXW_MAX_CELL_RANGE_LENGTH] = {};
+  lxw_rowcol_to_range(range, 0, 0, row, std::max(column, lxw_col_t{1}));
+  Call([&] { return worksheet_ignore_errors(FLibrary->sheet, LXW_IGNORE_NUMBER_STORED_AS_TEXT, range); });
+}
+
+void TWorkbook::WriteText(std::size_t row, std::size_t column, std::string_view text, TCellStyle style) {
   if (text.empty()) return;
   const std::string cell = CellText(text);
+  lxw_format* formats[] = {nullptr, FLibrary->titleFormat, FLibrary->numberTextFormat};
   Call([&] {
     return worksheet_write_string(FLibrary->sheet, static_cast<lxw_row_t>(row), static_cast<lxw_col_t>(column),
-                                  cell.c_str(), nullptr);
+                                  cell.c_str(), formats[static_cast<std::size_t>(style)]);
   });
 }
 
@@ -321,7 +353,7 @@ void TWorkbook::EndSheet() {
     return LXW_NO_ERROR;
   });
   std::free(std::exchange(FLibrary->sheet->array, nullptr));
-  FLibrary->sheets.back().end = ftello(FLibrary->rows);
+  FLibrary->sheets.back().end = EndOfRows(FLibrary->rows);
   FLibrary->sheet = nullptr;
 }
 

@@ -13,6 +13,8 @@
 #include <string>
 #include <string_view>
 
+enum class TCellStyle { Plain, Title, NumberAsText };  // bold; to the right
+
 class TWorkbook {
  public:
   static constexpr std::size_t kMostRows = 1048576;  // of a sheet
@@ -29,8 +31,11 @@ class TWorkbook {
   // What follows goes to a new sheet, whose first rows stay in sight. The name is such as SafeSheetName gives.
   void AddSheet(const std::string& name, std::size_t frozenRows);
   void SetColumnWidth(std::size_t column, std::size_t characters);
+  // The titles get drop-downs that filter the rows down to the last one. Numbers that are text, above the table too,
+  // are not warned of. There is at least one column.
+  void MarkTable(std::size_t titleRow, std::size_t lastRow, std::size_t columns);
   // Cut at 32,767 characters.
-  void WriteText(std::size_t row, std::size_t column, std::string_view text);
+  void WriteText(std::size_t row, std::size_t column, std::string_view text, TCellStyle style = TCellStyle::Plain);
   // What is not finite is written as text.
   void WriteNumber(std::size_t row, std::size_t column, double value);
   // A date-time cell; before March 1900, where spreadsheets count otherwise, and after 9999 a text.

@@ -3,8 +3,11 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <iterator>
 #include <stdexcept>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "base/uBeside.h"
@@ -21,7 +24,9 @@ namespace {
 constexpr std::size_t kEventTitleRows = 5;
 constexpr std::size_t kMostSamples = TWorkbook::kMostRows - kEventTitleRows;  // of a sheet
 constexpr std::size_t kRowsPerStep = 100;
-constexpr std::size_t kMostWidth = 60;                        // characters
+constexpr std::size_t kMostWidth = 60;  // of a column, in characters
+constexpr std::size_t kMargin = 2;
+constexpr std::size_t kFilterButton = 3;                      // of a title, which is bold besides
 constexpr std::size_t kEventWidths[] = {18, 24, 14, 14, 14};  // of labels, the start, numbers
 constexpr std::string_view kTimestamp = "Timestamp";
 
@@ -75,7 +80,7 @@ void WriteSheets(const TMissionData& mission, const fs::path& file, std::size_t 
   progress.SetPosition(0);
   progress.ProcessMessages();
   progress.SetMaximum(static_cast<double>(std::max<std::size_t>(count, 1)));
-  WriteExport(file, [&](const fs::path& beside) {
+  WriteExport(file, progress, [&](const fs::path& beside) {
     TSheets sheets(mission, beside, count, progress);
     fill(sheets);
     sheets.Close();
@@ -90,23 +95,41 @@ void RefuseTooLong(const TDataset& table, std::size_t titleRows) {
                   table.RecordCount(), most));
 }
 
+// What the columns must hold, in characters.
+class TWidths {
+ public:
+  void Add(std::size_t column, std::string_view text, std::size_t extra = 0) {
+    if (FWidths.size() <= column) FWidths.resize(column + 1);
+    const auto begins = [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; };
+    const auto characters = static_cast<std::size_t>(std::ranges::count_if(text, begins));
+    FWidths[column] = std::max(FWidths[column], characters + kMargin + extra);
+  }
+  void Set(TWorkbook& book) const {
+    for (std::size_t i = 0; i < FWidths.size(); ++i) book.SetColumnWidth(i, std::min(FWidths[i], kMostWidth));
+  }
+
+ private:
+  std::vector<std::size_t> FWidths;
+};
+
 // The titles in the given row, the records below.
-void WriteTable(TDataset& table, std::size_t titleRow, TWorkbook& book, TSheets& sheets) {
+void WriteTable(TDataset& table, std::size_t titleRow, TWidths widths, TWorkbook& book, TSheets& sheets) {
   const std::size_t fields = table.Fields().size();
   const auto timestamp = table.FindField(kTimestamp);
-  std::vector<std::size_t> widths(fields);
-  const auto writeText = [&](std::size_t row, std::size_t field, const std::string& text) {
-    widths[field] = std::max(widths[field], text.size());
-    book.WriteText(row, field, text);
-  };
-  for (std::size_t field = 0; field < fields; ++field) writeText(titleRow, field, table.Fields()[field].Label);
+  for (std::size_t field = 0; field < fields; ++field) {
+    widths.Add(field, table.Fields()[field].Label, kFilterButton);
+    book.WriteText(titleRow, field, table.Fields()[field].Label, TCellStyle::Title);
+  }
+  if (timestamp) widths.Add(*timestamp, WorkbookDateMask());
   std::size_t row = titleRow;
   for (table.First(); !table.Eof(); table.Next()) {
     ++row;
     const std::size_t record = table.CurrentRow();
     for (std::size_t field = 0; field < fields; ++field) {
       if (field != timestamp) {
-        writeText(row, field, table.DisplayText(record, field));
+        const std::string text = table.DisplayText(record, field);
+        widths.Add(field, text);
+        book.WriteText(row, field, text, TCellStyle::NumberAsText);
       } else if (!table.IsNull(record, field)) {
         book.WriteDateTime(row, field, table.DateTime(record, field));
       }
@@ -114,10 +137,8 @@ void WriteTable(TDataset& table, std::size_t titleRow, TWorkbook& book, TSheets&
     sheets.RowWritten();
   }
   table.Last();
-  if (timestamp) widths[*timestamp] = std::max(widths[*timestamp], WorkbookDateMask().size());
-  for (std::size_t field = 0; field < fields; ++field) {
-    book.SetColumnWidth(field, std::min(widths[field] + 2, kMostWidth));
-  }
+  widths.Set(book);
+  if (fields > 0) book.MarkTable(titleRow, row, fields);
 }
 
 void WriteEventHead(const TEventSource& source, std::size_t index, const TCurveTitles& titles, TWorkbook& book) {
@@ -175,9 +196,13 @@ void ExportTableXlsx(const TMissionData& mission, TDataset& table, const fs::pat
   RefuseTooLong(table, 2);
   WriteSheets(mission, file, 1, progress, [&](TSheets& sheets) {
     TWorkbook& book = sheets.Add(MissionSheetName(mission), 2);
-    book.WriteText(0, 0, "Mission ID:");
-    book.WriteText(0, 1, mission.sID);
-    WriteTable(table, 1, book, sheets);
+    const std::string_view head[] = {"Mission ID:", mission.sID};
+    TWidths widths;
+    for (std::size_t i = 0; i < std::size(head); ++i) {
+      widths.Add(i, head[i]);
+      book.WriteText(0, i, head[i]);
+    }
+    WriteTable(table, 1, std::move(widths), book, sheets);
   });
 }
 
@@ -186,8 +211,8 @@ void ExportMeasurementsXlsx(const TMissionData& mission, TDataset& sensors, TDat
   RefuseTooLong(sensors, 1);
   RefuseTooLong(battery, 1);
   WriteSheets(mission, file, 2, progress, [&](TSheets& sheets) {
-    WriteTable(sensors, 0, sheets.Add("Sensors", 1), sheets);
-    WriteTable(battery, 0, sheets.Add("Battery", 1), sheets);
+    WriteTable(sensors, 0, {}, sheets.Add("Sensors", 1), sheets);
+    WriteTable(battery, 0, {}, sheets.Add("Battery", 1), sheets);
   });
 }
 

@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "base/uFiles.h"
-#include "export/uExportFile.h"
 #include "export/uExportNames.h"
+#include "platform/uSafeFile.h"
 #include "shell/uExportOutcome.h"
 
 namespace {
@@ -85,12 +85,7 @@ void TChartImages::Save(std::string_view chart, std::string name, TPictureFormat
   if (!chosen) return;
   const std::filesystem::path file = PathFromUtf8(*chosen);
   try {
-    const std::string picture = FScreen.ChartPicture(chart, format);
-    WriteExport(file, [&picture](const std::filesystem::path& beside) {
-      TTextFile out(beside);
-      out.Text() = picture;
-      out.Close();
-    });
+    SaveFile(file, FScreen.ChartPicture(chart, format));
     FFlow.RememberFolderOf(*chosen);
     TellWritten(FScreen, file);
   } catch (const std::exception& error) {

@@ -20,8 +20,16 @@ constexpr std::string_view kBatteryGrid = "DBGrid8";
 constexpr std::string_view kSensorsGrid = "DBGrid2";
 constexpr std::string_view kShocksGrid = "dbgFilteredShocks";
 
+// The parts of the window that are disabled while an export runs: they stand around and behind the loading panel, and
+// nothing in them can be reached.
+constexpr std::string_view kOutOfReach[] = {"Ribbon", "WellcomePanel", "MainPanel"};
+
+void SetReachable(IMainScreen& screen, bool reachable) {
+  for (const std::string_view part : kOutOfReach) screen.SetEnabled(part, reachable);
+}
+
 // Puts the loading panel in front where an export first lets the window handle its messages, so that what the export
-// says before stands in it from the start.
+// says before stands in it from the start. What is behind it goes after, when the panel knows where the focus was.
 class TShowingProgress final : public IProgress {
  public:
   TShowingProgress(IProgress& progress, IMainScreen& screen) : FProgress(progress), FScreen(screen) {}
@@ -33,6 +41,8 @@ class TShowingProgress final : public IProgress {
       FScreen.SetTaskbarProgress(true);
       FScreen.BringToFront("pnlLoading");
       FScreen.SetVisible("pnlLoading", true);
+      CloseAllPanels(FScreen);
+      SetReachable(FScreen, false);
     }
     FProgress.ProcessMessages();
   }
@@ -84,7 +94,7 @@ void TExportCommands::actExportShockToCSVExecute() {
       ExportSpectrumCsv(shown->spectrum, points, *file, progress);
     }
   };
-  if (Run(*file, write, [](bool) {})) Done(*file);
+  if (Run(*file, {}, write)) Done(*file);
 }
 
 void TExportCommands::barbtnShockSaveChartAsXLSXClick() {
@@ -101,7 +111,7 @@ void TExportCommands::barbtnShockSaveChartAsXLSXClick() {
       ExportSpectrumXlsx(source, shown->index, shown->spectrum, *file, progress);
     }
   };
-  Workbook(*file, write, [] {});
+  Workbook(*file, {}, write);
 }
 
 void TExportCommands::barbtnTablesExportCSVBatteryClick() {
@@ -136,7 +146,7 @@ void TExportCommands::barbtnSensorsExportToXLSXClick() {
   const auto write = [&](IProgress& progress) {
     ExportMeasurementsXlsx(mission.Data, mission.Tables.Sensors, mission.Tables.Battery, *file, progress);
   };
-  Workbook(*file, write, [] {});
+  Workbook(*file, {}, write);
 }
 
 void TExportCommands::barbtnEventsXLSXAllShocksClick() {
@@ -199,21 +209,15 @@ void TExportCommands::EventsToCsv(TEventFiles kind, const std::vector<std::uint3
   if (!FFlow.FileShown()) return;
   const auto chosen = FScreen.AskForFolder("Choose the folder for the CSV files", FFlow.RememberedFolder());
   if (!chosen) return;
-  const TView view = FFlow.View();
-  const std::vector<std::string_view> closed = ClosedDockPanels(FScreen);
   const auto write = [&](IProgress& progress) {
-    CloseDockPanels(FScreen);
-    FScreen.BringToFront("WellcomePanel");
-    const auto saved = [this](const fs::path& file) { FFlow.RememberFolderOf(Utf8FromPath(file.parent_path())); };
-    ExportEventsCsv(FFlow.Mission().Data, FFlow.Mission().Events, events, kind, PathFromUtf8(*chosen), progress, saved);
+    const auto inPlace = [this](const fs::path& folder) { FFlow.RememberFolderOf(Utf8FromPath(folder)); };
+    ExportEventsCsv(FFlow.Mission().Data, FFlow.Mission().Events, events, kind, PathFromUtf8(*chosen), progress,
+                    inPlace);
   };
-  const bool done = Run(PathFromUtf8(*chosen), write, [&](bool complete) {
-    FScreen.BringToFront("MainPanel");
-    FFlow.SwitchView(complete ? TView::Shock : view);
-    if (complete) return;
-    for (const std::string_view panel : closed) FScreen.SetVisible(panel, false);
-  });
-  if (done) TellWritten(FScreen, PathFromUtf8(*chosen) / EventFolderName(kind, FFlow.Mission().Data));
+  const fs::path place = PathFromUtf8(*chosen);
+  if (Run(place, {.welcomePanel = true, .endsInShockView = true}, write)) {
+    TellWritten(FScreen, place / EventFolderName(kind, FFlow.Mission().Data));
+  }
 }
 
 void TExportCommands::EventsToXlsx(const std::vector<std::uint32_t>& events) {
@@ -221,30 +225,25 @@ void TExportCommands::EventsToXlsx(const std::vector<std::uint32_t>& events) {
       Ask(TKind::Xlsx, "Export Shock Events to XLSX file", ProposedName(kMissionName, FFlow.Mission().Data));
   if (!file) return;
   const TEventSource source{FFlow.Mission().Data, FFlow.Mission().Events, FFlow.Mission().Tables.Events};
-  Workbook(
-      *file, [&](IProgress& progress) { ExportEventsXlsx(source, events, *file, progress); }, [] {});
+  Workbook(*file, {}, [&](IProgress& progress) { ExportEventsXlsx(source, events, *file, progress); });
 }
 
 void TExportCommands::TableToCsv(std::string_view title, std::string_view name, TDataset& table,
                                  std::string_view grid) {
   if (!FFlow.FileShown()) return;
   const auto file = Ask(TKind::Csv, title, ProposedName(name, FFlow.Mission().Data));
-  const auto showGrid = [&](bool = true) { FScreen.SetVisible(grid, true); };
-  if (!file) return showGrid();
-  FScreen.SetVisible(grid, false);
+  if (!file) return FScreen.SetVisible(grid, true);
   const auto write = [&](IProgress& progress) { ExportTableCsv(table, *file, progress); };
-  if (Run(*file, write, showGrid)) Done(*file);
+  if (Run(*file, {.grid = grid}, write)) Done(*file);
 }
 
 void TExportCommands::TableToXlsx(std::string_view title, std::string_view name, TDataset& table,
                                   std::string_view grid) {
   if (!FFlow.FileShown()) return;
   const auto file = Ask(TKind::Xlsx, title, ProposedName(name, FFlow.Mission().Data));
-  const auto showGrid = [&] { FScreen.SetVisible(grid, true); };
-  if (!file) return showGrid();
-  FScreen.SetVisible(grid, false);
+  if (!file) return FScreen.SetVisible(grid, true);
   const auto write = [&](IProgress& progress) { ExportTableXlsx(FFlow.Mission().Data, table, *file, progress); };
-  Workbook(*file, write, showGrid);
+  Workbook(*file, grid, write);
 }
 
 void TExportCommands::Done(const fs::path& file) {
@@ -252,36 +251,43 @@ void TExportCommands::Done(const fs::path& file) {
   TellWritten(FScreen, file);
 }
 
-void TExportCommands::Workbook(const fs::path& file, const TWork& work, const std::function<void()>& putBack) {
-  const auto write = [&](IProgress& progress) {
-    FScreen.BringToFront("WellcomePanel");
-    work(progress);
-  };
-  const bool done = Run(file, write, [&](bool) {
-    FScreen.BringToFront("MainPanel");
-    putBack();
-  });
-  if (!done) return;
-  FFlow.RememberFolderOf(Utf8FromPath(file));
+void TExportCommands::Workbook(const fs::path& file, std::string_view grid, const TWork& work) {
+  if (!Run(file, {.grid = grid, .welcomePanel = true}, work)) return;
   FScreen.ShowInformation("Excel sheet created");
+  Done(file);
 }
 
-bool TExportCommands::Run(const fs::path& place, const TWork& work, const std::function<void(bool)>& putBack) {
+bool TExportCommands::Run(const fs::path& place, const TSurroundings& around, const TWork& work) {
+  const std::vector<std::string_view> panels = OpenPanels(FScreen);
+  if (!around.grid.empty()) FScreen.SetVisible(around.grid, false);
   bool complete = false;
   std::string failure;
   try {
     complete = FFlow.RunExport([&](IProgress& progress) {
       FScreen.SetText("PnlLoadingDetail", Printable(Utf8FromPath(place)));
+      if (around.endsInShockView) CloseDockPanels(FScreen);
+      if (around.welcomePanel) FScreen.BringToFront("WellcomePanel");
       TShowingProgress showing(progress, FScreen);
       work(showing);
     });
   } catch (const std::exception& error) {
     failure = ExportFailure(error, place);
   }
-  FScreen.SetVisible("pnlLoading", false);
-  FScreen.SetTaskbarProgress(false);
-  putBack(complete);
+  PutBack(around, panels, complete);
   if (FFlow.CloseIfWanted()) return false;
   if (!failure.empty()) FScreen.ShowMessage("The export could not be written.", failure);
   return complete;
+}
+
+void TExportCommands::PutBack(const TSurroundings& around, const std::vector<std::string_view>& panels, bool complete) {
+  const bool toShockView = complete && around.endsInShockView;
+  SetReachable(FScreen, true);
+  FScreen.SetVisible("pnlLoading", false);
+  FScreen.SetTaskbarProgress(false);
+  if (around.welcomePanel) FScreen.BringToFront("MainPanel");
+  for (const std::string_view panel : panels) {
+    if (!toShockView || panel == kFilterPanelName) FScreen.SetVisible(panel, true);
+  }
+  if (toShockView) FFlow.SwitchView(TView::Shock);
+  if (!around.grid.empty()) FScreen.SetVisible(around.grid, true);
 }

@@ -1,6 +1,6 @@
-// The window's exports: ask where to, write with the loading panel in front, put the screen back. They work on the
-// shown mission and change nothing of it; without one they do nothing. A cancelled dialog and a cancelled export say
-// nothing, a failure is one message with the file and the reason. Main thread only.
+// The window's exports: ask where to, write with the loading panel in front, put the screen back, say what was written.
+// They work on the shown mission and change nothing of it; without one they do nothing. A cancelled dialog and a
+// cancelled export say nothing, a failure is one message with the file and the reason. Main thread only.
 //
 // The visible events are those that the filter lets through while it is on, else all, in the order of the grids.
 #pragma once
@@ -46,6 +46,12 @@ class TExportCommands {
   enum class TKind { Csv, Xlsx };
   struct TShownEvent;
   using TWork = std::function<void(IProgress&)>;
+  // What an export does to the window around it. Dock panels are out of sight meanwhile.
+  struct TSurroundings {
+    std::string_view grid = {};    // is hidden meanwhile
+    bool welcomePanel = false;     // stands behind the loading panel
+    bool endsInShockView = false;  // once it is complete; the shock view decides about its dock panels then
+  };
 
   [[nodiscard]] TDataset& ShocksTable();
   [[nodiscard]] std::vector<std::uint32_t> AllEvents();
@@ -58,11 +64,12 @@ class TExportCommands {
   void TableToCsv(std::string_view title, std::string_view name, TDataset& table, std::string_view grid);
   void TableToXlsx(std::string_view title, std::string_view name, TDataset& table, std::string_view grid);
   void Done(const std::filesystem::path& file);
-  // A workbook with the welcome panel behind, and its message at the end. `putBack` as in Run.
-  void Workbook(const std::filesystem::path& file, const TWork& work, const std::function<void()>& putBack);
-  // Has `work` write `place`. `putBack` follows once the loading panel has gone, however the export ended, and is told
-  // whether it is complete. True when it is and the window stays open.
-  bool Run(const std::filesystem::path& place, const TWork& work, const std::function<void(bool)>& putBack);
+  // A workbook, which says so at its end.
+  void Workbook(const std::filesystem::path& file, std::string_view grid, const TWork& work);
+  // Has `work` write `place`, and puts the window back, however that ends. True when the export is complete and the
+  // window stays open.
+  bool Run(const std::filesystem::path& place, const TSurroundings& around, const TWork& work);
+  void PutBack(const TSurroundings& around, const std::vector<std::string_view>& panels, bool complete);
 
   TFileFlow& FFlow;
   IMainScreen& FScreen;

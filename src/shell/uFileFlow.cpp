@@ -292,7 +292,7 @@ void TFileFlow::FileLoadComplete() {
   FScreen.SetVisible("pnlLoading", false);
   FScreen.SetTaskbarProgress(false);
   EnableOpening();
-  ShowViewButtons(FScreen);
+  ShowViewButtons(FScreen, !FMission.Tables.Battery.Fields().empty());
   NavigatorAll(FMission, FScreen);
   if (FKept && FKept->band) KeepNavigatorBand(FMission, *FKept->band, FScreen);
   const bool stillThere = FKept && FKept->selectedEvent && *FKept->selectedEvent < FMission.Events.Count();

@@ -11,6 +11,7 @@
 #include "base/uFiles.h"
 #include "base/uIniFile.h"
 #include "base/uText.h"
+#include "platform/uSafeFile.h"
 
 namespace fs = std::filesystem;
 
@@ -143,6 +144,6 @@ void TRecentDocuments::Save(const fs::path& file) {
   TIniFile ini;
   Write(ini, kFiles, merged.Files.Entries());
   Write(ini, kFolders, merged.Folders.Entries());
-  ini.Save(file);
+  SaveFile(file, ini.Text());
   *this = std::move(merged);
 }

@@ -10,6 +10,7 @@
 
 #include "base/uFiles.h"
 #include "base/uIniFile.h"
+#include "platform/uSafeFile.h"
 #include "shell/uColourNames.h"
 
 namespace fs = std::filesystem;
@@ -114,5 +115,5 @@ void WriteSettings(const fs::path& folder, const IMainScreen& screen) {
   TIniFile ini;
   if (fs::exists(path)) ini = TIniFile::Load(path);
   for (const std::size_t row : WritingOrder()) WriteSetting(ini, Settings()[row], screen);
-  ini.Save(path);
+  SaveFile(path, ini.Text());
 }

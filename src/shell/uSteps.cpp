@@ -12,7 +12,7 @@ void TSteps::Run(const std::filesystem::path& file, const std::function<void()>&
     step();
   } catch (const std::exception& error) {
     if (!FFailures.empty()) FFailures += '\n';
-    FFailures += fmt::format("{}: {}", Printable(Utf8FromPath(file)), Printable(error.what()));
+    FFailures += fmt::format("{}: {}", Printable(Utf8FromPath(file)), Printable(ReasonOf(error)));
   }
 }
 

@@ -1,6 +1,8 @@
 #include "shell/uViewSwitch.h"
 
+#include <algorithm>
 #include <initializer_list>
+#include <iterator>
 #include <span>
 #include <utility>
 
@@ -15,6 +17,7 @@ constexpr std::string_view kFileGroups[] = {"btngrpNavigator", "btngrpView",   "
                                             "btngrpShock",     "btngrpFilter", "btngrpAlarm"};
 // The exports of the whole mission, in every view.
 constexpr std::string_view kExportGroups[] = {"btngrpEventsExport", "btngrpSensorsExport", "btngrpTables"};
+constexpr std::string_view kBatteryExports[] = {"barbtnTablesExportCSVBattery", "barbtnTablesExportXLSXBattery"};
 constexpr std::string_view kViewButtons[] = {"dxBarOverview", "dxBarLargeShockView", "dxBarReport"};
 // What a view has in the ribbon for itself.
 constexpr std::string_view kOverviewItems[] = {"dxBarOverviewPrint", "dxBarOverviewExport"};
@@ -29,8 +32,7 @@ constexpr std::string_view kOverviewGroups[] = {"btngrpNavigator", "btngrpLayout
 constexpr std::string_view kShockViewGroups[] = {"btngrpNavigator", "btngrpLayout", "btngrpShock",
                                                  "btngrpFilter",    "btngrpAlarm",  "btngrpFiltering"};
 constexpr std::string_view kGroupsWithoutReport[] = {"btngrpNavigator", "btngrpLayout", "btngrpFiltering"};
-// The filter's editor, which opens by its command only.
-constexpr std::string_view kFilterPanel[] = {"dxDockPanelFilter"};
+constexpr std::string_view kFilterPanel[] = {kFilterPanelName};
 constexpr std::string_view kShockDockPanels[] = {"dxDockPanelNavigator", "dxDockPanelMissionDetails"};
 constexpr std::string_view kShockGroups[] = {"btngrpShock", "btngrpFilter"};
 
@@ -101,6 +103,15 @@ bool AllDockPanelsAreClosed(const IMainScreen& screen) {
   return ClosedDockPanels(screen).size() == std::size(kDockPanels);
 }
 
+std::vector<std::string_view> OpenPanels(const IMainScreen& screen) {
+  std::vector<std::string_view> open;
+  for (const TNames names : {TNames(kDockPanels), TNames(kFilterPanel)}) {
+    std::ranges::copy_if(names, std::back_inserter(open),
+                         [&](std::string_view panel) { return screen.IsVisible(panel); });
+  }
+  return open;
+}
+
 void HideFileControls(IMainScreen& screen) {
   Hide(screen, {kFileGroups, kViewButtons, kOverviewItems, kShockItems, kReportItems, kSensorButtons,
                 kEventsChartGroups, kShockChartGroups, kSensorsChartGroups, kExportGroups, kFilterPanel});
@@ -112,9 +123,10 @@ void EnterWelcomeState(IMainScreen& screen) {
   HideFileControls(screen);
 }
 
-void ShowViewButtons(IMainScreen& screen) {
+void ShowViewButtons(IMainScreen& screen, bool hasBattery) {
   screen.SetVisible("btngrpView", true);
   Show(screen, {kViewButtons, kExportGroups});
+  for (const std::string_view button : kBatteryExports) screen.SetEnabled(button, hasBattery);
 }
 
 void SetViewOverview(IMainScreen& screen) {

@@ -17,13 +17,18 @@ void CloseDockPanels(IMainScreen& screen);
 void CloseAllPanels(IMainScreen& screen);
 // Shows the dock panels that belong to the view and closes the others.
 void ShowDockPanels(IMainScreen& screen, TView view);
+// The filter's editor, which opens by its command only.
+inline constexpr std::string_view kFilterPanelName = "dxDockPanelFilter";
+// The panels that are open, and that one.
+std::vector<std::string_view> OpenPanels(const IMainScreen& screen);
 // The dock panels that are closed.
 std::vector<std::string_view> ClosedDockPanels(const IMainScreen& screen);
 bool AllDockPanelsAreClosed(const IMainScreen& screen);
 // Hides what only a shown file needs: ribbon groups and view buttons.
 void HideFileControls(IMainScreen& screen);
-// Brings back the buttons that lead to the views, and the exports of the mission.
-void ShowViewButtons(IMainScreen& screen);
+// Brings back the buttons that lead to the views, and the exports of the mission; those of the battery only for a
+// recording that has one.
+void ShowViewButtons(IMainScreen& screen, bool hasBattery);
 
 void SetViewOverview(IMainScreen& screen);
 void SetViewReport(IMainScreen& screen);

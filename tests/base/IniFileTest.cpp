@@ -51,7 +51,7 @@ TEST_F(IniFile, WhatIsWrittenReadsBackAndTheRestStaysInItsPlace) {
   for (const std::string& text : texts) {
     ini.WriteString("S", "T", text);
     ini.WriteFloat("S", "F", 0.1);
-    ini.Save(FPath);
+    Write(ini.Text());
     ini = TIniFile::Load(FPath);
     EXPECT_EQ(ini.ReadString("S", "T", "none"), text);
     EXPECT_EQ(ini.ReadFloat("S", "F", 0), 0.1);
@@ -60,7 +60,7 @@ TEST_F(IniFile, WhatIsWrittenReadsBackAndTheRestStaysInItsPlace) {
   ini.WriteString("S", "old", "two\nlines");
   EXPECT_EQ(ini.ReadString("S", "old", ""), "two lines");
   ini.EraseSection("S");
-  ini.Save(FPath);
+  Write(ini.Text());
   EXPECT_THAT(Text(), testing::StartsWith("; note"));
   EXPECT_THAT(Text(), testing::HasSubstr("Q = \"x\"\nZ = 1\n"));
   EXPECT_THAT(Text(), testing::Not(testing::HasSubstr("[S]")));

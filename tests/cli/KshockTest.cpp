@@ -1,3 +1,4 @@
+#include <fmt/format.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -226,6 +227,20 @@ TEST_F(KshockCommands, ExportWritesTheFilesOfTheVisibleEvents) {
   const TRun lost = Kshock({"export", file, "--to", File("none"), "battery-csv"});
   EXPECT_EQ(lost.status, 4);
   EXPECT_THAT(lost.err, HasSubstr("none/Battery Mission-165-00007.csv"));
+}
+
+TEST_F(KshockCommands, WithoutABatteryItsExportsSaySoAndTheOthersAreWritten) {
+  const std::string file =
+      Save("none.kshock",
+           Deflated(TTestRecording().Creator().MissionHeader(2, 2).Channels({"T"}).Data({{0, {21}}}).content));
+  std::filesystem::create_directory(Folder / "to");
+  const TRun run = Kshock({"export", file, "--to", File("to"), "battery-csv", "battery-xlsx", "sensors-csv"});
+  EXPECT_EQ(run.status, 6);
+  EXPECT_EQ(run.err, fmt::format("kshock: {0}: battery-csv: the recording has no battery channel\n"
+                                 "kshock: {0}: battery-xlsx: the recording has no battery channel\n",
+                                 file));
+  const std::filesystem::directory_iterator written(Folder / "to");
+  EXPECT_EQ(std::distance(written, std::filesystem::directory_iterator()), 1);
 }
 
 TEST_F(KshockCommands, MakeWritesWhatReadingGivesBack) {

@@ -1,7 +1,10 @@
 #include "export/uXlsxExports.h"
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <unistd.h>
 #include <zlib.h>
 
 #include <cmath>
@@ -13,6 +16,7 @@
 #include "export/uPackage.h"
 #include "export/uWorkbook.h"
 #include "model/uExceptions1V0.h"
+#include "platform/uSignals.h"
 #include "tests/support/uLogProgress.h"
 #include "tests/support/uTestRecording.h"
 #include "tests/support/uThreeEvents.h"
@@ -196,7 +200,69 @@ TEST_F(XlsxExports, SheetsThatAreWrittenKeepNoFileOpen) {
   constexpr std::uint32_t kAll[] = {0, 1, 2};
   const std::ptrdiff_t before = OpenFiles();
   ExportEventsXlsx({MissionData, EventList, Tables.Events}, kAll, Folder / "e.xlsx", progress);
-  EXPECT_THAT(progress.open, testing::ElementsAre(before, before + 1, before + 1, before + 1));
+  EXPECT_THAT(progress.open, testing::ElementsAre(before, before + 3, before + 3, before + 3));
+}
+
+// The rows' file knows no places, or takes nothing at the end; what is not on it must not be missing in silence.
+TEST_F(XlsxExports, ARowsFileThatFailsEndsTheExport) {
+  const int folder = dup(STDIN_FILENO);
+  const int rowsFile = dup(STDIN_FILENO);  // the second that is opened from here on
+  close(folder);
+  close(rowsFile);
+  int ends[2];
+  {
+    TWorkbook book(Folder / "e.xlsx", "yyyy", 0);
+    book.AddSheet("a", 0);
+    book.WriteNumber(0, 0, 1);
+    ASSERT_EQ(pipe(ends), 0);
+    dup2(ends[1], rowsFile);
+    EXPECT_THROW(book.AddSheet("b", 0), std::system_error);
+  }
+  close(ends[0]);
+  close(ends[1]);
+  TWorkbook book(Folder / "e.xlsx", "yyyy", 0);
+  book.AddSheet("a", 0);
+  book.WriteNumber(0, 0, 1);
+  const int readOnly = open("/dev/null", O_RDONLY);
+  dup2(readOnly, rowsFile);
+  close(readOnly);
+  try {
+    book.Close({});
+    FAIL();
+  } catch (const std::system_error& error) {
+    EXPECT_EQ(error.code(), std::errc::bad_file_descriptor);
+  }
+}
+
+// Limits between what the rows take and what the sheet takes with them. The reason tells that the loss was seen where
+// it happened: what another file still took afterwards is not looked at.
+TEST_F(XlsxExports, RowsThatDoNotFitAreALossOfTheirOwn) {
+  constexpr std::size_t kRows = 3000;
+  const auto write = [this] {
+    TWorkbook book(Folder / "e.xlsx", "yyyy", 0);
+    book.AddSheet("a", 0);
+    for (std::size_t row = 0; row < kRows; ++row) book.WriteNumber(row, 0, 1);
+    book.Close({});
+  };
+  write();
+  const std::string sheet = PartOf(Folder / "e.xlsx", "xl/worksheets/sheet1.xml");
+  const std::size_t head = sheet.find("<sheetData>") + 11;
+  const std::size_t rows = sheet.find("</sheetData>") - head;
+  SurviveFileSizeLimit();
+  rlimit before{};
+  getrlimit(RLIMIT_FSIZE, &before);
+  for (const std::size_t limit : {std::size_t{0}, rows - 1, rows, rows + head - 1}) {
+    const rlimit small{limit, before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
+    std::error_code reason;
+    try {
+      write();
+    } catch (const std::system_error& error) {
+      reason = error.code();
+    }
+    setrlimit(RLIMIT_FSIZE, &before);
+    EXPECT_EQ(reason, std::errc::file_too_large) << limit;
+  }
 }
 
 TEST_F(XlsxExports, AFileThatCannotBeWrittenIsNamed) {

@@ -64,6 +64,23 @@ def check_table(kshock, recording, name, cells):
     return None
 
 
+def check_look(book_file, number, sheet, title_row):
+    """Columns as wide as what they hold, bold titles with filters, numbers on the right and not warned of."""
+    cells = rows_of(sheet)
+    last = f"{openpyxl.utils.get_column_letter(len(cells[-1]))}{len(cells)}"
+    expect("filter", f"A{title_row}:{last}", sheet.auto_filter.ref)
+    for i, title in enumerate(cells[title_row - 1]):
+        expect("bold title", True, title.font.b)
+        longest = max(len(str(row[i].value or "")) for row in cells)
+        width = sheet.column_dimensions[openpyxl.utils.get_column_letter(i + 1)].width
+        if not longest < width <= longest + 8 and not title.value == "Timestamp":
+            found.append(f"column {title.value}: {width} wide for {longest} characters")
+        for row in cells[title_row:title_row + 3]:
+            expect("to the right", None if row[i].is_date or row[i].value is None else "right", row[i].alignment.horizontal)
+    xml = zipfile.ZipFile(book_file).read(f"xl/worksheets/sheet{number}.xml").decode("utf-8")
+    expect("no warnings", [f"A1:{last}"], re.findall('<ignoredError sqref="([^"]*)" numberStoredAsText="1"/>', xml))
+
+
 def check_event(sheet, number, samples, recording, metrics):
     cells = [[cell.value for cell in row] for row in rows_of(sheet)]
     start = EPOCH + datetime.timedelta(days=recording.start_time, milliseconds=samples[0][0])
@@ -97,6 +114,8 @@ def check_recording(kshock, path, folder):
         expect("mission", ["Mission ID:", mission], [cell.value for cell in cells[0]][:2])
         expect("frozen", "A3", book.worksheets[0].freeze_panes)
         check_table(kshock, path, name, cells[1:])
+        if len(cells) > 1:
+            check_look(f"{folder}/{file}Mission-{mission}.xlsx", 1, book.worksheets[0], 2)
 
     dump = json.loads(run(kshock, "dump", path, "--rows", "0").stdout)
     book = openpyxl.load_workbook(f"{folder}/Mission-{mission}.xlsx")
@@ -108,6 +127,7 @@ def check_recording(kshock, path, folder):
     book = openpyxl.load_workbook(f"{folder}/Mission-{mission}.xlsx")
     expect("sheets", ["Sensors", "Battery"], book.sheetnames)
     check_table(kshock, path, "sensors", rows_of(book["Sensors"]))
+    check_look(f"{folder}/Mission-{mission}.xlsx", 1, book["Sensors"], 1)
 
 
 def make(kshock, folder, mission, records, channels=("ACC x", "ACC y", "ACC z", "T")):
@@ -156,12 +176,13 @@ def check_no_room(kshock, folder, path):
         export(kshock, path, folder, name)
         for limit in limits_for(max((f"{folder}/{file}" for file in os.listdir(folder)), key=os.path.getmtime)):
             before = {file: open(f"{folder}/{file}", "rb").read() for file in os.listdir(folder)}
-            small = run(kshock, "export", path, "--to", folder, name, restore_signals=False,
+            small = run(kshock, "export", path, "--to", folder, name,
                         preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (limit, limit)))
             expect(f"files after {name} with {limit} bytes", sorted(before), sorted(os.listdir(folder)))
             if small.returncode == 4:
                 message = small.stderr.decode("utf-8")
                 expect(f"{name} with {limit} bytes", True, "File too large" in message or "No space left" in message)
+                expect(f"lines of the library with {limit} bytes", 1, message.count("\n"))
                 for file, content in before.items():
                     expect(f"{file} with {limit} bytes", True, content == open(f"{folder}/{file}", "rb").read())
             else:

@@ -236,7 +236,7 @@ TEST_F(Documents, ALayoutFileOfNoUseLeavesTheDesignedLayoutAndStays) {
   TIniFile foreign;
   QMainWindow other;
   foreign.WriteString("Docks", "Docks", other.saveState().toBase64().toStdString());
-  foreign.Save(FSettings / "foreign.ini");
+  Write("foreign.ini", foreign.Text());
   const TBytes foreignBytes = BytesOfFile(FSettings / "foreign.ini");
   const std::string texts[] = {"", "\0\x01[Docks]\xFF\nDocks=//8=", std::string(2'000'000, '='),
                                std::string(foreignBytes.begin(), foreignBytes.end())};
@@ -283,7 +283,7 @@ TEST_F(Documents, NoChangedByteOfALayoutLosesAPanel) {
       ++taken;
       TIniFile ini;
       ini.WriteString("Docks", "Docks", changed.toBase64().toStdString());
-      ini.Save(FSettings / "user-layout.ini");
+      Write("user-layout.ini", ini.Text());
       FForm->findChild<QAction*>("actLoadUserLayout")->trigger();
       for (int round = 0; round < 3; ++round) QCoreApplication::processEvents();
       ExpectInSight();

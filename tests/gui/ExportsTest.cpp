@@ -148,6 +148,7 @@ TEST_F(Exports, ATableIsExportedFromItsMenuAndTheGridHasTheFocusAgain) {
   const QRect place = Find("dxDockPanelSensorGridBattery")->geometry();
   Click("tabTables", "barbtnTablesExportXLSXBattery");
   EXPECT_THAT(gridShown, testing::Not(testing::Contains(true)));
+  EXPECT_EQ(Find<QLabel>("lblStatusValue")->text(), "Written: " + To("battery 1.5.xlsx"));
   EXPECT_TRUE(battery->isVisible());
   EXPECT_EQ(FForm->focusWidget(), battery);
   EXPECT_EQ(Find("dxDockPanelSensorGridBattery")->geometry(), place);
@@ -196,10 +197,17 @@ TEST_F(Exports, PicturesOfChartsAreAsOnTheScreenButOnWhite) {
 
 TEST_F(Exports, CancelEndsAnExportAndNothingElseIsReachedMeanwhile) {
   Start(Save("many.kshock", ManyEvents()));
+  Press("Ctrl+Shift+M");
+  Find("dxDockPanelFilter")->show();
   FTyped = QString::fromStdString(FTo.string());
   int moments = 0;
   FMeanwhile = [&] {
     if (++moments == 1) {
+      EXPECT_THAT(Docks(), IsEmpty());
+      EXPECT_THAT(Seen({"dxDockPanelFilter", "btnWellcomeOpen"}), ElementsAre("btnWellcomeOpen"));
+      for (const char* part : {"btnWellcomeOpen", "dxBarOpenNewFile", "ChartAllSensors"}) {
+        EXPECT_FALSE(Find(part)->isEnabled()) << part;
+      }
       QTest::keySequence(FForm.get(), QKeySequence("Ctrl+3"));
       QTest::keySequence(FForm.get(), QKeySequence("Ctrl+Shift+A"));
       QTest::mouseClick(Find("barbtnEventsXLSXAllShocks"), Qt::LeftButton);
@@ -212,10 +220,36 @@ TEST_F(Exports, CancelEndsAnExportAndNothingElseIsReachedMeanwhile) {
   EXPECT_THAT(Written().size(), testing::AllOf(testing::Ge(2U), testing::Lt(3000U)));
   EXPECT_THAT(Written(), testing::Each(testing::MatchesRegex("ID-[0-9]+\\.csv"))) << "the file in work is gone";
   EXPECT_THAT(Seen(kFront), ElementsAre("MainOverviewPanel"));
-  EXPECT_EQ(Docks().size(), 4U);
+  EXPECT_THAT(Docks(),
+              ElementsAre("dxDockPanelNavigator", "dxDockPanelSensorGridTemp", "dxDockPanelSensorGridBattery"));
+  EXPECT_THAT(Seen({"dxDockPanelFilter"}), testing::SizeIs(1));
+  EXPECT_TRUE(Find("btnWellcomeOpen")->isEnabled() && Find("ChartAllSensors")->isEnabled());
   EXPECT_FALSE(Find<QAction>("actAlarmSet")->isChecked());
-  EXPECT_EQ(FDialogs.size(), 1U);
+  EXPECT_THAT(FDialogs, testing::SizeIs(1));
   EXPECT_THAT(FBoxes, IsEmpty());
+}
+
+TEST_F(Exports, WithoutABatteryItsExportsAreDisabledAndSayWhy) {
+  const char* const buttons[] = {"barbtnTablesExportCSVBattery", "barbtnTablesExportXLSXBattery"};
+  const QString why = "Not available: the recording has no battery channel";
+  Start(Save("many.kshock", ManyEvents()));
+  for (const char* button : buttons) {
+    EXPECT_FALSE(Find(button)->isEnabled());
+    EXPECT_THAT(Find(button)->toolTip().toStdString(), testing::EndsWith(why.toStdString()));
+  }
+  EXPECT_FALSE(Find<QAction>("actExportBatteryGridToCSV")->isEnabled());
+  EXPECT_TRUE(Find("barbtnTablesExportCSVSensors")->isEnabled());
+  FTyped = To("s.csv");
+  Click("tabTables", "barbtnTablesExportCSVSensors");
+  EXPECT_THAT(Find<QLabel>("lblStatusValue")->text().toStdString(), HasSubstr("s.csv"));
+
+  FForm->Flow().Open(Save("three.kshock", ThreeEvents()).toStdString());
+  Settle();
+  EXPECT_EQ(Find<QLabel>("lblStatusValue")->text(), "") << "it was of the other recording";
+  for (const char* button : buttons) {
+    EXPECT_TRUE(Find(button)->isEnabled());
+    EXPECT_FALSE(Find(button)->toolTip().contains(why));
+  }
 }
 
 TEST_F(Exports, AWindowThatIsClosedMeanwhileEndsTheExportAndCloses) {

@@ -47,9 +47,12 @@ class TEndPort final : public IMessagePort {
   TMessage FLast{};
 };
 
-const std::string kHidden = "hide pnlLoading; taskbar off; ";
+const std::string kPanels = kDockPanelNames + " dxDockPanelFilter";
+const std::string kOutOfReach = " Ribbon WellcomePanel MainPanel; ";
+const std::string kHidden = "enable" + kOutOfReach + "hide pnlLoading; taskbar off; ";
 const std::string kCsvShown = "text PnlLoadingMsg \"Creating CSV exports...\"; progress 0; progress maximum ";
-const std::string kCsvInFront = "; taskbar on; front pnlLoading; show pnlLoading; messages\n";
+const std::string kCsvInFront =
+    "; taskbar on; front pnlLoading; show pnlLoading; hide" + kPanels + "; disable" + kOutOfReach + "messages\n";
 
 class ExportCommands : public testing::Test {
  protected:
@@ -110,7 +113,8 @@ TEST_F(ExportCommands, AFolderOfEventsIsWrittenWithTheDisplayInThisOrderAndEndsI
       Run(&E::barbtnEventsCSVAllShocksClick, FTo),
       "ask \"Choose the folder for the CSV files\" in " + FFolder.Path().string() + "; text PnlLoadingDetail \"" +
           FTo.string() + "\"; hide" + kDockPanelNames + "; front WellcomePanel; " + kCsvShown + "2" + kCsvInFront +
-          "progress 0; messages\nprogress 1; messages\nprogress 2; messages\n" + kHidden + "front MainPanel; " +
+          "progress 0; messages\nprogress 1; messages\nprogress 2; messages\n" + kHidden +
+          "front MainPanel; show dxDockPanelFilter; " +
           [this] {
             TLoggingScreen shock;
             SetViewShock(shock, FFlow.Mission().SelectedEvent);
@@ -175,8 +179,8 @@ TEST_F(ExportCommands, ATableIsWrittenWhileItsGridIsHidden) {
     const std::string csv = (FTo / "t.csv").string();
     EXPECT_EQ(RunIn(table.csv, "t.csv"), asks(table.title, "CSV", table.name) + "hide " + table.grid +
                                              "; text PnlLoadingDetail \"" + csv + "\"; " + kCsvShown +
-                                             std::to_string(table.lines - 1) + kCsvInFront + "progress 0; " + kHidden +
-                                             "show " + table.grid + "; " + WrittenIn("t.csv"));
+                                             std::to_string(table.lines - 1) + kCsvInFront + "progress 0; messages\n" +
+                                             kHidden + "show" + kPanels + " " + table.grid + "; " + WrittenIn("t.csv"));
     folder = FTo.string();
     EXPECT_EQ(LinesOf("t.csv"), table.lines) << csv;
     EXPECT_EQ(FFlow.Mission().CLDS.CurrentRow(), table.name.starts_with("Battery") ? 0U : 1U) << "its last record";
@@ -186,8 +190,9 @@ TEST_F(ExportCommands, ATableIsWrittenWhileItsGridIsHidden) {
                   xlsx + "\"; front WellcomePanel; text PnlLoadingMsg \"Creating XLSX File...\"; progress 0; " +
                   kCsvInFront.substr(2) +
                   "progress maximum 1; progress 0; text PnlLoadingMsg \"Creating Sheet 1 of 1\"; "
-                  "messages\nprogress 1; " +
-                  kHidden + "front MainPanel; show " + table.grid + "; information \"Excel sheet created\"; ");
+                  "messages\nprogress 1; messages\n" +
+                  kHidden + "front MainPanel; show" + kPanels + " " + table.grid + "; " +
+                  "information \"Excel sheet created\"; " + WrittenIn("t.xlsx"));
     FScreen.ChosenFile.reset();
     (FCommands.*table.csv)();
     EXPECT_EQ(FScreen.Said(), asks(table.title, "CSV", table.name) + "show " + table.grid + "; ") << "cancelled";
@@ -222,14 +227,16 @@ TEST_F(ExportCommands, WorkbooksOfEventsAndReadingsTellTheirSheets) {
   const std::string ask = fmt::format(" for {}/Mission-A17 of XLSX file|*.xlsx as xlsx; ", FFolder.Path().string());
   std::string log = RunIn(&E::barbtnEventsXLSXVisibileShocksClick, "v.xlsx");
   EXPECT_THAT(log, StartsWith("ask \"Export Shock Events to XLSX file\"" + ask));
-  EXPECT_THAT(log, HasSubstr("progress 1; text PnlLoadingMsg \"Creating Sheet 2 of 2\"; messages\nprogress 2; "));
+  EXPECT_THAT(log,
+              HasSubstr("progress 1; text PnlLoadingMsg \"Creating Sheet 2 of 2\"; messages\nprogress 2; messages\n"));
   log = RunIn(&E::barbtnEventsXLSXAllShocksClick, "a.xlsx");
   EXPECT_THAT(log, StartsWith("ask \"Export Shock Events to XLSX file\" for " + FTo.string()));
   EXPECT_THAT(log, HasSubstr("\"Creating Sheet 3 of 3\""));
   log = RunIn(&E::barbtnSensorsExportToXLSXClick, "s.xlsx");
   EXPECT_THAT(log, StartsWith("ask \"Save the Sensor Measurments to XLSX file\" for " + FTo.string() + "/Mission-A17"));
   EXPECT_THAT(log, HasSubstr("\"Creating Sheet 2 of 2\""));
-  EXPECT_THAT(log, EndsWith(kHidden + "front MainPanel; information \"Excel sheet created\"; "));
+  EXPECT_THAT(log, EndsWith(kHidden + "front MainPanel; show" + kPanels + "; " +
+                            "information \"Excel sheet created\"; " + WrittenIn("s.xlsx")));
 }
 
 // Event 0 has 18 samples, which the spectrum sees in 128 points.
@@ -239,7 +246,7 @@ TEST_F(ExportCommands, TheEventInTheChartIsExportedAsTheChartShowsIt) {
   std::string log = RunIn(&E::actExportShockToCSVExecute, "raw.csv");
   EXPECT_THAT(log, StartsWith("ask \"Save the Shock Event CSV file\" for " + FFolder.Path().string() +
                               "/Mission-A17 ID-0 of CSV file|*.csv as csv; "));
-  EXPECT_THAT(log, EndsWith(kHidden + WrittenIn("raw.csv")));
+  EXPECT_THAT(log, EndsWith(kHidden + "show" + kPanels + "; " + WrittenIn("raw.csv")));
   EXPECT_THAT(TextOf("raw.csv"), HasSubstr("\r\n\"1\",\"4\",\"0\",\"0\",\"4\",\r\n"));
   FScreen.Values["swtHPFilter"] = true;
   RunIn(&E::actExportShockToCSVExecute, "high.csv");
@@ -256,7 +263,7 @@ TEST_F(ExportCommands, TheEventInTheChartIsExportedAsTheChartShowsIt) {
   EXPECT_NE(TextOf("window.csv"), TextOf("psd.csv"));
   log = RunIn(&E::barbtnShockSaveChartAsXLSXClick, "spectrum.xlsx");
   EXPECT_THAT(log, StartsWith("ask \"Export Shock Event to XLSX file\" for " + FTo.string() + "/Mission-A17 of XLSX"));
-  EXPECT_THAT(log, EndsWith("information \"Excel sheet created\"; "));
+  EXPECT_THAT(log, EndsWith("information \"Excel sheet created\"; " + WrittenIn("spectrum.xlsx")));
 }
 
 TEST_F(ExportCommands, WithoutAnEventOrASpectrumTheUserIsToldAndNothingIsWritten) {
@@ -286,14 +293,14 @@ TEST_F(ExportCommands, CancelLeavesCompleteFilesAndTheScreenAsItWas) {
     if (++messages == 3) FFlow.Cancel();  // before the second file
   };
   const std::string log = Run(&E::barbtnEventsCSVAllShocksClick, FTo);
-  EXPECT_THAT(log, HasSubstr(kHidden + "front MainPanel; ribbon suspended; "));
-  EXPECT_THAT(log, EndsWith("repaint ChartAllSensors; hide dxDockPanelNavigator; ")) << "it was the overview";
+  const std::string others = kPanels.substr(std::string_view(" dxDockPanelNavigator").size());
+  EXPECT_THAT(log, EndsWith(kHidden + "front MainPanel; show" + others + "; ")) << "but for the one that was closed";
   EXPECT_THAT(Written(), ElementsAre("Mission-A17/ID-0.csv"));
   EXPECT_EQ(FFlow.RememberedFolder(), FTo.string());
   WriteFile(FTo / "b.xlsx", {1, 2});
   messages = 1;
   EXPECT_THAT(RunIn(&E::barbtnTablesExportXLSXBatteryClick, "b.xlsx"),
-              EndsWith(kHidden + "front MainPanel; show DBGrid8; "));
+              EndsWith(kHidden + "front MainPanel; show" + others + " DBGrid8; "));
   EXPECT_EQ(TextOf("b.xlsx"), "\1\2");
   EXPECT_EQ(Written().size(), 2U);
   messages = 3;
@@ -307,13 +314,13 @@ TEST_F(ExportCommands, AFailureIsOneMessageWithFileAndReasonOnceTheScreenIsResto
     std::string reason, restored;
   } cases[] = {
       {&E::barbtnTablesExportCSVClick, FTo / "gone/t.csv", FTo / "gone/t.csv", "No such file or directory.",
-       "show dbgFilteredShocks; "},
+       "show" + kPanels + " dbgFilteredShocks; "},
       {&E::barbtnTablesExportXLSXClick, FTo / "gone/t.xlsx", FTo / "gone/t.xlsx", "No such file or directory.",
-       "front MainPanel; show dbgFilteredShocks; "},
+       "front MainPanel; show" + kPanels + " dbgFilteredShocks; "},
       {&E::barbtnEventsXLSXAllShocksClick, "/dev/full/e.xlsx", "/dev/full/e.xlsx", "Not a directory.",
-       "front MainPanel; "},
+       "front MainPanel; show" + kPanels + "; "},
       {&E::barbtnEventsCSVAllShocksClick, FTo / "gone", FTo / "gone/Mission-A17", "No such file or directory.",
-       "repaint ChartAllSensors; "},
+       "front MainPanel; show" + kPanels + "; "},
   };
   for (const auto& [command, chosen, named, reason, restored] : cases) {
     const std::string log = Run(command, chosen);
@@ -360,13 +367,13 @@ TEST_F(ExportCommands, WhileAnExportRunsEveryCommandIsRefused) {
   };
   const std::string log = Run(&E::barbtnEventsCSVAllShocksClick, FTo);
   EXPECT_EQ(log.substr(log.find(';')), undisturbed.substr(undisturbed.find(';')));
-  EXPECT_EQ(disturbed, 4);
+  EXPECT_GE(disturbed, 5);
 }
 
 TEST_F(ExportCommands, ACloseEndsTheExportAndIsDoneAfter) {
   FScreen.OnMessages = [&] { EXPECT_FALSE(FFlow.MayClose()); };
   const std::string log = RunIn(&E::barbtnSensorsExportToXLSXClick, "s.xlsx");
-  EXPECT_THAT(log, EndsWith(kHidden + "front MainPanel; close window; "));
+  EXPECT_THAT(log, EndsWith(kHidden + "front MainPanel; show" + kPanels + "; close window; "));
   EXPECT_THAT(Written(), IsEmpty());
   EXPECT_TRUE(FFlow.MayClose());
 }

@@ -126,6 +126,7 @@ hide pnlLoading; taskbar off; enable)log" +
                                 kOpenButtons +
                                 "show btngrpView dxBarOverview dxBarLargeShockView dxBarReport"
                                 " btngrpEventsExport btngrpSensorsExport btngrpTables; "
+                                "enable barbtnTablesExportCSVBattery barbtnTablesExportXLSXBattery; "
                                 "selected 1; position 1; "  // the most intense event
                                 "ribbon suspended; hide dxBarShockPrint dxBarShockExport btngrpShock btngrpFilter"
                                 " btngrpShockSeries btngrpShockTools btngrpShockExport btngrpShockImage"
@@ -137,6 +138,7 @@ hide pnlLoading; taskbar off; enable)log" +
                                 kDockPanelNames +
                                 "; ribbon resumed; repaint ChartAllSensors; recent 1 files 1 folders; "
                                 "text lblStatusFile \"three.kshock · complete\"; ");
+  EXPECT_EQ(FScreen.AtOnce, 6) << "the panel and five steps; rows are painted when it is time";
   EXPECT_TRUE(FFlow.FileShown());
   EXPECT_EQ(SensorList.StartTime, 45123.25);
   EXPECT_TRUE(MissionData.bValidStartTime);

@@ -1,6 +1,6 @@
 // A main window that writes down what it is told: the log is what a test reads. "; " ends a call, a new line begins
-// when the window has handled its messages. Controls that are shown, hidden, enabled or disabled in a row share their
-// verb.
+// when the window has handled its messages, however often in a row. Controls that are shown, hidden, enabled or
+// disabled in a row share their verb.
 #pragma once
 
 #include <fmt/format.h>
@@ -31,6 +31,7 @@ class TLoggingScreen final : public IMainScreen {
   std::optional<TTimeSpan> Data;                // of the navigator
   bool Confirms = true;
   std::optional<std::string> ChosenFile;     // nothing: dialogs are cancelled
+  int AtOnce = 0;                            // how often messages were handled that must not wait
   std::function<void()> OnMessages = [] {};  // what the user does while the window handles its messages
 
   void SetApplicationTitle(std::string_view title) override { Say("title \"{}\"", title); }
@@ -80,9 +81,12 @@ class TLoggingScreen final : public IMainScreen {
   void SetProgressMaximum(int maximum) override { Say("progress maximum {}", maximum); }
   void SetProgress(double position) override { Say("progress {:g}", position); }
   void SetTaskbarProgress(bool on) override { Say("taskbar {}", on ? "on" : "off"); }
-  void ProcessMessages(bool /*atOnce*/) override {
-    Say("messages");
-    FLog.replace(FLog.size() - 2, 2, "\n");
+  void ProcessMessages(bool atOnce) override {
+    AtOnce += atOnce;
+    if (!FLog.ends_with("messages\n")) {
+      Say("messages");
+      FLog.replace(FLog.size() - 2, 2, "\n");
+    }
     OnMessages();
   }
 

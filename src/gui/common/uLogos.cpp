@@ -7,11 +7,11 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <algorithm>
-#include <fstream>
 #include <stdexcept>
 
 #include "base/uFiles.h"
 #include "gui/common/uQtText.h"
+#include "platform/uSafeFile.h"
 
 namespace fs = std::filesystem;
 
@@ -99,10 +99,5 @@ void TLogos::Replace(std::size_t index, const fs::path& file) {
 void TLogos::Save(std::size_t index, const fs::path& file) const {
   const TPicture& logo = FLogos.at(index);
   if (logo.FileIsBroken) return;
-  WriteBesideAndRename(file, [&logo](const fs::path& beside) {
-    std::ofstream out(beside, std::ios::binary);
-    out.write(logo.Png.constData(), logo.Png.size());
-    out.close();
-    if (!out) throw std::runtime_error("The file cannot be written whole.");
-  });
+  SaveFile(file, {logo.Png.constData(), static_cast<std::size_t>(logo.Png.size())});
 }

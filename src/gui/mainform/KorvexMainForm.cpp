@@ -391,7 +391,7 @@ void TKorvexMainForm::actPrintViewExecute() {
 }
 
 void TKorvexMainForm::actExportViewExecute() {
-  SaveViewAsPdf(*this, *FFlow);
+  SaveViewAsPdf(*this, *FFlow, *FScreen);
 }
 
 void TKorvexMainForm::actFullScreenExecute() {

@@ -4,11 +4,14 @@
 #include <QCursor>
 #include <QMenu>
 #include <QToolButton>
+#include <string_view>
 #include <type_traits>
 
+#include "analysis/uMissionDatasets.h"
 #include "gui/common/uGrid.h"
 #include "gui/common/uGuard.h"
 #include "gui/common/uIcons.h"
+#include "gui/common/uQtText.h"
 #include "gui/mainform/KorvexMainForm.h"
 #include "gui/mainform/uMainParts.h"
 #include "gui/ribbon/uRibbonGroup.h"
@@ -27,6 +30,7 @@ struct TExportRow {
   const char* icon;
   const char* keys;
   void (*execute)(TExportCommands&, TChartImages&);
+  std::string_view whyDisabled = {};  // in the tool tip while the command is disabled and its group is in sight
 };
 using E = TExportCommands;
 using I = TChartImages;
@@ -80,14 +84,14 @@ constexpr TExportRow kExports[] = {
     {"actTablesExportCSVSensors", "barbtnTablesExportCSVSensors", "btngrpTables", "Sensors to CSV…",
      "The table of the sensors, as a CSV file", kCsvIcon, "", Do<&E::barbtnTablesExportCSVSensorsClick>},
     {"actTablesExportCSVBattery", "barbtnTablesExportCSVBattery", "btngrpTables", "Battery to CSV…",
-     "The table of the battery, as a CSV file", kCsvIcon, "", Do<&E::barbtnTablesExportCSVBatteryClick>},
+     "The table of the battery, as a CSV file", kCsvIcon, "", Do<&E::barbtnTablesExportCSVBatteryClick>, kNoBattery},
     {"actTablesExportXLSX", "barbtnTablesExportXLSX", "btngrpTables", "Shock events to XLSX…",
      "The table of the events that the filter lets through, as a workbook", kXlsxIcon, "",
      Do<&E::barbtnTablesExportXLSXClick>},
     {"actTablesExportXLSXSensors", "barbtnTablesExportXLSXSensors", "btngrpTables", "Sensors to XLSX…",
      "The table of the sensors, as a workbook", kXlsxIcon, "", Do<&E::barbtnTablesExportXLSXSensorsClick>},
     {"actTablesExportXLSXBattery", "barbtnTablesExportXLSXBattery", "btngrpTables", "Battery to XLSX…",
-     "The table of the battery, as a workbook", kXlsxIcon, "", Do<&E::barbtnTablesExportXLSXBatteryClick>},
+     "The table of the battery, as a workbook", kXlsxIcon, "", Do<&E::barbtnTablesExportXLSXBatteryClick>, kNoBattery},
 
     {"actEventsCopyChart", "barbtnEventsCopyChartToClipboard", "btngrpEventsImage", "Copy picture", kCopyTip,
      "edit-copy", "", Do<&I::barbtnEventsCopyChartToClipboardClick>},
@@ -147,7 +151,14 @@ QAction* MakeAction(TKorvexMainForm& form, const char* name, const char* caption
 void MakeExport(TKorvexMainForm& form, TExportCommands& exports, TChartImages& images, const TExportRow& row) {
   QAction* action = MakeAction(form, row.action, row.caption, row.keys);
   action->setIcon(Icon(row.icon));
-  action->setToolTip(QObject::tr(row.tip));
+  const QString tip = QObject::tr(row.tip);
+  action->setToolTip(tip);
+  if (!row.whyDisabled.empty()) {
+    const QString why = QObject::tr("Not available: %1").arg(QtText(row.whyDisabled));
+    QObject::connect(action, &QAction::enabledChanged, action, [action, tip, why](bool enabled) {
+      action->setToolTip(enabled ? tip : QString("%1\n%2").arg(tip, why));
+    });
+  }
   QObject::connect(action, &QAction::triggered, &form, [&form, &exports, &images, execute = row.execute] {
     Guarded(&form, [&] { execute(exports, images); });
   });
@@ -158,6 +169,7 @@ void MakeMenu(TKorvexMainForm& form, const TMenuRow& row) {
   auto* menu = new QMenu(QObject::tr(row.title), &form);
   menu->setObjectName(row.name);
   menu->setAccessibleName(menu->title());
+  menu->setToolTipsVisible(true);
   for (const char* action : {row.csv, row.xlsx}) menu->addAction(form.findChild<QAction*>(action));
 }
 

@@ -13,6 +13,7 @@
 #include "base/uIniFile.h"
 #include "gui/common/uQtText.h"
 #include "gui/mainform/uDockState.h"
+#include "platform/uSafeFile.h"
 
 namespace {
 
@@ -104,7 +105,7 @@ void TLayouts::Save(const std::filesystem::path& file) const {
   for (auto splitter = arrangement.Splitters.begin(); splitter != arrangement.Splitters.end(); ++splitter) {
     ini.WriteString(kSplitters, Utf8(splitter.key()), Utf8(SizesText(splitter.value())));
   }
-  ini.Save(file);
+  SaveFile(file, ini.Text());
 }
 
 bool TLayouts::AllClosed() const {

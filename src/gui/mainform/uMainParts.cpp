@@ -59,6 +59,7 @@ TMainParts::TMainParts(QMainWindow& window)
       recentFiles(new TRecentFiles(&window)),
       logos(new TLogos(&window)),
       layouts(nullptr) {
+  ribbon->setObjectName("Ribbon");
   window.setMenuWidget(ribbon);
   window.addDockWidget(Qt::LeftDockWidgetArea, filter);
   filter->hide();

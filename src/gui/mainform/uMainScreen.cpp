@@ -287,7 +287,7 @@ void TMainScreen::EmptyGridsAndCharts() {
   FParts.report->Clear();
   FParts.filter->SetMission(nullptr);
   FParts.statusEvents->Clear();
-  FParts.statusFile->clear();
+  for (QLabel* label : {FParts.statusValue, FParts.statusFile}) label->clear();
 }
 
 void TMainScreen::PopulateChartSeries(const TShownMission& mission) {

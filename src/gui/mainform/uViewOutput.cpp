@@ -6,8 +6,8 @@
 #include <QPdfWriter>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <exception>
 #include <filesystem>
-#include <fstream>
 #include <new>
 #include <stdexcept>
 
@@ -18,6 +18,8 @@
 #include "gui/mainform/KorvexMainForm.h"
 #include "gui/platform/uDialogs.h"
 #include "gui/report/uReportPanel.h"
+#include "platform/uSafeFile.h"
+#include "shell/uExportOutcome.h"
 
 namespace {
 
@@ -85,7 +87,7 @@ void PrintView(TKorvexMainForm& form, TFileFlow& flow) {
   if (dialog.exec() == QDialog::Accepted) Output(form, flow.View(), printer);
 }
 
-void SaveViewAsPdf(TKorvexMainForm& form, TFileFlow& flow) {
+void SaveViewAsPdf(TKorvexMainForm& form, TFileFlow& flow, IMainScreen& screen) {
   if (!flow.FileShown()) return;
   const std::string title = Utf8(QObject::tr("Save the view as PDF"));
   const std::string name = Utf8FromPath(PathFromUtf8(flow.FileName()).stem());
@@ -99,13 +101,15 @@ void SaveViewAsPdf(TKorvexMainForm& form, TFileFlow& flow) {
     writer.setPageSize(QPageSize(QPageSize::A4));
     Output(form, flow.View(), writer);
   }
-  WriteBesideAndRename(PathFromUtf8(Utf8(*path)), [&pdf](const std::filesystem::path& beside) {
-    std::ofstream file(beside, std::ios::binary);
-    file.write(pdf.data().constData(), pdf.size());
-    file.close();
-    if (!file) throw std::runtime_error("The file cannot be written whole.");
-  });
+  const std::filesystem::path file = PathFromUtf8(Utf8(*path));
+  try {
+    SaveFile(file, {pdf.data().constData(), static_cast<std::size_t>(pdf.size())});
+  } catch (const std::exception& error) {
+    screen.ShowMessage("The view could not be written.", ExportFailure(error, file));
+    return;
+  }
   flow.RememberFolderOf(Utf8(*path));
+  TellWritten(screen, file);
 }
 
 std::string Encoded(const QImage& picture, TPictureFormat format) {

@@ -11,7 +11,7 @@ class TKorvexMainForm;
 
 // Asks for a printer first; a cancelled dialog prints nothing.
 void PrintView(TKorvexMainForm& form, TFileFlow& flow);
-// Asks for a file first. Throws when it cannot be written.
-void SaveViewAsPdf(TKorvexMainForm& form, TFileFlow& flow);
+// Asks for a file first, and says where it is or why it could not be written.
+void SaveViewAsPdf(TKorvexMainForm& form, TFileFlow& flow, IMainScreen& screen);
 // The bytes of a picture file. Throws std::runtime_error.
 std::string Encoded(const QImage& picture, TPictureFormat format);

@@ -82,7 +82,8 @@ void TUserManualIcon::paintEvent(QPaintEvent*) {
   painter.setBrush(underMouse() || FPressed ? QBrush(ground) : QBrush(Qt::NoBrush));
   painter.setPen(hasFocus() ? QPen(palette().color(QPalette::Highlight), 2) : QPen(Qt::NoPen));
   painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 4, 4);
-  FIcon.paint(&painter, QRect(0, kMargin, width(), kIcon));
+  FIcon.paint(&painter, QRect(0, kMargin, width(), kIcon), Qt::AlignCenter,
+              isEnabled() ? QIcon::Normal : QIcon::Disabled);
   PaintCaption(painter, QRect(kMargin, 2 * kMargin + kIcon, width() - 2 * kMargin, height() - 3 * kMargin - kIcon));
 }
 

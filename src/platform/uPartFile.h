@@ -1,0 +1,55 @@
+// A file in work, beside the file that it will replace: ".shockscope-", eight hexadecimal digits and ".part". It is
+// locked until it is renamed or removed, so a file of that name without a lock was left by a run that was killed.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+
+class TPartFile {
+ public:
+  // Makes an empty file in the folder; an empty path is the current one. Throws std::system_error.
+  explicit TPartFile(const std::filesystem::path& folder);
+  // Removes the file unless it was renamed.
+  ~TPartFile();
+  TPartFile(TPartFile&& other) noexcept;
+  TPartFile& operator=(TPartFile&&) = delete;
+
+  // Whoever writes opens it by this path.
+  [[nodiscard]] const std::filesystem::path& Path() const { return FPath; }
+  // The same number for files of the same file system.
+  [[nodiscard]] std::uint64_t FileSystem() const;
+  // Wait until the disk has the file, or everything written to its file system since the file was made. Throw
+  // std::system_error when the disk does not take it; a file system that knows no such wait is left alone. Any thread.
+  void Sync() const;
+  void SyncFileSystem() const;
+  // Throws std::system_error.
+  void RenameTo(const std::filesystem::path& target);
+
+ private:
+  std::filesystem::path FPath;  // empty once it is renamed or moved from
+  int FDescriptor = -1;
+};
+
+// A folder ".shockscope-", eight hexadecimal digits and ".tmp" for a library whose files have a name for a moment
+// before they become nameless. Locked like a file in work.
+class TScratchFolder {
+ public:
+  // Throws std::system_error.
+  explicit TScratchFolder(const std::filesystem::path& folder);
+  // Removes the folder and the empty files in it.
+  ~TScratchFolder();
+  TScratchFolder(const TScratchFolder&) = delete;
+  TScratchFolder& operator=(const TScratchFolder&) = delete;
+  [[nodiscard]] const std::filesystem::path& Path() const { return FPath; }
+
+ private:
+  std::filesystem::path FPath;
+  int FDescriptor = -1;
+};
+
+// Waits until the disk has the names of the folder's files, as far as its file system can tell.
+void SyncFolder(const std::filesystem::path& folder) noexcept;
+
+// Removes what killed runs left in the folder, and nothing else: nothing that is locked, no link, no other name, and of
+// the scratch folders only those that hold empty files alone. What cannot be removed stays.
+void RemoveAbandonedParts(const std::filesystem::path& folder) noexcept;

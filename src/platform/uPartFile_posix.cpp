@@ -1,0 +1,159 @@
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <exception>
+#include <random>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <utility>
+
+#include "platform/uPartFile.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::string_view kPrefix = ".shockscope-";
+constexpr std::string_view kFileSuffix = ".part";
+constexpr std::string_view kFolderSuffix = ".tmp";
+constexpr std::size_t kDigits = 8;
+constexpr mode_t kForAll = 0666;  // less what the user's mask takes
+constexpr mode_t kForOwner = 0700;
+
+[[noreturn]] void ThrowLastError() {
+  throw std::system_error(errno, std::generic_category());
+}
+
+fs::path NewName(std::string_view suffix) {
+  return fmt::format("{}{:0{}x}{}", kPrefix, std::random_device{}(), kDigits, suffix);
+}
+
+bool IsName(std::string_view name, std::string_view suffix) {
+  if (name.size() != kPrefix.size() + kDigits + suffix.size()) return false;
+  const std::string_view digits = name.substr(kPrefix.size(), kDigits);
+  return name.starts_with(kPrefix) && name.ends_with(suffix) &&
+         digits.find_first_not_of("0123456789abcdef") == std::string_view::npos;
+}
+
+// False when somebody took what is new for abandoned before it was locked. A file system without locks lets nobody
+// lock, so nobody removes anything there.
+bool LockNew(int file) {
+  if (flock(file, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) return false;
+  struct stat status {};
+  return fstat(file, &status) == 0 && status.st_nlink > 0;
+}
+
+void RequireSynced(int result) {
+  if (result != 0 && errno != EINVAL && errno != ENOSYS && errno != EOPNOTSUPP) ThrowLastError();
+}
+
+// The owner renames or removes what it made before it lets go of the lock; so once the lock is ours, this name is
+// abandoned or gone.
+template <class TRemove>
+void IfUnlocked(const fs::path& path, int flags, const TRemove& remove) {
+  const int descriptor = open(path.c_str(), flags | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+  if (descriptor < 0) return;
+  if (flock(descriptor, LOCK_EX | LOCK_NB) == 0) remove();
+  close(descriptor);
+}
+
+void RemoveScratchFolder(const fs::path& folder) noexcept {
+  try {
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
+      if (fs::is_regular_file(entry.symlink_status()) && entry.file_size() == 0) unlink(entry.path().c_str());
+    }
+  } catch (const std::exception&) {  // it is gone
+  }
+  rmdir(folder.c_str());
+}
+
+}  // namespace
+
+TPartFile::TPartFile(const fs::path& folder) {
+  while (true) {
+    FPath = folder / NewName(kFileSuffix);
+    FDescriptor = open(FPath.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, kForAll);
+    if (FDescriptor < 0 && errno != EEXIST) ThrowLastError();
+    if (FDescriptor >= 0 && LockNew(FDescriptor)) return;
+    if (FDescriptor >= 0) close(FDescriptor);
+  }
+}
+
+TPartFile::~TPartFile() {
+  if (!FPath.empty()) unlink(FPath.c_str());
+  if (FDescriptor >= 0) close(FDescriptor);
+}
+
+TPartFile::TPartFile(TPartFile&& other) noexcept
+    : FPath(std::exchange(other.FPath, {})), FDescriptor(std::exchange(other.FDescriptor, -1)) {}
+
+std::uint64_t TPartFile::FileSystem() const {
+  struct stat status {};
+  if (fstat(FDescriptor, &status) != 0) ThrowLastError();
+  return status.st_dev;
+}
+
+void TPartFile::Sync() const {
+  RequireSynced(fsync(FDescriptor));
+}
+
+void TPartFile::SyncFileSystem() const {
+  RequireSynced(syncfs(FDescriptor));
+}
+
+void TPartFile::RenameTo(const fs::path& target) {
+  if (std::rename(FPath.c_str(), target.c_str()) != 0) ThrowLastError();
+  FPath.clear();
+}
+
+TScratchFolder::TScratchFolder(const fs::path& folder) {
+  while (true) {
+    FPath = folder / NewName(kFolderSuffix);
+    if (mkdir(FPath.c_str(), kForOwner) != 0) {
+      if (errno == EEXIST) continue;
+      ThrowLastError();
+    }
+    FDescriptor = open(FPath.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (FDescriptor >= 0 && LockNew(FDescriptor)) return;
+    if (FDescriptor < 0 && errno != ENOENT) {
+      const int reason = errno;
+      rmdir(FPath.c_str());
+      throw std::system_error(reason, std::generic_category());
+    }
+    if (FDescriptor >= 0) close(FDescriptor);
+  }
+}
+
+TScratchFolder::~TScratchFolder() {
+  RemoveScratchFolder(FPath);
+  close(FDescriptor);
+}
+
+void SyncFolder(const fs::path& folder) noexcept {
+  const char* name = folder.empty() ? "." : folder.c_str();
+  const int descriptor = open(name, O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (descriptor < 0) return;
+  fsync(descriptor);
+  close(descriptor);
+}
+
+void RemoveAbandonedParts(const fs::path& folder) noexcept {
+  try {
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder.empty() ? fs::path(".") : folder)) {
+      const fs::path& path = entry.path();
+      const std::string name = path.filename();
+      if (IsName(name, kFileSuffix) && fs::is_regular_file(entry.symlink_status())) {
+        IfUnlocked(path, O_RDWR, [&path] { unlink(path.c_str()); });
+      } else if (IsName(name, kFolderSuffix) && fs::is_directory(entry.symlink_status())) {
+        IfUnlocked(path, O_RDONLY | O_DIRECTORY, [&path] { RemoveScratchFolder(path); });
+      }
+    }
+  } catch (const std::exception&) {  // a folder that cannot be listed
+  }
+}
