@@ -264,6 +264,7 @@ bool TExportCommands::Run(const fs::path& place, const TSurroundings& around, co
   std::string failure;
   try {
     complete = FFlow.RunExport([&](IProgress& progress) {
+      FScreen.SetText("lblStatusValue", "");
       FScreen.SetText("PnlLoadingDetail", Printable(Utf8FromPath(place)));
       if (around.endsInShockView) CloseDockPanels(FScreen);
       if (around.welcomePanel) FScreen.BringToFront("WellcomePanel");

@@ -111,8 +111,9 @@ class ExportCommands : public testing::Test {
 TEST_F(ExportCommands, AFolderOfEventsIsWrittenWithTheDisplayInThisOrderAndEndsInTheShockView) {
   EXPECT_EQ(
       Run(&E::barbtnEventsCSVAllShocksClick, FTo),
-      "ask \"Choose the folder for the CSV files\" in " + FFolder.Path().string() + "; text PnlLoadingDetail \"" +
-          FTo.string() + "\"; hide" + kDockPanelNames + "; front WellcomePanel; " + kCsvShown + "2" + kCsvInFront +
+      "ask \"Choose the folder for the CSV files\" in " + FFolder.Path().string() +
+          "; text lblStatusValue \"\"; text PnlLoadingDetail \"" + FTo.string() + "\"; hide" + kDockPanelNames +
+          "; front WellcomePanel; " + kCsvShown + "2" + kCsvInFront +
           "progress 0; messages\nprogress 1; messages\nprogress 2; messages\n" + kHidden +
           "front MainPanel; show dxDockPanelFilter; " +
           [this] {
@@ -178,16 +179,18 @@ TEST_F(ExportCommands, ATableIsWrittenWhileItsGridIsHidden) {
     };
     const std::string csv = (FTo / "t.csv").string();
     EXPECT_EQ(RunIn(table.csv, "t.csv"), asks(table.title, "CSV", table.name) + "hide " + table.grid +
-                                             "; text PnlLoadingDetail \"" + csv + "\"; " + kCsvShown +
-                                             std::to_string(table.lines - 1) + kCsvInFront + "progress 0; messages\n" +
-                                             kHidden + "show" + kPanels + " " + table.grid + "; " + WrittenIn("t.csv"));
+                                             "; text lblStatusValue \"\"; text PnlLoadingDetail \"" + csv + "\"; " +
+                                             kCsvShown + std::to_string(table.lines - 1) + kCsvInFront +
+                                             "progress 0; messages\n" + kHidden + "show" + kPanels + " " + table.grid +
+                                             "; " + WrittenIn("t.csv"));
     folder = FTo.string();
     EXPECT_EQ(LinesOf("t.csv"), table.lines) << csv;
     EXPECT_EQ(FFlow.Mission().CLDS.CurrentRow(), table.name.starts_with("Battery") ? 0U : 1U) << "its last record";
     const std::string xlsx = (FTo / "t.xlsx").string();
     EXPECT_EQ(RunIn(table.xlsx, "t.xlsx"),
-              asks(table.xlsxTitle, "XLSX", table.xlsxName) + "hide " + table.grid + "; text PnlLoadingDetail \"" +
-                  xlsx + "\"; front WellcomePanel; text PnlLoadingMsg \"Creating XLSX File...\"; progress 0; " +
+              asks(table.xlsxTitle, "XLSX", table.xlsxName) + "hide " + table.grid +
+                  "; text lblStatusValue \"\"; text PnlLoadingDetail \"" + xlsx +
+                  "\"; front WellcomePanel; text PnlLoadingMsg \"Creating XLSX File...\"; progress 0; " +
                   kCsvInFront.substr(2) +
                   "progress maximum 1; progress 0; text PnlLoadingMsg \"Creating Sheet 1 of 1\"; "
                   "messages\nprogress 1; messages\n" +
