@@ -7,10 +7,8 @@
 #include <charconv>
 #include <cmath>
 #include <fstream>
+#include <new>
 #include <stdexcept>
-#include <system_error>
-
-#include "base/uFiles.h"
 
 namespace fs = std::filesystem;
 
