@@ -7,10 +7,9 @@
 #include <charconv>
 #include <cmath>
 #include <fstream>
+#include <new>
 #include <stdexcept>
-#include <system_error>
 
-#include "base/uFiles.h"
 #include "base/uText.h"
 
 namespace fs = std::filesystem;
