@@ -54,6 +54,8 @@ class TInflateStream::TInflater {
   // Of a chunk that has ended: the checksum that the stream names, the reason of a failed read.
   [[nodiscard]] uLong WantedChecksum() const { return FWantedChecksum; }
   [[nodiscard]] const std::string& ReadError() const { return FReadError; }
+  // Of a chunk that ended in an exception, such as a lack of memory.
+  [[noreturn]] void RethrowError() const { std::rethrow_exception(FError); }
 
   // The inflating thread.
   void Run();
@@ -73,7 +75,8 @@ class TInflateStream::TInflater {
   uLong FWantedChecksum = 0;
   std::string FReadError;
   std::array<TChunk, 3> FChunks;
-  std::exception_ptr FOpenError;
+  std::exception_ptr FOpenError;  // set before the file counts as open
+  std::exception_ptr FError;      // set before the last chunk counts as filled
 
   std::mutex FMutex;  // guards what follows
   std::condition_variable_any FChanged;
@@ -144,7 +147,12 @@ void TInflateStream::TInflater::InflateAll() {
       FChanged.wait(lock, [this, number] { return FStop || number < FReleased + FChunks.size(); });
       if (FStop) return;
     }
-    Fill(ChunkOf(number));
+    try {
+      Fill(ChunkOf(number));
+    } catch (...) {
+      FError = std::current_exception();
+      ChunkOf(number).end = TEnd::Failed;
+    }
     end = ChunkOf(number).end;
     {
       const std::lock_guard lock(FMutex);
@@ -168,6 +176,8 @@ void TInflateStream::TInflater::Fill(TChunk& chunk) {
       for (const Bytef* byte = FZip.next_in - kTrailerSize; byte != FZip.next_in; ++byte) {
         FWantedChecksum = FWantedChecksum << 8 | *byte;
       }
+    } else if (result == Z_MEM_ERROR) {
+      throw std::bad_alloc();
     } else if (result != Z_OK && result != Z_BUF_ERROR) {
       chunk.end = TEnd::Damaged;
     }
@@ -229,6 +239,7 @@ std::span<const std::uint8_t> TInflateStream::Take(std::size_t count) {
 bool TInflateStream::NextChunk() {
   if (FEnd != TEnd::None) return false;
   TChunk& chunk = FInflater->WaitForChunk(FNext, FStop);
+  if (chunk.end == TEnd::Failed) FInflater->RethrowError();
   std::uint8_t* const begin = chunk.bytes.get() + kMaxTake - FRest.size();
   std::ranges::copy(FRest, begin);
   FRest = {begin, FRest.size() + chunk.filled};

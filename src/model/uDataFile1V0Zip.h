@@ -35,7 +35,8 @@ class TInflateStream {
   TInflateStream& operator=(const TInflateStream&) = delete;
 
   // The next `count` bytes, at most kMaxTake; fewer only where the stream ends, well or not. They stand until the next
-  // call. Throws EKorvex(kReadCancelled) instead of waiting once a stop is requested.
+  // call. Throws EKorvex(kReadCancelled) instead of waiting once a stop is requested, and std::bad_alloc without memory
+  // to inflate.
   std::span<const std::uint8_t> Take(std::size_t count);
 
   // Why Take gave less than asked for.
@@ -44,7 +45,7 @@ class TInflateStream {
   [[nodiscard]] std::string ReadError() const;
 
  private:
-  enum class TEnd { None, Finished, Damaged, ReadFailed };
+  enum class TEnd { None, Finished, Damaged, ReadFailed, Failed };
   struct TChunk;
   class TInflater;  // the inflating thread's side, shared with it
 
