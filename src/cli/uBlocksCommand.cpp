@@ -23,13 +23,18 @@ class TBlockList {
     FConsole.out(line + "\n");
   }
 
+  // A block that is too short for its type ends any other reading.
+  [[nodiscard]] bool SomeAreTooShort() const { return FTooShort; }
+
  private:
   // What the block says, beside what it is; where it is too short for its type, that.
   std::string Content() {
     try {
       return Read();
     } catch (const EStreamError&) {
-      return FFile.BlockCut() ? "" : ": too short";
+      if (FFile.BlockCut()) return {};
+      FTooShort = true;
+      return ": too short";
     }
   }
 
@@ -77,6 +82,7 @@ class TBlockList {
   TDataFile& FFile;
   const TConsole& FConsole;
   std::size_t FColumns = 0;  // of a record
+  bool FTooShort = false;
 };
 
 }  // namespace
@@ -100,7 +106,7 @@ TStatus BlocksCommand(const std::string& name, const TConsole& console) {
           fmt::format("kshock: {}: The file could not be read to its end: {}\n", Printable(name), file.ReadError()));
       return TStatus::Damaged;
     }
-    if (!file.Damaged()) return TStatus::Done;
+    if (!file.Damaged()) return blocks.SomeAreTooShort() ? TStatus::Damaged : TStatus::Done;
     console.out(fmt::format("damaged: the stream ends after {} bytes of content, in or behind block {}\n",
                             file.BytesRead(), number - 1));
     return TStatus::Damaged;

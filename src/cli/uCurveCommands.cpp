@@ -18,6 +18,19 @@ bool HasEvent(const std::string& file, const TRecording& recording, std::size_t 
   return false;
 }
 
+// One sample that is not finite takes its whole axis.
+bool IsNothing(double x, double y, double z) {
+  return std::isnan(x) && std::isnan(y) && std::isnan(z);
+}
+
+TStatus NoResult(const std::string& file, const TRecording& recording, const std::string& why,
+                 const TConsole& console) {
+  Say(file, why, console);
+  return WorseOf(recording.status, TStatus::NoResult);
+}
+
+constexpr std::string_view kNoAxis = "Each axis has a sample that is no finite number.";
+
 }  // namespace
 
 TStatus FilterCommand(const std::string& file, std::size_t event, const TConsole& console) {
@@ -27,7 +40,14 @@ TStatus FilterCommand(const std::string& file, std::size_t event, const TConsole
   const TEvent& shown = recording.events.GetItem(event);
   std::string text;
   AppendCsvTitles(text, kTimeTitles);
-  ForEachCurveRow(shown, true, [&text](const TCurveRow& row) { AppendCsvRow(text, row); });
+  bool isNothing = true;
+  ForEachCurveRow(shown, true, [&](const TCurveRow& row) {
+    isNothing = isNothing && IsNothing(row[1], row[2], row[3]);
+    AppendCsvRow(text, row);
+  });
+  if (isNothing) {
+    return NoResult(file, recording, fmt::format("Event {} cannot be filtered. {}", event, kNoAxis), console);
+  }
   console.out(text);
   return recording.status;
 }
@@ -38,9 +58,11 @@ TStatus SpectrumCommand(const std::string& file, std::size_t event, TSpectrumTyp
   if (!recording.HasMission()) return recording.status;
   if (!HasEvent(file, recording, event, console)) return TStatus::WrongUse;
   const TSpectrum spectrum = CalcSpectrum(recording.events.GetItem(event).Values(), type, window);
-  if (spectrum.problem != TSpectrumProblem::None) {
-    Say(file, fmt::format("Event {} has no spectrum. {}", event, WhyNoSpectrum(spectrum)), console);
-    return WorseOf(recording.status, TStatus::NoResult);
+  const bool isNothing =
+      std::ranges::all_of(spectrum.lines, [](const auto& line) { return IsNothing(line.x, line.y, line.z); });
+  if (isNothing) {
+    const std::string why = spectrum.lines.empty() ? WhyNoSpectrum(spectrum) : std::string(kNoAxis);
+    return NoResult(file, recording, fmt::format("Event {} has no spectrum. {}", event, why), console);
   }
   const std::string done = WhatGridDid(spectrum.grid);
   if (!done.empty()) Say(file, fmt::format("Event {}: {}.", event, done), console);

@@ -131,7 +131,16 @@ TEST_F(KshockCommands, AnEventWithoutAResultIsToldWithItsReason) {
   EXPECT_THAT(still.err, HasSubstr("Event 0 has no spectrum. The times of the samples repeat or go back."));
   EXPECT_EQ(Kshock({"spectrum", cut, "--event", "0"}).status, 5) << "damage is worse";
   EXPECT_EQ(Kshock({"filter", file, "--event", "0"}).status, 0);
+  const TTestRecording noNumbers = TTestRecording()
+                                       .Creator()
+                                       .MissionHeader(2, 1)
+                                       .Channels({"ACC x", "ACC y", "ACC z"})
+                                       .Data({{0, {kOtherNaN, kOtherNaN, kOtherNaN}}, {1, {1, 2, 3}}});
   for (const char* command : {"filter", "spectrum"}) {
+    const TRun nothing = Kshock({command, Save("nan.kshock", Deflated(noNumbers.content)), "--event", "0"});
+    EXPECT_EQ(nothing.status, 6);
+    EXPECT_EQ(nothing.out, "");
+    EXPECT_THAT(nothing.err, HasSubstr("Each axis has a sample that is no finite number."));
     const TRun none = Kshock({command, file, "--event", "1"});
     EXPECT_EQ(none.status, 2);
     EXPECT_THAT(none.err, HasSubstr("There is no event 1; the recording has 1."));
@@ -174,7 +183,8 @@ TEST_F(KshockCommands, EveryBlockThatIsTooShortForItsTypeIsNamed) {
       .Block(8, TBody(whole).Put(0.5F).bytes);
   recording.Block(8, TBody(whole).Put(-1.0).bytes).Block(8, TBody(whole).Put(std::uint8_t{7}).bytes);
   recording.Block(6, {3, 0, 'A'}).Block(99, {1});
-  const std::string out = Kshock({"blocks", Save("short.kshock", Deflated(recording.content))}).out;
+  const auto [status, out, err] = Kshock({"blocks", Save("short.kshock", Deflated(recording.content))});
+  EXPECT_EQ(status, 5) << err;
   std::vector<std::string> ends;
   std::istringstream lines(out);
   for (std::string line; std::getline(lines, line);) ends.push_back(line.substr(line.find("bytes  ") + 7));
