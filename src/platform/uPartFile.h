@@ -47,6 +47,19 @@ class TScratchFolder {
   int FDescriptor = -1;
 };
 
+// Keeps everybody else who locks the folder waiting while it lives. It waits for half a second itself and then goes
+// on without the lock: a program that hangs must not keep another from its end.
+class TFolderLock {
+ public:
+  explicit TFolderLock(const std::filesystem::path& folder) noexcept;
+  ~TFolderLock();
+  TFolderLock(const TFolderLock&) = delete;
+  TFolderLock& operator=(const TFolderLock&) = delete;
+
+ private:
+  int FDescriptor;
+};
+
 // Waits until the disk has the names of the folder's files, as far as its file system can tell.
 void SyncFolder(const std::filesystem::path& folder) noexcept;
 

@@ -5,12 +5,14 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
 #include <cstdio>
 #include <exception>
 #include <random>
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <thread>
 #include <utility>
 
 #include "platform/uPartFile.h"
@@ -133,6 +135,19 @@ TScratchFolder::TScratchFolder(const fs::path& folder) {
 TScratchFolder::~TScratchFolder() {
   RemoveScratchFolder(FPath);
   close(FDescriptor);
+}
+
+TFolderLock::TFolderLock(const fs::path& folder) noexcept
+    : FDescriptor(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+  constexpr auto kPause = std::chrono::milliseconds(5);
+  for (auto left = std::chrono::milliseconds(500); left.count() > 0; left -= kPause) {
+    if (FDescriptor < 0 || flock(FDescriptor, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) return;
+    std::this_thread::sleep_for(kPause);
+  }
+}
+
+TFolderLock::~TFolderLock() {
+  if (FDescriptor >= 0) close(FDescriptor);
 }
 
 void SyncFolder(const fs::path& folder) noexcept {

@@ -11,6 +11,7 @@
 #include "base/uFiles.h"
 #include "base/uIniFile.h"
 #include "base/uText.h"
+#include "platform/uPartFile.h"
 #include "platform/uSafeFile.h"
 
 namespace fs = std::filesystem;
@@ -130,6 +131,7 @@ void TRecentDocuments::Load(const fs::path& file) {
 }
 
 void TRecentDocuments::Save(const fs::path& file) {
+  const TFolderLock lock(file.parent_path());  // of windows that close at once, one saves after the other
   TRecentDocuments merged = *this;
   if (fs::exists(fs::symlink_status(file))) {
     try {

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""A recording whose file fails to be read after some of it: what `kshock` says, and what it keeps. The shared library
-that makes reads fail is given. One line per difference; exit 1 when there is any.
+"""Files that fail to be read after some of them, and disks that do not take what is synced: what `kshock` says, and what
+it keeps. The shared library that makes calls fail is given. One line per difference; exit 1 when there is any.
 """
 import json
 import os
@@ -21,6 +21,27 @@ def expect(what, want, got):
 def run(kshock, library, after, *arguments):
     faults = {**os.environ, "LD_PRELOAD": library, "READ_FAULT_AFTER": str(after)}
     return subprocess.run([kshock, *arguments], capture_output=True, text=True, timeout=60, check=False, env=faults)
+
+
+def files_in(folder):
+    return {name: open(os.path.join(top, name), "rb").read() for top, _, names in os.walk(folder) for name in names}
+
+
+def check_sync(kshock, library, folder):
+    """What the disk does not take replaces nothing and leaves nothing."""
+    path, out = os.path.join(folder, "small.kshock"), os.path.join(folder, "out")
+    subprocess.run([kshock, "demo", path, "--events", "3"], check=True)
+    os.mkdir(out)
+    for what in ["shocks-csv", "shocks-xlsx", "events-csv"]:
+        subprocess.run([kshock, "export", path, "--to", out, what, "--date-format", "yyyy"], check=True)
+        before = files_in(out)
+        os.environ["SYNC_FAULT"] = "1"
+        failed = run(kshock, library, 0, "export", path, "--to", out, what)
+        del os.environ["SYNC_FAULT"]
+        expect(f"status of {what} without a sync", 4, failed.returncode)
+        if REASON not in failed.stderr:
+            found.append(f"{what}: {failed.stderr!r} does not say why")
+        expect(f"files of {what} without a sync", before, files_in(out))
 
 
 def main():
@@ -48,6 +69,7 @@ def main():
         first = run(kshock, library, 0, "info", path)
         expect("in the first block", (3, f"kshock: {path}: The file cannot be read: {REASON}.\n"),
                (first.returncode, first.stderr))
+        check_sync(kshock, library, folder)
     for line in found:
         print(line)
     return 1 if found else 0

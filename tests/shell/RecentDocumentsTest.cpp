@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <thread>
 
 #include "base/uIniFile.h"
 #include "tests/support/uTestRecording.h"
@@ -117,6 +118,21 @@ TEST_F(RecentDocuments, TwoWindowsKeepWhatTheOtherChanged) {
   again.Save(FFile);
   again.Load(FFile);
   EXPECT_EQ(again.Files.Entries(), second.Files.Entries()) << "a file that has gone says nothing";
+}
+
+TEST_F(RecentDocuments, WindowsThatCloseAtOnceKeepWhatEachAdded) {
+  FRecent.Add("/d/old");
+  FRecent.Save(FFile);
+  std::vector<TRecentDocuments> windows(3, FRecent);
+  std::vector<std::thread> closes;
+  for (std::size_t i = 0; i < windows.size(); ++i) {
+    windows[i].Load(FFile);
+    windows[i].Add(fmt::format("/d/{}", i));
+  }
+  for (TRecentDocuments& window : windows) closes.emplace_back([&] { window.Save(FFile); });
+  for (std::thread& close : closes) close.join();
+  FRecent.Load(FFile);
+  EXPECT_THAT(Listed(FRecent.Files), testing::UnorderedElementsAre("/d/0", "/d/1", "/d/2", "/d/old"));
 }
 
 TEST_F(RecentDocuments, OfAForeignFileWhatMakesSenseIsTaken) {

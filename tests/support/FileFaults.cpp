@@ -1,4 +1,5 @@
-// Preloaded into a program: read() of a file whose name ends in ".failing" gives READ_FAULT_AFTER bytes and then EIO.
+// Preloaded into a program: read() of a file whose name ends in ".failing" gives READ_FAULT_AFTER bytes and then EIO;
+// with SYNC_FAULT set, no disk takes what is synced.
 #include <dlfcn.h>
 #include <unistd.h>
 
@@ -6,6 +7,25 @@
 #include <cerrno>
 #include <cstdlib>
 #include <string>
+
+namespace {
+
+template <class TCall>
+int Sync(const char* name, int file) {
+  if (std::getenv("SYNC_FAULT") == nullptr) return reinterpret_cast<TCall*>(dlsym(RTLD_NEXT, name))(file);
+  errno = EIO;
+  return -1;
+}
+
+}  // namespace
+
+extern "C" int fsync(int file) {
+  return Sync<int(int)>("fsync", file);
+}
+
+extern "C" int syncfs(int file) noexcept {
+  return Sync<int(int)>("syncfs", file);
+}
 
 extern "C" ssize_t read(int file, void* into, size_t count) {
   static const auto real = reinterpret_cast<ssize_t (*)(int, void*, size_t)>(dlsym(RTLD_NEXT, "read"));
