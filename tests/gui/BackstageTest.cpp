@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QCompleter>
 #include <QDesktopServices>
 #include <QFile>
 #include <QLabel>
@@ -209,6 +210,20 @@ TEST_F(Backstage, SizesAndDatesOfRecordingsAreWrittenWithAPoint) {
   EXPECT_EQ(model->index(0, 1).data().toString(), "44.20 KiB");
   EXPECT_EQ(model->index(0, 2).data().toString(), "2023-07-16 06:05:04");
   QLocale::setDefault(QLocale::c());
+}
+
+TEST_F(Backstage, ATypedPathIsCompletedWithFoldersAndRecordings) {
+  ASSERT_TRUE(QDir(FFolder.path()).mkdir("journey"));
+  Write(FFolder.filePath("jolt.kshock"));
+  Write(FFolder.filePath("jolt.txt"));
+  FBackstage->SetFilePatterns({"*.kshock"});
+  Find<QPushButton>("backstageBrowsePath")->click();
+  auto* path = Find<QLineEdit>("edtBrowsePath");
+  QTest::keyClicks(path, FFolder.path() + "/jo");
+  const auto* completions = path->completer()->completionModel();
+  ASSERT_TRUE(QTest::qWaitFor([&] { return completions->rowCount() == 2; }, 60000));
+  EXPECT_EQ(completions->index(0, 0).data().toString(), FFolder.filePath("jolt.kshock"));
+  EXPECT_EQ(completions->index(1, 0).data().toString(), FFolder.filePath("journey/"));
 }
 
 TEST_F(Backstage, AnAnswerThatComesTooLateIsDropped) {

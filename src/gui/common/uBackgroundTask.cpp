@@ -1,5 +1,6 @@
 #include "gui/common/uBackgroundTask.h"
 
+#include <exception>
 #include <mutex>
 #include <system_error>
 #include <thread>
@@ -55,16 +56,20 @@ bool TBackgroundTask::Start(TWork work) {
 }
 
 void TBackgroundTask::Run(const std::shared_ptr<TShared>& shared, TWork work, quint64 number) {
+  const TReport report = [&shared, &number](std::function<void()> answer) {
+    const std::lock_guard lock(shared->Mutex);
+    if (shared->Owner == nullptr || shared->Number != number) return false;
+    // Posted while the lock keeps the owner alive; another work may have come by the time it is done.
+    const auto unlessReplaced = [shared, number, answer = std::move(answer)] {
+      if (shared->Number == number) answer();
+    };
+    return QMetaObject::invokeMethod(shared->Owner, unlessReplaced, Qt::QueuedConnection);
+  };
   while (work) {
-    work([&shared, number](std::function<void()> answer) {
-      const std::lock_guard lock(shared->Mutex);
-      if (shared->Owner == nullptr || shared->Number != number) return false;
-      // Posted while the lock keeps the owner alive; another work may have come by the time it is done.
-      const auto unlessReplaced = [shared, number, answer = std::move(answer)] {
-        if (shared->Number == number) answer();
-      };
-      return QMetaObject::invokeMethod(shared->Owner, unlessReplaced, Qt::QueuedConnection);
-    });
+    try {
+      work(report);
+    } catch (const std::exception&) {  // no memory for an answer
+    }
     const std::lock_guard lock(shared->Mutex);
     work = std::exchange(shared->Waiting, {});
     number = shared->Number;

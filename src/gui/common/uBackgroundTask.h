@@ -10,7 +10,7 @@ class TBackgroundTask : public QObject {
  public:
   // Has something done in the main thread. False when nobody waits for that any more: the work should end.
   using TReport = std::function<bool(std::function<void()>)>;
-  // Runs on the thread. It owns all that it uses.
+  // Runs on the thread. It owns all that it uses. Work that throws reports no more.
   using TWork = std::function<void(const TReport&)>;
 
   explicit TBackgroundTask(QObject* parent);

@@ -1,10 +1,8 @@
 #include "gui/ribbon/uBackstagePages.h"
 
-#include <QCompleter>
 #include <QDir>
 #include <QEvent>
 #include <QFileInfo>
-#include <QFileSystemModel>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -16,6 +14,7 @@
 
 #include "gui/common/uIcons.h"
 #include "gui/common/uTheme.h"
+#include "gui/ribbon/uPathCompleter.h"
 #include "gui/ribbon/uRecordingList.h"
 
 namespace {
@@ -43,6 +42,7 @@ QString Tidied(const QString& typed) {
 TBrowsePathPage::TBrowsePathPage(QWidget* parent)
     : QWidget(parent),
       FPath(new QLineEdit(this)),
+      FCompleter(new TPathCompleter(FPath)),
       FComplaint(new QWidget(this)),
       FComplaintIcon(new QLabel(FComplaint)),
       FComplaintText(Sentence("lblBrowsePathMessage", FComplaint)),
@@ -90,7 +90,7 @@ TBrowsePathPage::TBrowsePathPage(QWidget* parent)
 
 void TBrowsePathPage::SetFilePatterns(const QStringList& patterns) {
   FPatterns = patterns;
-  if (FFiles != nullptr) FFiles->setNameFilters(FPatterns);
+  FCompleter->SetFilePatterns(patterns);
 }
 
 void TBrowsePathPage::ProposePath(const QString& path) {
@@ -161,21 +161,6 @@ void TBrowsePathPage::PaintComplaint() {
 void TBrowsePathPage::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
   if (event->type() == QEvent::PaletteChange) PaintComplaint();
-}
-
-// The completer's model reads folders on a thread of its own; a program that never comes here does without.
-void TBrowsePathPage::showEvent(QShowEvent* event) {
-  QWidget::showEvent(event);
-  if (FFiles != nullptr) return;
-  auto* completer = new QCompleter(this);
-  FFiles = new QFileSystemModel(completer);
-  FFiles->setFilter(QDir::AllDirs | QDir::Files | QDir::NoDotAndDotDot);
-  FFiles->setNameFilters(FPatterns);
-  FFiles->setNameFilterDisables(false);
-  FFiles->setOption(QFileSystemModel::DontWatchForChanges);
-  FFiles->setRootPath(QString());
-  completer->setModel(FFiles);
-  FPath->setCompleter(completer);
 }
 
 TCurrentFolderPage::TCurrentFolderPage(QWidget* parent)

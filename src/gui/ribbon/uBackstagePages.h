@@ -6,7 +6,7 @@
 
 #include "gui/ribbon/uRecordingFolder.h"
 
-class QFileSystemModel;
+class TPathCompleter;
 class QLabel;
 class QLineEdit;
 class TRecordingList;
@@ -28,7 +28,6 @@ class TBrowsePathPage : public QWidget {
 
  protected:
   void changeEvent(QEvent* event) override;
-  void showEvent(QShowEvent* event) override;
   void hideEvent(QHideEvent* event) override;
 
  private:
@@ -39,12 +38,12 @@ class TBrowsePathPage : public QWidget {
   void PaintComplaint();
 
   QLineEdit* FPath;
+  TPathCompleter* FCompleter;
   QWidget* FComplaint;
   QLabel* FComplaintIcon;
   QLabel* FComplaintText;
   QLabel* FNote;
   TRecordingList* FList;
-  QFileSystemModel* FFiles = nullptr;  // made when the page is first shown
   QStringList FPatterns;
 };
 

@@ -30,12 +30,6 @@ TPathKind KindOf(const fs::path& path) {
   }
 }
 
-bool IsWanted(const QString& name, const QStringList& patterns) {
-  return !name.startsWith('.') && std::ranges::any_of(patterns, [&name](const QString& pattern) {
-    return name.endsWith(QStringView(pattern).mid(1), Qt::CaseInsensitive);
-  });
-}
-
 // What cannot be asked for is 0.
 TFolderEntry EntryOf(const QString& name, const fs::directory_entry& entry) {
   TFolderEntry found{name};
@@ -49,6 +43,12 @@ TFolderEntry EntryOf(const QString& name, const fs::directory_entry& entry) {
 }
 
 }  // namespace
+
+bool IsRecordingName(const QString& name, const QStringList& patterns) {
+  return !name.startsWith('.') && std::ranges::any_of(patterns, [&name](const QString& pattern) {
+    return name.endsWith(QStringView(pattern).mid(1), Qt::CaseInsensitive);
+  });
+}
 
 void SortByName(std::vector<TFolderEntry>& entries) {
   // The C locale compares bytes and would part upper from lower case.
@@ -82,7 +82,8 @@ TFolderListing ReadFolder(const QString& path, const QStringList& patterns, cons
     }
     const QString name = QtText(Utf8FromPath(entry->path().filename()));
     std::error_code unknown;
-    if (IsWanted(name, patterns) && entry->is_regular_file(unknown)) listing.Entries.push_back(EntryOf(name, *entry));
+    if (IsRecordingName(name, patterns) && entry->is_regular_file(unknown))
+      listing.Entries.push_back(EntryOf(name, *entry));
   }
   if (error) listing.Complete = false;
   return listing;

@@ -33,5 +33,8 @@ struct TFolderBounds {
 // application.
 TFolderListing ReadFolder(const QString& path, const QStringList& patterns, const TFolderBounds& bounds = {});
 
+// Not hidden, and of one of the patterns.
+bool IsRecordingName(const QString& name, const QStringList& patterns);
+
 // Numbers in names in their order.
 void SortByName(std::vector<TFolderEntry>& entries);
