@@ -21,16 +21,20 @@ std::string SensorText(const TSensorSummary& sensor) {
                      MaskFloat("0.###", *sensor.maximum), sensor.unit.empty() ? "" : " ", sensor.unit);
 }
 
-std::string MissingAxes(const TAxesPresent& axes) {
+std::string Counted(std::size_t count, std::string_view what) {
+  return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
+}
+
+}  // namespace
+
+std::string WhyNoEvents(const TAxesPresent& axes) {
   const bool present[kAxisCount] = {axes.x, axes.y, axes.z};
   std::string missing;
   for (std::size_t axis = 0; axis < kAxisCount; ++axis) {
     if (!present[axis]) AppendListItem(missing, kKnownChannels[axis].nameInFile);
   }
-  return missing;
+  return missing.empty() ? missing : fmt::format("Events need all three axes; the recording lacks {}.", missing);
 }
-
-}  // namespace
 
 std::vector<TFigure> HeaderFigures(const TMissionData& mission) {
   return {Figure("ID", mission.sID),
@@ -47,10 +51,8 @@ std::vector<TFigure> HeaderFigures(const TMissionData& mission) {
 
 std::vector<TFigure> EventFigures(const TMissionSummary& summary, const TEventList& events, const TAxesPresent& axes) {
   std::vector<TFigure> figures;
-  figures.push_back(Figure("Events", fmt::format("{} with {} samples", summary.events, summary.samples)));
-  if (const std::string missing = MissingAxes(axes); !missing.empty()) {
-    figures.push_back(Figure("Note", fmt::format("Events need all three axes; the recording lacks {}.", missing)));
-  }
+  figures.push_back(Figure("Events", fmt::format("{} with {}", summary.events, Counted(summary.samples, "sample"))));
+  if (const std::string why = WhyNoEvents(axes); !why.empty()) figures.push_back(Figure("Note", why));
   const auto when = [&events](std::size_t event) {
     const double time = DateTimeOf(events.StartTime, events.GetItem(event).GetStartTime());
     return fmt::format("in event {}, begun {}", event, FormatDateTime(DateTimeMask() + ".zzz", time));

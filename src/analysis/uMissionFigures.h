@@ -15,6 +15,9 @@ struct TFigure {
 
 // The mission header: names, logger, times, and its four texts.
 std::vector<TFigure> HeaderFigures(const TMissionData& mission);
+// Why there are no events, as a sentence, where an axis is missing; empty where none is.
+std::string WhyNoEvents(const TAxesPresent& axes);
+
 // Events, peak, intensity, ToT and IoT, and the time span over events and sensors; where an axis is missing, that it is
 // why there are no events.
 std::vector<TFigure> EventFigures(const TMissionSummary& summary, const TEventList& events, const TAxesPresent& axes);

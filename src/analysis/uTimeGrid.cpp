@@ -166,7 +166,7 @@ std::string WhyNoGrid(const TTimeGrid& grid) {
     case TTimeGridProblem::TimesNotRising:
       return "The times of the samples repeat or go back.";
     case TTimeGridProblem::TooManyMissing:
-      return "More than a tenth of the samples are missing.";
+      return "The times leave more than a tenth of an even grid without a sample.";
   }
   return {};
 }

@@ -239,7 +239,7 @@ TEST_F(SettingsOfTheWindow, ALimitThatIsRefusedSaysWhyUntilSomebodyTypesAgain) {
   limit->selectAll();
   QTest::keyClicks(limit, "1 000");
   Find<QWidget>("pnlAlarmLimits")->hide();
-  EXPECT_THAT(Find<QLabel>("lblStatusHint")->text().toStdString(), HasSubstr("“1 000”"));
+  EXPECT_THAT(Find<QLabel>("lblStatusValue")->text().toStdString(), HasSubstr("“1 000”"));
 }
 
 TEST_F(SettingsOfTheWindow, WithoutALevelInTheFileTheUsersLimitsCanBeEdited) {

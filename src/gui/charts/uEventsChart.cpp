@@ -5,6 +5,7 @@
 #include <limits>
 #include <numeric>
 
+#include "analysis/uMissionFigures.h"
 #include "analysis/uPointAbsorption.h"
 #include "base/uDateTime.h"
 #include "gui/charts/uInTimeOrder.h"
@@ -54,8 +55,10 @@ void TEventsChart::Clear() {
   SetFullRange(std::nullopt);
 }
 
-void TEventsChart::SetEvents(const TEventList& events, const TMissionData& mission) {
+void TEventsChart::SetEvents(const TEventList& events, const TMissionData& mission, const TAxesPresent& axes) {
   Clear();
+  const std::string why = WhyNoEvents(axes);
+  SetNothing(why.empty() ? tr("No events") : QtText(why));
   const double start = DrawableStart(events.StartTime);
   const std::size_t count = events.Count();
   FTimes.reserve(count);

@@ -19,7 +19,7 @@ class TEventsChart final : public TTimeChart {
   explicit TEventsChart(QWidget* parent = nullptr);
 
   // Copies what it shows, 17 bytes an event; nothing of the model is kept. Shows the full range, nothing selected.
-  void SetEvents(const TEventList& events, const TMissionData& mission);
+  void SetEvents(const TEventList& events, const TMissionData& mission, const TAxesPresent& axes = {true, true, true});
   void Clear() override;
   // Of the events that the filter lets through.
   [[nodiscard]] TRangeTable VisibleStatistics() const override;

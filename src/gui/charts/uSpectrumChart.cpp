@@ -1,5 +1,6 @@
 #include "gui/charts/uSpectrumChart.h"
 
+#include <QLocale>
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -110,14 +111,20 @@ void TSpectrumChart::ShowTitle() {
       strongest = bar;
     }
   }
-  QString title = tr("Event %1 · %2 lines of %3 Hz").arg(FEvent->ID).arg(lines.size()).arg(Digits(Step(), kDigits));
+  // What was done to the samples comes first: a narrow chart cuts a title at its end.
+  QString title = tr("Event %1").arg(FEvent->ID);
+  if (const std::size_t taken = FSpectrum.grid.places.size(); taken < FEvent->Count()) {
+    const QLocale english(QLocale::English);
+    title += tr(" · first %1 of %2 samples").arg(english.toString(taken), english.toString(FEvent->Count()));
+  }
+  const std::string done = WhatGridDid(FSpectrum.grid);
+  if (!done.empty()) title += tr(" · %1").arg(QtText(done));
+  title += tr(" · %1 lines of %2 Hz").arg(lines.size()).arg(Digits(Step(), kDigits));
   if (peak != nullptr) {
     title += tr(" · peak %1 %2 at %3 Hz (%4)")
                  .arg(Digits(peak->*strongest.value, kDigits), UnitOf(FType), Digits(peak->hertz, kDigits),
                       NameOf(strongest.series));
   }
-  const std::string done = WhatGridDid(FSpectrum.grid);
-  if (!done.empty()) title += tr(" · %1").arg(QtText(done));
   Legend().SetTitle(title);
 }
 

@@ -5,7 +5,9 @@
 #include <cmath>
 
 TTypedNumber ReadTypedNumber(const QString& text) {
-  static const QRegularExpression twoWays(R"(,\d{3}(?!\d)|\..*,|,.*\.|\d\s+\d)");
+  // Blanks of every width part thousands.
+  static const QRegularExpression twoWays(R"(,\d{3}(?!\d)|\..*,|,.*\.|\d\s+\d)",
+                                          QRegularExpression::UseUnicodePropertiesOption);
   QString number = text.trimmed();
   if (twoWays.match(number).hasMatch()) {
     return {std::nullopt,

@@ -221,6 +221,7 @@ void TKorvexMainForm::ConnectSettings() {
   const auto apply = [this] { Guarded(this, [this] { ApplySettings(FFlow->Mission(), *FScreen); }); };
   FSettings->Bind(apply);
   apply();
+  connect(FParts->alarmLimits, &TAlarmLimitsPanel::LimitRefused, FParts->statusValue, &QLabel::setText);
   connect(findChild<QComboBox*>("cmbSettingsDefFileFilter"), &QComboBox::currentTextChanged, this,
           [this](const QString& patterns) { FParts->backstage->SetFilePatterns(patterns.split(" & ")); });
 }

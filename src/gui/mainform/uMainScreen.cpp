@@ -293,7 +293,7 @@ void TMainScreen::EmptyGridsAndCharts() {
 void TMainScreen::PopulateChartSeries(const TShownMission& mission) {
   ShowInCharts(mission.Display);
   for (TEventsChart* chart : {FParts.overview->Chart1(), FParts.shock->Chart20()}) {
-    chart->SetEvents(mission.Events, mission.Data);
+    chart->SetEvents(mission.Events, mission.Data, mission.Axes);
   }
   FParts.overview->ChartAllSensors()->SetSensors(mission.Sensors, mission.Sensors.StartTime);
   FParts.docks.ChartNavigator->SetMission(mission.Events, mission.Sensors);

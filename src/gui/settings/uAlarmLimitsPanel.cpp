@@ -1,11 +1,9 @@
 #include "gui/settings/uAlarmLimitsPanel.h"
 
 #include <QCheckBox>
-#include <QCoreApplication>
 #include <QGridLayout>
 #include <QLabel>
 #include <QScreen>
-#include <QStatusTipEvent>
 #include <algorithm>
 
 #include "gui/common/uTheme.h"
@@ -56,6 +54,7 @@ TAlarmLimitsPanel::TAlarmLimitsPanel(QWidget* parent) : QFrame(parent, Qt::Popup
     auto* from = MakeEdit(this, least, plain, tr("minimum"));
     auto* to = MakeEdit(this, largest, plain, tr("maximum"));
     label->setBuddy(from);
+    label->setMinimumWidth(label->sizeHint().width());
     grid->addWidget(label, line, 0);
     grid->addWidget(from, line, 1);
     grid->addWidget(to, line, 2);
@@ -85,10 +84,7 @@ void TAlarmLimitsPanel::ShowProblem(const QString& problem) {
   FProblem->setText(problem);
   FProblem->setVisible(!problem.isEmpty());
   adjustSize();
-  if (problem.isEmpty()) return;
-  // A click beside the panel takes what is typed and closes it; the window's status bar is still there.
-  QStatusTipEvent tip(problem);
-  QCoreApplication::sendEvent(parentWidget(), &tip);
+  if (!problem.isEmpty()) emit LimitRefused(problem);
 }
 
 void TAlarmLimitsPanel::OpenBelow(const QWidget& button) {

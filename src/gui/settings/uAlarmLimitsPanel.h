@@ -13,8 +13,12 @@ class TAlarmLimitsPanel : public QFrame {
   explicit TAlarmLimitsPanel(QWidget* parent);
   // Below `button`, wholly on its screen.
   void OpenBelow(const QWidget& button);
-  // Why a limit keeps its value, also in the window's status bar; empty: nothing to say.
+  // Why a limit keeps its value; empty: nothing to say.
   void ShowProblem(const QString& problem);
+
+ signals:
+  // Also told where it stays in sight: a click beside the panel takes what is typed and closes it.
+  void LimitRefused(const QString& why);
 
  private:
   QLabel* FProblem;

@@ -36,7 +36,7 @@ double TLimitEdit::valueFromText(const QString& text) const {
 // What may still become a number, or is to be refused as a whole, is let stand while it is typed.
 QValidator::State TLimitEdit::validate(QString& text, int& /*position*/) const {
   if (ReadTypedNumber(text).value) return QValidator::Acceptable;
-  static const QString kParts = QString("0123456789.,-+eE ") + QChar(0x2212);
+  static const QString kParts = QString("0123456789.,-+eE ") + QChar(0x2212) + QChar(0xA0) + QChar(0x202F);
   const bool maybe = std::ranges::all_of(text, [](QChar c) { return kParts.contains(c); });
   return maybe ? QValidator::Intermediate : QValidator::Invalid;
 }
