@@ -8,8 +8,8 @@
 #include "gui/charts/uSpectrumChart.h"
 #include "tests/support/uChartHands.h"
 
-using testing::StartsWith;
 using testing::HasSubstr;
+using testing::StartsWith;
 
 namespace {
 
