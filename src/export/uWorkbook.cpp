@@ -100,7 +100,7 @@ void RequireRoom(const fs::path& folder, std::size_t cells) {
   if (error || needed <= free) return;
   throw std::runtime_error(fmt::format(
       "There is not enough room for the temporary files of the workbook: they need {:.0f} MiB, and {} has {:.0f} MiB.",
-      needed / kMebibyte, Utf8FromPath(folder), free / kMebibyte));
+      std::ceil(needed / kMebibyte), Utf8FromPath(folder), std::floor(free / kMebibyte)));
 }
 
 // "A" for 1, "AA" for 27.
@@ -144,9 +144,8 @@ bool IsEscape(std::string_view text) {
 
 std::string CellText(std::string_view text) {
   constexpr std::string_view kEscapedUnderline = "_x005F_";
-  constexpr std::string_view kSpecial("_\0", 2);
-  if (text.size() <= kMostCharacters && text.find_first_of(kSpecial) == std::string_view::npos)
-    return std::string(text);
+  const auto has = [text](char c) { return text.find(c) != std::string_view::npos; };
+  if (text.size() <= kMostCharacters && !has('_') && !has('\0')) return std::string(text);
   std::string cell;
   std::size_t characters = 0;
   for (std::size_t i = 0; i < text.size(); ++i) {
