@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Prints every include that goes against the table in docs/architecture.md; exit 1 when there is one. Run from the
-project's root."""
+project's root. Benches and fuzz targets may include every room, and of the rest what their harness needs: it is listed
+here as the places of the libraries are."""
 import re
 import subprocess
 import sys
@@ -12,48 +13,72 @@ MAY = {
     "gui": set(LOGIC), "app": {"base", "platform", "shell", "gui"}, "cli": set(LOGIC),
 }
 SHARED_GUI = {"common": set(), "platform": {"common"}, "charts": {"common", "platform"}}
+HARNESSES = ("bench/", "fuzz/")
 LIBRARIES = [  # header pattern, places that may include it
-    (r"(Q[A-Z]\w*|Qt\w+/.*|q[a-z]\w*\.h)$", ("gui/", "app/")),
-    (r"qcustomplot\.h$", ("gui/charts/",)),
-    (r"zlib\.h$", ("model/uDataFile1V0", "export/uPackage")),
-    (r"xlsxwriter", ("export/uWorkbook",)),
-    (r"SimpleIni\.h$", ("base/uIniFile",)),
-    (r"(CLI/|nlohmann/)", ("cli/",)),
-    (r"[Ww]indows\.h$|[Ss]hl[Oo]bj", ("platform/",)),
+    (r"(Q[A-Z]\w*|Qt\w+/.*|q[a-z]\w*\.h)$", ("src/gui/", "src/app/", "bench/uWindowBench", "bench/uChartBench")),
+    (r"qcustomplot\.h$", ("src/gui/charts/",)),
+    (r"zlib\.h$", ("src/model/uDataFile1V0", "bench/uBenchMain", "fuzz/")),
+    (r"minizip/", ("src/export/uPackage",)),
+    (r"xlsxwriter", ("src/export/uWorkbook", "bench/uExportBenches")),
+    (r"SimpleIni\.h$", ("src/base/uIniFile",)),
+    (r"(CLI/|nlohmann/)", ("src/cli/",)),
+]
+# Headers of one system, the C library's own extensions among them.
+POSIX = re.compile(r"(sys/|linux/|arpa/|net|(aio|dirent|dlfcn|fcntl|fnmatch|ftw|glob|grp|langinfo|malloc|poll|pthread|pwd|sched"
+                   r"|semaphore|spawn|strings|syslog|termios|unistd|utime|wordexp)\.h$)")
+WINDOWS = re.compile(r"([Ww]indows|[Ww]in\w+|[Ss]hl\w+|[Ss]hell\w+|[Pp]si\w+|io|direct|process|conio|crtdbg|[Ww]\w+api)\.h$")
+SYSTEMS = [  # headers, ending of the units in src/platform that may include them, places of a harness that may
+    (POSIX, "_posix.cpp", {"bench/uExportBenches.cpp": {"sys/resource.h"}, "fuzz/FuzzRecording.cpp": {"sys/mman.h", "unistd.h"}}),
+    (WINDOWS, "_windows.cpp", {}),
 ]
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]')
 
 
-def breaches(path, text):
-    inside = path[len("src/"):]
-    parts = inside.split("/")
+def foreign(path, name):
+    """What is wrong with <name>, a header that is not of the house."""
+    for pattern, places in LIBRARIES:
+        if re.match(pattern, name) and not path.startswith(places):
+            yield f"<{name}> belongs in {', '.join(places)}"
+    for headers, ending, harnesses in SYSTEMS:
+        at_home = path.startswith("src/platform/") and path.endswith(ending)
+        if headers.match(name) and not at_home and name not in harnesses.get(path, ()):
+            yield f"<{name}> belongs in src/platform/*{ending}"
+
+
+def own(path, name):
+    """What is wrong with "name", a header of the house."""
+    target = name.split("/")
+    if path.startswith(HARNESSES):
+        if target[0] not in MAY and not name.startswith(HARNESSES):
+            yield f'"{name}": write the path from src/ or from the root'
+        return
+    parts = path.split("/")[1:]
     room = parts[0]
-    if room not in MAY:
-        yield 1, f"src/{room}/ is not a room of the house"
+    if target[0] not in MAY and not name.endswith(".moc"):
+        yield f'"{name}": write the path from src/'
+    if target[0] in MAY and target[0] != room and target[0] not in MAY[room]:
+        yield f"src/{room}/ must not include {target[0]}/"
+    if room == "gui" and target[0] == "gui" and len(target) > 2 and len(parts) > 2:
+        view, other = parts[1], target[1]
+        if view not in (other, "mainform") and other not in SHARED_GUI.get(view, set(SHARED_GUI)):
+            yield f"src/gui/{view}/ must not include gui/{other}/"
+    if path == "src/gui/mainform/KorvexMainForm.h" and target[0] == "gui":
+        yield "the main form's header forward-declares its views"
+
+
+def breaches(path, text):
+    if path.startswith("src/") and path.split("/")[1] not in MAY:
+        yield 1, f"src/{path.split('/')[1]}/ is not a room of the house"
         return
     for number, line in enumerate(text.splitlines(), 1):
         found = INCLUDE.match(line)
-        if not found:
-            continue
-        quoted, name = found.group(1) == '"', found.group(2)
-        target = name.split("/")
-        if quoted and target[0] not in MAY and not name.endswith(".moc"):
-            yield number, f'"{name}": write the path from src/'
-        for pattern, places in LIBRARIES:
-            if not quoted and re.match(pattern, name) and not inside.startswith(places):
-                yield number, f"<{name}> belongs in {', '.join(places)}"
-        if target[0] in MAY and target[0] != room and target[0] not in MAY[room]:
-            yield number, f"src/{room}/ must not include {target[0]}/"
-        if room == "gui" and target[0] == "gui" and len(target) > 2 and len(parts) > 2:
-            view, other = parts[1], target[1]
-            if view not in (other, "mainform") and other not in SHARED_GUI.get(view, set(SHARED_GUI)):
-                yield number, f"src/gui/{view}/ must not include gui/{other}/"
-        if inside == "gui/mainform/KorvexMainForm.h" and target[0] == "gui":
-            yield number, "the main form's header forward-declares its views"
+        if found:
+            for rule in own(path, found.group(2)) if found.group(1) == '"' else foreign(path, found.group(2)):
+                yield number, rule
 
 
 def main():
-    listed = subprocess.run(["git", "ls-files", "-co", "--exclude-standard", "src"], capture_output=True, text=True, check=True).stdout.split()
+    listed = subprocess.run(["git", "ls-files", "-co", "--exclude-standard", "src", *HARNESSES], capture_output=True, text=True, check=True).stdout.split()
     bad = 0
     for path in listed:
         if path.endswith((".h", ".cpp")):

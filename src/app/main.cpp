@@ -14,6 +14,7 @@
 #include "gui/mainform/KorvexMainForm.h"
 #include "gui/mainform/uSnapshots.h"
 #include "platform/uMachineMemory.h"
+#include "platform/uOpenFiles.h"
 #include "platform/uSignals.h"
 #include "platform/uUserFolders.h"
 
@@ -119,6 +120,7 @@ int Run(const TArguments& arguments, const char* programName) {
 
 int main(int argc, char** argv) {
   SurviveFileSizeLimit();
+  RaiseOpenFileLimit();
   try {
     const TArguments arguments = Parse({argv + 1, argv + argc});
     if (arguments.wrong || arguments.help) {

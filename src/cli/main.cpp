@@ -6,11 +6,13 @@
 #include <vector>
 
 #include "cli/uKshock.h"
+#include "platform/uOpenFiles.h"
 #include "platform/uSignals.h"
 #include "platform/uTerminal.h"
 
 int main(int argc, char** argv) try {
   SurviveFileSizeLimit();
+  RaiseOpenFileLimit();
   const auto toErr = [](std::string_view text) { std::fwrite(text.data(), 1, text.size(), stderr); };
   const auto toOut = [](std::string_view text) {
     if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) {

@@ -1,11 +1,10 @@
 #include "export/uPackage.h"
 
-#include <zlib.h>
+#include <fmt/format.h>
+#include <minizip/unzip.h>
 
 #include <algorithm>
 #include <cstdint>
-#include <cstring>
-#include <fstream>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -16,145 +15,84 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr std::size_t kPieceBytes = std::size_t{128} * 1024;
-constexpr std::size_t kHeadBytes = 512;  // of a part, with the name of its root
-constexpr std::size_t kTailBytes = 64;
-// The records of the archive: their bytes without names, and what they begin with.
-constexpr std::size_t kEndRecord = 22;
-constexpr std::size_t kDirectoryEntry = 46;
-constexpr std::size_t kLocalHeader = 30;
-constexpr std::uint32_t kEndMark = 0x06054B50;
-constexpr std::uint32_t kEntryMark = 0x02014B50;
-constexpr std::uint32_t kLocalMark = 0x04034B50;
-
-[[noreturn]] void ThrowNotWhole() {
-  throw std::system_error(std::make_error_code(std::errc::no_space_on_device));
-}
+constexpr std::size_t kTailBytes = 64;         // with the closing tag of the root
+constexpr std::string_view kEndOfRow = "ow>";  // of "</row>": '>' is escaped in texts, and 'o' is rare among numbers
+constexpr std::string_view kSheets = "xl/worksheets/";
 
 void Require(bool whole) {
-  if (!whole) ThrowNotWhole();
-}
-
-template <class T>
-T NumberAt(std::string_view bytes, std::size_t at) {
-  Require(at + sizeof(T) <= bytes.size());
-  T value{};
-  std::memcpy(&value, bytes.data() + at, sizeof value);
-  return value;
+  if (!whole) throw std::system_error(std::make_error_code(std::errc::no_space_on_device));
 }
 
 class TArchive {
  public:
-  explicit TArchive(const fs::path& file) : FFile(file, std::ios::binary), FSize(fs::file_size(file)) {}
-  [[nodiscard]] std::uint64_t Size() const { return FSize; }
-  [[nodiscard]] std::string Bytes(std::uint64_t at, std::size_t count) {
-    Require(at <= FSize && count <= FSize - at);
-    FFile.seekg(static_cast<std::streamoff>(at));
-    std::string bytes(count, '\0');
-    if (!FFile.read(bytes.data(), static_cast<std::streamsize>(count))) {
-      throw std::system_error(std::make_error_code(std::errc::io_error));
-    }
-    return bytes;
-  }
+  explicit TArchive(const fs::path& file) : FZip(unzOpen64(file.string().c_str())) { Require(FZip != nullptr); }
+  ~TArchive() { unzClose(FZip); }
+  TArchive(const TArchive&) = delete;
+  TArchive& operator=(const TArchive&) = delete;
+  [[nodiscard]] unzFile Zip() const { return FZip; }
 
  private:
-  std::ifstream FFile;
-  std::uint64_t FSize;
+  unzFile FZip;
 };
 
-class TInflate {
- public:
-  TInflate() {
-    if (inflateInit2(&Stream, -MAX_WBITS) != Z_OK) throw std::bad_alloc();
-  }
-  ~TInflate() { inflateEnd(&Stream); }
-  TInflate(const TInflate&) = delete;
-  TInflate& operator=(const TInflate&) = delete;
-  z_stream Stream{};
-};
-
-// The text of a part that goes by in pieces.
-class TPartText {
- public:
-  void Add(std::string_view piece) {
-    FSum = static_cast<std::uint32_t>(
-        crc32(FSum, reinterpret_cast<const Bytef*>(piece.data()), static_cast<uInt>(piece.size())));
-    FSize += piece.size();
-    if (FHead.size() < kHeadBytes) FHead += piece.substr(0, kHeadBytes - FHead.size());
-    FTail += piece.substr(piece.size() - std::min(piece.size(), kTailBytes));
-    if (FTail.size() > kTailBytes) FTail.erase(0, FTail.size() - kTailBytes);
-  }
-  [[nodiscard]] std::uint32_t Sum() const { return FSum; }
-  [[nodiscard]] std::uint64_t Size() const { return FSize; }
-  [[nodiscard]] bool IsClosed() const {
-    const std::size_t root = FHead.find('<', FHead.starts_with("<?") ? 1 : 0);
-    if (root == std::string::npos) return false;
-    const std::size_t end = FHead.find_first_of(" >", root);
-    if (end == std::string::npos) return false;
-    const std::string_view tail(FTail.data(), FTail.find_last_not_of("\r\n") + 1);
-    return tail.ends_with("</" + FHead.substr(root + 1, end - root - 1) + ">");
-  }
-
- private:
-  std::uint32_t FSum = 0;
-  std::uint64_t FSize = 0;
-  std::string FHead;
-  std::string FTail;
-};
-
-// Where a part's packed bytes begin.
-std::uint64_t BytesOfPart(TArchive& archive, std::string_view entry) {
-  const auto at = NumberAt<std::uint32_t>(entry, 42);
-  const std::string local = archive.Bytes(at, kLocalHeader);
-  Require(NumberAt<std::uint32_t>(local, 0) == kLocalMark);
-  return at + kLocalHeader + NumberAt<std::uint16_t>(local, 26) + NumberAt<std::uint16_t>(local, 28);
+// The name of the first element, in the text's first piece.
+std::string_view RootOf(std::string_view text) {
+  const std::size_t at = text.find('<', text.starts_with("<?") ? 1 : 0) + 1;
+  Require(at != 0);
+  return text.substr(at, text.find_first_of(" >", at) - at);
 }
 
-void CheckPart(TArchive& archive, std::string_view entry, const std::stop_token& stop) {
-  std::uint64_t at = BytesOfPart(archive, entry);
-  std::uint64_t left = NumberAt<std::uint32_t>(entry, 20);
-  TInflate inflating;
-  z_stream& stream = inflating.Stream;
-  TPartText text;
-  std::vector<char> piece(kPieceBytes);
-  std::string packed;
-  int result = Z_OK;
-  while (result != Z_STREAM_END && !stop.stop_requested()) {
-    if (stream.avail_in == 0) {
-      Require(left > 0);
-      packed = archive.Bytes(at, std::min<std::uint64_t>(left, kPieceBytes));
-      at += packed.size();
-      left -= packed.size();
-      stream.next_in = reinterpret_cast<Bytef*>(packed.data());
-      stream.avail_in = static_cast<uInt>(packed.size());
-    }
-    stream.next_out = reinterpret_cast<Bytef*>(piece.data());
-    stream.avail_out = static_cast<uInt>(piece.size());
-    result = inflate(&stream, Z_NO_FLUSH);
-    Require(result == Z_OK || result == Z_STREAM_END);
-    text.Add({piece.data(), piece.size() - stream.avail_out});
+std::size_t CountRows(std::string_view text) {
+  std::size_t rows = 0;
+  for (std::size_t at = text.find(kEndOfRow); at != std::string_view::npos; at = text.find(kEndOfRow, at + 1)) ++rows;
+  return rows;
+}
+
+// Unpacks the current part, and returns how many rows it holds.
+std::size_t CheckPart(unzFile zip, const std::stop_token& stop) {
+  unz_file_info64 info{};
+  Require(unzGetCurrentFileInfo64(zip, &info, nullptr, 0, nullptr, 0, nullptr, 0) == UNZ_OK);
+  Require(unzOpenCurrentFile(zip) == UNZ_OK);
+  std::vector<char> buffer(kTailBytes + kPieceBytes);  // the end of the piece before, and a piece
+  std::string root;
+  std::string_view text;
+  std::uint64_t size = 0;
+  std::size_t rows = 0;
+  while (!stop.stop_requested()) {
+    const std::size_t kept = std::min(text.size(), kTailBytes);
+    std::copy(text.end() - kept, text.end(), buffer.begin());
+    const int read = unzReadCurrentFile(zip, buffer.data() + kept, kPieceBytes);
+    Require(read >= 0);
+    text = {buffer.data(), kept + static_cast<std::size_t>(read)};
+    if (read == 0) break;
+    if (size == 0) root = RootOf(text);
+    size += static_cast<std::size_t>(read);
+    rows += CountRows(text.substr(kept - std::min(kept, kEndOfRow.size() - 1)));
   }
-  if (stop.stop_requested()) return;
-  Require(left == 0 && stream.avail_in == 0);
-  Require(text.Sum() == NumberAt<std::uint32_t>(entry, 16) && text.Size() == NumberAt<std::uint32_t>(entry, 24));
-  Require(text.IsClosed());
+  if (stop.stop_requested()) return 0;
+  Require(size == info.uncompressed_size && unzCloseCurrentFile(zip) == UNZ_OK);
+  Require(text.substr(0, text.find_last_not_of("\r\n") + 1).ends_with(fmt::format("</{}>", root)));
+  return rows;
+}
+
+std::string NameOfPart(unzFile zip) {
+  char name[256] = {};
+  Require(unzGetCurrentFileInfo64(zip, nullptr, name, sizeof name - 1, nullptr, 0, nullptr, 0) == UNZ_OK);
+  return name;
 }
 
 }  // namespace
 
-void CheckPackage(const fs::path& file, const std::stop_token& stop) {
-  TArchive archive(file);
-  Require(archive.Size() >= kEndRecord);
-  const std::string end = archive.Bytes(archive.Size() - kEndRecord, kEndRecord);
-  Require(NumberAt<std::uint32_t>(end, 0) == kEndMark);
-  const std::string directory = archive.Bytes(NumberAt<std::uint32_t>(end, 16), NumberAt<std::uint32_t>(end, 12));
-  Require(!directory.empty());
-  for (std::string_view rest = directory; !rest.empty() && !stop.stop_requested();) {
-    Require(NumberAt<std::uint32_t>(rest, 0) == kEntryMark);
-    CheckPart(archive, rest, stop);
-    std::size_t length = kDirectoryEntry;
-    for (const std::size_t part : {28U, 30U, 32U})
-      length += NumberAt<std::uint16_t>(rest, part);  // name, extra, comment
-    Require(length <= rest.size());
-    rest.remove_prefix(length);
+void CheckPackage(const fs::path& file, std::span<const std::size_t> rows, const std::stop_token& stop) {
+  const TArchive archive(file);
+  std::size_t sheets = 0;
+  int part = unzGoToFirstFile(archive.Zip());
+  for (; part == UNZ_OK; part = unzGoToNextFile(archive.Zip())) {
+    const std::size_t found = CheckPart(archive.Zip(), stop);
+    if (stop.stop_requested()) return;
+    if (!NameOfPart(archive.Zip()).starts_with(kSheets)) continue;
+    Require(sheets < rows.size() && found == rows[sheets]);
+    ++sheets;
   }
+  Require(part == UNZ_END_OF_LIST_OF_FILE && sheets == rows.size());
 }

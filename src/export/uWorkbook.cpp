@@ -1,27 +1,26 @@
 #include "export/uWorkbook.h"
 
-#include <unistd.h>
+#include <fmt/format.h>
 #include <xlsxwriter.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <clocale>
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
 #include <ctime>
-#include <deque>
 #include <fstream>
-#include <mutex>
 #include <optional>
 #include <stdexcept>
 #include <system_error>
 #include <utility>
+#include <vector>
 
 #include "base/uDateTime.h"
 #include "base/uFiles.h"
 #include "base/uText.h"
 #include "export/uPackage.h"
+#include "platform/uMachineMemory.h"
+#include "platform/uOpenFiles.h"
 #include "platform/uPartFile.h"
 #include "platform/uTerminal.h"
 
@@ -35,6 +34,8 @@ constexpr double kEndOfDays = 2958466;          // 10000-01-01
 constexpr double kDaysTo1970 = 25569;
 constexpr double kSecondsPerDay = 86400;
 constexpr std::time_t kStartOf1980 = 315532800;
+constexpr std::size_t kOtherFiles = 16;   // that the library and the rest of the program open meanwhile
+constexpr std::size_t kBytesOfCell = 44;  // of a number, with its share of the row
 
 // The library writes numbers with the process's number format, and a file with decimal commas cannot be read.
 class TPointNumbers {
@@ -53,8 +54,8 @@ bool IsLoss(int reason) {
   return reason == ENOSPC || reason == EFBIG || reason == EDQUOT || reason == EIO;
 }
 
-// Calls into the library. It does not look whether the rows' file takes what it writes, but the system leaves the
-// reason in errno when it does not. What it prints besides is told by the exception.
+// Calls into the library. It does not check its writes, but the system leaves the reason in errno when one fails. What
+// the library prints besides is told by the exception.
 template <class TCall>
 void Call(const TCall& call) {
   const TSilentErrors silent;
@@ -68,100 +69,6 @@ void Call(const TCall& call) {
   if (error != LXW_NO_ERROR) throw std::runtime_error(lxw_strerror(error));
 }
 
-// Where the next row will stand.
-off_t EndOfRows(std::FILE* rows) {
-  const off_t end = ftello(rows);
-  if (end < 0) throw std::system_error(errno, std::generic_category());
-  return end;
-}
-
-// The library's own file of the sheet in work. It is compressed until it ends, which takes seconds for a long one; cut
-// to nothing it ends at once. Held by another descriptor, because the library closes its own at any time.
-class TSheetFile {
- public:
-  TSheetFile() = default;
-  ~TSheetFile() { Hold(-1, false); }
-  TSheetFile(const TSheetFile&) = delete;
-  TSheetFile& operator=(const TSheetFile&) = delete;
-  void Hold(int descriptor, bool cut) {
-    const std::lock_guard lock(FMutex);
-    if (FDescriptor >= 0) close(FDescriptor);
-    FDescriptor = descriptor;
-    if (cut) CutHeld();
-  }
-  // From any thread.
-  void Cut() {
-    const std::lock_guard lock(FMutex);
-    CutHeld();
-  }
-
- private:
-  void CutHeld() const { [[maybe_unused]] const int uncut = FDescriptor >= 0 ? ftruncate(FDescriptor, 0) : 0; }
-  std::mutex FMutex;
-  int FDescriptor = -1;
-};
-
-// What the packing of all sheets shares.
-struct TPacking {
-  std::FILE* rows = nullptr;
-  std::stop_token stop;
-  int failure = 0;  // the system's reason
-  TSheetFile sheetFile;
-};
-
-// The rows of one sheet, which the library reads through a stream over their part of the file. At the end of that it
-// has written all of them to a file of its own, and does not look whether they arrived.
-struct TSheetRows {
-  TPacking* packing;
-  lxw_worksheet* sheet;
-  off_t begin;
-  off_t end = 0;
-  off_t at = 0;  // from the beginning
-  std::FILE* stream = nullptr;
-
-  // All rows have an end as soon as something fails or is to stop.
-  static ssize_t Read(void* cookie, char* bytes, std::size_t count) {
-    auto& self = *static_cast<TSheetRows*>(cookie);
-    TPacking& packing = *self.packing;
-    const off_t from = self.begin + self.at;
-    if (from >= self.end || packing.failure != 0 || packing.stop.stop_requested()) return 0;
-    const std::size_t most = std::min(count, static_cast<std::size_t>(self.end - from));
-    const ssize_t read = pread(fileno(packing.rows), bytes, most, from);
-    if (read <= 0) {
-      packing.failure = read < 0 ? errno : EIO;
-      return 0;
-    }
-    self.at += read;
-    return read;
-  }
-  static int Seek(void* cookie, off64_t* offset, int whence) {
-    if (whence != SEEK_SET) return -1;
-    static_cast<TSheetRows*>(cookie)->at = *offset;
-    return 0;
-  }
-  static int Close(void* cookie) {
-    auto& self = *static_cast<TSheetRows*>(cookie);
-    self.stream = nullptr;
-    if (self.sheet == nullptr) return 0;
-    TPacking& packing = *self.packing;
-    std::FILE* file = self.sheet->file;
-    if ((std::fflush(file) != 0 || std::ferror(file) != 0) && packing.failure == 0) {
-      packing.failure = IsLoss(errno) ? errno : ENOSPC;
-    }
-    packing.sheetFile.Hold(dup(fileno(file)), packing.stop.stop_requested());
-    return 0;
-  }
-  void Open() {
-    stream = fopencookie(this, "r", {Read, nullptr, Seek, Close});
-    if (stream == nullptr) throw std::bad_alloc();
-  }
-  // What the library has left.
-  void Release() {
-    sheet = nullptr;
-    if (stream != nullptr) std::fclose(stream);
-  }
-};
-
 // The folder with more room for what is only needed until the file is written.
 fs::path RoomyFolder(const fs::path& wanted) {
   std::error_code error;
@@ -171,6 +78,36 @@ fs::path RoomyFolder(const fs::path& wanted) {
   if (error) return wanted;
   const fs::space_info here = fs::space(wanted.empty() ? fs::path(".") : wanted, error);
   return error || here.available >= there.available ? wanted : temporary;
+}
+
+// The library keeps a file open for each sheet.
+void RequireFiles(std::size_t sheets) {
+  const std::size_t left = OpenFilesLeft();
+  const std::size_t most = left - std::min(left, kOtherFiles);
+  if (sheets <= most) return;
+  throw std::runtime_error(fmt::format(
+      "The workbook has {} sheets, each of which needs an open file, and the system allows {}. Export fewer "
+      "events, or raise the limit of open files.",
+      sheets, most));
+}
+
+void RequireRoom(const fs::path& folder, std::size_t cells) {
+  constexpr double kMebibyte = 1024 * 1024;
+  std::error_code error;
+  const fs::space_info space = fs::space(folder.empty() ? fs::path(".") : folder, error);
+  const double needed = static_cast<double>(cells) * kBytesOfCell;
+  const auto free = static_cast<double>(space.available);
+  if (error || needed <= free) return;
+  throw std::runtime_error(fmt::format(
+      "There is not enough room for the temporary files of the workbook: they need {:.0f} MiB, and {} has {:.0f} MiB.",
+      std::ceil(needed / kMebibyte), Utf8FromPath(folder), std::floor(free / kMebibyte)));
+}
+
+// "A" for 1, "AA" for 27.
+std::string ColumnName(std::size_t number) {
+  std::string name;
+  for (; number > 0; number = (number - 1) / 26) name.insert(name.begin(), static_cast<char>('A' + (number - 1) % 26));
+  return name;
 }
 
 // The date-time as the library takes it. It writes the hour of the day for 0.
@@ -207,9 +144,8 @@ bool IsEscape(std::string_view text) {
 
 std::string CellText(std::string_view text) {
   constexpr std::string_view kEscapedUnderline = "_x005F_";
-  constexpr std::string_view kSpecial("_\0", 2);
-  if (text.size() <= kMostCharacters && text.find_first_of(kSpecial) == std::string_view::npos)
-    return std::string(text);
+  const auto has = [text](char c) { return text.find(c) != std::string_view::npos; };
+  if (text.size() <= kMostCharacters && !has('_') && !has('\0')) return std::string(text);
   std::string cell;
   std::size_t characters = 0;
   for (std::size_t i = 0; i < text.size(); ++i) {
@@ -232,14 +168,16 @@ std::string CellText(std::string_view text) {
 struct TWorkbook::TLibrary {
   TLibrary() = default;
   ~TLibrary() {
-    if (workbook != nullptr) lxw_workbook_free(workbook);
-    for (TSheetRows& left : sheets) left.Release();
-    if (rows != nullptr) std::fclose(rows);
+    if (workbook == nullptr) return;
+    scratch->Cut();
+    const TSilentErrors silent;
+    workbook_close(workbook);  // the one way to have the library close its files
   }
   TLibrary(const TLibrary&) = delete;
   TLibrary& operator=(const TLibrary&) = delete;
 
   TPointNumbers pointNumbers;
+  TSparseBlocks sparseBlocks;  // the library asks for 128 KiB for each sheet and uses a page of it
   std::optional<TScratchFolder> scratch;
   std::string folder;  // its path
   fs::path file;
@@ -249,30 +187,25 @@ struct TWorkbook::TLibrary {
   lxw_format* dateFormat = nullptr;
   lxw_format* titleFormat = nullptr;
   lxw_format* numberTextFormat = nullptr;
-  // The library would keep a file open for each sheet, or all rows in memory. It has this one file instead, where the
-  // rows of one sheet follow on those of another.
-  std::FILE* rows = nullptr;
-  std::deque<TSheetRows> sheets;  // which stay where they are
-  TPacking packing;
+  std::vector<std::size_t> rows;  // of each sheet, as far as they hold a cell
+  std::size_t lastRow = 0;
 };
 
-TWorkbook::TWorkbook(const fs::path& file, std::string_view dateMask, double created)
+TWorkbook::TWorkbook(const fs::path& file, const TWorkbookSize& size, std::string_view dateMask, double created)
     : FLibrary(std::make_unique<TLibrary>()) {
+  const fs::path roomy = RoomyFolder(file.parent_path());
+  RemoveAbandonedParts(roomy);
+  RequireFiles(size.sheets);
+  RequireRoom(roomy, size.cells);
   errno = 0;
   if (!std::ofstream(file)) throw std::system_error(errno != 0 ? errno : EIO, std::generic_category());
   FLibrary->dateMask = dateMask;
   FLibrary->file = file;
-  const fs::path roomy = RoomyFolder(file.parent_path());
-  RemoveAbandonedParts(roomy);
   FLibrary->folder = Utf8FromPath(FLibrary->scratch.emplace(roomy).Path());
   lxw_workbook_options options{};
   options.constant_memory = LXW_TRUE;
   options.use_zip64 = LXW_FALSE;
   options.tmpdir = FLibrary->folder.data();
-  Call([&] {
-    FLibrary->rows = lxw_tmpfile(options.tmpdir);
-    return FLibrary->rows == nullptr ? LXW_ERROR_CREATING_TMPFILE : LXW_NO_ERROR;
-  });
   Call([&] {
     FLibrary->workbook = workbook_new_opt(Utf8FromPath(file).c_str(), &options);
     return FLibrary->workbook == nullptr ? LXW_ERROR_MEMORY_MALLOC_FAILED : LXW_NO_ERROR;
@@ -286,20 +219,18 @@ TWorkbook::TWorkbook(const fs::path& file, std::string_view dateMask, double cre
   }
   format_set_num_format(FLibrary->dateFormat, SpreadsheetMask(dateMask).c_str());
   format_set_bold(FLibrary->titleFormat);
+  format_set_align(FLibrary->titleFormat, LXW_ALIGN_RIGHT);  // above numbers and dates
   format_set_align(FLibrary->numberTextFormat, LXW_ALIGN_RIGHT);
 }
 
 TWorkbook::~TWorkbook() = default;
 
 void TWorkbook::AddSheet(const std::string& name, std::size_t frozenRows) {
-  EndSheet();
   Call([&] {
     FLibrary->sheet = workbook_add_worksheet(FLibrary->workbook, name.c_str());
     return FLibrary->sheet == nullptr ? LXW_ERROR_CREATING_TMPFILE : LXW_NO_ERROR;
   });
-  std::fclose(FLibrary->sheet->optimize_tmpfile);
-  FLibrary->sheet->optimize_tmpfile = FLibrary->sheet->file = FLibrary->rows;
-  FLibrary->sheets.push_back({&FLibrary->packing, FLibrary->sheet, EndOfRows(FLibrary->rows)});
+  FLibrary->rows.push_back(0);
   worksheet_freeze_panes(FLibrary->sheet, static_cast<lxw_row_t>(frozenRows), 0);
 }
 
@@ -312,13 +243,13 @@ void TWorkbook::MarkTable(std::size_t titleRow, std::size_t lastRow, std::size_t
   const auto row = static_cast<lxw_row_t>(lastRow);
   const auto column = static_cast<lxw_col_t>(columns - 1);
   Call([&] { return worksheet_autofilter(FLibrary->sheet, static_cast<lxw_row_t>(titleRow), 0, row, column); });
-  char range[LXW_MAX_CELL_RANGE_LENGTH] = {};
-  lxw_rowcol_to_range(range, 0, 0, row, std::max(column, lxw_col_t{1}));
-  Call([&] { return worksheet_ignore_errors(FLibrary->sheet, LXW_IGNORE_NUMBER_STORED_AS_TEXT, range); });
+  const std::string range = fmt::format("A1:{}{}", ColumnName(std::max(columns, std::size_t{2})), lastRow + 1);
+  Call([&] { return worksheet_ignore_errors(FLibrary->sheet, LXW_IGNORE_NUMBER_STORED_AS_TEXT, range.c_str()); });
 }
 
 void TWorkbook::WriteText(std::size_t row, std::size_t column, std::string_view text, TCellStyle style) {
   if (text.empty()) return;
+  CountRow(row);
   const std::string cell = CellText(text);
   lxw_format* formats[] = {nullptr, FLibrary->titleFormat, FLibrary->numberTextFormat};
   Call([&] {
@@ -329,6 +260,7 @@ void TWorkbook::WriteText(std::size_t row, std::size_t column, std::string_view 
 
 void TWorkbook::WriteNumber(std::size_t row, std::size_t column, double value) {
   if (!std::isfinite(value)) return WriteText(row, column, GeneralFloat(value));
+  CountRow(row);
   Call([&] {
     return worksheet_write_number(FLibrary->sheet, static_cast<lxw_row_t>(row), static_cast<lxw_col_t>(column), value,
                                   nullptr);
@@ -339,44 +271,24 @@ void TWorkbook::WriteDateTime(std::size_t row, std::size_t column, double dateTi
   if (!(dateTime >= kFirstCommonDay && dateTime < kEndOfDays)) {
     return WriteText(row, column, FormatDateTime(FLibrary->dateMask, dateTime));
   }
+  CountRow(row);
   Call([&] {
     return worksheet_write_number(FLibrary->sheet, static_cast<lxw_row_t>(row), static_cast<lxw_col_t>(column),
                                   dateTime, FLibrary->dateFormat);
   });
 }
 
-// The library holds the last row back, and room for 16,384 cells until the end.
-void TWorkbook::EndSheet() {
-  if (FLibrary->sheet == nullptr) return;
-  Call([this] {
-    lxw_worksheet_write_single_row(FLibrary->sheet);
-    return LXW_NO_ERROR;
-  });
-  std::free(std::exchange(FLibrary->sheet->array, nullptr));
-  FLibrary->sheets.back().end = EndOfRows(FLibrary->rows);
-  FLibrary->sheet = nullptr;
+void TWorkbook::CountRow(std::size_t row) {
+  std::size_t& rows = FLibrary->rows.back();
+  if (rows == 0 || row != FLibrary->lastRow) ++rows;
+  FLibrary->lastRow = row;
 }
 
 void TWorkbook::Close(const std::stop_token& stop) {
-  EndSheet();
-  TPacking& packing = FLibrary->packing;
-  packing.rows = FLibrary->rows;
-  packing.stop = stop;
-  Call([&] {
-    const bool whole = std::fflush(packing.rows) == 0 && std::ferror(packing.rows) == 0;
-    return whole ? LXW_NO_ERROR : LXW_ERROR_CREATING_TMPFILE;
-  });
-  for (TSheetRows& rows : FLibrary->sheets) {
-    rows.Open();
-    rows.sheet->optimize_tmpfile = rows.stream;
+  {
+    const std::stop_callback cut(stop, [this] { FLibrary->scratch->Cut(); });
+    Call([this] { return workbook_close(std::exchange(FLibrary->workbook, nullptr)); });
   }
-  const std::stop_callback cut(stop, [&packing] { packing.sheetFile.Cut(); });
-  Call([&] {
-    const lxw_error error = workbook_close(std::exchange(FLibrary->workbook, nullptr));
-    if (packing.failure == 0) return error;
-    errno = packing.failure;
-    return LXW_ERROR_CREATING_TMPFILE;
-  });
-  if (!stop.stop_requested()) CheckPackage(FLibrary->file, stop);
+  if (!stop.stop_requested()) CheckPackage(FLibrary->file, FLibrary->rows, stop);
   if (stop.stop_requested()) throw std::system_error(std::make_error_code(std::errc::operation_canceled));
 }

@@ -1,8 +1,8 @@
 // A spreadsheet file that is being written, sheet by sheet and in each row by row downwards. Rows and columns count
 // from 0. Texts are never formulas. Made and destroyed on the main thread, because the process's number format is the
 // program's own meanwhile; Close may be called on another one.
-// Every function throws std::system_error when there is no room or a disk fails, std::runtime_error for what the
-// library refuses.
+// Every function throws std::system_error when a disk is full or fails, std::runtime_error for what the library
+// refuses.
 #pragma once
 
 #include <cstddef>
@@ -15,15 +15,23 @@
 
 enum class TCellStyle { Plain, Title, NumberAsText };  // bold; to the right
 
+// What a workbook is going to hold.
+struct TWorkbookSize {
+  std::size_t sheets = 1;
+  std::size_t cells = 0;  // of all sheets
+};
+
 class TWorkbook {
  public:
   static constexpr std::size_t kMostRows = 1048576;  // of a sheet
 
-  // Rows stand in a nameless file until Close, in the folder for temporary files or in that of the workbook, where
-  // there is more room. `dateMask` is that of date-times, as in FormatDateTime; `created` is the date-time in the
-  // file's properties, which are those of 1980 when it is none.
-  TWorkbook(const std::filesystem::path& file, std::string_view dateMask, double created);
-  // Without Close the file is empty.
+  // Until Close the rows of each sheet stand in an open file without a name, in the folder for temporary files or in
+  // that of the workbook, where there is more room. Throws std::runtime_error before anything is written when there is
+  // not enough room for the cells, or when the sheets are more than the files that may be open (uOpenFiles) less 16.
+  // `dateMask` is that of date-times, as in FormatDateTime; `created` is the date-time in the file's properties, which
+  // are those of 1980 when it is none.
+  TWorkbook(const std::filesystem::path& file, const TWorkbookSize& size, std::string_view dateMask, double created);
+  // Without Close the file lacks rows.
   ~TWorkbook();
   TWorkbook(const TWorkbook&) = delete;
   TWorkbook& operator=(const TWorkbook&) = delete;
@@ -40,11 +48,12 @@ class TWorkbook {
   void WriteNumber(std::size_t row, std::size_t column, double value);
   // A date-time cell; before March 1900, where spreadsheets count otherwise, and after 9999 a text.
   void WriteDateTime(std::size_t row, std::size_t column, double dateTime);
-  // Writes the file, of at least one sheet, and reads it back. Stopped, it ends soon with errc::operation_canceled.
+  // Writes the file, of at least one sheet, and unpacks it again to see that all arrived (uPackage). Stopped, it ends
+  // with errc::operation_canceled: soon where TScratchFolder::Cut works, else when the library has packed the sheets.
   void Close(const std::stop_token& stop);
 
  private:
   struct TLibrary;
-  void EndSheet();
+  void CountRow(std::size_t row);
   std::unique_ptr<TLibrary> FLibrary;
 };

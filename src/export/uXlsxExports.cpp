@@ -41,10 +41,10 @@ std::string MissionSheetName(const TMissionData& mission) {
 // Sheets that are told before they are written.
 class TSheets {
  public:
-  TSheets(const TMissionData& mission, const fs::path& file, std::size_t count, IProgress& progress)
+  TSheets(const TMissionData& mission, const fs::path& file, const TWorkbookSize& size, IProgress& progress)
       : FMission(mission),
-        FWorkbook(file, WorkbookDateMask(), mission.rec_starttime),
-        FCount(count),
+        FWorkbook(file, size, WorkbookDateMask(), mission.rec_starttime),
+        FCount(size.sheets),
         FProgress(progress) {}
 
   TWorkbook& Add(const std::string& name, std::size_t frozenRows) {
@@ -74,14 +74,14 @@ class TSheets {
 
 // Has `fill` fill the sheets of a file.
 template <class TFill>
-void WriteSheets(const TMissionData& mission, const fs::path& file, std::size_t count, IProgress& progress,
+void WriteSheets(const TMissionData& mission, const fs::path& file, const TWorkbookSize& size, IProgress& progress,
                  const TFill& fill) {
   progress.SetStatus("Creating XLSX File...");
   progress.SetPosition(0);
   progress.ProcessMessages();
-  progress.SetMaximum(static_cast<double>(std::max<std::size_t>(count, 1)));
+  progress.SetMaximum(static_cast<double>(std::max<std::size_t>(size.sheets, 1)));
   WriteExport(file, progress, [&](const fs::path& beside) {
-    TSheets sheets(mission, beside, count, progress);
+    TSheets sheets(mission, beside, size, progress);
     fill(sheets);
     sheets.Close();
   });
@@ -93,6 +93,10 @@ void RefuseTooLong(const TDataset& table, std::size_t titleRows) {
   throw std::runtime_error(
       fmt::format("The table has {} rows, and a sheet of an XLSX file holds {}. Export the table as CSV instead.",
                   table.RecordCount(), most));
+}
+
+std::size_t CellsOf(const TDataset& table) {
+  return table.RecordCount() * table.Fields().size();
 }
 
 // What the columns must hold, in characters.
@@ -165,8 +169,12 @@ void WriteEventHead(const TEventSource& source, std::size_t index, const TCurveT
   }
 }
 
-std::size_t SheetsFor(const TEvent& event) {
-  return event.Count() <= kMostSamples ? 1 : (event.Count() + kMostSamples - 1) / kMostSamples;
+std::size_t CellsOf(std::size_t curveRows) {
+  return curveRows * std::tuple_size_v<TCurveRow>;
+}
+
+TWorkbookSize SizeOf(const TEvent& event) {
+  return {std::max<std::size_t>(1, (event.Count() + kMostSamples - 1) / kMostSamples), CellsOf(event.Count())};
 }
 
 void WriteCurveRow(const TCurveRow& values, std::size_t row, TWorkbook& book, TSheets& sheets) {
@@ -194,7 +202,7 @@ void WriteEvent(const TEventSource& source, std::size_t index, bool highPass, TS
 
 void ExportTableXlsx(const TMissionData& mission, TDataset& table, const fs::path& file, IProgress& progress) {
   RefuseTooLong(table, 2);
-  WriteSheets(mission, file, 1, progress, [&](TSheets& sheets) {
+  WriteSheets(mission, file, {1, CellsOf(table)}, progress, [&](TSheets& sheets) {
     TWorkbook& book = sheets.Add(MissionSheetName(mission), 2);
     const std::string_view head[] = {"Mission ID:", mission.sID};
     TWidths widths;
@@ -210,7 +218,7 @@ void ExportMeasurementsXlsx(const TMissionData& mission, TDataset& sensors, TDat
                             IProgress& progress) {
   RefuseTooLong(sensors, 1);
   RefuseTooLong(battery, 1);
-  WriteSheets(mission, file, 2, progress, [&](TSheets& sheets) {
+  WriteSheets(mission, file, {2, CellsOf(sensors) + CellsOf(battery)}, progress, [&](TSheets& sheets) {
     WriteTable(sensors, 0, {}, sheets.Add("Sensors", 1), sheets);
     WriteTable(battery, 0, {}, sheets.Add("Battery", 1), sheets);
   });
@@ -218,23 +226,27 @@ void ExportMeasurementsXlsx(const TMissionData& mission, TDataset& sensors, TDat
 
 void ExportEventsXlsx(const TEventSource& source, std::span<const std::uint32_t> indices, const fs::path& file,
                       IProgress& progress) {
-  std::size_t count = 0;
-  for (const std::uint32_t index : indices) count += SheetsFor(source.events.GetItem(index));
-  WriteSheets(source.mission, file, count, progress, [&](TSheets& sheets) {
+  TWorkbookSize size{0, 0};
+  for (const std::uint32_t index : indices) {
+    const TWorkbookSize more = SizeOf(source.events.GetItem(index));
+    size = {size.sheets + more.sheets, size.cells + more.cells};
+  }
+  WriteSheets(source.mission, file, size, progress, [&](TSheets& sheets) {
     for (const std::uint32_t index : indices) WriteEvent(source, index, false, sheets);
   });
 }
 
 void ExportEventXlsx(const TEventSource& source, std::size_t index, bool highPass, const fs::path& file,
                      IProgress& progress) {
-  const std::size_t count = highPass ? 1 : SheetsFor(source.events.GetItem(index));
-  WriteSheets(source.mission, file, count, progress,
+  TWorkbookSize size = SizeOf(source.events.GetItem(index));
+  if (highPass) size.sheets = 1;
+  WriteSheets(source.mission, file, size, progress,
               [&](TSheets& sheets) { WriteEvent(source, index, highPass, sheets); });
 }
 
 void ExportSpectrumXlsx(const TEventSource& source, std::size_t index, const TSpectrum& spectrum, const fs::path& file,
                         IProgress& progress) {
-  WriteSheets(source.mission, file, 1, progress, [&](TSheets& sheets) {
+  WriteSheets(source.mission, file, {1, CellsOf(spectrum.lines.size())}, progress, [&](TSheets& sheets) {
     const std::string name = fmt::format("{} Spectral Analysis", EventSheetName(source.events.GetItem(index).ID));
     TWorkbook& book = sheets.Add(SafeSheetName(name), kEventTitleRows);
     WriteEventHead(source, index, kSpectrumTitles, book);

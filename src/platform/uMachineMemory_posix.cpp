@@ -1,3 +1,4 @@
+#include <malloc.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -69,3 +70,18 @@ std::uint64_t MissionMemoryBytes() {
       static_cast<std::uint64_t>(sysconf(_SC_PHYS_PAGES)) * static_cast<std::uint64_t>(sysconf(_SC_PAGE_SIZE));
   return std::min({installed, AddressSpaceLimit(), GroupLimit(), Available()}) / 4 * 3;
 }
+
+#ifdef M_MMAP_THRESHOLD
+// A block of its own comes from the system, empty; one of the heap is cleared by hand. The allocator raises its limit
+// between the two as blocks are freed, up to 32 MiB, until it is told one.
+TSparseBlocks::TSparseBlocks() {
+  mallopt(M_MMAP_THRESHOLD, 128 * 1024);
+}
+
+TSparseBlocks::~TSparseBlocks() {
+  mallopt(M_MMAP_THRESHOLD, 32 * 1024 * 1024);
+}
+#else
+TSparseBlocks::TSparseBlocks() = default;
+TSparseBlocks::~TSparseBlocks() = default;
+#endif

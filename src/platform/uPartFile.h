@@ -36,11 +36,14 @@ class TScratchFolder {
  public:
   // Throws std::system_error.
   explicit TScratchFolder(const std::filesystem::path& folder);
-  // Removes the folder and the empty files in it.
+  // Removes the folder and the empty files in it, and closes what the library left open.
   ~TScratchFolder();
   TScratchFolder(const TScratchFolder&) = delete;
   TScratchFolder& operator=(const TScratchFolder&) = delete;
   [[nodiscard]] const std::filesystem::path& Path() const { return FPath; }
+  // Takes away what stands in the files that are open there, with or without a name: who reads one comes to its end,
+  // what is written then goes to its beginning. As far as the system can do that. Any thread.
+  void Cut() const noexcept;
 
  private:
   std::filesystem::path FPath;

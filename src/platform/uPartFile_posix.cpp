@@ -75,6 +75,25 @@ void RemoveScratchFolder(const fs::path& folder) noexcept {
   rmdir(folder.c_str());
 }
 
+constexpr const char* kDescriptors = "/dev/fd";
+
+bool IsFileIn(const fs::path& folder, const fs::path& descriptor) {
+  std::error_code error;
+  return fs::read_symlink(descriptor, error).parent_path() == folder;
+}
+
+// Hands the descriptors of this program that are files of the folder to `act`, also those whose name is gone.
+template <class TAct>
+void ForEachOpenFile(const fs::path& folder, const TAct& act) noexcept {
+  try {
+    const fs::path real = fs::canonical(folder);
+    for (const fs::directory_entry& entry : fs::directory_iterator(kDescriptors)) {
+      if (IsFileIn(real, entry.path())) act(real, std::stoi(entry.path().filename()));
+    }
+  } catch (const std::exception&) {  // a system without that folder
+  }
+}
+
 }  // namespace
 
 TPartFile::TPartFile(const fs::path& folder) {
@@ -133,6 +152,7 @@ TScratchFolder::TScratchFolder(const fs::path& folder) {
 }
 
 TScratchFolder::~TScratchFolder() {
+  ForEachOpenFile(FPath, [](const fs::path&, int descriptor) { close(descriptor); });
   RemoveScratchFolder(FPath);
   close(FDescriptor);
 }
@@ -148,6 +168,21 @@ TFolderLock::TFolderLock(const fs::path& folder) noexcept
 
 TFolderLock::~TFolderLock() {
   if (FDescriptor >= 0) close(FDescriptor);
+}
+
+// The owner may close a descriptor at any time and the system give its number to another file. So the file is opened
+// anew and looked at again before it is cut.
+void TScratchFolder::Cut() const noexcept {
+  ForEachOpenFile(FPath, [](const fs::path& folder, int descriptor) {
+    const std::string name = fmt::format("{}/{}", kDescriptors, descriptor);
+    const int again = open(name.c_str(), O_WRONLY | O_CLOEXEC | O_NONBLOCK);
+    if (again < 0) return;
+    if (IsFileIn(folder, fmt::format("{}/{}", kDescriptors, again))) {
+      fcntl(descriptor, F_SETFL, O_APPEND);  // else the next write leaves a hole that is as long as the file was
+      [[maybe_unused]] const int uncut = ftruncate(again, 0);
+    }
+    close(again);
+  });
 }
 
 void SyncFolder(const fs::path& folder) noexcept {

@@ -222,6 +222,26 @@ def check_long(kshock, folder):
     expect("files", [], [name for name in os.listdir(folder) if name.endswith(".xlsx")])
 
 
+def check_many_sheets(kshock, folder):
+    """The program raises its limit of open files itself; where the system allows too few, nothing is written."""
+    path = f"{folder}/many.kshock"
+    run(kshock, "demo", path, "--events", "3000", "--samples", "10", "--sensors", "1")
+    before = os.listdir(folder)
+
+    def limited(soft, hard):
+        return lambda: resource.setrlimit(resource.RLIMIT_NOFILE, (soft, hard))
+
+    message = export(kshock, path, folder, "events-xlsx", "--filter", "acc=0..", status=4, preexec_fn=limited(1000, 1000))
+    expect("reason", (True, 1), ("3000 sheets" in message, message.count("\n")))
+    expect("files after a refusal", before, os.listdir(folder))
+    hard = resource.getrlimit(resource.RLIMIT_NOFILE)[1]
+    export(kshock, path, folder, "events-xlsx", "--filter", "acc=0..", preexec_fn=limited(200, hard))
+    (file,) = [f"{folder}/{name}" for name in os.listdir(folder) if name.endswith(".xlsx")]
+    sheets = re.findall('<sheet name="([^"]*)"', zipfile.ZipFile(file).read("xl/workbook.xml").decode("utf-8"))
+    expect("many sheets", [f"Event {i}" for i in range(3000)], sheets)
+    expect("rows of the last", 4 + 10, rows_in(file, "sheet3000"))
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("kshock")
@@ -230,7 +250,7 @@ def main():
     checks = [lambda folder, path=path: check_recording(options.kshock, path, folder) for path in options.recordings]
     checks += [lambda folder: check_hostile_texts(options.kshock, folder), lambda folder: check_odd_values(options.kshock, folder),
                lambda folder: check_no_room(options.kshock, folder, options.recordings[-1]),
-               lambda folder: check_long(options.kshock, folder)]
+               lambda folder: check_long(options.kshock, folder), lambda folder: check_many_sheets(options.kshock, folder)]
     for check in checks:
         with tempfile.TemporaryDirectory() as folder:
             check(folder)

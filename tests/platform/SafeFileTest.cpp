@@ -131,4 +131,27 @@ TEST(SafeFile, AbandonedFilesAreRemovedAndNoOthers) {
   EXPECT_THAT(FilesIn(folder), Not(testing::Contains(held)));
 }
 
+// A library that failed may leave nameless files open, which would keep their room until the program ends.
+TEST(SafeFile, AScratchFolderTakesWhatIsOpenInIt) {
+  const TTempFolder folder;
+  const fs::path kept = folder / "kept";
+  const int other = open(kept.c_str(), O_RDWR | O_CREAT, 0600);
+  int nameless = -1;
+  {
+    const TScratchFolder scratch(folder.Path());
+    const fs::path path = scratch.Path() / "tmp.1";
+    nameless = open(path.c_str(), O_RDWR | O_CREAT, 0600);
+    fs::remove(path);
+    for (const int file : {nameless, other}) ASSERT_EQ(write(file, "0123456789", 10), 10);
+    scratch.Cut();
+    ASSERT_EQ(write(nameless, "ab", 2), 2);
+    char bytes[16] = {};
+    EXPECT_EQ(pread(nameless, bytes, sizeof bytes, 0), 2) << "no hole where the digits were";
+    EXPECT_EQ(fs::file_size(kept), 10U);
+  }
+  EXPECT_EQ(fcntl(nameless, F_GETFD), -1);
+  EXPECT_NE(fcntl(other, F_GETFD), -1);
+  close(other);
+}
+
 }  // namespace
