@@ -7,13 +7,11 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QMimeData>
-#include <QStackedWidget>
 #include <QUrl>
 #include <tuple>
 
 #include "gui/charts/uEventsChart.h"
 #include "gui/charts/uNavigatorChart.h"
-#include "gui/charts/uSelectedEventChart.h"
 #include "gui/charts/uSensorsChart.h"
 #include "gui/common/uGrid.h"
 #include "gui/common/uGuard.h"
@@ -21,14 +19,11 @@
 #include "gui/filter/uFilterChip.h"
 #include "gui/filter/uFilterPanel.h"
 #include "gui/mainform/uChartMenus.h"
-#include "gui/mainform/uChartToggles.h"
-#include "gui/mainform/uExportActions.h"
-#include "gui/mainform/uKeysDialog.h"
-#include "gui/mainform/uMainActions.h"
+#include "gui/mainform/uCommandTable.h"
+#include "gui/mainform/uCommands.h"
 #include "gui/mainform/uMainParts.h"
 #include "gui/mainform/uMainScreen.h"
 #include "gui/mainform/uSettingsBinder.h"
-#include "gui/mainform/uViewOutput.h"
 #include "gui/overview/uOverviewPanel.h"
 #include "gui/platform/uDialogs.h"
 #include "gui/platform/uPostedMessages.h"
@@ -46,7 +41,6 @@
 #include "shell/uChartImages.h"
 #include "shell/uExportCommands.h"
 #include "shell/uFilterCommands.h"
-#include "shell/uLayoutCommands.h"
 #include "shell/uNavigatorCommands.h"
 #include "shell/uOrderingCommands.h"
 #include "shell/uSettingsCommands.h"
@@ -64,10 +58,8 @@ TKorvexMainForm::TKorvexMainForm(TProgram program, std::function<std::uint64_t()
   setObjectName("KorvexMainForm");
   setAcceptDrops(true);
   resize(1280, 800);
-  MakeMainActions(*this, *FParts);
-  MakeChartToggles(*this, *FParts);
-  MakeExportActions(*this, *FParts, *FExports, *FImages);
-  MakeChartMenus(*this, *FParts);
+  MakeCommands({*this, FProgram, *FParts, *FFlow, *FScreen, *FExports, *FImages});
+  ConnectChartMenus(*this);
   ConnectFiles();
   ConnectRecent();
   ConnectGrids();
@@ -212,8 +204,13 @@ void TKorvexMainForm::ConnectNavigator() {
     });
   }
   const TNavigatorChart* navigator = FParts->docks.ChartNavigator;
-  connect(navigator, &TNavigatorChart::BandDragging, this, &TKorvexMainForm::NavigatorBandDragging);
-  connect(navigator, &TNavigatorChart::BandResizing, this, &TKorvexMainForm::NavigatorBandResizing);
+  const auto on = [this](auto moved) {
+    return [this, moved](double start, double end) {
+      if (FFlow->FileShown()) Guarded(this, [&] { moved(FFlow->Mission(), {start, end}, *FScreen); });
+    };
+  };
+  connect(navigator, &TNavigatorChart::BandDragging, this, on(NavigatorBandDragging));
+  connect(navigator, &TNavigatorChart::BandResizing, this, on(NavigatorBandResizing));
 }
 
 void TKorvexMainForm::ConnectSettings() {
@@ -243,11 +240,6 @@ void TKorvexMainForm::Select(std::size_t event) {
   if (FFlow->FileShown()) Guarded(this, [&] { SelectEvent(FFlow->Mission(), event, *FScreen); });
 }
 
-void TKorvexMainForm::Step(int events) {
-  const auto step = FFlow->View() == TView::Shock ? StepEvent : StepEventInTime;
-  step(FFlow->Mission(), events, *FScreen);
-}
-
 void TKorvexMainForm::FormCreate() {
   ::FormCreate(FProgram, FFlow->Recent(), *FScreen);
 }
@@ -259,147 +251,6 @@ void TKorvexMainForm::FormShow() {
 
 void TKorvexMainForm::FormClose() {
   ::FormClose(FProgram, FFlow->Recent(), *FScreen);
-}
-
-void TKorvexMainForm::actFileOpenExecute() {
-  FFlow->AskAndOpen();
-}
-
-void TKorvexMainForm::barbtnlrgOpenDemoFileClick() {
-  FFlow->AskAndOpenDemo();
-}
-
-void TKorvexMainForm::actFileCloseExecute() {}
-
-void TKorvexMainForm::actFileReloadExecute() {
-  FFlow->Reload();
-}
-
-void TKorvexMainForm::actSetViewOverviewExecute() {
-  FFlow->SwitchView(TView::Overview);
-}
-
-void TKorvexMainForm::actSetViewShockExecute() {
-  FFlow->SwitchView(TView::Shock);
-}
-
-void TKorvexMainForm::actSetViewReportExecute() {
-  FFlow->SwitchView(TView::Report);
-}
-
-void TKorvexMainForm::actNextEventExecute() {
-  Step(1);
-}
-
-void TKorvexMainForm::actPreviousEventExecute() {
-  Step(-1);
-}
-
-void TKorvexMainForm::actFilterActiveExecute() {
-  const bool on = findChild<QAction*>("actFilterActive")->isChecked();
-  if (!ActivateFilter(FFlow->Mission(), on, *FScreen)) FParts->filter->Open();
-}
-
-void TKorvexMainForm::actFilterEditExecute() {
-  FParts->filter->Open();
-}
-
-void TKorvexMainForm::actNavSetIntAllExecute() {
-  NavigatorAll(FFlow->Mission(), *FScreen);
-}
-
-void TKorvexMainForm::actNavSetIntYearExecute() {
-  NavigatorInterval(FFlow->Mission(), kYearInterval, *FScreen);
-}
-
-void TKorvexMainForm::actNavSetIntMonthExecute() {
-  NavigatorInterval(FFlow->Mission(), kMonthInterval, *FScreen);
-}
-
-void TKorvexMainForm::actNavSetIntWeekExecute() {
-  NavigatorInterval(FFlow->Mission(), kWeekInterval, *FScreen);
-}
-
-void TKorvexMainForm::actNavSetIntDayExecute() {
-  NavigatorInterval(FFlow->Mission(), kDayInterval, *FScreen);
-}
-
-void TKorvexMainForm::actNavSetIntHourExecute() {
-  NavigatorInterval(FFlow->Mission(), kHourInterval, *FScreen);
-}
-
-void TKorvexMainForm::actNavSetIntMinExecute() {
-  NavigatorInterval(FFlow->Mission(), kMinInterval, *FScreen);
-}
-
-void TKorvexMainForm::actNavFwdExecute() {
-  NavigatorForward(FFlow->Mission(), *FScreen);
-}
-
-void TKorvexMainForm::actNavRwdExecute() {
-  NavigatorRewind(FFlow->Mission(), *FScreen);
-}
-
-void TKorvexMainForm::NavigatorBandDragging(double start, double end) {
-  MoveNavigatorBand(start, end);
-}
-
-void TKorvexMainForm::NavigatorBandResizing(double start, double end) {
-  MoveNavigatorBand(start, end);
-}
-
-void TKorvexMainForm::NavigatorBandResized() {
-  if (FFlow->FileShown()) ::NavigatorBandResized(FFlow->Mission(), *FScreen);
-}
-
-void TKorvexMainForm::MoveNavigatorBand(double start, double end) {
-  if (!FFlow->FileShown()) return;
-  Guarded(this, [&] {
-    SetNavigatorBand(FFlow->Mission(), {start, end}, *FScreen);
-    NavigatorBandResized();
-  });
-}
-
-void TKorvexMainForm::btnToolsSensorsChartSyncWNavClick() {
-  SyncNavigator(FFlow->Mission(), "ChartAllSensors", *FScreen);
-}
-
-void TKorvexMainForm::btnToolsShockSyncWNavClick() {
-  SyncNavigator(FFlow->Mission(), FFlow->View() == TView::Shock ? "Chart20" : "Chart1", *FScreen);
-}
-
-void TKorvexMainForm::actAlarmSetExecute() {}
-
-void TKorvexMainForm::actAlarmLimitsExecute() {
-  FParts->alarmLimits->OpenBelow(*findChild<QWidget*>("dxBarAlarmLimits"));
-}
-
-void TKorvexMainForm::actDefaultLayoutExecute() {
-  LoadDefaultLayout(FProgram, FFlow->View(), *FScreen);
-}
-
-void TKorvexMainForm::actSaveUserLayoutExecute() {
-  SaveUserLayout(FProgram, *FScreen);
-}
-
-void TKorvexMainForm::actLoadUserLayoutExecute() {
-  LoadUserLayout(FProgram, FFlow->View(), *FScreen);
-}
-
-void TKorvexMainForm::actPrintViewExecute() {
-  PrintView(*this, *FFlow);
-}
-
-void TKorvexMainForm::actExportViewExecute() {
-  SaveViewAsPdf(*this, *FFlow, *FScreen);
-}
-
-void TKorvexMainForm::actFullScreenExecute() {
-  setWindowState(windowState() ^ Qt::WindowFullScreen);
-}
-
-void TKorvexMainForm::actKeysExecute() {
-  ShowKeys(*this);
 }
 
 void TKorvexMainForm::showEvent(QShowEvent* event) {
