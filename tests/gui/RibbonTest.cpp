@@ -215,9 +215,7 @@ TEST_F(Ribbon, TheLookFollowsTheProgramsPalette) {
     QPalette palette = before;
     palette.setColor(QPalette::Highlight, colour);
     QApplication::setPalette(palette);
-    // What the desktop's change of scheme sends to every widget of a program that runs.
-    QEvent change(QEvent::ApplicationPaletteChange);
-    QApplication::sendEvent(FRibbon, &change);
+    Settle();
     EXPECT_EQ(button->grab().toImage().pixelColor(button->width() / 2, 0), colour);
   }
   QApplication::setPalette(before);

@@ -84,14 +84,14 @@ class TFlatLook : public QObject {
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override {
-    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::ApplicationPaletteChange) Apply();
+    if (event->type() == QEvent::PaletteChange) Apply();
     return QObject::eventFilter(watched, event);
   }
 
  private:
-  // Setting a style sheet changes the widget's palette again, and gives it back with a delay.
+  // Setting a style sheet changes the palette again.
   void Apply() {
-    const QString sheet = FlatSheet(QApplication::palette());
+    const QString sheet = FlatSheet(FWidget.palette());
     if (sheet != FWidget.styleSheet()) FWidget.setStyleSheet(sheet);
   }
 
@@ -101,6 +101,8 @@ class TFlatLook : public QObject {
 }  // namespace
 
 void MakeFlat(QWidget& widget) {
+  // Without it a change of the program's palette ends at the first widget with a style sheet.
+  QCoreApplication::setAttribute(Qt::AA_UseStyleSheetPropagationInWidgetStyles);
   new TFlatLook(widget);
 }
 
