@@ -140,7 +140,7 @@ void TKorvexMainForm::ConnectGrids() {
   using TTitleClick = void (*)(TShownMission&, std::string_view, IMainScreen&);
   const auto sortBy = [this](TGrid* grid, TTitleClick titleClick) {
     connect(grid, &TGrid::TitleClicked, this, [this, titleClick](const QString& field) {
-      if (FFlow->FileShown()) Guarded(this, [&] { titleClick(FFlow->Mission(), Utf8(field), *FScreen); });
+      OnMission([&](TShownMission& mission) { titleClick(mission, Utf8(field), *FScreen); });
     });
   };
   sortBy(FParts->shock->Shocks(), ShockGridTitleClick);
@@ -154,15 +154,13 @@ void TKorvexMainForm::ConnectGrids() {
       FParts->shock->Chart20()->SetHoveredEvent(event);
     });
     connect(grid, &TGrid::RowOpened, this, [this](std::size_t event) {
-      if (FFlow->FileShown()) Guarded(this, [&] { ZoomNavigatorToEvent(FFlow->Mission(), event, *FScreen); });
+      OnMission([&](TShownMission& mission) { ZoomNavigatorToEvent(mission, event, *FScreen); });
     });
   }
   // A reading's row is its "ID".
   const auto reachReadings = [this](TGrid* grid, TDataset TMissionDatasets::*table) {
     connect(grid, &TGrid::RowOpened, this, [this, table](std::size_t row) {
-      if (!FFlow->FileShown()) return;
-      TShownMission& mission = FFlow->Mission();
-      Guarded(this, [&] { ZoomNavigatorToReading(mission, mission.Tables.*table, row, *FScreen); });
+      OnMission([&](TShownMission& mission) { ZoomNavigatorToReading(mission, mission.Tables.*table, row, *FScreen); });
     });
     connect(grid, &TGrid::RowHovered, this, [this, table](std::optional<std::size_t> row) {
       const TDataset& readings = FFlow->Mission().Tables.*table;
@@ -172,7 +170,7 @@ void TKorvexMainForm::ConnectGrids() {
   reachReadings(FParts->docks.DBGrid2, &TMissionDatasets::Sensors);
   reachReadings(FParts->docks.DBGrid8, &TMissionDatasets::Battery);
   connect(FParts->overview, &TMainOverviewPanel::OrderByChosen, this, [this](int entry) {
-    if (FFlow->FileShown()) Guarded(this, [&] { OrderMostImportantBy(FFlow->Mission(), entry, *FScreen); });
+    OnMission([&](TShownMission& mission) { OrderMostImportantBy(mission, entry, *FScreen); });
   });
 }
 
@@ -206,7 +204,7 @@ void TKorvexMainForm::ConnectNavigator() {
   const TNavigatorChart* navigator = FParts->docks.ChartNavigator;
   const auto on = [this](auto moved) {
     return [this, moved](double start, double end) {
-      if (FFlow->FileShown()) Guarded(this, [&] { moved(FFlow->Mission(), {start, end}, *FScreen); });
+      OnMission([&](TShownMission& mission) { moved(mission, {start, end}, *FScreen); });
     };
   };
   connect(navigator, &TNavigatorChart::BandDragging, this, on(NavigatorBandDragging));
@@ -225,19 +223,23 @@ void TKorvexMainForm::ConnectSettings() {
 void TKorvexMainForm::ConnectFilter() {
   FParts->filter->AddActiveButton(findChild<QAction*>("actFilterActive"));
   connect(FParts->filter, &TFilterPanel::FilterChanged, this, [this](const TEventFilter& filter) {
-    if (FFlow->FileShown()) Guarded(this, [&] { ChangeFilter(FFlow->Mission(), filter, *FScreen); });
+    OnMission([&](TShownMission& mission) { ChangeFilter(mission, filter, *FScreen); });
   });
   connect(FParts->filter, &TFilterPanel::NavigatorSpanRequested, this, [this] {
     const TTimeSpan& band = FFlow->Mission().Band;
     FParts->filter->SetTimeSpan(band.start, band.end);
   });
   connect(FParts->statusEvents, &TFilterChip::OffClicked, this, [this] {
-    if (FFlow->FileShown()) Guarded(this, [&] { std::ignore = ActivateFilter(FFlow->Mission(), false, *FScreen); });
+    OnMission([&](TShownMission& mission) { std::ignore = ActivateFilter(mission, false, *FScreen); });
   });
 }
 
+void TKorvexMainForm::OnMission(const std::function<void(TShownMission&)>& command) {
+  if (FFlow->FileShown()) Guarded(this, [&] { command(FFlow->Mission()); });
+}
+
 void TKorvexMainForm::Select(std::size_t event) {
-  if (FFlow->FileShown()) Guarded(this, [&] { SelectEvent(FFlow->Mission(), event, *FScreen); });
+  OnMission([&](TShownMission& mission) { SelectEvent(mission, event, *FScreen); });
 }
 
 void TKorvexMainForm::FormCreate() {

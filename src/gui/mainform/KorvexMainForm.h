@@ -56,6 +56,8 @@ class TKorvexMainForm : public QMainWindow {
   void ConnectNavigator();
   void ConnectSettings();
   void ConnectFilter();
+  // Nothing while no file is shown.
+  void OnMission(const std::function<void(TShownMission&)>& command);
   void Select(std::size_t event);
 
   TProgram FProgram;
