@@ -77,14 +77,9 @@ TKorvexMainForm::~TKorvexMainForm() {
 }
 
 QWidget& TKorvexMainForm::View(TView view) const {
-  switch (view) {
-    case TView::Shock:
-      return *FParts->shock;
-    case TView::Report:
-      return *FParts->report;
-    default:
-      return *FParts->overview;
-  }
+  if (view == TView::Shock) return *FParts->shock;
+  if (view == TView::Report) return *FParts->report;
+  return *FParts->overview;
 }
 
 void TKorvexMainForm::ConnectFiles() {
@@ -198,7 +193,7 @@ void TKorvexMainForm::ConnectNavigator() {
     connect(chart, &TTimeChart::TimeRangeChanged, this, [this, chart] { FScreen->TellSynced(*chart); });
     // Back to the band.
     connect(chart, &TTimeChart::ZoomReset, this, [this, chart] {
-      if (FFlow->FileShown()) FScreen->SetChartSpan(Utf8(chart->objectName()), FFlow->Mission().Band);
+      OnMission([&](TShownMission& mission) { FScreen->SetChartSpan(Utf8(chart->objectName()), mission.Band); });
     });
   }
   const TNavigatorChart* navigator = FParts->docks.ChartNavigator;
