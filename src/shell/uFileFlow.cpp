@@ -293,7 +293,7 @@ void TFileFlow::FileLoadComplete() {
   FScreen.SetTaskbarProgress(false);
   EnableOpening();
   ShowViewButtons(FScreen, !FMission.Tables.Battery.Fields().empty());
-  NavigatorAll(FMission, FScreen);
+  actNavSetIntAllExecute(FMission, FScreen);
   if (FKept && FKept->band) KeepNavigatorBand(FMission, *FKept->band, FScreen);
   const bool stillThere = FKept && FKept->selectedEvent && *FKept->selectedEvent < FMission.Events.Count();
   SelectEvent(FMission,

@@ -8,21 +8,30 @@ namespace {
 
 constexpr std::string_view kCharts[] = {"Chart1", "ChartAllSensors", "Chart20"};
 
+void PutBand(TShownMission& mission, const TTimeSpan& band, IMainScreen& screen) {
+  mission.Band = band;
+  screen.SetNavigatorBand(band);
+}
+
 void SetBand(TShownMission& mission, const TTimeSpan& band, IMainScreen& screen) {
-  SetNavigatorBand(mission, band, screen);
+  PutBand(mission, band, screen);
   screen.SetNavigatorCompanions(band);
 }
 
 void MoveBand(TShownMission& mission, const TTimeSpan& band, IMainScreen& screen) {
-  SetNavigatorBand(mission, band, screen);
+  PutBand(mission, band, screen);
   NavigatorBandResized(mission, screen);
 }
 
-void SetInterval(TShownMission& mission, const TTimeSpan& band, IMainScreen& screen) {
+void SetSpan(TShownMission& mission, const TTimeSpan& band, IMainScreen& screen) {
   SetBand(mission, band, screen);
   screen.Repaint("Chart1");
   screen.Repaint("ChartAllSensors");
   NavigatorBandResized(mission, screen);
+}
+
+void SetInterval(TShownMission& mission, const TCalendarStep& interval, IMainScreen& screen) {
+  if (const auto data = screen.NavigatorSpan()) SetSpan(mission, IntervalBand(mission.Band, *data, interval), screen);
 }
 
 void Step(TShownMission& mission, TTimeSpan (*moved)(const TTimeSpan&, const TTimeSpan&), IMainScreen& screen) {
@@ -40,29 +49,57 @@ void ZoomTo(TShownMission& mission, double from, double days, IMainScreen& scree
   MoveBand(mission, BandAround(mission.Band, *data, from, days), screen);
 }
 
+void SyncWith(TShownMission& mission, std::string_view chart, IMainScreen& screen) {
+  if (!screen.NavigatorSpan()) return;
+  constexpr std::string_view kQuestion = "Do you really want to sync the navigator with the currently viewed timespan?";
+  if (std::get<bool>(screen.Value("chboxDialogConfirmationsSync")) && !screen.Confirm(kQuestion)) return;
+  MoveBand(mission, screen.ChartSpan(chart), screen);
+}
+
 }  // namespace
 
-void NavigatorAll(TShownMission& mission, IMainScreen& screen) {
-  if (const auto data = screen.NavigatorSpan()) SetInterval(mission, *data, screen);
+void actNavSetIntAllExecute(TShownMission& mission, IMainScreen& screen) {
+  if (const auto data = screen.NavigatorSpan()) SetSpan(mission, *data, screen);
 }
 
-void NavigatorInterval(TShownMission& mission, const TCalendarStep& interval, IMainScreen& screen) {
-  if (const auto data = screen.NavigatorSpan()) {
-    SetInterval(mission, IntervalBand(mission.Band, *data, interval), screen);
-  }
+void actNavSetIntYearExecute(TShownMission& mission, IMainScreen& screen) {
+  SetInterval(mission, kYearInterval, screen);
 }
 
-void NavigatorForward(TShownMission& mission, IMainScreen& screen) {
+void actNavSetIntMonthExecute(TShownMission& mission, IMainScreen& screen) {
+  SetInterval(mission, kMonthInterval, screen);
+}
+
+void actNavSetIntWeekExecute(TShownMission& mission, IMainScreen& screen) {
+  SetInterval(mission, kWeekInterval, screen);
+}
+
+void actNavSetIntDayExecute(TShownMission& mission, IMainScreen& screen) {
+  SetInterval(mission, kDayInterval, screen);
+}
+
+void actNavSetIntHourExecute(TShownMission& mission, IMainScreen& screen) {
+  SetInterval(mission, kHourInterval, screen);
+}
+
+void actNavSetIntMinExecute(TShownMission& mission, IMainScreen& screen) {
+  SetInterval(mission, kMinInterval, screen);
+}
+
+void actNavFwdExecute(TShownMission& mission, IMainScreen& screen) {
   Step(mission, ForwardBand, screen);
 }
 
-void NavigatorRewind(TShownMission& mission, IMainScreen& screen) {
+void actNavRwdExecute(TShownMission& mission, IMainScreen& screen) {
   Step(mission, RewindBand, screen);
 }
 
-void SetNavigatorBand(TShownMission& mission, const TTimeSpan& band, IMainScreen& screen) {
-  mission.Band = band;
-  screen.SetNavigatorBand(band);
+void NavigatorBandDragging(TShownMission& mission, const TTimeSpan& band, IMainScreen& screen) {
+  MoveBand(mission, band, screen);
+}
+
+void NavigatorBandResizing(TShownMission& mission, const TTimeSpan& band, IMainScreen& screen) {
+  MoveBand(mission, band, screen);
 }
 
 void ZoomNavigatorToEvent(TShownMission& mission, std::size_t event, IMainScreen& screen) {
@@ -93,9 +130,10 @@ void NavigatorBandResized(const TShownMission& mission, IMainScreen& screen) {
   screen.Repaint("Chart1");
 }
 
-void SyncNavigator(TShownMission& mission, std::string_view chart, IMainScreen& screen) {
-  if (!screen.NavigatorSpan()) return;
-  constexpr std::string_view kQuestion = "Do you really want to sync the navigator with the currently viewed timespan?";
-  if (std::get<bool>(screen.Value("chboxDialogConfirmationsSync")) && !screen.Confirm(kQuestion)) return;
-  MoveBand(mission, screen.ChartSpan(chart), screen);
+void btnToolsSensorsChartSyncWNavClick(TShownMission& mission, IMainScreen& screen) {
+  SyncWith(mission, "ChartAllSensors", screen);
+}
+
+void btnToolsShockSyncWNavClick(TShownMission& mission, TView view, IMainScreen& screen) {
+  SyncWith(mission, view == TView::Shock ? "Chart20" : "Chart1", screen);
 }

@@ -8,15 +8,24 @@
 
 #include "navigation/uTimeNavigator.h"
 #include "shell/uMainScreen.h"
+#include "shell/uViewSwitch.h"
 
 // The band over everything, as after loading.
-void NavigatorAll(TShownMission& mission, IMainScreen& screen);
-void NavigatorInterval(TShownMission& mission, const TCalendarStep& interval, IMainScreen& screen);
-void NavigatorForward(TShownMission& mission, IMainScreen& screen);
-void NavigatorRewind(TShownMission& mission, IMainScreen& screen);
+void actNavSetIntAllExecute(TShownMission& mission, IMainScreen& screen);
+// One interval long.
+void actNavSetIntYearExecute(TShownMission& mission, IMainScreen& screen);
+void actNavSetIntMonthExecute(TShownMission& mission, IMainScreen& screen);
+void actNavSetIntWeekExecute(TShownMission& mission, IMainScreen& screen);
+void actNavSetIntDayExecute(TShownMission& mission, IMainScreen& screen);
+void actNavSetIntHourExecute(TShownMission& mission, IMainScreen& screen);
+void actNavSetIntMinExecute(TShownMission& mission, IMainScreen& screen);
+// By its own width.
+void actNavFwdExecute(TShownMission& mission, IMainScreen& screen);
+void actNavRwdExecute(TShownMission& mission, IMainScreen& screen);
 
-// Puts the band elsewhere; NavigatorBandResized has to follow.
-void SetNavigatorBand(TShownMission& mission, const TTimeSpan& band, IMainScreen& screen);
+// The user moves the band with its width kept, or changes its width, by mouse or keys.
+void NavigatorBandDragging(TShownMission& mission, const TTimeSpan& band, IMainScreen& screen);
+void NavigatorBandResizing(TShownMission& mission, const TTimeSpan& band, IMainScreen& screen);
 
 // The band around an event of the list or a reading: a row of the sensors or the battery table. One that is not there,
 // or has no time, leaves it where it is.
@@ -32,5 +41,7 @@ void KeepNavigatorBand(TShownMission& mission, const TTimeSpan& band, IMainScree
 // Applies the band to the charts.
 void NavigatorBandResized(const TShownMission& mission, IMainScreen& screen);
 
-// The band becomes what this chart shows, after a question when the settings want one.
-void SyncNavigator(TShownMission& mission, std::string_view chart, IMainScreen& screen);
+// The band becomes what the sensors chart, or the events chart of the view in front, shows; after a question when the
+// settings want one.
+void btnToolsSensorsChartSyncWNavClick(TShownMission& mission, IMainScreen& screen);
+void btnToolsShockSyncWNavClick(TShownMission& mission, TView view, IMainScreen& screen);

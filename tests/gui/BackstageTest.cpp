@@ -17,6 +17,7 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QToolButton>
 #include <QTreeView>
 #include <algorithm>
 #include <atomic>
@@ -136,7 +137,7 @@ TEST_F(Backstage, BrowsePathOpensAFileListsAFolderAndNamesWhatIsMissing) {
   Write(FFolder.filePath("a 1.kshock"));
   Write(FFolder.filePath("notes.txt"));
   QSignalSpy chosen(FBackstage, &TBackstage::FileChosen);
-  Find<QPushButton>("backstageBrowsePath")->click();
+  Find<QToolButton>("backstageBrowsePath")->click();
   EXPECT_EQ(Focused(), "edtBrowsePath");
   auto* path = Find<QLineEdit>("edtBrowsePath");
   auto* message = Find<QLabel>("lblBrowsePathMessage");
@@ -231,7 +232,7 @@ TEST_F(Backstage, AnAnswerThatComesTooLateIsDropped) {
   Write(FFolder.filePath("first.kshock"));
   Write(other.filePath("second.kshock"));
   QSignalSpy chosen(FBackstage, &TBackstage::FileChosen);
-  Find<QPushButton>("backstageBrowsePath")->click();
+  Find<QToolButton>("backstageBrowsePath")->click();
   auto* path = Find<QLineEdit>("edtBrowsePath");
   path->setText(FFolder.path());
   QTest::keyClick(path, Qt::Key_Return);

@@ -10,6 +10,7 @@
 #include <QSignalSpy>
 #include <QSplitter>
 #include <QTest>
+#include <QToolButton>
 #include <QTreeView>
 #include <fstream>
 #include <stdexcept>
@@ -50,7 +51,7 @@ class Documents : public TWindowTest {
   }
   QTreeView* ShowRecent(const char* list) {
     FForm->findChild<QAction*>("actBackstage")->trigger();
-    Find<QPushButton>("backstageRecent")->click();
+    Find<QToolButton>("backstageRecent")->click();
     auto* view = Find<QTreeView>(list);
     view->setFocus();
     return view;

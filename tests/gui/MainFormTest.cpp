@@ -382,7 +382,7 @@ TEST_F(MainForm, SavesAViewAsPdfWhereItIsTold) {
   for (const char* view : {"Ctrl+1", "Ctrl+2", "Ctrl+3"}) {
     std::filesystem::remove(pdf);
     Press(view);
-    FForm->actExportViewExecute();
+    Find<QAction>("actOverviewExport")->trigger();
     const TBytes bytes = BytesOfFile(pdf);
     ASSERT_GT(bytes.size(), 1000U) << view;
     EXPECT_EQ(std::string(bytes.begin(), bytes.begin() + 5), "%PDF-");

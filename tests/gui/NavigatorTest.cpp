@@ -143,7 +143,7 @@ TEST_F(NavigatorInWindow, TheBandsAreHiddenWithoutARecording) {
   };
   Start();
   EXPECT_THAT(shown(), testing::IsEmpty());
-  FForm->NavigatorBandResized();
+  emit Find<TNavigatorChart>("ChartNavigator")->BandDragging(1, 2);
   FForm->Flow().Open(Save("three.kshock", ThreeEvents()).toStdString());
   Settle();
   EXPECT_THAT(shown(), ElementsAre("NavigatorBand", "NavigatorBandLeft", "NavigatorBandRight"));

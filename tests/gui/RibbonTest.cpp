@@ -4,8 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QApplication>
 #include <QMainWindow>
-#include <QMenu>
 #include <QSignalSpy>
 #include <QTabBar>
 #include <QTest>
@@ -205,21 +205,20 @@ TEST_F(Ribbon, AButtonIsNamedAfterItsActionAndKeepsInStep) {
   EXPECT_GT(button->sizeHint().width(), narrow);
 }
 
-TEST_F(Ribbon, AMenuButtonOpensItsMenuByKeyboard) {
-  QMenu menu("Limits");
-  menu.addAction("Limit 1");
+TEST_F(Ribbon, TheLookFollowsTheProgramsPalette) {
+  auto* button = Find<QToolButton>("btnMeasure");
   FRibbon->SelectTab("tabShock");
-  QToolButton* button = Find<TRibbonGroup>("btngrpShock")->AddMenu(&menu, "btnLimits");
-  Settle();
-  for (const auto key : {Qt::Key_Down, Qt::Key_Return}) {
-    bool opened = false;
-    QTimer::singleShot(0, &menu, [&] {
-      opened = menu.isVisible();
-      menu.close();
-    });
-    QTest::keyClick(button, key);
-    EXPECT_TRUE(opened);
+  button->defaultAction()->setCheckable(true);
+  button->defaultAction()->setChecked(true);
+  const QPalette before = QApplication::palette();
+  for (const QColor& colour : {QColor(Qt::red), QColor(Qt::green)}) {
+    QPalette palette = before;
+    palette.setColor(QPalette::Highlight, colour);
+    QApplication::setPalette(palette);
+    Settle();
+    EXPECT_EQ(button->grab().toImage().pixelColor(button->width() / 2, 0), colour);
   }
+  QApplication::setPalette(before);
 }
 
 }  // namespace

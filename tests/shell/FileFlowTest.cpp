@@ -351,7 +351,7 @@ TEST_F(FileFlow, ReloadKeepsTheBandUnlessItWasOverEverything) {
     return FFlow.Mission().Band;
   };
   EXPECT_EQ(reloadedInto({0, 12}), (TTimeSpan{0, 12}));
-  SetNavigatorBand(FFlow.Mission(), {3, 7}, FScreen);
+  NavigatorBandResizing(FFlow.Mission(), {3, 7}, FScreen);
   EXPECT_EQ(reloadedInto({0, 12}), (TTimeSpan{3, 7}));
   EXPECT_THAT(FScreen.Said(),
               HasSubstr("Chart20 shows 3-7; unsynced none; companions of 3-7; repaint Chart1; selected"));

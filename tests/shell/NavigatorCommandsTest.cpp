@@ -32,27 +32,27 @@ class NavigatorCommands : public testing::Test {
 };
 
 TEST_F(NavigatorCommands, MoveTheBandThenItsCompanionsThenTheCharts) {
-  NavigatorAll(FMission, FScreen);
+  actNavSetIntAllExecute(FMission, FScreen);
   EXPECT_EQ(FScreen.Said(), Interval("0-10"));
-  NavigatorInterval(FMission, kDayInterval, FScreen);
+  actNavSetIntDayExecute(FMission, FScreen);
   EXPECT_EQ(FScreen.Said(), Interval("0-1"));
-  NavigatorForward(FMission, FScreen);
+  actNavFwdExecute(FMission, FScreen);
   EXPECT_EQ(FScreen.Said(), Step("1-2"));
-  NavigatorRewind(FMission, FScreen);
+  actNavRwdExecute(FMission, FScreen);
   EXPECT_EQ(FScreen.Said(), Step("0-1"));
   FScreen.Data = TTimeSpan{0, 0.5};
-  NavigatorInterval(FMission, kDayInterval, FScreen);
+  actNavSetIntDayExecute(FMission, FScreen);
   EXPECT_EQ(FScreen.Said(), Interval("0-0.5")) << "shorter than a day";
 }
 
 TEST_F(NavigatorCommands, WithoutAPointNothingHappens) {
   FScreen.Data.reset();
   FMission.Band = {1, 2};
-  NavigatorAll(FMission, FScreen);
-  NavigatorInterval(FMission, kYearInterval, FScreen);
-  NavigatorForward(FMission, FScreen);
-  NavigatorRewind(FMission, FScreen);
-  SyncNavigator(FMission, "Chart1", FScreen);
+  actNavSetIntAllExecute(FMission, FScreen);
+  actNavSetIntYearExecute(FMission, FScreen);
+  actNavFwdExecute(FMission, FScreen);
+  actNavRwdExecute(FMission, FScreen);
+  btnToolsShockSyncWNavClick(FMission, TView::Overview, FScreen);
   EXPECT_EQ(FScreen.Said(), "");
   EXPECT_EQ(FMission.Band, (TTimeSpan{1, 2}));
 }
@@ -60,13 +60,13 @@ TEST_F(NavigatorCommands, WithoutAPointNothingHappens) {
 TEST_F(NavigatorCommands, SyncAsksWhenTheSettingsWantIt) {
   const std::string question = "ask \"Do you really want to sync the navigator with the currently viewed timespan?\"; ";
   FScreen.Confirms = false;
-  SyncNavigator(FMission, "Chart1", FScreen);
+  btnToolsShockSyncWNavClick(FMission, TView::Overview, FScreen);
   EXPECT_EQ(FScreen.Said(), question);
   FScreen.Confirms = true;
-  SyncNavigator(FMission, "Chart1", FScreen);
+  btnToolsShockSyncWNavClick(FMission, TView::Overview, FScreen);
   EXPECT_EQ(FScreen.Said(), question + "band 2-3; " + Applied("2-3"));
   FScreen.Values["chboxDialogConfirmationsSync"] = false;
-  SyncNavigator(FMission, "ChartAllSensors", FScreen);
+  btnToolsSensorsChartSyncWNavClick(FMission, FScreen);
   EXPECT_EQ(FScreen.Said(), "band 2-3; " + Applied("2-3"));
 }
 

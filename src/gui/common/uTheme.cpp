@@ -1,7 +1,9 @@
 #include "gui/common/uTheme.h"
 
 #include <QApplication>
+#include <QEvent>
 #include <QStyleFactory>
+#include <QWidget>
 #include <algorithm>
 #include <cmath>
 
@@ -45,7 +47,64 @@ QPalette PaletteOf(const QColor& window, const QColor& base, const QColor& text,
   return palette;
 }
 
+QString FlatSheet(const QPalette& palette) {
+  const QColor highlight = palette.color(QPalette::Highlight);
+  const auto tint = [&highlight](int percent) {
+    return QString("rgba(%1, %2, %3, %4%)")
+        .arg(highlight.red())
+        .arg(highlight.green())
+        .arg(highlight.blue())
+        .arg(percent);
+  };
+  return QString(R"(
+    QToolButton { background: transparent; border: 1px solid transparent; border-radius: 3px; padding: 1px; }
+    QToolButton:checked { background: %2; border-color: %4; }
+    QToolButton:hover:enabled { background: %1; }
+    QToolButton:pressed, QToolButton:checked:hover { background: %3; }
+    QToolButton:focus { border: 2px solid %4; padding: 0; }
+    TBackstageEntry { margin: 1px 4px; padding: 5px 9px; border-left-width: 3px; }
+    TBackstageEntry:checked { background: transparent; border-color: transparent; border-left-color: %4;
+                              font-weight: bold; }
+    TBackstageEntry:checked:hover { background: %1; }
+    TBackstageEntry:focus { border: 2px solid %4; border-left-width: 3px; padding: 4px 8px 4px 9px; }
+    QTabBar::tab { background: transparent; border: 1px solid transparent; border-bottom: 3px solid transparent; }
+    QTabBar::tab:hover { background: %1; }
+    QTabBar::tab:selected:!first { border-bottom-color: %4; }
+    QTabBar::tab:selected:focus { background: %2; }
+  )")
+      .arg(tint(15), tint(25), tint(40), highlight.name());
+}
+
+class TFlatLook : public QObject {
+ public:
+  explicit TFlatLook(QWidget& widget) : QObject(&widget), FWidget(widget) {
+    Apply();
+    widget.installEventFilter(this);
+  }
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::PaletteChange) Apply();
+    return QObject::eventFilter(watched, event);
+  }
+
+ private:
+  // Setting a style sheet changes the palette again.
+  void Apply() {
+    const QString sheet = FlatSheet(FWidget.palette());
+    if (sheet != FWidget.styleSheet()) FWidget.setStyleSheet(sheet);
+  }
+
+  QWidget& FWidget;
+};
+
 }  // namespace
+
+void MakeFlat(QWidget& widget) {
+  // Without it a change of the program's palette ends at the first widget with a style sheet.
+  QCoreApplication::setAttribute(Qt::AA_UseStyleSheetPropagationInWidgetStyles);
+  new TFlatLook(widget);
+}
 
 QPalette LightPalette() {
   return PaletteOf(QColor(0xEFF0F1), QColor(0xFFFFFF), QColor(0x232629), QColor(0x2980B9));

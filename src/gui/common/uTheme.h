@@ -5,6 +5,7 @@
 #include <QPalette>
 
 class QApplication;
+class QWidget;
 
 enum class TScheme { Desktop, Light, Dark };
 
@@ -13,6 +14,10 @@ void ApplyScheme(QApplication& application, TScheme scheme);
 
 // Dark on white, for paper and images.
 QPalette LightPalette();
+
+// Gives the tool buttons and tabs in a widget a flat look that follows the program's palette: nothing at rest, a tint
+// of the highlight under the pointer, pressed and checked, a frame for the keyboard's focus.
+void MakeFlat(QWidget& widget);
 
 // Text is lighter than what it stands on.
 bool IsDark(const QPalette& palette);

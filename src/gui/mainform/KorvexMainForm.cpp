@@ -7,13 +7,11 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QMimeData>
-#include <QStackedWidget>
 #include <QUrl>
 #include <tuple>
 
 #include "gui/charts/uEventsChart.h"
 #include "gui/charts/uNavigatorChart.h"
-#include "gui/charts/uSelectedEventChart.h"
 #include "gui/charts/uSensorsChart.h"
 #include "gui/common/uGrid.h"
 #include "gui/common/uGuard.h"
@@ -21,14 +19,11 @@
 #include "gui/filter/uFilterChip.h"
 #include "gui/filter/uFilterPanel.h"
 #include "gui/mainform/uChartMenus.h"
-#include "gui/mainform/uChartToggles.h"
-#include "gui/mainform/uExportActions.h"
-#include "gui/mainform/uKeysDialog.h"
-#include "gui/mainform/uMainActions.h"
+#include "gui/mainform/uCommandTable.h"
+#include "gui/mainform/uCommands.h"
 #include "gui/mainform/uMainParts.h"
 #include "gui/mainform/uMainScreen.h"
 #include "gui/mainform/uSettingsBinder.h"
-#include "gui/mainform/uViewOutput.h"
 #include "gui/overview/uOverviewPanel.h"
 #include "gui/platform/uDialogs.h"
 #include "gui/platform/uPostedMessages.h"
@@ -46,7 +41,6 @@
 #include "shell/uChartImages.h"
 #include "shell/uExportCommands.h"
 #include "shell/uFilterCommands.h"
-#include "shell/uLayoutCommands.h"
 #include "shell/uNavigatorCommands.h"
 #include "shell/uOrderingCommands.h"
 #include "shell/uSettingsCommands.h"
@@ -64,10 +58,8 @@ TKorvexMainForm::TKorvexMainForm(TProgram program, std::function<std::uint64_t()
   setObjectName("KorvexMainForm");
   setAcceptDrops(true);
   resize(1280, 800);
-  MakeMainActions(*this, *FParts);
-  MakeChartToggles(*this, *FParts);
-  MakeExportActions(*this, *FParts, *FExports, *FImages);
-  MakeChartMenus(*this, *FParts);
+  MakeCommands({*this, FProgram, *FParts, *FFlow, *FScreen, *FExports, *FImages});
+  ConnectChartMenus(*this);
   ConnectFiles();
   ConnectRecent();
   ConnectGrids();
@@ -85,14 +77,9 @@ TKorvexMainForm::~TKorvexMainForm() {
 }
 
 QWidget& TKorvexMainForm::View(TView view) const {
-  switch (view) {
-    case TView::Shock:
-      return *FParts->shock;
-    case TView::Report:
-      return *FParts->report;
-    default:
-      return *FParts->overview;
-  }
+  if (view == TView::Shock) return *FParts->shock;
+  if (view == TView::Report) return *FParts->report;
+  return *FParts->overview;
 }
 
 void TKorvexMainForm::ConnectFiles() {
@@ -148,7 +135,7 @@ void TKorvexMainForm::ConnectGrids() {
   using TTitleClick = void (*)(TShownMission&, std::string_view, IMainScreen&);
   const auto sortBy = [this](TGrid* grid, TTitleClick titleClick) {
     connect(grid, &TGrid::TitleClicked, this, [this, titleClick](const QString& field) {
-      if (FFlow->FileShown()) Guarded(this, [&] { titleClick(FFlow->Mission(), Utf8(field), *FScreen); });
+      OnMission([&](TShownMission& mission) { titleClick(mission, Utf8(field), *FScreen); });
     });
   };
   sortBy(FParts->shock->Shocks(), ShockGridTitleClick);
@@ -162,15 +149,13 @@ void TKorvexMainForm::ConnectGrids() {
       FParts->shock->Chart20()->SetHoveredEvent(event);
     });
     connect(grid, &TGrid::RowOpened, this, [this](std::size_t event) {
-      if (FFlow->FileShown()) Guarded(this, [&] { ZoomNavigatorToEvent(FFlow->Mission(), event, *FScreen); });
+      OnMission([&](TShownMission& mission) { ZoomNavigatorToEvent(mission, event, *FScreen); });
     });
   }
   // A reading's row is its "ID".
   const auto reachReadings = [this](TGrid* grid, TDataset TMissionDatasets::*table) {
     connect(grid, &TGrid::RowOpened, this, [this, table](std::size_t row) {
-      if (!FFlow->FileShown()) return;
-      TShownMission& mission = FFlow->Mission();
-      Guarded(this, [&] { ZoomNavigatorToReading(mission, mission.Tables.*table, row, *FScreen); });
+      OnMission([&](TShownMission& mission) { ZoomNavigatorToReading(mission, mission.Tables.*table, row, *FScreen); });
     });
     connect(grid, &TGrid::RowHovered, this, [this, table](std::optional<std::size_t> row) {
       const TDataset& readings = FFlow->Mission().Tables.*table;
@@ -180,7 +165,7 @@ void TKorvexMainForm::ConnectGrids() {
   reachReadings(FParts->docks.DBGrid2, &TMissionDatasets::Sensors);
   reachReadings(FParts->docks.DBGrid8, &TMissionDatasets::Battery);
   connect(FParts->overview, &TMainOverviewPanel::OrderByChosen, this, [this](int entry) {
-    if (FFlow->FileShown()) Guarded(this, [&] { OrderMostImportantBy(FFlow->Mission(), entry, *FScreen); });
+    OnMission([&](TShownMission& mission) { OrderMostImportantBy(mission, entry, *FScreen); });
   });
 }
 
@@ -208,12 +193,17 @@ void TKorvexMainForm::ConnectNavigator() {
     connect(chart, &TTimeChart::TimeRangeChanged, this, [this, chart] { FScreen->TellSynced(*chart); });
     // Back to the band.
     connect(chart, &TTimeChart::ZoomReset, this, [this, chart] {
-      if (FFlow->FileShown()) FScreen->SetChartSpan(Utf8(chart->objectName()), FFlow->Mission().Band);
+      OnMission([&](TShownMission& mission) { FScreen->SetChartSpan(Utf8(chart->objectName()), mission.Band); });
     });
   }
   const TNavigatorChart* navigator = FParts->docks.ChartNavigator;
-  connect(navigator, &TNavigatorChart::BandDragging, this, &TKorvexMainForm::NavigatorBandDragging);
-  connect(navigator, &TNavigatorChart::BandResizing, this, &TKorvexMainForm::NavigatorBandResizing);
+  const auto on = [this](auto moved) {
+    return [this, moved](double start, double end) {
+      OnMission([&](TShownMission& mission) { moved(mission, {start, end}, *FScreen); });
+    };
+  };
+  connect(navigator, &TNavigatorChart::BandDragging, this, on(NavigatorBandDragging));
+  connect(navigator, &TNavigatorChart::BandResizing, this, on(NavigatorBandResizing));
 }
 
 void TKorvexMainForm::ConnectSettings() {
@@ -229,24 +219,23 @@ void TKorvexMainForm::ConnectSettings() {
 void TKorvexMainForm::ConnectFilter() {
   FParts->filter->AddActiveButton(findChild<QAction*>("actFilterActive"));
   connect(FParts->filter, &TFilterPanel::FilterChanged, this, [this](const TEventFilter& filter) {
-    if (FFlow->FileShown()) Guarded(this, [&] { ChangeFilter(FFlow->Mission(), filter, *FScreen); });
+    OnMission([&](TShownMission& mission) { ChangeFilter(mission, filter, *FScreen); });
   });
   connect(FParts->filter, &TFilterPanel::NavigatorSpanRequested, this, [this] {
     const TTimeSpan& band = FFlow->Mission().Band;
     FParts->filter->SetTimeSpan(band.start, band.end);
   });
   connect(FParts->statusEvents, &TFilterChip::OffClicked, this, [this] {
-    if (FFlow->FileShown()) Guarded(this, [&] { std::ignore = ActivateFilter(FFlow->Mission(), false, *FScreen); });
+    OnMission([&](TShownMission& mission) { std::ignore = ActivateFilter(mission, false, *FScreen); });
   });
 }
 
-void TKorvexMainForm::Select(std::size_t event) {
-  if (FFlow->FileShown()) Guarded(this, [&] { SelectEvent(FFlow->Mission(), event, *FScreen); });
+void TKorvexMainForm::OnMission(const std::function<void(TShownMission&)>& command) {
+  if (FFlow->FileShown()) Guarded(this, [&] { command(FFlow->Mission()); });
 }
 
-void TKorvexMainForm::Step(int events) {
-  const auto step = FFlow->View() == TView::Shock ? StepEvent : StepEventInTime;
-  step(FFlow->Mission(), events, *FScreen);
+void TKorvexMainForm::Select(std::size_t event) {
+  OnMission([&](TShownMission& mission) { SelectEvent(mission, event, *FScreen); });
 }
 
 void TKorvexMainForm::FormCreate() {
@@ -260,147 +249,6 @@ void TKorvexMainForm::FormShow() {
 
 void TKorvexMainForm::FormClose() {
   ::FormClose(FProgram, FFlow->Recent(), *FScreen);
-}
-
-void TKorvexMainForm::actFileOpenExecute() {
-  FFlow->AskAndOpen();
-}
-
-void TKorvexMainForm::barbtnlrgOpenDemoFileClick() {
-  FFlow->AskAndOpenDemo();
-}
-
-void TKorvexMainForm::actFileCloseExecute() {}
-
-void TKorvexMainForm::actFileReloadExecute() {
-  FFlow->Reload();
-}
-
-void TKorvexMainForm::actSetViewOverviewExecute() {
-  FFlow->SwitchView(TView::Overview);
-}
-
-void TKorvexMainForm::actSetViewShockExecute() {
-  FFlow->SwitchView(TView::Shock);
-}
-
-void TKorvexMainForm::actSetViewReportExecute() {
-  FFlow->SwitchView(TView::Report);
-}
-
-void TKorvexMainForm::actNextEventExecute() {
-  Step(1);
-}
-
-void TKorvexMainForm::actPreviousEventExecute() {
-  Step(-1);
-}
-
-void TKorvexMainForm::actFilterActiveExecute() {
-  const bool on = findChild<QAction*>("actFilterActive")->isChecked();
-  if (!ActivateFilter(FFlow->Mission(), on, *FScreen)) FParts->filter->Open();
-}
-
-void TKorvexMainForm::actFilterEditExecute() {
-  FParts->filter->Open();
-}
-
-void TKorvexMainForm::actNavSetIntAllExecute() {
-  NavigatorAll(FFlow->Mission(), *FScreen);
-}
-
-void TKorvexMainForm::actNavSetIntYearExecute() {
-  NavigatorInterval(FFlow->Mission(), kYearInterval, *FScreen);
-}
-
-void TKorvexMainForm::actNavSetIntMonthExecute() {
-  NavigatorInterval(FFlow->Mission(), kMonthInterval, *FScreen);
-}
-
-void TKorvexMainForm::actNavSetIntWeekExecute() {
-  NavigatorInterval(FFlow->Mission(), kWeekInterval, *FScreen);
-}
-
-void TKorvexMainForm::actNavSetIntDayExecute() {
-  NavigatorInterval(FFlow->Mission(), kDayInterval, *FScreen);
-}
-
-void TKorvexMainForm::actNavSetIntHourExecute() {
-  NavigatorInterval(FFlow->Mission(), kHourInterval, *FScreen);
-}
-
-void TKorvexMainForm::actNavSetIntMinExecute() {
-  NavigatorInterval(FFlow->Mission(), kMinInterval, *FScreen);
-}
-
-void TKorvexMainForm::actNavFwdExecute() {
-  NavigatorForward(FFlow->Mission(), *FScreen);
-}
-
-void TKorvexMainForm::actNavRwdExecute() {
-  NavigatorRewind(FFlow->Mission(), *FScreen);
-}
-
-void TKorvexMainForm::NavigatorBandDragging(double start, double end) {
-  MoveNavigatorBand(start, end);
-}
-
-void TKorvexMainForm::NavigatorBandResizing(double start, double end) {
-  MoveNavigatorBand(start, end);
-}
-
-void TKorvexMainForm::NavigatorBandResized() {
-  if (FFlow->FileShown()) ::NavigatorBandResized(FFlow->Mission(), *FScreen);
-}
-
-void TKorvexMainForm::MoveNavigatorBand(double start, double end) {
-  if (!FFlow->FileShown()) return;
-  Guarded(this, [&] {
-    SetNavigatorBand(FFlow->Mission(), {start, end}, *FScreen);
-    NavigatorBandResized();
-  });
-}
-
-void TKorvexMainForm::btnToolsSensorsChartSyncWNavClick() {
-  SyncNavigator(FFlow->Mission(), "ChartAllSensors", *FScreen);
-}
-
-void TKorvexMainForm::btnToolsShockSyncWNavClick() {
-  SyncNavigator(FFlow->Mission(), FFlow->View() == TView::Shock ? "Chart20" : "Chart1", *FScreen);
-}
-
-void TKorvexMainForm::actAlarmSetExecute() {}
-
-void TKorvexMainForm::actAlarmLimitsExecute() {
-  FParts->alarmLimits->OpenBelow(*findChild<QWidget*>("dxBarAlarmLimits"));
-}
-
-void TKorvexMainForm::actDefaultLayoutExecute() {
-  LoadDefaultLayout(FProgram, FFlow->View(), *FScreen);
-}
-
-void TKorvexMainForm::actSaveUserLayoutExecute() {
-  SaveUserLayout(FProgram, *FScreen);
-}
-
-void TKorvexMainForm::actLoadUserLayoutExecute() {
-  LoadUserLayout(FProgram, FFlow->View(), *FScreen);
-}
-
-void TKorvexMainForm::actPrintViewExecute() {
-  PrintView(*this, *FFlow);
-}
-
-void TKorvexMainForm::actExportViewExecute() {
-  SaveViewAsPdf(*this, *FFlow, *FScreen);
-}
-
-void TKorvexMainForm::actFullScreenExecute() {
-  setWindowState(windowState() ^ Qt::WindowFullScreen);
-}
-
-void TKorvexMainForm::actKeysExecute() {
-  ShowKeys(*this);
 }
 
 void TKorvexMainForm::showEvent(QShowEvent* event) {

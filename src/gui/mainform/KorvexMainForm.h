@@ -32,46 +32,13 @@ class TKorvexMainForm : public QMainWindow {
   void FormShow();
   void FormClose();
 
-  void actFileOpenExecute();
-  void barbtnlrgOpenDemoFileClick();
+  void actFileOpenExecute() { FFlow->AskAndOpen(); }
+  void barbtnlrgOpenDemoFileClick() { FFlow->AskAndOpenDemo(); }
   // Kept on purpose: a file stays shown until another one is opened or the program ends.
-  void actFileCloseExecute();
-  void actFileReloadExecute();
-  void actSetViewOverviewExecute();
-  void actSetViewShockExecute();
-  void actSetViewReportExecute();
-  // In the order of the event grids, in the overview in that of time.
-  void actNextEventExecute();
-  void actPreviousEventExecute();
-  void actFilterActiveExecute();
-  void actFilterEditExecute();
-  void actNavSetIntAllExecute();
-  void actNavSetIntYearExecute();
-  void actNavSetIntMonthExecute();
-  void actNavSetIntWeekExecute();
-  void actNavSetIntDayExecute();
-  void actNavSetIntHourExecute();
-  void actNavSetIntMinExecute();
-  void actNavFwdExecute();
-  void actNavRwdExecute();
-  // The user moves the band with its width kept, or changes its width, by mouse or keys; date-times. Both end in
-  // NavigatorBandResized.
-  void NavigatorBandDragging(double start, double end);
-  void NavigatorBandResizing(double start, double end);
-  // Applies the band to the charts; without a shown file nothing happens.
-  void NavigatorBandResized();
-  void btnToolsSensorsChartSyncWNavClick();
-  void btnToolsShockSyncWNavClick();
-  // What is shown follows the toggle, as it follows every setting.
-  void actAlarmSetExecute();
-  void actAlarmLimitsExecute();
-  void actDefaultLayoutExecute();
-  void actSaveUserLayoutExecute();
-  void actLoadUserLayoutExecute();
-  void actPrintViewExecute();
-  void actExportViewExecute();
-  void actFullScreenExecute();
-  void actKeysExecute();
+  void actFileCloseExecute() {}
+  void actSetViewOverviewExecute() { FFlow->SwitchView(TView::Overview); }
+  void actSetViewShockExecute() { FFlow->SwitchView(TView::Shock); }
+  void actSetViewReportExecute() { FFlow->SwitchView(TView::Report); }
 
  protected:
   bool event(QEvent* event) override;
@@ -89,9 +56,9 @@ class TKorvexMainForm : public QMainWindow {
   void ConnectNavigator();
   void ConnectSettings();
   void ConnectFilter();
+  // Nothing while no file is shown.
+  void OnMission(const std::function<void(TShownMission&)>& command);
   void Select(std::size_t event);
-  void Step(int events);
-  void MoveNavigatorBand(double start, double end);
 
   TProgram FProgram;
   std::unique_ptr<TMainParts> FParts;

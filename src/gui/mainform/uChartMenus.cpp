@@ -3,7 +3,6 @@
 #include <QAction>
 #include <QActionGroup>
 #include <QMenu>
-#include <QToolButton>
 #include <functional>
 #include <stdexcept>
 #include <string>
@@ -11,21 +10,12 @@
 #include <utility>
 #include <vector>
 
-#include "gui/charts/uEventsChart.h"
 #include "gui/charts/uNavigatorChart.h"
-#include "gui/charts/uSelectedEventChart.h"
 #include "gui/charts/uSensorsChart.h"
-#include "gui/charts/uSpectrumChart.h"
 #include "gui/common/uGuard.h"
 #include "gui/common/uIcons.h"
-#include "gui/docks/uDockPanels.h"
 #include "gui/mainform/KorvexMainForm.h"
-#include "gui/mainform/uMainParts.h"
-#include "gui/mainform/uMainScreen.h"
 #include "gui/mainform/uStatisticsDialog.h"
-#include "gui/overview/uOverviewPanel.h"
-#include "gui/ribbon/uRibbonGroup.h"
-#include "gui/shock/uShockPanel.h"
 
 namespace {
 
@@ -102,11 +92,6 @@ QString CursorsText(const TTimeChart& chart) {
   return chart.Cursors()[0] ? QObject::tr("Set cursor B") : QObject::tr("Set cursor A");
 }
 
-void TellStatistics(TKorvexMainForm& form, const TTimeChart& chart) {
-  const TRangeTable statistics = chart.VisibleStatistics();
-  if (!statistics.rows.empty()) ShowStatistics(form, chart.accessibleName(), statistics);
-}
-
 void AddSensors(QMenu& menu, TSensorsChart& chart) {
   QMenu* sensors = menu.addMenu(QObject::tr("Sensors"));
   constexpr std::pair<TSensorAxis, const char*> kAxes[] = {{TSensorAxis::LeftOuter, "Left outer axis"},
@@ -153,7 +138,7 @@ void ShowMenu(TKorvexMainForm& form, TTimeChart& chart, const QPoint& at) {
     };
     add("mnuChartReset", "zoom-fit-best", QObject::tr("Reset zoom\tF"), [&chart] { chart.ResetByUser(); });
     add("mnuChartStatistics", "view-statistics", QObject::tr("Statistics of the visible range…\tR"),
-        [&form, &chart] { TellStatistics(form, chart); });
+        [&form, &chart] { ShowStatistics(form, chart); });
     add("mnuChartCursors", "measure", CursorsText(chart) + "\tC", [&chart] { chart.StepCursors(); });
     menu->addSeparator();
   }
@@ -165,72 +150,13 @@ void ShowMenu(TKorvexMainForm& form, TTimeChart& chart, const QPoint& at) {
   menu->popup(at);
 }
 
-using TChartOf = TTimeChart* (*)(TKorvexMainForm&, const TMainParts&);
-TTimeChart* ShownEventsChart(TKorvexMainForm& form, const TMainParts& parts) {
-  return form.Flow().View() == TView::Shock ? parts.shock->Chart20() : parts.overview->Chart1();
-}
-TTimeChart* SelectedEventChart(TKorvexMainForm& /*form*/, const TMainParts& parts) {
-  TTimeChart* spectrum = parts.shock->ChartSpecAnalysis();
-  return spectrum->isVisible() ? spectrum : parts.shock->Chart2();
-}
-TTimeChart* SensorsChart(TKorvexMainForm& /*form*/, const TMainParts& parts) {
-  return parts.overview->ChartAllSensors();
-}
-
-struct TChartRow {
-  const char* group;
-  const char* cursors;  // action and button
-  const char* cursorsButton;
-  const char* statistics;
-  const char* statisticsButton;
-  TChartOf chart;
-};
-constexpr TChartRow kCharts[] = {{"btngrpEventsChart", "actEventsCursors", "dxBarEventsCursors", "actEventsStatistics",
-                                  "dxBarEventsStatistics", ShownEventsChart},
-                                 {"btngrpShockTools", "actShockCursors", "dxBarShockCursors", "actShockStatistics",
-                                  "dxBarShockStatistics", SelectedEventChart},
-                                 {"btngrpSensorsTools", "actSensorsCursors", "dxBarSensorsCursors",
-                                  "actSensorsStatistics", "dxBarSensorsStatistics", SensorsChart}};
-
-void AddCommands(TKorvexMainForm& form, TMainParts& parts, const TChartRow& row) {
-  auto* group = form.findChild<TRibbonGroup*>(row.group);
-  const auto add = [&](const char* name, const char* button, const char* icon, const QString& caption,
-                       const QString& tip, const std::function<void(TTimeChart&)>& run) {
-    auto* action = new QAction(Icon(icon), QString("%1: %2").arg(group->accessibleName(), caption), &form);
-    action->setObjectName(name);
-    action->setIconText(caption);
-    action->setToolTip(tip);
-    QObject::connect(action, &QAction::triggered, &form,
-                     [&form, &parts, run, chart = row.chart] { Guarded(&form, [&] { run(*chart(form, parts)); }); });
-    form.addAction(action);
-    group->AddSmall(action, button);
-  };
-  add(row.cursors, row.cursorsButton, "measure", QObject::tr("Cursors"),
-      QObject::tr("Set line A, then B, then take both away (C in the chart); drag moves them, Esc takes them away.\n"
-                  "Between them stand B − A in time, its reciprocal, and the change of each series from the sample\n"
-                  "nearest in time to A to that nearest to B."),
-      [](TTimeChart& chart) { chart.StepCursors(); });
-  add(row.statistics, row.statisticsButton, "view-statistics", QObject::tr("Statistics"),
-      QObject::tr("Count, extremes, mean and RMS of what is in sight (R in the chart)"),
-      [&form](TTimeChart& chart) { TellStatistics(form, chart); });
-}
-
 }  // namespace
 
-void MakeChartMenus(TKorvexMainForm& form, TMainParts& parts) {
-  for (const TChartRow& row : kCharts) AddCommands(form, parts, row);
-  // The events are stepped through in every view that shows them; the buttons of one command go with their groups.
-  auto* events = form.findChild<TRibbonGroup*>("btngrpEventsChart");
-  for (const auto& [name, button] :
-       {std::pair("actPreviousEvent", "dxBarEventsPrevious"), {"actNextEvent", "dxBarEventsNext"}}) {
-    auto* action = form.findChild<QAction*>(name);
-    action->setProperty(kNeedsEvents, true);
-    events->AddSmall(action, button);
-  }
+void ConnectChartMenus(TKorvexMainForm& form) {
   for (TTimeChart* chart : form.findChildren<TTimeChart*>()) {
     QObject::connect(chart, &TTimeChart::MenuRequested, &form,
                      [&form, chart](const QPoint& at) { Guarded(&form, [&] { ShowMenu(form, *chart, at); }); });
     QObject::connect(chart, &TTimeChart::StatisticsRequested, &form,
-                     [&form, chart] { Guarded(&form, [&] { TellStatistics(form, *chart); }); });
+                     [&form, chart] { Guarded(&form, [&] { ShowStatistics(form, *chart); }); });
   }
 }

@@ -1,8 +1,7 @@
-// The context menus of the charts, and the ribbon's commands that act on one chart: cursors and statistics.
+// The context menus of the charts, and what their own keys open.
 #pragma once
 
 class TKorvexMainForm;
-struct TMainParts;
 
-// After the groups of the charts are made.
-void MakeChartMenus(TKorvexMainForm& form, TMainParts& parts);
+// After the window's actions are made, which stand in the menus.
+void ConnectChartMenus(TKorvexMainForm& form);

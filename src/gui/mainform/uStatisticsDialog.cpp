@@ -77,11 +77,13 @@ TStatisticsTable* MakeTable(const TRangeTable& statistics, QWidget* parent) {
 
 }  // namespace
 
-void ShowStatistics(QWidget& window, const QString& chart, const TRangeTable& statistics) {
+void ShowStatistics(QWidget& window, const TTimeChart& chart) {
+  const TRangeTable statistics = chart.VisibleStatistics();
+  if (statistics.rows.empty()) return;
   QDialog dialog(&window);
   dialog.setObjectName("dlgStatistics");
   dialog.setWindowTitle(QObject::tr("Statistics of the visible range"));
-  auto* range = new QLabel(QString("%1\n%2").arg(chart, statistics.span), &dialog);
+  auto* range = new QLabel(QString("%1\n%2").arg(chart.accessibleName(), statistics.span), &dialog);
   range->setObjectName("lblStatisticsRange");
   range->setTextFormat(Qt::PlainText);
   range->setTextInteractionFlags(Qt::TextSelectableByMouse);

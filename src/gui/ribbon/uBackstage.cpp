@@ -8,9 +8,11 @@
 #include <QPainter>
 #include <QScrollArea>
 #include <QStackedWidget>
+#include <QToolButton>
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "gui/common/uTheme.h"
 #include "gui/ribbon/uBackstageEntry.h"
 #include "gui/ribbon/uBackstagePages.h"
 #include "gui/ribbon/uFlat.h"
@@ -52,6 +54,7 @@ TBackstage::TBackstage(QWidget* window)
   hide();
   FHeading->setObjectName("lblBackstageHeading");
 
+  MakeFlat(*FColumn);
   FBack->Show(tr("Back"), "go-previous");
   FEntriesLayout = new QVBoxLayout(FColumn);
   FEntriesLayout->setContentsMargins(4, 8, 4, 8);
@@ -83,7 +86,7 @@ TBackstage::TBackstage(QWidget* window)
   AddPage("backstageCurrentFolder", tr("Current folder"), "folder-open-recent", FCurrentFolder);
   AddPage("backstageAbout", tr("About"), "help-about", FAbout);
   SetFilePatterns({"*.kshock"});
-  connect(FBack, &QPushButton::clicked, this, &QWidget::hide);
+  connect(FBack, &QToolButton::clicked, this, &QWidget::hide);
   connect(FBack, &TBackstageEntry::StepAsked, this, &TBackstage::MoveFocus);
   connect(FBrowsePath, &TBrowsePathPage::FileChosen, this, &TBackstage::Choose);
   connect(FCurrentFolder, &TCurrentFolderPage::FileChosen, this, &TBackstage::Choose);
@@ -94,7 +97,7 @@ TBackstage::TBackstage(QWidget* window)
 void TBackstage::AddAction(QAction* action, const QString& objectName) {
   auto* button = new TBackstageEntry(objectName, FColumn);
   button->Follow(action);
-  connect(button, &QPushButton::clicked, this, [this, action] {
+  connect(button, &QToolButton::clicked, this, [this, action] {
     hide();
     action->trigger();
   });
@@ -109,7 +112,7 @@ void TBackstage::AddPage(const QString& objectName, const QString& caption, cons
   button->setCheckable(true);
   page->setAccessibleName(caption);
   FPages->addWidget(page);
-  connect(button, &QPushButton::clicked, this, [this, objectName] {
+  connect(button, &QToolButton::clicked, this, [this, objectName] {
     SelectPage(objectName);
     EnterPage();
   });

@@ -3,33 +3,24 @@
 #include <QAction>
 #include <QEvent>
 #include <QKeyEvent>
-#include <QPainter>
-#include <QStyleOptionButton>
+#include <algorithm>
 
 #include "gui/common/uIcons.h"
 #include "gui/ribbon/uFlat.h"
 
-namespace {
-
-constexpr int kMargin = 14;
-
-int IconEdge(const QFontMetrics& metrics) {
-  return std::max(22, metrics.height() * 4 / 3);
-}
-
-}  // namespace
-
-TBackstageEntry::TBackstageEntry(const QString& objectName, QWidget* parent) : QPushButton(parent) {
+TBackstageEntry::TBackstageEntry(const QString& objectName, QWidget* parent) : QToolButton(parent) {
   setObjectName(objectName);
-  setFlat(true);
-  setAttribute(Qt::WA_Hover);
+  setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+  setFocusPolicy(Qt::StrongFocus);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  TakeFont();
 }
 
 void TBackstageEntry::Show(const QString& caption, const QString& icon) {
   FIconName = icon;
   setText(caption);
   setAccessibleName(PlainCaption(caption));
+  setToolTip(accessibleName());
   setIcon(Icon(icon));
 }
 
@@ -47,22 +38,17 @@ void TBackstageEntry::TakeFrom(const QAction* action) {
   setToolTip(keys.isEmpty() ? caption : QString("%1 (%2)").arg(caption, keys));
   setEnabled(action->isEnabled());
   setVisible(action->isVisible());
-  updateGeometry();
 }
 
-QSize TBackstageEntry::sizeHint() const {
-  const QFontMetrics metrics = fontMetrics();
-  const int caption = metrics.horizontalAdvance(text());
-  return {caption + IconEdge(metrics) + 4 * kMargin, std::max(IconEdge(metrics), metrics.height()) + 16};
-}
-
-QSize TBackstageEntry::minimumSizeHint() const {
-  return {IconEdge(fontMetrics()) + 2 * kMargin, fontMetrics().height() + 10};
+void TBackstageEntry::TakeFont() {
+  const int edge = std::max(22, fontMetrics().height() * 4 / 3);
+  setIconSize({edge, edge});
 }
 
 void TBackstageEntry::changeEvent(QEvent* event) {
-  QPushButton::changeEvent(event);
+  QToolButton::changeEvent(event);
   if (event->type() == QEvent::PaletteChange && !FIconName.isEmpty()) setIcon(Icon(FIconName));
+  if (event->type() == QEvent::FontChange) TakeFont();
 }
 
 void TBackstageEntry::keyPressEvent(QKeyEvent* event) {
@@ -81,29 +67,6 @@ void TBackstageEntry::keyPressEvent(QKeyEvent* event) {
       click();
       break;
     default:
-      QPushButton::keyPressEvent(event);
+      QToolButton::keyPressEvent(event);
   }
-}
-
-void TBackstageEntry::paintEvent(QPaintEvent*) {
-  QPainter painter(this);
-  QStyleOptionButton option;
-  initStyleOption(&option);
-  const QFontMetrics metrics = fontMetrics();
-  TFlatState state;
-  state.Hovered = isEnabled() && underMouse();
-  state.Pressed = isDown();
-  state.Focused = hasFocus();
-  PaintFlat(painter, rect().adjusted(4, 1, -4, -1), palette(), state);
-  if (isChecked()) painter.fillRect(QRect(4, height() / 4, 3, height() / 2), palette().color(QPalette::Highlight));
-  const int edge = IconEdge(metrics);
-  icon().paint(&painter, QRect(kMargin, 0, edge, height()), Qt::AlignCenter,
-               isEnabled() ? QIcon::Normal : QIcon::Disabled);
-  QFont font = painter.font();
-  font.setBold(isChecked());
-  painter.setFont(font);
-  painter.setPen(palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::WindowText));
-  const int left = kMargin + edge + kMargin;
-  painter.drawText(QRect(left, 0, width() - left - 6, height()), Qt::AlignVCenter | Qt::AlignLeft,
-                   QFontMetrics(font).elidedText(text(), Qt::ElideRight, width() - left - 6));
 }

@@ -1,11 +1,11 @@
 // A flat entry of the backstage's column. The current one is checked and bears a bar at its edge.
 #pragma once
 
-#include <QPushButton>
+#include <QToolButton>
 
 class QAction;
 
-class TBackstageEntry : public QPushButton {
+class TBackstageEntry : public QToolButton {
   Q_OBJECT
 
  public:
@@ -16,9 +16,6 @@ class TBackstageEntry : public QPushButton {
   // Takes caption, icon, tool tip and whether it can be used from the action, and keeps in step.
   void Follow(QAction* action);
 
-  QSize sizeHint() const override;
-  QSize minimumSizeHint() const override;
-
  signals:
   void StepAsked(int step);  // 1: the entry below, -1: above
   void PageAsked();
@@ -26,10 +23,10 @@ class TBackstageEntry : public QPushButton {
  protected:
   void changeEvent(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
-  void paintEvent(QPaintEvent* event) override;
 
  private:
   void TakeFrom(const QAction* action);
+  void TakeFont();
 
   QString FIconName;
 };

@@ -1,24 +1,11 @@
-// How the flat controls of the ribbon and the backstage look and measure. Colours come from the palette alone, sizes
-// from the font, so both follow the desktop's scheme and text size.
+// How ribbon and backstage measure, and what they share. Colours come from the palette alone, sizes from the font, so
+// both follow the desktop's scheme and text size.
 #pragma once
 
 #include <QColor>
 #include <QFontMetrics>
 #include <QPalette>
-#include <QRect>
 #include <QString>
-
-class QPainter;
-
-struct TFlatState {
-  bool Hovered = false;
-  bool Pressed = false;
-  bool Checked = false;
-  bool Focused = false;
-};
-
-// The ground and the frame of a flat control; nothing at rest.
-void PaintFlat(QPainter& painter, const QRect& rect, const QPalette& palette, const TFlatState& state);
 
 // Thin lines between things.
 QColor LineColour(const QPalette& palette);

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "gui/common/uTheme.h"
 #include "gui/ribbon/uFlat.h"
 #include "gui/ribbon/uRibbonGroup.h"
 #include "gui/ribbon/uRibbonPage.h"
@@ -22,6 +23,7 @@ TRibbon::TRibbon(QWidget* parent)
       FFoldAction(new QAction(tr("Fold the ribbon"), this)),
       FBackstageAction(new QAction(tr("File page"), this)) {
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  MakeFlat(*this);
   FTabBar->setObjectName("tabsRibbon");
   FTabBar->setAccessibleName(tr("Ribbon"));
   auto* layout = new QVBoxLayout(this);

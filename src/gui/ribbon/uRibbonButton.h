@@ -2,7 +2,6 @@
 // and look follow its action.
 #pragma once
 
-#include <QStringList>
 #include <QToolButton>
 
 class TRibbonButton : public QToolButton {
@@ -13,12 +12,8 @@ class TRibbonButton : public QToolButton {
 
   TRibbonButton(TShape shape, QWidget* parent);
 
-  // A button without an action of its own; an arrow says that it opens something.
+  // A button without an action of its own; an arrow under its caption says that it opens something.
   void SetCaption(const QString& caption, const QIcon& icon);
-  void SetArrow(bool arrow);
-
-  QSize sizeHint() const override;
-  QSize minimumSizeHint() const override;
 
  signals:
   // Before the action runs, so that what holds the button can get out of the way of a dialog.
@@ -29,18 +24,11 @@ class TRibbonButton : public QToolButton {
   void changeEvent(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void nextCheckState() override;
-  void paintEvent(QPaintEvent* event) override;
 
  private:
   void FollowAction();
-  QStringList Lines() const;
-  bool HasArrow() const;
-  bool OpensMenu() const;
-  int ArrowWidth() const;
-  void PaintLarge(QPainter& painter) const;
-  void PaintSmall(QPainter& painter) const;
-  void PaintArrow(QPainter& painter, int left, int middle) const;
+  void UpdateText();
 
   TShape FShape;
-  bool FArrow = false;
+  QString FCaption;
 };

@@ -4,7 +4,6 @@
 #include <QApplication>
 #include <QEvent>
 #include <QLabel>
-#include <QMenu>
 #include <QScreen>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -46,7 +45,6 @@ TRibbonGroup::TRibbonGroup(const QString& objectName, const QString& title, QWid
   FTitle->setAlignment(Qt::AlignCenter);
   FTitle->setForegroundRole(QPalette::PlaceholderText);
   FHandle->setObjectName(objectName + "Handle");
-  FHandle->SetArrow(true);
   FHandle->hide();
   connect(FHandle, &QToolButton::clicked, this, &TRibbonGroup::OpenPopup);
 
@@ -75,13 +73,6 @@ QToolButton* TRibbonGroup::AddSmall(QAction* action, const QString& buttonName) 
   AddButton(button, action, buttonName);
   FColumns->AddRow(button);
   Watch(button);
-  return button;
-}
-
-QToolButton* TRibbonGroup::AddMenu(QMenu* menu, const QString& buttonName) {
-  QToolButton* button = AddLarge(menu->menuAction(), buttonName);
-  button->setPopupMode(QToolButton::InstantPopup);
-  connect(menu, &QMenu::triggered, FPopup, &QWidget::hide);
   return button;
 }
 

@@ -1,5 +1,5 @@
 // A group of the ribbon: buttons and small controls over a title. Where the window is too narrow it collapses into
-// one button that opens the same content in a popup below. The group owns what is added; actions and menus are
+// one button that opens the same content in a popup below. The group owns what is added; actions are
 // borrowed. It may be shown and hidden from outside, and so may each button.
 #pragma once
 
@@ -9,7 +9,6 @@
 
 class QAction;
 class QLabel;
-class QMenu;
 class QToolButton;
 class TRibbonButton;
 class TRibbonColumns;
@@ -22,8 +21,6 @@ class TRibbonGroup : public QFrame {
 
   QToolButton* AddLarge(QAction* action, const QString& buttonName);
   QToolButton* AddSmall(QAction* action, const QString& buttonName);
-  // A large button that opens the menu; its caption and icon are the menu's.
-  QToolButton* AddMenu(QMenu* menu, const QString& buttonName);
   // With a label the widget takes a column, the label above it; without one it takes a row.
   void AddWidget(QWidget* widget, const QString& label = {});
 

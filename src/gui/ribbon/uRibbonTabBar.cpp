@@ -2,18 +2,13 @@
 
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QPainter>
-#include <QStyleOptionTab>
 #include <QWheelEvent>
-
-#include "gui/ribbon/uFlat.h"
 
 TRibbonTabBar::TRibbonTabBar(QWidget* parent) : QTabBar(parent) {
   setDrawBase(false);
   setExpanding(false);
   setUsesScrollButtons(false);
   setElideMode(Qt::ElideRight);
-  setAttribute(Qt::WA_Hover);
   setMouseTracking(true);
 }
 
@@ -47,28 +42,4 @@ void TRibbonTabBar::mouseDoubleClickEvent(QMouseEvent* event) {
 
 void TRibbonTabBar::wheelEvent(QWheelEvent* event) {
   event->ignore();
-}
-
-void TRibbonTabBar::paintEvent(QPaintEvent*) {
-  QPainter painter(this);
-  const QPoint pointer = mapFromGlobal(QCursor::pos());
-  for (int i = 0; i < count(); ++i) {
-    if (!isTabVisible(i)) continue;
-    QStyleOptionTab option;
-    initStyleOption(&option, i);
-    const QRect rect = tabRect(i);
-    const bool current = i > 0 && i == currentIndex();
-    TFlatState state;
-    state.Hovered = underMouse() && rect.contains(pointer);
-    state.Focused = current && hasFocus() && option.state.testFlag(QStyle::State_KeyboardFocusChange);
-    PaintFlat(painter, rect.adjusted(1, 1, -1, -3), palette(), state);
-    painter.setPen(palette().color(QPalette::WindowText));
-    painter.drawText(rect, Qt::AlignCenter | Qt::TextShowMnemonic,
-                     fontMetrics().elidedText(tabText(i), Qt::ElideRight, rect.width(), Qt::TextShowMnemonic));
-    if (current) {
-      const int width = fontMetrics().size(Qt::TextShowMnemonic, tabText(i)).width();
-      painter.fillRect(QRect(rect.center().x() - width / 2, rect.bottom() - 2, width, 3),
-                       palette().color(QPalette::Highlight));
-    }
-  }
 }

@@ -18,6 +18,5 @@ class TRibbonTabBar : public QTabBar {
   QSize minimumTabSizeHint(int index) const override;
   void keyPressEvent(QKeyEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
-  void paintEvent(QPaintEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
 };

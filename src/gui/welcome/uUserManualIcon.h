@@ -2,19 +2,15 @@
 // with the desktop's program for it.
 #pragma once
 
-#include <QFrame>
-#include <QIcon>
+#include <QToolButton>
 
-class TUserManualIcon : public QFrame {
+class TUserManualIcon : public QToolButton {
   Q_OBJECT
 
  public:
   TUserManualIcon(const QString& objectName, const QString& caption, const QString& filePath, QWidget* parent);
 
   void Open();
-
-  QSize sizeHint() const override;
-  QSize minimumSizeHint() const override;
 
  signals:
   // The file is gone, or the desktop has no program for it.
@@ -23,15 +19,10 @@ class TUserManualIcon : public QFrame {
  protected:
   void changeEvent(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
-  void mousePressEvent(QMouseEvent* event) override;
-  void mouseReleaseEvent(QMouseEvent* event) override;
-  void paintEvent(QPaintEvent* event) override;
 
  private:
-  void PaintCaption(QPainter& painter, const QRect& rect) const;
+  void TakeFont();
 
   QString FCaption;
   QString FFilePath;
-  QIcon FIcon;
-  bool FPressed = false;
 };

@@ -1,0 +1,392 @@
+#include "gui/mainform/uCommandTable.h"
+
+#include <QAction>
+#include <QCursor>
+#include <QMenu>
+#include <type_traits>
+
+#include "analysis/uMissionDatasets.h"
+#include "gui/charts/uEventsChart.h"
+#include "gui/charts/uSelectedEventChart.h"
+#include "gui/charts/uSensorsChart.h"
+#include "gui/charts/uSpectrumChart.h"
+#include "gui/filter/uFilterPanel.h"
+#include "gui/mainform/KorvexMainForm.h"
+#include "gui/mainform/uKeysDialog.h"
+#include "gui/mainform/uMainParts.h"
+#include "gui/mainform/uMainScreen.h"
+#include "gui/mainform/uStatisticsDialog.h"
+#include "gui/mainform/uViewOutput.h"
+#include "gui/overview/uOverviewPanel.h"
+#include "gui/settings/uAlarmLimitsPanel.h"
+#include "gui/shock/uShockPanel.h"
+#include "shell/uChartImages.h"
+#include "shell/uExportCommands.h"
+#include "shell/uFilterCommands.h"
+#include "shell/uLayoutCommands.h"
+#include "shell/uNavigatorCommands.h"
+#include "shell/uOrderingCommands.h"
+
+namespace {
+
+using namespace command;
+using TTargets = const TCommandTargets&;
+
+// Calls a member of one of the targets, or a function on the shown mission.
+template <auto Command>
+void Do(TTargets on, bool /*checked*/) {
+  using T = decltype(Command);
+  if constexpr (std::is_invocable_v<T, TKorvexMainForm&>) {
+    (on.form.*Command)();
+  } else if constexpr (std::is_invocable_v<T, TFileFlow&>) {
+    (on.flow.*Command)();
+  } else if constexpr (std::is_invocable_v<T, TExportCommands&>) {
+    (on.exports.*Command)();
+  } else if constexpr (std::is_invocable_v<T, TChartImages&>) {
+    (on.images.*Command)();
+  } else if constexpr (std::is_invocable_v<T, TShownMission&, TMainScreen&>) {
+    Command(on.flow.Mission(), on.screen);
+  } else {
+    Command(on.flow.Mission(), on.flow.View(), on.screen);
+  }
+}
+
+// In the order of the event grids, in the overview in that of time.
+template <int Events>
+void Step(TTargets on, bool /*checked*/) {
+  const auto step = on.flow.View() == TView::Shock ? StepEvent : StepEventInTime;
+  step(on.flow.Mission(), Events, on.screen);
+}
+
+// A filter without conditions cannot be switched on; its panel asks for some.
+void SwitchFilter(TTargets on, bool checked) {
+  if (!ActivateFilter(on.flow.Mission(), checked, on.screen)) on.parts.filter->Open();
+}
+
+void OpenFilter(TTargets on, bool /*checked*/) {
+  on.parts.filter->Open();
+}
+
+void OpenAlarmLimits(TTargets on, bool /*checked*/) {
+  on.parts.alarmLimits->OpenBelow(*on.form.findChild<QWidget*>("dxBarAlarmLimits"));
+}
+
+template <auto Load>
+void Arrange(TTargets on, bool /*checked*/) {
+  Load(on.program, on.flow.View(), on.screen);
+}
+
+void SaveArrangement(TTargets on, bool /*checked*/) {
+  SaveUserLayout(on.program, on.screen);
+}
+
+void Print(TTargets on, bool /*checked*/) {
+  PrintView(on.form, on.flow);
+}
+
+void SaveAsPdf(TTargets on, bool /*checked*/) {
+  SaveViewAsPdf(on.form, on.flow, on.screen);
+}
+
+void SwitchFullScreen(TTargets on, bool /*checked*/) {
+  on.form.setWindowState(on.form.windowState() ^ Qt::WindowFullScreen);
+}
+
+void ListKeys(TTargets on, bool /*checked*/) {
+  ShowKeys(on.form);
+}
+
+void CloseForm(TTargets on, bool /*checked*/) {
+  on.form.close();
+}
+
+constexpr char kShocksMenu[] = "mnuExportShocks";
+constexpr char kSensorsMenu[] = "mnuExportSensors";
+constexpr char kBatteryMenu[] = "mnuExportBattery";
+template <const char* Menu>
+void OpenMenu(TTargets on, bool /*checked*/) {
+  on.form.findChild<QMenu*>(Menu)->popup(QCursor::pos());
+}
+
+// There are two events charts, and they look alike.
+template <auto Set>
+void BothEventsCharts(TTargets on, bool checked) {
+  (on.parts.overview->Chart1()->*Set)(checked);
+  (on.parts.shock->Chart20()->*Set)(checked);
+}
+// The selected event has two charts as well, its curves and its spectrum.
+template <auto Set>
+void EventChart(TTargets on, bool checked) {
+  (on.parts.shock->Chart2()->*Set)(checked);
+}
+template <auto Set>
+void BothEventCharts(TTargets on, bool checked) {
+  (on.parts.shock->Chart2()->*Set)(checked);
+  (on.parts.shock->ChartSpecAnalysis()->*Set)(checked);
+}
+template <TSeries Series>
+void ShowSeries(TTargets on, bool checked) {
+  on.parts.shock->Chart2()->SetSeriesVisible(Series, checked);
+  on.parts.shock->ChartSpecAnalysis()->SetSeriesVisible(Series, checked);
+}
+template <auto Set>
+void ShockView(TTargets on, bool checked) {
+  (on.parts.shock->*Set)(checked);
+}
+template <auto Set>
+void SensorsChart(TTargets on, bool checked) {
+  (on.parts.overview->ChartAllSensors()->*Set)(checked);
+}
+template <TSensorAxis Axis>
+void LockSensorsAxis(TTargets on, bool checked) {
+  on.parts.overview->ChartAllSensors()->SetAxisLocked(Axis, checked);
+}
+
+TTimeChart& ShownEventsChart(TTargets on) {
+  return on.flow.View() == TView::Shock ? *on.parts.shock->Chart20() : *on.parts.overview->Chart1();
+}
+TTimeChart& ShownEventChart(TTargets on) {
+  TTimeChart* spectrum = on.parts.shock->ChartSpecAnalysis();
+  return spectrum->isVisible() ? *spectrum : *on.parts.shock->Chart2();
+}
+TTimeChart& AllSensorsChart(TTargets on) {
+  return *on.parts.overview->ChartAllSensors();
+}
+template <TTimeChart& (*Chart)(TTargets)>
+void StepCursors(TTargets on, bool /*checked*/) {
+  Chart(on).StepCursors();
+}
+template <TTimeChart& (*Chart)(TTargets)>
+void VisibleStatistics(TTargets on, bool /*checked*/) {
+  ShowStatistics(on.form, Chart(on));
+}
+
+using F = TKorvexMainForm;
+using E = TExportCommands;
+using I = TChartImages;
+constexpr auto kIndicatorTip = "A line with the values at the pointer";
+constexpr auto kNearestTip = "Mark and name the sample nearest to the pointer";
+constexpr auto kPointsTip = "Dots on the samples, where they stand apart";
+constexpr auto kMouseLockTip = "The indicator stays where it was clicked, else it follows the pointer";
+constexpr auto kAxisLockTip = "Wheel and keys leave the value axis as it is";
+constexpr auto kCursorsTip =
+    "Set line A, then B, then take both away (C in the chart); drag moves them, Esc takes them away.\n"
+    "Between them stand B − A in time, its reciprocal, and the change of each series from the sample\n"
+    "nearest in time to A to that nearest to B.";
+constexpr auto kStatisticsTip = "Count, extremes, mean and RMS of what is in sight (R in the chart)";
+constexpr auto kCopyTip = "The chart as it stands on the screen, on white, into the clipboard";
+constexpr auto kBitmapTip = "The chart as it stands on the screen, on white; a bitmap under the name of a JPG";
+constexpr auto kPngTip = "The chart as it stands on the screen, on white";
+constexpr auto kCsvIcon = "text-csv";
+constexpr auto kImageIcon = "image-x-generic";
+constexpr auto kXlsxIcon = "x-office-spreadsheet";
+constexpr TCommand kCommands[] = {
+    {"actFileOpen", "dxBarOpenNewFile", "btngrpFile", "&Open…", "", "document-open", "Ctrl+O", kLarge,
+     Do<&F::actFileOpenExecute>},
+    {"actFileOpenDemo", "barbtnlrgOpenDemoFile", "btngrpFile", "&Demo recording…", "", "media-playback-start", "Ctrl+D",
+     kLarge, Do<&F::barbtnlrgOpenDemoFileClick>},
+    {"actFileReload", "dxBarReload", "btngrpFile", "&Reload", "", "view-refresh", "F5", 0, Do<&TFileFlow::Reload>},
+    {"actFileClose", nullptr, nullptr, "&Close file", "", "document-close", "Ctrl+W", 0, Do<&F::actFileCloseExecute>},
+    {"actSetViewOverview", "dxBarOverview", "btngrpView", "O&verview", "", "view-statistics", "Ctrl+1", kLarge | kView,
+     Do<&F::actSetViewOverviewExecute>},
+    {"actSetViewShock", "dxBarLargeShockView", "btngrpView", "&Shock events", "", "office-chart-line", "Ctrl+2",
+     kLarge | kView, Do<&F::actSetViewShockExecute>},
+    {"actSetViewReport", "dxBarReport", "btngrpView", "Re&port", "", "document-preview", "Ctrl+3", kLarge | kView,
+     Do<&F::actSetViewReportExecute>},
+    {"actNavSetIntAll", "dxBarNavSetIntAll", "btngrpNavigator", "&All", "", "zoom-fit-width", "Ctrl+0", kLarge,
+     Do<actNavSetIntAllExecute>},
+    {"actNavSetIntYear", "dxBarNavSetIntYear", "btngrpNavigator", "Year", "", "view-calendar", "Shift+Y", 0,
+     Do<actNavSetIntYearExecute>},
+    {"actNavSetIntMonth", "dxBarNavSetIntMonth", "btngrpNavigator", "Month", "", "view-calendar-month", "Shift+M", 0,
+     Do<actNavSetIntMonthExecute>},
+    {"actNavSetIntWeek", "dxBarNavSetIntWeek", "btngrpNavigator", "Week", "", "view-calendar-week", "Shift+W", 0,
+     Do<actNavSetIntWeekExecute>},
+    {"actNavSetIntDay", "dxBarNavSetIntDay", "btngrpNavigator", "Day", "", "view-calendar-day", "Shift+D", 0,
+     Do<actNavSetIntDayExecute>},
+    {"actNavSetIntHour", "dxBarNavSetIntHour", "btngrpNavigator", "Hour", "", "chronometer", "Shift+H", 0,
+     Do<actNavSetIntHourExecute>},
+    {"actNavSetIntMin", "dxBarNavSetIntMin", "btngrpNavigator", "Min", "", "chronometer", "Shift+I", 0,
+     Do<actNavSetIntMinExecute>},
+    {"actNavRwd", "dxBarNavRwd", "btngrpNavigator", "Rewind", "", "media-seek-backward", "Ctrl+Left", 0,
+     Do<actNavRwdExecute>},
+    {"actNavFwd", "dxBarNavFwd", "btngrpNavigator", "Forward", "", "media-seek-forward", "Ctrl+Right", 0,
+     Do<actNavFwdExecute>},
+    {"actSyncWithEvents", "btnToolsShockSyncWNav", "btngrpNavigator", "Sync to events", "", "zoom-select-x", "Ctrl+E",
+     0, Do<btnToolsShockSyncWNavClick>},
+    {"actSyncWithSensors", "btnToolsSensorsChartSyncWNav", "btngrpNavigator", "Sync to sensors", "", "zoom-select-x",
+     "Ctrl+Shift+E", 0, Do<btnToolsSensorsChartSyncWNavClick>},
+    {"actFilterEdit", "dxBarFilterEdit", "btngrpFiltering", "Edit &filter", "", "view-filter", "Ctrl+F", kLarge,
+     OpenFilter},
+    {"actFilterActive", "dxBarFilterActive", "btngrpFiltering", "Filter &on", "", "dialog-ok-apply", "Ctrl+Shift+F",
+     kLarge | kCheckable, SwitchFilter},
+    {"actAlarmSet", "barbtnlrgAlarm", "btngrpAlarm", "&Alarm", "", "notifications", "Ctrl+Shift+A",
+     kLarge | kCheckable},
+    {"actAlarmLimits", "dxBarAlarmLimits", "btngrpAlarm", "Alarm limi&ts…", "", "configure", "Ctrl+Alt+A", kLarge,
+     OpenAlarmLimits},
+    {"actDefaultLayout", "dxBarDefaultLayout", "btngrpLayout", "Default &layout", "", "view-restore", "Ctrl+Shift+L", 0,
+     Arrange<LoadDefaultLayout>},
+    {"actLoadUserLayout", "dxBarLoadUserLayout", "btngrpLayout", "Load &user layout", "", "document-revert", "Ctrl+U",
+     0, Arrange<LoadUserLayout>},
+    {"actSaveUserLayout", "dxBarSaveUserLayout", "btngrpLayout", "Save user la&yout", "", "document-save",
+     "Ctrl+Shift+U", 0, SaveArrangement},
+    {"actOverviewPrint", "dxBarOverviewPrint", "btngrpEvents", "Print…", "", "document-print", "", kLarge, Print},
+    {"actOverviewExport", "dxBarOverviewExport", "btngrpEvents", "Save as PDF…", "", "document-export", "", kLarge,
+     SaveAsPdf},
+    {"actPreviousEvent", "dxBarPreviousEvent", "btngrpShock", "Previous event", "", "go-previous", "P",
+     kLarge | kOfEvents, Step<-1>},
+    {"actNextEvent", "dxBarNextEvent", "btngrpShock", "Next event", "", "go-next", "N", kLarge | kOfEvents, Step<1>},
+    {"actShockPrint", "dxBarShockPrint", "btngrpShockOutput", "Print…", "", "document-print", "", kLarge, Print},
+    {"actShockExport", "dxBarShockExport", "btngrpShockOutput", "Save as PDF…", "", "document-export", "", kLarge,
+     SaveAsPdf},
+    {"actReportPrint", "dxBarReportPrintOnly", "btngrpReport", "Print…", "", "document-print", "", kLarge, Print},
+    {"actReportExport", "dxBarReportExportOnly", "btngrpReport", "Save as PDF…", "", "document-export", "", kLarge,
+     SaveAsPdf},
+    {"actFullScreen", nullptr, nullptr, "Full screen", "", "", "F11", 0, SwitchFullScreen},
+    {"actKeys", nullptr, nullptr, "All keys", "", "", "F2", 0, ListKeys},
+    {"dxDockPanelNavigator", "dxBarShowNavigator", "btngrpLayout", "", "", "view-calendar-timeline", "Ctrl+Shift+N",
+     kPanel},
+    {"dxDockPanelMissionDetails", "dxBarShowMissionDetails", "btngrpLayout", "", "", "view-list-text", "Ctrl+Shift+M",
+     kPanel},
+    {"dxDockPanelSensorGridTemp", "dxBarShowSensorGrid", "btngrpLayout", "", "", "view-list-details", "Ctrl+Shift+S",
+     kPanel},
+    {"dxDockPanelSensorGridBattery", "dxBarShowBatteryGrid", "btngrpLayout", "", "", "battery-100", "Ctrl+Shift+B",
+     kPanel},
+    {"actFileExit", nullptr, nullptr, "E&xit", "", "application-exit", "Ctrl+Q", 0, CloseForm},
+
+    {"actShockEventsToolsIndicator", "dxBarShockEventsIndicator", "btngrpEventsChart", "Indicator", kIndicatorTip,
+     "snap-guideline", "Ctrl+I", kKept | kOfChart | kOn, BothEventsCharts<&TEventsChart::SetIndicatorVisible>},
+    {"actShockEventsGAxisLock", "barbtnShockEventsGAxisLock", "btngrpEventsChart", "Lock value axis", kAxisLockTip,
+     "labplot-axis-vertical", "", kKept | kOfChart | kOn, BothEventsCharts<&TEventsChart::SetValueAxisLocked>},
+    {"actShockShowX", "barbtnShockShowX", "btngrpShockSeries", "X", "Show acceleration X", "office-chart-line", "X",
+     kKept | kOfChart | kOn, ShowSeries<TSeries::X>},
+    {"actShockShowY", "barbtnShockShowY", "btngrpShockSeries", "Y", "Show acceleration Y", "office-chart-line", "Y",
+     kKept | kOfChart | kOn, ShowSeries<TSeries::Y>},
+    {"actShockShowZ", "barbtnShockShowZ", "btngrpShockSeries", "Z", "Show acceleration Z", "office-chart-line", "Z",
+     kKept | kOfChart | kOn, ShowSeries<TSeries::Z>},
+    {"actShockShowTotal", "dxBarShockShowTotal", "btngrpShockSeries", "Total", "Show the total acceleration",
+     "office-chart-line", "T", kKept | kOfChart, ShowSeries<TSeries::Total>},
+    {"actShockToolsPoints", "barbtnShockToolsPoints", "btngrpShockSeries", "Points", kPointsTip, "office-chart-scatter",
+     "", kKept | kOfChart | kOn, EventChart<&TSelectedEventChart::SetPointsVisible>},
+    {"actShockShowTable", "dxBarShockShowTable", "btngrpShockSeries", "Table", "The samples in numbers", "table",
+     "Ctrl+T", kKept | kOfChart, ShockView<&TMainShockPanel::SetValuesVisible>},
+    {"actShockHPFilter", "swtHPFilter", "btngrpFilter", "HP Filtering",
+     "Take the constant part and the slowest oscillation out of the selected event's curves", "view-filter", "H",
+     kKept | kOfChart, EventChart<&TSelectedEventChart::SetHighPass>},
+    {"actShockSpecAnalysis", "swtSpecAnalysis", "btngrpFilter", "Spectrum",
+     "The selected event's spectrum in place of its curves", "office-chart-bar", "S", kKept | kOfChart,
+     ShockView<&TMainShockPanel::SetSpectrumVisible>},
+    {"actShockToolsIndicator", "dxBarShockIndicator", "btngrpShockTools", "Indicator", kIndicatorTip, "snap-guideline",
+     "I", kKept | kOfChart | kOn, BothEventCharts<&TTimeChart::SetIndicatorVisible>},
+    {"actShockIndicatorMouseLock", "barbtnShockIndicatorMouseLock", "btngrpShockTools", "Lock indicator", kMouseLockTip,
+     "object-locked", "L", kKept | kOfChart | kOn, BothEventCharts<&TTimeChart::SetIndicatorLocked>},
+    {"actShockToolsNearest", "barbtnShockToolsNearest", "btngrpShockTools", "Nearest", kNearestTip, "snap-node", "",
+     kKept | kOfChart, BothEventCharts<&TTimeChart::SetNearestVisible>},
+    {"actShockGAxisLock", "barbtnShockGAxisLock", "btngrpShockTools", "Lock value axis", kAxisLockTip,
+     "labplot-axis-vertical", "", kKept | kOfChart | kOn, BothEventCharts<&TAccelerationChart::SetValueAxisLocked>},
+    {"actSensorsToolsPoints", "dxBarSensorsPoints", "btngrpSensorsTools", "Points", kPointsTip, "office-chart-scatter",
+     "", kKept | kOfChart | kOn, SensorsChart<&TSensorsChart::SetPointsVisible>},
+    {"actSensorsToolsNearest", "dxBarSensorsNearest", "btngrpSensorsTools", "Nearest", kNearestTip, "snap-node", "",
+     kKept | kOfChart, SensorsChart<&TSensorsChart::SetNearestVisible>},
+    {"actSensorsToolsIndicator", "dxBarSensorsIndicator", "btngrpSensorsTools", "Indicator", kIndicatorTip,
+     "snap-guideline", "Ctrl+Shift+I", kKept | kOfChart | kOn, SensorsChart<&TSensorsChart::SetIndicatorVisible>},
+    {"actSensorIndicatorMouseLock", "dxBarSensorsIndicatorLock", "btngrpSensorsTools", "Lock indicator", kMouseLockTip,
+     "object-locked", "", kKept | kOfChart | kOn, SensorsChart<&TSensorsChart::SetIndicatorLocked>},
+    {"actSensorsAZoomLeftII", "dxBarSensorsLockLeftII", "btngrpSensorsAxes", "Left outer", kAxisLockTip,
+     "labplot-axis-vertical", "", kKept | kOfChart | kOn, LockSensorsAxis<TSensorAxis::LeftOuter>},
+    {"actSensorsAZoomLeftI", "dxBarSensorsLockLeftI", "btngrpSensorsAxes", "Left inner", kAxisLockTip,
+     "labplot-axis-vertical", "", kKept | kOfChart | kOn, LockSensorsAxis<TSensorAxis::LeftInner>},
+    {"actSensorsAZoomRightI", "dxBarSensorsLockRightI", "btngrpSensorsAxes", "Right inner", kAxisLockTip,
+     "labplot-axis-vertical", "", kKept | kOfChart | kOn, LockSensorsAxis<TSensorAxis::RightInner>},
+    {"actSensorsAZoomRightII", "dxBarSensorsLockRightII", "btngrpSensorsAxes", "Right outer", kAxisLockTip,
+     "labplot-axis-vertical", "", kKept | kOfChart | kOn, LockSensorsAxis<TSensorAxis::RightOuter>},
+
+    {"actEventsCSVAllShocks", "barbtnEventsCSVAllShocks", "btngrpEventsExport", "All events to CSV…",
+     "A CSV file for each event, in a folder of the mission", kCsvIcon, "Ctrl+Alt+C", 0,
+     Do<&E::barbtnEventsCSVAllShocksClick>},
+    {"actEventsCSVVisibleShocks", "barbtnEventsCSVVisibleShocks", "btngrpEventsExport", "Visible events to CSV…",
+     "A CSV file for each event that the filter lets through", kCsvIcon, "", 0,
+     Do<&E::barbtnEventsCSVVisibleShocksClick>},
+    {"actEventsCSVCalibration", "barbtnEventsCSVCalibration", "btngrpEventsExport", "Peaks of all events to CSV…",
+     "A CSV file for each event, with axis and peak in its name", kCsvIcon, "", 0,
+     Do<&E::barbtnEventsCSVCalibrationClick>},
+    {"actEventsCSVCalibrationVisible", "barbtnEventsCSVCalibrationVisible", "btngrpEventsExport",
+     "Calibration of visible events to CSV…",
+     "A CSV file for each event that the filter lets through, with axis and peak in its name", kCsvIcon, "", 0,
+     Do<&E::barbtnEventsCSVCalibrationVisibleClick>},
+    {"actEventsXLSXAllShocks", "barbtnEventsXLSXAllShocks", "btngrpEventsExport", "All events to XLSX…",
+     "A workbook with a sheet for each event", kXlsxIcon, "Ctrl+Alt+X", 0, Do<&E::barbtnEventsXLSXAllShocksClick>},
+    {"actEventsXLSXVisibileShocks", "barbtnEventsXLSXVisibileShocks", "btngrpEventsExport", "Visible events to XLSX…",
+     "A workbook with a sheet for each event that the filter lets through", kXlsxIcon, "", 0,
+     Do<&E::barbtnEventsXLSXVisibileShocksClick>},
+    {"actExportShockToCSV", "barbtnShockExportToCSV", "btngrpShockExport", "Event to CSV…",
+     "What the chart of the selected event shows, as a CSV file", kCsvIcon, "Ctrl+Shift+C", 0,
+     Do<&E::actExportShockToCSVExecute>},
+    {"actShockSaveChartAsXLSX", "barbtnShockSaveChartAsXLSX", "btngrpShockExport", "Event to XLSX…",
+     "What the chart of the selected event shows, as a workbook", kXlsxIcon, "Ctrl+Shift+X", 0,
+     Do<&E::barbtnShockSaveChartAsXLSXClick>},
+    {"actSensorsExportToXLSX", "barbtnSensorsExportToXLSX", "btngrpSensorsExport", "Sensors and battery to XLSX…",
+     "A workbook with the readings of the sensors and of the battery", kXlsxIcon, "", 0,
+     Do<&E::barbtnSensorsExportToXLSXClick>},
+    {"actTablesExportCSV", "barbtnTablesExportCSV", "btngrpTables", "Shock events to CSV…",
+     "The table of the events that the filter lets through, as a CSV file", kCsvIcon, "", 0,
+     Do<&E::barbtnTablesExportCSVClick>},
+    {"actTablesExportCSVSensors", "barbtnTablesExportCSVSensors", "btngrpTables", "Sensors to CSV…",
+     "The table of the sensors, as a CSV file", kCsvIcon, "", 0, Do<&E::barbtnTablesExportCSVSensorsClick>},
+    {"actTablesExportCSVBattery", "barbtnTablesExportCSVBattery", "btngrpTables", "Battery to CSV…",
+     "The table of the battery, as a CSV file", kCsvIcon, "", 0, Do<&E::barbtnTablesExportCSVBatteryClick>, kNoBattery},
+    {"actTablesExportXLSX", "barbtnTablesExportXLSX", "btngrpTables", "Shock events to XLSX…",
+     "The table of the events that the filter lets through, as a workbook", kXlsxIcon, "", 0,
+     Do<&E::barbtnTablesExportXLSXClick>},
+    {"actTablesExportXLSXSensors", "barbtnTablesExportXLSXSensors", "btngrpTables", "Sensors to XLSX…",
+     "The table of the sensors, as a workbook", kXlsxIcon, "", 0, Do<&E::barbtnTablesExportXLSXSensorsClick>},
+    {"actTablesExportXLSXBattery", "barbtnTablesExportXLSXBattery", "btngrpTables", "Battery to XLSX…",
+     "The table of the battery, as a workbook", kXlsxIcon, "", 0, Do<&E::barbtnTablesExportXLSXBatteryClick>,
+     kNoBattery},
+    {"actEventsCopyChart", "barbtnEventsCopyChartToClipboard", "btngrpEventsImage", "Copy picture", kCopyTip,
+     "edit-copy", "", 0, Do<&I::barbtnEventsCopyChartToClipboardClick>},
+    {"actEventsSaveChart", "barbtnEventsSaveChartasJPG", "btngrpEventsImage", "Picture as JPG…", kBitmapTip, kImageIcon,
+     "", 0, Do<&I::barbtnEventsSaveChartasJPGClick>},
+    {"actEventsSaveChartAsPNG", "barbtnEventsSaveChartAsPNG", "btngrpEventsImage", "Picture as PNG…", kPngTip,
+     kImageIcon, "", 0, Do<&I::barbtnEventsSaveChartAsPNGClick>},
+    {"actShockCopyChart", "barbtnShockCopyChartToClipboard", "btngrpShockImage", "Copy picture", kCopyTip, "edit-copy",
+     "", 0, Do<&I::barbtnShockCopyChartToClipboardClick>},
+    {"actShockSaveChart", "barbtnShockSaveChartAsImage", "btngrpShockImage", "Picture as JPG…", kBitmapTip, kImageIcon,
+     "", 0, Do<&I::barbtnShockSaveChartAsImageClick>},
+    {"actShockSaveChartAsPNG", "barbtnShockSaveChartAsPNG", "btngrpShockImage", "Picture as PNG…", kPngTip, kImageIcon,
+     "", 0, Do<&I::barbtnShockSaveChartAsPNGClick>},
+    {"actSensorsCopyChart", "barbtnSensorsCopyChartToClipboard", "btngrpSensorsImage", "Copy picture", kCopyTip,
+     "edit-copy", "", 0, Do<&I::barbtnSensorsCopyChartToClipboardClick>},
+    {"actSensorsSaveChart", "barbtnSensorsSaveAsJPG", "btngrpSensorsImage", "Picture as JPG…", kBitmapTip, kImageIcon,
+     "", 0, Do<&I::barbtnSensorsSaveAsJPGClick>},
+    {"actSensorsSaveChartAsPNG", "barbtnSensorsSaveAsPNG", "btngrpSensorsImage", "Picture as PNG…", kPngTip, kImageIcon,
+     "", 0, Do<&I::barbtnSensorsSaveAsPNGClick>},
+    {"actExportShockGridToCSV", nullptr, nullptr, "Export the shock events…", "", "", "Ctrl+Alt+E", 0,
+     OpenMenu<kShocksMenu>},
+    {"actExportFilteredShockGridToCSV", nullptr, nullptr, "Export the filtered shock events…", "", "", "Ctrl+Alt+F", 0,
+     OpenMenu<kShocksMenu>},
+    {"actExportSensorsGridToCSV", nullptr, nullptr, "Export the sensors…", "", "", "Ctrl+Alt+S", 0,
+     OpenMenu<kSensorsMenu>},
+    {"actExportBatteryGridToCSV", nullptr, nullptr, "Export the battery…", "", "", "Ctrl+Alt+B", 0,
+     OpenMenu<kBatteryMenu>},
+
+    {"actEventsCursors", "dxBarEventsCursors", "btngrpEventsChart", "Cursors", kCursorsTip, "measure", "", kOfChart,
+     StepCursors<ShownEventsChart>},
+    {"actEventsStatistics", "dxBarEventsStatistics", "btngrpEventsChart", "Statistics", kStatisticsTip,
+     "view-statistics", "", kOfChart, VisibleStatistics<ShownEventsChart>},
+    {"actShockCursors", "dxBarShockCursors", "btngrpShockTools", "Cursors", kCursorsTip, "measure", "", kOfChart,
+     StepCursors<ShownEventChart>},
+    {"actShockStatistics", "dxBarShockStatistics", "btngrpShockTools", "Statistics", kStatisticsTip, "view-statistics",
+     "", kOfChart, VisibleStatistics<ShownEventChart>},
+    {"actSensorsCursors", "dxBarSensorsCursors", "btngrpSensorsTools", "Cursors", kCursorsTip, "measure", "", kOfChart,
+     StepCursors<AllSensorsChart>},
+    {"actSensorsStatistics", "dxBarSensorsStatistics", "btngrpSensorsTools", "Statistics", kStatisticsTip,
+     "view-statistics", "", kOfChart, VisibleStatistics<AllSensorsChart>},
+    {"actPreviousEvent", "dxBarEventsPrevious", "btngrpEventsChart", "", "", "", "", kAgain},
+    {"actNextEvent", "dxBarEventsNext", "btngrpEventsChart", "", "", "", "", kAgain},
+};
+
+}  // namespace
+
+std::span<const TCommand> Commands() {
+  return kCommands;
+}
