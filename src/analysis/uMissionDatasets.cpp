@@ -4,15 +4,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <optional>
 #include <span>
 #include <vector>
 
-#include "analysis/uDewPoint.h"
 #include "analysis/uSensorLookup.h"
-#include "analysis/uShockMetrics.h"
 #include "base/uDateTime.h"
-#include "base/uText.h"
 
 namespace {
 
@@ -133,8 +131,9 @@ void SetSensorFields(const TSources& sources, const TRead& read, TDataset& table
   const std::optional<float> temperature = read(*sources.temperature);
   const std::optional<float> humidity = read(*sources.humidity);
   if (!temperature || !humidity) return;
-  const float dewPoint = RoundedDewPoint(*temperature, *humidity);
-  if (!std::isnan(dewPoint)) table.SetSingle(*sources.dewPoint, dewPoint);
+  const double dewPoint = DewPoint(*temperature, *humidity);
+  // Two decimals, halves away from zero.
+  if (!std::isnan(dewPoint)) table.SetSingle(*sources.dewPoint, static_cast<float>(std::round(dewPoint * 100) / 100));
 }
 
 // Every hundred rows the text moves on and the window lives.
@@ -170,35 +169,24 @@ void FillEvents(const TMissionData& mission, const TEventList& events, const TSe
   const TSensorLookup lookup(sensors, events.StartTime);
   const TThresholds levels = ThresholdsOf(mission);
 
-  datasets.MostIntenseEvent = 0;
-  datasets.LargestIntensity = 0;
-  double intensitySum = 0;
+  datasets.Metrics.clear();
+  datasets.Metrics.reserve(events.Count());
   for (std::size_t i = 0; i < events.Count(); ++i) {
     const TEvent& event = events.GetItem(i);
     const double time = DateTimeOf(events.StartTime, event.GetStartTime());
-    double totMax = 0;
-    double iotMax = 0;
-    const double totTotal = CalcTimeOverThreshold(events, i, levels, totMax);
-    const double iotTotal = CalcIntegralOverThreshold(events, i, levels, iotMax);
-
+    const TEventMetrics& values = datasets.Metrics.emplace_back(CalcEventMetrics(event, levels));
     table.Append();
     table.SetInteger(id, static_cast<std::int32_t>(i));
     table.SetDateTime(timestamp, time);
     table.SetSingle(metrics[0], event.Max);
-    table.SetSingle(metrics[1], static_cast<float>(totTotal));
-    table.SetSingle(metrics[2], static_cast<float>(totMax));
-    table.SetSingle(metrics[3], static_cast<float>(iotTotal));
-    table.SetSingle(metrics[4], static_cast<float>(iotMax));
-    intensitySum += iotTotal;
-    if (iotTotal > datasets.LargestIntensity) {
-      datasets.LargestIntensity = iotTotal;
-      datasets.MostIntenseEvent = i;
-    }
+    table.SetSingle(metrics[1], static_cast<float>(values.totTotal));
+    table.SetSingle(metrics[2], static_cast<float>(values.totMax));
+    table.SetSingle(metrics[3], static_cast<float>(values.iotTotal));
+    table.SetSingle(metrics[4], static_cast<float>(values.iotMax));
     SetSensorFields(
         sources, [&](std::size_t sensor) { return std::optional(lookup.SensorValueAt(sensor, time)); }, table);
     ReportRow("Shock Events", i, events.Count(), progress);
   }
-  datasets.TotalIntensityLabels.fill(MaskFloat("0.##", intensitySum));
   for (const auto& [key, field] : kEventIndexes) table.AddIndexPair(key, field);
   DefineSensorIndexes(kEventFields, table);
 }
@@ -341,4 +329,12 @@ void ApplyAnalogNames(std::span<const std::string, kAnalogInputs.size()> names, 
       if (field) (datasets.*table).SetLabel(*field, names[i].empty() ? std::string(kAnalogInputs[i]) : names[i]);
     }
   }
+}
+
+float DewPoint(float temperature, float humidity) {
+  const double t = temperature;
+  const double v = humidity * (61.1 * 7.5 * t / (t + 237.7)) / 100;
+  if (!(v > 0)) return std::numeric_limits<float>::quiet_NaN();
+  const double l = std::log(v);
+  return static_cast<float>((237.7 * l - 430.22) / (19.08 - l));
 }
