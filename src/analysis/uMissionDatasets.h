@@ -16,15 +16,14 @@
 #include "model/uEvents.h"
 #include "model/uGlobalSharedVariables.h"
 #include "model/uOtherSensors.h"
-
-inline constexpr std::array<std::string_view, 4> kAnalogInputs = {"A1", "A2", "A3", "A4"};
+#include "model/uQuantities.h"
 
 // What the user may choose about the tables.
 struct TDatasetOptions {
   // "Order By", an entry of kOrderByIndexes; any other number leaves the events in the order of time.
   int orderBy = 0;
   // Labels of the analog inputs; an empty one falls back to the channel's own name.
-  std::array<std::string, kAnalogInputs.size()> analogNames = {"A1", "A2", "A3", "A4"};
+  std::array<std::string, kAnalogInputs.size()> analogNames;
 };
 
 // The index of the event table that ranks the most important events, by the entry of "Order By".

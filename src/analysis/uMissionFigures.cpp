@@ -4,8 +4,8 @@
 
 #include "base/uDateTime.h"
 #include "base/uText.h"
-#include "model/uBlockTypes.h"
 #include "model/uMissionText.h"
+#include "model/uQuantities.h"
 
 namespace {
 

@@ -1,16 +1,15 @@
 #include "analysis/uMissionSummary.h"
 
-#include <algorithm>
 #include <cmath>
 
 #include "base/uDateTime.h"
-#include "model/uBlockTypes.h"
+#include "model/uQuantities.h"
 
 namespace {
 
 TSensorSummary SummarizeSensor(const TSensor& sensor) {
-  const auto* known = std::ranges::find(kKnownChannels, sensor.Name, &TKnownChannel::sensorName);
-  TSensorSummary summary{sensor.Name, known == std::end(kKnownChannels) ? "" : known->unit, sensor.Count(), {}, {}};
+  const auto* known = FindQuantity(&TQuantityRow::sensorName, sensor.Name);
+  TSensorSummary summary{sensor.Name, known == nullptr ? "" : known->unit, sensor.Count(), {}, {}};
   for (const TSensorValue& value : sensor.Values()) {
     if (std::isnan(value.xvalue)) continue;
     if (!summary.minimum || value.xvalue < *summary.minimum) summary.minimum = value.xvalue;

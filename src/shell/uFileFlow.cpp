@@ -9,8 +9,8 @@
 
 #include "base/uFiles.h"
 #include "base/uText.h"
-#include "model/uBlockTypes.h"
 #include "model/uExceptions1V0.h"
+#include "model/uQuantities.h"
 #include "shell/uFilterCommands.h"
 #include "shell/uNavigatorCommands.h"
 #include "shell/uOrderingCommands.h"
