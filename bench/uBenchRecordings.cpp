@@ -6,6 +6,7 @@
 #include <random>
 
 #include "model/uBlockTypes.h"
+#include "model/uQuantities.h"
 #include "model/uRecordingWriter.h"
 
 void WriteBenchRecording(const std::filesystem::path& file, const TBenchSize& size) {
@@ -13,7 +14,7 @@ void WriteBenchRecording(const std::filesystem::path& file, const TBenchSize& si
   head.startTime = 46000;
   head.mission.adxl_level_on = 4;
   head.mission.adxl_level_off = 3;
-  for (const TKnownChannel& channel : kKnownChannels) head.channels.emplace_back(channel.nameInFile);
+  for (const TQuantityRow& channel : kKnownChannels) head.channels.emplace_back(channel.nameInFile);
 
   TRecordingWriter writer(file, head);
   std::mt19937 random(1);

@@ -70,7 +70,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       static_cast<void>(table->DisplayText(table->RowAt(0), field));
     }
   }
-  static_cast<void>(SummarizeMission(MissionData, EventList, SensorList));
+  static_cast<void>(SummarizeMission(EventList, tables.Metrics, SensorList));
   static_cast<void>(StartStopText(MissionData) + LimitText(MissionData) + StdChannelsText(MissionData));
   return 0;
 }

@@ -1,28 +1,8 @@
-// The measured quantities that people set decimal formats and alarm limits for, and the test against a limit.
+// Alarm limits, and the test against one.
 #pragma once
 
 #include <algorithm>
-#include <cstddef>
 #include <limits>
-
-// Those with alarm limits come first.
-enum class TQuantity {
-  Acceleration,
-  Temperature,
-  Pressure,
-  Humidity,
-  Light,
-  Battery,
-  A1,
-  A2,
-  A3,
-  A4,
-  Time,
-  ToT,
-  IoT,
-};
-inline constexpr std::size_t kLimitedQuantityCount = 10;
-inline constexpr std::size_t kQuantityCount = 13;
 
 struct TLimits {
   double least;

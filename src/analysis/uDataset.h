@@ -129,3 +129,10 @@ class TDataset {
   std::vector<bool> FShown;               // by row; empty while all are
   std::vector<std::uint32_t> FShownRows;  // in the order of the selected index, while not all are
 };
+
+// The rows that a table shows, in its order. A row of the shock event table is the event's index in the list, so these
+// are the visible-event lists: all events of the table, those that the filter lets through of its companion.
+std::vector<std::uint32_t> VisibleEvents(const TDataset& table);
+
+// The event when the table shows it, else the first one that it shows; nothing when it shows none.
+std::optional<std::size_t> VisibleOrFirst(const TDataset& table, std::optional<std::size_t> event);

@@ -1,69 +1,31 @@
 #include "analysis/uEventOrdering.h"
 
-#include <algorithm>
-#include <iterator>
-#include <span>
+#include "model/uQuantities.h"
 
 namespace {
 
-struct TColumnIndex {
-  std::string_view field;
-  std::string_view indexKey;
-};
+constexpr std::string_view kTimestamp = "Timestamp";
 
-constexpr TColumnIndex kEvents[] = {{"Acceleration max", "MaxAcc"},
-                                    {"ToT total", "DBC"},
-                                    {"ToT max", "DBCSM"},
-                                    {"IoT total", "Int"},
-                                    {"IoT max", "IntSM"},
-                                    {"ID", "Timestamp"},
-                                    {"Timestamp", "Timestamp"},
-                                    {"Temp.", "Temp."},
-                                    {"Temp. P", "Temp. P"},
-                                    {"Temp. RH", "Temp. RH"},
-                                    {"Light", "Light"},
-                                    {"Pressure", "Pressure"},
-                                    {"Humidity", "Humidity"},
-                                    {"Dew Point", "DewPoint"},
-                                    {"A1", "A1"},
-                                    {"A2", "A2"},
-                                    {"A3", "A3"},
-                                    {"A4", "A4"},
-                                    {"Battery", "Battery"}};
-
-constexpr TColumnIndex kSensors[] = {{"Timestamp", "Timestamp"},
-                                     {"Temp.", "Temp."},
-                                     {"Temp. P", "Temp. P"},
-                                     {"Temp. RH", "Temp. RH"},
-                                     {"Light", "Light"},
-                                     {"Pressure", "Pressure"},
-                                     {"Humidity", "Humidity"},
-                                     {"Dew Point", "DewPoint"},
-                                     {"A1", "A1"},
-                                     {"A2", "A2"},
-                                     {"A3", "A3"},
-                                     {"A4", "A4"}};
-
-constexpr TColumnIndex kBattery[] = {{"Timestamp", "Timestamp"}, {"Battery", "Battery"}};
-
-std::optional<std::string_view> KeyIn(std::span<const TColumnIndex> columns, std::string_view field) {
-  const auto found = std::ranges::find(columns, field, &TColumnIndex::field);
-  if (found == columns.end()) return std::nullopt;
-  return found->indexKey;
+std::optional<std::string_view> KeyOf(const TQuantityRow* quantity) {
+  return quantity == nullptr ? std::nullopt : std::optional(quantity->indexKey);
 }
 
 }  // namespace
 
 std::optional<std::string_view> EventIndexKey(std::string_view field) {
-  return KeyIn(kEvents, field);
+  if (field == "ID" || field == kTimestamp) return kTimestamp;
+  return KeyOf(FindQuantity(&TQuantityRow::field, field));
 }
 
 std::optional<std::string_view> SensorsIndexKey(std::string_view field) {
-  return KeyIn(kSensors, field);
+  if (field == kTimestamp) return kTimestamp;
+  const TQuantityRow* quantity = FindQuantity(&TQuantityRow::field, field);
+  return KeyOf(quantity != nullptr && quantity->sensorsPlace != 0 ? quantity : nullptr);
 }
 
 std::optional<std::string_view> BatteryIndexKey(std::string_view field) {
-  return KeyIn(kBattery, field);
+  if (field == kTimestamp) return kTimestamp;
+  return KeyOf(field == "Battery" ? FindQuantity(&TQuantityRow::field, field) : nullptr);
 }
 
 bool ToggleIndex(TDataset& table, std::string_view indexKey) {

@@ -4,94 +4,41 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <optional>
 #include <span>
 #include <vector>
 
-#include "analysis/uDewPoint.h"
 #include "analysis/uSensorLookup.h"
-#include "analysis/uShockMetrics.h"
 #include "base/uDateTime.h"
-#include "base/uText.h"
 
 namespace {
 
-// A field and the sensor whose readings it holds; the dew point has none.
-struct TSensorField {
-  std::string_view field;
-  std::string_view sensor;
-};
+// Columns of sensors, in their order; the dew point has no sensor.
+using TColumns = std::span<const TQuantityRow* const>;
+constexpr TColumns kEventColumns = kQuantitiesBy<&TQuantityRow::eventsPlace>;
+constexpr TColumns kSensorsColumns = kQuantitiesBy<&TQuantityRow::sensorsPlace>;
 
 constexpr std::string_view kDewPoint = "Dew Point";
 constexpr std::string_view kTemperature = "Temperature";
 constexpr std::string_view kHumidity = "RH";
-
-constexpr TSensorField kEventFields[] = {{"Temp.", kTemperature},
-                                         {"Temp. P", "Temperature p"},
-                                         {"Temp. RH", "Temperature RH"},
-                                         {"Humidity", kHumidity},
-                                         {kDewPoint, {}},
-                                         {"Light", "L"},
-                                         {"Pressure", "Pressure"},
-                                         {"Battery", "Battery"},
-                                         {"A1", "A1"},
-                                         {"A2", "A2"},
-                                         {"A3", "A3"},
-                                         {"A4", "A4"}};
-
-constexpr TSensorField kSensorsFields[] = {{"Temp.", kTemperature},
-                                           {"Temp. P", "Temperature p"},
-                                           {"Temp. RH", "Temperature RH"},
-                                           {"Humidity", kHumidity},
-                                           {kDewPoint, {}},
-                                           {"Pressure", "Pressure"},
-                                           {"Light", "L"},
-                                           {"A1", "A1"},
-                                           {"A2", "A2"},
-                                           {"A3", "A3"},
-                                           {"A4", "A4"}};
-
-constexpr std::string_view kMetricFields[] = {"Acceleration max", "ToT total", "ToT max", "IoT total", "IoT max"};
-
-// A field of the shock cards and the field of the event table that holds the same.
-struct TCardField {
-  std::string_view card;
-  std::string_view event;
-};
-constexpr TCardField kCardFields[] = {{"Temperature", "Temp."},
-                                      {"Temperature (Pressure)", "Temp. P"},
-                                      {"Temperature (Humidity)", "Temp. RH"},
-                                      {"Humidity", "Humidity"},
-                                      {kDewPoint, kDewPoint},
-                                      {"Light", "Light"},
-                                      {"Pressure", "Pressure"},
-                                      {"Battery", "Battery"}};
-
-// Keys of the indexes and the fields that they sort.
-struct TIndexKey {
-  std::string_view key;
-  std::string_view field;
-};
-constexpr TIndexKey kEventIndexes[] = {{"MaxAcc", "Acceleration max"}, {"DBC", "ToT total"}, {"Int", "IoT total"},
-                                       {"DBCSM", "ToT max"},           {"IntSM", "IoT max"}, {"ID", "ID"},
-                                       {"Timestamp", "Timestamp"}};
 
 bool IsPresent(const TSensorList& sensors, std::string_view name) {
   return std::ranges::find(sensors.Sensors(), name, &TSensor::Name) != sensors.Sensors().end();
 }
 
 // Fields for the sensors that are present; the dew point needs temperature and humidity.
-void DefineSensorFields(std::span<const TSensorField> fields, const TSensorList& sensors, TDataset& table) {
-  for (const auto& [field, sensor] : fields) {
-    const bool present = field == kDewPoint ? IsPresent(sensors, kTemperature) && IsPresent(sensors, kHumidity)
-                                            : IsPresent(sensors, sensor);
-    if (present) table.AddField(std::string(field), TFieldType::Single);
+void DefineSensorFields(TColumns columns, const TSensorList& sensors, TDataset& table) {
+  for (const TQuantityRow* column : columns) {
+    const bool present = column->field == kDewPoint ? IsPresent(sensors, kTemperature) && IsPresent(sensors, kHumidity)
+                                                    : IsPresent(sensors, column->sensorName);
+    if (present) table.AddField(std::string(column->field), TFieldType::Single);
   }
 }
 
-// A pair of indexes for each field that is there; the key is the field's, but for the dew point.
-void DefineSensorIndexes(std::span<const TSensorField> fields, TDataset& table) {
-  for (const auto& [field, sensor] : fields) table.AddIndexPair(field == kDewPoint ? "DewPoint" : field, field);
+// A pair of indexes for each field that is there.
+void DefineSensorIndexes(TColumns columns, TDataset& table) {
+  for (const TQuantityRow* column : columns) table.AddIndexPair(column->indexKey, column->field);
 }
 
 // Sensors to look at, by the fields of a table.
@@ -107,14 +54,14 @@ struct TSources {
 
 // `choose` gives the sensor of a name, or nothing.
 template <class TChoose>
-TSources FindSources(std::span<const TSensorField> fields, const TDataset& table, const TChoose& choose) {
+TSources FindSources(TColumns columns, const TDataset& table, const TChoose& choose) {
   TSources sources;
-  for (const auto& [key, sensorName] : fields) {
-    const auto field = table.FindField(key);
+  for (const TQuantityRow* column : columns) {
+    const auto field = table.FindField(column->field);
     if (!field) continue;
-    if (key == kDewPoint) {
+    if (column->field == kDewPoint) {
       sources.dewPoint = field;
-    } else if (const auto sensor = choose(sensorName)) {
+    } else if (const auto sensor = choose(column->sensorName)) {
       sources.columns.push_back({*field, *sensor});
     }
   }
@@ -133,8 +80,9 @@ void SetSensorFields(const TSources& sources, const TRead& read, TDataset& table
   const std::optional<float> temperature = read(*sources.temperature);
   const std::optional<float> humidity = read(*sources.humidity);
   if (!temperature || !humidity) return;
-  const float dewPoint = RoundedDewPoint(*temperature, *humidity);
-  if (!std::isnan(dewPoint)) table.SetSingle(*sources.dewPoint, dewPoint);
+  const double dewPoint = DewPoint(*temperature, *humidity);
+  // Two decimals, halves away from zero.
+  if (!std::isnan(dewPoint)) table.SetSingle(*sources.dewPoint, static_cast<float>(std::round(dewPoint * 100) / 100));
 }
 
 // Every hundred rows the text moves on and the window lives.
@@ -152,15 +100,15 @@ void FillEvents(const TMissionData& mission, const TEventList& events, const TSe
   table.Clear();
   const std::size_t id = table.AddField("ID", TFieldType::Integer);
   const std::size_t timestamp = table.AddField("Timestamp", TFieldType::DateTime);
-  std::array<std::size_t, std::size(kMetricFields)> metrics{};
-  std::ranges::transform(kMetricFields, metrics.begin(), [&table](std::string_view field) {
-    return table.AddField(std::string(field), TFieldType::Single);
+  std::array<std::size_t, kMetricCount> metrics{};
+  std::ranges::transform(kMetrics, metrics.begin(), [&table](const TQuantityRow& metric) {
+    return table.AddField(std::string(metric.field), TFieldType::Single);
   });
-  DefineSensorFields(kEventFields, sensors, table);
+  DefineSensorFields(kEventColumns, sensors, table);
   table.Reserve(events.Count());
 
   // Of two sensors of one name the last that has readings counts.
-  const TSources sources = FindSources(kEventFields, table, [&sensors](std::string_view name) {
+  const TSources sources = FindSources(kEventColumns, table, [&sensors](std::string_view name) {
     std::optional<std::size_t> last;
     for (std::size_t i = 0; i < sensors.Count(); ++i) {
       if (sensors.GetItem(i).Name == name && sensors.GetItem(i).Count() > 0) last = i;
@@ -170,37 +118,27 @@ void FillEvents(const TMissionData& mission, const TEventList& events, const TSe
   const TSensorLookup lookup(sensors, events.StartTime);
   const TThresholds levels = ThresholdsOf(mission);
 
-  datasets.MostIntenseEvent = 0;
-  datasets.LargestIntensity = 0;
-  double intensitySum = 0;
+  datasets.Metrics.clear();
+  datasets.Metrics.reserve(events.Count());
   for (std::size_t i = 0; i < events.Count(); ++i) {
     const TEvent& event = events.GetItem(i);
     const double time = DateTimeOf(events.StartTime, event.GetStartTime());
-    double totMax = 0;
-    double iotMax = 0;
-    const double totTotal = CalcTimeOverThreshold(events, i, levels, totMax);
-    const double iotTotal = CalcIntegralOverThreshold(events, i, levels, iotMax);
-
+    const TEventMetrics& values = datasets.Metrics.emplace_back(CalcEventMetrics(event, levels));
     table.Append();
     table.SetInteger(id, static_cast<std::int32_t>(i));
     table.SetDateTime(timestamp, time);
     table.SetSingle(metrics[0], event.Max);
-    table.SetSingle(metrics[1], static_cast<float>(totTotal));
-    table.SetSingle(metrics[2], static_cast<float>(totMax));
-    table.SetSingle(metrics[3], static_cast<float>(iotTotal));
-    table.SetSingle(metrics[4], static_cast<float>(iotMax));
-    intensitySum += iotTotal;
-    if (iotTotal > datasets.LargestIntensity) {
-      datasets.LargestIntensity = iotTotal;
-      datasets.MostIntenseEvent = i;
-    }
+    table.SetSingle(metrics[1], static_cast<float>(values.totTotal));
+    table.SetSingle(metrics[2], static_cast<float>(values.totMax));
+    table.SetSingle(metrics[3], static_cast<float>(values.iotTotal));
+    table.SetSingle(metrics[4], static_cast<float>(values.iotMax));
     SetSensorFields(
         sources, [&](std::size_t sensor) { return std::optional(lookup.SensorValueAt(sensor, time)); }, table);
     ReportRow("Shock Events", i, events.Count(), progress);
   }
-  datasets.TotalIntensityLabels.fill(MaskFloat("0.##", intensitySum));
-  for (const auto& [key, field] : kEventIndexes) table.AddIndexPair(key, field);
-  DefineSensorIndexes(kEventFields, table);
+  for (const char* key : {"ID", "Timestamp"}) table.AddIndexPair(key, key);
+  for (const TQuantityRow& metric : kMetrics) table.AddIndexPair(metric.indexKey, metric.field);
+  DefineSensorIndexes(kEventColumns, table);
 }
 
 // The cards show what the event table holds; only the set of fields and their names differ.
@@ -219,9 +157,11 @@ void FillCards(IProgress& progress, TMissionDatasets& datasets) {
   };
   const std::size_t id = table.AddField("ID", TFieldType::Integer);
   const std::size_t time = table.AddField("Date and Time", TFieldType::DateTime);
-  for (const std::string_view metric : kMetricFields) addSingle(metric, metric);
+  for (const TQuantityRow& metric : kMetrics) addSingle(metric.field, metric.field);
   table.AddField("Chart", TFieldType::Blob);
-  for (const auto& [card, event] : kCardFields) addSingle(card, event);
+  for (const TQuantityRow* column : kEventColumns) {
+    if (!column->cardField.empty()) addSingle(column->cardField, column->field);
+  }
 
   table.Reserve(events.RecordCount());
   const std::size_t fromId = *events.FindField("ID");
@@ -242,14 +182,15 @@ void FillSensors(const TEventList& events, const TSensorList& sensors, IProgress
   table.Clear();
   const std::size_t id = table.AddField("ID", TFieldType::Integer);
   const std::size_t timestamp = table.AddField("Timestamp", TFieldType::DateTime);
-  DefineSensorFields(kSensorsFields, sensors, table);
+  DefineSensorFields(kSensorsColumns, sensors, table);
 
   // Of two sensors of one name the first counts.
-  const TSources sources = FindSources(kSensorsFields, table, [&](std::string_view name) -> std::optional<std::size_t> {
-    const auto found = std::ranges::find(sensors.Sensors(), name, &TSensor::Name);
-    if (found == sensors.Sensors().end()) return std::nullopt;
-    return static_cast<std::size_t>(found - sensors.Sensors().begin());
-  });
+  const TSources sources =
+      FindSources(kSensorsColumns, table, [&](std::string_view name) -> std::optional<std::size_t> {
+        const auto found = std::ranges::find(sensors.Sensors(), name, &TSensor::Name);
+        if (found == sensors.Sensors().end()) return std::nullopt;
+        return static_cast<std::size_t>(found - sensors.Sensors().begin());
+      });
   const auto driving = std::ranges::find_if(sensors.Sensors(), [](const TSensor& sensor) {
     return sensor.Name != "Battery" && sensor.Name != "Marker" && sensor.Name != "Pressure";
   });
@@ -269,7 +210,7 @@ void FillSensors(const TEventList& events, const TSensorList& sensors, IProgress
     ReportRow("Sensors data", j, rows, progress);
   }
   table.AddIndexPair("Timestamp", "Timestamp");
-  DefineSensorIndexes(kSensorsFields, table);
+  DefineSensorIndexes(kSensorsColumns, table);
   table.SelectIndex("TimestampASC");
 }
 
@@ -337,8 +278,17 @@ void ApplyDateFormat(TMissionDatasets& datasets) {
 void ApplyAnalogNames(std::span<const std::string, kAnalogInputs.size()> names, TMissionDatasets& datasets) {
   for (const auto& [name, table] : kTables) {
     for (std::size_t i = 0; i < kAnalogInputs.size(); ++i) {
-      const auto field = (datasets.*table).FindField(kAnalogInputs[i]);
-      if (field) (datasets.*table).SetLabel(*field, names[i].empty() ? std::string(kAnalogInputs[i]) : names[i]);
+      const std::string_view channel = kAnalogInputs[i]->field;
+      const auto field = (datasets.*table).FindField(channel);
+      if (field) (datasets.*table).SetLabel(*field, names[i].empty() ? std::string(channel) : names[i]);
     }
   }
+}
+
+float DewPoint(float temperature, float humidity) {
+  const double t = temperature;
+  const double v = humidity * (61.1 * 7.5 * t / (t + 237.7)) / 100;
+  if (!(v > 0)) return std::numeric_limits<float>::quiet_NaN();
+  const double l = std::log(v);
+  return static_cast<float>((237.7 * l - 430.22) / (19.08 - l));
 }

@@ -8,21 +8,22 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "analysis/uDataset.h"
+#include "analysis/uShockMetrics.h"
 #include "base/uProgress.h"
 #include "model/uEvents.h"
 #include "model/uGlobalSharedVariables.h"
 #include "model/uOtherSensors.h"
-
-inline constexpr std::array<std::string_view, 4> kAnalogInputs = {"A1", "A2", "A3", "A4"};
+#include "model/uQuantities.h"
 
 // What the user may choose about the tables.
 struct TDatasetOptions {
   // "Order By", an entry of kOrderByIndexes; any other number leaves the events in the order of time.
   int orderBy = 0;
   // Labels of the analog inputs; an empty one falls back to the channel's own name.
-  std::array<std::string, kAnalogInputs.size()> analogNames = {"A1", "A2", "A3", "A4"};
+  std::array<std::string, kAnalogInputs.size()> analogNames;
 };
 
 // The index of the event table that ranks the most important events, by the entry of "Order By".
@@ -37,10 +38,7 @@ struct TMissionDatasets {
   TDataset Sensors;    // a row a reading of the first sensor that is none of battery, marker, pressure
   TDataset Battery;    // a row a reading; no fields when there is no battery channel
 
-  std::size_t MostIntenseEvent = 0;  // index of the first event with the largest IoT total
-  double LargestIntensity = 0;       // its IoT total, g·ms
-  // The captions of the two labels that show the mission's total intensity: the sum of the IoT totals in "0.##".
-  std::array<std::string, 2> TotalIntensityLabels;
+  std::vector<TEventMetrics> Metrics;  // of each event of the list
 };
 
 // Why there is no battery table.
@@ -54,9 +52,9 @@ inline constexpr std::pair<std::string_view, TDataset TMissionDatasets::*> kTabl
     {"sensors", &TMissionDatasets::Sensors},
     {"battery", &TMissionDatasets::Battery}};
 
-// Fills all five tables from the model, in the order in which they stand above, with progress 2 … 5. What
-// ProcessMessages throws ends it: the table in work keeps its rows up to there and has no indexes, those before it are
-// whole but for date masks and labels, those after it are as they were.
+// Fills the metrics and all five tables from the model, in the order in which they stand above, with progress 2 … 5.
+// What ProcessMessages throws ends it: the table in work keeps its rows up to there and has no indexes, those before it
+// are whole but for date masks and labels, those after it are as they were.
 void LoadKorvexFileData(const TMissionData& mission, const TEventList& events, const TSensorList& sensors,
                         const TDatasetOptions& options, IProgress& progress, TMissionDatasets& datasets);
 
@@ -69,3 +67,8 @@ void ApplyDateFormat(TMissionDatasets& datasets);
 
 // Labels the fields of the analog inputs; an empty name falls back to the channel's own.
 void ApplyAnalogNames(std::span<const std::string, kAnalogInputs.size()> names, TMissionDatasets& datasets);
+
+// °C from a temperature in °C and a relative humidity in %; NaN where the formula takes the logarithm of nothing.
+// Kept on purpose: the vapour-pressure step multiplies by 7.5·T/(T + 237.7) instead of raising 10 to that power, so
+// that the values match the loggers' files and reports.
+float DewPoint(float temperature, float humidity);

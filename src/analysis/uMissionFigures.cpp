@@ -4,8 +4,8 @@
 
 #include "base/uDateTime.h"
 #include "base/uText.h"
-#include "model/uBlockTypes.h"
 #include "model/uMissionText.h"
+#include "model/uQuantities.h"
 
 namespace {
 
@@ -64,8 +64,8 @@ std::vector<TFigure> EventFigures(const TMissionSummary& summary, const TEventLi
                                    MaskFloat("0.###", event.MaxSingle), event.MaxAxis, when(*summary.peakEvent))));
   }
   if (summary.mostIntense) {
-    figures.push_back(Figure(
-        "Most intense", fmt::format("{} g ms {}", MaskFloat("0.##", summary.largestIot), when(*summary.mostIntense))));
+    figures.push_back(Figure("Most intense",
+                             fmt::format("{} g ms {}", MaskFloat("0.##", summary.maxIot), when(*summary.mostIntense))));
   }
   figures.push_back(Figure("ToT total", MaskFloat("0.#", summary.totTotal) + " ms"));
   figures.push_back(Figure("IoT total", MaskFloat("0.##", summary.iotTotal) + " g ms"));

@@ -1,17 +1,15 @@
 #include "analysis/uMissionSummary.h"
 
-#include <algorithm>
 #include <cmath>
 
-#include "analysis/uShockMetrics.h"
 #include "base/uDateTime.h"
-#include "model/uBlockTypes.h"
+#include "model/uQuantities.h"
 
 namespace {
 
 TSensorSummary SummarizeSensor(const TSensor& sensor) {
-  const auto* known = std::ranges::find(kKnownChannels, sensor.Name, &TKnownChannel::sensorName);
-  TSensorSummary summary{sensor.Name, known == std::end(kKnownChannels) ? "" : known->unit, sensor.Count(), {}, {}};
+  const auto* known = FindQuantity(&TQuantityRow::sensorName, sensor.Name);
+  TSensorSummary summary{sensor.Name, known == nullptr ? "" : known->unit, sensor.Count(), {}, {}};
   for (const TSensorValue& value : sensor.Values()) {
     if (std::isnan(value.xvalue)) continue;
     if (!summary.minimum || value.xvalue < *summary.minimum) summary.minimum = value.xvalue;
@@ -21,37 +19,32 @@ TSensorSummary SummarizeSensor(const TSensor& sensor) {
 }
 
 // Times need not be in order, so each counts.
-template <class TValue>
-void Widen(std::span<const TValue> values, std::optional<double>& first, std::optional<double>& last) {
-  for (const TValue& value : values) {
-    if (!first || value.time < *first) first = value.time;
-    if (!last || value.time > *last) last = value.time;
-  }
+void Widen(double from, double to, TMissionSummary& summary) {
+  if (!summary.firstTime || from < *summary.firstTime) summary.firstTime = from;
+  if (!summary.lastTime || to > *summary.lastTime) summary.lastTime = to;
 }
 
 }  // namespace
 
-TMissionSummary SummarizeMission(const TMissionData& mission, const TEventList& events, const TSensorList& sensors) {
+TMissionSummary SummarizeMission(const TEventList& events, std::span<const TEventMetrics> metrics,
+                                 const TSensorList& sensors) {
   TMissionSummary summary;
   summary.events = events.Count();
-  const TThresholds levels = ThresholdsOf(mission);
   for (std::size_t i = 0; i < events.Count(); ++i) {
     const TEvent& event = events.GetItem(i);
     summary.samples += event.Count();
     if (!summary.peakEvent || event.Max > events.GetItem(*summary.peakEvent).Max) summary.peakEvent = i;
-    double ignored = 0;
-    summary.totTotal += CalcTimeOverThreshold(events, i, levels, ignored);
-    const double intensity = CalcIntegralOverThreshold(events, i, levels, ignored);
-    summary.iotTotal += intensity;
-    if (intensity > summary.largestIot) {
-      summary.largestIot = intensity;
+    summary.totTotal += metrics[i].totTotal;
+    summary.iotTotal += metrics[i].iotTotal;
+    if (metrics[i].iotTotal > summary.maxIot) {
+      summary.maxIot = metrics[i].iotTotal;
       summary.mostIntense = i;
     }
-    Widen(event.Values(), summary.firstTime, summary.lastTime);
+    if (event.Count() > 0) Widen(metrics[i].minTime, metrics[i].maxTime, summary);
   }
   for (const TSensor& sensor : sensors.Sensors()) {
     summary.sensors.push_back(SummarizeSensor(sensor));
-    Widen(sensor.Values(), summary.firstTime, summary.lastTime);
+    for (const TSensorValue& value : sensor.Values()) Widen(value.time, value.time, summary);
   }
   if (summary.firstTime) summary.firstTime = DateTimeOf(events.StartTime, *summary.firstTime);
   if (summary.lastTime) summary.lastTime = DateTimeOf(events.StartTime, *summary.lastTime);

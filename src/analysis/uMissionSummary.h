@@ -1,4 +1,4 @@
-// The figures that sum up a mission in a few lines. Pure functions of the model.
+// The figures that sum up a mission in a few lines. Pure functions.
 #pragma once
 
 #include <cstddef>
@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "analysis/uShockMetrics.h"
 #include "model/uEvents.h"
-#include "model/uGlobalSharedVariables.h"
 #include "model/uOtherSensors.h"
 
 struct TSensorSummary {
@@ -22,14 +22,16 @@ struct TSensorSummary {
 struct TMissionSummary {
   std::size_t events = 0;
   std::size_t samples = 0;                 // of all events
-  std::optional<std::size_t> peakEvent;    // the first event with the largest Max
+  std::optional<std::size_t> peakEvent;    // the first event with the maximum of Max
   double totTotal = 0;                     // ms, sum over the events
   double iotTotal = 0;                     // g·ms, sum over the events
-  double largestIot = 0;                   // g·ms, of one event
-  std::optional<std::size_t> mostIntense;  // the first event with the largest IoT total, if any is above 0
+  double maxIot = 0;                       // g·ms, of one event
+  std::optional<std::size_t> mostIntense;  // the first event with the maximum IoT total, if any is above 0
   // The earliest and latest time of a sample or reading, date-times; nothing when there is none.
   std::optional<double> firstTime, lastTime;
   std::vector<TSensorSummary> sensors;  // in the order of the list
 };
 
-TMissionSummary SummarizeMission(const TMissionData& mission, const TEventList& events, const TSensorList& sensors);
+// `metrics` are those of the events, in the order of the list.
+TMissionSummary SummarizeMission(const TEventList& events, std::span<const TEventMetrics> metrics,
+                                 const TSensorList& sensors);

@@ -1,61 +1,106 @@
 #include "analysis/uShockMetrics.h"
 
-#include <cmath>
+#include <algorithm>
+#include <atomic>
+
+namespace {
+
+std::atomic<std::size_t> Walked = 0;
+
+class TTimeOverThreshold {
+ public:
+  TTimeOverThreshold(const TThresholds& levels, double startTime) : FLevels(levels), FStartTime(startTime) {}
+
+  // True if the sample ends an interval; Interval is that one.
+  bool Add(double time, double magnitude, bool last, TEventMetrics& metrics) {
+    if (!FAbove) {
+      // The sample that begins an interval is not tested for its end.
+      FAbove = magnitude >= FLevels.totOn;
+      Interval.first = time;
+      return false;
+    }
+    if (!(magnitude < FLevels.totOff) && !last) return false;
+    const double duration = (time - FStartTime) - (Interval.first - FStartTime);
+    if (duration > metrics.totMax) metrics.totMax = duration;
+    metrics.totTotal += duration;
+    Interval.second = time;
+    FAbove = false;
+    return true;
+  }
+
+  TThresholdInterval Interval{};
+
+ private:
+  const TThresholds& FLevels;
+  double FStartTime;
+  bool FAbove = false;
+};
+
+class TIntegralOverThreshold {
+ public:
+  explicit TIntegralOverThreshold(double level) : FLevel(level) {}
+
+  void Add(double time, double magnitude, TEventMetrics& metrics) {
+    const double before = std::exchange(FAbove, magnitude - FLevel);
+    const double step = time - std::exchange(FTime, time);
+    if (before > 0 && FAbove > 0) {
+      const double area = (before + FAbove) * step / 2;
+      if (!FInRun) FRun = 0;
+      FRun += area;
+      metrics.iotTotal += area;
+      FInRun = true;
+    } else {
+      // Kept on purpose: a run that reaches the last pair never counts towards the maximum.
+      if (FRun > metrics.iotMax) metrics.iotMax = FRun;
+      FInRun = false;
+    }
+  }
+
+ private:
+  double FLevel;
+  double FAbove = 0;  // g above the level, of the sample before; 0 makes no pair with the first sample
+  double FTime = 0;
+  double FRun = 0;
+  bool FInRun = false;
+};
+
+}  // namespace
 
 TThresholds ThresholdsOf(const TMissionData& mission) {
   if (!mission.bValid) return {6.0, 6.0, 1.0};
   return {mission.adxl_level_on, mission.adxl_level_off, mission.adxl_level_on};
 }
 
-double CalcTimeOverThreshold(const TEventList& events, std::size_t index, const TThresholds& levels, double& Max) {
-  const TEvent& event = events.GetItem(index);
+TEventMetrics CalcEventMetrics(const TEvent& event, const TThresholds& levels,
+                               std::vector<TThresholdInterval>* intervals) {
   const auto samples = event.Values();
-  const double startTime = event.GetStartTime();
-  double total = 0;
-  double intervalStart = 0;
-  bool above = false;
-  Max = 0;
-  for (std::size_t i = 0; i < samples.size(); ++i) {
-    const double magnitude = Magnitude(samples[i]);
-    const double time = samples[i].time - startTime;
-    if (!above) {
-      // The sample that begins an interval is not tested for its end.
-      if (magnitude >= levels.totOn) {
-        intervalStart = time;
-        above = true;
-      }
-    } else if (magnitude < levels.totOff || i + 1 == samples.size()) {
-      const double duration = time - intervalStart;
-      if (duration > Max) Max = duration;
-      total += duration;
-      above = false;
-    }
+  Walked.fetch_add(samples.size(), std::memory_order_relaxed);
+  TEventMetrics metrics;
+  TTimeOverThreshold tot(levels, event.GetStartTime());
+  TIntegralOverThreshold iot(levels.iot);
+  for (const TEventValue& sample : samples) {
+    const double magnitude = Magnitude(sample);
+    const bool ended = tot.Add(sample.time, magnitude, &sample == &samples.back(), metrics);
+    if (ended && intervals != nullptr) intervals->push_back(tot.Interval);
+    iot.Add(sample.time, magnitude, metrics);
+    metrics.minTime = std::min(metrics.minTime, sample.time);
+    metrics.maxTime = std::max(metrics.maxTime, sample.time);
   }
-  return total;
+  return metrics;
+}
+
+double CalcTimeOverThreshold(const TEventList& events, std::size_t index, const TThresholds& levels, double& Max) {
+  const TEventMetrics metrics = CalcEventMetrics(events.GetItem(index), levels);
+  Max = metrics.totMax;
+  return metrics.totTotal;
 }
 
 double CalcIntegralOverThreshold(const TEventList& events, std::size_t index, const TThresholds& levels, double& Max) {
-  const auto samples = events.GetItem(index).Values();
-  double total = 0;
-  double run = 0;
-  bool inRun = false;
-  Max = 0;
-  if (samples.size() < 2) return 0;
-  double next = Magnitude(samples[0]) - levels.iot;
-  for (std::size_t i = 0; i + 1 < samples.size(); ++i) {
-    const double here = next;
-    next = Magnitude(samples[i + 1]) - levels.iot;
-    if (here > 0 && next > 0) {
-      const double area = (here + next) * (samples[i + 1].time - samples[i].time) / 2;
-      if (!inRun) run = 0;
-      run += area;
-      total += area;
-      inRun = true;
-    } else {
-      // Kept on purpose: a run that reaches the last pair never counts towards the maximum.
-      if (run > Max) Max = run;
-      inRun = false;
-    }
-  }
-  return total;
+  const TEventMetrics metrics = CalcEventMetrics(events.GetItem(index), levels);
+  Max = metrics.iotMax;
+  return metrics.iotTotal;
+}
+
+std::size_t WalkedSamples() {
+  return Walked.load(std::memory_order_relaxed);
 }

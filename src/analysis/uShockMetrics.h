@@ -1,10 +1,13 @@
 // The metrics of one shock event: time over threshold (ToT) and integral over threshold (IoT). A sample with an axis
 // that is NaN has a magnitude that is NaN and fails every comparison: it neither begins a ToT interval nor ends one,
-// but at the last sample, and it ends an IoT run.
+// but at the last sample, and it ends an IoT run. Any thread.
 #pragma once
 
 #include <cmath>
 #include <cstddef>
+#include <limits>
+#include <utility>
+#include <vector>
 
 #include "model/uEvents.h"
 #include "model/uGlobalSharedVariables.h"
@@ -27,10 +30,28 @@ inline double Magnitude(const TEventValue& value) {
   return std::sqrt(x * x + y * y + z * z);
 }
 
-// Total time above the levels in ms; Max is the longest single interval. An interval that is open at the last sample
-// ends there. An event without samples gives 0 and 0. Throws std::out_of_range for an index past the list.
-double CalcTimeOverThreshold(const TEventList& events, std::size_t index, const TThresholds& levels, double& Max);
+// All 0 for an event without samples, and IoT for one with a single sample.
+struct TEventMetrics {
+  double totTotal = 0;  // ms above the levels; an interval that is open at the last sample ends there
+  double totMax = 0;    // ms, the longest interval
+  double iotTotal = 0;  // g·ms, trapezoidal, over pairs of neighbours that both lie above the level
+  double iotMax = 0;    // g·ms, the largest closed run of such pairs
+  // ms since the mission's start, over the samples, whose times need not be in order; without samples minTime is above
+  // maxTime.
+  double minTime = std::numeric_limits<double>::infinity();
+  double maxTime = -std::numeric_limits<double>::infinity();
+};
 
-// Trapezoidal integral of the magnitude above the level in g·ms, over pairs of neighbours that both lie above it; Max
-// is the largest closed run of such pairs. An event with fewer than two samples gives 0 and 0.
+// The recorded times of the sample that begins a ToT interval and of the one that ends it, in ms.
+using TThresholdInterval = std::pair<double, double>;
+
+// Walks the samples once. Appends the ToT intervals to `intervals` where it is given.
+TEventMetrics CalcEventMetrics(const TEvent& event, const TThresholds& levels,
+                               std::vector<TThresholdInterval>* intervals = nullptr);
+
+// One metric alone; Max is the largest of one interval or run. They throw std::out_of_range for an index past the list.
+double CalcTimeOverThreshold(const TEventList& events, std::size_t index, const TThresholds& levels, double& Max);
 double CalcIntegralOverThreshold(const TEventList& events, std::size_t index, const TThresholds& levels, double& Max);
+
+// How many samples the functions above have walked in this program, for tests that count.
+std::size_t WalkedSamples();

@@ -16,7 +16,7 @@ constexpr std::chrono::sys_days kFirstDay{std::chrono::year{1} / 1 / 1};
 constexpr std::chrono::sys_days kLastDay{std::chrono::year{9999} / 12 / 31};
 
 std::string& ShortDateMask() {
-  static std::string mask = "yyyy-mm-dd";
+  static std::string mask(kDefaultDateFormat);
   return mask;
 }
 

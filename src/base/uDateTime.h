@@ -18,7 +18,9 @@ inline double DateTimeOf(double startTime, double ms) {
   return startTime + ms / kMsPerDay;
 }
 
-// The process-wide short date format that every displayed time follows; "yyyy-mm-dd" until it is set.
+inline constexpr std::string_view kDefaultDateFormat = "yyyy-mm-dd";
+
+// The process-wide short date format that every displayed time follows; kDefaultDateFormat until it is set.
 // Main thread only.
 const std::string& ShortDateFormat();
 void SetShortDateFormat(std::string mask);

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "analysis/uSpectrum.h"
+#include "base/uDateTime.h"
 #include "cli/uConsole.h"
 
 // Mission details and summary, for people.
@@ -41,7 +42,7 @@ inline constexpr std::array<std::string_view, 11> kExports = {
 struct TExportRequest {
   std::string folder;
   std::vector<std::string> what;  // of kExports
-  std::string dateFormat = "yyyy-mm-dd";
+  std::string dateFormat{kDefaultDateFormat};
   std::string filter;  // "acc=6..20,tot=..50,axis=X-pos"; empty: all events are visible
 };
 

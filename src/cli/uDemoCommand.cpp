@@ -13,6 +13,7 @@
 #include "base/uText.h"
 #include "cli/uCommands.h"
 #include "model/uBlockTypes.h"
+#include "model/uQuantities.h"
 #include "model/uRecordingWriter.h"
 #include "platform/uSafeFile.h"
 
@@ -210,7 +211,7 @@ std::array<std::uint32_t, 12> SlowReadings(double days, bool marked, TRandom& ra
 TRecordingHead DemoHead(const TDemoSize& size) {
   TRecordingHead head;
   head.startTime = kStartTime;
-  for (const TKnownChannel& channel : kKnownChannels) head.channels.emplace_back(channel.nameInFile);
+  for (const TQuantityRow& channel : kKnownChannels) head.channels.emplace_back(channel.nameInFile);
   TMissionData& mission = head.mission;
   mission.fileVersion = 1;
   mission.version = 1;
@@ -243,8 +244,8 @@ class TSlowSeries {
 
   void WriteUntil(double ms) {
     std::array<std::uint32_t, kChannelCount> record{};
+    record.fill(kNoValue);
     for (; FNext < FCount && TimeOf(FNext) <= ms; ++FNext) {
-      std::fill_n(record.begin(), kAxisCount, kNoValue);
       // Somebody pressed the button when the truck left and a day after the drop.
       const bool marked = FNext == IndexAt(kTruckFromHour) || FNext == IndexAt(kDropHour + 24);
       std::ranges::copy(SlowReadings(TimeOf(FNext) / kMsPerDay, marked, FRandom), record.begin() + kAxisCount);

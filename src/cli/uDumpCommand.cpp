@@ -1,8 +1,8 @@
 #include <algorithm>
 #include <limits>
+#include <span>
 
 #include "analysis/uMissionDatasets.h"
-#include "analysis/uShockMetrics.h"
 #include "cli/uCommands.h"
 #include "cli/uJsonWriter.h"
 #include "cli/uRecording.h"
@@ -17,15 +17,10 @@ void WriteMission(const TMissionData& mission, TJsonWriter& json) {
   json.End('}');
 }
 
-void WriteEvents(const TMissionData& mission, const TEventList& events, TJsonWriter& json) {
-  const TThresholds levels = ThresholdsOf(mission);
+void WriteEvents(const TEventList& events, std::span<const TEventMetrics> metrics, TJsonWriter& json) {
   json.Begin('[');
   for (std::size_t i = 0; i < events.Count(); ++i) {
     const TEvent& event = events.GetItem(i);
-    double totMax = 0;
-    double iotMax = 0;
-    const double totTotal = CalcTimeOverThreshold(events, i, levels, totMax);
-    const double iotTotal = CalcIntegralOverThreshold(events, i, levels, iotMax);
     json.Begin('{');
     json.Member("ID", event.ID);
     json.Member("samples", event.Count());
@@ -33,10 +28,10 @@ void WriteEvents(const TMissionData& mission, const TEventList& events, TJsonWri
     json.Member("Max", event.Max);
     json.Member("MaxSingle", event.MaxSingle);
     json.Member("MaxAxis", event.MaxAxis);
-    json.Member("totTotal", totTotal);
-    json.Member("totMax", totMax);
-    json.Member("iotTotal", iotTotal);
-    json.Member("iotMax", iotMax);
+    json.Member("totTotal", metrics[i].totTotal);
+    json.Member("totMax", metrics[i].totMax);
+    json.Member("iotTotal", metrics[i].iotTotal);
+    json.Member("iotMax", metrics[i].iotMax);
     json.End('}');
   }
   json.End(']');
@@ -138,7 +133,7 @@ TStatus DumpCommand(const std::string& file, std::size_t rows, const TConsole& c
   json.Member("startTime", recording.events.StartTime);
   json.Member("validCreator", recording.events.ValidCreator);
   json.Key("events");
-  WriteEvents(recording.mission, recording.events, json);
+  WriteEvents(recording.events, tables.Metrics, json);
   json.Key("sensors");
   WriteSensors(recording.sensors, json);
   json.Key("texts");

@@ -10,7 +10,6 @@
 
 #include "analysis/uEventFilter.h"
 #include "analysis/uMissionDatasets.h"
-#include "analysis/uVisibleEvents.h"
 #include "base/uDateTime.h"
 #include "base/uFiles.h"
 #include "base/uText.h"

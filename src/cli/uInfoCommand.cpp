@@ -1,5 +1,7 @@
 #include <fmt/format.h>
 
+#include <vector>
+
 #include "analysis/uMissionFigures.h"
 #include "base/uText.h"
 #include "cli/uCommands.h"
@@ -18,7 +20,10 @@ void Print(const std::vector<TFigure>& figures, const TConsole& console) {
 TStatus InfoCommand(const std::string& file, const TConsole& console) {
   const TRecording recording = ReadRecording(file, console);
   if (!recording.HasMission()) return recording.status;
-  const TMissionSummary summary = SummarizeMission(recording.mission, recording.events, recording.sensors);
+  const TThresholds levels = ThresholdsOf(recording.mission);
+  std::vector<TEventMetrics> metrics;
+  for (const TEvent& event : recording.events.Events()) metrics.push_back(CalcEventMetrics(event, levels));
+  const TMissionSummary summary = SummarizeMission(recording.events, metrics, recording.sensors);
   console.out(Printable(file) + "\n");
   if (recording.mission.bValid) Print(HeaderFigures(recording.mission), console);
   Print(EventFigures(summary, recording.events, recording.axes), console);

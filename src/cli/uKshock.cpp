@@ -9,6 +9,7 @@
 #include <limits>
 
 #include "analysis/uMissionDatasets.h"
+#include "base/uDateTime.h"
 #include "base/uText.h"
 #include "cli/uCommands.h"
 
@@ -115,7 +116,9 @@ class TCommandLine {
         ->check([](const std::string& folder) {
           return folder.empty() ? "The folder has no name; . is the current one." : std::string();
         });
-    command->add_option("--date-format", FExport.dateFormat, "How dates are written; yyyy-mm-dd unless given")
+    command
+        ->add_option("--date-format", FExport.dateFormat,
+                     fmt::format("How dates are written; {} unless given", kDefaultDateFormat))
         ->type_name("MASK");
     command
         ->add_option("--filter", FExport.filter,

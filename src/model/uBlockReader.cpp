@@ -23,8 +23,9 @@ constexpr std::size_t kTimeSize = sizeof(double);
 constexpr std::size_t kReadingSize = sizeof(float);
 constexpr std::size_t kNoColumn = std::numeric_limits<std::size_t>::max();
 
-// Bytes that the mission takes in the end: the items of the model, the heap's own, and their rows in the tables.
-constexpr std::size_t kEventCost = sizeof(TEvent) + 32 + 160;
+// Bytes that the mission takes in the end: the items of the model, the heap's own, and their rows in the tables; of an
+// event its metrics, too.
+constexpr std::size_t kEventCost = sizeof(TEvent) + 32 + 160 + 48;
 constexpr std::size_t kReadingCost = sizeof(TSensorValue) + 24;
 constexpr std::size_t kSensorCost = sizeof(TSensor) + 32;
 
@@ -116,9 +117,8 @@ void TBlockReader::ReadChannelList() {
   FColumnCount = 0;
   while (FFile.BlockPos() + 1 < FFile.BlockSize()) {
     const AnsiString name = FFile.ReadString();
-    const auto* known = std::ranges::find(kKnownChannels, name, &TKnownChannel::nameInFile);
-    if (known != std::end(kKnownChannels)) {
-      const auto channel = static_cast<std::size_t>(known - std::begin(kKnownChannels));
+    if (const auto* known = FindQuantity(&TQuantityRow::nameInFile, name)) {
+      const auto channel = static_cast<std::size_t>(known - kQuantities);
       FColumnOf[channel] = FColumnCount;
       if (channel < kAxisCount) {
         bool* const flags[kAxisCount] = {&AxesPresent.x, &AxesPresent.y, &AxesPresent.z};
@@ -137,10 +137,9 @@ void TBlockReader::ReadChannelList() {
 }
 
 void TBlockReader::AddRoute(std::size_t sensor) {
-  const auto* known = std::ranges::find(kKnownChannels, SensorList.GetItem(sensor).Name, &TKnownChannel::sensorName);
-  if (known == std::end(kKnownChannels)) return;
-  FSensorsOf[static_cast<std::size_t>(known - std::begin(kKnownChannels))].push_back(
-      static_cast<std::uint32_t>(sensor));
+  const auto* known = FindQuantity(&TQuantityRow::sensorName, SensorList.GetItem(sensor).Name);
+  if (known == nullptr) return;
+  FSensorsOf[static_cast<std::size_t>(known - kQuantities)].push_back(static_cast<std::uint32_t>(sensor));
 }
 
 void TBlockReader::FindSources() {

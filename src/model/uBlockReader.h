@@ -10,6 +10,7 @@
 #include "model/uBlockTypes.h"
 #include "model/uDataFile1V0.h"
 #include "model/uGlobalSharedVariables.h"
+#include "model/uQuantities.h"
 
 // Reads the body of a mission-header block, field by field. Throws EStreamError when it breaks off; what was whole
 // stands in Data then, without bValid. Returns true.

@@ -3,7 +3,6 @@
 
 #include <array>
 #include <cstdint>
-#include <iterator>
 #include <string_view>
 
 inline constexpr std::uint16_t kFileHeaderBlock = 0;
@@ -26,35 +25,6 @@ inline constexpr std::uint32_t kEndOfEvent = 0xFFFFFFFE;
 // Only files of these creators are shown.
 inline constexpr std::array<std::string_view, 3> kValidCreators = {"korvex_createShockFile.exe", "korvex165_reader.exe",
                                                                    "korvexCARD_reader.exe (kshock)"};
-
-// A channel that the reader knows. An acceleration axis has no sensor.
-struct TKnownChannel {
-  std::string_view nameInFile;
-  std::string_view sensorName;
-  std::string_view unit;       // empty where it depends on what is connected
-  bool dropsEveryNaN = false;  // else only the two marks are dropped
-};
-
-// The axes come first. Kept on purpose: only the analog inputs drop every NaN.
-inline constexpr TKnownChannel kKnownChannels[] = {
-    {"ACC x", "", "g"},
-    {"ACC y", "", "g"},
-    {"ACC z", "", "g"},
-    {"T", "Temperature", "°C"},
-    {"T(RH)", "Temperature RH", "°C"},
-    {"T(p)", "Temperature p", "°C"},
-    {"RH", "RH", "%RH"},
-    {"L", "L", "lux"},
-    {"p", "Pressure", "mbar"},
-    {"BAT", "Battery", "V"},
-    {"Marker", "Marker", ""},
-    {"A1", "A1", "", true},
-    {"A2", "A2", "", true},
-    {"A3", "A3", "", true},
-    {"A4", "A4", "", true},
-};
-inline constexpr std::size_t kChannelCount = std::size(kKnownChannels);
-inline constexpr std::size_t kAxisCount = 3;
 
 // What a block holds, in words.
 constexpr std::string_view BlockDescription(std::uint16_t type) {

@@ -8,38 +8,10 @@
 
 namespace {
 
-// By TQuantity.
-constexpr std::array<std::string_view, kQuantityCount> kFormatControls = {
-    "cmbSettingsAccDec",  "cmbSettingsTempDec", "cmbSettingsPresDec", "cmbSettingsRHDec", "cmbSettingsLiDec",
-    "cmbSettingsBatDec",  "cmbSettingsA1Dec",   "cmbSettingsA2Dec",   "cmbSettingsA3Dec", "cmbSettingsA4Dec",
-    "cmbSettingsTimeDec", "cmbSettingsDBCDec",  "cmbSettingsIntDec"};
-struct TLimitControls {
-  std::string_view least;
-  std::string_view largest;
-};
-constexpr std::array<TLimitControls, kLimitedQuantityCount> kLimitControls = {{
-    {"dxBarSpinAlarmAccMin", "dxBarSpinAlarmAccMax"},
-    {"dxBarSpinAlarmTempMin", "dxBarSpinAlarmTempMax"},
-    {"dxBarSpinAlarmPresMin", "dxBarSpinAlarmPresMax"},
-    {"dxBarSpinAlarmRHMin", "dxBarSpinAlarmRHMax"},
-    {"dxBarSpinAlarmLiMin", "dxBarSpinAlarmLiMax"},
-    {"dxBarSpinAlarmBatMin", "dxBarSpinAlarmBatMax"},
-    {"dxBarSpinAlarmA1Min", "dxBarSpinAlarmA1Max"},
-    {"dxBarSpinAlarmA2Min", "dxBarSpinAlarmA2Max"},
-    {"dxBarSpinAlarmA3Min", "dxBarSpinAlarmA3Max"},
-    {"dxBarSpinAlarmA4Min", "dxBarSpinAlarmA4Max"},
-}};
-constexpr std::array<std::string_view, kAnalogInputs.size()> kNameControls = {"tedA1Name", "tedA2Name", "tedA3Name",
-                                                                              "tedA4Name"};
 constexpr std::array<std::string_view, 4> kAccelerationControls = {"ccmbShockX", "ccmbShockY", "ccmbShockZ",
                                                                    "ccmbShockTotal"};
 constexpr std::array<std::string_view, 4> kAxisControls = {"clrgalSensorsLeftAxisI", "clrgalSensorsLeftAxisII",
                                                            "clrgalSensorsRightAxisI", "clrgalSensorsRightAxisII"};
-constexpr std::array<std::string_view, kColouredSensors.size()> kSensorControls = {
-    "ccmbSensorsTemp",     "ccmbSensorsTempP", "ccmbSensorsTempRH",  "ccmbSensorsRH",
-    "ccmbSensorsPressure", "ccmbSensorsLight", "ccmbSensorsBattery", "ccmbSensorsA1",
-    "ccmbSensorsA2",       "ccmbSensorsA3",    "ccmbSensorsA4"};
-
 // A list without a choice counts as its first entry.
 template <std::size_t N>
 std::string_view Entry(const std::array<std::string_view, N>& entries, const TControlValue& index) {
@@ -47,11 +19,15 @@ std::string_view Entry(const std::array<std::string_view, N>& entries, const TCo
   return at < N ? entries[at] : entries[0];
 }
 
+std::uint32_t ReadColour(std::string_view control, const IMainScreen& screen) {
+  return ColourFromText(std::get<std::string>(screen.Value(control))).value_or(0);
+}
+
 template <std::size_t N>
 void ReadColours(const std::array<std::string_view, N>& controls, const IMainScreen& screen,
                  std::array<std::uint32_t, N>& colours) {
   for (std::size_t i = 0; i < N; ++i) {
-    colours[i] = ColourFromText(std::get<std::string>(screen.Value(controls[i]))).value_or(0);
+    colours[i] = ReadColour(controls[i], screen);
   }
 }
 
@@ -61,11 +37,11 @@ TDisplaySettings ReadDisplaySettings(const TMissionData& mission, const IMainScr
   TDisplaySettings settings;
   settings.DateFormat = Entry(kDateFormats, screen.Value("cmbSettingsDateTimeFormat"));
   for (std::size_t i = 0; i < kQuantityCount; ++i) {
-    settings.Formats[i] = Entry(kDecimalMasks, screen.Value(kFormatControls[i]));
+    settings.Formats[i] = Entry(kDecimalMasks, screen.Value(kQuantityControls[i].format));
   }
   for (std::size_t i = 0; i < kLimitedQuantityCount; ++i) {
-    settings.Limits[i] = {std::get<double>(screen.Value(kLimitControls[i].least)),
-                          std::get<double>(screen.Value(kLimitControls[i].largest))};
+    settings.Limits[i] = {std::get<double>(screen.Value(kQuantityControls[i].min)),
+                          std::get<double>(screen.Value(kQuantityControls[i].max))};
   }
   const double level = mission.adxl_level_on;
   const bool wanted = mission.bValid && std::get<bool>(screen.Value("chboxLoadAccAlarmFromFile"));
@@ -79,10 +55,12 @@ TDisplaySettings ReadDisplaySettings(const TMissionData& mission, const IMainScr
   settings.Company = std::get<std::string>(screen.Value("cxTextEditCompanyName"));
   settings.PointAbsorption = std::get<bool>(screen.Value("chboxShockChartPointAbsorption"));
   for (std::size_t i = 0; i < kAnalogInputs.size(); ++i) {
-    settings.AnalogNames[i] = std::get<std::string>(screen.Value(kNameControls[i]));
+    settings.AnalogNames[i] = std::get<std::string>(screen.Value(kAnalogInputs[i]->nameControl));
   }
   ReadColours(kAccelerationControls, screen, settings.AccelerationColours);
   ReadColours(kAxisControls, screen, settings.AxisColours);
-  ReadColours(kSensorControls, screen, settings.SensorColours);
+  for (std::size_t i = 0; i < kColouredSensors.size(); ++i) {
+    settings.SensorColours[i] = ReadColour(kColouredSensors[i]->colourControl, screen);
+  }
   return settings;
 }

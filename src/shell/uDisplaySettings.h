@@ -9,18 +9,15 @@
 #include "analysis/uAlarmLimits.h"
 #include "analysis/uMissionDatasets.h"
 #include "model/uGlobalSharedVariables.h"
+#include "model/uQuantities.h"
 
 class IMainScreen;
 
 // The decimal format of each quantity, a mask of MaskFloat.
 using TCellFormats = std::array<std::string_view, kQuantityCount>;
 
-// The sensors that have a colour of their own, by the names in a recording.
-inline constexpr std::array<std::string_view, 11> kColouredSensors = {
-    "Temperature", "Temperature p", "Temperature RH", "RH", "Pressure", "L", "Battery", "A1", "A2", "A3", "A4"};
-
 struct TDisplaySettings {
-  std::string DateFormat = "yyyy-mm-dd";
+  std::string DateFormat;
   TCellFormats Formats = {"0.####", "0.###", "0.###", "0.###",  "0.#", "0.###", "0.0",
                           "0.0",    "0.0",   "0.0",   "0.####", "0.#", "0.###"};
   std::array<TLimits, kLimitedQuantityCount> Limits{};  // in force
@@ -29,7 +26,7 @@ struct TDisplaySettings {
   bool AlarmActive = false;
   bool PointAbsorption = true;
   std::string Company;
-  std::array<std::string, kAnalogInputs.size()> AnalogNames = {"A1", "A2", "A3", "A4"};
+  std::array<std::string, kAnalogInputs.size()> AnalogNames;
   // Colours as 0xRRGGBB: x, y, z, total; left inner and outer, right inner and outer axis; kColouredSensors.
   std::array<std::uint32_t, 4> AccelerationColours{};
   std::array<std::uint32_t, 4> AxisColours{};

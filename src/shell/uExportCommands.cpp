@@ -4,7 +4,6 @@
 #include <numeric>
 #include <utility>
 
-#include "analysis/uVisibleEvents.h"
 #include "base/uFiles.h"
 #include "base/uText.h"
 #include "export/uCsvExports.h"

@@ -7,11 +7,10 @@
 #include <new>
 #include <utility>
 
-#include "analysis/uVisibleEvents.h"
 #include "base/uFiles.h"
 #include "base/uText.h"
-#include "model/uBlockTypes.h"
 #include "model/uExceptions1V0.h"
+#include "model/uQuantities.h"
 #include "shell/uFilterCommands.h"
 #include "shell/uNavigatorCommands.h"
 #include "shell/uOrderingCommands.h"
@@ -276,7 +275,7 @@ void TFileFlow::CompleteLoading() {
   LoadKorvexFileData(FMission.Data, FMission.Events, FMission.Sensors, options, progress, FMission.Tables);
   FillCompanion(FMission);
   FilterCompanion(FMission);
-  FMission.Summary = SummarizeMission(FMission.Data, FMission.Events, FMission.Sensors);
+  FMission.Summary = SummarizeMission(FMission.Events, FMission.Tables.Metrics, FMission.Sensors);
   Step(6, "Populating the chart series...");
   FScreen.PopulateChartSeries(FMission);
   Step(7, "Updating UI...");
@@ -296,9 +295,10 @@ void TFileFlow::FileLoadComplete() {
   actNavSetIntAllExecute(FMission, FScreen);
   if (FKept && FKept->band) KeepNavigatorBand(FMission, *FKept->band, FScreen);
   const bool stillThere = FKept && FKept->selectedEvent && *FKept->selectedEvent < FMission.Events.Count();
-  SelectEvent(FMission,
-              stillThere ? FKept->selectedEvent : VisibleOrFirst(FMission.CLDS, FMission.Tables.MostIntenseEvent),
-              FScreen);
+  SelectEvent(
+      FMission,
+      stillThere ? FKept->selectedEvent : VisibleOrFirst(FMission.CLDS, FMission.Summary.mostIntense.value_or(0)),
+      FScreen);
   SwitchView(FKept ? FKept->view : TView::Overview);
   if (FKept) Restore(*FKept);
   FRecent.Add(FFileName);

@@ -1,6 +1,5 @@
 #include "shell/uFilterCommands.h"
 
-#include "analysis/uVisibleEvents.h"
 #include "shell/uOrderingCommands.h"
 
 namespace {

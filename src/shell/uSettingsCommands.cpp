@@ -11,7 +11,7 @@ std::vector<TFigure> NamedSensorFigures(const TShownMission& mission) {
   for (TFigure& figure : figures) {
     for (std::size_t i = 0; i < kAnalogInputs.size(); ++i) {
       const std::string& name = mission.Display.AnalogNames[i];
-      if (figure.label == kAnalogInputs[i] && !name.empty()) {
+      if (figure.label == kAnalogInputs[i]->sensorName && !name.empty()) {
         figure.label = name;
         break;
       }

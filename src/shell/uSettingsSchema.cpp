@@ -5,6 +5,8 @@
 #include <string>
 #include <utility>
 
+#include "shell/uColourNames.h"
+
 namespace {
 
 using enum TSettingType;
@@ -151,4 +153,8 @@ std::span<const std::size_t> WritingOrder() {
 
 const TSetting& FindSetting(std::string_view control) {
   return kSettings[IndexOf(control)];
+}
+
+std::uint32_t DefaultColour(std::string_view control) {
+  return ColourFromText(FindSetting(control).def).value();
 }

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <span>
 #include <string_view>
 
@@ -29,6 +30,8 @@ std::span<const TSetting> Settings();
 // The same in the order in which they are written: indexes in Settings().
 std::span<const std::size_t> WritingOrder();
 const TSetting& FindSetting(std::string_view control);
+// 0xRRGGBB of a colour setting.
+std::uint32_t DefaultColour(std::string_view control);
 
 // The entries of the lists, by index.
 inline constexpr std::array<std::string_view, 12> kDateFormats = {"yy-mm-dd", "yyyy-mm-dd", "mm-dd-yy", "mm-dd-yyyy",

@@ -5,8 +5,6 @@
 
 #include <cmath>
 
-#include "analysis/uVisibleEvents.h"
-
 using testing::ElementsAre;
 using testing::IsEmpty;
 

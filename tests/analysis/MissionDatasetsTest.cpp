@@ -3,9 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "analysis/uMissionSummary.h"
 #include "base/uDateTime.h"
 
-using testing::Each;
 using testing::ElementsAre;
 
 namespace {
@@ -84,7 +84,6 @@ TEST(MissionDatasets, FieldsStandForTheSensorsThatArePresent) {
   EXPECT_EQ(bare.tables.Events.Fields().size(), 7U);
   EXPECT_EQ(bare.tables.Cards.Fields().size(), 16U);
   EXPECT_TRUE(bare.tables.Battery.Fields().empty());
-  EXPECT_THAT(bare.tables.TotalIntensityLabels, Each("0"));
 }
 
 TEST(MissionDatasets, RanksTheMostImportantEventsByOrderBy) {
@@ -112,22 +111,19 @@ TEST(MissionDatasets, RanksTheMostImportantEventsByOrderBy) {
   EXPECT_EQ(ColumnOf(mission.tables.Important, "Acceleration max").front(), "26");
 }
 
-TEST(MissionDatasets, ATieKeepsTheFirstOfTheMostIntenseEvents) {
+TEST(MissionSummary, SumsTheMetricsAndNamesTheFirstOfTheMostIntense) {
   TMission mission;
   for (const float height : {3.0F, 8.0F, 8.0F, 2.0F}) mission.AddEvent(height);
+  mission.sensors.Add("Temperature").AddValues(500000, 20);
   mission.Load();
-  EXPECT_EQ(mission.tables.MostIntenseEvent, 1U);
-  EXPECT_EQ(mission.tables.Important.RecordCount(), 4U);
-}
-
-TEST(MissionDatasets, SumsTheIntensityInTwoPlaces) {
-  TMission mission;
-  mission.events.NewEvent();
-  for (int i = 0; i < 3; ++i) mission.events.AddValues(i * 0.5, 0, 3.25F, 0);  // 2 · 2.25 g · 0.5 ms
-  mission.events.NewEvent();
-  for (int i = 0; i < 2; ++i) mission.events.AddValues(100 + i * 0.01, 2.5F, 0, 0);  // 1.5 g · 0.01 ms
-  mission.Load();
-  EXPECT_THAT(mission.tables.TotalIntensityLabels, Each("2.27"));  // 2.265
+  const TMissionSummary summary = SummarizeMission(mission.events, mission.tables.Metrics, mission.sensors);
+  EXPECT_EQ(summary.samples, 16U);
+  EXPECT_EQ(summary.mostIntense, 1U);
+  EXPECT_EQ(summary.maxIot, 7);
+  EXPECT_EQ(summary.iotTotal, 2 + 7 + 7 + 1);
+  EXPECT_EQ(summary.totTotal, 2 + 2) << "two events reach 6 g";
+  EXPECT_EQ(summary.firstTime, mission.events.StartTime);
+  EXPECT_EQ(summary.lastTime, DateTimeOf(mission.events.StartTime, 500000));
 }
 
 TEST(MissionDatasets, EventsTakeTheLastOfTwoSensorsWithReadingsAndTheSensorsTableTheFirst) {
@@ -192,6 +188,15 @@ TEST(MissionDatasets, TellsHowFarItIs) {
                   "Loading Shock Cards (1 of 101)", "messages", "Loading Shock Cards (101 of 101)", "messages", "5",
                   "Populating Sensors Dataset...", "Loading Sensors data (1 of 2)", "messages",
                   "Populating the Battery Dataset...", "Loading Battery data (1 of 1)", "messages"));
+}
+
+TEST(DewPoint, FollowsTheLoggersFormula) {
+  // Worked out with 40 decimal digits from v = RH·(61.1·7.5·T/(T+237.7))/100 and (237.7·ln v − 430.22)/(19.08 − ln v).
+  EXPECT_FLOAT_EQ(DewPoint(20, 50), 15.672896F);
+  EXPECT_FLOAT_EQ(DewPoint(1, 1), -59.472994F);
+  for (const auto& [temperature, humidity] : {std::pair(0.0F, 50.0F), {-5.0F, 50.0F}, {20.0F, 0.0F}}) {
+    EXPECT_TRUE(std::isnan(DewPoint(temperature, humidity)));
+  }
 }
 
 }  // namespace

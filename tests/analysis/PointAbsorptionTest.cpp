@@ -6,8 +6,6 @@
 #include <random>
 #include <tuple>
 
-#include "analysis/uThresholdIntervals.h"
-
 namespace {
 
 using testing::ElementsAre;
@@ -154,28 +152,6 @@ TEST(ColumnPeaks, NamesTheFirstOfTheLargestInEachColumnOfTheView) {
   EXPECT_THAT(ColumnPeaks(series.keys, series.values, 2.5, 7, 1), ElementsAre(6))
       << "what stands outside does not count";
   EXPECT_THAT(ColumnPeaks(series.keys, series.values, 6.5, 8, 9), ElementsAre(7));
-}
-
-TEST(ThresholdIntervals, AreThoseThatTimeOverThresholdSums) {
-  std::mt19937 random(3);
-  for (int round = 0; round < 200; ++round) {
-    TEventList events;
-    events.NewEvent();
-    double time = 50;
-    const auto samples = random() % 30;
-    for (unsigned i = 0; i < samples; ++i) events.AddValues(time += 0.5, static_cast<float>(random() % 8), 0, 0);
-    if (events.Count() == 0) continue;
-    const TThresholds levels{4, static_cast<double>(random() % 7), 4};  // now and then off above on
-    double longest = 0;
-    const double expected = CalcTimeOverThreshold(events, 0, levels, longest);
-    const auto values = events.GetItem(0).Values();
-    double total = 0;
-    for (const auto& [begin, end] : ThresholdIntervals(values, levels)) {
-      EXPECT_LT(begin, end);
-      total += values[end].time - values[begin].time;
-    }
-    EXPECT_EQ(total, expected);
-  }
 }
 
 }  // namespace

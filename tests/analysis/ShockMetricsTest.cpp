@@ -1,33 +1,39 @@
 #include "analysis/uShockMetrics.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "analysis/uDewPoint.h"
+using testing::ElementsAre;
+using testing::Pair;
 
 namespace {
 
-struct TMetrics {
-  double totTotal, totMax, iotTotal, iotMax;
-};
-
 // The magnitudes stand on x, a millisecond apart, 100 ms into the mission.
-TMetrics MetricsOf(const std::vector<float>& magnitudes, const TThresholds& levels) {
+TEventList EventOf(const std::vector<float>& magnitudes) {
   TEventList events;
   events.NewEvent();
   double time = 100;
   for (const float magnitude : magnitudes) events.AddValues(time++, magnitude, 0, 0);
-  TMetrics metrics{};
-  metrics.totTotal = CalcTimeOverThreshold(events, 0, levels, metrics.totMax);
-  metrics.iotTotal = CalcIntegralOverThreshold(events, 0, levels, metrics.iotMax);
-  return metrics;
+  return events;
+}
+
+TEventMetrics MetricsOf(const std::vector<float>& magnitudes, const TThresholds& levels) {
+  return CalcEventMetrics(EventOf(magnitudes).GetItem(0), levels);
 }
 
 constexpr TThresholds kLevels = {4, 3, 4};
 
 TEST(TimeOverThreshold, SumsIntervalsFromSwitchOnToBelowSwitchOff) {
-  const TMetrics m = MetricsOf({1, 5, 3, 2, 4, 9, 9, 9, 1, 5}, kLevels);
+  const TEventMetrics m = MetricsOf({1, 5, 3, 2, 4, 9, 9, 9, 1, 5}, kLevels);
   EXPECT_EQ(m.totTotal, (3 - 1) + (8 - 4));
   EXPECT_EQ(m.totMax, 4);
+}
+
+TEST(TimeOverThreshold, GivesTheRecordedTimesOfItsIntervals) {
+  const TEventList events = EventOf({1, 5, 3, 2, 4, 9, 9, 1, 1, 5, 5});
+  std::vector<TThresholdInterval> intervals;
+  CalcEventMetrics(events.GetItem(0), kLevels, &intervals);
+  EXPECT_THAT(intervals, ElementsAre(Pair(101, 103), Pair(104, 107), Pair(109, 110)));
 }
 
 TEST(TimeOverThreshold, AnIntervalOpenAtTheLastSampleEndsThereAndOneThatBeginsThereIsNothing) {
@@ -42,13 +48,13 @@ TEST(TimeOverThreshold, TheSampleThatEndsAnIntervalBeginsNoOther) {
 }
 
 TEST(IntegralOverThreshold, TakesPairsThatBothLieAbove) {
-  const TMetrics m = MetricsOf({1, 5, 6, 8, 2, 5, 5, 4, 1}, kLevels);
+  const TEventMetrics m = MetricsOf({1, 5, 6, 8, 2, 5, 5, 4, 1}, kLevels);
   EXPECT_EQ(m.iotTotal, 1.5 + 3 + 1);
   EXPECT_EQ(m.iotMax, 4.5);
 }
 
 TEST(IntegralOverThreshold, RunReachingTheLastPairIsLeftOutOfTheMaximum) {
-  const TMetrics m = MetricsOf({1, 5, 5, 1, 9, 9, 9}, kLevels);
+  const TEventMetrics m = MetricsOf({1, 5, 5, 1, 9, 9, 9}, kLevels);
   EXPECT_EQ(m.iotTotal, 1 + 10);
   EXPECT_EQ(m.iotMax, 1);
   EXPECT_EQ(MetricsOf({5, 5}, kLevels).iotMax, 0);
@@ -60,26 +66,26 @@ TEST(IntegralOverThreshold, ASampleAtTheLevelOrAloneGivesNothing) {
 }
 
 TEST(Thresholds, WithoutAHeaderTimeAndIntegralHaveDifferentLevels) {
-  const TMetrics m = MetricsOf({5, 5, 5}, ThresholdsOf({}));
+  const TEventMetrics m = MetricsOf({5, 5, 5}, ThresholdsOf({}));
   EXPECT_EQ(m.totTotal, 0);  // 6 g
   EXPECT_EQ(m.iotTotal, 8);  // 1 g
   TMissionData mission;
   mission.bValid = true;
   mission.adxl_level_on = 5;
   mission.adxl_level_off = 2;
-  const TMetrics own = MetricsOf({5, 6, 6, 3, 1}, ThresholdsOf(mission));
+  const TEventMetrics own = MetricsOf({5, 6, 6, 3, 1}, ThresholdsOf(mission));
   EXPECT_EQ(own.totTotal, 4);
   EXPECT_EQ(own.iotTotal, 1);
 }
 
-TEST(DewPoint, FollowsTheLoggersFormula) {
-  // Worked out with 40 decimal digits from v = RH·(61.1·7.5·T/(T+237.7))/100 and (237.7·ln v − 430.22)/(19.08 − ln v).
-  EXPECT_FLOAT_EQ(DewPoint(20, 50), 15.672896F);
-  EXPECT_EQ(RoundedDewPoint(20, 50), 15.67F);
-  EXPECT_EQ(RoundedDewPoint(1, 1), -59.47F);
-  for (const auto& [temperature, humidity] : {std::pair(0.0F, 50.0F), {-5.0F, 50.0F}, {20.0F, 0.0F}}) {
-    EXPECT_TRUE(std::isnan(DewPoint(temperature, humidity)));
-  }
+TEST(EventMetrics, GiveOneMetricAloneToo) {
+  const TEventList events = EventOf({1, 5, 3, 2, 9, 9, 1});
+  double max = -1;
+  EXPECT_EQ(CalcTimeOverThreshold(events, 0, kLevels, max), 4);
+  EXPECT_EQ(max, 2);
+  EXPECT_EQ(CalcIntegralOverThreshold(events, 0, kLevels, max), 5);
+  EXPECT_EQ(max, 5);
+  EXPECT_THROW(CalcTimeOverThreshold(events, 1, kLevels, max), std::out_of_range);
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 
+#include "analysis/uShockMetrics.h"
 #include "base/uText.h"
 #include "cli/uKshock.h"
 #include "model/uEvents.h"
@@ -144,6 +145,16 @@ TEST_F(KshockCommands, AnEventWithoutAResultIsToldWithItsReason) {
     const TRun none = Kshock({command, file, "--event", "1"});
     EXPECT_EQ(none.status, 2);
     EXPECT_THAT(none.err, HasSubstr("There is no event 1; the recording has 1."));
+  }
+}
+
+TEST_F(KshockCommands, EverySampleIsWalkedOnce) {
+  const std::string file = Save("three.kshock", Deflated(ThreeEvents().content));
+  for (const std::vector<std::string>& command :
+       std::vector<std::vector<std::string>>{{"info", file}, {"dump", file}, {"table", file, "cards"}}) {
+    const std::size_t before = WalkedSamples();
+    EXPECT_EQ(Kshock(command).status, 0);
+    EXPECT_EQ(WalkedSamples() - before, 18U + 5U + 6U) << command[0];
   }
 }
 

@@ -8,6 +8,7 @@
 #include <deque>
 #include <mutex>
 
+#include "analysis/uShockMetrics.h"
 #include "shell/uFilterCommands.h"
 #include "shell/uNavigatorCommands.h"
 #include "shell/uOrderingCommands.h"
@@ -144,6 +145,13 @@ hide pnlLoading; taskbar off; enable)log" +
   EXPECT_TRUE(MissionData.bValidStartTime);
   EXPECT_EQ(EventList.ChannelInfo[2].name, "ACC z");
   EXPECT_EQ(SensorList.ChannelInfo[2].name, "Battery");
+}
+
+TEST_F(FileFlow, ALoadWalksEverySampleOnce) {
+  const std::size_t before = WalkedSamples();
+  Open(FThree);
+  ASSERT_EQ(FFlow.Mission().Summary.samples, 18U + 5U + 6U);
+  EXPECT_EQ(WalkedSamples() - before, FFlow.Mission().Summary.samples);
 }
 
 TEST_F(FileFlow, TheDialogStartsInTheFolderOfTheCommandWithTheFilterOfTheSettings) {

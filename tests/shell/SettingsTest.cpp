@@ -9,6 +9,7 @@
 #include "shell/uAlarmMarks.h"
 #include "shell/uColourNames.h"
 #include "shell/uSettingsCommands.h"
+#include "shell/uSettingsSchema.h"
 #include "tests/support/uLoggingScreen.h"
 #include "tests/support/uTestRecording.h"
 
@@ -158,6 +159,21 @@ TEST_F(SettingsFile, WhatCannotBeReadOrMakesNoSenseIsKeptAsideAndSaidOnce) {
   EXPECT_TRUE(std::filesystem::is_directory(FFolder / "settings-kept.ini/mine"));
   Write("");
   EXPECT_NO_THROW(Read());
+}
+
+TEST(Quantities, HaveControlsThatAreSettingsOfTheirKind) {
+  for (const TQuantityRow* row : kColouredSensors) {
+    EXPECT_EQ(FindSetting(row->colourControl).type, TSettingType::Colour) << row->colourControl;
+  }
+  for (const TQuantityRow* row : kAnalogInputs) {
+    EXPECT_EQ(FindSetting(row->nameControl).def, row->sensorName) << "the name of an input is at first the channel's";
+  }
+  for (std::size_t i = 0; i < kQuantityCount; ++i) {
+    EXPECT_EQ(FindSetting(kQuantityControls[i].format).type, TSettingType::Index);
+    if (i >= kLimitedQuantityCount) continue;
+    EXPECT_LT(std::stod(std::string(FindSetting(kQuantityControls[i].min).def)),
+              std::stod(std::string(FindSetting(kQuantityControls[i].max).def)));
+  }
 }
 
 TEST(ColourNames, AreWrittenAsNameOrAsBlueGreenRed) {

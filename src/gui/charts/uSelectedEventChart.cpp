@@ -6,7 +6,6 @@
 #include <limits>
 
 #include "analysis/uHighPassFilter.h"
-#include "analysis/uThresholdIntervals.h"
 #include "base/uDateTime.h"
 #include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
@@ -138,11 +137,11 @@ void TSelectedEventChart::FindPeak(const TEvent& event) {
 }
 
 void TSelectedEventChart::FindIntervals(const TEvent& event) {
-  const auto samples = event.Values();
-  const auto intervals = ThresholdIntervals(samples, FLevels);
+  std::vector<TThresholdInterval> intervals;
+  CalcEventMetrics(event, FLevels, &intervals);
   FIntervals.reserve(intervals.size());
   for (const auto& [begin, end] : intervals) {
-    const auto [from, to] = std::minmax({samples[begin].time - FStart, samples[end].time - FStart});
+    const auto [from, to] = std::minmax({begin - FStart, end - FStart});
     if (std::isfinite(from) && std::isfinite(to)) FIntervals.emplace_back(from, to);
   }
   if (!std::ranges::is_sorted(FIntervals)) std::ranges::sort(FIntervals);

@@ -1,44 +1,26 @@
 #include "gui/charts/uSensorLooks.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
-#include "model/uBlockTypes.h"
 
 namespace {
 
-struct TRow {
-  std::string_view name;
-  QRgb colour;
-  TSensorAxis axis;
-  std::string_view scale;  // where the unit does not say it
-};
-
-// In the order in which sensors get the left inner axis.
-constexpr TRow kRows[] = {
-    {"Temperature", 0xFF0000, TSensorAxis::LeftOuter, ""},   {"Temperature RH", 0xFF00FF, TSensorAxis::LeftOuter, ""},
-    {"Temperature p", 0x800000, TSensorAxis::LeftOuter, ""}, {"RH", 0x0000FF, TSensorAxis::RightInner, ""},
-    {"Pressure", 0x008000, TSensorAxis::RightOuter, ""},     {"L", 0x808000, TSensorAxis::LeftInner, ""},
-    {"A1", 0x000000, TSensorAxis::LeftInner, "analog"},      {"A2", 0x800080, TSensorAxis::LeftInner, "analog"},
-    {"A3", 0x808080, TSensorAxis::LeftInner, "analog"},      {"A4", 0xA6CAF0, TSensorAxis::LeftInner, "analog"},
-    {"Battery", 0x000080, TSensorAxis::LeftInner, ""},       {"Marker", 0x606060, TSensorAxis::LeftInner, "marker"},
-};
 constexpr int kDarkShade = 160;  // HSV value of the dark twin of a bright colour
 constexpr int kLighter = 135;    // percent
 constexpr qsizetype kLongestName = 60;
-constexpr TRow kUnknown = {"", 0x808080, TSensorAxis::LeftInner, "unknown"};
+constexpr QRgb kUnknownColour = 0x808080;
+constexpr QRgb kFixedColour = 0x606060;  // of a known sensor without a setting
+constexpr int kUnknownRank = 100;        // behind every known one
 
 }  // namespace
 
 TSensorLook LookOf(std::string_view sensorName) {
-  const auto* found = std::ranges::find(kRows, sensorName, &TRow::name);
-  const TRow& row = found == std::end(kRows) ? kUnknown : *found;
-  const auto* channel = std::ranges::find(kKnownChannels, sensorName, &TKnownChannel::sensorName);
-  const QString unit = channel == std::end(kKnownChannels) ? QString() : QtText(channel->unit);
-  return {QColor(row.colour), row.axis, static_cast<int>(found - kRows), unit,
-          row.scale.empty() ? unit : QtText(row.scale)};
+  const TQuantityRow* row = FindQuantity(&TQuantityRow::sensorName, sensorName);
+  if (row == nullptr) return {QColor(kUnknownColour), TSensorAxis::LeftInner, kUnknownRank, {}, "unknown"};
+  const QColor colour(row->colourControl.empty() ? kFixedColour : DefaultColour(row->colourControl));
+  return {colour, row->axis, row->axisRank, QtText(row->unit), QtText(row->scale.empty() ? row->unit : row->scale)};
 }
 
 bool TSensorChoices::SetColour(std::string_view sensor, const QColor& colour) {

@@ -10,7 +10,9 @@
 #include <string>
 #include <string_view>
 
-enum class TSensorAxis { LeftInner, LeftOuter, RightInner, RightOuter };
+#include "model/uQuantities.h"
+#include "shell/uSettingsSchema.h"
+
 inline constexpr std::size_t kSensorAxisCount = 4;
 
 struct TSensorLook {
@@ -40,8 +42,9 @@ class TSensorChoices {
 };
 
 // The colours of the four value axes, on light ground.
-inline const std::array<QColor, kSensorAxisCount> kSensorAxisColours = {QColor(0x000000U), QColor(0xFF0000U),
-                                                                        QColor(0x0000FFU), QColor(0x008000U)};
+inline const std::array<QColor, kSensorAxisCount> kSensorAxisColours = {
+    QColor(DefaultColour("clrgalSensorsLeftAxisI")), QColor(DefaultColour("clrgalSensorsLeftAxisII")),
+    QColor(DefaultColour("clrgalSensorsRightAxisI")), QColor(DefaultColour("clrgalSensorsRightAxisII"))};
 
 // A colour as it is drawn on this palette; dark and bright ones of one hue stay apart on dark ground.
 QColor SensorInk(const QPalette& palette, const QColor& colour);

@@ -9,6 +9,8 @@
 #include <string>
 #include <utility>
 
+#include "shell/uSettingsSchema.h"
+
 enum class TSeries { X, Y, Z, Total };
 inline constexpr std::size_t kSeriesCount = 4;
 inline constexpr std::array<TSeries, kSeriesCount> kAllSeries = {TSeries::X, TSeries::Y, TSeries::Z, TSeries::Total};
@@ -20,8 +22,9 @@ inline QString NameOf(TSeries series) {
 
 // On light ground; InkOn makes them readable on dark.
 using TSeriesColours = std::array<QColor, kSeriesCount>;
-inline const TSeriesColours kAccelerationColours = {QColor(0x0000FFU), QColor(0xFF0000U), QColor(0x008000U),
-                                                    QColor(0x000000U)};
+inline const TSeriesColours kAccelerationColours = {
+    QColor(DefaultColour("ccmbShockX")), QColor(DefaultColour("ccmbShockY")), QColor(DefaultColour("ccmbShockZ")),
+    QColor(DefaultColour("ccmbShockTotal"))};
 
 inline const QColor kAlarmColour(0xC24A00U);
 

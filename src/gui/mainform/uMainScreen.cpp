@@ -373,23 +373,20 @@ void TMainScreen::ShowInCharts(const TDisplaySettings& display) {
   FParts.shock->SetMasks(masks);
 
   TSensorsChart& sensors = *FParts.overview->ChartAllSensors();
-  constexpr TQuantity kQuantities[] = {TQuantity::Temperature, TQuantity::Temperature, TQuantity::Temperature,
-                                       TQuantity::Humidity,    TQuantity::Pressure,    TQuantity::Light,
-                                       TQuantity::Battery,     TQuantity::A1,          TQuantity::A2,
-                                       TQuantity::A3,          TQuantity::A4};
-  static_assert(std::size(kQuantities) == kColouredSensors.size());
   std::map<std::string, std::pair<double, double>> limits;
   for (std::size_t i = 0; i < kColouredSensors.size(); ++i) {
-    sensors.SetSensorColour(kColouredSensors[i], QColor(display.SensorColours[i]));
-    FParts.docks.ChartNavigator->SetSensorColour(kColouredSensors[i], QColor(display.SensorColours[i]));
-    if (display.AlarmActive) limits.emplace(kColouredSensors[i], limitsOf(kQuantities[i]));
+    const TQuantityRow& row = *kColouredSensors[i];
+    sensors.SetSensorColour(row.sensorName, QColor(display.SensorColours[i]));
+    FParts.docks.ChartNavigator->SetSensorColour(row.sensorName, QColor(display.SensorColours[i]));
+    if (display.AlarmActive && row.quantity) limits.emplace(row.sensorName, limitsOf(*row.quantity));
   }
   sensors.SetAlarmLimits(std::move(limits));
   for (std::size_t i = 0; i < kSensorAxisCount; ++i) {
     sensors.SetAxisColour(static_cast<TSensorAxis>(i), QColor(display.AxisColours[i]));
   }
   std::map<std::string, std::string> names;
-  for (std::size_t i = 0; i < kAnalogInputs.size(); ++i) names.emplace(kAnalogInputs[i], display.AnalogNames[i]);
+  for (std::size_t i = 0; i < kAnalogInputs.size(); ++i)
+    names.emplace(kAnalogInputs[i]->sensorName, display.AnalogNames[i]);
   FParts.docks.ChartNavigator->SetSensorNames(names);
   sensors.SetSensorNames(std::move(names));
   if (std::exchange(FDateFormat, display.DateFormat) == display.DateFormat) return;

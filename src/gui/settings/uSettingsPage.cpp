@@ -13,6 +13,7 @@
 #include "gui/common/uWheelGuard.h"
 #include "gui/settings/uColourBox.h"
 #include "gui/settings/uLogoEdit.h"
+#include "model/uQuantities.h"
 #include "shell/uSettingsSchema.h"
 
 namespace {
@@ -151,17 +152,10 @@ QWidget* TSettingsPage::MakeColours() {
                                                                {"clrgalSensorsRightAxisII", "Right outer"}});
   left->addStretch();
   columns->addLayout(left);
-  AddColours(*AddBox(*columns, tr("Sensors")), {{"ccmbSensorsTemp", "&Temperature"},
-                                                {"ccmbSensorsTempP", "Temperature, &pressure sensor"},
-                                                {"ccmbSensorsTempRH", "Temperature, humidity &sensor"},
-                                                {"ccmbSensorsRH", "&Humidity"},
-                                                {"ccmbSensorsPressure", "P&ressure"},
-                                                {"ccmbSensorsLight", "&Light"},
-                                                {"ccmbSensorsBattery", "&Battery"},
-                                                {"ccmbSensorsA1", "A&1"},
-                                                {"ccmbSensorsA2", "A&2"},
-                                                {"ccmbSensorsA3", "A&3"},
-                                                {"ccmbSensorsA4", "A&4"}});
+  QFormLayout* sensors = AddBox(*columns, tr("Sensors"));
+  for (const TQuantityRow* row : kColouredSensors) {
+    AddRow(*sensors, {row->colourControl.data(), row->colourCaption}, new TColourBox(nullptr));
+  }
   columns->addStretch();
   return Scrolled(page);
 }
