@@ -140,18 +140,6 @@ TEST_F(XlsxExports, StoppedInThePackingItLeavesNothingOpenAndIsNotDone) {
   EXPECT_THAT(PartOf(Folder / "e.xlsx", "xl/worksheets/sheet1.xml"), Not(HasSubstr("r=\"A1\"")));
 }
 
-// The library compresses a long sheet in one go.
-TEST_F(XlsxExports, ACancelCutsTheSheetInWorkShort) {
-  TWorkbook book(Folder / "e.xlsx", {}, "yyyy", 0);
-  book.AddSheet("a", 0);
-  constexpr std::size_t kRows = 400000;
-  for (std::size_t row = 0; row < kRows; ++row) book.WriteNumber(row, 0, static_cast<double>(row) / 7);
-  Progress.most = 0;
-  EXPECT_THROW(RunBeside([&book](const std::stop_token& stop) { book.Close(stop); }, Progress), EKorvex);
-  EXPECT_THAT(PartOf(Folder / "e.xlsx", "xl/worksheets/sheet1.xml"),
-              Not(HasSubstr("r=\"A" + std::to_string(kRows) + "\"")));
-}
-
 TEST_F(XlsxExports, NoEventsAreAnEmptySheetOfTheMission) {
   MissionData.sID = "A/17";
   const std::ptrdiff_t before = OpenFiles();

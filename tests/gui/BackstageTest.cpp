@@ -218,7 +218,7 @@ TEST_F(Backstage, ATypedPathIsCompletedWithFoldersAndRecordings) {
   Write(FFolder.filePath("jolt.kshock"));
   Write(FFolder.filePath("jolt.txt"));
   FBackstage->SetFilePatterns({"*.kshock"});
-  Find<QPushButton>("backstageBrowsePath")->click();
+  Find<QAbstractButton>("backstageBrowsePath")->click();
   auto* path = Find<QLineEdit>("edtBrowsePath");
   QTest::keyClicks(path, FFolder.path() + "/jo");
   const auto* completions = path->completer()->completionModel();
