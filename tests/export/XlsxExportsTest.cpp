@@ -12,7 +12,6 @@
 #include <vector>
 
 #include "analysis/uMissionDatasets.h"
-#include "base/uBeside.h"
 #include "base/uDateTime.h"
 #include "export/uPackage.h"
 #include "export/uWorkbook.h"
