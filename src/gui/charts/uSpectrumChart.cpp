@@ -5,6 +5,7 @@
 #include <limits>
 #include <utility>
 
+#include "gui/charts/uChartPaint.h"
 #include "gui/common/uQtText.h"
 
 namespace {
@@ -75,7 +76,7 @@ void TSpectrumChart::Recalculate() {
   if (FSpectrum.lines.empty()) return Calculate();
   FSpectrum = CalcSpectrum(FEvent->Values(), FType, FWindow);
   ShowTitle();
-  RescaleValues();
+  Range().RescaleValues();
 }
 
 void TSpectrumChart::showEvent(QShowEvent* event) {
@@ -88,7 +89,7 @@ void TSpectrumChart::Calculate() {
   FSpectrum = {};
   if (FEvent != nullptr && !FOutdated) FSpectrum = CalcSpectrum(FEvent->Values(), FType, FWindow);
   const std::string why = WhyNoSpectrum(FSpectrum);
-  SetNothing(why.empty() ? tr("No event selected") : QtText(why));
+  SetPlaceholder(why.empty() ? tr("No event selected") : QtText(why));
   if (FSpectrum.lines.empty()) {
     Legend().SetTitle({});
     return SetFullRange(std::nullopt);
@@ -123,7 +124,7 @@ void TSpectrumChart::ShowTitle() {
 
 void TSpectrumChart::SeriesChanged() {
   if (!FSpectrum.lines.empty()) ShowTitle();
-  RescaleValues();
+  Range().RescaleValues();
 }
 
 std::vector<TSpectrumChart::TBarSeries> TSpectrumChart::VisibleBars() const {
@@ -161,7 +162,7 @@ std::size_t TSpectrumChart::LineAt(double hertz) const {
 }
 
 void TSpectrumChart::PaintBars(QCPPainter& painter) const {
-  const auto [from, to] = TimeRange();
+  const auto [from, to] = Range().Times();
   if (to < -Step() || from > FSpectrum.lines.back().hertz + Step()) return;
   const std::size_t begin = LineAt(from);
   const std::size_t end = LineAt(to) + 1;
@@ -237,7 +238,7 @@ QString TSpectrumChart::MomentText(double hertz) const {
   return tr("%1 Hz").arg(Digits(FSpectrum.lines[LineAt(hertz)].hertz, kDigits));
 }
 
-TTimeChart::TReading TSpectrumChart::ReadingOf(std::size_t line, const TBarSeries& bar) const {
+TReading TSpectrumChart::ReadingOf(std::size_t line, const TBarSeries& bar) const {
   const double value = FSpectrum.lines[line].*bar.value;
   TReading reading{QString("%1 %2 %3").arg(NameOf(bar.series), Digits(value, kDigits), UnitOf(FType)),
                    InkOf(bar.series), std::nullopt};
@@ -247,7 +248,7 @@ TTimeChart::TReading TSpectrumChart::ReadingOf(std::size_t line, const TBarSerie
   return reading;
 }
 
-std::vector<TTimeChart::TReading> TSpectrumChart::ReadingsAt(double hertz) const {
+std::vector<TReading> TSpectrumChart::ReadingsAt(double hertz) const {
   std::vector<TReading> readings;
   if (FSpectrum.lines.empty()) return readings;
   for (const TBarSeries& bar : VisibleBars()) readings.push_back(ReadingOf(LineAt(hertz), bar));
@@ -255,7 +256,7 @@ std::vector<TTimeChart::TReading> TSpectrumChart::ReadingsAt(double hertz) const
 }
 
 // Of the bars of the line under the pointer the one whose top is nearest.
-std::optional<TTimeChart::TReading> TSpectrumChart::NearestTo(const QPointF& position) const {
+std::optional<TReading> TSpectrumChart::NearestTo(const QPointF& position) const {
   const double hertz = TimeAxis().pixelToCoord(position.x());
   std::optional<TReading> nearest;
   for (TReading& reading : ReadingsAt(hertz)) {
@@ -266,4 +267,38 @@ std::optional<TTimeChart::TReading> TSpectrumChart::NearestTo(const QPointF& pos
   }
   if (nearest) nearest->text += tr(" at %1").arg(MomentText(hertz));
   return nearest;
+}
+
+double TSpectrumChart::CursorMoment(double hertz) const {
+  return FSpectrum.lines.empty() ? hertz : FSpectrum.lines[LineAt(hertz)].hertz;
+}
+
+QStringList TSpectrumChart::SpanTexts(double span) const {
+  return {tr("Δf %1 Hz").arg(StatisticsNumber(span))};
+}
+
+std::vector<TReading> TSpectrumChart::DifferencesBetween(double a, double b) const {
+  if (FSpectrum.lines.empty()) return {};
+  std::vector<TReading> differences;
+  for (const TBarSeries& bar : VisibleBars()) {
+    const double change = FSpectrum.lines[LineAt(b)].*bar.value - FSpectrum.lines[LineAt(a)].*bar.value;
+    differences.push_back({tr("Δ%1 %2 %3").arg(NameOf(bar.series), StatisticsNumber(change), UnitOf(FType)),
+                           InkOf(bar.series), std::nullopt});
+  }
+  return differences;
+}
+
+TRangeTable TSpectrumChart::VisibleStatistics() const {
+  if (!HasData()) return {};
+  const auto [from, to] = Range().Times();
+  TRangeTable table = SeriesTable(tr("%1 … %2 Hz").arg(StatisticsNumber(from), StatisticsNumber(to)));
+  table.titles[2] = tr("Lines");
+  const auto& lines = FSpectrum.lines;
+  const auto hertzAt = [&](std::size_t i) { return lines[i].hertz; };
+  for (const TBarSeries& bar : VisibleBars()) {
+    const auto valueAt = [&](std::size_t i) { return lines[i].*bar.value; };
+    table.rows.push_back(
+        SeriesRow(NameOf(bar.series), UnitOf(FType), StatisticsIn(Range().Times(), lines.size(), hertzAt, valueAt)));
+  }
+  return table;
 }

@@ -98,8 +98,8 @@ void AddNamed(QMenu& menu, const TKorvexMainForm& form, const char* name) {
 }
 
 QString CursorsText(const TTimeChart& chart) {
-  if (chart.Cursors()[1]) return QObject::tr("Take the cursors away");
-  return chart.Cursors()[0] ? QObject::tr("Set cursor B") : QObject::tr("Set cursor A");
+  if (chart.Cursors().Times()[1]) return QObject::tr("Take the cursors away");
+  return chart.Cursors().Times()[0] ? QObject::tr("Set cursor B") : QObject::tr("Set cursor A");
 }
 
 void TellStatistics(TKorvexMainForm& form, const TTimeChart& chart) {
@@ -151,10 +151,10 @@ void ShowMenu(TKorvexMainForm& form, TTimeChart& chart, const QPoint& at) {
       action->setEnabled(chart.HasData());
       QObject::connect(action, &QAction::triggered, &form, [&form, run] { Guarded(&form, run); });
     };
-    add("mnuChartReset", "zoom-fit-best", QObject::tr("Reset zoom\tF"), [&chart] { chart.ResetByUser(); });
+    add("mnuChartReset", "zoom-fit-best", QObject::tr("Reset zoom\tF"), [&chart] { chart.Range().ResetByUser(); });
     add("mnuChartStatistics", "view-statistics", QObject::tr("Statistics of the visible range…\tR"),
         [&form, &chart] { TellStatistics(form, chart); });
-    add("mnuChartCursors", "measure", CursorsText(chart) + "\tC", [&chart] { chart.StepCursors(); });
+    add("mnuChartCursors", "measure", CursorsText(chart) + "\tC", [&chart] { chart.Gestures().StepCursors(); });
     menu->addSeparator();
   }
   if (auto* sensors = qobject_cast<TSensorsChart*>(&chart)) AddSensors(*menu, *sensors);
@@ -209,7 +209,7 @@ void AddCommands(TKorvexMainForm& form, TMainParts& parts, const TChartRow& row)
       QObject::tr("Set line A, then B, then take both away (C in the chart); drag moves them, Esc takes them away.\n"
                   "Between them stand B − A in time, its reciprocal, and the change of each series from the sample\n"
                   "nearest in time to A to that nearest to B."),
-      [](TTimeChart& chart) { chart.StepCursors(); });
+      [](TTimeChart& chart) { chart.Gestures().StepCursors(); });
   add(row.statistics, row.statisticsButton, "view-statistics", QObject::tr("Statistics"),
       QObject::tr("Count, extremes, mean and RMS of what is in sight (R in the chart)"),
       [&form](TTimeChart& chart) { TellStatistics(form, chart); });

@@ -2,7 +2,9 @@
 
 #include <QAction>
 #include <QToolButton>
+#include <type_traits>
 
+#include "gui/charts/uChartMarks.h"
 #include "gui/charts/uEventsChart.h"
 #include "gui/charts/uSelectedEventChart.h"
 #include "gui/charts/uSensorsChart.h"
@@ -20,21 +22,30 @@ namespace {
 
 using TApply = void (*)(TMainParts&, bool);
 
+// Of a chart or of its marks.
+template <auto Set>
+void SetOf(auto& chart, bool on) {
+  if constexpr (std::is_invocable_v<decltype(Set), TChartMarks&, bool>) {
+    (chart.Marks().*Set)(on);
+  } else {
+    (chart.*Set)(on);
+  }
+}
 // There are two events charts, and they look alike.
 template <auto Set>
 void BothEventsCharts(TMainParts& parts, bool on) {
-  (parts.overview->Chart1()->*Set)(on);
-  (parts.shock->Chart20()->*Set)(on);
+  SetOf<Set>(*parts.overview->Chart1(), on);
+  SetOf<Set>(*parts.shock->Chart20(), on);
 }
 // The selected event has two charts as well, its curves and its spectrum.
 template <auto Set>
 void EventChart(TMainParts& parts, bool on) {
-  (parts.shock->Chart2()->*Set)(on);
+  SetOf<Set>(*parts.shock->Chart2(), on);
 }
 template <auto Set>
 void BothEventCharts(TMainParts& parts, bool on) {
-  (parts.shock->Chart2()->*Set)(on);
-  (parts.shock->ChartSpecAnalysis()->*Set)(on);
+  SetOf<Set>(*parts.shock->Chart2(), on);
+  SetOf<Set>(*parts.shock->ChartSpecAnalysis(), on);
 }
 template <TSeries Series>
 void ShowSeries(TMainParts& parts, bool on) {
@@ -43,7 +54,7 @@ void ShowSeries(TMainParts& parts, bool on) {
 }
 template <auto Set>
 void SensorsChart(TMainParts& parts, bool on) {
-  (parts.overview->ChartAllSensors()->*Set)(on);
+  SetOf<Set>(*parts.overview->ChartAllSensors(), on);
 }
 template <TSensorAxis Axis>
 void LockSensorsAxis(TMainParts& parts, bool on) {
@@ -68,7 +79,7 @@ constexpr auto kMouseLockTip = "The indicator stays where it was clicked, else i
 constexpr auto kAxisLockTip = "Wheel and keys leave the value axis as it is";
 constexpr TToggleRow kToggles[] = {
     {"actShockEventsToolsIndicator", "dxBarShockEventsIndicator", "btngrpEventsChart", "Indicator", kIndicatorTip,
-     "snap-guideline", "Ctrl+I", true, BothEventsCharts<&TEventsChart::SetIndicatorVisible>},
+     "snap-guideline", "Ctrl+I", true, BothEventsCharts<&TChartMarks::SetIndicatorVisible>},
     {"actShockEventsGAxisLock", "barbtnShockEventsGAxisLock", "btngrpEventsChart", "Lock value axis", kAxisLockTip,
      "labplot-axis-vertical", "", true, BothEventsCharts<&TEventsChart::SetValueAxisLocked>},
 
@@ -91,22 +102,22 @@ constexpr TToggleRow kToggles[] = {
      "The selected event's spectrum in place of its curves", "office-chart-bar", "S", false,
      [](TMainParts& parts, bool on) { parts.shock->SetSpectrumVisible(on); }},
     {"actShockToolsIndicator", "dxBarShockIndicator", "btngrpShockTools", "Indicator", kIndicatorTip, "snap-guideline",
-     "I", true, BothEventCharts<&TTimeChart::SetIndicatorVisible>},
+     "I", true, BothEventCharts<&TChartMarks::SetIndicatorVisible>},
     {"actShockIndicatorMouseLock", "barbtnShockIndicatorMouseLock", "btngrpShockTools", "Lock indicator", kMouseLockTip,
-     "object-locked", "L", true, BothEventCharts<&TTimeChart::SetIndicatorLocked>},
+     "object-locked", "L", true, BothEventCharts<&TChartMarks::SetIndicatorLocked>},
     {"actShockToolsNearest", "barbtnShockToolsNearest", "btngrpShockTools", "Nearest", kNearestTip, "snap-node", "",
-     false, BothEventCharts<&TTimeChart::SetNearestVisible>},
+     false, BothEventCharts<&TChartMarks::SetNearestVisible>},
     {"actShockGAxisLock", "barbtnShockGAxisLock", "btngrpShockTools", "Lock value axis", kAxisLockTip,
      "labplot-axis-vertical", "", true, BothEventCharts<&TAccelerationChart::SetValueAxisLocked>},
 
     {"actSensorsToolsPoints", "dxBarSensorsPoints", "btngrpSensorsTools", "Points", kPointsTip, "office-chart-scatter",
      "", true, SensorsChart<&TSensorsChart::SetPointsVisible>},
     {"actSensorsToolsNearest", "dxBarSensorsNearest", "btngrpSensorsTools", "Nearest", kNearestTip, "snap-node", "",
-     false, SensorsChart<&TSensorsChart::SetNearestVisible>},
+     false, SensorsChart<&TChartMarks::SetNearestVisible>},
     {"actSensorsToolsIndicator", "dxBarSensorsIndicator", "btngrpSensorsTools", "Indicator", kIndicatorTip,
-     "snap-guideline", "Ctrl+Shift+I", true, SensorsChart<&TSensorsChart::SetIndicatorVisible>},
+     "snap-guideline", "Ctrl+Shift+I", true, SensorsChart<&TChartMarks::SetIndicatorVisible>},
     {"actSensorIndicatorMouseLock", "dxBarSensorsIndicatorLock", "btngrpSensorsTools", "Lock indicator", kMouseLockTip,
-     "object-locked", "", true, SensorsChart<&TSensorsChart::SetIndicatorLocked>},
+     "object-locked", "", true, SensorsChart<&TChartMarks::SetIndicatorLocked>},
     {"actSensorsAZoomLeftII", "dxBarSensorsLockLeftII", "btngrpSensorsAxes", "Left outer", kAxisLockTip,
      "labplot-axis-vertical", "", true, LockSensorsAxis<TSensorAxis::LeftOuter>},
     {"actSensorsAZoomLeftI", "dxBarSensorsLockLeftI", "btngrpSensorsAxes", "Left inner", kAxisLockTip,
