@@ -270,7 +270,7 @@ TEST_F(MovedSensors, TakeTheAxisAndOneScaleStaysOnIt) {
   FChart.MoveSensor(2, TSensorAxis::RightOuter);
   FChart.MoveSensor(99, TSensorAxis::RightOuter);
   EXPECT_THAT(Visible(), ElementsAre(false, false, true, true));
-  EXPECT_EQ(FChart.Listed()[2].axis, TSensorAxis::RightOuter);
+  EXPECT_EQ(FChart.Sensors().Series()[2].look.axis, TSensorAxis::RightOuter);
   FChart.MoveSensor(2, TSensorAxis::RightInner);
   EXPECT_EQ(humidity.labelColor(), Qt::blue) << "as designed";
 }

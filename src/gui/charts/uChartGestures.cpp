@@ -37,6 +37,10 @@ TChartGestures::TChartGestures(TChartPlot& plot, const IChartReadings& readings,
 
 bool TChartGestures::eventFilter(QObject* /*watched*/, QEvent* event) {
   if (event->type() == QEvent::FocusOut) FSpaceDown = false;
+  if (event->type() == QEvent::KeyRelease) {
+    const auto* key = static_cast<QKeyEvent*>(event);
+    if (key->key() == Qt::Key_Space && !key->isAutoRepeat()) FSpaceDown = false;
+  }
   if (event->type() == QEvent::Leave) {
     FMarks.Hover(kNowhere);
     EmitCursor(kNowhere);
@@ -62,9 +66,6 @@ bool TChartGestures::eventFilter(QObject* /*watched*/, QEvent* event) {
       break;
     case QEvent::KeyPress:
       return PressKey(*static_cast<QKeyEvent*>(event));
-    case QEvent::KeyRelease:
-      ReleaseKey(*static_cast<QKeyEvent*>(event));
-      return false;
     case QEvent::ContextMenu:
       AskForMenu(*static_cast<QContextMenuEvent*>(event));
       break;
@@ -194,10 +195,6 @@ bool TChartGestures::PressKey(QKeyEvent& event) {
   if (found == std::end(kRangeKeys)) return false;
   found->act(FRange);
   return true;
-}
-
-void TChartGestures::ReleaseKey(const QKeyEvent& event) {
-  if (event.key() == Qt::Key_Space && !event.isAutoRepeat()) FSpaceDown = false;
 }
 
 // What is being dragged goes back; else the cursors go, else the clicked indicator.

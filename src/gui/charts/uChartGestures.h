@@ -47,7 +47,6 @@ class TChartGestures final : public QObject {
   void Turn(const QWheelEvent& event);
   // False for a key that means nothing here.
   bool PressKey(QKeyEvent& event);
-  void ReleaseKey(const QKeyEvent& event);
   bool Escape();
   void AskForMenu(const QContextMenuEvent& event);
   void DragPan(const QPointF& position);

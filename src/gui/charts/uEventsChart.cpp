@@ -3,12 +3,10 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <numeric>
+#include <utility>
 
 #include "analysis/uPointAbsorption.h"
-#include "base/uDateTime.h"
 #include "gui/charts/uChartPaint.h"
-#include "gui/charts/uInTimeOrder.h"
 #include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
 

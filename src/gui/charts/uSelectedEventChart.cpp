@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <string_view>
+#include <utility>
 
 #include "analysis/uHighPassFilter.h"
 #include "analysis/uThresholdIntervals.h"

@@ -22,6 +22,27 @@ constexpr int kAxisGap = 8;  // px between an inner and an outer axis
 constexpr TSensorAxis kGridOrder[] = {TSensorAxis::LeftOuter, TSensorAxis::LeftInner, TSensorAxis::RightInner,
                                       TSensorAxis::RightOuter};
 
+void PaintMoment(QCPPainter& painter, const TChartPlot& plot, double time) {
+  const QRect rect = plot.Rect().rect();
+  const double x = plot.TimeAxis().coordToPixel(time);
+  if (!(x >= rect.left() - 1 && x <= rect.right() + 1)) return;
+  painter.setAntialiasing(false);
+  painter.setPen(QPen(plot.palette().color(QPalette::Highlight), 1, Qt::DotLine));
+  painter.drawLine(QPointF(x, rect.top()), QPointF(x, rect.bottom()));
+}
+
+// The names and unit as far as there is room: all names, the first, the unit alone.
+QString TitleWithin(const TShownSensors::TTitle& title, const QFontMetrics& metrics, int room) {
+  const auto& [names, unit] = title;
+  const QString inUnit = unit.isEmpty() ? QString() : QString(" (%1)").arg(unit);
+  QString all = names.join(", ") + inUnit;
+  const auto fits = [&](const QString& title) { return metrics.horizontalAdvance(title) <= room; };
+  if (names.isEmpty() || fits(all)) return all;
+  QString first = names.front() + (names.size() > 1 ? QString(", …") : QString()) + inUnit;
+  if (fits(first)) return first;
+  return unit.isEmpty() ? metrics.elidedText(first, Qt::ElideRight, room) : unit;
+}
+
 }  // namespace
 
 TSensorsChart::TSensorsChart(QWidget* parent) : TTimeChart(TAxisUnit::Days, parent) {
@@ -29,7 +50,9 @@ TSensorsChart::TSensorsChart(QWidget* parent) : TTimeChart(TAxisUnit::Days, pare
   SetPlaceholder(tr("No sensor readings"));
   FAxes[static_cast<std::size_t>(TSensorAxis::LeftInner)] = &ValueAxis();
   new TPainted(&Rect(), "main", [this](QCPPainter& painter) { PaintSensors(painter); });
-  new TPainted(&Rect(), "marks", [this](QCPPainter& painter) { PaintHovered(painter); });
+  new TPainted(&Rect(), "marks", [this](QCPPainter& painter) {
+    if (HasData() && FHovered) PaintMoment(painter, *this, *FHovered);
+  });
   Restyle();
   Clear();
 }
@@ -87,15 +110,6 @@ void TSensorsChart::MoveSensor(std::size_t index, TSensorAxis axis) {
   ScaleAxis(axis);
   FillLegend();
   SetUpAxes();
-}
-
-std::vector<TSensorsChart::TListed> TSensorsChart::Listed() const {
-  std::vector<TListed> listed;
-  for (const std::size_t index : FSensors.Listed()) {
-    const TSensorSeries& series = FSensors.Series()[index];
-    listed.push_back({index, series.name, series.visible, series.look.axis});
-  }
-  return listed;
 }
 
 void TSensorsChart::SetHoveredTime(std::optional<double> time) {
@@ -195,23 +209,11 @@ void TSensorsChart::FillLegend() {
 }
 
 void TSensorsChart::Prepare() {
+  const QFontMetrics metrics(font(), this);
   for (std::size_t i = 0; i < kSensorAxisCount; ++i) {
     if (!FAxes[i] || !FAxes[i]->visible()) continue;
-    FAxes[i]->setLabel(TitleOf(static_cast<TSensorAxis>(i), Rect().height()));
+    FAxes[i]->setLabel(TitleWithin(FSensors.TitleOf(static_cast<TSensorAxis>(i)), metrics, Rect().height()));
   }
-}
-
-// The names and unit as far as there is room: all names, the first, the unit alone.
-QString TSensorsChart::TitleOf(TSensorAxis axis, int room) const {
-  const auto [names, unit] = FSensors.TitleOf(axis);
-  const QString inUnit = unit.isEmpty() ? QString() : QString(" (%1)").arg(unit);
-  QString all = names.join(", ") + inUnit;
-  const QFontMetrics metrics(font(), this);
-  const auto fits = [&](const QString& title) { return metrics.horizontalAdvance(title) <= room; };
-  if (names.isEmpty() || fits(all)) return all;
-  QString first = names.front() + (names.size() > 1 ? QString(", …") : QString()) + inUnit;
-  if (fits(first)) return first;
-  return unit.isEmpty() ? metrics.elidedText(first, Qt::ElideRight, room) : unit;
 }
 
 void TSensorsChart::PaintSensors(QCPPainter& painter) {
@@ -249,15 +251,6 @@ void TSensorsChart::PaintAlarms(QCPPainter& painter) const {
     draw(limits->second.second, Qt::AlignTop);
     draw(limits->second.first, Qt::AlignBottom);
   }
-}
-
-void TSensorsChart::PaintHovered(QCPPainter& painter) const {
-  const QRect rect = Rect().rect();
-  const double x = FHovered ? TimeAxis().coordToPixel(*FHovered) : -1;
-  if (!HasData() || !(x >= rect.left() - 1 && x <= rect.right() + 1)) return;
-  painter.setAntialiasing(false);
-  painter.setPen(QPen(palette().color(QPalette::Highlight), 1, Qt::DotLine));
-  painter.drawLine(QPointF(x, rect.top()), QPointF(x, rect.bottom()));
 }
 
 void TSensorsChart::Clicked(const QPointF& position) {

@@ -39,14 +39,8 @@ class TSensorsChart final : public TTimeChart {
   // Shows it on another value axis, where those of another unit make room for it. All of this name move; away
   // from where they belong they stay from recording to recording, come first, and give the axis their colour.
   void MoveSensor(std::size_t index, TSensorAxis axis);
-  struct TListed {
-    std::size_t index;  // in the list
-    QString name;
-    bool visible;
-    TSensorAxis axis;
-  };
-  // The sensors with readings, as the legend names them.
-  [[nodiscard]] std::vector<TListed> Listed() const;
+  // What is shown of each sensor.
+  [[nodiscard]] const TShownSensors& Sensors() const { return FSensors; }
   // Marks a moment, a date-time.
   void SetHoveredTime(std::optional<double> time);
 
@@ -75,7 +69,6 @@ class TSensorsChart final : public TTimeChart {
  private:
   // Sensors made room for a chosen one.
   void EmitHidden(const QStringList& hidden, std::size_t chosen);
-  void PaintHovered(QCPPainter& painter) const;
   void ScaleAxis(TSensorAxis axis);
   void FillLegend();
   void PaintSensors(QCPPainter& painter);
@@ -86,7 +79,6 @@ class TSensorsChart final : public TTimeChart {
   // "RH 41.5 %RH"
   [[nodiscard]] TReading ReadingOf(const TSensorSeries& series, const TSensorValue& reading) const;
   [[nodiscard]] QCPAxis& AxisOf(TSensorAxis axis) const { return *FAxes[static_cast<std::size_t>(axis)]; }
-  [[nodiscard]] QString TitleOf(TSensorAxis axis, int room) const;
 
   std::array<QCPAxis*, kSensorAxisCount> FAxes{};
   std::array<QColor, kSensorAxisCount> FAxisColours = kSensorAxisColours;

@@ -113,7 +113,8 @@ void AddSensors(QMenu& menu, TSensorsChart& chart) {
                                                            {TSensorAxis::LeftInner, "Left inner axis"},
                                                            {TSensorAxis::RightInner, "Right inner axis"},
                                                            {TSensorAxis::RightOuter, "Right outer axis"}};
-  for (const TSensorsChart::TListed& sensor : chart.Listed()) {
+  for (const std::size_t index : chart.Sensors().Listed()) {
+    const TSensorSeries& sensor = chart.Sensors().Series()[index];
     if (sensors->actions().size() == kMostSensors) {
       sensors->addAction("…")->setEnabled(false);
       break;
@@ -122,18 +123,16 @@ void AddSensors(QMenu& menu, TSensorsChart& chart) {
     QAction* show = one->addAction(QObject::tr("Show"));
     show->setCheckable(true);
     show->setChecked(sensor.visible);
-    QObject::connect(show, &QAction::toggled, &chart,
-                     [&chart, index = sensor.index](bool on) { chart.SetSensorVisible(index, on); });
+    QObject::connect(show, &QAction::toggled, &chart, [&chart, index](bool on) { chart.SetSensorVisible(index, on); });
     one->addSection(QObject::tr("Move to"));
     auto* group = new QActionGroup(one);
     for (const auto& [axis, caption] : kAxes) {
       QAction* move = one->addAction(QObject::tr(caption));
       move->setCheckable(true);
-      move->setChecked(axis == sensor.axis);
+      move->setChecked(axis == sensor.look.axis);
       group->addAction(move);
       const TSensorAxis to = axis;
-      QObject::connect(move, &QAction::triggered, &chart,
-                       [&chart, index = sensor.index, to] { chart.MoveSensor(index, to); });
+      QObject::connect(move, &QAction::triggered, &chart, [&chart, index, to] { chart.MoveSensor(index, to); });
     }
   }
   sensors->setEnabled(!sensors->isEmpty());
