@@ -35,10 +35,6 @@ void RightClick(TTimeChart& chart, const QPoint& at) {
   QCoreApplication::sendEvent(&chart, &menu);
   QTest::mouseRelease(&chart, Qt::RightButton, {}, at);
 }
-void Leave(TTimeChart& chart) {
-  QEvent leave(QEvent::Leave);
-  QCoreApplication::sendEvent(&chart, &leave);
-}
 std::vector<std::string> Cells(const QStringList& row) {
   std::vector<std::string> cells;
   for (const QString& cell : row) cells.push_back(cell.toStdString());
@@ -87,39 +83,6 @@ TEST_F(Measuring, CSetsAThenBOnSamplesThenTakesBothAwayAndReplotsNothing) {
   ExpectCursors(std::nullopt, std::nullopt);
   EXPECT_EQ(FChart.grab().toImage(), before);
   EXPECT_EQ(FReplots.count(), 0);
-}
-
-TEST_F(Measuring, ADragMovesTheNearestCursorAndNothingElse) {
-  PutAt(20);
-  PutAt(80);
-  QSignalSpy ranges(&FChart, &TTimeChart::TimeRangeChanged);
-  FChart.Marks().SetIndicatorVisible(true);
-  FChart.Marks().SetIndicatorLocked(true);
-  Drag(FChart, AtMs(80) + QPoint(3, 0), AtMs(10));
-  ExpectCursors(20, 10);
-  EXPECT_THAT(Told(), HasSubstr("Δt -10 ms  ·  1/Δt 100 Hz  ·  ΔX -1 g"));
-  QTest::mousePress(&FChart, Qt::LeftButton, {}, AtMs(20));
-  Move(FChart, AtMs(60), Qt::LeftButton);
-  ExpectCursors(60, 10);
-  QTest::keyClick(&FChart, Qt::Key_Escape);
-  ExpectCursors(20, 10);
-  QTest::mouseRelease(&FChart, Qt::LeftButton, {}, AtMs(60));
-  QTest::mouseDClick(&FChart, Qt::LeftButton, {}, AtMs(20));
-  Leave(FChart);
-  EXPECT_EQ(ranges.count() + FReplots.count(), 0);
-  EXPECT_EQ(FChart.Marks().IndicatorTime(), std::nullopt) << "nobody clicked a place for it";
-  QTest::keyClick(&FChart, Qt::Key_Escape);
-  ExpectCursors(std::nullopt, std::nullopt);
-}
-
-TEST_F(Measuring, CursorsThatGoDuringADragAreNotDraggedOn) {
-  PutAt(20);
-  PutAt(80);
-  QTest::mousePress(&FChart, Qt::LeftButton, {}, AtMs(80));
-  QTest::keyClick(&FChart, Qt::Key_C);
-  Move(FChart, AtMs(50), Qt::LeftButton);
-  QTest::mouseRelease(&FChart, Qt::LeftButton, {}, AtMs(50));
-  ExpectCursors(std::nullopt, std::nullopt);
 }
 
 TEST_F(Measuring, CursorsStandWhereTheUserPointedLastAndGoWithTheEvent) {

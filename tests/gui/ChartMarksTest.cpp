@@ -32,10 +32,6 @@ int Count(TTimeChart& chart, const QColor& colour, const QRect& within = QRect(0
 QRect Around(const QPoint& at, int reach) {
   return {at - QPoint(reach, reach), at + QPoint(reach, reach)};
 }
-void Leave(TTimeChart& chart) {
-  QEvent leave(QEvent::Leave);
-  QCoreApplication::sendEvent(&chart, &leave);
-}
 std::string LastText(const QSignalSpy& spy) {
   return spy.isEmpty() ? std::string() : spy.back()[0].toString().toStdString();
 }
@@ -60,44 +56,6 @@ class EventChart : public testing::Test {
   TSelectedEventChart FChart;
   QSignalSpy FTexts{&FChart, &TTimeChart::CursorValueChanged};
 };
-
-TEST_F(EventChart, IndicatorFollowsThePointerAndGoesWithIt) {
-  QSignalSpy moved(&FChart, &TTimeChart::IndicatorMoved);
-  Move(FChart, AtMs(30), Qt::NoButton);
-  EXPECT_FALSE(FChart.Marks().IndicatorTime()) << "it is off";
-  FChart.Marks().SetIndicatorVisible(true);
-  for (const double ms : {30.0, 60.0}) {
-    Move(FChart, AtMs(ms), Qt::NoButton);
-    ExpectIndicator(ms);
-    EXPECT_NEAR(moved.back()[0].toDouble(), ms, 0.2);
-  }
-  Click(FChart, AtMs(40));
-  Move(FChart, AtMs(70), Qt::NoButton);
-  ExpectIndicator(70);
-  Leave(FChart);
-  EXPECT_FALSE(FChart.Marks().IndicatorTime());
-}
-
-TEST_F(EventChart, LockedIndicatorStaysWhereItWasClicked) {
-  FChart.Marks().SetIndicatorVisible(true);
-  FChart.Marks().SetIndicatorLocked(true);
-  Move(FChart, AtMs(30), Qt::NoButton);
-  ExpectIndicator(30);  // nobody clicked yet
-  Click(FChart, AtMs(40));
-  Move(FChart, AtMs(70), Qt::NoButton);
-  Leave(FChart);
-  ExpectIndicator(40);
-  QTest::mouseClick(&FChart, Qt::LeftButton, {}, AtMs(80));
-  QTest::mouseDClick(&FChart, Qt::LeftButton, {}, AtMs(80));
-  ExpectIndicator(40);  // the reset of the zoom is no choice of a place
-  Wheel(FChart, AtMs(50), 1);
-  ExpectIndicator(40);
-  QTest::keyClick(&FChart, Qt::Key_Escape);
-  EXPECT_FALSE(FChart.Marks().IndicatorTime());
-  Click(FChart, AtMs(40));
-  FChart.ShowEvent(FEvents, 0, {});
-  EXPECT_FALSE(FChart.Marks().IndicatorTime()) << "the place belongs to the event";
-}
 
 TEST_F(EventChart, IndicatorIsALineThatGoesWithoutATrace) {
   const QImage before = FChart.grab().toImage();
@@ -159,30 +117,6 @@ TEST_F(EventChart, PointsStandOnSamplesWhereTheseStandApart) {
   const QImage dotted = FChart.grab().toImage();
   FChart.SetPointsVisible(false);
   EXPECT_EQ(FChart.grab().toImage(), dotted);
-}
-
-TEST_F(EventChart, LockedAxisStaysUnderWheelAndKeys) {
-  const QPoint overAxis = RectOf(FChart).rect().bottomLeft() - QPoint(20, 60);
-  const auto change = [&] {
-    Wheel(FChart, overAxis, 1);
-    Wheel(FChart, MiddleOf(FChart), 1, Qt::ControlModifier);
-    QTest::keyClick(&FChart, Qt::Key_Up);
-  };
-  const QCPRange full = ValuesOf(FChart).range();
-  const auto times = FChart.Range().Times();
-  FChart.SetValueAxisLocked(true);
-  change();
-  EXPECT_THAT(LastText(FTexts), HasSubstr("locked"));
-  EXPECT_EQ(ValuesOf(FChart).range(), full);
-  FChart.SetValueAxisLocked(false);
-  change();
-  const QCPRange zoomed = ValuesOf(FChart).range();
-  EXPECT_LT(zoomed.size(), full.size() * 0.7);
-  FChart.SetValueAxisLocked(true);
-  Wheel(FChart, MiddleOf(FChart), 1);
-  Drag(FChart, MiddleOf(FChart), MiddleOf(FChart) + QPoint(50, 50), Qt::MiddleButton);
-  EXPECT_EQ(ValuesOf(FChart).range(), zoomed);
-  EXPECT_NE(FChart.Range().Times(), times);
 }
 
 TEST_F(EventChart, CursorTextsFollowTheMasks) {

@@ -28,15 +28,10 @@ class Chart : public testing::Test {
     Show(FChart);
     FMiddle = MiddleOf(FChart);
   }
-  [[nodiscard]] double MomentUnder(const QPoint& at) const { return TimeOf(FChart).pixelToCoord(at.x()); }
-  [[nodiscard]] double Span() const { return TimeOf(FChart).range().size(); }
   void ExpectFull() const { ExpectRange(FChart, 0, 9 * kMinute); }
 
   TSamples FPeaks;
   TEventsChart FChart;
-  QSignalSpy FRanges{&FChart, &TTimeChart::TimeRangeChanged};
-  QSignalSpy FResets{&FChart, &TTimeChart::ZoomReset};
-  QSignalSpy FClicked{&FChart, &TEventsChart::EventClicked};
   QPoint FMiddle;
 };
 
@@ -54,121 +49,6 @@ TEST_F(Chart, RecordingSpanWidensButNeverCutsTheData) {
   const auto empty = FChart.Range().Times();
   FChart.Range().SetRecordingSpan({At(0), At(kMinute)});
   EXPECT_EQ(FChart.Range().Times(), empty);
-}
-
-TEST_F(Chart, TellsTheRangesOfTheUserOnly) {
-  FChart.Range().SetTimes(At(kMinute), At(2 * kMinute));
-  FChart.Range().SetRecordingSpan({At(0), At(20 * kMinute)});
-  FChart.Range().Reset();
-  FChart.SetEvents(Events(FPeaks), {});
-  EXPECT_EQ(FRanges.count() + FResets.count(), 0);
-
-  Wheel(FChart, FMiddle, 1);
-  ASSERT_EQ(FRanges.count(), 1);
-  EXPECT_EQ(std::pair(FRanges[0][0].toDouble(), FRanges[0][1].toDouble()), FChart.Range().Times());
-  QTest::keyClick(&FChart, Qt::Key_F);
-  ExpectFull();
-  EXPECT_EQ(FRanges.count(), 2);
-  EXPECT_EQ(FResets.count(), 1);
-}
-
-TEST_F(Chart, WheelZoomsTimeAboutThePointerAndScrollsWithShift) {
-  const QPoint at(RectOf(FChart).rect().left() + 150, 100);
-  const double moment = MomentUnder(at);
-  const double full = Span();
-  const QCPRange values = ValuesOf(FChart).range();
-  Wheel(FChart, at, 2);
-  EXPECT_LT(Span(), full * 0.9);
-  EXPECT_NEAR(MomentUnder(at), moment, kSame);
-  const double span = Span();
-  const double first = FChart.Range().Times().first;
-  Wheel(FChart, at, -1, Qt::ShiftModifier);
-  EXPECT_GT(FChart.Range().Times().first, first);
-  EXPECT_NEAR(Span(), span, kSame);
-  EXPECT_EQ(ValuesOf(FChart).range(), values);
-}
-
-TEST_F(Chart, LeftDragZoomsToItsSpanWhicheverWayItGoes) {
-  const QPoint from = PointAt(FChart, At(3 * kMinute), 20);
-  const QPoint to = PointAt(FChart, At(5 * kMinute), 60);
-  const std::pair wanted(MomentUnder(from), MomentUnder(to));
-  for (const bool back : {false, true}) {
-    FChart.Range().Reset();
-    Drag(FChart, back ? to : from, back ? from : to);
-    EXPECT_NEAR(FChart.Range().Times().first, wanted.first, kSame);
-    EXPECT_NEAR(FChart.Range().Times().second, wanted.second, kSame);
-  }
-  EXPECT_EQ(FRanges.count(), 2);
-  EXPECT_EQ(FClicked.count(), 0);
-}
-
-TEST_F(Chart, DragUnderTwentyPixelsIsAClick) {
-  const QPoint event = PointAt(FChart, At(4 * kMinute), 50);
-  Drag(FChart, event, event + QPoint(19, 0));
-  EXPECT_EQ(FRanges.count(), 0);
-  EXPECT_EQ(FClicked.count(), 1);
-  Drag(FChart, event, event + QPoint(20, 0));
-  EXPECT_EQ(FRanges.count(), 1);
-  EXPECT_EQ(FClicked.count(), 1);
-}
-
-TEST_F(Chart, MiddleDragAndSpaceWithLeftDragPan) {
-  for (const Qt::MouseButton button : {Qt::MiddleButton, Qt::LeftButton}) {
-    FChart.Range().SetTimes(At(3 * kMinute), At(6 * kMinute));
-    const QPoint to = FMiddle + QPoint(100, 0);
-    const double moment = MomentUnder(FMiddle);
-    if (button == Qt::LeftButton) QTest::keyPress(&FChart, Qt::Key_Space);
-    Drag(FChart, FMiddle, to, button);
-    if (button == Qt::LeftButton) QTest::keyRelease(&FChart, Qt::Key_Space);
-    EXPECT_NEAR(MomentUnder(to), moment, kSame) << "what was taken hold of stays under the pointer";
-    EXPECT_NEAR(Span(), 3 * kMinute / kDay, kSame);
-  }
-}
-
-TEST_F(Chart, EscapeCancelsADrag) {
-  for (const Qt::MouseButton button : {Qt::LeftButton, Qt::MiddleButton}) {
-    QTest::mousePress(&FChart, button, {}, FMiddle);
-    Move(FChart, FMiddle + QPoint(100, 0), button);
-    QTest::keyClick(&FChart, Qt::Key_Escape);
-    QTest::mouseRelease(&FChart, button, {}, FMiddle + QPoint(100, 0));
-    ExpectFull();
-  }
-  EXPECT_EQ(FClicked.count(), 0);
-}
-
-TEST_F(Chart, DoubleClickResetsTimeAndValues) {
-  const QCPRange values = ValuesOf(FChart).range();
-  Wheel(FChart, FMiddle, 3);
-  Wheel(FChart, FMiddle, 3, Qt::ControlModifier);
-  QTest::mouseDClick(&FChart, Qt::LeftButton, {}, FMiddle);
-  ExpectFull();
-  EXPECT_EQ(ValuesOf(FChart).range(), values);
-  EXPECT_EQ(FResets.count(), 1);
-}
-
-TEST_F(Chart, KeysZoomAndMove) {
-  const auto press = [this](Qt::Key key) { QTest::keyClick(&FChart, key); };
-  const double full = Span();
-  press(Qt::Key_Plus);
-  press(Qt::Key_Plus);
-  const double zoomed = Span();
-  EXPECT_LT(zoomed, full * 0.8);
-  EXPECT_NEAR(TimeOf(FChart).range().center(), At(4.5 * kMinute), kSame);
-  const double first = FChart.Range().Times().first;
-  press(Qt::Key_Right);
-  EXPECT_GT(FChart.Range().Times().first, first);
-  press(Qt::Key_Left);
-  EXPECT_NEAR(FChart.Range().Times().first, first, kSame);
-  press(Qt::Key_Home);
-  EXPECT_NEAR(FChart.Range().Times().first, At(0), kSame);
-  press(Qt::Key_End);
-  EXPECT_NEAR(FChart.Range().Times().second, At(9 * kMinute), kSame);
-  EXPECT_NEAR(Span(), zoomed, kSame);
-  press(Qt::Key_Minus);
-  EXPECT_GT(Span(), zoomed);
-  const double lowest = ValuesOf(FChart).range().lower;
-  press(Qt::Key_Up);
-  EXPECT_GT(ValuesOf(FChart).range().lower, lowest);
 }
 
 TEST_F(Chart, ZoomEndsInBothDirections) {

@@ -9,8 +9,8 @@
 #include <utility>
 #include <vector>
 
+#include "gui/charts/uChartPlot.h"
 #include "gui/charts/uLegendRow.h"
-#include "gui/charts/uTimeChart.h"
 #include "model/uEvents.h"
 #include "model/uOtherSensors.h"
 
@@ -82,9 +82,9 @@ inline void Show(TChartPlot& chart) {
   ASSERT_TRUE(QTest::qWaitForWindowExposed(&chart));
   Settle();
 }
-inline void ExpectRange(const TTimeChart& chart, double fromMs, double toMs) {
-  EXPECT_NEAR(chart.Range().Times().first, At(fromMs), kSame);
-  EXPECT_NEAR(chart.Range().Times().second, At(toMs), kSame);
+inline void ExpectRange(const TChartPlot& chart, double fromMs, double toMs) {
+  EXPECT_NEAR(TimeOf(chart).range().lower, At(fromMs), kSame);
+  EXPECT_NEAR(TimeOf(chart).range().upper, At(toMs), kSame);
 }
 inline void ExpectSaneAxes(TChartPlot& chart) {
   for (const QCPAxis* axis : RectOf(chart).axes()) {
@@ -107,6 +107,10 @@ inline void Drag(TChartPlot& chart, const QPoint& from, const QPoint& to, Qt::Mo
   Move(chart, (from + to) / 2, button);
   Move(chart, to, button);
   QTest::mouseRelease(&chart, button, {}, to);
+}
+inline void Leave(TChartPlot& chart) {
+  QEvent leave(QEvent::Leave);
+  QCoreApplication::sendEvent(&chart, &leave);
 }
 inline void Click(TChartPlot& chart, const QPoint& at) {
   QTest::mouseClick(&chart, Qt::LeftButton, {}, at);
