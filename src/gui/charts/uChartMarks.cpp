@@ -21,7 +21,7 @@ struct TPlace {
   Qt::Alignment side;
 };
 
-// Where words of this size fit beside the words that have taken a place, else above.
+// The first side of a sample where words of this size fit: within the axes and clear of the taken box; else above.
 TPlace FreePlace(const QPointF& at, const QSizeF& size, const QRectF& taken, const QRectF& axes) {
   constexpr double kAway = kNearestRadius + 2;
   const TPlace places[] = {{{0, -kAway}, Qt::AlignHCenter | Qt::AlignBottom},

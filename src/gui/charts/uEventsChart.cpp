@@ -221,13 +221,13 @@ std::optional<std::size_t> TEventsChart::PlaceNear(const QPointF& position) cons
   std::vector<std::size_t> peaks;
   FEvents.StemsIn({from, to, static_cast<std::size_t>(2 * kReach)}, static_cast<std::size_t>(TSeries::Total), peaks);
   std::optional<std::size_t> nearest;
-  double least = kReach;
+  double minDistance = kReach;
   for (const std::size_t place : peaks) {
     const double dx = position.x() - TimeAxis().coordToPixel(FEvents.Time(place));
     const double above = std::max(0.0, ValueAxis().coordToPixel(double{FEvents.Max(place)}) - position.y());
     const double distance = std::hypot(dx, above);
-    if (distance > least) continue;
-    least = distance;
+    if (distance > minDistance) continue;
+    minDistance = distance;
     nearest = place;
   }
   return nearest;

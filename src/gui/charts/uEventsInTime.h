@@ -47,7 +47,7 @@ class TEventsInTime {
   [[nodiscard]] std::optional<std::size_t> PlaceOn(double time) const;
   // What stands at a place, g; NaN for nothing.
   [[nodiscard]] float Stem(std::size_t place, std::size_t series) const;
-  // Of the largest stem in each of so many columns from one date-time to another the place.
+  // The places of the largest stem in each column; the columns span date-times.
   void StemsIn(const TColumns& columns, std::size_t series, std::vector<std::size_t>& places) const;
 
  private:

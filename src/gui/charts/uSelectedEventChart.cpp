@@ -258,7 +258,7 @@ std::optional<TReading> TSelectedEventChart::NearestTo(const QPointF& position) 
     return std::fabs(TimeAxis().coordToPixel(samples[i].time - FStart) - position.x());
   };
   std::optional<TReading> nearest;
-  double least = std::numeric_limits<double>::infinity();
+  double minDistance = std::numeric_limits<double>::infinity();
   for (const TSeries series : VisibleSeries()) {
     const auto distance = [&](std::size_t i) {
       const QPointF away = PlaceOf(samples[i], series) - position;
@@ -266,8 +266,8 @@ std::optional<TReading> TSelectedEventChart::NearestTo(const QPointF& position) 
     };
     const auto found =
         NearestOnScreen(samples.size(), NearestSample(TimeAxis().pixelToCoord(position.x())), across, distance);
-    if (!found || distance(*found) >= least) continue;
-    least = distance(*found);
+    if (!found || distance(*found) >= minDistance) continue;
+    minDistance = distance(*found);
     nearest = ReadingOf(samples[*found], series);
     nearest->text += tr(" at %1").arg(MomentText(samples[*found].time - FStart));
   }

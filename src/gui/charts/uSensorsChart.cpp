@@ -292,7 +292,7 @@ std::vector<TReading> TSensorsChart::ReadingsAt(double time) const {
 std::optional<TReading> TSensorsChart::NearestTo(const QPointF& position) const {
   const double ms = FSensors.MsOf(TimeAxis().pixelToCoord(position.x()));
   std::optional<TReading> nearest;
-  double least = std::numeric_limits<double>::infinity();
+  double minDistance = std::numeric_limits<double>::infinity();
   for (const TSensorSeries& series : FSensors.Series()) {
     if (!series.visible || series.whole.IsEmpty()) continue;
     const auto readings = series.readings.Samples();
@@ -302,8 +302,8 @@ std::optional<TReading> TSensorsChart::NearestTo(const QPointF& position) const 
       return std::hypot(away.x(), away.y());
     };
     const auto found = NearestOnScreen(readings.size(), series.readings.Nearest(ms), across, distance);
-    if (!found || distance(*found) >= least) continue;
-    least = distance(*found);
+    if (!found || distance(*found) >= minDistance) continue;
+    minDistance = distance(*found);
     nearest = ReadingOf(series, readings[*found]);
     nearest->text += tr(" at %1").arg(MomentText(DateTimeOf(FSensors.Start(), readings[*found].time)));
   }

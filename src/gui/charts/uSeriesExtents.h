@@ -1,4 +1,4 @@
-// The least and the largest of any part of an event's series. Main thread only.
+// Minimum and maximum of any part of an event's series. Main thread only.
 #pragma once
 
 #include <array>

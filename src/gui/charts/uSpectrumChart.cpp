@@ -12,7 +12,7 @@ namespace {
 
 constexpr double kDecibelInSight = 120;  // below the largest line
 constexpr double kGroupPart = 0.8;       // of the room of a line, for its bars
-constexpr double kLeastBar = 2;          // px; thinner bars stand behind each other
+constexpr double kMinBar = 2;            // px; thinner bars stand behind each other
 constexpr double kWordsRoom = 0.06;      // of the values, above
 
 QString AxisTitle(TSpectrumType type) {
@@ -135,21 +135,21 @@ std::vector<TSpectrumChart::TBarSeries> TSpectrumChart::VisibleBars() const {
 
 // The constant part would press the lines flat, so it has no say.
 void TSpectrumChart::ScaleValues() {
-  double least = std::numeric_limits<double>::infinity();
-  double largest = -least;
+  double min = std::numeric_limits<double>::infinity();
+  double max = -min;
   for (const TBarSeries& bar : VisibleBars()) {
     for (std::size_t i = 1; i < FSpectrum.lines.size(); ++i) {
       const double value = FSpectrum.lines[i].*bar.value;
       if (!std::isfinite(value)) continue;
-      least = std::min(least, value);
-      largest = std::max(largest, value);
+      min = std::min(min, value);
+      max = std::max(max, value);
     }
   }
-  if (!(least <= largest)) return ValueAxis().setRange(0, 1);
+  if (!(min <= max)) return ValueAxis().setRange(0, 1);
   if (FType == TSpectrumType::Decibel) {
-    return ValueAxis().setRange(ScaleAround(std::max(least, largest - kDecibelInSight), largest));
+    return ValueAxis().setRange(ScaleAround(std::max(min, max - kDecibelInSight), max));
   }
-  ValueAxis().setRange(0, largest > 0 ? largest * (1 + kWordsRoom) : 1);
+  ValueAxis().setRange(0, max > 0 ? max * (1 + kWordsRoom) : 1);
 }
 
 double TSpectrumChart::Step() const {
@@ -171,7 +171,7 @@ void TSpectrumChart::PaintBars(QCPPainter& painter) const {
   painter.setClipRect(Rect().rect(), Qt::IntersectClip);
   const double room = TimeAxis().coordToPixel(Step()) - TimeAxis().coordToPixel(0);
   const auto count = static_cast<double>(VisibleBars().size());
-  if (room * kGroupPart >= kLeastBar * count) {
+  if (room * kGroupPart >= kMinBar * count) {
     PaintGroups(painter, begin, end);
   } else {
     PaintColumns(painter, begin, end);
@@ -220,9 +220,9 @@ void TSpectrumChart::PaintColumns(QCPPainter& painter, std::size_t begin, std::s
     while (next < end && TimeAxis().coordToPixel(FSpectrum.lines[next].hertz) < x + 1) ++next;
     columns.clear();
     for (const TBarSeries& bar : bars) {
-      double largest = -std::numeric_limits<double>::infinity();
-      for (std::size_t k = i; k < next; ++k) largest = std::fmax(largest, FSpectrum.lines[k].*bar.value);
-      columns.push_back({largest, bar.series});
+      double max = -std::numeric_limits<double>::infinity();
+      for (std::size_t k = i; k < next; ++k) max = std::fmax(max, FSpectrum.lines[k].*bar.value);
+      columns.push_back({max, bar.series});
     }
     std::ranges::stable_sort(columns, std::ranges::greater(), &TColumn::value);
     const double width = next < end ? TimeAxis().coordToPixel(FSpectrum.lines[next].hertz) - x : 1;
