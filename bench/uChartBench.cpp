@@ -75,8 +75,8 @@ std::vector<double> Redraws(TTimeChart& chart) {
   std::vector<double> times;
   chart.resize(kWidth, kHeight);
   chart.replot();
-  for (const auto& [from, to] : Views(chart.FullRange())) {
-    chart.SetTimeRange(from, to);
+  for (const auto& [from, to] : Views(chart.Range().Full())) {
+    chart.Range().SetTimes(from, to);
     times.push_back(Milliseconds([&chart] { chart.replot(); }));
   }
   return times;
@@ -115,9 +115,8 @@ double EnvelopeTime(std::span<const TEventValue> samples) {
   return Milliseconds([samples] {
     std::array<TExtents, kSeriesCount> extents;
     for (const TSeries series : kAllSeries) {
-      extents[static_cast<std::size_t>(series)].Set(samples.size(), [samples, series](std::size_t i) {
-        return TSelectedEventChart::ValueOf(samples[i], series);
-      });
+      extents[static_cast<std::size_t>(series)].Set(
+          samples.size(), [samples, series](std::size_t i) { return ValueOf(samples[i], series); });
     }
   });
 }

@@ -35,10 +35,6 @@ void RightClick(TTimeChart& chart, const QPoint& at) {
   QCoreApplication::sendEvent(&chart, &menu);
   QTest::mouseRelease(&chart, Qt::RightButton, {}, at);
 }
-void Leave(TTimeChart& chart) {
-  QEvent leave(QEvent::Leave);
-  QCoreApplication::sendEvent(&chart, &leave);
-}
 std::vector<std::string> Cells(const QStringList& row) {
   std::vector<std::string> cells;
   for (const QString& cell : row) cells.push_back(cell.toStdString());
@@ -64,8 +60,8 @@ class Measuring : public testing::Test {
     QTest::keyClick(&FChart, Qt::Key_C);
   }
   void ExpectCursors(std::optional<double> a, std::optional<double> b) {
-    EXPECT_EQ(FChart.Cursors()[0], a);
-    EXPECT_EQ(FChart.Cursors()[1], b);
+    EXPECT_EQ(FChart.Cursors().Times()[0], a);
+    EXPECT_EQ(FChart.Cursors().Times()[1], b);
   }
   [[nodiscard]] std::string Told() const { return FTexts.back()[0].toString().toStdString(); }
 
@@ -89,65 +85,32 @@ TEST_F(Measuring, CSetsAThenBOnSamplesThenTakesBothAwayAndReplotsNothing) {
   EXPECT_EQ(FReplots.count(), 0);
 }
 
-TEST_F(Measuring, ADragMovesTheNearestCursorAndNothingElse) {
-  PutAt(20);
-  PutAt(80);
-  QSignalSpy ranges(&FChart, &TTimeChart::TimeRangeChanged);
-  FChart.SetIndicatorVisible(true);
-  FChart.SetIndicatorLocked(true);
-  Drag(FChart, AtMs(80) + QPoint(3, 0), AtMs(10));
-  ExpectCursors(20, 10);
-  EXPECT_THAT(Told(), HasSubstr("Δt -10 ms  ·  1/Δt 100 Hz  ·  ΔX -1 g"));
-  QTest::mousePress(&FChart, Qt::LeftButton, {}, AtMs(20));
-  Move(FChart, AtMs(60), Qt::LeftButton);
-  ExpectCursors(60, 10);
-  QTest::keyClick(&FChart, Qt::Key_Escape);
-  ExpectCursors(20, 10);
-  QTest::mouseRelease(&FChart, Qt::LeftButton, {}, AtMs(60));
-  QTest::mouseDClick(&FChart, Qt::LeftButton, {}, AtMs(20));
-  Leave(FChart);
-  EXPECT_EQ(ranges.count() + FReplots.count(), 0);
-  EXPECT_EQ(FChart.IndicatorTime(), std::nullopt) << "nobody clicked a place for it";
-  QTest::keyClick(&FChart, Qt::Key_Escape);
-  ExpectCursors(std::nullopt, std::nullopt);
-}
-
-TEST_F(Measuring, CursorsThatGoDuringADragAreNotDraggedOn) {
-  PutAt(20);
-  PutAt(80);
-  QTest::mousePress(&FChart, Qt::LeftButton, {}, AtMs(80));
-  QTest::keyClick(&FChart, Qt::Key_C);
-  Move(FChart, AtMs(50), Qt::LeftButton);
-  QTest::mouseRelease(&FChart, Qt::LeftButton, {}, AtMs(50));
-  ExpectCursors(std::nullopt, std::nullopt);
-}
-
 TEST_F(Measuring, CursorsStandWhereTheUserPointedLastAndGoWithTheEvent) {
   RightClick(FChart, AtMs(40));
-  FChart.StepCursors();
+  FChart.Gestures().StepCursors();
   ExpectCursors(40, std::nullopt);
   Move(FChart, AtMs(90), Qt::NoButton);
   Leave(FChart);
-  FChart.StepCursors();
+  FChart.Gestures().StepCursors();
   ExpectCursors(40, 70);  // nobody points: two thirds into the view
-  FChart.SetTimeRange(0, 30);
+  FChart.Range().SetTimes(0, 30);
   FChart.grab();  // both out of sight
   ExpectCursors(40, 70);
   FChart.ShowEvent(FEvents, 0, {});
   ExpectCursors(std::nullopt, std::nullopt);
   FChart.Clear();
-  FChart.StepCursors();
+  FChart.Gestures().StepCursors();
   ExpectCursors(std::nullopt, std::nullopt);
 }
 
 TEST_F(Measuring, StatisticsAreThoseOfTheSamplesInSight) {
-  FChart.SetTimeRange(15, 40);
+  FChart.Range().SetTimes(15, 40);
   TRangeTable table = FChart.VisibleStatistics();
   ASSERT_EQ(table.rows.size(), 1U) << "hidden series are left out";
   // 2, 3, 4 g: the mean of the squares is 29/3.
   EXPECT_THAT(Cells(table.rows[0]), ElementsAre("X", "g", "3", "2", "4", "2", "3", "3.10913"));
   EXPECT_EQ(table.span.toStdString(), "15 … 40 ms");
-  FChart.SetTimeRange(41, 49);
+  FChart.Range().SetTimes(41, 49);
   EXPECT_THAT(Cells(FChart.VisibleStatistics().rows[0]), ElementsAre("X", "g", "0", "–", "–", "–", "–", "–"));
   FChart.Clear();
   EXPECT_TRUE(FChart.VisibleStatistics().rows.empty());
@@ -172,7 +135,7 @@ TEST(EventsChartMeasures, AreOfTheEventsThatTheFilterLetsThrough) {
   TEventsChart chart;
   chart.SetEvents(Events({{0, 40}, {kMinute, 90}, {2 * kMinute, 20}, {3 * kMinute, 10}, {9 * kMinute, 10}}), {});
   Show(chart);
-  chart.SetTimeRange(At(-kMinute), At(4 * kMinute));
+  chart.Range().SetTimes(At(-kMinute), At(4 * kMinute));
   const auto value = [&chart](std::size_t row) { return chart.VisibleStatistics().rows[row][1].toStdString(); };
   EXPECT_EQ(value(0), "4");
   EXPECT_EQ(value(1), "90");
@@ -198,7 +161,7 @@ TEST(EventsChartMeasures, AreOfTheSameEventsAtEveryZoom) {
   Show(chart);
   QSignalSpy texts(&chart, &TTimeChart::CursorValueChanged);
   for (const int event : {100, 1500}) {
-    chart.SetTimeRange(At((event - 3) * kMinute), At((event + 3) * kMinute));
+    chart.Range().SetTimes(At((event - 3) * kMinute), At((event + 3) * kMinute));
     chart.grab();
     Move(chart, PointAt(chart, At(event * kMinute), 1), Qt::NoButton);
     QTest::keyClick(&chart, Qt::Key_C);
@@ -270,7 +233,7 @@ TEST_F(MovedSensors, TakeTheAxisAndOneScaleStaysOnIt) {
   FChart.MoveSensor(2, TSensorAxis::RightOuter);
   FChart.MoveSensor(99, TSensorAxis::RightOuter);
   EXPECT_THAT(Visible(), ElementsAre(false, false, true, true));
-  EXPECT_EQ(FChart.Listed()[2].axis, TSensorAxis::RightOuter);
+  EXPECT_EQ(FChart.Sensors().Series()[2].look.axis, TSensorAxis::RightOuter);
   FChart.MoveSensor(2, TSensorAxis::RightInner);
   EXPECT_EQ(humidity.labelColor(), Qt::blue) << "as designed";
 }
@@ -303,9 +266,9 @@ TEST_F(Window, EveryChartHasAMenuThatActsOnIt) {
     ASSERT_TRUE(menu->isVisible()) << name;
     if (auto* cursors = menu->findChild<QAction*>("mnuChartCursors")) {
       cursors->trigger();
-      ASSERT_TRUE(chart.Cursors()[0].has_value()) << name;
-      const double middle = (chart.TimeRange().first + chart.TimeRange().second) / 2;
-      EXPECT_NEAR(*chart.Cursors()[0], middle, (chart.TimeRange().second - middle) / 5) << name;
+      ASSERT_TRUE(chart.Cursors().Times()[0].has_value()) << name;
+      const double middle = (chart.Range().Times().first + chart.Range().Times().second) / 2;
+      EXPECT_NEAR(*chart.Cursors().Times()[0], middle, (chart.Range().Times().second - middle) / 5) << name;
     } else {
       EXPECT_STREQ(name, "ChartNavigator");
     }
@@ -441,11 +404,11 @@ TEST_F(Window, OneChartsZoomIsMarkedOnlyWhileItIsInSight) {
   auto& navigator = Find<TNavigatorChart>("ChartNavigator");
   auto& sensors = Find<TSensorsChart>("ChartAllSensors");
   const QImage synced = navigator.grab().toImage();
-  sensors.ZoomTime(0.5, At(kMinute));
+  sensors.Range().ZoomTime(0.5, At(kMinute));
   Settle();
   const QImage marked = navigator.grab().toImage();
   EXPECT_NE(marked, synced);
-  Find<TTimeChart>("Chart1").ResetByUser();
+  Find<TTimeChart>("Chart1").Range().ResetByUser();
   EXPECT_EQ(navigator.grab().toImage(), marked) << "the sensors chart is still not synced";
   FForm->Flow().SwitchView(TView::Shock);
   Settle();

@@ -32,10 +32,6 @@ int Count(TTimeChart& chart, const QColor& colour, const QRect& within = QRect(0
 QRect Around(const QPoint& at, int reach) {
   return {at - QPoint(reach, reach), at + QPoint(reach, reach)};
 }
-void Leave(TTimeChart& chart) {
-  QEvent leave(QEvent::Leave);
-  QCoreApplication::sendEvent(&chart, &leave);
-}
 std::string LastText(const QSignalSpy& spy) {
   return spy.isEmpty() ? std::string() : spy.back()[0].toString().toStdString();
 }
@@ -51,8 +47,8 @@ class EventChart : public testing::Test {
   }
   [[nodiscard]] QPoint AtMs(double ms) { return {PointAt(FChart, ms, 0).x(), MiddleOf(FChart).y()}; }
   void ExpectIndicator(double ms) {
-    ASSERT_TRUE(FChart.IndicatorTime().has_value());
-    EXPECT_NEAR(*FChart.IndicatorTime(), ms, 0.2);
+    ASSERT_TRUE(FChart.Marks().IndicatorTime().has_value());
+    EXPECT_NEAR(*FChart.Marks().IndicatorTime(), ms, 0.2);
   }
 
   TSamples FSamples;
@@ -61,50 +57,12 @@ class EventChart : public testing::Test {
   QSignalSpy FTexts{&FChart, &TTimeChart::CursorValueChanged};
 };
 
-TEST_F(EventChart, IndicatorFollowsThePointerAndGoesWithIt) {
-  QSignalSpy moved(&FChart, &TTimeChart::IndicatorMoved);
-  Move(FChart, AtMs(30), Qt::NoButton);
-  EXPECT_FALSE(FChart.IndicatorTime()) << "it is off";
-  FChart.SetIndicatorVisible(true);
-  for (const double ms : {30.0, 60.0}) {
-    Move(FChart, AtMs(ms), Qt::NoButton);
-    ExpectIndicator(ms);
-    EXPECT_NEAR(moved.back()[0].toDouble(), ms, 0.2);
-  }
-  Click(FChart, AtMs(40));
-  Move(FChart, AtMs(70), Qt::NoButton);
-  ExpectIndicator(70);
-  Leave(FChart);
-  EXPECT_FALSE(FChart.IndicatorTime());
-}
-
-TEST_F(EventChart, LockedIndicatorStaysWhereItWasClicked) {
-  FChart.SetIndicatorVisible(true);
-  FChart.SetIndicatorLocked(true);
-  Move(FChart, AtMs(30), Qt::NoButton);
-  ExpectIndicator(30);  // nobody clicked yet
-  Click(FChart, AtMs(40));
-  Move(FChart, AtMs(70), Qt::NoButton);
-  Leave(FChart);
-  ExpectIndicator(40);
-  QTest::mouseClick(&FChart, Qt::LeftButton, {}, AtMs(80));
-  QTest::mouseDClick(&FChart, Qt::LeftButton, {}, AtMs(80));
-  ExpectIndicator(40);  // the reset of the zoom is no choice of a place
-  Wheel(FChart, AtMs(50), 1);
-  ExpectIndicator(40);
-  QTest::keyClick(&FChart, Qt::Key_Escape);
-  EXPECT_FALSE(FChart.IndicatorTime());
-  Click(FChart, AtMs(40));
-  FChart.ShowEvent(FEvents, 0, {});
-  EXPECT_FALSE(FChart.IndicatorTime()) << "the place belongs to the event";
-}
-
 TEST_F(EventChart, IndicatorIsALineThatGoesWithoutATrace) {
   const QImage before = FChart.grab().toImage();
   const QColor text = FChart.palette().color(QPalette::Text);
   const QPoint at = AtMs(35);
   const QRect line(at.x(), RectOf(FChart).rect().top() + 80, 1, 100);
-  FChart.SetIndicatorVisible(true);
+  FChart.Marks().SetIndicatorVisible(true);
   QSignalSpy replots(&FChart, &QCustomPlot::afterReplot);
   Move(FChart, at, Qt::NoButton);
   EXPECT_GT(Count(FChart, text, line.adjusted(-1, 0, 1, 0)), 80);
@@ -122,7 +80,7 @@ TEST_F(EventChart, NearestIsMeasuredOnTheScreen) {
   const QPoint pointer = sample - QPoint(20, 20);
   Settle();
   const int without = Count(FChart, kPink, Around(sample, 7));
-  FChart.SetNearestVisible(true);
+  FChart.Marks().SetNearestVisible(true);
   Move(FChart, pointer, Qt::NoButton);
   EXPECT_GT(Count(FChart, kPink, Around(sample, 7)), without + 5);
   Leave(FChart);
@@ -159,30 +117,6 @@ TEST_F(EventChart, PointsStandOnSamplesWhereTheseStandApart) {
   const QImage dotted = FChart.grab().toImage();
   FChart.SetPointsVisible(false);
   EXPECT_EQ(FChart.grab().toImage(), dotted);
-}
-
-TEST_F(EventChart, LockedAxisStaysUnderWheelAndKeys) {
-  const QPoint overAxis = RectOf(FChart).rect().bottomLeft() - QPoint(20, 60);
-  const auto change = [&] {
-    Wheel(FChart, overAxis, 1);
-    Wheel(FChart, MiddleOf(FChart), 1, Qt::ControlModifier);
-    QTest::keyClick(&FChart, Qt::Key_Up);
-  };
-  const QCPRange full = ValuesOf(FChart).range();
-  const auto times = FChart.TimeRange();
-  FChart.SetValueAxisLocked(true);
-  change();
-  EXPECT_THAT(LastText(FTexts), HasSubstr("locked"));
-  EXPECT_EQ(ValuesOf(FChart).range(), full);
-  FChart.SetValueAxisLocked(false);
-  change();
-  const QCPRange zoomed = ValuesOf(FChart).range();
-  EXPECT_LT(zoomed.size(), full.size() * 0.7);
-  FChart.SetValueAxisLocked(true);
-  Wheel(FChart, MiddleOf(FChart), 1);
-  Drag(FChart, MiddleOf(FChart), MiddleOf(FChart) + QPoint(50, 50), Qt::MiddleButton);
-  EXPECT_EQ(ValuesOf(FChart).range(), zoomed);
-  EXPECT_NE(FChart.TimeRange(), times);
 }
 
 TEST_F(EventChart, CursorTextsFollowTheMasks) {
@@ -363,7 +297,7 @@ TEST_F(EventChart, NoChangeOfLooksMovesAnything) {
       {&events, [&] { events.SetPointAbsorption(false); }},
       {&events, [&] { events.SetAlarmLimits(std::pair(-6.0, 7.0)); }},
       {&events, [&] { events.SetColour(TSeries::X, kPink); }},
-      {&events, [&] { events.SetIndicatorVisible(true); }},
+      {&events, [&] { events.Marks().SetIndicatorVisible(true); }},
       {&events,
        [&] {
          events.SetMasks({"0", "0"});
@@ -372,7 +306,7 @@ TEST_F(EventChart, NoChangeOfLooksMovesAnything) {
       {&FChart, [&] { FChart.SetSeriesVisible(TSeries::Total, true); }},
       {&FChart, [&] { FChart.SetSeriesVisible(TSeries::X, false); }},
       {&FChart, [&] { FChart.SetPointsVisible(true); }},
-      {&FChart, [&] { FChart.SetNearestVisible(true); }},
+      {&FChart, [&] { FChart.Marks().SetNearestVisible(true); }},
       {&FChart, [&] { FChart.SetValueAxisLocked(true); }},
       {&sensors, [&] { sensors.SetSensorColour("A1", kPink); }},
       {&sensors, [&] { sensors.SetAxisColour(TSensorAxis::LeftInner, kPink); }},
@@ -390,12 +324,12 @@ TEST_F(EventChart, NoChangeOfLooksMovesAnything) {
   }
   for (std::size_t i = 0; i < changes.size(); ++i) {
     TTimeChart& chart = *changes[i].first;
-    const auto times = chart.TimeRange();
+    const auto times = chart.Range().Times();
     const QCPRange values = ValuesOf(chart).range();
     QSignalSpy replots(&chart, &QCustomPlot::afterReplot);
     changes[i].second();
     Settle();
-    EXPECT_EQ(chart.TimeRange(), times) << i;
+    EXPECT_EQ(chart.Range().Times(), times) << i;
     EXPECT_EQ(ValuesOf(chart).range(), values) << i;
     EXPECT_LE(replots.count(), 1) << i;
   }

@@ -28,15 +28,10 @@ class Chart : public testing::Test {
     Show(FChart);
     FMiddle = MiddleOf(FChart);
   }
-  [[nodiscard]] double MomentUnder(const QPoint& at) const { return TimeOf(FChart).pixelToCoord(at.x()); }
-  [[nodiscard]] double Span() const { return TimeOf(FChart).range().size(); }
   void ExpectFull() const { ExpectRange(FChart, 0, 9 * kMinute); }
 
   TSamples FPeaks;
   TEventsChart FChart;
-  QSignalSpy FRanges{&FChart, &TTimeChart::TimeRangeChanged};
-  QSignalSpy FResets{&FChart, &TTimeChart::ZoomReset};
-  QSignalSpy FClicked{&FChart, &TEventsChart::EventClicked};
   QPoint FMiddle;
 };
 
@@ -44,131 +39,16 @@ TEST_F(Chart, ShowsTheWholeSpanAndOneInstantWithASecondEachSide) {
   ExpectFull();
   FChart.SetEvents(Events({{5000, 1}}), {});
   ExpectRange(FChart, 4000, 6000);
-  EXPECT_EQ(FChart.TimeRange(), FChart.FullRange());
+  EXPECT_EQ(FChart.Range().Times(), FChart.Range().Full());
 }
 
 TEST_F(Chart, RecordingSpanWidensButNeverCutsTheData) {
-  FChart.SetRecordingSpan({At(-kMinute), At(kMinute)});
+  FChart.Range().SetRecordingSpan({At(-kMinute), At(kMinute)});
   ExpectRange(FChart, -kMinute, 9 * kMinute);
   FChart.Clear();
-  const auto empty = FChart.TimeRange();
-  FChart.SetRecordingSpan({At(0), At(kMinute)});
-  EXPECT_EQ(FChart.TimeRange(), empty);
-}
-
-TEST_F(Chart, TellsTheRangesOfTheUserOnly) {
-  FChart.SetTimeRange(At(kMinute), At(2 * kMinute));
-  FChart.SetRecordingSpan({At(0), At(20 * kMinute)});
-  FChart.ResetZoom();
-  FChart.SetEvents(Events(FPeaks), {});
-  EXPECT_EQ(FRanges.count() + FResets.count(), 0);
-
-  Wheel(FChart, FMiddle, 1);
-  ASSERT_EQ(FRanges.count(), 1);
-  EXPECT_EQ(std::pair(FRanges[0][0].toDouble(), FRanges[0][1].toDouble()), FChart.TimeRange());
-  QTest::keyClick(&FChart, Qt::Key_F);
-  ExpectFull();
-  EXPECT_EQ(FRanges.count(), 2);
-  EXPECT_EQ(FResets.count(), 1);
-}
-
-TEST_F(Chart, WheelZoomsTimeAboutThePointerAndScrollsWithShift) {
-  const QPoint at(RectOf(FChart).rect().left() + 150, 100);
-  const double moment = MomentUnder(at);
-  const double full = Span();
-  const QCPRange values = ValuesOf(FChart).range();
-  Wheel(FChart, at, 2);
-  EXPECT_LT(Span(), full * 0.9);
-  EXPECT_NEAR(MomentUnder(at), moment, kSame);
-  const double span = Span();
-  const double first = FChart.TimeRange().first;
-  Wheel(FChart, at, -1, Qt::ShiftModifier);
-  EXPECT_GT(FChart.TimeRange().first, first);
-  EXPECT_NEAR(Span(), span, kSame);
-  EXPECT_EQ(ValuesOf(FChart).range(), values);
-}
-
-TEST_F(Chart, LeftDragZoomsToItsSpanWhicheverWayItGoes) {
-  const QPoint from = PointAt(FChart, At(3 * kMinute), 20);
-  const QPoint to = PointAt(FChart, At(5 * kMinute), 60);
-  const std::pair wanted(MomentUnder(from), MomentUnder(to));
-  for (const bool back : {false, true}) {
-    FChart.ResetZoom();
-    Drag(FChart, back ? to : from, back ? from : to);
-    EXPECT_NEAR(FChart.TimeRange().first, wanted.first, kSame);
-    EXPECT_NEAR(FChart.TimeRange().second, wanted.second, kSame);
-  }
-  EXPECT_EQ(FRanges.count(), 2);
-  EXPECT_EQ(FClicked.count(), 0);
-}
-
-TEST_F(Chart, DragUnderTwentyPixelsIsAClick) {
-  const QPoint event = PointAt(FChart, At(4 * kMinute), 50);
-  Drag(FChart, event, event + QPoint(19, 0));
-  EXPECT_EQ(FRanges.count(), 0);
-  EXPECT_EQ(FClicked.count(), 1);
-  Drag(FChart, event, event + QPoint(20, 0));
-  EXPECT_EQ(FRanges.count(), 1);
-  EXPECT_EQ(FClicked.count(), 1);
-}
-
-TEST_F(Chart, MiddleDragAndSpaceWithLeftDragPan) {
-  for (const Qt::MouseButton button : {Qt::MiddleButton, Qt::LeftButton}) {
-    FChart.SetTimeRange(At(3 * kMinute), At(6 * kMinute));
-    const QPoint to = FMiddle + QPoint(100, 0);
-    const double moment = MomentUnder(FMiddle);
-    if (button == Qt::LeftButton) QTest::keyPress(&FChart, Qt::Key_Space);
-    Drag(FChart, FMiddle, to, button);
-    if (button == Qt::LeftButton) QTest::keyRelease(&FChart, Qt::Key_Space);
-    EXPECT_NEAR(MomentUnder(to), moment, kSame) << "what was taken hold of stays under the pointer";
-    EXPECT_NEAR(Span(), 3 * kMinute / kDay, kSame);
-  }
-}
-
-TEST_F(Chart, EscapeCancelsADrag) {
-  for (const Qt::MouseButton button : {Qt::LeftButton, Qt::MiddleButton}) {
-    QTest::mousePress(&FChart, button, {}, FMiddle);
-    Move(FChart, FMiddle + QPoint(100, 0), button);
-    QTest::keyClick(&FChart, Qt::Key_Escape);
-    QTest::mouseRelease(&FChart, button, {}, FMiddle + QPoint(100, 0));
-    ExpectFull();
-  }
-  EXPECT_EQ(FClicked.count(), 0);
-}
-
-TEST_F(Chart, DoubleClickResetsTimeAndValues) {
-  const QCPRange values = ValuesOf(FChart).range();
-  Wheel(FChart, FMiddle, 3);
-  Wheel(FChart, FMiddle, 3, Qt::ControlModifier);
-  QTest::mouseDClick(&FChart, Qt::LeftButton, {}, FMiddle);
-  ExpectFull();
-  EXPECT_EQ(ValuesOf(FChart).range(), values);
-  EXPECT_EQ(FResets.count(), 1);
-}
-
-TEST_F(Chart, KeysZoomAndMove) {
-  const auto press = [this](Qt::Key key) { QTest::keyClick(&FChart, key); };
-  const double full = Span();
-  press(Qt::Key_Plus);
-  press(Qt::Key_Plus);
-  const double zoomed = Span();
-  EXPECT_LT(zoomed, full * 0.8);
-  EXPECT_NEAR(TimeOf(FChart).range().center(), At(4.5 * kMinute), kSame);
-  const double first = FChart.TimeRange().first;
-  press(Qt::Key_Right);
-  EXPECT_GT(FChart.TimeRange().first, first);
-  press(Qt::Key_Left);
-  EXPECT_NEAR(FChart.TimeRange().first, first, kSame);
-  press(Qt::Key_Home);
-  EXPECT_NEAR(FChart.TimeRange().first, At(0), kSame);
-  press(Qt::Key_End);
-  EXPECT_NEAR(FChart.TimeRange().second, At(9 * kMinute), kSame);
-  EXPECT_NEAR(Span(), zoomed, kSame);
-  press(Qt::Key_Minus);
-  EXPECT_GT(Span(), zoomed);
-  const double lowest = ValuesOf(FChart).range().lower;
-  press(Qt::Key_Up);
-  EXPECT_GT(ValuesOf(FChart).range().lower, lowest);
+  const auto empty = FChart.Range().Times();
+  FChart.Range().SetRecordingSpan({At(0), At(kMinute)});
+  EXPECT_EQ(FChart.Range().Times(), empty);
 }
 
 TEST_F(Chart, ZoomEndsInBothDirections) {
@@ -183,10 +63,10 @@ TEST_F(Chart, ZoomEndsInBothDirections) {
           Wheel(*chart, at, step < 100 ? 1 : -1, held);
           if (step % 100 == 99) ExpectSaneAxes(*chart);
         }
-        EXPECT_LE(chart->TimeRange().first, chart->FullRange().second) << "data stay in sight";
-        EXPECT_GE(chart->TimeRange().second, chart->FullRange().first);
+        EXPECT_LE(chart->Range().Times().first, chart->Range().Full().second) << "data stay in sight";
+        EXPECT_GE(chart->Range().Times().second, chart->Range().Full().first);
       }
-      chart->ResetZoom();
+      chart->Range().Reset();
     }
   }
 }
@@ -197,8 +77,8 @@ TEST_F(Chart, ReplotsOnceForAChange) {
   const std::vector<std::function<void()>> changes = {[this] { Wheel(FChart, FMiddle, 1); },
                                                       [this] {
                                                         FChart.SetEvents(Events(FPeaks), {});
-                                                        FChart.SetRecordingSpan({At(0), At(20 * kMinute)});
-                                                        FChart.SetTimeRange(At(0), At(5 * kMinute));
+                                                        FChart.Range().SetRecordingSpan({At(0), At(20 * kMinute)});
+                                                        FChart.Range().SetTimes(At(0), At(5 * kMinute));
                                                       },
                                                       [this] { QTest::keyClick(&FChart, Qt::Key_F); },
                                                       [this] { FChart.resize(790, 290); }};
@@ -282,7 +162,7 @@ TEST(SensorsChart, WheelOverAnAxisZoomsItAloneAndWithControlAllValues) {
   Wheel(chart, MiddleOf(chart), 1, Qt::ControlModifier);
   EXPECT_LT(humidity.range().size(), zoomed);
   EXPECT_LT(temperature.range().size(), degrees.size());
-  EXPECT_EQ(chart.TimeRange(), chart.FullRange());
+  EXPECT_EQ(chart.Range().Times(), chart.Range().Full());
   EXPECT_EQ(ranges.count(), 0);
 }
 
@@ -297,7 +177,7 @@ TEST(SelectedEventChart, InksEveryPeakAtEveryZoom) {
   Show(chart);
   for (const auto& [ms, g] : {std::pair(70001, 9), std::pair(130003, -7)}) {
     for (const double half : {250000.0, 100000.0, 33333.3, 5000.0, 700.0, 100.0, 7.0, 2.0}) {
-      chart.SetTimeRange(ms - half, ms + half * 1.1);
+      chart.Range().SetTimes(ms - half, ms + half * 1.1);
       const QPoint peak = PointAt(chart, ms, g);
       EXPECT_GT(Ink(chart, Qt::blue, {peak - QPoint(1, 1), peak + QPoint(1, 1)}), 0) << ms << " ± " << half;
     }
@@ -364,7 +244,7 @@ TEST_P(AnyData, HasFiniteAxesInEveryChart) {
       Wheel(*chart, MiddleOf(*chart), 5, held);
       Move(*chart, MiddleOf(*chart), Qt::NoButton);
       Click(*chart, MiddleOf(*chart));
-      chart->StepCursors();
+      chart->Gestures().StepCursors();
       ExpectSaneTicks(*chart);
     }
     ExpectSaneAxes(*chart);
@@ -426,7 +306,7 @@ TEST_P(DateTicks, StandAtRoundTimesWithLabelsApart) {
   eventsChart.SetEvents(Events({{0, 1}}), {});
   navigator.SetMission(Events({{0, 1}}), {});
   for (TTimeChart* chart : std::vector<TTimeChart*>{&eventsChart, &navigator}) {
-    chart->SetTimeRange(At(1234567.25), At(1234567.25 + seconds * 1000));
+    chart->Range().SetTimes(At(1234567.25), At(1234567.25 + seconds * 1000));
     Show(*chart);
     const QCPAxis& axis = TimeOf(*chart);
     const QFontMetrics metrics(axis.tickLabelFont());

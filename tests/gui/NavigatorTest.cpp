@@ -97,13 +97,13 @@ TEST_F(NavigatorInWindow, TheNavigatorsBandLeadsTheChartsAndFollowsOnlyWhenSynce
   auto* navigator = Find<TNavigatorChart>("ChartNavigator");
   const auto whole = Band();
   EXPECT_EQ(navigator->DataSpan(), whole);
-  EXPECT_EQ(events->TimeRange(), whole);
+  EXPECT_EQ(events->Range().Times(), whole);
   Press("Shift+I");
   EXPECT_NEAR(Band().second - Band().first, 1.0 / 1440, 1e-9);
   for (int step = 0; step < 3; ++step) Press("Ctrl+Right");
   EXPECT_EQ(Band().second, whole.second);
   for (const char* chart : {"Chart1", "Chart20", "ChartAllSensors"}) {
-    EXPECT_EQ(Find<TTimeChart>(chart)->TimeRange(), Band()) << chart;
+    EXPECT_EQ(Find<TTimeChart>(chart)->Range().Times(), Band()) << chart;
   }
 
   // By the mouse: the middle of the second half, dragged beyond the begin.
@@ -115,20 +115,20 @@ TEST_F(NavigatorInWindow, TheNavigatorsBandLeadsTheChartsAndFollowsOnlyWhenSynce
   QTest::mouseRelease(navigator, Qt::LeftButton, {}, from);
   EXPECT_EQ(Band().first, whole.first);
   EXPECT_NEAR(Band().second - Band().first, 1.0 / 1440, 1e-9);
-  EXPECT_EQ(sensors->TimeRange(), Band());
+  EXPECT_EQ(sensors->Range().Times(), Band());
 
   const auto before = Band();
-  events->ZoomTime(0.5, before.first);
+  events->Range().ZoomTime(0.5, before.first);
   EXPECT_EQ(Band(), before) << "a zoom belongs to its chart";
-  EXPECT_EQ(sensors->TimeRange(), before);
+  EXPECT_EQ(sensors->Range().Times(), before);
   EXPECT_TRUE(Shows("NavigatorBandUnSyncedView"));
-  EXPECT_EQ(SpanOf("NavigatorBandUnSyncedView"), events->TimeRange());
+  EXPECT_EQ(SpanOf("NavigatorBandUnSyncedView"), events->Range().Times());
   Press("Ctrl+E");  // Esc answers the question
   EXPECT_EQ(Band(), before);
   Find<QAbstractButton>("chboxDialogConfirmationsSync")->click();
   Press("Ctrl+E");
-  EXPECT_EQ(Band(), events->TimeRange());
-  EXPECT_EQ(sensors->TimeRange(), Band());
+  EXPECT_EQ(Band(), events->Range().Times());
+  EXPECT_EQ(sensors->Range().Times(), Band());
   EXPECT_FALSE(Shows("NavigatorBandUnSyncedView"));
   EXPECT_THAT(std::exchange(FBoxes, {}), ElementsAre(HasSubstr("sync the navigator")));
 }
@@ -177,7 +177,7 @@ class ShortRecording : public NavigatorInWindow, public testing::WithParamInterf
   void ExpectSynced(const std::string& after) {
     EXPECT_LT(Band().first, Band().second) << after;
     for (const char* chart : {"Chart1", "Chart20", "ChartAllSensors"}) {
-      EXPECT_EQ(Find<TTimeChart>(chart)->TimeRange(), Band()) << chart << " after " << after;
+      EXPECT_EQ(Find<TTimeChart>(chart)->Range().Times(), Band()) << chart << " after " << after;
     }
     EXPECT_FALSE(Shows("NavigatorBandUnSyncedView")) << after;
     EXPECT_EQ(SpanOf("NavigatorBand"), Band()) << after;

@@ -80,7 +80,7 @@ TEST_F(SpectrumChart, BarsThatShareAPixelShowTheirLargest) {
     const QRect stem(top + QPoint(-4, 2), QSize(9, 30));
     EXPECT_GT(Ink(FChart, Qt::blue, stem), 10) << width;
   }
-  FChart.SetTimeRange(120, 130);
+  FChart.Range().SetTimes(120, 130);
   EXPECT_GT(Ink(FChart, Qt::blue, RectOf(FChart).rect()), 1500) << "five groups";
 }
 
@@ -122,18 +122,18 @@ TEST_F(SpectrumChart, OutOfSightNothingIsComputed) {
 TEST_F(SpectrumChart, AnotherWindowOrTypeKeepsTheViewAndSlowEventsHaveTheirOwn) {
   const TEventList events = Sines();
   FChart.ShowEvent(events, 0);
-  FChart.SetTimeRange(100, 150);
+  FChart.Range().SetTimes(100, 150);
   QTest::keyClick(&FChart, Qt::Key_C);
   FChart.SetWindow(TWeightingWindow::fwHamming);
   FChart.SetType(TSpectrumType::Decibel);
-  EXPECT_EQ(FChart.TimeRange(), std::pair(100.0, 150.0));
-  EXPECT_TRUE(FChart.Cursors()[0].has_value());
+  EXPECT_EQ(FChart.Range().Times(), std::pair(100.0, 150.0));
+  EXPECT_TRUE(FChart.Cursors().Times()[0].has_value());
   EXPECT_LT(ValuesOf(FChart).range().lower, 0);
   TSamples slow;
   for (int i = 0; i < 200; ++i) slow.push_back({i * 1e6, static_cast<float>(i % 5)});
   const TEventList slowEvents = Events(slow, true);
   FChart.ShowEvent(slowEvents, 0);
-  EXPECT_LT(FChart.FullRange().second, 0.001) << "Hz";
+  EXPECT_LT(FChart.Range().Full().second, 0.001) << "Hz";
 }
 
 }  // namespace

@@ -9,8 +9,8 @@
 #include <utility>
 #include <vector>
 
+#include "gui/charts/uChartPlot.h"
 #include "gui/charts/uLegendRow.h"
-#include "gui/charts/uTimeChart.h"
 #include "model/uEvents.h"
 #include "model/uOtherSensors.h"
 
@@ -51,42 +51,42 @@ inline TSensorList Sensors(const std::vector<std::pair<const char*, TSamples>>& 
   return sensors;
 }
 
-inline QCPAxisRect& RectOf(const TTimeChart& chart) {
+inline QCPAxisRect& RectOf(const TChartPlot& chart) {
   return *chart.axisRects().front();
 }
-inline std::string TitleOf(const TTimeChart& chart) {
+inline std::string TitleOf(const TChartPlot& chart) {
   for (QCPLayoutElement* element : chart.plotLayout()->elements(true)) {
     if (const auto* legend = dynamic_cast<TLegendRow*>(element)) return legend->Title().toStdString();
   }
   return "no legend";
 }
-inline QCPAxis& TimeOf(const TTimeChart& chart) {
+inline QCPAxis& TimeOf(const TChartPlot& chart) {
   return *RectOf(chart).axis(QCPAxis::atBottom);
 }
-inline QCPAxis& ValuesOf(const TTimeChart& chart) {
+inline QCPAxis& ValuesOf(const TChartPlot& chart) {
   return *RectOf(chart).axis(QCPAxis::atLeft);
 }
-inline QPoint PointAt(const TTimeChart& chart, double time, double value) {
+inline QPoint PointAt(const TChartPlot& chart, double time, double value) {
   return QPointF(TimeOf(chart).coordToPixel(time), ValuesOf(chart).coordToPixel(value)).toPoint();
 }
-inline QPoint MiddleOf(const TTimeChart& chart) {
+inline QPoint MiddleOf(const TChartPlot& chart) {
   return RectOf(chart).rect().center();
 }
 
 inline void Settle() {
   for (int round = 0; round < 5; ++round) QCoreApplication::processEvents();
 }
-inline void Show(TTimeChart& chart) {
+inline void Show(TChartPlot& chart) {
   chart.resize(800, 300);
   chart.show();
   ASSERT_TRUE(QTest::qWaitForWindowExposed(&chart));
   Settle();
 }
-inline void ExpectRange(const TTimeChart& chart, double fromMs, double toMs) {
-  EXPECT_NEAR(chart.TimeRange().first, At(fromMs), kSame);
-  EXPECT_NEAR(chart.TimeRange().second, At(toMs), kSame);
+inline void ExpectRange(const TChartPlot& chart, double fromMs, double toMs) {
+  EXPECT_NEAR(TimeOf(chart).range().lower, At(fromMs), kSame);
+  EXPECT_NEAR(TimeOf(chart).range().upper, At(toMs), kSame);
 }
-inline void ExpectSaneAxes(TTimeChart& chart) {
+inline void ExpectSaneAxes(TChartPlot& chart) {
   for (const QCPAxis* axis : RectOf(chart).axes()) {
     EXPECT_TRUE(std::isfinite(axis->range().lower) && std::isfinite(axis->range().upper));
     EXPECT_LT(axis->range().lower, axis->range().upper);
@@ -94,24 +94,28 @@ inline void ExpectSaneAxes(TTimeChart& chart) {
   EXPECT_EQ(chart.grab().size(), QSize(800, 300));
 }
 
-inline void Wheel(TTimeChart& chart, const QPoint& at, int notches, Qt::KeyboardModifiers held = Qt::NoModifier) {
+inline void Wheel(TChartPlot& chart, const QPoint& at, int notches, Qt::KeyboardModifiers held = Qt::NoModifier) {
   QWheelEvent wheel(at, chart.mapToGlobal(at), {}, {0, 120 * notches}, Qt::NoButton, held, Qt::NoScrollPhase, false);
   QCoreApplication::sendEvent(&chart, &wheel);
 }
-inline void Move(TTimeChart& chart, const QPoint& to, Qt::MouseButton held) {
+inline void Move(TChartPlot& chart, const QPoint& to, Qt::MouseButton held) {
   QMouseEvent move(QEvent::MouseMove, to, chart.mapToGlobal(to), Qt::NoButton, held, Qt::NoModifier);
   QCoreApplication::sendEvent(&chart, &move);
 }
-inline void Drag(TTimeChart& chart, const QPoint& from, const QPoint& to, Qt::MouseButton button = Qt::LeftButton) {
+inline void Drag(TChartPlot& chart, const QPoint& from, const QPoint& to, Qt::MouseButton button = Qt::LeftButton) {
   QTest::mousePress(&chart, button, {}, from);
   Move(chart, (from + to) / 2, button);
   Move(chart, to, button);
   QTest::mouseRelease(&chart, button, {}, to);
 }
-inline void Click(TTimeChart& chart, const QPoint& at) {
+inline void Leave(TChartPlot& chart) {
+  QEvent leave(QEvent::Leave);
+  QCoreApplication::sendEvent(&chart, &leave);
+}
+inline void Click(TChartPlot& chart, const QPoint& at) {
   QTest::mouseClick(&chart, Qt::LeftButton, {}, at);
 }
-inline void ClickLegend(TTimeChart& chart, std::size_t entry) {
+inline void ClickLegend(TChartPlot& chart, std::size_t entry) {
   const auto* legend = dynamic_cast<TLegendRow*>(chart.plotLayout()->element(0, 0));
   const QRect rect = legend->rect();
   for (int y = rect.top() + 8; y < rect.bottom(); y += 8) {
@@ -123,7 +127,7 @@ inline void ClickLegend(TTimeChart& chart, std::size_t entry) {
 }
 
 // Pixels that are more of this colour than of anything else.
-inline int Ink(TTimeChart& chart, const QColor& colour, const QRect& within) {
+inline int Ink(TChartPlot& chart, const QColor& colour, const QRect& within) {
   const QImage image = chart.grab().toImage();
   const QRect rect = within & RectOf(chart).rect();
   int count = 0;

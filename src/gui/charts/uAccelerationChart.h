@@ -17,7 +17,7 @@ class TAccelerationChart : public TTimeChart {
   void SetSeriesVisible(TSeries series, bool visible);
   [[nodiscard]] bool IsSeriesVisible(TSeries series) const { return FVisible[static_cast<std::size_t>(series)]; }
   void SetColour(TSeries series, const QColor& colour);
-  void SetValueAxisLocked(bool locked) { LockAxis(ValueAxis(), locked); }
+  void SetValueAxisLocked(bool locked) { Range().LockAxis(ValueAxis(), locked); }
 
  signals:
   // The user showed or hid a series in the legend.
@@ -27,7 +27,7 @@ class TAccelerationChart : public TTimeChart {
   void Clicked(const QPointF& position) override;
   void Restyle() override;
   // Other series are visible.
-  virtual void SeriesChanged() { RescaleValues(); }
+  virtual void SeriesChanged() { Range().RescaleValues(); }
 
   [[nodiscard]] std::vector<TSeries> VisibleSeries() const;
   [[nodiscard]] QColor InkOf(TSeries series) const;

@@ -232,6 +232,34 @@ void DrawLevel(QCPPainter& painter, const QCPAxis& values, double value, const Q
             rect);
 }
 
+void ShadeSpans(QCPPainter& painter, const QCPAxis& keys, std::span<const std::pair<double, double>> spans,
+                const QColor& shade) {
+  const QRect rect = keys.axisRect()->rect();
+  const double from = keys.range().lower;
+  const double to = keys.range().upper;
+  painter.setAntialiasing(false);
+  double left = 0;
+  double right = -1;  // of the shade that grows
+  const auto shadeIt = [&] {
+    if (right >= left) painter.fillRect(QRectF(left, rect.top(), std::max(right - left, 1.0), rect.height()), shade);
+  };
+  for (const auto& [begin, end] : spans) {
+    if (end < from) continue;
+    if (begin > to) break;
+    const double beginX = keys.coordToPixel(std::max(begin, from));
+    const double endX = keys.coordToPixel(std::min(end, to));
+    // Spans that no pixel parts are one shade, so that a view of millions of them is as light as one of few.
+    if (right >= left && beginX - right < 1) {
+      right = std::max(right, endX);
+      continue;
+    }
+    shadeIt();
+    left = beginX;
+    right = endX;
+  }
+  shadeIt();
+}
+
 QString Digits(double value, int digits) {
   return std::isfinite(value) ? QtText(GeneralFloat(QString::number(value, 'g', digits).toDouble())) : QString("–");
 }

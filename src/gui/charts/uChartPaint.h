@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <span>
+#include <utility>
 
 #include "analysis/uPointAbsorption.h"
 
@@ -49,6 +50,10 @@ void DrawWords(QCPPainter& painter, QPointF at, Qt::Alignment side, const QStrin
 // nothing when the value is out of sight.
 void DrawLevel(QCPPainter& painter, const QCPAxis& values, double value, const QString& name, const QColor& ink,
                const QColor& ground, Qt::Alignment namePlace = Qt::AlignRight | Qt::AlignTop);
+
+// Spans of times, in the order of their beginnings, as a shade over the height of the axis rect.
+void ShadeSpans(QCPPainter& painter, const QCPAxis& keys, std::span<const std::pair<double, double>> spans,
+                const QColor& shade);
 
 // A number of so many digits at most, in general form; a dash for none.
 QString Digits(double value, int digits);

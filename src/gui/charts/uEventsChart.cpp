@@ -3,12 +3,11 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <numeric>
+#include <utility>
 
 #include "analysis/uMissionFigures.h"
 #include "analysis/uPointAbsorption.h"
-#include "base/uDateTime.h"
-#include "gui/charts/uInTimeOrder.h"
+#include "gui/charts/uChartPaint.h"
 #include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
 
@@ -17,36 +16,25 @@ namespace {
 constexpr double kReach = 8;         // px, how near to an event a click is meant for it
 constexpr double kLevelInSight = 4;  // times the largest peak; a level above would press the events flat
 constexpr double kTotalRadius = 3;   // px, of the dot behind
-constexpr std::size_t kNoAxis = 3;
-constexpr double kFaint = 0.16;  // of the text's colour, for events that the filter hides
-
-std::uint8_t AxisOf(const TEvent& event) {
-  const std::size_t axis = std::string_view("XYZ").find(event.MaxAxis.front());
-  return static_cast<std::uint8_t>(std::min(axis, kNoAxis));
-}
+constexpr double kFaint = 0.16;      // of the text's colour, for events that the filter hides
 
 }  // namespace
 
 TEventsChart::TEventsChart(QWidget* parent) : TTimeChart(TAxisUnit::Days, parent) {
   setAccessibleName(tr("Events chart"));
   ValueAxis().setLabel(tr("Acceleration (g)"));
-  SetNothing(tr("No events"));
+  SetPlaceholder(tr("No events"));
   new TPainted(&Rect(), "main", [this](QCPPainter& painter) { PaintEvents(painter); });
   new TPainted(&Rect(), "marks", [this](QCPPainter& painter) {
-    if (FHovered != FSelected) PaintMark(painter, {FHovered, false});
-    PaintMark(painter, {FSelected, true});
+    if (FHovered != FSelected) PaintMark(painter, FHovered, false);
+    PaintMark(painter, FSelected, true);
   });
   Restyle();
   Clear();
 }
 
 void TEventsChart::Clear() {
-  FTimes = {};
-  FMax = FMaxSingle = {};
-  FAxes = {};
-  FIndexes = {};
-  FVisible = {};
-  FLargest = 0;
+  FEvents.Clear();
   FTrigger.reset();
   FSelected.reset();
   FBeforeClick.reset();
@@ -58,81 +46,25 @@ void TEventsChart::Clear() {
 void TEventsChart::SetEvents(const TEventList& events, const TMissionData& mission, const TAxesPresent& axes) {
   Clear();
   const std::string why = WhyNoEvents(axes);
-  SetNothing(why.empty() ? tr("No events") : QtText(why));
-  const double start = DrawableStart(events.StartTime);
-  const std::size_t count = events.Count();
-  FTimes.reserve(count);
-  FMax.reserve(count);
-  FMaxSingle.reserve(count);
-  FAxes.reserve(count);
-  for (const TEvent& event : events.Events()) {
-    FTimes.push_back(DateTimeOf(start, event.GetStartTime()));
-    FMax.push_back(event.Max);
-    FMaxSingle.push_back(event.MaxSingle);
-    FAxes.push_back(AxisOf(event));
-    if (std::isfinite(event.Max)) FLargest = std::max(FLargest, event.Max);
-  }
-  const auto finite = [](double time) { return std::isfinite(time); };
-  if (!std::ranges::all_of(FTimes, finite) || !std::ranges::is_sorted(FTimes)) SortByTime();
-  Measure();
+  SetPlaceholder(why.empty() ? tr("No events") : QtText(why));
+  FEvents.Set(events);
   if (mission.bValid && mission.adxl_level_on > 0) FTrigger = mission.adxl_level_on;
-  if (!FTimes.empty()) SetFullRange(std::pair(FTimes.front(), FTimes.back()));
-}
-
-void TEventsChart::SortByTime() {
-  FIndexes.resize(FTimes.size());
-  std::iota(FIndexes.begin(), FIndexes.end(), 0U);
-  std::erase_if(FIndexes, [this](std::uint32_t index) { return !std::isfinite(FTimes[index]); });
-  std::ranges::stable_sort(FIndexes, {}, [this](std::uint32_t index) { return FTimes[index]; });
-  const auto ordered = [this](const auto& column) {
-    std::remove_cvref_t<decltype(column)> sorted;
-    sorted.reserve(FIndexes.size());
-    for (const std::uint32_t index : FIndexes) sorted.push_back(column[index]);
-    return sorted;
-  };
-  FMax = ordered(FMax);
-  FMaxSingle = ordered(FMaxSingle);
-  FAxes = ordered(FAxes);
-  FTimes = ordered(FTimes);
-}
-
-std::optional<std::size_t> TEventsChart::PlaceOf(std::optional<std::size_t> index) const {
-  if (!index) return std::nullopt;
-  if (FIndexes.empty()) return *index < FTimes.size() ? index : std::nullopt;
-  const auto found = std::ranges::find(FIndexes, *index);
-  if (found == FIndexes.end()) return std::nullopt;
-  return static_cast<std::size_t>(found - FIndexes.begin());
-}
-
-float TEventsChart::StemOf(std::size_t place, std::size_t series) const {
-  constexpr float kNothing = std::numeric_limits<float>::quiet_NaN();
-  if (IsVisibleEvent(place) == (series == kHidden)) return kNothing;
-  if (series < kNoAxis) return FAxes[place] == series ? FMaxSingle[place] : kNothing;
-  return FMax[place];
-}
-
-void TEventsChart::Measure() {
-  for (std::size_t series = 0; series < FStems.size(); ++series) {
-    FStems[series].Set(FTimes.size(), [this, series](std::size_t place) { return StemOf(place, series); });
-  }
+  if (FEvents.Count() > 0) SetFullRange(std::pair(FEvents.Time(0), FEvents.Time(FEvents.Count() - 1)));
 }
 
 void TEventsChart::SetVisibleEvents(std::vector<bool> visible) {
-  if (visible == FVisible) return;
-  FVisible = std::move(visible);
-  Measure();
-  QueueReplot();
+  if (FEvents.SetVisible(std::move(visible))) QueueReplot();
 }
 
 void TEventsChart::SetSelectedEvent(std::optional<std::size_t> index) {
-  const auto place = PlaceOf(index);
+  const auto place = FEvents.PlaceOf(index);
   if (place == FSelected) return;
   FSelected = place;
   RedrawMarks();
 }
 
 void TEventsChart::SetHoveredEvent(std::optional<std::size_t> index) {
-  const auto place = PlaceOf(index);
+  const auto place = FEvents.PlaceOf(index);
   if (place == FHovered) return;
   FHovered = place;
   RedrawMarks();
@@ -149,7 +81,7 @@ void TEventsChart::SetColour(TSeries series, const QColor& colour) {
 }
 
 void TEventsChart::SetAlarmLimits(TAlarmLimits limits) {
-  if (std::exchange(FAlarm, limits) != limits) RescaleValues();
+  if (std::exchange(FAlarm, limits) != limits) Range().RescaleValues();
 }
 
 void TEventsChart::SetMasks(TValueMasks masks) {
@@ -158,9 +90,10 @@ void TEventsChart::SetMasks(TValueMasks masks) {
 }
 
 void TEventsChart::ScaleValues() {
-  double top = FLargest;
+  const double largest = FEvents.Largest();
+  double top = largest;
   const auto include = [&](double level) {
-    if (level <= FLargest * kLevelInSight) top = std::max(top, level);
+    if (level <= largest * kLevelInSight) top = std::max(top, level);
   };
   if (FTrigger) include(*FTrigger);
   if (FAlarm) include(FAlarm->second);
@@ -188,11 +121,12 @@ void TEventsChart::Restyle() {
 
 // The levels stand behind, so that their names hide no peak.
 void TEventsChart::PaintEvents(QCPPainter& painter) {
-  if (FTimes.empty()) return;
+  if (FEvents.Count() == 0) return;
   painter.setFont(font());
   PaintLevels(painter);
-  if (!FVisible.empty()) {
-    PaintStems(painter, kHidden, Mixed(palette().color(QPalette::Base), palette().color(QPalette::Text), kFaint));
+  if (FEvents.HasFilter()) {
+    PaintStems(painter, TEventsInTime::kHidden,
+               Mixed(palette().color(QPalette::Base), palette().color(QPalette::Text), kFaint));
   }
   for (const TSeries series : {TSeries::Total, TSeries::X, TSeries::Y, TSeries::Z}) {
     PaintStems(painter, static_cast<std::size_t>(series), InkOf(series));
@@ -228,33 +162,30 @@ void TEventsChart::PaintDots(QCPPainter& painter) {
   const double foot = ValueAxis().coordToPixel(values.lower);
   const double perTime = rect.width() / times.size();
   const double perG = rect.height() / values.size();
-  const auto key = [this](std::size_t i) { return FTimes[i]; };
+  const auto key = [this](std::size_t i) { return FEvents.Time(i); };
   const std::size_t end =
-      FirstAtOrAfter(FTimes.size(), key, std::nextafter(times.upper, std::numeric_limits<double>::infinity()));
-  for (std::size_t i = FirstAtOrAfter(FTimes.size(), key, times.lower); i < end; ++i) {
-    if (!IsVisibleEvent(i)) continue;
-    const double g = FAxes[i] == kNoAxis ? FMax[i] : FMaxSingle[i];
-    FDots.Add(left + (FTimes[i] - times.lower) * perTime, foot - (g - values.lower) * perG, i);
+      FirstAtOrAfter(FEvents.Count(), key, std::nextafter(times.upper, std::numeric_limits<double>::infinity()));
+  for (std::size_t i = FirstAtOrAfter(FEvents.Count(), key, times.lower); i < end; ++i) {
+    if (!FEvents.IsVisible(i)) continue;
+    const double g = FEvents.Peak(i);
+    FDots.Add(left + (FEvents.Time(i) - times.lower) * perTime, foot - (g - values.lower) * perG, i);
   }
   std::vector<QColor> inks;
   for (std::size_t series = 0; series < kSeriesCount; ++series) inks.push_back(InkOf(static_cast<TSeries>(series)));
-  FDots.Paint(painter, inks, palette().color(QPalette::Base), [this](std::size_t i) { return std::size_t{FAxes[i]}; });
+  FDots.Paint(painter, inks, palette().color(QPalette::Base), [this](std::size_t i) { return FEvents.Axis(i); });
 }
 
 // Of each column of pixels the highest.
 void TEventsChart::PaintStems(QCPPainter& painter, std::size_t series, const QColor& ink) {
-  const auto [from, to] = TimeRange();
-  ColumnPeaks(
-      FTimes.size(), [this](std::size_t i) { return FTimes[i]; },
-      [this, series](std::size_t i) { return StemOf(i, series); }, FStems[series],
-      ColumnsOf(TimeAxis(), painter, from, to), FPeaks);
+  const auto [from, to] = Range().Times();
+  FEvents.StemsIn(ColumnsOf(TimeAxis(), painter, from, to), series, FPeaks);
   const QRect rect = Rect().rect();
   const auto clamped = [&rect](double y) { return std::clamp(y, rect.top() - 20.0, rect.bottom() + 20.0); };
   const double foot = clamped(ValueAxis().coordToPixel(0));
   QList<QLineF> stems;
   for (const std::size_t place : FPeaks) {
-    const double x = TimeAxis().coordToPixel(FTimes[place]);
-    stems.append(QLineF(x, foot, x, clamped(ValueAxis().coordToPixel(double{StemOf(place, series)}))));
+    const double x = TimeAxis().coordToPixel(FEvents.Time(place));
+    stems.append(QLineF(x, foot, x, clamped(ValueAxis().coordToPixel(double{FEvents.Stem(place, series)}))));
   }
   painter.setAntialiasing(false);
   painter.setPen(QPen(ink, 1));
@@ -268,41 +199,38 @@ void TEventsChart::PaintStems(QCPPainter& painter, std::size_t series, const QCo
   painter.drawPoints(dots.constData(), static_cast<int>(dots.size()));
 }
 
-void TEventsChart::PaintMark(QCPPainter& painter, const TMark& mark) const {
-  if (!mark.place) return;
+void TEventsChart::PaintMark(QCPPainter& painter, std::optional<std::size_t> place, bool selected) const {
+  if (!place) return;
   const QRect rect = Rect().rect();
-  const double x = TimeAxis().coordToPixel(FTimes[*mark.place]);
-  const double y = ValueAxis().coordToPixel(double{FMax[*mark.place]});
+  const double x = TimeAxis().coordToPixel(FEvents.Time(*place));
+  const double y = ValueAxis().coordToPixel(double{FEvents.Max(*place)});
   if (!(x >= rect.left() - 1 && x <= rect.right() + 1)) return;
   const QColor highlight = palette().color(QPalette::Highlight);
   painter.setAntialiasing(false);
-  painter.setPen(QPen(highlight, 1, mark.selected ? Qt::SolidLine : Qt::DotLine));
+  painter.setPen(QPen(highlight, 1, selected ? Qt::SolidLine : Qt::DotLine));
   painter.drawLine(QPointF(x, rect.top()), QPointF(x, rect.bottom()));
   if (!(y >= rect.top() - 20 && y <= rect.bottom() + 20)) return;
   painter.setAntialiasing(true);
   painter.setBrush(Qt::NoBrush);
-  painter.setPen(QPen(highlight, mark.selected ? 2.5 : 1.5));
+  painter.setPen(QPen(highlight, selected ? 2.5 : 1.5));
   painter.drawEllipse(QPointF(x, y), 7, 7);
 }
 
 // The event whose stem or dot is nearest within reach; of several in one column of pixels the largest.
 std::optional<std::size_t> TEventsChart::PlaceNear(const QPointF& position) const {
-  if (FTimes.empty()) return std::nullopt;
+  if (FEvents.Count() == 0) return std::nullopt;
   const double from = TimeAxis().pixelToCoord(position.x() - kReach);
   const double to = TimeAxis().pixelToCoord(position.x() + kReach);
   std::vector<std::size_t> peaks;
-  ColumnPeaks(
-      FTimes.size(), [this](std::size_t i) { return FTimes[i]; },
-      [this](std::size_t i) { return StemOf(i, static_cast<std::size_t>(TSeries::Total)); },
-      FStems[static_cast<std::size_t>(TSeries::Total)], {from, to, static_cast<std::size_t>(2 * kReach)}, peaks);
+  FEvents.StemsIn({from, to, static_cast<std::size_t>(2 * kReach)}, static_cast<std::size_t>(TSeries::Total), peaks);
   std::optional<std::size_t> nearest;
-  double least = kReach;
+  double minDistance = kReach;
   for (const std::size_t place : peaks) {
-    const double dx = position.x() - TimeAxis().coordToPixel(FTimes[place]);
-    const double above = std::max(0.0, ValueAxis().coordToPixel(double{FMax[place]}) - position.y());
+    const double dx = position.x() - TimeAxis().coordToPixel(FEvents.Time(place));
+    const double above = std::max(0.0, ValueAxis().coordToPixel(double{FEvents.Max(place)}) - position.y());
     const double distance = std::hypot(dx, above);
-    if (distance > least) continue;
-    least = distance;
+    if (distance > minDistance) continue;
+    minDistance = distance;
     nearest = place;
   }
   return nearest;
@@ -321,11 +249,11 @@ void TEventsChart::Clicked(const QPointF& position) {
   auto place = FDots.GroupAt(position);
   if (!place) place = PlaceNear(position);
   FBeforeClick = FSelected;
-  if (place) emit EventClicked(IndexOf(*place));
+  if (place) emit EventClicked(FEvents.IndexOf(*place));
 }
 
 void TEventsChart::Unclicked() {
-  if (FBeforeClick && FBeforeClick != FSelected) emit EventClicked(IndexOf(*FBeforeClick));
+  if (FBeforeClick && FBeforeClick != FSelected) emit EventClicked(FEvents.IndexOf(*FBeforeClick));
 }
 
 QString TEventsChart::CursorText(const QPointF& position) const {
@@ -333,20 +261,68 @@ QString TEventsChart::CursorText(const QPointF& position) const {
   auto place = FDots.GroupAt(position);
   if (!place) place = PlaceNear(position);
   if (!place) return pointed;
-  return tr("%1  ·  event %2: %3").arg(pointed).arg(IndexOf(*place)).arg(GText(double{FMax[*place]}));
+  return tr("%1  ·  event %2: %3").arg(pointed).arg(FEvents.IndexOf(*place)).arg(GText(double{FEvents.Max(*place)}));
 }
 
-std::vector<TTimeChart::TReading> TEventsChart::ReadingsAt(double time) const {
+std::vector<TReading> TEventsChart::ReadingsAt(double time) const {
   const auto place = PlaceAt(time);
   if (!place) return {};
-  const QPointF at(TimeAxis().coordToPixel(FTimes[*place]), ValueAxis().coordToPixel(double{FMax[*place]}));
+  const QPointF at(TimeAxis().coordToPixel(FEvents.Time(*place)),
+                   ValueAxis().coordToPixel(double{FEvents.Max(*place)}));
   const QColor text = palette().color(QPalette::Text);
-  std::vector<TReading> readings = {{tr("event %1").arg(IndexOf(*place)), text, std::nullopt},
-                                    {tr("peak %1").arg(GText(double{FMax[*place]})), InkOf(TSeries::Total), at}};
-  if (FAxes[*place] != kNoAxis) {
+  std::vector<TReading> readings = {{tr("event %1").arg(FEvents.IndexOf(*place)), text, std::nullopt},
+                                    {tr("peak %1").arg(GText(double{FEvents.Max(*place)})), InkOf(TSeries::Total), at}};
+  if (FEvents.Axis(*place) != TEventsInTime::kNoAxis) {
     const std::array names = {tr("X"), tr("Y"), tr("Z")};
-    readings.push_back({tr("%1 %2").arg(names[FAxes[*place]], GText(double{FMaxSingle[*place]})),
-                        InkOf(static_cast<TSeries>(FAxes[*place])), std::nullopt});
+    readings.push_back({tr("%1 %2").arg(names[FEvents.Axis(*place)], GText(double{FEvents.Peak(*place)})),
+                        InkOf(static_cast<TSeries>(FEvents.Axis(*place))), std::nullopt});
   }
   return readings;
+}
+
+// A cursor near an event stands on it.
+double TEventsChart::CursorMoment(double time) const {
+  const auto place = PlaceAt(time);
+  return place ? FEvents.Time(*place) : time;
+}
+
+std::vector<TReading> TEventsChart::DifferencesBetween(double a, double b) const {
+  const auto first = FEvents.PlaceOn(a);
+  const auto second = FEvents.PlaceOn(b);
+  if (!first || !second) return {};
+  const QColor text = palette().color(QPalette::Text);
+  const double change = double{FEvents.Max(*second)} - double{FEvents.Max(*first)};
+  return {{tr("Δpeak %1").arg(std::isfinite(change) ? GText(change) : QString(kNoNumber)), text, std::nullopt},
+          {tr("event %1 → %2").arg(FEvents.IndexOf(*first)).arg(FEvents.IndexOf(*second)), text, std::nullopt}};
+}
+
+TRangeTable TEventsChart::VisibleStatistics() const {
+  if (!HasData()) return {};
+  const auto [from, to] = Range().Times();
+  std::size_t count = 0;
+  std::size_t hidden = 0;
+  std::optional<std::size_t> largest;
+  TStatisticsSum sum;
+  const auto timeAt = [this](std::size_t i) { return FEvents.Time(i); };
+  for (std::size_t i = FirstAtOrAfter(FEvents.Count(), timeAt, from); i < FEvents.Count() && FEvents.Time(i) <= to;
+       ++i) {
+    if (!FEvents.IsVisible(i)) {
+      ++hidden;
+      continue;
+    }
+    ++count;
+    sum.Add(FEvents.Max(i));
+    if (std::isfinite(FEvents.Max(i)) && (!largest || FEvents.Max(i) > FEvents.Max(*largest))) largest = i;
+  }
+  const TRangeStatistics peaks = sum.Result();
+  const QString which =
+      largest ? tr("Largest peak (g), event %1").arg(FEvents.IndexOf(*largest)) : tr("Largest peak (g)");
+  TRangeTable table{tr("%1 … %2").arg(MomentText(from), MomentText(to)),
+                    {tr("Figure"), tr("Value")},
+                    1,
+                    {{tr("Events"), QString::number(count)},
+                     {which, StatisticsNumber(peaks.largest)},
+                     {tr("Mean peak (g)"), StatisticsNumber(peaks.mean)}}};
+  if (hidden > 0) table.rows.push_back({tr("Events hidden by the filter"), QString::number(hidden)});
+  return table;
 }

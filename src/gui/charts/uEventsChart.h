@@ -1,12 +1,11 @@
 // All events of a mission: one point an event at its start, as high as its peak acceleration. Main thread only.
 #pragma once
 
-#include <array>
-#include <cstdint>
 #include <optional>
 #include <vector>
 
 #include "gui/charts/uEventDots.h"
+#include "gui/charts/uEventsInTime.h"
 #include "gui/charts/uSeries.h"
 #include "gui/charts/uTimeChart.h"
 #include "model/uEvents.h"
@@ -37,7 +36,7 @@ class TEventsChart final : public TTimeChart {
   // because peaks have no sign.
   void SetAlarmLimits(TAlarmLimits limits);
   void SetMasks(TValueMasks masks);
-  void SetValueAxisLocked(bool locked) { LockAxis(ValueAxis(), locked); }
+  void SetValueAxisLocked(bool locked) { Range().LockAxis(ValueAxis(), locked); }
 
  signals:
   void EventClicked(std::size_t index);
@@ -53,46 +52,23 @@ class TEventsChart final : public TTimeChart {
   void Restyle() override;
 
  private:
-  struct TMark {
-    std::optional<std::size_t> place;
-    bool selected;
-  };
-
-  // An event's place is that in the order of time.
-  [[nodiscard]] std::optional<std::size_t> PlaceOf(std::optional<std::size_t> index) const;
   [[nodiscard]] std::optional<std::size_t> PlaceNear(const QPointF& position) const;
   // Of the event whose stem stands near a time.
   [[nodiscard]] std::optional<std::size_t> PlaceAt(double time) const;
-  // The event that begins at exactly this time.
-  [[nodiscard]] std::optional<std::size_t> PlaceOn(double time) const;
-  [[nodiscard]] std::size_t IndexOf(std::size_t place) const { return FIndexes.empty() ? place : FIndexes[place]; }
-  [[nodiscard]] bool IsVisibleEvent(std::size_t place) const { return FVisible.empty() || FVisible[IndexOf(place)]; }
-  void SortByTime();
-  // What stands at a place for a series, or for the events that the filter hides: g, NaN for nothing.
-  static constexpr std::size_t kHidden = kSeriesCount;
-  [[nodiscard]] float StemOf(std::size_t place, std::size_t series) const;
-  void Measure();
   [[nodiscard]] QColor InkOf(TSeries series) const;
   [[nodiscard]] QString GText(double g) const;
   void PaintEvents(QCPPainter& painter);
   void PaintLevels(QCPPainter& painter) const;
   void PaintStems(QCPPainter& painter, std::size_t series, const QColor& ink);
   void PaintDots(QCPPainter& painter);
-  void PaintMark(QCPPainter& painter, const TMark& mark) const;
+  void PaintMark(QCPPainter& painter, std::optional<std::size_t> place, bool selected) const;
 
-  // In the order of time.
-  std::vector<double> FTimes;
-  std::vector<float> FMax, FMaxSingle;  // g
-  std::vector<std::uint8_t> FAxes;      // of the peak: 0 x, 1 y, 2 z, 3 none
-  std::vector<std::uint32_t> FIndexes;  // in the list; empty while every place is its index
-  std::vector<bool> FVisible;           // by index in the list; empty while all are
-  float FLargest = 0;                   // g, of all finite peaks
-  std::optional<float> FTrigger;        // g
-  TAlarmLimits FAlarm;                  // g
+  TEventsInTime FEvents;
+  std::optional<float> FTrigger;  // g
+  TAlarmLimits FAlarm;            // g
   TSeriesColours FColours = kAccelerationColours;
   TValueMasks FMasks;
   TEventDots FDots;
-  std::array<TExtents, kSeriesCount + 1> FStems;
   std::optional<std::size_t> FSelected, FHovered;  // places
   std::optional<std::size_t> FBeforeClick;         // the selected place then
   std::vector<std::size_t> FPeaks;                 // of a replot, kept for its memory

@@ -2,23 +2,17 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "analysis/uPointAbsorption.h"
 #include "base/uDateTime.h"
+#include "gui/charts/uChartPaint.h"
 #include "gui/charts/uDateTicker.h"
-#include "gui/charts/uNavigatorBand.h"
 #include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
 
 namespace {
 
-constexpr double kGripReach = 5;  // px beside an edge of the band
-constexpr double kMinBand = 4;    // px between its edges while they are dragged
-
-constexpr double kKeyFactor = 0.8;  // as in the charts that zoom
-constexpr double kKeyStep = 0.1;    // of the band
-constexpr double kTickHeight = 7;   // px, of the mark of an event
+constexpr double kTickHeight = 7;  // px, of the mark of an event
 
 void Widen(std::optional<std::pair<double, double>>& range, double time) {
   if (!std::isfinite(time)) return;
@@ -34,11 +28,12 @@ TNavigatorChart::TNavigatorChart(QWidget* parent)
       FBand(new TNavigatorBand("NavigatorBand", this)),
       FLeft(new TNavigatorBand("NavigatorBandLeft", this)),
       FRight(new TNavigatorBand("NavigatorBandRight", this)),
-      FUnsyncedView(new TNavigatorBand("NavigatorBandUnSyncedView", this)) {
+      FUnsyncedView(new TNavigatorBand("NavigatorBandUnSyncedView", this)),
+      FGestures(*this, Range(), *FBand) {
   setObjectName("ChartNavigator");
   setAccessibleName(tr("Navigator chart"));
-  SetNothing(tr("No recording"));
-  SetZoomable(false);
+  SetPlaceholder(tr("No recording"));
+  Range().SetZoomable(false);
   // Too low for an axis of values; what is drawn and its unit stand in the corner.
   ValueAxis().setVisible(false);
   ValueAxis().grid()->setVisible(false);
@@ -51,6 +46,8 @@ TNavigatorChart::TNavigatorChart(QWidget* parent)
     PaintEventTicks(painter);
   });
   new TPainted(&Rect(), "marks", [this](QCPPainter& painter) { PaintBand(painter); });
+  connect(&FGestures, &TBandGestures::Dragging, this, &TNavigatorChart::BandDragging);
+  connect(&FGestures, &TBandGestures::Resizing, this, &TNavigatorChart::BandResizing);
   Restyle();
   Clear();
 }
@@ -60,8 +57,7 @@ void TNavigatorChart::Clear() {
   FReadings.Clear();
   FExtents.Clear();
   FSensor.clear();
-  FWhat.clear();
-  FGrip = TGrip::None;
+  FGestures.LetGo();
   for (TNavigatorBand* band : {FBand, FLeft, FRight, FUnsyncedView}) band->Hide();
   SetFullRange(std::nullopt);
 }
@@ -72,7 +68,6 @@ void TNavigatorChart::SetMission(const TEventList& events, const TSensorList& se
   std::optional<TSpan> range;
   TakeEvents(events, range);
   TakeSensors(sensors, range);
-  TakeChoices();
   SetFullRange(range);
 }
 
@@ -106,28 +101,19 @@ void TNavigatorChart::TakeSensors(const TSensorList& sensors, std::optional<TSpa
   }
 }
 
-void TNavigatorChart::TakeChoices() {
-  if (FReadings.Samples().empty()) {
-    FUnit = tr("g");
-    FWhat = tr("Peak acceleration (g)");
-    return;
-  }
-  FColour = FChoices.ColourOf(FSensor);
-  FUnit = LookOf(FSensor).unit;
-  FWhat = FChoices.NameOf(FSensor);
-  if (!FUnit.isEmpty()) FWhat += QString(" (%1)").arg(FUnit);
-}
-
 void TNavigatorChart::SetSensorColour(std::string_view sensor, const QColor& colour) {
-  if (!FChoices.SetColour(sensor, colour) || FSensor != sensor) return;
-  TakeChoices();
-  QueueReplot();
+  if (FChoices.SetColour(sensor, colour) && FSensor == sensor) QueueReplot();
 }
 
 void TNavigatorChart::SetSensorNames(std::map<std::string, std::string> names) {
-  if (!FChoices.SetNames(std::move(names))) return;
-  TakeChoices();
-  QueueReplot();
+  if (FChoices.SetNames(std::move(names))) QueueReplot();
+}
+
+QString TNavigatorChart::Caption() const {
+  if (FReadings.Samples().empty()) return tr("Peak acceleration (g)");
+  const QString unit = LookOf(FSensor).unit;
+  const QString name = FChoices.NameOf(FSensor);
+  return unit.isEmpty() ? name : QString("%1 (%2)").arg(name, unit);
 }
 
 void TNavigatorChart::SetBand(double from, double to) {
@@ -135,7 +121,7 @@ void TNavigatorChart::SetBand(double from, double to) {
 }
 
 void TNavigatorChart::SetCompanions(double leftEnd, double rightStart) {
-  const auto [first, last] = FullRange();
+  const auto [first, last] = Range().Full();
   const bool left = FLeft->Show(std::min(first, leftEnd), leftEnd);
   const bool right = FRight->Show(rightStart, std::max(last, rightStart));
   if (left || right) RedrawMarks();
@@ -143,7 +129,7 @@ void TNavigatorChart::SetCompanions(double leftEnd, double rightStart) {
 
 std::optional<std::pair<double, double>> TNavigatorChart::DataSpan() const {
   if (!HasData()) return std::nullopt;
-  return FullRange();
+  return Range().Full();
 }
 
 void TNavigatorChart::SetUnsyncedView(std::optional<TSpan> view) {
@@ -161,9 +147,9 @@ void TNavigatorChart::ScaleValues() {
 void TNavigatorChart::PaintOverview(QCPPainter& painter) {
   painter.setFont(font());
   const QRect rect = Rect().rect();
-  DrawWords(painter, rect.topLeft() + QPointF(2, 1), Qt::AlignLeft | Qt::AlignTop, FWhat, FaintInk(),
+  DrawWords(painter, rect.topLeft() + QPointF(2, 1), Qt::AlignLeft | Qt::AlignTop, Caption(), FaintInk(),
             palette().color(QPalette::Base), rect);
-  const auto [from, to] = TimeRange();
+  const auto [from, to] = Range().Times();
   if (!FReadings.Samples().empty()) {
     const auto readings = FReadings.Samples();
     const auto [first, last] = WithRounding((from - FStart) * kMsPerDay, (to - FStart) * kMsPerDay,
@@ -172,8 +158,8 @@ void TNavigatorChart::PaintOverview(QCPPainter& painter) {
     Envelope(
         readings.size(), [readings](std::size_t i) { return readings[i].time; },
         [readings](std::size_t i) { return readings[i].xvalue; }, FExtents, columns, FEnvelope);
-    DrawEnvelope(painter, TimeAxis(), ValueAxis(), FEnvelope, QPen(SensorInk(palette(), FColour), 1.2), FStart,
-                 1 / kMsPerDay);
+    DrawEnvelope(painter, TimeAxis(), ValueAxis(), FEnvelope,
+                 QPen(SensorInk(palette(), FChoices.ColourOf(FSensor)), 1.2), FStart, 1 / kMsPerDay);
   } else {
     Envelope(
         FEvents.size(), [this](std::size_t i) { return FEvents[i].time; },
@@ -183,18 +169,16 @@ void TNavigatorChart::PaintOverview(QCPPainter& painter) {
   }
 }
 
-void TNavigatorChart::PaintEventTicks(QCPPainter& painter) {
-  const auto [from, to] = TimeRange();
-  FTicks.clear();
-  VisitColumns(
-      FEvents.size(), [this](std::size_t i) { return FEvents[i].time; }, ColumnsOf(TimeAxis(), painter, from, to),
-      [this](std::size_t first, std::size_t /*end*/) { FTicks.push_back(first); });
+void TNavigatorChart::PaintEventTicks(QCPPainter& painter) const {
+  const auto [from, to] = Range().Times();
   const double bottom = Rect().rect().bottom();
   QList<QLineF> ticks;
-  for (const std::size_t event : FTicks) {
-    const double x = TimeAxis().coordToPixel(FEvents[event].time);
-    ticks.append(QLineF(x, bottom - kTickHeight, x, bottom));
-  }
+  VisitColumns(
+      FEvents.size(), [this](std::size_t i) { return FEvents[i].time; }, ColumnsOf(TimeAxis(), painter, from, to),
+      [&](std::size_t first, std::size_t /*end*/) {
+        const double x = TimeAxis().coordToPixel(FEvents[first].time);
+        ticks.append(QLineF(x, bottom - kTickHeight, x, bottom));
+      });
   painter.setAntialiasing(false);
   painter.setPen(QPen(palette().color(QPalette::Text), 1));
   painter.drawLines(ticks);
@@ -228,133 +212,10 @@ void TNavigatorChart::PaintBand(QCPPainter& painter) const {
   }
 }
 
-bool TNavigatorChart::HasBand() const {
-  return HasData() && FBand->IsVisible();
-}
-
-TTimeSpan TNavigatorChart::Band() const {
-  return {FBand->Start(), FBand->End()};
-}
-
-// In days.
-double TNavigatorChart::MinBand() const {
-  const auto [first, last] = FullRange();
-  return kMinBand * (last - first) / std::max(1, Rect().width());
-}
-
-TNavigatorChart::TGrip TNavigatorChart::GripAt(const QPointF& position) const {
-  if (!HasBand()) return TGrip::None;
-  const double left = TimeAxis().coordToPixel(FBand->Start());
-  const double right = TimeAxis().coordToPixel(FBand->End());
-  const double x = position.x();
-  // Of two edges in one place the one on the pointer's side.
-  if (std::fabs(x - right) <= kGripReach && (x >= right || right - left > kGripReach)) return TGrip::End;
-  if (std::fabs(x - left) <= kGripReach) return TGrip::Start;
-  return x > left && x < right ? TGrip::Band : TGrip::None;
-}
-
-void TNavigatorChart::MoveGrip(double time) {
-  const TTimeSpan data{FullRange().first, FullRange().second};
-  const double moved = time - FGripTime;
-  if (FGrip == TGrip::Band) {
-    const TTimeSpan band = DraggedBand(FGripBand, data, moved);
-    emit BandDragging(band.start, band.end);
-    return;
-  }
-  const bool movesStart = FGrip == TGrip::Start;
-  const double edge = movesStart ? FGripBand.start : FGripBand.end;
-  const TTimeSpan band = ResizedBand(FGripBand, data, movesStart, edge + moved, MinBand());
-  emit BandResizing(band.start, band.end);
-}
-
-void TNavigatorChart::mousePressEvent(QMouseEvent* event) {
-  if (event->button() != Qt::LeftButton || !HasBand()) return;
-  const double time = TimeAxis().pixelToCoord(event->position().x());
-  FGrip = GripAt(event->position());
-  FGripTime = time;
-  FGripBand = FBandBefore = Band();
-  if (FGrip != TGrip::None) return;
-  // A click beside the band brings its middle there, and it can be dragged on.
-  FGrip = TGrip::Band;
-  FGripTime = (FBand->Start() + FBand->End()) / 2;
-  MoveGrip(time);
-  FGripBand = Band();
-  FGripTime = time;
-}
-
-void TNavigatorChart::mouseMoveEvent(QMouseEvent* event) {
-  TTimeChart::mouseMoveEvent(event);
-  if (FGrip != TGrip::None) {
-    MoveGrip(TimeAxis().pixelToCoord(event->position().x()));
-    return;
-  }
-  const TGrip grip = GripAt(event->position());
-  setCursor(grip == TGrip::None ? Qt::ArrowCursor : grip == TGrip::Band ? Qt::OpenHandCursor : Qt::SizeHorCursor);
-}
-
-void TNavigatorChart::mouseReleaseEvent(QMouseEvent* event) {
-  if (event->button() == Qt::LeftButton) FGrip = TGrip::None;
-}
-
 QString TNavigatorChart::CursorText(const QPointF& position) const {
   const auto readings = FReadings.Samples();
   if (readings.empty()) return {};
   const double ms = (TimeAxis().pixelToCoord(position.x()) - FStart) * kMsPerDay;
   const float value = readings[FReadings.Nearest(ms)].xvalue;
-  return std::isfinite(value) ? QString("%1 %2").arg(Figure(double{value}), FUnit).trimmed() : QString();
-}
-
-std::optional<TTimeSpan> TNavigatorChart::MovedByKey(int key) const {
-  const auto [first, last] = FullRange();
-  const TTimeSpan data{first, last};
-  const double step = (FBand->End() - FBand->Start()) * kKeyStep;
-  switch (key) {
-    case Qt::Key_Left:
-      return DraggedBand(Band(), data, -step);
-    case Qt::Key_Right:
-      return DraggedBand(Band(), data, step);
-    case Qt::Key_Home:
-      return DraggedBand(Band(), data, first - last);
-    case Qt::Key_End:
-      return DraggedBand(Band(), data, last - first);
-    default:
-      return std::nullopt;
-  }
-}
-
-std::optional<TTimeSpan> TNavigatorChart::ResizedByKey(int key) const {
-  const TTimeSpan data{FullRange().first, FullRange().second};
-  const auto resized = [&](double factor) {
-    const double width = (FBand->End() - FBand->Start()) * factor;
-    const double half = std::max({width, MinBand(), MinSpan(data.end)}) / 2;
-    const double middle = (FBand->Start() + FBand->End()) / 2;
-    return DraggedBand({middle - half, middle + half}, data, 0);
-  };
-  switch (key) {
-    case Qt::Key_F:
-      return data;
-    case Qt::Key_Plus:
-    case Qt::Key_Equal:
-      return resized(kKeyFactor);
-    case Qt::Key_Minus:
-      return resized(1 / kKeyFactor);
-    default:
-      return std::nullopt;
-  }
-}
-
-void TNavigatorChart::keyPressEvent(QKeyEvent* event) {
-  if (!HasBand() || event->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) {
-    return TTimeChart::keyPressEvent(event);
-  }
-  if (event->key() == Qt::Key_Escape && FGrip != TGrip::None) {
-    FGrip = TGrip::None;
-    emit BandResizing(FBandBefore.start, FBandBefore.end);
-  } else if (const auto moved = MovedByKey(event->key())) {
-    emit BandDragging(moved->start, moved->end);
-  } else if (const auto resized = ResizedByKey(event->key())) {
-    emit BandResizing(resized->start, resized->end);
-  } else {
-    TTimeChart::keyPressEvent(event);
-  }
+  return std::isfinite(value) ? QString("%1 %2").arg(Figure(double{value}), LookOf(FSensor).unit).trimmed() : QString();
 }

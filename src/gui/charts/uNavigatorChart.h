@@ -9,14 +9,13 @@
 #include <utility>
 #include <vector>
 
+#include "gui/charts/uBandGestures.h"
 #include "gui/charts/uInTimeOrder.h"
+#include "gui/charts/uNavigatorBand.h"
 #include "gui/charts/uSensorLooks.h"
 #include "gui/charts/uTimeChart.h"
 #include "model/uEvents.h"
 #include "model/uOtherSensors.h"
-#include "navigation/uTimeNavigator.h"
-
-class TNavigatorBand;
 
 class TNavigatorChart final : public TTimeChart {
   Q_OBJECT
@@ -52,30 +51,18 @@ class TNavigatorChart final : public TTimeChart {
 
  protected:
   void Clicked(const QPointF& /*position*/) override {}
-  void mousePressEvent(QMouseEvent* event) override;
-  void mouseMoveEvent(QMouseEvent* event) override;
-  void mouseReleaseEvent(QMouseEvent* event) override;
-  // The band as the other charts' view: moved, resized, over everything.
-  void keyPressEvent(QKeyEvent* event) override;
   [[nodiscard]] QString CursorText(const QPointF& position) const override;
   void ScaleValues() override;
 
  private:
   using TSpan = std::pair<double, double>;
-  enum class TGrip { None, Band, Start, End };
 
-  [[nodiscard]] bool HasBand() const;
-  [[nodiscard]] TTimeSpan Band() const;
-  [[nodiscard]] double MinBand() const;
-  [[nodiscard]] TGrip GripAt(const QPointF& position) const;
-  void MoveGrip(double time);
-  [[nodiscard]] std::optional<TTimeSpan> MovedByKey(int key) const;
-  [[nodiscard]] std::optional<TTimeSpan> ResizedByKey(int key) const;
   void TakeEvents(const TEventList& events, std::optional<TSpan>& range);
   void TakeSensors(const TSensorList& sensors, std::optional<TSpan>& range);
-  void TakeChoices();
+  // What is drawn, and its unit.
+  [[nodiscard]] QString Caption() const;
   void PaintOverview(QCPPainter& painter);
-  void PaintEventTicks(QCPPainter& painter);
+  void PaintEventTicks(QCPPainter& painter) const;
   void PaintBand(QCPPainter& painter) const;
 
   struct TEventTick {
@@ -88,16 +75,9 @@ class TNavigatorChart final : public TTimeChart {
   double FStart = 0;                     // the mission's, a date-time
   std::string FSensor;                   // its name in the list
   TSensorChoices FChoices;
-  QColor FColour;
-  QString FUnit;
-  QString FWhat;                          // what is drawn, and its unit
-  TNavigatorBand* FBand;                  // what the charts show
-  TNavigatorBand *FLeft, *FRight;         // what lies before and after it
-  TNavigatorBand* FUnsyncedView;          // what a chart with a zoom of its own shows
-  TGrip FGrip = TGrip::None;              // held by the mouse
-  double FGripTime = 0;                   // where it was taken, a date-time
-  TTimeSpan FGripBand{0, 0};              // the band then
-  TTimeSpan FBandBefore{0, 0};            // and before the press
-  std::vector<TEnvelopePoint> FEnvelope;  // of a replot, kept for their memory
-  std::vector<std::size_t> FTicks;
+  TNavigatorBand* FBand;           // what the charts show
+  TNavigatorBand *FLeft, *FRight;  // what lies before and after it
+  TNavigatorBand* FUnsyncedView;   // what a chart with a zoom of its own shows
+  TBandGestures FGestures;
+  std::vector<TEnvelopePoint> FEnvelope;  // of a replot, kept for its memory
 };

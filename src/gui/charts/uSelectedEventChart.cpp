@@ -4,9 +4,12 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <string_view>
+#include <utility>
 
 #include "analysis/uHighPassFilter.h"
 #include "base/uDateTime.h"
+#include "gui/charts/uChartPaint.h"
 #include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
 
@@ -15,6 +18,37 @@ namespace {
 constexpr double kLineWidth = 1.2;
 constexpr double kLevelInSight = 4;  // times the largest value; a level above would press the event flat
 constexpr double kWordsRoom = 0.08;  // of the values, above and below, for the name of the peak
+
+// Times over the levels, ms from the start, in order.
+std::vector<std::pair<double, double>> IntervalsOver(const TThresholds& levels, const TEvent& event, double start) {
+  std::vector<TThresholdInterval> intervals;
+  CalcEventMetrics(event, levels, &intervals);
+  std::vector<std::pair<double, double>> over;
+  for (const auto& [begin, end] : intervals) {
+    const auto [from, to] = std::minmax({begin - start, end - start});
+    if (std::isfinite(from) && std::isfinite(to)) over.emplace_back(from, to);
+  }
+  if (!std::ranges::is_sorted(over)) std::ranges::sort(over);
+  return over;
+}
+
+// The earliest sample that is the event's peak, ms from the start and g.
+std::optional<QPointF> FindPeak(const TEvent& event, std::span<const TEventValue> samples,
+                                const TSeriesExtents& extents, double start) {
+  const std::size_t axis = std::string_view("XYZ").find(event.MaxAxis.front());
+  if (axis == std::string_view::npos || !std::isfinite(event.MaxSingle)) return std::nullopt;
+  const auto series = static_cast<TSeries>(axis);
+  const auto value = [&](std::size_t i) { return ValueOf(samples[i], series); };
+  std::optional<QPointF> peak;
+  const auto found = extents.Of(series).Find(0, samples.size(), value);
+  if (!found) return peak;
+  for (const std::size_t i : {found->least, found->largest}) {
+    const double ms = samples[i].time - start;
+    const bool isPeak = std::fabs(value(i)) == event.MaxSingle;
+    if (isPeak && (!peak || ms < peak->x())) peak = QPointF(ms, double{value(i)});
+  }
+  return peak;
+}
 
 }  // namespace
 
@@ -25,7 +59,9 @@ TSelectedEventChart::TSelectedEventChart(QWidget* parent) : TAccelerationChart(T
   new TPainted(&Rect(), "main", [this](QCPPainter& painter) {
     if (!HasData()) return;
     painter.setFont(font());
-    PaintIntervals(painter);
+    QColor shade(InkOn(palette(), QColor(0xFFA500U)));
+    shade.setAlphaF(0.22F);
+    ShadeSpans(painter, TimeAxis(), FIntervals, shade);
     PaintLevels(painter);
     PaintSeries(painter);
     PaintPeak(painter);
@@ -41,7 +77,7 @@ void TSelectedEventChart::Clear() {
   FIntervals = {};
   FPeak.reset();
   Legend().SetTitle({});
-  SetNothing(tr("No event selected"));
+  SetPlaceholder(tr("No event selected"));
   SetFullRange(std::nullopt);
   emit SamplesChanged();
 }
@@ -49,7 +85,7 @@ void TSelectedEventChart::Clear() {
 void TSelectedEventChart::ShowEvent(const TEventList& events, std::size_t index, const TMissionData& mission) {
   Clear();
   if (index >= events.Count()) return;
-  SetNothing(tr("The event has no samples"));
+  SetPlaceholder(tr("The event has no samples"));
   if (events.GetItem(index).Count() == 0) return;
   FEvent = &events.GetItem(index);
   const TEvent& event = *FEvent;
@@ -60,7 +96,7 @@ void TSelectedEventChart::ShowEvent(const TEventList& events, std::size_t index,
   }
   FStart = std::isfinite(event.GetStartTime()) ? event.GetStartTime() : FSamples.Samples().front().time;
   FLevels = ThresholdsOf(mission);
-  FindIntervals(event);
+  FIntervals = IntervalsOver(FLevels, event, FStart);
 
   FMissionStart = events.StartTime;
   SetFullRange(std::pair(FSamples.Samples().front().time - FStart, FSamples.Samples().back().time - FStart));
@@ -101,54 +137,15 @@ void TSelectedEventChart::ShowSamples() {
   }
   ShowTitle();
   FSamples.Set(FHighPass ? std::span<const TEventValue>(FFiltered) : FEvent->Values());
-  Measure();
-  FindPeak(*FEvent);
-  RescaleValues();
+  FExtents.Measure(FSamples.Samples());
+  // Filtered curves have no peak of their own.
+  FPeak = FHighPass ? std::nullopt : FindPeak(*FEvent, FSamples.Samples(), FExtents, FStart);
+  Range().RescaleValues();
   emit SamplesChanged();
 }
 
-// Block by block, so that a long event is walked over once.
-void TSelectedEventChart::Measure() {
-  const auto samples = FSamples.Samples();
-  for (TExtents& extents : FExtents) extents.Clear();
-  for (std::size_t begin = 0; begin < samples.size(); begin += TExtents::kBlock) {
-    const std::size_t count = std::min(TExtents::kBlock, samples.size() - begin);
-    for (const TSeries series : kAllSeries) {
-      ExtentsOf(series).Append(count, [samples, series](std::size_t i) { return ValueOf(samples[i], series); });
-    }
-  }
-  for (const TSeries series : kAllSeries) FWhole[static_cast<std::size_t>(series)] = ExtentsOf(series).Whole();
-}
-
-// Of the recorded samples; filtered curves have none of their own.
-void TSelectedEventChart::FindPeak(const TEvent& event) {
-  FPeak.reset();
-  if (FHighPass || !std::isfinite(event.MaxSingle)) return;
-  const std::size_t axis = std::string_view("XYZ").find(event.MaxAxis.front());
-  if (axis == std::string_view::npos) return;
-  const auto samples = FSamples.Samples();
-  const auto value = [&](std::size_t i) { return ValueOf(samples[i], static_cast<TSeries>(axis)); };
-  const auto found = ExtentsOf(static_cast<TSeries>(axis)).Find(0, samples.size(), value);
-  if (!found) return;
-  for (const std::size_t i : {found->least, found->largest}) {
-    const bool isPeak = std::fabs(value(i)) == event.MaxSingle;
-    if (isPeak && (!FPeak || samples[i].time - FStart < FPeak->ms)) FPeak = {samples[i].time - FStart, value(i)};
-  }
-}
-
-void TSelectedEventChart::FindIntervals(const TEvent& event) {
-  std::vector<TThresholdInterval> intervals;
-  CalcEventMetrics(event, FLevels, &intervals);
-  FIntervals.reserve(intervals.size());
-  for (const auto& [begin, end] : intervals) {
-    const auto [from, to] = std::minmax({begin - FStart, end - FStart});
-    if (std::isfinite(from) && std::isfinite(to)) FIntervals.emplace_back(from, to);
-  }
-  if (!std::ranges::is_sorted(FIntervals)) std::ranges::sort(FIntervals);
-}
-
 void TSelectedEventChart::SetAlarmLimits(TAlarmLimits limits) {
-  if (std::exchange(FAlarm, limits) != limits) RescaleValues();
+  if (std::exchange(FAlarm, limits) != limits) Range().RescaleValues();
 }
 
 void TSelectedEventChart::SetMasks(TValueMasks masks) {
@@ -157,55 +154,24 @@ void TSelectedEventChart::SetMasks(TValueMasks masks) {
 }
 
 void TSelectedEventChart::ScaleValues() {
-  double least = std::numeric_limits<double>::infinity();
-  double largest = -least;
-  for (const TSeries series : VisibleSeries()) {
-    const TExtent& extent = FWhole[static_cast<std::size_t>(series)];
-    least = std::min(least, double{extent.least});
-    largest = std::max(largest, double{extent.largest});
-  }
-  if (!HasData() || !(least <= largest)) return ValueAxis().setRange(0, 1);
-  const double size = std::max(std::fabs(least), std::fabs(largest));
+  TExtent whole;
+  for (const TSeries series : VisibleSeries()) whole.Take(FExtents.Whole(series));
+  if (!HasData() || whole.IsEmpty()) return ValueAxis().setRange(0, 1);
+  double min{whole.least};
+  double max{whole.largest};
+  const double size = std::max(std::fabs(min), std::fabs(max));
   for (const double level : {FLevels.totOn, FLevels.totOff}) {
-    if (level > 0 && level <= size * kLevelInSight) largest = std::max(largest, level);
+    if (level > 0 && level <= size * kLevelInSight) max = std::max(max, level);
   }
-  if (FAlarm && std::fabs(FAlarm->first) <= size * kLevelInSight) least = std::min(least, FAlarm->first);
-  if (FAlarm && std::fabs(FAlarm->second) <= size * kLevelInSight) largest = std::max(largest, FAlarm->second);
-  const QCPRange range = ScaleAround(least, largest);
+  if (FAlarm && std::fabs(FAlarm->first) <= size * kLevelInSight) min = std::min(min, FAlarm->first);
+  if (FAlarm && std::fabs(FAlarm->second) <= size * kLevelInSight) max = std::max(max, FAlarm->second);
+  const QCPRange range = ScaleAround(min, max);
   const double room = range.size() * kWordsRoom;
   ValueAxis().setRange(range.lower - room, range.upper + room);
 }
 
-void TSelectedEventChart::PaintIntervals(QCPPainter& painter) const {
-  const QRect rect = Rect().rect();
-  QColor shade(InkOn(palette(), QColor(0xFFA500U)));
-  shade.setAlphaF(0.22F);
-  painter.setAntialiasing(false);
-  const auto [from, to] = TimeRange();
-  double left = 0;
-  double right = -1;  // of the shade that grows
-  const auto shadeIt = [&] {
-    if (right >= left) painter.fillRect(QRectF(left, rect.top(), std::max(right - left, 1.0), rect.height()), shade);
-  };
-  for (const auto& [begin, end] : FIntervals) {
-    if (end < from) continue;
-    if (begin > to) break;
-    const double beginX = TimeAxis().coordToPixel(std::max(begin, from));
-    const double endX = TimeAxis().coordToPixel(std::min(end, to));
-    // Intervals that no pixel parts are one shade, so that a view of millions of them is as light as one of few.
-    if (right >= left && beginX - right < 1) {
-      right = std::max(right, endX);
-      continue;
-    }
-    shadeIt();
-    left = beginX;
-    right = endX;
-  }
-  shadeIt();
-}
-
 void TSelectedEventChart::PaintSeries(QCPPainter& painter) {
-  const auto [first, last] = TimeRange();
+  const auto [first, last] = Range().Times();
   // The samples' own clock runs from the mission's start.
   const auto [from, to] = WithRounding(first + FStart, last + FStart, std::fabs(FStart) + std::fabs(last));
   const TColumns columns = ColumnsOf(TimeAxis(), painter, from, to);
@@ -214,7 +180,7 @@ void TSelectedEventChart::PaintSeries(QCPPainter& painter) {
     if (!IsSeriesVisible(series)) continue;
     Envelope(
         samples.size(), [samples](std::size_t i) { return samples[i].time; },
-        [samples, series](std::size_t i) { return ValueOf(samples[i], series); }, ExtentsOf(series), columns,
+        [samples, series](std::size_t i) { return ValueOf(samples[i], series); }, FExtents.Of(series), columns,
         FEnvelope);
     painter.setAntialiasing(true);
     DrawEnvelope(painter, TimeAxis(), ValueAxis(), FEnvelope, QPen(InkOf(series), kLineWidth), -FStart);
@@ -248,7 +214,7 @@ void TSelectedEventChart::PaintLevels(QCPPainter& painter) const {
 
 void TSelectedEventChart::PaintPeak(QCPPainter& painter) const {
   if (!FPeak) return;
-  const QPointF at(TimeAxis().coordToPixel(FPeak->ms), ValueAxis().coordToPixel(double{FPeak->value}));
+  const QPointF at(TimeAxis().coordToPixel(FPeak->x()), ValueAxis().coordToPixel(FPeak->y()));
   const QRect rect = Rect().rect();
   if (!QRectF(rect).adjusted(-1, -1, 1, 1).contains(at)) return;
   const QColor text = palette().color(QPalette::Text);
@@ -256,9 +222,9 @@ void TSelectedEventChart::PaintPeak(QCPPainter& painter) const {
   painter.setBrush(Qt::NoBrush);
   painter.setPen(QPen(text, 1.5));
   painter.drawEllipse(at, 4.5, 4.5);
-  const bool up = FPeak->value >= 0;
+  const bool up = FPeak->y() >= 0;
   DrawWords(painter, at + QPointF(0, up ? -6 : 6), Qt::AlignHCenter | (up ? Qt::AlignBottom : Qt::AlignTop),
-            tr("%1 g").arg(Figure(double{FPeak->value})), text, palette().color(QPalette::Base), rect);
+            tr("%1 g").arg(Figure(FPeak->y())), text, palette().color(QPalette::Base), rect);
 }
 
 QString TSelectedEventChart::MomentText(double time) const {
@@ -270,14 +236,14 @@ QPointF TSelectedEventChart::PlaceOf(const TEventValue& sample, TSeries series) 
   return {TimeAxis().coordToPixel(sample.time - FStart), ValueAxis().coordToPixel(double{ValueOf(sample, series)})};
 }
 
-TTimeChart::TReading TSelectedEventChart::ReadingOf(const TEventValue& sample, TSeries series) const {
+TReading TSelectedEventChart::ReadingOf(const TEventValue& sample, TSeries series) const {
   const double value = ValueOf(sample, series);
   const QString text = tr("%1 %2 g").arg(NameOf(series), QtText(MaskFloat(FMasks.acceleration, value)));
   if (!std::isfinite(value)) return {text, InkOf(series), std::nullopt};
   return {text, InkOf(series), PlaceOf(sample, series)};
 }
 
-std::vector<TTimeChart::TReading> TSelectedEventChart::ReadingsAt(double time) const {
+std::vector<TReading> TSelectedEventChart::ReadingsAt(double time) const {
   std::vector<TReading> readings;
   if (Samples().empty()) return readings;
   const TEventValue& sample = Samples()[NearestSample(time)];
@@ -285,14 +251,14 @@ std::vector<TTimeChart::TReading> TSelectedEventChart::ReadingsAt(double time) c
   return readings;
 }
 
-std::optional<TTimeChart::TReading> TSelectedEventChart::NearestTo(const QPointF& position) const {
+std::optional<TReading> TSelectedEventChart::NearestTo(const QPointF& position) const {
   const auto samples = Samples();
   if (samples.empty()) return std::nullopt;
   const auto across = [&](std::size_t i) {
     return std::fabs(TimeAxis().coordToPixel(samples[i].time - FStart) - position.x());
   };
   std::optional<TReading> nearest;
-  double least = std::numeric_limits<double>::infinity();
+  double minDistance = std::numeric_limits<double>::infinity();
   for (const TSeries series : VisibleSeries()) {
     const auto distance = [&](std::size_t i) {
       const QPointF away = PlaceOf(samples[i], series) - position;
@@ -300,10 +266,47 @@ std::optional<TTimeChart::TReading> TSelectedEventChart::NearestTo(const QPointF
     };
     const auto found =
         NearestOnScreen(samples.size(), NearestSample(TimeAxis().pixelToCoord(position.x())), across, distance);
-    if (!found || distance(*found) >= least) continue;
-    least = distance(*found);
+    if (!found || distance(*found) >= minDistance) continue;
+    minDistance = distance(*found);
     nearest = ReadingOf(samples[*found], series);
     nearest->text += tr(" at %1").arg(MomentText(samples[*found].time - FStart));
   }
   return nearest;
+}
+
+double TSelectedEventChart::CursorMoment(double time) const {
+  return Samples().empty() ? time : Samples()[NearestSample(time)].time - FStart;
+}
+
+QStringList TSelectedEventChart::SpanTexts(double span) const {
+  QStringList texts = TTimeChart::SpanTexts(span);
+  texts.front() = tr("Δt %1 ms").arg(QtText(MaskFloat(FMasks.time, span)));
+  return texts;
+}
+
+std::vector<TReading> TSelectedEventChart::DifferencesBetween(double a, double b) const {
+  if (Samples().empty()) return {};
+  const TEventValue& first = Samples()[NearestSample(a)];
+  const TEventValue& second = Samples()[NearestSample(b)];
+  std::vector<TReading> differences;
+  for (const TSeries series : VisibleSeries()) {
+    const double change = double{ValueOf(second, series)} - double{ValueOf(first, series)};
+    const QString number = std::isfinite(change) ? QtText(MaskFloat(FMasks.acceleration, change)) : QString(kNoNumber);
+    differences.push_back({tr("Δ%1 %2 g").arg(NameOf(series), number), InkOf(series), std::nullopt});
+  }
+  return differences;
+}
+
+TRangeTable TSelectedEventChart::VisibleStatistics() const {
+  if (!HasData()) return {};
+  const auto [from, to] = Range().Times();
+  TRangeTable table = SeriesTable(tr("%1 … %2 ms").arg(StatisticsNumber(from), StatisticsNumber(to)));
+  const auto samples = Samples();
+  const auto timeAt = [&](std::size_t i) { return samples[i].time - FStart; };
+  for (const TSeries series : VisibleSeries()) {
+    const auto valueAt = [samples, series](std::size_t i) { return ValueOf(samples[i], series); };
+    table.rows.push_back(
+        SeriesRow(NameOf(series), tr("g"), StatisticsIn(Range().Times(), samples.size(), timeAt, valueAt)));
+  }
+  return table;
 }

@@ -1,7 +1,6 @@
 // One event: acceleration over ms from its start, the levels, the time over them, the peak. Main thread only.
 #pragma once
 
-#include <array>
 #include <optional>
 #include <span>
 #include <utility>
@@ -10,7 +9,7 @@
 #include "analysis/uShockMetrics.h"
 #include "gui/charts/uAccelerationChart.h"
 #include "gui/charts/uInTimeOrder.h"
-#include "gui/charts/uSeries.h"
+#include "gui/charts/uSeriesExtents.h"
 #include "model/uEvents.h"
 #include "model/uGlobalSharedVariables.h"
 
@@ -34,23 +33,7 @@ class TSelectedEventChart final : public TAccelerationChart {
   [[nodiscard]] double StartMs() const { return FStart; }
   // The sample nearest to a time of the axis; there is one.
   [[nodiscard]] std::size_t NearestSample(double ms) const { return FSamples.Nearest(ms + FStart); }
-  // g of one sample; the total is the vector magnitude.
-  static float ValueOf(const TEventValue& sample, TSeries series) {
-    switch (series) {
-      case TSeries::X:
-        return sample.xvalue;
-      case TSeries::Y:
-        return sample.yvalue;
-      case TSeries::Z:
-        return sample.zvalue;
-      case TSeries::Total:
-        break;
-    }
-    return static_cast<float>(Magnitude(sample));
-  }
-
-  // All of these stay from event to event.
-  // Of the acceleration, in g, as lines.
+  // Both stay from event to event. The limits are of the acceleration, in g, as lines.
   void SetAlarmLimits(TAlarmLimits limits);
   void SetMasks(TValueMasks masks);
 
@@ -69,21 +52,11 @@ class TSelectedEventChart final : public TAccelerationChart {
   void ScaleValues() override;
 
  private:
-  struct TPeak {
-    double ms;    // from the start
-    float value;  // g, signed
-  };
-
   void ShowTitle();
   void ShowSamples();
-  void Measure();
-  [[nodiscard]] TExtents& ExtentsOf(TSeries series) { return FExtents[static_cast<std::size_t>(series)]; }
-  void FindPeak(const TEvent& event);
-  void FindIntervals(const TEvent& event);
   [[nodiscard]] QPointF PlaceOf(const TEventValue& sample, TSeries series) const;
   // "X 1.25 g"
   [[nodiscard]] TReading ReadingOf(const TEventValue& sample, TSeries series) const;
-  void PaintIntervals(QCPPainter& painter) const;
   void PaintSeries(QCPPainter& painter);
   void PaintLevels(QCPPainter& painter) const;
   void PaintPeak(QCPPainter& painter) const;
@@ -97,9 +70,8 @@ class TSelectedEventChart final : public TAccelerationChart {
   TThresholds FLevels{};
   TAlarmLimits FAlarm;  // g
   TValueMasks FMasks;
-  std::array<TExtents, kSeriesCount> FExtents;        // of the samples, in g
-  std::array<TExtent, kSeriesCount> FWhole;           // of each series
+  TSeriesExtents FExtents;                            // of the samples
   std::vector<std::pair<double, double>> FIntervals;  // ms from the start, over the levels
-  std::optional<TPeak> FPeak;
-  std::vector<TEnvelopePoint> FEnvelope;  // of a replot, kept for its memory
+  std::optional<QPointF> FPeak;                       // ms from the start, g
+  std::vector<TEnvelopePoint> FEnvelope;              // of a replot, kept for its memory
 };

@@ -8,28 +8,51 @@
 
 #include "analysis/uPointAbsorption.h"
 #include "base/uDateTime.h"
+#include "gui/charts/uChartPaint.h"
 #include "gui/common/uQtText.h"
 
 namespace {
 
 constexpr double kLineWidth = 1.2;
 constexpr double kLimitInSight = 4;  // times the span of the readings
-constexpr double kLeastSpan = 0.02;  // of the readings themselves, where they hardly change
-constexpr std::size_t kMostCursorValues = 12;
-constexpr int kMovedRank = -1;  // before all others
-constexpr int kAxisGap = 8;     // px between an inner and an outer axis
+constexpr double kMinSpan = 0.02;    // of the readings themselves, where they hardly change
+constexpr std::size_t kMaxCursorValues = 12;
+constexpr int kAxisGap = 8;  // px between an inner and an outer axis
 // The axis whose ticks the horizontal grid lines follow is the first of these that is drawn.
 constexpr TSensorAxis kGridOrder[] = {TSensorAxis::LeftOuter, TSensorAxis::LeftInner, TSensorAxis::RightInner,
                                       TSensorAxis::RightOuter};
+
+void PaintMoment(QCPPainter& painter, const TChartPlot& plot, double time) {
+  const QRect rect = plot.Rect().rect();
+  const double x = plot.TimeAxis().coordToPixel(time);
+  if (!(x >= rect.left() - 1 && x <= rect.right() + 1)) return;
+  painter.setAntialiasing(false);
+  painter.setPen(QPen(plot.palette().color(QPalette::Highlight), 1, Qt::DotLine));
+  painter.drawLine(QPointF(x, rect.top()), QPointF(x, rect.bottom()));
+}
+
+// The names and unit as far as there is room: all names, the first, the unit alone.
+QString TitleWithin(const TShownSensors::TTitle& title, const QFontMetrics& metrics, int room) {
+  const auto& [names, unit] = title;
+  const QString inUnit = unit.isEmpty() ? QString() : QString(" (%1)").arg(unit);
+  QString all = names.join(", ") + inUnit;
+  const auto fits = [&](const QString& title) { return metrics.horizontalAdvance(title) <= room; };
+  if (names.isEmpty() || fits(all)) return all;
+  QString first = names.front() + (names.size() > 1 ? QString(", …") : QString()) + inUnit;
+  if (fits(first)) return first;
+  return unit.isEmpty() ? metrics.elidedText(first, Qt::ElideRight, room) : unit;
+}
 
 }  // namespace
 
 TSensorsChart::TSensorsChart(QWidget* parent) : TTimeChart(TAxisUnit::Days, parent) {
   setAccessibleName(tr("Sensors chart"));
-  SetNothing(tr("No sensor readings"));
+  SetPlaceholder(tr("No sensor readings"));
   FAxes[static_cast<std::size_t>(TSensorAxis::LeftInner)] = &ValueAxis();
   new TPainted(&Rect(), "main", [this](QCPPainter& painter) { PaintSensors(painter); });
-  new TPainted(&Rect(), "marks", [this](QCPPainter& painter) { PaintHovered(painter); });
+  new TPainted(&Rect(), "marks", [this](QCPPainter& painter) {
+    if (HasData() && FHovered) PaintMoment(painter, *this, *FHovered);
+  });
   Restyle();
   Clear();
 }
@@ -49,8 +72,7 @@ void TSensorsChart::PrepareExtraAxes() {
 }
 
 void TSensorsChart::Clear() {
-  FSeries.clear();
-  FListed.clear();
+  FSensors.Clear();
   FHovered.reset();
   FillLegend();
   SetFullRange(std::nullopt);
@@ -60,107 +82,34 @@ void TSensorsChart::Clear() {
 void TSensorsChart::SetSensors(const TSensorList& sensors, double startTime) {
   PrepareExtraAxes();
   Clear();
-  FStart = DrawableStart(startTime);
-  std::optional<std::pair<double, double>> range;
-  for (const TSensor& sensor : sensors.Sensors()) {
-    const TSensorSeries& series = FSeries.emplace_back(MakeSeries(sensor));
-    const auto readings = series.readings.Samples();
-    if (readings.empty()) continue;
-    const double first = DateTimeOf(FStart, readings.front().time);
-    const double last = DateTimeOf(FStart, readings.back().time);
-    range = range ? std::pair(std::min(range->first, first), std::max(range->second, last)) : std::pair(first, last);
-    FListed.push_back(FSeries.size() - 1);
-  }
-  TakeNamesAndColours();
-  for (std::size_t axis = 0; axis < kSensorAxisCount; ++axis) ChooseVisible(static_cast<TSensorAxis>(axis));
+  FSensors.Set(sensors, startTime);
   FillLegend();
-  SetFullRange(range);
+  SetFullRange(FSensors.TimeSpan());
   SetUpAxes();
-}
-
-TSensorsChart::TSensorSeries TSensorsChart::MakeSeries(const TSensor& sensor) const {
-  TSensorSeries series;
-  series.sensor = sensor.Name;
-  series.look = PlacedLook(sensor.Name);
-  series.readings.Set(sensor.Values());
-  const auto readings = series.readings.Samples();
-  series.extents.Set(readings.size(), [readings](std::size_t i) { return readings[i].xvalue; });
-  series.whole = series.extents.Whole();
-  return series;
-}
-
-TSensorLook TSensorsChart::PlacedLook(const std::string& sensor) const {
-  TSensorLook look = LookOf(sensor);
-  const auto moved = FMoved.find(sensor);
-  if (moved == FMoved.end()) return look;
-  look.axis = moved->second;
-  look.rank = kMovedRank;
-  return look;
-}
-
-void TSensorsChart::ChooseVisible(TSensorAxis axis) {
-  int least = std::numeric_limits<int>::max();
-  QString scale;  // of the sensor with that rank
-  for (const TSensorSeries& series : FSeries) {
-    if (series.look.axis != axis || series.readings.Samples().empty()) continue;
-    if (series.look.rank >= least) continue;
-    least = series.look.rank;
-    scale = series.look.scale;
-  }
-  std::set<std::string_view> shown;  // of several sensors of one name the first is enough to start with
-  for (TSensorSeries& series : FSeries) {
-    if (series.look.axis != axis) continue;
-    series.visible = series.look.scale == scale && !series.readings.Samples().empty() && !shown.contains(series.sensor);
-    if (series.visible) shown.insert(series.sensor);
-  }
 }
 
 void TSensorsChart::SetSensorVisible(std::size_t index, bool visible) {
-  if (index >= FSeries.size() || FSeries[index].visible == visible) return;
-  FSeries[index].visible = visible;
-  if (visible) ShowAlone(FSeries[index]);
-  ScaleAxis(FSeries[index].look.axis);
+  if (index >= FSensors.Series().size() || IsSensorVisible(index) == visible) return;
+  EmitHidden(FSensors.SetVisible(index, visible), index);
+  ScaleAxis(FSensors.Series()[index].look.axis);
   FillLegend();
   SetUpAxes();
 }
 
-// An axis has one scale.
-void TSensorsChart::ShowAlone(const TSensorSeries& chosen) {
-  QStringList hidden;
-  for (TSensorSeries& other : FSeries) {
-    if (other.look.axis != chosen.look.axis || other.look.scale == chosen.look.scale) continue;
-    if (std::exchange(other.visible, false)) hidden << other.name;
-  }
+void TSensorsChart::EmitHidden(const QStringList& hidden, std::size_t chosen) {
   if (hidden.isEmpty()) return;
-  emit CursorValueChanged(tr("%1 hidden: the axis shows %2").arg(hidden.join(", "), chosen.name));
+  emit CursorValueChanged(tr("%1 hidden: the axis shows %2").arg(hidden.join(", "), FSensors.Series()[chosen].name));
 }
 
 void TSensorsChart::MoveSensor(std::size_t index, TSensorAxis axis) {
-  if (index >= FSeries.size()) return;
+  if (index >= FSensors.Series().size()) return;
   PrepareExtraAxes();
-  TSensorSeries& chosen = FSeries[index];
-  const TSensorAxis before = chosen.look.axis;
-  FMoved[chosen.sensor] = axis;
-  if (LookOf(chosen.sensor).axis == axis) FMoved.erase(chosen.sensor);
-  for (TSensorSeries& series : FSeries) {
-    if (series.sensor == chosen.sensor) series.look = PlacedLook(series.sensor);
-  }
-  TakeNamesAndColours();
-  chosen.visible = !chosen.readings.Samples().empty();
-  if (chosen.visible) ShowAlone(chosen);
+  const TSensorAxis before = FSensors.Series()[index].look.axis;
+  EmitHidden(FSensors.Move(index, axis), index);
   ScaleAxis(before);
   ScaleAxis(axis);
   FillLegend();
   SetUpAxes();
-}
-
-std::vector<TSensorsChart::TListed> TSensorsChart::Listed() const {
-  std::vector<TListed> listed;
-  for (const std::size_t index : FListed) {
-    const TSensorSeries& series = FSeries[index];
-    listed.push_back({index, series.name, series.visible, series.look.axis});
-  }
-  return listed;
 }
 
 void TSensorsChart::SetHoveredTime(std::optional<double> time) {
@@ -170,32 +119,21 @@ void TSensorsChart::SetHoveredTime(std::optional<double> time) {
 }
 
 bool TSensorsChart::IsSensorVisible(std::size_t index) const {
-  return index < FSeries.size() && FSeries[index].visible;
+  return index < FSensors.Series().size() && FSensors.Series()[index].visible;
 }
 
 void TSensorsChart::SetSensorColour(std::string_view sensor, const QColor& colour) {
-  if (!FChoices.SetColour(sensor, colour)) return;
-  TakeNamesAndColours();
-  Restyle();
+  if (FSensors.SetColour(sensor, colour)) Restyle();
 }
 
 void TSensorsChart::SetSensorNames(std::map<std::string, std::string> names) {
-  if (!FChoices.SetNames(std::move(names))) return;
-  TakeNamesAndColours();
-  Restyle();
-}
-
-void TSensorsChart::TakeNamesAndColours() {
-  for (TSensorSeries& series : FSeries) {
-    series.name = FChoices.NameOf(series.sensor);
-    series.look.colour = FChoices.ColourOf(series.sensor);
-  }
+  if (FSensors.SetNames(std::move(names))) Restyle();
 }
 
 void TSensorsChart::SetAlarmLimits(std::map<std::string, std::pair<double, double>> limits) {
   if (FAlarms == limits) return;
   FAlarms = std::move(limits);
-  RescaleValues();
+  Range().RescaleValues();
 }
 
 void TSensorsChart::SetAxisColour(TSensorAxis axis, const QColor& colour) {
@@ -204,7 +142,7 @@ void TSensorsChart::SetAxisColour(TSensorAxis axis, const QColor& colour) {
 
 void TSensorsChart::SetAxisLocked(TSensorAxis axis, bool locked) {
   PrepareExtraAxes();
-  LockAxis(AxisOf(axis), locked);
+  Range().LockAxis(AxisOf(axis), locked);
 }
 
 void TSensorsChart::ScaleValues() {
@@ -213,36 +151,29 @@ void TSensorsChart::ScaleValues() {
 
 void TSensorsChart::ScaleAxis(TSensorAxis axis) {
   if (!FAxes[static_cast<std::size_t>(axis)]) return;
-  double least = std::numeric_limits<double>::infinity();
-  double largest = -least;
-  for (const TSensorSeries& series : FSeries) {
-    if (!series.visible || series.whole.IsEmpty() || series.look.axis != axis) continue;
-    least = std::min(least, double{series.whole.least});
-    largest = std::max(largest, double{series.whole.largest});
-  }
+  const TExtent extent = FSensors.ExtentOn(axis);
+  double min{extent.least};
+  double max{extent.largest};
   // Limits far away would press the readings flat.
-  const double near =
-      kLimitInSight * std::max(largest - least, kLeastSpan * std::max(std::fabs(least), std::fabs(largest)));
-  const double lowest = least - near;
-  const double highest = largest + near;
-  for (const TSensorSeries& series : FSeries) {
+  const double near = kLimitInSight * std::max(max - min, kMinSpan * std::max(std::fabs(min), std::fabs(max)));
+  const double lowest = min - near;
+  const double highest = max + near;
+  for (const TSensorSeries& series : FSensors.Series()) {
     const auto limits = FAlarms.find(series.sensor);
     if (!series.visible || series.look.axis != axis || limits == FAlarms.end()) continue;
     for (const double limit : {limits->second.first, limits->second.second}) {
       if (!(limit >= lowest && limit <= highest)) continue;
-      least = std::min(least, limit);
-      largest = std::max(largest, limit);
+      min = std::min(min, limit);
+      max = std::max(max, limit);
     }
   }
-  AxisOf(axis).setRange(ScaleAround(least, largest));
+  AxisOf(axis).setRange(ScaleAround(min, max));
 }
 
 void TSensorsChart::SetUpAxes() {
   for (std::size_t i = 0; i < kSensorAxisCount; ++i) {
     if (!FAxes[i]) continue;
-    FAxes[i]->setVisible(std::ranges::any_of(FSeries, [i](const TSensorSeries& series) {
-      return series.visible && series.look.axis == static_cast<TSensorAxis>(i);
-    }));
+    FAxes[i]->setVisible(FSensors.IsUsed(static_cast<TSensorAxis>(i)));
     StyleAxis(*FAxes[i], InkOf(static_cast<TSensorAxis>(i)));
   }
   bool taken = false;
@@ -258,15 +189,7 @@ void TSensorsChart::SetUpAxes() {
 
 // The settings give an axis its colour; one that moved sensors have to themselves takes theirs.
 QColor TSensorsChart::InkOf(TSensorAxis axis) const {
-  const TSensorSeries* moved = nullptr;
-  for (const TSensorSeries& series : FSeries) {
-    if (!series.visible || series.look.axis != axis) continue;
-    if (series.look.rank != kMovedRank) {
-      moved = nullptr;
-      break;
-    }
-    if (moved == nullptr) moved = &series;
-  }
+  const TSensorSeries* moved = FSensors.MovedOnly(axis);
   return moved ? InkOf(*moved) : SensorInk(palette(), FAxisColours[static_cast<std::size_t>(axis)]);
 }
 
@@ -278,49 +201,28 @@ void TSensorsChart::Restyle() {
 
 void TSensorsChart::FillLegend() {
   std::vector<TLegendEntry> entries;
-  for (const std::size_t index : FListed) {
-    const TSensorSeries& series = FSeries[index];
+  for (const std::size_t index : FSensors.Listed()) {
+    const TSensorSeries& series = FSensors.Series()[index];
     entries.push_back({series.name, InkOf(series), series.visible});
   }
   Legend().SetEntries(std::move(entries));
 }
 
 void TSensorsChart::Prepare() {
+  const QFontMetrics metrics(font(), this);
   for (std::size_t i = 0; i < kSensorAxisCount; ++i) {
     if (!FAxes[i] || !FAxes[i]->visible()) continue;
-    FAxes[i]->setLabel(TitleOf(static_cast<TSensorAxis>(i), Rect().height()));
+    FAxes[i]->setLabel(TitleWithin(FSensors.TitleOf(static_cast<TSensorAxis>(i)), metrics, Rect().height()));
   }
-}
-
-// The names and unit as far as there is room: all names, the first, the unit alone.
-QString TSensorsChart::TitleOf(TSensorAxis axis, int room) const {
-  QStringList names;
-  QString unit;
-  for (const TSensorSeries& series : FSeries) {
-    if (!series.visible || series.look.axis != axis) continue;
-    if (!names.contains(series.name)) names.append(series.name);
-    unit = series.look.unit;
-  }
-  const QString inUnit = unit.isEmpty() ? QString() : QString(" (%1)").arg(unit);
-  QString all = names.join(", ") + inUnit;
-  const QFontMetrics metrics(font(), this);
-  const auto fits = [&](const QString& title) { return metrics.horizontalAdvance(title) <= room; };
-  if (names.isEmpty() || fits(all)) return all;
-  QString first = names.front() + (names.size() > 1 ? QString(", …") : QString()) + inUnit;
-  if (fits(first)) return first;
-  return unit.isEmpty() ? metrics.elidedText(first, Qt::ElideRight, room) : unit;
-}
-
-double TSensorsChart::MsOf(double dateTime) const {
-  return (dateTime - FStart) * kMsPerDay;
 }
 
 void TSensorsChart::PaintSensors(QCPPainter& painter) {
   PaintAlarms(painter);
-  const auto [first, last] = TimeRange();
-  const auto [from, to] = WithRounding(MsOf(first), MsOf(last), (std::fabs(FStart) + std::fabs(last)) * kMsPerDay);
+  const auto [first, last] = Range().Times();
+  const auto [from, to] = WithRounding(FSensors.MsOf(first), FSensors.MsOf(last),
+                                       (std::fabs(FSensors.Start()) + std::fabs(last)) * kMsPerDay);
   const TColumns columns = ColumnsOf(TimeAxis(), painter, from, to);
-  for (const TSensorSeries& series : FSeries) {
+  for (const TSensorSeries& series : FSensors.Series()) {
     if (!series.visible || series.whole.IsEmpty()) continue;
     const auto readings = series.readings.Samples();
     Envelope(
@@ -328,15 +230,17 @@ void TSensorsChart::PaintSensors(QCPPainter& painter) {
         [readings](std::size_t i) { return readings[i].xvalue; }, series.extents, columns, FEnvelope);
     painter.setAntialiasing(true);
     const QCPAxis& values = AxisOf(series.look.axis);
-    DrawEnvelope(painter, TimeAxis(), values, FEnvelope, QPen(InkOf(series), kLineWidth), FStart, 1 / kMsPerDay);
-    if (PointsVisible()) DrawLoneDots(painter, TimeAxis(), values, FEnvelope, InkOf(series), FStart, 1 / kMsPerDay);
+    DrawEnvelope(painter, TimeAxis(), values, FEnvelope, QPen(InkOf(series), kLineWidth), FSensors.Start(),
+                 1 / kMsPerDay);
+    if (PointsVisible())
+      DrawLoneDots(painter, TimeAxis(), values, FEnvelope, InkOf(series), FSensors.Start(), 1 / kMsPerDay);
   }
 }
 
 void TSensorsChart::PaintAlarms(QCPPainter& painter) const {
   painter.setFont(font());
   std::set<std::string_view> drawn;  // several sensors of one name share their limits
-  for (const TSensorSeries& series : FSeries) {
+  for (const TSensorSeries& series : FSensors.Series()) {
     const auto limits = FAlarms.find(series.sensor);
     if (!series.visible || limits == FAlarms.end() || !drawn.insert(series.sensor).second) continue;
     const auto draw = [&](double limit, Qt::AlignmentFlag side) {
@@ -349,29 +253,20 @@ void TSensorsChart::PaintAlarms(QCPPainter& painter) const {
   }
 }
 
-void TSensorsChart::PaintHovered(QCPPainter& painter) const {
-  const QRect rect = Rect().rect();
-  const double x = FHovered ? TimeAxis().coordToPixel(*FHovered) : -1;
-  if (!HasData() || !(x >= rect.left() - 1 && x <= rect.right() + 1)) return;
-  painter.setAntialiasing(false);
-  painter.setPen(QPen(palette().color(QPalette::Highlight), 1, Qt::DotLine));
-  painter.drawLine(QPointF(x, rect.top()), QPointF(x, rect.bottom()));
-}
-
 void TSensorsChart::Clicked(const QPointF& position) {
   const auto entry = Legend().EntryAt(position);
-  if (!entry || *entry >= FListed.size()) return;
-  const std::size_t index = FListed[*entry];
-  SetSensorVisible(index, !FSeries[index].visible);
-  emit SensorVisibleChanged(index, FSeries[index].visible);
+  if (!entry || *entry >= FSensors.Listed().size()) return;
+  const std::size_t index = FSensors.Listed()[*entry];
+  SetSensorVisible(index, !FSensors.Series()[index].visible);
+  emit SensorVisibleChanged(index, FSensors.Series()[index].visible);
 }
 
 QPointF TSensorsChart::PlaceOf(const TSensorSeries& series, const TSensorValue& reading) const {
-  return {TimeAxis().coordToPixel(DateTimeOf(FStart, reading.time)),
+  return {TimeAxis().coordToPixel(DateTimeOf(FSensors.Start(), reading.time)),
           AxisOf(series.look.axis).coordToPixel(double{reading.xvalue})};
 }
 
-TTimeChart::TReading TSensorsChart::ReadingOf(const TSensorSeries& series, const TSensorValue& reading) const {
+TReading TSensorsChart::ReadingOf(const TSensorSeries& series, const TSensorValue& reading) const {
   const bool finite = std::isfinite(reading.xvalue);
   const QString number = finite ? Figure(double{reading.xvalue}) : QString("–");
   TReading result{QString("%1 %2 %3").arg(series.name, number, series.look.unit).trimmed(), InkOf(series),
@@ -380,12 +275,12 @@ TTimeChart::TReading TSensorsChart::ReadingOf(const TSensorSeries& series, const
   return result;
 }
 
-std::vector<TTimeChart::TReading> TSensorsChart::ReadingsAt(double time) const {
-  const double ms = MsOf(time);
+std::vector<TReading> TSensorsChart::ReadingsAt(double time) const {
+  const double ms = FSensors.MsOf(time);
   std::vector<TReading> readings;
-  for (const TSensorSeries& series : FSeries) {
+  for (const TSensorSeries& series : FSensors.Series()) {
     if (!series.visible || series.readings.Samples().empty()) continue;
-    if (readings.size() == kMostCursorValues) {
+    if (readings.size() == kMaxCursorValues) {
       readings.push_back({"…", FaintInk(), std::nullopt});
       break;
     }
@@ -394,11 +289,11 @@ std::vector<TTimeChart::TReading> TSensorsChart::ReadingsAt(double time) const {
   return readings;
 }
 
-std::optional<TTimeChart::TReading> TSensorsChart::NearestTo(const QPointF& position) const {
-  const double ms = MsOf(TimeAxis().pixelToCoord(position.x()));
+std::optional<TReading> TSensorsChart::NearestTo(const QPointF& position) const {
+  const double ms = FSensors.MsOf(TimeAxis().pixelToCoord(position.x()));
   std::optional<TReading> nearest;
-  double least = std::numeric_limits<double>::infinity();
-  for (const TSensorSeries& series : FSeries) {
+  double minDistance = std::numeric_limits<double>::infinity();
+  for (const TSensorSeries& series : FSensors.Series()) {
     if (!series.visible || series.whole.IsEmpty()) continue;
     const auto readings = series.readings.Samples();
     const auto across = [&](std::size_t i) { return std::fabs(PlaceOf(series, readings[i]).x() - position.x()); };
@@ -407,10 +302,39 @@ std::optional<TTimeChart::TReading> TSensorsChart::NearestTo(const QPointF& posi
       return std::hypot(away.x(), away.y());
     };
     const auto found = NearestOnScreen(readings.size(), series.readings.Nearest(ms), across, distance);
-    if (!found || distance(*found) >= least) continue;
-    least = distance(*found);
+    if (!found || distance(*found) >= minDistance) continue;
+    minDistance = distance(*found);
     nearest = ReadingOf(series, readings[*found]);
-    nearest->text += tr(" at %1").arg(MomentText(DateTimeOf(FStart, readings[*found].time)));
+    nearest->text += tr(" at %1").arg(MomentText(DateTimeOf(FSensors.Start(), readings[*found].time)));
   }
   return nearest;
+}
+
+std::vector<TReading> TSensorsChart::DifferencesBetween(double a, double b) const {
+  std::vector<TReading> differences;
+  for (const TSensorSeries& series : FSensors.Series()) {
+    const auto readings = series.readings.Samples();
+    if (!series.visible || readings.empty()) continue;
+    const double change = double{readings[series.readings.Nearest(FSensors.MsOf(b))].xvalue} -
+                          double{readings[series.readings.Nearest(FSensors.MsOf(a))].xvalue};
+    const QString number = std::isfinite(change) ? Figure(change) : QString(kNoNumber);
+    differences.push_back(
+        {QString("Δ%1 %2 %3").arg(series.name, number, series.look.unit).trimmed(), InkOf(series), std::nullopt});
+  }
+  return differences;
+}
+
+TRangeTable TSensorsChart::VisibleStatistics() const {
+  if (!HasData()) return {};
+  const auto [from, to] = Range().Times();
+  TRangeTable table = SeriesTable(tr("%1 … %2").arg(MomentText(from), MomentText(to)));
+  for (const TSensorSeries& series : FSensors.Series()) {
+    const auto readings = series.readings.Samples();
+    if (!series.visible || readings.empty()) continue;
+    const auto timeAt = [&](std::size_t i) { return DateTimeOf(FSensors.Start(), readings[i].time); };
+    const auto valueAt = [readings](std::size_t i) { return readings[i].xvalue; };
+    table.rows.push_back(
+        SeriesRow(series.name, series.look.unit, StatisticsIn(Range().Times(), readings.size(), timeAt, valueAt)));
+  }
+  return table;
 }

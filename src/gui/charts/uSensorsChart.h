@@ -9,10 +9,8 @@
 #include <utility>
 #include <vector>
 
-#include "analysis/uExtents.h"
-#include "gui/charts/uInTimeOrder.h"
 #include "gui/charts/uSensorLooks.h"
-#include "gui/charts/uSeries.h"
+#include "gui/charts/uShownSensors.h"
 #include "gui/charts/uTimeChart.h"
 #include "model/uOtherSensors.h"
 
@@ -41,14 +39,8 @@ class TSensorsChart final : public TTimeChart {
   // Shows it on another value axis, where those of another unit make room for it. All of this name move; away
   // from where they belong they stay from recording to recording, come first, and give the axis their colour.
   void MoveSensor(std::size_t index, TSensorAxis axis);
-  struct TListed {
-    std::size_t index;  // in the list
-    QString name;
-    bool visible;
-    TSensorAxis axis;
-  };
-  // The sensors with readings, as the legend names them.
-  [[nodiscard]] std::vector<TListed> Listed() const;
+  // What is shown of each sensor.
+  [[nodiscard]] const TShownSensors& Sensors() const { return FSensors; }
   // Marks a moment, a date-time.
   void SetHoveredTime(std::optional<double> time);
 
@@ -75,24 +67,10 @@ class TSensorsChart final : public TTimeChart {
   void Prepare() override;
 
  private:
-  struct TSensorSeries {
-    std::string sensor;  // its name in the list
-    QString name;        // what people call it
-    TSensorLook look;
-    bool visible = false;
-    TInTimeOrder<TSensorValue> readings;
-    TExtents extents;
-    TExtent whole;  // empty without a finite reading
-  };
-
-  TSensorSeries MakeSeries(const TSensor& sensor) const;
-  [[nodiscard]] TSensorLook PlacedLook(const std::string& sensor) const;
-  void ChooseVisible(TSensorAxis axis);
-  void ShowAlone(const TSensorSeries& chosen);
-  void PaintHovered(QCPPainter& painter) const;
+  // Sensors made room for a chosen one.
+  void EmitHidden(const QStringList& hidden, std::size_t chosen);
   void ScaleAxis(TSensorAxis axis);
   void FillLegend();
-  void TakeNamesAndColours();
   void PaintSensors(QCPPainter& painter);
   void PaintAlarms(QCPPainter& painter) const;
   [[nodiscard]] QColor InkOf(const TSensorSeries& series) const { return SensorInk(palette(), series.look.colour); }
@@ -101,17 +79,11 @@ class TSensorsChart final : public TTimeChart {
   // "RH 41.5 %RH"
   [[nodiscard]] TReading ReadingOf(const TSensorSeries& series, const TSensorValue& reading) const;
   [[nodiscard]] QCPAxis& AxisOf(TSensorAxis axis) const { return *FAxes[static_cast<std::size_t>(axis)]; }
-  [[nodiscard]] QString TitleOf(TSensorAxis axis, int room) const;
-  [[nodiscard]] double MsOf(double dateTime) const;
 
   std::array<QCPAxis*, kSensorAxisCount> FAxes{};
   std::array<QColor, kSensorAxisCount> FAxisColours = kSensorAxisColours;
-  TSensorChoices FChoices;
-  std::map<std::string, TSensorAxis> FMoved;  // by the user
+  TShownSensors FSensors;
   std::map<std::string, std::pair<double, double>> FAlarms;
-  double FStart = 0;
-  std::vector<TSensorSeries> FSeries;     // as in the list
-  std::vector<std::size_t> FListed;       // the sensor of each legend entry
   std::optional<double> FHovered;         // a date-time
   std::vector<TEnvelopePoint> FEnvelope;  // of a replot, kept for its memory
 };

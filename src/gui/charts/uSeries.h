@@ -9,6 +9,8 @@
 #include <string>
 #include <utility>
 
+#include "analysis/uShockMetrics.h"
+#include "model/uEvents.h"
 #include "shell/uSettingsSchema.h"
 
 enum class TSeries { X, Y, Z, Total };
@@ -18,6 +20,21 @@ inline constexpr std::array<TSeries, kSeriesCount> kAllSeries = {TSeries::X, TSe
 inline QString NameOf(TSeries series) {
   const std::array names = {QObject::tr("X"), QObject::tr("Y"), QObject::tr("Z"), QObject::tr("Total")};
   return names[static_cast<std::size_t>(series)];
+}
+
+// g of one sample; the total is the vector magnitude.
+inline float ValueOf(const TEventValue& sample, TSeries series) {
+  switch (series) {
+    case TSeries::X:
+      return sample.xvalue;
+    case TSeries::Y:
+      return sample.yvalue;
+    case TSeries::Z:
+      return sample.zvalue;
+    case TSeries::Total:
+      break;
+  }
+  return static_cast<float>(Magnitude(sample));
 }
 
 // On light ground; InkOn makes them readable on dark.

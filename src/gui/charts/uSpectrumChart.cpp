@@ -6,13 +6,14 @@
 #include <limits>
 #include <utility>
 
+#include "gui/charts/uChartPaint.h"
 #include "gui/common/uQtText.h"
 
 namespace {
 
 constexpr double kDecibelInSight = 120;  // below the largest line
 constexpr double kGroupPart = 0.8;       // of the room of a line, for its bars
-constexpr double kLeastBar = 2;          // px; thinner bars stand behind each other
+constexpr double kMinBar = 2;            // px; thinner bars stand behind each other
 constexpr double kWordsRoom = 0.06;      // of the values, above
 
 QString AxisTitle(TSpectrumType type) {
@@ -76,7 +77,7 @@ void TSpectrumChart::Recalculate() {
   if (FSpectrum.lines.empty()) return Calculate();
   FSpectrum = CalcSpectrum(FEvent->Values(), FType, FWindow);
   ShowTitle();
-  RescaleValues();
+  Range().RescaleValues();
 }
 
 void TSpectrumChart::showEvent(QShowEvent* event) {
@@ -89,7 +90,7 @@ void TSpectrumChart::Calculate() {
   FSpectrum = {};
   if (FEvent != nullptr && !FOutdated) FSpectrum = CalcSpectrum(FEvent->Values(), FType, FWindow);
   const std::string why = WhyNoSpectrum(FSpectrum);
-  SetNothing(why.empty() ? tr("No event selected") : QtText(why));
+  SetPlaceholder(why.empty() ? tr("No event selected") : QtText(why));
   if (FSpectrum.lines.empty()) {
     Legend().SetTitle({});
     return SetFullRange(std::nullopt);
@@ -130,7 +131,7 @@ void TSpectrumChart::ShowTitle() {
 
 void TSpectrumChart::SeriesChanged() {
   if (!FSpectrum.lines.empty()) ShowTitle();
-  RescaleValues();
+  Range().RescaleValues();
 }
 
 std::vector<TSpectrumChart::TBarSeries> TSpectrumChart::VisibleBars() const {
@@ -141,21 +142,21 @@ std::vector<TSpectrumChart::TBarSeries> TSpectrumChart::VisibleBars() const {
 
 // The constant part would press the lines flat, so it has no say.
 void TSpectrumChart::ScaleValues() {
-  double least = std::numeric_limits<double>::infinity();
-  double largest = -least;
+  double min = std::numeric_limits<double>::infinity();
+  double max = -min;
   for (const TBarSeries& bar : VisibleBars()) {
     for (std::size_t i = 1; i < FSpectrum.lines.size(); ++i) {
       const double value = FSpectrum.lines[i].*bar.value;
       if (!std::isfinite(value)) continue;
-      least = std::min(least, value);
-      largest = std::max(largest, value);
+      min = std::min(min, value);
+      max = std::max(max, value);
     }
   }
-  if (!(least <= largest)) return ValueAxis().setRange(0, 1);
+  if (!(min <= max)) return ValueAxis().setRange(0, 1);
   if (FType == TSpectrumType::Decibel) {
-    return ValueAxis().setRange(ScaleAround(std::max(least, largest - kDecibelInSight), largest));
+    return ValueAxis().setRange(ScaleAround(std::max(min, max - kDecibelInSight), max));
   }
-  ValueAxis().setRange(0, largest > 0 ? largest * (1 + kWordsRoom) : 1);
+  ValueAxis().setRange(0, max > 0 ? max * (1 + kWordsRoom) : 1);
 }
 
 double TSpectrumChart::Step() const {
@@ -168,7 +169,7 @@ std::size_t TSpectrumChart::LineAt(double hertz) const {
 }
 
 void TSpectrumChart::PaintBars(QCPPainter& painter) const {
-  const auto [from, to] = TimeRange();
+  const auto [from, to] = Range().Times();
   if (to < -Step() || from > FSpectrum.lines.back().hertz + Step()) return;
   const std::size_t begin = LineAt(from);
   const std::size_t end = LineAt(to) + 1;
@@ -177,7 +178,7 @@ void TSpectrumChart::PaintBars(QCPPainter& painter) const {
   painter.setClipRect(Rect().rect(), Qt::IntersectClip);
   const double room = TimeAxis().coordToPixel(Step()) - TimeAxis().coordToPixel(0);
   const auto count = static_cast<double>(VisibleBars().size());
-  if (room * kGroupPart >= kLeastBar * count) {
+  if (room * kGroupPart >= kMinBar * count) {
     PaintGroups(painter, begin, end);
   } else {
     PaintColumns(painter, begin, end);
@@ -226,9 +227,9 @@ void TSpectrumChart::PaintColumns(QCPPainter& painter, std::size_t begin, std::s
     while (next < end && TimeAxis().coordToPixel(FSpectrum.lines[next].hertz) < x + 1) ++next;
     columns.clear();
     for (const TBarSeries& bar : bars) {
-      double largest = -std::numeric_limits<double>::infinity();
-      for (std::size_t k = i; k < next; ++k) largest = std::fmax(largest, FSpectrum.lines[k].*bar.value);
-      columns.push_back({largest, bar.series});
+      double max = -std::numeric_limits<double>::infinity();
+      for (std::size_t k = i; k < next; ++k) max = std::fmax(max, FSpectrum.lines[k].*bar.value);
+      columns.push_back({max, bar.series});
     }
     std::ranges::stable_sort(columns, std::ranges::greater(), &TColumn::value);
     const double width = next < end ? TimeAxis().coordToPixel(FSpectrum.lines[next].hertz) - x : 1;
@@ -244,7 +245,7 @@ QString TSpectrumChart::MomentText(double hertz) const {
   return tr("%1 Hz").arg(Digits(FSpectrum.lines[LineAt(hertz)].hertz, kDigits));
 }
 
-TTimeChart::TReading TSpectrumChart::ReadingOf(std::size_t line, const TBarSeries& bar) const {
+TReading TSpectrumChart::ReadingOf(std::size_t line, const TBarSeries& bar) const {
   const double value = FSpectrum.lines[line].*bar.value;
   TReading reading{QString("%1 %2 %3").arg(NameOf(bar.series), Digits(value, kDigits), UnitOf(FType)),
                    InkOf(bar.series), std::nullopt};
@@ -254,7 +255,7 @@ TTimeChart::TReading TSpectrumChart::ReadingOf(std::size_t line, const TBarSerie
   return reading;
 }
 
-std::vector<TTimeChart::TReading> TSpectrumChart::ReadingsAt(double hertz) const {
+std::vector<TReading> TSpectrumChart::ReadingsAt(double hertz) const {
   std::vector<TReading> readings;
   if (FSpectrum.lines.empty()) return readings;
   for (const TBarSeries& bar : VisibleBars()) readings.push_back(ReadingOf(LineAt(hertz), bar));
@@ -262,7 +263,7 @@ std::vector<TTimeChart::TReading> TSpectrumChart::ReadingsAt(double hertz) const
 }
 
 // Of the bars of the line under the pointer the one whose top is nearest.
-std::optional<TTimeChart::TReading> TSpectrumChart::NearestTo(const QPointF& position) const {
+std::optional<TReading> TSpectrumChart::NearestTo(const QPointF& position) const {
   const double hertz = TimeAxis().pixelToCoord(position.x());
   std::optional<TReading> nearest;
   for (TReading& reading : ReadingsAt(hertz)) {
@@ -273,4 +274,38 @@ std::optional<TTimeChart::TReading> TSpectrumChart::NearestTo(const QPointF& pos
   }
   if (nearest) nearest->text += tr(" at %1").arg(MomentText(hertz));
   return nearest;
+}
+
+double TSpectrumChart::CursorMoment(double hertz) const {
+  return FSpectrum.lines.empty() ? hertz : FSpectrum.lines[LineAt(hertz)].hertz;
+}
+
+QStringList TSpectrumChart::SpanTexts(double span) const {
+  return {tr("Δf %1 Hz").arg(StatisticsNumber(span))};
+}
+
+std::vector<TReading> TSpectrumChart::DifferencesBetween(double a, double b) const {
+  if (FSpectrum.lines.empty()) return {};
+  std::vector<TReading> differences;
+  for (const TBarSeries& bar : VisibleBars()) {
+    const double change = FSpectrum.lines[LineAt(b)].*bar.value - FSpectrum.lines[LineAt(a)].*bar.value;
+    differences.push_back({tr("Δ%1 %2 %3").arg(NameOf(bar.series), StatisticsNumber(change), UnitOf(FType)),
+                           InkOf(bar.series), std::nullopt});
+  }
+  return differences;
+}
+
+TRangeTable TSpectrumChart::VisibleStatistics() const {
+  if (!HasData()) return {};
+  const auto [from, to] = Range().Times();
+  TRangeTable table = SeriesTable(tr("%1 … %2 Hz").arg(StatisticsNumber(from), StatisticsNumber(to)));
+  table.titles[2] = tr("Lines");
+  const auto& lines = FSpectrum.lines;
+  const auto hertzAt = [&](std::size_t i) { return lines[i].hertz; };
+  for (const TBarSeries& bar : VisibleBars()) {
+    const auto valueAt = [&](std::size_t i) { return lines[i].*bar.value; };
+    table.rows.push_back(
+        SeriesRow(NameOf(bar.series), UnitOf(FType), StatisticsIn(Range().Times(), lines.size(), hertzAt, valueAt)));
+  }
+  return table;
 }

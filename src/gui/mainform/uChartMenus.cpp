@@ -88,8 +88,8 @@ void AddNamed(QMenu& menu, const TKorvexMainForm& form, const char* name) {
 }
 
 QString CursorsText(const TTimeChart& chart) {
-  if (chart.Cursors()[1]) return QObject::tr("Take the cursors away");
-  return chart.Cursors()[0] ? QObject::tr("Set cursor B") : QObject::tr("Set cursor A");
+  if (chart.Cursors().Times()[1]) return QObject::tr("Take the cursors away");
+  return chart.Cursors().Times()[0] ? QObject::tr("Set cursor B") : QObject::tr("Set cursor A");
 }
 
 void AddSensors(QMenu& menu, TSensorsChart& chart) {
@@ -98,7 +98,8 @@ void AddSensors(QMenu& menu, TSensorsChart& chart) {
                                                            {TSensorAxis::LeftInner, "Left inner axis"},
                                                            {TSensorAxis::RightInner, "Right inner axis"},
                                                            {TSensorAxis::RightOuter, "Right outer axis"}};
-  for (const TSensorsChart::TListed& sensor : chart.Listed()) {
+  for (const std::size_t index : chart.Sensors().Listed()) {
+    const TSensorSeries& sensor = chart.Sensors().Series()[index];
     if (sensors->actions().size() == kMostSensors) {
       sensors->addAction("…")->setEnabled(false);
       break;
@@ -107,18 +108,16 @@ void AddSensors(QMenu& menu, TSensorsChart& chart) {
     QAction* show = one->addAction(QObject::tr("Show"));
     show->setCheckable(true);
     show->setChecked(sensor.visible);
-    QObject::connect(show, &QAction::toggled, &chart,
-                     [&chart, index = sensor.index](bool on) { chart.SetSensorVisible(index, on); });
+    QObject::connect(show, &QAction::toggled, &chart, [&chart, index](bool on) { chart.SetSensorVisible(index, on); });
     one->addSection(QObject::tr("Move to"));
     auto* group = new QActionGroup(one);
     for (const auto& [axis, caption] : kAxes) {
       QAction* move = one->addAction(QObject::tr(caption));
       move->setCheckable(true);
-      move->setChecked(axis == sensor.axis);
+      move->setChecked(axis == sensor.look.axis);
       group->addAction(move);
       const TSensorAxis to = axis;
-      QObject::connect(move, &QAction::triggered, &chart,
-                       [&chart, index = sensor.index, to] { chart.MoveSensor(index, to); });
+      QObject::connect(move, &QAction::triggered, &chart, [&chart, index, to] { chart.MoveSensor(index, to); });
     }
   }
   sensors->setEnabled(!sensors->isEmpty());
@@ -136,10 +135,10 @@ void ShowMenu(TKorvexMainForm& form, TTimeChart& chart, const QPoint& at) {
       action->setEnabled(chart.HasData());
       QObject::connect(action, &QAction::triggered, &form, [&form, run] { Guarded(&form, run); });
     };
-    add("mnuChartReset", "zoom-fit-best", QObject::tr("Reset zoom\tF"), [&chart] { chart.ResetByUser(); });
+    add("mnuChartReset", "zoom-fit-best", QObject::tr("Reset zoom\tF"), [&chart] { chart.Range().ResetByUser(); });
     add("mnuChartStatistics", "view-statistics", QObject::tr("Statistics of the visible range…\tR"),
         [&form, &chart] { ShowStatistics(form, chart); });
-    add("mnuChartCursors", "measure", CursorsText(chart) + "\tC", [&chart] { chart.StepCursors(); });
+    add("mnuChartCursors", "measure", CursorsText(chart) + "\tC", [&chart] { chart.Gestures().StepCursors(); });
     menu->addSeparator();
   }
   if (auto* sensors = qobject_cast<TSensorsChart*>(&chart)) AddSensors(*menu, *sensors);

@@ -6,6 +6,8 @@
 #include <type_traits>
 
 #include "analysis/uMissionDatasets.h"
+#include "gui/charts/uChartGestures.h"
+#include "gui/charts/uChartMarks.h"
 #include "gui/charts/uEventsChart.h"
 #include "gui/charts/uSelectedEventChart.h"
 #include "gui/charts/uSensorsChart.h"
@@ -108,21 +110,30 @@ void OpenMenu(TTargets on, bool /*checked*/) {
   on.form.findChild<QMenu*>(Menu)->popup(QCursor::pos());
 }
 
+// Of a chart or of its marks.
+template <auto Set>
+void SetOf(auto& chart, bool checked) {
+  if constexpr (std::is_invocable_v<decltype(Set), TChartMarks&, bool>) {
+    (chart.Marks().*Set)(checked);
+  } else {
+    (chart.*Set)(checked);
+  }
+}
 // There are two events charts, and they look alike.
 template <auto Set>
 void BothEventsCharts(TTargets on, bool checked) {
-  (on.parts.overview->Chart1()->*Set)(checked);
-  (on.parts.shock->Chart20()->*Set)(checked);
+  SetOf<Set>(*on.parts.overview->Chart1(), checked);
+  SetOf<Set>(*on.parts.shock->Chart20(), checked);
 }
 // The selected event has two charts as well, its curves and its spectrum.
 template <auto Set>
 void EventChart(TTargets on, bool checked) {
-  (on.parts.shock->Chart2()->*Set)(checked);
+  SetOf<Set>(*on.parts.shock->Chart2(), checked);
 }
 template <auto Set>
 void BothEventCharts(TTargets on, bool checked) {
-  (on.parts.shock->Chart2()->*Set)(checked);
-  (on.parts.shock->ChartSpecAnalysis()->*Set)(checked);
+  SetOf<Set>(*on.parts.shock->Chart2(), checked);
+  SetOf<Set>(*on.parts.shock->ChartSpecAnalysis(), checked);
 }
 template <TSeries Series>
 void ShowSeries(TTargets on, bool checked) {
@@ -135,7 +146,7 @@ void ShockView(TTargets on, bool checked) {
 }
 template <auto Set>
 void SensorsChart(TTargets on, bool checked) {
-  (on.parts.overview->ChartAllSensors()->*Set)(checked);
+  SetOf<Set>(*on.parts.overview->ChartAllSensors(), checked);
 }
 template <TSensorAxis Axis>
 void LockSensorsAxis(TTargets on, bool checked) {
@@ -154,7 +165,7 @@ TTimeChart& AllSensorsChart(TTargets on) {
 }
 template <TTimeChart& (*Chart)(TTargets)>
 void StepCursors(TTargets on, bool /*checked*/) {
-  Chart(on).StepCursors();
+  Chart(on).Gestures().StepCursors();
 }
 template <TTimeChart& (*Chart)(TTargets)>
 void VisibleStatistics(TTargets on, bool /*checked*/) {
@@ -254,7 +265,7 @@ constexpr TCommand kCommands[] = {
     {"actFileExit", nullptr, nullptr, "E&xit", "", "application-exit", "Ctrl+Q", 0, CloseForm},
 
     {"actShockEventsToolsIndicator", "dxBarShockEventsIndicator", "btngrpEventsChart", "Indicator", kIndicatorTip,
-     "snap-guideline", "Ctrl+I", kKept | kOfChart | kOn, BothEventsCharts<&TEventsChart::SetIndicatorVisible>},
+     "snap-guideline", "Ctrl+I", kKept | kOfChart | kOn, BothEventsCharts<&TChartMarks::SetIndicatorVisible>},
     {"actShockEventsGAxisLock", "barbtnShockEventsGAxisLock", "btngrpEventsChart", "Lock value axis", kAxisLockTip,
      "labplot-axis-vertical", "", kKept | kOfChart | kOn, BothEventsCharts<&TEventsChart::SetValueAxisLocked>},
     {"actShockShowX", "barbtnShockShowX", "btngrpShockSeries", "X", "Show acceleration X", "office-chart-line", "X",
@@ -276,21 +287,21 @@ constexpr TCommand kCommands[] = {
      "The selected event's spectrum in place of its curves", "office-chart-bar", "S", kKept | kOfChart,
      ShockView<&TMainShockPanel::SetSpectrumVisible>},
     {"actShockToolsIndicator", "dxBarShockIndicator", "btngrpShockTools", "Indicator", kIndicatorTip, "snap-guideline",
-     "I", kKept | kOfChart | kOn, BothEventCharts<&TTimeChart::SetIndicatorVisible>},
+     "I", kKept | kOfChart | kOn, BothEventCharts<&TChartMarks::SetIndicatorVisible>},
     {"actShockIndicatorMouseLock", "barbtnShockIndicatorMouseLock", "btngrpShockTools", "Lock indicator", kMouseLockTip,
-     "object-locked", "L", kKept | kOfChart | kOn, BothEventCharts<&TTimeChart::SetIndicatorLocked>},
+     "object-locked", "L", kKept | kOfChart | kOn, BothEventCharts<&TChartMarks::SetIndicatorLocked>},
     {"actShockToolsNearest", "barbtnShockToolsNearest", "btngrpShockTools", "Nearest", kNearestTip, "snap-node", "",
-     kKept | kOfChart, BothEventCharts<&TTimeChart::SetNearestVisible>},
+     kKept | kOfChart, BothEventCharts<&TChartMarks::SetNearestVisible>},
     {"actShockGAxisLock", "barbtnShockGAxisLock", "btngrpShockTools", "Lock value axis", kAxisLockTip,
      "labplot-axis-vertical", "", kKept | kOfChart | kOn, BothEventCharts<&TAccelerationChart::SetValueAxisLocked>},
     {"actSensorsToolsPoints", "dxBarSensorsPoints", "btngrpSensorsTools", "Points", kPointsTip, "office-chart-scatter",
      "", kKept | kOfChart | kOn, SensorsChart<&TSensorsChart::SetPointsVisible>},
     {"actSensorsToolsNearest", "dxBarSensorsNearest", "btngrpSensorsTools", "Nearest", kNearestTip, "snap-node", "",
-     kKept | kOfChart, SensorsChart<&TSensorsChart::SetNearestVisible>},
+     kKept | kOfChart, SensorsChart<&TChartMarks::SetNearestVisible>},
     {"actSensorsToolsIndicator", "dxBarSensorsIndicator", "btngrpSensorsTools", "Indicator", kIndicatorTip,
-     "snap-guideline", "Ctrl+Shift+I", kKept | kOfChart | kOn, SensorsChart<&TSensorsChart::SetIndicatorVisible>},
+     "snap-guideline", "Ctrl+Shift+I", kKept | kOfChart | kOn, SensorsChart<&TChartMarks::SetIndicatorVisible>},
     {"actSensorIndicatorMouseLock", "dxBarSensorsIndicatorLock", "btngrpSensorsTools", "Lock indicator", kMouseLockTip,
-     "object-locked", "", kKept | kOfChart | kOn, SensorsChart<&TSensorsChart::SetIndicatorLocked>},
+     "object-locked", "", kKept | kOfChart | kOn, SensorsChart<&TChartMarks::SetIndicatorLocked>},
     {"actSensorsAZoomLeftII", "dxBarSensorsLockLeftII", "btngrpSensorsAxes", "Left outer", kAxisLockTip,
      "labplot-axis-vertical", "", kKept | kOfChart | kOn, LockSensorsAxis<TSensorAxis::LeftOuter>},
     {"actSensorsAZoomLeftI", "dxBarSensorsLockLeftI", "btngrpSensorsAxes", "Left inner", kAxisLockTip,

@@ -279,7 +279,7 @@ void TMainScreen::EmptyGridsAndCharts() {
   TellLimits();
   for (TGrid* grid : FWindow.findChildren<TGrid*>()) grid->SetDataset(nullptr);
   for (TTimeChart* chart : FWindow.findChildren<TTimeChart*>()) {
-    chart->SetSynced(std::nullopt);
+    chart->Range().SetSynced(std::nullopt);
     chart->Clear();
   }
   FParts.shock->ShowCards({}, std::nullopt, {});
@@ -300,7 +300,7 @@ void TMainScreen::PopulateChartSeries(const TShownMission& mission) {
   // All of them show the same span at first, so that equal times stand above each other.
   for (TTimeChart* chart : std::initializer_list<TTimeChart*>{FParts.overview->Chart1(), FParts.shock->Chart20(),
                                                               FParts.overview->ChartAllSensors()}) {
-    chart->SetRecordingSpan(FParts.docks.ChartNavigator->FullRange());
+    chart->Range().SetRecordingSpan(FParts.docks.ChartNavigator->Range().Full());
   }
 }
 

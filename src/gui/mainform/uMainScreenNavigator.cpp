@@ -28,21 +28,21 @@ void TMainScreen::SetUnsyncedView(const std::optional<TTimeSpan>& view) {
 }
 
 TTimeSpan TMainScreen::ChartSpan(std::string_view chart) const {
-  const auto [start, end] = Control<TTimeChart>(chart).TimeRange();
+  const auto [start, end] = Control<TTimeChart>(chart).Range().Times();
   return {start, end};
 }
 
 void TMainScreen::SetChartSpan(std::string_view chart, const TTimeSpan& span) {
   auto& shown = Control<TTimeChart>(chart);
-  shown.SetTimeRange(span.start, span.end);
+  shown.Range().SetTimes(span.start, span.end);
   TellSynced(shown);
 }
 
 void TMainScreen::TellSynced(TTimeChart& chart) {
   if (FMission == nullptr) return;
-  const auto [start, end] = chart.TimeRange();
+  const auto [start, end] = chart.Range().Times();
   const TTimeSpan shown{start, end};
-  chart.SetSynced(shown == FMission->Band);
+  chart.Range().SetSynced(shown == FMission->Band);
   MarkUnsynced(&chart);
 }
 
@@ -52,7 +52,7 @@ void TMainScreen::MarkUnsynced(const TTimeChart* first) {
   std::optional<TTimeSpan> found;
   for (const TTimeChart* chart : std::initializer_list<const TTimeChart*>{
            FParts.overview->Chart1(), FParts.overview->ChartAllSensors(), FParts.shock->Chart20()}) {
-    const auto [start, end] = chart->TimeRange();
+    const auto [start, end] = chart->Range().Times();
     const TTimeSpan shown{start, end};
     if (chart->isVisible() && shown != FMission->Band && (!found || chart == first)) found = shown;
   }

@@ -109,7 +109,7 @@ void TMainShockPanel::SetSpectrumVisible(bool visible) {
 void TMainShockPanel::SetValuesVisible(bool visible) {
   FValues->setVisible(visible);
   if (visible && !std::exchange(FValuesShown, true)) FBelow->setSizes({360, 330, 300});
-  const auto pointed = FChart2->IndicatorTime();
+  const auto pointed = FChart2->Marks().IndicatorTime();
   if (visible && pointed) FValues->MarkSample(FChart2->NearestSample(*pointed));
 }
 

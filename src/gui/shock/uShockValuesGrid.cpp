@@ -44,7 +44,7 @@ QVariant TShockValuesModel::data(const QModelIndex& index, int role) const {
   const TEventValue& sample = FSamples[static_cast<std::size_t>(index.row())];
   if (index.column() == 0) return QtText(MaskFloat(FMasks.time, sample.time - FStart));
   const auto series = static_cast<TSeries>(index.column() - 1);
-  return QtText(MaskFloat(FMasks.acceleration, double{TSelectedEventChart::ValueOf(sample, series)}));
+  return QtText(MaskFloat(FMasks.acceleration, double{ValueOf(sample, series)}));
 }
 
 QVariant TShockValuesModel::headerData(int section, Qt::Orientation orientation, int role) const {

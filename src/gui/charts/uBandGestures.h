@@ -1,0 +1,50 @@
+// What mouse and keys do to the navigator's band: move it with its width kept, change its width. Nothing happens while
+// there is no band. It filters the events of the plot. Main thread only.
+#pragma once
+
+#include <QObject>
+#include <optional>
+
+#include "gui/charts/uChartRange.h"
+#include "gui/charts/uNavigatorBand.h"
+#include "navigation/uTimeNavigator.h"
+
+class TBandGestures final : public QObject {
+  Q_OBJECT
+
+ public:
+  TBandGestures(TChartPlot& plot, const TChartRange& range, const TNavigatorBand& band);
+
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  // The mouse holds the band no longer.
+  void LetGo() { FGrip = TGrip::None; }
+
+ signals:
+  // What the band is to be: date-times within the data, at least MinSpan apart. The band itself stays.
+  void Dragging(double start, double end);
+  void Resizing(double start, double end);
+
+ private:
+  enum class TGrip { None, Band, Start, End };
+
+  [[nodiscard]] bool HasBand() const { return FPlot.HasData() && FBand.IsVisible(); }
+  [[nodiscard]] TTimeSpan Band() const { return {FBand.Start(), FBand.End()}; }
+  [[nodiscard]] TTimeSpan Data() const;
+  [[nodiscard]] double MinBand() const;
+  [[nodiscard]] TGrip GripAt(const QPointF& position) const;
+  void Press(const QMouseEvent& event);
+  void Move(const QMouseEvent& event);
+  // False for a key that means nothing here.
+  bool PressKey(const QKeyEvent& event);
+  void MoveGrip(double time);
+  [[nodiscard]] std::optional<TTimeSpan> MovedByKey(int key) const;
+  [[nodiscard]] std::optional<TTimeSpan> ResizedByKey(int key) const;
+
+  TChartPlot& FPlot;
+  const TChartRange& FRange;
+  const TNavigatorBand& FBand;
+  TGrip FGrip = TGrip::None;    // held by the mouse
+  double FGripTime = 0;         // where it was taken, a date-time
+  TTimeSpan FGripBand{0, 0};    // the band then
+  TTimeSpan FBandBefore{0, 0};  // and before the press
+};

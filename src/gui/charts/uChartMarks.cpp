@@ -1,0 +1,162 @@
+#include "gui/charts/uChartMarks.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "gui/charts/uChartPaint.h"
+
+namespace {
+
+constexpr int kBoxGap = 6;  // px, between the line and the words beside it
+constexpr double kReadRadius = 2.5;
+constexpr double kNearestRadius = 5;
+
+double Sign(double value) {
+  return value == 0 ? 0 : std::copysign(1.0, value);
+}
+
+struct TPlace {
+  QPointF away;  // px, from the sample
+  Qt::Alignment side;
+};
+
+// The first side of a sample where words of this size fit: within the axes and clear of the taken box; else above.
+TPlace FreePlace(const QPointF& at, const QSizeF& size, const QRectF& taken, const QRectF& axes) {
+  constexpr double kAway = kNearestRadius + 2;
+  const TPlace places[] = {{{0, -kAway}, Qt::AlignHCenter | Qt::AlignBottom},
+                           {{0, kAway}, Qt::AlignHCenter | Qt::AlignTop},
+                           {{kAway, 0}, Qt::AlignLeft | Qt::AlignVCenter},
+                           {{-kAway, 0}, Qt::AlignRight | Qt::AlignVCenter}};
+  const auto* place = std::ranges::find_if(places, [&](const TPlace& each) {
+    QRectF box(QPointF(), size);
+    box.moveCenter(at + each.away +
+                   QPointF(Sign(each.away.x()) * size.width() / 2, Sign(each.away.y()) * size.height() / 2));
+    return !box.intersects(taken) && axes.contains(box);
+  });
+  return place == std::end(places) ? places[0] : *place;
+}
+
+}  // namespace
+
+TChartMarks::TChartMarks(TChartPlot& plot, const IChartReadings& readings) : FPlot(plot), FReadings(readings) {
+  new TPainted(&FPlot.Rect(), "marks", [this](QCPPainter& painter) { Paint(painter); });
+}
+
+void TChartMarks::SetIndicatorVisible(bool visible) {
+  if (std::exchange(FIndicator, visible) == visible) return;
+  FollowPointer();
+}
+
+void TChartMarks::SetIndicatorLocked(bool locked) {
+  if (std::exchange(FIndicatorLocked, locked) == locked) return;
+  FollowPointer();
+}
+
+void TChartMarks::SetNearestVisible(bool visible) {
+  if (std::exchange(FNearest, visible) == visible) return;
+  FPlot.RedrawMarks();
+}
+
+std::optional<double> TChartMarks::IndicatorTime() const {
+  if (!FIndicator || !FPlot.HasData()) return std::nullopt;
+  if (FPinned) return FPinned;
+  if (FHover) return FPlot.MomentAt(*FHover);
+  return std::nullopt;
+}
+
+void TChartMarks::Hover(const QPointF& position) {
+  const auto before = IndicatorTime();
+  const auto hoverBefore = FHover;
+  FHover.reset();
+  if (FPlot.Rect().rect().contains(position.toPoint())) {
+    FHover = position;
+    FAsked.reset();
+  }
+  const auto now = IndicatorTime();
+  if (now != before || (FNearest && FHover != hoverBefore)) FPlot.RedrawMarks();
+  if (now && now != before) emit IndicatorMoved(*now);
+}
+
+void TChartMarks::Ask(const QPointF& position) {
+  FAsked.reset();
+  if (FPlot.Rect().rect().contains(position.toPoint())) FAsked = FPlot.MomentAt(position);
+}
+
+std::optional<double> TChartMarks::PointedTime() const {
+  if (FHover) return FPlot.MomentAt(*FHover);
+  return FAsked ? FAsked : FPinned;
+}
+
+void TChartMarks::Pin(const QPointF& position) {
+  if (!FIndicator || !FIndicatorLocked || !FPlot.HasData()) return;
+  if (!FPlot.Rect().rect().contains(position.toPoint())) return;
+  FPinnedBefore = std::exchange(FPinned, FPlot.MomentAt(position));
+  FPlot.RedrawMarks();
+  EmitMoved();
+}
+
+bool TChartMarks::Unpin() {
+  if (!FPinned) return false;
+  FollowPointer();
+  return true;
+}
+
+void TChartMarks::FollowPointer() {
+  FPinned = FPinnedBefore = std::nullopt;
+  FPlot.RedrawMarks();
+  EmitMoved();
+}
+
+void TChartMarks::EmitMoved() {
+  if (const auto now = IndicatorTime()) emit IndicatorMoved(*now);
+}
+
+void TChartMarks::Paint(QCPPainter& painter) const {
+  painter.setFont(FPlot.font());
+  QRectF taken;
+  if (const auto time = IndicatorTime()) taken = PaintIndicator(painter, *time);
+  if (!FNearest || !FPlot.HasData() || !FHover) return;
+  const auto nearest = FReadings.NearestTo(*FHover);
+  if (!nearest || !nearest->at || !QRectF(FPlot.Rect().rect()).contains(*nearest->at)) return;
+  PaintNearest(painter, *nearest, taken);
+}
+
+void TChartMarks::PaintNearest(QCPPainter& painter, const TReading& nearest, const QRectF& taken) const {
+  painter.setAntialiasing(true);
+  painter.setBrush(Qt::NoBrush);
+  painter.setPen(QPen(nearest.ink, 2));
+  painter.drawEllipse(*nearest.at, kNearestRadius, kNearestRadius);
+  const QSizeF size = QSizeF(painter.fontMetrics().size(0, nearest.text)) + QSizeF(8, 0);
+  const QRect axes = FPlot.Rect().rect();
+  const auto [away, side] = FreePlace(*nearest.at, size, taken, axes);
+  DrawWords(painter, *nearest.at + away, side, nearest.text, nearest.ink, FPlot.palette().color(QPalette::Base), axes);
+}
+
+QRectF TChartMarks::PaintIndicator(QCPPainter& painter, double time) const {
+  const QRect rect = FPlot.Rect().rect();
+  const double x = FPlot.TimeAxis().coordToPixel(time);
+  if (!(x >= rect.left() - 1 && x <= rect.right() + 1)) return {};
+  const QColor text = FPlot.palette().color(QPalette::Text);
+  painter.setAntialiasing(false);
+  painter.setPen(QPen(text, 1));
+  painter.drawLine(QPointF(x, rect.top()), QPointF(x, rect.bottom()));
+
+  std::vector<TReading> readings = FReadings.ReadingsAt(time);
+  painter.setAntialiasing(true);
+  painter.setPen(Qt::NoPen);
+  for (const TReading& reading : readings) {
+    if (!reading.at || !QRectF(rect).adjusted(-1, -1, 1, 1).contains(*reading.at)) continue;
+    painter.setBrush(reading.ink);
+    painter.drawEllipse(*reading.at, kReadRadius, kReadRadius);
+  }
+
+  readings.insert(readings.begin(), TReading{FReadings.MomentText(time), text, std::nullopt});
+  QRectF box({x + kBoxGap, rect.top() + 1.0}, FitReadings(rect, painter.fontMetrics(), readings));
+  if (box.right() > rect.right()) box.moveRight(x - kBoxGap);
+  QColor veil = FPlot.palette().color(QPalette::Base);
+  veil.setAlphaF(0.85F);
+  painter.fillRect(box, veil);
+  DrawReadings(painter, box, readings);
+  return box;
+}

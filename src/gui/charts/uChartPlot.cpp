@@ -1,0 +1,244 @@
+#include "gui/charts/uChartPlot.h"
+
+#include <algorithm>
+#include <tuple>
+
+#include "gui/charts/uChartPaint.h"
+#include "gui/charts/uDateTicker.h"
+#include "gui/charts/uNumberTicker.h"
+#include "gui/common/uTheme.h"
+
+// Remembers what the axes need before the margins are widened to those of a neighbour.
+class TChartRect final : public QCPAxisRect {
+ public:
+  explicit TChartRect(QCustomPlot* plot) : QCPAxisRect(plot, false) {}
+  [[nodiscard]] int Needed(QCP::MarginSide side) const { return FNeeded.value(side, 0); }
+
+ protected:
+  int calculateAutoMargin(QCP::MarginSide side) override {
+    FNeeded[side] = QCPAxisRect::calculateAutoMargin(side);
+    return FNeeded[side];
+  }
+
+ private:
+  QHash<QCP::MarginSide, int> FNeeded;
+};
+
+TChartPlot::TChartPlot(TAxisUnit unit, QWidget* parent) : QCustomPlot(parent), FUnit(unit) {
+  plotLayout()->clear();
+  FLegend = new TLegendRow(this);
+  FRect = new TChartRect(this);
+  plotLayout()->addElement(0, 0, FLegend);
+  plotLayout()->addElement(1, 0, FRect);
+  plotLayout()->setRowSpacing(0);
+  addLayer("marks", layer("main"));
+  layer("marks")->setMode(QCPLayer::lmBuffered);
+
+  FRect->setLayer("background");
+  FTimeAxis = AddAxis(QCPAxis::atBottom);
+  FValueAxis = AddAxis(QCPAxis::atLeft);
+  if (FUnit == TAxisUnit::Days) {
+    FTimeAxis->setTicker(QSharedPointer<TDateTicker>::create(*FTimeAxis));
+    FTimeAxis->setLabel(tr("Date and time"));
+  } else {
+    FTimeAxis->setLabel(FUnit == TAxisUnit::Hertz ? tr("Frequency (Hz)") : tr("Time (ms)"));
+  }
+  SetSideMargins(0, 0);
+  new TPainted(FRect, "grid", [this](QCPPainter& painter) { PaintGround(painter); });
+
+  setNoAntialiasingOnDrag(false);
+  setFocusPolicy(Qt::StrongFocus);
+  setMinimumSize(80, 60);
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+  connect(this, &QCustomPlot::beforeReplot, this, &TChartPlot::LayOut);
+  connect(this, &QCustomPlot::afterReplot, this, [this] {
+    FStale = false;
+    EmitNeededMargins();
+  });
+}
+
+void TChartPlot::SetHasData(bool hasData) {
+  FHasData = hasData;
+  for (QCPAxis* axis : FRect->axes()) {
+    axis->setTicks(FHasData);
+    axis->setTickLabels(FHasData);
+  }
+  for (const QCPAxis* axis : {FTimeAxis, FValueAxis}) axis->grid()->setVisible(FHasData);
+}
+
+QCPAxisRect& TChartPlot::Rect() const {
+  return *FRect;
+}
+
+QList<QCPAxis*> TChartPlot::ValueAxes() const {
+  return FRect->axes(QCPAxis::atLeft | QCPAxis::atRight);
+}
+
+// Of the axes on one side the one whose strip the position lies in.
+QCPAxis* TChartPlot::ValueAxisAt(const QPointF& position) const {
+  const QRect rect = FRect->rect();
+  const bool left = position.x() < rect.left();
+  const double distance = left ? rect.left() - position.x() : position.x() - rect.right();
+  if (distance <= 0 || position.y() < rect.top() || position.y() > rect.bottom()) return nullptr;
+  QCPAxis* found = nullptr;
+  for (QCPAxis* axis : FRect->axes(left ? QCPAxis::atLeft : QCPAxis::atRight)) {
+    if (axis->visible() && axis->offset() <= distance) found = axis;
+  }
+  return found;
+}
+
+QColor TChartPlot::FaintInk() const {
+  return Mixed(palette().color(QPalette::Base), palette().color(QPalette::Text), 0.55);
+}
+
+void TChartPlot::QueueReplot() {
+  FStale = true;
+  update();
+}
+
+void TChartPlot::RedrawMarks() {
+  if (isVisible() && !FStale) {
+    layer("marks")->replot();
+  } else {
+    QueueReplot();
+  }
+}
+
+QImage TChartPlot::Picture() {
+  if (FStale) replot();  // it may never have been in sight
+  const QPalette before = palette();
+  const bool inherited = !testAttribute(Qt::WA_SetPalette);
+  setPalette(LightPalette());
+  QImage picture(size() * devicePixelRatioF(), QImage::Format_RGB32);
+  picture.setDevicePixelRatio(devicePixelRatioF());
+  picture.fill(Qt::white);
+  {
+    QCPPainter painter(&picture);
+    toPainter(&painter, width(), height());
+  }
+  setPalette(inherited ? QPalette() : before);
+  QueueReplot();
+  return picture;
+}
+
+int TChartPlot::NeededLeftMargin() const {
+  return FRect->Needed(QCP::msLeft);
+}
+
+int TChartPlot::NeededRightMargin() const {
+  return FRect->Needed(QCP::msRight);
+}
+
+void TChartPlot::SetSideMargins(int left, int right) {
+  const QMargins margins(std::max(left, 12), 6, std::max(right, 14), 4);
+  if (FRect->minimumMargins() == margins) return;
+  FRect->setMinimumMargins(margins);
+  // Ticks that need as much room have it already.
+  const QMargins now = FRect->margins();
+  if (std::max(margins.left(), NeededLeftMargin()) == now.left() &&
+      std::max(margins.right(), NeededRightMargin()) == now.right()) {
+    return;
+  }
+  QueueReplot();
+}
+
+void AlignMargins(TChartPlot& a, TChartPlot& b) {
+  const int left = std::max(a.NeededLeftMargin(), b.NeededLeftMargin());
+  const int right = std::max(a.NeededRightMargin(), b.NeededRightMargin());
+  a.SetSideMargins(left, right);
+  b.SetSideMargins(left, right);
+}
+
+// The layout before this one chose the ticks; their labels decide the margins of this one, and a neighbour may widen
+// them. So it runs until the margins stay; the base runs it once more for the picture.
+void TChartPlot::LayOut() {
+  constexpr int kMaxRounds = 4;
+  const auto laid = [this] { return std::tuple(FRect->margins(), FRect->minimumMargins(), FRect->size()); };
+  for (int round = 0; round < kMaxRounds; ++round) {
+    const auto before = laid();
+    Prepare();
+    updateLayout();
+    EmitNeededMargins();
+    if (laid() == before) break;
+  }
+}
+
+void TChartPlot::EmitNeededMargins() {
+  const std::pair needed(NeededLeftMargin(), NeededRightMargin());
+  if (std::exchange(FEmitted, needed) != needed) emit NeededMarginsChanged();
+}
+
+QCPAxis* TChartPlot::AddAxis(QCPAxis::AxisType side) {
+  QCPAxis* const axis = FRect->addAxis(side);
+  axis->setLayer("axes");
+  axis->grid()->setLayer("grid");
+  axis->grid()->setVisible(true);
+  axis->setTicker(QSharedPointer<TNumberTicker>::create(*axis));
+  axis->setTicks(FHasData);
+  axis->setTickLabels(FHasData);
+  return axis;
+}
+
+void TChartPlot::Restyle() {
+  setBackground(palette().brush(QPalette::Base));
+  const QColor text = palette().color(QPalette::Text);
+  for (QCPAxis* axis : FRect->axes()) StyleAxis(*axis, text);
+  QueueReplot();
+}
+
+void TChartPlot::StyleAxis(QCPAxis& axis, const QColor& ink) const {
+  const QColor ground = palette().color(QPalette::Base);
+  const QColor text = palette().color(QPalette::Text);
+  const QPen line(Mixed(ground, ink, ink == text ? 0.5 : 1.0), 1);
+  axis.setBasePen(line);
+  axis.setTickPen(line);
+  axis.setSubTicks(false);
+  axis.setTickLength(0, 4);
+  axis.setTickLabelPadding(3);
+  axis.setLabelPadding(axis.orientation() == Qt::Horizontal ? 1 : 4);
+  axis.setTickLabelFont(font());
+  axis.setLabelFont(font());
+  axis.setTickLabelColor(ink);
+  axis.setLabelColor(ink);
+  axis.setNumberFormat("g");
+  axis.setSelectableParts(QCPAxis::spNone);
+  axis.grid()->setPen(QPen(Mixed(ground, text, 0.12), 1));
+  axis.grid()->setZeroLinePen(axis.orientation() == Qt::Vertical ? QPen(Mixed(ground, text, 0.35), 1)
+                                                                 : axis.grid()->pen());
+  axis.grid()->setSubGridVisible(false);
+}
+
+void TChartPlot::PaintGround(QCPPainter& painter) const {
+  const QRect rect = FRect->rect();
+  painter.setAntialiasing(false);
+  painter.setPen(QPen(Mixed(palette().color(QPalette::Base), palette().color(QPalette::Text), 0.2), 1));
+  painter.setBrush(Qt::NoBrush);
+  painter.drawRect(rect);
+  if (FHasData) return;
+  painter.setFont(font());
+  painter.setPen(FaintInk());
+  painter.drawText(rect, Qt::AlignCenter | Qt::TextWordWrap, FPlaceholder);
+}
+
+void TChartPlot::paintEvent(QPaintEvent* event) {
+  // Into the buffers that the base is about to show.
+  if (FStale) replot(rpQueuedRefresh);
+  QCustomPlot::paintEvent(event);
+  QPainter painter(this);
+  PaintOver(painter);
+  if (!hasFocus()) return;
+  painter.setPen(QPen(palette().color(QPalette::Highlight), 1));
+  painter.drawRect(QWidget::rect().adjusted(0, 0, -1, -1));
+}
+
+// The base would replot at once for every step of a layout.
+void TChartPlot::resizeEvent(QResizeEvent* /*event*/) {
+  setViewport(rect());
+  QueueReplot();
+}
+
+void TChartPlot::changeEvent(QEvent* event) {
+  QCustomPlot::changeEvent(event);
+  const bool looks = event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange;
+  if (looks && FTimeAxis) Restyle();
+}

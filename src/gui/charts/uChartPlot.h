@@ -1,0 +1,91 @@
+// The plot under every chart: axes in the colours of the palette, a legend row, side margins, and a layer "marks" that
+// is drawn without a replot.
+//
+// The time axis counts days since 1899-12-30, ms in a plot of TAxisUnit::Milliseconds, and in one of TAxisUnit::Hertz
+// frequencies stand where others have times. Changes gather into one replot when the plot is next painted. Main thread
+// only.
+#pragma once
+
+#include <qcustomplot.h>
+
+#include <utility>
+
+#include "gui/charts/uLegendRow.h"
+
+enum class TAxisUnit { Days, Milliseconds, Hertz };
+
+class TChartRect;
+
+class TChartPlot : public QCustomPlot {
+  Q_OBJECT
+
+ public:
+  explicit TChartPlot(TAxisUnit unit, QWidget* parent = nullptr);
+
+  [[nodiscard]] TAxisUnit Unit() const { return FUnit; }
+  // Without data there are neither ticks nor grid lines, and the placeholder stands in the middle. False at first.
+  void SetHasData(bool hasData);
+  [[nodiscard]] bool HasData() const { return FHasData; }
+  void SetPlaceholder(const QString& words) { FPlaceholder = words; }
+
+  [[nodiscard]] QCPAxisRect& Rect() const;
+  [[nodiscard]] QCPAxis& TimeAxis() const { return *FTimeAxis; }
+  [[nodiscard]] QCPAxis& ValueAxis() const { return *FValueAxis; }  // the left inner one
+  [[nodiscard]] QList<QCPAxis*> ValueAxes() const;
+  // Whose ticks and labels stand at a position; nullptr where none do.
+  [[nodiscard]] QCPAxis* ValueAxisAt(const QPointF& position) const;
+  [[nodiscard]] TLegendRow& Legend() const { return *FLegend; }
+  // The moment at a position, in units of the time axis.
+  [[nodiscard]] double MomentAt(const QPointF& position) const { return FTimeAxis->pixelToCoord(position.x()); }
+  [[nodiscard]] QColor FaintInk() const;
+
+  void QueueReplot();
+  // Draws the layer of the marks alone.
+  void RedrawMarks();
+  // What is drawn, as large as on the screen and dark on white.
+  [[nodiscard]] QImage Picture();
+
+  // px between the widget's edge and the axis rect that the axes take; known after the first replot.
+  [[nodiscard]] int NeededLeftMargin() const;
+  [[nodiscard]] int NeededRightMargin() const;
+  // The margins are at least these, so that charts above each other show the same moment at the same place.
+  void SetSideMargins(int left, int right);
+
+ signals:
+  void NeededMarginsChanged();
+
+ protected:
+  // Colours and fonts from the palette; each class adds its own.
+  virtual void Restyle();
+  // Just before a replot: what depends on the size.
+  virtual void Prepare() {}
+  // Over everything that is drawn, at each paint.
+  virtual void PaintOver(QPainter& /*painter*/) const {}
+
+  // A value axis beside those that are there.
+  QCPAxis* AddAxis(QCPAxis::AxisType side);
+  // An axis in the house style.
+  void StyleAxis(QCPAxis& axis, const QColor& ink) const;
+
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  void PaintGround(QCPPainter& painter) const;
+  void LayOut();
+  void EmitNeededMargins();
+
+  TAxisUnit FUnit;
+  TChartRect* FRect = nullptr;
+  TLegendRow* FLegend = nullptr;
+  QCPAxis* FTimeAxis = nullptr;
+  QCPAxis* FValueAxis = nullptr;
+  QString FPlaceholder;
+  bool FHasData = false;
+  bool FStale = true;                  // a replot waits for the plot to be painted
+  std::pair<int, int> FEmitted{0, 0};  // the needed margins that were signalled last
+};
+
+// Gives both the larger of their needed margins.
+void AlignMargins(TChartPlot& a, TChartPlot& b);

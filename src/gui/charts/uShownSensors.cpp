@@ -1,0 +1,153 @@
+#include "gui/charts/uShownSensors.h"
+
+#include <algorithm>
+#include <limits>
+#include <set>
+
+#include "base/uDateTime.h"
+
+namespace {
+
+constexpr int kMovedRank = -1;  // before all others
+
+}  // namespace
+
+void TShownSensors::Set(const TSensorList& sensors, double startTime) {
+  Clear();
+  FStart = DrawableStart(startTime);
+  for (const TSensor& sensor : sensors.Sensors()) {
+    TSensorSeries& series = FSeries.emplace_back();
+    series.sensor = sensor.Name;
+    series.look = PlacedLook(sensor.Name);
+    series.readings.Set(sensor.Values());
+    const auto readings = series.readings.Samples();
+    series.extents.Set(readings.size(), [readings](std::size_t i) { return readings[i].xvalue; });
+    series.whole = series.extents.Whole();
+    if (!readings.empty()) FListed.push_back(FSeries.size() - 1);
+  }
+  TakeNamesAndColours();
+  for (std::size_t axis = 0; axis < kSensorAxisCount; ++axis) ChooseVisible(static_cast<TSensorAxis>(axis));
+}
+
+void TShownSensors::Clear() {
+  FSeries.clear();
+  FListed.clear();
+}
+
+std::optional<std::pair<double, double>> TShownSensors::TimeSpan() const {
+  std::optional<std::pair<double, double>> span;
+  for (const std::size_t index : FListed) {
+    const auto readings = FSeries[index].readings.Samples();
+    const double first = DateTimeOf(FStart, readings.front().time);
+    const double last = DateTimeOf(FStart, readings.back().time);
+    span = span ? std::pair(std::min(span->first, first), std::max(span->second, last)) : std::pair(first, last);
+  }
+  return span;
+}
+
+double TShownSensors::MsOf(double dateTime) const {
+  return (dateTime - FStart) * kMsPerDay;
+}
+
+TSensorLook TShownSensors::PlacedLook(const std::string& sensor) const {
+  TSensorLook look = LookOf(sensor);
+  const auto moved = FMoved.find(sensor);
+  if (moved == FMoved.end()) return look;
+  look.axis = moved->second;
+  look.rank = kMovedRank;
+  return look;
+}
+
+void TShownSensors::ChooseVisible(TSensorAxis axis) {
+  int min = std::numeric_limits<int>::max();
+  QString scale;  // of the sensor with that rank
+  for (const TSensorSeries& series : FSeries) {
+    if (series.look.axis != axis || series.readings.Samples().empty()) continue;
+    if (series.look.rank >= min) continue;
+    min = series.look.rank;
+    scale = series.look.scale;
+  }
+  std::set<std::string_view> shown;  // of several sensors of one name the first is enough to start with
+  for (TSensorSeries& series : FSeries) {
+    if (series.look.axis != axis) continue;
+    series.visible = series.look.scale == scale && !series.readings.Samples().empty() && !shown.contains(series.sensor);
+    if (series.visible) shown.insert(series.sensor);
+  }
+}
+
+QStringList TShownSensors::SetVisible(std::size_t index, bool visible) {
+  FSeries[index].visible = visible;
+  return visible ? MakeRoomFor(FSeries[index]) : QStringList();
+}
+
+QStringList TShownSensors::MakeRoomFor(const TSensorSeries& chosen) {
+  QStringList hidden;
+  for (TSensorSeries& other : FSeries) {
+    if (other.look.axis != chosen.look.axis || other.look.scale == chosen.look.scale) continue;
+    if (std::exchange(other.visible, false)) hidden << other.name;
+  }
+  return hidden;
+}
+
+QStringList TShownSensors::Move(std::size_t index, TSensorAxis axis) {
+  const TSensorSeries& chosen = FSeries[index];
+  FMoved[chosen.sensor] = axis;
+  if (LookOf(chosen.sensor).axis == axis) FMoved.erase(chosen.sensor);
+  for (TSensorSeries& series : FSeries) {
+    if (series.sensor == chosen.sensor) series.look = PlacedLook(series.sensor);
+  }
+  TakeNamesAndColours();
+  return SetVisible(index, !chosen.readings.Samples().empty());
+}
+
+bool TShownSensors::SetColour(std::string_view sensor, const QColor& colour) {
+  if (!FChoices.SetColour(sensor, colour)) return false;
+  TakeNamesAndColours();
+  return true;
+}
+
+bool TShownSensors::SetNames(std::map<std::string, std::string> names) {
+  if (!FChoices.SetNames(std::move(names))) return false;
+  TakeNamesAndColours();
+  return true;
+}
+
+void TShownSensors::TakeNamesAndColours() {
+  for (TSensorSeries& series : FSeries) {
+    series.name = FChoices.NameOf(series.sensor);
+    series.look.colour = FChoices.ColourOf(series.sensor);
+  }
+}
+
+bool TShownSensors::IsUsed(TSensorAxis axis) const {
+  return std::ranges::any_of(
+      FSeries, [axis](const TSensorSeries& series) { return series.visible && series.look.axis == axis; });
+}
+
+TExtent TShownSensors::ExtentOn(TSensorAxis axis) const {
+  TExtent extent;
+  for (const TSensorSeries& series : FSeries) {
+    if (series.visible && series.look.axis == axis) extent.Take(series.whole);
+  }
+  return extent;
+}
+
+TShownSensors::TTitle TShownSensors::TitleOf(TSensorAxis axis) const {
+  TTitle title;
+  for (const TSensorSeries& series : FSeries) {
+    if (!series.visible || series.look.axis != axis) continue;
+    if (!title.names.contains(series.name)) title.names.append(series.name);
+    title.unit = series.look.unit;
+  }
+  return title;
+}
+
+const TSensorSeries* TShownSensors::MovedOnly(TSensorAxis axis) const {
+  const TSensorSeries* moved = nullptr;
+  for (const TSensorSeries& series : FSeries) {
+    if (!series.visible || series.look.axis != axis) continue;
+    if (series.look.rank != kMovedRank) return nullptr;
+    if (moved == nullptr) moved = &series;
+  }
+  return moved;
+}

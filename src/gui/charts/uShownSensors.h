@@ -1,0 +1,80 @@
+// The slow sensors of a mission as the sensors chart shows them: names, colours, axes, and which are visible. An axis
+// has one scale, so showing one sensor hides those of another unit there. Main thread only.
+#pragma once
+
+#include <QColor>
+#include <QString>
+#include <QStringList>
+#include <array>
+#include <cstddef>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "analysis/uExtents.h"
+#include "gui/charts/uInTimeOrder.h"
+#include "gui/charts/uSensorLooks.h"
+#include "model/uOtherSensors.h"
+
+struct TSensorSeries {
+  std::string sensor;  // its name in the list
+  QString name;        // what people call it
+  TSensorLook look;
+  bool visible = false;
+  TInTimeOrder<TSensorValue> readings;
+  TExtents extents;
+  TExtent whole;  // empty without a finite reading
+};
+
+class TShownSensors {
+ public:
+  // Borrows the readings until Clear or the next call. startTime is the mission's start, a date-time. Of the sensors
+  // that would need another unit on one axis only the first is visible.
+  void Set(const TSensorList& sensors, double startTime);
+  void Clear();
+
+  // As in the list.
+  [[nodiscard]] const std::vector<TSensorSeries>& Series() const { return FSeries; }
+  // The sensors with readings, by their indexes.
+  [[nodiscard]] const std::vector<std::size_t>& Listed() const { return FListed; }
+  // From the first to the last reading, date-times.
+  [[nodiscard]] std::optional<std::pair<double, double>> TimeSpan() const;
+  [[nodiscard]] double Start() const { return FStart; }
+  // The readings' own time, ms from the start.
+  [[nodiscard]] double MsOf(double dateTime) const;
+
+  // By an index of the list. Gives the names of the sensors that had to make room.
+  QStringList SetVisible(std::size_t index, bool visible);
+  // All sensors of this name move; away from where they belong they stay from recording to recording and come first.
+  QStringList Move(std::size_t index, TSensorAxis axis);
+  // By names in the list; false when it is the choice already.
+  bool SetColour(std::string_view sensor, const QColor& colour);
+  bool SetNames(std::map<std::string, std::string> names);
+
+  [[nodiscard]] bool IsUsed(TSensorAxis axis) const;
+  // The visible readings on an axis; empty without any.
+  [[nodiscard]] TExtent ExtentOn(TSensorAxis axis) const;
+  // What an axis is titled with: the names on it and their unit.
+  struct TTitle {
+    QStringList names;
+    QString unit;
+  };
+  [[nodiscard]] TTitle TitleOf(TSensorAxis axis) const;
+  // The first sensor of an axis that moved sensors have to themselves; nullptr where others are on it, or none.
+  [[nodiscard]] const TSensorSeries* MovedOnly(TSensorAxis axis) const;
+
+ private:
+  [[nodiscard]] TSensorLook PlacedLook(const std::string& sensor) const;
+  void ChooseVisible(TSensorAxis axis);
+  QStringList MakeRoomFor(const TSensorSeries& chosen);
+  void TakeNamesAndColours();
+
+  TSensorChoices FChoices;
+  std::map<std::string, TSensorAxis> FMoved;  // by the user
+  double FStart = 0;                          // a date-time
+  std::vector<TSensorSeries> FSeries;
+  std::vector<std::size_t> FListed;
+};
