@@ -11,6 +11,7 @@
 #include <span>
 #include <stdexcept>
 #include <string_view>
+#include <utility>
 
 // What people set decimal formats and alarm limits for. Those with alarm limits come first. Several quantities may
 // share one, as all temperatures do.
@@ -139,15 +140,18 @@ inline constexpr std::size_t kMetricCount = 5;
 inline constexpr std::span<const TQuantityRow> kKnownChannels{kQuantities, kChannelCount};
 inline constexpr auto kMetrics = std::span(kQuantities).last<kMetricCount>();
 
-// The rows that have a place, in its order. A gap does not compile.
+// The rows that have a place, in its order. A place that two rows have, or none, does not compile.
 template <std::uint8_t TQuantityRow::*Place>
 inline constexpr auto kQuantitiesBy = [] {
   constexpr auto count = std::ranges::count_if(kQuantities, [](const TQuantityRow& row) { return row.*Place != 0; });
   std::array<const TQuantityRow*, count> rows{};
+  std::array<bool, count> taken{};
   for (const TQuantityRow& row : kQuantities) {
-    if (row.*Place != 0) rows.at(row.*Place - 1U) = &row;
+    if (row.*Place == 0) continue;
+    const std::size_t place = row.*Place - 1U;
+    if (std::exchange(taken.at(place), true)) throw std::logic_error("two quantities have one place");
+    rows[place] = &row;
   }
-  if (std::ranges::find(rows, nullptr) != rows.end()) throw std::logic_error("two quantities have one place");
   return rows;
 }();
 inline constexpr auto kColouredSensors = kQuantitiesBy<&TQuantityRow::colourPlace>;
