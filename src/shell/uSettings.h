@@ -24,8 +24,8 @@ struct TDisplaySettings {
   int dateFormat = 0;                                   // in kDateFormats
   std::array<int, kQuantityCount> formats{};            // in kDecimalMasks, by TQuantity
   std::array<TLimits, kLimitedQuantityCount> limits{};  // by TQuantity
-  bool accelerationFromFile = false;                    // its limits are the recording's, if it has any
-  bool fileNamesLimits = false;                         // no setting: the shown recording has such limits
+  bool accelerationFromFile = false;  // the acceleration limits are those of the recording, if it has them
+  bool fileNamesLimits = false;       // not a setting: the shown recording has them
   bool alarmActive = false;
   bool pointAbsorption = false;
   std::string company;

@@ -1,4 +1,4 @@
-// Settings from end to end: every control of the table, what it does at once, and that it is there after a restart.
+// The settings in the window: what a change does at once, and that it lasts beyond a restart.
 #include <fmt/format.h>
 
 #include <QAbstractButton>
@@ -108,7 +108,7 @@ TEST_F(SettingsOfTheWindow, EachStartsWithItsDefaultAndComesBackAfterARestart) {
   EXPECT_THAT(FBoxes, IsEmpty());
 }
 
-TEST_F(SettingsOfTheWindow, FormatsNamesAndDatesAreShownAtOnceAndMoveNothing) {
+TEST_F(SettingsOfTheWindow, FormatsNamesAndDatesChangeAtOnceAndKeepTheSelection) {
   Start();
   Open();
   auto* grid = Grid("dbgShocks");
@@ -166,7 +166,7 @@ TEST_F(SettingsOfTheWindow, TheAlarmMarksWhatLiesBeyondTheLimitsInForce) {
   EXPECT_TRUE(File().ReadBool("Alarm", "Active", false));
 }
 
-TEST_F(SettingsOfTheWindow, ABadFileCostsNeitherStartNorClose) {
+TEST_F(SettingsOfTheWindow, ABadFileStopsNeitherStartNorClose) {
   const auto path = FFolder / "settings/settings.ini";
   std::ofstream(path) << std::string(5000, '\x01') << "\n[Date]\nDate Format=-7\n[Most Important Events]\nOrder By=2\n";
   Start();
@@ -228,7 +228,7 @@ TEST(LimitEdit, TakesAPointOrACommaAndRefusesWhatCanBeReadInTwoWays) {
   }
 }
 
-TEST_F(SettingsOfTheWindow, ALimitThatIsRefusedSaysWhyUntilSomebodyTypesAgain) {
+TEST_F(SettingsOfTheWindow, ARefusedLimitSaysWhyUntilTheUserTypesAgain) {
   Start();
   Open();
   QTest::keySequence(FForm.get(), QKeySequence("Ctrl+Alt+A"));

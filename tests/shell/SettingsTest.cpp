@@ -1,4 +1,4 @@
-// The settings' file, the colours in it, and what the settings make of a cell.
+// The settings file, the names of colours, and how the settings change the cells of grids.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -135,7 +135,7 @@ TEST_F(SettingsFile, WhatDoesNotParseTakesItsDefaultAndWhatIsUnknownStays) {
   EXPECT_THAT(Text(), HasSubstr("Extra = x\n"));
 }
 
-TEST_F(SettingsFile, WhatCannotBeReadOrMakesNoSenseIsKeptAsideAndSaidOnce) {
+TEST_F(SettingsFile, AnUnusableFileIsKeptUnderAnotherName) {
   using namespace std::string_literals;
   const std::string texts[] = {std::string(2'000'000, 'x'), "[Date]\nDate Format=3\0"s, "\xFF\xFE[\0D\0a\0"s,
                                "somebody's notes\n", "[Mine]\nDate Format=3\n"};
@@ -197,8 +197,8 @@ TEST_F(Cells, AreMarkedBeyondALimitWhileTheAlarmIsOn) {
   EXPECT_EQ(Words(Draw("Humidity", std::numeric_limits<float>::quiet_NaN())), "0 6 NAN %RH");
 }
 
-// 2.2, 2.4 and 2.6 are no singles; neither are most tenths.
-TEST_F(Cells, AValueEqualToALimitAsItIsTypedIsInside) {
+// A single holds 2.2, 2.4, 2.6 and most other tenths only nearly.
+TEST_F(Cells, AValueEqualToItsTypedLimitIsInside) {
   FDisplay.alarmActive = true;
   for (int tenths = -60; tenths <= 60; ++tenths) {
     const double limit = tenths / 10.0;
@@ -213,7 +213,7 @@ TEST_F(Cells, AValueEqualToALimitAsItIsTypedIsInside) {
   EXPECT_EQ(Draw("Battery", 3e38F).image, TCellImage::None) << "inside limits that no single reaches";
 }
 
-TEST_F(Cells, OfTemperaturesAlwaysSayWhereTheyStand) {
+TEST_F(Cells, OfTemperaturesAlwaysHaveAMark) {
   for (const char* field : {"Temp.", "Temp. RH", "Temp. P", "Dew Point", "Temperature"}) {
     EXPECT_EQ(Words(Draw(field, -4.5F)), "4 22 -4.5") << field;
     EXPECT_EQ(Words(Draw(field, 40)), "5 22 40") << field;
