@@ -25,5 +25,5 @@ class TColourBox : public QComboBox {
   void AskForOne();
 
   bool FListWasOpen = false;  // "Another…" opens the dialog only when chosen from the open list
-  int FChosen = 0;            // the index before the dialog opens
+  int FChosen = 0;            // the index of the chosen colour; stays while the dialog is open
 };
