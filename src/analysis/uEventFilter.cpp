@@ -50,12 +50,12 @@ double WholeMs(double dateTime) {
 std::vector<bool> EventsThrough(const TEventFilter& filter, const TDataset& table, const TEventList& events,
                                 const std::optional<TLimits>& limits) {
   TMask through(table.RowCount(), 1);
-  for (std::size_t i = 0; i < kFilteredFields.size(); ++i) {
+  for (std::size_t i = 0; i < kMetrics.size(); ++i) {
     const TRange& range = filter.ranges[i];
     if (!range.IsSet()) continue;
     const float from = range.from ? LimitAsSingle(*range.from) : -kOpen;
     const float to = range.to ? LimitAsSingle(*range.to) : kOpen;
-    Keep(table, kFilteredFields[i], &TDataset::Singles, through,
+    Keep(table, kMetrics[i].field, &TDataset::Singles, through,
          [from, to](float value) { return (value >= from) & (value <= to); });
   }
   if (filter.time.IsSet()) {
@@ -67,7 +67,7 @@ std::vector<bool> EventsThrough(const TEventFilter& filter, const TDataset& tabl
     });
   }
   if (filter.aboveAlarm && limits) {
-    Keep(table, kFilteredFields[0], &TDataset::Singles, through,
+    Keep(table, kMetrics[0].field, &TDataset::Singles, through,
          [&limits](float value) { return IsOutside(*limits, value); });
   }
   if (std::ranges::find(filter.axes, true) != filter.axes.end()) KeepAxes(filter, events.Events(), through);

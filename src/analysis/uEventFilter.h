@@ -11,6 +11,7 @@
 #include "analysis/uAlarmLimits.h"
 #include "analysis/uDataset.h"
 #include "model/uEvents.h"
+#include "model/uQuantities.h"
 
 // From … to …, both ends included; an end that is nothing is open.
 struct TRange {
@@ -19,16 +20,14 @@ struct TRange {
   bool operator==(const TRange&) const = default;
 };
 
-// The fields of the shock event table that have a range, and the peak axes as events name them.
-inline constexpr std::array<std::string_view, 5> kFilteredFields = {"Acceleration max", "ToT total", "ToT max",
-                                                                    "IoT total", "IoT max"};
+// The peak axes as events name them.
 inline constexpr std::array<std::string_view, 6> kPeakAxes = {"X-pos", "X-neg", "Y-pos", "Y-neg", "Z-pos", "Z-neg"};
 
 struct TEventFilter {
-  std::array<TRange, kFilteredFields.size()> ranges;  // compared as singles, which the table holds
-  std::array<bool, kPeakAxes.size()> axes{};          // any of these; none is no condition
-  TRange time;                                        // of the event's start, a date-time each; to the millisecond
-  bool aboveAlarm = false;                            // "Acceleration max" outside the limits in force
+  std::array<TRange, kMetrics.size()> ranges;  // of kMetrics; compared as singles, which the table holds
+  std::array<bool, kPeakAxes.size()> axes{};   // any of these; none is no condition
+  TRange time;                                 // of the event's start, a date-time each; to the millisecond
+  bool aboveAlarm = false;                     // "Acceleration max" outside the limits in force
 
   [[nodiscard]] bool HasCondition() const { return *this != TEventFilter(); }
   bool operator==(const TEventFilter&) const = default;

@@ -22,8 +22,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// The keys of --filter, in the order of kFilteredFields.
-constexpr std::array<std::string_view, kFilteredFields.size()> kFilterKeys = {"acc", "tot", "totmax", "iot", "iotmax"};
+// The keys of --filter, in the order of kMetrics.
+constexpr std::array<std::string_view, kMetrics.size()> kFilterKeys = {"acc", "tot", "totmax", "iot", "iotmax"};
 
 std::string_view TakeUntil(std::string_view& text, std::string_view end) {
   const std::size_t at = text.find(end);

@@ -33,24 +33,27 @@ enum class TQuantity {
 inline constexpr std::size_t kLimitedQuantityCount = 10;
 inline constexpr std::size_t kQuantityCount = 13;
 
-// The controls of the window that hold a format and limits, by TQuantity.
+// By TQuantity: what stands beside its format and its limits, and the controls that show them.
 struct TQuantityControls {
+  std::string_view caption;
+  std::string_view unit;
   std::string_view format, min, max;
+  std::string_view hint = {};  // the caption in full, where it is short
 };
 inline constexpr std::array<TQuantityControls, kQuantityCount> kQuantityControls = {{
-    {"cmbSettingsAccDec", "dxBarSpinAlarmAccMin", "dxBarSpinAlarmAccMax"},
-    {"cmbSettingsTempDec", "dxBarSpinAlarmTempMin", "dxBarSpinAlarmTempMax"},
-    {"cmbSettingsPresDec", "dxBarSpinAlarmPresMin", "dxBarSpinAlarmPresMax"},
-    {"cmbSettingsRHDec", "dxBarSpinAlarmRHMin", "dxBarSpinAlarmRHMax"},
-    {"cmbSettingsLiDec", "dxBarSpinAlarmLiMin", "dxBarSpinAlarmLiMax"},
-    {"cmbSettingsBatDec", "dxBarSpinAlarmBatMin", "dxBarSpinAlarmBatMax"},
-    {"cmbSettingsA1Dec", "dxBarSpinAlarmA1Min", "dxBarSpinAlarmA1Max"},
-    {"cmbSettingsA2Dec", "dxBarSpinAlarmA2Min", "dxBarSpinAlarmA2Max"},
-    {"cmbSettingsA3Dec", "dxBarSpinAlarmA3Min", "dxBarSpinAlarmA3Max"},
-    {"cmbSettingsA4Dec", "dxBarSpinAlarmA4Min", "dxBarSpinAlarmA4Max"},
-    {"cmbSettingsTimeDec", "", ""},
-    {"cmbSettingsDBCDec", "", ""},
-    {"cmbSettingsIntDec", "", ""},
+    {"Acceleration", "g", "cmbSettingsAccDec", "dxBarSpinAlarmAccMin", "dxBarSpinAlarmAccMax"},
+    {"Temperature", "°C", "cmbSettingsTempDec", "dxBarSpinAlarmTempMin", "dxBarSpinAlarmTempMax"},
+    {"Pressure", "mbar", "cmbSettingsPresDec", "dxBarSpinAlarmPresMin", "dxBarSpinAlarmPresMax"},
+    {"Humidity", "%RH", "cmbSettingsRHDec", "dxBarSpinAlarmRHMin", "dxBarSpinAlarmRHMax"},
+    {"Light", "lux", "cmbSettingsLiDec", "dxBarSpinAlarmLiMin", "dxBarSpinAlarmLiMax"},
+    {"Battery", "V", "cmbSettingsBatDec", "dxBarSpinAlarmBatMin", "dxBarSpinAlarmBatMax"},
+    {"A1", "", "cmbSettingsA1Dec", "dxBarSpinAlarmA1Min", "dxBarSpinAlarmA1Max"},
+    {"A2", "", "cmbSettingsA2Dec", "dxBarSpinAlarmA2Min", "dxBarSpinAlarmA2Max"},
+    {"A3", "", "cmbSettingsA3Dec", "dxBarSpinAlarmA3Min", "dxBarSpinAlarmA3Max"},
+    {"A4", "", "cmbSettingsA4Dec", "dxBarSpinAlarmA4Min", "dxBarSpinAlarmA4Max"},
+    {"Time", "ms", "cmbSettingsTimeDec", "", ""},
+    {"ToT", "ms", "cmbSettingsDBCDec", "", "", "Time over threshold"},
+    {"IoT", "g ms", "cmbSettingsIntDec", "", "", "Integral over threshold"},
 }};
 
 enum class TSensorAxis { LeftInner, LeftOuter, RightInner, RightOuter };

@@ -7,7 +7,7 @@ namespace {
 
 constexpr int kOffsetBesideImage = 22;  // px
 
-// Nothing for a column or a value that is shown as the table has it.
+// Null when the cell shows what the table has: the column has no quantity, or the value is null.
 const TQuantityRow* ColumnOf(const TDataset& table, std::size_t row, std::size_t field) {
   const TField& column = table.Fields()[field];
   if (column.Type != TFieldType::Single || table.IsNull(row, field)) return nullptr;
@@ -16,7 +16,7 @@ const TQuantityRow* ColumnOf(const TDataset& table, std::size_t row, std::size_t
   return found == nullptr || !found->quantity ? nullptr : found;
 }
 
-// Temperatures always say where they stand; the others are marked while the alarm is on.
+// Temperatures always have a mark; the others have one only while the alarm is on.
 TCellImage ImageOf(TQuantity quantity, float value, const TDisplaySettings& settings) {
   if (static_cast<std::size_t>(quantity) >= kLimitedQuantityCount) return TCellImage::None;
   const TLimits& limits = settings.LimitsOf(quantity);
@@ -24,11 +24,11 @@ TCellImage ImageOf(TQuantity quantity, float value, const TDisplaySettings& sett
     if (IsBelow(limits, value)) return TCellImage::BelowMinimum;
     return IsAbove(limits, value) ? TCellImage::AboveMaximum : TCellImage::Within;
   }
-  return settings.AlarmActive && IsOutside(limits, value) ? TCellImage::Alarm : TCellImage::None;
+  return settings.alarmActive && IsOutside(limits, value) ? TCellImage::Alarm : TCellImage::None;
 }
 
-std::string TextOf(const TQuantityRow& column, float value, const TCellFormats& formats) {
-  std::string text = MaskFloat(formats[static_cast<std::size_t>(*column.quantity)], value);
+std::string TextOf(const TQuantityRow& column, float value, const TDisplaySettings& settings) {
+  std::string text = MaskFloat(settings.FormatOf(*column.quantity), value);
   if (column.showsUnit) text.append(" ").append(column.unit);
   return text;
 }
@@ -43,13 +43,13 @@ TCellDrawing DrawCell(const TDataset& table, std::size_t row, std::size_t field,
     return drawing;
   }
   const float value = table.Single(row, field);
-  drawing.text = TextOf(*column, value, settings.Formats);
+  drawing.text = TextOf(*column, value, settings);
   drawing.image = ImageOf(*column->quantity, value, settings);
   if (drawing.image != TCellImage::None) drawing.textOffset = kOffsetBesideImage;
   return drawing;
 }
 
-std::string CellText(const TDataset& table, std::size_t row, std::size_t field, const TCellFormats& formats) {
+std::string CellText(const TDataset& table, std::size_t row, std::size_t field, const TDisplaySettings& settings) {
   const TQuantityRow* column = ColumnOf(table, row, field);
-  return column == nullptr ? table.DisplayText(row, field) : TextOf(*column, table.Single(row, field), formats);
+  return column == nullptr ? table.DisplayText(row, field) : TextOf(*column, table.Single(row, field), settings);
 }

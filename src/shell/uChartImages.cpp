@@ -56,7 +56,7 @@ std::string_view TChartImages::EventsChart() const {
 }
 
 std::string_view TChartImages::ShockChart() const {
-  return std::get<bool>(FScreen.Value("swtSpecAnalysis")) ? "chartSpecAnalysis" : "Chart2";
+  return FScreen.ShownSpectrum() ? "chartSpecAnalysis" : "Chart2";
 }
 
 std::string TChartImages::MissionName() const {

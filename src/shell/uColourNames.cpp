@@ -20,7 +20,7 @@ bool SameLetters(std::string_view a, std::string_view b) {
   return std::ranges::equal(a, b, [](unsigned char x, unsigned char y) { return std::tolower(x) == std::tolower(y); });
 }
 
-// Blue and red change places.
+// Exchanges blue and red.
 std::uint32_t Swapped(std::uint32_t colour) {
   return (colour & 0xFF) << 16 | (colour & 0xFF00) | (colour >> 16 & 0xFF);
 }

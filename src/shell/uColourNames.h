@@ -1,4 +1,4 @@
-// Colours as text: a name such as "clBlue" where there is one, else "$00BBGGRR" in hexadecimal.
+// Colours as text: a name such as "clBlue", or "$00BBGGRR" in hexadecimal for a colour without a name.
 #pragma once
 
 #include <cstdint>
@@ -13,6 +13,6 @@ struct TNamedColour {
 };
 
 std::span<const TNamedColour> NamedColours();
-// Names do not tell capitals from small letters. Nothing for a text that is no colour.
+// Ignores the case of names. Nothing when the text is no colour.
 std::optional<std::uint32_t> ColourFromText(std::string_view text);
 std::string TextFromColour(std::uint32_t rgb);

@@ -174,18 +174,13 @@ std::optional<TExportCommands::TShownEvent> TExportCommands::EventInChart() {
     FScreen.ShowMessage("There is no event to export.", "No shock event is selected.");
     return std::nullopt;
   }
-  TShownEvent shown{*mission.SelectedEvent,
-                    mission.Events.GetItem(*mission.SelectedEvent),
-                    std::get<bool>(FScreen.Value("swtHPFilter")),
-                    {},
-                    {}};
-  if (!std::get<bool>(FScreen.Value("swtSpecAnalysis"))) return shown;
-  const auto entry = [this](std::string_view list) {
-    return static_cast<std::size_t>(std::get<int>(FScreen.Value(list)));
-  };
-  const auto& [name, type] = kSpectrumTypes.at(entry("cmbSpecType"));
+  TShownEvent shown{
+      *mission.SelectedEvent, mission.Events.GetItem(*mission.SelectedEvent), mission.Settings.highPass, {}, {}};
+  const auto choice = FScreen.ShownSpectrum();
+  if (!choice) return shown;
+  const auto& [name, type] = kSpectrumTypes.at(choice->type);
   shown.spectrumType = name;
-  shown.spectrum = CalcSpectrum(shown.event.Values(), type, kWeightingWindows.at(entry("cmbSpecWindow")).second);
+  shown.spectrum = CalcSpectrum(shown.event.Values(), type, kWeightingWindows.at(choice->window).second);
   if (shown.spectrum.problem == TSpectrumProblem::None) return shown;
   FScreen.ShowMessage("There is no spectrum to export.", WhyNoSpectrum(shown.spectrum));
   return std::nullopt;

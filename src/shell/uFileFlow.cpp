@@ -71,7 +71,7 @@ void TFileFlow::AskAndOpenDemo() {
 
 void TFileFlow::AskAndOpen(std::string folder) {
   if (Busy()) return;
-  const int filterIndex = std::get<int>(FScreen.Value("cmbSettingsDefFileFilter")) + 1;
+  const int filterIndex = FMission.Settings.fileFilter + 1;
   const auto file = FScreen.AskForRecording({std::move(folder), kFilter, filterIndex});
   if (file) Open(*file);
 }
@@ -269,9 +269,9 @@ void TFileFlow::CompleteLoading() {
   Step(1, "Loading the data...");
   TScreenProgress progress(*this);
   TDatasetOptions options;
-  options.orderBy = std::get<int>(FScreen.Value("cmbOrderMostImporantBy"));
-  FMission.Display = ReadDisplaySettings(FMission.Data, FScreen);
-  options.analogNames = FMission.Display.AnalogNames;
+  options.orderBy = FMission.Settings.orderBy;
+  FMission.Display = DisplayInForce(FMission.Settings.display, FMission.Data);
+  options.analogNames = FMission.Display.analogNames;
   LoadKorvexFileData(FMission.Data, FMission.Events, FMission.Sensors, options, progress, FMission.Tables);
   FillCompanion(FMission);
   FilterCompanion(FMission);

@@ -8,7 +8,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <variant>
 
 #include "shell/uRecentDocuments.h"
 #include "shell/uShownMission.h"
@@ -32,9 +31,11 @@ struct TSaveDialog {
 
 enum class TPictureFormat { Bitmap, Png };
 
-// What a control of a setting holds: a toggle's state, a list's entry counted from 0, a number, a text or a colour's
-// name.
-using TControlValue = std::variant<bool, int, double, std::string>;
+// Which spectrum is shown: entries of kSpectrumTypes and kWeightingWindows.
+struct TSpectrumChoice {
+  std::size_t type = 0;
+  std::size_t window = 0;
+};
 
 class IMainScreen {
  public:
@@ -55,11 +56,9 @@ class IMainScreen {
   virtual void ScrollToTop(std::string_view box) = 0;
   virtual void Repaint(std::string_view control) = 0;
 
-  // Controls of settings. What a control does not take, such as an entry that its list lacks, leaves it as it is.
-  [[nodiscard]] virtual TControlValue Value(std::string_view control) const = 0;
-  virtual void SetValue(std::string_view control, const TControlValue& value) = 0;
-  // Flips a toggle with all that a click on it does, also while it is disabled.
-  virtual void Click(std::string_view toggle) = 0;
+  // Lets the controls show these settings, with all that a change of each does; the settings in TShownMission follow. A
+  // control does not take an entry that its list lacks.
+  virtual void ShowSettings(const TSettings& settings) = 0;
 
   // Between the two the ribbon changes without being drawn.
   virtual void BeginRibbonUpdate() = 0;
@@ -123,6 +122,8 @@ class IMainScreen {
   virtual void SetChartSpan(std::string_view chart, const TTimeSpan& span) = 0;
   // A chart as it stands on the screen, but dark on white: into the clipboard, or as the bytes of a picture file.
   virtual void CopyChart(std::string_view chart) = 0;
+  // Nothing while the selected event's curves are shown.
+  [[nodiscard]] virtual std::optional<TSpectrumChoice> ShownSpectrum() const = 0;
   [[nodiscard]] virtual std::string ChartPicture(std::string_view chart, TPictureFormat format) = 0;
   // Asks with OK and Cancel; false unless the user says OK.
   [[nodiscard]] virtual bool Confirm(std::string_view question) = 0;

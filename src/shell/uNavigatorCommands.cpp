@@ -52,7 +52,7 @@ void ZoomTo(TShownMission& mission, double from, double days, IMainScreen& scree
 void SyncWith(TShownMission& mission, std::string_view chart, IMainScreen& screen) {
   if (!screen.NavigatorSpan()) return;
   constexpr std::string_view kQuestion = "Do you really want to sync the navigator with the currently viewed timespan?";
-  if (std::get<bool>(screen.Value("chboxDialogConfirmationsSync")) && !screen.Confirm(kQuestion)) return;
+  if (mission.Settings.syncConfirmations && !screen.Confirm(kQuestion)) return;
   MoveBand(mission, screen.ChartSpan(chart), screen);
 }
 

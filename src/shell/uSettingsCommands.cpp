@@ -10,7 +10,7 @@ std::vector<TFigure> NamedSensorFigures(const TShownMission& mission) {
   std::vector<TFigure> figures = SensorFigures(mission.Summary);
   for (TFigure& figure : figures) {
     for (std::size_t i = 0; i < kAnalogInputs.size(); ++i) {
-      const std::string& name = mission.Display.AnalogNames[i];
+      const std::string& name = mission.Display.analogNames[i];
       if (figure.label == kAnalogInputs[i]->sensorName && !name.empty()) {
         figure.label = name;
         break;
@@ -21,12 +21,13 @@ std::vector<TFigure> NamedSensorFigures(const TShownMission& mission) {
 }
 
 void ShowLimitsInForce(const TShownMission* mission, IMainScreen& screen) {
-  const bool fromFile = mission != nullptr && mission->Display.AccelerationFromFile;
+  const bool wanted = mission != nullptr && mission->Display.accelerationFromFile;
+  const bool fromFile = wanted && mission->Display.fileNamesLimits;
   std::string text;
   if (fromFile) {
     const TLimits& limits = mission->Display.LimitsOf(TQuantity::Acceleration);
     text = fmt::format("from the file: {} … {} g", GeneralFloat(limits.least), GeneralFloat(limits.largest));
-  } else if (mission != nullptr && mission->Display.NoLevelInFile) {
+  } else if (wanted) {
     text = "the file names no level";
   }
   screen.SetText("lblAlarmAccFromFile", text);
@@ -36,13 +37,13 @@ void ShowLimitsInForce(const TShownMission* mission, IMainScreen& screen) {
 }
 
 void ApplySettings(TShownMission& mission, IMainScreen& screen) {
-  TDisplaySettings now = ReadDisplaySettings(mission.Data, screen);
+  TDisplaySettings now = DisplayInForce(mission.Settings.display, mission.Data);
   if (now == mission.Display) return;
-  const bool limitsChanged = now.Limits != mission.Display.Limits;
+  const bool limitsChanged = now.limits != mission.Display.limits;
   mission.Display = std::move(now);
-  SetShortDateFormat(mission.Display.DateFormat);
+  SetShortDateFormat(std::string(mission.Display.DateFormat()));
   ApplyDateFormat(mission.Tables);
-  ApplyAnalogNames(mission.Display.AnalogNames, mission.Tables);
+  ApplyAnalogNames(mission.Display.analogNames, mission.Tables);
   screen.RefreshDisplay(mission);
   if (limitsChanged) AlarmLimitsChanged(mission, screen);
 }

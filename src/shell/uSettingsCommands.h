@@ -6,13 +6,13 @@
 #include "analysis/uMissionFigures.h"
 #include "shell/uMainScreen.h"
 
-// The figures of the sensors under the names that people gave the analog inputs.
+// The figures of the sensors. An analog input has the name that the user gave it.
 std::vector<TFigure> NamedSensorFigures(const TShownMission& mission);
 
-// Says beside the two acceleration limits which ones are in force, and lets them be edited unless those are the
-// recording's. Nothing stands for no mission.
+// Says beside the two acceleration limits whether the recording's are in force, and disables the two edits if so. Null:
+// no mission is shown.
 void ShowLimitsInForce(const TShownMission* mission, IMainScreen& screen);
 
-// Gathers the display settings from the controls and, where one changed, lets everything that shows the mission follow;
-// the recording is not read again.
+// After the settings changed: where the display settings in force are others than before, everything that shows the
+// mission follows. The recording is not read again.
 void ApplySettings(TShownMission& mission, IMainScreen& screen);

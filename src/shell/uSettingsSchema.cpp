@@ -1,110 +1,159 @@
 #include "shell/uSettingsSchema.h"
 
 #include <algorithm>
+#include <array>
 #include <stdexcept>
-#include <string>
 #include <utility>
-
-#include "shell/uColourNames.h"
 
 namespace {
 
-using enum TSettingType;
+using enum TQuantity;
+using enum TSensorAxis;
+using D = TDisplaySettings;
+using S = TSettings;
 
 constexpr std::string_view kDate = "Date", kGeneral = "General Settings", kAlarm = "Alarm",
                            kFormats = "Value Decimal Formats", kAnalog = "Analog Settings", kColours = "Colors",
                            kEvents = "Shock Events Chart", kSelected = "Selected Shock Event Chart",
                            kSensors = "Sensors Chart";
 
-constexpr TSetting kSettings[] = {
-    {kDate, "Date Format", Index, "0", "cmbSettingsDateTimeFormat"},
-    {"Company", "Name", Text, "Korvex", "cxTextEditCompanyName"},
-    {kGeneral, "Sync Confirmations", Bool, "1", "chboxDialogConfirmationsSync"},
-    {kGeneral, "Shock Chart Point Absorption", Bool, "1", "chboxShockChartPointAbsorption"},
-    {"File&Folder", "Default File Filter", Index, "0", "cmbSettingsDefFileFilter"},
-    {kAlarm, "Load Acc. from File", Bool, "1", "chboxLoadAccAlarmFromFile"},
-    {kAlarm, "Acc. Min", Float, "-6", "dxBarSpinAlarmAccMin"},
-    {kAlarm, "Acc. Max", Float, "6", "dxBarSpinAlarmAccMax"},
-    {kAlarm, "Temp. Min", Float, "-4", "dxBarSpinAlarmTempMin"},
-    {kAlarm, "Temp. Max", Float, "40", "dxBarSpinAlarmTempMax"},
-    {kAlarm, "Pressure Min", Float, "0", "dxBarSpinAlarmPresMin"},
-    {kAlarm, "Pressure Max", Float, "1000", "dxBarSpinAlarmPresMax"},
-    {kAlarm, "A1 Min", Float, "0", "dxBarSpinAlarmA1Min"},
-    {kAlarm, "A1 Max", Float, "1000", "dxBarSpinAlarmA1Max"},
-    {kAlarm, "A2 Min", Float, "0", "dxBarSpinAlarmA2Min"},
-    {kAlarm, "A2 Max", Float, "1000", "dxBarSpinAlarmA2Max"},
-    {kAlarm, "A3 Min", Float, "0", "dxBarSpinAlarmA3Min"},
-    {kAlarm, "A3 Max", Float, "1000", "dxBarSpinAlarmA3Max"},
-    {kAlarm, "A4 Min", Float, "0", "dxBarSpinAlarmA4Min"},
-    {kAlarm, "A4 Max", Float, "1000", "dxBarSpinAlarmA4Max"},
-    {kAlarm, "RH Min", Float, "30", "dxBarSpinAlarmRHMin"},
-    {kAlarm, "RH Max", Float, "60", "dxBarSpinAlarmRHMax"},
-    {kAlarm, "Light Min", Float, "0", "dxBarSpinAlarmLiMin"},
-    {kAlarm, "Light Max", Float, "1000", "dxBarSpinAlarmLiMax"},
-    {kAlarm, "Battery Min", Float, "2.5", "dxBarSpinAlarmBatMin"},
-    {kAlarm, "Battery Max", Float, "4.5", "dxBarSpinAlarmBatMax"},
-    {kAlarm, "Active", Bool, "0", "barbtnlrgAlarm"},
-    {kFormats, "Time", Index, "3", "cmbSettingsTimeDec"},
-    {kFormats, "Acceleration", Index, "3", "cmbSettingsAccDec"},
-    {kFormats, "DBC", Index, "0", "cmbSettingsDBCDec"},
-    {kFormats, "Intesity", Index, "2", "cmbSettingsIntDec"},
-    {kFormats, "Temperature", Index, "2", "cmbSettingsTempDec"},
-    {kFormats, "Humidity", Index, "2", "cmbSettingsRHDec"},
-    {kFormats, "Pressure", Index, "2", "cmbSettingsPresDec"},
-    {kFormats, "Light", Index, "0", "cmbSettingsLiDec"},
-    {kFormats, "Battery", Index, "2", "cmbSettingsBatDec"},
-    {kFormats, "A1", Index, "6", "cmbSettingsA1Dec"},
-    {kFormats, "A2", Index, "6", "cmbSettingsA2Dec"},
-    {kFormats, "A3", Index, "6", "cmbSettingsA3Dec"},
-    {kFormats, "A4", Index, "6", "cmbSettingsA4Dec"},
-    {kAnalog, "A1 Name", Text, "A1", "tedA1Name"},
-    {kAnalog, "A2 Name", Text, "A2", "tedA2Name"},
-    {kAnalog, "A3 Name", Text, "A3", "tedA3Name"},
-    {kAnalog, "A4 Name", Text, "A4", "tedA4Name"},
-    {kColours, "Acc. X Series", Colour, "clBlue", "ccmbShockX"},
-    {kColours, "Acc. Y Series", Colour, "clRed", "ccmbShockY"},
-    {kColours, "Acc. Z Series", Colour, "clGreen", "ccmbShockZ"},
-    {kColours, "Acc. Total Series", Colour, "clBlack", "ccmbShockTotal"},
-    {kColours, "Sensors Left Inner", Colour, "clBlack", "clrgalSensorsLeftAxisI"},
-    {kColours, "Sensors Left Outer", Colour, "clRed", "clrgalSensorsLeftAxisII"},
-    {kColours, "Sensors Right Inner", Colour, "clBlue", "clrgalSensorsRightAxisI"},
-    {kColours, "Sensors Right Outer", Colour, "clGreen", "clrgalSensorsRightAxisII"},
-    {kColours, "Temperature", Colour, "clRed", "ccmbSensorsTemp"},
-    {kColours, "Temperature P", Colour, "clMaroon", "ccmbSensorsTempP"},
-    {kColours, "Temperature RH", Colour, "clFuchsia", "ccmbSensorsTempRH"},
-    {kColours, "Humidity", Colour, "clBlue", "ccmbSensorsRH"},
-    {kColours, "Pressure", Colour, "clGreen", "ccmbSensorsPressure"},
-    {kColours, "Light", Colour, "clOlive", "ccmbSensorsLight"},
-    {kColours, "Battery", Colour, "clNavy", "ccmbSensorsBattery"},
-    {kColours, "A1", Colour, "clBlack", "ccmbSensorsA1"},
-    {kColours, "A2", Colour, "clPurple", "ccmbSensorsA2"},
-    {kColours, "A3", Colour, "clGray", "ccmbSensorsA3"},
-    {kColours, "A4", Colour, "clSkyBlue", "ccmbSensorsA4"},
-    {kEvents, "Indicator Visibility", Bool, "1", "actShockEventsToolsIndicator"},
-    {kEvents, "Axis Zoom Lock", Bool, "1", "barbtnShockEventsGAxisLock"},
-    {kSelected, "Table Visibility", Bool, "0", "actShockShowTable"},
-    {kSelected, "HP Filtering", WriteOnly, "0", "swtHPFilter"},
-    {kSelected, "Total Series Visibility", Bool, "0", "dxBarShockShowTotal"},
-    {kSelected, "X Series Visibility", Bool, "1", "barbtnShockShowX"},
-    {kSelected, "Y Series Visibility", Bool, "1", "barbtnShockShowY"},
-    {kSelected, "Z Series Visibility", Bool, "1", "barbtnShockShowZ"},
-    {kSelected, "Points Visibility", Bool, "1", "barbtnShockToolsPoints"},
-    {kSelected, "Nearest Visibility", Bool, "0", "barbtnShockToolsNearest"},
-    {kSelected, "Indicator Visibility", Bool, "1", "actShockToolsIndicator"},
-    {kSelected, "Indicator Lock", Bool, "1", "barbtnShockIndicatorMouseLock"},
-    {kSelected, "Axis Zoom Lock", Bool, "1", "barbtnShockGAxisLock"},
-    {kSensors, "Points Visibility", Bool, "1", "actSensorsToolsPoints"},
-    {kSensors, "Nearest Visibility", Bool, "0", "actSensorsToolsNearest"},
-    {kSensors, "Indicator Visibility", Bool, "1", "actSensorsToolsIndicator"},
-    {kSensors, "Indicator Lock", Bool, "1", "actSensorIndicatorMouseLock"},
-    {kSensors, "Right Outer Axis Zoom Lock", Bool, "1", "actSensorsAZoomRightII"},
-    {kSensors, "Right Inner Axis Zoom Lock", Bool, "1", "actSensorsAZoomRightI"},
-    {kSensors, "Left Outer Axis Zoom Lock", Bool, "1", "actSensorsAZoomLeftII"},
-    {kSensors, "Left Inner Axis Zoom Lock", Bool, "1", "actSensorsAZoomLeftI"},
-    {"Most Important Events", "Order By", Index, "0", "cmbOrderMostImporantBy"},
+// The fields: a member, an element of a member, the same of the display settings.
+template <auto Member>
+constexpr auto kOwn = +[](TSettings& settings) -> auto& {
+  return settings.*Member;
+};
+template <auto Member, auto Index>
+constexpr auto kOwnAt = +[](TSettings& settings) -> auto& {
+  return (settings.*Member)[static_cast<std::size_t>(Index)];
+};
+template <auto Member>
+constexpr auto kShown = +[](TSettings& settings) -> auto& {
+  return settings.display.*Member;
+};
+template <auto Member, auto Index>
+constexpr auto kShownAt = +[](TSettings& settings) -> auto& {
+  return (settings.display.*Member)[static_cast<std::size_t>(Index)];
+};
+template <auto End, auto Index>
+constexpr auto kLimit = +[](TSettings& settings) -> auto& {
+  return settings.display.limits[static_cast<std::size_t>(Index)].*End;
 };
 
-// Runs of settings, from one control to another, as they are written after each other.
+// The rows whose controls are those of a quantity.
+constexpr const TQuantityControls& ControlsOf(TQuantity quantity) {
+  return kQuantityControls[static_cast<std::size_t>(quantity)];
+}
+template <TQuantity Quantity>
+constexpr TSetting Min(std::string_view key, std::string_view def) {
+  return {kAlarm, key, def, ControlsOf(Quantity).min, kLimit<&TLimits::least, Quantity>};
+}
+template <TQuantity Quantity>
+constexpr TSetting Max(std::string_view key, std::string_view def) {
+  return {kAlarm, key, def, ControlsOf(Quantity).max, kLimit<&TLimits::largest, Quantity>};
+}
+template <TQuantity Quantity>
+constexpr TSetting Format(std::string_view key, std::string_view def) {
+  return {kFormats, key, def, ControlsOf(Quantity).format, kShownAt<&D::formats, Quantity>};
+}
+template <std::size_t Input>
+constexpr TSetting AnalogName(std::string_view key) {
+  constexpr const TQuantityRow& kRow = *kAnalogInputs[Input];
+  return {kAnalog, key, kRow.sensorName, kRow.nameControl, kShownAt<&D::analogNames, Input>};
+}
+template <std::size_t Sensor>
+constexpr TSetting SensorColour(std::string_view key, std::string_view def) {
+  return {kColours, key, def, kColouredSensors[Sensor]->colourControl, kShownAt<&D::sensorColours, Sensor>};
+}
+
+constexpr TSetting kSettings[] = {
+    {kDate, "Date Format", "0", "cmbSettingsDateTimeFormat", kShown<&D::dateFormat>},
+    {"Company", "Name", "Korvex", "cxTextEditCompanyName", kShown<&D::company>},
+    {kGeneral, "Sync Confirmations", "1", "chboxDialogConfirmationsSync", kOwn<&S::syncConfirmations>},
+    {kGeneral, "Shock Chart Point Absorption", "1", "chboxShockChartPointAbsorption", kShown<&D::pointAbsorption>},
+    {"File&Folder", "Default File Filter", "0", "cmbSettingsDefFileFilter", kOwn<&S::fileFilter>},
+    {kAlarm, "Load Acc. from File", "1", "chboxLoadAccAlarmFromFile", kShown<&D::accelerationFromFile>},
+    Min<Acceleration>("Acc. Min", "-6"),
+    Max<Acceleration>("Acc. Max", "6"),
+    Min<Temperature>("Temp. Min", "-4"),
+    Max<Temperature>("Temp. Max", "40"),
+    Min<Pressure>("Pressure Min", "0"),
+    Max<Pressure>("Pressure Max", "1000"),
+    Min<A1>("A1 Min", "0"),
+    Max<A1>("A1 Max", "1000"),
+    Min<A2>("A2 Min", "0"),
+    Max<A2>("A2 Max", "1000"),
+    Min<A3>("A3 Min", "0"),
+    Max<A3>("A3 Max", "1000"),
+    Min<A4>("A4 Min", "0"),
+    Max<A4>("A4 Max", "1000"),
+    Min<Humidity>("RH Min", "30"),
+    Max<Humidity>("RH Max", "60"),
+    Min<Light>("Light Min", "0"),
+    Max<Light>("Light Max", "1000"),
+    Min<Battery>("Battery Min", "2.5"),
+    Max<Battery>("Battery Max", "4.5"),
+    {kAlarm, "Active", "0", "barbtnlrgAlarm", kShown<&D::alarmActive>},
+    Format<Time>("Time", "3"),
+    Format<Acceleration>("Acceleration", "3"),
+    Format<ToT>("DBC", "0"),
+    Format<IoT>("Intesity", "2"),
+    Format<Temperature>("Temperature", "2"),
+    Format<Humidity>("Humidity", "2"),
+    Format<Pressure>("Pressure", "2"),
+    Format<Light>("Light", "0"),
+    Format<Battery>("Battery", "2"),
+    Format<A1>("A1", "6"),
+    Format<A2>("A2", "6"),
+    Format<A3>("A3", "6"),
+    Format<A4>("A4", "6"),
+    AnalogName<0>("A1 Name"),
+    AnalogName<1>("A2 Name"),
+    AnalogName<2>("A3 Name"),
+    AnalogName<3>("A4 Name"),
+    {kColours, "Acc. X Series", "clBlue", "ccmbShockX", kShownAt<&D::accelerationColours, 0>},
+    {kColours, "Acc. Y Series", "clRed", "ccmbShockY", kShownAt<&D::accelerationColours, 1>},
+    {kColours, "Acc. Z Series", "clGreen", "ccmbShockZ", kShownAt<&D::accelerationColours, 2>},
+    {kColours, "Acc. Total Series", "clBlack", "ccmbShockTotal", kShownAt<&D::accelerationColours, 3>},
+    {kColours, "Sensors Left Inner", "clBlack", "clrgalSensorsLeftAxisI", kShownAt<&D::axisColours, LeftInner>},
+    {kColours, "Sensors Left Outer", "clRed", "clrgalSensorsLeftAxisII", kShownAt<&D::axisColours, LeftOuter>},
+    {kColours, "Sensors Right Inner", "clBlue", "clrgalSensorsRightAxisI", kShownAt<&D::axisColours, RightInner>},
+    {kColours, "Sensors Right Outer", "clGreen", "clrgalSensorsRightAxisII", kShownAt<&D::axisColours, RightOuter>},
+    SensorColour<0>("Temperature", "clRed"),
+    SensorColour<1>("Temperature P", "clMaroon"),
+    SensorColour<2>("Temperature RH", "clFuchsia"),
+    SensorColour<3>("Humidity", "clBlue"),
+    SensorColour<4>("Pressure", "clGreen"),
+    SensorColour<5>("Light", "clOlive"),
+    SensorColour<6>("Battery", "clNavy"),
+    SensorColour<7>("A1", "clBlack"),
+    SensorColour<8>("A2", "clPurple"),
+    SensorColour<9>("A3", "clGray"),
+    SensorColour<10>("A4", "clSkyBlue"),
+    {kEvents, "Indicator Visibility", "1", "actShockEventsToolsIndicator", kOwn<&S::eventsIndicator>},
+    {kEvents, "Axis Zoom Lock", "1", "barbtnShockEventsGAxisLock", kOwn<&S::eventsAxisLock>},
+    {kSelected, "Table Visibility", "0", "actShockShowTable", kOwn<&S::shockTable>},
+    {kSelected, "HP Filtering", "0", "swtHPFilter", kOwn<&S::highPass>, false},
+    {kSelected, "Total Series Visibility", "0", "dxBarShockShowTotal", kOwn<&S::shockTotal>},
+    {kSelected, "X Series Visibility", "1", "barbtnShockShowX", kOwn<&S::shockX>},
+    {kSelected, "Y Series Visibility", "1", "barbtnShockShowY", kOwn<&S::shockY>},
+    {kSelected, "Z Series Visibility", "1", "barbtnShockShowZ", kOwn<&S::shockZ>},
+    {kSelected, "Points Visibility", "1", "barbtnShockToolsPoints", kOwn<&S::shockPoints>},
+    {kSelected, "Nearest Visibility", "0", "barbtnShockToolsNearest", kOwn<&S::shockNearest>},
+    {kSelected, "Indicator Visibility", "1", "actShockToolsIndicator", kOwn<&S::shockIndicator>},
+    {kSelected, "Indicator Lock", "1", "barbtnShockIndicatorMouseLock", kOwn<&S::shockIndicatorLock>},
+    {kSelected, "Axis Zoom Lock", "1", "barbtnShockGAxisLock", kOwn<&S::shockAxisLock>},
+    {kSensors, "Points Visibility", "1", "actSensorsToolsPoints", kOwn<&S::sensorsPoints>},
+    {kSensors, "Nearest Visibility", "0", "actSensorsToolsNearest", kOwn<&S::sensorsNearest>},
+    {kSensors, "Indicator Visibility", "1", "actSensorsToolsIndicator", kOwn<&S::sensorsIndicator>},
+    {kSensors, "Indicator Lock", "1", "actSensorIndicatorMouseLock", kOwn<&S::sensorsIndicatorLock>},
+    {kSensors, "Right Outer Axis Zoom Lock", "1", "actSensorsAZoomRightII", kOwnAt<&S::sensorsAxisLocks, RightOuter>},
+    {kSensors, "Right Inner Axis Zoom Lock", "1", "actSensorsAZoomRightI", kOwnAt<&S::sensorsAxisLocks, RightInner>},
+    {kSensors, "Left Outer Axis Zoom Lock", "1", "actSensorsAZoomLeftII", kOwnAt<&S::sensorsAxisLocks, LeftOuter>},
+    {kSensors, "Left Inner Axis Zoom Lock", "1", "actSensorsAZoomLeftI", kOwnAt<&S::sensorsAxisLocks, LeftInner>},
+    {"Most Important Events", "Order By", "0", "cmbOrderMostImporantBy", kOwn<&S::orderBy>},
+};
+
+// The writing order: runs of settings, each from one control to another.
 constexpr std::pair<std::string_view, std::string_view> kWrittenRuns[] = {
     {"chboxDialogConfirmationsSync", "chboxShockChartPointAbsorption"},
     {"cmbSettingsDateTimeFormat", "cxTextEditCompanyName"},
@@ -127,7 +176,7 @@ constexpr std::pair<std::string_view, std::string_view> kWrittenRuns[] = {
 
 constexpr std::size_t IndexOf(std::string_view control) {
   const auto* found = std::ranges::find(kSettings, control, &TSetting::control);
-  if (found == std::end(kSettings)) throw std::logic_error("there is no setting " + std::string(control));
+  if (found == std::end(kSettings)) throw std::logic_error("there is no such setting");
   return static_cast<std::size_t>(found - kSettings);
 }
 
@@ -149,12 +198,4 @@ std::span<const TSetting> Settings() {
 
 std::span<const std::size_t> WritingOrder() {
   return kWritingOrder;
-}
-
-const TSetting& FindSetting(std::string_view control) {
-  return kSettings[IndexOf(control)];
-}
-
-std::uint32_t DefaultColour(std::string_view control) {
-  return ColourFromText(FindSetting(control).def).value();
 }

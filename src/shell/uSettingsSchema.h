@@ -1,42 +1,39 @@
-// Every setting: where it stands in "settings.ini", its default, and the control of the window that holds it while the
-// program runs. The program's behaviour follows the control; the file is its copy.
+// The table of the settings: where each stands in "settings.ini", its default, the control of the window that shows it,
+// and its field in TSettings.
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <string>
 #include <string_view>
+#include <variant>
 
-enum class TSettingType {
-  Bool,
-  Index,  // of a list's entry, from 0
-  Float,
-  Text,
-  Colour,     // a name such as "clBlue"
-  WriteOnly,  // a Bool that starts switched off, whatever the file holds
-};
+#include "shell/uSettings.h"
+
+template <class T>
+using TFieldOf = T& (*)(TSettings&);
+// A bool is "1" or "0" in the file, an int is the index of a list's entry, a std::uint32_t is a colour and stands in
+// the file as uColourNames writes it.
+using TSettingField =
+    std::variant<TFieldOf<bool>, TFieldOf<int>, TFieldOf<double>, TFieldOf<std::string>, TFieldOf<std::uint32_t>>;
 
 struct TSetting {
   std::string_view section;
   std::string_view key;
-  TSettingType type;
   std::string_view def;  // as the file holds it
   std::string_view control;
+  TSettingField field;
+  bool isRead = true;  // else it has its default at every start, whatever the file holds
+};
+
+// Visits a TSettingField with a function for each type.
+template <class... T>
+struct TByType : T... {
+  using T::operator()...;
 };
 
 // In the order in which they are read.
 std::span<const TSetting> Settings();
 // The same in the order in which they are written: indexes in Settings().
 std::span<const std::size_t> WritingOrder();
-const TSetting& FindSetting(std::string_view control);
-// 0xRRGGBB of a colour setting.
-std::uint32_t DefaultColour(std::string_view control);
-
-// The entries of the lists, by index.
-inline constexpr std::array<std::string_view, 12> kDateFormats = {"yy-mm-dd", "yyyy-mm-dd", "mm-dd-yy", "mm-dd-yyyy",
-                                                                  "dd-mm-yy", "dd-mm-yyyy", "yy.mm.dd", "yyyy.mm.dd",
-                                                                  "mm.dd.yy", "mm.dd.yyyy", "dd.mm.yy", "dd.mm.yyyy"};
-inline constexpr std::array<std::string_view, 12> kDecimalMasks = {
-    "0.#", "0.##", "0.###", "0.####", "0.#####", "0.######", "0.0", "0.00", "0.000", "0.0000", "0.00000", "0.000000"};
-inline constexpr std::array<std::string_view, 2> kFileFilters = {"*.kshock", "*.kshock & *.korvex"};

@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <charconv>
 #include <stdexcept>
 #include <string>
 #include <variant>
@@ -12,94 +11,58 @@
 #include "base/uIniFile.h"
 #include "platform/uSafeFile.h"
 #include "shell/uColourNames.h"
+#include "shell/uSettingsSchema.h"
 
 namespace fs = std::filesystem;
 
 namespace {
 
-// Toggles are flipped, not set, so that all that a click does happens.
-void Flip(IMainScreen& screen, std::string_view control, bool on) {
-  if (std::get<bool>(screen.Value(control)) != on) screen.Click(control);
-}
-
-// A control starts with the default, which stands in for what is missing or does not parse.
-void ReadSetting(const TIniFile& ini, const TSetting& row, IMainScreen& screen) {
+// What is missing or does not parse leaves the field as it is.
+void ReadSetting(const TIniFile& ini, const TSetting& row, TSettings& settings) {
   const std::string section(row.section);
   const std::string key(row.key);
-  const TControlValue start = screen.Value(row.control);
-  switch (row.type) {
-    case TSettingType::Bool:
-      Flip(screen, row.control, ini.ReadBool(section, key, std::get<bool>(start)));
-      break;
-    case TSettingType::WriteOnly:
-      Flip(screen, row.control, false);
-      break;
-    case TSettingType::Index:
-      screen.SetValue(row.control, ini.ReadInteger(section, key, std::get<int>(start)));
-      break;
-    case TSettingType::Float:
-      screen.SetValue(row.control, ini.ReadFloat(section, key, std::get<double>(start)));
-      break;
-    case TSettingType::Text:
-      screen.SetValue(row.control, ini.ReadString(section, key, std::get<std::string>(start)));
-      break;
-    case TSettingType::Colour:
-      if (const auto colour = ColourFromText(ini.ReadString(section, key, ""))) {
-        screen.SetValue(row.control, TextFromColour(*colour));
-      }
-      break;
-  }
+  std::visit(
+      TByType{[&](TFieldOf<bool> field) { field(settings) = ini.ReadBool(section, key, field(settings)); },
+              [&](TFieldOf<int> field) { field(settings) = ini.ReadInteger(section, key, field(settings)); },
+              [&](TFieldOf<double> field) { field(settings) = ini.ReadFloat(section, key, field(settings)); },
+              [&](TFieldOf<std::string> field) { field(settings) = ini.ReadString(section, key, field(settings)); },
+              [&](TFieldOf<std::uint32_t> field) {
+                field(settings) = ColourFromText(ini.ReadString(section, key, "")).value_or(field(settings));
+              }},
+      row.field);
+}
+
+void WriteSetting(TIniFile& ini, const TSetting& row, TSettings& settings) {
+  const std::string section(row.section);
+  const std::string key(row.key);
+  std::visit(
+      TByType{[&](TFieldOf<bool> field) { ini.WriteBool(section, key, field(settings)); },
+              [&](TFieldOf<int> field) { ini.WriteInteger(section, key, field(settings)); },
+              [&](TFieldOf<double> field) { ini.WriteFloat(section, key, field(settings)); },
+              [&](TFieldOf<std::string> field) { ini.WriteString(section, key, field(settings)); },
+              [&](TFieldOf<std::uint32_t> field) { ini.WriteString(section, key, TextFromColour(field(settings))); }},
+      row.field);
 }
 
 bool HoldsSettings(const TIniFile& ini) {
   return std::ranges::any_of(Settings(), [&](const TSetting& row) { return ini.HasSection(std::string(row.section)); });
 }
 
-void WriteSetting(TIniFile& ini, const TSetting& row, const IMainScreen& screen) {
-  const std::string section(row.section);
-  const std::string key(row.key);
-  const TControlValue value = screen.Value(row.control);
-  switch (row.type) {
-    case TSettingType::Bool:
-    case TSettingType::WriteOnly:
-      ini.WriteBool(section, key, std::get<bool>(value));
-      break;
-    case TSettingType::Index:
-      ini.WriteInteger(section, key, std::get<int>(value));
-      break;
-    case TSettingType::Float:
-      ini.WriteFloat(section, key, std::get<double>(value));
-      break;
-    case TSettingType::Text:
-    case TSettingType::Colour:
-      ini.WriteString(section, key, std::get<std::string>(value));
-      break;
-  }
-}
-
 }  // namespace
 
-TControlValue DefaultOf(const TSetting& setting) {
-  const std::string text(setting.def);
-  double number = 0;
-  std::from_chars(text.data(), text.data() + text.size(), number);
-  switch (setting.type) {
-    case TSettingType::Bool:
-    case TSettingType::WriteOnly:
-      return text == "1";
-    case TSettingType::Index:
-      return static_cast<int>(number);
-    case TSettingType::Float:
-      return number;
-    default:
-      return text;
+// The defaults are read as a file that holds them.
+TSettings::TSettings() {
+  TIniFile defaults;
+  for (const TSetting& row : Settings()) {
+    defaults.WriteString(std::string(row.section), std::string(row.key), std::string(row.def));
+    ReadSetting(defaults, row, *this);
   }
 }
 
-void ReadSettings(const fs::path& folder, IMainScreen& screen) {
+std::optional<TSettings> ReadSettings(const fs::path& folder) {
   const fs::path path = folder / kSettingsFile;
   std::error_code unknown;
-  if (!fs::exists(fs::symlink_status(path, unknown))) return;
+  if (!fs::exists(fs::symlink_status(path, unknown))) return std::nullopt;
   TIniFile ini;
   try {
     ini = TIniFile::Load(path);
@@ -107,13 +70,17 @@ void ReadSettings(const fs::path& folder, IMainScreen& screen) {
   } catch (const std::exception& error) {
     throw std::runtime_error(fmt::format("{} It is kept as {}.", error.what(), Utf8FromPath(KeepAside(path))));
   }
-  for (const TSetting& row : Settings()) ReadSetting(ini, row, screen);
+  TSettings settings;
+  for (const TSetting& row : Settings()) {
+    if (row.isRead) ReadSetting(ini, row, settings);
+  }
+  return settings;
 }
 
-void WriteSettings(const fs::path& folder, const IMainScreen& screen) {
+void WriteSettings(const fs::path& folder, TSettings settings) {
   const fs::path path = folder / kSettingsFile;
   TIniFile ini;
   if (fs::exists(path)) ini = TIniFile::Load(path);
-  for (const std::size_t row : WritingOrder()) WriteSetting(ini, Settings()[row], screen);
+  for (const std::size_t row : WritingOrder()) WriteSetting(ini, Settings()[row], settings);
   SaveFile(path, ini.Text());
 }

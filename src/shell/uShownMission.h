@@ -13,7 +13,7 @@
 #include "model/uGlobalSharedVariables.h"
 #include "model/uOtherSensors.h"
 #include "navigation/uTimeNavigator.h"
-#include "shell/uDisplaySettings.h"
+#include "shell/uSettings.h"
 
 struct TShownMission {
   // The model. It belongs to the reader while a file is read.
@@ -27,8 +27,10 @@ struct TShownMission {
   TMissionDatasets Tables;
   TDataset CLDS;
   TMissionSummary Summary;
-  std::string Damage;                        // what is wrong with the recording, in words; empty when it is whole
-  TDisplaySettings Display;                  // outlives the mission
+  std::string Damage;  // what is wrong with the recording, in words; empty when it is whole
+  // Both outlive the mission. The window's controls keep the settings up to date.
+  TSettings Settings;
+  TDisplaySettings Display;                  // in force
   TTimeSpan Band{0, 0};                      // of the navigator
   std::optional<std::size_t> SelectedEvent;  // index in Events
   // What the user chose, who may be hidden by the filter for now: another event is selected in its place.

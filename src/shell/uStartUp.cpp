@@ -101,7 +101,9 @@ void FormCreate(const TProgram& program, TRecentDocuments& recent, IMainScreen& 
   const fs::path folder = PathFromUtf8(program.findSettingsFolder());
   if (folder.empty()) return;
   TSteps steps;
-  steps.Run(folder / kSettingsFile, [&] { ReadSettings(folder, screen); });
+  steps.Run(folder / kSettingsFile, [&] {
+    if (const auto settings = ReadSettings(folder)) screen.ShowSettings(*settings);
+  });
   LoadLogos(folder, steps, screen);
   LoadLayouts(folder, steps, screen);
   const fs::path documents = folder / kRecentDocumentsFile;
@@ -119,13 +121,13 @@ void FormShow(const TProgram& program, IMainScreen& screen) {
   screen.SetUpSensorsAxes();
 }
 
-void FormClose(const TProgram& program, TRecentDocuments& recent, IMainScreen& screen) {
+void FormClose(const TProgram& program, const TSettings& settings, TRecentDocuments& recent, IMainScreen& screen) {
   screen.FreePointAbsorptionLists();
   const fs::path folder = PathFromUtf8(program.findSettingsFolder());
   if (folder.empty()) return;
   TSteps steps;
   SaveLogos(folder, steps, screen);
-  steps.Run(folder / kSettingsFile, [&] { WriteSettings(folder, screen); });
+  steps.Run(folder / kSettingsFile, [&] { WriteSettings(folder, settings); });
   const fs::path documents = folder / kRecentDocumentsFile;
   steps.Run(documents, [&] { recent.Save(documents); });
   steps.Tell(screen, "Not everything could be saved.");

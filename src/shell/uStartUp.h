@@ -25,10 +25,10 @@ std::string StartCaption(const TProgram& program);
 std::string DemoFolder(const TProgram& program);
 
 // The window is constructed: title, manual, cards, open dialog, welcome state, axes, and what the settings folder
-// holds: logos, layouts, recent documents.
+// holds: settings, logos, layouts, recent documents.
 void FormCreate(const TProgram& program, TRecentDocuments& recent, IMainScreen& screen);
 // The window is shown for the first time. The recording of the first argument is the caller's to open, afterwards.
 void FormShow(const TProgram& program, IMainScreen& screen);
-// The window closes; no file is being read any more. Logos and recent documents are saved, the user layout is not. A
-// file that cannot be written costs neither the others nor the close.
-void FormClose(const TProgram& program, TRecentDocuments& recent, IMainScreen& screen);
+// The window closes; no file is being read any more. Settings, logos and recent documents are saved, the user layout is
+// not. A file that cannot be written costs neither the others nor the close.
+void FormClose(const TProgram& program, const TSettings& settings, TRecentDocuments& recent, IMainScreen& screen);

@@ -27,7 +27,7 @@ class EventFilter : public testing::Test {
   EventFilter() {
     FTable.AddField("ID", TFieldType::Integer);
     FTable.AddField("Timestamp", TFieldType::DateTime);
-    for (const std::string_view field : kFilteredFields) FTable.AddField(std::string(field), TFieldType::Single);
+    for (const TQuantityRow& metric : kMetrics) FTable.AddField(std::string(metric.field), TFieldType::Single);
     for (const char* key : {"ID", "Timestamp", "ToT max"}) FTable.AddIndexPair(key, key);
     const float nan = std::nanf("");
     Add({20, 11, 2, 10, 2}, {1, 0, 0});
@@ -86,7 +86,7 @@ TEST_F(EventFilter, RangesHoldTheirEndsAndNeitherNaNNorNothing) {
     TEventFilter filter;
     filter.ranges[field] = range;
     EXPECT_TRUE(filter.HasCondition());
-    EXPECT_EQ(Through(filter), through) << kFilteredFields[field] << " from " << range.from.value_or(-1);
+    EXPECT_EQ(Through(filter), through) << kMetrics[field].field << " from " << range.from.value_or(-1);
   }
 }
 

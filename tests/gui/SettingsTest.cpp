@@ -1,4 +1,4 @@
-// Settings from end to end: every control of the table, what it does at once, and that it is there after a restart.
+// The settings in the window: what a change does at once, and that it lasts beyond a restart.
 #include <fmt/format.h>
 
 #include <QAbstractButton>
@@ -10,15 +10,16 @@
 #include <QScrollBar>
 #include <QTableView>
 #include <QTest>
+#include <QToolButton>
 #include <fstream>
 
 #include "base/uDateTime.h"
 #include "base/uIniFile.h"
+#include "gui/charts/uSelectedEventChart.h"
 #include "gui/common/DatasetTableModel.h"
-#include "gui/mainform/uSettingsBinder.h"
 #include "gui/settings/uColourBox.h"
 #include "gui/settings/uLimitEdit.h"
-#include "shell/uSettingsStore.h"
+#include "shell/uSettingsSchema.h"
 #include "tests/support/uThreeEvents.h"
 #include "tests/support/uWindowTest.h"
 
@@ -46,6 +47,7 @@ class SettingsOfTheWindow : public TWindowTest {
   }
   TIniFile File() { return TIniFile::Load(FFolder / "settings/settings.ini"); }
 
+  TSettings& Set() { return FForm->Flow().Mission().Settings; }
   QTableView* Grid(const char* name) { return Find<QTableView>(name); }
   static int Column(const QTableView* grid, const char* title) {
     for (int column = 0; column < grid->model()->columnCount(); ++column) {
@@ -58,47 +60,55 @@ class SettingsOfTheWindow : public TWindowTest {
         ->Drawing(grid->model()->index(row, Column(grid, title)));
   }
   void Choose(const char* list, int index) { Find<QComboBox>(list)->setCurrentIndex(index); }
-  void Type(const char* edit, const char* text) {
-    auto* found = Find<QLineEdit>(edit);
-    found->selectAll();
-    QTest::keyClicks(found, text);
+  // A toggle is an action, a button of one, or a box. Some are disabled while no recording is shown.
+  void Toggle(const std::string& name) {
+    if (auto* action = FForm->findChild<QAction*>(QString::fromStdString(name))) return action->toggle();
+    auto* button = Find<QAbstractButton>(name);
+    const auto* ofAction = qobject_cast<QToolButton*>(button);
+    ofAction == nullptr ? button->toggle() : ofAction->defaultAction()->toggle();
   }
 };
 
 TEST_F(SettingsOfTheWindow, EachStartsWithItsDefaultAndComesBackAfterARestart) {
   Start();
-  std::map<std::string_view, TControlValue> wanted;
-  {
-    TSettingsBinder controls(*FForm);
-    int number = 0;
-    for (const TSetting& row : Settings()) {
-      TControlValue value = controls.Value(row.control);
-      EXPECT_EQ(value, DefaultOf(row)) << row.control;
-      ++number;
-      if (auto* on = std::get_if<bool>(&value)) {
-        controls.Click(row.control);
-        *on = !*on;
-      } else {
-        if (auto* index = std::get_if<int>(&value)) *index = *index == 1 ? 0 : 1;
-        if (auto* limit = std::get_if<double>(&value)) *limit += number + 0.125;
-        if (auto* text = std::get_if<std::string>(&value)) {
-          *text = row.type == TSettingType::Colour ? fmt::format("$00AB{:02X}CD", number) : "Name \"ü\"; ";
-        }
-        controls.SetValue(row.control, value);
-      }
-      EXPECT_EQ(controls.Value(row.control), value) << row.control;
-      wanted[row.control] = row.type == TSettingType::WriteOnly ? TControlValue(false) : value;
-    }
+  EXPECT_EQ(Set(), TSettings());
+  TSettings wanted;
+  int number = 0;
+  for (const TSetting& row : Settings()) {
+    ++number;
+    std::visit(TByType{[&](TFieldOf<bool> field) {
+                         field(wanted) = !field(wanted);
+                         Toggle(std::string(row.control));
+                       },
+                       [&](TFieldOf<int> field) {
+                         field(wanted) = field(wanted) == 1 ? 0 : 1;
+                         Find<QComboBox>(std::string(row.control))->setCurrentIndex(field(wanted));
+                       },
+                       [&](TFieldOf<double> field) {
+                         field(wanted) += number + 0.125;
+                         Find<TLimitEdit>(std::string(row.control))->setValue(field(wanted));
+                       },
+                       [&](TFieldOf<std::string> field) {
+                         field(wanted) = fmt::format("Name \"ü\" {}; ", number);
+                         Find<QLineEdit>(std::string(row.control))->setText(QString::fromStdString(field(wanted)));
+                       },
+                       [&](TFieldOf<std::uint32_t> field) {
+                         field(wanted) = 0xAB00CD + (number << 8);
+                         Find<TColourBox>(std::string(row.control))->SetColour(field(wanted));
+                       }},
+               row.field);
+    EXPECT_TRUE(std::visit([&](auto field) { return field(Set()) == field(wanted); }, row.field)) << row.control;
   }
   Close();
   EXPECT_TRUE(File().ReadBool("Selected Shock Event Chart", "HP Filtering", false));
+  wanted.highPass = false;
   Start();
-  const TSettingsBinder controls(*FForm);
-  for (const auto& [control, value] : wanted) EXPECT_EQ(controls.Value(control), value) << control;
+  EXPECT_EQ(Set(), wanted);
+  EXPECT_FALSE(Find<TSelectedEventChart>("Chart2")->IsSeriesVisible(TSeries::X)) << "the toggle has its effect too";
   EXPECT_THAT(FBoxes, IsEmpty());
 }
 
-TEST_F(SettingsOfTheWindow, FormatsNamesAndDatesAreShownAtOnceAndMoveNothing) {
+TEST_F(SettingsOfTheWindow, FormatsNamesAndDatesChangeAtOnceAndKeepTheSelection) {
   Start();
   Open();
   auto* grid = Grid("dbgShocks");
@@ -113,7 +123,7 @@ TEST_F(SettingsOfTheWindow, FormatsNamesAndDatesAreShownAtOnceAndMoveNothing) {
   Choose("cmbSettingsDateTimeFormat", 11);
   EXPECT_EQ(Cell(grid, 0, "Timestamp").text, "16.07.2023 06:00:00");
   Find<QLineEdit>("cxTextEditCompanyName")->setText("<b>Acme");
-  EXPECT_EQ(FForm->Flow().Mission().Display.Company, "<b>Acme");
+  EXPECT_EQ(FForm->Flow().Mission().Display.company, "<b>Acme");
   EXPECT_EQ(grid->currentIndex(), before);
   EXPECT_EQ(FForm->Flow().Mission().SelectedEvent, 1U);
 }
@@ -156,7 +166,7 @@ TEST_F(SettingsOfTheWindow, TheAlarmMarksWhatLiesBeyondTheLimitsInForce) {
   EXPECT_TRUE(File().ReadBool("Alarm", "Active", false));
 }
 
-TEST_F(SettingsOfTheWindow, ABadFileCostsNeitherStartNorClose) {
+TEST_F(SettingsOfTheWindow, ABadFileStopsNeitherStartNorClose) {
   const auto path = FFolder / "settings/settings.ini";
   std::ofstream(path) << std::string(5000, '\x01') << "\n[Date]\nDate Format=-7\n[Most Important Events]\nOrder By=2\n";
   Start();
@@ -218,7 +228,7 @@ TEST(LimitEdit, TakesAPointOrACommaAndRefusesWhatCanBeReadInTwoWays) {
   }
 }
 
-TEST_F(SettingsOfTheWindow, ALimitThatIsRefusedSaysWhyUntilSomebodyTypesAgain) {
+TEST_F(SettingsOfTheWindow, ARefusedLimitSaysWhyUntilTheUserTypesAgain) {
   Start();
   Open();
   QTest::keySequence(FForm.get(), QKeySequence("Ctrl+Alt+A"));

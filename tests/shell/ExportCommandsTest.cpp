@@ -251,17 +251,16 @@ TEST_F(ExportCommands, TheEventInTheChartIsExportedAsTheChartShowsIt) {
                               "/Mission-A17 ID-0 of CSV file|*.csv as csv; "));
   EXPECT_THAT(log, EndsWith(kHidden + "show" + kPanels + "; " + WrittenIn("raw.csv")));
   EXPECT_THAT(TextOf("raw.csv"), HasSubstr("\r\n\"1\",\"4\",\"0\",\"0\",\"4\",\r\n"));
-  FScreen.Values["swtHPFilter"] = true;
+  FFlow.Mission().Settings.highPass = true;
   RunIn(&E::actExportShockToCSVExecute, "high.csv");
   EXPECT_EQ(LinesOf("high.csv"), 19);
   EXPECT_THAT(TextOf("high.csv"), Not(HasSubstr("\"1\",\"4\",")));
 
-  FScreen.Values["swtSpecAnalysis"] = true;
-  FScreen.Values["cmbSpecType"] = 2;
+  FScreen.Spectrum = {.type = 2};
   EXPECT_THAT(RunIn(&E::actExportShockToCSVExecute, "psd.csv"), HasSubstr("/Mission-A17 ID-0 PSD of"));
   EXPECT_THAT(TextOf("psd.csv"), StartsWith("\"HZ\",\"X\",\"Y\",\"Z\",\"Total\",\r\n\"0\","));
   EXPECT_EQ(LinesOf("psd.csv"), 19) << "as many as the time series";
-  FScreen.Values["cmbSpecWindow"] = 2;
+  FScreen.Spectrum->window = 2;
   RunIn(&E::actExportShockToCSVExecute, "window.csv");
   EXPECT_NE(TextOf("window.csv"), TextOf("psd.csv"));
   log = RunIn(&E::barbtnShockSaveChartAsXLSXClick, "spectrum.xlsx");
@@ -282,7 +281,7 @@ TEST_F(ExportCommands, WithoutAnEventOrASpectrumTheUserIsToldAndNothingIsWritten
                                                     .content));
   FFlow.Open((FFolder / "uneven.kshock").string());
   FFlow.HandleMessage(FPort.WaitForEnd());
-  FScreen.Values["swtSpecAnalysis"] = true;
+  FScreen.Spectrum.emplace();
   FScreen.Said();
   EXPECT_THAT(RunIn(&E::barbtnShockSaveChartAsXLSXClick, "e.xlsx"),
               StartsWith("box \"There is no spectrum to export.\""));
@@ -409,7 +408,7 @@ TEST_F(ExportCommands, PicturesAreOfTheChartInFrontAndAskForTheirFile) {
                 run(&P::barbtnSensorsCopyChartToClipboardClick, {}),
             "copy Chart1; " + kCopied + "copy Chart2; " + kCopied + "copy ChartAllSensors; " + kCopied);
 
-  FScreen.Values["swtSpecAnalysis"] = true;
+  FScreen.Spectrum.emplace();
   FFlow.SwitchView(TView::Shock);
   FScreen.Said();
   EXPECT_THAT(run(&P::barbtnShockSaveChartAsImageClick, FTo / "y.jpg"), HasSubstr("Mission-A17 ID-2 of"));

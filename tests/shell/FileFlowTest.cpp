@@ -161,7 +161,7 @@ TEST_F(FileFlow, TheDialogStartsInTheFolderOfTheCommandWithTheFilterOfTheSetting
   EXPECT_EQ(FScreen.Said(), "ask in /recordings for entry 1 of " + filters + LogOfPreamble(FThree));
   Finish();
   FScreen.Said();
-  FScreen.Values["cmbSettingsDefFileFilter"] = 1;
+  FFlow.Mission().Settings.fileFilter = 1;
   FFlow.AskAndOpenDemo();
   EXPECT_EQ(FScreen.Said(), "ask in /opt/shockscope/data/ for entry 2 of " + filters + LogOfPreamble(FThree));
 }

@@ -77,17 +77,17 @@ TEST_F(FilterCommands, NextAndPreviousEventWalkTheVisibleOnes) {
 }
 
 TEST_F(FilterCommands, OtherLimitsInForceCountAtOnceWhereTheFilterAsksForThem) {
-  FMission.Display.Limits[0] = TLimits{-9, 9};
+  FMission.Display.limits[0] = TLimits{-9, 9};
   AlarmLimitsChanged(FMission, FScreen);
   EXPECT_EQ(FScreen.Said(), "");
   TEventFilter filter;
   filter.aboveAlarm = true;
   ChangeFilter(FMission, filter, FScreen);
   EXPECT_EQ(FScreen.Said(), "filtered events; filter on: 1 of 3; selected 0; position 0; ");
-  FMission.Display.Limits[0] = TLimits{-8, 8};
+  FMission.Display.limits[0] = TLimits{-8, 8};
   AlarmLimitsChanged(FMission, FScreen);
   EXPECT_EQ(FScreen.Said(), "filtered events; filter on: 2 of 3; selected 1; position 1; ");
-  FMission.Display.Limits[0] = TLimits{-1, 1};
+  FMission.Display.limits[0] = TLimits{-1, 1};
   AlarmLimitsChanged(FMission, FScreen);
   EXPECT_EQ(FScreen.Said(), "filtered events; filter on: 3 of 3; ");
 }

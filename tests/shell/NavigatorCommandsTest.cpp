@@ -65,7 +65,7 @@ TEST_F(NavigatorCommands, SyncAsksWhenTheSettingsWantIt) {
   FScreen.Confirms = true;
   btnToolsShockSyncWNavClick(FMission, TView::Overview, FScreen);
   EXPECT_EQ(FScreen.Said(), question + "band 2-3; " + Applied("2-3"));
-  FScreen.Values["chboxDialogConfirmationsSync"] = false;
+  FMission.Settings.syncConfirmations = false;
   btnToolsSensorsChartSyncWNavClick(FMission, FScreen);
   EXPECT_EQ(FScreen.Said(), "band 2-3; " + Applied("2-3"));
 }

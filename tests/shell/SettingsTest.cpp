@@ -1,4 +1,4 @@
-// The settings' file, the colours in it, and what the settings make of a cell.
+// The settings file, the names of colours, and how the settings change the cells of grids.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -10,6 +10,7 @@
 #include "shell/uColourNames.h"
 #include "shell/uSettingsCommands.h"
 #include "shell/uSettingsSchema.h"
+#include "shell/uSettingsStore.h"
 #include "tests/support/uLoggingScreen.h"
 #include "tests/support/uTestRecording.h"
 
@@ -24,19 +25,16 @@ class SettingsFile : public testing::Test {
     std::ifstream file(FPath, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
   }
-  std::string Read() {
-    ReadSettings(FFolder.Path(), FScreen);
-    return FScreen.Said();
-  }
+  std::optional<TSettings> Read() { return ReadSettings(FFolder.Path()); }
+  void WriteDefaults() { WriteSettings(FFolder.Path(), {}); }
 
   TTempFolder FFolder;
   std::filesystem::path FPath = FFolder / "settings.ini";
-  TLoggingScreen FScreen;
 };
 
-TEST_F(SettingsFile, WithoutAFileNothingIsSetAndTheFirstCloseWritesEveryKey) {
-  EXPECT_EQ(Read(), "");
-  WriteSettings(FFolder.Path(), FScreen);
+TEST_F(SettingsFile, WithoutAFileNothingIsReadAndTheFirstCloseWritesEveryKey) {
+  EXPECT_EQ(Read(), std::nullopt);
+  WriteDefaults();
   const std::string text = Text();
   std::size_t at = 0;
   // In the order of writing.
@@ -98,59 +96,54 @@ TEST_F(SettingsFile, WithoutAFileNothingIsSetAndTheFirstCloseWritesEveryKey) {
   EXPECT_EQ(std::ranges::count(text, '='), 85);
 }
 
-TEST_F(SettingsFile, EveryControlComesBackAndTogglesAreClickedOnce) {
-  TLoggingScreen changed;
+TEST_F(SettingsFile, EverySettingComesBackButTheHighPass) {
+  TSettings changed;
   int number = 0;
   for (const TSetting& row : Settings()) {
-    TControlValue& value = changed.Values[std::string(row.control)];
     ++number;
-    if (auto* on = std::get_if<bool>(&value)) *on = !*on;
-    if (auto* index = std::get_if<int>(&value)) *index = *index == 1 ? 0 : 1;
-    if (auto* limit = std::get_if<double>(&value)) *limit = number + 0.1;
-    if (auto* text = std::get_if<std::string>(&value)) {
-      *text =
-          row.type == TSettingType::Colour ? fmt::format("$00{:06X}", number) : fmt::format(" Name {} = ü;", number);
-    }
+    std::visit(TByType{[&](TFieldOf<bool> field) { field(changed) = !field(changed); },
+                       [&](TFieldOf<int> field) { field(changed) = field(changed) == 1 ? 0 : 1; },
+                       [&](TFieldOf<double> field) { field(changed) = number + 0.1; },
+                       [&](TFieldOf<std::string> field) { field(changed) = fmt::format(" Name {} = ü;", number); },
+                       [&](TFieldOf<std::uint32_t> field) { field(changed) = 0xAB00CD + (number << 8); }},
+               row.field);
   }
   WriteSettings(FFolder.Path(), changed);
-  const std::string log = Read();
+  auto read = Read();
+  ASSERT_TRUE(read);
+  EXPECT_FALSE(read->highPass) << "it always starts off";
   for (const TSetting& row : Settings()) {
-    const bool restored = FScreen.Value(row.control) == changed.Value(row.control);
-    EXPECT_EQ(restored, row.type != TSettingType::WriteOnly) << row.control;
+    const bool restored = std::visit([&](auto field) { return field(*read) == field(changed); }, row.field);
+    EXPECT_EQ(restored, row.control != "swtHPFilter") << row.control;
   }
-  EXPECT_EQ(FScreen.Value("swtHPFilter"), TControlValue(false)) << "it always starts off";
-  EXPECT_THAT(log, HasSubstr("click barbtnlrgAlarm; set cmbSettingsTimeDec; "));
-  EXPECT_THAT(Read(), testing::Not(HasSubstr("click"))) << "nothing flips back";
 }
 
 TEST_F(SettingsFile, WhatDoesNotParseTakesItsDefaultAndWhatIsUnknownStays) {
   Write(
       "[Mine]\nkey = 1\n[Alarm]\nAcc. Min = low\nTemp. Max = 1e999\nAcc. Max = 7\nActive = yes\nExtra = x\n"
       "[Date]\nDate Format = 99\n[Colors]\nAcc. X Series = mauve\nAcc. Y Series = CLNAVY\nA4=$000000FF\n");
-  Read();
-  EXPECT_EQ(FScreen.Value("dxBarSpinAlarmAccMin"), TControlValue(-6.0));
-  EXPECT_EQ(FScreen.Value("dxBarSpinAlarmTempMax"), TControlValue(40.0));
-  EXPECT_EQ(FScreen.Value("dxBarSpinAlarmAccMax"), TControlValue(7.0));
-  EXPECT_EQ(FScreen.Value("barbtnlrgAlarm"), TControlValue(false));
-  EXPECT_EQ(FScreen.Value("cmbSettingsDateTimeFormat"), TControlValue(99)) << "as read; the list rejects it";
-  EXPECT_EQ(FScreen.Value("ccmbShockX"), TControlValue("clBlue"));
-  EXPECT_EQ(FScreen.Value("ccmbShockY"), TControlValue("clNavy"));
-  EXPECT_EQ(FScreen.Value("ccmbSensorsA4"), TControlValue("clRed"));
-  WriteSettings(FFolder.Path(), FScreen);
+  TDisplaySettings read = Read().value().display;
+  EXPECT_EQ(read.limits[0], (TLimits{-6, 7}));
+  EXPECT_EQ(read.LimitsOf(TQuantity::Temperature).largest, 40);
+  EXPECT_FALSE(read.alarmActive);
+  EXPECT_EQ(read.dateFormat, 99) << "as read; the list rejects it";
+  EXPECT_EQ(read.DateFormat(), "yy-mm-dd");
+  EXPECT_THAT(read.accelerationColours, testing::ElementsAre(0x0000FF, 0x000080, 0x008000, 0x000000));
+  EXPECT_EQ(read.sensorColours.back(), 0xFF0000U);
+  WriteDefaults();
   EXPECT_THAT(Text(), testing::StartsWith("[Mine]\nkey = 1\n"));
   EXPECT_THAT(Text(), HasSubstr("Extra = x\n"));
 }
 
-TEST_F(SettingsFile, WhatCannotBeReadOrMakesNoSenseIsKeptAsideAndSaidOnce) {
+TEST_F(SettingsFile, AnUnusableFileIsKeptUnderAnotherName) {
   using namespace std::string_literals;
   const std::string texts[] = {std::string(2'000'000, 'x'), "[Date]\nDate Format=3\0"s, "\xFF\xFE[\0D\0a\0"s,
                                "somebody's notes\n", "[Mine]\nDate Format=3\n"};
   for (const std::string& text : texts) {
     Write(text);
     EXPECT_THAT([this] { Read(); }, testing::ThrowsMessage<std::runtime_error>(HasSubstr("kept as"))) << text.size();
-    EXPECT_EQ(FScreen.Value("cmbSettingsDateTimeFormat"), TControlValue(0)) << text.size();
     EXPECT_EQ(BytesOfFile(FFolder / "settings-kept.ini"), TBytes(text.begin(), text.end()));
-    WriteSettings(FFolder.Path(), FScreen);
+    WriteDefaults();
     EXPECT_EQ(TIniFile::Load(FPath).ReadInteger("Date", "Date Format", 9), 0);
     for (const char* name : {"settings.ini", "settings-kept.ini"}) std::filesystem::remove(FFolder / name);
   }
@@ -159,21 +152,6 @@ TEST_F(SettingsFile, WhatCannotBeReadOrMakesNoSenseIsKeptAsideAndSaidOnce) {
   EXPECT_TRUE(std::filesystem::is_directory(FFolder / "settings-kept.ini/mine"));
   Write("");
   EXPECT_NO_THROW(Read());
-}
-
-TEST(Quantities, HaveControlsThatAreSettingsOfTheirKind) {
-  for (const TQuantityRow* row : kColouredSensors) {
-    EXPECT_EQ(FindSetting(row->colourControl).type, TSettingType::Colour) << row->colourControl;
-  }
-  for (const TQuantityRow* row : kAnalogInputs) {
-    EXPECT_EQ(FindSetting(row->nameControl).def, row->sensorName) << "the name of an input is at first the channel's";
-  }
-  for (std::size_t i = 0; i < kQuantityCount; ++i) {
-    EXPECT_EQ(FindSetting(kQuantityControls[i].format).type, TSettingType::Index);
-    if (i >= kLimitedQuantityCount) continue;
-    EXPECT_LT(std::stod(std::string(FindSetting(kQuantityControls[i].min).def)),
-              std::stod(std::string(FindSetting(kQuantityControls[i].max).def)));
-  }
 }
 
 TEST(ColourNames, AreWrittenAsNameOrAsBlueGreenRed) {
@@ -200,13 +178,12 @@ class Cells : public testing::Test {
     return fmt::format("{} {} {}", static_cast<int>(cell.image), cell.textOffset, cell.text);
   }
 
-  TLoggingScreen FScreen;
-  TDisplaySettings FDisplay = ReadDisplaySettings({}, FScreen);
+  TDisplaySettings FDisplay = DefaultSettings().display;
 };
 
 TEST_F(Cells, AreMarkedBeyondALimitWhileTheAlarmIsOn) {
   EXPECT_EQ(Words(Draw("Battery", 2.4F)), "0 6 2.4 V");
-  FDisplay.AlarmActive = true;
+  FDisplay.alarmActive = true;
   EXPECT_EQ(Words(Draw("Battery", 2.4F)), "2 22 2.4 V");
   EXPECT_EQ(Words(Draw("Battery", 2.5F)), "0 6 2.5 V");
   EXPECT_EQ(Words(Draw("Humidity", 60)), "0 6 60 %RH") << "equal is inside";
@@ -220,43 +197,43 @@ TEST_F(Cells, AreMarkedBeyondALimitWhileTheAlarmIsOn) {
   EXPECT_EQ(Words(Draw("Humidity", std::numeric_limits<float>::quiet_NaN())), "0 6 NAN %RH");
 }
 
-// 2.2, 2.4 and 2.6 are no singles; neither are most tenths.
-TEST_F(Cells, AValueEqualToALimitAsItIsTypedIsInside) {
-  FDisplay.AlarmActive = true;
+// A single holds 2.2, 2.4, 2.6 and most other tenths only nearly.
+TEST_F(Cells, AValueEqualToItsTypedLimitIsInside) {
+  FDisplay.alarmActive = true;
   for (int tenths = -60; tenths <= 60; ++tenths) {
     const double limit = tenths / 10.0;
     const auto value = static_cast<float>(limit);
-    FDisplay.Limits.fill({limit, limit});
+    FDisplay.limits.fill({limit, limit});
     EXPECT_EQ(Draw("Battery", value).image, TCellImage::None) << limit;
     EXPECT_EQ(Draw("Temp.", value).image, TCellImage::Within) << limit;
     EXPECT_EQ(Draw("Battery", std::nextafter(value, 99.0F)).image, TCellImage::Alarm) << limit;
     EXPECT_EQ(Draw("Temp.", std::nextafter(value, -99.0F)).image, TCellImage::BelowMinimum) << limit;
   }
-  FDisplay.Limits.fill({-1e300, 1e300});
+  FDisplay.limits.fill({-1e300, 1e300});
   EXPECT_EQ(Draw("Battery", 3e38F).image, TCellImage::None) << "inside limits that no single reaches";
 }
 
-TEST_F(Cells, OfTemperaturesAlwaysSayWhereTheyStand) {
+TEST_F(Cells, OfTemperaturesAlwaysHaveAMark) {
   for (const char* field : {"Temp.", "Temp. RH", "Temp. P", "Dew Point", "Temperature"}) {
     EXPECT_EQ(Words(Draw(field, -4.5F)), "4 22 -4.5") << field;
     EXPECT_EQ(Words(Draw(field, 40)), "5 22 40") << field;
     EXPECT_EQ(Words(Draw(field, 40.5F)), "3 22 40.5") << field;
   }
-  FScreen.Values["cmbSettingsTempDec"] = 8;
-  FScreen.Values["dxBarSpinAlarmTempMin"] = 21.0;
-  FDisplay = ReadDisplaySettings({}, FScreen);
+  constexpr auto kTemperature = static_cast<std::size_t>(TQuantity::Temperature);
+  FDisplay.formats[kTemperature] = 8;
+  FDisplay.limits[kTemperature].least = 21;
   EXPECT_EQ(Words(Draw("Dew Point", 20)), "4 22 20.000");
 }
 
 TEST(DisplaySettings, TakeTheAccelerationLimitsOfTheFileUnlessToldOtherwise) {
-  TLoggingScreen screen;
+  TDisplaySettings chosen = DefaultSettings().display;
   TMissionData data;
   data.adxl_level_on = 3.5F;
-  const auto limits = [&] { return ReadDisplaySettings(data, screen).Limits[0]; };
+  const auto limits = [&] { return DisplayInForce(chosen, data).limits[0]; };
   EXPECT_EQ(limits(), (TLimits{-6, 6})) << "no file is shown";
   data.bValid = true;
   EXPECT_EQ(limits(), (TLimits{-3.5, 3.5}));
-  screen.Values["chboxLoadAccAlarmFromFile"] = false;
+  chosen.accelerationFromFile = false;
   EXPECT_EQ(limits(), (TLimits{-6, 6}));
 }
 
@@ -266,7 +243,7 @@ TEST(DisplaySettings, WithoutALevelInTheFileTheUsersLimitsCountAndCanBeEdited) {
   TMissionData data;
   data.bValid = true;
   const auto shown = [&] {
-    mission.Display = ReadDisplaySettings(data, screen);
+    mission.Display = DisplayInForce(mission.Settings.display, data);
     ShowLimitsInForce(&mission, screen);
     return screen.Said();
   };
@@ -276,13 +253,13 @@ TEST(DisplaySettings, WithoutALevelInTheFileTheUsersLimitsCountAndCanBeEdited) {
               "text lblAlarmAccFromFile \"the file names no level\"; enable dxBarSpinAlarmAccMin "
               "dxBarSpinAlarmAccMax; ")
         << level;
-    EXPECT_EQ(mission.Display.Limits[0], (TLimits{-6, 6})) << level;
+    EXPECT_EQ(mission.Display.limits[0], (TLimits{-6, 6})) << level;
   }
   data.adxl_level_on = 2.5F;
   EXPECT_EQ(shown(),
             "text lblAlarmAccFromFile \"from the file: -2.5 … 2.5 g\"; disable dxBarSpinAlarmAccMin "
             "dxBarSpinAlarmAccMax; ");
-  screen.Values["chboxLoadAccAlarmFromFile"] = false;
+  mission.Settings.display.accelerationFromFile = false;
   EXPECT_EQ(shown(), "text lblAlarmAccFromFile \"\"; enable dxBarSpinAlarmAccMin dxBarSpinAlarmAccMax; ");
 }
 

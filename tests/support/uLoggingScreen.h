@@ -6,7 +6,6 @@
 #include <fmt/format.h>
 
 #include <functional>
-#include <map>
 #include <optional>
 #include <set>
 #include <stdexcept>
@@ -15,7 +14,6 @@
 #include <utility>
 
 #include "shell/uMainScreen.h"
-#include "shell/uSettingsStore.h"
 
 class TLoggingScreen final : public IMainScreen {
  public:
@@ -25,10 +23,11 @@ class TLoggingScreen final : public IMainScreen {
     return std::exchange(FLog, {});
   }
 
-  std::map<std::string, TControlValue, std::less<>> Values = DefaultValues();
+  std::optional<TSettings> Settings;            // as last shown
   std::set<std::string, std::less<>> Closed;    // controls that are not visible
   std::set<std::string, std::less<>> Unusable;  // names of files that cannot be read or written
   std::optional<TTimeSpan> Data;                // of the navigator
+  std::optional<TSpectrumChoice> Spectrum;
   bool Confirms = true;
   std::optional<std::string> ChosenFile;     // nothing: dialogs are cancelled
   int AtOnce = 0;                            // how often messages were handled that must not wait
@@ -45,15 +44,9 @@ class TLoggingScreen final : public IMainScreen {
   void BringToFront(std::string_view panel) override { Say("front {}", panel); }
   void ScrollToTop(std::string_view box) override { Say("top {}", box); }
   void Repaint(std::string_view control) override { Say("repaint {}", control); }
-  [[nodiscard]] TControlValue Value(std::string_view control) const override { return Values.find(control)->second; }
-  void SetValue(std::string_view control, const TControlValue& value) override {
-    Values[std::string(control)] = value;
-    Say("set {}", control);
-  }
-  void Click(std::string_view toggle) override {
-    TControlValue& value = Values[std::string(toggle)];
-    value = !std::get<bool>(value);
-    Say("click {}", toggle);
+  void ShowSettings(const TSettings& settings) override {
+    Settings = settings;
+    Say("settings");
   }
 
   void BeginRibbonUpdate() override { Say("ribbon suspended"); }
@@ -112,7 +105,7 @@ class TLoggingScreen final : public IMainScreen {
   void PrepareReport(const TShownMission& mission) override { Say("report on {}", mission.Events.Count()); }
   void FreePointAbsorptionLists() override { Say("free point absorption"); }
   void RefreshDisplay(const TShownMission& mission) override {
-    Say("display from {}", mission.Display.Limits[0].least);
+    Say("display from {}", mission.Display.limits[0].least);
   }
   [[nodiscard]] std::optional<TTimeSpan> NavigatorSpan() const override { return Data; }
   void SetNavigatorBand(const TTimeSpan& band) override { Say("band {}", Name(band)); }
@@ -123,6 +116,7 @@ class TLoggingScreen final : public IMainScreen {
   [[nodiscard]] TTimeSpan ChartSpan(std::string_view /*chart*/) const override { return {2, 3}; }
   void SetChartSpan(std::string_view chart, const TTimeSpan& span) override { Say("{} shows {}", chart, Name(span)); }
   void CopyChart(std::string_view chart) override { Say("copy {}", chart); }
+  [[nodiscard]] std::optional<TSpectrumChoice> ShownSpectrum() const override { return Spectrum; }
   [[nodiscard]] std::string ChartPicture(std::string_view chart, TPictureFormat format) override {
     return fmt::format("{} as {}", chart, format == TPictureFormat::Png ? "PNG" : "bitmap");
   }
@@ -139,13 +133,6 @@ class TLoggingScreen final : public IMainScreen {
   void PositionEventGrids(std::optional<std::size_t> event) override { Say("position {}", Name(event)); }
 
  private:
-  // Every control as it is designed.
-  static std::map<std::string, TControlValue, std::less<>> DefaultValues() {
-    std::map<std::string, TControlValue, std::less<>> values;
-    for (const TSetting& row : Settings()) values.emplace(row.control, DefaultOf(row));
-    values.insert({{"swtSpecAnalysis", false}, {"cmbSpecType", 0}, {"cmbSpecWindow", 0}});
-    return values;
-  }
   static std::string Name(const TTimeSpan& span) { return fmt::format("{:g}-{:g}", span.start, span.end); }
   static std::string Name(std::optional<std::size_t> event) { return event ? std::to_string(*event) : "none"; }
 

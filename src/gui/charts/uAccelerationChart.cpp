@@ -13,7 +13,8 @@ void TAccelerationChart::SetSeriesVisible(TSeries series, bool visible) {
 }
 
 void TAccelerationChart::SetColour(TSeries series, const QColor& colour) {
-  if (std::exchange(FColours[static_cast<std::size_t>(series)], colour) != colour) Restyle();
+  const std::uint32_t rgb = colour.rgb() & RGB_MASK;
+  if (std::exchange(FColours[static_cast<std::size_t>(series)], rgb) != rgb) Restyle();
 }
 
 std::vector<TSeries> TAccelerationChart::VisibleSeries() const {

@@ -33,6 +33,6 @@ class TAccelerationChart : public TTimeChart {
   [[nodiscard]] QColor InkOf(TSeries series) const;
 
  private:
-  TSeriesColours FColours = kAccelerationColours;
+  TSeriesColours FColours = DefaultSettings().display.accelerationColours;
   std::array<bool, kSeriesCount> FVisible = {true, true, true, false};
 };

@@ -77,7 +77,8 @@ void TEventsChart::SetPointAbsorption(bool on) {
 }
 
 void TEventsChart::SetColour(TSeries series, const QColor& colour) {
-  if (std::exchange(FColours[static_cast<std::size_t>(series)], colour) != colour) Restyle();
+  const std::uint32_t rgb = colour.rgb() & RGB_MASK;
+  if (std::exchange(FColours[static_cast<std::size_t>(series)], rgb) != rgb) Restyle();
 }
 
 void TEventsChart::SetAlarmLimits(TAlarmLimits limits) {

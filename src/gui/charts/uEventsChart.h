@@ -66,7 +66,7 @@ class TEventsChart final : public TTimeChart {
   TEventsInTime FEvents;
   std::optional<float> FTrigger;  // g
   TAlarmLimits FAlarm;            // g
-  TSeriesColours FColours = kAccelerationColours;
+  TSeriesColours FColours = DefaultSettings().display.accelerationColours;
   TValueMasks FMasks;
   TEventDots FDots;
   std::optional<std::size_t> FSelected, FHovered;  // places

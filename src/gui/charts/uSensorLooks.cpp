@@ -19,7 +19,8 @@ constexpr int kUnknownRank = 100;        // behind every known one
 TSensorLook LookOf(std::string_view sensorName) {
   const TQuantityRow* row = FindQuantity(&TQuantityRow::sensorName, sensorName);
   if (row == nullptr) return {QColor(kUnknownColour), TSensorAxis::LeftInner, kUnknownRank, {}, "unknown"};
-  const QColor colour(row->colourControl.empty() ? kFixedColour : DefaultColour(row->colourControl));
+  const QColor colour(row->colourPlace == 0 ? kFixedColour
+                                            : DefaultSettings().display.sensorColours[row->colourPlace - 1U]);
   return {colour, row->axis, row->axisRank, QtText(row->unit), QtText(row->scale.empty() ? row->unit : row->scale)};
 }
 

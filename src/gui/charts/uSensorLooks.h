@@ -11,7 +11,7 @@
 #include <string_view>
 
 #include "model/uQuantities.h"
-#include "shell/uSettingsSchema.h"
+#include "shell/uSettings.h"
 
 inline constexpr std::size_t kSensorAxisCount = 4;
 
@@ -40,11 +40,6 @@ class TSensorChoices {
   std::map<std::string, QColor> FColours;
   std::map<std::string, std::string> FNames;
 };
-
-// The colours of the four value axes, on light ground.
-inline const std::array<QColor, kSensorAxisCount> kSensorAxisColours = {
-    QColor(DefaultColour("clrgalSensorsLeftAxisI")), QColor(DefaultColour("clrgalSensorsLeftAxisII")),
-    QColor(DefaultColour("clrgalSensorsRightAxisI")), QColor(DefaultColour("clrgalSensorsRightAxisII"))};
 
 // A colour as it is drawn on this palette; dark and bright ones of one hue stay apart on dark ground.
 QColor SensorInk(const QPalette& palette, const QColor& colour);

@@ -137,7 +137,8 @@ void TSensorsChart::SetAlarmLimits(std::map<std::string, std::pair<double, doubl
 }
 
 void TSensorsChart::SetAxisColour(TSensorAxis axis, const QColor& colour) {
-  if (std::exchange(FAxisColours[static_cast<std::size_t>(axis)], colour) != colour) SetUpAxes();
+  const std::uint32_t rgb = colour.rgb() & RGB_MASK;
+  if (std::exchange(FAxisColours[static_cast<std::size_t>(axis)], rgb) != rgb) SetUpAxes();
 }
 
 void TSensorsChart::SetAxisLocked(TSensorAxis axis, bool locked) {

@@ -81,7 +81,7 @@ class TSensorsChart final : public TTimeChart {
   [[nodiscard]] QCPAxis& AxisOf(TSensorAxis axis) const { return *FAxes[static_cast<std::size_t>(axis)]; }
 
   std::array<QCPAxis*, kSensorAxisCount> FAxes{};
-  std::array<QColor, kSensorAxisCount> FAxisColours = kSensorAxisColours;
+  std::array<std::uint32_t, kSensorAxisCount> FAxisColours = DefaultSettings().display.axisColours;
   TShownSensors FSensors;
   std::map<std::string, std::pair<double, double>> FAlarms;
   std::optional<double> FHovered;         // a date-time

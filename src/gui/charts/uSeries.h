@@ -5,13 +5,14 @@
 #include <QObject>
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <utility>
 
 #include "analysis/uShockMetrics.h"
 #include "model/uEvents.h"
-#include "shell/uSettingsSchema.h"
+#include "shell/uSettings.h"
 
 enum class TSeries { X, Y, Z, Total };
 inline constexpr std::size_t kSeriesCount = 4;
@@ -37,11 +38,8 @@ inline float ValueOf(const TEventValue& sample, TSeries series) {
   return static_cast<float>(Magnitude(sample));
 }
 
-// On light ground; InkOn makes them readable on dark.
-using TSeriesColours = std::array<QColor, kSeriesCount>;
-inline const TSeriesColours kAccelerationColours = {
-    QColor(DefaultColour("ccmbShockX")), QColor(DefaultColour("ccmbShockY")), QColor(DefaultColour("ccmbShockZ")),
-    QColor(DefaultColour("ccmbShockTotal"))};
+// 0xRRGGBB on light ground, by TSeries; InkOn makes them readable on dark.
+using TSeriesColours = std::array<std::uint32_t, kSeriesCount>;
 
 inline const QColor kAlarmColour(0xC24A00U);
 

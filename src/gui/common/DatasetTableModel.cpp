@@ -9,7 +9,6 @@
 
 namespace {
 
-const TDisplaySettings kPlain;
 constexpr qsizetype kLongestTip = 200;  // characters
 
 QString InWords(TCellImage image) {
@@ -29,7 +28,8 @@ QString InWords(TCellImage image) {
 
 }  // namespace
 
-DatasetTableModel::DatasetTableModel(QObject* parent) : QAbstractTableModel(parent), FDisplay(&kPlain) {}
+DatasetTableModel::DatasetTableModel(QObject* parent)
+    : QAbstractTableModel(parent), FDisplay(&DefaultSettings().display) {}
 
 void DatasetTableModel::SetDataset(const TDataset* table) {
   beginResetModel();

@@ -25,12 +25,9 @@
 
 namespace {
 
-struct TQuantityRow {
-  const char* name;  // of the edits
-  const char* unit;
-};
-constexpr std::array<TQuantityRow, kFilteredFields.size()> kRows = {
-    {{"AccelerationMax", "g"}, {"ToTTotal", "msec"}, {"ToTMax", "msec"}, {"IoTTotal", "g ms"}, {"IoTMax", "g ms"}}};
+// In the names of the edits, by metric.
+constexpr std::array<const char*, kMetrics.size()> kEditNames = {"AccelerationMax", "ToTTotal", "ToTMax", "IoTTotal",
+                                                                 "IoTMax"};
 constexpr std::size_t kHistogramSteps = 64;
 constexpr double kLargestLimit = std::numeric_limits<float>::max();
 constexpr double kLastDateTime = 2958465.0;  // 9999-12-31
@@ -166,24 +163,24 @@ QWidget* TFilterPanel::MakeConditions() {
 }
 
 void TFilterPanel::MakeRanges(QGridLayout& grid, QWidget* parent) {
-  for (std::size_t i = 0; i < kRows.size(); ++i) {
+  for (std::size_t i = 0; i < kMetrics.size(); ++i) {
     FRanges[i] = {MakeEdit(i, true, parent), MakeEdit(i, false, parent)};
-    auto* name = new QLabel(QtText(kFilteredFields[i]), parent);
+    auto* name = new QLabel(QtText(kMetrics[i].field), parent);
     name->setBuddy(FRanges[i].from);
     const int row = static_cast<int>(i);
     grid.addWidget(name, row, 0);
     grid.addWidget(FRanges[i].from, row, 1);
     grid.addWidget(FRanges[i].to, row, 2);
-    grid.addWidget(new QLabel(tr(kRows[i].unit), parent), row, 3);
+    grid.addWidget(new QLabel(QtText(kMetrics[i].unit), parent), row, 3);
   }
 }
 
 QLineEdit* TFilterPanel::MakeEdit(std::size_t quantity, bool from, QWidget* parent) {
   auto* edit = new QLineEdit(parent);
-  edit->setObjectName(QString("edtFilter%1%2").arg(kRows[quantity].name, from ? "From" : "To"));
+  edit->setObjectName(QString("edtFilter%1%2").arg(kEditNames[quantity], from ? "From" : "To"));
   edit->setPlaceholderText(from ? tr("from") : tr("to"));
   edit->setAccessibleName((from ? tr("%1 from, in %2") : tr("%1 to, in %2"))
-                              .arg(QtText(kFilteredFields[quantity]), tr(kRows[quantity].unit)));
+                              .arg(QtText(kMetrics[quantity].field), QtText(kMetrics[quantity].unit)));
   edit->setToolTip(tr("%1; empty: no limit. Enter applies").arg(edit->accessibleName()));
   edit->setMinimumWidth(edit->fontMetrics().averageCharWidth() * 9);
   edit->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);  // as narrow as that, unless there is room
@@ -331,7 +328,7 @@ TEventFilter TFilterPanel::Read() {
     for (const auto& [edit, end] : {std::pair{FRanges[i].from, &range.from}, std::pair{FRanges[i].to, &range.to}}) {
       if (const QString problem = ParseEnd(edit->text(), *end); !problem.isEmpty()) FProblem = problem;
     }
-    if (IsReversed(range)) FProblem = tr("%1: “from” is above “to”.").arg(QtText(kFilteredFields[i]));
+    if (IsReversed(range)) FProblem = tr("%1: “from” is above “to”.").arg(QtText(kMetrics[i].field));
   }
   for (std::size_t i = 0; i < FAxes.size(); ++i) filter.axes[i] = FAxes[i]->isChecked();
   const auto timeOf = [](const TTimeEnd& end) {
@@ -370,8 +367,8 @@ void TFilterPanel::WriteTimes(const TRange& time) {
 
 void TFilterPanel::ChooseQuantity(std::size_t quantity) {
   FQuantity = quantity;
-  const QString name = QtText(kFilteredFields[quantity]);
-  FHistogramTitle->setText(tr("%1 of all events, in %2").arg(name, tr(kRows[quantity].unit)));
+  const QString name = QtText(kMetrics[quantity].field);
+  FHistogramTitle->setText(tr("%1 of all events, in %2").arg(name, QtText(kMetrics[quantity].unit)));
   FHistogram->setAccessibleName(tr("Histogram of %1").arg(name));
   FHistogram->SetRange(FFilter.ranges[quantity]);
   FHistogramIsStale = true;
@@ -383,7 +380,7 @@ void TFilterPanel::RefreshHistogram() {
     FHistogram->ShowHistogram({});
   } else if (FHistogramIsStale && isVisible()) {
     FHistogramIsStale = false;
-    FHistogram->ShowHistogram(HistogramOf(FMission->Tables.Events, kFilteredFields[FQuantity], kHistogramSteps));
+    FHistogram->ShowHistogram(HistogramOf(FMission->Tables.Events, kMetrics[FQuantity].field, kHistogramSteps));
   }
 }
 

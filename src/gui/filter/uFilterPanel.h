@@ -72,7 +72,7 @@ class TFilterPanel : public QDockWidget {
   const TShownMission* FMission = nullptr;
   TEventFilter FFilter;  // as the controls show it
   QString FProblem;      // with what was typed; empty when there is none
-  std::array<TRangeEdits, kFilteredFields.size()> FRanges{};
+  std::array<TRangeEdits, kMetrics.size()> FRanges{};
   std::array<QCheckBox*, kPeakAxes.size()> FAxes{};
   std::array<TTimeEnd, 2> FTime{};
   QCheckBox* FAboveAlarm = nullptr;

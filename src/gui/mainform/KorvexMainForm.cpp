@@ -208,9 +208,8 @@ void TKorvexMainForm::ConnectNavigator() {
 
 void TKorvexMainForm::ConnectSettings() {
   for (TGrid* grid : findChildren<TGrid*>()) grid->SetDisplay(&FFlow->Mission().Display);
-  const auto apply = [this] { Guarded(this, [this] { ApplySettings(FFlow->Mission(), *FScreen); }); };
-  FSettings->Bind(apply);
-  apply();
+  FSettings->Bind(FFlow->Mission().Settings,
+                  [this] { Guarded(this, [this] { ApplySettings(FFlow->Mission(), *FScreen); }); });
   connect(FParts->alarmLimits, &TAlarmLimitsPanel::LimitRefused, FParts->statusValue, &QLabel::setText);
   connect(findChild<QComboBox*>("cmbSettingsDefFileFilter"), &QComboBox::currentTextChanged, this,
           [this](const QString& patterns) { FParts->backstage->SetFilePatterns(patterns.split(" & ")); });
@@ -248,7 +247,7 @@ void TKorvexMainForm::FormShow() {
 }
 
 void TKorvexMainForm::FormClose() {
-  ::FormClose(FProgram, FFlow->Recent(), *FScreen);
+  ::FormClose(FProgram, FFlow->Mission().Settings, FFlow->Recent(), *FScreen);
 }
 
 void TKorvexMainForm::showEvent(QShowEvent* event) {

@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QComboBox>
 #include <QCoreApplication>
 #include <QDockWidget>
 #include <QLabel>
@@ -333,6 +334,14 @@ std::string TMainScreen::ChartPicture(std::string_view chart, TPictureFormat for
   return Encoded(Control<TTimeChart>(chart).Picture(), format);
 }
 
+std::optional<TSpectrumChoice> TMainScreen::ShownSpectrum() const {
+  if (!Control<QAction>("actShockSpecAnalysis").isChecked()) return std::nullopt;
+  const auto entryOf = [this](std::string_view list) {
+    return static_cast<std::size_t>(Control<QComboBox>(list).currentIndex());
+  };
+  return TSpectrumChoice{entryOf("cmbSpecType"), entryOf("cmbSpecWindow")};
+}
+
 bool TMainScreen::Confirm(std::string_view question) {
   return AskUser(&FWindow, QtText(question));
 }
@@ -353,18 +362,18 @@ void TMainScreen::ShowInCharts(const TDisplaySettings& display) {
     const TLimits& limits = display.LimitsOf(quantity);
     return std::pair(limits.least, limits.largest);
   };
-  const TValueMasks masks{std::string(display.Formats[static_cast<std::size_t>(TQuantity::Time)]),
-                          std::string(display.Formats[static_cast<std::size_t>(TQuantity::Acceleration)])};
+  const TValueMasks masks{std::string(display.FormatOf(TQuantity::Time)),
+                          std::string(display.FormatOf(TQuantity::Acceleration))};
   TAlarmLimits acceleration;
-  if (display.AlarmActive) acceleration = limitsOf(TQuantity::Acceleration);
+  if (display.alarmActive) acceleration = limitsOf(TQuantity::Acceleration);
   const auto colour = [&](auto& chart) {
     for (std::size_t i = 0; i < kSeriesCount; ++i)
-      chart.SetColour(kAllSeries[i], QColor(display.AccelerationColours[i]));
+      chart.SetColour(kAllSeries[i], QColor(display.accelerationColours[i]));
   };
   for (TEventsChart* chart : {FParts.overview->Chart1(), FParts.shock->Chart20()}) {
     colour(*chart);
     chart->SetAlarmLimits(acceleration);
-    chart->SetPointAbsorption(display.PointAbsorption);
+    chart->SetPointAbsorption(display.pointAbsorption);
   }
   colour(*FParts.shock->Chart2());
   FParts.shock->Chart2()->SetAlarmLimits(acceleration);
@@ -376,20 +385,20 @@ void TMainScreen::ShowInCharts(const TDisplaySettings& display) {
   std::map<std::string, std::pair<double, double>> limits;
   for (std::size_t i = 0; i < kColouredSensors.size(); ++i) {
     const TQuantityRow& row = *kColouredSensors[i];
-    sensors.SetSensorColour(row.sensorName, QColor(display.SensorColours[i]));
-    FParts.docks.ChartNavigator->SetSensorColour(row.sensorName, QColor(display.SensorColours[i]));
-    if (display.AlarmActive && row.quantity) limits.emplace(row.sensorName, limitsOf(*row.quantity));
+    sensors.SetSensorColour(row.sensorName, QColor(display.sensorColours[i]));
+    FParts.docks.ChartNavigator->SetSensorColour(row.sensorName, QColor(display.sensorColours[i]));
+    if (display.alarmActive && row.quantity) limits.emplace(row.sensorName, limitsOf(*row.quantity));
   }
   sensors.SetAlarmLimits(std::move(limits));
   for (std::size_t i = 0; i < kSensorAxisCount; ++i) {
-    sensors.SetAxisColour(static_cast<TSensorAxis>(i), QColor(display.AxisColours[i]));
+    sensors.SetAxisColour(static_cast<TSensorAxis>(i), QColor(display.axisColours[i]));
   }
   std::map<std::string, std::string> names;
   for (std::size_t i = 0; i < kAnalogInputs.size(); ++i)
-    names.emplace(kAnalogInputs[i]->sensorName, display.AnalogNames[i]);
+    names.emplace(kAnalogInputs[i]->sensorName, display.analogNames[i]);
   FParts.docks.ChartNavigator->SetSensorNames(names);
   sensors.SetSensorNames(std::move(names));
-  if (std::exchange(FDateFormat, display.DateFormat) == display.DateFormat) return;
+  if (std::exchange(FDateFormat, display.dateFormat) == display.dateFormat) return;
   for (TTimeChart* chart : FWindow.findChildren<TTimeChart*>()) chart->RefreshLabels();
 }
 

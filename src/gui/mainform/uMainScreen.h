@@ -41,9 +41,7 @@ class TMainScreen final : public IMainScreen {
   void BringToFront(std::string_view panel) override;
   void ScrollToTop(std::string_view box) override;
   void Repaint(std::string_view control) override;
-  [[nodiscard]] TControlValue Value(std::string_view control) const override { return FSettings.Value(control); }
-  void SetValue(std::string_view control, const TControlValue& value) override { FSettings.SetValue(control, value); }
-  void Click(std::string_view toggle) override { FSettings.Click(toggle); }
+  void ShowSettings(const TSettings& settings) override { FSettings.Show(settings); }
 
   void BeginRibbonUpdate() override;
   void EndRibbonUpdate() override;
@@ -87,6 +85,7 @@ class TMainScreen final : public IMainScreen {
   [[nodiscard]] TTimeSpan ChartSpan(std::string_view chart) const override;
   void SetChartSpan(std::string_view chart, const TTimeSpan& span) override;
   void CopyChart(std::string_view chart) override;
+  [[nodiscard]] std::optional<TSpectrumChoice> ShownSpectrum() const override;
   [[nodiscard]] std::string ChartPicture(std::string_view chart, TPictureFormat format) override;
   [[nodiscard]] bool Confirm(std::string_view question) override;
   // A main chart shows another span than before: it says whether that is the band, and the navigator shows it if not.
@@ -118,6 +117,6 @@ class TMainScreen final : public IMainScreen {
   const TShownMission* FMission = nullptr;  // while its views are filled
   std::optional<std::size_t> FShownEvent;   // in Chart2
   QPointer<QWidget> FHiddenWithFocus;       // gets it back when it is shown
-  std::string FDateFormat;                  // of the charts' labels
+  int FDateFormat = -1;                     // of the charts' labels
   QElapsedTimer FPainted;                   // since the messages were last processed
 };

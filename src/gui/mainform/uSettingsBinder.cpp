@@ -1,95 +1,82 @@
 #include "gui/mainform/uSettingsBinder.h"
 
+#include <QAbstractButton>
 #include <QAction>
-#include <QCheckBox>
 #include <QLineEdit>
 #include <QMainWindow>
+#include <QScopedValueRollback>
 #include <QToolButton>
 #include <stdexcept>
+#include <utility>
 
 #include "gui/common/uQtText.h"
 #include "gui/settings/uColourBox.h"
 #include "gui/settings/uLimitEdit.h"
-#include "shell/uSettingsStore.h"
 
-namespace {
-
-// The action behind a toggle, if it has one.
-QAction* ActionOf(QObject* control) {
-  if (auto* action = qobject_cast<QAction*>(control)) return action;
-  const auto* button = qobject_cast<QToolButton*>(control);
-  return button == nullptr ? nullptr : button->defaultAction();
+void TSettingsBinder::Bind(TSettings& settings, std::function<void()> changed) {
+  FSettings = &settings;
+  FChanged = std::move(changed);
+  for (const TSetting& row : Settings()) BindRow(row);
+  Show({});
 }
 
-void ConnectChange(QObject* control, const std::function<void()>& changed) {
-  if (QAction* action = ActionOf(control)) {
-    QObject::connect(action, &QAction::toggled, control, changed);
-  } else if (auto* box = qobject_cast<QAbstractButton*>(control)) {
-    QObject::connect(box, &QAbstractButton::toggled, control, changed);
-  } else if (auto* colour = qobject_cast<TColourBox*>(control)) {
-    QObject::connect(colour, &TColourBox::ColourChanged, control, changed);
-  } else if (auto* list = qobject_cast<QComboBox*>(control)) {
-    QObject::connect(list, &QComboBox::currentIndexChanged, control, changed);
-  } else if (auto* number = qobject_cast<QDoubleSpinBox*>(control)) {
-    QObject::connect(number, &QDoubleSpinBox::valueChanged, control, changed);
-  } else if (auto* edit = qobject_cast<QLineEdit*>(control)) {
-    QObject::connect(edit, &QLineEdit::textChanged, control, changed);
-  } else {
-    throw std::logic_error("not a control of a setting: " + Utf8(control->objectName()));
+void TSettingsBinder::Show(TSettings settings) {
+  {
+    const QScopedValueRollback showing(FIsShowing, true);
+    for (const auto& show : FShowing) show(settings);
   }
+  FChanged();
 }
 
-}  // namespace
-
-void TSettingsBinder::Bind(const std::function<void()>& changed) {
-  for (const TSetting& setting : Settings()) {
-    const TControlValue def = DefaultOf(setting);
-    if (!std::holds_alternative<bool>(def)) {
-      SetValue(setting.control, def);
-    } else if (Value(setting.control) != def) {
-      Click(setting.control);
-    }
-    ConnectChange(Find(setting.control), changed);
-  }
+void TSettingsBinder::BindRow(const TSetting& row) {
+  std::visit(TByType{[&](TFieldOf<bool> field) {
+                       // An action, a button of one, or a button that has none.
+                       auto* action = FWindow.findChild<QAction*>(QtText(row.control));
+                       const auto* button = FWindow.findChild<QToolButton*>(QtText(row.control));
+                       if (button != nullptr) action = button->defaultAction();
+                       action != nullptr ? BindToggle(*action, field)
+                                         : BindToggle(Find<QAbstractButton>(row.control), field);
+                     },
+                     [&](TFieldOf<int> field) {
+                       BindControl(Find<QComboBox>(row.control), &QComboBox::currentIndexChanged, field,
+                                   &QComboBox::currentIndex, [](QComboBox& list, int index) {
+                                     if (index >= 0 && index < list.count()) list.setCurrentIndex(index);
+                                   });
+                     },
+                     [&](TFieldOf<double> field) {
+                       BindControl(Find<TLimitEdit>(row.control), &TLimitEdit::valueChanged, field, &TLimitEdit::value,
+                                   &TLimitEdit::setValue);
+                     },
+                     [&](TFieldOf<std::string> field) {
+                       BindControl(
+                           Find<QLineEdit>(row.control), &QLineEdit::textChanged, field,
+                           [](const QLineEdit& edit) { return Utf8(edit.text()); },
+                           [](QLineEdit& edit, const std::string& text) { edit.setText(QtText(text)); });
+                     },
+                     [&](TFieldOf<std::uint32_t> field) {
+                       BindControl(Find<TColourBox>(row.control), &TColourBox::ColourChanged, field,
+                                   &TColourBox::Colour, &TColourBox::SetColour);
+                     }},
+             row.field);
 }
 
-TControlValue TSettingsBinder::Value(std::string_view control) const {
-  QObject* found = Find(control);
-  if (const QAction* action = ActionOf(found)) return action->isChecked();
-  if (const auto* box = qobject_cast<QAbstractButton*>(found)) return box->isChecked();
-  if (const auto* colour = qobject_cast<TColourBox*>(found)) return colour->Colour();
-  if (const auto* list = qobject_cast<QComboBox*>(found)) return list->currentIndex();
-  if (const auto* number = qobject_cast<QDoubleSpinBox*>(found)) return number->value();
-  return Utf8(qobject_cast<QLineEdit*>(found)->text());
+template <class TToggle>
+void TSettingsBinder::BindToggle(TToggle& toggle, TFieldOf<bool> field) {
+  BindControl(toggle, &TToggle::toggled, field, &TToggle::isChecked, &TToggle::setChecked);
 }
 
-void TSettingsBinder::SetValue(std::string_view control, const TControlValue& value) {
-  QObject* found = Find(control);
-  if (auto* colour = qobject_cast<TColourBox*>(found)) {
-    colour->SetColour(std::get<std::string>(value));
-  } else if (auto* list = qobject_cast<QComboBox*>(found)) {
-    const int index = std::get<int>(value);
-    if (index >= 0 && index < list->count()) list->setCurrentIndex(index);
-  } else if (auto* number = qobject_cast<QDoubleSpinBox*>(found)) {
-    number->setValue(std::get<double>(value));
-  } else {
-    qobject_cast<QLineEdit*>(found)->setText(QtText(std::get<std::string>(value)));
-  }
+template <class TControl, class TValue>
+void TSettingsBinder::BindControl(TControl& control, auto changed, TFieldOf<TValue> field, auto get, auto set) {
+  FShowing.emplace_back([&control, field, set](TSettings& settings) { std::invoke(set, control, field(settings)); });
+  connect(&control, changed, this, [this, &control, field, get] {
+    field(*FSettings) = std::invoke(get, control);
+    if (!FIsShowing) FChanged();
+  });
 }
 
-void TSettingsBinder::Click(std::string_view toggle) {
-  QObject* found = Find(toggle);
-  if (QAction* action = ActionOf(found)) {
-    action->toggle();
-  } else {
-    qobject_cast<QAbstractButton*>(found)->toggle();
-  }
-}
-
-QObject* TSettingsBinder::Find(std::string_view control) const {
-  const QByteArray name(control.data(), static_cast<qsizetype>(control.size()));
-  QObject*& found = FControls[name];
-  if (found == nullptr) found = FWindow.findChild<QObject*>(QString::fromUtf8(name));
-  if (found == nullptr) throw std::logic_error("the window has no control " + name.toStdString());
-  return found;
+template <class TControl>
+TControl& TSettingsBinder::Find(std::string_view control) const {
+  auto* found = FWindow.findChild<TControl*>(QtText(control));
+  if (found == nullptr) throw std::logic_error("the window has no control " + std::string(control));
+  return *found;
 }

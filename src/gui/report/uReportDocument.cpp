@@ -25,7 +25,7 @@ QString FigureTable(const QString& title, const std::vector<TFigure>& figures) {
   return html + "</table>";
 }
 
-QString ImportantTable(const TDataset& table, const TCellFormats& formats) {
+QString ImportantTable(const TDataset& table, const TDisplaySettings& display) {
   constexpr std::pair<const char*, const char*> kColumns[] = {{"ID", "ID"},
                                                               {"Timestamp", "Begun"},
                                                               {"Acceleration max", "Peak (g)"},
@@ -42,7 +42,7 @@ QString ImportantTable(const TDataset& table, const TCellFormats& formats) {
     html += "<tr>";
     for (const auto& [key, title] : kColumns) {
       const auto field = table.FindField(key);
-      html += QString("<td>%1</td>").arg(field ? Safe(CellText(table, row, *field, formats)) : QString());
+      html += QString("<td>%1</td>").arg(field ? Safe(CellText(table, row, *field, display)) : QString());
     }
     html += "</tr>";
   }
@@ -61,10 +61,10 @@ std::unique_ptr<QTextDocument> MakeReport(const TShownMission& mission) {
       "table { border-color: #999999; }");
   const QString damage =
       mission.Damage.empty() ? QString() : "<p class='damage'>" + QtText(mission.Damage).toHtmlEscaped() + "</p>";
-  document->setHtml("<p>" + Safe(mission.Display.Company) + "</p><p class='title'>Shock report</p>" + damage +
+  document->setHtml("<p>" + Safe(mission.Display.company) + "</p><p class='title'>Shock report</p>" + damage +
                     FigureTable("Mission", HeaderFigures(mission.Data)) +
                     FigureTable("Events", EventFigures(mission.Summary, mission.Events, mission.Axes)) +
                     FigureTable("Sensors", NamedSensorFigures(mission)) +
-                    ImportantTable(mission.Tables.Important, mission.Display.Formats));
+                    ImportantTable(mission.Tables.Important, mission.Display));
   return document;
 }

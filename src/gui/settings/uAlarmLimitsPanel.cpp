@@ -5,34 +5,21 @@
 #include <QLabel>
 #include <QScreen>
 #include <algorithm>
+#include <span>
 
+#include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
+#include "gui/settings/uCaptionKeys.h"
 #include "gui/settings/uLimitEdit.h"
+#include "model/uQuantities.h"
 
 namespace {
 
-struct TRow {
-  const char* quantity;
-  const char* unit;
-  const char* least;
-  const char* largest;
-};
-constexpr TRow kRows[] = {{"&Acceleration", "g", "dxBarSpinAlarmAccMin", "dxBarSpinAlarmAccMax"},
-                          {"&Temperature", "°C", "dxBarSpinAlarmTempMin", "dxBarSpinAlarmTempMax"},
-                          {"&Pressure", "mbar", "dxBarSpinAlarmPresMin", "dxBarSpinAlarmPresMax"},
-                          {"&Humidity", "%RH", "dxBarSpinAlarmRHMin", "dxBarSpinAlarmRHMax"},
-                          {"&Light", "lux", "dxBarSpinAlarmLiMin", "dxBarSpinAlarmLiMax"},
-                          {"&Battery", "V", "dxBarSpinAlarmBatMin", "dxBarSpinAlarmBatMax"},
-                          {"A&1", "", "dxBarSpinAlarmA1Min", "dxBarSpinAlarmA1Max"},
-                          {"A&2", "", "dxBarSpinAlarmA2Min", "dxBarSpinAlarmA2Max"},
-                          {"A&3", "", "dxBarSpinAlarmA3Min", "dxBarSpinAlarmA3Max"},
-                          {"A&4", "", "dxBarSpinAlarmA4Min", "dxBarSpinAlarmA4Max"}};
-
-TLimitEdit* MakeEdit(TAlarmLimitsPanel* parent, const char* name, const QString& quantity, const QString& end) {
+TLimitEdit* MakeEdit(TAlarmLimitsPanel* parent, std::string_view name, const QString& quantity, const QString& end) {
   auto* edit = new TLimitEdit(parent);
   QObject::connect(edit, &TLimitEdit::Typed, parent, [parent] { parent->ShowProblem({}); });
   QObject::connect(edit, &TLimitEdit::Refused, parent, &TAlarmLimitsPanel::ShowProblem);
-  edit->setObjectName(name);
+  edit->setObjectName(QtText(name));
   edit->setAccessibleName(QString("%1, %2").arg(quantity, end));
   edit->setToolTip(QObject::tr("%1: a value beyond is marked").arg(edit->accessibleName()));
   return edit;
@@ -48,17 +35,18 @@ TAlarmLimitsPanel::TAlarmLimitsPanel(QWidget* parent) : QFrame(parent, Qt::Popup
   grid->addWidget(new QLabel(tr("Minimum"), this), 0, 1);
   grid->addWidget(new QLabel(tr("Maximum"), this), 0, 2);
   int line = 1;
-  for (const auto& [quantity, unit, least, largest] : kRows) {
-    auto* label = new QLabel(tr(quantity), this);
-    const QString plain = tr(quantity).remove('&');
-    auto* from = MakeEdit(this, least, plain, tr("minimum"));
-    auto* to = MakeEdit(this, largest, plain, tr("maximum"));
+  QString keys;
+  for (const TQuantityControls& row : std::span(kQuantityControls).first<kLimitedQuantityCount>()) {
+    const QString quantity = QtText(row.caption);
+    auto* label = new QLabel(WithKey(quantity, keys), this);
+    auto* from = MakeEdit(this, row.min, quantity, tr("minimum"));
+    auto* to = MakeEdit(this, row.max, quantity, tr("maximum"));
     label->setBuddy(from);
     label->setMinimumWidth(label->sizeHint().width());
     grid->addWidget(label, line, 0);
     grid->addWidget(from, line, 1);
     grid->addWidget(to, line, 2);
-    grid->addWidget(new QLabel(QString::fromUtf8(unit), this), line, 3);
+    grid->addWidget(new QLabel(QtText(row.unit), this), line, 3);
     ++line;
     if (line != 2) continue;
     auto* fromFile = new QCheckBox(tr(" Load Acc. Alarm Values from File"), this);

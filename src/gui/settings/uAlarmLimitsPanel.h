@@ -1,5 +1,5 @@
-// The alarm limits of every quantity, from … to …, opened below a button of the ribbon. Esc or a click beside it close
-// it. What was typed and is not taken is said below the limits until somebody types again.
+// The minimum and the maximum of every quantity that has alarm limits. It opens below a button of the ribbon; Esc or a
+// click beside it closes it. When it refuses a typed limit, it says why until somebody types again.
 #pragma once
 
 #include <QFrame>
@@ -13,11 +13,11 @@ class TAlarmLimitsPanel : public QFrame {
   explicit TAlarmLimitsPanel(QWidget* parent);
   // Below `button`, wholly on its screen.
   void OpenBelow(const QWidget& button);
-  // Why a limit keeps its value; empty: nothing to say.
+  // Shows why a limit keeps its value; an empty text hides the last problem.
   void ShowProblem(const QString& problem);
 
  signals:
-  // Also told where it stays in sight: a click beside the panel takes what is typed and closes it.
+  // For the status bar: a click beside the panel enters what is typed and closes the panel with its own message.
   void LimitRefused(const QString& why);
 
  private:

@@ -23,16 +23,12 @@ QIcon Swatch(QRgb rgb, double ratio) {
   return pixmap;
 }
 
-QString HexOf(std::uint32_t rgb) {
-  return QColor(rgb).name().toUpper();
-}
-
 }  // namespace
 
 TColourBox::TColourBox(QWidget* parent) : QComboBox(parent) {
   setIconSize({kSwatchWidth, kSwatchHeight});
   for (const TNamedColour& named : NamedColours()) {
-    AddColour(QtText(named.name.substr(2)), std::string(named.name), count());
+    AddColour(QtText(named.name.substr(2)), named.rgb, count());
   }
   addItem(tr("Another…"));
   connect(this, &QComboBox::activated, this, [this](int index) {
@@ -52,30 +48,27 @@ void TColourBox::showPopup() {
   QComboBox::showPopup();
 }
 
-void TColourBox::AddColour(const QString& caption, const std::string& text, int at) {
-  insertItem(at, Swatch(ColourFromText(text).value_or(0), devicePixelRatioF()), caption, QtText(text));
+void TColourBox::AddColour(const QString& caption, std::uint32_t rgb, int at) {
+  insertItem(at, Swatch(rgb, devicePixelRatioF()), caption, rgb);
 }
 
-void TColourBox::SetColour(std::string_view text) {
-  const auto rgb = ColourFromText(text);
-  if (!rgb) return;
-  const std::string wanted = TextFromColour(*rgb);
-  int index = findData(QtText(wanted));
+void TColourBox::SetColour(std::uint32_t rgb) {
+  int index = findData(rgb);
   if (index < 0) {
     index = count() - 1;
-    AddColour(HexOf(*rgb), wanted, index);
+    AddColour(QColor(rgb).name().toUpper(), rgb, index);
   }
   setCurrentIndex(index);
   if (std::exchange(FChosen, index) != index) Q_EMIT ColourChanged();
 }
 
-std::string TColourBox::Colour() const {
-  return Utf8(itemData(FChosen).toString());
+std::uint32_t TColourBox::Colour() const {
+  return itemData(FChosen).toUInt();
 }
 
 void TColourBox::AskForOne() {
-  QColorDialog dialog(QColor(ColourFromText(Colour()).value_or(0)), window());
+  QColorDialog dialog(QColor(Colour()), window());
   dialog.setObjectName("dlgColour");
   dialog.setWindowTitle(tr("Colour"));
-  if (dialog.exec() == QDialog::Accepted) SetColour(TextFromColour(dialog.currentColor().rgb() & RGB_MASK));
+  if (dialog.exec() == QDialog::Accepted) SetColour(dialog.currentColor().rgb() & RGB_MASK);
 }

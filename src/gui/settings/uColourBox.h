@@ -1,8 +1,8 @@
-// A list of colours by name, with one entry for a colour of one's own.
+// A list of named colours, with one entry for any other colour.
 #pragma once
 
 #include <QComboBox>
-#include <string_view>
+#include <cstdint>
 
 class TColourBox : public QComboBox {
   Q_OBJECT
@@ -10,9 +10,9 @@ class TColourBox : public QComboBox {
  public:
   explicit TColourBox(QWidget* parent);
 
-  // As shell/uColourNames writes it. A text that is no colour leaves the choice as it is.
-  void SetColour(std::string_view text);
-  [[nodiscard]] std::string Colour() const;
+  // 0xRRGGBB.
+  void SetColour(std::uint32_t rgb);
+  [[nodiscard]] std::uint32_t Colour() const;
 
  signals:
   void ColourChanged();
@@ -21,9 +21,9 @@ class TColourBox : public QComboBox {
   void showPopup() override;
 
  private:
-  void AddColour(const QString& caption, const std::string& text, int at);
+  void AddColour(const QString& caption, std::uint32_t rgb, int at);
   void AskForOne();
 
-  bool FListWasOpen = false;  // "Another…" asks only when chosen from the open list
-  int FChosen = 0;            // stays while the dialog asks
+  bool FListWasOpen = false;  // "Another…" opens the dialog only when chosen from the open list
+  int FChosen = 0;            // the index of the chosen colour; stays while the dialog is open
 };

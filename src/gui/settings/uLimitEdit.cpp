@@ -9,16 +9,16 @@
 
 namespace {
 
-// The base rounds to so many decimals: more than a double has between 1e-308 and 1.
+// The base class rounds to this many decimals: enough for a number as small as 1e-308.
 constexpr int kDecimals = 323;
-constexpr double kLargest = std::numeric_limits<double>::max();
+constexpr double kMaxLimit = std::numeric_limits<double>::max();
 constexpr double kStep = 0.5;
 
 }  // namespace
 
 TLimitEdit::TLimitEdit(QWidget* parent) : QDoubleSpinBox(parent) {
   setDecimals(kDecimals);
-  setRange(-kLargest, kLargest);
+  setRange(-kMaxLimit, kMaxLimit);
   setSingleStep(kStep);
   setKeyboardTracking(false);
   setMaximumWidth(fontMetrics().averageCharWidth() * 18);
@@ -33,7 +33,7 @@ double TLimitEdit::valueFromText(const QString& text) const {
   return ReadTypedNumber(text).value.value_or(value());
 }
 
-// What may still become a number, or is to be refused as a whole, is let stand while it is typed.
+// While the user types, a text may stay that can become a number or that fixup will refuse.
 QValidator::State TLimitEdit::validate(QString& text, int& /*position*/) const {
   if (ReadTypedNumber(text).value) return QValidator::Acceptable;
   static const QString kParts = QString("0123456789.,-+eE ") + QChar(0x2212) + QChar(0xA0) + QChar(0x202F);

@@ -1,5 +1,5 @@
-// A spin edit of any number, shown with no more digits than it has. A text that is no number, or can be read in two
-// ways, leaves the value as it was.
+// A spin edit for any number. It shows no more digits than the number has. A text that is no number, or can be read in
+// two ways, leaves the value as it was.
 #pragma once
 
 #include <QDoubleSpinBox>
@@ -16,8 +16,8 @@ class TLimitEdit : public QDoubleSpinBox {
   void fixup(QString& text) const override;
 
  signals:
-  // A person types.
+  // The user changed the text.
   void Typed();
-  // What was typed is not taken, for this reason, a sentence.
+  // The typed text is no limit; `problem` is a sentence that says why.
   void Refused(const QString& problem) const;
 };

@@ -21,7 +21,7 @@ TLogoEdit::TLogoEdit(TLogos& logos, std::size_t index, const QString& buttonName
   FPicture->setFrameShape(QFrame::StyledPanel);
   FPicture->setAlignment(Qt::AlignCenter);
   FPicture->setAccessibleName(title);
-  // As on paper.
+  // White, because logos are printed.
   QPalette paper = FPicture->palette();
   paper.setColor(QPalette::Window, Qt::white);
   FPicture->setPalette(paper);

@@ -1,4 +1,4 @@
-// A logo and the button that replaces it by a picture of the user's.
+// Shows a logo and a button that replaces it by a picture of the user.
 #pragma once
 
 #include <QWidget>

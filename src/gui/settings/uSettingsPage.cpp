@@ -11,47 +11,45 @@
 #include "gui/common/uLogos.h"
 #include "gui/common/uQtText.h"
 #include "gui/common/uWheelGuard.h"
+#include "gui/settings/uCaptionKeys.h"
 #include "gui/settings/uColourBox.h"
 #include "gui/settings/uLogoEdit.h"
 #include "model/uQuantities.h"
-#include "shell/uSettingsSchema.h"
+#include "shell/uSettings.h"
 
 namespace {
 
-constexpr int kLongestText = 200;  // characters
-constexpr int kTextWidth = 40;     // characters
+constexpr int kMaxTextLength = 200;  // characters
+constexpr int kTextWidth = 40;       // characters
 
 struct TRow {
-  const char* control;
-  const char* caption;  // with its key
-  const char* hint = "";
+  std::string_view control;
+  QString caption;  // with its key
+  QString hint = {};
 };
 
-QString PlainText(const char* caption) {
-  return QObject::tr(caption).remove('&');
-}
-
 void Describe(QWidget& control, const TRow& row) {
-  control.setObjectName(row.control);
-  control.setAccessibleName(PlainText(row.caption));
-  control.setToolTip(*row.hint == '\0' ? PlainText(row.caption) : QObject::tr(row.hint));
+  const QString plain = QString(row.caption).remove('&');
+  control.setObjectName(QtText(row.control));
+  control.setAccessibleName(plain);
+  control.setToolTip(row.hint.isEmpty() ? plain : row.hint);
 }
 
 void AddRow(QFormLayout& form, const TRow& row, QWidget* control) {
   Describe(*control, row);
   new TWheelGuard(*control);
-  form.addRow(QObject::tr(row.caption), control);
+  form.addRow(row.caption, control);
 }
 
 void AddCheckBox(QFormLayout& form, const TRow& row) {
-  auto* box = new QCheckBox(QObject::tr(row.caption));
+  auto* box = new QCheckBox(row.caption);
   Describe(*box, row);
   form.addRow(box);
 }
 
 void AddText(QFormLayout& form, const TRow& row) {
   auto* edit = new QLineEdit;
-  edit->setMaxLength(kLongestText);
+  edit->setMaxLength(kMaxTextLength);
   edit->setMinimumWidth(edit->fontMetrics().averageCharWidth() * kTextWidth);
   AddRow(form, row, edit);
 }
@@ -66,7 +64,7 @@ void AddColours(QFormLayout& form, std::initializer_list<TRow> rows) {
   for (const TRow& row : rows) AddRow(form, row, new TColourBox(nullptr));
 }
 
-// A page scrolls where the window is too small for it.
+// Scrolls a page that is larger than the window.
 QWidget* Scrolled(QWidget* page) {
   auto* area = new QScrollArea;
   area->setFrameShape(QFrame::NoFrame);
@@ -104,39 +102,35 @@ TSettingsPage::TSettingsPage(TLogos& logos) {
 QWidget* TSettingsPage::MakeGeneral(TLogos& logos) {
   auto* page = new QWidget;
   auto* form = MakeForm(page);
-  AddText(*form, {"cxTextEditCompanyName", "&Company name", "Stands on reports"});
+  AddText(*form, {"cxTextEditCompanyName", tr("&Company name"), tr("Stands on reports")});
   form->addRow(tr("Company logo"), new TLogoEdit(logos, TLogos::kCompany, "btnCompanyLogo", tr("company logo")));
   form->addRow(tr("Report logo"), new TLogoEdit(logos, TLogos::kReport, "btnReportLogo", tr("report logo")));
-  AddList(*form, {"cmbSettingsDateTimeFormat", "&Date format", "How every date is shown"}, kDateFormats);
-  AddList(
-      *form,
-      {"cmbSettingsDefFileFilter", "Default file &filter", "What the open dialog and the lists of files show at first"},
-      kFileFilters);
-  AddCheckBox(*form, {"chboxDialogConfirmationsSync", "&Show sync dialog confirmations",
-                      "Ask before the navigator is synced with the currently viewed timespan"});
-  AddCheckBox(*form, {"chboxShockChartPointAbsorption", "Absorb &overlapping points on chart",
-                      "If turned on the overlapping points in the Shock Events chart will be absorbed into a bigger "
-                      "point"});
+  AddList(*form, {"cmbSettingsDateTimeFormat", tr("&Date format"), tr("How every date is shown")}, kDateFormats);
+  AddList(*form,
+          {"cmbSettingsDefFileFilter", tr("Default file &filter"),
+           tr("What the open dialog and the lists of files show at first")},
+          kFileFilters);
+  AddCheckBox(*form, {"chboxDialogConfirmationsSync", tr("&Show sync dialog confirmations"),
+                      tr("Ask before the navigator is synced with the currently viewed timespan")});
+  AddCheckBox(*form, {"chboxShockChartPointAbsorption", tr("Absorb &overlapping points on chart"),
+                      tr("If turned on the overlapping points in the Shock Events chart will be absorbed into a bigger "
+                         "point")});
   return Scrolled(page);
 }
 
 QWidget* TSettingsPage::MakeFormats() {
-  constexpr TRow kRows[] = {{"cmbSettingsTimeDec", "&Time (ms)"},
-                            {"cmbSettingsAccDec", "&Acceleration (g)"},
-                            {"cmbSettingsDBCDec", "T&oT (ms)", "Time over threshold"},
-                            {"cmbSettingsIntDec", "&IoT (g ms)", "Integral over threshold"},
-                            {"cmbSettingsTempDec", "T&emperature (°C)"},
-                            {"cmbSettingsRHDec", "&Humidity (%RH)"},
-                            {"cmbSettingsPresDec", "&Pressure (mbar)"},
-                            {"cmbSettingsLiDec", "&Light (lux)"},
-                            {"cmbSettingsBatDec", "&Battery (V)"},
-                            {"cmbSettingsA1Dec", "A&1"},
-                            {"cmbSettingsA2Dec", "A&2"},
-                            {"cmbSettingsA3Dec", "A&3"},
-                            {"cmbSettingsA4Dec", "A&4"}};
+  using enum TQuantity;
+  constexpr TQuantity kOrder[] = {Time,  Acceleration, ToT, IoT, Temperature, Humidity, Pressure,
+                                  Light, Battery,      A1,  A2,  A3,          A4};
   auto* page = new QWidget;
   auto* form = MakeForm(page);
-  for (const TRow& row : kRows) AddList(*form, row, kDecimalMasks);
+  QString keys;
+  for (const TQuantity quantity : kOrder) {
+    const TQuantityControls& row = kQuantityControls[static_cast<std::size_t>(quantity)];
+    QString caption = WithKey(QtText(row.caption), keys);
+    if (!row.unit.empty()) caption += QString(" (%1)").arg(QtText(row.unit));
+    AddList(*form, {row.format, caption, QtText(row.hint)}, kDecimalMasks);
+  }
   return Scrolled(page);
 }
 
@@ -145,28 +139,24 @@ QWidget* TSettingsPage::MakeColours() {
   auto* columns = new QHBoxLayout(page);
   auto* left = new QVBoxLayout;
   AddColours(*AddBox(*left, tr("Acceleration")),
-             {{"ccmbShockX", "&X"}, {"ccmbShockY", "&Y"}, {"ccmbShockZ", "&Z"}, {"ccmbShockTotal", "T&otal"}});
-  AddColours(*AddBox(*left, tr("Axes of the sensors chart")), {{"clrgalSensorsLeftAxisI", "Left inner"},
-                                                               {"clrgalSensorsLeftAxisII", "Left outer"},
-                                                               {"clrgalSensorsRightAxisI", "Right inner"},
-                                                               {"clrgalSensorsRightAxisII", "Right outer"}});
+             {{"ccmbShockX", "&X"}, {"ccmbShockY", "&Y"}, {"ccmbShockZ", "&Z"}, {"ccmbShockTotal", tr("T&otal")}});
+  AddColours(*AddBox(*left, tr("Axes of the sensors chart")), {{"clrgalSensorsLeftAxisI", tr("Left inner")},
+                                                               {"clrgalSensorsLeftAxisII", tr("Left outer")},
+                                                               {"clrgalSensorsRightAxisI", tr("Right inner")},
+                                                               {"clrgalSensorsRightAxisII", tr("Right outer")}});
   left->addStretch();
   columns->addLayout(left);
   QFormLayout* sensors = AddBox(*columns, tr("Sensors"));
-  for (const TQuantityRow* row : kColouredSensors) {
-    AddRow(*sensors, {row->colourControl.data(), row->colourCaption}, new TColourBox(nullptr));
-  }
+  for (const TQuantityRow* row : kColouredSensors) AddColours(*sensors, {{row->colourControl, tr(row->colourCaption)}});
   columns->addStretch();
   return Scrolled(page);
 }
 
 QWidget* TSettingsPage::MakeAnalogInputs() {
-  constexpr TRow kRows[] = {{"tedA1Name", "Name of A&1"},
-                            {"tedA2Name", "Name of A&2"},
-                            {"tedA3Name", "Name of A&3"},
-                            {"tedA4Name", "Name of A&4"}};
   auto* page = new QWidget;
   auto* form = MakeForm(page);
-  for (const TRow& row : kRows) AddText(*form, row);
+  for (const TQuantityRow* row : kAnalogInputs) {
+    AddText(*form, {row->nameControl, tr("Name of %1").arg(row->colourCaption)});
+  }
   return Scrolled(page);
 }

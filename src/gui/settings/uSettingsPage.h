@@ -1,5 +1,5 @@
-// The pages of the settings, one below another's tab: general, formats, colours, analog inputs. Each setting is a
-// control with a fixed name; what a change does is not decided here.
+// The pages of the settings: general, formats, colours, analog inputs. It only makes the controls, by their fixed
+// names; TSettingsBinder connects them.
 #pragma once
 
 #include <QTabWidget>

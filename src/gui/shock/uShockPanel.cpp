@@ -169,7 +169,6 @@ void TMainShockPanel::ShowCards(const TDataset& events, std::optional<std::size_
   for (std::size_t i = 0; i < kCardCount; ++i) {
     const auto field = events.FindField(kCards[i].field);
     const bool hasValue = field && row && *row < events.RecordCount();
-    FCardValues[i]->setText(hasValue ? QtText(CellText(events, *row, *field, display.Formats) + kCards[i].unit)
-                                     : kNoValue);
+    FCardValues[i]->setText(hasValue ? QtText(CellText(events, *row, *field, display) + kCards[i].unit) : kNoValue);
   }
 }
