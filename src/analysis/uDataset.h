@@ -70,6 +70,7 @@ class TDataset {
   [[nodiscard]] std::span<const double> DateTimes(std::size_t field) const { return FTable->columns[field].dateTimes; }
   // The value as text: integers in decimal, singles in general form, date-times in the field's mask, null empty.
   [[nodiscard]] std::string DisplayText(std::size_t row, std::size_t field) const;
+  void AppendDisplayText(std::string& text, std::size_t row, std::size_t field) const;
 
   // Shows only the rows that a mask marks, in whatever order; positions and the walk count these alone and begin anew.
   // An empty mask shows all rows. Rows that are appended later are not shown. Other companions stay as they are.
@@ -109,6 +110,9 @@ class TDataset {
     std::vector<std::uint32_t> rows;  // empty until first used
   };
 
+  // Calls visit with the member of TColumn that holds the values of a type; a Blob has none.
+  template <class TVisit>
+  static void VisitValues(TFieldType type, const TVisit& visit);
   [[nodiscard]] const TIndex* FindIndex(std::string_view name) const;
   [[nodiscard]] std::uint64_t SortKey(std::size_t row, std::size_t field) const;
   [[nodiscard]] std::vector<std::uint32_t> SortedRows(const TIndex& index) const;

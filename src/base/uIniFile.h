@@ -13,14 +13,14 @@
 
 class TIniFile {
  public:
-  static constexpr std::uintmax_t kLargest = 1'000'000;  // bytes of a file that is read
+  static constexpr std::uintmax_t kMaxBytes = 1'000'000;  // bytes of a file that is read
 
   TIniFile();
   ~TIniFile();
   TIniFile(TIniFile&&) noexcept;
   TIniFile& operator=(TIniFile&&) noexcept;
 
-  // Throws std::runtime_error when the file is none, cannot be read, is larger than kLargest or holds a NUL, as UTF-16
+  // Throws std::runtime_error when the file is none, cannot be read, is larger than kMaxBytes or holds a NUL, as UTF-16
   // does. Lines that make no sense are passed over.
   static TIniFile Load(const std::filesystem::path& path);
   // As it stands in a file.

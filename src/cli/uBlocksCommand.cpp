@@ -91,7 +91,7 @@ TStatus BlocksCommand(const std::string& name, const TConsole& console) {
   try {
     TDataFile file = TDataFile::CreateLoad(PathFromUtf8(name));
     if (!file.IsLoadOk()) {
-      console.err(fmt::format("kshock: {}: This file is no block data file.\n", Printable(name)));
+      Complain(console, name, "This file is no block data file.");
       return TStatus::NotDisplayable;
     }
     TBlockList blocks(file, console);
@@ -102,8 +102,7 @@ TStatus BlocksCommand(const std::string& name, const TConsole& console) {
     if (!file.CheckRest())
       console.out("not checked: more than 64 MiB follow the empty block that ends the recording\n");
     if (!file.ReadError().empty()) {
-      console.err(
-          fmt::format("kshock: {}: The file could not be read to its end: {}\n", Printable(name), file.ReadError()));
+      Complain(console, name, "The file could not be read to its end: " + file.ReadError());
       return TStatus::Damaged;
     }
     if (!file.Damaged()) return blocks.SomeAreTooShort() ? TStatus::Damaged : TStatus::Done;
@@ -111,7 +110,7 @@ TStatus BlocksCommand(const std::string& name, const TConsole& console) {
                             file.BytesRead(), number - 1));
     return TStatus::Damaged;
   } catch (const EStreamError& error) {
-    console.err(fmt::format("kshock: {}: {}\n", Printable(name), error.what()));
+    Complain(console, name, error.what());
     return TStatus::CannotRead;
   }
 }

@@ -23,13 +23,13 @@ struct TWorkbookSize {
 
 class TWorkbook {
  public:
-  static constexpr std::size_t kMostRows = 1048576;  // of a sheet
+  static constexpr std::size_t kMaxRows = 1048576;  // of a sheet
 
   // Until Close the rows of each sheet stand in an open file without a name, in the folder for temporary files or in
   // that of the workbook, where there is more room. Throws std::runtime_error before anything is written when there is
-  // not enough room for the cells, or when the sheets are more than the files that may be open (uOpenFiles) less 16.
-  // `dateMask` is that of date-times, as in FormatDateTime; `created` is the date-time in the file's properties, which
-  // are those of 1980 when it is none.
+  // not enough room for the cells, or when the sheets are more than the files that may be open (uProcessLimits)
+  // less 16. `dateMask` is that of date-times, as in FormatDateTime; `created` is the date-time in the file's
+  // properties, which are those of 1980 when it is none.
   TWorkbook(const std::filesystem::path& file, const TWorkbookSize& size, std::string_view dateMask, double created);
   // Without Close the file lacks rows.
   ~TWorkbook();
@@ -43,7 +43,7 @@ class TWorkbook {
   // are not warned of. There is at least one column.
   void MarkTable(std::size_t titleRow, std::size_t lastRow, std::size_t columns);
   // Cut at 32,767 characters.
-  void WriteText(std::size_t row, std::size_t column, std::string_view text, TCellStyle style = TCellStyle::Plain);
+  void WriteText(std::size_t row, std::size_t column, const std::string& text, TCellStyle style = TCellStyle::Plain);
   // What is not finite is written as text.
   void WriteNumber(std::size_t row, std::size_t column, double value);
   // A date-time cell; before March 1900, where spreadsheets count otherwise, and after 9999 a text.

@@ -17,7 +17,7 @@ constexpr std::string_view kMagic = "HALVORNIC";
 // What the body of a header block begins with: the count of the magic, and the magic.
 constexpr std::string_view kHeaders[] = {{"\x09\0HALVORNIC", 11}, {"\x09\0TREMALINE", 11}};
 constexpr std::size_t kHeaderBlockSize = 15;
-constexpr std::size_t kMostChecked = std::size_t{64} * 1024 * 1024;
+constexpr std::size_t kMaxChecked = std::size_t{64} * 1024 * 1024;
 
 std::span<const std::uint8_t> BytesOf(std::string_view text) {
   return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
@@ -162,7 +162,7 @@ bool TDataFile::ReadBlock() {
 
 bool TDataFile::CheckRest() {
   BufStream.Clear();
-  for (std::size_t passed = 0; passed < kMostChecked; passed += TInflateStream::kMaxTake) {
+  for (std::size_t passed = 0; passed < kMaxChecked; passed += TInflateStream::kMaxTake) {
     if (TakeZip(TInflateStream::kMaxTake).size() < TInflateStream::kMaxTake) return true;
   }
   return false;

@@ -26,7 +26,7 @@ constexpr auto kTimeToEnd = std::chrono::milliseconds(100);
 
 }  // namespace
 
-// Inflated bytes stand from kMaxTake on; before them is room for what was left of the chunk before.
+// Inflated bytes start at kMaxTake; the room before them takes what is left of the previous chunk.
 struct TInflateStream::TChunk {
   std::unique_ptr<std::uint8_t[]> bytes;
   std::size_t filled = 0;
@@ -48,7 +48,7 @@ class TInflateStream::TInflater {
   // The taker's side.
   void WaitUntilOpen(const std::stop_token& stop);
   TChunk& WaitForChunk(std::size_t number, const std::stop_token& stop);
-  void Release(std::size_t number);
+  void Release(std::size_t number);  // the chunks before it may be filled again
   // Asks the thread to end and gives it a moment; false when it has not, as inside a read that blocks.
   [[nodiscard]] bool End();
   // Of a chunk that has ended: the checksum that the stream names, the reason of a failed read.
@@ -62,7 +62,8 @@ class TInflateStream::TInflater {
 
  private:
   TChunk& ChunkOf(std::size_t number) { return FChunks[number % FChunks.size()]; }
-  void Tell(bool& what);
+  template <class TChange>
+  void Change(const TChange& change);
   bool Stopped();
   void InflateAll();
   void Fill(TChunk& chunk);
@@ -101,23 +102,20 @@ TInflateStream::TChunk& TInflateStream::TInflater::WaitForChunk(std::size_t numb
 }
 
 void TInflateStream::TInflater::Release(std::size_t number) {
-  {
-    const std::lock_guard lock(FMutex);
-    FReleased = number;
-  }
-  FChanged.notify_all();
+  Change([&] { FReleased = number; });
 }
 
 bool TInflateStream::TInflater::End() {
-  Tell(FStop);
+  Change([this] { FStop = true; });
   std::unique_lock lock(FMutex);
   return FChanged.wait_for(lock, kTimeToEnd, [this] { return FEnded; });
 }
 
-void TInflateStream::TInflater::Tell(bool& what) {
+template <class TChange>
+void TInflateStream::TInflater::Change(const TChange& change) {
   {
     const std::lock_guard lock(FMutex);
-    what = true;
+    change();
   }
   FChanged.notify_all();
 }
@@ -133,10 +131,10 @@ void TInflateStream::TInflater::Run() {
   } catch (...) {
     FOpenError = std::current_exception();
   }
-  Tell(FOpened);
+  Change([this] { FOpened = true; });
   if (FFile) InflateAll();
   FFile.reset();
-  Tell(FEnded);
+  Change([this] { FEnded = true; });
 }
 
 void TInflateStream::TInflater::InflateAll() {
@@ -154,11 +152,7 @@ void TInflateStream::TInflater::InflateAll() {
       ChunkOf(number).end = TEnd::Failed;
     }
     end = ChunkOf(number).end;
-    {
-      const std::lock_guard lock(FMutex);
-      FInflated = number + 1;
-    }
-    FChanged.notify_all();
+    Change([&] { FInflated = number + 1; });
   }
 }
 

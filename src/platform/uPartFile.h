@@ -63,6 +63,9 @@ class TFolderLock {
   int FDescriptor;
 };
 
+// Has the disk take a file now, so that Sync waits less; that one also says what goes wrong. Any thread.
+void SyncEarly(const std::filesystem::path& file) noexcept;
+
 // Waits until the disk has the names of the folder's files, as far as its file system can tell.
 void SyncFolder(const std::filesystem::path& folder) noexcept;
 

@@ -185,12 +185,15 @@ void TScratchFolder::Cut() const noexcept {
   });
 }
 
-void SyncFolder(const fs::path& folder) noexcept {
-  const char* name = folder.empty() ? "." : folder.c_str();
-  const int descriptor = open(name, O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+void SyncEarly(const fs::path& file) noexcept {
+  const int descriptor = open(file.c_str(), O_RDONLY | O_CLOEXEC);
   if (descriptor < 0) return;
   fsync(descriptor);
   close(descriptor);
+}
+
+void SyncFolder(const fs::path& folder) noexcept {
+  SyncEarly(folder.empty() ? fs::path(".") : folder);
 }
 
 void RemoveAbandonedParts(const fs::path& folder) noexcept {

@@ -12,7 +12,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::uintmax_t kLargest = 100'000;  // bytes of a list of folders that is read
+constexpr std::uintmax_t kMaxBytes = 100'000;  // bytes of a list of folders that is read
 
 // The folder that a variable names; a relative one is none.
 fs::path FolderIn(const char* variable) {
@@ -58,7 +58,7 @@ fs::path DocumentsFolder() noexcept {
     const fs::path list = ConfigurationFolder() / "user-dirs.dirs";
     std::error_code error;
     std::optional<fs::path> documents;
-    if (fs::is_regular_file(list, error) && fs::file_size(list, error) <= kLargest && !error) {
+    if (fs::is_regular_file(list, error) && fs::file_size(list, error) <= kMaxBytes && !error) {
       std::ifstream lines(list);
       for (std::string line; std::getline(lines, line);) {
         if (auto named = DocumentsOfLine(line)) documents = std::move(named);

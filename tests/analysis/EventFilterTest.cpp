@@ -171,8 +171,8 @@ TEST_F(EventFilter, ACompanionShowsItsRowsInEveryOrderAndTheOriginalAll) {
 
 TEST_F(EventFilter, AHistogramCountsWhatIsFinite) {
   const THistogram histogram = HistogramOf(FTable, "ToT total", 11);  // 11, 3, 4, NaN, null, 0
-  EXPECT_EQ(histogram.least, 0);
-  EXPECT_EQ(histogram.largest, 11);
+  EXPECT_EQ(histogram.min, 0);
+  EXPECT_EQ(histogram.max, 11);
   EXPECT_THAT(histogram.counts, ElementsAre(1, 0, 0, 1, 1, 0, 0, 0, 0, 0, 1)) << "the largest is in the last step";
   EXPECT_THAT(HistogramOf(FTable, "Light", 11).counts, IsEmpty());
   TDataset same;

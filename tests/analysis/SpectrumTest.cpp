@@ -127,7 +127,7 @@ TEST(Spectrum, TheHighestLineStandsForItselfAlone) {
   std::vector<TEventValue> samples;
   for (int i = 0; i < 128; ++i) samples.push_back({double(i), i % 2 == 0 ? 5.0F : -5.0F, 0, 0});
   EXPECT_NEAR(Amplitudes(samples).lines[64].x, 5, 1e-12);
-  EXPECT_EQ(CalcSpectrum(samples, TSpectrumType::Decibel, TWeightingWindow::fwCos2).lines[3].y, kLeastDecibel);
+  EXPECT_EQ(CalcSpectrum(samples, TSpectrumType::Decibel, TWeightingWindow::fwCos2).lines[3].y, kMinDecibel);
 }
 
 TEST(Spectrum, RoundedTimesLeaveEveryAmplitudeAsItIs) {

@@ -9,4 +9,4 @@
 // Has `work` done on another thread; until it is done `progress` processes messages, on the caller's and at least once.
 // What the work throws is thrown here. What ProcessMessages throws asks the work to stop, and is thrown in its place
 // once it has ended.
-void RunBeside(const std::function<void(const std::stop_token&)>& work, IProgress& progress);
+void RunInBackground(const std::function<void(const std::stop_token&)>& work, IProgress& progress);

@@ -1,4 +1,4 @@
-#include "base/uBeside.h"
+#include "base/uBackground.h"
 
 #include <chrono>
 #include <exception>
@@ -10,7 +10,7 @@ constexpr std::chrono::milliseconds kBetweenMessages(20);
 
 }  // namespace
 
-void RunBeside(const std::function<void(const std::stop_token&)>& work, IProgress& progress) {
+void RunInBackground(const std::function<void(const std::stop_token&)>& work, IProgress& progress) {
   std::stop_source stop;
   std::future<void> done = std::async(std::launch::async, work, stop.get_token());
   std::exception_ptr wanted;
