@@ -165,7 +165,7 @@ void TDataset::SetShownRows(std::vector<bool> shown) {
   First();
 }
 
-// Every row is written and the hidden ones are written over: guessing which one is hidden takes longer.
+// Without a branch: a hidden row is written, too, and the next one overwrites it. That is faster.
 void TDataset::CollectShownRows() {
   FShownRows.clear();
   if (FShown.empty()) return;
@@ -204,7 +204,7 @@ std::optional<std::size_t> TDataset::PositionOf(std::size_t row) const {
   return static_cast<std::size_t>(found - rows.begin());
 }
 
-// Unsigned numbers in the order of the values.
+// An unsigned number that sorts as the value does.
 std::uint64_t TDataset::SortKey(std::size_t row, std::size_t field) const {
   if (IsNull(row, field)) return 0;
   double value = 0;

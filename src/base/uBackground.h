@@ -1,4 +1,4 @@
-// Work on a thread of its own that the caller waits for while its user interface goes on.
+// Runs work on another thread while the caller's user interface stays alive.
 #pragma once
 
 #include <functional>
@@ -6,7 +6,7 @@
 
 #include "base/uProgress.h"
 
-// Has `work` done on another thread; until it is done `progress` processes messages, on the caller's and at least once.
-// What the work throws is thrown here. What ProcessMessages throws asks the work to stop, and is thrown in its place
-// once it has ended.
+// Runs `work` on another thread and waits for it. Meanwhile `progress` processes messages on the caller's thread, at
+// least once. An exception of the work is thrown here. If ProcessMessages throws, the work is asked to stop; when it
+// has ended, that exception is thrown instead.
 void RunInBackground(const std::function<void(const std::stop_token&)>& work, IProgress& progress);

@@ -23,11 +23,11 @@ class TBlockList {
     FConsole.out(line + "\n");
   }
 
-  // A block that is too short for its type ends any other reading.
+  // Such a block would end the read of any other command.
   [[nodiscard]] bool SomeAreTooShort() const { return FTooShort; }
 
  private:
-  // What the block says, beside what it is; where it is too short for its type, that.
+  // The block's names or texts, or that it is too short for its type.
   std::string Content() {
     try {
       return Read();
@@ -70,7 +70,7 @@ class TBlockList {
     return names;
   }
 
-  // As a reader does: a time that is none ends the block, and one byte at its end is no record.
+  // As TBlockReader: an invalid time ends the block, and a single byte at the end is ignored.
   void SkipRecords() {
     while (FFile.BlockPos() + 1 < FFile.BlockSize()) {
       const double days = FFile.ReadDouble();

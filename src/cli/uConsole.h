@@ -31,7 +31,7 @@ class EOutputLost : public std::runtime_error {
 
 struct TConsole {
   TTextSink out;  // results
-  TTextSink err;  // complaints, and progress when showProgress is set
+  TTextSink err;  // errors, and progress when showProgress is set
   bool showProgress = false;
 };
 

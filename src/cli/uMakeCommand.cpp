@@ -102,7 +102,7 @@ void RefuseUnknown(const json& object, std::string_view where, const std::set<st
   }
 }
 
-// Takes a value as it is; what would have to be changed to fit is refused.
+// Refuses a value that does not fit its type exactly.
 template <class T>
 void ParseValue(const json& object, const char* name, T& value) {
   if (!object.contains(name)) throw ESourceError(fmt::format("\"{}\" is missing.", name));
@@ -146,8 +146,7 @@ TSource ParseDescription(const json& json) {
   return source;
 }
 
-// The place of each wanted column in a line of the records. Of two columns of one name each is taken once, from left to
-// right.
+// The place of each wanted column in a line of the records. Columns of one name are used once each, from left to right.
 std::vector<std::size_t> ColumnsOf(std::span<const std::string_view> titles, std::span<const std::string> wanted) {
   std::multimap<std::string_view, std::size_t> places;
   for (std::size_t place = 0; place < titles.size(); ++place) places.emplace(titles[place], place);

@@ -50,13 +50,12 @@ class TPointNumbers {
   std::string FBefore = std::setlocale(LC_NUMERIC, nullptr);
 };
 
-// No room, or a disk that fails.
 bool IsLoss(int reason) {
   return reason == ENOSPC || reason == EFBIG || reason == EDQUOT || reason == EIO;
 }
 
-// Calls into the library. It does not check its writes, but the system leaves the reason in errno when one fails. What
-// the library prints besides is told by the exception.
+// Calls into the library. It does not check its writes, but a failed one leaves its reason in errno. What the library
+// prints is dropped, because the exception says it.
 template <class TCall>
 void Call(const TCall& call) {
   const TSilentErrors silent;
@@ -70,7 +69,7 @@ void Call(const TCall& call) {
   if (error != LXW_NO_ERROR) throw std::runtime_error(lxw_strerror(error));
 }
 
-// The folder with more room for what is only needed until the file is written.
+// The folder with more room for temporary files.
 fs::path RoomyFolder(const fs::path& wanted) {
   std::error_code error;
   const fs::path temporary = fs::temp_directory_path(error);
@@ -118,8 +117,7 @@ std::time_t CreationTime(double dateTime) {
   return time != 0 ? time : kStartOf1980;
 }
 
-// A date mask in the words of spreadsheets: minutes are "mm" there too, milliseconds "000". What could mean something
-// else is marked as itself.
+// The date mask of a spreadsheet, where minutes are "mm", too, and milliseconds "000". Other characters are escaped.
 std::string SpreadsheetMask(std::string_view mask) {
   std::string format;
   for (const char c : mask) {

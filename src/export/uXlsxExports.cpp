@@ -38,7 +38,7 @@ std::string MissionSheetName(const TMissionData& mission) {
   return SafeSheetName(fmt::format("{}{}", kMissionName, mission.sID));
 }
 
-// Sheets that are told before they are written.
+// The sheets of a workbook, with their progress.
 class TSheets {
  public:
   TSheets(const TMissionData& mission, const fs::path& file, const TWorkbookSize& size, IProgress& progress)
@@ -72,7 +72,7 @@ class TSheets {
   IProgress& FProgress;
 };
 
-// Has `fill` fill the sheets of a file.
+// Writes a file whose sheets `fill` adds.
 template <class TFill>
 void WriteSheets(const TMissionData& mission, const fs::path& file, const TWorkbookSize& size, IProgress& progress,
                  const TFill& fill) {
@@ -99,7 +99,7 @@ std::size_t CellsOf(const TDataset& table) {
   return table.RecordCount() * table.Fields().size();
 }
 
-// What the columns must hold, in characters.
+// Widths of columns in characters.
 class TWidths {
  public:
   void Add(std::size_t column, std::string_view text, std::size_t extra = 0) {

@@ -36,7 +36,7 @@ struct TInflateStream::TChunk {
 class TInflateStream::TInflater {
  public:
   explicit TInflater(TOpen open) : FOpen(std::move(open)), FInput(kTrailerSize + kInputSize) {
-    // Without a first value, so that a small file touches little memory.
+    // Not initialized, so that a small file touches little memory.
     for (TChunk& chunk : FChunks) chunk.bytes = std::make_unique_for_overwrite<std::uint8_t[]>(kMaxTake + kChunkSize);
     if (inflateInit2(&FZip, kWindowBits) != Z_OK) throw std::bad_alloc();
     inflateValidate(&FZip, 0);  // the checksum is the taker's work, see NextChunk
@@ -49,7 +49,7 @@ class TInflateStream::TInflater {
   void WaitUntilOpen(const std::stop_token& stop);
   TChunk& WaitForChunk(std::size_t number, const std::stop_token& stop);
   void Release(std::size_t number);  // the chunks before it may be filled again
-  // Asks the thread to end and gives it a moment; false when it has not, as inside a read that blocks.
+  // Asks the thread to end and waits a moment; false when it goes on, as in a read that blocks.
   [[nodiscard]] bool End();
   // Of a chunk that has ended: the checksum that the stream names, the reason of a failed read.
   [[nodiscard]] uLong WantedChecksum() const { return FWantedChecksum; }
@@ -179,9 +179,9 @@ void TInflateStream::TInflater::Fill(TChunk& chunk) {
   chunk.filled = kChunkSize - FZip.avail_out;
 }
 
-// One reading of the operating system at a time: what came before an error is inflated before the error shows.
+// One read of the system at a time, so that the bytes before an error are inflated before the error is reported.
 TInflateStream::TEnd TInflateStream::TInflater::FillInput() {
-  // The trailer may lie across two readings, so the last bytes of the one before stay in front.
+  // The trailer may be split between two reads, so the last bytes of the previous one stay in front.
   if (FZip.next_in != nullptr) std::copy_n(FZip.next_in - kTrailerSize, kTrailerSize, FInput.begin());
   Bytef* const begin = FInput.data() + kTrailerSize;
   std::streamsize count = 0;
