@@ -1,7 +1,6 @@
 #!/usr/bin/env python3
-"""Prints every include that goes against the table in docs/architecture.md; exit 1 when there is one. Run from the
-project's root. Benches and fuzz targets may include every room, and of the rest what their harness needs: it is listed
-here as the places of the libraries are."""
+"""Prints every include that the table in docs/architecture.md forbids; exit 1 if there is one. Run from the project's
+root. Benches and fuzz targets may include every folder; LIBRARIES and SYSTEMS list what else each of them may include."""
 import re
 import subprocess
 import sys
@@ -35,18 +34,18 @@ INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]')
 
 
 def foreign(path, name):
-    """What is wrong with <name>, a header that is not of the house."""
+    """What is wrong with <name>, a header of a library or a system."""
     for pattern, places in LIBRARIES:
         if re.match(pattern, name) and not path.startswith(places):
-            yield f"<{name}> belongs in {', '.join(places)}"
+            yield f"<{name}> may be included only in {', '.join(places)}"
     for headers, ending, harnesses in SYSTEMS:
         at_home = path.startswith("src/platform/") and path.endswith(ending)
         if headers.match(name) and not at_home and name not in harnesses.get(path, ()):
-            yield f"<{name}> belongs in src/platform/*{ending}"
+            yield f"<{name}> may be included only in src/platform/*{ending}"
 
 
 def own(path, name):
-    """What is wrong with "name", a header of the house."""
+    """What is wrong with "name", a header of this project."""
     target = name.split("/")
     if path.startswith(HARNESSES):
         if target[0] not in MAY and not name.startswith(HARNESSES):
@@ -63,12 +62,12 @@ def own(path, name):
         if view not in (other, "mainform") and other not in SHARED_GUI.get(view, set(SHARED_GUI)):
             yield f"src/gui/{view}/ must not include gui/{other}/"
     if path == "src/gui/mainform/KorvexMainForm.h" and target[0] == "gui":
-        yield "the main form's header forward-declares its views"
+        yield "KorvexMainForm.h must forward-declare its views instead of including them"
 
 
 def breaches(path, text):
     if path.startswith("src/") and path.split("/")[1] not in MAY:
-        yield 1, f"src/{path.split('/')[1]}/ is not a room of the house"
+        yield 1, f"src/{path.split('/')[1]}/ is not in the table of docs/architecture.md"
         return
     for number, line in enumerate(text.splitlines(), 1):
         found = INCLUDE.match(line)
@@ -86,7 +85,7 @@ def main():
                 for number, rule in breaches(path, file.read()):
                     bad += 1
                     print(f"{path}:{number}: {rule}")
-    print(f"{bad} breaches")
+    print(f"{bad} forbidden includes")
     return bad > 0
 
 

@@ -1,8 +1,8 @@
-# Flags that everything is built with, and the one way to declare a room's library.
+# Flags that everything is built with, and the function that declares the library of a folder.
 
 find_program(CCACHE ccache)
 if(CCACHE)
-  # A precompiled header is known by its content; what it defines and when it was made do not count.
+  # ccache compares precompiled headers by content, not by their macros and times.
   set(CMAKE_CXX_COMPILER_LAUNCHER
       ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime ${CCACHE})
 endif()
@@ -26,8 +26,8 @@ if(SHOCKSCOPE_SANITIZE)
   add_link_options(-fsanitize=${SHOCKSCOPE_SANITIZE})
 endif()
 
-# shockscope_room(NAME source… LINK library…): the library shockscope_NAME of src/NAME. What it links is what it may
-# include; checks/check_layers.py holds the same table.
+# shockscope_room(NAME source… LINK library…): the library shockscope_NAME of src/NAME. It may include only what it
+# links; checks/check_layers.py has the same table.
 function(shockscope_room name)
   cmake_parse_arguments(ROOM "" "" "LINK" ${ARGN})
   add_library(shockscope_${name} STATIC ${ROOM_UNPARSED_ARGUMENTS})
