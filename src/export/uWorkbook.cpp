@@ -291,7 +291,9 @@ void TWorkbook::Close(const std::stop_token& stop) {
     const std::stop_callback cut(stop, [this] { FLibrary->scratch->Cut(); });
     Call([this] { return workbook_close(std::exchange(FLibrary->workbook, nullptr)); });
   }
-  const std::future<void> synced = std::async(std::launch::async, [this] { SyncEarly(FLibrary->file); });
-  if (!stop.stop_requested()) CheckPackage(FLibrary->file, FLibrary->rows, stop);
+  if (!stop.stop_requested()) {
+    const std::future<void> synced = std::async(std::launch::async, [this] { SyncEarly(FLibrary->file); });
+    CheckPackage(FLibrary->file, FLibrary->rows, stop);
+  }
   if (stop.stop_requested()) throw std::system_error(std::make_error_code(std::errc::operation_canceled));
 }

@@ -72,7 +72,7 @@ TEST_F(EventFilter, WithoutAConditionEverythingPasses) {
   EXPECT_THAT(Through({}), ElementsAre(0, 1, 2, 3, 4, 5));
 }
 
-TEST_F(EventFilter, RangesHoldTheirEndsAndNeitherNaNNorNothing) {
+TEST_F(EventFilter, RangesIncludeTheirEndsButNeitherNaNNorNull) {
   const struct {
     std::size_t field;
     TRange range;
@@ -117,7 +117,7 @@ TEST_F(EventFilter, TimesCountToTheMillisecond) {
   EXPECT_THAT(Through(filter), ElementsAre(0));
 }
 
-TEST_F(EventFilter, AboveAlarmIsOutsideTheLimitsInForceAndNothingWithoutThem) {
+TEST_F(EventFilter, AboveAlarmMeansOutsideTheLimitsAndNeedsLimits) {
   TEventFilter filter;
   filter.aboveAlarm = true;
   EXPECT_THAT(Through(filter), ElementsAre(0, 1, 2, 3, 4, 5));
@@ -135,7 +135,7 @@ TEST_F(EventFilter, ConditionsAreJoinedByAnd) {
   EXPECT_THAT(Through(filter), IsEmpty());
 }
 
-TEST_F(EventFilter, ACompanionShowsItsRowsInEveryOrderAndTheOriginalAll) {
+TEST_F(EventFilter, ACompanionHidesRowsInEveryOrderAndTheOriginalShowsAll) {
   TDataset companion = FTable;
   companion.SetShownRows({true, false, true, true, false, false});
   EXPECT_THAT(Walked(companion), ElementsAre(0, 2, 3));
@@ -169,7 +169,7 @@ TEST_F(EventFilter, ACompanionShowsItsRowsInEveryOrderAndTheOriginalAll) {
   EXPECT_EQ(FTable.RecordCount(), 6U);
 }
 
-TEST_F(EventFilter, AHistogramCountsWhatIsFinite) {
+TEST_F(EventFilter, AHistogramCountsFiniteValues) {
   const THistogram histogram = HistogramOf(FTable, "ToT total", 11);  // 11, 3, 4, NaN, null, 0
   EXPECT_EQ(histogram.min, 0);
   EXPECT_EQ(histogram.max, 11);

@@ -23,7 +23,7 @@ struct TImpatient final : IProgress {
   std::atomic<int> calls = 0;
 };
 
-TEST(RunInBackground, ACancelStopsTheWorkAndMessagesAreProcessedUntilItHasEnded) {
+TEST(RunInBackground, CancelStopsTheWorkAndWaitsForIt) {
   TImpatient progress;
   bool done = false;
   const auto work = [&](const std::stop_token& stop) {
@@ -35,7 +35,7 @@ TEST(RunInBackground, ACancelStopsTheWorkAndMessagesAreProcessedUntilItHasEnded)
   EXPECT_TRUE(done);
 }
 
-TEST(RunInBackground, WhatTheWorkThrowsIsThrownToTheCaller) {
+TEST(RunInBackground, AnExceptionOfTheWorkReachesTheCaller) {
   TNoProgress progress;
   EXPECT_THROW(RunInBackground([](const std::stop_token&) { throw std::invalid_argument("work"); }, progress),
                std::invalid_argument);
