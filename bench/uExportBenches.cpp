@@ -66,6 +66,11 @@ class TBareBook {
     FBook = workbook_new_opt(file.c_str(), &options);
   }
   lxw_worksheet* Add(const std::string& name) { return workbook_add_worksheet(FBook, name.c_str()); }
+  lxw_format* AddRightAligned() {
+    lxw_format* format = workbook_add_format(FBook);
+    format_set_align(format, LXW_ALIGN_RIGHT);
+    return format;
+  }
   void Close() { workbook_close(FBook); }
 
  private:
@@ -109,7 +114,7 @@ void CompareEventBooks(const fs::path& file, std::size_t sheets, const TDataset&
 }
 
 void CompareTableBooks(TDataset& table, const fs::path& file, int rounds) {
-  // The texts of the reference are there beforehand.
+  // The reference writes the same cells with the same format; its texts are there beforehand.
   std::vector<std::vector<std::string>> cells(table.RecordCount());
   for (std::size_t row = 0; row < cells.size(); ++row) {
     for (std::size_t field = 0; field < table.Fields().size(); ++field) {
@@ -123,10 +128,11 @@ void CompareTableBooks(TDataset& table, const fs::path& file, int rounds) {
         return SecondsOf([&] {
           TBareBook book(file);
           lxw_worksheet* sheet = book.Add("Mission");
+          lxw_format* format = book.AddRightAligned();
           for (std::size_t row = 0; row < cells.size(); ++row) {
             for (std::size_t field = 0; field < cells[row].size(); ++field) {
               worksheet_write_string(sheet, static_cast<lxw_row_t>(row), static_cast<lxw_col_t>(field),
-                                     cells[row][field].c_str(), nullptr);
+                                     cells[row][field].c_str(), format);
             }
           }
           book.Close();

@@ -5,6 +5,7 @@
 #include <bit>
 #include <cmath>
 #include <limits>
+#include <type_traits>
 #include <utility>
 
 #include "base/uDateTime.h"
@@ -54,22 +55,24 @@ void TDataset::AddIndexPair(std::string_view indexKey, std::string_view fieldKey
   FTable->indexes.push_back({std::string(indexKey) + "ASC", *field, false, {}});
 }
 
+template <class TVisit>
+void TDataset::VisitValues(TFieldType type, const TVisit& visit) {
+  switch (type) {
+    case TFieldType::Integer:
+      return visit(&TColumn::integers);
+    case TFieldType::Single:
+      return visit(&TColumn::singles);
+    case TFieldType::DateTime:
+      return visit(&TColumn::dateTimes);
+    case TFieldType::Blob:
+      return;
+  }
+}
+
 void TDataset::Reserve(std::size_t rows) {
   for (std::size_t field = 0; field < FTable->fields.size(); ++field) {
     TColumn& column = FTable->columns[field];
-    switch (FTable->fields[field].Type) {
-      case TFieldType::Integer:
-        column.integers.reserve(rows);
-        break;
-      case TFieldType::Single:
-        column.singles.reserve(rows);
-        break;
-      case TFieldType::DateTime:
-        column.dateTimes.reserve(rows);
-        break;
-      case TFieldType::Blob:
-        break;
-    }
+    VisitValues(FTable->fields[field].Type, [&](auto values) { (column.*values).reserve(rows); });
     column.isNull.reserve(rows);
   }
 }
@@ -77,19 +80,10 @@ void TDataset::Reserve(std::size_t rows) {
 void TDataset::Append() {
   for (std::size_t field = 0; field < FTable->fields.size(); ++field) {
     TColumn& column = FTable->columns[field];
-    switch (FTable->fields[field].Type) {
-      case TFieldType::Integer:
-        column.integers.push_back(0);
-        break;
-      case TFieldType::Single:
-        column.singles.push_back(std::numeric_limits<float>::quiet_NaN());
-        break;
-      case TFieldType::DateTime:
-        column.dateTimes.push_back(std::numeric_limits<double>::quiet_NaN());
-        break;
-      case TFieldType::Blob:
-        break;
-    }
+    VisitValues(FTable->fields[field].Type, [&column](auto values) {
+      using T = typename std::remove_reference_t<decltype(column.*values)>::value_type;
+      (column.*values).push_back(std::numeric_limits<T>::quiet_NaN());  // of an integer 0
+    });
     column.isNull.push_back(true);
   }
   ++FTable->recordCount;
@@ -114,20 +108,10 @@ void TDataset::SetDateTime(std::size_t field, double value) {
 void TDataset::AppendCopy(const TDataset& from, std::size_t row) {
   Append();
   for (std::size_t field = 0; field < FTable->fields.size(); ++field) {
-    if (from.IsNull(row, field)) continue;
-    switch (FTable->fields[field].Type) {
-      case TFieldType::Integer:
-        SetInteger(field, from.Integer(row, field));
-        break;
-      case TFieldType::Single:
-        SetSingle(field, from.Single(row, field));
-        break;
-      case TFieldType::DateTime:
-        SetDateTime(field, from.DateTime(row, field));
-        break;
-      case TFieldType::Blob:
-        break;
-    }
+    TColumn& to = FTable->columns[field];
+    const TColumn& column = from.FTable->columns[field];
+    VisitValues(FTable->fields[field].Type, [&](auto values) { (to.*values).back() = (column.*values)[row]; });
+    to.isNull.back() = column.isNull[row];
   }
 }
 
@@ -137,19 +121,27 @@ std::optional<std::size_t> TDataset::FindField(std::string_view key) const {
   return static_cast<std::size_t>(found - FTable->fields.begin());
 }
 
-std::string TDataset::DisplayText(std::size_t row, std::size_t field) const {
-  if (IsNull(row, field)) return {};
+void TDataset::AppendDisplayText(std::string& text, std::size_t row, std::size_t field) const {
+  if (IsNull(row, field)) return;
   switch (FTable->fields[field].Type) {
     case TFieldType::Integer:
-      return std::to_string(Integer(row, field));
+      text += std::to_string(Integer(row, field));
+      break;
     case TFieldType::Single:
-      return GeneralFloat(Single(row, field));
+      AppendGeneralFloat(text, Single(row, field));
+      break;
     case TFieldType::DateTime:
-      return FormatDateTime(FTable->fields[field].DisplayFormat, DateTime(row, field));
+      text += FormatDateTime(FTable->fields[field].DisplayFormat, DateTime(row, field));
+      break;
     case TFieldType::Blob:
       break;
   }
-  return {};
+}
+
+std::string TDataset::DisplayText(std::size_t row, std::size_t field) const {
+  std::string text;
+  AppendDisplayText(text, row, field);
+  return text;
 }
 
 const TDataset::TIndex* TDataset::FindIndex(std::string_view name) const {
@@ -173,7 +165,7 @@ void TDataset::SetShownRows(std::vector<bool> shown) {
   First();
 }
 
-// Every row is written and the hidden ones are written over: guessing which one is hidden takes longer.
+// Without a branch: a hidden row is written, too, and the next one overwrites it. That is faster.
 void TDataset::CollectShownRows() {
   FShownRows.clear();
   if (FShown.empty()) return;
@@ -212,23 +204,11 @@ std::optional<std::size_t> TDataset::PositionOf(std::size_t row) const {
   return static_cast<std::size_t>(found - rows.begin());
 }
 
-// Unsigned numbers in the order of the values.
+// An unsigned number that sorts as the value does.
 std::uint64_t TDataset::SortKey(std::size_t row, std::size_t field) const {
   if (IsNull(row, field)) return 0;
   double value = 0;
-  switch (FTable->fields[field].Type) {
-    case TFieldType::Integer:
-      value = Integer(row, field);
-      break;
-    case TFieldType::Single:
-      value = Single(row, field);
-      break;
-    case TFieldType::DateTime:
-      value = DateTime(row, field);
-      break;
-    case TFieldType::Blob:
-      break;
-  }
+  VisitValues(FTable->fields[field].Type, [&](auto values) { value = (FTable->columns[field].*values)[row]; });
   if (std::isnan(value)) return 0;
   constexpr std::uint64_t kSign = std::uint64_t{1} << 63;
   const auto bits = std::bit_cast<std::uint64_t>(value + 0.0);  // both zeros are one value

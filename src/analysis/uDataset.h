@@ -1,7 +1,7 @@
-// An in-memory table with named indexes: what every grid, export and report reads. Rows are kept by column and only
-// appended; sorting selects an index, no row moves. A field has a fixed key and a label that people see.
-// A copy is a companion: it shares rows, fields and sorted indexes with its original and has an index, a position, a
-// choice of the rows it shows, and a fate of its own; clearing one leaves the other as it is. Main thread only.
+// An in-memory table with named indexes, for grids, exports and reports. It stores columns; rows are only appended and
+// never move: sorting selects an index. A field has a fixed key and a label for people.
+// A copy is a companion: it shares rows, fields and sorted indexes with its original, but has its own selected index,
+// position and choice of shown rows. Clearing one does not affect the other. Main thread only.
 #pragma once
 
 #include <cstddef>
@@ -38,7 +38,7 @@ class TDataset {
   // Defines the indexes key + "Desc" and key + "ASC" on a field; does nothing when there is no such field.
   void AddIndexPair(std::string_view indexKey, std::string_view fieldKey);
 
-  // Makes room for as many rows at once.
+  // Reserves memory for as many rows.
   void Reserve(std::size_t rows);
   // Appends a row of nulls; the Set functions fill it.
   void Append();
@@ -70,9 +70,10 @@ class TDataset {
   [[nodiscard]] std::span<const double> DateTimes(std::size_t field) const { return FTable->columns[field].dateTimes; }
   // The value as text: integers in decimal, singles in general form, date-times in the field's mask, null empty.
   [[nodiscard]] std::string DisplayText(std::size_t row, std::size_t field) const;
+  void AppendDisplayText(std::string& text, std::size_t row, std::size_t field) const;
 
-  // Shows only the rows that a mask marks, in whatever order; positions and the walk count these alone and begin anew.
-  // An empty mask shows all rows. Rows that are appended later are not shown. Other companions stay as they are.
+  // Shows only the rows that the mask marks: positions and the walk count only these, and the walk begins anew. An
+  // empty mask shows all rows. Rows that are appended later are not shown. Other companions are not affected.
   void SetShownRows(std::vector<bool> shown);
   [[nodiscard]] const std::vector<bool>& ShownRows() const { return FShown; }
 
@@ -92,7 +93,7 @@ class TDataset {
   void Last() { FPosition = RecordCount() == 0 ? 0 : RecordCount() - 1; }
   void Next() { ++FPosition; }
   [[nodiscard]] bool Eof() const { return FPosition >= RecordCount(); }
-  // Not at the end: where Eof is true there is no row, also in an empty table.
+  // Call only while Eof is false.
   [[nodiscard]] std::size_t CurrentRow() const { return RowAt(FPosition); }
 
  private:
@@ -109,6 +110,9 @@ class TDataset {
     std::vector<std::uint32_t> rows;  // empty until first used
   };
 
+  // Calls visit with the member of TColumn that holds the values of a type; a Blob has none.
+  template <class TVisit>
+  static void VisitValues(TFieldType type, const TVisit& visit);
   [[nodiscard]] const TIndex* FindIndex(std::string_view name) const;
   [[nodiscard]] std::uint64_t SortKey(std::size_t row, std::size_t field) const;
   [[nodiscard]] std::vector<std::uint32_t> SortedRows(const TIndex& index) const;

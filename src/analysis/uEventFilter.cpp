@@ -84,15 +84,15 @@ THistogram HistogramOf(const TDataset& table, std::string_view field, std::size_
     }
   };
   forEach([&histogram](double value) {
-    histogram.least = std::min(histogram.least, value);
-    histogram.largest = std::max(histogram.largest, value);
+    histogram.min = std::min(histogram.min, value);
+    histogram.max = std::max(histogram.max, value);
   });
-  if (histogram.least > histogram.largest) return {};
-  histogram.counts.resize(histogram.least < histogram.largest ? steps : 1);
+  if (histogram.min > histogram.max) return {};
+  histogram.counts.resize(histogram.min < histogram.max ? steps : 1);
   const double last = static_cast<double>(histogram.counts.size() - 1);
-  const double scale = static_cast<double>(histogram.counts.size()) / (histogram.largest - histogram.least);
+  const double scale = static_cast<double>(histogram.counts.size()) / (histogram.max - histogram.min);
   forEach([&histogram, scale, last](double value) {
-    const double step = last > 0 ? std::min(std::floor((value - histogram.least) * scale), last) : 0;
+    const double step = last > 0 ? std::min(std::floor((value - histogram.min) * scale), last) : 0;
     ++histogram.counts[static_cast<std::size_t>(step)];
   });
   return histogram;

@@ -38,10 +38,10 @@ struct TEventFilter {
 std::vector<bool> EventsThrough(const TEventFilter& filter, const TDataset& table, const TEventList& events,
                                 const std::optional<TLimits>& limits);
 
-// How often the values of a field occur, in equal steps from the least to the largest; null and what is not finite is
-// left out.
+// How often the values of a field occur, in equal steps from min to max. Null and values that are not finite are left
+// out.
 struct THistogram {
-  double least = 0, largest = 0;
+  double min = 0, max = 0;
   std::vector<std::size_t> counts;  // empty when there is no value; one step when all are the same
 };
 THistogram HistogramOf(const TDataset& table, std::string_view field, std::size_t steps);

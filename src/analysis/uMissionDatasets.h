@@ -52,14 +52,14 @@ inline constexpr std::pair<std::string_view, TDataset TMissionDatasets::*> kTabl
     {"sensors", &TMissionDatasets::Sensors},
     {"battery", &TMissionDatasets::Battery}};
 
-// Fills the metrics and all five tables from the model, in the order in which they stand above, with progress 2 … 5.
-// What ProcessMessages throws ends it: the table in work keeps its rows up to there and has no indexes, those before it
-// are whole but for date masks and labels, those after it are as they were.
+// Fills the metrics and the five tables from the model, in their order above, with progress 2 … 5. An exception of
+// ProcessMessages ends it: the current table keeps its rows so far and has no indexes, those before it lack only date
+// masks and labels, those after it are as they were.
 void LoadKorvexFileData(const TMissionData& mission, const TEventList& events, const TSensorList& sensors,
                         const TDatasetOptions& options, IProgress& progress, TMissionDatasets& datasets);
 
-// Fills the most important events anew by an index of the event table, which goes back to "TimestampASC" afterwards.
-// A name that is no index leaves the event table's present order.
+// Fills the most important events by an index of the event table; an unknown index means the table's current order. The
+// event table is in the order of "TimestampASC" afterwards.
 void FillMostImportantEvents(std::string_view index, TMissionDatasets& datasets);
 
 // Gives every date-time field its mask from the short date format.
@@ -68,7 +68,7 @@ void ApplyDateFormat(TMissionDatasets& datasets);
 // Labels the fields of the analog inputs; an empty name falls back to the channel's own.
 void ApplyAnalogNames(std::span<const std::string, kAnalogInputs.size()> names, TMissionDatasets& datasets);
 
-// °C from a temperature in °C and a relative humidity in %; NaN where the formula takes the logarithm of nothing.
+// °C from a temperature in °C and a relative humidity in %; NaN where the formula has no logarithm.
 // Kept on purpose: the vapour-pressure step multiplies by 7.5·T/(T + 237.7) instead of raising 10 to that power, so
 // that the values match the loggers' files and reports.
 float DewPoint(float temperature, float humidity);

@@ -1,5 +1,5 @@
-// A mission in lines of a label and a text: what the details panel, the report and the command line print. Texts are
-// as in the recording, with whatever characters it holds; "-" stands where there is nothing.
+// A mission as lines of a label and a text, for the details panel, the report and the command line. Texts may hold any
+// characters of the recording; an empty one is "-".
 #pragma once
 
 #include <string>
@@ -15,11 +15,11 @@ struct TFigure {
 
 // The mission header: names, logger, times, and its four texts.
 std::vector<TFigure> HeaderFigures(const TMissionData& mission);
-// Why there are no events, as a sentence, where an axis is missing; empty where none is.
+// A sentence when an axis is missing, which is why there are no events; else empty.
 std::string WhyNoEvents(const TAxesPresent& axes);
 
 // Events, peak, intensity, ToT and IoT, and the time span over events and sensors; where an axis is missing, that it is
 // why there are no events.
 std::vector<TFigure> EventFigures(const TMissionSummary& summary, const TEventList& events, const TAxesPresent& axes);
-// A line a sensor: readings, least and largest.
+// A line for each sensor: readings, minimum and maximum.
 std::vector<TFigure> SensorFigures(const TMissionSummary& summary);

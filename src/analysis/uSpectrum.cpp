@@ -56,7 +56,7 @@ double Shown(TSpectrumType type, double square) {
   if (type == TSpectrumType::Amplitude) return std::sqrt(square);
   if (type != TSpectrumType::Decibel) return square;
   const double decibel = 10 * std::log10(square);
-  return decibel < kLeastDecibel ? kLeastDecibel : decibel;  // NaN stays
+  return decibel < kMinDecibel ? kMinDecibel : decibel;  // NaN stays
 }
 
 }  // namespace

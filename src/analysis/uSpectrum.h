@@ -17,7 +17,7 @@ enum class TSpectrumType {
   Power,      // g², mean square: a sine shows half its squared amplitude
   PSD,  // g²/Hz: the power by the noise bandwidth of the window. Its sum by the line distance is Σ(w·x)²/Σw², the mean
         // square of the weighted samples; that of the samples themselves only where all weigh the same
-  Decibel,  // dB: the amplitude above 1 g, kLeastDecibel at least
+  Decibel,  // dB: the amplitude above 1 g, kMinDecibel at least
 };
 
 inline constexpr std::array<std::pair<std::string_view, TSpectrumType>, 4> kSpectrumTypes = {{
@@ -28,7 +28,7 @@ inline constexpr std::array<std::pair<std::string_view, TSpectrumType>, 4> kSpec
 }};
 
 // An amplitude of nothing; far below what a single can resolve.
-inline constexpr double kLeastDecibel = -200;
+inline constexpr double kMinDecibel = -200;
 
 enum class TSpectrumProblem {
   None,

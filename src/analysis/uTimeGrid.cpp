@@ -14,12 +14,12 @@
 
 namespace {
 
-constexpr double kMostOff = 0.5;          // steps that a sample counts as standing on its point
+constexpr double kMaxOff = 0.5;           // steps that a sample counts as standing on its point
 constexpr double kToldOff = 0.01;         // steps; less is not worth a word
 constexpr std::size_t kMissingPart = 10;  // a tenth of the points may be missing
 // A grid with more points a sample is refused, whatever comes of it; no need to go on.
-constexpr std::uint64_t kMostPointsASample = 100;
-constexpr int kMostRounds = 100;  // two are usual; hostile times might go round in circles
+constexpr std::uint64_t kMaxPointsPerSample = 100;
+constexpr int kMaxRounds = 100;  // two are usual; hostile times might go round in circles
 
 using TPlaces = std::vector<std::uint32_t>;
 
@@ -69,7 +69,7 @@ TLine FitLine(std::span<const TEventValue> samples, const TPlaces& places) {
 // Nothing when there are far too many points.
 std::optional<TPlaces> PlacesAt(std::span<const TEventValue> samples, double step) {
   const std::uint64_t most =
-      std::min<std::uint64_t>(kMostPointsASample * samples.size(), std::numeric_limits<std::uint32_t>::max());
+      std::min<std::uint64_t>(kMaxPointsPerSample * samples.size(), std::numeric_limits<std::uint32_t>::max());
   TPlaces places = {0};
   places.reserve(samples.size());
   std::uint64_t place = 0;
@@ -98,7 +98,7 @@ TTimeGrid FitTimeGrid(std::span<const TEventValue> samples) {
   grid.places.resize(samples.size());
   std::iota(grid.places.begin(), grid.places.end(), 0U);
   TLine line = FitLine(samples, grid.places);
-  for (int round = 0; round < kMostRounds; ++round) {
+  for (int round = 0; round < kMaxRounds; ++round) {
     if (!HasRate(line.step)) return Refused(TTimeGridProblem::NoRate);
     std::optional<TPlaces> places = PlacesAt(samples, line.step);
     if (!places) return Refused(TTimeGridProblem::TooManyMissing);
@@ -113,7 +113,7 @@ TTimeGrid FitTimeGrid(std::span<const TEventValue> samples) {
     const double off = samples[i].time - samples.front().time - line.start - grid.places[i] * line.step;
     grid.farthest = std::max(grid.farthest, std::fabs(off) / line.step);
   }
-  grid.interpolated = grid.farthest > kMostOff;
+  grid.interpolated = grid.farthest > kMaxOff;
   return grid;
 }
 

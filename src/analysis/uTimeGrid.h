@@ -1,5 +1,5 @@
-// The even grid that the times of samples were rounded from: point n stands at t0 + n·Δ. What needs even steps takes
-// its samples from here. Pure functions; any thread.
+// The even grid that the times of samples were rounded from: point n is at t0 + n·Δ. For calculations that need even
+// steps. Pure functions; any thread.
 #pragma once
 
 #include <cstddef>
@@ -31,8 +31,8 @@ struct TTimeGrid {
   [[nodiscard]] std::size_t MissingCount() const { return PointCount() - places.size(); }
 };
 
-// The grid by least squares. From sample to sample n grows by the step in Δ, rounded, and by 1 at least; Δ and n are
-// found in turn until n stays. Where there is a problem all else is as in an empty grid.
+// Fits the grid by least squares. From one sample to the next n grows by the step in Δ, rounded, at least by 1; Δ and n
+// are found in turn until n stays the same. With a problem the rest of the result is empty.
 TTimeGrid FitTimeGrid(std::span<const TEventValue> samples);
 
 struct TGridValue {

@@ -14,8 +14,7 @@
 #include "gui/mainform/KorvexMainForm.h"
 #include "gui/mainform/uSnapshots.h"
 #include "platform/uMachineMemory.h"
-#include "platform/uOpenFiles.h"
-#include "platform/uSignals.h"
+#include "platform/uProcessLimits.h"
 #include "platform/uUserFolders.h"
 
 namespace {

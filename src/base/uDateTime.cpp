@@ -20,7 +20,6 @@ std::string& ShortDateMask() {
   return mask;
 }
 
-// A moment taken apart, in whole milliseconds.
 struct TMoment {
   std::chrono::year_month_day date;
   std::int64_t hour, minute, second, millisecond;
@@ -74,8 +73,7 @@ std::string FormatDuration(double days) {
 }
 
 std::string FormatDateTime(std::string_view mask, double dateTime) {
-  // The fraction is the time of day on either side of the epoch: -1.25 is 06:00 on the day before it. So it is rounded
-  // by itself, and a full day goes on to the next date on either side.
+  // The time of day has no sign, so it is rounded apart from the date; 24:00 is the next date, also before the epoch.
   const double whole = std::trunc(dateTime);
   const double ofDay = std::round(std::fabs(dateTime - whole) * kMsPerDay);
   const double day = ofDay < kMsPerDay ? whole : whole + 1;

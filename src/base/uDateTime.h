@@ -1,5 +1,5 @@
-// Date-times: days since 1899-12-30 as a double, the time of day as the fraction (without sign, so -1.25 is 06:00 on
-// 1899-12-29). Shown as recorded, in no time zone.
+// Date-times: days since 1899-12-30 as a double. The fraction is the time of day and has no sign: -1.25 is 06:00 on
+// 1899-12-29. There are no time zones.
 #pragma once
 
 #include <cmath>
@@ -8,7 +8,7 @@
 
 inline constexpr double kMsPerDay = 86400000.0;
 
-// The start of a mission as an axis can take it: a date-time that is none, or far from every calendar, becomes 0.
+// A mission's start for an axis: 0 when it is not finite or beyond ±1e9 days.
 inline double DrawableStart(double startTime) {
   return std::fabs(startTime) <= 1e9 ? startTime : 0.0;
 }
@@ -25,15 +25,14 @@ inline constexpr std::string_view kDefaultDateFormat = "yyyy-mm-dd";
 const std::string& ShortDateFormat();
 void SetShortDateFormat(std::string mask);
 
-// The mask of a displayed time: the short date format and " hh:nn:ss".
+// The short date format and " hh:nn:ss".
 std::string DateTimeMask();
 
-// A length of time in days, to the millisecond: "03:04:05.678", "2 d 03:04:05.678". A negative one is that of its
-// amount behind a "-"; what is not finite reads as in GeneralFloat.
+// A duration in days, to the millisecond: "03:04:05.678", "2 d 03:04:05.678". A negative one starts with "-"; one that
+// is not finite reads as in GeneralFloat.
 std::string FormatDuration(double days);
 
 // A date-time in a mask of yyyy yy mm m dd d (date) and hh h nn n ss s zzz z (time of day; z is milliseconds without
-// leading zeros). Every other character stands for itself. The time of day is rounded to whole milliseconds first, so
-// there is never a second 60 or a millisecond 1000; 24 hours are the next date. A value outside the years 1 … 9999 is
-// written as a number.
+// leading zeros). Any other character is copied. The time of day is first rounded to whole milliseconds, and 24:00 is
+// the next date. A value outside the years 1 … 9999 is written as a number.
 std::string FormatDateTime(std::string_view mask, double dateTime);

@@ -1,4 +1,4 @@
-// Paths and files, with std::filesystem alone. Text inside the program is UTF-8, so is a path given as text.
+// Paths and files. Text inside the program is UTF-8, also a path that is given as text.
 #pragma once
 
 #include <exception>
@@ -9,9 +9,9 @@
 std::filesystem::path PathFromUtf8(std::string_view utf8);
 std::string Utf8FromPath(const std::filesystem::path& path);
 
-// Gives what stands at `path`, if anything does, another name beside it that no file has yet, "a.ini" becoming
-// "a-kept.ini" or "a-kept-2.ini", and returns it. Throws std::filesystem::filesystem_error when that fails.
+// Renames the file at `path` to the first free name of "a-kept.ini", "a-kept-2.ini" … and returns the new path. Returns
+// `path` when nothing is there. Throws std::filesystem::filesystem_error.
 std::filesystem::path KeepAside(const std::filesystem::path& path);
 
-// What went wrong, without the file that a std::filesystem::filesystem_error names.
+// The reason of an error as a sentence, without the file that a std::filesystem::filesystem_error names.
 std::string ReasonOf(const std::exception& error);

@@ -46,10 +46,10 @@ TIniFile& TIniFile::operator=(TIniFile&&) noexcept = default;
 
 TIniFile TIniFile::Load(const fs::path& path) {
   if (!fs::is_regular_file(path)) throw std::runtime_error("The file is no file.");
-  if (fs::file_size(path) > kLargest) throw std::runtime_error("The file is larger than 1 MB.");
+  if (fs::file_size(path) > kMaxBytes) throw std::runtime_error("The file is larger than 1 MB.");
   std::ifstream file(path, std::ios::binary);
   std::string text{std::istreambuf_iterator<char>(file), {}};
-  if (!file || text.size() > kLargest) throw std::runtime_error("The file cannot be read.");
+  if (!file || text.size() > kMaxBytes) throw std::runtime_error("The file cannot be read.");
   if (text.find('\0') != std::string::npos) throw std::runtime_error("The file makes no sense.");
   if (!IsUtf8(text)) text = Windows1252ToUtf8(text);
   TIniFile ini;

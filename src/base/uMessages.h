@@ -1,5 +1,5 @@
-// Posted messages: the one way in which a worker thread talks to the window. A 64-bit handle names a port; a post to a
-// handle that names none is dropped. Any thread may post.
+// Posted messages: how a worker thread talks to the window. A 64-bit handle names a port; a message to an unknown
+// handle is dropped. Any thread may post.
 #pragma once
 
 #include <cstdint>
@@ -10,14 +10,14 @@ struct TMessage {
   std::int64_t lParam;
 };
 
-// Receives on the posting thread and should return at once: a window queues the message, a test records it.
+// Receive runs on the posting thread and should return at once: a window queues the message, a test records it.
 class IMessagePort {
  public:
   virtual ~IMessagePort() = default;
   virtual void Receive(const TMessage& message) noexcept = 0;
 };
 
-// A port's registration under a handle of its own. When the destructor has returned, no Receive runs or comes.
+// Registers a port under a new handle. After the destructor has returned, no Receive runs any more.
 class TPortHandle {
  public:
   explicit TPortHandle(IMessagePort& port);

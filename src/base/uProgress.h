@@ -1,4 +1,4 @@
-// How a long loop tells how far it is, without knowing who shows it.
+// How a long loop reports its progress.
 #pragma once
 
 #include <string_view>
@@ -9,14 +9,14 @@ class IProgress {
   virtual void SetStatus(std::string_view text) = 0;
   // From 0 to the maximum, rising within one loop. A load has the fixed maximum 9, an export sets its own.
   virtual void SetPosition(double position) = 0;
-  // The position at the end, above 0. A bar whose end is known beforehand leaves it.
+  // The position at the end, above 0. A bar with a fixed maximum ignores it.
   virtual void SetMaximum(double /*maximum*/) {}
-  // Lets the user interface handle what is waiting; called from the loop's own thread. May throw: that is how a Cancel
-  // or a close ends the loop, which lets it through and leaves behind what its own header says.
+  // Lets the user interface handle its events; called on the loop's own thread. Throws to end the loop, for a Cancel or
+  // when the window closes. The header of the loop says what is left behind then.
   virtual void ProcessMessages() = 0;
 };
 
-// For callers that show nothing.
+// Shows nothing.
 class TNoProgress final : public IProgress {
  public:
   void SetStatus(std::string_view) override {}

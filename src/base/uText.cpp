@@ -26,7 +26,7 @@ char AnsiByteOf(char32_t codePoint) {
 }
 
 constexpr char32_t kMalformed = 0xFFFD;
-constexpr char32_t kLast = 0x10FFFF;
+constexpr char32_t kMaxCodePoint = 0x10FFFF;
 
 bool IsControl(char32_t codePoint) {
   return codePoint < 0x20 || (codePoint >= 0x7F && codePoint < 0xA0);
@@ -36,7 +36,7 @@ bool IsSurrogate(char32_t codePoint) {
   return codePoint >= 0xD800 && codePoint < 0xE000;
 }
 
-// One code point from the front of the text, which is shortened by it; kMalformed for a malformed byte.
+// Removes the first code point from the text and returns it; kMalformed for a malformed byte.
 char32_t TakeCodePoint(std::string_view& utf8) {
   const auto first = static_cast<unsigned char>(utf8.front());
   utf8.remove_prefix(1);
@@ -49,16 +49,16 @@ char32_t TakeCodePoint(std::string_view& utf8) {
     if ((next & 0xC0U) != 0x80U) return kMalformed;
     codePoint = (codePoint << 6) | (next & 0x3FU);
   }
-  constexpr char32_t kLeast[] = {0, 0x80, 0x800, 0x10000};
-  if (codePoint < kLeast[following]) return kMalformed;
+  constexpr char32_t kMin[] = {0, 0x80, 0x800, 0x10000};
+  if (codePoint < kMin[following]) return kMalformed;
   utf8.remove_prefix(following);
   return codePoint;
 }
 
 constexpr int kSignificantDigits = 15;
 
-// A finite number as sign, significant digits without trailing zeros, and the decimal exponent of the first digit.
-// Zero has no digits. Lives on the stack: an export writes millions of these.
+// A finite number: sign, significant digits without trailing zeros, decimal exponent of the first digit. Zero has no
+// digits. On the stack, because an export writes millions of these.
 struct TDecimal {
   bool negative = false;
   std::array<char, kSignificantDigits> digits{};
@@ -86,7 +86,7 @@ void RoundDigits(TDecimal& decimal, int count) {
   }
 }
 
-// Takes apart what std::to_chars wrote, like "1.2345e-05" or "5e+00".
+// Parses the output of std::to_chars, like "1.2345e-05" or "5e+00".
 TDecimal Parsed(const char* text, const char* end) {
   TDecimal decimal;
   for (; *text != 'e'; ++text) {
@@ -166,7 +166,7 @@ void AppendGeneralFloat(std::string& text, double value) {
     text += NotFiniteText(value);
     return;
   }
-  // Where both are fixed, the library's general form is the same, and millions of numbers are written in a row.
+  // Fast path: in this range the library's general form is the same.
   if (const double magnitude = std::fabs(value); magnitude >= 1e-4 && magnitude < 1e14) {
     std::array<char, 40> fixed{};
     constexpr auto kForm = std::chars_format::general;
@@ -212,8 +212,8 @@ bool IsUtf8(std::string_view text) {
   while (!text.empty()) {
     const std::size_t before = text.size();
     const char32_t codePoint = TakeCodePoint(text);
-    const bool isMalformed = codePoint == kMalformed && before - text.size() == 1;  // the character itself has 3 bytes
-    if (isMalformed || IsSurrogate(codePoint) || codePoint > kLast) return false;
+    const bool isMalformed = codePoint == kMalformed && before - text.size() == 1;  // a valid U+FFFD has 3 bytes
+    if (isMalformed || IsSurrogate(codePoint) || codePoint > kMaxCodePoint) return false;
   }
   return true;
 }

@@ -6,8 +6,7 @@
 #include <vector>
 
 #include "cli/uKshock.h"
-#include "platform/uOpenFiles.h"
-#include "platform/uSignals.h"
+#include "platform/uProcessLimits.h"
 #include "platform/uTerminal.h"
 
 int main(int argc, char** argv) try {

@@ -23,11 +23,11 @@ class TBlockList {
     FConsole.out(line + "\n");
   }
 
-  // A block that is too short for its type ends any other reading.
+  // Such a block would end the read of any other command.
   [[nodiscard]] bool SomeAreTooShort() const { return FTooShort; }
 
  private:
-  // What the block says, beside what it is; where it is too short for its type, that.
+  // The block's names or texts, or that it is too short for its type.
   std::string Content() {
     try {
       return Read();
@@ -70,7 +70,7 @@ class TBlockList {
     return names;
   }
 
-  // As a reader does: a time that is none ends the block, and one byte at its end is no record.
+  // As TBlockReader: an invalid time ends the block, and a single byte at the end is ignored.
   void SkipRecords() {
     while (FFile.BlockPos() + 1 < FFile.BlockSize()) {
       const double days = FFile.ReadDouble();
@@ -91,7 +91,7 @@ TStatus BlocksCommand(const std::string& name, const TConsole& console) {
   try {
     TDataFile file = TDataFile::CreateLoad(PathFromUtf8(name));
     if (!file.IsLoadOk()) {
-      console.err(fmt::format("kshock: {}: This file is no block data file.\n", Printable(name)));
+      Complain(console, name, "This file is no block data file.");
       return TStatus::NotDisplayable;
     }
     TBlockList blocks(file, console);
@@ -102,8 +102,7 @@ TStatus BlocksCommand(const std::string& name, const TConsole& console) {
     if (!file.CheckRest())
       console.out("not checked: more than 64 MiB follow the empty block that ends the recording\n");
     if (!file.ReadError().empty()) {
-      console.err(
-          fmt::format("kshock: {}: The file could not be read to its end: {}\n", Printable(name), file.ReadError()));
+      Complain(console, name, "The file could not be read to its end: " + file.ReadError());
       return TStatus::Damaged;
     }
     if (!file.Damaged()) return blocks.SomeAreTooShort() ? TStatus::Damaged : TStatus::Done;
@@ -111,7 +110,7 @@ TStatus BlocksCommand(const std::string& name, const TConsole& console) {
                             file.BytesRead(), number - 1));
     return TStatus::Damaged;
   } catch (const EStreamError& error) {
-    console.err(fmt::format("kshock: {}: {}\n", Printable(name), error.what()));
+    Complain(console, name, error.what());
     return TStatus::CannotRead;
   }
 }

@@ -29,11 +29,14 @@ class EOutputLost : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-// What went wrong, as a sentence for people that does not name the file again.
-std::string Describe(const std::exception& error);
-
 struct TConsole {
   TTextSink out;  // results
-  TTextSink err;  // complaints, and progress when showProgress is set
+  TTextSink err;  // errors, and progress when showProgress is set
   bool showProgress = false;
 };
+
+// What went wrong, as a sentence without the file's name.
+std::string Describe(const std::exception& error);
+
+// Writes "kshock: FILE: what" to err, both printable.
+void Complain(const TConsole& console, std::string_view file, std::string_view what);

@@ -1,20 +1,15 @@
 #include <fmt/format.h>
 
-#include "base/uText.h"
 #include "cli/uCommands.h"
 #include "cli/uRecording.h"
 #include "export/uCsvExports.h"
 
 namespace {
 
-void Say(const std::string& file, const std::string& what, const TConsole& console) {
-  console.err(fmt::format("kshock: {}: {}\n", Printable(file), what));
-}
-
-// Says so when there is no such event.
+// Complains when there is no such event.
 bool HasEvent(const std::string& file, const TRecording& recording, std::size_t event, const TConsole& console) {
   if (event < recording.events.Count()) return true;
-  Say(file, fmt::format("There is no event {}; the recording has {}.", event, recording.events.Count()), console);
+  Complain(console, file, fmt::format("There is no event {}; the recording has {}.", event, recording.events.Count()));
   return false;
 }
 
@@ -25,7 +20,7 @@ bool IsNothing(double x, double y, double z) {
 
 TStatus NoResult(const std::string& file, const TRecording& recording, const std::string& why,
                  const TConsole& console) {
-  Say(file, why, console);
+  Complain(console, file, why);
   return WorseOf(recording.status, TStatus::NoResult);
 }
 
@@ -65,7 +60,7 @@ TStatus SpectrumCommand(const std::string& file, std::size_t event, TSpectrumTyp
     return NoResult(file, recording, fmt::format("Event {} has no spectrum. {}", event, why), console);
   }
   const std::string done = WhatGridDid(spectrum.grid);
-  if (!done.empty()) Say(file, fmt::format("Event {}: {}.", event, done), console);
+  if (!done.empty()) Complain(console, file, fmt::format("Event {}: {}.", event, done));
   std::string text;
   AppendCsvTitles(text, kSpectrumTitles);
   for (const TSpectrumLine& line : spectrum.lines) AppendCsvRow(text, RowOf(line));

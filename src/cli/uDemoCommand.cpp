@@ -1,5 +1,3 @@
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -10,7 +8,6 @@
 
 #include "base/uDateTime.h"
 #include "base/uFiles.h"
-#include "base/uText.h"
 #include "cli/uCommands.h"
 #include "model/uBlockTypes.h"
 #include "model/uQuantities.h"
@@ -305,7 +302,7 @@ TStatus DemoCommand(const std::string& out, const TDemoSize& size, const TConsol
     WriteBesideAndRename(PathFromUtf8(out), [&size](const std::filesystem::path& path) { WriteDemo(path, size); });
     return TStatus::Done;
   } catch (const std::exception& error) {
-    console.err(fmt::format("kshock: {}: {}\n", Printable(out), Describe(error)));
+    Complain(console, out, Describe(error));
     return TStatus::CannotWrite;
   }
 }

@@ -2,7 +2,6 @@
 #include <limits>
 #include <span>
 
-#include "analysis/uMissionDatasets.h"
 #include "cli/uCommands.h"
 #include "cli/uJsonWriter.h"
 #include "cli/uRecording.h"
@@ -113,9 +112,7 @@ void WriteTexts(const TMissionData& mission, TJsonWriter& json) {
 
 TStatus DumpCommand(const std::string& file, std::size_t rows, const TConsole& console) {
   const TRecording recording = ReadRecording(file, console);
-  TMissionDatasets tables;
-  TNoProgress progress;
-  LoadKorvexFileData(recording.mission, recording.events, recording.sensors, {}, progress, tables);
+  const TMissionDatasets tables = TablesOf(recording);
 
   TJsonWriter json(console.out);
   json.Begin('{');

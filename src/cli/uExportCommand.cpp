@@ -117,8 +117,7 @@ struct TSource {
 
 void LoadTables(const TEventFilter& filter, TSource& source) {
   const TRecording& recording = source.recording;
-  TNoProgress progress;
-  LoadKorvexFileData(recording.mission, recording.events, recording.sensors, {}, progress, source.tables);
+  source.tables = TablesOf(recording);
   source.all.resize(recording.events.Count());
   std::iota(source.all.begin(), source.all.end(), 0U);
   source.visibleTable = source.tables.Events;
@@ -193,7 +192,7 @@ TStatus ExportCommand(const std::string& file, const TExportRequest& request, co
   for (const std::string_view what : kExports) {
     if (!isWanted(what)) continue;
     if (what.starts_with("battery-") && source.tables.Battery.Fields().empty()) {
-      console.err(fmt::format("kshock: {}: {}: {}\n", Printable(file), what, kNoBattery));
+      Complain(console, file, fmt::format("{}: {}", what, kNoBattery));
       status = WorseOf(status, TStatus::NoResult);
       continue;
     }
@@ -201,8 +200,7 @@ TStatus ExportCommand(const std::string& file, const TExportRequest& request, co
       TConsoleProgress progress(what, console);
       Export(what, source, progress);
     } catch (const std::exception& error) {
-      console.err(
-          fmt::format("kshock: {}: {}\n", Printable(PlaceOf(error, request.folder)), Printable(Describe(error))));
+      Complain(console, PlaceOf(error, request.folder), Describe(error));
       status = WorseOf(status, TStatus::CannotWrite);
     }
   }

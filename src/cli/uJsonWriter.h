@@ -18,7 +18,7 @@ class TJsonWriter {
   void Begin(char bracket);  // '{' or '['
   void End(char bracket);    // '}' or ']'
   void Key(std::string_view key);
-  // Ends the text with a line break and hands out what is left.
+  // Appends a line break and writes the rest.
   void Finish();
   void Null() { Raw("null"); }
   void Value(bool value) { Raw(value ? "true" : "false"); }
@@ -28,8 +28,8 @@ class TJsonWriter {
   void Value(T value) {
     Raw(std::to_string(value));
   }
-  // Reads back as the same double, a single as the same single. NaN is null; an infinity is ±1e999, which readers take
-  // for one.
+  // Reads back as the same double, a single as the same single. NaN is null; an infinity is ±1e999, which readers parse
+  // as one.
   void Value(double value);
   template <class T>
   void Member(std::string_view key, const T& value) {

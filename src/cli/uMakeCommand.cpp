@@ -18,7 +18,6 @@
 
 #include "base/uDateTime.h"
 #include "base/uFiles.h"
-#include "base/uText.h"
 #include "cli/uCommands.h"
 #include "model/uBlockTypes.h"
 #include "model/uRecordingWriter.h"
@@ -103,7 +102,7 @@ void RefuseUnknown(const json& object, std::string_view where, const std::set<st
   }
 }
 
-// Takes a value as it is; what would have to be changed to fit is refused.
+// Refuses a value that does not fit its type exactly.
 template <class T>
 void ParseValue(const json& object, const char* name, T& value) {
   if (!object.contains(name)) throw ESourceError(fmt::format("\"{}\" is missing.", name));
@@ -147,8 +146,7 @@ TSource ParseDescription(const json& json) {
   return source;
 }
 
-// The place of each wanted column in a line of the records. Of two columns of one name each is taken once, from left to
-// right.
+// The place of each wanted column in a line of the records. Columns of one name are used once each, from left to right.
 std::vector<std::size_t> ColumnsOf(std::span<const std::string_view> titles, std::span<const std::string> wanted) {
   std::multimap<std::string_view, std::size_t> places;
   for (std::size_t place = 0; place < titles.size(); ++place) places.emplace(titles[place], place);
@@ -193,9 +191,6 @@ void CopyRecords(std::istream& records, const std::vector<std::string>& channels
 }  // namespace
 
 TStatus MakeCommand(const std::string& source, const std::string& out, const TConsole& console) {
-  const auto complain = [&console](const std::string& file, std::string_view what) {
-    console.err(fmt::format("kshock: {}: {}\n", Printable(file), Printable(what)));
-  };
   try {
     const std::filesystem::path sourcePath = PathFromUtf8(source);
     const std::filesystem::path outPath = PathFromUtf8(out);
@@ -206,7 +201,7 @@ TStatus MakeCommand(const std::string& source, const std::string& out, const TCo
     std::ifstream records = OpenSource(recordsPath);
     for (const auto& input : {sourcePath, recordsPath}) {
       if (std::filesystem::exists(outPath) && std::filesystem::equivalent(outPath, input)) {
-        complain(out, "A recording cannot replace what it is made from.");
+        Complain(console, out, "A recording cannot replace what it is made from.");
         return TStatus::WrongUse;
       }
     }
@@ -217,16 +212,16 @@ TStatus MakeCommand(const std::string& source, const std::string& out, const TCo
     });
     return TStatus::Done;
   } catch (const json::exception& error) {
-    complain(source, error.what());
+    Complain(console, source, error.what());
     return TStatus::CannotRead;
   } catch (const ESourceError& error) {
-    complain(source, error.what());
+    Complain(console, source, error.what());
     return TStatus::CannotRead;
   } catch (const std::invalid_argument& error) {  // the writer's: the source holds what no recording can
-    complain(source, error.what());
+    Complain(console, source, error.what());
     return TStatus::WrongUse;
   } catch (const std::exception& error) {
-    complain(out, Describe(error));
+    Complain(console, out, Describe(error));
     return TStatus::CannotWrite;
   }
 }

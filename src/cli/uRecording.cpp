@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include "base/uFiles.h"
-#include "base/uText.h"
 #include "model/uExceptions1V0.h"
 #include "platform/uMachineMemory.h"
 
@@ -74,6 +73,13 @@ TRecording ReadRecording(const std::string& file, const TConsole& console) {
   recording.displayable = MissionData.bValid && EventList.ValidCreator;
   recording.status = StatusOf(recording);
   const std::string complaint = Complaint(recording);
-  if (!complaint.empty()) console.err(fmt::format("kshock: {}: {}\n", Printable(file), Printable(complaint)));
+  if (!complaint.empty()) Complain(console, file, complaint);
   return recording;
+}
+
+TMissionDatasets TablesOf(const TRecording& recording) {
+  TMissionDatasets tables;
+  TNoProgress progress;
+  LoadKorvexFileData(recording.mission, recording.events, recording.sensors, {}, progress, tables);
+  return tables;
 }

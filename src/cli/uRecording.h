@@ -3,11 +3,9 @@
 
 #include <string>
 
+#include "analysis/uMissionDatasets.h"
 #include "base/uMessages.h"
 #include "cli/uConsole.h"
-#include "model/uEvents.h"
-#include "model/uGlobalSharedVariables.h"
-#include "model/uOtherSensors.h"
 #include "model/uReadFileThread.h"
 
 struct TRecording {
@@ -27,3 +25,6 @@ struct TRecording {
 
 // Replaces the model by what the file holds and says on the console's err what is wrong with it. `file` is UTF-8.
 TRecording ReadRecording(const std::string& file, const TConsole& console);
+
+// The tables of the recording, as they stand after loading.
+TMissionDatasets TablesOf(const TRecording& recording);

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "analysis/uMissionDatasets.h"
-#include "base/uText.h"
 #include "cli/uCommands.h"
 #include "cli/uRecording.h"
 #include "export/uCsvExports.h"
@@ -29,12 +27,9 @@ TStatus TableCommand(const std::string& file, const std::string& table, const st
                      const TConsole& console) {
   const TRecording recording = ReadRecording(file, console);
   if (!recording.HasMission()) return recording.status;
-  TMissionDatasets tables;
-  TNoProgress progress;
-  LoadKorvexFileData(recording.mission, recording.events, recording.sensors, {}, progress, tables);
+  TMissionDatasets tables = TablesOf(recording);
   if (!UseIndex(table, index, tables)) {
-    console.err(
-        fmt::format("kshock: {}: The table \"{}\" has no index \"{}\".\n", Printable(file), table, Printable(index)));
+    Complain(console, file, fmt::format("The table \"{}\" has no index \"{}\".", table, index));
     return TStatus::WrongUse;
   }
   WriteTableCsv(TableOf(table, tables), console.out);

@@ -1,7 +1,10 @@
 #include "export/uCsvExports.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <exception>
+#include <fstream>
+#include <system_error>
 
 #include "base/uFiles.h"
 #include "base/uText.h"
@@ -13,6 +16,7 @@ namespace {
 
 constexpr std::string_view kLineBreak = "\r\n";
 constexpr std::size_t kLinesPerStep = 100;
+constexpr std::size_t kPieceBytes = std::size_t{256} * 1024;
 constexpr std::size_t kFilesPerSync = 64;  // each of them is open until then
 constexpr std::string_view kEmptyRow = R"("","","","","",)";
 
@@ -23,19 +27,43 @@ void Begin(std::size_t steps, IProgress& progress) {
   progress.ProcessMessages();
 }
 
-// Lines that go to a file while the window lives.
+[[noreturn]] void ThrowLastError() {
+  throw std::system_error(errno != 0 ? errno : EIO, std::generic_category());
+}
+
+// Lines that go to a file in large pieces, with messages processed meanwhile. Throws std::system_error.
 class TCsvFile {
  public:
-  TCsvFile(const fs::path& path, IProgress& progress) : FFile(path), FProgress(progress) {}
-  [[nodiscard]] std::string& Text() { return FFile.Text(); }
+  TCsvFile(const fs::path& path, IProgress& progress) : FProgress(progress) {
+    errno = 0;
+    FFile.rdbuf()->pubsetbuf(nullptr, 0);  // the pieces are large already
+    FFile.open(path, std::ios::binary);
+    if (!FFile) ThrowLastError();
+    FText.reserve(kPieceBytes + kPieceBytes / 16);
+  }
+  // Append a line, then call EndLine.
+  [[nodiscard]] std::string& Text() { return FText; }
   void EndLine() {
-    FFile.Written();
+    if (FText.size() >= kPieceBytes) Flush();
     if (++FLines % kLinesPerStep == 0) FProgress.ProcessMessages();
   }
-  void Close() { FFile.Close(); }
+  // Writes the rest; without it the file is cut short.
+  void Close() {
+    Flush();
+    FFile.close();
+    if (!FFile) ThrowLastError();
+  }
 
  private:
-  TTextFile FFile;
+  void Flush() {
+    errno = 0;
+    FFile.write(FText.data(), static_cast<std::streamsize>(FText.size()));
+    if (!FFile) ThrowLastError();
+    FText.clear();
+  }
+
+  std::ofstream FFile;
+  std::string FText;
   IProgress& FProgress;
   std::size_t FLines = 0;
 };

@@ -1,8 +1,8 @@
-// Every CSV export, in one line format. Main thread only.
+// The CSV exports. Main thread only.
 //
-// Progress goes to an IProgress. What its ProcessMessages throws ends an export: the files that are complete stay, the
-// one in work goes. A file that cannot be written throws std::filesystem::filesystem_error with its path; an older file
-// of that name then is as it was.
+// An exception of the progress's ProcessMessages ends an export: complete files stay, the current one is removed. A
+// file that cannot be written throws std::filesystem::filesystem_error with its path, and an older file stays as it
+// was.
 #pragma once
 
 #include <cstdint>
@@ -34,9 +34,9 @@ void AppendCsvRow(std::string& text, const TCurveRow& row);
 // each. The table stands on its last record afterwards.
 void WriteTableCsv(TDataset& table, const TCsvSink& sink);
 
-// A file for each event, by the indices of the events in the list, in the folder EventFolderName of the chosen one; it
-// is made when it is not there, and files in it are replaced. Files are put in place many at a time, also where the
-// export ends early; `inPlace` gets the folder each time. Returns the folder.
+// A file for each event, by its index in the list, in the folder EventFolderName below `chosen`. The folder is created
+// when it is missing; files in it are replaced. Files are put in place many at a time, also when the export ends early;
+// `inPlace` gets the folder each time. Returns the folder.
 std::filesystem::path ExportEventsCsv(const TMissionData& mission, const TEventList& events,
                                       std::span<const std::uint32_t> indices, TEventFiles kind,
                                       const std::filesystem::path& chosen, IProgress& progress,
@@ -45,8 +45,8 @@ std::filesystem::path ExportEventsCsv(const TMissionData& mission, const TEventL
 // The curves of one event as the shock chart shows them.
 void ExportEventCsv(const TEvent& event, bool highPass, const std::filesystem::path& file, IProgress& progress);
 
-// The spectrum of the shock chart. Kept on purpose: there are as many lines as the chart's time series has points; past
-// the last line of the spectrum the fields are empty.
+// The spectrum of the shock chart. Kept on purpose: as many lines as the time series has points, with empty fields
+// after the last line of the spectrum.
 void ExportSpectrumCsv(const TSpectrum& spectrum, std::size_t timePoints, const std::filesystem::path& file,
                        IProgress& progress);
 

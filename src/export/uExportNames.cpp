@@ -13,8 +13,8 @@
 
 namespace {
 
-constexpr std::size_t kMostPartBytes = 120;
-constexpr std::size_t kMostSheetCharacters = 31;
+constexpr std::size_t kMaxPartBytes = 120;
+constexpr std::size_t kMaxSheetCharacters = 31;
 constexpr std::string_view kPathSeparators = "/\\";
 constexpr std::string_view kReserved = "/\\:*?\"<>|";
 constexpr std::string_view kReservedInSheets = "/\\:*?[]";
@@ -74,19 +74,19 @@ std::string SafeFileName(std::string_view name) {
 }
 
 std::string ProposedName(std::string_view prefix, const TMissionData& mission) {
-  return SafeFileName(fmt::format("{}{}", prefix, CutBytes(mission.sID, kMostPartBytes)));
+  return SafeFileName(fmt::format("{}{}", prefix, CutBytes(mission.sID, kMaxPartBytes)));
 }
 
 std::string ProposedEventName(const TMissionData& mission, std::size_t event, std::string_view spectrumType) {
   const std::string_view blank = spectrumType.empty() ? "" : " ";
   return SafeFileName(
-      fmt::format("{}{} ID-{}{}{}", kMissionName, CutBytes(mission.sID, kMostPartBytes), event, blank, spectrumType));
+      fmt::format("{}{} ID-{}{}{}", kMissionName, CutBytes(mission.sID, kMaxPartBytes), event, blank, spectrumType));
 }
 
 std::string EventFolderName(TEventFiles kind, const TMissionData& mission) {
   if (kind == TEventFiles::Samples) return ProposedName(kMissionName, mission);
   return SafeFileName(fmt::format("{}-{}{}-{}", kind == TEventFiles::Peaks ? "Peaks" : "Calibration", kMissionName,
-                                  CutBytes(mission.sID, kMostPartBytes), CutBytes(StampOf(mission), kMostPartBytes)));
+                                  CutBytes(mission.sID, kMaxPartBytes), CutBytes(StampOf(mission), kMaxPartBytes)));
 }
 
 std::string EventFileName(TEventFiles kind, std::size_t index, const TEvent& event) {
@@ -97,7 +97,7 @@ std::string EventFileName(TEventFiles kind, std::size_t index, const TEvent& eve
 std::string SafeSheetName(std::string_view name) {
   std::string safe = Replaced(name, kReservedInSheets);
   std::size_t end = 0;
-  for (std::size_t characters = 0; end < safe.size() && characters < kMostSheetCharacters; ++characters) {
+  for (std::size_t characters = 0; end < safe.size() && characters < kMaxSheetCharacters; ++characters) {
     do ++end;
     while (end < safe.size() && IsFollowing(safe[end]));
   }

@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::size_t kPieceBytes = std::size_t{128} * 1024;
 constexpr std::size_t kTailBytes = 64;         // with the closing tag of the root
-constexpr std::string_view kEndOfRow = "ow>";  // of "</row>": '>' is escaped in texts, and 'o' is rare among numbers
+constexpr std::string_view kEndOfRow = "ow>";  // of "</row>": texts escape '>', and 'o' is rare, so the search is fast
 constexpr std::string_view kSheets = "xl/worksheets/";
 
 void Require(bool whole) {
@@ -53,7 +53,7 @@ std::size_t CheckPart(unzFile zip, const std::stop_token& stop) {
   unz_file_info64 info{};
   Require(unzGetCurrentFileInfo64(zip, &info, nullptr, 0, nullptr, 0, nullptr, 0) == UNZ_OK);
   Require(unzOpenCurrentFile(zip) == UNZ_OK);
-  std::vector<char> buffer(kTailBytes + kPieceBytes);  // the end of the piece before, and a piece
+  std::vector<char> buffer(kTailBytes + kPieceBytes);  // the end of the previous piece, and a piece
   std::string root;
   std::string_view text;
   std::uint64_t size = 0;

@@ -1,4 +1,4 @@
-// The look through a finished workbook before it takes the place of an older one. Any thread.
+// Checks a finished workbook before it replaces an older one. Any thread.
 #pragma once
 
 #include <cstddef>
@@ -6,7 +6,7 @@
 #include <span>
 #include <stop_token>
 
-// Unpacks every part: its checksum is right, and its text ends with the closing tag of its root. Sheet i holds rows[i]
-// rows, and there are no other sheets. Throws std::system_error, that of a full disk, when something is missing.
-// Stopped, it returns early.
+// Unpacks every part and requires that its checksum is right, that it ends with the closing tag of its root, that sheet
+// i has rows[i] rows and that there are no other sheets. Else throws std::system_error with no_space_on_device. Returns
+// early when stopped.
 void CheckPackage(const std::filesystem::path& file, std::span<const std::size_t> rows, const std::stop_token& stop);

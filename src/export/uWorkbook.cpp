@@ -9,6 +9,7 @@
 #include <cmath>
 #include <ctime>
 #include <fstream>
+#include <future>
 #include <optional>
 #include <stdexcept>
 #include <system_error>
@@ -20,17 +21,17 @@
 #include "base/uText.h"
 #include "export/uPackage.h"
 #include "platform/uMachineMemory.h"
-#include "platform/uOpenFiles.h"
 #include "platform/uPartFile.h"
+#include "platform/uProcessLimits.h"
 #include "platform/uTerminal.h"
 
 namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::size_t kMostCharacters = 32767;  // of a cell, in UTF-16
-constexpr double kFirstCommonDay = 61;          // 1900-03-01: spreadsheets know a 29 February before it
-constexpr double kEndOfDays = 2958466;          // 10000-01-01
+constexpr std::size_t kMaxCharacters = 32767;  // of a cell, in UTF-16
+constexpr double kFirstCommonDay = 61;         // 1900-03-01: spreadsheets know a 29 February before it
+constexpr double kEndOfDays = 2958466;         // 10000-01-01
 constexpr double kDaysTo1970 = 25569;
 constexpr double kSecondsPerDay = 86400;
 constexpr std::time_t kStartOf1980 = 315532800;
@@ -49,13 +50,12 @@ class TPointNumbers {
   std::string FBefore = std::setlocale(LC_NUMERIC, nullptr);
 };
 
-// No room, or a disk that fails.
 bool IsLoss(int reason) {
   return reason == ENOSPC || reason == EFBIG || reason == EDQUOT || reason == EIO;
 }
 
-// Calls into the library. It does not check its writes, but the system leaves the reason in errno when one fails. What
-// the library prints besides is told by the exception.
+// Calls into the library. It does not check its writes, but a failed one leaves its reason in errno. What the library
+// prints is dropped, because the exception says it.
 template <class TCall>
 void Call(const TCall& call) {
   const TSilentErrors silent;
@@ -69,7 +69,7 @@ void Call(const TCall& call) {
   if (error != LXW_NO_ERROR) throw std::runtime_error(lxw_strerror(error));
 }
 
-// The folder with more room for what is only needed until the file is written.
+// The folder with more room for temporary files.
 fs::path RoomyFolder(const fs::path& wanted) {
   std::error_code error;
   const fs::path temporary = fs::temp_directory_path(error);
@@ -117,8 +117,7 @@ std::time_t CreationTime(double dateTime) {
   return time != 0 ? time : kStartOf1980;
 }
 
-// A date mask in the words of spreadsheets: minutes are "mm" there too, milliseconds "000". What could mean something
-// else is marked as itself.
+// The date mask of a spreadsheet, where minutes are "mm", too, and milliseconds "000". Other characters are escaped.
 std::string SpreadsheetMask(std::string_view mask) {
   std::string format;
   for (const char c : mask) {
@@ -142,10 +141,12 @@ bool IsEscape(std::string_view text) {
   return text.substr(2, 4).find_first_not_of("0123456789ABCDEFabcdef") == std::string_view::npos;
 }
 
+bool FitsAsItIs(const std::string& text) {
+  return text.size() <= kMaxCharacters && text.find('_') == std::string::npos && text.find('\0') == std::string::npos;
+}
+
 std::string CellText(std::string_view text) {
   constexpr std::string_view kEscapedUnderline = "_x005F_";
-  const auto has = [text](char c) { return text.find(c) != std::string_view::npos; };
-  if (text.size() <= kMostCharacters && !has('_') && !has('\0')) return std::string(text);
   std::string cell;
   std::size_t characters = 0;
   for (std::size_t i = 0; i < text.size(); ++i) {
@@ -153,7 +154,7 @@ std::string CellText(std::string_view text) {
     const bool escaped = IsEscape(text.substr(i));
     const bool begins = (byte & 0xC0U) != 0x80U;
     if (begins) characters += escaped ? kEscapedUnderline.size() : byte >= 0xF0 ? 2 : 1;
-    if (characters > kMostCharacters) break;
+    if (characters > kMaxCharacters) break;
     if (escaped) {
       cell += kEscapedUnderline;
     } else {
@@ -247,10 +248,11 @@ void TWorkbook::MarkTable(std::size_t titleRow, std::size_t lastRow, std::size_t
   Call([&] { return worksheet_ignore_errors(FLibrary->sheet, LXW_IGNORE_NUMBER_STORED_AS_TEXT, range.c_str()); });
 }
 
-void TWorkbook::WriteText(std::size_t row, std::size_t column, std::string_view text, TCellStyle style) {
+void TWorkbook::WriteText(std::size_t row, std::size_t column, const std::string& text, TCellStyle style) {
   if (text.empty()) return;
   CountRow(row);
-  const std::string cell = CellText(text);
+  const std::string changed = FitsAsItIs(text) ? std::string() : CellText(text);
+  const std::string& cell = changed.empty() ? text : changed;
   lxw_format* formats[] = {nullptr, FLibrary->titleFormat, FLibrary->numberTextFormat};
   Call([&] {
     return worksheet_write_string(FLibrary->sheet, static_cast<lxw_row_t>(row), static_cast<lxw_col_t>(column),
@@ -289,6 +291,9 @@ void TWorkbook::Close(const std::stop_token& stop) {
     const std::stop_callback cut(stop, [this] { FLibrary->scratch->Cut(); });
     Call([this] { return workbook_close(std::exchange(FLibrary->workbook, nullptr)); });
   }
-  if (!stop.stop_requested()) CheckPackage(FLibrary->file, FLibrary->rows, stop);
+  if (!stop.stop_requested()) {
+    const std::future<void> synced = std::async(std::launch::async, [this] { SyncEarly(FLibrary->file); });
+    CheckPackage(FLibrary->file, FLibrary->rows, stop);
+  }
   if (stop.stop_requested()) throw std::system_error(std::make_error_code(std::errc::operation_canceled));
 }

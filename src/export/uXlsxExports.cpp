@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-#include "base/uBeside.h"
+#include "base/uBackground.h"
 #include "base/uDateTime.h"
 #include "export/uCurveRows.h"
 #include "export/uExportFile.h"
@@ -22,9 +22,9 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr std::size_t kEventTitleRows = 5;
-constexpr std::size_t kMostSamples = TWorkbook::kMostRows - kEventTitleRows;  // of a sheet
+constexpr std::size_t kMaxSamples = TWorkbook::kMaxRows - kEventTitleRows;  // of a sheet
 constexpr std::size_t kRowsPerStep = 100;
-constexpr std::size_t kMostWidth = 60;  // of a column, in characters
+constexpr std::size_t kMaxWidth = 60;  // of a column, in characters
 constexpr std::size_t kMargin = 2;
 constexpr std::size_t kFilterButton = 3;                      // of a title, which is bold besides
 constexpr std::size_t kEventWidths[] = {18, 24, 14, 14, 14};  // of labels, the start, numbers
@@ -38,7 +38,7 @@ std::string MissionSheetName(const TMissionData& mission) {
   return SafeSheetName(fmt::format("{}{}", kMissionName, mission.sID));
 }
 
-// Sheets that are told before they are written.
+// The sheets of a workbook, with their progress.
 class TSheets {
  public:
   TSheets(const TMissionData& mission, const fs::path& file, const TWorkbookSize& size, IProgress& progress)
@@ -59,7 +59,7 @@ class TSheets {
   }
   void Close() {
     if (FAdded == 0) FWorkbook.AddSheet(MissionSheetName(FMission), 0);
-    RunBeside([this](const std::stop_token& stop) { FWorkbook.Close(stop); }, FProgress);
+    RunInBackground([this](const std::stop_token& stop) { FWorkbook.Close(stop); }, FProgress);
     FProgress.SetPosition(static_cast<double>(std::max<std::size_t>(FCount, 1)));
   }
 
@@ -72,7 +72,7 @@ class TSheets {
   IProgress& FProgress;
 };
 
-// Has `fill` fill the sheets of a file.
+// Writes a file whose sheets `fill` adds.
 template <class TFill>
 void WriteSheets(const TMissionData& mission, const fs::path& file, const TWorkbookSize& size, IProgress& progress,
                  const TFill& fill) {
@@ -88,7 +88,7 @@ void WriteSheets(const TMissionData& mission, const fs::path& file, const TWorkb
 }
 
 void RefuseTooLong(const TDataset& table, std::size_t titleRows) {
-  const std::size_t most = TWorkbook::kMostRows - titleRows;
+  const std::size_t most = TWorkbook::kMaxRows - titleRows;
   if (table.RecordCount() <= most) return;
   throw std::runtime_error(
       fmt::format("The table has {} rows, and a sheet of an XLSX file holds {}. Export the table as CSV instead.",
@@ -99,7 +99,7 @@ std::size_t CellsOf(const TDataset& table) {
   return table.RecordCount() * table.Fields().size();
 }
 
-// What the columns must hold, in characters.
+// Widths of columns in characters.
 class TWidths {
  public:
   void Add(std::size_t column, std::string_view text, std::size_t extra = 0) {
@@ -109,7 +109,7 @@ class TWidths {
     FWidths[column] = std::max(FWidths[column], characters + kMargin + extra);
   }
   void Set(TWorkbook& book) const {
-    for (std::size_t i = 0; i < FWidths.size(); ++i) book.SetColumnWidth(i, std::min(FWidths[i], kMostWidth));
+    for (std::size_t i = 0; i < FWidths.size(); ++i) book.SetColumnWidth(i, std::min(FWidths[i], kMaxWidth));
   }
 
  private:
@@ -125,13 +125,15 @@ void WriteTable(TDataset& table, std::size_t titleRow, TWidths widths, TWorkbook
     book.WriteText(titleRow, field, table.Fields()[field].Label, TCellStyle::Title);
   }
   if (timestamp) widths.Add(*timestamp, WorkbookDateMask());
+  std::string text;
   std::size_t row = titleRow;
   for (table.First(); !table.Eof(); table.Next()) {
     ++row;
     const std::size_t record = table.CurrentRow();
     for (std::size_t field = 0; field < fields; ++field) {
       if (field != timestamp) {
-        const std::string text = table.DisplayText(record, field);
+        text.clear();
+        table.AppendDisplayText(text, record, field);
         widths.Add(field, text);
         book.WriteText(row, field, text, TCellStyle::NumberAsText);
       } else if (!table.IsNull(record, field)) {
@@ -164,7 +166,7 @@ void WriteEventHead(const TEventSource& source, std::size_t index, const TCurveT
   metric(2, 0, "ToT total");
   metric(2, 3, "IoT max");
   for (std::size_t i = 0; i < titles.size(); ++i) {
-    book.WriteText(kEventTitleRows - 1, i, titles[i]);
+    book.WriteText(kEventTitleRows - 1, i, std::string(titles[i]));
     book.SetColumnWidth(i, kEventWidths[i]);
   }
 }
@@ -174,7 +176,7 @@ std::size_t CellsOf(std::size_t curveRows) {
 }
 
 TWorkbookSize SizeOf(const TEvent& event) {
-  return {std::max<std::size_t>(1, (event.Count() + kMostSamples - 1) / kMostSamples), CellsOf(event.Count())};
+  return {std::max<std::size_t>(1, (event.Count() + kMaxSamples - 1) / kMaxSamples), CellsOf(event.Count())};
 }
 
 void WriteCurveRow(const TCurveRow& values, std::size_t row, TWorkbook& book, TSheets& sheets) {
@@ -193,7 +195,7 @@ void WriteEvent(const TEventSource& source, std::size_t index, bool highPass, TS
   };
   std::size_t row = newSheet();
   ForEachCurveRow(event, highPass, [&](const TCurveRow& values) {
-    if (row == TWorkbook::kMostRows) row = newSheet();
+    if (row == TWorkbook::kMaxRows) row = newSheet();
     WriteCurveRow(values, row++, *book, sheets);
   });
 }
@@ -204,7 +206,7 @@ void ExportTableXlsx(const TMissionData& mission, TDataset& table, const fs::pat
   RefuseTooLong(table, 2);
   WriteSheets(mission, file, {1, CellsOf(table)}, progress, [&](TSheets& sheets) {
     TWorkbook& book = sheets.Add(MissionSheetName(mission), 2);
-    const std::string_view head[] = {"Mission ID:", mission.sID};
+    const std::string head[] = {"Mission ID:", mission.sID};
     TWidths widths;
     for (std::size_t i = 0; i < std::size(head); ++i) {
       widths.Add(i, head[i]);

@@ -1,8 +1,8 @@
-// Every XLSX export. Main thread only; the sheets are packed into the file on another thread, which is waited for.
+// The XLSX exports. Main thread only; they wait for the thread that packs the sheets.
 //
-// Progress goes to an IProgress; what its ProcessMessages throws ends the export and leaves no file. A file that cannot
-// be written throws std::filesystem::filesystem_error with its path; an older file of that name then is as it was.
-// A table with more rows than a sheet holds throws std::runtime_error and nothing is written.
+// An exception of the progress's ProcessMessages ends an export without a new file. A file that cannot be written
+// throws std::filesystem::filesystem_error with its path. In both cases an older file stays as it was. A table with
+// more rows than a sheet holds throws std::runtime_error before anything is written.
 #pragma once
 
 #include <cstddef>
@@ -31,9 +31,8 @@ void ExportTableXlsx(const TMissionData& mission, TDataset& table, const std::fi
 void ExportMeasurementsXlsx(const TMissionData& mission, TDataset& sensors, TDataset& battery,
                             const std::filesystem::path& file, IProgress& progress);
 
-// Of no events there is an empty sheet, named as a table's.
-// A sheet for each event, by the indices of the events in the list. An event that is too long for a sheet goes on in
-// another one with the same head.
+// A sheet for each event, by its index in the list. An event that is too long for one sheet continues in another with
+// the same head. Without events there is one empty sheet with the name of a table's.
 void ExportEventsXlsx(const TEventSource& source, std::span<const std::uint32_t> indices,
                       const std::filesystem::path& file, IProgress& progress);
 

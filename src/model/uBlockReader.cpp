@@ -23,13 +23,12 @@ constexpr std::size_t kTimeSize = sizeof(double);
 constexpr std::size_t kReadingSize = sizeof(float);
 constexpr std::size_t kNoColumn = std::numeric_limits<std::size_t>::max();
 
-// Bytes that the mission takes in the end: the items of the model, the heap's own, and their rows in the tables; of an
-// event its metrics, too.
+// Bytes in memory, with the heap's overhead and the row in the tables; for an event also its metrics.
 constexpr std::size_t kEventCost = sizeof(TEvent) + 32 + 160 + 48;
 constexpr std::size_t kReadingCost = sizeof(TSensorValue) + 24;
 constexpr std::size_t kSensorCost = sizeof(TSensor) + 32;
 
-// Far more than the known channels; a list of thousands would make a few bytes of a record fill gigabytes.
+// Far more than the known channels. With thousands of sensors a few bytes of a record would fill gigabytes.
 constexpr std::size_t kMaxSensors = 1000;
 
 template <class T>
@@ -46,7 +45,7 @@ bool IsAnyNaN(std::uint32_t reading) {
   return (reading & 0x7FFFFFFFU) > 0x7F800000U;
 }
 
-// Nothing but marks of no value stands between the two, which enclose whole readings.
+// True if every reading in [begin, end) is the no-value mark.
 bool AllAreNoValue(const std::uint8_t* begin, const std::uint8_t* end) {
   for (; end - begin >= 8; begin += 8) {
     if (LoadAt<std::uint64_t>(begin) != std::numeric_limits<std::uint64_t>::max()) return false;
@@ -128,7 +127,7 @@ void TBlockReader::ReadChannelList() {
         SensorList.Add(std::string(known->sensorName));
         AddRoute(SensorList.Count() - 1);
         CountMemory(kSensorCost);
-        if (FUsed + FLargestList > FMemoryBound) ThrowTooLarge();
+        if (FUsed + FMaxListBytes > FMemoryBound) ThrowTooLarge();
       }
     }
     ++FColumnCount;
@@ -166,12 +165,12 @@ void TBlockReader::ReadData() {
 
   const std::span<const std::uint8_t> body = FFile.BlockRest();
   const std::size_t recordSize = kTimeSize + FColumnCount * kReadingSize;
-  // A list that grows is copied, so the largest counts twice, and so does what this block may add to it.
-  const std::uint64_t taken = FUsed + FLargestList;
+  // A list that grows is copied: the largest list and what this block adds to it count twice.
+  const std::uint64_t taken = FUsed + FMaxListBytes;
   const std::uint64_t allowance = taken < FMemoryBound ? (FMemoryBound - taken) / 2 : 0;
   std::size_t added = 0;
   const std::uint8_t* last = nullptr;
-  // One byte at the end is no record.
+  // A single byte at the end is ignored.
   for (std::size_t position = 0; position + 1 < body.size(); position += recordSize) {
     const std::size_t rest = body.size() - position;
     if (rest < kTimeSize) ThrowShortRecord();
@@ -204,7 +203,7 @@ std::size_t TBlockReader::ReadRecord(const std::uint8_t* record, double ms) {
     added += sizeof(TEventValue) + (FEventBegins ? kEventCost : 0);
     FEventBegins = false;
   }
-  // Most records of a shock have no slow reading: one look at all their columns says so.
+  // Fast path: most records of a shock have no slow reading.
   if (!FSomeSensorIsKept && FSlowBegin < FSlowEnd && AllAreNoValue(record + FSlowBegin, record + FSlowEnd))
     return added;
   for (std::size_t channel = kAxisCount; channel < kChannelCount; ++channel) {
@@ -225,13 +224,13 @@ void TBlockReader::KeepReadings(const std::uint8_t* record) {
 
 void TBlockReader::CountMemory(std::size_t added) {
   FUsed += added;
-  std::size_t largest = std::max(SensorList.Count() * sizeof(TSensor), EventList.Count() * sizeof(TEvent));
-  if (EventList.Count() > 0) largest = std::max(largest, EventList.Events().back().Count() * sizeof(TEventValue));
+  std::size_t bytes = std::max(SensorList.Count() * sizeof(TSensor), EventList.Count() * sizeof(TEvent));
+  if (EventList.Count() > 0) bytes = std::max(bytes, EventList.Events().back().Count() * sizeof(TEventValue));
   for (const auto& sensors : FSensorsOf) {
-    // The first sensor of a channel has the most readings.
-    if (!sensors.empty()) largest = std::max(largest, SensorList.GetItem(sensors[0]).Count() * sizeof(TSensorValue));
+    // No sensor of a channel has more readings than its first.
+    if (!sensors.empty()) bytes = std::max(bytes, SensorList.GetItem(sensors[0]).Count() * sizeof(TSensorValue));
   }
-  FLargestList = std::max(FLargestList, largest);
+  FMaxListBytes = std::max(FMaxListBytes, bytes);
 }
 
 void TBlockReader::ThrowTooLarge() const {

@@ -1,4 +1,4 @@
-// Makes sense of the blocks of one data file and fills the mission model with them. Used by the reader's thread.
+// Parses the blocks of one data file into the mission model. Used by the reader's thread.
 #pragma once
 
 #include <array>
@@ -12,22 +12,22 @@
 #include "model/uGlobalSharedVariables.h"
 #include "model/uQuantities.h"
 
-// Reads the body of a mission-header block, field by field. Throws EStreamError when it breaks off; what was whole
-// stands in Data then, without bValid. Returns true.
+// Reads the body of a mission-header block and returns true. Throws EStreamError when the block is too short; Data then
+// has the fields before that place, and bValid is not set.
 bool ReadMissionData(TMissionData& Data, TDataFile& DataFile);
 
 class TBlockReader {
  public:
-  // Sensors that stand in the list already are served as well.
+  // Sensors that are already in the list get readings, too.
   TBlockReader(TDataFile& file, std::uint64_t memoryBound);
 
-  // Throws EStreamError when the block is too short for what it must hold, and std::length_error for more than 1,000
-  // slow sensors and before the mission, with its tables and with what its lists need to grow, outgrows the bound.
+  // Throws EStreamError when the block is too short for its type, and std::length_error for more than 1,000 slow
+  // sensors or before the mission needs more bytes than the bound. That counts its tables and the copy of a list that
+  // grows.
   void ReadCurrentBlock();
 
  private:
-  // Where a channel's reading stands in a record. A channel of an earlier list may lie beyond the present one, or be in
-  // no list at all: then it keeps its last reading.
+  // The place of a channel's reading in a record. A channel that the current list lacks keeps its last reading.
   struct TSource {
     std::optional<std::size_t> offset;
     std::uint32_t kept = kNoValue;
@@ -56,8 +56,8 @@ class TBlockReader {
   // readings.
   std::array<std::vector<std::uint32_t>, kChannelCount> FSensorsOf;
   std::array<TSource, kChannelCount> FSources;
-  std::size_t FSlowBegin = 0, FSlowEnd = 0;  // the part of a record in which the sensors' columns lie
-  bool FSomeSensorIsKept = false;            // some sensor has no column at present
+  std::size_t FSlowBegin = 0, FSlowEnd = 0;  // the part of a record with the sensors' columns
+  bool FSomeSensorIsKept = false;            // some sensor has no column now
   std::size_t FUsed = 0;                     // bytes of the mission
-  std::size_t FLargestList = 0;              // and of the largest list in it
+  std::size_t FMaxListBytes = 0;             // of the largest list in it
 };

@@ -1,4 +1,4 @@
-// The blocks of a data file and what stands in them.
+// The types of blocks in a data file, and the constants of their contents.
 #pragma once
 
 #include <array>
@@ -15,10 +15,10 @@ inline constexpr std::uint16_t kMissionHeaderBlock = 27;  // the stored fields o
 // From days since 2000-01-01 to a date-time.
 inline constexpr double kDaysTo2000 = 36526;
 
-// A record's time lies in 0 … this many days; any other time ends its block.
+// The time of a record is from 0 to this many days; any other time ends its block.
 inline constexpr double kMaxRecordDays = 36500;
 
-// Bit patterns of a reading that are marks, not values.
+// Bit patterns that mark a reading without a value.
 inline constexpr std::uint32_t kNoValue = 0xFFFFFFFF;
 inline constexpr std::uint32_t kEndOfEvent = 0xFFFFFFFE;
 
@@ -26,7 +26,7 @@ inline constexpr std::uint32_t kEndOfEvent = 0xFFFFFFFE;
 inline constexpr std::array<std::string_view, 3> kValidCreators = {"korvex_createShockFile.exe", "korvex165_reader.exe",
                                                                    "korvexCARD_reader.exe (kshock)"};
 
-// What a block holds, in words.
+// For people.
 constexpr std::string_view BlockDescription(std::uint16_t type) {
   switch (type) {
     case kFileHeaderBlock:

@@ -14,10 +14,10 @@
 namespace {
 
 constexpr std::string_view kMagic = "HALVORNIC";
-// What the body of a header block begins with: the count of the magic, and the magic.
+// How the body of a header block begins: the length of the magic and the magic.
 constexpr std::string_view kHeaders[] = {{"\x09\0HALVORNIC", 11}, {"\x09\0TREMALINE", 11}};
 constexpr std::size_t kHeaderBlockSize = 15;
-constexpr std::size_t kMostChecked = std::size_t{64} * 1024 * 1024;
+constexpr std::size_t kMaxChecked = std::size_t{64} * 1024 * 1024;
 
 std::span<const std::uint8_t> BytesOf(std::string_view text) {
   return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
@@ -28,7 +28,7 @@ std::span<const std::uint8_t> BytesOf(std::string_view text) {
                                  error == 0 ? "unknown error" : std::generic_category().message(error)));
 }
 
-// Opening a pipe would wait for its other end, so what is no plain file is refused unopened.
+// Refused unopened, because opening a pipe would wait for its other end.
 void RefuseIfNoFile(const std::filesystem::path& path) {
   std::error_code error;
   const auto status = std::filesystem::status(path, error);
@@ -38,7 +38,7 @@ void RefuseIfNoFile(const std::filesystem::path& path) {
   }
 }
 
-// Read in pieces as large as the inflating thread takes.
+// Reads as many bytes at a time as the inflating thread takes.
 class TInputFile final : public std::filebuf {
  public:
   explicit TInputFile(const std::filesystem::path& path) {
@@ -101,7 +101,7 @@ TDataFile::TDataFile(const std::filesystem::path& sFileName) {
 TDataFile::~TDataFile() {
   try {
     Close();
-  } catch (...) {  // a destructor has nobody to tell; Close has
+  } catch (...) {  // call Close to see errors
   }
 }
 
@@ -154,7 +154,7 @@ bool TDataFile::ReadBlock() {
       if (BlockSize() == FBlockSizeInFile) return BlockSize() > 0;
     }
   }
-  // The stream ended inside the block. Its bytes still count, and nothing is thrown: a damaged tail only ends the read.
+  // The stream ended inside the block. Its bytes count, and nothing is thrown: a damaged tail only ends the read.
   FBlockCut = true;
   FDamaged = FReadError.empty();
   return BlockSize() > 0;
@@ -162,7 +162,7 @@ bool TDataFile::ReadBlock() {
 
 bool TDataFile::CheckRest() {
   BufStream.Clear();
-  for (std::size_t passed = 0; passed < kMostChecked; passed += TInflateStream::kMaxTake) {
+  for (std::size_t passed = 0; passed < kMaxChecked; passed += TInflateStream::kMaxTake) {
     if (TakeZip(TInflateStream::kMaxTake).size() < TInflateStream::kMaxTake) return true;
   }
   return false;

@@ -30,7 +30,7 @@ class TMemoryStream {
   TMemoryStream(const TMemoryStream&) = delete;
   TMemoryStream& operator=(const TMemoryStream&) = delete;
   void Clear() { Borrow({}); }
-  // Shows bytes that belong to somebody else, from the first on; they are copied when something is written to them.
+  // Views bytes of another owner from the first on; Write copies them.
   void Borrow(std::span<const std::uint8_t> bytes);
   void Write(std::span<const std::uint8_t> bytes);
   // Throws EStreamError, and moves nothing, when fewer bytes are left.
@@ -40,7 +40,7 @@ class TMemoryStream {
   [[nodiscard]] std::span<const std::uint8_t> Rest() const { return FBytes.subspan(FPosition); }
   [[nodiscard]] std::size_t Size() const { return FBytes.size(); }
   [[nodiscard]] std::size_t Position() const { return FPosition; }
-  // From 0 to Size; a position behind the end is the end.
+  // A position past the end becomes the end.
   void SetPosition(std::size_t position) { FPosition = position < Size() ? position : Size(); }
 
  private:
@@ -73,14 +73,13 @@ class TDataFile {
   // failed read and an empty block all give false. A block that breaks off gives the bytes that came.
   [[nodiscard]] bool ReadBlock();
 
-  // Passes over what no block was read from, to see whether the stream is good to its end. It looks at 64 MiB at most:
-  // an empty block may be followed by a million times what the file holds. False when there is more than that; it is
-  // not checked, and no damage.
+  // Reads the rest of the stream, to check it to its end. Gives up after 64 MiB, because an empty block may be followed
+  // by data that inflates a thousandfold; then it returns false, and that is no damage.
   bool CheckRest();
 
   void NewBlock(std::uint16_t wsType);
-  // Writes the current block, if it is not empty, and clears it. A body over 65,535 bytes is the caller's mistake: it
-  // is written whole with a size that lies.
+  // Writes the current block, if it is not empty, and clears it. The body must not exceed 65,535 bytes: it would be
+  // written with a wrong size.
   void WriteBlock();
 
   // Write… append to the current block.

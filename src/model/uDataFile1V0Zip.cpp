@@ -26,7 +26,7 @@ constexpr auto kTimeToEnd = std::chrono::milliseconds(100);
 
 }  // namespace
 
-// Inflated bytes stand from kMaxTake on; before them is room for what was left of the chunk before.
+// Inflated bytes start at kMaxTake; the room before them takes what is left of the previous chunk.
 struct TInflateStream::TChunk {
   std::unique_ptr<std::uint8_t[]> bytes;
   std::size_t filled = 0;
@@ -36,7 +36,7 @@ struct TInflateStream::TChunk {
 class TInflateStream::TInflater {
  public:
   explicit TInflater(TOpen open) : FOpen(std::move(open)), FInput(kTrailerSize + kInputSize) {
-    // Without a first value, so that a small file touches little memory.
+    // Not initialized, so that a small file touches little memory.
     for (TChunk& chunk : FChunks) chunk.bytes = std::make_unique_for_overwrite<std::uint8_t[]>(kMaxTake + kChunkSize);
     if (inflateInit2(&FZip, kWindowBits) != Z_OK) throw std::bad_alloc();
     inflateValidate(&FZip, 0);  // the checksum is the taker's work, see NextChunk
@@ -48,8 +48,8 @@ class TInflateStream::TInflater {
   // The taker's side.
   void WaitUntilOpen(const std::stop_token& stop);
   TChunk& WaitForChunk(std::size_t number, const std::stop_token& stop);
-  void Release(std::size_t number);
-  // Asks the thread to end and gives it a moment; false when it has not, as inside a read that blocks.
+  void Release(std::size_t number);  // the chunks before it may be filled again
+  // Asks the thread to end and waits a moment; false when it goes on, as in a read that blocks.
   [[nodiscard]] bool End();
   // Of a chunk that has ended: the checksum that the stream names, the reason of a failed read.
   [[nodiscard]] uLong WantedChecksum() const { return FWantedChecksum; }
@@ -62,7 +62,8 @@ class TInflateStream::TInflater {
 
  private:
   TChunk& ChunkOf(std::size_t number) { return FChunks[number % FChunks.size()]; }
-  void Tell(bool& what);
+  template <class TChange>
+  void Change(const TChange& change);
   bool Stopped();
   void InflateAll();
   void Fill(TChunk& chunk);
@@ -101,23 +102,20 @@ TInflateStream::TChunk& TInflateStream::TInflater::WaitForChunk(std::size_t numb
 }
 
 void TInflateStream::TInflater::Release(std::size_t number) {
-  {
-    const std::lock_guard lock(FMutex);
-    FReleased = number;
-  }
-  FChanged.notify_all();
+  Change([&] { FReleased = number; });
 }
 
 bool TInflateStream::TInflater::End() {
-  Tell(FStop);
+  Change([this] { FStop = true; });
   std::unique_lock lock(FMutex);
   return FChanged.wait_for(lock, kTimeToEnd, [this] { return FEnded; });
 }
 
-void TInflateStream::TInflater::Tell(bool& what) {
+template <class TChange>
+void TInflateStream::TInflater::Change(const TChange& change) {
   {
     const std::lock_guard lock(FMutex);
-    what = true;
+    change();
   }
   FChanged.notify_all();
 }
@@ -133,10 +131,10 @@ void TInflateStream::TInflater::Run() {
   } catch (...) {
     FOpenError = std::current_exception();
   }
-  Tell(FOpened);
+  Change([this] { FOpened = true; });
   if (FFile) InflateAll();
   FFile.reset();
-  Tell(FEnded);
+  Change([this] { FEnded = true; });
 }
 
 void TInflateStream::TInflater::InflateAll() {
@@ -154,11 +152,7 @@ void TInflateStream::TInflater::InflateAll() {
       ChunkOf(number).end = TEnd::Failed;
     }
     end = ChunkOf(number).end;
-    {
-      const std::lock_guard lock(FMutex);
-      FInflated = number + 1;
-    }
-    FChanged.notify_all();
+    Change([&] { FInflated = number + 1; });
   }
 }
 
@@ -185,9 +179,9 @@ void TInflateStream::TInflater::Fill(TChunk& chunk) {
   chunk.filled = kChunkSize - FZip.avail_out;
 }
 
-// One reading of the operating system at a time: what came before an error is inflated before the error shows.
+// One read of the system at a time, so that the bytes before an error are inflated before the error is reported.
 TInflateStream::TEnd TInflateStream::TInflater::FillInput() {
-  // The trailer may lie across two readings, so the last bytes of the one before stay in front.
+  // The trailer may be split between two reads, so the last bytes of the previous one stay in front.
   if (FZip.next_in != nullptr) std::copy_n(FZip.next_in - kTrailerSize, kTrailerSize, FInput.begin());
   Bytef* const begin = FInput.data() + kTrailerSize;
   std::streamsize count = 0;

@@ -14,18 +14,17 @@
 #include <thread>
 #include <vector>
 
-// Reads and inflates on a thread of its own, a few chunks ahead of the one thread that takes the bytes, so that making
-// sense of them costs little time beside the inflating; the taker also checks the sum. Bytes and the reason why they
-// end come in order: what was inflated before an error is handed out before the error shows.
+// Reads and inflates on its own thread, a few chunks ahead of the one thread that takes the bytes, so parsing and the
+// checksum run at the same time. All bytes before an error are handed out before the error is reported.
 //
 // Only the inflating thread touches the file, and it owns nothing but the file and the chunks. So a read that blocks (a
-// dead share) holds up nobody: a stop request wakes the taker, and the destructor leaves a thread that is inside a call
-// of the operating system behind; it ends when that call returns.
+// dead share) blocks nobody: a stop request wakes the taker, and the destructor detaches a thread that is inside a
+// system call; it ends when that call returns.
 class TInflateStream {
  public:
   static constexpr std::size_t kMaxTake = 64 * 1024;
 
-  // Runs on the inflating thread. Throws what the constructor shall throw.
+  // Runs on the inflating thread; the constructor throws what it throws.
   using TOpen = std::function<std::unique_ptr<std::streambuf>()>;
 
   // Waits until `open` has returned. Throws what it throws, and EKorvex(kReadCancelled) when `stop` is requested first.
@@ -34,9 +33,8 @@ class TInflateStream {
   TInflateStream(const TInflateStream&) = delete;
   TInflateStream& operator=(const TInflateStream&) = delete;
 
-  // The next `count` bytes, at most kMaxTake; fewer only where the stream ends, well or not. They stand until the next
-  // call. Throws EKorvex(kReadCancelled) instead of waiting once a stop is requested, and std::bad_alloc without memory
-  // to inflate.
+  // The next `count` bytes, at most kMaxTake; fewer only at the end of the stream, damaged or not. Valid until the next
+  // call. Throws EKorvex(kReadCancelled) instead of waiting once a stop is requested, and std::bad_alloc.
   std::span<const std::uint8_t> Take(std::size_t count);
 
   // Why Take gave less than asked for.

@@ -26,8 +26,7 @@ class TEvent {
  public:
   explicit TEvent(std::int32_t id) : ID(id) {}
 
-  // Appends a sample and updates the peaks. An axis that is NaN counts towards none; the other axes still do, the
-  // vector magnitude does not.
+  // Appends a sample and updates the peaks. An axis that is NaN is left out, and then so is the vector magnitude.
   void AddValues(double time, float x, float y, float z);
   // The time of the first sample in ms, 0 when there is none.
   [[nodiscard]] double GetStartTime() const { return FItems.empty() ? 0.0 : FItems.front().time; }
@@ -39,8 +38,8 @@ class TEvent {
   void Trim() { FItems.shrink_to_fit(); }
 
   std::int32_t ID;                    // 0 for the first event of the mission, counting up
-  float Max = 0;                      // g: the largest of |x|, |y|, |z| and the vector magnitude
-  float MaxSingle = 0;                // g: the largest of |x|, |y|, |z|
+  float Max = 0;                      // g: the maximum of |x|, |y|, |z| and the vector magnitude
+  float MaxSingle = 0;                // g: the maximum of |x|, |y|, |z|
   std::string_view MaxAxis = "None";  // where MaxSingle stands: "X-pos" … "Z-neg"; always a literal
 
  private:

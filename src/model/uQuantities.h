@@ -13,8 +13,8 @@
 #include <string_view>
 #include <utility>
 
-// What people set decimal formats and alarm limits for. Those with alarm limits come first. Several quantities may
-// share one, as all temperatures do.
+// Has a decimal format and, for the first kLimitedQuantityCount, alarm limits. Several rows may share one, as all
+// temperatures do.
 enum class TQuantity {
   Acceleration,
   Temperature,
@@ -58,7 +58,7 @@ inline constexpr std::array<TQuantityControls, kQuantityCount> kQuantityControls
 
 enum class TSensorAxis { LeftInner, LeftOuter, RightInner, RightOuter };
 
-// What does not exist is empty. A place counts from 1, without gaps; 0: not there.
+// A field that does not apply is empty. Places count from 1 without gaps; 0: not in that list.
 struct TQuantityRow {
   std::string_view nameInFile = {};           // of the channel; empty for what is computed
   std::string_view sensorName = {};           // in the list of sensors; empty for an axis

@@ -16,12 +16,12 @@
 
 namespace {
 
-// The first steps of a read: whatever goes wrong in them means that the file cannot be opened.
+// Runs a first step of a read; any failure in it means that the file cannot be opened.
 template <class TStep>
 auto OrCannotOpen(const TStep& step) {
   try {
     return step();
-  } catch (const EKorvex&) {  // the user does not wait for it
+  } catch (const EKorvex&) {  // cancelled
     throw;
   } catch (const std::exception& error) {
     throw EKorvex(kCannotOpenDataFile, error.what());
@@ -86,7 +86,7 @@ void TReadFileThread::ReadDataFile() {
   EventList.ValidCreator = false;
 
   TDataFile file = OrCannotOpen([this] { return TDataFile::CreateLoad(FInFile, FStop.get_token()); });
-  // Whatever ends the read, what is known of the file by then is kept.
+  // Also when the read throws.
   struct TKeepExtent {
     const TDataFile& file;
     TReadExtent& extent;
@@ -110,10 +110,10 @@ void TReadFileThread::ReadDataFile() {
     try {
       reader.ReadCurrentBlock();
     } catch (const EStreamError&) {
-      // A block that the file's end cut short may break off anywhere; what it held whole stays.
+      // A block that the end of the file cut short may be incomplete; its whole records stay.
       if (!file.BlockCut()) throw;
     }
   }
-  // An empty block ends the read, and may be one only because the stream is damaged: the checksum behind it tells.
+  // An empty block ends the read. The checksum behind it shows whether the stream is damaged.
   if (FExtent.isDataFile) file.CheckRest();
 }

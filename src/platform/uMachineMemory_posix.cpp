@@ -15,14 +15,14 @@ namespace {
 
 constexpr std::uint64_t kNoLimit = std::numeric_limits<std::uint64_t>::max();
 
-// The number that a file holds; no limit when there is no such file or it holds the word "max".
+// The number in a file; no limit when there is no such file or it says "max".
 std::uint64_t LimitIn(const std::filesystem::path& file) {
   std::uint64_t limit = kNoLimit;
   std::ifstream(file) >> limit;
   return limit == 0 ? kNoLimit : limit;
 }
 
-// The least limit of the process's control group and those around it.
+// The minimum limit of the process's control group and its parents.
 std::uint64_t GroupLimit() {
   std::uint64_t limit = LimitIn("/sys/fs/cgroup/memory/memory.limit_in_bytes");
   std::ifstream groups("/proc/self/cgroup");
@@ -72,8 +72,8 @@ std::uint64_t MissionMemoryBytes() {
 }
 
 #ifdef M_MMAP_THRESHOLD
-// A block of its own comes from the system, empty; one of the heap is cleared by hand. The allocator raises its limit
-// between the two as blocks are freed, up to 32 MiB, until it is told one.
+// Blocks from the threshold on are mapped and cost nothing until they are used; smaller ones are cleared on the heap.
+// Unless it is set, the allocator raises the threshold up to 32 MiB as blocks are freed.
 TSparseBlocks::TSparseBlocks() {
   mallopt(M_MMAP_THRESHOLD, 128 * 1024);
 }

@@ -1,5 +1,5 @@
-// A file in work, beside the file that it will replace: ".shockscope-", eight hexadecimal digits and ".part". It is
-// locked until it is renamed or removed, so a file of that name without a lock was left by a run that was killed.
+// A temporary file ".shockscope-01234abc.part" beside the file that it will replace. It is locked until it is renamed
+// or removed, so such a file without a lock was left by a run that was killed.
 #pragma once
 
 #include <cstdint>
@@ -7,19 +7,19 @@
 
 class TPartFile {
  public:
-  // Makes an empty file in the folder; an empty path is the current one. Throws std::system_error.
+  // Creates an empty file in the folder; an empty path is the current folder. Throws std::system_error.
   explicit TPartFile(const std::filesystem::path& folder);
   // Removes the file unless it was renamed.
   ~TPartFile();
   TPartFile(TPartFile&& other) noexcept;
   TPartFile& operator=(TPartFile&&) = delete;
 
-  // Whoever writes opens it by this path.
+  // Open it by this path to write.
   [[nodiscard]] const std::filesystem::path& Path() const { return FPath; }
   // The same number for files of the same file system.
   [[nodiscard]] std::uint64_t FileSystem() const;
-  // Wait until the disk has the file, or everything written to its file system since the file was made. Throw
-  // std::system_error when the disk does not take it; a file system that knows no such wait is left alone. Any thread.
+  // Wait until the disk has the file, or everything that was written to its file system. Throw std::system_error when
+  // that fails, but not when the file system cannot sync. Any thread.
   void Sync() const;
   void SyncFileSystem() const;
   // Throws std::system_error.
@@ -30,19 +30,19 @@ class TPartFile {
   int FDescriptor = -1;
 };
 
-// A folder ".shockscope-", eight hexadecimal digits and ".tmp" for a library whose files have a name for a moment
-// before they become nameless. Locked like a file in work.
+// A folder ".shockscope-01234abc.tmp" for a library that creates temporary files and then unlinks them. Locked like a
+// TPartFile.
 class TScratchFolder {
  public:
   // Throws std::system_error.
   explicit TScratchFolder(const std::filesystem::path& folder);
-  // Removes the folder and the empty files in it, and closes what the library left open.
+  // Closes the files that the library left open there, and removes the folder with its empty files.
   ~TScratchFolder();
   TScratchFolder(const TScratchFolder&) = delete;
   TScratchFolder& operator=(const TScratchFolder&) = delete;
   [[nodiscard]] const std::filesystem::path& Path() const { return FPath; }
-  // Takes away what stands in the files that are open there, with or without a name: who reads one comes to its end,
-  // what is written then goes to its beginning. As far as the system can do that. Any thread.
+  // Truncates the files of the folder that this program has open, also unlinked ones: a reader reaches the end, the
+  // next write goes to the beginning. Does nothing where the system does not list open files. Any thread.
   void Cut() const noexcept;
 
  private:
@@ -50,8 +50,8 @@ class TScratchFolder {
   int FDescriptor = -1;
 };
 
-// Keeps everybody else who locks the folder waiting while it lives. It waits for half a second itself and then goes
-// on without the lock: a program that hangs must not keep another from its end.
+// Locks a folder against other programs while it lives. Waits half a second at most and then goes on without the lock,
+// so that a program that hangs does not block others.
 class TFolderLock {
  public:
   explicit TFolderLock(const std::filesystem::path& folder) noexcept;
@@ -63,9 +63,12 @@ class TFolderLock {
   int FDescriptor;
 };
 
-// Waits until the disk has the names of the folder's files, as far as its file system can tell.
+// Waits until the disk has the file, so that a later Sync returns at once. Errors are left to Sync. Any thread.
+void SyncEarly(const std::filesystem::path& file) noexcept;
+
+// Waits until the disk has the names of the folder's files, as far as the file system can do that.
 void SyncFolder(const std::filesystem::path& folder) noexcept;
 
-// Removes what killed runs left in the folder, and nothing else: nothing that is locked, no link, no other name, and of
-// the scratch folders only those that hold empty files alone. What cannot be removed stays.
+// Removes the TPartFiles and TScratchFolders that killed runs left in the folder. Locked ones, links and scratch
+// folders with other than empty files stay.
 void RemoveAbandonedParts(const std::filesystem::path& folder) noexcept;

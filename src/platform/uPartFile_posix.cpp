@@ -43,8 +43,8 @@ bool IsName(std::string_view name, std::string_view suffix) {
          digits.find_first_not_of("0123456789abcdef") == std::string_view::npos;
 }
 
-// False when somebody took what is new for abandoned before it was locked. A file system without locks lets nobody
-// lock, so nobody removes anything there.
+// False when another program removed the new file before it was locked. Where the file system has no locks nothing is
+// ever removed.
 bool LockNew(int file) {
   if (flock(file, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) return false;
   struct stat status {};
@@ -55,8 +55,7 @@ void RequireSynced(int result) {
   if (result != 0 && errno != EINVAL && errno != ENOSYS && errno != EOPNOTSUPP) ThrowLastError();
 }
 
-// The owner renames or removes what it made before it lets go of the lock; so once the lock is ours, this name is
-// abandoned or gone.
+// The owner renames or removes its file before it unlocks it; so once we have the lock, the name is abandoned or gone.
 template <class TRemove>
 void IfUnlocked(const fs::path& path, int flags, const TRemove& remove) {
   const int descriptor = open(path.c_str(), flags | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
@@ -82,7 +81,7 @@ bool IsFileIn(const fs::path& folder, const fs::path& descriptor) {
   return fs::read_symlink(descriptor, error).parent_path() == folder;
 }
 
-// Hands the descriptors of this program that are files of the folder to `act`, also those whose name is gone.
+// Calls act(folder, descriptor) for this program's open files of the folder, also unlinked ones.
 template <class TAct>
 void ForEachOpenFile(const fs::path& folder, const TAct& act) noexcept {
   try {
@@ -90,7 +89,7 @@ void ForEachOpenFile(const fs::path& folder, const TAct& act) noexcept {
     for (const fs::directory_entry& entry : fs::directory_iterator(kDescriptors)) {
       if (IsFileIn(real, entry.path())) act(real, std::stoi(entry.path().filename()));
     }
-  } catch (const std::exception&) {  // a system without that folder
+  } catch (const std::exception&) {  // no /dev/fd
   }
 }
 
@@ -170,27 +169,30 @@ TFolderLock::~TFolderLock() {
   if (FDescriptor >= 0) close(FDescriptor);
 }
 
-// The owner may close a descriptor at any time and the system give its number to another file. So the file is opened
-// anew and looked at again before it is cut.
+// The owner may close a descriptor at any time, and its number may then belong to another file. So the file is reopened
+// and checked again before it is truncated.
 void TScratchFolder::Cut() const noexcept {
   ForEachOpenFile(FPath, [](const fs::path& folder, int descriptor) {
     const std::string name = fmt::format("{}/{}", kDescriptors, descriptor);
     const int again = open(name.c_str(), O_WRONLY | O_CLOEXEC | O_NONBLOCK);
     if (again < 0) return;
     if (IsFileIn(folder, fmt::format("{}/{}", kDescriptors, again))) {
-      fcntl(descriptor, F_SETFL, O_APPEND);  // else the next write leaves a hole that is as long as the file was
+      fcntl(descriptor, F_SETFL, O_APPEND);  // else the next write leaves a hole as long as the old file
       [[maybe_unused]] const int uncut = ftruncate(again, 0);
     }
     close(again);
   });
 }
 
-void SyncFolder(const fs::path& folder) noexcept {
-  const char* name = folder.empty() ? "." : folder.c_str();
-  const int descriptor = open(name, O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+void SyncEarly(const fs::path& file) noexcept {
+  const int descriptor = open(file.c_str(), O_RDONLY | O_CLOEXEC);
   if (descriptor < 0) return;
   fsync(descriptor);
   close(descriptor);
+}
+
+void SyncFolder(const fs::path& folder) noexcept {
+  SyncEarly(folder.empty() ? fs::path(".") : folder);
 }
 
 void RemoveAbandonedParts(const fs::path& folder) noexcept {

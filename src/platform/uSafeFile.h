@@ -1,10 +1,9 @@
-// Files that are replaced whole or not at all: each is written beside the wanted one, synced to the disk and then
-// renamed, so neither a failure nor a loss of power costs the older file. A link is followed, the permissions are kept.
-// The first file for a folder removes what killed runs left there (uPartFile).
+// Files that are replaced whole or not at all: a new file is written beside the target, synced to the disk and renamed,
+// so neither a failure nor a loss of power costs the older file. Links are followed, permissions are kept. The first
+// file for a folder removes what killed runs left there (uPartFile).
 //
-// Everything that fails with std::system_error is thrown as std::filesystem::filesystem_error with the wanted file as
-// path1, also when the target is a folder or write-protected. What else `write` throws comes as it is. In both cases
-// nothing of that file is left.
+// A std::system_error becomes a std::filesystem::filesystem_error with the target as path1; so does a target that is a
+// folder or write-protected. Other exceptions of `write` pass through. Nothing of the new file is left in either case.
 #pragma once
 
 #include <cstddef>
@@ -16,22 +15,22 @@
 
 #include "platform/uPartFile.h"
 
-// Gets the path to write to.
+// Writes a file to the given path.
 using TFileWriter = std::function<void(const std::filesystem::path&)>;
 
 void WriteBesideAndRename(const std::filesystem::path& target, const TFileWriter& write);
 void SaveFile(const std::filesystem::path& target, std::string_view bytes);
 
-// Files that are synced together, which is faster than one by one: Write, …, Sync, PutInPlace. Each holds a file open
-// until then. What is not put in place is removed with the set.
+// Files that are synced together, which is faster than one by one: Write, …, Sync, PutInPlace. Each stays open until it
+// is put in place. The destructor removes those that are not.
 class TFileSet {
  public:
   void Write(const std::filesystem::path& target, const TFileWriter& write);
   // How many files wait to be put in place.
   [[nodiscard]] std::size_t Count() const { return FWaiting.size(); }
-  // Takes as long as the disk needs. Any thread, while nobody else uses the set.
+  // Waits for the disk. Any thread, while nobody else uses the set.
   void Sync() const;
-  // In the order in which they were written. When one fails it is given up, and another call goes on with the next.
+  // Renames the files in the order of Write. A file that fails is dropped; call again to go on with the next.
   void PutInPlace();
 
  private:

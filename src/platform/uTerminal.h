@@ -1,13 +1,12 @@
 // The program's standard streams.
 #pragma once
 
-// Standard error is shown to somebody, not kept in a file.
+// False when standard error goes to a file or a pipe.
 bool StandardErrorIsTerminal();
 
-// While one lives, what its thread writes to the C library's stderr goes nowhere: for a library that prints its
-// complaints besides returning them. Other threads write as before, and so do std::cerr and whoever writes to the
-// descriptor itself. On any thread, which destroys it, too. The first one replaces the stream behind stderr for good,
-// by one that has no descriptor.
+// While one lives, its thread's output to the C library's stderr is dropped: for a library that prints errors besides
+// returning them. Other threads, std::cerr and writes to the descriptor are not affected. Create and destroy it on the
+// same thread. The first one replaces the stream behind stderr for good, by one without a descriptor.
 class TSilentErrors {
  public:
   TSilentErrors();

@@ -14,8 +14,8 @@ ssize_t WriteUnlessSilent(void* original, const char* bytes, std::size_t count) 
   return static_cast<ssize_t>(std::fwrite(bytes, 1, count, static_cast<std::FILE*>(original)));
 }
 
-// Both streams live as long as the program, because another thread may be writing to either. Without buffers, so what
-// is written is passed on by the thread that writes it.
+// Both streams live until the program ends, because another thread may be writing to either. The new one is unbuffered,
+// so that the writing thread itself passes its bytes on.
 bool ReplaceStandardError() {
   std::FILE* stream = fopencookie(stderr, "w", {nullptr, WriteUnlessSilent, nullptr, nullptr});
   if (stream == nullptr) return false;

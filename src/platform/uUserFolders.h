@@ -1,4 +1,4 @@
-// Where the user keeps documents and settings. Nothing here throws: what cannot be found is empty.
+// The user's folders for documents and settings. Nothing here throws; a folder that cannot be found is empty.
 #pragma once
 
 #include <filesystem>
@@ -7,8 +7,8 @@
 // The desktop's "Documents" folder, whether or not it exists yet.
 std::filesystem::path DocumentsFolder() noexcept;
 
-// The settings folder, made with all parents if need be: "Korvex/settings" below the documents, with its trailing
-// delimiter. Empty when the system names no documents or the folder cannot be made.
+// "Korvex/settings" below the documents, with a trailing delimiter; created with its parents when it is missing. Empty
+// when there is no documents folder or it cannot be created.
 std::string SettingsFolder() noexcept;
 
 // The value "FileDir" of the registry key "Software\Halvorn\Korvex\", read-only. Systems without a registry keep it in

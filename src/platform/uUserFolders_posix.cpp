@@ -12,9 +12,9 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::uintmax_t kLargest = 100'000;  // bytes of a list of folders that is read
+constexpr std::uintmax_t kMaxBytes = 100'000;  // bytes of a list of folders that is read
 
-// The folder that a variable names; a relative one is none.
+// The absolute path in a variable, else empty.
 fs::path FolderIn(const char* variable) {
   const char* value = std::getenv(variable);
   const fs::path folder = value == nullptr ? fs::path() : fs::path(value);
@@ -27,8 +27,8 @@ fs::path ConfigurationFolder() {
   return home.empty() ? home : home / ".config";
 }
 
-// The path of a line of the desktop's list of folders, such as `XDG_DOCUMENTS_DIR="$HOME/Documents"`: in quotes, either
-// absolute or below $HOME, a backslash before what the shell would take otherwise.
+// Parses a line like `XDG_DOCUMENTS_DIR="$HOME/Documents"`: the path is quoted and absolute or below $HOME; a backslash
+// escapes the next character.
 std::optional<fs::path> DocumentsOfLine(std::string_view line) {
   constexpr std::string_view kName = "XDG_DOCUMENTS_DIR=\"";
   line.remove_prefix(std::min(line.find_first_not_of(" \t"), line.size()));
@@ -58,7 +58,7 @@ fs::path DocumentsFolder() noexcept {
     const fs::path list = ConfigurationFolder() / "user-dirs.dirs";
     std::error_code error;
     std::optional<fs::path> documents;
-    if (fs::is_regular_file(list, error) && fs::file_size(list, error) <= kLargest && !error) {
+    if (fs::is_regular_file(list, error) && fs::file_size(list, error) <= kMaxBytes && !error) {
       std::ifstream lines(list);
       for (std::string line; std::getline(lines, line);) {
         if (auto named = DocumentsOfLine(line)) documents = std::move(named);

@@ -18,7 +18,7 @@ std::vector<std::size_t> RowsOf(TDataset& table) {
   return rows;
 }
 
-TEST(Dataset, EqualValuesKeepTheRowsOrderAndNothingSortsBelowEveryNumber) {
+TEST(Dataset, EqualValuesKeepTheirOrderAndNullSortsBelowNumbers) {
   TDataset table;
   const std::size_t value = table.AddField("Value", TFieldType::Single);
   table.AddIndexPair("Value", "Value");

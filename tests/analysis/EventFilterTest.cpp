@@ -72,7 +72,7 @@ TEST_F(EventFilter, WithoutAConditionEverythingPasses) {
   EXPECT_THAT(Through({}), ElementsAre(0, 1, 2, 3, 4, 5));
 }
 
-TEST_F(EventFilter, RangesHoldTheirEndsAndNeitherNaNNorNothing) {
+TEST_F(EventFilter, RangesIncludeTheirEndsButNeitherNaNNorNull) {
   const struct {
     std::size_t field;
     TRange range;
@@ -117,7 +117,7 @@ TEST_F(EventFilter, TimesCountToTheMillisecond) {
   EXPECT_THAT(Through(filter), ElementsAre(0));
 }
 
-TEST_F(EventFilter, AboveAlarmIsOutsideTheLimitsInForceAndNothingWithoutThem) {
+TEST_F(EventFilter, AboveAlarmMeansOutsideTheLimitsAndNeedsLimits) {
   TEventFilter filter;
   filter.aboveAlarm = true;
   EXPECT_THAT(Through(filter), ElementsAre(0, 1, 2, 3, 4, 5));
@@ -135,7 +135,7 @@ TEST_F(EventFilter, ConditionsAreJoinedByAnd) {
   EXPECT_THAT(Through(filter), IsEmpty());
 }
 
-TEST_F(EventFilter, ACompanionShowsItsRowsInEveryOrderAndTheOriginalAll) {
+TEST_F(EventFilter, ACompanionHidesRowsInEveryOrderAndTheOriginalShowsAll) {
   TDataset companion = FTable;
   companion.SetShownRows({true, false, true, true, false, false});
   EXPECT_THAT(Walked(companion), ElementsAre(0, 2, 3));
@@ -169,10 +169,10 @@ TEST_F(EventFilter, ACompanionShowsItsRowsInEveryOrderAndTheOriginalAll) {
   EXPECT_EQ(FTable.RecordCount(), 6U);
 }
 
-TEST_F(EventFilter, AHistogramCountsWhatIsFinite) {
+TEST_F(EventFilter, AHistogramCountsFiniteValues) {
   const THistogram histogram = HistogramOf(FTable, "ToT total", 11);  // 11, 3, 4, NaN, null, 0
-  EXPECT_EQ(histogram.least, 0);
-  EXPECT_EQ(histogram.largest, 11);
+  EXPECT_EQ(histogram.min, 0);
+  EXPECT_EQ(histogram.max, 11);
   EXPECT_THAT(histogram.counts, ElementsAre(1, 0, 0, 1, 1, 0, 0, 0, 0, 0, 1)) << "the largest is in the last step";
   EXPECT_THAT(HistogramOf(FTable, "Light", 11).counts, IsEmpty());
   TDataset same;

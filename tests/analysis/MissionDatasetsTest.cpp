@@ -138,7 +138,7 @@ TEST(MissionDatasets, EventsTakeTheLastOfTwoSensorsWithReadingsAndTheSensorsTabl
   EXPECT_THAT(ColumnOf(mission.tables.Sensors, "Temp."), ElementsAre("20"));
 }
 
-TEST(MissionDatasets, SensorRowsGoByPositionAndShortSensorsEndInNothing) {
+TEST(MissionDatasets, SensorRowsGoByPositionAndShortSensorsEndInNull) {
   TMission mission;
   mission.sensors.Add("Battery").AddValues(0, 4);
   mission.sensors.Add("Pressure").AddValues(0, 1000);
@@ -174,7 +174,7 @@ TEST(MissionDatasets, TimesFollowTheShortDateFormat) {
   EXPECT_THAT(ColumnOf(mission.tables.Important, "Timestamp"), ElementsAre("2023-07-16 06:00:00"));
 }
 
-TEST(MissionDatasets, TellsHowFarItIs) {
+TEST(MissionDatasets, ReportsProgress) {
   TMission mission;
   for (int i = 0; i < 101; ++i) mission.AddEvent(9);
   TSensor& temperature = mission.sensors.Add("Temperature");

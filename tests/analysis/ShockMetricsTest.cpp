@@ -36,7 +36,7 @@ TEST(TimeOverThreshold, GivesTheRecordedTimesOfItsIntervals) {
   EXPECT_THAT(intervals, ElementsAre(Pair(101, 103), Pair(104, 107), Pair(109, 110)));
 }
 
-TEST(TimeOverThreshold, AnIntervalOpenAtTheLastSampleEndsThereAndOneThatBeginsThereIsNothing) {
+TEST(TimeOverThreshold, AnIntervalOpenAtTheLastSampleEndsThereButNoneBeginsThere) {
   EXPECT_EQ(MetricsOf({1, 5, 5, 5}, kLevels).totTotal, 2);
   EXPECT_EQ(MetricsOf({1, 1, 1, 5}, kLevels).totTotal, 0);
   EXPECT_EQ(MetricsOf({5}, kLevels).totTotal, 0);

@@ -55,7 +55,7 @@ std::vector<double> DirectlyFiltered(const std::vector<TEventValue>& samples, st
   return filtered;
 }
 
-TEST(HighPassFilter, TakesAwayTwoLinesAndTheirMirrorImageNot) {
+TEST(HighPassFilter, RemovesTwoLinesButNotTheirMirrorImage) {
   const std::vector<std::pair<std::size_t, std::size_t>> sizes = {{0, 128},   {1, 128},   {128, 128},   {150, 128},
                                                                   {151, 256}, {300, 512}, {10000, 8192}};
   for (const auto& [count, size] : sizes) {
@@ -75,7 +75,7 @@ TEST(HighPassFilter, TakesAwayTwoLinesAndTheirMirrorImageNot) {
   }
 }
 
-TEST(HighPassFilter, AConstantGoesWhereNothingIsPadded) {
+TEST(HighPassFilter, RemovesAConstantWhenNothingIsPadded) {
   for (const std::size_t count : {128, 140, 256}) {
     for (const TFilteredValue& value : HighPassFiltered(std::vector<TEventValue>(count, {5, 0, 0, 1}))) {
       ASSERT_NEAR(value.total, 0, 1e-12);
@@ -123,11 +123,11 @@ TSpectrum Amplitudes(const std::vector<TEventValue>& samples) {
   return CalcSpectrum(samples, TSpectrumType::Amplitude, TWeightingWindow::fwRectangle);
 }
 
-TEST(Spectrum, TheHighestLineStandsForItselfAlone) {
+TEST(Spectrum, TheHighestLineIsNotDoubled) {
   std::vector<TEventValue> samples;
   for (int i = 0; i < 128; ++i) samples.push_back({double(i), i % 2 == 0 ? 5.0F : -5.0F, 0, 0});
   EXPECT_NEAR(Amplitudes(samples).lines[64].x, 5, 1e-12);
-  EXPECT_EQ(CalcSpectrum(samples, TSpectrumType::Decibel, TWeightingWindow::fwCos2).lines[3].y, kLeastDecibel);
+  EXPECT_EQ(CalcSpectrum(samples, TSpectrumType::Decibel, TWeightingWindow::fwCos2).lines[3].y, kMinDecibel);
 }
 
 TEST(Spectrum, RoundedTimesLeaveEveryAmplitudeAsItIs) {
@@ -162,7 +162,7 @@ TEST(Spectrum, TheSizeIsThatOfTheGridWithItsMissingSamples) {
   EXPECT_EQ(Amplitudes(samples).lines.size(), 257);
 }
 
-TEST(Spectrum, WhereTimesHaveNoGridTheReasonIsTold) {
+TEST(Spectrum, TimesWithoutAGridGiveTheReason) {
   auto samples = Noise(300);
   samples[7].time = samples[6].time;
   const TSpectrum none = Amplitudes(samples);

@@ -43,7 +43,7 @@ TEST_F(IniFile, TypedReadsFallBackToTheirDefaults) {
   EXPECT_EQ(ini.ReadString("S", "K", "x"), "");
 }
 
-TEST_F(IniFile, WhatIsWrittenReadsBackAndTheRestStaysInItsPlace) {
+TEST_F(IniFile, WrittenValuesReadBackAndTheRestStaysInPlace) {
   Write("; note\n[Theirs]\nQ = \"x\"\nZ = 1\n\n[S]\nold = 1\n");
   TIniFile ini = TIniFile::Load(FPath);
   const std::string texts[] = {"",     "plain",  " both ends ", "\"quoted\"", "\"",
@@ -83,7 +83,7 @@ TEST_F(IniFile, TextThatIsNotUtf8IsWindows1252) {
   }
 }
 
-TEST_F(IniFile, RubbishIsReadAndWhatCannotBeReadIsSaid) {
+TEST_F(IniFile, InvalidLinesAreSkippedAndUnreadableFilesThrow) {
   std::string rubbish(5000, 'x');
   for (std::size_t i = 0; i < rubbish.size(); ++i) rubbish[i] = static_cast<char>((i * 7919 >> 3) | 1);
   Write(rubbish);

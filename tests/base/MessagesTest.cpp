@@ -14,7 +14,7 @@ class TCountingPort final : public IMessagePort {
   std::int64_t Sum = 0;  // no atomic: posts must not overlap
 };
 
-TEST(Messages, PortsGetTheirOwnPostsOnlyWhileTheyStand) {
+TEST(Messages, PortsGetTheirOwnMessagesWhileTheyAreOpen) {
   TCountingPort port;
   TCountingPort other;
   const TPortHandle otherHandle(other);

@@ -82,7 +82,7 @@ TEST(Text, EveryByteOfTheCodePageComesBack) {
   EXPECT_EQ(Windows1252ToUtf8("\x80 \xFC \x81"), "\u20AC \u00FC \u0081");
 }
 
-TEST(Text, WhatTheCodePageLacksBecomesAQuestionMark) {
+TEST(Text, CharactersOutsideTheCodePageBecomeQuestionMarks) {
   EXPECT_EQ(Utf8ToWindows1252("a\u4E2D\U0001F600b"), "a??b");
   EXPECT_EQ(Utf8ToWindows1252("a\xFF\xE2\x82"), "a???");  // malformed and cut short
 }
@@ -107,7 +107,7 @@ TEST(DateTime, ADurationIsWrittenToTheMillisecondAndMayBeNegative) {
   EXPECT_EQ(FormatDuration(-kInfinity), "-INF");
 }
 
-TEST(DateTime, WhatIsNoDateIsWrittenAsANumber) {
+TEST(DateTime, AValueThatIsNoDateIsWrittenAsANumber) {
   EXPECT_EQ(FormatDateTime("yyyy", kInfinity), "INF");
   EXPECT_EQ(FormatDateTime("yyyy", std::numeric_limits<double>::quiet_NaN()), "NAN");
   EXPECT_EQ(FormatDateTime("yyyy", 1e9), "1000000000");

@@ -64,7 +64,7 @@ TEST_F(KshockCommands, TheWorstStatusOfSeveralFilesIsReturned) {
   EXPECT_THAT(all.err, HasSubstr("damaged or cut short"));
 }
 
-TEST_F(KshockCommands, WrongUseIsToldOnTheErrorStream) {
+TEST_F(KshockCommands, WrongUseIsReportedOnTheErrorStream) {
   for (const std::vector<std::string>& wrong :
        std::vector<std::vector<std::string>>{{},
                                              {"nothing"},
@@ -92,7 +92,7 @@ TEST_F(KshockCommands, WrongUseIsToldOnTheErrorStream) {
   EXPECT_THAT(Kshock({"make", "--help"}).out, HasSubstr("time_ms"));
 }
 
-TEST_F(KshockCommands, NoMessageTakesControlCharactersToTheTerminal) {
+TEST_F(KshockCommands, MessagesContainNoControlCharacters) {
   const std::string word = "a\x1B[2J\nb\xC2\x9B\x9B";
   const std::string file = Save(word, Deflated(ThreeEvents().content));
   for (const std::vector<std::string>& arguments :
@@ -121,7 +121,7 @@ TEST_F(KshockCommands, NoMessageTakesControlCharactersToTheTerminal) {
   }
 }
 
-TEST_F(KshockCommands, AnEventWithoutAResultIsToldWithItsReason) {
+TEST_F(KshockCommands, AnEventWithoutAResultGivesTheReason) {
   TTestRecording recording = TTestRecording().Creator().MissionHeader(2, 1).Channels({"ACC x", "ACC y", "ACC z"});
   recording.Data({{0, {1, 2, 3}}, {0, {1, 2, 3}}});
   const std::string file = Save("still.kshock", Deflated(recording.content));
@@ -158,7 +158,7 @@ TEST_F(KshockCommands, EverySampleIsWalkedOnce) {
   }
 }
 
-TEST_F(KshockCommands, InfoTellsMissionAndSummary) {
+TEST_F(KshockCommands, InfoPrintsMissionAndSummary) {
   const std::string text = Kshock({"info", kStairs}).out;
   for (const char* part : {"165-00233", "Limit= 2.5 g, Measurement rate= ~128 Hz", "215 with 43266 samples",
                            "8.267 g (7.812 g on X-neg) in event 211", "2023-02-01 08:00:04 to 2023-02-01 19:59:54",
@@ -264,7 +264,7 @@ TEST_F(KshockCommands, WithoutABatteryItsExportsSaySoAndTheOthersAreWritten) {
   EXPECT_EQ(std::distance(written, std::filesystem::directory_iterator()), 1);
 }
 
-TEST_F(KshockCommands, MakeWritesWhatReadingGivesBack) {
+TEST_F(KshockCommands, MakeWritesWhatReadingReturns) {
   const std::string source = SaveText("source.json", R"({"startTime": 45123.25, "creator": "korvex_createShockFile.exe",
       "mission": {"sID": "165-€", "adxl_level_on": 2.5, "options": 7, "rec_fast_rate": 0.001},
       "channels": ["T", "ACC x", "ACC y", "ACC z"], "records": "records.csv"})");
@@ -284,7 +284,7 @@ TEST_F(KshockCommands, MakeWritesWhatReadingGivesBack) {
   EXPECT_EQ(SensorList.GetItem(0).GetItem(0).xvalue, 21.5F);
 }
 
-TEST_F(KshockCommands, MakeTellsWhatIsWrongWithItsSourceAndWritesNothing) {
+TEST_F(KshockCommands, MakeReportsAFaultySourceAndWritesNothing) {
   const auto make = [this](std::string_view description, std::string_view records) {
     static_cast<void>(SaveText("r.csv", records));
     return Kshock({"make", SaveText("s.json", description), File("made.kshock")});

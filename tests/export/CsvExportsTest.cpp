@@ -63,7 +63,7 @@ TEST(CsvExports, AnEventIsWrittenSampleBySample) {
   EXPECT_TRUE(NamesIn(ExportEventsCsv(mission, Events(), {}, TEventFiles::Peaks, folder.Path(), progress)).empty());
 }
 
-TEST(CsvExports, AnEventWithoutSamplesIsItsTitles) {
+TEST(CsvExports, AnEventWithoutSamplesHasOnlyTitles) {
   const TTempFolder folder;
   TNoProgress progress;
   ExportEventCsv(TEvent(3), false, folder / "a.csv", progress);
@@ -116,7 +116,7 @@ TEST(CsvExports, ATableIsWrittenInItsOrderAndUnescaped) {
   EXPECT_EQ(progress.log, "Creating CSV exports... @0 of 3 @0");
 }
 
-TEST(CsvExports, CancelKeepsWhatIsCompleteAndTakesTheFileInWorkAway) {
+TEST(CsvExports, CancelKeepsCompleteFilesAndRemovesTheCurrentOne) {
   const TTempFolder folder;
   TEventList events;
   for (int event = 0; event < 3; ++event) {

@@ -68,7 +68,7 @@ TEST(ExportNames, ADateFormatWithAPathSeparatorIsRefused) {
   SetShortDateFormat("yyyy-mm-dd");
 }
 
-TEST(ExportNames, SheetNamesAreSuchAsASpreadsheetTakes) {
+TEST(ExportNames, SheetNamesAreValidInSpreadsheets) {
   const std::pair<std::string, std::string> cases[] = {
       {"Mission-A17", "Mission-A17"},
       {R"([a]:b*c?d/e\f)", "_a__b_c_d_e_f"},

@@ -16,8 +16,7 @@
 #include "export/uPackage.h"
 #include "export/uWorkbook.h"
 #include "model/uExceptions1V0.h"
-#include "platform/uOpenFiles.h"
-#include "platform/uSignals.h"
+#include "platform/uProcessLimits.h"
 #include "tests/support/uLogProgress.h"
 #include "tests/support/uTestRecording.h"
 #include "tests/support/uThreeEvents.h"
@@ -74,7 +73,7 @@ class XlsxExports : public testing::Test {
   TLogProgress Progress;
 };
 
-TEST_F(XlsxExports, SheetsAreToldBeforeTheyAreWritten) {
+TEST_F(XlsxExports, EachSheetIsReportedBeforeItIsWritten) {
   constexpr std::uint32_t kTwo[] = {2, 0};
   ExportEventsXlsx({MissionData, EventList, Tables.Events}, kTwo, Folder / "e.xlsx", Progress);
   EXPECT_EQ(Progress.log, "Creating XLSX File... @0 of 2 @0Creating Sheet 1 of 2 @1Creating Sheet 2 of 2 @2");
@@ -123,7 +122,7 @@ TEST_F(XlsxExports, CancelLeavesTheOlderFileAndNothingOpen) {
   EXPECT_EQ(std::distance(fs::directory_iterator(Folder.Path()), fs::directory_iterator()), 1);
 }
 
-TEST_F(XlsxExports, StoppedInThePackingItLeavesNothingOpenAndIsNotDone) {
+TEST_F(XlsxExports, AStopWhilePackingDropsTheRowsAndLeavesNothingOpen) {
   const std::ptrdiff_t before = OpenFiles();
   std::stop_source stop;
   stop.request_stop();
@@ -139,7 +138,7 @@ TEST_F(XlsxExports, StoppedInThePackingItLeavesNothingOpenAndIsNotDone) {
   EXPECT_THAT(PartOf(Folder / "e.xlsx", "xl/worksheets/sheet1.xml"), Not(HasSubstr("r=\"A1\"")));
 }
 
-TEST_F(XlsxExports, NoEventsAreAnEmptySheetOfTheMission) {
+TEST_F(XlsxExports, WithoutEventsThereIsOneEmptySheet) {
   MissionData.sID = "A/17";
   const std::ptrdiff_t before = OpenFiles();
   ExportEventsXlsx({MissionData, EventList, Tables.Events}, {}, Folder / "e.xlsx", Progress);
@@ -160,7 +159,7 @@ TEST_F(XlsxExports, TheFileWasCreatedWhenTheRecordingStarted) {
   }
 }
 
-TEST_F(XlsxExports, APackageThatIsNotWholeIsFound) {
+TEST_F(XlsxExports, AnIncompletePackageIsFound) {
   const fs::path file = Folder / "b.xlsx";
   ExportTableXlsx(MissionData, Tables.Battery, file, Progress);
   const std::size_t rows = Tables.Battery.RecordCount() + 2;
@@ -216,7 +215,7 @@ TEST_F(XlsxExports, ATableForWhichThereIsNoRoomIsRefusedBeforeAnythingIsWritten)
 }
 
 // Limits between what the rows take and what the sheet takes with them: the library says nothing of such a loss.
-TEST_F(XlsxExports, RowsThatDoNotFitAreALoss) {
+TEST_F(XlsxExports, AFullDiskWhileRowsAreWrittenIsAnError) {
   constexpr std::size_t kRows = 3000;
   const auto write = [this] {
     TWorkbook book(Folder / "e.xlsx", {}, "yyyy", 0);

@@ -83,7 +83,7 @@ TEST(Damage, AFlippedBitAnywhereEndsInADefinedMessage) {
   EXPECT_LT(unnoticed, 8) << "only the bits that fill up the last byte of the data stand for nothing";
 }
 
-TEST(Damage, AWrongChecksumLosesNothingAndRubbishBehindTheStreamIsNone) {
+TEST(Damage, AWrongChecksumIsDamageAndTrailingBytesAreIgnored) {
   TBytes stream = Deflated(SmallRecording().content);
   TBytes rubbish = stream;
   rubbish.insert(rubbish.end(), {1, 2, 3});
@@ -110,7 +110,7 @@ TEST(Damage, TheChecksumIsFoundWhereverTheFileIsReadInPieces) {
   for (std::size_t size = 65536; size <= 65540; ++size) EXPECT_TRUE(sizes.contains(size)) << size;
 }
 
-TEST(Damage, ABlockThatIsTooShortForWhatItHoldsFailsTheRead) {
+TEST(Damage, ABlockTooShortForItsTypeFailsTheRead) {
   const TBytes header = MissionHeaderBody(2.5F, 2).bytes;
   const auto withBlock = [](std::uint16_t type, const TBytes& body) {
     return SmallRecording().Block(type, body).Data({{99, {1, 1, 1, 1}}});
@@ -139,7 +139,7 @@ TEST(Damage, ABlockThatIsTooShortForWhatItHoldsFailsTheRead) {
   }
 }
 
-TEST(Damage, ASizeThatReachesBeyondTheEndGivesWhatIsThere) {
+TEST(Damage, ASizePastTheEndGivesTheBytesThatAreThere) {
   TTestRecording recording = SmallRecording();
   const TBody header = TBody().Put(kDataBlock).Put(std::uint16_t{60000}).Put(0.0).Put(1.0F).Put(2.0F).Put(3.0F);
   recording.content.insert(recording.content.end(), header.bytes.begin(), header.bytes.end());
@@ -150,7 +150,7 @@ TEST(Damage, ASizeThatReachesBeyondTheEndGivesWhatIsThere) {
   EXPECT_EQ(SampleCount(), 21U);
 }
 
-TEST(Damage, AnEmptyBlockEndsTheReadAndIsNoneUnlessTheRestIsDamaged) {
+TEST(Damage, AnEmptyBlockEndsTheReadWithoutDamageUnlessTheRestIsDamaged) {
   TBytes stream = Deflated(SmallRecording().Block(kDataBlock, {}).Data({{99, {1, 1, 1, 1}}}).content);
   for (const bool damaged : {false, true}) {
     const TOutcome outcome = ReadStream(stream);
@@ -171,7 +171,7 @@ TEST(Damage, AListOfThousandsOfSensorsIsRefused) {
   EXPECT_EQ(SampleCount(), 20U);
 }
 
-TEST(Damage, WhatIsNoDataFileIsRefusedQuietly) {
+TEST(Damage, OtherFilesAreRefusedWithoutAnError) {
   TTestRecording other = SmallRecording();
   other.content[6] = 'h';
   for (const TBytes& file : {TBytes{}, TBytes{'P', 'K', 3, 4}, Deflated({}), Deflated(other.content)}) {

@@ -137,7 +137,7 @@ TEST_F(DataFile, OnlyTheTwoHeadersAreAccepted) {
   EXPECT_FALSE(isAccepted("HALVORNICxx", {0, 0}));
 }
 
-TEST_F(DataFile, WhatIsNoFileCannotBeOpened) {
+TEST_F(DataFile, OnlyRegularFilesAreOpened) {
   EXPECT_THROW(TDataFile::CreateLoad(Folder / "missing.kshock"), EStreamError);
   EXPECT_THROW(TDataFile::CreateLoad(Folder.Path()), EStreamError);
   ASSERT_EQ(mkfifo((Folder / "pipe").c_str(), 0600), 0);
@@ -145,7 +145,7 @@ TEST_F(DataFile, WhatIsNoFileCannotBeOpened) {
   EXPECT_THROW(TDataFile::CreateSave(Folder / "no folder" / "file.kshock"), EStreamError);
 }
 
-TEST_F(DataFile, TakesOnlyCallsOfItsDirection) {
+TEST_F(DataFile, ReadsOrWritesButNeverBoth) {
   TDataFile written = TDataFile::CreateSave(Path);
   EXPECT_THROW(static_cast<void>(written.IsLoadOk()), EStreamError);
   EXPECT_THROW(static_cast<void>(written.ReadBlock()), EStreamError);
@@ -185,7 +185,7 @@ TTestRecording OneBlockOf(std::size_t bytes) {
   return TTestRecording().Block(5, TBytes(bytes, 7));
 }
 
-TEST_F(DataFile, AReadErrorIsNoDamageAndLosesNothingThatCameBefore) {
+TEST_F(DataFile, AReadErrorIsNoDamageAndKeepsTheBytesBeforeIt) {
   TBytes stream = Deflated(OneBlockOf(10).content);
   stream.resize(stream.size() - 4);  // all of the content, no checksum
   TDataFile file = TDataFile::CreateLoad([&] {

@@ -51,7 +51,7 @@ TEST(EventList, OpensAnEventWithTheNextSampleOnly) {
   EXPECT_THROW(static_cast<void>(events.GetItem(2)), std::out_of_range);
 }
 
-TEST(SensorList, AddsToTheLastSensorAndNeverMakesOne) {
+TEST(SensorList, AddsToTheLastSensorAndNeverCreatesOne) {
   TSensorList sensors;
   sensors.NewSensor();
   sensors.AddValues(1, 1);

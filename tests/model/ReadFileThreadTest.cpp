@@ -128,7 +128,7 @@ TEST(ReadFileThread, ASecondChannelListKeepsColumnsAndLastReadings) {
   EXPECT_THAT(ReadingsOf(3), ElementsAre(4));
 }
 
-TEST(ReadFileThread, WhatCannotBeOpenedFailsWithItsCode) {
+TEST(ReadFileThread, AFileThatCannotBeOpenedFailsWithItsCode) {
   const TTempFolder folder;
   for (const auto& path : {folder / "missing.kshock", folder.Path()}) {
     const TOutcome outcome = ReadFile(path);
@@ -160,7 +160,7 @@ class TCancellingPort final : public IMessagePort {
   std::vector<TMessage> Messages;
 };
 
-TEST(ReadFileThread, AskedToEndItStopsAtTheNextBlock) {
+TEST(ReadFileThread, ATerminatedReadStopsAtTheNextBlock) {
   const TTempFolder folder;
   TTestRecording recording = TTestRecording().Channels({"T"});
   for (int i = 0; i < 1000; ++i) recording.Data({{0, {1}}});
@@ -179,7 +179,7 @@ TEST(ReadFileThread, AskedToEndItStopsAtTheNextBlock) {
   thread.Terminate();  // after the end this changes nothing
 }
 
-TEST(ReadFileThread, AskedToEndItDoesNotWaitForAFileThatBlocks) {
+TEST(ReadFileThread, ATerminatedReadDoesNotWaitForAFileThatBlocks) {
   const TTempFolder folder;
   WriteFile(folder / "far.kshock", Deflated(TTestRecording().Creator().content));
   TBlockedFile far(folder / "far.kshock");
@@ -193,7 +193,7 @@ TEST(ReadFileThread, AskedToEndItDoesNotWaitForAFileThatBlocks) {
   EXPECT_EQ(port.Messages.back().lParam, kReadCancelled);
 }
 
-TEST(ReadFileThread, AFileThatIsRefusedIsInflatedNoFurther) {
+TEST(ReadFileThread, ARefusedFileIsNotInflatedFurther) {
   const TOutcome outcome = ReadStream(Deflated(TBytes(std::size_t{20} * 1024 * 1024)));
   EXPECT_EQ(outcome.Last(), kReadFinished);
   EXPECT_FALSE(outcome.extent.isDataFile);

@@ -51,12 +51,12 @@ QRectF THistogramStrip::Bars() const {
 }
 
 double THistogramStrip::Span() const {
-  const double span = FHistogram.largest - FHistogram.least;
+  const double span = FHistogram.max - FHistogram.min;
   return span > 0 ? span : 1.0;
 }
 
 double THistogramStrip::PixelOf(double value) const {
-  const double part = std::clamp((value - FHistogram.least) / Span(), -1.0, 2.0);
+  const double part = std::clamp((value - FHistogram.min) / Span(), -1.0, 2.0);
   return Bars().left() + part * Bars().width();
 }
 
@@ -64,7 +64,7 @@ std::optional<double> THistogramStrip::ValueAt(double x) const {
   const double part = (x - Bars().left()) / Bars().width();
   if (!(part > 0 && part < 1)) return std::nullopt;
   const double step = std::pow(10.0, std::floor(std::log10(Span() / 100)));
-  return std::round((FHistogram.least + part * Span()) / step) * step;
+  return std::round((FHistogram.min + part * Span()) / step) * step;
 }
 
 void THistogramStrip::paintEvent(QPaintEvent* /*event*/) {
@@ -110,8 +110,8 @@ void THistogramStrip::PaintEnds(QPainter& painter) const {
   painter.setPen(palette().color(QPalette::WindowText));
   const QRectF below(kMargin, Bars().bottom(), Bars().width(), fontMetrics().height());
   const auto text = [](double value) { return QtText(MaskFloat("0.##", value)); };
-  painter.drawText(below, Qt::AlignLeft | Qt::AlignVCenter, text(FHistogram.least));
-  painter.drawText(below, Qt::AlignRight | Qt::AlignVCenter, text(FHistogram.largest));
+  painter.drawText(below, Qt::AlignLeft | Qt::AlignVCenter, text(FHistogram.min));
+  painter.drawText(below, Qt::AlignRight | Qt::AlignVCenter, text(FHistogram.max));
 }
 
 void THistogramStrip::mousePressEvent(QMouseEvent* event) {

@@ -1,4 +1,4 @@
-#include "base/uBeside.h"
+#include "base/uBackground.h"
 
 #include <chrono>
 #include <exception>
@@ -10,20 +10,20 @@ constexpr std::chrono::milliseconds kBetweenMessages(20);
 
 }  // namespace
 
-void RunBeside(const std::function<void(const std::stop_token&)>& work, IProgress& progress) {
+void RunInBackground(const std::function<void(const std::stop_token&)>& work, IProgress& progress) {
   std::stop_source stop;
   std::future<void> done = std::async(std::launch::async, work, stop.get_token());
-  std::exception_ptr wanted;
+  std::exception_ptr cancel;
   std::future_status status{};
   do {
     status = done.wait_for(kBetweenMessages);
     try {
       progress.ProcessMessages();
     } catch (...) {
-      wanted = std::current_exception();
+      cancel = std::current_exception();
       stop.request_stop();
     }
   } while (status != std::future_status::ready);
-  if (wanted) std::rethrow_exception(wanted);
+  if (cancel) std::rethrow_exception(cancel);
   done.get();
 }

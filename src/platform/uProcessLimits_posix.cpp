@@ -1,12 +1,21 @@
 #include <sys/resource.h>
 
 #include <algorithm>
+#include <csignal>
 #include <filesystem>
 #include <iterator>
 
-#include "platform/uOpenFiles.h"
+#include "platform/uProcessLimits.h"
 
 namespace fs = std::filesystem;
+
+// A signal that is ignored would stay so in programs that are started, one with a handler does not.
+void SurviveFileSizeLimit() {
+  struct sigaction action {};
+  action.sa_handler = [](int) {};
+  action.sa_flags = SA_RESTART;
+  sigaction(SIGXFSZ, &action, nullptr);
+}
 
 void RaiseOpenFileLimit() {
   rlimit limit{};

@@ -1,4 +1,4 @@
-#include "base/uBeside.h"
+#include "base/uBackground.h"
 
 #include <gtest/gtest.h>
 
@@ -23,7 +23,7 @@ struct TImpatient final : IProgress {
   std::atomic<int> calls = 0;
 };
 
-TEST(Beside, ACancelStopsTheWorkAndMessagesAreProcessedUntilItHasEnded) {
+TEST(RunInBackground, CancelStopsTheWorkAndWaitsForIt) {
   TImpatient progress;
   bool done = false;
   const auto work = [&](const std::stop_token& stop) {
@@ -31,13 +31,13 @@ TEST(Beside, ACancelStopsTheWorkAndMessagesAreProcessedUntilItHasEnded) {
     progress.WaitForThree();
     done = stop.stop_requested();
   };
-  EXPECT_THROW(RunBeside(work, progress), std::runtime_error);
+  EXPECT_THROW(RunInBackground(work, progress), std::runtime_error);
   EXPECT_TRUE(done);
 }
 
-TEST(Beside, WhatTheWorkThrowsIsThrownToTheCaller) {
+TEST(RunInBackground, AnExceptionOfTheWorkReachesTheCaller) {
   TNoProgress progress;
-  EXPECT_THROW(RunBeside([](const std::stop_token&) { throw std::invalid_argument("work"); }, progress),
+  EXPECT_THROW(RunInBackground([](const std::stop_token&) { throw std::invalid_argument("work"); }, progress),
                std::invalid_argument);
 }
 
