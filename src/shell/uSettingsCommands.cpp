@@ -25,7 +25,7 @@ void ShowLimitsInForce(const TShownMission* mission, IMainScreen& screen) {
   std::string text;
   if (fromFile) {
     const TLimits& limits = mission->Display.LimitsOf(TQuantity::Acceleration);
-    text = fmt::format("from the file: {} … {} g", GeneralFloat(limits.least), GeneralFloat(limits.largest));
+    text = fmt::format("from the file: {} … {} g", GeneralFloat(limits.min), GeneralFloat(limits.max));
   } else if (mission != nullptr && mission->Display.NoLevelInFile) {
     text = "the file names no level";
   }

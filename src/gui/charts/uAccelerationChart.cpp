@@ -5,7 +5,7 @@
 #include "gui/common/uTheme.h"
 
 void TAccelerationChart::SetSeriesVisible(TSeries series, bool visible) {
-  bool& now = FVisible[static_cast<std::size_t>(series)];
+  bool& now = FVisible[Place(series)];
   if (now == visible) return;
   now = visible;
   SeriesChanged();
@@ -13,7 +13,7 @@ void TAccelerationChart::SetSeriesVisible(TSeries series, bool visible) {
 }
 
 void TAccelerationChart::SetColour(TSeries series, const QColor& colour) {
-  if (std::exchange(FColours[static_cast<std::size_t>(series)], colour) != colour) Restyle();
+  if (std::exchange(FColours[Place(series)], colour) != colour) Restyle();
 }
 
 std::vector<TSeries> TAccelerationChart::VisibleSeries() const {
@@ -25,7 +25,7 @@ std::vector<TSeries> TAccelerationChart::VisibleSeries() const {
 }
 
 QColor TAccelerationChart::InkOf(TSeries series) const {
-  return InkOn(palette(), FColours[static_cast<std::size_t>(series)]);
+  return InkOn(palette(), FColours[Place(series)]);
 }
 
 void TAccelerationChart::Restyle() {
