@@ -111,9 +111,7 @@ class TLoggingScreen final : public IMainScreen {
   void UpdateKorvexUI(TShownMission& mission) override { Say("update with {}", mission.CLDS.RecordCount()); }
   void PrepareReport(const TShownMission& mission) override { Say("report on {}", mission.Events.Count()); }
   void FreePointAbsorptionLists() override { Say("free point absorption"); }
-  void RefreshDisplay(const TShownMission& mission) override {
-    Say("display from {}", mission.Display.Limits[0].min);
-  }
+  void RefreshDisplay(const TShownMission& mission) override { Say("display from {}", mission.Display.Limits[0].min); }
   [[nodiscard]] std::optional<TTimeSpan> NavigatorSpan() const override { return Data; }
   void SetNavigatorBand(const TTimeSpan& band) override { Say("band {}", Name(band)); }
   void SetNavigatorCompanions(const TTimeSpan& band) override { Say("companions of {}", Name(band)); }
