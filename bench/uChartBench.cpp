@@ -6,7 +6,6 @@
 
 #include <QApplication>
 #include <algorithm>
-#include <array>
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
@@ -43,13 +42,13 @@ double Median(std::vector<double> values) {
 }
 
 // Views from everything to a ten thousandth, kRounds of each.
-std::vector<std::pair<double, double>> Views(std::pair<double, double> full) {
-  std::vector<std::pair<double, double>> views;
-  const double span = full.second - full.first;
+std::vector<TTimeSpan> Views(const TTimeSpan& full) {
+  std::vector<TTimeSpan> views;
+  const double span = full.Width();
   for (const double part : {1.0, 0.7, 0.5, 0.2, 0.05, 0.01, 0.0001}) {
     for (int step = 0; step < kRounds; ++step) {
-      const double from = full.first + span * (0.0001 * step + (1 - part) / 3);
-      views.emplace_back(from, from + span * part);
+      const double from = full.start + span * (0.0001 * step + (1 - part) / 3);
+      views.push_back({from, from + span * part});
     }
   }
   return views;
@@ -75,8 +74,8 @@ std::vector<double> Redraws(TTimeChart& chart) {
   std::vector<double> times;
   chart.resize(kWidth, kHeight);
   chart.replot();
-  for (const auto& [from, to] : Views(chart.Range().Full())) {
-    chart.Range().SetTimes(from, to);
+  for (const TTimeSpan& view : Views(chart.Range().Full())) {
+    chart.Range().SetTimes(view);
     times.push_back(Milliseconds([&chart] { chart.replot(); }));
   }
   return times;
@@ -112,13 +111,7 @@ double ReadingTime(const std::filesystem::path& file) {
 }
 
 double EnvelopeTime(std::span<const TEventValue> samples) {
-  return Milliseconds([samples] {
-    std::array<TExtents, kSeriesCount> extents;
-    for (const TSeries series : kAllSeries) {
-      extents[static_cast<std::size_t>(series)].Set(
-          samples.size(), [samples, series](std::size_t i) { return ValueOf(samples[i], series); });
-    }
-  });
+  return Milliseconds([samples] { MeasureSeries(samples); });
 }
 
 void SelectedEvent(const std::filesystem::path& file) {

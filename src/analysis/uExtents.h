@@ -1,4 +1,4 @@
-// The least and the largest of any part of a long series, without walking over all of it. Any thread.
+// Minimum and maximum of any part of a long series, without a walk over all of it. Any thread.
 #pragma once
 
 #include <algorithm>
@@ -8,40 +8,46 @@
 #include <optional>
 #include <vector>
 
-// What finite values span; without one `least` lies above `largest`.
+// Minimum and maximum of the finite values; without one, min is above max.
 struct TExtent {
-  float least = std::numeric_limits<float>::infinity();
-  float largest = -std::numeric_limits<float>::infinity();
+  float min = std::numeric_limits<float>::infinity();
+  float max = -std::numeric_limits<float>::infinity();
 
-  [[nodiscard]] bool IsEmpty() const { return least > largest; }
-  void Take(const TExtent& other) {
-    least = std::min(least, other.least);
-    largest = std::max(largest, other.largest);
+  [[nodiscard]] bool IsEmpty() const { return min > max; }
+  [[nodiscard]] bool IsFinite() const { return std::isfinite(min) && std::isfinite(max); }
+  // NaN changes nothing; an infinity becomes an end.
+  void Include(float value) {
+    min = value < min ? value : min;
+    max = value > max ? value : max;
+  }
+  void Include(const TExtent& other) {
+    min = std::min(min, other.min);
+    max = std::max(max, other.max);
   }
 };
 
-// Keeps the extent of each block of values. It keeps no values: whoever asks hands in the same valueAt(i) again. Of a
-// series that was never appended it knows nothing and looks at every value that is asked about.
+// Keeps the extent of each block of a series, but no values: callers pass the same valueAt(i) to each function. Where
+// no block was appended, every value asked about is looked at.
 class TExtents {
  public:
   static constexpr std::size_t kBlock = 64;
 
   void Clear() { FBlocks.clear(); }
-  // Takes the first `count` values of a series, in place of what there is.
+  // Replaces all blocks by those of a series of `count` values.
   template <class TValueAt>
   void Set(std::size_t count, const TValueAt& valueAt);
-  // Takes the next block of a series, kBlock values unless it is the last.
-  template <class TValueAt>
-  void Append(std::size_t count, const TValueAt& valueAt);
+  // Appends the next block: the extent of the finite ones of its kBlock values; the last block may have fewer.
+  void Append(const TExtent& block) { FBlocks.push_back(block); }
+  // Of all blocks.
   [[nodiscard]] TExtent Whole() const;
 
   struct TPlaces {
-    std::size_t least, largest;  // the first of each
+    std::size_t min, max;  // the first of each
   };
-  // Of the finite values of [from, to).
+  // Of the finite values of [from, to); nothing without one.
   template <class TValueAt>
   [[nodiscard]] std::optional<TPlaces> Find(std::size_t from, std::size_t to, const TValueAt& valueAt) const;
-  // The first and the last finite value of [from, to); `to` when there is none.
+  // The first and the last finite value of [from, to); `to` without one.
   template <class TValueAt>
   [[nodiscard]] std::size_t FirstFinite(std::size_t from, std::size_t to, const TValueAt& valueAt) const;
   template <class TValueAt>
@@ -56,35 +62,32 @@ class TExtents {
   std::vector<TExtent> FBlocks;
 };
 
+// The extent of the values of [from, to).
+template <class TValueAt>
+TExtent FiniteExtent(std::size_t from, std::size_t to, const TValueAt& valueAt) {
+  TExtent extent;
+  for (std::size_t i = from; i < to; ++i) extent.Include(valueAt(i));
+  if (extent.IsFinite()) return extent;
+  // Infinities are rare, so only a block that has one is walked twice.
+  extent = {};
+  for (std::size_t i = from; i < to; ++i) {
+    if (std::isfinite(valueAt(i))) extent.Include(valueAt(i));
+  }
+  return extent;
+}
+
 template <class TValueAt>
 void TExtents::Set(std::size_t count, const TValueAt& valueAt) {
   FBlocks.clear();
   FBlocks.reserve(count / kBlock + 1);
-  for (std::size_t begin = 0; begin < count; begin += kBlock) Append(std::min(kBlock, count - begin), valueAt);
-}
-
-template <class TValueAt>
-void TExtents::Append(std::size_t count, const TValueAt& valueAt) {
-  const std::size_t begin = FBlocks.size() * kBlock;
-  const auto extent = [&](const auto& takes) {
-    TExtent found;
-    for (std::size_t i = begin; i < begin + count; ++i) {
-      const float value = valueAt(i);
-      found.least = takes(value) && value < found.least ? value : found.least;
-      found.largest = takes(value) && value > found.largest ? value : found.largest;
-    }
-    return found;
-  };
-  // Comparing leaves NaN out by itself; infinities are rare.
-  TExtent found = extent([](float) { return true; });
-  const float infinity = std::numeric_limits<float>::infinity();
-  if (found.least == -infinity || found.largest == infinity) found = extent([](float v) { return std::isfinite(v); });
-  FBlocks.push_back(found);
+  for (std::size_t begin = 0; begin < count; begin += kBlock) {
+    Append(FiniteExtent(begin, std::min(begin + kBlock, count), valueAt));
+  }
 }
 
 inline TExtent TExtents::Whole() const {
   TExtent whole;
-  for (const TExtent& block : FBlocks) whole.Take(block);
+  for (const TExtent& block : FBlocks) whole.Include(block);
   return whole;
 }
 
@@ -96,13 +99,13 @@ std::optional<TExtents::TPlaces> TExtents::Find(std::size_t from, std::size_t to
     for (std::size_t i = begin; i < end; ++i) {
       const float value = valueAt(i);
       if (!std::isfinite(value)) continue;
-      if (value < found.least) {
-        found.least = value;
-        places.least = i;
+      if (value < found.min) {
+        found.min = value;
+        places.min = i;
       }
-      if (value > found.largest) {
-        found.largest = value;
-        places.largest = i;
+      if (value > found.max) {
+        found.max = value;
+        places.max = i;
       }
     }
   };
@@ -112,21 +115,21 @@ std::optional<TExtents::TPlaces> TExtents::Find(std::size_t from, std::size_t to
     look(from, to);
   } else {
     look(from, first * kBlock);
-    std::size_t leastBlock = last;
-    std::size_t largestBlock = last;
+    std::size_t minBlock = last;
+    std::size_t maxBlock = last;
     TExtent blocks = found;
     for (std::size_t i = first; i < last; ++i) {
-      if (FBlocks[i].least < blocks.least) leastBlock = i;
-      if (FBlocks[i].largest > blocks.largest) largestBlock = i;
-      blocks.Take(FBlocks[i]);
+      if (FBlocks[i].min < blocks.min) minBlock = i;
+      if (FBlocks[i].max > blocks.max) maxBlock = i;
+      blocks.Include(FBlocks[i]);
     }
-    // In order, so that of equals the first is found.
-    if (leastBlock > largestBlock) std::swap(leastBlock, largestBlock);
-    if (leastBlock < last) look(leastBlock * kBlock, (leastBlock + 1) * kBlock);
-    if (largestBlock < last && largestBlock != leastBlock) look(largestBlock * kBlock, (largestBlock + 1) * kBlock);
+    // In order, so that the first of equal values is found.
+    if (minBlock > maxBlock) std::swap(minBlock, maxBlock);
+    if (minBlock < last) look(minBlock * kBlock, (minBlock + 1) * kBlock);
+    if (maxBlock < last && maxBlock != minBlock) look(maxBlock * kBlock, (maxBlock + 1) * kBlock);
     look(last * kBlock, to);
   }
-  if (places.least == to) return std::nullopt;
+  if (places.min == to) return std::nullopt;
   return places;
 }
 

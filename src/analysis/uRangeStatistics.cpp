@@ -12,8 +12,8 @@ void TStatisticsSum::TSum::Add(double value) {
 
 void TStatisticsSum::Add(double value) {
   if (!std::isfinite(value)) return;
-  FLeast = FCount == 0 ? value : std::min(FLeast, value);
-  FLargest = FCount == 0 ? value : std::max(FLargest, value);
+  FMin = FCount == 0 ? value : std::min(FMin, value);
+  FMax = FCount == 0 ? value : std::max(FMax, value);
   ++FCount;
   FValues.Add(value);
   FSquares.Add(value * value);
@@ -22,5 +22,5 @@ void TStatisticsSum::Add(double value) {
 TRangeStatistics TStatisticsSum::Result() const {
   if (FCount == 0) return {};
   const auto count = static_cast<double>(FCount);
-  return {FCount, FLeast, FLargest, FValues.Value() / count, std::sqrt(FSquares.Value() / count)};
+  return {FCount, FMin, FMax, FValues.Value() / count, std::sqrt(FSquares.Value() / count)};
 }

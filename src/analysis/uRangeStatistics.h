@@ -7,12 +7,12 @@
 // In the unit of the values. Without a value everything but the count is NaN.
 struct TRangeStatistics {
   std::size_t count = 0;
-  double least = std::numeric_limits<double>::quiet_NaN();
-  double largest = std::numeric_limits<double>::quiet_NaN();
+  double min = std::numeric_limits<double>::quiet_NaN();
+  double max = std::numeric_limits<double>::quiet_NaN();
   double mean = std::numeric_limits<double>::quiet_NaN();
   double rms = std::numeric_limits<double>::quiet_NaN();  // of the values as they are; their mean is not taken out
 
-  [[nodiscard]] double PeakToPeak() const { return largest - least; }
+  [[nodiscard]] double PeakToPeak() const { return max - min; }
 };
 
 // Gathers values in one pass; those that are not finite are left out. Every value weighs the same, however far apart in
@@ -31,6 +31,6 @@ class TStatisticsSum {
   };
 
   std::size_t FCount = 0;
-  double FLeast = 0, FLargest = 0;
+  double FMin = 0, FMax = 0;
   TSum FValues, FSquares;
 };

@@ -16,19 +16,19 @@ class TTimeOverThreshold {
     if (!FAbove) {
       // The sample that begins an interval is not tested for its end.
       FAbove = magnitude >= FLevels.totOn;
-      Interval.first = time;
+      Interval.start = time;
       return false;
     }
     if (!(magnitude < FLevels.totOff) && !last) return false;
-    const double duration = (time - FStartTime) - (Interval.first - FStartTime);
+    const double duration = (time - FStartTime) - (Interval.start - FStartTime);
     if (duration > metrics.totMax) metrics.totMax = duration;
     metrics.totTotal += duration;
-    Interval.second = time;
+    Interval.end = time;
     FAbove = false;
     return true;
   }
 
-  TThresholdInterval Interval{};
+  TTimeSpan Interval{};
 
  private:
   const TThresholds& FLevels;
@@ -71,8 +71,7 @@ TThresholds ThresholdsOf(const TMissionData& mission) {
   return {mission.adxl_level_on, mission.adxl_level_off, mission.adxl_level_on};
 }
 
-TEventMetrics CalcEventMetrics(const TEvent& event, const TThresholds& levels,
-                               std::vector<TThresholdInterval>* intervals) {
+TEventMetrics CalcEventMetrics(const TEvent& event, const TThresholds& levels, std::vector<TTimeSpan>* intervals) {
   const auto samples = event.Values();
   Walked.fetch_add(samples.size(), std::memory_order_relaxed);
   TEventMetrics metrics;

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/uTimeSpan.h"
 #include "model/uEvents.h"
 #include "model/uGlobalSharedVariables.h"
 
@@ -22,12 +23,16 @@ struct TThresholds {
 // The levels of the mission header. Kept on purpose: without one ToT uses 6 g and IoT 1 g.
 TThresholds ThresholdsOf(const TMissionData& mission);
 
-// sqrt(x² + y² + z²) in double, g.
-inline double Magnitude(const TEventValue& value) {
+// x² + y² + z² in double, g².
+inline double SquaredMagnitude(const TEventValue& value) {
   const double x = value.xvalue;
   const double y = value.yvalue;
   const double z = value.zvalue;
-  return std::sqrt(x * x + y * y + z * z);
+  return x * x + y * y + z * z;
+}
+// Its root, g.
+inline double Magnitude(const TEventValue& value) {
+  return std::sqrt(SquaredMagnitude(value));
 }
 
 // All 0 for an event without samples, and IoT for one with a single sample.
@@ -42,12 +47,10 @@ struct TEventMetrics {
   double maxTime = -std::numeric_limits<double>::infinity();
 };
 
-// The recorded times of the sample that begins a ToT interval and of the one that ends it, in ms.
-using TThresholdInterval = std::pair<double, double>;
-
-// Walks the samples once. Appends the ToT intervals to `intervals` where it is given.
+// Walks the samples once. Appends to `intervals`, where it is given, the recorded times in ms of the samples that begin
+// and end each ToT interval, which need not be in order.
 TEventMetrics CalcEventMetrics(const TEvent& event, const TThresholds& levels,
-                               std::vector<TThresholdInterval>* intervals = nullptr);
+                               std::vector<TTimeSpan>* intervals = nullptr);
 
 // One metric alone; Max is the largest of one interval or run. They throw std::out_of_range for an index past the list.
 double CalcTimeOverThreshold(const TEventList& events, std::size_t index, const TThresholds& levels, double& Max);

@@ -7,10 +7,10 @@
 
 namespace {
 
-constexpr double kTellApart = 1e-13;  // of a time: hundreds of steps of a double
-constexpr double kRounded = 0.5;      // of MinSpan; rounding leaves a span more than that
+constexpr double kTellApart = 1e-13;  // smallest span, relative to the time (double precision)
+constexpr double kRounded = 0.5;      // of MinSpan; rounding never takes this much of a span
 constexpr double kPartOfData = 50;
-constexpr double kLeastLengths = 4;  // of what the band is put around
+constexpr double kMinLengths = 4;  // times the stretch that the band is put around
 
 }  // namespace
 
@@ -25,19 +25,19 @@ TTimeSpan IntervalBand(const TTimeSpan& band, const TTimeSpan& data, const TCale
 }
 
 TTimeSpan ForwardBand(const TTimeSpan& band, const TTimeSpan& data) {
-  const double width = band.end - band.start;
+  const double width = band.Width();
   if (data.end > band.end + width) return {band.start + width, band.end + width};
   return {data.end - width, data.end};
 }
 
 TTimeSpan RewindBand(const TTimeSpan& band, const TTimeSpan& data) {
-  const double width = band.end - band.start;
+  const double width = band.Width();
   const double start = band.start - width > data.start ? band.start - width : data.start;
   return {start, start + width};
 }
 
 TTimeSpan DraggedBand(const TTimeSpan& band, const TTimeSpan& data, double days) {
-  const double width = std::min(band.end - band.start, data.end - data.start);
+  const double width = std::min(band.Width(), data.Width());
   const double start = std::clamp(band.start + days, data.start, std::max(data.start, data.end - width));
   return {start, std::min(start + width, data.end)};
 }
@@ -54,15 +54,15 @@ TTimeSpan ResizedBand(const TTimeSpan& band, const TTimeSpan& data, bool movesSt
 }
 
 TTimeSpan BandAround(const TTimeSpan& band, const TTimeSpan& data, double from, double days) {
-  const double all = data.end - data.start;
-  double width = band.end - band.start;
+  const double all = data.Width();
+  double width = band.Width();
   if (!(width > 0 && width < all)) width = all / kPartOfData;
-  width = std::min(std::max({width, days * kLeastLengths, MinSpan(data.end)}), all);
+  width = std::min(std::max({width, days * kMinLengths, MinSpan(data.end)}), all);
   const double start = std::clamp(from + (days - width) / 2, data.start, std::max(data.start, data.end - width));
   return {start, std::min(start + width, data.end)};
 }
 
 TTimeSpan BandWithin(const TTimeSpan& band, const TTimeSpan& data) {
   const TTimeSpan within{std::max(band.start, data.start), std::min(band.end, data.end)};
-  return within.end - within.start >= MinSpan(within.end) * kRounded ? within : data;
+  return within.Width() >= MinSpan(within.end) * kRounded ? within : data;
 }

@@ -2,13 +2,8 @@
 // functions on date-times, days since 1899-12-30.
 #pragma once
 
+#include "base/uTimeSpan.h"
 #include "navigation/uCalendarSteps.h"
-
-struct TTimeSpan {
-  double start;
-  double end;  // not before start
-  bool operator==(const TTimeSpan&) const = default;
-};
 
 // The smallest span around this time that a chart or the band takes, in days: 1 ms, more where a double has too few
 // digits for that.

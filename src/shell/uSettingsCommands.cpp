@@ -26,7 +26,7 @@ void ShowLimitsInForce(const TShownMission* mission, IMainScreen& screen) {
   std::string text;
   if (fromFile) {
     const TLimits& limits = mission->Display.LimitsOf(TQuantity::Acceleration);
-    text = fmt::format("from the file: {} … {} g", GeneralFloat(limits.least), GeneralFloat(limits.largest));
+    text = fmt::format("from the file: {} … {} g", GeneralFloat(limits.min), GeneralFloat(limits.max));
   } else if (wanted) {
     text = "the file names no level";
   }

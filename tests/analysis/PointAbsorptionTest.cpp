@@ -3,155 +3,84 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <limits>
 #include <random>
-#include <tuple>
 
 namespace {
 
-using testing::ElementsAre;
+constexpr double kRadius = 3;
 
-constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
-constexpr float kInfinity = std::numeric_limits<float>::infinity();
-
-// Samples a key apart, from 0 on.
-struct TSeries {
-  explicit TSeries(std::vector<float> readings) : values(std::move(readings)) {
-    for (std::size_t i = 0; i < values.size(); ++i) keys.push_back(static_cast<double>(i));
-  }
-  std::vector<double> keys;
-  std::vector<float> values;
-};
-
-// "3 5 | 1": the values in order, a break as a bar.
-std::string Drawn(const std::vector<TEnvelopePoint>& points) {
-  std::string text;
-  for (const TEnvelopePoint& point : points) {
-    if (!text.empty()) text += ' ';
-    text += std::isnan(point.value) ? "|" : std::to_string(static_cast<int>(point.value));
-  }
-  return text;
+// As a dot grows that has to hold its number.
+double RadiusOf(std::size_t count) {
+  return count == 1 ? kRadius : 4 + std::log10(static_cast<double>(count)) * 3;
 }
 
-std::string Drawn(const TSeries& series, double from, double to, std::size_t columns) {
-  return Drawn(Envelope(series.keys, series.values, from, to, columns));
+std::vector<TDot> Absorbed(const std::vector<std::pair<double, double>>& points, double cell = 3) {
+  TDotGrid grid(0, 0, 400, 200, cell);
+  for (std::size_t i = 0; i < points.size(); ++i) grid.Add(points[i].first, points[i].second, i);
+  std::vector<TDot> dots = grid.Dots();
+  AbsorbDots(dots, RadiusOf);
+  return dots;
 }
 
-TEST(Envelope, AColumnKeepsFirstLeastLargestAndLastInTheirOrder) {
-  EXPECT_EQ(Drawn(TSeries({4, 5, 1, 2, 9, 3, 7, 7, 7, 7}), 0, 9, 1), "4 1 9 7");
-  EXPECT_EQ(Drawn(TSeries({4, 9, 5, 1, 2, 6, 6, 6, 6, 6}), 0, 10, 2), "4 9 1 2 6 6");
+// item, count
+std::vector<std::pair<std::size_t, std::size_t>> Groups(const std::vector<TDot>& dots) {
+  std::vector<std::pair<std::size_t, std::size_t>> groups;
+  for (const TDot& dot : dots) groups.emplace_back(dot.item, dot.count);
+  return groups;
 }
 
-TEST(Envelope, FewSamplesAreDrawnAsTheyAre) {
-  EXPECT_EQ(Drawn(TSeries({4, 5, 1, 2}), 0, 3, 900), "4 5 1 2");
-  EXPECT_EQ(Drawn(TSeries({4}), -1, 1, 900), "4");
-  EXPECT_EQ(Drawn(TSeries({}), 0, 1, 900), "");
+using TGroup = std::pair<std::size_t, std::size_t>;
+
+TEST(PointAbsorption, PointsThatDoNotOverlapStayApart) {
+  EXPECT_THAT(Groups(Absorbed({{10, 50}, {16.1, 50}, {10, 56.1}})),
+              testing::UnorderedElementsAre(TGroup(0, 1), TGroup(1, 1), TGroup(2, 1)));
 }
 
-TEST(Envelope, OneNeighbourOutsideOnEachSideCarriesTheLineToTheEdge) {
-  const TSeries series({1, 2, 3, 4, 5, 6});
-  EXPECT_EQ(Drawn(series, 1.5, 3.5, 900), "2 3 4 5");
-  EXPECT_EQ(Drawn(series, 2.1, 2.9, 900), "3 4") << "a view between two samples shows the line between them";
-  EXPECT_EQ(Drawn(series, 7, 8, 900), "6");
-  EXPECT_EQ(Drawn(series, -2, -1, 900), "1");
+TEST(PointAbsorption, AGroupStandsAtItsHighestPointAndAbsorbsWhatItOverlapsAsItGrows) {
+  const auto dots = Absorbed({{10, 50}, {13, 48}, {20.5, 50}, {300, 20}});
+  // The first two make a dot of radius 4.9 at (13, 48), which reaches the third.
+  EXPECT_THAT(Groups(dots), testing::UnorderedElementsAre(TGroup(1, 3), TGroup(3, 1)));
 }
 
-TEST(Envelope, ReadingsThatAreNoNumbersBreakTheLine) {
-  EXPECT_EQ(Drawn(TSeries({1, kNaN, 2, kInfinity, -kInfinity, 3}), 0, 5, 900), "1 | 2 | 3");
-  EXPECT_EQ(Drawn(TSeries({1, 2, kNaN, 3, 4, 5}), 0, 5, 2), "1 2 | 3 5") << "at the end of a column";
-  EXPECT_EQ(Drawn(TSeries({1, 2, 3, kNaN, 4, 5}), 0, 5, 2), "1 3 | 4 5") << "at the beginning of a column";
-  EXPECT_EQ(Drawn(TSeries({kNaN, kNaN, 3, kNaN, kNaN}), 0, 4, 900), "3");
-  EXPECT_EQ(Drawn(TSeries({kNaN, 2, 3, kNaN}), 0.5, 2.5, 900), "2 3") << "no line runs to a neighbour without a value";
-}
-
-TEST(Envelope, SamplesAtOneTimeAndViewsWithoutWidthEnd) {
-  const std::vector<double> keys(5, 46000.25);
-  const std::vector<float> values = {1, 7, 3, -2, 4};
-  EXPECT_EQ(Drawn(Envelope(keys, values, 46000, 46001, 100)), "1 7 -2 4");
-  EXPECT_EQ(Drawn(Envelope(keys, values, 46000.25, 46000.25, 100)), "1 7 -2 4");
-  EXPECT_EQ(Drawn(Envelope(keys, values, 46001, 46000, 100)), "");
-  EXPECT_EQ(Drawn(Envelope(keys, values, 46000, 46001, 0)), "");
-  EXPECT_EQ(Drawn(Envelope(keys, values, kNaN, kNaN, 100)), "");
-}
-
-TEST(Envelope, NoPeakIsLostAndNoColumnHoldsMoreThanFour) {
+TEST(PointAbsorption, ACrowdLosesNoPointAndLeavesNoOverlap) {
   std::mt19937 random(7);
-  std::normal_distribution<float> reading;
-  TSeries series({});
-  double key = 46000;
-  for (int i = 0; i < 20000; ++i) {
-    key += static_cast<double>(random() % 4) * 1e-6;  // now and then at one time
-    series.keys.push_back(key);
-    series.values.push_back(reading(random) * (i % 501 == 0 ? 50.0F : 1.0F));
+  std::vector<std::pair<double, double>> points(20000);
+  for (auto& [x, y] : points) {
+    x = std::generate_canonical<double, 32>(random) * 399;
+    y = 199 - std::pow(std::generate_canonical<double, 32>(random), 4) * 199;
   }
-  for (const double part : {1.0, 0.37, 0.01}) {
-    const double to = 46000 + (key - 46000) * part;
-    const auto points = Envelope(series.keys, series.values, 46000, to, 300);
-    EXPECT_LE(points.size(), 300 * 4 + 2);
-    float largest = 0;
-    for (std::size_t i = 0; i < series.keys.size() && series.keys[i] <= to; ++i) {
-      largest = std::max(largest, series.values[i]);
+  const auto dots = Absorbed(points);
+  std::size_t count = 0;
+  double highest = 200;
+  for (std::size_t i = 0; i < dots.size(); ++i) {
+    count += dots[i].count;
+    highest = std::min(highest, dots[i].y);
+    EXPECT_EQ(std::pair(dots[i].x, dots[i].y), points[dots[i].item]);
+    for (std::size_t k = 0; k < i; ++k) {
+      EXPECT_GE(std::hypot(dots[i].x - dots[k].x, dots[i].y - dots[k].y),
+                RadiusOf(dots[i].count) + RadiusOf(dots[k].count));
     }
-    EXPECT_TRUE(std::ranges::is_sorted(points, {}, &TEnvelopePoint::key));
-    EXPECT_TRUE(std::ranges::any_of(points, [largest](const auto& point) { return point.value == largest; }));
   }
+  EXPECT_EQ(count, points.size());
+  EXPECT_EQ(highest, std::ranges::min(points, {}, &std::pair<double, double>::second).second);
 }
 
-// A long series of everything that may come, over views of every width.
-TEST(Envelope, ExtentsChangeNothingAndNoPeakIsLostInAnyView) {
-  std::mt19937 random(11);
-  TSeries series({});
-  double key = 0;
-  for (int i = 0; i < 30000; ++i) {
-    key += static_cast<double>(random() % 3);
-    series.keys.push_back(key);
-    float value = static_cast<float>(random() % 100);
-    const bool desert = i > 12000 && i < 12500;  // whole blocks without a value
-    if (desert || random() % 50 == 0) value = kNaN;
-    if (random() % 400 == 0) value = random() % 2 == 0 ? kInfinity : -kInfinity;
-    series.values.push_back(value);
+TEST(PointAbsorption, TheGridKeepsOneDotForEachCellAndNoneFromOutside) {
+  constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+  TDotGrid grid(10, 10, 100, 50, 1);
+  for (const auto& [x, y] : {std::pair(10.2, 10.8),
+                             {10.9, 10.1},
+                             {9.9, 20.0},
+                             {20.0, 60.1},
+                             {kNaN, 20.0},
+                             {50.0, kNaN},
+                             {110.5, 20.0},
+                             {109.9, 59.9}}) {
+    grid.Add(x, y, grid.Dots().size());
   }
-  const auto keyAt = [&](std::size_t i) { return series.keys[i]; };
-  const auto valueAt = [&](std::size_t i) { return series.values[i]; };
-  TExtents extents;
-  extents.Set(series.keys.size(), valueAt);
-  EXPECT_EQ(extents.Whole().least, 0);
-  EXPECT_EQ(extents.Whole().largest, 99);
-  const auto drawn = [](const std::vector<TEnvelopePoint>& points) {
-    std::vector<std::pair<double, int>> pairs;
-    for (const auto& point : points) pairs.emplace_back(point.key, std::isnan(point.value) ? -1 : int(point.value));
-    return pairs;
-  };
-  std::vector<TEnvelopePoint> with;
-  std::vector<std::size_t> peaksWith;
-  for (int view = 0; view < 300; ++view) {
-    double from = key * static_cast<double>(random() % 1000) / 900 - 100;
-    double to = from + key / (1 << (random() % 14));
-    if (view == 0) std::tie(from, to) = std::pair(0.0, key);
-    const std::size_t columns = 1 + random() % 500;
-    Envelope(series.keys.size(), keyAt, valueAt, extents, {from, to, columns}, with);
-    EXPECT_EQ(drawn(with), drawn(Envelope(series.keys, series.values, from, to, columns)));
-    ColumnPeaks(series.keys.size(), keyAt, valueAt, extents, {from, to, columns}, peaksWith);
-    EXPECT_EQ(peaksWith, ColumnPeaks(series.keys, series.values, from, to, columns));
-
-    float largest = -1;
-    for (std::size_t i = 0; i < series.keys.size(); ++i) {
-      const bool inSight = series.keys[i] >= from && series.keys[i] <= to && std::isfinite(series.values[i]);
-      if (inSight) largest = std::max(largest, series.values[i]);
-    }
-    float shown = -1;
-    for (const auto& point : with) {
-      if (point.key >= from && point.key <= to) shown = std::fmax(shown, point.value);
-    }
-    EXPECT_EQ(shown, largest);
-  }
-}
-
-TEST(ColumnPeaks, NamesTheFirstOfTheLargestInEachColumnOfTheView) {
-  const TSeries series({1, 5, 5, 2, kNaN, kInfinity, 9, -3});
-  EXPECT_THAT(ColumnPeaks(series.keys, series.values, 0, 8, 4), ElementsAre(1, 2, 6));
-  EXPECT_THAT(ColumnPeaks(series.keys, series.values, 2.5, 7, 1), ElementsAre(6))
-      << "what stands outside does not count";
-  EXPECT_THAT(ColumnPeaks(series.keys, series.values, 6.5, 8, 9), ElementsAre(7));
+  EXPECT_THAT(Groups(grid.Dots()), testing::ElementsAre(TGroup(1, 2), TGroup(1, 1)));
 }
 
 }  // namespace

@@ -18,31 +18,31 @@ TRangeStatistics Of(std::initializer_list<float> values) {
   return sum.Result();
 }
 
-TEST(RangeStatistics, CountExtremesMeanAndRmsLeaveOutWhatIsNotFinite) {
+TEST(RangeStatistics, CountMinimumMaximumMeanAndRmsIgnoreValuesThatAreNotFinite) {
   const TRangeStatistics found = Of({kNaN, -3, kInfinity, 1, 2, -kInfinity, 4, kNaN});
   EXPECT_EQ(found.count, 4U);
-  EXPECT_EQ(found.least, -3);
-  EXPECT_EQ(found.largest, 4);
+  EXPECT_EQ(found.min, -3);
+  EXPECT_EQ(found.max, 4);
   EXPECT_EQ(found.PeakToPeak(), 7);
   EXPECT_EQ(found.mean, 1);
   EXPECT_DOUBLE_EQ(found.rms, std::sqrt(30.0 / 4));
 }
 
-TEST(RangeStatistics, WithoutAValueNothingIsKnown) {
+TEST(RangeStatistics, WithoutAValueAllButTheCountIsNaN) {
   for (const TRangeStatistics& found : {Of({}), Of({kNaN, kInfinity})}) {
     EXPECT_EQ(found.count, 0U);
-    EXPECT_TRUE(std::isnan(found.least) && std::isnan(found.largest) && std::isnan(found.PeakToPeak()));
+    EXPECT_TRUE(std::isnan(found.min) && std::isnan(found.max) && std::isnan(found.PeakToPeak()));
     EXPECT_TRUE(std::isnan(found.mean) && std::isnan(found.rms));
   }
 }
 
-TEST(RangeStatistics, KeepsItsDigitsAtTheEndsOfSingles) {
+TEST(RangeStatistics, LosesNoDigitsWithTheLargestAndSmallestSingles) {
   EXPECT_DOUBLE_EQ(Of({FLT_MAX, FLT_MAX}).rms, double{FLT_MAX});
   EXPECT_DOUBLE_EQ(Of({FLT_TRUE_MIN, -FLT_TRUE_MIN}).rms, double{FLT_TRUE_MIN});
   EXPECT_EQ(Of({1e30F, 1, -1e30F}).mean, 1.0 / 3) << "what the large ones swallow comes back";
 }
 
-TEST(RangeStatistics, TenMillionValuesCostNoDigits) {
+TEST(RangeStatistics, LosesNoDigitsOverTenMillionValues) {
   TStatisticsSum sum;
   for (int i = 0; i < 10000000; ++i) sum.Add(0.1F);
   EXPECT_DOUBLE_EQ(sum.Result().mean, double{0.1F});

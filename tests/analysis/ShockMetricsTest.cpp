@@ -31,9 +31,9 @@ TEST(TimeOverThreshold, SumsIntervalsFromSwitchOnToBelowSwitchOff) {
 
 TEST(TimeOverThreshold, GivesTheRecordedTimesOfItsIntervals) {
   const TEventList events = EventOf({1, 5, 3, 2, 4, 9, 9, 1, 1, 5, 5});
-  std::vector<TThresholdInterval> intervals;
+  std::vector<TTimeSpan> intervals;
   CalcEventMetrics(events.GetItem(0), kLevels, &intervals);
-  EXPECT_THAT(intervals, ElementsAre(Pair(101, 103), Pair(104, 107), Pair(109, 110)));
+  EXPECT_THAT(intervals, ElementsAre(TTimeSpan{101, 103}, TTimeSpan{104, 107}, TTimeSpan{109, 110}));
 }
 
 TEST(TimeOverThreshold, AnIntervalOpenAtTheLastSampleEndsThereButNoneBeginsThere) {

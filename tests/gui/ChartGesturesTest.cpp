@@ -71,7 +71,7 @@ class Measuring : public testing::Test {
   QSignalSpy FReplots{&FChart, &QCustomPlot::afterReplot};
 };
 
-TEST_F(Measuring, CSetsAThenBOnSamplesThenTakesBothAwayAndReplotsNothing) {
+TEST_F(Measuring, KeyCSetsAThenBOnSamplesThenRemovesBothWithoutAReplot) {
   const QImage before = FChart.grab().toImage();
   PutAt(31);
   ExpectCursors(30, std::nullopt);
@@ -85,7 +85,7 @@ TEST_F(Measuring, CSetsAThenBOnSamplesThenTakesBothAwayAndReplotsNothing) {
   EXPECT_EQ(FReplots.count(), 0);
 }
 
-TEST_F(Measuring, CursorsStandWhereTheUserPointedLastAndGoWithTheEvent) {
+TEST_F(Measuring, CursorsAreSetWhereTheUserPointedLastAndRemovedWithTheEvent) {
   RightClick(FChart, AtMs(40));
   FChart.Gestures().StepCursors();
   ExpectCursors(40, std::nullopt);
@@ -93,7 +93,7 @@ TEST_F(Measuring, CursorsStandWhereTheUserPointedLastAndGoWithTheEvent) {
   Leave(FChart);
   FChart.Gestures().StepCursors();
   ExpectCursors(40, 70);  // nobody points: two thirds into the view
-  FChart.Range().SetTimes(0, 30);
+  FChart.Range().SetTimes({0, 30});
   FChart.grab();  // both out of sight
   ExpectCursors(40, 70);
   FChart.ShowEvent(FEvents, 0, {});
@@ -103,20 +103,20 @@ TEST_F(Measuring, CursorsStandWhereTheUserPointedLastAndGoWithTheEvent) {
   ExpectCursors(std::nullopt, std::nullopt);
 }
 
-TEST_F(Measuring, StatisticsAreThoseOfTheSamplesInSight) {
-  FChart.Range().SetTimes(15, 40);
+TEST_F(Measuring, StatisticsCoverTheSamplesInSight) {
+  FChart.Range().SetTimes({15, 40});
   TRangeTable table = FChart.VisibleStatistics();
   ASSERT_EQ(table.rows.size(), 1U) << "hidden series are left out";
   // 2, 3, 4 g: the mean of the squares is 29/3.
   EXPECT_THAT(Cells(table.rows[0]), ElementsAre("X", "g", "3", "2", "4", "2", "3", "3.10913"));
   EXPECT_EQ(table.span.toStdString(), "15 … 40 ms");
-  FChart.Range().SetTimes(41, 49);
+  FChart.Range().SetTimes({41, 49});
   EXPECT_THAT(Cells(FChart.VisibleStatistics().rows[0]), ElementsAre("X", "g", "0", "–", "–", "–", "–", "–"));
   FChart.Clear();
   EXPECT_TRUE(FChart.VisibleStatistics().rows.empty());
 }
 
-TEST_F(Measuring, ARightButtonNeitherZoomsNorSelectsAndAsksNothingDuringADrag) {
+TEST_F(Measuring, TheRightButtonNeitherZoomsNorSelectsNorOpensAMenuDuringADrag) {
   QSignalSpy ranges(&FChart, &TTimeChart::TimeRangeChanged);
   QSignalSpy menus(&FChart, &TTimeChart::MenuRequested);
   Drag(FChart, AtMs(20), AtMs(80), Qt::RightButton);
@@ -131,11 +131,11 @@ TEST_F(Measuring, ARightButtonNeitherZoomsNorSelectsAndAsksNothingDuringADrag) {
   EXPECT_EQ(ranges.count(), 0);
 }
 
-TEST(EventsChartMeasures, AreOfTheEventsThatTheFilterLetsThrough) {
+TEST(EventsChartMeasures, CoverTheEventsThatPassTheFilter) {
   TEventsChart chart;
   chart.SetEvents(Events({{0, 40}, {kMinute, 90}, {2 * kMinute, 20}, {3 * kMinute, 10}, {9 * kMinute, 10}}), {});
   Show(chart);
-  chart.Range().SetTimes(At(-kMinute), At(4 * kMinute));
+  chart.Range().SetTimes({At(-kMinute), At(4 * kMinute)});
   const auto value = [&chart](std::size_t row) { return chart.VisibleStatistics().rows[row][1].toStdString(); };
   EXPECT_EQ(value(0), "4");
   EXPECT_EQ(value(1), "90");
@@ -153,7 +153,7 @@ TEST(EventsChartMeasures, AreOfTheEventsThatTheFilterLetsThrough) {
       << "a cursor stands on the event beside it";
 }
 
-TEST(EventsChartMeasures, AreOfTheSameEventsAtEveryZoom) {
+TEST(EventsChartMeasures, CoverTheSameEventsAtEveryZoom) {
   TSamples samples;
   for (int i = 0; i < 2000; ++i) samples.push_back({i * kMinute, static_cast<float>(i % 97)});
   TEventsChart chart;
@@ -161,7 +161,7 @@ TEST(EventsChartMeasures, AreOfTheSameEventsAtEveryZoom) {
   Show(chart);
   QSignalSpy texts(&chart, &TTimeChart::CursorValueChanged);
   for (const int event : {100, 1500}) {
-    chart.Range().SetTimes(At((event - 3) * kMinute), At((event + 3) * kMinute));
+    chart.Range().SetTimes({At((event - 3) * kMinute), At((event + 3) * kMinute)});
     chart.grab();
     Move(chart, PointAt(chart, At(event * kMinute), 1), Qt::NoButton);
     QTest::keyClick(&chart, Qt::Key_C);
@@ -177,7 +177,7 @@ TEST(EventsChartMeasures, AreOfTheSameEventsAtEveryZoom) {
   EXPECT_TRUE(told);
 }
 
-TEST(EventsChartMeasures, ADoubleClickGivesTheSelectionBackThatItsFirstClickTook) {
+TEST(EventsChartMeasures, ADoubleClickRestoresTheSelectionThatItsFirstClickChanged) {
   TEventsChart chart;
   chart.SetEvents(Events({{0, 5}, {kMinute, 5}, {2 * kMinute, 5}}), {});
   Show(chart);
@@ -212,7 +212,7 @@ class MovedSensors : public testing::Test {
   TSensorsChart FChart;
 };
 
-TEST_F(MovedSensors, TakeTheAxisAndOneScaleStaysOnIt) {
+TEST_F(MovedSensors, HideThoseOfAnotherUnitOnTheirNewAxis) {
   const QCPAxis& humidity = *RectOf(FChart).axis(QCPAxis::atRight, 0);
   QSignalSpy texts(&FChart, &TTimeChart::CursorValueChanged);
   FChart.MoveSensor(1, TSensorAxis::RightInner);
@@ -248,7 +248,7 @@ class Window : public TWindowTest {
   [[nodiscard]] TTimeSpan Band() const { return FForm->Flow().Mission().Band; }
   [[nodiscard]] std::optional<std::size_t> Selected() const { return FForm->Flow().Mission().SelectedEvent; }
   void SetBand(double fromMs, double toMs) {
-    emit Find<TNavigatorChart>("ChartNavigator").BandResizing(At(fromMs), At(toMs));
+    emit Find<TNavigatorChart>("ChartNavigator").BandResizing({At(fromMs), At(toMs)});
     Settle();
   }
 };
@@ -267,8 +267,8 @@ TEST_F(Window, EveryChartHasAMenuThatActsOnIt) {
     if (auto* cursors = menu->findChild<QAction*>("mnuChartCursors")) {
       cursors->trigger();
       ASSERT_TRUE(chart.Cursors().Times()[0].has_value()) << name;
-      const double middle = (chart.Range().Times().first + chart.Range().Times().second) / 2;
-      EXPECT_NEAR(*chart.Cursors().Times()[0], middle, (chart.Range().Times().second - middle) / 5) << name;
+      const double middle = chart.Range().Times().Middle();
+      EXPECT_NEAR(*chart.Cursors().Times()[0], middle, (chart.Range().Times().end - middle) / 5) << name;
     } else {
       EXPECT_STREQ(name, "ChartNavigator");
     }
@@ -305,7 +305,7 @@ TEST_F(Window, StatisticsAreShownAndCopied) {
                         "Temperature\t°C\t3\t20\t22\t2\t21\t21.0159\n"));
 }
 
-TEST_F(Window, NAndPStepInTheOrderThatIsInSight) {
+TEST_F(Window, NAndPStepInTheOrderOfTheViewThatIsShown) {
   const auto press = [this](const char* key) {
     QTest::keySequence(FForm.get(), QKeySequence(key));
     Settle();
@@ -335,7 +335,7 @@ TEST_F(Window, NAndPAreDisabledWhileNoEventIsShown) {
 }
 
 // However much of the window a change goes through.
-TEST_F(Window, AChartRedrawsOnceForAChangeAndNotForWhatIsNone) {
+TEST_F(Window, AChartRedrawsOnceForAChangeAndNotAtAllWithoutOne) {
   auto& events = Find<TTimeChart>("Chart1");
   auto& sensors = Find<TTimeChart>("ChartAllSensors");
   auto& navigator = Find<TTimeChart>("ChartNavigator");
@@ -400,7 +400,7 @@ TEST_F(Window, AChartRedrawsOnceForAChangeAndNotForWhatIsNone) {
   }
 }
 
-TEST_F(Window, OneChartsZoomIsMarkedOnlyWhileItIsInSight) {
+TEST_F(Window, TheNavigatorMarksTheZoomOfAChartOnlyWhileThatIsInSight) {
   auto& navigator = Find<TNavigatorChart>("ChartNavigator");
   auto& sensors = Find<TSensorsChart>("ChartAllSensors");
   const QImage synced = navigator.grab().toImage();

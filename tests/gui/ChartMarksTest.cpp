@@ -57,7 +57,7 @@ class EventChart : public testing::Test {
   QSignalSpy FTexts{&FChart, &TTimeChart::CursorValueChanged};
 };
 
-TEST_F(EventChart, IndicatorIsALineThatGoesWithoutATrace) {
+TEST_F(EventChart, IndicatorIsALineThatLeavesNoTrace) {
   const QImage before = FChart.grab().toImage();
   const QColor text = FChart.palette().color(QPalette::Text);
   const QPoint at = AtMs(35);
@@ -87,7 +87,7 @@ TEST_F(EventChart, NearestIsMeasuredOnTheScreen) {
   EXPECT_EQ(Count(FChart, kPink, Around(sample, 7)), without);
 }
 
-TEST(NearestOnScreen, FindsWhatIsFarInTimeButNearInSight) {
+TEST(NearestOnScreen, FindsASampleFarInTimeButNearInPixels) {
   const std::vector<std::pair<double, double>> points = {{0, 0}, {40, 9}, {50, 100}, {60, 100}, {70, 3}, {200, 0}};
   for (const auto& [x, y, wanted] : {std::tuple(52.0, 5.0, 1), {55.0, 0.0, 4}, {500.0, 0.0, 5}, {-9.0, 0.0, 0}}) {
     const auto across = [&points, at = x](std::size_t i) { return std::fabs(points[i].first - at); };
@@ -100,7 +100,7 @@ TEST(NearestOnScreen, FindsWhatIsFarInTimeButNearInSight) {
   }
 }
 
-TEST_F(EventChart, PointsStandOnSamplesWhereTheseStandApart) {
+TEST_F(EventChart, SamplesThatStandApartGetDots) {
   FChart.SetColour(TSeries::X, kPink);
   Settle();
   const QRect onSample = Around(PointAt(FChart, 50, 5), 2);
@@ -141,30 +141,30 @@ TEST_F(EventChart, TheTitleSaysHowManySamplesTheHighPassFilterLeaves) {
 
 TEST_F(EventChart, AlarmLimitsAreLinesWhileSet) {
   const QImage before = FChart.grab().toImage();
-  FChart.SetAlarmLimits(std::pair(-6.0, 6.0));
+  FChart.SetAlarmLimits(TLimits{-6.0, 6.0});
   EXPECT_GT(Count(FChart, kAlarmColour, Around(PointAt(FChart, 20, 6), 60).intersected(RectOf(FChart).rect())), 40);
   EXPECT_LT(ValuesOf(FChart).range().lower, -6);
   FChart.SetAlarmLimits(std::nullopt);
   EXPECT_EQ(FChart.grab().toImage(), before);
 }
 
-TEST(EventsChartMarks, AlarmLimitsStandAtTheirSizeAndOutOfTheWayOfThePeaks) {
+TEST(EventsChartMarks, AlarmLimitsAreDrawnAtTheirMagnitudeAndDoNotFlattenThePeaks) {
   TEventsChart chart;
   chart.SetEvents(Events({{0, 10}, {kMinute, 20}}), {});
   Show(chart);
   const auto lines = [&chart](double g) {
     return Count(chart, kAlarmColour, QRect(PointAt(chart, At(kMinute / 2), g) - QPoint(30, 1), QSize(60, 3)));
   };
-  chart.SetAlarmLimits(std::pair(-6.0, 15.0));
+  chart.SetAlarmLimits(TLimits{-6.0, 15.0});
   chart.grab();
   EXPECT_GT(lines(6), 20);
   EXPECT_GT(lines(15), 20);
-  chart.SetAlarmLimits(std::pair(-1000.0, 1000.0));
+  chart.SetAlarmLimits(TLimits{-1000.0, 1000.0});
   chart.grab();
   EXPECT_LT(ValuesOf(chart).range().upper, 30) << "far limits press nothing flat";
 }
 
-TEST(EventsChartMarks, AbsorbedPointsAreOneThatIsTheLargest) {
+TEST(EventsChartMarks, AbsorbedPointsBecomeOneAtTheHighest) {
   // Ten events within a pixel, two alone.
   TSamples peaks = {{0, 90}, {20 * kMinute, 90}};
   for (int i = 0; i < 10; ++i) peaks.push_back({10 * kMinute + i, 40.0F + 0.1F * static_cast<float>(i % 7)});
@@ -185,7 +185,7 @@ TEST(EventsChartMarks, AbsorbedPointsAreOneThatIsTheLargest) {
 // By the number of events; a crowd is drawn in another way.
 class EventPoints : public testing::TestWithParam<int> {};
 
-TEST_P(EventPoints, StandForEveryEventWithoutAbsorption) {
+TEST_P(EventPoints, ShowEveryEventWithoutAbsorption) {
   std::mt19937 random(11);
   TSamples peaks;
   for (int i = 0; i < GetParam(); ++i) {
@@ -284,7 +284,7 @@ TEST_F(SensorMarks, AlarmLimitsAreLinesInTheColourOfTheSeries) {
 }
 
 // However a chart looks, it shows the same span and values of the same event, and draws itself once for the change.
-TEST_F(EventChart, NoChangeOfLooksMovesAnything) {
+TEST_F(EventChart, AChangeOfColoursOrLimitsKeepsTheTimes) {
   TEventsChart events;
   events.SetEvents(Events(FSamples), {});
   Show(events);
@@ -295,14 +295,20 @@ TEST_F(EventChart, NoChangeOfLooksMovesAnything) {
   Show(sensors);
   const std::vector<std::pair<TTimeChart*, std::function<void()>>> changes = {
       {&events, [&] { events.SetPointAbsorption(false); }},
-      {&events, [&] { events.SetAlarmLimits(std::pair(-6.0, 7.0)); }},
+      {&events,
+       [&] {
+         events.SetAlarmLimits(TLimits{-6.0, 7.0});
+       }},
       {&events, [&] { events.SetColour(TSeries::X, kPink); }},
       {&events, [&] { events.Marks().SetIndicatorVisible(true); }},
       {&events,
        [&] {
          events.SetMasks({"0", "0"});
        }},
-      {&FChart, [&] { FChart.SetAlarmLimits(std::pair(-6.0, 7.0)); }},
+      {&FChart,
+       [&] {
+         FChart.SetAlarmLimits(TLimits{-6.0, 7.0});
+       }},
       {&FChart, [&] { FChart.SetSeriesVisible(TSeries::Total, true); }},
       {&FChart, [&] { FChart.SetSeriesVisible(TSeries::X, false); }},
       {&FChart, [&] { FChart.SetPointsVisible(true); }},
@@ -337,7 +343,7 @@ TEST_F(EventChart, NoChangeOfLooksMovesAnything) {
       << "the event is still the selected one";
 }
 
-TEST(HiddenEvents, AreFaintStemsWithoutADotAndAnswerNoClick) {
+TEST(HiddenEvents, AreFaintStemsWithoutADotAndIgnoreClicks) {
   TEventsChart chart;
   chart.SetEvents(Events({{0, 5}, {kMinute, 5}, {2 * kMinute, 5}}), {});
   Show(chart);

@@ -101,7 +101,7 @@ TEST_F(ChartToggles, AClickOnTheLegendAndTheButtonOfASeriesAreOneState) {
   EXPECT_FALSE(Toggle("dxBarShockShowTotal").isChecked());
 }
 
-TEST_F(ChartToggles, LocksOfBothEventsChartsGoTogether) {
+TEST_F(ChartToggles, TheLockHoldsBothEventsCharts) {
   Open();
   Toggle("barbtnShockEventsGAxisLock").trigger();
   for (const char* name : {"Chart1", "Chart20"}) {

@@ -63,8 +63,8 @@ TEST_F(Chart, ZoomEndsInBothDirections) {
           Wheel(*chart, at, step < 100 ? 1 : -1, held);
           if (step % 100 == 99) ExpectSaneAxes(*chart);
         }
-        EXPECT_LE(chart->Range().Times().first, chart->Range().Full().second) << "data stay in sight";
-        EXPECT_GE(chart->Range().Times().second, chart->Range().Full().first);
+        EXPECT_LE(chart->Range().Times().start, chart->Range().Full().end) << "data stay in sight";
+        EXPECT_GE(chart->Range().Times().end, chart->Range().Full().start);
       }
       chart->Range().Reset();
     }
@@ -78,7 +78,7 @@ TEST_F(Chart, ReplotsOnceForAChange) {
                                                       [this] {
                                                         FChart.SetEvents(Events(FPeaks), {});
                                                         FChart.Range().SetRecordingSpan({At(0), At(20 * kMinute)});
-                                                        FChart.Range().SetTimes(At(0), At(5 * kMinute));
+                                                        FChart.Range().SetTimes({At(0), At(5 * kMinute)});
                                                       },
                                                       [this] { QTest::keyClick(&FChart, Qt::Key_F); },
                                                       [this] { FChart.resize(790, 290); }};
@@ -95,7 +95,7 @@ TEST_F(Chart, ReplotsOnceForAChange) {
   EXPECT_EQ(replots.count(), 0) << "marks are drawn on what is there";
 }
 
-TEST(EventsChart, ClickTellsTheEventAndOfSeveralInOnePixelTheLargest) {
+TEST(EventsChart, AClickEmitsTheEventAndOfSeveralInOnePixelTheHighest) {
   // A pixel is about 700 ms.
   TEventsChart chart;
   chart.SetEvents(Events({{9 * kMinute, 50}, {0, 40}, {5 * kMinute, 30}, {5 * kMinute + 1, 60}, {1, 20}}), {});
@@ -166,7 +166,7 @@ TEST(SensorsChart, WheelOverAnAxisZoomsItAloneAndWithControlAllValues) {
   EXPECT_EQ(ranges.count(), 0);
 }
 
-TEST(SelectedEventChart, InksEveryPeakAtEveryZoom) {
+TEST(SelectedEventChart, DrawsEveryPeakAtEveryZoom) {
   TSamples samples(200000);  // 200 s; each peak is one sample
   for (std::size_t i = 0; i < samples.size(); ++i) samples[i].ms = kMinute + static_cast<double>(i);
   samples[70001].value = 9;
@@ -177,14 +177,14 @@ TEST(SelectedEventChart, InksEveryPeakAtEveryZoom) {
   Show(chart);
   for (const auto& [ms, g] : {std::pair(70001, 9), std::pair(130003, -7)}) {
     for (const double half : {250000.0, 100000.0, 33333.3, 5000.0, 700.0, 100.0, 7.0, 2.0}) {
-      chart.Range().SetTimes(ms - half, ms + half * 1.1);
+      chart.Range().SetTimes({ms - half, ms + half * 1.1});
       const QPoint peak = PointAt(chart, ms, g);
       EXPECT_GT(Ink(chart, Qt::blue, {peak - QPoint(1, 1), peak + QPoint(1, 1)}), 0) << ms << " ± " << half;
     }
   }
 }
 
-TEST(SelectedEventChart, ClearLetsGoOfTheModel) {
+TEST(SelectedEventChart, ClearReleasesTheModel) {
   TEventList events = Events({{0, 0}, {1, 5}, {2, 0}}, true);
   TSelectedEventChart chart;
   TSelectedEventChart fresh;
@@ -306,7 +306,7 @@ TEST_P(DateTicks, StandAtRoundTimesWithLabelsApart) {
   eventsChart.SetEvents(Events({{0, 1}}), {});
   navigator.SetMission(Events({{0, 1}}), {});
   for (TTimeChart* chart : std::vector<TTimeChart*>{&eventsChart, &navigator}) {
-    chart->Range().SetTimes(At(1234567.25), At(1234567.25 + seconds * 1000));
+    chart->Range().SetTimes({At(1234567.25), At(1234567.25 + seconds * 1000)});
     Show(*chart);
     const QCPAxis& axis = TimeOf(*chart);
     const QFontMetrics metrics(axis.tickLabelFont());

@@ -170,10 +170,10 @@ TEST_F(Exports, PicturesOfChartsAreAsOnTheScreenButOnWhite) {
   const QImage copied = QApplication::clipboard()->image();
   EXPECT_EQ(copied.size(), shown.size());
   EXPECT_EQ(copied.pixelColor(2, 2), QColor(Qt::white));
-  chart->Range().SetTimes(0, 1);
+  chart->Range().SetTimes({0, 1});
   Click("tabShock", "barbtnShockCopyChartToClipboard");
   EXPECT_NE(QApplication::clipboard()->image(), copied) << "the zoom counts";
-  EXPECT_EQ(chart->Range().Times(), std::pair(0.0, 1.0)) << "and stays";
+  EXPECT_EQ(chart->Range().Times(), (TTimeSpan{0.0, 1.0})) << "and stays";
   EXPECT_LT(qGray(chart->grab().toImage().pixel(2, 2)), 100) << "dark again";
 
   FTyped = To("x.jpg");

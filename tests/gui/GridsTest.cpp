@@ -33,10 +33,10 @@ TEST_F(Grids, RowsOfGridsLeadTheBand) {
   QTest::mouseDClick(sensors.viewport(), Qt::LeftButton, {}, RowRect(sensors, 1).center());
   EXPECT_NEAR(Band().end - Band().start, all / 50, kSame);
   EXPECT_NEAR((Band().start + Band().end) / 2, At(kMinute), kSame);
-  EXPECT_EQ(Find<TTimeChart>("Chart1").Range().Times(), std::pair(Band().start, Band().end));
-  EXPECT_EQ(Find<TTimeChart>("ChartAllSensors").Range().Times(), std::pair(Band().start, Band().end));
+  EXPECT_EQ(Find<TTimeChart>("Chart1").Range().Times(), Band());
+  EXPECT_EQ(Find<TTimeChart>("ChartAllSensors").Range().Times(), Band());
 
-  emit Find<TNavigatorChart>("ChartNavigator").BandResizing(At(0), At(kMinute / 2));
+  emit Find<TNavigatorChart>("ChartNavigator").BandResizing({At(0), At(kMinute / 2)});
   auto& important = Find<TGrid>("dbgMostImportant");
   important.SetCurrentId(2);
   QTest::keyClick(&important, Qt::Key_Return);
@@ -48,7 +48,7 @@ TEST_F(Grids, RowsOfGridsLeadTheBand) {
   const TTimeSpan band = Band();
   Settle();
   EXPECT_EQ(Band(), band);
-  EXPECT_EQ(Find<TTimeChart>("Chart1").Range().Times(), std::pair(band.start, band.end));
+  EXPECT_EQ(Find<TTimeChart>("Chart1").Range().Times(), band);
 }
 
 TEST_F(Grids, EveryGridCopiesItsRowsFromItsMenuAsByCtrlC) {

@@ -15,17 +15,17 @@ using testing::HasSubstr;
 
 namespace {
 
-// The band goes where the user wants it, and so does `band`.
-void Follow(TNavigatorChart& chart, std::pair<double, double>& band) {
-  const auto follow = [&](double from, double to) {
-    band = {from, to};
-    chart.SetBand(from, to);
+// Moves the band where the user wants it, and keeps it in `band`.
+void Follow(TNavigatorChart& chart, TTimeSpan& band) {
+  const auto follow = [&](const TTimeSpan& wanted) {
+    band = wanted;
+    chart.SetBand(wanted);
   };
   QObject::connect(&chart, &TNavigatorChart::BandDragging, &chart, follow);
   QObject::connect(&chart, &TNavigatorChart::BandResizing, &chart, follow);
 }
 
-TEST(Navigator, GoesByTheChosenColourAndName) {
+TEST(Navigator, UsesTheChosenColourAndName) {
   TNavigatorChart chart;
   chart.SetSensorColour("A1", Qt::darkMagenta);
   chart.SetSensorNames({{"A1", "Oil"}});
@@ -44,13 +44,13 @@ TEST(Navigator, KeysMoveAndResizeTheBandWithinTheData) {
   TNavigatorChart chart;
   chart.SetMission(Events({{0, 1}, {kDay * 10, 2}}), {});
   Show(chart);
-  std::pair<double, double> band;
+  TTimeSpan band{0, 0};
   Follow(chart, band);
   const auto press = [&](Qt::Key key, double from, double to) {
-    chart.SetBand(kStart + 4, kStart + 6);
+    chart.SetBand({kStart + 4, kStart + 6});
     QTest::keyClick(&chart, key);
-    EXPECT_NEAR(band.first, kStart + from, kSame) << key;
-    EXPECT_NEAR(band.second, kStart + to, kSame) << key;
+    EXPECT_NEAR(band.start, kStart + from, kSame) << key;
+    EXPECT_NEAR(band.end, kStart + to, kSame) << key;
   };
   press(Qt::Key_Right, 4.2, 6.2);
   press(Qt::Key_Left, 3.8, 5.8);
@@ -61,29 +61,28 @@ TEST(Navigator, KeysMoveAndResizeTheBandWithinTheData) {
   press(Qt::Key_F, 0, 10);
 }
 
-TEST(Navigator, EscapeGivesTheBandBackThatIsBeingDragged) {
+TEST(Navigator, EscapeRestoresTheBandThatIsBeingDragged) {
   TNavigatorChart chart;
   chart.SetMission(Events({{0, 1}, {kDay * 10, 2}}), {});
   Show(chart);
-  std::pair<double, double> band;
+  TTimeSpan band{0, 0};
   Follow(chart, band);
   for (const double pressed : {5.0, 9.0}) {  // in the band and beside it
-    chart.SetBand(kStart + 4, kStart + 6);
+    chart.SetBand({kStart + 4, kStart + 6});
     QTest::mousePress(&chart, Qt::LeftButton, {}, PointAt(chart, kStart + pressed, 0));
     Move(chart, PointAt(chart, kStart + 7.5, 0), Qt::LeftButton);
-    EXPECT_NE(band, std::pair(kStart + 4, kStart + 6));
+    EXPECT_NE(band, (TTimeSpan{kStart + 4, kStart + 6}));
     QTest::keyClick(&chart, Qt::Key_Escape);
-    EXPECT_EQ(band, std::pair(kStart + 4, kStart + 6));
+    EXPECT_EQ(band, (TTimeSpan{kStart + 4, kStart + 6}));
     Move(chart, PointAt(chart, kStart + 2, 0), Qt::LeftButton);
-    EXPECT_EQ(band, std::pair(kStart + 4, kStart + 6));
+    EXPECT_EQ(band, (TTimeSpan{kStart + 4, kStart + 6}));
   }
 }
 
 class NavigatorInWindow : public TWindowTest {
  protected:
-  using TSpan = std::pair<double, double>;
-  [[nodiscard]] TSpan Band() const { return {FForm->Flow().Mission().Band.start, FForm->Flow().Mission().Band.end}; }
-  TSpan SpanOf(const char* band) {
+  [[nodiscard]] TTimeSpan Band() const { return FForm->Flow().Mission().Band; }
+  TTimeSpan SpanOf(const char* band) {
     const auto* object = Find<QObject>(band);
     return {object->property("start").toDouble(), object->property("end").toDouble()};
   }
@@ -99,9 +98,9 @@ TEST_F(NavigatorInWindow, TheNavigatorsBandLeadsTheChartsAndFollowsOnlyWhenSynce
   EXPECT_EQ(navigator->DataSpan(), whole);
   EXPECT_EQ(events->Range().Times(), whole);
   Press("Shift+I");
-  EXPECT_NEAR(Band().second - Band().first, 1.0 / 1440, 1e-9);
+  EXPECT_NEAR(Band().Width(), 1.0 / 1440, 1e-9);
   for (int step = 0; step < 3; ++step) Press("Ctrl+Right");
-  EXPECT_EQ(Band().second, whole.second);
+  EXPECT_EQ(Band().end, whole.end);
   for (const char* chart : {"Chart1", "Chart20", "ChartAllSensors"}) {
     EXPECT_EQ(Find<TTimeChart>(chart)->Range().Times(), Band()) << chart;
   }
@@ -113,12 +112,12 @@ TEST_F(NavigatorInWindow, TheNavigatorsBandLeadsTheChartsAndFollowsOnlyWhenSynce
                    Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
   QCoreApplication::sendEvent(navigator, &move);
   QTest::mouseRelease(navigator, Qt::LeftButton, {}, from);
-  EXPECT_EQ(Band().first, whole.first);
-  EXPECT_NEAR(Band().second - Band().first, 1.0 / 1440, 1e-9);
+  EXPECT_EQ(Band().start, whole.start);
+  EXPECT_NEAR(Band().Width(), 1.0 / 1440, 1e-9);
   EXPECT_EQ(sensors->Range().Times(), Band());
 
   const auto before = Band();
-  events->Range().ZoomTime(0.5, before.first);
+  events->Range().ZoomTime(0.5, before.start);
   EXPECT_EQ(Band(), before) << "a zoom belongs to its chart";
   EXPECT_EQ(sensors->Range().Times(), before);
   EXPECT_TRUE(Shows("NavigatorBandUnSyncedView"));
@@ -143,7 +142,7 @@ TEST_F(NavigatorInWindow, TheBandsAreHiddenWithoutARecording) {
   };
   Start();
   EXPECT_THAT(shown(), testing::IsEmpty());
-  emit Find<TNavigatorChart>("ChartNavigator")->BandDragging(1, 2);
+  emit Find<TNavigatorChart>("ChartNavigator")->BandDragging({1, 2});
   FForm->Flow().Open(Save("three.kshock", ThreeEvents()).toStdString());
   Settle();
   EXPECT_THAT(shown(), ElementsAre("NavigatorBand", "NavigatorBandLeft", "NavigatorBandRight"));
@@ -175,18 +174,18 @@ class ShortRecording : public NavigatorInWindow, public testing::WithParamInterf
     Find<QAbstractButton>("chboxDialogConfirmationsSync")->click();
   }
   void ExpectSynced(const std::string& after) {
-    EXPECT_LT(Band().first, Band().second) << after;
+    EXPECT_LT(Band().start, Band().end) << after;
     for (const char* chart : {"Chart1", "Chart20", "ChartAllSensors"}) {
       EXPECT_EQ(Find<TTimeChart>(chart)->Range().Times(), Band()) << chart << " after " << after;
     }
     EXPECT_FALSE(Shows("NavigatorBandUnSyncedView")) << after;
     EXPECT_EQ(SpanOf("NavigatorBand"), Band()) << after;
-    EXPECT_EQ(SpanOf("NavigatorBandLeft").second, Band().first) << after;
-    EXPECT_EQ(SpanOf("NavigatorBandRight").first, Band().second) << after;
+    EXPECT_EQ(SpanOf("NavigatorBandLeft").end, Band().start) << after;
+    EXPECT_EQ(SpanOf("NavigatorBandRight").start, Band().end) << after;
   }
 };
 
-TEST_P(ShortRecording, ChartsTakeEveryBandExactly) {
+TEST_P(ShortRecording, ChartsShowEveryBandExactly) {
   auto& navigator = *Find<TNavigatorChart>("ChartNavigator");
   const auto dragEdge = [&](double edge, int toPixel) {
     const QPoint from = PointAt(navigator, edge, 0);
@@ -200,11 +199,11 @@ TEST_P(ShortRecording, ChartsTakeEveryBandExactly) {
     }
   };
   execute({"actNavSetIntMin", "actNavSetIntYear", "actNavSetIntHour", "actNavFwd", "actNavRwd", "actNavSetIntAll"});
-  const TSpan whole = Band();
-  dragEdge(whole.first, 9999);
+  const TTimeSpan whole = Band();
+  dragEdge(whole.start, 9999);
   ExpectSynced("dragging the left edge over the right");
-  EXPECT_GT(Band().first, whole.first);
-  dragEdge(Band().second, -9);
+  EXPECT_GT(Band().start, whole.start);
+  dragEdge(Band().end, -9);
   ExpectSynced("dragging the right edge over the left");
   execute({"actNavRwd", "actNavRwd", "actNavFwd", "actNavFwd"});
   for (const Qt::Key key : {Qt::Key_Home, Qt::Key_Plus, Qt::Key_Right, Qt::Key_Minus, Qt::Key_Left, Qt::Key_End}) {

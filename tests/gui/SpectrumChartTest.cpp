@@ -42,7 +42,7 @@ class SpectrumChart : public testing::Test {
   QSignalSpy FTexts{&FChart, &TTimeChart::CursorValueChanged};
 };
 
-TEST_F(SpectrumChart, BarsStandAtTheirFrequenciesAndTheConstantPartDoesNotPressThemFlat) {
+TEST_F(SpectrumChart, BarsStandAtTheirFrequenciesAndTheConstantPartDoesNotFlattenThem) {
   const TEventList events = Sines();
   FChart.ShowEvent(events, 0);
   Settle();
@@ -69,7 +69,7 @@ TEST_F(SpectrumChart, BarsStandAtTheirFrequenciesAndTheConstantPartDoesNotPressT
   ExpectSaneAxes(FChart);
 }
 
-TEST_F(SpectrumChart, BarsThatShareAPixelShowTheirLargest) {
+TEST_F(SpectrumChart, BarsThatShareAPixelShowTheirMaximum) {
   const TEventList events = Sines();
   FChart.ShowEvent(events, 0);
   FChart.SetWindow(TWeightingWindow::fwBlackman);
@@ -80,7 +80,7 @@ TEST_F(SpectrumChart, BarsThatShareAPixelShowTheirLargest) {
     const QRect stem(top + QPoint(-4, 2), QSize(9, 30));
     EXPECT_GT(Ink(FChart, Qt::blue, stem), 10) << width;
   }
-  FChart.Range().SetTimes(120, 130);
+  FChart.Range().SetTimes({120, 130});
   EXPECT_GT(Ink(FChart, Qt::blue, RectOf(FChart).rect()), 1500) << "five groups";
 }
 
@@ -106,7 +106,7 @@ TEST_F(SpectrumChart, WithoutASpectrumItSaysWhyAndNothingIsDrawn) {
   ExpectSaneAxes(FChart);
 }
 
-TEST_F(SpectrumChart, OutOfSightNothingIsComputed) {
+TEST_F(SpectrumChart, NothingIsComputedOutOfSight) {
   const TEventList events = Sines();
   FChart.hide();
   FChart.ShowEvent(events, 0);
@@ -122,18 +122,18 @@ TEST_F(SpectrumChart, OutOfSightNothingIsComputed) {
 TEST_F(SpectrumChart, AnotherWindowOrTypeKeepsTheViewAndSlowEventsHaveTheirOwn) {
   const TEventList events = Sines();
   FChart.ShowEvent(events, 0);
-  FChart.Range().SetTimes(100, 150);
+  FChart.Range().SetTimes({100, 150});
   QTest::keyClick(&FChart, Qt::Key_C);
   FChart.SetWindow(TWeightingWindow::fwHamming);
   FChart.SetType(TSpectrumType::Decibel);
-  EXPECT_EQ(FChart.Range().Times(), std::pair(100.0, 150.0));
+  EXPECT_EQ(FChart.Range().Times(), (TTimeSpan{100.0, 150.0}));
   EXPECT_TRUE(FChart.Cursors().Times()[0].has_value());
   EXPECT_LT(ValuesOf(FChart).range().lower, 0);
   TSamples slow;
   for (int i = 0; i < 200; ++i) slow.push_back({i * 1e6, static_cast<float>(i % 5)});
   const TEventList slowEvents = Events(slow, true);
   FChart.ShowEvent(slowEvents, 0);
-  EXPECT_LT(FChart.Range().Full().second, 0.001) << "Hz";
+  EXPECT_LT(FChart.Range().Full().end, 0.001) << "Hz";
 }
 
 }  // namespace

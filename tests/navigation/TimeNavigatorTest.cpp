@@ -39,7 +39,7 @@ TEST(TimeNavigator, AnIntervalKeepsTheLeftEdgeWhereItCan) {
   EXPECT_EQ(IntervalBand({kJanuary31, kJanuary31 + 1}, data, kYearInterval), data) << "longer than the data";
 }
 
-TEST(TimeNavigator, StepsKeepTheWidthAndLandFlush) {
+TEST(TimeNavigator, StepsKeepTheWidthAndEndAtTheEdgeOfTheData) {
   const TTimeSpan data{0, 10};
   EXPECT_EQ(ForwardBand({1, 4}, data), (TTimeSpan{4, 7}));
   EXPECT_EQ(ForwardBand({4, 7}, data), (TTimeSpan{7, 10})) << "10 is not beyond 10";
@@ -75,7 +75,7 @@ TEST(TimeNavigator, ABandAroundAMomentKeepsItsWidthOrTakesAPartOfTheData) {
   EXPECT_EQ(BandAround({10, 16}, data, 120, 0), (TTimeSpan{94, 100}));
 }
 
-TEST(TimeNavigator, ABandKeepsWhatOtherDataLeaveOfIt) {
+TEST(TimeNavigator, ABandIsCutToTheDataOrTakesAllOfThem) {
   EXPECT_EQ(BandWithin({2, 5}, {0, 10}), (TTimeSpan{2, 5}));
   EXPECT_EQ(BandWithin({2, 5}, {3, 10}), (TTimeSpan{3, 5}));
   EXPECT_EQ(BandWithin({2, 5}, {0, 4}), (TTimeSpan{2, 4}));

@@ -105,7 +105,7 @@ class TLoggingScreen final : public IMainScreen {
   void PrepareReport(const TShownMission& mission) override { Say("report on {}", mission.Events.Count()); }
   void FreePointAbsorptionLists() override { Say("free point absorption"); }
   void RefreshDisplay(const TShownMission& mission) override {
-    Say("display from {}", mission.Display.limits[0].least);
+    Say("display from {}", mission.Display.limits[0].min);
   }
   [[nodiscard]] std::optional<TTimeSpan> NavigatorSpan() const override { return Data; }
   void SetNavigatorBand(const TTimeSpan& band) override { Say("band {}", Name(band)); }

@@ -5,7 +5,7 @@
 #include "gui/common/uTheme.h"
 
 void TAccelerationChart::SetSeriesVisible(TSeries series, bool visible) {
-  bool& now = FVisible[static_cast<std::size_t>(series)];
+  bool& now = FVisible[Place(series)];
   if (now == visible) return;
   now = visible;
   SeriesChanged();
@@ -14,7 +14,7 @@ void TAccelerationChart::SetSeriesVisible(TSeries series, bool visible) {
 
 void TAccelerationChart::SetColour(TSeries series, const QColor& colour) {
   const std::uint32_t rgb = colour.rgb() & RGB_MASK;
-  if (std::exchange(FColours[static_cast<std::size_t>(series)], rgb) != rgb) Restyle();
+  if (std::exchange(FColours[Place(series)], rgb) != rgb) Restyle();
 }
 
 std::vector<TSeries> TAccelerationChart::VisibleSeries() const {
@@ -26,7 +26,7 @@ std::vector<TSeries> TAccelerationChart::VisibleSeries() const {
 }
 
 QColor TAccelerationChart::InkOf(TSeries series) const {
-  return InkOn(palette(), FColours[static_cast<std::size_t>(series)]);
+  return InkOn(palette(), FColours[Place(series)]);
 }
 
 void TAccelerationChart::Restyle() {

@@ -15,7 +15,7 @@ class TAccelerationChart : public TTimeChart {
 
   // All of these stay from event to event. The axes are visible at first, the total is not.
   void SetSeriesVisible(TSeries series, bool visible);
-  [[nodiscard]] bool IsSeriesVisible(TSeries series) const { return FVisible[static_cast<std::size_t>(series)]; }
+  [[nodiscard]] bool IsSeriesVisible(TSeries series) const { return FVisible[Place(series)]; }
   void SetColour(TSeries series, const QColor& colour);
   void SetValueAxisLocked(bool locked) { Range().LockAxis(ValueAxis(), locked); }
 

@@ -17,7 +17,7 @@ TBandGestures::TBandGestures(TChartPlot& plot, const TChartRange& range, const T
   FPlot.installEventFilter(this);
 }
 
-// The pointer's move is also for what the chart says at it.
+// A move also goes on to the chart, which shows the values under the pointer.
 bool TBandGestures::eventFilter(QObject* /*watched*/, QEvent* event) {
   if (!FPlot.isEnabled()) return false;
   switch (event->type()) {
@@ -37,22 +37,17 @@ bool TBandGestures::eventFilter(QObject* /*watched*/, QEvent* event) {
   }
 }
 
-TTimeSpan TBandGestures::Data() const {
-  const auto [first, last] = FRange.Full();
-  return {first, last};
-}
-
 // In days.
 double TBandGestures::MinBand() const {
-  return kMinBand * (Data().end - Data().start) / std::max(1, FPlot.Rect().width());
+  return kMinBand * Data().Width() / std::max(1, FPlot.Rect().width());
 }
 
 TBandGestures::TGrip TBandGestures::GripAt(const QPointF& position) const {
   if (!HasBand()) return TGrip::None;
-  const double left = FPlot.TimeAxis().coordToPixel(FBand.Start());
-  const double right = FPlot.TimeAxis().coordToPixel(FBand.End());
+  const double left = FPlot.TimeAxis().coordToPixel(Band().start);
+  const double right = FPlot.TimeAxis().coordToPixel(Band().end);
   const double x = position.x();
-  // Of two edges in one place the one on the pointer's side.
+  // Where both edges are near, the one on the pointer's side.
   if (std::fabs(x - right) <= kGripReach && (x >= right || right - left > kGripReach)) return TGrip::End;
   if (std::fabs(x - left) <= kGripReach) return TGrip::Start;
   return x > left && x < right ? TGrip::Band : TGrip::None;
@@ -65,9 +60,9 @@ void TBandGestures::Press(const QMouseEvent& event) {
   FGripTime = time;
   FGripBand = FBandBefore = Band();
   if (FGrip != TGrip::None) return;
-  // A click beside the band brings its middle there, and it can be dragged on.
+  // A click beside the band moves its middle there; the drag goes on from there.
   FGrip = TGrip::Band;
-  FGripTime = (FBand.Start() + FBand.End()) / 2;
+  FGripTime = Band().Middle();
   MoveGrip(time);
   FGripBand = Band();
   FGripTime = time;
@@ -82,25 +77,23 @@ void TBandGestures::Move(const QMouseEvent& event) {
 void TBandGestures::MoveGrip(double time) {
   const double moved = time - FGripTime;
   if (FGrip == TGrip::Band) {
-    const TTimeSpan band = DraggedBand(FGripBand, Data(), moved);
-    emit Dragging(band.start, band.end);
+    emit Dragging(DraggedBand(FGripBand, Data(), moved));
     return;
   }
   const bool movesStart = FGrip == TGrip::Start;
   const double edge = movesStart ? FGripBand.start : FGripBand.end;
-  const TTimeSpan band = ResizedBand(FGripBand, Data(), movesStart, edge + moved, MinBand());
-  emit Resizing(band.start, band.end);
+  emit Resizing(ResizedBand(FGripBand, Data(), movesStart, edge + moved, MinBand()));
 }
 
 bool TBandGestures::PressKey(const QKeyEvent& event) {
   if (!HasBand() || event.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) return false;
   if (event.key() == Qt::Key_Escape && FGrip != TGrip::None) {
     LetGo();
-    emit Resizing(FBandBefore.start, FBandBefore.end);
+    emit Resizing(FBandBefore);
   } else if (const auto moved = MovedByKey(event.key())) {
-    emit Dragging(moved->start, moved->end);
+    emit Dragging(*moved);
   } else if (const auto resized = ResizedByKey(event.key())) {
-    emit Resizing(resized->start, resized->end);
+    emit Resizing(*resized);
   } else {
     return false;
   }
@@ -109,16 +102,16 @@ bool TBandGestures::PressKey(const QKeyEvent& event) {
 
 std::optional<TTimeSpan> TBandGestures::MovedByKey(int key) const {
   const TTimeSpan data = Data();
-  const double step = (FBand.End() - FBand.Start()) * kKeyStep;
+  const double step = Band().Width() * kKeyStep;
   switch (key) {
     case Qt::Key_Left:
       return DraggedBand(Band(), data, -step);
     case Qt::Key_Right:
       return DraggedBand(Band(), data, step);
     case Qt::Key_Home:
-      return DraggedBand(Band(), data, data.start - data.end);
+      return DraggedBand(Band(), data, -data.Width());
     case Qt::Key_End:
-      return DraggedBand(Band(), data, data.end - data.start);
+      return DraggedBand(Band(), data, data.Width());
     default:
       return std::nullopt;
   }
@@ -127,9 +120,9 @@ std::optional<TTimeSpan> TBandGestures::MovedByKey(int key) const {
 std::optional<TTimeSpan> TBandGestures::ResizedByKey(int key) const {
   const TTimeSpan data = Data();
   const auto resized = [&](double factor) {
-    const double width = (FBand.End() - FBand.Start()) * factor;
+    const double width = Band().Width() * factor;
     const double half = std::max({width, MinBand(), MinSpan(data.end)}) / 2;
-    const double middle = (FBand.Start() + FBand.End()) / 2;
+    const double middle = Band().Middle();
     return DraggedBand({middle - half, middle + half}, data, 0);
   };
   switch (key) {

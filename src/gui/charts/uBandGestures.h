@@ -20,16 +20,16 @@ class TBandGestures final : public QObject {
   void LetGo() { FGrip = TGrip::None; }
 
  signals:
-  // What the band is to be: date-times within the data, at least MinSpan apart. The band itself stays.
-  void Dragging(double start, double end);
-  void Resizing(double start, double end);
+  // Asks for a band within the data, at least MinSpan wide, in date-times. The band itself stays.
+  void Dragging(const TTimeSpan& band);
+  void Resizing(const TTimeSpan& band);
 
  private:
   enum class TGrip { None, Band, Start, End };
 
   [[nodiscard]] bool HasBand() const { return FPlot.HasData() && FBand.IsVisible(); }
-  [[nodiscard]] TTimeSpan Band() const { return {FBand.Start(), FBand.End()}; }
-  [[nodiscard]] TTimeSpan Data() const;
+  [[nodiscard]] const TTimeSpan& Band() const { return FBand.Span(); }
+  [[nodiscard]] const TTimeSpan& Data() const { return FRange.Full(); }
   [[nodiscard]] double MinBand() const;
   [[nodiscard]] TGrip GripAt(const QPointF& position) const;
   void Press(const QMouseEvent& event);

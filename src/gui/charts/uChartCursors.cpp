@@ -10,7 +10,6 @@ namespace {
 
 constexpr double kReach = 5;  // px, how near to a cursor it can be taken
 constexpr int kPadding = 4;   // px, of a flag's letter
-constexpr double kDash[] = {5, 3};
 constexpr const char* kNames[] = {"A", "B"};
 
 }  // namespace
@@ -90,10 +89,11 @@ void TChartCursors::PointAt(const QPointF& position) {
   }
 }
 
-void TChartCursors::EmitMeasured() {
+void TChartCursors::EmitMeasured() const {
   QStringList words;
   for (const TReading& reading : Measures()) words.append(reading.text);
-  emit Measured(words.isEmpty() ? tr("A is set; C sets B, drag moves, Esc clears") : words.join("  ·  "));
+  emit FPlot.CursorValueChanged(words.isEmpty() ? QObject::tr("A is set; C sets B, drag moves, Esc clears")
+                                                : words.join("  ·  "));
 }
 
 std::vector<TReading> TChartCursors::Measures() const {
@@ -115,17 +115,14 @@ void TChartCursors::Paint(QCPPainter& painter) const {
   const QFontMetrics metrics = painter.fontMetrics();
   double right = rect.left();  // of the lines in sight
   bool inSight = false;
+  QPen pen(text, 1, Qt::CustomDashLine);
+  pen.setDashPattern({5, 3});
   for (std::size_t i = 0; i < FTimes.size(); ++i) {
     if (!FTimes[i]) continue;
+    if (!DrawMoment(painter, FPlot.TimeAxis(), *FTimes[i], pen)) continue;
     const double x = FPlot.TimeAxis().coordToPixel(*FTimes[i]);
-    if (!(x >= rect.left() - 1 && x <= rect.right() + 1)) continue;
     right = std::max(right, x);
     inSight = true;
-    QPen pen(text, 1, Qt::CustomDashLine);
-    pen.setDashPattern({kDash[0], kDash[1]});
-    painter.setAntialiasing(false);
-    painter.setPen(pen);
-    painter.drawLine(QPointF(x, rect.top()), QPointF(x, rect.bottom()));
     QRectF flag(0, 0, metrics.horizontalAdvance(kNames[i]) + 2 * kPadding, metrics.height());
     flag.moveCenter({x, rect.bottom() - flag.height() / 2});
     painter.fillRect(flag, text);
@@ -135,7 +132,7 @@ void TChartCursors::Paint(QCPPainter& painter) const {
   if (FTimes[1] && inSight) PaintMeasures(painter, right);
 }
 
-// At the bottom, because the words of the indicator stand at the top.
+// At the bottom, because the words of the indicator are at the top.
 void TChartCursors::PaintMeasures(QCPPainter& painter, double beside) const {
   const QRect rect = FPlot.Rect().rect();
   std::vector<TReading> lines = Measures();

@@ -2,7 +2,6 @@
 // only.
 #pragma once
 
-#include <QObject>
 #include <array>
 #include <optional>
 #include <vector>
@@ -10,9 +9,7 @@
 #include "gui/charts/uChartPlot.h"
 #include "gui/charts/uChartReadings.h"
 
-class TChartCursors final : public QObject {
-  Q_OBJECT
-
+class TChartCursors {
  public:
   TChartCursors(TChartPlot& plot, const IChartReadings& readings);
 
@@ -39,10 +36,6 @@ class TChartCursors final : public QObject {
   // The shape of the pointer says where a cursor can be taken.
   void PointAt(const QPointF& position);
 
- signals:
-  // What is measured, or what to do next, in words.
-  void Measured(const QString& text);
-
  private:
   struct THeld {
     std::size_t cursor;
@@ -50,7 +43,8 @@ class TChartCursors final : public QObject {
   };
 
   void Move(double moment);
-  void EmitMeasured();
+  // What is measured, or what to do next, in words.
+  void EmitMeasured() const;
   [[nodiscard]] std::vector<TReading> Measures() const;
   void Paint(QCPPainter& painter) const;
   void PaintMeasures(QCPPainter& painter, double beside) const;

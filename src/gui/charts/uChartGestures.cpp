@@ -45,7 +45,7 @@ bool TChartGestures::eventFilter(QObject* /*watched*/, QEvent* event) {
     FMarks.Hover(kNowhere);
     EmitCursor(kNowhere);
   }
-  // A disabled widget gets what a filter has not taken; it takes none of this.
+  // A disabled widget ignores the events that no filter takes.
   if (!FPlot.isEnabled()) return false;
   switch (event->type()) {
     case QEvent::MouseButtonPress:
@@ -93,7 +93,7 @@ void TChartGestures::Press(const QMouseEvent& event) {
 
 void TChartGestures::Move(const QMouseEvent& event) {
   FPointer = event.position();
-  // A dialog may have taken the release.
+  // A dialog may have received the release of the button.
   if (IsDragging() && !event.buttons().testFlag(FDragButton)) EndDrag();
   if (FDrag == TDrag::Pan) DragPan(FPointer);
   if (FDrag == TDrag::Span) FPlot.update();
@@ -118,9 +118,8 @@ void TChartGestures::Release(const QMouseEvent& event) {
   EndDrag();
   if (zoom) {
     const auto [first, last] = FRange.Times();
-    const double from = FPlot.MomentAt(pressed);
-    const double to = std::clamp(FPlot.MomentAt(FPointer), first, last);
-    FRange.ChangeTimes(std::min(from, to), std::max(from, to));
+    const auto [from, to] = std::minmax({FPlot.MomentAt(pressed), std::clamp(FPlot.MomentAt(FPointer), first, last)});
+    FRange.ChangeTimes({from, to});
   } else if (span && std::hypot(FPointer.x() - pressed.x(), FPointer.y() - pressed.y()) < kMinDrag) {
     FMarks.Pin(pressed);
     emit Clicked(pressed);
@@ -136,7 +135,7 @@ void TChartGestures::EndDrag() {
 
 void TChartGestures::DoubleClick(const QMouseEvent& event) {
   if (event.button() != Qt::LeftButton || FCursors.At(event.position())) return;
-  // Two quick clicks on the legend are two clicks.
+  // On the legend a double-click counts as two clicks.
   if (FPlot.Legend().EntryAt(event.position())) {
     emit Clicked(event.position());
   } else {
@@ -181,12 +180,12 @@ bool TChartGestures::PressKey(QKeyEvent& event) {
       if (!event.isAutoRepeat()) StepCursors();
       return true;
     case Qt::Key_R:
-      if (FRange.CanZoom() && !IsDragging() && !event.isAutoRepeat()) emit StatisticsRequested();
+      if (FRange.CanZoom() && !IsDragging() && !event.isAutoRepeat()) emit FPlot.StatisticsRequested();
       return true;
     case Qt::Key_F10:
-      // The desktop tells of the Menu key itself, not always of this one.
+      // Desktops turn the Menu key into a menu event, but not always this key.
       if (!event.modifiers().testFlag(Qt::ShiftModifier) || IsDragging()) return false;
-      emit MenuRequested(FPlot.mapToGlobal(FPlot.Rect().rect().center()));
+      emit FPlot.MenuRequested(FPlot.mapToGlobal(FPlot.Rect().rect().center()));
       return true;
     default:
       break;
@@ -197,7 +196,7 @@ bool TChartGestures::PressKey(QKeyEvent& event) {
   return true;
 }
 
-// What is being dragged goes back; else the cursors go, else the clicked indicator.
+// Cancels a drag; else removes the cursors; else unpins the indicator.
 bool TChartGestures::Escape() {
   if (!IsDragging()) return FCursors.Clear() || FMarks.Unpin();
   if (FDrag == TDrag::Pan) DragPan(FPressed);
@@ -215,21 +214,21 @@ void TChartGestures::AskForMenu(const QContextMenuEvent& event) {
   if (IsDragging()) return;
   const bool pointed = event.reason() == QContextMenuEvent::Mouse;
   FMarks.Ask(pointed ? QPointF(event.pos()) : kNowhere);
-  emit MenuRequested(pointed ? event.globalPos() : FPlot.mapToGlobal(FPlot.Rect().rect().center()));
+  emit FPlot.MenuRequested(pointed ? event.globalPos() : FPlot.mapToGlobal(FPlot.Rect().rect().center()));
 }
 
 void TChartGestures::EmitCursor(const QPointF& position) {
   if (!FPlot.HasData() || !FPlot.Rect().rect().contains(position.toPoint())) {
-    emit CursorValueChanged({});
+    emit FPlot.CursorValueChanged({});
     return;
   }
   const QString what = FReadings.CursorText(position);
   const QString when = FReadings.MomentText(FPlot.MomentAt(position));
-  emit CursorValueChanged(what.isEmpty() ? when : when + "  ·  " + what);
+  emit FPlot.CursorValueChanged(what.isEmpty() ? when : when + "  ·  " + what);
 }
 
 void TChartGestures::EmitLocked() {
-  emit CursorValueChanged(tr("the value axis is locked against zooming"));
+  emit FPlot.CursorValueChanged(tr("the value axis is locked against zooming"));
 }
 
 void TChartGestures::PaintSpan(QPainter& painter) const {

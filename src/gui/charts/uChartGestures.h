@@ -28,11 +28,6 @@ class TChartGestures final : public QObject {
   void Clicked(const QPointF& position);
   // The last click was the first of a double-click.
   void Unclicked();
-  // Time and value under the pointer in words; empty when it leaves.
-  void CursorValueChanged(const QString& text);
-  // In coordinates of the screen; never in the midst of a drag.
-  void MenuRequested(const QPoint& at);
-  void StatisticsRequested();
 
  private:
   enum class TDrag { None, Span, Pan };

@@ -21,7 +21,7 @@ struct TPlace {
   Qt::Alignment side;
 };
 
-// The first side of a sample where words of this size fit: within the axes and clear of the taken box; else above.
+// The first side of a sample where words of this size are within the axes and clear of the taken box; else above.
 TPlace FreePlace(const QPointF& at, const QSizeF& size, const QRectF& taken, const QRectF& axes) {
   constexpr double kAway = kNearestRadius + 2;
   const TPlace places[] = {{{0, -kAway}, Qt::AlignHCenter | Qt::AlignBottom},
@@ -75,7 +75,7 @@ void TChartMarks::Hover(const QPointF& position) {
   }
   const auto now = IndicatorTime();
   if (now != before || (FNearest && FHover != hoverBefore)) FPlot.RedrawMarks();
-  if (now && now != before) emit IndicatorMoved(*now);
+  if (now && now != before) emit FPlot.IndicatorMoved(*now);
 }
 
 void TChartMarks::Ask(const QPointF& position) {
@@ -109,7 +109,7 @@ void TChartMarks::FollowPointer() {
 }
 
 void TChartMarks::EmitMoved() {
-  if (const auto now = IndicatorTime()) emit IndicatorMoved(*now);
+  if (const auto now = IndicatorTime()) emit FPlot.IndicatorMoved(*now);
 }
 
 void TChartMarks::Paint(QCPPainter& painter) const {
@@ -134,14 +134,9 @@ void TChartMarks::PaintNearest(QCPPainter& painter, const TReading& nearest, con
 }
 
 QRectF TChartMarks::PaintIndicator(QCPPainter& painter, double time) const {
-  const QRect rect = FPlot.Rect().rect();
-  const double x = FPlot.TimeAxis().coordToPixel(time);
-  if (!(x >= rect.left() - 1 && x <= rect.right() + 1)) return {};
   const QColor text = FPlot.palette().color(QPalette::Text);
-  painter.setAntialiasing(false);
-  painter.setPen(QPen(text, 1));
-  painter.drawLine(QPointF(x, rect.top()), QPointF(x, rect.bottom()));
-
+  if (!DrawMoment(painter, FPlot.TimeAxis(), time, QPen(text, 1))) return {};
+  const QRect rect = FPlot.Rect().rect();
   std::vector<TReading> readings = FReadings.ReadingsAt(time);
   painter.setAntialiasing(true);
   painter.setPen(Qt::NoPen);
@@ -152,6 +147,7 @@ QRectF TChartMarks::PaintIndicator(QCPPainter& painter, double time) const {
   }
 
   readings.insert(readings.begin(), TReading{FReadings.MomentText(time), text, std::nullopt});
+  const double x = FPlot.TimeAxis().coordToPixel(time);
   QRectF box({x + kBoxGap, rect.top() + 1.0}, FitReadings(rect, painter.fontMetrics(), readings));
   if (box.right() > rect.right()) box.moveRight(x - kBoxGap);
   QColor veil = FPlot.palette().color(QPalette::Base);

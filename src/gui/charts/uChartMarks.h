@@ -2,15 +2,12 @@
 // Both are drawn on the layer of the marks. Main thread only.
 #pragma once
 
-#include <QObject>
 #include <optional>
 
 #include "gui/charts/uChartPlot.h"
 #include "gui/charts/uChartReadings.h"
 
-class TChartMarks final : public QObject {
-  Q_OBJECT
-
+class TChartMarks {
  public:
   TChartMarks(TChartPlot& plot, const IChartReadings& readings);
 
@@ -37,10 +34,6 @@ class TChartMarks final : public QObject {
   bool Unpin();
   // What was clicked goes with the data. Draws nothing.
   void Reset() { FPinned = FPinnedBefore = FAsked = std::nullopt; }
-
- signals:
-  // The user moved the indicator.
-  void IndicatorMoved(double time);
 
  private:
   void FollowPointer();

@@ -13,12 +13,11 @@ namespace {
 constexpr int kClipMargin = 14;     // px around the axis rect
 constexpr double kDot = 4.5;        // px
 constexpr double kLoneDot = 7;      // px from dot to dot
-constexpr double kPaperDetail = 4;  // columns a logical pixel where the output is enlarged later
+constexpr double kPaperDetail = 4;  // columns for each logical pixel, because paper has a finer resolution
 
-// The part of the segment inside the rect (Liang and Barsky); false when there is none. Coordinates may be anything
-// finite.
+// Cuts the segment to the rect (Liang and Barsky); false if no part is inside. Coordinates may be any finite numbers.
 bool ClipSegment(QPointF& a, QPointF& b, const QRectF& rect) {
-  // The end that is farther away is cut as seen from the other, which keeps its digits.
+  // Computed from the nearer end, whose coordinates lose fewer digits.
   const auto away = [middle = rect.center()](const QPointF& p) {
     return std::max(std::fabs(p.x() - middle.x()), std::fabs(p.y() - middle.y()));
   };
@@ -47,7 +46,7 @@ bool ClipSegment(QPointF& a, QPointF& b, const QRectF& rect) {
   return true;
 }
 
-// Gathers what is drawn in one stroke.
+// Collects the points of a line and draws them in one stroke.
 class TStroke {
  public:
   TStroke(QCPPainter& painter, const QRectF& bounds) : FPainter(painter), FBounds(bounds) {}
@@ -90,7 +89,7 @@ class TStroke {
     if (FPainter.modes().testFlag(QCPPainter::pmVectorized)) {
       if (FLine.size() > 1) FPainter.drawPolyline(FLine);
     } else {
-      // A smooth zigzag costs fifty times as much in one path.
+      // A smoothed zigzag as one path costs fifty times as much.
       QList<QLineF> lines;
       for (qsizetype i = 1; i < FLine.size(); ++i) lines.append(QLineF(FLine[i - 1], FLine[i]));
       FPainter.drawLines(lines);
@@ -129,13 +128,13 @@ QColor Mixed(const QColor& a, const QColor& b, double part) {
   return {mix(a.red(), b.red()), mix(a.green(), b.green()), mix(a.blue(), b.blue())};
 }
 
-TColumns ColumnsOf(const QCPAxis& keys, const QCPPainter& painter, double from, double to) {
+TColumns ColumnsOf(const QCPAxis& keys, const QCPPainter& painter, const TTimeSpan& span) {
   const bool paper = painter.modes().testFlag(QCPPainter::pmVectorized);
   const double detail = paper ? kPaperDetail : keys.parentPlot()->bufferDevicePixelRatio();
-  return {from, to, static_cast<std::size_t>(std::max(1.0, std::ceil(keys.axisRect()->width() * detail)))};
+  return {span, static_cast<std::size_t>(std::max(1.0, std::ceil(keys.axisRect()->width() * detail)))};
 }
 
-// The line goes up and down so much that it fills an area: smoothing takes most of the time then and is not seen.
+// The line goes up and down so often that it fills an area. Smoothing would take most of the time and is not visible.
 static bool IsNoise(const QCPAxis& values, std::span<const TEnvelopePoint> points) {
   constexpr double kTravelInWidths = 8;
   double travel = 0;
@@ -147,34 +146,35 @@ static bool IsNoise(const QCPAxis& values, std::span<const TEnvelopePoint> point
   return travel * pixelsPerUnit > kTravelInWidths * values.axisRect()->width();
 }
 
-void DrawEnvelope(QCPPainter& painter, const QCPAxis& keys, const QCPAxis& values,
-                  std::span<const TEnvelopePoint> points, const QPen& pen, double keyOffset, double keyScale) {
+void DrawEnvelope(QCPPainter& painter, const TCurveAxes& axes, std::span<const TEnvelopePoint> points,
+                  const QPen& pen) {
+  const QCPAxisRect& rect = *axes.keys.axisRect();
   // An envelope fills every column, so a pen of one device pixel loses nothing and is drawn many times faster.
   QPen drawn = pen;
   const double ratio = painter.device()->devicePixelRatioF();
-  const bool dense = points.size() > static_cast<std::size_t>(keys.axisRect()->width());
+  const bool dense = points.size() > static_cast<std::size_t>(rect.width());
   if (dense) drawn.setWidthF(1 / ratio);
   painter.save();
-  if (dense && IsNoise(values, points)) painter.setAntialiasing(false);
-  painter.setClipRect(keys.axisRect()->rect().adjusted(0, 0, 1, 1), Qt::IntersectClip);
+  if (dense && IsNoise(axes.values, points)) painter.setAntialiasing(false);
+  painter.setClipRect(rect.rect().adjusted(0, 0, 1, 1), Qt::IntersectClip);
   painter.setPen(drawn);
-  const QRectF bounds = QRectF(keys.axisRect()->rect()).adjusted(-50, -50, 50, 50);
+  const QRectF bounds = QRectF(rect.rect()).adjusted(-50, -50, 50, 50);
   TStroke stroke(painter, bounds);
   for (const TEnvelopePoint& point : points) {
     if (std::isnan(point.value)) {
       stroke.Break();
     } else {
-      stroke.To({keys.coordToPixel(keyOffset + point.key * keyScale), values.coordToPixel(double{point.value})});
+      stroke.To(axes.At(point.key, double{point.value}));
     }
   }
   stroke.Finish();
   painter.restore();
 }
 
-void DrawLoneDots(QCPPainter& painter, const QCPAxis& keys, const QCPAxis& values,
-                  std::span<const TEnvelopePoint> points, const QColor& ink, double keyOffset, double keyScale) {
-  const QRectF bounds = QRectF(keys.axisRect()->rect()).adjusted(-kDot, -kDot, kDot, kDot);
-  const auto pixel = [&](std::size_t i) { return keys.coordToPixel(keyOffset + points[i].key * keyScale); };
+void DrawLoneDots(QCPPainter& painter, const TCurveAxes& axes, std::span<const TEnvelopePoint> points,
+                  const QColor& ink) {
+  const QRectF bounds = QRectF(axes.keys.axisRect()->rect()).adjusted(-kDot, -kDot, kDot, kDot);
+  const auto pixel = [&](std::size_t i) { return axes.At(points[i].key, double{points[i].value}); };
   // A break has the key of the point after it.
   QList<QPointF> dots;
   double before = -std::numeric_limits<double>::infinity();
@@ -182,10 +182,9 @@ void DrawLoneDots(QCPPainter& painter, const QCPAxis& keys, const QCPAxis& value
     if (std::isnan(points[i].value)) continue;
     std::size_t next = i + 1;
     if (next < points.size() && std::isnan(points[next].value)) ++next;
-    const double x = pixel(i);
-    const bool alone = x - before >= kLoneDot && (next >= points.size() || pixel(next) - x >= kLoneDot);
-    before = x;
-    const QPointF dot(x, values.coordToPixel(double{points[i].value}));
+    const QPointF dot = pixel(i);
+    const bool alone = dot.x() - before >= kLoneDot && (next >= points.size() || pixel(next).x() - dot.x() >= kLoneDot);
+    before = dot.x();
     if (alone && bounds.contains(dot)) dots.append(dot);
   }
   painter.setAntialiasing(true);
@@ -232,14 +231,23 @@ void DrawLevel(QCPPainter& painter, const QCPAxis& values, double value, const Q
             rect);
 }
 
-void ShadeSpans(QCPPainter& painter, const QCPAxis& keys, std::span<const std::pair<double, double>> spans,
-                const QColor& shade) {
+bool DrawMoment(QCPPainter& painter, const QCPAxis& keys, double time, const QPen& pen) {
+  const QRect rect = keys.axisRect()->rect();
+  const double x = keys.coordToPixel(time);
+  if (!(x >= rect.left() - 1 && x <= rect.right() + 1)) return false;
+  painter.setAntialiasing(false);
+  painter.setPen(pen);
+  painter.drawLine(QPointF(x, rect.top()), QPointF(x, rect.bottom()));
+  return true;
+}
+
+void ShadeSpans(QCPPainter& painter, const QCPAxis& keys, std::span<const TTimeSpan> spans, const QColor& shade) {
   const QRect rect = keys.axisRect()->rect();
   const double from = keys.range().lower;
   const double to = keys.range().upper;
   painter.setAntialiasing(false);
   double left = 0;
-  double right = -1;  // of the shade that grows
+  double right = -1;  // of the current shade
   const auto shadeIt = [&] {
     if (right >= left) painter.fillRect(QRectF(left, rect.top(), std::max(right - left, 1.0), rect.height()), shade);
   };
@@ -248,7 +256,7 @@ void ShadeSpans(QCPPainter& painter, const QCPAxis& keys, std::span<const std::p
     if (begin > to) break;
     const double beginX = keys.coordToPixel(std::max(begin, from));
     const double endX = keys.coordToPixel(std::min(end, to));
-    // Spans that no pixel parts are one shade, so that a view of millions of them is as light as one of few.
+    // Spans less than a pixel apart become one shade: the cost depends on the pixels, not on the number of spans.
     if (right >= left && beginX - right < 1) {
       right = std::max(right, endX);
       continue;
@@ -261,7 +269,8 @@ void ShadeSpans(QCPPainter& painter, const QCPAxis& keys, std::span<const std::p
 }
 
 QString Digits(double value, int digits) {
-  return std::isfinite(value) ? QtText(GeneralFloat(QString::number(value, 'g', digits).toDouble())) : QString("–");
+  return std::isfinite(value) ? QtText(GeneralFloat(QString::number(value, 'g', digits).toDouble()))
+                              : QString(kNoNumber);
 }
 
 QString Figure(double value) {

@@ -1,17 +1,18 @@
-// How things are put on a chart: hooks that paint into a layer, lines through an envelope, words on a ground of their
-// own. Main thread only.
+// Functions that draw on a chart: hooks that paint into a layer, curves, lines, words. Main thread only.
 #pragma once
 
 #include <qcustomplot.h>
 
+#include <cmath>
 #include <functional>
+#include <limits>
 #include <span>
-#include <utility>
+#include <vector>
 
-#include "analysis/uPointAbsorption.h"
+#include "analysis/uEnvelope.h"
 
-// Calls a function to paint into a layer of the plot, clipped to the axis rect and a little around it, so that what
-// stands on an edge is whole. The plot owns it.
+// Calls a function to paint into a layer of the plot. The clip is a little larger than the axis rect, so that marks on
+// an edge are whole. The plot owns it.
 class TPainted final : public QCPLayerable {
  public:
   using TPaint = std::function<void(QCPPainter&)>;
@@ -30,19 +31,50 @@ class TPainted final : public QCPLayerable {
 // A colour mixed from two, `part` of the second.
 QColor Mixed(const QColor& a, const QColor& b, double part);
 
-// The columns to gather samples in for this painter: one a device pixel, more on paper. from and to in axis units.
-TColumns ColumnsOf(const QCPAxis& keys, const QCPPainter& painter, double from, double to);
+// Columns over a span for this painter: one for each device pixel, more on paper. The span is in axis units, or in
+// those of the samples.
+TColumns ColumnsOf(const QCPAxis& keys, const QCPPainter& painter, const TTimeSpan& span);
+
+// The axes of a curve and the clock of its samples: time t of a sample stands at offset + t / perUnit.
+struct TCurveAxes {
+  const QCPAxis& keys;
+  const QCPAxis& values;
+  double offset = 0;
+  double perUnit = 1;
+
+  [[nodiscard]] QPointF At(double time, double value) const {
+    return {keys.coordToPixel(offset + time * (1 / perUnit)), values.coordToPixel(value)};
+  }
+  // The view in the samples' own time, widened by the rounding of the conversion, so that samples at its ends stay in.
+  [[nodiscard]] TTimeSpan View() const {
+    const QCPRange view = keys.range();
+    const double size = (std::fabs(offset) + std::fabs(view.upper)) * perUnit;
+    const double rounding = 4 * std::numeric_limits<double>::epsilon() * size;
+    return {(view.lower - offset) * perUnit - rounding, (view.upper - offset) * perUnit + rounding};
+  }
+};
 
 // A line through the points, cut at the edges of the axis rect before pixels grow beyond what a painter takes.
-// A point between two breaks becomes a dot. keyOffset + key · keyScale is the axis coordinate.
-void DrawEnvelope(QCPPainter& painter, const QCPAxis& keys, const QCPAxis& values,
-                  std::span<const TEnvelopePoint> points, const QPen& pen, double keyOffset = 0, double keyScale = 1);
+// A point between two breaks becomes a dot.
+void DrawEnvelope(QCPPainter& painter, const TCurveAxes& axes, std::span<const TEnvelopePoint> points, const QPen& pen);
 
 // A dot on each point that stands apart from its neighbours, so that there are never more dots than pixels.
-void DrawLoneDots(QCPPainter& painter, const QCPAxis& keys, const QCPAxis& values,
-                  std::span<const TEnvelopePoint> points, const QColor& ink, double keyOffset = 0, double keyScale = 1);
+void DrawLoneDots(QCPPainter& painter, const TCurveAxes& axes, std::span<const TEnvelopePoint> points,
+                  const QColor& ink);
 
-// Words at a point, on the palette's base so that they stay readable over lines; moved to stay inside `inside`.
+// The envelope of samples in the order of time, and dots on those that stand apart if asked for.
+template <class TSample, class TValueOf>
+void DrawCurve(QCPPainter& painter, const TCurveAxes& axes, std::span<const TSample> samples, const TValueOf& valueOf,
+               const TExtents& extents, const QPen& pen, bool withDots = false) {
+  const std::vector<TEnvelopePoint> points = Envelope(
+      samples.size(), [samples](std::size_t i) { return samples[i].time; },
+      [&](std::size_t i) { return valueOf(samples[i]); }, extents, ColumnsOf(axes.keys, painter, axes.View()));
+  painter.setAntialiasing(true);
+  DrawEnvelope(painter, axes, points, pen);
+  if (withDots) DrawLoneDots(painter, axes, points, pen.color());
+}
+
+// Words at a point, on a ground that keeps them readable over lines; moved to stay inside `inside`.
 void DrawWords(QCPPainter& painter, QPointF at, Qt::Alignment side, const QString& words, const QColor& ink,
                const QColor& ground, const QRect& inside);
 
@@ -51,12 +83,16 @@ void DrawWords(QCPPainter& painter, QPointF at, Qt::Alignment side, const QStrin
 void DrawLevel(QCPPainter& painter, const QCPAxis& values, double value, const QString& name, const QColor& ink,
                const QColor& ground, Qt::Alignment namePlace = Qt::AlignRight | Qt::AlignTop);
 
-// Spans of times, in the order of their beginnings, as a shade over the height of the axis rect.
-void ShadeSpans(QCPPainter& painter, const QCPAxis& keys, std::span<const std::pair<double, double>> spans,
-                const QColor& shade);
+// A vertical line over the axis rect; false, and no line, where the time is out of sight.
+bool DrawMoment(QCPPainter& painter, const QCPAxis& keys, double time, const QPen& pen);
 
-// A number of so many digits at most, in general form; a dash for none.
-QString Digits(double value, int digits);
+// Spans of times, ordered by their starts, as a shade over the height of the axis rect.
+void ShadeSpans(QCPPainter& painter, const QCPAxis& keys, std::span<const TTimeSpan> spans, const QColor& shade);
+
+inline constexpr auto kNoNumber = "–";
+
+// A number in general form with at most so many digits; a dash for one that is not finite.
+QString Digits(double value, int digits = 6);
 
 // A number for people: two decimals, or powers of ten where these would hide it.
 QString Figure(double value);

@@ -8,7 +8,7 @@
 #include "gui/charts/uNumberTicker.h"
 #include "gui/common/uTheme.h"
 
-// Remembers what the axes need before the margins are widened to those of a neighbour.
+// Keeps the margins that the axes need, before they are widened to those of a neighbour.
 class TChartRect final : public QCPAxisRect {
  public:
   explicit TChartRect(QCustomPlot* plot) : QCPAxisRect(plot, false) {}
@@ -74,7 +74,7 @@ QList<QCPAxis*> TChartPlot::ValueAxes() const {
   return FRect->axes(QCPAxis::atLeft | QCPAxis::atRight);
 }
 
-// Of the axes on one side the one whose strip the position lies in.
+// The axis whose strip beside the axis rect contains the position.
 QCPAxis* TChartPlot::ValueAxisAt(const QPointF& position) const {
   const QRect rect = FRect->rect();
   const bool left = position.x() < rect.left();
@@ -105,7 +105,7 @@ void TChartPlot::RedrawMarks() {
 }
 
 QImage TChartPlot::Picture() {
-  if (FStale) replot();  // it may never have been in sight
+  if (FStale) replot();  // it may never have been shown
   const QPalette before = palette();
   const bool inherited = !testAttribute(Qt::WA_SetPalette);
   setPalette(LightPalette());
@@ -133,7 +133,7 @@ void TChartPlot::SetSideMargins(int left, int right) {
   const QMargins margins(std::max(left, 12), 6, std::max(right, 14), 4);
   if (FRect->minimumMargins() == margins) return;
   FRect->setMinimumMargins(margins);
-  // Ticks that need as much room have it already.
+  // The ticks may need these margins anyway.
   const QMargins now = FRect->margins();
   if (std::max(margins.left(), NeededLeftMargin()) == now.left() &&
       std::max(margins.right(), NeededRightMargin()) == now.right()) {
@@ -149,8 +149,8 @@ void AlignMargins(TChartPlot& a, TChartPlot& b) {
   b.SetSideMargins(left, right);
 }
 
-// The layout before this one chose the ticks; their labels decide the margins of this one, and a neighbour may widen
-// them. So it runs until the margins stay; the base runs it once more for the picture.
+// Margins depend on tick labels, and ticks on margins; a neighbour may widen the margins too. So the layout is repeated
+// until the margins stay. The base class runs it once more for the picture.
 void TChartPlot::LayOut() {
   constexpr int kMaxRounds = 4;
   const auto laid = [this] { return std::tuple(FRect->margins(), FRect->minimumMargins(), FRect->size()); };
@@ -221,7 +221,7 @@ void TChartPlot::PaintGround(QCPPainter& painter) const {
 }
 
 void TChartPlot::paintEvent(QPaintEvent* event) {
-  // Into the buffers that the base is about to show.
+  // Replots into the buffers that the base class shows next.
   if (FStale) replot(rpQueuedRefresh);
   QCustomPlot::paintEvent(event);
   QPainter painter(this);
@@ -231,7 +231,7 @@ void TChartPlot::paintEvent(QPaintEvent* event) {
   painter.drawRect(QWidget::rect().adjusted(0, 0, -1, -1));
 }
 
-// The base would replot at once for every step of a layout.
+// The base class would replot at once, for every step of a layout.
 void TChartPlot::resizeEvent(QResizeEvent* /*event*/) {
   setViewport(rect());
   QueueReplot();

@@ -10,6 +10,7 @@
 
 #include <utility>
 
+#include "base/uTimeSpan.h"
 #include "gui/charts/uLegendRow.h"
 
 enum class TAxisUnit { Days, Milliseconds, Hertz };
@@ -53,6 +54,16 @@ class TChartPlot : public QCustomPlot {
 
  signals:
   void NeededMarginsChanged();
+  // What the user does with the tools of a chart, which emit these signals. The first: zoomed or panned.
+  void TimeRangeChanged(const TTimeSpan& times);
+  // Asked to see everything again.
+  void ZoomReset();
+  void IndicatorMoved(double time);
+  // Time and value under the pointer in words, or a hint; empty when the pointer leaves.
+  void CursorValueChanged(const QString& text);
+  // Asked for a context menu, in coordinates of the screen; never during a drag.
+  void MenuRequested(const QPoint& at);
+  void StatisticsRequested();
 
  protected:
   // Colours and fonts from the palette; each class adds its own.

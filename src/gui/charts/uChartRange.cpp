@@ -12,13 +12,13 @@ namespace {
 constexpr double kSecondMs = 1000;
 constexpr double kMaxTime = 1e12;        // days or ms from 0, to either side
 constexpr double kMinSpanMs = 1e-3;      // of an axis in ms
-constexpr double kMinSpanHertz = 1e-12;  // slow events have slow spectra
-constexpr double kMinSpanPart = 1e-13;   // of a time, so that the ends differ in a double
-constexpr double kRounded = 0.5;         // of the smallest span; rounding leaves a band more than that
-constexpr double kFarOut = 2;            // how much more than the data a user may see
+constexpr double kMinSpanHertz = 1e-12;  // the frequencies of slow events are small
+constexpr double kMinSpanPart = 1e-13;   // smallest span, relative to the time (double precision)
+constexpr double kRounded = 0.5;         // of the smallest span; rounding never takes this much of a band
+constexpr double kFarOut = 2;            // the user may see so many times the span of the data
 constexpr double kHeadroom = 0.05;       // above and below the values
 constexpr double kSame = 1e-6;           // of a value, the noise of a reading that does not change
-constexpr double kMinValuePart = 1e-6;   // of a value: what a single-precision reading tells apart
+constexpr double kMinValuePart = 1e-6;   // smallest span, relative to the value (single precision)
 constexpr double kMaxValue = 1e40;       // beyond every single-precision reading
 
 }  // namespace
@@ -31,47 +31,42 @@ double TChartRange::MinTimes(double about) const {
   return std::max(FPlot.Unit() == TAxisUnit::Hertz ? kMinSpanHertz : kMinSpanMs, std::fabs(about) * kMinSpanPart);
 }
 
-void TChartRange::SetTimes(double from, double to) {
-  if (!std::isfinite(from) || !std::isfinite(to) || !(from <= to)) return;
-  from = std::clamp(from, -kMaxTime, kMaxTime);
-  to = std::clamp(to, -kMaxTime, kMaxTime);
-  const double min = MinTimes(to);
-  if (to - from < min * kRounded) {
-    const double middle = (from + to) / 2;
-    from = middle - min / 2;
-    to = middle + min / 2;
-  }
-  FPlot.TimeAxis().setRange(from, to);
+void TChartRange::SetTimes(const TTimeSpan& times) {
+  if (!times.IsValid()) return;
+  TTimeSpan shown{std::clamp(times.start, -kMaxTime, kMaxTime), std::clamp(times.end, -kMaxTime, kMaxTime)};
+  const double min = MinTimes(shown.end);
+  if (shown.Width() < min * kRounded) shown = {shown.Middle() - min / 2, shown.Middle() + min / 2};
+  FPlot.TimeAxis().setRange(shown.start, shown.end);
   FPlot.QueueReplot();
 }
 
-std::pair<double, double> TChartRange::Times() const {
+TTimeSpan TChartRange::Times() const {
   const QCPRange range = FPlot.TimeAxis().range();
   return {range.lower, range.upper};
 }
 
-void TChartRange::SetFull(std::optional<std::pair<double, double>> range) {
-  FFull = range.value_or(std::pair(0.0, 1.0));
-  if (FFull.second - FFull.first < MinTimes(FFull.second)) {
+void TChartRange::SetFull(const std::optional<TTimeSpan>& span) {
+  FFull = span.value_or(TTimeSpan{0, 1});
+  if (FFull.Width() < MinTimes(FFull.end)) {
     const double second = FPlot.Unit() == TAxisUnit::Days ? kSecondMs / kMsPerDay : kSecondMs;
-    // Far from any calendar a second is lost in the date itself.
-    const double widened = std::max(second, MinTimes(FFull.second));
-    FFull = {FFull.first - widened, FFull.second + widened};
+    // Far from any calendar a double cannot resolve a second.
+    const double widened = std::max(second, MinTimes(FFull.end));
+    FFull = {FFull.start - widened, FFull.end + widened};
   }
-  FPlot.SetHasData(range.has_value());
+  FPlot.SetHasData(span.has_value());
   Reset();
 }
 
-void TChartRange::SetRecordingSpan(std::pair<double, double> span) {
+void TChartRange::SetRecordingSpan(const TTimeSpan& span) {
   if (!FPlot.HasData()) return;
-  FFull = {std::min(span.first, FFull.first), std::max(span.second, FFull.second)};
+  FFull.Include(span);
   Reset();
 }
 
 void TChartRange::Reset() {
   FValuesZoomed = false;
   FScaleValues();
-  FPlot.TimeAxis().setRange(FFull.first, FFull.second);
+  FPlot.TimeAxis().setRange(FFull.start, FFull.end);
   FPlot.QueueReplot();
 }
 
@@ -92,52 +87,46 @@ void TChartRange::SetSynced(std::optional<bool> synced) {
   if (!synced) {
     FPlot.Legend().SetTitle({});
   } else if (*synced) {
-    FPlot.Legend().SetTitle(tr("Synced"), Icon("dialog-ok-apply"));
+    FPlot.Legend().SetTitle(QObject::tr("Synced"), Icon("dialog-ok-apply"));
   } else {
-    FPlot.Legend().SetTitle(tr("Not Synced"), Icon("dialog-cancel"));
+    FPlot.Legend().SetTitle(QObject::tr("Not Synced"), Icon("dialog-cancel"));
   }
   FPlot.QueueReplot();
 }
 
-void TChartRange::ChangeTimes(double from, double to) {
-  if (!CanZoom() || !std::isfinite(from) || !std::isfinite(to) || !(from < to)) return;
-  const QCPRange now = FPlot.TimeAxis().range();
-  // A view that the program set beyond the data may stay there, but goes no farther.
+void TChartRange::ChangeTimes(const TTimeSpan& wanted) {
+  if (!CanZoom() || !wanted.IsValid() || wanted.Width() == 0) return;
+  const TTimeSpan now = Times();
+  // A view that the program set beyond the data may stay there, but moves no farther out.
   const double middle =
-      std::clamp((from + to) / 2, std::min(FFull.first, now.center()), std::max(FFull.second, now.center()));
-  const double max = std::max((FFull.second - FFull.first) * kFarOut, now.size());
-  const double span = std::clamp(to - from, std::min(MinTimes(middle), max), max);
-  if (middle == (from + to) / 2 && span == to - from) {
-    SetTimes(from, to);  // to the last bit
-  } else {
-    SetTimes(middle - span / 2, middle + span / 2);
-  }
-  const QCPRange changed = FPlot.TimeAxis().range();
-  if (changed != now) emit TimesChanged(changed.lower, changed.upper);
+      std::clamp(wanted.Middle(), std::min(FFull.start, now.Middle()), std::max(FFull.end, now.Middle()));
+  const double max = std::max(FFull.Width() * kFarOut, now.Width());
+  const double width = std::clamp(wanted.Width(), std::min(MinTimes(middle), max), max);
+  // A span that may stay is shown to the last bit.
+  const bool allowed = middle == wanted.Middle() && width == wanted.Width();
+  SetTimes(allowed ? wanted : TTimeSpan{middle - width / 2, middle + width / 2});
+  if (Times() != now) emit FPlot.TimeRangeChanged(Times());
 }
 
-void TChartRange::ZoomTime(double factor, double about) {
-  const QCPRange range = FPlot.TimeAxis().range();
-  // At the limit the view stays instead of creeping away.
-  if (factor < 1 && range.size() * factor < MinTimes(about)) factor = MinTimes(about) / range.size();
-  ChangeTimes(about - (about - range.lower) * factor, about + (range.upper - about) * factor);
-}
-
-void TChartRange::ZoomTime(double factor) {
-  ZoomTime(factor, FPlot.TimeAxis().range().center());
+void TChartRange::ZoomTime(double factor, std::optional<double> about) {
+  const TTimeSpan times = Times();
+  const double fixed = about.value_or(times.Middle());
+  // At the smallest span the view stays where it is.
+  if (factor < 1 && times.Width() * factor < MinTimes(fixed)) factor = MinTimes(fixed) / times.Width();
+  ChangeTimes({fixed - (fixed - times.start) * factor, fixed + (times.end - fixed) * factor});
 }
 
 void TChartRange::PanTime(double part) {
-  const QCPRange range = FPlot.TimeAxis().range();
-  ChangeTimes(range.lower + range.size() * part, range.upper + range.size() * part);
+  const TTimeSpan times = Times();
+  ChangeTimes({times.start + times.Width() * part, times.end + times.Width() * part});
 }
 
 void TChartRange::PanToStart() {
-  ChangeTimes(FFull.first, FFull.first + FPlot.TimeAxis().range().size());
+  ChangeTimes({FFull.start, FFull.start + Times().Width()});
 }
 
 void TChartRange::PanToEnd() {
-  ChangeTimes(FFull.second - FPlot.TimeAxis().range().size(), FFull.second);
+  ChangeTimes({FFull.end - Times().Width(), FFull.end});
 }
 
 void TChartRange::ZoomValues(QCPAxis& axis, double factor, double aboutPixel) {
@@ -166,21 +155,21 @@ void TChartRange::PanValues(double part) {
 void TChartRange::ResetByUser() {
   if (!CanZoom()) return;
   Reset();
-  emit TimesChanged(Times().first, Times().second);
-  emit ResetDone();
+  emit FPlot.TimeRangeChanged(Times());
+  emit FPlot.ZoomReset();
 }
 
 TChartRange::TView TChartRange::View() const {
-  TView view{FPlot.TimeAxis().range(), {}};
+  TView view{Times(), {}};
   for (const QCPAxis* axis : FPlot.ValueAxes()) view.values.append(axis->range());
   return view;
 }
 
 void TChartRange::PanFrom(const TView& view, double right, double down) {
   if (!CanZoom()) return;
-  const double time = right * view.times.size();
-  ChangeTimes(view.times.lower - time, view.times.upper - time);
-  // Values that all fit stay where they are.
+  const double moved = right * view.times.Width();
+  ChangeTimes({view.times.start - moved, view.times.end - moved});
+  // Values are panned only after the user zoomed them.
   if (!FValuesZoomed) return;
   const QList<QCPAxis*> axes = FPlot.ValueAxes();
   for (qsizetype i = 0; i < axes.size() && i < view.values.size(); ++i) {

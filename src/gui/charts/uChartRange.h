@@ -1,50 +1,46 @@
 // What of a chart is in sight: the time range, the value axes that are locked or zoomed, and whether the range is the
-// navigator's. What a user does is signalled; what the program sets is not. Main thread only.
+// navigator's. What the user does is signalled by the plot; what the program sets is not. Main thread only.
 #pragma once
 
-#include <QObject>
 #include <functional>
 #include <optional>
-#include <utility>
 
+#include "base/uTimeSpan.h"
 #include "gui/charts/uChartPlot.h"
 
-class TChartRange final : public QObject {
-  Q_OBJECT
-
+class TChartRange {
  public:
   // scaleValues sets the value axes to the range of the data.
   TChartRange(TChartPlot& plot, std::function<void()> scaleValues);
 
-  // Shows exactly this span of time; one that is too narrow to be drawn is widened about its middle. Nothing happens
-  // without two finite ends in order.
-  void SetTimes(double from, double to);
-  [[nodiscard]] std::pair<double, double> Times() const;
-  // The span of the data, which is shown; one instant is widened by a second each side. Nothing empties the plot.
-  void SetFull(std::optional<std::pair<double, double>> range);
-  [[nodiscard]] std::pair<double, double> Full() const { return FFull; }
-  // The recording is longer than this chart's data: everything means this span until other data are set. An empty
+  // Shows exactly this span; one that is too narrow to draw is widened about its middle. A span that is not valid
+  // changes nothing.
+  void SetTimes(const TTimeSpan& times);
+  [[nodiscard]] TTimeSpan Times() const;
+  // Shows the span of new data; one instant is widened by a second on each side. Without a span the plot is empty.
+  void SetFull(const std::optional<TTimeSpan>& span);
+  [[nodiscard]] const TTimeSpan& Full() const { return FFull; }
+  // The recording is longer than this chart's data: "everything" includes this span until other data are set. An empty
   // chart stays as it is.
-  void SetRecordingSpan(std::pair<double, double> span);
-  // Everything in sight, times and values.
+  void SetRecordingSpan(const TTimeSpan& span);
+  // Shows everything, times and values.
   void Reset();
-  // Scales the values to what they have become, unless the user zoomed them.
+  // Scales the value axes to changed data, unless the user zoomed them.
   void RescaleValues();
   // Wheel and pan leave a locked axis as it is.
   void LockAxis(const QCPAxis& axis, bool locked);
   [[nodiscard]] bool IsLocked(const QCPAxis& axis) const { return FLocked.contains(&axis); }
-  // Says whether the chart shows the navigator's band; nothing says nothing.
+  // The title says whether the chart shows the navigator's band; without a value it is empty.
   void SetSynced(std::optional<bool> synced);
-  // Zoom and pan by the user; on until turned off.
+  // Whether the user can zoom and pan; true at first.
   void SetZoomable(bool on) { FZoomable = on; }
-  // There is data, and the user may zoom it.
+  // There is data, and the user can zoom it.
   [[nodiscard]] bool CanZoom() const { return FZoomable && FPlot.HasData(); }
 
-  // What the user asks for, and so signalled. Kept near the data and within what doubles tell apart.
-  void ChangeTimes(double from, double to);
-  // By a factor about a moment or the middle, below 1 to see less.
-  void ZoomTime(double factor, double about);
-  void ZoomTime(double factor);
+  // All below is what the user asks for, and is signalled. Times stay near the data and within what doubles resolve.
+  void ChangeTimes(const TTimeSpan& wanted);
+  // By a factor, below 1 to see less, about a moment or else the middle.
+  void ZoomTime(double factor, std::optional<double> about = std::nullopt);
   // By a part of what is in sight.
   void PanTime(double part);
   void PanToStart();
@@ -54,19 +50,13 @@ class TChartRange final : public QObject {
   // The key F and the double-click.
   void ResetByUser();
 
-  // What is in sight, to pan from: the plot moves by parts of its width and height.
+  // What is in sight, to pan from: PanFrom moves the plot by parts of its width and height.
   struct TView {
-    QCPRange times;
+    TTimeSpan times{0, 0};
     QList<QCPRange> values;
   };
   [[nodiscard]] TView View() const;
   void PanFrom(const TView& view, double right, double down);
-
- signals:
-  // The user zoomed or panned.
-  void TimesChanged(double from, double to);
-  // The user asked for everything to be seen again.
-  void ResetDone();
 
  private:
   // The smallest span that the user can zoom to.
@@ -74,11 +64,11 @@ class TChartRange final : public QObject {
 
   TChartPlot& FPlot;
   std::function<void()> FScaleValues;
-  std::pair<double, double> FFull{0, 1};
+  TTimeSpan FFull{0, 1};
   bool FZoomable = true;
   bool FValuesZoomed = false;
   QSet<const QCPAxis*> FLocked;
 };
 
-// The ends of a value axis around data; sensible also for one value or none.
+// The ends of a value axis around data; also usable for one value or none.
 QCPRange ScaleAround(double min, double max);

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
-#include <cstdint>
 
 #include "base/uDateTime.h"
 #include "gui/charts/uNumberTicker.h"
@@ -11,65 +10,36 @@
 
 namespace {
 
-constexpr int kMostTicks = 12;
+constexpr int kMaxTicks = 12;
 constexpr double kFirstDay = -693593;  // 0001-01-01
 constexpr double kLastDay = 2958465;   // 9999-12-31
 constexpr std::chrono::sys_days kEpoch{std::chrono::year{1899} / 12 / 30};
 
-constexpr std::int64_t kSecond = 1000;
-constexpr std::int64_t kMinute = 60 * kSecond;
-constexpr std::int64_t kHour = 60 * kMinute;
-constexpr std::int64_t kDay = 24 * kHour;
-constexpr std::int64_t kWeek = 7 * kDay;
-constexpr std::int64_t kToMonday = 2 * kDay;  // the epoch is a Saturday
+using namespace std::chrono_literals;
+using std::chrono::milliseconds;
 
-// Steps of equal length in ms, and beyond them steps in months.
-constexpr std::int64_t kSteps[] = {1,
-                                   2,
-                                   5,
-                                   10,
-                                   20,
-                                   50,
-                                   100,
-                                   200,
-                                   500,
-                                   kSecond,
-                                   2 * kSecond,
-                                   5 * kSecond,
-                                   10 * kSecond,
-                                   15 * kSecond,
-                                   30 * kSecond,
-                                   kMinute,
-                                   2 * kMinute,
-                                   5 * kMinute,
-                                   10 * kMinute,
-                                   15 * kMinute,
-                                   30 * kMinute,
-                                   kHour,
-                                   2 * kHour,
-                                   3 * kHour,
-                                   6 * kHour,
-                                   12 * kHour,
-                                   kDay,
-                                   2 * kDay,
-                                   kWeek,
-                                   2 * kWeek};
+constexpr milliseconds kWeek = 7 * 24h;
+constexpr milliseconds kToMonday = 2 * 24h;  // the epoch is a Saturday
+
+// Steps of equal length, and beyond them steps in months.
+constexpr milliseconds kSteps[] = {1ms,   2ms, 5ms, 10ms, 20ms, 50ms, 100ms, 200ms, 500ms, 1s,
+                                   2s,    5s,  10s, 15s,  30s,  1min, 2min,  5min,  10min, 15min,
+                                   30min, 1h,  2h,  3h,   6h,   12h,  24h,   48h,   kWeek, 2 * kWeek};
 constexpr int kMonths[] = {1, 2, 3, 6, 12, 24, 60, 120, 240, 600, 1200, 2400, 6000, 12000, 24000, 60000};
 constexpr double kDaysOfMonth = 30.436875;
 
-std::string TimeMask(std::int64_t step) {
-  if (step < kSecond) return "hh:nn:ss.zzz";
-  return step < kMinute ? "hh:nn:ss" : "hh:nn";
+std::string TimeMask(milliseconds step) {
+  if (step < 1s) return "hh:nn:ss.zzz";
+  return step < 1min ? "hh:nn:ss" : "hh:nn";
 }
 
 int WidthOf(const QFontMetrics& metrics, const std::string& mask) {
   return metrics.horizontalAdvance(QtText(FormatDateTime(mask, 36888.86)));
 }
 
-QVector<double> EqualSteps(const QCPRange& range, std::int64_t step) {
-  const std::int64_t origin = step % kWeek == 0 ? kToMonday : 0;
-  const auto size = static_cast<double>(step);
-  const double offset = static_cast<double>(origin);
+QVector<double> EqualSteps(const QCPRange& range, milliseconds step) {
+  const auto size = static_cast<double>(step.count());
+  const auto offset = static_cast<double>(step % kWeek == 0ms ? kToMonday.count() : 0);
   const double first = std::ceil((range.lower * kMsPerDay - offset) / size);
   const double last = std::floor((range.upper * kMsPerDay - offset) / size);
   QVector<double> ticks;
@@ -100,7 +70,7 @@ void TDateTicker::generate(const QCPRange& range, const QLocale& locale, QChar f
   const double firstDate = std::max(range.lower, kFirstDay);
   const double lastDate = std::min(range.upper, kLastDay);
   if (!(firstDate < lastDate)) {
-    // Days that are in no calendar are numbers.
+    // Days outside the calendar are shown as numbers.
     setTickCount(3);
     QCPAxisTicker::generate(range, locale, formatChar, precision, ticks, subTicks, tickLabels);
     return;
@@ -112,18 +82,18 @@ void TDateTicker::generate(const QCPRange& range, const QLocale& locale, QChar f
   const double pixelsPerDay = AxisLength(FAxis) / range.size();
   const int gap = metrics.horizontalAdvance("00");
   const auto fits = [&](double stepDays, int width) {
-    return range.size() / stepDays < kMostTicks && stepDays * pixelsPerDay >= width + gap;
+    return range.size() / stepDays < kMaxTicks && stepDays * pixelsPerDay >= width + gap;
   };
   const int dateWidth = WidthOf(metrics, ShortDateFormat());
-  for (const std::int64_t step : kSteps) {
-    const bool wholeDays = step >= kDay;
+  for (const milliseconds step : kSteps) {
+    const bool wholeDays = step >= 24h;
     const std::string mask = TimeMask(step);
     int width = dateWidth;
     if (!wholeDays) {
       width = FLabels == TDateLabels::TwoLines ? std::max(dateWidth, WidthOf(metrics, mask))
                                                : WidthOf(metrics, ShortDateFormat() + ' ' + mask);
     }
-    if (!fits(static_cast<double>(step) / kMsPerDay, width)) continue;
+    if (!fits(static_cast<double>(step.count()) / kMsPerDay, width)) continue;
     ticks = EqualSteps(dates, step);
     if (tickLabels) *tickLabels = LabelsOf(ticks, range, wholeDays, mask);
     return;

@@ -9,8 +9,8 @@ constexpr double kRadius = 3;        // px, of one event
 constexpr double kCell = 3;          // px; two dots in one cell overlap
 constexpr double kNumberRoom = 2;    // px around the number of a group
 constexpr double kNumberSize = 0.8;  // of the chart's font
-constexpr std::size_t kMostSmooth = 20000;
-constexpr int kLightInk = 150;  // of 255; on lighter ones the number is dark
+constexpr std::size_t kMaxSmooth = 20000;
+constexpr int kLightInk = 150;  // of 255; the number is dark on lighter colours
 
 // At most four characters.
 QString NumberText(std::size_t count) {
@@ -49,7 +49,7 @@ void TEventDots::Absorb() {
 }
 
 bool TEventDots::IsCrowd(const QCPPainter& painter) const {
-  return !FAbsorption && FDots.size() > kMostSmooth && !painter.modes().testFlag(QCPPainter::pmVectorized);
+  return !FAbsorption && FDots.size() > kMaxSmooth && !painter.modes().testFlag(QCPPainter::pmVectorized);
 }
 
 QImage TEventDots::Canvas(const QCPPainter& painter) const {

@@ -7,7 +7,7 @@
 #include <optional>
 #include <vector>
 
-#include "analysis/uDotAbsorption.h"
+#include "analysis/uPointAbsorption.h"
 
 class TEventDots {
  public:

@@ -5,8 +5,9 @@
 #include <limits>
 #include <utility>
 
+#include "analysis/uEnvelope.h"
 #include "analysis/uMissionFigures.h"
-#include "analysis/uPointAbsorption.h"
+#include "analysis/uRangeStatistics.h"
 #include "gui/charts/uChartPaint.h"
 #include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
@@ -14,7 +15,7 @@
 namespace {
 
 constexpr double kReach = 8;         // px, how near to an event a click is meant for it
-constexpr double kLevelInSight = 4;  // times the largest peak; a level above would press the events flat
+constexpr double kLevelInSight = 4;  // times the largest peak; a level above is out of sight
 constexpr double kTotalRadius = 3;   // px, of the dot behind
 constexpr double kFaint = 0.16;      // of the text's colour, for events that the filter hides
 
@@ -49,7 +50,7 @@ void TEventsChart::SetEvents(const TEventList& events, const TMissionData& missi
   SetPlaceholder(why.empty() ? tr("No events") : QtText(why));
   FEvents.Set(events);
   if (mission.bValid && mission.adxl_level_on > 0) FTrigger = mission.adxl_level_on;
-  if (FEvents.Count() > 0) SetFullRange(std::pair(FEvents.Time(0), FEvents.Time(FEvents.Count() - 1)));
+  if (FEvents.Count() > 0) SetFullRange(TTimeSpan{FEvents.Time(0), FEvents.Time(FEvents.Count() - 1)});
 }
 
 void TEventsChart::SetVisibleEvents(std::vector<bool> visible) {
@@ -78,7 +79,7 @@ void TEventsChart::SetPointAbsorption(bool on) {
 
 void TEventsChart::SetColour(TSeries series, const QColor& colour) {
   const std::uint32_t rgb = colour.rgb() & RGB_MASK;
-  if (std::exchange(FColours[static_cast<std::size_t>(series)], rgb) != rgb) Restyle();
+  if (std::exchange(FColours[Place(series)], rgb) != rgb) Restyle();
 }
 
 void TEventsChart::SetAlarmLimits(TAlarmLimits limits) {
@@ -91,19 +92,19 @@ void TEventsChart::SetMasks(TValueMasks masks) {
 }
 
 void TEventsChart::ScaleValues() {
-  const double largest = FEvents.Largest();
-  double top = largest;
+  const double max = FEvents.MaxPeak();
+  double top = max;
   const auto include = [&](double level) {
-    if (level <= largest * kLevelInSight) top = std::max(top, level);
+    if (level <= max * kLevelInSight) top = std::max(top, level);
   };
   if (FTrigger) include(*FTrigger);
-  if (FAlarm) include(FAlarm->second);
-  if (FAlarm) include(std::fabs(FAlarm->first));
+  if (FAlarm) include(FAlarm->max);
+  if (FAlarm) include(std::fabs(FAlarm->min));
   ValueAxis().setRange(0, top > 0 ? top * 1.1 : 1.0);
 }
 
 QColor TEventsChart::InkOf(TSeries series) const {
-  return InkOn(palette(), FColours[static_cast<std::size_t>(series)]);
+  return InkOn(palette(), FColours[Place(series)]);
 }
 
 QString TEventsChart::GText(double g) const {
@@ -112,15 +113,12 @@ QString TEventsChart::GText(double g) const {
 
 void TEventsChart::Restyle() {
   TTimeChart::Restyle();
-  const std::array names = {tr("X"), tr("Y"), tr("Z"), tr("Total")};
   std::vector<TLegendEntry> entries;
-  for (std::size_t i = 0; i < names.size(); ++i) {
-    entries.push_back({names[i], InkOf(static_cast<TSeries>(i))});
-  }
+  for (const TSeries series : kAllSeries) entries.push_back({NameOf(series), InkOf(series)});
   Legend().SetEntries(std::move(entries));
 }
 
-// The levels stand behind, so that their names hide no peak.
+// The levels are drawn first, so that their names hide no peak.
 void TEventsChart::PaintEvents(QCPPainter& painter) {
   if (FEvents.Count() == 0) return;
   painter.setFont(font());
@@ -130,7 +128,7 @@ void TEventsChart::PaintEvents(QCPPainter& painter) {
                Mixed(palette().color(QPalette::Base), palette().color(QPalette::Text), kFaint));
   }
   for (const TSeries series : {TSeries::Total, TSeries::X, TSeries::Y, TSeries::Z}) {
-    PaintStems(painter, static_cast<std::size_t>(series), InkOf(series));
+    PaintStems(painter, Place(series), InkOf(series));
   }
   PaintDots(painter);
 }
@@ -142,7 +140,7 @@ void TEventsChart::PaintLevels(QCPPainter& painter) const {
               ground);
   }
   if (!FAlarm) return;
-  // Not at the right, because the upper limit often is the trigger level.
+  // Not at the right: the upper limit is often the trigger level, whose name is there.
   const QColor ink = InkOn(palette(), kAlarmColour);
   const auto draw = [&](double level, const QString& name, Qt::Alignment place) {
     DrawLevel(painter, ValueAxis(), level, tr("alarm %1 g").arg(name), ink, ground, place | Qt::AlignTop);
@@ -156,7 +154,7 @@ void TEventsChart::PaintLevels(QCPPainter& painter) const {
 void TEventsChart::PaintDots(QCPPainter& painter) {
   const QRect rect = Rect().rect();
   FDots.Begin(rect, font(), bufferDevicePixelRatio());
-  // Both axes are linear; asking the axis for each of a million events takes longer than all the rest.
+  // Both axes are linear. Calling coordToPixel for a million events would take longer than everything else.
   const QCPRange times = TimeAxis().range();
   const QCPRange values = ValueAxis().range();
   const double left = TimeAxis().coordToPixel(times.lower);
@@ -172,27 +170,26 @@ void TEventsChart::PaintDots(QCPPainter& painter) {
     FDots.Add(left + (FEvents.Time(i) - times.lower) * perTime, foot - (g - values.lower) * perG, i);
   }
   std::vector<QColor> inks;
-  for (std::size_t series = 0; series < kSeriesCount; ++series) inks.push_back(InkOf(static_cast<TSeries>(series)));
+  for (const TSeries series : kAllSeries) inks.push_back(InkOf(series));
   FDots.Paint(painter, inks, palette().color(QPalette::Base), [this](std::size_t i) { return FEvents.Axis(i); });
 }
 
-// Of each column of pixels the highest.
+// Draws the highest stem of each column of pixels.
 void TEventsChart::PaintStems(QCPPainter& painter, std::size_t series, const QColor& ink) {
-  const auto [from, to] = Range().Times();
-  FEvents.StemsIn(ColumnsOf(TimeAxis(), painter, from, to), series, FPeaks);
+  const std::vector<std::size_t> peaks = FEvents.StemsIn(ColumnsOf(TimeAxis(), painter, Range().Times()), series);
   const QRect rect = Rect().rect();
   const auto clamped = [&rect](double y) { return std::clamp(y, rect.top() - 20.0, rect.bottom() + 20.0); };
   const double foot = clamped(ValueAxis().coordToPixel(0));
   QList<QLineF> stems;
-  for (const std::size_t place : FPeaks) {
+  for (const std::size_t place : peaks) {
     const double x = TimeAxis().coordToPixel(FEvents.Time(place));
     stems.append(QLineF(x, foot, x, clamped(ValueAxis().coordToPixel(double{FEvents.Stem(place, series)}))));
   }
   painter.setAntialiasing(false);
   painter.setPen(QPen(ink, 1));
   painter.drawLines(stems);
-  const bool crowded = static_cast<double>(FPeaks.size()) * 2 * kTotalRadius > rect.width();
-  if (series != static_cast<std::size_t>(TSeries::Total) || crowded) return;
+  const bool crowded = static_cast<double>(peaks.size()) * 2 * kTotalRadius > rect.width();
+  if (series != Place(TSeries::Total) || crowded) return;
   QList<QPointF> dots;
   for (const QLineF& stem : stems) dots.append(stem.p2());
   painter.setAntialiasing(true);
@@ -202,14 +199,12 @@ void TEventsChart::PaintStems(QCPPainter& painter, std::size_t series, const QCo
 
 void TEventsChart::PaintMark(QCPPainter& painter, std::optional<std::size_t> place, bool selected) const {
   if (!place) return;
+  const QColor highlight = palette().color(QPalette::Highlight);
+  const QPen line(highlight, 1, selected ? Qt::SolidLine : Qt::DotLine);
+  if (!DrawMoment(painter, TimeAxis(), FEvents.Time(*place), line)) return;
   const QRect rect = Rect().rect();
   const double x = TimeAxis().coordToPixel(FEvents.Time(*place));
   const double y = ValueAxis().coordToPixel(double{FEvents.Max(*place)});
-  if (!(x >= rect.left() - 1 && x <= rect.right() + 1)) return;
-  const QColor highlight = palette().color(QPalette::Highlight);
-  painter.setAntialiasing(false);
-  painter.setPen(QPen(highlight, 1, selected ? Qt::SolidLine : Qt::DotLine));
-  painter.drawLine(QPointF(x, rect.top()), QPointF(x, rect.bottom()));
   if (!(y >= rect.top() - 20 && y <= rect.bottom() + 20)) return;
   painter.setAntialiasing(true);
   painter.setBrush(Qt::NoBrush);
@@ -217,13 +212,13 @@ void TEventsChart::PaintMark(QCPPainter& painter, std::optional<std::size_t> pla
   painter.drawEllipse(QPointF(x, y), 7, 7);
 }
 
-// The event whose stem or dot is nearest within reach; of several in one column of pixels the largest.
+// The event whose stem or dot is nearest within reach; of several in one column of pixels, the one with the highest
+// peak.
 std::optional<std::size_t> TEventsChart::PlaceNear(const QPointF& position) const {
   if (FEvents.Count() == 0) return std::nullopt;
-  const double from = TimeAxis().pixelToCoord(position.x() - kReach);
-  const double to = TimeAxis().pixelToCoord(position.x() + kReach);
-  std::vector<std::size_t> peaks;
-  FEvents.StemsIn({from, to, static_cast<std::size_t>(2 * kReach)}, static_cast<std::size_t>(TSeries::Total), peaks);
+  const TTimeSpan near{MomentAt(position - QPointF(kReach, 0)), MomentAt(position + QPointF(kReach, 0))};
+  const std::vector<std::size_t> peaks =
+      FEvents.StemsIn({near, static_cast<std::size_t>(2 * kReach)}, Place(TSeries::Total));
   std::optional<std::size_t> nearest;
   double minDistance = kReach;
   for (const std::size_t place : peaks) {
@@ -237,16 +232,16 @@ std::optional<std::size_t> TEventsChart::PlaceNear(const QPointF& position) cons
   return nearest;
 }
 
-// The foot of a stem is nearest to the line that crosses it.
+// Looks at the foot of the chart, where all stems begin.
 std::optional<std::size_t> TEventsChart::PlaceAt(double time) const {
   return PlaceNear({TimeAxis().coordToPixel(time), static_cast<double>(Rect().rect().bottom())});
 }
 
 void TEventsChart::Clicked(const QPointF& position) {
-  // The dots of the first and the last event stand half outside the axes.
+  // Half of the first and the last dot is outside the axes.
   const QRectF reach = QRectF(Rect().rect()).adjusted(-kReach, 0, kReach, 0);
   if (!reach.contains(position)) return;
-  // A point that holds several is its largest.
+  // A group of events stands for its highest.
   auto place = FDots.GroupAt(position);
   if (!place) place = PlaceNear(position);
   FBeforeClick = FSelected;
@@ -274,14 +269,13 @@ std::vector<TReading> TEventsChart::ReadingsAt(double time) const {
   std::vector<TReading> readings = {{tr("event %1").arg(FEvents.IndexOf(*place)), text, std::nullopt},
                                     {tr("peak %1").arg(GText(double{FEvents.Max(*place)})), InkOf(TSeries::Total), at}};
   if (FEvents.Axis(*place) != TEventsInTime::kNoAxis) {
-    const std::array names = {tr("X"), tr("Y"), tr("Z")};
-    readings.push_back({tr("%1 %2").arg(names[FEvents.Axis(*place)], GText(double{FEvents.Peak(*place)})),
-                        InkOf(static_cast<TSeries>(FEvents.Axis(*place))), std::nullopt});
+    const TSeries axis = kAllSeries[FEvents.Axis(*place)];
+    readings.push_back({tr("%1 %2").arg(NameOf(axis), GText(double{FEvents.Peak(*place)})), InkOf(axis), std::nullopt});
   }
   return readings;
 }
 
-// A cursor near an event stands on it.
+// A cursor snaps to an event near it.
 double TEventsChart::CursorMoment(double time) const {
   const auto place = PlaceAt(time);
   return place ? FEvents.Time(*place) : time;
@@ -315,15 +309,14 @@ TRangeTable TEventsChart::VisibleStatistics() const {
     sum.Add(FEvents.Max(i));
     if (std::isfinite(FEvents.Max(i)) && (!largest || FEvents.Max(i) > FEvents.Max(*largest))) largest = i;
   }
-  const TRangeStatistics peaks = sum.Result();
+  const TRangeStatistics found = sum.Result();
   const QString which =
       largest ? tr("Largest peak (g), event %1").arg(FEvents.IndexOf(*largest)) : tr("Largest peak (g)");
-  TRangeTable table{tr("%1 … %2").arg(MomentText(from), MomentText(to)),
-                    {tr("Figure"), tr("Value")},
-                    1,
-                    {{tr("Events"), QString::number(count)},
-                     {which, StatisticsNumber(peaks.largest)},
-                     {tr("Mean peak (g)"), StatisticsNumber(peaks.mean)}}};
+  TRangeTable table{
+      tr("%1 … %2").arg(MomentText(from), MomentText(to)),
+      {tr("Figure"), tr("Value")},
+      1,
+      {{tr("Events"), QString::number(count)}, {which, Digits(found.max)}, {tr("Mean peak (g)"), Digits(found.mean)}}};
   if (hidden > 0) table.rows.push_back({tr("Events hidden by the filter"), QString::number(hidden)});
   return table;
 }

@@ -70,6 +70,5 @@ class TEventsChart final : public TTimeChart {
   TValueMasks FMasks;
   TEventDots FDots;
   std::optional<std::size_t> FSelected, FHovered;  // places
-  std::optional<std::size_t> FBeforeClick;         // the selected place then
-  std::vector<std::size_t> FPeaks;                 // of a replot, kept for its memory
+  std::optional<std::size_t> FBeforeClick;         // what was selected before the last click
 };

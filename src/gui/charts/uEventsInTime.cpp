@@ -32,7 +32,7 @@ void TEventsInTime::Set(const TEventList& events) {
     FMax.push_back(event.Max);
     FMaxSingle.push_back(event.MaxSingle);
     FAxes.push_back(AxisOf(event));
-    if (std::isfinite(event.Max)) FLargest = std::max(FLargest, event.Max);
+    if (std::isfinite(event.Max)) FMaxPeak = std::max(FMaxPeak, event.Max);
   }
   const auto finite = [](double time) { return std::isfinite(time); };
   if (!std::ranges::all_of(FTimes, finite) || !std::ranges::is_sorted(FTimes)) SortByTime();
@@ -94,8 +94,8 @@ float TEventsInTime::Stem(std::size_t place, std::size_t series) const {
   return FMax[place];
 }
 
-void TEventsInTime::StemsIn(const TColumns& columns, std::size_t series, std::vector<std::size_t>& places) const {
-  ColumnPeaks(
+std::vector<std::size_t> TEventsInTime::StemsIn(const TColumns& columns, std::size_t series) const {
+  return ColumnPeaks(
       FTimes.size(), [this](std::size_t i) { return FTimes[i]; },
-      [this, series](std::size_t i) { return Stem(i, series); }, FStems[series], columns, places);
+      [this, series](std::size_t i) { return Stem(i, series); }, FStems[series], columns);
 }

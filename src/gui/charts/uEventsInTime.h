@@ -1,6 +1,6 @@
 // The events of a mission in the order of time, as the events chart shows them. Main thread only.
 //
-// An event's place is that in the order of time, its index that in the list. Events without a finite time have no
+// An event's place is its number in the order of time, its index that in the list. Events without a finite time have no
 // place.
 #pragma once
 
@@ -10,8 +10,8 @@
 #include <optional>
 #include <vector>
 
+#include "analysis/uEnvelope.h"
 #include "analysis/uExtents.h"
-#include "analysis/uPointAbsorption.h"
 #include "gui/charts/uSeries.h"
 #include "model/uEvents.h"
 
@@ -37,7 +37,7 @@ class TEventsInTime {
   // 0 x, 1 y, 2 z, kNoAxis none
   [[nodiscard]] std::size_t Axis(std::size_t place) const { return FAxes[place]; }
   // g, of all finite peaks
-  [[nodiscard]] float Largest() const { return FLargest; }
+  [[nodiscard]] float MaxPeak() const { return FMaxPeak; }
   [[nodiscard]] bool HasFilter() const { return !FVisible.empty(); }
   [[nodiscard]] bool IsVisible(std::size_t place) const { return FVisible.empty() || FVisible[IndexOf(place)]; }
 
@@ -47,8 +47,8 @@ class TEventsInTime {
   [[nodiscard]] std::optional<std::size_t> PlaceOn(double time) const;
   // What stands at a place, g; NaN for nothing.
   [[nodiscard]] float Stem(std::size_t place, std::size_t series) const;
-  // The places of the largest stem in each column; the columns span date-times.
-  void StemsIn(const TColumns& columns, std::size_t series, std::vector<std::size_t>& places) const;
+  // The place of the highest stem in each column; the columns span date-times.
+  [[nodiscard]] std::vector<std::size_t> StemsIn(const TColumns& columns, std::size_t series) const;
 
  private:
   void SortByTime();
@@ -59,6 +59,6 @@ class TEventsInTime {
   std::vector<std::uint8_t> FAxes;      // of the peak
   std::vector<std::uint32_t> FIndexes;  // empty while every place is its index
   std::vector<bool> FVisible;           // by index; empty while all are
-  float FLargest = 0;
+  float FMaxPeak = 0;
   std::array<TExtents, kSeriesCount + 1> FStems;
 };

@@ -9,11 +9,10 @@
 #include <limits>
 #include <optional>
 #include <span>
-#include <utility>
 #include <vector>
 
-// Borrows samples that are in order, as nearly all are; of others it keeps a copy, in stable order. What has no finite
-// time is left out.
+// Borrows samples that are in order, as nearly all are; sorts a copy of others, stable. Samples without a finite time
+// are left out.
 template <class TSample>
 class TInTimeOrder {
  public:
@@ -25,7 +24,7 @@ class TInTimeOrder {
     Clear();
     FSamples = samples;
     const auto finite = [](const TSample& sample) { return std::isfinite(sample.time); };
-    // Times that rise between two finite ones are finite.
+    // Rising times between two finite ones are finite.
     const auto rises = [](const TSample& before, const TSample& after) { return before.time <= after.time; };
     const bool inOrder = std::ranges::adjacent_find(samples, std::not_fn(rises)) == samples.end();
     if (inOrder && (samples.empty() || (finite(samples.front()) && finite(samples.back())))) return;
@@ -53,33 +52,26 @@ class TInTimeOrder {
   std::vector<TSample> FCopy;
 };
 
-// Of `count` samples in the order of time the one with the least distance(i) px from a position; none where no
-// distance is finite. across(i) px is the part of it along the axis of time; it grows on both sides of `start`, which
-// is the sample nearest in time. Where very many share a pixel only the nearest of them are looked at.
+// Of `count` samples in the order of time, the one with the smallest distance(i) from a position, in px; none where no
+// distance is finite. across(i) is the distance along the time axis; it grows on both sides of `start`, the sample
+// nearest in time. Where very many samples share a pixel, only those nearest in time are looked at.
 template <class TAcross, class TDistance>
 std::optional<std::size_t> NearestOnScreen(std::size_t count, std::size_t start, const TAcross& across,
                                            const TDistance& distance) {
-  constexpr std::size_t kMostSteps = 20000;  // on each side
+  constexpr std::size_t kMaxSteps = 20000;  // on each side
   std::optional<std::size_t> nearest;
-  double least = std::numeric_limits<double>::infinity();
-  // False where all beyond is farther away.
+  double min = std::numeric_limits<double>::infinity();
+  // False if all samples beyond are farther away.
   const auto look = [&](std::size_t i) {
-    if (across(i) >= least) return false;
+    if (across(i) >= min) return false;
     const double found = distance(i);
-    if (found < least) {
-      least = found;
+    if (found < min) {
+      min = found;
       nearest = i;
     }
     return true;
   };
-  for (std::size_t i = start; i < count && i - start < kMostSteps && look(i);) ++i;
-  for (std::size_t i = start; i > 0 && start - i < kMostSteps && look(i - 1);) --i;
+  for (std::size_t i = start; i < count && i - start < kMaxSteps && look(i);) ++i;
+  for (std::size_t i = start; i > 0 && start - i < kMaxSteps && look(i - 1);) --i;
   return nearest;
-}
-
-// A view in the samples' own time, widened by what converting it there may have cost, so that what stands at its ends
-// stays in it. `size` is that of the times that were added up.
-inline std::pair<double, double> WithRounding(double from, double to, double size) {
-  const double rounding = 4 * std::numeric_limits<double>::epsilon() * size;
-  return {from - rounding, to + rounding};
 }

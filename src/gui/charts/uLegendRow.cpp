@@ -8,7 +8,7 @@ constexpr int kSample = 14;   // px, the piece of line before a name
 constexpr int kGap = 5;       // between it and the name
 constexpr int kBetween = 14;  // between entries
 constexpr int kSide = 12;     // left and right of the row
-constexpr int kMostRows = 3;
+constexpr int kMaxRows = 3;
 
 }  // namespace
 
@@ -42,7 +42,7 @@ void TLegendRow::PlaceEntries(int width) {
   int entriesWidth = 0;
   for (const TLegendEntry& entry : FEntries)
     entriesWidth += metrics.horizontalAdvance(entry.name) + kSample + kGap + kBetween;
-  // A title too long for its row stands alone in it, or is shortened.
+  // A title that leaves no room for the entries gets a row of its own, and is shortened if that is too short.
   FTitleWidth = std::min(wanted, width - 2 * kSide);
   if (!FTitle.isEmpty() && wanted + entriesWidth > width - 2 * kSide && !FEntries.empty()) {
     rows.emplace_back();
@@ -51,7 +51,7 @@ void TLegendRow::PlaceEntries(int width) {
   for (const TLegendEntry& entry : FEntries) {
     const int size = metrics.horizontalAdvance(entry.name) + kSample + kGap + kBetween;
     if (used + size > width - 2 * kSide && !rows.back().empty()) {
-      if (rows.size() == kMostRows) break;
+      if (rows.size() == kMaxRows) break;
       rows.emplace_back();
       used = 0;
     }

@@ -1,19 +1,16 @@
 #include "gui/charts/uNavigatorBand.h"
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
 TNavigatorBand::TNavigatorBand(const char* name, QObject* parent) : QObject(parent) {
   setObjectName(name);
 }
 
-bool TNavigatorBand::Show(double start, double end) {
-  if (!std::isfinite(start) || !std::isfinite(end)) return false;
-  const auto [first, last] = std::minmax(start, end);
-  if (FVisible && FStart == first && FEnd == last) return false;
-  FStart = first;
-  FEnd = last;
+bool TNavigatorBand::Show(const TTimeSpan& span) {
+  const TTimeSpan ordered{std::min(span.start, span.end), std::max(span.start, span.end)};
+  if (!span.IsFinite() || (FVisible && FSpan == ordered)) return false;
+  FSpan = ordered;
   FVisible = true;
   emit Changed();
   return true;

@@ -3,9 +3,11 @@
 
 #include <QObject>
 
+#include "base/uTimeSpan.h"
+
 class TNavigatorBand final : public QObject {
   Q_OBJECT
-  // Date-times; what they are while the band is hidden says nothing.
+  // Date-times; without meaning while the band is hidden.
   Q_PROPERTY(double start READ Start NOTIFY Changed)
   Q_PROPERTY(double end READ End NOTIFY Changed)
   Q_PROPERTY(bool visible READ IsVisible NOTIFY Changed)
@@ -13,18 +15,18 @@ class TNavigatorBand final : public QObject {
  public:
   TNavigatorBand(const char* name, QObject* parent);
 
-  // Ends that are not in order are exchanged; nothing happens without two finite ones. True when the band was another
-  // before.
-  bool Show(double start, double end);
+  // Swaps ends that are not in order; without two finite ends nothing happens. Both return true if the band changed.
+  bool Show(const TTimeSpan& span);
   bool Hide();
-  [[nodiscard]] double Start() const { return FStart; }
-  [[nodiscard]] double End() const { return FEnd; }
+  [[nodiscard]] const TTimeSpan& Span() const { return FSpan; }
+  [[nodiscard]] double Start() const { return FSpan.start; }
+  [[nodiscard]] double End() const { return FSpan.end; }
   [[nodiscard]] bool IsVisible() const { return FVisible; }
 
  signals:
   void Changed();
 
  private:
-  double FStart = 0, FEnd = 0;
+  TTimeSpan FSpan{0, 0};
   bool FVisible = false;
 };

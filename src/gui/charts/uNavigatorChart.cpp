@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "analysis/uPointAbsorption.h"
+#include "analysis/uEnvelope.h"
 #include "base/uDateTime.h"
 #include "gui/charts/uChartPaint.h"
 #include "gui/charts/uDateTicker.h"
@@ -13,12 +13,12 @@
 namespace {
 
 constexpr double kTickHeight = 7;  // px, of the mark of an event
+constexpr double kLineWidth = 1.2;
 
-void Widen(std::optional<std::pair<double, double>>& range, double time) {
+void Include(std::optional<TTimeSpan>& span, double time) {
   if (!std::isfinite(time)) return;
-  if (!range) range = std::pair(time, time);
-  range->first = std::min(range->first, time);
-  range->second = std::max(range->second, time);
+  if (!span) span = TTimeSpan{time, time};
+  span->Include({time, time});
 }
 
 }  // namespace
@@ -34,7 +34,7 @@ TNavigatorChart::TNavigatorChart(QWidget* parent)
   setAccessibleName(tr("Navigator chart"));
   SetPlaceholder(tr("No recording"));
   Range().SetZoomable(false);
-  // Too low for an axis of values; what is drawn and its unit stand in the corner.
+  // The chart is too low for a value axis; the name and unit of the curve are in the corner.
   ValueAxis().setVisible(false);
   ValueAxis().grid()->setVisible(false);
   TimeAxis().setLabel({});
@@ -65,20 +65,20 @@ void TNavigatorChart::Clear() {
 void TNavigatorChart::SetMission(const TEventList& events, const TSensorList& sensors) {
   Clear();
   FStart = DrawableStart(events.StartTime);
-  std::optional<TSpan> range;
-  TakeEvents(events, range);
-  TakeSensors(sensors, range);
-  SetFullRange(range);
+  std::optional<TTimeSpan> span;
+  TakeEvents(events, span);
+  TakeSensors(sensors, span);
+  SetFullRange(span);
 }
 
-void TNavigatorChart::TakeEvents(const TEventList& events, std::optional<TSpan>& range) {
+void TNavigatorChart::TakeEvents(const TEventList& events, std::optional<TTimeSpan>& span) {
   FEvents.reserve(events.Count());
   for (const TEvent& event : events.Events()) {
     const double time = DateTimeOf(FStart, event.GetStartTime());
     if (!std::isfinite(time)) continue;
     FEvents.push_back({time, event.Max});
-    Widen(range, time);
-    if (event.Count() > 0) Widen(range, DateTimeOf(FStart, event.Values().back().time));
+    Include(span, time);
+    if (event.Count() > 0) Include(span, DateTimeOf(FStart, event.Values().back().time));
   }
   if (!std::ranges::is_sorted(FEvents, {}, &TEventTick::time)) {
     std::ranges::stable_sort(FEvents, {}, &TEventTick::time);
@@ -86,13 +86,13 @@ void TNavigatorChart::TakeEvents(const TEventList& events, std::optional<TSpan>&
   FExtents.Set(FEvents.size(), [this](std::size_t i) { return FEvents[i].peak; });
 }
 
-void TNavigatorChart::TakeSensors(const TSensorList& sensors, std::optional<TSpan>& range) {
+void TNavigatorChart::TakeSensors(const TSensorList& sensors, std::optional<TTimeSpan>& span) {
   for (const TSensor& sensor : sensors.Sensors()) {
     TInTimeOrder<TSensorValue> readings;
     readings.Set(sensor.Values());
     if (readings.Samples().empty()) continue;
-    Widen(range, DateTimeOf(FStart, readings.Samples().front().time));
-    Widen(range, DateTimeOf(FStart, readings.Samples().back().time));
+    Include(span, DateTimeOf(FStart, readings.Samples().front().time));
+    Include(span, DateTimeOf(FStart, readings.Samples().back().time));
     if (!FReadings.Samples().empty()) continue;
     FReadings = std::move(readings);
     const auto samples = FReadings.Samples();
@@ -116,31 +116,31 @@ QString TNavigatorChart::Caption() const {
   return unit.isEmpty() ? name : QString("%1 (%2)").arg(name, unit);
 }
 
-void TNavigatorChart::SetBand(double from, double to) {
-  if (FBand->Show(from, to)) RedrawMarks();
+void TNavigatorChart::SetBand(const TTimeSpan& band) {
+  if (FBand->Show(band)) RedrawMarks();
 }
 
-void TNavigatorChart::SetCompanions(double leftEnd, double rightStart) {
-  const auto [first, last] = Range().Full();
-  const bool left = FLeft->Show(std::min(first, leftEnd), leftEnd);
-  const bool right = FRight->Show(rightStart, std::max(last, rightStart));
+void TNavigatorChart::SetCompanions(const TTimeSpan& band) {
+  const TTimeSpan& data = Range().Full();
+  const bool left = FLeft->Show({std::min(data.start, band.start), band.start});
+  const bool right = FRight->Show({band.end, std::max(data.end, band.end)});
   if (left || right) RedrawMarks();
 }
 
-std::optional<std::pair<double, double>> TNavigatorChart::DataSpan() const {
+std::optional<TTimeSpan> TNavigatorChart::DataSpan() const {
   if (!HasData()) return std::nullopt;
   return Range().Full();
 }
 
-void TNavigatorChart::SetUnsyncedView(std::optional<TSpan> view) {
-  if (view ? FUnsyncedView->Show(view->first, view->second) : FUnsyncedView->Hide()) RedrawMarks();
+void TNavigatorChart::SetUnsyncedView(const std::optional<TTimeSpan>& view) {
+  if (view ? FUnsyncedView->Show(*view) : FUnsyncedView->Hide()) RedrawMarks();
 }
 
 void TNavigatorChart::ScaleValues() {
   TExtent whole = FExtents.Whole();
-  if (FReadings.Samples().empty()) whole.Take({0, 0});
-  const QCPRange range = ScaleAround(double{whole.least}, double{whole.largest});
-  // The event ticks stand below the line, the words above it.
+  if (FReadings.Samples().empty()) whole.Include(0.0F);
+  const QCPRange range = ScaleAround(double{whole.min}, double{whole.max});
+  // Room for the event ticks below the curve and the words above it.
   ValueAxis().setRange(range.lower - range.size() * 0.2, range.upper + range.size() * 0.2);
 }
 
@@ -149,32 +149,24 @@ void TNavigatorChart::PaintOverview(QCPPainter& painter) {
   const QRect rect = Rect().rect();
   DrawWords(painter, rect.topLeft() + QPointF(2, 1), Qt::AlignLeft | Qt::AlignTop, Caption(), FaintInk(),
             palette().color(QPalette::Base), rect);
-  const auto [from, to] = Range().Times();
-  if (!FReadings.Samples().empty()) {
-    const auto readings = FReadings.Samples();
-    const auto [first, last] = WithRounding((from - FStart) * kMsPerDay, (to - FStart) * kMsPerDay,
-                                            (std::fabs(FStart) + std::fabs(to)) * kMsPerDay);
-    const TColumns columns = ColumnsOf(TimeAxis(), painter, first, last);
-    Envelope(
-        readings.size(), [readings](std::size_t i) { return readings[i].time; },
-        [readings](std::size_t i) { return readings[i].xvalue; }, FExtents, columns, FEnvelope);
-    DrawEnvelope(painter, TimeAxis(), ValueAxis(), FEnvelope,
-                 QPen(SensorInk(palette(), FChoices.ColourOf(FSensor)), 1.2), FStart, 1 / kMsPerDay);
+  if (FReadings.Samples().empty()) {
+    DrawCurve(
+        painter, {TimeAxis(), ValueAxis()}, std::span<const TEventTick>(FEvents),
+        [](const TEventTick& tick) { return tick.peak; }, FExtents, QPen(FaintInk(), kLineWidth));
   } else {
-    Envelope(
-        FEvents.size(), [this](std::size_t i) { return FEvents[i].time; },
-        [this](std::size_t i) { return FEvents[i].peak; }, FExtents, ColumnsOf(TimeAxis(), painter, from, to),
-        FEnvelope);
-    DrawEnvelope(painter, TimeAxis(), ValueAxis(), FEnvelope, QPen(FaintInk(), 1.2));
+    DrawCurve(
+        painter, {TimeAxis(), ValueAxis(), FStart, kMsPerDay}, FReadings.Samples(),
+        [](const TSensorValue& reading) { return reading.xvalue; }, FExtents,
+        QPen(SensorInk(palette(), FChoices.ColourOf(FSensor)), kLineWidth));
   }
 }
 
 void TNavigatorChart::PaintEventTicks(QCPPainter& painter) const {
-  const auto [from, to] = Range().Times();
   const double bottom = Rect().rect().bottom();
   QList<QLineF> ticks;
   VisitColumns(
-      FEvents.size(), [this](std::size_t i) { return FEvents[i].time; }, ColumnsOf(TimeAxis(), painter, from, to),
+      FEvents.size(), [this](std::size_t i) { return FEvents[i].time; },
+      ColumnsOf(TimeAxis(), painter, Range().Times()),
       [&](std::size_t first, std::size_t /*end*/) {
         const double x = TimeAxis().coordToPixel(FEvents[first].time);
         ticks.append(QLineF(x, bottom - kTickHeight, x, bottom));

@@ -6,9 +6,9 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
+#include "analysis/uExtents.h"
 #include "gui/charts/uBandGestures.h"
 #include "gui/charts/uInTimeOrder.h"
 #include "gui/charts/uNavigatorBand.h"
@@ -33,21 +33,21 @@ class TNavigatorChart final : public TTimeChart {
   void SetSensorNames(std::map<std::string, std::string> names);
 
   // From the first to the last time; nothing without a point.
-  [[nodiscard]] std::optional<std::pair<double, double>> DataSpan() const;
-  // The span that the charts show, a date-time each.
-  void SetBand(double from, double to);
-  // What lies before the one and after the other is shaded.
-  void SetCompanions(double leftEnd, double rightStart);
-  // The span of a chart that has a zoom of its own, if one has.
-  void SetUnsyncedView(std::optional<std::pair<double, double>> view);
+  [[nodiscard]] std::optional<TTimeSpan> DataSpan() const;
+  // The span that the charts show, in date-times.
+  void SetBand(const TTimeSpan& band);
+  // Shades what lies before and after the band.
+  void SetCompanions(const TTimeSpan& band);
+  // The span of a chart with a zoom of its own, if there is one.
+  void SetUnsyncedView(const std::optional<TTimeSpan>& view);
 
   [[nodiscard]] QSize sizeHint() const override { return {400, 90}; }
 
  signals:
   // The user moves the band with its width kept, or changes its width; date-times, kept within the data and at least
   // MinSpan apart. The band itself stays until SetBand.
-  void BandDragging(double start, double end);
-  void BandResizing(double start, double end);
+  void BandDragging(const TTimeSpan& band);
+  void BandResizing(const TTimeSpan& band);
 
  protected:
   void Clicked(const QPointF& /*position*/) override {}
@@ -55,10 +55,8 @@ class TNavigatorChart final : public TTimeChart {
   void ScaleValues() override;
 
  private:
-  using TSpan = std::pair<double, double>;
-
-  void TakeEvents(const TEventList& events, std::optional<TSpan>& range);
-  void TakeSensors(const TSensorList& sensors, std::optional<TSpan>& range);
+  void TakeEvents(const TEventList& events, std::optional<TTimeSpan>& span);
+  void TakeSensors(const TSensorList& sensors, std::optional<TTimeSpan>& span);
   // What is drawn, and its unit.
   [[nodiscard]] QString Caption() const;
   void PaintOverview(QCPPainter& painter);
@@ -79,5 +77,4 @@ class TNavigatorChart final : public TTimeChart {
   TNavigatorBand *FLeft, *FRight;  // what lies before and after it
   TNavigatorBand* FUnsyncedView;   // what a chart with a zoom of its own shows
   TBandGestures FGestures;
-  std::vector<TEnvelopePoint> FEnvelope;  // of a replot, kept for its memory
 };

@@ -5,9 +5,9 @@
 
 namespace {
 
-constexpr int kMostTicks = 12;
-constexpr double kLargestFixed = 1e7;  // what is written out in digits; above and far below in powers of ten
-constexpr int kMostDecimals = 7;
+constexpr int kMaxTicks = 12;
+constexpr double kMaxFixed = 1e7;  // numbers above, or far below, are written in powers of ten
+constexpr int kMaxDecimals = 7;
 
 }  // namespace
 
@@ -25,11 +25,11 @@ void TNumberTicker::generate(const QCPRange& range, const QLocale& locale, QChar
   const bool across = FAxis.orientation() == Qt::Horizontal;
   const int length = AxisLength(FAxis);
   const int room = across ? metrics.horizontalAdvance("0000.00  ") : metrics.height() * 5 / 2;
-  // The number of ticks is a wish, passed by half at most.
-  setTickCount(std::clamp(length / room, 2, kMostTicks - 4));
+  // The base class may exceed the wanted number of ticks by half.
+  setTickCount(std::clamp(length / room, 2, kMaxTicks - 4));
   QCPAxisTicker::generate(range, locale, formatChar, precision, ticks, subTicks, tickLabels);
   if (!across || !tickLabels) return;
-  // How wide labels are is known only with their step.
+  // The width of the labels is known only after the step is.
   for (int count = tickCount(); count > 1; --count) {
     int widest = 0;
     for (const QString& label : *tickLabels) widest = std::max(widest, metrics.horizontalAdvance(label));
@@ -47,8 +47,8 @@ double TNumberTicker::getTickStep(const QCPRange& range) {
 QString TNumberTicker::getTickLabel(double tick, const QLocale& /*locale*/, QChar /*formatChar*/, int /*precision*/) {
   if (std::fabs(tick) < FStep * 1e-6) return QStringLiteral("0");
   const double decimals = -std::floor(std::log10(FStep * 1.0001));
-  if (std::fabs(tick) < kLargestFixed && decimals <= kMostDecimals) {
-    // A step of 2.5 needs the decimal after the one that its size says.
+  if (std::fabs(tick) < kMaxFixed && decimals <= kMaxDecimals) {
+    // A step of 2.5 needs one decimal more than its magnitude says.
     const auto places = static_cast<int>(std::max(decimals, 0.0));
     const double shifted = FStep * std::pow(10.0, places);
     const bool needsMore = std::fabs(shifted - std::round(shifted)) > 1e-6 * shifted;

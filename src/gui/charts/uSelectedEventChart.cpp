@@ -3,7 +3,6 @@
 #include <QLocale>
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <string_view>
 #include <utility>
 
@@ -16,19 +15,19 @@
 namespace {
 
 constexpr double kLineWidth = 1.2;
-constexpr double kLevelInSight = 4;  // times the largest value; a level above would press the event flat
+constexpr double kLevelInSight = 4;  // times the largest value; a level above is out of sight
 constexpr double kWordsRoom = 0.08;  // of the values, above and below, for the name of the peak
 
 // Times over the levels, ms from the start, in order.
-std::vector<std::pair<double, double>> IntervalsOver(const TThresholds& levels, const TEvent& event, double start) {
-  std::vector<TThresholdInterval> intervals;
+std::vector<TTimeSpan> IntervalsOver(const TThresholds& levels, const TEvent& event, double start) {
+  std::vector<TTimeSpan> intervals;
   CalcEventMetrics(event, levels, &intervals);
-  std::vector<std::pair<double, double>> over;
-  for (const auto& [begin, end] : intervals) {
-    const auto [from, to] = std::minmax({begin - start, end - start});
-    if (std::isfinite(from) && std::isfinite(to)) over.emplace_back(from, to);
+  std::vector<TTimeSpan> over;
+  for (const TTimeSpan& interval : intervals) {
+    const auto [from, to] = std::minmax({interval.start - start, interval.end - start});
+    if (std::isfinite(from) && std::isfinite(to)) over.push_back({from, to});
   }
-  if (!std::ranges::is_sorted(over)) std::ranges::sort(over);
+  if (!std::ranges::is_sorted(over, {}, &TTimeSpan::start)) std::ranges::sort(over, {}, &TTimeSpan::start);
   return over;
 }
 
@@ -40,9 +39,9 @@ std::optional<QPointF> FindPeak(const TEvent& event, std::span<const TEventValue
   const auto series = static_cast<TSeries>(axis);
   const auto value = [&](std::size_t i) { return ValueOf(samples[i], series); };
   std::optional<QPointF> peak;
-  const auto found = extents.Of(series).Find(0, samples.size(), value);
+  const auto found = extents[axis].Find(0, samples.size(), value);
   if (!found) return peak;
-  for (const std::size_t i : {found->least, found->largest}) {
+  for (const std::size_t i : {found->min, found->max}) {
     const double ms = samples[i].time - start;
     const bool isPeak = std::fabs(value(i)) == event.MaxSingle;
     if (isPeak && (!peak || ms < peak->x())) peak = QPointF(ms, double{value(i)});
@@ -99,7 +98,7 @@ void TSelectedEventChart::ShowEvent(const TEventList& events, std::size_t index,
   FIntervals = IntervalsOver(FLevels, event, FStart);
 
   FMissionStart = events.StartTime;
-  SetFullRange(std::pair(FSamples.Samples().front().time - FStart, FSamples.Samples().back().time - FStart));
+  SetFullRange(TTimeSpan{Samples().front().time - FStart, Samples().back().time - FStart});
   ShowSamples();
 }
 
@@ -137,8 +136,8 @@ void TSelectedEventChart::ShowSamples() {
   }
   ShowTitle();
   FSamples.Set(FHighPass ? std::span<const TEventValue>(FFiltered) : FEvent->Values());
-  FExtents.Measure(FSamples.Samples());
-  // Filtered curves have no peak of their own.
+  FExtents = MeasureSeries(FSamples.Samples());
+  // The recorded peak is not on the filtered curves.
   FPeak = FHighPass ? std::nullopt : FindPeak(*FEvent, FSamples.Samples(), FExtents, FStart);
   Range().RescaleValues();
   emit SamplesChanged();
@@ -155,36 +154,29 @@ void TSelectedEventChart::SetMasks(TValueMasks masks) {
 
 void TSelectedEventChart::ScaleValues() {
   TExtent whole;
-  for (const TSeries series : VisibleSeries()) whole.Take(FExtents.Whole(series));
+  for (const TSeries series : VisibleSeries()) whole.Include(FExtents[Place(series)].Whole());
   if (!HasData() || whole.IsEmpty()) return ValueAxis().setRange(0, 1);
-  double min{whole.least};
-  double max{whole.largest};
+  double min{whole.min};
+  double max{whole.max};
   const double size = std::max(std::fabs(min), std::fabs(max));
   for (const double level : {FLevels.totOn, FLevels.totOff}) {
     if (level > 0 && level <= size * kLevelInSight) max = std::max(max, level);
   }
-  if (FAlarm && std::fabs(FAlarm->first) <= size * kLevelInSight) min = std::min(min, FAlarm->first);
-  if (FAlarm && std::fabs(FAlarm->second) <= size * kLevelInSight) max = std::max(max, FAlarm->second);
+  if (FAlarm && std::fabs(FAlarm->min) <= size * kLevelInSight) min = std::min(min, FAlarm->min);
+  if (FAlarm && std::fabs(FAlarm->max) <= size * kLevelInSight) max = std::max(max, FAlarm->max);
   const QCPRange range = ScaleAround(min, max);
   const double room = range.size() * kWordsRoom;
   ValueAxis().setRange(range.lower - room, range.upper + room);
 }
 
 void TSelectedEventChart::PaintSeries(QCPPainter& painter) {
-  const auto [first, last] = Range().Times();
-  // The samples' own clock runs from the mission's start.
-  const auto [from, to] = WithRounding(first + FStart, last + FStart, std::fabs(FStart) + std::fabs(last));
-  const TColumns columns = ColumnsOf(TimeAxis(), painter, from, to);
-  const auto samples = FSamples.Samples();
   for (const TSeries series : {TSeries::Total, TSeries::X, TSeries::Y, TSeries::Z}) {
     if (!IsSeriesVisible(series)) continue;
-    Envelope(
-        samples.size(), [samples](std::size_t i) { return samples[i].time; },
-        [samples, series](std::size_t i) { return ValueOf(samples[i], series); }, FExtents.Of(series), columns,
-        FEnvelope);
-    painter.setAntialiasing(true);
-    DrawEnvelope(painter, TimeAxis(), ValueAxis(), FEnvelope, QPen(InkOf(series), kLineWidth), -FStart);
-    if (PointsVisible()) DrawLoneDots(painter, TimeAxis(), ValueAxis(), FEnvelope, InkOf(series), -FStart);
+    // The samples' own clock runs from the mission's start.
+    DrawCurve(
+        painter, {TimeAxis(), ValueAxis(), -FStart}, Samples(),
+        [series](const TEventValue& sample) { return ValueOf(sample, series); }, FExtents[Place(series)],
+        QPen(InkOf(series), kLineWidth), PointsVisible());
   }
 }
 
@@ -197,18 +189,18 @@ void TSelectedEventChart::PaintLevels(QCPPainter& painter) const {
   if (on == off) {
     DrawLevel(painter, ValueAxis(), on, tr("ToT on, off %1 g").arg(Figure(on)), FaintInk(), ground);
   } else {
-    // The names stand away from each other, however near the lines are.
+    // One name above its line and one below, so that they never overlap.
     DrawLevel(painter, ValueAxis(), on, tr("ToT on %1 g").arg(Figure(on)), FaintInk(), ground,
               on > off ? kAbove : kBelow);
     DrawLevel(painter, ValueAxis(), off, tr("ToT off %1 g").arg(Figure(off)), FaintInk(), ground,
               off > on ? kAbove : kBelow);
   }
   if (!FAlarm) return;
-  // At the left, because the upper limit often is the level that switches on.
+  // At the left: the upper limit is often the ToT level, whose name is at the right.
   const QColor ink = InkOn(palette(), kAlarmColour);
-  DrawLevel(painter, ValueAxis(), FAlarm->second, tr("alarm %1 g").arg(Figure(FAlarm->second)), ink, ground,
+  DrawLevel(painter, ValueAxis(), FAlarm->max, tr("alarm %1 g").arg(Figure(FAlarm->max)), ink, ground,
             Qt::AlignLeft | Qt::AlignTop);
-  DrawLevel(painter, ValueAxis(), FAlarm->first, tr("alarm %1 g").arg(Figure(FAlarm->first)), ink, ground,
+  DrawLevel(painter, ValueAxis(), FAlarm->min, tr("alarm %1 g").arg(Figure(FAlarm->min)), ink, ground,
             Qt::AlignLeft | Qt::AlignBottom);
 }
 
@@ -232,46 +224,18 @@ QString TSelectedEventChart::MomentText(double time) const {
   return tr("%1 ms").arg(QtText(MaskFloat(FMasks.time, Samples()[NearestSample(time)].time - FStart)));
 }
 
-QPointF TSelectedEventChart::PlaceOf(const TEventValue& sample, TSeries series) const {
-  return {TimeAxis().coordToPixel(sample.time - FStart), ValueAxis().coordToPixel(double{ValueOf(sample, series)})};
-}
-
-TReading TSelectedEventChart::ReadingOf(const TEventValue& sample, TSeries series) const {
-  const double value = ValueOf(sample, series);
-  const QString text = tr("%1 %2 g").arg(NameOf(series), QtText(MaskFloat(FMasks.acceleration, value)));
-  if (!std::isfinite(value)) return {text, InkOf(series), std::nullopt};
-  return {text, InkOf(series), PlaceOf(sample, series)};
-}
-
-std::vector<TReading> TSelectedEventChart::ReadingsAt(double time) const {
-  std::vector<TReading> readings;
-  if (Samples().empty()) return readings;
-  const TEventValue& sample = Samples()[NearestSample(time)];
-  for (const TSeries series : VisibleSeries()) readings.push_back(ReadingOf(sample, series));
-  return readings;
-}
-
-std::optional<TReading> TSelectedEventChart::NearestTo(const QPointF& position) const {
+std::vector<TCurve> TSelectedEventChart::Curves() const {
+  std::vector<TCurve> curves;
   const auto samples = Samples();
-  if (samples.empty()) return std::nullopt;
-  const auto across = [&](std::size_t i) {
-    return std::fabs(TimeAxis().coordToPixel(samples[i].time - FStart) - position.x());
-  };
-  std::optional<TReading> nearest;
-  double minDistance = std::numeric_limits<double>::infinity();
+  if (samples.empty()) return curves;
+  const auto number = [this](double g) { return QtText(MaskFloat(FMasks.acceleration, g)); };
   for (const TSeries series : VisibleSeries()) {
-    const auto distance = [&](std::size_t i) {
-      const QPointF away = PlaceOf(samples[i], series) - position;
-      return std::hypot(away.x(), away.y());
-    };
-    const auto found =
-        NearestOnScreen(samples.size(), NearestSample(TimeAxis().pixelToCoord(position.x())), across, distance);
-    if (!found || distance(*found) >= minDistance) continue;
-    minDistance = distance(*found);
-    nearest = ReadingOf(samples[*found], series);
-    nearest->text += tr(" at %1").arg(MomentText(samples[*found].time - FStart));
+    curves.push_back({NameOf(series), tr("g"), InkOf(series), ValueAxis(), samples.size(),
+                      [this, samples](std::size_t i) { return samples[i].time - FStart; },
+                      [samples, series](std::size_t i) { return double{ValueOf(samples[i], series)}; },
+                      [this](double ms) { return NearestSample(ms); }, number, number});
   }
-  return nearest;
+  return curves;
 }
 
 double TSelectedEventChart::CursorMoment(double time) const {
@@ -282,31 +246,4 @@ QStringList TSelectedEventChart::SpanTexts(double span) const {
   QStringList texts = TTimeChart::SpanTexts(span);
   texts.front() = tr("Δt %1 ms").arg(QtText(MaskFloat(FMasks.time, span)));
   return texts;
-}
-
-std::vector<TReading> TSelectedEventChart::DifferencesBetween(double a, double b) const {
-  if (Samples().empty()) return {};
-  const TEventValue& first = Samples()[NearestSample(a)];
-  const TEventValue& second = Samples()[NearestSample(b)];
-  std::vector<TReading> differences;
-  for (const TSeries series : VisibleSeries()) {
-    const double change = double{ValueOf(second, series)} - double{ValueOf(first, series)};
-    const QString number = std::isfinite(change) ? QtText(MaskFloat(FMasks.acceleration, change)) : QString(kNoNumber);
-    differences.push_back({tr("Δ%1 %2 g").arg(NameOf(series), number), InkOf(series), std::nullopt});
-  }
-  return differences;
-}
-
-TRangeTable TSelectedEventChart::VisibleStatistics() const {
-  if (!HasData()) return {};
-  const auto [from, to] = Range().Times();
-  TRangeTable table = SeriesTable(tr("%1 … %2 ms").arg(StatisticsNumber(from), StatisticsNumber(to)));
-  const auto samples = Samples();
-  const auto timeAt = [&](std::size_t i) { return samples[i].time - FStart; };
-  for (const TSeries series : VisibleSeries()) {
-    const auto valueAt = [samples, series](std::size_t i) { return ValueOf(samples[i], series); };
-    table.rows.push_back(
-        SeriesRow(NameOf(series), tr("g"), StatisticsIn(Range().Times(), samples.size(), timeAt, valueAt)));
-  }
-  return table;
 }

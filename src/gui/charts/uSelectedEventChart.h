@@ -3,13 +3,11 @@
 
 #include <optional>
 #include <span>
-#include <utility>
 #include <vector>
 
 #include "analysis/uShockMetrics.h"
 #include "gui/charts/uAccelerationChart.h"
 #include "gui/charts/uInTimeOrder.h"
-#include "gui/charts/uSeriesExtents.h"
 #include "model/uEvents.h"
 #include "model/uGlobalSharedVariables.h"
 
@@ -22,8 +20,6 @@ class TSelectedEventChart final : public TAccelerationChart {
   // Borrows the event's samples until Clear or the next call; an index past the list clears. Shows the whole event.
   void ShowEvent(const TEventList& events, std::size_t index, const TMissionData& mission);
   void Clear() override;
-  // Of the visible series, as they are drawn.
-  [[nodiscard]] TRangeTable VisibleStatistics() const override;
   void RefreshLabels() override;
   // Shows the filtered curves of the event instead of the recorded ones, as many points as the filter gives. The peak
   // in the title and the shaded intervals stay those of the recorded samples.
@@ -41,22 +37,17 @@ class TSelectedEventChart final : public TAccelerationChart {
   void SamplesChanged();
 
  protected:
-  [[nodiscard]] std::vector<TReading> ReadingsAt(double time) const override;
-  [[nodiscard]] std::optional<TReading> NearestTo(const QPointF& position) const override;
+  [[nodiscard]] std::vector<TCurve> Curves() const override;
   // Of the sample that is read there.
   [[nodiscard]] QString MomentText(double time) const override;
   // A cursor stands on a sample.
   [[nodiscard]] double CursorMoment(double time) const override;
   [[nodiscard]] QStringList SpanTexts(double span) const override;
-  [[nodiscard]] std::vector<TReading> DifferencesBetween(double a, double b) const override;
   void ScaleValues() override;
 
  private:
   void ShowTitle();
   void ShowSamples();
-  [[nodiscard]] QPointF PlaceOf(const TEventValue& sample, TSeries series) const;
-  // "X 1.25 g"
-  [[nodiscard]] TReading ReadingOf(const TEventValue& sample, TSeries series) const;
   void PaintSeries(QCPPainter& painter);
   void PaintLevels(QCPPainter& painter) const;
   void PaintPeak(QCPPainter& painter) const;
@@ -70,8 +61,7 @@ class TSelectedEventChart final : public TAccelerationChart {
   TThresholds FLevels{};
   TAlarmLimits FAlarm;  // g
   TValueMasks FMasks;
-  TSeriesExtents FExtents;                            // of the samples
-  std::vector<std::pair<double, double>> FIntervals;  // ms from the start, over the levels
-  std::optional<QPointF> FPeak;                       // ms from the start, g
-  std::vector<TEnvelopePoint> FEnvelope;              // of a replot, kept for its memory
+  TSeriesExtents FExtents;            // of the samples
+  std::vector<TTimeSpan> FIntervals;  // ms from the start, over the levels
+  std::optional<QPointF> FPeak;       // ms from the start, g
 };

@@ -7,12 +7,12 @@
 
 namespace {
 
-constexpr int kDarkShade = 160;  // HSV value of the dark twin of a bright colour
+constexpr int kDarkShade = 160;  // HSV value; darker colours are lightened on dark ground
 constexpr int kLighter = 135;    // percent
-constexpr qsizetype kLongestName = 60;
+constexpr qsizetype kMaxName = 60;
 constexpr QRgb kUnknownColour = 0x808080;
 constexpr QRgb kFixedColour = 0x606060;  // of a known sensor without a setting
-constexpr int kUnknownRank = 100;        // behind every known one
+constexpr int kUnknownRank = 100;        // after every known sensor
 
 }  // namespace
 
@@ -41,8 +41,8 @@ QColor TSensorChoices::ColourOf(const std::string& sensor) const {
 
 QString TSensorChoices::NameOf(const std::string& sensor) const {
   const auto found = FNames.find(sensor);
-  const QString name = found == FNames.end() ? QString() : ShownText(found->second, kLongestName).trimmed();
-  return name.isEmpty() ? ShownText(sensor, kLongestName) : name;
+  const QString name = found == FNames.end() ? QString() : ShownText(found->second, kMaxName).trimmed();
+  return name.isEmpty() ? ShownText(sensor, kMaxName) : name;
 }
 
 QColor SensorInk(const QPalette& palette, const QColor& colour) {

@@ -2,11 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <set>
 #include <utility>
 
-#include "analysis/uPointAbsorption.h"
+#include "analysis/uEnvelope.h"
 #include "base/uDateTime.h"
 #include "gui/charts/uChartPaint.h"
 #include "gui/common/uQtText.h"
@@ -15,23 +14,13 @@ namespace {
 
 constexpr double kLineWidth = 1.2;
 constexpr double kLimitInSight = 4;  // times the span of the readings
-constexpr double kMinSpan = 0.02;    // of the readings themselves, where they hardly change
-constexpr std::size_t kMaxCursorValues = 12;
-constexpr int kAxisGap = 8;  // px between an inner and an outer axis
-// The axis whose ticks the horizontal grid lines follow is the first of these that is drawn.
+constexpr double kMinSpan = 0.02;    // relative to the readings, where these hardly change
+constexpr int kAxisGap = 8;          // px between an inner and an outer axis
+// The first of these axes that is drawn has the horizontal grid lines.
 constexpr TSensorAxis kGridOrder[] = {TSensorAxis::LeftOuter, TSensorAxis::LeftInner, TSensorAxis::RightInner,
                                       TSensorAxis::RightOuter};
 
-void PaintMoment(QCPPainter& painter, const TChartPlot& plot, double time) {
-  const QRect rect = plot.Rect().rect();
-  const double x = plot.TimeAxis().coordToPixel(time);
-  if (!(x >= rect.left() - 1 && x <= rect.right() + 1)) return;
-  painter.setAntialiasing(false);
-  painter.setPen(QPen(plot.palette().color(QPalette::Highlight), 1, Qt::DotLine));
-  painter.drawLine(QPointF(x, rect.top()), QPointF(x, rect.bottom()));
-}
-
-// The names and unit as far as there is room: all names, the first, the unit alone.
+// As much as fits: all names and the unit, the first name and the unit, or the unit alone.
 QString TitleWithin(const TShownSensors::TTitle& title, const QFontMetrics& metrics, int room) {
   const auto& [names, unit] = title;
   const QString inUnit = unit.isEmpty() ? QString() : QString(" (%1)").arg(unit);
@@ -51,7 +40,8 @@ TSensorsChart::TSensorsChart(QWidget* parent) : TTimeChart(TAxisUnit::Days, pare
   FAxes[static_cast<std::size_t>(TSensorAxis::LeftInner)] = &ValueAxis();
   new TPainted(&Rect(), "main", [this](QCPPainter& painter) { PaintSensors(painter); });
   new TPainted(&Rect(), "marks", [this](QCPPainter& painter) {
-    if (HasData() && FHovered) PaintMoment(painter, *this, *FHovered);
+    if (!HasData() || !FHovered) return;
+    DrawMoment(painter, TimeAxis(), *FHovered, QPen(palette().color(QPalette::Highlight), 1, Qt::DotLine));
   });
   Restyle();
   Clear();
@@ -130,7 +120,7 @@ void TSensorsChart::SetSensorNames(std::map<std::string, std::string> names) {
   if (FSensors.SetNames(std::move(names))) Restyle();
 }
 
-void TSensorsChart::SetAlarmLimits(std::map<std::string, std::pair<double, double>> limits) {
+void TSensorsChart::SetAlarmLimits(std::map<std::string, TLimits> limits) {
   if (FAlarms == limits) return;
   FAlarms = std::move(limits);
   Range().RescaleValues();
@@ -153,16 +143,16 @@ void TSensorsChart::ScaleValues() {
 void TSensorsChart::ScaleAxis(TSensorAxis axis) {
   if (!FAxes[static_cast<std::size_t>(axis)]) return;
   const TExtent extent = FSensors.ExtentOn(axis);
-  double min{extent.least};
-  double max{extent.largest};
-  // Limits far away would press the readings flat.
+  double min{extent.min};
+  double max{extent.max};
+  // Limits that are far from the readings would leave no height to these.
   const double near = kLimitInSight * std::max(max - min, kMinSpan * std::max(std::fabs(min), std::fabs(max)));
   const double lowest = min - near;
   const double highest = max + near;
   for (const TSensorSeries& series : FSensors.Series()) {
     const auto limits = FAlarms.find(series.sensor);
     if (!series.visible || series.look.axis != axis || limits == FAlarms.end()) continue;
-    for (const double limit : {limits->second.first, limits->second.second}) {
+    for (const double limit : {limits->second.min, limits->second.max}) {
       if (!(limit >= lowest && limit <= highest)) continue;
       min = std::min(min, limit);
       max = std::max(max, limit);
@@ -188,7 +178,7 @@ void TSensorsChart::SetUpAxes() {
   QueueReplot();
 }
 
-// The settings give an axis its colour; one that moved sensors have to themselves takes theirs.
+// The axis's colour of the settings; the sensor's, where only sensors that the user moved are on the axis.
 QColor TSensorsChart::InkOf(TSensorAxis axis) const {
   const TSensorSeries* moved = FSensors.MovedOnly(axis);
   return moved ? InkOf(*moved) : SensorInk(palette(), FAxisColours[static_cast<std::size_t>(axis)]);
@@ -219,22 +209,12 @@ void TSensorsChart::Prepare() {
 
 void TSensorsChart::PaintSensors(QCPPainter& painter) {
   PaintAlarms(painter);
-  const auto [first, last] = Range().Times();
-  const auto [from, to] = WithRounding(FSensors.MsOf(first), FSensors.MsOf(last),
-                                       (std::fabs(FSensors.Start()) + std::fabs(last)) * kMsPerDay);
-  const TColumns columns = ColumnsOf(TimeAxis(), painter, from, to);
   for (const TSensorSeries& series : FSensors.Series()) {
     if (!series.visible || series.whole.IsEmpty()) continue;
-    const auto readings = series.readings.Samples();
-    Envelope(
-        readings.size(), [readings](std::size_t i) { return readings[i].time; },
-        [readings](std::size_t i) { return readings[i].xvalue; }, series.extents, columns, FEnvelope);
-    painter.setAntialiasing(true);
-    const QCPAxis& values = AxisOf(series.look.axis);
-    DrawEnvelope(painter, TimeAxis(), values, FEnvelope, QPen(InkOf(series), kLineWidth), FSensors.Start(),
-                 1 / kMsPerDay);
-    if (PointsVisible())
-      DrawLoneDots(painter, TimeAxis(), values, FEnvelope, InkOf(series), FSensors.Start(), 1 / kMsPerDay);
+    DrawCurve(
+        painter, {TimeAxis(), AxisOf(series.look.axis), FSensors.Start(), kMsPerDay}, series.readings.Samples(),
+        [](const TSensorValue& reading) { return reading.xvalue; }, series.extents, QPen(InkOf(series), kLineWidth),
+        PointsVisible());
   }
 }
 
@@ -249,8 +229,8 @@ void TSensorsChart::PaintAlarms(QCPPainter& painter) const {
       DrawLevel(painter, AxisOf(series.look.axis), limit, name, InkOf(series), palette().color(QPalette::Base),
                 Qt::AlignLeft | side);
     };
-    draw(limits->second.second, Qt::AlignTop);
-    draw(limits->second.first, Qt::AlignBottom);
+    draw(limits->second.max, Qt::AlignTop);
+    draw(limits->second.min, Qt::AlignBottom);
   }
 }
 
@@ -262,80 +242,17 @@ void TSensorsChart::Clicked(const QPointF& position) {
   emit SensorVisibleChanged(index, FSensors.Series()[index].visible);
 }
 
-QPointF TSensorsChart::PlaceOf(const TSensorSeries& series, const TSensorValue& reading) const {
-  return {TimeAxis().coordToPixel(DateTimeOf(FSensors.Start(), reading.time)),
-          AxisOf(series.look.axis).coordToPixel(double{reading.xvalue})};
-}
-
-TReading TSensorsChart::ReadingOf(const TSensorSeries& series, const TSensorValue& reading) const {
-  const bool finite = std::isfinite(reading.xvalue);
-  const QString number = finite ? Figure(double{reading.xvalue}) : QString("–");
-  TReading result{QString("%1 %2 %3").arg(series.name, number, series.look.unit).trimmed(), InkOf(series),
-                  std::nullopt};
-  if (finite) result.at = PlaceOf(series, reading);
-  return result;
-}
-
-std::vector<TReading> TSensorsChart::ReadingsAt(double time) const {
-  const double ms = FSensors.MsOf(time);
-  std::vector<TReading> readings;
-  for (const TSensorSeries& series : FSensors.Series()) {
-    if (!series.visible || series.readings.Samples().empty()) continue;
-    if (readings.size() == kMaxCursorValues) {
-      readings.push_back({"…", FaintInk(), std::nullopt});
-      break;
-    }
-    readings.push_back(ReadingOf(series, series.readings.Samples()[series.readings.Nearest(ms)]));
-  }
-  return readings;
-}
-
-std::optional<TReading> TSensorsChart::NearestTo(const QPointF& position) const {
-  const double ms = FSensors.MsOf(TimeAxis().pixelToCoord(position.x()));
-  std::optional<TReading> nearest;
-  double minDistance = std::numeric_limits<double>::infinity();
-  for (const TSensorSeries& series : FSensors.Series()) {
-    if (!series.visible || series.whole.IsEmpty()) continue;
-    const auto readings = series.readings.Samples();
-    const auto across = [&](std::size_t i) { return std::fabs(PlaceOf(series, readings[i]).x() - position.x()); };
-    const auto distance = [&](std::size_t i) {
-      const QPointF away = PlaceOf(series, readings[i]) - position;
-      return std::hypot(away.x(), away.y());
-    };
-    const auto found = NearestOnScreen(readings.size(), series.readings.Nearest(ms), across, distance);
-    if (!found || distance(*found) >= minDistance) continue;
-    minDistance = distance(*found);
-    nearest = ReadingOf(series, readings[*found]);
-    nearest->text += tr(" at %1").arg(MomentText(DateTimeOf(FSensors.Start(), readings[*found].time)));
-  }
-  return nearest;
-}
-
-std::vector<TReading> TSensorsChart::DifferencesBetween(double a, double b) const {
-  std::vector<TReading> differences;
+std::vector<TCurve> TSensorsChart::Curves() const {
+  const auto number = [](double value) { return std::isfinite(value) ? Figure(value) : QString(kNoNumber); };
+  std::vector<TCurve> curves;
   for (const TSensorSeries& series : FSensors.Series()) {
     const auto readings = series.readings.Samples();
     if (!series.visible || readings.empty()) continue;
-    const double change = double{readings[series.readings.Nearest(FSensors.MsOf(b))].xvalue} -
-                          double{readings[series.readings.Nearest(FSensors.MsOf(a))].xvalue};
-    const QString number = std::isfinite(change) ? Figure(change) : QString(kNoNumber);
-    differences.push_back(
-        {QString("Δ%1 %2 %3").arg(series.name, number, series.look.unit).trimmed(), InkOf(series), std::nullopt});
+    curves.push_back({series.name, series.look.unit, InkOf(series), AxisOf(series.look.axis), readings.size(),
+                      [this, readings](std::size_t i) { return DateTimeOf(FSensors.Start(), readings[i].time); },
+                      [readings](std::size_t i) { return double{readings[i].xvalue}; },
+                      [this, &series](double time) { return series.readings.Nearest(FSensors.MsOf(time)); }, number,
+                      number});
   }
-  return differences;
-}
-
-TRangeTable TSensorsChart::VisibleStatistics() const {
-  if (!HasData()) return {};
-  const auto [from, to] = Range().Times();
-  TRangeTable table = SeriesTable(tr("%1 … %2").arg(MomentText(from), MomentText(to)));
-  for (const TSensorSeries& series : FSensors.Series()) {
-    const auto readings = series.readings.Samples();
-    if (!series.visible || readings.empty()) continue;
-    const auto timeAt = [&](std::size_t i) { return DateTimeOf(FSensors.Start(), readings[i].time); };
-    const auto valueAt = [readings](std::size_t i) { return readings[i].xvalue; };
-    table.rows.push_back(
-        SeriesRow(series.name, series.look.unit, StatisticsIn(Range().Times(), readings.size(), timeAt, valueAt)));
-  }
-  return table;
+  return curves;
 }

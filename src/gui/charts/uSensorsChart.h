@@ -2,13 +2,12 @@
 #pragma once
 
 #include <array>
-#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
+#include "analysis/uAlarmLimits.h"
 #include "gui/charts/uSensorLooks.h"
 #include "gui/charts/uShownSensors.h"
 #include "gui/charts/uTimeChart.h"
@@ -29,8 +28,6 @@ class TSensorsChart final : public TTimeChart {
   // range; of the sensors that would need another unit on the left inner axis only the first is visible.
   void SetSensors(const TSensorList& sensors, double startTime);
   void Clear() override;
-  // Of the visible sensors, each reading weighing the same.
-  [[nodiscard]] TRangeTable VisibleStatistics() const override;
 
   // By the sensor's index in the list. One that comes into view on an axis of another unit hides the others there.
   // Does nothing for an index past the list.
@@ -49,7 +46,7 @@ class TSensorsChart final : public TTimeChart {
   // What people call a sensor, UTF-8; one without a name, or with an empty one, goes by its own.
   void SetSensorNames(std::map<std::string, std::string> names);
   // In the sensor's unit, as lines in its colour.
-  void SetAlarmLimits(std::map<std::string, std::pair<double, double>> limits);
+  void SetAlarmLimits(std::map<std::string, TLimits> limits);
   void SetAxisColour(TSensorAxis axis, const QColor& colour);
   void SetAxisLocked(TSensorAxis axis, bool locked);
 
@@ -59,9 +56,7 @@ class TSensorsChart final : public TTimeChart {
 
  protected:
   void Clicked(const QPointF& position) override;
-  [[nodiscard]] std::vector<TReading> ReadingsAt(double time) const override;
-  [[nodiscard]] std::optional<TReading> NearestTo(const QPointF& position) const override;
-  [[nodiscard]] std::vector<TReading> DifferencesBetween(double a, double b) const override;
+  [[nodiscard]] std::vector<TCurve> Curves() const override;
   void ScaleValues() override;
   void Restyle() override;
   void Prepare() override;
@@ -75,15 +70,11 @@ class TSensorsChart final : public TTimeChart {
   void PaintAlarms(QCPPainter& painter) const;
   [[nodiscard]] QColor InkOf(const TSensorSeries& series) const { return SensorInk(palette(), series.look.colour); }
   [[nodiscard]] QColor InkOf(TSensorAxis axis) const;
-  [[nodiscard]] QPointF PlaceOf(const TSensorSeries& series, const TSensorValue& reading) const;
-  // "RH 41.5 %RH"
-  [[nodiscard]] TReading ReadingOf(const TSensorSeries& series, const TSensorValue& reading) const;
   [[nodiscard]] QCPAxis& AxisOf(TSensorAxis axis) const { return *FAxes[static_cast<std::size_t>(axis)]; }
 
   std::array<QCPAxis*, kSensorAxisCount> FAxes{};
   std::array<std::uint32_t, kSensorAxisCount> FAxisColours = DefaultSettings().display.axisColours;
   TShownSensors FSensors;
-  std::map<std::string, std::pair<double, double>> FAlarms;
-  std::optional<double> FHovered;         // a date-time
-  std::vector<TEnvelopePoint> FEnvelope;  // of a replot, kept for its memory
+  std::map<std::string, TLimits> FAlarms;
+  std::optional<double> FHovered;  // a date-time
 };

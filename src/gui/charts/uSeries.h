@@ -7,9 +7,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
-#include <utility>
 
+#include "analysis/uAlarmLimits.h"
+#include "analysis/uExtents.h"
 #include "analysis/uShockMetrics.h"
 #include "model/uEvents.h"
 #include "shell/uSettings.h"
@@ -18,9 +20,14 @@ enum class TSeries { X, Y, Z, Total };
 inline constexpr std::size_t kSeriesCount = 4;
 inline constexpr std::array<TSeries, kSeriesCount> kAllSeries = {TSeries::X, TSeries::Y, TSeries::Z, TSeries::Total};
 
+// Its place in an array of all series.
+inline std::size_t Place(TSeries series) {
+  return static_cast<std::size_t>(series);
+}
+
 inline QString NameOf(TSeries series) {
   const std::array names = {QObject::tr("X"), QObject::tr("Y"), QObject::tr("Z"), QObject::tr("Total")};
-  return names[static_cast<std::size_t>(series)];
+  return names[Place(series)];
 }
 
 // g of one sample; the total is the vector magnitude.
@@ -49,5 +56,10 @@ struct TValueMasks {
   std::string acceleration = "0.####";
 };
 
-// The lower and the upper limit of a quantity, in its unit; nothing while there is no alarm.
-using TAlarmLimits = std::optional<std::pair<double, double>>;
+// Of a quantity, in its unit; nothing while there is no alarm.
+using TAlarmLimits = std::optional<TLimits>;
+
+// Of each series of an event, in g.
+using TSeriesExtents = std::array<TExtents, kSeriesCount>;
+// Walks the samples once.
+TSeriesExtents MeasureSeries(std::span<const TEventValue> samples);

@@ -34,13 +34,13 @@ void TShownSensors::Clear() {
   FListed.clear();
 }
 
-std::optional<std::pair<double, double>> TShownSensors::TimeSpan() const {
-  std::optional<std::pair<double, double>> span;
+std::optional<TTimeSpan> TShownSensors::TimeSpan() const {
+  std::optional<TTimeSpan> span;
   for (const std::size_t index : FListed) {
     const auto readings = FSeries[index].readings.Samples();
-    const double first = DateTimeOf(FStart, readings.front().time);
-    const double last = DateTimeOf(FStart, readings.back().time);
-    span = span ? std::pair(std::min(span->first, first), std::max(span->second, last)) : std::pair(first, last);
+    const TTimeSpan own{DateTimeOf(FStart, readings.front().time), DateTimeOf(FStart, readings.back().time)};
+    if (!span) span = own;
+    span->Include(own);
   }
   return span;
 }
@@ -67,7 +67,7 @@ void TShownSensors::ChooseVisible(TSensorAxis axis) {
     min = series.look.rank;
     scale = series.look.scale;
   }
-  std::set<std::string_view> shown;  // of several sensors of one name the first is enough to start with
+  std::set<std::string_view> shown;  // of several sensors of one name, the first starts visible
   for (TSensorSeries& series : FSeries) {
     if (series.look.axis != axis) continue;
     series.visible = series.look.scale == scale && !series.readings.Samples().empty() && !shown.contains(series.sensor);
@@ -127,7 +127,7 @@ bool TShownSensors::IsUsed(TSensorAxis axis) const {
 TExtent TShownSensors::ExtentOn(TSensorAxis axis) const {
   TExtent extent;
   for (const TSensorSeries& series : FSeries) {
-    if (series.visible && series.look.axis == axis) extent.Take(series.whole);
+    if (series.visible && series.look.axis == axis) extent.Include(series.whole);
   }
   return extent;
 }

@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "analysis/uExtents.h"
+#include "base/uTimeSpan.h"
 #include "gui/charts/uInTimeOrder.h"
 #include "gui/charts/uSensorLooks.h"
 #include "model/uOtherSensors.h"
@@ -41,7 +42,7 @@ class TShownSensors {
   // The sensors with readings, by their indexes.
   [[nodiscard]] const std::vector<std::size_t>& Listed() const { return FListed; }
   // From the first to the last reading, date-times.
-  [[nodiscard]] std::optional<std::pair<double, double>> TimeSpan() const;
+  [[nodiscard]] std::optional<TTimeSpan> TimeSpan() const;
   [[nodiscard]] double Start() const { return FStart; }
   // The readings' own time, ms from the start.
   [[nodiscard]] double MsOf(double dateTime) const;

@@ -30,7 +30,7 @@ QString AxisTitle(TSpectrumType type) {
   return QObject::tr("Level (dB re 1 g)");
 }
 
-// Lines differ by many powers of ten.
+// Significant digits, because lines differ by many powers of ten.
 constexpr int kDigits = 4;
 
 }  // namespace
@@ -72,7 +72,7 @@ void TSpectrumChart::SetWindow(TWeightingWindow window) {
   if (std::exchange(FWindow, window) != window) Recalculate();
 }
 
-// The lines stay where they are, and so does the view.
+// The lines keep their frequencies, so the view stays.
 void TSpectrumChart::Recalculate() {
   if (FSpectrum.lines.empty()) return Calculate();
   FSpectrum = CalcSpectrum(FEvent->Values(), FType, FWindow);
@@ -96,10 +96,10 @@ void TSpectrumChart::Calculate() {
     return SetFullRange(std::nullopt);
   }
   ShowTitle();
-  SetFullRange(std::pair(-Step() / 2, FSpectrum.lines.back().hertz + Step() / 2));
+  SetFullRange(TTimeSpan{-Step() / 2, FSpectrum.lines.back().hertz + Step() / 2});
 }
 
-// The strongest line is what is asked for first.
+// The title names the strongest line, because people look for it first.
 void TSpectrumChart::ShowTitle() {
   const auto& lines = FSpectrum.lines;
   const TSpectrumLine* peak = nullptr;
@@ -112,7 +112,7 @@ void TSpectrumChart::ShowTitle() {
       strongest = bar;
     }
   }
-  // What was done to the samples comes first: a narrow chart cuts a title at its end.
+  // What was done to the samples comes first: a narrow chart cuts the end of a title.
   QString title = tr("Event %1").arg(FEvent->ID);
   if (const std::size_t taken = FSpectrum.grid.places.size(); taken < FEvent->Count()) {
     const QLocale english(QLocale::English);
@@ -136,11 +136,11 @@ void TSpectrumChart::SeriesChanged() {
 
 std::vector<TSpectrumChart::TBarSeries> TSpectrumChart::VisibleBars() const {
   std::vector<TBarSeries> visible;
-  for (const TSeries series : VisibleSeries()) visible.push_back(kBars[static_cast<std::size_t>(series)]);
+  for (const TSeries series : VisibleSeries()) visible.push_back(kBars[Place(series)]);
   return visible;
 }
 
-// The constant part would press the lines flat, so it has no say.
+// Without the constant part, which would leave no height to the lines.
 void TSpectrumChart::ScaleValues() {
   double min = std::numeric_limits<double>::infinity();
   double max = -min;
@@ -186,7 +186,7 @@ void TSpectrumChart::PaintBars(QCPPainter& painter) const {
   painter.restore();
 }
 
-// Decibels have no 0 to stand on.
+// Decibels have no natural zero, so their bars begin at the lower edge.
 double TSpectrumChart::Foot() const {
   const QRectF rect = Rect().rect();
   if (FType == TSpectrumType::Decibel) return rect.bottom() + 1;
@@ -245,24 +245,21 @@ QString TSpectrumChart::MomentText(double hertz) const {
   return tr("%1 Hz").arg(Digits(FSpectrum.lines[LineAt(hertz)].hertz, kDigits));
 }
 
-TReading TSpectrumChart::ReadingOf(std::size_t line, const TBarSeries& bar) const {
-  const double value = FSpectrum.lines[line].*bar.value;
-  TReading reading{QString("%1 %2 %3").arg(NameOf(bar.series), Digits(value, kDigits), UnitOf(FType)),
-                   InkOf(bar.series), std::nullopt};
-  if (std::isfinite(value)) {
-    reading.at = QPointF(TimeAxis().coordToPixel(FSpectrum.lines[line].hertz), ValueAxis().coordToPixel(value));
+std::vector<TCurve> TSpectrumChart::Curves() const {
+  std::vector<TCurve> curves;
+  const auto& lines = FSpectrum.lines;
+  if (lines.empty()) return curves;
+  for (const TBarSeries& bar : VisibleBars()) {
+    curves.push_back({NameOf(bar.series), UnitOf(FType), InkOf(bar.series), ValueAxis(), lines.size(),
+                      [&lines](std::size_t i) { return lines[i].hertz; },
+                      [&lines, bar](std::size_t i) { return lines[i].*bar.value; },
+                      [this](double hertz) { return LineAt(hertz); },
+                      [](double value) { return Digits(value, kDigits); }, [](double value) { return Digits(value); }});
   }
-  return reading;
+  return curves;
 }
 
-std::vector<TReading> TSpectrumChart::ReadingsAt(double hertz) const {
-  std::vector<TReading> readings;
-  if (FSpectrum.lines.empty()) return readings;
-  for (const TBarSeries& bar : VisibleBars()) readings.push_back(ReadingOf(LineAt(hertz), bar));
-  return readings;
-}
-
-// Of the bars of the line under the pointer the one whose top is nearest.
+// Of the bars of the line under the pointer, the one whose top is nearest.
 std::optional<TReading> TSpectrumChart::NearestTo(const QPointF& position) const {
   const double hertz = TimeAxis().pixelToCoord(position.x());
   std::optional<TReading> nearest;
@@ -281,31 +278,5 @@ double TSpectrumChart::CursorMoment(double hertz) const {
 }
 
 QStringList TSpectrumChart::SpanTexts(double span) const {
-  return {tr("Δf %1 Hz").arg(StatisticsNumber(span))};
-}
-
-std::vector<TReading> TSpectrumChart::DifferencesBetween(double a, double b) const {
-  if (FSpectrum.lines.empty()) return {};
-  std::vector<TReading> differences;
-  for (const TBarSeries& bar : VisibleBars()) {
-    const double change = FSpectrum.lines[LineAt(b)].*bar.value - FSpectrum.lines[LineAt(a)].*bar.value;
-    differences.push_back({tr("Δ%1 %2 %3").arg(NameOf(bar.series), StatisticsNumber(change), UnitOf(FType)),
-                           InkOf(bar.series), std::nullopt});
-  }
-  return differences;
-}
-
-TRangeTable TSpectrumChart::VisibleStatistics() const {
-  if (!HasData()) return {};
-  const auto [from, to] = Range().Times();
-  TRangeTable table = SeriesTable(tr("%1 … %2 Hz").arg(StatisticsNumber(from), StatisticsNumber(to)));
-  table.titles[2] = tr("Lines");
-  const auto& lines = FSpectrum.lines;
-  const auto hertzAt = [&](std::size_t i) { return lines[i].hertz; };
-  for (const TBarSeries& bar : VisibleBars()) {
-    const auto valueAt = [&](std::size_t i) { return lines[i].*bar.value; };
-    table.rows.push_back(
-        SeriesRow(NameOf(bar.series), UnitOf(FType), StatisticsIn(Range().Times(), lines.size(), hertzAt, valueAt)));
-  }
-  return table;
+  return {tr("Δf %1 Hz").arg(Digits(span))};
 }

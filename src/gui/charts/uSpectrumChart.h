@@ -22,20 +22,17 @@ class TSpectrumChart final : public TAccelerationChart {
   void SetType(TSpectrumType type);
   void SetWindow(TWeightingWindow window);
 
-  // Of the lines of the visible series.
-  [[nodiscard]] TRangeTable VisibleStatistics() const override;
   // What is shown.
   [[nodiscard]] const TSpectrum& Spectrum() const { return FSpectrum; }
 
  protected:
-  [[nodiscard]] std::vector<TReading> ReadingsAt(double hertz) const override;
+  [[nodiscard]] std::vector<TCurve> Curves() const override;
   [[nodiscard]] std::optional<TReading> NearestTo(const QPointF& position) const override;
   // Of the line that is read there.
   [[nodiscard]] QString MomentText(double hertz) const override;
   // A cursor stands on a line.
   [[nodiscard]] double CursorMoment(double hertz) const override;
   [[nodiscard]] QStringList SpanTexts(double span) const override;
-  [[nodiscard]] std::vector<TReading> DifferencesBetween(double a, double b) const override;
   void ScaleValues() override;
   void SeriesChanged() override;
   void showEvent(QShowEvent* event) override;
@@ -53,7 +50,7 @@ class TSpectrumChart final : public TAccelerationChart {
                                                                  barSerSpecAnTotal};
 
   static QString UnitOf(TSpectrumType type);
-  // Computes the spectrum anew, or once the chart is in sight.
+  // Computes the spectrum, or leaves that until the chart is in sight.
   void Calculate();
   void Recalculate();
   void ShowTitle();
@@ -62,7 +59,6 @@ class TSpectrumChart final : public TAccelerationChart {
   [[nodiscard]] double Step() const;
   // The line nearest to a frequency; there is one.
   [[nodiscard]] std::size_t LineAt(double hertz) const;
-  [[nodiscard]] TReading ReadingOf(std::size_t line, const TBarSeries& bar) const;
   void PaintBars(QCPPainter& painter) const;
   // px, what bars stand on.
   [[nodiscard]] double Foot() const;
@@ -76,5 +72,5 @@ class TSpectrumChart final : public TAccelerationChart {
   TSpectrumType FType = TSpectrumType::Amplitude;
   TWeightingWindow FWindow = TWeightingWindow::fwRectangle;
   TSpectrum FSpectrum;
-  bool FOutdated = false;  // FSpectrum waits for the chart to be in sight
+  bool FOutdated = false;  // FSpectrum is computed when the chart comes in sight
 };

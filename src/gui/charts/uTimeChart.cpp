@@ -1,21 +1,49 @@
 #include "gui/charts/uTimeChart.h"
 
 #include <cmath>
+#include <limits>
 #include <utility>
 
+#include "analysis/uEnvelope.h"
+#include "analysis/uRangeStatistics.h"
 #include "base/uDateTime.h"
 #include "gui/charts/uChartPaint.h"
+#include "gui/charts/uInTimeOrder.h"
 #include "gui/common/uQtText.h"
 
 namespace {
 
 constexpr double kMsPerSecond = 1000;
-constexpr double kMillisecondsBelow = 600 * kMsPerSecond / kMsPerDay;  // days; a longer view tells whole seconds
-constexpr double kMaxPeriod = 100;                                     // s; the frequency of a longer one says nothing
+constexpr double kMillisecondsBelow = 600 * kMsPerSecond / kMsPerDay;  // days; a longer view shows whole seconds
+constexpr double kMaxPeriod = 100;                                     // s; of a longer one no frequency is shown
+constexpr std::size_t kMaxReadings = 12;
 
 QString HertzText(double seconds) {
   const double hertz = 1 / seconds;
   return QObject::tr("1/Δt %1 Hz").arg(hertz < 1 ? QString::number(hertz, 'g', 4) : Figure(hertz));
+}
+
+QPointF PlaceOf(const QCPAxis& times, const TCurve& curve, std::size_t sample) {
+  return {times.coordToPixel(curve.timeAt(sample)), curve.values.coordToPixel(curve.valueAt(sample))};
+}
+
+// "RH 41.5 %RH"
+QString Words(const TCurve& curve, const QString& number) {
+  return QString("%1 %2 %3").arg(curve.name, number, curve.unit).trimmed();
+}
+
+TReading ReadingOf(const QCPAxis& times, const TCurve& curve, std::size_t sample) {
+  const double value = curve.valueAt(sample);
+  TReading reading{Words(curve, curve.number(value)), curve.ink, std::nullopt};
+  if (std::isfinite(value)) reading.at = PlaceOf(times, curve, sample);
+  return reading;
+}
+
+TRangeStatistics StatisticsOf(const TCurve& curve, const TTimeSpan& times) {
+  TStatisticsSum sum;
+  const std::size_t first = FirstAtOrAfter(curve.count, curve.timeAt, times.start);
+  for (std::size_t i = first; i < curve.count && curve.timeAt(i) <= times.end; ++i) sum.Add(curve.valueAt(i));
+  return sum.Result();
 }
 
 }  // namespace
@@ -26,13 +54,6 @@ TTimeChart::TTimeChart(TAxisUnit unit, QWidget* parent)
       FMarks(*this, *this),
       FCursors(*this, *this),
       FGestures(*this, *this, FRange, FMarks, FCursors) {
-  connect(&FRange, &TChartRange::TimesChanged, this, &TTimeChart::TimeRangeChanged);
-  connect(&FRange, &TChartRange::ResetDone, this, &TTimeChart::ZoomReset);
-  connect(&FMarks, &TChartMarks::IndicatorMoved, this, &TTimeChart::IndicatorMoved);
-  connect(&FCursors, &TChartCursors::Measured, this, &TTimeChart::CursorValueChanged);
-  connect(&FGestures, &TChartGestures::CursorValueChanged, this, &TTimeChart::CursorValueChanged);
-  connect(&FGestures, &TChartGestures::MenuRequested, this, &TTimeChart::MenuRequested);
-  connect(&FGestures, &TChartGestures::StatisticsRequested, this, &TTimeChart::StatisticsRequested);
   connect(&FGestures, &TChartGestures::Clicked, this, &TTimeChart::Clicked);
   connect(&FGestures, &TChartGestures::Unclicked, this, &TTimeChart::Unclicked);
 }
@@ -41,11 +62,11 @@ void TTimeChart::SetPointsVisible(bool visible) {
   if (std::exchange(FPointsVisible, visible) != visible) QueueReplot();
 }
 
-void TTimeChart::SetFullRange(std::optional<std::pair<double, double>> range) {
+void TTimeChart::SetFullRange(const std::optional<TTimeSpan>& span) {
   FMarks.Reset();
   FCursors.Reset();
   FGestures.EndDrag();
-  FRange.SetFull(range);
+  FRange.SetFull(span);
 }
 
 QString TTimeChart::MomentText(double time) const {
@@ -57,6 +78,69 @@ QString TTimeChart::CursorText(const QPointF& position) const {
   QStringList values;
   for (const TReading& reading : ReadingsAt(MomentAt(position))) values.append(reading.text);
   return values.join("  ·  ");
+}
+
+std::vector<TReading> TTimeChart::ReadingsAt(double time) const {
+  std::vector<TReading> readings;
+  for (const TCurve& curve : Curves()) {
+    if (readings.size() == kMaxReadings) {
+      readings.push_back({"…", FaintInk(), std::nullopt});
+      break;
+    }
+    readings.push_back(ReadingOf(TimeAxis(), curve, curve.nearest(time)));
+  }
+  return readings;
+}
+
+std::optional<TReading> TTimeChart::NearestTo(const QPointF& position) const {
+  const double time = MomentAt(position);
+  std::optional<TReading> nearest;
+  double minDistance = std::numeric_limits<double>::infinity();
+  for (const TCurve& curve : Curves()) {
+    const auto across = [&](std::size_t i) {
+      return std::fabs(TimeAxis().coordToPixel(curve.timeAt(i)) - position.x());
+    };
+    const auto distance = [&](std::size_t i) {
+      const QPointF away = PlaceOf(TimeAxis(), curve, i) - position;
+      return std::hypot(away.x(), away.y());
+    };
+    const auto found = NearestOnScreen(curve.count, curve.nearest(time), across, distance);
+    if (!found || distance(*found) >= minDistance) continue;
+    minDistance = distance(*found);
+    nearest = ReadingOf(TimeAxis(), curve, *found);
+    nearest->text += tr(" at %1").arg(MomentText(curve.timeAt(*found)));
+  }
+  return nearest;
+}
+
+std::vector<TReading> TTimeChart::DifferencesBetween(double a, double b) const {
+  std::vector<TReading> differences;
+  for (const TCurve& curve : Curves()) {
+    const double change = curve.valueAt(curve.nearest(b)) - curve.valueAt(curve.nearest(a));
+    const QString number = std::isfinite(change) ? curve.change(change) : QString(kNoNumber);
+    differences.push_back({"Δ" + Words(curve, number), curve.ink, std::nullopt});
+  }
+  return differences;
+}
+
+TRangeTable TTimeChart::VisibleStatistics() const {
+  if (!HasData()) return {};
+  const TTimeSpan times = Range().Times();
+  const bool hertz = Unit() == TAxisUnit::Hertz;
+  TRangeTable table{tr("%1 … %2").arg(MomentText(times.start), MomentText(times.end)),
+                    {tr("Series"), tr("Unit"), hertz ? tr("Lines") : tr("Samples"), tr("Minimum"), tr("Maximum"),
+                     tr("Peak to peak"), tr("Mean"), tr("RMS")},
+                    2,
+                    {}};
+  if (Unit() != TAxisUnit::Days) {
+    table.span = tr("%1 … %2 %3").arg(Digits(times.start), Digits(times.end), hertz ? "Hz" : "ms");
+  }
+  for (const TCurve& curve : Curves()) {
+    const TRangeStatistics found = StatisticsOf(curve, times);
+    table.rows.push_back({curve.name, curve.unit, QString::number(found.count), Digits(found.min), Digits(found.max),
+                          Digits(found.PeakToPeak()), Digits(found.mean), Digits(found.rms)});
+  }
+  return table;
 }
 
 QStringList TTimeChart::SpanTexts(double span) const {

@@ -1,9 +1,10 @@
 // The base of every chart: a plot with its tools. The range is what is in sight, the gestures are what the user does,
-// the marks and the cursors what is drawn for the user. Each chart owns its range. Main thread only.
+// the marks and the cursors are drawn for the user. Each chart owns its range. Main thread only.
 #pragma once
 
+#include <functional>
 #include <optional>
-#include <utility>
+#include <vector>
 
 #include "gui/charts/uChartCursors.h"
 #include "gui/charts/uChartGestures.h"
@@ -13,16 +14,33 @@
 #include "gui/charts/uChartReadings.h"
 #include "gui/charts/uRangeTable.h"
 
+// A visible series of a chart, for what is said of its samples. It borrows the chart's data.
+struct TCurve {
+  QString name;
+  QString unit;
+  QColor ink;
+  const QCPAxis& values;
+  std::size_t count;  // samples, at least one
+  // In units of the time axis, which do not fall, and of the value axis.
+  std::function<double(std::size_t)> timeAt;
+  std::function<double(std::size_t)> valueAt;
+  // The sample nearest to a time.
+  std::function<std::size_t(double)> nearest;
+  // A value in words, and a finite difference of two values.
+  std::function<QString(double)> number;
+  std::function<QString(double)> change;
+};
+
 class TTimeChart : public TChartPlot, public IChartReadings {
   Q_OBJECT
 
  public:
   explicit TTimeChart(TAxisUnit unit, QWidget* parent = nullptr);
 
-  // Takes all data away. Views that borrow from the model let go of it here.
+  // Removes all data. A chart that borrows from the model stops to do so here.
   virtual void Clear() = 0;
-  // Statistics of what is in sight, computed when asked for; no rows without data.
-  [[nodiscard]] virtual TRangeTable VisibleStatistics() const { return {}; }
+  // Statistics of the samples in sight, computed when asked for; no rows without data.
+  [[nodiscard]] virtual TRangeTable VisibleStatistics() const;
   // Follows a change of the program's date format.
   virtual void RefreshLabels() { QueueReplot(); }
   // The dots of single samples, where these stand apart.
@@ -34,34 +52,26 @@ class TTimeChart : public TChartPlot, public IChartReadings {
   [[nodiscard]] const TChartCursors& Cursors() const { return FCursors; }
   [[nodiscard]] TChartGestures& Gestures() { return FGestures; }
 
- signals:
-  // The user zoomed or panned.
-  void TimeRangeChanged(double from, double to);
-  // The user asked for everything to be seen again.
-  void ZoomReset();
-  // Time and value under the pointer in words, or what the user should know; empty when the pointer leaves.
-  void CursorValueChanged(const QString& text);
-  // The user moved the indicator.
-  void IndicatorMoved(double time);
-  // The user asked for a context menu, in coordinates of the screen; never in the midst of a drag.
-  void MenuRequested(const QPoint& at);
-  void StatisticsRequested();
-
  protected:
+  // The visible series with samples, in the order of the legend.
+  [[nodiscard]] virtual std::vector<TCurve> Curves() const { return {}; }
   // Left button, less than a drag.
   virtual void Clicked(const QPointF& position) = 0;
   // The last click was the first of a double-click.
   virtual void Unclicked() {}
-  // The value axes back to the range of the data.
+  // Sets the value axes to the range of the data.
   virtual void ScaleValues() = 0;
-  // In the program's date format, with as many decimals as the view tells apart.
+  // In the program's date format, with as many decimals as the view resolves.
   [[nodiscard]] QString MomentText(double time) const override;
   // What the indicator would say.
   [[nodiscard]] QString CursorText(const QPointF& position) const override;
+  [[nodiscard]] std::vector<TReading> ReadingsAt(double time) const override;
+  [[nodiscard]] std::optional<TReading> NearestTo(const QPointF& position) const override;
   [[nodiscard]] QStringList SpanTexts(double span) const override;
+  [[nodiscard]] std::vector<TReading> DifferencesBetween(double a, double b) const override;
 
-  // Other data of this span, which is shown; without one the chart is empty.
-  void SetFullRange(std::optional<std::pair<double, double>> range);
+  // Other data of this span, which is shown; without a span the chart is empty.
+  void SetFullRange(const std::optional<TTimeSpan>& span);
   [[nodiscard]] bool PointsVisible() const { return FPointsVisible; }
 
   void PaintOver(QPainter& painter) const override { FGestures.PaintSpan(painter); }

@@ -198,8 +198,8 @@ void TKorvexMainForm::ConnectNavigator() {
   }
   const TNavigatorChart* navigator = FParts->docks.ChartNavigator;
   const auto on = [this](auto moved) {
-    return [this, moved](double start, double end) {
-      OnMission([&](TShownMission& mission) { moved(mission, {start, end}, *FScreen); });
+    return [this, moved](const TTimeSpan& band) {
+      OnMission([&](TShownMission& mission) { moved(mission, band, *FScreen); });
     };
   };
   connect(navigator, &TNavigatorChart::BandDragging, this, on(NavigatorBandDragging));

@@ -358,14 +358,10 @@ void TMainScreen::RefreshDisplay(const TShownMission& mission) {
 }
 
 void TMainScreen::ShowInCharts(const TDisplaySettings& display) {
-  const auto limitsOf = [&](TQuantity quantity) {
-    const TLimits& limits = display.LimitsOf(quantity);
-    return std::pair(limits.least, limits.largest);
-  };
   const TValueMasks masks{std::string(display.FormatOf(TQuantity::Time)),
                           std::string(display.FormatOf(TQuantity::Acceleration))};
   TAlarmLimits acceleration;
-  if (display.alarmActive) acceleration = limitsOf(TQuantity::Acceleration);
+  if (display.alarmActive) acceleration = display.LimitsOf(TQuantity::Acceleration);
   const auto colour = [&](auto& chart) {
     for (std::size_t i = 0; i < kSeriesCount; ++i)
       chart.SetColour(kAllSeries[i], QColor(display.accelerationColours[i]));
@@ -382,12 +378,12 @@ void TMainScreen::ShowInCharts(const TDisplaySettings& display) {
   FParts.shock->SetMasks(masks);
 
   TSensorsChart& sensors = *FParts.overview->ChartAllSensors();
-  std::map<std::string, std::pair<double, double>> limits;
+  std::map<std::string, TLimits> limits;
   for (std::size_t i = 0; i < kColouredSensors.size(); ++i) {
     const TQuantityRow& row = *kColouredSensors[i];
     sensors.SetSensorColour(row.sensorName, QColor(display.sensorColours[i]));
     FParts.docks.ChartNavigator->SetSensorColour(row.sensorName, QColor(display.sensorColours[i]));
-    if (display.alarmActive && row.quantity) limits.emplace(row.sensorName, limitsOf(*row.quantity));
+    if (display.alarmActive && row.quantity) limits.emplace(row.sensorName, display.LimitsOf(*row.quantity));
   }
   sensors.SetAlarmLimits(std::move(limits));
   for (std::size_t i = 0; i < kSensorAxisCount; ++i) {

@@ -8,41 +8,34 @@
 #include "gui/shock/uShockPanel.h"
 
 std::optional<TTimeSpan> TMainScreen::NavigatorSpan() const {
-  const auto span = FParts.docks.ChartNavigator->DataSpan();
-  if (!span) return std::nullopt;
-  return TTimeSpan{span->first, span->second};
+  return FParts.docks.ChartNavigator->DataSpan();
 }
 
 void TMainScreen::SetNavigatorBand(const TTimeSpan& band) {
-  FParts.docks.ChartNavigator->SetBand(band.start, band.end);
+  FParts.docks.ChartNavigator->SetBand(band);
 }
 
 void TMainScreen::SetNavigatorCompanions(const TTimeSpan& band) {
-  FParts.docks.ChartNavigator->SetCompanions(band.start, band.end);
+  FParts.docks.ChartNavigator->SetCompanions(band);
 }
 
 void TMainScreen::SetUnsyncedView(const std::optional<TTimeSpan>& view) {
-  std::optional<std::pair<double, double>> shown;
-  if (view) shown = std::pair(view->start, view->end);
-  FParts.docks.ChartNavigator->SetUnsyncedView(shown);
+  FParts.docks.ChartNavigator->SetUnsyncedView(view);
 }
 
 TTimeSpan TMainScreen::ChartSpan(std::string_view chart) const {
-  const auto [start, end] = Control<TTimeChart>(chart).Range().Times();
-  return {start, end};
+  return Control<TTimeChart>(chart).Range().Times();
 }
 
 void TMainScreen::SetChartSpan(std::string_view chart, const TTimeSpan& span) {
   auto& shown = Control<TTimeChart>(chart);
-  shown.Range().SetTimes(span.start, span.end);
+  shown.Range().SetTimes(span);
   TellSynced(shown);
 }
 
 void TMainScreen::TellSynced(TTimeChart& chart) {
   if (FMission == nullptr) return;
-  const auto [start, end] = chart.Range().Times();
-  const TTimeSpan shown{start, end};
-  chart.Range().SetSynced(shown == FMission->Band);
+  chart.Range().SetSynced(chart.Range().Times() == FMission->Band);
   MarkUnsynced(&chart);
 }
 
@@ -52,8 +45,7 @@ void TMainScreen::MarkUnsynced(const TTimeChart* first) {
   std::optional<TTimeSpan> found;
   for (const TTimeChart* chart : std::initializer_list<const TTimeChart*>{
            FParts.overview->Chart1(), FParts.overview->ChartAllSensors(), FParts.shock->Chart20()}) {
-    const auto [start, end] = chart->Range().Times();
-    const TTimeSpan shown{start, end};
+    const TTimeSpan shown = chart->Range().Times();
     if (chart->isVisible() && shown != FMission->Band && (!found || chart == first)) found = shown;
   }
   SetUnsyncedView(found);

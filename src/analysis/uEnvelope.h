@@ -1,0 +1,126 @@
+// The points to draw of a long series when many samples share one column of pixels. Pure functions; any thread.
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <limits>
+#include <vector>
+
+#include "analysis/uExtents.h"
+#include "base/uTimeSpan.h"
+
+struct TEnvelopePoint {
+  double key;
+  float value;  // NaN: the line breaks here
+};
+
+// Columns of equal width over a span of keys.
+struct TColumns {
+  TTimeSpan span;
+  std::size_t count;
+
+  // Without columns, or without two finite ends in order, every function below gives nothing.
+  [[nodiscard]] bool IsValid() const { return count > 0 && span.IsValid() && std::isfinite(span.Width()); }
+};
+
+// Calls visit(begin, end) with the samples of each column that has some, in order. keyAt(i) of the `count` samples
+// does not fall with i.
+template <class TKeyAt, class TVisit>
+void VisitColumns(std::size_t count, const TKeyAt& keyAt, const TColumns& columns, const TVisit& visit);
+
+// The first, minimum, maximum and last sample of each column in their order: a line through these points covers the
+// same pixels as a line through all samples. One neighbour outside on each side lets the line run to the edge. Values
+// that are not finite break the line. With the extents of the series the cost does not grow with the samples.
+template <class TKeyAt, class TValueAt>
+std::vector<TEnvelopePoint> Envelope(std::size_t count, const TKeyAt& keyAt, const TValueAt& valueAt,
+                                     const TExtents& extents, const TColumns& columns);
+
+// The first maximum of the finite values of each column, by its index; a column without one is left out.
+template <class TKeyAt, class TValueAt>
+std::vector<std::size_t> ColumnPeaks(std::size_t count, const TKeyAt& keyAt, const TValueAt& valueAt,
+                                     const TExtents& extents, const TColumns& columns);
+
+// The first of `count` samples whose key is at or after `key`, or `count`.
+template <class TKeyAt>
+std::size_t FirstAtOrAfter(std::size_t count, const TKeyAt& keyAt, double key) {
+  std::size_t begin = 0;
+  while (begin < count) {
+    const std::size_t middle = begin + (count - begin) / 2;
+    if (keyAt(middle) < key) {
+      begin = middle + 1;
+    } else {
+      count = middle;
+    }
+  }
+  return begin;
+}
+
+template <class TKeyAt, class TVisit>
+void VisitColumns(std::size_t count, const TKeyAt& keyAt, const TColumns& columns, const TVisit& visit) {
+  if (!columns.IsValid()) return;
+  const double width = columns.span.Width() / static_cast<double>(columns.count);
+  std::size_t i = FirstAtOrAfter(count, keyAt, columns.span.start);
+  while (i < count && keyAt(i) <= columns.span.end) {
+    const double column = std::floor((keyAt(i) - columns.span.start) / width);
+    // The last column includes the end of the span. A span without width is one column.
+    const bool last = !(column + 1 < static_cast<double>(columns.count));
+    const double columnEnd = last ? std::nextafter(columns.span.end, std::numeric_limits<double>::infinity())
+                                  : columns.span.start + (column + 1) * width;
+    const std::size_t begin = i;
+    // Steps that double find the end of a column fast, be it near or far.
+    std::size_t step = 1;
+    for (; i + step < count && keyAt(i + step) < columnEnd; step *= 2) i += step;
+    const std::size_t next = i + 1;
+    i = next + FirstAtOrAfter(
+                   std::min(step - 1, count - next), [&](std::size_t k) { return keyAt(next + k); }, columnEnd);
+    visit(begin, i);
+  }
+}
+
+template <class TKeyAt, class TValueAt>
+std::vector<TEnvelopePoint> Envelope(std::size_t count, const TKeyAt& keyAt, const TValueAt& valueAt,
+                                     const TExtents& extents, const TColumns& columns) {
+  std::vector<TEnvelopePoint> points;
+  if (!columns.IsValid()) return points;
+  bool gap = false;  // before the next point
+  const auto add = [&](std::size_t i) {
+    if (gap && !points.empty()) points.push_back({keyAt(i), std::numeric_limits<float>::quiet_NaN()});
+    gap = false;
+    points.push_back({keyAt(i), valueAt(i)});
+  };
+  const auto addNeighbour = [&](std::size_t i) {
+    if (std::isfinite(valueAt(i))) add(i);
+  };
+
+  const std::size_t begin = FirstAtOrAfter(count, keyAt, columns.span.start);
+  std::size_t end = begin;
+  if (begin > 0) addNeighbour(begin - 1);
+  VisitColumns(count, keyAt, columns, [&](std::size_t from, std::size_t to) {
+    end = to;
+    const std::size_t first = extents.FirstFinite(from, to, valueAt);
+    if (first != from) gap = true;
+    const auto found = extents.Find(first, to, valueAt);
+    if (!found) return;
+    const std::size_t last = extents.LastFinite(first, to, valueAt);
+    const auto [lower, upper] = std::minmax(found->min, found->max);
+    const std::array<std::size_t, 4> kept = {first, lower, upper, last};
+    for (std::size_t k = 0; k < kept.size(); ++k) {
+      if (k == 0 || kept[k] != kept[k - 1]) add(kept[k]);
+    }
+    gap = last + 1 != to;
+  });
+  if (end < count) addNeighbour(end);
+  return points;
+}
+
+template <class TKeyAt, class TValueAt>
+std::vector<std::size_t> ColumnPeaks(std::size_t count, const TKeyAt& keyAt, const TValueAt& valueAt,
+                                     const TExtents& extents, const TColumns& columns) {
+  std::vector<std::size_t> peaks;
+  VisitColumns(count, keyAt, columns, [&](std::size_t from, std::size_t to) {
+    if (const auto found = extents.Find(from, to, valueAt)) peaks.push_back(found->max);
+  });
+  return peaks;
+}
