@@ -350,9 +350,25 @@ TEST_F(Documents, ALayoutFileMayBeEditedByHand) {
 
 TEST_F(Documents, NoTextOfALayoutFileLosesAPanel) {
   Start(Save("three.kshock"));
-  const std::vector<std::string> words = {
-      "left", "right", "top", "bottom", "below ", "right of ", "tabbed with ", "1x1", "32767x32767", "300x200", "open",
-      "closed", "in front", "floating 1x1-99999-99999", "floating 32767x32767+99999+0", "0x5", "\xFF", "\xC3\xA4", ","};
+  const std::vector<std::string> words = {"left",
+                                          "right",
+                                          "top",
+                                          "bottom",
+                                          "below ",
+                                          "right of ",
+                                          "tabbed with ",
+                                          "1x1",
+                                          "32767x32767",
+                                          "300x200",
+                                          "open",
+                                          "closed",
+                                          "in front",
+                                          "floating 1x1-99999-99999",
+                                          "floating 32767x32767+99999+0",
+                                          "0x5",
+                                          "\xFF",
+                                          "\xC3\xA4",
+                                          ","};
   std::mt19937 random(1);
   const auto any = [&](const std::vector<std::string>& list) { return list[random() % list.size()]; };
   std::vector<std::string> names = kDocks;
