@@ -18,7 +18,6 @@
 
 #include "base/uIniFile.h"
 #include "gui/common/uLogos.h"
-#include "gui/common/uPathCheck.h"
 #include "gui/mainform/KorvexMainForm.h"
 #include "tests/support/uThreeEvents.h"
 #include "tests/support/uWindowTest.h"
@@ -455,20 +454,6 @@ TEST_F(Documents, RecentDocumentsOfNoUseAreKeptAsideAndToldOnce) {
   EXPECT_TRUE(fs::is_directory(FSettings / "recentdocuments-kept.ini"));
   EXPECT_EQ(Find<QPushButton>("btnWellcomeRecent_0")->accessibleName(), three);
   EXPECT_THAT(FBoxes, IsEmpty());
-}
-
-TEST(PathCheck, AnswersForTheLatestPathsAndNotAfterItsEnd) {
-  const TTempFolder folder;
-  const QString present = QString::fromStdString(folder.Path().string());
-  auto check = std::make_unique<TPathCheck>(nullptr);
-  QSignalSpy checked(check.get(), &TPathCheck::Checked);
-  check->Check({present, "/none"});
-  ASSERT_TRUE(QTest::qWaitFor([&] { return checked.count() == 2; }, kPatienceMs));
-  EXPECT_EQ(checked[0], (QVariantList{present, true}));
-  EXPECT_EQ(checked[1], (QVariantList{"/none", false}));
-  check->Check(QStringList(100, present));
-  check.reset();
-  QCoreApplication::processEvents();
 }
 
 }  // namespace

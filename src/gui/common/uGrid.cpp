@@ -153,7 +153,7 @@ void TGrid::paintEvent(QPaintEvent* event) {
   if (FModel->Dataset() == nullptr || FModel->rowCount() > 0) return;
   QPainter painter(viewport());
   painter.setPen(palette().color(QPalette::PlaceholderText));
-  painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, FNothing);
+  painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, FPlaceholder);
 }
 
 void TGrid::keyPressEvent(QKeyEvent* event) {

@@ -24,7 +24,7 @@ class TGrid : public TRowGrid {
 
   void SetDataset(const TDataset* table);
   // Stands where rows would be while a table without rows is shown.
-  void SetNothing(const QString& words) { FNothing = words; }
+  void SetPlaceholder(const QString& words) { FPlaceholder = words; }
   // How values are shown; borrowed. Refresh after a change of it.
   void SetDisplay(const TDisplaySettings* display) { FModel->SetDisplay(display); }
   // The table's order, or which of its rows it shows, changed: redraws what is visible and moves the sort mark; the
@@ -65,7 +65,7 @@ class TGrid : public TRowGrid {
 
   DatasetTableModel* FModel;
   TIndexKeyOf FIndexKeyOf;
-  QString FNothing;
+  QString FPlaceholder;
   QString FClickedField;
   QHash<QString, int> FFitted;  // the widths of columns, by field
   QSet<QString> FSizedByUser;   // fields

@@ -15,7 +15,7 @@
 #include "gui/common/uTheme.h"
 #include "gui/ribbon/uBackstageEntry.h"
 #include "gui/ribbon/uBackstagePages.h"
-#include "gui/ribbon/uFlat.h"
+#include "gui/ribbon/uRibbonMetrics.h"
 
 namespace {
 

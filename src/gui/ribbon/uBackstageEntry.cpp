@@ -6,7 +6,7 @@
 #include <algorithm>
 
 #include "gui/common/uIcons.h"
-#include "gui/ribbon/uFlat.h"
+#include "gui/ribbon/uRibbonMetrics.h"
 
 TBackstageEntry::TBackstageEntry(const QString& objectName, QWidget* parent) : QToolButton(parent) {
   setObjectName(objectName);

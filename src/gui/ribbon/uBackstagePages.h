@@ -1,4 +1,4 @@
-// The pages that the backstage brings along: a path to browse, the folder of the shown file, and what this program is.
+// The pages of the backstage: a path to browse, the folder of the shown file, recent files and folders, and About.
 #pragma once
 
 #include <QStringList>
@@ -9,6 +9,8 @@
 class TPathCompleter;
 class QLabel;
 class QLineEdit;
+class TRecentDocuments;
+class TRecentListView;
 class TRecordingList;
 
 class TBrowsePathPage : public QWidget {
@@ -71,6 +73,26 @@ class TCurrentFolderPage : public QWidget {
   TRecordingList* FList;
   QString FFolder;
   QStringList FPatterns;
+};
+
+// Recent files and recent folders. The page changes neither list: its views emit what the user asks for.
+class TRecentPage : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit TRecentPage(QWidget* parent);
+
+  void ShowRecent(const TRecentDocuments& recent);
+
+  [[nodiscard]] TRecentListView* Files() const { return FFiles; }
+  [[nodiscard]] TRecentListView* Folders() const { return FFolders; }
+
+ private:
+  QLabel* FNote;
+  QLabel* FFilesTitle;
+  TRecentListView* FFiles;
+  QLabel* FFoldersTitle;
+  TRecentListView* FFolders;
 };
 
 class TAboutPage : public QWidget {

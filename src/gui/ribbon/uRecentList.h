@@ -7,9 +7,8 @@
 #include <QTreeView>
 #include <vector>
 
+#include "gui/common/uBackgroundTask.h"
 #include "shell/uRecentDocuments.h"
-
-class TPathCheck;
 
 class TRecentModel : public QAbstractTableModel {
   Q_OBJECT
@@ -64,7 +63,9 @@ class TRecentListView : public QTreeView {
  private:
   void Act(const QModelIndex& index);
   void FitColumns();
+  // Marks the entries whose files are missing, as the answers arrive: a dead network drive does not block the window.
+  void CheckPaths();
 
   TRecentModel* FModel;
-  TPathCheck* FCheck;
+  TBackgroundTask FTask{this};
 };

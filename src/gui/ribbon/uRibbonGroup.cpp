@@ -9,9 +9,9 @@
 #include <algorithm>
 
 #include "gui/common/uIcons.h"
-#include "gui/ribbon/uFlat.h"
 #include "gui/ribbon/uRibbonButton.h"
 #include "gui/ribbon/uRibbonColumns.h"
+#include "gui/ribbon/uRibbonMetrics.h"
 
 namespace {
 

@@ -55,8 +55,8 @@ TMainShockPanel::TMainShockPanel(QWidget* parent)
       FShocks(new TGrid("dbgShocks", tr("Shock events"), EventIndexKey, this)),
       FFilteredShocks(new TGrid("dbgFilteredShocks", tr("Filtered shock events"), EventIndexKey, this)) {
   setObjectName("MainShockPanel");
-  FShocks->SetNothing(tr("No shock events"));
-  FFilteredShocks->SetNothing(tr("No event is let through"));
+  FShocks->SetPlaceholder(tr("No shock events"));
+  FFilteredShocks->SetPlaceholder(tr("No event is let through"));
   FChart20->setObjectName("Chart20");
   FChart20->setAccessibleName(tr("Shock events chart"));
   FChart2->setObjectName("Chart2");
