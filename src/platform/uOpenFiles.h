@@ -3,8 +3,7 @@
 
 #include <cstddef>
 
-// As many as the system lets this process have. Called once, at the start; where the system refuses, all stays as it
-// is.
+// Raises the limit to the maximum for this process. Called once at the start; has no effect if the system refuses.
 void RaiseOpenFileLimit();
 
 // How many more files can be opened. Any thread.

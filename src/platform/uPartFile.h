@@ -1,5 +1,5 @@
-// A file in work, beside the file that it will replace: ".shockscope-", eight hexadecimal digits and ".part". It is
-// locked until it is renamed or removed, so a file of that name without a lock was left by a run that was killed.
+// A temporary file beside the file that it will replace: ".shockscope-", eight hexadecimal digits and ".part". It is
+// locked until it is renamed or removed, so an unlocked one was left by a killed run.
 #pragma once
 
 #include <cstdint>
@@ -14,12 +14,12 @@ class TPartFile {
   TPartFile(TPartFile&& other) noexcept;
   TPartFile& operator=(TPartFile&&) = delete;
 
-  // Whoever writes opens it by this path.
+  // The path to open for writing.
   [[nodiscard]] const std::filesystem::path& Path() const { return FPath; }
   // The same number for files of the same file system.
   [[nodiscard]] std::uint64_t FileSystem() const;
-  // Wait until the disk has the file, or everything written to its file system since the file was made. Throw
-  // std::system_error when the disk does not take it; a file system that knows no such wait is left alone. Any thread.
+  // Wait until the disk has the file, or all of its file system. Throw std::system_error if writing fails; do nothing
+  // on a file system without sync. Any thread.
   void Sync() const;
   void SyncFileSystem() const;
   // Throws std::system_error.
@@ -30,8 +30,8 @@ class TPartFile {
   int FDescriptor = -1;
 };
 
-// A folder ".shockscope-", eight hexadecimal digits and ".tmp" for a library whose files have a name for a moment
-// before they become nameless. Locked like a file in work.
+// A folder ".shockscope-", eight hexadecimal digits and ".tmp" for a library that creates temporary files and unlinks
+// them. Locked like a TPartFile.
 class TScratchFolder {
  public:
   // Throws std::system_error.
@@ -41,8 +41,8 @@ class TScratchFolder {
   TScratchFolder(const TScratchFolder&) = delete;
   TScratchFolder& operator=(const TScratchFolder&) = delete;
   [[nodiscard]] const std::filesystem::path& Path() const { return FPath; }
-  // Takes away what stands in the files that are open there, with or without a name: who reads one comes to its end,
-  // what is written then goes to its beginning. As far as the system can do that. Any thread.
+  // Truncates all open files of the folder, also unlinked ones: readers reach the end, writers start at the beginning.
+  // Has no effect if the system cannot do that. Any thread.
   void Cut() const noexcept;
 
  private:
@@ -50,8 +50,8 @@ class TScratchFolder {
   int FDescriptor = -1;
 };
 
-// Keeps everybody else who locks the folder waiting while it lives. It waits for half a second itself and then goes
-// on without the lock: a program that hangs must not keep another from its end.
+// Locks a folder against other processes. Waits at most half a second and then continues without the lock: a hanging
+// program must not block another's close.
 class TFolderLock {
  public:
   explicit TFolderLock(const std::filesystem::path& folder) noexcept;
@@ -63,9 +63,9 @@ class TFolderLock {
   int FDescriptor;
 };
 
-// Waits until the disk has the names of the folder's files, as far as its file system can tell.
+// Waits until the disk has the folder's entries, if its file system supports that.
 void SyncFolder(const std::filesystem::path& folder) noexcept;
 
-// Removes what killed runs left in the folder, and nothing else: nothing that is locked, no link, no other name, and of
-// the scratch folders only those that hold empty files alone. What cannot be removed stays.
+// Removes only what killed runs left in the folder: no locked file, no link, no other name, and temporary folders only
+// if they hold nothing but empty files. Ignores what cannot be removed.
 void RemoveAbandonedParts(const std::filesystem::path& folder) noexcept;

@@ -1,10 +1,10 @@
-// Files that are replaced whole or not at all: each is written beside the wanted one, synced to the disk and then
-// renamed, so neither a failure nor a loss of power costs the older file. A link is followed, the permissions are kept.
-// The first file for a folder removes what killed runs left there (uPartFile).
+// Files that are replaced whole or not at all: each is written beside its target, synced and renamed, so neither a
+// failure nor a power loss destroys the old file. Links are followed, permissions are kept. The first file in a folder
+// removes what killed runs left there (uPartFile).
 //
-// Everything that fails with std::system_error is thrown as std::filesystem::filesystem_error with the wanted file as
-// path1, also when the target is a folder or write-protected. What else `write` throws comes as it is. In both cases
-// nothing of that file is left.
+// A std::system_error is rethrown as std::filesystem::filesystem_error with the target as path1, also if the target is
+// a folder or write-protected. Other exceptions of `write` pass unchanged. In both cases nothing new is left on the
+// disk.
 #pragma once
 
 #include <cstddef>

@@ -4,10 +4,9 @@
 // Standard error is shown to somebody, not kept in a file.
 bool StandardErrorIsTerminal();
 
-// While one lives, what its thread writes to the C library's stderr goes nowhere: for a library that prints its
-// complaints besides returning them. Other threads write as before, and so do std::cerr and whoever writes to the
-// descriptor itself. On any thread, which destroys it, too. The first one replaces the stream behind stderr for good,
-// by one that has no descriptor.
+// While one exists, its thread's output to the C library's stderr is discarded: for a library that prints its errors
+// besides returning them. Other threads, std::cerr and the descriptor itself are not affected. Destroy it on the thread
+// that made it. The first one permanently replaces the stream behind stderr by one without a descriptor.
 class TSilentErrors {
  public:
   TSilentErrors();

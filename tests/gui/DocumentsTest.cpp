@@ -199,7 +199,7 @@ TEST_F(Documents, AUserLayoutComesBackAfterARestartAndByItsCommands) {
   EXPECT_THAT(FBoxes, IsEmpty());
 }
 
-TEST_F(Documents, AUserLayoutThatWasSavedWithoutAPanelBringsThoseOfTheView) {
+TEST_F(Documents, AUserLayoutWithAllPanelsClosedShowsThePanelsOfTheView) {
   Start(Save("three.kshock"));
   FForm->resizeDocks({Dock(1)}, {420}, Qt::Horizontal);
   Settle();
@@ -217,7 +217,7 @@ TEST_F(Documents, AUserLayoutThatWasSavedWithoutAPanelBringsThoseOfTheView) {
   EXPECT_TRUE(Dock(3)->isHidden()) << "a layout with a panel says which";
 }
 
-TEST_F(Documents, APanelThatALayoutPutsOutOfSightComesOntoAScreen) {
+TEST_F(Documents, AFloatingPanelOutsideTheScreenIsMovedOntoIt) {
   Start(Save("three.kshock"));
   Dock(0)->setFloating(true);
   Dock(0)->setGeometry(30000, -20000, 4000, 3000);
@@ -228,7 +228,7 @@ TEST_F(Documents, APanelThatALayoutPutsOutOfSightComesOntoAScreen) {
   ExpectInSight();
 }
 
-TEST_F(Documents, ALayoutFileOfNoUseLeavesTheDesignedLayoutAndStays) {
+TEST_F(Documents, AnUnusableLayoutFileGivesTheDesignedLayoutAndIsKept) {
   const QString three = Save("three.kshock");
   Start(three);
   const std::vector<QRect> designed = Places();
@@ -263,7 +263,7 @@ TEST_F(Documents, ALayoutFileOfNoUseLeavesTheDesignedLayoutAndStays) {
 }
 
 // Panels side by side in a column, tabs in an order of one's own, one afloat, one closed.
-TEST_F(Documents, AnyArrangementComesBackFromItsFile) {
+TEST_F(Documents, AnyArrangementIsRestoredFromItsFile) {
   const QString three = Save("three.kshock");
   Start(three);
   auto* filter = Find<QDockWidget>("dxDockPanelFilter");
@@ -307,7 +307,7 @@ TEST_F(Documents, AnyArrangementComesBackFromItsFile) {
   EXPECT_EQ(FForm->dockWidgetArea(Dock(2)), Qt::RightDockWidgetArea);
 }
 
-TEST_F(Documents, TheTabInFrontComesBackAlsoOfClosedPanels) {
+TEST_F(Documents, TheFrontTabIsRestoredEvenIfAllPanelsWereClosed) {
   for (const std::size_t front : {2U, 3U}) {
     Start(Save("three.kshock"));
     Dock(front)->raise();
@@ -347,7 +347,7 @@ TEST_F(Documents, ALayoutFileMayBeEditedByHand) {
   EXPECT_THAT(FBoxes, IsEmpty());
 }
 
-TEST_F(Documents, NoTextOfALayoutFileLosesAPanel) {
+TEST_F(Documents, NoLayoutFileCanLoseAPanel) {
   Start(Save("three.kshock"));
   const std::vector<std::string> words = {"left",
                                           "right",
@@ -390,7 +390,7 @@ TEST_F(Documents, NoTextOfALayoutFileLosesAPanel) {
   EXPECT_THAT(FBoxes, IsEmpty());
 }
 
-TEST_F(Documents, LogosAreLeftToBeReplacedAndABrokenOneIsLeftAlone) {
+TEST_F(Documents, LogosCanBeReplacedAndABrokenFileIsNotOverwritten) {
   Start();
   auto* logos = FForm->findChild<TLogos*>();
   const QSize builtIn = logos->Image(TLogos::kReport).size();
@@ -430,7 +430,7 @@ TEST_F(Documents, LogosAreLeftToBeReplacedAndABrokenOneIsLeftAlone) {
   EXPECT_EQ(saved(1).pixelColor(5, 5), QColor(Qt::red)) << "the user put it in the broken one's place";
 }
 
-TEST_F(Documents, WhatCannotBeWrittenAtTheEndCostsNeitherTheFileNorTheClose) {
+TEST_F(Documents, AFailedWriteAtCloseKeepsTheOldFileAndCloses) {
   Write("recentdocuments.ini", "[FullPath]\n0=/old.kshock\n");
   fs::permissions(FSettings / "recentdocuments.ini", fs::perms::owner_read);
   Start(Save("three.kshock"));
@@ -444,7 +444,7 @@ TEST_F(Documents, WhatCannotBeWrittenAtTheEndCostsNeitherTheFileNorTheClose) {
   EXPECT_TRUE(fs::exists(FSettings / "Report-Logo.png"));
 }
 
-TEST_F(Documents, RecentDocumentsOfNoUseAreKeptAsideAndToldOnce) {
+TEST_F(Documents, UnusableRecentDocumentsAreRenamedAndReportedOnce) {
   fs::create_directories(FSettings / "recentdocuments.ini");
   const QString three = Save("three.kshock");
   Start(three);

@@ -60,7 +60,7 @@ TRowGrid::TRowGrid(const QString& name, const QString& title, QWidget* parent)
   setTabKeyNavigation(false);
   setHorizontalScrollMode(ScrollPerPixel);
   verticalHeader()->hide();
-  // Rows of one height: a view of a million of them asks none for its size.
+  // Fixed heights: a view of a million rows need not measure them.
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   horizontalHeader()->setHighlightSections(false);
   SetRowFont(font());
@@ -71,7 +71,7 @@ TRowGrid::TRowGrid(const QString& name, const QString& title, QWidget* parent)
   FMenu->setObjectName("mnuGrid");
   FMenu->setAccessibleName(title);
   FMenu->addAction(FCopy);
-  // Greyed in the menu alone; Ctrl+C without a selection copies nothing.
+  // Disabled only in the menu: Ctrl+C without a selection just copies nothing.
   connect(FMenu, &QMenu::aboutToShow, this, [this] { FCopy->setEnabled(selectionModel()->hasSelection()); });
   connect(FMenu, &QMenu::aboutToHide, this, [this] { FCopy->setEnabled(true); });
 }
@@ -96,7 +96,7 @@ void TRowGrid::keyPressEvent(QKeyEvent* event) {
   if (event->matches(QKeySequence::Copy)) {
     FCopy->trigger();
   } else if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) {
-    // The desktop tells of the Menu key itself, not always of this one.
+    // Not every desktop sends a context menu event for this key.
     FMenu->popup(MenuPlace());
   } else {
     QTableView::keyPressEvent(event);
@@ -107,7 +107,7 @@ void TRowGrid::contextMenuEvent(QContextMenuEvent* event) {
   FMenu->popup(event->reason() == QContextMenuEvent::Mouse ? event->globalPos() : MenuPlace());
 }
 
-// Beside the current row, where it is in sight.
+// At the current cell if it is visible, else in the middle.
 QPoint TRowGrid::MenuPlace() const {
   const QRect cell = visualRect(currentIndex()) & viewport()->rect();
   return viewport()->mapToGlobal((cell.isEmpty() ? viewport()->rect() : cell).center());

@@ -9,8 +9,8 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
-#include "gui/common/uElidedLabel.h"
 #include "gui/common/uIcons.h"
+#include "gui/common/uLabels.h"
 #include "gui/common/uLogos.h"
 #include "gui/filter/uFilterChip.h"
 #include "gui/filter/uFilterPanel.h"

@@ -19,6 +19,7 @@
 #include "base/uFiles.h"
 #include "gui/common/uBackgroundTask.h"
 #include "gui/common/uIcons.h"
+#include "gui/common/uLabels.h"
 #include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
 #include "gui/ribbon/uRecentList.h"
@@ -65,15 +66,6 @@ QStringList PathsIn(const QString& folder, const QStringList& patterns) {
   }
   paths.sort(Qt::CaseInsensitive);
   return paths;
-}
-
-QLabel* Title(const QString& text, QWidget* buddy, QWidget* parent) {
-  auto* title = new QLabel(text, parent);
-  QFont bold = title->font();
-  bold.setBold(true);
-  title->setFont(bold);
-  title->setBuddy(buddy);
-  return title;
 }
 
 }  // namespace
@@ -298,8 +290,10 @@ TRecentPage::TRecentPage(QWidget* parent)
       FFolders(new TRecentListView("lstRecentFolders", tr("Recent folders"), this)) {
   FNote->setObjectName("lblRecentNote");
   FNote->setWordWrap(true);
-  FFilesTitle = Title(tr("Recordings"), FFiles, this);
-  FFoldersTitle = Title(tr("Folders"), FFolders, this);
+  FFilesTitle = MakeTitle(tr("Recordings"), this);
+  FFilesTitle->setBuddy(FFiles);
+  FFoldersTitle = MakeTitle(tr("Folders"), this);
+  FFoldersTitle->setBuddy(FFolders);
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(FNote);
@@ -318,12 +312,8 @@ void TRecentPage::ShowRecent(const TRecentDocuments& recent) {
   const bool hasFolders = !recent.Folders.Entries().empty();
   FNote->setText(hasFiles || hasFolders ? tr("Enter or a click opens · P pins · Del removes from the list")
                                         : tr("Recordings that were opened, and their folders, are listed here."));
-  for (QWidget* widget : {static_cast<QWidget*>(FFilesTitle), static_cast<QWidget*>(FFiles)}) {
-    widget->setVisible(hasFiles);
-  }
-  for (QWidget* widget : {static_cast<QWidget*>(FFoldersTitle), static_cast<QWidget*>(FFolders)}) {
-    widget->setVisible(hasFolders);
-  }
+  for (QWidget* widget : std::initializer_list<QWidget*>{FFilesTitle, FFiles}) widget->setVisible(hasFiles);
+  for (QWidget* widget : std::initializer_list<QWidget*>{FFoldersTitle, FFolders}) widget->setVisible(hasFolders);
   layout()->setAlignment(FNote, hasFiles || hasFolders ? Qt::Alignment() : Qt::AlignTop);
 }
 

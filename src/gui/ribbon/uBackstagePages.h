@@ -21,7 +21,7 @@ class TBrowsePathPage : public QWidget {
 
   void SetFilePatterns(const QStringList& patterns);
   void ProposePath(const QString& path);
-  // Fills in the path and answers it as if it had been typed.
+  // Fills in the path and opens it as if it had been typed.
   void SetPath(const QString& path);
 
  signals:
@@ -55,7 +55,7 @@ class TCurrentFolderPage : public QWidget {
  public:
   explicit TCurrentFolderPage(QWidget* parent);
 
-  // Both take effect when the page is shown next; an empty folder means that no file is shown.
+  // An empty folder means that no file is shown.
   void SetFilePatterns(const QStringList& patterns);
   void SetFolder(const QString& folder);
 

@@ -33,7 +33,7 @@ constexpr TCard kCards[] = {{"lblCardToTTotal", "lblCardToTTotalValue", "ToT tot
                             {"lblCardIoTMax", "lblCardIoTMaxValue", "IoT max", " g ms"}};
 constexpr auto kNoValue = "–";
 
-// Tabs show and hide their pages; a grid that others show and hide stands on one.
+// A tab widget shows and hides its pages; others show and hide the grid, so it gets its own page.
 QWidget* PageOf(QWidget* grid) {
   auto* page = new QWidget(grid->parentWidget());
   auto* layout = new QVBoxLayout(page);
