@@ -369,7 +369,7 @@ TEST(LoadingPanel, IsCentredKeepsTheFocusAndEmitsCancelled) {
   EXPECT_LE((panel.geometry().center() - window.rect().center()).manhattanLength(), 2);
   const auto* detail = panel.findChild<QLabel*>("PnlLoadingDetail");
   EXPECT_TRUE(panel.rect().contains(detail->geometry()));
-  EXPECT_TRUE(detail->toolTip().contains("12 blocks")) << "the text is cut";
+  EXPECT_TRUE(detail->toolTip().contains("run.kshock")) << "the text is cut";
 
   QSignalSpy cancelled(&panel, &TLoadingPanel::Cancelled);
   auto* cancel = panel.findChild<QPushButton*>("btnLoadingCancel");
