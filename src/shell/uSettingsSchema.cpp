@@ -45,11 +45,11 @@ constexpr const TQuantityControls& ControlsOf(TQuantity quantity) {
 }
 template <TQuantity Quantity>
 constexpr TSetting Min(std::string_view key, std::string_view def) {
-  return {kAlarm, key, def, ControlsOf(Quantity).min, kLimit<&TLimits::least, Quantity>};
+  return {kAlarm, key, def, ControlsOf(Quantity).min, kLimit<&TLimits::min, Quantity>};
 }
 template <TQuantity Quantity>
 constexpr TSetting Max(std::string_view key, std::string_view def) {
-  return {kAlarm, key, def, ControlsOf(Quantity).max, kLimit<&TLimits::largest, Quantity>};
+  return {kAlarm, key, def, ControlsOf(Quantity).max, kLimit<&TLimits::max, Quantity>};
 }
 template <TQuantity Quantity>
 constexpr TSetting Format(std::string_view key, std::string_view def) {

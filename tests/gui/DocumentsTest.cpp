@@ -13,13 +13,12 @@
 #include <QToolButton>
 #include <QTreeView>
 #include <fstream>
+#include <random>
 #include <stdexcept>
 
 #include "base/uIniFile.h"
 #include "gui/common/uLogos.h"
-#include "gui/common/uPathCheck.h"
 #include "gui/mainform/KorvexMainForm.h"
-#include "gui/mainform/uDockState.h"
 #include "tests/support/uThreeEvents.h"
 #include "tests/support/uWindowTest.h"
 
@@ -200,7 +199,7 @@ TEST_F(Documents, AUserLayoutComesBackAfterARestartAndByItsCommands) {
   EXPECT_THAT(FBoxes, IsEmpty());
 }
 
-TEST_F(Documents, AUserLayoutThatWasSavedWithoutAPanelBringsThoseOfTheView) {
+TEST_F(Documents, AUserLayoutWithAllPanelsClosedShowsThePanelsOfTheView) {
   Start(Save("three.kshock"));
   FForm->resizeDocks({Dock(1)}, {420}, Qt::Horizontal);
   Settle();
@@ -218,7 +217,7 @@ TEST_F(Documents, AUserLayoutThatWasSavedWithoutAPanelBringsThoseOfTheView) {
   EXPECT_TRUE(Dock(3)->isHidden()) << "a layout with a panel says which";
 }
 
-TEST_F(Documents, APanelThatALayoutPutsOutOfSightComesOntoAScreen) {
+TEST_F(Documents, AFloatingPanelOutsideTheScreenIsMovedOntoIt) {
   Start(Save("three.kshock"));
   Dock(0)->setFloating(true);
   Dock(0)->setGeometry(30000, -20000, 4000, 3000);
@@ -229,7 +228,7 @@ TEST_F(Documents, APanelThatALayoutPutsOutOfSightComesOntoAScreen) {
   ExpectInSight();
 }
 
-TEST_F(Documents, ALayoutFileOfNoUseLeavesTheDesignedLayoutAndStays) {
+TEST_F(Documents, AnUnusableLayoutFileGivesTheDesignedLayoutAndIsKept) {
   const QString three = Save("three.kshock");
   Start(three);
   const std::vector<QRect> designed = Places();
@@ -263,39 +262,135 @@ TEST_F(Documents, ALayoutFileOfNoUseLeavesTheDesignedLayoutAndStays) {
   EXPECT_EQ(FBoxes.size(), 2U) << "at the start and by the command";
 }
 
-// The toolkit trusts what it reads, so only states that it can stand may reach it.
-TEST_F(Documents, NoChangedByteOfALayoutLosesAPanel) {
-  Start(Save("three.kshock"));
-  Dock(0)->setFloating(true);
+// Panels side by side in a column, tabs in an order of one's own, one afloat, one closed.
+TEST_F(Documents, AnyArrangementIsRestoredFromItsFile) {
+  const QString three = Save("three.kshock");
+  Start(three);
+  auto* filter = Find<QDockWidget>("dxDockPanelFilter");
+  FForm->addDockWidget(Qt::TopDockWidgetArea, Dock(3));
+  FForm->splitDockWidget(Dock(3), filter, Qt::Horizontal);
+  filter->show();
+  FForm->splitDockWidget(Dock(3), Dock(0), Qt::Vertical);
+  FForm->tabifyDockWidget(filter, Dock(1));
+  FForm->resizeDocks({Dock(3), filter}, {500, 700}, Qt::Horizontal);
+  FForm->resizeDocks({Dock(3), Dock(0)}, {210, 140}, Qt::Vertical);
+  filter->raise();
+  Dock(2)->setFloating(true);
+  Dock(2)->setGeometry(40, 50, 300, 200);
   Settle();
-  const QByteArray state = FForm->saveState();
-  const QStringList names = {QString::fromStdString(kDocks[0]), QString::fromStdString(kDocks[1]),
-                             QString::fromStdString(kDocks[2]), QString::fromStdString(kDocks[3]), "dxDockPanelFilter"};
-  ASSERT_TRUE(IsDockState(state, names));
-  for (qsizetype size = 0; size < state.size(); ++size) EXPECT_FALSE(IsDockState(state.left(size), names)) << size;
-  EXPECT_FALSE(IsDockState(state + '\0', names));
-  EXPECT_FALSE(IsDockState(state, names.mid(1)));
-  int taken = 0;
-  for (qsizetype at = 0; at < state.size(); ++at) {
-    for (const char byte : {'\x7F', '\xFF', static_cast<char>(state[at] ^ 1)}) {
-      QByteArray changed = state;
-      changed[at] = byte;
-      if (changed == state || !IsDockState(changed, names)) continue;
-      ++taken;
-      TIniFile ini;
-      ini.WriteString("Docks", "Docks", changed.toBase64().toStdString());
-      Write("user-layout.ini", ini.Text());
-      FForm->findChild<QAction*>("actLoadUserLayout")->trigger();
-      for (int round = 0; round < 3; ++round) QCoreApplication::processEvents();
-      ExpectInSight();
-      if (HasFailure()) FAIL() << "byte " << at;
+  const std::vector<QRect> mine = Places();
+  const QRect filterPlace = filter->geometry();
+  ASSERT_TRUE(InFront(filter) && !InFront(Dock(1)));
+  Press("Ctrl+Shift+U");
+  Press("Ctrl+Shift+L");
+  EXPECT_NE(Places(), mine);
+  Press("Ctrl+U");
+  EXPECT_EQ(Places(), mine);
+  EXPECT_EQ(filter->geometry(), filterPlace);
+  EXPECT_TRUE(InFront(filter));
+
+  Dock(3)->close();
+  Dock(2)->close();
+  Settle();
+  const std::vector<QRect> fewer = Places();
+  Press("Ctrl+Shift+U");
+  Press("Ctrl+Shift+L");
+  Press("Ctrl+U");
+  EXPECT_EQ(Places(), fewer);
+  Dock(3)->show();
+  Dock(2)->show();
+  Settle();
+  EXPECT_EQ(Places(), mine) << "closed panels keep their places, too";
+  Dock(2)->setFloating(false);
+  Settle();
+  EXPECT_EQ(FForm->tabifiedDockWidgets(Dock(2)).size(), 0) << "its docked place is the designed column";
+  EXPECT_EQ(FForm->dockWidgetArea(Dock(2)), Qt::RightDockWidgetArea);
+}
+
+TEST_F(Documents, TheFrontTabIsRestoredEvenIfAllPanelsWereClosed) {
+  for (const std::size_t front : {2U, 3U}) {
+    Start(Save("three.kshock"));
+    Dock(front)->raise();
+    Settle();
+    for (std::size_t i = 0; i < kDocks.size(); ++i) {
+      Dock(i)->close();
+      Settle();
     }
+    Press("Ctrl+Shift+U");
+    Press("Ctrl+Shift+L");
+    EXPECT_TRUE(InFront(Dock(2))) << "as designed";
+    Press("Ctrl+U");
+    EXPECT_EQ(Docks(), kDocks);
+    EXPECT_TRUE(InFront(Dock(front)) && !InFront(Dock(5 - front))) << front;
+    Close();
+    fs::remove(FSettings / "user-layout.ini");
   }
-  EXPECT_GT(taken, 50);
+}
+
+TEST_F(Documents, ALayoutFileMayBeEditedByHand) {
+  Start(Save("three.kshock"));
+  const std::vector<QRect> designed = Places();
+  Write("user-layout.ini",
+        "[Panels]\n"
+        "dxDockPanelNavigator = top , 900x200\n"
+        "nobody = left, open\n"
+        "dxDockPanelSensorGridBattery = below dxDockPanelNavigator, sideways, 10x99999, -3x7, below nobody\n"
+        "dxDockPanelMissionDetails = below dxDockPanelMissionDetails, closed\n");
+  Press("Ctrl+U");
+  EXPECT_EQ(FForm->dockWidgetArea(Dock(0)), Qt::TopDockWidgetArea);
+  EXPECT_EQ(FForm->dockWidgetArea(Dock(3)), Qt::TopDockWidgetArea);
+  EXPECT_EQ(Dock(0)->height(), 200);
+  EXPECT_LT(Dock(0)->geometry().bottom(), Dock(3)->y());
+  EXPECT_TRUE(Dock(1)->isHidden());
+  EXPECT_EQ(Dock(2)->width(), designed[2].width()) << "not said";
+  ExpectInSight();
   EXPECT_THAT(FBoxes, IsEmpty());
 }
 
-TEST_F(Documents, LogosAreLeftToBeReplacedAndABrokenOneIsLeftAlone) {
+TEST_F(Documents, NoLayoutFileCanLoseAPanel) {
+  Start(Save("three.kshock"));
+  const std::vector<std::string> words = {"left",
+                                          "right",
+                                          "top",
+                                          "bottom",
+                                          "below ",
+                                          "right of ",
+                                          "tabbed with ",
+                                          "1x1",
+                                          "32767x32767",
+                                          "300x200",
+                                          "open",
+                                          "closed",
+                                          "in front",
+                                          "floating 1x1-99999-99999",
+                                          "floating 32767x32767+99999+0",
+                                          "0x5",
+                                          "\xFF",
+                                          "\xC3\xA4",
+                                          ","};
+  std::mt19937 random(1);
+  const auto any = [&](const std::vector<std::string>& list) { return list[random() % list.size()]; };
+  std::vector<std::string> names = kDocks;
+  names.insert(names.end(), {"dxDockPanelFilter", "nobody", "Space"});
+  for (int round = 0; round < 60; ++round) {
+    std::string text = "[Panels]\n" + kDocks[0] + "=open\n";
+    for (int line = 0; line < 8; ++line) {
+      text += any(names) + " = ";
+      for (int word = 0; word < 4; ++word) text += any(words) + (random() % 2 == 0 ? any(names) : "") + ", ";
+      text += '\n';
+    }
+    Write("user-layout.ini", text);
+    FForm->findChild<QAction*>("actLoadUserLayout")->trigger();
+    for (int turn = 0; turn < 3; ++turn) QCoreApplication::processEvents();
+    ExpectInSight();
+    if (HasFailure()) FAIL() << text;
+  }
+  Press("Ctrl+Shift+L");
+  EXPECT_EQ(Docks(), kDocks);
+  EXPECT_THAT(FBoxes, IsEmpty());
+}
+
+TEST_F(Documents, LogosCanBeReplacedAndABrokenFileIsNotOverwritten) {
   Start();
   auto* logos = FForm->findChild<TLogos*>();
   const QSize builtIn = logos->Image(TLogos::kReport).size();
@@ -335,7 +430,7 @@ TEST_F(Documents, LogosAreLeftToBeReplacedAndABrokenOneIsLeftAlone) {
   EXPECT_EQ(saved(1).pixelColor(5, 5), QColor(Qt::red)) << "the user put it in the broken one's place";
 }
 
-TEST_F(Documents, WhatCannotBeWrittenAtTheEndCostsNeitherTheFileNorTheClose) {
+TEST_F(Documents, AFailedWriteAtCloseKeepsTheOldFileAndCloses) {
   Write("recentdocuments.ini", "[FullPath]\n0=/old.kshock\n");
   fs::permissions(FSettings / "recentdocuments.ini", fs::perms::owner_read);
   Start(Save("three.kshock"));
@@ -349,7 +444,7 @@ TEST_F(Documents, WhatCannotBeWrittenAtTheEndCostsNeitherTheFileNorTheClose) {
   EXPECT_TRUE(fs::exists(FSettings / "Report-Logo.png"));
 }
 
-TEST_F(Documents, RecentDocumentsOfNoUseAreKeptAsideAndToldOnce) {
+TEST_F(Documents, UnusableRecentDocumentsAreRenamedAndReportedOnce) {
   fs::create_directories(FSettings / "recentdocuments.ini");
   const QString three = Save("three.kshock");
   Start(three);
@@ -359,20 +454,6 @@ TEST_F(Documents, RecentDocumentsOfNoUseAreKeptAsideAndToldOnce) {
   EXPECT_TRUE(fs::is_directory(FSettings / "recentdocuments-kept.ini"));
   EXPECT_EQ(Find<QPushButton>("btnWellcomeRecent_0")->accessibleName(), three);
   EXPECT_THAT(FBoxes, IsEmpty());
-}
-
-TEST(PathCheck, AnswersForTheLatestPathsAndNotAfterItsEnd) {
-  const TTempFolder folder;
-  const QString present = QString::fromStdString(folder.Path().string());
-  auto check = std::make_unique<TPathCheck>(nullptr);
-  QSignalSpy checked(check.get(), &TPathCheck::Checked);
-  check->Check({present, "/none"});
-  ASSERT_TRUE(QTest::qWaitFor([&] { return checked.count() == 2; }, kPatienceMs));
-  EXPECT_EQ(checked[0], (QVariantList{present, true}));
-  EXPECT_EQ(checked[1], (QVariantList{"/none", false}));
-  check->Check(QStringList(100, present));
-  check.reset();
-  QCoreApplication::processEvents();
 }
 
 }  // namespace

@@ -93,7 +93,7 @@ TEST_F(Exports, AFolderOfEventsIsAskedForWrittenAndFollowedByTheShockView) {
   EXPECT_THAT(FBoxes, IsEmpty());
 }
 
-TEST_F(Exports, AGridsMenuIsOpenedByMouseKeyboardAndAction) {
+TEST_F(Exports, AGridsMenuOpensByMouseKeyboardAndAction) {
   Start(Save("three.kshock", ThreeEvents()));
   const struct {
     const char *view, *grid, *action, *menu;
@@ -158,7 +158,7 @@ TEST_F(Exports, ATableIsExportedFromItsMenuAndTheGridHasTheFocusAgain) {
   EXPECT_THAT(FDialogs.back(), HasSubstr("|" + FTo.string() + "|XLSX file (*.xlsx)|Battery Mission-165-00007.xlsx"));
 }
 
-TEST_F(Exports, PicturesOfChartsAreAsOnTheScreenButOnWhite) {
+TEST_F(Exports, ChartImagesAreAsOnTheScreenButOnWhite) {
   const QPalette before = QApplication::palette();
   ApplyScheme(*qApp, TScheme::Dark);
   Start(Save("three.kshock", ThreeEvents()));
@@ -195,7 +195,7 @@ TEST_F(Exports, PicturesOfChartsAreAsOnTheScreenButOnWhite) {
   QApplication::setPalette(before);
 }
 
-TEST_F(Exports, CancelEndsAnExportAndNothingElseIsReachedMeanwhile) {
+TEST_F(Exports, DuringAnExportOnlyCancelWorks) {
   Start(Save("many.kshock", ManyEvents()));
   Press("Ctrl+Shift+M");
   Find("dxDockPanelFilter")->show();
@@ -229,7 +229,7 @@ TEST_F(Exports, CancelEndsAnExportAndNothingElseIsReachedMeanwhile) {
   EXPECT_THAT(FBoxes, IsEmpty());
 }
 
-TEST_F(Exports, WithoutABatteryItsExportsAreDisabledAndSayWhy) {
+TEST_F(Exports, WithoutABatteryItsExportsAreDisabledWithAReason) {
   const char* const buttons[] = {"barbtnTablesExportCSVBattery", "barbtnTablesExportXLSXBattery"};
   const QString why = "Not available: the recording has no battery channel";
   Start(Save("many.kshock", ManyEvents()));
@@ -252,7 +252,7 @@ TEST_F(Exports, WithoutABatteryItsExportsAreDisabledAndSayWhy) {
   }
 }
 
-TEST_F(Exports, AWindowThatIsClosedMeanwhileEndsTheExportAndCloses) {
+TEST_F(Exports, ClosingTheWindowEndsTheExport) {
   Start(Save("many.kshock", ManyEvents()));
   FTyped = To("many.xlsx");
   FMeanwhile = [&] { EXPECT_FALSE(FForm->close()); };

@@ -51,7 +51,7 @@ class FilterEditor : public TWindowTest {
   std::string State() { return Find<QLabel>("lblFilterState")->text().toStdString(); }
 };
 
-TEST_F(FilterEditor, TypedLimitsCountAtOnceAndTheChipSwitchesThemOff) {
+TEST_F(FilterEditor, TypedLimitsApplyAtOnceAndTheChipSwitchesThemOff) {
   EXPECT_FALSE(Find("dxDockPanelFilter")->isVisible());
   EXPECT_EQ(Chip(), "3 events");
   Press("Ctrl+F");
@@ -83,7 +83,7 @@ TEST_F(FilterEditor, TypedLimitsCountAtOnceAndTheChipSwitchesThemOff) {
   EXPECT_FALSE(Find("dxDockPanelFilter")->isVisible());
 }
 
-TEST_F(FilterEditor, WhatIsNoNumberIsSaidAndChangesNothing) {
+TEST_F(FilterEditor, InvalidNumbersAreReportedAndChangeNothing) {
   Press("Ctrl+F");
   Type("edtFilterIoTMaxFrom", "5");
   EXPECT_EQ(State(), "2 of 3 events");
@@ -102,7 +102,7 @@ TEST_F(FilterEditor, WhatIsNoNumberIsSaidAndChangesNothing) {
   EXPECT_EQ(Chip(), "3 events");
 }
 
-TEST_F(FilterEditor, AFilterThatLetsNothingThroughEmptiesSelectionCardsAndReload) {
+TEST_F(FilterEditor, AFilterWithoutMatchesEmptiesSelectionCardsAndReload) {
   Press("Ctrl+F");
   Type("edtFilterAccelerationMaxFrom", "1000");
   for (const bool reloaded : {false, true}) {
@@ -128,7 +128,7 @@ TEST_F(FilterEditor, AFilterThatLetsNothingThroughEmptiesSelectionCardsAndReload
   EXPECT_EQ(State(), "2 of 3 events");
 }
 
-TEST_F(FilterEditor, SwitchedOnWithoutAConditionItAsksForOne) {
+TEST_F(FilterEditor, SwitchedOnWithoutAConditionItOpensTheEditor) {
   Press("Ctrl+Shift+F");
   EXPECT_TRUE(Find("dxDockPanelFilter")->isVisible());
   EXPECT_FALSE(Find<QAction>("actFilterActive")->isChecked());
@@ -150,7 +150,7 @@ TEST_F(FilterEditor, SwitchedOnWithoutAConditionItAsksForOne) {
   EXPECT_FALSE(Find("dxDockPanelFilter")->isVisible());
 }
 
-TEST_F(FilterEditor, TimesAreThoseOfTheRecordingToTheMillisecond) {
+TEST_F(FilterEditor, TimesAreExactToTheMillisecond) {
   Press("Ctrl+F");
   auto* from = Find<QDateTimeEdit>("dteFilterTimeFrom");
   auto* to = Find<QDateTimeEdit>("dteFilterTimeTo");

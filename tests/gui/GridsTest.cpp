@@ -26,7 +26,7 @@ class Grids : public TWindowTest {
   static QRect RowRect(QTableView& grid, int row) { return grid.visualRect(grid.model()->index(row, 0)); }
 };
 
-TEST_F(Grids, RowsOfGridsLeadTheBand) {
+TEST_F(Grids, ADoubleClickOnARowMovesTheBand) {
   auto& sensors = Find<TGrid>("DBGrid2");
   const double all = Band().end - Band().start;
   QTest::mouseClick(sensors.viewport(), Qt::LeftButton, {}, RowRect(sensors, 1).center());
@@ -51,7 +51,7 @@ TEST_F(Grids, RowsOfGridsLeadTheBand) {
   EXPECT_EQ(Find<TTimeChart>("Chart1").Range().Times(), band);
 }
 
-TEST_F(Grids, EveryGridCopiesItsRowsFromItsMenuAsByCtrlC) {
+TEST_F(Grids, EveryGridCopiesItsRowsByMenuAndByCtrlC) {
   const auto openMenu = [this](QTableView& grid, QContextMenuEvent::Reason reason) {
     const QPoint at = RowRect(grid, 0).center();
     QContextMenuEvent asked(reason, at, grid.viewport()->mapToGlobal(at));
@@ -91,7 +91,7 @@ TEST_F(Grids, EveryGridCopiesItsRowsFromItsMenuAsByCtrlC) {
   }
 }
 
-TEST_F(Grids, AHoveredReadingMarksItsMoment) {
+TEST_F(Grids, AHoveredReadingMarksItsTime) {
   auto& chart = Find<TSensorsChart>("ChartAllSensors");
   auto& grid = Find<TGrid>("DBGrid2");
   const QImage before = chart.grab().toImage();

@@ -81,7 +81,7 @@ class Ribbon : public testing::Test {
 
 class RibbonOfWidth : public Ribbon, public testing::WithParamInterface<int> {};
 
-TEST_P(RibbonOfWidth, EveryButtonIsInSightOrInThePopupOfItsGroupAndWorks) {
+TEST_P(RibbonOfWidth, EveryButtonIsVisibleOrInItsGroupsPopupAndWorks) {
   Show(GetParam());
   bool collapsed = false;
   for (const QString& title : kGroups) {
@@ -130,7 +130,7 @@ TEST_F(Ribbon, EscClosesThePopupOfACollapsedGroup) {
   }
 }
 
-TEST_F(Ribbon, AGroupThatIsHiddenOrWhoseButtonsAllAreTakesNoRoom) {
+TEST_F(Ribbon, AGroupWithoutVisibleButtonsTakesNoRoom) {
   auto* next = Find<TRibbonGroup>("btngrpFiltering");
   const QRect place = OnRibbon(Find<TRibbonGroup>("btngrpNavigator"));
   Find<TRibbonGroup>("btngrpNavigator")->hide();
@@ -146,7 +146,7 @@ TEST_F(Ribbon, AGroupThatIsHiddenOrWhoseButtonsAllAreTakesNoRoom) {
   EXPECT_EQ(OnRibbon(next).left(), place.left());
 }
 
-TEST_F(Ribbon, ATabWithoutAnythingToShowVanishesAndTheFirstRemainingOneBecomesCurrent) {
+TEST_F(Ribbon, AnEmptyTabIsHiddenAndTheFirstRemainingOneBecomesCurrent) {
   auto* bar = Find<QTabBar>("tabsRibbon");
   FRibbon->SelectTab("tabShock");
   EXPECT_EQ(FRibbon->CurrentTab(), "tabShock");
@@ -165,7 +165,7 @@ TEST_F(Ribbon, ATabWithoutAnythingToShowVanishesAndTheFirstRemainingOneBecomesCu
   EXPECT_EQ(FRibbon->CurrentTab(), "tabHome");
 }
 
-TEST_F(Ribbon, TheFileTabAsksForTheBackstageAndIsNeverCurrent) {
+TEST_F(Ribbon, TheFileTabRequestsTheBackstageAndIsNeverCurrent) {
   QSignalSpy asked(FRibbon, &TRibbon::BackstageRequested);
   ClickTab(0);
   EXPECT_EQ(asked.count(), 1);
@@ -194,7 +194,7 @@ TEST_F(Ribbon, ADoubleClickFoldsAndAClickUnfolds) {
   EXPECT_FALSE(FRibbon->Folded()) << "the second press of a double click must not fold again";
 }
 
-TEST_F(Ribbon, AButtonIsNamedAfterItsActionAndKeepsInStep) {
+TEST_F(Ribbon, AButtonFollowsItsAction) {
   auto* button = Find<QToolButton>("btnMeasure");
   button->defaultAction()->setText("&Save image…");
   button->defaultAction()->setShortcut(QKeySequence("Ctrl+I"));

@@ -124,7 +124,7 @@ TEST_F(SettingsFile, WhatDoesNotParseTakesItsDefaultAndWhatIsUnknownStays) {
       "[Date]\nDate Format = 99\n[Colors]\nAcc. X Series = mauve\nAcc. Y Series = CLNAVY\nA4=$000000FF\n");
   TDisplaySettings read = Read().value().display;
   EXPECT_EQ(read.limits[0], (TLimits{-6, 7}));
-  EXPECT_EQ(read.LimitsOf(TQuantity::Temperature).largest, 40);
+  EXPECT_EQ(read.LimitsOf(TQuantity::Temperature).max, 40);
   EXPECT_FALSE(read.alarmActive);
   EXPECT_EQ(read.dateFormat, 99) << "as read; the list rejects it";
   EXPECT_EQ(read.DateFormat(), "yy-mm-dd");
@@ -221,7 +221,7 @@ TEST_F(Cells, OfTemperaturesAlwaysHaveAMark) {
   }
   constexpr auto kTemperature = static_cast<std::size_t>(TQuantity::Temperature);
   FDisplay.formats[kTemperature] = 8;
-  FDisplay.limits[kTemperature].least = 21;
+  FDisplay.limits[kTemperature].min = 21;
   EXPECT_EQ(Words(Draw("Dew Point", 20)), "4 22 20.000");
 }
 

@@ -1,5 +1,4 @@
-// The one adapter between tables and grids. It formats only the cells that are asked for, and knows a row by its
-// position in the table's selected index; no row moves when the index changes.
+// Adapts a table to Qt's views. It formats cells on demand. Row n is the n-th row of the table's selected index.
 #pragma once
 
 #include <QAbstractTableModel>
@@ -16,9 +15,9 @@ class DatasetTableModel : public QAbstractTableModel {
  public:
   explicit DatasetTableModel(QObject* parent);
 
-  // Shows a table, which must outlive its being shown; null empties the model.
+  // Borrows the table until the next call; null empties the model.
   void SetDataset(const TDataset* table);
-  // The table's order, formats, labels or the number of rows that it shows changed, its fields did not.
+  // The order, number of rows, formats or labels changed, but not the fields.
   void Refresh();
 
   // How values are shown; borrowed. Refresh after a change of it.

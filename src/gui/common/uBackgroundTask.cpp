@@ -15,8 +15,8 @@ constexpr int kMostThreads = 4;
 // Outlives its owner for as long as a thread needs it.
 struct TBackgroundTask::TShared {
   std::mutex Mutex;
-  TBackgroundTask* Owner;  // none once it has gone
-  quint64 Number = 0;      // of the latest work; changes in the main thread
+  TBackgroundTask* Owner;  // null after its destruction
+  quint64 Number = 0;      // of the latest work; changed only in the main thread
   int Threads = 0;
   TWork Waiting;  // the latest work, if too many hang
 };
@@ -59,7 +59,7 @@ void TBackgroundTask::Run(const std::shared_ptr<TShared>& shared, TWork work, qu
   const TReport report = [&shared, &number](std::function<void()> answer) {
     const std::lock_guard lock(shared->Mutex);
     if (shared->Owner == nullptr || shared->Number != number) return false;
-    // Posted while the lock keeps the owner alive; another work may have come by the time it is done.
+    // The lock keeps the owner alive while posting; other work may replace this one before the function runs.
     const auto unlessReplaced = [shared, number, answer = std::move(answer)] {
       if (shared->Number == number) answer();
     };

@@ -1,5 +1,5 @@
-// Work that may hang, such as a question to a dead network drive, on a thread of its own: it holds up that thread and
-// not the window. Nobody waits for it, not even the end of the program; it holds on to nothing of it. Main thread only.
+// Runs work that may hang, such as reading a dead network drive, on its own thread. Nobody waits for the thread, not
+// even the end of the program, so the work must not use anything of the program. Main thread only.
 #pragma once
 
 #include <QObject>
@@ -8,18 +8,18 @@
 
 class TBackgroundTask : public QObject {
  public:
-  // Has something done in the main thread. False when nobody waits for that any more: the work should end.
+  // Runs a function in the main thread. False if the work was replaced or cancelled: it should end.
   using TReport = std::function<bool(std::function<void()>)>;
-  // Runs on the thread. It owns all that it uses. Work that throws reports no more.
+  // Runs on the thread and owns all that it uses. Work that throws reports nothing more.
   using TWork = std::function<void(const TReport&)>;
 
   explicit TBackgroundTask(QObject* parent);
   ~TBackgroundTask() override;
 
-  // Replaces the work before: what that still has to report is dropped. While several works hang, the latest waits for
-  // one of them. False when there is no thread to be had.
+  // Replaces the earlier work and drops its pending reports. If too many threads hang, the latest work waits for one of
+  // them. False if no thread can be started.
   [[nodiscard]] bool Start(TWork work);
-  // Drops what the work still has to report.
+  // Drops the pending reports of the work.
   void Cancel();
 
  private:

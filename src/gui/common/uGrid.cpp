@@ -29,7 +29,7 @@ TGrid::TGrid(const QString& name, const QString& title, TIndexKeyOf indexKeyOf, 
   QFont cells = font();
   cells.setFamilies({"Tahoma", cells.family()});
   SetRowFont(cells);
-  // Nothing moves while the grid is hidden for an export.
+  // The layout stays while the grid is hidden for an export.
   QSizePolicy policy = sizePolicy();
   policy.setRetainSizeWhenHidden(true);
   setSizePolicy(policy);
@@ -40,7 +40,7 @@ TGrid::TGrid(const QString& name, const QString& title, TIndexKeyOf indexKeyOf, 
   connect(horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int column) {
     FClickedField = FModel->FieldKey(column);
     Q_EMIT TitleClicked(FClickedField);
-    MarkSortedColumn();  // the header moved its mark by itself, also to a column that does not sort
+    MarkSortedColumn();  // the header moves its indicator itself, even to a column that does not sort
   });
   connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int column, int /*before*/, int width) {
     if (column >= FModel->columnCount()) return;
@@ -85,20 +85,20 @@ void TGrid::SetCurrentId(std::optional<std::size_t> id) {
     selectionModel()->clear();
     return;
   }
-  // Where the user is choosing a row the grid is already there, and moving it under the pointer would choose another.
+  // Scrolling under the pointer while the user drags would choose another row.
   if (FChoosing && *position == currentIndex().row()) return;
   const QModelIndex cell = FModel->index(*position, std::max(0, currentIndex().column()));
   selectionModel()->setCurrentIndex(cell, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-  // Only the row has to be seen; a column that was scrolled away stays away.
+  // Scroll to the row only, not sideways.
   const int left = horizontalScrollBar()->value();
   scrollTo(cell);
   horizontalScrollBar()->setValue(left);
 }
 
 int TGrid::NeededWidth(int column) const {
-  // The mark of the sorted column needs room, too.
+  // Leave room for the sort indicator.
   const int title = horizontalHeader()->sectionSizeHint(column) + style()->pixelMetric(QStyle::PM_HeaderMarkSize);
-  // Numbers grow to the end; the view measures the first rows alone.
+  // The view measures only the first rows, and numbers are often longest in the last.
   const int last = sizeHintForIndex(FModel->index(FModel->rowCount() - 1, column)).width();
   return std::max({title, last, sizeHintForColumn(column)}) + kColumnPadding;
 }
@@ -112,7 +112,7 @@ void TGrid::Reformat() {
   }
 }
 
-// Widths are the user's once they fit the content.
+// Fits each column once; later widths are the user's.
 void TGrid::FitColumnsOnce() {
   const QScopedValueRollback<bool> fitting(FFitting, true);
   if (FModel->rowCount() == 0) return;
@@ -137,7 +137,7 @@ void TGrid::MarkSortedColumn() {
     if (!key) continue;
     const bool isDescending = table->IndexName() == std::string(*key) + "Desc";
     if (!isDescending && table->IndexName() != std::string(*key) + "ASC") continue;
-    // Two columns may share an index: the one that was clicked bears the mark, else the last.
+    // Two columns may share an index: the clicked one gets the indicator, else the last.
     if (sorted >= 0 && FModel->FieldKey(sorted) == FClickedField) continue;
     sorted = column;
     descending = isDescending;
@@ -153,7 +153,7 @@ void TGrid::paintEvent(QPaintEvent* event) {
   if (FModel->Dataset() == nullptr || FModel->rowCount() > 0) return;
   QPainter painter(viewport());
   painter.setPen(palette().color(QPalette::PlaceholderText));
-  painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, FNothing);
+  painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, FPlaceholder);
 }
 
 void TGrid::keyPressEvent(QKeyEvent* event) {

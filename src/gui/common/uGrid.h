@@ -1,5 +1,5 @@
-// A grid: a view of one table whose titles sort and whose rows select. The grid changes neither table nor selection of
-// its own accord: it says what the user did.
+// A view of one table. A click on a title sorts, a click on a row selects. The grid changes neither the table nor the
+// selection itself: it emits what the user did.
 #pragma once
 
 #include <QHash>
@@ -15,28 +15,27 @@ class TGrid : public TRowGrid {
   Q_OBJECT
 
  public:
-  // The index key of a column, by its field's key; nothing where a column does not sort. Without the function none
-  // does.
+  // The index key for a field key; nothing for a column that does not sort. Without the function no column sorts.
   using TIndexKeyOf = std::function<std::optional<std::string_view>(std::string_view)>;
 
   // `name` is the object's, `title` what screen readers say.
   TGrid(const QString& name, const QString& title, TIndexKeyOf indexKeyOf, QWidget* parent);
 
   void SetDataset(const TDataset* table);
-  // Stands where rows would be while a table without rows is shown.
-  void SetNothing(const QString& words) { FNothing = words; }
+  // The text shown instead of rows while a table has none.
+  void SetPlaceholder(const QString& words) { FPlaceholder = words; }
   // How values are shown; borrowed. Refresh after a change of it.
   void SetDisplay(const TDisplaySettings* display) { FModel->SetDisplay(display); }
   // The table's order, or which of its rows it shows, changed: redraws what is visible and moves the sort mark; the
   // scroll position stays.
   void Refresh();
-  // The table shows other rows: the row of this "ID" becomes the current one; the scroll position stays unless the
-  // current row was in sight.
+  // The table shows other rows: the row of this "ID" becomes current; the scroll position stays unless the current row
+  // was visible.
   void RefreshRows(std::optional<std::size_t> id);
-  // Formats or labels changed: columns that the user left alone grow to fit.
+  // Formats or labels changed: columns that the user has not resized grow to fit.
   void Reformat();
-  // Makes the row of this "ID" the current one and scrolls to it; nothing takes the current row away. TitleClicked and
-  // RowChosen are not emitted.
+  // Makes the row of this "ID" current and scrolls to it; nullopt clears the current row. Emits neither TitleClicked
+  // nor RowChosen.
   void SetCurrentId(std::optional<std::size_t> id);
 
  Q_SIGNALS:
@@ -65,12 +64,12 @@ class TGrid : public TRowGrid {
 
   DatasetTableModel* FModel;
   TIndexKeyOf FIndexKeyOf;
-  QString FNothing;
+  QString FPlaceholder;
   QString FClickedField;
   QHash<QString, int> FFitted;  // the widths of columns, by field
   QSet<QString> FSizedByUser;   // fields
   bool FFitting = false;
   int FHovered = -1;
-  bool FSetting = false;   // the program, not the user, moves the current row
-  bool FChoosing = false;  // the user does, just now
+  bool FSetting = false;   // the program moves the current row
+  bool FChoosing = false;  // the user is moving the current row
 };

@@ -10,7 +10,7 @@ namespace {
 void Tell(QWidget* parent, const QString& what) noexcept {
   try {
     ShowBox(parent, QMessageBox::Critical, "msgFailure", QObject::tr("The command could not be completed."), what);
-  } catch (...) {  // no memory to say so
+  } catch (...) {  // not enough memory for the box
   }
 }
 
@@ -43,7 +43,7 @@ bool TGuardedApplication::notify(QObject* receiver, QEvent* event) {
     const QString text = TextOfCurrentException();
     if (!FTold.contains(text)) {
       FTold.insert(text);
-      // Not here: the caller may be painting.
+      // Queued, because the caller may be painting.
       QMetaObject::invokeMethod(
           this, [text] { Tell(activeWindow(), text); }, Qt::QueuedConnection);
     }

@@ -1,4 +1,4 @@
-// The guards at the entries from Qt: no exception ends the program.
+// Catches exceptions at the entries from Qt, so that none ends the program.
 #pragma once
 
 #include <QApplication>
@@ -9,8 +9,8 @@
 // Runs a handler. An exception that leaves it becomes one message box over `parent`; the program goes on.
 void Guarded(QWidget* parent, const std::function<void()>& handler) noexcept;
 
-// The net below: what an event handler without a guard of its own throws, a paint handler say, is told once for each
-// text, because it may come again with the next repaint.
+// Catches what event handlers without a guard throw. Each text is shown once, because a paint handler throws it again
+// at every repaint.
 class TGuardedApplication final : public QApplication {
  public:
   using QApplication::QApplication;

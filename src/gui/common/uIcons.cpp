@@ -6,7 +6,7 @@
 
 #include "gui/common/uTheme.h"
 
-// A static library's resources are registered by whoever needs them; outside every namespace.
+// The resources of a static library must be registered explicitly, outside every namespace.
 static void RegisterIcons() {
   Q_INIT_RESOURCE(icons);
 }

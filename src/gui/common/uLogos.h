@@ -1,5 +1,5 @@
-// The two logos of the window's image collection: 0 the company's, 1 the report's. Each is the built-in picture until a
-// file is loaded. Main thread only.
+// The two logos: 0 the company's, 1 the report's. Each is the built-in picture until a file is loaded. Main thread
+// only.
 #pragma once
 
 #include <QByteArray>
@@ -22,12 +22,12 @@ class TLogos : public QObject {
   // Never null. For paper: dark on white or on nothing.
   [[nodiscard]] const QImage& Image(std::size_t index) const { return FLogos.at(index).Image; }
 
-  // At the start. Throws std::runtime_error when the file is no picture or a huge one: the built-in picture stands, and
-  // Save leaves that file alone until the logo is replaced.
+  // At the start. Throws std::runtime_error if the file is not a picture or too large; the logo stays built-in, and
+  // Save does not overwrite the file until the logo is replaced.
   void Load(std::size_t index, const std::filesystem::path& file);
-  // By the user, with a PNG, JPEG, BMP or GIF file. Throws std::runtime_error and changes nothing when it is of no use.
+  // By the user, with a PNG, JPEG, BMP or GIF file. Throws std::runtime_error and changes nothing if it is unusable.
   void Replace(std::size_t index, const std::filesystem::path& file);
-  // As PNG; a PNG that was loaded is written as it was. Throws when the file cannot be written.
+  // As PNG; a loaded PNG is written unchanged. Throws if the file cannot be written.
   void Save(std::size_t index, const std::filesystem::path& file) const;
 
  signals:

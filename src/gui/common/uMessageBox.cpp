@@ -8,7 +8,7 @@ void ShowBox(QWidget* parent, QMessageBox::Icon icon, const QString& name, const
   box.setObjectName(name);
   box.setTextFormat(Qt::PlainText);
   box.setInformativeText(details);
-  // The name of a file is no markup, and the box's own format does not reach this label.
+  // The box's text format does not apply to this label, and a file's name must not be read as markup.
   if (auto* label = box.findChild<QLabel*>("qt_msgbox_informativelabel")) {
     label->setTextFormat(Qt::PlainText);
     label->setOpenExternalLinks(false);

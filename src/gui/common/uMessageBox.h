@@ -1,4 +1,4 @@
-// The one message box: what happened, and below it the details. Enter and Esc close it.
+// A modal message box: `text` says what happened, `details` is below it. Enter and Esc close it.
 #pragma once
 
 #include <QMessageBox>

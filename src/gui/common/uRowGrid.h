@@ -1,10 +1,14 @@
-// What all grids share: rows of one height that are selected as wholes, and "Copy" by Ctrl+C and in the menu that a
-// right click, the menu key and Shift+F10 open.
+// The base of all grids: whole rows of equal height are selected; "Copy" is on Ctrl+C and in the menu that a right
+// click, the menu key and Shift+F10 open.
 #pragma once
 
 #include <QTableView>
 
 class QMenu;
+
+// Copies the titles and the selected rows to the clipboard, with tabs between cells; only the first of very many rows.
+// Returns a text such as "3 rows copied"; empty, with the clipboard unchanged, when no row is selected.
+QString CopySelectedRows(const QTableView& grid);
 
 class TRowGrid : public QTableView {
   Q_OBJECT
@@ -13,15 +17,15 @@ class TRowGrid : public QTableView {
   // `name` is the object's, `title` what screen readers say.
   TRowGrid(const QString& name, const QString& title, QWidget* parent);
 
-  // The grid's menu has the actions that this one has, too.
+  // Adds this menu's actions to the grid's own menu.
   void SetMenu(const QMenu* menu);
 
  Q_SIGNALS:
-  // How many, in words.
+  // `text` is what CopySelectedRows returned.
   void RowsCopied(const QString& text);
 
  protected:
-  // The font of the cells; it decides the height of the rows.
+  // Sets the font of the cells and, from it, the height of the rows.
   void SetRowFont(const QFont& cells);
   void keyPressEvent(QKeyEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;

@@ -9,13 +9,12 @@
 
 namespace {
 
-constexpr float kDarkestInk = 0.62F;  // HSL lightness below which a colour drowns in a dark ground
-
-constexpr float kLightestInk = 0.9F;
+constexpr float kMinLightness = 0.62F;  // HSL lightness below which a colour is hard to see on a dark background
+constexpr float kMaxLightness = 0.9F;
 constexpr float kStep = 0.02F;
-constexpr double kLeastContrast = 4.5;  // for text, by the web's accessibility guidelines
+constexpr double kMinContrast = 4.5;  // for text, by the web's accessibility guidelines
 
-// Of 0 to 1, as the eye weighs the colours.
+// Relative luminance (sRGB), 0 to 1.
 double Luminance(const QColor& colour) {
   const auto linear = [](double part) {
     return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
@@ -89,7 +88,7 @@ class TFlatLook : public QObject {
   }
 
  private:
-  // Setting a style sheet changes the palette again.
+  // Setting a style sheet emits PaletteChange again.
   void Apply() {
     const QString sheet = FlatSheet(FWidget.palette());
     if (sheet != FWidget.styleSheet()) FWidget.setStyleSheet(sheet);
@@ -101,7 +100,7 @@ class TFlatLook : public QObject {
 }  // namespace
 
 void MakeFlat(QWidget& widget) {
-  // Without it a change of the program's palette ends at the first widget with a style sheet.
+  // Without this, palette changes do not reach the children of a widget with a style sheet.
   QCoreApplication::setAttribute(Qt::AA_UseStyleSheetPropagationInWidgetStyles);
   new TFlatLook(widget);
 }
@@ -111,7 +110,7 @@ QPalette LightPalette() {
 }
 
 void ApplyScheme(QApplication& application, TScheme scheme) {
-  // One look on every desktop, and the one that follows a palette to the last control.
+  // Fusion looks the same on every desktop and follows the palette in every control.
   QApplication::setStyle(QStyleFactory::create("Fusion"));
   if (scheme == TScheme::Desktop) return;
   application.setPalette(scheme == TScheme::Dark
@@ -131,10 +130,11 @@ QColor InkOn(const QPalette& palette, const QColor& colour) {
   float alpha = 1;
   colour.getHslF(&hue, &saturation, &lightness, &alpha);
   const bool grey = saturation < 0.05F;
-  QColor ink = QColor::fromHslF(std::max(hue, 0.0F), saturation,
-                                grey ? std::max(1 - lightness, kDarkestInk) : std::max(lightness, kDarkestInk), alpha);
-  // Blue is darker than it says.
-  while (Contrast(ink, palette.color(QPalette::Base)) < kLeastContrast && ink.lightnessF() < kLightestInk) {
+  QColor ink =
+      QColor::fromHslF(std::max(hue, 0.0F), saturation,
+                       grey ? std::max(1 - lightness, kMinLightness) : std::max(lightness, kMinLightness), alpha);
+  // HSL lightness overrates blue, so check the contrast.
+  while (Contrast(ink, palette.color(QPalette::Base)) < kMinContrast && ink.lightnessF() < kMaxLightness) {
     ink.setHslF(ink.hslHueF(), ink.hslSaturationF(), ink.lightnessF() + kStep, alpha);
   }
   return ink;

@@ -15,13 +15,13 @@ void ApplyScheme(QApplication& application, TScheme scheme);
 // Dark on white, for paper and images.
 QPalette LightPalette();
 
-// Gives the tool buttons and tabs in a widget a flat look that follows the program's palette: nothing at rest, a tint
-// of the highlight under the pointer, pressed and checked, a frame for the keyboard's focus.
+// Gives the tool buttons and tabs in a widget a flat style sheet that follows the palette: highlight tints for hover,
+// pressed and checked, and a frame for the focus.
 void MakeFlat(QWidget& widget);
 
-// Text is lighter than what it stands on.
+// The text is lighter than the background.
 bool IsDark(const QPalette& palette);
 
-// A series colour as it is drawn on this palette: on a dark ground a colour too dark to be seen is lightened, its hue
-// kept; black becomes near white.
+// A series colour for this palette: on a dark background dark colours are lightened with their hue kept; black becomes
+// nearly white.
 QColor InkOn(const QPalette& palette, const QColor& colour);

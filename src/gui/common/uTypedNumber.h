@@ -9,6 +9,6 @@ struct TTypedNumber {
   QString problem;              // why there is none, as a sentence
 };
 
-// What can be read in two ways is no number: a comma before exactly three digits, a point beside a comma, a blank
-// between digits. Blanks around the text do not count.
+// Ambiguous text is not a number: a comma before exactly three digits, a point and a comma, or a blank between digits.
+// Blanks around the text are ignored.
 TTypedNumber ReadTypedNumber(const QString& text);

@@ -1,5 +1,5 @@
-// Keeps the wheel from changing a control that happens to be under the pointer: without the focus it turns to what
-// scrolls. Owned by the control.
+// Ignores the wheel over a control without the focus, so that the page scrolls instead of the value changing. Owned by
+// the control.
 #pragma once
 
 #include <QEvent>

@@ -34,8 +34,8 @@ TDockPanels::TDockPanels(QMainWindow& window)
       details(new TMissionDetails(&window)),
       DBGrid2(new TGrid("DBGrid2", QObject::tr("Sensors"), SensorsIndexKey, &window)),
       DBGrid8(new TGrid("DBGrid8", QObject::tr("Battery"), BatteryIndexKey, &window)) {
-  DBGrid2->SetNothing(QObject::tr("No readings of sensors"));
-  DBGrid8->SetNothing(QObject::tr("No readings of the battery"));
+  DBGrid2->SetPlaceholder(QObject::tr("No readings of sensors"));
+  DBGrid8->SetPlaceholder(QObject::tr("No readings of the battery"));
   ChartNavigator->setObjectName("ChartNavigator");
   ChartNavigator->setAccessibleName(QObject::tr("Time navigator"));
   navigator = MakePanel(window, "dxDockPanelNavigator", QObject::tr("Navigator"), ChartNavigator);

@@ -1,5 +1,5 @@
-// The mission details: the header's fields and texts, the mission's figures, a line for each sensor. Text breaks
-// anywhere, and can be selected and copied.
+// The mission details: the header's fields and texts, the mission's figures, a line for each sensor. Text wraps
+// anywhere and can be selected.
 #pragma once
 
 #include <QTextEdit>
@@ -17,6 +17,6 @@ class TMissionDetails : public QTextEdit {
     QString title;
     std::vector<TFigure> figures;
   };
-  // Shows sections below each other; none empties the panel.
+  // An empty list empties the panel.
   void ShowSections(const std::vector<TSection>& sections);
 };

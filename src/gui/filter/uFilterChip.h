@@ -1,5 +1,5 @@
-// How many events the window shows: "300 events", or while a filter hides some "12 of 300 events · filter" and a button
-// that switches it off.
+// The number of shown events: "300 events", or with a filter "12 of 300 events · filter" and a button that switches the
+// filter off.
 #pragma once
 
 #include <QFrame>

@@ -19,6 +19,7 @@
 
 #include "base/uDateTime.h"
 #include "base/uText.h"
+#include "gui/common/uLabels.h"
 #include "gui/common/uQtText.h"
 #include "gui/common/uTypedNumber.h"
 #include "gui/filter/uHistogramStrip.h"
@@ -76,14 +77,6 @@ QString DateTimeEditFormat() {
 
 bool IsReversed(const TRange& range) {
   return range.from && range.to && *range.from > *range.to;
-}
-
-QLabel* MakeTitle(const QString& text, QWidget* parent) {
-  auto* label = new QLabel(text, parent);
-  QFont bold = label->font();
-  bold.setBold(true);
-  label->setFont(bold);
-  return label;
 }
 
 QCheckBox* MakeCheckBox(const QString& name, const QString& text, const QString& tip, QWidget* parent) {
@@ -293,7 +286,7 @@ void TFilterPanel::ShowFilter() {
   if (FMission == nullptr) return;
   if (FMission->Filter != FFilter) Write(FMission->Filter);
   FHistogram->SetRange(FFilter.ranges[FQuantity]);
-  TellState();
+  ShowState();
 }
 
 void TFilterPanel::SetTimeSpan(double from, double to) {
@@ -311,7 +304,7 @@ void TFilterPanel::Edited() {
     FFilter = filter;
     emit FilterChanged(filter);
   }
-  TellState();
+  ShowState();
 }
 
 void TFilterPanel::Apply() {
@@ -384,7 +377,7 @@ void TFilterPanel::RefreshHistogram() {
   }
 }
 
-void TFilterPanel::TellState() {
+void TFilterPanel::ShowState() {
   const std::size_t all = FMission->Events.Count();
   const QString count = tr("%1 of %2 events").arg(FMission->CLDS.RecordCount()).arg(all);
   if (!FProblem.isEmpty()) {

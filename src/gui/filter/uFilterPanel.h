@@ -1,5 +1,5 @@
-// The filter's editor: a dock panel with the filter's conditions. What is typed counts at once where it makes sense,
-// Enter applies all of it, Esc closes the panel. The panel changes no filter itself: it says what the user wants.
+// The editor of the event filter, a dock panel. Valid input applies at once, Enter applies everything, Esc closes the
+// panel. The panel changes no filter itself: it emits FilterChanged.
 #pragma once
 
 #include <QDockWidget>
@@ -24,13 +24,13 @@ class TFilterPanel : public QDockWidget {
   // A check box for the action that switches the filter.
   void AddActiveButton(QAction* active);
 
-  // Shows the panel and takes the keyboard; Esc gives it back.
+  // Shows the panel and takes the focus; Esc returns it.
   void Open();
-  // Borrows the mission's tables until the next call; null: there is no file.
+  // Borrows the mission until the next call; null: no file.
   void SetMission(const TShownMission* mission);
-  // The mission's filter, or what it lets through, changed.
+  // The mission's filter or its result changed.
   void ShowFilter();
-  // What the user asked for: puts this span of date-times into the time condition.
+  // Sets the time condition (date-times).
   void SetTimeSpan(double from, double to);
 
  signals:
@@ -59,7 +59,7 @@ class TFilterPanel : public QDockWidget {
   QLineEdit* MakeEdit(std::size_t quantity, bool from, QWidget* parent);
   TTimeEnd MakeTimeEnd(bool from, QWidget* parent);
 
-  // Tells what the controls say; an edit whose text is no number keeps the end that it had.
+  // The filter that the controls show; an invalid edit keeps its previous limit.
   void Edited();
   void Apply();
   [[nodiscard]] TEventFilter Read();
@@ -67,11 +67,11 @@ class TFilterPanel : public QDockWidget {
   void WriteTimes(const TRange& time);
   void ChooseQuantity(std::size_t quantity);
   void RefreshHistogram();
-  void TellState();
+  void ShowState();
 
   const TShownMission* FMission = nullptr;
   TEventFilter FFilter;  // as the controls show it
-  QString FProblem;      // with what was typed; empty when there is none
+  QString FProblem;      // with the input; empty if none
   std::array<TRangeEdits, kMetrics.size()> FRanges{};
   std::array<QCheckBox*, kPeakAxes.size()> FAxes{};
   std::array<TTimeEnd, 2> FTime{};
@@ -81,7 +81,7 @@ class TFilterPanel : public QDockWidget {
   QLabel* FState = nullptr;
   QWidget* FButtons = nullptr;
   std::size_t FQuantity = 0;      // of the histogram
-  bool FHistogramIsStale = true;  // it waits for the panel to be seen
-  bool FWriting = false;          // the program, not the user, changes the controls
+  bool FHistogramIsStale = true;  // until the panel is visible
+  bool FWriting = false;          // the program is changing the controls
   QPointer<QWidget> FFocusedBefore;
 };

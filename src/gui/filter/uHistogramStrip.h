@@ -1,6 +1,6 @@
-// A small histogram of one quantity with the limits that the filter has on it. A drag sets both limits, a drag over an
-// edge leaves that end open, a double click opens both; the edits beside it are the way for keys. Heights go by the
-// square root, so that single events stay in sight.
+// A small histogram of one quantity with its filter limits. A drag sets both limits, a drag past an edge removes that
+// limit, a double click removes both; for the keyboard there are the edits. Heights are square roots of counts, so that
+// single events stay visible.
 #pragma once
 
 #include <QWidget>
@@ -19,7 +19,7 @@ class THistogramStrip : public QWidget {
   [[nodiscard]] QSize sizeHint() const override;
 
  signals:
-  // While the mouse moves; the ends are round numbers.
+  // During a drag; the limits are rounded.
   void RangeDragged(const TRange& range);
 
  protected:
@@ -33,7 +33,7 @@ class THistogramStrip : public QWidget {
   [[nodiscard]] QRectF Bars() const;
   [[nodiscard]] double Span() const;
   [[nodiscard]] double PixelOf(double value) const;
-  // Nothing past the edges.
+  // Nothing outside the bars.
   [[nodiscard]] std::optional<double> ValueAt(double x) const;
   void PaintBars(QPainter& painter) const;
   void PaintEnds(QPainter& painter) const;

@@ -12,16 +12,14 @@
 
 #include "base/uIniFile.h"
 #include "gui/common/uQtText.h"
-#include "gui/mainform/uDockState.h"
 #include "platform/uSafeFile.h"
 
 namespace {
 
-constexpr auto kDocks = "Docks";          // section and key: the panels in base64
+constexpr auto kPanels = "Panels";        // section: a key a panel
 constexpr auto kSplitters = "Splitters";  // section: a key a splitter, sizes in pixels
 constexpr const char* kSplitterNames[] = {"splOverview", "splShock", "splShockEvent"};
-constexpr qsizetype kLongestState = 16384;
-constexpr int kMostPixels = 32767;
+constexpr int kMaxPixels = 32767;
 
 QString SizesText(const QList<int>& sizes) {
   QStringList texts;
@@ -32,11 +30,11 @@ QString SizesText(const QList<int>& sizes) {
 // Empty when the text is none for a splitter of so many parts.
 QList<int> SizesOf(const QString& text, qsizetype count) {
   QList<int> sizes;
-  const QStringList parts = text.left(kMostPixels).split(',');
+  const QStringList parts = text.left(kMaxPixels).split(',');
   for (const QString& part : parts) {
     bool isNumber = false;
     const int size = part.toInt(&isNumber);
-    if (!isNumber || size < 0 || size > kMostPixels) return {};
+    if (!isNumber || size < 0 || size > kMaxPixels) return {};
     sizes << size;
   }
   const bool isSome = std::accumulate(sizes.begin(), sizes.end(), 0LL) > 0;
@@ -46,7 +44,23 @@ QList<int> SizesOf(const QString& text, qsizetype count) {
 }  // namespace
 
 TLayouts::TLayouts(QMainWindow& window)
-    : QObject(&window), FWindow(window), FPanels(window.findChildren<QDockWidget*>()), FDesigned(Current()) {}
+    : QObject(&window), FWindow(window), FPanels(window.findChildren<QDockWidget*>()), FDesigned(Current()) {
+  for (QDockWidget* panel : FPanels) {
+    connect(panel, &QDockWidget::visibilityChanged, this, [this, panel](bool visible) {
+      if (visible && !FSettles && HasTabsBeside(*panel)) MoveToFront(panel->objectName());
+    });
+  }
+}
+
+// A panel that comes in front because the others were closed is not chosen.
+bool TLayouts::HasTabsBeside(QDockWidget& panel) const {
+  return std::ranges::any_of(FWindow.tabifiedDockWidgets(&panel), [](const auto* tab) { return !tab->isHidden(); });
+}
+
+void TLayouts::MoveToFront(const QString& panel) {
+  FFront.removeAll(panel);
+  FFront << panel;
+}
 
 QSplitter& TLayouts::Splitter(const char* name) const {
   auto* splitter = FWindow.findChild<QSplitter*>(name);
@@ -55,21 +69,21 @@ QSplitter& TLayouts::Splitter(const char* name) const {
 }
 
 TLayouts::TArrangement TLayouts::Current() const {
-  TArrangement arrangement{AllClosed() && !FKept.isEmpty() ? FKept : FWindow.saveState(), {}};
-  for (const char* name : kSplitterNames) arrangement.Splitters[name] = Splitter(name).sizes();
+  TArrangement arrangement{{AllClosed() && !FKept.isEmpty() ? FKept : FWindow.saveState(), FFront}, {}};
+  for (const char* name : kSplitterNames) arrangement.splitters[name] = Splitter(name).sizes();
   return arrangement;
 }
 
 void TLayouts::Apply(const TArrangement& arrangement) {
-  FWindow.restoreState(arrangement.Docks);
-  BringOnScreen();
+  SettleLater();
+  Restore(arrangement.docks.state);
+  FFront = arrangement.docks.front;
   FStates.clear();
   FBefore = VisiblePanels();
-  FKept = arrangement.Docks;  // where panels are closed before they were laid out
+  FKept = arrangement.docks.state;  // where panels are closed before they were laid out
   FKeeps = true;
-  SettleLater();
   for (const char* name : kSplitterNames) {
-    const QList<int> sizes = arrangement.Splitters.value(name);
+    const QList<int> sizes = arrangement.splitters.value(name);
     if (!sizes.isEmpty()) Splitter(name).setSizes(sizes);
   }
 }
@@ -81,15 +95,12 @@ void TLayouts::RestoreDesigned() {
 void TLayouts::Load(const std::filesystem::path& file) {
   try {
     const TIniFile ini = TIniFile::Load(file);
-    TArrangement arrangement;
-    arrangement.Docks = QByteArray::fromBase64(QByteArray::fromStdString(ini.ReadString(kDocks, kDocks, {})));
-    QStringList panels;
-    for (const QDockWidget* panel : FPanels) panels << panel->objectName();
-    if (arrangement.Docks.size() > kLongestState || !IsDockState(arrangement.Docks, panels)) {
-      throw std::runtime_error("This is no layout of this program.");
-    }
+    TDockLines lines;
+    for (const std::string& key : ini.Keys(kPanels))
+      lines << std::pair(QtText(key), QtText(ini.ReadString(kPanels, key, {})));
+    TArrangement arrangement{ArrangementOf(FWindow, lines, FDesigned.docks), {}};
     for (const char* name : kSplitterNames) {
-      arrangement.Splitters[name] = SizesOf(QtText(ini.ReadString(kSplitters, name, {})), Splitter(name).count());
+      arrangement.splitters[name] = SizesOf(QtText(ini.ReadString(kSplitters, name, {})), Splitter(name).count());
     }
     Apply(arrangement);
   } catch (...) {
@@ -101,8 +112,10 @@ void TLayouts::Load(const std::filesystem::path& file) {
 void TLayouts::Save(const std::filesystem::path& file) const {
   const TArrangement arrangement = Current();
   TIniFile ini;
-  ini.WriteString(kDocks, kDocks, arrangement.Docks.toBase64().toStdString());
-  for (auto splitter = arrangement.Splitters.begin(); splitter != arrangement.Splitters.end(); ++splitter) {
+  for (const auto& [name, text] : LinesOf(FWindow, arrangement.docks)) {
+    ini.WriteString(kPanels, Utf8(name), Utf8(text));
+  }
+  for (auto splitter = arrangement.splitters.begin(); splitter != arrangement.splitters.end(); ++splitter) {
     ini.WriteString(kSplitters, Utf8(splitter.key()), Utf8(SizesText(splitter.value())));
   }
   SaveFile(file, ini.Text());
@@ -138,20 +151,30 @@ QSet<QString> TLayouts::VisiblePanels() const {
 }
 
 void TLayouts::Settle() {
-  FSettles = false;
   FKeeps = false;
-  if (AllClosed()) return;
+  if (!AllClosed()) PutBack();
+  FSettles = false;
+}
+
+void TLayouts::PutBack() {
   const QSet<QString> visible = VisiblePanels();
   const bool wereClosed = std::exchange(FWereClosed, false);
   if (FStates.contains(visible) && visible != FBefore) {
-    FWindow.restoreState(FStates[visible]);
-    BringOnScreen();
+    Restore(FStates[visible]);
   } else if (wereClosed && !FKept.isEmpty()) {
-    FWindow.restoreState(FKept);
-    BringOnScreen();
+    Restore(FKept);
     for (QDockWidget* panel : FPanels) panel->setVisible(visible.contains(panel->objectName()));
   }
+  for (const QString& name : FFront) {
+    QDockWidget* panel = *std::ranges::find(FPanels, name, &QDockWidget::objectName);
+    if (HasTabsBeside(*panel)) panel->raise();
+  }
   FKept.clear();
+}
+
+void TLayouts::Restore(const QByteArray& state) {
+  FWindow.restoreState(state);
+  BringOnScreen();
 }
 
 void TLayouts::BringOnScreen() const {

@@ -1,5 +1,5 @@
 // The arrangement of the window: dock panels and the splitters of the views. It is kept while all panels are closed, so
-// that they come back as they were, and stands in layout files, which are not trusted.
+// that they come back as they were. Layout files hold it as text; they may hold anything.
 #pragma once
 
 #include <QByteArray>
@@ -10,6 +10,8 @@
 #include <QSet>
 #include <filesystem>
 
+#include "gui/mainform/uDockText.h"
+
 class QDockWidget;
 class QSplitter;
 
@@ -17,38 +19,43 @@ class TLayouts : public QObject {
   Q_OBJECT
 
  public:
-  // Takes the arrangement that the window has now for the designed one; all panels are there and shown.
+  // The window's present arrangement is the designed one; all panels exist.
   explicit TLayouts(QMainWindow& window);
 
   void RestoreDesigned();
-  // Throws std::runtime_error when the file is of no use; the designed arrangement stands then. Floating panels come to
-  // lie on a screen.
+  // Throws std::runtime_error when the file is unusable, and restores the designed arrangement. Floating panels are
+  // moved onto a screen.
   void Load(const std::filesystem::path& file);
   // Throws when the file cannot be written.
   void Save(const std::filesystem::path& file) const;
 
-  // How the program shows and closes a panel, the user has no need of it.
+  // Shows and closes a panel on behalf of the program; the user's own opening and closing does not come here.
   void SetPanelVisible(QDockWidget& panel, bool visible);
 
  private:
   struct TArrangement {
-    QByteArray Docks;
-    QMap<QString, QList<int>> Splitters;
+    TDockArrangement docks;
+    QMap<QString, QList<int>> splitters;
   };
   [[nodiscard]] QSplitter& Splitter(const char* name) const;
   [[nodiscard]] TArrangement Current() const;
   void Apply(const TArrangement& arrangement);
   [[nodiscard]] bool AllClosed() const;
   [[nodiscard]] QSet<QString> VisiblePanels() const;
+  [[nodiscard]] bool HasTabsBeside(QDockWidget& panel) const;
+  void MoveToFront(const QString& panel);
   void SettleLater();
   void Settle();
+  void PutBack();
+  void Restore(const QByteArray& state);
   void BringOnScreen() const;
 
   QMainWindow& FWindow;
   QList<QDockWidget*> FPanels;
-  QByteArray FKept;  // the panels before they were all closed
+  QByteArray FKept;    // the panels before they were all closed
+  QStringList FFront;  // panels that the user put in front of their tabs, the latest last
   TArrangement FDesigned;
-  // How the panels stood when these were the visible ones: so every view gets its own sizes back.
+  // The state for each set of visible panels, so that every view gets its own sizes back.
   QHash<QSet<QString>, QByteArray> FStates;
   QSet<QString> FBefore;  // the visible ones before this series of changes
   bool FWereClosed = false;

@@ -9,8 +9,8 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
-#include "gui/common/uElidedLabel.h"
 #include "gui/common/uIcons.h"
+#include "gui/common/uLabels.h"
 #include "gui/common/uLogos.h"
 #include "gui/filter/uFilterChip.h"
 #include "gui/filter/uFilterPanel.h"
@@ -19,7 +19,7 @@
 #include "gui/platform/uTaskbarProgress.h"
 #include "gui/report/uReportPanel.h"
 #include "gui/ribbon/uBackstage.h"
-#include "gui/ribbon/uRecentPage.h"
+#include "gui/ribbon/uBackstagePages.h"
 #include "gui/ribbon/uRibbon.h"
 #include "gui/settings/uAlarmLimitsPanel.h"
 #include "gui/settings/uSettingsPage.h"

@@ -34,7 +34,7 @@
 #include "gui/platform/uTaskbarProgress.h"
 #include "gui/report/uReportPanel.h"
 #include "gui/ribbon/uBackstage.h"
-#include "gui/ribbon/uRecentPage.h"
+#include "gui/ribbon/uBackstagePages.h"
 #include "gui/ribbon/uRibbon.h"
 #include "gui/ribbon/uRibbonGroup.h"
 #include "gui/shock/uShockPanel.h"

@@ -12,7 +12,7 @@
 #include <algorithm>
 
 #include "gui/charts/uTimeChart.h"
-#include "gui/common/uRowCopy.h"
+#include "gui/common/uRowGrid.h"
 
 namespace {
 

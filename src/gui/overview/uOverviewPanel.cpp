@@ -9,6 +9,7 @@
 #include "gui/charts/uEventsChart.h"
 #include "gui/charts/uSensorsChart.h"
 #include "gui/common/uGrid.h"
+#include "gui/common/uLabels.h"
 
 TMainOverviewPanel::TMainOverviewPanel(QWidget* parent)
     : QWidget(parent),
@@ -46,15 +47,10 @@ QWidget* TMainOverviewPanel::MakeMostImportantEvents() {
   FOrderBy->setToolTip(tr("What ranks the most important events (Alt+O)"));
   auto* orderLabel = new QLabel(tr("&Order By"), this);
   orderLabel->setBuddy(FOrderBy);
-  auto* title = new QLabel(tr("Most important events"), this);
-  QFont bold = title->font();
-  bold.setBold(true);
-  title->setFont(bold);
-
   auto* box = new QWidget(this);
   auto* head = new QHBoxLayout;
   head->setContentsMargins(8, 4, 8, 0);
-  head->addWidget(title);
+  head->addWidget(MakeTitle(tr("Most important events"), this));
   head->addStretch();
   head->addWidget(orderLabel);
   head->addWidget(FOrderBy);

@@ -1,5 +1,5 @@
-// The overview: the events chart over the sensors chart with the same side margins, so that equal times stand above
-// each other, and the most important events below.
+// The overview: events chart, sensors chart and the most important events. The charts have the same side margins, so
+// that their times are aligned.
 #pragma once
 
 #include <QWidget>

@@ -17,7 +17,7 @@ constexpr double kMarginInches = 0.7;
 
 }  // namespace
 
-// The pages of a document below each other, white on whatever the window's ground is.
+// The pages of a document below each other, always white.
 class TReportPage : public QWidget {
  public:
   explicit TReportPage(QWidget* parent) : QWidget(parent) {

@@ -19,7 +19,7 @@ class TReportPanel : public QWidget {
 
   void ShowReport(const TShownMission& mission);
   void Clear();
-  // Lays the report out for the device's page and prints all pages of it.
+  // Prints all pages, laid out for the device's page size.
   void Print(QPagedPaintDevice& device) const;
 
  private:

@@ -15,7 +15,7 @@
 #include "gui/common/uTheme.h"
 #include "gui/ribbon/uBackstageEntry.h"
 #include "gui/ribbon/uBackstagePages.h"
-#include "gui/ribbon/uFlat.h"
+#include "gui/ribbon/uRibbonMetrics.h"
 
 namespace {
 
@@ -87,7 +87,7 @@ TBackstage::TBackstage(QWidget* window)
   AddPage("backstageAbout", tr("About"), "help-about", FAbout);
   SetFilePatterns({"*.kshock"});
   connect(FBack, &QToolButton::clicked, this, &QWidget::hide);
-  connect(FBack, &TBackstageEntry::StepAsked, this, &TBackstage::MoveFocus);
+  connect(FBack, &TBackstageEntry::StepRequested, this, &TBackstage::MoveFocus);
   connect(FBrowsePath, &TBrowsePathPage::FileChosen, this, &TBackstage::Choose);
   connect(FCurrentFolder, &TCurrentFolderPage::FileChosen, this, &TBackstage::Choose);
   connect(FBrowsePath, &TBrowsePathPage::FolderDialogRequested, this, &TBackstage::FolderDialogRequested);
@@ -116,7 +116,7 @@ void TBackstage::AddPage(const QString& objectName, const QString& caption, cons
     SelectPage(objectName);
     EnterPage();
   });
-  connect(button, &TBackstageEntry::PageAsked, this, &TBackstage::EnterPage);
+  connect(button, &TBackstageEntry::PageRequested, this, &TBackstage::EnterPage);
   Add({objectName, caption, button, page});
 }
 
@@ -132,7 +132,7 @@ void TBackstage::Add(const TEntry& entry) {
     before = each.Button;
   }
   QWidget::setTabOrder(before, FPages);
-  connect(entry.Button, &TBackstageEntry::StepAsked, this, &TBackstage::MoveFocus);
+  connect(entry.Button, &TBackstageEntry::StepRequested, this, &TBackstage::MoveFocus);
   if (entry.Page != nullptr && FHeading->text().isEmpty()) SelectPage(entry.Name);
 }
 

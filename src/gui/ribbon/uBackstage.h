@@ -1,6 +1,6 @@
-// The backstage: everything about files and the program, over the whole client area of the window. A column of entries
-// at the left, the page of the chosen entry at the right. Esc or the arrow at the top close it, and the focus returns
-// to where it was. What is chosen closes it first, so that a dialog has the window for itself.
+// The backstage: commands and pages for files and the program, over the whole window. Entries are at the left, the page
+// of the chosen entry at the right. Esc or the arrow at the top closes it and returns the focus. It closes before a
+// chosen command runs, so that no dialog opens over it.
 #pragma once
 
 #include <QPointer>
@@ -27,15 +27,15 @@ class TBackstage : public QWidget {
 
   // An entry that triggers the action, which is borrowed.
   void AddAction(QAction* action, const QString& objectName);
-  // An entry with a page, which the backstage owns from here on. The icon is a name in icons.txt. Where an entry stands
-  // does not depend on the order of adding; one that the column does not know goes above About.
+  // An entry with a page, which the backstage owns. The icon is a name in icons.txt. The place of an entry does not
+  // depend on the order of adding; an unknown entry goes above About.
   void AddPage(const QString& objectName, const QString& caption, const QString& icon, QWidget* page);
   // Shows the page of that entry, now or when the backstage is opened.
   void SelectPage(const QString& objectName);
 
   void SetFilePatterns(const QStringList& patterns);  // "*.kshock" unless told otherwise
   void SetBrowsePath(const QString& path);
-  // Fills the path in; nothing is looked at before the user answers.
+  // Fills the path in without reading it.
   void ProposeBrowsePath(const QString& path);
   void SetCurrentFolder(const QString& folder);
   void SetVersion(const QString& version);

@@ -6,7 +6,7 @@
 #include <algorithm>
 
 #include "gui/common/uIcons.h"
-#include "gui/ribbon/uFlat.h"
+#include "gui/ribbon/uRibbonMetrics.h"
 
 TBackstageEntry::TBackstageEntry(const QString& objectName, QWidget* parent) : QToolButton(parent) {
   setObjectName(objectName);
@@ -54,13 +54,13 @@ void TBackstageEntry::changeEvent(QEvent* event) {
 void TBackstageEntry::keyPressEvent(QKeyEvent* event) {
   switch (event->key()) {
     case Qt::Key_Up:
-      emit StepAsked(-1);
+      emit StepRequested(-1);
       break;
     case Qt::Key_Down:
-      emit StepAsked(1);
+      emit StepRequested(1);
       break;
     case Qt::Key_Right:
-      emit PageAsked();
+      emit PageRequested();
       break;
     case Qt::Key_Return:
     case Qt::Key_Enter:

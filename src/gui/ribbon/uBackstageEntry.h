@@ -1,4 +1,4 @@
-// A flat entry of the backstage's column. The current one is checked and bears a bar at its edge.
+// An entry of the backstage's column; the current one is checked.
 #pragma once
 
 #include <QToolButton>
@@ -13,12 +13,12 @@ class TBackstageEntry : public QToolButton {
 
   // The icon is a name in icons.txt.
   void Show(const QString& caption, const QString& icon);
-  // Takes caption, icon, tool tip and whether it can be used from the action, and keeps in step.
+  // Takes caption, icon, tool tip, enabled and visible from the action, now and when they change.
   void Follow(QAction* action);
 
  signals:
-  void StepAsked(int step);  // 1: the entry below, -1: above
-  void PageAsked();
+  void StepRequested(int step);  // 1: the entry below, -1: above
+  void PageRequested();
 
  protected:
   void changeEvent(QEvent* event) override;

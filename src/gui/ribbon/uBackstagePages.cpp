@@ -1,5 +1,6 @@
 #include "gui/ribbon/uBackstagePages.h"
 
+#include <QCompleter>
 #include <QDir>
 #include <QEvent>
 #include <QFileInfo>
@@ -9,13 +10,22 @@
 #include <QPushButton>
 #include <QScrollArea>
 #include <QShowEvent>
+#include <QStringListModel>
 #include <QUrl>
 #include <QVBoxLayout>
+#include <filesystem>
+#include <system_error>
 
+#include "base/uFiles.h"
+#include "gui/common/uBackgroundTask.h"
 #include "gui/common/uIcons.h"
+#include "gui/common/uLabels.h"
+#include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
-#include "gui/ribbon/uPathCompleter.h"
+#include "gui/ribbon/uRecentList.h"
 #include "gui/ribbon/uRecordingList.h"
+
+namespace fs = std::filesystem;
 
 namespace {
 
@@ -37,7 +47,71 @@ QString Tidied(const QString& typed) {
   return path.isEmpty() ? path : QDir::cleanPath(QFileInfo(QDir::fromNativeSeparators(path)).absoluteFilePath());
 }
 
+constexpr qsizetype kMaxPaths = 2000;  // to choose from; nobody scrolls through more
+
+// Whole paths, folders with a delimiter behind them. What cannot be listed is left out.
+QStringList PathsIn(const QString& folder, const QStringList& patterns) {
+  QStringList paths;
+  std::error_code error;
+  for (fs::directory_iterator entry(PathFromUtf8(Utf8(folder)), error), end; !error && entry != end;
+       entry.increment(error)) {
+    if (paths.size() == kMaxPaths) break;
+    const QString name = QtText(Utf8FromPath(entry->path().filename()));
+    std::error_code unknown;
+    if (entry->is_directory(unknown)) {
+      if (!name.startsWith('.')) paths << QDir::toNativeSeparators(folder + name + '/');
+    } else if (IsRecordingName(name, patterns)) {
+      paths << QDir::toNativeSeparators(folder + name);
+    }
+  }
+  paths.sort(Qt::CaseInsensitive);
+  return paths;
+}
+
 }  // namespace
+
+// Completes a path while it is typed with the folders and recordings of its folder, which is read in the background.
+class TPathCompleter : public QCompleter {
+ public:
+  explicit TPathCompleter(QLineEdit* edit);
+  // Of recordings, such as "*.kshock".
+  void SetFilePatterns(const QStringList& patterns);
+
+ private:
+  void ReadFolderOf(const QString& typed);
+
+  QStringListModel FPaths;
+  QStringList FPatterns;
+  QString FFolder;  // the folder whose paths FPaths has or waits for
+  TBackgroundTask FTask{this};
+};
+
+TPathCompleter::TPathCompleter(QLineEdit* edit) : QCompleter(edit) {
+  setModel(&FPaths);
+  setCaseSensitivity(Qt::CaseInsensitive);
+  edit->setCompleter(this);
+  connect(edit, &QLineEdit::textEdited, this, &TPathCompleter::ReadFolderOf);
+}
+
+void TPathCompleter::SetFilePatterns(const QStringList& patterns) {
+  FPatterns = patterns;
+  FFolder.clear();
+}
+
+void TPathCompleter::ReadFolderOf(const QString& typed) {
+  const QString path = QDir::fromNativeSeparators(typed);
+  const QString folder = path.left(path.lastIndexOf('/') + 1);
+  if (folder == FFolder || !QDir::isAbsolutePath(folder)) return;
+  FFolder = folder;
+  FPaths.setStringList({});
+  const bool started = FTask.Start([this, folder, patterns = FPatterns](const TBackgroundTask::TReport& report) {
+    report([this, paths = PathsIn(folder, patterns)] {
+      FPaths.setStringList(paths);
+      if (widget() != nullptr && widget()->hasFocus()) complete();
+    });
+  });
+  if (!started) FFolder.clear();
+}
 
 TBrowsePathPage::TBrowsePathPage(QWidget* parent)
     : QWidget(parent),
@@ -207,6 +281,40 @@ void TCurrentFolderPage::ShowNote(const QString& note) {
   const bool shown = FList->Reading() || !FList->Empty();
   FList->setVisible(shown);
   layout()->setAlignment(FNote, shown ? Qt::Alignment() : Qt::AlignTop);
+}
+
+TRecentPage::TRecentPage(QWidget* parent)
+    : QWidget(parent),
+      FNote(new QLabel(this)),
+      FFiles(new TRecentListView("lstRecentFiles", tr("Recent files"), this)),
+      FFolders(new TRecentListView("lstRecentFolders", tr("Recent folders"), this)) {
+  FNote->setObjectName("lblRecentNote");
+  FNote->setWordWrap(true);
+  FFilesTitle = MakeTitle(tr("Recordings"), this);
+  FFilesTitle->setBuddy(FFiles);
+  FFoldersTitle = MakeTitle(tr("Folders"), this);
+  FFoldersTitle->setBuddy(FFolders);
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(FNote);
+  layout->addWidget(FFilesTitle);
+  layout->addWidget(FFiles, 3);
+  layout->addWidget(FFoldersTitle);
+  layout->addWidget(FFolders, 2);
+  layout->addStretch(0);
+  ShowRecent({});
+}
+
+void TRecentPage::ShowRecent(const TRecentDocuments& recent) {
+  FFiles->ShowEntries(recent.Files.Entries());
+  FFolders->ShowEntries(recent.Folders.Entries());
+  const bool hasFiles = !recent.Files.Entries().empty();
+  const bool hasFolders = !recent.Folders.Entries().empty();
+  FNote->setText(hasFiles || hasFolders ? tr("Enter or a click opens · P pins · Del removes from the list")
+                                        : tr("Recordings that were opened, and their folders, are listed here."));
+  for (QWidget* widget : std::initializer_list<QWidget*>{FFilesTitle, FFiles}) widget->setVisible(hasFiles);
+  for (QWidget* widget : std::initializer_list<QWidget*>{FFoldersTitle, FFolders}) widget->setVisible(hasFolders);
+  layout()->setAlignment(FNote, hasFiles || hasFolders ? Qt::Alignment() : Qt::AlignTop);
 }
 
 TAboutPage::TAboutPage(QWidget* parent) : QWidget(parent), FVersion(Sentence("lblAboutVersion", this)) {

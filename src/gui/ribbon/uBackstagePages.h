@@ -1,4 +1,4 @@
-// The pages that the backstage brings along: a path to browse, the folder of the shown file, and what this program is.
+// The pages of the backstage: a path to browse, the folder of the shown file, recent files and folders, and About.
 #pragma once
 
 #include <QStringList>
@@ -9,6 +9,8 @@
 class TPathCompleter;
 class QLabel;
 class QLineEdit;
+class TRecentDocuments;
+class TRecentListView;
 class TRecordingList;
 
 class TBrowsePathPage : public QWidget {
@@ -19,7 +21,7 @@ class TBrowsePathPage : public QWidget {
 
   void SetFilePatterns(const QStringList& patterns);
   void ProposePath(const QString& path);
-  // Fills in the path and answers it as if it had been typed.
+  // Fills in the path and opens it as if it had been typed.
   void SetPath(const QString& path);
 
  signals:
@@ -53,7 +55,7 @@ class TCurrentFolderPage : public QWidget {
  public:
   explicit TCurrentFolderPage(QWidget* parent);
 
-  // Both take effect when the page is shown next; an empty folder means that no file is shown.
+  // An empty folder means that no file is shown.
   void SetFilePatterns(const QStringList& patterns);
   void SetFolder(const QString& folder);
 
@@ -71,6 +73,26 @@ class TCurrentFolderPage : public QWidget {
   TRecordingList* FList;
   QString FFolder;
   QStringList FPatterns;
+};
+
+// Recent files and recent folders. The page changes neither list: its views emit what the user asks for.
+class TRecentPage : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit TRecentPage(QWidget* parent);
+
+  void ShowRecent(const TRecentDocuments& recent);
+
+  [[nodiscard]] TRecentListView* Files() const { return FFiles; }
+  [[nodiscard]] TRecentListView* Folders() const { return FFolders; }
+
+ private:
+  QLabel* FNote;
+  QLabel* FFilesTitle;
+  TRecentListView* FFiles;
+  QLabel* FFoldersTitle;
+  TRecentListView* FFolders;
 };
 
 class TAboutPage : public QWidget {

@@ -8,9 +8,12 @@
 #include <QPalette>
 #include <QTextDocument>
 #include <algorithm>
+#include <filesystem>
+#include <system_error>
+#include <tuple>
 
+#include "base/uFiles.h"
 #include "gui/common/uIcons.h"
-#include "gui/common/uPathCheck.h"
 #include "gui/common/uQtText.h"
 
 namespace {
@@ -114,7 +117,7 @@ QVariant TRecentModel::headerData(int section, Qt::Orientation orientation, int 
 }
 
 TRecentListView::TRecentListView(const QString& objectName, const QString& accessibleName, QWidget* parent)
-    : QTreeView(parent), FModel(new TRecentModel(this)), FCheck(new TPathCheck(this)) {
+    : QTreeView(parent), FModel(new TRecentModel(this)) {
   setObjectName(objectName);
   setAccessibleName(accessibleName);
   setModel(FModel);
@@ -131,8 +134,17 @@ TRecentListView::TRecentListView(const QString& objectName, const QString& acces
   header()->setSectionResizeMode(TRecentModel::kWhere, QHeaderView::Stretch);
   FitColumns();
   connect(this, &QTreeView::clicked, this, &TRecentListView::Act);
-  connect(FCheck, &TPathCheck::Checked, this,
-          [this](const QString& path, bool exists) { FModel->SetMissing(path, !exists); });
+}
+
+void TRecentListView::CheckPaths() {
+  // Without a thread nothing is known of the paths.
+  std::ignore = FTask.Start([this, paths = FModel->Paths()](const TBackgroundTask::TReport& report) {
+    for (const QString& path : paths) {
+      std::error_code unknown;
+      const bool exists = std::filesystem::exists(PathFromUtf8(Utf8(path)), unknown);
+      if (!report([this, path, exists] { FModel->SetMissing(path, !exists); })) return;
+    }
+  });
 }
 
 void TRecentListView::FitColumns() {
@@ -149,7 +161,7 @@ void TRecentListView::ShowEntries(const std::vector<TRecentEntry>& entries) {
   const int listed = FModel->RowOf(current);
   const int row = std::min(listed >= 0 ? listed : before, FModel->rowCount() - 1);
   if (row >= 0) setCurrentIndex(FModel->index(row, TRecentModel::kName));
-  if (isVisible()) FCheck->Check(FModel->Paths());
+  if (isVisible()) CheckPaths();
 }
 
 void TRecentListView::Act(const QModelIndex& index) {
@@ -183,7 +195,7 @@ void TRecentListView::keyPressEvent(QKeyEvent* event) {
 
 void TRecentListView::showEvent(QShowEvent* event) {
   QTreeView::showEvent(event);
-  if (!event->spontaneous()) FCheck->Check(FModel->Paths());
+  if (!event->spontaneous()) CheckPaths();
 }
 
 void TRecentListView::changeEvent(QEvent* event) {

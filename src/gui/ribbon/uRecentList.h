@@ -1,5 +1,5 @@
-// A list of recent files or folders: pin, name, where it is, and a mark that removes it. A click on a name or Enter
-// chooses it, P or a click on the pin pins, Delete or a click on the minus removes. What is missing is greyed.
+// A list of recent files or folders with pin, name, folder and a remove button. Enter or a click on a name chooses it,
+// P or a click on the pin pins it, Delete or a click on the minus removes it. Missing entries are grey.
 #pragma once
 
 #include <QAbstractTableModel>
@@ -7,9 +7,8 @@
 #include <QTreeView>
 #include <vector>
 
+#include "gui/common/uBackgroundTask.h"
 #include "shell/uRecentDocuments.h"
-
-class TPathCheck;
 
 class TRecentModel : public QAbstractTableModel {
   Q_OBJECT
@@ -48,7 +47,7 @@ class TRecentListView : public QTreeView {
  public:
   TRecentListView(const QString& objectName, const QString& accessibleName, QWidget* parent);
 
-  // The current entry stays current while it is listed; else the one that takes its row.
+  // The current entry stays current if it is still listed, otherwise the entry in its row becomes current.
   void ShowEntries(const std::vector<TRecentEntry>& entries);
 
  signals:
@@ -64,7 +63,9 @@ class TRecentListView : public QTreeView {
  private:
   void Act(const QModelIndex& index);
   void FitColumns();
+  // Marks the entries whose files are missing, as the answers arrive: a dead network drive does not block the window.
+  void CheckPaths();
 
   TRecentModel* FModel;
-  TPathCheck* FCheck;
+  TBackgroundTask FTask{this};
 };

@@ -1,5 +1,5 @@
-// What stands at a path, and what recordings lie in a folder. It may take as long as the file system likes, so it is
-// asked for in the background.
+// The kind of a path and the recordings in a folder. Reading may take long on a network drive: call it in the
+// background.
 #pragma once
 
 #include <QString>
@@ -28,13 +28,12 @@ struct TFolderBounds {
   std::chrono::milliseconds Time{10000};
 };
 
-// Of a folder the files that are not hidden and whose names match one of the patterns, a star and an ending such as
-// "*.kshock", whatever the case: loggers write on file systems that have none. Any thread, also one that outlives the
-// application.
+// The files of a folder that are not hidden and match a pattern: a star and an ending such as "*.kshock". Case is
+// ignored, because loggers may write in capitals. Any thread, even one that outlives the application.
 TFolderListing ReadFolder(const QString& path, const QStringList& patterns, const TFolderBounds& bounds = {});
 
-// Not hidden, and of one of the patterns.
+// Not hidden, and matches a pattern.
 bool IsRecordingName(const QString& name, const QStringList& patterns);
 
-// Numbers in names in their order.
+// By name; digits compare as numbers, case is ignored.
 void SortByName(std::vector<TFolderEntry>& entries);

@@ -1,5 +1,5 @@
-// The recordings of one folder as a list with name, size and date. Enter or a double click chooses one; a click on a
-// title sorts. A folder is read in the background, so a dead network drive does not hold up the window.
+// The recordings of one folder with name, size and date. Enter or a double click chooses one; a click on a title sorts.
+// The folder is read in the background, so a dead network drive does not block the window.
 #pragma once
 
 #include <QAbstractTableModel>
@@ -36,18 +36,17 @@ class TRecordingList : public QTreeView {
  public:
   TRecordingList(const QString& objectName, const QString& accessibleName, QWidget* parent);
 
-  // Lists nothing, asks what stands at the path and answers with PathRead. The recordings of a folder are listed then
-  // and the first is selected. An answer that is still to come from an earlier call is dropped.
+  // Empties the list, reads the path in the background, lists the recordings of a folder, selects the first and emits
+  // PathRead. A pending earlier call is dropped.
   void ReadPath(const QString& path, const QStringList& patterns);
-  // Lists nothing; an answer that is still to come is dropped.
+  // Empties the list and drops a pending call.
   void Clear();
   bool Empty() const { return FModel->rowCount() == 0; }
   bool Reading() const { return FReading; }
 
  signals:
   void FileChosen(const QString& path);
-  // `note` is the sentence about a folder: its path and how many recordings, that there are none, that not all are
-  // shown, or that it cannot be read.
+  // `note` describes a folder: its path and the number of recordings, or why there are none or not all.
   void PathRead(const QString& path, TPathKind kind, const QString& note);
 
  protected:

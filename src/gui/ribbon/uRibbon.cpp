@@ -11,8 +11,8 @@
 #include <stdexcept>
 
 #include "gui/common/uTheme.h"
-#include "gui/ribbon/uFlat.h"
 #include "gui/ribbon/uRibbonGroup.h"
+#include "gui/ribbon/uRibbonMetrics.h"
 #include "gui/ribbon/uRibbonPage.h"
 #include "gui/ribbon/uRibbonTabBar.h"
 

@@ -1,6 +1,6 @@
-// The ribbon: tabs over pages of groups. The tab that is added first is the file tab: it asks for the backstage and is
-// never current. A double click on a tab, or Ctrl+F1, folds the ribbon to its tabs; a click on a tab unfolds it. A tab
-// whose groups are all hidden or vacant is not offered.
+// The ribbon: tabs over pages of groups. The first tab is the file tab: it requests the backstage and never becomes
+// current. A double click on a tab, or Ctrl+F1, folds the ribbon to its tabs; a click on a tab unfolds it. A tab
+// without visible content is hidden.
 #pragma once
 
 #include <QElapsedTimer>
@@ -23,7 +23,7 @@ class TRibbon : public QWidget {
   // Throws std::logic_error when there is no such tab, and for the file tab, which has no page.
   TRibbonGroup* AddGroup(const QString& tabName, const QString& objectName, const QString& title);
 
-  // A tab that is not offered, or not known, is not selected.
+  // Does nothing for a hidden or unknown tab.
   void SelectTab(const QString& objectName);
   QString CurrentTab() const;  // empty when no tab has content
   bool TabOffered(const QString& objectName) const;
@@ -31,7 +31,7 @@ class TRibbon : public QWidget {
   void SetFolded(bool folded);
   bool Folded() const { return FFolded; }
 
-  // Between the two nothing is arranged or painted; they nest.
+  // Nothing is arranged or painted between the two calls; they nest.
   void BeginUpdate();
   void EndUpdate();
 

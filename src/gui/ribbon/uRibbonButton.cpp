@@ -5,7 +5,7 @@
 #include <QKeyEvent>
 #include <algorithm>
 
-#include "gui/ribbon/uFlat.h"
+#include "gui/ribbon/uRibbonMetrics.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
-// A button of the ribbon: large (icon over one or two lines of text) or small (icon beside the text). Name, tool tip
-// and look follow its action.
+// A button of the ribbon: large (icon over one or two lines of text) or small (icon beside the text). It follows its
+// action.
 #pragma once
 
 #include <QToolButton>
@@ -12,11 +12,11 @@ class TRibbonButton : public QToolButton {
 
   TRibbonButton(TShape shape, QWidget* parent);
 
-  // A button without an action of its own; an arrow under its caption says that it opens something.
+  // For a button without an action; it shows an arrow because it opens something.
   void SetCaption(const QString& caption, const QIcon& icon);
 
  signals:
-  // Before the action runs, so that what holds the button can get out of the way of a dialog.
+  // Before the action runs, so that a popup can close before a dialog opens.
   void Chosen();
 
  protected:

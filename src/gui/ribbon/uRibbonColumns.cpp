@@ -4,7 +4,7 @@
 #include <QWidget>
 #include <algorithm>
 
-#include "gui/ribbon/uFlat.h"
+#include "gui/ribbon/uRibbonMetrics.h"
 
 namespace {
 

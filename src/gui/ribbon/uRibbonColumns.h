@@ -1,5 +1,5 @@
-// The layout inside a ribbon group: things that take a whole column, and rows of which three share one. Hidden ones
-// leave no hole. Right-to-left scripts are mirrored.
+// The layout inside a ribbon group: widgets of a whole column, and rows, three to a column. Hidden widgets take no
+// room. It is mirrored for right-to-left scripts.
 #pragma once
 
 #include <QLayout>
@@ -28,7 +28,7 @@ class TRibbonColumns : public QLayout {
     std::unique_ptr<QLayoutItem> Item;
     bool IsRow = false;
   };
-  // Returns the width that is taken; moves the items only when told.
+  // Returns the width; places the items only if `move`.
   int Place(const QRect& rect, bool move) const;
 
   std::vector<TItem> FItems;

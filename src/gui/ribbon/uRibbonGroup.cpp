@@ -9,9 +9,9 @@
 #include <algorithm>
 
 #include "gui/common/uIcons.h"
-#include "gui/ribbon/uFlat.h"
 #include "gui/ribbon/uRibbonButton.h"
 #include "gui/ribbon/uRibbonColumns.h"
+#include "gui/ribbon/uRibbonMetrics.h"
 
 namespace {
 
@@ -106,7 +106,7 @@ void TRibbonGroup::AddWidget(QWidget* widget, const QString& label) {
   Watch(field);
 }
 
-// The flag that a child is hidden on purpose is clear from here on only where someone hides it.
+// Once shown, a child is hidden only when someone hides it explicitly.
 void TRibbonGroup::Watch(QWidget* item) {
   const bool hiddenOnPurpose = item->isHidden() && item->testAttribute(Qt::WA_WState_ExplicitShowHide);
   if (!hiddenOnPurpose) item->show();

@@ -1,6 +1,6 @@
-// A group of the ribbon: buttons and small controls over a title. Where the window is too narrow it collapses into
-// one button that opens the same content in a popup below. The group owns what is added; actions are
-// borrowed. It may be shown and hidden from outside, and so may each button.
+// A group of the ribbon: buttons and small controls over a title. In a narrow window it collapses into one button that
+// opens the content in a popup. The group owns the widgets and borrows the actions. The caller may hide the group and
+// each button.
 #pragma once
 
 #include <QFrame>
@@ -21,13 +21,13 @@ class TRibbonGroup : public QFrame {
 
   QToolButton* AddLarge(QAction* action, const QString& buttonName);
   QToolButton* AddSmall(QAction* action, const QString& buttonName);
-  // With a label the widget takes a column, the label above it; without one it takes a row.
+  // With a label above it the widget takes a column, without one a row.
   void AddWidget(QWidget* widget, const QString& label = {});
 
-  // What the group is known by when it is collapsed; the icon of its first button unless told otherwise.
+  // The icon of the collapsed group; by default that of its first button.
   void SetIcon(const QIcon& icon);
 
-  // Not one thing in it is shown: the group takes no room.
+  // Nothing in it is visible, so the group takes no room.
   bool Vacant() const;
   bool Collapsed() const { return FCollapsed; }
   void SetCollapsed(bool collapsed);
@@ -39,7 +39,7 @@ class TRibbonGroup : public QFrame {
   void FocusFirst();
 
  signals:
-  // Something in the group, or the group itself, was shown, hidden, added or changed its size.
+  // The group or something in it was shown, hidden, added or resized.
   void ContentChanged();
 
  protected:

@@ -6,8 +6,8 @@
 #include <QStyle>
 #include <algorithm>
 
-#include "gui/ribbon/uFlat.h"
 #include "gui/ribbon/uRibbonGroup.h"
+#include "gui/ribbon/uRibbonMetrics.h"
 
 TRibbonPage::TRibbonPage(QWidget* parent) : QWidget(parent) {}
 

@@ -1,5 +1,5 @@
-// The groups of one ribbon tab side by side. What does not fit collapses, the rightmost group first; when even the
-// collapsed ones do not fit they share the width.
+// The groups of one ribbon tab side by side. Groups that do not fit collapse, the last first; if the collapsed ones do
+// not fit either, they share the width.
 #pragma once
 
 #include <QWidget>
@@ -14,9 +14,9 @@ class TRibbonPage : public QWidget {
   explicit TRibbonPage(QWidget* parent);
 
   TRibbonGroup* AddGroup(const QString& objectName, const QString& title);
-  // Some group of the page would be seen.
+  // At least one group has visible content.
   bool HasContent() const;
-  // Holds the arrangement until it is let go.
+  // A frozen page does not arrange its groups.
   void SetFrozen(bool frozen);
   void FocusFirst();
 

@@ -1,4 +1,4 @@
-// The ribbon's tabs, plain text with the current one underlined. Only clicks and keys change the tab, never the wheel.
+// The ribbon's tabs. Clicks and keys change the tab, the wheel does not.
 #pragma once
 
 #include <QTabBar>
@@ -10,7 +10,7 @@ class TRibbonTabBar : public QTabBar {
   explicit TRibbonTabBar(QWidget* parent);
 
  signals:
-  // Down or Enter: the keyboard goes on into the page.
+  // Down, Enter or Space: the focus moves into the page.
   void PageEntered();
 
  protected:

@@ -33,7 +33,7 @@ constexpr TCard kCards[] = {{"lblCardToTTotal", "lblCardToTTotalValue", "ToT tot
                             {"lblCardIoTMax", "lblCardIoTMaxValue", "IoT max", " g ms"}};
 constexpr auto kNoValue = "–";
 
-// Tabs show and hide their pages; a grid that others show and hide stands on one.
+// A tab widget shows and hides its pages; others show and hide the grid, so it gets its own page.
 QWidget* PageOf(QWidget* grid) {
   auto* page = new QWidget(grid->parentWidget());
   auto* layout = new QVBoxLayout(page);
@@ -55,8 +55,8 @@ TMainShockPanel::TMainShockPanel(QWidget* parent)
       FShocks(new TGrid("dbgShocks", tr("Shock events"), EventIndexKey, this)),
       FFilteredShocks(new TGrid("dbgFilteredShocks", tr("Filtered shock events"), EventIndexKey, this)) {
   setObjectName("MainShockPanel");
-  FShocks->SetNothing(tr("No shock events"));
-  FFilteredShocks->SetNothing(tr("No event is let through"));
+  FShocks->SetPlaceholder(tr("No shock events"));
+  FFilteredShocks->SetPlaceholder(tr("No event is let through"));
   FChart20->setObjectName("Chart20");
   FChart20->setAccessibleName(tr("Shock events chart"));
   FChart2->setObjectName("Chart2");

@@ -35,7 +35,7 @@ class TMainShockPanel : public QWidget {
   [[nodiscard]] TGrid* Shocks() const { return FShocks; }
   [[nodiscard]] TGrid* FilteredShocks() const { return FFilteredShocks; }
   [[nodiscard]] TShockValuesGrid* Values() const { return FValues; }
-  // Shows an event in both its charts, which borrow it; nothing empties them.
+  // Shows an event in both charts, which borrow it; nullopt empties them.
   void ShowEvent(const TEventList& events, std::optional<std::size_t> event, const TMissionData& mission);
   // The spectrum in place of the curves.
   void SetSpectrumVisible(bool visible);
@@ -43,7 +43,7 @@ class TMainShockPanel : public QWidget {
   void SetValuesVisible(bool visible);
   // Of both charts and the values.
   void SetMasks(const TValueMasks& masks);
-  // Fills the cards from a row of the shock event table; nothing empties them.
+  // Fills the cards from a row of the shock event table; nullopt empties them.
   void ShowCards(const TDataset& events, std::optional<std::size_t> row, const TDisplaySettings& display);
 
  private:

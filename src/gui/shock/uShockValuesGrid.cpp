@@ -75,7 +75,7 @@ void TShockValuesGrid::MarkSample(std::size_t sample) {
   scrollTo(cell);
 }
 
-// Widths are the user's once they fit the content.
+// Fits each column once; later widths are the user's.
 void TShockValuesGrid::FitColumnsOnce() {
   if (FModel->rowCount() == 0 || std::exchange(FFitted, true)) return;
   const int number = fontMetrics().horizontalAdvance(kUsualText) + kColumnPadding;

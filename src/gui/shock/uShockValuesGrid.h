@@ -8,7 +8,7 @@
 #include "gui/common/uRowGrid.h"
 #include "model/uEvents.h"
 
-// Formats the cells that are asked for and borrows the samples.
+// Borrows the samples and formats cells on demand.
 class TShockValuesModel final : public QAbstractTableModel {
   Q_OBJECT
 

@@ -1,4 +1,4 @@
-// A layout that sets things side by side and goes on in the next row where the width ends. Hidden ones leave no hole.
+// A layout in rows that wraps at the right edge. Hidden widgets take no room.
 #pragma once
 
 #include <QLayout>
@@ -23,7 +23,7 @@ class TFlowLayout : public QLayout {
   void setGeometry(const QRect& rect) override;
 
  private:
-  // Returns the height that is taken; moves the items only when told.
+  // Returns the height; places the items only if `move`.
   int Place(const QRect& rect, bool move) const;
 
   std::vector<std::unique_ptr<QLayoutItem>> FItems;

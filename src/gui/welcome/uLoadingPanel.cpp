@@ -10,10 +10,12 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "gui/common/uLabels.h"
+
 TLoadingPanel::TLoadingPanel(QWidget* parent)
     : QFrame(parent),
       FMessage(new QLabel(this)),
-      FDetail(new QLabel(this)),
+      FDetail(new TElidedLabel("PnlLoadingDetail", this)),
       FProgress(new QProgressBar(this)),
       FCancel(new QPushButton(tr("Cancel"), this)) {
   setObjectName("pnlLoading");
@@ -21,8 +23,6 @@ TLoadingPanel::TLoadingPanel(QWidget* parent)
   FMessage->setObjectName("PnlLoadingMsg");
   FMessage->setTextFormat(Qt::PlainText);
   FMessage->setWordWrap(true);
-  FDetail->setObjectName("PnlLoadingDetail");
-  FDetail->setTextFormat(Qt::PlainText);
   // The detail is cut to the panel, it never widens it.
   FDetail->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
   FProgress->setObjectName("cxProgressBar1");
@@ -49,11 +49,7 @@ void TLoadingPanel::SetMessage(const QString& message) {
 }
 
 void TLoadingPanel::SetDetail(const QString& detail) {
-  if (FDetailText == detail) return;
-  FDetailText = detail;
-  FDetail->setToolTip(Qt::convertFromPlainText(detail));
-  FDetail->setAccessibleName(detail);
-  ElideDetail();
+  FDetail->setText(detail);
 }
 
 void TLoadingPanel::SetSteps(int steps) {
@@ -62,10 +58,6 @@ void TLoadingPanel::SetSteps(int steps) {
 
 void TLoadingPanel::SetStep(int step) {
   FProgress->setValue(step);
-}
-
-void TLoadingPanel::ElideDetail() {
-  FDetail->setText(FDetail->fontMetrics().elidedText(FDetailText, Qt::ElideMiddle, FDetail->width()));
 }
 
 void TLoadingPanel::Centre() {
@@ -88,7 +80,7 @@ bool TLoadingPanel::eventFilter(QObject* watched, QEvent* event) {
   return IsForOthers(*watched, *event);
 }
 
-// What a person does to the window, but not to the panel or to a dialog.
+// User input that is neither for the panel nor for a dialog.
 bool TLoadingPanel::IsForOthers(const QObject& watched, const QEvent& event) const {
   switch (event.type()) {
     case QEvent::Shortcut: {
@@ -113,7 +105,7 @@ bool TLoadingPanel::IsForOthers(const QObject& watched, const QEvent& event) con
   }
 }
 
-// Cancel is all there is to reach while something is read.
+// Only Cancel can have the focus while the panel is shown.
 bool TLoadingPanel::focusNextPrevChild(bool next) {
   return isVisible() || QFrame::focusNextPrevChild(next);
 }
@@ -149,10 +141,4 @@ void TLoadingPanel::paintEvent(QPaintEvent*) {
   line.setAlphaF(0.5F);
   painter.setPen(line);
   painter.drawRect(rect().adjusted(0, 0, -1, -1));
-}
-
-void TLoadingPanel::resizeEvent(QResizeEvent* event) {
-  QFrame::resizeEvent(event);
-  layout()->activate();
-  ElideDetail();
 }

@@ -1,12 +1,12 @@
-// Shown in front of the window while a recording is read or exported: what is going on, how far it is, and Cancel. It
-// stays in the middle of its parent and takes all input of the window; only the window can be closed. It only asks to
-// cancel; who is at work hides the panel at the end.
+// Shown over the window while a recording is read or exported: message, progress and Cancel. It is centred in its
+// parent and blocks all other input except closing the window. It only emits Cancelled; the caller hides it.
 #pragma once
 
 #include <QFrame>
 #include <QPointer>
 
 class QLabel;
+class TElidedLabel;
 class QProgressBar;
 class QPushButton;
 
@@ -20,7 +20,7 @@ class TLoadingPanel : public QFrame {
   void SetMessage(const QString& message);
   // The file or folder and how far it is; cut in the middle where it is too long, the whole in the tool tip.
   void SetDetail(const QString& detail);
-  // With 0 steps the bar says only that something goes on.
+  // 0 steps show a busy bar without progress.
   void SetSteps(int steps);
   void SetStep(int step);
 
@@ -34,18 +34,15 @@ class TLoadingPanel : public QFrame {
   void hideEvent(QHideEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
-  void resizeEvent(QResizeEvent* event) override;
   void showEvent(QShowEvent* event) override;
 
  private:
   [[nodiscard]] bool IsForOthers(const QObject& watched, const QEvent& event) const;
   void Centre();
-  void ElideDetail();
 
   QLabel* FMessage;
-  QLabel* FDetail;
+  TElidedLabel* FDetail;
   QProgressBar* FProgress;
   QPushButton* FCancel;
-  QString FDetailText;
   QPointer<QWidget> FFocusBefore;
 };

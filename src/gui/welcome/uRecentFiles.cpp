@@ -40,14 +40,14 @@ void TRecentFiles::ShowEntries(const std::vector<TRecentEntry>& entries) {
   setVisible(!FPaths.empty());
 }
 
-// The name whole, the folder behind it as far as there is room.
+// The whole name, then as much of the folder as fits.
 void TRecentFiles::FitTexts() {
   for (std::size_t i = 0; i < FPaths.size(); ++i) {
     const QFileInfo file(FPaths[i]);
     const QString path = QDir::toNativeSeparators(FPaths[i]);
     const QString whole = QString("%1  ·  %2").arg(file.fileName(), QDir::toNativeSeparators(file.path()));
     const int room = std::max(width() - 12, 100);
-    // No "&" in a name marks a key.
+    // A single "&" would be a mnemonic.
     FButtons[i]->setText(fontMetrics().elidedText(whole, Qt::ElideMiddle, room).replace("&", "&&"));
     FButtons[i]->setAccessibleName(path);
     FButtons[i]->setToolTip(Qt::convertFromPlainText(path));

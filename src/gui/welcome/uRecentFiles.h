@@ -1,4 +1,4 @@
-// The first of the recent files as a short column of buttons; hidden while there are none.
+// The first recent files as a column of buttons; hidden if there are none.
 #pragma once
 
 #include <QWidget>
@@ -28,6 +28,6 @@ class TRecentFiles : public QWidget {
   void FitTexts();
 
   static constexpr std::size_t kMost = 5;
-  std::vector<QPushButton*> FButtons;  // as many as were ever needed
-  std::vector<QString> FPaths;         // of those that are shown
+  std::vector<QPushButton*> FButtons;  // never fewer than FPaths
+  std::vector<QString> FPaths;         // of the visible buttons
 };

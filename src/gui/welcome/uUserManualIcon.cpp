@@ -16,7 +16,7 @@ constexpr int kIcon = 40;
 constexpr int kMargin = 8;
 constexpr int kLines = 2;
 
-// Wrapped at words, or inside a name that has none; the last line ends in an ellipsis when there is more.
+// Wraps at words, or inside a long word; text beyond the last line is cut with an ellipsis.
 QString InLines(const QString& caption, const QFont& font, int width) {
   const QFontMetrics metrics(font);
   QTextLayout layout(caption, font);

@@ -13,7 +13,7 @@ class TUserManualIcon : public QToolButton {
   void Open();
 
  signals:
-  // The file is gone, or the desktop has no program for it.
+  // The file is missing, or the desktop has no program for it.
   void OpenFailed(const QString& filePath);
 
  protected:

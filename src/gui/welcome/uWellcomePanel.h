@@ -1,5 +1,5 @@
-// The page that is shown while no recording is: what to do first, what was opened last, and the documents of the user
-// manual. Actions are borrowed and shown as they are at any time.
+// The page that is shown without a recording: open commands, recent files and the documents of the user manual. It
+// borrows the actions and follows their changes.
 #pragma once
 
 #include <QWidget>
@@ -20,10 +20,10 @@ class TWellcomePanel : public QWidget {
 
   // The large buttons, from left to right.
   QPushButton* AddButton(QAction* action, const QString& buttonName);
-  // A headed part below the buttons, above those that were added before; takes the widget. Hiding the widget hides the
-  // heading too.
+  // A section below the buttons and above the sections added before; takes the widget. Hiding the widget hides its
+  // heading.
   void AddSection(const QString& heading, QWidget* content);
-  // The manual's part of the page appears with its first icon.
+  // The manual's section appears with its first icon.
   TUserManualIcon* AddUserManualIcon(const QString& objectName, const QString& caption, const QString& filePath);
 
  signals:

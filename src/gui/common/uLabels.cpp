@@ -1,6 +1,14 @@
-#include "gui/common/uElidedLabel.h"
+#include "gui/common/uLabels.h"
 
 #include <QPainter>
+
+QLabel* MakeTitle(const QString& text, QWidget* parent) {
+  auto* label = new QLabel(text, parent);
+  QFont bold = label->font();
+  bold.setBold(true);
+  label->setFont(bold);
+  return label;
+}
 
 TElidedLabel::TElidedLabel(const QString& name, QWidget* parent) : QLabel(parent) {
   setObjectName(name);

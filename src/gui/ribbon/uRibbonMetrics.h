@@ -1,5 +1,5 @@
-// How ribbon and backstage measure, and what they share. Colours come from the palette alone, sizes from the font, so
-// both follow the desktop's scheme and text size.
+// Sizes, line colour and captions of ribbon and backstage. Sizes come from the font and colours from the palette, so
+// both follow the desktop.
 #pragma once
 
 #include <QColor>
@@ -7,15 +7,14 @@
 #include <QPalette>
 #include <QString>
 
-// Thin lines between things.
+// Of separators.
 QColor LineColour(const QPalette& palette);
 
-// A caption without its mnemonic mark and its ellipsis, as it is read aloud and shown as a tool tip.
+// A caption without mnemonic and ellipsis, for screen readers and tool tips.
 QString PlainCaption(const QString& caption);
 
 // Edge lengths and heights in device-independent pixels.
 int RibbonLargeIcon(const QFontMetrics& metrics);
 int RibbonSmallIcon(const QFontMetrics& metrics);
-int RibbonRowHeight(const QFontMetrics& metrics);
 // Three rows, or a large button with two lines of text.
 int RibbonBodyHeight(const QFontMetrics& metrics);

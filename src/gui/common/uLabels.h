@@ -1,8 +1,12 @@
-// A line of text that gives way: cut in the middle where it is too long, whole in the tool tip. Never taken for markup.
+// Labels that several views use.
 #pragma once
 
 #include <QLabel>
 
+// A label in bold.
+QLabel* MakeTitle(const QString& text, QWidget* parent);
+
+// A line of plain text. Text that is too long is cut in the middle and shown whole in the tool tip.
 class TElidedLabel : public QLabel {
   Q_OBJECT
 

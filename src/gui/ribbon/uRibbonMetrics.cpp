@@ -1,4 +1,4 @@
-#include "gui/ribbon/uFlat.h"
+#include "gui/ribbon/uRibbonMetrics.h"
 
 #include <algorithm>
 
@@ -27,10 +27,6 @@ int RibbonSmallIcon(const QFontMetrics& metrics) {
   return std::max(16, metrics.height());
 }
 
-int RibbonRowHeight(const QFontMetrics& metrics) {
-  return RibbonSmallIcon(metrics) + 7;
-}
-
 int RibbonBodyHeight(const QFontMetrics& metrics) {
-  return std::max(3 * RibbonRowHeight(metrics), RibbonLargeIcon(metrics) + 2 * metrics.height() + 7);
+  return std::max(3 * (RibbonSmallIcon(metrics) + 7), RibbonLargeIcon(metrics) + 2 * metrics.height() + 7);
 }
