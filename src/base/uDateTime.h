@@ -32,6 +32,10 @@ std::string DateTimeMask();
 // amount behind a "-"; what is not finite reads as in GeneralFloat.
 std::string FormatDuration(double days);
 
+// A length of time in days in its two largest units, rounded: "3 d 4 h", "10 d", "9 h 12 min", "45.5 s" below a minute.
+// A negative one is that of its amount; what is not finite reads as in GeneralFloat.
+std::string DurationInWords(double days);
+
 // A date-time in a mask of yyyy yy mm m dd d (date) and hh h nn n ss s zzz z (time of day; z is milliseconds without
 // leading zeros). Every other character stands for itself. The time of day is rounded to whole milliseconds first, so
 // there is never a second 60 or a millisecond 1000; 24 hours are the next date. A value outside the years 1 … 9999 is

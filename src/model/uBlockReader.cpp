@@ -25,7 +25,7 @@ constexpr std::size_t kNoColumn = std::numeric_limits<std::size_t>::max();
 
 // Bytes that the mission takes in the end: the items of the model, the heap's own, and their rows in the tables; of an
 // event its metrics, too.
-constexpr std::size_t kEventCost = sizeof(TEvent) + 32 + 160 + 48;
+constexpr std::size_t kEventCost = sizeof(TEvent) + 32 + 160 + 56;
 constexpr std::size_t kReadingCost = sizeof(TSensorValue) + 24;
 constexpr std::size_t kSensorCost = sizeof(TSensor) + 32;
 
