@@ -16,7 +16,7 @@ struct TSpanMs {
   double to = -kInfinity;
 };
 
-// Gathers the readings beyond one limit, whose verdict it borrows.
+// Gathers the readings beyond one limit, whose verdict it borrows. Those that touch are one excursion.
 class TExcursions {
  public:
   TExcursions(TLimitVerdict& verdict, double startTime) : FVerdict(verdict), FStartTime(startTime) {}
@@ -97,8 +97,8 @@ void JudgeSensor(const TSensorTask& task, const TJudgedLimits* limits, TSensorVe
     if (!counts) return;
     TakeExtremes(value, DateTimeOf(task.startTime, time), verdict);
     if (limits == nullptr) return;
-    IsBelow(limits->values, value) ? below.Add(begin, end, value) : below.End();
-    IsAbove(limits->values, value) ? above.Add(begin, end, value) : above.End();
+    if (IsBelow(limits->values, value)) below.Add(begin, end, value);
+    if (IsAbove(limits->values, value)) above.Add(begin, end, value);
   });
   below.End();
   above.End();

@@ -74,8 +74,9 @@ TEST(VerdictOfEvents, CountsPeakIntensityClippedAndAboveTheLimits) {
   mission.AddEvent({0, 2, -9, 9, 2, 0});       // the peak, first on the negative side
   mission.AddEvent({0, 8, 8, 8, 8, 8, 8, 0});  // clipped, and the most intense
   mission.AddEvent({0, 9, 0});                 // as high as the peak, but later
+  mission.AddEvent({0, 8, 8, 8, 8, 8, 8, 0});  // as intense, but later
   const TVerdict verdict = mission.Judge();
-  EXPECT_EQ(verdict.events, 4U);
+  EXPECT_EQ(verdict.events, 5U);
   ASSERT_TRUE(verdict.peak && verdict.worst && verdict.above);
   EXPECT_EQ(verdict.peak->event, 1U);
   EXPECT_EQ(verdict.peak->value, 9);
@@ -85,10 +86,10 @@ TEST(VerdictOfEvents, CountsPeakIntensityClippedAndAboveTheLimits) {
   EXPECT_EQ(verdict.worst->event, 2U);
   EXPECT_EQ(verdict.worst->value, 35);
   EXPECT_TRUE(verdict.worst->clipped);
-  EXPECT_THAT(verdict.clipped, ElementsAre(2));
-  EXPECT_EQ(verdict.above->count, 3U);
+  EXPECT_THAT(verdict.clipped, ElementsAre(2, 4));
+  EXPECT_EQ(verdict.above->count, 4U);
   EXPECT_EQ(verdict.firstTime, At(0));
-  EXPECT_EQ(verdict.lastTime, At(3002));
+  EXPECT_EQ(verdict.lastTime, At(4007));
 }
 
 TEST(VerdictOfEvents, APartHoldsWhatFilterAndTimeLetThrough) {
@@ -225,6 +226,18 @@ TEST(VerdictOfSensors, ASpanCutsWhatLiesOutside) {
   EXPECT_FALSE(mission.Judge(UserLimits(), {.time = {At(100), At(200)}, .events = {}}).sensors[0].min);
 }
 
+TEST(VerdictOfSensors, AReadingThatEndsWhereThePartBeginsIsNotInItAndOneAtItsEndIs) {
+  constexpr double kStep = kMsPerDay / 1024;  // a date-time holds it to the last bit
+  TMission mission;
+  mission.AddSensor("RH", {{0, 61}, {kStep, 50}, {2 * kStep, 20}, {3 * kStep, 50}});
+  const TSensorVerdict sensor =
+      mission.Judge(UserLimits(), {.time = {At(kStep), At(2 * kStep)}, .events = {}}).sensors[0];
+  EXPECT_FALSE(sensor.above.IsOut());
+  EXPECT_EQ(sensor.max->value, 50);
+  EXPECT_EQ(sensor.below.excursions, 1U);
+  EXPECT_EQ(sensor.below.timeOut, 0);
+}
+
 TEST(VerdictOfSensors, TheLongestOutLeadsAndDefaultLimitsNeverDo) {
   TMission mission;
   mission.AddSensor("Pressure", {{0, 0}, {10, 0}, {100, 0}});                            // never out
@@ -250,12 +263,13 @@ TEST(VerdictOfSensors, TheLongestOutLeadsAndDefaultLimitsNeverDo) {
 TEST(Verdict, WithoutLimitsItGivesExtremesOnly) {
   TMission mission;
   mission.AddEvent({0, 20, 0});
-  mission.AddSensor("RH", {{0, 50}, {10, 99}, {20, 1}, {30, kNaN}, {40, 99}});
+  mission.AddSensor("RH", {{0, 50}, {10, 99}, {20, 1}, {30, kNaN}, {40, 99}, {50, 1}});
   const TVerdict verdict = mission.Judge(std::nullopt);
   EXPECT_FALSE(verdict.above || verdict.worstSensor);
   EXPECT_EQ(verdict.SensorsOut(), 0U);
   EXPECT_EQ(verdict.peak->value, 20);
   EXPECT_EQ(verdict.sensors[0].min->value, 1);
+  EXPECT_EQ(verdict.sensors[0].min->time, At(20));
   EXPECT_EQ(verdict.sensors[0].max->value, 99);
   EXPECT_EQ(verdict.sensors[0].max->time, At(10));
 }
