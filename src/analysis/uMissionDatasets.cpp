@@ -248,6 +248,8 @@ void LoadKorvexFileData(const TMissionData& mission, const TEventList& events, c
   progress.SetPosition(5.0);
   FillSensors(events, sensors, progress, datasets.Sensors);
   FillBattery(events, sensors, progress, datasets.Battery);
+  datasets.SensorMetrics.clear();
+  for (const TSensor& sensor : sensors.Sensors()) datasets.SensorMetrics.push_back(CalcSensorMetrics(sensor));
   ApplyAnalogNames(options.analogNames, datasets);
   ApplyDateFormat(datasets);
 }

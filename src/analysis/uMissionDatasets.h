@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "analysis/uDataset.h"
+#include "analysis/uSensorMetrics.h"
 #include "analysis/uShockMetrics.h"
 #include "base/uProgress.h"
 #include "model/uEvents.h"
@@ -38,7 +39,8 @@ struct TMissionDatasets {
   TDataset Sensors;    // a row a reading of the first sensor that is none of battery, marker, pressure
   TDataset Battery;    // a row a reading; no fields when there is no battery channel
 
-  std::vector<TEventMetrics> Metrics;  // of each event of the list
+  std::vector<TEventMetrics> Metrics;         // of each event of the list
+  std::vector<TSensorMetrics> SensorMetrics;  // of each sensor of the list
 };
 
 // Why there is no battery table.

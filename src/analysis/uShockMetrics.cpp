@@ -1,6 +1,7 @@
 #include "analysis/uShockMetrics.h"
 
 #include <algorithm>
+#include <array>
 #include <atomic>
 
 namespace {
@@ -64,6 +65,61 @@ class TIntegralOverThreshold {
   bool FInRun = false;
 };
 
+// An axis at rest repeats values, too, so only extremes near the event's largest count. The ranges of the axes differ a
+// little by rounding and calibration.
+constexpr float kNearMaximum = 0.9F;
+
+// Whether three neighbouring samples stand at the extreme of one side of an axis.
+class TClippedSide {
+ public:
+  explicit TClippedSide(float floor) : FExtreme(floor) {}
+
+  // `amount` is g towards this side.
+  void Add(float amount) {
+    if (amount > FExtreme) {
+      FExtreme = amount;
+      FRun = 1;
+      FClipped = false;
+    } else if (amount == FExtreme) {
+      if (++FRun == 3) FClipped = true;
+    } else {
+      FRun = 0;
+    }
+  }
+  [[nodiscard]] bool IsClipped() const { return FClipped; }
+
+ private:
+  float FExtreme;  // at first what an extreme has to reach
+  int FRun = 0;    // neighbouring samples at the extreme
+  bool FClipped = false;
+};
+
+class TClipping {
+ public:
+  explicit TClipping(float maxSingle) : FSides{MakeSides(maxSingle * kNearMaximum)} {}
+
+  void Add(const TEventValue& sample) {
+    AddAxis(sample.xvalue, FSides[0], FSides[1]);
+    AddAxis(sample.yvalue, FSides[2], FSides[3]);
+    AddAxis(sample.zvalue, FSides[4], FSides[5]);
+  }
+  [[nodiscard]] bool IsClipped() const { return std::ranges::any_of(FSides, &TClippedSide::IsClipped); }
+
+ private:
+  using TSides = std::array<TClippedSide, 6>;
+
+  static TSides MakeSides(float floor) {
+    const TClippedSide side(floor);
+    return {side, side, side, side, side, side};
+  }
+  static void AddAxis(float value, TClippedSide& positive, TClippedSide& negative) {
+    positive.Add(value);
+    negative.Add(-value);
+  }
+
+  TSides FSides;
+};
+
 }  // namespace
 
 TThresholds ThresholdsOf(const TMissionData& mission) {
@@ -77,14 +133,17 @@ TEventMetrics CalcEventMetrics(const TEvent& event, const TThresholds& levels, s
   TEventMetrics metrics;
   TTimeOverThreshold tot(levels, event.GetStartTime());
   TIntegralOverThreshold iot(levels.iot);
+  TClipping clipping(event.MaxSingle);
   for (const TEventValue& sample : samples) {
     const double magnitude = Magnitude(sample);
     const bool ended = tot.Add(sample.time, magnitude, &sample == &samples.back(), metrics);
     if (ended && intervals != nullptr) intervals->push_back(tot.Interval);
     iot.Add(sample.time, magnitude, metrics);
+    clipping.Add(sample);
     metrics.minTime = std::min(metrics.minTime, sample.time);
     metrics.maxTime = std::max(metrics.maxTime, sample.time);
   }
+  metrics.clipped = event.MaxSingle > 0 && clipping.IsClipped();
   return metrics;
 }
 

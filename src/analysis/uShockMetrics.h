@@ -45,6 +45,9 @@ struct TEventMetrics {
   // maxTime.
   double minTime = std::numeric_limits<double>::infinity();
   double maxTime = -std::numeric_limits<double>::infinity();
+  // Three neighbouring samples stand at one extreme of an axis, and that extreme reaches nine tenths of MaxSingle: the
+  // sensor was at the end of its range, and the true peak is higher.
+  bool clipped = false;
 };
 
 // Walks the samples once. Appends to `intervals`, where it is given, the recorded times in ms of the samples that begin

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <cmath>
 #include <cstdint>
+#include <iterator>
 #include <utility>
 
 #include "base/uText.h"
@@ -70,6 +71,25 @@ std::string FormatDuration(double days) {
   const std::string ofDay = FormatDateTime("hh:nn:ss.zzz", (ms - wholeDays * kMsPerDay) / kMsPerDay);
   const std::string length = wholeDays > 0 ? fmt::format("{:.0f} d {}", wholeDays, ofDay) : ofDay;
   return days < 0 && ms > 0 ? "-" + length : length;
+}
+
+std::string DurationInWords(double days) {
+  struct TUnit {
+    const char* name;
+    double seconds;
+  };
+  constexpr TUnit kUnits[] = {{"d", 86400}, {"h", 3600}, {"min", 60}, {"s", 1}};
+  const double seconds = std::fabs(days) * kUnits[0].seconds;
+  if (!std::isfinite(seconds)) return GeneralFloat(days);
+  if (seconds < 59.95) return MaskFloat("0.#", seconds) + " s";
+  // The smallest pair of units in which the rounded length stays below the next larger unit.
+  std::size_t i = std::size(kUnits) - 2;
+  while (i > 0 && std::round(seconds / kUnits[i + 1].seconds) * kUnits[i + 1].seconds >= kUnits[i - 1].seconds) --i;
+  const double perUnit = kUnits[i].seconds / kUnits[i + 1].seconds;
+  const double parts = std::round(seconds / kUnits[i + 1].seconds);
+  const double rest = std::fmod(parts, perUnit);
+  const std::string text = fmt::format("{:.0f} {}", (parts - rest) / perUnit, kUnits[i].name);
+  return rest > 0 ? fmt::format("{} {:.0f} {}", text, rest, kUnits[i + 1].name) : text;
 }
 
 std::string FormatDateTime(std::string_view mask, double dateTime) {

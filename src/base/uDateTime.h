@@ -32,6 +32,10 @@ std::string DateTimeMask();
 // is not finite reads as in GeneralFloat.
 std::string FormatDuration(double days);
 
+// A length of time in days in its two largest units, rounded: "3 d 4 h", "10 d", "9 h 12 min", "45.5 s" below a minute.
+// A negative one is that of its amount; what is not finite reads as in GeneralFloat.
+std::string DurationInWords(double days);
+
 // A date-time in a mask of yyyy yy mm m dd d (date) and hh h nn n ss s zzz z (time of day; z is milliseconds without
 // leading zeros). Any other character is copied. The time of day is first rounded to whole milliseconds, and 24:00 is
 // the next date. A value outside the years 1 … 9999 is written as a number.

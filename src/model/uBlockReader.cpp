@@ -24,7 +24,7 @@ constexpr std::size_t kReadingSize = sizeof(float);
 constexpr std::size_t kNoColumn = std::numeric_limits<std::size_t>::max();
 
 // Bytes in memory, with the heap's overhead and the row in the tables; for an event also its metrics.
-constexpr std::size_t kEventCost = sizeof(TEvent) + 32 + 160 + 48;
+constexpr std::size_t kEventCost = sizeof(TEvent) + 32 + 160 + 56;
 constexpr std::size_t kReadingCost = sizeof(TSensorValue) + 24;
 constexpr std::size_t kSensorCost = sizeof(TSensor) + 32;
 

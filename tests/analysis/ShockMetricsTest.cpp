@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 using testing::ElementsAre;
 using testing::Pair;
 
@@ -63,6 +65,34 @@ TEST(IntegralOverThreshold, RunReachingTheLastPairIsLeftOutOfTheMaximum) {
 TEST(IntegralOverThreshold, ASampleAtTheLevelOrAloneGivesNothing) {
   EXPECT_EQ(MetricsOf({4, 9, 4}, kLevels).iotTotal, 0);
   EXPECT_EQ(MetricsOf({9}, kLevels).iotTotal, 0);
+}
+
+TEST(Clipping, NeedsThreeNeighboursAtTheExtremeOfASideNearTheEventsLargest) {
+  const float nan = std::nanf("");
+  const struct {
+    std::vector<float> x, y;
+    bool clipped;
+  } cases[] = {{{0, 9, 9, 9, 0}, {}, true},
+               {{0, 9, 9, 0, 9}, {}, false},
+               {{0, -9, -9, -9}, {}, true},
+               {{5, 5, 5, 9}, {}, false},
+               {{9, 1, 9, 9, 9}, {}, true},
+               {{9, 9, -9, 9}, {}, false},
+               {{9, 9, nan, 9}, {}, false},
+               {{0, 0, 0}, {}, false},
+               {{nan, nan, nan}, {}, false},
+               // The other axis at rest, and at the end of a range that is a little smaller.
+               {{0, 9, 0}, {0.1F, 0.1F, 0.1F}, false},
+               {{0, 10, 0}, {-9.5F, -9.5F, -9.5F}, true},
+               {{9.9F, -10, 9.9F, 9.9F, 9.9F}, {}, true}};
+  for (const auto& c : cases) {
+    TEventList events;
+    events.NewEvent();
+    for (std::size_t i = 0; i < c.x.size(); ++i) {
+      events.AddValues(static_cast<double>(i), c.x[i], c.y.empty() ? 0 : c.y[i], 0);
+    }
+    EXPECT_EQ(CalcEventMetrics(events.GetItem(0), kLevels).clipped, c.clipped) << testing::PrintToString(c.x);
+  }
 }
 
 TEST(Thresholds, WithoutAHeaderTimeAndIntegralHaveDifferentLevels) {

@@ -107,6 +107,20 @@ TEST(DateTime, ADurationIsWrittenToTheMillisecondAndMayBeNegative) {
   EXPECT_EQ(FormatDuration(-kInfinity), "-INF");
 }
 
+TEST(DateTime, ADurationInWordsHasItsTwoLargestUnitsRounded) {
+  constexpr double kSecond = 1.0 / 86400;
+  EXPECT_EQ(DurationInWords(3 + 4.4 / 24), "3 d 4 h");
+  EXPECT_EQ(DurationInWords(10), "10 d");
+  EXPECT_EQ(DurationInWords(1 - 0.6 * kSecond), "1 d");
+  EXPECT_EQ(DurationInWords(9.2 / 24), "9 h 12 min");
+  EXPECT_EQ(DurationInWords(3599 * kSecond), "59 min 59 s");
+  EXPECT_EQ(DurationInWords(3599.6 * kSecond), "1 h");
+  EXPECT_EQ(DurationInWords(59.96 * kSecond), "1 min");
+  EXPECT_EQ(DurationInWords(45.47 * kSecond), "45.5 s");
+  EXPECT_EQ(DurationInWords(0), "0 s");
+  EXPECT_EQ(DurationInWords(kInfinity), "INF");
+}
+
 TEST(DateTime, AValueThatIsNoDateIsWrittenAsANumber) {
   EXPECT_EQ(FormatDateTime("yyyy", kInfinity), "INF");
   EXPECT_EQ(FormatDateTime("yyyy", std::numeric_limits<double>::quiet_NaN()), "NAN");

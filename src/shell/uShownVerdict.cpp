@@ -1,0 +1,177 @@
+#include "shell/uShownVerdict.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+
+#include "base/uDateTime.h"
+#include "base/uText.h"
+#include "shell/uSettingsStore.h"
+
+namespace {
+
+TLimitSource SourceOf(double limit, std::string_view control) {
+  return limit == std::get<double>(DefaultOf(FindSetting(control))) ? TLimitSource::Default : TLimitSource::User;
+}
+
+std::string Value(TQuantity quantity, double value, const TDisplaySettings& settings) {
+  return MaskFloat(settings.Formats[static_cast<std::size_t>(quantity)], value);
+}
+
+std::string WithUnit(const std::string& value, std::string_view unit) {
+  return unit.empty() ? value : fmt::format("{} {}", value, unit);
+}
+
+// "above 60 %RH", "above 60 %RH (default limit)".
+std::string Beyond(std::string_view side, std::string_view limit, std::string_view unit, TLimitSource source) {
+  return fmt::format("{} {}{}", side, WithUnit(std::string(limit), unit),
+                     source == TLimitSource::Default ? " (default limit)" : "");
+}
+
+// As it stands inside a sentence; a name that the user gave stays as it is.
+std::string SensorName(const TQuantityRow& quantity, const TDisplaySettings& settings) {
+  const auto* input = std::ranges::find(kAnalogInputs, &quantity);
+  if (input != kAnalogInputs.end()) {
+    const std::string& name = settings.AnalogNames[static_cast<std::size_t>(input - kAnalogInputs.begin())];
+    return name.empty() ? std::string(quantity.sensorName) : name;
+  }
+  std::string name(quantity.cardField);
+  if (!name.empty()) name[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(name[0])));
+  return name;
+}
+
+std::string Moment(double time, const TDisplaySettings& settings) {
+  return FormatDateTime(settings.DateFormat + " hh:nn", time);
+}
+
+void AppendClause(std::string& sentence, std::string_view clause) {
+  if (clause.empty()) return;
+  if (!sentence.empty()) sentence += "; ";
+  sentence += clause;
+}
+
+std::string Counted(std::size_t count, std::string_view what) {
+  return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
+}
+
+// The worst sensor, and how many others are out.
+std::string SensorsClause(const TVerdict& verdict, const TDisplaySettings& settings) {
+  if (!verdict.worstSensor) {
+    const bool anyReading =
+        std::ranges::any_of(verdict.sensors, [](const TSensorVerdict& sensor) { return sensor.min.has_value(); });
+    return anyReading ? "no sensor out of limits" : "";
+  }
+  const TWorstSensor& worst = *verdict.worstSensor;
+  std::string clause = OutOfLimitsText(verdict.sensors[worst.index], worst.byDefaultLimits, settings);
+  const std::size_t others = verdict.SensorsOut() - 1;
+  if (others > 0) clause += fmt::format(", {} out of limits", Counted(others, "more sensor"));
+  return clause;
+}
+
+std::string ExtremesClause(const TVerdict& verdict, const TDisplaySettings& settings) {
+  std::string clause;
+  for (const TSensorVerdict& sensor : verdict.sensors) {
+    if (const std::string text = ExtremesText(sensor, settings); !text.empty()) AppendListItem(clause, text);
+  }
+  return clause;
+}
+
+}  // namespace
+
+std::optional<TVerdictLimits> LimitsInForce(const TDisplaySettings& settings) {
+  if (!settings.AlarmActive) return std::nullopt;
+  TVerdictLimits limits;
+  for (std::size_t i = 0; i < limits.size(); ++i) {
+    const auto [low, high] = settings.Limits[i];
+    limits[i] = {settings.Limits[i], SourceOf(low, kQuantityControls[i].min), SourceOf(high, kQuantityControls[i].max)};
+  }
+  if (settings.AccelerationFromFile) {
+    TJudgedLimits& acceleration = limits[static_cast<std::size_t>(TQuantity::Acceleration)];
+    acceleration.minSource = acceleration.maxSource = TLimitSource::File;
+  }
+  return limits;
+}
+
+TVerdict VerdictOf(const TShownMission& mission, const TVerdictPart& part) {
+  TVerdict verdict =
+      JudgeMission(mission.Events, mission.Sensors, mission.Tables, LimitsInForce(mission.Display), part);
+  verdict.damaged = !mission.Damage.empty();
+  return verdict;
+}
+
+std::string EventsAboveText(const TVerdict& verdict, const TDisplaySettings& settings) {
+  if (!verdict.above) return "no limits are set";
+  if (verdict.events == 0) return "no events";
+  const TEventsAbove& above = *verdict.above;
+  const auto [low, high] = above.limits.values;
+  if (above.limits.maxSource == TLimitSource::File) {
+    const std::string level = Value(TQuantity::Acceleration, high, settings);
+    const std::string who = above.count == verdict.events
+                                ? std::string(verdict.events == 1 ? "the event exceeds" : "all events exceed")
+                                : fmt::format("{} of {} events exceed", above.count, verdict.events);
+    return fmt::format("{} the trigger level of {} g; set limits to judge", who, level);
+  }
+  const std::string count = above.count == 0 ? "none" : std::to_string(above.count);
+  // Peaks have no sign, so only a lower limit above 0 can be crossed.
+  const std::string beyond = low > 0 ? Beyond("outside", fmt::format("{} … {}", GeneralFloat(low), GeneralFloat(high)),
+                                              "g", above.limits.maxSource)
+                                     : Beyond("above", GeneralFloat(high), "g", above.limits.maxSource);
+  return fmt::format("{} of {} {}", count, Counted(verdict.events, "event"), beyond);
+}
+
+std::string PeakText(const TPeakVerdict& peak, const TDisplaySettings& settings) {
+  if (peak.axisValue == 0) return Value(TQuantity::Acceleration, peak.value, settings) + " g";
+  const std::string clipped = peak.clipped ? ", clipped: the true peak is higher" : "";
+  return fmt::format("{} g ({} g on {}{})", Value(TQuantity::Acceleration, peak.value, settings),
+                     Value(TQuantity::Acceleration, peak.axisValue, settings), peak.axis, clipped);
+}
+
+std::string ClippedText(const TVerdict& verdict) {
+  if (verdict.clipped.empty()) return "";
+  if (verdict.clipped.size() == 1) return fmt::format("event {} clipped: its true peak is higher", verdict.clipped[0]);
+  return fmt::format("{} of {} events clipped: their true peaks are higher", verdict.clipped.size(), verdict.events);
+}
+
+std::string OutOfLimitsText(const TSensorVerdict& sensor, bool byDefaultLimits, const TDisplaySettings& settings) {
+  std::string beyond;
+  double timeOut = 0;
+  const TExcursion* first = nullptr;
+  const auto add = [&](std::string_view side, const TLimitVerdict& limit) {
+    if (!limit.IsOut() || (!byDefaultLimits && limit.source == TLimitSource::Default)) return;
+    if (!beyond.empty()) beyond += " or ";
+    beyond += Beyond(side, GeneralFloat(limit.limit), sensor.quantity->unit, limit.source);
+    timeOut += limit.timeOut;
+    if (first == nullptr || limit.first->begin < first->begin) first = &*limit.first;
+  };
+  add("below", sensor.below);
+  add("above", sensor.above);
+  if (beyond.empty()) return "";
+  // A single reading has no length.
+  const std::string when =
+      timeOut > 0 ? "for " + DurationInWords(timeOut / kMsPerDay) : "on " + Moment(first->begin, settings);
+  return fmt::format("{} {} {}", SensorName(*sensor.quantity, settings), beyond, when);
+}
+
+std::string ExtremesText(const TSensorVerdict& sensor, const TDisplaySettings& settings) {
+  if (!sensor.min || !sensor.max) return "";
+  const TQuantity quantity = *sensor.quantity->quantity;
+  const std::string range = fmt::format("{} … {}", Value(quantity, sensor.min->value, settings),
+                                        Value(quantity, sensor.max->value, settings));
+  return fmt::format("{} {}", SensorName(*sensor.quantity, settings), WithUnit(range, sensor.quantity->unit));
+}
+
+std::string VerdictSentence(const TVerdict& verdict, const TDisplaySettings& settings) {
+  std::string sentence = EventsAboveText(verdict, settings);
+  if (!verdict.above) AppendClause(sentence, verdict.events == 0 ? "no events" : Counted(verdict.events, "event"));
+  if (verdict.peak) {
+    AppendClause(sentence, fmt::format("the worst, event {}, reached {} on {}", verdict.peak->event,
+                                       PeakText(*verdict.peak, settings), Moment(verdict.peak->time, settings)));
+  }
+  const bool saidAll = verdict.clipped.size() == 1 && verdict.peak->clipped;
+  if (!saidAll) AppendClause(sentence, ClippedText(verdict));
+  AppendClause(sentence, verdict.above ? SensorsClause(verdict, settings) : ExtremesClause(verdict, settings));
+  if (verdict.damaged) AppendClause(sentence, "the recording is damaged, and only what could be read is judged");
+  return sentence;
+}

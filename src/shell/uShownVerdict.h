@@ -1,0 +1,38 @@
+// The verdict on the shown mission, and its words for the overview's strip and the report. Values stand in the formats
+// of the settings, limits as they were typed. Texts may hold names that the user gave, with whatever characters.
+// Main thread only.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "analysis/uVerdict.h"
+#include "shell/uDisplaySettings.h"
+#include "shell/uShownMission.h"
+
+// The limits in force and where each comes from; nothing while the alarm is off. A limit that equals its default counts
+// as one that nobody chose.
+std::optional<TVerdictLimits> LimitsInForce(const TDisplaySettings& settings);
+
+TVerdict VerdictOf(const TShownMission& mission, const TVerdictPart& part = {});
+
+// "12 of 300 events above 6 g"; "all events exceed the trigger level of 4 g; set limits to judge"; "no limits are set".
+std::string EventsAboveText(const TVerdict& verdict, const TDisplaySettings& settings);
+
+// "19.76 g (16 g on Y-pos, clipped: the true peak is higher)".
+std::string PeakText(const TPeakVerdict& peak, const TDisplaySettings& settings);
+
+// "3 of 300 events clipped: their true peaks are higher"; empty when none is.
+std::string ClippedText(const TVerdict& verdict);
+
+// "humidity above 60 %RH for 3 d 4 h", "temperature below -4 °C or above 40 °C (default limit) for 2 h". Without
+// `byDefaultLimits` only what is beyond limits that somebody chose. Empty when the sensor is out of no such limit.
+std::string OutOfLimitsText(const TSensorVerdict& sensor, bool byDefaultLimits, const TDisplaySettings& settings);
+
+// "humidity 40.2 … 72.9 %RH"; empty without a reading.
+std::string ExtremesText(const TSensorVerdict& sensor, const TDisplaySettings& settings);
+
+// All of it in one sentence, without its period: "12 of 300 events above 6 g; the worst, event 171, reached 19.76 g (16
+// g on Y-pos, clipped: the true peak is higher) on 2026-03-04 13:26; humidity above 60 %RH for 3 d 4 h". Without limits
+// it says so and gives the extremes of the sensors.
+std::string VerdictSentence(const TVerdict& verdict, const TDisplaySettings& settings);

@@ -1,0 +1,133 @@
+#include "shell/uShownVerdict.h"
+
+#include <gtest/gtest.h>
+
+#include "shell/uMainScreen.h"
+#include "tests/support/uLoggingScreen.h"
+#include "tests/support/uThreeEvents.h"
+
+namespace {
+
+// The defaults, but for a full date.
+TDisplaySettings Settings(const TMissionData& mission = {}, const TLoggingScreen& screen = {}) {
+  TDisplaySettings settings = ReadDisplaySettings(mission, screen);
+  settings.DateFormat = "yyyy-mm-dd";
+  return settings;
+}
+
+TSensorVerdict Sensor(std::string_view name) {
+  return {0, FindQuantity(&TQuantityRow::sensorName, name), TReadingAt{8.125F, 0}, TReadingAt{72.5F, 0}, {}, {}};
+}
+
+constexpr double kDay = 86400000;
+constexpr double kMoment = 46085.5596;  // 2026-03-04 13:25:49
+
+TLimitVerdict Out(double limit, double timeOut, TLimitSource source = TLimitSource::User) {
+  const TExcursion excursion{kMoment, timeOut, 0};
+  return {limit, source, timeOut, 1, excursion, excursion};
+}
+
+TVerdict Example() {
+  TVerdict verdict;
+  verdict.events = 300;
+  verdict.peak = {171, 19.76F, 16, "Y-pos", kMoment, true};
+  verdict.clipped = {171};
+  verdict.above = {12, {{-6, 6}}};
+  verdict.sensors = {Sensor("RH")};
+  verdict.sensors[0].above = Out(60, (3 + 4.0 / 24) * kDay);
+  verdict.worstSensor = {0, false, 0};
+  return verdict;
+}
+
+TEST(VerdictSentence, SaysWhatHappenedInOneSentence) {
+  TVerdict verdict = Example();
+  EXPECT_EQ(VerdictSentence(verdict, Settings()),
+            "12 of 300 events above 6 g; the worst, event 171, reached 19.76 g (16 g on Y-pos, clipped: the true peak "
+            "is higher) on 2026-03-04 13:25; humidity above 60 %RH for 3 d 4 h");
+  verdict.clipped = {3, 171};
+  verdict.above->count = 0;
+  verdict.above->limits.values = {2, 25.25};
+  verdict.sensors = {Sensor("A1"), Sensor("Temperature RH")};
+  verdict.sensors[0].above = Out(0.5, 0);
+  verdict.sensors[1].below = Out(-4, kDay, TLimitSource::Default);
+  verdict.damaged = true;
+  TDisplaySettings settings = Settings();
+  settings.AnalogNames[0] = "Strain Left";
+  EXPECT_EQ(VerdictSentence(verdict, settings),
+            "none of 300 events outside 2 … 25.25 g; the worst, event 171, reached 19.76 g (16 g on Y-pos, clipped: "
+            "the true peak is higher) on 2026-03-04 13:25; 2 of 300 events clipped: their true peaks are higher; "
+            "Strain Left above 0.5 on 2026-03-04 13:25, 1 more sensor out of limits; the recording is damaged, and "
+            "only what could be read is judged");
+}
+
+TEST(VerdictSentence, WithoutLimitsSaysSoAndGivesExtremes) {
+  TVerdict verdict = Example();
+  verdict.above.reset();
+  verdict.peak->clipped = false;
+  verdict.clipped.clear();
+  verdict.sensors = {Sensor("RH"), Sensor("A2"), Sensor("Battery")};
+  verdict.sensors[1].min.reset();
+  EXPECT_EQ(VerdictSentence(verdict, Settings()),
+            "no limits are set; 300 events; the worst, event 171, reached 19.76 g (16 g on Y-pos) on 2026-03-04 13:25; "
+            "humidity 8.125 … 72.5 %RH, battery 8.125 … 72.5 V");
+  EXPECT_EQ(VerdictSentence({}, Settings()), "no limits are set; no events");
+}
+
+TEST(VerdictTexts, NameTheTriggerLevelAndDefaultLimits) {
+  TVerdict verdict = Example();
+  verdict.above = {300, {{-4, 4}, TLimitSource::File, TLimitSource::File}};
+  EXPECT_EQ(EventsAboveText(verdict, Settings()), "all events exceed the trigger level of 4 g; set limits to judge");
+  verdict.above->count = 299;
+  EXPECT_EQ(EventsAboveText(verdict, Settings()),
+            "299 of 300 events exceed the trigger level of 4 g; set limits to judge");
+  verdict.events = verdict.above->count = 1;
+  verdict.above->limits = {{-6, 6}, TLimitSource::Default, TLimitSource::Default};
+  EXPECT_EQ(EventsAboveText(verdict, Settings()), "1 of 1 event above 6 g (default limit)");
+
+  TSensorVerdict sensor = Sensor("Temperature");
+  sensor.below = Out(-4, kDay, TLimitSource::Default);
+  sensor.above = Out(35.5, kDay / 2);
+  EXPECT_EQ(OutOfLimitsText(sensor, true, Settings()),
+            "temperature below -4 °C (default limit) or above 35.5 °C for 1 d 12 h");
+  EXPECT_EQ(OutOfLimitsText(sensor, false, Settings()), "temperature above 35.5 °C for 12 h");
+  EXPECT_EQ(OutOfLimitsText(Sensor("Temperature"), true, Settings()), "");
+}
+
+TEST(LimitsInForce, SayWhereEachComesFrom) {
+  TLoggingScreen screen;
+  TMissionData mission;
+  mission.bValid = true;
+  mission.adxl_level_on = 4;
+  EXPECT_FALSE(LimitsInForce(Settings(mission, screen)));
+  screen.Values["barbtnlrgAlarm"] = true;
+  screen.Values["dxBarSpinAlarmRHMax"] = 55.0;
+  const auto source = [&](TQuantity quantity) {
+    const TJudgedLimits limits = (*LimitsInForce(Settings(mission, screen)))[static_cast<std::size_t>(quantity)];
+    return std::pair(limits.minSource, limits.maxSource);
+  };
+  EXPECT_EQ(source(TQuantity::Acceleration), std::pair(TLimitSource::File, TLimitSource::File));
+  EXPECT_EQ(source(TQuantity::Humidity), std::pair(TLimitSource::Default, TLimitSource::User));
+  EXPECT_EQ(source(TQuantity::Battery), std::pair(TLimitSource::Default, TLimitSource::Default));
+  screen.Values["chboxLoadAccAlarmFromFile"] = false;
+  EXPECT_EQ(source(TQuantity::Acceleration), std::pair(TLimitSource::Default, TLimitSource::Default));
+  screen.Values["dxBarSpinAlarmAccMax"] = 5.0;
+  EXPECT_EQ(source(TQuantity::Acceleration), std::pair(TLimitSource::Default, TLimitSource::User));
+}
+
+TEST(VerdictOf, TheShownMissionTakesItsDamageAndItsAlarm) {
+  Read(ThreeEvents());
+  TShownMission mission;
+  TNoProgress progress;
+  LoadKorvexFileData(mission.Data, mission.Events, mission.Sensors, {}, progress, mission.Tables);
+  TLoggingScreen screen;
+  screen.Values["barbtnlrgAlarm"] = true;
+  mission.Display = Settings(mission.Data, screen);
+  mission.Damage = "cut short";
+  EXPECT_EQ(
+      VerdictSentence(VerdictOf(mission), mission.Display),
+      "all events exceed the trigger level of 2 g; set limits to judge; the worst, event 0, reached 20 g (20 g on "
+      "X-pos) on 2023-07-16 06:00; 2 of 3 events clipped: their true peaks are higher; no sensor out of limits; "
+      "the recording is damaged, and only what could be read is judged");
+}
+
+}  // namespace
