@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "shell/uColourNames.h"
-#include "shell/uMainScreen.h"
+#include "shell/uIControls.h"
 #include "shell/uSettingsSchema.h"
 
 namespace {
@@ -19,12 +19,12 @@ std::string_view Entry(const std::array<std::string_view, N>& entries, const TCo
   return at < N ? entries[at] : entries[0];
 }
 
-std::uint32_t ReadColour(std::string_view control, const IMainScreen& screen) {
+std::uint32_t ReadColour(std::string_view control, const IControls& screen) {
   return ColourFromText(std::get<std::string>(screen.Value(control))).value_or(0);
 }
 
 template <std::size_t N>
-void ReadColours(const std::array<std::string_view, N>& controls, const IMainScreen& screen,
+void ReadColours(const std::array<std::string_view, N>& controls, const IControls& screen,
                  std::array<std::uint32_t, N>& colours) {
   for (std::size_t i = 0; i < N; ++i) {
     colours[i] = ReadColour(controls[i], screen);
@@ -33,7 +33,7 @@ void ReadColours(const std::array<std::string_view, N>& controls, const IMainScr
 
 }  // namespace
 
-TDisplaySettings ReadDisplaySettings(const TMissionData& mission, const IMainScreen& screen) {
+TDisplaySettings ReadDisplaySettings(const TMissionData& mission, const IControls& screen) {
   TDisplaySettings settings;
   settings.DateFormat = Entry(kDateFormats, screen.Value("cmbSettingsDateTimeFormat"));
   for (std::size_t i = 0; i < kQuantityCount; ++i) {

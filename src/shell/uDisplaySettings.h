@@ -11,7 +11,7 @@
 #include "model/uGlobalSharedVariables.h"
 #include "model/uQuantities.h"
 
-class IMainScreen;
+class IControls;
 
 // The decimal format of each quantity, a mask of MaskFloat.
 using TCellFormats = std::array<std::string_view, kQuantityCount>;
@@ -40,4 +40,4 @@ struct TDisplaySettings {
 
 // The acceleration limits are those of a shown mission when the settings say so: ± the level that opens an event. Where
 // that is no number above 0, the user's limits are in force.
-TDisplaySettings ReadDisplaySettings(const TMissionData& mission, const IMainScreen& screen);
+TDisplaySettings ReadDisplaySettings(const TMissionData& mission, const IControls& screen);

@@ -4,7 +4,7 @@
 
 #include "base/uDateTime.h"
 #include "base/uText.h"
-#include "shell/uFilterCommands.h"
+#include "shell/uOrderingCommands.h"
 
 std::vector<TFigure> NamedSensorFigures(const TShownMission& mission) {
   std::vector<TFigure> figures = SensorFigures(mission.Summary);
@@ -20,7 +20,7 @@ std::vector<TFigure> NamedSensorFigures(const TShownMission& mission) {
   return figures;
 }
 
-void ShowLimitsInForce(const TShownMission* mission, IMainScreen& screen) {
+void ShowLimitsInForce(const TShownMission* mission, IControls& screen) {
   const bool fromFile = mission != nullptr && mission->Display.AccelerationFromFile;
   std::string text;
   if (fromFile) {
@@ -35,7 +35,7 @@ void ShowLimitsInForce(const TShownMission* mission, IMainScreen& screen) {
   }
 }
 
-void ApplySettings(TShownMission& mission, IMainScreen& screen) {
+void ApplySettings(TShownMission& mission, IControls& screen, IMissionViews& views) {
   TDisplaySettings now = ReadDisplaySettings(mission.Data, screen);
   if (now == mission.Display) return;
   const bool limitsChanged = now.Limits != mission.Display.Limits;
@@ -43,6 +43,6 @@ void ApplySettings(TShownMission& mission, IMainScreen& screen) {
   SetShortDateFormat(mission.Display.DateFormat);
   ApplyDateFormat(mission.Tables);
   ApplyAnalogNames(mission.Display.AnalogNames, mission.Tables);
-  screen.RefreshDisplay(mission);
-  if (limitsChanged) AlarmLimitsChanged(mission, screen);
+  views.RefreshDisplay(mission);
+  if (limitsChanged) AlarmLimitsChanged(mission, views);
 }

@@ -18,12 +18,12 @@ namespace fs = std::filesystem;
 namespace {
 
 // Toggles are flipped, not set, so that all that a click does happens.
-void Flip(IMainScreen& screen, std::string_view control, bool on) {
+void Flip(IControls& screen, std::string_view control, bool on) {
   if (std::get<bool>(screen.Value(control)) != on) screen.Click(control);
 }
 
 // A control starts with the default, which stands in for what is missing or does not parse.
-void ReadSetting(const TIniFile& ini, const TSetting& row, IMainScreen& screen) {
+void ReadSetting(const TIniFile& ini, const TSetting& row, IControls& screen) {
   const std::string section(row.section);
   const std::string key(row.key);
   const TControlValue start = screen.Value(row.control);
@@ -55,7 +55,7 @@ bool HoldsSettings(const TIniFile& ini) {
   return std::ranges::any_of(Settings(), [&](const TSetting& row) { return ini.HasSection(std::string(row.section)); });
 }
 
-void WriteSetting(TIniFile& ini, const TSetting& row, const IMainScreen& screen) {
+void WriteSetting(TIniFile& ini, const TSetting& row, const IControls& screen) {
   const std::string section(row.section);
   const std::string key(row.key);
   const TControlValue value = screen.Value(row.control);
@@ -96,7 +96,7 @@ TControlValue DefaultOf(const TSetting& setting) {
   }
 }
 
-void ReadSettings(const fs::path& folder, IMainScreen& screen) {
+void ReadSettings(const fs::path& folder, IControls& screen) {
   const fs::path path = folder / kSettingsFile;
   std::error_code unknown;
   if (!fs::exists(fs::symlink_status(path, unknown))) return;
@@ -110,7 +110,7 @@ void ReadSettings(const fs::path& folder, IMainScreen& screen) {
   for (const TSetting& row : Settings()) ReadSetting(ini, row, screen);
 }
 
-void WriteSettings(const fs::path& folder, const IMainScreen& screen) {
+void WriteSettings(const fs::path& folder, const IControls& screen) {
   const fs::path path = folder / kSettingsFile;
   TIniFile ini;
   if (fs::exists(path)) ini = TIniFile::Load(path);

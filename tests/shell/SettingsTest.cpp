@@ -10,7 +10,7 @@
 #include "shell/uColourNames.h"
 #include "shell/uSettingsCommands.h"
 #include "shell/uSettingsSchema.h"
-#include "tests/support/uLoggingScreen.h"
+#include "tests/support/uFakeWindow.h"
 #include "tests/support/uTestRecording.h"
 
 using testing::HasSubstr;
@@ -26,12 +26,13 @@ class SettingsFile : public testing::Test {
   }
   std::string Read() {
     ReadSettings(FFolder.Path(), FScreen);
-    return FScreen.Said();
+    return FLog.Take();
   }
 
   TTempFolder FFolder;
   std::filesystem::path FPath = FFolder / "settings.ini";
-  TLoggingScreen FScreen;
+  TCallLog FLog;
+  TFakeControls FScreen{FLog};
 };
 
 TEST_F(SettingsFile, WithoutAFileNothingIsSetAndTheFirstCloseWritesEveryKey) {
@@ -99,7 +100,7 @@ TEST_F(SettingsFile, WithoutAFileNothingIsSetAndTheFirstCloseWritesEveryKey) {
 }
 
 TEST_F(SettingsFile, EveryControlComesBackAndTogglesAreClickedOnce) {
-  TLoggingScreen changed;
+  TFakeControls changed{FLog};
   int number = 0;
   for (const TSetting& row : Settings()) {
     TControlValue& value = changed.Values[std::string(row.control)];
@@ -200,7 +201,8 @@ class Cells : public testing::Test {
     return fmt::format("{} {} {}", static_cast<int>(cell.image), cell.textOffset, cell.text);
   }
 
-  TLoggingScreen FScreen;
+  TCallLog FLog;
+  TFakeControls FScreen{FLog};
   TDisplaySettings FDisplay = ReadDisplaySettings({}, FScreen);
 };
 
@@ -249,7 +251,8 @@ TEST_F(Cells, OfTemperaturesAlwaysSayWhereTheyStand) {
 }
 
 TEST(DisplaySettings, TakeTheAccelerationLimitsOfTheFileUnlessToldOtherwise) {
-  TLoggingScreen screen;
+  TCallLog log;
+  TFakeControls screen{log};
   TMissionData data;
   data.adxl_level_on = 3.5F;
   const auto limits = [&] { return ReadDisplaySettings(data, screen).Limits[0]; };
@@ -261,14 +264,15 @@ TEST(DisplaySettings, TakeTheAccelerationLimitsOfTheFileUnlessToldOtherwise) {
 }
 
 TEST(DisplaySettings, WithoutALevelInTheFileTheUsersLimitsCountAndCanBeEdited) {
-  TLoggingScreen screen;
+  TCallLog log;
+  TFakeControls screen{log};
   TShownMission mission;
   TMissionData data;
   data.bValid = true;
   const auto shown = [&] {
     mission.Display = ReadDisplaySettings(data, screen);
     ShowLimitsInForce(&mission, screen);
-    return screen.Said();
+    return log.Take();
   };
   for (const float level : {0.0F, -2.0F, std::nanf(""), std::numeric_limits<float>::infinity()}) {
     data.adxl_level_on = level;

@@ -5,7 +5,7 @@
 #include <QObject>
 #include <functional>
 
-#include "shell/uMainScreen.h"
+#include "shell/uIControls.h"
 
 class QMainWindow;
 
