@@ -46,7 +46,7 @@ void LoadDefaultLayout(const TProgram& program, TView view, IControls& controls)
   controls.RestoreDesignedLayout();
   std::error_code unknown;
   const fs::path file = PathFromUtf8(folder) / kDefaultLayoutFile;
-  TFailureList ignored;  // a file that is of no use leaves the designed arrangement
+  TFailureList ignored;  // the designed layout stays then
   if (!folder.empty() && fs::exists(file, unknown)) ignored.Run(file, [&] { controls.LoadLayout(file); });
   ShowDockPanels(controls, view);
 }

@@ -64,7 +64,7 @@ class ExportCommands : public testing::Test {
     MissionData.rec_starttime = 45123.25;
     FWindow.log.Take();
   }
-  // What the window is told when a command's dialog gets this answer.
+  // The calls of a command whose dialog gets this answer.
   std::string Run(TCommand command, const fs::path& chosen) {
     FWindow.dialogs.ChosenFile = chosen.string();
     (FCommands.*command)();
@@ -109,7 +109,7 @@ class ExportCommands : public testing::Test {
   TExportCommands FCommands{FFlow, FWindow.controls, FWindow.dialogs, FWindow.views};
 };
 
-TEST_F(ExportCommands, AFolderOfEventsIsWrittenWithTheDisplayInThisOrderAndEndsInTheShockView) {
+TEST_F(ExportCommands, AFolderOfEventsChangesTheWindowInThisOrderAndEndsInTheShockView) {
   EXPECT_EQ(
       Run(&E::barbtnEventsCSVAllShocksClick, FTo),
       "ask \"Choose the folder for the CSV files\" in " + FFolder.Path().string() +
@@ -144,7 +144,7 @@ TEST_F(ExportCommands, EachFolderExportHasItsEventsAndNames) {
                                      all + "2-X-pos-5.csv"));
 }
 
-TEST_F(ExportCommands, OneEventHasAProgressAndNoneMakesTheFolder) {
+TEST_F(ExportCommands, OneEventShowsProgressAndNoEventStillMakesTheFolder) {
   TEventFilter filter;
   filter.ranges[0].from = 10;
   ChangeFilter(FFlow.Mission(), filter, FWindow.views);
@@ -207,8 +207,8 @@ TEST_F(ExportCommands, ATableIsWrittenWhileItsGridIsHidden) {
   EXPECT_EQ(LinesOf("all.csv"), 4);
 }
 
-// To the last byte like files that somebody has read.
-TEST_F(ExportCommands, CsvFilesAreLikeTheirGoldenOnes) {
+// The golden files were checked by a person.
+TEST_F(ExportCommands, CsvFilesEqualTheGoldenFiles) {
   Run(&E::barbtnEventsCSVAllShocksClick, FTo);
   Run(&E::barbtnEventsCSVCalibrationClick, FTo);
   RunIn(&E::barbtnTablesExportCSVClick, "shocks.csv");
@@ -226,7 +226,7 @@ TEST_F(ExportCommands, CsvFilesAreLikeTheirGoldenOnes) {
   EXPECT_EQ(compared, Written().size());
 }
 
-TEST_F(ExportCommands, WorkbooksOfEventsAndReadingsTellTheirSheets) {
+TEST_F(ExportCommands, WorkbooksShowProgressBySheets) {
   HideEventTwo();
   const std::string ask = fmt::format(" for {}/Mission-A17 of XLSX file|*.xlsx as xlsx; ", FFolder.Path().string());
   std::string log = RunIn(&E::barbtnEventsXLSXVisibileShocksClick, "v.xlsx");
@@ -270,7 +270,7 @@ TEST_F(ExportCommands, TheEventInTheChartIsExportedAsTheChartShowsIt) {
   EXPECT_THAT(log, EndsWith("information \"Excel sheet created\"; " + WrittenIn("spectrum.xlsx")));
 }
 
-TEST_F(ExportCommands, WithoutAnEventOrASpectrumTheUserIsToldAndNothingIsWritten) {
+TEST_F(ExportCommands, WithoutAnEventOrASpectrumAMessageIsShownAndNothingIsWritten) {
   SelectEvent(FFlow.Mission(), std::nullopt, FWindow.views);
   FWindow.log.Take();
   EXPECT_EQ(RunIn(&E::actExportShockToCSVExecute, "e.csv"),
@@ -290,7 +290,7 @@ TEST_F(ExportCommands, WithoutAnEventOrASpectrumTheUserIsToldAndNothingIsWritten
   EXPECT_THAT(Written(), IsEmpty());
 }
 
-TEST_F(ExportCommands, CancelLeavesCompleteFilesAndTheScreenAsItWas) {
+TEST_F(ExportCommands, CancelKeepsCompleteFilesAndRestoresTheWindow) {
   FWindow.controls.Closed = {"dxDockPanelNavigator"};
   int messages = 0;
   FWindow.controls.OnMessages = [&] {
@@ -311,7 +311,7 @@ TEST_F(ExportCommands, CancelLeavesCompleteFilesAndTheScreenAsItWas) {
   EXPECT_THAT(RunIn(&E::barbtnTablesExportXLSXBatteryClick, "b.xlsx"), HasSubstr("information")) << "it is forgotten";
 }
 
-TEST_F(ExportCommands, AFailureIsOneMessageWithFileAndReasonOnceTheScreenIsRestored) {
+TEST_F(ExportCommands, AFailureShowsOneMessageWithFileAndReasonAfterTheWindowIsRestored) {
   const struct {
     TCommand command;
     fs::path chosen, named;
@@ -342,7 +342,7 @@ TEST_F(ExportCommands, AFailureIsOneMessageWithFileAndReasonOnceTheScreenIsResto
               EndsWith((FTo / "Mission-A17/ID-1.csv").string() + "\nNo such file or directory.; "));
 }
 
-TEST_F(ExportCommands, ATableThatIsTooLongForASheetIsToldToGoToCsv) {
+TEST_F(ExportCommands, ForATableTooLongForASheetTheMessageSuggestsCsv) {
   TDataset& battery = FFlow.Mission().Tables.Battery;
   while (battery.RecordCount() < 1048575) battery.Append();
   EXPECT_THAT(
@@ -374,7 +374,7 @@ TEST_F(ExportCommands, WhileAnExportRunsEveryCommandIsRefused) {
   EXPECT_GE(disturbed, 5);
 }
 
-TEST_F(ExportCommands, ACloseEndsTheExportAndIsDoneAfter) {
+TEST_F(ExportCommands, ACloseEndsTheExportAndIsDoneAfterwards) {
   FWindow.controls.OnMessages = [&] { EXPECT_FALSE(FFlow.MayClose()); };
   const std::string log = RunIn(&E::barbtnSensorsExportToXLSXClick, "s.xlsx");
   EXPECT_THAT(log, EndsWith(kHidden + "front MainPanel; show" + kPanels + "; close window; "));
@@ -382,7 +382,7 @@ TEST_F(ExportCommands, ACloseEndsTheExportAndIsDoneAfter) {
   EXPECT_TRUE(FFlow.MayClose());
 }
 
-TEST_F(ExportCommands, PicturesAreOfTheChartInFrontAndAskForTheirFile) {
+TEST_F(ExportCommands, PicturesShowTheChartInFrontAndAskForAFile) {
   SelectEvent(FFlow.Mission(), 2, FWindow.views);
   FWindow.log.Take();
   const std::string ask = "ask \"Save the chart image\" for ";

@@ -19,7 +19,7 @@ class FilterCommands : public testing::Test {
     SelectEvent(FMission, 1, FViews);
     FLog.Take();
   }
-  // What the window is told when the acceleration, 20 g, 9 g and 5 g, has to be in a range.
+  // The calls after the acceleration (the events have 20 g, 9 g and 5 g) is limited to a range.
   std::string Change(const TRange& acceleration) {
     TEventFilter filter;
     filter.ranges[0] = acceleration;
@@ -36,7 +36,7 @@ class FilterCommands : public testing::Test {
   TFakeViews FViews{FLog};
 };
 
-TEST_F(FilterCommands, TheChosenEventIsSelectedWhileItIsVisibleElseTheFirstInOrder) {
+TEST_F(FilterCommands, TheChosenEventIsSelectedWhileVisibleElseTheFirstVisibleInOrder) {
   EXPECT_EQ(Change({6, {}}), "filtered events; filter on: 2 of 3; ");
   ShockGridTitleClick(FMission, "IoT total", FViews);  // 1, 0, 2
   FLog.Take();
@@ -49,7 +49,7 @@ TEST_F(FilterCommands, TheChosenEventIsSelectedWhileItIsVisibleElseTheFirstInOrd
   EXPECT_EQ(Change({{}, 18}), "filtered events; filter on: 2 of 3; selected 1; position 1; ") << "IoT total falls";
 }
 
-TEST_F(FilterCommands, WhereNothingIsVisibleNothingIsSelected) {
+TEST_F(FilterCommands, NoEventIsSelectedWhenNoneIsVisible) {
   EXPECT_EQ(Change({100, {}}), "filtered events; filter on: 0 of 3; selected none; position none; ");
   StepEvent(FMission, 1, FViews);
   EXPECT_EQ(FLog.Take(), "");
@@ -66,7 +66,7 @@ TEST_F(FilterCommands, SwitchingOffAndOnKeepsTheConditions) {
   EXPECT_EQ(Activate(true), "filtered events; filter on: 2 of 3; ");
 }
 
-TEST_F(FilterCommands, NextAndPreviousEventWalkTheVisibleOnes) {
+TEST_F(FilterCommands, NextEventSkipsHiddenEvents) {
   Change({{}, 9.5});
   ShockGridTitleClick(FMission, "Acceleration max", FViews);
   EXPECT_EQ(FMission.SelectedEvent, 1U) << "the first that is visible";
@@ -76,7 +76,7 @@ TEST_F(FilterCommands, NextAndPreviousEventWalkTheVisibleOnes) {
   EXPECT_EQ(FMission.SelectedEvent, 2U);
 }
 
-TEST_F(FilterCommands, OtherLimitsInForceCountAtOnceWhereTheFilterAsksForThem) {
+TEST_F(FilterCommands, ChangedAlarmLimitsApplyAtOnceWhenTheFilterUsesThem) {
   FMission.Display.Limits[0] = TLimits{-9, 9};
   AlarmLimitsChanged(FMission, FViews);
   EXPECT_EQ(FLog.Take(), "");

@@ -31,7 +31,7 @@ class NavigatorCommands : public testing::Test {
   TFakeWindow FWindow;
 };
 
-TEST_F(NavigatorCommands, MoveTheBandThenItsCompanionsThenTheCharts) {
+TEST_F(NavigatorCommands, MoveTheBandThenTheShadesThenTheCharts) {
   actNavSetIntAllExecute(FMission, FWindow.views);
   EXPECT_EQ(FWindow.log.Take(), Interval("0-10"));
   actNavSetIntDayExecute(FMission, FWindow.views);
@@ -57,7 +57,7 @@ TEST_F(NavigatorCommands, WithoutAPointNothingHappens) {
   EXPECT_EQ(FMission.Band, (TTimeSpan{1, 2}));
 }
 
-TEST_F(NavigatorCommands, SyncAsksWhenTheSettingsWantIt) {
+TEST_F(NavigatorCommands, SyncAsksFirstUnlessTheSettingsForbidIt) {
   const std::string question = "ask \"Do you really want to sync the navigator with the currently viewed timespan?\"; ";
   FWindow.dialogs.Confirms = false;
   btnToolsShockSyncWNavClick(FMission, TView::Overview, FWindow.views, FWindow.controls, FWindow.dialogs);
@@ -70,7 +70,7 @@ TEST_F(NavigatorCommands, SyncAsksWhenTheSettingsWantIt) {
   EXPECT_EQ(FWindow.log.Take(), "band 2-3; " + Applied("2-3"));
 }
 
-TEST_F(NavigatorCommands, GoToAnEventOrAReading) {
+TEST_F(NavigatorCommands, TheBandGoesToAnEventOrAReading) {
   TEventList events;
   events.StartTime = 2;
   for (const double day : {1.0, std::nan("")}) {

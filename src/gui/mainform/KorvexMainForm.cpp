@@ -99,7 +99,7 @@ void TKorvexMainForm::ConnectFiles() {
     FParts->backstage->show();
   });
   FParts->backstage->SetVersion(QtText(FProgram.version));
-  // A floating panel is a window of its own; a drop on it counts all the same.
+  // A floating panel is a window of its own and takes drops, too.
   for (QDockWidget* panel : FParts->docks.All()) {
     panel->setAcceptDrops(true);
     panel->installEventFilter(this);
@@ -270,7 +270,7 @@ void TKorvexMainForm::FormClose() {
 void TKorvexMainForm::showEvent(QShowEvent* event) {
   QMainWindow::showEvent(event);
   if (std::exchange(FShownOnce, true)) return;
-  // Once the window stands, so that a recording is read in sight.
+  // Queued, so that the window is visible while a recording is read.
   QMetaObject::invokeMethod(
       this, [this] { Guarded(this, [this] { FormShow(); }); }, Qt::QueuedConnection);
 }

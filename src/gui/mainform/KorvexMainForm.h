@@ -1,5 +1,5 @@
-// The program's one window. It makes and owns the views, hands what the user does to the sequences of the shell, and
-// shows what they say; it decides nothing itself.
+// The main window. It owns the views and connects what the user does to the sequences of the shell; the order of steps
+// and all decisions are theirs.
 #pragma once
 
 #include <QMainWindow>

@@ -48,7 +48,7 @@ void TMissionViews::PopulateChartSeries(const TShownMission& mission) {
   }
   FParts.overview->ChartAllSensors()->SetSensors(mission.Sensors, mission.Sensors.StartTime);
   FParts.docks.ChartNavigator->SetMission(mission.Events, mission.Sensors);
-  // All of them show the same span at first, so that equal times stand above each other.
+  // All show the same span at first, so that equal times are above each other.
   for (TTimeChart* chart : std::initializer_list<TTimeChart*>{FParts.overview->Chart1(), FParts.shock->Chart20(),
                                                               FParts.overview->ChartAllSensors()}) {
     chart->Range().SetRecordingSpan(FParts.docks.ChartNavigator->Range().Full());
@@ -219,15 +219,14 @@ void TMissionViews::UpdateSynced(TTimeChart& chart) {
   MarkUnsynced(&chart);
 }
 
-// On the navigator, of the charts in sight: that one, or another that is not synced.
-void TMissionViews::MarkUnsynced(const TTimeChart* first) {
+void TMissionViews::MarkUnsynced(const TTimeChart* preferred) {
   if (FMission == nullptr) return;
   std::optional<TTimeSpan> found;
   for (const TTimeChart* chart : std::initializer_list<const TTimeChart*>{
            FParts.overview->Chart1(), FParts.overview->ChartAllSensors(), FParts.shock->Chart20()}) {
     const auto [start, end] = chart->Range().Times();
     const TTimeSpan shown{start, end};
-    if (chart->isVisible() && shown != FMission->Band && (!found || chart == first)) found = shown;
+    if (chart->isVisible() && shown != FMission->Band && (!found || chart == preferred)) found = shown;
   }
   SetUnsyncedView(found);
 }
