@@ -80,7 +80,7 @@ int Run(const TArguments& arguments, const char* programName) {
 #ifdef Q_OS_LINUX
   if (takesPictures) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    // That platform remarks on every window what it does not do.
+    // That platform warns about every window.
     qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
       if (type != QtDebugMsg && type != QtWarningMsg) std::fprintf(stderr, "shockscope: %s\n", Utf8(text).c_str());
     });
@@ -89,7 +89,7 @@ int Run(const TArguments& arguments, const char* programName) {
     return kFailure;
   }
 #endif
-  // The program's own arguments are no business of the toolkit.
+  // Qt must not read the program's arguments.
   int count = 1;
   std::string name = programName;
   char* values[] = {name.data(), nullptr};
@@ -98,7 +98,7 @@ int Run(const TArguments& arguments, const char* programName) {
   TProgram program;
   program.folder = PathFromUtf8(Utf8(QCoreApplication::applicationDirPath()));
   program.version = SHOCKSCOPE_FILE_VERSION;
-  // Pictures are the same for everybody.
+  // Pictures do not depend on the user's settings.
   if (!takesPictures) {
     program.firstArgument = arguments.file;
     program.dataFolder = RegistryFileDir();

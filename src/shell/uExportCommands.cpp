@@ -1,6 +1,9 @@
 #include "shell/uExportCommands.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
+#include <exception>
 #include <numeric>
 #include <utility>
 
@@ -8,7 +11,7 @@
 #include "base/uText.h"
 #include "export/uCsvExports.h"
 #include "export/uXlsxExports.h"
-#include "shell/uExportOutcome.h"
+#include "platform/uSafeFile.h"
 #include "shell/uViewSwitch.h"
 
 namespace fs = std::filesystem;
@@ -18,37 +21,42 @@ namespace {
 constexpr std::string_view kBatteryGrid = "DBGrid8";
 constexpr std::string_view kSensorsGrid = "DBGrid2";
 constexpr std::string_view kShocksGrid = "dbgFilteredShocks";
+constexpr std::string_view kSensorsChart = "ChartAllSensors";
 
-// The parts of the window that are disabled while an export runs: they stand around and behind the loading panel, and
-// nothing in them can be reached.
-constexpr std::string_view kOutOfReach[] = {"Ribbon", "WellcomePanel", "MainPanel"};
-
-void SetReachable(IMainScreen& screen, bool reachable) {
-  for (const std::string_view part : kOutOfReach) screen.SetEnabled(part, reachable);
+// While an export runs only the loading panel takes input.
+void SetWindowEnabled(IControls& controls, bool enabled) {
+  for (const std::string_view part : {"Ribbon", "WellcomePanel", "MainPanel"}) controls.SetEnabled(part, enabled);
 }
 
-// Puts the loading panel in front where an export first lets the window handle its messages, so that what the export
-// says before stands in it from the start. What is behind it goes after, when the panel knows where the focus was.
+// The file or folder and the reason, each on a line. The error may name the place, else it is `place`.
+std::string ExportFailure(const std::exception& error, const fs::path& place) {
+  const auto* failure = dynamic_cast<const fs::filesystem_error*>(&error);
+  const fs::path& named = failure == nullptr ? place : failure->path1();
+  return fmt::format("{}\n{}", Printable(Utf8FromPath(named)), Printable(ReasonOf(error)));
+}
+
+// Shows the loading panel when the export first processes messages, so that the panel never shows old texts. The rest
+// of the window is disabled after that, because the panel remembers which control had the focus.
 class TShowingProgress final : public IProgress {
  public:
-  TShowingProgress(IProgress& progress, IMainScreen& screen) : FProgress(progress), FScreen(screen) {}
+  TShowingProgress(IProgress& progress, IControls& controls) : FProgress(progress), FControls(controls) {}
   void SetStatus(std::string_view text) override { FProgress.SetStatus(text); }
   void SetPosition(double position) override { FProgress.SetPosition(position); }
   void SetMaximum(double maximum) override { FProgress.SetMaximum(maximum); }
   void ProcessMessages() override {
     if (!std::exchange(FShown, true)) {
-      FScreen.SetTaskbarProgress(true);
-      FScreen.BringToFront("pnlLoading");
-      FScreen.SetVisible("pnlLoading", true);
-      CloseAllPanels(FScreen);
-      SetReachable(FScreen, false);
+      FControls.SetTaskbarProgress(true);
+      FControls.BringToFront("pnlLoading");
+      FControls.SetVisible("pnlLoading", true);
+      CloseAllPanels(FControls);
+      SetWindowEnabled(FControls, false);
     }
     FProgress.ProcessMessages();
   }
 
  private:
   IProgress& FProgress;
-  IMainScreen& FScreen;
+  IControls& FControls;
   bool FShown = false;
 };
 
@@ -99,8 +107,7 @@ void TExportCommands::actExportShockToCSVExecute() {
 void TExportCommands::barbtnShockSaveChartAsXLSXClick() {
   const auto shown = EventInChart();
   if (!shown) return;
-  const auto file =
-      Ask(TKind::Xlsx, "Export Shock Event to XLSX file", ProposedName(kMissionName, FFlow.Mission().Data));
+  const auto file = Ask(TKind::Xlsx, "Export Shock Event to XLSX file", MissionName());
   if (!file) return;
   const TEventSource source{FFlow.Mission().Data, FFlow.Mission().Events, FFlow.Mission().Tables.Events};
   const auto write = [&](IProgress& progress) {
@@ -139,8 +146,7 @@ void TExportCommands::barbtnTablesExportXLSXSensorsClick() {
 
 void TExportCommands::barbtnSensorsExportToXLSXClick() {
   TShownMission& mission = FFlow.Mission();
-  const auto file =
-      Ask(TKind::Xlsx, "Save the Sensor Measurments to XLSX file", ProposedName(kMissionName, mission.Data));
+  const auto file = Ask(TKind::Xlsx, "Save the Sensor Measurments to XLSX file", MissionName());
   if (!file) return;
   const auto write = [&](IProgress& progress) {
     ExportMeasurementsXlsx(mission.Data, mission.Tables.Sensors, mission.Tables.Battery, *file, progress);
@@ -171,18 +177,18 @@ std::optional<TExportCommands::TShownEvent> TExportCommands::EventInChart() {
   if (!FFlow.FileShown()) return std::nullopt;
   const TShownMission& mission = FFlow.Mission();
   if (!mission.SelectedEvent) {
-    FScreen.ShowMessage("There is no event to export.", "No shock event is selected.");
+    FDialogs.ShowMessage("There is no event to export.", "No shock event is selected.");
     return std::nullopt;
   }
   TShownEvent shown{
       *mission.SelectedEvent, mission.Events.GetItem(*mission.SelectedEvent), mission.Settings.highPass, {}, {}};
-  const auto choice = FScreen.ShownSpectrum();
+  const auto choice = FViews.ShownSpectrum();
   if (!choice) return shown;
   const auto& [name, type] = kSpectrumTypes.at(choice->type);
   shown.spectrumType = name;
   shown.spectrum = CalcSpectrum(shown.event.Values(), type, kWeightingWindows.at(choice->window).second);
   if (shown.spectrum.problem == TSpectrumProblem::None) return shown;
-  FScreen.ShowMessage("There is no spectrum to export.", WhyNoSpectrum(shown.spectrum));
+  FDialogs.ShowMessage("There is no spectrum to export.", WhyNoSpectrum(shown.spectrum));
   return std::nullopt;
 }
 
@@ -194,14 +200,14 @@ std::optional<fs::path> TExportCommands::Ask(TKind kind, std::string_view title,
     dialog.extension = "csv";
     dialog.replaces = true;  // kept on purpose
   }
-  const auto file = FScreen.AskWhereToSave(dialog);
+  const auto file = FDialogs.AskWhereToSave(dialog);
   if (!file) return std::nullopt;
   return PathFromUtf8(*file);
 }
 
 void TExportCommands::EventsToCsv(TEventFiles kind, const std::vector<std::uint32_t>& events) {
   if (!FFlow.FileShown()) return;
-  const auto chosen = FScreen.AskForFolder("Choose the folder for the CSV files", FFlow.RememberedFolder());
+  const auto chosen = FDialogs.AskForFolder("Choose the folder for the CSV files", FFlow.RememberedFolder());
   if (!chosen) return;
   const auto write = [&](IProgress& progress) {
     const auto inPlace = [this](const fs::path& folder) { FFlow.RememberFolderOf(Utf8FromPath(folder)); };
@@ -210,13 +216,12 @@ void TExportCommands::EventsToCsv(TEventFiles kind, const std::vector<std::uint3
   };
   const fs::path place = PathFromUtf8(*chosen);
   if (Run(place, {.welcomePanel = true, .endsInShockView = true}, write)) {
-    TellWritten(FScreen, place / EventFolderName(kind, FFlow.Mission().Data));
+    ShowWritten(place / EventFolderName(kind, FFlow.Mission().Data));
   }
 }
 
 void TExportCommands::EventsToXlsx(const std::vector<std::uint32_t>& events) {
-  const auto file =
-      Ask(TKind::Xlsx, "Export Shock Events to XLSX file", ProposedName(kMissionName, FFlow.Mission().Data));
+  const auto file = Ask(TKind::Xlsx, "Export Shock Events to XLSX file", MissionName());
   if (!file) return;
   const TEventSource source{FFlow.Mission().Data, FFlow.Mission().Events, FFlow.Mission().Tables.Events};
   Workbook(*file, {}, [&](IProgress& progress) { ExportEventsXlsx(source, events, *file, progress); });
@@ -226,7 +231,7 @@ void TExportCommands::TableToCsv(std::string_view title, std::string_view name, 
                                  std::string_view grid) {
   if (!FFlow.FileShown()) return;
   const auto file = Ask(TKind::Csv, title, ProposedName(name, FFlow.Mission().Data));
-  if (!file) return FScreen.SetVisible(grid, true);
+  if (!file) return FControls.SetVisible(grid, true);
   const auto write = [&](IProgress& progress) { ExportTableCsv(table, *file, progress); };
   if (Run(*file, {.grid = grid}, write)) Done(*file);
 }
@@ -235,54 +240,140 @@ void TExportCommands::TableToXlsx(std::string_view title, std::string_view name,
                                   std::string_view grid) {
   if (!FFlow.FileShown()) return;
   const auto file = Ask(TKind::Xlsx, title, ProposedName(name, FFlow.Mission().Data));
-  if (!file) return FScreen.SetVisible(grid, true);
+  if (!file) return FControls.SetVisible(grid, true);
   const auto write = [&](IProgress& progress) { ExportTableXlsx(FFlow.Mission().Data, table, *file, progress); };
   Workbook(*file, grid, write);
 }
 
 void TExportCommands::Done(const fs::path& file) {
   FFlow.RememberFolderOf(Utf8FromPath(file));
-  TellWritten(FScreen, file);
+  ShowWritten(file);
 }
 
 void TExportCommands::Workbook(const fs::path& file, std::string_view grid, const TWork& work) {
   if (!Run(file, {.grid = grid, .welcomePanel = true}, work)) return;
-  FScreen.ShowInformation("Excel sheet created");
+  FDialogs.ShowInformation("Excel sheet created");
   Done(file);
 }
 
 bool TExportCommands::Run(const fs::path& place, const TSurroundings& around, const TWork& work) {
-  const std::vector<std::string_view> panels = OpenPanels(FScreen);
-  if (!around.grid.empty()) FScreen.SetVisible(around.grid, false);
+  const std::vector<std::string_view> panels = OpenPanels(FControls);
+  if (!around.grid.empty()) FControls.SetVisible(around.grid, false);
   bool complete = false;
   std::string failure;
   try {
     complete = FFlow.RunExport([&](IProgress& progress) {
-      FScreen.SetText("lblStatusValue", "");
-      FScreen.SetText("PnlLoadingDetail", Printable(Utf8FromPath(place)));
-      if (around.endsInShockView) CloseDockPanels(FScreen);
-      if (around.welcomePanel) FScreen.BringToFront("WellcomePanel");
-      TShowingProgress showing(progress, FScreen);
+      FControls.SetText("lblStatusValue", "");
+      FControls.SetText("PnlLoadingDetail", Printable(Utf8FromPath(place)));
+      if (around.endsInShockView) CloseDockPanels(FControls);
+      if (around.welcomePanel) FControls.BringToFront("WellcomePanel");
+      TShowingProgress showing(progress, FControls);
       work(showing);
     });
   } catch (const std::exception& error) {
     failure = ExportFailure(error, place);
   }
-  PutBack(around, panels, complete);
+  Restore(around, panels, complete);
   if (FFlow.CloseIfWanted()) return false;
-  if (!failure.empty()) FScreen.ShowMessage("The export could not be written.", failure);
+  if (!failure.empty()) FDialogs.ShowMessage("The export could not be written.", failure);
   return complete;
 }
 
-void TExportCommands::PutBack(const TSurroundings& around, const std::vector<std::string_view>& panels, bool complete) {
+void TExportCommands::Restore(const TSurroundings& around, const std::vector<std::string_view>& panels, bool complete) {
   const bool toShockView = complete && around.endsInShockView;
-  SetReachable(FScreen, true);
-  FScreen.SetVisible("pnlLoading", false);
-  FScreen.SetTaskbarProgress(false);
-  if (around.welcomePanel) FScreen.BringToFront("MainPanel");
+  SetWindowEnabled(FControls, true);
+  FControls.SetVisible("pnlLoading", false);
+  FControls.SetTaskbarProgress(false);
+  if (around.welcomePanel) FControls.BringToFront("MainPanel");
   for (const std::string_view panel : panels) {
-    if (!toShockView || panel == kFilterPanelName) FScreen.SetVisible(panel, true);
+    if (!toShockView || panel == kFilterPanelName) FControls.SetVisible(panel, true);
   }
   if (toShockView) FFlow.SwitchView(TView::Shock);
-  if (!around.grid.empty()) FScreen.SetVisible(around.grid, true);
+  if (!around.grid.empty()) FControls.SetVisible(around.grid, true);
+}
+
+void TExportCommands::barbtnEventsCopyChartToClipboardClick() {
+  CopyChart(EventsChart());
+}
+
+void TExportCommands::barbtnSensorsCopyChartToClipboardClick() {
+  CopyChart(kSensorsChart);
+}
+
+void TExportCommands::barbtnShockCopyChartToClipboardClick() {
+  CopyChart(ShockChart());
+}
+
+void TExportCommands::barbtnEventsSaveChartasJPGClick() {
+  SaveChart(EventsChart(), MissionName(), TPictureFormat::Bitmap);
+}
+
+void TExportCommands::barbtnSensorsSaveAsJPGClick() {
+  SaveChart(kSensorsChart, MissionName(), TPictureFormat::Bitmap);
+}
+
+void TExportCommands::barbtnShockSaveChartAsImageClick() {
+  SaveChart(ShockChart(), ShockName(), TPictureFormat::Bitmap);
+}
+
+void TExportCommands::barbtnEventsSaveChartAsPNGClick() {
+  SaveChart(EventsChart(), MissionName(), TPictureFormat::Png);
+}
+
+void TExportCommands::barbtnSensorsSaveAsPNGClick() {
+  SaveChart(kSensorsChart, MissionName(), TPictureFormat::Png);
+}
+
+void TExportCommands::barbtnShockSaveChartAsPNGClick() {
+  SaveChart(ShockChart(), ShockName(), TPictureFormat::Png);
+}
+
+std::string_view TExportCommands::EventsChart() const {
+  return FFlow.View() == TView::Shock ? "Chart20" : "Chart1";
+}
+
+std::string_view TExportCommands::ShockChart() const {
+  return FViews.ShownSpectrum() ? "chartSpecAnalysis" : "Chart2";
+}
+
+std::string TExportCommands::MissionName() {
+  return ProposedName(kMissionName, FFlow.Mission().Data);
+}
+
+std::string TExportCommands::ShockName() {
+  const auto event = FFlow.Mission().SelectedEvent;
+  return event ? ProposedEventName(FFlow.Mission().Data, *event) : MissionName();
+}
+
+void TExportCommands::CopyChart(std::string_view chart) {
+  if (!FFlow.FileShown()) return;
+  FViews.CopyChart(chart);
+  FControls.SetText("lblStatusValue", "Picture copied");
+}
+
+void TExportCommands::SaveChart(std::string_view chart, std::string name, TPictureFormat format) {
+  TSaveDialog dialog{"Save the chart image", {}, std::move(name), "JPG|*.jpg", "jpg"};
+  if (format == TPictureFormat::Png) {
+    dialog.filter = "PNG|*.png";
+    dialog.extension = "png";
+  }
+  Save(std::move(dialog), "The picture could not be written.", [&] { return FViews.ChartPicture(chart, format); });
+}
+
+void TExportCommands::Save(TSaveDialog dialog, std::string_view failed, const std::function<std::string()>& contents) {
+  if (!FFlow.FileShown()) return;
+  dialog.folder = FFlow.RememberedFolder();
+  const auto chosen = FDialogs.AskWhereToSave(dialog);
+  if (!chosen) return;
+  const fs::path file = PathFromUtf8(*chosen);
+  try {
+    SaveFile(file, contents());
+    Done(file);
+  } catch (const std::exception& error) {
+    FDialogs.ShowMessage(failed, ExportFailure(error, file));
+  }
+}
+
+void TExportCommands::ShowWritten(const fs::path& place) {
+  FControls.SetText("lblStatusValue", fmt::format("Written: {}", Printable(Utf8FromPath(place))));
 }

@@ -1,8 +1,9 @@
-// The window's exports: ask where to, write with the loading panel in front, put the screen back, say what was written.
-// They work on the shown mission and change nothing of it; without one they do nothing. A cancelled dialog and a
-// cancelled export say nothing, a failure is one message with the file and the reason. Main thread only.
+// The window's exports and chart pictures. Each asks for a file or folder, writes, and says in the status bar what it
+// wrote. They read the shown mission and do nothing without one. A cancelled dialog or export shows no message, a
+// failure one with the file and the reason. Main thread only.
 //
-// The visible events are those that the filter lets through while it is on, else all, in the order of the grids.
+// The visible events are those that pass the filter while it is on, else all, in the order of the grids. The events
+// chart is the one of the view in front; the shock chart is the spectrum while that is shown, else the curves.
 #pragma once
 
 #include <cstdint>
@@ -18,12 +19,13 @@
 
 class TExportCommands {
  public:
-  TExportCommands(TFileFlow& flow, IMainScreen& screen) : FFlow(flow), FScreen(screen) {}
+  TExportCommands(TFileFlow& flow, IControls& controls, IDialogs& dialogs, IMissionViews& views)
+      : FFlow(flow), FControls(controls), FDialogs(dialogs), FViews(views) {}
 
-  // A CSV file for each event, in a folder of their own; the window ends in the shock view.
+  // One CSV file per event, in a folder of their own; ends in the shock view.
   void barbtnEventsCSVAllShocksClick();
   void barbtnEventsCSVVisibleShocksClick();
-  // Kept on purpose: the first of these two writes the peaks of all events, the second the calibration of the visible.
+  // Kept on purpose: the first writes the peaks of all events, the second the calibration of the visible ones.
   void barbtnEventsCSVCalibrationClick();
   void barbtnEventsCSVCalibrationVisibleClick();
 
@@ -42,35 +44,57 @@ class TExportCommands {
   void barbtnEventsXLSXAllShocksClick();
   void barbtnEventsXLSXVisibileShocksClick();
 
+  void barbtnEventsCopyChartToClipboardClick();
+  void barbtnSensorsCopyChartToClipboardClick();
+  void barbtnShockCopyChartToClipboardClick();
+  // Kept on purpose: the file is a bitmap, though dialog and name say JPG.
+  void barbtnEventsSaveChartasJPGClick();
+  void barbtnSensorsSaveAsJPGClick();
+  void barbtnShockSaveChartAsImageClick();
+  void barbtnEventsSaveChartAsPNGClick();
+  void barbtnSensorsSaveAsPNGClick();
+  void barbtnShockSaveChartAsPNGClick();
+
+  // Asks for a file in the remembered folder and writes what `contents` returns. `failed` heads the message when that
+  // or the writing throws.
+  void Save(TSaveDialog dialog, std::string_view failed, const std::function<std::string()>& contents);
+
  private:
   enum class TKind { Csv, Xlsx };
   struct TShownEvent;
   using TWork = std::function<void(IProgress&)>;
-  // What an export does to the window around it. Dock panels are out of sight meanwhile.
+  // What an export does to the window besides closing the dock panels while it runs.
   struct TSurroundings {
-    std::string_view grid = {};    // is hidden meanwhile
-    bool welcomePanel = false;     // stands behind the loading panel
-    bool endsInShockView = false;  // once it is complete; the shock view decides about its dock panels then
+    std::string_view grid = {};    // hidden while the export runs
+    bool welcomePanel = false;     // behind the loading panel
+    bool endsInShockView = false;  // when complete; the dock panels are then those of the shock view
   };
 
   [[nodiscard]] TDataset& ShocksTable();
   [[nodiscard]] std::vector<std::uint32_t> AllEvents();
-  // Nothing, and the user is told, when there is no event to export, or no spectrum of it.
+  // Nothing, after a message, when no event is selected or it has no spectrum.
   [[nodiscard]] std::optional<TShownEvent> EventInChart();
   [[nodiscard]] std::optional<std::filesystem::path> Ask(TKind kind, std::string_view title, std::string name);
   void EventsToCsv(TEventFiles kind, const std::vector<std::uint32_t>& events);
   void EventsToXlsx(const std::vector<std::uint32_t>& events);
-  // The grid is hidden meanwhile.
   void TableToCsv(std::string_view title, std::string_view name, TDataset& table, std::string_view grid);
   void TableToXlsx(std::string_view title, std::string_view name, TDataset& table, std::string_view grid);
+  [[nodiscard]] std::string_view EventsChart() const;
+  [[nodiscard]] std::string_view ShockChart() const;
+  [[nodiscard]] std::string MissionName();
+  [[nodiscard]] std::string ShockName();
+  void CopyChart(std::string_view chart);
+  void SaveChart(std::string_view chart, std::string name, TPictureFormat format);
+  void ShowWritten(const std::filesystem::path& place);
   void Done(const std::filesystem::path& file);
-  // A workbook, which says so at its end.
   void Workbook(const std::filesystem::path& file, std::string_view grid, const TWork& work);
-  // Has `work` write `place`, and puts the window back, however that ends. True when the export is complete and the
-  // window stays open.
+  // Calls `work`, which writes `place`, and restores the window however that ends. True when the export is complete and
+  // the window stays open.
   bool Run(const std::filesystem::path& place, const TSurroundings& around, const TWork& work);
-  void PutBack(const TSurroundings& around, const std::vector<std::string_view>& panels, bool complete);
+  void Restore(const TSurroundings& around, const std::vector<std::string_view>& panels, bool complete);
 
   TFileFlow& FFlow;
-  IMainScreen& FScreen;
+  IControls& FControls;
+  IDialogs& FDialogs;
+  IMissionViews& FViews;
 };

@@ -11,9 +11,9 @@
 #include "base/uText.h"
 #include "model/uExceptions1V0.h"
 #include "model/uQuantities.h"
-#include "shell/uFilterCommands.h"
 #include "shell/uNavigatorCommands.h"
 #include "shell/uOrderingCommands.h"
+#include "shell/uViewSwitch.h"
 
 namespace {
 
@@ -37,15 +37,15 @@ void CompleteModel() {
 }  // namespace
 
 // Shows how far the tables or an export are, and ends them when the user cancels or closes.
-class TFileFlow::TScreenProgress final : public IProgress {
+class TFileFlow::TWindowProgress final : public IProgress {
  public:
-  explicit TScreenProgress(TFileFlow& flow) : FFlow(flow) {}
-  void SetStatus(std::string_view text) override { FFlow.FScreen.SetText("PnlLoadingMsg", text); }
-  void SetPosition(double position) override { FFlow.FScreen.SetProgress(position); }
-  void SetMaximum(double maximum) override { FFlow.FScreen.SetProgressMaximum(static_cast<int>(maximum)); }
+  explicit TWindowProgress(TFileFlow& flow) : FFlow(flow) {}
+  void SetStatus(std::string_view text) override { FFlow.FControls.SetText("PnlLoadingMsg", text); }
+  void SetPosition(double position) override { FFlow.FControls.SetProgress(position); }
+  void SetMaximum(double maximum) override { FFlow.FControls.SetProgressMaximum(static_cast<int>(maximum)); }
   void ProcessMessages() override { Process(false); }
   void Process(bool atOnce) {
-    FFlow.FScreen.ProcessMessages(atOnce);
+    FFlow.FControls.ProcessMessages(atOnce);
     if (FFlow.FCancelled || FFlow.FCloseWanted) throw EKorvex(kReadCancelled);
   }
 
@@ -54,11 +54,13 @@ class TFileFlow::TScreenProgress final : public IProgress {
 };
 
 TFileFlow::TFileFlow(TProgram program, std::uint64_t port, std::function<std::uint64_t()> memoryBound,
-                     IMainScreen& screen)
+                     IControls& controls, IDialogs& dialogs, IMissionViews& views)
     : FProgram(std::move(program)),
       FPort(port),
       FMemoryBound(std::move(memoryBound)),
-      FScreen(screen),
+      FControls(controls),
+      FDialogs(dialogs),
+      FViews(views),
       FRememberedFolder(FProgram.dataFolder) {}
 
 void TFileFlow::AskAndOpen() {
@@ -72,7 +74,7 @@ void TFileFlow::AskAndOpenDemo() {
 void TFileFlow::AskAndOpen(std::string folder) {
   if (Busy()) return;
   const int filterIndex = FMission.Settings.fileFilter + 1;
-  const auto file = FScreen.AskForRecording({std::move(folder), kFilter, filterIndex});
+  const auto file = FDialogs.AskForRecording({std::move(folder), kFilter, filterIndex});
   if (file) Open(*file);
 }
 
@@ -89,11 +91,11 @@ void TFileFlow::Reload() {
             FMission.Tables.Events.IndexName(),
             FMission.Tables.Sensors.IndexName(),
             FMission.Tables.Battery.IndexName(),
-            ClosedDockPanels(FScreen),
-            FScreen.IsVisible("dxDockPanelFilter"),
+            ClosedDockPanels(FControls),
+            FControls.IsVisible(kFilterPanelName),
             FMission.Band};
     // A recording that has grown is seen whole again.
-    if (FScreen.NavigatorSpan() == kept->band) kept->band.reset();
+    if (FViews.NavigatorSpan() == kept->band) kept->band.reset();
   }
   Start(std::string(FFileName), std::move(kept));
 }
@@ -116,44 +118,37 @@ void TFileFlow::Start(const std::string& fileName, std::optional<TKept> kept) {
 void TFileFlow::Cancel() {
   if (!Busy()) return;
   FCancelled = true;
-  FScreen.SetText("PnlLoadingMsg", "Cancelling…");
+  FControls.SetText("PnlLoadingMsg", "Cancelling…");
   if (FReader) FReader->Terminate();
 }
 
 void TFileFlow::LoadingPreamble() {
   FState = TState::Reading;
   FCancelled = false;
-  FScreen.SetEnabled("dxBarOpenNewFile", false);
-  FScreen.SetEnabled("barbtnlrgOpenDemoFile", false);
-  FScreen.SetEnabled("dxBarReload", false);
-  CloseDockPanels(FScreen);
-  HideFileControls(FScreen);
-  FScreen.SetVisible("dxLayoutItemReportIsFiltered", false);
-  FScreen.SetVisible("dxLayoutItemReportIsFilteredCover", false);
-  FScreen.BringToFront("WellcomePanel");
-  FScreen.SetText("PnlLoadingMsg", "Reading file data...");
-  FScreen.SetText("PnlLoadingDetail", "");
-  FScreen.SetProgressMaximum(kLoadingSteps);
-  FScreen.SetProgress(0);
-  FScreen.SetTaskbarProgress(true);
-  FScreen.SetVisible("pnlLoading", true);
-  FScreen.BringToFront("pnlLoading");
-  FScreen.ProcessMessages(true);
+  EnableOpening(false);
+  CloseDockPanels(FControls);
+  HideFileControls(FControls);
+  FControls.SetVisible("dxLayoutItemReportIsFiltered", false);
+  FControls.SetVisible("dxLayoutItemReportIsFilteredCover", false);
+  FControls.BringToFront("WellcomePanel");
+  FControls.SetText("PnlLoadingMsg", "Reading file data...");
+  FControls.SetText("PnlLoadingDetail", "");
+  FControls.SetProgressMaximum(kLoadingSteps);
+  FControls.SetProgress(0);
+  FControls.SetTaskbarProgress(true);
+  FControls.SetVisible("pnlLoading", true);
+  FControls.BringToFront("pnlLoading");
+  FControls.ProcessMessages(true);
 }
 
 void TFileFlow::OpenDataFile(const std::string& fileName) {
   FFileName = fileName;
   RememberFolderOf(fileName);
   FBlocks = 0;
-  TellBlocks();
-  FScreen.SetVisible("pnlDamaged", false);
-  FScreen.EmptyGridsAndCharts();
-  FMission.SelectedEvent.reset();
-  FMission.ChosenEvent.reset();
-  FMission.Tables = {};
-  FMission.CLDS.Clear();
-  ClearMission();
-  FScreen.SetCaption(fmt::format("{}v{} [{}]", kApplicationTitle, FProgram.version, fileName));
+  ShowBlocksRead();
+  FControls.SetVisible("pnlDamaged", false);
+  RemoveMission();
+  FControls.SetCaption(fmt::format("{}v{} [{}]", kApplicationTitle, FProgram.version, fileName));
   if (FCloseWanted) {
     BackToWelcome();
     CloseIfWanted();
@@ -168,8 +163,8 @@ void TFileFlow::OpenDataFile(const std::string& fileName) {
   if (FCancelled) FReader->Terminate();
 }
 
-void TFileFlow::TellBlocks() {
-  FScreen.SetText("PnlLoadingDetail", fmt::format("{} · {} blocks read", Printable(FFileName), FBlocks));
+void TFileFlow::ShowBlocksRead() {
+  FControls.SetText("PnlLoadingDetail", fmt::format("{} · {} blocks read", Printable(FFileName), FBlocks));
 }
 
 void TFileFlow::RememberFolderOf(const std::string& fileName) {
@@ -181,7 +176,7 @@ void TFileFlow::HandleMessage(const TMessage& message) {
   switch (message.wParam) {
     case kReadProgress:
       FBlocks = message.lParam;
-      TellBlocks();
+      ShowBlocksRead();
       break;
     case kReadFinished:
       ReadFinished();
@@ -221,7 +216,7 @@ void TFileFlow::ReadFinished() {
     Fail(kCannotBeShown, error.what());
     return;
   }
-  TellDamage(extent);
+  ShowFileState(extent);
   CloseIfWanted();
 }
 
@@ -233,15 +228,15 @@ std::string TFileFlow::DamageOf(const TReadExtent& extent) const {
   return fmt::format(kDamaged, FBlocks, extent.inflatedBytes);
 }
 
-void TFileFlow::TellDamage(const TReadExtent& extent) {
+void TFileFlow::ShowFileState(const TReadExtent& extent) {
   const std::string name = Utf8FromPath(PathFromUtf8(FFileName).filename());
   const std::string_view state = extent.damaged             ? "damaged"
                                  : extent.readError.empty() ? "complete"
                                                             : "not read to its end";
-  FScreen.SetText("lblStatusFile", fmt::format("{} · {}", Printable(name), state));
+  FControls.SetText("lblStatusFile", fmt::format("{} · {}", Printable(name), state));
   if (FMission.Damage.empty()) return;
-  FScreen.SetText("lblDamaged", FMission.Damage);
-  FScreen.SetVisible("pnlDamaged", true);
+  FControls.SetText("lblDamaged", FMission.Damage);
+  FControls.SetVisible("pnlDamaged", true);
 }
 
 void TFileFlow::ReadFailed(std::int64_t code) {
@@ -258,7 +253,7 @@ void TFileFlow::ReadFailed(std::int64_t code) {
 }
 
 void TFileFlow::Step(int position, std::string_view text) {
-  TScreenProgress progress(*this);
+  TWindowProgress progress(*this);
   progress.SetStatus(text);
   progress.SetPosition(position);
   progress.Process(true);
@@ -267,7 +262,7 @@ void TFileFlow::Step(int position, std::string_view text) {
 void TFileFlow::CompleteLoading() {
   CompleteModel();
   Step(1, "Loading the data...");
-  TScreenProgress progress(*this);
+  TWindowProgress progress(*this);
   TDatasetOptions options;
   options.orderBy = FMission.Settings.orderBy;
   FMission.Display = DisplayInForce(FMission.Settings.display, FMission.Data);
@@ -277,65 +272,69 @@ void TFileFlow::CompleteLoading() {
   FilterCompanion(FMission);
   FMission.Summary = SummarizeMission(FMission.Events, FMission.Tables.Metrics, FMission.Sensors);
   Step(6, "Populating the chart series...");
-  FScreen.PopulateChartSeries(FMission);
+  FViews.PopulateChartSeries(FMission);
   Step(7, "Updating UI...");
-  FScreen.UpdateKorvexUI(FMission);
+  FViews.UpdateKorvexUI(FMission);
   Step(8, "Preparing Report...");
-  FScreen.PrepareReport(FMission);
+  FViews.PrepareReport(FMission);
   Step(9, "Finishing up...");
   FileLoadComplete();
 }
 
 void TFileFlow::FileLoadComplete() {
   FState = TState::Shown;
-  FScreen.SetVisible("pnlLoading", false);
-  FScreen.SetTaskbarProgress(false);
-  EnableOpening();
-  ShowViewButtons(FScreen, !FMission.Tables.Battery.Fields().empty());
-  actNavSetIntAllExecute(FMission, FScreen);
-  if (FKept && FKept->band) KeepNavigatorBand(FMission, *FKept->band, FScreen);
+  FControls.SetVisible("pnlLoading", false);
+  FControls.SetTaskbarProgress(false);
+  EnableOpening(true);
+  actNavSetIntAllExecute(FMission, FViews);
+  if (FKept && FKept->band) KeepNavigatorBand(FMission, *FKept->band, FViews);
   const bool stillThere = FKept && FKept->selectedEvent && *FKept->selectedEvent < FMission.Events.Count();
   SelectEvent(
       FMission,
       stillThere ? FKept->selectedEvent : VisibleOrFirst(FMission.CLDS, FMission.Summary.mostIntense.value_or(0)),
-      FScreen);
+      FViews);
   SwitchView(FKept ? FKept->view : TView::Overview);
   if (FKept) Restore(*FKept);
   FRecent.Add(FFileName);
-  FScreen.ShowRecentDocuments(FRecent);
+  FControls.ShowRecentDocuments(FRecent);
 }
 
 void TFileFlow::Restore(const TKept& kept) {
-  OrderEventsBy(FMission, kept.order, FScreen);
-  OrderReadingsBy(FMission, kept.sensorsOrder, kept.batteryOrder, FScreen);
-  for (const std::string_view panel : kept.closed) FScreen.SetVisible(panel, false);
-  if (kept.filterPanel) FScreen.SetVisible("dxDockPanelFilter", true);
+  OrderEventsBy(FMission, kept.order, FViews);
+  OrderReadingsBy(FMission, kept.sensorsOrder, kept.batteryOrder, FViews);
+  for (const std::string_view panel : kept.closed) FControls.SetVisible(panel, false);
+  if (kept.filterPanelOpen) FControls.SetVisible(kFilterPanelName, true);
 }
 
-void TFileFlow::EnableOpening() {
+void TFileFlow::EnableOpening(bool enabled) {
   for (const std::string_view button : {"dxBarOpenNewFile", "barbtnlrgOpenDemoFile", "dxBarReload"}) {
-    FScreen.SetEnabled(button, true);
+    FControls.SetEnabled(button, enabled);
   }
 }
 
-// Nothing of a file that is not shown stays, so a failed open costs no memory.
-void TFileFlow::BackToWelcome() {
-  FState = TState::Welcome;
-  FScreen.EmptyGridsAndCharts();
+void TFileFlow::RemoveMission() {
+  FViews.EmptyGridsAndCharts();
+  FMission.SelectedEvent.reset();
+  FMission.ChosenEvent.reset();
   FMission.Tables = {};
   FMission.CLDS.Clear();
   ClearMission();
-  FScreen.SetVisible("pnlLoading", false);
-  FScreen.SetTaskbarProgress(false);
-  EnableOpening();
-  FScreen.SetCaption(StartCaption(FProgram));
-  EnterWelcomeState(FScreen);
+}
+
+void TFileFlow::BackToWelcome() {
+  FState = TState::Welcome;
+  RemoveMission();
+  FControls.SetVisible("pnlLoading", false);
+  FControls.SetTaskbarProgress(false);
+  EnableOpening(true);
+  FControls.SetCaption(StartCaption(FProgram));
+  EnterWelcomeState(FControls);
 }
 
 void TFileFlow::Fail(std::string_view text, std::string_view reason) {
   const std::string details = fmt::format("{}\n{}", Printable(FFileName), reason);
   BackToWelcome();
-  if (!CloseIfWanted()) FScreen.ShowMessage(text, details);
+  if (!CloseIfWanted()) FDialogs.ShowMessage(text, details);
 }
 
 void TFileFlow::SwitchView(TView view) {
@@ -343,13 +342,13 @@ void TFileFlow::SwitchView(TView view) {
   FView = view;
   switch (view) {
     case TView::Overview:
-      SetViewOverview(FScreen);
+      SetViewOverview(FControls, FViews);
       break;
     case TView::Shock:
-      SetViewShock(FScreen, FMission.SelectedEvent);
+      SetViewShock(FControls, FViews, FMission.SelectedEvent);
       break;
     case TView::Report:
-      SetViewReport(FScreen);
+      SetViewReport(FControls);
       break;
   }
 }
@@ -364,7 +363,7 @@ bool TFileFlow::RunExport(const std::function<void(IProgress&)>& work) {
     TState& FState;
   } exporting(FState);
   FCancelled = false;
-  TScreenProgress progress(*this);
+  TWindowProgress progress(*this);
   try {
     work(progress);
   } catch (const EKorvex& error) {
@@ -375,7 +374,7 @@ bool TFileFlow::RunExport(const std::function<void(IProgress&)>& work) {
 }
 
 bool TFileFlow::CloseIfWanted() {
-  if (FCloseWanted) FScreen.CloseWindow();
+  if (FCloseWanted) FControls.CloseWindow();
   return FCloseWanted;
 }
 

@@ -3,8 +3,8 @@
 //   Welcome → Reading → Filling → Shown      Reading, Filling → Welcome on failure, Cancel and unfit files
 //                                Shown ⇄ Exporting
 //
-// Filling and exporting let the window handle its messages, so whatever the user does then may call back: while the
-// flow is busy every command is refused, and a close is remembered and done after. Main thread only.
+// While a mission is filled or exported the window handles messages, so the user's commands may call back. A busy flow
+// refuses every command; it remembers a close and does it afterwards. Main thread only.
 #pragma once
 
 #include <cstdint>
@@ -18,20 +18,22 @@
 #include "base/uMessages.h"
 #include "base/uProgress.h"
 #include "model/uReadFileThread.h"
-#include "shell/uMainScreen.h"
+#include "shell/uIControls.h"
+#include "shell/uIDialogs.h"
+#include "shell/uIMissionViews.h"
 #include "shell/uStartUp.h"
-#include "shell/uViewSwitch.h"
 
 class TFileFlow {
  public:
   enum class TState { Welcome, Reading, Filling, Shown, Exporting };
 
-  // `port` is the handle on which the reader's messages come back to HandleMessage; a read fails before the mission
-  // outgrows the bytes that `memoryBound` gives when it begins.
-  TFileFlow(TProgram program, std::uint64_t port, std::function<std::uint64_t()> memoryBound, IMainScreen& screen);
+  // `port` receives the reader's messages; its owner passes them to HandleMessage. `memoryBound` is called when a read
+  // begins: the read fails before the mission takes more bytes than that.
+  TFileFlow(TProgram program, std::uint64_t port, std::function<std::uint64_t()> memoryBound, IControls& controls,
+            IDialogs& dialogs, IMissionViews& views);
 
   [[nodiscard]] TState State() const { return FState; }
-  // A file is being read, the views are being filled or an export runs: commands are refused.
+  // Commands are refused.
   [[nodiscard]] bool Busy() const { return FState != TState::Welcome && FState != TState::Shown; }
   [[nodiscard]] bool FileShown() const { return FState == TState::Shown; }
   [[nodiscard]] TShownMission& Mission() { return FMission; }
@@ -40,17 +42,16 @@ class TFileFlow {
   // The folder of the last file that was opened or saved, at first the data folder.
   [[nodiscard]] const std::string& RememberedFolder() const { return FRememberedFolder; }
   void RememberFolderOf(const std::string& fileName);
-  // What was shown last, and before that. Whoever changes it shows it.
+  // Whoever changes the lists calls ShowRecentDocuments.
   [[nodiscard]] TRecentDocuments& Recent() { return FRecent; }
 
-  // The open command and the demo button: ask for a file; a cancelled dialog leaves everything as it is.
+  // The open command and the demo button ask for a file; a cancelled dialog changes nothing.
   void AskAndOpen();
   void AskAndOpenDemo();
-  // Every other way: an argument, a path, a list entry, a drop.
   void Open(const std::string& fileName);
-  // Reads the same file again and keeps selection and view.
+  // Reads the same file again and keeps view, selection, order, filter, dock panels and band.
   void Reload();
-  // Ends the read, the filling or the export; the messages tell when it has ended.
+  // Asks the read, the filling or the export to end; State says when it has.
   void Cancel();
 
   // What the reader posts.
@@ -59,26 +60,26 @@ class TFileFlow {
   void SwitchView(TView view);
   [[nodiscard]] TView View() const { return FView; }
 
-  // Exports the shown mission. Cancel and a close end it where `work` lets the window handle its messages; then the
-  // result is false. It throws what `work` throws. After a close CloseIfWanted has to be called.
+  // Calls `work`, which exports the shown mission. Throws what `work` throws. False when the user cancelled or closed
+  // the window, which ends `work` where it processes messages; the caller then calls CloseIfWanted.
   [[nodiscard]] bool RunExport(const std::function<void(IProgress&)>& work);
 
-  // The window wants to close. A read is ended first; while the views are filled or an export runs the close is
-  // remembered and false is returned, and CloseWindow comes later.
+  // The window asks before it closes. True after a read has been ended. False while a mission is filled or exported:
+  // the close is remembered.
   [[nodiscard]] bool MayClose();
-  // Does a close that was remembered; false when there is none.
+  // Closes the window if a close was remembered, else false.
   bool CloseIfWanted();
 
  private:
-  class TScreenProgress;
-  struct TKept {  // by a reload
+  class TWindowProgress;
+  struct TKept {  // what a reload keeps
     std::optional<std::size_t> selectedEvent;
     TView view;
     std::string order;  // the index of the event tables
     std::string sensorsOrder, batteryOrder;
     std::vector<std::string_view> closed;  // dock panels
-    bool filterPanel;                      // is open
-    std::optional<TTimeSpan> band;         // of the navigator, unless it was over everything
+    bool filterPanelOpen;
+    std::optional<TTimeSpan> band;  // nothing when it was the whole recording
   };
 
   void AskAndOpen(std::string folder);
@@ -87,21 +88,24 @@ class TFileFlow {
   void OpenDataFile(const std::string& fileName);
   void ReadFinished();
   void ReadFailed(std::int64_t code);
-  void TellBlocks();
+  void ShowBlocksRead();
   [[nodiscard]] std::string DamageOf(const TReadExtent& extent) const;
-  void TellDamage(const TReadExtent& extent);
+  void ShowFileState(const TReadExtent& extent);
   void Restore(const TKept& kept);
   void Step(int position, std::string_view text);
   void CompleteLoading();
   void FileLoadComplete();
-  void EnableOpening();
+  void EnableOpening(bool enabled);
+  void RemoveMission();
   void BackToWelcome();
   void Fail(std::string_view text, std::string_view reason);
 
   TProgram FProgram;
   std::uint64_t FPort;
   std::function<std::uint64_t()> FMemoryBound;
-  IMainScreen& FScreen;
+  IControls& FControls;
+  IDialogs& FDialogs;
+  IMissionViews& FViews;
   TState FState = TState::Welcome;
   TView FView = TView::Overview;
   TShownMission FMission;

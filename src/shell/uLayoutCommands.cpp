@@ -3,7 +3,7 @@
 #include <system_error>
 
 #include "base/uFiles.h"
-#include "shell/uSteps.h"
+#include "shell/uFailureList.h"
 
 namespace fs = std::filesystem;
 
@@ -14,39 +14,39 @@ constexpr std::string_view kNoSettingsFolder =
 
 }  // namespace
 
-void SaveUserLayout(const TProgram& program, IMainScreen& screen) {
+void SaveUserLayout(const TProgram& program, IControls& controls, IDialogs& dialogs) {
   constexpr std::string_view kNotSaved = "The layout is not saved.";
   const std::string folder = program.findSettingsFolder();
   if (folder.empty()) {
-    screen.ShowMessage(kNotSaved, kNoSettingsFolder);
+    dialogs.ShowMessage(kNotSaved, kNoSettingsFolder);
     return;
   }
-  TSteps steps;
+  TFailureList failures;
   const fs::path file = PathFromUtf8(folder) / kUserLayoutFile;
-  steps.Run(file, [&] { screen.SaveLayout(file); });
-  steps.Tell(screen, kNotSaved);
+  failures.Run(file, [&] { controls.SaveLayout(file); });
+  failures.Show(dialogs, kNotSaved);
 }
 
-void LoadUserLayout(const TProgram& program, TView view, IMainScreen& screen) {
+void LoadUserLayout(const TProgram& program, TView view, IControls& controls, IDialogs& dialogs) {
   const std::string folder = program.findSettingsFolder();
   const fs::path file = PathFromUtf8(folder) / kUserLayoutFile;
   std::error_code unknown;
   if (folder.empty() || !fs::exists(file, unknown)) {
-    screen.ShowMessage("There is no user layout yet.", folder.empty() ? kNoSettingsFolder : "Save one first.");
+    dialogs.ShowMessage("There is no user layout yet.", folder.empty() ? kNoSettingsFolder : "Save one first.");
     return;
   }
-  TSteps steps;
-  steps.Run(file, [&] { screen.LoadLayout(file); });
-  if (AllDockPanelsAreClosed(screen)) ShowDockPanels(screen, view);
-  steps.Tell(screen, "The user layout cannot be used.");
+  TFailureList failures;
+  failures.Run(file, [&] { controls.LoadLayout(file); });
+  if (AllDockPanelsAreClosed(controls)) ShowDockPanels(controls, view);
+  failures.Show(dialogs, "The user layout cannot be used.");
 }
 
-void LoadDefaultLayout(const TProgram& program, TView view, IMainScreen& screen) {
+void LoadDefaultLayout(const TProgram& program, TView view, IControls& controls) {
   const std::string folder = program.findSettingsFolder();
-  screen.RestoreDesignedLayout();
+  controls.RestoreDesignedLayout();
   std::error_code unknown;
   const fs::path file = PathFromUtf8(folder) / kDefaultLayoutFile;
-  TSteps untold;  // a file that is of no use leaves the designed arrangement
-  if (!folder.empty() && fs::exists(file, unknown)) untold.Run(file, [&] { screen.LoadLayout(file); });
-  ShowDockPanels(screen, view);
+  TFailureList ignored;  // the designed layout stays then
+  if (!folder.empty() && fs::exists(file, unknown)) ignored.Run(file, [&] { controls.LoadLayout(file); });
+  ShowDockPanels(controls, view);
 }

@@ -1,4 +1,4 @@
-// The commands that save and load the arrangement of the dock panels.
+// The commands that save and load the layout: the arrangement of dock panels and splitters.
 #pragma once
 
 #include "shell/uStartUp.h"
@@ -7,11 +7,11 @@
 inline constexpr std::string_view kDefaultLayoutFile = "default-layout.ini";
 inline constexpr std::string_view kUserLayoutFile = "user-layout.ini";
 
-// Saves the arrangement as the user layout, which the next start loads. One message when that fails.
-void SaveUserLayout(const TProgram& program, IMainScreen& screen);
-// A layout that was saved with every panel closed comes with the view's panels, in their places. One message when there
-// is no user layout, or when it is of no use and the designed arrangement stands instead.
-void LoadUserLayout(const TProgram& program, TView view, IMainScreen& screen);
-// The default layout of the settings folder, or the designed one where that is missing or of no use, with every panel
-// that belongs to the view.
-void LoadDefaultLayout(const TProgram& program, TView view, IMainScreen& screen);
+// Saves the user layout, which the next start loads. A failure shows a message.
+void SaveUserLayout(const TProgram& program, IControls& controls, IDialogs& dialogs);
+// Shows the view's panels if the layout was saved with all closed. Shows a message when there is no user layout, or
+// when it cannot be used; then the designed layout is in force.
+void LoadUserLayout(const TProgram& program, TView view, IControls& controls, IDialogs& dialogs);
+// Loads the default layout of the settings folder, or the designed one when that cannot be used. Shows the view's
+// panels.
+void LoadDefaultLayout(const TProgram& program, TView view, IControls& controls);

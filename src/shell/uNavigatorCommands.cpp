@@ -8,109 +8,109 @@ namespace {
 
 constexpr std::string_view kCharts[] = {"Chart1", "ChartAllSensors", "Chart20"};
 
-void PutBand(TShownMission& mission, const TTimeSpan& band, IMainScreen& screen) {
+void PutBand(TShownMission& mission, const TTimeSpan& band, IMissionViews& views) {
   mission.Band = band;
-  screen.SetNavigatorBand(band);
+  views.SetNavigatorBand(band);
 }
 
-void SetBand(TShownMission& mission, const TTimeSpan& band, IMainScreen& screen) {
-  PutBand(mission, band, screen);
-  screen.SetNavigatorCompanions(band);
+void SetBand(TShownMission& mission, const TTimeSpan& band, IMissionViews& views) {
+  PutBand(mission, band, views);
+  views.SetNavigatorCompanions(band);
 }
 
-void MoveBand(TShownMission& mission, const TTimeSpan& band, IMainScreen& screen) {
-  PutBand(mission, band, screen);
-  NavigatorBandResized(mission, screen);
+void MoveBand(TShownMission& mission, const TTimeSpan& band, IMissionViews& views) {
+  PutBand(mission, band, views);
+  NavigatorBandResized(mission, views);
 }
 
-void SetSpan(TShownMission& mission, const TTimeSpan& band, IMainScreen& screen) {
-  SetBand(mission, band, screen);
-  screen.Repaint("Chart1");
-  screen.Repaint("ChartAllSensors");
-  NavigatorBandResized(mission, screen);
+void SetSpan(TShownMission& mission, const TTimeSpan& band, IMissionViews& views) {
+  SetBand(mission, band, views);
+  views.RepaintChart("Chart1");
+  views.RepaintChart("ChartAllSensors");
+  NavigatorBandResized(mission, views);
 }
 
-void SetInterval(TShownMission& mission, const TCalendarStep& interval, IMainScreen& screen) {
-  if (const auto data = screen.NavigatorSpan()) SetSpan(mission, IntervalBand(mission.Band, *data, interval), screen);
+void SetInterval(TShownMission& mission, const TCalendarStep& interval, IMissionViews& views) {
+  if (const auto data = views.NavigatorSpan()) SetSpan(mission, IntervalBand(mission.Band, *data, interval), views);
 }
 
-void Step(TShownMission& mission, TTimeSpan (*moved)(const TTimeSpan&, const TTimeSpan&), IMainScreen& screen) {
-  const auto data = screen.NavigatorSpan();
+void Step(TShownMission& mission, TTimeSpan (*moved)(const TTimeSpan&, const TTimeSpan&), IMissionViews& views) {
+  const auto data = views.NavigatorSpan();
   if (!data) return;
-  SetBand(mission, moved(mission.Band, *data), screen);
-  screen.Repaint("ChartNavigator");
-  NavigatorBandResized(mission, screen);
+  SetBand(mission, moved(mission.Band, *data), views);
+  views.RepaintChart("ChartNavigator");
+  NavigatorBandResized(mission, views);
 }
 
-void ZoomTo(TShownMission& mission, double from, double days, IMainScreen& screen) {
-  const auto data = screen.NavigatorSpan();
+void ZoomTo(TShownMission& mission, double from, double days, IMissionViews& views) {
+  const auto data = views.NavigatorSpan();
   if (!data || !std::isfinite(from)) return;
   if (!(days > 0 && std::isfinite(days))) days = 0;
-  MoveBand(mission, BandAround(mission.Band, *data, from, days), screen);
+  MoveBand(mission, BandAround(mission.Band, *data, from, days), views);
 }
 
-void SyncWith(TShownMission& mission, std::string_view chart, IMainScreen& screen) {
-  if (!screen.NavigatorSpan()) return;
+void SyncWith(TShownMission& mission, std::string_view chart, IMissionViews& views, IDialogs& dialogs) {
+  if (!views.NavigatorSpan()) return;
   constexpr std::string_view kQuestion = "Do you really want to sync the navigator with the currently viewed timespan?";
-  if (mission.Settings.syncConfirmations && !screen.Confirm(kQuestion)) return;
-  MoveBand(mission, screen.ChartSpan(chart), screen);
+  if (mission.Settings.syncConfirmations && !dialogs.Confirm(kQuestion)) return;
+  MoveBand(mission, views.ChartSpan(chart), views);
 }
 
 }  // namespace
 
-void actNavSetIntAllExecute(TShownMission& mission, IMainScreen& screen) {
-  if (const auto data = screen.NavigatorSpan()) SetSpan(mission, *data, screen);
+void actNavSetIntAllExecute(TShownMission& mission, IMissionViews& views) {
+  if (const auto data = views.NavigatorSpan()) SetSpan(mission, *data, views);
 }
 
-void actNavSetIntYearExecute(TShownMission& mission, IMainScreen& screen) {
-  SetInterval(mission, kYearInterval, screen);
+void actNavSetIntYearExecute(TShownMission& mission, IMissionViews& views) {
+  SetInterval(mission, kYearInterval, views);
 }
 
-void actNavSetIntMonthExecute(TShownMission& mission, IMainScreen& screen) {
-  SetInterval(mission, kMonthInterval, screen);
+void actNavSetIntMonthExecute(TShownMission& mission, IMissionViews& views) {
+  SetInterval(mission, kMonthInterval, views);
 }
 
-void actNavSetIntWeekExecute(TShownMission& mission, IMainScreen& screen) {
-  SetInterval(mission, kWeekInterval, screen);
+void actNavSetIntWeekExecute(TShownMission& mission, IMissionViews& views) {
+  SetInterval(mission, kWeekInterval, views);
 }
 
-void actNavSetIntDayExecute(TShownMission& mission, IMainScreen& screen) {
-  SetInterval(mission, kDayInterval, screen);
+void actNavSetIntDayExecute(TShownMission& mission, IMissionViews& views) {
+  SetInterval(mission, kDayInterval, views);
 }
 
-void actNavSetIntHourExecute(TShownMission& mission, IMainScreen& screen) {
-  SetInterval(mission, kHourInterval, screen);
+void actNavSetIntHourExecute(TShownMission& mission, IMissionViews& views) {
+  SetInterval(mission, kHourInterval, views);
 }
 
-void actNavSetIntMinExecute(TShownMission& mission, IMainScreen& screen) {
-  SetInterval(mission, kMinInterval, screen);
+void actNavSetIntMinExecute(TShownMission& mission, IMissionViews& views) {
+  SetInterval(mission, kMinInterval, views);
 }
 
-void actNavFwdExecute(TShownMission& mission, IMainScreen& screen) {
-  Step(mission, ForwardBand, screen);
+void actNavFwdExecute(TShownMission& mission, IMissionViews& views) {
+  Step(mission, ForwardBand, views);
 }
 
-void actNavRwdExecute(TShownMission& mission, IMainScreen& screen) {
-  Step(mission, RewindBand, screen);
+void actNavRwdExecute(TShownMission& mission, IMissionViews& views) {
+  Step(mission, RewindBand, views);
 }
 
-void NavigatorBandDragging(TShownMission& mission, const TTimeSpan& band, IMainScreen& screen) {
-  MoveBand(mission, band, screen);
+void NavigatorBandDragging(TShownMission& mission, const TTimeSpan& band, IMissionViews& views) {
+  MoveBand(mission, band, views);
 }
 
-void NavigatorBandResizing(TShownMission& mission, const TTimeSpan& band, IMainScreen& screen) {
-  MoveBand(mission, band, screen);
+void NavigatorBandResizing(TShownMission& mission, const TTimeSpan& band, IMissionViews& views) {
+  MoveBand(mission, band, views);
 }
 
-void ZoomNavigatorToEvent(TShownMission& mission, std::size_t event, IMainScreen& screen) {
+void ZoomNavigatorToEvent(TShownMission& mission, std::size_t event, IMissionViews& views) {
   if (event >= mission.Events.Count()) return;
   const TEvent& shown = mission.Events.GetItem(event);
   const double ms = shown.Count() > 0 ? shown.Values().back().time - shown.GetStartTime() : 0;
-  ZoomTo(mission, DateTimeOf(DrawableStart(mission.Events.StartTime), shown.GetStartTime()), ms / kMsPerDay, screen);
+  ZoomTo(mission, DateTimeOf(DrawableStart(mission.Events.StartTime), shown.GetStartTime()), ms / kMsPerDay, views);
 }
 
-void ZoomNavigatorToReading(TShownMission& mission, const TDataset& table, std::size_t row, IMainScreen& screen) {
-  if (const auto time = ReadingTime(table, row)) ZoomTo(mission, *time, 0, screen);
+void ZoomNavigatorToReading(TShownMission& mission, const TDataset& table, std::size_t row, IMissionViews& views) {
+  if (const auto time = ReadingTime(table, row)) ZoomTo(mission, *time, 0, views);
 }
 
 std::optional<double> ReadingTime(const TDataset& table, std::size_t row) {
@@ -119,21 +119,21 @@ std::optional<double> ReadingTime(const TDataset& table, std::size_t row) {
   return table.DateTime(row, *timestamp);
 }
 
-void KeepNavigatorBand(TShownMission& mission, const TTimeSpan& band, IMainScreen& screen) {
-  if (const auto data = screen.NavigatorSpan()) MoveBand(mission, BandWithin(band, *data), screen);
+void KeepNavigatorBand(TShownMission& mission, const TTimeSpan& band, IMissionViews& views) {
+  if (const auto data = views.NavigatorSpan()) MoveBand(mission, BandWithin(band, *data), views);
 }
 
-void NavigatorBandResized(const TShownMission& mission, IMainScreen& screen) {
-  for (const std::string_view chart : kCharts) screen.SetChartSpan(chart, mission.Band);
-  screen.SetUnsyncedView(std::nullopt);
-  screen.SetNavigatorCompanions(mission.Band);
-  screen.Repaint("Chart1");
+void NavigatorBandResized(const TShownMission& mission, IMissionViews& views) {
+  for (const std::string_view chart : kCharts) views.SetChartSpan(chart, mission.Band);
+  views.SetUnsyncedView(std::nullopt);
+  views.SetNavigatorCompanions(mission.Band);
+  views.RepaintChart("Chart1");
 }
 
-void btnToolsSensorsChartSyncWNavClick(TShownMission& mission, IMainScreen& screen) {
-  SyncWith(mission, "ChartAllSensors", screen);
+void btnToolsSensorsChartSyncWNavClick(TShownMission& mission, IMissionViews& views, IDialogs& dialogs) {
+  SyncWith(mission, "ChartAllSensors", views, dialogs);
 }
 
-void btnToolsShockSyncWNavClick(TShownMission& mission, TView view, IMainScreen& screen) {
-  SyncWith(mission, view == TView::Shock ? "Chart20" : "Chart1", screen);
+void btnToolsShockSyncWNavClick(TShownMission& mission, TView view, IMissionViews& views, IDialogs& dialogs) {
+  SyncWith(mission, view == TView::Shock ? "Chart20" : "Chart1", views, dialogs);
 }

@@ -1,5 +1,5 @@
-// The navigator's commands on the shown mission: each moves the band and lets the charts follow, in this order. Where
-// the navigator has no point they do nothing at all.
+// The navigator's commands on the shown mission: each moves the band, then the charts follow. They do nothing when the
+// navigator has no point.
 #pragma once
 
 #include <cstddef>
@@ -7,41 +7,42 @@
 #include <string_view>
 
 #include "navigation/uTimeNavigator.h"
-#include "shell/uMainScreen.h"
-#include "shell/uViewSwitch.h"
+#include "shell/uIControls.h"
+#include "shell/uIDialogs.h"
+#include "shell/uIMissionViews.h"
 
-// The band over everything, as after loading.
-void actNavSetIntAllExecute(TShownMission& mission, IMainScreen& screen);
-// One interval long.
-void actNavSetIntYearExecute(TShownMission& mission, IMainScreen& screen);
-void actNavSetIntMonthExecute(TShownMission& mission, IMainScreen& screen);
-void actNavSetIntWeekExecute(TShownMission& mission, IMainScreen& screen);
-void actNavSetIntDayExecute(TShownMission& mission, IMainScreen& screen);
-void actNavSetIntHourExecute(TShownMission& mission, IMainScreen& screen);
-void actNavSetIntMinExecute(TShownMission& mission, IMainScreen& screen);
-// By its own width.
-void actNavFwdExecute(TShownMission& mission, IMainScreen& screen);
-void actNavRwdExecute(TShownMission& mission, IMainScreen& screen);
+// The whole recording, as after loading.
+void actNavSetIntAllExecute(TShownMission& mission, IMissionViews& views);
+// One calendar interval.
+void actNavSetIntYearExecute(TShownMission& mission, IMissionViews& views);
+void actNavSetIntMonthExecute(TShownMission& mission, IMissionViews& views);
+void actNavSetIntWeekExecute(TShownMission& mission, IMissionViews& views);
+void actNavSetIntDayExecute(TShownMission& mission, IMissionViews& views);
+void actNavSetIntHourExecute(TShownMission& mission, IMissionViews& views);
+void actNavSetIntMinExecute(TShownMission& mission, IMissionViews& views);
+// Move the band by its own width.
+void actNavFwdExecute(TShownMission& mission, IMissionViews& views);
+void actNavRwdExecute(TShownMission& mission, IMissionViews& views);
 
-// The user moves the band with its width kept, or changes its width, by mouse or keys.
-void NavigatorBandDragging(TShownMission& mission, const TTimeSpan& band, IMainScreen& screen);
-void NavigatorBandResizing(TShownMission& mission, const TTimeSpan& band, IMainScreen& screen);
+// The user moves the band, or changes its width, by mouse or keys.
+void NavigatorBandDragging(TShownMission& mission, const TTimeSpan& band, IMissionViews& views);
+void NavigatorBandResizing(TShownMission& mission, const TTimeSpan& band, IMissionViews& views);
 
-// The band around an event of the list or a reading: a row of the sensors or the battery table. One that is not there,
-// or has no time, leaves it where it is.
-void ZoomNavigatorToEvent(TShownMission& mission, std::size_t event, IMainScreen& screen);
-void ZoomNavigatorToReading(TShownMission& mission, const TDataset& table, std::size_t row, IMainScreen& screen);
+// Move the band around an event, or around a row of the sensors or the battery table. An event or row that does not
+// exist or has no time changes nothing.
+void ZoomNavigatorToEvent(TShownMission& mission, std::size_t event, IMissionViews& views);
+void ZoomNavigatorToReading(TShownMission& mission, const TDataset& table, std::size_t row, IMissionViews& views);
 
-// The date-time of such a row.
+// The date-time of such a row; nothing when there is no such row or time.
 std::optional<double> ReadingTime(const TDataset& table, std::size_t row);
 
-// After a reload: the band as it was, as far as the data still reach.
-void KeepNavigatorBand(TShownMission& mission, const TTimeSpan& band, IMainScreen& screen);
+// After a reload: the band as before, cut where the data now end.
+void KeepNavigatorBand(TShownMission& mission, const TTimeSpan& band, IMissionViews& views);
 
-// Applies the band to the charts.
-void NavigatorBandResized(const TShownMission& mission, IMainScreen& screen);
+// The charts show the band.
+void NavigatorBandResized(const TShownMission& mission, IMissionViews& views);
 
-// The band becomes what the sensors chart, or the events chart of the view in front, shows; after a question when the
-// settings want one.
-void btnToolsSensorsChartSyncWNavClick(TShownMission& mission, IMainScreen& screen);
-void btnToolsShockSyncWNavClick(TShownMission& mission, TView view, IMainScreen& screen);
+// The band becomes what the sensors chart, or the events chart of the view, shows. The settings decide whether the user
+// is asked first.
+void btnToolsSensorsChartSyncWNavClick(TShownMission& mission, IMissionViews& views, IDialogs& dialogs);
+void btnToolsShockSyncWNavClick(TShownMission& mission, TView view, IMissionViews& views, IDialogs& dialogs);

@@ -8,6 +8,22 @@
 
 namespace {
 
+// The chosen event stays as it is.
+void SelectForNow(TShownMission& mission, std::optional<std::size_t> event, IMissionViews& views) {
+  if (event && *event >= mission.Events.Count()) event.reset();
+  mission.SelectedEvent = event;
+  views.ShowSelectedEvent(event);
+  views.PositionEventGrids(event);
+}
+
+void ApplyFilter(TShownMission& mission, IMissionViews& views) {
+  FilterCompanion(mission);
+  views.RebuildFilteredEvents();
+  views.ShowFilter(mission);
+  const auto event = VisibleOrFirst(mission.CLDS, mission.ChosenEvent);
+  if (event != mission.SelectedEvent) SelectForNow(mission, event, views);
+}
+
 std::optional<std::size_t> FirstEvent(TDataset& table) {
   table.First();
   const auto id = table.FindField("ID");
@@ -15,14 +31,14 @@ std::optional<std::size_t> FirstEvent(TDataset& table) {
   return static_cast<std::size_t>(table.Integer(table.CurrentRow(), *id));
 }
 
-void Step(TShownMission& mission, const TDataset& table, int steps, IMainScreen& screen) {
+void Step(TShownMission& mission, const TDataset& table, int steps, IMissionViews& views) {
   if (table.RecordCount() == 0) return;
   // The table shares the rows of the shock event table, where an event's row is its index in the list.
   const auto selected = mission.SelectedEvent ? table.PositionOf(*mission.SelectedEvent) : std::nullopt;
   const auto last = static_cast<std::int64_t>(table.RecordCount()) - 1;
   const std::int64_t position =
       selected ? std::clamp<std::int64_t>(static_cast<std::int64_t>(*selected) + steps, 0, last) : 0;
-  SelectEvent(mission, table.RowAt(static_cast<std::size_t>(position)), screen);
+  SelectEvent(mission, table.RowAt(static_cast<std::size_t>(position)), views);
 }
 
 }  // namespace
@@ -31,69 +47,85 @@ void FillCompanion(TShownMission& mission) {
   mission.CLDS = mission.Tables.Events;
 }
 
-void SelectEvent(TShownMission& mission, std::optional<std::size_t> event, IMainScreen& screen) {
+void SelectEvent(TShownMission& mission, std::optional<std::size_t> event, IMissionViews& views) {
   mission.ChosenEvent = event;
-  SelectForNow(mission, event, screen);
+  SelectForNow(mission, event, views);
 }
 
-void SelectForNow(TShownMission& mission, std::optional<std::size_t> event, IMainScreen& screen) {
-  if (event && *event >= mission.Events.Count()) event.reset();
-  mission.SelectedEvent = event;
-  screen.ShowSelectedEvent(event);
-  screen.PositionEventGrids(event);
-}
-
-void ShockGridTitleClick(TShownMission& mission, std::string_view field, IMainScreen& screen) {
+void ShockGridTitleClick(TShownMission& mission, std::string_view field, IMissionViews& views) {
   if (const auto key = EventIndexKey(field)) {
     ToggleIndex(mission.Tables.Events, *key);
     ToggleIndex(mission.CLDS, *key);
   }
   mission.Tables.Events.First();
   const std::optional<std::size_t> first = FirstEvent(mission.CLDS);
-  screen.RefreshGrid("dbgShocks");
-  screen.RefreshGrid("dbgFilteredShocks");
-  SelectEvent(mission, first, screen);
+  views.RefreshGrid("dbgShocks");
+  views.RefreshGrid("dbgFilteredShocks");
+  SelectEvent(mission, first, views);
 }
 
-void SensorsGridTitleClick(TShownMission& mission, std::string_view field, IMainScreen& screen) {
+void SensorsGridTitleClick(TShownMission& mission, std::string_view field, IMissionViews& views) {
   const auto key = SensorsIndexKey(field);
-  if (key && ToggleIndex(mission.Tables.Sensors, *key)) screen.RefreshGrid("DBGrid2");
+  if (key && ToggleIndex(mission.Tables.Sensors, *key)) views.RefreshGrid("DBGrid2");
 }
 
-void BatteryGridTitleClick(TShownMission& mission, std::string_view field, IMainScreen& screen) {
+void BatteryGridTitleClick(TShownMission& mission, std::string_view field, IMissionViews& views) {
   const auto key = BatteryIndexKey(field);
-  if (key && ToggleIndex(mission.Tables.Battery, *key)) screen.RefreshGrid("DBGrid8");
+  if (key && ToggleIndex(mission.Tables.Battery, *key)) views.RefreshGrid("DBGrid8");
 }
 
-void OrderEventsBy(TShownMission& mission, std::string_view index, IMainScreen& screen) {
+void OrderEventsBy(TShownMission& mission, std::string_view index, IMissionViews& views) {
   if (!mission.Tables.Events.SelectIndex(index) || !mission.CLDS.SelectIndex(index)) return;
-  screen.RefreshGrid("dbgShocks");
-  screen.RefreshGrid("dbgFilteredShocks");
-  screen.PositionEventGrids(mission.SelectedEvent);
+  views.RefreshGrid("dbgShocks");
+  views.RefreshGrid("dbgFilteredShocks");
+  views.PositionEventGrids(mission.SelectedEvent);
 }
 
-void OrderReadingsBy(TShownMission& mission, std::string_view sensors, std::string_view battery, IMainScreen& screen) {
-  if (mission.Tables.Sensors.SelectIndex(sensors)) screen.RefreshGrid("DBGrid2");
-  if (mission.Tables.Battery.SelectIndex(battery)) screen.RefreshGrid("DBGrid8");
+void OrderReadingsBy(TShownMission& mission, std::string_view sensors, std::string_view battery, IMissionViews& views) {
+  if (mission.Tables.Sensors.SelectIndex(sensors)) views.RefreshGrid("DBGrid2");
+  if (mission.Tables.Battery.SelectIndex(battery)) views.RefreshGrid("DBGrid8");
 }
 
-void OrderMostImportantBy(TShownMission& mission, int entry, IMainScreen& screen) {
+void OrderMostImportantBy(TShownMission& mission, int entry, IMissionViews& views) {
   const auto choice = static_cast<std::size_t>(entry);
   if (entry < 0 || choice >= kOrderByIndexes.size()) return;
   const std::string order = mission.Tables.Events.IndexName();
   FillMostImportantEvents(kOrderByIndexes[choice], mission.Tables);
   mission.Tables.Events.SelectIndex(order);
-  screen.RefreshGrid("dbgMostImportant");
-  screen.ShowSelectedEvent(mission.SelectedEvent);
-  screen.PrepareReport(mission);
+  views.RefreshGrid("dbgMostImportant");
+  views.ShowSelectedEvent(mission.SelectedEvent);
+  views.PrepareReport(mission);
 }
 
-void StepEvent(TShownMission& mission, int steps, IMainScreen& screen) {
-  Step(mission, mission.CLDS, steps, screen);
+void StepEvent(TShownMission& mission, int steps, IMissionViews& views) {
+  Step(mission, mission.CLDS, steps, views);
 }
 
-void StepEventInTime(TShownMission& mission, int steps, IMainScreen& screen) {
+void StepEventInTime(TShownMission& mission, int steps, IMissionViews& views) {
   TDataset inTime = mission.CLDS;
   inTime.SelectIndex("TimestampASC");
-  Step(mission, inTime, steps, screen);
+  Step(mission, inTime, steps, views);
+}
+
+void FilterCompanion(TShownMission& mission) {
+  mission.CLDS.SetShownRows(mission.FilterActive ? EventsThrough(mission.Filter, mission.Tables.Events, mission.Events,
+                                                                 mission.Display.LimitsOf(TQuantity::Acceleration))
+                                                 : std::vector<bool>());
+}
+
+void ChangeFilter(TShownMission& mission, const TEventFilter& filter, IMissionViews& views) {
+  mission.Filter = filter;
+  mission.FilterActive = filter.HasCondition();
+  ApplyFilter(mission, views);
+}
+
+bool ActivateFilter(TShownMission& mission, bool active, IMissionViews& views) {
+  const bool possible = !active || mission.Filter.HasCondition();
+  mission.FilterActive = active && possible;
+  ApplyFilter(mission, views);
+  return possible;
+}
+
+void AlarmLimitsChanged(TShownMission& mission, IMissionViews& views) {
+  if (mission.FilterActive && mission.Filter.aboveAlarm) ApplyFilter(mission, views);
 }

@@ -1,35 +1,46 @@
-// Ordering and selecting events: what a click on a title, a row or "Order By" does to the shown mission.
+// Ordering, filtering and selecting events: what a click on a title or a row, "Order By" and the filter do to the shown
+// mission.
+//
+// A filter may hide the event that the user chose. Then the first visible event in the grid's order is selected in its
+// place, or none when nothing is visible; the chosen event is selected again when it is visible again.
 #pragma once
 
 #include <optional>
 #include <string_view>
 
-#include "shell/uMainScreen.h"
+#include "shell/uIMissionViews.h"
 
-// Fills the companion with every event, in the order of the shock event table.
+// Fills the companion with all events, in the order of the shock event table.
 void FillCompanion(TShownMission& mission);
 
-// Makes an event the selected one, everywhere; an index past the list selects nothing.
-void SelectEvent(TShownMission& mission, std::optional<std::size_t> event, IMainScreen& screen);
-// In place of the event that the user chose, as long as that cannot be seen.
-void SelectForNow(TShownMission& mission, std::optional<std::size_t> event, IMainScreen& screen);
+// The user chooses an event; an index past the list chooses none.
+void SelectEvent(TShownMission& mission, std::optional<std::size_t> event, IMissionViews& views);
 
-// Clicks on a column's title, given by the field's key.
-void ShockGridTitleClick(TShownMission& mission, std::string_view field, IMainScreen& screen);
-void SensorsGridTitleClick(TShownMission& mission, std::string_view field, IMainScreen& screen);
-void BatteryGridTitleClick(TShownMission& mission, std::string_view field, IMainScreen& screen);
+// Clicks on a column's title; `field` is the field's key.
+void ShockGridTitleClick(TShownMission& mission, std::string_view field, IMissionViews& views);
+void SensorsGridTitleClick(TShownMission& mission, std::string_view field, IMissionViews& views);
+void BatteryGridTitleClick(TShownMission& mission, std::string_view field, IMissionViews& views);
 
-// Gives both event tables this index; the selected event stays. Nothing happens when there is none of that name.
-void OrderEventsBy(TShownMission& mission, std::string_view index, IMainScreen& screen);
+// Selects this index in both event tables; the selected event stays. An unknown index changes nothing.
+void OrderEventsBy(TShownMission& mission, std::string_view index, IMissionViews& views);
 
 // The same for the sensors and the battery table.
-void OrderReadingsBy(TShownMission& mission, std::string_view sensors, std::string_view battery, IMainScreen& screen);
+void OrderReadingsBy(TShownMission& mission, std::string_view sensors, std::string_view battery, IMissionViews& views);
 
-// Ranks the most important events anew, by an entry of "Order By". The order of the event grids stays.
-void OrderMostImportantBy(TShownMission& mission, int entry, IMainScreen& screen);
+// Ranks the most important events by an entry of "Order By". The order of the event grids stays.
+void OrderMostImportantBy(TShownMission& mission, int entry, IMissionViews& views);
 
-// The event `steps` rows further in the order of the event grids, at most to their ends. Without a selected event it is
-// the first.
-void StepEvent(TShownMission& mission, int steps, IMainScreen& screen);
-// The same in the order of time, for a view that shows the events in a chart alone.
-void StepEventInTime(TShownMission& mission, int steps, IMainScreen& screen);
+// Selects the event `steps` rows further in the order of the event grids, or the one at their end. Without a selected
+// event it selects the first.
+void StepEvent(TShownMission& mission, int steps, IMissionViews& views);
+// The same in the order of time, for a view that shows the events in a chart only.
+void StepEventInTime(TShownMission& mission, int steps, IMissionViews& views);
+
+// Leaves in the companion the events that pass the filter, all of them while it is off. Updates no view.
+void FilterCompanion(TShownMission& mission);
+// Sets new conditions and switches the filter on, or off when there is none.
+void ChangeFilter(TShownMission& mission, const TEventFilter& filter, IMissionViews& views);
+// The conditions stay while the filter is off. False, and it stays off, when it has none.
+[[nodiscard]] bool ActivateFilter(TShownMission& mission, bool active, IMissionViews& views);
+// Call when the limits in force may have changed; a filter that uses them is applied again.
+void AlarmLimitsChanged(TShownMission& mission, IMissionViews& views);

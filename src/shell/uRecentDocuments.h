@@ -1,6 +1,7 @@
-// The recordings that were shown last, and their folders. Pinned ones come first and stay; of the others each list
-// keeps the last 20. Paths are absolute; one that is no plain line of text is not listed. Several windows share the
-// file: each repeats its own changes on what the file holds when it saves. Main thread only.
+// The recordings shown last, and their folders. Pinned entries come first and stay; of the others each list keeps the
+// last
+// 20. Paths are absolute and one line of text; others are not listed. Several windows share the file: each applies its
+// own changes to the file's current contents when it saves. Main thread only.
 #pragma once
 
 #include <cstddef>
@@ -22,15 +23,15 @@ class TRecentList {
   static constexpr std::size_t kLongestPath = 4096;
 
   [[nodiscard]] const std::vector<TRecentEntry>& Entries() const { return FEntries; }
-  // Puts the path first of the pinned ones if it is pinned, else first of the others.
+  // Puts the path first among the pinned entries if it is pinned, else first among the others.
   void Add(const std::string& path);
-  // A path that is not listed, and one pin too many, change nothing.
+  // An unlisted path, or a pin beyond kMostPinned, changes nothing.
   void SetPinned(const std::string& path, bool pinned);
   void Remove(const std::string& path);
-  // What a file says; what may not be listed and what comes twice is passed over.
+  // Replaces the entries by those of a file, without duplicates and paths that are not listed.
   void Take(std::vector<TRecentEntry> entries);
-  // The other list with the changes of this one since Take. A path that was pinned here is listed again if the other
-  // lost it.
+  // The other list after the changes made to this one since Take. A path pinned here is listed again if the other list
+  // has lost it.
   [[nodiscard]] TRecentList RepeatedOn(TRecentList other) const;
 
  private:

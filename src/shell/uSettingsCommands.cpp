@@ -4,7 +4,7 @@
 
 #include "base/uDateTime.h"
 #include "base/uText.h"
-#include "shell/uFilterCommands.h"
+#include "shell/uOrderingCommands.h"
 
 std::vector<TFigure> NamedSensorFigures(const TShownMission& mission) {
   std::vector<TFigure> figures = SensorFigures(mission.Summary);
@@ -20,7 +20,7 @@ std::vector<TFigure> NamedSensorFigures(const TShownMission& mission) {
   return figures;
 }
 
-void ShowLimitsInForce(const TShownMission* mission, IMainScreen& screen) {
+void ShowLimitsInForce(const TShownMission* mission, IControls& screen) {
   const bool wanted = mission != nullptr && mission->Display.accelerationFromFile;
   const bool fromFile = wanted && mission->Display.fileNamesLimits;
   std::string text;
@@ -36,7 +36,7 @@ void ShowLimitsInForce(const TShownMission* mission, IMainScreen& screen) {
   }
 }
 
-void ApplySettings(TShownMission& mission, IMainScreen& screen) {
+void ApplySettings(TShownMission& mission, IMissionViews& views) {
   TDisplaySettings now = DisplayInForce(mission.Settings.display, mission.Data);
   if (now == mission.Display) return;
   const bool limitsChanged = now.limits != mission.Display.limits;
@@ -44,6 +44,6 @@ void ApplySettings(TShownMission& mission, IMainScreen& screen) {
   SetShortDateFormat(std::string(mission.Display.DateFormat()));
   ApplyDateFormat(mission.Tables);
   ApplyAnalogNames(mission.Display.analogNames, mission.Tables);
-  screen.RefreshDisplay(mission);
-  if (limitsChanged) AlarmLimitsChanged(mission, screen);
+  views.RefreshDisplay(mission);
+  if (limitsChanged) AlarmLimitsChanged(mission, views);
 }

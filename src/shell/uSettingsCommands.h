@@ -4,15 +4,16 @@
 #include <vector>
 
 #include "analysis/uMissionFigures.h"
-#include "shell/uMainScreen.h"
+#include "shell/uIControls.h"
+#include "shell/uIMissionViews.h"
 
 // The figures of the sensors. An analog input has the name that the user gave it.
 std::vector<TFigure> NamedSensorFigures(const TShownMission& mission);
 
 // Says beside the two acceleration limits whether the recording's are in force, and disables the two edits if so. Null:
 // no mission is shown.
-void ShowLimitsInForce(const TShownMission* mission, IMainScreen& screen);
+void ShowLimitsInForce(const TShownMission* mission, IControls& screen);
 
 // After the settings changed: where the display settings in force are others than before, everything that shows the
 // mission follows. The recording is not read again.
-void ApplySettings(TShownMission& mission, IMainScreen& screen);
+void ApplySettings(TShownMission& mission, IMissionViews& views);

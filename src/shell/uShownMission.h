@@ -1,4 +1,4 @@
-// What the shell keeps of the mission that is shown: its tables and what is selected. Main thread only.
+// The shown mission: its tables, selection and filter. Main thread only.
 #pragma once
 
 #include <cstddef>
@@ -16,27 +16,26 @@
 #include "shell/uSettings.h"
 
 struct TShownMission {
-  // The model. It belongs to the reader while a file is read.
+  // The model. Only the reader may use it while a file is read.
   const TMissionData& Data = MissionData;
   const TEventList& Events = EventList;
   const TSensorList& Sensors = SensorList;
   const TAxesPresent& Axes = AxesPresent;
 
-  // The shock event table is ClientDataSet4, its companion CLDS holds the events that the filter lets through. Both
-  // carry the same index.
+  // CLDS, the companion of Tables.Events, has the rows that pass the filter. Both have the same index selected.
   TMissionDatasets Tables;
   TDataset CLDS;
   TMissionSummary Summary;
-  std::string Damage;  // what is wrong with the recording, in words; empty when it is whole
+  std::string Damage;  // in words; empty for a whole recording
   // Both outlive the mission. The window's controls keep the settings up to date.
   TSettings Settings;
   TDisplaySettings Display;                  // in force
   TTimeSpan Band{0, 0};                      // of the navigator
   std::optional<std::size_t> SelectedEvent;  // index in Events
-  // What the user chose, who may be hidden by the filter for now: another event is selected in its place.
+  // The user's choice. While the filter hides it, another event is selected in its place.
   std::optional<std::size_t> ChosenEvent;
 
-  // The conditions stay while the filter is off, also when another file is opened. It is never on without one.
+  // The conditions stay while the filter is off and when another file is opened. Without conditions it is off.
   TEventFilter Filter;
   bool FilterActive = false;
 };

@@ -8,16 +8,16 @@
 
 #include "base/uDateTime.h"
 #include "base/uText.h"
-#include "shell/uSettingsStore.h"
+#include "shell/uSettings.h"
 
 namespace {
 
-TLimitSource SourceOf(double limit, std::string_view control) {
-  return limit == std::get<double>(DefaultOf(FindSetting(control))) ? TLimitSource::Default : TLimitSource::User;
+TLimitSource SourceOf(double limit, double byDefault) {
+  return limit == byDefault ? TLimitSource::Default : TLimitSource::User;
 }
 
 std::string Value(TQuantity quantity, double value, const TDisplaySettings& settings) {
-  return MaskFloat(settings.Formats[static_cast<std::size_t>(quantity)], value);
+  return MaskFloat(settings.FormatOf(quantity), value);
 }
 
 std::string WithUnit(const std::string& value, std::string_view unit) {
@@ -34,7 +34,7 @@ std::string Beyond(std::string_view side, std::string_view limit, std::string_vi
 std::string SensorName(const TQuantityRow& quantity, const TDisplaySettings& settings) {
   const auto* input = std::ranges::find(kAnalogInputs, &quantity);
   if (input != kAnalogInputs.end()) {
-    const std::string& name = settings.AnalogNames[static_cast<std::size_t>(input - kAnalogInputs.begin())];
+    const std::string& name = settings.analogNames[static_cast<std::size_t>(input - kAnalogInputs.begin())];
     return name.empty() ? std::string(quantity.sensorName) : name;
   }
   std::string name(quantity.cardField);
@@ -43,7 +43,7 @@ std::string SensorName(const TQuantityRow& quantity, const TDisplaySettings& set
 }
 
 std::string Moment(double time, const TDisplaySettings& settings) {
-  return FormatDateTime(settings.DateFormat + " hh:nn", time);
+  return FormatDateTime(fmt::format("{} hh:nn", settings.DateFormat()), time);
 }
 
 void AppendClause(std::string& sentence, std::string_view clause) {
@@ -81,13 +81,14 @@ std::string ExtremesClause(const TVerdict& verdict, const TDisplaySettings& sett
 }  // namespace
 
 std::optional<TVerdictLimits> LimitsInForce(const TDisplaySettings& settings) {
-  if (!settings.AlarmActive) return std::nullopt;
+  if (!settings.alarmActive) return std::nullopt;
   TVerdictLimits limits;
   for (std::size_t i = 0; i < limits.size(); ++i) {
-    const auto [low, high] = settings.Limits[i];
-    limits[i] = {settings.Limits[i], SourceOf(low, kQuantityControls[i].min), SourceOf(high, kQuantityControls[i].max)};
+    const TLimits& chosen = settings.limits[i];
+    const TLimits& byDefault = DefaultSettings().display.limits[i];
+    limits[i] = {chosen, SourceOf(chosen.min, byDefault.min), SourceOf(chosen.max, byDefault.max)};
   }
-  if (settings.AccelerationFromFile) {
+  if (settings.accelerationFromFile && settings.fileNamesLimits) {
     TJudgedLimits& acceleration = limits[static_cast<std::size_t>(TQuantity::Acceleration)];
     acceleration.minSource = acceleration.maxSource = TLimitSource::File;
   }

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "analysis/uVerdict.h"
-#include "shell/uDisplaySettings.h"
+#include "shell/uSettings.h"
 #include "shell/uShownMission.h"
 
 // The limits in force and where each comes from; nothing while the alarm is off. A limit that equals its default counts

@@ -1,11 +1,14 @@
-// The first and the last steps of the main window, in their order.
+// What the main window does first and last, in this order.
 #pragma once
 
 #include <filesystem>
 #include <functional>
 #include <string>
+#include <string_view>
+#include <vector>
 
-#include "shell/uMainScreen.h"
+#include "shell/uIControls.h"
+#include "shell/uIDialogs.h"
 
 // What the program knows of itself and of how it was started.
 struct TProgram {
@@ -13,7 +16,7 @@ struct TProgram {
   std::string version;           // four dotted numbers
   std::string dataFolder;        // where the open dialog starts; empty: the system's choice
   std::string firstArgument;     // the recording to open, or empty
-  // Finds and makes the settings folder, with its trailing delimiter; empty: unusable, nothing is read or written.
+  // Finds or makes the settings folder and ends it with a delimiter. Empty: there is none, nothing is read or written.
   std::function<std::string()> findSettingsFolder = [] { return std::string(); };
 };
 
@@ -24,11 +27,23 @@ std::string StartCaption(const TProgram& program);
 // The folder of the demo recording, with its trailing delimiter.
 std::string DemoFolder(const TProgram& program);
 
-// The window is constructed: title, manual, cards, open dialog, welcome state, axes, and what the settings folder
-// holds: settings, logos, layouts, recent documents.
-void FormCreate(const TProgram& program, TRecentDocuments& recent, IMainScreen& screen);
-// The window is shown for the first time. The recording of the first argument is the caller's to open, afterwards.
-void FormShow(const TProgram& program, IMainScreen& screen);
-// The window closes; no file is being read any more. Settings, logos and recent documents are saved, the user layout is
-// not. A file that cannot be written costs neither the others nor the close.
-void FormClose(const TProgram& program, const TSettings& settings, TRecentDocuments& recent, IMainScreen& screen);
+// A document of the user manual, for an icon on the welcome panel.
+struct TManualDocument {
+  std::string iconName;
+  std::string caption;
+  std::string file;
+};
+
+// The files in "doc_shock", hidden ones excepted, in the order in which the system lists them; none without that
+// folder.
+std::vector<TManualDocument> UserManual(const TProgram& program);
+
+// The window is constructed. Sets caption, cards and welcome state, then loads what the settings folder holds:
+// settings, logos, layouts, recent documents.
+void FormCreate(const TProgram& program, TRecentDocuments& recent, IControls& controls, IDialogs& dialogs);
+// The window is shown for the first time. The caller then opens the recording of the first argument.
+void FormShow(const TProgram& program, IControls& controls);
+// The window closes; no file is being read any more. Saves logos, settings and recent documents, but not the layout. A
+// file that cannot be written stops neither the others nor the close.
+void FormClose(const TProgram& program, const TSettings& settings, TRecentDocuments& recent, IControls& controls,
+               IDialogs& dialogs);

@@ -8,10 +8,9 @@
 #include <mutex>
 #include <utility>
 
-#include "shell/uChartImages.h"
-#include "shell/uFilterCommands.h"
 #include "shell/uOrderingCommands.h"
-#include "tests/support/uLoggingScreen.h"
+#include "shell/uViewSwitch.h"
+#include "tests/support/uFakeWindow.h"
 #include "tests/support/uThreeEvents.h"
 
 using testing::ElementsAre;
@@ -63,21 +62,21 @@ class ExportCommands : public testing::Test {
     FFlow.HandleMessage(FPort.WaitForEnd());
     MissionData.sID = "A17";
     MissionData.rec_starttime = 45123.25;
-    FScreen.Said();
+    FWindow.log.Take();
   }
-  // What the window is told when a command's dialog gets this answer.
+  // The calls of a command whose dialog gets this answer.
   std::string Run(TCommand command, const fs::path& chosen) {
-    FScreen.ChosenFile = chosen.string();
+    FWindow.dialogs.ChosenFile = chosen.string();
     (FCommands.*command)();
-    return FScreen.Said();
+    return FWindow.log.Take();
   }
   std::string RunIn(TCommand command, std::string_view name) { return Run(command, FTo / name); }
   // Leaves event 0, of 20 g, and event 1, of 9 g.
   void HideEventTwo() {
     TEventFilter filter;
     filter.ranges[0].from = 6;
-    ChangeFilter(FFlow.Mission(), filter, FScreen);
-    FScreen.Said();
+    ChangeFilter(FFlow.Mission(), filter, FWindow.views);
+    FWindow.log.Take();
   }
   std::vector<std::string> Written() {
     std::vector<std::string> names;
@@ -98,17 +97,19 @@ class ExportCommands : public testing::Test {
 
   TTempFolder FFolder;
   fs::path FTo = FFolder / "to";
-  TLoggingScreen FScreen;
+  TFakeWindow FWindow;
   TEndPort FPort;
   TPortHandle FHandle{FPort};
   TFileFlow FFlow{{"/opt/shockscope", "1.0.0.0", "/recordings", ""},
                   FHandle.Value(),
                   [] { return std::uint64_t{1000000}; },
-                  FScreen};
-  TExportCommands FCommands{FFlow, FScreen};
+                  FWindow.controls,
+                  FWindow.dialogs,
+                  FWindow.views};
+  TExportCommands FCommands{FFlow, FWindow.controls, FWindow.dialogs, FWindow.views};
 };
 
-TEST_F(ExportCommands, AFolderOfEventsIsWrittenWithTheDisplayInThisOrderAndEndsInTheShockView) {
+TEST_F(ExportCommands, AFolderOfEventsChangesTheWindowInThisOrderAndEndsInTheShockView) {
   EXPECT_EQ(
       Run(&E::barbtnEventsCSVAllShocksClick, FTo),
       "ask \"Choose the folder for the CSV files\" in " + FFolder.Path().string() +
@@ -117,9 +118,9 @@ TEST_F(ExportCommands, AFolderOfEventsIsWrittenWithTheDisplayInThisOrderAndEndsI
           "progress 0; messages\nprogress 1; messages\nprogress 2; messages\n" + kHidden +
           "front MainPanel; show dxDockPanelFilter; " +
           [this] {
-            TLoggingScreen shock;
-            SetViewShock(shock, FFlow.Mission().SelectedEvent);
-            return shock.Said();
+            TFakeWindow shock;
+            SetViewShock(shock.controls, shock.views, FFlow.Mission().SelectedEvent);
+            return shock.log.Take();
           }() +
           WrittenIn("Mission-A17"));
   EXPECT_THAT(Written(), ElementsAre("Mission-A17/ID-0.csv", "Mission-A17/ID-1.csv", "Mission-A17/ID-2.csv"));
@@ -143,13 +144,13 @@ TEST_F(ExportCommands, EachFolderExportHasItsEventsAndNames) {
                                      all + "2-X-pos-5.csv"));
 }
 
-TEST_F(ExportCommands, OneEventHasAProgressAndNoneMakesTheFolder) {
+TEST_F(ExportCommands, OneEventShowsProgressAndNoEventStillMakesTheFolder) {
   TEventFilter filter;
   filter.ranges[0].from = 10;
-  ChangeFilter(FFlow.Mission(), filter, FScreen);
+  ChangeFilter(FFlow.Mission(), filter, FWindow.views);
   EXPECT_THAT(Run(&E::barbtnEventsCSVVisibleShocksClick, FTo), HasSubstr("progress maximum 1; taskbar on"));
   filter.ranges[0].from = 100;
-  ChangeFilter(FFlow.Mission(), filter, FScreen);
+  ChangeFilter(FFlow.Mission(), filter, FWindow.views);
   fs::remove_all(FTo / "Mission-A17");
   EXPECT_THAT(Run(&E::barbtnEventsCSVVisibleShocksClick, FTo), HasSubstr("progress maximum 1; taskbar on"));
   EXPECT_TRUE(fs::is_directory(FTo / "Mission-A17"));
@@ -196,18 +197,18 @@ TEST_F(ExportCommands, ATableIsWrittenWhileItsGridIsHidden) {
                   "messages\nprogress 1; messages\n" +
                   kHidden + "front MainPanel; show" + kPanels + " " + table.grid + "; " +
                   "information \"Excel sheet created\"; " + WrittenIn("t.xlsx"));
-    FScreen.ChosenFile.reset();
+    FWindow.dialogs.ChosenFile.reset();
     (FCommands.*table.csv)();
-    EXPECT_EQ(FScreen.Said(), asks(table.title, "CSV", table.name) + "show " + table.grid + "; ") << "cancelled";
+    EXPECT_EQ(FWindow.log.Take(), asks(table.title, "CSV", table.name) + "show " + table.grid + "; ") << "cancelled";
   }
   EXPECT_EQ(FFlow.Mission().SelectedEvent, 1U);
-  EXPECT_TRUE(ActivateFilter(FFlow.Mission(), false, FScreen));
+  EXPECT_TRUE(ActivateFilter(FFlow.Mission(), false, FWindow.views));
   RunIn(&E::barbtnTablesExportCSVClick, "all.csv");
   EXPECT_EQ(LinesOf("all.csv"), 4);
 }
 
-// To the last byte like files that somebody has read.
-TEST_F(ExportCommands, CsvFilesAreLikeTheirGoldenOnes) {
+// The golden files were checked by a person.
+TEST_F(ExportCommands, CsvFilesEqualTheGoldenFiles) {
   Run(&E::barbtnEventsCSVAllShocksClick, FTo);
   Run(&E::barbtnEventsCSVCalibrationClick, FTo);
   RunIn(&E::barbtnTablesExportCSVClick, "shocks.csv");
@@ -225,7 +226,7 @@ TEST_F(ExportCommands, CsvFilesAreLikeTheirGoldenOnes) {
   EXPECT_EQ(compared, Written().size());
 }
 
-TEST_F(ExportCommands, WorkbooksOfEventsAndReadingsTellTheirSheets) {
+TEST_F(ExportCommands, WorkbooksShowProgressBySheets) {
   HideEventTwo();
   const std::string ask = fmt::format(" for {}/Mission-A17 of XLSX file|*.xlsx as xlsx; ", FFolder.Path().string());
   std::string log = RunIn(&E::barbtnEventsXLSXVisibileShocksClick, "v.xlsx");
@@ -244,8 +245,8 @@ TEST_F(ExportCommands, WorkbooksOfEventsAndReadingsTellTheirSheets) {
 
 // Event 0 has 18 samples, which the spectrum sees in 128 points.
 TEST_F(ExportCommands, TheEventInTheChartIsExportedAsTheChartShowsIt) {
-  SelectEvent(FFlow.Mission(), 0, FScreen);
-  FScreen.Said();
+  SelectEvent(FFlow.Mission(), 0, FWindow.views);
+  FWindow.log.Take();
   std::string log = RunIn(&E::actExportShockToCSVExecute, "raw.csv");
   EXPECT_THAT(log, StartsWith("ask \"Save the Shock Event CSV file\" for " + FFolder.Path().string() +
                               "/Mission-A17 ID-0 of CSV file|*.csv as csv; "));
@@ -256,11 +257,11 @@ TEST_F(ExportCommands, TheEventInTheChartIsExportedAsTheChartShowsIt) {
   EXPECT_EQ(LinesOf("high.csv"), 19);
   EXPECT_THAT(TextOf("high.csv"), Not(HasSubstr("\"1\",\"4\",")));
 
-  FScreen.Spectrum = {.type = 2};
+  FWindow.views.Spectrum = {.type = 2};
   EXPECT_THAT(RunIn(&E::actExportShockToCSVExecute, "psd.csv"), HasSubstr("/Mission-A17 ID-0 PSD of"));
   EXPECT_THAT(TextOf("psd.csv"), StartsWith("\"HZ\",\"X\",\"Y\",\"Z\",\"Total\",\r\n\"0\","));
   EXPECT_EQ(LinesOf("psd.csv"), 19) << "as many as the time series";
-  FScreen.Spectrum->window = 2;
+  FWindow.views.Spectrum->window = 2;
   RunIn(&E::actExportShockToCSVExecute, "window.csv");
   EXPECT_NE(TextOf("window.csv"), TextOf("psd.csv"));
   log = RunIn(&E::barbtnShockSaveChartAsXLSXClick, "spectrum.xlsx");
@@ -268,9 +269,9 @@ TEST_F(ExportCommands, TheEventInTheChartIsExportedAsTheChartShowsIt) {
   EXPECT_THAT(log, EndsWith("information \"Excel sheet created\"; " + WrittenIn("spectrum.xlsx")));
 }
 
-TEST_F(ExportCommands, WithoutAnEventOrASpectrumTheUserIsToldAndNothingIsWritten) {
-  SelectEvent(FFlow.Mission(), std::nullopt, FScreen);
-  FScreen.Said();
+TEST_F(ExportCommands, WithoutAnEventOrASpectrumAMessageIsShownAndNothingIsWritten) {
+  SelectEvent(FFlow.Mission(), std::nullopt, FWindow.views);
+  FWindow.log.Take();
   EXPECT_EQ(RunIn(&E::actExportShockToCSVExecute, "e.csv"),
             "box \"There is no event to export.\" No shock event is selected.; ");
   WriteFile(FFolder / "uneven.kshock", Deflated(TTestRecording()
@@ -281,17 +282,17 @@ TEST_F(ExportCommands, WithoutAnEventOrASpectrumTheUserIsToldAndNothingIsWritten
                                                     .content));
   FFlow.Open((FFolder / "uneven.kshock").string());
   FFlow.HandleMessage(FPort.WaitForEnd());
-  FScreen.Spectrum.emplace();
-  FScreen.Said();
+  FWindow.views.Spectrum.emplace();
+  FWindow.log.Take();
   EXPECT_THAT(RunIn(&E::barbtnShockSaveChartAsXLSXClick, "e.xlsx"),
               StartsWith("box \"There is no spectrum to export.\""));
   EXPECT_THAT(Written(), IsEmpty());
 }
 
-TEST_F(ExportCommands, CancelLeavesCompleteFilesAndTheScreenAsItWas) {
-  FScreen.Closed = {"dxDockPanelNavigator"};
+TEST_F(ExportCommands, CancelKeepsCompleteFilesAndRestoresTheWindow) {
+  FWindow.controls.Closed = {"dxDockPanelNavigator"};
   int messages = 0;
-  FScreen.OnMessages = [&] {
+  FWindow.controls.OnMessages = [&] {
     if (++messages == 3) FFlow.Cancel();  // before the second file
   };
   const std::string log = Run(&E::barbtnEventsCSVAllShocksClick, FTo);
@@ -309,7 +310,7 @@ TEST_F(ExportCommands, CancelLeavesCompleteFilesAndTheScreenAsItWas) {
   EXPECT_THAT(RunIn(&E::barbtnTablesExportXLSXBatteryClick, "b.xlsx"), HasSubstr("information")) << "it is forgotten";
 }
 
-TEST_F(ExportCommands, AFailureIsOneMessageWithFileAndReasonOnceTheScreenIsRestored) {
+TEST_F(ExportCommands, AFailureShowsOneMessageWithFileAndReasonAfterTheWindowIsRestored) {
   const struct {
     TCommand command;
     fs::path chosen, named;
@@ -333,14 +334,14 @@ TEST_F(ExportCommands, AFailureIsOneMessageWithFileAndReasonOnceTheScreenIsResto
     EXPECT_EQ(FFlow.RememberedFolder(), FFolder.Path().string());
   }
   // The folder vanishes after the first file.
-  FScreen.OnMessages = [this, messages = 0]() mutable {
+  FWindow.controls.OnMessages = [this, messages = 0]() mutable {
     if (++messages == 3) fs::remove_all(FTo / "Mission-A17");
   };
   EXPECT_THAT(Run(&E::barbtnEventsCSVAllShocksClick, FTo),
               EndsWith((FTo / "Mission-A17/ID-1.csv").string() + "\nNo such file or directory.; "));
 }
 
-TEST_F(ExportCommands, ATableThatIsTooLongForASheetIsToldToGoToCsv) {
+TEST_F(ExportCommands, ForATableTooLongForASheetTheMessageSuggestsCsv) {
   TDataset& battery = FFlow.Mission().Tables.Battery;
   while (battery.RecordCount() < 1048575) battery.Append();
   EXPECT_THAT(
@@ -353,8 +354,8 @@ TEST_F(ExportCommands, WhileAnExportRunsEveryCommandIsRefused) {
   const std::string undisturbed = Run(&E::barbtnEventsCSVAllShocksClick, FTo);
   int disturbed = 0;
   FFlow.SwitchView(TView::Overview);
-  FScreen.Said();
-  FScreen.OnMessages = [&] {
+  FWindow.log.Take();
+  FWindow.controls.OnMessages = [&] {
     ++disturbed;
     EXPECT_TRUE(FFlow.Busy());
     EXPECT_FALSE(FFlow.FileShown());
@@ -372,61 +373,54 @@ TEST_F(ExportCommands, WhileAnExportRunsEveryCommandIsRefused) {
   EXPECT_GE(disturbed, 5);
 }
 
-TEST_F(ExportCommands, ACloseEndsTheExportAndIsDoneAfter) {
-  FScreen.OnMessages = [&] { EXPECT_FALSE(FFlow.MayClose()); };
+TEST_F(ExportCommands, ACloseEndsTheExportAndIsDoneAfterwards) {
+  FWindow.controls.OnMessages = [&] { EXPECT_FALSE(FFlow.MayClose()); };
   const std::string log = RunIn(&E::barbtnSensorsExportToXLSXClick, "s.xlsx");
   EXPECT_THAT(log, EndsWith(kHidden + "front MainPanel; show" + kPanels + "; close window; "));
   EXPECT_THAT(Written(), IsEmpty());
   EXPECT_TRUE(FFlow.MayClose());
 }
 
-TEST_F(ExportCommands, PicturesAreOfTheChartInFrontAndAskForTheirFile) {
-  using P = TChartImages;
-  TChartImages images(FFlow, FScreen);
-  const auto run = [&](void (P::*command)(), const fs::path& chosen) {
-    FScreen.ChosenFile = chosen.string();
-    (images.*command)();
-    return FScreen.Said();
-  };
-  SelectEvent(FFlow.Mission(), 2, FScreen);
-  FScreen.Said();
+TEST_F(ExportCommands, PicturesShowTheChartInFrontAndAskForAFile) {
+  SelectEvent(FFlow.Mission(), 2, FWindow.views);
+  FWindow.log.Take();
   const std::string ask = "ask \"Save the chart image\" for ";
   const std::string kCopied = "text lblStatusValue \"Picture copied\"; ";
   const std::string jpg = " of JPG|*.jpg as jpg; ";
   const std::string first = FFolder.Path().string();
-  EXPECT_EQ(run(&P::barbtnEventsSaveChartasJPGClick, FTo / "e.jpg"),
+  EXPECT_EQ(Run(&E::barbtnEventsSaveChartasJPGClick, FTo / "e.jpg"),
             ask + first + "/Mission-A17" + jpg + WrittenIn("e.jpg"));
   const std::string to = FTo.string();
-  EXPECT_EQ(run(&P::barbtnSensorsSaveAsJPGClick, FTo / "s.jpg"), ask + to + "/Mission-A17" + jpg + WrittenIn("s.jpg"));
-  EXPECT_EQ(run(&P::barbtnShockSaveChartAsImageClick, FTo / "x.jpg"),
+  EXPECT_EQ(Run(&E::barbtnSensorsSaveAsJPGClick, FTo / "s.jpg"), ask + to + "/Mission-A17" + jpg + WrittenIn("s.jpg"));
+  EXPECT_EQ(Run(&E::barbtnShockSaveChartAsImageClick, FTo / "x.jpg"),
             ask + to + "/Mission-A17 ID-2" + jpg + WrittenIn("x.jpg"));
-  EXPECT_EQ(run(&P::barbtnShockSaveChartAsPNGClick, FTo / "x.png"),
+  EXPECT_EQ(Run(&E::barbtnShockSaveChartAsPNGClick, FTo / "x.png"),
             ask + to + "/Mission-A17 ID-2 of PNG|*.png as png; " + WrittenIn("x.png"));
   EXPECT_EQ(TextOf("e.jpg") + TextOf("s.jpg") + TextOf("x.jpg") + TextOf("x.png"),
             "Chart1 as bitmapChartAllSensors as bitmapChart2 as bitmapChart2 as PNG");
-  EXPECT_EQ(run(&P::barbtnEventsCopyChartToClipboardClick, {}) + run(&P::barbtnShockCopyChartToClipboardClick, {}) +
-                run(&P::barbtnSensorsCopyChartToClipboardClick, {}),
+  EXPECT_EQ(Run(&E::barbtnEventsCopyChartToClipboardClick, {}) + Run(&E::barbtnShockCopyChartToClipboardClick, {}) +
+                Run(&E::barbtnSensorsCopyChartToClipboardClick, {}),
             "copy Chart1; " + kCopied + "copy Chart2; " + kCopied + "copy ChartAllSensors; " + kCopied);
 
-  FScreen.Spectrum.emplace();
+  FWindow.views.Spectrum.emplace();
   FFlow.SwitchView(TView::Shock);
-  FScreen.Said();
-  EXPECT_THAT(run(&P::barbtnShockSaveChartAsImageClick, FTo / "y.jpg"), HasSubstr("Mission-A17 ID-2 of"));
-  run(&P::barbtnEventsSaveChartAsPNGClick, FTo / "e.png");
+  FWindow.log.Take();
+  EXPECT_THAT(Run(&E::barbtnShockSaveChartAsImageClick, FTo / "y.jpg"), HasSubstr("Mission-A17 ID-2 of"));
+  Run(&E::barbtnEventsSaveChartAsPNGClick, FTo / "e.png");
   EXPECT_EQ(TextOf("y.jpg") + TextOf("e.png"), "chartSpecAnalysis as bitmapChart20 as PNG");
 
   fs::create_directory(FTo / "taken");
-  EXPECT_THAT(run(&P::barbtnEventsSaveChartasJPGClick, FTo / "taken"),
+  EXPECT_THAT(Run(&E::barbtnEventsSaveChartasJPGClick, FTo / "taken"),
               HasSubstr("box \"The picture could not be written.\" " + (FTo / "taken").string() + "\n"));
-  FScreen.ChosenFile.reset();
-  images.barbtnEventsSaveChartasJPGClick();
+  FWindow.dialogs.ChosenFile.reset();
+  FCommands.barbtnEventsSaveChartasJPGClick();
   EXPECT_EQ(Written().size(), 6U) << "cancelled";
 }
 
 TEST_F(ExportCommands, WithoutAMissionNothingHappens) {
   FFlow.Open("/none/missing.kshock");
   FFlow.HandleMessage(FPort.WaitForEnd());
-  FScreen.Said();
+  FWindow.log.Take();
   for (const TCommand command : {&E::barbtnEventsCSVAllShocksClick, &E::barbtnEventsXLSXAllShocksClick,
                                  &E::actExportShockToCSVExecute, &E::barbtnShockSaveChartAsXLSXClick}) {
     EXPECT_EQ(Run(command, FTo), "");

@@ -9,10 +9,9 @@
 #include <mutex>
 
 #include "analysis/uShockMetrics.h"
-#include "shell/uFilterCommands.h"
 #include "shell/uNavigatorCommands.h"
 #include "shell/uOrderingCommands.h"
-#include "tests/support/uLoggingScreen.h"
+#include "tests/support/uFakeWindow.h"
 #include "tests/support/uThreeEvents.h"
 
 using testing::HasSubstr;
@@ -49,19 +48,20 @@ class TQueueingPort final : public IMessagePort {
 
 const std::string kOpenButtons = " dxBarOpenNewFile barbtnlrgOpenDemoFile dxBarReload; ";
 
-std::string LogOfPreamble(const std::string& path) {
-  return "disable" + kOpenButtons + "hide" + kDockPanelNames + kFileControlNames +
-         " dxLayoutItemReportIsFiltered dxLayoutItemReportIsFilteredCover; front WellcomePanel; " +
-         R"(text PnlLoadingMsg "Reading file data..."; text PnlLoadingDetail ""; progress maximum 9; progress 0; )" +
-         R"(taskbar on; show pnlLoading; front pnlLoading; messages
-text PnlLoadingDetail ")" +
-         path + " · 0 blocks read\"; hide pnlDamaged; empty grids and charts; caption " +
-         R"("Korvex165 ShockScope v1.0.0.0 [)" + path + "]\"; ";
-}
+// The end of every log after which the welcome panel is shown.
+const std::string kWelcome = "empty grids and charts; hide pnlLoading; taskbar off; enable" + kOpenButtons +
+                             "caption \"Korvex165 ShockScope [W64] v1.0.0.0\"; front WellcomePanel; hide" +
+                             kDockPanelNames + "; groups of no file; hide dxDockPanelFilter; ";
 
-const std::string kLogOfWelcome = "empty grids and charts; hide pnlLoading; taskbar off; enable" + kOpenButtons +
-                                  "caption \"Korvex165 ShockScope [W64] v1.0.0.0\"; front WellcomePanel; hide" +
-                                  kDockPanelNames + kFileControlNames + "; ";
+// The log has these calls, in this order; others may stand between them.
+void ExpectInOrder(const std::string& log, std::initializer_list<std::string> calls) {
+  std::size_t from = 0;
+  for (const std::string& call : calls) {
+    const std::size_t found = log.find(call, from);
+    ASSERT_NE(found, std::string::npos) << call << " is not after the calls before it in\n" << log;
+    from = found + call.size();
+  }
+}
 
 class FileFlow : public testing::Test {
  protected:
@@ -89,57 +89,61 @@ class FileFlow : public testing::Test {
     EXPECT_EQ(FFlow.Mission().Tables.Events.RecordCount(), 0U);
     EXPECT_EQ(FFlow.Mission().CLDS.RecordCount(), 0U);
     EXPECT_EQ(FFlow.Mission().SelectedEvent, std::nullopt);
-    EXPECT_EQ(EventList.Count() + SensorList.Count(), 0U) << "nothing of a mission stays";
+    EXPECT_EQ(EventList.Count() + SensorList.Count(), 0U) << "a failed open frees the memory";
     EXPECT_FALSE(MissionData.bValid);
   }
 
   TTempFolder FFolder;
   std::string FThree = Save("three.kshock", ThreeEvents());
-  TLoggingScreen FScreen;
+  TFakeWindow FWindow;
   TQueueingPort FPort;
   TPortHandle FHandle{FPort};
   std::uint64_t FMemory = 1000000;  // bytes that a read may take
-  TFileFlow FFlow{
-      {"/opt/shockscope", "1.0.0.0", "/recordings", ""}, FHandle.Value(), [this] { return FMemory; }, FScreen};
+  TFileFlow FFlow{{"/opt/shockscope", "1.0.0.0", "/recordings", ""},
+                  FHandle.Value(),
+                  [this] { return FMemory; },
+                  FWindow.controls,
+                  FWindow.dialogs,
+                  FWindow.views};
 };
 
-TEST_F(FileFlow, ARecordingIsOpenedReadCompletedAndShownInThisOrder) {
+TEST_F(FileFlow, OpeningEmptiesTheWindowAndShowsTheLoadingPanelInThisOrder) {
+  Open(FThree);
+  ASSERT_EQ(EventList.Count(), 3U);
+  FWindow.log.Take();
+  FWindow.views.OnEmpty = [&] {
+    EXPECT_EQ(EventList.Count(), 3U) << "the model is cleared later";
+    EXPECT_EQ(FFlow.Mission().CLDS.RecordCount(), 3U);
+  };
   FFlow.Open(FThree);
-  EXPECT_EQ(FScreen.Said(), LogOfPreamble(FThree));
+  EXPECT_EQ(FWindow.log.Take(),
+            "disable" + kOpenButtons + "hide" + kDockPanelNames +
+                "; groups of no file; hide dxDockPanelFilter dxLayoutItemReportIsFiltered "
+                "dxLayoutItemReportIsFilteredCover; front WellcomePanel; text PnlLoadingMsg \"Reading file data...\"; "
+                "text PnlLoadingDetail \"\"; progress maximum 9; progress 0; taskbar on; show pnlLoading; "
+                "front pnlLoading; messages\ntext PnlLoadingDetail \"" +
+                FThree +
+                " · 0 blocks read\"; hide pnlDamaged; empty grids and charts; "
+                "caption \"Korvex165 ShockScope v1.0.0.0 [" +
+                FThree + "]\"; ");
   EXPECT_EQ(FFlow.State(), TFileFlow::TState::Reading);
+}
+
+TEST_F(FileFlow, AFinishedReadFillsTheViewsStepByStepAndEndsInTheOverview) {
+  FFlow.Open(FThree);
+  FWindow.log.Take();
   Finish();
-  EXPECT_EQ(FScreen.Said(), "text PnlLoadingDetail \"" + FThree +
-                                " · 1 blocks read\"; "
-                                R"log(text PnlLoadingMsg "Loading the data..."; progress 1; messages
-text PnlLoadingMsg "Populating Shock Event Dataset..."; progress 2; )log"
-                                R"log(text PnlLoadingMsg "Loading Shock Events (1 of 3)"; messages
-progress 3; progress 4; text PnlLoadingMsg "Populating the Shock Cards Dataset..."; )log"
-                                R"log(text PnlLoadingMsg "Loading Shock Cards (1 of 3)"; messages
-progress 5; text PnlLoadingMsg "Populating Sensors Dataset..."; )log"
-                                R"log(text PnlLoadingMsg "Loading Sensors data (1 of 3)"; messages
-text PnlLoadingMsg "Populating the Battery Dataset..."; )log"
-                                R"log(text PnlLoadingMsg "Loading Battery data (1 of 3)"; messages
-text PnlLoadingMsg "Populating the chart series..."; progress 6; messages
-series of 3; text PnlLoadingMsg "Updating UI..."; progress 7; messages
-update with 3; text PnlLoadingMsg "Preparing Report..."; progress 8; messages
-report on 3; text PnlLoadingMsg "Finishing up..."; progress 9; messages
-hide pnlLoading; taskbar off; enable)log" +
-                                kOpenButtons +
-                                "show btngrpView dxBarOverview dxBarLargeShockView dxBarReport"
-                                " btngrpEventsExport btngrpSensorsExport btngrpTables; "
-                                "enable barbtnTablesExportCSVBattery barbtnTablesExportXLSXBattery; "
-                                "selected 1; position 1; "  // the most intense event
-                                "ribbon suspended; hide dxBarShockPrint dxBarShockExport btngrpShock btngrpFilter"
-                                " btngrpShockSeries btngrpShockTools btngrpShockExport btngrpShockImage"
-                                " dxBarReportPrintOnly dxBarReportExportOnly; "
-                                "show dxBarOverviewPrint dxBarOverviewExport btngrpEventsChart btngrpEventsImage"
-                                " btngrpSensorsTools btngrpSensorsAxes btngrpSensorsImage"
-                                " btngrpNavigator btngrpLayout btngrpAlarm btngrpFiltering; front MainOverviewPanel; "
-                                "check actSetViewOverview; show dxBarShowSensorGrid dxBarShowBatteryGrid" +
-                                kDockPanelNames +
-                                "; ribbon resumed; repaint ChartAllSensors; recent 1 files 1 folders; "
-                                "text lblStatusFile \"three.kshock · complete\"; ");
-  EXPECT_EQ(FScreen.AtOnce, 6) << "the panel and five steps; rows are painted when it is time";
+  const std::string log = FWindow.log.Take();
+  ExpectInOrder(log, {" · 1 blocks read", "\"Loading the data...\"; progress 1; messages\n",
+                      "\"Loading Shock Events (1 of 3)\"; messages\n", "\"Loading Battery data (1 of 3)\"; messages\n",
+                      "\"Populating the chart series...\"; progress 6; messages\nseries of 3; ",
+                      "\"Updating UI...\"; progress 7; messages\nupdate with 3; ",
+                      "\"Preparing Report...\"; progress 8; messages\nreport on 3; ",
+                      "\"Finishing up...\"; progress 9; messages\nhide pnlLoading; taskbar off; enable" + kOpenButtons,
+                      "selected 1; position 1; ", "groups of overview; front MainOverviewPanel; ",
+                      "recent 1 files 1 folders; ", "text lblStatusFile \"three.kshock · complete\"; "});
+  EXPECT_EQ(FFlow.Mission().SelectedEvent, FFlow.Mission().Summary.mostIntense);
+  EXPECT_EQ(FWindow.controls.AtOnce, 6) << "the panel and five steps; rows are painted when it is time";
   EXPECT_TRUE(FFlow.FileShown());
   EXPECT_EQ(SensorList.StartTime, 45123.25);
   EXPECT_TRUE(MissionData.bValidStartTime);
@@ -156,28 +160,29 @@ TEST_F(FileFlow, ALoadWalksEverySampleOnce) {
 
 TEST_F(FileFlow, TheDialogStartsInTheFolderOfTheCommandWithTheFilterOfTheSettings) {
   const std::string filters = "Korvex ShockScope File|*.kshock|Korvex Data File|*.kshock;*.korvex; ";
-  FScreen.ChosenFile = FThree;
+  FWindow.dialogs.ChosenFile = FThree;
   FFlow.AskAndOpen();
-  EXPECT_EQ(FScreen.Said(), "ask in /recordings for entry 1 of " + filters + LogOfPreamble(FThree));
+  EXPECT_THAT(FWindow.log.Take(), testing::StartsWith("ask in /recordings for entry 1 of " + filters + "disable"));
   Finish();
-  FScreen.Said();
+  FWindow.log.Take();
   FFlow.Mission().Settings.fileFilter = 1;
   FFlow.AskAndOpenDemo();
-  EXPECT_EQ(FScreen.Said(), "ask in /opt/shockscope/data/ for entry 2 of " + filters + LogOfPreamble(FThree));
+  EXPECT_THAT(FWindow.log.Take(),
+              testing::StartsWith("ask in /opt/shockscope/data/ for entry 2 of " + filters + "disable"));
 }
 
-TEST_F(FileFlow, ACancelledDialogLeavesTheShownFile) {
+TEST_F(FileFlow, ACancelledDialogChangesNothing) {
   Open(FThree);
   FFlow.SwitchView(TView::Report);
-  FScreen.Said();
+  FWindow.log.Take();
   FFlow.AskAndOpen();
-  EXPECT_THAT(FScreen.Said(), testing::MatchesRegex("ask in [^;]*;[^;]*; "));
+  EXPECT_THAT(FWindow.log.Take(), testing::MatchesRegex("ask in [^;]*;[^;]*; "));
   EXPECT_TRUE(FFlow.FileShown());
   EXPECT_EQ(FFlow.View(), TView::Report);
   EXPECT_EQ(FFlow.Mission().CLDS.RecordCount(), 3U);
 }
 
-TEST_F(FileFlow, WhatCannotBeShownIsSaidInOneBoxAfterTheWelcomeState) {
+TEST_F(FileFlow, AFileThatCannotBeShownGivesOneMessageInTheWelcomeState) {
   TTestRecording large = TTestRecording().Creator().MissionHeader(2, 2).Channels({"T"});
   for (int block = 0; block < 20; ++block) large.Data(std::vector<TTestRecord>(5000, {1, {1}}));
   const std::string unfit = "This file cannot be displayed.";
@@ -187,24 +192,22 @@ TEST_F(FileFlow, WhatCannotBeShownIsSaidInOneBoxAfterTheWelcomeState) {
       {Save("text.kshock", {'n', 'o'}), unfit, "It is no data file."},
       {Save("headless.kshock", TTestRecording().Creator()), unfit, "It has no mission header."},
       {Save("stranger.kshock", TTestRecording().Creator("x").MissionHeader(2, 2)), unfit, "Its creator is unknown."},
-      {(FFolder / "missing.kshock").string(), "The file cannot be opened.", "cannot be opened"},
-      {FFolder.Path().string(), "The file cannot be opened.", "cannot be opened"},
+      {(FFolder / "missing.kshock").string(), "The file cannot be opened.", "No such file or directory."},
+      {FFolder.Path().string(), "The file cannot be opened.", "it is no regular file."},
       {Save("large.kshock", large), "The file cannot be read.", "more memory than the 1 MB"},
   };
   for (const auto& [path, text, reason] : cases) {
     Open(FThree);
-    FScreen.Said();
+    FWindow.log.Take();
     Open(path);
-    const std::string log = FScreen.Said();
-    EXPECT_THAT(log, testing::StartsWith(LogOfPreamble(path)));
-    EXPECT_THAT(log, HasSubstr(kLogOfWelcome + fmt::format("box \"{}\" {}\n", text, path)));
-    EXPECT_THAT(log.substr(log.find("box ")), HasSubstr(reason));
+    const std::string log = FWindow.log.Take();
+    ExpectInOrder(log, {path + "]\"; ", kWelcome + fmt::format("box \"{}\" {}\n", text, path), reason});
     EXPECT_THAT(log.substr(log.find("box ") + 1), Not(HasSubstr("box ")));
     ExpectWelcome();
   }
 }
 
-TEST_F(FileFlow, ADamagedFileIsShownAndSaidSo) {
+TEST_F(FileFlow, ADamagedFileIsShownWithAWarning) {
   TTestRecording recording = ThreeEvents();
   const std::size_t whole = recording.content.size();
   recording.Data({{1, {1, 1, 1, 1, 1, 1}}});
@@ -213,38 +216,38 @@ TEST_F(FileFlow, ADamagedFileIsShownAndSaidSo) {
   Open(cut);
   EXPECT_TRUE(FFlow.FileShown());
   EXPECT_EQ(FFlow.Mission().CLDS.RecordCount(), 3U);
-  const std::string log = FScreen.Said();
+  const std::string log = FWindow.log.Take();
   EXPECT_THAT(log, HasSubstr("text lblStatusFile \"cut.kshock · damaged\"; "));
   EXPECT_THAT(log, HasSubstr(fmt::format("2 data blocks, {} bytes of content were read", whole + 20)));
   EXPECT_THAT(log, testing::EndsWith("show pnlDamaged; "));
 }
 
-TEST_F(FileFlow, CancelGoesBackToTheWelcomeStateWithoutABox) {
+TEST_F(FileFlow, CancelReturnsToTheWelcomeStateWithoutAMessage) {
   using TState = TFileFlow::TState;
   // While the panel paints, while the file is read, at the first and at the last step of filling.
   const std::pair<TState, const char*> moments[] = {
       {TState::Reading, "front pnlLoading"}, {TState::Filling, "progress 1; "}, {TState::Filling, "progress 9; "}};
   for (const auto& [moment, last] : moments) {
     std::string before;
-    FScreen.OnMessages = [&, state = moment, at = std::string(last)] {
-      before += FScreen.Said();
+    FWindow.controls.OnMessages = [&, state = moment, at = std::string(last)] {
+      before += FWindow.log.Take();
       if (FFlow.State() == state && before.find(at) != std::string::npos) FFlow.Cancel();
     };
     Open(FThree);
-    EXPECT_THAT(FScreen.Said(), testing::EndsWith(kLogOfWelcome));
+    EXPECT_THAT(FWindow.log.Take(), testing::EndsWith(kWelcome));
     ExpectWelcome();
   }
-  FScreen.OnMessages = [] {};
+  FWindow.controls.OnMessages = [] {};
   FFlow.Open(FThree);
   FFlow.Cancel();
   Finish();
-  EXPECT_THAT(FScreen.Said(), testing::EndsWith(kLogOfWelcome));
+  EXPECT_THAT(FWindow.log.Take(), testing::EndsWith(kWelcome));
   ExpectWelcome();
   Open(FThree);
   EXPECT_TRUE(FFlow.FileShown()) << "an earlier Cancel is forgotten";
 }
 
-TEST_F(FileFlow, EachReadGetsTheMemoryThatThereIsByThen) {
+TEST_F(FileFlow, TheMemoryBoundIsAskedForEachRead) {
   FMemory = 1000;
   Open(FThree);
   ExpectWelcome();
@@ -257,20 +260,22 @@ TEST_F(FileFlow, ClosingWhileReadingEndsTheReader) {
   TTestRecording recording = TTestRecording().Creator().MissionHeader(2, 2).Channels({"T"});
   for (int block = 0; block < 100; ++block) recording.Data(std::vector<TTestRecord>(5000, {1, {1}}));
   TFileFlow flow(
-      {"/opt/shockscope", "1.0.0.0", "", ""}, FHandle.Value(), [] { return TReadFileThread::kNoMemoryBound; }, FScreen);
+      {"/opt/shockscope", "1.0.0.0", "", ""}, FHandle.Value(), [] { return TReadFileThread::kNoMemoryBound; },
+      FWindow.controls, FWindow.dialogs, FWindow.views);
   flow.Open(Save("long.kshock", recording));
-  FScreen.Said();
+  FWindow.log.Take();
   EXPECT_TRUE(flow.MayClose());
   while (!FPort.Empty()) flow.HandleMessage(*FPort.Take());
-  EXPECT_EQ(FScreen.Said(), "") << "what the reader had posted finds nobody";
+  EXPECT_EQ(FWindow.log.Take(), "") << "messages of the ended reader are ignored";
 }
 
-TEST_F(FileFlow, ACloseWhileTheWindowIsBusyIsDoneAfter) {
+TEST_F(FileFlow, ACloseWhileBusyIsDoneAfterwards) {
   for (const auto state : {TFileFlow::TState::Reading, TFileFlow::TState::Filling}) {
     TFileFlow flow(
-        {"/opt/shockscope", "1.0.0.0", "", ""}, FHandle.Value(), [] { return std::uint64_t{1000000}; }, FScreen);
+        {"/opt/shockscope", "1.0.0.0", "", ""}, FHandle.Value(), [] { return std::uint64_t{1000000}; },
+        FWindow.controls, FWindow.dialogs, FWindow.views);
     int asked = 0;
-    FScreen.OnMessages = [&] {
+    FWindow.controls.OnMessages = [&] {
       if (flow.State() != state) return;
       ++asked;
       EXPECT_FALSE(flow.MayClose());
@@ -278,7 +283,7 @@ TEST_F(FileFlow, ACloseWhileTheWindowIsBusyIsDoneAfter) {
     flow.Open(FThree);
     while (flow.Busy()) flow.HandleMessage(FPort.Take().value());
     EXPECT_EQ(asked, 1) << "nothing more is filled";
-    EXPECT_THAT(FScreen.Said(), testing::EndsWith(kLogOfWelcome + "close window; "));
+    EXPECT_THAT(FWindow.log.Take(), testing::EndsWith(kWelcome + "close window; "));
     EXPECT_TRUE(flow.MayClose());
     EXPECT_TRUE(FPort.Empty());
   }
@@ -286,9 +291,9 @@ TEST_F(FileFlow, ACloseWhileTheWindowIsBusyIsDoneAfter) {
 
 TEST_F(FileFlow, WhileBusyEveryCommandIsRefused) {
   Open(FThree);
-  const std::string undisturbed = FScreen.Said();
+  const std::string undisturbed = FWindow.log.Take();
   const std::string other = Save("other.kshock", {'n', 'o'});
-  FScreen.ChosenFile = other;
+  FWindow.dialogs.ChosenFile = other;
   int disturbed = 0;
   const auto disturb = [&] {
     ++disturbed;
@@ -298,91 +303,91 @@ TEST_F(FileFlow, WhileBusyEveryCommandIsRefused) {
     FFlow.AskAndOpenDemo();
     FFlow.SwitchView(TView::Report);
   };
-  FScreen.OnMessages = disturb;
+  FWindow.controls.OnMessages = disturb;
   FFlow.Open(FThree);
   disturb();
   Finish();
-  EXPECT_EQ(FScreen.Said(), undisturbed);
+  EXPECT_EQ(FWindow.log.Take(), undisturbed);
   EXPECT_EQ(disturbed, 11) << "ten times while the window handles its messages";
   EXPECT_EQ(FFlow.FileName(), FThree);
 }
 
 TEST_F(FileFlow, AFailureBeforeTheReaderExistsLeavesAUsableWindow) {
-  FScreen.OnMessages = [] { throw std::runtime_error("no"); };
+  FWindow.controls.OnMessages = [] { throw std::runtime_error("no"); };
   EXPECT_THROW(FFlow.Open(FThree), std::runtime_error);
-  EXPECT_THAT(FScreen.Said(), testing::EndsWith(kLogOfWelcome));
+  EXPECT_THAT(FWindow.log.Take(), testing::EndsWith(kWelcome));
   EXPECT_TRUE(FFlow.MayClose());
-  FScreen.OnMessages = [] {};
+  FWindow.controls.OnMessages = [] {};
   Open(FThree);
   EXPECT_TRUE(FFlow.FileShown());
 }
 
-TEST_F(FileFlow, ReloadKeepsTheFilterAnOpenSwitchesItOff) {
+TEST_F(FileFlow, ReloadKeepsTheFilterAndOpenSwitchesItOff) {
   Open(FThree);
   TEventFilter filter;
   filter.ranges[0].to = 9;
-  ChangeFilter(FFlow.Mission(), filter, FScreen);
-  SelectEvent(FFlow.Mission(), 2, FScreen);
+  ChangeFilter(FFlow.Mission(), filter, FWindow.views);
+  SelectEvent(FFlow.Mission(), 2, FWindow.views);
   FFlow.Reload();
   Finish();
-  EXPECT_THAT(FScreen.Said(), HasSubstr("update with 2; "));
+  EXPECT_THAT(FWindow.log.Take(), HasSubstr("update with 2; "));
   EXPECT_TRUE(FFlow.Mission().FilterActive);
   EXPECT_EQ(FFlow.Mission().SelectedEvent, 2U);
 
   filter.ranges[0].to = 1;
-  ChangeFilter(FFlow.Mission(), filter, FScreen);
-  FScreen.Closed = {"dxDockPanelFilter"};
+  ChangeFilter(FFlow.Mission(), filter, FWindow.views);
+  FWindow.controls.Closed = {"dxDockPanelFilter"};
   FFlow.Reload();
   Finish();
   EXPECT_EQ(FFlow.Mission().CLDS.RecordCount(), 0U);
   EXPECT_EQ(FFlow.Mission().SelectedEvent, std::nullopt);
-  EXPECT_THAT(FScreen.Said(), Not(HasSubstr("show dxDockPanelFilter")));
+  EXPECT_THAT(FWindow.log.Take(), Not(HasSubstr("show dxDockPanelFilter")));
 
-  FScreen.Closed = {};
+  FWindow.controls.Closed = {};
   Open(FThree);
   EXPECT_FALSE(FFlow.Mission().FilterActive);
   EXPECT_EQ(FFlow.Mission().Filter, filter) << "its conditions stay";
   EXPECT_EQ(FFlow.Mission().CLDS.RecordCount(), 3U);
-  FScreen.Said();
+  FWindow.log.Take();
   FFlow.Reload();
   Finish();
-  EXPECT_THAT(FScreen.Said(), HasSubstr("show dxDockPanelFilter; ")) << "the editor was open";
+  EXPECT_THAT(FWindow.log.Take(), HasSubstr("show dxDockPanelFilter; ")) << "the editor was open";
 }
 
-TEST_F(FileFlow, ReloadKeepsTheBandUnlessItWasOverEverything) {
-  FScreen.Data = TTimeSpan{0, 10};
+TEST_F(FileFlow, ReloadKeepsTheBandUnlessItWasTheWholeRecording) {
+  FWindow.views.Data = TTimeSpan{0, 10};
   Open(FThree);
   const auto reloadedInto = [this](const TTimeSpan& data) {
     FFlow.Reload();
-    FScreen.Data = data;
+    FWindow.views.Data = data;
     Finish();
     return FFlow.Mission().Band;
   };
   EXPECT_EQ(reloadedInto({0, 12}), (TTimeSpan{0, 12}));
-  NavigatorBandResizing(FFlow.Mission(), {3, 7}, FScreen);
+  NavigatorBandResizing(FFlow.Mission(), {3, 7}, FWindow.views);
   EXPECT_EQ(reloadedInto({0, 12}), (TTimeSpan{3, 7}));
-  EXPECT_THAT(FScreen.Said(),
+  EXPECT_THAT(FWindow.log.Take(),
               HasSubstr("Chart20 shows 3-7; unsynced none; companions of 3-7; repaint Chart1; selected"));
   EXPECT_EQ(reloadedInto({0, 5}), (TTimeSpan{3, 5}));
   Open(FThree);
   EXPECT_EQ(FFlow.Mission().Band, (TTimeSpan{0, 5})) << "another recording is seen whole";
 }
 
-TEST_F(FileFlow, ReloadKeepsViewAndSelectionAnOpenDoesNot) {
+TEST_F(FileFlow, ReloadKeepsViewAndSelectionAndOpenDoesNot) {
   FFlow.Reload();
-  EXPECT_EQ(FScreen.Said(), "") << "there is nothing to reload";
+  EXPECT_EQ(FWindow.log.Take(), "") << "there is nothing to reload";
   Open(FThree);
   FFlow.SwitchView(TView::Shock);
-  ShockGridTitleClick(FFlow.Mission(), "ToT total", FScreen);
-  SelectEvent(FFlow.Mission(), 2, FScreen);
-  FScreen.Closed = {"dxDockPanelNavigator", "dxDockPanelFilter"};
+  ShockGridTitleClick(FFlow.Mission(), "ToT total", FWindow.views);
+  SelectEvent(FFlow.Mission(), 2, FWindow.views);
+  FWindow.controls.Closed = {"dxDockPanelNavigator", "dxDockPanelFilter"};
   FFlow.Reload();
   Finish();
   EXPECT_EQ(FFlow.View(), TView::Shock);
   EXPECT_EQ(FFlow.Mission().SelectedEvent, 2U);
   EXPECT_EQ(FFlow.Mission().CLDS.IndexName(), "DBCDesc") << "the order stays";
   EXPECT_THAT(
-      FScreen.Said(),
+      FWindow.log.Take(),
       HasSubstr("position 2; grid DBGrid2; grid DBGrid8; hide dxDockPanelNavigator; recent 1 files 1 folders; text"));
 
   Save("three.kshock", TTestRecording().Creator().MissionHeader(2, 2));
@@ -396,7 +401,7 @@ TEST_F(FileFlow, ReloadKeepsViewAndSelectionAnOpenDoesNot) {
   EXPECT_EQ(FFlow.View(), TView::Overview);
   EXPECT_EQ(FFlow.Mission().SelectedEvent, 1U);
 
-  SelectEvent(FFlow.Mission(), 2, FScreen);
+  SelectEvent(FFlow.Mission(), 2, FWindow.views);
   Save("three.kshock", {'n', 'o'});
   FFlow.Reload();
   Finish();

@@ -1,11 +1,10 @@
-#include "shell/uFilterCommands.h"
+#include "shell/uOrderingCommands.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "base/uProgress.h"
-#include "shell/uOrderingCommands.h"
-#include "tests/support/uLoggingScreen.h"
+#include "tests/support/uFakeWindow.h"
 #include "tests/support/uThreeEvents.h"
 
 namespace {
@@ -17,44 +16,45 @@ class FilterCommands : public testing::Test {
     TNoProgress progress;
     LoadKorvexFileData(FMission.Data, FMission.Events, FMission.Sensors, {}, progress, FMission.Tables);
     FillCompanion(FMission);
-    SelectEvent(FMission, 1, FScreen);
-    FScreen.Said();
+    SelectEvent(FMission, 1, FViews);
+    FLog.Take();
   }
-  // What the window is told when the acceleration, 20 g, 9 g and 5 g, has to be in a range.
+  // The calls after the acceleration (the events have 20 g, 9 g and 5 g) is limited to a range.
   std::string Change(const TRange& acceleration) {
     TEventFilter filter;
     filter.ranges[0] = acceleration;
-    ChangeFilter(FMission, filter, FScreen);
-    return FScreen.Said();
+    ChangeFilter(FMission, filter, FViews);
+    return FLog.Take();
   }
   std::string Activate(bool on, bool possible = true) {
-    EXPECT_EQ(ActivateFilter(FMission, on, FScreen), possible);
-    return FScreen.Said();
+    EXPECT_EQ(ActivateFilter(FMission, on, FViews), possible);
+    return FLog.Take();
   }
 
   TShownMission FMission;
-  TLoggingScreen FScreen;
+  TCallLog FLog;
+  TFakeViews FViews{FLog};
 };
 
-TEST_F(FilterCommands, TheChosenEventIsSelectedWhileItIsVisibleElseTheFirstInOrder) {
+TEST_F(FilterCommands, TheChosenEventIsSelectedWhileVisibleElseTheFirstVisibleInOrder) {
   EXPECT_EQ(Change({6, {}}), "filtered events; filter on: 2 of 3; ");
-  ShockGridTitleClick(FMission, "IoT total", FScreen);  // 1, 0, 2
-  FScreen.Said();
+  ShockGridTitleClick(FMission, "IoT total", FViews);  // 1, 0, 2
+  FLog.Take();
   EXPECT_EQ(Change({{}, 8}), "filtered events; filter on: 1 of 3; selected 2; position 2; ");
   EXPECT_EQ(Change({{}, {}}), "filtered events; filter off: 3 of 3; selected 1; position 1; ") << "as the user chose";
   EXPECT_EQ(Change({{}, 20}), "filtered events; filter on: 3 of 3; ");
   EXPECT_EQ(Change({{}, 19}), "filtered events; filter on: 2 of 3; ");
-  SelectEvent(FMission, 0, FScreen);
-  FScreen.Said();
+  SelectEvent(FMission, 0, FViews);
+  FLog.Take();
   EXPECT_EQ(Change({{}, 18}), "filtered events; filter on: 2 of 3; selected 1; position 1; ") << "IoT total falls";
 }
 
-TEST_F(FilterCommands, WhereNothingIsVisibleNothingIsSelected) {
+TEST_F(FilterCommands, NoEventIsSelectedWhenNoneIsVisible) {
   EXPECT_EQ(Change({100, {}}), "filtered events; filter on: 0 of 3; selected none; position none; ");
-  StepEvent(FMission, 1, FScreen);
-  EXPECT_EQ(FScreen.Said(), "");
-  ShockGridTitleClick(FMission, "ToT max", FScreen);
-  EXPECT_EQ(FScreen.Said(), "grid dbgShocks; grid dbgFilteredShocks; selected none; position none; ");
+  StepEvent(FMission, 1, FViews);
+  EXPECT_EQ(FLog.Take(), "");
+  ShockGridTitleClick(FMission, "ToT max", FViews);
+  EXPECT_EQ(FLog.Take(), "grid dbgShocks; grid dbgFilteredShocks; selected none; position none; ");
   EXPECT_EQ(Activate(false), "filtered events; filter off: 3 of 3; selected 2; position 2; ");
 }
 
@@ -66,30 +66,30 @@ TEST_F(FilterCommands, SwitchingOffAndOnKeepsTheConditions) {
   EXPECT_EQ(Activate(true), "filtered events; filter on: 2 of 3; ");
 }
 
-TEST_F(FilterCommands, NextAndPreviousEventWalkTheVisibleOnes) {
+TEST_F(FilterCommands, NextEventSkipsHiddenEvents) {
   Change({{}, 9.5});
-  ShockGridTitleClick(FMission, "Acceleration max", FScreen);
+  ShockGridTitleClick(FMission, "Acceleration max", FViews);
   EXPECT_EQ(FMission.SelectedEvent, 1U) << "the first that is visible";
-  StepEvent(FMission, 1, FScreen);
+  StepEvent(FMission, 1, FViews);
   EXPECT_EQ(FMission.SelectedEvent, 2U);
-  StepEvent(FMission, 1, FScreen);
+  StepEvent(FMission, 1, FViews);
   EXPECT_EQ(FMission.SelectedEvent, 2U);
 }
 
-TEST_F(FilterCommands, OtherLimitsInForceCountAtOnceWhereTheFilterAsksForThem) {
+TEST_F(FilterCommands, ChangedAlarmLimitsApplyAtOnceWhenTheFilterUsesThem) {
   FMission.Display.limits[0] = TLimits{-9, 9};
-  AlarmLimitsChanged(FMission, FScreen);
-  EXPECT_EQ(FScreen.Said(), "");
+  AlarmLimitsChanged(FMission, FViews);
+  EXPECT_EQ(FLog.Take(), "");
   TEventFilter filter;
   filter.aboveAlarm = true;
-  ChangeFilter(FMission, filter, FScreen);
-  EXPECT_EQ(FScreen.Said(), "filtered events; filter on: 1 of 3; selected 0; position 0; ");
+  ChangeFilter(FMission, filter, FViews);
+  EXPECT_EQ(FLog.Take(), "filtered events; filter on: 1 of 3; selected 0; position 0; ");
   FMission.Display.limits[0] = TLimits{-8, 8};
-  AlarmLimitsChanged(FMission, FScreen);
-  EXPECT_EQ(FScreen.Said(), "filtered events; filter on: 2 of 3; selected 1; position 1; ");
+  AlarmLimitsChanged(FMission, FViews);
+  EXPECT_EQ(FLog.Take(), "filtered events; filter on: 2 of 3; selected 1; position 1; ");
   FMission.Display.limits[0] = TLimits{-1, 1};
-  AlarmLimitsChanged(FMission, FScreen);
-  EXPECT_EQ(FScreen.Said(), "filtered events; filter on: 3 of 3; ");
+  AlarmLimitsChanged(FMission, FViews);
+  EXPECT_EQ(FLog.Take(), "filtered events; filter on: 3 of 3; ");
 }
 
 }  // namespace

@@ -6,13 +6,13 @@
 #include <utility>
 
 #include "base/uDateTime.h"
-#include "tests/support/uLoggingScreen.h"
+#include "tests/support/uFakeWindow.h"
 
 namespace {
 
 class NavigatorCommands : public testing::Test {
  protected:
-  NavigatorCommands() { FScreen.Data = TTimeSpan{0, 10}; }
+  NavigatorCommands() { FWindow.views.Data = TTimeSpan{0, 10}; }
   // What follows every change of the band.
   static std::string Applied(const std::string& band) {
     return fmt::format(
@@ -28,49 +28,49 @@ class NavigatorCommands : public testing::Test {
   }
 
   TShownMission FMission;
-  TLoggingScreen FScreen;
+  TFakeWindow FWindow;
 };
 
-TEST_F(NavigatorCommands, MoveTheBandThenItsCompanionsThenTheCharts) {
-  actNavSetIntAllExecute(FMission, FScreen);
-  EXPECT_EQ(FScreen.Said(), Interval("0-10"));
-  actNavSetIntDayExecute(FMission, FScreen);
-  EXPECT_EQ(FScreen.Said(), Interval("0-1"));
-  actNavFwdExecute(FMission, FScreen);
-  EXPECT_EQ(FScreen.Said(), Step("1-2"));
-  actNavRwdExecute(FMission, FScreen);
-  EXPECT_EQ(FScreen.Said(), Step("0-1"));
-  FScreen.Data = TTimeSpan{0, 0.5};
-  actNavSetIntDayExecute(FMission, FScreen);
-  EXPECT_EQ(FScreen.Said(), Interval("0-0.5")) << "shorter than a day";
+TEST_F(NavigatorCommands, MoveTheBandThenTheShadesThenTheCharts) {
+  actNavSetIntAllExecute(FMission, FWindow.views);
+  EXPECT_EQ(FWindow.log.Take(), Interval("0-10"));
+  actNavSetIntDayExecute(FMission, FWindow.views);
+  EXPECT_EQ(FWindow.log.Take(), Interval("0-1"));
+  actNavFwdExecute(FMission, FWindow.views);
+  EXPECT_EQ(FWindow.log.Take(), Step("1-2"));
+  actNavRwdExecute(FMission, FWindow.views);
+  EXPECT_EQ(FWindow.log.Take(), Step("0-1"));
+  FWindow.views.Data = TTimeSpan{0, 0.5};
+  actNavSetIntDayExecute(FMission, FWindow.views);
+  EXPECT_EQ(FWindow.log.Take(), Interval("0-0.5")) << "shorter than a day";
 }
 
 TEST_F(NavigatorCommands, WithoutAPointNothingHappens) {
-  FScreen.Data.reset();
+  FWindow.views.Data.reset();
   FMission.Band = {1, 2};
-  actNavSetIntAllExecute(FMission, FScreen);
-  actNavSetIntYearExecute(FMission, FScreen);
-  actNavFwdExecute(FMission, FScreen);
-  actNavRwdExecute(FMission, FScreen);
-  btnToolsShockSyncWNavClick(FMission, TView::Overview, FScreen);
-  EXPECT_EQ(FScreen.Said(), "");
+  actNavSetIntAllExecute(FMission, FWindow.views);
+  actNavSetIntYearExecute(FMission, FWindow.views);
+  actNavFwdExecute(FMission, FWindow.views);
+  actNavRwdExecute(FMission, FWindow.views);
+  btnToolsShockSyncWNavClick(FMission, TView::Overview, FWindow.views, FWindow.dialogs);
+  EXPECT_EQ(FWindow.log.Take(), "");
   EXPECT_EQ(FMission.Band, (TTimeSpan{1, 2}));
 }
 
-TEST_F(NavigatorCommands, SyncAsksWhenTheSettingsWantIt) {
+TEST_F(NavigatorCommands, SyncAsksFirstUnlessTheSettingsForbidIt) {
   const std::string question = "ask \"Do you really want to sync the navigator with the currently viewed timespan?\"; ";
-  FScreen.Confirms = false;
-  btnToolsShockSyncWNavClick(FMission, TView::Overview, FScreen);
-  EXPECT_EQ(FScreen.Said(), question);
-  FScreen.Confirms = true;
-  btnToolsShockSyncWNavClick(FMission, TView::Overview, FScreen);
-  EXPECT_EQ(FScreen.Said(), question + "band 2-3; " + Applied("2-3"));
+  FWindow.dialogs.Confirms = false;
+  btnToolsShockSyncWNavClick(FMission, TView::Overview, FWindow.views, FWindow.dialogs);
+  EXPECT_EQ(FWindow.log.Take(), question);
+  FWindow.dialogs.Confirms = true;
+  btnToolsShockSyncWNavClick(FMission, TView::Overview, FWindow.views, FWindow.dialogs);
+  EXPECT_EQ(FWindow.log.Take(), question + "band 2-3; " + Applied("2-3"));
   FMission.Settings.syncConfirmations = false;
-  btnToolsSensorsChartSyncWNavClick(FMission, FScreen);
-  EXPECT_EQ(FScreen.Said(), "band 2-3; " + Applied("2-3"));
+  btnToolsSensorsChartSyncWNavClick(FMission, FWindow.views, FWindow.dialogs);
+  EXPECT_EQ(FWindow.log.Take(), "band 2-3; " + Applied("2-3"));
 }
 
-TEST_F(NavigatorCommands, GoToAnEventOrAReading) {
+TEST_F(NavigatorCommands, TheBandGoesToAnEventOrAReading) {
   TEventList events;
   events.StartTime = 2;
   for (const double day : {1.0, std::nan("")}) {
@@ -79,23 +79,23 @@ TEST_F(NavigatorCommands, GoToAnEventOrAReading) {
     events.AddValues((day + 0.25) * kMsPerDay, 2, 0, 0);
   }
   std::swap(EventList, events);
-  ZoomNavigatorToEvent(FMission, 0, FScreen);
-  EXPECT_EQ(FScreen.Said(), "band 2.625-3.625; " + Applied("2.625-3.625"));
-  ZoomNavigatorToEvent(FMission, 1, FScreen);
-  ZoomNavigatorToEvent(FMission, 2, FScreen);
-  EXPECT_EQ(FScreen.Said(), "") << "without a time, without an event";
+  ZoomNavigatorToEvent(FMission, 0, FWindow.views);
+  EXPECT_EQ(FWindow.log.Take(), "band 2.625-3.625; " + Applied("2.625-3.625"));
+  ZoomNavigatorToEvent(FMission, 1, FWindow.views);
+  ZoomNavigatorToEvent(FMission, 2, FWindow.views);
+  EXPECT_EQ(FWindow.log.Take(), "") << "without a time, without an event";
   std::swap(EventList, events);
 
   TDataset readings;
   const std::size_t timestamp = readings.AddField("Timestamp", TFieldType::DateTime);
   readings.Append();
   readings.SetDateTime(timestamp, 9.75);
-  ZoomNavigatorToReading(FMission, readings, 0, FScreen);
-  EXPECT_EQ(FScreen.Said(), "band 9-10; " + Applied("9-10"));
-  ZoomNavigatorToReading(FMission, readings, 1, FScreen);
-  FScreen.Data.reset();
-  ZoomNavigatorToReading(FMission, readings, 0, FScreen);
-  EXPECT_EQ(FScreen.Said(), "");
+  ZoomNavigatorToReading(FMission, readings, 0, FWindow.views);
+  EXPECT_EQ(FWindow.log.Take(), "band 9-10; " + Applied("9-10"));
+  ZoomNavigatorToReading(FMission, readings, 1, FWindow.views);
+  FWindow.views.Data.reset();
+  ZoomNavigatorToReading(FMission, readings, 0, FWindow.views);
+  EXPECT_EQ(FWindow.log.Take(), "");
 }
 
 }  // namespace

@@ -3,7 +3,7 @@
 
 #include "base/uProgress.h"
 #include "shell/uOrderingCommands.h"
-#include "tests/support/uLoggingScreen.h"
+#include "tests/support/uFakeWindow.h"
 #include "tests/support/uThreeEvents.h"
 
 namespace {
@@ -19,8 +19,8 @@ class Ordering : public testing::Test {
   }
   void Click(std::initializer_list<const char*> titles) {
     for (const char* title : titles) {
-      FScreen.Said();
-      ShockGridTitleClick(FMission, title, FScreen);
+      FLog.Take();
+      ShockGridTitleClick(FMission, title, FViews);
     }
   }
   static std::vector<int> Ids(TDataset& table) {
@@ -30,7 +30,8 @@ class Ordering : public testing::Test {
   }
 
   TShownMission FMission;
-  TLoggingScreen FScreen;
+  TCallLog FLog;
+  TFakeViews FViews{FLog};
 };
 
 TEST_F(Ordering, TitleClicksSelectAnIndexInBothTablesAndItsFirstEvent) {
@@ -61,7 +62,7 @@ TEST_F(Ordering, TitleClicksSelectAnIndexInBothTablesAndItsFirstEvent) {
     const std::string where = expected.index;
     EXPECT_EQ(FMission.Tables.Events.IndexName(), where);
     EXPECT_EQ(FMission.CLDS.IndexName(), where);
-    EXPECT_EQ(FScreen.Said(),
+    EXPECT_EQ(FLog.Take(),
               fmt::format("grid dbgShocks; grid dbgFilteredShocks; selected {0}; position {0}; ", expected.selected))
         << where;
   }
@@ -77,13 +78,13 @@ TEST_F(Ordering, WithoutEventsNothingIsSelected) {
   Show(TTestRecording().Creator().MissionHeader(2, 2).Channels({"T"}).Data({{0, {1}}}));
   FMission.SelectedEvent = 0;
   Click({"ID"});
-  EXPECT_EQ(FScreen.Said(), "grid dbgShocks; grid dbgFilteredShocks; selected none; position none; ");
-  StepEvent(FMission, 1, FScreen);
-  EXPECT_EQ(FScreen.Said(), "");
+  EXPECT_EQ(FLog.Take(), "grid dbgShocks; grid dbgFilteredShocks; selected none; position none; ");
+  StepEvent(FMission, 1, FViews);
+  EXPECT_EQ(FLog.Take(), "");
 }
 
 TEST_F(Ordering, SensorsAndBatteryToggleOnTheirOwn) {
-  using TClick = void (*)(TShownMission&, std::string_view, IMainScreen&);
+  using TClick = void (*)(TShownMission&, std::string_view, IMissionViews&);
   const struct {
     TClick click;
     TDataset* table;
@@ -100,13 +101,13 @@ TEST_F(Ordering, SensorsAndBatteryToggleOnTheirOwn) {
   };
   for (const auto& [click, table, grid, title, key, descending] : cases) {
     for (const char* direction : {"Desc", "ASC", "Desc"}) {
-      click(FMission, title, FScreen);
+      click(FMission, title, FViews);
       EXPECT_EQ(table->IndexName(), std::string(key) + direction);
     }
     EXPECT_EQ(Ids(*table), descending) << title;
-    EXPECT_EQ(FScreen.Said(), fmt::format("grid {0}; grid {0}; grid {0}; ", grid));
-    click(FMission, "ID", FScreen);
-    EXPECT_EQ(FScreen.Said(), "") << "a title that does not sort";
+    EXPECT_EQ(FLog.Take(), fmt::format("grid {0}; grid {0}; grid {0}; ", grid));
+    click(FMission, "ID", FViews);
+    EXPECT_EQ(FLog.Take(), "") << "a title that does not sort";
   }
   EXPECT_EQ(FMission.Tables.Events.IndexName(), "TimestampASC");
 }
@@ -115,21 +116,21 @@ TEST_F(Ordering, OrderByRanksTheMostImportantEventsAndLeavesTheGridsOrder) {
   Click({"ToT total"});
   const std::vector<int> ranked[] = {{1, 2, 0}, {1, 0, 2}, {2, 1, 0}, {0, 2, 1}, {0, 1, 2}};
   for (int entry = 0; entry < 5; ++entry) {
-    FScreen.Said();
-    OrderMostImportantBy(FMission, entry, FScreen);
+    FLog.Take();
+    OrderMostImportantBy(FMission, entry, FViews);
     EXPECT_EQ(Ids(FMission.Tables.Important), ranked[entry]) << entry;
-    EXPECT_EQ(FScreen.Said(), "grid dbgMostImportant; selected 0; report on 3; ");
+    EXPECT_EQ(FLog.Take(), "grid dbgMostImportant; selected 0; report on 3; ");
     EXPECT_EQ(FMission.Tables.Events.IndexName(), "DBCDesc");
   }
-  for (const int none : {-1, 5}) OrderMostImportantBy(FMission, none, FScreen);
-  EXPECT_EQ(FScreen.Said(), "");
+  for (const int none : {-1, 5}) OrderMostImportantBy(FMission, none, FViews);
+  EXPECT_EQ(FLog.Take(), "");
 }
 
 TEST_F(Ordering, SteppingInTimeIgnoresTheGridsOrderAndLeavesIt) {
   Click({"ToT total"});  // 0, 2, 1
   const std::pair<int, std::size_t> steps[] = {{1, 1}, {1, 2}, {1, 2}, {-1, 1}};
   for (const auto& [step, event] : steps) {
-    StepEventInTime(FMission, step, FScreen);
+    StepEventInTime(FMission, step, FViews);
     EXPECT_EQ(FMission.SelectedEvent, event);
   }
   EXPECT_EQ(FMission.CLDS.IndexName(), "DBCDesc");
@@ -139,12 +140,12 @@ TEST_F(Ordering, SteppingFollowsTheGridAndStopsAtItsEnds) {
   Click({"ToT total"});  // 0, 2, 1
   const std::pair<int, std::size_t> steps[] = {{1, 2}, {1, 1}, {1, 1}, {-1, 2}, {-9, 0}, {9, 1}};
   for (const auto& [step, event] : steps) {
-    StepEvent(FMission, step, FScreen);
+    StepEvent(FMission, step, FViews);
     EXPECT_EQ(FMission.SelectedEvent, event);
   }
-  SelectEvent(FMission, 3, FScreen);
+  SelectEvent(FMission, 3, FViews);
   EXPECT_EQ(FMission.SelectedEvent, std::nullopt) << "there is no such event";
-  StepEvent(FMission, 1, FScreen);
+  StepEvent(FMission, 1, FViews);
   EXPECT_EQ(FMission.SelectedEvent, 0U) << "without a selection it begins at the first row";
 }
 

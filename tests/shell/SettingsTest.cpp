@@ -11,7 +11,7 @@
 #include "shell/uSettingsCommands.h"
 #include "shell/uSettingsSchema.h"
 #include "shell/uSettingsStore.h"
-#include "tests/support/uLoggingScreen.h"
+#include "tests/support/uFakeWindow.h"
 #include "tests/support/uTestRecording.h"
 
 using testing::HasSubstr;
@@ -238,14 +238,15 @@ TEST(DisplaySettings, TakeTheAccelerationLimitsOfTheFileUnlessToldOtherwise) {
 }
 
 TEST(DisplaySettings, WithoutALevelInTheFileTheUsersLimitsCountAndCanBeEdited) {
-  TLoggingScreen screen;
+  TCallLog log;
+  TFakeControls screen{log};
   TShownMission mission;
   TMissionData data;
   data.bValid = true;
   const auto shown = [&] {
     mission.Display = DisplayInForce(mission.Settings.display, data);
     ShowLimitsInForce(&mission, screen);
-    return screen.Said();
+    return log.Take();
   };
   for (const float level : {0.0F, -2.0F, std::nanf(""), std::numeric_limits<float>::infinity()}) {
     data.adxl_level_on = level;

@@ -2,16 +2,15 @@
 
 #include <gtest/gtest.h>
 
-#include "shell/uMainScreen.h"
-#include "tests/support/uLoggingScreen.h"
+#include "shell/uShownMission.h"
 #include "tests/support/uThreeEvents.h"
 
 namespace {
 
 // The defaults, but for a full date.
-TDisplaySettings Settings(const TMissionData& mission = {}, const TLoggingScreen& screen = {}) {
-  TDisplaySettings settings = ReadDisplaySettings(mission, screen);
-  settings.DateFormat = "yyyy-mm-dd";
+TDisplaySettings Settings() {
+  TDisplaySettings settings = DefaultSettings().display;
+  settings.dateFormat = 1;
   return settings;
 }
 
@@ -52,7 +51,7 @@ TEST(VerdictSentence, SaysWhatHappenedInOneSentence) {
   verdict.sensors[1].below = Out(-4, kDay, TLimitSource::Default);
   verdict.damaged = true;
   TDisplaySettings settings = Settings();
-  settings.AnalogNames[0] = "Strain Left";
+  settings.analogNames[0] = "Strain Left";
   EXPECT_EQ(VerdictSentence(verdict, settings),
             "none of 300 events outside 2 … 25.25 g; the worst, event 171, reached 19.76 g (16 g on Y-pos, clipped: "
             "the true peak is higher) on 2026-03-04 13:25; 2 of 300 events clipped: their true peaks are higher; "
@@ -94,23 +93,23 @@ TEST(VerdictTexts, NameTheTriggerLevelAndDefaultLimits) {
 }
 
 TEST(LimitsInForce, SayWhereEachComesFrom) {
-  TLoggingScreen screen;
+  TDisplaySettings chosen = Settings();
   TMissionData mission;
   mission.bValid = true;
   mission.adxl_level_on = 4;
-  EXPECT_FALSE(LimitsInForce(Settings(mission, screen)));
-  screen.Values["barbtnlrgAlarm"] = true;
-  screen.Values["dxBarSpinAlarmRHMax"] = 55.0;
+  EXPECT_FALSE(LimitsInForce(DisplayInForce(chosen, mission)));
+  chosen.alarmActive = true;
+  chosen.limits[static_cast<std::size_t>(TQuantity::Humidity)].max = 55;
   const auto source = [&](TQuantity quantity) {
-    const TJudgedLimits limits = (*LimitsInForce(Settings(mission, screen)))[static_cast<std::size_t>(quantity)];
+    const TJudgedLimits limits = (*LimitsInForce(DisplayInForce(chosen, mission)))[static_cast<std::size_t>(quantity)];
     return std::pair(limits.minSource, limits.maxSource);
   };
   EXPECT_EQ(source(TQuantity::Acceleration), std::pair(TLimitSource::File, TLimitSource::File));
   EXPECT_EQ(source(TQuantity::Humidity), std::pair(TLimitSource::Default, TLimitSource::User));
   EXPECT_EQ(source(TQuantity::Battery), std::pair(TLimitSource::Default, TLimitSource::Default));
-  screen.Values["chboxLoadAccAlarmFromFile"] = false;
+  chosen.accelerationFromFile = false;
   EXPECT_EQ(source(TQuantity::Acceleration), std::pair(TLimitSource::Default, TLimitSource::Default));
-  screen.Values["dxBarSpinAlarmAccMax"] = 5.0;
+  chosen.limits[0].max = 5;
   EXPECT_EQ(source(TQuantity::Acceleration), std::pair(TLimitSource::Default, TLimitSource::User));
 }
 
@@ -119,9 +118,9 @@ TEST(VerdictOf, TheShownMissionTakesItsDamageAndItsAlarm) {
   TShownMission mission;
   TNoProgress progress;
   LoadKorvexFileData(mission.Data, mission.Events, mission.Sensors, {}, progress, mission.Tables);
-  TLoggingScreen screen;
-  screen.Values["barbtnlrgAlarm"] = true;
-  mission.Display = Settings(mission.Data, screen);
+  TDisplaySettings chosen = Settings();
+  chosen.alarmActive = true;
+  mission.Display = DisplayInForce(chosen, mission.Data);
   mission.Damage = "cut short";
   EXPECT_EQ(
       VerdictSentence(VerdictOf(mission), mission.Display),

@@ -4,54 +4,50 @@
 #include <gtest/gtest.h>
 
 #include "shell/uLayoutCommands.h"
-#include "tests/support/uLoggingScreen.h"
+#include "tests/support/uFakeWindow.h"
 #include "tests/support/uTestRecording.h"
 
 namespace {
 
-TEST(StartUp, TheWindowIsPreparedInThisOrder) {
-  TLoggingScreen screen;
+TEST(StartUp, TheWindowStartsWithItsCaptionTheCardsAndTheWelcomePanel) {
+  TFakeWindow window;
   TRecentDocuments recent;
-  FormCreate({"/opt/none", "1.0.0.0", "/recordings", "ignored.kshock"}, recent, screen);
-  EXPECT_EQ(screen.Said(),
-            "title \"Korvex165 ShockScope \"; caption \"Korvex165 ShockScope [W64] v1.0.0.0\"; text lblCardToTTotal "
-            "\"ToT total\"; text lblCardIoTTotal \"IoT total\"; text lblCardToTMax \"ToT max\"; text lblCardIoTMax "
-            "\"IoT max\"; dialog folder /recordings; front WellcomePanel; hide" +
-                kDockPanelNames + kFileControlNames + "; disable dxBarReload; prepare sensors axes; ");
+  FormCreate({"/opt/none", "1.0.0.0", "/recordings", "ignored.kshock"}, recent, window.controls, window.dialogs);
+  EXPECT_EQ(window.log.Take(),
+            "caption \"Korvex165 ShockScope [W64] v1.0.0.0\"; text lblCardToTTotal \"ToT total\"; "
+            "text lblCardIoTTotal \"IoT total\"; text lblCardToTMax \"ToT max\"; text lblCardIoTMax \"IoT max\"; "
+            "front WellcomePanel; hide" +
+                kDockPanelNames + "; groups of no file; hide dxDockPanelFilter; disable dxBarReload; ");
 }
 
-TEST(StartUp, EveryPlainFileOfTheManualThatIsNotHiddenGetsAnIconBetweenCaptionAndCards) {
+TEST(StartUp, TheManualIsThePlainFilesOfItsFolderThatAreNotHidden) {
   const TTempFolder folder;
   std::filesystem::create_directories(folder / "doc_shock/a-folder");
   for (const char* name : {"Quick-Start-1.pdf", "notes", ".directory"}) WriteFile(folder / "doc_shock" / name, {1});
-  TLoggingScreen screen;
-  TRecentDocuments recent;
-  FormCreate({folder.Path(), "1.0.0.0", "", ""}, recent, screen);
-  const std::string log = screen.Said();
-  // The order is the folder's own.
-  const bool notesFirst = log.find("_0 \"notes\"") != std::string::npos;
-  const auto icon = [&folder](int index, const std::string& caption, const std::string& name) {
-    return fmt::format("manual frmUserManualIcon_{} \"{}\" {}; ", index, caption,
-                       (folder / "doc_shock" / name).string());
-  };
-  const std::string notes = icon(notesFirst ? 0 : 1, "notes", "notes");
-  const std::string start = icon(notesFirst ? 1 : 0, "Quick Start 1.pdf", "Quick-Start-1.pdf");
-  EXPECT_THAT(log, testing::HasSubstr("v1.0.0.0\"; " + (notesFirst ? notes + start : start + notes) + "text lblCard"));
-  EXPECT_THAT(log, testing::Not(testing::HasSubstr("folder\" ")));
+  std::set<std::string> icons;
+  std::map<std::string, std::string> captions;
+  for (const auto& [icon, caption, file] : UserManual({folder.Path(), "1.0.0.0", "", ""})) {
+    icons.insert(icon);
+    captions.emplace(file, caption);
+  }
+  EXPECT_THAT(icons, testing::ElementsAre("frmUserManualIcon_0", "frmUserManualIcon_1"));
+  EXPECT_THAT(captions, testing::UnorderedElementsAre(
+                            testing::Pair((folder / "doc_shock/Quick-Start-1.pdf").string(), "Quick Start 1.pdf"),
+                            testing::Pair((folder / "doc_shock/notes").string(), "notes")));
+  EXPECT_THAT(UserManual({folder / "none", "1.0.0.0", "", ""}), testing::IsEmpty());
 }
 
-TEST(StartUp, TheDemoButtonIsThereWithItsRecordingOnly) {
+TEST(StartUp, TheDemoButtonIsVisibleOnlyWithItsRecording) {
   const TTempFolder folder;
   const TProgram program{folder.Path(), "1.0.0.0", "", ""};
-  const std::string before = "skin LayoutControlColor FFFFFF; skin Common.GroupPanelNoBorder FFFFFF; refresh look; ";
-  const std::string after = " barbtnlrgOpenDemoFile; set up sensors axes; ";
-  TLoggingScreen screen;
-  FormShow(program, screen);
-  EXPECT_EQ(screen.Said(), before + "hide" + after);
+  TCallLog log;
+  TFakeControls controls(log);
+  FormShow(program, controls);
+  EXPECT_EQ(log.Take(), "hide barbtnlrgOpenDemoFile; ");
   std::filesystem::create_directories(folder / "data");
   WriteFile(folder / "data/demo.kshock", {1});
-  FormShow(program, screen);
-  EXPECT_EQ(screen.Said(), before + "show" + after);
+  FormShow(program, controls);
+  EXPECT_EQ(log.Take(), "show barbtnlrgOpenDemoFile; ");
 }
 
 // A program with a settings folder.
@@ -64,31 +60,30 @@ class SettingsFolder : public testing::Test {
   void Touch(std::initializer_list<const char*> names) {
     for (const char* name : names) WriteFile(FFolder / name, {'x'});
   }
-  // What the start does with the settings folder.
+  // The calls that follow the welcome state.
   std::string Start() {
-    FormCreate(FProgram, FRecent, FScreen);
-    const std::string log = FScreen.Said();
-    const std::string before = "prepare sensors axes; ";
+    FormCreate(FProgram, FRecent, FWindow.controls, FWindow.dialogs);
+    const std::string log = FWindow.log.Take();
+    const std::string before = "disable dxBarReload; ";
     return log.substr(log.find(before) + before.size());
   }
   std::string Close() {
-    FormClose(FProgram, {}, FRecent, FScreen);
-    return FScreen.Said();
+    FormClose(FProgram, {}, FRecent, FWindow.controls, FWindow.dialogs);
+    return FWindow.log.Take();
   }
 
   TTempFolder FFolder;
   TProgram FProgram;
   TRecentDocuments FRecent;
-  TLoggingScreen FScreen;
+  TFakeWindow FWindow;
 };
 
-TEST_F(SettingsFolder, TheFirstStartLeavesFilesToReplaceAndLaterOnesLoadThem) {
+TEST_F(SettingsFolder, TheFirstStartSavesTheDesignedFilesAndLaterOnesLoadThem) {
   EXPECT_EQ(Start(),
             "save logo 0 Company-Logo.png; save logo 1 Report-Logo.png; save layout default-layout.ini; "
             "recent 0 files 0 folders; ");
   FRecent.Add("/a/run.kshock");
-  EXPECT_EQ(Close(), "free point absorption; save logo 0 Company-Logo.png; save logo 1 Report-Logo.png; ")
-      << "the user layout is not saved";
+  EXPECT_EQ(Close(), "save logo 0 Company-Logo.png; save logo 1 Report-Logo.png; ") << "the user layout is not saved";
   EXPECT_TRUE(std::filesystem::exists(FFolder / "recentdocuments.ini"));
 
   Touch({"Company-Logo.png", "Report-Logo.png", "default-layout.ini", "user-layout.ini"});
@@ -99,15 +94,15 @@ TEST_F(SettingsFolder, TheFirstStartLeavesFilesToReplaceAndLaterOnesLoadThem) {
                 kDockPanelNames + " dxDockPanelFilter; recent 1 files 1 folders; ");
 }
 
-TEST_F(SettingsFolder, WithoutOneNothingIsReadOrWritten) {
+TEST_F(SettingsFolder, WithoutAFolderNothingIsReadOrWritten) {
   FProgram.findSettingsFolder = [] { return std::string(); };
   EXPECT_EQ(Start(), "");
-  EXPECT_EQ(Close(), "free point absorption; ");
+  EXPECT_EQ(Close(), "");
 }
 
-TEST_F(SettingsFolder, AStepThatFailsCostsNoOtherAndAllOfThemOneMessage) {
+TEST_F(SettingsFolder, FailedStepsStopNoOtherAndShowOneMessage) {
   Touch({"Company-Logo.png", "recentdocuments.ini", "user-layout.ini"});
-  FScreen.Unusable = {"Company-Logo.png", "default-layout.ini"};
+  FWindow.controls.Unusable = {"Company-Logo.png", "default-layout.ini"};
   const std::string folder = FFolder.Path().string();
   EXPECT_EQ(
       Start(),
@@ -118,33 +113,34 @@ TEST_F(SettingsFolder, AStepThatFailsCostsNoOtherAndAllOfThemOneMessage) {
           folder + "/Company-Logo.png: of no use\n" + folder + "/default-layout.ini: of no use\n" + folder +
           "/recentdocuments.ini: The file makes no sense.; ");
   EXPECT_EQ(Close(),
-            "free point absorption; save logo 0 Company-Logo.png; save logo 1 Report-Logo.png; box \"Not "
+            "save logo 0 Company-Logo.png; save logo 1 Report-Logo.png; box \"Not "
             "everything could be saved.\" " +
                 folder + "/Company-Logo.png: of no use; ");
   EXPECT_TRUE(std::filesystem::exists(FFolder / "recentdocuments-kept.ini"));
 }
 
-TEST_F(SettingsFolder, TheLayoutCommandsSayWhatTheyCannotDo) {
+TEST_F(SettingsFolder, ALayoutThatCannotBeSavedOrLoadedIsReported) {
   const std::string overview = "show" + kDockPanelNames + "; ";
-  SaveUserLayout(FProgram, FScreen);
-  LoadUserLayout(FProgram, TView::Shock, FScreen);
-  LoadDefaultLayout(FProgram, TView::Overview, FScreen);
-  EXPECT_EQ(FScreen.Said(),
+  SaveUserLayout(FProgram, FWindow.controls, FWindow.dialogs);
+  LoadUserLayout(FProgram, TView::Shock, FWindow.controls, FWindow.dialogs);
+  LoadDefaultLayout(FProgram, TView::Overview, FWindow.controls);
+  EXPECT_EQ(FWindow.log.Take(),
             "save layout user-layout.ini; box \"There is no user layout yet.\" Save one first.; designed layout; " +
                 overview);
   Touch({"default-layout.ini", "user-layout.ini"});
-  FScreen.Unusable = {"default-layout.ini", "user-layout.ini"};
+  FWindow.controls.Unusable = {"default-layout.ini", "user-layout.ini"};
   const std::string file = (FFolder / "user-layout.ini").string();
-  SaveUserLayout(FProgram, FScreen);
-  LoadUserLayout(FProgram, TView::Shock, FScreen);
-  LoadDefaultLayout(FProgram, TView::Overview, FScreen);
-  EXPECT_EQ(FScreen.Said(), "save layout user-layout.ini; box \"The layout is not saved.\" " + file +
-                                ": of no use; load layout user-layout.ini; box \"The user layout cannot be used.\" " +
-                                file + ": of no use; designed layout; load layout default-layout.ini; " + overview);
+  SaveUserLayout(FProgram, FWindow.controls, FWindow.dialogs);
+  LoadUserLayout(FProgram, TView::Shock, FWindow.controls, FWindow.dialogs);
+  LoadDefaultLayout(FProgram, TView::Overview, FWindow.controls);
+  EXPECT_EQ(FWindow.log.Take(),
+            "save layout user-layout.ini; box \"The layout is not saved.\" " + file +
+                ": of no use; load layout user-layout.ini; box \"The user layout cannot be used.\" " + file +
+                ": of no use; designed layout; load layout default-layout.ini; " + overview);
   FProgram.findSettingsFolder = [] { return std::string(); };
-  SaveUserLayout(FProgram, FScreen);
-  LoadUserLayout(FProgram, TView::Shock, FScreen);
-  EXPECT_THAT(FScreen.Said(), testing::Not(testing::HasSubstr(" layout user-layout.ini")));
+  SaveUserLayout(FProgram, FWindow.controls, FWindow.dialogs);
+  LoadUserLayout(FProgram, TView::Shock, FWindow.controls, FWindow.dialogs);
+  EXPECT_THAT(FWindow.log.Take(), testing::Not(testing::HasSubstr(" layout user-layout.ini")));
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QMimeData>
+#include <QStackedWidget>
 #include <QUrl>
 #include <tuple>
 
@@ -21,8 +22,9 @@
 #include "gui/mainform/uChartMenus.h"
 #include "gui/mainform/uCommandTable.h"
 #include "gui/mainform/uCommands.h"
+#include "gui/mainform/uControls.h"
 #include "gui/mainform/uMainParts.h"
-#include "gui/mainform/uMainScreen.h"
+#include "gui/mainform/uMissionViews.h"
 #include "gui/mainform/uSettingsBinder.h"
 #include "gui/overview/uOverviewPanel.h"
 #include "gui/platform/uDialogs.h"
@@ -38,9 +40,7 @@
 #include "gui/welcome/uLoadingPanel.h"
 #include "gui/welcome/uRecentFiles.h"
 #include "gui/welcome/uWellcomePanel.h"
-#include "shell/uChartImages.h"
 #include "shell/uExportCommands.h"
-#include "shell/uFilterCommands.h"
 #include "shell/uNavigatorCommands.h"
 #include "shell/uOrderingCommands.h"
 #include "shell/uSettingsCommands.h"
@@ -49,16 +49,18 @@ TKorvexMainForm::TKorvexMainForm(TProgram program, std::function<std::uint64_t()
     : FProgram(std::move(program)),
       FParts(std::make_unique<TMainParts>(*this)),
       FSettings(std::make_unique<TSettingsBinder>(*this)),
-      FScreen(std::make_unique<TMainScreen>(*this, *FParts, *FSettings)),
+      FControls(std::make_unique<TControls>(*this, *FParts, *FSettings)),
+      FDialogs(std::make_unique<TDialogs>(*this)),
+      FViews(std::make_unique<TMissionViews>(*this, *FParts, *FControls)),
       FMessages(std::make_unique<TPostedMessages>(
           [this](const TMessage& message) { Guarded(this, [&] { FFlow->HandleMessage(message); }); })),
-      FFlow(std::make_unique<TFileFlow>(FProgram, FMessages->Handle(), std::move(memoryBound), *FScreen)),
-      FExports(std::make_unique<TExportCommands>(*FFlow, *FScreen)),
-      FImages(std::make_unique<TChartImages>(*FFlow, *FScreen)) {
+      FFlow(std::make_unique<TFileFlow>(FProgram, FMessages->Handle(), std::move(memoryBound), *FControls, *FDialogs,
+                                        *FViews)),
+      FExports(std::make_unique<TExportCommands>(*FFlow, *FControls, *FDialogs, *FViews)) {
   setObjectName("KorvexMainForm");
   setAcceptDrops(true);
   resize(1280, 800);
-  MakeCommands({*this, FProgram, *FParts, *FFlow, *FScreen, *FExports, *FImages});
+  MakeCommands({*this, FProgram, *FParts, *FFlow, *FControls, *FDialogs, *FViews, *FExports});
   ConnectChartMenus(*this);
   ConnectFiles();
   ConnectRecent();
@@ -73,7 +75,8 @@ TKorvexMainForm::TKorvexMainForm(TProgram program, std::function<std::uint64_t()
 // Qt's parents take the views after the flow has gone with the mission that they show.
 TKorvexMainForm::~TKorvexMainForm() {
   FParts->alarmLimits->hide();
-  Guarded(nullptr, [this] { FScreen->EmptyGridsAndCharts(); });
+  for (QStackedWidget* stack : {FParts->front, FParts->views}) stack->disconnect(this);
+  Guarded(nullptr, [this] { FViews->EmptyGridsAndCharts(); });
 }
 
 QWidget& TKorvexMainForm::View(TView view) const {
@@ -86,7 +89,8 @@ void TKorvexMainForm::ConnectFiles() {
   const auto open = [this](const QString& path) { Guarded(this, [&] { FFlow->Open(Utf8(path)); }); };
   connect(FParts->backstage, &TBackstage::FileChosen, this, open);
   connect(FParts->backstage, &TBackstage::FolderDialogRequested, this, [this] {
-    if (const auto folder = AskForFolder(this, tr("Browse path"), {})) FParts->backstage->SetBrowsePath(*folder);
+    const auto folder = FDialogs->AskForFolder(Utf8(tr("Browse path")), {});
+    if (folder) FParts->backstage->SetBrowsePath(QtText(*folder));
   });
   connect(FParts->ribbon, &TRibbon::BackstageRequested, this, [this] {
     if (FFlow->Busy()) return;
@@ -95,14 +99,15 @@ void TKorvexMainForm::ConnectFiles() {
     FParts->backstage->show();
   });
   FParts->backstage->SetVersion(QtText(FProgram.version));
-  // A floating panel is a window of its own; a drop on it counts all the same.
+  // A floating panel is a window of its own and takes drops, too.
   for (QDockWidget* panel : FParts->docks.All()) {
     panel->setAcceptDrops(true);
     panel->installEventFilter(this);
   }
   connect(FParts->loading, &TLoadingPanel::Cancelled, this, [this] { FFlow->Cancel(); });
   connect(FParts->welcome, &TWellcomePanel::OpenFailed, this, [this](const QString& path) {
-    TellUser(this, tr("This document cannot be opened."), tr("%1\nThe desktop has no program for it.").arg(path));
+    FDialogs->ShowMessage(Utf8(tr("This document cannot be opened.")),
+                          Utf8(tr("%1\nThe desktop has no program for it.").arg(path)));
   });
 }
 
@@ -120,11 +125,11 @@ void TKorvexMainForm::ConnectRecent() {
   const auto change = [this](TRecentListView* view, TRecentList& list) {
     connect(view, &TRecentListView::PinAsked, this, [this, &list](const QString& path, bool pinned) {
       list.SetPinned(Utf8(path), pinned);
-      FScreen->ShowRecentDocuments(FFlow->Recent());
+      FControls->ShowRecentDocuments(FFlow->Recent());
     });
     connect(view, &TRecentListView::RemoveAsked, this, [this, &list](const QString& path) {
       list.Remove(Utf8(path));
-      FScreen->ShowRecentDocuments(FFlow->Recent());
+      FControls->ShowRecentDocuments(FFlow->Recent());
     });
   };
   change(FParts->recent->Files(), FFlow->Recent().Files);
@@ -132,10 +137,10 @@ void TKorvexMainForm::ConnectRecent() {
 }
 
 void TKorvexMainForm::ConnectGrids() {
-  using TTitleClick = void (*)(TShownMission&, std::string_view, IMainScreen&);
+  using TTitleClick = void (*)(TShownMission&, std::string_view, IMissionViews&);
   const auto sortBy = [this](TGrid* grid, TTitleClick titleClick) {
     connect(grid, &TGrid::TitleClicked, this, [this, titleClick](const QString& field) {
-      OnMission([&](TShownMission& mission) { titleClick(mission, Utf8(field), *FScreen); });
+      OnMission([&](TShownMission& mission) { titleClick(mission, Utf8(field), *FViews); });
     });
   };
   sortBy(FParts->shock->Shocks(), ShockGridTitleClick);
@@ -149,13 +154,13 @@ void TKorvexMainForm::ConnectGrids() {
       FParts->shock->Chart20()->SetHoveredEvent(event);
     });
     connect(grid, &TGrid::RowOpened, this, [this](std::size_t event) {
-      OnMission([&](TShownMission& mission) { ZoomNavigatorToEvent(mission, event, *FScreen); });
+      OnMission([&](TShownMission& mission) { ZoomNavigatorToEvent(mission, event, *FViews); });
     });
   }
   // A reading's row is its "ID".
   const auto reachReadings = [this](TGrid* grid, TDataset TMissionDatasets::*table) {
     connect(grid, &TGrid::RowOpened, this, [this, table](std::size_t row) {
-      OnMission([&](TShownMission& mission) { ZoomNavigatorToReading(mission, mission.Tables.*table, row, *FScreen); });
+      OnMission([&](TShownMission& mission) { ZoomNavigatorToReading(mission, mission.Tables.*table, row, *FViews); });
     });
     connect(grid, &TGrid::RowHovered, this, [this, table](std::optional<std::size_t> row) {
       const TDataset& readings = FFlow->Mission().Tables.*table;
@@ -165,7 +170,7 @@ void TKorvexMainForm::ConnectGrids() {
   reachReadings(FParts->docks.DBGrid2, &TMissionDatasets::Sensors);
   reachReadings(FParts->docks.DBGrid8, &TMissionDatasets::Battery);
   connect(FParts->overview, &TMainOverviewPanel::OrderByChosen, this, [this](int entry) {
-    OnMission([&](TShownMission& mission) { OrderMostImportantBy(mission, entry, *FScreen); });
+    OnMission([&](TShownMission& mission) { OrderMostImportantBy(mission, entry, *FViews); });
   });
 }
 
@@ -190,16 +195,19 @@ void TKorvexMainForm::ConnectCharts() {
 void TKorvexMainForm::ConnectNavigator() {
   for (TTimeChart* chart : std::initializer_list<TTimeChart*>{FParts->overview->Chart1(), FParts->shock->Chart20(),
                                                               FParts->overview->ChartAllSensors()}) {
-    connect(chart, &TTimeChart::TimeRangeChanged, this, [this, chart] { FScreen->TellSynced(*chart); });
+    connect(chart, &TTimeChart::TimeRangeChanged, this, [this, chart] { FViews->UpdateSynced(*chart); });
     // Back to the band.
     connect(chart, &TTimeChart::ZoomReset, this, [this, chart] {
-      OnMission([&](TShownMission& mission) { FScreen->SetChartSpan(Utf8(chart->objectName()), mission.Band); });
+      OnMission([&](TShownMission& mission) { FViews->SetChartSpan(Utf8(chart->objectName()), mission.Band); });
     });
+  }
+  for (QStackedWidget* stack : {FParts->front, FParts->views}) {
+    connect(stack, &QStackedWidget::currentChanged, this, [this] { FViews->MarkUnsynced(nullptr); });
   }
   const TNavigatorChart* navigator = FParts->docks.ChartNavigator;
   const auto on = [this](auto moved) {
     return [this, moved](const TTimeSpan& band) {
-      OnMission([&](TShownMission& mission) { moved(mission, band, *FScreen); });
+      OnMission([&](TShownMission& mission) { moved(mission, band, *FViews); });
     };
   };
   connect(navigator, &TNavigatorChart::BandDragging, this, on(NavigatorBandDragging));
@@ -209,7 +217,7 @@ void TKorvexMainForm::ConnectNavigator() {
 void TKorvexMainForm::ConnectSettings() {
   for (TGrid* grid : findChildren<TGrid*>()) grid->SetDisplay(&FFlow->Mission().Display);
   FSettings->Bind(FFlow->Mission().Settings,
-                  [this] { Guarded(this, [this] { ApplySettings(FFlow->Mission(), *FScreen); }); });
+                  [this] { Guarded(this, [this] { ApplySettings(FFlow->Mission(), *FViews); }); });
   connect(FParts->alarmLimits, &TAlarmLimitsPanel::LimitRefused, FParts->statusValue, &QLabel::setText);
   connect(findChild<QComboBox*>("cmbSettingsDefFileFilter"), &QComboBox::currentTextChanged, this,
           [this](const QString& patterns) { FParts->backstage->SetFilePatterns(patterns.split(" & ")); });
@@ -218,14 +226,14 @@ void TKorvexMainForm::ConnectSettings() {
 void TKorvexMainForm::ConnectFilter() {
   FParts->filter->AddActiveButton(findChild<QAction*>("actFilterActive"));
   connect(FParts->filter, &TFilterPanel::FilterChanged, this, [this](const TEventFilter& filter) {
-    OnMission([&](TShownMission& mission) { ChangeFilter(mission, filter, *FScreen); });
+    OnMission([&](TShownMission& mission) { ChangeFilter(mission, filter, *FViews); });
   });
   connect(FParts->filter, &TFilterPanel::NavigatorSpanRequested, this, [this] {
     const TTimeSpan& band = FFlow->Mission().Band;
     FParts->filter->SetTimeSpan(band.start, band.end);
   });
   connect(FParts->statusEvents, &TFilterChip::OffClicked, this, [this] {
-    OnMission([&](TShownMission& mission) { std::ignore = ActivateFilter(mission, false, *FScreen); });
+    OnMission([&](TShownMission& mission) { std::ignore = ActivateFilter(mission, false, *FViews); });
   });
 }
 
@@ -234,26 +242,34 @@ void TKorvexMainForm::OnMission(const std::function<void(TShownMission&)>& comma
 }
 
 void TKorvexMainForm::Select(std::size_t event) {
-  OnMission([&](TShownMission& mission) { SelectEvent(mission, event, *FScreen); });
+  OnMission([&](TShownMission& mission) { SelectEvent(mission, event, *FViews); });
 }
 
 void TKorvexMainForm::FormCreate() {
-  ::FormCreate(FProgram, FFlow->Recent(), *FScreen);
+  setWindowIconText(QtText(kApplicationTitle));
+  for (const auto& [name, caption, file] : UserManual(FProgram)) {
+    FParts->welcome->AddUserManualIcon(QtText(name), QtText(caption), QtText(file));
+  }
+  FParts->backstage->ProposeBrowsePath(QtText(FProgram.dataFolder));
+  FParts->overview->ChartAllSensors()->PrepareExtraAxes();
+  ::FormCreate(FProgram, FFlow->Recent(), *FControls, *FDialogs);
 }
 
 void TKorvexMainForm::FormShow() {
-  ::FormShow(FProgram, *FScreen);
+  ::FormShow(FProgram, *FControls);
+  FParts->overview->ChartAllSensors()->SetUpAxes();
   if (!FProgram.firstArgument.empty()) FFlow->Open(FProgram.firstArgument);
 }
 
 void TKorvexMainForm::FormClose() {
-  ::FormClose(FProgram, FFlow->Mission().Settings, FFlow->Recent(), *FScreen);
+  for (TEventsChart* chart : {FParts->overview->Chart1(), FParts->shock->Chart20()}) chart->Clear();
+  ::FormClose(FProgram, FFlow->Mission().Settings, FFlow->Recent(), *FControls, *FDialogs);
 }
 
 void TKorvexMainForm::showEvent(QShowEvent* event) {
   QMainWindow::showEvent(event);
   if (std::exchange(FShownOnce, true)) return;
-  // Once the window stands, so that a recording is read in sight.
+  // Queued, so that the window is visible while a recording is read.
   QMetaObject::invokeMethod(
       this, [this] { Guarded(this, [this] { FormShow(); }); }, Qt::QueuedConnection);
 }

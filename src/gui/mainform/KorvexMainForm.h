@@ -1,5 +1,5 @@
-// The program's one window. It makes and owns the views, hands what the user does to the sequences of the shell, and
-// shows what they say; it decides nothing itself.
+// The main window. It owns the views and connects what the user does to the sequences of the shell; the order of steps
+// and all decisions are theirs.
 #pragma once
 
 #include <QMainWindow>
@@ -10,9 +10,10 @@
 #include "shell/uFileFlow.h"
 #include "shell/uStartUp.h"
 
-class TChartImages;
+class TControls;
+class TDialogs;
 class TExportCommands;
-class TMainScreen;
+class TMissionViews;
 class TPostedMessages;
 class TSettingsBinder;
 struct TMainParts;
@@ -63,10 +64,11 @@ class TKorvexMainForm : public QMainWindow {
   TProgram FProgram;
   std::unique_ptr<TMainParts> FParts;
   std::unique_ptr<TSettingsBinder> FSettings;
-  std::unique_ptr<TMainScreen> FScreen;
+  std::unique_ptr<TControls> FControls;
+  std::unique_ptr<TDialogs> FDialogs;
+  std::unique_ptr<TMissionViews> FViews;
   std::unique_ptr<TPostedMessages> FMessages;
   std::unique_ptr<TFileFlow> FFlow;
   std::unique_ptr<TExportCommands> FExports;
-  std::unique_ptr<TChartImages> FImages;
   bool FShownOnce = false;
 };

@@ -1,7 +1,7 @@
-// The context menus of the charts, and what their own keys open.
+// The context menus of the charts, and the statistics that their keys open.
 #pragma once
 
 class TKorvexMainForm;
 
-// After the window's actions are made, which stand in the menus.
+// Call after MakeCommands: the menus contain the window's actions.
 void ConnectChartMenus(TKorvexMainForm& form);

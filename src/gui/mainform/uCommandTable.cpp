@@ -16,15 +16,12 @@
 #include "gui/mainform/KorvexMainForm.h"
 #include "gui/mainform/uKeysDialog.h"
 #include "gui/mainform/uMainParts.h"
-#include "gui/mainform/uMainScreen.h"
 #include "gui/mainform/uStatisticsDialog.h"
 #include "gui/mainform/uViewOutput.h"
 #include "gui/overview/uOverviewPanel.h"
 #include "gui/settings/uAlarmLimitsPanel.h"
 #include "gui/shock/uShockPanel.h"
-#include "shell/uChartImages.h"
 #include "shell/uExportCommands.h"
-#include "shell/uFilterCommands.h"
 #include "shell/uLayoutCommands.h"
 #include "shell/uNavigatorCommands.h"
 #include "shell/uOrderingCommands.h"
@@ -44,12 +41,8 @@ void Do(TTargets on, bool /*checked*/) {
     (on.flow.*Command)();
   } else if constexpr (std::is_invocable_v<T, TExportCommands&>) {
     (on.exports.*Command)();
-  } else if constexpr (std::is_invocable_v<T, TChartImages&>) {
-    (on.images.*Command)();
-  } else if constexpr (std::is_invocable_v<T, TShownMission&, TMainScreen&>) {
-    Command(on.flow.Mission(), on.screen);
   } else {
-    Command(on.flow.Mission(), on.flow.View(), on.screen);
+    Command(on.flow.Mission(), on.views);
   }
 }
 
@@ -57,12 +50,12 @@ void Do(TTargets on, bool /*checked*/) {
 template <int Events>
 void Step(TTargets on, bool /*checked*/) {
   const auto step = on.flow.View() == TView::Shock ? StepEvent : StepEventInTime;
-  step(on.flow.Mission(), Events, on.screen);
+  step(on.flow.Mission(), Events, on.views);
 }
 
 // A filter without conditions cannot be switched on; its panel asks for some.
 void SwitchFilter(TTargets on, bool checked) {
-  if (!ActivateFilter(on.flow.Mission(), checked, on.screen)) on.parts.filter->Open();
+  if (!ActivateFilter(on.flow.Mission(), checked, on.views)) on.parts.filter->Open();
 }
 
 void OpenFilter(TTargets on, bool /*checked*/) {
@@ -73,21 +66,32 @@ void OpenAlarmLimits(TTargets on, bool /*checked*/) {
   on.parts.alarmLimits->OpenBelow(*on.form.findChild<QWidget*>("dxBarAlarmLimits"));
 }
 
-template <auto Load>
-void Arrange(TTargets on, bool /*checked*/) {
-  Load(on.program, on.flow.View(), on.screen);
+void SyncWithEvents(TTargets on, bool /*checked*/) {
+  btnToolsShockSyncWNavClick(on.flow.Mission(), on.flow.View(), on.views, on.dialogs);
 }
 
-void SaveArrangement(TTargets on, bool /*checked*/) {
-  SaveUserLayout(on.program, on.screen);
+void SyncWithSensors(TTargets on, bool /*checked*/) {
+  btnToolsSensorsChartSyncWNavClick(on.flow.Mission(), on.views, on.dialogs);
+}
+
+void DefaultLayout(TTargets on, bool /*checked*/) {
+  LoadDefaultLayout(on.program, on.flow.View(), on.controls);
+}
+
+void UserLayout(TTargets on, bool /*checked*/) {
+  LoadUserLayout(on.program, on.flow.View(), on.controls, on.dialogs);
+}
+
+void SaveLayout(TTargets on, bool /*checked*/) {
+  SaveUserLayout(on.program, on.controls, on.dialogs);
 }
 
 void Print(TTargets on, bool /*checked*/) {
-  PrintView(on.form, on.flow);
+  PrintView(on.form);
 }
 
 void SaveAsPdf(TTargets on, bool /*checked*/) {
-  SaveViewAsPdf(on.form, on.flow, on.screen);
+  SaveViewAsPdf(on.form, on.exports);
 }
 
 void SwitchFullScreen(TTargets on, bool /*checked*/) {
@@ -174,7 +178,6 @@ void VisibleStatistics(TTargets on, bool /*checked*/) {
 
 using F = TKorvexMainForm;
 using E = TExportCommands;
-using I = TChartImages;
 constexpr auto kIndicatorTip = "A line with the values at the pointer";
 constexpr auto kNearestTip = "Mark and name the sample nearest to the pointer";
 constexpr auto kPointsTip = "Dots on the samples, where they stand apart";
@@ -223,9 +226,9 @@ constexpr TCommand kCommands[] = {
     {"actNavFwd", "dxBarNavFwd", "btngrpNavigator", "Forward", "", "media-seek-forward", "Ctrl+Right", 0,
      Do<actNavFwdExecute>},
     {"actSyncWithEvents", "btnToolsShockSyncWNav", "btngrpNavigator", "Sync to events", "", "zoom-select-x", "Ctrl+E",
-     0, Do<btnToolsShockSyncWNavClick>},
+     0, SyncWithEvents},
     {"actSyncWithSensors", "btnToolsSensorsChartSyncWNav", "btngrpNavigator", "Sync to sensors", "", "zoom-select-x",
-     "Ctrl+Shift+E", 0, Do<btnToolsSensorsChartSyncWNavClick>},
+     "Ctrl+Shift+E", 0, SyncWithSensors},
     {"actFilterEdit", "dxBarFilterEdit", "btngrpFiltering", "Edit &filter", "", "view-filter", "Ctrl+F", kLarge,
      OpenFilter},
     {"actFilterActive", "dxBarFilterActive", "btngrpFiltering", "Filter &on", "", "dialog-ok-apply", "Ctrl+Shift+F",
@@ -235,11 +238,11 @@ constexpr TCommand kCommands[] = {
     {"actAlarmLimits", "dxBarAlarmLimits", "btngrpAlarm", "Alarm limi&ts…", "", "configure", "Ctrl+Alt+A", kLarge,
      OpenAlarmLimits},
     {"actDefaultLayout", "dxBarDefaultLayout", "btngrpLayout", "Default &layout", "", "view-restore", "Ctrl+Shift+L", 0,
-     Arrange<LoadDefaultLayout>},
+     DefaultLayout},
     {"actLoadUserLayout", "dxBarLoadUserLayout", "btngrpLayout", "Load &user layout", "", "document-revert", "Ctrl+U",
-     0, Arrange<LoadUserLayout>},
+     0, UserLayout},
     {"actSaveUserLayout", "dxBarSaveUserLayout", "btngrpLayout", "Save user la&yout", "", "document-save",
-     "Ctrl+Shift+U", 0, SaveArrangement},
+     "Ctrl+Shift+U", 0, SaveLayout},
     {"actOverviewPrint", "dxBarOverviewPrint", "btngrpEvents", "Print…", "", "document-print", "", kLarge, Print},
     {"actOverviewExport", "dxBarOverviewExport", "btngrpEvents", "Save as PDF…", "", "document-export", "", kLarge,
      SaveAsPdf},
@@ -344,33 +347,32 @@ constexpr TCommand kCommands[] = {
     {"actTablesExportCSVSensors", "barbtnTablesExportCSVSensors", "btngrpTables", "Sensors to CSV…",
      "The table of the sensors, as a CSV file", kCsvIcon, "", 0, Do<&E::barbtnTablesExportCSVSensorsClick>},
     {"actTablesExportCSVBattery", "barbtnTablesExportCSVBattery", "btngrpTables", "Battery to CSV…",
-     "The table of the battery, as a CSV file", kCsvIcon, "", 0, Do<&E::barbtnTablesExportCSVBatteryClick>, kNoBattery},
+     "The table of the battery, as a CSV file", kCsvIcon, "", kOfBattery, Do<&E::barbtnTablesExportCSVBatteryClick>},
     {"actTablesExportXLSX", "barbtnTablesExportXLSX", "btngrpTables", "Shock events to XLSX…",
      "The table of the events that the filter lets through, as a workbook", kXlsxIcon, "", 0,
      Do<&E::barbtnTablesExportXLSXClick>},
     {"actTablesExportXLSXSensors", "barbtnTablesExportXLSXSensors", "btngrpTables", "Sensors to XLSX…",
      "The table of the sensors, as a workbook", kXlsxIcon, "", 0, Do<&E::barbtnTablesExportXLSXSensorsClick>},
     {"actTablesExportXLSXBattery", "barbtnTablesExportXLSXBattery", "btngrpTables", "Battery to XLSX…",
-     "The table of the battery, as a workbook", kXlsxIcon, "", 0, Do<&E::barbtnTablesExportXLSXBatteryClick>,
-     kNoBattery},
+     "The table of the battery, as a workbook", kXlsxIcon, "", kOfBattery, Do<&E::barbtnTablesExportXLSXBatteryClick>},
     {"actEventsCopyChart", "barbtnEventsCopyChartToClipboard", "btngrpEventsImage", "Copy picture", kCopyTip,
-     "edit-copy", "", 0, Do<&I::barbtnEventsCopyChartToClipboardClick>},
+     "edit-copy", "", 0, Do<&E::barbtnEventsCopyChartToClipboardClick>},
     {"actEventsSaveChart", "barbtnEventsSaveChartasJPG", "btngrpEventsImage", "Picture as JPG…", kBitmapTip, kImageIcon,
-     "", 0, Do<&I::barbtnEventsSaveChartasJPGClick>},
+     "", 0, Do<&E::barbtnEventsSaveChartasJPGClick>},
     {"actEventsSaveChartAsPNG", "barbtnEventsSaveChartAsPNG", "btngrpEventsImage", "Picture as PNG…", kPngTip,
-     kImageIcon, "", 0, Do<&I::barbtnEventsSaveChartAsPNGClick>},
+     kImageIcon, "", 0, Do<&E::barbtnEventsSaveChartAsPNGClick>},
     {"actShockCopyChart", "barbtnShockCopyChartToClipboard", "btngrpShockImage", "Copy picture", kCopyTip, "edit-copy",
-     "", 0, Do<&I::barbtnShockCopyChartToClipboardClick>},
+     "", 0, Do<&E::barbtnShockCopyChartToClipboardClick>},
     {"actShockSaveChart", "barbtnShockSaveChartAsImage", "btngrpShockImage", "Picture as JPG…", kBitmapTip, kImageIcon,
-     "", 0, Do<&I::barbtnShockSaveChartAsImageClick>},
+     "", 0, Do<&E::barbtnShockSaveChartAsImageClick>},
     {"actShockSaveChartAsPNG", "barbtnShockSaveChartAsPNG", "btngrpShockImage", "Picture as PNG…", kPngTip, kImageIcon,
-     "", 0, Do<&I::barbtnShockSaveChartAsPNGClick>},
+     "", 0, Do<&E::barbtnShockSaveChartAsPNGClick>},
     {"actSensorsCopyChart", "barbtnSensorsCopyChartToClipboard", "btngrpSensorsImage", "Copy picture", kCopyTip,
-     "edit-copy", "", 0, Do<&I::barbtnSensorsCopyChartToClipboardClick>},
+     "edit-copy", "", 0, Do<&E::barbtnSensorsCopyChartToClipboardClick>},
     {"actSensorsSaveChart", "barbtnSensorsSaveAsJPG", "btngrpSensorsImage", "Picture as JPG…", kBitmapTip, kImageIcon,
-     "", 0, Do<&I::barbtnSensorsSaveAsJPGClick>},
+     "", 0, Do<&E::barbtnSensorsSaveAsJPGClick>},
     {"actSensorsSaveChartAsPNG", "barbtnSensorsSaveAsPNG", "btngrpSensorsImage", "Picture as PNG…", kPngTip, kImageIcon,
-     "", 0, Do<&I::barbtnSensorsSaveAsPNGClick>},
+     "", 0, Do<&E::barbtnSensorsSaveAsPNGClick>},
     {"actExportShockGridToCSV", nullptr, nullptr, "Export the shock events…", "", "", "Ctrl+Alt+E", 0,
      OpenMenu<kShocksMenu>},
     {"actExportFilteredShockGridToCSV", nullptr, nullptr, "Export the filtered shock events…", "", "", "Ctrl+Alt+F", 0,
@@ -396,7 +398,39 @@ constexpr TCommand kCommands[] = {
     {"actNextEvent", "dxBarEventsNext", "btngrpEventsChart", "", "", "", "", kAgain},
 };
 
+constexpr unsigned kOverview = BitOf(TView::Overview);
+constexpr unsigned kShock = BitOf(TView::Shock);
+constexpr unsigned kReport = BitOf(TView::Report);
+constexpr unsigned kAllViews = kOverview | kShock | kReport;
+constexpr TGroup kGroups[] = {{"tabHome", "btngrpFile", "File", 0},
+                              {"tabHome", "btngrpView", "View", kAllViews},
+                              {"tabHome", "btngrpNavigator", "Navigator", kOverview | kShock},
+                              {"tabHome", "btngrpFiltering", "Filtering", kOverview | kShock},
+                              {"tabHome", "btngrpAlarm", "Alarm", kAllViews},
+                              {"tabHome", "btngrpLayout", "Layout", kOverview | kShock},
+                              {"tabEvents", "btngrpEventsChart", "Events chart", kOverview | kShock},
+                              {"tabEvents", "btngrpEventsExport", "Export events", kAllViews},
+                              {"tabEvents", "btngrpEventsImage", "Chart picture", kOverview | kShock},
+                              {"tabEvents", "btngrpEvents", "Overview", kOverview},
+                              {"tabShock", "btngrpShock", "Selected event", kShock},
+                              {"tabShock", "btngrpFilter", "Filter and spectrum", kShock},
+                              {"tabShock", "btngrpShockSeries", "Selected event chart", kShock},
+                              {"tabShock", "btngrpShockTools", "Selected event tools", kShock},
+                              {"tabShock", "btngrpShockExport", "Export selected event", kShock},
+                              {"tabShock", "btngrpShockImage", "Chart picture", kShock},
+                              {"tabShock", "btngrpShockOutput", "Shock view", kShock},
+                              {"tabSensors", "btngrpSensorsTools", "Sensors chart", kOverview},
+                              {"tabSensors", "btngrpSensorsAxes", "Axis zoom locks", kOverview},
+                              {"tabSensors", "btngrpSensorsExport", "Export sensors", kAllViews},
+                              {"tabSensors", "btngrpSensorsImage", "Chart picture", kOverview},
+                              {"tabTables", "btngrpTables", "Export tables", kAllViews},
+                              {"tabReport", "btngrpReport", "Report", kReport}};
+
 }  // namespace
+
+std::span<const TGroup> Groups() {
+  return kGroups;
+}
 
 std::span<const TCommand> Commands() {
   return kCommands;

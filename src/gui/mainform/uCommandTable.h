@@ -1,40 +1,50 @@
-// The commands of the window: one table of what each is called, where it stands in the ribbon and what it calls. A new
-// command is a row and that function.
+// The window's commands and ribbon groups, a row each. A new command is a row and the function that it calls; a new
+// group is a row with the views that it belongs to.
 #pragma once
 
 #include <span>
 #include <string_view>
 
-class TChartImages;
+#include "shell/uIControls.h"
+
+class IDialogs;
+class IMissionViews;
 class TExportCommands;
 class TFileFlow;
 class TKorvexMainForm;
-class TMainScreen;
 struct TMainParts;
 struct TProgram;
 
-// What commands act on. Everything is borrowed from the window and lives as long as it does.
+// What commands act on. The window owns everything.
 struct TCommandTargets {
   TKorvexMainForm& form;
   const TProgram& program;
   TMainParts& parts;
   TFileFlow& flow;
-  TMainScreen& screen;
+  IControls& controls;
+  IDialogs& dialogs;
+  IMissionViews& views;
   TExportCommands& exports;
-  TChartImages& images;
 };
 
 namespace command {
-inline constexpr unsigned kLarge = 1;      // the button; else it is small
-inline constexpr unsigned kCheckable = 2;  // a click changes the state first, then calls
-inline constexpr unsigned kView = 4;       // checkable; one of these is checked
-inline constexpr unsigned kKept = 8;       // checkable; the settings keep it, and every change of its state calls
-inline constexpr unsigned kOn = 16;        // the state of a kept one at first
-inline constexpr unsigned kOfChart = 32;   // the group says which chart is meant, where the action stands alone
-inline constexpr unsigned kOfEvents = 64;  // disabled while no event is shown
-inline constexpr unsigned kPanel = 128;    // shows and hides the dock panel of that name: the panel's own action
-inline constexpr unsigned kAgain = 256;    // another button of an action that an earlier row makes
+inline constexpr unsigned kLarge = 1;        // the button; else it is small
+inline constexpr unsigned kCheckable = 2;    // a click changes the state first, then calls
+inline constexpr unsigned kView = 4;         // checkable; one of these is checked
+inline constexpr unsigned kKept = 8;         // checkable; the settings keep it, and every change of its state calls
+inline constexpr unsigned kOn = 16;          // the state of a kept one at first
+inline constexpr unsigned kOfChart = 32;     // the group says which chart is meant, where the action stands alone
+inline constexpr unsigned kOfEvents = 64;    // disabled while no event is shown
+inline constexpr unsigned kOfBattery = 512;  // disabled while the recording has no battery channel
+inline constexpr unsigned kPanel = 128;      // shows and hides the dock panel of that name: the panel's own action
+inline constexpr unsigned kAgain = 256;      // another button of an action that an earlier row makes
 }  // namespace command
+
+// Properties of actions. The settings keep the state of such an action: it can be executed while its group is hidden,
+// but not by its shortcut.
+inline constexpr auto kKeptBySettings = "keptBySettings";
+inline constexpr auto kNeedsEvents = "needsEvents";
+inline constexpr auto kNeedsBattery = "needsBattery";
 
 struct TCommand {
   const char* action;
@@ -46,8 +56,21 @@ struct TCommand {
   const char* keys = "";
   unsigned traits = 0;
   void (*execute)(const TCommandTargets& on, bool checked) = nullptr;
-  std::string_view whyDisabled = {};  // in the tool tip while the command is disabled
 };
 
 // In the order of the buttons in each group.
 std::span<const TCommand> Commands();
+
+constexpr unsigned BitOf(TView view) {
+  return 1U << static_cast<unsigned>(view);
+}
+
+struct TGroup {
+  const char* tab;
+  const char* name;
+  const char* title;
+  unsigned views;  // the views that show the group, a BitOf each; 0: it is always shown, also without a file
+};
+
+// In the order of the ribbon.
+std::span<const TGroup> Groups();

@@ -17,7 +17,6 @@
 #include "gui/mainform/KorvexMainForm.h"
 #include "gui/mainform/uCommandTable.h"
 #include "gui/mainform/uMainParts.h"
-#include "gui/mainform/uMainScreen.h"
 #include "gui/ribbon/uBackstage.h"
 #include "gui/ribbon/uRibbon.h"
 #include "gui/ribbon/uRibbonGroup.h"
@@ -36,36 +35,6 @@ constexpr TTabRow kTabs[] = {{"tabFile", "File"},    {"tabHome", "Home"},       
                              {"tabShock", "Shock"},  {"tabSensors", "Sensors"}, {"tabTables", "Tables"},
                              {"tabReport", "Report"}};
 
-struct TGroupRow {
-  const char* tab;
-  const char* name;
-  const char* title;
-};
-// Every group of the ribbon, in the order in which they stand.
-constexpr TGroupRow kGroups[] = {{"tabHome", "btngrpFile", "File"},
-                                 {"tabHome", "btngrpView", "View"},
-                                 {"tabHome", "btngrpNavigator", "Navigator"},
-                                 {"tabHome", "btngrpFiltering", "Filtering"},
-                                 {"tabHome", "btngrpAlarm", "Alarm"},
-                                 {"tabHome", "btngrpLayout", "Layout"},
-                                 {"tabEvents", "btngrpEventsChart", "Events chart"},
-                                 {"tabEvents", "btngrpEventsExport", "Export events"},
-                                 {"tabEvents", "btngrpEventsImage", "Chart picture"},
-                                 {"tabEvents", "btngrpEvents", "Overview"},
-                                 {"tabShock", "btngrpShock", "Selected event"},
-                                 {"tabShock", "btngrpFilter", "Filter and spectrum"},
-                                 {"tabShock", "btngrpShockSeries", "Selected event chart"},
-                                 {"tabShock", "btngrpShockTools", "Selected event tools"},
-                                 {"tabShock", "btngrpShockExport", "Export selected event"},
-                                 {"tabShock", "btngrpShockImage", "Chart picture"},
-                                 {"tabShock", "btngrpShockOutput", "Shock view"},
-                                 {"tabSensors", "btngrpSensorsTools", "Sensors chart"},
-                                 {"tabSensors", "btngrpSensorsAxes", "Axis zoom locks"},
-                                 {"tabSensors", "btngrpSensorsExport", "Export sensors"},
-                                 {"tabSensors", "btngrpSensorsImage", "Chart picture"},
-                                 {"tabTables", "btngrpTables", "Export tables"},
-                                 {"tabReport", "btngrpReport", "Report"}};
-
 // The menu of a table.
 struct TMenuRow {
   const char* name;
@@ -74,8 +43,8 @@ struct TMenuRow {
   std::vector<const char*> openers;  // actions that open it
 };
 
-// The tool tip of a command that is disabled while its group is in sight.
-void SayWhyDisabled(QAction* action, std::string_view why) {
+// Gives a command that may be disabled while its group is shown a tool tip that says why.
+void ShowWhyDisabled(QAction* action, std::string_view why) {
   const QString enabledTip = action->toolTip();
   const QString disabledTip = QString("%1\n%2").arg(enabledTip, QObject::tr("Not available: %1").arg(QtText(why)));
   QObject::connect(action, &QAction::enabledChanged, action, [action, enabledTip, disabledTip](bool enabled) {
@@ -104,11 +73,14 @@ QAction* MakeAction(const TCommandTargets& targets, const TCommand& row, const T
   action->setCheckable((row.traits & (kCheckable | kView | kKept)) != 0);
   action->setChecked((row.traits & kOn) != 0);
   if ((row.traits & kOfEvents) != 0) action->setProperty(kNeedsEvents, true);
+  if ((row.traits & kOfBattery) != 0) {
+    action->setProperty(kNeedsBattery, true);
+    ShowWhyDisabled(action, kNoBattery);
+  }
   if ((row.traits & kKept) != 0) {
     action->setProperty(kKeptBySettings, true);
     row.execute(targets, action->isChecked());
   }
-  if (!row.whyDisabled.empty()) SayWhyDisabled(action, row.whyDisabled);
   Connect(action, targets, row);
   return action;
 }
@@ -187,7 +159,7 @@ void MakeCommands(const TCommandTargets& targets) {
   TKorvexMainForm& form = targets.form;
   TRibbon& ribbon = *targets.parts.ribbon;
   for (const auto& [name, caption] : kTabs) ribbon.AddTab(name, QObject::tr(caption));
-  for (const auto& [tab, name, title] : kGroups) ribbon.AddGroup(tab, name, QObject::tr(title));
+  for (const TGroup& group : Groups()) ribbon.AddGroup(group.tab, group.name, QObject::tr(group.title));
   auto* views = new QActionGroup(&form);
   for (const TCommand& row : Commands()) {
     auto* group = row.group == nullptr ? nullptr : form.findChild<TRibbonGroup*>(row.group);

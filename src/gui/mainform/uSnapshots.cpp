@@ -16,13 +16,13 @@
 
 namespace {
 
-// Charts draw when control returns to the event loop, and a layout may take another round.
+// Charts draw in the event loop, and a layout may take several rounds.
 void Settle() {
   for (int round = 0; round < 5; ++round) QCoreApplication::processEvents();
 }
 
 void Open(TKorvexMainForm& form, const QString& recording) {
-  // Nobody is there to answer a message box: its text is the failure.
+  // A message box would wait for ever: it is closed, its text is the failure.
   QString complaint;
   QTimer watch;
   QObject::connect(&watch, &QTimer::timeout, &form, [&complaint] {

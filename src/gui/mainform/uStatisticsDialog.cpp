@@ -29,7 +29,7 @@ class TStatisticsTable final : public QTableWidget {
   }
 
  protected:
-  // The base copies a cell.
+  // The base class copies one cell.
   void keyPressEvent(QKeyEvent* event) override {
     if (!event->matches(QKeySequence::Copy)) return QTableWidget::keyPressEvent(event);
     Copy();

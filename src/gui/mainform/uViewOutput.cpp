@@ -6,8 +6,6 @@
 #include <QPdfWriter>
 #include <QPrintDialog>
 #include <QPrinter>
-#include <exception>
-#include <filesystem>
 #include <new>
 #include <stdexcept>
 
@@ -16,16 +14,14 @@
 #include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
 #include "gui/mainform/KorvexMainForm.h"
-#include "gui/platform/uDialogs.h"
 #include "gui/report/uReportPanel.h"
-#include "platform/uSafeFile.h"
-#include "shell/uExportOutcome.h"
+#include "shell/uExportCommands.h"
 
 namespace {
 
-constexpr double kPaperRatio = 3;  // pixels of the picture to one of the screen
+constexpr double kPaperRatio = 3;  // pixels of the picture per pixel of the screen
 
-// Lends a view the light palette and its charts the pixels of paper.
+// Gives a view the light palette and its charts the resolution of paper, until it is destroyed.
 class TForPaper {
  public:
   explicit TForPaper(QWidget& view) : FView(view) {
@@ -50,7 +46,7 @@ class TForPaper {
   QWidget& FView;
 };
 
-// As it stands on the screen: a picture with more pixels.
+// The view as on the screen, with more pixels.
 void RenderView(QWidget& view, QPagedPaintDevice& device) {
   QImage picture((QSizeF(view.size()) * kPaperRatio).toSize(), QImage::Format_RGB32);
   if (picture.isNull()) throw std::bad_alloc();
@@ -67,8 +63,8 @@ void RenderView(QWidget& view, QPagedPaintDevice& device) {
   painter.drawImage(QRectF(page.topLeft(), size), picture);
 }
 
-void Output(const TKorvexMainForm& form, TView view, QPagedPaintDevice& device) {
-  QWidget& shown = form.View(view);
+void Output(TKorvexMainForm& form, QPagedPaintDevice& device) {
+  QWidget& shown = form.View(form.Flow().View());
   if (const auto* report = qobject_cast<const TReportPanel*>(&shown)) {
     report->Print(device);
   } else {
@@ -79,37 +75,27 @@ void Output(const TKorvexMainForm& form, TView view, QPagedPaintDevice& device) 
 
 }  // namespace
 
-void PrintView(TKorvexMainForm& form, TFileFlow& flow) {
-  if (!flow.FileShown()) return;
+void PrintView(TKorvexMainForm& form) {
+  if (!form.Flow().FileShown()) return;
   QPrinter printer(QPrinter::HighResolution);
   QPrintDialog dialog(&printer, &form);
   dialog.setObjectName("dlgPrint");
-  if (dialog.exec() == QDialog::Accepted) Output(form, flow.View(), printer);
+  if (dialog.exec() == QDialog::Accepted) Output(form, printer);
 }
 
-void SaveViewAsPdf(TKorvexMainForm& form, TFileFlow& flow, IMainScreen& screen) {
-  if (!flow.FileShown()) return;
+void SaveViewAsPdf(TKorvexMainForm& form, TExportCommands& exports) {
   const std::string title = Utf8(QObject::tr("Save the view as PDF"));
-  const std::string name = Utf8FromPath(PathFromUtf8(flow.FileName()).stem());
-  const auto path = AskWhereToSave(&form, {title, flow.RememberedFolder(), name, "PDF|*.pdf", "pdf"});
-  if (!path) return;
-  // A writer does not tell of a full disk, so it writes into memory.
-  QBuffer pdf;
-  pdf.open(QIODevice::WriteOnly);
-  {
-    QPdfWriter writer(&pdf);
-    writer.setPageSize(QPageSize(QPageSize::A4));
-    Output(form, flow.View(), writer);
-  }
-  const std::filesystem::path file = PathFromUtf8(Utf8(*path));
-  try {
-    SaveFile(file, {pdf.data().constData(), static_cast<std::size_t>(pdf.size())});
-  } catch (const std::exception& error) {
-    screen.ShowMessage("The view could not be written.", ExportFailure(error, file));
-    return;
-  }
-  flow.RememberFolderOf(Utf8(*path));
-  TellWritten(screen, file);
+  const std::string name = Utf8FromPath(PathFromUtf8(form.Flow().FileName()).stem());
+  exports.Save({title, {}, name, "PDF|*.pdf", "pdf"}, "The view could not be written.", [&form] {
+    QBuffer pdf;  // a writer into a file does not report a full disk
+    pdf.open(QIODevice::WriteOnly);
+    {
+      QPdfWriter writer(&pdf);
+      writer.setPageSize(QPageSize(QPageSize::A4));
+      Output(form, writer);
+    }
+    return pdf.data().toStdString();
+  });
 }
 
 std::string Encoded(const QImage& picture, TPictureFormat format) {

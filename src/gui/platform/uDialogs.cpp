@@ -21,13 +21,18 @@ QStringList NameFilters(std::string_view filter) {
   return filters;
 }
 
-// The folder, or what is left of the way to it.
+// The nearest existing folder at or above this one.
 QString NearestFolder(const QString& folder) {
   QDir nearest(folder);
   while (!nearest.exists() && nearest.path() != QFileInfo(nearest.path()).path()) {
     nearest.setPath(QFileInfo(nearest.path()).path());
   }
   return nearest.path();
+}
+
+std::optional<std::string> ChosenFile(QFileDialog& box) {
+  if (box.exec() != QDialog::Accepted || box.selectedFiles().isEmpty()) return std::nullopt;
+  return Utf8(box.selectedFiles().constFirst());
 }
 
 }  // namespace
@@ -39,21 +44,23 @@ std::optional<std::string> AskForFile(QWidget* parent, const QString& title, con
   const QStringList filters = NameFilters(dialog.filter);
   box.setNameFilters(filters);
   box.selectNameFilter(filters.at(std::clamp<qsizetype>(dialog.filterIndex - 1, 0, filters.size() - 1)));
-  if (box.exec() != QDialog::Accepted || box.selectedFiles().isEmpty()) return std::nullopt;
-  return Utf8(box.selectedFiles().constFirst());
+  return ChosenFile(box);
 }
 
-std::optional<QString> AskForFolder(QWidget* parent, const QString& title, const QString& folder) {
-  QFileDialog box(parent, title, folder);
+std::optional<std::string> TDialogs::AskForRecording(const TOpenDialog& dialog) {
+  return AskForFile(&FWindow, QObject::tr("Open a recording"), dialog);
+}
+
+std::optional<std::string> TDialogs::AskForFolder(std::string_view title, const std::string& folder) {
+  QFileDialog box(&FWindow, QtText(title), QtText(folder));
   box.setObjectName("dlgFolder");
   box.setFileMode(QFileDialog::Directory);
   box.setOption(QFileDialog::ShowDirsOnly);
-  if (box.exec() != QDialog::Accepted || box.selectedFiles().isEmpty()) return std::nullopt;
-  return box.selectedFiles().constFirst();
+  return ChosenFile(box);
 }
 
-std::optional<QString> AskWhereToSave(QWidget* parent, const TSaveDialog& dialog) {
-  QFileDialog box(parent, QtText(dialog.title));
+std::optional<std::string> TDialogs::AskWhereToSave(const TSaveDialog& dialog) {
+  QFileDialog box(&FWindow, QtText(dialog.title));
   box.setObjectName("dlgSave");
   box.setAcceptMode(QFileDialog::AcceptSave);
   box.setOption(QFileDialog::DontConfirmOverwrite, dialog.replaces);
@@ -62,31 +69,39 @@ std::optional<QString> AskWhereToSave(QWidget* parent, const TSaveDialog& dialog
   const QString ending = "." + QtText(dialog.extension);
   box.setDirectory(NearestFolder(QtText(dialog.folder)));
   box.selectFile(QtText(dialog.name) + ending);
-  while (box.exec() == QDialog::Accepted && !box.selectedFiles().isEmpty()) {
-    const QString chosen = box.selectedFiles().constFirst();
-    if (chosen.endsWith(ending, Qt::CaseInsensitive)) return chosen;
-    // The toolkit leaves a name with a dot in it as it is.
+  while (const auto file = ChosenFile(box)) {
+    const QString chosen = QtText(*file);
+    if (chosen.endsWith(ending, Qt::CaseInsensitive)) return file;
+    // Qt adds no extension to a name that contains a dot.
     const QString named = chosen + ending;
     if (dialog.replaces || !QFileInfo::exists(named) ||
-        AskUser(parent, QObject::tr("%1 already exists.\nDo you want to replace it?").arg(named))) {
-      return named;
+        Confirm(Utf8(QObject::tr("%1 already exists.\nDo you want to replace it?").arg(named)))) {
+      return Utf8(named);
     }
     box.selectFile(named);
   }
   return std::nullopt;
 }
 
-void TellUser(QWidget* parent, const QString& text, const QString& details) {
-  ShowBox(parent, QMessageBox::Warning, "msgFile", text, details);
+// Queued until the window is shown: closing a box that is the only window would quit the program.
+void TDialogs::ShowMessage(std::string_view text, std::string_view details) {
+  const auto show = [this, text = QtText(text), details = QtText(details)] {
+    ShowBox(&FWindow, QMessageBox::Warning, "msgFile", text, details);
+  };
+  if (FWindow.isVisible()) {
+    show();
+  } else {
+    QMetaObject::invokeMethod(&FWindow, show, Qt::QueuedConnection);
+  }
 }
 
-void InformUser(QWidget* parent, const QString& text) {
-  ShowBox(parent, QMessageBox::Information, "msgInformation", text, {});
+void TDialogs::ShowInformation(std::string_view text) {
+  ShowBox(&FWindow, QMessageBox::Information, "msgInformation", QtText(text), {});
 }
 
-bool AskUser(QWidget* parent, const QString& question) {
-  QMessageBox box(QMessageBox::Question, QObject::tr("ShockScope"), question, QMessageBox::Ok | QMessageBox::Cancel,
-                  parent);
+bool TDialogs::Confirm(std::string_view question) {
+  QMessageBox box(QMessageBox::Question, QObject::tr("ShockScope"), QtText(question),
+                  QMessageBox::Ok | QMessageBox::Cancel, &FWindow);
   box.setObjectName("msgConfirm");
   box.setTextFormat(Qt::PlainText);
   box.setDefaultButton(QMessageBox::Ok);

@@ -1,4 +1,4 @@
-// The dialogs of the desktop. Enter accepts, Esc cancels.
+// The desktop's dialogs. Enter accepts, Esc cancels.
 #pragma once
 
 #include <QString>
@@ -6,22 +6,22 @@
 #include <optional>
 #include <string>
 
-#include "shell/uMainScreen.h"
+#include "shell/uIDialogs.h"
 
-// Asks for a file to open; nothing when the user cancels.
+class TDialogs final : public IDialogs {
+ public:
+  explicit TDialogs(QWidget& window) : FWindow(window) {}
+
+  [[nodiscard]] std::optional<std::string> AskForRecording(const TOpenDialog& dialog) override;
+  [[nodiscard]] std::optional<std::string> AskForFolder(std::string_view title, const std::string& folder) override;
+  [[nodiscard]] std::optional<std::string> AskWhereToSave(const TSaveDialog& dialog) override;
+  void ShowMessage(std::string_view text, std::string_view details) override;
+  void ShowInformation(std::string_view text) override;
+  [[nodiscard]] bool Confirm(std::string_view question) override;
+
+ private:
+  QWidget& FWindow;
+};
+
+// A file to open; nothing when the user cancels.
 std::optional<std::string> AskForFile(QWidget* parent, const QString& title, const TOpenDialog& dialog);
-
-// Asks for a folder; nothing when the user cancels.
-std::optional<QString> AskForFolder(QWidget* parent, const QString& title, const QString& folder);
-
-// Asks where to save; nothing when the user cancels.
-std::optional<QString> AskWhereToSave(QWidget* parent, const TSaveDialog& dialog);
-
-// One message box: what happened, and the file and reason below it.
-void TellUser(QWidget* parent, const QString& text, const QString& details);
-
-// The same with what has been done.
-void InformUser(QWidget* parent, const QString& text);
-
-// A question with OK and Cancel; Enter says OK, Esc Cancel.
-bool AskUser(QWidget* parent, const QString& question);

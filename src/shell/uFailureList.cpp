@@ -1,4 +1,4 @@
-#include "shell/uSteps.h"
+#include "shell/uFailureList.h"
 
 #include <fmt/format.h>
 
@@ -7,7 +7,7 @@
 #include "base/uFiles.h"
 #include "base/uText.h"
 
-void TSteps::Run(const std::filesystem::path& file, const std::function<void()>& step) {
+void TFailureList::Run(const std::filesystem::path& file, const std::function<void()>& step) {
   try {
     step();
   } catch (const std::exception& error) {
@@ -16,6 +16,6 @@ void TSteps::Run(const std::filesystem::path& file, const std::function<void()>&
   }
 }
 
-void TSteps::Tell(IMainScreen& screen, std::string_view text) const {
-  if (!FFailures.empty()) screen.ShowMessage(text, FFailures);
+void TFailureList::Show(IDialogs& dialogs, std::string_view text) const {
+  if (!FFailures.empty()) dialogs.ShowMessage(text, FFailures);
 }

@@ -1,0 +1,231 @@
+#include "gui/mainform/uMissionViews.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QComboBox>
+#include <QLabel>
+#include <map>
+#include <utility>
+
+#include "gui/charts/uEventsChart.h"
+#include "gui/charts/uNavigatorChart.h"
+#include "gui/charts/uSelectedEventChart.h"
+#include "gui/charts/uSensorsChart.h"
+#include "gui/charts/uSpectrumChart.h"
+#include "gui/common/uGrid.h"
+#include "gui/docks/uMissionDetails.h"
+#include "gui/filter/uFilterChip.h"
+#include "gui/filter/uFilterPanel.h"
+#include "gui/mainform/uControls.h"
+#include "gui/mainform/uMainParts.h"
+#include "gui/mainform/uViewOutput.h"
+#include "gui/overview/uOverviewPanel.h"
+#include "gui/report/uReportPanel.h"
+#include "gui/shock/uShockPanel.h"
+#include "shell/uSettingsCommands.h"
+
+void TMissionViews::EmptyGridsAndCharts() {
+  FMission = nullptr;
+  FControls.SetMission(nullptr);
+  FShownEvent.reset();
+  ShowLimitsInForce(FMission, FControls);
+  for (TGrid* grid : FWindow.findChildren<TGrid*>()) grid->SetDataset(nullptr);
+  for (TTimeChart* chart : FWindow.findChildren<TTimeChart*>()) {
+    chart->Range().SetSynced(std::nullopt);
+    chart->Clear();
+  }
+  FParts.shock->ShowCards({}, std::nullopt, {});
+  FParts.docks.details->ShowSections({});
+  FParts.report->Clear();
+  FParts.filter->SetMission(nullptr);
+  FParts.statusEvents->Clear();
+  for (QLabel* label : {FParts.statusValue, FParts.statusFile}) label->clear();
+}
+
+void TMissionViews::PopulateChartSeries(const TShownMission& mission) {
+  ShowInCharts(mission.Display);
+  for (TEventsChart* chart : {FParts.overview->Chart1(), FParts.shock->Chart20()}) {
+    chart->SetEvents(mission.Events, mission.Data, mission.Axes);
+  }
+  FParts.overview->ChartAllSensors()->SetSensors(mission.Sensors, mission.Sensors.StartTime);
+  FParts.docks.ChartNavigator->SetMission(mission.Events, mission.Sensors);
+  // All show the same span at first, so that equal times are above each other.
+  for (TTimeChart* chart : std::initializer_list<TTimeChart*>{FParts.overview->Chart1(), FParts.shock->Chart20(),
+                                                              FParts.overview->ChartAllSensors()}) {
+    chart->Range().SetRecordingSpan(FParts.docks.ChartNavigator->Range().Full());
+  }
+}
+
+void TMissionViews::UpdateKorvexUI(TShownMission& mission) {
+  FMission = &mission;
+  FControls.SetMission(&mission);
+  FParts.shock->Shocks()->SetDataset(&mission.Tables.Events);
+  FParts.shock->FilteredShocks()->SetDataset(&mission.CLDS);
+  FParts.overview->MostImportant()->SetDataset(&mission.Tables.Important);
+  FParts.docks.DBGrid2->SetDataset(&mission.Tables.Sensors);
+  FParts.docks.DBGrid8->SetDataset(&mission.Tables.Battery);
+  ShowDetails(mission);
+  ShowLimitsInForce(FMission, FControls);
+  FParts.filter->SetMission(&mission);
+  ShowFilter(mission);
+}
+
+void TMissionViews::PrepareReport(const TShownMission& mission) {
+  FParts.report->ShowReport(mission);
+}
+
+void TMissionViews::RefreshDisplay(const TShownMission& mission) {
+  ShowInCharts(mission.Display);
+  ShowLimitsInForce(FMission, FControls);
+  if (FMission == nullptr) return;
+  for (TGrid* grid : FWindow.findChildren<TGrid*>()) grid->Reformat();
+  FParts.shock->ShowCards(mission.Tables.Events, mission.SelectedEvent, mission.Display);
+  ShowDetails(mission);
+  FParts.filter->SetMission(&mission);
+  FParts.report->ShowReport(mission);
+}
+
+void TMissionViews::ShowInCharts(const TDisplaySettings& display) {
+  const TValueMasks masks{std::string(display.FormatOf(TQuantity::Time)),
+                          std::string(display.FormatOf(TQuantity::Acceleration))};
+  TAlarmLimits acceleration;
+  if (display.alarmActive) acceleration = display.LimitsOf(TQuantity::Acceleration);
+  const auto colour = [&](auto& chart) {
+    for (std::size_t i = 0; i < kSeriesCount; ++i)
+      chart.SetColour(kAllSeries[i], QColor(display.accelerationColours[i]));
+  };
+  for (TEventsChart* chart : {FParts.overview->Chart1(), FParts.shock->Chart20()}) {
+    colour(*chart);
+    chart->SetAlarmLimits(acceleration);
+    chart->SetPointAbsorption(display.pointAbsorption);
+  }
+  colour(*FParts.shock->Chart2());
+  FParts.shock->Chart2()->SetAlarmLimits(acceleration);
+  colour(*FParts.shock->ChartSpecAnalysis());
+  FParts.overview->Chart1()->SetMasks(masks);
+  FParts.shock->SetMasks(masks);
+
+  TSensorsChart& sensors = *FParts.overview->ChartAllSensors();
+  std::map<std::string, TLimits> limits;
+  for (std::size_t i = 0; i < kColouredSensors.size(); ++i) {
+    const TQuantityRow& row = *kColouredSensors[i];
+    sensors.SetSensorColour(row.sensorName, QColor(display.sensorColours[i]));
+    FParts.docks.ChartNavigator->SetSensorColour(row.sensorName, QColor(display.sensorColours[i]));
+    if (display.alarmActive && row.quantity) limits.emplace(row.sensorName, display.LimitsOf(*row.quantity));
+  }
+  sensors.SetAlarmLimits(std::move(limits));
+  for (std::size_t i = 0; i < kSensorAxisCount; ++i) {
+    sensors.SetAxisColour(static_cast<TSensorAxis>(i), QColor(display.axisColours[i]));
+  }
+  std::map<std::string, std::string> names;
+  for (std::size_t i = 0; i < kAnalogInputs.size(); ++i)
+    names.emplace(kAnalogInputs[i]->sensorName, display.analogNames[i]);
+  FParts.docks.ChartNavigator->SetSensorNames(names);
+  sensors.SetSensorNames(std::move(names));
+  if (std::exchange(FDateFormat, display.dateFormat) == display.dateFormat) return;
+  for (TTimeChart* chart : FWindow.findChildren<TTimeChart*>()) chart->RefreshLabels();
+}
+
+void TMissionViews::ShowDetails(const TShownMission& mission) {
+  FParts.docks.details->ShowSections(
+      {{QObject::tr("Mission"), HeaderFigures(mission.Data)},
+       {QObject::tr("Events"), EventFigures(mission.Summary, mission.Events, mission.Axes)},
+       {QObject::tr("Sensors"), NamedSensorFigures(mission)}});
+}
+
+std::optional<TTimeSpan> TMissionViews::NavigatorSpan() const {
+  return FParts.docks.ChartNavigator->DataSpan();
+}
+
+void TMissionViews::SetNavigatorBand(const TTimeSpan& band) {
+  FParts.docks.ChartNavigator->SetBand(band);
+}
+
+void TMissionViews::SetNavigatorCompanions(const TTimeSpan& band) {
+  FParts.docks.ChartNavigator->SetCompanions(band);
+}
+
+void TMissionViews::SetUnsyncedView(const std::optional<TTimeSpan>& view) {
+  FParts.docks.ChartNavigator->SetUnsyncedView(view);
+}
+
+TTimeSpan TMissionViews::ChartSpan(std::string_view chart) const {
+  return NamedChild<TTimeChart>(FWindow, chart).Range().Times();
+}
+
+void TMissionViews::SetChartSpan(std::string_view chart, const TTimeSpan& span) {
+  auto& shown = NamedChild<TTimeChart>(FWindow, chart);
+  shown.Range().SetTimes(span);
+  UpdateSynced(shown);
+}
+
+void TMissionViews::RepaintChart(std::string_view chart) {
+  NamedChild<QWidget>(FWindow, chart).update();
+}
+
+void TMissionViews::CopyChart(std::string_view chart) {
+  QApplication::clipboard()->setImage(NamedChild<TTimeChart>(FWindow, chart).Picture());
+}
+
+std::optional<TSpectrumChoice> TMissionViews::ShownSpectrum() const {
+  if (!NamedChild<QAction>(FWindow, "actShockSpecAnalysis").isChecked()) return std::nullopt;
+  const auto entryOf = [this](std::string_view list) {
+    return static_cast<std::size_t>(NamedChild<QComboBox>(FWindow, list).currentIndex());
+  };
+  return TSpectrumChoice{entryOf("cmbSpecType"), entryOf("cmbSpecWindow")};
+}
+
+std::string TMissionViews::ChartPicture(std::string_view chart, TPictureFormat format) {
+  return Encoded(NamedChild<TTimeChart>(FWindow, chart).Picture(), format);
+}
+
+void TMissionViews::RefreshGrid(std::string_view grid) {
+  NamedChild<TGrid>(FWindow, grid).Refresh();
+}
+
+void TMissionViews::RebuildFilteredEvents() {
+  if (FMission != nullptr) FParts.shock->FilteredShocks()->RefreshRows(FMission->SelectedEvent);
+}
+
+void TMissionViews::ShowFilter(const TShownMission& mission) {
+  NamedChild<QAction>(FWindow, "actFilterActive").setChecked(mission.FilterActive);
+  FParts.statusEvents->ShowEvents(mission.CLDS.RecordCount(), mission.Events.Count());
+  for (TEventsChart* chart : {FParts.overview->Chart1(), FParts.shock->Chart20()}) {
+    chart->SetVisibleEvents(mission.CLDS.ShownRows());
+  }
+  FParts.filter->ShowFilter();
+  FControls.UpdateEventCommands();
+}
+
+void TMissionViews::ShowSelectedEvent(std::optional<std::size_t> event) {
+  for (TEventsChart* chart : {FParts.overview->Chart1(), FParts.shock->Chart20()}) chart->SetSelectedEvent(event);
+  FParts.overview->MostImportant()->SetCurrentId(event);
+  if (FMission == nullptr) return;
+  FParts.shock->ShowCards(FMission->Tables.Events, event, FMission->Display);
+  if (std::exchange(FShownEvent, event) == event) return;  // its chart keeps its zoom
+  FParts.shock->ShowEvent(FMission->Events, event, FMission->Data);
+}
+
+void TMissionViews::PositionEventGrids(std::optional<std::size_t> event) {
+  FParts.shock->Shocks()->SetCurrentId(event);
+  FParts.shock->FilteredShocks()->SetCurrentId(event);
+}
+
+void TMissionViews::UpdateSynced(TTimeChart& chart) {
+  if (FMission == nullptr) return;
+  const TTimeSpan shown = chart.Range().Times();
+  chart.Range().SetSynced(shown == FMission->Band);
+  MarkUnsynced(&chart);
+}
+
+void TMissionViews::MarkUnsynced(const TTimeChart* preferred) {
+  if (FMission == nullptr) return;
+  std::optional<TTimeSpan> found;
+  for (const TTimeChart* chart : std::initializer_list<const TTimeChart*>{
+           FParts.overview->Chart1(), FParts.overview->ChartAllSensors(), FParts.shock->Chart20()}) {
+    const TTimeSpan shown = chart->Range().Times();
+    if (chart->isVisible() && shown != FMission->Band && (!found || chart == preferred)) found = shown;
+  }
+  SetUnsyncedView(found);
+}

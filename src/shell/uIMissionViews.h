@@ -1,0 +1,61 @@
+// The charts, grids, cards and texts that show the mission. The window implements this, a test records the calls. Main
+// thread only.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "shell/uShownMission.h"
+
+enum class TPictureFormat { Bitmap, Png };
+
+// Which spectrum is shown: entries of kSpectrumTypes and kWeightingWindows.
+struct TSpectrumChoice {
+  std::size_t type = 0;
+  std::size_t window = 0;
+};
+
+class IMissionViews {
+ public:
+  virtual ~IMissionViews() = default;
+
+  // Call before the model is cleared: afterwards no view refers to it.
+  virtual void EmptyGridsAndCharts() = 0;
+  // The three steps that show a new mission, in this order. The views refer to the mission until EmptyGridsAndCharts.
+  virtual void PopulateChartSeries(const TShownMission& mission) = 0;
+  virtual void UpdateKorvexUI(TShownMission& mission) = 0;
+  virtual void PrepareReport(const TShownMission& mission) = 0;
+  // Applies changed display settings. Zoom, selection and scroll position stay.
+  virtual void RefreshDisplay(const TShownMission& mission) = 0;
+
+  // The first and the last time of the recording; nothing when the navigator has no point.
+  [[nodiscard]] virtual std::optional<TTimeSpan> NavigatorSpan() const = 0;
+  virtual void SetNavigatorBand(const TTimeSpan& band) = 0;
+  // Shades what lies before and after the band.
+  virtual void SetNavigatorCompanions(const TTimeSpan& band) = 0;
+  // Marks on the navigator what a chart shows that is not synced; nothing removes the mark.
+  virtual void SetUnsyncedView(const std::optional<TTimeSpan>& view) = 0;
+
+  // Charts and grids by their names; an unknown name is a std::logic_error.
+  [[nodiscard]] virtual TTimeSpan ChartSpan(std::string_view chart) const = 0;
+  virtual void SetChartSpan(std::string_view chart, const TTimeSpan& span) = 0;
+  virtual void RepaintChart(std::string_view chart) = 0;
+  // The chart as on the screen, but dark on white.
+  virtual void CopyChart(std::string_view chart) = 0;
+  // No value while the selected event's curves are shown.
+  [[nodiscard]] virtual std::optional<TSpectrumChoice> ShownSpectrum() const = 0;
+  [[nodiscard]] virtual std::string ChartPicture(std::string_view chart, TPictureFormat format) = 0;
+  // After the index or the rows of the grid's table changed.
+  virtual void RefreshGrid(std::string_view grid) = 0;
+
+  // After the rows of the companion table changed; the selected event becomes the grid's current row.
+  virtual void RebuildFilteredEvents() = 0;
+  // Shows whether the filter is on and what passes it, everywhere but in the grid.
+  virtual void ShowFilter(const TShownMission& mission) = 0;
+  // Selects the event in charts and cards; nothing empties them.
+  virtual void ShowSelectedEvent(std::optional<std::size_t> event) = 0;
+  // Makes the row with this "ID" the current one of both event grids.
+  virtual void PositionEventGrids(std::optional<std::size_t> event) = 0;
+};
