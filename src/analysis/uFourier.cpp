@@ -122,9 +122,9 @@ double Weight(TWeightingWindow window, double place) {
 }  // namespace
 
 std::size_t SpectrumSizeFor(std::size_t samples) {
-  constexpr std::size_t kLeast = 128;
-  constexpr std::size_t kMostCutToLeast = 150;
-  if (samples <= kMostCutToLeast) return kLeast;
+  constexpr std::size_t kMinPoints = 128;
+  constexpr std::size_t kMaxCutToMinPoints = 150;
+  if (samples <= kMaxCutToMinPoints) return kMinPoints;
   return std::bit_ceil(std::min(samples, kMaxSpectrumSize));
 }
 

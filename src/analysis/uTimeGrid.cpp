@@ -68,16 +68,16 @@ TLine FitLine(std::span<const TEventValue> samples, const TPlaces& places) {
 
 // Nothing when there are far too many points.
 std::optional<TPlaces> PlacesAt(std::span<const TEventValue> samples, double step) {
-  const std::uint64_t most =
+  const std::uint64_t max =
       std::min<std::uint64_t>(kMaxPointsPerSample * samples.size(), std::numeric_limits<std::uint32_t>::max());
   TPlaces places = {0};
   places.reserve(samples.size());
   std::uint64_t place = 0;
   for (std::size_t i = 1; i < samples.size(); ++i) {
     const double steps = std::round((samples[i].time - samples[i - 1].time) / step);
-    if (!(steps <= static_cast<double>(most))) return std::nullopt;
+    if (!(steps <= static_cast<double>(max))) return std::nullopt;
     place += std::max<std::uint64_t>(1, static_cast<std::uint64_t>(steps));
-    if (place > most) return std::nullopt;
+    if (place > max) return std::nullopt;
     places.push_back(static_cast<std::uint32_t>(place));
   }
   return places;

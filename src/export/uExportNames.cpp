@@ -25,10 +25,10 @@ bool IsFollowing(char byte) {
 }
 
 // The first bytes of the text, as many as fit without cutting a character.
-std::string_view CutBytes(std::string_view utf8, std::size_t most) {
-  if (utf8.size() <= most) return utf8;
-  while (most > 0 && IsFollowing(utf8[most])) --most;
-  return utf8.substr(0, most);
+std::string_view CutBytes(std::string_view utf8, std::size_t max) {
+  if (utf8.size() <= max) return utf8;
+  while (max > 0 && IsFollowing(utf8[max])) --max;
+  return utf8.substr(0, max);
 }
 
 // Control characters, those of two bytes included, and the given ones become "_".

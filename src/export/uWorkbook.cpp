@@ -83,12 +83,12 @@ fs::path RoomyFolder(const fs::path& wanted) {
 // The library keeps a file open for each sheet.
 void RequireFiles(std::size_t sheets) {
   const std::size_t left = OpenFilesLeft();
-  const std::size_t most = left - std::min(left, kOtherFiles);
-  if (sheets <= most) return;
+  const std::size_t max = left - std::min(left, kOtherFiles);
+  if (sheets <= max) return;
   throw std::runtime_error(fmt::format(
       "The workbook has {} sheets, each of which needs an open file, and the system allows {}. Export fewer "
       "events, or raise the limit of open files.",
-      sheets, most));
+      sheets, max));
 }
 
 void RequireRoom(const fs::path& folder, std::size_t cells) {

@@ -88,11 +88,11 @@ void WriteSheets(const TMissionData& mission, const fs::path& file, const TWorkb
 }
 
 void RefuseTooLong(const TDataset& table, std::size_t titleRows) {
-  const std::size_t most = TWorkbook::kMaxRows - titleRows;
-  if (table.RecordCount() <= most) return;
+  const std::size_t max = TWorkbook::kMaxRows - titleRows;
+  if (table.RecordCount() <= max) return;
   throw std::runtime_error(
       fmt::format("The table has {} rows, and a sheet of an XLSX file holds {}. Export the table as CSV instead.",
-                  table.RecordCount(), most));
+                  table.RecordCount(), max));
 }
 
 std::size_t CellsOf(const TDataset& table) {

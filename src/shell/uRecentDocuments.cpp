@@ -70,7 +70,7 @@ void TRecentList::Add(const std::string& path) {
 void TRecentList::SetPinned(const std::string& path, bool pinned) {
   const auto found = std::ranges::find(FEntries, path, &TRecentEntry::Path);
   const auto count = static_cast<std::size_t>(std::ranges::count(FEntries, true, &TRecentEntry::Pinned));
-  if (found == FEntries.end() || found->Pinned == pinned || (pinned && count >= kMostPinned)) return;
+  if (found == FEntries.end() || found->Pinned == pinned || (pinned && count >= kMaxPinned)) return;
   FChanges.push_back({pinned ? TChange::Pinned : TChange::Unpinned, path});
   found->Pinned = pinned;
   // It is the latest of those it now belongs to.
@@ -109,8 +109,9 @@ void TRecentList::Arrange() {
   std::stable_partition(FEntries.begin(), FEntries.end(), [](const TRecentEntry& entry) { return entry.Pinned; });
   std::size_t pinned = 0;
   std::size_t others = 0;
-  std::erase_if(FEntries,
-                [&](const TRecentEntry& entry) { return entry.Pinned ? ++pinned > kMostPinned : ++others > kMost; });
+  std::erase_if(FEntries, [&](const TRecentEntry& entry) {
+    return entry.Pinned ? ++pinned > kMaxPinned : ++others > kMaxUnpinned;
+  });
 }
 
 void TRecentDocuments::Add(const std::string& fileName) {

@@ -18,14 +18,14 @@ struct TRecentEntry {
 
 class TRecentList {
  public:
-  static constexpr std::size_t kMost = 20;         // not pinned
-  static constexpr std::size_t kMostPinned = 100;  // so that the file stays small enough to be read again
+  static constexpr std::size_t kMaxUnpinned = 20;  // not pinned
+  static constexpr std::size_t kMaxPinned = 100;   // so that the file stays small enough to be read again
   static constexpr std::size_t kLongestPath = 4096;
 
   [[nodiscard]] const std::vector<TRecentEntry>& Entries() const { return FEntries; }
   // Puts the path first among the pinned entries if it is pinned, else first among the others.
   void Add(const std::string& path);
-  // An unlisted path, or a pin beyond kMostPinned, changes nothing.
+  // An unlisted path, or a pin beyond kMaxPinned, changes nothing.
   void SetPinned(const std::string& path, bool pinned);
   void Remove(const std::string& path);
   // Replaces the entries by those of a file, without duplicates and paths that are not listed.

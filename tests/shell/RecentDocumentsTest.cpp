@@ -148,7 +148,7 @@ TEST_F(RecentDocuments, OfAForeignFileWhatMakesSenseIsTaken) {
   EXPECT_EQ(files.size(), 21U);
   EXPECT_EQ(files[0], "/seven*");
   EXPECT_EQ(files[1], "/nine");
-  EXPECT_EQ(FRecent.Folders.Entries().size(), TRecentList::kMostPinned);
+  EXPECT_EQ(FRecent.Folders.Entries().size(), TRecentList::kMaxPinned);
 }
 
 TEST_F(RecentDocuments, AFileThatCannotBeReadIsKeptUnderAnotherName) {
