@@ -61,6 +61,9 @@ void CheckLines(std::string_view text) {
   std::string whole;
   for (int number = 1; std::getline(lines, whole); ++number) {
     const std::string_view line = Trimmed(whole);
+    if (line.size() > TIniFile::kMaxStrictLine) {
+      throw std::runtime_error(fmt::format("Line {} is longer than {} bytes.", number, TIniFile::kMaxStrictLine));
+    }
     if (line.empty() || line[0] == ';' || line[0] == '#') continue;
     if (line.size() > 2 && line.front() == '[' && line.find(']') == line.size() - 1) {
       section = AsciiLower(Trimmed(line.substr(1, line.size() - 2)));

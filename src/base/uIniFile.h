@@ -2,6 +2,7 @@
 // Windows-1252. Floats have a decimal point, booleans are "1" and "0". Sections and keys ignore case.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <memory>
@@ -13,6 +14,7 @@
 class TIniFile {
  public:
   static constexpr std::uintmax_t kMaxBytes = 1'000'000;  // bytes of a file that is read
+  static constexpr std::size_t kMaxStrictLine = 4'000;    // bytes of a line that is read strictly
 
   TIniFile();
   ~TIniFile();
@@ -23,7 +25,8 @@ class TIniFile {
   // (as UTF-16 does). Lines that cannot be parsed are skipped.
   static TIniFile Load(const std::filesystem::path& path);
   // The same for a file that people write and that must mean what it says. Throws also, with the number of the line,
-  // when a line is no section, key = value, comment or blank one, when a key has no section or stands twice in its own.
+  // when a line is longer than kMaxStrictLine or is no section, key = value, comment or blank one, and when a key has
+  // no section or stands twice in its own.
   static TIniFile LoadStrict(const std::filesystem::path& path);
   // The content to write to a file.
   [[nodiscard]] std::string Text() const;

@@ -6,7 +6,6 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
-#include <limits>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -26,7 +25,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-const std::string kProfile = "Profile", kName = "Name", kAlarm = "Alarm", kAllowed = "Allowed";
+constexpr const char *kProfile = "Profile", *kName = "Name", *kAlarm = "Alarm", *kAllowed = "Allowed";
 constexpr std::size_t kMaxNameBytes = 255;
 
 template <class... T>

@@ -46,8 +46,10 @@ TEST_F(IniFile, TypedReadsFallBackToTheirDefaults) {
 TEST_F(IniFile, AStrictReadNamesTheLineThatMeansNothing) {
   Write("\xEF\xBB\xBF; note\r\n\r\n[S]\r\n a = 1 = 2 \r\n# note\r\n[ T ]\r\nA=[x]\r\n");
   EXPECT_THAT(TIniFile::LoadStrict(FPath).Sections(), ElementsAre("S", "T"));
-  for (const char* text : {"[S]\na=1\nb 2\n", "[S]\na=1\n[T\n", "[S]\na=1\n=2\n", "[S]\na=1\n[T] b=2\n",
-                           "[S]\n\nb=1\rc=2\n", "[S]\na=1\nA = 1\n", "[S]\n;\n[]\n", "\n\na=1\n[S]\n"}) {
+  const std::string longLine = "[S]\n\na=" + std::string(4000, 'x');
+  for (const char* text :
+       {"[S]\na=1\nb 2\n", "[S]\na=1\n[T\n", "[S]\na=1\n=2\n", "[S]\na=1\n[T] b=2\n", "[S]\n\nb=1\rc=2\n",
+        "[S]\na=1\nA = 1\n", "[S]\n;\n[]\n", "\n\na=1\n[S]\n", longLine.c_str()}) {
     Write(text);
     try {
       TIniFile::LoadStrict(FPath);
