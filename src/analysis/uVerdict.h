@@ -23,6 +23,7 @@ struct TJudgedLimits {
   TLimits values;
   TLimitSource minSource = TLimitSource::User;
   TLimitSource maxSource = TLimitSource::User;
+  bool operator==(const TJudgedLimits&) const = default;
 };
 using TVerdictLimits = std::array<TJudgedLimits, kLimitedQuantityCount>;
 

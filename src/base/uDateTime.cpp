@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <charconv>
 #include <chrono>
 #include <cmath>
 #include <cstdint>
@@ -20,6 +22,12 @@ std::string& ShortDateMask() {
   static std::string mask(kDefaultDateFormat);
   return mask;
 }
+
+struct TUnitOfTime {
+  std::string_view name;
+  double seconds;
+};
+constexpr TUnitOfTime kUnits[] = {{"d", 86400}, {"h", 3600}, {"min", 60}, {"s", 1}};
 
 struct TMoment {
   std::chrono::year_month_day date;
@@ -74,11 +82,6 @@ std::string FormatDuration(double days) {
 }
 
 std::string DurationInWords(double days) {
-  struct TUnit {
-    const char* name;
-    double seconds;
-  };
-  constexpr TUnit kUnits[] = {{"d", 86400}, {"h", 3600}, {"min", 60}, {"s", 1}};
   const double seconds = std::fabs(days) * kUnits[0].seconds;
   if (!std::isfinite(seconds)) return GeneralFloat(days);
   if (seconds < 59.95) return MaskFloat("0.#", seconds) + " s";
@@ -90,6 +93,41 @@ std::string DurationInWords(double days) {
   const double rest = std::fmod(parts, perUnit);
   const std::string text = fmt::format("{:.0f} {}", (parts - rest) / perUnit, kUnits[i].name);
   return rest > 0 ? fmt::format("{} {:.0f} {}", text, rest, kUnits[i + 1].name) : text;
+}
+
+std::string ExactDuration(double ms) {
+  std::string text;
+  for (const TUnitOfTime& unit : kUnits) {
+    const bool isLast = &unit == std::end(kUnits) - 1;
+    const double amount = isLast ? ms / 1000 : std::floor(ms / (unit.seconds * 1000));
+    ms -= amount * unit.seconds * 1000;
+    if (amount == 0 && !(isLast && text.empty())) continue;
+    text += fmt::format("{}{} {}", text.empty() ? "" : " ", GeneralFloat(amount), unit.name);
+  }
+  return text;
+}
+
+std::optional<double> ParseDuration(std::string_view text) {
+  constexpr double kMaxMs = 36500 * kMsPerDay;
+  const auto skipBlanks = [&text] { text.remove_prefix(std::min(text.find_first_not_of(' '), text.size())); };
+  double ms = 0;
+  do {
+    skipBlanks();
+    double amount = 0;
+    const auto [rest, error] =
+        std::from_chars(text.data(), text.data() + text.size(), amount, std::chars_format::fixed);
+    if (error != std::errc() || !(amount >= 0)) return std::nullopt;
+    text.remove_prefix(static_cast<std::size_t>(rest - text.data()));
+    skipBlanks();
+    const std::string_view name = text.substr(0, text.find_first_of(" .0123456789"));
+    const auto* unit = std::ranges::find(kUnits, name, &TUnitOfTime::name);
+    if (unit == std::end(kUnits)) return std::nullopt;
+    ms += amount * unit->seconds * 1000;
+    text.remove_prefix(name.size());
+    skipBlanks();
+  } while (!text.empty());
+  if (!(ms <= kMaxMs)) return std::nullopt;
+  return std::round(ms);
 }
 
 std::string FormatDateTime(std::string_view mask, double dateTime) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cmath>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -35,6 +36,12 @@ std::string FormatDuration(double days);
 // A length of time in days in its two largest units, rounded: "3 d 4 h", "10 d", "9 h 12 min", "45.5 s" below a minute.
 // A negative one is that of its amount; what is not finite reads as in GeneralFloat.
 std::string DurationInWords(double days);
+
+// A length of time in whole ms, 0 or more, with nothing left out: "1 d 12 h", "2 h 0.25 s", "0 s".
+std::string ExactDuration(double ms);
+// The whole ms of a text such as "2 h", "1.5h" or "1 d 30 min 5 s". Nothing when it is no such text, or longer than
+// 36,500 days.
+std::optional<double> ParseDuration(std::string_view text);
 
 // A date-time in a mask of yyyy yy mm m dd d (date) and hh h nn n ss s zzz z (time of day; z is milliseconds without
 // leading zeros). Any other character is copied. The time of day is first rounded to whole milliseconds, and 24:00 is

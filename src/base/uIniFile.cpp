@@ -8,7 +8,11 @@
 #include <cmath>
 #include <fstream>
 #include <new>
+#include <set>
+#include <sstream>
 #include <stdexcept>
+#include <string_view>
+#include <utility>
 
 #include "base/uText.h"
 
@@ -32,6 +36,51 @@ bool IsBlankOrQuote(char c) {
   return c == ' ' || c == '\t' || c == '"';
 }
 
+std::string_view Trimmed(std::string_view text) {
+  const std::size_t begin = text.find_first_not_of(" \t\r");
+  return begin == std::string_view::npos ? "" : text.substr(begin, text.find_last_not_of(" \t\r") - begin + 1);
+}
+
+// The text of a file, as UTF-8.
+std::string ReadText(const fs::path& path) {
+  if (!fs::is_regular_file(path)) throw std::runtime_error("The file is no file.");
+  if (fs::file_size(path) > TIniFile::kMaxBytes) throw std::runtime_error("The file is larger than 1 MB.");
+  std::ifstream file(path, std::ios::binary);
+  std::string text{std::istreambuf_iterator<char>(file), {}};
+  if (!file || text.size() > TIniFile::kMaxBytes) throw std::runtime_error("The file cannot be read.");
+  if (text.find('\0') != std::string::npos) throw std::runtime_error("The file makes no sense.");
+  return IsUtf8(text) ? text : Windows1252ToUtf8(text);
+}
+
+void CheckLines(std::string_view text) {
+  constexpr std::string_view kMark = "\xEF\xBB\xBF";
+  if (text.starts_with(kMark)) text.remove_prefix(kMark.size());
+  std::set<std::pair<std::string, std::string>> known;
+  std::string section;
+  std::istringstream lines{std::string(text)};
+  std::string whole;
+  for (int number = 1; std::getline(lines, whole); ++number) {
+    const std::string_view line = Trimmed(whole);
+    if (line.size() > TIniFile::kMaxStrictLine) {
+      throw std::runtime_error(fmt::format("Line {} is longer than {} bytes.", number, TIniFile::kMaxStrictLine));
+    }
+    if (line.empty() || line[0] == ';' || line[0] == '#') continue;
+    if (line.size() > 2 && line.front() == '[' && line.find(']') == line.size() - 1) {
+      section = AsciiLower(Trimmed(line.substr(1, line.size() - 2)));
+      continue;
+    }
+    const std::size_t equals = line.find('=');
+    const std::string_view key = Trimmed(line.substr(0, equals));
+    if (equals == std::string_view::npos || key.empty() || key[0] == '[' || line.find('\r') != std::string_view::npos) {
+      throw std::runtime_error(fmt::format("Line {} is neither a section nor \"key = value\".", number));
+    }
+    if (section.empty()) throw std::runtime_error(fmt::format("Line {} stands before the first section.", number));
+    if (!known.emplace(section, AsciiLower(key)).second) {
+      throw std::runtime_error(fmt::format("Line {} gives \"{}\" once more.", number, key));
+    }
+  }
+}
+
 }  // namespace
 
 class TIniFile::TContent : public CSimpleIniA {
@@ -44,17 +93,20 @@ TIniFile::~TIniFile() = default;
 TIniFile::TIniFile(TIniFile&&) noexcept = default;
 TIniFile& TIniFile::operator=(TIniFile&&) noexcept = default;
 
-TIniFile TIniFile::Load(const fs::path& path) {
-  if (!fs::is_regular_file(path)) throw std::runtime_error("The file is no file.");
-  if (fs::file_size(path) > kMaxBytes) throw std::runtime_error("The file is larger than 1 MB.");
-  std::ifstream file(path, std::ios::binary);
-  std::string text{std::istreambuf_iterator<char>(file), {}};
-  if (!file || text.size() > kMaxBytes) throw std::runtime_error("The file cannot be read.");
-  if (text.find('\0') != std::string::npos) throw std::runtime_error("The file makes no sense.");
-  if (!IsUtf8(text)) text = Windows1252ToUtf8(text);
+TIniFile TIniFile::Parsed(const std::string& text) {
   TIniFile ini;
   if (ini.FContent->LoadData(text) < 0) throw std::runtime_error("The file makes no sense.");
   return ini;
+}
+
+TIniFile TIniFile::Load(const fs::path& path) {
+  return Parsed(ReadText(path));
+}
+
+TIniFile TIniFile::LoadStrict(const fs::path& path) {
+  const std::string text = ReadText(path);
+  CheckLines(text);
+  return Parsed(text);
 }
 
 std::string TIniFile::Text() const {
@@ -65,6 +117,15 @@ std::string TIniFile::Text() const {
 
 bool TIniFile::HasSection(const std::string& section) const {
   return FContent->GetSectionSize(section.c_str()) >= 0;
+}
+
+std::vector<std::string> TIniFile::Sections() const {
+  CSimpleIniA::TNamesDepend names;
+  FContent->GetAllSections(names);
+  names.sort(CSimpleIniA::Entry::LoadOrder());
+  std::vector<std::string> sections;
+  for (const CSimpleIniA::Entry& name : names) sections.emplace_back(name.pItem);
+  return sections;
 }
 
 std::optional<std::string> TIniFile::Find(const std::string& section, const std::string& key) const {

@@ -2,6 +2,7 @@
 // Windows-1252. Floats have a decimal point, booleans are "1" and "0". Sections and keys ignore case.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <memory>
@@ -13,6 +14,7 @@
 class TIniFile {
  public:
   static constexpr std::uintmax_t kMaxBytes = 1'000'000;  // bytes of a file that is read
+  static constexpr std::size_t kMaxStrictLine = 4'000;    // bytes of a line that is read strictly
 
   TIniFile();
   ~TIniFile();
@@ -22,10 +24,16 @@ class TIniFile {
   // Throws std::runtime_error when the path is no regular file, cannot be read, is larger than kMaxBytes or holds a NUL
   // (as UTF-16 does). Lines that cannot be parsed are skipped.
   static TIniFile Load(const std::filesystem::path& path);
+  // The same for a file that people write and that must mean what it says. Throws also, with the number of the line,
+  // when a line is longer than kMaxStrictLine or is no section, key = value, comment or blank one, and when a key has
+  // no section or stands twice in its own.
+  static TIniFile LoadStrict(const std::filesystem::path& path);
   // The content to write to a file.
   [[nodiscard]] std::string Text() const;
 
   [[nodiscard]] bool HasSection(const std::string& section) const;
+  // In the order of the file.
+  [[nodiscard]] std::vector<std::string> Sections() const;
   // No value when there is no such key.
   [[nodiscard]] std::optional<std::string> Find(const std::string& section, const std::string& key) const;
   // The keys of a section in the order of the file.
@@ -47,5 +55,7 @@ class TIniFile {
 
  private:
   class TContent;
+  static TIniFile Parsed(const std::string& text);
+
   std::unique_ptr<TContent> FContent;
 };

@@ -230,6 +230,14 @@ std::string Printable(std::string_view utf8) {
   return text;
 }
 
+std::string AsciiLower(std::string_view text) {
+  std::string lower(text);
+  for (char& c : lower) {
+    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+  }
+  return lower;
+}
+
 void AppendListItem(std::string& text, std::string_view item) {
   if (!text.empty()) text += ", ";
   text += item;

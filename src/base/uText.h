@@ -33,5 +33,8 @@ bool IsPlainLine(std::string_view utf8);
 // True for valid UTF-8. Text in an 8-bit code page with non-ASCII letters hardly ever is.
 bool IsUtf8(std::string_view text);
 
+// The text with its letters A … Z as small ones.
+std::string AsciiLower(std::string_view text);
+
 // Appends an item to a list, after ", " unless the list is empty.
 void AppendListItem(std::string& text, std::string_view item);

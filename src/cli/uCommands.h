@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,8 +13,11 @@
 #include "base/uDateTime.h"
 #include "cli/uConsole.h"
 
-// Mission details and summary, for people.
-TStatus InfoCommand(const std::string& file, const TConsole& console);
+// Mission details and summary of each file, for people; with a file of limits the verdict, and whether the recording
+// passes them, which does not change the status. The worst status is returned. A file of limits that cannot be used:
+// cannot be read, and no recording is tried.
+TStatus InfoCommand(const std::vector<std::string>& files, const std::optional<std::string>& limits,
+                    const TConsole& console);
 
 // Everything as one JSON object; `rows` limits the rows of each table.
 TStatus DumpCommand(const std::string& file, std::size_t rows, const TConsole& console);

@@ -1,11 +1,18 @@
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <exception>
+#include <optional>
 #include <vector>
 
+#include "analysis/uLimitProfile.h"
 #include "analysis/uMissionFigures.h"
+#include "base/uFiles.h"
 #include "base/uText.h"
 #include "cli/uCommands.h"
 #include "cli/uRecording.h"
+#include "shell/uLimitProfileFile.h"
+#include "shell/uShownVerdict.h"
 
 namespace {
 
@@ -15,18 +22,48 @@ void Print(const std::vector<TFigure>& figures, const TConsole& console) {
   }
 }
 
-}  // namespace
+std::vector<TFigure> VerdictFigures(const TRecording& recording, const TMissionDatasets& tables,
+                                    const TLimitProfile& profile) {
+  TDisplaySettings settings = DefaultSettings().display;
+  const auto* format = std::ranges::find(kDateFormats, kDefaultDateFormat);
+  settings.dateFormat = static_cast<int>(format - kDateFormats.begin());
+  TVerdict verdict =
+      JudgeMission(recording.events, recording.sensors, tables, LimitsInForce(profile, recording.mission));
+  verdict.damaged = recording.status != TStatus::Done;
+  return {{"Verdict", VerdictSentence(verdict, settings)},
+          {"Judgement", JudgementSentence(JudgeByProfile(verdict, profile), verdict, profile, settings)}};
+}
 
-TStatus InfoCommand(const std::string& file, const TConsole& console) {
+TStatus Show(const std::string& file, const std::optional<TLimitProfile>& profile, const TConsole& console) {
   const TRecording recording = ReadRecording(file, console);
   if (!recording.HasMission()) return recording.status;
+  // Only what is computed of events and sensors; no table is needed.
+  TMissionDatasets tables;
   const TThresholds levels = ThresholdsOf(recording.mission);
-  std::vector<TEventMetrics> metrics;
-  for (const TEvent& event : recording.events.Events()) metrics.push_back(CalcEventMetrics(event, levels));
-  const TMissionSummary summary = SummarizeMission(recording.events, metrics, recording.sensors);
+  for (const TEvent& event : recording.events.Events()) tables.Metrics.push_back(CalcEventMetrics(event, levels));
+  const TMissionSummary summary = SummarizeMission(recording.events, tables.Metrics, recording.sensors);
   console.out(Printable(file) + "\n");
   if (recording.mission.bValid) Print(HeaderFigures(recording.mission), console);
   Print(EventFigures(summary, recording.events, recording.axes), console);
   Print(SensorFigures(summary), console);
+  if (!profile) return recording.status;
+  for (const TSensor& sensor : recording.sensors.Sensors()) tables.SensorMetrics.push_back(CalcSensorMetrics(sensor));
+  Print(VerdictFigures(recording, tables, *profile), console);
   return recording.status;
+}
+
+}  // namespace
+
+TStatus InfoCommand(const std::vector<std::string>& files, const std::optional<std::string>& limits,
+                    const TConsole& console) {
+  std::optional<TLimitProfile> profile;
+  try {
+    if (limits) profile = ReadLimitProfile(PathFromUtf8(*limits));
+  } catch (const std::exception& error) {
+    Complain(console, *limits, ReasonOf(error));
+    return TStatus::CannotRead;
+  }
+  TStatus status = TStatus::Done;
+  for (const std::string& file : files) status = WorseOf(status, Show(file, profile, console));
+  return status;
 }

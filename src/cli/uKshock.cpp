@@ -7,6 +7,7 @@
 #include <charconv>
 #include <exception>
 #include <limits>
+#include <optional>
 
 #include "analysis/uMissionDatasets.h"
 #include "base/uDateTime.h"
@@ -73,9 +74,12 @@ class TCommandLine {
   void AddInfo() {
     CLI::App* command = FApp.add_subcommand("info", "Show mission details and summary of recordings.");
     command->add_option("FILE", FFiles, "Recordings")->required();
-    command->callback([this] {
-      for (const std::string& file : FFiles) FStatus = WorseOf(FStatus, InfoCommand(file, FConsole));
-    });
+    command
+        ->add_option("--limits", FLimits,
+                     "Limit profile, or a settings.ini with alarm limits: print the verdict, and whether each "
+                     "recording passes")
+        ->type_name("FILE.ini");
+    command->callback([this] { FStatus = InfoCommand(FFiles, FLimits, FConsole); });
   }
 
   void AddDump() {
@@ -208,6 +212,7 @@ class TCommandLine {
   CLI::App FApp{"Reads .kshock recordings of shock and environment loggers.", "kshock"};
   std::vector<std::string> FFiles;
   std::string FFile, FOut, FTable, FIndex;
+  std::optional<std::string> FLimits;
   std::size_t FEvent = 0;
   TSpectrumType FSpectrumType = kSpectrumTypes.front().second;
   TWeightingWindow FWindow = kWeightingWindows.front().second;

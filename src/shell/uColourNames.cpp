@@ -3,9 +3,10 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cctype>
 #include <charconv>
 #include <system_error>
+
+#include "base/uText.h"
 
 namespace {
 
@@ -15,10 +16,6 @@ constexpr TNamedColour kNamed[] = {{"clBlack", 0x000000}, {"clMaroon", 0x800000}
                                    {"clRed", 0xFF0000},   {"clLime", 0x00FF00},    {"clYellow", 0xFFFF00},
                                    {"clBlue", 0x0000FF},  {"clFuchsia", 0xFF00FF}, {"clAqua", 0x00FFFF},
                                    {"clWhite", 0xFFFFFF}, {"clSkyBlue", 0xA6CAF0}};
-
-bool SameLetters(std::string_view a, std::string_view b) {
-  return std::ranges::equal(a, b, [](unsigned char x, unsigned char y) { return std::tolower(x) == std::tolower(y); });
-}
 
 // Exchanges blue and red.
 std::uint32_t Swapped(std::uint32_t colour) {
@@ -32,7 +29,9 @@ std::span<const TNamedColour> NamedColours() {
 }
 
 std::optional<std::uint32_t> ColourFromText(std::string_view text) {
-  const auto* named = std::ranges::find_if(kNamed, [text](const TNamedColour& c) { return SameLetters(c.name, text); });
+  const std::string name = AsciiLower(text);
+  const auto* named =
+      std::ranges::find_if(kNamed, [&name](const TNamedColour& c) { return AsciiLower(c.name) == name; });
   if (named != std::end(kNamed)) return named->rgb;
   if (!text.starts_with('$')) return std::nullopt;
   std::uint32_t colour = 0;

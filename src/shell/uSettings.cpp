@@ -25,12 +25,18 @@ const TSettings& DefaultSettings() {
   return kDefaults;
 }
 
+std::optional<double> TriggerLevel(const TMissionData& mission) {
+  const double level = mission.adxl_level_on;
+  if (!mission.bValid || !std::isfinite(level) || level <= 0) return std::nullopt;
+  return level;
+}
+
 TDisplaySettings DisplayInForce(const TDisplaySettings& chosen, const TMissionData& mission) {
   TDisplaySettings display = chosen;
-  const double level = mission.adxl_level_on;
-  display.fileNamesLimits = mission.bValid && std::isfinite(level) && level > 0;
-  if (display.fileNamesLimits && display.accelerationFromFile) {
-    display.limits[static_cast<std::size_t>(TQuantity::Acceleration)] = {-level, level};
+  const std::optional<double> level = TriggerLevel(mission);
+  display.fileNamesLimits = level.has_value();
+  if (level && display.accelerationFromFile) {
+    display.limits[static_cast<std::size_t>(TQuantity::Acceleration)] = {-*level, *level};
   }
   return display;
 }

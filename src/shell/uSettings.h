@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -68,6 +69,9 @@ struct TSettings {
 
 const TSettings& DefaultSettings();
 
-// The chosen display settings with the limits in force. When the settings say so, the acceleration limits of a valid
-// mission are ± the level that opens an event; a level that is no number above 0 gives none.
+// The level that opens an event, in g, of a valid mission. Nothing when it is no number above 0.
+std::optional<double> TriggerLevel(const TMissionData& mission);
+
+// The chosen display settings with the limits in force. When the settings say so, the acceleration limits are ± the
+// trigger level, if there is one.
 TDisplaySettings DisplayInForce(const TDisplaySettings& chosen, const TMissionData& mission);

@@ -30,20 +30,36 @@ std::string Beyond(std::string_view side, std::string_view limit, std::string_vi
                      source == TLimitSource::Default ? " (default limit)" : "");
 }
 
-// As it stands inside a sentence; a name that the user gave stays as it is.
-std::string SensorName(const TQuantityRow& quantity, const TDisplaySettings& settings) {
+// A name as it stands inside a sentence; one that the user gave stays as it is.
+std::string NameOf(const TQuantityRow& quantity, std::string_view ownName, const TDisplaySettings& settings) {
   const auto* input = std::ranges::find(kAnalogInputs, &quantity);
   if (input != kAnalogInputs.end()) {
     const std::string& name = settings.analogNames[static_cast<std::size_t>(input - kAnalogInputs.begin())];
     return name.empty() ? std::string(quantity.sensorName) : name;
   }
-  std::string name(quantity.cardField);
+  std::string name(ownName);
   if (!name.empty()) name[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(name[0])));
   return name;
 }
 
+std::string SensorName(const TQuantityRow& quantity, const TDisplaySettings& settings) {
+  return NameOf(quantity, quantity.cardField, settings);
+}
+
+// All temperatures have one.
+std::string QuantityName(TQuantity quantity, const TDisplaySettings& settings) {
+  const auto* row = std::ranges::find(kQuantities, std::optional(quantity), &TQuantityRow::quantity);
+  return NameOf(*row, kQuantityControls[static_cast<std::size_t>(quantity)].caption, settings);
+}
+
 std::string Moment(double time, const TDisplaySettings& settings) {
   return FormatDateTime(fmt::format("{} hh:nn", settings.DateFormat()), time);
+}
+
+// A single reading has no length.
+std::string ForOrOn(double timeOut, std::string_view inWords, const TExcursion& first,
+                    const TDisplaySettings& settings) {
+  return timeOut > 0 ? fmt::format("for {}", inWords) : fmt::format("on {}", Moment(first.begin, settings));
 }
 
 void AppendClause(std::string& sentence, std::string_view clause) {
@@ -149,10 +165,8 @@ std::string OutOfLimitsText(const TSensorVerdict& sensor, bool byDefaultLimits, 
   add("below", sensor.below);
   add("above", sensor.above);
   if (beyond.empty()) return "";
-  // A single reading has no length.
-  const std::string when =
-      timeOut > 0 ? "for " + DurationInWords(timeOut / kMsPerDay) : "on " + Moment(first->begin, settings);
-  return fmt::format("{} {} {}", SensorName(*sensor.quantity, settings), beyond, when);
+  return fmt::format("{} {} {}", SensorName(*sensor.quantity, settings), beyond,
+                     ForOrOn(timeOut, DurationInWords(timeOut / kMsPerDay), *first, settings));
 }
 
 std::string ExtremesText(const TSensorVerdict& sensor, const TDisplaySettings& settings) {
@@ -175,4 +189,45 @@ std::string VerdictSentence(const TVerdict& verdict, const TDisplaySettings& set
   AppendClause(sentence, verdict.above ? SensorsClause(verdict, settings) : ExtremesClause(verdict, settings));
   if (verdict.damaged) AppendClause(sentence, "the recording is damaged, and only what could be read is judged");
   return sentence;
+}
+
+std::string FindingText(const TFinding& finding, const TVerdict& verdict, const TDisplaySettings& settings) {
+  if (!finding.sensor) {
+    const std::string allowed = finding.allowed > 0 ? fmt::format("at most {}", finding.allowed) : "none";
+    return fmt::format("{} ({} allowed)", EventsAboveText(verdict, settings), allowed);
+  }
+  const TSensorVerdict& sensor = verdict.sensors[*finding.sensor];
+  const TLimitVerdict& limit = finding.below ? sensor.below : sensor.above;
+  const std::string allowed = ExactDuration(finding.allowed);
+  std::string timeOut = DurationInWords(finding.amount / kMsPerDay);
+  // Rounded, both may read the same.
+  if (finding.fails && timeOut == DurationInWords(finding.allowed / kMsPerDay)) timeOut = ExactDuration(finding.amount);
+  return fmt::format(
+      "{} {} {} ({} allowed)", SensorName(*sensor.quantity, settings),
+      Beyond(finding.below ? "below" : "above", GeneralFloat(limit.limit), sensor.quantity->unit, limit.source),
+      ForOrOn(finding.amount, timeOut, *limit.first, settings),
+      finding.allowed > 0 ? fmt::format("at most {}", allowed) : "none");
+}
+
+std::string JudgementSentence(const TJudgement& judgement, const TVerdict& verdict, const TLimitProfile& profile,
+                              const TDisplaySettings& settings) {
+  std::string clauses;
+  for (const bool fails : {true, false}) {
+    for (const TFinding& finding : judgement.findings) {
+      if (finding.fails == fails) AppendClause(clauses, FindingText(finding, verdict, settings));
+    }
+  }
+  const bool noneChosen = judgement.outcome == TJudgementOutcome::NotJudged && judgement.notRecorded.empty();
+  if (noneChosen) {
+    AppendClause(clauses, "no limit was chosen");
+  } else if (!judgement.eventsJudged) {
+    AppendClause(clauses, "events are not judged");
+  }
+  std::string missing;
+  for (const TQuantity quantity : judgement.notRecorded) AppendListItem(missing, QuantityName(quantity, settings));
+  if (!missing.empty()) AppendClause(clauses, "no reading of " + missing);
+  const std::string_view outcome = judgement.outcome == TJudgementOutcome::Passed   ? "passed"
+                                   : judgement.outcome == TJudgementOutcome::Failed ? "failed"
+                                                                                    : "not judged by";
+  return fmt::format("{} the limits \"{}\"{}{}", outcome, profile.name, clauses.empty() ? "" : ": ", clauses);
 }

@@ -1,11 +1,12 @@
-// The verdict on the shown mission, and its words for the overview's strip and the report. Values stand in the formats
-// of the settings, limits as they were typed. Texts may hold names that the user gave, with whatever characters.
-// Main thread only.
+// The verdict on the shown mission, and its words for the overview's strip, the report and kshock. Values stand in the
+// formats of the settings, limits as they were typed. Texts may hold names that the user gave, with whatever
+// characters. Main thread only.
 #pragma once
 
 #include <optional>
 #include <string>
 
+#include "analysis/uLimitProfile.h"
 #include "analysis/uVerdict.h"
 #include "shell/uSettings.h"
 #include "shell/uShownMission.h"
@@ -36,3 +37,12 @@ std::string ExtremesText(const TSensorVerdict& sensor, const TDisplaySettings& s
 // g on Y-pos, clipped: the true peak is higher) on 2026-03-04 13:26; humidity above 60 %RH for 3 d 4 h". Without limits
 // it says so and gives the extremes of the sensors.
 std::string VerdictSentence(const TVerdict& verdict, const TDisplaySettings& settings);
+
+// "4 of 300 events above 10 g (at most 3 allowed)"; "humidity above 60 %RH for 3 d 4 h (none allowed)".
+std::string FindingText(const TFinding& finding, const TVerdict& verdict, const TDisplaySettings& settings);
+
+// Whether the recording passes a profile, and by what not, without a period: 'failed the limits "Fragile": 4 of 300
+// events above 10 g (at most 3 allowed)'; 'passed the limits "Fragile": events are not judged; no reading of humidity';
+// 'not judged by the limits "settings": no limit was chosen'. What fails stands before what is allowed.
+std::string JudgementSentence(const TJudgement& judgement, const TVerdict& verdict, const TLimitProfile& profile,
+                              const TDisplaySettings& settings);

@@ -43,6 +43,23 @@ TEST_F(IniFile, TypedReadsFallBackToTheirDefaults) {
   EXPECT_EQ(ini.ReadString("S", "K", "x"), "");
 }
 
+TEST_F(IniFile, AStrictReadNamesTheLineThatMeansNothing) {
+  Write("\xEF\xBB\xBF; note\r\n\r\n[S]\r\n a = 1 = 2 \r\n# note\r\n[ T ]\r\nA=[x]\r\n");
+  EXPECT_THAT(TIniFile::LoadStrict(FPath).Sections(), ElementsAre("S", "T"));
+  const std::string longLine = "[S]\n\na=" + std::string(4000, 'x');
+  for (const char* text :
+       {"[S]\na=1\nb 2\n", "[S]\na=1\n[T\n", "[S]\na=1\n=2\n", "[S]\na=1\n[T] b=2\n", "[S]\n\nb=1\rc=2\n",
+        "[S]\na=1\nA = 1\n", "[S]\n;\n[]\n", "\n\na=1\n[S]\n", longLine.c_str()}) {
+    Write(text);
+    try {
+      TIniFile::LoadStrict(FPath);
+      ADD_FAILURE() << text;
+    } catch (const std::runtime_error& error) {
+      EXPECT_THAT(error.what(), testing::HasSubstr("Line 3 ")) << text;
+    }
+  }
+}
+
 TEST_F(IniFile, WrittenValuesReadBackAndTheRestStaysInPlace) {
   Write("; note\n[Theirs]\nQ = \"x\"\nZ = 1\n\n[S]\nold = 1\n");
   TIniFile ini = TIniFile::Load(FPath);

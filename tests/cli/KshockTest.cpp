@@ -171,6 +171,43 @@ TEST_F(KshockCommands, InfoPrintsMissionAndSummary) {
               HasSubstr("Events need all three axes; the recording lacks ACC y."));
 }
 
+TEST_F(KshockCommands, InfoJudgesByAProfileWithoutAnotherStatus) {
+  // Peaks of 20, 9 and 5 g; a reading of each sensor a minute, the last of 22 °C at 60 s.
+  TTestRecording recording = ThreeEvents();
+  const std::string file = Save("three.kshock", Deflated(recording.content));
+  recording.content.push_back(8);
+  const std::string cut = Save("cut.kshock", Deflated(recording.content));
+  const auto profile = [this](const std::string& events, const std::string& time) {
+    return SaveText("p.ini", "[Profile]\nName=Glass\n[Alarm]\nAcc. Max=8\nTemp. Max=21.5\n[Allowed]\nAcc. Max=" +
+                                 events + "\nTemp. Max=" + time + "\n");
+  };
+  const TRun passed = Kshock({"info", file, "--limits", profile("2 events", "1 min")});
+  EXPECT_EQ(passed.status, 0);
+  EXPECT_THAT(passed.out, HasSubstr("  Verdict           2 of 3 events above 8 g; the worst, event 0, reached 20 g"));
+  EXPECT_THAT(passed.out,
+              HasSubstr("  Judgement         passed the limits \"Glass\": 2 of 3 events above 8 g (at most 2 allowed); "
+                        "temperature above 21.5 °C for 1 min (at most 1 min allowed)\n"));
+  const TRun failed = Kshock({"info", "--limits", profile("1 event", "59.999 s"), file, cut});
+  EXPECT_EQ(failed.status, 5) << "of the damaged recording";
+  EXPECT_THAT(failed.out,
+              HasSubstr("failed the limits \"Glass\": 2 of 3 events above 8 g (at most 1 allowed); temperature "
+                        "above 21.5 °C for 1 min (at most 59.999 s allowed)\n"));
+  EXPECT_THAT(failed.out, HasSubstr("the recording is damaged, and only what could be read is judged\n"));
+  EXPECT_EQ(Kshock({"info", file, "--limits", profile("1 event", "1 min")}).status, 0) << "failing is no error";
+  const std::string settings = SaveText("settings.ini", "[Alarm]\nLoad Acc. from File=1\nAcc. Max=8\nTemp. Max=40\n");
+  const TRun byTrigger = Kshock({"info", file, "--limits", settings});
+  EXPECT_THAT(byTrigger.out, HasSubstr("all events exceed the trigger level of 2 g; set limits to judge"));
+  EXPECT_THAT(byTrigger.out, HasSubstr("not judged by the limits \"settings\": no limit was chosen"));
+  for (const std::string& unusable : {File("none.ini"), SaveText("bad.ini", "[Alarm]\n\x1B[2J=1\n")}) {
+    const TRun run = Kshock({"info", file, "--limits", unusable});
+    EXPECT_EQ(run.status, 3);
+    EXPECT_EQ(run.out, "");
+    EXPECT_THAT(run.err, HasSubstr(unusable));
+    EXPECT_THAT(run.err, testing::Not(HasSubstr("\x1B")));
+  }
+  EXPECT_THAT(Kshock({"info", file}).out, testing::Not(HasSubstr("Verdict")));
+}
+
 TEST_F(KshockCommands, BlocksAreListedUpToTheDamage) {
   TTestRecording recording = TTestRecording().Creator().Channels({"T", "p"}).Data({{0, {1, 2}}});
   recording.content.insert(recording.content.end(), {8, 0, 20, 0, 1, 2, 3});

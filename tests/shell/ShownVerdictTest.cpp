@@ -92,6 +92,32 @@ TEST(VerdictTexts, NameTheTriggerLevelAndDefaultLimits) {
   EXPECT_EQ(OutOfLimitsText(Sensor("Temperature"), true, Settings()), "");
 }
 
+TEST(JudgementSentence, SaysWhatFailsBeforeWhatIsAllowed) {
+  TVerdict verdict = Example();
+  verdict.sensors = {Sensor("RH"), Sensor("Temperature"), Sensor("A2")};
+  verdict.sensors[0].above = Out(60, 2 * kDay + 1000);
+  verdict.sensors[1].below = Out(2.5, 0);
+  TLimitProfile profile;
+  profile.name = "Fragile";
+  TJudgement judgement{TJudgementOutcome::Failed,
+                       {{{}, false, 12, 12, false}, {0, false, 2 * kDay + 1000, 2 * kDay, true}, {1, true, 0, 0, true}},
+                       true,
+                       {}};
+  // 2 d and a second would read as the 2 d that are allowed.
+  EXPECT_EQ(JudgementSentence(judgement, verdict, profile, Settings()),
+            "failed the limits \"Fragile\": humidity above 60 %RH for 2 d 1 s (at most 2 d allowed); temperature below "
+            "2.5 °C on 2026-03-04 13:25 (none allowed); 12 of 300 events above 6 g (at most 12 allowed)");
+  judgement = {TJudgementOutcome::Passed, {}, false, {TQuantity::Light, TQuantity::A2}};
+  TDisplaySettings settings = Settings();
+  settings.analogNames[1] = "Strain Left";
+  EXPECT_EQ(JudgementSentence(judgement, verdict, profile, settings),
+            "passed the limits \"Fragile\": events are not judged; no reading of light, Strain Left");
+  EXPECT_EQ(JudgementSentence({TJudgementOutcome::Passed, {}, true, {}}, verdict, profile, Settings()),
+            "passed the limits \"Fragile\"");
+  EXPECT_EQ(JudgementSentence({}, verdict, profile, Settings()),
+            "not judged by the limits \"Fragile\": no limit was chosen");
+}
+
 TEST(LimitsInForce, SayWhereEachComesFrom) {
   TDisplaySettings chosen = Settings();
   TMissionData mission;

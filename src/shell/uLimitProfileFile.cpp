@@ -1,0 +1,227 @@
+#include "shell/uLimitProfileFile.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstdint>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+#include "base/uDateTime.h"
+#include "base/uFiles.h"
+#include "base/uIniFile.h"
+#include "base/uText.h"
+#include "platform/uSafeFile.h"
+#include "shell/uSettings.h"
+#include "shell/uSettingsSchema.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr const char *kProfile = "Profile", *kName = "Name", *kAlarm = "Alarm", *kAllowed = "Allowed";
+constexpr std::size_t kMaxNameBytes = 255;
+
+template <class... T>
+[[noreturn]] void Refuse(fmt::format_string<T...> format, T&&... arguments) {
+  throw std::runtime_error(fmt::format(format, std::forward<T>(arguments)...));
+}
+
+std::string KeyOf(std::string_view control) {
+  return std::string(std::ranges::find(Settings(), control, &TSetting::control)->key);
+}
+
+// One of the twenty limits.
+struct TLimitKey {
+  TQuantity quantity;
+  bool isMax;
+  std::string key;
+
+  [[nodiscard]] std::size_t Index() const { return static_cast<std::size_t>(quantity); }
+  [[nodiscard]] double& ValueIn(TVerdictLimits& limits) const {
+    return isMax ? limits[Index()].values.max : limits[Index()].values.min;
+  }
+  [[nodiscard]] TLimitSource& SourceIn(TVerdictLimits& limits) const {
+    return isMax ? limits[Index()].maxSource : limits[Index()].minSource;
+  }
+  [[nodiscard]] double& AllowedIn(TLimitProfile& profile) const {
+    TAllowedTimes& times = profile.allowedTimes[Index()];
+    return isMax ? times.above : times.below;
+  }
+};
+
+const std::vector<TLimitKey>& LimitKeys() {
+  static const std::vector<TLimitKey> kKeys = [] {
+    std::vector<TLimitKey> keys;
+    for (std::size_t i = 0; i < kLimitedQuantityCount; ++i) {
+      keys.push_back({static_cast<TQuantity>(i), false, KeyOf(kQuantityControls[i].min)});
+      keys.push_back({static_cast<TQuantity>(i), true, KeyOf(kQuantityControls[i].max)});
+    }
+    return keys;
+  }();
+  return kKeys;
+}
+
+bool IsSameKey(std::string_view a, std::string_view b) {
+  return AsciiLower(a) == AsciiLower(b);
+}
+
+std::string LoadFromFileKey() {
+  return KeyOf("chboxLoadAccAlarmFromFile");
+}
+
+void RefuseUnknown(const TIniFile& ini, const std::string& section, const std::vector<std::string>& known) {
+  for (const std::string& key : ini.Keys(section)) {
+    if (std::ranges::none_of(known, [&](const std::string& name) { return IsSameKey(name, key); })) {
+      Refuse("[{}] has a key that is not known: \"{}\".", section, key);
+    }
+  }
+}
+
+std::vector<std::string> NamesOfLimits() {
+  std::vector<std::string> names;
+  for (const TLimitKey& limit : LimitKeys()) names.push_back(limit.key);
+  return names;
+}
+
+TVerdictLimits DefaultLimits() {
+  TVerdictLimits limits;
+  for (std::size_t i = 0; i < limits.size(); ++i) {
+    limits[i] = {DefaultSettings().display.limits[i], TLimitSource::Default, TLimitSource::Default};
+  }
+  return limits;
+}
+
+void ReadLimits(const TIniFile& ini, bool namedIsChosen, TLimitProfile& profile) {
+  if (!ini.HasSection(kAlarm)) Refuse("The file has no section [{}].", kAlarm);
+  std::vector<std::string> known = NamesOfLimits();
+  known.push_back(LoadFromFileKey());
+  known.push_back(KeyOf("barbtnlrgAlarm"));
+  RefuseUnknown(ini, kAlarm, known);
+  for (const TLimitKey& limit : LimitKeys()) {
+    const std::optional<std::string> text = ini.Find(kAlarm, limit.key);
+    if (!text) continue;
+    const double value = ini.ReadFloat(kAlarm, limit.key, std::nan(""));
+    if (std::isnan(value)) Refuse("[{}] {} = {} is no number.", kAlarm, limit.key, *text);
+    double& current = limit.ValueIn(profile.limits);
+    if (namedIsChosen || value != current) limit.SourceIn(profile.limits) = TLimitSource::User;
+    current = value;
+  }
+  const std::string fromFile = ini.ReadString(kAlarm, LoadFromFileKey(), "0");
+  if (fromFile != "0" && fromFile != "1") {
+    Refuse("[{}] {} = {} is neither 0 nor 1.", kAlarm, LoadFromFileKey(), fromFile);
+  }
+  profile.accelerationFromFile = fromFile == "1";
+}
+
+std::optional<std::uint32_t> ParseEvents(std::string_view text) {
+  std::uint32_t count = 0;
+  const char* end = text.data() + text.size();
+  const auto [rest, error] = std::from_chars(text.data(), end, count);
+  if (error != std::errc()) return std::nullopt;
+  const std::string_view word(rest, static_cast<std::size_t>(end - rest));
+  if (word != "" && word != " event" && word != " events") return std::nullopt;
+  return count;
+}
+
+void ReadAllowance(const TLimitKey& limit, const std::string& text, TLimitProfile& profile) {
+  if (limit.SourceIn(profile.limits) == TLimitSource::Default) {
+    Refuse("[{}] names {}, but [{}] does not.", kAllowed, limit.key, kAlarm);
+  }
+  if (limit.quantity == TQuantity::Acceleration) {
+    if (!limit.isMax) Refuse("[{}] cannot name {}: peaks have no sign.", kAllowed, limit.key);
+    const std::optional<std::uint32_t> count = ParseEvents(text);
+    if (!count) Refuse("[{}] {} = {} is no number of events, such as \"3 events\".", kAllowed, limit.key, text);
+    profile.allowedEvents = *count;
+    return;
+  }
+  const std::optional<double> time = ParseDuration(text);
+  if (!time) Refuse("[{}] {} = {} is no length of time, such as \"2 h\" or \"1 d 30 min\".", kAllowed, limit.key, text);
+  limit.AllowedIn(profile) = *time;
+}
+
+// What the lines of a file cannot show one by one.
+void Check(TLimitProfile profile) {
+  if (profile.name.empty() || !IsPlainLine(profile.name) || profile.name.size() > kMaxNameBytes) {
+    Refuse("[{}] {} must be a line of 1 to {} bytes.", kProfile, kName, kMaxNameBytes);
+  }
+  const auto told = [&profile](const TLimitKey& limit) {
+    const bool byDefault = limit.SourceIn(profile.limits) == TLimitSource::Default;
+    return fmt::format("{} = {}{}", limit.key, limit.ValueIn(profile.limits), byDefault ? " (default)" : "");
+  };
+  for (std::size_t i = 0; i < LimitKeys().size(); i += 2) {
+    const TLimitKey& min = LimitKeys()[i];
+    const TLimitKey& max = LimitKeys()[i + 1];
+    if (min.ValueIn(profile.limits) > max.ValueIn(profile.limits)) {
+      Refuse("[{}] {} is above {}.", kAlarm, told(min), told(max));
+    }
+  }
+}
+
+TLimitProfile ReadOwn(const TIniFile& ini) {
+  for (const std::string& section : ini.Sections()) {
+    if (!IsSameKey(section, kProfile) && !IsSameKey(section, kAlarm) && !IsSameKey(section, kAllowed)) {
+      Refuse("[{}] is no section of a limit profile.", section);
+    }
+  }
+  RefuseUnknown(ini, kProfile, {kName});
+  RefuseUnknown(ini, kAllowed, NamesOfLimits());
+  TLimitProfile profile{.name = ini.ReadString(kProfile, kName, ""), .limits = DefaultLimits()};
+  ReadLimits(ini, true, profile);
+  for (const TLimitKey& limit : LimitKeys()) {
+    if (const auto text = ini.Find(kAllowed, limit.key)) ReadAllowance(limit, *text, profile);
+  }
+  Check(profile);
+  return profile;
+}
+
+}  // namespace
+
+TLimitProfile ReadLimitProfile(const fs::path& path) {
+  if (!fs::exists(path)) {
+    throw fs::filesystem_error("", path, std::make_error_code(std::errc::no_such_file_or_directory));
+  }
+  const TIniFile ini = TIniFile::LoadStrict(path);
+  if (ini.HasSection(kProfile)) return ReadOwn(ini);
+  if (ini.HasSection(kAllowed)) Refuse("The file has a section [{}], but no [{}].", kAllowed, kProfile);
+  TLimitProfile profile{.name = Printable(Utf8FromPath(path.stem())), .limits = DefaultLimits()};
+  ReadLimits(ini, false, profile);
+  Check(profile);
+  return profile;
+}
+
+void WriteLimitProfile(const fs::path& path, const TLimitProfile& profile) {
+  Check(profile);
+  TLimitProfile written = profile;
+  TIniFile ini;
+  ini.WriteString(kProfile, kName, written.name);
+  ini.WriteBool(kAlarm, LoadFromFileKey(), written.accelerationFromFile);
+  for (const TLimitKey& limit : LimitKeys()) {
+    if (limit.SourceIn(written.limits) == TLimitSource::Default) continue;
+    ini.WriteFloat(kAlarm, limit.key, limit.ValueIn(written.limits));
+    if (limit.quantity == TQuantity::Acceleration) {
+      if (limit.isMax && written.allowedEvents > 0) {
+        ini.WriteString(kAllowed, limit.key, fmt::format("{} events", written.allowedEvents));
+      }
+    } else if (const double time = limit.AllowedIn(written); time > 0) {
+      ini.WriteString(kAllowed, limit.key, ExactDuration(time));
+    }
+  }
+  SaveFile(path, ini.Text());
+}
+
+TVerdictLimits LimitsInForce(const TLimitProfile& profile, const TMissionData& mission) {
+  TVerdictLimits limits = profile.limits;
+  if (!profile.accelerationFromFile) return limits;
+  if (const std::optional<double> level = TriggerLevel(mission)) {
+    limits[static_cast<std::size_t>(TQuantity::Acceleration)] = {
+        {-*level, *level}, TLimitSource::File, TLimitSource::File};
+  }
+  return limits;
+}
