@@ -232,8 +232,9 @@ std::vector<double> OctaveFrequencies(double from, double to, int perOctave) {
   return frequencies;
 }
 
-TResponseLimits ResponseLimitsOf(const TShockSamples& shock) {
-  return {1 / shock.Duration(), shock.Rate() / 4};
+TResponseLimits ResponseLimitsOf(const TTimeGrid& grid) {
+  const double rate = 1000 / grid.stepMs;
+  return {rate / static_cast<double>(grid.PointCount() - 1), rate / 4};
 }
 
 void AddToEnvelope(std::span<TResponseLine> envelope, std::span<const TResponseLine> lines) {

@@ -70,11 +70,12 @@ std::vector<TResponseLine> CalcResponseSpectrum(const TShockSamples& shock, std:
 // above 0 and finite.
 std::vector<double> OctaveFrequencies(double from, double to, int perOctave);
 
-// Where a spectrum begins and ends unless the user says otherwise: 1/duration … fs/4. Of an event with samples.
+// Where a spectrum begins and ends unless the user says otherwise: 1/duration … fs/4. Of a grid without a problem; a
+// record of fewer than five points has `from` above `to`.
 struct TResponseLimits {
   double from, to;  // Hz
 };
-TResponseLimits ResponseLimitsOf(const TShockSamples& shock);
+TResponseLimits ResponseLimitsOf(const TTimeGrid& grid);
 
 // Keeps the larger of each value; a line that is not computed changes nothing. The range becomes the worst of those
 // that were. Both have the same frequencies.

@@ -39,8 +39,6 @@ struct TShockSamples {
   [[nodiscard]] std::size_t Count() const { return x.size(); }
   // Samples in a second.
   [[nodiscard]] double Rate() const { return 1000 / grid.stepMs; }
-  // From the first to the last, in seconds.
-  [[nodiscard]] double Duration() const { return static_cast<double>(Count() - 1) / Rate(); }
 };
 
 // TBaseline::Before takes the samples before the first one whose magnitude reaches `levelOn` (g). It subtracts nothing
