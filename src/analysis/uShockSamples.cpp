@@ -47,6 +47,15 @@ TShockSamples PrepareShock(std::span<const TEventValue> samples, TBaseline basel
   return shock;
 }
 
+TShockSamples WithBaseline(TShockSamples shock) {
+  for (double& value : shock.x) value += shock.baseline.x;
+  for (double& value : shock.y) value += shock.baseline.y;
+  for (double& value : shock.z) value += shock.baseline.z;
+  shock.baseline = {};
+  shock.baselineCount = 0;
+  return shock;
+}
+
 std::vector<double> Magnitudes(const TShockSamples& shock) {
   std::vector<double> magnitudes;
   magnitudes.reserve(shock.Count());

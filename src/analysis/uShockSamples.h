@@ -46,6 +46,9 @@ struct TShockSamples {
 // not finite becomes NaN as a whole.
 TShockSamples PrepareShock(std::span<const TEventValue> samples, TBaseline baseline, double levelOn);
 
+// The same samples with nothing subtracted, as TBaseline::None gives them.
+TShockSamples WithBaseline(TShockSamples shock);
+
 // √(x² + y² + z²) of each point, g.
 std::vector<double> Magnitudes(const TShockSamples& shock);
 

@@ -49,6 +49,10 @@ struct TSrsRequest {
 // it can be trusted. Without a spectrum: no result.
 TStatus SrsCommand(const std::string& file, const TSrsRequest& request, const TConsole& console);
 
+// Velocity change, durations, equivalent half-sine, direction and drop height of one event, by its ID, or of all in the
+// CSV line format, numbers exact; with the reason where something is missing. No pulse at all: no result.
+TStatus PulseCommand(const std::string& file, std::optional<std::size_t> event, const TConsole& console);
+
 // What `kshock export` can write, in the order in which it does.
 inline constexpr std::array<std::string_view, 11> kExports = {
     "events-csv",  "peaks-csv",   "calibration-csv", "shocks-csv",   "sensors-csv",      "battery-csv",

@@ -8,6 +8,7 @@
 #include <cmath>
 #include <exception>
 #include <limits>
+#include <optional>
 #include <ranges>
 
 #include "analysis/uMissionDatasets.h"
@@ -35,6 +36,7 @@ class TCommandLine {
     AddFilter();
     AddSpectrum();
     AddSrs();
+    AddPulse();
     AddMake();
     AddDemo();
   }
@@ -181,6 +183,17 @@ class TCommandLine {
     command->callback([this] { FStatus = SrsCommand(FFile, FSrs, FConsole); });
   }
 
+  void AddPulse() {
+    CLI::App* command = FApp.add_subcommand(
+        "pulse", "Print velocity change, durations, direction and drop height of events as CSV lines.");
+    AddFile(command);
+    const auto parse = [this](const std::string& text) {
+      FPulseEvent = ParseNumber<std::size_t>("--event", text, "takes");
+    };
+    command->add_option_function<std::string>("--event", parse, "ID of the event; all unless given")->type_name("N");
+    command->callback([this] { FStatus = PulseCommand(FFile, FPulseEvent, FConsole); });
+  }
+
   void AddMake() {
     CLI::App* command = FApp.add_subcommand("make", "Write a recording from a description and a table of records.");
     command
@@ -271,6 +284,7 @@ class TCommandLine {
   std::size_t FRows = std::numeric_limits<std::size_t>::max();
   TExportRequest FExport;
   TSrsRequest FSrs;
+  std::optional<std::size_t> FPulseEvent;
   TDemoSize FDemo;
 };
 

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "analysis/uShockAnalysis.h"
 #include "analysis/uShockMetrics.h"
+#include "base/uDateTime.h"
 #include "base/uText.h"
 #include "cli/uCommands.h"
 #include "cli/uRecording.h"
@@ -136,6 +138,43 @@ void PrintSrs(const std::vector<TResponseLine>& lines, TResponse response, const
   console.out(text);
 }
 
+constexpr std::string_view kPulseTitles[] = {"ID",
+                                             "Timestamp",
+                                             "Delta-v X (m/s)",
+                                             "Delta-v Y (m/s)",
+                                             "Delta-v Z (m/s)",
+                                             "Delta-v (m/s)",
+                                             "Duration 10 % (ms)",
+                                             "Duration 1/3 (ms)",
+                                             "Half-sine (ms)",
+                                             "Direction",
+                                             "Hit side",
+                                             "Fall (mm)",
+                                             "Fall is",
+                                             "Drop min (mm)",
+                                             "Drop max (mm)",
+                                             "Reason"};
+
+void AppendPulse(std::string& text, const TEvent& event, double startTime, const TShockAnalysis& analysis) {
+  const auto& [pulse, fall, drop, reason] = analysis;
+  AppendCsvField(text, fmt::format("{}", event.ID));
+  AppendCsvField(text, FormatDateTime(DateTimeMask(), DateTimeOf(startTime, event.GetStartTime())));
+  const bool hasPulse = pulse.problem == TPulseProblem::None;
+  for (const double value : {pulse.velocity.x, pulse.velocity.y, pulse.velocity.z, pulse.velocityChange,
+                             pulse.durationTenth, pulse.durationThird, pulse.halfSine}) {
+    AppendExact(text, hasPulse ? value : std::nan(""));
+  }
+  AppendCsvField(text, hasPulse ? DirectionText(pulse.direction) : "");
+  AppendCsvField(text, hasPulse ? DirectionText(pulse.direction.Opposite()) : "");
+  const bool hasFall = fall.problem == TFallProblem::None;
+  AppendExact(text, hasFall ? fall.height : std::nan(""));
+  AppendCsvField(text, !hasFall ? "" : fall.isLeast ? "least" : "measured");
+  AppendExact(text, drop ? drop->min : std::nan(""));
+  AppendExact(text, drop ? drop->max : std::nan(""));
+  AppendCsvField(text, reason);
+  text += kLineBreak;
+}
+
 }  // namespace
 
 TStatus SrsCommand(const std::string& file, const TSrsRequest& request, const TConsole& console) {
@@ -152,4 +191,25 @@ TStatus SrsCommand(const std::string& file, const TSrsRequest& request, const TC
   for (const std::string& warning : srs.Warnings()) Complain(console, file, fmt::format("{}: {}.", whose, warning));
   PrintSrs(srs.Lines, request.options.response, console);
   return recording.status;
+}
+
+TStatus PulseCommand(const std::string& file, std::optional<std::size_t> event, const TConsole& console) {
+  const TRecording recording = ReadRecording(file, console);
+  if (!recording.HasMission()) return recording.status;
+  if (event && !HasEvent(file, recording, *event, console)) return TStatus::WrongUse;
+  std::string text;
+  for (const std::string_view title : kPulseTitles) AppendCsvField(text, title);
+  text += kLineBreak;
+  const double levelOn = ThresholdsOf(recording.mission).totOn;
+  std::string why = "The recording has no events.";
+  bool isNothing = true;
+  for (const TEvent& one : recording.events.Events()) {
+    if (event && static_cast<std::size_t>(one.ID) != *event) continue;
+    const TShockAnalysis analysis = AnalyseShock(one, levelOn);
+    AppendPulse(text, one, recording.events.StartTime, analysis);
+    isNothing = isNothing && analysis.pulse.problem != TPulseProblem::None;
+    why = fmt::format("Event {} has no pulse. {}", one.ID, analysis.reason);
+  }
+  console.out(text);
+  return isNothing ? NoResult(file, recording, why, console) : recording.status;
 }
