@@ -25,6 +25,17 @@ TShockAnalysis AnalyseShock(const TEvent& event, double levelOn) {
   return analysis;
 }
 
+std::optional<TLargestVelocityChange> LargestVelocityChange(const TEventList& events, double levelOn) {
+  std::optional<TLargestVelocityChange> largest;
+  for (std::size_t i = 0; i < events.Count(); ++i) {
+    const auto samples = events.GetItem(i).Values();
+    const TPulse pulse = CalcPulse(samples, PrepareShock(samples, TBaseline::Before, levelOn));
+    if (pulse.problem != TPulseProblem::None) continue;
+    if (!largest || pulse.velocityChange > largest->velocityChange) largest = {i, pulse.velocityChange};
+  }
+  return largest;
+}
+
 std::string DropHeightText(const TShockAnalysis& analysis) {
   const TFall& fall = analysis.fall;
   std::string text;

@@ -1,6 +1,7 @@
 // What shock analysis says about one event: its pulse and its drop height, or why not. Pure functions; any thread.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 
@@ -17,6 +18,13 @@ struct TShockAnalysis {
 
 // `levelOn` is the switch-on level in g, which ends what counts as before the shock.
 TShockAnalysis AnalyseShock(const TEvent& event, double levelOn);
+
+// The first event with the largest velocity change; nothing when none has a pulse.
+struct TLargestVelocityChange {
+  std::size_t event;      // its index in the list
+  double velocityChange;  // m/s
+};
+std::optional<TLargestVelocityChange> LargestVelocityChange(const TEventList& events, double levelOn);
 
 // The drop height with its brackets: "305 mm (303 to 307), 150 to 600 mm by velocity change", "at least 92 mm"; empty
 // without a fall and a pulse.

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "analysis/uMissionFigures.h"
+#include "analysis/uShockAnalysis.h"
 #include "base/uText.h"
 #include "cli/uCommands.h"
 #include "cli/uRecording.h"
@@ -27,6 +28,11 @@ TStatus InfoCommand(const std::string& file, const TConsole& console) {
   console.out(Printable(file) + "\n");
   if (recording.mission.bValid) Print(HeaderFigures(recording.mission), console);
   Print(EventFigures(summary, recording.events, recording.axes), console);
+  if (const auto largest = LargestVelocityChange(recording.events, levels.totOn)) {
+    Print({{"Velocity change",
+            fmt::format("{} m/s in event {}", MaskFloat("0.###", largest->velocityChange), largest->event)}},
+          console);
+  }
   Print(SensorFigures(summary), console);
   return recording.status;
 }

@@ -11,6 +11,7 @@
 #include <optional>
 #include <ranges>
 
+#include "analysis/uAnalysisTable.h"
 #include "analysis/uMissionDatasets.h"
 #include "base/uDateTime.h"
 #include "base/uText.h"
@@ -99,7 +100,7 @@ class TCommandLine {
   void AddTable() {
     CLI::App* command = FApp.add_subcommand("table", "Print one table as CSV lines.");
     AddFile(command);
-    command->add_option("TABLE", FTable, "events, important, cards, sensors or battery")
+    command->add_option("TABLE", FTable, "events, important, cards, sensors, battery or analysis")
         ->required()
         ->check(CLI::IsMember(TableNames()));
     command->add_option("--order", FIndex, "Index, such as MaxAccDesc or TimestampASC");
@@ -220,6 +221,7 @@ class TCommandLine {
   static std::vector<std::string> TableNames() {
     std::vector<std::string> names;
     for (const auto& [name, table] : kTables) names.emplace_back(name);
+    names.emplace_back(kAnalysisTable);
     return names;
   }
 
