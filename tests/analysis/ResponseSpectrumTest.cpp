@@ -156,6 +156,25 @@ TEST(ResponseSpectrum, TotalIsThatOfTheVectorHoweverTheAxesLie) {
   }
 }
 
+TEST(ResponseSpectrum, UnevenSamplesOfAPulseGiveNearlyWhatEvenOnesDo) {
+  const double step = 1000 / 1600.0;
+  const auto eventWith = [step](double shift) {
+    TEvent event(0);
+    for (int i = -20; i < 60; ++i) {
+      const double ms = (i + ((i + 30) % 3 - 1) * shift) * step;
+      event.AddValues(70000 + ms, static_cast<float>(ms > 0 && ms < 11 ? HalfSine(ms / 1000) : 0), 0, 0);
+    }
+    return event;
+  };
+  const auto at = [&](double shift, double hertz) {
+    return Peak(PrepareShock(eventWith(shift).Values(), TBaseline::Before, 1), hertz, {});
+  };
+  EXPECT_NEAR(FitTimeGrid(eventWith(0.4).Values()).farthest, 0.4, 0.02);
+  for (const double hertz : {80.0, 160.0}) {
+    EXPECT_NEAR(at(0.4, hertz) / at(0, hertz), 1, 1 - std::cos(pi * hertz / 1600)) << hertz;
+  }
+}
+
 TEST(ResponseSpectrum, FrequenciesOfOctavesMeetTenHertzAndTheirEnds) {
   const auto twelfths = OctaveFrequencies(10, 40, 12);
   ASSERT_EQ(twelfths.size(), 25);
