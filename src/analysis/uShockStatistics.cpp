@@ -37,6 +37,7 @@ std::vector<TDayCount> CountByDay(std::span<const double> dateTimes) {
     if (IsDate(dateTime)) ++counts[MomentOf(dateTime).day];
   }
   std::vector<TDayCount> days;
+  days.reserve(counts.size());
   for (const auto& [day, count] : counts) days.push_back({day, count});
   return days;
 }
@@ -57,6 +58,7 @@ std::vector<TDirectionCount> CountByDirection(std::span<const TDirection> direct
     ++entry.count;
   }
   std::vector<TDirectionCount> sorted;
+  sorted.reserve(counts.size());
   for (const auto& [key, entry] : counts) sorted.push_back(entry);
   std::ranges::stable_sort(sorted, std::ranges::greater(), &TDirectionCount::count);
   return sorted;
