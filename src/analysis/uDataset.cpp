@@ -64,6 +64,8 @@ void TDataset::VisitValues(TFieldType type, const TVisit& visit) {
       return visit(&TColumn::singles);
     case TFieldType::DateTime:
       return visit(&TColumn::dateTimes);
+    case TFieldType::Text:
+      return visit(&TColumn::texts);
     case TFieldType::Blob:
       return;
   }
@@ -82,7 +84,11 @@ void TDataset::Append() {
     TColumn& column = FTable->columns[field];
     VisitValues(FTable->fields[field].Type, [&column](auto values) {
       using T = typename std::remove_reference_t<decltype(column.*values)>::value_type;
-      (column.*values).push_back(std::numeric_limits<T>::quiet_NaN());  // of an integer 0
+      if constexpr (std::is_arithmetic_v<T>) {
+        (column.*values).push_back(std::numeric_limits<T>::quiet_NaN());  // of an integer 0
+      } else {
+        (column.*values).emplace_back();
+      }
     });
     column.isNull.push_back(true);
   }
@@ -102,6 +108,11 @@ void TDataset::SetSingle(std::size_t field, float value) {
 
 void TDataset::SetDateTime(std::size_t field, double value) {
   FTable->columns[field].dateTimes.back() = value;
+  FTable->columns[field].isNull.back() = false;
+}
+
+void TDataset::SetText(std::size_t field, std::string value) {
+  FTable->columns[field].texts.back() = std::move(value);
   FTable->columns[field].isNull.back() = false;
 }
 
@@ -132,6 +143,9 @@ void TDataset::AppendDisplayText(std::string& text, std::size_t row, std::size_t
       break;
     case TFieldType::DateTime:
       text += FormatDateTime(FTable->fields[field].DisplayFormat, DateTime(row, field));
+      break;
+    case TFieldType::Text:
+      text += Text(row, field);
       break;
     case TFieldType::Blob:
       break;
@@ -208,7 +222,10 @@ std::optional<std::size_t> TDataset::PositionOf(std::size_t row) const {
 std::uint64_t TDataset::SortKey(std::size_t row, std::size_t field) const {
   if (IsNull(row, field)) return 0;
   double value = 0;
-  VisitValues(FTable->fields[field].Type, [&](auto values) { value = (FTable->columns[field].*values)[row]; });
+  VisitValues(FTable->fields[field].Type, [&](auto values) {
+    const auto& column = FTable->columns[field].*values;
+    if constexpr (std::is_convertible_v<decltype(column[row]), double>) value = column[row];
+  });
   if (std::isnan(value)) return 0;
   constexpr std::uint64_t kSign = std::uint64_t{1} << 63;
   const auto bits = std::bit_cast<std::uint64_t>(value + 0.0);  // both zeros are one value

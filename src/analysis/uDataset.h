@@ -18,6 +18,7 @@ enum class TFieldType {
   Integer,
   Single,
   DateTime,
+  Text,  // in UTF-8; sorts as nothing, so it has no index
   Blob,  // drawn when it is shown; the table keeps nothing and every value is null
 };
 
@@ -45,6 +46,7 @@ class TDataset {
   void SetInteger(std::size_t field, std::int32_t value);
   void SetSingle(std::size_t field, float value);
   void SetDateTime(std::size_t field, double value);
+  void SetText(std::size_t field, std::string value);
   // Appends row `row` of a table with the same fields.
   void AppendCopy(const TDataset& from, std::size_t row);
 
@@ -65,10 +67,14 @@ class TDataset {
   [[nodiscard]] double DateTime(std::size_t row, std::size_t field) const {
     return FTable->columns[field].dateTimes[row];
   }
+  [[nodiscard]] const std::string& Text(std::size_t row, std::size_t field) const {
+    return FTable->columns[field].texts[row];
+  }
   // All values of a field; where one is null stands NaN.
   [[nodiscard]] std::span<const float> Singles(std::size_t field) const { return FTable->columns[field].singles; }
   [[nodiscard]] std::span<const double> DateTimes(std::size_t field) const { return FTable->columns[field].dateTimes; }
-  // The value as text: integers in decimal, singles in general form, date-times in the field's mask, null empty.
+  // The value as text: integers in decimal, singles in general form, date-times in the field's mask, texts as they
+  // are, null empty.
   [[nodiscard]] std::string DisplayText(std::size_t row, std::size_t field) const;
   void AppendDisplayText(std::string& text, std::size_t row, std::size_t field) const;
 
@@ -97,10 +103,11 @@ class TDataset {
   [[nodiscard]] std::size_t CurrentRow() const { return RowAt(FPosition); }
 
  private:
-  struct TColumn {  // of the three lists of values the one of the field's type is in use
+  struct TColumn {  // of the lists of values the one of the field's type is in use
     std::vector<std::int32_t> integers;
     std::vector<float> singles;
     std::vector<double> dateTimes;
+    std::vector<std::string> texts;
     std::vector<bool> isNull;
   };
   struct TIndex {

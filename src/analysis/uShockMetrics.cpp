@@ -147,6 +147,18 @@ TEventMetrics CalcEventMetrics(const TEvent& event, const TThresholds& levels, s
   return metrics;
 }
 
+bool IsClipped(std::span<const TEventValue> samples) {
+  float maxSingle = 0;
+  for (const TEventValue& sample : samples) {
+    for (const float value : {sample.xvalue, sample.yvalue, sample.zvalue}) {
+      maxSingle = std::fabs(value) > maxSingle ? std::fabs(value) : maxSingle;
+    }
+  }
+  TClipping clipping(maxSingle);
+  for (const TEventValue& sample : samples) clipping.Add(sample);
+  return maxSingle > 0 && clipping.IsClipped();
+}
+
 double CalcTimeOverThreshold(const TEventList& events, std::size_t index, const TThresholds& levels, double& Max) {
   const TEventMetrics metrics = CalcEventMetrics(events.GetItem(index), levels);
   Max = metrics.totMax;

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstddef>
 #include <limits>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -54,6 +55,9 @@ struct TEventMetrics {
 // and end each ToT interval, which need not be in order.
 TEventMetrics CalcEventMetrics(const TEvent& event, const TThresholds& levels,
                                std::vector<TTimeSpan>* intervals = nullptr);
+
+// The `clipped` of a part of an event: against the largest single-axis value of these samples.
+bool IsClipped(std::span<const TEventValue> samples);
 
 // One metric alone; Max is the largest of one interval or run. They throw std::out_of_range for an index past the list.
 double CalcTimeOverThreshold(const TEventList& events, std::size_t index, const TThresholds& levels, double& Max);

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "analysis/uResponseSpectrum.h"
 #include "analysis/uSpectrum.h"
 #include "base/uDateTime.h"
 #include "cli/uConsole.h"
@@ -37,6 +38,23 @@ TStatus FilterCommand(const std::string& file, std::size_t event, const TConsole
 // spectrum: no result.
 TStatus SpectrumCommand(const std::string& file, std::size_t event, TSpectrumType type, TWeightingWindow window,
                         const TConsole& console);
+
+struct TSrsRequest {
+  std::optional<std::size_t> event;  // its ID; without one: the envelope of all events
+  TResponseOptions options;
+  TBaseline baseline = TBaseline::Before;
+  std::size_t octave = 12;          // frequencies in an octave: 3, 6 or 12
+  std::optional<double> from, to;   // Hz; 1/duration and a quarter of the sampling rate unless given
+  std::vector<double> frequencies;  // Hz, instead of octaves
+};
+
+// The shock response spectrum of one event or the envelope of all in the CSV line format, numbers exact; on err how far
+// it can be trusted. Without a spectrum: no result.
+TStatus SrsCommand(const std::string& file, const TSrsRequest& request, const TConsole& console);
+
+// Velocity change, durations, equivalent half-sine, direction and drop height of one event, by its ID, or of all in the
+// CSV line format, numbers exact; with the reason where something is missing. No pulse at all: no result.
+TStatus PulseCommand(const std::string& file, std::optional<std::size_t> event, const TConsole& console);
 
 // What `kshock export` can write, in the order in which it does.
 inline constexpr std::array<std::string_view, 11> kExports = {

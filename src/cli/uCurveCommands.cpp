@@ -6,25 +6,10 @@
 
 namespace {
 
-// Complains when there is no such event.
-bool HasEvent(const std::string& file, const TRecording& recording, std::size_t event, const TConsole& console) {
-  if (event < recording.events.Count()) return true;
-  Complain(console, file, fmt::format("There is no event {}; the recording has {}.", event, recording.events.Count()));
-  return false;
-}
-
 // One sample that is not finite takes its whole axis.
 bool IsNothing(double x, double y, double z) {
   return std::isnan(x) && std::isnan(y) && std::isnan(z);
 }
-
-TStatus NoResult(const std::string& file, const TRecording& recording, const std::string& why,
-                 const TConsole& console) {
-  Complain(console, file, why);
-  return WorseOf(recording.status, TStatus::NoResult);
-}
-
-constexpr std::string_view kNoAxis = "Each axis has a sample that is no finite number.";
 
 }  // namespace
 

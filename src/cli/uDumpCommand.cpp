@@ -68,6 +68,9 @@ void WriteValue(const TDataset& table, std::size_t row, std::size_t field, TJson
     case TFieldType::DateTime:
       json.Value(table.DateTime(row, field));
       break;
+    case TFieldType::Text:
+      json.Value(table.Text(row, field));
+      break;
     case TFieldType::Blob:
       json.Null();
       break;

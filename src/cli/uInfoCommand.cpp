@@ -7,6 +7,7 @@
 
 #include "analysis/uLimitProfile.h"
 #include "analysis/uMissionFigures.h"
+#include "analysis/uShockAnalysis.h"
 #include "base/uFiles.h"
 #include "base/uText.h"
 #include "cli/uCommands.h"
@@ -45,6 +46,11 @@ TStatus Show(const std::string& file, const std::optional<TLimitProfile>& profil
   console.out(Printable(file) + "\n");
   if (recording.mission.bValid) Print(HeaderFigures(recording.mission), console);
   Print(EventFigures(summary, recording.events, recording.axes), console);
+  if (const auto largest = LargestVelocityChange(recording.events, levels.totOn)) {
+    Print({{"Velocity change",
+            fmt::format("{} m/s in event {}", MaskFloat("0.###", largest->velocityChange), largest->event)}},
+          console);
+  }
   Print(SensorFigures(summary), console);
   if (!profile) return recording.status;
   for (const TSensor& sensor : recording.sensors.Sensors()) tables.SensorMetrics.push_back(CalcSensorMetrics(sensor));

@@ -5,10 +5,13 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <exception>
 #include <limits>
 #include <optional>
+#include <ranges>
 
+#include "analysis/uAnalysisTable.h"
 #include "analysis/uMissionDatasets.h"
 #include "base/uDateTime.h"
 #include "base/uText.h"
@@ -33,6 +36,8 @@ class TCommandLine {
     AddExport();
     AddFilter();
     AddSpectrum();
+    AddSrs();
+    AddPulse();
     AddMake();
     AddDemo();
   }
@@ -98,7 +103,7 @@ class TCommandLine {
   void AddTable() {
     CLI::App* command = FApp.add_subcommand("table", "Print one table as CSV lines.");
     AddFile(command);
-    command->add_option("TABLE", FTable, "events, important, cards, sensors or battery")
+    command->add_option("TABLE", FTable, "events, important, cards, sensors, battery or analysis")
         ->required()
         ->check(CLI::IsMember(TableNames()));
     command->add_option("--order", FIndex, "Index, such as MaxAccDesc or TimestampASC");
@@ -148,6 +153,51 @@ class TCommandLine {
     command->callback([this] { FStatus = SpectrumCommand(FFile, FEvent, FSpectrumType, FWindow, FConsole); });
   }
 
+  void AddSrs() {
+    CLI::App* command = FApp.add_subcommand(
+        "srs", "Print the shock response spectrum of one event, or the envelope of all, as CSV lines.");
+    AddFile(command);
+    const auto parseEvent = [this](const std::string& text) {
+      if (text != "all") FSrs.event = ParseNumber<std::size_t>("--event", text, "is \"all\" or");
+    };
+    command->add_option_function<std::string>("--event", parseEvent, "ID of the event, or all")
+        ->required()
+        ->type_name("ID|all");
+    AddReal(command, "--q", FSrs.options.quality, 0.5, "Quality of the oscillators, above 0.5; 10 unless given");
+    CLI::Option* octave =
+        command->add_option("--octave", FSrs.octave, "Frequencies in an octave: 3, 6 or 12; 12 unless given")
+            ->check(CLI::IsMember({3, 6, 12}))
+            ->type_name("N");
+    CLI::Option* from = AddReal(command, "--from", FSrs.from, 0, "Lowest frequency; 1/duration unless given");
+    CLI::Option* to =
+        AddReal(command, "--to", FSrs.to, 0, "Highest frequency; a quarter of the sampling rate unless given");
+    const auto parseList = [this](const std::string& text) {
+      for (const auto part : std::views::split(text, ',')) {
+        FSrs.frequencies.push_back(ParseReal("--frequencies", {part.begin(), part.end()}, 0));
+      }
+    };
+    command->add_option_function<std::string>("--frequencies", parseList, "These instead, such as 10,20,72.7")
+        ->type_name("HZ,...")
+        ->excludes(octave)
+        ->excludes(from)
+        ->excludes(to);
+    AddChoice(command, "--response", FSrs.options.response, kResponses);
+    AddChoice(command, "--sign", FSrs.options.sign, kResponseSigns);
+    AddChoice(command, "--baseline", FSrs.baseline, kBaselines);
+    command->callback([this] { FStatus = SrsCommand(FFile, FSrs, FConsole); });
+  }
+
+  void AddPulse() {
+    CLI::App* command = FApp.add_subcommand(
+        "pulse", "Print velocity change, durations, direction and drop height of events as CSV lines.");
+    AddFile(command);
+    const auto parse = [this](const std::string& text) {
+      FPulseEvent = ParseNumber<std::size_t>("--event", text, "takes");
+    };
+    command->add_option_function<std::string>("--event", parse, "ID of the event; all unless given")->type_name("N");
+    command->callback([this] { FStatus = PulseCommand(FFile, FPulseEvent, FConsole); });
+  }
+
   void AddMake() {
     CLI::App* command = FApp.add_subcommand("make", "Write a recording from a description and a table of records.");
     command
@@ -174,21 +224,42 @@ class TCommandLine {
   static std::vector<std::string> TableNames() {
     std::vector<std::string> names;
     for (const auto& [name, table] : kTables) names.emplace_back(name);
+    names.emplace_back(kAnalysisTable);
     return names;
   }
 
   void AddFile(CLI::App* command) { command->add_option("FILE", FFile, "Recording")->required(); }
 
   template <class T>
+  static T ParseNumber(const std::string& option, const std::string& text, std::string_view takes) {
+    T value{};
+    const char* end = text.data() + text.size();
+    const auto result = std::from_chars(text.data(), end, value);
+    if (result.ec == std::errc{} && result.ptr == end) return value;
+    throw CLI::ValidationError(
+        fmt::format("{} {} a whole number from 0 to {}.", option, takes, std::numeric_limits<T>::max()));
+  }
+
+  template <class T>
   static CLI::Option* AddNumber(CLI::App* command, const std::string& option, T& value, const std::string& help) {
-    const auto parse = [option, &value](const std::string& text) {
-      const char* end = text.data() + text.size();
-      const auto result = std::from_chars(text.data(), end, value);
-      if (result.ec == std::errc{} && result.ptr == end) return;
-      throw CLI::ValidationError(
-          fmt::format("{} takes a whole number from 0 to {}.", option, std::numeric_limits<T>::max()));
-    };
+    const auto parse = [option, &value](const std::string& text) { value = ParseNumber<T>(option, text, "takes"); };
     return command->add_option_function<std::string>(option, parse, help)->type_name("N");
+  }
+
+  // A finite number above a bound, with a point whatever the locale.
+  static double ParseReal(const std::string& option, const std::string& text, double above) {
+    double value = 0;
+    const char* end = text.data() + text.size();
+    const auto result = std::from_chars(text.data(), end, value);
+    if (result.ec == std::errc{} && result.ptr == end && value > above && std::isfinite(value)) return value;
+    throw CLI::ValidationError(fmt::format("{} takes numbers above {}.", option, above));
+  }
+
+  template <class T>
+  static CLI::Option* AddReal(CLI::App* command, const std::string& option, T& value, double above,
+                              const std::string& help) {
+    const auto parse = [option, above, &value](const std::string& text) { value = ParseReal(option, text, above); };
+    return command->add_option_function<std::string>(option, parse, help)->type_name("NUMBER");
   }
 
   // One of the named values, the first unless given. Windows go by their full names, too: fwHamming.
@@ -218,6 +289,8 @@ class TCommandLine {
   TWeightingWindow FWindow = kWeightingWindows.front().second;
   std::size_t FRows = std::numeric_limits<std::size_t>::max();
   TExportRequest FExport;
+  TSrsRequest FSrs;
+  std::optional<std::size_t> FPulseEvent;
   TDemoSize FDemo;
 };
 

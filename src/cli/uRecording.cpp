@@ -83,3 +83,15 @@ TMissionDatasets TablesOf(const TRecording& recording) {
   LoadKorvexFileData(recording.mission, recording.events, recording.sensors, {}, progress, tables);
   return tables;
 }
+
+bool HasEvent(const std::string& file, const TRecording& recording, std::size_t event, const TConsole& console) {
+  if (event < recording.events.Count()) return true;
+  Complain(console, file, fmt::format("There is no event {}; the recording has {}.", event, recording.events.Count()));
+  return false;
+}
+
+TStatus NoResult(const std::string& file, const TRecording& recording, const std::string& why,
+                 const TConsole& console) {
+  Complain(console, file, why);
+  return WorseOf(recording.status, TStatus::NoResult);
+}

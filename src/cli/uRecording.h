@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "analysis/uMissionDatasets.h"
 #include "base/uMessages.h"
@@ -28,3 +29,12 @@ TRecording ReadRecording(const std::string& file, const TConsole& console);
 
 // The tables of the recording, as they stand after loading.
 TMissionDatasets TablesOf(const TRecording& recording);
+
+// Complains when there is no such event.
+bool HasEvent(const std::string& file, const TRecording& recording, std::size_t event, const TConsole& console);
+
+// Says why there is no result, and returns the status.
+TStatus NoResult(const std::string& file, const TRecording& recording, const std::string& why, const TConsole& console);
+
+// One sample that is not finite takes its whole axis.
+inline constexpr std::string_view kNoAxis = "Each axis has a sample that is no finite number.";

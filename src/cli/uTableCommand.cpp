@@ -1,7 +1,9 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <optional>
 
+#include "analysis/uAnalysisTable.h"
 #include "cli/uCommands.h"
 #include "cli/uRecording.h"
 #include "export/uCsvExports.h"
@@ -13,12 +15,31 @@ TDataset& TableOf(std::string_view name, TMissionDatasets& tables) {
          std::ranges::find(kTables, name, &std::pair<std::string_view, TDataset TMissionDatasets::*>::first)->second;
 }
 
-bool UseIndex(const std::string& table, const std::string& index, TMissionDatasets& tables) {
-  if (index.empty()) return true;
-  if (table != "important") return TableOf(table, tables).SelectIndex(index);
-  if (!tables.Events.HasIndex(index)) return false;
-  FillMostImportantEvents(index, tables);
-  return true;
+TDataset AnalysisOf(const TRecording& recording) {
+  const double levelOn = ThresholdsOf(recording.mission).totOn;
+  std::vector<TShockAnalysis> analyses;
+  for (const TEvent& event : recording.events.Events()) analyses.push_back(AnalyseShock(event, levelOn));
+  TDataset table;
+  FillAnalysisTable(recording.events, analyses, table);
+  return table;
+}
+
+// The table in the order of the index; nothing when it has no such index.
+std::optional<TDataset> TableInOrder(const TRecording& recording, const std::string& name, const std::string& index) {
+  if (name == kAnalysisTable) {
+    TDataset table = AnalysisOf(recording);
+    if (!index.empty() && !table.SelectIndex(index)) return std::nullopt;
+    return table;
+  }
+  TMissionDatasets tables = TablesOf(recording);
+  if (name == "important" && !index.empty()) {
+    if (!tables.Events.HasIndex(index)) return std::nullopt;
+    FillMostImportantEvents(index, tables);
+    return tables.Important;
+  }
+  TDataset& table = TableOf(name, tables);
+  if (!index.empty() && !table.SelectIndex(index)) return std::nullopt;
+  return table;
 }
 
 }  // namespace
@@ -27,11 +48,11 @@ TStatus TableCommand(const std::string& file, const std::string& table, const st
                      const TConsole& console) {
   const TRecording recording = ReadRecording(file, console);
   if (!recording.HasMission()) return recording.status;
-  TMissionDatasets tables = TablesOf(recording);
-  if (!UseIndex(table, index, tables)) {
+  std::optional<TDataset> shown = TableInOrder(recording, table, index);
+  if (!shown) {
     Complain(console, file, fmt::format("The table \"{}\" has no index \"{}\".", table, index));
     return TStatus::WrongUse;
   }
-  WriteTableCsv(TableOf(table, tables), console.out);
+  WriteTableCsv(*shown, console.out);
   return recording.status;
 }

@@ -14,7 +14,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::string_view kLineBreak = "\r\n";
 constexpr std::size_t kLinesPerStep = 100;
 constexpr std::size_t kPieceBytes = std::size_t{256} * 1024;
 constexpr std::size_t kFilesPerSync = 64;  // each of them is open until then

@@ -23,6 +23,9 @@
 // Takes the lines one by one, each with its line break.
 using TCsvSink = std::function<void(std::string_view)>;
 
+// Ends every line of a CSV file.
+inline constexpr std::string_view kLineBreak = "\r\n";
+
 // Appends one field: quote, text, quote, comma. Kept on purpose: the text is not escaped, and the last field of a line
 // has its comma too.
 void AppendCsvField(std::string& line, std::string_view text);

@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <fstream>
 #include <nlohmann/json.hpp>
 #include <sstream>
@@ -407,6 +408,109 @@ TEST_F(KshockCommands, TheDemoIsAPlausibleMissionAndTheSameForASeed) {
   ASSERT_EQ(EventList.Count(), 7U);
   EXPECT_EQ(EventList.GetItem(6).Count(), 11U);
   EXPECT_EQ(Kshock({"demo", File("no folder/x")}).status, 4);
+}
+
+// Ten samples at rest, a half-sine of 50 g and 11 ms on y at 10 kHz, rest again; then an event without a time step.
+TTestRecording HalfSineRecording() {
+  std::vector<TTestRecord> records;
+  for (int i = -10; i < 200; ++i) {
+    const double g = i >= 0 && i <= 110 ? 50 * std::sin(3.14159265358979 * i / 110) : 0;
+    records.push_back({1000 + i / 10.0, {0, static_cast<float>(g), 0}});
+  }
+  records.push_back({1100, {kEnd, kEnd, kEnd}});
+  for (int i = 0; i < 2; ++i) records.push_back({2000, {0, 9, 0}});
+  return TTestRecording().Creator().MissionHeader(0.5, 0.5).Channels({"ACC x", "ACC y", "ACC z"}).Data(records);
+}
+
+std::vector<std::vector<std::string>> RowsOf(const std::string& csv) {
+  std::vector<std::vector<std::string>> rows;
+  std::istringstream lines(csv);
+  for (std::string line; std::getline(lines, line);) {
+    rows.emplace_back();
+    for (std::size_t at = 0; at + 1 < line.size(); at = line.find(',', at) + 1) {
+      rows.back().push_back(line.substr(at + 1, line.find("\",", at) - at - 1));
+    }
+  }
+  return rows;
+}
+
+TEST_F(KshockCommands, SrsPrintsTheResponseWithHowFarItCanBeTrusted) {
+  const std::string file = Save("pulse.kshock", Deflated(HalfSineRecording().content));
+  const auto srs = [&file](std::vector<std::string> more) {
+    std::vector<std::string> arguments = {"srs", file, "--event", "0", "--frequencies", "20,100,1000.5,3000"};
+    arguments.insert(arguments.end(), more.begin(), more.end());
+    const TRun run = Kshock(arguments);
+    EXPECT_EQ(run.status, 0) << run.err;
+    return RowsOf(run.out);
+  };
+  const auto rows = srs({});
+  EXPECT_THAT(rows[0], testing::ElementsAre("Frequency (Hz)", "X (g)", "Y (g)", "Z (g)", "Total (g)", "Range"));
+  ASSERT_EQ(rows.size(), 5);
+  EXPECT_NEAR(std::stod(rows[1][2]), 39.15236531273329, 1e-5);
+  EXPECT_NEAR(std::stod(rows[2][4]), 79.55872589889726, 1e-5);
+  EXPECT_EQ(rows[2][5], "valid");
+  EXPECT_EQ(rows[3][5], "rough");
+  EXPECT_THAT(rows[4], testing::ElementsAre("3000", "", "", "", "", "none"));
+  const auto velocity = srs({"--response", "pseudo-velocity"});
+  EXPECT_EQ(velocity[0][2], "Y (m/s)");
+  EXPECT_NEAR(std::stod(velocity[2][2]), 1.2391592322923175, 1e-7);
+  EXPECT_NEAR(std::stod(srs({"--sign", "negative"})[1][2]), 33.45490045410275, 1e-5);
+  EXPECT_LT(std::stod(srs({"--q", "5"})[2][2]), 79);
+
+  const auto octaves = RowsOf(Kshock({"srs", file, "--event", "all", "--octave", "3", "--to", "2500"}).out);
+  EXPECT_NEAR(std::stod(octaves[1][0]), 10 * std::cbrt(128), 1e-12) << "the first third above 1/(20.9 ms)";
+  EXPECT_NEAR(std::stod(octaves.back()[0]), 1280 * std::cbrt(4), 1e-9);
+}
+
+TEST_F(KshockCommands, SrsAndPulseSayWhatIsMissing) {
+  const std::string file = Save("pulse.kshock", Deflated(HalfSineRecording().content));
+  const TRun all = Kshock({"srs", file, "--event", "all", "--frequencies", "1"});
+  EXPECT_EQ(all.status, 0);
+  EXPECT_THAT(all.err, HasSubstr("Envelope: 1 of 2 events left out; event 1: The times of the samples repeat"));
+  EXPECT_THAT(all.err, HasSubstr("below 47.847 Hz (1/duration) the record is shorter than a period"));
+  for (const std::vector<std::string>& nothing :
+       {std::vector<std::string>{"srs", file, "--event", "1"}, {"srs", file, "--event", "0", "--from", "2600"}}) {
+    const TRun run = Kshock(nothing);
+    EXPECT_EQ(run.status, 6);
+    EXPECT_EQ(run.out, "");
+    EXPECT_THAT(run.err, HasSubstr("No response spectrum. Event "));
+  }
+  const TRun pulse = Kshock({"pulse", file, "--event", "1"});
+  EXPECT_EQ(pulse.status, 6);
+  EXPECT_EQ(RowsOf(pulse.out)[1].back(), "The times of the samples repeat or go back.");
+  EXPECT_THAT(pulse.err, HasSubstr("Event 1 has no pulse. The times"));
+  EXPECT_EQ(Kshock({"pulse", file, "--event", "2"}).status, 2);
+  for (const std::vector<std::string>& wrong : {std::vector<std::string>{"--event", "0", "--q", "0.5"},
+                                                {"--event", "some"},
+                                                {"--event", "0", "--octave", "5"},
+                                                {"--event", "0", "--frequencies", "10,,20"},
+                                                {"--event", "0", "--frequencies", "10,-20"},
+                                                {"--event", "0", "--frequencies", "10", "--from", "5"},
+                                                {"--event", "0", "--to", "inf"},
+                                                {}}) {
+    std::vector<std::string> arguments = {"srs", file};
+    arguments.insert(arguments.end(), wrong.begin(), wrong.end());
+    EXPECT_EQ(Kshock(arguments).status, 2) << testing::PrintToString(wrong);
+  }
+}
+
+TEST_F(KshockCommands, PulseAndTheTableOfShockAnalysisShowTheSameFigures) {
+  const std::string file = Save("pulse.kshock", Deflated(HalfSineRecording().content));
+  const TRun run = Kshock({"pulse", file});
+  EXPECT_EQ(run.status, 0) << "one event has a pulse";
+  const auto rows = RowsOf(run.out);
+  ASSERT_EQ(rows.size(), 3);
+  ASSERT_EQ(rows[1].size(), rows[0].size());
+  EXPECT_NEAR(std::stod(rows[1][5]), 3.43371 * std::cos(std::asin(0.1)), 0.02);
+  EXPECT_EQ(rows[1][9], "Y-pos");
+  EXPECT_EQ(rows[1][10], "Y-neg") << "the sensor reads the reaction";
+  EXPECT_THAT(rows[1].back(), testing::StartsWith("It cannot tell rest from fall"));
+  const auto table = RowsOf(Kshock({"table", file, "analysis", "--order", "DeltaVASC"}).out);
+  EXPECT_EQ(table[1][0], "1") << "no velocity change is below every one";
+  EXPECT_NEAR(std::stod(table[2][2]), std::stod(rows[1][5]), 1e-6);
+  EXPECT_EQ(table[2][6], "Y-pos");
+  EXPECT_EQ(Kshock({"table", file, "analysis", "--order", "MaxAccDesc"}).status, 2);
+  EXPECT_THAT(Kshock({"info", file}).out, testing::ContainsRegex("Velocity change +3.4[0-9]+ m/s in event 0"));
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Works out what `kshock filter` and `kshock spectrum` have to print for events of the recordings, and compares.
+"""Works out what `kshock filter`, `spectrum` and `srs` have to print for events of the recordings, and compares.
 
 Reads the recordings as check_dump.py does and sums the transform's definition line by line. One line per difference; exit 1
 when there is any.
@@ -101,12 +101,77 @@ def expected_lines(grid, kind, window, chosen):
     return out
 
 
+def oscillated(axis, hertz, quality, seconds):
+    """Displacement and absolute acceleration at each sample, by the exponential of the matrix that moves displacement,
+    velocity, base acceleration and its slope by one step."""
+    omega = 2 * math.pi * hertz
+    matrix = [[0, 1, 0, 0], [-omega ** 2, -omega / quality, -1, 0], [0, 0, 0, 1], [0] * 4]
+    step = term = [[float(i == j) for j in range(4)] for i in range(4)]
+    for k in range(1, 40):
+        term = [[sum(row[m] * matrix[m][j] for m in range(4)) * seconds / k for j in range(4)] for row in term]
+        step = [[a + b for a, b in zip(*rows)] for rows in zip(step, term)]
+    state, base, out = (0.0, 0.0), 0.0, []
+    for value in axis:
+        moved = (*state, base, (value - base) / seconds)
+        state = [sum(a * b for a, b in zip(row, moved)) for row in step[:2]]
+        base = value
+        out.append((state[0], -omega ** 2 * state[0] - omega / quality * state[1]))
+    return out
+
+
+def expected_srs(samples, level, hertz, quality, signs):
+    """Acceleration lines of the chosen frequencies."""
+    step, axes, _ = on_grid(samples)
+    before = next((i for i, sample in enumerate(samples) if math.hypot(*sample[2]) >= level), 0)
+    means = [statistics.fmean(axis) if before >= 8 else 0 for axis in zip(*(s[2] for s in samples[:max(before, 1)]))]
+    rate, out = 1000 / step, []
+    zeros = [0.0] * math.ceil(1.5 * rate / min(hertz))
+    for one in hertz:
+        responses = [[a for _, a in oscillated([value - mean for value in axis] + zeros, one, quality, step / 1000)]
+                     for axis, mean in zip(axes, means)]
+        out.append((one, *(max(0.0, *(sign * a for a in response for sign in signs)) for response in responses),
+                    max(math.hypot(*three) for three in zip(*responses)), "valid" if one <= rate / 10 else "rough"))
+    return out
+
+
+def check_srs(kshock, path, event, samples, level):
+    times = [sample[0] for sample in samples]
+    rate = 1000 * (len(times) - 1) / (times[-1] - times[0])
+    hertz = [rate / 200, rate / 11, rate / 5]
+    sign, signs = (("maximax", (1, -1)), ("positive", (1,)), ("negative", (-1,)))[event % 3]
+    status, _, rows, _ = printed(kshock, "srs", path, "--event", str(event), "--q", "25", "--sign", sign,
+                                 "--frequencies", ",".join(map(repr, hertz)))
+    want = expected_srs(samples, level, hertz, 25, signs)
+    if status or [row[-1:] for row in rows] != [[row[-1]] for row in want]:
+        return [f"srs: status {status}, {rows}"]
+    return ["srs: " + text for text in differences([row[:-1] for row in want], [row[:-1] for row in rows])]
+
+
+def check_pulses(kshock, path, count):
+    """Every event has a pulse or a reason, and a response spectrum."""
+    status, titles, rows, _ = printed(kshock, "pulse", path)
+    figures = slice(titles[0].index("Delta-v (m/s)"), titles[0].index("Direction"))
+    found = [] if status == 0 and len(rows) == count else [f"pulse: status {status}, {len(rows)} rows"]
+    for row in rows:
+        if not (row[-1] if row[figures][0] == "" else all(0 < value < 1e4 for value in row[figures])):
+            found.append(f"pulse: {row}")
+    complaints = printed(kshock, "srs", path, "--event", "all")[3]
+    return found + ([f"srs: {complaints}"] if "left out" in complaints else [])
+
+
+def number(cell):
+    try:
+        return float(cell)
+    except ValueError:
+        return cell
+
+
 def printed(kshock, *arguments):
     """Status, titles, rows and complaints."""
     run = subprocess.run([kshock, *arguments], capture_output=True, timeout=60, check=False)
     rows = run.stdout.decode("utf-8").split("\r\n")[:-1]
-    rows = [row.removesuffix(",").replace('"', "").split(",") for row in rows]
-    return run.returncode, rows[:1], [[float(cell) for cell in row] for row in rows[1:]], run.stderr.decode("utf-8")
+    rows = [row.removeprefix('"').removesuffix('",').split('","') for row in rows]
+    return run.returncode, rows[:1], [[number(cell) for cell in row] for row in rows[1:]], run.stderr.decode("utf-8")
 
 
 def differences(want, got):
@@ -147,9 +212,15 @@ def main():
     options = parser.parse_args()
     failed = passed = 0
     for path in options.recordings:
-        events = Recording(path).events
+        recording = Recording(path)
+        events, level = recording.events, recording.mission["adxl_level_on"]
+        for text in (found := check_pulses(options.kshock, path, len(events))):
+            print(f"{path}: {text}")
+        failed += bool(found)
         for event in range(0, len(events), max(1, len(events) // 12)):
             found = check_event(options.kshock, path, event, events[event])
+            if len(events[event]) < 2000:
+                found += check_srs(options.kshock, path, event, events[event], level)
             passed, failed = passed + (not found), failed + bool(found)
             for text in found:
                 print(f"{path}, event {event}: {text}")

@@ -1,0 +1,46 @@
+// Statistics over the events of a mission: when they happened, from where, and how often a value is exceeded.
+// Histograms are `HistogramOf` of uEventFilter. Pure functions; any thread.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <span>
+#include <vector>
+
+#include "analysis/uPulse.h"
+
+struct TDayCount {
+  double day;  // a date-time without a time of day
+  std::size_t count;
+};
+
+// Of date-times. Days without an event are left out; so are date-times that are not finite or beyond ±1e9 days.
+std::vector<TDayCount> CountByDay(std::span<const double> dateTimes);
+// By the hour of the day, 0 … 23; what CountByDay leaves out is left out here.
+std::array<std::size_t, 24> CountByHour(std::span<const double> dateTimes);
+
+struct TDirectionCount {
+  TDirection direction;  // none for the unclear ones
+  std::size_t count;
+};
+
+// The most frequent direction first, equal ones in the order of x, y, z from -1 to 1; directions without an event are
+// left out.
+std::vector<TDirectionCount> CountByDirection(std::span<const TDirection> directions);
+
+// How often values are exceeded. Values that are NaN are left out.
+class TExceedance {
+ public:
+  explicit TExceedance(std::span<const double> values);
+
+  // Rising. The i-th of n, from 1, is not exceeded by the part (i − 0.5)/n of the values.
+  [[nodiscard]] std::span<const double> Values() const { return FValues; }
+  // The part of values above the i-th, from 0: 1 − (i + 0.5)/n.
+  [[nodiscard]] double ExceededPart(std::size_t i) const;
+  // The value that a part, 0 … 1, does not exceed: 0.95 for P95. On a straight line between two values, and the first
+  // or last one outside of them; NaN without values.
+  [[nodiscard]] double Percentile(double part) const;
+
+ private:
+  std::vector<double> FValues;
+};
