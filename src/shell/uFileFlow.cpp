@@ -34,6 +34,17 @@ void CompleteModel() {
   }
 }
 
+// Title, events and peak in a line, for the recent documents.
+std::string AboutMission(const TShownMission& mission) {
+  constexpr std::size_t kLongestTitle = 100;  // bytes
+  std::string about = Printable(mission.Data.sTitle);
+  if (about.size() > kLongestTitle) about.clear();
+  if (!about.empty()) about += " · ";
+  about += fmt::format("{} {}", mission.Summary.events, mission.Summary.events == 1 ? "event" : "events");
+  if (!mission.Summary.peakEvent) return about;
+  return about + fmt::format(" · peak {} g", MaskFloat("0.##", mission.Events.GetItem(*mission.Summary.peakEvent).Max));
+}
+
 }  // namespace
 
 // Shows how far the tables or an export are, and ends them when the user cancels or closes.
@@ -203,8 +214,7 @@ void TFileFlow::ReadFinished() {
     CompleteLoading();
   } catch (const EKorvex& error) {
     if (error.iException == kReadCancelled) {
-      BackToWelcome();
-      CloseIfWanted();
+      ReadCancelled();
     } else {
       Fail(kCannotBeShown, error.what());
     }
@@ -246,10 +256,15 @@ void TFileFlow::ReadFailed(std::int64_t code) {
   std::string reason = ReadErrorText;
   if (reason.starts_with(kCannotBeOpened)) reason.erase(0, kCannotBeOpened.size() + 2);  // said in the title
   if (code == kReadCancelled) {
-    BackToWelcome();
+    ReadCancelled();
   } else {
     Fail(code == kCannotOpenDataFile ? fmt::format("{}.", kCannotBeOpened) : "The file cannot be read.", reason);
   }
+}
+
+void TFileFlow::ReadCancelled() {
+  BackToWelcome();
+  if (!CloseIfWanted()) FControls.ShowNotice("Reading cancelled", {});
 }
 
 void TFileFlow::Step(int position, std::string_view text) {
@@ -295,7 +310,7 @@ void TFileFlow::FileLoadComplete() {
       FViews);
   SwitchView(FKept ? FKept->view : TView::Overview);
   if (FKept) Restore(*FKept);
-  FRecent.Add(FFileName);
+  FRecent.Add(FFileName, AboutMission(FMission));
   FControls.ShowRecentDocuments(FRecent);
 }
 

@@ -396,7 +396,9 @@ TEST_F(MainForm, SavesAViewAsPdfWhereItIsTold) {
     const TBytes bytes = BytesOfFile(pdf);
     ASSERT_GT(bytes.size(), 1000U) << view;
     EXPECT_EQ(std::string(bytes.begin(), bytes.begin() + 5), "%PDF-");
-    EXPECT_EQ(Find<QLabel>("lblStatusValue")->text().toStdString(), "Written: " + pdf.string());
+    EXPECT_EQ(Find<QLabel>("lblNotice")->text().toStdString(), "Written: " + pdf.string());
+    Press(view);
+    EXPECT_FALSE(Find("pnlNotice")->isVisible()) << "the next command ends it";
   }
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(FFolder / "out"), {}), 1) << "nothing else is left";
 }

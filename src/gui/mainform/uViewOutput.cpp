@@ -86,12 +86,14 @@ void PrintView(TKorvexMainForm& form) {
 void SaveViewAsPdf(TKorvexMainForm& form, TExportCommands& exports) {
   const std::string title = Utf8(QObject::tr("Save the view as PDF"));
   const std::string name = Utf8FromPath(PathFromUtf8(form.Flow().FileName()).stem());
-  exports.Save({title, {}, name, "PDF|*.pdf", "pdf"}, "The view could not be written.", [&form] {
+  exports.Save({title, {}, name, "PDF|*.pdf", "pdf"}, "The view could not be written.", [&form, &name] {
     QBuffer pdf;  // a writer into a file does not report a full disk
     pdf.open(QIODevice::WriteOnly);
     {
       QPdfWriter writer(&pdf);
       writer.setPageSize(QPageSize(QPageSize::A4));
+      writer.setTitle(QString("%1 · %2").arg(QtText(name), form.View(form.Flow().View()).accessibleName()));
+      writer.setCreator(QObject::tr("ShockScope"));
       Output(form, writer);
     }
     return pdf.data().toStdString();
