@@ -2,9 +2,11 @@
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QDesktopServices>
 #include <QMenu>
 #include <QTableView>
 #include <QToolButton>
+#include <QUrl>
 #include <algorithm>
 #include <set>
 
@@ -23,6 +25,16 @@ namespace fs = std::filesystem;
 namespace {
 
 const std::vector<std::string> kFront = {"WellcomePanel", "MainOverviewPanel", "MainShockPanel", "ReportPanel"};
+
+class TOpened : public QObject {
+  Q_OBJECT
+
+ public:
+  QUrl Last;
+
+ public slots:
+  void Open(const QUrl& url) { Last = url; }
+};
 
 class Exports : public TWindowTest {
  protected:
@@ -150,6 +162,11 @@ TEST_F(Exports, ATableIsExportedFromItsMenuAndTheGridHasTheFocusAgain) {
   EXPECT_THAT(gridShown, testing::Not(testing::Contains(true)));
   EXPECT_EQ(Find<QLabel>("lblNotice")->text(), "Written: " + To("battery 1.5.xlsx"));
   EXPECT_TRUE(battery->isVisible());
+  TOpened opened;
+  QDesktopServices::setUrlHandler("file", &opened, "Open");
+  QTest::mouseClick(Find("btnNoticeFolder"), Qt::LeftButton);
+  QDesktopServices::unsetUrlHandler("file");
+  EXPECT_EQ(opened.Last, QUrl::fromLocalFile(QString::fromStdString(FTo.string())));
   EXPECT_EQ(FForm->focusWidget(), battery);
   EXPECT_EQ(Find("dxDockPanelSensorGridBattery")->geometry(), place);
   EXPECT_THAT(FBoxes, ElementsAre("msgInformation|Excel sheet created|"));
@@ -264,3 +281,5 @@ TEST_F(Exports, ClosingTheWindowEndsTheExport) {
 }
 
 }  // namespace
+
+#include "ExportsTest.moc"
