@@ -209,7 +209,7 @@ constexpr TCommand kCommands[] = {
     {"actFileReload", "dxBarReload", "btngrpFile", "&Reload",
      "Read the same file again; view, selection, filter and band stay", "view-refresh", "F5", kOfFile,
      Do<&TFileFlow::Reload>},
-    {"actFileClose", nullptr, nullptr, "&Close file: does nothing, a recording stays shown",
+    {"actFileClose", nullptr, nullptr, "&Close file: does nothing",
      "Does nothing: a recording stays shown until another one is opened", "document-close", "Ctrl+W", 0,
      Do<&F::actFileCloseExecute>},
     {"actSetViewOverview", "dxBarOverview", "btngrpView", "O&verview",

@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <array>
 #include <functional>
+#include <memory>
 #include <numeric>
 #include <vector>
 
@@ -22,7 +23,7 @@
 
 namespace {
 
-constexpr int kColumns = 3;
+constexpr std::size_t kMaxColumns = 3;
 constexpr int kColumnSpace = 24;  // px
 constexpr int kRowSpace = 2;
 
@@ -78,19 +79,19 @@ std::vector<TSection> AllKeys(const QWidget& window) {
     }
     sections.push_back(std::move(section));
   }
-  sections.front().keys.push_back({"Alt", QObject::tr("Letters on the ribbon, to press its buttons by keys")});
+  sections.front().keys.push_back({"Alt", QObject::tr("Letters on the ribbon")});
   sections.push_back({QObject::tr("In a chart"),
                       {{"F", QObject::tr("Everything in sight")},
                        {"+  −", QObject::tr("Zoom in and out")},
                        {QObject::tr("Arrows"), QObject::tr("Move")},
                        {"Home  End", QObject::tr("Begin and end of the recording")},
-                       {"C", QObject::tr("Set cursor A, then B, then take both away")},
+                       {"C", QObject::tr("Cursor A, then B, then none")},
                        {"R", QObject::tr("Statistics of the visible range")},
-                       {"Esc", QObject::tr("Cancel a drag, let go of cursors and indicator")},
+                       {"Esc", QObject::tr("Cancel a drag, drop the cursors")},
                        {"Menu  Shift+F10", QObject::tr("Menu of the chart")}}});
   sections.push_back({QObject::tr("In a table"),
                       {{"Enter", QObject::tr("Bring the navigator's band to the row")},
-                       {"Ctrl+C", QObject::tr("Copy the selected rows with their titles")},
+                       {"Ctrl+C", QObject::tr("Copy the selected rows")},
                        {"Menu  Shift+F10", QObject::tr("Menu with copy and export")}}});
   std::erase_if(sections, [](const TSection& section) { return section.keys.empty(); });
   return sections;
@@ -124,7 +125,7 @@ TShownSection MakeSection(const TSection& section, QWidget* parent) {
 }
 
 // Sections in their order, in columns of about the same number of lines.
-std::vector<TShownSection> Arrange(const std::vector<TSection>& sections, QWidget* page) {
+std::vector<TShownSection> Arrange(const std::vector<TSection>& sections, std::size_t count, QWidget* page) {
   const auto lines = [](const TSection& section) { return section.keys.size() + 2; };
   const std::size_t all = std::transform_reduce(sections.begin(), sections.end(), std::size_t{0}, std::plus<>(), lines);
   auto* columns = new QHBoxLayout(page);
@@ -133,7 +134,7 @@ std::vector<TShownSection> Arrange(const std::vector<TSection>& sections, QWidge
   QVBoxLayout* column = nullptr;
   std::size_t done = 0;
   for (const TSection& section : sections) {
-    const auto wanted = static_cast<int>((done + lines(section) / 2) * kColumns / all);
+    const auto wanted = static_cast<int>((done + lines(section) / 2) * count / all);
     while (columns->count() <= wanted) columns->addLayout(column = new QVBoxLayout);
     column->setSpacing(kColumnSpace / 2);
     column->addWidget(shown.emplace_back(MakeSection(section, page)).box);
@@ -171,13 +172,21 @@ void ShowKeys(QWidget& window) {
   search->setPlaceholderText(QObject::tr("Search keys and what they do"));
   search->setAccessibleName(search->placeholderText());
   search->setClearButtonEnabled(true);
-  auto* page = new QWidget;
-  const std::vector<TShownSection> sections = Arrange(AllKeys(window), page);
+  const QSize chrome(2 * kColumnSpace, 4 * search->sizeHint().height());
+  const QSize room = window.screen()->availableSize() * 19 / 20;
+  std::unique_ptr<QWidget> page;
+  std::vector<TShownSection> sections;
+  for (std::size_t columns = kMaxColumns; columns > 0; --columns) {
+    page = std::make_unique<QWidget>();
+    sections = Arrange(AllKeys(window), columns, page.get());
+    if (page->sizeHint().width() + chrome.width() <= room.width()) break;
+  }
+  // All keys without scrolling where the screen has room for them.
+  dialog.resize((page->sizeHint() + chrome).boundedTo(room));
   auto* area = new QScrollArea(&dialog);
   area->setFrameShape(QFrame::NoFrame);
   area->setWidgetResizable(true);
-  area->setWidget(page);
-  QObject::connect(search, &QLineEdit::textChanged, page,
+  QObject::connect(search, &QLineEdit::textChanged, page.get(),
                    [&sections](const QString& typed) { Search(sections, typed); });
   auto* grey = new QLabel(QObject::tr("Grey: does nothing now; it needs another view, or a recording with such data."));
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, &dialog);
@@ -190,8 +199,6 @@ void ShowKeys(QWidget& window) {
   bottom->addWidget(grey, 1);
   bottom->addWidget(buttons);
   layout->addLayout(bottom);
-  // All keys without scrolling where the screen has the room.
-  const QSize chrome(2 * kColumnSpace, 4 * search->sizeHint().height());
-  dialog.resize((page->sizeHint() + chrome).boundedTo(window.screen()->availableSize() * 9 / 10));
+  area->setWidget(page.release());
   dialog.exec();
 }

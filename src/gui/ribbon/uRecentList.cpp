@@ -153,8 +153,8 @@ void TRecentListView::FitColumns() {
   const int edge = std::max(22, fontMetrics().height());
   setIconSize({edge * 3 / 4, edge * 3 / 4});
   for (const int column : {TRecentModel::kPin, TRecentModel::kRemove}) header()->resizeSection(column, edge * 3 / 2);
-  header()->resizeSection(TRecentModel::kName, fontMetrics().averageCharWidth() * 32);
-  header()->resizeSection(TRecentModel::kAbout, fontMetrics().averageCharWidth() * 40);
+  header()->resizeSection(TRecentModel::kName, fontMetrics().averageCharWidth() * 28);
+  header()->resizeSection(TRecentModel::kAbout, fontMetrics().averageCharWidth() * 48);
 }
 
 void TRecentListView::ShowEntries(const std::vector<TRecentEntry>& entries) {
