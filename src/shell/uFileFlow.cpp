@@ -34,15 +34,16 @@ void CompleteModel() {
   }
 }
 
-// Title, events and peak in a line, for the recent documents.
+// Events, peak and title in a line, for the recent documents; a title that is too long is left out.
 std::string AboutMission(const TShownMission& mission) {
-  constexpr std::size_t kLongestTitle = 100;  // bytes
-  std::string about = Printable(mission.Data.sTitle);
-  if (about.size() > kLongestTitle) about.clear();
-  if (!about.empty()) about += " · ";
-  about += fmt::format("{} {}", mission.Summary.events, mission.Summary.events == 1 ? "event" : "events");
-  if (!mission.Summary.peakEvent) return about;
-  return about + fmt::format(" · peak {} g", MaskFloat("0.##", mission.Events.GetItem(*mission.Summary.peakEvent).Max));
+  constexpr std::size_t kLongestTitle = 200;  // bytes
+  const std::size_t events = mission.Summary.events;
+  std::string about = fmt::format("{} {}", events, events == 1 ? "event" : "events");
+  if (const auto peak = mission.Summary.peakEvent) {
+    about += fmt::format(" · peak {} g", MaskFloat("0.##", mission.Events.GetItem(*peak).Max));
+  }
+  const std::string title = Printable(mission.Data.sTitle);
+  return title.empty() || title.size() > kLongestTitle ? about : fmt::format("{} · {}", about, title);
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QPalette>
+#include <QStyledItemDelegate>
 #include <QTextDocument>
 #include <algorithm>
 #include <filesystem>
@@ -40,6 +41,18 @@ QIcon PinIcon(bool pinned) {
   pin.paint(&painter, QRect(0, 0, 32, 32));
   return faint;
 }
+
+// A sentence is cut at its end, unlike a path.
+class TCutAtEnd final : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+ protected:
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+    QStyledItemDelegate::initStyleOption(option, index);
+    option->textElideMode = Qt::ElideRight;
+  }
+};
 
 }  // namespace
 
@@ -127,6 +140,7 @@ TRecentListView::TRecentListView(const QString& objectName, const QString& acces
   setUniformRowHeights(true);
   setAllColumnsShowFocus(true);
   setTextElideMode(Qt::ElideMiddle);
+  setItemDelegateForColumn(TRecentModel::kAbout, new TCutAtEnd(this));
   header()->setStretchLastSection(false);
   header()->setMinimumSectionSize(1);
   header()->setSectionsClickable(false);

@@ -125,12 +125,13 @@ TSettingsPage::TSettingsPage(TLogos& logos) {
 
 QWidget* TSettingsPage::MakeGeneral(TLogos& logos) {
   auto* page = new QWidget;
-  QHBoxLayout* columns = MakeColumns(page);
-  QFormLayout* form = AddBox(*columns, tr("Reports"));
+  auto* boxes = new QVBoxLayout(page);  // beside each other they are wider than a small window
+  boxes->setSpacing(kBoxSpace);
+  QFormLayout* form = AddBox(*boxes, tr("Reports"));
   AddText(*form, {"cxTextEditCompanyName", tr("&Company name"), tr("Stands on reports")});
   form->addRow(tr("Company logo"), new TLogoEdit(logos, TLogos::kCompany, "btnCompanyLogo", tr("company logo")));
   form->addRow(tr("Report logo"), new TLogoEdit(logos, TLogos::kReport, "btnReportLogo", tr("report logo")));
-  form = AddBox(*columns, tr("Window"));
+  form = AddBox(*boxes, tr("Window"));
   AddList(*form, {"cmbSettingsDateTimeFormat", tr("&Date format"), tr("How every date is shown")}, kDateFormats);
   AddList(*form,
           {"cmbSettingsDefFileFilter", tr("Default file &filter"),
@@ -141,7 +142,7 @@ QWidget* TSettingsPage::MakeGeneral(TLogos& logos) {
   AddCheckBox(*form, {"chboxShockChartPointAbsorption", tr("Absorb &overlapping points on chart"),
                       tr("If turned on the overlapping points in the Shock Events chart will be absorbed into a bigger "
                          "point")});
-  columns->addStretch();
+  boxes->addStretch();
   return Scrolled(page);
 }
 
