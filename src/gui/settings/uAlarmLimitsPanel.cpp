@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <span>
 
+#include "gui/common/uLabels.h"
 #include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
 #include "gui/settings/uCaptionKeys.h"
@@ -39,11 +40,10 @@ TAlarmLimitsPanel::TAlarmLimitsPanel(QWidget* parent) : QFrame(parent, Qt::Popup
   QString keys;
   for (const TQuantityControls& row : std::span(kQuantityControls).first<kLimitedQuantityCount>()) {
     const QString quantity = QtText(row.caption);
-    auto* label = new QLabel(WithKey(quantity, keys), this);
+    auto* label = new TKeyLabel(WithKey(quantity, keys), this);
     auto* from = MakeEdit(this, row.min, quantity, tr("minimum"));
     auto* to = MakeEdit(this, row.max, quantity, tr("maximum"));
     label->setBuddy(from);
-    label->setContentsMargins(0, 0, 4, 0);  // a text with a key is drawn a little wider than it is measured
     FLabels.push_back(label);
     grid->addWidget(label, line, 0);
     grid->addWidget(from, line, 1);

@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "gui/common/uLabels.h"
 #include "gui/common/uLogos.h"
 #include "gui/common/uQtText.h"
 #include "gui/common/uWheelGuard.h"
@@ -25,7 +26,6 @@ namespace {
 
 constexpr int kMaxTextLength = 200;  // characters
 constexpr int kTextWidth = 30;       // characters
-constexpr int kBesideLabel = 4;      // px; a text with a key is drawn a little wider than it is measured
 constexpr int kBoxSpace = 16;        // px, between boxes
 
 struct TRow {
@@ -44,8 +44,7 @@ void Describe(QWidget& control, const TRow& row) {
 void AddRow(QFormLayout& form, const TRow& row, QWidget* control) {
   Describe(*control, row);
   new TWheelGuard(*control);
-  auto* label = new QLabel(row.caption);
-  label->setContentsMargins(0, 0, kBesideLabel, 0);
+  auto* label = new TKeyLabel(row.caption);
   label->setBuddy(control);
   form.addRow(label, control);
 }
