@@ -263,7 +263,6 @@ bool TExportCommands::Run(const fs::path& place, const TSurroundings& around, co
   std::string failure;
   try {
     complete = FFlow.RunExport([&](IProgress& progress) {
-      FControls.SetText("lblStatusValue", "");
       FControls.SetText("PnlLoadingDetail", Printable(Utf8FromPath(place)));
       if (around.endsInShockView) CloseDockPanels(FControls);
       if (around.welcomePanel) FControls.BringToFront("WellcomePanel");
@@ -275,7 +274,11 @@ bool TExportCommands::Run(const fs::path& place, const TSurroundings& around, co
   }
   Restore(around, panels, complete);
   if (FFlow.CloseIfWanted()) return false;
-  if (!failure.empty()) FDialogs.ShowMessage("The export could not be written.", failure);
+  if (!failure.empty()) {
+    FDialogs.ShowMessage("The export could not be written.", failure);
+  } else if (!complete) {
+    FControls.ShowNotice("Export cancelled", {});
+  }
   return complete;
 }
 
@@ -348,7 +351,7 @@ std::string TExportCommands::ShockName() {
 void TExportCommands::CopyChart(std::string_view chart) {
   if (!FFlow.FileShown()) return;
   FViews.CopyChart(chart);
-  FControls.SetText("lblStatusValue", "Picture copied");
+  FControls.ShowNotice("Picture copied", {});
 }
 
 void TExportCommands::SaveChart(std::string_view chart, std::string name, TPictureFormat format) {
@@ -375,5 +378,7 @@ void TExportCommands::Save(TSaveDialog dialog, std::string_view failed, const st
 }
 
 void TExportCommands::ShowWritten(const fs::path& place) {
-  FControls.SetText("lblStatusValue", fmt::format("Written: {}", Printable(Utf8FromPath(place))));
+  std::error_code unknown;
+  const fs::path folder = fs::is_directory(place, unknown) ? place : place.parent_path();
+  FControls.ShowNotice(fmt::format("Written: {}", Printable(Utf8FromPath(place))), folder);
 }

@@ -1,6 +1,6 @@
-// The window's exports and chart pictures. Each asks for a file or folder, writes, and says in the status bar what it
-// wrote. They read the shown mission and do nothing without one. A cancelled dialog or export shows no message, a
-// failure one with the file and the reason. Main thread only.
+// The window's exports and chart pictures. Each asks for a file or folder, writes, and says once what it wrote. They
+// read the shown mission and do nothing without one. A cancelled dialog says nothing, a cancelled export that it was
+// cancelled, a failure names the file and the reason. Main thread only.
 //
 // The visible events are those that pass the filter while it is on, else all, in the order of the grids. The events
 // chart is the one of the view in front; the shock chart is the spectrum while that is shown, else the curves.

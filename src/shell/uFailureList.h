@@ -12,6 +12,7 @@ class TFailureList {
  public:
   // Runs a step that reads or writes `file`.
   void Run(const std::filesystem::path& file, const std::function<void()>& step);
+  [[nodiscard]] bool Empty() const { return FFailures.empty(); }
   // Names each file that failed, with the reason. No message when there is none.
   void Show(IDialogs& dialogs, std::string_view text) const;
 

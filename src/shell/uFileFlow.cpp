@@ -34,6 +34,18 @@ void CompleteModel() {
   }
 }
 
+// Events, peak and title in a line, for the recent documents; a title that is too long is left out.
+std::string AboutMission(const TShownMission& mission) {
+  constexpr std::size_t kLongestTitle = 200;  // bytes
+  const std::size_t events = mission.Summary.events;
+  std::string about = fmt::format("{} {}", events, events == 1 ? "event" : "events");
+  if (const auto peak = mission.Summary.peakEvent) {
+    about += fmt::format(" · peak {} g", MaskFloat("0.##", mission.Events.GetItem(*peak).Max));
+  }
+  const std::string title = Printable(mission.Data.sTitle);
+  return title.empty() || title.size() > kLongestTitle ? about : fmt::format("{} · {}", about, title);
+}
+
 }  // namespace
 
 // Shows how far the tables or an export are, and ends them when the user cancels or closes.
@@ -203,8 +215,7 @@ void TFileFlow::ReadFinished() {
     CompleteLoading();
   } catch (const EKorvex& error) {
     if (error.iException == kReadCancelled) {
-      BackToWelcome();
-      CloseIfWanted();
+      ReadCancelled();
     } else {
       Fail(kCannotBeShown, error.what());
     }
@@ -246,10 +257,15 @@ void TFileFlow::ReadFailed(std::int64_t code) {
   std::string reason = ReadErrorText;
   if (reason.starts_with(kCannotBeOpened)) reason.erase(0, kCannotBeOpened.size() + 2);  // said in the title
   if (code == kReadCancelled) {
-    BackToWelcome();
+    ReadCancelled();
   } else {
     Fail(code == kCannotOpenDataFile ? fmt::format("{}.", kCannotBeOpened) : "The file cannot be read.", reason);
   }
+}
+
+void TFileFlow::ReadCancelled() {
+  BackToWelcome();
+  if (!CloseIfWanted()) FControls.ShowNotice("Reading cancelled", {});
 }
 
 void TFileFlow::Step(int position, std::string_view text) {
@@ -295,7 +311,7 @@ void TFileFlow::FileLoadComplete() {
       FViews);
   SwitchView(FKept ? FKept->view : TView::Overview);
   if (FKept) Restore(*FKept);
-  FRecent.Add(FFileName);
+  FRecent.Add(FFileName, AboutMission(FMission));
   FControls.ShowRecentDocuments(FRecent);
 }
 

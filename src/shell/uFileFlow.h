@@ -88,6 +88,7 @@ class TFileFlow {
   void OpenDataFile(const std::string& fileName);
   void ReadFinished();
   void ReadFailed(std::int64_t code);
+  void ReadCancelled();
   void ShowBlocksRead();
   [[nodiscard]] std::string DamageOf(const TReadExtent& extent) const;
   void ShowFileState(const TReadExtent& extent);

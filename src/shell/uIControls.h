@@ -24,6 +24,8 @@ class IControls {
   // True unless the control itself is hidden; what it stands in may be.
   [[nodiscard]] virtual bool IsVisible(std::string_view control) const = 0;
   virtual void SetText(std::string_view control, std::string_view text) = 0;
+  // A line of text until the next command, with a button that opens the folder if there is one. Empty text: none.
+  virtual void ShowNotice(std::string_view text, const std::filesystem::path& folder) = 0;
   virtual void SetChecked(std::string_view action) = 0;
   virtual void BringToFront(std::string_view panel) = 0;
   virtual void ScrollToTop(std::string_view box) = 0;

@@ -1,5 +1,7 @@
 #include "shell/uLayoutCommands.h"
 
+#include <fmt/format.h>
+
 #include <system_error>
 
 #include "base/uFiles.h"
@@ -24,6 +26,7 @@ void SaveUserLayout(const TProgram& program, IControls& controls, IDialogs& dial
   TFailureList failures;
   const fs::path file = PathFromUtf8(folder) / kUserLayoutFile;
   failures.Run(file, [&] { controls.SaveLayout(file); });
+  if (failures.Empty()) controls.ShowNotice(fmt::format("Layout saved: {}", Utf8FromPath(file)), file.parent_path());
   failures.Show(dialogs, kNotSaved);
 }
 

@@ -109,8 +109,12 @@ void ZoomNavigatorToEvent(TShownMission& mission, std::size_t event, IMissionVie
   ZoomTo(mission, DateTimeOf(DrawableStart(mission.Events.StartTime), shown.GetStartTime()), ms / kMsPerDay, views);
 }
 
+void ZoomNavigatorToTime(TShownMission& mission, double time, IMissionViews& views) {
+  ZoomTo(mission, time, 0, views);
+}
+
 void ZoomNavigatorToReading(TShownMission& mission, const TDataset& table, std::size_t row, IMissionViews& views) {
-  if (const auto time = ReadingTime(table, row)) ZoomTo(mission, *time, 0, views);
+  if (const auto time = ReadingTime(table, row)) ZoomNavigatorToTime(mission, *time, views);
 }
 
 std::optional<double> ReadingTime(const TDataset& table, std::size_t row) {

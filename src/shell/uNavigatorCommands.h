@@ -28,9 +28,10 @@ void actNavRwdExecute(TShownMission& mission, IMissionViews& views);
 void NavigatorBandDragging(TShownMission& mission, const TTimeSpan& band, IMissionViews& views);
 void NavigatorBandResizing(TShownMission& mission, const TTimeSpan& band, IMissionViews& views);
 
-// Move the band around an event, or around a row of the sensors or the battery table. An event or row that does not
-// exist or has no time changes nothing.
+// Move the band around an event, a time, or a row of the sensors or the battery table. What does not exist or has no
+// time changes nothing.
 void ZoomNavigatorToEvent(TShownMission& mission, std::size_t event, IMissionViews& views);
+void ZoomNavigatorToTime(TShownMission& mission, double time, IMissionViews& views);
 void ZoomNavigatorToReading(TShownMission& mission, const TDataset& table, std::size_t row, IMissionViews& views);
 
 // The date-time of such a row; nothing when there is no such row or time.

@@ -22,13 +22,24 @@ namespace {
 struct TSections {
   const char* paths;
   const char* pinned;
+  const char* about;
 };
-constexpr TSections kFiles = {"FullPath", "Pinned"};
-constexpr TSections kFolders = {"FolderFullPath", "PinnedFolder"};
+constexpr TSections kFiles = {"FullPath", "Pinned", "About"};
+constexpr TSections kFolders = {"FolderFullPath", "PinnedFolder", "AboutFolder"};
+constexpr std::size_t kLongestAbout = 400;  // bytes
 
 bool MayBeListed(const std::string& path) {
   return !path.empty() && path.size() <= TRecentList::kLongestPath && PathFromUtf8(path).is_absolute() &&
          IsPlainLine(path);
+}
+
+bool MayBeShown(const std::string& about) {
+  return about.size() <= kLongestAbout && IsPlainLine(about);
+}
+
+std::string AboutIn(const TRecentList& list, const std::string& path) {
+  const auto found = std::ranges::find(list.Entries(), path, &TRecentEntry::Path);
+  return found == list.Entries().end() ? std::string() : found->About;
 }
 
 // ".." is left in place: behind a link it leads elsewhere than the text says.
@@ -42,7 +53,8 @@ fs::path Absolute(const std::string& fileName) {
 std::vector<TRecentEntry> Read(const TIniFile& ini, const TSections& sections) {
   std::vector<TRecentEntry> entries;
   for (const std::string& key : ini.Keys(sections.paths)) {
-    entries.push_back({ini.ReadString(sections.paths, key, {}), ini.ReadBool(sections.pinned, key, false)});
+    entries.push_back({ini.ReadString(sections.paths, key, {}), ini.ReadBool(sections.pinned, key, false),
+                       ini.ReadString(sections.about, key, {})});
   }
   return entries;
 }
@@ -52,18 +64,19 @@ void Write(TIniFile& ini, const TSections& sections, const std::vector<TRecentEn
     const std::string key = fmt::format("{}", i);
     ini.WriteString(sections.paths, key, entries[i].Path);
     ini.WriteBool(sections.pinned, key, entries[i].Pinned);
+    if (!entries[i].About.empty()) ini.WriteString(sections.about, key, entries[i].About);
   }
 }
 
 }  // namespace
 
-void TRecentList::Add(const std::string& path) {
+void TRecentList::Add(const std::string& path, const std::string& about) {
   if (!MayBeListed(path)) return;
-  FChanges.push_back({TChange::Added, path});
+  FChanges.push_back({TChange::Added, path, about});
   const auto found = std::ranges::find(FEntries, path, &TRecentEntry::Path);
   const bool pinned = found != FEntries.end() && found->Pinned;
   if (found != FEntries.end()) FEntries.erase(found);
-  FEntries.insert(FEntries.begin(), {path, pinned});
+  FEntries.insert(FEntries.begin(), {path, pinned, MayBeShown(about) ? about : std::string()});
   Arrange();
 }
 
@@ -87,17 +100,20 @@ void TRecentList::Take(std::vector<TRecentEntry> entries) {
   std::set<std::string> seen;
   std::erase_if(entries,
                 [&](const TRecentEntry& entry) { return !MayBeListed(entry.Path) || !seen.insert(entry.Path).second; });
+  for (TRecentEntry& entry : entries) {
+    if (!MayBeShown(entry.About)) entry.About.clear();
+  }
   FEntries = std::move(entries);
   FChanges.clear();
   Arrange();
 }
 
 TRecentList TRecentList::RepeatedOn(TRecentList other) const {
-  for (const auto& [what, path] : FChanges) {
+  for (const auto& [what, path, about] : FChanges) {
     if (what == TChange::Removed) {
       other.Remove(path);
     } else {
-      if (what != TChange::Unpinned) other.Add(path);
+      if (what != TChange::Unpinned) other.Add(path, what == TChange::Added ? about : AboutIn(other, path));
       if (what != TChange::Added) other.SetPinned(path, what == TChange::Pinned);
     }
   }
@@ -114,9 +130,9 @@ void TRecentList::Arrange() {
   });
 }
 
-void TRecentDocuments::Add(const std::string& fileName) {
+void TRecentDocuments::Add(const std::string& fileName, const std::string& about) {
   const fs::path path = Absolute(fileName);
-  Files.Add(Utf8FromPath(path));
+  Files.Add(Utf8FromPath(path), about);
   Folders.Add(Utf8FromPath(path.parent_path()));
 }
 

@@ -12,6 +12,7 @@
 struct TRecentEntry {
   std::string Path;
   bool Pinned = false;
+  std::string About = {};  // what is in the recording, a line of text; empty where that is not known
 
   bool operator==(const TRecentEntry&) const = default;
 };
@@ -23,8 +24,9 @@ class TRecentList {
   static constexpr std::size_t kLongestPath = 4096;
 
   [[nodiscard]] const std::vector<TRecentEntry>& Entries() const { return FEntries; }
-  // Puts the path first among the pinned entries if it is pinned, else first among the others.
-  void Add(const std::string& path);
+  // Puts the path first among the pinned entries if it is pinned, else first among the others. `about` replaces what
+  // was known of it.
+  void Add(const std::string& path, const std::string& about = {});
   // An unlisted path, or a pin beyond kMaxPinned, changes nothing.
   void SetPinned(const std::string& path, bool pinned);
   void Remove(const std::string& path);
@@ -38,6 +40,7 @@ class TRecentList {
   struct TChange {
     enum { Added, Pinned, Unpinned, Removed } what;
     std::string path;
+    std::string about = {};
   };
   void Arrange();
 
@@ -51,7 +54,7 @@ class TRecentDocuments {
   TRecentList Folders;
 
   // A recording was shown: it and its folder come first.
-  void Add(const std::string& fileName);
+  void Add(const std::string& fileName, const std::string& about = {});
 
   // Fills the lists from "recentdocuments.ini"; they are empty when there is none. Throws std::runtime_error when the
   // file cannot be read or nothing in it makes sense; the lists are empty then.

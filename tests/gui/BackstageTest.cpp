@@ -371,12 +371,22 @@ TEST(LoadingPanel, IsCentredKeepsTheFocusAndEmitsCancelled) {
   EXPECT_TRUE(panel.rect().contains(detail->geometry()));
   EXPECT_TRUE(detail->toolTip().contains("run.kshock")) << "the text is cut";
 
+  EXPECT_NE(window.childAt(1, 1), nullptr) << "the window is veiled";
+  auto* progress = panel.findChild<QProgressBar*>("cxProgressBar1");
+  panel.SetSteps(9);
+  panel.SetStep(0);
+  EXPECT_EQ(progress->maximum(), 0) << "busy";
+  panel.SetStep(3);
+  EXPECT_EQ(progress->maximum(), 9);
+  EXPECT_FALSE(progress->isTextVisible());
+
   QSignalSpy cancelled(&panel, &TLoadingPanel::Cancelled);
   auto* cancel = panel.findChild<QPushButton*>("btnLoadingCancel");
   EXPECT_TRUE(cancel->hasFocus());
   for (const auto key : {Qt::Key_Tab, Qt::Key_Escape, Qt::Key_Return}) QTest::keyClick(window.focusWidget(), key);
   EXPECT_EQ(cancelled.count(), 2);
   panel.hide();
+  EXPECT_EQ(window.childAt(window.width() - 1, 1), nullptr);
   EXPECT_TRUE(before.hasFocus());
 }
 

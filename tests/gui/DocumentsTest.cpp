@@ -19,6 +19,7 @@
 #include "base/uIniFile.h"
 #include "gui/common/uLogos.h"
 #include "gui/mainform/KorvexMainForm.h"
+#include "gui/ribbon/uRecentList.h"
 #include "tests/support/uThreeEvents.h"
 #include "tests/support/uWindowTest.h"
 
@@ -132,7 +133,14 @@ TEST_F(Documents, RecentFilesAndFoldersComeBackAfterARestart) {
 
   fs::remove(paths[1].toStdString());
   Start();
-  files = ShowRecent("lstRecentFiles");
+  const auto* missing = Find<QPushButton>("btnWellcomeRecent_1");
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !missing->isEnabled(); }, kPatienceMs));
+  EXPECT_TRUE(Find<QPushButton>("btnWellcomeRecent_0")->isEnabled());
+  FForm->findChild<QAction*>("actBackstage")->trigger();
+  files = Find<QTreeView>("lstRecentFiles");
+  EXPECT_TRUE(files->isVisible()) << "the page opens on the recent documents";
+  EXPECT_THAT(files->model()->index(0, TRecentModel::kAbout).data().toString().toStdString(),
+              testing::MatchesRegex("3 events · peak [0-9.]+ g.*"));
   EXPECT_TRUE(QTest::qWaitFor([&] { return Names(files).back() == "a & <b>.kshock (missing)"; }, kPatienceMs));
   EXPECT_THAT(Names(files), ElementsAre("one.kshock", testing::_));
   EXPECT_THAT(TIniFile::Load(FSettings / "recentdocuments.ini").ReadBool("Pinned", "0", false), true);

@@ -2,9 +2,11 @@
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QDesktopServices>
 #include <QMenu>
 #include <QTableView>
 #include <QToolButton>
+#include <QUrl>
 #include <algorithm>
 #include <set>
 
@@ -23,6 +25,16 @@ namespace fs = std::filesystem;
 namespace {
 
 const std::vector<std::string> kFront = {"WellcomePanel", "MainOverviewPanel", "MainShockPanel", "ReportPanel"};
+
+class TOpened : public QObject {
+  Q_OBJECT
+
+ public:
+  QUrl Last;
+
+ public slots:
+  void Open(const QUrl& url) { Last = url; }
+};
 
 class Exports : public TWindowTest {
  protected:
@@ -148,8 +160,13 @@ TEST_F(Exports, ATableIsExportedFromItsMenuAndTheGridHasTheFocusAgain) {
   const QRect place = Find("dxDockPanelSensorGridBattery")->geometry();
   Click("tabTables", "barbtnTablesExportXLSXBattery");
   EXPECT_THAT(gridShown, testing::Not(testing::Contains(true)));
-  EXPECT_EQ(Find<QLabel>("lblStatusValue")->text(), "Written: " + To("battery 1.5.xlsx"));
+  EXPECT_EQ(Find<QLabel>("lblNotice")->text(), "Written: " + To("battery 1.5.xlsx"));
   EXPECT_TRUE(battery->isVisible());
+  TOpened opened;
+  QDesktopServices::setUrlHandler("file", &opened, "Open");
+  QTest::mouseClick(Find("btnNoticeFolder"), Qt::LeftButton);
+  QDesktopServices::unsetUrlHandler("file");
+  EXPECT_EQ(opened.Last, QUrl::fromLocalFile(QString::fromStdString(FTo.string())));
   EXPECT_EQ(FForm->focusWidget(), battery);
   EXPECT_EQ(Find("dxDockPanelSensorGridBattery")->geometry(), place);
   EXPECT_THAT(FBoxes, ElementsAre("msgInformation|Excel sheet created|"));
@@ -222,7 +239,8 @@ TEST_F(Exports, DuringAnExportOnlyCancelWorks) {
   EXPECT_THAT(Seen(kFront), ElementsAre("MainOverviewPanel"));
   EXPECT_THAT(Docks(),
               ElementsAre("dxDockPanelNavigator", "dxDockPanelSensorGridTemp", "dxDockPanelSensorGridBattery"));
-  EXPECT_THAT(Seen({"dxDockPanelFilter"}), testing::SizeIs(1));
+  EXPECT_THAT(Seen({"dxDockPanelFilter", "btnNoticeFolder"}), ElementsAre("dxDockPanelFilter"));
+  EXPECT_EQ(Find<QLabel>("lblNotice")->text(), "Export cancelled");
   EXPECT_TRUE(Find("btnWellcomeOpen")->isEnabled() && Find("ChartAllSensors")->isEnabled());
   EXPECT_FALSE(Find<QAction>("actAlarmSet")->isChecked());
   EXPECT_THAT(FDialogs, testing::SizeIs(1));
@@ -241,11 +259,11 @@ TEST_F(Exports, WithoutABatteryItsExportsAreDisabledWithAReason) {
   EXPECT_TRUE(Find("barbtnTablesExportCSVSensors")->isEnabled());
   FTyped = To("s.csv");
   Click("tabTables", "barbtnTablesExportCSVSensors");
-  EXPECT_THAT(Find<QLabel>("lblStatusValue")->text().toStdString(), HasSubstr("s.csv"));
+  EXPECT_THAT(Find<QLabel>("lblNotice")->text().toStdString(), HasSubstr("s.csv"));
 
   FForm->Flow().Open(Save("three.kshock", ThreeEvents()).toStdString());
   Settle();
-  EXPECT_EQ(Find<QLabel>("lblStatusValue")->text(), "") << "it was of the other recording";
+  EXPECT_THAT(Seen({"pnlNotice"}), IsEmpty()) << "it was of the other recording";
   for (const char* button : buttons) {
     EXPECT_TRUE(Find(button)->isEnabled());
     EXPECT_FALSE(Find(button)->toolTip().contains(why));
@@ -263,3 +281,5 @@ TEST_F(Exports, ClosingTheWindowEndsTheExport) {
 }
 
 }  // namespace
+
+#include "ExportsTest.moc"

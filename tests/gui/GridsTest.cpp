@@ -4,11 +4,13 @@
 #include <QContextMenuEvent>
 #include <QMenu>
 #include <QSignalSpy>
+#include <QStandardItemModel>
 #include <QTest>
 
 #include "gui/charts/uNavigatorChart.h"
 #include "gui/charts/uSensorsChart.h"
 #include "gui/common/uGrid.h"
+#include "gui/common/uTitles.h"
 #include "tests/support/uChartHands.h"
 #include "tests/support/uThreeEvents.h"
 #include "tests/support/uWindowTest.h"
@@ -88,6 +90,28 @@ TEST_F(Grids, EveryGridCopiesItsRowsByMenuAndByCtrlC) {
       Settle();
       EXPECT_EQ(clipboard.text(), rows) << name << way;
     }
+  }
+}
+
+TEST_F(Grids, TheMarkOfAscendingValuesPointsUp) {
+  struct TOpenTitles : TTitles {
+    using TTitles::initStyleOptionForIndex;
+    using TTitles::TTitles;
+  } titles(nullptr);
+  QStandardItemModel model(1, 2);
+  titles.setModel(&model);
+  titles.setSortIndicatorShown(true);
+  const auto mark = [&titles](Qt::SortOrder order, int column) {
+    titles.setSortIndicator(0, order);
+    QStyleOptionHeaderV2 option;
+    titles.initStyleOptionForIndex(&option, column);
+    return option.sortIndicator;
+  };
+  EXPECT_EQ(mark(Qt::AscendingOrder, 0), QStyleOptionHeader::SortUp);
+  EXPECT_EQ(mark(Qt::DescendingOrder, 0), QStyleOptionHeader::SortDown);
+  EXPECT_EQ(mark(Qt::AscendingOrder, 1), QStyleOptionHeader::None);
+  for (const char* name : {"DBGrid2", "dbgShocks"}) {
+    EXPECT_NE(dynamic_cast<TTitles*>(Find<QTableView>(name).horizontalHeader()), nullptr) << name;
   }
 }
 

@@ -11,6 +11,7 @@
 #include <QTableView>
 #include <QTest>
 #include <QToolButton>
+#include <algorithm>
 #include <fstream>
 
 #include "base/uDateTime.h"
@@ -149,6 +150,13 @@ TEST_F(SettingsOfTheWindow, TheAlarmMarksWhatLiesBeyondTheLimitsInForce) {
   QTest::keySequence(FForm.get(), QKeySequence("Ctrl+Alt+A"));
   auto* panel = Find<QWidget>("pnlAlarmLimits");
   ASSERT_TRUE(panel->isVisible());
+  Find<QLineEdit>("tedA1Name")->setText("Oil & pressure");
+  const auto labels = panel->findChildren<QLabel*>();
+  const auto shows = [&labels](const char* text) {
+    return std::ranges::any_of(labels, [text](const QLabel* label) { return label->text() == text; });
+  };
+  EXPECT_TRUE(shows("Oil && pressure (A&1)") && shows("A&2"));
+  Find<QLineEdit>("tedA1Name")->setText("A1");
   Find<QAbstractButton>("chboxLoadAccAlarmFromFile")->click();
   EXPECT_TRUE(limit->isEnabled());
   EXPECT_THAT(marks("Acceleration max"), ElementsAre(2, 2, 0)) << "6 g unless changed";

@@ -87,7 +87,9 @@ class ExportCommands : public testing::Test {
     return names;
   }
   std::string WrittenIn(std::string_view name) {
-    return "text lblStatusValue \"Written: " + (FTo / name).string() + "\"; ";
+    const fs::path place = FTo / name;
+    return fmt::format("notice \"Written: {}\" in {}; ", place.string(),
+                       (place.has_extension() ? FTo : place).string());
   }
   std::string TextOf(std::string_view name) {
     const TBytes bytes = BytesOfFile(FTo / name);
@@ -112,9 +114,8 @@ class ExportCommands : public testing::Test {
 TEST_F(ExportCommands, AFolderOfEventsChangesTheWindowInThisOrderAndEndsInTheShockView) {
   EXPECT_EQ(
       Run(&E::barbtnEventsCSVAllShocksClick, FTo),
-      "ask \"Choose the folder for the CSV files\" in " + FFolder.Path().string() +
-          "; text lblStatusValue \"\"; text PnlLoadingDetail \"" + FTo.string() + "\"; hide" + kDockPanelNames +
-          "; front WellcomePanel; " + kCsvShown + "2" + kCsvInFront +
+      "ask \"Choose the folder for the CSV files\" in " + FFolder.Path().string() + "; text PnlLoadingDetail \"" +
+          FTo.string() + "\"; hide" + kDockPanelNames + "; front WellcomePanel; " + kCsvShown + "2" + kCsvInFront +
           "progress 0; messages\nprogress 1; messages\nprogress 2; messages\n" + kHidden +
           "front MainPanel; show dxDockPanelFilter; " +
           [this] {
@@ -180,18 +181,16 @@ TEST_F(ExportCommands, ATableIsWrittenWhileItsGridIsHidden) {
     };
     const std::string csv = (FTo / "t.csv").string();
     EXPECT_EQ(RunIn(table.csv, "t.csv"), asks(table.title, "CSV", table.name) + "hide " + table.grid +
-                                             "; text lblStatusValue \"\"; text PnlLoadingDetail \"" + csv + "\"; " +
-                                             kCsvShown + std::to_string(table.lines - 1) + kCsvInFront +
-                                             "progress 0; messages\n" + kHidden + "show" + kPanels + " " + table.grid +
-                                             "; " + WrittenIn("t.csv"));
+                                             "; text PnlLoadingDetail \"" + csv + "\"; " + kCsvShown +
+                                             std::to_string(table.lines - 1) + kCsvInFront + "progress 0; messages\n" +
+                                             kHidden + "show" + kPanels + " " + table.grid + "; " + WrittenIn("t.csv"));
     folder = FTo.string();
     EXPECT_EQ(LinesOf("t.csv"), table.lines) << csv;
     EXPECT_EQ(FFlow.Mission().CLDS.CurrentRow(), table.name.starts_with("Battery") ? 0U : 1U) << "its last record";
     const std::string xlsx = (FTo / "t.xlsx").string();
     EXPECT_EQ(RunIn(table.xlsx, "t.xlsx"),
-              asks(table.xlsxTitle, "XLSX", table.xlsxName) + "hide " + table.grid +
-                  "; text lblStatusValue \"\"; text PnlLoadingDetail \"" + xlsx +
-                  "\"; front WellcomePanel; text PnlLoadingMsg \"Creating XLSX File...\"; progress 0; " +
+              asks(table.xlsxTitle, "XLSX", table.xlsxName) + "hide " + table.grid + "; text PnlLoadingDetail \"" +
+                  xlsx + "\"; front WellcomePanel; text PnlLoadingMsg \"Creating XLSX File...\"; progress 0; " +
                   kCsvInFront.substr(2) +
                   "progress maximum 1; progress 0; text PnlLoadingMsg \"Creating Sheet 1 of 1\"; "
                   "messages\nprogress 1; messages\n" +
@@ -291,19 +290,21 @@ TEST_F(ExportCommands, WithoutAnEventOrASpectrumAMessageIsShownAndNothingIsWritt
 
 TEST_F(ExportCommands, CancelKeepsCompleteFilesAndRestoresTheWindow) {
   FWindow.controls.Closed = {"dxDockPanelNavigator"};
+  const std::string kCancelled = "; notice \"Export cancelled\"; ";
   int messages = 0;
   FWindow.controls.OnMessages = [&] {
     if (++messages == 3) FFlow.Cancel();  // before the second file
   };
   const std::string log = Run(&E::barbtnEventsCSVAllShocksClick, FTo);
   const std::string others = kPanels.substr(std::string_view(" dxDockPanelNavigator").size());
-  EXPECT_THAT(log, EndsWith(kHidden + "front MainPanel; show" + others + "; ")) << "but for the one that was closed";
+  EXPECT_THAT(log, EndsWith(kHidden + "front MainPanel; show" + others + kCancelled))
+      << "but for the one that was closed";
   EXPECT_THAT(Written(), ElementsAre("Mission-A17/ID-0.csv"));
   EXPECT_EQ(FFlow.RememberedFolder(), FTo.string());
   WriteFile(FTo / "b.xlsx", {1, 2});
   messages = 1;
   EXPECT_THAT(RunIn(&E::barbtnTablesExportXLSXBatteryClick, "b.xlsx"),
-              EndsWith(kHidden + "front MainPanel; show" + others + " DBGrid8; "));
+              EndsWith(kHidden + "front MainPanel; show" + others + " DBGrid8" + kCancelled));
   EXPECT_EQ(TextOf("b.xlsx"), "\1\2");
   EXPECT_EQ(Written().size(), 2U);
   messages = 3;
@@ -385,7 +386,7 @@ TEST_F(ExportCommands, PicturesShowTheChartInFrontAndAskForAFile) {
   SelectEvent(FFlow.Mission(), 2, FWindow.views);
   FWindow.log.Take();
   const std::string ask = "ask \"Save the chart image\" for ";
-  const std::string kCopied = "text lblStatusValue \"Picture copied\"; ";
+  const std::string kCopied = "notice \"Picture copied\"; ";
   const std::string jpg = " of JPG|*.jpg as jpg; ";
   const std::string first = FFolder.Path().string();
   EXPECT_EQ(Run(&E::barbtnEventsSaveChartasJPGClick, FTo / "e.jpg"),

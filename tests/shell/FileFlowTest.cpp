@@ -222,7 +222,8 @@ TEST_F(FileFlow, ADamagedFileIsShownWithAWarning) {
   EXPECT_THAT(log, testing::EndsWith("show pnlDamaged; "));
 }
 
-TEST_F(FileFlow, CancelReturnsToTheWelcomeStateWithoutAMessage) {
+TEST_F(FileFlow, CancelReturnsToTheWelcomeStateAndSaysSo) {
+  const std::string cancelled = kWelcome + "notice \"Reading cancelled\"; ";
   using TState = TFileFlow::TState;
   // While the panel paints, while the file is read, at the first and at the last step of filling.
   const std::pair<TState, const char*> moments[] = {
@@ -234,14 +235,14 @@ TEST_F(FileFlow, CancelReturnsToTheWelcomeStateWithoutAMessage) {
       if (FFlow.State() == state && before.find(at) != std::string::npos) FFlow.Cancel();
     };
     Open(FThree);
-    EXPECT_THAT(FWindow.log.Take(), testing::EndsWith(kWelcome));
+    EXPECT_THAT(FWindow.log.Take(), testing::EndsWith(cancelled));
     ExpectWelcome();
   }
   FWindow.controls.OnMessages = [] {};
   FFlow.Open(FThree);
   FFlow.Cancel();
   Finish();
-  EXPECT_THAT(FWindow.log.Take(), testing::EndsWith(kWelcome));
+  EXPECT_THAT(FWindow.log.Take(), testing::EndsWith(cancelled));
   ExpectWelcome();
   Open(FThree);
   EXPECT_TRUE(FFlow.FileShown()) << "an earlier Cancel is forgotten";

@@ -90,6 +90,22 @@ TEST_F(RecentDocuments, WhatIsSavedIsReadAgain) {
   EXPECT_THAT(Names(), ElementsAre("recentdocuments.ini")) << "empty lists are no damage";
 }
 
+TEST_F(RecentDocuments, WhatIsKnownOfARecordingStaysUntilItIsShownAgain) {
+  FRecent.Add("/a", "Trip [1]; 3 events");
+  FRecent.Add("/b", std::string(500, 'x'));
+  FRecent.Save(FFile);
+  TRecentDocuments other;
+  other.Load(FFile);
+  FRecent.Files.SetPinned("/a", true);
+  FRecent.Save(FFile);
+  other.Add("/b", "2 events");
+  other.Save(FFile);
+  FRecent.Load(FFile);
+  EXPECT_THAT(FRecent.Files.Entries(),
+              ElementsAre(TRecentEntry{"/a", true, "Trip [1]; 3 events"}, TRecentEntry{"/b", false, "2 events"}));
+  EXPECT_EQ(FRecent.Folders.Entries()[0].About, "");
+}
+
 TEST_F(RecentDocuments, TwoWindowsKeepWhatTheOtherChanged) {
   for (const char* path : {"/d/1", "/d/2", "/d/3", "/d/4"}) FRecent.Add(path);
   FRecent.Files.SetPinned("/d/4", true);

@@ -124,9 +124,10 @@ TEST_F(SettingsFolder, ALayoutThatCannotBeSavedOrLoadedIsReported) {
   SaveUserLayout(FProgram, FWindow.controls, FWindow.dialogs);
   LoadUserLayout(FProgram, TView::Shock, FWindow.controls, FWindow.dialogs);
   LoadDefaultLayout(FProgram, TView::Overview, FWindow.controls);
+  const std::string folder = FFolder.Path().string();
   EXPECT_EQ(FWindow.log.Take(),
-            "save layout user-layout.ini; box \"There is no user layout yet.\" Save one first.; designed layout; " +
-                overview);
+            "save layout user-layout.ini; notice \"Layout saved: " + folder + "/user-layout.ini\" in " + folder +
+                "; box \"There is no user layout yet.\" Save one first.; designed layout; " + overview);
   Touch({"default-layout.ini", "user-layout.ini"});
   FWindow.controls.Unusable = {"default-layout.ini", "user-layout.ini"};
   const std::string file = (FFolder / "user-layout.ini").string();

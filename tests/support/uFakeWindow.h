@@ -66,6 +66,9 @@ class TFakeControls final : public IControls {
   }
   [[nodiscard]] bool IsVisible(std::string_view control) const override { return !Closed.contains(control); }
   void SetText(std::string_view control, std::string_view text) override { FLog.Add("text {} \"{}\"", control, text); }
+  void ShowNotice(std::string_view text, const std::filesystem::path& folder) override {
+    FLog.Add("notice \"{}\"{}", text, folder.empty() ? "" : " in " + folder.string());
+  }
   void SetChecked(std::string_view action) override { FLog.Add("check {}", action); }
   void BringToFront(std::string_view panel) override { FLog.Add("front {}", panel); }
   void ScrollToTop(std::string_view box) override { FLog.Add("top {}", box); }

@@ -26,6 +26,28 @@ QString InWords(TCellImage image) {
   }
 }
 
+// What the title does not say, by the field's key; sensors say their unit.
+constexpr std::pair<std::string_view, const char*> kMeanings[] = {
+    {"ID", "Number of the row in the recording, from 0"},
+    {"Timestamp", "As recorded, without conversion between time zones"},
+    {"Acceleration max", "Largest of |x|, |y|, |z| and √(x² + y² + z²), in g"},
+    {"ToT total",
+     "Time over threshold in ms: all intervals from the sample that reaches the switch-on level\n"
+     "to the sample that falls below the switch-off level"},
+    {"ToT max", "Time over threshold in ms: the longest interval"},
+    {"IoT total", "Integral over threshold in g·ms: area between √(x² + y² + z²) and the switch-on level"},
+    {"IoT max", "Integral over threshold in g·ms: the largest closed run"},
+    {"Dew Point", "In °C, from the temperature and the humidity of the humidity sensor"},
+};
+
+QString MeaningOf(const std::string& field) {
+  for (const auto& [key, meaning] : kMeanings) {
+    if (key == field) return QObject::tr(meaning);
+  }
+  const TQuantityRow* sensor = FindQuantity(&TQuantityRow::field, field);
+  return sensor == nullptr || sensor->unit.empty() ? QString() : QObject::tr("In %1").arg(QtText(sensor->unit));
+}
+
 }  // namespace
 
 DatasetTableModel::DatasetTableModel(QObject* parent)
@@ -118,6 +140,10 @@ QVariant DatasetTableModel::headerData(int section, Qt::Orientation orientation,
   if (orientation == Qt::Vertical || FTable == nullptr || section < 0 || section >= columnCount()) return {};
   const TField& field = FTable->Fields()[FFields[static_cast<std::size_t>(section)]];
   if (role == Qt::DisplayRole) return QtText(field.Label);
-  if (role == Qt::ToolTipRole) return Qt::convertFromPlainText(ShownText(field.Label, kLongestTip));
+  if (role == Qt::ToolTipRole) {
+    const QString meaning = MeaningOf(field.Key);
+    const QString title = ShownText(field.Label, kLongestTip);
+    return Qt::convertFromPlainText(meaning.isEmpty() ? title : title + "\n" + meaning);
+  }
   return {};
 }

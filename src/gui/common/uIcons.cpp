@@ -11,6 +11,11 @@ static void RegisterIcons() {
   Q_INIT_RESOURCE(icons);
 }
 
+QIcon ProgramIcon() {
+  RegisterIcons();
+  return QIcon(":/shockscope.svg");
+}
+
 QIcon Icon(const QString& name) {
   return Icon(name, IsDark(QGuiApplication::palette()));
 }

@@ -8,3 +8,5 @@
 // program: throws std::logic_error.
 QIcon Icon(const QString& name);
 QIcon Icon(const QString& name, bool onDark);
+// Of the windows; not of the theme.
+QIcon ProgramIcon();

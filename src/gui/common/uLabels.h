@@ -6,6 +6,14 @@
 // A label in bold.
 QLabel* MakeTitle(const QString& text, QWidget* parent);
 
+// A caption with a key. It asks for more than the base measures: the underlined letter is drawn without kerning.
+class TKeyLabel : public QLabel {
+ public:
+  using QLabel::QLabel;
+  [[nodiscard]] QSize sizeHint() const override { return QLabel::sizeHint() + QSize(4, 0); }
+  [[nodiscard]] QSize minimumSizeHint() const override { return QLabel::minimumSizeHint() + QSize(4, 0); }
+};
+
 // A line of plain text. Text that is too long is cut in the middle and shown whole in the tool tip.
 class TElidedLabel : public QLabel {
   Q_OBJECT

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "gui/common/uIcons.h"
+#include "gui/common/uTitles.h"
 
 namespace {
 
@@ -50,6 +51,8 @@ QString CopySelectedRows(const QTableView& grid) {
 
 TRowGrid::TRowGrid(const QString& name, const QString& title, QWidget* parent)
     : QTableView(parent), FCopy(new QAction(Icon("edit-copy"), tr("&Copy"), this)), FMenu(new QMenu(this)) {
+  setHorizontalHeader(new TTitles(this));
+  horizontalHeader()->setSectionsClickable(true);
   setObjectName(name);
   setAccessibleName(title);
   setSelectionBehavior(SelectRows);

@@ -16,6 +16,7 @@
 #include "gui/charts/uSensorsChart.h"
 #include "gui/common/uGrid.h"
 #include "gui/common/uGuard.h"
+#include "gui/common/uIcons.h"
 #include "gui/common/uQtText.h"
 #include "gui/filter/uFilterChip.h"
 #include "gui/filter/uFilterPanel.h"
@@ -25,6 +26,7 @@
 #include "gui/mainform/uControls.h"
 #include "gui/mainform/uMainParts.h"
 #include "gui/mainform/uMissionViews.h"
+#include "gui/mainform/uNotice.h"
 #include "gui/mainform/uSettingsBinder.h"
 #include "gui/overview/uOverviewPanel.h"
 #include "gui/platform/uDialogs.h"
@@ -96,6 +98,7 @@ void TKorvexMainForm::ConnectFiles() {
     if (FFlow->Busy()) return;
     FParts->backstage->SetCurrentFolder(
         FFlow->FileName().empty() ? QString() : QFileInfo(QtText(FFlow->FileName())).absolutePath());
+    FParts->backstage->SelectPage("backstageRecent");
     FParts->backstage->show();
   });
   FParts->backstage->SetVersion(QtText(FProgram.version));
@@ -105,6 +108,9 @@ void TKorvexMainForm::ConnectFiles() {
     panel->installEventFilter(this);
   }
   connect(FParts->loading, &TLoadingPanel::Cancelled, this, [this] { FFlow->Cancel(); });
+  connect(FParts->notice, &TNotice::OpenFailed, this, [this](const QString& folder) {
+    FDialogs->ShowMessage(Utf8(tr("The folder cannot be opened.")), Utf8(folder));
+  });
   connect(FParts->welcome, &TWellcomePanel::OpenFailed, this, [this](const QString& path) {
     FDialogs->ShowMessage(Utf8(tr("This document cannot be opened.")),
                           Utf8(tr("%1\nThe desktop has no program for it.").arg(path)));
@@ -246,6 +252,7 @@ void TKorvexMainForm::Select(std::size_t event) {
 }
 
 void TKorvexMainForm::FormCreate() {
+  setWindowIcon(ProgramIcon());
   setWindowIconText(QtText(kApplicationTitle));
   for (const auto& [name, caption, file] : UserManual(FProgram)) {
     FParts->welcome->AddUserManualIcon(QtText(name), QtText(caption), QtText(file));

@@ -14,6 +14,7 @@ class TFileFlow;
 class TKorvexMainForm;
 struct TMainParts;
 struct TProgram;
+struct TShownMission;
 
 // What commands act on. The window owns everything.
 struct TCommandTargets {
@@ -34,24 +35,34 @@ inline constexpr unsigned kView = 4;         // checkable; one of these is check
 inline constexpr unsigned kKept = 8;         // checkable; the settings keep it, and every change of its state calls
 inline constexpr unsigned kOn = 16;          // the state of a kept one at first
 inline constexpr unsigned kOfChart = 32;     // the group says which chart is meant, where the action stands alone
-inline constexpr unsigned kOfEvents = 64;    // disabled while no event is shown
-inline constexpr unsigned kOfBattery = 512;  // disabled while the recording has no battery channel
-inline constexpr unsigned kPanel = 128;      // shows and hides the dock panel of that name: the panel's own action
-inline constexpr unsigned kAgain = 256;      // another button of an action that an earlier row makes
+inline constexpr unsigned kOfEvents = 64;    // one of Needs()
+inline constexpr unsigned kOfBattery = 512;  // one of Needs(), as kOfEvents
+inline constexpr unsigned kOfAnyEvents = 1024;
+inline constexpr unsigned kOfFile = 2048;  // disabled until a recording is opened
+inline constexpr unsigned kPanel = 128;    // shows and hides the dock panel of that name: the panel's own action
+inline constexpr unsigned kAgain = 256;    // another button of an action that an earlier row makes
 }  // namespace command
 
 // Properties of actions. The settings keep the state of such an action: it can be executed while its group is hidden,
 // but not by its shortcut.
 inline constexpr auto kKeptBySettings = "keptBySettings";
-inline constexpr auto kNeedsEvents = "needsEvents";
-inline constexpr auto kNeedsBattery = "needsBattery";
+// The traits of the action's row.
+inline constexpr auto kTraits = "traits";
+
+// What a command needs of the shown mission; `why` says what is missing, in the tool tip of the disabled command.
+struct TNeed {
+  unsigned trait;
+  std::string_view why;
+  bool (*met)(const TShownMission& mission);
+};
+std::span<const TNeed> Needs();
 
 struct TCommand {
   const char* action;
   const char* button = nullptr;  // none: keys, a menu or another page alone
   const char* group = nullptr;   // of the ribbon
   const char* caption = "";
-  const char* tip = "";
+  const char* tip = "";  // what the caption does not say
   const char* icon = "";
   const char* keys = "";
   unsigned traits = 0;

@@ -17,6 +17,7 @@
 #include "gui/mainform/KorvexMainForm.h"
 #include "gui/mainform/uCommandTable.h"
 #include "gui/mainform/uMainParts.h"
+#include "gui/mainform/uNotice.h"
 #include "gui/ribbon/uBackstage.h"
 #include "gui/ribbon/uRibbon.h"
 #include "gui/ribbon/uRibbonGroup.h"
@@ -43,10 +44,16 @@ struct TMenuRow {
   std::vector<const char*> openers;  // actions that open it
 };
 
-// Gives a command that may be disabled while its group is shown a tool tip that says why.
-void ShowWhyDisabled(QAction* action, std::string_view why) {
+// The tool tip of a disabled command says why. A command without a need is disabled while its group is hidden, which
+// shows no tip, and while a recording is read.
+void ShowWhyDisabled(QAction* action, unsigned traits) {
+  QString why = (traits & kOfFile) != 0 ? QObject::tr("no recording was opened, or one is being read")
+                                        : QObject::tr("a recording is being read");
+  for (const TNeed& need : Needs()) {
+    if ((traits & need.trait) != 0) why = QtText(need.why);
+  }
   const QString enabledTip = action->toolTip();
-  const QString disabledTip = QString("%1\n%2").arg(enabledTip, QObject::tr("Not available: %1").arg(QtText(why)));
+  const QString disabledTip = QString("%1\n%2").arg(enabledTip, QObject::tr("Not available: %1").arg(why));
   QObject::connect(action, &QAction::enabledChanged, action, [action, enabledTip, disabledTip](bool enabled) {
     action->setToolTip(enabled ? enabledTip : disabledTip);
   });
@@ -72,15 +79,15 @@ QAction* MakeAction(const TCommandTargets& targets, const TCommand& row, const T
   if (*row.tip != '\0') action->setToolTip(QObject::tr(row.tip));
   action->setCheckable((row.traits & (kCheckable | kView | kKept)) != 0);
   action->setChecked((row.traits & kOn) != 0);
-  if ((row.traits & kOfEvents) != 0) action->setProperty(kNeedsEvents, true);
-  if ((row.traits & kOfBattery) != 0) {
-    action->setProperty(kNeedsBattery, true);
-    ShowWhyDisabled(action, kNoBattery);
-  }
+  action->setProperty(kTraits, row.traits);
+  ShowWhyDisabled(action, row.traits);
+  if ((row.traits & kOfFile) != 0) action->setEnabled(false);
   if ((row.traits & kKept) != 0) {
     action->setProperty(kKeptBySettings, true);
     row.execute(targets, action->isChecked());
   }
+  // What the last command wrote is not said beside this one.
+  QObject::connect(action, &QAction::triggered, targets.parts.notice, &TNotice::Clear);
   Connect(action, targets, row);
   return action;
 }
@@ -89,6 +96,7 @@ QAction* ActionOf(const TCommandTargets& targets, const TCommand& row, const TRi
   if ((row.traits & kAgain) != 0) return targets.form.findChild<QAction*>(row.action);
   QAction* action = (row.traits & kPanel) != 0 ? targets.form.findChild<QDockWidget*>(row.action)->toggleViewAction()
                                                : MakeAction(targets, row, group);
+  if ((row.traits & kPanel) != 0) action->setToolTip(QObject::tr(row.tip));
   if (*row.icon != '\0') action->setIcon(Icon(row.icon));
   if (*row.keys != '\0') action->setShortcut(QKeySequence(row.keys));
   targets.form.addAction(action);

@@ -8,11 +8,13 @@
 #include <QScrollBar>
 #include <QStackedWidget>
 #include <QToolButton>
+#include <algorithm>
 
 #include "gui/common/uLogos.h"
 #include "gui/mainform/uCommandTable.h"
 #include "gui/mainform/uLayouts.h"
 #include "gui/mainform/uMainParts.h"
+#include "gui/mainform/uNotice.h"
 #include "gui/platform/uTaskbarProgress.h"
 #include "gui/ribbon/uBackstage.h"
 #include "gui/ribbon/uBackstagePages.h"
@@ -71,9 +73,10 @@ void TControls::SetVisible(std::string_view control, bool visible) {
 
 bool TControls::CanExecute(const QAction& action) const {
   if (!HasShownGroup(action)) return false;
-  if (action.property(kNeedsEvents).toBool()) return FMission != nullptr && FMission->CLDS.RecordCount() > 0;
-  if (action.property(kNeedsBattery).toBool()) return FMission != nullptr && !FMission->Tables.Battery.Fields().empty();
-  return true;
+  const unsigned traits = action.property(kTraits).toUInt();
+  return std::ranges::all_of(Needs(), [&](const TNeed& need) {
+    return (traits & need.trait) == 0 || (FMission != nullptr && need.met(*FMission));
+  });
 }
 
 void TControls::SetEnabled(std::string_view control, bool enabled) {
@@ -98,6 +101,10 @@ void TControls::SetText(std::string_view control, std::string_view text) {
   } else {
     NamedChild<QLabel>(FWindow, control).setText(QtText(text));
   }
+}
+
+void TControls::ShowNotice(std::string_view text, const std::filesystem::path& folder) {
+  FParts.notice->ShowText(QtText(text), folder);
 }
 
 void TControls::SetChecked(std::string_view action) {
@@ -192,8 +199,10 @@ void TControls::CloseWindow() {
   QMetaObject::invokeMethod(&FWindow, &QWidget::close, Qt::QueuedConnection);
 }
 
-void TControls::UpdateEventCommands() {
+void TControls::UpdateCommands() {
+  unsigned needs = 0;
+  for (const TNeed& need : Needs()) needs |= need.trait;
   for (QAction* action : FWindow.actions()) {
-    if (action->property(kNeedsEvents).toBool()) action->setEnabled(CanExecute(*action));
+    if ((action->property(kTraits).toUInt() & needs) != 0) action->setEnabled(CanExecute(*action));
   }
 }

@@ -34,6 +34,7 @@ class TControls final : public IControls {
   void SetEnabled(std::string_view control, bool enabled) override;
   [[nodiscard]] bool IsVisible(std::string_view control) const override;
   void SetText(std::string_view control, std::string_view text) override;
+  void ShowNotice(std::string_view text, const std::filesystem::path& folder) override;
   void SetChecked(std::string_view action) override;
   void BringToFront(std::string_view panel) override;
   void ScrollToTop(std::string_view box) override;
@@ -58,7 +59,7 @@ class TControls final : public IControls {
   // Decides which commands are enabled: some need an event that passes the filter, some a battery. Nothing: no mission.
   void SetMission(const TShownMission* mission) { FMission = mission; }
   // Call when other events pass the filter.
-  void UpdateEventCommands();
+  void UpdateCommands();
 
  private:
   [[nodiscard]] bool CanExecute(const QAction& action) const;

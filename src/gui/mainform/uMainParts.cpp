@@ -15,6 +15,7 @@
 #include "gui/filter/uFilterChip.h"
 #include "gui/filter/uFilterPanel.h"
 #include "gui/mainform/uLayouts.h"
+#include "gui/mainform/uNotice.h"
 #include "gui/overview/uOverviewPanel.h"
 #include "gui/platform/uTaskbarProgress.h"
 #include "gui/report/uReportPanel.h"
@@ -65,7 +66,7 @@ TMainParts::TMainParts(QMainWindow& window)
   filter->hide();
   MakeCentre(window);
   MakeStatusBar(window);
-  loading = new TLoadingPanel(window.centralWidget());
+  loading = new TLoadingPanel(&window);
   backstage = new TBackstage(&window);
   backstage->AddPage("backstageSettings", QObject::tr("Settings"), "settings-configure", new TSettingsPage(*logos));
   backstage->AddPage("backstageRecent", QObject::tr("Recent"), "chronometer", recent);
@@ -124,7 +125,9 @@ void TMainParts::MakeStatusBar(QMainWindow& window) {
   statusValue = MakeStatusLabel(bar, "lblStatusValue");
   statusEvents = new TFilterChip(bar);
   statusFile = MakeStatusLabel(bar, "lblStatusFile");
+  notice = new TNotice(statusHint, bar);
   bar->addWidget(statusHint);
+  bar->addWidget(notice, 2);
   bar->addWidget(statusValue, 1);
   bar->addPermanentWidget(statusEvents);
   bar->addPermanentWidget(statusFile);

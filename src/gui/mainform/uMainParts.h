@@ -17,6 +17,7 @@ class TLoadingPanel;
 class TLogos;
 class TMainOverviewPanel;
 class TMainShockPanel;
+class TNotice;
 class TRecentFiles;
 class TRecentPage;
 class TReportPanel;
@@ -46,6 +47,7 @@ struct TMainParts {
   TLayouts* layouts;
   QFrame* damaged;            // says that the shown recording is damaged
   QLabel* statusHint;         // what the mouse can do where it is
+  TNotice* notice;            // what was written, in place of the hint
   QLabel* statusValue;        // the value under the pointer
   TFilterChip* statusEvents;  // how many events
   QLabel* statusFile;         // the file and its state

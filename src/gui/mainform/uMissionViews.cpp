@@ -19,9 +19,11 @@
 #include "gui/filter/uFilterPanel.h"
 #include "gui/mainform/uControls.h"
 #include "gui/mainform/uMainParts.h"
+#include "gui/mainform/uNotice.h"
 #include "gui/mainform/uViewOutput.h"
 #include "gui/overview/uOverviewPanel.h"
 #include "gui/report/uReportPanel.h"
+#include "gui/settings/uAlarmLimitsPanel.h"
 #include "gui/shock/uShockPanel.h"
 #include "shell/uSettingsCommands.h"
 
@@ -40,6 +42,7 @@ void TMissionViews::EmptyGridsAndCharts() {
   FParts.report->Clear();
   FParts.filter->SetMission(nullptr);
   FParts.statusEvents->Clear();
+  FParts.notice->Clear();
   for (QLabel* label : {FParts.statusValue, FParts.statusFile}) label->clear();
 }
 
@@ -106,6 +109,7 @@ void TMissionViews::ShowInCharts(const TDisplaySettings& display) {
   FParts.overview->Chart1()->SetMasks(masks);
   FParts.shock->SetMasks(masks);
 
+  FParts.alarmLimits->ShowAnalogNames(display.analogNames);
   TSensorsChart& sensors = *FParts.overview->ChartAllSensors();
   std::map<std::string, TLimits> limits;
   for (std::size_t i = 0; i < kColouredSensors.size(); ++i) {
@@ -195,7 +199,7 @@ void TMissionViews::ShowFilter(const TShownMission& mission) {
     chart->SetVisibleEvents(mission.CLDS.ShownRows());
   }
   FParts.filter->ShowFilter();
-  FControls.UpdateEventCommands();
+  FControls.UpdateCommands();
 }
 
 void TMissionViews::ShowSelectedEvent(std::optional<std::size_t> event) {

@@ -63,6 +63,11 @@ void RenderView(QWidget& view, QPagedPaintDevice& device) {
   painter.drawImage(QRectF(page.topLeft(), size), picture);
 }
 
+// Of the file, without its extension.
+QString RecordingName(TKorvexMainForm& form) {
+  return QtText(Utf8FromPath(PathFromUtf8(form.Flow().FileName()).stem()));
+}
+
 void Output(TKorvexMainForm& form, QPagedPaintDevice& device) {
   QWidget& shown = form.View(form.Flow().View());
   if (const auto* report = qobject_cast<const TReportPanel*>(&shown)) {
@@ -78,6 +83,8 @@ void Output(TKorvexMainForm& form, QPagedPaintDevice& device) {
 void PrintView(TKorvexMainForm& form) {
   if (!form.Flow().FileShown()) return;
   QPrinter printer(QPrinter::HighResolution);
+  printer.setDocName(RecordingName(form));
+  printer.setCreator(QObject::tr("ShockScope"));
   QPrintDialog dialog(&printer, &form);
   dialog.setObjectName("dlgPrint");
   if (dialog.exec() == QDialog::Accepted) Output(form, printer);
@@ -85,13 +92,14 @@ void PrintView(TKorvexMainForm& form) {
 
 void SaveViewAsPdf(TKorvexMainForm& form, TExportCommands& exports) {
   const std::string title = Utf8(QObject::tr("Save the view as PDF"));
-  const std::string name = Utf8FromPath(PathFromUtf8(form.Flow().FileName()).stem());
-  exports.Save({title, {}, name, "PDF|*.pdf", "pdf"}, "The view could not be written.", [&form] {
+  exports.Save({title, {}, Utf8(RecordingName(form)), "PDF|*.pdf", "pdf"}, "The view could not be written.", [&form] {
     QBuffer pdf;  // a writer into a file does not report a full disk
     pdf.open(QIODevice::WriteOnly);
     {
       QPdfWriter writer(&pdf);
       writer.setPageSize(QPageSize(QPageSize::A4));
+      writer.setTitle(RecordingName(form));
+      writer.setCreator(QObject::tr("ShockScope"));
       Output(form, writer);
     }
     return pdf.data().toStdString();

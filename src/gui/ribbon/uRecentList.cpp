@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QPalette>
+#include <QStyledItemDelegate>
 #include <QTextDocument>
 #include <algorithm>
 #include <filesystem>
@@ -41,12 +42,24 @@ QIcon PinIcon(bool pinned) {
   return faint;
 }
 
+// A sentence is cut at its end, unlike a path.
+class TCutAtEnd final : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+ protected:
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+    QStyledItemDelegate::initStyleOption(option, index);
+    option->textElideMode = Qt::ElideRight;
+  }
+};
+
 }  // namespace
 
 void TRecentModel::SetEntries(const std::vector<TRecentEntry>& entries) {
   beginResetModel();
   FRows.clear();
-  for (const TRecentEntry& entry : entries) FRows.push_back({QtText(entry.Path), entry.Pinned});
+  for (const TRecentEntry& entry : entries) FRows.push_back({QtText(entry.Path), entry.Pinned, QtText(entry.About)});
   endResetModel();
 }
 
@@ -83,6 +96,7 @@ int TRecentModel::columnCount(const QModelIndex& parent) const {
 QVariant TRecentModel::ToolTip(const TRow& row, int column) const {
   if (column == kPin) return row.Pinned ? tr("Unpin (P)") : tr("Keep in the list (P)");
   if (column == kRemove) return tr("Remove from the list (Del)");
+  if (column == kAbout) return Qt::convertFromPlainText(row.About);
   const QString path = QDir::toNativeSeparators(row.Path);
   return Qt::convertFromPlainText(FMissing.contains(row.Path) ? tr("%1\nIt is not there.").arg(path) : path);
 }
@@ -93,6 +107,7 @@ QVariant TRecentModel::data(const QModelIndex& index, int role) const {
   switch (role) {
     case Qt::DisplayRole:
       if (index.column() == kName) return isMissing ? tr("%1 (missing)").arg(NameOf(row.Path)) : NameOf(row.Path);
+      if (index.column() == kAbout) return row.About;
       return index.column() == kWhere ? FolderOf(row.Path) : QVariant();
     case Qt::DecorationRole:
       if (index.column() == kPin) return PinIcon(row.Pinned);
@@ -112,7 +127,7 @@ QVariant TRecentModel::data(const QModelIndex& index, int role) const {
 
 QVariant TRecentModel::headerData(int section, Qt::Orientation orientation, int role) const {
   if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
-  const QString titles[] = {QString(), tr("Name"), tr("Folder"), QString()};
+  const QString titles[] = {QString(), tr("Name"), tr("Contents"), tr("Folder"), QString()};
   return section >= 0 && section < kColumns ? titles[section] : QString();
 }
 
@@ -125,6 +140,7 @@ TRecentListView::TRecentListView(const QString& objectName, const QString& acces
   setUniformRowHeights(true);
   setAllColumnsShowFocus(true);
   setTextElideMode(Qt::ElideMiddle);
+  setItemDelegateForColumn(TRecentModel::kAbout, new TCutAtEnd(this));
   header()->setStretchLastSection(false);
   header()->setMinimumSectionSize(1);
   header()->setSectionsClickable(false);
@@ -151,13 +167,18 @@ void TRecentListView::FitColumns() {
   const int edge = std::max(22, fontMetrics().height());
   setIconSize({edge * 3 / 4, edge * 3 / 4});
   for (const int column : {TRecentModel::kPin, TRecentModel::kRemove}) header()->resizeSection(column, edge * 3 / 2);
-  header()->resizeSection(TRecentModel::kName, fontMetrics().averageCharWidth() * 40);
+  header()->resizeSection(TRecentModel::kName, fontMetrics().averageCharWidth() * 28);
+  header()->resizeSection(TRecentModel::kAbout, fontMetrics().averageCharWidth() * 48);
 }
 
 void TRecentListView::ShowEntries(const std::vector<TRecentEntry>& entries) {
   const QString current = currentIndex().isValid() ? FModel->Path(currentIndex().row()) : QString();
   const int before = currentIndex().row();
   FModel->SetEntries(entries);
+  // Nothing is known of folders.
+  header()->setSectionHidden(TRecentModel::kAbout, std::ranges::all_of(entries, [](const TRecentEntry& entry) {
+                               return entry.About.empty();
+                             }));
   const int listed = FModel->RowOf(current);
   const int row = std::min(listed >= 0 ? listed : before, FModel->rowCount() - 1);
   if (row >= 0) setCurrentIndex(FModel->index(row, TRecentModel::kName));

@@ -1,5 +1,6 @@
-// A list of recent files or folders with pin, name, folder and a remove button. Enter or a click on a name chooses it,
-// P or a click on the pin pins it, Delete or a click on the minus removes it. Missing entries are grey.
+// A list of recent files or folders with pin, name, what is known of it, folder and a remove button. Enter or a click
+// on a name chooses it, P or a click on the pin pins it, Delete or a click on the minus removes it. Missing entries are
+// grey.
 #pragma once
 
 #include <QAbstractTableModel>
@@ -16,7 +17,7 @@ class TRecentModel : public QAbstractTableModel {
  public:
   using QAbstractTableModel::QAbstractTableModel;
 
-  enum TColumn { kPin, kName, kWhere, kRemove, kColumns };
+  enum TColumn { kPin, kName, kAbout, kWhere, kRemove, kColumns };
 
   void SetEntries(const std::vector<TRecentEntry>& entries);
   void SetMissing(const QString& path, bool missing);
@@ -34,6 +35,7 @@ class TRecentModel : public QAbstractTableModel {
   struct TRow {
     QString Path;
     bool Pinned = false;
+    QString About;
   };
   [[nodiscard]] QVariant ToolTip(const TRow& row, int column) const;
 

@@ -11,6 +11,7 @@
 #include "base/uDateTime.h"
 #include "gui/common/uBackgroundTask.h"
 #include "gui/common/uQtText.h"
+#include "gui/common/uTitles.h"
 
 namespace {
 
@@ -75,6 +76,8 @@ void TRecordingModel::sort(int column, Qt::SortOrder order) {
 
 TRecordingList::TRecordingList(const QString& objectName, const QString& accessibleName, QWidget* parent)
     : QTreeView(parent), FModel(new TRecordingModel(this)), FTask(new TBackgroundTask(this)) {
+  setHeader(new TTitles(this));
+  header()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   setObjectName(objectName);
   setAccessibleName(accessibleName);
   setModel(FModel);

@@ -11,6 +11,7 @@
 #include <stdexcept>
 
 #include "gui/common/uTheme.h"
+#include "gui/ribbon/uKeyTips.h"
 #include "gui/ribbon/uRibbonGroup.h"
 #include "gui/ribbon/uRibbonMetrics.h"
 #include "gui/ribbon/uRibbonPage.h"
@@ -44,6 +45,7 @@ TRibbon::TRibbon(QWidget* parent)
   FBackstageAction->setShortcut(QKeySequence("Alt+F"));
   connect(FBackstageAction, &QAction::triggered, this, &TRibbon::BackstageRequested);
   addActions({FFoldAction, FBackstageAction});
+  new TKeyTips(*this);
   UpdateHeight();
 }
 

@@ -1,6 +1,6 @@
 // The ribbon: tabs over pages of groups. The first tab is the file tab: it requests the backstage and never becomes
-// current. A double click on a tab, or Ctrl+F1, folds the ribbon to its tabs; a click on a tab unfolds it. A tab
-// without visible content is hidden.
+// current. Alt shows key tips. A double click on a tab, or Ctrl+F1, folds the ribbon to its tabs; a click on a tab
+// unfolds it. A tab without visible content is hidden.
 #pragma once
 
 #include <QElapsedTimer>

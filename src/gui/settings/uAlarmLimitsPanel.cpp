@@ -4,9 +4,11 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QScreen>
+#include <QTextDocument>
 #include <algorithm>
 #include <span>
 
+#include "gui/common/uLabels.h"
 #include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
 #include "gui/settings/uCaptionKeys.h"
@@ -38,11 +40,11 @@ TAlarmLimitsPanel::TAlarmLimitsPanel(QWidget* parent) : QFrame(parent, Qt::Popup
   QString keys;
   for (const TQuantityControls& row : std::span(kQuantityControls).first<kLimitedQuantityCount>()) {
     const QString quantity = QtText(row.caption);
-    auto* label = new QLabel(WithKey(quantity, keys), this);
+    auto* label = new TKeyLabel(WithKey(quantity, keys), this);
     auto* from = MakeEdit(this, row.min, quantity, tr("minimum"));
     auto* to = MakeEdit(this, row.max, quantity, tr("maximum"));
     label->setBuddy(from);
-    label->setMinimumWidth(label->sizeHint().width());
+    FLabels.push_back(label);
     grid->addWidget(label, line, 0);
     grid->addWidget(from, line, 1);
     grid->addWidget(to, line, 2);
@@ -63,6 +65,19 @@ TAlarmLimitsPanel::TAlarmLimitsPanel(QWidget* parent) : QFrame(parent, Qt::Popup
   FProblem->setWordWrap(true);
   FProblem->hide();
   grid->addWidget(FProblem, line, 0, 1, 4);
+}
+
+void TAlarmLimitsPanel::ShowAnalogNames(std::span<const std::string, kAnalogInputs.size()> names) {
+  constexpr qsizetype kLongest = 20;  // characters
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    const QString input = QtText(kAnalogInputs[i]->sensorName);
+    const QString name = QtText(names[i]);
+    const QString key = tr(kAnalogInputs[i]->colourCaption);
+    const bool named = !name.isEmpty() && name != input;
+    QLabel& label = *FLabels[static_cast<std::size_t>(*kAnalogInputs[i]->quantity)];
+    label.setText(named ? QString("%1 (%2)").arg(ShownText(names[i], kLongest).replace("&", "&&"), key) : key);
+    label.setToolTip(named ? Qt::convertFromPlainText(name) : QString());
+  }
 }
 
 void TAlarmLimitsPanel::ShowProblem(const QString& problem) {

@@ -3,6 +3,11 @@
 #pragma once
 
 #include <QFrame>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "model/uQuantities.h"
 
 class QLabel;
 
@@ -13,6 +18,8 @@ class TAlarmLimitsPanel : public QFrame {
   explicit TAlarmLimitsPanel(QWidget* parent);
   // Below `button`, wholly on its screen.
   void OpenBelow(const QWidget& button);
+  // The names stand beside the inputs; an empty one leaves the input alone.
+  void ShowAnalogNames(std::span<const std::string, kAnalogInputs.size()> names);
   // Shows why a limit keeps its value; an empty text hides the last problem.
   void ShowProblem(const QString& problem);
 
@@ -21,5 +28,6 @@ class TAlarmLimitsPanel : public QFrame {
   void LimitRefused(const QString& why);
 
  private:
+  std::vector<QLabel*> FLabels;  // by TQuantity
   QLabel* FProblem;
 };

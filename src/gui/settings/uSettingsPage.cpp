@@ -5,9 +5,14 @@
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QLineEdit>
 #include <QScrollArea>
+#include <QVBoxLayout>
+#include <utility>
+#include <vector>
 
+#include "gui/common/uLabels.h"
 #include "gui/common/uLogos.h"
 #include "gui/common/uQtText.h"
 #include "gui/common/uWheelGuard.h"
@@ -20,7 +25,8 @@
 namespace {
 
 constexpr int kMaxTextLength = 200;  // characters
-constexpr int kTextWidth = 40;       // characters
+constexpr int kTextWidth = 30;       // characters
+constexpr int kBoxSpace = 16;        // px, between boxes
 
 struct TRow {
   std::string_view control;
@@ -38,7 +44,9 @@ void Describe(QWidget& control, const TRow& row) {
 void AddRow(QFormLayout& form, const TRow& row, QWidget* control) {
   Describe(*control, row);
   new TWheelGuard(*control);
-  form.addRow(row.caption, control);
+  auto* label = new TKeyLabel(row.caption);
+  label->setBuddy(control);
+  form.addRow(label, control);
 }
 
 void AddCheckBox(QFormLayout& form, const TRow& row) {
@@ -87,6 +95,21 @@ QFormLayout* AddBox(QLayout& layout, const QString& title) {
   return MakeForm(box);
 }
 
+// A page of boxes beside each other.
+QHBoxLayout* MakeColumns(QWidget* page) {
+  auto* columns = new QHBoxLayout(page);
+  columns->setSpacing(kBoxSpace);
+  return columns;
+}
+
+// A column of boxes above each other.
+QVBoxLayout* AddColumn(QHBoxLayout& columns) {
+  auto* column = new QVBoxLayout;
+  column->setSpacing(kBoxSpace);
+  columns.addLayout(column);
+  return column;
+}
+
 }  // namespace
 
 TSettingsPage::TSettingsPage(TLogos& logos) {
@@ -101,10 +124,13 @@ TSettingsPage::TSettingsPage(TLogos& logos) {
 
 QWidget* TSettingsPage::MakeGeneral(TLogos& logos) {
   auto* page = new QWidget;
-  auto* form = MakeForm(page);
+  auto* boxes = new QVBoxLayout(page);  // beside each other they are wider than a small window
+  boxes->setSpacing(kBoxSpace);
+  QFormLayout* form = AddBox(*boxes, tr("Reports"));
   AddText(*form, {"cxTextEditCompanyName", tr("&Company name"), tr("Stands on reports")});
   form->addRow(tr("Company logo"), new TLogoEdit(logos, TLogos::kCompany, "btnCompanyLogo", tr("company logo")));
   form->addRow(tr("Report logo"), new TLogoEdit(logos, TLogos::kReport, "btnReportLogo", tr("report logo")));
+  form = AddBox(*boxes, tr("Window"));
   AddList(*form, {"cmbSettingsDateTimeFormat", tr("&Date format"), tr("How every date is shown")}, kDateFormats);
   AddList(*form,
           {"cmbSettingsDefFileFilter", tr("Default file &filter"),
@@ -115,29 +141,38 @@ QWidget* TSettingsPage::MakeGeneral(TLogos& logos) {
   AddCheckBox(*form, {"chboxShockChartPointAbsorption", tr("Absorb &overlapping points on chart"),
                       tr("If turned on the overlapping points in the Shock Events chart will be absorbed into a bigger "
                          "point")});
+  boxes->addStretch();
   return Scrolled(page);
 }
 
 QWidget* TSettingsPage::MakeFormats() {
   using enum TQuantity;
-  constexpr TQuantity kOrder[] = {Time,  Acceleration, ToT, IoT, Temperature, Humidity, Pressure,
-                                  Light, Battery,      A1,  A2,  A3,          A4};
+  const std::pair<QString, std::vector<TQuantity>> boxes[] = {
+      {tr("Events"), {Time, Acceleration, ToT, IoT}},
+      {tr("Sensors"), {Temperature, Humidity, Pressure, Light, Battery}},
+      {tr("Analog inputs"), {A1, A2, A3, A4}}};
   auto* page = new QWidget;
-  auto* form = MakeForm(page);
+  QHBoxLayout* columns = MakeColumns(page);
   QString keys;
-  for (const TQuantity quantity : kOrder) {
-    const TQuantityControls& row = kQuantityControls[static_cast<std::size_t>(quantity)];
-    QString caption = WithKey(QtText(row.caption), keys);
-    if (!row.unit.empty()) caption += QString(" (%1)").arg(QtText(row.unit));
-    AddList(*form, {row.format, caption, QtText(row.hint)}, kDecimalMasks);
+  for (const auto& [title, quantities] : boxes) {
+    QFormLayout* form = AddBox(*columns, title);
+    for (const TQuantity quantity : quantities) {
+      const TQuantityControls& row = kQuantityControls[static_cast<std::size_t>(quantity)];
+      QString caption = WithKey(QtText(row.caption), keys);
+      if (!row.unit.empty()) caption += QString(" (%1)").arg(QtText(row.unit));
+      const QString hint = row.hint.empty() ? QString() : QtText(row.hint) + ". ";
+      AddList(*form, {row.format, caption, hint + tr("0: a digit that is always shown, #: one that may be left out")},
+              kDecimalMasks);
+    }
   }
+  columns->addStretch();
   return Scrolled(page);
 }
 
 QWidget* TSettingsPage::MakeColours() {
   auto* page = new QWidget;
-  auto* columns = new QHBoxLayout(page);
-  auto* left = new QVBoxLayout;
+  QHBoxLayout* columns = MakeColumns(page);
+  QVBoxLayout* left = AddColumn(*columns);
   AddColours(*AddBox(*left, tr("Acceleration")),
              {{"ccmbShockX", "&X"}, {"ccmbShockY", "&Y"}, {"ccmbShockZ", "&Z"}, {"ccmbShockTotal", tr("T&otal")}});
   AddColours(*AddBox(*left, tr("Axes of the sensors chart")), {{"clrgalSensorsLeftAxisI", tr("Left inner")},
@@ -145,7 +180,6 @@ QWidget* TSettingsPage::MakeColours() {
                                                                {"clrgalSensorsRightAxisI", tr("Right inner")},
                                                                {"clrgalSensorsRightAxisII", tr("Right outer")}});
   left->addStretch();
-  columns->addLayout(left);
   QFormLayout* sensors = AddBox(*columns, tr("Sensors"));
   for (const TQuantityRow* row : kColouredSensors) AddColours(*sensors, {{row->colourControl, tr(row->colourCaption)}});
   columns->addStretch();
@@ -154,9 +188,16 @@ QWidget* TSettingsPage::MakeColours() {
 
 QWidget* TSettingsPage::MakeAnalogInputs() {
   auto* page = new QWidget;
-  auto* form = MakeForm(page);
+  QHBoxLayout* columns = MakeColumns(page);
+  QFormLayout* form = AddBox(*columns, tr("Names"));
   for (const TQuantityRow* row : kAnalogInputs) {
     AddText(*form, {row->nameControl, tr("Name of %1").arg(row->colourCaption)});
   }
+  auto* where =
+      new QLabel(tr("A name stands in tables, charts, exports and the alarm limits.\n"
+                    "Without one the input keeps its name in the recording."));
+  where->setForegroundRole(QPalette::PlaceholderText);
+  form->addRow(where);
+  columns->addStretch();
   return Scrolled(page);
 }

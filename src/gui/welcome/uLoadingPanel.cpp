@@ -12,8 +12,26 @@
 
 #include "gui/common/uLabels.h"
 
+namespace {
+
+// Lies over the window, so that nothing behind the panel looks as if it could be used.
+class TVeil final : public QWidget {
+ public:
+  using QWidget::QWidget;
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QColor ground = palette().color(QPalette::Window);
+    ground.setAlphaF(0.85F);
+    QPainter(this).fillRect(rect(), ground);
+  }
+};
+
+}  // namespace
+
 TLoadingPanel::TLoadingPanel(QWidget* parent)
     : QFrame(parent),
+      FVeil(new TVeil(parent)),
       FMessage(new QLabel(this)),
       FDetail(new TElidedLabel("PnlLoadingDetail", this)),
       FProgress(new QProgressBar(this)),
@@ -26,7 +44,7 @@ TLoadingPanel::TLoadingPanel(QWidget* parent)
   // The detail is cut to the panel, it never widens it.
   FDetail->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
   FProgress->setObjectName("cxProgressBar1");
-  FProgress->setLocale(QLocale::c());
+  FProgress->setTextVisible(false);
   FProgress->setAccessibleName(tr("Progress"));
   FCancel->setObjectName("btnLoadingCancel");
   FCancel->setAutoDefault(true);  // Enter presses it
@@ -38,6 +56,7 @@ TLoadingPanel::TLoadingPanel(QWidget* parent)
   layout->addWidget(FProgress);
   layout->addWidget(FCancel, 0, Qt::AlignRight);
   connect(FCancel, &QPushButton::clicked, this, &TLoadingPanel::Cancelled);
+  FVeil->hide();
   qApp->installEventFilter(this);
   hide();
 }
@@ -53,15 +72,17 @@ void TLoadingPanel::SetDetail(const QString& detail) {
 }
 
 void TLoadingPanel::SetSteps(int steps) {
-  FProgress->setMaximum(steps);
+  FSteps = steps;
 }
 
 void TLoadingPanel::SetStep(int step) {
+  FProgress->setMaximum(step > 0 ? FSteps : 0);
   FProgress->setValue(step);
 }
 
 void TLoadingPanel::Centre() {
   const QSize room = parentWidget()->size();
+  FVeil->resize(room);
   const int width = std::max(200, std::min(room.width() - 32, 30 * fontMetrics().height()));
   const int height = std::max(sizeHint().height(), heightForWidth(width));
   setGeometry((room.width() - width) / 2, std::max(0, (room.height() - height) / 2), width, height);
@@ -114,6 +135,8 @@ void TLoadingPanel::showEvent(QShowEvent* event) {
   QFrame::showEvent(event);
   if (event->spontaneous()) return;
   Centre();
+  FVeil->raise();
+  FVeil->show();
   raise();
   QWidget* before = window()->focusWidget();  // also while a dialog is just going
   FFocusBefore = before != nullptr && !isAncestorOf(before) ? before : nullptr;
@@ -122,6 +145,7 @@ void TLoadingPanel::showEvent(QShowEvent* event) {
 
 void TLoadingPanel::hideEvent(QHideEvent* event) {
   QFrame::hideEvent(event);
+  if (!event->spontaneous()) FVeil->hide();
   if (!event->spontaneous() && FFocusBefore && window()->focusWidget() == FCancel)
     FFocusBefore->setFocus(Qt::OtherFocusReason);
 }

@@ -1,5 +1,6 @@
 // Shown over the window while a recording is read or exported: message, progress and Cancel. It is centred in its
-// parent and blocks all other input except closing the window. It only emits Cancelled; the caller hides it.
+// parent, veils the rest of it and blocks all other input except closing the window. It only emits Cancelled; the
+// caller hides it.
 #pragma once
 
 #include <QFrame>
@@ -20,7 +21,7 @@ class TLoadingPanel : public QFrame {
   void SetMessage(const QString& message);
   // The file or folder and how far it is; cut in the middle where it is too long, the whole in the tool tip.
   void SetDetail(const QString& detail);
-  // 0 steps show a busy bar without progress.
+  // Step 0 shows a busy bar without progress, as while a file is read.
   void SetSteps(int steps);
   void SetStep(int step);
 
@@ -40,6 +41,8 @@ class TLoadingPanel : public QFrame {
   [[nodiscard]] bool IsForOthers(const QObject& watched, const QEvent& event) const;
   void Centre();
 
+  QWidget* FVeil;  // the parent's, behind the panel
+  int FSteps = 0;
   QLabel* FMessage;
   TElidedLabel* FDetail;
   QProgressBar* FProgress;

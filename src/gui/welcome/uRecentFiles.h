@@ -1,9 +1,10 @@
-// The first recent files as a column of buttons; hidden if there are none.
+// The first recent files as a column of buttons; hidden if there are none. The button of a missing file is disabled.
 #pragma once
 
 #include <QWidget>
 #include <vector>
 
+#include "gui/common/uBackgroundTask.h"
 #include "shell/uRecentDocuments.h"
 
 class QPushButton;
@@ -22,12 +23,17 @@ class TRecentFiles : public QWidget {
  protected:
   void resizeEvent(QResizeEvent* event) override;
   void changeEvent(QEvent* event) override;
+  void showEvent(QShowEvent* event) override;
 
  private:
   void AddButton();
   void FitTexts();
+  // As the answers arrive: a dead network drive does not block the window.
+  void CheckPaths();
 
   static constexpr std::size_t kMost = 5;
   std::vector<QPushButton*> FButtons;  // never fewer than FPaths
   std::vector<QString> FPaths;         // of the visible buttons
+  std::vector<QString> FAbouts;        // what is in each
+  TBackgroundTask FTask{this};
 };
