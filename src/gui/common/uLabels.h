@@ -3,7 +3,7 @@
 
 #include <QLabel>
 
-// A label in bold.
+// A label in the size and weight of titles.
 QLabel* MakeTitle(const QString& text, QWidget* parent);
 
 // A line of plain text. Text that is too long is cut in the middle and shown whole in the tool tip.

@@ -67,7 +67,7 @@ TAlarmLimitsPanel::TAlarmLimitsPanel(QWidget* parent) : QFrame(parent, Qt::Popup
 
 void TAlarmLimitsPanel::ShowProblem(const QString& problem) {
   QPalette ink = palette();
-  ink.setColor(QPalette::WindowText, InkOn(palette(), QColor(0xB3261E)));
+  ink.setColor(QPalette::WindowText, InkOn(palette(), QColor(0xB3261E), kTextContrast));
   FProblem->setPalette(ink);
   FProblem->setText(problem);
   FProblem->setVisible(!problem.isEmpty());

@@ -15,6 +15,7 @@
 #include "gui/charts/uSpectrumChart.h"
 #include "gui/common/uGrid.h"
 #include "gui/common/uQtText.h"
+#include "gui/common/uTheme.h"
 #include "gui/shock/uShockValuesGrid.h"
 #include "gui/shock/uSpectrumPanel.h"
 #include "shell/uAlarmMarks.h"
@@ -64,6 +65,7 @@ TMainShockPanel::TMainShockPanel(QWidget* parent)
 
   FBelow->setObjectName("splShockEvent");
   FBelow->setChildrenCollapsible(false);
+  FBelow->setHandleWidth(kSurfaceGap);
   FBelow->addWidget(MakeEventList());
   FEventCharts->addWidget(FChart2);
   FEventCharts->addWidget(FSpectrum);
@@ -75,6 +77,7 @@ TMainShockPanel::TMainShockPanel(QWidget* parent)
   auto* splitter = new QSplitter(Qt::Vertical, this);
   splitter->setObjectName("splShock");
   splitter->setChildrenCollapsible(false);
+  splitter->setHandleWidth(kSurfaceGap);
   splitter->addWidget(FChart20);
   splitter->addWidget(FBelow);
   splitter->setSizes({380, 620});
