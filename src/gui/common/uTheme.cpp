@@ -39,7 +39,6 @@ constexpr auto kSheet = R"(
   QMainWindow::separator { background: transparent; width: 8px; height: 8px; }
   QSplitter::handle { background: transparent; }
   QToolTip { background: %surface; color: %ink; border: 1px solid %hairline; padding: 4px; }
-  QDockWidget { font-weight: 600; }
   QDockWidget::title { background: %surface; border: 1px solid %hairline; border-radius: 4px; padding: 6px 12px; }
   QStatusBar { background: %ground; color: %secondary; }
   QStatusBar::item { border: none; }
@@ -61,6 +60,7 @@ constexpr auto kSheet = R"(
   QTabBar::tab:selected { color: %ink; border-bottom-color: %accent; }
   QTabBar::tab:selected:focus { background: %tint; border: 2px solid %accent; padding: 4px 9px 5px 9px; }
 
+  QAbstractScrollArea::corner { background: transparent; border: none; }
   QScrollBar:vertical { background: transparent; width: 10px; margin: 0; }
   QScrollBar:horizontal { background: transparent; height: 10px; margin: 0; }
   QScrollBar::handle { background: %control; border-radius: 3px; margin: 2px; }
@@ -105,11 +105,13 @@ constexpr auto kSheet = R"(
   QToolButton:focus { border: 2px solid %accent; padding: 1px; }
 
   TRibbonPage { background: %surface; border: 1px solid %hairline; border-radius: 4px; }
+  TRibbonTabBar::tab { padding: 5px 6px; }
+  TRibbonTabBar::tab:selected:focus { padding: 4px 5px 5px 5px; }
   TRibbonTabBar::tab:selected { font-weight: 600; }
   TRibbonTabBar::tab:first { background: %accent; color: %surface; border-radius: 4px; margin: 2px 4px 2px 0;
                              font-weight: 600; }
   TRibbonTabBar::tab:first:hover { background: %ink; }
-  QFrame#pnlCard { background: %surface; border: 1px solid %hairline; border-radius: 4px; }
+  QFrame[surface="true"] { background: %surface; border: 1px solid %hairline; border-radius: 4px; }
   TBackstageEntry { margin: 1px 4px; padding: 5px 9px; border-left: 3px solid transparent; }
   TBackstageEntry:checked { background: transparent; border-left-color: %accent; font-weight: bold; }
   TBackstageEntry:checked:hover { background: %tint; }
