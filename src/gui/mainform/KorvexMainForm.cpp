@@ -262,9 +262,9 @@ void TKorvexMainForm::FormCreate() {
   }
   FParts->backstage->ProposeBrowsePath(QtText(FProgram.dataFolder));
   FParts->overview->ChartAllSensors()->PrepareExtraAxes();
-  ::FormCreate(FProgram, FFlow->Recent(), *FControls, *FDialogs);
   const std::string folder = FProgram.findSettingsFolder();
   if (!folder.empty()) LoadWindowPlace(*this, PathFromUtf8(folder) / kWindowPlaceFile);
+  ::FormCreate(FProgram, FFlow->Recent(), *FControls, *FDialogs);
 }
 
 void TKorvexMainForm::FormShow() {

@@ -9,8 +9,8 @@ inline constexpr auto kWindowPlaceFile = "window.ini";
 // The first start's: 85 % of the screen's free area, at most 1600 x 1000, in its middle.
 QRect FirstPlace(const QRect& freeArea);
 
-// Puts the window where the file says, if that is on a screen that exists; elsewhere, and with a file that is missing or
-// wrong, the window gets its first place.
+// Puts the window where the file says, if that is on a screen that exists; elsewhere, and with a file that is missing
+// or wrong, the window gets its first place.
 void LoadWindowPlace(QMainWindow& window, const std::filesystem::path& file);
 // Throws when the file cannot be written.
 void SaveWindowPlace(const QMainWindow& window, const std::filesystem::path& file);

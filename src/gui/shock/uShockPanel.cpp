@@ -72,7 +72,6 @@ TMainShockPanel::TMainShockPanel(QWidget* parent)
   FEventCharts->addWidget(FSpectrum);
   FBelow->addWidget(FEventCharts);
   FBelow->addWidget(FValues);
-  for (int part = 0; part < FBelow->count(); ++part) FBelow->setStretchFactor(part, 1);
   FBelow->setSizes({1000, 1000, 0});
   ConnectValues();
   auto* splitter = new QSplitter(Qt::Vertical, this);
@@ -121,7 +120,7 @@ void TMainShockPanel::TakeRoomForValues(bool visible) {
   QList<int> sizes = FBelow->sizes();
   if (visible) {
     const int room = sizes[1] - FBelow->handleWidth();
-    sizes[2] = std::min(FValuesWidth, room / 2);
+    sizes[2] = std::min({FValuesWidth, room / 2, room - FEventCharts->minimumSizeHint().width()});
     sizes[1] = room - sizes[2];
   } else {
     FValuesWidth = sizes[2];
