@@ -337,6 +337,8 @@ TEST_F(Documents, TheFrontTabIsRestoredEvenIfAllPanelsWereClosed) {
 
 TEST_F(Documents, ALayoutFileMayBeEditedByHand) {
   Start(Save("three.kshock"));
+  FForm->resize(1280, 1000);
+  Settle();
   const std::vector<QRect> designed = Places();
   Write("user-layout.ini",
         "[Panels]\n"

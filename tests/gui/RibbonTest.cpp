@@ -14,6 +14,7 @@
 #include <memory>
 
 #include "gui/common/uIcons.h"
+#include "gui/common/uTheme.h"
 #include "gui/ribbon/uRibbonGroup.h"
 
 namespace {
@@ -205,20 +206,16 @@ TEST_F(Ribbon, AButtonFollowsItsAction) {
   EXPECT_GT(button->sizeHint().width(), narrow);
 }
 
-TEST_F(Ribbon, TheLookFollowsTheProgramsPalette) {
+TEST_F(Ribbon, AToggleThatIsOnHasTheTintOfTheScheme) {
   auto* button = Find<QToolButton>("btnMeasure");
   FRibbon->SelectTab("tabShock");
   button->defaultAction()->setCheckable(true);
   button->defaultAction()->setChecked(true);
-  const QPalette before = QApplication::palette();
-  for (const QColor& colour : {QColor(Qt::red), QColor(Qt::green)}) {
-    QPalette palette = before;
-    palette.setColor(QPalette::Highlight, colour);
-    QApplication::setPalette(palette);
+  for (const auto& [scheme, tokens] : {std::pair(TScheme::Dark, kDarkTokens), {TScheme::Light, kLightTokens}}) {
+    ApplyScheme(*qApp, scheme);
     Settle();
-    EXPECT_EQ(button->grab().toImage().pixelColor(button->width() / 2, 0), colour);
+    EXPECT_EQ(button->grab().toImage().pixelColor(button->width() / 2, 1), QColor(tokens.accentTint));
   }
-  QApplication::setPalette(before);
 }
 
 }  // namespace

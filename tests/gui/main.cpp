@@ -3,11 +3,14 @@
 
 #include <QApplication>
 
+#include "gui/common/uTheme.h"
+
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
   qputenv("QT_QPA_PLATFORM", "offscreen");
   // A test answers the toolkit's own dialogs only.
   QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-  const QApplication application(argc, argv);
+  QApplication application(argc, argv);
+  ApplyScheme(application, TScheme::Light);
   return RUN_ALL_TESTS();
 }

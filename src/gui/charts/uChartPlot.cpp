@@ -226,9 +226,7 @@ void TChartPlot::paintEvent(QPaintEvent* event) {
   QCustomPlot::paintEvent(event);
   QPainter painter(this);
   PaintOver(painter);
-  if (!hasFocus()) return;
-  painter.setPen(QPen(palette().color(QPalette::Highlight), 1));
-  painter.drawRect(QWidget::rect().adjusted(0, 0, -1, -1));
+  PaintSurfaceFrame(painter, *this);
 }
 
 // The base class would replot at once, for every step of a layout.

@@ -21,8 +21,12 @@ QIcon Icon(const QString& name) {
 }
 
 QIcon Icon(const QString& name, bool onDark) {
+  return QIcon(IconFile(name, onDark));
+}
+
+QString IconFile(const QString& name, bool onDark) {
   RegisterIcons();
-  const QString path = QString(":/icons/%1/%2.svg").arg(onDark ? "dark" : "light", name);
+  QString path = QString(":/icons/%1/%2.svg").arg(onDark ? "dark" : "light", name);
   if (!QFile::exists(path)) throw std::logic_error("no such icon: " + name.toStdString());
-  return QIcon(path);
+  return path;
 }

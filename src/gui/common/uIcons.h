@@ -8,5 +8,7 @@
 // program: throws std::logic_error.
 QIcon Icon(const QString& name);
 QIcon Icon(const QString& name, bool onDark);
+// Its path, for a style sheet.
+QString IconFile(const QString& name, bool onDark);
 // Of the windows; not of the theme.
 QIcon ProgramIcon();

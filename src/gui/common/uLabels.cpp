@@ -2,11 +2,13 @@
 
 #include <QPainter>
 
+#include "gui/common/uTheme.h"
+
 QLabel* MakeTitle(const QString& text, QWidget* parent) {
   auto* label = new QLabel(text, parent);
-  QFont bold = label->font();
-  bold.setBold(true);
-  label->setFont(bold);
+  QFont title = SizedFont(label->font(), kTitleSize);
+  title.setWeight(QFont::DemiBold);
+  label->setFont(title);
   return label;
 }
 

@@ -3,7 +3,7 @@
 
 #include <QLabel>
 
-// A label in bold.
+// A label in the size and weight of titles.
 QLabel* MakeTitle(const QString& text, QWidget* parent);
 
 // A caption with a key. It asks for more than the base measures: the underlined letter is drawn without kerning.

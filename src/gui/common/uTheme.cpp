@@ -1,141 +1,203 @@
 #include "gui/common/uTheme.h"
 
 #include <QApplication>
-#include <QEvent>
+#include <QPainter>
+#include <QPainterPath>
 #include <QStyleFactory>
 #include <QWidget>
 #include <algorithm>
-#include <cmath>
+
+#include "gui/common/uIcons.h"
 
 namespace {
 
-constexpr float kMinLightness = 0.62F;  // HSL lightness below which a colour is hard to see on a dark background
-constexpr float kMaxLightness = 0.9F;
-constexpr float kStep = 0.02F;
-constexpr double kMinContrast = 4.5;  // for text, by the web's accessibility guidelines
+constexpr int kCorner = 4;     // px
+constexpr int kFocusRing = 2;  // px
 
-// Relative luminance (sRGB), 0 to 1.
-double Luminance(const QColor& colour) {
-  const auto linear = [](double part) {
-    return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-  };
-  return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
-}
-
-double Contrast(const QColor& light, const QColor& dark) {
-  return (Luminance(light) + 0.05) / (Luminance(dark) + 0.05);
-}
-
-QPalette PaletteOf(const QColor& window, const QColor& base, const QColor& text, const QColor& highlight) {
-  QPalette palette(window, window);
-  palette.setColor(QPalette::Base, base);
-  palette.setColor(QPalette::AlternateBase, IsDark(palette) ? base.lighter(118) : base.darker(103));
+QPalette PaletteOf(const TThemeTokens& tokens) {
+  const QColor ink(tokens.ink);
+  const QColor accent(tokens.accent);
+  QPalette palette(QColor(tokens.surface), QColor(tokens.ground));
+  palette.setColor(QPalette::Base, QColor(tokens.surface));
+  palette.setColor(QPalette::AlternateBase, QColor(tokens.surface));
   for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText}) {
-    palette.setColor(role, text);
-    QColor faint = text;
+    palette.setColor(role, ink);
+    QColor faint = ink;
     faint.setAlphaF(0.45F);
     palette.setColor(QPalette::Disabled, role, faint);
   }
-  QColor placeholder = text;
-  placeholder.setAlphaF(0.6F);
-  palette.setColor(QPalette::PlaceholderText, placeholder);
-  palette.setColor(QPalette::ToolTipBase, base);
-  palette.setColor(QPalette::Highlight, highlight);
-  palette.setColor(QPalette::HighlightedText, Qt::white);
-  palette.setColor(QPalette::Link, highlight);
+  palette.setColor(QPalette::PlaceholderText, QColor(tokens.secondaryInk));
+  palette.setColor(QPalette::ToolTipBase, QColor(tokens.surface));
+  palette.setColor(QPalette::Highlight, accent);
+  palette.setColor(QPalette::HighlightedText, QColor(tokens.surface));
+  palette.setColor(QPalette::Link, accent);
   return palette;
 }
 
-QString FlatSheet(const QPalette& palette) {
-  const QColor highlight = palette.color(QPalette::Highlight);
-  const auto tint = [&highlight](int percent) {
-    return QString("rgba(%1, %2, %3, %4%)")
-        .arg(highlight.red())
-        .arg(highlight.green())
-        .arg(highlight.blue())
-        .arg(percent);
+// %surface and the other names of colours are those of SheetOf.
+constexpr auto kSheet = R"(
+  QMainWindow::separator { background: transparent; width: 8px; height: 8px; }
+  QSplitter::handle { background: transparent; }
+  QToolTip { background: %surface; color: %ink; border: 1px solid %hairline; padding: 4px; }
+  QDockWidget::title { background: %surface; border: 1px solid %hairline; border-radius: 4px; padding: 6px 12px; }
+  QStatusBar { background: %ground; color: %secondary; }
+  QStatusBar::item { border: none; }
+  QStatusBar QLabel { color: %secondary; }
+
+  QAbstractItemView, QTextEdit, QPlainTextEdit {
+    background: %surface; border: 1px solid %hairline; border-radius: 4px; padding: 1px; }
+  QAbstractItemView:focus, QTextEdit:focus, QPlainTextEdit:focus { border: 2px solid %accent; padding: 0; }
+  QHeaderView { background: %surface; border: none; padding: 0; }
+  QHeaderView::section { background: %surface; color: %secondary; border: none; border-bottom: 1px solid %hairline;
+                         padding: 4px 6px; font-weight: 600; }
+  QTableCornerButton::section { background: %surface; border: none; }
+
+  QTabWidget::pane { border: none; }
+  QTabBar { qproperty-drawBase: 0; }
+  QTabBar::tab { background: transparent; color: %secondary; border: 1px solid transparent;
+                 border-bottom: 2px solid transparent; padding: 5px 10px; }
+  QTabBar::tab:hover { color: %ink; }
+  QTabBar::tab:selected { color: %ink; border-bottom-color: %accent; }
+  QTabBar::tab:selected:focus { background: %tint; border: 2px solid %accent; padding: 4px 9px 5px 9px; }
+
+  QAbstractScrollArea::corner { background: transparent; border: none; }
+  QScrollBar:vertical { background: transparent; width: 10px; margin: 0; }
+  QScrollBar:horizontal { background: transparent; height: 10px; margin: 0; }
+  QScrollBar::handle { background: %control; border-radius: 3px; margin: 2px; }
+  QScrollBar::handle:vertical { min-height: 24px; }
+  QScrollBar::handle:horizontal { min-width: 24px; }
+  QScrollBar::handle:hover { background: %secondary; }
+  QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; }
+  QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }
+
+  QPushButton, QLineEdit, QComboBox, QAbstractSpinBox {
+    background: %surface; color: %ink; border: 1px solid %control; border-radius: 4px; padding: 3px 7px; }
+  QPushButton { padding: 4px 12px; }
+  QPushButton:hover:enabled, QComboBox:hover:enabled { background: %tint; }
+  QPushButton:pressed { background: %hairline; }
+  QPushButton:default { border-color: %accent; }
+  QPushButton:disabled, QLineEdit:disabled, QComboBox:disabled, QAbstractSpinBox:disabled { border-color: %hairline;
+                                                                                            color: %secondary; }
+  QPushButton:focus { border: 2px solid %accent; padding: 3px 11px; }
+  QLineEdit:focus, QComboBox:focus, QAbstractSpinBox:focus { border: 2px solid %accent; padding: 2px 6px; }
+  QAbstractSpinBox QLineEdit, QComboBox QLineEdit { border: none; padding: 0; background: transparent; }
+  QComboBox::drop-down, QAbstractSpinBox::up-button, QAbstractSpinBox::down-button { border: none; width: 18px; }
+  QComboBox::down-arrow, QAbstractSpinBox::down-arrow { image: url(%down); width: 12px; height: 12px; }
+  QAbstractSpinBox::up-arrow { image: url(%up); width: 12px; height: 12px; }
+  QComboBox QAbstractItemView { border-radius: 0; selection-background-color: %tint; selection-color: %ink; }
+
+  QCheckBox, QRadioButton { spacing: 6px; padding: 2px; border: 2px solid transparent; border-radius: 4px; }
+  QCheckBox:focus, QRadioButton:focus { border-color: %accent; }
+  QCheckBox::indicator, QRadioButton::indicator { width: 14px; height: 14px; border: 1px solid %secondary;
+                                                  background: %surface; }
+  QCheckBox::indicator { border-radius: 3px; }
+  QRadioButton::indicator { border-radius: 8px; }
+  QCheckBox::indicator:checked { background: %accent; border-color: %accent;
+                                 image: url(%checkmark); }
+  QRadioButton::indicator:checked { background: %accent; border: 4px solid %surface; }
+  QCheckBox::indicator:disabled, QRadioButton::indicator:disabled { border-color: %hairline; }
+
+  QToolButton { background: transparent; color: %ink; border: 1px solid transparent; border-radius: 4px; padding: 2px; }
+  QToolButton:checked { background: %tint; color: %accent; }
+  QToolButton:disabled { color: %faint; }
+  QToolButton:hover:enabled { background: %tint; }
+  QToolButton:pressed { background: %hairline; }
+  QToolButton:focus { border: 2px solid %accent; padding: 1px; }
+
+  TRibbonPage { background: %surface; border: 1px solid %hairline; border-radius: 4px; }
+  TRibbonTabBar::tab { padding: 5px 6px; }
+  TRibbonTabBar::tab:selected:focus { padding: 4px 5px 5px 5px; }
+  TRibbonTabBar::tab:selected { font-weight: 600; }
+  TRibbonTabBar::tab:first { background: %accent; color: %surface; border-radius: 4px; margin: 2px 4px 2px 0;
+                             font-weight: 600; }
+  TRibbonTabBar::tab:first:hover { background: %ink; }
+  QFrame[surface="true"] { background: %surface; border: 1px solid %hairline; border-radius: 4px; }
+  TBackstageEntry { margin: 1px 4px; padding: 5px 9px; border-left: 3px solid transparent; }
+  TBackstageEntry:checked { background: transparent; border-left-color: %accent; font-weight: bold; }
+  TBackstageEntry:checked:hover { background: %tint; }
+  TBackstageEntry:focus { border: 2px solid %accent; border-left-width: 3px; padding: 4px 8px 4px 9px; }
+)";
+
+QString SheetOf(const TThemeTokens& tokens) {
+  const bool dark = IsDarkGround(tokens.surface);
+  const auto name = [](std::uint32_t rgb) { return QColor(rgb).name(); };
+  const std::pair<const char*, QString> names[] = {
+      {"%surface", name(tokens.surface)},
+      {"%ground", name(tokens.ground)},
+      {"%hairline", name(tokens.hairline)},
+      {"%ink", name(tokens.ink)},
+      {"%secondary", name(tokens.secondaryInk)},
+      {"%accent", name(tokens.accent)},
+      {"%tint", name(tokens.accentTint)},
+      {"%control", name(StandOut(tokens.hairline, tokens.surface))},  // edges of controls
+      {"%faint", name(StandOut(tokens.hairline, tokens.surface, 2))},
+      {"%down", IconFile("arrow-down", dark)},
+      {"%up", IconFile("arrow-up", dark)},
+      {"%checkmark", IconFile("checkmark", !dark)},  // on the accent colour
   };
-  return QString(R"(
-    QToolButton { background: transparent; border: 1px solid transparent; border-radius: 3px; padding: 1px; }
-    QToolButton:checked { background: %2; border-color: %4; }
-    QToolButton:hover:enabled { background: %1; }
-    QToolButton:pressed, QToolButton:checked:hover { background: %3; }
-    QToolButton:focus { border: 2px solid %4; padding: 0; }
-    TBackstageEntry { margin: 1px 4px; padding: 5px 9px; border-left-width: 3px; }
-    TBackstageEntry:checked { background: transparent; border-color: transparent; border-left-color: %4;
-                              font-weight: bold; }
-    TBackstageEntry:checked:hover { background: %1; }
-    TBackstageEntry:focus { border: 2px solid %4; border-left-width: 3px; padding: 4px 8px 4px 9px; }
-    QTabBar::tab { background: transparent; border: 1px solid transparent; border-bottom: 3px solid transparent; }
-    QTabBar::tab:hover { background: %1; }
-    QTabBar::tab:selected:!first { border-bottom-color: %4; }
-    QTabBar::tab:selected:focus { background: %2; }
-  )")
-      .arg(tint(15), tint(25), tint(40), highlight.name());
+  QString sheet = kSheet;
+  for (const auto& [placeholder, value] : names) sheet.replace(placeholder, value);
+  return sheet;
 }
-
-class TFlatLook : public QObject {
- public:
-  explicit TFlatLook(QWidget& widget) : QObject(&widget), FWidget(widget) {
-    Apply();
-    widget.installEventFilter(this);
-  }
-
- protected:
-  bool eventFilter(QObject* watched, QEvent* event) override {
-    if (event->type() == QEvent::PaletteChange) Apply();
-    return QObject::eventFilter(watched, event);
-  }
-
- private:
-  // Setting a style sheet emits PaletteChange again.
-  void Apply() {
-    const QString sheet = FlatSheet(FWidget.palette());
-    if (sheet != FWidget.styleSheet()) FWidget.setStyleSheet(sheet);
-  }
-
-  QWidget& FWidget;
-};
 
 }  // namespace
 
-void MakeFlat(QWidget& widget) {
-  // Without this, palette changes do not reach the children of a widget with a style sheet.
-  QCoreApplication::setAttribute(Qt::AA_UseStyleSheetPropagationInWidgetStyles);
-  new TFlatLook(widget);
-}
-
-QPalette LightPalette() {
-  return PaletteOf(QColor(0xEFF0F1), QColor(0xFFFFFF), QColor(0x232629), QColor(0x2980B9));
+QFont SizedFont(QFont font, double size) {
+  if (font.pointSizeF() > 0) {
+    font.setPointSizeF(font.pointSizeF() * size);
+  } else {
+    font.setPixelSize(std::max(1, qRound(font.pixelSize() * size)));
+  }
+  return font;
 }
 
 void ApplyScheme(QApplication& application, TScheme scheme) {
   // Fusion looks the same on every desktop and follows the palette in every control.
   QApplication::setStyle(QStyleFactory::create("Fusion"));
-  if (scheme == TScheme::Desktop) return;
-  application.setPalette(scheme == TScheme::Dark
-                             ? PaletteOf(QColor(0x2A2E32), QColor(0x1B1E20), QColor(0xFCFCFC), QColor(0x3D8FC7))
-                             : LightPalette());
+  const bool dark = scheme == TScheme::Dark || (scheme == TScheme::Desktop && IsDark(QApplication::palette()));
+  const TThemeTokens& tokens = dark ? kDarkTokens : kLightTokens;
+  // Without this, palette changes do not reach the children of a widget with a style sheet.
+  QCoreApplication::setAttribute(Qt::AA_UseStyleSheetPropagationInWidgetStyles);
+  QApplication::setPalette(PaletteOf(tokens));
+  application.setStyleSheet(SheetOf(tokens));
+}
+
+const TThemeTokens& TokensOf(const QPalette& palette) {
+  return IsDark(palette) ? kDarkTokens : kLightTokens;
+}
+
+QPalette LightPalette() {
+  return PaletteOf(kLightTokens);
+}
+
+QString LightStyleSheet() {
+  return SheetOf(kLightTokens);
 }
 
 bool IsDark(const QPalette& palette) {
   return palette.color(QPalette::WindowText).lightness() > palette.color(QPalette::Window).lightness();
 }
 
-QColor InkOn(const QPalette& palette, const QColor& colour) {
-  if (!IsDark(palette)) return colour;
-  float hue = 0;
-  float saturation = 0;
-  float lightness = 0;
-  float alpha = 1;
-  colour.getHslF(&hue, &saturation, &lightness, &alpha);
-  const bool grey = saturation < 0.05F;
-  QColor ink =
-      QColor::fromHslF(std::max(hue, 0.0F), saturation,
-                       grey ? std::max(1 - lightness, kMinLightness) : std::max(lightness, kMinLightness), alpha);
-  // HSL lightness overrates blue, so check the contrast.
-  while (Contrast(ink, palette.color(QPalette::Base)) < kMinContrast && ink.lightnessF() < kMaxLightness) {
-    ink.setHslF(ink.hslHueF(), ink.hslSaturationF(), ink.lightnessF() + kStep, alpha);
-  }
+QColor InkOn(const QPalette& palette, const QColor& colour, double contrast) {
+  QColor ink(StandOut(colour.rgb() & 0xFFFFFF, palette.color(QPalette::Base).rgb() & 0xFFFFFF, contrast));
+  ink.setAlphaF(colour.alphaF());
   return ink;
+}
+
+void PaintSurfaceFrame(QPainter& painter, const QWidget& widget) {
+  const TThemeTokens& tokens = TokensOf(widget.palette());
+  const QRectF rect = widget.rect();
+  QPainterPath corners;
+  corners.addRect(rect);
+  QPainterPath inside;
+  inside.addRoundedRect(rect, kCorner, kCorner);
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.fillPath(corners.subtracted(inside), QColor(tokens.ground));
+  // Half of the pen is outside its path: one device pixel, or the ring.
+  const double width = widget.hasFocus() ? kFocusRing : 1 / widget.devicePixelRatioF();
+  painter.setPen(QPen(QColor(widget.hasFocus() ? tokens.accent : tokens.hairline), width));
+  painter.setBrush(Qt::NoBrush);
+  painter.drawRoundedRect(rect.adjusted(width / 2, width / 2, -width / 2, -width / 2), kCorner, kCorner);
+  painter.restore();
 }

@@ -1,27 +1,44 @@
-// Light and dark: the palette of the program, and colours that stay readable on either.
+// Light and dark: the palette and the style sheet of the program, made from the tokens, and colours and frames that
+// fit them.
 #pragma once
 
 #include <QColor>
 #include <QPalette>
 
+#include "base/uContrast.h"
+#include "shell/uThemeTokens.h"
+
 class QApplication;
+class QFont;
+class QPainter;
 class QWidget;
 
 enum class TScheme { Desktop, Light, Dark };
 
-// Desktop keeps the palette that the desktop gave.
+// Space between surfaces and around them, in px.
+inline constexpr int kSurfaceGap = 8;
+
+// Sizes of text relative to the desktop's font.
+inline constexpr double kNumberSize = 1.5;  // a view's one number
+inline constexpr double kTitleSize = 1.15;
+inline constexpr double kCaptionSize = 0.88;  // units, captions, axis numbers
+QFont SizedFont(QFont font, double size);
+
+// Desktop is light or dark as the desktop's palette is.
 void ApplyScheme(QApplication& application, TScheme scheme);
 
-// Dark on white, for paper and images.
-QPalette LightPalette();
+const TThemeTokens& TokensOf(const QPalette& palette);
 
-// Gives the tool buttons and tabs in a widget a flat style sheet that follows the palette: highlight tints for hover,
-// pressed and checked, and a frame for the focus.
-void MakeFlat(QWidget& widget);
+// Dark on white, for paper and images. A widget that is drawn with this palette needs this style sheet, too.
+QPalette LightPalette();
+QString LightStyleSheet();
 
 // The text is lighter than the background.
 bool IsDark(const QPalette& palette);
 
-// A series colour for this palette: on a dark background dark colours are lightened with their hue kept; black becomes
-// nearly white.
-QColor InkOn(const QPalette& palette, const QColor& colour);
+// A colour as it is drawn on this palette's surfaces; text needs kTextContrast.
+QColor InkOn(const QPalette& palette, const QColor& colour, double contrast = kCurveContrast);
+
+// Over a painted widget: ground outside its rounded corners, a hairline along its edge, and a ring when it has the
+// focus.
+void PaintSurfaceFrame(QPainter& painter, const QWidget& widget);

@@ -11,6 +11,7 @@
 #include <QUrl>
 #include <tuple>
 
+#include "base/uFiles.h"
 #include "gui/charts/uEventsChart.h"
 #include "gui/charts/uNavigatorChart.h"
 #include "gui/charts/uSensorsChart.h"
@@ -28,6 +29,7 @@
 #include "gui/mainform/uMissionViews.h"
 #include "gui/mainform/uNotice.h"
 #include "gui/mainform/uSettingsBinder.h"
+#include "gui/mainform/uWindowPlace.h"
 #include "gui/overview/uOverviewPanel.h"
 #include "gui/platform/uDialogs.h"
 #include "gui/platform/uPostedMessages.h"
@@ -43,9 +45,16 @@
 #include "gui/welcome/uRecentFiles.h"
 #include "gui/welcome/uWellcomePanel.h"
 #include "shell/uExportCommands.h"
+#include "shell/uFailureList.h"
 #include "shell/uNavigatorCommands.h"
 #include "shell/uOrderingCommands.h"
 #include "shell/uSettingsCommands.h"
+
+namespace {
+
+constexpr QSize kMinWindow(900, 600);  // every view fits into it with all its panels
+
+}  // namespace
 
 TKorvexMainForm::TKorvexMainForm(TProgram program, std::function<std::uint64_t()> memoryBound)
     : FProgram(std::move(program)),
@@ -61,6 +70,7 @@ TKorvexMainForm::TKorvexMainForm(TProgram program, std::function<std::uint64_t()
       FExports(std::make_unique<TExportCommands>(*FFlow, *FControls, *FDialogs, *FViews)) {
   setObjectName("KorvexMainForm");
   setAcceptDrops(true);
+  setMinimumSize(kMinWindow);
   resize(1280, 800);
   MakeCommands({*this, FProgram, *FParts, *FFlow, *FControls, *FDialogs, *FViews, *FExports});
   ConnectChartMenus(*this);
@@ -259,6 +269,8 @@ void TKorvexMainForm::FormCreate() {
   }
   FParts->backstage->ProposeBrowsePath(QtText(FProgram.dataFolder));
   FParts->overview->ChartAllSensors()->PrepareExtraAxes();
+  const std::string folder = FProgram.findSettingsFolder();
+  if (!folder.empty()) LoadWindowPlace(*this, PathFromUtf8(folder) / kWindowPlaceFile);
   ::FormCreate(FProgram, FFlow->Recent(), *FControls, *FDialogs);
 }
 
@@ -271,6 +283,14 @@ void TKorvexMainForm::FormShow() {
 void TKorvexMainForm::FormClose() {
   for (TEventsChart* chart : {FParts->overview->Chart1(), FParts->shock->Chart20()}) chart->Clear();
   ::FormClose(FProgram, FFlow->Mission().Settings, FFlow->Recent(), *FControls, *FDialogs);
+}
+
+void TKorvexMainForm::SavePlace() {
+  const std::string folder = FProgram.findSettingsFolder();
+  if (folder.empty()) return;
+  const std::filesystem::path file = PathFromUtf8(folder) / kWindowPlaceFile;
+  TFailureList ignored;  // a place that is not kept is worth no message
+  ignored.Run(file, [&] { SaveWindowPlace(*this, file); });
 }
 
 void TKorvexMainForm::showEvent(QShowEvent* event) {
@@ -288,6 +308,7 @@ void TKorvexMainForm::closeEvent(QCloseEvent* event) {
   }
   FParts->alarmLimits->hide();  // takes what is being typed
   Guarded(this, [this] { FormClose(); });
+  SavePlace();
   QMainWindow::closeEvent(event);
 }
 

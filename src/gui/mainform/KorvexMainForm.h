@@ -60,6 +60,7 @@ class TKorvexMainForm : public QMainWindow {
   // Nothing while no file is shown.
   void OnMission(const std::function<void(TShownMission&)>& command);
   void Select(std::size_t event);
+  void SavePlace();
 
   TProgram FProgram;
   std::unique_ptr<TMainParts> FParts;

@@ -12,6 +12,7 @@
 #include "gui/common/uIcons.h"
 #include "gui/common/uLabels.h"
 #include "gui/common/uLogos.h"
+#include "gui/common/uTheme.h"
 #include "gui/filter/uFilterChip.h"
 #include "gui/filter/uFilterPanel.h"
 #include "gui/mainform/uLayouts.h"
@@ -87,6 +88,7 @@ void TMainParts::MakeCentre(QMainWindow& window) {
   layout->addWidget(damaged);
   layout->addWidget(front, 1);
   window.setCentralWidget(centre);
+  window.setContentsMargins(kSurfaceGap, 0, kSurfaceGap, 0);
 }
 
 void TMainParts::MakeDamageBar(QWidget* parent) {

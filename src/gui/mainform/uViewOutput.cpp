@@ -26,9 +26,11 @@ class TForPaper {
  public:
   explicit TForPaper(QWidget& view) : FView(view) {
     FView.setPalette(LightPalette());
+    FView.setStyleSheet(LightStyleSheet());
     Redraw(kPaperRatio);
   }
   ~TForPaper() {
+    FView.setStyleSheet({});
     FView.setPalette(QPalette());
     Redraw(FView.devicePixelRatioF());
   }

@@ -10,6 +10,7 @@
 #include "gui/charts/uSensorsChart.h"
 #include "gui/common/uGrid.h"
 #include "gui/common/uLabels.h"
+#include "gui/common/uTheme.h"
 
 TMainOverviewPanel::TMainOverviewPanel(QWidget* parent)
     : QWidget(parent),
@@ -26,6 +27,7 @@ TMainOverviewPanel::TMainOverviewPanel(QWidget* parent)
   auto* splitter = new QSplitter(Qt::Vertical, this);
   splitter->setObjectName("splOverview");
   splitter->setChildrenCollapsible(false);
+  splitter->setHandleWidth(kSurfaceGap);
   splitter->addWidget(FChart1);
   splitter->addWidget(FChartAllSensors);
   splitter->addWidget(MakeMostImportantEvents());

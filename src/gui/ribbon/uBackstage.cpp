@@ -12,7 +12,6 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "gui/common/uTheme.h"
 #include "gui/ribbon/uBackstageEntry.h"
 #include "gui/ribbon/uBackstagePages.h"
 #include "gui/ribbon/uRibbonMetrics.h"
@@ -54,7 +53,6 @@ TBackstage::TBackstage(QWidget* window)
   hide();
   FHeading->setObjectName("lblBackstageHeading");
 
-  MakeFlat(*FColumn);
   FBack->Show(tr("Back"), "go-previous");
   FEntriesLayout = new QVBoxLayout(FColumn);
   FEntriesLayout->setContentsMargins(4, 8, 4, 8);

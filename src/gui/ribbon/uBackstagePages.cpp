@@ -228,7 +228,7 @@ void TBrowsePathPage::PaintComplaint() {
   const int edge = fontMetrics().height();
   FComplaintIcon->setPixmap(Icon("dialog-error").pixmap(QSize(edge, edge), devicePixelRatio()));
   QPalette ink = palette();
-  ink.setColor(QPalette::WindowText, InkOn(palette(), QColor(0xB3261E)));
+  ink.setColor(QPalette::WindowText, InkOn(palette(), QColor(0xB3261E), kTextContrast));
   FComplaintText->setPalette(ink);
 }
 

@@ -3,14 +3,12 @@
 #include <QAction>
 #include <QApplication>
 #include <QEvent>
-#include <QPainter>
 #include <QSignalBlocker>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <stdexcept>
 
-#include "gui/common/uTheme.h"
 #include "gui/ribbon/uKeyTips.h"
 #include "gui/ribbon/uRibbonGroup.h"
 #include "gui/ribbon/uRibbonMetrics.h"
@@ -24,11 +22,10 @@ TRibbon::TRibbon(QWidget* parent)
       FFoldAction(new QAction(tr("Fold the ribbon"), this)),
       FBackstageAction(new QAction(tr("File page"), this)) {
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-  MakeFlat(*this);
   FTabBar->setObjectName("tabsRibbon");
   FTabBar->setAccessibleName(tr("Ribbon"));
   auto* layout = new QVBoxLayout(this);
-  layout->setContentsMargins(0, 0, 0, 1);
+  layout->setContentsMargins(0, 4, 0, 8);
   layout->setSpacing(0);
   layout->addWidget(FTabBar);
   layout->addWidget(FPages);
@@ -185,10 +182,4 @@ void TRibbon::UpdateHeight() {
 void TRibbon::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
   if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) UpdateHeight();
-}
-
-void TRibbon::paintEvent(QPaintEvent*) {
-  QPainter painter(this);
-  painter.setPen(LineColour(palette()));
-  painter.drawLine(0, height() - 1, width(), height() - 1);
 }

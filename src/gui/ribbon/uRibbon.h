@@ -46,7 +46,6 @@ class TRibbon : public QWidget {
 
  protected:
   void changeEvent(QEvent* event) override;
-  void paintEvent(QPaintEvent* event) override;
 
  private:
   struct TTab {

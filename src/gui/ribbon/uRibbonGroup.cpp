@@ -9,6 +9,7 @@
 #include <algorithm>
 
 #include "gui/common/uIcons.h"
+#include "gui/common/uTheme.h"
 #include "gui/ribbon/uRibbonButton.h"
 #include "gui/ribbon/uRibbonColumns.h"
 #include "gui/ribbon/uRibbonMetrics.h"
@@ -17,15 +18,6 @@ namespace {
 
 constexpr int kMargin = 5;
 constexpr int kTop = 3;
-
-QFont TitleFont(QFont font) {
-  if (font.pointSizeF() > 0) {
-    font.setPointSizeF(font.pointSizeF() * 0.88);
-  } else {
-    font.setPixelSize(std::max(1, font.pixelSize() * 88 / 100));
-  }
-  return font;
-}
 
 bool IsShownOrHidden(const QEvent* event) {
   return event->type() == QEvent::ShowToParent || event->type() == QEvent::HideToParent;
@@ -148,7 +140,7 @@ int TRibbonGroup::CollapsedWidth() const {
 }
 
 int TRibbonGroup::HeightFor(const QFont& font) {
-  return kTop + RibbonBodyHeight(QFontMetrics(font)) + QFontMetrics(TitleFont(font)).height() + 2;
+  return kTop + RibbonBodyHeight(QFontMetrics(font)) + QFontMetrics(SizedFont(font, kCaptionSize)).height() + 2;
 }
 
 void TRibbonGroup::SetCollapsed(bool collapsed) {
@@ -215,7 +207,7 @@ void TRibbonGroup::resizeEvent(QResizeEvent* event) {
 }
 
 void TRibbonGroup::TakeFont() {
-  FTitle->setFont(TitleFont(font()));
+  FTitle->setFont(SizedFont(font(), kCaptionSize));
   FPopup->setFont(font());
 }
 

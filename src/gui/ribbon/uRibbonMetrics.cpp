@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
+#include "gui/common/uTheme.h"
+
 QColor LineColour(const QPalette& palette) {
-  QColor colour = palette.color(QPalette::WindowText);
-  colour.setAlphaF(0.2F);
-  return colour;
+  return QColor(TokensOf(palette).hairline);
 }
 
 QString PlainCaption(const QString& caption) {

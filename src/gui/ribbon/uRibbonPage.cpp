@@ -4,12 +4,15 @@
 #include <QEvent>
 #include <QPainter>
 #include <QStyle>
+#include <QStyleOption>
 #include <algorithm>
 
 #include "gui/ribbon/uRibbonGroup.h"
 #include "gui/ribbon/uRibbonMetrics.h"
 
-TRibbonPage::TRibbonPage(QWidget* parent) : QWidget(parent) {}
+TRibbonPage::TRibbonPage(QWidget* parent) : QWidget(parent) {
+  setAttribute(Qt::WA_StyledBackground);
+}
 
 TRibbonGroup* TRibbonPage::AddGroup(const QString& objectName, const QString& title) {
   auto* group = new TRibbonGroup(objectName, title, this);
@@ -93,8 +96,11 @@ bool TRibbonPage::event(QEvent* event) {
 }
 
 void TRibbonPage::paintEvent(QPaintEvent*) {
+  QStyleOption option;
+  option.initFrom(this);
   QPainter painter(this);
-  painter.setPen(LineColour(palette()));
+  style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, this);
+  painter.setPen(QPen(LineColour(palette()), 1 / devicePixelRatioF()));
   const auto shown = Shown();
   for (size_t i = 0; i + 1 < shown.size(); ++i) {
     const QRect at = shown[i]->geometry();

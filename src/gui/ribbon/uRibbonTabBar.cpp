@@ -4,6 +4,12 @@
 #include <QMouseEvent>
 #include <QWheelEvent>
 
+namespace {
+
+constexpr int kEdges = 20;  // px: the style sheet's padding, border and margin of a tab, both sides
+
+}  // namespace
+
 TRibbonTabBar::TRibbonTabBar(QWidget* parent) : QTabBar(parent) {
   setDrawBase(false);
   setExpanding(false);
@@ -13,13 +19,15 @@ TRibbonTabBar::TRibbonTabBar(QWidget* parent) : QTabBar(parent) {
 }
 
 QSize TRibbonTabBar::tabSizeHint(int index) const {
-  const QFontMetrics metrics = fontMetrics();
-  return {metrics.size(Qt::TextShowMnemonic, tabText(index)).width() + metrics.height() * 3 / 2, metrics.height() + 11};
+  const QSize least = minimumTabSizeHint(index);
+  return {least.width() + fontMetrics().height(), least.height()};
 }
 
 QSize TRibbonTabBar::minimumTabSizeHint(int index) const {
-  const QFontMetrics metrics = fontMetrics();
-  return {metrics.size(Qt::TextShowMnemonic, tabText(index)).width() + 4, metrics.height() + 11};
+  QFont wide = font();
+  wide.setWeight(QFont::DemiBold);  // of the current tab
+  const QFontMetrics metrics(wide);
+  return {metrics.size(Qt::TextShowMnemonic, tabText(index)).width() + kEdges, metrics.height() + 14};
 }
 
 void TRibbonTabBar::keyPressEvent(QKeyEvent* event) {

@@ -82,7 +82,7 @@ void TAlarmLimitsPanel::ShowAnalogNames(std::span<const std::string, kAnalogInpu
 
 void TAlarmLimitsPanel::ShowProblem(const QString& problem) {
   QPalette ink = palette();
-  ink.setColor(QPalette::WindowText, InkOn(palette(), QColor(0xB3261E)));
+  ink.setColor(QPalette::WindowText, InkOn(palette(), QColor(0xB3261E), kTextContrast));
   FProblem->setPalette(ink);
   FProblem->setText(problem);
   FProblem->setVisible(!problem.isEmpty());

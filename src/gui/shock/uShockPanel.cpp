@@ -7,14 +7,16 @@
 #include <QStackedWidget>
 #include <QTabWidget>
 #include <QVBoxLayout>
-#include <utility>
+#include <algorithm>
 
 #include "analysis/uEventOrdering.h"
 #include "gui/charts/uEventsChart.h"
 #include "gui/charts/uSelectedEventChart.h"
 #include "gui/charts/uSpectrumChart.h"
 #include "gui/common/uGrid.h"
+#include "gui/common/uLabels.h"
 #include "gui/common/uQtText.h"
+#include "gui/common/uTheme.h"
 #include "gui/shock/uShockValuesGrid.h"
 #include "gui/shock/uSpectrumPanel.h"
 #include "shell/uAlarmMarks.h"
@@ -64,17 +66,18 @@ TMainShockPanel::TMainShockPanel(QWidget* parent)
 
   FBelow->setObjectName("splShockEvent");
   FBelow->setChildrenCollapsible(false);
+  FBelow->setHandleWidth(kSurfaceGap);
   FBelow->addWidget(MakeEventList());
   FEventCharts->addWidget(FChart2);
   FEventCharts->addWidget(FSpectrum);
   FBelow->addWidget(FEventCharts);
   FBelow->addWidget(FValues);
-  for (int part = 0; part < FBelow->count(); ++part) FBelow->setStretchFactor(part, 1);
   FBelow->setSizes({1000, 1000, 0});
   ConnectValues();
   auto* splitter = new QSplitter(Qt::Vertical, this);
   splitter->setObjectName("splShock");
   splitter->setChildrenCollapsible(false);
+  splitter->setHandleWidth(kSurfaceGap);
   splitter->addWidget(FChart20);
   splitter->addWidget(FBelow);
   splitter->setSizes({380, 620});
@@ -107,10 +110,25 @@ void TMainShockPanel::SetSpectrumVisible(bool visible) {
 }
 
 void TMainShockPanel::SetValuesVisible(bool visible) {
-  FValues->setVisible(visible);
-  if (visible && !std::exchange(FValuesShown, true)) FBelow->setSizes({360, 330, 300});
+  if (visible == FValues->isHidden()) TakeRoomForValues(visible);
   const auto pointed = FChart2->Marks().IndicatorTime();
   if (visible && pointed) FValues->MarkSample(FChart2->NearestSample(*pointed));
+}
+
+// The table takes its room from the chart beside it and gives it back.
+void TMainShockPanel::TakeRoomForValues(bool visible) {
+  QList<int> sizes = FBelow->sizes();
+  if (visible) {
+    const int room = sizes[1] - FBelow->handleWidth();
+    sizes[2] = std::min({FValuesWidth, room / 2, room - FEventCharts->minimumSizeHint().width()});
+    sizes[1] = room - sizes[2];
+  } else {
+    FValuesWidth = sizes[2];
+    sizes[1] += sizes[2] + FBelow->handleWidth();
+    sizes[2] = 0;
+  }
+  FValues->setVisible(visible);
+  FBelow->setSizes(sizes);
 }
 
 void TMainShockPanel::SetMasks(const TValueMasks& masks) {
@@ -126,16 +144,15 @@ QWidget* TMainShockPanel::MakeCards() {
   layout->setSpacing(4);
   for (std::size_t i = 0; i < kCardCount; ++i) {
     auto* card = new QFrame(box);
-    card->setFrameShape(QFrame::StyledPanel);
-    auto* caption = new QLabel(card);
-    caption->setObjectName(kCards[i].captionName);
+    card->setProperty("surface", true);
+    // Every card is as wide as the others, whatever its figures.
+    card->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    auto* caption = new TElidedLabel(kCards[i].captionName, card);
     caption->setForegroundRole(QPalette::PlaceholderText);
-    auto* value = new QLabel(kNoValue, card);
-    value->setObjectName(kCards[i].valueName);
-    value->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    QFont large = value->font();
-    large.setPointSizeF(large.pointSizeF() * 1.2);
-    large.setBold(true);
+    auto* value = new TElidedLabel(kCards[i].valueName, card);
+    value->setText(kNoValue);
+    QFont large = SizedFont(value->font(), kTitleSize);
+    large.setWeight(QFont::DemiBold);
     value->setFont(large);
     auto* lines = new QVBoxLayout(card);
     lines->setContentsMargins(8, 3, 8, 3);

@@ -47,6 +47,7 @@ class TMainShockPanel : public QWidget {
   void ShowCards(const TDataset& events, std::optional<std::size_t> row, const TDisplaySettings& display);
 
  private:
+  void TakeRoomForValues(bool visible);
   static constexpr std::size_t kCardCount = 4;
 
   void ConnectValues();
@@ -62,5 +63,5 @@ class TMainShockPanel : public QWidget {
   TGrid* FShocks;
   TGrid* FFilteredShocks;
   std::array<QLabel*, kCardCount> FCardValues{};
-  bool FValuesShown = false;  // once
+  int FValuesWidth = 300;  // px, when the table was last visible
 };

@@ -20,6 +20,8 @@ QComboBox* AddChoice(QHBoxLayout& row, const char* name, const QString& caption,
   list->setAccessibleName(QString(caption).remove('&'));
   for (const auto& [text, value] : table) list->addItem(QtText(text));
   label->setBuddy(list);
+  list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  list->setMinimumContentsLength(5);
   new TWheelGuard(*list);
   row.addWidget(label);
   row.addWidget(list);

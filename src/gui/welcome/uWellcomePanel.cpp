@@ -10,7 +10,6 @@
 #include <algorithm>
 
 #include "gui/common/uIcons.h"
-#include "gui/common/uTheme.h"
 #include "gui/welcome/uFlowLayout.h"
 #include "gui/welcome/uUserManualIcon.h"
 
@@ -64,7 +63,6 @@ TWellcomePanel::TWellcomePanel(QWidget* parent)
   centred->addStretch(1);
 
   FManual = new QWidget(FPage);
-  MakeFlat(*FManual);
   FManualIcons = new TFlowLayout(FManual);
   FManualIcons->setContentsMargins(0, 0, 0, 0);
   FManualIcons->setSpacing(6);

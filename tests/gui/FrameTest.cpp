@@ -1,0 +1,84 @@
+// The window's frame: it fits, it stays still, and it comes back where it was.
+#include <QAction>
+#include <QScreen>
+#include <QSplitter>
+#include <fstream>
+
+#include "gui/mainform/uWindowPlace.h"
+#include "tests/support/uThreeEvents.h"
+#include "tests/support/uWindowTest.h"
+
+namespace {
+
+class Frame : public TWindowTest {
+ protected:
+  void OpenAt(const QSize& size) {
+    Start(Save("three.kshock", ThreeEvents()));
+    FForm->resize(size);
+    Settle();
+  }
+  void Trigger(const char* action) {
+    FForm->findChild<QAction*>(action)->trigger();
+    Settle();
+  }
+  QList<QList<int>> Splitters() {
+    QList<QList<int>> sizes;
+    for (const char* name : {"splShock", "splShockEvent"}) sizes << Find<QSplitter>(name)->sizes();
+    return sizes;
+  }
+};
+
+TEST_F(Frame, EveryViewFitsIntoTheSmallestWindowWithAllItsPanels) {
+  const QSize smallest(900, 600);
+  OpenAt(smallest);
+  EXPECT_EQ(FForm->minimumSize(), smallest);
+  for (const char* view : {"Ctrl+1", "Ctrl+2", "Ctrl+3"}) {
+    Press(view);
+    if (view == std::string("Ctrl+2")) {
+      for (const char* action : {"actFilterEdit", "actShockShowTable", "actShockSpecAnalysis"}) Trigger(action);
+    }
+    EXPECT_EQ(FForm->size(), smallest) << view;
+    for (const QWidget* panel : FForm->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+      if (panel->isWindow() || panel->visibleRegion().isEmpty()) continue;
+      EXPECT_TRUE(FForm->rect().contains(panel->geometry())) << view << panel->objectName().toStdString();
+    }
+  }
+}
+
+TEST_F(Frame, SteppingAndATableThatComesAndGoesMoveNoSplitter) {
+  OpenAt({1280, 800});
+  Press("Ctrl+2");
+  const auto before = Splitters();
+  Trigger("actShockShowTable");
+  const auto withTable = Splitters();
+  SCOPED_TRACE(testing::PrintToString(withTable));
+  EXPECT_EQ(withTable[1][0], before[1][0]) << "the table takes its room from the chart";
+  for (int step = 0; step < 50; ++step) {
+    Press(step % 4 < 2 ? "N" : "P");
+    ASSERT_EQ(Splitters(), withTable) << step;
+  }
+  Trigger("actShockShowTable");
+  EXPECT_EQ(Splitters(), before);
+}
+
+TEST(WindowPlace, ComesBackUnlessItsScreenIsGoneOrTheFileIsWrong) {
+  const TTempFolder folder;
+  const auto file = folder / kWindowPlaceFile;
+  QMainWindow window;
+  window.setGeometry(20, 60, 500, 400);
+  SaveWindowPlace(window, file);
+  QMainWindow next;
+  LoadWindowPlace(next, file);
+  EXPECT_EQ(next.geometry(), QRect(20, 60, 500, 400));
+  const QRect first = FirstPlace(next.screen()->availableGeometry());
+  for (const char* text : {"[Window]\nLeft=9000\nTop=60\nWidth=500\nHeight=400\n", "[Window]\nLeft=20\nTop=60\n",
+                           "[Window]\nLeft=20\nTop=60\nWidth=-5\nHeight=400\n", "\xff"}) {
+    std::ofstream(file, std::ios::binary) << text;
+    LoadWindowPlace(next, file);
+    EXPECT_EQ(next.geometry(), first) << text;
+  }
+  EXPECT_EQ(FirstPlace({0, 0, 3840, 2160}).size(), QSize(1600, 1000));
+  EXPECT_EQ(FirstPlace({100, 0, 1000, 800}), QRect(175, 60, 850, 680));
+}
+
+}  // namespace
