@@ -135,24 +135,28 @@ std::string ClippedText(const TVerdict& verdict) {
   return fmt::format("{} of {} events clipped: their true peaks are higher", verdict.clipped.size(), verdict.events);
 }
 
-std::string OutOfLimitsText(const TSensorVerdict& sensor, bool byDefaultLimits, const TDisplaySettings& settings) {
-  std::string beyond;
-  double timeOut = 0;
-  const TExcursion* first = nullptr;
+TBeyondLimits BeyondLimits(const TSensorVerdict& sensor, bool byDefaultLimits, const TDisplaySettings& settings) {
+  TBeyondLimits beyond;
   const auto add = [&](std::string_view side, const TLimitVerdict& limit) {
     if (!limit.IsOut() || (!byDefaultLimits && limit.source == TLimitSource::Default)) return;
-    if (!beyond.empty()) beyond += " or ";
-    beyond += Beyond(side, GeneralFloat(limit.limit), sensor.quantity->unit, limit.source);
-    timeOut += limit.timeOut;
-    if (first == nullptr || limit.first->begin < first->begin) first = &*limit.first;
+    beyond.text += beyond.text.empty() ? SensorName(*sensor.quantity, settings) + " " : " or ";
+    beyond.text += Beyond(side, GeneralFloat(limit.limit), sensor.quantity->unit, limit.source);
+    beyond.timeOut += limit.timeOut;
+    if (!beyond.first || limit.first->begin < beyond.first->begin) beyond.first = limit.first;
+    if (!beyond.longest || limit.longest->duration > beyond.longest->duration) beyond.longest = limit.longest;
   };
   add("below", sensor.below);
   add("above", sensor.above);
-  if (beyond.empty()) return "";
+  return beyond;
+}
+
+std::string OutOfLimitsText(const TSensorVerdict& sensor, bool byDefaultLimits, const TDisplaySettings& settings) {
+  const TBeyondLimits beyond = BeyondLimits(sensor, byDefaultLimits, settings);
+  if (beyond.text.empty()) return "";
   // A single reading has no length.
-  const std::string when =
-      timeOut > 0 ? "for " + DurationInWords(timeOut / kMsPerDay) : "on " + Moment(first->begin, settings);
-  return fmt::format("{} {} {}", SensorName(*sensor.quantity, settings), beyond, when);
+  const std::string when = beyond.timeOut > 0 ? "for " + DurationInWords(beyond.timeOut / kMsPerDay)
+                                              : "on " + Moment(beyond.first->begin, settings);
+  return fmt::format("{} {}", beyond.text, when);
 }
 
 std::string ExtremesText(const TSensorVerdict& sensor, const TDisplaySettings& settings) {

@@ -122,6 +122,10 @@ bool IsDark(const QPalette& palette) {
   return palette.color(QPalette::WindowText).lightness() > palette.color(QPalette::Window).lightness();
 }
 
+const TThemeTokens& TokensOf(const QPalette& palette) {
+  return IsDark(palette) ? kDarkTokens : kLightTokens;
+}
+
 QColor InkOn(const QPalette& palette, const QColor& colour) {
   if (!IsDark(palette)) return colour;
   float hue = 0;

@@ -4,6 +4,8 @@
 #include <QColor>
 #include <QPalette>
 
+#include "shell/uThemeTokens.h"
+
 class QApplication;
 class QWidget;
 
@@ -21,6 +23,9 @@ void MakeFlat(QWidget& widget);
 
 // The text is lighter than the background.
 bool IsDark(const QPalette& palette);
+
+// The tokens of the scheme that this palette is of.
+const TThemeTokens& TokensOf(const QPalette& palette);
 
 // A series colour for this palette: on a dark background dark colours are lightened with their hue kept; black becomes
 // nearly white.

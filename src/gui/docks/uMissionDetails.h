@@ -1,4 +1,4 @@
-// The mission details: the header's fields and texts, the mission's figures, a line for each sensor. Text wraps
+// The mission details: the verdict, the header's fields and texts, the mission's figures, a line for each sensor. Text wraps
 // anywhere and can be selected.
 #pragma once
 
