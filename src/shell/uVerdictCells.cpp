@@ -37,7 +37,10 @@ TVerdictCell EventsCell(const TVerdict& verdict, const TShownMission& mission) {
   const std::size_t shown = mission.CLDS.RecordCount();
   cell.note = shown < verdict.events ? fmt::format("{} pass the filter", Grouped(shown))
                                      : Counted(mission.Summary.samples, "sample");
-  if (!verdict.clipped.empty()) cell.note += fmt::format(", {} clipped", verdict.clipped.size());
+  if (!verdict.clipped.empty() && shown == verdict.events) {
+    AppendLine(cell.tip, cell.note);
+    cell.note = fmt::format("{} clipped", Grouped(verdict.clipped.size()));
+  }
   if (verdict.events == 0) return cell;
   cell.answer = TVerdictAnswer::AllEvents;
   AppendLine(cell.tip, "Click: list all events");
@@ -48,7 +51,8 @@ TVerdictCell PeakCell(const TVerdict& verdict, const TShownMission& mission) {
   if (!verdict.peak) return {.value = "–", .note = "no events"};
   const TPeakVerdict& peak = *verdict.peak;
   TVerdictCell cell{.value = MaskFloat(mission.Display.FormatOf(TQuantity::Acceleration), peak.value)};
-  cell.note = fmt::format("g {}, event {}{}", peak.axis, peak.event, peak.clipped ? ", clipped" : "");
+  cell.note = fmt::format("{}, event {}{}", peak.axis, peak.event, peak.clipped ? ", clipped" : "");
+  cell.unit = "g";
   cell.when = Moment(peak.time);
   cell.tip = PeakText(peak, mission.Display);
   AppendLine(cell.tip, fmt::format("Click: select event {}", peak.event));
@@ -83,7 +87,8 @@ TVerdictCell IntensityCell(const TVerdict& verdict, const TDisplaySettings& sett
   if (!verdict.worst) return {.value = "–", .note = "no intensity"};
   const TIntensityVerdict& worst = *verdict.worst;
   TVerdictCell cell{.value = MaskFloat(settings.FormatOf(TQuantity::IoT), worst.value)};
-  cell.note = fmt::format("g·ms, event {}{}", worst.event, worst.clipped ? ", clipped" : "");
+  cell.note = fmt::format("event {}{}", worst.event, worst.clipped ? ", clipped" : "");
+  cell.unit = "g·ms";
   cell.when = Moment(worst.time);
   cell.tip = fmt::format("The largest integral over threshold (IoT total) of an event\nClick: select event {}",
                          worst.event);

@@ -17,6 +17,7 @@ enum class TVerdictAnswer { Nothing, AllEvents, SelectEvent, FilterAboveAlarm, E
 
 struct TVerdictCell {
   std::string value = {};  // "281"; may be empty, the note then says it all
+  std::string unit = {};   // of the value, "g"
   std::string note = {};   // "of 300 events above 6 g"
   std::string when = {};   // date and time of what the cell names
   std::string tip = {};    // what the cell leaves out, and where a click leads

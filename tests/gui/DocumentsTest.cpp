@@ -329,6 +329,8 @@ TEST_F(Documents, TheFrontTabIsRestoredEvenIfAllPanelsWereClosed) {
 
 TEST_F(Documents, ALayoutFileMayBeEditedByHand) {
   Start(Save("three.kshock"));
+  FForm->resize(1280, 1000);  // room for what the file asks
+  Settle();
   const std::vector<QRect> designed = Places();
   Write("user-layout.ini",
         "[Panels]\n"

@@ -57,7 +57,7 @@ TMainOverviewPanel::TMainOverviewPanel(QWidget* parent)
       FChartAllSensors(new TSensorsChart(this)),
       FMostImportant(new TGrid("dbgMostImportant", tr("Most important events"), nullptr, this)),
       FOrderBy(new QComboBox(this)),
-      FSelected(new TElidedLabel("lblSelectedEvent", this)),
+      FSelected(new TElidedLabel("lblSelectedEvent", this, Qt::ElideRight)),
       FShow(new QToolButton(this)) {
   setObjectName("MainOverviewPanel");
   FChart1->setObjectName("Chart1");

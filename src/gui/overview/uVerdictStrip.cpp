@@ -45,8 +45,11 @@ void TVerdictButton::ShowCell(const TVerdictCell& cell) {
   FCell = cell;
   const bool leads = cell.answer != TVerdictAnswer::Nothing;
   setCursor(leads ? Qt::PointingHandCursor : Qt::ArrowCursor);
-  const QString words = QString("%1 %2  %3").arg(QtText(cell.value), QtText(cell.note), QtText(cell.when)).trimmed();
-  setAccessibleName(QString("%1: %2").arg(FCaption, words));
+  QStringList words;
+  for (const std::string& part : {cell.value, cell.unit, cell.note, cell.when}) {
+    if (!part.empty()) words.append(QtText(part));
+  }
+  setAccessibleName(QString("%1: %2").arg(FCaption, words.join(' ')));
   setAccessibleDescription(QtText(cell.tip));
   // The words themselves may be cut.
   setToolTip(Qt::convertFromPlainText(QString("%1\n%2").arg(accessibleName(), QtText(cell.tip)).trimmed()));
@@ -112,13 +115,19 @@ void TVerdictButton::paintEvent(QPaintEvent* /*event*/) {
   room.setTop(room.top() + caption);
   painter.setFont(Scaled(kValueSize, true));
   painter.setPen(QColor(FCell.isOut ? tokens.alarm : tokens.ink));
-  const QString value = painter.fontMetrics().elidedText(QtText(FCell.value), Qt::ElideRight, room.width());
+  const QFontMetrics large = painter.fontMetrics();
+  const QPointF foot(room.left(), room.top() + large.ascent());
+  const QString value = large.elidedText(QtText(FCell.value), Qt::ElideRight, room.width());
   if (!value.isEmpty()) {
-    painter.drawText(QRect(room.topLeft(), QSize(room.width(), painter.fontMetrics().height())),
-                     Qt::AlignLeft | Qt::AlignVCenter, value);
-    room.setTop(room.top() + painter.fontMetrics().height());
+    painter.drawText(foot, value);
+    room.setTop(room.top() + large.height());
   }
   painter.setFont(Scaled(kNoteSize, false));
+  painter.setPen(QColor(tokens.secondaryInk));
+  const double unit = large.horizontalAdvance(value) + kBetween / 2.0;
+  if (unit + small.horizontalAdvance(QtText(FCell.unit)) <= room.width()) {
+    painter.drawText(foot + QPointF(unit, 0), QtText(FCell.unit));
+  }
   painter.setPen(QColor(FCell.value.empty() ? tokens.ink : tokens.secondaryInk));
   PaintNote(painter, room);
 }

@@ -57,7 +57,7 @@ TMainShockPanel::TMainShockPanel(QWidget* parent)
       FShocks(new TGrid("dbgShocks", tr("Shock events"), EventIndexKey, this)),
       FFilteredShocks(new TGrid("dbgFilteredShocks", tr("Filtered shock events"), EventIndexKey, this)),
       FTabs(new QTabWidget(this)),
-      FConditions(new TElidedLabel("lblFilterConditions", this)),
+      FConditions(new TElidedLabel("lblFilterConditions", this, Qt::ElideRight)),
       FClipped(new QLabel(tr("clipped"), this)) {
   setObjectName("MainShockPanel");
   FShocks->SetPlaceholder(tr("No shock events"));
@@ -138,12 +138,11 @@ QWidget* TMainShockPanel::MakeCards() {
     small.setPointSizeF(small.pointSizeF() * 0.88);
     caption->setFont(small);
     // Elided, so that the cards keep their width whatever they show.
-    auto* value = new TElidedLabel(kCards[i].valueName, card);
+    auto* value = new TElidedLabel(kCards[i].valueName, card, Qt::ElideRight);
     value->setText(kNoValue);
-    QFont large = value->font();
-    large.setPointSizeF(large.pointSizeF() * 1.15);
-    large.setBold(true);
-    value->setFont(large);
+    QFont bold = value->font();
+    bold.setBold(true);
+    value->setFont(bold);
     for (QLabel* label : {static_cast<QLabel*>(caption), static_cast<QLabel*>(value)}) {
       label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     }
