@@ -50,9 +50,8 @@ TVerdictCell EventsCell(const TVerdict& verdict, const TShownMission& mission) {
 TVerdictCell PeakCell(const TVerdict& verdict, const TShownMission& mission) {
   if (!verdict.peak) return {.value = "–", .note = "no events"};
   const TPeakVerdict& peak = *verdict.peak;
-  TVerdictCell cell{.value = MaskFloat(mission.Display.FormatOf(TQuantity::Acceleration), peak.value)};
+  TVerdictCell cell{.value = MaskFloat(mission.Display.FormatOf(TQuantity::Acceleration), peak.value), .unit = "g"};
   cell.note = fmt::format("{}, event {}{}", peak.axis, peak.event, peak.clipped ? ", clipped" : "");
-  cell.unit = "g";
   cell.when = Moment(peak.time);
   cell.tip = PeakText(peak, mission.Display);
   AppendLine(cell.tip, fmt::format("Click: select event {}", peak.event));
@@ -86,12 +85,11 @@ TVerdictCell AboveAlarmCell(const TVerdict& verdict, const TDisplaySettings& set
 TVerdictCell IntensityCell(const TVerdict& verdict, const TDisplaySettings& settings) {
   if (!verdict.worst) return {.value = "–", .note = "no intensity"};
   const TIntensityVerdict& worst = *verdict.worst;
-  TVerdictCell cell{.value = MaskFloat(settings.FormatOf(TQuantity::IoT), worst.value)};
+  TVerdictCell cell{.value = MaskFloat(settings.FormatOf(TQuantity::IoT), worst.value), .unit = "g·ms"};
   cell.note = fmt::format("event {}{}", worst.event, worst.clipped ? ", clipped" : "");
-  cell.unit = "g·ms";
   cell.when = Moment(worst.time);
-  cell.tip = fmt::format("The largest integral over threshold (IoT total) of an event\nClick: select event {}",
-                         worst.event);
+  cell.tip =
+      fmt::format("The largest integral over threshold (IoT total) of an event\nClick: select event {}", worst.event);
   cell.answer = TVerdictAnswer::SelectEvent;
   return cell;
 }
@@ -129,7 +127,8 @@ TVerdictCell OutOfLimitsCell(const TVerdict& verdict, const TDisplaySettings& se
     AppendLine(cell.tip, "Click: bring the navigator's band to the longest time out of limits");
   } else {
     cell.value = verdict.sensors.empty() ? "–" : "none";
-    cell.note = verdict.sensors.empty() ? "no sensors" : fmt::format("of {}", Counted(verdict.sensors.size(), "sensor"));
+    cell.note =
+        verdict.sensors.empty() ? "no sensors" : fmt::format("of {}", Counted(verdict.sensors.size(), "sensor"));
   }
   return cell;
 }
@@ -148,9 +147,12 @@ TVerdictCell RecordedCell(const TVerdict& verdict) {
 }  // namespace
 
 TVerdictCells VerdictCells(const TVerdict& verdict, const TShownMission& mission) {
-  return {EventsCell(verdict, mission),           PeakCell(verdict, mission),
-          AboveAlarmCell(verdict, mission.Display), IntensityCell(verdict, mission.Display),
-          OutOfLimitsCell(verdict, mission.Display), RecordedCell(verdict)};
+  return {EventsCell(verdict, mission),
+          PeakCell(verdict, mission),
+          AboveAlarmCell(verdict, mission.Display),
+          IntensityCell(verdict, mission.Display),
+          OutOfLimitsCell(verdict, mission.Display),
+          RecordedCell(verdict)};
 }
 
 std::vector<TFigure> VerdictFigures(const TVerdict& verdict, const TShownMission& mission) {
@@ -165,9 +167,9 @@ std::vector<TFigure> VerdictFigures(const TVerdict& verdict, const TShownMission
   }
   if (verdict.worst) {
     const TIntensityVerdict& worst = *verdict.worst;
-    figures.push_back({"Worst by intensity",
-                       fmt::format("{} g·ms{}: {}", MaskFloat(settings.FormatOf(TQuantity::IoT), worst.value),
-                                   worst.clipped ? ", clipped" : "", inEvent(worst.event, worst.time))});
+    figures.push_back(
+        {"Worst by intensity", fmt::format("{} g·ms{}: {}", MaskFloat(settings.FormatOf(TQuantity::IoT), worst.value),
+                                           worst.clipped ? ", clipped" : "", inEvent(worst.event, worst.time))});
   }
   figures.push_back({"Above alarm", EventsAboveText(verdict, settings)});
   if (verdict.above && verdict.worstSensor) {

@@ -21,7 +21,7 @@ struct TVerdictCell {
   std::string note = {};   // "of 300 events above 6 g"
   std::string when = {};   // date and time of what the cell names
   std::string tip = {};    // what the cell leaves out, and where a click leads
-  bool isOut = false;  // beyond a limit that somebody chose
+  bool isOut = false;      // beyond a limit that somebody chose
   TVerdictAnswer answer = TVerdictAnswer::Nothing;
 };
 using TVerdictCells = std::array<TVerdictCell, kVerdictQuestionCount>;  // by TVerdictQuestion

@@ -1,5 +1,5 @@
-// The overview: the verdict and where its buttons lead, the two charts as one instrument, the most important events; and
-// what the filter changes.
+// The overview: the verdict and where its buttons lead, the two charts as one instrument, the most important events;
+// and what the filter changes.
 #include <QAbstractButton>
 #include <QAction>
 #include <QTabWidget>
@@ -99,7 +99,8 @@ TEST_F(Overview, WithoutLimitsTheVerdictAsksForThemAndThenJudges) {
   EXPECT_THAT(Says("btnVerdictAboveAlarm"), HasSubstr("2 of 3 events above 6 g (default limit)"));
   fromFile->click();
   Settle();
-  EXPECT_THAT(Says("btnVerdictAboveAlarm"), HasSubstr("all events exceed the trigger level of 2 g; set limits to judge"));
+  EXPECT_THAT(Says("btnVerdictAboveAlarm"),
+              HasSubstr("all events exceed the trigger level of 2 g; set limits to judge"));
 }
 
 TEST_F(Overview, TheFilterChangesAllThatListsEvents) {

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "shell/uShownMission.h"
 #include "shell/uFilterWords.h"
+#include "shell/uShownMission.h"
 #include "shell/uVerdictCells.h"
 #include "tests/support/uThreeEvents.h"
 
@@ -198,9 +198,10 @@ TEST(FilterWords, ListEveryCondition) {
   filter.axes[0] = filter.axes[3] = true;
   filter.time = {kMoment, std::nullopt};
   filter.aboveAlarm = true;
-  EXPECT_EQ(FilterWords(filter, Settings()),
-            "Acceleration max from 6 g · ToT total to 2.5 ms · peak on X-pos or Y-neg · start from 2026-03-04 13:25:49 "
-            "· above alarm");
+  EXPECT_EQ(
+      FilterWords(filter, Settings()),
+      "Acceleration max from 6 g · ToT total to 2.5 msec · peak on X-pos or Y-neg · start from 2026-03-04 13:25:49 "
+      "· above alarm");
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
-// Two charts above each other as one instrument: equal side margins, one pointer time through both, and the date axis of
-// the lower one for both while they show the same span.
+// Two charts above each other as one instrument: equal side margins, one pointer time through both, and the date axis
+// of the lower one for both while they show the same span.
 #pragma once
 
 class TTimeChart;

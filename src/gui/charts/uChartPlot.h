@@ -53,7 +53,7 @@ class TChartPlot : public QCustomPlot {
   // The margins are at least these, so that charts above each other show the same moment at the same place.
   void SetSideMargins(int left, int right);
 
-   // The labels of the time axis; a chart right below may show the same. A picture always has them.
+  // The labels of the time axis; a chart right below may show the same. A picture always has them.
   void SetTimeLabelsVisible(bool visible);
 
  signals:

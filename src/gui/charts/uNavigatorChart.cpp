@@ -118,7 +118,8 @@ void TNavigatorChart::SetVisibleEvents(const std::vector<bool>& visible) {
   if (!visible.empty()) {
     FVisibleBefore.reserve(FEvents.size() + 1);
     FVisibleBefore.push_back(0);
-    for (const TEventTick& tick : FEvents) FVisibleBefore.push_back(FVisibleBefore.back() + (visible[tick.index] ? 1 : 0));
+    for (const TEventTick& tick : FEvents)
+      FVisibleBefore.push_back(FVisibleBefore.back() + (visible[tick.index] ? 1 : 0));
   }
   QueueReplot();
 }

@@ -67,16 +67,16 @@ class TNavigatorChart final : public TTimeChart {
   void PaintBand(QCPPainter& painter) const;
 
   struct TEventTick {
-    double time;  // a date-time
-    float peak;   // g
+    double time;          // a date-time
+    float peak;           // g
     std::uint32_t index;  // in the list
   };
-  std::vector<TEventTick> FEvents;       // in the order of time
+  std::vector<TEventTick> FEvents;            // in the order of time
   std::vector<std::uint32_t> FVisibleBefore;  // by place and one more; empty: all are visible
-  TInTimeOrder<TSensorValue> FReadings;  // of the sensor that is drawn
-  TExtents FExtents;                     // of the readings, without one of the peaks
-  double FStart = 0;                     // the mission's, a date-time
-  std::string FSensor;                   // its name in the list
+  TInTimeOrder<TSensorValue> FReadings;       // of the sensor that is drawn
+  TExtents FExtents;                          // of the readings, without one of the peaks
+  double FStart = 0;                          // the mission's, a date-time
+  std::string FSensor;                        // its name in the list
   TSensorChoices FChoices;
   TNavigatorBand* FBand;           // what the charts show
   TNavigatorBand *FLeft, *FRight;  // what lies before and after it

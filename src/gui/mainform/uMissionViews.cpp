@@ -143,11 +143,10 @@ void TMissionViews::ShowVerdict(const TShownMission& mission) {
 void TMissionViews::ShowDetails(const TShownMission& mission) {
   std::vector<TFigure> events = EventFigures(mission.Summary, mission.Events, mission.Axes);
   std::erase_if(events, [](const TFigure& figure) { return figure.label == "Peak" || figure.label == "Most intense"; });
-  FParts.docks.details->ShowSections(
-      {{QObject::tr("Verdict"), VerdictFigures(FVerdict, mission)},
-       {QObject::tr("Mission"), HeaderFigures(mission.Data)},
-       {QObject::tr("Events"), std::move(events)},
-       {QObject::tr("Sensors"), NamedSensorFigures(mission)}});
+  FParts.docks.details->ShowSections({{QObject::tr("Verdict"), VerdictFigures(FVerdict, mission)},
+                                      {QObject::tr("Mission"), HeaderFigures(mission.Data)},
+                                      {QObject::tr("Events"), std::move(events)},
+                                      {QObject::tr("Sensors"), NamedSensorFigures(mission)}});
 }
 
 std::optional<TTimeSpan> TMissionViews::NavigatorSpan() const {

@@ -151,7 +151,6 @@ void TMainOverviewPanel::ShowSelectedEvent(std::optional<std::size_t> event, con
 
 void TMainOverviewPanel::UpdateSelectedLine() {
   const QModelIndex row = FMostImportant->currentIndex();
-  const bool inSight =
-      row.isValid() && FMostImportant->viewport()->rect().intersects(FMostImportant->visualRect(row));
+  const bool inSight = row.isValid() && FMostImportant->viewport()->rect().intersects(FMostImportant->visualRect(row));
   for (QWidget* part : std::initializer_list<QWidget*>{FSelected, FShow}) part->setVisible(FHasEvent && !inSight);
 }

@@ -1,5 +1,5 @@
-// The overview: the verdict, events chart, sensors chart and the most important events. The two charts are one instrument: they share
-// the side margins, the pointer's time and, while they show the same span, the date axis.
+// The overview: the verdict, events chart, sensors chart and the most important events. The two charts are one
+// instrument: they share the side margins, the pointer's time and, while they show the same span, the date axis.
 //
 // The most important events have room for five to ten rows, until the user or a layout moves the splitter.
 #pragma once
@@ -49,8 +49,8 @@ class TMainOverviewPanel : public QWidget {
   TSensorsChart* FChartAllSensors;
   TGrid* FMostImportant;
   QComboBox* FOrderBy;
-  QLabel* FSelected;        // names the selected event
-  QToolButton* FShow;       // and leads to it
-  bool FHasEvent = false;   // one is selected
+  QLabel* FSelected;          // names the selected event
+  QToolButton* FShow;         // and leads to it
+  bool FHasEvent = false;     // one is selected
   bool FSharesHeight = true;  // until the user or a layout moves the splitter
 };

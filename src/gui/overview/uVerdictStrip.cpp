@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr int kGap = 8;      // px between buttons
+constexpr int kGap = 8;       // px between buttons
 constexpr int kPadding = 10;  // px left and right of the words
 constexpr int kTopPadding = 6;
 constexpr int kBetween = 6;  // px between the caption and the time beside it
@@ -82,7 +82,8 @@ void TVerdictButton::PaintNote(QPainter& painter, const QRect& room) const {
     QTextLine line = layout.createLine();
     if (!line.isValid()) break;
     line.setLineWidth(room.width());
-    const QString words = i + 1 == maxLines ? note.mid(line.textStart()) : note.mid(line.textStart(), line.textLength());
+    const QString words =
+        i + 1 == maxLines ? note.mid(line.textStart()) : note.mid(line.textStart(), line.textLength());
     painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter,
                      metrics.elidedText(words.trimmed(), Qt::ElideRight, room.width()));
     place.translate(0, metrics.height());
@@ -99,7 +100,10 @@ void TVerdictButton::paintEvent(QPaintEvent* /*event*/) {
   painter.setBrush(QColor(FCell.isOut ? tokens.alarmTint : hovered ? tokens.accentTint : tokens.surface));
   const bool focused = hasFocus();
   const double width = focused ? 2 : 1;
-  painter.setPen(QPen(QColor(focused || hovered ? tokens.accent : FCell.isOut ? tokens.alarm : tokens.hairline), width));
+  painter.setPen(QPen(QColor(focused || hovered ? tokens.accent
+                             : FCell.isOut      ? tokens.alarm
+                                                : tokens.hairline),
+                      width));
   painter.drawRoundedRect(QRectF(rect()).adjusted(width / 2, width / 2, -width / 2, -width / 2), 4, 4);
 
   QRect room = rect().adjusted(kPadding, kTopPadding, -kPadding, -kTopPadding);
