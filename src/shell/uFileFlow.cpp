@@ -334,6 +334,7 @@ void TFileFlow::RemoveMission() {
   FMission.ChosenEvent.reset();
   FMission.Tables = {};
   FMission.CLDS.Clear();
+  FMission.Important.Clear();
   ClearMission();
 }
 

@@ -24,6 +24,23 @@ void ApplyFilter(TShownMission& mission, IMissionViews& views) {
   if (event != mission.SelectedEvent) SelectForNow(mission, event, views);
 }
 
+// The first events in the chosen order that pass the filter.
+void RankImportant(TShownMission& mission) {
+  mission.Important = mission.Tables.Events;
+  const auto entry = static_cast<std::size_t>(mission.Settings.orderBy);
+  if (entry < kOrderByIndexes.size()) mission.Important.SelectIndex(kOrderByIndexes[entry]);
+  const std::vector<bool>& passes = mission.CLDS.ShownRows();
+  std::vector<bool> ranked(mission.Important.RecordCount());
+  std::size_t count = 0;
+  for (std::size_t i = 0; i < ranked.size() && count < kMostImportantCount; ++i) {
+    const std::size_t row = mission.Important.RowAt(i);
+    if (!passes.empty() && !passes[row]) continue;
+    ranked[row] = true;
+    ++count;
+  }
+  mission.Important.SetShownRows(std::move(ranked));
+}
+
 std::optional<std::size_t> FirstEvent(TDataset& table) {
   table.First();
   const auto id = table.FindField("ID");
@@ -92,6 +109,8 @@ void OrderMostImportantBy(TShownMission& mission, int entry, IMissionViews& view
   const std::string order = mission.Tables.Events.IndexName();
   FillMostImportantEvents(kOrderByIndexes[choice], mission.Tables);
   mission.Tables.Events.SelectIndex(order);
+  mission.Settings.orderBy = entry;
+  RankImportant(mission);
   views.RefreshGrid("dbgMostImportant");
   views.ShowSelectedEvent(mission.SelectedEvent);
   views.PrepareReport(mission);
@@ -111,6 +130,7 @@ void FilterCompanion(TShownMission& mission) {
   mission.CLDS.SetShownRows(mission.FilterActive ? EventsThrough(mission.Filter, mission.Tables.Events, mission.Events,
                                                                  mission.Display.LimitsOf(TQuantity::Acceleration))
                                                  : std::vector<bool>());
+  RankImportant(mission);
 }
 
 void ChangeFilter(TShownMission& mission, const TEventFilter& filter, IMissionViews& views) {

@@ -36,7 +36,8 @@ void StepEvent(TShownMission& mission, int steps, IMissionViews& views);
 // The same in the order of time, for a view that shows the events in a chart only.
 void StepEventInTime(TShownMission& mission, int steps, IMissionViews& views);
 
-// Leaves in the companion the events that pass the filter, all of them while it is off. Updates no view.
+// Leaves in the companion the events that pass the filter, all of them while it is off, and in the other one the most
+// important of these. Updates no view.
 void FilterCompanion(TShownMission& mission);
 // Sets new conditions and switches the filter on, or off when there is none.
 void ChangeFilter(TShownMission& mission, const TEventFilter& filter, IMissionViews& views);

@@ -25,6 +25,7 @@ struct TShownMission {
   // CLDS, the companion of Tables.Events, has the rows that pass the filter. Both have the same index selected.
   TMissionDatasets Tables;
   TDataset CLDS;
+  TDataset Important;  // a companion, too: the most important of the events that pass the filter, as "Order By" says
   TMissionSummary Summary;
   std::string Damage;  // in words; empty for a whole recording
   // Both outlive the mission. The window's controls keep the settings up to date.

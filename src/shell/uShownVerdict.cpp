@@ -151,22 +151,26 @@ std::string ClippedText(const TVerdict& verdict) {
   return fmt::format("{} of {} events clipped: their true peaks are higher", verdict.clipped.size(), verdict.events);
 }
 
-std::string OutOfLimitsText(const TSensorVerdict& sensor, bool byDefaultLimits, const TDisplaySettings& settings) {
-  std::string beyond;
-  double timeOut = 0;
-  const TExcursion* first = nullptr;
+TBeyondLimits BeyondLimits(const TSensorVerdict& sensor, bool byDefaultLimits, const TDisplaySettings& settings) {
+  TBeyondLimits beyond;
   const auto add = [&](std::string_view side, const TLimitVerdict& limit) {
     if (!limit.IsOut() || (!byDefaultLimits && limit.source == TLimitSource::Default)) return;
-    if (!beyond.empty()) beyond += " or ";
-    beyond += Beyond(side, GeneralFloat(limit.limit), sensor.quantity->unit, limit.source);
-    timeOut += limit.timeOut;
-    if (first == nullptr || limit.first->begin < first->begin) first = &*limit.first;
+    beyond.text += beyond.text.empty() ? SensorName(*sensor.quantity, settings) + " " : " or ";
+    beyond.text += Beyond(side, GeneralFloat(limit.limit), sensor.quantity->unit, limit.source);
+    beyond.timeOut += limit.timeOut;
+    if (!beyond.first || limit.first->begin < beyond.first->begin) beyond.first = limit.first;
+    if (!beyond.longest || limit.longest->duration > beyond.longest->duration) beyond.longest = limit.longest;
   };
   add("below", sensor.below);
   add("above", sensor.above);
-  if (beyond.empty()) return "";
-  return fmt::format("{} {} {}", SensorName(*sensor.quantity, settings), beyond,
-                     ForOrOn(timeOut, DurationInWords(timeOut / kMsPerDay), *first, settings));
+  return beyond;
+}
+
+std::string OutOfLimitsText(const TSensorVerdict& sensor, bool byDefaultLimits, const TDisplaySettings& settings) {
+  const TBeyondLimits beyond = BeyondLimits(sensor, byDefaultLimits, settings);
+  if (beyond.text.empty()) return "";
+  return fmt::format("{} {}", beyond.text,
+                     ForOrOn(beyond.timeOut, DurationInWords(beyond.timeOut / kMsPerDay), *beyond.first, settings));
 }
 
 std::string ExtremesText(const TSensorVerdict& sensor, const TDisplaySettings& settings) {

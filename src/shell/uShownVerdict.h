@@ -26,6 +26,14 @@ std::string PeakText(const TPeakVerdict& peak, const TDisplaySettings& settings)
 // "3 of 300 events clipped: their true peaks are higher"; empty when none is.
 std::string ClippedText(const TVerdict& verdict);
 
+// Where a sensor was out of limits. Without `byDefaultLimits` only limits that somebody chose count.
+struct TBeyondLimits {
+  std::string text;                          // "humidity above 60 %RH"; empty when it was out of no such limit
+  double timeOut = 0;                        // ms
+  std::optional<TExcursion> first, longest;  // of equally long ones the first below the lower limit
+};
+TBeyondLimits BeyondLimits(const TSensorVerdict& sensor, bool byDefaultLimits, const TDisplaySettings& settings);
+
 // "humidity above 60 %RH for 3 d 4 h", "temperature below -4 °C or above 40 °C (default limit) for 2 h". Without
 // `byDefaultLimits` only what is beyond limits that somebody chose. Empty when the sensor is out of no such limit.
 std::string OutOfLimitsText(const TSensorVerdict& sensor, bool byDefaultLimits, const TDisplaySettings& settings);

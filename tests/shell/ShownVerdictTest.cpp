@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "shell/uFilterWords.h"
 #include "shell/uShownMission.h"
+#include "shell/uVerdictCells.h"
 #include "tests/support/uThreeEvents.h"
 
 namespace {
@@ -153,6 +155,79 @@ TEST(VerdictOf, TheShownMissionTakesItsDamageAndItsAlarm) {
       "all events exceed the trigger level of 2 g; set limits to judge; the worst, event 0, reached 20 g (20 g on "
       "X-pos) on 2023-07-16 06:00; 2 of 3 events clipped: their true peaks are higher; no sensor out of limits; "
       "the recording is damaged, and only what could be read is judged");
+}
+
+class VerdictCells : public testing::Test {
+ protected:
+  VerdictCells() {
+    FMission.Display = Settings();
+    FVerdict.firstTime = kMoment;
+    FVerdict.lastTime = kMoment + 10;
+  }
+  TVerdictCell Cell(TVerdictQuestion question) {
+    return ::VerdictCells(FVerdict, FMission)[static_cast<std::size_t>(question)];
+  }
+  TShownMission FMission;
+  TVerdict FVerdict = Example();
+};
+
+TEST_F(VerdictCells, GiveNumberNoteAndWhereTheyLead) {
+  const TVerdictCell above = Cell(TVerdictQuestion::AboveAlarm);
+  EXPECT_EQ(above.value + "|" + above.note, "12|of 300 events above 6 g");
+  EXPECT_TRUE(above.isOut);
+  EXPECT_EQ(above.answer, TVerdictAnswer::FilterAboveAlarm);
+  const TVerdictCell out = Cell(TVerdictQuestion::OutOfLimits);
+  EXPECT_EQ(out.value + "|" + out.note, "3 d 4 h|humidity above 60 %RH");
+  EXPECT_TRUE(out.isOut);
+  const TVerdictCell recorded = Cell(TVerdictQuestion::Recorded);
+  EXPECT_EQ(recorded.value, "10 d");
+  EXPECT_NE(recorded.note.find("complete"), std::string::npos);
+  const auto span = WorstExcursion(FVerdict, FMission.Display);
+  ASSERT_TRUE(span);
+  EXPECT_LT(span->start, kMoment);
+  EXPECT_GT(span->end, kMoment + 3 + 4.0 / 24);
+}
+
+TEST_F(VerdictCells, LimitsThatNobodyChoseRaiseNoAlarm) {
+  FVerdict.above->limits.maxSource = TLimitSource::File;
+  FVerdict.above->count = 300;
+  FVerdict.sensors[0].above.source = TLimitSource::Default;
+  FVerdict.worstSensor->byDefaultLimits = true;
+  const TVerdictCell above = Cell(TVerdictQuestion::AboveAlarm);
+  EXPECT_EQ(above.value, "");
+  EXPECT_EQ(above.note, "all events exceed the trigger level of 6 g; set limits to judge");
+  EXPECT_EQ(above.answer, TVerdictAnswer::EditLimits);
+  EXPECT_FALSE(above.isOut);
+  EXPECT_EQ(Cell(TVerdictQuestion::OutOfLimits).note, "humidity above 60 %RH (default limit)");
+  EXPECT_FALSE(Cell(TVerdictQuestion::OutOfLimits).isOut);
+
+  FVerdict.above.reset();
+  for (const auto question : {TVerdictQuestion::AboveAlarm, TVerdictQuestion::OutOfLimits}) {
+    EXPECT_EQ(Cell(question).value, "no limits");
+    EXPECT_EQ(Cell(question).answer, TVerdictAnswer::EditLimits);
+  }
+}
+
+TEST_F(VerdictCells, AnEmptyRecordingLeadsNowhere) {
+  FVerdict = {};
+  for (const TVerdictCell& cell : ::VerdictCells(FVerdict, FMission)) {
+    EXPECT_TRUE(cell.answer == TVerdictAnswer::Nothing || cell.answer == TVerdictAnswer::EditLimits) << cell.value;
+  }
+  EXPECT_FALSE(WorstExcursion(FVerdict, FMission.Display));
+}
+
+TEST(FilterWords, ListEveryCondition) {
+  TEventFilter filter;
+  EXPECT_EQ(FilterWords(filter, Settings()), "");
+  filter.ranges[0] = {6, std::nullopt};
+  filter.ranges[1] = {std::nullopt, 2.5};
+  filter.axes[0] = filter.axes[3] = true;
+  filter.time = {kMoment, std::nullopt};
+  filter.aboveAlarm = true;
+  EXPECT_EQ(
+      FilterWords(filter, Settings()),
+      "Acceleration max from 6 g · ToT total to 2.5 msec · peak on X-pos or Y-neg · start from 2026-03-04 13:25:49 "
+      "· above alarm");
 }
 
 }  // namespace

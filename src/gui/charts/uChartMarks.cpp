@@ -61,8 +61,13 @@ void TChartMarks::SetNearestVisible(bool visible) {
 std::optional<double> TChartMarks::IndicatorTime() const {
   if (!FIndicator || !FPlot.HasData()) return std::nullopt;
   if (FPinned) return FPinned;
-  if (FHover) return FPlot.MomentAt(*FHover);
-  return std::nullopt;
+  return FHover ? FPlot.MomentAt(*FHover) : FShared;
+}
+
+void TChartMarks::SetShared(std::optional<double> time) {
+  const auto before = IndicatorTime();
+  FShared = time;
+  if (IndicatorTime() != before) FPlot.RedrawMarks();
 }
 
 void TChartMarks::Hover(const QPointF& position) {
@@ -76,6 +81,7 @@ void TChartMarks::Hover(const QPointF& position) {
   const auto now = IndicatorTime();
   if (now != before || (FNearest && FHover != hoverBefore)) FPlot.RedrawMarks();
   if (now && now != before) emit FPlot.IndicatorMoved(*now);
+  if (FHover != hoverBefore) EmitPointer();
 }
 
 void TChartMarks::Ask(const QPointF& position) {
@@ -110,6 +116,11 @@ void TChartMarks::FollowPointer() {
 
 void TChartMarks::EmitMoved() {
   if (const auto now = IndicatorTime()) emit FPlot.IndicatorMoved(*now);
+  EmitPointer();
+}
+
+void TChartMarks::EmitPointer() {
+  emit FPlot.PointerMoved(FPinned || !FHover ? FPinned : FPlot.MomentAt(*FHover));
 }
 
 void TChartMarks::Paint(QCPPainter& painter) const {

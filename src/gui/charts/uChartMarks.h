@@ -16,6 +16,8 @@ class TChartMarks {
   void SetIndicatorLocked(bool locked);
   // Where the line stands; nothing while there is none.
   [[nodiscard]] std::optional<double> IndicatorTime() const;
+  // Where the pointer is in a neighbouring chart: the indicator stands there while it is not in this one.
+  void SetShared(std::optional<double> time);
   // The sample nearest to the pointer is marked and named.
   void SetNearestVisible(bool visible);
 
@@ -33,11 +35,12 @@ class TChartMarks {
   // False where nothing was put.
   bool Unpin();
   // What was clicked goes with the data. Draws nothing.
-  void Reset() { FPinned = FPinnedBefore = FAsked = std::nullopt; }
+  void Reset() { FPinned = FPinnedBefore = FAsked = FShared = std::nullopt; }
 
  private:
   void FollowPointer();
   void EmitMoved();
+  void EmitPointer();
   void Paint(QCPPainter& painter) const;
   // Gives the box of its words.
   QRectF PaintIndicator(QCPPainter& painter, double time) const;
@@ -48,5 +51,6 @@ class TChartMarks {
   bool FIndicator = false, FIndicatorLocked = false, FNearest = false;
   std::optional<QPointF> FHover;                 // the pointer, while it is over the axes
   std::optional<double> FAsked;                  // where the last menu was asked for
+  std::optional<double> FShared;                 // of a neighbouring chart
   std::optional<double> FPinned, FPinnedBefore;  // where the indicator was clicked, and the click before
 };

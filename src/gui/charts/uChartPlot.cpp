@@ -63,7 +63,18 @@ void TChartPlot::SetHasData(bool hasData) {
     axis->setTicks(FHasData);
     axis->setTickLabels(FHasData);
   }
+  UpdateTimeLabels();
   for (const QCPAxis* axis : {FTimeAxis, FValueAxis}) axis->grid()->setVisible(FHasData);
+}
+
+void TChartPlot::UpdateTimeLabels() {
+  FTimeAxis->setTickLabels(FHasData && FTimeLabels);
+}
+
+void TChartPlot::SetTimeLabelsVisible(bool visible) {
+  if (std::exchange(FTimeLabels, visible) == visible) return;
+  UpdateTimeLabels();
+  QueueReplot();
 }
 
 QCPAxisRect& TChartPlot::Rect() const {
@@ -109,6 +120,7 @@ QImage TChartPlot::Picture() {
   const QPalette before = palette();
   const bool inherited = !testAttribute(Qt::WA_SetPalette);
   setPalette(LightPalette());
+  FTimeAxis->setTickLabels(FHasData);
   QImage picture(size() * devicePixelRatioF(), QImage::Format_RGB32);
   picture.setDevicePixelRatio(devicePixelRatioF());
   picture.fill(Qt::white);
@@ -116,6 +128,7 @@ QImage TChartPlot::Picture() {
     QCPPainter painter(&picture);
     toPainter(&painter, width(), height());
   }
+  UpdateTimeLabels();
   setPalette(inherited ? QPalette() : before);
   QueueReplot();
   return picture;

@@ -8,6 +8,7 @@
 
 #include <qcustomplot.h>
 
+#include <optional>
 #include <utility>
 
 #include "base/uTimeSpan.h"
@@ -52,6 +53,9 @@ class TChartPlot : public QCustomPlot {
   // The margins are at least these, so that charts above each other show the same moment at the same place.
   void SetSideMargins(int left, int right);
 
+  // The labels of the time axis; a chart right below may show the same. A picture always has them.
+  void SetTimeLabelsVisible(bool visible);
+
  signals:
   void NeededMarginsChanged();
   // What the user does with the tools of a chart, which emit these signals. The first: zoomed or panned.
@@ -59,6 +63,8 @@ class TChartPlot : public QCustomPlot {
   // Asked to see everything again.
   void ZoomReset();
   void IndicatorMoved(double time);
+  // The moment under the pointer, or where the indicator was clicked; nothing when there is neither.
+  void PointerMoved(std::optional<double> time);
   // Time and value under the pointer in words, or a hint; empty when the pointer leaves.
   void CursorValueChanged(const QString& text);
   // Asked for a context menu, in coordinates of the screen; never during a drag.
@@ -85,6 +91,7 @@ class TChartPlot : public QCustomPlot {
  private:
   void PaintGround(QCPPainter& painter) const;
   void LayOut();
+  void UpdateTimeLabels();
   void EmitNeededMargins();
 
   TAxisUnit FUnit;
@@ -94,6 +101,7 @@ class TChartPlot : public QCustomPlot {
   QCPAxis* FValueAxis = nullptr;
   QString FPlaceholder;
   bool FHasData = false;
+  bool FTimeLabels = true;
   bool FStale = true;                  // a replot waits for the plot to be painted
   std::pair<int, int> FEmitted{0, 0};  // the needed margins that were signalled last
 };

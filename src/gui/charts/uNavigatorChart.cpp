@@ -54,6 +54,7 @@ TNavigatorChart::TNavigatorChart(QWidget* parent)
 
 void TNavigatorChart::Clear() {
   FEvents = {};
+  FVisibleBefore = {};
   FReadings.Clear();
   FExtents.Clear();
   FSensor.clear();
@@ -73,10 +74,12 @@ void TNavigatorChart::SetMission(const TEventList& events, const TSensorList& se
 
 void TNavigatorChart::TakeEvents(const TEventList& events, std::optional<TTimeSpan>& span) {
   FEvents.reserve(events.Count());
+  std::uint32_t index = 0;
   for (const TEvent& event : events.Events()) {
+    const std::uint32_t at = index++;
     const double time = DateTimeOf(FStart, event.GetStartTime());
     if (!std::isfinite(time)) continue;
-    FEvents.push_back({time, event.Max});
+    FEvents.push_back({time, event.Max, at});
     Include(span, time);
     if (event.Count() > 0) Include(span, DateTimeOf(FStart, event.Values().back().time));
   }
@@ -107,6 +110,18 @@ void TNavigatorChart::SetSensorColour(std::string_view sensor, const QColor& col
 
 void TNavigatorChart::SetSensorNames(std::map<std::string, std::string> names) {
   if (FChoices.SetNames(std::move(names))) QueueReplot();
+}
+
+// Sums, so that a redraw need not look at every event.
+void TNavigatorChart::SetVisibleEvents(const std::vector<bool>& visible) {
+  FVisibleBefore.clear();
+  if (!visible.empty()) {
+    FVisibleBefore.reserve(FEvents.size() + 1);
+    FVisibleBefore.push_back(0);
+    for (const TEventTick& tick : FEvents)
+      FVisibleBefore.push_back(FVisibleBefore.back() + (visible[tick.index] ? 1 : 0));
+  }
+  QueueReplot();
 }
 
 QString TNavigatorChart::Caption() const {
@@ -164,14 +179,18 @@ void TNavigatorChart::PaintOverview(QCPPainter& painter) {
 void TNavigatorChart::PaintEventTicks(QCPPainter& painter) const {
   const double bottom = Rect().rect().bottom();
   QList<QLineF> ticks;
+  QList<QLineF> faint;
   VisitColumns(
       FEvents.size(), [this](std::size_t i) { return FEvents[i].time; },
       ColumnsOf(TimeAxis(), painter, Range().Times()),
-      [&](std::size_t first, std::size_t /*end*/) {
+      [&](std::size_t first, std::size_t end) {
         const double x = TimeAxis().coordToPixel(FEvents[first].time);
-        ticks.append(QLineF(x, bottom - kTickHeight, x, bottom));
+        const bool hidden = !FVisibleBefore.empty() && FVisibleBefore[first] == FVisibleBefore[end];
+        (hidden ? faint : ticks).append(QLineF(x, bottom - kTickHeight, x, bottom));
       });
   painter.setAntialiasing(false);
+  painter.setPen(QPen(Mixed(palette().color(QPalette::Base), palette().color(QPalette::Text), 0.2), 1));
+  painter.drawLines(faint);
   painter.setPen(QPen(palette().color(QPalette::Text), 1));
   painter.drawLines(ticks);
 }

@@ -32,6 +32,9 @@ class TNavigatorChart final : public TTimeChart {
   void SetSensorColour(std::string_view sensor, const QColor& colour);
   void SetSensorNames(std::map<std::string, std::string> names);
 
+  // The ticks of events that this mask, by index, does not mark are faint; an empty mask marks all.
+  void SetVisibleEvents(const std::vector<bool>& visible);
+
   // From the first to the last time; nothing without a point.
   [[nodiscard]] std::optional<TTimeSpan> DataSpan() const;
   // The span that the charts show, in date-times.
@@ -64,14 +67,16 @@ class TNavigatorChart final : public TTimeChart {
   void PaintBand(QCPPainter& painter) const;
 
   struct TEventTick {
-    double time;  // a date-time
-    float peak;   // g
+    double time;          // a date-time
+    float peak;           // g
+    std::uint32_t index;  // in the list
   };
-  std::vector<TEventTick> FEvents;       // in the order of time
-  TInTimeOrder<TSensorValue> FReadings;  // of the sensor that is drawn
-  TExtents FExtents;                     // of the readings, without one of the peaks
-  double FStart = 0;                     // the mission's, a date-time
-  std::string FSensor;                   // its name in the list
+  std::vector<TEventTick> FEvents;            // in the order of time
+  std::vector<std::uint32_t> FVisibleBefore;  // by place and one more; empty: all are visible
+  TInTimeOrder<TSensorValue> FReadings;       // of the sensor that is drawn
+  TExtents FExtents;                          // of the readings, without one of the peaks
+  double FStart = 0;                          // the mission's, a date-time
+  std::string FSensor;                        // its name in the list
   TSensorChoices FChoices;
   TNavigatorBand* FBand;           // what the charts show
   TNavigatorBand *FLeft, *FRight;  // what lies before and after it

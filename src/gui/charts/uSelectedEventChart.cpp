@@ -18,10 +18,8 @@ constexpr double kLineWidth = 1.2;
 constexpr double kLevelInSight = 4;  // times the largest value; a level above is out of sight
 constexpr double kWordsRoom = 0.08;  // of the values, above and below, for the name of the peak
 
-// Times over the levels, ms from the start, in order.
-std::vector<TTimeSpan> IntervalsOver(const TThresholds& levels, const TEvent& event, double start) {
-  std::vector<TTimeSpan> intervals;
-  CalcEventMetrics(event, levels, &intervals);
+// Recorded times over the levels as ms from the start, in order.
+std::vector<TTimeSpan> InOrder(const std::vector<TTimeSpan>& intervals, double start) {
   std::vector<TTimeSpan> over;
   for (const TTimeSpan& interval : intervals) {
     const auto [from, to] = std::minmax({interval.start - start, interval.end - start});
@@ -95,7 +93,9 @@ void TSelectedEventChart::ShowEvent(const TEventList& events, std::size_t index,
   }
   FStart = std::isfinite(event.GetStartTime()) ? event.GetStartTime() : FSamples.Samples().front().time;
   FLevels = ThresholdsOf(mission);
-  FIntervals = IntervalsOver(FLevels, event, FStart);
+  std::vector<TTimeSpan> intervals;
+  FClipped = CalcEventMetrics(event, FLevels, &intervals).clipped;
+  FIntervals = InOrder(intervals, FStart);
 
   FMissionStart = events.StartTime;
   SetFullRange(TTimeSpan{Samples().front().time - FStart, Samples().back().time - FStart});
@@ -118,6 +118,7 @@ void TSelectedEventChart::ShowTitle() {
   }
   title += (FHighPass ? tr("; recorded peak %1 g (%2 g on %3)") : tr(" · peak %1 g (%2 g on %3)"))
                .arg(Figure(double{event.Max}), Figure(double{event.MaxSingle}), QtText(event.MaxAxis));
+  if (FClipped) title += tr(", clipped");
   Legend().SetTitle(title);
 }
 

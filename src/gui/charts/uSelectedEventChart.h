@@ -62,6 +62,7 @@ class TSelectedEventChart final : public TAccelerationChart {
   TAlarmLimits FAlarm;  // g
   TValueMasks FMasks;
   TSeriesExtents FExtents;            // of the samples
+  bool FClipped = false;              // the true peak is higher
   std::vector<TTimeSpan> FIntervals;  // ms from the start, over the levels
   std::optional<QPointF> FPeak;       // ms from the start, g
 };

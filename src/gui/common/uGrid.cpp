@@ -156,6 +156,17 @@ void TGrid::paintEvent(QPaintEvent* event) {
   painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, FPlaceholder);
 }
 
+// A scroll bar that appears, and less height, must not cover a current row that was in sight.
+void TGrid::resizeEvent(QResizeEvent* event) {
+  const QRect row = visualRect(currentIndex());
+  const bool inSight = row.isValid() && row.top() >= 0 && row.top() < std::max(1, event->oldSize().height());
+  TRowGrid::resizeEvent(event);
+  if (!inSight) return;
+  const int left = horizontalScrollBar()->value();
+  scrollTo(currentIndex());
+  horizontalScrollBar()->setValue(left);
+}
+
 void TGrid::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) return Open(currentIndex());
   TRowGrid::keyPressEvent(event);

@@ -12,14 +12,15 @@ QLabel* MakeTitle(const QString& text, QWidget* parent) {
   return label;
 }
 
-TElidedLabel::TElidedLabel(const QString& name, QWidget* parent) : QLabel(parent) {
+TElidedLabel::TElidedLabel(const QString& name, QWidget* parent, Qt::TextElideMode elide)
+    : QLabel(parent), FElide(elide) {
   setObjectName(name);
   setTextFormat(Qt::PlainText);
 }
 
 void TElidedLabel::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
-  const QString shown = fontMetrics().elidedText(text(), Qt::ElideMiddle, contentsRect().width());
+  const QString shown = fontMetrics().elidedText(text(), FElide, contentsRect().width());
   setToolTip(shown == text() ? QString() : Qt::convertFromPlainText(text()));
   painter.setPen(palette().color(foregroundRole()));
   painter.drawText(contentsRect(), Qt::AlignLeft | Qt::AlignVCenter, shown);

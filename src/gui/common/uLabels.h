@@ -14,14 +14,17 @@ class TKeyLabel : public QLabel {
   [[nodiscard]] QSize minimumSizeHint() const override { return QLabel::minimumSizeHint() + QSize(4, 0); }
 };
 
-// A line of plain text. Text that is too long is cut in the middle and shown whole in the tool tip.
+// A line of plain text. Text that is too long is cut, in the middle unless told, and shown whole in the tool tip.
 class TElidedLabel : public QLabel {
   Q_OBJECT
 
  public:
-  TElidedLabel(const QString& name, QWidget* parent);
+  TElidedLabel(const QString& name, QWidget* parent, Qt::TextElideMode elide = Qt::ElideMiddle);
   [[nodiscard]] QSize minimumSizeHint() const override { return {0, QLabel::minimumSizeHint().height()}; }
 
  protected:
   void paintEvent(QPaintEvent* event) override;
+
+ private:
+  Qt::TextElideMode FElide;
 };

@@ -3,6 +3,7 @@
 #include <QScrollBar>
 
 #include "gui/common/uQtText.h"
+#include "gui/common/uTheme.h"
 
 namespace {
 
@@ -28,11 +29,11 @@ void TMissionDetails::ShowSections(const std::vector<TSection>& sections) {
   const auto shown = [](const std::string& text) { return ShownText(text, kLongestText).toHtmlEscaped(); };
   QString html;
   for (const TSection& section : sections) {
-    html += QString("<p style='margin-top:6px; margin-bottom:2px'><b>%1</b></p><table width='100%' cellpadding='1'>")
+    html += QString("<p style='margin-top:8px; margin-bottom:4px'><b>%1</b></p><table width='100%' cellpadding='2'>")
                 .arg(section.title);
     for (const TFigure& figure : section.figures) {
       html += QString("<tr><td width='36%' style='color:%1'>%2</td><td>%3</td></tr>")
-                  .arg(palette().color(QPalette::PlaceholderText).name(), shown(figure.label), shown(figure.text));
+                  .arg(QColor(TokensOf(palette()).secondaryInk).name(), shown(figure.label), shown(figure.text));
     }
     html += "</table>";
   }

@@ -1,5 +1,5 @@
-// The mission details: the header's fields and texts, the mission's figures, a line for each sensor. Text wraps
-// anywhere and can be selected.
+// The mission details: the verdict, the header's fields and texts, the mission's figures, a line for each sensor. Text
+// wraps anywhere and can be selected.
 #pragma once
 
 #include <QTextEdit>

@@ -1,5 +1,6 @@
 #include "gui/mainform/KorvexMainForm.h"
 
+#include <QAction>
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QDockWidget>
@@ -31,6 +32,7 @@
 #include "gui/mainform/uSettingsBinder.h"
 #include "gui/mainform/uWindowPlace.h"
 #include "gui/overview/uOverviewPanel.h"
+#include "gui/overview/uVerdictStrip.h"
 #include "gui/platform/uDialogs.h"
 #include "gui/platform/uPostedMessages.h"
 #include "gui/report/uReportPanel.h"
@@ -81,6 +83,7 @@ TKorvexMainForm::TKorvexMainForm(TProgram program, std::function<std::uint64_t()
   ConnectNavigator();
   ConnectSettings();
   ConnectFilter();
+  connect(FParts->overview->Verdict(), &TVerdictStrip::Asked, this, &TKorvexMainForm::OpenVerdict);
   FormCreate();
 }
 
@@ -185,6 +188,7 @@ void TKorvexMainForm::ConnectGrids() {
   };
   reachReadings(FParts->docks.DBGrid2, &TMissionDatasets::Sensors);
   reachReadings(FParts->docks.DBGrid8, &TMissionDatasets::Battery);
+  connect(FParts->overview, &TMainOverviewPanel::EventAskedFor, this, &TKorvexMainForm::actSetViewShockExecute);
   connect(FParts->overview, &TMainOverviewPanel::OrderByChosen, this, [this](int entry) {
     OnMission([&](TShownMission& mission) { OrderMostImportantBy(mission, entry, *FViews); });
   });
@@ -251,6 +255,30 @@ void TKorvexMainForm::ConnectFilter() {
   connect(FParts->statusEvents, &TFilterChip::OffClicked, this, [this] {
     OnMission([&](TShownMission& mission) { std::ignore = ActivateFilter(mission, false, *FViews); });
   });
+}
+
+void TKorvexMainForm::OpenVerdict(TVerdictQuestion question, TVerdictAnswer answer) {
+  const TVerdict& verdict = FViews->Verdict();
+  if (answer == TVerdictAnswer::AllEvents) {
+    actSetViewShockExecute();
+  } else if (answer == TVerdictAnswer::SelectEvent) {
+    Select(question == TVerdictQuestion::Peak ? verdict.peak->event : verdict.worst->event);
+  } else if (answer == TVerdictAnswer::FilterAboveAlarm) {
+    OnMission([this](TShownMission& mission) {
+      TEventFilter filter;
+      filter.aboveAlarm = true;
+      ChangeFilter(mission, filter, *FViews);
+    });
+  } else if (answer == TVerdictAnswer::EditLimits) {
+    FControls->SelectRibbonTab("tabHome");
+    findChild<QAction*>("actAlarmLimits")->trigger();
+  } else if (answer == TVerdictAnswer::ShowWhole) {
+    OnMission([this](TShownMission& mission) { actNavSetIntAllExecute(mission, *FViews); });
+  } else if (answer == TVerdictAnswer::ShowExcursion) {
+    OnMission([&](TShownMission& mission) {
+      if (const auto span = WorstExcursion(verdict, mission.Display)) NavigatorBandResizing(mission, *span, *FViews);
+    });
+  }
 }
 
 void TKorvexMainForm::OnMission(const std::function<void(TShownMission&)>& command) {

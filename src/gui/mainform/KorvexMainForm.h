@@ -9,6 +9,7 @@
 
 #include "shell/uFileFlow.h"
 #include "shell/uStartUp.h"
+#include "shell/uVerdictCells.h"
 
 class TControls;
 class TDialogs;
@@ -57,6 +58,8 @@ class TKorvexMainForm : public QMainWindow {
   void ConnectNavigator();
   void ConnectSettings();
   void ConnectFilter();
+  // Goes where a button of the verdict leads.
+  void OpenVerdict(TVerdictQuestion question, TVerdictAnswer answer);
   // Nothing while no file is shown.
   void OnMission(const std::function<void(TShownMission&)>& command);
   void Select(std::size_t event);

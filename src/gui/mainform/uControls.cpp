@@ -15,6 +15,7 @@
 #include "gui/mainform/uLayouts.h"
 #include "gui/mainform/uMainParts.h"
 #include "gui/mainform/uNotice.h"
+#include "gui/overview/uOverviewPanel.h"
 #include "gui/platform/uTaskbarProgress.h"
 #include "gui/ribbon/uBackstage.h"
 #include "gui/ribbon/uBackstagePages.h"
@@ -160,6 +161,7 @@ void TControls::SaveLogo(std::size_t index, const std::filesystem::path& file) {
 
 void TControls::LoadLayout(const std::filesystem::path& file) {
   FParts.layouts->Load(file);
+  FParts.overview->SetSharesHeight(false);
 }
 
 void TControls::SaveLayout(const std::filesystem::path& file) {
@@ -168,6 +170,7 @@ void TControls::SaveLayout(const std::filesystem::path& file) {
 
 void TControls::RestoreDesignedLayout() {
   FParts.layouts->RestoreDesigned();
+  FParts.overview->SetSharesHeight(true);
 }
 
 void TControls::ShowRecentDocuments(const TRecentDocuments& recent) {

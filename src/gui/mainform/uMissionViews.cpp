@@ -8,6 +8,8 @@
 #include <map>
 #include <utility>
 
+#include "base/uDateTime.h"
+#include "base/uText.h"
 #include "gui/charts/uEventsChart.h"
 #include "gui/charts/uNavigatorChart.h"
 #include "gui/charts/uSelectedEventChart.h"
@@ -22,15 +24,19 @@
 #include "gui/mainform/uNotice.h"
 #include "gui/mainform/uViewOutput.h"
 #include "gui/overview/uOverviewPanel.h"
+#include "gui/overview/uVerdictStrip.h"
 #include "gui/report/uReportPanel.h"
 #include "gui/settings/uAlarmLimitsPanel.h"
 #include "gui/shock/uShockPanel.h"
+#include "shell/uFilterWords.h"
 #include "shell/uSettingsCommands.h"
 
 void TMissionViews::EmptyGridsAndCharts() {
   FMission = nullptr;
   FControls.SetMission(nullptr);
   FShownEvent.reset();
+  FVerdict = {};
+  FParts.overview->Verdict()->ShowCells({});
   ShowLimitsInForce(FMission, FControls);
   for (TGrid* grid : FWindow.findChildren<TGrid*>()) grid->SetDataset(nullptr);
   for (TTimeChart* chart : FWindow.findChildren<TTimeChart*>()) {
@@ -65,9 +71,10 @@ void TMissionViews::UpdateKorvexUI(TShownMission& mission) {
   FControls.SetMission(&mission);
   FParts.shock->Shocks()->SetDataset(&mission.Tables.Events);
   FParts.shock->FilteredShocks()->SetDataset(&mission.CLDS);
-  FParts.overview->MostImportant()->SetDataset(&mission.Tables.Important);
+  FParts.overview->MostImportant()->SetDataset(&mission.Important);
   FParts.docks.DBGrid2->SetDataset(&mission.Tables.Sensors);
   FParts.docks.DBGrid8->SetDataset(&mission.Tables.Battery);
+  ShowVerdict(mission);
   ShowDetails(mission);
   ShowLimitsInForce(FMission, FControls);
   FParts.filter->SetMission(&mission);
@@ -84,6 +91,7 @@ void TMissionViews::RefreshDisplay(const TShownMission& mission) {
   if (FMission == nullptr) return;
   for (TGrid* grid : FWindow.findChildren<TGrid*>()) grid->Reformat();
   FParts.shock->ShowCards(mission.Tables.Events, mission.SelectedEvent, mission.Display);
+  ShowVerdict(mission);
   ShowDetails(mission);
   FParts.filter->SetMission(&mission);
   FParts.report->ShowReport(mission);
@@ -131,11 +139,18 @@ void TMissionViews::ShowInCharts(const TDisplaySettings& display) {
   for (TTimeChart* chart : FWindow.findChildren<TTimeChart*>()) chart->RefreshLabels();
 }
 
+void TMissionViews::ShowVerdict(const TShownMission& mission) {
+  FVerdict = VerdictOf(mission);
+  FParts.overview->Verdict()->ShowCells(VerdictCells(FVerdict, mission));
+}
+
 void TMissionViews::ShowDetails(const TShownMission& mission) {
-  FParts.docks.details->ShowSections(
-      {{QObject::tr("Mission"), HeaderFigures(mission.Data)},
-       {QObject::tr("Events"), EventFigures(mission.Summary, mission.Events, mission.Axes)},
-       {QObject::tr("Sensors"), NamedSensorFigures(mission)}});
+  std::vector<TFigure> events = EventFigures(mission.Summary, mission.Events, mission.Axes);
+  std::erase_if(events, [](const TFigure& figure) { return figure.label == "Peak" || figure.label == "Most intense"; });
+  FParts.docks.details->ShowSections({{QObject::tr("Verdict"), VerdictFigures(FVerdict, mission)},
+                                      {QObject::tr("Mission"), HeaderFigures(mission.Data)},
+                                      {QObject::tr("Events"), std::move(events)},
+                                      {QObject::tr("Sensors"), NamedSensorFigures(mission)}});
 }
 
 std::optional<TTimeSpan> TMissionViews::NavigatorSpan() const {
@@ -189,7 +204,10 @@ void TMissionViews::RefreshGrid(std::string_view grid) {
 }
 
 void TMissionViews::RebuildFilteredEvents() {
-  if (FMission != nullptr) FParts.shock->FilteredShocks()->RefreshRows(FMission->SelectedEvent);
+  if (FMission == nullptr) return;
+  FParts.shock->FilteredShocks()->RefreshRows(FMission->SelectedEvent);
+  FParts.overview->MostImportant()->Refresh();
+  FParts.overview->ShowSelectedEvent(FMission->SelectedEvent, SelectedEventWords(FMission->SelectedEvent));
 }
 
 void TMissionViews::ShowFilter(const TShownMission& mission) {
@@ -198,17 +216,37 @@ void TMissionViews::ShowFilter(const TShownMission& mission) {
   for (TEventsChart* chart : {FParts.overview->Chart1(), FParts.shock->Chart20()}) {
     chart->SetVisibleEvents(mission.CLDS.ShownRows());
   }
+  FParts.docks.ChartNavigator->SetVisibleEvents(mission.CLDS.ShownRows());
+  const QString conditions = QtText(FilterWords(mission.Filter, mission.Display));
+  FParts.statusEvents->setToolTip(Qt::convertFromPlainText(conditions));
+  FParts.shock->ShowFilter(mission.CLDS.RecordCount(), mission.Events.Count(),
+                           mission.FilterActive ? conditions : QString());
   FParts.filter->ShowFilter();
+  FParts.overview->Verdict()->ShowCells(VerdictCells(FVerdict, mission));
   FControls.UpdateCommands();
 }
 
 void TMissionViews::ShowSelectedEvent(std::optional<std::size_t> event) {
   for (TEventsChart* chart : {FParts.overview->Chart1(), FParts.shock->Chart20()}) chart->SetSelectedEvent(event);
-  FParts.overview->MostImportant()->SetCurrentId(event);
+  FParts.overview->ShowSelectedEvent(event, SelectedEventWords(event));
   if (FMission == nullptr) return;
   FParts.shock->ShowCards(FMission->Tables.Events, event, FMission->Display);
+  FParts.shock->ShowClipped(event && FMission->Tables.Metrics[*event].clipped);
   if (std::exchange(FShownEvent, event) == event) return;  // its chart keeps its zoom
   FParts.shock->ShowEvent(FMission->Events, event, FMission->Data);
+}
+
+QString TMissionViews::SelectedEventWords(std::optional<std::size_t> event) const {
+  if (FMission == nullptr || !event) return {};
+  const TEvent& selected = FMission->Events.GetItem(*event);
+  const double time = DateTimeOf(FMission->Events.StartTime, selected.GetStartTime());
+  QString words =
+      QObject::tr("Selected: event %1 · %2 · %3 g")
+          .arg(selected.ID)
+          .arg(QtText(FormatDateTime(DateTimeMask(), time)),
+               QtText(MaskFloat(FMission->Display.FormatOf(TQuantity::Acceleration), double{selected.Max})));
+  if (FMission->Tables.Metrics[*event].clipped) words += QObject::tr(" · clipped");
+  return words;
 }
 
 void TMissionViews::PositionEventGrids(std::optional<std::size_t> event) {

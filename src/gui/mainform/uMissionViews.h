@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "analysis/uVerdict.h"
 #include "shell/uIMissionViews.h"
 
 class TControls;
@@ -40,17 +41,23 @@ class TMissionViews final : public IMissionViews {
 
   // Call when one of the three time charts shows another span: updates whether it is synced with the band.
   void UpdateSynced(TTimeChart& chart);
+  // Of the shown mission, without the filter.
+  [[nodiscard]] const TVerdict& Verdict() const { return FVerdict; }
   // Marks on the navigator the span of a visible chart that is not synced, preferably this one.
   void MarkUnsynced(const TTimeChart* preferred);
 
  private:
   void ShowInCharts(const TDisplaySettings& display);
+  // Names the selected event; empty without one.
+  [[nodiscard]] QString SelectedEventWords(std::optional<std::size_t> event) const;
+  void ShowVerdict(const TShownMission& mission);
   void ShowDetails(const TShownMission& mission);
 
   QMainWindow& FWindow;
   TMainParts& FParts;
   TControls& FControls;
   const TShownMission* FMission = nullptr;
+  TVerdict FVerdict;
   std::optional<std::size_t> FShownEvent;  // in Chart2
   int FDateFormat = -1;                    // of the charts' labels
 };

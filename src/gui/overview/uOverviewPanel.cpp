@@ -2,44 +2,95 @@
 
 #include <QComboBox>
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QLabel>
+#include <QScrollBar>
 #include <QSplitter>
+#include <QToolButton>
 #include <QVBoxLayout>
+#include <algorithm>
+#include <functional>
+#include <utility>
 
+#include "gui/charts/uChartPair.h"
 #include "gui/charts/uEventsChart.h"
 #include "gui/charts/uSensorsChart.h"
 #include "gui/common/uGrid.h"
 #include "gui/common/uLabels.h"
 #include "gui/common/uTheme.h"
+#include "gui/overview/uVerdictStrip.h"
+
+namespace {
+
+constexpr int kMinRows = 5;
+constexpr int kMaxRows = 10;
+constexpr int kChartHeight = 150;  // px that a chart keeps before more than the fewest rows are shown
+constexpr int kListSpacing = 4;
+
+// Says when its height changed and its parts were laid out.
+class TOverviewSplitter : public QSplitter {
+ public:
+  TOverviewSplitter(std::function<void()> resized, QWidget* parent)
+      : QSplitter(Qt::Vertical, parent), FResized(std::move(resized)) {}
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override {
+    QSplitter::resizeEvent(event);
+    FResized();
+  }
+
+ private:
+  std::function<void()> FResized;
+};
+
+}  // namespace
 
 TMainOverviewPanel::TMainOverviewPanel(QWidget* parent)
     : QWidget(parent),
+      FVerdict(new TVerdictStrip(this)),
+      FSplitter(new TOverviewSplitter(
+          [this] {
+            if (FSharesHeight) ShareHeight();
+            UpdateSelectedLine();
+          },
+          this)),
       FChart1(new TEventsChart(this)),
       FChartAllSensors(new TSensorsChart(this)),
       FMostImportant(new TGrid("dbgMostImportant", tr("Most important events"), nullptr, this)),
-      FOrderBy(new QComboBox(this)) {
+      FOrderBy(new QComboBox(this)),
+      FSelected(new TElidedLabel("lblSelectedEvent", this, Qt::ElideRight)),
+      FShow(new QToolButton(this)) {
   setObjectName("MainOverviewPanel");
   FChart1->setObjectName("Chart1");
   FChart1->setAccessibleName(tr("Shock events chart"));
   FChartAllSensors->setObjectName("ChartAllSensors");
   FChartAllSensors->setAccessibleName(tr("Sensors chart"));
+  PairCharts(*FChart1, *FChartAllSensors);
 
-  auto* splitter = new QSplitter(Qt::Vertical, this);
-  splitter->setObjectName("splOverview");
-  splitter->setChildrenCollapsible(false);
-  splitter->setHandleWidth(kSurfaceGap);
-  splitter->addWidget(FChart1);
-  splitter->addWidget(FChartAllSensors);
-  splitter->addWidget(MakeMostImportantEvents());
-  splitter->setSizes({340, 340, 220});
+  FSplitter->setObjectName("splOverview");
+  FSplitter->setChildrenCollapsible(false);
+  FSplitter->setHandleWidth(kSurfaceGap);
+  FSplitter->addWidget(FChart1);
+  FSplitter->addWidget(FChartAllSensors);
+  FSplitter->addWidget(MakeMostImportantEvents());
+  FSplitter->setSizes({340, 340, 220});
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
-  layout->addWidget(splitter);
+  layout->setSpacing(0);
+  layout->addWidget(FVerdict);
+  layout->addWidget(FSplitter, 1);
 
-  const auto align = [this] { AlignMargins(*FChart1, *FChartAllSensors); };
-  connect(FChart1, &TTimeChart::NeededMarginsChanged, this, align);
-  connect(FChartAllSensors, &TTimeChart::NeededMarginsChanged, this, align);
+  connect(FSplitter, &QSplitter::splitterMoved, this, [this] { FSharesHeight = false; });
   connect(FOrderBy, &QComboBox::activated, this, &TMainOverviewPanel::OrderByChosen);
+  connect(FMostImportant->verticalScrollBar(), &QScrollBar::valueChanged, this,
+          &TMainOverviewPanel::UpdateSelectedLine);
+  connect(FShow, &QToolButton::clicked, this, [this] {
+    if (FMostImportant->currentIndex().isValid()) {
+      FMostImportant->scrollTo(FMostImportant->currentIndex());
+    } else {
+      Q_EMIT EventAskedFor();
+    }
+  });
 }
 
 QWidget* TMainOverviewPanel::MakeMostImportantEvents() {
@@ -49,17 +100,59 @@ QWidget* TMainOverviewPanel::MakeMostImportantEvents() {
   FOrderBy->setToolTip(tr("What ranks the most important events (Alt+O)"));
   auto* orderLabel = new QLabel(tr("&Order By"), this);
   orderLabel->setBuddy(FOrderBy);
+  FSelected->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+  FSelected->setForegroundRole(QPalette::PlaceholderText);
+  FShow->setObjectName("btnShowSelectedEvent");
+  FShow->setText(tr("Show"));
+  FShow->setAutoRaise(true);
+  FShow->setFocusPolicy(Qt::StrongFocus);
+  FShow->setAccessibleName(tr("Show the selected event"));
+  FShow->setToolTip(tr("Scroll to the selected event, or show it in the shock view where it is not among these"));
   auto* box = new QWidget(this);
   auto* head = new QHBoxLayout;
   head->setContentsMargins(8, 4, 8, 0);
+  head->setSpacing(8);
   head->addWidget(MakeTitle(tr("Most important events"), this));
+  head->addWidget(FSelected, 1);
+  head->addWidget(FShow);
   head->addStretch();
   head->addWidget(orderLabel);
   head->addWidget(FOrderBy);
   auto* layout = new QVBoxLayout(box);
   layout->setContentsMargins(0, 0, 0, 0);
-  layout->setSpacing(4);
+  layout->setSpacing(kListSpacing);
   layout->addLayout(head);
   layout->addWidget(FMostImportant);
+  UpdateSelectedLine();
   return box;
+}
+
+// The rows get what the charts can spare.
+void TMainOverviewPanel::ShareHeight() {
+  const int row = FMostImportant->verticalHeader()->defaultSectionSize();
+  const int around = FOrderBy->sizeHint().height() + 4 + kListSpacing + FMostImportant->horizontalHeader()->height() +
+                     FMostImportant->horizontalScrollBar()->sizeHint().height() + 2 * FMostImportant->frameWidth();
+  const int room = FSplitter->height() - 2 * FSplitter->handleWidth();
+  const int rows = std::clamp((room - 2 * kChartHeight - around) / row, kMinRows, kMaxRows);
+  const int list = around + rows * row;
+  const int chart = std::max(0, room - list) / 2;
+  FSplitter->setSizes({chart, chart, list});
+}
+
+void TMainOverviewPanel::SetSharesHeight(bool shares) {
+  FSharesHeight = shares;
+  if (shares) ShareHeight();
+}
+
+void TMainOverviewPanel::ShowSelectedEvent(std::optional<std::size_t> event, const QString& words) {
+  FMostImportant->SetCurrentId(event);
+  FHasEvent = event.has_value();
+  FSelected->setText(words);
+  UpdateSelectedLine();
+}
+
+void TMainOverviewPanel::UpdateSelectedLine() {
+  const QModelIndex row = FMostImportant->currentIndex();
+  const bool inSight = row.isValid() && FMostImportant->viewport()->rect().intersects(FMostImportant->visualRect(row));
+  for (QWidget* part : std::initializer_list<QWidget*>{FSelected, FShow}) part->setVisible(FHasEvent && !inSight);
 }

@@ -55,7 +55,10 @@ TMainShockPanel::TMainShockPanel(QWidget* parent)
       FEventCharts(new QStackedWidget(this)),
       FValues(new TShockValuesGrid(this)),
       FShocks(new TGrid("dbgShocks", tr("Shock events"), EventIndexKey, this)),
-      FFilteredShocks(new TGrid("dbgFilteredShocks", tr("Filtered shock events"), EventIndexKey, this)) {
+      FFilteredShocks(new TGrid("dbgFilteredShocks", tr("Filtered shock events"), EventIndexKey, this)),
+      FTabs(new QTabWidget(this)),
+      FConditions(new TElidedLabel("lblFilterConditions", this, Qt::ElideRight)),
+      FClipped(new QLabel(tr("clipped"), this)) {
   setObjectName("MainShockPanel");
   FShocks->SetPlaceholder(tr("No shock events"));
   FFilteredShocks->SetPlaceholder(tr("No event is let through"));
@@ -149,7 +152,7 @@ QWidget* TMainShockPanel::MakeCards() {
     card->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     auto* caption = new TElidedLabel(kCards[i].captionName, card);
     caption->setForegroundRole(QPalette::PlaceholderText);
-    auto* value = new TElidedLabel(kCards[i].valueName, card);
+    auto* value = new TElidedLabel(kCards[i].valueName, card, Qt::ElideRight);
     value->setText(kNoValue);
     QFont large = SizedFont(value->font(), kTitleSize);
     large.setWeight(QFont::DemiBold);
@@ -166,19 +169,43 @@ QWidget* TMainShockPanel::MakeCards() {
 }
 
 QWidget* TMainShockPanel::MakeEventList() {
-  auto* tabs = new QTabWidget(this);
-  tabs->setObjectName("pgcShockGrids");
-  tabs->setDocumentMode(true);
-  tabs->setAccessibleName(tr("Event grids"));
-  tabs->addTab(PageOf(FShocks), tr("&All events"));
-  tabs->addTab(PageOf(FFilteredShocks), tr("Fil&tered events"));
+  FTabs->setObjectName("pgcShockGrids");
+  FTabs->setDocumentMode(true);
+  FTabs->setAccessibleName(tr("Event grids"));
+  FTabs->addTab(PageOf(FShocks), tr("&All events"));
+  QWidget* filtered = PageOf(FFilteredShocks);
+  FConditions->setForegroundRole(QPalette::PlaceholderText);
+  FConditions->setContentsMargins(8, 4, 8, 4);
+  FConditions->hide();
+  static_cast<QVBoxLayout*>(filtered->layout())->setSpacing(0);
+  static_cast<QVBoxLayout*>(filtered->layout())->insertWidget(0, FConditions);
+  FTabs->addTab(filtered, tr("Fil&tered events"));
+  FClipped->setObjectName("lblClipped");
+  FClipped->setToolTip(tr("The sensor was at the end of its range: the true peak of the selected event is higher"));
+  FClipped->setContentsMargins(8, 0, 8, 0);
+  FClipped->hide();
+  FTabs->setCornerWidget(FClipped);
   auto* box = new QWidget(this);
   auto* layout = new QVBoxLayout(box);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSpacing(4);
   layout->addWidget(MakeCards());
-  layout->addWidget(tabs);
+  layout->addWidget(FTabs);
   return box;
+}
+
+void TMainShockPanel::ShowFilter(std::size_t passing, std::size_t all, const QString& conditions) {
+  FTabs->setTabText(0, tr("&All events %1").arg(all));
+  FTabs->setTabText(1, tr("Fil&tered events %1").arg(passing));
+  const bool switchedOn = FConditions->isHidden() && !conditions.isEmpty();
+  FConditions->setText(conditions);
+  FConditions->setVisible(!conditions.isEmpty());
+  if (switchedOn) FTabs->setCurrentIndex(1);
+}
+
+void TMainShockPanel::ShowClipped(bool clipped) {
+  FClipped->setStyleSheet(QString("color: %1").arg(QColor(TokensOf(palette()).alarm).name()));
+  FClipped->setVisible(clipped);
 }
 
 void TMainShockPanel::ShowCards(const TDataset& events, std::optional<std::size_t> row,

@@ -43,8 +43,13 @@ class TMainShockPanel : public QWidget {
   void SetValuesVisible(bool visible);
   // Of both charts and the values.
   void SetMasks(const TValueMasks& masks);
+  // How many events pass the filter, in the tabs' titles; `conditions` is empty while the filter is off. When it is
+  // switched on, the filtered events come to the front.
+  void ShowFilter(std::size_t passing, std::size_t all, const QString& conditions);
   // Fills the cards from a row of the shock event table; nullopt empties them.
   void ShowCards(const TDataset& events, std::optional<std::size_t> row, const TDisplaySettings& display);
+  // Says beside the tabs that the selected event is clipped.
+  void ShowClipped(bool clipped);
 
  private:
   void TakeRoomForValues(bool visible);
@@ -62,6 +67,9 @@ class TMainShockPanel : public QWidget {
   TShockValuesGrid* FValues;
   TGrid* FShocks;
   TGrid* FFilteredShocks;
+  QTabWidget* FTabs;
+  QLabel* FConditions;
+  QLabel* FClipped;
   std::array<QLabel*, kCardCount> FCardValues{};
   int FValuesWidth = 300;  // px, when the table was last visible
 };

@@ -1,0 +1,195 @@
+#include "gui/overview/uVerdictStrip.h"
+
+#include <QGridLayout>
+#include <QPainter>
+#include <QStyle>
+#include <QTextLayout>
+#include <algorithm>
+#include <utility>
+
+#include "gui/common/uQtText.h"
+#include "gui/common/uTheme.h"
+
+namespace {
+
+constexpr int kGap = 8;       // px between buttons
+constexpr int kPadding = 10;  // px left and right of the words
+constexpr int kTopPadding = 6;
+constexpr int kBetween = 6;  // px between the caption and the time beside it
+constexpr int kMaxNoteLines = 2;
+constexpr double kValueSize = 1.5;  // of the font
+constexpr double kNoteSize = 0.88;
+constexpr int kLeastCharacters = 18;  // of the font, in a button beside five others
+
+struct TCaption {
+  const char* name;
+  const char* text;
+};
+constexpr std::array<TCaption, kVerdictQuestionCount> kCaptions = {{{"btnVerdictEvents", "Events"},
+                                                                    {"btnVerdictPeak", "Peak"},
+                                                                    {"btnVerdictAboveAlarm", "Above alarm"},
+                                                                    {"btnVerdictIntensity", "Worst by intensity"},
+                                                                    {"btnVerdictOutOfLimits", "Out of limits"},
+                                                                    {"btnVerdictRecorded", "Recorded"}}};
+
+}  // namespace
+
+TVerdictButton::TVerdictButton(const QString& name, const QString& caption, QWidget* parent)
+    : QAbstractButton(parent), FCaption(caption) {
+  setObjectName(name);
+  setFocusPolicy(Qt::StrongFocus);
+  setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+}
+
+void TVerdictButton::ShowCell(const TVerdictCell& cell) {
+  FCell = cell;
+  const bool leads = cell.answer != TVerdictAnswer::Nothing;
+  setCursor(leads ? Qt::PointingHandCursor : Qt::ArrowCursor);
+  QStringList words;
+  for (const std::string& part : {cell.value, cell.unit, cell.note, cell.when}) {
+    if (!part.empty()) words.append(QtText(part));
+  }
+  setAccessibleName(QString("%1: %2").arg(FCaption, words.join(' ')));
+  setAccessibleDescription(QtText(cell.tip));
+  // The words themselves may be cut.
+  setToolTip(Qt::convertFromPlainText(QString("%1\n%2").arg(accessibleName(), QtText(cell.tip)).trimmed()));
+  update();
+}
+
+QFont TVerdictButton::Scaled(double factor, bool bold) const {
+  QFont scaled = font();
+  scaled.setPointSizeF(scaled.pointSizeF() * factor);
+  scaled.setBold(bold);
+  return scaled;
+}
+
+QSize TVerdictButton::sizeHint() const {
+  const int caption = QFontMetrics(Scaled(kNoteSize, false)).height();
+  const int value = QFontMetrics(Scaled(kValueSize, true)).height();
+  const int height = 2 * caption + value;
+  return {fontMetrics().averageCharWidth() * kLeastCharacters + 2 * kPadding, height + 2 * kTopPadding};
+}
+
+// Below the number in one line, or instead of it in two; the last is cut where the words are too long.
+void TVerdictButton::PaintNote(QPainter& painter, const QRect& room) const {
+  const QString note = QtText(FCell.note);
+  const QFontMetrics metrics = painter.fontMetrics();
+  const qsizetype maxLines = FCell.value.empty() ? kMaxNoteLines : 1;
+  QTextLayout layout(note, painter.font());
+  layout.beginLayout();
+  QRect place(room.left(), room.top(), room.width(), metrics.height());
+  for (qsizetype i = 0; i < maxLines; ++i) {
+    QTextLine line = layout.createLine();
+    if (!line.isValid()) break;
+    line.setLineWidth(room.width());
+    const QString words =
+        i + 1 == maxLines ? note.mid(line.textStart()) : note.mid(line.textStart(), line.textLength());
+    painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter,
+                     metrics.elidedText(words.trimmed(), Qt::ElideRight, room.width()));
+    place.translate(0, metrics.height());
+  }
+  layout.endLayout();
+}
+
+void TVerdictButton::paintEvent(QPaintEvent* /*event*/) {
+  const TThemeTokens& tokens = TokensOf(palette());
+  const bool leads = FCell.answer != TVerdictAnswer::Nothing;
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  const bool hovered = leads && (underMouse() || isDown());
+  painter.setBrush(QColor(FCell.isOut ? tokens.alarmTint : hovered ? tokens.accentTint : tokens.surface));
+  const bool focused = hasFocus();
+  const double width = focused ? 2 : 1;
+  painter.setPen(QPen(QColor(focused || hovered ? tokens.accent
+                             : FCell.isOut      ? tokens.alarm
+                                                : tokens.hairline),
+                      width));
+  painter.drawRoundedRect(QRectF(rect()).adjusted(width / 2, width / 2, -width / 2, -width / 2), 4, 4);
+
+  QRect room = rect().adjusted(kPadding, kTopPadding, -kPadding, -kTopPadding);
+  painter.setFont(Scaled(kNoteSize, false));
+  painter.setPen(QColor(tokens.secondaryInk));
+  const QFontMetrics small = painter.fontMetrics();
+  const int caption = small.height();
+  const QRect head(room.topLeft(), QSize(room.width(), caption));
+  painter.drawText(head, Qt::AlignLeft | Qt::AlignVCenter, small.elidedText(FCaption, Qt::ElideRight, head.width()));
+  const QString when = QtText(FCell.when);
+  const bool fits = small.horizontalAdvance(FCaption) + 2 * kBetween + small.horizontalAdvance(when) <= head.width();
+  if (fits) painter.drawText(head, Qt::AlignRight | Qt::AlignVCenter, when);
+  room.setTop(room.top() + caption);
+  painter.setFont(Scaled(kValueSize, true));
+  painter.setPen(QColor(FCell.isOut ? tokens.alarm : tokens.ink));
+  const QFontMetrics large = painter.fontMetrics();
+  const QPointF foot(room.left(), room.top() + large.ascent());
+  const QString value = large.elidedText(QtText(FCell.value), Qt::ElideRight, room.width());
+  if (!value.isEmpty()) {
+    painter.drawText(foot, value);
+    room.setTop(room.top() + large.height());
+  }
+  painter.setFont(Scaled(kNoteSize, false));
+  painter.setPen(QColor(tokens.secondaryInk));
+  const double unit = large.horizontalAdvance(value) + kBetween / 2.0;
+  if (unit + small.horizontalAdvance(QtText(FCell.unit)) <= room.width()) {
+    painter.drawText(foot + QPointF(unit, 0), QtText(FCell.unit));
+  }
+  painter.setPen(QColor(FCell.value.empty() ? tokens.ink : tokens.secondaryInk));
+  PaintNote(painter, room);
+}
+
+void TVerdictButton::enterEvent(QEnterEvent* event) {
+  QAbstractButton::enterEvent(event);
+  update();
+}
+
+void TVerdictButton::leaveEvent(QEvent* event) {
+  QAbstractButton::leaveEvent(event);
+  update();
+}
+
+void TVerdictButton::changeEvent(QEvent* event) {
+  QAbstractButton::changeEvent(event);
+  if (event->type() == QEvent::FontChange) updateGeometry();
+}
+
+TVerdictStrip::TVerdictStrip(QWidget* parent) : QWidget(parent), FGrid(new QGridLayout(this)) {
+  setObjectName("pnlVerdict");
+  setAccessibleName(tr("Verdict"));
+  FGrid->setContentsMargins(kGap, kGap, kGap, kGap);
+  FGrid->setSpacing(kGap);
+  for (std::size_t i = 0; i < FButtons.size(); ++i) {
+    auto* button = new TVerdictButton(kCaptions[i].name, kCaptions[i].text, this);
+    FButtons[i] = button;
+    connect(button, &QAbstractButton::clicked, this, [this, i] {
+      const TVerdictAnswer answer = FButtons[i]->Cell().answer;
+      if (answer != TVerdictAnswer::Nothing) emit Asked(static_cast<TVerdictQuestion>(i), answer);
+    });
+  }
+  Arrange();
+}
+
+void TVerdictStrip::ShowCells(const TVerdictCells& cells) {
+  int wide = -1;
+  for (std::size_t i = 0; i < cells.size(); ++i) {
+    FButtons[i]->ShowCell(cells[i]);
+    if (cells[i].value.empty() && !cells[i].note.empty()) wide = static_cast<int>(i);
+  }
+  if (std::exchange(FWideColumn, wide) != wide) FColumns = 0;
+  Arrange();
+}
+
+void TVerdictStrip::Arrange() {
+  const int count = static_cast<int>(FButtons.size());
+  const int needed = count * (FButtons[0]->sizeHint().width() + kGap) + kGap;
+  const int columns = width() >= needed ? count : count / 2;
+  if (std::exchange(FColumns, columns) == columns) return;
+  for (int i = 0; i < count; ++i) FGrid->addWidget(FButtons[static_cast<std::size_t>(i)], i / columns, i % columns);
+  for (int column = 0; column < count; ++column) {
+    const int share = column == FWideColumn && columns == count ? 3 : 2;
+    FGrid->setColumnStretch(column, column < columns ? share : 0);
+  }
+}
+
+void TVerdictStrip::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  Arrange();
+}

@@ -1,0 +1,57 @@
+// How bad the recording is, in six buttons above the view: each answers a question and leads to what it names. The
+// strip takes two rows where six buttons have no room beside each other.
+#pragma once
+
+#include <QAbstractButton>
+#include <array>
+
+#include "shell/uVerdictCells.h"
+
+class QGridLayout;
+
+class TVerdictButton : public QAbstractButton {
+  Q_OBJECT
+
+ public:
+  TVerdictButton(const QString& name, const QString& caption, QWidget* parent);
+  void ShowCell(const TVerdictCell& cell);
+  [[nodiscard]] const TVerdictCell& Cell() const { return FCell; }
+  [[nodiscard]] QSize sizeHint() const override;
+  [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void enterEvent(QEnterEvent* event) override;
+  void leaveEvent(QEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  void PaintNote(QPainter& painter, const QRect& room) const;
+  [[nodiscard]] QFont Scaled(double factor, bool bold) const;
+
+  QString FCaption;
+  TVerdictCell FCell;
+};
+
+class TVerdictStrip : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit TVerdictStrip(QWidget* parent);
+  void ShowCells(const TVerdictCells& cells);
+
+ signals:
+  // A cell that leads somewhere was clicked.
+  void Asked(TVerdictQuestion question, TVerdictAnswer answer);
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  void Arrange();
+
+  QGridLayout* FGrid;
+  std::array<TVerdictButton*, kVerdictQuestionCount> FButtons{};
+  int FColumns = 0;
+  int FWideColumn = -1;  // of a cell that says a whole sentence
+};

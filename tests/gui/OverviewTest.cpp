@@ -1,0 +1,216 @@
+// The overview: the verdict and where its buttons lead, the two charts as one instrument, the most important events;
+// and what the filter changes.
+#include <QAbstractButton>
+#include <QAction>
+#include <QTabWidget>
+#include <QTableView>
+#include <QTest>
+#include <QTextEdit>
+#include <QToolButton>
+
+#include "gui/charts/uEventsChart.h"
+#include "gui/charts/uNavigatorChart.h"
+#include "gui/charts/uSelectedEventChart.h"
+#include "gui/charts/uSensorsChart.h"
+#include "tests/support/uChartHands.h"
+#include "tests/support/uThreeEvents.h"
+#include "tests/support/uWindowTest.h"
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+namespace {
+
+class Overview : public TWindowTest {
+ protected:
+  void StartWithThree() { Start(Save("three.kshock", ThreeEvents())); }
+  const TShownMission& Mission() { return FForm->Flow().Mission(); }
+  std::string Says(const char* button) { return Find<QAbstractButton>(button)->accessibleName().toStdString(); }
+  void Click(const char* button) {
+    QTest::mouseClick(Find<QAbstractButton>(button), Qt::LeftButton);
+    Settle();
+  }
+  std::vector<int> Rows(const char* grid) {
+    const auto* model = Find<QTableView>(grid)->model();
+    std::vector<int> ids;
+    for (int row = 0; row < model->rowCount(); ++row) ids.push_back(model->index(row, 0).data().toInt());
+    return ids;
+  }
+  int RowsInSight(const char* grid) {
+    const auto* view = Find<QTableView>(grid);
+    return view->viewport()->height() / view->rowHeight(0);
+  }
+};
+
+// So many events a minute apart, each higher than the one before.
+TTestRecording RisingEvents(int count) {
+  std::vector<TTestRecord> records;
+  for (int event = 0; event < count; ++event) {
+    const double ms = 60000.0 * event;
+    for (int sample = 0; sample < 4; ++sample) {
+      const float height = sample == 1 || sample == 2 ? 5.0F + static_cast<float>(event) : 0.0F;
+      records.push_back({ms + sample, {height, 0, 0, kNone, kNone, kNone}});
+    }
+    records.push_back({ms + 4, {kEnd, kEnd, kEnd, kNone, kNone, kNone}});
+  }
+  return TTestRecording()
+      .Creator()
+      .StartTime(kStart)
+      .MissionHeader(2, 2)
+      .Channels({"ACC x", "ACC y", "ACC z", "T", "RH", "BAT"})
+      .Data(records);
+}
+
+TEST_F(Overview, TheVerdictNamesTheWorstAndLeadsThere) {
+  StartWithThree();
+  EXPECT_EQ(Says("btnVerdictEvents"), "Events: 3 2 clipped");
+  EXPECT_THAT(Says("btnVerdictPeak"), HasSubstr("Peak: 20 g X-pos, event 0"));
+  EXPECT_THAT(Says("btnVerdictIntensity"), HasSubstr("14 g·ms event 1, clipped"));
+  Click("btnVerdictPeak");
+  EXPECT_EQ(Mission().SelectedEvent, 0U);
+  Click("btnVerdictIntensity");
+  EXPECT_EQ(Mission().SelectedEvent, 1U);
+
+  const TTimeSpan whole = Mission().Band;
+  emit Find<TNavigatorChart>("ChartNavigator")->BandResizing({At(0), At(kMinute)});
+  ASSERT_NE(Mission().Band, whole);
+  Click("btnVerdictRecorded");
+  EXPECT_EQ(Mission().Band, whole);
+
+  Click("btnVerdictEvents");
+  EXPECT_TRUE(Find("MainShockPanel")->isVisible());
+  EXPECT_FALSE(Find("pnlVerdict")->isVisible());
+}
+
+TEST_F(Overview, WithoutLimitsTheVerdictAsksForThemAndThenJudges) {
+  StartWithThree();
+  EXPECT_EQ(Says("btnVerdictAboveAlarm"), "Above alarm: no limits");
+  Press("Alt+S");
+  Click("btnVerdictAboveAlarm");
+  EXPECT_TRUE(Find("pnlAlarmLimits")->isVisible());
+  EXPECT_TRUE(Find("btngrpAlarm")->isVisible()) << "it hangs below a button of Home";
+  Find("pnlAlarmLimits")->hide();
+
+  auto* fromFile = Find<QAbstractButton>("chboxLoadAccAlarmFromFile");
+  if (fromFile->isChecked()) fromFile->click();
+  Find<QAction>("actAlarmSet")->trigger();
+  Settle();
+  EXPECT_THAT(Says("btnVerdictAboveAlarm"), HasSubstr("2 of 3 events above 6 g (default limit)"));
+  fromFile->click();
+  Settle();
+  EXPECT_THAT(Says("btnVerdictAboveAlarm"),
+              HasSubstr("all events exceed the trigger level of 2 g; set limits to judge"));
+}
+
+TEST_F(Overview, TheFilterChangesAllThatListsEvents) {
+  StartWithThree();
+  Find<QAction>("actAlarmSet")->trigger();
+  if (auto* fromFile = Find<QAbstractButton>("chboxLoadAccAlarmFromFile"); fromFile->isChecked()) fromFile->click();
+  Settle();
+  const auto* tabs = Find<QTabWidget>("pgcShockGrids");
+  EXPECT_EQ(tabs->tabText(0).remove('&'), "All events 3");
+  auto* navigator = Find<TNavigatorChart>("ChartNavigator");
+  emit navigator->BandResizing({At(0), At(kMinute)});  // its edges are not over the last tick
+  const QImage all = navigator->grab().toImage();
+  Click("btnVerdictAboveAlarm");
+  EXPECT_THAT(Rows("dbgMostImportant"), testing::UnorderedElementsAre(0, 1));
+  EXPECT_EQ(tabs->tabText(1).remove('&'), "Filtered events 2");
+  EXPECT_EQ(tabs->currentIndex(), 1);
+  EXPECT_EQ(Find<QLabel>("lblFilterConditions")->text(), "above alarm");
+  EXPECT_THAT(Find("pnlFilterChip")->toolTip().toStdString(), HasSubstr("above"));
+  EXPECT_THAT(Says("btnVerdictEvents"), HasSubstr("2 pass the filter"));
+  EXPECT_THAT(Says("btnVerdictAboveAlarm"), HasSubstr("2 of 3")) << "the verdict is on the whole recording";
+  EXPECT_NE(navigator->grab().toImage(), all) << "the tick of the hidden event is faint";
+  Press("Ctrl+Shift+F");
+  EXPECT_EQ(Rows("dbgMostImportant").size(), 3U);
+  EXPECT_TRUE(Find("lblFilterConditions")->isHidden());
+  EXPECT_EQ(navigator->grab().toImage(), all);
+}
+
+TEST_F(Overview, BothChartsShowOnePointerTimeAndOneDateAxis) {
+  StartWithThree();
+  auto& events = *Find<TEventsChart>("Chart1");
+  auto& sensors = *Find<TSensorsChart>("ChartAllSensors");
+  EXPECT_FALSE(TimeOf(events).tickLabels());
+  EXPECT_TRUE(TimeOf(sensors).tickLabels());
+  Move(events, PointAt(events, At(kMinute), 5), Qt::NoButton);
+  ASSERT_TRUE(events.Marks().IndicatorTime());
+  EXPECT_EQ(sensors.Marks().IndicatorTime(), events.Marks().IndicatorTime());
+  const QImage pointed = sensors.grab().toImage();
+  Leave(events);
+  EXPECT_FALSE(sensors.Marks().IndicatorTime());
+  EXPECT_NE(sensors.grab().toImage(), pointed);
+
+  sensors.Range().ChangeTimes({At(0), At(kMinute / 2)});
+  Settle();
+  EXPECT_TRUE(TimeOf(events).tickLabels()) << "each has its own span";
+  const QImage alone = sensors.grab().toImage();
+  Move(events, PointAt(events, At(kMinute), 5), Qt::NoButton);
+  EXPECT_EQ(sensors.grab().toImage(), alone) << "that time is out of sight";
+  sensors.Range().ChangeTimes(events.Range().Times());
+  Settle();
+  EXPECT_FALSE(TimeOf(events).tickLabels());
+}
+
+TEST_F(Overview, TheSelectedEventIsInSightOrNamedInALine) {
+  Start(Save("rising.kshock", RisingEvents(15)));
+  Find<QAction>("actSetViewOverview")->trigger();
+  EXPECT_GE(RowsInSight("dbgMostImportant"), 5);
+  FForm->resize(1280, 1000);
+  Settle();
+  EXPECT_GE(RowsInSight("dbgMostImportant"), 10);
+  ASSERT_EQ(Rows("dbgMostImportant").size(), 10U);
+  Click("btnVerdictPeak");
+  EXPECT_TRUE(Find("btnShowSelectedEvent")->isHidden()) << "its row is in sight";
+  emit Find<TEventsChart>("Chart1")->EventClicked(0);
+  EXPECT_TRUE(Find("btnShowSelectedEvent")->isVisible());
+  EXPECT_THAT(Find<QLabel>("lblSelectedEvent")->text().toStdString(), HasSubstr("event 0 · "));
+  Click("btnShowSelectedEvent");
+  EXPECT_TRUE(Find("MainShockPanel")->isVisible());
+  EXPECT_EQ(Find<QTableView>("dbgShocks")->currentIndex().siblingAtColumn(0).data().toInt(), 0);
+}
+
+TEST_F(Overview, ACurrentRowStaysWhollyInSight) {
+  Start(Save("rising.kshock", RisingEvents(60)));
+  Press("Ctrl+2");
+  auto* grid = Find<QTableView>("dbgShocks");
+  for (const int height : {800, 640, 700, 600}) {
+    FForm->resize(1000, height);
+    Settle();
+    for (const std::size_t event : {0U, 31U, 59U}) {
+      emit Find<TEventsChart>("Chart20")->EventClicked(event);
+      Settle();
+      const QRect row = grid->visualRect(grid->currentIndex());
+      EXPECT_GE(row.top(), 0) << height;
+      EXPECT_LT(row.bottom(), grid->viewport()->height()) << height << " " << event;
+    }
+  }
+}
+
+TEST_F(Overview, ClippedEventsAreNamedWhereTheirFiguresStand) {
+  StartWithThree();
+  Press("Ctrl+2");
+  emit Find<TEventsChart>("Chart20")->EventClicked(1);
+  EXPECT_THAT(TitleOf(*Find<TSelectedEventChart>("Chart2")), HasSubstr("clipped"));
+  EXPECT_TRUE(Find("lblClipped")->isVisible());
+  emit Find<TEventsChart>("Chart20")->EventClicked(0);
+  EXPECT_THAT(TitleOf(*Find<TSelectedEventChart>("Chart2")), testing::Not(HasSubstr("clipped")));
+  EXPECT_FALSE(Find("lblClipped")->isVisible());
+}
+
+TEST_F(Overview, DetailsBeginWithWhatTheRecordingIsJudgedBy) {
+  StartWithThree();
+  auto* details = Find<QTextEdit>("edtMissionDetails");
+  const QString text = details->toPlainText();
+  QTextCursor cursor(details->document());
+  for (const char* figure : {"Peak", "Worst by intensity", "Above alarm", "Clipped"}) {
+    cursor = details->document()->find(figure);
+    ASSERT_FALSE(cursor.isNull()) << figure;
+    EXPECT_LT(details->cursorRect(cursor).bottom(), details->viewport()->height()) << figure;
+  }
+  EXPECT_LT(text.indexOf("Above alarm"), text.indexOf("Operator"));
+  EXPECT_EQ(text.count("Peak"), 1);
+}
+
+}  // namespace
