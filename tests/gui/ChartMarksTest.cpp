@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
 #include <random>
@@ -11,6 +12,7 @@
 #include "gui/charts/uSelectedEventChart.h"
 #include "gui/charts/uSensorsChart.h"
 #include "tests/support/uChartHands.h"
+#include "tests/support/uTestRecording.h"
 
 using testing::HasSubstr;
 
@@ -180,6 +182,33 @@ TEST(EventsChartMarks, AbsorbedPointsBecomeOneAtTheHighest) {
   EXPECT_GT(absorbed, Count(chart, kPink, Around(group, 12)) + 20);
   ASSERT_EQ(clicked.count(), 1);
   EXPECT_EQ(clicked[0][0].toULongLong(), 2U + 6U);
+}
+
+// Hover, status bar and click use one hit test, so a number in one of them is that of all.
+TEST(EventsChartMarks, HoverStatusBarAndClickNameTheSameEvent) {
+  ReadFile(std::filesystem::path(__FILE__).parent_path().parent_path() / "data" / "stairs.kshock");
+  ASSERT_GT(EventList.Count(), 100U);
+  TEventsChart chart;
+  chart.SetEvents(EventList, MissionData);
+  Show(chart);
+  const IChartReadings& readings = chart;
+  const QRegularExpression event("(?:event|worst:) (\\d+)");
+  const auto named = [&event](const QString& text) { return event.match(text).captured(1).toStdString(); };
+  std::mt19937 random(7);
+  const QRect rect = RectOf(chart).rect();
+  int groups = 0;
+  for (int round = 0; round < 1000; ++round) {
+    const QPoint at(rect.left() + static_cast<int>(random() % static_cast<unsigned>(rect.width())),
+                    rect.top() + static_cast<int>(random() % static_cast<unsigned>(rect.height())));
+    QSignalSpy clicked(&chart, &TEventsChart::EventClicked);
+    Click(chart, at);
+    const std::string selected = clicked.isEmpty() ? "" : std::to_string(clicked[0][0].toULongLong());
+    const auto hover = readings.ReadingsUnder(at);
+    EXPECT_EQ(hover.empty() ? "" : named(hover.front().text), selected) << at.x() << ", " << at.y();
+    EXPECT_EQ(named(readings.CursorText(at)), selected) << at.x() << ", " << at.y();
+    groups += !hover.empty() && hover.front().text.contains(" events, ");
+  }
+  EXPECT_GT(groups, 10);
 }
 
 // By the number of events; a crowd is drawn in another way.

@@ -74,7 +74,8 @@ void TChartMarks::Hover(const QPointF& position) {
     FAsked.reset();
   }
   const auto now = IndicatorTime();
-  if (now != before || (FNearest && FHover != hoverBefore)) FPlot.RedrawMarks();
+  const bool follows = FNearest || (FIndicator && !FPinned);
+  if (now != before || (follows && FHover != hoverBefore)) FPlot.RedrawMarks();
   if (now && now != before) emit FPlot.IndicatorMoved(*now);
 }
 
@@ -137,7 +138,8 @@ QRectF TChartMarks::PaintIndicator(QCPPainter& painter, double time) const {
   const QColor text = FPlot.palette().color(QPalette::Text);
   if (!DrawMoment(painter, FPlot.TimeAxis(), time, QPen(text, 1))) return {};
   const QRect rect = FPlot.Rect().rect();
-  std::vector<TReading> readings = FReadings.ReadingsAt(time);
+  const bool pinned = FPinned.has_value();
+  std::vector<TReading> readings = pinned ? FReadings.ReadingsAt(time) : FReadings.ReadingsUnder(*FHover);
   painter.setAntialiasing(true);
   painter.setPen(Qt::NoPen);
   for (const TReading& reading : readings) {

@@ -22,8 +22,8 @@ class TEventDots {
   template <class TKindOf>
   void Paint(QCPPainter& painter, const std::vector<QColor>& inks, const QColor& ground, const TKindOf& kindOf);
 
-  // The dot that stands for several and covers this position; its highest event.
-  [[nodiscard]] std::optional<std::size_t> GroupAt(const QPointF& position) const;
+  // The dot that stands for several and covers this position.
+  [[nodiscard]] std::optional<TDot> GroupAt(const QPointF& position) const;
   void Clear() { FDots = {}; }
 
  private:
