@@ -211,6 +211,75 @@ TEST(EventsChartMarks, HoverStatusBarAndClickNameTheSameEvent) {
   EXPECT_GT(groups, 10);
 }
 
+// At any size, with limits that nearly meet, and with hardly any height.
+TEST(ChartLabels, NeverOverlapAndAxesNeverRunUpsideDown) {
+  TSamples ramp;
+  for (int i = 0; i <= 100; ++i) ramp.push_back({i * 10.0, static_cast<float>(i % 21) - 10});
+  const TEventList one = Events(ramp, true);
+  TMissionData mission;
+  mission.bValid = true;
+  mission.adxl_level_on = 4;
+  mission.adxl_level_off = 3.9F;
+  TEventsChart events;
+  events.SetEvents(Events({{0, 3}, {kMinute, 20}, {2 * kMinute, 7}}), mission);
+  events.SetAlarmLimits(TLimits{-4.1, 4.2});
+  TSelectedEventChart selected;
+  selected.ShowEvent(one, 0, mission);
+  selected.SetAlarmLimits(TLimits{-4.0, 4.0});
+  const TSensorList readings = Sensors({{"RH", {{0, 40}, {kMinute, 70}}}, {"Temperature", {{0, 18}, {kMinute, 30}}}});
+  TSensorsChart sensors;
+  sensors.SetSensors(readings, kStart);
+  sensors.SetAlarmLimits({{"RH", {41, 60}}, {"Temperature", {20, 25}}});
+  for (TTimeChart* chart : std::vector<TTimeChart*>{&events, &selected, &sensors}) {
+    for (const QSize size : {QSize(900, 600), QSize(452, 160), QSize(300, 60)}) {
+      Show(*chart);
+      chart->resize(size);
+      chart->grab();
+      const auto& boxes = chart->Labels().Boxes();
+      EXPECT_TRUE(size.height() < 600 || boxes.size() >= 2);
+      for (std::size_t i = 0; i < boxes.size(); ++i) {
+        EXPECT_TRUE(QRectF(RectOf(*chart).rect()).contains(boxes[i]));
+        for (std::size_t k = 0; k < i; ++k) EXPECT_FALSE(boxes[i].intersects(boxes[k]));
+      }
+      const QCPAxis& values = ValuesOf(*chart);
+      EXPECT_LT(values.coordToPixel(values.range().upper), values.coordToPixel(values.range().lower));
+      EXPECT_GT(RectOf(*chart).rect().height(), 5);
+    }
+  }
+  // The level that has no label is still said.
+  const QString said = events.Labels().LevelAt(ValuesOf(events).coordToPixel(4.0));
+  EXPECT_THAT(said.toStdString(), HasSubstr("trigger 4 g"));
+}
+
+TEST(SensorsChartMarks, LimitsNameTheirSensorAndNoLineIsDrawnThatCannotBeCrossed) {
+  const TSensorList readings = Sensors({{"L", {{0, 1}, {kMinute, 90}}}, {"RH", {{0, 40}, {kMinute, 70}}}});
+  TSensorsChart chart;
+  chart.SetSensors(readings, kStart);
+  chart.SetAlarmLimits({{"L", {0, 60}}, {"RH", {0, 60}}});
+  Show(chart);
+  const auto said = [&chart](const QCPAxis& axis, double value) {
+    return chart.Labels().LevelAt(axis.coordToPixel(value)).toStdString();
+  };
+  const QCPAxis& light = ValuesOf(chart);
+  EXPECT_EQ(said(light, 0), "");
+  EXPECT_THAT(said(light, 60), HasSubstr("Light 60 lux"));
+  const QCPAxis& humidity = *RectOf(chart).axis(QCPAxis::atRight);
+  EXPECT_THAT(said(humidity, 60), HasSubstr("Humidity 60 %RH"));
+}
+
+TEST(SensorsChartMarks, LinesBreakWhereReadingsAreFarApart) {
+  TSamples samples;
+  for (int i = 0; i < 100; ++i) samples.push_back({i * 1000.0, 20});
+  for (int i = 0; i < 100; ++i) samples.push_back({200000 + i * 1000.0, 20});
+  const TSensorList readings = Sensors({{"Temperature", samples}});
+  TSensorsChart chart;
+  chart.SetSensorColour("Temperature", kPink);
+  chart.SetSensors(readings, kStart);
+  Show(chart);
+  EXPECT_GT(Count(chart, kPink, Around(PointAt(chart, At(50000), 20), 3)), 0);
+  EXPECT_EQ(Count(chart, kPink, Around(PointAt(chart, At(150000), 20), 3)), 0);
+}
+
 // By the number of events; a crowd is drawn in another way.
 class EventPoints : public testing::TestWithParam<int> {};
 

@@ -222,7 +222,9 @@ void TChartGestures::EmitCursor(const QPointF& position) {
     emit FPlot.CursorValueChanged({});
     return;
   }
-  const QString what = FReadings.CursorText(position);
+  QStringList said{FReadings.CursorText(position), FPlot.Labels().LevelAt(position.y())};
+  said.removeAll(QString());
+  const QString what = said.join("  ·  ");
   const QString when = FReadings.MomentText(FPlot.MomentAt(position));
   emit FPlot.CursorValueChanged(what.isEmpty() ? when : when + "  ·  " + what);
 }

@@ -103,3 +103,7 @@ std::optional<TDot> TEventDots::GroupAt(const QPointF& position) const {
   if (found == FDots.end()) return std::nullopt;
   return *found;
 }
+
+void TEventDots::KeepClear(TChartLabels& labels) const {
+  for (const TDot& dot : FDots) labels.AddDot({dot.x, dot.y}, RadiusOf(FAbsorption ? dot.count : 1));
+}

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "analysis/uPointAbsorption.h"
+#include "gui/charts/uChartLabels.h"
 
 class TEventDots {
  public:
@@ -24,6 +25,8 @@ class TEventDots {
 
   // The dot that stands for several and covers this position.
   [[nodiscard]] std::optional<TDot> GroupAt(const QPointF& position) const;
+  // Labels are placed off the dots.
+  void KeepClear(TChartLabels& labels) const;
   void Clear() { FDots = {}; }
 
  private:

@@ -23,7 +23,7 @@ constexpr double kFaint = 0.16;      // of the text's colour, for events that th
 
 TEventsChart::TEventsChart(QWidget* parent) : TTimeChart(TAxisUnit::Days, parent) {
   setAccessibleName(tr("Events chart"));
-  ValueAxis().setLabel(tr("Acceleration (g)"));
+  SetValueTitle(tr("Acceleration"), tr("g"));
   SetPlaceholder(tr("No events"));
   new TPainted(&Rect(), "main", [this](QCPPainter& painter) { PaintEvents(painter); });
   new TPainted(&Rect(), "marks", [this](QCPPainter& painter) {
@@ -131,24 +131,24 @@ void TEventsChart::PaintEvents(QCPPainter& painter) {
     PaintStems(painter, Place(series), InkOf(series));
   }
   PaintDots(painter);
+  painter.setFont(font());
+  Labels().Paint(painter, palette());
 }
 
-void TEventsChart::PaintLevels(QCPPainter& painter) const {
-  const QColor ground = palette().color(QPalette::Base);
+void TEventsChart::PaintLevels(QCPPainter& painter) {
   if (FTrigger) {
-    DrawLevel(painter, ValueAxis(), double{*FTrigger}, tr("trigger %1 g").arg(Figure(double{*FTrigger})), FaintInk(),
-              ground);
+    DrawLevel(painter, Labels(), ValueAxis(), double{*FTrigger}, tr("trigger %1 g").arg(Figure(double{*FTrigger})),
+              FaintInk());
   }
   if (!FAlarm) return;
-  // Not at the right: the upper limit is often the trigger level, whose name is there.
   const QColor ink = InkOn(palette(), kAlarmColour);
-  const auto draw = [&](double level, const QString& name, Qt::Alignment place) {
-    DrawLevel(painter, ValueAxis(), level, tr("alarm %1 g").arg(name), ink, ground, place | Qt::AlignTop);
+  const auto draw = [&](double level, const QString& name) {
+    DrawLevel(painter, Labels(), ValueAxis(), level, tr("alarm %1 g").arg(name), ink);
   };
   const auto [lower, upper] = *FAlarm;
-  if (std::fabs(lower) == upper) return draw(upper, "±" + Figure(upper), Qt::AlignLeft);
-  draw(upper, Figure(upper), Qt::AlignLeft);
-  draw(std::fabs(lower), Figure(lower), Qt::AlignHCenter);
+  if (std::fabs(lower) == upper) return draw(upper, "±" + Figure(upper));
+  draw(upper, Figure(upper));
+  draw(std::fabs(lower), Figure(lower));
 }
 
 void TEventsChart::PaintDots(QCPPainter& painter) {
@@ -172,6 +172,7 @@ void TEventsChart::PaintDots(QCPPainter& painter) {
   std::vector<QColor> inks;
   for (const TSeries series : kAllSeries) inks.push_back(InkOf(series));
   FDots.Paint(painter, inks, palette().color(QPalette::Base), [this](std::size_t i) { return FEvents.Axis(i); });
+  FDots.KeepClear(Labels());
 }
 
 // Draws the highest stem of each column of pixels.

@@ -69,7 +69,7 @@ class TEventsChart final : public TTimeChart {
   [[nodiscard]] QColor InkOf(TSeries series) const;
   [[nodiscard]] QString GText(double g) const;
   void PaintEvents(QCPPainter& painter);
-  void PaintLevels(QCPPainter& painter) const;
+  void PaintLevels(QCPPainter& painter);
   void PaintStems(QCPPainter& painter, std::size_t series, const QColor& ink);
   void PaintDots(QCPPainter& painter);
   void PaintMark(QCPPainter& painter, std::optional<std::size_t> place, bool selected) const;
