@@ -27,6 +27,7 @@ constexpr int kWidth = 1400;
 constexpr int kHeight = 500;
 constexpr int kRounds = 7;  // of a view, each a little beside the one before
 constexpr double kBoundMs = 16;
+constexpr double kMoveBoundMs = 4;
 constexpr double kEnvelopeBound = 0.1;
 constexpr double kShowingBound = 0.15;
 
@@ -81,6 +82,26 @@ std::vector<double> Redraws(TTimeChart& chart) {
   return times;
 }
 
+// Moves of the pointer over everything, with indicator and nearest sample; what the marks cost without the composing.
+void PrintMoves(const std::string& what, TTimeChart& chart) {
+  constexpr int kMoves = 200;
+  chart.Marks().SetIndicatorVisible(true);
+  chart.Marks().SetNearestVisible(true);
+  chart.resize(kWidth, kHeight);
+  chart.show();
+  chart.Range().Reset();
+  chart.repaint();
+  std::vector<double> times;
+  for (int move = 0; move < kMoves; ++move) {
+    const QPointF to(kWidth * (0.1 + 0.8 * move / kMoves), kHeight * (0.2 + 0.6 * (move % 7) / 7));
+    QMouseEvent event(QEvent::MouseMove, to, to, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    times.push_back(Milliseconds([&] { QCoreApplication::sendEvent(&chart, &event); }));
+  }
+  fmt::print("{:<62} {:6.1f} ms  (at most {}; longest {:.1f})\n", what, Median(times), kMoveBoundMs,
+             std::ranges::max(times));
+  chart.hide();
+}
+
 // The library's curves of X, Y and Z with its adaptive sampling.
 std::vector<double> OwnCurves(const TEvent& event) {
   QCustomPlot plot;
@@ -130,6 +151,7 @@ void SelectedEvent(const std::filesystem::path& file) {
              fmt::format("showing an event of {} samples / reading the file", EventList.GetItem(0).Count()),
              Median(building) / reading, kShowingBound, Median(building), reading);
   PrintRedraws("redraw of the selected event", Redraws(chart), OwnCurves(EventList.GetItem(0)));
+  PrintMoves("move of the pointer over it", chart);
   chart.SetSeriesVisible(TSeries::Total, true);
   chart.SetPointsVisible(true);
   PrintRedraws("the same with the total and points", Redraws(chart), {});
@@ -141,6 +163,7 @@ void Events(const std::filesystem::path& file) {
   chart.SetEvents(EventList, MissionData);
   fmt::print("{} events\n", EventList.Count());
   PrintRedraws("redraw of the events", Redraws(chart), {});
+  PrintMoves("move of the pointer over them", chart);
   std::vector<bool> visible(EventList.Count());
   for (std::size_t i = 0; i < visible.size(); i += 2) visible[i] = true;
   chart.SetVisibleEvents(visible);
@@ -152,6 +175,7 @@ void Events(const std::filesystem::path& file) {
   sensors.SetSensors(SensorList, SensorList.StartTime);
   PrintRedraws(fmt::format("redraw of {} sensors of {} readings", SensorList.Count(), SensorList.GetItem(0).Count()),
                Redraws(sensors), {});
+  PrintMoves("move of the pointer over them", sensors);
 }
 
 }  // namespace

@@ -169,6 +169,8 @@ void TChartGestures::Turn(const QWheelEvent& event) {
 }
 
 bool TChartGestures::PressKey(QKeyEvent& event) {
+  if (event.modifiers() == Qt::AltModifier && event.key() == Qt::Key_Left) return FRange.GoBack(), true;
+  if (event.modifiers() == Qt::AltModifier && event.key() == Qt::Key_Right) return FRange.GoForward(), true;
   if (event.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) return false;
   switch (event.key()) {
     case Qt::Key_Space:

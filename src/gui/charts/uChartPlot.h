@@ -68,6 +68,8 @@ class TChartPlot : public QCustomPlot {
   // Asked for a context menu, in coordinates of the screen; never during a drag.
   void MenuRequested(const QPoint& at);
   void StatisticsRequested();
+  // Clicked on "Not Synced", in coordinates of the screen.
+  void SyncMenuRequested(const QPoint& at);
 
  protected:
   // Colours and fonts from the palette; each class adds its own.

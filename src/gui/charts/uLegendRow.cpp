@@ -83,9 +83,13 @@ QString TLegendRow::TitleWithin(int width) const {
 }
 
 QString TLegendRow::CutTitleAt(const QPoint& position) const {
+  const bool cut = TitleWithin(FTitleWidth - IconWidth()) != FTitle;
+  return cut && IsOnTitle(position) ? FTitle : QString();
+}
+
+bool TLegendRow::IsOnTitle(const QPoint& position) const {
   const QRect title(mRect.left() + kSide, mRect.top(), FTitleWidth, Metrics().height() + 4);
-  const bool cut = FRows > 0 && TitleWithin(FTitleWidth - IconWidth()) != FTitle;
-  return cut && title.contains(position) ? FTitle : QString();
+  return FRows > 0 && !FTitle.isEmpty() && title.contains(position);
 }
 
 void TLegendRow::draw(QCPPainter* painter) {

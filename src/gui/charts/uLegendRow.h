@@ -25,6 +25,7 @@ class TLegendRow final : public QCPLayoutElement {
   void SetHidden(bool hidden) { FHidden = hidden; }
   // The whole title where it is cut, at a position on it; else empty.
   [[nodiscard]] QString CutTitleAt(const QPoint& position) const;
+  [[nodiscard]] bool IsOnTitle(const QPoint& position) const;
   [[nodiscard]] const QString& Title() const { return FTitle; }
   void SetEntries(std::vector<TLegendEntry> entries) { FEntries = std::move(entries); }
   [[nodiscard]] std::optional<std::size_t> EntryAt(const QPointF& position) const;

@@ -31,6 +31,7 @@ std::vector<TKey> AllKeys(const QWidget& window) {
   for (const auto& [key, what] : {std::pair{"F", "Chart: everything in sight"},
                                   {"+  −", "Chart: zoom in and out"},
                                   {"Arrows", "Chart: move"},
+                                  {"Alt+Left  Alt+Right", "Chart: zoom back and forward"},
                                   {"Home  End", "Chart: begin and end of the recording"},
                                   {"C", "Chart: set cursor A, then B, then take both away"},
                                   {"R", "Chart: statistics of the visible range"},
