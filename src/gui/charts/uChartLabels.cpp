@@ -58,7 +58,7 @@ void TChartLabels::AddDot(const QPointF& middle, double radius) {
 }
 
 void TChartLabels::AddLevel(double y, const QString& words, const QColor& ink, Qt::AlignmentFlag side) {
-  FLevels.push_back({y, words, ink, side});
+  if (!words.isEmpty()) FLevels.push_back({y, words, ink, side});
 }
 
 void TChartLabels::AddPoint(const QPointF& at, const QString& words, const QColor& ink) {

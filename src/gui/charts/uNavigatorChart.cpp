@@ -149,7 +149,8 @@ void TNavigatorChart::ScaleValues() {
 void TNavigatorChart::PaintOverview(QCPPainter& painter) {
   painter.setFont(font());
   const QRect rect = Rect().rect();
-  Labels().AddPoint(rect.topLeft(), Caption(), FaintInk());
+  // Along the top, where the curve leaves room.
+  Labels().AddLevel(rect.top() + painter.fontMetrics().height() * 0.75, Caption(), FaintInk(), Qt::AlignLeft);
   if (FReadings.Samples().empty()) {
     DrawCurve(
         painter, {TimeAxis(), ValueAxis()}, std::span<const TEventTick>(FEvents),
