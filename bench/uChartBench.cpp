@@ -27,6 +27,7 @@ constexpr int kWidth = 1400;
 constexpr int kHeight = 500;
 constexpr int kRounds = 7;  // of a view, each a little beside the one before
 constexpr double kBoundMs = 16;
+constexpr double kMoveBoundMs = 4;
 constexpr double kEnvelopeBound = 0.1;
 constexpr double kShowingBound = 0.15;
 
@@ -81,6 +82,27 @@ std::vector<double> Redraws(TTimeChart& chart) {
   return times;
 }
 
+// Moves of the pointer over everything, with indicator and nearest sample; what the marks cost without the composing.
+void PrintMoves(const std::string& what, TTimeChart& chart) {
+  constexpr int kMoves = 200;
+  chart.Marks().SetIndicatorVisible(true);
+  chart.Marks().SetNearestVisible(true);
+  chart.resize(kWidth, kHeight);
+  chart.Range().Reset();
+  chart.replot();
+  std::vector<double> times;
+  for (int move = 0; move < kMoves; ++move) {
+    const QPointF to(kWidth * (0.1 + 0.8 * move / kMoves), kHeight * (0.2 + 0.6 * (move % 7) / 7));
+    QMouseEvent event(QEvent::MouseMove, to, to, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    times.push_back(Milliseconds([&] {
+      QCoreApplication::sendEvent(&chart, &event);
+      chart.layer("marks")->replot();
+    }));
+  }
+  fmt::print("{:<62} {:6.1f} ms  (at most {}; longest {:.1f})\n", what, Median(times), kMoveBoundMs,
+             std::ranges::max(times));
+}
+
 // The library's curves of X, Y and Z with its adaptive sampling.
 std::vector<double> OwnCurves(const TEvent& event) {
   QCustomPlot plot;
@@ -133,6 +155,7 @@ void SelectedEvent(const std::filesystem::path& file) {
   chart.SetSeriesVisible(TSeries::Total, true);
   chart.SetPointsVisible(true);
   PrintRedraws("the same with the total and points", Redraws(chart), {});
+  PrintMoves("move of the pointer over it", chart);
 }
 
 void Events(const std::filesystem::path& file) {
@@ -148,10 +171,12 @@ void Events(const std::filesystem::path& file) {
   chart.SetVisibleEvents({});
   chart.SetPointAbsorption(true);
   PrintRedraws("the same with point absorption", Redraws(chart), {});
+  PrintMoves("move of the pointer over them", chart);
   TSensorsChart sensors;
   sensors.SetSensors(SensorList, SensorList.StartTime);
   PrintRedraws(fmt::format("redraw of {} sensors of {} readings", SensorList.Count(), SensorList.GetItem(0).Count()),
                Redraws(sensors), {});
+  PrintMoves("move of the pointer over them", sensors);
 }
 
 }  // namespace

@@ -30,12 +30,16 @@ struct TColumns {
 template <class TKeyAt, class TVisit>
 void VisitColumns(std::size_t count, const TKeyAt& keyAt, const TColumns& columns, const TVisit& visit);
 
+// No two samples are too far apart for a line between them.
+inline constexpr double kNoGap = std::numeric_limits<double>::infinity();
+
 // The first, minimum, maximum and last sample of each column in their order: a line through these points covers the
 // same pixels as a line through all samples. One neighbour outside on each side lets the line run to the edge. Values
-// that are not finite break the line. With the extents of the series the cost does not grow with the samples.
+// that are not finite break the line, as do neighbouring samples that are farther apart than maxStep. With the extents
+// of the series the cost does not grow with the samples.
 template <class TKeyAt, class TValueAt>
 std::vector<TEnvelopePoint> Envelope(std::size_t count, const TKeyAt& keyAt, const TValueAt& valueAt,
-                                     const TExtents& extents, const TColumns& columns);
+                                     const TExtents& extents, const TColumns& columns, double maxStep = kNoGap);
 
 // The first maximum of the finite values of each column, by its index; a column without one is left out.
 template <class TKeyAt, class TValueAt>
@@ -81,11 +85,14 @@ void VisitColumns(std::size_t count, const TKeyAt& keyAt, const TColumns& column
 
 template <class TKeyAt, class TValueAt>
 std::vector<TEnvelopePoint> Envelope(std::size_t count, const TKeyAt& keyAt, const TValueAt& valueAt,
-                                     const TExtents& extents, const TColumns& columns) {
+                                     const TExtents& extents, const TColumns& columns, double maxStep) {
   std::vector<TEnvelopePoint> points;
   if (!columns.IsValid()) return points;
+  points.reserve(std::min(count, columns.count * 4) + 2);
   bool gap = false;  // before the next point
   const auto add = [&](std::size_t i) {
+    // Within a column a gap is narrower than a pixel.
+    if (i > 0 && keyAt(i) - keyAt(i - 1) > maxStep) gap = true;
     if (gap && !points.empty()) points.push_back({keyAt(i), std::numeric_limits<float>::quiet_NaN()});
     gap = false;
     points.push_back({keyAt(i), valueAt(i)});

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <tuple>
 #include <utility>
 
 namespace {
@@ -67,7 +68,9 @@ bool AbsorbOnce(std::vector<TDot>& dots, const std::function<double(std::size_t)
       kept.push_back(dot);
       radii.push_back(radius);
     } else {
-      kept[taker].count += dot.count;
+      TDot& into = kept[taker];
+      into.count += dot.count;
+      if (dot.lowestY > into.lowestY) std::tie(into.lowestY, into.lowest) = std::tie(dot.lowestY, dot.lowest);
       radii[taker] = radiusOf(kept[taker].count);
     }
   }
@@ -95,13 +98,14 @@ void TDotGrid::Add(double x, double y, std::size_t item) {
   if (!inside) return;
   std::uint32_t& number = FDotOfCell[static_cast<std::uint32_t>(row) * FColumns + static_cast<std::uint32_t>(column)];
   if (number == 0) {
-    FDots.push_back({x, y, item, 1});
+    FDots.push_back({x, y, item, 1, y, item});
     number = static_cast<std::uint32_t>(FDots.size());
     return;
   }
   TDot& dot = FDots[number - 1];
   ++dot.count;
-  if (y < dot.y) dot = {x, y, item, dot.count};
+  if (y < dot.y) std::tie(dot.x, dot.y, dot.item) = std::tie(x, y, item);
+  if (y > dot.lowestY) std::tie(dot.lowestY, dot.lowest) = std::tie(y, item);
 }
 
 void AbsorbDots(std::vector<TDot>& dots, const std::function<double(std::size_t)>& radiusOf) {

@@ -10,6 +10,9 @@ struct TDot {
   double x, y;
   std::size_t item;   // the highest of those that it stands for
   std::size_t count;  // how many they are
+  // The lowest of them, and where it stands.
+  double lowestY = 0;
+  std::size_t lowest = 0;
 };
 
 // Gathers items into one dot a cell of the picture, which stands where the highest of its items stands; so there are

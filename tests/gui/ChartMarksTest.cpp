@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
 #include <random>
@@ -11,6 +12,7 @@
 #include "gui/charts/uSelectedEventChart.h"
 #include "gui/charts/uSensorsChart.h"
 #include "tests/support/uChartHands.h"
+#include "tests/support/uTestRecording.h"
 
 using testing::HasSubstr;
 
@@ -142,7 +144,7 @@ TEST_F(EventChart, TheTitleSaysHowManySamplesTheHighPassFilterLeaves) {
 TEST_F(EventChart, AlarmLimitsAreLinesWhileSet) {
   const QImage before = FChart.grab().toImage();
   FChart.SetAlarmLimits(TLimits{-6.0, 6.0});
-  EXPECT_GT(Count(FChart, kAlarmColour, Around(PointAt(FChart, 20, 6), 60).intersected(RectOf(FChart).rect())), 40);
+  EXPECT_GT(Count(FChart, kAlarmColour, Around(PointAt(FChart, 20, 6), 60).intersected(RectOf(FChart).rect())), 20);
   EXPECT_LT(ValuesOf(FChart).range().lower, -6);
   FChart.SetAlarmLimits(std::nullopt);
   EXPECT_EQ(FChart.grab().toImage(), before);
@@ -180,6 +182,102 @@ TEST(EventsChartMarks, AbsorbedPointsBecomeOneAtTheHighest) {
   EXPECT_GT(absorbed, Count(chart, kPink, Around(group, 12)) + 20);
   ASSERT_EQ(clicked.count(), 1);
   EXPECT_EQ(clicked[0][0].toULongLong(), 2U + 6U);
+}
+
+// Hover, status bar and click use one hit test, so a number in one of them is that of all.
+TEST(EventsChartMarks, HoverStatusBarAndClickNameTheSameEvent) {
+  ReadFile(TEST_DATA "/stairs.kshock");
+  ASSERT_GT(EventList.Count(), 100U);
+  TEventsChart chart;
+  chart.SetEvents(EventList, MissionData);
+  Show(chart);
+  const IChartReadings& readings = chart;
+  const QRegularExpression event("(?:event|worst:) (\\d+)");
+  const auto named = [&event](const QString& text) { return event.match(text).captured(1).toStdString(); };
+  std::mt19937 random(7);
+  const QRect rect = RectOf(chart).rect();
+  int groups = 0;
+  for (int round = 0; round < 1000; ++round) {
+    const QPoint at(rect.left() + static_cast<int>(random() % static_cast<unsigned>(rect.width())),
+                    rect.top() + static_cast<int>(random() % static_cast<unsigned>(rect.height())));
+    QSignalSpy clicked(&chart, &TEventsChart::EventClicked);
+    Click(chart, at);
+    const std::string selected = clicked.isEmpty() ? "" : std::to_string(clicked[0][0].toULongLong());
+    const auto hover = readings.ReadingsUnder(at);
+    EXPECT_EQ(hover.empty() ? "" : named(hover.front().text), selected) << at.x() << ", " << at.y();
+    EXPECT_EQ(named(readings.CursorText(at)), selected) << at.x() << ", " << at.y();
+    groups += !hover.empty() && hover.front().text.contains(" events, ");
+  }
+  EXPECT_GT(groups, 10);
+}
+
+// At any size, with limits that nearly meet, and with hardly any height.
+TEST(ChartLabels, NeverOverlapAndAxesNeverRunUpsideDown) {
+  TSamples ramp;
+  for (int i = 0; i <= 100; ++i) ramp.push_back({i * 10.0, static_cast<float>(i % 21) - 10});
+  const TEventList one = Events(ramp, true);
+  TMissionData mission;
+  mission.bValid = true;
+  mission.adxl_level_on = 4;
+  mission.adxl_level_off = 3.9F;
+  TEventsChart events;
+  events.SetEvents(Events({{0, 3}, {kMinute, 20}, {2 * kMinute, 7}}), mission);
+  events.SetAlarmLimits(TLimits{-4.1, 4.2});
+  TSelectedEventChart selected;
+  selected.ShowEvent(one, 0, mission);
+  selected.SetAlarmLimits(TLimits{-4.0, 4.0});
+  const TSensorList readings = Sensors({{"RH", {{0, 40}, {kMinute, 70}}}, {"Temperature", {{0, 18}, {kMinute, 30}}}});
+  TSensorsChart sensors;
+  sensors.SetSensors(readings, kStart);
+  sensors.SetAlarmLimits({{"RH", {41, 60}}, {"Temperature", {20, 25}}});
+  for (TTimeChart* chart : std::vector<TTimeChart*>{&events, &selected, &sensors}) {
+    for (const QSize size : {QSize(900, 600), QSize(452, 160), QSize(300, 60)}) {
+      Show(*chart);
+      chart->resize(size);
+      chart->grab();
+      const auto& boxes = chart->Labels().Boxes();
+      EXPECT_TRUE(size.height() < 600 || boxes.size() >= 2);
+      for (std::size_t i = 0; i < boxes.size(); ++i) {
+        EXPECT_TRUE(QRectF(RectOf(*chart).rect()).contains(boxes[i]));
+        for (std::size_t k = 0; k < i; ++k) EXPECT_FALSE(boxes[i].intersects(boxes[k]));
+      }
+      const QCPAxis& values = ValuesOf(*chart);
+      EXPECT_LT(values.coordToPixel(values.range().upper), values.coordToPixel(values.range().lower));
+      EXPECT_GT(RectOf(*chart).rect().height(), 5);
+    }
+  }
+  // The level that has no label is still said.
+  const QString said = events.Labels().LevelAt(ValuesOf(events).coordToPixel(4.0));
+  EXPECT_THAT(said.toStdString(), HasSubstr("trigger 4 g"));
+}
+
+TEST(SensorsChartMarks, LimitsNameTheirSensorAndNoLineIsDrawnThatCannotBeCrossed) {
+  const TSensorList readings = Sensors({{"L", {{0, 1}, {kMinute, 90}}}, {"RH", {{0, 40}, {kMinute, 70}}}});
+  TSensorsChart chart;
+  chart.SetSensors(readings, kStart);
+  chart.SetAlarmLimits({{"L", {0, 60}}, {"RH", {0, 60}}});
+  Show(chart);
+  const auto said = [&chart](const QCPAxis& axis, double value) {
+    return chart.Labels().LevelAt(axis.coordToPixel(value)).toStdString();
+  };
+  const QCPAxis& light = ValuesOf(chart);
+  EXPECT_EQ(said(light, 0), "");
+  EXPECT_THAT(said(light, 60), HasSubstr("Light 60 lux"));
+  const QCPAxis& humidity = *RectOf(chart).axis(QCPAxis::atRight);
+  EXPECT_THAT(said(humidity, 60), HasSubstr("Humidity 60 %RH"));
+}
+
+TEST(SensorsChartMarks, LinesBreakWhereReadingsAreFarApart) {
+  TSamples samples;
+  for (int i = 0; i < 100; ++i) samples.push_back({i * 1000.0, 20});
+  for (int i = 0; i < 100; ++i) samples.push_back({200000 + i * 1000.0, 20});
+  const TSensorList readings = Sensors({{"A1", samples}});
+  TSensorsChart chart;
+  chart.SetSensorColour("A1", kPink);
+  chart.SetSensors(readings, kStart);
+  Show(chart);
+  EXPECT_GT(Ink(chart, kPink, Around(PointAt(chart, At(50000), 20), 3)), 0);
+  EXPECT_EQ(Ink(chart, kPink, Around(PointAt(chart, At(150000), 20), 3)), 0);
 }
 
 // By the number of events; a crowd is drawn in another way.

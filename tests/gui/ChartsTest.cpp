@@ -51,6 +51,18 @@ TEST_F(Chart, RecordingSpanWidensButNeverCutsTheData) {
   EXPECT_EQ(FChart.Range().Times(), empty);
 }
 
+TEST_F(Chart, AltWithArrowsGoesBackAndForwardThroughTheZooms) {
+  QSignalSpy ranges(&FChart, &TTimeChart::TimeRangeChanged);
+  FChart.Range().ChangeTimes({At(kMinute), At(5 * kMinute)});
+  QTest::keyClick(&FChart, Qt::Key_Left, Qt::AltModifier);
+  ExpectFull();
+  QTest::keyClick(&FChart, Qt::Key_Left, Qt::AltModifier);
+  ExpectFull();
+  QTest::keyClick(&FChart, Qt::Key_Right, Qt::AltModifier);
+  ExpectRange(FChart, kMinute, 5 * kMinute);
+  EXPECT_EQ(ranges.count(), 3) << "each one is signalled";
+}
+
 TEST_F(Chart, ZoomEndsInBothDirections) {
   const TEventList oneEvent = Events({{0, 0}, {1, 5}, {2, 0}}, true);
   TSelectedEventChart milliseconds;

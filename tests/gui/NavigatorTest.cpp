@@ -79,6 +79,28 @@ TEST(Navigator, EscapeRestoresTheBandThatIsBeingDragged) {
   }
 }
 
+TEST(Navigator, ADragBesideTheBandOrOverAWholeOneDrawsANewBand) {
+  TNavigatorChart chart;
+  chart.SetMission(Events({{0, 1}, {kDay * 10, 2}}), {});
+  Show(chart);
+  TTimeSpan band{0, 0};
+  Follow(chart, band);
+  const auto expect = [&](double start, double end) {
+    EXPECT_NEAR(band.start, kStart + start, 0.05);
+    EXPECT_NEAR(band.end, kStart + end, 0.05);
+  };
+  for (const TTimeSpan& before : {TTimeSpan{kStart + 4, kStart + 6}, TTimeSpan{kStart, kStart + 10}}) {
+    chart.SetBand(before);
+    Drag(chart, PointAt(chart, kStart + 9, 0), PointAt(chart, kStart + 7, 0));
+    expect(7, 9);
+  }
+  chart.SetBand({kStart + 4, kStart + 6});
+  Click(chart, PointAt(chart, kStart + 8, 0));
+  expect(7, 9);
+  QTest::mouseDClick(&chart, Qt::LeftButton, {}, PointAt(chart, kStart + 8, 0));
+  expect(0, 10);
+}
+
 class NavigatorInWindow : public TWindowTest {
  protected:
   [[nodiscard]] TTimeSpan Band() const { return FForm->Flow().Mission().Band; }

@@ -28,7 +28,11 @@ bool TBandGestures::eventFilter(QObject* /*watched*/, QEvent* event) {
       Move(*static_cast<QMouseEvent*>(event));
       return false;
     case QEvent::MouseButtonRelease:
-      if (static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton) LetGo();
+      if (static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton) Release();
+      return true;
+    case QEvent::MouseButtonDblClick:
+      LetGo();
+      if (HasBand() && static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton) emit Resizing(Data());
       return true;
     case QEvent::KeyPress:
       return PressKey(*static_cast<QKeyEvent*>(event));
@@ -59,23 +63,31 @@ void TBandGestures::Press(const QMouseEvent& event) {
   FGrip = GripAt(event.position());
   FGripTime = time;
   FGripBand = FBandBefore = Band();
-  if (FGrip != TGrip::None) return;
-  // A click beside the band moves its middle there; the drag goes on from there.
-  FGrip = TGrip::Band;
-  FGripTime = Band().Middle();
-  MoveGrip(time);
-  FGripBand = Band();
-  FGripTime = time;
+  if (FGrip == TGrip::None || (FGrip == TGrip::Band && IsWhole())) FGrip = TGrip::New;
+}
+
+// A click beside the band moves its middle there.
+void TBandGestures::Release() {
+  if (FGrip == TGrip::New && !FDrawn) emit Dragging(DraggedBand(FGripBand, Data(), FGripTime - FGripBand.Middle()));
+  LetGo();
 }
 
 void TBandGestures::Move(const QMouseEvent& event) {
   if (FGrip != TGrip::None) return MoveGrip(FPlot.MomentAt(event.position()));
   const TGrip grip = GripAt(event.position());
-  FPlot.setCursor(grip == TGrip::None ? Qt::ArrowCursor : grip == TGrip::Band ? Qt::OpenHandCursor : Qt::SizeHorCursor);
+  FPlot.setCursor(grip == TGrip::None || (grip == TGrip::Band && IsWhole()) ? Qt::CrossCursor
+                  : grip == TGrip::Band                                     ? Qt::OpenHandCursor
+                                                                            : Qt::SizeHorCursor);
 }
 
 void TBandGestures::MoveGrip(double time) {
   const double moved = time - FGripTime;
+  if (FGrip == TGrip::New) {
+    const double pixels = FPlot.TimeAxis().coordToPixel(time) - FPlot.TimeAxis().coordToPixel(FGripTime);
+    FDrawn = FDrawn || std::fabs(pixels) >= kMinBand;
+    if (FDrawn) emit Resizing(ResizedBand({FGripTime, FGripTime}, Data(), moved < 0, time, MinBand()));
+    return;
+  }
   if (FGrip == TGrip::Band) {
     emit Dragging(DraggedBand(FGripBand, Data(), moved));
     return;

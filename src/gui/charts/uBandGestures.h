@@ -1,5 +1,6 @@
-// What mouse and keys do to the navigator's band: move it with its width kept, change its width. Nothing happens while
-// there is no band. It filters the events of the plot. Main thread only.
+// What mouse and keys do to the navigator's band: move it with its width kept, change its width, draw a new one beside
+// it or where it is the whole recording, show everything. Nothing happens while there is no band. It filters the events
+// of the plot. Main thread only.
 #pragma once
 
 #include <QObject>
@@ -17,7 +18,10 @@ class TBandGestures final : public QObject {
 
   bool eventFilter(QObject* watched, QEvent* event) override;
   // The mouse holds the band no longer.
-  void LetGo() { FGrip = TGrip::None; }
+  void LetGo() {
+    FGrip = TGrip::None;
+    FDrawn = false;
+  }
 
  signals:
   // Asks for a band within the data, at least MinSpan wide, in date-times. The band itself stays.
@@ -25,7 +29,7 @@ class TBandGestures final : public QObject {
   void Resizing(const TTimeSpan& band);
 
  private:
-  enum class TGrip { None, Band, Start, End };
+  enum class TGrip { None, Band, Start, End, New };
 
   [[nodiscard]] bool HasBand() const { return FPlot.HasData() && FBand.IsVisible(); }
   [[nodiscard]] const TTimeSpan& Band() const { return FBand.Span(); }
@@ -34,6 +38,8 @@ class TBandGestures final : public QObject {
   [[nodiscard]] TGrip GripAt(const QPointF& position) const;
   void Press(const QMouseEvent& event);
   void Move(const QMouseEvent& event);
+  void Release();
+  [[nodiscard]] bool IsWhole() const { return Band().start <= Data().start && Band().end >= Data().end; }
   // False for a key that means nothing here.
   bool PressKey(const QKeyEvent& event);
   void MoveGrip(double time);
@@ -44,6 +50,7 @@ class TBandGestures final : public QObject {
   const TChartRange& FRange;
   const TNavigatorBand& FBand;
   TGrip FGrip = TGrip::None;    // held by the mouse
+  bool FDrawn = false;          // a new band was drawn since the press
   double FGripTime = 0;         // where it was taken, a date-time
   TTimeSpan FGripBand{0, 0};    // the band then
   TTimeSpan FBandBefore{0, 0};  // and before the press

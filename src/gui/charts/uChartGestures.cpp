@@ -169,6 +169,8 @@ void TChartGestures::Turn(const QWheelEvent& event) {
 }
 
 bool TChartGestures::PressKey(QKeyEvent& event) {
+  if (event.modifiers() == Qt::AltModifier && event.key() == Qt::Key_Left) return FRange.GoBack(), true;
+  if (event.modifiers() == Qt::AltModifier && event.key() == Qt::Key_Right) return FRange.GoForward(), true;
   if (event.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) return false;
   switch (event.key()) {
     case Qt::Key_Space:
@@ -222,7 +224,9 @@ void TChartGestures::EmitCursor(const QPointF& position) {
     emit FPlot.CursorValueChanged({});
     return;
   }
-  const QString what = FReadings.CursorText(position);
+  QStringList said{FReadings.CursorText(position), FPlot.Labels().LevelAt(position.y())};
+  said.removeAll(QString());
+  const QString what = said.join("  ·  ");
   const QString when = FReadings.MomentText(FPlot.MomentAt(position));
   emit FPlot.CursorValueChanged(what.isEmpty() ? when : when + "  ·  " + what);
 }

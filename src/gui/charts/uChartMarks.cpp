@@ -8,7 +8,6 @@
 
 namespace {
 
-constexpr int kBoxGap = 6;  // px, between the line and the words beside it
 constexpr double kReadRadius = 2.5;
 constexpr double kNearestRadius = 5;
 
@@ -16,25 +15,19 @@ double Sign(double value) {
   return value == 0 ? 0 : std::copysign(1.0, value);
 }
 
-struct TPlace {
-  QPointF away;  // px, from the sample
-  Qt::Alignment side;
-};
-
 // The first side of a sample where words of this size are within the axes and clear of the taken box; else above.
-TPlace FreePlace(const QPointF& at, const QSizeF& size, const QRectF& taken, const QRectF& axes) {
+QRectF FreeBox(const QPointF& at, const QSizeF& size, const QRectF& taken, const QRectF& axes) {
   constexpr double kAway = kNearestRadius + 2;
-  const TPlace places[] = {{{0, -kAway}, Qt::AlignHCenter | Qt::AlignBottom},
-                           {{0, kAway}, Qt::AlignHCenter | Qt::AlignTop},
-                           {{kAway, 0}, Qt::AlignLeft | Qt::AlignVCenter},
-                           {{-kAway, 0}, Qt::AlignRight | Qt::AlignVCenter}};
-  const auto* place = std::ranges::find_if(places, [&](const TPlace& each) {
+  const auto boxAt = [&](const QPointF& away) {
     QRectF box(QPointF(), size);
-    box.moveCenter(at + each.away +
-                   QPointF(Sign(each.away.x()) * size.width() / 2, Sign(each.away.y()) * size.height() / 2));
-    return !box.intersects(taken) && axes.contains(box);
-  });
-  return place == std::end(places) ? places[0] : *place;
+    box.moveCenter(at + away + QPointF(Sign(away.x()) * size.width() / 2, Sign(away.y()) * size.height() / 2));
+    return box;
+  };
+  for (const QPointF& away : {QPointF(0, -kAway), QPointF(0, kAway), QPointF(kAway, 0), QPointF(-kAway, 0)}) {
+    const QRectF box = boxAt(away);
+    if (!box.intersects(taken) && axes.contains(box)) return box;
+  }
+  return boxAt({0, -kAway});
 }
 
 }  // namespace
@@ -79,7 +72,8 @@ void TChartMarks::Hover(const QPointF& position) {
     FAsked.reset();
   }
   const auto now = IndicatorTime();
-  if (now != before || (FNearest && FHover != hoverBefore)) FPlot.RedrawMarks();
+  const bool follows = FNearest || (FIndicator && !FPinned);
+  if (now != before || (follows && FHover != hoverBefore)) FPlot.RedrawMarks();
   if (now && now != before) emit FPlot.IndicatorMoved(*now);
   if (FHover != hoverBefore) EmitPointer();
 }
@@ -138,17 +132,22 @@ void TChartMarks::PaintNearest(QCPPainter& painter, const TReading& nearest, con
   painter.setBrush(Qt::NoBrush);
   painter.setPen(QPen(nearest.ink, 2));
   painter.drawEllipse(*nearest.at, kNearestRadius, kNearestRadius);
-  const QSizeF size = QSizeF(painter.fontMetrics().size(0, nearest.text)) + QSizeF(8, 0);
-  const QRect axes = FPlot.Rect().rect();
-  const auto [away, side] = FreePlace(*nearest.at, size, taken, axes);
-  DrawWords(painter, *nearest.at + away, side, nearest.text, nearest.ink, FPlot.palette().color(QPalette::Base), axes);
+  const QSizeF size = PillSize(painter.fontMetrics(), nearest.text);
+  const QRectF axes = FPlot.Rect().rect();
+  QRectF box = FreeBox(*nearest.at, size, taken, axes);
+  if (box.right() > axes.right()) box.moveRight(axes.right());
+  if (box.left() < axes.left()) box.moveLeft(axes.left());
+  if (box.bottom() > axes.bottom()) box.moveBottom(axes.bottom());
+  if (box.top() < axes.top()) box.moveTop(axes.top());
+  DrawPill(painter, box, nearest.text, nearest.ink, FPlot.palette());
 }
 
 QRectF TChartMarks::PaintIndicator(QCPPainter& painter, double time) const {
   const QColor text = FPlot.palette().color(QPalette::Text);
   if (!DrawMoment(painter, FPlot.TimeAxis(), time, QPen(text, 1))) return {};
   const QRect rect = FPlot.Rect().rect();
-  std::vector<TReading> readings = FReadings.ReadingsAt(time);
+  const bool hovers = FHover && !FPinned;
+  std::vector<TReading> readings = hovers ? FReadings.ReadingsUnder(*FHover) : FReadings.ReadingsAt(time);
   painter.setAntialiasing(true);
   painter.setPen(Qt::NoPen);
   for (const TReading& reading : readings) {
@@ -159,11 +158,8 @@ QRectF TChartMarks::PaintIndicator(QCPPainter& painter, double time) const {
 
   readings.insert(readings.begin(), TReading{FReadings.MomentText(time), text, std::nullopt});
   const double x = FPlot.TimeAxis().coordToPixel(time);
-  QRectF box({x + kBoxGap, rect.top() + 1.0}, FitReadings(rect, painter.fontMetrics(), readings));
-  if (box.right() > rect.right()) box.moveRight(x - kBoxGap);
-  QColor veil = FPlot.palette().color(QPalette::Base);
-  veil.setAlphaF(0.85F);
-  painter.fillRect(box, veil);
+  const QRectF box = FPlot.Labels().BesideLine(x, FitReadings(rect, painter.fontMetrics(), readings));
+  DrawPill(painter, box, {}, text, FPlot.palette());
   DrawReadings(painter, box, readings);
   return box;
 }

@@ -192,28 +192,8 @@ void DrawLoneDots(QCPPainter& painter, const TCurveAxes& axes, std::span<const T
   painter.drawPoints(dots.constData(), static_cast<int>(dots.size()));
 }
 
-void DrawWords(QCPPainter& painter, QPointF at, Qt::Alignment side, const QString& words, const QColor& ink,
-               const QColor& ground, const QRect& inside) {
-  QRectF box(QPointF(), QSizeF(painter.fontMetrics().size(0, words)));
-  box.adjust(-3, 0, 3, 0);
-  box.moveCenter(at);
-  if (side & Qt::AlignLeft) box.moveLeft(at.x());
-  if (side & Qt::AlignRight) box.moveRight(at.x());
-  if (side & Qt::AlignTop) box.moveTop(at.y());
-  if (side & Qt::AlignBottom) box.moveBottom(at.y());
-  if (box.right() > inside.right()) box.moveRight(inside.right());
-  if (box.left() < inside.left()) box.moveLeft(inside.left());
-  if (box.bottom() > inside.bottom()) box.moveBottom(inside.bottom());
-  if (box.top() < inside.top()) box.moveTop(inside.top());
-  QColor veil = ground;
-  veil.setAlphaF(0.8F);
-  painter.fillRect(box, veil);
-  painter.setPen(ink);
-  painter.drawText(box, Qt::AlignCenter, words);
-}
-
-void DrawLevel(QCPPainter& painter, const QCPAxis& values, double value, const QString& name, const QColor& ink,
-               const QColor& ground, Qt::Alignment namePlace) {
+void DrawLevel(QCPPainter& painter, TChartLabels& labels, const QCPAxis& values, double value, const QString& name,
+               const QColor& ink) {
   if (!std::isfinite(value) || !values.range().contains(value)) return;
   const QRect rect = values.axisRect()->rect();
   const double y = std::round(values.coordToPixel(value)) + 0.5;
@@ -222,13 +202,18 @@ void DrawLevel(QCPPainter& painter, const QCPAxis& values, double value, const Q
   painter.setAntialiasing(false);
   painter.setPen(pen);
   painter.drawLine(QPointF(rect.left(), y), QPointF(rect.right(), y));
-  const Qt::Alignment across = namePlace & Qt::AlignHorizontal_Mask;
-  const bool above = namePlace.testFlag(Qt::AlignTop);
-  double x = rect.center().x();
-  if (across == Qt::AlignLeft) x = rect.left() + 4.0;
-  if (across == Qt::AlignRight) x = rect.right() - 4.0;
-  DrawWords(painter, {x, above ? y - 1 : y + 1}, across | (above ? Qt::AlignBottom : Qt::AlignTop), name, ink, ground,
-            rect);
+  labels.AddLevel(y, name, ink, values.axisType() == QCPAxis::atLeft ? Qt::AlignLeft : Qt::AlignRight);
+}
+
+void KeepClear(TChartLabels& labels, const TCurveAxes& axes, std::span<const TEnvelopePoint> points) {
+  std::vector<QPointF> line;
+  line.reserve(points.size());
+  for (const TEnvelopePoint& point : points) {
+    const bool gap = std::isnan(point.value);
+    line.push_back(gap ? QPointF(0, std::numeric_limits<double>::quiet_NaN())
+                       : axes.At(point.key, double{point.value}));
+  }
+  labels.AddCurve(line);
 }
 
 bool DrawMoment(QCPPainter& painter, const QCPAxis& keys, double time, const QPen& pen) {

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "analysis/uEnvelope.h"
+#include "gui/charts/uChartLabels.h"
 
 // Calls a function to paint into a layer of the plot. The clip is a little larger than the axis rect, so that marks on
 // an edge are whole. The plot owns it.
@@ -62,26 +63,31 @@ void DrawEnvelope(QCPPainter& painter, const TCurveAxes& axes, std::span<const T
 void DrawLoneDots(QCPPainter& painter, const TCurveAxes& axes, std::span<const TEnvelopePoint> points,
                   const QColor& ink);
 
-// The envelope of samples in the order of time, and dots on those that stand apart if asked for.
+// Labels are placed off the line through these points.
+void KeepClear(TChartLabels& labels, const TCurveAxes& axes, std::span<const TEnvelopePoint> points);
+
+// The envelope of samples in the order of time, and dots on those that stand apart if asked for. The line breaks
+// between samples that are farther apart than maxStep, in their own time. Labels, where given, keep clear of it.
 template <class TSample, class TValueOf>
 void DrawCurve(QCPPainter& painter, const TCurveAxes& axes, std::span<const TSample> samples, const TValueOf& valueOf,
-               const TExtents& extents, const QPen& pen, bool withDots = false) {
+               const TExtents& extents, const QPen& pen, bool withDots = false, double maxStep = kNoGap,
+               TChartLabels* labels = nullptr) {
   const std::vector<TEnvelopePoint> points = Envelope(
       samples.size(), [samples](std::size_t i) { return samples[i].time; },
-      [&](std::size_t i) { return valueOf(samples[i]); }, extents, ColumnsOf(axes.keys, painter, axes.View()));
+      [&](std::size_t i) { return valueOf(samples[i]); }, extents, ColumnsOf(axes.keys, painter, axes.View()), maxStep);
+  if (labels != nullptr) KeepClear(*labels, axes, points);
   painter.setAntialiasing(true);
   DrawEnvelope(painter, axes, points, pen);
   if (withDots) DrawLoneDots(painter, axes, points, pen.color());
 }
 
-// Words at a point, on a ground that keeps them readable over lines; moved to stay inside `inside`.
-void DrawWords(QCPPainter& painter, QPointF at, Qt::Alignment side, const QString& words, const QColor& ink,
-               const QColor& ground, const QRect& inside);
+// px of a curve at any scale.
+inline constexpr double kCurveWidth = 1.5;
 
-// A horizontal dashed line over the axis rect with its name at an end or in the middle, above (AlignTop) or below it;
-// nothing when the value is out of sight.
-void DrawLevel(QCPPainter& painter, const QCPAxis& values, double value, const QString& name, const QColor& ink,
-               const QColor& ground, Qt::Alignment namePlace = Qt::AlignRight | Qt::AlignTop);
+// A horizontal dashed line over the axis rect, whose name becomes a label at the side of its axis; nothing when the
+// value is out of sight.
+void DrawLevel(QCPPainter& painter, TChartLabels& labels, const QCPAxis& values, double value, const QString& name,
+               const QColor& ink);
 
 // A vertical line over the axis rect; false, and no line, where the time is out of sight.
 bool DrawMoment(QCPPainter& painter, const QCPAxis& keys, double time, const QPen& pen);

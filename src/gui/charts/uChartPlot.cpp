@@ -1,5 +1,7 @@
 #include "gui/charts/uChartPlot.h"
 
+#include <QHelpEvent>
+#include <QToolTip>
 #include <algorithm>
 #include <tuple>
 
@@ -39,10 +41,11 @@ TChartPlot::TChartPlot(TAxisUnit unit, QWidget* parent) : QCustomPlot(parent), F
   FValueAxis = AddAxis(QCPAxis::atLeft);
   if (FUnit == TAxisUnit::Days) {
     FTimeAxis->setTicker(QSharedPointer<TDateTicker>::create(*FTimeAxis));
-    FTimeAxis->setLabel(tr("Date and time"));
+    FTimeTitle = tr("Date and time");
   } else {
-    FTimeAxis->setLabel(FUnit == TAxisUnit::Hertz ? tr("Frequency (Hz)") : tr("Time (ms)"));
+    FTimeTitle = FUnit == TAxisUnit::Hertz ? tr("Frequency (Hz)") : tr("Time (ms)");
   }
+  FTimeAxis->setLabel(FTimeTitle);
   SetSideMargins(0, 0);
   new TPainted(FRect, "grid", [this](QCPPainter& painter) { PaintGround(painter); });
 
@@ -167,13 +170,53 @@ void AlignMargins(TChartPlot& a, TChartPlot& b) {
 void TChartPlot::LayOut() {
   constexpr int kMaxRounds = 4;
   const auto laid = [this] { return std::tuple(FRect->margins(), FRect->minimumMargins(), FRect->size()); };
+  ThinOut();
   for (int round = 0; round < kMaxRounds; ++round) {
     const auto before = laid();
+    ShowValueTitle();
     Prepare();
     updateLayout();
     EmitNeededMargins();
     if (laid() == before) break;
   }
+}
+
+void TChartPlot::ThinOut() {
+  constexpr int kWithTitles = 9;  // lines of text; a lower chart has no title at its time axis
+  constexpr int kWithLegend = 6;  // a lower one has no legend either
+  const int lines = height() / std::max(1, fontMetrics().height());
+  // A chart that names no time axis keeps none.
+  if (!FTimeTitle.isEmpty()) FTimeAxis->setLabel(lines < kWithTitles ? QString() : FTimeTitle);
+  FLegend->SetHidden(lines < kWithLegend);
+}
+
+void TChartPlot::SetTimeTitle(const QString& title) {
+  FTimeTitle = title;
+  FTimeAxis->setLabel(title);
+}
+
+void TChartPlot::SetValueTitle(const QString& name, const QString& unit) {
+  FValueTitle = name;
+  FValueUnit = unit;
+  ShowValueTitle();
+}
+
+void TChartPlot::ShowValueTitle() {
+  if (FValueTitle.isEmpty()) return;
+  const QString whole = QString("%1 (%2)").arg(FValueTitle, FValueUnit);
+  const bool fits = fontMetrics().horizontalAdvance(whole) <= FRect->height();
+  FValueAxis->setLabel(fits ? whole : FValueUnit);
+}
+
+// What found no room: the whole title, and the names of the levels.
+bool TChartPlot::event(QEvent* event) {
+  if (event->type() != QEvent::ToolTip) return QCustomPlot::event(event);
+  const auto* help = static_cast<QHelpEvent*>(event);
+  QString words = FLegend->CutTitleAt(help->pos());
+  if (words.isEmpty() && FRect->rect().contains(help->pos())) words = FLabels.LevelAt(help->pos().y());
+  if (words.isEmpty()) return QCustomPlot::event(event);
+  QToolTip::showText(help->globalPos(), words, this);
+  return true;
 }
 
 void TChartPlot::EmitNeededMargins() {
@@ -215,16 +258,17 @@ void TChartPlot::StyleAxis(QCPAxis& axis, const QColor& ink) const {
   axis.setLabelColor(ink);
   axis.setNumberFormat("g");
   axis.setSelectableParts(QCPAxis::spNone);
-  axis.grid()->setPen(QPen(Mixed(ground, text, 0.12), 1));
-  axis.grid()->setZeroLinePen(axis.orientation() == Qt::Vertical ? QPen(Mixed(ground, text, 0.35), 1)
+  axis.grid()->setPen(QPen(Mixed(ground, text, 0.12), 0));
+  axis.grid()->setZeroLinePen(axis.orientation() == Qt::Vertical ? QPen(Mixed(ground, text, 0.35), 0)
                                                                  : axis.grid()->pen());
   axis.grid()->setSubGridVisible(false);
 }
 
-void TChartPlot::PaintGround(QCPPainter& painter) const {
+void TChartPlot::PaintGround(QCPPainter& painter) {
   const QRect rect = FRect->rect();
+  FLabels.Begin(rect);
   painter.setAntialiasing(false);
-  painter.setPen(QPen(Mixed(palette().color(QPalette::Base), palette().color(QPalette::Text), 0.2), 1));
+  painter.setPen(QPen(Mixed(palette().color(QPalette::Base), palette().color(QPalette::Text), 0.12), 0));
   painter.setBrush(Qt::NoBrush);
   painter.drawRect(rect);
   if (FHasData) return;

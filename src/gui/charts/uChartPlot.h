@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "base/uTimeSpan.h"
+#include "gui/charts/uChartLabels.h"
 #include "gui/charts/uLegendRow.h"
 
 enum class TAxisUnit { Days, Milliseconds, Hertz };
@@ -37,6 +38,9 @@ class TChartPlot : public QCustomPlot {
   // Whose ticks and labels stand at a position; nullptr where none do.
   [[nodiscard]] QCPAxis* ValueAxisAt(const QPointF& position) const;
   [[nodiscard]] TLegendRow& Legend() const { return *FLegend; }
+  // Of the last picture; the chart fills them while it paints, the marks keep clear of them.
+  [[nodiscard]] TChartLabels& Labels() { return FLabels; }
+  [[nodiscard]] const TChartLabels& Labels() const { return FLabels; }
   // The moment at a position, in units of the time axis.
   [[nodiscard]] double MomentAt(const QPointF& position) const { return FTimeAxis->pixelToCoord(position.x()); }
   [[nodiscard]] QColor FaintInk() const;
@@ -70,6 +74,8 @@ class TChartPlot : public QCustomPlot {
   // Asked for a context menu, in coordinates of the screen; never during a drag.
   void MenuRequested(const QPoint& at);
   void StatisticsRequested();
+  // Clicked on "Not Synced", in coordinates of the screen.
+  void SyncMenuRequested(const QPoint& at);
 
  protected:
   // Colours and fonts from the palette; each class adds its own.
@@ -79,6 +85,9 @@ class TChartPlot : public QCustomPlot {
   // Over everything that is drawn, at each paint.
   virtual void PaintOver(QPainter& /*painter*/) const {}
 
+  void SetTimeTitle(const QString& title);
+  // "name (unit)" at the value axis, or the unit alone where that is too long for its height.
+  void SetValueTitle(const QString& name, const QString& unit);
   // A value axis beside those that are there.
   QCPAxis* AddAxis(QCPAxis::AxisType side);
   // An axis in the house style.
@@ -86,12 +95,16 @@ class TChartPlot : public QCustomPlot {
 
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
+  bool event(QEvent* event) override;
   void changeEvent(QEvent* event) override;
 
  private:
-  void PaintGround(QCPPainter& painter) const;
+  void PaintGround(QCPPainter& painter);
   void LayOut();
   void UpdateTimeLabels();
+  // Low charts have fewer words, so that the curves keep some height.
+  void ThinOut();
+  void ShowValueTitle();
   void EmitNeededMargins();
 
   TAxisUnit FUnit;
@@ -99,7 +112,9 @@ class TChartPlot : public QCustomPlot {
   TLegendRow* FLegend = nullptr;
   QCPAxis* FTimeAxis = nullptr;
   QCPAxis* FValueAxis = nullptr;
+  TChartLabels FLabels;
   QString FPlaceholder;
+  QString FTimeTitle, FValueTitle, FValueUnit;
   bool FHasData = false;
   bool FTimeLabels = true;
   bool FStale = true;                  // a replot waits for the plot to be painted

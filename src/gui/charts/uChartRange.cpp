@@ -53,6 +53,8 @@ void TChartRange::SetFull(const std::optional<TTimeSpan>& span) {
     const double widened = std::max(second, MinTimes(FFull.end));
     FFull = {FFull.start - widened, FFull.end + widened};
   }
+  FBack.clear();
+  FForward.clear();
   FPlot.SetHasData(span.has_value());
   Reset();
 }
@@ -84,6 +86,7 @@ void TChartRange::LockAxis(const QCPAxis& axis, bool locked) {
 }
 
 void TChartRange::SetSynced(std::optional<bool> synced) {
+  FUnsynced = synced == false;
   if (!synced) {
     FPlot.Legend().SetTitle({});
   } else if (*synced) {
@@ -102,6 +105,7 @@ void TChartRange::ChangeTimes(const TTimeSpan& wanted) {
       std::clamp(wanted.Middle(), std::min(FFull.start, now.Middle()), std::max(FFull.end, now.Middle()));
   const double max = std::max(FFull.Width() * kFarOut, now.Width());
   const double width = std::clamp(wanted.Width(), std::min(MinTimes(middle), max), max);
+  Remember();
   // A span that may stay is shown to the last bit.
   const bool allowed = middle == wanted.Middle() && width == wanted.Width();
   SetTimes(allowed ? wanted : TTimeSpan{middle - width / 2, middle + width / 2});
@@ -154,9 +158,32 @@ void TChartRange::PanValues(double part) {
 
 void TChartRange::ResetByUser() {
   if (!CanZoom()) return;
+  Remember();
   Reset();
   emit FPlot.TimeRangeChanged(Times());
   emit FPlot.ZoomReset();
+}
+
+void TChartRange::Remember() {
+  constexpr qint64 kOneGestureMs = 400;
+  constexpr std::size_t kMaxViews = 100;
+  const bool sameGesture = FChanged.isValid() && FChanged.elapsed() < kOneGestureMs;
+  FChanged.start();
+  FForward.clear();
+  if (sameGesture && !FBack.empty()) return;
+  if (FBack.size() == kMaxViews) FBack.erase(FBack.begin());
+  FBack.push_back(Times());
+}
+
+bool TChartRange::Go(std::vector<TTimeSpan>& from, std::vector<TTimeSpan>& to) {
+  FChanged.invalidate();
+  while (!from.empty() && from.back() == Times()) from.pop_back();
+  if (from.empty() || !CanZoom()) return false;
+  to.push_back(Times());
+  SetTimes(from.back());
+  from.pop_back();
+  emit FPlot.TimeRangeChanged(Times());
+  return true;
 }
 
 TChartRange::TView TChartRange::View() const {

@@ -2,8 +2,10 @@
 // navigator's. What the user does is signalled by the plot; what the program sets is not. Main thread only.
 #pragma once
 
+#include <QElapsedTimer>
 #include <functional>
 #include <optional>
+#include <vector>
 
 #include "base/uTimeSpan.h"
 #include "gui/charts/uChartPlot.h"
@@ -32,6 +34,7 @@ class TChartRange {
   [[nodiscard]] bool IsLocked(const QCPAxis& axis) const { return FLocked.contains(&axis); }
   // The title says whether the chart shows the navigator's band; without a value it is empty.
   void SetSynced(std::optional<bool> synced);
+  [[nodiscard]] bool IsUnsynced() const { return FUnsynced; }
   // Whether the user can zoom and pan; true at first.
   void SetZoomable(bool on) { FZoomable = on; }
   // There is data, and the user can zoom it.
@@ -50,6 +53,11 @@ class TChartRange {
   // The key F and the double-click.
   void ResetByUser();
 
+  // To the time range before the last change by the user, and forward again; changes that follow each other at once, as
+  // those of a wheel do, count as one. False without one.
+  bool GoBack() { return Go(FBack, FForward); }
+  bool GoForward() { return Go(FForward, FBack); }
+
   // What is in sight, to pan from: PanFrom moves the plot by parts of its width and height.
   struct TView {
     TTimeSpan times{0, 0};
@@ -62,12 +70,18 @@ class TChartRange {
   // The smallest span that the user can zoom to.
   [[nodiscard]] double MinTimes(double about) const;
 
+  void Remember();
+  bool Go(std::vector<TTimeSpan>& from, std::vector<TTimeSpan>& to);
+
   TChartPlot& FPlot;
   std::function<void()> FScaleValues;
   TTimeSpan FFull{0, 1};
   bool FZoomable = true;
+  bool FUnsynced = false;
   bool FValuesZoomed = false;
   QSet<const QCPAxis*> FLocked;
+  std::vector<TTimeSpan> FBack, FForward;  // what the user saw, the latest last
+  QElapsedTimer FChanged;                  // since the user's last change
 };
 
 // The ends of a value axis around data; also usable for one value or none.

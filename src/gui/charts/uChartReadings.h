@@ -23,6 +23,8 @@ class IChartReadings {
   [[nodiscard]] virtual QString CursorText(const QPointF& position) const = 0;
   // What the indicator says below the moment, and the samples that say it.
   [[nodiscard]] virtual std::vector<TReading> ReadingsAt(double /*time*/) const { return {}; }
+  // The same at the pointer, where a chart reads what is under it instead of the whole moment.
+  [[nodiscard]] virtual std::vector<TReading> ReadingsUnder(const QPointF& /*pointer*/) const { return {}; }
   // The sample nearest to a position, by its distance on the screen.
   [[nodiscard]] virtual std::optional<TReading> NearestTo(const QPointF& /*position*/) const { return std::nullopt; }
   // Where a cursor stands that is put at this time.

@@ -94,12 +94,16 @@ void TEventDots::PaintGroup(QCPPainter& painter, const TDot& dot, const QColor& 
                    NumberText(dot.count));
 }
 
-std::optional<std::size_t> TEventDots::GroupAt(const QPointF& position) const {
+std::optional<TDot> TEventDots::GroupAt(const QPointF& position) const {
   if (!FAbsorption) return std::nullopt;
   const auto covers = [&](const TDot& dot) {
     return dot.count > 1 && std::hypot(dot.x - position.x(), dot.y - position.y()) <= RadiusOf(dot.count);
   };
   const auto found = std::ranges::find_if(FDots, covers);
   if (found == FDots.end()) return std::nullopt;
-  return found->item;
+  return *found;
+}
+
+void TEventDots::KeepClear(TChartLabels& labels) const {
+  for (const TDot& dot : FDots) labels.AddDot({dot.x, dot.y}, RadiusOf(FAbsorption ? dot.count : 1));
 }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "analysis/uPointAbsorption.h"
+#include "gui/charts/uChartLabels.h"
 
 class TEventDots {
  public:
@@ -22,8 +23,10 @@ class TEventDots {
   template <class TKindOf>
   void Paint(QCPPainter& painter, const std::vector<QColor>& inks, const QColor& ground, const TKindOf& kindOf);
 
-  // The dot that stands for several and covers this position; its highest event.
-  [[nodiscard]] std::optional<std::size_t> GroupAt(const QPointF& position) const;
+  // The dot that stands for several and covers this position.
+  [[nodiscard]] std::optional<TDot> GroupAt(const QPointF& position) const;
+  // Labels are placed off the dots.
+  void KeepClear(TChartLabels& labels) const;
   void Clear() { FDots = {}; }
 
  private:

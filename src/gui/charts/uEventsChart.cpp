@@ -23,7 +23,7 @@ constexpr double kFaint = 0.16;      // of the text's colour, for events that th
 
 TEventsChart::TEventsChart(QWidget* parent) : TTimeChart(TAxisUnit::Days, parent) {
   setAccessibleName(tr("Events chart"));
-  ValueAxis().setLabel(tr("Acceleration (g)"));
+  SetValueTitle(tr("Acceleration"), tr("g"));
   SetPlaceholder(tr("No events"));
   new TPainted(&Rect(), "main", [this](QCPPainter& painter) { PaintEvents(painter); });
   new TPainted(&Rect(), "marks", [this](QCPPainter& painter) {
@@ -131,24 +131,24 @@ void TEventsChart::PaintEvents(QCPPainter& painter) {
     PaintStems(painter, Place(series), InkOf(series));
   }
   PaintDots(painter);
+  painter.setFont(font());
+  Labels().Paint(painter, palette());
 }
 
-void TEventsChart::PaintLevels(QCPPainter& painter) const {
-  const QColor ground = palette().color(QPalette::Base);
+void TEventsChart::PaintLevels(QCPPainter& painter) {
   if (FTrigger) {
-    DrawLevel(painter, ValueAxis(), double{*FTrigger}, tr("trigger %1 g").arg(Figure(double{*FTrigger})), FaintInk(),
-              ground);
+    DrawLevel(painter, Labels(), ValueAxis(), double{*FTrigger}, tr("trigger %1 g").arg(Figure(double{*FTrigger})),
+              FaintInk());
   }
   if (!FAlarm) return;
-  // Not at the right: the upper limit is often the trigger level, whose name is there.
   const QColor ink = InkOn(palette(), kAlarmColour);
-  const auto draw = [&](double level, const QString& name, Qt::Alignment place) {
-    DrawLevel(painter, ValueAxis(), level, tr("alarm %1 g").arg(name), ink, ground, place | Qt::AlignTop);
+  const auto draw = [&](double level, const QString& name) {
+    DrawLevel(painter, Labels(), ValueAxis(), level, tr("alarm %1 g").arg(name), ink);
   };
   const auto [lower, upper] = *FAlarm;
-  if (std::fabs(lower) == upper) return draw(upper, "±" + Figure(upper), Qt::AlignLeft);
-  draw(upper, Figure(upper), Qt::AlignLeft);
-  draw(std::fabs(lower), Figure(lower), Qt::AlignHCenter);
+  if (std::fabs(lower) == upper) return draw(upper, "±" + Figure(upper));
+  draw(upper, Figure(upper));
+  draw(std::fabs(lower), Figure(lower));
 }
 
 void TEventsChart::PaintDots(QCPPainter& painter) {
@@ -172,6 +172,7 @@ void TEventsChart::PaintDots(QCPPainter& painter) {
   std::vector<QColor> inks;
   for (const TSeries series : kAllSeries) inks.push_back(InkOf(series));
   FDots.Paint(painter, inks, palette().color(QPalette::Base), [this](std::size_t i) { return FEvents.Axis(i); });
+  FDots.KeepClear(Labels());
 }
 
 // Draws the highest stem of each column of pixels.
@@ -237,15 +238,28 @@ std::optional<std::size_t> TEventsChart::PlaceAt(double time) const {
   return PlaceNear({TimeAxis().coordToPixel(time), static_cast<double>(Rect().rect().bottom())});
 }
 
+std::optional<TEventsChart::THit> TEventsChart::HitAt(const QPointF& position) const {
+  if (const auto group = FDots.GroupAt(position)) return THit{group->item, group->count, group->lowest};
+  if (const auto place = PlaceNear(position)) return THit{*place};
+  return std::nullopt;
+}
+
+// "event 68: 4.51 g", "21 events, 2.5 … 4.5 g, worst: 68"
+QString TEventsChart::WordsOf(const THit& hit) const {
+  const std::size_t index = FEvents.IndexOf(hit.place);
+  if (hit.count == 1) return tr("event %1: %2").arg(index).arg(GText(double{FEvents.Max(hit.place)}));
+  return tr("%1 events, %2 … %3, worst: %4")
+      .arg(hit.count)
+      .arg(Figure(double{FEvents.Peak(hit.lowest)}), GText(double{FEvents.Peak(hit.place)}))
+      .arg(index);
+}
+
 void TEventsChart::Clicked(const QPointF& position) {
   // Half of the first and the last dot is outside the axes.
   const QRectF reach = QRectF(Rect().rect()).adjusted(-kReach, 0, kReach, 0);
   if (!reach.contains(position)) return;
-  // A group of events stands for its highest.
-  auto place = FDots.GroupAt(position);
-  if (!place) place = PlaceNear(position);
   FBeforeClick = FSelected;
-  if (place) emit EventClicked(FEvents.IndexOf(*place));
+  if (const auto hit = HitAt(position)) emit EventClicked(FEvents.IndexOf(hit->place));
 }
 
 void TEventsChart::Unclicked() {
@@ -253,24 +267,30 @@ void TEventsChart::Unclicked() {
 }
 
 QString TEventsChart::CursorText(const QPointF& position) const {
-  QString pointed = GText(ValueAxis().pixelToCoord(position.y()));
-  auto place = FDots.GroupAt(position);
-  if (!place) place = PlaceNear(position);
-  if (!place) return pointed;
-  return tr("%1  ·  event %2: %3").arg(pointed).arg(FEvents.IndexOf(*place)).arg(GText(double{FEvents.Max(*place)}));
+  const QString pointed = GText(ValueAxis().pixelToCoord(position.y()));
+  const auto hit = HitAt(position);
+  return hit ? tr("%1  ·  %2").arg(pointed, WordsOf(*hit)) : pointed;
 }
 
 std::vector<TReading> TEventsChart::ReadingsAt(double time) const {
   const auto place = PlaceAt(time);
-  if (!place) return {};
-  const QPointF at(TimeAxis().coordToPixel(FEvents.Time(*place)),
-                   ValueAxis().coordToPixel(double{FEvents.Max(*place)}));
+  return place ? ReadingsOf({*place}) : std::vector<TReading>();
+}
+
+std::vector<TReading> TEventsChart::ReadingsUnder(const QPointF& pointer) const {
+  const auto hit = HitAt(pointer);
+  return hit ? ReadingsOf(*hit) : std::vector<TReading>();
+}
+
+std::vector<TReading> TEventsChart::ReadingsOf(const THit& hit) const {
   const QColor text = palette().color(QPalette::Text);
-  std::vector<TReading> readings = {{tr("event %1").arg(FEvents.IndexOf(*place)), text, std::nullopt},
-                                    {tr("peak %1").arg(GText(double{FEvents.Max(*place)})), InkOf(TSeries::Total), at}};
-  if (FEvents.Axis(*place) != TEventsInTime::kNoAxis) {
-    const TSeries axis = kAllSeries[FEvents.Axis(*place)];
-    readings.push_back({tr("%1 %2").arg(NameOf(axis), GText(double{FEvents.Peak(*place)})), InkOf(axis), std::nullopt});
+  if (hit.count > 1) return {{WordsOf(hit), text, std::nullopt}};
+  const std::size_t place = hit.place;
+  const QPointF at(TimeAxis().coordToPixel(FEvents.Time(place)), ValueAxis().coordToPixel(double{FEvents.Max(place)}));
+  std::vector<TReading> readings = {{WordsOf(hit), text, at}};
+  if (FEvents.Axis(place) != TEventsInTime::kNoAxis) {
+    const TSeries axis = kAllSeries[FEvents.Axis(place)];
+    readings.push_back({tr("%1 %2").arg(NameOf(axis), GText(double{FEvents.Peak(place)})), InkOf(axis), std::nullopt});
   }
   return readings;
 }

@@ -46,19 +46,30 @@ class TEventsChart final : public TTimeChart {
   void Unclicked() override;
   [[nodiscard]] QString CursorText(const QPointF& position) const override;
   [[nodiscard]] std::vector<TReading> ReadingsAt(double time) const override;
+  [[nodiscard]] std::vector<TReading> ReadingsUnder(const QPointF& pointer) const override;
   [[nodiscard]] double CursorMoment(double time) const override;
   [[nodiscard]] std::vector<TReading> DifferencesBetween(double a, double b) const override;
   void ScaleValues() override;
   void Restyle() override;
 
  private:
+  // What is under a position: one event, or several that share a point, of which the highest stands for all.
+  struct THit {
+    std::size_t place;
+    std::size_t count = 1;
+    std::size_t lowest = 0;  // of several
+  };
+  // Hover, status bar and click all ask this.
+  [[nodiscard]] std::optional<THit> HitAt(const QPointF& position) const;
+  [[nodiscard]] QString WordsOf(const THit& hit) const;
+  [[nodiscard]] std::vector<TReading> ReadingsOf(const THit& hit) const;
   [[nodiscard]] std::optional<std::size_t> PlaceNear(const QPointF& position) const;
   // Of the event whose stem stands near a time.
   [[nodiscard]] std::optional<std::size_t> PlaceAt(double time) const;
   [[nodiscard]] QColor InkOf(TSeries series) const;
   [[nodiscard]] QString GText(double g) const;
   void PaintEvents(QCPPainter& painter);
-  void PaintLevels(QCPPainter& painter) const;
+  void PaintLevels(QCPPainter& painter);
   void PaintStems(QCPPainter& painter, std::size_t series, const QColor& ink);
   void PaintDots(QCPPainter& painter);
   void PaintMark(QCPPainter& painter, std::optional<std::size_t> place, bool selected) const;

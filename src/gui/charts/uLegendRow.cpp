@@ -69,10 +69,31 @@ void TLegendRow::PlaceEntries(int width) {
       left += size;
     }
   }
-  FRows = FTitle.isEmpty() && FEntries.empty() ? 0 : static_cast<int>(rows.size());
+  FRows = FHidden || (FTitle.isEmpty() && FEntries.empty()) ? 0 : static_cast<int>(rows.size());
+  if (FRows == 0) FPlaces.clear();
+}
+
+QString TLegendRow::TitleWithin(int width) const {
+  const QFontMetrics metrics = Metrics();
+  if (metrics.horizontalAdvance(FTitle) <= width) return FTitle;
+  const QString between = " · ";
+  QStringList parts = FTitle.split(between);
+  while (parts.size() > 1 && metrics.horizontalAdvance(parts.join(between) + " …") > width) parts.removeLast();
+  return metrics.elidedText(parts.join(between) + " …", Qt::ElideRight, width);
+}
+
+QString TLegendRow::CutTitleAt(const QPoint& position) const {
+  const bool cut = TitleWithin(FTitleWidth - IconWidth()) != FTitle;
+  return cut && IsOnTitle(position) ? FTitle : QString();
+}
+
+bool TLegendRow::IsOnTitle(const QPoint& position) const {
+  const QRect title(mRect.left() + kSide, mRect.top(), FTitleWidth, Metrics().height() + 4);
+  return FRows > 0 && !FTitle.isEmpty() && title.contains(position);
 }
 
 void TLegendRow::draw(QCPPainter* painter) {
+  if (FRows == 0) return;
   const QPalette palette = mParentPlot->palette();
   const QFontMetrics metrics = Metrics();
   painter->setFont(mParentPlot->font());
@@ -81,8 +102,7 @@ void TLegendRow::draw(QCPPainter* painter) {
     const QRect row(mRect.left() + kSide, mRect.top() + 2, FTitleWidth, metrics.height() + 2);
     FIcon.paint(painter, row, Qt::AlignLeft | Qt::AlignVCenter);
     const QRect place = row.adjusted(IconWidth(), 0, 0, 0);
-    painter->drawText(place, Qt::AlignLeft | Qt::AlignVCenter,
-                      metrics.elidedText(FTitle, Qt::ElideRight, place.width()));
+    painter->drawText(place, Qt::AlignLeft | Qt::AlignVCenter, TitleWithin(place.width()));
   }
   for (std::size_t i = 0; i < FPlaces.size(); ++i) {
     const TLegendEntry& entry = FEntries[i];

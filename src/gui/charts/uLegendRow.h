@@ -21,6 +21,11 @@ class TLegendRow final : public QCPLayoutElement {
     FTitle = title;
     FIcon = icon;
   }
+  // Takes no room while it is hidden.
+  void SetHidden(bool hidden) { FHidden = hidden; }
+  // The whole title where it is cut, at a position on it; else empty.
+  [[nodiscard]] QString CutTitleAt(const QPoint& position) const;
+  [[nodiscard]] bool IsOnTitle(const QPoint& position) const;
   [[nodiscard]] const QString& Title() const { return FTitle; }
   void SetEntries(std::vector<TLegendEntry> entries) { FEntries = std::move(entries); }
   [[nodiscard]] std::optional<std::size_t> EntryAt(const QPointF& position) const;
@@ -36,11 +41,14 @@ class TLegendRow final : public QCPLayoutElement {
   [[nodiscard]] QFontMetrics Metrics() const { return QFontMetrics(mParentPlot->font(), mParentPlot); }
   [[nodiscard]] int IconWidth() const { return FIcon.isNull() ? 0 : Metrics().height() + 6; }
   void PlaceEntries(int width);
+  // As much of the title as fits: without its last parts, which " · " joins, then cut.
+  [[nodiscard]] QString TitleWithin(int width) const;
 
   QString FTitle;
   QIcon FIcon;
   std::vector<TLegendEntry> FEntries;
   std::vector<QRect> FPlaces;  // of each entry, from the element's top left; those without room are left out
   int FTitleWidth = 0;
+  bool FHidden = false;
   int FRows = 0;
 };

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "analysis/uEnvelope.h"
+#include "analysis/uSensorMetrics.h"
 #include "base/uDateTime.h"
 #include "gui/charts/uChartPaint.h"
 #include "gui/charts/uDateTicker.h"
@@ -13,7 +14,6 @@
 namespace {
 
 constexpr double kTickHeight = 7;  // px, of the mark of an event
-constexpr double kLineWidth = 1.2;
 
 void Include(std::optional<TTimeSpan>& span, double time) {
   if (!std::isfinite(time)) return;
@@ -37,7 +37,7 @@ TNavigatorChart::TNavigatorChart(QWidget* parent)
   // The chart is too low for a value axis; the name and unit of the curve are in the corner.
   ValueAxis().setVisible(false);
   ValueAxis().grid()->setVisible(false);
-  TimeAxis().setLabel({});
+  SetTimeTitle({});
   TimeAxis().setTicker(QSharedPointer<TDateTicker>::create(TimeAxis(), TDateLabels::OneLine));
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
   new TPainted(&Rect(), "main", [this](QCPPainter& painter) {
@@ -101,6 +101,8 @@ void TNavigatorChart::TakeSensors(const TSensorList& sensors, std::optional<TTim
     const auto samples = FReadings.Samples();
     FExtents.Set(samples.size(), [samples](std::size_t i) { return samples[i].xvalue; });
     FSensor = sensor.Name;
+    const double median = CalcSensorMetrics(sensor).medianInterval;
+    FGap = median > 0 ? median * kGapIntervals : kNoGap;
   }
 }
 
@@ -162,18 +164,20 @@ void TNavigatorChart::ScaleValues() {
 void TNavigatorChart::PaintOverview(QCPPainter& painter) {
   painter.setFont(font());
   const QRect rect = Rect().rect();
-  DrawWords(painter, rect.topLeft() + QPointF(2, 1), Qt::AlignLeft | Qt::AlignTop, Caption(), FaintInk(),
-            palette().color(QPalette::Base), rect);
+  // Along the top, where the curve leaves room.
+  Labels().AddLevel(rect.top() + painter.fontMetrics().height() * 0.75, Caption(), FaintInk(), Qt::AlignLeft);
   if (FReadings.Samples().empty()) {
     DrawCurve(
         painter, {TimeAxis(), ValueAxis()}, std::span<const TEventTick>(FEvents),
-        [](const TEventTick& tick) { return tick.peak; }, FExtents, QPen(FaintInk(), kLineWidth));
+        [](const TEventTick& tick) { return tick.peak; }, FExtents, QPen(FaintInk(), kCurveWidth), false, kNoGap,
+        &Labels());
   } else {
     DrawCurve(
         painter, {TimeAxis(), ValueAxis(), FStart, kMsPerDay}, FReadings.Samples(),
         [](const TSensorValue& reading) { return reading.xvalue; }, FExtents,
-        QPen(SensorInk(palette(), FChoices.ColourOf(FSensor)), kLineWidth));
+        QPen(SensorInk(palette(), FChoices.ColourOf(FSensor)), kCurveWidth), false, FGap, &Labels());
   }
+  Labels().Paint(painter, palette());
 }
 
 void TNavigatorChart::PaintEventTicks(QCPPainter& painter) const {

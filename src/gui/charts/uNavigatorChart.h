@@ -76,6 +76,7 @@ class TNavigatorChart final : public TTimeChart {
   TInTimeOrder<TSensorValue> FReadings;       // of the sensor that is drawn
   TExtents FExtents;                          // of the readings, without one of the peaks
   double FStart = 0;                          // the mission's, a date-time
+  double FGap = 0;                            // ms between readings that has no line
   std::string FSensor;                        // its name in the list
   TSensorChoices FChoices;
   TNavigatorBand* FBand;           // what the charts show

@@ -14,7 +14,8 @@
 
 namespace {
 
-constexpr double kLineWidth = 1.2;
+constexpr double kPeakRadius = 4.5;  // px
+constexpr double kFaintTotal = 0.4;  // of the total's colour, where it is drawn only for the shaded times
 constexpr double kLevelInSight = 4;  // times the largest value; a level above is out of sight
 constexpr double kWordsRoom = 0.08;  // of the values, above and below, for the name of the peak
 
@@ -52,7 +53,7 @@ std::optional<QPointF> FindPeak(const TEvent& event, std::span<const TEventValue
 TSelectedEventChart::TSelectedEventChart(QWidget* parent) : TAccelerationChart(TAxisUnit::Milliseconds, parent) {
   setObjectName("Chart2");
   setAccessibleName(tr("Selected event chart"));
-  ValueAxis().setLabel(tr("Acceleration (g)"));
+  SetValueTitle(tr("Acceleration"), tr("g"));
   new TPainted(&Rect(), "main", [this](QCPPainter& painter) {
     if (!HasData()) return;
     painter.setFont(font());
@@ -62,6 +63,8 @@ TSelectedEventChart::TSelectedEventChart(QWidget* parent) : TAccelerationChart(T
     PaintLevels(painter);
     PaintSeries(painter);
     PaintPeak(painter);
+    painter.setFont(font());
+    Labels().Paint(painter, palette());
   });
   Restyle();
   Clear();
@@ -172,52 +175,51 @@ void TSelectedEventChart::ScaleValues() {
 
 void TSelectedEventChart::PaintSeries(QCPPainter& painter) {
   for (const TSeries series : {TSeries::Total, TSeries::X, TSeries::Y, TSeries::Z}) {
-    if (!IsSeriesVisible(series)) continue;
+    QColor ink = InkOf(series);
+    // The shades are the times of the total over the levels; without it nobody sees why they are there.
+    const bool faint = series == TSeries::Total && !FIntervals.empty() && !IsSeriesVisible(series);
+    if (!faint && !IsSeriesVisible(series)) continue;
+    if (faint) ink = Mixed(palette().color(QPalette::Base), ink, kFaintTotal);
     // The samples' own clock runs from the mission's start.
     DrawCurve(
         painter, {TimeAxis(), ValueAxis(), -FStart}, Samples(),
         [series](const TEventValue& sample) { return ValueOf(sample, series); }, FExtents[Place(series)],
-        QPen(InkOf(series), kLineWidth), PointsVisible());
+        QPen(ink, kCurveWidth), PointsVisible() && !faint, kNoGap, &Labels());
   }
 }
 
-void TSelectedEventChart::PaintLevels(QCPPainter& painter) const {
-  const QColor ground = palette().color(QPalette::Base);
-  constexpr Qt::Alignment kAbove = Qt::AlignRight | Qt::AlignTop;
-  constexpr Qt::Alignment kBelow = Qt::AlignRight | Qt::AlignBottom;
-  const double on = FLevels.totOn;
-  const double off = FLevels.totOff;
-  if (on == off) {
-    DrawLevel(painter, ValueAxis(), on, tr("ToT on, off %1 g").arg(Figure(on)), FaintInk(), ground);
+// On both sides of zero, because an axis crosses a level in either direction; the total is never below zero.
+void TSelectedEventChart::PaintLevels(QCPPainter& painter) {
+  const std::vector<TSeries> visible = VisibleSeries();
+  const bool isSigned = std::ranges::any_of(visible, [](TSeries series) { return series != TSeries::Total; });
+  const auto draw = [&](double level, const QString& name) {
+    DrawLevel(painter, Labels(), ValueAxis(), level, tr("%1 %2 g").arg(name, Figure(level)), FaintInk());
+    if (isSigned && level > 0) DrawLevel(painter, Labels(), ValueAxis(), -level, {}, FaintInk());
+  };
+  if (FLevels.totOn == FLevels.totOff) {
+    draw(FLevels.totOn, tr("ToT on, off"));
   } else {
-    // One name above its line and one below, so that they never overlap.
-    DrawLevel(painter, ValueAxis(), on, tr("ToT on %1 g").arg(Figure(on)), FaintInk(), ground,
-              on > off ? kAbove : kBelow);
-    DrawLevel(painter, ValueAxis(), off, tr("ToT off %1 g").arg(Figure(off)), FaintInk(), ground,
-              off > on ? kAbove : kBelow);
+    draw(FLevels.totOn, tr("ToT on"));
+    draw(FLevels.totOff, tr("ToT off"));
   }
   if (!FAlarm) return;
-  // At the left: the upper limit is often the ToT level, whose name is at the right.
   const QColor ink = InkOn(palette(), kAlarmColour);
-  DrawLevel(painter, ValueAxis(), FAlarm->max, tr("alarm %1 g").arg(Figure(FAlarm->max)), ink, ground,
-            Qt::AlignLeft | Qt::AlignTop);
-  DrawLevel(painter, ValueAxis(), FAlarm->min, tr("alarm %1 g").arg(Figure(FAlarm->min)), ink, ground,
-            Qt::AlignLeft | Qt::AlignBottom);
+  for (const double limit : {FAlarm->max, FAlarm->min}) {
+    DrawLevel(painter, Labels(), ValueAxis(), limit, tr("alarm %1 g").arg(Figure(limit)), ink);
+  }
 }
 
-void TSelectedEventChart::PaintPeak(QCPPainter& painter) const {
+void TSelectedEventChart::PaintPeak(QCPPainter& painter) {
   if (!FPeak) return;
   const QPointF at(TimeAxis().coordToPixel(FPeak->x()), ValueAxis().coordToPixel(FPeak->y()));
-  const QRect rect = Rect().rect();
-  if (!QRectF(rect).adjusted(-1, -1, 1, 1).contains(at)) return;
+  if (!QRectF(Rect().rect()).adjusted(-1, -1, 1, 1).contains(at)) return;
   const QColor text = palette().color(QPalette::Text);
   painter.setAntialiasing(true);
   painter.setBrush(Qt::NoBrush);
-  painter.setPen(QPen(text, 1.5));
-  painter.drawEllipse(at, 4.5, 4.5);
-  const bool up = FPeak->y() >= 0;
-  DrawWords(painter, at + QPointF(0, up ? -6 : 6), Qt::AlignHCenter | (up ? Qt::AlignBottom : Qt::AlignTop),
-            tr("%1 g").arg(Figure(FPeak->y())), text, palette().color(QPalette::Base), rect);
+  painter.setPen(QPen(text, kCurveWidth));
+  painter.drawEllipse(at, kPeakRadius, kPeakRadius);
+  Labels().AddDot(at, kPeakRadius);
+  Labels().AddPoint(at, tr("%1 g").arg(Figure(FPeak->y())), text);
 }
 
 QString TSelectedEventChart::MomentText(double time) const {

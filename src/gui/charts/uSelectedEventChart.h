@@ -49,8 +49,8 @@ class TSelectedEventChart final : public TAccelerationChart {
   void ShowTitle();
   void ShowSamples();
   void PaintSeries(QCPPainter& painter);
-  void PaintLevels(QCPPainter& painter) const;
-  void PaintPeak(QCPPainter& painter) const;
+  void PaintLevels(QCPPainter& painter);
+  void PaintPeak(QCPPainter& painter);
 
   const TEvent* FEvent = nullptr;
   double FMissionStart = 0;  // a date-time

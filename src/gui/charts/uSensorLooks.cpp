@@ -1,5 +1,7 @@
 #include "gui/charts/uSensorLooks.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "gui/common/uQtText.h"
@@ -18,10 +20,14 @@ constexpr int kUnknownRank = 100;        // after every known sensor
 
 TSensorLook LookOf(std::string_view sensorName) {
   const TQuantityRow* row = FindQuantity(&TQuantityRow::sensorName, sensorName);
-  if (row == nullptr) return {QColor(kUnknownColour), TSensorAxis::LeftInner, kUnknownRank, {}, "unknown"};
+  if (row == nullptr) return {QColor(kUnknownColour), TSensorAxis::LeftInner, kUnknownRank, {}, "unknown", true};
   const QColor colour(row->colourPlace == 0 ? kFixedColour
                                             : DefaultSettings().display.sensorColours[row->colourPlace - 1U]);
-  return {colour, row->axis, row->axisRank, QtText(row->unit), QtText(row->scale.empty() ? row->unit : row->scale)};
+  // Light, humidity and pressure are never negative.
+  constexpr std::string_view kNeverNegative[] = {"lux", "%RH", "mbar"};
+  const bool negative = std::ranges::find(kNeverNegative, row->unit) == std::end(kNeverNegative);
+  return {colour,  row->axis, row->axisRank, QtText(row->unit), QtText(row->scale.empty() ? row->unit : row->scale),
+          negative};
 }
 
 bool TSensorChoices::SetColour(std::string_view sensor, const QColor& colour) {
@@ -42,7 +48,12 @@ QColor TSensorChoices::ColourOf(const std::string& sensor) const {
 QString TSensorChoices::NameOf(const std::string& sensor) const {
   const auto found = FNames.find(sensor);
   const QString name = found == FNames.end() ? QString() : ShownText(found->second, kMaxName).trimmed();
-  return name.isEmpty() ? ShownText(sensor, kMaxName) : name;
+  if (!name.isEmpty()) return name;
+  // People say "Humidity", the recording "RH".
+  constexpr std::pair<std::string_view, const char*> kNames[] = {{"RH", "Humidity"}, {"L", "Light"}};
+  const auto* common =
+      std::ranges::find(kNames, std::string_view(sensor), &std::pair<std::string_view, const char*>::first);
+  return common == std::end(kNames) ? ShownText(sensor, kMaxName) : QObject::tr(common->second);
 }
 
 QColor SensorInk(const QPalette& palette, const QColor& colour) {

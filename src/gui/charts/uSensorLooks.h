@@ -21,6 +21,10 @@ struct TSensorLook {
   int rank;       // of those that want the left inner axis the lowest gets it
   QString unit;   // empty where it depends on what is connected
   QString scale;  // only series of one scale share an axis
+  bool negative;  // readings can be below 0
+
+  // A reading can be beyond the limit on both of its sides.
+  [[nodiscard]] bool CanCross(double limit) const { return negative || limit > 0; }
 };
 
 TSensorLook LookOf(std::string_view sensorName);

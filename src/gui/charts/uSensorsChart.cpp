@@ -12,7 +12,6 @@
 
 namespace {
 
-constexpr double kLineWidth = 1.2;
 constexpr double kLimitInSight = 4;  // times the span of the readings
 constexpr double kMinSpan = 0.02;    // relative to the readings, where these hardly change
 constexpr int kAxisGap = 8;          // px between an inner and an outer axis
@@ -153,7 +152,7 @@ void TSensorsChart::ScaleAxis(TSensorAxis axis) {
     const auto limits = FAlarms.find(series.sensor);
     if (!series.visible || series.look.axis != axis || limits == FAlarms.end()) continue;
     for (const double limit : {limits->second.min, limits->second.max}) {
-      if (!(limit >= lowest && limit <= highest)) continue;
+      if (!(limit >= lowest && limit <= highest) || !series.look.CanCross(limit)) continue;
       min = std::min(min, limit);
       max = std::max(max, limit);
     }
@@ -213,24 +212,24 @@ void TSensorsChart::PaintSensors(QCPPainter& painter) {
     if (!series.visible || series.whole.IsEmpty()) continue;
     DrawCurve(
         painter, {TimeAxis(), AxisOf(series.look.axis), FSensors.Start(), kMsPerDay}, series.readings.Samples(),
-        [](const TSensorValue& reading) { return reading.xvalue; }, series.extents, QPen(InkOf(series), kLineWidth),
-        PointsVisible());
+        [](const TSensorValue& reading) { return reading.xvalue; }, series.extents, QPen(InkOf(series), kCurveWidth),
+        PointsVisible(), series.gap, &Labels());
   }
+  painter.setFont(font());
+  Labels().Paint(painter, palette());
 }
 
-void TSensorsChart::PaintAlarms(QCPPainter& painter) const {
+void TSensorsChart::PaintAlarms(QCPPainter& painter) {
   painter.setFont(font());
   std::set<std::string_view> drawn;  // several sensors of one name share their limits
   for (const TSensorSeries& series : FSensors.Series()) {
     const auto limits = FAlarms.find(series.sensor);
     if (!series.visible || limits == FAlarms.end() || !drawn.insert(series.sensor).second) continue;
-    const auto draw = [&](double limit, Qt::AlignmentFlag side) {
-      const QString name = tr("%1 alarm %2 %3").arg(series.name, Figure(limit), series.look.unit).trimmed();
-      DrawLevel(painter, AxisOf(series.look.axis), limit, name, InkOf(series), palette().color(QPalette::Base),
-                Qt::AlignLeft | side);
-    };
-    draw(limits->second.max, Qt::AlignTop);
-    draw(limits->second.min, Qt::AlignBottom);
+    for (const double limit : {limits->second.max, limits->second.min}) {
+      if (!series.look.CanCross(limit)) continue;
+      const QString name = tr("%1 %2 %3").arg(series.name, Figure(limit), series.look.unit).trimmed();
+      DrawLevel(painter, Labels(), AxisOf(series.look.axis), limit, name, InkOf(series));
+    }
   }
 }
 

@@ -67,7 +67,7 @@ class TSensorsChart final : public TTimeChart {
   void ScaleAxis(TSensorAxis axis);
   void FillLegend();
   void PaintSensors(QCPPainter& painter);
-  void PaintAlarms(QCPPainter& painter) const;
+  void PaintAlarms(QCPPainter& painter);
   [[nodiscard]] QColor InkOf(const TSensorSeries& series) const { return SensorInk(palette(), series.look.colour); }
   [[nodiscard]] QColor InkOf(TSensorAxis axis) const;
   [[nodiscard]] QCPAxis& AxisOf(TSensorAxis axis) const { return *FAxes[static_cast<std::size_t>(axis)]; }

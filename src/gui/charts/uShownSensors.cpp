@@ -4,6 +4,7 @@
 #include <limits>
 #include <set>
 
+#include "analysis/uSensorMetrics.h"
 #include "base/uDateTime.h"
 
 namespace {
@@ -23,6 +24,8 @@ void TShownSensors::Set(const TSensorList& sensors, double startTime) {
     const auto readings = series.readings.Samples();
     series.extents.Set(readings.size(), [readings](std::size_t i) { return readings[i].xvalue; });
     series.whole = series.extents.Whole();
+    const double median = CalcSensorMetrics(sensor).medianInterval;
+    series.gap = median > 0 ? median * kGapIntervals : std::numeric_limits<double>::infinity();
     if (!readings.empty()) FListed.push_back(FSeries.size() - 1);
   }
   TakeNamesAndColours();

@@ -27,7 +27,8 @@ struct TSensorSeries {
   bool visible = false;
   TInTimeOrder<TSensorValue> readings;
   TExtents extents;
-  TExtent whole;  // empty without a finite reading
+  double gap = 0;  // ms; readings that are farther apart have a gap between them
+  TExtent whole;   // empty without a finite reading
 };
 
 class TShownSensors {

@@ -54,7 +54,11 @@ TTimeChart::TTimeChart(TAxisUnit unit, QWidget* parent)
       FMarks(*this, *this),
       FCursors(*this, *this),
       FGestures(*this, *this, FRange, FMarks, FCursors) {
-  connect(&FGestures, &TChartGestures::Clicked, this, &TTimeChart::Clicked);
+  connect(&FGestures, &TChartGestures::Clicked, this, [this](const QPointF& position) {
+    const QPoint at = position.toPoint();
+    if (FRange.IsUnsynced() && Legend().IsOnTitle(at)) emit SyncMenuRequested(mapToGlobal(at));
+    Clicked(position);
+  });
   connect(&FGestures, &TChartGestures::Unclicked, this, &TTimeChart::Unclicked);
 }
 

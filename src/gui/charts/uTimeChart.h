@@ -66,6 +66,9 @@ class TTimeChart : public TChartPlot, public IChartReadings {
   // What the indicator would say.
   [[nodiscard]] QString CursorText(const QPointF& position) const override;
   [[nodiscard]] std::vector<TReading> ReadingsAt(double time) const override;
+  [[nodiscard]] std::vector<TReading> ReadingsUnder(const QPointF& pointer) const override {
+    return ReadingsAt(MomentAt(pointer));
+  }
   [[nodiscard]] std::optional<TReading> NearestTo(const QPointF& position) const override;
   [[nodiscard]] QStringList SpanTexts(double span) const override;
   [[nodiscard]] std::vector<TReading> DifferencesBetween(double a, double b) const override;

@@ -31,6 +31,7 @@ const std::vector<TMenuRow>& MenuRows() {
                                                   "actNextEvent",
                                                   "-",
                                                   "actShockEventsToolsIndicator",
+                                                  "actSyncWithEvents",
                                                   "-",
                                                   "actEventsCopyChart",
                                                   "actEventsSaveChart",
@@ -61,8 +62,8 @@ const std::vector<TMenuRow>& MenuRows() {
       {"Chart2", shock},
       {"chartSpecAnalysis", shock},
       {"ChartAllSensors",
-       {"actSensorsToolsPoints", "actSensorsToolsIndicator", "actSensorsToolsNearest", "-", "actSensorsCopyChart",
-        "actSensorsSaveChart", "actSensorsSaveChartAsPNG", "-", "actSensorsExportToXLSX"}},
+       {"actSensorsToolsPoints", "actSensorsToolsIndicator", "actSensorsToolsNearest", "actSyncWithSensors", "-",
+        "actSensorsCopyChart", "actSensorsSaveChart", "actSensorsSaveChartAsPNG", "-", "actSensorsExportToXLSX"}},
       {"ChartNavigator",
        {"actNavSetIntAll", "actNavSetIntYear", "actNavSetIntMonth", "actNavSetIntWeek", "actNavSetIntDay",
         "actNavSetIntHour", "actNavSetIntMin", "-", "actNavRwd", "actNavFwd", "-", "actSyncWithEvents",
@@ -149,10 +150,26 @@ void ShowMenu(TKorvexMainForm& form, TTimeChart& chart, const QPoint& at) {
   menu->popup(at);
 }
 
+// Both ways out of "Not Synced".
+void ShowSyncMenu(TKorvexMainForm& form, TTimeChart& chart, const QPoint& at) {
+  auto* menu = new QMenu(&chart);
+  menu->setObjectName("mnuChartSync");
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  const bool sensors = qobject_cast<TSensorsChart*>(&chart) != nullptr;
+  auto* sync = form.findChild<QAction*>(sensors ? "actSyncWithSensors" : "actSyncWithEvents");
+  QObject::connect(menu->addAction(QObject::tr("Use this span everywhere")), &QAction::triggered, sync,
+                   &QAction::trigger);
+  QObject::connect(menu->addAction(QObject::tr("Back to the navigator's span")), &QAction::triggered, &chart,
+                   [&chart] { chart.Range().ResetByUser(); });
+  menu->popup(at);
+}
+
 }  // namespace
 
 void ConnectChartMenus(TKorvexMainForm& form) {
   for (TTimeChart* chart : form.findChildren<TTimeChart*>()) {
+    QObject::connect(chart, &TTimeChart::SyncMenuRequested, &form,
+                     [&form, chart](const QPoint& at) { Guarded(&form, [&] { ShowSyncMenu(form, *chart, at); }); });
     QObject::connect(chart, &TTimeChart::MenuRequested, &form,
                      [&form, chart](const QPoint& at) { Guarded(&form, [&] { ShowMenu(form, *chart, at); }); });
     QObject::connect(chart, &TTimeChart::StatisticsRequested, &form,

@@ -84,6 +84,7 @@ std::vector<TSection> AllKeys(const QWidget& window) {
                       {{"F", QObject::tr("Everything in sight")},
                        {"+  −", QObject::tr("Zoom in and out")},
                        {QObject::tr("Arrows"), QObject::tr("Move")},
+                       {"Alt+Left  Alt+Right", QObject::tr("Zoom back and forward")},
                        {"Home  End", QObject::tr("Begin and end of the recording")},
                        {"C", QObject::tr("Cursor A, then B, then none")},
                        {"R", QObject::tr("Statistics of the visible range")},

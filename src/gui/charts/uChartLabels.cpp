@@ -1,0 +1,165 @@
+#include "gui/charts/uChartLabels.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "gui/charts/uChartPaint.h"
+
+namespace {
+
+constexpr double kPadding = 5;   // px, of a pill
+constexpr double kGap = 6;       // between a line or a point and its words
+constexpr double kReach = 4;     // how near to a level line the pointer names it
+constexpr double kLowChart = 6;  // lines of text; a lower chart has its readings in a strip
+constexpr int kStepsAlong = 12;  // places that are tried along a level line
+constexpr double kMargin = 2;    // between labels
+
+}  // namespace
+
+void TChartLabels::Begin(const QRect& axes) {
+  *this = {};
+  FAxes = axes;
+}
+
+void TChartLabels::AddCurve(std::span<const QPointF> points) {
+  TSkyline skyline(static_cast<std::size_t>(std::max(1.0, FAxes.width())) + 1);
+  const double last = static_cast<double>(skyline.size() - 1);
+  const auto include = [&skyline](double column, double from, double to) {
+    TExtentOfColumn& here = skyline[static_cast<std::size_t>(column)];
+    here.top = std::min(here.top, static_cast<float>(std::min(from, to)));
+    here.bottom = std::max(here.bottom, static_cast<float>(std::max(from, to)));
+  };
+  const QPointF* before = nullptr;
+  for (const QPointF& point : points) {
+    if (std::isnan(point.y())) {
+      before = nullptr;
+      continue;
+    }
+    const QPointF& from = before ? *before : point;
+    before = &point;
+    const double first = std::max(0.0, std::floor(from.x() - FAxes.left()));
+    const double end = std::min(last, std::floor(point.x() - FAxes.left()));
+    const double slope = point.x() > from.x() ? (point.y() - from.y()) / (point.x() - from.x()) : 0;
+    for (double column = first; column <= end; ++column) {
+      const double left = std::clamp(FAxes.left() + column, from.x(), point.x());
+      const double right = std::clamp(FAxes.left() + column + 1, from.x(), point.x());
+      if (first == end) {
+        include(column, from.y(), point.y());
+      } else {
+        include(column, from.y() + (left - from.x()) * slope, from.y() + (right - from.x()) * slope);
+      }
+    }
+  }
+  FCurves.push_back(std::move(skyline));
+}
+
+void TChartLabels::AddDot(const QPointF& middle, double radius) {
+  FDots.emplace_back(middle - QPointF(radius, radius), QSizeF(2 * radius, 2 * radius));
+}
+
+void TChartLabels::AddLevel(double y, const QString& words, const QColor& ink, Qt::AlignmentFlag side) {
+  if (!words.isEmpty()) FLevels.push_back({y, words, ink, side});
+}
+
+void TChartLabels::AddPoint(const QPointF& at, const QString& words, const QColor& ink) {
+  FPoints.push_back({at, words, ink});
+}
+
+bool TChartLabels::CoversData(const QRectF& box) const {
+  if (std::ranges::any_of(FDots, [&box](const QRectF& dot) { return dot.intersects(box); })) return true;
+  const auto first = static_cast<std::size_t>(std::max(0.0, box.left() - FAxes.left()));
+  for (const TSkyline& curve : FCurves) {
+    const auto end = std::min(curve.size(), static_cast<std::size_t>(std::max(0.0, box.right() - FAxes.left())) + 1);
+    for (std::size_t column = first; column < end; ++column) {
+      if (double{curve[column].top} <= box.bottom() && double{curve[column].bottom} >= box.top()) return true;
+    }
+  }
+  return false;
+}
+
+bool TChartLabels::IsFree(const QRectF& box) const {
+  if (!FAxes.contains(box)) return false;
+  const QRectF around = box.adjusted(-kMargin, -kMargin, kMargin, kMargin);
+  return std::ranges::none_of(FBoxes, [&around](const QRectF& taken) { return taken.intersects(around); });
+}
+
+// On the line from its axis inwards, then above and below it.
+std::optional<QRectF> TChartLabels::PlaceOf(const TLevel& level, const QSizeF& size) const {
+  const double room = FAxes.width() - size.width() - 2 * kGap;
+  for (const double up : {0.0, 1.0, -1.0}) {
+    for (int step = 0; step < kStepsAlong; ++step) {
+      const double along = kGap + room * step / kStepsAlong;
+      const double left = level.side == Qt::AlignLeft ? FAxes.left() + along : FAxes.right() - along - size.width();
+      const QRectF box({left, level.y - size.height() / 2 - up * (size.height() / 2 + kMargin)}, size);
+      if (IsFree(box) && !CoversData(box)) return box;
+    }
+  }
+  return std::nullopt;
+}
+
+// Above, below, right, left of it, farther away each time.
+std::optional<QRectF> TChartLabels::PlaceOf(const TPoint& point, const QSizeF& size) const {
+  const double across = size.width() / 2 + kGap;
+  const double up = size.height() / 2 + kGap;
+  for (const double away : {1.0, 1.5, 2.0, 3.0}) {
+    for (const QPointF& to : {QPointF(0, -up), QPointF(0, up), QPointF(across, 0), QPointF(-across, 0),
+                              QPointF(across, -up), QPointF(-across, -up), QPointF(across, up), QPointF(-across, up)}) {
+      QRectF box(QPointF(), size);
+      box.moveCenter(point.at + to * away);
+      if (IsFree(box) && !CoversData(box)) return box;
+    }
+  }
+  return std::nullopt;
+}
+
+void TChartLabels::Paint(QCPPainter& painter, const QPalette& palette) {
+  const QFontMetrics metrics = painter.fontMetrics();
+  const auto draw = [&](const auto& label) {
+    const auto box = PlaceOf(label, PillSize(metrics, label.words));
+    if (!box) return;
+    FBoxes.push_back(*box);
+    DrawPill(painter, *box, label.words, label.ink, palette);
+  };
+  for (const TPoint& point : FPoints) draw(point);
+  for (const TLevel& level : FLevels) draw(level);
+}
+
+QString TChartLabels::LevelAt(double y) const {
+  QStringList words;
+  for (const TLevel& level : FLevels) {
+    if (std::fabs(level.y - y) <= kReach && FAxes.top() <= y && y <= FAxes.bottom()) words.append(level.words);
+  }
+  return words.join("  ·  ");
+}
+
+QRectF TChartLabels::BesideLine(double x, const QSizeF& size) const {
+  const double top = FAxes.top() + 1;
+  const double right = x + kGap;
+  const double left = x - kGap - size.width();
+  const auto inside = [this, &size](double from) {
+    return from >= FAxes.left() && from + size.width() <= FAxes.right();
+  };
+  for (double y = top; y + size.height() <= FAxes.bottom(); y += size.height() / kLowChart) {
+    for (const double from : {right, left}) {
+      const QRectF box({from, y}, size);
+      if (inside(from) && IsFree(box) && !CoversData(box)) return box;
+    }
+  }
+  // Everywhere are data: beside the line, at the edge of the chart.
+  const double from = inside(right) || !inside(left) ? std::min(right, FAxes.right() - size.width()) : left;
+  return {QPointF(std::max(from, FAxes.left()), top), size};
+}
+
+QSizeF PillSize(const QFontMetrics& metrics, const QString& words) {
+  return QSizeF(metrics.size(0, words)) + QSizeF(2 * kPadding, 2);
+}
+
+void DrawPill(QCPPainter& painter, const QRectF& box, const QString& words, const QColor& ink,
+              const QPalette& palette) {
+  painter.setAntialiasing(true);
+  painter.setPen(QPen(Mixed(palette.color(QPalette::Base), palette.color(QPalette::Text), 0.2), 1));
+  painter.setBrush(palette.color(QPalette::Base));
+  painter.drawRoundedRect(box, kPadding, kPadding);
+  painter.setPen(ink);
+  painter.drawText(box, Qt::AlignCenter, words);
+}

@@ -1,0 +1,72 @@
+// The labels of a chart: words on pills in the surface's colour. Each stands where no curve, no dot and no other label
+// is; one that finds no place is left out, and LevelAt still says it. Pixels of the plot. Main thread only.
+#pragma once
+
+#include <qcustomplot.h>
+
+#include <optional>
+#include <span>
+#include <vector>
+
+class TChartLabels {
+ public:
+  // Begins a picture: nothing is drawn, no label is placed.
+  void Begin(const QRect& axes);
+
+  // What labels keep clear of. A curve is given by its points; a NaN breaks it.
+  void AddCurve(std::span<const QPointF> points);
+  void AddDot(const QPointF& middle, double radius);
+
+  // Words at a level line, at the end where its axis is; drawn by Paint.
+  void AddLevel(double y, const QString& words, const QColor& ink, Qt::AlignmentFlag side);
+  // Words beside a point; drawn by Paint.
+  void AddPoint(const QPointF& at, const QString& words, const QColor& ink);
+  // Places and draws them in the order in which they were added. The painter has the font.
+  void Paint(QCPPainter& painter, const QPalette& palette);
+
+  // The words of the level line at a height, within a few pixels; empty without one. These also name a level whose
+  // label found no place.
+  [[nodiscard]] QString LevelAt(double y) const;
+  // Of the labels that were drawn.
+  [[nodiscard]] const std::vector<QRectF>& Boxes() const { return FBoxes; }
+
+  // A place for a box beside the vertical line at x, with a gap: to its right or left, as high as possible, where
+  // nothing is drawn; else in a strip at the top.
+  [[nodiscard]] QRectF BesideLine(double x, const QSizeF& size) const;
+
+ private:
+  struct TLevel {
+    double y;
+    QString words;
+    QColor ink;
+    Qt::AlignmentFlag side;
+  };
+  struct TPoint {
+    QPointF at;
+    QString words;
+    QColor ink;
+  };
+  // From the highest to the lowest point of a curve in each column of pixels; empty where it has none.
+  struct TExtentOfColumn {
+    float top = 1e9F;
+    float bottom = -1e9F;
+  };
+  using TSkyline = std::vector<TExtentOfColumn>;
+
+  [[nodiscard]] bool CoversData(const QRectF& box) const;
+  [[nodiscard]] bool IsFree(const QRectF& box) const;
+  [[nodiscard]] std::optional<QRectF> PlaceOf(const TLevel& level, const QSizeF& size) const;
+  [[nodiscard]] std::optional<QRectF> PlaceOf(const TPoint& point, const QSizeF& size) const;
+
+  QRectF FAxes;
+  std::vector<TSkyline> FCurves;
+  std::vector<QRectF> FDots;
+  std::vector<TLevel> FLevels;
+  std::vector<TPoint> FPoints;
+  std::vector<QRectF> FBoxes;
+};
+
+// Words on a pill that fills the box.
+void DrawPill(QCPPainter& painter, const QRectF& box, const QString& words, const QColor& ink, const QPalette& palette);
+// The size of a pill around words.
+QSizeF PillSize(const QFontMetrics& metrics, const QString& words);
