@@ -274,6 +274,7 @@ TEST_F(Documents, AnUnusableLayoutFileGivesTheDesignedLayoutAndIsKept) {
 TEST_F(Documents, AnyArrangementIsRestoredFromItsFile) {
   const QString three = Save("three.kshock");
   Start(three);
+  FForm->resize(1280, 1000);
   auto* filter = Find<QDockWidget>("dxDockPanelFilter");
   FForm->addDockWidget(Qt::TopDockWidgetArea, Dock(3));
   FForm->splitDockWidget(Dock(3), filter, Qt::Horizontal);
