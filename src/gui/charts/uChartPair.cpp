@@ -13,7 +13,7 @@ void SharePointer(TTimeChart& from, TTimeChart& to) {
 
 void PairCharts(TTimeChart& upper, TTimeChart& lower) {
   // Dates need no title, and the charts need the height.
-  for (const TTimeChart* chart : {&upper, &lower}) chart->TimeAxis().setLabel({});
+  for (TTimeChart* chart : {&upper, &lower}) chart->SetTimeTitle({});
   SharePointer(upper, lower);
   SharePointer(lower, upper);
   for (TTimeChart* chart : {&upper, &lower}) {

@@ -59,6 +59,7 @@ class TChartPlot : public QCustomPlot {
 
   // The labels of the time axis; a chart right below may show the same. A picture always has them.
   void SetTimeLabelsVisible(bool visible);
+  void SetTimeTitle(const QString& title);
 
  signals:
   void NeededMarginsChanged();
@@ -85,7 +86,6 @@ class TChartPlot : public QCustomPlot {
   // Over everything that is drawn, at each paint.
   virtual void PaintOver(QPainter& /*painter*/) const {}
 
-  void SetTimeTitle(const QString& title);
   // "name (unit)" at the value axis, or the unit alone where that is too long for its height.
   void SetValueTitle(const QString& name, const QString& unit);
   // A value axis beside those that are there.

@@ -35,38 +35,44 @@ QSize TLegendRow::maximumOuterSizeHint() const {
 void TLegendRow::PlaceEntries(int width) {
   const QFontMetrics metrics = Metrics();
   const int height = metrics.height() + 2;
-  std::vector<std::vector<int>> rows(1);
-  int left = kSide;
   const int wanted = FTitle.isEmpty() ? 0 : IconWidth() + metrics.horizontalAdvance(FTitle) + 2 * kBetween;
+  const auto widthOf = [&](const TLegendEntry& entry) {
+    return metrics.horizontalAdvance(entry.name) + kSample + kGap + kBetween;
+  };
+  const int room = width - 2 * kSide;
   int used = wanted;
-  int entriesWidth = 0;
-  for (const TLegendEntry& entry : FEntries)
-    entriesWidth += metrics.horizontalAdvance(entry.name) + kSample + kGap + kBetween;
-  // A title that leaves no room for the entries gets a row of its own, and is shortened if that is too short.
-  FTitleWidth = std::min(wanted, width - 2 * kSide);
-  if (!FTitle.isEmpty() && wanted + entriesWidth > width - 2 * kSide && !FEntries.empty()) {
-    rows.emplace_back();
-    used = 0;
-  }
+  for (const TLegendEntry& entry : FEntries) used += entry.shown ? widthOf(entry) : 0;
+  // Hidden series take what the shown ones leave of the first row; the chart's menu lists them all.
+  const bool fits = used <= room;
+  std::vector<bool> placed;
   for (const TLegendEntry& entry : FEntries) {
-    const int size = metrics.horizontalAdvance(entry.name) + kSample + kGap + kBetween;
-    if (used + size > width - 2 * kSide && !rows.back().empty()) {
-      if (rows.size() == kMaxRows) break;
-      rows.emplace_back();
+    placed.push_back(entry.shown || used + widthOf(entry) <= room);
+    if (!entry.shown && placed.back()) used += widthOf(entry);
+  }
+  // A title that leaves no room for the entries gets a row of its own, and is shortened if that is too short.
+  FTitleWidth = std::min(wanted, room);
+  std::vector<int> rows(fits || FTitle.isEmpty() || FEntries.empty() ? 1 : 2);
+  std::vector<std::pair<std::size_t, int>> places(FEntries.size());  // row, and the place in it
+  used = rows.size() == 1 ? wanted : 0;
+  for (std::size_t i = 0; i < FEntries.size(); ++i) {
+    const int size = widthOf(FEntries[i]);
+    if (placed[i] && used + size > room && rows.back() > 0) {
+      placed[i] = rows.size() < kMaxRows;
+      if (placed[i]) rows.push_back(0);
       used = 0;
     }
-    rows.back().push_back(size);
+    if (!placed[i]) continue;
+    places[i] = {rows.size() - 1, rows.back()};
+    rows.back() += size;
     used += size;
   }
 
-  FPlaces.clear();
-  for (std::size_t row = 0; row < rows.size(); ++row) {
-    int total = -kBetween;
-    for (const int size : rows[row]) total += size;
-    left = std::max(kSide, width - kSide - total);
-    for (const int size : rows[row]) {
-      FPlaces.emplace_back(left, static_cast<int>(row) * height + 2, size - kBetween, height);
-      left += size;
+  FPlaces.assign(FEntries.size(), QRect());
+  for (std::size_t i = 0; i < FEntries.size(); ++i) {
+    const auto [row, left] = places[i];
+    const int begin = std::max(kSide, width - kSide - (rows[row] - kBetween));
+    if (placed[i]) {
+      FPlaces[i] = {begin + left, static_cast<int>(row) * height + 2, widthOf(FEntries[i]) - kBetween, height};
     }
   }
   FRows = FHidden || (FTitle.isEmpty() && FEntries.empty()) ? 0 : static_cast<int>(rows.size());
@@ -105,6 +111,7 @@ void TLegendRow::draw(QCPPainter* painter) {
     painter->drawText(place, Qt::AlignLeft | Qt::AlignVCenter, TitleWithin(place.width()));
   }
   for (std::size_t i = 0; i < FPlaces.size(); ++i) {
+    if (FPlaces[i].isEmpty()) continue;
     const TLegendEntry& entry = FEntries[i];
     const QRect place = FPlaces[i].translated(mRect.topLeft());
     QColor ink = entry.ink;

@@ -47,7 +47,7 @@ class TLegendRow final : public QCPLayoutElement {
   QString FTitle;
   QIcon FIcon;
   std::vector<TLegendEntry> FEntries;
-  std::vector<QRect> FPlaces;  // of each entry, from the element's top left; those without room are left out
+  std::vector<QRect> FPlaces;  // of each entry, from the element's top left; empty without room
   int FTitleWidth = 0;
   bool FHidden = false;
   int FRows = 0;

@@ -222,7 +222,10 @@ void TKorvexMainForm::ConnectNavigator() {
     });
   }
   for (QStackedWidget* stack : {FParts->front, FParts->views}) {
-    connect(stack, &QStackedWidget::currentChanged, this, [this] { FViews->MarkUnsynced(nullptr); });
+    connect(stack, &QStackedWidget::currentChanged, this, [this] {
+      FViews->MarkUnsynced(nullptr);
+      FParts->FocusChart();
+    });
   }
   const TNavigatorChart* navigator = FParts->docks.ChartNavigator;
   const auto on = [this](auto moved) {

@@ -1,14 +1,18 @@
 #include "gui/mainform/uMainParts.h"
 
+#include <QApplication>
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QStyle>
+#include <QTabBar>
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include "gui/charts/uEventsChart.h"
+#include "gui/charts/uSelectedEventChart.h"
 #include "gui/common/uIcons.h"
 #include "gui/common/uLabels.h"
 #include "gui/common/uLogos.h"
@@ -119,6 +123,13 @@ void TMainParts::MakeDamageBar(QWidget* parent) {
   layout->addWidget(text, 1);
   layout->addWidget(close);
   damaged->hide();
+}
+
+void TMainParts::FocusChart() const {
+  const QWidget* focus = QApplication::focusWidget();
+  if (front->currentWidget() != views || (focus != nullptr && qobject_cast<const QTabBar*>(focus) == nullptr)) return;
+  if (views->currentWidget() == overview) overview->Chart1()->setFocus();
+  if (views->currentWidget() == shock) shock->Chart2()->setFocus();
 }
 
 void TMainParts::MakeStatusBar(QMainWindow& window) {

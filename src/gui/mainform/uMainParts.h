@@ -52,6 +52,9 @@ struct TMainParts {
   TFilterChip* statusEvents;  // how many events
   QLabel* statusFile;         // the file and its state
 
+  // So that its keys work in a view that comes to the front, unless the user is elsewhere already.
+  void FocusChart() const;
+
  private:
   void MakeCentre(QMainWindow& window);
   void MakeDamageBar(QWidget* parent);
