@@ -19,6 +19,13 @@ std::optional<std::size_t> TLegendRow::EntryAt(const QPointF& position) const {
   return static_cast<std::size_t>(found - FPlaces.begin());
 }
 
+TLegendContents TLegendRow::ContentsForPicture(const QString& caption) const {
+  TLegendContents contents{caption, {}, FContents.entries};
+  if (FContents.icon.isNull() && !FContents.title.isEmpty()) contents.title += " · " + FContents.title;
+  std::erase_if(contents.entries, [](const TLegendEntry& entry) { return !entry.shown; });
+  return contents;
+}
+
 void TLegendRow::update(UpdatePhase phase) {
   if (phase == upPreparation) PlaceEntries(mParentPlot->viewport().width());
   QCPLayoutElement::update(phase);
@@ -37,18 +44,19 @@ void TLegendRow::PlaceEntries(int width) {
   const int height = metrics.height() + 2;
   std::vector<std::vector<int>> rows(1);
   int left = kSide;
-  const int wanted = FTitle.isEmpty() ? 0 : IconWidth() + metrics.horizontalAdvance(FTitle) + 2 * kBetween;
+  const int wanted =
+      FContents.title.isEmpty() ? 0 : IconWidth() + metrics.horizontalAdvance(FContents.title) + 2 * kBetween;
   int used = wanted;
   int entriesWidth = 0;
-  for (const TLegendEntry& entry : FEntries)
+  for (const TLegendEntry& entry : FContents.entries)
     entriesWidth += metrics.horizontalAdvance(entry.name) + kSample + kGap + kBetween;
   // A title that leaves no room for the entries gets a row of its own, and is shortened if that is too short.
   FTitleWidth = std::min(wanted, width - 2 * kSide);
-  if (!FTitle.isEmpty() && wanted + entriesWidth > width - 2 * kSide && !FEntries.empty()) {
+  if (!FContents.title.isEmpty() && wanted + entriesWidth > width - 2 * kSide && !FContents.entries.empty()) {
     rows.emplace_back();
     used = 0;
   }
-  for (const TLegendEntry& entry : FEntries) {
+  for (const TLegendEntry& entry : FContents.entries) {
     const int size = metrics.horizontalAdvance(entry.name) + kSample + kGap + kBetween;
     if (used + size > width - 2 * kSide && !rows.back().empty()) {
       if (rows.size() == kMaxRows) break;
@@ -69,27 +77,27 @@ void TLegendRow::PlaceEntries(int width) {
       left += size;
     }
   }
-  FRows = FHidden || (FTitle.isEmpty() && FEntries.empty()) ? 0 : static_cast<int>(rows.size());
+  FRows = FHidden || (FContents.title.isEmpty() && FContents.entries.empty()) ? 0 : static_cast<int>(rows.size());
   if (FRows == 0) FPlaces.clear();
 }
 
 QString TLegendRow::TitleWithin(int width) const {
   const QFontMetrics metrics = Metrics();
-  if (metrics.horizontalAdvance(FTitle) <= width) return FTitle;
+  if (metrics.horizontalAdvance(FContents.title) <= width) return FContents.title;
   const QString between = " · ";
-  QStringList parts = FTitle.split(between);
+  QStringList parts = FContents.title.split(between);
   while (parts.size() > 1 && metrics.horizontalAdvance(parts.join(between) + " …") > width) parts.removeLast();
   return metrics.elidedText(parts.join(between) + " …", Qt::ElideRight, width);
 }
 
 QString TLegendRow::CutTitleAt(const QPoint& position) const {
-  const bool cut = TitleWithin(FTitleWidth - IconWidth()) != FTitle;
-  return cut && IsOnTitle(position) ? FTitle : QString();
+  const bool cut = TitleWithin(FTitleWidth - IconWidth()) != FContents.title;
+  return cut && IsOnTitle(position) ? FContents.title : QString();
 }
 
 bool TLegendRow::IsOnTitle(const QPoint& position) const {
   const QRect title(mRect.left() + kSide, mRect.top(), FTitleWidth, Metrics().height() + 4);
-  return FRows > 0 && !FTitle.isEmpty() && title.contains(position);
+  return FRows > 0 && !FContents.title.isEmpty() && title.contains(position);
 }
 
 void TLegendRow::draw(QCPPainter* painter) {
@@ -97,15 +105,15 @@ void TLegendRow::draw(QCPPainter* painter) {
   const QPalette palette = mParentPlot->palette();
   const QFontMetrics metrics = Metrics();
   painter->setFont(mParentPlot->font());
-  if (!FTitle.isEmpty()) {
+  if (!FContents.title.isEmpty()) {
     painter->setPen(palette.color(QPalette::Text));
     const QRect row(mRect.left() + kSide, mRect.top() + 2, FTitleWidth, metrics.height() + 2);
-    FIcon.paint(painter, row, Qt::AlignLeft | Qt::AlignVCenter);
+    FContents.icon.paint(painter, row, Qt::AlignLeft | Qt::AlignVCenter);
     const QRect place = row.adjusted(IconWidth(), 0, 0, 0);
     painter->drawText(place, Qt::AlignLeft | Qt::AlignVCenter, TitleWithin(place.width()));
   }
   for (std::size_t i = 0; i < FPlaces.size(); ++i) {
-    const TLegendEntry& entry = FEntries[i];
+    const TLegendEntry& entry = FContents.entries[i];
     const QRect place = FPlaces[i].translated(mRect.topLeft());
     QColor ink = entry.ink;
     QColor text = palette.color(QPalette::Text);
