@@ -196,7 +196,8 @@ std::optional<TSpectrumChoice> TMissionViews::ShownSpectrum() const {
 }
 
 std::string TMissionViews::ChartPicture(std::string_view chart, TPictureFormat format, int scale) {
-  const QString caption = FMission == nullptr ? QString() : QObject::tr("Mission %1").arg(QtText(FMission->Data.sID));
+  const QString caption =
+      FMission == nullptr ? QString() : QObject::tr("Mission %1").arg(QtText(Printable(FMission->Data.sID)));
   return ChartFile(NamedChild<TTimeChart>(FWindow, chart), caption, format, scale);
 }
 

@@ -87,8 +87,7 @@ void WriteSvg(TTimeChart& chart, const QString& caption, QIODevice& file) {
   svg.setSize(chart.size());
   svg.setViewBox(chart.rect());
   svg.setResolution(chart.logicalDpiX());
-  svg.setTitle(caption);
-  svg.setDescription(QObject::tr("ShockScope"));
+  svg.setTitle(QObject::tr("ShockScope"));  // not the caption: Qt 6.4 does not escape a title
   QCPPainter painter;
   painter.setMode(QCPPainter::pmVectorized);
   if (!painter.begin(&svg)) throw std::runtime_error("The picture cannot be made.");
