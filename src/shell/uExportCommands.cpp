@@ -202,7 +202,7 @@ std::optional<fs::path> TExportCommands::Ask(TKind kind, std::string_view title,
   }
   const auto file = FDialogs.AskWhereToSave(dialog);
   if (!file) return std::nullopt;
-  return PathFromUtf8(*file);
+  return PathFromUtf8(file->file);
 }
 
 void TExportCommands::EventsToCsv(TEventFiles kind, const std::vector<std::uint32_t>& events) {
@@ -331,6 +331,18 @@ void TExportCommands::barbtnShockSaveChartAsPNGClick() {
   SaveChart(ShockChart(), ShockName(), TPictureFormat::Png);
 }
 
+void TExportCommands::barbtnEventsSaveChartAsSVGClick() {
+  SaveChart(EventsChart(), MissionName(), TPictureFormat::Svg);
+}
+
+void TExportCommands::barbtnSensorsSaveAsSVGClick() {
+  SaveChart(kSensorsChart, MissionName(), TPictureFormat::Svg);
+}
+
+void TExportCommands::barbtnShockSaveChartAsSVGClick() {
+  SaveChart(ShockChart(), ShockName(), TPictureFormat::Svg);
+}
+
 std::string_view TExportCommands::EventsChart() const {
   return FFlow.View() == TView::Shock ? "Chart20" : "Chart1";
 }
@@ -355,22 +367,30 @@ void TExportCommands::CopyChart(std::string_view chart) {
 }
 
 void TExportCommands::SaveChart(std::string_view chart, std::string name, TPictureFormat format) {
+  constexpr int kScales[] = {1, 2, 4};  // in the order of the filters of PNG
   TSaveDialog dialog{"Save the chart image", {}, std::move(name), "JPG|*.jpg", "jpg"};
   if (format == TPictureFormat::Png) {
-    dialog.filter = "PNG|*.png";
+    dialog.filter = "PNG, size of the screen|*.png|PNG, 2 × size|*.png|PNG, 4 × size|*.png";
     dialog.extension = "png";
+  } else if (format == TPictureFormat::Svg) {
+    dialog.filter = "SVG|*.svg";
+    dialog.extension = "svg";
   }
-  Save(std::move(dialog), "The picture could not be written.", [&] { return FViews.ChartPicture(chart, format); });
+  Save(std::move(dialog), "The picture could not be written.", [&](int filter) {
+    const int scale = kScales[std::clamp(filter, 1, static_cast<int>(std::size(kScales))) - 1];
+    return FViews.ChartPicture(chart, format, scale);
+  });
 }
 
-void TExportCommands::Save(TSaveDialog dialog, std::string_view failed, const std::function<std::string()>& contents) {
+void TExportCommands::Save(TSaveDialog dialog, std::string_view failed,
+                           const std::function<std::string(int filter)>& contents) {
   if (!FFlow.FileShown()) return;
   dialog.folder = FFlow.RememberedFolder();
   const auto chosen = FDialogs.AskWhereToSave(dialog);
   if (!chosen) return;
-  const fs::path file = PathFromUtf8(*chosen);
+  const fs::path file = PathFromUtf8(chosen->file);
   try {
-    SaveFile(file, contents());
+    SaveFile(file, contents(chosen->filterIndex));
     Done(file);
   } catch (const std::exception& error) {
     FDialogs.ShowMessage(failed, ExportFailure(error, file));

@@ -54,10 +54,13 @@ class TExportCommands {
   void barbtnEventsSaveChartAsPNGClick();
   void barbtnSensorsSaveAsPNGClick();
   void barbtnShockSaveChartAsPNGClick();
+  void barbtnEventsSaveChartAsSVGClick();
+  void barbtnSensorsSaveAsSVGClick();
+  void barbtnShockSaveChartAsSVGClick();
 
-  // Asks for a file in the remembered folder and writes what `contents` returns. `failed` heads the message when that
-  // or the writing throws.
-  void Save(TSaveDialog dialog, std::string_view failed, const std::function<std::string()>& contents);
+  // Asks for a file in the remembered folder and writes what `contents` returns for the chosen filter of the dialog,
+  // counted from 1. `failed` heads the message when that or the writing throws.
+  void Save(TSaveDialog dialog, std::string_view failed, const std::function<std::string(int filter)>& contents);
 
  private:
   enum class TKind { Csv, Xlsx };

@@ -20,6 +20,11 @@ struct TSaveDialog {
   bool replaces = false;       // an existing file may be chosen without a question
 };
 
+struct TSaveChoice {
+  std::string file;
+  int filterIndex = 1;  // counted from 1
+};
+
 class IDialogs {
  public:
   virtual ~IDialogs() = default;
@@ -27,7 +32,7 @@ class IDialogs {
   // Nothing when the user cancels.
   [[nodiscard]] virtual std::optional<std::string> AskForRecording(const TOpenDialog& dialog) = 0;
   [[nodiscard]] virtual std::optional<std::string> AskForFolder(std::string_view title, const std::string& folder) = 0;
-  [[nodiscard]] virtual std::optional<std::string> AskWhereToSave(const TSaveDialog& dialog) = 0;
+  [[nodiscard]] virtual std::optional<TSaveChoice> AskWhereToSave(const TSaveDialog& dialog) = 0;
   // A warning: `text` is what happened, `details` the file and what to do.
   virtual void ShowMessage(std::string_view text, std::string_view details) = 0;
   virtual void ShowInformation(std::string_view text) = 0;

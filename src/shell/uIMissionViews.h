@@ -9,7 +9,7 @@
 
 #include "shell/uShownMission.h"
 
-enum class TPictureFormat { Bitmap, Png };
+enum class TPictureFormat { Bitmap, Png, Svg };
 
 // Which spectrum is shown: entries of kSpectrumTypes and kWeightingWindows.
 struct TSpectrumChoice {
@@ -46,7 +46,10 @@ class IMissionViews {
   virtual void CopyChart(std::string_view chart) = 0;
   // No value while the selected event's curves are shown.
   [[nodiscard]] virtual std::optional<TSpectrumChoice> ShownSpectrum() const = 0;
-  [[nodiscard]] virtual std::string ChartPicture(std::string_view chart, TPictureFormat format) = 0;
+  // The bytes of a picture file. A bitmap is what CopyChart copies. PNG and SVG have the mission's ID as caption, and
+  // neither the state of the sync nor hidden series in the legend; a PNG has `scale` times the pixels of the screen in
+  // both directions. Throws when the picture cannot be made.
+  [[nodiscard]] virtual std::string ChartPicture(std::string_view chart, TPictureFormat format, int scale) = 0;
   // After the index or the rows of the grid's table changed.
   virtual void RefreshGrid(std::string_view grid) = 0;
 

@@ -3,10 +3,12 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QDesktopServices>
+#include <QFile>
 #include <QMenu>
 #include <QTableView>
 #include <QToolButton>
 #include <QUrl>
+#include <QXmlStreamReader>
 #include <algorithm>
 #include <set>
 
@@ -210,6 +212,102 @@ TEST_F(Exports, ChartImagesAreAsOnTheScreenButOnWhite) {
               testing::StartsWith("\"HZ\",\"X\",\"Y\",\"Z\",\"Total\",\r\n\"0\",\"5.4\","));
   ApplyScheme(*qApp, TScheme::Light);
   QApplication::setPalette(before);
+}
+
+bool HasInk(const QImage& picture) {
+  QImage white = picture;
+  white.fill(Qt::white);
+  return picture != white;
+}
+
+// What an SVG file draws.
+struct TDrawing {
+  QStringList texts;
+  std::vector<QPolygonF> lines;
+  int shapes = 0;
+  int images = 0;
+  QString error;
+};
+TDrawing DrawingIn(const QString& path) {
+  TDrawing drawing;
+  QFile file(path);
+  file.open(QIODevice::ReadOnly);
+  QXmlStreamReader xml(&file);
+  while (!xml.atEnd()) {
+    if (xml.readNext() != QXmlStreamReader::StartElement) continue;
+    const auto name = xml.name();
+    drawing.shapes += name == QString("path") || name == QString("rect") || name == QString("polyline");
+    drawing.images += name == QString("image");
+    if (name == QString("polyline")) {
+      QPolygonF line;
+      const QString points = xml.attributes().value("points").toString();
+      for (const QString& point : points.split(' ', Qt::SkipEmptyParts)) {
+        line.append({point.section(',', 0, 0).toDouble(), point.section(',', 1, 1).toDouble()});
+      }
+      drawing.lines.push_back(line);
+    }
+    if (name == QString("text")) drawing.texts.append(xml.readElementText().trimmed());
+  }
+  drawing.error = xml.errorString();
+  return drawing;
+}
+
+TEST_F(Exports, APngHasTheSizeThatTheFileTypeSays) {
+  Start(Save("three.kshock", ThreeEvents()));
+  const QSize size = Find("ChartAllSensors")->size();
+  FTyped = To("x.png");
+  for (const auto& [type, scale] :
+       {std::pair("PNG, size of the screen (*.png)", 1), {"PNG, 4 × size (*.png)", 4}, {"PNG, 2 × size (*.png)", 2}}) {
+    FFileType = type;
+    fs::remove(FTo / "x.png");
+    Click("tabSensors", "barbtnSensorsSaveAsPNG");
+    const QImage picture(To("x.png"), "PNG");
+    EXPECT_EQ(picture.size(), size * scale);
+    const QRect bottom(0, picture.height() * 9 / 10, picture.width(), picture.height() / 10);
+    EXPECT_TRUE(HasInk(picture.copy(bottom))) << "drawn as large as the picture";
+  }
+  EXPECT_EQ(Find<QLabel>("lblNotice")->text(), "Written: " + To("x.png"));
+}
+
+TEST_F(Exports, AnSvgHasLinesAndTextsUnderTheMissionsIdAndNoStateOfTheWindow) {
+  Start(Save("three.kshock", ThreeEvents()));
+  auto* events = Find<TTimeChart>("Chart1");
+  ASSERT_EQ(events->Legend().Title(), "Synced");
+  const QImage before = events->Picture();
+  FTyped = To("x.svg");
+  Click("tabEvents", "barbtnEventsSaveChartAsSVG");
+  const TDrawing shown = DrawingIn(FTyped);
+  EXPECT_EQ(shown.error, QString());
+  EXPECT_TRUE(shown.texts.contains("Mission 165-00007")) << shown.texts.join('|').toStdString();
+  EXPECT_FALSE(shown.texts.contains("Synced"));
+  EXPECT_GT(shown.shapes, 10);
+  EXPECT_EQ(shown.images, 0);
+  EXPECT_EQ(events->Legend().Title(), "Synced") << "on the screen";
+  EXPECT_EQ(events->Picture(), before) << "a bitmap is what it was";
+
+  Press("Ctrl+2");
+  auto* chart = Find<TTimeChart>("Chart2");
+  Click("tabShock", "barbtnShockShowY");
+  chart->Range().SetTimes({0.1, 3.9});
+  chart->ValueAxis().setRange(0, 2);  // below the tops of the curve
+  FTyped = To("y.svg");
+  Click("tabShock", "barbtnShockSaveChartAsSVG");
+  const TDrawing curves = DrawingIn(FTyped);
+  EXPECT_TRUE(curves.texts.contains("X")) << curves.texts.join('|').toStdString();
+  EXPECT_FALSE(curves.texts.contains("Y")) << "hidden";
+  EXPECT_TRUE(std::ranges::any_of(curves.texts, [](const QString& text) {
+    return text.startsWith("Mission 165-00007 · Event 1");
+  })) << curves.texts.join('|').toStdString();
+  const QRectF rect = chart->Rect().rect();
+  int slopes = 0;
+  for (const QPolygonF& line : curves.lines) {
+    const QRectF place = line.boundingRect();
+    if (place.width() < 2 || place.height() < 2 || !place.intersects(rect)) continue;
+    ++slopes;
+    EXPECT_TRUE(rect.adjusted(-1, -1, 1, 1).contains(place)) << "an SVG has no clip";
+  }
+  EXPECT_EQ(slopes, 4) << "X and Total rise out of sight and come back";
+  EXPECT_EQ(chart->Legend().Contents().entries.size(), 4U) << "on the screen";
 }
 
 TEST_F(Exports, DuringAnExportOnlyCancelWorks) {

@@ -396,9 +396,16 @@ TEST_F(ExportCommands, PicturesShowTheChartInFrontAndAskForAFile) {
   EXPECT_EQ(Run(&E::barbtnShockSaveChartAsImageClick, FTo / "x.jpg"),
             ask + to + "/Mission-A17 ID-2" + jpg + WrittenIn("x.jpg"));
   EXPECT_EQ(Run(&E::barbtnShockSaveChartAsPNGClick, FTo / "x.png"),
-            ask + to + "/Mission-A17 ID-2 of PNG|*.png as png; " + WrittenIn("x.png"));
-  EXPECT_EQ(TextOf("e.jpg") + TextOf("s.jpg") + TextOf("x.jpg") + TextOf("x.png"),
-            "Chart1 as bitmapChartAllSensors as bitmapChart2 as bitmapChart2 as PNG");
+            ask + to + "/Mission-A17 ID-2 of PNG, size of the screen|*.png|PNG, 2 × size|*.png|PNG, 4 × size|*.png" +
+                " as png; " + WrittenIn("x.png"));
+  FWindow.dialogs.ChosenFilter = 3;
+  Run(&E::barbtnSensorsSaveAsPNGClick, FTo / "s.png");
+  FWindow.dialogs.ChosenFilter = 1;
+  EXPECT_EQ(Run(&E::barbtnEventsSaveChartAsSVGClick, FTo / "e.svg"),
+            ask + to + "/Mission-A17 of SVG|*.svg as svg; " + WrittenIn("e.svg"));
+  EXPECT_EQ(TextOf("e.jpg") + TextOf("s.jpg") + TextOf("x.jpg") + TextOf("x.png") + TextOf("s.png") + TextOf("e.svg"),
+            "Chart1 as bitmapChartAllSensors as bitmapChart2 as bitmapChart2 as PNG 1xChartAllSensors as PNG 4x"
+            "Chart1 as SVG 1x");
   EXPECT_EQ(Run(&E::barbtnEventsCopyChartToClipboardClick, {}) + Run(&E::barbtnShockCopyChartToClipboardClick, {}) +
                 Run(&E::barbtnSensorsCopyChartToClipboardClick, {}),
             "copy Chart1; " + kCopied + "copy Chart2; " + kCopied + "copy ChartAllSensors; " + kCopied);
@@ -408,14 +415,14 @@ TEST_F(ExportCommands, PicturesShowTheChartInFrontAndAskForAFile) {
   FWindow.log.Take();
   EXPECT_THAT(Run(&E::barbtnShockSaveChartAsImageClick, FTo / "y.jpg"), HasSubstr("Mission-A17 ID-2 of"));
   Run(&E::barbtnEventsSaveChartAsPNGClick, FTo / "e.png");
-  EXPECT_EQ(TextOf("y.jpg") + TextOf("e.png"), "chartSpecAnalysis as bitmapChart20 as PNG");
+  EXPECT_EQ(TextOf("y.jpg") + TextOf("e.png"), "chartSpecAnalysis as bitmapChart20 as PNG 1x");
 
   fs::create_directory(FTo / "taken");
   EXPECT_THAT(Run(&E::barbtnEventsSaveChartasJPGClick, FTo / "taken"),
               HasSubstr("box \"The picture could not be written.\" " + (FTo / "taken").string() + "\n"));
   FWindow.dialogs.ChosenFile.reset();
   FCommands.barbtnEventsSaveChartasJPGClick();
-  EXPECT_EQ(Written().size(), 6U) << "cancelled";
+  EXPECT_EQ(Written().size(), 8U) << "cancelled";
 }
 
 TEST_F(ExportCommands, WithoutAMissionNothingHappens) {

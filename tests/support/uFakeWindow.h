@@ -117,6 +117,7 @@ class TFakeDialogs final : public IDialogs {
   explicit TFakeDialogs(TCallLog& log) : FLog(log) {}
 
   std::optional<std::string> ChosenFile;  // nothing: the user cancels
+  int ChosenFilter = 1;
   bool Confirms = true;
 
   [[nodiscard]] std::optional<std::string> AskForRecording(const TOpenDialog& dialog) override {
@@ -127,10 +128,11 @@ class TFakeDialogs final : public IDialogs {
     FLog.Add("ask \"{}\" in {}", title, folder);
     return ChosenFile;
   }
-  [[nodiscard]] std::optional<std::string> AskWhereToSave(const TSaveDialog& dialog) override {
+  [[nodiscard]] std::optional<TSaveChoice> AskWhereToSave(const TSaveDialog& dialog) override {
     FLog.Add("ask \"{}\" for {}/{} of {} as {}", dialog.title, dialog.folder, dialog.name, dialog.filter,
              dialog.extension);
-    return ChosenFile;
+    if (!ChosenFile) return std::nullopt;
+    return TSaveChoice{*ChosenFile, ChosenFilter};
   }
   void ShowMessage(std::string_view text, std::string_view details) override {
     FLog.Add("box \"{}\" {}", text, details);
@@ -176,8 +178,9 @@ class TFakeViews final : public IMissionViews {
   void RepaintChart(std::string_view chart) override { FLog.Add("repaint {}", chart); }
   void CopyChart(std::string_view chart) override { FLog.Add("copy {}", chart); }
   [[nodiscard]] std::optional<TSpectrumChoice> ShownSpectrum() const override { return Spectrum; }
-  [[nodiscard]] std::string ChartPicture(std::string_view chart, TPictureFormat format) override {
-    return fmt::format("{} as {}", chart, format == TPictureFormat::Png ? "PNG" : "bitmap");
+  [[nodiscard]] std::string ChartPicture(std::string_view chart, TPictureFormat format, int scale) override {
+    if (format == TPictureFormat::Bitmap) return fmt::format("{} as bitmap", chart);
+    return fmt::format("{} as {} {}x", chart, format == TPictureFormat::Png ? "PNG" : "SVG", scale);
   }
   void RefreshGrid(std::string_view grid) override { FLog.Add("grid {}", grid); }
   void RebuildFilteredEvents() override { FLog.Add("filtered events"); }

@@ -45,6 +45,7 @@ class TWindowTest : public testing::Test {
       const QStringList told = {files->objectName(), files->windowTitle(), files->directory().absolutePath(),
                                 files->selectedNameFilter(), name->text()};
       FDialogs.push_back(told.join('|').toStdString());
+      if (!FFileType.isEmpty()) files->selectNameFilter(FFileType);
       name->setText(FTyped);
       QTest::keyClick(name, FTyped.isEmpty() ? Qt::Key_Escape : Qt::Key_Return);
     }
@@ -108,6 +109,7 @@ class TWindowTest : public testing::Test {
   TTempFolder FFolder;
   TProgram FProgram;
   QString FTyped;                     // into a file dialog; nothing cancels it
+  QString FFileType;                  // chosen in a file dialog; nothing leaves it as it is
   std::vector<std::string> FDialogs;  // name, title, folder, filter and proposed name of each that was answered
   std::vector<std::string> FBoxes;    // name, text and details of each that was answered
   QTimer FWatch;

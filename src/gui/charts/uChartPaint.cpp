@@ -130,7 +130,7 @@ QColor Mixed(const QColor& a, const QColor& b, double part) {
 
 TColumns ColumnsOf(const QCPAxis& keys, const QCPPainter& painter, const TTimeSpan& span) {
   const bool paper = painter.modes().testFlag(QCPPainter::pmVectorized);
-  const double detail = paper ? kPaperDetail : keys.parentPlot()->bufferDevicePixelRatio();
+  const double detail = paper ? kPaperDetail : painter.deviceTransform().m11();
   return {span, static_cast<std::size_t>(std::max(1.0, std::ceil(keys.axisRect()->width() * detail)))};
 }
 
@@ -158,7 +158,9 @@ void DrawEnvelope(QCPPainter& painter, const TCurveAxes& axes, std::span<const T
   if (dense && IsNoise(axes.values, points)) painter.setAntialiasing(false);
   painter.setClipRect(rect.rect().adjusted(0, 0, 1, 1), Qt::IntersectClip);
   painter.setPen(drawn);
-  const QRectF bounds = QRectF(rect.rect()).adjusted(-50, -50, 50, 50);
+  // An SVG file has no clip.
+  const int beyond = painter.modes().testFlag(QCPPainter::pmVectorized) ? 0 : 50;
+  const QRectF bounds = QRectF(rect.rect()).adjusted(-beyond, -beyond, beyond, beyond);
   TStroke stroke(painter, bounds);
   for (const TEnvelopePoint& point : points) {
     if (std::isnan(point.value)) {

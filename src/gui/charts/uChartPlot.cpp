@@ -119,22 +119,38 @@ void TChartPlot::RedrawMarks() {
 }
 
 QImage TChartPlot::Picture() {
+  QImage picture(size() * devicePixelRatioF(), QImage::Format_RGB32);
+  picture.setDevicePixelRatio(devicePixelRatioF());
+  picture.fill(Qt::white);
+  InLight([&] {
+    QCPPainter painter(&picture);
+    toPainter(&painter, width(), height());
+  });
+  return picture;
+}
+
+void TChartPlot::DrawWith(QCPPainter& painter, const QString& caption) {
+  InLight([&] {
+    const TLegendContents before = FLegend->Contents();
+    FLegend->SetContents(FLegend->ContentsForPicture(caption));
+    FLegend->SetHidden(false);
+    SettleMargins();
+    painter.fillRect(rect(), Qt::white);
+    toPainter(&painter, width(), height());
+    FLegend->SetContents(before);
+  });
+}
+
+void TChartPlot::InLight(const std::function<void()>& draw) {
   if (FStale) replot();  // it may never have been shown
   const QPalette before = palette();
   const bool inherited = !testAttribute(Qt::WA_SetPalette);
   setPalette(LightPalette());
   FTimeAxis->setTickLabels(FHasData);
-  QImage picture(size() * devicePixelRatioF(), QImage::Format_RGB32);
-  picture.setDevicePixelRatio(devicePixelRatioF());
-  picture.fill(Qt::white);
-  {
-    QCPPainter painter(&picture);
-    toPainter(&painter, width(), height());
-  }
+  draw();
   UpdateTimeLabels();
   setPalette(inherited ? QPalette() : before);
   QueueReplot();
-  return picture;
 }
 
 int TChartPlot::NeededLeftMargin() const {
@@ -165,12 +181,16 @@ void AlignMargins(TChartPlot& a, TChartPlot& b) {
   b.SetSideMargins(left, right);
 }
 
+void TChartPlot::LayOut() {
+  ThinOut();
+  SettleMargins();
+}
+
 // Margins depend on tick labels, and ticks on margins; a neighbour may widen the margins too. So the layout is repeated
 // until the margins stay. The base class runs it once more for the picture.
-void TChartPlot::LayOut() {
+void TChartPlot::SettleMargins() {
   constexpr int kMaxRounds = 4;
   const auto laid = [this] { return std::tuple(FRect->margins(), FRect->minimumMargins(), FRect->size()); };
-  ThinOut();
   for (int round = 0; round < kMaxRounds; ++round) {
     const auto before = laid();
     ShowValueTitle();

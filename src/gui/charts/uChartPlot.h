@@ -8,6 +8,7 @@
 
 #include <qcustomplot.h>
 
+#include <functional>
 #include <optional>
 #include <utility>
 
@@ -50,6 +51,9 @@ class TChartPlot : public QCustomPlot {
   void RedrawMarks();
   // What is drawn, as large as on the screen and dark on white.
   [[nodiscard]] QImage Picture();
+  // The same for a file, at the size that the painter's scale gives it. A caption stands before the title; the state of
+  // the sync and hidden series are left out of the legend.
+  void DrawWith(QCPPainter& painter, const QString& caption);
 
   // px between the widget's edge and the axis rect that the axes take; known after the first replot.
   [[nodiscard]] int NeededLeftMargin() const;
@@ -101,6 +105,9 @@ class TChartPlot : public QCustomPlot {
  private:
   void PaintGround(QCPPainter& painter);
   void LayOut();
+  void SettleMargins();
+  // Calls `draw` with the light palette and all labels.
+  void InLight(const std::function<void()>& draw);
   void UpdateTimeLabels();
   // Low charts have fewer words, so that the curves keep some height.
   void ThinOut();

@@ -53,7 +53,7 @@ bool TEventDots::IsCrowd(const QCPPainter& painter) const {
 }
 
 QImage TEventDots::Canvas(const QCPPainter& painter) const {
-  const double ratio = painter.device()->devicePixelRatioF();
+  const double ratio = painter.deviceTransform().m11();
   QImage canvas((FArea.size() * ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
   canvas.setDevicePixelRatio(ratio);
   canvas.fill(Qt::transparent);

@@ -179,7 +179,9 @@ void TEventsChart::PaintDots(QCPPainter& painter) {
 void TEventsChart::PaintStems(QCPPainter& painter, std::size_t series, const QColor& ink) {
   const std::vector<std::size_t> peaks = FEvents.StemsIn(ColumnsOf(TimeAxis(), painter, Range().Times()), series);
   const QRect rect = Rect().rect();
-  const auto clamped = [&rect](double y) { return std::clamp(y, rect.top() - 20.0, rect.bottom() + 20.0); };
+  // An SVG file has no clip.
+  const double beyond = painter.modes().testFlag(QCPPainter::pmVectorized) ? 0 : 20;
+  const auto clamped = [&](double y) { return std::clamp(y, rect.top() - beyond, rect.bottom() + beyond); };
   const double foot = clamped(ValueAxis().coordToPixel(0));
   QList<QLineF> stems;
   for (const std::size_t place : peaks) {

@@ -19,6 +19,13 @@ std::optional<std::size_t> TLegendRow::EntryAt(const QPointF& position) const {
   return static_cast<std::size_t>(found - FPlaces.begin());
 }
 
+TLegendContents TLegendRow::ContentsForPicture(const QString& caption) const {
+  TLegendContents contents{caption, {}, FContents.entries};
+  if (FContents.icon.isNull() && !FContents.title.isEmpty()) contents.title += " · " + FContents.title;
+  std::erase_if(contents.entries, [](const TLegendEntry& entry) { return !entry.shown; });
+  return contents;
+}
+
 void TLegendRow::update(UpdatePhase phase) {
   if (phase == upPreparation) PlaceEntries(mParentPlot->viewport().width());
   QCPLayoutElement::update(phase);
@@ -35,27 +42,28 @@ QSize TLegendRow::maximumOuterSizeHint() const {
 void TLegendRow::PlaceEntries(int width) {
   const QFontMetrics metrics = Metrics();
   const int height = metrics.height() + 2;
-  const int wanted = FTitle.isEmpty() ? 0 : IconWidth() + metrics.horizontalAdvance(FTitle) + 2 * kBetween;
+  const int wanted =
+      FContents.title.isEmpty() ? 0 : IconWidth() + metrics.horizontalAdvance(FContents.title) + 2 * kBetween;
   const auto widthOf = [&](const TLegendEntry& entry) {
     return metrics.horizontalAdvance(entry.name) + kSample + kGap + kBetween;
   };
   const int room = width - 2 * kSide;
   int used = wanted;
-  for (const TLegendEntry& entry : FEntries) used += entry.shown ? widthOf(entry) : 0;
+  for (const TLegendEntry& entry : FContents.entries) used += entry.shown ? widthOf(entry) : 0;
   // Hidden series take what the shown ones leave of the first row; the chart's menu lists them all.
   const bool fits = used <= room;
   std::vector<bool> placed;
-  for (const TLegendEntry& entry : FEntries) {
+  for (const TLegendEntry& entry : FContents.entries) {
     placed.push_back(entry.shown || used + widthOf(entry) <= room);
     if (!entry.shown && placed.back()) used += widthOf(entry);
   }
   // A title that leaves no room for the entries gets a row of its own, and is shortened if that is too short.
   FTitleWidth = std::min(wanted, room);
-  std::vector<int> rows(fits || FTitle.isEmpty() || FEntries.empty() ? 1 : 2);
-  std::vector<std::pair<std::size_t, int>> places(FEntries.size());  // row, and the place in it
+  std::vector<int> rows(fits || FContents.title.isEmpty() || FContents.entries.empty() ? 1 : 2);
+  std::vector<std::pair<std::size_t, int>> places(FContents.entries.size());  // row, and the place in it
   used = rows.size() == 1 ? wanted : 0;
-  for (std::size_t i = 0; i < FEntries.size(); ++i) {
-    const int size = widthOf(FEntries[i]);
+  for (std::size_t i = 0; i < FContents.entries.size(); ++i) {
+    const int size = widthOf(FContents.entries[i]);
     if (placed[i] && used + size > room && rows.back() > 0) {
       placed[i] = rows.size() < kMaxRows;
       if (placed[i]) rows.push_back(0);
@@ -67,35 +75,35 @@ void TLegendRow::PlaceEntries(int width) {
     used += size;
   }
 
-  FPlaces.assign(FEntries.size(), QRect());
-  for (std::size_t i = 0; i < FEntries.size(); ++i) {
+  FPlaces.assign(FContents.entries.size(), QRect());
+  for (std::size_t i = 0; i < FContents.entries.size(); ++i) {
     const auto [row, left] = places[i];
     const int begin = std::max(kSide, width - kSide - (rows[row] - kBetween));
     if (placed[i]) {
-      FPlaces[i] = {begin + left, static_cast<int>(row) * height + 2, widthOf(FEntries[i]) - kBetween, height};
+      FPlaces[i] = {begin + left, static_cast<int>(row) * height + 2, widthOf(FContents.entries[i]) - kBetween, height};
     }
   }
-  FRows = FHidden || (FTitle.isEmpty() && FEntries.empty()) ? 0 : static_cast<int>(rows.size());
+  FRows = FHidden || (FContents.title.isEmpty() && FContents.entries.empty()) ? 0 : static_cast<int>(rows.size());
   if (FRows == 0) FPlaces.clear();
 }
 
 QString TLegendRow::TitleWithin(int width) const {
   const QFontMetrics metrics = Metrics();
-  if (metrics.horizontalAdvance(FTitle) <= width) return FTitle;
+  if (metrics.horizontalAdvance(FContents.title) <= width) return FContents.title;
   const QString between = " · ";
-  QStringList parts = FTitle.split(between);
+  QStringList parts = FContents.title.split(between);
   while (parts.size() > 1 && metrics.horizontalAdvance(parts.join(between) + " …") > width) parts.removeLast();
   return metrics.elidedText(parts.join(between) + " …", Qt::ElideRight, width);
 }
 
 QString TLegendRow::CutTitleAt(const QPoint& position) const {
-  const bool cut = TitleWithin(FTitleWidth - IconWidth()) != FTitle;
-  return cut && IsOnTitle(position) ? FTitle : QString();
+  const bool cut = TitleWithin(FTitleWidth - IconWidth()) != FContents.title;
+  return cut && IsOnTitle(position) ? FContents.title : QString();
 }
 
 bool TLegendRow::IsOnTitle(const QPoint& position) const {
   const QRect title(mRect.left() + kSide, mRect.top(), FTitleWidth, Metrics().height() + 4);
-  return FRows > 0 && !FTitle.isEmpty() && title.contains(position);
+  return FRows > 0 && !FContents.title.isEmpty() && title.contains(position);
 }
 
 void TLegendRow::draw(QCPPainter* painter) {
@@ -103,16 +111,16 @@ void TLegendRow::draw(QCPPainter* painter) {
   const QPalette palette = mParentPlot->palette();
   const QFontMetrics metrics = Metrics();
   painter->setFont(mParentPlot->font());
-  if (!FTitle.isEmpty()) {
+  if (!FContents.title.isEmpty()) {
     painter->setPen(palette.color(QPalette::Text));
     const QRect row(mRect.left() + kSide, mRect.top() + 2, FTitleWidth, metrics.height() + 2);
-    FIcon.paint(painter, row, Qt::AlignLeft | Qt::AlignVCenter);
+    FContents.icon.paint(painter, row, Qt::AlignLeft | Qt::AlignVCenter);
     const QRect place = row.adjusted(IconWidth(), 0, 0, 0);
     painter->drawText(place, Qt::AlignLeft | Qt::AlignVCenter, TitleWithin(place.width()));
   }
   for (std::size_t i = 0; i < FPlaces.size(); ++i) {
     if (FPlaces[i].isEmpty()) continue;
-    const TLegendEntry& entry = FEntries[i];
+    const TLegendEntry& entry = FContents.entries[i];
     const QRect place = FPlaces[i].translated(mRect.topLeft());
     QColor ink = entry.ink;
     QColor text = palette.color(QPalette::Text);

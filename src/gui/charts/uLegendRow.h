@@ -13,21 +13,32 @@ struct TLegendEntry {
   bool shown = true;  // else faint and struck out
 };
 
+struct TLegendContents {
+  QString title;
+  QIcon icon;
+  std::vector<TLegendEntry> entries;
+};
+
 class TLegendRow final : public QCPLayoutElement {
  public:
   explicit TLegendRow(QCustomPlot* plot) : QCPLayoutElement(plot) {}
 
   void SetTitle(const QString& title, const QIcon& icon = {}) {
-    FTitle = title;
-    FIcon = icon;
+    FContents.title = title;
+    FContents.icon = icon;
   }
   // Takes no room while it is hidden.
   void SetHidden(bool hidden) { FHidden = hidden; }
   // The whole title where it is cut, at a position on it; else empty.
   [[nodiscard]] QString CutTitleAt(const QPoint& position) const;
   [[nodiscard]] bool IsOnTitle(const QPoint& position) const;
-  [[nodiscard]] const QString& Title() const { return FTitle; }
-  void SetEntries(std::vector<TLegendEntry> entries) { FEntries = std::move(entries); }
+  [[nodiscard]] const QString& Title() const { return FContents.title; }
+  void SetEntries(std::vector<TLegendEntry> entries) { FContents.entries = std::move(entries); }
+  [[nodiscard]] const TLegendContents& Contents() const { return FContents; }
+  void SetContents(TLegendContents contents) { FContents = std::move(contents); }
+  // What a picture file says: a caption before the title, no state of the window, which is a title with an icon, and no
+  // entry that is not shown.
+  [[nodiscard]] TLegendContents ContentsForPicture(const QString& caption) const;
   [[nodiscard]] std::optional<std::size_t> EntryAt(const QPointF& position) const;
 
   void update(UpdatePhase phase) override;
@@ -39,14 +50,12 @@ class TLegendRow final : public QCPLayoutElement {
 
  private:
   [[nodiscard]] QFontMetrics Metrics() const { return QFontMetrics(mParentPlot->font(), mParentPlot); }
-  [[nodiscard]] int IconWidth() const { return FIcon.isNull() ? 0 : Metrics().height() + 6; }
+  [[nodiscard]] int IconWidth() const { return FContents.icon.isNull() ? 0 : Metrics().height() + 6; }
   void PlaceEntries(int width);
   // As much of the title as fits: without its last parts, which " · " joins, then cut.
   [[nodiscard]] QString TitleWithin(int width) const;
 
-  QString FTitle;
-  QIcon FIcon;
-  std::vector<TLegendEntry> FEntries;
+  TLegendContents FContents;
   std::vector<QRect> FPlaces;  // of each entry, from the element's top left; empty without room
   int FTitleWidth = 0;
   bool FHidden = false;

@@ -197,7 +197,8 @@ void TSpectrumChart::PaintBar(QCPPainter& painter, double left, double width, do
   if (!std::isfinite(value)) return;
   const QRectF rect = Rect().rect();
   const double top = std::clamp(ValueAxis().coordToPixel(value), rect.top() - 1, rect.bottom() + 1);
-  painter.fillRect(QRectF(left, top, width, Foot() - top), InkOf(series));
+  const QRectF bar(left, top, width, Foot() - top);
+  painter.fillRect(bar.intersected(rect), InkOf(series));  // an SVG file has no clip
 }
 
 void TSpectrumChart::PaintGroups(QCPPainter& painter, std::size_t begin, std::size_t end) const {

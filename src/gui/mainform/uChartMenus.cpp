@@ -36,6 +36,7 @@ const std::vector<TMenuRow>& MenuRows() {
                                                   "actEventsCopyChart",
                                                   "actEventsSaveChart",
                                                   "actEventsSaveChartAsPNG",
+                                                  "actEventsSaveChartAsSVG",
                                                   "-",
                                                   "actEventsCSVVisibleShocks",
                                                   "actEventsXLSXVisibileShocks"};
@@ -53,6 +54,7 @@ const std::vector<TMenuRow>& MenuRows() {
                                                  "actShockCopyChart",
                                                  "actShockSaveChart",
                                                  "actShockSaveChartAsPNG",
+                                                 "actShockSaveChartAsSVG",
                                                  "-",
                                                  "actExportShockToCSV",
                                                  "actShockSaveChartAsXLSX"};
@@ -63,7 +65,8 @@ const std::vector<TMenuRow>& MenuRows() {
       {"chartSpecAnalysis", shock},
       {"ChartAllSensors",
        {"actSensorsToolsPoints", "actSensorsToolsIndicator", "actSensorsToolsNearest", "actSyncWithSensors", "-",
-        "actSensorsCopyChart", "actSensorsSaveChart", "actSensorsSaveChartAsPNG", "-", "actSensorsExportToXLSX"}},
+        "actSensorsCopyChart", "actSensorsSaveChart", "actSensorsSaveChartAsPNG", "actSensorsSaveChartAsSVG", "-",
+        "actSensorsExportToXLSX"}},
       {"ChartNavigator",
        {"actNavSetIntAll", "actNavSetIntYear", "actNavSetIntMonth", "actNavSetIntWeek", "actNavSetIntDay",
         "actNavSetIntHour", "actNavSetIntMin", "-", "actNavRwd", "actNavFwd", "-", "actSyncWithEvents",

@@ -195,7 +195,9 @@ constexpr auto kCursorsTip =
 constexpr auto kStatisticsTip = "Count, extremes, mean and RMS of what is in sight (R in the chart)";
 constexpr auto kCopyTip = "The chart as it stands on the screen, on white, into the clipboard";
 constexpr auto kBitmapTip = "The chart as it stands on the screen, on white; a bitmap under the name of a JPG";
-constexpr auto kPngTip = "The chart as it stands on the screen, on white";
+constexpr auto kPngTip =
+    "The chart on white, under the mission's ID; the dialog's file type says the size: 1, 2 or 4 times";
+constexpr auto kSvgTip = "The chart on white, under the mission's ID, as lines and texts that are sharp at any size";
 constexpr auto kCsvIcon = "text-csv";
 constexpr auto kImageIcon = "image-x-generic";
 constexpr auto kXlsxIcon = "x-office-spreadsheet";
@@ -393,18 +395,24 @@ constexpr TCommand kCommands[] = {
      "", 0, Do<&E::barbtnEventsSaveChartasJPGClick>},
     {"actEventsSaveChartAsPNG", "barbtnEventsSaveChartAsPNG", "btngrpEventsImage", "Picture as PNG…", kPngTip,
      kImageIcon, "", 0, Do<&E::barbtnEventsSaveChartAsPNGClick>},
+    {"actEventsSaveChartAsSVG", "barbtnEventsSaveChartAsSVG", "btngrpEventsImage", "Picture as SVG…", kSvgTip,
+     kImageIcon, "", 0, Do<&E::barbtnEventsSaveChartAsSVGClick>},
     {"actShockCopyChart", "barbtnShockCopyChartToClipboard", "btngrpShockImage", "Copy picture", kCopyTip, "edit-copy",
      "", 0, Do<&E::barbtnShockCopyChartToClipboardClick>},
     {"actShockSaveChart", "barbtnShockSaveChartAsImage", "btngrpShockImage", "Picture as JPG…", kBitmapTip, kImageIcon,
      "", 0, Do<&E::barbtnShockSaveChartAsImageClick>},
     {"actShockSaveChartAsPNG", "barbtnShockSaveChartAsPNG", "btngrpShockImage", "Picture as PNG…", kPngTip, kImageIcon,
      "", 0, Do<&E::barbtnShockSaveChartAsPNGClick>},
+    {"actShockSaveChartAsSVG", "barbtnShockSaveChartAsSVG", "btngrpShockImage", "Picture as SVG…", kSvgTip, kImageIcon,
+     "", 0, Do<&E::barbtnShockSaveChartAsSVGClick>},
     {"actSensorsCopyChart", "barbtnSensorsCopyChartToClipboard", "btngrpSensorsImage", "Copy picture", kCopyTip,
      "edit-copy", "", 0, Do<&E::barbtnSensorsCopyChartToClipboardClick>},
     {"actSensorsSaveChart", "barbtnSensorsSaveAsJPG", "btngrpSensorsImage", "Picture as JPG…", kBitmapTip, kImageIcon,
      "", 0, Do<&E::barbtnSensorsSaveAsJPGClick>},
     {"actSensorsSaveChartAsPNG", "barbtnSensorsSaveAsPNG", "btngrpSensorsImage", "Picture as PNG…", kPngTip, kImageIcon,
      "", 0, Do<&E::barbtnSensorsSaveAsPNGClick>},
+    {"actSensorsSaveChartAsSVG", "barbtnSensorsSaveAsSVG", "btngrpSensorsImage", "Picture as SVG…", kSvgTip, kImageIcon,
+     "", 0, Do<&E::barbtnSensorsSaveAsSVGClick>},
     {"actExportShockGridToCSV", nullptr, nullptr, "Export the shock events…", "The menu of the table of events", "",
      "Ctrl+Alt+E", 0, OpenMenu<kShocksMenu>},
     {"actExportFilteredShockGridToCSV", nullptr, nullptr, "Export the filtered shock events…",

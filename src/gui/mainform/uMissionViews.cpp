@@ -195,8 +195,10 @@ std::optional<TSpectrumChoice> TMissionViews::ShownSpectrum() const {
   return TSpectrumChoice{entryOf("cmbSpecType"), entryOf("cmbSpecWindow")};
 }
 
-std::string TMissionViews::ChartPicture(std::string_view chart, TPictureFormat format) {
-  return Encoded(NamedChild<TTimeChart>(FWindow, chart).Picture(), format);
+std::string TMissionViews::ChartPicture(std::string_view chart, TPictureFormat format, int scale) {
+  const QString caption =
+      FMission == nullptr ? QString() : QObject::tr("Mission %1").arg(QtText(Printable(FMission->Data.sID)));
+  return ChartFile(NamedChild<TTimeChart>(FWindow, chart), caption, format, scale);
 }
 
 void TMissionViews::RefreshGrid(std::string_view grid) {

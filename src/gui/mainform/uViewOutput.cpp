@@ -6,6 +6,7 @@
 #include <QPdfWriter>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <QSvgGenerator>
 #include <new>
 #include <stdexcept>
 
@@ -80,6 +81,29 @@ void Output(TKorvexMainForm& form, QPagedPaintDevice& device) {
   }
 }
 
+void WriteSvg(TTimeChart& chart, const QString& caption, QIODevice& file) {
+  QSvgGenerator svg;
+  svg.setOutputDevice(&file);
+  svg.setSize(chart.size());
+  svg.setViewBox(chart.rect());
+  svg.setResolution(chart.logicalDpiX());
+  svg.setTitle(QObject::tr("ShockScope"));  // not the caption: Qt 6.4 does not escape a title
+  QCPPainter painter;
+  painter.setMode(QCPPainter::pmVectorized);
+  if (!painter.begin(&svg)) throw std::runtime_error("The picture cannot be made.");
+  chart.DrawWith(painter, caption);
+}
+
+QImage Scaled(TTimeChart& chart, const QString& caption, int scale) {
+  const double pixels = scale * chart.devicePixelRatioF();
+  QImage picture((QSizeF(chart.size()) * pixels).toSize(), QImage::Format_RGB32);
+  if (picture.isNull()) throw std::bad_alloc();
+  QCPPainter painter(&picture);
+  painter.scale(pixels, pixels);
+  chart.DrawWith(painter, caption);
+  return picture;
+}
+
 }  // namespace
 
 void PrintView(TKorvexMainForm& form) {
@@ -94,25 +118,30 @@ void PrintView(TKorvexMainForm& form) {
 
 void SaveViewAsPdf(TKorvexMainForm& form, TExportCommands& exports) {
   const std::string title = Utf8(QObject::tr("Save the view as PDF"));
-  exports.Save({title, {}, Utf8(RecordingName(form)), "PDF|*.pdf", "pdf"}, "The view could not be written.", [&form] {
-    QBuffer pdf;  // a writer into a file does not report a full disk
-    pdf.open(QIODevice::WriteOnly);
-    {
-      QPdfWriter writer(&pdf);
-      writer.setPageSize(QPageSize(QPageSize::A4));
-      writer.setTitle(RecordingName(form));
-      writer.setCreator(QObject::tr("ShockScope"));
-      Output(form, writer);
-    }
-    return pdf.data().toStdString();
-  });
+  exports.Save({title, {}, Utf8(RecordingName(form)), "PDF|*.pdf", "pdf"}, "The view could not be written.",
+               [&form](int) {
+                 QBuffer pdf;  // a writer into a file does not report a full disk
+                 pdf.open(QIODevice::WriteOnly);
+                 {
+                   QPdfWriter writer(&pdf);
+                   writer.setPageSize(QPageSize(QPageSize::A4));
+                   writer.setTitle(RecordingName(form));
+                   writer.setCreator(QObject::tr("ShockScope"));
+                   Output(form, writer);
+                 }
+                 return pdf.data().toStdString();
+               });
 }
 
-std::string Encoded(const QImage& picture, TPictureFormat format) {
-  QBuffer buffer;
-  buffer.open(QIODevice::WriteOnly);
-  if (!picture.save(&buffer, format == TPictureFormat::Png ? "PNG" : "BMP")) {
-    throw std::runtime_error("The picture cannot be made.");
+std::string ChartFile(TTimeChart& chart, const QString& caption, TPictureFormat format, int scale) {
+  QBuffer file;
+  file.open(QIODevice::WriteOnly);
+  if (format == TPictureFormat::Svg) {
+    WriteSvg(chart, caption, file);
+  } else {
+    const bool bitmap = format == TPictureFormat::Bitmap;
+    const QImage picture = bitmap ? chart.Picture() : Scaled(chart, caption, scale);
+    if (!picture.save(&file, bitmap ? "BMP" : "PNG")) throw std::runtime_error("The picture cannot be made.");
   }
-  return buffer.data().toStdString();
+  return file.data().toStdString();
 }

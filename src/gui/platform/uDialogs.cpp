@@ -59,24 +59,26 @@ std::optional<std::string> TDialogs::AskForFolder(std::string_view title, const 
   return ChosenFile(box);
 }
 
-std::optional<std::string> TDialogs::AskWhereToSave(const TSaveDialog& dialog) {
+std::optional<TSaveChoice> TDialogs::AskWhereToSave(const TSaveDialog& dialog) {
   QFileDialog box(&FWindow, QtText(dialog.title));
   box.setObjectName("dlgSave");
   box.setAcceptMode(QFileDialog::AcceptSave);
   box.setOption(QFileDialog::DontConfirmOverwrite, dialog.replaces);
-  box.setNameFilters(NameFilters(dialog.filter));
+  const QStringList filters = NameFilters(dialog.filter);
+  box.setNameFilters(filters);
   box.setDefaultSuffix(QtText(dialog.extension));
   const QString ending = "." + QtText(dialog.extension);
   box.setDirectory(NearestFolder(QtText(dialog.folder)));
   box.selectFile(QtText(dialog.name) + ending);
   while (const auto file = ChosenFile(box)) {
     const QString chosen = QtText(*file);
-    if (chosen.endsWith(ending, Qt::CaseInsensitive)) return file;
+    const int filter = static_cast<int>(filters.indexOf(box.selectedNameFilter())) + 1;
+    if (chosen.endsWith(ending, Qt::CaseInsensitive)) return TSaveChoice{*file, filter};
     // Qt adds no extension to a name that contains a dot.
     const QString named = chosen + ending;
     if (dialog.replaces || !QFileInfo::exists(named) ||
         Confirm(Utf8(QObject::tr("%1 already exists.\nDo you want to replace it?").arg(named)))) {
-      return Utf8(named);
+      return TSaveChoice{Utf8(named), filter};
     }
     box.selectFile(named);
   }

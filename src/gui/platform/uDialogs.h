@@ -14,7 +14,7 @@ class TDialogs final : public IDialogs {
 
   [[nodiscard]] std::optional<std::string> AskForRecording(const TOpenDialog& dialog) override;
   [[nodiscard]] std::optional<std::string> AskForFolder(std::string_view title, const std::string& folder) override;
-  [[nodiscard]] std::optional<std::string> AskWhereToSave(const TSaveDialog& dialog) override;
+  [[nodiscard]] std::optional<TSaveChoice> AskWhereToSave(const TSaveDialog& dialog) override;
   void ShowMessage(std::string_view text, std::string_view details) override;
   void ShowInformation(std::string_view text) override;
   [[nodiscard]] bool Confirm(std::string_view question) override;
