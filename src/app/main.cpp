@@ -1,10 +1,14 @@
 // shockscope: the window, or pictures of it.
+#include <QRegularExpression>
+#include <QSize>
 #include <QStringList>
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "base/uFiles.h"
@@ -24,19 +28,29 @@ constexpr int kWrongUse = 2;
 
 constexpr auto kUsage =
     "usage: shockscope [--scheme light|dark] [FILE]\n"
-    "       shockscope --snapshot DIR FILE [--scheme light|dark]\n"
+    "       shockscope --snapshot DIR FILE [--scheme light|dark] [--size WxH] [--scale 1|1.5|2]\n"
     "       shockscope --version | --help\n"
     "\n"
-    "Shows a recording. With --snapshot it shows none: it saves pictures of every view of FILE in DIR.\n";
+    "Shows a recording. With --snapshot it shows none: it saves pictures of every view of FILE in DIR, of a\n"
+    "window of that size and scale; it is 1280x800 unless told, and at least 900x600.\n";
 
 struct TArguments {
   std::string file;
   std::optional<std::string> snapshotFolder;
+  QSize size;         // of the window in the pictures; invalid: as designed
+  std::string scale;  // of the pictures; empty: the desktop's
   TScheme scheme = TScheme::Desktop;
   bool version = false;
   bool help = false;
   bool wrong = false;
 };
+
+// Invalid for a text that is not a width and a height of up to four digits.
+QSize SizeOf(const std::string& text) {
+  static const QRegularExpression form("^(\\d{1,4})x(\\d{1,4})$");
+  const auto match = form.match(QtText(text));
+  return match.hasMatch() ? QSize(match.captured(1).toInt(), match.captured(2).toInt()) : QSize();
+}
 
 // Only an argument that is exactly an option is one; the first other is the recording, and what follows it is ignored.
 TArguments Parse(const std::vector<std::string>& words) {
@@ -51,6 +65,13 @@ TArguments Parse(const std::vector<std::string>& words) {
       const std::string scheme = left >= 1 ? words[++i] : std::string();
       arguments.wrong = arguments.wrong || (scheme != "light" && scheme != "dark");
       arguments.scheme = scheme == "dark" ? TScheme::Dark : TScheme::Light;
+    } else if (words[i] == "--size") {
+      arguments.size = SizeOf(left >= 1 ? words[++i] : std::string());
+      arguments.wrong = arguments.wrong || arguments.size.isEmpty();
+    } else if (words[i] == "--scale") {
+      arguments.scale = left >= 1 ? words[++i] : std::string();
+      constexpr std::string_view kScales[] = {"1", "1.5", "2"};
+      arguments.wrong = arguments.wrong || !std::ranges::count(kScales, arguments.scale);
     } else if (words[i] == "--snapshot") {
       if (left < 2) {
         arguments.wrong = true;
@@ -64,6 +85,8 @@ TArguments Parse(const std::vector<std::string>& words) {
       break;
     }
   }
+  const bool ofPictures = arguments.size.isValid() || !arguments.scale.empty();
+  arguments.wrong = arguments.wrong || (ofPictures && !arguments.snapshotFolder);
   return arguments;
 }
 
@@ -89,6 +112,7 @@ int Run(const TArguments& arguments, const char* programName) {
     return kFailure;
   }
 #endif
+  if (!arguments.scale.empty()) qputenv("QT_SCALE_FACTOR", arguments.scale.c_str());
   // Qt must not read the program's arguments.
   int count = 1;
   std::string name = programName;
@@ -106,6 +130,7 @@ int Run(const TArguments& arguments, const char* programName) {
   }
   TKorvexMainForm form(std::move(program), MissionMemoryBytes);
   if (takesPictures) {
+    if (arguments.size.isValid()) form.resize(arguments.size);
     for (const QString& file : SaveSnapshots(form, QtText(arguments.file), QtText(*arguments.snapshotFolder))) {
       std::printf("%s\n", Utf8(file).c_str());
     }

@@ -61,6 +61,21 @@ TEST_F(Frame, SteppingAndATableThatComesAndGoesMoveNoSplitter) {
   EXPECT_EQ(Splitters(), before);
 }
 
+TEST_F(Frame, TheCardsShowSevenDigitsWithTheirUnitWhole) {
+  for (const QSize& size : {QSize(1280, 800), QSize(900, 600)}) {
+    OpenAt(size);
+    Press("Ctrl+2");
+    for (const char* name :
+         {"lblCardToTTotalValue", "lblCardIoTTotalValue", "lblCardToTMaxValue", "lblCardIoTMaxValue"}) {
+      auto* value = Find<QLabel>(name);
+      value->setText("9999.999 g ms");
+      value->grab();
+      EXPECT_EQ(value->toolTip(), "") << name << " is cut at " << size.width();
+      EXPECT_EQ(value->visibleRegion().boundingRect(), value->rect()) << name;
+    }
+  }
+}
+
 TEST(WindowPlace, ComesBackUnlessItsScreenIsGoneOrTheFileIsWrong) {
   const TTempFolder folder;
   const auto file = folder / kWindowPlaceFile;

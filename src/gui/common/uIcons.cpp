@@ -2,6 +2,10 @@
 
 #include <QFile>
 #include <QGuiApplication>
+#include <QIconEngine>
+#include <QPainter>
+#include <QPixmap>
+#include <algorithm>
 #include <stdexcept>
 
 #include "gui/common/uTheme.h"
@@ -9,6 +13,41 @@
 // The resources of a static library must be registered explicitly, outside every namespace.
 static void RegisterIcons() {
   Q_INIT_RESOURCE(icons);
+}
+
+namespace {
+
+// Draws at any size and scale, and in the scheme of that moment.
+class TDotEngine : public QIconEngine {
+ public:
+  explicit TDotEngine(const QColor& colour) : FColour(colour) {}
+
+  void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State /*state*/) override {
+    QColor ink = InkOn(QGuiApplication::palette(), FColour);
+    if (mode == QIcon::Disabled) ink.setAlphaF(0.4F);
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(ink);
+    const double radius = 0.3 * std::min(rect.width(), rect.height());
+    painter->drawEllipse(QRectF(rect).center(), radius, radius);
+  }
+  QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+    QPixmap picture(size);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    paint(&painter, picture.rect(), mode, state);
+    return picture;
+  }
+  [[nodiscard]] QIconEngine* clone() const override { return new TDotEngine(*this); }
+
+ private:
+  QColor FColour;
+};
+
+}  // namespace
+
+QIcon DotIcon(const QColor& colour) {
+  return QIcon(new TDotEngine(colour));
 }
 
 QIcon ProgramIcon() {

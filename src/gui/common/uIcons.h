@@ -1,6 +1,7 @@
 // The program's icons by their names in the Breeze theme, compiled into the program; icons.txt lists them.
 #pragma once
 
+#include <QColor>
 #include <QIcon>
 #include <QString>
 
@@ -10,5 +11,7 @@ QIcon Icon(const QString& name);
 QIcon Icon(const QString& name, bool onDark);
 // Its path, for a style sheet.
 QString IconFile(const QString& name, bool onDark);
+// A dot of this colour, as it is drawn on the surfaces of the application's palette.
+QIcon DotIcon(const QColor& colour);
 // Of the windows; not of the theme.
 QIcon ProgramIcon();

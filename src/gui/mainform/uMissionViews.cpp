@@ -5,6 +5,7 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QLabel>
+#include <array>
 #include <map>
 #include <utility>
 
@@ -16,6 +17,7 @@
 #include "gui/charts/uSensorsChart.h"
 #include "gui/charts/uSpectrumChart.h"
 #include "gui/common/uGrid.h"
+#include "gui/common/uIcons.h"
 #include "gui/docks/uMissionDetails.h"
 #include "gui/filter/uFilterChip.h"
 #include "gui/filter/uFilterPanel.h"
@@ -27,6 +29,7 @@
 #include "gui/overview/uVerdictStrip.h"
 #include "gui/report/uReportPanel.h"
 #include "gui/settings/uAlarmLimitsPanel.h"
+#include "gui/shock/uEventCards.h"
 #include "gui/shock/uShockPanel.h"
 #include "shell/uFilterWords.h"
 #include "shell/uSettingsCommands.h"
@@ -43,7 +46,7 @@ void TMissionViews::EmptyGridsAndCharts() {
     chart->Range().SetSynced(std::nullopt);
     chart->Clear();
   }
-  FParts.shock->ShowCards({}, std::nullopt, {});
+  FParts.shock->Cards()->ShowRow({}, std::nullopt, {});
   FParts.docks.details->ShowSections({});
   FParts.report->Clear();
   FParts.filter->SetMission(nullptr);
@@ -90,7 +93,7 @@ void TMissionViews::RefreshDisplay(const TShownMission& mission) {
   ShowLimitsInForce(FMission, FControls);
   if (FMission == nullptr) return;
   for (TGrid* grid : FWindow.findChildren<TGrid*>()) grid->Reformat();
-  FParts.shock->ShowCards(mission.Tables.Events, mission.SelectedEvent, mission.Display);
+  FParts.shock->Cards()->ShowRow(mission.Tables.Events, mission.SelectedEvent, mission.Display);
   ShowVerdict(mission);
   ShowDetails(mission);
   FParts.filter->SetMission(&mission);
@@ -114,6 +117,10 @@ void TMissionViews::ShowInCharts(const TDisplaySettings& display) {
   colour(*FParts.shock->Chart2());
   FParts.shock->Chart2()->SetAlarmLimits(acceleration);
   colour(*FParts.shock->ChartSpecAnalysis());
+  constexpr std::array kSwitches = {"actShockShowX", "actShockShowY", "actShockShowZ", "actShockShowTotal"};
+  for (std::size_t i = 0; i < kSeriesCount; ++i) {
+    FWindow.findChild<QAction*>(kSwitches[i])->setIcon(DotIcon(QColor(display.accelerationColours[i])));
+  }
   FParts.overview->Chart1()->SetMasks(masks);
   FParts.shock->SetMasks(masks);
 
@@ -232,7 +239,7 @@ void TMissionViews::ShowSelectedEvent(std::optional<std::size_t> event) {
   for (TEventsChart* chart : {FParts.overview->Chart1(), FParts.shock->Chart20()}) chart->SetSelectedEvent(event);
   FParts.overview->ShowSelectedEvent(event, SelectedEventWords(event));
   if (FMission == nullptr) return;
-  FParts.shock->ShowCards(FMission->Tables.Events, event, FMission->Display);
+  FParts.shock->Cards()->ShowRow(FMission->Tables.Events, event, FMission->Display);
   FParts.shock->ShowClipped(event && FMission->Tables.Metrics[*event].clipped);
   if (std::exchange(FShownEvent, event) == event) return;  // its chart keeps its zoom
   FParts.shock->ShowEvent(FMission->Events, event, FMission->Data);

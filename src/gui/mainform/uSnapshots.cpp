@@ -2,8 +2,9 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QDialog>
 #include <QDir>
-#include <QElapsedTimer>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPixmap>
 #include <QTimer>
@@ -38,39 +39,77 @@ void Open(TKorvexMainForm& form, const QString& recording) {
   Settle();
 }
 
+class TAlbum {
+ public:
+  TAlbum(TKorvexMainForm& form, const QString& folder) : FForm(form), FFolder(folder) {
+    if (!FFolder.mkpath(".")) throw std::runtime_error("cannot make the folder " + Utf8(folder));
+  }
+
+  void Save(const QString& name) {
+    Settle();
+    Save(name, FForm.grab());
+  }
+  // Of the list of keys, which is modal.
+  void SaveKeys() {
+    QPixmap picture;
+    QTimer::singleShot(0, &FForm, [&picture] {
+      Settle();
+      auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+      picture = dialog->grab();
+      dialog->reject();
+    });
+    Trigger("actKeys");
+    Save("keys", picture);
+  }
+  void Trigger(const char* action) { FForm.findChild<QAction*>(action)->trigger(); }
+  // Switches the action on for one picture.
+  void SaveWith(const char* action, const QString& name) {
+    Trigger(action);
+    Save(name);
+    Trigger(action);
+  }
+  [[nodiscard]] const QStringList& Files() const { return FFiles; }
+
+ private:
+  void Save(const QString& name, const QPixmap& picture) {
+    const QString file = FFolder.filePath(name + ".png");
+    if (!picture.save(file)) throw std::runtime_error("cannot write " + Utf8(file));
+    FFiles.append(file);
+  }
+
+  TKorvexMainForm& FForm;
+  QDir FFolder;
+  QStringList FFiles;
+};
+
 }  // namespace
 
 QStringList SaveSnapshots(TKorvexMainForm& form, const QString& recording, const QString& folder) {
-  if (!QDir().mkpath(folder)) throw std::runtime_error("cannot make the folder " + Utf8(folder));
-  QStringList files;
-  const auto save = [&](const QString& name) {
-    Settle();
-    const QString file = QDir(folder).filePath(name + ".png");
-    if (!form.grab().save(file)) throw std::runtime_error("cannot write " + Utf8(file));
-    files.append(file);
-  };
+  TAlbum album(form, folder);
   form.show();
-  save("welcome");
+  album.Save("welcome");
   Open(form, recording);
   form.Flow().SwitchView(TView::Overview);
-  save("overview");
+  album.Save("overview");
+  album.SaveWith("actAlarmSet", "overview-alarm");
   form.Flow().SwitchView(TView::Shock);
-  save("shock");
-  auto* spectrum = form.findChild<QAction*>("actShockSpecAnalysis");
-  spectrum->trigger();
-  save("spectrum");
-  spectrum->trigger();
-  form.findChild<QAction*>("actFilterEdit")->trigger();
-  save("filter");
+  album.Save("shock");
+  album.SaveWith("actAlarmSet", "shock-alarm");
+  album.SaveWith("actShockShowTable", "shock-values");
+  album.SaveWith("actShockSpecAnalysis", "spectrum");
+  album.Trigger("actFilterEdit");
+  form.findChild<QLineEdit*>("edtFilterAccelerationMaxFrom")->setText("10");  // switches the filter on
+  album.Save("filter");
+  album.SaveKeys();
   form.Flow().SwitchView(TView::Report);
-  save("report");
-  form.findChild<QAction*>("actBackstage")->trigger();
-  save("backstage");
+  album.Save("report");
+  album.Trigger("actBackstage");
+  album.Save("backstage");
   form.findChild<TBackstage*>()->SelectPage("backstageSettings");
   auto* settings = form.findChild<TSettingsPage*>();
   for (const char* page : {"general", "formats", "colours", "analog-inputs"}) {
-    save(QString("settings-") + page);
+    album.Save(QString("settings-") + page);
     settings->setCurrentIndex(settings->currentIndex() + 1);
   }
-  return files;
+  return album.Files();
 }

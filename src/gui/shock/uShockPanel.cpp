@@ -1,6 +1,5 @@
 #include "gui/shock/uShockPanel.h"
 
-#include <QFrame>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QSplitter>
@@ -17,23 +16,11 @@
 #include "gui/common/uLabels.h"
 #include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
+#include "gui/shock/uEventCards.h"
 #include "gui/shock/uShockValuesGrid.h"
 #include "gui/shock/uSpectrumPanel.h"
-#include "shell/uAlarmMarks.h"
 
 namespace {
-
-struct TCard {
-  const char* captionName;  // the start writes the captions
-  const char* valueName;
-  const char* field;  // of the shock event table
-  const char* unit;   // where the cell's text has none
-};
-constexpr TCard kCards[] = {{"lblCardToTTotal", "lblCardToTTotalValue", "ToT total", ""},
-                            {"lblCardIoTTotal", "lblCardIoTTotalValue", "IoT total", " g ms"},
-                            {"lblCardToTMax", "lblCardToTMaxValue", "ToT max", ""},
-                            {"lblCardIoTMax", "lblCardIoTMaxValue", "IoT max", " g ms"}};
-constexpr auto kNoValue = "–";
 
 // A tab widget shows and hides its pages; others show and hide the grid, so it gets its own page.
 QWidget* PageOf(QWidget* grid) {
@@ -56,6 +43,7 @@ TMainShockPanel::TMainShockPanel(QWidget* parent)
       FValues(new TShockValuesGrid(this)),
       FShocks(new TGrid("dbgShocks", tr("Shock events"), EventIndexKey, this)),
       FFilteredShocks(new TGrid("dbgFilteredShocks", tr("Filtered shock events"), EventIndexKey, this)),
+      FCards(new TEventCards(this)),
       FTabs(new QTabWidget(this)),
       FConditions(new TElidedLabel("lblFilterConditions", this, Qt::ElideRight)),
       FClipped(new QLabel(tr("clipped"), this)) {
@@ -140,34 +128,6 @@ void TMainShockPanel::SetMasks(const TValueMasks& masks) {
   FValues->SetMasks(masks);
 }
 
-QWidget* TMainShockPanel::MakeCards() {
-  auto* box = new QWidget(this);
-  auto* layout = new QHBoxLayout(box);
-  layout->setContentsMargins(4, 4, 4, 0);
-  layout->setSpacing(4);
-  for (std::size_t i = 0; i < kCardCount; ++i) {
-    auto* card = new QFrame(box);
-    card->setProperty("surface", true);
-    // Every card is as wide as the others, whatever its figures.
-    card->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-    auto* caption = new TElidedLabel(kCards[i].captionName, card);
-    caption->setForegroundRole(QPalette::PlaceholderText);
-    auto* value = new TElidedLabel(kCards[i].valueName, card, Qt::ElideRight);
-    value->setText(kNoValue);
-    QFont large = SizedFont(value->font(), kTitleSize);
-    large.setWeight(QFont::DemiBold);
-    value->setFont(large);
-    auto* lines = new QVBoxLayout(card);
-    lines->setContentsMargins(8, 3, 8, 3);
-    lines->setSpacing(0);
-    lines->addWidget(caption);
-    lines->addWidget(value);
-    layout->addWidget(card, 1);
-    FCardValues[i] = value;
-  }
-  return box;
-}
-
 QWidget* TMainShockPanel::MakeEventList() {
   FTabs->setObjectName("pgcShockGrids");
   FTabs->setDocumentMode(true);
@@ -189,7 +149,7 @@ QWidget* TMainShockPanel::MakeEventList() {
   auto* layout = new QVBoxLayout(box);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSpacing(4);
-  layout->addWidget(MakeCards());
+  layout->addWidget(FCards);
   layout->addWidget(FTabs);
   return box;
 }
@@ -206,13 +166,4 @@ void TMainShockPanel::ShowFilter(std::size_t passing, std::size_t all, const QSt
 void TMainShockPanel::ShowClipped(bool clipped) {
   FClipped->setStyleSheet(QString("color: %1").arg(QColor(TokensOf(palette()).alarm).name()));
   FClipped->setVisible(clipped);
-}
-
-void TMainShockPanel::ShowCards(const TDataset& events, std::optional<std::size_t> row,
-                                const TDisplaySettings& display) {
-  for (std::size_t i = 0; i < kCardCount; ++i) {
-    const auto field = events.FindField(kCards[i].field);
-    const bool hasValue = field && row && *row < events.RecordCount();
-    FCardValues[i]->setText(hasValue ? QtText(CellText(events, *row, *field, display) + kCards[i].unit) : kNoValue);
-  }
 }

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <QWidget>
-#include <array>
 #include <optional>
 
 #include "gui/charts/uSeries.h"
@@ -12,9 +11,8 @@ class QLabel;
 class QSplitter;
 class QStackedWidget;
 class QTabWidget;
-class TDataset;
-struct TDisplaySettings;
 struct TMissionData;
+class TEventCards;
 class TEventsChart;
 class TGrid;
 class TEventList;
@@ -34,6 +32,7 @@ class TMainShockPanel : public QWidget {
   [[nodiscard]] TSpectrumChart* ChartSpecAnalysis() const;
   [[nodiscard]] TGrid* Shocks() const { return FShocks; }
   [[nodiscard]] TGrid* FilteredShocks() const { return FFilteredShocks; }
+  [[nodiscard]] TEventCards* Cards() const { return FCards; }
   [[nodiscard]] TShockValuesGrid* Values() const { return FValues; }
   // Shows an event in both charts, which borrow it; nullopt empties them.
   void ShowEvent(const TEventList& events, std::optional<std::size_t> event, const TMissionData& mission);
@@ -46,17 +45,12 @@ class TMainShockPanel : public QWidget {
   // How many events pass the filter, in the tabs' titles; `conditions` is empty while the filter is off. When it is
   // switched on, the filtered events come to the front.
   void ShowFilter(std::size_t passing, std::size_t all, const QString& conditions);
-  // Fills the cards from a row of the shock event table; nullopt empties them.
-  void ShowCards(const TDataset& events, std::optional<std::size_t> row, const TDisplaySettings& display);
   // Says beside the tabs that the selected event is clipped.
   void ShowClipped(bool clipped);
 
  private:
   void TakeRoomForValues(bool visible);
-  static constexpr std::size_t kCardCount = 4;
-
   void ConnectValues();
-  [[nodiscard]] QWidget* MakeCards();
   [[nodiscard]] QWidget* MakeEventList();
 
   QSplitter* FBelow;  // list, chart and values
@@ -67,9 +61,9 @@ class TMainShockPanel : public QWidget {
   TShockValuesGrid* FValues;
   TGrid* FShocks;
   TGrid* FFilteredShocks;
+  TEventCards* FCards;
   QTabWidget* FTabs;
   QLabel* FConditions;
   QLabel* FClipped;
-  std::array<QLabel*, kCardCount> FCardValues{};
   int FValuesWidth = 300;  // px, when the table was last visible
 };
