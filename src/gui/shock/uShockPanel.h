@@ -39,7 +39,7 @@ class TMainShockPanel : public QWidget {
   void ShowEvent(const TEventList& events, std::optional<std::size_t> event, const TMissionData& mission);
   // The spectrum in place of the curves.
   void SetSpectrumVisible(bool visible);
-  // The selected event's samples in numbers beside its chart; hidden at first.
+  // What the chart in front shows of the selected event, in numbers beside it; hidden at first.
   void SetValuesVisible(bool visible);
   // Of both charts and the values.
   void SetMasks(const TValueMasks& masks);
@@ -56,6 +56,10 @@ class TMainShockPanel : public QWidget {
   static constexpr std::size_t kCardCount = 4;
 
   void ConnectValues();
+  [[nodiscard]] bool IsSpectrumInFront() const;
+  void ShowValues();
+  // Of a moment of the chart in front.
+  void MarkValue(double pointed);
   [[nodiscard]] QWidget* MakeCards();
   [[nodiscard]] QWidget* MakeEventList();
 
@@ -71,5 +75,5 @@ class TMainShockPanel : public QWidget {
   QLabel* FConditions;
   QLabel* FClipped;
   std::array<QLabel*, kCardCount> FCardValues{};
-  int FValuesWidth = 300;  // px, when the table was last visible
+  std::optional<int> FValuesWidth;  // px, when the table was last visible
 };
