@@ -133,7 +133,8 @@ void TChartRange::ChangeTimes(const TTimeSpan& wanted) {
 
 void TChartRange::ZoomTime(double factor, std::optional<double> about) {
   const TTimeSpan times = Times();
-  const double fixed = about.value_or(times.Middle());
+  const double fixed =
+      about.value_or(IsLogarithmic(FPlot.TimeAxis()) ? std::sqrt(times.start * times.end) : times.Middle());
   // At the smallest span the view stays where it is.
   if (factor < 1 && times.Width() * factor < MinTimes(fixed)) factor = MinTimes(fixed) / times.Width();
   ChangeTimes(SpanOf(Zoomed(FPlot.TimeAxis(), FPlot.TimeAxis().range(), factor, fixed)));

@@ -192,7 +192,7 @@ void TSpectrumChart::ScaleValues() {
   if (!(min <= max)) return ValueAxis().setRange(0, 1);
   if (FType == TSpectrumType::Decibel) {
     const QCPRange range = ScaleAround(std::max(min, max - kDecibelInSight), max);
-    return ValueAxis().setRange(range.lower, range.upper + range.size() * kWordsRoom);
+    return ValueAxis().setRange(range.lower, max + range.size() * kWordsRoom);
   }
   if (IsLogarithmic(ValueAxis()) && max > 0) {
     const double foot = std::clamp(minPositive, max * kLogInSight, max / 10);
