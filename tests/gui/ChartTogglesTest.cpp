@@ -176,10 +176,6 @@ TEST_F(ChartToggles, TheValueTableShowsTheLinesWhileTheSpectrumIsInFront) {
   const auto title = [&table](int column) {
     return table.model()->headerData(column, Qt::Horizontal).toString().toStdString();
   };
-  const auto fits = [&table] {
-    return table.columnViewportPosition(3) + table.columnWidth(3) <= table.viewport()->width();
-  };
-  EXPECT_TRUE(fits()) << "X, Y and Z in sight";
   table.setColumnWidth(1, 99);
   const QList<int> sizes = Find<QSplitter>("splShockEvent").sizes();
   Press("S");

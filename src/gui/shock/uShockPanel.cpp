@@ -137,23 +137,17 @@ void TMainShockPanel::SetValuesVisible(bool visible) {
   if (const auto pointed = chart.Marks().IndicatorTime()) MarkValue(*pointed);
 }
 
-// The table takes its room from the chart beside it, then from the list, and gives it back.
+// The table takes its room from the chart beside it and gives it back.
 void TMainShockPanel::TakeRoomForValues(bool visible) {
   QList<int> sizes = FBelow->sizes();
   if (visible) {
-    const int wanted = FValuesWidth.value_or(FValues->FittingWidth());
     const int room = sizes[1] - FBelow->handleWidth();
-    const int fromChart = std::min({wanted, room / 2, room - FEventCharts->minimumSizeHint().width()});
-    const int spare = sizes[0] - FBelow->widget(0)->minimumSizeHint().width();
-    FTakenFromList = std::max(0, std::min(wanted - fromChart, spare));
-    sizes[0] -= FTakenFromList;
-    sizes[1] = room - fromChart;
-    sizes[2] = fromChart + FTakenFromList;
+    sizes[2] = std::min(
+        {FValuesWidth.value_or(FValues->FittingWidth()), room / 2, room - FEventCharts->minimumSizeHint().width()});
+    sizes[1] = room - sizes[2];
   } else {
     FValuesWidth = sizes[2];
-    const int toList = std::min(FTakenFromList, sizes[2]);
-    sizes[0] += toList;
-    sizes[1] += sizes[2] - toList + FBelow->handleWidth();
+    sizes[1] += sizes[2] + FBelow->handleWidth();
     sizes[2] = 0;
   }
   FValues->setVisible(visible);

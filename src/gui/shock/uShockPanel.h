@@ -75,6 +75,5 @@ class TMainShockPanel : public QWidget {
   QLabel* FConditions;
   QLabel* FClipped;
   std::array<QLabel*, kCardCount> FCardValues{};
-  int FTakenFromList = 0;           // px of the table's width
   std::optional<int> FValuesWidth;  // px, when the table was last visible
 };
