@@ -5,6 +5,7 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QLabel>
+#include <QSplitter>
 #include <QTableView>
 #include <QTest>
 #include <QToolButton>
@@ -32,6 +33,8 @@ constexpr TToggle kToggles[] = {{"actShockEventsToolsIndicator", true},
                                 {"barbtnShockShowZ", true},
                                 {"barbtnShockToolsPoints", true},
                                 {"barbtnShockToolsNearest", false},
+                                {"actShockLogFrequency", false},
+                                {"actShockLogValues", false},
                                 {"actShockToolsIndicator", true},
                                 {"barbtnShockIndicatorMouseLock", true},
                                 {"barbtnShockGAxisLock", true},
@@ -164,6 +167,51 @@ TEST_F(ChartToggles, TheValueTableShowsTheSamplesAndMarksTheOneUnderTheIndicator
   FForm->Flow().Reload();
   EXPECT_EQ(table.model()->rowCount(), 0) << "nothing refers to the mission that goes";
   ASSERT_TRUE(QTest::qWaitFor([this] { return !FForm->Flow().Busy(); }, kPatienceMs));
+}
+
+TEST_F(ChartToggles, TheValueTableShowsTheLinesWhileTheSpectrumIsInFront) {
+  OpenShock();
+  auto& table = Find<QTableView>("dbgShockValues");
+  Press("Ctrl+T");
+  const auto title = [&table](int column) {
+    return table.model()->headerData(column, Qt::Horizontal).toString().toStdString();
+  };
+  table.setColumnWidth(1, 99);
+  const QList<int> sizes = Find<QSplitter>("splShockEvent").sizes();
+  Press("S");
+  auto& chart = Find<TSpectrumChart>("chartSpecAnalysis");
+  const auto& lines = chart.Spectrum().lines;
+  ASSERT_EQ(table.model()->rowCount(), static_cast<int>(lines.size()));
+  EXPECT_EQ(title(0), "Frequency (Hz)");
+  EXPECT_EQ(table.model()->index(1, 0).data().toDouble(), QString::number(lines[1].hertz, 'g', 6).toDouble());
+  // Event 1: its constant part of 27 g over 5 samples.
+  EXPECT_EQ(table.model()->index(0, 1).data(), "5.4");
+  EXPECT_NE(table.columnWidth(1), 99) << "frequencies and samples have their own widths";
+  Click(chart, PointAt(chart, lines[2].hertz, 1));
+  EXPECT_EQ(table.currentIndex().row(), 2);
+  Find<QComboBox>("cmbSpecType").setCurrentText("Power");
+  EXPECT_EQ(title(1), "X (g²)");
+  EXPECT_EQ(Find<QSplitter>("splShockEvent").sizes(), sizes);
+  Press("S");
+  EXPECT_EQ(title(1), "X (g)");
+  EXPECT_EQ(table.model()->rowCount(), 5);
+  EXPECT_EQ(table.columnWidth(1), 99);
+  Press("S");
+  FForm->Flow().Reload();
+  EXPECT_EQ(table.model()->rowCount(), 0);
+  ASSERT_TRUE(QTest::qWaitFor([this] { return !FForm->Flow().Busy(); }, kPatienceMs));
+}
+
+TEST_F(ChartToggles, ALegendOfOneEventsChartHidesTheSeriesInBoth) {
+  Open();
+  auto& overview = Find<TEventsChart>("Chart1");
+  auto& shock = Find<TEventsChart>("Chart20");
+  EXPECT_TRUE(shock.IsSeriesVisible(TSeries::X));
+  ClickLegend(overview, 0);
+  EXPECT_FALSE(overview.IsSeriesVisible(TSeries::X));
+  EXPECT_FALSE(shock.IsSeriesVisible(TSeries::X));
+  ClickLegend(overview, 0);
+  EXPECT_TRUE(shock.IsSeriesVisible(TSeries::X));
 }
 
 TEST_F(ChartToggles, TheSpectrumTakesThePlaceOfTheCurvesAndFollowsChoiceAndSelection) {

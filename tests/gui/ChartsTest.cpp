@@ -124,6 +124,29 @@ TEST(EventsChart, AClickEmitsTheEventAndOfSeveralInOnePixelTheHighest) {
   EXPECT_THAT(told, ElementsAre(0, 0, 0, 1, 3));
 }
 
+TEST(EventsChart, ALegendClickHidesASeriesAndItsEventsAnswerToNoClick) {
+  TEventsChart chart;
+  chart.SetEvents(Events({{0, 40}, {5 * kMinute, 30}}), {});  // both peak on x
+  Show(chart);
+  QSignalSpy clicked(&chart, &TEventsChart::EventClicked);
+  QSignalSpy changed(&chart, &TEventsChart::SeriesVisibleChanged);
+  ClickLegend(chart, 0);
+  EXPECT_FALSE(chart.IsSeriesVisible(TSeries::X));
+  const QPoint top = PointAt(chart, At(5 * kMinute), 30);
+  Settle();
+  Click(chart, top);
+  EXPECT_EQ(clicked.count(), 1) << "the total stands there";
+  ClickLegend(chart, 3);
+  Settle();
+  Click(chart, top);
+  EXPECT_EQ(clicked.count(), 1);
+  ClickLegend(chart, 0);
+  Settle();
+  Click(chart, top);
+  EXPECT_EQ(clicked.count(), 2);
+  EXPECT_EQ(changed.count(), 3);
+}
+
 TEST(SensorsChart, LegendClickHidesASensorWithItsAxisAndShowsItAgain) {
   const TSensorList sensors =
       Sensors({{"Temperature", {{0, 20}, {kMinute, 20}}}, {"Pressure", {}}, {"RH", {{0, 40}, {kMinute, 60}}}});

@@ -6,6 +6,7 @@
 #include <numbers>
 
 #include "gui/charts/uSpectrumChart.h"
+#include "gui/common/uTheme.h"
 #include "tests/support/uChartHands.h"
 
 using testing::HasSubstr;
@@ -46,16 +47,16 @@ TEST_F(SpectrumChart, BarsStandAtTheirFrequenciesAndTheConstantPartDoesNotFlatte
   const TEventList events = Sines();
   FChart.ShowEvent(events, 0);
   Settle();
-  EXPECT_NEAR(ValuesOf(FChart).range().upper, 3.2, 0.2);
+  EXPECT_NEAR(ValuesOf(FChart).range().upper, 3.3, 0.2);
   EXPECT_EQ(ValuesOf(FChart).range().lower, 0);
   EXPECT_THAT(TextAt(64 * kStep, 1), HasSubstr("125 Hz  ·  X 3 g  ·  Y "));
   const QPoint top = PointAt(FChart, 128 * kStep, 2);
   EXPECT_GT(Ink(FChart, Qt::red, {top + QPoint(-3, 2), QSize(7, 20)}), 15);
-  EXPECT_EQ(Ink(FChart, Qt::red, {top + QPoint(-3, -20), QSize(7, 17)}), 0);
+  EXPECT_LT(Ink(FChart, Qt::red, {top + QPoint(-3, -20), QSize(7, 17)}), 20) << "a part of the name at most";
 
   FChart.SetType(TSpectrumType::Decibel);
   Settle();
-  EXPECT_NEAR(ValuesOf(FChart).range().upper, 20 * std::log10(3.0), 8);
+  EXPECT_NEAR(ValuesOf(FChart).range().upper, 20 * std::log10(3.0), 20);
   EXPECT_GT(ValuesOf(FChart).range().lower, -140) << "what is next to nothing is out of sight";
   EXPECT_EQ(ValuesOf(FChart).label(), "Level (dB re 1 g)");
 
@@ -81,7 +82,71 @@ TEST_F(SpectrumChart, BarsThatShareAPixelShowTheirMaximum) {
     EXPECT_GT(Ink(FChart, Qt::blue, stem), 10) << width;
   }
   FChart.Range().SetTimes({120, 130});
-  EXPECT_GT(Ink(FChart, Qt::blue, RectOf(FChart).rect()), 1500) << "five groups";
+  const QPoint top = PointAt(FChart, 64 * kStep, 3);
+  const double width = TimeOf(FChart).coordToPixel(kStep) - TimeOf(FChart).coordToPixel(0);
+  EXPECT_GT(Ink(FChart, Qt::blue, {top - QPoint(static_cast<int>(width / 2), 2), QSize(static_cast<int>(width), 5)}),
+            static_cast<int>(width * 0.9))
+      << "one step";
+}
+
+TEST_F(SpectrumChart, NoSeriesHidesAnother) {
+  TEventList events;
+  events.StartTime = kStart;
+  events.NewEvent();
+  for (std::size_t i = 0; i < kCount; ++i) {
+    const auto wave = static_cast<float>(std::sin(64 * 2 * std::numbers::pi * static_cast<double>(i) / kCount));
+    events.AddValues(static_cast<double>(i) * kPeriodMs, wave, 2 * wave, 3 * wave);
+  }
+  FChart.ShowEvent(events, 0);
+  FChart.Range().SetTimes({120, 130});
+  Settle();
+  int g = 1;
+  for (const TSeries series : {TSeries::X, TSeries::Y, TSeries::Z}) {
+    const QColor ink = InkOn(FChart.palette(), QColor(DefaultSettings().display.accelerationColours[Place(series)]));
+    const QPoint top = PointAt(FChart, 64 * kStep, g++);
+    EXPECT_GT(Ink(FChart, ink, {top - QPoint(30, 2), QSize(60, 5)}), 50) << Place(series);
+  }
+  EXPECT_EQ(FChart.Labels().Boxes().size(), 3U) << "each names its peak";
+  FChart.SetSeriesVisible(TSeries::Y, false);
+  Settle();
+  EXPECT_EQ(FChart.Labels().Boxes().size(), 2U);
+}
+
+TEST_F(SpectrumChart, LogarithmicAxesSpreadLowFrequenciesAndSmallLinesAndZoomByFactors) {
+  const TEventList events = Sines();
+  FChart.ShowEvent(events, 0);
+  FChart.SetSeriesVisible(TSeries::Z, false);
+  FChart.SetLogFrequencies(true);
+  FChart.SetLogValues(true);
+  Settle();
+  const auto x = [this](double hertz) { return TimeOf(FChart).coordToPixel(hertz); };
+  EXPECT_NEAR(x(20) - x(10), x(200) - x(100), 1e-6);
+  EXPECT_DOUBLE_EQ(FChart.Range().Times().start, kStep / 2) << "0 Hz has no place";
+  EXPECT_NEAR(ValuesOf(FChart).range().lower, 3e-6, 1e-6) << "the noise of the calculation is out of sight";
+  EXPECT_THAT(TextAt(64 * kStep, 1), HasSubstr("125 Hz  ·  X 3 g"));
+
+  const TTimeSpan before = FChart.Range().Times();
+  QTest::keyClick(&FChart, Qt::Key_Plus);
+  EXPECT_GT(FChart.Range().Times().start, before.start);
+  QTest::keyClick(&FChart, Qt::Key_Minus);
+  EXPECT_NEAR(FChart.Range().Times().start, before.start, 1e-9);
+  const double ratio = before.end / before.start;
+  QTest::keyClick(&FChart, Qt::Key_Plus);
+  const TTimeSpan zoomed = FChart.Range().Times();
+  QTest::keyClick(&FChart, Qt::Key_Right);
+  const TTimeSpan moved = FChart.Range().Times();
+  EXPECT_NEAR(moved.end / moved.start, zoomed.end / zoomed.start, ratio * 1e-9);
+  for (int i = 0; i < 100; ++i) QTest::keyClick(&FChart, Qt::Key_Left);
+  EXPECT_GE(FChart.Range().Times().start, before.start);
+  ExpectSaneAxes(FChart);
+
+  FChart.SetType(TSpectrumType::Decibel);
+  EXPECT_LT(ValuesOf(FChart).range().lower, 0) << "decibels keep equal steps";
+  FChart.SetLogFrequencies(false);
+  EXPECT_DOUBLE_EQ(FChart.Range().Times().start, -kStep / 2);
+  FChart.Clear();
+  FChart.SetLogFrequencies(true);
+  ExpectSaneAxes(FChart);
 }
 
 TEST_F(SpectrumChart, WithoutASpectrumItSaysWhyAndNothingIsDrawn) {

@@ -255,6 +255,16 @@ QCPAxis* TChartPlot::AddAxis(QCPAxis::AxisType side) {
   return axis;
 }
 
+void TChartPlot::SetLogarithmic(QCPAxis& axis, bool on) {
+  if (IsLogarithmic(axis) == on) return;
+  axis.setScaleType(on ? QCPAxis::stLogarithmic : QCPAxis::stLinear);
+  if (on) {
+    axis.setTicker(QSharedPointer<TLogTicker>::create());
+  } else {
+    axis.setTicker(QSharedPointer<TNumberTicker>::create(axis));
+  }
+}
+
 void TChartPlot::Restyle() {
   setBackground(palette().brush(QPalette::Base));
   const QColor text = palette().color(QPalette::Text);

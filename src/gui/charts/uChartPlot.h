@@ -20,6 +20,10 @@ enum class TAxisUnit { Days, Milliseconds, Hertz };
 
 class TChartRect;
 
+inline bool IsLogarithmic(const QCPAxis& axis) {
+  return axis.scaleType() == QCPAxis::stLogarithmic;
+}
+
 class TChartPlot : public QCustomPlot {
   Q_OBJECT
 
@@ -94,6 +98,8 @@ class TChartPlot : public QCustomPlot {
   void SetValueTitle(const QString& name, const QString& unit);
   // A value axis beside those that are there.
   QCPAxis* AddAxis(QCPAxis::AxisType side);
+  // Equal steps along the axis become equal factors, or the reverse; a range below zero is made positive.
+  static void SetLogarithmic(QCPAxis& axis, bool on);
   // An axis in the house style.
   void StyleAxis(QCPAxis& axis, const QColor& ink) const;
 

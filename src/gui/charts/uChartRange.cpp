@@ -21,6 +21,24 @@ constexpr double kSame = 1e-6;           // of a value, the noise of a reading t
 constexpr double kMinValuePart = 1e-6;   // smallest span, relative to the value (single precision)
 constexpr double kMaxValue = 1e40;       // beyond every single-precision reading
 
+// `factor` times as wide about a value that keeps its place.
+QCPRange Zoomed(const QCPAxis& axis, const QCPRange& range, double factor, double about) {
+  if (!IsLogarithmic(axis)) {
+    return {about - (about - range.lower) * factor, about + (range.upper - about) * factor};
+  }
+  return {about * std::pow(range.lower / about, factor), about * std::pow(range.upper / about, factor)};
+}
+
+// Moved up by a part of what is in sight.
+QCPRange Moved(const QCPAxis& axis, const QCPRange& range, double part) {
+  if (!IsLogarithmic(axis)) return range + range.size() * part;
+  return range * std::pow(range.upper / range.lower, part);
+}
+
+TTimeSpan SpanOf(const QCPRange& range) {
+  return {range.lower, range.upper};
+}
+
 }  // namespace
 
 TChartRange::TChartRange(TChartPlot& plot, std::function<void()> scaleValues)
@@ -34,6 +52,7 @@ double TChartRange::MinTimes(double about) const {
 void TChartRange::SetTimes(const TTimeSpan& times) {
   if (!times.IsValid()) return;
   TTimeSpan shown{std::clamp(times.start, -kMaxTime, kMaxTime), std::clamp(times.end, -kMaxTime, kMaxTime)};
+  if (IsLogarithmic(FPlot.TimeAxis())) shown.start = std::max(shown.start, FFull.start);
   const double min = MinTimes(shown.end);
   if (shown.Width() < min * kRounded) shown = {shown.Middle() - min / 2, shown.Middle() + min / 2};
   FPlot.TimeAxis().setRange(shown.start, shown.end);
@@ -114,15 +133,15 @@ void TChartRange::ChangeTimes(const TTimeSpan& wanted) {
 
 void TChartRange::ZoomTime(double factor, std::optional<double> about) {
   const TTimeSpan times = Times();
-  const double fixed = about.value_or(times.Middle());
+  const double fixed =
+      about.value_or(IsLogarithmic(FPlot.TimeAxis()) ? std::sqrt(times.start * times.end) : times.Middle());
   // At the smallest span the view stays where it is.
   if (factor < 1 && times.Width() * factor < MinTimes(fixed)) factor = MinTimes(fixed) / times.Width();
-  ChangeTimes({fixed - (fixed - times.start) * factor, fixed + (times.end - fixed) * factor});
+  ChangeTimes(SpanOf(Zoomed(FPlot.TimeAxis(), FPlot.TimeAxis().range(), factor, fixed)));
 }
 
 void TChartRange::PanTime(double part) {
-  const TTimeSpan times = Times();
-  ChangeTimes({times.start + times.Width() * part, times.end + times.Width() * part});
+  ChangeTimes(SpanOf(Moved(FPlot.TimeAxis(), FPlot.TimeAxis().range(), part)));
 }
 
 void TChartRange::PanToStart() {
@@ -135,9 +154,8 @@ void TChartRange::PanToEnd() {
 
 void TChartRange::ZoomValues(QCPAxis& axis, double factor, double aboutPixel) {
   if (!CanZoom() || IsLocked(axis)) return;
-  const QCPRange range = axis.range();
   const double about = axis.pixelToCoord(aboutPixel);
-  const QCPRange wanted(about - (about - range.lower) * factor, about + (range.upper - about) * factor);
+  const QCPRange wanted = Zoomed(axis, axis.range(), factor, about);
   const double min = std::max(std::fabs(about) * kMinValuePart, 1 / kMaxValue);
   if (!(wanted.size() >= min && wanted.size() <= kMaxValue)) return;
   axis.setRange(wanted);
@@ -148,9 +166,9 @@ void TChartRange::ZoomValues(QCPAxis& axis, double factor, double aboutPixel) {
 void TChartRange::PanValues(double part) {
   if (!CanZoom()) return;
   for (QCPAxis* axis : FPlot.ValueAxes()) {
-    const double shift = axis->range().size() * part;
-    if (IsLocked(*axis) || !(std::fabs(axis->range().center() + shift) < kMaxValue)) continue;
-    axis->moveRange(shift);
+    const QCPRange moved = Moved(*axis, axis->range(), part);
+    if (IsLocked(*axis) || !(std::fabs(moved.center()) < kMaxValue)) continue;
+    axis->setRange(moved);
     FValuesZoomed = true;
     FPlot.QueueReplot();
   }
@@ -194,13 +212,12 @@ TChartRange::TView TChartRange::View() const {
 
 void TChartRange::PanFrom(const TView& view, double right, double down) {
   if (!CanZoom()) return;
-  const double moved = right * view.times.Width();
-  ChangeTimes({view.times.start - moved, view.times.end - moved});
+  ChangeTimes(SpanOf(Moved(FPlot.TimeAxis(), QCPRange(view.times.start, view.times.end), -right)));
   // Values are panned only after the user zoomed them.
   if (!FValuesZoomed) return;
   const QList<QCPAxis*> axes = FPlot.ValueAxes();
   for (qsizetype i = 0; i < axes.size() && i < view.values.size(); ++i) {
-    if (!IsLocked(*axes[i])) axes[i]->setRange(view.values[i] + view.values[i].size() * down);
+    if (!IsLocked(*axes[i])) axes[i]->setRange(Moved(*axes[i], view.values[i], down));
   }
   FPlot.QueueReplot();
 }

@@ -82,6 +82,10 @@ void TEventsChart::SetColour(TSeries series, const QColor& colour) {
   if (std::exchange(FColours[Place(series)], rgb) != rgb) Restyle();
 }
 
+void TEventsChart::SetSeriesVisible(TSeries series, bool visible) {
+  if (std::exchange(FShown[Place(series)], visible) != visible) Restyle();
+}
+
 void TEventsChart::SetAlarmLimits(TAlarmLimits limits) {
   if (std::exchange(FAlarm, limits) != limits) Range().RescaleValues();
 }
@@ -114,7 +118,9 @@ QString TEventsChart::GText(double g) const {
 void TEventsChart::Restyle() {
   TTimeChart::Restyle();
   std::vector<TLegendEntry> entries;
-  for (const TSeries series : kAllSeries) entries.push_back({NameOf(series), InkOf(series)});
+  for (const TSeries series : kAllSeries) {
+    entries.push_back({NameOf(series), InkOf(series), FShown[Place(series)]});
+  }
   Legend().SetEntries(std::move(entries));
 }
 
@@ -128,7 +134,7 @@ void TEventsChart::PaintEvents(QCPPainter& painter) {
                Mixed(palette().color(QPalette::Base), palette().color(QPalette::Text), kFaint));
   }
   for (const TSeries series : {TSeries::Total, TSeries::X, TSeries::Y, TSeries::Z}) {
-    PaintStems(painter, Place(series), InkOf(series));
+    if (FShown[Place(series)]) PaintStems(painter, Place(series), InkOf(series));
   }
   PaintDots(painter);
   painter.setFont(font());
@@ -165,7 +171,7 @@ void TEventsChart::PaintDots(QCPPainter& painter) {
   const std::size_t end =
       FirstAtOrAfter(FEvents.Count(), key, std::nextafter(times.upper, std::numeric_limits<double>::infinity()));
   for (std::size_t i = FirstAtOrAfter(FEvents.Count(), key, times.lower); i < end; ++i) {
-    if (!FEvents.IsVisible(i)) continue;
+    if (!FEvents.IsVisible(i) || !FShown[FEvents.Axis(i)]) continue;
     const double g = FEvents.Peak(i);
     FDots.Add(left + (FEvents.Time(i) - times.lower) * perTime, foot - (g - values.lower) * perG, i);
   }
@@ -220,17 +226,20 @@ void TEventsChart::PaintMark(QCPPainter& painter, std::optional<std::size_t> pla
 std::optional<std::size_t> TEventsChart::PlaceNear(const QPointF& position) const {
   if (FEvents.Count() == 0) return std::nullopt;
   const TTimeSpan near{MomentAt(position - QPointF(kReach, 0)), MomentAt(position + QPointF(kReach, 0))};
-  const std::vector<std::size_t> peaks =
-      FEvents.StemsIn({near, static_cast<std::size_t>(2 * kReach)}, Place(TSeries::Total));
   std::optional<std::size_t> nearest;
   double minDistance = kReach;
-  for (const std::size_t place : peaks) {
-    const double dx = position.x() - TimeAxis().coordToPixel(FEvents.Time(place));
-    const double above = std::max(0.0, ValueAxis().coordToPixel(double{FEvents.Max(place)}) - position.y());
-    const double distance = std::hypot(dx, above);
-    if (distance > minDistance) continue;
-    minDistance = distance;
-    nearest = place;
+  // Each event has a stem of the total, which is as high as the others.
+  const bool total = FShown[Place(TSeries::Total)];
+  for (std::size_t series = 0; series < kSeriesCount; ++series) {
+    if (total ? series != Place(TSeries::Total) : !FShown[series]) continue;
+    for (const std::size_t place : FEvents.StemsIn({near, static_cast<std::size_t>(2 * kReach)}, series)) {
+      const double dx = position.x() - TimeAxis().coordToPixel(FEvents.Time(place));
+      const double top = ValueAxis().coordToPixel(double{FEvents.Stem(place, series)});
+      const double distance = std::hypot(dx, std::max(0.0, top - position.y()));
+      if (distance > minDistance) continue;
+      minDistance = distance;
+      nearest = place;
+    }
   }
   return nearest;
 }
@@ -257,6 +266,12 @@ QString TEventsChart::WordsOf(const THit& hit) const {
 }
 
 void TEventsChart::Clicked(const QPointF& position) {
+  if (const auto entry = Legend().EntryAt(position); entry && *entry < kSeriesCount) {
+    const TSeries series = kAllSeries[*entry];
+    SetSeriesVisible(series, !FShown[*entry]);
+    emit SeriesVisibleChanged(series, FShown[*entry]);
+    return;
+  }
   // Half of the first and the last dot is outside the axes.
   const QRectF reach = QRectF(Rect().rect()).adjusted(-kReach, 0, kReach, 0);
   if (!reach.contains(position)) return;

@@ -1,6 +1,7 @@
 // All events of a mission: one point an event at its start, as high as its peak acceleration. Main thread only.
 #pragma once
 
+#include <array>
 #include <optional>
 #include <vector>
 
@@ -32,6 +33,10 @@ class TEventsChart final : public TTimeChart {
   // first. Else every event has a point of its own.
   void SetPointAbsorption(bool on);
   void SetColour(TSeries series, const QColor& colour);
+  // The stems of a series and the points of its events: those that peak on that axis, or for the total on none. An
+  // event of which neither stem nor point is visible answers to no click. All are visible at first.
+  void SetSeriesVisible(TSeries series, bool visible);
+  [[nodiscard]] bool IsSeriesVisible(TSeries series) const { return FShown[Place(series)]; }
   // Of the acceleration, in g: a line at the upper limit, and one at the size of the lower where that is another,
   // because peaks have no sign.
   void SetAlarmLimits(TAlarmLimits limits);
@@ -40,6 +45,8 @@ class TEventsChart final : public TTimeChart {
 
  signals:
   void EventClicked(std::size_t index);
+  // The user showed or hid a series in the legend.
+  void SeriesVisibleChanged(TSeries series, bool visible);
 
  protected:
   void Clicked(const QPointF& position) override;
@@ -78,6 +85,7 @@ class TEventsChart final : public TTimeChart {
   std::optional<float> FTrigger;  // g
   TAlarmLimits FAlarm;            // g
   TSeriesColours FColours = DefaultSettings().display.accelerationColours;
+  std::array<bool, kSeriesCount> FShown = {true, true, true, true};
   TValueMasks FMasks;
   TEventDots FDots;
   std::optional<std::size_t> FSelected, FHovered;  // places

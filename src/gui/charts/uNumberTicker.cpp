@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "gui/charts/uChartPaint.h"
+
 namespace {
 
 constexpr int kMaxTicks = 12;
@@ -56,4 +58,8 @@ QString TNumberTicker::getTickLabel(double tick, const QLocale& /*locale*/, QCha
   }
   const double digits = std::floor(std::log10(std::fabs(tick))) + decimals + 2;
   return QString::number(tick, 'g', static_cast<int>(std::clamp(digits, 3.0, 15.0)));
+}
+
+QString TLogTicker::getTickLabel(double tick, const QLocale& /*locale*/, QChar /*formatChar*/, int /*precision*/) {
+  return Digits(tick);
 }

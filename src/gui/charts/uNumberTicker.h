@@ -1,4 +1,5 @@
-// Ticks of an axis of numbers: as many as there is room for, each label with as many decimals as the step needs.
+// Ticks of an axis of numbers: as many as there is room for, each label with as many decimals as the step needs; on a
+// logarithmic axis at powers of ten.
 #pragma once
 
 #include <qcustomplot.h>
@@ -21,4 +22,9 @@ class TNumberTicker final : public QCPAxisTicker {
  private:
   const QCPAxis& FAxis;
   double FStep = 1;
+};
+
+class TLogTicker final : public QCPAxisTickerLog {
+ protected:
+  QString getTickLabel(double tick, const QLocale& locale, QChar formatChar, int precision) override;
 };

@@ -12,9 +12,10 @@
 namespace {
 
 constexpr double kDecibelInSight = 120;  // below the largest line
-constexpr double kGroupPart = 0.8;       // of the room of a line, for its bars
-constexpr double kMinBar = 2;            // px; thinner bars stand behind each other
-constexpr double kWordsRoom = 0.06;      // of the values, above
+constexpr double kLogInSight = 1e-6;     // of the largest line
+constexpr double kWordsRoom = 0.12;      // of the values, above, for the names of the peaks
+constexpr float kFill = 0.14F;           // of a series' colour, below its outline
+constexpr double kPeakRadius = 3;        // px
 
 QString AxisTitle(TSpectrumType type) {
   switch (type) {
@@ -35,9 +36,9 @@ constexpr int kDigits = 4;
 
 }  // namespace
 
-QString TSpectrumChart::UnitOf(TSpectrumType type) {
+QString TSpectrumChart::ValueUnit() const {
   constexpr const char* kUnits[] = {"g", "g²", "g²/Hz", "dB"};
-  return QString::fromUtf8(kUnits[static_cast<std::size_t>(type)]);
+  return QString::fromUtf8(kUnits[static_cast<std::size_t>(FType)]);
 }
 
 TSpectrumChart::TSpectrumChart(QWidget* parent) : TAccelerationChart(TAxisUnit::Hertz, parent) {
@@ -45,7 +46,11 @@ TSpectrumChart::TSpectrumChart(QWidget* parent) : TAccelerationChart(TAxisUnit::
   setAccessibleName(tr("Spectrum of the selected event"));
   ValueAxis().setLabel(AxisTitle(FType));
   new TPainted(&Rect(), "main", [this](QCPPainter& painter) {
-    if (HasData()) PaintBars(painter);
+    if (!HasData()) return;
+    PaintBars(painter);
+    PaintPeaks(painter);
+    painter.setFont(font());
+    Labels().Paint(painter, palette());
   });
   Restyle();
   Clear();
@@ -64,6 +69,7 @@ void TSpectrumChart::ShowEvent(const TEventList& events, std::size_t index) {
 void TSpectrumChart::SetType(TSpectrumType type) {
   if (std::exchange(FType, type) == type) return;
   ValueAxis().setLabel(AxisTitle(FType));
+  ScaleAxes();
   Recalculate();
   ScaleValues();
 }
@@ -72,12 +78,32 @@ void TSpectrumChart::SetWindow(TWeightingWindow window) {
   if (std::exchange(FWindow, window) != window) Recalculate();
 }
 
+void TSpectrumChart::SetLogFrequencies(bool on) {
+  if (std::exchange(FLogFrequencies, on) != on) ShowAll();
+}
+
+void TSpectrumChart::SetLogValues(bool on) {
+  if (std::exchange(FLogValues, on) != on) ShowAll();
+}
+
+void TSpectrumChart::ScaleAxes() {
+  SetLogarithmic(TimeAxis(), FLogFrequencies);
+  SetLogarithmic(ValueAxis(), FLogValues && FType != TSpectrumType::Decibel);
+}
+
+void TSpectrumChart::ShowAll() {
+  ScaleAxes();
+  if (FSpectrum.lines.empty()) return SetFullRange(std::nullopt);
+  SetFullRange(TTimeSpan{FLogFrequencies ? Step() / 2 : -Step() / 2, FSpectrum.lines.back().hertz + Step() / 2});
+}
+
 // The lines keep their frequencies, so the view stays.
 void TSpectrumChart::Recalculate() {
   if (FSpectrum.lines.empty()) return Calculate();
   FSpectrum = CalcSpectrum(FEvent->Values(), FType, FWindow);
   ShowTitle();
   Range().RescaleValues();
+  emit SpectrumChanged();
 }
 
 void TSpectrumChart::showEvent(QShowEvent* event) {
@@ -93,10 +119,21 @@ void TSpectrumChart::Calculate() {
   SetPlaceholder(why.empty() ? tr("No event selected") : QtText(why));
   if (FSpectrum.lines.empty()) {
     Legend().SetTitle({});
-    return SetFullRange(std::nullopt);
+  } else {
+    ShowTitle();
   }
-  ShowTitle();
-  SetFullRange(TTimeSpan{-Step() / 2, FSpectrum.lines.back().hertz + Step() / 2});
+  ShowAll();
+  emit SpectrumChanged();
+}
+
+// Without the constant part, which would always be the largest.
+const TSpectrumLine* TSpectrumChart::PeakOf(const TBarSeries& bar) const {
+  const TSpectrumLine* peak = nullptr;
+  for (std::size_t i = 1; i < FSpectrum.lines.size(); ++i) {
+    const TSpectrumLine& line = FSpectrum.lines[i];
+    if (std::isfinite(line.*bar.value) && (peak == nullptr || line.*bar.value > peak->*bar.value)) peak = &line;
+  }
+  return peak;
 }
 
 // The title names the strongest line, because people look for it first.
@@ -105,12 +142,10 @@ void TSpectrumChart::ShowTitle() {
   const TSpectrumLine* peak = nullptr;
   TBarSeries strongest = barSerSpecAnX;
   for (const TBarSeries& bar : VisibleBars()) {
-    for (std::size_t i = 1; i < lines.size(); ++i) {
-      if (!std::isfinite(lines[i].*bar.value)) continue;
-      if (peak != nullptr && !(lines[i].*bar.value > peak->*strongest.value)) continue;
-      peak = &lines[i];
-      strongest = bar;
-    }
+    const TSpectrumLine* const own = PeakOf(bar);
+    if (own == nullptr || (peak != nullptr && !(own->*bar.value > peak->*strongest.value))) continue;
+    peak = own;
+    strongest = bar;
   }
   // What was done to the samples comes first: a narrow chart cuts the end of a title.
   QString title = tr("Event %1").arg(FEvent->ID);
@@ -123,7 +158,7 @@ void TSpectrumChart::ShowTitle() {
   title += tr(" · %1 lines of %2 Hz").arg(lines.size()).arg(Digits(Step(), kDigits));
   if (peak != nullptr) {
     title += tr(" · peak %1 %2 at %3 Hz (%4)")
-                 .arg(Digits(peak->*strongest.value, kDigits), UnitOf(FType), Digits(peak->hertz, kDigits),
+                 .arg(Digits(peak->*strongest.value, kDigits), ValueUnit(), Digits(peak->hertz, kDigits),
                       NameOf(strongest.series));
   }
   Legend().SetTitle(title);
@@ -144,17 +179,24 @@ std::vector<TSpectrumChart::TBarSeries> TSpectrumChart::VisibleBars() const {
 void TSpectrumChart::ScaleValues() {
   double min = std::numeric_limits<double>::infinity();
   double max = -min;
+  double minPositive = min;
   for (const TBarSeries& bar : VisibleBars()) {
     for (std::size_t i = 1; i < FSpectrum.lines.size(); ++i) {
       const double value = FSpectrum.lines[i].*bar.value;
       if (!std::isfinite(value)) continue;
       min = std::min(min, value);
       max = std::max(max, value);
+      if (value > 0) minPositive = std::min(minPositive, value);
     }
   }
   if (!(min <= max)) return ValueAxis().setRange(0, 1);
   if (FType == TSpectrumType::Decibel) {
-    return ValueAxis().setRange(ScaleAround(std::max(min, max - kDecibelInSight), max));
+    const QCPRange range = ScaleAround(std::max(min, max - kDecibelInSight), max);
+    return ValueAxis().setRange(range.lower, max + range.size() * kWordsRoom);
+  }
+  if (IsLogarithmic(ValueAxis()) && max > 0) {
+    const double foot = std::clamp(minPositive, max * kLogInSight, max / 10);
+    return ValueAxis().setRange(foot, max * std::pow(max / foot, kWordsRoom));
   }
   ValueAxis().setRange(0, max > 0 ? max * (1 + kWordsRoom) : 1);
 }
@@ -168,76 +210,86 @@ std::size_t TSpectrumChart::LineAt(double hertz) const {
   return static_cast<std::size_t>(std::clamp(std::round(hertz / Step()), 0.0, last));
 }
 
-void TSpectrumChart::PaintBars(QCPPainter& painter) const {
+// Lines that begin in one pixel become one step, as high as the largest of them.
+std::vector<TEnvelopePoint> TSpectrumChart::StepsOf(const TBarSeries& bar, double pixel) const {
+  const auto& lines = FSpectrum.lines;
+  const auto edge = [&](std::size_t i) { return lines[i].hertz - Step() / 2; };
+  const auto [from, to] = Range().Times();
+  const std::size_t end = LineAt(to) + 1;
+  std::vector<TEnvelopePoint> points;
+  for (std::size_t i = LineAt(from); i < end;) {
+    const double left = edge(i);
+    const double nextPixel = TimeAxis().coordToPixel(left) + pixel;
+    double max = -std::numeric_limits<double>::infinity();
+    do {
+      max = std::fmax(max, lines[i].*bar.value);
+    } while (++i < end && TimeAxis().coordToPixel(edge(i)) < nextPixel);
+    const float height = std::isfinite(max) ? static_cast<float>(max) : std::numeric_limits<float>::quiet_NaN();
+    points.push_back({left, height});
+    points.push_back({lines[i - 1].hertz + Step() / 2, height});
+  }
+  return points;
+}
+
+void TSpectrumChart::PaintBars(QCPPainter& painter) {
   const auto [from, to] = Range().Times();
   if (to < -Step() || from > FSpectrum.lines.back().hertz + Step()) return;
-  const std::size_t begin = LineAt(from);
-  const std::size_t end = LineAt(to) + 1;
-  painter.save();
-  painter.setAntialiasing(false);
-  painter.setClipRect(Rect().rect(), Qt::IntersectClip);
-  const double room = TimeAxis().coordToPixel(Step()) - TimeAxis().coordToPixel(0);
-  const auto count = static_cast<double>(VisibleBars().size());
-  if (room * kGroupPart >= kMinBar * count) {
-    PaintGroups(painter, begin, end);
-  } else {
-    PaintColumns(painter, begin, end);
+  const TCurveAxes axes{TimeAxis(), ValueAxis()};
+  const double pixel =
+      TimeAxis().axisRect()->width() / static_cast<double>(ColumnsOf(TimeAxis(), painter, {from, to}).count);
+  std::vector<std::pair<QColor, std::vector<TEnvelopePoint>>> outlines;
+  for (const TBarSeries& bar : VisibleBars()) outlines.emplace_back(InkOf(bar.series), StepsOf(bar, pixel));
+  // Every fill is below every outline.
+  for (const auto& [ink, points] : outlines) FillBelow(painter, points, ink);
+  painter.setAntialiasing(true);
+  for (const auto& [ink, points] : outlines) {
+    KeepClear(Labels(), axes, points);
+    DrawEnvelope(painter, axes, points, QPen(ink, kCurveWidth));
   }
+}
+
+void TSpectrumChart::FillBelow(QCPPainter& painter, std::span<const TEnvelopePoint> steps, QColor ink) const {
+  const QRectF rect = Rect().rect();
+  const auto across = [&](double hertz) {
+    return std::clamp(TimeAxis().coordToPixel(hertz), rect.left() - 1, rect.right() + 1);
+  };
+  const auto height = [&](double value) {
+    return std::clamp(ValueAxis().coordToPixel(value), rect.top() - 1, rect.bottom() + 1);
+  };
+  // Decibels have no natural zero, so their bars begin at the lower edge.
+  const double foot = FType == TSpectrumType::Decibel ? rect.bottom() + 1 : height(0);
+  QPolygonF area;
+  for (const TEnvelopePoint& point : steps) {
+    area.append({across(point.key), std::isnan(point.value) ? foot : height(double{point.value})});
+  }
+  area.append({area.last().x(), foot});
+  area.append({area.first().x(), foot});
+  ink.setAlphaF(kFill);
+  painter.save();
+  painter.setClipRect(rect, Qt::IntersectClip);
+  painter.setAntialiasing(false);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(ink);
+  painter.drawPolygon(area);
   painter.restore();
 }
 
-// Decibels have no natural zero, so their bars begin at the lower edge.
-double TSpectrumChart::Foot() const {
-  const QRectF rect = Rect().rect();
-  if (FType == TSpectrumType::Decibel) return rect.bottom() + 1;
-  return std::clamp(ValueAxis().coordToPixel(0), rect.top() - 1, rect.bottom() + 1);
-}
-
-void TSpectrumChart::PaintBar(QCPPainter& painter, double left, double width, double value, TSeries series) const {
-  if (!std::isfinite(value)) return;
-  const QRectF rect = Rect().rect();
-  const double top = std::clamp(ValueAxis().coordToPixel(value), rect.top() - 1, rect.bottom() + 1);
-  const QRectF bar(left, top, width, Foot() - top);
-  painter.fillRect(bar.intersected(rect), InkOf(series));  // an SVG file has no clip
-}
-
-void TSpectrumChart::PaintGroups(QCPPainter& painter, std::size_t begin, std::size_t end) const {
-  const std::vector<TBarSeries> bars = VisibleBars();
-  const double width = Step() * kGroupPart / static_cast<double>(std::max<std::size_t>(bars.size(), 1));
-  for (std::size_t i = begin; i < end; ++i) {
-    const TSpectrumLine& line = FSpectrum.lines[i];
-    double left = line.hertz - Step() * kGroupPart / 2;
-    for (const TBarSeries& bar : bars) {
-      const double x = TimeAxis().coordToPixel(left);
-      left += width;
-      PaintBar(painter, x, TimeAxis().coordToPixel(left) - x, line.*bar.value, bar.series);
-    }
-  }
-}
-
-void TSpectrumChart::PaintColumns(QCPPainter& painter, std::size_t begin, std::size_t end) const {
-  struct TColumn {
-    double value;
-    TSeries series;
-  };
-  const std::vector<TBarSeries> bars = VisibleBars();
-  std::vector<TColumn> columns;
-  for (std::size_t i = begin; i < end;) {
-    const double x = std::floor(TimeAxis().coordToPixel(FSpectrum.lines[i].hertz));
-    std::size_t next = i + 1;
-    while (next < end && TimeAxis().coordToPixel(FSpectrum.lines[next].hertz) < x + 1) ++next;
-    columns.clear();
-    for (const TBarSeries& bar : bars) {
-      double max = -std::numeric_limits<double>::infinity();
-      for (std::size_t k = i; k < next; ++k) max = std::fmax(max, FSpectrum.lines[k].*bar.value);
-      columns.push_back({max, bar.series});
-    }
-    std::ranges::stable_sort(columns, std::ranges::greater(), &TColumn::value);
-    const double width = next < end ? TimeAxis().coordToPixel(FSpectrum.lines[next].hertz) - x : 1;
-    for (const auto& [value, series] : columns) {
-      PaintBar(painter, x, std::max(1.0, width * kGroupPart), value, series);
-    }
-    i = next;
+void TSpectrumChart::PaintPeaks(QCPPainter& painter) {
+  painter.setAntialiasing(true);
+  painter.setPen(Qt::NoPen);
+  for (const TBarSeries& bar : VisibleBars()) {
+    const TSpectrumLine* const peak = PeakOf(bar);
+    if (peak == nullptr) continue;
+    const QPointF at(TimeAxis().coordToPixel(peak->hertz), ValueAxis().coordToPixel(peak->*bar.value));
+    if (!QRectF(Rect().rect()).adjusted(-1, -1, 1, 1).contains(at)) continue;
+    painter.setBrush(InkOf(bar.series));
+    painter.drawEllipse(at, kPeakRadius, kPeakRadius);
+    Labels().AddDot(at, kPeakRadius);
+    Labels().AddPoint(
+        at,
+        tr("%1 %2 %3 at %4 Hz")
+            .arg(NameOf(bar.series), Digits(peak->*bar.value, kDigits), ValueUnit(), Digits(peak->hertz, kDigits)),
+        InkOf(bar.series));
   }
 }
 
@@ -251,7 +303,7 @@ std::vector<TCurve> TSpectrumChart::Curves() const {
   const auto& lines = FSpectrum.lines;
   if (lines.empty()) return curves;
   for (const TBarSeries& bar : VisibleBars()) {
-    curves.push_back({NameOf(bar.series), UnitOf(FType), InkOf(bar.series), ValueAxis(), lines.size(),
+    curves.push_back({NameOf(bar.series), ValueUnit(), InkOf(bar.series), ValueAxis(), lines.size(),
                       [&lines](std::size_t i) { return lines[i].hertz; },
                       [&lines, bar](std::size_t i) { return lines[i].*bar.value; },
                       [this](double hertz) { return LineAt(hertz); },

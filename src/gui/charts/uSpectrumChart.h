@@ -1,8 +1,12 @@
-// The spectrum of one event as bars over Hz, in place of its curves. Main thread only.
+// The spectrum of one event over Hz, in place of its curves: a stepped outline for each series, so that none hides
+// another. Main thread only.
 #pragma once
 
 #include <array>
+#include <span>
+#include <vector>
 
+#include "analysis/uEnvelope.h"
 #include "analysis/uSpectrum.h"
 #include "gui/charts/uAccelerationChart.h"
 #include "model/uEvents.h"
@@ -22,8 +26,20 @@ class TSpectrumChart final : public TAccelerationChart {
   void SetType(TSpectrumType type);
   void SetWindow(TWeightingWindow window);
 
+  // Steps of tenfold along an axis, instead of equal steps; the whole spectrum is in sight again. Decibels are
+  // logarithms already and keep equal steps, and 0 Hz has no place on a logarithmic axis.
+  void SetLogFrequencies(bool on);
+  void SetLogValues(bool on);
+
   // What is shown.
   [[nodiscard]] const TSpectrum& Spectrum() const { return FSpectrum; }
+  [[nodiscard]] QString ValueUnit() const;
+  // The line nearest to a frequency; there is one.
+  [[nodiscard]] std::size_t LineAt(double hertz) const;
+
+ signals:
+  // Other lines, or none.
+  void SpectrumChanged();
 
  protected:
   [[nodiscard]] std::vector<TCurve> Curves() const override;
@@ -49,28 +65,29 @@ class TSpectrumChart final : public TAccelerationChart {
   static constexpr std::array<TBarSeries, kSeriesCount> kBars = {barSerSpecAnX, barSerSpecAnY, barSerSpecAnZ,
                                                                  barSerSpecAnTotal};
 
-  static QString UnitOf(TSpectrumType type);
   // Computes the spectrum, or leaves that until the chart is in sight.
   void Calculate();
   void Recalculate();
+  void ScaleAxes();
+  void ShowAll();
   void ShowTitle();
   [[nodiscard]] std::vector<TBarSeries> VisibleBars() const;
   // Hz between two lines.
   [[nodiscard]] double Step() const;
-  // The line nearest to a frequency; there is one.
-  [[nodiscard]] std::size_t LineAt(double hertz) const;
-  void PaintBars(QCPPainter& painter) const;
-  // px, what bars stand on.
-  [[nodiscard]] double Foot() const;
-  void PaintBar(QCPPainter& painter, double left, double width, double value, TSeries series) const;
-  // The bars of a line side by side.
-  void PaintGroups(QCPPainter& painter, std::size_t begin, std::size_t end) const;
-  // The largest of the lines that share a pixel, the larger series behind the smaller.
-  void PaintColumns(QCPPainter& painter, std::size_t begin, std::size_t end) const;
+  // The largest line of a series; nullptr where no value is finite.
+  [[nodiscard]] const TSpectrumLine* PeakOf(const TBarSeries& bar) const;
+  // What is in sight of a series as a stepped line: Hz, and values in the unit of the type. No step is narrower than
+  // `pixel`, so there are never more than pixels.
+  [[nodiscard]] std::vector<TEnvelopePoint> StepsOf(const TBarSeries& bar, double pixel) const;
+  void PaintBars(QCPPainter& painter);
+  void FillBelow(QCPPainter& painter, std::span<const TEnvelopePoint> steps, QColor ink) const;
+  void PaintPeaks(QCPPainter& painter);
 
   const TEvent* FEvent = nullptr;
   TSpectrumType FType = TSpectrumType::Amplitude;
   TWeightingWindow FWindow = TWeightingWindow::fwRectangle;
+  bool FLogFrequencies = false;
+  bool FLogValues = false;
   TSpectrum FSpectrum;
   bool FOutdated = false;  // FSpectrum is computed when the chart comes in sight
 };

@@ -58,11 +58,16 @@ const std::vector<TMenuRow>& MenuRows() {
                                                  "-",
                                                  "actExportShockToCSV",
                                                  "actShockSaveChartAsXLSX"};
+  static const std::vector<const char*> spectrum = [] {
+    std::vector<const char*> all = {"actShockLogFrequency", "actShockLogValues", "-"};
+    all.insert(all.end(), shock.begin(), shock.end());
+    return all;
+  }();
   static const std::vector<TMenuRow> rows = {
       {"Chart1", events},
       {"Chart20", events},
       {"Chart2", shock},
-      {"chartSpecAnalysis", shock},
+      {"chartSpecAnalysis", spectrum},
       {"ChartAllSensors",
        {"actSensorsToolsPoints", "actSensorsToolsIndicator", "actSensorsToolsNearest", "actSyncWithSensors", "-",
         "actSensorsCopyChart", "actSensorsSaveChart", "actSensorsSaveChartAsPNG", "actSensorsSaveChartAsSVG", "-",

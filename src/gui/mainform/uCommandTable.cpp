@@ -144,6 +144,10 @@ void BothEventCharts(TTargets on, bool checked) {
   SetOf<Set>(*on.parts.shock->Chart2(), checked);
   SetOf<Set>(*on.parts.shock->ChartSpecAnalysis(), checked);
 }
+template <auto Set>
+void SpectrumChart(TTargets on, bool checked) {
+  SetOf<Set>(*on.parts.shock->ChartSpecAnalysis(), checked);
+}
 template <TSeries Series>
 void ShowSeries(TTargets on, bool checked) {
   on.parts.shock->Chart2()->SetSeriesVisible(Series, checked);
@@ -322,6 +326,12 @@ constexpr TCommand kCommands[] = {
     {"actShockSpecAnalysis", "swtSpecAnalysis", "btngrpFilter", "Spectrum",
      "The selected event's spectrum in place of its curves", "office-chart-bar", "S", kKept | kOfChart,
      ShockView<&TMainShockPanel::SetSpectrumVisible>},
+    {"actShockLogFrequency", "dxBarShockLogFrequency", "btngrpFilter", "Log frequency",
+     "Frequencies of the spectrum on a logarithmic axis", "labplot-axis-horizontal", "Ctrl+Alt+H", kKept | kOfChart,
+     SpectrumChart<&TSpectrumChart::SetLogFrequencies>},
+    {"actShockLogValues", "dxBarShockLogValues", "btngrpFilter", "Log values",
+     "Values of the spectrum on a logarithmic axis; decibels are logarithms already", "labplot-axis-vertical",
+     "Ctrl+Alt+V", kKept | kOfChart, SpectrumChart<&TSpectrumChart::SetLogValues>},
     {"actShockToolsIndicator", "dxBarShockIndicator", "btngrpShockTools", "Indicator", kIndicatorTip, "snap-guideline",
      "I", kKept | kOfChart | kOn, BothEventCharts<&TChartMarks::SetIndicatorVisible>},
     {"actShockIndicatorMouseLock", "barbtnShockIndicatorMouseLock", "btngrpShockTools", "Lock indicator", kMouseLockTip,

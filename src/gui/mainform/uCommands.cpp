@@ -7,6 +7,7 @@
 #include <QToolButton>
 #include <vector>
 
+#include "gui/charts/uEventsChart.h"
 #include "gui/charts/uSelectedEventChart.h"
 #include "gui/charts/uSpectrumChart.h"
 #include "gui/common/uGrid.h"
@@ -18,6 +19,7 @@
 #include "gui/mainform/uCommandTable.h"
 #include "gui/mainform/uMainParts.h"
 #include "gui/mainform/uNotice.h"
+#include "gui/overview/uOverviewPanel.h"
 #include "gui/ribbon/uBackstage.h"
 #include "gui/ribbon/uRibbon.h"
 #include "gui/ribbon/uRibbonGroup.h"
@@ -146,6 +148,11 @@ void FollowLegends(TKorvexMainForm& form, const TMainParts& parts) {
        std::initializer_list<TAccelerationChart*>{parts.shock->Chart2(), parts.shock->ChartSpecAnalysis()}) {
     QObject::connect(chart, &TAccelerationChart::SeriesVisibleChanged, &form, follow);
   }
+  // The two events charts look alike.
+  TEventsChart* const overview = parts.overview->Chart1();
+  TEventsChart* const shock = parts.shock->Chart20();
+  QObject::connect(overview, &TEventsChart::SeriesVisibleChanged, shock, &TEventsChart::SetSeriesVisible);
+  QObject::connect(shock, &TEventsChart::SeriesVisibleChanged, overview, &TEventsChart::SetSeriesVisible);
 }
 
 void FillBackstageAndWelcome(TKorvexMainForm& form, TMainParts& parts) {

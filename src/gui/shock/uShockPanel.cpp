@@ -79,11 +79,29 @@ TMainShockPanel::TMainShockPanel(QWidget* parent)
 
 void TMainShockPanel::ConnectValues() {
   FValues->hide();
-  connect(FChart2, &TSelectedEventChart::SamplesChanged, this,
-          [this] { FValues->SetSamples(FChart2->Samples(), FChart2->StartMs()); });
-  connect(FChart2, &TTimeChart::IndicatorMoved, this, [this](double ms) {
-    if (FValues->isVisible()) FValues->MarkSample(FChart2->NearestSample(ms));
-  });
+  connect(FChart2, &TSelectedEventChart::SamplesChanged, this, &TMainShockPanel::ShowValues);
+  connect(FSpectrum->Chart(), &TSpectrumChart::SpectrumChanged, this, &TMainShockPanel::ShowValues);
+  for (const TTimeChart* chart : std::initializer_list<const TTimeChart*>{FChart2, FSpectrum->Chart()}) {
+    connect(chart, &TTimeChart::IndicatorMoved, this, &TMainShockPanel::MarkValue);
+  }
+}
+
+bool TMainShockPanel::IsSpectrumInFront() const {
+  return FEventCharts->currentWidget() == FSpectrum;
+}
+
+void TMainShockPanel::ShowValues() {
+  const TSpectrumChart& spectrum = *FSpectrum->Chart();
+  if (IsSpectrumInFront()) {
+    FValues->SetLines(spectrum.Spectrum().lines, spectrum.ValueUnit());
+  } else {
+    FValues->SetSamples(FChart2->Samples(), FChart2->StartMs());
+  }
+}
+
+void TMainShockPanel::MarkValue(double pointed) {
+  if (FValues->isHidden()) return;
+  FValues->MarkRow(IsSpectrumInFront() ? FSpectrum->Chart()->LineAt(pointed) : FChart2->NearestSample(pointed));
 }
 
 TSpectrumChart* TMainShockPanel::ChartSpecAnalysis() const {
@@ -98,12 +116,13 @@ void TMainShockPanel::ShowEvent(const TEventList& events, std::optional<std::siz
 
 void TMainShockPanel::SetSpectrumVisible(bool visible) {
   FEventCharts->setCurrentIndex(visible ? 1 : 0);
+  ShowValues();
 }
 
 void TMainShockPanel::SetValuesVisible(bool visible) {
   if (visible == FValues->isHidden()) TakeRoomForValues(visible);
-  const auto pointed = FChart2->Marks().IndicatorTime();
-  if (visible && pointed) FValues->MarkSample(FChart2->NearestSample(*pointed));
+  TTimeChart& chart = IsSpectrumInFront() ? static_cast<TTimeChart&>(*FSpectrum->Chart()) : *FChart2;
+  if (const auto pointed = chart.Marks().IndicatorTime()) MarkValue(*pointed);
 }
 
 // The table takes its room from the chart beside it and gives it back.
@@ -111,7 +130,8 @@ void TMainShockPanel::TakeRoomForValues(bool visible) {
   QList<int> sizes = FBelow->sizes();
   if (visible) {
     const int room = sizes[1] - FBelow->handleWidth();
-    sizes[2] = std::min({FValuesWidth, room / 2, room - FEventCharts->minimumSizeHint().width()});
+    sizes[2] = std::min(
+        {FValuesWidth.value_or(FValues->FittingWidth()), room / 2, room - FEventCharts->minimumSizeHint().width()});
     sizes[1] = room - sizes[2];
   } else {
     FValuesWidth = sizes[2];

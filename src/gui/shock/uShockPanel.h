@@ -38,7 +38,7 @@ class TMainShockPanel : public QWidget {
   void ShowEvent(const TEventList& events, std::optional<std::size_t> event, const TMissionData& mission);
   // The spectrum in place of the curves.
   void SetSpectrumVisible(bool visible);
-  // The selected event's samples in numbers beside its chart; hidden at first.
+  // What the chart in front shows of the selected event, in numbers beside it; hidden at first.
   void SetValuesVisible(bool visible);
   // Of both charts and the values.
   void SetMasks(const TValueMasks& masks);
@@ -51,6 +51,10 @@ class TMainShockPanel : public QWidget {
  private:
   void TakeRoomForValues(bool visible);
   void ConnectValues();
+  [[nodiscard]] bool IsSpectrumInFront() const;
+  void ShowValues();
+  // Of a moment of the chart in front.
+  void MarkValue(double pointed);
   [[nodiscard]] QWidget* MakeEventList();
 
   QSplitter* FBelow;  // list, chart and values
@@ -65,5 +69,5 @@ class TMainShockPanel : public QWidget {
   QTabWidget* FTabs;
   QLabel* FConditions;
   QLabel* FClipped;
-  int FValuesWidth = 300;  // px, when the table was last visible
+  std::optional<int> FValuesWidth;  // px, when the table was last visible
 };

@@ -1,11 +1,12 @@
 #include "gui/shock/uShockValuesGrid.h"
 
 #include <QHeaderView>
+#include <QScrollBar>
 #include <algorithm>
 #include <limits>
 #include <utility>
 
-#include "gui/charts/uSelectedEventChart.h"
+#include "gui/charts/uChartPaint.h"
 #include "gui/common/uQtText.h"
 
 namespace {
@@ -13,6 +14,8 @@ namespace {
 constexpr int kColumns = 1 + static_cast<int>(kSeriesCount);  // the time, then the series
 constexpr int kColumnPadding = 12;
 constexpr auto kUsualText = "-00.000";  // the rows in sight may be of the quiet before the shock
+constexpr auto kUsualLine = "0.0001234";
+constexpr int kDigits = 4;  // of a line: lines differ by many powers of ten
 
 }  // namespace
 
@@ -20,6 +23,16 @@ void TShockValuesModel::SetSamples(std::span<const TEventValue> samples, double 
   beginResetModel();
   FSamples = samples;
   FStart = startMs;
+  FLines = {};
+  FUnit.clear();
+  endResetModel();
+}
+
+void TShockValuesModel::SetLines(std::span<const TSpectrumLine> lines, const QString& unit) {
+  beginResetModel();
+  FLines = lines;
+  FUnit = unit;
+  FSamples = {};
   endResetModel();
 }
 
@@ -30,7 +43,7 @@ void TShockValuesModel::SetMasks(TValueMasks masks) {
 
 int TShockValuesModel::rowCount(const QModelIndex& parent) const {
   if (parent.isValid()) return 0;
-  return static_cast<int>(std::min<std::size_t>(FSamples.size(), std::numeric_limits<int>::max()));
+  return static_cast<int>(std::min<std::size_t>(FSamples.size() + FLines.size(), std::numeric_limits<int>::max()));
 }
 
 int TShockValuesModel::columnCount(const QModelIndex& parent) const {
@@ -41,23 +54,31 @@ QVariant TShockValuesModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid()) return {};
   if (role == Qt::TextAlignmentRole) return QVariant(Qt::AlignRight | Qt::AlignVCenter);
   if (role != Qt::DisplayRole) return {};
+  if (!FLines.empty()) return LineText(FLines[static_cast<std::size_t>(index.row())], index.column());
   const TEventValue& sample = FSamples[static_cast<std::size_t>(index.row())];
   if (index.column() == 0) return QtText(MaskFloat(FMasks.time, sample.time - FStart));
   const auto series = static_cast<TSeries>(index.column() - 1);
   return QtText(MaskFloat(FMasks.acceleration, double{ValueOf(sample, series)}));
 }
 
+QString TShockValuesModel::LineText(const TSpectrumLine& line, int column) const {
+  constexpr double TSpectrumLine::*kValues[kColumns] = {&TSpectrumLine::hertz, &TSpectrumLine::x, &TSpectrumLine::y,
+                                                        &TSpectrumLine::z, &TSpectrumLine::total};
+  return column == 0 ? Digits(line.hertz) : Digits(line.*kValues[column], kDigits);
+}
+
 QVariant TShockValuesModel::headerData(int section, Qt::Orientation orientation, int role) const {
   if (orientation == Qt::Vertical || section < 0 || section >= kColumns) return {};
   if (role == Qt::TextAlignmentRole) return QVariant(Qt::AlignRight | Qt::AlignVCenter);
   if (role != Qt::DisplayRole) return {};
-  const QString titles[kColumns] = {tr("Time (ms)"), tr("X (g)"), tr("Y (g)"), tr("Z (g)"), tr("Total (g)")};
-  return titles[section];
+  if (section == 0) return FUnit.isEmpty() ? tr("Time (ms)") : tr("Frequency (Hz)");
+  const QString name = NameOf(static_cast<TSeries>(section - 1));
+  return QString("%1 (%2)").arg(name, FUnit.isEmpty() ? tr("g") : FUnit);
 }
 
 TShockValuesGrid::TShockValuesGrid(QWidget* parent)
     : TRowGrid("dbgShockValues", tr("Values of the selected event"), parent), FModel(new TShockValuesModel(this)) {
-  setToolTip(tr("The samples of the selected event\nCtrl+C copies the selected rows"));
+  setToolTip(tr("The samples of the selected event, or the lines of its spectrum\nCtrl+C copies the selected rows"));
   setStatusTip(tr("right click: copy"));
   setModel(FModel);
   horizontalHeader()->setSectionsClickable(false);
@@ -65,22 +86,46 @@ TShockValuesGrid::TShockValuesGrid(QWidget* parent)
 
 void TShockValuesGrid::SetSamples(std::span<const TEventValue> samples, double startMs) {
   FModel->SetSamples(samples, startMs);
+  SwitchTo(false);
+}
+
+void TShockValuesGrid::SetLines(std::span<const TSpectrumLine> lines, const QString& unit) {
+  FModel->SetLines(lines, unit);
+  SwitchTo(true);
+}
+
+void TShockValuesGrid::SwitchTo(bool lines) {
+  if (std::exchange(FShowsLines, lines) != lines) {
+    const QByteArray others = std::exchange(FOtherColumns, horizontalHeader()->saveState());
+    if (!others.isEmpty()) horizontalHeader()->restoreState(others);
+    std::swap(FFitted, FOtherFitted);
+  }
   if (isVisible()) FitColumnsOnce();
 }
 
-void TShockValuesGrid::MarkSample(std::size_t sample) {
-  if (std::cmp_greater_equal(sample, FModel->rowCount())) return;
-  const QModelIndex cell = FModel->index(static_cast<int>(sample), std::max(0, currentIndex().column()));
+void TShockValuesGrid::MarkRow(std::size_t row) {
+  if (std::cmp_greater_equal(row, FModel->rowCount())) return;
+  const QModelIndex cell = FModel->index(static_cast<int>(row), std::max(0, currentIndex().column()));
   selectionModel()->setCurrentIndex(cell, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
   scrollTo(cell);
+}
+
+int TShockValuesGrid::UsualWidth(int column) const {
+  const int number = fontMetrics().horizontalAdvance(FShowsLines ? kUsualLine : kUsualText) + kColumnPadding;
+  return std::max(horizontalHeader()->sectionSizeHint(column), number);
+}
+
+int TShockValuesGrid::FittingWidth() const {
+  int width = 2 * frameWidth() + verticalScrollBar()->sizeHint().width();
+  for (int column = 0; column < kColumns; ++column) width += UsualWidth(column);
+  return width;
 }
 
 // Fits each column once; later widths are the user's.
 void TShockValuesGrid::FitColumnsOnce() {
   if (FModel->rowCount() == 0 || std::exchange(FFitted, true)) return;
-  const int number = fontMetrics().horizontalAdvance(kUsualText) + kColumnPadding;
   for (int column = 0; column < kColumns; ++column) {
-    setColumnWidth(column, std::max({horizontalHeader()->sectionSizeHint(column), sizeHintForColumn(column), number}));
+    setColumnWidth(column, std::max(UsualWidth(column), sizeHintForColumn(column)));
   }
 }
 

@@ -1,14 +1,15 @@
-// The samples of the selected event in numbers: time, X, Y, Z and total, a row a sample.
+// The selected event in numbers: time or frequency, X, Y, Z and total, a row a sample or a line of the spectrum.
 #pragma once
 
 #include <QAbstractTableModel>
 #include <span>
 
+#include "analysis/uSpectrum.h"
 #include "gui/charts/uSeries.h"
 #include "gui/common/uRowGrid.h"
 #include "model/uEvents.h"
 
-// Borrows the samples and formats cells on demand.
+// Borrows the samples or the lines and formats cells on demand.
 class TShockValuesModel final : public QAbstractTableModel {
   Q_OBJECT
 
@@ -16,6 +17,7 @@ class TShockValuesModel final : public QAbstractTableModel {
   using QAbstractTableModel::QAbstractTableModel;
 
   void SetSamples(std::span<const TEventValue> samples, double startMs);
+  void SetLines(std::span<const TSpectrumLine> lines, const QString& unit);
   void SetMasks(TValueMasks masks);
 
   [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
@@ -25,7 +27,11 @@ class TShockValuesModel final : public QAbstractTableModel {
                                     int role = Qt::DisplayRole) const override;
 
  private:
+  [[nodiscard]] QString LineText(const TSpectrumLine& line, int column) const;
+
   std::span<const TEventValue> FSamples;
+  std::span<const TSpectrumLine> FLines;
+  QString FUnit;      // of the lines; empty while samples are shown
   double FStart = 0;  // ms
   TValueMasks FMasks;
 };
@@ -39,15 +45,26 @@ class TShockValuesGrid final : public TRowGrid {
   // Borrows the samples until the next call; times count from startMs.
   void SetSamples(std::span<const TEventValue> samples, double startMs);
   void SetMasks(TValueMasks masks) { FModel->SetMasks(std::move(masks)); }
-  // Selects the row of a sample and scrolls to it.
-  void MarkSample(std::size_t sample);
+  // The lines of a spectrum in place of samples, with values in this unit; borrowed as these. Each of the two has its
+  // own widths of columns.
+  void SetLines(std::span<const TSpectrumLine> lines, const QString& unit);
+  // px in which all columns of usual numbers are in sight.
+  [[nodiscard]] int FittingWidth() const;
+  // Selects the row of a sample or a line and scrolls to it.
+  void MarkRow(std::size_t row);
 
  protected:
   void showEvent(QShowEvent* event) override;
 
  private:
+  [[nodiscard]] int UsualWidth(int column) const;
   void FitColumnsOnce();
+  void SwitchTo(bool lines);
 
   TShockValuesModel* FModel;
+  bool FShowsLines = false;
   bool FFitted = false;
+  // Of what is not shown.
+  QByteArray FOtherColumns;
+  bool FOtherFitted = false;
 };
