@@ -209,6 +209,7 @@ TEST_F(Documents, AUserLayoutComesBackAfterARestartAndByItsCommands) {
 
 TEST_F(Documents, AUserLayoutWithAllPanelsClosedShowsThePanelsOfTheView) {
   Start(Save("three.kshock"));
+  FForm->resize(1600, 1000);
   FForm->resizeDocks({Dock(1)}, {420}, Qt::Horizontal);
   Settle();
   const int width = Dock(1)->width();
@@ -338,7 +339,7 @@ TEST_F(Documents, TheFrontTabIsRestoredEvenIfAllPanelsWereClosed) {
 
 TEST_F(Documents, ALayoutFileMayBeEditedByHand) {
   Start(Save("three.kshock"));
-  FForm->resize(1280, 1000);
+  FForm->resize(1600, 1000);
   Settle();
   const std::vector<QRect> designed = Places();
   Write("user-layout.ini",
@@ -353,7 +354,7 @@ TEST_F(Documents, ALayoutFileMayBeEditedByHand) {
   EXPECT_GE(Dock(0)->height(), 120) << "less than asked: the panel below asks for more than there is";
   EXPECT_LT(Dock(0)->geometry().bottom(), Dock(3)->y());
   EXPECT_TRUE(Dock(1)->isHidden());
-  EXPECT_EQ(Dock(2)->width(), designed[2].width()) << "not said";
+  EXPECT_NEAR(Dock(2)->width(), designed[2].width(), 5) << "not said";
   ExpectInSight();
   EXPECT_THAT(FBoxes, IsEmpty());
 }
