@@ -41,8 +41,10 @@ void TChartLabels::AddCurve(std::span<const QPointF> points) {
     const double end = std::min(last, std::floor(point.x() - FAxes.left()));
     const double slope = point.x() > from.x() ? (point.y() - from.y()) / (point.x() - from.x()) : 0;
     for (double column = first; column <= end; ++column) {
-      const double left = std::clamp(FAxes.left() + column, from.x(), point.x());
-      const double right = std::clamp(FAxes.left() + column + 1, from.x(), point.x());
+      // A point may lie before the last one, if only by rounding.
+      const auto within = [&](double x) { return std::min(std::max(x, from.x()), point.x()); };
+      const double left = within(FAxes.left() + column);
+      const double right = within(FAxes.left() + column + 1);
       if (first == end) {
         include(column, from.y(), point.y());
       } else {
