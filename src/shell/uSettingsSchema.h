@@ -32,6 +32,8 @@ template <class... T>
 struct TByType : T... {
   using T::operator()...;
 };
+template <class... T>
+TByType(T...) -> TByType<T...>;
 
 // In the order in which they are read.
 std::span<const TSetting> Settings();
