@@ -9,7 +9,7 @@
 #include <exception>
 #include <limits>
 #include <optional>
-#include <ranges>
+#include <sstream>
 
 #include "analysis/uAnalysisTable.h"
 #include "analysis/uMissionDatasets.h"
@@ -172,8 +172,9 @@ class TCommandLine {
     CLI::Option* to =
         AddReal(command, "--to", FSrs.to, 0, "Highest frequency; a quarter of the sampling rate unless given");
     const auto parseList = [this](const std::string& text) {
-      for (const auto part : std::views::split(text, ',')) {
-        FSrs.frequencies.push_back(ParseReal("--frequencies", {part.begin(), part.end()}, 0));
+      std::istringstream parts(text);
+      for (std::string part; std::getline(parts, part, ',');) {
+        FSrs.frequencies.push_back(ParseReal("--frequencies", part, 0));
       }
     };
     command->add_option_function<std::string>("--frequencies", parseList, "These instead, such as 10,20,72.7")
