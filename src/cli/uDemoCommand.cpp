@@ -143,7 +143,7 @@ struct TPulse {
 };
 
 // A demo of very long events stays quiet behind their beginning.
-constexpr double kLongestRideSeconds = 2;
+constexpr double kMaxRideSeconds = 2;
 
 std::vector<TPulse> PlanPulses(const TDemoEvent& event, TRandom& random) {
   const double length = event.samples / kRate;
@@ -154,7 +154,7 @@ std::vector<TPulse> PlanPulses(const TDemoEvent& event, TRandom& random) {
   switch (event.kind) {
     case TKind::Truck: {
       std::vector<TPulse> pulses = {pulse(TKind::Ringing, trigger, random.Uniform(7.5, 10), 0.03)};
-      for (double at = trigger + 0.06; at < std::min(length, kLongestRideSeconds); at += random.Uniform(0.05, 0.2)) {
+      for (double at = trigger + 0.06; at < std::min(length, kMaxRideSeconds); at += random.Uniform(0.05, 0.2)) {
         pulses.push_back(pulse(TKind::Ringing, at, random.Uniform(0.5, 3), 0.04));
       }
       return pulses;

@@ -36,14 +36,14 @@ void CompleteModel() {
 
 // Events, peak and title in a line, for the recent documents; a title that is too long is left out.
 std::string AboutMission(const TShownMission& mission) {
-  constexpr std::size_t kLongestTitle = 200;  // bytes
+  constexpr std::size_t kMaxTitle = 200;  // bytes
   const std::size_t events = mission.Summary.events;
   std::string about = fmt::format("{} {}", events, events == 1 ? "event" : "events");
   if (const auto peak = mission.Summary.peakEvent) {
     about += fmt::format(" · peak {} g", MaskFloat("0.##", mission.Events.GetItem(*peak).Max));
   }
   const std::string title = Printable(mission.Data.sTitle);
-  return title.empty() || title.size() > kLongestTitle ? about : fmt::format("{} · {}", about, title);
+  return title.empty() || title.size() > kMaxTitle ? about : fmt::format("{} · {}", about, title);
 }
 
 }  // namespace

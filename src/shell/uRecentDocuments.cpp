@@ -26,15 +26,14 @@ struct TSections {
 };
 constexpr TSections kFiles = {"FullPath", "Pinned", "About"};
 constexpr TSections kFolders = {"FolderFullPath", "PinnedFolder", "AboutFolder"};
-constexpr std::size_t kLongestAbout = 400;  // bytes
+constexpr std::size_t kMaxAbout = 400;  // bytes
 
 bool MayBeListed(const std::string& path) {
-  return !path.empty() && path.size() <= TRecentList::kLongestPath && PathFromUtf8(path).is_absolute() &&
-         IsPlainLine(path);
+  return !path.empty() && path.size() <= TRecentList::kMaxPath && PathFromUtf8(path).is_absolute() && IsPlainLine(path);
 }
 
 bool MayBeShown(const std::string& about) {
-  return about.size() <= kLongestAbout && IsPlainLine(about);
+  return about.size() <= kMaxAbout && IsPlainLine(about);
 }
 
 std::string AboutIn(const TRecentList& list, const std::string& path) {

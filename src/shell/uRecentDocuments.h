@@ -21,7 +21,7 @@ class TRecentList {
  public:
   static constexpr std::size_t kMaxUnpinned = 20;  // not pinned
   static constexpr std::size_t kMaxPinned = 100;   // so that the file stays small enough to be read again
-  static constexpr std::size_t kLongestPath = 4096;
+  static constexpr std::size_t kMaxPath = 4096;
 
   [[nodiscard]] const std::vector<TRecentEntry>& Entries() const { return FEntries; }
   // Puts the path first among the pinned entries if it is pinned, else first among the others. `about` replaces what

@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr qsizetype kLongestTip = 200;  // characters
+constexpr qsizetype kMaxTip = 200;  // characters
 
 QString InWords(TCellImage image) {
   switch (image) {
@@ -142,7 +142,7 @@ QVariant DatasetTableModel::headerData(int section, Qt::Orientation orientation,
   if (role == Qt::DisplayRole) return QtText(field.Label);
   if (role == Qt::ToolTipRole) {
     const QString meaning = MeaningOf(field.Key);
-    const QString title = ShownText(field.Label, kLongestTip);
+    const QString title = ShownText(field.Label, kMaxTip);
     return Qt::convertFromPlainText(meaning.isEmpty() ? title : title + "\n" + meaning);
   }
   return {};

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr int kMostThreads = 4;
+constexpr int kMaxThreads = 4;
 
 }  // namespace
 
@@ -40,7 +40,7 @@ void TBackgroundTask::Cancel() {
 bool TBackgroundTask::Start(TWork work) {
   Cancel();
   const std::lock_guard lock(FShared->Mutex);
-  if (FShared->Threads == kMostThreads) {
+  if (FShared->Threads == kMaxThreads) {
     FShared->Waiting = std::move(work);
     return true;
   }

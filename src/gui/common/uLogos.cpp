@@ -61,8 +61,8 @@ TLogos::TPicture TLogos::Read(const fs::path& file) {
   if (!fs::is_regular_file(file)) throw std::runtime_error("This is no file.");
   QFile source(QtText(Utf8FromPath(file)));
   if (!source.open(QIODevice::ReadOnly)) throw std::runtime_error("The file cannot be read.");
-  QByteArray bytes = source.read(kLargestFile + 1);
-  if (bytes.size() > kLargestFile) throw std::runtime_error("The picture is larger than 10 MB.");
+  QByteArray bytes = source.read(kMaxFile + 1);
+  if (bytes.size() > kMaxFile) throw std::runtime_error("The picture is larger than 10 MB.");
   QBuffer buffer(&bytes);
   buffer.open(QIODevice::ReadOnly);
   QImageReader reader(&buffer);
@@ -71,7 +71,7 @@ TLogos::TPicture TLogos::Read(const fs::path& file) {
     throw std::runtime_error("This is no picture in PNG, JPEG, BMP or GIF format.");
   }
   const QSize size = reader.size();
-  if (size.width() > kLargestSide || size.height() > kLargestSide) {
+  if (size.width() > kMaxSide || size.height() > kMaxSide) {
     throw std::runtime_error("The picture has more than 4000 pixels a side.");
   }
   const QImage image = size.isEmpty() ? QImage() : reader.read();

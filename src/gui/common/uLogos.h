@@ -14,8 +14,8 @@ class TLogos : public QObject {
 
  public:
   enum TLogo : std::size_t { kCompany, kReport, kCount };
-  static constexpr int kLargestSide = 4000;           // pixels
-  static constexpr qint64 kLargestFile = 10'000'000;  // bytes
+  static constexpr int kMaxSide = 4000;           // pixels
+  static constexpr qint64 kMaxFile = 10'000'000;  // bytes
 
   explicit TLogos(QObject* parent);
 

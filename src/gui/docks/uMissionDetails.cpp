@@ -7,8 +7,8 @@
 
 namespace {
 
-constexpr qsizetype kLongestText = 400;  // characters; a header may hold 64 KiB
-constexpr int kLeastWidth = 22;          // characters; labels are not broken then
+constexpr qsizetype kMaxText = 400;  // characters; a header may hold 64 KiB
+constexpr int kMinWidth = 22;        // characters; labels are not broken then
 
 }  // namespace
 
@@ -19,14 +19,14 @@ TMissionDetails::TMissionDetails(QWidget* parent) : QTextEdit(parent) {
   setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   setTabChangesFocus(true);
   setFrameShape(NoFrame);
-  setMinimumWidth(fontMetrics().averageCharWidth() * kLeastWidth);
+  setMinimumWidth(fontMetrics().averageCharWidth() * kMinWidth);
   setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   viewport()->setBackgroundRole(QPalette::Window);
 }
 
 void TMissionDetails::ShowSections(const std::vector<TSection>& sections) {
-  const auto shown = [](const std::string& text) { return ShownText(text, kLongestText).toHtmlEscaped(); };
+  const auto shown = [](const std::string& text) { return ShownText(text, kMaxText).toHtmlEscaped(); };
   QString html;
   for (const TSection& section : sections) {
     html += QString("<p style='margin-top:8px; margin-bottom:4px'><b>%1</b></p><table width='100%' cellpadding='2'>")

@@ -30,7 +30,7 @@ namespace {
 constexpr std::array<const char*, kMetrics.size()> kEditNames = {"AccelerationMax", "ToTTotal", "ToTMax", "IoTTotal",
                                                                  "IoTMax"};
 constexpr std::size_t kHistogramSteps = 64;
-constexpr double kLargestLimit = std::numeric_limits<float>::max();
+constexpr double kMaxLimit = std::numeric_limits<float>::max();
 constexpr double kLastDateTime = 2958465.0;  // 9999-12-31
 const QDate kDayZero(1899, 12, 30);
 
@@ -42,7 +42,7 @@ QString ParseEnd(const QString& text, std::optional<double>& end) {
   }
   const TTypedNumber number = ReadTypedNumber(text);
   if (!number.value) return number.problem;
-  if (std::fabs(*number.value) > kLargestLimit) return QObject::tr("“%1” is too large.").arg(text);
+  if (std::fabs(*number.value) > kMaxLimit) return QObject::tr("“%1” is too large.").arg(text);
   end = number.value;
   return {};
 }

@@ -1,27 +1,20 @@
 #include "gui/mainform/KorvexMainForm.h"
 
-#include <QAction>
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QDockWidget>
 #include <QDragEnterEvent>
 #include <QFileInfo>
-#include <QLabel>
 #include <QMimeData>
-#include <QStackedWidget>
 #include <QUrl>
-#include <tuple>
 
 #include "base/uFiles.h"
 #include "gui/charts/uEventsChart.h"
-#include "gui/charts/uNavigatorChart.h"
 #include "gui/charts/uSensorsChart.h"
 #include "gui/common/uGrid.h"
 #include "gui/common/uGuard.h"
 #include "gui/common/uIcons.h"
 #include "gui/common/uQtText.h"
-#include "gui/filter/uFilterChip.h"
-#include "gui/filter/uFilterPanel.h"
 #include "gui/mainform/uChartMenus.h"
 #include "gui/mainform/uCommandTable.h"
 #include "gui/mainform/uCommands.h"
@@ -30,9 +23,9 @@
 #include "gui/mainform/uMissionViews.h"
 #include "gui/mainform/uNotice.h"
 #include "gui/mainform/uSettingsBinder.h"
+#include "gui/mainform/uViewActions.h"
 #include "gui/mainform/uWindowPlace.h"
 #include "gui/overview/uOverviewPanel.h"
-#include "gui/overview/uVerdictStrip.h"
 #include "gui/platform/uDialogs.h"
 #include "gui/platform/uPostedMessages.h"
 #include "gui/report/uReportPanel.h"
@@ -42,14 +35,11 @@
 #include "gui/ribbon/uRibbon.h"
 #include "gui/settings/uAlarmLimitsPanel.h"
 #include "gui/shock/uShockPanel.h"
-#include "gui/shock/uShockValuesGrid.h"
 #include "gui/welcome/uLoadingPanel.h"
 #include "gui/welcome/uRecentFiles.h"
 #include "gui/welcome/uWellcomePanel.h"
 #include "shell/uExportCommands.h"
 #include "shell/uFailureList.h"
-#include "shell/uNavigatorCommands.h"
-#include "shell/uOrderingCommands.h"
 #include "shell/uSettingsCommands.h"
 
 namespace {
@@ -78,19 +68,15 @@ TKorvexMainForm::TKorvexMainForm(TProgram program, std::function<std::uint64_t()
   ConnectChartMenus(*this);
   ConnectFiles();
   ConnectRecent();
-  ConnectGrids();
-  ConnectCharts();
-  ConnectNavigator();
   ConnectSettings();
-  ConnectFilter();
-  connect(FParts->overview->Verdict(), &TVerdictStrip::Asked, this, &TKorvexMainForm::OpenVerdict);
+  FViewActions = std::make_unique<TViewActions>(*this, *FParts, *FFlow, *FControls, *FViews);
   FormCreate();
 }
 
 // Qt's parents take the views after the flow has gone with the mission that they show.
 TKorvexMainForm::~TKorvexMainForm() {
   FParts->alarmLimits->hide();
-  for (QStackedWidget* stack : {FParts->front, FParts->views}) stack->disconnect(this);
+  FViewActions.reset();
   Guarded(nullptr, [this] { FViews->EmptyGridsAndCharts(); });
 }
 
@@ -155,88 +141,6 @@ void TKorvexMainForm::ConnectRecent() {
   change(FParts->recent->Folders(), FFlow->Recent().Folders);
 }
 
-void TKorvexMainForm::ConnectGrids() {
-  using TTitleClick = void (*)(TShownMission&, std::string_view, IMissionViews&);
-  const auto sortBy = [this](TGrid* grid, TTitleClick titleClick) {
-    connect(grid, &TGrid::TitleClicked, this, [this, titleClick](const QString& field) {
-      OnMission([&](TShownMission& mission) { titleClick(mission, Utf8(field), *FViews); });
-    });
-  };
-  sortBy(FParts->shock->Shocks(), ShockGridTitleClick);
-  sortBy(FParts->shock->FilteredShocks(), ShockGridTitleClick);
-  sortBy(FParts->docks.DBGrid2, SensorsGridTitleClick);
-  sortBy(FParts->docks.DBGrid8, BatteryGridTitleClick);
-  for (TGrid* grid : {FParts->shock->Shocks(), FParts->shock->FilteredShocks(), FParts->overview->MostImportant()}) {
-    connect(grid, &TGrid::RowChosen, this, &TKorvexMainForm::Select);
-    connect(grid, &TGrid::RowHovered, this, [this](std::optional<std::size_t> event) {
-      FParts->overview->Chart1()->SetHoveredEvent(event);
-      FParts->shock->Chart20()->SetHoveredEvent(event);
-    });
-    connect(grid, &TGrid::RowOpened, this, [this](std::size_t event) {
-      OnMission([&](TShownMission& mission) { ZoomNavigatorToEvent(mission, event, *FViews); });
-    });
-  }
-  // A reading's row is its "ID".
-  const auto reachReadings = [this](TGrid* grid, TDataset TMissionDatasets::*table) {
-    connect(grid, &TGrid::RowOpened, this, [this, table](std::size_t row) {
-      OnMission([&](TShownMission& mission) { ZoomNavigatorToReading(mission, mission.Tables.*table, row, *FViews); });
-    });
-    connect(grid, &TGrid::RowHovered, this, [this, table](std::optional<std::size_t> row) {
-      const TDataset& readings = FFlow->Mission().Tables.*table;
-      FParts->overview->ChartAllSensors()->SetHoveredTime(row ? ReadingTime(readings, *row) : std::nullopt);
-    });
-  };
-  reachReadings(FParts->docks.DBGrid2, &TMissionDatasets::Sensors);
-  reachReadings(FParts->docks.DBGrid8, &TMissionDatasets::Battery);
-  connect(FParts->overview, &TMainOverviewPanel::EventAskedFor, this, &TKorvexMainForm::actSetViewShockExecute);
-  connect(FParts->overview, &TMainOverviewPanel::OrderByChosen, this, [this](int entry) {
-    OnMission([&](TShownMission& mission) { OrderMostImportantBy(mission, entry, *FViews); });
-  });
-}
-
-void TKorvexMainForm::ConnectCharts() {
-  for (TTimeChart* chart : findChildren<TTimeChart*>()) {
-    const bool zooms = chart != FParts->docks.ChartNavigator;
-    chart->setStatusTip(zooms ? tr("drag: zoom · middle drag: pan · double-click: reset")
-                              : tr("drag: move the band · drag an edge: resize it"));
-    connect(chart, &TTimeChart::CursorValueChanged, this, [this, chart](const QString& text) {
-      FParts->statusHint->setText(text.isEmpty() ? QString() : chart->statusTip());
-      FParts->statusValue->setText(text);
-    });
-  }
-  for (TRowGrid* grid : findChildren<TRowGrid*>()) {
-    connect(grid, &TRowGrid::RowsCopied, FParts->statusValue, &QLabel::setText);
-  }
-  for (TEventsChart* chart : {FParts->overview->Chart1(), FParts->shock->Chart20()}) {
-    connect(chart, &TEventsChart::EventClicked, this, &TKorvexMainForm::Select);
-  }
-}
-
-void TKorvexMainForm::ConnectNavigator() {
-  for (TTimeChart* chart : std::initializer_list<TTimeChart*>{FParts->overview->Chart1(), FParts->shock->Chart20(),
-                                                              FParts->overview->ChartAllSensors()}) {
-    connect(chart, &TTimeChart::TimeRangeChanged, this, [this, chart] { FViews->UpdateSynced(*chart); });
-    // Back to the band.
-    connect(chart, &TTimeChart::ZoomReset, this, [this, chart] {
-      OnMission([&](TShownMission& mission) { FViews->SetChartSpan(Utf8(chart->objectName()), mission.Band); });
-    });
-  }
-  for (QStackedWidget* stack : {FParts->front, FParts->views}) {
-    connect(stack, &QStackedWidget::currentChanged, this, [this] {
-      FViews->MarkUnsynced(nullptr);
-      FParts->FocusChart();
-    });
-  }
-  const TNavigatorChart* navigator = FParts->docks.ChartNavigator;
-  const auto on = [this](auto moved) {
-    return [this, moved](const TTimeSpan& band) {
-      OnMission([&](TShownMission& mission) { moved(mission, band, *FViews); });
-    };
-  };
-  connect(navigator, &TNavigatorChart::BandDragging, this, on(NavigatorBandDragging));
-  connect(navigator, &TNavigatorChart::BandResizing, this, on(NavigatorBandResizing));
-}
-
 void TKorvexMainForm::ConnectSettings() {
   for (TGrid* grid : findChildren<TGrid*>()) grid->SetDisplay(&FFlow->Mission().Display);
   FSettings->Bind(FFlow->Mission().Settings,
@@ -244,52 +148,6 @@ void TKorvexMainForm::ConnectSettings() {
   connect(FParts->alarmLimits, &TAlarmLimitsPanel::LimitRefused, FParts->statusValue, &QLabel::setText);
   connect(findChild<QComboBox*>("cmbSettingsDefFileFilter"), &QComboBox::currentTextChanged, this,
           [this](const QString& patterns) { FParts->backstage->SetFilePatterns(patterns.split(" & ")); });
-}
-
-void TKorvexMainForm::ConnectFilter() {
-  FParts->filter->AddActiveButton(findChild<QAction*>("actFilterActive"));
-  connect(FParts->filter, &TFilterPanel::FilterChanged, this, [this](const TEventFilter& filter) {
-    OnMission([&](TShownMission& mission) { ChangeFilter(mission, filter, *FViews); });
-  });
-  connect(FParts->filter, &TFilterPanel::NavigatorSpanRequested, this, [this] {
-    const TTimeSpan& band = FFlow->Mission().Band;
-    FParts->filter->SetTimeSpan(band.start, band.end);
-  });
-  connect(FParts->statusEvents, &TFilterChip::OffClicked, this, [this] {
-    OnMission([&](TShownMission& mission) { std::ignore = ActivateFilter(mission, false, *FViews); });
-  });
-}
-
-void TKorvexMainForm::OpenVerdict(TVerdictQuestion question, TVerdictAnswer answer) {
-  const TVerdict& verdict = FViews->Verdict();
-  if (answer == TVerdictAnswer::AllEvents) {
-    actSetViewShockExecute();
-  } else if (answer == TVerdictAnswer::SelectEvent) {
-    Select(question == TVerdictQuestion::Peak ? verdict.peak->event : verdict.worst->event);
-  } else if (answer == TVerdictAnswer::FilterAboveAlarm) {
-    OnMission([this](TShownMission& mission) {
-      TEventFilter filter;
-      filter.aboveAlarm = true;
-      ChangeFilter(mission, filter, *FViews);
-    });
-  } else if (answer == TVerdictAnswer::EditLimits) {
-    FControls->SelectRibbonTab("tabHome");
-    findChild<QAction*>("actAlarmLimits")->trigger();
-  } else if (answer == TVerdictAnswer::ShowWhole) {
-    OnMission([this](TShownMission& mission) { actNavSetIntAllExecute(mission, *FViews); });
-  } else if (answer == TVerdictAnswer::ShowExcursion) {
-    OnMission([&](TShownMission& mission) {
-      if (const auto span = WorstExcursion(verdict, mission.Display)) NavigatorBandResizing(mission, *span, *FViews);
-    });
-  }
-}
-
-void TKorvexMainForm::OnMission(const std::function<void(TShownMission&)>& command) {
-  if (FFlow->FileShown()) Guarded(this, [&] { command(FFlow->Mission()); });
-}
-
-void TKorvexMainForm::Select(std::size_t event) {
-  OnMission([&](TShownMission& mission) { SelectEvent(mission, event, *FViews); });
 }
 
 void TKorvexMainForm::FormCreate() {

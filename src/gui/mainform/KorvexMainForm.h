@@ -9,7 +9,6 @@
 
 #include "shell/uFileFlow.h"
 #include "shell/uStartUp.h"
-#include "shell/uVerdictCells.h"
 
 class TControls;
 class TDialogs;
@@ -17,6 +16,7 @@ class TExportCommands;
 class TMissionViews;
 class TPostedMessages;
 class TSettingsBinder;
+class TViewActions;
 struct TMainParts;
 
 class TKorvexMainForm : public QMainWindow {
@@ -53,16 +53,7 @@ class TKorvexMainForm : public QMainWindow {
  private:
   void ConnectFiles();
   void ConnectRecent();
-  void ConnectGrids();
-  void ConnectCharts();
-  void ConnectNavigator();
   void ConnectSettings();
-  void ConnectFilter();
-  // Goes where a button of the verdict leads.
-  void OpenVerdict(TVerdictQuestion question, TVerdictAnswer answer);
-  // Nothing while no file is shown.
-  void OnMission(const std::function<void(TShownMission&)>& command);
-  void Select(std::size_t event);
   void SavePlace();
 
   TProgram FProgram;
@@ -74,5 +65,6 @@ class TKorvexMainForm : public QMainWindow {
   std::unique_ptr<TPostedMessages> FMessages;
   std::unique_ptr<TFileFlow> FFlow;
   std::unique_ptr<TExportCommands> FExports;
+  std::unique_ptr<TViewActions> FViewActions;
   bool FShownOnce = false;
 };

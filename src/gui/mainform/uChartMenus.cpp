@@ -19,7 +19,7 @@
 
 namespace {
 
-constexpr qsizetype kMostSensors = 40;  // in a menu
+constexpr qsizetype kMaxSensors = 40;  // in a menu
 
 // The actions of the window that stand in a chart's menu, by name; "-" parts them.
 struct TMenuRow {
@@ -109,7 +109,7 @@ void AddSensors(QMenu& menu, TSensorsChart& chart) {
                                                            {TSensorAxis::RightOuter, "Right outer axis"}};
   for (const std::size_t index : chart.Sensors().Listed()) {
     const TSensorSeries& sensor = chart.Sensors().Series()[index];
-    if (sensors->actions().size() == kMostSensors) {
+    if (sensors->actions().size() == kMaxSensors) {
       sensors->addAction("…")->setEnabled(false);
       break;
     }

@@ -18,7 +18,7 @@ namespace {
 
 constexpr int kRoom = 14;  // px, beside the text of a column
 constexpr int kRowPadding = 6;
-constexpr int kMostRows = 14;
+constexpr int kMaxRows = 14;
 
 class TStatisticsTable final : public QTableWidget {
  public:
@@ -67,10 +67,10 @@ TStatisticsTable* MakeTable(const TRangeTable& statistics, QWidget* parent) {
     width += table->columnWidth(column);
   }
   table->horizontalHeader()->setStretchLastSection(true);
-  const int rows = std::clamp(table->rowCount(), 1, kMostRows);
+  const int rows = std::clamp(table->rowCount(), 1, kMaxRows);
   const int height = table->horizontalHeader()->sizeHint().height() +
                      rows * table->verticalHeader()->defaultSectionSize() + 2 * table->frameWidth();
-  if (table->rowCount() > kMostRows) width += table->style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+  if (table->rowCount() > kMaxRows) width += table->style()->pixelMetric(QStyle::PM_ScrollBarExtent);
   table->setMinimumSize(std::min(width, 900), height);
   return table;
 }

@@ -13,7 +13,7 @@ namespace {
 constexpr auto kSection = "Window";
 constexpr const char* kSides[] = {"Left", "Top", "Width", "Height"};
 constexpr double kFirstShare = 0.85;
-constexpr QSize kLargestFirst(1600, 1000);
+constexpr QSize kMaxFirst(1600, 1000);
 constexpr int kTitleHeight = 40;  // px at the top that have to be on a screen, to drag the window by
 
 // Null when a number is missing, wrong or beyond every screen.
@@ -38,7 +38,7 @@ const QScreen* ScreenOf(const QRect& place) {
 }  // namespace
 
 QRect FirstPlace(const QRect& freeArea) {
-  QRect place({}, (QSizeF(freeArea.size()) * kFirstShare).toSize().boundedTo(kLargestFirst));
+  QRect place({}, (QSizeF(freeArea.size()) * kFirstShare).toSize().boundedTo(kMaxFirst));
   place.moveCenter(freeArea.center());
   return place;
 }

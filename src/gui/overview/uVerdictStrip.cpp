@@ -19,7 +19,7 @@ constexpr int kBetween = 6;  // px between the caption and the time beside it
 constexpr int kMaxNoteLines = 2;
 constexpr double kValueSize = 1.5;  // of the font
 constexpr double kNoteSize = 0.88;
-constexpr int kLeastCharacters = 18;  // of the font, in a button beside five others
+constexpr int kMinCharacters = 18;  // of the font, in a button beside five others
 
 struct TCaption {
   const char* name;
@@ -67,7 +67,7 @@ QSize TVerdictButton::sizeHint() const {
   const int caption = QFontMetrics(Scaled(kNoteSize, false)).height();
   const int value = QFontMetrics(Scaled(kValueSize, true)).height();
   const int height = 2 * caption + value;
-  return {fontMetrics().averageCharWidth() * kLeastCharacters + 2 * kPadding, height + 2 * kTopPadding};
+  return {fontMetrics().averageCharWidth() * kMinCharacters + 2 * kPadding, height + 2 * kTopPadding};
 }
 
 // Below the number in one line, or instead of it in two; the last is cut where the words are too long.

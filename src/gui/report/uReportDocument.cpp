@@ -9,11 +9,11 @@
 
 namespace {
 
-constexpr qsizetype kLongestText = 300;  // characters; a header may hold 64 KiB
+constexpr qsizetype kMaxText = 300;  // characters; a header may hold 64 KiB
 
 // Nothing of a recording is taken for markup, and nothing breaks a page by its length.
 QString Safe(const std::string& text) {
-  return ShownText(text, kLongestText).toHtmlEscaped();
+  return ShownText(text, kMaxText).toHtmlEscaped();
 }
 
 QString FigureTable(const QString& title, const std::vector<TFigure>& figures) {

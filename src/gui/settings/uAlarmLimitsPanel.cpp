@@ -68,14 +68,14 @@ TAlarmLimitsPanel::TAlarmLimitsPanel(QWidget* parent) : QFrame(parent, Qt::Popup
 }
 
 void TAlarmLimitsPanel::ShowAnalogNames(std::span<const std::string, kAnalogInputs.size()> names) {
-  constexpr qsizetype kLongest = 20;  // characters
+  constexpr qsizetype kMaxText = 20;  // characters
   for (std::size_t i = 0; i < names.size(); ++i) {
     const QString input = QtText(kAnalogInputs[i]->sensorName);
     const QString name = QtText(names[i]);
     const QString key = tr(kAnalogInputs[i]->colourCaption);
     const bool named = !name.isEmpty() && name != input;
     QLabel& label = *FLabels[static_cast<std::size_t>(*kAnalogInputs[i]->quantity)];
-    label.setText(named ? QString("%1 (%2)").arg(ShownText(names[i], kLongest).replace("&", "&&"), key) : key);
+    label.setText(named ? QString("%1 (%2)").arg(ShownText(names[i], kMaxText).replace("&", "&&"), key) : key);
     label.setToolTip(named ? Qt::convertFromPlainText(name) : QString());
   }
 }

@@ -39,7 +39,7 @@ void TRecentFiles::AddButton() {
 void TRecentFiles::ShowEntries(const std::vector<TRecentEntry>& entries) {
   FPaths.clear();
   FAbouts.clear();
-  for (std::size_t i = 0; i < std::min(kMost, entries.size()); ++i) {
+  for (std::size_t i = 0; i < std::min(kMaxShown, entries.size()); ++i) {
     FPaths.push_back(QtText(entries[i].Path));
     FAbouts.push_back(QtText(entries[i].About));
   }

@@ -31,7 +31,7 @@ class TRecentFiles : public QWidget {
   // As the answers arrive: a dead network drive does not block the window.
   void CheckPaths();
 
-  static constexpr std::size_t kMost = 5;
+  static constexpr std::size_t kMaxShown = 5;
   std::vector<QPushButton*> FButtons;  // never fewer than FPaths
   std::vector<QString> FPaths;         // of the visible buttons
   std::vector<QString> FAbouts;        // what is in each
