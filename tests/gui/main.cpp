@@ -11,6 +11,9 @@ int main(int argc, char** argv) {
   // A test answers the toolkit's own dialogs only.
   QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
   QApplication application(argc, argv);
+  QFont font = QApplication::font();
+  font.setFamily("DejaVu Sans");  // so that widths are the same on every machine
+  QApplication::setFont(font);
   ApplyScheme(application, TScheme::Light);
   return RUN_ALL_TESTS();
 }
