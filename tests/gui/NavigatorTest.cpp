@@ -40,6 +40,27 @@ TEST(Navigator, UsesTheChosenColourAndName) {
   EXPECT_LT(Ink(chart, Qt::darkMagenta, chart.rect()), inked - 300);
 }
 
+TEST(Navigator, AClickOnTheLegendHidesTheCurveOrTheTicksAndLeavesTheBand) {
+  TNavigatorChart chart;
+  chart.SetSensorColour("A1", Qt::darkMagenta);
+  const TSensorList sensors = Sensors({{"A1", {{0, 1}, {kDay * 10, 9}}}});
+  chart.SetMission(Events({{kDay * 5, 1}}), sensors);
+  Show(chart);
+  TTimeSpan band{kStart + 4, kStart + 6};
+  Follow(chart, band);
+  chart.SetBand(band);
+  const int curve = Ink(chart, Qt::darkMagenta, chart.rect());
+  const QRect tick(PointAt(chart, kStart + 5, 0).x() - 2, RectOf(chart).rect().bottom() - 6, 5, 5);
+  const int ticks = Ink(chart, Qt::black, tick);
+  ClickLegend(chart, 0);
+  EXPECT_LT(Ink(chart, Qt::darkMagenta, chart.rect()), curve / 4);
+  ClickLegend(chart, 1);
+  EXPECT_LT(Ink(chart, Qt::black, tick), ticks);
+  ClickLegend(chart, 0);
+  EXPECT_EQ(Ink(chart, Qt::darkMagenta, chart.rect()), curve);
+  EXPECT_EQ(band, (TTimeSpan{kStart + 4, kStart + 6}));
+}
+
 TEST(Navigator, KeysMoveAndResizeTheBandWithinTheData) {
   TNavigatorChart chart;
   chart.SetMission(Events({{0, 1}, {kDay * 10, 2}}), {});

@@ -8,6 +8,8 @@
 #include <span>
 #include <vector>
 
+inline constexpr double kLabelGap = 6;  // px, between a line or a point and its words
+
 class TChartLabels {
  public:
   // Begins a picture: nothing is drawn, no label is placed.
@@ -30,9 +32,17 @@ class TChartLabels {
   // Of the labels that were drawn.
   [[nodiscard]] const std::vector<QRectF>& Boxes() const { return FBoxes; }
 
-  // A place for a box beside the vertical line at x, with a gap: to its right or left, as high as possible, where
-  // nothing is drawn; else in a strip at the top.
-  [[nodiscard]] QRectF BesideLine(double x, const QSizeF& size) const;
+  // The boxes of marks that stay while the pointer moves; the places below keep clear of them, too.
+  void ClearMarkBoxes() { FMarkBoxes.clear(); }
+  void AddMarkBox(const QRectF& box) { FMarkBoxes.push_back(box); }
+  [[nodiscard]] const std::vector<QRectF>& MarkBoxes() const { return FMarkBoxes; }
+
+  // A place for a box beside the vertical line at x, px away from it, as near to that end as possible: where nothing is
+  // drawn, else where no other box is; nothing where there is no such place.
+  enum class TEnd { Top, Bottom };
+  [[nodiscard]] std::optional<QRectF> BesideLine(double x, double away, const QSizeF& size, TEnd end) const;
+  // The same on the line itself, near the bottom.
+  [[nodiscard]] std::optional<QRectF> OnLine(double x, const QSizeF& size) const;
 
  private:
   struct TLevel {
@@ -55,6 +65,9 @@ class TChartLabels {
 
   [[nodiscard]] bool CoversData(const QRectF& box) const;
   [[nodiscard]] bool IsFree(const QRectF& box) const;
+  // The first place at one of these left edges, at heights from that end on.
+  [[nodiscard]] std::optional<QRectF> FreeAt(std::span<const double> lefts, const QSizeF& size, TEnd end,
+                                             bool overData) const;
   [[nodiscard]] std::optional<QRectF> PlaceOf(const TLevel& level, const QSizeF& size) const;
   [[nodiscard]] std::optional<QRectF> PlaceOf(const TPoint& point, const QSizeF& size) const;
 
@@ -64,6 +77,7 @@ class TChartLabels {
   std::vector<TLevel> FLevels;
   std::vector<TPoint> FPoints;
   std::vector<QRectF> FBoxes;
+  std::vector<QRectF> FMarkBoxes;
 };
 
 // Words on a pill that fills the box.

@@ -22,6 +22,8 @@
 
 namespace {
 
+constexpr int kMinChartWidth = 180;  // px that the value table leaves to the chart
+
 // A tab widget shows and hides its pages; others show and hide the grid, so it gets its own page.
 QWidget* PageOf(QWidget* grid) {
   auto* page = new QWidget(grid->parentWidget());
@@ -63,7 +65,7 @@ TMainShockPanel::TMainShockPanel(QWidget* parent)
   FEventCharts->addWidget(FSpectrum);
   FBelow->addWidget(FEventCharts);
   FBelow->addWidget(FValues);
-  FBelow->setSizes({1000, 1000, 0});
+  FBelow->setSizes({840, 1160, 0});  // the value table beside the chart needs more than the list
   ConnectValues();
   auto* splitter = new QSplitter(Qt::Vertical, this);
   splitter->setObjectName("splShock");
@@ -130,8 +132,8 @@ void TMainShockPanel::TakeRoomForValues(bool visible) {
   QList<int> sizes = FBelow->sizes();
   if (visible) {
     const int room = sizes[1] - FBelow->handleWidth();
-    sizes[2] = std::min(
-        {FValuesWidth.value_or(FValues->FittingWidth()), room / 2, room - FEventCharts->minimumSizeHint().width()});
+    const int chart = std::max(kMinChartWidth, FEventCharts->minimumSizeHint().width());
+    sizes[2] = std::min(FValuesWidth.value_or(FValues->FittingWidth()), room - chart);
     sizes[1] = room - sizes[2];
   } else {
     FValuesWidth = sizes[2];

@@ -11,6 +11,8 @@
 
 namespace {
 
+constexpr int kChoiceGap = 12;  // px, after each choice
+
 // A list of the names of a table of names and values, with its label.
 template <class TTable>
 QComboBox* AddChoice(QHBoxLayout& row, const char* name, const QString& caption, const TTable& table) {
@@ -23,9 +25,10 @@ QComboBox* AddChoice(QHBoxLayout& row, const char* name, const QString& caption,
   list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   list->setMinimumContentsLength(5);
   new TWheelGuard(*list);
+  list->setToolTip(list->accessibleName());
   row.addWidget(label);
   row.addWidget(list);
-  row.addSpacing(12);
+  row.addSpacing(kChoiceGap);
   return list;
 }
 
@@ -47,4 +50,23 @@ TSpectrumPanel::TSpectrumPanel(QWidget* parent) : QWidget(parent), FChart(new TS
   layout->setSpacing(2);
   layout->addLayout(choices);
   layout->addWidget(FChart, 1);
+  FLabels = findChildren<QLabel*>();
+}
+
+int TSpectrumPanel::ChoicesWidth(bool withLabels) const {
+  int width = kChoiceGap;
+  for (const QLabel* label : FLabels) {
+    width += label->buddy()->minimumSizeHint().width() + kChoiceGap;
+    if (withLabels) width += label->sizeHint().width() + kChoiceGap;
+  }
+  return width;
+}
+
+QSize TSpectrumPanel::minimumSizeHint() const {
+  return {ChoicesWidth(false), QWidget::minimumSizeHint().height()};
+}
+
+void TSpectrumPanel::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  for (QLabel* label : FLabels) label->setVisible(width() >= ChoicesWidth(true));
 }
