@@ -67,7 +67,7 @@ void TChartPlot::SetHasData(bool hasData) {
     axis->setTickLabels(FHasData);
   }
   UpdateTimeLabels();
-  for (const QCPAxis* axis : {FTimeAxis, FValueAxis}) axis->grid()->setVisible(FHasData);
+  for (const QCPAxis* axis : std::initializer_list<QCPAxis*>{FTimeAxis, FValueAxis}) axis->grid()->setVisible(FHasData);
 }
 
 void TChartPlot::UpdateTimeLabels() {
