@@ -96,9 +96,10 @@ void PrintMoves(const std::string& what, TTimeChart& chart) {
   QCoreApplication::processEvents();
   int replots = 0;
   const auto counted = QObject::connect(&chart, &QCustomPlot::afterReplot, [&replots] { ++replots; });
+  const QRectF axes = chart.Rect().rect();
   std::vector<double> times;
   for (int move = 0; move < kMoves; ++move) {
-    const QPointF to(kWidth * (0.1 + 0.8 * move / kMoves), kHeight * (0.2 + 0.6 * (move % 7) / 7));
+    const QPointF to(axes.left() + axes.width() * move / kMoves, axes.top() + axes.height() * (move % 7) / 7);
     QMouseEvent event(QEvent::MouseMove, to, chart.mapToGlobal(to), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
     times.push_back(Milliseconds([&] {
       QCoreApplication::sendEvent(&chart, &event);

@@ -11,6 +11,7 @@
 #include "gui/charts/uEventsChart.h"
 #include "gui/charts/uSelectedEventChart.h"
 #include "gui/charts/uSensorsChart.h"
+#include "gui/common/uTheme.h"
 #include "tests/support/uChartHands.h"
 #include "tests/support/uTestRecording.h"
 

@@ -22,6 +22,14 @@ void TChartLabels::Begin(const QRect& axes) {
 }
 
 void TChartLabels::AddCurve(std::span<const QPointF> points) {
+  FCurves.push_back(SkylineOf(points));
+}
+
+void TChartLabels::AddStems(std::span<const QPointF> points) {
+  FStems.push_back(SkylineOf(points));
+}
+
+TChartLabels::TSkyline TChartLabels::SkylineOf(std::span<const QPointF> points) const {
   TSkyline skyline(static_cast<std::size_t>(std::max(1.0, FAxes.width())) + 1);
   const double last = static_cast<double>(skyline.size() - 1);
   const auto include = [&skyline](double column, double from, double to) {
@@ -52,7 +60,7 @@ void TChartLabels::AddCurve(std::span<const QPointF> points) {
       }
     }
   }
-  FCurves.push_back(std::move(skyline));
+  return skyline;
 }
 
 void TChartLabels::AddDot(const QPointF& middle, double radius) {
@@ -67,14 +75,17 @@ void TChartLabels::AddPoint(const QPointF& at, const QString& words, const QColo
   FPoints.push_back({at, words, ink});
 }
 
-bool TChartLabels::CoversData(const QRectF& box) const {
-  if (std::ranges::any_of(FDots, [&box](const QRectF& dot) { return dot.intersects(box); })) return true;
+bool TChartLabels::CoversData(const QRectF& box, bool stems) const {
+  const auto covers = [&](const TSkyline& skyline) { return Covers(skyline, box); };
+  return std::ranges::any_of(FDots, [&box](const QRectF& dot) { return dot.intersects(box); }) ||
+         std::ranges::any_of(FCurves, covers) || (stems && std::ranges::any_of(FStems, covers));
+}
+
+bool TChartLabels::Covers(const TSkyline& skyline, const QRectF& box) const {
   const auto first = static_cast<std::size_t>(std::max(0.0, box.left() - FAxes.left()));
-  for (const TSkyline& curve : FCurves) {
-    const auto end = std::min(curve.size(), static_cast<std::size_t>(std::max(0.0, box.right() - FAxes.left())) + 1);
-    for (std::size_t column = first; column < end; ++column) {
-      if (double{curve[column].top} <= box.bottom() && double{curve[column].bottom} >= box.top()) return true;
-    }
+  const auto end = std::min(skyline.size(), static_cast<std::size_t>(std::max(0.0, box.right() - FAxes.left())) + 1);
+  for (std::size_t column = first; column < end; ++column) {
+    if (double{skyline[column].top} <= box.bottom() && double{skyline[column].bottom} >= box.top()) return true;
   }
   return false;
 }
@@ -89,12 +100,14 @@ bool TChartLabels::IsFree(const QRectF& box) const {
 // On the line from its axis inwards, then above and below it.
 std::optional<QRectF> TChartLabels::PlaceOf(const TLevel& level, const QSizeF& size) const {
   const double room = FAxes.width() - size.width() - 2 * kLabelGap;
-  for (const double up : {0.0, 1.0, -1.0}) {
-    for (int step = 0; step < kStepsAlong; ++step) {
-      const double along = kLabelGap + room * step / kStepsAlong;
-      const double left = level.side == Qt::AlignLeft ? FAxes.left() + along : FAxes.right() - along - size.width();
-      const QRectF box({left, level.y - size.height() / 2 - up * (size.height() / 2 + kMargin)}, size);
-      if (IsFree(box) && !CoversData(box)) return box;
+  for (const bool stems : {true, false}) {
+    for (const double up : {0.0, 1.0, -1.0}) {
+      for (int step = 0; step < kStepsAlong; ++step) {
+        const double along = kLabelGap + room * step / kStepsAlong;
+        const double left = level.side == Qt::AlignLeft ? FAxes.left() + along : FAxes.right() - along - size.width();
+        const QRectF box({left, level.y - size.height() / 2 - up * (size.height() / 2 + kMargin)}, size);
+        if (IsFree(box) && !CoversData(box, stems)) return box;
+      }
     }
   }
   return std::nullopt;

@@ -17,6 +17,8 @@ class TChartLabels {
 
   // What labels keep clear of. A curve is given by its points; a NaN breaks it.
   void AddCurve(std::span<const QPointF> points);
+  // Stems may be so many that a level line is nowhere clear of them; its words then stand over them.
+  void AddStems(std::span<const QPointF> points);
   void AddDot(const QPointF& middle, double radius);
 
   // Words at a level line, at the end where its axis is; drawn by Paint.
@@ -63,7 +65,10 @@ class TChartLabels {
   };
   using TSkyline = std::vector<TExtentOfColumn>;
 
-  [[nodiscard]] bool CoversData(const QRectF& box) const;
+  [[nodiscard]] TSkyline SkylineOf(std::span<const QPointF> points) const;
+  [[nodiscard]] bool Covers(const TSkyline& skyline, const QRectF& box) const;
+  // Curves and dots, and stems if these count.
+  [[nodiscard]] bool CoversData(const QRectF& box, bool stems = true) const;
   [[nodiscard]] bool IsFree(const QRectF& box) const;
   // The first place at one of these left edges, at heights from that end on.
   [[nodiscard]] std::optional<QRectF> FreeAt(std::span<const double> lefts, const QSizeF& size, TEnd end,
@@ -73,6 +78,7 @@ class TChartLabels {
 
   QRectF FAxes;
   std::vector<TSkyline> FCurves;
+  std::vector<TSkyline> FStems;
   std::vector<QRectF> FDots;
   std::vector<TLevel> FLevels;
   std::vector<TPoint> FPoints;

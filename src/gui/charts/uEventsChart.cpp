@@ -200,7 +200,7 @@ void TEventsChart::PaintStems(QCPPainter& painter, std::size_t series, const QCo
   std::vector<QPointF> clear;
   const QPointF gap(0, std::numeric_limits<double>::quiet_NaN());
   for (const QLineF& stem : stems) clear.insert(clear.end(), {stem.p1(), stem.p2(), gap});
-  Labels().AddCurve(clear);
+  Labels().AddStems(clear);
   const bool crowded = static_cast<double>(peaks.size()) * 2 * kTotalRadius > rect.width();
   if (series != Place(TSeries::Total) || crowded) return;
   QList<QPointF> dots;

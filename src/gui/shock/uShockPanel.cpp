@@ -65,7 +65,7 @@ TMainShockPanel::TMainShockPanel(QWidget* parent)
   FEventCharts->addWidget(FSpectrum);
   FBelow->addWidget(FEventCharts);
   FBelow->addWidget(FValues);
-  FBelow->setSizes({800, 1200, 0});  // the value table beside the chart needs more than the list
+  FBelow->setSizes({740, 1260, 0});  // the value table beside the chart needs more than the list
   ConnectValues();
   auto* splitter = new QSplitter(Qt::Vertical, this);
   splitter->setObjectName("splShock");

@@ -22,12 +22,14 @@ QComboBox* AddChoice(QHBoxLayout& row, const char* name, const QString& caption,
   list->setAccessibleName(QString(caption).remove('&'));
   for (const auto& [text, value] : table) list->addItem(QtText(text));
   label->setBuddy(list);
+  list->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  list->setMaximumWidth(list->sizeHint().width());  // all of the longest name, where there is room
   list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-  list->setMinimumContentsLength(5);
+  list->setMinimumContentsLength(3);
   new TWheelGuard(*list);
   list->setToolTip(list->accessibleName());
   row.addWidget(label);
-  row.addWidget(list);
+  row.addWidget(list, 1);
   row.addSpacing(kChoiceGap);
   return list;
 }
