@@ -22,8 +22,6 @@
 
 namespace {
 
-constexpr int kMinChartWidth = 180;  // px that the value table leaves to the chart
-
 // A tab widget shows and hides its pages; others show and hide the grid, so it gets its own page.
 QWidget* PageOf(QWidget* grid) {
   auto* page = new QWidget(grid->parentWidget());
@@ -132,8 +130,7 @@ void TMainShockPanel::TakeRoomForValues(bool visible) {
   QList<int> sizes = FBelow->sizes();
   if (visible) {
     const int room = sizes[1] - FBelow->handleWidth();
-    const int chart = std::max(kMinChartWidth, FEventCharts->minimumSizeHint().width());
-    sizes[2] = std::min(FValuesWidth.value_or(FValues->FittingWidth()), room - chart);
+    sizes[2] = std::min(FValuesWidth.value_or(FValues->FittingWidth()), room - FEventCharts->minimumSizeHint().width());
     sizes[1] = room - sizes[2];
   } else {
     FValuesWidth = sizes[2];

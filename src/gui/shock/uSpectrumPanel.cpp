@@ -11,6 +11,7 @@
 
 namespace {
 
+constexpr int kMinWidth = 180;  // px
 constexpr int kChoiceGap = 12;  // px, after each choice
 
 // A list of the names of a table of names and values, with its label.
@@ -55,20 +56,15 @@ TSpectrumPanel::TSpectrumPanel(QWidget* parent) : QWidget(parent), FChart(new TS
   FLabels = findChildren<QLabel*>();
 }
 
-int TSpectrumPanel::ChoicesWidth(bool withLabels) const {
-  int width = kChoiceGap;
-  for (const QLabel* label : FLabels) {
-    width += label->buddy()->minimumSizeHint().width() + kChoiceGap;
-    if (withLabels) width += label->sizeHint().width() + kChoiceGap;
-  }
-  return width;
-}
-
 QSize TSpectrumPanel::minimumSizeHint() const {
-  return {ChoicesWidth(false), QWidget::minimumSizeHint().height()};
+  return {kMinWidth, QWidget::minimumSizeHint().height()};
 }
 
 void TSpectrumPanel::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
-  for (QLabel* label : FLabels) label->setVisible(width() >= ChoicesWidth(true));
+  int needed = kChoiceGap;
+  for (const QLabel* label : FLabels) {
+    needed += label->sizeHint().width() + label->buddy()->minimumSizeHint().width() + 2 * kChoiceGap;
+  }
+  for (QLabel* label : FLabels) label->setVisible(width() >= needed);
 }

@@ -21,8 +21,6 @@ class TSpectrumPanel : public QWidget {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
-  [[nodiscard]] int ChoicesWidth(bool withLabels) const;
-
   QList<QLabel*> FLabels;
   TSpectrumChart* FChart;
 };
