@@ -48,6 +48,7 @@ TMainShockPanel::TMainShockPanel(QWidget* parent)
       FConditions(new TElidedLabel("lblFilterConditions", this, Qt::ElideRight)),
       FClipped(new QLabel(tr("clipped"), this)) {
   setObjectName("MainShockPanel");
+  setMinimumWidth(500);  // px, so that docks leave the list and the chart their room
   FShocks->SetPlaceholder(tr("No shock events"));
   FFilteredShocks->SetPlaceholder(tr("No event is let through"));
   FChart20->setObjectName("Chart20");
