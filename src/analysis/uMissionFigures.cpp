@@ -65,10 +65,10 @@ std::vector<TFigure> EventFigures(const TMissionSummary& summary, const TEventLi
   }
   if (summary.mostIntense) {
     figures.push_back(Figure("Most intense",
-                             fmt::format("{} g ms {}", MaskFloat("0.##", summary.maxIot), when(*summary.mostIntense))));
+                             fmt::format("{} g·ms {}", MaskFloat("0.##", summary.maxIot), when(*summary.mostIntense))));
   }
   figures.push_back(Figure("ToT total", MaskFloat("0.#", summary.totTotal) + " ms"));
-  figures.push_back(Figure("IoT total", MaskFloat("0.##", summary.iotTotal) + " g ms"));
+  figures.push_back(Figure("IoT total", MaskFloat("0.##", summary.iotTotal) + " g·ms"));
   if (summary.firstTime) {
     figures.push_back(
         Figure("Time span", fmt::format("{} to {} ({})", FormatDateTime(DateTimeMask(), *summary.firstTime),

@@ -53,7 +53,7 @@ inline constexpr std::array<TQuantityControls, kQuantityCount> kQuantityControls
     {"A4", "", "cmbSettingsA4Dec", "dxBarSpinAlarmA4Min", "dxBarSpinAlarmA4Max"},
     {"Time", "ms", "cmbSettingsTimeDec", "", ""},
     {"ToT", "ms", "cmbSettingsDBCDec", "", "", "Time over threshold"},
-    {"IoT", "g ms", "cmbSettingsIntDec", "", "", "Integral over threshold"},
+    {"IoT", "g·ms", "cmbSettingsIntDec", "", "", "Integral over threshold"},
 }};
 
 enum class TSensorAxis { LeftInner, LeftOuter, RightInner, RightOuter };
@@ -131,8 +131,8 @@ inline constexpr TQuantityRow kQuantities[] = {
     {.unit = "g", .field = "Acceleration max", .indexKey = "MaxAcc", .quantity = TQuantity::Acceleration},
     {.unit = "msec", .field = "ToT total", .indexKey = "DBC", .quantity = TQuantity::ToT, .showsUnit = true},
     {.unit = "msec", .field = "ToT max", .indexKey = "DBCSM", .quantity = TQuantity::ToT, .showsUnit = true},
-    {.unit = "g ms", .field = "IoT total", .indexKey = "Int", .quantity = TQuantity::IoT},
-    {.unit = "g ms", .field = "IoT max", .indexKey = "IntSM", .quantity = TQuantity::IoT},
+    {.unit = "g·ms", .field = "IoT total", .indexKey = "Int", .quantity = TQuantity::IoT},
+    {.unit = "g·ms", .field = "IoT max", .indexKey = "IntSM", .quantity = TQuantity::IoT},
 };
 // clang-format on
 inline constexpr std::size_t kAxisCount = 3;
@@ -142,6 +142,10 @@ inline constexpr std::size_t kMetricCount = 5;
 // The channels that the reader knows, and the columns that every event table has.
 inline constexpr std::span<const TQuantityRow> kKnownChannels{kQuantities, kChannelCount};
 inline constexpr auto kMetrics = std::span(kQuantities).last<kMetricCount>();
+// In labels and sentences; the cells of grids keep their own "msec".
+constexpr std::string_view UnitInWords(const TQuantityRow& metric) {
+  return kQuantityControls[static_cast<std::size_t>(metric.quantity.value())].unit;
+}
 
 // The rows that have a place, in its order. A place that two rows have, or none, does not compile.
 template <std::uint8_t TQuantityRow::*Place>

@@ -26,8 +26,8 @@ std::string FilterWords(const TEventFilter& filter, const TDisplaySettings& sett
   std::string words;
   for (std::size_t i = 0; i < kMetrics.size(); ++i) {
     if (!filter.ranges[i].IsSet()) continue;
-    Append(words,
-           fmt::format("{} {}", RangeWords(kMetrics[i].field, filter.ranges[i], GeneralFloat), kMetrics[i].unit));
+    Append(words, fmt::format("{} {}", RangeWords(kMetrics[i].field, filter.ranges[i], GeneralFloat),
+                              UnitInWords(kMetrics[i])));
   }
   std::string axes;
   for (std::size_t i = 0; i < kPeakAxes.size(); ++i) {

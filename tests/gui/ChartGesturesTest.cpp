@@ -213,13 +213,13 @@ class MovedSensors : public testing::Test {
 };
 
 TEST_F(MovedSensors, HideThoseOfAnotherUnitOnTheirNewAxis) {
-  const QCPAxis& humidity = *RectOf(FChart).axis(QCPAxis::atRight, 0);
+  const auto& humidity = dynamic_cast<const TTitledAxis&>(*RectOf(FChart).axis(QCPAxis::atRight, 0));
   QSignalSpy texts(&FChart, &TTimeChart::CursorValueChanged);
   FChart.MoveSensor(1, TSensorAxis::RightInner);
   EXPECT_THAT(texts.back()[0].toString().toStdString(), HasSubstr("hidden: the axis shows Temperature p"));
   EXPECT_THAT(Visible(), ElementsAre(true, true, false, true)) << "degrees and percent share no axis";
   FChart.grab();
-  EXPECT_EQ(humidity.label(), "Temperature p (°C)");
+  EXPECT_EQ(humidity.TitleText(), "Temperature p (°C)");
   EXPECT_EQ(humidity.labelColor(), Qt::darkRed) << "the axis is the moved sensor's own";
   EXPECT_NEAR(humidity.range().upper, 21.5, 0.6);
   FChart.MoveSensor(0, TSensorAxis::RightInner);
@@ -264,6 +264,8 @@ TEST_F(Window, EveryChartHasAMenuThatActsOnIt) {
     auto* menu = chart.findChild<QMenu*>("mnuChart");
     ASSERT_TRUE(menu) << name;
     ASSERT_TRUE(menu->isVisible()) << name;
+    EXPECT_TRUE(menu->findChild<QAction*>("actNavFwd")) << "the navigator's commands are in " << name;
+    EXPECT_TRUE(menu->findChild<QAction*>("actSyncWithEvents")) << name;
     if (auto* cursors = menu->findChild<QAction*>("mnuChartCursors")) {
       cursors->trigger();
       ASSERT_TRUE(chart.Cursors().Times()[0].has_value()) << name;

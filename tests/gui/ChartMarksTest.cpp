@@ -11,6 +11,7 @@
 #include "gui/charts/uEventsChart.h"
 #include "gui/charts/uSelectedEventChart.h"
 #include "gui/charts/uSensorsChart.h"
+#include "gui/common/uTheme.h"
 #include "tests/support/uChartHands.h"
 #include "tests/support/uTestRecording.h"
 
@@ -251,6 +252,22 @@ TEST(ChartLabels, NeverOverlapAndAxesNeverRunUpsideDown) {
   EXPECT_THAT(said.toStdString(), HasSubstr("trigger 4 g"));
 }
 
+TEST(ChartLabels, StandOffTheStemsOfEvents) {
+  TMissionData mission;
+  mission.bValid = true;
+  mission.adxl_level_on = 4;
+  TEventsChart chart;
+  chart.SetEvents(Events({{0, 20}, {kMinute, 20}, {2 * kMinute, 20}, {20 * kMinute, 20}}), mission);
+  Show(chart);
+  chart.grab();
+  const auto& boxes = chart.Labels().Boxes();
+  ASSERT_EQ(boxes.size(), 1U);
+  for (const double minute : {0, 1, 2, 20}) {
+    const double x = TimeOf(chart).coordToPixel(At(minute * kMinute));
+    EXPECT_TRUE(x < boxes[0].left() || x > boxes[0].right()) << minute;
+  }
+}
+
 TEST(SensorsChartMarks, LimitsNameTheirSensorAndNoLineIsDrawnThatCannotBeCrossed) {
   const TSensorList readings = Sensors({{"L", {{0, 1}, {kMinute, 90}}}, {"RH", {{0, 40}, {kMinute, 70}}}});
   TSensorsChart chart;
@@ -319,23 +336,24 @@ class SensorMarks : public testing::Test {
                                   {"A1", {{0, 5}, {kMinute, 5}}},
                                   {"A2", {{0, 6}, {kMinute, 9}}}});
   TSensorsChart FChart;
-  QCPAxis& FAnalog = ValuesOf(FChart);
+  const TTitledAxis& FAnalog = FChart.ValueAxis();
 };
 
 TEST_F(SensorMarks, DisplayNamesStandInTitlesAndCursorTexts) {
   QSignalSpy texts(&FChart, &TTimeChart::CursorValueChanged);
   FChart.SetSensorNames({{"A1", "Oil"}, {"A2", ""}, {"RH", "RH"}});
   FChart.grab();
-  EXPECT_EQ(FAnalog.label(), "Oil, A2");
+  EXPECT_EQ(FAnalog.TitleText(), "Oil, A2");
+  EXPECT_EQ(FAnalog.Title()[0].ink, InkOn(FChart.palette(), FChart.Sensors().Series()[2].look.colour));
   Move(FChart, MiddleOf(FChart), Qt::NoButton);
   EXPECT_THAT(LastText(texts), HasSubstr("Oil 5"));
   FChart.SetSensorNames({{"A2", "Same"}, {"A1", "Same"}});
   FChart.grab();
-  EXPECT_EQ(FAnalog.label(), "Same");
+  EXPECT_EQ(FAnalog.TitleText(), "Same");
   FChart.SetSensors(FSensors, kStart);
   FChart.SetSensorNames({});
   FChart.grab();
-  EXPECT_EQ(FAnalog.label(), "A1, A2");
+  EXPECT_EQ(FAnalog.TitleText(), "A1, A2");
 }
 
 TEST_F(SensorMarks, SeriesAndAxesHaveTheirOwnColours) {

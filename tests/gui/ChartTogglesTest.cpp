@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
+#include <QHeaderView>
 #include <QLabel>
 #include <QSplitter>
 #include <QTableView>
@@ -167,6 +168,17 @@ TEST_F(ChartToggles, TheValueTableShowsTheSamplesAndMarksTheOneUnderTheIndicator
   FForm->Flow().Reload();
   EXPECT_EQ(table.model()->rowCount(), 0) << "nothing refers to the mission that goes";
   ASSERT_TRUE(QTest::qWaitFor([this] { return !FForm->Flow().Busy(); }, kPatienceMs));
+}
+
+TEST_F(ChartToggles, TheValueTableShowsAllItsColumnsWhole) {
+  OpenShock();
+  FForm->resize(1280, 800);
+  Press("Ctrl+T");
+  auto& table = Find<QTableView>("dbgShockValues");
+  for (int mode = 0; mode < 2; ++mode) {
+    EXPECT_LE(table.horizontalHeader()->length(), table.viewport()->width()) << "the spectrum is in front: " << mode;
+    Press("S");
+  }
 }
 
 TEST_F(ChartToggles, TheValueTableShowsTheLinesWhileTheSpectrumIsInFront) {

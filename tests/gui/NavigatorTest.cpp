@@ -40,6 +40,34 @@ TEST(Navigator, UsesTheChosenColourAndName) {
   EXPECT_LT(Ink(chart, Qt::darkMagenta, chart.rect()), inked - 300);
 }
 
+TEST(Navigator, AClickOnTheLegendHidesTheCurveOrTheTicksAndLeavesTheBand) {
+  TNavigatorChart chart;
+  chart.SetSensorColour("A1", Qt::darkMagenta);
+  const TSensorList sensors = Sensors({{"A1", {{0, 1}, {kDay * 10, 9}}}});
+  chart.SetMission(Events({{kDay * 5, 1}}), sensors);
+  Show(chart);
+  TTimeSpan band{kStart + 4, kStart + 6};
+  Follow(chart, band);
+  chart.SetBand(band);
+  const auto curve = [&chart] {
+    const QPoint at = PointAt(chart, kStart + 2.5, 3);
+    return Ink(chart, Qt::darkMagenta, QRect(at - QPoint(4, 4), at + QPoint(4, 4)));
+  };
+  const auto tick = [&chart] {
+    const QPoint foot(PointAt(chart, kStart + 5, 0).x(), RectOf(chart).rect().bottom() - 4);
+    return Ink(chart, Qt::black, QRect(foot - QPoint(2, 2), foot + QPoint(2, 2)));
+  };
+  EXPECT_GT(curve(), 0);
+  EXPECT_GT(tick(), 0);
+  ClickLegend(chart, 0);
+  EXPECT_EQ(curve(), 0);
+  ClickLegend(chart, 1);
+  EXPECT_EQ(tick(), 0);
+  ClickLegend(chart, 0);
+  EXPECT_GT(curve(), 0);
+  EXPECT_EQ(band, (TTimeSpan{kStart + 4, kStart + 6}));
+}
+
 TEST(Navigator, KeysMoveAndResizeTheBandWithinTheData) {
   TNavigatorChart chart;
   chart.SetMission(Events({{0, 1}, {kDay * 10, 2}}), {});

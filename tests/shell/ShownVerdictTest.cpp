@@ -224,10 +224,9 @@ TEST(FilterWords, ListEveryCondition) {
   filter.axes[0] = filter.axes[3] = true;
   filter.time = {kMoment, std::nullopt};
   filter.aboveAlarm = true;
-  EXPECT_EQ(
-      FilterWords(filter, Settings()),
-      "Acceleration max from 6 g · ToT total to 2.5 msec · peak on X-pos or Y-neg · start from 2026-03-04 13:25:49 "
-      "· above alarm");
+  EXPECT_EQ(FilterWords(filter, Settings()),
+            "Acceleration max from 6 g · ToT total to 2.5 ms · peak on X-pos or Y-neg · start from 2026-03-04 13:25:49 "
+            "· above alarm");
 }
 
 }  // namespace

@@ -20,6 +20,7 @@ TBandGestures::TBandGestures(TChartPlot& plot, const TChartRange& range, const T
 // A move also goes on to the chart, which shows the values under the pointer.
 bool TBandGestures::eventFilter(QObject* /*watched*/, QEvent* event) {
   if (!FPlot.isEnabled()) return false;
+  if (IsOnLegend(*event)) return false;
   switch (event->type()) {
     case QEvent::MouseButtonPress:
       Press(*static_cast<QMouseEvent*>(event));
@@ -39,6 +40,13 @@ bool TBandGestures::eventFilter(QObject* /*watched*/, QEvent* event) {
     default:
       return false;
   }
+}
+
+// The legend answers to the chart's own clicks, unless the band is held.
+bool TBandGestures::IsOnLegend(const QEvent& event) const {
+  if (FGrip != TGrip::None) return false;
+  const auto* mouse = dynamic_cast<const QMouseEvent*>(&event);
+  return mouse != nullptr && FPlot.Legend().EntryAt(mouse->position()).has_value();
 }
 
 // In days.

@@ -9,7 +9,6 @@
 namespace {
 
 constexpr double kReach = 5;  // px, how near to a cursor it can be taken
-constexpr int kPadding = 4;   // px, of a flag's letter
 constexpr const char* kNames[] = {"A", "B"};
 
 }  // namespace
@@ -108,45 +107,39 @@ std::vector<TReading> TChartCursors::Measures() const {
 }
 
 void TChartCursors::Paint(QCPPainter& painter) const {
+  FPlot.Labels().ClearMarkBoxes();
   if (!FTimes[0]) return;
   const QRect rect = FPlot.Rect().rect();
-  const QColor text = FPlot.palette().color(QPalette::Text);
   painter.setFont(FPlot.font());
-  const QFontMetrics metrics = painter.fontMetrics();
   double right = rect.left();  // of the lines in sight
   bool inSight = false;
-  QPen pen(text, 1, Qt::CustomDashLine);
+  QPen pen(FPlot.palette().color(QPalette::Text), 1, Qt::CustomDashLine);
   pen.setDashPattern({5, 3});
   for (std::size_t i = 0; i < FTimes.size(); ++i) {
-    if (!FTimes[i]) continue;
-    if (!DrawMoment(painter, FPlot.TimeAxis(), *FTimes[i], pen)) continue;
+    if (!FTimes[i] || !DrawMoment(painter, FPlot.TimeAxis(), *FTimes[i], pen)) continue;
     const double x = FPlot.TimeAxis().coordToPixel(*FTimes[i]);
     right = std::max(right, x);
     inSight = true;
-    QRectF flag(0, 0, metrics.horizontalAdvance(kNames[i]) + 2 * kPadding, metrics.height());
-    flag.moveCenter({x, rect.bottom() - flag.height() / 2});
-    painter.fillRect(flag, text);
-    painter.setPen(FPlot.palette().color(QPalette::Base));
-    painter.drawText(flag, Qt::AlignCenter, kNames[i]);
+    PaintFlag(painter, x, kNames[i]);
   }
   if (FTimes[1] && inSight) PaintMeasures(painter, right);
 }
 
-// At the bottom, because the words of the indicator are at the top.
+void TChartCursors::PaintFlag(QCPPainter& painter, double x, const QString& name) const {
+  const auto flag = FPlot.Labels().OnLine(x, PillSize(painter.fontMetrics(), name));
+  if (!flag) return;
+  FPlot.Labels().AddMarkBox(*flag);
+  DrawPill(painter, *flag, name, FPlot.palette().color(QPalette::Text), FPlot.palette());
+}
+
+// From the bottom up, because the words of the indicator begin at the top. Without room the status bar says them.
 void TChartCursors::PaintMeasures(QCPPainter& painter, double beside) const {
-  const QRect rect = FPlot.Rect().rect();
   std::vector<TReading> lines = Measures();
-  const double gap = painter.fontMetrics().height();  // clear of the flag
-  QRectF box({beside + gap, 0}, FitReadings(rect, painter.fontMetrics(), lines));
-  if (box.right() > rect.right()) box.moveRight(beside - gap);
-  if (box.left() < rect.left()) box.moveLeft(rect.left());
-  box.moveBottom(rect.bottom());
-  QColor veil = FPlot.palette().color(QPalette::Base);
-  veil.setAlphaF(0.95F);
-  painter.setAntialiasing(false);
-  painter.fillRect(box, veil);
-  painter.setPen(QPen(FPlot.FaintInk(), 1));
-  painter.setBrush(Qt::NoBrush);
-  painter.drawRect(box);
-  DrawReadings(painter, box, lines);
+  const QSizeF size = FitReadings(FPlot.Rect().rect(), painter.fontMetrics(), lines);
+  const double away = painter.fontMetrics().height();  // clear of the flag
+  const auto box = FPlot.Labels().BesideLine(beside, away, size, TChartLabels::TEnd::Bottom);
+  if (!box) return;
+  FPlot.Labels().AddMarkBox(*box);
+  DrawPill(painter, *box, {}, FPlot.FaintInk(), FPlot.palette());
+  DrawReadings(painter, *box, lines);
 }

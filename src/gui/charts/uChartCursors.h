@@ -47,6 +47,7 @@ class TChartCursors {
   void EmitMeasured() const;
   [[nodiscard]] std::vector<TReading> Measures() const;
   void Paint(QCPPainter& painter) const;
+  void PaintFlag(QCPPainter& painter, double x, const QString& name) const;
   void PaintMeasures(QCPPainter& painter, double beside) const;
 
   TChartPlot& FPlot;

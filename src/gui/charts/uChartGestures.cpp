@@ -113,16 +113,15 @@ void TChartGestures::Release(const QMouseEvent& event) {
   if (!IsDragging() || event.button() != FDragButton) return;
   const bool span = FDrag == TDrag::Span;
   FPointer = event.position();
-  const QPointF pressed = FPressed;
   const bool zoom = span && HasDragSpan();
   EndDrag();
   if (zoom) {
     const auto [first, last] = FRange.Times();
-    const auto [from, to] = std::minmax({FPlot.MomentAt(pressed), std::clamp(FPlot.MomentAt(FPointer), first, last)});
+    const auto [from, to] = std::minmax({FPlot.MomentAt(FPressed), std::clamp(FPlot.MomentAt(FPointer), first, last)});
     FRange.ChangeTimes({from, to});
-  } else if (span && std::hypot(FPointer.x() - pressed.x(), FPointer.y() - pressed.y()) < kMinDrag) {
-    FMarks.Pin(pressed);
-    emit Clicked(pressed);
+  } else if (span && std::hypot(FPointer.x() - FPressed.x(), FPointer.y() - FPressed.y()) < kMinDrag) {
+    FMarks.Pin(FPressed);
+    emit Clicked(FPressed);
   }
 }
 
@@ -149,8 +148,8 @@ void TChartGestures::Turn(const QWheelEvent& event) {
   const QPoint turned = event.angleDelta();
   const bool sideways = turned.y() == 0 || std::abs(turned.x()) > std::abs(turned.y());
   const double notches = (sideways ? turned.x() : turned.y()) / kNotch;
-  if (notches == 0) return;
   const QPointF position = event.position();
+  if (notches == 0) return;
   const double factor = std::pow(kWheelFactor, std::clamp(notches, -10.0, 10.0));
   const QList<QCPAxis*> all = FPlot.ValueAxes();
   if (QCPAxis* axis = FPlot.ValueAxisAt(position)) {
@@ -226,9 +225,8 @@ void TChartGestures::EmitCursor(const QPointF& position) {
   }
   QStringList said{FReadings.CursorText(position), FPlot.Labels().LevelAt(position.y())};
   said.removeAll(QString());
-  const QString what = said.join("  ·  ");
-  const QString when = FReadings.MomentText(FPlot.MomentAt(position));
-  emit FPlot.CursorValueChanged(what.isEmpty() ? when : when + "  ·  " + what);
+  said.prepend(FReadings.MomentText(FPlot.MomentAt(position)));
+  emit FPlot.CursorValueChanged(said.join("  ·  "));
 }
 
 void TChartGestures::EmitLocked() {

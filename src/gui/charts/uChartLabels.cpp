@@ -1,6 +1,7 @@
 #include "gui/charts/uChartLabels.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "gui/charts/uChartPaint.h"
@@ -8,10 +9,9 @@
 namespace {
 
 constexpr double kPadding = 5;   // px, of a pill
-constexpr double kGap = 6;       // between a line or a point and its words
 constexpr double kReach = 4;     // how near to a level line the pointer names it
-constexpr double kLowChart = 6;  // lines of text; a lower chart has its readings in a strip
-constexpr int kStepsAlong = 12;  // places that are tried along a level line
+constexpr double kTries = 6;     // heights that are tried for each height of a box
+constexpr int kStepsAlong = 40;  // places that are tried along a level line
 constexpr double kMargin = 2;    // between labels
 
 }  // namespace
@@ -22,6 +22,14 @@ void TChartLabels::Begin(const QRect& axes) {
 }
 
 void TChartLabels::AddCurve(std::span<const QPointF> points) {
+  FCurves.push_back(SkylineOf(points));
+}
+
+void TChartLabels::AddStems(std::span<const QPointF> points) {
+  FStems.push_back(SkylineOf(points));
+}
+
+TChartLabels::TSkyline TChartLabels::SkylineOf(std::span<const QPointF> points) const {
   TSkyline skyline(static_cast<std::size_t>(std::max(1.0, FAxes.width())) + 1);
   const double last = static_cast<double>(skyline.size() - 1);
   const auto include = [&skyline](double column, double from, double to) {
@@ -52,7 +60,7 @@ void TChartLabels::AddCurve(std::span<const QPointF> points) {
       }
     }
   }
-  FCurves.push_back(std::move(skyline));
+  return skyline;
 }
 
 void TChartLabels::AddDot(const QPointF& middle, double radius) {
@@ -67,14 +75,17 @@ void TChartLabels::AddPoint(const QPointF& at, const QString& words, const QColo
   FPoints.push_back({at, words, ink});
 }
 
-bool TChartLabels::CoversData(const QRectF& box) const {
-  if (std::ranges::any_of(FDots, [&box](const QRectF& dot) { return dot.intersects(box); })) return true;
+bool TChartLabels::CoversData(const QRectF& box, bool stems) const {
+  const auto covers = [&](const TSkyline& skyline) { return Covers(skyline, box); };
+  return std::ranges::any_of(FDots, [&box](const QRectF& dot) { return dot.intersects(box); }) ||
+         std::ranges::any_of(FCurves, covers) || (stems && std::ranges::any_of(FStems, covers));
+}
+
+bool TChartLabels::Covers(const TSkyline& skyline, const QRectF& box) const {
   const auto first = static_cast<std::size_t>(std::max(0.0, box.left() - FAxes.left()));
-  for (const TSkyline& curve : FCurves) {
-    const auto end = std::min(curve.size(), static_cast<std::size_t>(std::max(0.0, box.right() - FAxes.left())) + 1);
-    for (std::size_t column = first; column < end; ++column) {
-      if (double{curve[column].top} <= box.bottom() && double{curve[column].bottom} >= box.top()) return true;
-    }
+  const auto end = std::min(skyline.size(), static_cast<std::size_t>(std::max(0.0, box.right() - FAxes.left())) + 1);
+  for (std::size_t column = first; column < end; ++column) {
+    if (double{skyline[column].top} <= box.bottom() && double{skyline[column].bottom} >= box.top()) return true;
   }
   return false;
 }
@@ -82,18 +93,21 @@ bool TChartLabels::CoversData(const QRectF& box) const {
 bool TChartLabels::IsFree(const QRectF& box) const {
   if (!FAxes.contains(box)) return false;
   const QRectF around = box.adjusted(-kMargin, -kMargin, kMargin, kMargin);
-  return std::ranges::none_of(FBoxes, [&around](const QRectF& taken) { return taken.intersects(around); });
+  const auto meets = [&around](const QRectF& taken) { return taken.intersects(around); };
+  return std::ranges::none_of(FBoxes, meets) && std::ranges::none_of(FMarkBoxes, meets);
 }
 
 // On the line from its axis inwards, then above and below it.
 std::optional<QRectF> TChartLabels::PlaceOf(const TLevel& level, const QSizeF& size) const {
-  const double room = FAxes.width() - size.width() - 2 * kGap;
-  for (const double up : {0.0, 1.0, -1.0}) {
-    for (int step = 0; step < kStepsAlong; ++step) {
-      const double along = kGap + room * step / kStepsAlong;
-      const double left = level.side == Qt::AlignLeft ? FAxes.left() + along : FAxes.right() - along - size.width();
-      const QRectF box({left, level.y - size.height() / 2 - up * (size.height() / 2 + kMargin)}, size);
-      if (IsFree(box) && !CoversData(box)) return box;
+  const double room = FAxes.width() - size.width() - 2 * kLabelGap;
+  for (const bool stems : {true, false}) {
+    for (const double up : {0.0, 1.0, -1.0}) {
+      for (int step = 0; step < kStepsAlong; ++step) {
+        const double along = kLabelGap + room * step / kStepsAlong;
+        const double left = level.side == Qt::AlignLeft ? FAxes.left() + along : FAxes.right() - along - size.width();
+        const QRectF box({left, level.y - size.height() / 2 - up * (size.height() / 2 + kMargin)}, size);
+        if (IsFree(box) && !CoversData(box, stems)) return box;
+      }
     }
   }
   return std::nullopt;
@@ -101,8 +115,8 @@ std::optional<QRectF> TChartLabels::PlaceOf(const TLevel& level, const QSizeF& s
 
 // Above, below, right, left of it, farther away each time.
 std::optional<QRectF> TChartLabels::PlaceOf(const TPoint& point, const QSizeF& size) const {
-  const double across = size.width() / 2 + kGap;
-  const double up = size.height() / 2 + kGap;
+  const double across = size.width() / 2 + kLabelGap;
+  const double up = size.height() / 2 + kLabelGap;
   for (const double away : {1.0, 1.5, 2.0, 3.0}) {
     for (const QPointF& to : {QPointF(0, -up), QPointF(0, up), QPointF(across, 0), QPointF(-across, 0),
                               QPointF(across, -up), QPointF(-across, -up), QPointF(across, up), QPointF(-across, up)}) {
@@ -134,22 +148,29 @@ QString TChartLabels::LevelAt(double y) const {
   return words.join("  ·  ");
 }
 
-QRectF TChartLabels::BesideLine(double x, const QSizeF& size) const {
-  const double top = FAxes.top() + 1;
-  const double right = x + kGap;
-  const double left = x - kGap - size.width();
-  const auto inside = [this, &size](double from) {
-    return from >= FAxes.left() && from + size.width() <= FAxes.right();
-  };
-  for (double y = top; y + size.height() <= FAxes.bottom(); y += size.height() / kLowChart) {
-    for (const double from : {right, left}) {
-      const QRectF box({from, y}, size);
-      if (inside(from) && IsFree(box) && !CoversData(box)) return box;
+std::optional<QRectF> TChartLabels::FreeAt(std::span<const double> lefts, const QSizeF& size, TEnd end,
+                                           bool overData) const {
+  const double room = FAxes.height() - size.height();
+  for (double away = 0; away <= room; away += size.height() / kTries) {
+    const double top = end == TEnd::Top ? FAxes.top() + away : FAxes.bottom() - size.height() - away;
+    for (const double left : lefts) {
+      const QRectF box({left, top}, size);
+      if (IsFree(box) && (overData || !CoversData(box))) return box;
     }
   }
-  // Everywhere are data: beside the line, at the edge of the chart.
-  const double from = inside(right) || !inside(left) ? std::min(right, FAxes.right() - size.width()) : left;
-  return {QPointF(std::max(from, FAxes.left()), top), size};
+  return std::nullopt;
+}
+
+std::optional<QRectF> TChartLabels::BesideLine(double x, double away, const QSizeF& size, TEnd end) const {
+  const std::array lefts = {x + away, x - away - size.width(), FAxes.right() - size.width(), FAxes.left()};
+  const auto free = FreeAt(std::span(lefts).first(2), size, end, false);
+  return free ? free : FreeAt(lefts, size, end, true);
+}
+
+std::optional<QRectF> TChartLabels::OnLine(double x, const QSizeF& size) const {
+  const double inside = std::max(FAxes.left(), std::min(x - size.width() / 2, FAxes.right() - size.width()));
+  const auto free = FreeAt(std::span(&inside, 1), size, TEnd::Bottom, false);
+  return free ? free : FreeAt(std::span(&inside, 1), size, TEnd::Bottom, true);
 }
 
 QSizeF PillSize(const QFontMetrics& metrics, const QString& words) {

@@ -8,6 +8,8 @@
 #include <span>
 #include <vector>
 
+inline constexpr double kLabelGap = 6;  // px, between a line or a point and its words
+
 class TChartLabels {
  public:
   // Begins a picture: nothing is drawn, no label is placed.
@@ -15,6 +17,8 @@ class TChartLabels {
 
   // What labels keep clear of. A curve is given by its points; a NaN breaks it.
   void AddCurve(std::span<const QPointF> points);
+  // Stems may be so many that a level line is nowhere clear of them; its words then stand over them.
+  void AddStems(std::span<const QPointF> points);
   void AddDot(const QPointF& middle, double radius);
 
   // Words at a level line, at the end where its axis is; drawn by Paint.
@@ -30,9 +34,17 @@ class TChartLabels {
   // Of the labels that were drawn.
   [[nodiscard]] const std::vector<QRectF>& Boxes() const { return FBoxes; }
 
-  // A place for a box beside the vertical line at x, with a gap: to its right or left, as high as possible, where
-  // nothing is drawn; else in a strip at the top.
-  [[nodiscard]] QRectF BesideLine(double x, const QSizeF& size) const;
+  // The boxes of marks that stay while the pointer moves; the places below keep clear of them, too.
+  void ClearMarkBoxes() { FMarkBoxes.clear(); }
+  void AddMarkBox(const QRectF& box) { FMarkBoxes.push_back(box); }
+  [[nodiscard]] const std::vector<QRectF>& MarkBoxes() const { return FMarkBoxes; }
+
+  // A place for a box beside the vertical line at x, px away from it, as near to that end as possible: where nothing is
+  // drawn, else where no other box is; nothing where there is no such place.
+  enum class TEnd { Top, Bottom };
+  [[nodiscard]] std::optional<QRectF> BesideLine(double x, double away, const QSizeF& size, TEnd end) const;
+  // The same on the line itself, near the bottom.
+  [[nodiscard]] std::optional<QRectF> OnLine(double x, const QSizeF& size) const;
 
  private:
   struct TLevel {
@@ -53,17 +65,25 @@ class TChartLabels {
   };
   using TSkyline = std::vector<TExtentOfColumn>;
 
-  [[nodiscard]] bool CoversData(const QRectF& box) const;
+  [[nodiscard]] TSkyline SkylineOf(std::span<const QPointF> points) const;
+  [[nodiscard]] bool Covers(const TSkyline& skyline, const QRectF& box) const;
+  // Curves and dots, and stems if these count.
+  [[nodiscard]] bool CoversData(const QRectF& box, bool stems = true) const;
   [[nodiscard]] bool IsFree(const QRectF& box) const;
+  // The first place at one of these left edges, at heights from that end on.
+  [[nodiscard]] std::optional<QRectF> FreeAt(std::span<const double> lefts, const QSizeF& size, TEnd end,
+                                             bool overData) const;
   [[nodiscard]] std::optional<QRectF> PlaceOf(const TLevel& level, const QSizeF& size) const;
   [[nodiscard]] std::optional<QRectF> PlaceOf(const TPoint& point, const QSizeF& size) const;
 
   QRectF FAxes;
   std::vector<TSkyline> FCurves;
+  std::vector<TSkyline> FStems;
   std::vector<QRectF> FDots;
   std::vector<TLevel> FLevels;
   std::vector<TPoint> FPoints;
   std::vector<QRectF> FBoxes;
+  std::vector<QRectF> FMarkBoxes;
 };
 
 // Words on a pill that fills the box.

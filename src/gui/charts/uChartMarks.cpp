@@ -158,7 +158,9 @@ QRectF TChartMarks::PaintIndicator(QCPPainter& painter, double time) const {
 
   readings.insert(readings.begin(), TReading{FReadings.MomentText(time), text, std::nullopt});
   const double x = FPlot.TimeAxis().coordToPixel(time);
-  const QRectF box = FPlot.Labels().BesideLine(x, FitReadings(rect, painter.fontMetrics(), readings));
+  const QSizeF size = FitReadings(rect, painter.fontMetrics(), readings);
+  const auto free = FPlot.Labels().BesideLine(x, kLabelGap, size, TChartLabels::TEnd::Top);
+  const QRectF box = free.value_or(QRectF(rect.topLeft(), size));
   DrawPill(painter, box, {}, text, FPlot.palette());
   DrawReadings(painter, box, readings);
   return box;

@@ -67,7 +67,7 @@ void TChartPlot::SetHasData(bool hasData) {
     axis->setTickLabels(FHasData);
   }
   UpdateTimeLabels();
-  for (const QCPAxis* axis : {FTimeAxis, FValueAxis}) axis->grid()->setVisible(FHasData);
+  for (const QCPAxis* axis : std::initializer_list<QCPAxis*>{FTimeAxis, FValueAxis}) axis->grid()->setVisible(FHasData);
 }
 
 void TChartPlot::UpdateTimeLabels() {
@@ -244,8 +244,9 @@ void TChartPlot::EmitNeededMargins() {
   if (std::exchange(FEmitted, needed) != needed) emit NeededMarginsChanged();
 }
 
-QCPAxis* TChartPlot::AddAxis(QCPAxis::AxisType side) {
-  QCPAxis* const axis = FRect->addAxis(side);
+TTitledAxis* TChartPlot::AddAxis(QCPAxis::AxisType side) {
+  auto* const axis = new TTitledAxis(FRect, side);
+  FRect->addAxis(side, axis);
   axis->setLayer("axes");
   axis->grid()->setLayer("grid");
   axis->grid()->setVisible(true);

@@ -15,6 +15,7 @@
 #include "base/uTimeSpan.h"
 #include "gui/charts/uChartLabels.h"
 #include "gui/charts/uLegendRow.h"
+#include "gui/charts/uTitledAxis.h"
 
 enum class TAxisUnit { Days, Milliseconds, Hertz };
 
@@ -38,7 +39,7 @@ class TChartPlot : public QCustomPlot {
 
   [[nodiscard]] QCPAxisRect& Rect() const;
   [[nodiscard]] QCPAxis& TimeAxis() const { return *FTimeAxis; }
-  [[nodiscard]] QCPAxis& ValueAxis() const { return *FValueAxis; }  // the left inner one
+  [[nodiscard]] TTitledAxis& ValueAxis() const { return *FValueAxis; }  // the left inner one
   [[nodiscard]] QList<QCPAxis*> ValueAxes() const;
   // Whose ticks and labels stand at a position; nullptr where none do.
   [[nodiscard]] QCPAxis* ValueAxisAt(const QPointF& position) const;
@@ -97,7 +98,7 @@ class TChartPlot : public QCustomPlot {
   // "name (unit)" at the value axis, or the unit alone where that is too long for its height.
   void SetValueTitle(const QString& name, const QString& unit);
   // A value axis beside those that are there.
-  QCPAxis* AddAxis(QCPAxis::AxisType side);
+  TTitledAxis* AddAxis(QCPAxis::AxisType side);
   // Equal steps along the axis become equal factors, or the reverse; a range below zero is made positive.
   static void SetLogarithmic(QCPAxis& axis, bool on);
   // An axis in the house style.
@@ -124,7 +125,7 @@ class TChartPlot : public QCustomPlot {
   TChartRect* FRect = nullptr;
   TLegendRow* FLegend = nullptr;
   QCPAxis* FTimeAxis = nullptr;
-  QCPAxis* FValueAxis = nullptr;
+  TTitledAxis* FValueAxis = nullptr;
   TChartLabels FLabels;
   QString FPlaceholder;
   QString FTimeTitle, FValueTitle, FValueUnit;

@@ -197,6 +197,10 @@ void TEventsChart::PaintStems(QCPPainter& painter, std::size_t series, const QCo
   painter.setAntialiasing(false);
   painter.setPen(QPen(ink, 1));
   painter.drawLines(stems);
+  std::vector<QPointF> clear;
+  const QPointF gap(0, std::numeric_limits<double>::quiet_NaN());
+  for (const QLineF& stem : stems) clear.insert(clear.end(), {stem.p1(), stem.p2(), gap});
+  Labels().AddStems(clear);
   const bool crowded = static_cast<double>(peaks.size()) * 2 * kTotalRadius > rect.width();
   if (series != Place(TSeries::Total) || crowded) return;
   QList<QPointF> dots;

@@ -58,7 +58,7 @@ class TInTimeOrder {
 template <class TAcross, class TDistance>
 std::optional<std::size_t> NearestOnScreen(std::size_t count, std::size_t start, const TAcross& across,
                                            const TDistance& distance) {
-  constexpr std::size_t kMaxSteps = 20000;  // on each side
+  constexpr std::size_t kMaxSteps = 8000;  // on each side
   std::optional<std::size_t> nearest;
   double min = std::numeric_limits<double>::infinity();
   // False if all samples beyond are farther away.

@@ -29,6 +29,7 @@ class TLegendRow final : public QCPLayoutElement {
   }
   // Takes no room while it is hidden.
   void SetHidden(bool hidden) { FHidden = hidden; }
+  [[nodiscard]] bool IsHidden() const { return FHidden; }
   // The whole title where it is cut, at a position on it; else empty.
   [[nodiscard]] QString CutTitleAt(const QPoint& position) const;
   [[nodiscard]] bool IsOnTitle(const QPoint& position) const;

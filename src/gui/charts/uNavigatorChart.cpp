@@ -42,8 +42,8 @@ TNavigatorChart::TNavigatorChart(QWidget* parent)
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
   new TPainted(&Rect(), "main", [this](QCPPainter& painter) {
     if (!HasData()) return;
-    PaintOverview(painter);
-    PaintEventTicks(painter);
+    if (FCurveVisible) PaintOverview(painter);
+    if (FTicksVisible) PaintEventTicks(painter);
   });
   new TPainted(&Rect(), "marks", [this](QCPPainter& painter) { PaintBand(painter); });
   connect(&FGestures, &TBandGestures::Dragging, this, &TNavigatorChart::BandDragging);
@@ -58,6 +58,7 @@ void TNavigatorChart::Clear() {
   FReadings.Clear();
   FExtents.Clear();
   FSensor.clear();
+  FillLegend();
   FGestures.LetGo();
   for (TNavigatorBand* band : {FBand, FLeft, FRight, FUnsyncedView}) band->Hide();
   SetFullRange(std::nullopt);
@@ -69,6 +70,7 @@ void TNavigatorChart::SetMission(const TEventList& events, const TSensorList& se
   std::optional<TTimeSpan> span;
   TakeEvents(events, span);
   TakeSensors(sensors, span);
+  FillLegend();
   SetFullRange(span);
 }
 
@@ -107,11 +109,11 @@ void TNavigatorChart::TakeSensors(const TSensorList& sensors, std::optional<TTim
 }
 
 void TNavigatorChart::SetSensorColour(std::string_view sensor, const QColor& colour) {
-  if (FChoices.SetColour(sensor, colour) && FSensor == sensor) QueueReplot();
+  if (FChoices.SetColour(sensor, colour) && FSensor == sensor) Restyle();
 }
 
 void TNavigatorChart::SetSensorNames(std::map<std::string, std::string> names) {
-  if (FChoices.SetNames(std::move(names))) QueueReplot();
+  if (FChoices.SetNames(std::move(names))) Restyle();
 }
 
 // Sums, so that a redraw need not look at every event.
@@ -131,6 +133,31 @@ QString TNavigatorChart::Caption() const {
   const QString unit = LookOf(FSensor).unit;
   const QString name = FChoices.NameOf(FSensor);
   return unit.isEmpty() ? name : QString("%1 (%2)").arg(name, unit);
+}
+
+QColor TNavigatorChart::CurveInk() const {
+  return FReadings.Samples().empty() ? FaintInk() : SensorInk(palette(), FChoices.ColourOf(FSensor));
+}
+
+void TNavigatorChart::Restyle() {
+  TTimeChart::Restyle();
+  FillLegend();
+}
+
+void TNavigatorChart::FillLegend() {
+  std::vector<TLegendEntry> entries;
+  if (!FReadings.Samples().empty() || !FEvents.empty()) entries.push_back({Caption(), CurveInk(), FCurveVisible});
+  if (!FEvents.empty()) entries.push_back({tr("Events"), palette().color(QPalette::Text), FTicksVisible});
+  Legend().SetEntries(std::move(entries));
+}
+
+// The curve comes first, then the ticks of the events.
+void TNavigatorChart::Clicked(const QPointF& position) {
+  const auto entry = Legend().EntryAt(position);
+  if (!entry) return;
+  bool& visible = *entry == 0 ? FCurveVisible : FTicksVisible;
+  visible = !visible;
+  Restyle();
 }
 
 void TNavigatorChart::SetBand(const TTimeSpan& band) {
@@ -164,18 +191,19 @@ void TNavigatorChart::ScaleValues() {
 void TNavigatorChart::PaintOverview(QCPPainter& painter) {
   painter.setFont(font());
   const QRect rect = Rect().rect();
-  // Along the top, where the curve leaves room.
-  Labels().AddLevel(rect.top() + painter.fontMetrics().height() * 0.75, Caption(), FaintInk(), Qt::AlignLeft);
+  // Along the top, where the curve leaves room; a higher chart says it in its legend.
+  if (Legend().IsHidden())
+    Labels().AddLevel(rect.top() + painter.fontMetrics().height() * 0.75, Caption(), FaintInk(), Qt::AlignLeft);
   if (FReadings.Samples().empty()) {
     DrawCurve(
         painter, {TimeAxis(), ValueAxis()}, std::span<const TEventTick>(FEvents),
-        [](const TEventTick& tick) { return tick.peak; }, FExtents, QPen(FaintInk(), kCurveWidth), false, kNoGap,
+        [](const TEventTick& tick) { return tick.peak; }, FExtents, QPen(CurveInk(), kCurveWidth), false, kNoGap,
         &Labels());
   } else {
     DrawCurve(
         painter, {TimeAxis(), ValueAxis(), FStart, kMsPerDay}, FReadings.Samples(),
-        [](const TSensorValue& reading) { return reading.xvalue; }, FExtents,
-        QPen(SensorInk(palette(), FChoices.ColourOf(FSensor)), kCurveWidth), false, FGap, &Labels());
+        [](const TSensorValue& reading) { return reading.xvalue; }, FExtents, QPen(CurveInk(), kCurveWidth), false,
+        FGap, &Labels());
   }
   Labels().Paint(painter, palette());
 }

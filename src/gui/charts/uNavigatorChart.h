@@ -53,15 +53,18 @@ class TNavigatorChart final : public TTimeChart {
   void BandResizing(const TTimeSpan& band);
 
  protected:
-  void Clicked(const QPointF& /*position*/) override {}
+  void Clicked(const QPointF& position) override;
   [[nodiscard]] QString CursorText(const QPointF& position) const override;
   void ScaleValues() override;
+  void Restyle() override;
 
  private:
   void TakeEvents(const TEventList& events, std::optional<TTimeSpan>& span);
   void TakeSensors(const TSensorList& sensors, std::optional<TTimeSpan>& span);
-  // What is drawn, and its unit.
+  // The curve's name and unit.
   [[nodiscard]] QString Caption() const;
+  [[nodiscard]] QColor CurveInk() const;
+  void FillLegend();
   void PaintOverview(QCPPainter& painter);
   void PaintEventTicks(QCPPainter& painter) const;
   void PaintBand(QCPPainter& painter) const;
@@ -79,6 +82,8 @@ class TNavigatorChart final : public TTimeChart {
   double FGap = 0;                            // ms between readings that has no line
   std::string FSensor;                        // its name in the list
   TSensorChoices FChoices;
+  bool FCurveVisible = true;
+  bool FTicksVisible = true;
   TNavigatorBand* FBand;           // what the charts show
   TNavigatorBand *FLeft, *FRight;  // what lies before and after it
   TNavigatorBand* FUnsyncedView;   // what a chart with a zoom of its own shows

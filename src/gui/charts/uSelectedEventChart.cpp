@@ -159,6 +159,7 @@ void TSelectedEventChart::SetMasks(TValueMasks masks) {
 void TSelectedEventChart::ScaleValues() {
   TExtent whole;
   for (const TSeries series : VisibleSeries()) whole.Include(FExtents[Place(series)].Whole());
+  if (IsTotalFaint()) whole.Include(FExtents[Place(TSeries::Total)].Whole());
   if (!HasData() || whole.IsEmpty()) return ValueAxis().setRange(0, 1);
   double min{whole.min};
   double max{whole.max};
@@ -176,8 +177,7 @@ void TSelectedEventChart::ScaleValues() {
 void TSelectedEventChart::PaintSeries(QCPPainter& painter) {
   for (const TSeries series : {TSeries::Total, TSeries::X, TSeries::Y, TSeries::Z}) {
     QColor ink = InkOf(series);
-    // The shades are the times of the total over the levels; without it nobody sees why they are there.
-    const bool faint = series == TSeries::Total && !FIntervals.empty() && !IsSeriesVisible(series);
+    const bool faint = series == TSeries::Total && IsTotalFaint();
     if (!faint && !IsSeriesVisible(series)) continue;
     if (faint) ink = Mixed(palette().color(QPalette::Base), ink, kFaintTotal);
     // The samples' own clock runs from the mission's start.

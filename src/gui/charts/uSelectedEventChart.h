@@ -48,6 +48,8 @@ class TSelectedEventChart final : public TAccelerationChart {
  private:
   void ShowTitle();
   void ShowSamples();
+  // The shades are the times of the total over the levels; without it nobody sees why they are there.
+  [[nodiscard]] bool IsTotalFaint() const { return !FIntervals.empty() && !IsSeriesVisible(TSeries::Total); }
   void PaintSeries(QCPPainter& painter);
   void PaintLevels(QCPPainter& painter);
   void PaintPeak(QCPPainter& painter);

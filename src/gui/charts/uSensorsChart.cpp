@@ -19,18 +19,6 @@ constexpr int kAxisGap = 8;          // px between an inner and an outer axis
 constexpr TSensorAxis kGridOrder[] = {TSensorAxis::LeftOuter, TSensorAxis::LeftInner, TSensorAxis::RightInner,
                                       TSensorAxis::RightOuter};
 
-// As much as fits: all names and the unit, the first name and the unit, or the unit alone.
-QString TitleWithin(const TShownSensors::TTitle& title, const QFontMetrics& metrics, int room) {
-  const auto& [names, unit] = title;
-  const QString inUnit = unit.isEmpty() ? QString() : QString(" (%1)").arg(unit);
-  QString all = names.join(", ") + inUnit;
-  const auto fits = [&](const QString& title) { return metrics.horizontalAdvance(title) <= room; };
-  if (names.isEmpty() || fits(all)) return all;
-  QString first = names.front() + (names.size() > 1 ? QString(", …") : QString()) + inUnit;
-  if (fits(first)) return first;
-  return unit.isEmpty() ? metrics.elidedText(first, Qt::ElideRight, room) : unit;
-}
-
 }  // namespace
 
 TSensorsChart::TSensorsChart(QWidget* parent) : TTimeChart(TAxisUnit::Days, parent) {
@@ -51,7 +39,7 @@ void TSensorsChart::PrepareExtraAxes() {
                                                                   {TSensorAxis::RightInner, QCPAxis::atRight},
                                                                   {TSensorAxis::RightOuter, QCPAxis::atRight}};
   for (const auto& [axis, side] : kExtra) {
-    QCPAxis*& made = FAxes[static_cast<std::size_t>(axis)];
+    TTitledAxis*& made = FAxes[static_cast<std::size_t>(axis)];
     if (made) continue;
     made = AddAxis(side);
     made->setVisible(false);
@@ -168,7 +156,7 @@ void TSensorsChart::SetUpAxes() {
   }
   bool taken = false;
   for (const TSensorAxis axis : kGridOrder) {
-    QCPAxis* const drawn = FAxes[static_cast<std::size_t>(axis)];
+    const TTitledAxis* const drawn = FAxes[static_cast<std::size_t>(axis)];
     if (!drawn) continue;
     drawn->grid()->setVisible(drawn->visible() && !taken);
     drawn->grid()->setZeroLinePen(drawn->grid()->pen());
@@ -199,11 +187,33 @@ void TSensorsChart::FillLegend() {
 }
 
 void TSensorsChart::Prepare() {
-  const QFontMetrics metrics(font(), this);
   for (std::size_t i = 0; i < kSensorAxisCount; ++i) {
-    if (!FAxes[i] || !FAxes[i]->visible()) continue;
-    FAxes[i]->setLabel(TitleWithin(FSensors.TitleOf(static_cast<TSensorAxis>(i)), metrics, Rect().height()));
+    if (FAxes[i] && FAxes[i]->visible()) FAxes[i]->SetTitle(TitleOf(static_cast<TSensorAxis>(i)));
   }
+}
+
+// As much as fits: the names in the colours of their series and the unit, a dash in place of each name, the unit alone.
+std::vector<TTitlePart> TSensorsChart::TitleOf(TSensorAxis axis) const {
+  const QColor ink = InkOf(axis);
+  const std::vector<const TSensorSeries*> named = FSensors.NamedOn(axis);
+  const QString unit = named.empty() ? QString() : named.front()->look.unit;
+  std::vector<TTitlePart> names;
+  std::vector<TTitlePart> dashes;
+  for (const TSensorSeries* series : named) {
+    if (!names.empty()) names.push_back({", ", ink});
+    names.push_back({series->name, InkOf(*series)});
+    dashes.push_back({"— ", InkOf(*series)});
+  }
+  if (!unit.isEmpty()) names.push_back({QString(" (%1)").arg(unit), ink});
+  dashes.push_back({unit, ink});
+  const QFontMetrics metrics(font(), this);
+  const auto fits = [&](const std::vector<TTitlePart>& parts) {
+    int width = 0;
+    for (const TTitlePart& part : parts) width += metrics.horizontalAdvance(part.text);
+    return width <= Rect().height();
+  };
+  if (fits(names)) return names;
+  return fits(dashes) ? dashes : std::vector<TTitlePart>{{unit, ink}};
 }
 
 void TSensorsChart::PaintSensors(QCPPainter& painter) {

@@ -70,9 +70,10 @@ class TSensorsChart final : public TTimeChart {
   void PaintAlarms(QCPPainter& painter);
   [[nodiscard]] QColor InkOf(const TSensorSeries& series) const { return SensorInk(palette(), series.look.colour); }
   [[nodiscard]] QColor InkOf(TSensorAxis axis) const;
-  [[nodiscard]] QCPAxis& AxisOf(TSensorAxis axis) const { return *FAxes[static_cast<std::size_t>(axis)]; }
+  [[nodiscard]] std::vector<TTitlePart> TitleOf(TSensorAxis axis) const;
+  [[nodiscard]] TTitledAxis& AxisOf(TSensorAxis axis) const { return *FAxes[static_cast<std::size_t>(axis)]; }
 
-  std::array<QCPAxis*, kSensorAxisCount> FAxes{};
+  std::array<TTitledAxis*, kSensorAxisCount> FAxes{};
   std::array<std::uint32_t, kSensorAxisCount> FAxisColours = DefaultSettings().display.axisColours;
   TShownSensors FSensors;
   std::map<std::string, TLimits> FAlarms;

@@ -135,14 +135,14 @@ TExtent TShownSensors::ExtentOn(TSensorAxis axis) const {
   return extent;
 }
 
-TShownSensors::TTitle TShownSensors::TitleOf(TSensorAxis axis) const {
-  TTitle title;
+std::vector<const TSensorSeries*> TShownSensors::NamedOn(TSensorAxis axis) const {
+  std::vector<const TSensorSeries*> named;
   for (const TSensorSeries& series : FSeries) {
     if (!series.visible || series.look.axis != axis) continue;
-    if (!title.names.contains(series.name)) title.names.append(series.name);
-    title.unit = series.look.unit;
+    const auto sameName = [&series](const TSensorSeries* other) { return other->name == series.name; };
+    if (std::ranges::none_of(named, sameName)) named.push_back(&series);
   }
-  return title;
+  return named;
 }
 
 const TSensorSeries* TShownSensors::MovedOnly(TSensorAxis axis) const {

@@ -59,12 +59,8 @@ class TShownSensors {
   [[nodiscard]] bool IsUsed(TSensorAxis axis) const;
   // The visible readings on an axis; empty without any.
   [[nodiscard]] TExtent ExtentOn(TSensorAxis axis) const;
-  // What an axis is titled with: the names on it and their unit.
-  struct TTitle {
-    QStringList names;
-    QString unit;
-  };
-  [[nodiscard]] TTitle TitleOf(TSensorAxis axis) const;
+  // The visible sensors on an axis, the first of each name.
+  [[nodiscard]] std::vector<const TSensorSeries*> NamedOn(TSensorAxis axis) const;
   // The first sensor of an axis that moved sensors have to themselves; nullptr where others are on it, or none.
   [[nodiscard]] const TSensorSeries* MovedOnly(TSensorAxis axis) const;
 

@@ -51,8 +51,8 @@ TRangeStatistics StatisticsOf(const TCurve& curve, const TTimeSpan& times) {
 TTimeChart::TTimeChart(TAxisUnit unit, QWidget* parent)
     : TChartPlot(unit, parent),
       FRange(*this, [this] { ScaleValues(); }),
-      FMarks(*this, *this),
       FCursors(*this, *this),
+      FMarks(*this, *this),
       FGestures(*this, *this, FRange, FMarks, FCursors) {
   connect(&FGestures, &TChartGestures::Clicked, this, [this](const QPointF& position) {
     const QPoint at = position.toPoint();

@@ -81,8 +81,8 @@ class TTimeChart : public TChartPlot, public IChartReadings {
 
  private:
   TChartRange FRange;
+  TChartCursors FCursors;  // drawn first: the words of the marks keep clear of those of the cursors
   TChartMarks FMarks;
-  TChartCursors FCursors;
   TChartGestures FGestures;
   bool FPointsVisible = false;
 };

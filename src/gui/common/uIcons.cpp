@@ -17,6 +17,8 @@ static void RegisterIcons() {
 
 namespace {
 
+constexpr auto kDotName = "dot";
+
 // Draws at any size and scale, and in the scheme of that moment.
 class TDotEngine : public QIconEngine {
  public:
@@ -38,6 +40,7 @@ class TDotEngine : public QIconEngine {
     paint(&painter, picture.rect(), mode, state);
     return picture;
   }
+  QString iconName() override { return kDotName; }
   [[nodiscard]] QIconEngine* clone() const override { return new TDotEngine(*this); }
 
  private:
@@ -48,6 +51,10 @@ class TDotEngine : public QIconEngine {
 
 QIcon DotIcon(const QColor& colour) {
   return QIcon(new TDotEngine(colour));
+}
+
+bool IsDotIcon(const QIcon& icon) {
+  return icon.name() == kDotName;
 }
 
 QIcon ProgramIcon() {

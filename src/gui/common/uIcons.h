@@ -13,5 +13,6 @@ QIcon Icon(const QString& name, bool onDark);
 QString IconFile(const QString& name, bool onDark);
 // A dot of this colour, as it is drawn on the surfaces of the application's palette.
 QIcon DotIcon(const QColor& colour);
+bool IsDotIcon(const QIcon& icon);
 // Of the windows; not of the theme.
 QIcon ProgramIcon();

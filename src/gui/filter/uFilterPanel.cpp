@@ -164,7 +164,7 @@ void TFilterPanel::MakeRanges(QGridLayout& grid, QWidget* parent) {
     grid.addWidget(name, row, 0);
     grid.addWidget(FRanges[i].from, row, 1);
     grid.addWidget(FRanges[i].to, row, 2);
-    grid.addWidget(new QLabel(QtText(kMetrics[i].unit), parent), row, 3);
+    grid.addWidget(new QLabel(QtText(UnitInWords(kMetrics[i])), parent), row, 3);
   }
 }
 
@@ -173,7 +173,7 @@ QLineEdit* TFilterPanel::MakeEdit(std::size_t quantity, bool from, QWidget* pare
   edit->setObjectName(QString("edtFilter%1%2").arg(kEditNames[quantity], from ? "From" : "To"));
   edit->setPlaceholderText(from ? tr("from") : tr("to"));
   edit->setAccessibleName((from ? tr("%1 from, in %2") : tr("%1 to, in %2"))
-                              .arg(QtText(kMetrics[quantity].field), QtText(kMetrics[quantity].unit)));
+                              .arg(QtText(kMetrics[quantity].field), QtText(UnitInWords(kMetrics[quantity]))));
   edit->setToolTip(tr("%1; empty: no limit. Enter applies").arg(edit->accessibleName()));
   edit->setMinimumWidth(edit->fontMetrics().averageCharWidth() * 9);
   edit->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);  // as narrow as that, unless there is room
@@ -361,7 +361,7 @@ void TFilterPanel::WriteTimes(const TRange& time) {
 void TFilterPanel::ChooseQuantity(std::size_t quantity) {
   FQuantity = quantity;
   const QString name = QtText(kMetrics[quantity].field);
-  FHistogramTitle->setText(tr("%1 of all events, in %2").arg(name, QtText(kMetrics[quantity].unit)));
+  FHistogramTitle->setText(tr("%1 of all events, in %2").arg(name, QtText(UnitInWords(kMetrics[quantity]))));
   FHistogram->setAccessibleName(tr("Histogram of %1").arg(name));
   FHistogram->SetRange(FFilter.ranges[quantity]);
   FHistogramIsStale = true;

@@ -10,7 +10,6 @@
 #include <utility>
 #include <vector>
 
-#include "gui/charts/uNavigatorChart.h"
 #include "gui/charts/uSensorsChart.h"
 #include "gui/common/uGuard.h"
 #include "gui/common/uIcons.h"
@@ -20,6 +19,7 @@
 namespace {
 
 constexpr qsizetype kMaxSensors = 40;  // in a menu
+constexpr std::string_view kNavigator = "ChartNavigator";
 
 // The actions of the window that stand in a chart's menu, by name; "-" parts them.
 struct TMenuRow {
@@ -72,7 +72,7 @@ const std::vector<TMenuRow>& MenuRows() {
        {"actSensorsToolsPoints", "actSensorsToolsIndicator", "actSensorsToolsNearest", "actSyncWithSensors", "-",
         "actSensorsCopyChart", "actSensorsSaveChart", "actSensorsSaveChartAsPNG", "actSensorsSaveChartAsSVG", "-",
         "actSensorsExportToXLSX"}},
-      {"ChartNavigator",
+      {kNavigator,
        {"actNavSetIntAll", "actNavSetIntYear", "actNavSetIntMonth", "actNavSetIntWeek", "actNavSetIntDay",
         "actNavSetIntHour", "actNavSetIntMin", "-", "actNavRwd", "actNavFwd", "-", "actSyncWithEvents",
         "actSyncWithSensors"}}};
@@ -94,6 +94,13 @@ void AddNamed(QMenu& menu, const TKorvexMainForm& form, const char* name) {
   entry->setCheckable(action->isCheckable());
   entry->setChecked(action->isChecked());
   QObject::connect(entry, &QAction::triggered, action, &QAction::trigger);
+}
+
+void AddActionsOf(std::string_view chart, QMenu& menu, const TKorvexMainForm& form) {
+  for (const auto& [name, actions] : MenuRows()) {
+    if (name != chart) continue;
+    for (const char* action : actions) AddNamed(menu, form, action);
+  }
 }
 
 QString CursorsText(const TTimeChart& chart) {
@@ -136,7 +143,8 @@ void ShowMenu(TKorvexMainForm& form, TTimeChart& chart, const QPoint& at) {
   auto* menu = new QMenu(&chart);
   menu->setObjectName("mnuChart");
   menu->setAttribute(Qt::WA_DeleteOnClose);
-  if (qobject_cast<TNavigatorChart*>(&chart) == nullptr) {
+  const std::string own = chart.objectName().toStdString();
+  if (own != kNavigator) {
     // The keys are the chart's own, so they stand in the text alone.
     const auto add = [&](const char* name, const char* icon, const QString& text, const std::function<void()>& run) {
       QAction* action = menu->addAction(Icon(icon), text);
@@ -151,9 +159,11 @@ void ShowMenu(TKorvexMainForm& form, TTimeChart& chart, const QPoint& at) {
     menu->addSeparator();
   }
   if (auto* sensors = qobject_cast<TSensorsChart*>(&chart)) AddSensors(*menu, *sensors);
-  for (const auto& [name, actions] : MenuRows()) {
-    if (chart.objectName().toStdString() != name) continue;
-    for (const char* action : actions) AddNamed(*menu, form, action);
+  AddActionsOf(own, *menu, form);
+  // Whatever tab of the ribbon is in front.
+  if (own != kNavigator) {
+    menu->addSeparator();
+    AddActionsOf(kNavigator, *menu->addMenu(QObject::tr("Navigator")), form);
   }
   menu->popup(at);
 }

@@ -31,8 +31,8 @@ QString ImportantTable(const TDataset& table, const TDisplaySettings& display) {
                                                               {"Acceleration max", "Peak (g)"},
                                                               {"ToT total", "ToT total"},
                                                               {"ToT max", "ToT max"},
-                                                              {"IoT total", "IoT total (g ms)"},
-                                                              {"IoT max", "IoT max (g ms)"}};
+                                                              {"IoT total", "IoT total (g·ms)"},
+                                                              {"IoT max", "IoT max (g·ms)"}};
   QString html = "<p class='heading'>Most important events</p>";
   if (table.RecordCount() == 0) return html + "<p>There are no shock events.</p>";
   html += "<table width='100%' cellspacing='0' cellpadding='2' border='1' style='border-collapse:collapse'><tr>";

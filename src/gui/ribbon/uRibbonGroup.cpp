@@ -126,7 +126,8 @@ void TRibbonGroup::UpdateHandle() {
   QIcon icon = FIcon;
   for (const QWidget* item : FItems) {
     const auto* button = qobject_cast<const QToolButton*>(item);
-    if (icon.isNull() && button != nullptr && !button->isHidden()) icon = button->icon();
+    const bool usual = button != nullptr && !button->isHidden() && !IsDotIcon(button->icon());
+    if (icon.isNull() && usual) icon = button->icon();
   }
   FHandle->SetCaption(FTitle->text(), icon.isNull() ? Icon("view-list-details") : icon);
 }

@@ -48,6 +48,7 @@ TMainShockPanel::TMainShockPanel(QWidget* parent)
       FConditions(new TElidedLabel("lblFilterConditions", this, Qt::ElideRight)),
       FClipped(new QLabel(tr("clipped"), this)) {
   setObjectName("MainShockPanel");
+  setMinimumWidth(500);  // px, so that docks leave the list and the chart their room
   FShocks->SetPlaceholder(tr("No shock events"));
   FFilteredShocks->SetPlaceholder(tr("No event is let through"));
   FChart20->setObjectName("Chart20");
@@ -63,7 +64,7 @@ TMainShockPanel::TMainShockPanel(QWidget* parent)
   FEventCharts->addWidget(FSpectrum);
   FBelow->addWidget(FEventCharts);
   FBelow->addWidget(FValues);
-  FBelow->setSizes({1000, 1000, 0});
+  FBelow->setSizes({740, 1260, 0});  // the value table beside the chart needs more than the list
   ConnectValues();
   auto* splitter = new QSplitter(Qt::Vertical, this);
   splitter->setObjectName("splShock");
@@ -130,8 +131,7 @@ void TMainShockPanel::TakeRoomForValues(bool visible) {
   QList<int> sizes = FBelow->sizes();
   if (visible) {
     const int room = sizes[1] - FBelow->handleWidth();
-    sizes[2] = std::min(
-        {FValuesWidth.value_or(FValues->FittingWidth()), room / 2, room - FEventCharts->minimumSizeHint().width()});
+    sizes[2] = std::min(FValuesWidth.value_or(FValues->FittingWidth()), room - FEventCharts->minimumSizeHint().width());
     sizes[1] = room - sizes[2];
   } else {
     FValuesWidth = sizes[2];

@@ -13,8 +13,10 @@ namespace {
 
 constexpr int kColumns = 1 + static_cast<int>(kSeriesCount);  // the time, then the series
 constexpr int kColumnPadding = 12;
-constexpr auto kUsualText = "-00.000";  // the rows in sight may be of the quiet before the shock
-constexpr auto kUsualLine = "0.0001234";
+constexpr auto kTime = "Time (ms)";
+constexpr auto kFrequency = "Frequency (Hz)";
+constexpr auto kUsualText = "-00.0000";  // the rows in sight may be of the quiet before the shock
+constexpr auto kUsualLine = "0.01234";
 constexpr int kDigits = 4;  // of a line: lines differ by many powers of ten
 
 }  // namespace
@@ -71,7 +73,7 @@ QVariant TShockValuesModel::headerData(int section, Qt::Orientation orientation,
   if (orientation == Qt::Vertical || section < 0 || section >= kColumns) return {};
   if (role == Qt::TextAlignmentRole) return QVariant(Qt::AlignRight | Qt::AlignVCenter);
   if (role != Qt::DisplayRole) return {};
-  if (section == 0) return FUnit.isEmpty() ? tr("Time (ms)") : tr("Frequency (Hz)");
+  if (section == 0) return tr(FUnit.isEmpty() ? kTime : kFrequency);
   const QString name = NameOf(static_cast<TSeries>(section - 1));
   return QString("%1 (%2)").arg(name, FUnit.isEmpty() ? tr("g") : FUnit);
 }
@@ -118,7 +120,9 @@ int TShockValuesGrid::UsualWidth(int column) const {
 int TShockValuesGrid::FittingWidth() const {
   int width = 2 * frameWidth() + verticalScrollBar()->sizeHint().width();
   for (int column = 0; column < kColumns; ++column) width += UsualWidth(column);
-  return width;
+  // The title of the frequencies is longer than that of the times.
+  const QFontMetrics metrics(horizontalHeader()->font());
+  return width + (FShowsLines ? 0 : metrics.horizontalAdvance(kFrequency) - metrics.horizontalAdvance(kTime));
 }
 
 // Fits each column once; later widths are the user's.

@@ -11,6 +11,9 @@
 
 namespace {
 
+constexpr int kMinWidth = 180;  // px
+constexpr int kChoiceGap = 12;  // px, after each choice
+
 // A list of the names of a table of names and values, with its label.
 template <class TTable>
 QComboBox* AddChoice(QHBoxLayout& row, const char* name, const QString& caption, const TTable& table) {
@@ -20,12 +23,15 @@ QComboBox* AddChoice(QHBoxLayout& row, const char* name, const QString& caption,
   list->setAccessibleName(QString(caption).remove('&'));
   for (const auto& [text, value] : table) list->addItem(QtText(text));
   label->setBuddy(list);
+  list->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  list->setMaximumWidth(list->sizeHint().width());  // all of the longest name, where there is room
   list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-  list->setMinimumContentsLength(5);
+  list->setMinimumContentsLength(3);
   new TWheelGuard(*list);
+  list->setToolTip(list->accessibleName());
   row.addWidget(label);
-  row.addWidget(list);
-  row.addSpacing(12);
+  row.addWidget(list, 1);
+  row.addSpacing(kChoiceGap);
   return list;
 }
 
@@ -47,4 +53,18 @@ TSpectrumPanel::TSpectrumPanel(QWidget* parent) : QWidget(parent), FChart(new TS
   layout->setSpacing(2);
   layout->addLayout(choices);
   layout->addWidget(FChart, 1);
+  FLabels = findChildren<QLabel*>();
+}
+
+QSize TSpectrumPanel::minimumSizeHint() const {
+  return {kMinWidth, QWidget::minimumSizeHint().height()};
+}
+
+void TSpectrumPanel::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  int needed = kChoiceGap;
+  for (const QLabel* label : FLabels) {
+    needed += label->sizeHint().width() + label->buddy()->minimumSizeHint().width() + 2 * kChoiceGap;
+  }
+  for (QLabel* label : FLabels) label->setVisible(width() >= needed);
 }

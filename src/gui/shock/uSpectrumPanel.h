@@ -3,6 +3,7 @@
 
 #include <QWidget>
 
+class QLabel;
 class TSpectrumChart;
 
 class TSpectrumPanel : public QWidget {
@@ -13,6 +14,13 @@ class TSpectrumPanel : public QWidget {
 
   [[nodiscard]] TSpectrumChart* Chart() const { return FChart; }
 
+  // The labels of the choices hide where they have no room; their tool tips say the same.
+  [[nodiscard]] QSize minimumSizeHint() const override;
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
  private:
+  QList<QLabel*> FLabels;
   TSpectrumChart* FChart;
 };
