@@ -2,8 +2,13 @@
 #include <QAction>
 #include <QScreen>
 #include <QSplitter>
+#include <QTableView>
+#include <QToolButton>
+#include <QWindow>
 #include <fstream>
 
+#include "gui/common/uTheme.h"
+#include "gui/docks/uFoldingPanel.h"
 #include "gui/mainform/uWindowPlace.h"
 #include "tests/support/uThreeEvents.h"
 #include "tests/support/uWindowTest.h"
@@ -43,6 +48,72 @@ TEST_F(Frame, EveryViewFitsIntoTheSmallestWindowWithAllItsPanels) {
       EXPECT_TRUE(FForm->rect().contains(panel->geometry())) << view << panel->objectName().toStdString();
     }
   }
+}
+
+TEST_F(Frame, InANarrowWindowThePanelsBesideTheViewsAreTitlesThatOpenByClickAndKey) {
+  OpenAt({1280, 800});
+  const int height = Find("dxDockPanelSensorGridTemp")->height();
+  FForm->resize(1100, 800);
+  Settle();
+  auto* details = Find<TFoldingPanel>("dxDockPanelMissionDetails");
+  auto* sensors = Find<TFoldingPanel>("dxDockPanelSensorGridTemp");
+  auto* grid = Find("DBGrid2");
+  EXPECT_EQ(details->Fold(), TFold::Upright);
+  EXPECT_EQ(sensors->Fold(), TFold::Tab);
+  EXPECT_EQ(Find<TFoldingPanel>("dxDockPanelNavigator")->Fold(), TFold::Open);
+  EXPECT_FALSE(details->isHidden());
+  EXPECT_LT(details->width(), 50);
+  EXPECT_FALSE(grid->isVisible());
+
+  QTest::mouseClick(details, Qt::LeftButton, {}, details->rect().center());
+  Settle();
+  EXPECT_EQ(details->Fold(), TFold::Open);
+  EXPECT_EQ(sensors->Fold(), TFold::Flat) << "its column is not folded any more";
+  EXPECT_GT(details->width(), 200);
+  Press("Ctrl+Shift+S");
+  EXPECT_TRUE(grid->isVisible()) << "the command of a folded panel opens it";
+  EXPECT_NEAR(sensors->height(), height, 2);
+
+  Press("Ctrl+2");
+  Press("Ctrl+1");
+  EXPECT_EQ(details->Fold(), TFold::Open) << "the user's choice lasts";
+  auto* fold = details->findChild<QToolButton*>("Fold");
+  fold->setFocus();
+  QTest::keyClick(fold, Qt::Key_Space);
+  Settle();
+  EXPECT_EQ(details->Fold(), TFold::Flat);
+  FForm->resize(1280, 800);
+  Settle();
+  EXPECT_EQ(details->Fold(), TFold::Flat);
+  Trigger("actDefaultLayout");
+  EXPECT_EQ(details->Fold(), TFold::Open);
+}
+
+TEST_F(Frame, ALowWindowFoldsTheNavigatorForTheRowsOfTheList) {
+  OpenAt({900, 600});
+  EXPECT_EQ(Find<TFoldingPanel>("dxDockPanelNavigator")->Fold(), TFold::Flat);
+  EXPECT_GE(Find<TFoldingPanel>("dxDockPanelNavigator")->width(), 800);
+  const auto* list = Find<QTableView>("dbgMostImportant");
+  EXPECT_GE(list->viewport()->height() / list->rowHeight(0), 2);
+}
+
+TEST_F(Frame, TheSchemeFollowsTheDesktopWhileTheProgramRuns) {
+  OpenAt({1280, 800});
+  const auto ground = [this] { return FForm->grab().toImage().pixelColor(2, FForm->height() - 40).rgb() & 0xFFFFFF; };
+  const auto icon = [this] { return Find<QAction>("actFileOpen")->icon().pixmap(22).toImage(); };
+  ASSERT_EQ(ground(), kLightTokens.ground);
+  const QImage light = icon();
+  ApplyScheme(*qApp, TScheme::Desktop);
+  QApplication::setPalette(QPalette(Qt::white, Qt::black));
+  Settle();
+  EXPECT_EQ(ground(), kDarkTokens.ground);
+  EXPECT_NE(icon(), light);
+  // The offscreen desktop itself is light.
+  QEvent theme(QEvent::ThemeChange);
+  QApplication::sendEvent(FForm->windowHandle(), &theme);
+  Settle();
+  EXPECT_EQ(ground(), kLightTokens.ground);
+  EXPECT_EQ(icon(), light);
 }
 
 TEST_F(Frame, SteppingAndATableThatComesAndGoesMoveNoSplitter) {

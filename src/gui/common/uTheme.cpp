@@ -1,11 +1,13 @@
 #include "gui/common/uTheme.h"
 
 #include <QApplication>
+#include <QEvent>
 #include <QPainter>
 #include <QPainterPath>
 #include <QStyleFactory>
 #include <QWidget>
 #include <algorithm>
+#include <utility>
 
 #include "gui/common/uIcons.h"
 
@@ -58,6 +60,9 @@ constexpr auto kSheet = R"(
                  border-bottom: 2px solid transparent; padding: 5px 10px; }
   QTabBar::tab:hover { color: %ink; }
   QTabBar::tab:selected { color: %ink; border-bottom-color: %accent; }
+  QTabBar::tab:left, QTabBar::tab:right { background: %surface; border: 1px solid %hairline; color: %ink;
+                                          padding: 10px 5px; margin-bottom: 4px; font-weight: 600; border-radius: 4px; }
+  QTabBar::tab:left:focus, QTabBar::tab:right:focus { border-color: %accent; }
   QTabBar::tab:selected:focus { background: %tint; border: 2px solid %accent; padding: 4px 9px 5px 9px; }
 
   QAbstractScrollArea::corner { background: transparent; border: none; }
@@ -111,6 +116,8 @@ constexpr auto kSheet = R"(
   TRibbonTabBar::tab:first { background: %accent; color: %surface; border-radius: 4px; margin: 2px 4px 2px 0;
                              font-weight: 600; }
   TRibbonTabBar::tab:first:hover { background: %ink; }
+  QGroupBox { background: %surface; border: 1px solid %hairline; border-radius: 4px; margin-top: 28px; padding: 8px; }
+  QGroupBox::title { subcontrol-origin: margin; padding: 4px 2px; }
   QFrame[surface="true"] { background: %surface; border: 1px solid %hairline; border-radius: 4px; }
   TBackstageEntry { margin: 1px 4px; padding: 5px 9px; border-left: 3px solid transparent; }
   TBackstageEntry:checked { background: transparent; border-left-color: %accent; font-weight: bold; }
@@ -140,6 +147,46 @@ QString SheetOf(const TThemeTokens& tokens) {
   return sheet;
 }
 
+void ShowScheme(QApplication& application, bool dark) {
+  const TThemeTokens& tokens = dark ? kDarkTokens : kLightTokens;
+  QApplication::setPalette(PaletteOf(tokens));
+  application.setStyleSheet(SheetOf(tokens));
+}
+
+// Follows the desktop while the program runs. A desktop reports a change of its theme to the windows; its palette is
+// that of an application that has set none.
+class TDesktopScheme : public QObject {
+ public:
+  explicit TDesktopScheme(QApplication& application)
+      : QObject(&application), FApplication(application), FOurs(QApplication::palette()) {
+    application.installEventFilter(this);
+  }
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    const bool isTheme = event->type() == QEvent::ThemeChange;
+    const bool isPalette = event->type() == QEvent::ApplicationPaletteChange && QApplication::palette() != FOurs;
+    // Queued: this is the middle of that change.
+    if ((isTheme || isPalette) && !std::exchange(FIsDue, true)) {
+      QMetaObject::invokeMethod(
+          this, [this] { Follow(); }, Qt::QueuedConnection);
+    }
+    return QObject::eventFilter(watched, event);
+  }
+
+ private:
+  void Follow() {
+    if (QApplication::palette() == FOurs) QApplication::setPalette(QPalette());
+    ShowScheme(FApplication, IsDark(QApplication::palette()));
+    FOurs = QApplication::palette();
+    FIsDue = false;
+  }
+
+  QApplication& FApplication;
+  QPalette FOurs;
+  bool FIsDue = false;  // Follow is to come or at work
+};
+
 }  // namespace
 
 QFont SizedFont(QFont font, double size) {
@@ -154,12 +201,11 @@ QFont SizedFont(QFont font, double size) {
 void ApplyScheme(QApplication& application, TScheme scheme) {
   // Fusion looks the same on every desktop and follows the palette in every control.
   QApplication::setStyle(QStyleFactory::create("Fusion"));
-  const bool dark = scheme == TScheme::Dark || (scheme == TScheme::Desktop && IsDark(QApplication::palette()));
-  const TThemeTokens& tokens = dark ? kDarkTokens : kLightTokens;
   // Without this, palette changes do not reach the children of a widget with a style sheet.
   QCoreApplication::setAttribute(Qt::AA_UseStyleSheetPropagationInWidgetStyles);
-  QApplication::setPalette(PaletteOf(tokens));
-  application.setStyleSheet(SheetOf(tokens));
+  const bool dark = scheme == TScheme::Dark || (scheme == TScheme::Desktop && IsDark(QApplication::palette()));
+  ShowScheme(application, dark);
+  if (scheme == TScheme::Desktop) new TDesktopScheme(application);
 }
 
 const TThemeTokens& TokensOf(const QPalette& palette) {

@@ -20,6 +20,7 @@
 #include "gui/common/uGuard.h"
 #include "gui/common/uIcons.h"
 #include "gui/common/uQtText.h"
+#include "gui/docks/uFoldingPanel.h"
 #include "gui/filter/uFilterChip.h"
 #include "gui/filter/uFilterPanel.h"
 #include "gui/mainform/uChartMenus.h"

@@ -76,7 +76,7 @@ TMainParts::TMainParts(QMainWindow& window)
   backstage->AddPage("backstageSettings", QObject::tr("Settings"), "settings-configure", new TSettingsPage(*logos));
   backstage->AddPage("backstageRecent", QObject::tr("Recent"), "chronometer", recent);
   welcome->AddSection(QObject::tr("Recent"), recentFiles);
-  layouts = new TLayouts(window);
+  layouts = new TLayouts(window, *docks.folding);
 }
 
 void TMainParts::MakeCentre(QMainWindow& window) {

@@ -183,7 +183,6 @@ void TRibbonGroup::FocusFirst() {
 
 bool TRibbonGroup::event(QEvent* event) {
   if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) TakeFont();
-  if (event->type() == QEvent::PaletteChange) UpdateHandle();
   const bool handled = QFrame::event(event);
   if (IsShownOrHidden(event) || event->type() == QEvent::LayoutRequest) emit ContentChanged();
   return handled;
