@@ -157,6 +157,7 @@ TEST_F(Documents, RecentFilesAndFoldersComeBackAfterARestart) {
 TEST_F(Documents, AUserLayoutComesBackAfterARestartAndByItsCommands) {
   const QString three = Save("three.kshock");
   Start(three);
+  Press("Ctrl+Shift+L");
   const std::vector<QRect> designed = Places();
   ExpectInSight();
   Press("Ctrl+U");

@@ -18,7 +18,6 @@ TMissionDetails::TMissionDetails(QWidget* parent) : QTextEdit(parent) {
   setReadOnly(true);
   setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   setTabChangesFocus(true);
-  setFrameShape(NoFrame);
   setMinimumWidth(fontMetrics().averageCharWidth() * kLeastWidth);
   setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

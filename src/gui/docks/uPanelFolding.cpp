@@ -58,7 +58,8 @@ bool TPanelFolding::eventFilter(QObject* watched, QEvent* event) {
   } else if (event->type() == QEvent::KeyPress) {
     const int key = static_cast<QKeyEvent*>(event)->key();
     const auto* tabs = static_cast<QTabBar*>(watched);
-    if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space) OpenTab(tabs->tabText(tabs->currentIndex()));
+    if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space)
+      OpenTab(tabs->tabText(tabs->currentIndex()));
   }
   return QObject::eventFilter(watched, event);
 }
@@ -125,6 +126,17 @@ void TPanelFolding::Resize(const QList<TFoldingPanel*>& opened) {
     panels << panel;
     widths << panel->OpenSize().width();
     heights << panel->OpenSize().height();
+  }
+  // Their room is that of the other open panels of their side; without a word to them Qt shares the loss.
+  for (TFoldingPanel* other : FPanels) {
+    int growth = 0;
+    for (qsizetype i = 0; i < opened.size(); ++i) {
+      if (FWindow.dockWidgetArea(opened[i]) == FWindow.dockWidgetArea(other)) growth = std::max(growth, heights[i]);
+    }
+    if (growth == 0 || opened.contains(other) || other->Fold() != TFold::Open || !other->isVisible()) continue;
+    panels << other;
+    widths << other->width();
+    heights << std::max(1, other->height() - growth);
   }
   FWindow.resizeDocks(panels, widths, Qt::Horizontal);
   FWindow.resizeDocks(panels, heights, Qt::Vertical);

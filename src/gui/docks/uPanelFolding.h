@@ -1,5 +1,5 @@
-// Which panels are folded to their titles. Those beside the views are folded in a narrow window and those below in a low
-// one, unless the user chose otherwise. Panels behind each other's tabs are folded together.
+// Which panels are folded to their titles. Those beside the views are folded in a narrow window and those below in a
+// low one, unless the user chose otherwise. Panels behind each other's tabs are folded together.
 #pragma once
 
 #include <QList>

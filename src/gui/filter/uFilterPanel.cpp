@@ -98,6 +98,7 @@ TFilterPanel::TFilterPanel(QWidget* parent) : QDockWidget(tr("Filter"), parent) 
   }
   auto* scroll = new QScrollArea(this);
   scroll->setFrameShape(QFrame::NoFrame);
+  scroll->setFocusPolicy(Qt::NoFocus);  // its controls take the keys
   scroll->setWidgetResizable(true);
   scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   scroll->setWidget(MakeConditions());

@@ -81,6 +81,7 @@ void AddColours(QFormLayout& form, std::initializer_list<TRow> rows) {
 QWidget* Scrolled(QWidget* page) {
   auto* area = new QScrollArea;
   area->setFrameShape(QFrame::NoFrame);
+  area->setFocusPolicy(Qt::NoFocus);  // its controls take the keys
   area->setWidgetResizable(true);
   area->setWidget(page);
   return area;
@@ -123,7 +124,8 @@ class TBoxes : public QWidget {
     for (const QWidget* box : findChildren<QGroupBox*>()) needed += box->sizeHint().width() + kBoxSpace;
     const bool beside = width() >= needed + kBoxSpace;
     FLayout->setDirection(beside ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
-    for (int i = 0; i < FLayout->count(); ++i) FLayout->setStretch(i, beside == (FLayout->itemAt(i)->widget() != nullptr));
+    for (int i = 0; i < FLayout->count(); ++i)
+      FLayout->setStretch(i, beside == (FLayout->itemAt(i)->widget() != nullptr));
     QWidget::resizeEvent(event);
   }
 
@@ -201,9 +203,9 @@ QWidget* TSettingsPage::MakeColours() {
   AddColours(*AddForm(*left, tr("Acceleration")),
              {{"ccmbShockX", "&X"}, {"ccmbShockY", "&Y"}, {"ccmbShockZ", "&Z"}, {"ccmbShockTotal", tr("T&otal")}});
   AddColours(*AddForm(*left, tr("Axes of the sensors chart")), {{"clrgalSensorsLeftAxisI", tr("Left inner")},
-                                                               {"clrgalSensorsLeftAxisII", tr("Left outer")},
-                                                               {"clrgalSensorsRightAxisI", tr("Right inner")},
-                                                               {"clrgalSensorsRightAxisII", tr("Right outer")}});
+                                                                {"clrgalSensorsLeftAxisII", tr("Left outer")},
+                                                                {"clrgalSensorsRightAxisI", tr("Right inner")},
+                                                                {"clrgalSensorsRightAxisII", tr("Right outer")}});
   left->addStretch();
   QFormLayout* sensors = AddForm(*columns, tr("Sensors"));
   for (const TQuantityRow* row : kColouredSensors) {

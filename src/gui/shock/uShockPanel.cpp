@@ -150,7 +150,6 @@ void TMainShockPanel::SetMasks(const TValueMasks& masks) {
 
 QWidget* TMainShockPanel::MakeEventList() {
   FTabs->setObjectName("pgcShockGrids");
-  FTabs->setDocumentMode(true);
   FTabs->setUsesScrollButtons(false);
   FTabs->setElideMode(Qt::ElideRight);
   FTabs->setAccessibleName(tr("Event grids"));
