@@ -8,7 +8,7 @@
 namespace {
 
 constexpr qsizetype kLongestText = 400;  // characters; a header may hold 64 KiB
-constexpr int kLeastWidth = 22;          // characters; labels are not broken then
+constexpr int kLeastWidth = 26;          // characters; labels are not broken then
 
 }  // namespace
 

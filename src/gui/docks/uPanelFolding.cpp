@@ -142,9 +142,11 @@ void TPanelFolding::Resize(const QList<TFoldingPanel*>& opened) {
   FWindow.resizeDocks(panels, heights, Qt::Vertical);
 }
 
-// Of a folded panel that is a tab, or has tabs below its title.
+// Of a folded panel that is a tab, or has tabs below its title. Qt makes tab bars as it needs them.
 void TPanelFolding::WatchTabs() {
   for (QTabBar* tabs : FWindow.findChildren<QTabBar*>(QString(), Qt::FindDirectChildrenOnly)) {
+    tabs->setDrawBase(false);
+    tabs->setUsesScrollButtons(false);
     tabs->removeEventFilter(this);
     tabs->installEventFilter(this);
     tabs->disconnect(this);

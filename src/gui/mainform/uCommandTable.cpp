@@ -66,8 +66,10 @@ void OpenFilter(TTargets on, bool /*checked*/) {
   on.parts.filter->Open();
 }
 
+// Below the group where it is collapsed.
 void OpenAlarmLimits(TTargets on, bool /*checked*/) {
-  on.parts.alarmLimits->OpenBelow(*on.form.findChild<QWidget*>("dxBarAlarmLimits"));
+  const auto* button = on.form.findChild<QWidget*>("dxBarAlarmLimits");
+  on.parts.alarmLimits->OpenBelow(button->isVisible() ? *button : *on.form.findChild<QWidget*>("btngrpAlarm"));
 }
 
 void SyncWithEvents(TTargets on, bool /*checked*/) {

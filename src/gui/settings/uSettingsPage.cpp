@@ -96,7 +96,7 @@ QFormLayout* MakeForm(QWidget* page) {
 // A titled box.
 QGroupBox* AddBox(QBoxLayout& layout, const QString& title) {
   auto* box = new QGroupBox(title);
-  layout.addWidget(box, 1, Qt::AlignTop);
+  layout.addWidget(box, layout.direction() == QBoxLayout::LeftToRight ? 1 : 0, Qt::AlignTop);
   return box;
 }
 
@@ -137,7 +137,7 @@ class TBoxes : public QWidget {
 QVBoxLayout* AddColumn(QHBoxLayout& columns) {
   auto* column = new QVBoxLayout;
   column->setSpacing(kBoxSpace);
-  columns.addLayout(column);
+  columns.addLayout(column, 1);
   return column;
 }
 
