@@ -1,10 +1,12 @@
 // The window's frame: it fits, it stays still, and it comes back where it was.
 #include <QAction>
+#include <QHelpEvent>
 #include <QScreen>
 #include <QSplitter>
 #include <QTabWidget>
 #include <QTableView>
 #include <QToolButton>
+#include <QToolTip>
 #include <QWindow>
 #include <fstream>
 #include <set>
@@ -185,6 +187,50 @@ TEST_F(Frame, SteppingAndATableThatComesAndGoesMoveNoSplitter) {
   EXPECT_GE(seen.size(), 50U);
   Trigger("actShockShowTable");
   EXPECT_EQ(Splitters(), before);
+}
+
+TEST_F(Frame, ACellThatIsCutSaysTheWholeInItsToolTip) {
+  OpenAt({900, 600});
+  Press("Ctrl+2");
+  auto* grid = Find<QTableView>("dbgShocks");
+  const QModelIndex time = grid->model()->index(0, 1);
+  const auto tip = [&] {
+    QToolTip::hideText();
+    const QPoint at = grid->visualRect(time).center();
+    QHelpEvent event(QEvent::ToolTip, at, grid->viewport()->mapToGlobal(at));
+    QApplication::sendEvent(grid->viewport(), &event);
+    return QToolTip::text();
+  };
+  const QString whole = Qt::convertFromPlainText(time.data().toString());
+  EXPECT_NE(tip(), whole);
+  grid->setColumnWidth(1, 40);
+  EXPECT_EQ(tip(), whole);
+}
+
+TEST_F(Frame, ABandAtAnEndOfTheRecordingCannotBeMovedBeyond) {
+  OpenAt({1280, 800});
+  const auto canMove = [this] {
+    return std::pair(Find<QAction>("actNavRwd")->isEnabled(), Find<QAction>("actNavFwd")->isEnabled());
+  };
+  EXPECT_EQ(canMove(), std::pair(false, false));
+  EXPECT_TRUE(Find<QAction>("actNavRwd")->toolTip().endsWith("Not available: the band begins with the recording"));
+  Press("Shift+I");
+  EXPECT_EQ(canMove(), std::pair(false, true));
+  Press("Ctrl+Right");
+  EXPECT_EQ(canMove().first, true);
+  Press("Ctrl+0");
+  EXPECT_EQ(canMove(), std::pair(false, false));
+}
+
+TEST_F(Frame, TheLimitsOpenBelowTheirGroupWhereItIsCollapsed) {
+  OpenAt({900, 600});
+  Press("Ctrl+Alt+A");
+  const auto* group = Find("btngrpAlarm");
+  ASSERT_FALSE(Find("dxBarAlarmLimits")->isVisible());
+  const QPoint at = Find("pnlAlarmLimits")->pos();
+  EXPECT_NEAR(at.y(), group->mapToGlobal(QPoint(0, group->height())).y(), 4);
+  EXPECT_GE(at.x(), 400) << "as far to the right as the screen allows";
+  Find("pnlAlarmLimits")->hide();
 }
 
 TEST_F(Frame, TheCardsShowSevenDigitsWithTheirUnitWhole) {

@@ -60,8 +60,8 @@ void TPanelTitle::SetFold(TFold fold) {
   FFoldButton->setAccessibleName(text);
   FFoldButton->setToolTip(text);
   FFoldButton->setIcon(Icon(open ? "arrow-down" : upright ? "arrow-left" : "arrow-right"));
-  FFoldButton->setVisible(!FPanel.isFloating());
-  FFloat->setVisible(!upright);
+  FFoldButton->setVisible(!FPanel.isFloating() && qobject_cast<const TFoldingPanel*>(&FPanel) != nullptr);
+  FFloat->setVisible(!upright && FPanel.features().testFlag(QDockWidget::DockWidgetFloatable));
   FClose->setVisible(!upright);
   updateGeometry();
   update();
@@ -88,7 +88,11 @@ void TPanelTitle::paintEvent(QPaintEvent* /*event*/) {
   QFont words = font();
   words.setWeight(QFont::DemiBold);
   painter.setFont(words);
-  QRect room(kMargin, 0, FFoldButton->x() - kMargin, height());
+  int buttons = width();
+  for (const QToolButton* button : {FFoldButton, FFloat, FClose}) {
+    if (button->isVisible()) buttons = std::min(buttons, button->x());
+  }
+  QRect room(kMargin, 0, buttons - kMargin, height());
   if (upright) {
     painter.translate(width(), 0);
     painter.rotate(90);
