@@ -67,6 +67,11 @@ TEST_F(Frame, InANarrowWindowThePanelsBesideTheViewsAreTitlesThatOpenByClickAndK
   EXPECT_FALSE(details->isHidden());
   EXPECT_LT(details->width(), 50);
   EXPECT_FALSE(grid->isVisible());
+  for (int step = 0; step < 30; ++step) {
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    const QWidget* focus = QApplication::focusWidget();
+    EXPECT_FALSE(focus->visibleRegion().isEmpty()) << step << focus->objectName().toStdString();
+  }
 
   QTest::mouseClick(details, Qt::LeftButton, {}, details->rect().center());
   Settle();

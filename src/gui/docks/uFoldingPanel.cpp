@@ -60,9 +60,11 @@ void TPanelTitle::SetFold(TFold fold) {
   FFoldButton->setAccessibleName(text);
   FFoldButton->setToolTip(text);
   FFoldButton->setIcon(Icon(open ? "arrow-down" : upright ? "arrow-left" : "arrow-right"));
-  FFoldButton->setVisible(!FPanel.isFloating() && qobject_cast<const TFoldingPanel*>(&FPanel) != nullptr);
-  FFloat->setVisible(!upright && FPanel.features().testFlag(QDockWidget::DockWidgetFloatable));
-  FClose->setVisible(!upright);
+  const bool hasRoom = open || fold == TFold::Flat;
+  const bool folds = qobject_cast<const TFoldingPanel*>(&FPanel) != nullptr && !FPanel.isFloating();
+  FFoldButton->setVisible(folds && fold != TFold::Tab);
+  FFloat->setVisible(hasRoom && FPanel.features().testFlag(QDockWidget::DockWidgetFloatable));
+  FClose->setVisible(hasRoom);
   updateGeometry();
   update();
 }

@@ -145,6 +145,7 @@ void TPanelFolding::Resize(const QList<TFoldingPanel*>& opened) {
 // Of a folded panel that is a tab, or has tabs below its title. Qt makes tab bars as it needs them.
 void TPanelFolding::WatchTabs() {
   for (QTabBar* tabs : FWindow.findChildren<QTabBar*>(QString(), Qt::FindDirectChildrenOnly)) {
+    tabs->setFocusPolicy(Qt::TabFocus);
     tabs->setDrawBase(false);
     tabs->setUsesScrollButtons(false);
     tabs->removeEventFilter(this);
