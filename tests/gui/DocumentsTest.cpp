@@ -38,6 +38,7 @@ class Documents : public TWindowTest {
  protected:
   Documents() {
     FProgram.findSettingsFolder = [this] { return (FSettings.Path() / "").string(); };
+    FSize = {1280, 800};  // no panel is folded
   }
   QString Save(const char* name) { return TWindowTest::Save(name, ThreeEvents()); }
   void Write(const char* name, const std::string& text) { std::ofstream(FSettings / name, std::ios::binary) << text; }
@@ -156,6 +157,7 @@ TEST_F(Documents, RecentFilesAndFoldersComeBackAfterARestart) {
 TEST_F(Documents, AUserLayoutComesBackAfterARestartAndByItsCommands) {
   const QString three = Save("three.kshock");
   Start(three);
+  Press("Ctrl+Shift+L");
   const std::vector<QRect> designed = Places();
   ExpectInSight();
   Press("Ctrl+U");

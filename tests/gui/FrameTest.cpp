@@ -1,9 +1,18 @@
 // The window's frame: it fits, it stays still, and it comes back where it was.
 #include <QAction>
+#include <QHelpEvent>
 #include <QScreen>
 #include <QSplitter>
+#include <QTabWidget>
+#include <QTableView>
+#include <QToolButton>
+#include <QToolTip>
+#include <QWindow>
 #include <fstream>
+#include <set>
 
+#include "gui/common/uTheme.h"
+#include "gui/docks/uFoldingPanel.h"
 #include "gui/mainform/uWindowPlace.h"
 #include "tests/support/uThreeEvents.h"
 #include "tests/support/uWindowTest.h"
@@ -45,20 +54,188 @@ TEST_F(Frame, EveryViewFitsIntoTheSmallestWindowWithAllItsPanels) {
   }
 }
 
-TEST_F(Frame, SteppingAndATableThatComesAndGoesMoveNoSplitter) {
+TEST_F(Frame, InANarrowWindowThePanelsBesideTheViewsAreTitlesThatOpenByClickAndKey) {
   OpenAt({1280, 800});
+  FForm->resize(1100, 800);
+  Settle();
+  auto* details = Find<TFoldingPanel>("dxDockPanelMissionDetails");
+  auto* sensors = Find<TFoldingPanel>("dxDockPanelSensorGridTemp");
+  auto* grid = Find("DBGrid2");
+  EXPECT_EQ(details->Fold(), TFold::Upright);
+  EXPECT_EQ(sensors->Fold(), TFold::Tab);
+  EXPECT_EQ(Find<TFoldingPanel>("dxDockPanelNavigator")->Fold(), TFold::Open);
+  EXPECT_FALSE(details->isHidden());
+  EXPECT_LT(details->width(), 50);
+  EXPECT_FALSE(grid->isVisible());
+  for (int step = 0; step < 30; ++step) {
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    const QWidget* focus = QApplication::focusWidget();
+    EXPECT_FALSE(focus->visibleRegion().isEmpty()) << step << focus->objectName().toStdString();
+  }
+
+  QTest::mouseClick(details, Qt::LeftButton, {}, details->rect().center());
+  Settle();
+  EXPECT_EQ(details->Fold(), TFold::Open);
+  EXPECT_EQ(sensors->Fold(), TFold::Flat) << "its column is not folded any more";
+  EXPECT_GT(details->width(), 200);
+  Press("Ctrl+Shift+S");
+  EXPECT_TRUE(grid->isVisible()) << "the command of a folded panel opens it";
+  EXPECT_GE(sensors->height(), 100);
+
+  Press("Ctrl+2");
+  Press("Ctrl+1");
+  EXPECT_EQ(details->Fold(), TFold::Open) << "the user's choice lasts";
+  auto* fold = details->findChild<QToolButton*>("Fold");
+  fold->setFocus();
+  QTest::keyClick(fold, Qt::Key_Space);
+  Settle();
+  EXPECT_EQ(details->Fold(), TFold::Flat);
+  FForm->resize(1280, 800);
+  Settle();
+  EXPECT_EQ(details->Fold(), TFold::Flat);
+  Trigger("actDefaultLayout");
+  EXPECT_EQ(details->Fold(), TFold::Open);
+}
+
+TEST_F(Frame, ALowWindowFoldsTheNavigatorForTheRowsOfTheList) {
+  OpenAt({900, 600});
+  EXPECT_EQ(Find<TFoldingPanel>("dxDockPanelNavigator")->Fold(), TFold::Flat);
+  EXPECT_GE(Find<TFoldingPanel>("dxDockPanelNavigator")->width(), 800);
+  const auto* list = Find<QTableView>("dbgMostImportant");
+  EXPECT_GE(list->viewport()->height() / list->rowHeight(0), 2);
+}
+
+TEST_F(Frame, TheSchemeFollowsTheDesktopWhileTheProgramRuns) {
+  OpenAt({1280, 800});
+  const auto ground = [this] { return FForm->grab().toImage().pixelColor(2, FForm->height() - 40).rgb() & 0xFFFFFF; };
+  const auto icon = [this] { return Find<QAction>("actFileOpen")->icon().pixmap(22).toImage(); };
+  ASSERT_EQ(ground(), kLightTokens.ground);
+  const QImage light = icon();
+  ApplyScheme(*qApp, TScheme::Desktop);
+  QApplication::setPalette(QPalette(Qt::white, Qt::black));
+  Settle();
+  EXPECT_EQ(ground(), kDarkTokens.ground);
+  EXPECT_NE(icon(), light);
+  // The offscreen desktop itself is light.
+  QEvent theme(QEvent::ThemeChange);
+  QApplication::sendEvent(FForm->windowHandle(), &theme);
+  Settle();
+  EXPECT_EQ(ground(), kLightTokens.ground);
+  EXPECT_EQ(icon(), light);
+}
+
+// Of a control that shows one line; empty: it fits or says the whole in its tool tip.
+std::string CutText(const QWidget& control) {
+  if (!control.toolTip().isEmpty()) return {};
+  const auto* label = qobject_cast<const QLabel*>(&control);
+  const bool isWords = label != nullptr && !label->text().isEmpty() && !label->wordWrap();
+  if (!isWords && qobject_cast<const QAbstractButton*>(&control) == nullptr) return {};
+  const int needed = isWords ? control.fontMetrics().size(Qt::TextShowMnemonic, label->text()).width()
+                             : control.minimumSizeHint().width();
+  const int room = isWords ? label->contentsRect().width() : control.width();
+  return needed > room ? control.objectName().toStdString() : std::string();
+}
+
+TEST_F(Frame, AtTheSmallestSizeNoTextIsCutWithoutAToolTipAndFocusIsSeen) {
+  OpenAt({900, 600});
+  const auto look = [this] {
+    for (QWidget* control : FForm->findChildren<QWidget*>()) {
+      if (control->visibleRegion().isEmpty()) continue;
+      EXPECT_EQ(CutText(*control), "");
+      const std::string name = control->metaObject()->className() + ("|" + control->objectName().toStdString());
+      const bool takesKeys = control->isEnabled() && (control->focusPolicy() & Qt::TabFocus) != 0;
+      if (!takesKeys || control->focusProxy() != nullptr) continue;
+      const auto grabbed = [control] { return control->grab().toImage(); };
+      control->clearFocus();
+      const QImage without = grabbed();
+      control->setFocus(Qt::TabFocusReason);
+      EXPECT_NE(grabbed(), without) << name;
+      control->clearFocus();
+    }
+  };
+  look();
+  for (const char* panel : {"dxDockPanelMissionDetails", "dxDockPanelSensorGridTemp"}) {
+    emit Find<TFoldingPanel>(panel)->FoldAsked(false);
+  }
+  Settle();
+  look();
+  Press("Ctrl+2");
+  for (const char* action : {"actFilterEdit", "actShockShowTable", "actShockSpecAnalysis"}) Trigger(action);
+  look();
+  Press("Ctrl+3");
+  look();
+  for (int page = 0; page < 4; ++page) {
+    Trigger("actBackstage");
+    Find<QToolButton>("backstageSettings")->click();
+    Find<QTabWidget>("pgcSettings")->setCurrentIndex(page);
+    Settle();
+    look();
+  }
+  EXPECT_EQ(FForm->size(), QSize(900, 600));
+}
+
+TEST_F(Frame, SteppingAndATableThatComesAndGoesMoveNoSplitter) {
+  Start(Save("rising.kshock", RisingEvents(51)));
+  FForm->resize(1280, 800);
   Press("Ctrl+2");
   const auto before = Splitters();
   Trigger("actShockShowTable");
   const auto withTable = Splitters();
   SCOPED_TRACE(testing::PrintToString(withTable));
   EXPECT_EQ(withTable[1][0], before[1][0]) << "the table takes its room from the chart";
+  std::set<std::size_t> seen;
   for (int step = 0; step < 50; ++step) {
-    Press(step % 4 < 2 ? "N" : "P");
+    Press("P");
+    seen.insert(*FForm->Flow().Mission().SelectedEvent);
     ASSERT_EQ(Splitters(), withTable) << step;
   }
+  EXPECT_GE(seen.size(), 50U);
   Trigger("actShockShowTable");
   EXPECT_EQ(Splitters(), before);
+}
+
+TEST_F(Frame, ACellThatIsCutSaysTheWholeInItsToolTip) {
+  OpenAt({900, 600});
+  Press("Ctrl+2");
+  auto* grid = Find<QTableView>("dbgShocks");
+  const QModelIndex time = grid->model()->index(0, 1);
+  const auto tip = [&] {
+    QToolTip::hideText();
+    const QPoint at = grid->visualRect(time).center();
+    QHelpEvent event(QEvent::ToolTip, at, grid->viewport()->mapToGlobal(at));
+    QApplication::sendEvent(grid->viewport(), &event);
+    return QToolTip::text();
+  };
+  const QString whole = Qt::convertFromPlainText(time.data().toString());
+  EXPECT_NE(tip(), whole);
+  grid->setColumnWidth(1, 40);
+  EXPECT_EQ(tip(), whole);
+}
+
+TEST_F(Frame, ABandAtAnEndOfTheRecordingCannotBeMovedBeyond) {
+  OpenAt({1280, 800});
+  const auto canMove = [this] {
+    return std::pair(Find<QAction>("actNavRwd")->isEnabled(), Find<QAction>("actNavFwd")->isEnabled());
+  };
+  EXPECT_EQ(canMove(), std::pair(false, false));
+  EXPECT_TRUE(Find<QAction>("actNavRwd")->toolTip().endsWith("Not available: the band begins with the recording"));
+  Press("Shift+I");
+  EXPECT_EQ(canMove(), std::pair(false, true));
+  Press("Ctrl+Right");
+  EXPECT_EQ(canMove().first, true);
+  Press("Ctrl+0");
+  EXPECT_EQ(canMove(), std::pair(false, false));
+}
+
+TEST_F(Frame, TheLimitsOpenBelowTheirGroupWhereItIsCollapsed) {
+  OpenAt({900, 600});
+  Press("Ctrl+Alt+A");
+  const auto* group = Find("btngrpAlarm");
+  ASSERT_FALSE(Find("dxBarAlarmLimits")->isVisible());
+  const QPoint at = Find("pnlAlarmLimits")->pos();
+  EXPECT_NEAR(at.y(), group->mapToGlobal(QPoint(0, group->height())).y(), 4);
+  EXPECT_GE(at.x(), 400) << "as far to the right as the screen allows";
+  Find("pnlAlarmLimits")->hide();
 }
 
 TEST_F(Frame, TheCardsShowSevenDigitsWithTheirUnitWhole) {

@@ -43,25 +43,6 @@ class Overview : public TWindowTest {
   }
 };
 
-// So many events a minute apart, each higher than the one before.
-TTestRecording RisingEvents(int count) {
-  std::vector<TTestRecord> records;
-  for (int event = 0; event < count; ++event) {
-    const double ms = 60000.0 * event;
-    for (int sample = 0; sample < 4; ++sample) {
-      const float height = sample == 1 || sample == 2 ? 5.0F + static_cast<float>(event) : 0.0F;
-      records.push_back({ms + sample, {height, 0, 0, kNone, kNone, kNone}});
-    }
-    records.push_back({ms + 4, {kEnd, kEnd, kEnd, kNone, kNone, kNone}});
-  }
-  return TTestRecording()
-      .Creator()
-      .StartTime(kStart)
-      .MissionHeader(2, 2)
-      .Channels({"ACC x", "ACC y", "ACC z", "T", "RH", "BAT"})
-      .Data(records);
-}
-
 TEST_F(Overview, TheVerdictNamesTheWorstAndLeadsThere) {
   StartWithThree();
   EXPECT_EQ(Says("btnVerdictEvents"), "Events: 3 2 clipped");

@@ -1,4 +1,4 @@
-// A recording of three events whose every ranking is another one.
+// A recording of three events whose every ranking is another one, and one of as many as wanted.
 #pragma once
 
 #include <algorithm>
@@ -26,6 +26,25 @@ inline TTestRecording ThreeEvents() {
       if (first) std::ranges::copy(slow[event], records.back().readings.begin() + 3);
     }
     records.push_back({ms, {kEnd, kEnd, kEnd, kNone, kNone, kNone}});
+  }
+  return TTestRecording()
+      .Creator()
+      .StartTime(45123.25)
+      .MissionHeader(2, 2)
+      .Channels({"ACC x", "ACC y", "ACC z", "T", "RH", "BAT"})
+      .Data(records);
+}
+
+// So many events a minute apart, each higher than the one before.
+inline TTestRecording RisingEvents(int count) {
+  std::vector<TTestRecord> records;
+  for (int event = 0; event < count; ++event) {
+    const double ms = 60000.0 * event;
+    for (int sample = 0; sample < 4; ++sample) {
+      const float height = sample == 1 || sample == 2 ? 5.0F + static_cast<float>(event) : 0.0F;
+      records.push_back({ms + sample, {height, 0, 0, kNone, kNone, kNone}});
+    }
+    records.push_back({ms + 4, {kEnd, kEnd, kEnd, kNone, kNone, kNone}});
   }
   return TTestRecording()
       .Creator()

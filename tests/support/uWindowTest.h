@@ -60,6 +60,7 @@ class TWindowTest : public testing::Test {
   void Start(const QString& argument = {}) {
     FProgram.firstArgument = argument.toStdString();
     FForm = std::make_unique<TKorvexMainForm>(FProgram, [] { return TReadFileThread::kNoMemoryBound; });
+    if (FSize.isValid()) FForm->resize(FSize);
     FForm->show();
     // What the window does once it stands comes before this.
     bool stands = false;
@@ -108,6 +109,7 @@ class TWindowTest : public testing::Test {
 
   TTempFolder FFolder;
   TProgram FProgram;
+  QSize FSize;                        // of the window at its start; invalid: its own
   QString FTyped;                     // into a file dialog; nothing cancels it
   QString FFileType;                  // chosen in a file dialog; nothing leaves it as it is
   std::vector<std::string> FDialogs;  // name, title, folder, filter and proposed name of each that was answered

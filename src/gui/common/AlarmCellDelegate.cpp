@@ -1,6 +1,9 @@
 #include "gui/common/AlarmCellDelegate.h"
 
+#include <QAbstractItemView>
+#include <QHelpEvent>
 #include <QPainter>
+#include <QToolTip>
 #include <algorithm>
 #include <iterator>
 #include <utility>
@@ -74,4 +77,15 @@ QSize AlarmCellDelegate::sizeHint(const QStyleOptionViewItem& option, const QMod
   const TCellDrawing drawing = DrawingOf(index);
   const int text = option.fontMetrics.horizontalAdvance(QtText(drawing.text));
   return {drawing.textOffset + text + kRightPadding, std::max(option.fontMetrics.height(), kImageSize)};
+}
+
+bool AlarmCellDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                                  const QModelIndex& index) {
+  const bool isCell = event->type() == QEvent::ToolTip && index.isValid();
+  const QRect inSight = option.rect & view->viewport()->rect();
+  if (!isCell || sizeHint(option, index).width() - kRightPadding <= inSight.width()) {
+    return QStyledItemDelegate::helpEvent(event, view, option, index);
+  }
+  QToolTip::showText(event->globalPos(), Qt::convertFromPlainText(QtText(DrawingOf(index).text)), view);
+  return true;
 }

@@ -19,6 +19,9 @@ class AlarmCellDelegate : public QStyledItemDelegate {
   // Draws one cell: the mark at its left top, the text beside it and vertically in its middle.
   void dbgCustomDrawColumnCell(QPainter& painter, const QStyleOptionViewItem& option,
                                const TCellDrawing& drawing) const;
+  // The whole text of a cell that is cut.
+  bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                 const QModelIndex& index) override;
   [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
  private:

@@ -47,6 +47,29 @@ class TDotEngine : public QIconEngine {
   QColor FColour;
 };
 
+// Draws the icon of the scheme of that moment.
+class TSchemeIconEngine : public QIconEngine {
+ public:
+  explicit TSchemeIconEngine(const QString& name) : FLight(Icon(name, false)), FDark(Icon(name, true)) {}
+
+  void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override {
+    Shown().paint(painter, rect, Qt::AlignCenter, mode, state);
+  }
+  QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+    return Shown().pixmap(size, 1, mode, state);
+  }
+  QSize actualSize(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+    return Shown().actualSize(size, mode, state);
+  }
+  [[nodiscard]] QIconEngine* clone() const override { return new TSchemeIconEngine(*this); }
+
+ private:
+  [[nodiscard]] const QIcon& Shown() const { return IsDark(QGuiApplication::palette()) ? FDark : FLight; }
+
+  QIcon FLight;
+  QIcon FDark;
+};
+
 }  // namespace
 
 QIcon DotIcon(const QColor& colour) {
@@ -63,7 +86,7 @@ QIcon ProgramIcon() {
 }
 
 QIcon Icon(const QString& name) {
-  return Icon(name, IsDark(QGuiApplication::palette()));
+  return QIcon(new TSchemeIconEngine(name));
 }
 
 QIcon Icon(const QString& name, bool onDark) {

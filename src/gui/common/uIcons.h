@@ -5,8 +5,8 @@
 #include <QIcon>
 #include <QString>
 
-// The icon drawn for the application's palette, light or dark. A name that is not in icons.txt is a mistake in the
-// program: throws std::logic_error.
+// The icon, always drawn for the application's palette of that moment, light or dark. A name that is not in icons.txt
+// is a mistake in the program: throws std::logic_error.
 QIcon Icon(const QString& name);
 QIcon Icon(const QString& name, bool onDark);
 // Its path, for a style sheet.

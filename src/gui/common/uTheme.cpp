@@ -1,11 +1,14 @@
 #include "gui/common/uTheme.h"
 
+#include <QAbstractScrollArea>
 #include <QApplication>
+#include <QEvent>
 #include <QPainter>
 #include <QPainterPath>
-#include <QStyleFactory>
+#include <QProxyStyle>
 #include <QWidget>
 #include <algorithm>
+#include <utility>
 
 #include "gui/common/uIcons.h"
 
@@ -39,17 +42,14 @@ constexpr auto kSheet = R"(
   QMainWindow::separator { background: transparent; width: 8px; height: 8px; }
   QSplitter::handle { background: transparent; }
   QToolTip { background: %surface; color: %ink; border: 1px solid %hairline; padding: 4px; }
-  QDockWidget::title { background: %surface; border: 1px solid %hairline; border-radius: 4px; padding: 6px 12px; }
+  QDockWidget::title { background: %surface; border-radius: 4px; padding: 6px 12px; }
   QStatusBar { background: %ground; color: %secondary; }
   QStatusBar::item { border: none; }
   QStatusBar QLabel { color: %secondary; }
 
-  QAbstractItemView, QTextEdit, QPlainTextEdit {
-    background: %surface; border: 1px solid %hairline; border-radius: 4px; padding: 1px; }
-  QAbstractItemView:focus, QTextEdit:focus, QPlainTextEdit:focus { border: 2px solid %accent; padding: 0; }
+  QAbstractItemView, QTextEdit, QPlainTextEdit { background: %surface; }
   QHeaderView { background: %surface; border: none; padding: 0; }
-  QHeaderView::section { background: %surface; color: %secondary; border: none; border-bottom: 1px solid %hairline;
-                         padding: 4px 6px; font-weight: 600; }
+  QHeaderView::section { background: %surface; color: %secondary; border: none; padding: 4px 6px; font-weight: 600; }
   QTableCornerButton::section { background: %surface; border: none; }
 
   QTabWidget::pane { border: none; }
@@ -58,6 +58,9 @@ constexpr auto kSheet = R"(
                  border-bottom: 2px solid transparent; padding: 5px 10px; }
   QTabBar::tab:hover { color: %ink; }
   QTabBar::tab:selected { color: %ink; border-bottom-color: %accent; }
+  QTabBar::tab:left, QTabBar::tab:right { background: %surface; border: 1px solid %hairline; color: %ink;
+                                          padding: 10px 5px; margin-bottom: 4px; font-weight: 600; border-radius: 4px; }
+  QTabBar::tab:left:focus, QTabBar::tab:right:focus { border-color: %accent; }
   QTabBar::tab:selected:focus { background: %tint; border: 2px solid %accent; padding: 4px 9px 5px 9px; }
 
   QAbstractScrollArea::corner { background: transparent; border: none; }
@@ -104,14 +107,17 @@ constexpr auto kSheet = R"(
   QToolButton:pressed { background: %hairline; }
   QToolButton:focus { border: 2px solid %accent; padding: 1px; }
 
-  TRibbonPage { background: %surface; border: 1px solid %hairline; border-radius: 4px; }
+  TRibbonPage { background: %surface; border: 1px solid transparent; border-radius: 4px; }
   TRibbonTabBar::tab { padding: 5px 6px; }
   TRibbonTabBar::tab:selected:focus { padding: 4px 5px 5px 5px; }
   TRibbonTabBar::tab:selected { font-weight: 600; }
   TRibbonTabBar::tab:first { background: %accent; color: %surface; border-radius: 4px; margin: 2px 4px 2px 0;
                              font-weight: 600; }
   TRibbonTabBar::tab:first:hover { background: %ink; }
-  QFrame[surface="true"] { background: %surface; border: 1px solid %hairline; border-radius: 4px; }
+  QScrollArea#scrlReport:focus { border: 2px solid %accent; }
+  QGroupBox { background: %surface; border: none; border-radius: 4px; margin-top: 28px; padding: 8px; }
+  QGroupBox::title { subcontrol-origin: margin; padding: 4px 2px; }
+  QFrame[surface="true"] { background: %surface; }
   TBackstageEntry { margin: 1px 4px; padding: 5px 9px; border-left: 3px solid transparent; }
   TBackstageEntry:checked { background: transparent; border-left-color: %accent; font-weight: bold; }
   TBackstageEntry:checked:hover { background: %tint; }
@@ -140,6 +146,81 @@ QString SheetOf(const TThemeTokens& tokens) {
   return sheet;
 }
 
+// Fusion looks the same on every desktop and follows the palette in every control. A style sheet has no line thinner
+// than one px, which is two device pixels at 200 %; so the frames of surfaces are drawn here.
+class TSurfaceStyle : public QProxyStyle {
+ public:
+  TSurfaceStyle() : QProxyStyle("Fusion") {}
+
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override {
+    if (element != PE_Frame || widget == nullptr) return QProxyStyle::drawPrimitive(element, option, painter, widget);
+    PaintSurfaceFrame(*painter, *widget);
+  }
+  int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override {
+    const bool takesFocus = qobject_cast<const QAbstractScrollArea*>(widget) != nullptr;
+    return metric == PM_DefaultFrameWidth && takesFocus ? kFocusRing : QProxyStyle::pixelMetric(metric, option, widget);
+  }
+  void polish(QWidget* widget) override {
+    QProxyStyle::polish(widget);
+    if (qobject_cast<QAbstractScrollArea*>(widget) != nullptr) widget->installEventFilter(this);
+  }
+  void unpolish(QWidget* widget) override {
+    widget->removeEventFilter(this);
+    QProxyStyle::unpolish(widget);
+  }
+  using QProxyStyle::polish;
+  using QProxyStyle::unpolish;
+
+ protected:
+  // The frame around the content shows the focus, too.
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    const bool isFocus = event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut;
+    if (isFocus) static_cast<QWidget*>(watched)->update();
+    return QProxyStyle::eventFilter(watched, event);
+  }
+};
+
+void ShowScheme(QApplication& application, bool dark) {
+  const TThemeTokens& tokens = dark ? kDarkTokens : kLightTokens;
+  QApplication::setPalette(PaletteOf(tokens));
+  application.setStyleSheet(SheetOf(tokens));
+}
+
+// Follows the desktop while the program runs. A desktop reports a change of its theme to the windows; its palette is
+// that of an application that has set none.
+class TDesktopScheme : public QObject {
+ public:
+  explicit TDesktopScheme(QApplication& application)
+      : QObject(&application), FApplication(application), FOurs(QApplication::palette()) {
+    application.installEventFilter(this);
+  }
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    const bool isTheme = event->type() == QEvent::ThemeChange;
+    const bool isPalette = event->type() == QEvent::ApplicationPaletteChange && QApplication::palette() != FOurs;
+    // Queued: this is the middle of that change.
+    if ((isTheme || isPalette) && !std::exchange(FIsDue, true)) {
+      QMetaObject::invokeMethod(
+          this, [this] { Follow(); }, Qt::QueuedConnection);
+    }
+    return QObject::eventFilter(watched, event);
+  }
+
+ private:
+  void Follow() {
+    if (QApplication::palette() == FOurs) QApplication::setPalette(QPalette());
+    ShowScheme(FApplication, IsDark(QApplication::palette()));
+    FOurs = QApplication::palette();
+    FIsDue = false;
+  }
+
+  QApplication& FApplication;
+  QPalette FOurs;
+  bool FIsDue = false;  // Follow is to come or at work
+};
+
 }  // namespace
 
 QFont SizedFont(QFont font, double size) {
@@ -152,14 +233,12 @@ QFont SizedFont(QFont font, double size) {
 }
 
 void ApplyScheme(QApplication& application, TScheme scheme) {
-  // Fusion looks the same on every desktop and follows the palette in every control.
-  QApplication::setStyle(QStyleFactory::create("Fusion"));
-  const bool dark = scheme == TScheme::Dark || (scheme == TScheme::Desktop && IsDark(QApplication::palette()));
-  const TThemeTokens& tokens = dark ? kDarkTokens : kLightTokens;
+  QApplication::setStyle(new TSurfaceStyle);
   // Without this, palette changes do not reach the children of a widget with a style sheet.
   QCoreApplication::setAttribute(Qt::AA_UseStyleSheetPropagationInWidgetStyles);
-  QApplication::setPalette(PaletteOf(tokens));
-  application.setStyleSheet(SheetOf(tokens));
+  const bool dark = scheme == TScheme::Dark || (scheme == TScheme::Desktop && IsDark(QApplication::palette()));
+  ShowScheme(application, dark);
+  if (scheme == TScheme::Desktop) new TDesktopScheme(application);
 }
 
 const TThemeTokens& TokensOf(const QPalette& palette) {

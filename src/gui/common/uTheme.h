@@ -24,7 +24,7 @@ inline constexpr double kTitleSize = 1.15;
 inline constexpr double kCaptionSize = 0.88;  // units, captions, axis numbers
 QFont SizedFont(QFont font, double size);
 
-// Desktop is light or dark as the desktop's palette is.
+// Desktop is light or dark as the desktop's palette is, also when that changes later.
 void ApplyScheme(QApplication& application, TScheme scheme);
 
 const TThemeTokens& TokensOf(const QPalette& palette);

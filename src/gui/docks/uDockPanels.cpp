@@ -1,31 +1,18 @@
 #include "gui/docks/uDockPanels.h"
 
-#include <QAbstractButton>
-#include <QDockWidget>
-
 #include "analysis/uEventOrdering.h"
 #include "gui/charts/uNavigatorChart.h"
 #include "gui/common/uGrid.h"
+#include "gui/docks/uFoldingPanel.h"
 #include "gui/docks/uMissionDetails.h"
+#include "gui/docks/uPanelFolding.h"
 
 namespace {
 
-void NameTitleButton(const QDockWidget& panel, const char* name, const QString& text) {
-  if (auto* button = panel.findChild<QAbstractButton*>(name)) {
-    button->setAccessibleName(text);
-    button->setToolTip(text);
-  }
-}
-
-template <class TContent>
-QDockWidget* MakePanel(QMainWindow& window, const QString& name, const QString& title, TContent* content) {
-  auto* panel = new QDockWidget(title, &window);
-  panel->setObjectName(name);
-  panel->setWidget(content);
-  NameTitleButton(*panel, "qt_dockwidget_floatbutton", QObject::tr("Float or dock %1").arg(title));
-  NameTitleButton(*panel, "qt_dockwidget_closebutton", QObject::tr("Close %1").arg(title));
-  return panel;
-}
+// As designed, in px.
+constexpr QSize kNavigatorSize(1200, 130);
+constexpr QSize kDetailsSize(300, 300);
+constexpr QSize kGridSize(300, 220);
 
 }  // namespace
 
@@ -38,10 +25,13 @@ TDockPanels::TDockPanels(QMainWindow& window)
   DBGrid8->SetPlaceholder(QObject::tr("No readings of the battery"));
   ChartNavigator->setObjectName("ChartNavigator");
   ChartNavigator->setAccessibleName(QObject::tr("Time navigator"));
-  navigator = MakePanel(window, "dxDockPanelNavigator", QObject::tr("Navigator"), ChartNavigator);
-  missionDetails = MakePanel(window, "dxDockPanelMissionDetails", QObject::tr("Mission Details"), details);
-  sensorGridTemp = MakePanel(window, "dxDockPanelSensorGridTemp", QObject::tr("Sensors"), DBGrid2);
-  sensorGridBattery = MakePanel(window, "dxDockPanelSensorGridBattery", QObject::tr("Battery"), DBGrid8);
+  const auto make = [&window](const char* name, const QString& title, QWidget* content, const QSize& size) {
+    return new TFoldingPanel(name, title, content, size, &window);
+  };
+  navigator = make("dxDockPanelNavigator", QObject::tr("Navigator"), ChartNavigator, kNavigatorSize);
+  missionDetails = make("dxDockPanelMissionDetails", QObject::tr("Mission Details"), details, kDetailsSize);
+  sensorGridTemp = make("dxDockPanelSensorGridTemp", QObject::tr("Sensors"), DBGrid2, kGridSize);
+  sensorGridBattery = make("dxDockPanelSensorGridBattery", QObject::tr("Battery"), DBGrid8, kGridSize);
 
   window.setCorner(Qt::BottomLeftCorner, Qt::BottomDockWidgetArea);
   window.setCorner(Qt::BottomRightCorner, Qt::BottomDockWidgetArea);
@@ -52,7 +42,9 @@ TDockPanels::TDockPanels(QMainWindow& window)
   window.splitDockWidget(missionDetails, sensorGridTemp, Qt::Vertical);
   window.tabifyDockWidget(sensorGridTemp, sensorGridBattery);
   sensorGridTemp->raise();
-  window.resizeDocks({navigator}, {130}, Qt::Vertical);
-  window.resizeDocks({missionDetails}, {300}, Qt::Horizontal);
-  window.resizeDocks({missionDetails, sensorGridTemp}, {300, 220}, Qt::Vertical);
+  window.resizeDocks({navigator}, {kNavigatorSize.height()}, Qt::Vertical);
+  window.resizeDocks({missionDetails}, {kDetailsSize.width()}, Qt::Horizontal);
+  window.resizeDocks({missionDetails, sensorGridTemp}, {kDetailsSize.height(), kGridSize.height()}, Qt::Vertical);
+  folding = new TPanelFolding(window, {navigator, missionDetails, sensorGridTemp, sensorGridBattery},
+                              {missionDetails, sensorGridTemp, sensorGridBattery});
 }

@@ -4,25 +4,27 @@
 #include <QMainWindow>
 #include <array>
 
-class QDockWidget;
+class TFoldingPanel;
 class TGrid;
 class TMissionDetails;
 class TNavigatorChart;
+class TPanelFolding;
 
 struct TDockPanels {
   // Makes the panels in their designed places.
   explicit TDockPanels(QMainWindow& window);
 
-  QDockWidget* navigator;
-  QDockWidget* missionDetails;
-  QDockWidget* sensorGridTemp;
-  QDockWidget* sensorGridBattery;
+  TFoldingPanel* navigator;
+  TFoldingPanel* missionDetails;
+  TFoldingPanel* sensorGridTemp;
+  TFoldingPanel* sensorGridBattery;
+  TPanelFolding* folding;
   TNavigatorChart* ChartNavigator;
   TMissionDetails* details;
   TGrid* DBGrid2;  // sensors
   TGrid* DBGrid8;  // battery
 
-  [[nodiscard]] std::array<QDockWidget*, 4> All() const {
+  [[nodiscard]] std::array<TFoldingPanel*, 4> All() const {
     return {navigator, missionDetails, sensorGridTemp, sensorGridBattery};
   }
 };

@@ -8,7 +8,7 @@
 namespace {
 
 constexpr qsizetype kMaxText = 400;  // characters; a header may hold 64 KiB
-constexpr int kMinWidth = 22;        // characters; labels are not broken then
+constexpr int kMinWidth = 26;          // characters; labels are not broken then
 
 }  // namespace
 
@@ -18,7 +18,6 @@ TMissionDetails::TMissionDetails(QWidget* parent) : QTextEdit(parent) {
   setReadOnly(true);
   setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   setTabChangesFocus(true);
-  setFrameShape(NoFrame);
   setMinimumWidth(fontMetrics().averageCharWidth() * kMinWidth);
   setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

@@ -1,6 +1,5 @@
 #include "gui/filter/uFilterPanel.h"
 
-#include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
@@ -92,12 +91,9 @@ QCheckBox* MakeCheckBox(const QString& name, const QString& text, const QString&
 TFilterPanel::TFilterPanel(QWidget* parent) : QDockWidget(tr("Filter"), parent) {
   setObjectName("dxDockPanelFilter");
   setFeatures(DockWidgetClosable | DockWidgetMovable);
-  if (auto* close = findChild<QAbstractButton*>("qt_dockwidget_closebutton")) {
-    close->setAccessibleName(tr("Close the filter's editor"));
-    close->setToolTip(tr("Close the filter's editor (Esc)"));
-  }
   auto* scroll = new QScrollArea(this);
   scroll->setFrameShape(QFrame::NoFrame);
+  scroll->setFocusPolicy(Qt::NoFocus);  // its controls take the keys
   scroll->setWidgetResizable(true);
   scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   scroll->setWidget(MakeConditions());

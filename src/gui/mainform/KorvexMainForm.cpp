@@ -15,6 +15,7 @@
 #include "gui/common/uGuard.h"
 #include "gui/common/uIcons.h"
 #include "gui/common/uQtText.h"
+#include "gui/docks/uFoldingPanel.h"
 #include "gui/mainform/uChartMenus.h"
 #include "gui/mainform/uCommandTable.h"
 #include "gui/mainform/uCommands.h"

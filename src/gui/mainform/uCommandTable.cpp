@@ -5,7 +5,6 @@
 #include <QMenu>
 #include <type_traits>
 
-#include "analysis/uMissionDatasets.h"
 #include "gui/charts/uChartGestures.h"
 #include "gui/charts/uChartMarks.h"
 #include "gui/charts/uEventsChart.h"
@@ -67,8 +66,10 @@ void OpenFilter(TTargets on, bool /*checked*/) {
   on.parts.filter->Open();
 }
 
+// Below the group where it is collapsed.
 void OpenAlarmLimits(TTargets on, bool /*checked*/) {
-  on.parts.alarmLimits->OpenBelow(*on.form.findChild<QWidget*>("dxBarAlarmLimits"));
+  const auto* button = on.form.findChild<QWidget*>("dxBarAlarmLimits");
+  on.parts.alarmLimits->OpenBelow(button->isVisible() ? *button : *on.form.findChild<QWidget*>("btngrpAlarm"));
 }
 
 void SyncWithEvents(TTargets on, bool /*checked*/) {
@@ -246,13 +247,15 @@ constexpr TCommand kCommands[] = {
     {"actNavSetIntMin", "dxBarNavSetIntMin", "btngrpNavigator", "Min",
      "The band covers one minute, the one in which it begins", "chronometer", "Shift+I", 0, Do<actNavSetIntMinExecute>},
     {"actNavRwd", "dxBarNavRwd", "btngrpNavigator", "Rewind", "Move the band back by its own width",
-     "media-seek-backward", "Ctrl+Left", 0, Do<actNavRwdExecute>},
+     "media-seek-backward", "Ctrl+Left", kOfTimeBefore, Do<actNavRwdExecute>},
     {"actNavFwd", "dxBarNavFwd", "btngrpNavigator", "Forward", "Move the band forward by its own width",
-     "media-seek-forward", "Ctrl+Right", 0, Do<actNavFwdExecute>},
+     "media-seek-forward", "Ctrl+Right", kOfTimeAfter, Do<actNavFwdExecute>},
     {"actSyncWithEvents", "btnToolsShockSyncWNav", "btngrpNavigator", "Sync to events",
-     "Set the navigator's band to what the events chart shows", "zoom-select-x", "Ctrl+E", 0, SyncWithEvents},
+     "Set the navigator's band to what the events chart shows", "zoom-select-x", "Ctrl+E", kOfAnyEvents,
+     SyncWithEvents},
     {"actSyncWithSensors", "btnToolsSensorsChartSyncWNav", "btngrpNavigator", "Sync to sensors",
-     "Set the navigator's band to what the sensors chart shows", "zoom-select-x", "Ctrl+Shift+E", 0, SyncWithSensors},
+     "Set the navigator's band to what the sensors chart shows", "zoom-select-x", "Ctrl+Shift+E", kOfSensors,
+     SyncWithSensors},
     {"actGoTo", "dxBarGoTo", "btngrpNavigator", "&Go to…", "Go to an event by its ID, or to a time", "go-jump",
      "Ctrl+G", 0, AskWhereTo},
     {"actFilterEdit", "dxBarFilterEdit", "btngrpFiltering", "Edit &filter",
@@ -400,29 +403,29 @@ constexpr TCommand kCommands[] = {
     {"actTablesExportXLSXBattery", "barbtnTablesExportXLSXBattery", "btngrpTables", "Battery to XLSX…",
      "The table of the battery, as a workbook", kXlsxIcon, "", kOfBattery, Do<&E::barbtnTablesExportXLSXBatteryClick>},
     {"actEventsCopyChart", "barbtnEventsCopyChartToClipboard", "btngrpEventsImage", "Copy picture", kCopyTip,
-     "edit-copy", "", 0, Do<&E::barbtnEventsCopyChartToClipboardClick>},
+     "edit-copy", "", kOfAnyEvents, Do<&E::barbtnEventsCopyChartToClipboardClick>},
     {"actEventsSaveChart", "barbtnEventsSaveChartasJPG", "btngrpEventsImage", "Picture as JPG…", kBitmapTip, kImageIcon,
-     "", 0, Do<&E::barbtnEventsSaveChartasJPGClick>},
+     "", kOfAnyEvents, Do<&E::barbtnEventsSaveChartasJPGClick>},
     {"actEventsSaveChartAsPNG", "barbtnEventsSaveChartAsPNG", "btngrpEventsImage", "Picture as PNG…", kPngTip,
-     kImageIcon, "", 0, Do<&E::barbtnEventsSaveChartAsPNGClick>},
+     kImageIcon, "", kOfAnyEvents, Do<&E::barbtnEventsSaveChartAsPNGClick>},
     {"actEventsSaveChartAsSVG", "barbtnEventsSaveChartAsSVG", "btngrpEventsImage", "Picture as SVG…", kSvgTip,
-     kImageIcon, "", 0, Do<&E::barbtnEventsSaveChartAsSVGClick>},
+     kImageIcon, "", kOfAnyEvents, Do<&E::barbtnEventsSaveChartAsSVGClick>},
     {"actShockCopyChart", "barbtnShockCopyChartToClipboard", "btngrpShockImage", "Copy picture", kCopyTip, "edit-copy",
-     "", 0, Do<&E::barbtnShockCopyChartToClipboardClick>},
+     "", kOfEvents, Do<&E::barbtnShockCopyChartToClipboardClick>},
     {"actShockSaveChart", "barbtnShockSaveChartAsImage", "btngrpShockImage", "Picture as JPG…", kBitmapTip, kImageIcon,
-     "", 0, Do<&E::barbtnShockSaveChartAsImageClick>},
+     "", kOfEvents, Do<&E::barbtnShockSaveChartAsImageClick>},
     {"actShockSaveChartAsPNG", "barbtnShockSaveChartAsPNG", "btngrpShockImage", "Picture as PNG…", kPngTip, kImageIcon,
-     "", 0, Do<&E::barbtnShockSaveChartAsPNGClick>},
+     "", kOfEvents, Do<&E::barbtnShockSaveChartAsPNGClick>},
     {"actShockSaveChartAsSVG", "barbtnShockSaveChartAsSVG", "btngrpShockImage", "Picture as SVG…", kSvgTip, kImageIcon,
-     "", 0, Do<&E::barbtnShockSaveChartAsSVGClick>},
+     "", kOfEvents, Do<&E::barbtnShockSaveChartAsSVGClick>},
     {"actSensorsCopyChart", "barbtnSensorsCopyChartToClipboard", "btngrpSensorsImage", "Copy picture", kCopyTip,
-     "edit-copy", "", 0, Do<&E::barbtnSensorsCopyChartToClipboardClick>},
+     "edit-copy", "", kOfSensors, Do<&E::barbtnSensorsCopyChartToClipboardClick>},
     {"actSensorsSaveChart", "barbtnSensorsSaveAsJPG", "btngrpSensorsImage", "Picture as JPG…", kBitmapTip, kImageIcon,
-     "", 0, Do<&E::barbtnSensorsSaveAsJPGClick>},
+     "", kOfSensors, Do<&E::barbtnSensorsSaveAsJPGClick>},
     {"actSensorsSaveChartAsPNG", "barbtnSensorsSaveAsPNG", "btngrpSensorsImage", "Picture as PNG…", kPngTip, kImageIcon,
-     "", 0, Do<&E::barbtnSensorsSaveAsPNGClick>},
+     "", kOfSensors, Do<&E::barbtnSensorsSaveAsPNGClick>},
     {"actSensorsSaveChartAsSVG", "barbtnSensorsSaveAsSVG", "btngrpSensorsImage", "Picture as SVG…", kSvgTip, kImageIcon,
-     "", 0, Do<&E::barbtnSensorsSaveAsSVGClick>},
+     "", kOfSensors, Do<&E::barbtnSensorsSaveAsSVGClick>},
     {"actExportShockGridToCSV", nullptr, nullptr, "Export the shock events…", "The menu of the table of events", "",
      "Ctrl+Alt+E", 0, OpenMenu<kShocksMenu>},
     {"actExportFilteredShockGridToCSV", nullptr, nullptr, "Export the filtered shock events…",
@@ -432,18 +435,18 @@ constexpr TCommand kCommands[] = {
     {"actExportBatteryGridToCSV", nullptr, nullptr, "Export the battery…", "The menu of the table of the battery", "",
      "Ctrl+Alt+B", 0, OpenMenu<kBatteryMenu>},
 
-    {"actEventsCursors", "dxBarEventsCursors", "btngrpEventsChart", "Cursors", kCursorsTip, "measure", "", kOfChart,
-     StepCursors<ShownEventsChart>},
+    {"actEventsCursors", "dxBarEventsCursors", "btngrpEventsChart", "Cursors", kCursorsTip, "measure", "",
+     kOfChart | kOfAnyEvents, StepCursors<ShownEventsChart>},
     {"actEventsStatistics", "dxBarEventsStatistics", "btngrpEventsChart", "Statistics", kStatisticsTip,
-     "view-statistics", "", kOfChart, VisibleStatistics<ShownEventsChart>},
-    {"actShockCursors", "dxBarShockCursors", "btngrpShockTools", "Cursors", kCursorsTip, "measure", "", kOfChart,
-     StepCursors<ShownEventChart>},
+     "view-statistics", "", kOfChart | kOfAnyEvents, VisibleStatistics<ShownEventsChart>},
+    {"actShockCursors", "dxBarShockCursors", "btngrpShockTools", "Cursors", kCursorsTip, "measure", "",
+     kOfChart | kOfEvents, StepCursors<ShownEventChart>},
     {"actShockStatistics", "dxBarShockStatistics", "btngrpShockTools", "Statistics", kStatisticsTip, "view-statistics",
-     "", kOfChart, VisibleStatistics<ShownEventChart>},
-    {"actSensorsCursors", "dxBarSensorsCursors", "btngrpSensorsTools", "Cursors", kCursorsTip, "measure", "", kOfChart,
-     StepCursors<AllSensorsChart>},
+     "", kOfChart | kOfEvents, VisibleStatistics<ShownEventChart>},
+    {"actSensorsCursors", "dxBarSensorsCursors", "btngrpSensorsTools", "Cursors", kCursorsTip, "measure", "",
+     kOfChart | kOfSensors, StepCursors<AllSensorsChart>},
     {"actSensorsStatistics", "dxBarSensorsStatistics", "btngrpSensorsTools", "Statistics", kStatisticsTip,
-     "view-statistics", "", kOfChart, VisibleStatistics<AllSensorsChart>},
+     "view-statistics", "", kOfChart | kOfSensors, VisibleStatistics<AllSensorsChart>},
     {"actPreviousEvent", "dxBarEventsPrevious", "btngrpEventsChart", "", "", "", "", kAgain},
     {"actNextEvent", "dxBarEventsNext", "btngrpEventsChart", "", "", "", "", kAgain},
 };
@@ -476,19 +479,7 @@ constexpr TGroup kGroups[] = {{"tabHome", "btngrpFile", "File", 0},
                               {"tabTables", "btngrpTables", "Export tables", kAllViews},
                               {"tabReport", "btngrpReport", "Report", kReport}};
 
-constexpr TNeed kNeeds[] = {
-    {kOfEvents, "no event is shown: the recording has none, or the filter hides all",
-     [](const TShownMission& mission) { return mission.CLDS.RecordCount() > 0; }},
-    {kOfAnyEvents, "the recording has no events",
-     [](const TShownMission& mission) { return mission.Events.Count() > 0; }},
-    {kOfBattery, kNoBattery, [](const TShownMission& mission) { return !mission.Tables.Battery.Fields().empty(); }},
-};
-
 }  // namespace
-
-std::span<const TNeed> Needs() {
-  return kNeeds;
-}
 
 std::span<const TGroup> Groups() {
   return kGroups;

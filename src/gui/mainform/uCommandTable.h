@@ -15,6 +15,7 @@ class TKorvexMainForm;
 struct TMainParts;
 struct TProgram;
 struct TShownMission;
+struct TTimeSpan;
 
 // What commands act on. The window owns everything.
 struct TCommandTargets {
@@ -38,6 +39,9 @@ inline constexpr unsigned kOfChart = 32;     // the group says which chart is me
 inline constexpr unsigned kOfEvents = 64;    // one of Needs()
 inline constexpr unsigned kOfBattery = 512;  // one of Needs(), as kOfEvents
 inline constexpr unsigned kOfAnyEvents = 1024;
+inline constexpr unsigned kOfSensors = 4096;
+inline constexpr unsigned kOfTimeBefore = 8192;
+inline constexpr unsigned kOfTimeAfter = 16384;
 inline constexpr unsigned kOfFile = 2048;  // disabled until a recording is opened
 inline constexpr unsigned kPanel = 128;    // shows and hides the dock panel of that name: the panel's own action
 inline constexpr unsigned kAgain = 256;    // another button of an action that an earlier row makes
@@ -49,11 +53,12 @@ inline constexpr auto kKeptBySettings = "keptBySettings";
 // The traits of the action's row.
 inline constexpr auto kTraits = "traits";
 
-// What a command needs of the shown mission; `why` says what is missing, in the tool tip of the disabled command.
+// What a command needs of the shown mission, whose recording has that span; `why` says what is missing, in the tool tip
+// of the disabled command.
 struct TNeed {
   unsigned trait;
   std::string_view why;
-  bool (*met)(const TShownMission& mission);
+  bool (*met)(const TShownMission& mission, const TTimeSpan& recorded);
 };
 std::span<const TNeed> Needs();
 

@@ -10,6 +10,7 @@
 #include <QToolButton>
 #include <algorithm>
 
+#include "gui/charts/uNavigatorChart.h"
 #include "gui/common/uLogos.h"
 #include "gui/mainform/uCommandTable.h"
 #include "gui/mainform/uLayouts.h"
@@ -75,8 +76,9 @@ void TControls::SetVisible(std::string_view control, bool visible) {
 bool TControls::CanExecute(const QAction& action) const {
   if (!HasShownGroup(action)) return false;
   const unsigned traits = action.property(kTraits).toUInt();
+  const TTimeSpan recorded = FParts.docks.ChartNavigator->DataSpan().value_or(TTimeSpan{0, 0});
   return std::ranges::all_of(Needs(), [&](const TNeed& need) {
-    return (traits & need.trait) == 0 || (FMission != nullptr && need.met(*FMission));
+    return (traits & need.trait) == 0 || (FMission != nullptr && need.met(*FMission, recorded));
   });
 }
 

@@ -12,12 +12,14 @@
 
 #include "base/uIniFile.h"
 #include "gui/common/uQtText.h"
+#include "gui/docks/uPanelFolding.h"
 #include "platform/uSafeFile.h"
 
 namespace {
 
 constexpr auto kPanels = "Panels";        // section: a key a panel
 constexpr auto kSplitters = "Splitters";  // section: a key a splitter, sizes in pixels
+constexpr auto kFolded = "Folded";        // section: a key a panel that is or is not, whatever the window's width
 constexpr const char* kSplitterNames[] = {"splOverview", "splShock", "splShockEvent"};
 constexpr int kMaxPixels = 32767;
 
@@ -43,8 +45,14 @@ QList<int> SizesOf(const QString& text, qsizetype count) {
 
 }  // namespace
 
-TLayouts::TLayouts(QMainWindow& window)
-    : QObject(&window), FWindow(window), FPanels(window.findChildren<QDockWidget*>()), FDesigned(Current()) {
+TLayouts::TLayouts(QMainWindow& window, TPanelFolding& folding)
+    : QObject(&window),
+      FWindow(window),
+      FFolding(folding),
+      FPanels(window.findChildren<QDockWidget*>()),
+      FDesigned(Current()) {
+  // States of the panels hold sizes from before.
+  connect(&FFolding, &TPanelFolding::Changed, this, [this] { FStates.clear(); });
   for (QDockWidget* panel : FPanels) {
     connect(panel, &QDockWidget::visibilityChanged, this, [this, panel](bool visible) {
       if (visible && !FSettles && HasTabsBeside(*panel)) MoveToFront(panel->objectName());
@@ -90,6 +98,7 @@ void TLayouts::Apply(const TArrangement& arrangement) {
 
 void TLayouts::RestoreDesigned() {
   Apply(FDesigned);
+  FFolding.SetChoices({});
 }
 
 void TLayouts::Load(const std::filesystem::path& file) {
@@ -103,6 +112,9 @@ void TLayouts::Load(const std::filesystem::path& file) {
       arrangement.splitters[name] = SizesOf(QtText(ini.ReadString(kSplitters, name, {})), Splitter(name).count());
     }
     Apply(arrangement);
+    TPanelFolding::TChoices folded;
+    for (const std::string& key : ini.Keys(kFolded)) folded[QtText(key)] = ini.ReadBool(kFolded, key, false);
+    FFolding.SetChoices(folded);
   } catch (...) {
     RestoreDesigned();
     throw;
@@ -117,6 +129,10 @@ void TLayouts::Save(const std::filesystem::path& file) const {
   }
   for (auto splitter = arrangement.splitters.begin(); splitter != arrangement.splitters.end(); ++splitter) {
     ini.WriteString(kSplitters, Utf8(splitter.key()), Utf8(SizesText(splitter.value())));
+  }
+  const TPanelFolding::TChoices folded = FFolding.Choices();
+  for (auto panel = folded.begin(); panel != folded.end(); ++panel) {
+    ini.WriteBool(kFolded, Utf8(panel.key()), panel.value());
   }
   SaveFile(file, ini.Text());
 }

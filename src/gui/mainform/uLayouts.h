@@ -14,13 +14,14 @@
 
 class QDockWidget;
 class QSplitter;
+class TPanelFolding;
 
 class TLayouts : public QObject {
   Q_OBJECT
 
  public:
   // The window's present arrangement is the designed one; all panels exist.
-  explicit TLayouts(QMainWindow& window);
+  TLayouts(QMainWindow& window, TPanelFolding& folding);
 
   void RestoreDesigned();
   // Throws std::runtime_error when the file is unusable, and restores the designed arrangement. Floating panels are
@@ -51,6 +52,7 @@ class TLayouts : public QObject {
   void BringOnScreen() const;
 
   QMainWindow& FWindow;
+  TPanelFolding& FFolding;
   QList<QDockWidget*> FPanels;
   QByteArray FKept;    // the panels before they were all closed
   QStringList FFront;  // panels that the user put in front of their tabs, the latest last

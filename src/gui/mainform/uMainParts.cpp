@@ -17,6 +17,7 @@
 #include "gui/common/uLabels.h"
 #include "gui/common/uLogos.h"
 #include "gui/common/uTheme.h"
+#include "gui/docks/uFoldingPanel.h"
 #include "gui/filter/uFilterChip.h"
 #include "gui/filter/uFilterPanel.h"
 #include "gui/mainform/uLayouts.h"
@@ -68,6 +69,7 @@ TMainParts::TMainParts(QMainWindow& window)
   ribbon->setObjectName("Ribbon");
   window.setMenuWidget(ribbon);
   window.addDockWidget(Qt::LeftDockWidgetArea, filter);
+  filter->setTitleBarWidget(new TPanelTitle(*filter));
   filter->hide();
   MakeCentre(window);
   MakeStatusBar(window);
@@ -76,7 +78,7 @@ TMainParts::TMainParts(QMainWindow& window)
   backstage->AddPage("backstageSettings", QObject::tr("Settings"), "settings-configure", new TSettingsPage(*logos));
   backstage->AddPage("backstageRecent", QObject::tr("Recent"), "chronometer", recent);
   welcome->AddSection(QObject::tr("Recent"), recentFiles);
-  layouts = new TLayouts(window);
+  layouts = new TLayouts(window, *docks.folding);
 }
 
 void TMainParts::MakeCentre(QMainWindow& window) {

@@ -166,6 +166,7 @@ std::optional<TTimeSpan> TMissionViews::NavigatorSpan() const {
 
 void TMissionViews::SetNavigatorBand(const TTimeSpan& band) {
   FParts.docks.ChartNavigator->SetBand(band);
+  FControls.UpdateCommands();
 }
 
 void TMissionViews::SetNavigatorCompanions(const TTimeSpan& band) {

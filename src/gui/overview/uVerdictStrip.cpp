@@ -66,15 +66,19 @@ QFont TVerdictButton::Scaled(double factor, bool bold) const {
 QSize TVerdictButton::sizeHint() const {
   const int caption = QFontMetrics(Scaled(kNoteSize, false)).height();
   const int value = QFontMetrics(Scaled(kValueSize, true)).height();
-  const int height = 2 * caption + value;
+  const int height = (FIsLow ? 1 : 2) * caption + value;
   return {fontMetrics().averageCharWidth() * kMinCharacters + 2 * kPadding, height + 2 * kTopPadding};
 }
 
-// Below the number in one line, or instead of it in two; the last is cut where the words are too long.
+void TVerdictButton::SetLow(bool low) {
+  if (std::exchange(FIsLow, low) != low) updateGeometry();
+}
+
+// Below the number or beside it in one line, or instead of it in two; the last is cut where the words are too long.
 void TVerdictButton::PaintNote(QPainter& painter, const QRect& room) const {
   const QString note = QtText(FCell.note);
   const QFontMetrics metrics = painter.fontMetrics();
-  const qsizetype maxLines = FCell.value.empty() ? kMaxNoteLines : 1;
+  const qsizetype maxLines = FCell.value.empty() && !FIsLow ? kMaxNoteLines : 1;
   QTextLayout layout(note, painter.font());
   layout.beginLayout();
   QRect place(room.left(), room.top(), room.width(), metrics.height());
@@ -99,7 +103,7 @@ void TVerdictButton::paintEvent(QPaintEvent* /*event*/) {
   const bool hovered = leads && (underMouse() || isDown());
   painter.setBrush(QColor(FCell.isOut ? tokens.alarmTint : hovered ? tokens.accentTint : tokens.surface));
   const bool focused = hasFocus();
-  const double width = focused ? 2 : 1;
+  const double width = focused ? 2 : 1 / devicePixelRatioF();
   painter.setPen(QPen(QColor(focused || hovered ? tokens.accent
                              : FCell.isOut      ? tokens.alarm
                                                 : tokens.hairline),
@@ -122,15 +126,19 @@ void TVerdictButton::paintEvent(QPaintEvent* /*event*/) {
   const QFontMetrics large = painter.fontMetrics();
   const QPointF foot(room.left(), room.top() + large.ascent());
   const QString value = large.elidedText(QtText(FCell.value), Qt::ElideRight, room.width());
-  if (!value.isEmpty()) {
-    painter.drawText(foot, value);
-    room.setTop(room.top() + large.height());
-  }
+  painter.drawText(foot, value);
   painter.setFont(Scaled(kNoteSize, false));
   painter.setPen(QColor(tokens.secondaryInk));
-  const double unit = large.horizontalAdvance(value) + kBetween / 2.0;
-  if (unit + small.horizontalAdvance(QtText(FCell.unit)) <= room.width()) {
-    painter.drawText(foot + QPointF(unit, 0), QtText(FCell.unit));
+  double used = value.isEmpty() ? 0 : large.horizontalAdvance(value) + kBetween / 2.0;
+  if (used + small.horizontalAdvance(QtText(FCell.unit)) <= room.width()) {
+    painter.drawText(foot + QPointF(used, 0), QtText(FCell.unit));
+    used += small.horizontalAdvance(QtText(FCell.unit));
+  }
+  if (FIsLow && !value.isEmpty()) {
+    room = QRect(room.left() + qRound(used) + kBetween, qRound(foot.y()) - small.ascent(),
+                 room.width() - qRound(used) - kBetween, small.height());
+  } else if (!value.isEmpty()) {
+    room.setTop(room.top() + large.height());
   }
   painter.setPen(QColor(FCell.value.empty() ? tokens.ink : tokens.secondaryInk));
   PaintNote(painter, room);
@@ -154,7 +162,7 @@ void TVerdictButton::changeEvent(QEvent* event) {
 TVerdictStrip::TVerdictStrip(QWidget* parent) : QWidget(parent), FGrid(new QGridLayout(this)) {
   setObjectName("pnlVerdict");
   setAccessibleName(tr("Verdict"));
-  FGrid->setContentsMargins(kGap, kGap, kGap, kGap);
+  FGrid->setContentsMargins(0, 0, 0, kGap);
   FGrid->setSpacing(kGap);
   for (std::size_t i = 0; i < FButtons.size(); ++i) {
     auto* button = new TVerdictButton(kCaptions[i].name, kCaptions[i].text, this);
@@ -179,10 +187,14 @@ void TVerdictStrip::ShowCells(const TVerdictCells& cells) {
 
 void TVerdictStrip::Arrange() {
   const int count = static_cast<int>(FButtons.size());
-  const int needed = count * (FButtons[0]->sizeHint().width() + kGap) + kGap;
+  const int needed = count * (FButtons[0]->sizeHint().width() + kGap) - kGap;
   const int columns = width() >= needed ? count : count / 2;
   if (std::exchange(FColumns, columns) == columns) return;
-  for (int i = 0; i < count; ++i) FGrid->addWidget(FButtons[static_cast<std::size_t>(i)], i / columns, i % columns);
+  for (int i = 0; i < count; ++i) {
+    TVerdictButton* button = FButtons[static_cast<std::size_t>(i)];
+    button->SetLow(columns < count);
+    FGrid->addWidget(button, i / columns, i % columns);
+  }
   for (int column = 0; column < count; ++column) {
     const int share = column == FWideColumn && columns == count ? 3 : 2;
     FGrid->setColumnStretch(column, column < columns ? share : 0);

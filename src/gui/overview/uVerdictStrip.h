@@ -16,6 +16,8 @@ class TVerdictButton : public QAbstractButton {
   TVerdictButton(const QString& name, const QString& caption, QWidget* parent);
   void ShowCell(const TVerdictCell& cell);
   [[nodiscard]] const TVerdictCell& Cell() const { return FCell; }
+  // In one of two rows: the note stands beside the number.
+  void SetLow(bool low);
   [[nodiscard]] QSize sizeHint() const override;
   [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
@@ -31,6 +33,7 @@ class TVerdictButton : public QAbstractButton {
 
   QString FCaption;
   TVerdictCell FCell;
+  bool FIsLow = false;
 };
 
 class TVerdictStrip : public QWidget {

@@ -17,7 +17,6 @@ TBackstageEntry::TBackstageEntry(const QString& objectName, QWidget* parent) : Q
 }
 
 void TBackstageEntry::Show(const QString& caption, const QString& icon) {
-  FIconName = icon;
   setText(caption);
   setAccessibleName(PlainCaption(caption));
   setToolTip(accessibleName());
@@ -47,7 +46,6 @@ void TBackstageEntry::TakeFont() {
 
 void TBackstageEntry::changeEvent(QEvent* event) {
   QToolButton::changeEvent(event);
-  if (event->type() == QEvent::PaletteChange && !FIconName.isEmpty()) setIcon(Icon(FIconName));
   if (event->type() == QEvent::FontChange) TakeFont();
 }
 

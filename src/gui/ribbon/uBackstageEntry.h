@@ -27,6 +27,4 @@ class TBackstageEntry : public QToolButton {
  private:
   void TakeFrom(const QAction* action);
   void TakeFont();
-
-  QString FIconName;
 };

@@ -42,7 +42,8 @@ TRibbonGroup::TRibbonGroup(const QString& objectName, const QString& title, QWid
 
   FPopup->setObjectName(objectName + "Popup");
   FPopup->setAccessibleName(title);
-  FPopup->setFrameStyle(QFrame::Box | QFrame::Plain);
+  FPopup->setFrameShape(QFrame::StyledPanel);
+  FPopup->setProperty("surface", true);
   // A click on the collapsed button while its popup is open closes it and does not open it again.
   FPopup->setAttribute(Qt::WA_NoMouseReplay);
   auto* layout = new QVBoxLayout(FPopup);
@@ -184,7 +185,6 @@ void TRibbonGroup::FocusFirst() {
 
 bool TRibbonGroup::event(QEvent* event) {
   if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) TakeFont();
-  if (event->type() == QEvent::PaletteChange) UpdateHandle();
   const bool handled = QFrame::event(event);
   if (IsShownOrHidden(event) || event->type() == QEvent::LayoutRequest) emit ContentChanged();
   return handled;

@@ -7,6 +7,7 @@
 #include <QStyleOption>
 #include <algorithm>
 
+#include "gui/common/uTheme.h"
 #include "gui/ribbon/uRibbonGroup.h"
 #include "gui/ribbon/uRibbonMetrics.h"
 
@@ -100,6 +101,7 @@ void TRibbonPage::paintEvent(QPaintEvent*) {
   option.initFrom(this);
   QPainter painter(this);
   style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, this);
+  PaintSurfaceFrame(painter, *this);
   painter.setPen(QPen(LineColour(palette()), 1 / devicePixelRatioF()));
   const auto shown = Shown();
   for (size_t i = 0; i + 1 < shown.size(); ++i) {

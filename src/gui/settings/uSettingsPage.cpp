@@ -3,6 +3,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFormLayout>
+#include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -55,17 +56,21 @@ void AddCheckBox(QFormLayout& form, const TRow& row) {
   form.addRow(box);
 }
 
-void AddText(QFormLayout& form, const TRow& row) {
+QLineEdit* MakeText() {
   auto* edit = new QLineEdit;
   edit->setMaxLength(kMaxTextLength);
   edit->setMinimumWidth(edit->fontMetrics().averageCharWidth() * kTextWidth);
-  AddRow(form, row, edit);
+  return edit;
 }
 
-void AddList(QFormLayout& form, const TRow& row, std::span<const std::string_view> entries) {
+QComboBox* MakeList(std::span<const std::string_view> entries) {
   auto* list = new QComboBox;
   for (const std::string_view entry : entries) list->addItem(QtText(entry));
-  AddRow(form, row, list);
+  return list;
+}
+
+QString MaskHint() {
+  return QObject::tr("0: a digit that is always shown, #: one that may be left out");
 }
 
 void AddColours(QFormLayout& form, std::initializer_list<TRow> rows) {
@@ -76,6 +81,7 @@ void AddColours(QFormLayout& form, std::initializer_list<TRow> rows) {
 QWidget* Scrolled(QWidget* page) {
   auto* area = new QScrollArea;
   area->setFrameShape(QFrame::NoFrame);
+  area->setFocusPolicy(Qt::NoFocus);  // its controls take the keys
   area->setWidgetResizable(true);
   area->setWidget(page);
   return area;
@@ -83,16 +89,19 @@ QWidget* Scrolled(QWidget* page) {
 
 QFormLayout* MakeForm(QWidget* page) {
   auto* form = new QFormLayout(page);
-  form->setFieldGrowthPolicy(QFormLayout::FieldsStayAtSizeHint);
+  form->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
   return form;
 }
 
-// A titled box of rows.
-QFormLayout* AddBox(QLayout& layout, const QString& title) {
+// A titled box.
+QGroupBox* AddBox(QBoxLayout& layout, const QString& title) {
   auto* box = new QGroupBox(title);
-  layout.addWidget(box);
-  layout.setAlignment(box, Qt::AlignTop | Qt::AlignLeft);
-  return MakeForm(box);
+  layout.addWidget(box, layout.direction() == QBoxLayout::LeftToRight ? 1 : 0, Qt::AlignTop);
+  return box;
+}
+
+QFormLayout* AddForm(QBoxLayout& layout, const QString& title) {
+  return MakeForm(AddBox(layout, title));
 }
 
 // A page of boxes beside each other.
@@ -102,11 +111,33 @@ QHBoxLayout* MakeColumns(QWidget* page) {
   return columns;
 }
 
+// A page of boxes that are beside each other where there is room, else above each other.
+class TBoxes : public QWidget {
+ public:
+  TBoxes() : FLayout(new QBoxLayout(QBoxLayout::TopToBottom, this)) { FLayout->setSpacing(kBoxSpace); }
+  QFormLayout* AddForm(const QString& title) { return ::AddForm(*FLayout, title); }
+  void AddEnd() { FLayout->addStretch(); }
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override {
+    int needed = 0;
+    for (const QWidget* box : findChildren<QGroupBox*>()) needed += box->sizeHint().width() + kBoxSpace;
+    const bool beside = width() >= needed + kBoxSpace;
+    FLayout->setDirection(beside ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+    for (int i = 0; i < FLayout->count(); ++i)
+      FLayout->setStretch(i, beside == (FLayout->itemAt(i)->widget() != nullptr));
+    QWidget::resizeEvent(event);
+  }
+
+ private:
+  QBoxLayout* FLayout;
+};
+
 // A column of boxes above each other.
 QVBoxLayout* AddColumn(QHBoxLayout& columns) {
   auto* column = new QVBoxLayout;
   column->setSpacing(kBoxSpace);
-  columns.addLayout(column);
+  columns.addLayout(column, 1);
   return column;
 }
 
@@ -123,25 +154,24 @@ TSettingsPage::TSettingsPage(TLogos& logos) {
 }
 
 QWidget* TSettingsPage::MakeGeneral(TLogos& logos) {
-  auto* page = new QWidget;
-  auto* boxes = new QVBoxLayout(page);  // beside each other they are wider than a small window
-  boxes->setSpacing(kBoxSpace);
-  QFormLayout* form = AddBox(*boxes, tr("Reports"));
-  AddText(*form, {"cxTextEditCompanyName", tr("&Company name"), tr("Stands on reports")});
+  auto* page = new TBoxes;
+  QFormLayout* form = page->AddForm(tr("Reports"));
+  AddRow(*form, {"cxTextEditCompanyName", tr("&Company name"), tr("Stands on reports")}, MakeText());
   form->addRow(tr("Company logo"), new TLogoEdit(logos, TLogos::kCompany, "btnCompanyLogo", tr("company logo")));
   form->addRow(tr("Report logo"), new TLogoEdit(logos, TLogos::kReport, "btnReportLogo", tr("report logo")));
-  form = AddBox(*boxes, tr("Window"));
-  AddList(*form, {"cmbSettingsDateTimeFormat", tr("&Date format"), tr("How every date is shown")}, kDateFormats);
-  AddList(*form,
-          {"cmbSettingsDefFileFilter", tr("Default file &filter"),
-           tr("What the open dialog and the lists of files show at first")},
-          kFileFilters);
+  form = page->AddForm(tr("Window"));
+  AddRow(*form, {"cmbSettingsDateTimeFormat", tr("&Date format"), tr("How every date is shown")},
+         MakeList(kDateFormats));
+  AddRow(*form,
+         {"cmbSettingsDefFileFilter", tr("Default file &filter"),
+          tr("What the open dialog and the lists of files show at first")},
+         MakeList(kFileFilters));
   AddCheckBox(*form, {"chboxDialogConfirmationsSync", tr("&Show sync dialog confirmations"),
                       tr("Ask before the navigator is synced with the currently viewed timespan")});
   AddCheckBox(*form, {"chboxShockChartPointAbsorption", tr("Absorb &overlapping points on chart"),
                       tr("If turned on the overlapping points in the Shock Events chart will be absorbed into a bigger "
                          "point")});
-  boxes->addStretch();
+  page->AddEnd();
   return Scrolled(page);
 }
 
@@ -149,23 +179,20 @@ QWidget* TSettingsPage::MakeFormats() {
   using enum TQuantity;
   const std::pair<QString, std::vector<TQuantity>> boxes[] = {
       {tr("Events"), {Time, Acceleration, ToT, IoT}},
-      {tr("Sensors"), {Temperature, Humidity, Pressure, Light, Battery}},
-      {tr("Analog inputs"), {A1, A2, A3, A4}}};
+      {tr("Sensors"), {Temperature, Humidity, Pressure, Light, Battery}}};
   auto* page = new QWidget;
   QHBoxLayout* columns = MakeColumns(page);
   QString keys;
   for (const auto& [title, quantities] : boxes) {
-    QFormLayout* form = AddBox(*columns, title);
+    QFormLayout* form = AddForm(*columns, title);
     for (const TQuantity quantity : quantities) {
       const TQuantityControls& row = kQuantityControls[static_cast<std::size_t>(quantity)];
       QString caption = WithKey(QtText(row.caption), keys);
       if (!row.unit.empty()) caption += QString(" (%1)").arg(QtText(row.unit));
       const QString hint = row.hint.empty() ? QString() : QtText(row.hint) + ". ";
-      AddList(*form, {row.format, caption, hint + tr("0: a digit that is always shown, #: one that may be left out")},
-              kDecimalMasks);
+      AddRow(*form, {row.format, caption, hint + MaskHint()}, MakeList(kDecimalMasks));
     }
   }
-  columns->addStretch();
   return Scrolled(page);
 }
 
@@ -173,31 +200,47 @@ QWidget* TSettingsPage::MakeColours() {
   auto* page = new QWidget;
   QHBoxLayout* columns = MakeColumns(page);
   QVBoxLayout* left = AddColumn(*columns);
-  AddColours(*AddBox(*left, tr("Acceleration")),
+  AddColours(*AddForm(*left, tr("Acceleration")),
              {{"ccmbShockX", "&X"}, {"ccmbShockY", "&Y"}, {"ccmbShockZ", "&Z"}, {"ccmbShockTotal", tr("T&otal")}});
-  AddColours(*AddBox(*left, tr("Axes of the sensors chart")), {{"clrgalSensorsLeftAxisI", tr("Left inner")},
-                                                               {"clrgalSensorsLeftAxisII", tr("Left outer")},
-                                                               {"clrgalSensorsRightAxisI", tr("Right inner")},
-                                                               {"clrgalSensorsRightAxisII", tr("Right outer")}});
+  AddColours(*AddForm(*left, tr("Axes of the sensors chart")), {{"clrgalSensorsLeftAxisI", tr("Left inner")},
+                                                                {"clrgalSensorsLeftAxisII", tr("Left outer")},
+                                                                {"clrgalSensorsRightAxisI", tr("Right inner")},
+                                                                {"clrgalSensorsRightAxisII", tr("Right outer")}});
   left->addStretch();
-  QFormLayout* sensors = AddBox(*columns, tr("Sensors"));
-  for (const TQuantityRow* row : kColouredSensors) AddColours(*sensors, {{row->colourControl, tr(row->colourCaption)}});
-  columns->addStretch();
+  QFormLayout* sensors = AddForm(*columns, tr("Sensors"));
+  for (const TQuantityRow* row : kColouredSensors) {
+    if (row->namePlace == 0) AddColours(*sensors, {{row->colourControl, tr(row->colourCaption)}});
+  }
   return Scrolled(page);
 }
 
+// All that can be set for an input stands in one line.
 QWidget* TSettingsPage::MakeAnalogInputs() {
   auto* page = new QWidget;
-  QHBoxLayout* columns = MakeColumns(page);
-  QFormLayout* form = AddBox(*columns, tr("Names"));
+  auto* boxes = new QVBoxLayout(page);
+  auto* grid = new QGridLayout(AddBox(*boxes, tr("Analog inputs")));
+  grid->setHorizontalSpacing(kBoxSpace);
+  const QString titles[] = {{}, tr("Name"), tr("Decimals"), tr("Colour")};
+  for (int column = 1; column < 4; ++column) grid->addWidget(new QLabel(titles[column]), 0, column);
+  grid->setColumnStretch(1, 1);
   for (const TQuantityRow* row : kAnalogInputs) {
-    AddText(*form, {row->nameControl, tr("Name of %1").arg(row->colourCaption)});
+    const int line = grid->rowCount();
+    const QString input = tr(row->colourCaption);
+    auto* label = new TKeyLabel(input);
+    const auto add = [&](int column, std::string_view control, const QString& hint, QWidget* edit) {
+      Describe(*edit, {control, QString("%1, %2").arg(input, titles[column]), hint});
+      new TWheelGuard(*edit);
+      grid->addWidget(edit, line, column);
+    };
+    grid->addWidget(label, line, 0);
+    add(1, row->nameControl, tr("Stands in tables, charts, exports and the alarm limits"), MakeText());
+    add(2, kQuantityControls[static_cast<std::size_t>(*row->quantity)].format, MaskHint(), MakeList(kDecimalMasks));
+    add(3, row->colourControl, {}, new TColourBox(nullptr));
+    label->setBuddy(grid->itemAtPosition(line, 1)->widget());
   }
-  auto* where =
-      new QLabel(tr("A name stands in tables, charts, exports and the alarm limits.\n"
-                    "Without one the input keeps its name in the recording."));
+  auto* where = new QLabel(tr("Without a name of yours the input keeps its name in the recording."));
   where->setForegroundRole(QPalette::PlaceholderText);
-  form->addRow(where);
-  columns->addStretch();
+  grid->addWidget(where, grid->rowCount(), 1, 1, 3);
+  boxes->addStretch(1);
   return Scrolled(page);
 }

@@ -27,7 +27,7 @@ constexpr auto kNoValue = "–";
 constexpr auto kUsualNumber = "0000.000";
 constexpr auto kUsualUnit = " g ms";
 
-constexpr int kSpace = 4;    // px, around and between the cards
+constexpr int kSpace = 4;    // px, between the cards
 constexpr int kPadding = 8;  // left and right in a card
 
 QFont UnitFont(QFont font) {
@@ -66,11 +66,12 @@ class TValueLabel : public TElidedLabel {
 }  // namespace
 
 TEventCards::TEventCards(QWidget* parent) : QWidget(parent), FGrid(new QGridLayout(this)) {
-  FGrid->setContentsMargins(kSpace, kSpace, kSpace, 0);
+  FGrid->setContentsMargins(0, 0, 0, 0);
   FGrid->setSpacing(kSpace);
   for (std::size_t i = 0; i < kCount; ++i) {
     auto* card = new QFrame(this);
     card->setProperty("surface", true);
+    card->setFrameShape(QFrame::StyledPanel);
     card->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     auto* caption = new TElidedLabel(kCards[i].captionName, card);
     caption->setForegroundRole(QPalette::PlaceholderText);

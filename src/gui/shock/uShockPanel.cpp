@@ -150,7 +150,8 @@ void TMainShockPanel::SetMasks(const TValueMasks& masks) {
 
 QWidget* TMainShockPanel::MakeEventList() {
   FTabs->setObjectName("pgcShockGrids");
-  FTabs->setDocumentMode(true);
+  FTabs->setUsesScrollButtons(false);
+  FTabs->setElideMode(Qt::ElideRight);
   FTabs->setAccessibleName(tr("Event grids"));
   FTabs->addTab(PageOf(FShocks), tr("&All events"));
   QWidget* filtered = PageOf(FFilteredShocks);
@@ -177,6 +178,7 @@ QWidget* TMainShockPanel::MakeEventList() {
 void TMainShockPanel::ShowFilter(std::size_t passing, std::size_t all, const QString& conditions) {
   FTabs->setTabText(0, tr("&All events %1").arg(all));
   FTabs->setTabText(1, tr("Fil&tered events %1").arg(passing));
+  for (int i = 0; i < FTabs->count(); ++i) FTabs->setTabToolTip(i, FTabs->tabText(i).remove('&'));  // may be cut
   const bool switchedOn = FConditions->isHidden() && !conditions.isEmpty();
   FConditions->setText(conditions);
   FConditions->setVisible(!conditions.isEmpty());

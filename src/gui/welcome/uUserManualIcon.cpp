@@ -66,7 +66,6 @@ void TUserManualIcon::TakeFont() {
 
 void TUserManualIcon::changeEvent(QEvent* event) {
   QToolButton::changeEvent(event);
-  if (event->type() == QEvent::PaletteChange) setIcon(Icon("documentation"));
   if (event->type() == QEvent::FontChange) TakeFont();
 }
 

@@ -1,0 +1,73 @@
+// A dock panel that folds to its title. The title is drawn here, because Qt's own has no button that folds and is not
+// written upright.
+#pragma once
+
+#include <QDockWidget>
+
+class QBoxLayout;
+class QToolButton;
+
+enum class TFold {
+  Open,
+  Flat,     // the title above nothing
+  Upright,  // the title alone, written downwards: all panels of a column are folded
+  Tab       // nothing but its tab, which stands upright in such a column
+};
+
+// The title of a panel: its words and the buttons that fold, float and close it. Drags it, too.
+class TPanelTitle : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit TPanelTitle(QDockWidget& panel);
+  void SetFold(TFold fold);
+  // Extent across the direction in which it is written, in px.
+  [[nodiscard]] int Thickness() const;
+  [[nodiscard]] QSize sizeHint() const override;
+  [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+
+ Q_SIGNALS:
+  void FoldClicked();
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  QToolButton* MakeButton(const char* icon, const QString& text, const QString& name);
+
+  QDockWidget& FPanel;
+  QBoxLayout* FLayout;
+  QToolButton* FFoldButton;
+  QToolButton* FFloat;
+  QToolButton* FClose;
+  TFold FFold = TFold::Open;
+};
+
+class TFoldingPanel : public QDockWidget {
+  Q_OBJECT
+
+ public:
+  // The size is that of its first unfolding, if it is folded from the start.
+  TFoldingPanel(const QString& name, const QString& title, QWidget* content, const QSize& size, QWidget* window);
+
+  [[nodiscard]] TFold Fold() const { return FFold; }
+  // Shows or hides the content; the panel itself stays visible.
+  void SetFold(TFold fold);
+  // What it has when it is unfolded.
+  [[nodiscard]] QSize OpenSize() const { return FOpenSize; }
+
+ Q_SIGNALS:
+  // The user wants it folded or open.
+  void FoldAsked(bool folded);
+
+ protected:
+  bool event(QEvent* event) override;
+
+ private:
+  TPanelTitle* FTitle;
+  QWidget* FContent;
+  bool FRetains;  // the open content keeps its room while it is hidden
+  TFold FFold = TFold::Open;
+  QSize FOpenSize;
+  bool FOpenedByClick = false;  // a second click belongs to the first
+};

@@ -1,0 +1,162 @@
+#include "gui/docks/uPanelFolding.h"
+
+#include <QAction>
+#include <QKeyEvent>
+#include <QMainWindow>
+#include <QTabBar>
+#include <algorithm>
+#include <utility>
+
+#include "gui/docks/uFoldingPanel.h"
+
+namespace {
+
+constexpr int kNarrow = 1200;  // px of the window's width
+constexpr int kLow = 700;      // and of its height
+
+}  // namespace
+
+TPanelFolding::TPanelFolding(QMainWindow& window, QList<TFoldingPanel*> panels, QList<TFoldingPanel*> inNarrow)
+    : QObject(&window), FWindow(window), FPanels(std::move(panels)), FInNarrow(std::move(inNarrow)) {
+  FWindow.installEventFilter(this);
+  for (TFoldingPanel* panel : FPanels) {
+    connect(panel, &TFoldingPanel::FoldAsked, this, [this, panel](bool folded) { Choose(*panel, folded); });
+    for (auto changed : {&QDockWidget::visibilityChanged, &QDockWidget::topLevelChanged}) {
+      connect(panel, changed, this, &TPanelFolding::UpdateLater);
+    }
+    connect(panel, &QDockWidget::dockLocationChanged, this, &TPanelFolding::UpdateLater);
+    // The command of a folded panel opens it instead of closing it.
+    connect(panel->toggleViewAction(), &QAction::triggered, this, [this, panel] {
+      if (!IsFolded(*panel)) return;
+      panel->show();
+      panel->raise();
+      Choose(*panel, false);
+    });
+  }
+}
+
+TPanelFolding::TChoices TPanelFolding::Choices() const {
+  TChoices choices = FChoices;
+  for (const TFoldingPanel* panel : FPanels) {
+    if (panel->Fold() != TFold::Open) choices[panel->objectName()] = true;
+  }
+  return choices;
+}
+
+void TPanelFolding::SetChoices(const TChoices& choices) {
+  FChoices.clear();
+  for (const TFoldingPanel* panel : FPanels) {
+    const QString name = panel->objectName();
+    if (choices.contains(name)) FChoices[name] = choices[name];
+  }
+  UpdateLater();
+}
+
+bool TPanelFolding::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == &FWindow) {
+    if (event->type() == QEvent::Resize || event->type() == QEvent::Show) UpdateLater();
+  } else if (event->type() == QEvent::KeyPress) {
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    const auto* tabs = static_cast<QTabBar*>(watched);
+    if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space)
+      OpenTab(tabs->tabText(tabs->currentIndex()));
+  }
+  return QObject::eventFilter(watched, event);
+}
+
+void TPanelFolding::Choose(TFoldingPanel& panel, bool folded) {
+  FChoices[panel.objectName()] = folded;
+  for (const QDockWidget* tab : FWindow.tabifiedDockWidgets(&panel)) FChoices[tab->objectName()] = folded;
+  Update();
+}
+
+void TPanelFolding::UpdateLater() {
+  if (!std::exchange(FIsDue, true)) QMetaObject::invokeMethod(this, &TPanelFolding::Update, Qt::QueuedConnection);
+}
+
+bool TPanelFolding::IsFolded(const TFoldingPanel& panel) const {
+  const bool isSmall = FInNarrow.contains(&panel) ? FWindow.width() < kNarrow : FWindow.height() < kLow;
+  return !panel.isFloating() && FChoices.value(panel.objectName(), isSmall);
+}
+
+// Beside the views, and so is every visible panel of that side.
+bool TPanelFolding::IsColumnFolded(const TFoldingPanel& panel) const {
+  const Qt::DockWidgetArea area = FWindow.dockWidgetArea(const_cast<TFoldingPanel*>(&panel));
+  if (area != Qt::LeftDockWidgetArea && area != Qt::RightDockWidgetArea) return false;
+  const QList<QDockWidget*> all = FWindow.findChildren<QDockWidget*>();
+  return std::ranges::all_of(all, [&](QDockWidget* other) {
+    if (other->isHidden() || other->isFloating() || FWindow.dockWidgetArea(other) != area) return true;
+    const auto* folding = qobject_cast<TFoldingPanel*>(other);
+    return folding != nullptr && IsFolded(*folding);
+  });
+}
+
+void TPanelFolding::Update() {
+  FIsDue = false;
+  if (!FWindow.isVisible()) return;
+  QList<TFoldingPanel*> opened;
+  bool changed = false;
+  for (TFoldingPanel* panel : FPanels) {
+    const bool inColumn = IsColumnFolded(*panel);
+    TFold fold = TFold::Open;
+    if (IsFolded(*panel)) {
+      const bool hasTabs = !FWindow.tabifiedDockWidgets(panel).isEmpty();
+      fold = !inColumn ? TFold::Flat : hasTabs ? TFold::Tab : TFold::Upright;
+    }
+    const Qt::DockWidgetArea area = FWindow.dockWidgetArea(panel);
+    const auto outside = area == Qt::LeftDockWidgetArea ? QTabWidget::West : QTabWidget::East;
+    if (!panel->isHidden()) FWindow.setTabPosition(area, inColumn ? outside : QTabWidget::South);
+    if (panel->Fold() == fold) continue;
+    changed = true;
+    if (fold == TFold::Open) opened << panel;
+    panel->SetFold(fold);
+  }
+  WatchTabs();
+  if (!changed) return;
+  Resize(opened);
+  Q_EMIT Changed();
+}
+
+// As large as they were.
+void TPanelFolding::Resize(const QList<TFoldingPanel*>& opened) {
+  QList<QDockWidget*> panels;
+  QList<int> widths;
+  QList<int> heights;
+  for (TFoldingPanel* panel : opened) {
+    panels << panel;
+    widths << panel->OpenSize().width();
+    heights << panel->OpenSize().height();
+  }
+  // Their room is that of the other open panels of their side; without a word to them Qt shares the loss.
+  for (TFoldingPanel* other : FPanels) {
+    int growth = 0;
+    for (qsizetype i = 0; i < opened.size(); ++i) {
+      if (FWindow.dockWidgetArea(opened[i]) == FWindow.dockWidgetArea(other)) growth = std::max(growth, heights[i]);
+    }
+    if (growth == 0 || opened.contains(other) || other->Fold() != TFold::Open || !other->isVisible()) continue;
+    panels << other;
+    widths << other->width();
+    heights << std::max(1, other->height() - growth);
+  }
+  FWindow.resizeDocks(panels, widths, Qt::Horizontal);
+  FWindow.resizeDocks(panels, heights, Qt::Vertical);
+}
+
+// Of a folded panel that is a tab, or has tabs below its title. Qt makes tab bars as it needs them.
+void TPanelFolding::WatchTabs() {
+  for (QTabBar* tabs : FWindow.findChildren<QTabBar*>(QString(), Qt::FindDirectChildrenOnly)) {
+    tabs->setFocusPolicy(Qt::TabFocus);
+    tabs->setDrawBase(false);
+    tabs->setUsesScrollButtons(false);
+    tabs->removeEventFilter(this);
+    tabs->installEventFilter(this);
+    tabs->disconnect(this);
+    connect(tabs, &QTabBar::tabBarClicked, this, [this, tabs](int index) { OpenTab(tabs->tabText(index)); });
+  }
+}
+
+void TPanelFolding::OpenTab(const QString& title) {
+  for (TFoldingPanel* panel : FPanels) {
+    if (panel->windowTitle() == title && panel->Fold() != TFold::Open) Choose(*panel, false);
+  }
+}

@@ -1,0 +1,47 @@
+// Which panels are folded to their titles. Those beside the views are folded in a narrow window and those below in a
+// low one, unless the user chose otherwise. Panels behind each other's tabs are folded together.
+#pragma once
+
+#include <QList>
+#include <QMap>
+#include <QObject>
+
+class QMainWindow;
+class TFoldingPanel;
+
+class TPanelFolding : public QObject {
+  Q_OBJECT
+
+ public:
+  // The panels of the window, and those of them that a narrow window folds; a low one folds the others.
+  TPanelFolding(QMainWindow& window, QList<TFoldingPanel*> panels, QList<TFoldingPanel*> inNarrow);
+
+  // By name: true is folded. A panel without a choice follows the size of the window.
+  using TChoices = QMap<QString, bool>;
+  // The user's choices, and every panel that is folded now.
+  [[nodiscard]] TChoices Choices() const;
+  // Other names are ignored.
+  void SetChoices(const TChoices& choices);
+
+ Q_SIGNALS:
+  void Changed();
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void Choose(TFoldingPanel& panel, bool folded);
+  void UpdateLater();
+  void Update();
+  [[nodiscard]] bool IsFolded(const TFoldingPanel& panel) const;
+  [[nodiscard]] bool IsColumnFolded(const TFoldingPanel& panel) const;
+  void Resize(const QList<TFoldingPanel*>& opened);
+  void WatchTabs();
+  void OpenTab(const QString& title);
+
+  QMainWindow& FWindow;
+  QList<TFoldingPanel*> FPanels;
+  QList<TFoldingPanel*> FInNarrow;
+  TChoices FChoices;
+  bool FIsDue = false;  // Update is to come
+};
