@@ -10,6 +10,7 @@
 #include <QMimeData>
 #include <QStackedWidget>
 #include <QUrl>
+#include <functional>
 #include <tuple>
 
 #include "base/uFiles.h"
@@ -41,6 +42,7 @@
 #include "gui/ribbon/uRecentList.h"
 #include "gui/ribbon/uRibbon.h"
 #include "gui/settings/uAlarmLimitsPanel.h"
+#include "gui/settings/uLimitProfileBar.h"
 #include "gui/shock/uShockPanel.h"
 #include "gui/shock/uShockValuesGrid.h"
 #include "gui/welcome/uLoadingPanel.h"
@@ -48,6 +50,7 @@
 #include "gui/welcome/uWellcomePanel.h"
 #include "shell/uExportCommands.h"
 #include "shell/uFailureList.h"
+#include "shell/uLimitProfiles.h"
 #include "shell/uNavigatorCommands.h"
 #include "shell/uOrderingCommands.h"
 #include "shell/uSettingsCommands.h"
@@ -69,7 +72,9 @@ TKorvexMainForm::TKorvexMainForm(TProgram program, std::function<std::uint64_t()
           [this](const TMessage& message) { Guarded(this, [&] { FFlow->HandleMessage(message); }); })),
       FFlow(std::make_unique<TFileFlow>(FProgram, FMessages->Handle(), std::move(memoryBound), *FControls, *FDialogs,
                                         *FViews)),
-      FExports(std::make_unique<TExportCommands>(*FFlow, *FControls, *FDialogs, *FViews)) {
+      FExports(std::make_unique<TExportCommands>(*FFlow, *FControls, *FDialogs, *FViews)),
+      FProfiles(std::make_unique<TLimitProfiles>(FProgram.findSettingsFolder, FFlow->Mission(), *FControls,
+                                                 *FDialogs)) {
   setObjectName("KorvexMainForm");
   setAcceptDrops(true);
   setMinimumSize(kMinWindow);
@@ -82,6 +87,7 @@ TKorvexMainForm::TKorvexMainForm(TProgram program, std::function<std::uint64_t()
   ConnectCharts();
   ConnectNavigator();
   ConnectSettings();
+  ConnectProfiles();
   ConnectFilter();
   connect(FParts->overview->Verdict(), &TVerdictStrip::Asked, this, &TKorvexMainForm::OpenVerdict);
   FormCreate();
@@ -240,10 +246,39 @@ void TKorvexMainForm::ConnectNavigator() {
 void TKorvexMainForm::ConnectSettings() {
   for (TGrid* grid : findChildren<TGrid*>()) grid->SetDisplay(&FFlow->Mission().Display);
   FSettings->Bind(FFlow->Mission().Settings,
-                  [this] { Guarded(this, [this] { ApplySettings(FFlow->Mission(), *FViews); }); });
+                  [this] {
+                    Guarded(this, [this] { ApplySettings(FFlow->Mission(), *FViews); });
+                    FParts->alarmLimits->ShowAllowances(FFlow->Mission().Settings.display.profile);
+                  });
   connect(FParts->alarmLimits, &TAlarmLimitsPanel::LimitRefused, FParts->statusValue, &QLabel::setText);
   connect(findChild<QComboBox*>("cmbSettingsDefFileFilter"), &QComboBox::currentTextChanged, this,
           [this](const QString& patterns) { FParts->backstage->SetFilePatterns(patterns.split(" & ")); });
+}
+
+void TKorvexMainForm::ConnectProfiles() {
+  TAlarmLimitsPanel& panel = *FParts->alarmLimits;
+  const auto list = [this, &panel] { panel.Profiles().ShowProfiles(FProfiles->List(), FProfiles->File()); };
+  const auto change = [this, list](auto command) {
+    return [this, list, command](const QString& text = {}) {
+      Guarded(this, [&] { std::invoke(command, *FProfiles, Utf8(text)); });
+      list();
+    };
+  };
+  connect(&panel, &TAlarmLimitsPanel::AboutToOpen, this, list);
+  connect(&panel, &TAlarmLimitsPanel::Closed, this, [this] { Guarded(this, [this] { FProfiles->Keep(); }); });
+  connect(&panel.Profiles(), &TLimitProfileBar::Chosen, this,
+          change([](TLimitProfiles& profiles, const std::string& file) { profiles.Choose(PathFromUtf8(file)); }));
+  connect(&panel.Profiles(), &TLimitProfileBar::CreateAsked, this, change(&TLimitProfiles::Create));
+  connect(&panel.Profiles(), &TLimitProfileBar::SaveAsAsked, this, change(&TLimitProfiles::SaveAs));
+  connect(&panel.Profiles(), &TLimitProfileBar::DeleteAsked, this,
+          change([](TLimitProfiles& profiles, const std::string&) { profiles.Delete(); }));
+  connect(&panel, &TAlarmLimitsPanel::AllowanceTyped, this,
+          [this, &panel](TQuantity quantity, bool isMax, const QString& text) {
+            Guarded(this, [&] {
+              panel.ShowProblem(QtText(FProfiles->Allow(quantity, isMax, Utf8(text))));
+              panel.ShowAllowances(FFlow->Mission().Settings.display.profile);
+            });
+          });
 }
 
 void TKorvexMainForm::ConnectFilter() {
@@ -303,6 +338,7 @@ void TKorvexMainForm::FormCreate() {
   const std::string folder = FProgram.findSettingsFolder();
   if (!folder.empty()) LoadWindowPlace(*this, PathFromUtf8(folder) / kWindowPlaceFile);
   ::FormCreate(FProgram, FFlow->Recent(), *FControls, *FDialogs);
+  FProfiles->Restore();
 }
 
 void TKorvexMainForm::FormShow() {

@@ -14,6 +14,7 @@
 class TControls;
 class TDialogs;
 class TExportCommands;
+class TLimitProfiles;
 class TMissionViews;
 class TPostedMessages;
 class TSettingsBinder;
@@ -57,6 +58,7 @@ class TKorvexMainForm : public QMainWindow {
   void ConnectCharts();
   void ConnectNavigator();
   void ConnectSettings();
+  void ConnectProfiles();
   void ConnectFilter();
   // Goes where a button of the verdict leads.
   void OpenVerdict(TVerdictQuestion question, TVerdictAnswer answer);
@@ -74,5 +76,6 @@ class TKorvexMainForm : public QMainWindow {
   std::unique_ptr<TPostedMessages> FMessages;
   std::unique_ptr<TFileFlow> FFlow;
   std::unique_ptr<TExportCommands> FExports;
+  std::unique_ptr<TLimitProfiles> FProfiles;
   bool FShownOnce = false;
 };
