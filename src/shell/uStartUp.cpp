@@ -19,6 +19,10 @@ namespace {
 
 // By their index among the window's pictures.
 constexpr std::string_view kLogoFiles[] = {"Company-Logo.png", "Report-Logo.png"};
+constexpr std::string_view kManualFolder = "doc_shock";
+// By TManualTopic.
+constexpr std::string_view kManual[] = {"1-Quick-Start.pdf", "2-Charts-and-Navigator.pdf", "3-Metrics-and-Formulas.pdf",
+                                        "4-Exports-and-Report.pdf"};
 constexpr std::string_view kRecentDocumentsFile = "recentdocuments.ini";
 
 // A broken link exists too: nothing is written through it.
@@ -64,7 +68,7 @@ std::string DemoFolder(const TProgram& program) {
 std::vector<TManualDocument> UserManual(const TProgram& program) {
   std::vector<TManualDocument> documents;
   std::error_code error;
-  for (fs::directory_iterator entry(program.folder / "doc_shock", error), end; !error && entry != end;
+  for (fs::directory_iterator entry(program.folder / kManualFolder, error), end; !error && entry != end;
        entry.increment(error)) {
     std::error_code unknownKind;
     std::string caption = Utf8FromPath(entry->path().filename());
@@ -74,6 +78,10 @@ std::vector<TManualDocument> UserManual(const TProgram& program) {
         {fmt::format("frmUserManualIcon_{}", documents.size()), std::move(caption), Utf8FromPath(entry->path())});
   }
   return documents;
+}
+
+fs::path ManualDocument(const TProgram& program, TManualTopic topic) {
+  return program.folder / kManualFolder / kManual[static_cast<std::size_t>(topic)];
 }
 
 void FormCreate(const TProgram& program, TRecentDocuments& recent, IControls& controls, IDialogs& dialogs) {

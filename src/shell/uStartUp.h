@@ -38,6 +38,11 @@ struct TManualDocument {
 // folder.
 std::vector<TManualDocument> UserManual(const TProgram& program);
 
+// What a document of the manual is about.
+enum class TManualTopic { QuickStart, Charts, Metrics, Output };
+// The file of that document, whether or not it is there.
+std::filesystem::path ManualDocument(const TProgram& program, TManualTopic topic);
+
 // The window is constructed. Sets caption, cards and welcome state, then loads what the settings folder holds:
 // settings, logos, layouts, recent documents.
 void FormCreate(const TProgram& program, TRecentDocuments& recent, IControls& controls, IDialogs& dialogs);

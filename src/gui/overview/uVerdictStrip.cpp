@@ -165,7 +165,7 @@ void TJudgementButton::ShowLine(const TJudgementLine& line) {
   FLine = line;
   if (!FLine.text.empty()) FLine.text[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(FLine.text[0])));
   setVisible(!FLine.text.empty());
-  setAccessibleName(QtText(FLine.text));
+  setAccessibleName(FLine.text.empty() ? tr("Judgement") : QtText(FLine.text));
   setToolTip(Qt::convertFromPlainText(QString("%1\n%2").arg(accessibleName(), tr("Click: change the limits"))));
   update();
 }
