@@ -1,7 +1,7 @@
 // make_manual IN.md OUT.pdf VERSION: sets a document of the manual as PDF. Qt reads the Markdown and breaks the lines;
-// what it does not do is done here: contents, running heads, page numbers, pictures as wide as the text, titles that are
-// repeated on each page of a table, headings that stay with what follows. Pictures are found beside IN.md and below the
-// current folder.
+// what it does not do is done here: contents, running heads, page numbers, pictures as wide as the text, titles that
+// are repeated on each page of a table, headings that stay with what follows. Pictures are found beside IN.md and below
+// the current folder.
 #include <QAbstractTextDocumentLayout>
 #include <QFile>
 #include <QFileInfo>
@@ -25,12 +25,13 @@ namespace {
 constexpr const char *kFont = "Noto Sans", *kCodeFont = "DejaVu Sans Mono";
 constexpr double kBodySize = 9.5, kInlineCodeSize = 8.5, kCodeSize = 7.5, kTableSize = 8.5;  // pt
 constexpr double kHeadingSizes[] = {22, 14, 11, 10};
-constexpr int kResolution = 1200;                                // dots an inch
-constexpr QMarginsF kMargins(20, 22, 20, 20);                    // mm
-constexpr double kPictureShare = 0.62;                           // of the page's height, at most
-constexpr double kCellPadding = 2.5;                               // pt
-constexpr int kDrawingScale = 5;                                 // of an SVG, to be sharp on paper
-constexpr int kMaxKeptLines = 16;                                // a longer example may be cut
+constexpr int kResolution = 1200;              // dots an inch
+constexpr QMarginsF kMargins(20, 22, 20, 20);  // mm
+constexpr double kPictureShare = 0.62;         // of the page's height, at most
+constexpr double kNoLigatures = 0.05;          // any spacing keeps "fi" two letters, which a search finds
+constexpr double kCellPadding = 2.5;           // pt
+constexpr int kDrawingScale = 5;               // of an SVG, to be sharp on paper
+constexpr int kMaxKeptLines = 16;              // a longer example may be cut
 constexpr QRgb kInk = 0xFF1B2430, kSecondaryInk = 0xFF5A6675, kHairline = 0xFFDDE1E6, kGround = 0xFFF4F5F7;
 
 double Dots(double points) {
@@ -93,6 +94,7 @@ class TManual {
     QFont font(kFont);
     font.setPointSizeF(size);
     font.setBold(bold);
+    font.setLetterSpacing(QFont::AbsoluteSpacing, kNoLigatures);
     return font;
   }
 
@@ -353,7 +355,8 @@ int main(int argc, char** argv) {
     if (!file.open(QIODevice::WriteOnly)) throw std::runtime_error("cannot write the document");
     QPdfWriter paper(&file);
     paper.setResolution(kResolution);
-    paper.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Portrait, kMargins, QPageLayout::Millimeter));
+    paper.setPageLayout(
+        QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Portrait, kMargins, QPageLayout::Millimeter));
     TManual manual(argv[1], paper);
     paper.setTitle(manual.Title());
     paper.setCreator("ShockScope");

@@ -66,16 +66,21 @@ std::string DemoFolder(const TProgram& program) {
 }
 
 std::vector<TManualDocument> UserManual(const TProgram& program) {
-  std::vector<TManualDocument> documents;
+  std::vector<fs::path> files;
   std::error_code error;
   for (fs::directory_iterator entry(program.folder / kManualFolder, error), end; !error && entry != end;
        entry.increment(error)) {
     std::error_code unknownKind;
-    std::string caption = Utf8FromPath(entry->path().filename());
-    if (caption.starts_with('.') || !entry->is_regular_file(unknownKind)) continue;
+    const bool hidden = Utf8FromPath(entry->path().filename()).starts_with('.');
+    if (!hidden && entry->is_regular_file(unknownKind)) files.push_back(entry->path());
+  }
+  std::ranges::sort(files);
+  std::vector<TManualDocument> documents;
+  for (const fs::path& file : files) {
+    std::string caption = Utf8FromPath(file.filename());
     std::ranges::replace(caption, '-', ' ');
     documents.push_back(
-        {fmt::format("frmUserManualIcon_{}", documents.size()), std::move(caption), Utf8FromPath(entry->path())});
+        {fmt::format("frmUserManualIcon_{}", documents.size()), std::move(caption), Utf8FromPath(file)});
   }
   return documents;
 }

@@ -34,8 +34,7 @@ struct TManualDocument {
   std::string file;
 };
 
-// The files in "doc_shock", hidden ones excepted, in the order in which the system lists them; none without that
-// folder.
+// The files in "doc_shock" by name, hidden ones excepted; none without that folder.
 std::vector<TManualDocument> UserManual(const TProgram& program);
 
 // What a document of the manual is about.
