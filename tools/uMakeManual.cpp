@@ -27,19 +27,25 @@ constexpr double kBodySize = 9.5, kInlineCodeSize = 8.5, kCodeSize = 7.5, kTable
 constexpr double kHeadingSizes[] = {22, 14, 11, 10};
 constexpr int kResolution = 1200;              // dots an inch
 constexpr QMarginsF kMargins(20, 22, 20, 20);  // mm
-constexpr double kPictureShare = 0.62;         // of the page's height, at most
+constexpr double kWholeWidth = 1700;           // px of a picture as wide as the text
 constexpr double kNoLigatures = 0.05;          // any spacing keeps "fi" two letters, which a search finds
 constexpr double kCellPadding = 2.5;           // pt
 constexpr int kDrawingScale = 5;               // of an SVG, to be sharp on paper
 constexpr int kMaxKeptLines = 16;              // a longer example may be cut
+constexpr int kMaxKeptRows = 8;                // of a table
 constexpr QRgb kInk = 0xFF1B2430, kSecondaryInk = 0xFF5A6675, kHairline = 0xFFDDE1E6, kGround = 0xFFF4F5F7;
 
 double Dots(double points) {
   return points * kResolution / 72;
 }
 
+bool InTable(const QTextBlock& block) {
+  return QTextCursor(block).currentTable() != nullptr;
+}
+
 bool IsCode(const QTextBlock& block) {
-  return block.blockFormat().hasProperty(QTextFormat::BlockCodeLanguage);
+  // Qt gives the property of a block of code to the first cell of a table behind it, too.
+  return block.blockFormat().hasProperty(QTextFormat::BlockCodeLanguage) && !InTable(block);
 }
 
 int LevelOf(const QTextBlock& block) {
@@ -160,7 +166,7 @@ class TManual {
     return block.length() == 2 && block.begin().fragment().charFormat().isImageFormat();
   }
 
-  // As wide as the text, and no higher than a part of the page.
+  // As wide as the text, a part of the window less.
   void FitPictures(const QTextBlock& block) {
     for (auto at = block.begin(); !at.atEnd(); ++at) {
       QTextImageFormat picture = at.fragment().charFormat().toImageFormat();
@@ -171,7 +177,8 @@ class TManual {
       const QImage image = reader.read();
       if (image.isNull()) throw std::runtime_error("there is no picture " + picture.name().toStdString());
       FDocument.addResource(QTextDocument::ImageResource, QUrl(picture.name()), QPixmap::fromImage(image));
-      const QSizeF room(FDocument.pageSize().width(), FDocument.pageSize().height() * kPictureShare);
+      const double share = std::min(1.0, image.width() / kWholeWidth);
+      const QSizeF room(FDocument.pageSize().width() * share, FDocument.pageSize().height());
       const QSizeF fitted = QSizeF(image.size()).scaled(room, Qt::KeepAspectRatio) * 96 / kResolution;
       picture.setWidth(fitted.width());
       picture.setHeight(fitted.height());
@@ -266,11 +273,20 @@ class TManual {
   // Of the last line of text in it.
   [[nodiscard]] int LastPageOf(const QTextBlock& block) const { return PageOf(BoxOf(block).bottom() - 1); }
 
-  static bool InTable(const QTextBlock& block) { return QTextCursor(block).currentTable() != nullptr; }
+  // A short table is not cut, and the titles of a long one need the row below them.
+  [[nodiscard]] QTextBlock LastKept(const QTextTable& table) const {
+    const int row = table.rows() <= kMaxKeptRows ? table.rows() - 1 : 1;
+    QTextBlock last = table.cellAt(row, 0).lastCursorPosition().block();
+    for (int column = 1; column < table.columns(); ++column) {
+      const QTextBlock block = table.cellAt(row, column).lastCursorPosition().block();
+      if (BoxOf(block).bottom() > BoxOf(last).bottom()) last = block;
+    }
+    return last;
+  }
 
   // The last block that must stand on the page of this one: a heading needs what follows, a sentence that ends in a
   // colon its example, and a short example is not cut.
-  [[nodiscard]] static QTextBlock LastKept(const QTextBlock& first) {
+  [[nodiscard]] QTextBlock LastKept(const QTextBlock& first) const {
     QTextBlock last = first;
     int lines = 0;
     while (last.next().isValid()) {
@@ -279,11 +295,7 @@ class TManual {
       if (!leads && !inside) break;
       last = last.next();
     }
-    // The title row of a table needs the row below it.
-    if (last != first && InTable(last)) {
-      const QTextTable* table = QTextCursor(last).currentTable();
-      if (table->rows() > 1) last = table->cellAt(1, 0).firstCursorPosition().block();
-    }
+    if (last != first && InTable(last)) last = LastKept(*QTextCursor(last).currentTable());
     return last;
   }
 

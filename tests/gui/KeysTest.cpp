@@ -7,8 +7,10 @@
 #include <QAction>
 #include <QDesktopServices>
 #include <QDialog>
+#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
+#include <QRegularExpression>
 #include <QTest>
 #include <QTextBrowser>
 #include <QTimer>
@@ -145,6 +147,20 @@ TEST_F(Keys, F1OpensTheDocumentThatBelongsToWhatIsInFront) {
   Find("ChartNavigator")->setFocus();
   EXPECT_EQ(opened(""), "2-Charts-and-Navigator.pdf");
   QDesktopServices::unsetUrlHandler("file");
+}
+
+TEST_F(Keys, TheManualNamesEachOfThem) {
+  Start();
+  QFile file(MANUAL "/2-Charts-and-Navigator.md");
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  const QString manual = file.readAll();
+  const QString list = manual.mid(manual.indexOf("## All keys"));
+  for (const QAction* action : FForm->actions()) {
+    const QString keys = action->shortcut().toString();
+    if (keys.isEmpty()) continue;
+    EXPECT_TRUE(QRegularExpression("[ |]" + QRegularExpression::escape(keys) + "[ ,]").match(list).hasMatch())
+        << keys.toStdString();
+  }
 }
 
 TEST_F(Keys, GoToSelectsAnEventOrSaysWhyNot) {
