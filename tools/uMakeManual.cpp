@@ -32,6 +32,7 @@ constexpr double kNoLigatures = 0.05;          // any spacing keeps "fi" two let
 constexpr double kCellPadding = 2.5;           // pt
 constexpr int kDrawingScale = 5;               // of an SVG, to be sharp on paper
 constexpr int kMaxKeptLines = 16;              // a longer example may be cut
+constexpr double kBelowTable = 14;             // pt of its padding and margin
 constexpr int kMaxKeptRows = 8;                // of a table
 constexpr QRgb kInk = 0xFF1B2430, kSecondaryInk = 0xFF5A6675, kHairline = 0xFFDDE1E6, kGround = 0xFFF4F5F7;
 
@@ -44,8 +45,7 @@ bool InTable(const QTextBlock& block) {
 }
 
 bool IsCode(const QTextBlock& block) {
-  // Qt gives the property of a block of code to the first cell of a table behind it, too.
-  return block.blockFormat().hasProperty(QTextFormat::BlockCodeLanguage) && !InTable(block);
+  return block.blockFormat().hasProperty(QTextFormat::BlockCodeLanguage);
 }
 
 int LevelOf(const QTextBlock& block) {
@@ -270,12 +270,12 @@ class TManual {
     return FDocument.documentLayout()->blockBoundingRect(block);
   }
   [[nodiscard]] int PageOf(const QTextBlock& block) const { return PageOf(BoxOf(block).top() + 1); }
-  // Of the last line of text in it.
-  [[nodiscard]] int LastPageOf(const QTextBlock& block) const { return PageOf(BoxOf(block).bottom() - 1); }
+
+  static bool IsShort(const QTextTable& table) { return table.rows() <= kMaxKeptRows; }
 
   // A short table is not cut, and the titles of a long one need the row below them.
   [[nodiscard]] QTextBlock LastKept(const QTextTable& table) const {
-    const int row = table.rows() <= kMaxKeptRows ? table.rows() - 1 : 1;
+    const int row = IsShort(table) ? table.rows() - 1 : 1;
     QTextBlock last = table.cellAt(row, 0).lastCursorPosition().block();
     for (int column = 1; column < table.columns(); ++column) {
       const QTextBlock block = table.cellAt(row, column).lastCursorPosition().block();
@@ -302,15 +302,27 @@ class TManual {
   // Starts a page before what would be torn apart, until nothing is.
   void KeepTogether() {
     for (QTextBlock block = FDocument.begin(); block.isValid(); block = block.next()) {
-      if (InTable(block) && !InTable(block.previous())) KeepRows(*QTextCursor(block).currentTable());
-      if (InTable(block) || PageOf(block) == LastPageOf(LastKept(block))) continue;
-      if (IsCode(block) && IsCode(block.previous())) continue;
-      if (block.blockFormat().pageBreakPolicy() == QTextFormat::PageBreak_AlwaysBefore) continue;
-      QTextCursor cursor(block);
+      QTextTable* table = QTextCursor(block).currentTable();
+      if (table != nullptr && InTable(block.previous())) continue;
+      if (table == nullptr && IsCode(block) && IsCode(block.previous())) continue;
+      const QTextBlock last = table != nullptr ? LastKept(*table) : LastKept(block);
+      const bool endsTable = InTable(last) && IsShort(*QTextCursor(last).currentTable());
+      const double bottom = BoxOf(last).bottom() + (endsTable ? Dots(kBelowTable) : 0);
+      if (PageOf(block) != PageOf(bottom - 1)) StartPageWith(block, table);
+      if (table != nullptr) KeepRows(*table);
+    }
+  }
+
+  static void StartPageWith(const QTextBlock& block, QTextTable* table) {
+    if (table != nullptr) {
+      QTextTableFormat format = table->format();
+      format.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
+      table->setFormat(format);
+    } else {
       QTextBlockFormat format = block.blockFormat();
       format.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
       format.setTopMargin(0);
-      cursor.setBlockFormat(format);
+      QTextCursor(block).setBlockFormat(format);
     }
   }
 
@@ -323,6 +335,8 @@ class TManual {
         top = std::min(top, BoxOf(cell.firstCursorPosition().block()).top());
         bottom = std::max(bottom, BoxOf(cell.lastCursorPosition().block()).bottom());
       }
+      // The lower edge of a table must not reach a page of its own.
+      if (row == table.rows() - 1) bottom += Dots(kBelowTable);
       const int page = PageOf(top + 1);
       if (page == PageOf(bottom - 1)) continue;
       const double rest = (page + 1) * FDocument.pageSize().height() - top;

@@ -29,6 +29,7 @@ def check_pdf(text, pdf):
     pages = subprocess.run(["pdftotext", "-layout", pdf, "-"], capture_output=True, text=True, check=True).stdout.split("\f")[:-1]
     for number, page in enumerate(pages, 1):
         expect(f"Page {number} of {len(pages)}" in page, f"{name}: page {number} has no number")
+        expect(len(page.split()) > 20 or number == len(pages), f"{name}: page {number} is empty")
     plain = "".join(squeezed(re.sub(r"ShockScope [\d.]+ +Page \d+ of \d+", "", page)) for page in pages)
     # The picture's own words, links and the lines of tables are left out.
     prose = [line for line in text.splitlines() if line and not re.match(r"[#!|\s-]|\d+\.", line)]
