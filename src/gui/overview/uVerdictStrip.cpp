@@ -184,9 +184,9 @@ void TJudgementButton::paintEvent(QPaintEvent* /*event*/) {
   const bool marked = hasFocus() || underMouse();
   painter.setPen(QPen(QColor(marked ? tokens.accent : failed ? tokens.alarm : tokens.hairline), width));
   painter.drawRoundedRect(QRectF(rect()).adjusted(width / 2, width / 2, -width / 2, -width / 2), 4, 4);
-  // The outcome, which is the first word, stands out.
+  // The outcome stands out: "Failed", "Passed", "Not judged".
   const QString text = QtText(FLine.text);
-  const qsizetype end = std::max<qsizetype>(text.indexOf(' '), 0);
+  const qsizetype end = text.section(' ', 0, FLine.outcome == TJudgementOutcome::NotJudged ? 1 : 0).size();
   QRect room = rect().adjusted(kPadding, 0, -kPadding, 0);
   QFont bold = font();
   bold.setBold(true);
@@ -216,7 +216,6 @@ TVerdictStrip::TVerdictStrip(QWidget* parent)
   }
   connect(FJudgement, &QAbstractButton::clicked, this,
           [this] { emit Asked(TVerdictQuestion::AboveAlarm, TVerdictAnswer::EditLimits); });
-  FGrid->addWidget(FJudgement, 2, 0, 1, static_cast<int>(FButtons.size()));
   Arrange();
 }
 
@@ -236,6 +235,7 @@ void TVerdictStrip::Arrange() {
   const int columns = width() >= needed ? count : count / 2;
   if (std::exchange(FColumns, columns) == columns) return;
   for (int i = 0; i < count; ++i) FGrid->addWidget(FButtons[static_cast<std::size_t>(i)], i / columns, i % columns);
+  FGrid->addWidget(FJudgement, 2, 0, 1, columns);
   for (int column = 0; column < count; ++column) {
     const int share = column == FWideColumn && columns == count ? 3 : 2;
     FGrid->setColumnStretch(column, column < columns ? share : 0);

@@ -20,7 +20,7 @@
 namespace {
 
 constexpr int kColumns = 6;
-constexpr int kFirstLine = 2;              // below the profiles and the titles
+constexpr int kFirstLine = 2;  // below the profiles and the titles
 constexpr int kAllowanceCharacters = 16;
 
 TLimitEdit* MakeEdit(TAlarmLimitsPanel* parent, std::string_view name, const QString& quantity, const QString& end) {
@@ -89,7 +89,8 @@ void TAlarmLimitsPanel::AddAllowance(QGridLayout& grid, int line, std::size_t qu
   auto* edit = new QLineEdit(this);
   edit->setObjectName(QtText(isMax ? row.max : row.min).replace("dxBarSpinAlarm", "edtAllowed"));
   const bool isEvents = static_cast<TQuantity>(quantity) == TQuantity::Acceleration;
-  edit->setAccessibleName(QString("%1, %2").arg(QtText(row.caption), isMax ? tr("allowed above") : tr("allowed below")));
+  edit->setAccessibleName(
+      QString("%1, %2").arg(QtText(row.caption), isMax ? tr("allowed above") : tr("allowed below")));
   edit->setToolTip(isEvents ? tr("How many events may exceed the limit: \"3\", \"none\"; empty: events are not judged")
                             : tr("How long the sensor may be beyond the limit in all: \"2 h\", \"1 d 30 min\", "
                                  "\"none\"; empty: the limit is not judged"));
@@ -113,7 +114,6 @@ void TAlarmLimitsPanel::ShowAllowances(const std::optional<TLimitProfile>& profi
       allowance.edit->setText(QtText(AllowanceText(*profile, allowance.quantity, allowance.isMax)));
     }
   }
-  FitOnScreen();
 }
 
 void TAlarmLimitsPanel::ShowAnalogNames(std::span<const std::string, kAnalogInputs.size()> names) {
@@ -135,7 +135,6 @@ void TAlarmLimitsPanel::ShowProblem(const QString& problem) {
   FProblem->setPalette(ink);
   FProblem->setText(problem);
   FProblem->setVisible(!problem.isEmpty());
-  FitOnScreen();
   if (!problem.isEmpty()) emit LimitRefused(problem);
 }
 
@@ -144,7 +143,8 @@ void TAlarmLimitsPanel::OpenBelow(const QWidget& button) {
   move(button.mapToGlobal(QPoint(0, button.height())));
   show();
   FitOnScreen();
-  findChild<TLimitEdit*>()->setFocus();
+  const QList<TLimitEdit*> edits = findChildren<TLimitEdit*>();
+  (*std::ranges::find_if(edits, &TLimitEdit::isEnabled))->setFocus();
 }
 
 void TAlarmLimitsPanel::FitOnScreen() {
@@ -153,6 +153,12 @@ void TAlarmLimitsPanel::FitOnScreen() {
   const QRect room = screen()->availableGeometry();
   move(std::clamp(x(), room.left(), std::max(room.left(), room.right() - width())),
        std::clamp(y(), room.top(), std::max(room.top(), room.bottom() - height())));
+}
+
+bool TAlarmLimitsPanel::event(QEvent* event) {
+  const bool done = QFrame::event(event);
+  if (event->type() == QEvent::LayoutRequest) FitOnScreen();
+  return done;
 }
 
 void TAlarmLimitsPanel::hideEvent(QHideEvent* event) {

@@ -41,6 +41,7 @@ class TAlarmLimitsPanel : public QFrame {
   void LimitRefused(const QString& why);
 
  protected:
+  bool event(QEvent* event) override;
   void hideEvent(QHideEvent* event) override;
 
  private:

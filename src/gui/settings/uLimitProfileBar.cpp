@@ -64,6 +64,7 @@ TLimitProfileBar::TLimitProfileBar(QWidget* parent)
 }
 
 void TLimitProfileBar::ShowProfiles(std::span<const TListedProfile> profiles, const std::filesystem::path& inForce) {
+  if (FName->hasFocus() || FSave->hasFocus()) FList->setFocus();
   FNameRow->hide();
   FList->clear();
   FList->addItem(tr("none"), QString());
