@@ -46,10 +46,7 @@ TListedProfile Listed(const fs::path& file) {
 
 TLimitProfiles::TLimitProfiles(std::function<std::string()> findSettingsFolder, TShownMission& mission,
                                IControls& controls, IDialogs& dialogs)
-    : FFindSettingsFolder(std::move(findSettingsFolder)),
-      FMission(mission),
-      FControls(controls),
-      FDialogs(dialogs) {}
+    : FFindSettingsFolder(std::move(findSettingsFolder)), FMission(mission), FControls(controls), FDialogs(dialogs) {}
 
 fs::path TLimitProfiles::Folder() const {
   const std::string settings = FFindSettingsFolder();

@@ -73,8 +73,8 @@ TKorvexMainForm::TKorvexMainForm(TProgram program, std::function<std::uint64_t()
       FFlow(std::make_unique<TFileFlow>(FProgram, FMessages->Handle(), std::move(memoryBound), *FControls, *FDialogs,
                                         *FViews)),
       FExports(std::make_unique<TExportCommands>(*FFlow, *FControls, *FDialogs, *FViews)),
-      FProfiles(std::make_unique<TLimitProfiles>(FProgram.findSettingsFolder, FFlow->Mission(), *FControls,
-                                                 *FDialogs)) {
+      FProfiles(
+          std::make_unique<TLimitProfiles>(FProgram.findSettingsFolder, FFlow->Mission(), *FControls, *FDialogs)) {
   setObjectName("KorvexMainForm");
   setAcceptDrops(true);
   setMinimumSize(kMinWindow);
@@ -245,11 +245,10 @@ void TKorvexMainForm::ConnectNavigator() {
 
 void TKorvexMainForm::ConnectSettings() {
   for (TGrid* grid : findChildren<TGrid*>()) grid->SetDisplay(&FFlow->Mission().Display);
-  FSettings->Bind(FFlow->Mission().Settings,
-                  [this] {
-                    Guarded(this, [this] { ApplySettings(FFlow->Mission(), *FViews); });
-                    FParts->alarmLimits->ShowAllowances(FFlow->Mission().Settings.display.profile);
-                  });
+  FSettings->Bind(FFlow->Mission().Settings, [this] {
+    Guarded(this, [this] { ApplySettings(FFlow->Mission(), *FViews); });
+    FParts->alarmLimits->ShowAllowances(FFlow->Mission().Settings.display.profile);
+  });
   connect(FParts->alarmLimits, &TAlarmLimitsPanel::LimitRefused, FParts->statusValue, &QLabel::setText);
   connect(findChild<QComboBox*>("cmbSettingsDefFileFilter"), &QComboBox::currentTextChanged, this,
           [this](const QString& patterns) { FParts->backstage->SetFilePatterns(patterns.split(" & ")); });
