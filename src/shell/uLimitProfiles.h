@@ -50,7 +50,7 @@ class TLimitProfiles {
   // Writes the profile in force when it was changed.
   void Keep();
 
-  static constexpr std::size_t kMaxListed = 500;
+  static constexpr std::size_t kMaxListed = 100;
 
  private:
   [[nodiscard]] std::filesystem::path Folder() const;
