@@ -122,12 +122,13 @@ class TManual {
       format.setBackground(QColor(kGround));
       format.setTopMargin(IsCode(block.previous()) ? 0 : Space(4));
       format.setBottomMargin(IsCode(block.next()) ? 0 : Space(6));
-      format.setLeftMargin(Space(8));
+      format.setLeftMargin(Dots(6));  // unlike the others, Qt takes it as it is
       Select(block).mergeCharFormat(CodeLetters(kCodeSize));
     } else {
       if (!IsPicture(block)) format.setLineHeight(115, QTextBlockFormat::ProportionalHeight);
       format.setTopMargin(0);
-      format.setBottomMargin(Space(block.textList() != nullptr ? 2 : 5));
+      const bool inList = block.textList() != nullptr && block.next().textList() != nullptr;
+      format.setBottomMargin(Space(inList ? 2 : 5));
       if (IsPicture(block)) format.setTopMargin(Space(4));
     }
     cursor.setBlockFormat(format);
