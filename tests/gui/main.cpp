@@ -11,8 +11,6 @@ int main(int argc, char** argv) {
   // A test answers the toolkit's own dialogs only.
   QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
   QApplication application(argc, argv);
-  // Sizes do not depend on the fonts that a machine has beside this one.
-  QApplication::setFont(QFont("DejaVu Sans", QApplication::font().pointSize()));
   ApplyScheme(application, TScheme::Light);
   return RUN_ALL_TESTS();
 }
