@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Prints every include that the table in docs/architecture.md forbids; exit 1 if there is one. Run from the project's
-root. Benches and fuzz targets may include every folder; LIBRARIES and SYSTEMS list what else each of them may include."""
+root. Benches, fuzz targets and tools may include every folder; LIBRARIES and SYSTEMS list what else each of them may include."""
 import re
 import subprocess
 import sys
@@ -12,9 +12,9 @@ MAY = {
     "gui": set(LOGIC), "app": {"base", "platform", "shell", "gui"}, "cli": set(LOGIC),
 }
 SHARED_GUI = {"common": set(), "platform": {"common"}, "charts": {"common", "platform"}}
-HARNESSES = ("bench/", "fuzz/")
+HARNESSES = ("bench/", "fuzz/", "tools/")
 LIBRARIES = [  # header pattern, places that may include it
-    (r"(Q[A-Z]\w*|Qt\w+/.*|q[a-z]\w*\.h)$", ("src/gui/", "src/app/", "bench/uWindowBench", "bench/uChartBench")),
+    (r"(Q[A-Z]\w*|Qt\w+/.*|q[a-z]\w*\.h)$", ("src/gui/", "src/app/", "tools/", "bench/uWindowBench", "bench/uChartBench")),
     (r"qcustomplot\.h$", ("src/gui/charts/",)),
     (r"zlib\.h$", ("src/model/uDataFile1V0", "bench/uBenchMain", "fuzz/")),
     (r"minizip/", ("src/export/uPackage",)),

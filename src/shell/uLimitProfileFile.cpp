@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <optional>
@@ -18,6 +17,7 @@
 #include "base/uIniFile.h"
 #include "base/uText.h"
 #include "platform/uSafeFile.h"
+#include "shell/uAllowances.h"
 #include "shell/uSettings.h"
 #include "shell/uSettingsSchema.h"
 
@@ -118,16 +118,6 @@ void ReadLimits(const TIniFile& ini, bool namedIsChosen, TLimitProfile& profile)
     Refuse("[{}] {} = {} is neither 0 nor 1.", kAlarm, LoadFromFileKey(), fromFile);
   }
   profile.accelerationFromFile = fromFile == "1";
-}
-
-std::optional<std::uint32_t> ParseEvents(std::string_view text) {
-  std::uint32_t count = 0;
-  const char* end = text.data() + text.size();
-  const auto [rest, error] = std::from_chars(text.data(), end, count);
-  if (error != std::errc()) return std::nullopt;
-  const std::string_view word(rest, static_cast<std::size_t>(end - rest));
-  if (word != "" && word != " event" && word != " events") return std::nullopt;
-  return count;
 }
 
 void ReadAllowance(const TLimitKey& limit, const std::string& text, TLimitProfile& profile) {

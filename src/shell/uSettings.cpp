@@ -25,6 +25,24 @@ const TSettings& DefaultSettings() {
   return kDefaults;
 }
 
+void UseProfile(const TLimitProfile& profile, TDisplaySettings& display) {
+  display.profile = profile;
+  display.accelerationFromFile = profile.accelerationFromFile;
+  for (std::size_t i = 0; i < display.limits.size(); ++i) display.limits[i] = profile.limits[i].values;
+}
+
+void UpdateProfile(TDisplaySettings& display) {
+  if (!display.profile) return;
+  display.profile->accelerationFromFile = display.accelerationFromFile;
+  for (std::size_t i = 0; i < display.limits.size(); ++i) {
+    const TLimits& byDefault = DefaultSettings().display.limits[i];
+    TJudgedLimits& limits = display.profile->limits[i];
+    limits.values = display.limits[i];
+    if (limits.values.min != byDefault.min) limits.minSource = TLimitSource::User;
+    if (limits.values.max != byDefault.max) limits.maxSource = TLimitSource::User;
+  }
+}
+
 std::optional<double> TriggerLevel(const TMissionData& mission) {
   const double level = mission.adxl_level_on;
   if (!mission.bValid || !std::isfinite(level) || level <= 0) return std::nullopt;

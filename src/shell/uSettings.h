@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "analysis/uAlarmLimits.h"
+#include "analysis/uLimitProfile.h"
 #include "model/uGlobalSharedVariables.h"
 #include "model/uQuantities.h"
 
@@ -28,6 +29,8 @@ struct TDisplaySettings {
   bool accelerationFromFile = false;  // the acceleration limits are those of the recording, if it has them
   bool fileNamesLimits = false;       // not a setting: the shown recording has them
   bool alarmActive = false;
+  // The limits are those of a profile, which is kept in a file of its own. While the alarm is off it judges nothing.
+  std::optional<TLimitProfile> profile;
   bool pointAbsorption = false;
   std::string company;
   std::array<std::string, kAnalogInputs.size()> analogNames;
@@ -68,6 +71,11 @@ struct TSettings {
 };
 
 const TSettings& DefaultSettings();
+
+// Puts a profile in force: its limits become those of the settings. The alarm stays as it is.
+void UseProfile(const TLimitProfile& profile, TDisplaySettings& display);
+// After the limits changed: they are those of the profile in force, too. One that differs from its default is chosen.
+void UpdateProfile(TDisplaySettings& display);
 
 // The level that opens an event, in g, of a valid mission. Nothing when it is no number above 0.
 std::optional<double> TriggerLevel(const TMissionData& mission);

@@ -37,6 +37,7 @@ void ShowLimitsInForce(const TShownMission* mission, IControls& screen) {
 }
 
 void ApplySettings(TShownMission& mission, IMissionViews& views) {
+  UpdateProfile(mission.Settings.display);
   TDisplaySettings now = DisplayInForce(mission.Settings.display, mission.Data);
   if (now == mission.Display) return;
   const bool limitsChanged = now.limits != mission.Display.limits;

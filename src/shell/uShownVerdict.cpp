@@ -103,6 +103,9 @@ std::optional<TVerdictLimits> LimitsInForce(const TDisplaySettings& settings) {
     const TLimits& chosen = settings.limits[i];
     const TLimits& byDefault = DefaultSettings().display.limits[i];
     limits[i] = {chosen, SourceOf(chosen.min, byDefault.min), SourceOf(chosen.max, byDefault.max)};
+    if (!settings.profile) continue;
+    limits[i].minSource = settings.profile->limits[i].minSource;
+    limits[i].maxSource = settings.profile->limits[i].maxSource;
   }
   if (settings.accelerationFromFile && settings.fileNamesLimits) {
     TJudgedLimits& acceleration = limits[static_cast<std::size_t>(TQuantity::Acceleration)];
@@ -116,6 +119,11 @@ TVerdict VerdictOf(const TShownMission& mission, const TVerdictPart& part) {
       JudgeMission(mission.Events, mission.Sensors, mission.Tables, LimitsInForce(mission.Display), part);
   verdict.damaged = !mission.Damage.empty();
   return verdict;
+}
+
+std::optional<TJudgement> JudgementOf(const TVerdict& verdict, const TDisplaySettings& settings) {
+  if (!settings.profile || !verdict.above) return std::nullopt;
+  return JudgeByProfile(verdict, *settings.profile);
 }
 
 std::string EventsAboveText(const TVerdict& verdict, const TDisplaySettings& settings) {

@@ -11,11 +11,14 @@
 #include "shell/uSettings.h"
 #include "shell/uShownMission.h"
 
-// The limits in force and where each comes from; nothing while the alarm is off. A limit that equals its default counts
-// as one that nobody chose.
+// The limits in force and where each comes from; nothing while the alarm is off. Without a profile a limit that equals
+// its default counts as one that nobody chose.
 std::optional<TVerdictLimits> LimitsInForce(const TDisplaySettings& settings);
 
 TVerdict VerdictOf(const TShownMission& mission, const TVerdictPart& part = {});
+
+// Whether a verdict by these limits passes the profile in force; nothing without one, or while the alarm is off.
+std::optional<TJudgement> JudgementOf(const TVerdict& verdict, const TDisplaySettings& settings);
 
 // "12 of 300 events above 6 g"; "all events exceed the trigger level of 4 g; set limits to judge"; "no limits are set".
 std::string EventsAboveText(const TVerdict& verdict, const TDisplaySettings& settings);

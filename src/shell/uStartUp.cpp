@@ -19,6 +19,10 @@ namespace {
 
 // By their index among the window's pictures.
 constexpr std::string_view kLogoFiles[] = {"Company-Logo.png", "Report-Logo.png"};
+constexpr std::string_view kManualFolder = "doc_shock";
+// By TManualTopic.
+constexpr std::string_view kManual[] = {"1-Quick-Start.pdf", "2-Charts-and-Navigator.pdf", "3-Metrics-and-Formulas.pdf",
+                                        "4-Exports-and-Report.pdf"};
 constexpr std::string_view kRecentDocumentsFile = "recentdocuments.ini";
 
 // A broken link exists too: nothing is written through it.
@@ -62,18 +66,27 @@ std::string DemoFolder(const TProgram& program) {
 }
 
 std::vector<TManualDocument> UserManual(const TProgram& program) {
-  std::vector<TManualDocument> documents;
+  std::vector<fs::path> files;
   std::error_code error;
-  for (fs::directory_iterator entry(program.folder / "doc_shock", error), end; !error && entry != end;
+  for (fs::directory_iterator entry(program.folder / kManualFolder, error), end; !error && entry != end;
        entry.increment(error)) {
     std::error_code unknownKind;
-    std::string caption = Utf8FromPath(entry->path().filename());
-    if (caption.starts_with('.') || !entry->is_regular_file(unknownKind)) continue;
+    const bool hidden = Utf8FromPath(entry->path().filename()).starts_with('.');
+    if (!hidden && entry->is_regular_file(unknownKind)) files.push_back(entry->path());
+  }
+  std::ranges::sort(files);
+  std::vector<TManualDocument> documents;
+  for (const fs::path& file : files) {
+    std::string caption = Utf8FromPath(file.filename());
     std::ranges::replace(caption, '-', ' ');
     documents.push_back(
-        {fmt::format("frmUserManualIcon_{}", documents.size()), std::move(caption), Utf8FromPath(entry->path())});
+        {fmt::format("frmUserManualIcon_{}", documents.size()), std::move(caption), Utf8FromPath(file)});
   }
   return documents;
+}
+
+fs::path ManualDocument(const TProgram& program, TManualTopic topic) {
+  return program.folder / kManualFolder / kManual[static_cast<std::size_t>(topic)];
 }
 
 void FormCreate(const TProgram& program, TRecentDocuments& recent, IControls& controls, IDialogs& dialogs) {

@@ -34,9 +34,13 @@ struct TManualDocument {
   std::string file;
 };
 
-// The files in "doc_shock", hidden ones excepted, in the order in which the system lists them; none without that
-// folder.
+// The files in "doc_shock" by name, hidden ones excepted; none without that folder.
 std::vector<TManualDocument> UserManual(const TProgram& program);
+
+// What a document of the manual is about.
+enum class TManualTopic { QuickStart, Charts, Metrics, Output };
+// The file of that document, whether or not it is there.
+std::filesystem::path ManualDocument(const TProgram& program, TManualTopic topic);
 
 // The window is constructed. Sets caption, cards and welcome state, then loads what the settings folder holds:
 // settings, logos, layouts, recent documents.

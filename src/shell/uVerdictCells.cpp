@@ -155,12 +155,21 @@ TVerdictCells VerdictCells(const TVerdict& verdict, const TShownMission& mission
           RecordedCell(verdict)};
 }
 
+TJudgementLine JudgementLine(const TVerdict& verdict, const TDisplaySettings& settings) {
+  const std::optional<TJudgement> judgement = JudgementOf(verdict, settings);
+  if (!judgement) return {};
+  return {judgement->outcome, JudgementSentence(*judgement, verdict, *settings.profile, settings)};
+}
+
 std::vector<TFigure> VerdictFigures(const TVerdict& verdict, const TShownMission& mission) {
   const TDisplaySettings& settings = mission.Display;
   const auto inEvent = [](std::size_t event, double time) {
     return fmt::format("event {}, {}", event, FormatDateTime(DateTimeMask(), time));
   };
   std::vector<TFigure> figures;
+  if (const TJudgementLine judgement = JudgementLine(verdict, settings); !judgement.text.empty()) {
+    figures.push_back({"Judgement", judgement.text});
+  }
   if (verdict.peak) {
     const TPeakVerdict& peak = *verdict.peak;
     figures.push_back({"Peak", fmt::format("{}: {}", PeakText(peak, settings), inEvent(peak.event, peak.time))});

@@ -29,6 +29,13 @@ using TVerdictCells = std::array<TVerdictCell, kVerdictQuestionCount>;  // by TV
 // The verdict is that of the whole mission; of the filter the cells say how many events it lets through.
 TVerdictCells VerdictCells(const TVerdict& verdict, const TShownMission& mission);
 
+// Whether the recording passes the profile in force, as one line; empty without one.
+struct TJudgementLine {
+  TJudgementOutcome outcome = TJudgementOutcome::NotJudged;
+  std::string text;  // 'failed the limits "Fragile": …'
+};
+TJudgementLine JudgementLine(const TVerdict& verdict, const TDisplaySettings& settings);
+
 // The same as lines of the mission's details; what there is nothing to say of has no line.
 std::vector<TFigure> VerdictFigures(const TVerdict& verdict, const TShownMission& mission);
 

@@ -2,11 +2,17 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <fmt/format.h>
+
 #include <QAction>
+#include <QDesktopServices>
 #include <QDialog>
+#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
+#include <QRegularExpression>
 #include <QTest>
+#include <QTextBrowser>
 #include <QTimer>
 #include <functional>
 
@@ -113,6 +119,48 @@ TEST_F(Keys, AltWithAnotherKeyOrUnderTheFilePageShowsNoTips) {
   Press("Alt+F");
   QTest::keyClick(FForm.get(), Qt::Key_Alt);
   EXPECT_EQ(Tips(), "");
+}
+
+TEST_F(Keys, F1OpensTheDocumentThatBelongsToWhatIsInFront) {
+  QTextBrowser desktop;
+  QDesktopServices::setUrlHandler("file", &desktop, "setSource");
+  const auto opened = [&](const char* view) {
+    if (*view != '\0') Press(view);
+    Press("F1");
+    return desktop.source().fileName().toStdString();
+  };
+  Start();
+  EXPECT_EQ(opened(""), "");
+  EXPECT_THAT(Find<QLabel>("lblNotice")->text().toStdString(), testing::HasSubstr("doc_shock/1-Quick-Start.pdf"));
+  std::filesystem::create_directories(FFolder / "doc_shock");
+  for (const char* name :
+       {"1-Quick-Start", "2-Charts-and-Navigator", "3-Metrics-and-Formulas", "4-Exports-and-Report"}) {
+    Save(fmt::format("doc_shock/{}.pdf", name).c_str(), TBytes{'x'});
+  }
+  EXPECT_EQ(opened(""), "1-Quick-Start.pdf");
+  FForm->Flow().Open(FThree.toStdString());
+  Settle();
+  EXPECT_EQ(opened("Ctrl+2"), "2-Charts-and-Navigator.pdf");
+  EXPECT_EQ(opened("S"), "3-Metrics-and-Formulas.pdf");
+  EXPECT_EQ(opened("Ctrl+3"), "4-Exports-and-Report.pdf");
+  EXPECT_EQ(opened("Ctrl+1"), "1-Quick-Start.pdf");
+  Find("ChartNavigator")->setFocus();
+  EXPECT_EQ(opened(""), "2-Charts-and-Navigator.pdf");
+  QDesktopServices::unsetUrlHandler("file");
+}
+
+TEST_F(Keys, TheManualNamesEachOfThem) {
+  Start();
+  QFile file(MANUAL "/2-Charts-and-Navigator.md");
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  const QString manual = file.readAll();
+  const QString list = manual.mid(manual.indexOf("## All keys"));
+  for (const QAction* action : FForm->actions()) {
+    const QString keys = action->shortcut().toString();
+    if (keys.isEmpty()) continue;
+    EXPECT_TRUE(QRegularExpression("[ |]" + QRegularExpression::escape(keys) + "[ ,]").match(list).hasMatch())
+        << keys.toStdString();
+  }
 }
 
 TEST_F(Keys, GoToSelectsAnEventOrSaysWhyNot) {

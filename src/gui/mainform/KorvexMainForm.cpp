@@ -7,6 +7,7 @@
 #include <QFileInfo>
 #include <QMimeData>
 #include <QUrl>
+#include <functional>
 
 #include "base/uFiles.h"
 #include "gui/charts/uEventsChart.h"
@@ -35,12 +36,14 @@
 #include "gui/ribbon/uRecentList.h"
 #include "gui/ribbon/uRibbon.h"
 #include "gui/settings/uAlarmLimitsPanel.h"
+#include "gui/settings/uLimitProfileBar.h"
 #include "gui/shock/uShockPanel.h"
 #include "gui/welcome/uLoadingPanel.h"
 #include "gui/welcome/uRecentFiles.h"
 #include "gui/welcome/uWellcomePanel.h"
 #include "shell/uExportCommands.h"
 #include "shell/uFailureList.h"
+#include "shell/uLimitProfiles.h"
 #include "shell/uSettingsCommands.h"
 
 namespace {
@@ -60,7 +63,9 @@ TKorvexMainForm::TKorvexMainForm(TProgram program, std::function<std::uint64_t()
           [this](const TMessage& message) { Guarded(this, [&] { FFlow->HandleMessage(message); }); })),
       FFlow(std::make_unique<TFileFlow>(FProgram, FMessages->Handle(), std::move(memoryBound), *FControls, *FDialogs,
                                         *FViews)),
-      FExports(std::make_unique<TExportCommands>(*FFlow, *FControls, *FDialogs, *FViews)) {
+      FExports(std::make_unique<TExportCommands>(*FFlow, *FControls, *FDialogs, *FViews)),
+      FProfiles(
+          std::make_unique<TLimitProfiles>(FProgram.findSettingsFolder, FFlow->Mission(), *FControls, *FDialogs)) {
   setObjectName("KorvexMainForm");
   setAcceptDrops(true);
   setMinimumSize(kMinWindow);
@@ -70,6 +75,7 @@ TKorvexMainForm::TKorvexMainForm(TProgram program, std::function<std::uint64_t()
   ConnectFiles();
   ConnectRecent();
   ConnectSettings();
+  ConnectProfiles();
   FViewActions = std::make_unique<TViewActions>(*this, *FParts, *FFlow, *FControls, *FViews);
   FormCreate();
 }
@@ -144,11 +150,39 @@ void TKorvexMainForm::ConnectRecent() {
 
 void TKorvexMainForm::ConnectSettings() {
   for (TGrid* grid : findChildren<TGrid*>()) grid->SetDisplay(&FFlow->Mission().Display);
-  FSettings->Bind(FFlow->Mission().Settings,
-                  [this] { Guarded(this, [this] { ApplySettings(FFlow->Mission(), *FViews); }); });
+  FSettings->Bind(FFlow->Mission().Settings, [this] {
+    Guarded(this, [this] { ApplySettings(FFlow->Mission(), *FViews); });
+    FParts->alarmLimits->ShowAllowances(FFlow->Mission().Settings.display.profile);
+  });
   connect(FParts->alarmLimits, &TAlarmLimitsPanel::LimitRefused, FParts->statusValue, &QLabel::setText);
   connect(findChild<QComboBox*>("cmbSettingsDefFileFilter"), &QComboBox::currentTextChanged, this,
           [this](const QString& patterns) { FParts->backstage->SetFilePatterns(patterns.split(" & ")); });
+}
+
+void TKorvexMainForm::ConnectProfiles() {
+  TAlarmLimitsPanel& panel = *FParts->alarmLimits;
+  const auto list = [this, &panel] { panel.Profiles().ShowProfiles(FProfiles->List(), FProfiles->File()); };
+  const auto change = [this, list](auto command) {
+    return [this, list, command](const QString& text = {}) {
+      Guarded(this, [&] { std::invoke(command, *FProfiles, Utf8(text)); });
+      list();
+    };
+  };
+  connect(&panel, &TAlarmLimitsPanel::AboutToOpen, this, list);
+  connect(&panel, &TAlarmLimitsPanel::Closed, this, [this] { Guarded(this, [this] { FProfiles->Keep(); }); });
+  connect(&panel.Profiles(), &TLimitProfileBar::Chosen, this,
+          change([](TLimitProfiles& profiles, const std::string& file) { profiles.Choose(PathFromUtf8(file)); }));
+  connect(&panel.Profiles(), &TLimitProfileBar::CreateAsked, this, change(&TLimitProfiles::Create));
+  connect(&panel.Profiles(), &TLimitProfileBar::SaveAsAsked, this, change(&TLimitProfiles::SaveAs));
+  connect(&panel.Profiles(), &TLimitProfileBar::DeleteAsked, this,
+          change([](TLimitProfiles& profiles, const std::string&) { profiles.Delete(); }));
+  connect(&panel, &TAlarmLimitsPanel::AllowanceTyped, this,
+          [this, &panel](TQuantity quantity, bool isMax, const QString& text) {
+            Guarded(this, [&] {
+              panel.ShowProblem(QtText(FProfiles->Allow(quantity, isMax, Utf8(text))));
+              panel.ShowAllowances(FFlow->Mission().Settings.display.profile);
+            });
+          });
 }
 
 void TKorvexMainForm::FormCreate() {
@@ -162,6 +196,7 @@ void TKorvexMainForm::FormCreate() {
   const std::string folder = FProgram.findSettingsFolder();
   if (!folder.empty()) LoadWindowPlace(*this, PathFromUtf8(folder) / kWindowPlaceFile);
   ::FormCreate(FProgram, FFlow->Recent(), *FControls, *FDialogs);
+  FProfiles->Restore();
 }
 
 void TKorvexMainForm::FormShow() {

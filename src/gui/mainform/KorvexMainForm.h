@@ -13,6 +13,7 @@
 class TControls;
 class TDialogs;
 class TExportCommands;
+class TLimitProfiles;
 class TMissionViews;
 class TPostedMessages;
 class TSettingsBinder;
@@ -54,6 +55,7 @@ class TKorvexMainForm : public QMainWindow {
   void ConnectFiles();
   void ConnectRecent();
   void ConnectSettings();
+  void ConnectProfiles();
   void SavePlace();
 
   TProgram FProgram;
@@ -65,6 +67,7 @@ class TKorvexMainForm : public QMainWindow {
   std::unique_ptr<TPostedMessages> FMessages;
   std::unique_ptr<TFileFlow> FFlow;
   std::unique_ptr<TExportCommands> FExports;
+  std::unique_ptr<TLimitProfiles> FProfiles;
   std::unique_ptr<TViewActions> FViewActions;
   bool FShownOnce = false;
 };

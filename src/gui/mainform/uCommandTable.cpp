@@ -16,6 +16,7 @@
 #include "gui/mainform/uGoToDialog.h"
 #include "gui/mainform/uKeysDialog.h"
 #include "gui/mainform/uMainParts.h"
+#include "gui/mainform/uManual.h"
 #include "gui/mainform/uStatisticsDialog.h"
 #include "gui/mainform/uViewOutput.h"
 #include "gui/overview/uOverviewPanel.h"
@@ -106,10 +107,6 @@ void SwitchFullScreen(TTargets on, bool /*checked*/) {
 
 void ListKeys(TTargets on, bool /*checked*/) {
   ShowKeys(on.form);
-}
-
-void CloseForm(TTargets on, bool /*checked*/) {
-  on.form.close();
 }
 
 constexpr char kShocksMenu[] = "mnuExportShocks";
@@ -295,6 +292,8 @@ constexpr TCommand kCommands[] = {
      "document-export", "", kLarge, SaveAsPdf},
     {"actFullScreen", nullptr, nullptr, "Full screen", "The window without frame, over the whole screen, and back", "",
      "F11", 0, SwitchFullScreen},
+    {"actManual", nullptr, nullptr, "Manual", "The document of the manual on what is in front", "", "F1", 0,
+     OpenManual},
     {"actKeys", nullptr, nullptr, "All keys", "A list of all keys by view, with a search", "", "F2", 0, ListKeys},
     {"dxDockPanelNavigator", "dxBarShowNavigator", "btngrpLayout", "",
      "The whole recording and the band that the charts show", "view-calendar-timeline", "Ctrl+Shift+N", kPanel},
@@ -305,7 +304,7 @@ constexpr TCommand kCommands[] = {
     {"dxDockPanelSensorGridBattery", "dxBarShowBatteryGrid", "btngrpLayout", "",
      "The readings of the battery in numbers", "battery-100", "Ctrl+Shift+B", kPanel},
     {"actFileExit", nullptr, nullptr, "E&xit", "Save settings and recent documents, and close the window",
-     "application-exit", "Ctrl+Q", 0, CloseForm},
+     "application-exit", "Ctrl+Q", 0, Do<&F::close>},
 
     {"actShockEventsToolsIndicator", "dxBarShockEventsIndicator", "btngrpEventsChart", "Indicator", kIndicatorTip,
      "snap-guideline", "Ctrl+I", kKept | kOfChart | kOn, BothEventsCharts<&TChartMarks::SetIndicatorVisible>},

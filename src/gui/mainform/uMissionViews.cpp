@@ -40,6 +40,7 @@ void TMissionViews::EmptyGridsAndCharts() {
   FShownEvent.reset();
   FVerdict = {};
   FParts.overview->Verdict()->ShowCells({});
+  FParts.overview->Verdict()->ShowJudgement({});
   ShowLimitsInForce(FMission, FControls);
   for (TGrid* grid : FWindow.findChildren<TGrid*>()) grid->SetDataset(nullptr);
   for (TTimeChart* chart : FWindow.findChildren<TTimeChart*>()) {
@@ -149,6 +150,7 @@ void TMissionViews::ShowInCharts(const TDisplaySettings& display) {
 void TMissionViews::ShowVerdict(const TShownMission& mission) {
   FVerdict = VerdictOf(mission);
   FParts.overview->Verdict()->ShowCells(VerdictCells(FVerdict, mission));
+  FParts.overview->Verdict()->ShowJudgement(JudgementLine(FVerdict, mission.Display));
 }
 
 void TMissionViews::ShowDetails(const TShownMission& mission) {

@@ -1,5 +1,6 @@
 #include "gui/mainform/uSnapshots.h"
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
 #include <QDialog>
@@ -13,6 +14,9 @@
 #include "gui/common/uQtText.h"
 #include "gui/mainform/KorvexMainForm.h"
 #include "gui/ribbon/uBackstage.h"
+#include "gui/settings/uAlarmLimitsPanel.h"
+#include "gui/settings/uLimitEdit.h"
+#include "gui/settings/uLimitProfileBar.h"
 #include "gui/settings/uSettingsPage.h"
 
 namespace {
@@ -61,6 +65,27 @@ class TAlbum {
     Trigger("actKeys");
     Save("keys", picture);
   }
+  // Of the alarm panel with a profile, and of the overview that is judged by it.
+  void SaveLimits() {
+    const TListedProfile example{"Fragile.ini", "Fragile"};
+    TLimitProfile profile;
+    profile.name = example.name;
+    for (TJudgedLimits& limits : profile.limits) limits.minSource = limits.maxSource = TLimitSource::Default;
+    profile.allowedEvents = 30;
+    profile.allowedTimes[static_cast<std::size_t>(TQuantity::Humidity)].above = 48 * 3600000.0;
+    FForm.Flow().Mission().Settings.display.profile = profile;
+    FForm.findChild<QAbstractButton*>("chboxLoadAccAlarmFromFile")->setChecked(false);
+    FForm.findChild<TLimitEdit*>("dxBarSpinAlarmAccMax")->setValue(15);
+    FForm.findChild<TLimitEdit*>("dxBarSpinAlarmRHMax")->setValue(70);
+    SaveWith("actAlarmSet", "overview-judged");
+    Trigger("actAlarmLimits");
+    auto* panel = FForm.findChild<TAlarmLimitsPanel*>();
+    panel->Profiles().ShowProfiles({&example, 1}, example.file);
+    Settle();
+    Save("limits", panel->grab());
+    panel->hide();
+    FForm.Flow().Mission().Settings.display.profile.reset();
+  }
   void Trigger(const char* action) { FForm.findChild<QAction*>(action)->trigger(); }
   // Switches the action on for one picture.
   void SaveWith(const char* action, const QString& name) {
@@ -92,6 +117,7 @@ QStringList SaveSnapshots(TKorvexMainForm& form, const QString& recording, const
   form.Flow().SwitchView(TView::Overview);
   album.Save("overview");
   album.SaveWith("actAlarmSet", "overview-alarm");
+  album.SaveLimits();
   form.Flow().SwitchView(TView::Shock);
   album.Save("shock");
   album.SaveWith("actAlarmSet", "shock-alarm");

@@ -5,6 +5,7 @@
 #include <QStyle>
 #include <QTextLayout>
 #include <algorithm>
+#include <cctype>
 #include <utility>
 
 #include "gui/common/uQtText.h"
@@ -159,7 +160,56 @@ void TVerdictButton::changeEvent(QEvent* event) {
   if (event->type() == QEvent::FontChange) updateGeometry();
 }
 
-TVerdictStrip::TVerdictStrip(QWidget* parent) : QWidget(parent), FGrid(new QGridLayout(this)) {
+TJudgementButton::TJudgementButton(QWidget* parent) : QAbstractButton(parent) {
+  setObjectName("btnJudgement");
+  setAccessibleName(tr("Judgement"));
+  setFocusPolicy(Qt::StrongFocus);
+  setCursor(Qt::PointingHandCursor);
+  setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+  hide();
+}
+
+void TJudgementButton::ShowLine(const TJudgementLine& line) {
+  FLine = line;
+  if (!FLine.text.empty()) FLine.text[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(FLine.text[0])));
+  setVisible(!FLine.text.empty());
+  setAccessibleName(FLine.text.empty() ? tr("Judgement") : QtText(FLine.text));
+  setToolTip(Qt::convertFromPlainText(QString("%1\n%2").arg(accessibleName(), tr("Click: change the limits"))));
+  update();
+}
+
+QSize TJudgementButton::sizeHint() const {
+  return {fontMetrics().averageCharWidth() * kMinCharacters, fontMetrics().height() + 2 * kTopPadding};
+}
+
+void TJudgementButton::paintEvent(QPaintEvent* /*event*/) {
+  const TThemeTokens& tokens = TokensOf(palette());
+  const bool failed = FLine.outcome == TJudgementOutcome::Failed;
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setBrush(QColor(failed ? tokens.alarmTint : tokens.surface));
+  const double width = hasFocus() ? 2 : 1;
+  const bool marked = hasFocus() || underMouse();
+  painter.setPen(QPen(QColor(marked ? tokens.accent : failed ? tokens.alarm : tokens.hairline), width));
+  painter.drawRoundedRect(QRectF(rect()).adjusted(width / 2, width / 2, -width / 2, -width / 2), 4, 4);
+  // The outcome stands out: "Failed", "Passed", "Not judged".
+  const QString text = QtText(FLine.text);
+  const qsizetype end = text.section(' ', 0, FLine.outcome == TJudgementOutcome::NotJudged ? 1 : 0).size();
+  QRect room = rect().adjusted(kPadding, 0, -kPadding, 0);
+  QFont bold = font();
+  bold.setBold(true);
+  painter.setFont(bold);
+  painter.setPen(QColor(failed ? tokens.alarm : tokens.ink));
+  painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter, text.left(end));
+  room.setLeft(room.left() + painter.fontMetrics().horizontalAdvance(text.left(end)));
+  painter.setFont(font());
+  painter.setPen(QColor(tokens.ink));
+  painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter,
+                   fontMetrics().elidedText(text.mid(end), Qt::ElideRight, room.width()));
+}
+
+TVerdictStrip::TVerdictStrip(QWidget* parent)
+    : QWidget(parent), FGrid(new QGridLayout(this)), FJudgement(new TJudgementButton(this)) {
   setObjectName("pnlVerdict");
   setAccessibleName(tr("Verdict"));
   FGrid->setContentsMargins(0, 0, 0, kGap);
@@ -172,6 +222,8 @@ TVerdictStrip::TVerdictStrip(QWidget* parent) : QWidget(parent), FGrid(new QGrid
       if (answer != TVerdictAnswer::Nothing) emit Asked(static_cast<TVerdictQuestion>(i), answer);
     });
   }
+  connect(FJudgement, &QAbstractButton::clicked, this,
+          [this] { emit Asked(TVerdictQuestion::AboveAlarm, TVerdictAnswer::EditLimits); });
   Arrange();
 }
 
@@ -195,6 +247,7 @@ void TVerdictStrip::Arrange() {
     button->SetLow(columns < count);
     FGrid->addWidget(button, i / columns, i % columns);
   }
+  FGrid->addWidget(FJudgement, 2, 0, 1, columns);
   for (int column = 0; column < count; ++column) {
     const int share = column == FWideColumn && columns == count ? 3 : 2;
     FGrid->setColumnStretch(column, column < columns ? share : 0);

@@ -36,12 +36,30 @@ class TVerdictButton : public QAbstractButton {
   bool FIsLow = false;
 };
 
+// Whether the recording passes the limit profile in force, and by what not, in one line.
+class TJudgementButton : public QAbstractButton {
+  Q_OBJECT
+
+ public:
+  explicit TJudgementButton(QWidget* parent);
+  // Hidden while there is nothing to say.
+  void ShowLine(const TJudgementLine& line);
+  [[nodiscard]] QSize sizeHint() const override;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  TJudgementLine FLine;
+};
+
 class TVerdictStrip : public QWidget {
   Q_OBJECT
 
  public:
   explicit TVerdictStrip(QWidget* parent);
   void ShowCells(const TVerdictCells& cells);
+  void ShowJudgement(const TJudgementLine& line) { FJudgement->ShowLine(line); }
 
  signals:
   // A cell that leads somewhere was clicked.
@@ -55,6 +73,7 @@ class TVerdictStrip : public QWidget {
 
   QGridLayout* FGrid;
   std::array<TVerdictButton*, kVerdictQuestionCount> FButtons{};
+  TJudgementButton* FJudgement;  // below them
   int FColumns = 0;
   int FWideColumn = -1;  // of a cell that says a whole sentence
 };

@@ -1,5 +1,6 @@
 #include "gui/platform/uDialogs.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -28,6 +29,13 @@ QString NearestFolder(const QString& folder) {
     nearest.setPath(QFileInfo(nearest.path()).path());
   }
   return nearest.path();
+}
+
+// A popup that stays open would keep mouse and keys from the box.
+void ClosePopups() {
+  while (QWidget* popup = QApplication::activePopupWidget()) {
+    if (!popup->close()) return;
+  }
 }
 
 std::optional<std::string> ChosenFile(QFileDialog& box) {
@@ -88,6 +96,7 @@ std::optional<TSaveChoice> TDialogs::AskWhereToSave(const TSaveDialog& dialog) {
 // Queued until the window is shown: closing a box that is the only window would quit the program.
 void TDialogs::ShowMessage(std::string_view text, std::string_view details) {
   const auto show = [this, text = QtText(text), details = QtText(details)] {
+    ClosePopups();
     ShowBox(&FWindow, QMessageBox::Warning, "msgFile", text, details);
   };
   if (FWindow.isVisible()) {
@@ -102,6 +111,7 @@ void TDialogs::ShowInformation(std::string_view text) {
 }
 
 bool TDialogs::Confirm(std::string_view question) {
+  ClosePopups();
   QMessageBox box(QMessageBox::Question, QObject::tr("ShockScope"), QtText(question),
                   QMessageBox::Ok | QMessageBox::Cancel, &FWindow);
   box.setObjectName("msgConfirm");

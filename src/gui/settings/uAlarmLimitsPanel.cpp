@@ -3,6 +3,7 @@
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QScreen>
 #include <QTextDocument>
 #include <algorithm>
@@ -13,9 +14,14 @@
 #include "gui/common/uTheme.h"
 #include "gui/settings/uCaptionKeys.h"
 #include "gui/settings/uLimitEdit.h"
-#include "model/uQuantities.h"
+#include "gui/settings/uLimitProfileBar.h"
+#include "shell/uAllowances.h"
 
 namespace {
+
+constexpr int kColumns = 6;
+constexpr int kFirstLine = 2;  // below the profiles and the titles
+constexpr int kAllowanceCharacters = 16;
 
 TLimitEdit* MakeEdit(TAlarmLimitsPanel* parent, std::string_view name, const QString& quantity, const QString& end) {
   auto* edit = new TLimitEdit(parent);
@@ -29,14 +35,20 @@ TLimitEdit* MakeEdit(TAlarmLimitsPanel* parent, std::string_view name, const QSt
 
 }  // namespace
 
-TAlarmLimitsPanel::TAlarmLimitsPanel(QWidget* parent) : QFrame(parent, Qt::Popup), FProblem(new QLabel(this)) {
+TAlarmLimitsPanel::TAlarmLimitsPanel(QWidget* parent)
+    : QFrame(parent, Qt::Popup), FProfiles(new TLimitProfileBar(this)), FProblem(new QLabel(this)) {
   setObjectName("pnlAlarmLimits");
   setAccessibleName(tr("Alarm limits"));
   setFrameShape(QFrame::StyledPanel);
   auto* grid = new QGridLayout(this);
-  grid->addWidget(new QLabel(tr("Minimum"), this), 0, 1);
-  grid->addWidget(new QLabel(tr("Maximum"), this), 0, 2);
-  int line = 1;
+  grid->addWidget(FProfiles, 0, 0, 1, kColumns);
+  grid->addWidget(new QLabel(tr("Minimum"), this), 1, 1);
+  grid->addWidget(new QLabel(tr("Maximum"), this), 1, 2);
+  for (const auto& [column, title] : {std::pair(4, tr("Allowed below")), std::pair(5, tr("Allowed above"))}) {
+    FAllowanceTitles.push_back(new QLabel(title, this));
+    grid->addWidget(FAllowanceTitles.back(), 1, column);
+  }
+  int line = kFirstLine;
   QString keys;
   for (const TQuantityControls& row : std::span(kQuantityControls).first<kLimitedQuantityCount>()) {
     const QString quantity = QtText(row.caption);
@@ -49,8 +61,12 @@ TAlarmLimitsPanel::TAlarmLimitsPanel(QWidget* parent) : QFrame(parent, Qt::Popup
     grid->addWidget(from, line, 1);
     grid->addWidget(to, line, 2);
     grid->addWidget(new QLabel(QtText(row.unit), this), line, 3);
+    const std::size_t index = FLabels.size() - 1;
+    const bool isAcceleration = index == static_cast<std::size_t>(TQuantity::Acceleration);
+    if (!isAcceleration) AddAllowance(*grid, line, index, false);
+    AddAllowance(*grid, line, index, true);
     ++line;
-    if (line != 2) continue;
+    if (!isAcceleration) continue;
     auto* fromFile = new QCheckBox(tr(" Load Acc. Alarm Values from File"), this);
     fromFile->setObjectName("chboxLoadAccAlarmFromFile");
     fromFile->setToolTip(tr("The level that opens an event, instead of the two values above"));
@@ -64,7 +80,40 @@ TAlarmLimitsPanel::TAlarmLimitsPanel(QWidget* parent) : QFrame(parent, Qt::Popup
   FProblem->setTextFormat(Qt::PlainText);
   FProblem->setWordWrap(true);
   FProblem->hide();
-  grid->addWidget(FProblem, line, 0, 1, 4);
+  grid->addWidget(FProblem, line, 0, 1, kColumns);
+  ShowAllowances(std::nullopt);
+}
+
+void TAlarmLimitsPanel::AddAllowance(QGridLayout& grid, int line, std::size_t quantity, bool isMax) {
+  const TQuantityControls& row = kQuantityControls[quantity];
+  auto* edit = new QLineEdit(this);
+  edit->setObjectName(QtText(isMax ? row.max : row.min).replace("dxBarSpinAlarm", "edtAllowed"));
+  const bool isEvents = static_cast<TQuantity>(quantity) == TQuantity::Acceleration;
+  edit->setAccessibleName(
+      QString("%1, %2").arg(QtText(row.caption), isMax ? tr("allowed above") : tr("allowed below")));
+  edit->setToolTip(isEvents ? tr("How many events may exceed the limit: \"3\", \"none\"; empty: events are not judged")
+                            : tr("How long the sensor may be beyond the limit in all: \"2 h\", \"1 d 30 min\", "
+                                 "\"none\"; empty: the limit is not judged"));
+  edit->setPlaceholderText(tr("not judged"));
+  edit->setMaximumWidth(fontMetrics().averageCharWidth() * kAllowanceCharacters);
+  FAllowances.push_back({static_cast<TQuantity>(quantity), isMax, edit});
+  connect(edit, &QLineEdit::textEdited, this, [this] { ShowProblem({}); });
+  connect(edit, &QLineEdit::editingFinished, this, [this, edit, quantity, isMax] {
+    if (!edit->isModified()) return;
+    edit->setModified(false);
+    emit AllowanceTyped(static_cast<TQuantity>(quantity), isMax, edit->text());
+  });
+  grid.addWidget(edit, line, isMax ? 5 : 4);
+}
+
+void TAlarmLimitsPanel::ShowAllowances(const std::optional<TLimitProfile>& profile) {
+  for (QLabel* title : FAllowanceTitles) title->setVisible(profile.has_value());
+  for (const TAllowance& allowance : FAllowances) {
+    allowance.edit->setVisible(profile.has_value());
+    if (profile && !allowance.edit->isModified()) {
+      allowance.edit->setText(QtText(AllowanceText(*profile, allowance.quantity, allowance.isMax)));
+    }
+  }
 }
 
 void TAlarmLimitsPanel::ShowAnalogNames(std::span<const std::string, kAnalogInputs.size()> names) {
@@ -86,18 +135,33 @@ void TAlarmLimitsPanel::ShowProblem(const QString& problem) {
   FProblem->setPalette(ink);
   FProblem->setText(problem);
   FProblem->setVisible(!problem.isEmpty());
-  adjustSize();
   if (!problem.isEmpty()) emit LimitRefused(problem);
 }
 
 void TAlarmLimitsPanel::OpenBelow(const QWidget& button) {
-  adjustSize();
-  const QRect screen = button.screen()->availableGeometry();
-  QPoint at = button.mapToGlobal(QPoint(0, button.height()));
-  at.setX(std::clamp(at.x(), screen.left(), std::max(screen.left(), screen.right() - width())));
-  at.setY(std::clamp(at.y(), screen.top(), std::max(screen.top(), screen.bottom() - height())));
-  move(at);
+  emit AboutToOpen();
+  move(button.mapToGlobal(QPoint(0, button.height())));
   show();
-  findChild<TLimitEdit*>()->parentWidget()->setFocus();
-  focusNextChild();
+  FitOnScreen();
+  const QList<TLimitEdit*> edits = findChildren<TLimitEdit*>();
+  (*std::ranges::find_if(edits, &TLimitEdit::isEnabled))->setFocus();
+}
+
+void TAlarmLimitsPanel::FitOnScreen() {
+  adjustSize();
+  if (!isVisible()) return;
+  const QRect room = screen()->availableGeometry();
+  move(std::clamp(x(), room.left(), std::max(room.left(), room.right() - width())),
+       std::clamp(y(), room.top(), std::max(room.top(), room.bottom() - height())));
+}
+
+bool TAlarmLimitsPanel::event(QEvent* event) {
+  const bool done = QFrame::event(event);
+  if (event->type() == QEvent::LayoutRequest) FitOnScreen();
+  return done;
+}
+
+void TAlarmLimitsPanel::hideEvent(QHideEvent* event) {
+  QFrame::hideEvent(event);
+  emit Closed();
 }

@@ -1,0 +1,187 @@
+#include "shell/uLimitProfiles.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <system_error>
+#include <utility>
+
+#include "base/uFiles.h"
+#include "base/uIniFile.h"
+#include "base/uText.h"
+#include "export/uExportNames.h"
+#include "platform/uSafeFile.h"
+#include "shell/uAllowances.h"
+#include "shell/uFailureList.h"
+#include "shell/uLimitProfileFile.h"
+#include "shell/uSettings.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::string_view kFolder = "limits";
+constexpr std::string_view kChosenFile = "limit-profile.ini";
+constexpr const char *kSection = "Profile", *kFileKey = "File";
+constexpr std::string_view kExtension = ".ini";
+constexpr std::string_view kNotUsed = "The limit profile cannot be used.";
+constexpr std::string_view kNotSaved = "The limit profile is not saved.";
+constexpr std::string_view kNoFolder =
+    "There is no settings folder: the documents folder is missing or cannot be written.";
+
+bool Exists(const fs::path& file) {
+  std::error_code unknown;
+  return fs::exists(fs::symlink_status(file, unknown));
+}
+
+TListedProfile Listed(const fs::path& file) {
+  try {
+    return {file, ReadLimitProfile(file).name};
+  } catch (const std::exception& error) {
+    return {file, Printable(Utf8FromPath(file.stem())), ReasonOf(error)};
+  }
+}
+
+}  // namespace
+
+TLimitProfiles::TLimitProfiles(std::function<std::string()> findSettingsFolder, TShownMission& mission,
+                               IControls& controls, IDialogs& dialogs)
+    : FFindSettingsFolder(std::move(findSettingsFolder)), FMission(mission), FControls(controls), FDialogs(dialogs) {}
+
+fs::path TLimitProfiles::Folder() const {
+  const std::string settings = FFindSettingsFolder();
+  return settings.empty() ? fs::path() : PathFromUtf8(settings) / kFolder;
+}
+
+std::vector<TListedProfile> TLimitProfiles::List() const {
+  std::vector<TListedProfile> profiles;
+  std::error_code error;
+  for (fs::directory_iterator entry(Folder(), error), end; !error && entry != end; entry.increment(error)) {
+    if (profiles.size() == kMaxListed) break;
+    std::error_code unknownKind;
+    const fs::path& file = entry->path();
+    if (file.extension() == kExtension && entry->is_regular_file(unknownKind)) {
+      profiles.push_back(Listed(file));
+    }
+  }
+  std::ranges::sort(profiles, {}, [](const TListedProfile& each) { return std::pair(each.name, each.file); });
+  return profiles;
+}
+
+bool TLimitProfiles::Try(const fs::path& file, std::string_view failure, const std::function<void()>& step) {
+  TFailureList failures;
+  failures.Run(file, step);
+  failures.Show(FDialogs, failure);
+  return failures.Empty();
+}
+
+void TLimitProfiles::PutInForce(const fs::path& file, std::optional<TLimitProfile> profile, bool alarm) {
+  FFile = file;
+  FStored = profile.value_or(TLimitProfile());
+  TSettings settings = FMission.Settings;
+  settings.display.profile.reset();
+  if (profile) UseProfile(*profile, settings.display);
+  settings.display.alarmActive = settings.display.alarmActive || alarm;
+  FMission.Settings.display.profile = std::move(profile);
+  FControls.ShowSettings(settings);
+}
+
+void TLimitProfiles::Remember() {
+  const std::string settings = FFindSettingsFolder();
+  if (settings.empty()) return;
+  const fs::path chosen = PathFromUtf8(settings) / kChosenFile;
+  if (FFile.empty() && !Exists(chosen)) return;
+  TIniFile ini;
+  ini.WriteString(kSection, kFileKey, Utf8FromPath(FFile.filename()));
+  Try(chosen, "The choice of the limit profile is not kept.", [&] { SaveFile(chosen, ini.Text()); });
+}
+
+void TLimitProfiles::Restore() {
+  const fs::path folder = Folder();
+  const fs::path chosen = folder.empty() ? fs::path() : folder.parent_path() / kChosenFile;
+  if (folder.empty() || !Exists(chosen)) return;
+  std::string name;
+  if (!Try(chosen, kNotUsed, [&] { name = TIniFile::Load(chosen).ReadString(kSection, kFileKey, ""); })) return;
+  // Whatever the file says, nothing outside the folder is read or written.
+  const fs::path file = folder / PathFromUtf8(name).filename();
+  if (name.empty() || file.extension() != kExtension) return;
+  std::optional<TLimitProfile> profile;
+  if (Try(file, kNotUsed, [&] { profile = ReadLimitProfile(file); })) PutInForce(file, std::move(profile), false);
+}
+
+void TLimitProfiles::Choose(const fs::path& file) {
+  Keep();
+  std::optional<TLimitProfile> profile;
+  if (!file.empty() && !Try(file, kNotUsed, [&] { profile = ReadLimitProfile(file); })) return;
+  PutInForce(file, std::move(profile), !file.empty());
+  Remember();
+}
+
+void TLimitProfiles::Create(std::string_view name) {
+  TLimitProfile profile;
+  for (std::size_t i = 0; i < profile.limits.size(); ++i) {
+    profile.limits[i] = {DefaultSettings().display.limits[i], TLimitSource::Default, TLimitSource::Default};
+  }
+  profile.name = name;
+  Add(std::move(profile));
+}
+
+void TLimitProfiles::SaveAs(std::string_view name) {
+  TDisplaySettings display = FMission.Settings.display;
+  if (!display.profile) {
+    display.profile.emplace();
+    for (TJudgedLimits& limits : display.profile->limits) {
+      limits.minSource = limits.maxSource = TLimitSource::Default;
+    }
+  }
+  UpdateProfile(display);
+  display.profile->name = name;
+  Add(std::move(*display.profile));
+}
+
+void TLimitProfiles::Add(TLimitProfile profile) {
+  const fs::path folder = Folder();
+  if (folder.empty()) {
+    FDialogs.ShowMessage(kNotSaved, kNoFolder);
+    return;
+  }
+  const fs::path file = folder / PathFromUtf8(SafeFileName(profile.name) + std::string(kExtension));
+  if (Exists(file)) {
+    FDialogs.ShowMessage(kNotSaved, fmt::format("There is a profile of this name: {}", Utf8FromPath(file)));
+    return;
+  }
+  Keep();
+  const bool saved = Try(file, kNotSaved, [&] {
+    fs::create_directory(folder);
+    WriteLimitProfile(file, profile);
+  });
+  if (!saved) return;
+  PutInForce(file, std::move(profile), true);
+  Remember();
+  FControls.ShowNotice(fmt::format("Limit profile saved: {}", Utf8FromPath(file)), folder);
+}
+
+void TLimitProfiles::Delete() {
+  if (FFile.empty()) return;
+  if (!FDialogs.Confirm(fmt::format("Delete the limit profile \"{}\"? The limits stay as they are.", FStored.name))) {
+    return;
+  }
+  if (!Try(FFile, "The limit profile is not deleted.", [this] { fs::remove(FFile); })) return;
+  PutInForce({}, std::nullopt, false);
+  Remember();
+}
+
+std::string TLimitProfiles::Allow(TQuantity quantity, bool isMax, std::string_view text) {
+  std::optional<TLimitProfile>& profile = FMission.Settings.display.profile;
+  if (!profile) return "";
+  std::string problem = TypeAllowance(text, quantity, isMax, *profile);
+  if (problem.empty()) FControls.ShowSettings(FMission.Settings);
+  return problem;
+}
+
+void TLimitProfiles::Keep() {
+  UpdateProfile(FMission.Settings.display);
+  const std::optional<TLimitProfile>& profile = FMission.Settings.display.profile;
+  if (!profile || FFile.empty() || *profile == FStored) return;
+  if (Try(FFile, kNotSaved, [&] { WriteLimitProfile(FFile, *profile); })) FStored = *profile;
+}
