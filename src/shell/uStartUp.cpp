@@ -17,8 +17,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// By their index among the window's pictures.
-constexpr std::string_view kLogoFiles[] = {"Company-Logo.png", "Report-Logo.png"};
 constexpr std::string_view kRecentDocumentsFile = "recentdocuments.ini";
 
 // A broken link exists too: nothing is written through it.

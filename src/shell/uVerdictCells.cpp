@@ -155,8 +155,7 @@ TVerdictCells VerdictCells(const TVerdict& verdict, const TShownMission& mission
           RecordedCell(verdict)};
 }
 
-std::vector<TFigure> VerdictFigures(const TVerdict& verdict, const TShownMission& mission) {
-  const TDisplaySettings& settings = mission.Display;
+std::vector<TFigure> VerdictFigures(const TVerdict& verdict, const TDisplaySettings& settings) {
   const auto inEvent = [](std::size_t event, double time) {
     return fmt::format("event {}, {}", event, FormatDateTime(DateTimeMask(), time));
   };

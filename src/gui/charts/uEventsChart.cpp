@@ -119,7 +119,9 @@ void TEventsChart::Restyle() {
   TTimeChart::Restyle();
   std::vector<TLegendEntry> entries;
   for (const TSeries series : kAllSeries) {
-    entries.push_back({NameOf(series), InkOf(series), FShown[Place(series)]});
+    TLegendEntry entry{NameOf(series), InkOf(series), FShown[Place(series)]};
+    if (IsForPaper()) entry.marker = kMarkers[Place(series)];
+    entries.push_back(std::move(entry));
   }
   Legend().SetEntries(std::move(entries));
 }
@@ -159,6 +161,7 @@ void TEventsChart::PaintLevels(QCPPainter& painter) {
 
 void TEventsChart::PaintDots(QCPPainter& painter) {
   const QRect rect = Rect().rect();
+  FDots.SetShapes(IsForPaper());
   FDots.Begin(rect, font(), bufferDevicePixelRatio());
   // Both axes are linear. Calling coordToPixel for a million events would take longer than everything else.
   const QCPRange times = TimeAxis().range();

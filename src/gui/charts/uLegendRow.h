@@ -7,10 +7,16 @@
 #include <optional>
 #include <vector>
 
+// Shapes of dots, for paper without colours.
+enum class TMarker { Circle, Square, Triangle, Diamond };
+void DrawMarker(QPainter& painter, TMarker marker, const QPointF& at, double radius, const QColor& ink);
+
 struct TLegendEntry {
   QString name;
   QColor ink;
   bool shown = true;  // else faint and struck out
+  Qt::PenStyle line = Qt::SolidLine;
+  std::optional<TMarker> marker = {};  // in place of the line
 };
 
 struct TLegendContents {

@@ -66,6 +66,16 @@ void TTimeChart::SetPointsVisible(bool visible) {
   if (std::exchange(FPointsVisible, visible) != visible) QueueReplot();
 }
 
+void TTimeChart::SetForPaper() {
+  FForPaper = true;
+  Restyle();
+}
+
+Qt::PenStyle TTimeChart::LineStyle(std::size_t place) const {
+  constexpr Qt::PenStyle kStyles[] = {Qt::SolidLine, Qt::DashLine, Qt::DotLine, Qt::DashDotLine, Qt::DashDotDotLine};
+  return FForPaper ? kStyles[place % std::size(kStyles)] : Qt::SolidLine;
+}
+
 void TTimeChart::SetFullRange(const std::optional<TTimeSpan>& span) {
   FMarks.Reset();
   FCursors.Reset();

@@ -15,6 +15,7 @@
 
 #include "analysis/uLimitProfile.h"
 #include "base/uProgress.h"
+#include "gui/report/uPageFlow.h"
 #include "shell/uReportConfig.h"
 #include "shell/uShownMission.h"
 
@@ -31,11 +32,8 @@ struct TReportContents {
   double madeAt = 0;                       // the date of the report, a date-time
 };
 
-// A heading that a reader may jump to.
-struct TReportBookmark {
-  QString title;
-  int page;  // from 0
-};
+// For madeAt: the time on this computer's clock, a date-time.
+double LocalTimeNow();
 
 class TReportPages {
  public:
