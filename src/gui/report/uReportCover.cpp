@@ -18,7 +18,7 @@ constexpr double kLogoPart = 0.42;   // of the width, at most, for each
 constexpr double kBox = 10;          // around the text of the verdict
 constexpr double kBar = 3;           // at its left
 constexpr double kMinChart = 150;    // of the picture of the recording
-constexpr double kMaxChart = 300;
+constexpr double kMaxChart = 380;
 
 // As large as it fits, whatever its shape; never larger than a point a pixel.
 void PaintLogo(QPainter& painter, const QRectF& room, const QImage& logo, bool right) {
