@@ -78,6 +78,7 @@ void AddVerdictBox(TPageFlow& flow, const TReportData& data) {
         TTextStyle::Strong,
         AsSentence(JudgementSentence(*facts.judgement, facts.verdict, *data.contents.profile, facts.display)), width);
   }
+  if (facts.verdict.damaged) texts.emplace_back(TTextStyle::Strong, PlainText(data.Mission().Damage), width);
   QString verdict = AsSentence(VerdictSentence(facts.verdict, facts.display));
   if (!facts.verdict.damaged) verdict += QObject::tr(" The recording is complete.");
   texts.emplace_back(TTextStyle::Body, verdict, width);
@@ -152,7 +153,6 @@ void AddCover(TPageFlow& flow, const TReportData& data, TReportCharts& charts) {
   flow.AddHeading(QObject::tr("Whole recording"), kMinChart + 20);
   flow.Add(std::clamp(flow.Room() - list - 40, kMinChart, kMaxChart),
            [&charts](QPainter& painter, const QRectF& rect) { charts.PaintWhole(painter, rect); });
-  flow.AddCaption(QObject::tr("Above: the peak acceleration of each event at its start. Below: the sensors."));
   flow.AddHeading(QObject::tr("Mission"), 60);
   AddFigures(flow, figures);
   if (!data.contents.file.empty()) AddChecksum(flow, data);
