@@ -66,8 +66,8 @@ TEST_F(ReportPages, SectionsStandInTheChosenOrder) {
 }
 
 TEST_F(ReportPages, ALongTableTakesAsManyPagesAsItsRowsAndLeavesNoneEmpty) {
-  TTestRecording recording = TTestRecording().Creator().StartTime(45123.25).MissionHeader(2, 2).Channels(
-      {"ACC x", "ACC y", "ACC z"});
+  TTestRecording recording =
+      TTestRecording().Creator().StartTime(45123.25).MissionHeader(2, 2).Channels({"ACC x", "ACC y", "ACC z"});
   std::vector<TTestRecord> records;
   for (int i = 0; i < 1000; ++i) {
     records.push_back({i * 1000.0, {3, 0, 0}});
