@@ -20,6 +20,8 @@ LIBRARIES = [  # header pattern, places that may include it
     (r"minizip/", ("src/export/uPackage",)),
     (r"xlsxwriter", ("src/export/uWorkbook", "bench/uExportBenches")),
     (r"SimpleIni\.h$", ("src/base/uIniFile",)),
+    (r"openssl/", ("src/platform/uSha256",)),
+    (r"qpdf/", ("src/gui/report/uReportPdf",)),
     (r"(CLI/|nlohmann/)", ("src/cli/",)),
 ]
 # Headers of one system, the C library's own extensions among them.

@@ -30,6 +30,9 @@ struct TDatasetOptions {
 // The index of the event table that ranks the most important events, by the entry of "Order By".
 inline constexpr std::array<std::string_view, 5> kOrderByIndexes = {"IntSMDesc", "IntDesc", "DBCSMDesc", "DBCDesc",
                                                                     "MaxAccDesc"};
+// The entries themselves.
+inline constexpr std::array<std::string_view, kOrderByIndexes.size()> kOrderByCaptions = {
+    "Intensity (max)", "Intensity (total)", "TOT (max)", "TOT (total)", "Acceleration (max)"};
 inline constexpr std::size_t kMostImportantCount = 10;
 
 struct TMissionDatasets {

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "analysis/uAlarmLimits.h"
 #include "analysis/uShockMetrics.h"
 #include "model/uEvents.h"
 #include "model/uOtherSensors.h"
@@ -35,3 +36,21 @@ struct TMissionSummary {
 // `metrics` are those of the events, in the order of the list.
 TMissionSummary SummarizeMission(const TEventList& events, std::span<const TEventMetrics> metrics,
                                  const TSensorList& sensors);
+
+// Events that peak on one axis, or begin on one day.
+struct TEventGroup {
+  std::string name;
+  std::size_t events = 0;
+  std::size_t above = 0;                 // "Acceleration max" outside the limits; 0 without limits
+  std::optional<std::size_t> peakEvent;  // the first event with the maximum of Max; nothing without events
+  double maxIot = 0;                     // g·ms, the maximum IoT total of one event
+};
+
+struct TEventGroups {
+  std::vector<TEventGroup> byAxis;  // "X", "Y", "Z", and "none" where an event peaks on no axis
+  std::vector<TEventGroup> byDay;   // the days with events, in their order, by the date in the short date format
+};
+
+// Of the events that `counts` marks, by row; empty: all.
+TEventGroups GroupEvents(const TEventList& events, std::span<const TEventMetrics> metrics,
+                         const std::optional<TLimits>& limits = std::nullopt, const std::vector<bool>& counts = {});

@@ -121,18 +121,9 @@ std::optional<TWorstSensor> FindWorst(const std::vector<TSensorVerdict>& sensors
   return worst;
 }
 
-std::vector<bool> EventsOf(const TVerdictPart& part, const TMissionDatasets& tables, const TEventList& events) {
-  if (!part.time.IsSet()) return part.events;
-  TEventFilter inTime;
-  inTime.time = part.time;
-  std::vector<bool> counts = EventsThrough(inTime, tables.Events, events, std::nullopt);
-  for (std::size_t i = 0; i < part.events.size() && i < counts.size(); ++i) counts[i] = counts[i] && part.events[i];
-  return counts;
-}
-
 void JudgeEvents(const TEventList& events, const TMissionDatasets& tables, const TVerdictPart& part,
                  TVerdict& verdict) {
-  const std::vector<bool> counts = EventsOf(part, tables, events);
+  const std::vector<bool> counts = EventsIn(part, tables, events);
   for (std::size_t i = 0; i < events.Count(); ++i) {
     if (!counts.empty() && !counts[i]) continue;
     const TEvent& event = events.GetItem(i);
@@ -164,6 +155,15 @@ TSpanMs RecordedSpan(const TMissionDatasets& tables) {
 }
 
 }  // namespace
+
+std::vector<bool> EventsIn(const TVerdictPart& part, const TMissionDatasets& tables, const TEventList& events) {
+  if (!part.time.IsSet()) return part.events;
+  TEventFilter inTime;
+  inTime.time = part.time;
+  std::vector<bool> counts = EventsThrough(inTime, tables.Events, events, std::nullopt);
+  for (std::size_t i = 0; i < part.events.size() && i < counts.size(); ++i) counts[i] = counts[i] && part.events[i];
+  return counts;
+}
 
 std::size_t TVerdict::SensorsOut() const {
   return static_cast<std::size_t>(std::ranges::count_if(sensors, &TSensorVerdict::IsOut));

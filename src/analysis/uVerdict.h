@@ -111,6 +111,9 @@ struct TVerdict {
   [[nodiscard]] std::size_t SensorsOut() const;
 };
 
+// The events of a part, by row; empty: all.
+std::vector<bool> EventsIn(const TVerdictPart& part, const TMissionDatasets& tables, const TEventList& events);
+
 // `tables` are those of the two lists; nothing for `limits` while the alarm is off.
 //
 // A reading counts until the next one that is a number, at most kGapIntervals median intervals; the last one counts one

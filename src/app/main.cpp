@@ -1,4 +1,4 @@
-// shockscope: the window, or pictures of it.
+// shockscope: the window, pictures of it, or a report without it.
 #include <QRegularExpression>
 #include <QSize>
 #include <QStringList>
@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <exception>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,6 +18,7 @@
 #include "gui/common/uTheme.h"
 #include "gui/mainform/KorvexMainForm.h"
 #include "gui/mainform/uSnapshots.h"
+#include "gui/report/uReportRun.h"
 #include "platform/uMachineMemory.h"
 #include "platform/uProcessLimits.h"
 #include "platform/uUserFolders.h"
@@ -29,14 +31,19 @@ constexpr int kWrongUse = 2;
 constexpr auto kUsage =
     "usage: shockscope [--scheme light|dark] [FILE]\n"
     "       shockscope --snapshot DIR FILE [--scheme light|dark] [--size WxH] [--scale 1|1.5|2]\n"
+    "       shockscope --report OUT.pdf FILE [--config FILE.ini] [--limits FILE.ini]\n"
     "       shockscope --version | --help\n"
     "\n"
     "Shows a recording. With --snapshot it shows none: it saves pictures of every view of FILE in DIR, of a\n"
-    "window of that size and scale; it is 1280x800 unless told, and at least 900x600.\n";
+    "window of that size and scale; it is 1280x800 unless told, and at least 900x600. With --report it writes the\n"
+    "report of FILE as PDF, with your settings and logos, as the configuration file says and by the limits of the\n"
+    "other file; it ends as kshock does: 0 done, 1 not displayable, 3 not readable, 4 not writable, 5 damaged.\n";
 
 struct TArguments {
   std::string file;
   std::optional<std::string> snapshotFolder;
+  std::optional<std::string> reportFile;
+  std::optional<std::string> reportConfig, reportLimits;
   QSize size;         // of the window in the pictures; invalid: as designed
   std::string scale;  // of the pictures; empty: the desktop's
   TScheme scheme = TScheme::Desktop;
@@ -50,6 +57,23 @@ QSize SizeOf(const std::string& text) {
   static const QRegularExpression form("^(\\d{1,4})x(\\d{1,4})$");
   const auto match = form.match(QtText(text));
   return match.hasMatch() ? QSize(match.captured(1).toInt(), match.captured(2).toInt()) : QSize();
+}
+
+// What follows --report: nothing is left over, because a misspelt option would change what the report says.
+void ParseReport(std::span<const std::string> words, TArguments& arguments) {
+  arguments.wrong = words.size() < 2 || words.size() % 2 != 0 || words[0].empty();
+  if (arguments.wrong) return;
+  arguments.reportFile = words[0];
+  arguments.file = words[1];
+  for (std::size_t i = 2; i < words.size(); i += 2) {
+    if (words[i] == "--config") {
+      arguments.reportConfig = words[i + 1];
+    } else if (words[i] == "--limits") {
+      arguments.reportLimits = words[i + 1];
+    } else {
+      arguments.wrong = true;
+    }
+  }
 }
 
 // Only an argument that is exactly an option is one; the first other is the recording, and what follows it is ignored.
@@ -80,6 +104,9 @@ TArguments Parse(const std::vector<std::string>& words) {
       arguments.snapshotFolder = words[++i];
       arguments.file = words[++i];
       arguments.wrong = arguments.wrong || arguments.snapshotFolder->empty();
+    } else if (words[i] == "--report") {
+      ParseReport(std::span(words).subspan(i + 1), arguments);
+      return arguments;
     } else {
       if (!arguments.snapshotFolder) arguments.file = words[i];
       break;
@@ -101,14 +128,14 @@ bool HasDisplay() {
 int Run(const TArguments& arguments, const char* programName) {
   const bool takesPictures = arguments.snapshotFolder.has_value();
 #ifdef Q_OS_LINUX
-  if (takesPictures) {
+  if (takesPictures || arguments.reportFile) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     // That platform warns about every window.
     qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
       if (type != QtDebugMsg && type != QtWarningMsg) std::fprintf(stderr, "shockscope: %s\n", Utf8(text).c_str());
     });
   } else if (!HasDisplay()) {
-    std::fputs("shockscope: there is no display; --snapshot DIR FILE makes pictures without one\n", stderr);
+    std::fputs("shockscope: there is no display; --snapshot and --report need none\n", stderr);
     return kFailure;
   }
 #endif
@@ -118,6 +145,10 @@ int Run(const TArguments& arguments, const char* programName) {
   std::string name = programName;
   char* values[] = {name.data(), nullptr};
   TGuardedApplication application(count, values);
+  if (arguments.reportFile) {
+    return RunReport({arguments.file, *arguments.reportFile, arguments.reportConfig, arguments.reportLimits,
+                      PathFromUtf8(ExistingSettingsFolder()), SHOCKSCOPE_FILE_VERSION});
+  }
   ApplyScheme(application, arguments.scheme);
   TProgram program;
   program.folder = PathFromUtf8(Utf8(QCoreApplication::applicationDirPath()));

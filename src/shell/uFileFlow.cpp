@@ -11,6 +11,7 @@
 #include "base/uText.h"
 #include "model/uExceptions1V0.h"
 #include "model/uQuantities.h"
+#include "shell/uMissionLoad.h"
 #include "shell/uNavigatorCommands.h"
 #include "shell/uOrderingCommands.h"
 #include "shell/uViewSwitch.h"
@@ -20,19 +21,6 @@ namespace {
 constexpr std::string_view kFilter = "Korvex ShockScope File|*.kshock|Korvex Data File|*.kshock;*.korvex";
 constexpr int kLoadingSteps = 9;
 constexpr std::string_view kCannotBeShown = "The file cannot be shown.";
-
-// What the model lacks after a read: start times and channel names of its own lists.
-void CompleteModel() {
-  SensorList.StartTime = EventList.StartTime;
-  MissionData.StartTime = EventList.StartTime;
-  MissionData.bValidStartTime = std::isfinite(EventList.StartTime) && EventList.StartTime > 0;
-  for (std::size_t axis = 0; axis < kAxisCount; ++axis) {
-    EventList.ChannelInfo[axis].name = kKnownChannels[axis].nameInFile;
-  }
-  for (std::size_t i = 0; i < SensorList.ChannelInfo.size(); ++i) {
-    SensorList.ChannelInfo[i].name = i < SensorList.Count() ? SensorList.GetItem(i).Name : std::string();
-  }
-}
 
 // Events, peak and title in a line, for the recent documents; a title that is too long is left out.
 std::string AboutMission(const TShownMission& mission) {
@@ -210,7 +198,7 @@ void TFileFlow::ReadFinished() {
     return;
   }
   FState = TState::Filling;
-  FMission.Damage = DamageOf(extent);
+  FMission.Damage = DamageText(extent, FBlocks);
   try {
     CompleteLoading();
   } catch (const EKorvex& error) {
@@ -229,14 +217,6 @@ void TFileFlow::ReadFinished() {
   }
   ShowFileState(extent);
   CloseIfWanted();
-}
-
-std::string TFileFlow::DamageOf(const TReadExtent& extent) const {
-  if (!extent.damaged) return NotReadToItsEnd(extent);
-  constexpr std::string_view kDamaged =
-      "This recording is damaged or cut short: {} data blocks, {} bytes of content were read. Everything whole in them "
-      "is shown; values near the damage may be wrong.";
-  return fmt::format(kDamaged, FBlocks, extent.inflatedBytes);
 }
 
 void TFileFlow::ShowFileState(const TReadExtent& extent) {
@@ -276,17 +256,9 @@ void TFileFlow::Step(int position, std::string_view text) {
 }
 
 void TFileFlow::CompleteLoading() {
-  CompleteModel();
   Step(1, "Loading the data...");
   TWindowProgress progress(*this);
-  TDatasetOptions options;
-  options.orderBy = FMission.Settings.orderBy;
-  FMission.Display = DisplayInForce(FMission.Settings.display, FMission.Data);
-  options.analogNames = FMission.Display.analogNames;
-  LoadKorvexFileData(FMission.Data, FMission.Events, FMission.Sensors, options, progress, FMission.Tables);
-  FillCompanion(FMission);
-  FilterCompanion(FMission);
-  FMission.Summary = SummarizeMission(FMission.Events, FMission.Tables.Metrics, FMission.Sensors);
+  FillMission(FMission, progress);
   Step(6, "Populating the chart series...");
   FViews.PopulateChartSeries(FMission);
   Step(7, "Updating UI...");

@@ -90,7 +90,6 @@ class TFileFlow {
   void ReadFailed(std::int64_t code);
   void ReadCancelled();
   void ShowBlocksRead();
-  [[nodiscard]] std::string DamageOf(const TReadExtent& extent) const;
   void ShowFileState(const TReadExtent& extent);
   void Restore(const TKept& kept);
   void Step(int position, std::string_view text);

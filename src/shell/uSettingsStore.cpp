@@ -59,22 +59,26 @@ TSettings::TSettings() {
   }
 }
 
-std::optional<TSettings> ReadSettings(const fs::path& folder) {
+std::optional<TSettings> LoadSettings(const fs::path& folder) {
   const fs::path path = folder / kSettingsFile;
   std::error_code unknown;
   if (!fs::exists(fs::symlink_status(path, unknown))) return std::nullopt;
-  TIniFile ini;
-  try {
-    ini = TIniFile::Load(path);
-    if (!HoldsSettings(ini) && fs::file_size(path) > 0) throw std::runtime_error("The file makes no sense.");
-  } catch (const std::exception& error) {
-    throw std::runtime_error(fmt::format("{} It is kept as {}.", error.what(), Utf8FromPath(KeepAside(path))));
-  }
+  const TIniFile ini = TIniFile::Load(path);
+  if (!HoldsSettings(ini) && fs::file_size(path) > 0) throw std::runtime_error("The file makes no sense.");
   TSettings settings;
   for (const TSetting& row : Settings()) {
     if (row.isRead) ReadSetting(ini, row, settings);
   }
   return settings;
+}
+
+std::optional<TSettings> ReadSettings(const fs::path& folder) {
+  try {
+    return LoadSettings(folder);
+  } catch (const std::exception& error) {
+    const std::string kept = Utf8FromPath(KeepAside(folder / kSettingsFile));
+    throw std::runtime_error(fmt::format("{} It is kept as {}.", error.what(), kept));
+  }
 }
 
 void WriteSettings(const fs::path& folder, TSettings settings) {

@@ -13,6 +13,9 @@ inline constexpr auto kSettingsFile = "settings.ini";
 // std::runtime_error, with the reason and the name.
 std::optional<TSettings> ReadSettings(const std::filesystem::path& folder);
 
+// The same without a change to the folder: a file that cannot be read stays, and the exception has the reason alone.
+std::optional<TSettings> LoadSettings(const std::filesystem::path& folder);
+
 // What the file holds beyond the settings stays. Throws when the file cannot be written; the older one is then as it
 // was.
 void WriteSettings(const std::filesystem::path& folder, TSettings settings);

@@ -30,14 +30,18 @@ std::string Beyond(std::string_view side, std::string_view limit, std::string_vi
                      source == TLimitSource::Default ? " (default limit)" : "");
 }
 
-// A name as it stands inside a sentence; one that the user gave stays as it is.
-std::string NameOf(const TQuantityRow& quantity, std::string_view ownName, const TDisplaySettings& settings) {
+// The user's name of an analog input; nothing for other quantities.
+std::optional<std::string> OwnName(const TQuantityRow& quantity, const TDisplaySettings& settings) {
   const auto* input = std::ranges::find(kAnalogInputs, &quantity);
-  if (input != kAnalogInputs.end()) {
-    const std::string& name = settings.analogNames[static_cast<std::size_t>(input - kAnalogInputs.begin())];
-    return name.empty() ? std::string(quantity.sensorName) : name;
-  }
-  std::string name(ownName);
+  if (input == kAnalogInputs.end()) return std::nullopt;
+  const std::string& name = settings.analogNames[static_cast<std::size_t>(input - kAnalogInputs.begin())];
+  return name.empty() ? std::string(quantity.sensorName) : name;
+}
+
+// A name as it stands inside a sentence; one that the user gave stays as it is.
+std::string NameOf(const TQuantityRow& quantity, std::string_view label, const TDisplaySettings& settings) {
+  if (auto own = OwnName(quantity, settings)) return *std::move(own);
+  std::string name(label);
   if (!name.empty()) name[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(name[0])));
   return name;
 }
@@ -179,6 +183,10 @@ std::string OutOfLimitsText(const TSensorVerdict& sensor, bool byDefaultLimits, 
   if (beyond.text.empty()) return "";
   return fmt::format("{} {}", beyond.text,
                      ForOrOn(beyond.timeOut, DurationInWords(beyond.timeOut / kMsPerDay), *beyond.first, settings));
+}
+
+std::string SensorLabel(const TQuantityRow& quantity, const TDisplaySettings& settings) {
+  return OwnName(quantity, settings).value_or(std::string(quantity.cardField));
 }
 
 std::string ExtremesText(const TSensorVerdict& sensor, const TDisplaySettings& settings) {

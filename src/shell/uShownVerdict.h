@@ -41,6 +41,9 @@ TBeyondLimits BeyondLimits(const TSensorVerdict& sensor, bool byDefaultLimits, c
 // `byDefaultLimits` only what is beyond limits that somebody chose. Empty when the sensor is out of no such limit.
 std::string OutOfLimitsText(const TSensorVerdict& sensor, bool byDefaultLimits, const TDisplaySettings& settings);
 
+// What people call a sensor, as a title has it: "Temperature", or the user's name of an analog input.
+std::string SensorLabel(const TQuantityRow& quantity, const TDisplaySettings& settings);
+
 // "humidity 40.2 … 72.9 %RH"; empty without a reading.
 std::string ExtremesText(const TSensorVerdict& sensor, const TDisplaySettings& settings);
 

@@ -17,8 +17,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// By their index among the window's pictures.
-constexpr std::string_view kLogoFiles[] = {"Company-Logo.png", "Report-Logo.png"};
 constexpr std::string_view kManualFolder = "doc_shock";
 // By TManualTopic.
 constexpr std::string_view kManual[] = {"1-Quick-Start.pdf", "2-Charts-and-Navigator.pdf", "3-Metrics-and-Formulas.pdf",

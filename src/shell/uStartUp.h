@@ -20,6 +20,9 @@ struct TProgram {
   std::function<std::string()> findSettingsFolder = [] { return std::string(); };
 };
 
+// In the settings folder, by their index among the window's pictures.
+inline constexpr std::string_view kLogoFiles[] = {"Company-Logo.png", "Report-Logo.png"};
+
 inline constexpr std::string_view kApplicationTitle = "Korvex165 ShockScope ";
 
 // The window's caption while no file is shown.

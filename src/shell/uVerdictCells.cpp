@@ -161,8 +161,7 @@ TJudgementLine JudgementLine(const TVerdict& verdict, const TDisplaySettings& se
   return {judgement->outcome, JudgementSentence(*judgement, verdict, *settings.profile, settings)};
 }
 
-std::vector<TFigure> VerdictFigures(const TVerdict& verdict, const TShownMission& mission) {
-  const TDisplaySettings& settings = mission.Display;
+std::vector<TFigure> VerdictFigures(const TVerdict& verdict, const TDisplaySettings& settings) {
   const auto inEvent = [](std::size_t event, double time) {
     return fmt::format("event {}, {}", event, FormatDateTime(DateTimeMask(), time));
   };

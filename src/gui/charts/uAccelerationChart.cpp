@@ -32,7 +32,9 @@ QColor TAccelerationChart::InkOf(TSeries series) const {
 void TAccelerationChart::Restyle() {
   TTimeChart::Restyle();
   std::vector<TLegendEntry> entries;
-  for (const TSeries series : kAllSeries) entries.push_back({NameOf(series), InkOf(series), IsSeriesVisible(series)});
+  for (const TSeries series : kAllSeries) {
+    entries.push_back({NameOf(series), InkOf(series), IsSeriesVisible(series), Dashes(Place(series))});
+  }
   Legend().SetEntries(std::move(entries));
 }
 

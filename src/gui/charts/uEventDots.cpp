@@ -76,7 +76,12 @@ void TEventDots::Stamp(QImage& canvas, const TDot& dot, QRgb ink) const {
   }
 }
 
-void TEventDots::PaintSingles(QCPPainter& painter, const QList<QPointF>& dots, const QColor& ink) const {
+void TEventDots::PaintSingles(QCPPainter& painter, const QList<QPointF>& dots, TMarker marker,
+                              const QColor& ink) const {
+  if (marker != TMarker::Circle) {
+    for (const QPointF& dot : dots) DrawMarker(painter, marker, dot, kRadius, ink);
+    return;
+  }
   painter.setAntialiasing(true);
   painter.setPen(QPen(ink, 2 * kRadius, Qt::SolidLine, Qt::RoundCap));
   painter.drawPoints(dots.constData(), static_cast<int>(dots.size()));

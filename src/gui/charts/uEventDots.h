@@ -9,12 +9,19 @@
 
 #include "analysis/uPointAbsorption.h"
 #include "gui/charts/uChartLabels.h"
+#include "gui/charts/uLegendRow.h"
+
+// By TSeries.
+inline constexpr std::array kMarkers = {TMarker::Circle, TMarker::Square, TMarker::Triangle, TMarker::Diamond};
 
 class TEventDots {
  public:
   // Overlapping dots become a bigger one; else each is drawn, those of one pixel once.
   void SetAbsorption(bool on) { FAbsorption = on; }
   [[nodiscard]] bool Absorption() const { return FAbsorption; }
+
+  // Each kind of single dots has a shape of its own, kMarkers in their order.
+  void SetShapes(bool on) { FShapes = on; }
 
   // Begins a picture of the events inside `rect`. The font is that of the numbers.
   void Begin(const QRect& rect, const QFont& font, double pixelRatio);
@@ -36,10 +43,11 @@ class TEventDots {
   [[nodiscard]] bool IsCrowd(const QCPPainter& painter) const;
   [[nodiscard]] QImage Canvas(const QCPPainter& painter) const;
   void Stamp(QImage& canvas, const TDot& dot, QRgb ink) const;
-  void PaintSingles(QCPPainter& painter, const QList<QPointF>& dots, const QColor& ink) const;
+  void PaintSingles(QCPPainter& painter, const QList<QPointF>& dots, TMarker marker, const QColor& ink) const;
   void PaintGroup(QCPPainter& painter, const TDot& dot, const QColor& ink, const QColor& ground) const;
 
   bool FAbsorption = true;
+  bool FShapes = false;
   QFont FFont;
   QRectF FArea;                    // of the picture, with what of a dot at its edge stands out
   std::array<double, 5> FRadii{};  // of a number of that many characters
@@ -61,7 +69,9 @@ void TEventDots::Paint(QCPPainter& painter, const std::vector<QColor>& inks, con
   for (const TDot& dot : FDots) {
     if (!FAbsorption || dot.count == 1) singles[kindOf(dot.item)].append({dot.x, dot.y});
   }
-  for (std::size_t kind = 0; kind < inks.size(); ++kind) PaintSingles(painter, singles[kind], inks[kind]);
+  for (std::size_t kind = 0; kind < inks.size(); ++kind) {
+    PaintSingles(painter, singles[kind], FShapes ? kMarkers.at(kind) : TMarker::Circle, inks[kind]);
+  }
   for (const TDot& dot : FDots) {
     if (FAbsorption && dot.count > 1) PaintGroup(painter, dot, inks[kindOf(dot.item)], ground);
   }

@@ -119,7 +119,9 @@ void TEventsChart::Restyle() {
   TTimeChart::Restyle();
   std::vector<TLegendEntry> entries;
   for (const TSeries series : kAllSeries) {
-    entries.push_back({NameOf(series), InkOf(series), FShown[Place(series)]});
+    TLegendEntry entry{NameOf(series), InkOf(series), FShown[Place(series)]};
+    if (IsForPaper()) entry.marker = kMarkers[Place(series)];
+    entries.push_back(std::move(entry));
   }
   Legend().SetEntries(std::move(entries));
 }
@@ -159,6 +161,7 @@ void TEventsChart::PaintLevels(QCPPainter& painter) {
 
 void TEventsChart::PaintDots(QCPPainter& painter) {
   const QRect rect = Rect().rect();
+  FDots.SetShapes(IsForPaper());
   FDots.Begin(rect, font(), bufferDevicePixelRatio());
   // Both axes are linear. Calling coordToPixel for a million events would take longer than everything else.
   const QCPRange times = TimeAxis().range();
@@ -205,6 +208,10 @@ void TEventsChart::PaintStems(QCPPainter& painter, std::size_t series, const QCo
   if (series != Place(TSeries::Total) || crowded) return;
   QList<QPointF> dots;
   for (const QLineF& stem : stems) dots.append(stem.p2());
+  if (IsForPaper()) {
+    for (const QPointF& dot : dots) DrawMarker(painter, kMarkers[series], dot, kTotalRadius, ink);
+    return;
+  }
   painter.setAntialiasing(true);
   painter.setPen(QPen(ink, 2 * kTotalRadius, Qt::SolidLine, Qt::RoundCap));
   painter.drawPoints(dots.constData(), static_cast<int>(dots.size()));

@@ -10,7 +10,54 @@ constexpr int kBetween = 14;  // between entries
 constexpr int kSide = 12;     // left and right of the row
 constexpr int kMaxRows = 3;
 
+// A line of a style needs more than a short bar to be told from others.
+void DrawSample(QCPPainter& painter, const QRect& place, const TLegendEntry& entry, const QColor& ink) {
+  const QPointF middle(place.left() + kSample / 2.0, place.center().y() + 0.5);
+  if (entry.marker) return DrawMarker(painter, *entry.marker, middle, 3.5, ink);
+  painter.setAntialiasing(false);
+  if (entry.dashes.isEmpty()) {
+    painter.fillRect(QRect(place.left(), place.center().y() - 1, kSample, 3), ink);
+    return;
+  }
+  painter.setPen(DashedPen(ink, 1.5, entry.dashes));
+  painter.drawLine(QPointF(place.left() - 8, middle.y()), QPointF(place.left() + kSample + 2, middle.y()));
+}
+
 }  // namespace
+
+QPen DashedPen(const QColor& ink, double width, const QList<qreal>& dashes) {
+  QPen pen(ink, width);
+  if (dashes.isEmpty()) return pen;
+  QList<qreal> inWidths;
+  for (const qreal dash : dashes) inWidths.append(dash / width);
+  pen.setDashPattern(inWidths);
+  pen.setCapStyle(Qt::FlatCap);
+  return pen;
+}
+
+void DrawMarker(QPainter& painter, TMarker marker, const QPointF& at, double radius, const QColor& ink) {
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(ink);
+  const QRectF box(at.x() - radius, at.y() - radius, 2 * radius, 2 * radius);
+  switch (marker) {
+    case TMarker::Circle:
+      painter.drawEllipse(box);
+      break;
+    case TMarker::Square:
+      painter.drawRect(box.adjusted(0.4, 0.4, -0.4, -0.4));
+      break;
+    case TMarker::Triangle:
+      painter.drawPolygon(QPolygonF({{at.x(), box.top() - 0.4}, box.bottomRight(), box.bottomLeft()}));
+      break;
+    case TMarker::Diamond:
+      painter.drawPolygon(QPolygonF({{at.x(), box.top() - 0.8},
+                                     {box.right() + 0.8, at.y()},
+                                     {at.x(), box.bottom() + 0.8},
+                                     {box.left() - 0.8, at.y()}}));
+      break;
+  }
+}
 
 std::optional<std::size_t> TLegendRow::EntryAt(const QPointF& position) const {
   const QPoint at = position.toPoint() - mRect.topLeft();
@@ -130,8 +177,7 @@ void TLegendRow::draw(QCPPainter* painter) {
       text.setAlphaF(0.45F);
       font.setStrikeOut(true);
     }
-    painter->setAntialiasing(false);
-    painter->fillRect(QRect(place.left(), place.center().y() - 1, kSample, 3), ink);
+    DrawSample(*painter, place, entry, ink);
     painter->setFont(font);
     painter->setPen(text);
     painter->drawText(place.adjusted(kSample + kGap, 0, 2, 0), Qt::AlignLeft | Qt::AlignVCenter, entry.name);

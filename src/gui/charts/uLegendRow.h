@@ -7,10 +7,19 @@
 #include <optional>
 #include <vector>
 
+// Shapes of dots, for paper without colours.
+enum class TMarker { Circle, Square, Triangle, Diamond };
+void DrawMarker(QPainter& painter, TMarker marker, const QPointF& at, double radius, const QColor& ink);
+
+// A pen with dashes in px, whatever its width.
+QPen DashedPen(const QColor& ink, double width, const QList<qreal>& dashes);
+
 struct TLegendEntry {
   QString name;
   QColor ink;
-  bool shown = true;  // else faint and struck out
+  bool shown = true;                   // else faint and struck out
+  QList<qreal> dashes = {};            // px of lines and gaps in turn; none: solid
+  std::optional<TMarker> marker = {};  // in place of the line
 };
 
 struct TLegendContents {

@@ -171,6 +171,15 @@ QColor TSensorsChart::InkOf(TSensorAxis axis) const {
   return moved ? InkOf(*moved) : SensorInk(palette(), FAxisColours[static_cast<std::size_t>(axis)]);
 }
 
+QList<qreal> TSensorsChart::DashesOf(const TSensorSeries& series) const {
+  std::size_t place = 0;
+  for (const TSensorSeries& other : FSensors.Series()) {
+    if (&other == &series) break;
+    if (other.visible) ++place;
+  }
+  return Dashes(place);
+}
+
 void TSensorsChart::Restyle() {
   TTimeChart::Restyle();
   FillLegend();
@@ -181,7 +190,7 @@ void TSensorsChart::FillLegend() {
   std::vector<TLegendEntry> entries;
   for (const std::size_t index : FSensors.Listed()) {
     const TSensorSeries& series = FSensors.Series()[index];
-    entries.push_back({series.name, InkOf(series), series.visible});
+    entries.push_back({series.name, InkOf(series), series.visible, DashesOf(series)});
   }
   Legend().SetEntries(std::move(entries));
 }
@@ -222,8 +231,8 @@ void TSensorsChart::PaintSensors(QCPPainter& painter) {
     if (!series.visible || series.whole.IsEmpty()) continue;
     DrawCurve(
         painter, {TimeAxis(), AxisOf(series.look.axis), FSensors.Start(), kMsPerDay}, series.readings.Samples(),
-        [](const TSensorValue& reading) { return reading.xvalue; }, series.extents, QPen(InkOf(series), kCurveWidth),
-        PointsVisible(), series.gap, &Labels());
+        [](const TSensorValue& reading) { return reading.xvalue; }, series.extents,
+        DashedPen(InkOf(series), kCurveWidth, DashesOf(series)), PointsVisible(), series.gap, &Labels());
   }
   painter.setFont(font());
   Labels().Paint(painter, palette());

@@ -66,6 +66,18 @@ void TTimeChart::SetPointsVisible(bool visible) {
   if (std::exchange(FPointsVisible, visible) != visible) QueueReplot();
 }
 
+void TTimeChart::SetForPaper() {
+  FForPaper = true;
+  Restyle();
+}
+
+QList<qreal> TTimeChart::Dashes(std::size_t place) const {
+  static const QList<QList<qreal>> kDashes = {
+      {}, {6, 3}, {1.5, 2.5}, {9, 2.5, 1.5, 2.5}, {16, 4}, {9, 2.5, 1.5, 2.5, 1.5, 2.5}};
+  if (!FForPaper) return {};
+  return kDashes.at(static_cast<qsizetype>(place) % kDashes.size());
+}
+
 void TTimeChart::SetFullRange(const std::optional<TTimeSpan>& span) {
   FMarks.Reset();
   FCursors.Reset();

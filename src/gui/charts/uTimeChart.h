@@ -46,6 +46,9 @@ class TTimeChart : public TChartPlot, public IChartReadings {
   // The dots of single samples, where these stand apart.
   void SetPointsVisible(bool visible);
 
+  // For paper, which may be without colours: lines differ by their style, dots by their shape.
+  void SetForPaper();
+
   [[nodiscard]] TChartRange& Range() { return FRange; }
   [[nodiscard]] const TChartRange& Range() const { return FRange; }
   [[nodiscard]] TChartMarks& Marks() { return FMarks; }
@@ -76,6 +79,9 @@ class TTimeChart : public TChartPlot, public IChartReadings {
   // Other data of this span, which is shown; without a span the chart is empty.
   void SetFullRange(const std::optional<TTimeSpan>& span);
   [[nodiscard]] bool PointsVisible() const { return FPointsVisible; }
+  [[nodiscard]] bool IsForPaper() const { return FForPaper; }
+  // Of the series at a place among those that are shown; solid on the screen.
+  [[nodiscard]] QList<qreal> Dashes(std::size_t place) const;
 
   void PaintOver(QPainter& painter) const override { FGestures.PaintSpan(painter); }
 
@@ -85,4 +91,5 @@ class TTimeChart : public TChartPlot, public IChartReadings {
   TChartMarks FMarks;
   TChartGestures FGestures;
   bool FPointsVisible = false;
+  bool FForPaper = false;
 };

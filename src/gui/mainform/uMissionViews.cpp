@@ -11,6 +11,7 @@
 
 #include "base/uDateTime.h"
 #include "base/uText.h"
+#include "gui/charts/uChartDisplay.h"
 #include "gui/charts/uEventsChart.h"
 #include "gui/charts/uNavigatorChart.h"
 #include "gui/charts/uSelectedEventChart.h"
@@ -102,47 +103,26 @@ void TMissionViews::RefreshDisplay(const TShownMission& mission) {
 }
 
 void TMissionViews::ShowInCharts(const TDisplaySettings& display) {
-  const TValueMasks masks{std::string(display.FormatOf(TQuantity::Time)),
-                          std::string(display.FormatOf(TQuantity::Acceleration))};
-  TAlarmLimits acceleration;
-  if (display.alarmActive) acceleration = display.LimitsOf(TQuantity::Acceleration);
-  const auto colour = [&](auto& chart) {
-    for (std::size_t i = 0; i < kSeriesCount; ++i)
-      chart.SetColour(kAllSeries[i], QColor(display.accelerationColours[i]));
-  };
-  for (TEventsChart* chart : {FParts.overview->Chart1(), FParts.shock->Chart20()}) {
-    colour(*chart);
-    chart->SetAlarmLimits(acceleration);
-    chart->SetPointAbsorption(display.pointAbsorption);
-  }
-  colour(*FParts.shock->Chart2());
-  FParts.shock->Chart2()->SetAlarmLimits(acceleration);
-  colour(*FParts.shock->ChartSpecAnalysis());
+  for (TEventsChart* chart : {FParts.overview->Chart1(), FParts.shock->Chart20()}) ApplyDisplay(display, *chart);
+  ApplyDisplay(display, *FParts.shock->Chart2());
+  ApplyColours(display, *FParts.shock->ChartSpecAnalysis());
   constexpr std::array kSwitches = {"actShockShowX", "actShockShowY", "actShockShowZ", "actShockShowTotal"};
   for (std::size_t i = 0; i < kSeriesCount; ++i) {
     FWindow.findChild<QAction*>(kSwitches[i])->setIcon(DotIcon(QColor(display.accelerationColours[i])));
   }
-  FParts.overview->Chart1()->SetMasks(masks);
-  FParts.shock->SetMasks(masks);
+  FParts.shock->SetMasks(
+      {std::string(display.FormatOf(TQuantity::Time)), std::string(display.FormatOf(TQuantity::Acceleration))});
 
   FParts.alarmLimits->ShowAnalogNames(display.analogNames);
-  TSensorsChart& sensors = *FParts.overview->ChartAllSensors();
-  std::map<std::string, TLimits> limits;
+  ApplyDisplay(display, *FParts.overview->ChartAllSensors());
   for (std::size_t i = 0; i < kColouredSensors.size(); ++i) {
-    const TQuantityRow& row = *kColouredSensors[i];
-    sensors.SetSensorColour(row.sensorName, QColor(display.sensorColours[i]));
-    FParts.docks.ChartNavigator->SetSensorColour(row.sensorName, QColor(display.sensorColours[i]));
-    if (display.alarmActive && row.quantity) limits.emplace(row.sensorName, display.LimitsOf(*row.quantity));
-  }
-  sensors.SetAlarmLimits(std::move(limits));
-  for (std::size_t i = 0; i < kSensorAxisCount; ++i) {
-    sensors.SetAxisColour(static_cast<TSensorAxis>(i), QColor(display.axisColours[i]));
+    FParts.docks.ChartNavigator->SetSensorColour(kColouredSensors[i]->sensorName, QColor(display.sensorColours[i]));
   }
   std::map<std::string, std::string> names;
-  for (std::size_t i = 0; i < kAnalogInputs.size(); ++i)
+  for (std::size_t i = 0; i < kAnalogInputs.size(); ++i) {
     names.emplace(kAnalogInputs[i]->sensorName, display.analogNames[i]);
-  FParts.docks.ChartNavigator->SetSensorNames(names);
-  sensors.SetSensorNames(std::move(names));
+  }
+  FParts.docks.ChartNavigator->SetSensorNames(std::move(names));
   if (std::exchange(FDateFormat, display.dateFormat) == display.dateFormat) return;
   for (TTimeChart* chart : FWindow.findChildren<TTimeChart*>()) chart->RefreshLabels();
 }
@@ -156,7 +136,7 @@ void TMissionViews::ShowVerdict(const TShownMission& mission) {
 void TMissionViews::ShowDetails(const TShownMission& mission) {
   std::vector<TFigure> events = EventFigures(mission.Summary, mission.Events, mission.Axes);
   std::erase_if(events, [](const TFigure& figure) { return figure.label == "Peak" || figure.label == "Most intense"; });
-  FParts.docks.details->ShowSections({{QObject::tr("Verdict"), VerdictFigures(FVerdict, mission)},
+  FParts.docks.details->ShowSections({{QObject::tr("Verdict"), VerdictFigures(FVerdict, mission.Display)},
                                       {QObject::tr("Mission"), HeaderFigures(mission.Data)},
                                       {QObject::tr("Events"), std::move(events)},
                                       {QObject::tr("Sensors"), NamedSensorFigures(mission)}});

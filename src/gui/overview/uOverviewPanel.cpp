@@ -12,11 +12,13 @@
 #include <functional>
 #include <utility>
 
+#include "analysis/uMissionDatasets.h"
 #include "gui/charts/uChartPair.h"
 #include "gui/charts/uEventsChart.h"
 #include "gui/charts/uSensorsChart.h"
 #include "gui/common/uGrid.h"
 #include "gui/common/uLabels.h"
+#include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
 #include "gui/overview/uVerdictStrip.h"
 
@@ -95,7 +97,7 @@ TMainOverviewPanel::TMainOverviewPanel(QWidget* parent)
 
 QWidget* TMainOverviewPanel::MakeMostImportantEvents() {
   FOrderBy->setObjectName("cmbOrderMostImporantBy");
-  FOrderBy->addItems({"Intensity (max)", "Intensity (total)", "TOT (max)", "TOT (total)", "Acceleration (max)"});
+  for (const std::string_view caption : kOrderByCaptions) FOrderBy->addItem(QtText(caption));
   FOrderBy->setAccessibleName(tr("Order the most important events by"));
   FOrderBy->setToolTip(tr("What ranks the most important events (Alt+O)"));
   auto* orderLabel = new QLabel(tr("&Order By"), this);

@@ -1,0 +1,243 @@
+#include "gui/report/uEventCard.h"
+
+#include <QPainterPath>
+#include <QPolygonF>
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "analysis/uEnvelope.h"
+#include "analysis/uShockAnalysis.h"
+#include "base/uContrast.h"
+#include "base/uDateTime.h"
+#include "base/uText.h"
+#include "gui/charts/uInTimeOrder.h"
+#include "gui/charts/uSeries.h"
+#include "gui/common/uQtText.h"
+#include "gui/report/uPaperText.h"
+#include "model/uQuantities.h"
+#include "shell/uSettings.h"
+
+namespace {
+
+constexpr double kPadding = 8;
+constexpr double kCorner = 3;
+constexpr double kGap = 4;           // between title, chart and figures
+constexpr double kColumn = 74;       // the smallest width of a figure
+constexpr double kMinChart = 40;     // below that figures give way
+constexpr double kNumberWidth = 30;  // of the numbers beside the chart
+constexpr double kStripe = 3;        // at the left of a card that is beyond a limit
+constexpr double kColumnsAPoint = 4;
+
+struct TLabel {
+  std::string_view field;  // of the cards table
+  const char* label;
+};
+// Short names; fields that are not here have their own.
+constexpr TLabel kLabels[] = {{"Acceleration max", QT_TR_NOOP("Peak")},
+                              {"Temperature", QT_TR_NOOP("Temp.")},
+                              {"Temperature (Pressure)", QT_TR_NOOP("Temp. P")},
+                              {"Temperature (Humidity)", QT_TR_NOOP("Temp. RH")}};
+
+QString LabelOf(std::string_view field) {
+  const auto* found = std::ranges::find(kLabels, field, &TLabel::field);
+  return found == std::end(kLabels) ? QtText(field) : QObject::tr(found->label);
+}
+
+QString UnitOf(const TQuantityRow& quantity) {
+  return quantity.unit == "g ms" ? QString("g·ms") : QtText(quantity.unit);
+}
+
+// On which side a value is beyond a limit that somebody chose: 1 above, -1 below, 0 neither.
+int SideBeyond(const std::optional<TVerdictLimits>& limits, TQuantity quantity, float value) {
+  if (!limits || static_cast<std::size_t>(quantity) >= kLimitedQuantityCount) return 0;
+  const TJudgedLimits& judged = limits->at(static_cast<std::size_t>(quantity));
+  if (judged.maxSource == TLimitSource::User && IsAbove(judged.values, value)) return 1;
+  return judged.minSource == TLimitSource::User && IsBelow(judged.values, value) ? -1 : 0;
+}
+
+// The figures of the cards table, in its order; what has no value is left out.
+void AddTableFigures(const TShownMission& mission, const TDisplaySettings& display,
+                     const std::optional<TVerdictLimits>& limits, std::size_t row, TEventCard& card) {
+  const TDataset& table = mission.Tables.Cards;
+  for (std::size_t field = 0; field < table.Fields().size(); ++field) {
+    const TField& column = table.Fields()[field];
+    if (column.Type != TFieldType::Single || table.IsNull(row, field)) continue;
+    const TQuantityRow* quantity = FindQuantity(&TQuantityRow::field, column.Key);
+    if (quantity == nullptr) quantity = FindQuantity(&TQuantityRow::cardField, column.Key);
+    if (quantity == nullptr || !quantity->quantity) continue;
+    const float value = table.Single(row, field);
+    const int side = SideBeyond(limits, *quantity->quantity, value);
+    QString text = QtText(MaskFloat(display.FormatOf(*quantity->quantity), double{value})) + ' ' + UnitOf(*quantity);
+    if (column.Key == "Acceleration max") text += ' ' + QtText(mission.Events.GetItem(row).MaxAxis);
+    if (side != 0) text.prepend(side > 0 ? "▲ " : "▼ ");
+    card.figures.push_back({LabelOf(column.Key), text, side != 0});
+  }
+}
+
+void AddAnalysisFigures(const TShownMission& mission, const TDisplaySettings& display, std::size_t row,
+                        TEventCard& card) {
+  const TPulse pulse = AnalyseShock(mission.Events.GetItem(row), ThresholdsOf(mission.Data).totOn).pulse;
+  if (pulse.problem != TPulseProblem::None) return;
+  card.figures.push_back(
+      {QObject::tr("Δv"), QObject::tr("%1 m/s").arg(QtText(MaskFloat("0.00", pulse.velocityChange)))});
+  card.figures.push_back({QObject::tr("Duration"), QObject::tr("%1 ms").arg(QtText(MaskFloat(
+                                                       display.FormatOf(TQuantity::ToT), pulse.durationTenth)))});
+  card.figures.push_back({QObject::tr("Direction"), QtText(DirectionText(pulse.direction))});
+}
+
+// How the figures stand: as many columns as fit, as many rows as leave room for the chart.
+struct TFigureGrid {
+  std::size_t columns = 1;
+  std::size_t rows = 0;
+  double top = 0;
+};
+
+TFigureGrid GridOf(const TEventCard& card, const QRectF& inside) {
+  TFigureGrid grid;
+  grid.columns = static_cast<std::size_t>(std::max(1.0, std::floor(inside.width() / kColumn)));
+  const double line = LineHeight(TTextStyle::Caption) + 1;
+  const double room = inside.height() - LineHeight(TTextStyle::Strong) - 2 * kGap - kMinChart;
+  const auto fit = static_cast<std::size_t>(std::max(0.0, std::floor(room / line)));
+  grid.rows = std::min((card.figures.size() + grid.columns - 1) / grid.columns, fit);
+  grid.top = inside.bottom() - static_cast<double>(grid.rows) * line;
+  return grid;
+}
+
+QRectF Inside(const QRectF& rect) {
+  return rect.adjusted(kPadding, kPadding - 2, -kPadding, 2 - kPadding);
+}
+
+void PaintFigures(QPainter& painter, const QRectF& inside, const TEventCard& card, const TCardLook& look) {
+  const TFigureGrid grid = GridOf(card, inside);
+  const double width = inside.width() / static_cast<double>(grid.columns);
+  const double height = LineHeight(TTextStyle::Caption) + 1;
+  for (std::size_t i = 0; i < std::min(card.figures.size(), grid.columns * grid.rows); ++i) {
+    const TCardFigure& figure = card.figures[i];
+    const double label = TextWidth(TTextStyle::Caption, figure.label + ' ');
+    const QRectF cell(inside.left() + static_cast<double>(i % grid.columns) * width,
+                      grid.top + static_cast<double>(i / grid.columns) * height, width - kGap, height);
+    DrawLine(painter, cell, TTextStyle::Caption, figure.label, QColor(look.tokens.secondaryInk));
+    DrawLine(painter, cell.adjusted(std::min(label, cell.width()), 0, 0, 0), TTextStyle::Caption, figure.text,
+             QColor(figure.isBeyond ? look.tokens.alarm : look.tokens.ink));
+  }
+}
+
+// The curve as the envelope of its samples; an event may have a million of them.
+void PaintCurve(QPainter& painter, const QRectF& plot, std::span<const TEventValue> samples, TSeries series,
+                const TTimeSpan& span, double limit) {
+  const auto timeAt = [&](std::size_t i) { return samples[i].time; };
+  const auto valueAt = [&](std::size_t i) { return ValueOf(samples[i], series); };
+  const TColumns columns{span, static_cast<std::size_t>(std::max(1.0, plot.width() * kColumnsAPoint))};
+  QPolygonF line;
+  const auto flush = [&] {
+    if (line.size() == 1) painter.drawPoint(line.front());
+    if (line.size() > 1) painter.drawPolyline(line);
+    line.clear();
+  };
+  for (const TEnvelopePoint& point : Envelope(samples.size(), timeAt, valueAt, {}, columns)) {
+    if (!std::isfinite(point.value)) {
+      flush();
+      continue;
+    }
+    line.append({plot.left() + (point.key - span.start) / span.Width() * plot.width(),
+                 plot.center().y() - double{point.value} / limit * plot.height() / 2});
+  }
+  flush();
+}
+
+}  // namespace
+
+bool TEventCard::IsBeyond() const {
+  return std::ranges::any_of(figures, &TCardFigure::isBeyond);
+}
+
+QString TEventCard::Words() const {
+  QStringList words{title + ' ' + moment};
+  if (clipped) words << QObject::tr("clipped");
+  for (const TCardFigure& figure : figures) words << figure.label + ' ' + figure.text;
+  return words.join(", ");
+}
+
+TEventCard MakeEventCard(const TShownMission& mission, const TDisplaySettings& display,
+                         const std::optional<TVerdictLimits>& limits, std::size_t row) {
+  const TEvent& event = mission.Events.GetItem(row);
+  TEventCard card;
+  card.title = QObject::tr("Event %1").arg(event.ID);
+  card.moment = QtText(FormatDateTime(DateTimeMask(), DateTimeOf(mission.Events.StartTime, event.GetStartTime())));
+  card.clipped = mission.Tables.Metrics[row].clipped;
+  AddTableFigures(mission, display, limits, row, card);
+  AddAnalysisFigures(mission, display, row, card);
+  return card;
+}
+
+QRectF CardChartRect(const TEventCard& card, const QRectF& rect) {
+  const QRectF inside = Inside(rect);
+  const double top = inside.top() + LineHeight(TTextStyle::Strong) + kGap;
+  return {inside.left(), top, inside.width(), std::max(0.0, GridOf(card, inside).top - kGap - top)};
+}
+
+void PaintEventCard(QPainter& painter, const QRectF& rect, const TEventCard& card, const TCardLook& look) {
+  painter.save();
+  QPainterPath frame;
+  frame.addRoundedRect(rect, kCorner, kCorner);
+  if (card.IsBeyond()) {
+    painter.setClipPath(frame, Qt::IntersectClip);
+    painter.fillRect(QRectF(rect.left(), rect.top(), kStripe, rect.height()), QColor(look.tokens.alarm));
+    painter.restore();
+    painter.save();
+  }
+  painter.setPen(QPen(look.forPaper ? kPaperHairline : QColor(look.tokens.hairline), 0.6));
+  painter.setBrush(Qt::NoBrush);
+  painter.drawPath(frame);
+  painter.restore();
+
+  const QRectF inside = Inside(rect);
+  const double height = LineHeight(TTextStyle::Strong);
+  const double title = TextWidth(TTextStyle::Strong, card.title);
+  const QString mark = card.clipped ? QObject::tr("clipped") : QString();
+  const double markWidth = TextWidth(TTextStyle::Caption, mark);
+  const QRectF head(inside.left(), inside.top(), inside.width(), height);
+  DrawLine(painter, head, TTextStyle::Strong, card.title, QColor(look.tokens.ink));
+  DrawLine(painter, head.adjusted(title + kGap, 0, -markWidth - kGap, 0), TTextStyle::Caption, card.moment,
+           QColor(look.tokens.secondaryInk));
+  DrawLine(painter, head.adjusted(head.width() - markWidth, 0, 0, 0), TTextStyle::Caption, mark,
+           QColor(look.tokens.alarm));
+  PaintFigures(painter, inside, card, look);
+}
+
+void PaintCardChart(QPainter& painter, const QRectF& rect, const TEvent& event, const TDisplaySettings& display,
+                    const TCardLook& look) {
+  const double line = LineHeight(TTextStyle::Caption);
+  const QRectF plot = rect.adjusted(kNumberWidth, line / 2, 0, -line - 1);
+  if (plot.width() < kNumberWidth || plot.height() < line) return;
+  TInTimeOrder<TEventValue> inOrder;
+  inOrder.Set(event.Values());
+  const std::span<const TEventValue> samples = inOrder.Samples();
+  const bool hasScale = std::isfinite(event.MaxSingle) && event.MaxSingle > 0;
+  const double limit = hasScale ? double{event.MaxSingle} : 1.0;
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  for (const double part : {1.0, 0.0, -1.0}) {
+    const double y = plot.center().y() - part * plot.height() / 2;
+    painter.setPen(QPen(look.forPaper ? kPaperHairline : QColor(look.tokens.hairline), 0.4));
+    painter.drawLine(QPointF(plot.left(), y), QPointF(plot.right(), y));
+    DrawLine(painter, {rect.left(), y - line / 2, kNumberWidth - kGap, line}, TTextStyle::Caption,
+             QtText(MaskFloat("0.#", part * limit)), QColor(look.tokens.secondaryInk),
+             Qt::AlignRight | Qt::AlignVCenter);
+  }
+  if (!samples.empty()) {
+    const TTimeSpan span{samples.front().time, std::max(samples.back().time, samples.front().time + 1)};
+    constexpr std::array kStyles = {Qt::SolidLine, Qt::DashLine, Qt::DotLine};
+    for (const TSeries series : {TSeries::X, TSeries::Y, TSeries::Z}) {
+      const std::size_t place = Place(series);
+      const QColor ink(StandOut(display.accelerationColours[place], look.tokens.surface));
+      painter.setPen(QPen(ink, 0.9, look.forPaper ? kStyles[place] : Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+      PaintCurve(painter, plot, samples, series, span, limit);
+    }
+    DrawLine(painter, {plot.left(), plot.bottom() + 1, plot.width(), line}, TTextStyle::Caption,
+             QObject::tr("0 … %1 ms, g").arg(QtText(MaskFloat("0", samples.back().time - samples.front().time))),
+             QColor(look.tokens.secondaryInk), Qt::AlignRight | Qt::AlignVCenter);
+  }
+  painter.restore();
+}

@@ -1,0 +1,103 @@
+#include "gui/report/uReportCharts.h"
+
+#include <algorithm>
+
+#include "gui/charts/uChartDisplay.h"
+#include "gui/charts/uChartOnPaper.h"
+#include "gui/charts/uEventsChart.h"
+#include "gui/charts/uSelectedEventChart.h"
+#include "gui/charts/uSensorsChart.h"
+
+namespace {
+
+constexpr double kEventsPart = 0.58;  // of the height of both charts
+
+}  // namespace
+
+TReportCharts::TReportCharts(const TReportData& data) : FData(data) {}
+
+TReportCharts::~TReportCharts() = default;
+
+TEventsChart& TReportCharts::Events() {
+  if (!FEvents) {
+    const TShownMission& mission = FData.Mission();
+    FEvents = std::make_unique<TEventsChart>();
+    PrepareForPaper(*FEvents);
+    FEvents->SetEvents(mission.Events, mission.Data, mission.Axes);
+    ApplyDisplay(FData.facts.display, *FEvents);
+    FEvents->SetVisibleEvents(FData.facts.part.events);
+  }
+  return *FEvents;
+}
+
+TSensorsChart& TReportCharts::Sensors() {
+  if (!FSensors) {
+    FSensors = std::make_unique<TSensorsChart>();
+    PrepareForPaper(*FSensors);
+    ApplyDisplay(FData.facts.display, *FSensors);
+    FSensors->SetSensors(FData.Mission().Sensors, FData.Mission().Sensors.StartTime);
+  }
+  return *FSensors;
+}
+
+std::optional<TTimeSpan> TReportCharts::WholeSpan() const {
+  const TVerdict& verdict = FData.facts.verdict;
+  if (!verdict.firstTime || !verdict.lastTime) return std::nullopt;
+  return TTimeSpan{*verdict.firstTime, *verdict.lastTime};
+}
+
+std::optional<TTimeSpan> TReportCharts::PartSpan() const {
+  std::optional<TTimeSpan> span = WholeSpan();
+  const TRange& time = FData.config.time;
+  if (!span) return span;
+  if (time.from) span->start = *time.from;
+  if (time.to) span->end = *time.to;
+  span->end = std::max(span->start, span->end);
+  return span;
+}
+
+void TReportCharts::Paint(QPainter& painter, const QRectF& place, TTimeChart& chart,
+                          const std::optional<TTimeSpan>& span) {
+  if (span) chart.Range().SetTimes(*span);
+  SizeForPaper(chart, place.size());
+  DrawOnPaper(chart, painter, place.topLeft(), {});
+}
+
+void TReportCharts::PaintEvents(QPainter& painter, const QRectF& place) {
+  Events().SetSideMargins(0, 0);
+  Paint(painter, place, Events(), PartSpan());
+}
+
+void TReportCharts::PaintSensors(QPainter& painter, const QRectF& place) {
+  Sensors().SetSideMargins(0, 0);
+  Paint(painter, place, Sensors(), PartSpan());
+}
+
+void TReportCharts::PaintWhole(QPainter& painter, const QRectF& place) {
+  const bool hasEvents = FData.Mission().Events.Count() > 0;
+  const bool hasSensors = FData.facts.verdict.firstTime && FData.Mission().Sensors.Count() > 0;
+  const double split = !hasSensors ? place.height() : hasEvents ? place.height() * kEventsPart : 0;
+  const QRectF above(place.left(), place.top(), place.width(), split);
+  const QRectF below(place.left(), place.top() + split, place.width(), place.height() - split);
+  Events().SetSideMargins(0, 0);
+  Sensors().SetSideMargins(0, 0);
+  if (hasEvents && hasSensors) {
+    // Both are laid out before their margins are made equal.
+    SizeForPaper(Events(), above.size());
+    SizeForPaper(Sensors(), below.size());
+    AlignMargins(Events(), Sensors());
+  }
+  if (hasEvents || !hasSensors) Paint(painter, above, Events(), WholeSpan());
+  if (hasSensors) Paint(painter, below, Sensors(), WholeSpan());
+}
+
+void TReportCharts::PaintSelected(QPainter& painter, const QRectF& place) {
+  const TShownMission& mission = FData.Mission();
+  if (!FSelected) {
+    FSelected = std::make_unique<TSelectedEventChart>();
+    PrepareForPaper(*FSelected);
+    ApplyDisplay(FData.facts.display, *FSelected);
+    FSelected->ShowEvent(mission.Events, mission.SelectedEvent.value_or(mission.Events.Count()), mission.Data);
+  }
+  Paint(painter, place, *FSelected, std::nullopt);
+}

@@ -1,0 +1,147 @@
+#include "gui/report/uReportRun.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstdio>
+
+#include "base/uDateTime.h"
+#include "base/uFiles.h"
+#include "base/uMessages.h"
+#include "base/uText.h"
+#include "gui/common/uLogos.h"
+#include "gui/report/uReportPages.h"
+#include "model/uExceptions1V0.h"
+#include "model/uReadFileThread.h"
+#include "platform/uMachineMemory.h"
+#include "platform/uSha256.h"
+#include "platform/uTerminal.h"
+#include "shell/uLimitProfileFile.h"
+#include "shell/uMissionLoad.h"
+#include "shell/uSettingsStore.h"
+#include "shell/uStartUp.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr int kDone = 0, kNotDisplayable = 1, kCannotRead = 3, kCannotWrite = 4, kDamaged = 5;
+
+void Complain(std::string_view file, std::string_view what) {
+  fmt::print(stderr, "shockscope: {}: {}\n", Printable(file), Printable(what));
+}
+
+// Keeps the last message and the count of data blocks.
+class TReadingPort final : public IMessagePort {
+ public:
+  void Receive(const TMessage& message) noexcept override {
+    Last = message;
+    if (message.wParam == kReadProgress) Blocks = message.lParam;
+  }
+  TMessage Last{};
+  std::int64_t Blocks = 0;
+};
+
+// A line that is written over, on a terminal only.
+class TLine final : public IProgress {
+ public:
+  ~TLine() override {
+    if (FShown) std::fputs("\r\033[K", stderr);
+  }
+  void SetStatus(std::string_view /*text*/) override {}
+  void SetMaximum(double maximum) override { FMaximum = maximum; }
+  void SetPosition(double position) override {
+    if (!FShown) return;
+    fmt::print(stderr, "\r\033[K{} {:.0f} of {:.0f}", What, position, FMaximum);
+    std::fflush(stderr);
+  }
+  void ProcessMessages() override {}
+
+  std::string What;
+
+ private:
+  bool FShown = StandardErrorIsTerminal();
+  double FMaximum = 1;
+};
+
+// What is unusable is said, and the defaults stand in for it.
+void ReadUserFiles(const fs::path& folder, TSettings& settings, TLogos& logos) {
+  if (folder.empty()) return;
+  const auto attempt = [](const fs::path& file, const auto& read) {
+    try {
+      read();
+    } catch (const std::exception& error) {
+      Complain(Utf8FromPath(file), ReasonOf(error));
+    }
+  };
+  attempt(folder / kSettingsFile, [&] { settings = LoadSettings(folder).value_or(TSettings()); });
+  for (std::size_t i = 0; i < std::size(kLogoFiles); ++i) {
+    const fs::path file = folder / kLogoFiles[i];
+    if (fs::exists(file)) attempt(file, [&] { logos.Load(i, file); });
+  }
+}
+
+int ReadMission(const std::string& file, TShownMission& mission) {
+  ClearMission();
+  TReadingPort port;
+  const TPortHandle handle(port);
+  TReadFileThread thread(handle.Value(), PathFromUtf8(file), MissionMemoryBytes());
+  thread.WaitFor();
+  if (port.Last.wParam == kReadFailed) {
+    Complain(file, ReadErrorText);
+    return kCannotRead;
+  }
+  if (!MissionData.bValid || !EventList.ValidCreator) {
+    Complain(file, "This file cannot be displayed. " + WhyNotDisplayable(thread.Extent()));
+    return kNotDisplayable;
+  }
+  mission.Damage = DamageText(thread.Extent(), port.Blocks);
+  if (mission.Damage.empty()) return kDone;
+  Complain(file, mission.Damage);
+  return kDamaged;
+}
+
+}  // namespace
+
+int RunReport(const TReportOrder& order) {
+  TReportConfig config;
+  std::optional<TLimitProfile> profile;
+  std::string reading;
+  TShownMission mission;
+  TLogos logos(nullptr);
+  ReadUserFiles(order.settingsFolder, mission.Settings, logos);
+  try {
+    reading = order.config.value_or("");
+    if (order.config) config = ReadReportConfig(PathFromUtf8(*order.config));
+    reading = order.limits.value_or("");
+    if (order.limits) profile = ReadLimitProfile(PathFromUtf8(*order.limits));
+  } catch (const std::exception& error) {
+    Complain(reading, ReasonOf(error));
+    return kCannotRead;
+  }
+  SetShortDateFormat(std::string(mission.Settings.display.DateFormat()));
+  const int status = ReadMission(order.file, mission);
+  if (status == kNotDisplayable || status == kCannotRead) return status;
+  TLine line;
+  TNoProgress quiet;
+  FillMission(mission, quiet);
+  mission.SelectedEvent = VisibleOrFirst(mission.CLDS, mission.Summary.mostIntense.value_or(0));
+  try {
+    const fs::path file = PathFromUtf8(order.file);
+    line.What = "checksum, MB";
+    const TReportContents contents{.mission = mission,
+                                   .profile = profile ? &*profile : nullptr,
+                                   .logos = {logos.Image(TLogos::kCompany), logos.Image(TLogos::kReport)},
+                                   .file = file,
+                                   .sha256 = Sha256Of(file, line),
+                                   .version = order.version,
+                                   .madeAt = LocalTimeNow()};
+    line.What = "page";
+    const TReportPages pages(contents, config);
+    WriteReportPdf(PathFromUtf8(order.pdf), pages, line);
+  } catch (const std::exception& error) {
+    Complain(order.pdf, "The report cannot be written: " + ReasonOf(error));
+    return kCannotWrite;
+  }
+  return status;
+}

@@ -1,0 +1,109 @@
+#include "gui/report/uReportSections.h"
+
+#include <algorithm>
+
+#include "analysis/uShockMetrics.h"
+#include "base/uText.h"
+#include "gui/common/uQtText.h"
+#include "gui/report/uReportCards.h"
+#include "gui/report/uReportCover.h"
+#include "gui/report/uReportTables.h"
+
+namespace {
+
+constexpr double kChartPart = 0.42;  // of the page's height, so that two charts stand on one page
+constexpr double kMaxChart = 330;    // pt
+
+double ChartHeight(const TPageFlow& flow) {
+  return std::min(flow.Area().height() * kChartPart, kMaxChart);
+}
+
+void AddEventsChart(TPageFlow& flow, TReportCharts& charts) {
+  flow.AddHeading(QObject::tr("Events chart"), ChartHeight(flow));
+  flow.Add(ChartHeight(flow), [&charts](QPainter& painter, const QRectF& rect) { charts.PaintEvents(painter, rect); });
+}
+
+void AddSensorsChart(TPageFlow& flow, const TReportData& data, TReportCharts& charts) {
+  const bool none = data.Mission().Summary.sensors.empty();
+  flow.AddHeading(QObject::tr("Sensors chart"), none ? 20 : ChartHeight(flow));
+  if (none) return flow.AddParagraph(QObject::tr("The recording has no sensor readings."));
+  flow.Add(ChartHeight(flow), [&charts](QPainter& painter, const QRectF& rect) { charts.PaintSensors(painter, rect); });
+}
+
+void AddSelectedEvent(TPageFlow& flow, const TReportData& data, TReportCharts& charts) {
+  const auto& event = data.Mission().SelectedEvent;
+  flow.AddHeading(event ? QObject::tr("Shock Report: event %1").arg(*event) : QObject::tr("Shock Report:"),
+                  ChartHeight(flow));
+  flow.Add(ChartHeight(flow),
+           [&charts](QPainter& painter, const QRectF& rect) { charts.PaintSelected(painter, rect); });
+}
+
+void AddMetrics(TPageFlow& flow, const TReportData& data) {
+  const TThresholds levels = ThresholdsOf(data.Mission().Data);
+  const auto g = [](double level) { return QtText(GeneralFloat(level)); };
+  flow.AddHeading(QObject::tr("What the figures mean"), 100);
+  const QString texts[] = {
+      QObject::tr("Peak: the largest vector sum of the three axes in an event, in g. Its axis is the one with the "
+                  "largest single value."),
+      QObject::tr("ToT, time over threshold, in ms: how long the vector sum of the axes was at or above %1 g; an "
+                  "interval ends below %2 g. ToT total is the sum of all intervals of an event, ToT max the longest.")
+          .arg(g(levels.totOn), g(levels.totOff)),
+      QObject::tr("IoT, integral over threshold, in g·ms: the area between the vector sum and %1 g where it is above. "
+                  "IoT total is the whole area of an event, IoT max that of the largest run. A run that reaches the "
+                  "event's last sample counts in the total only.")
+          .arg(g(levels.iot)),
+      QObject::tr(
+          "Clipped: three neighbouring samples stand at one extreme of an axis. The sensor was at the end of its "
+          "range, so the true peak is higher."),
+      QObject::tr("Sensors at an event: the reading that is nearest in time to the event's start."),
+      QObject::tr("Out of limits: a reading counts until the next one, at most five times the median interval of its "
+                  "sensor; so a gap in the recording counts neither as inside nor as outside. A value equal to a limit "
+                  "is inside."),
+      QObject::tr("Times are those of the logger's clock, without a time zone.")};
+  for (const QString& text : texts) flow.AddParagraph(text);
+}
+
+}  // namespace
+
+void AddSections(TPageFlow& flow, const TReportData& data, TReportCharts& charts) {
+  for (const auto& [section, on] : data.config.sections) {
+    if (!on) continue;
+    switch (section) {
+      case TReportSection::Cover:
+        flow.BeginPage();
+        AddCover(flow, data, charts);
+        flow.BeginPage();
+        break;
+      case TReportSection::MissionDetails:
+        AddMissionDetails(flow, data);
+        break;
+      case TReportSection::Verdict:
+        AddVerdict(flow, data);
+        break;
+      case TReportSection::Summary:
+        AddSummary(flow, data);
+        break;
+      case TReportSection::ImportantEvents:
+        AddImportantEvents(flow, data);
+        break;
+      case TReportSection::EventsChart:
+        AddEventsChart(flow, charts);
+        break;
+      case TReportSection::SensorsChart:
+        AddSensorsChart(flow, data, charts);
+        break;
+      case TReportSection::SelectedEvent:
+        AddSelectedEvent(flow, data, charts);
+        break;
+      case TReportSection::Tables:
+        AddTables(flow, data);
+        break;
+      case TReportSection::EventCards:
+        AddEventCards(flow, data);
+        break;
+      case TReportSection::Metrics:
+        AddMetrics(flow, data);
+        break;
+    }
+  }
+}

@@ -1,0 +1,44 @@
+#include "shell/uMissionLoad.h"
+
+#include <fmt/format.h>
+
+#include <cmath>
+
+#include "shell/uOrderingCommands.h"
+
+namespace {
+
+// What the model lacks after a read: start times and channel names of its own lists.
+void CompleteModel() {
+  SensorList.StartTime = EventList.StartTime;
+  MissionData.StartTime = EventList.StartTime;
+  MissionData.bValidStartTime = std::isfinite(EventList.StartTime) && EventList.StartTime > 0;
+  for (std::size_t axis = 0; axis < kAxisCount; ++axis) {
+    EventList.ChannelInfo[axis].name = kKnownChannels[axis].nameInFile;
+  }
+  for (std::size_t i = 0; i < SensorList.ChannelInfo.size(); ++i) {
+    SensorList.ChannelInfo[i].name = i < SensorList.Count() ? SensorList.GetItem(i).Name : std::string();
+  }
+}
+
+}  // namespace
+
+std::string DamageText(const TReadExtent& extent, std::int64_t blocks) {
+  if (!extent.damaged) return NotReadToItsEnd(extent);
+  constexpr std::string_view kDamaged =
+      "This recording is damaged or cut short: {} data blocks, {} bytes of content were read. Everything whole in them "
+      "is shown; values near the damage may be wrong.";
+  return fmt::format(kDamaged, blocks, extent.inflatedBytes);
+}
+
+void FillMission(TShownMission& mission, IProgress& progress) {
+  CompleteModel();
+  TDatasetOptions options;
+  options.orderBy = mission.Settings.orderBy;
+  mission.Display = DisplayInForce(mission.Settings.display, mission.Data);
+  options.analogNames = mission.Display.analogNames;
+  LoadKorvexFileData(mission.Data, mission.Events, mission.Sensors, options, progress, mission.Tables);
+  FillCompanion(mission);
+  FilterCompanion(mission);
+  mission.Summary = SummarizeMission(mission.Events, mission.Tables.Metrics, mission.Sensors);
+}

@@ -1,0 +1,115 @@
+#include "shell/uReportFacts.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <limits>
+#include <string_view>
+#include <utility>
+
+#include "base/uDateTime.h"
+#include "shell/uFilterWords.h"
+#include "shell/uLimitProfileFile.h"
+#include "shell/uShownVerdict.h"
+
+namespace {
+
+// "Acceleration max from 6 g · time from 2026-03-04 06:00:00"
+std::string FilteredWords(const TShownMission& mission, const TRange& time) {
+  std::string words = mission.FilterActive ? FilterWords(mission.Filter, mission.Display) : std::string();
+  if (!time.IsSet()) return words;
+  const std::string mask = fmt::format("{} hh:nn:ss", mission.Display.DateFormat());
+  words += words.empty() ? "time" : " · time";
+  if (time.from) words += fmt::format(" from {}", FormatDateTime(mask, *time.from));
+  if (time.to) words += fmt::format(" to {}", FormatDateTime(mask, *time.to));
+  return words;
+}
+
+// The rows that `counts` marks, by an index of the event table; at most `count`.
+std::vector<std::uint32_t> RowsBy(std::string_view index, const std::vector<bool>& counts, const TShownMission& mission,
+                                  std::size_t count) {
+  TDataset table = mission.Tables.Events;
+  table.SelectIndex(index);
+  table.SetShownRows(counts);
+  std::vector<std::uint32_t> rows = VisibleEvents(table);
+  if (rows.size() > count) rows.resize(count);
+  return rows;
+}
+
+// Only what somebody chose: the profile does not judge by the others.
+void ShowLimits(const TVerdictLimits& limits, TDisplaySettings& display) {
+  constexpr double kNoLimit = std::numeric_limits<double>::infinity();
+  display.alarmActive = true;
+  for (std::size_t i = 0; i < limits.size(); ++i) {
+    const TJudgedLimits& judged = limits[i];
+    display.limits[i] = {judged.minSource == TLimitSource::Default ? -kNoLimit : judged.values.min,
+                         judged.maxSource == TLimitSource::Default ? kNoLimit : judged.values.max};
+  }
+}
+
+std::size_t OrderBy(const TShownMission& mission) {
+  const auto entry = static_cast<std::size_t>(mission.Settings.orderBy);
+  return entry < kOrderByIndexes.size() ? entry : 0;
+}
+
+std::vector<std::uint32_t> CardRows(const TReportFacts& facts, const TReportConfig& config,
+                                    const TShownMission& mission) {
+  switch (config.cardEvents) {
+    case TCardEvents::All: {
+      const TVerdictPart inTime{config.time, {}};
+      return RowsBy("TimestampASC", EventsIn(inTime, mission.Tables, mission.Events), mission, mission.Events.Count());
+    }
+    case TCardEvents::Filtered:
+      return facts.events;
+    case TCardEvents::Worst:
+      return RowsBy(kOrderByIndexes[OrderBy(mission)], facts.part.events, mission, config.worstCount);
+    case TCardEvents::AboveAlarm:
+      break;
+  }
+  std::vector<std::uint32_t> rows;
+  if (!facts.limits) return rows;
+  const TLimits& limits = (*facts.limits)[static_cast<std::size_t>(TQuantity::Acceleration)].values;
+  std::ranges::copy_if(facts.events, std::back_inserter(rows),
+                       [&](std::uint32_t row) { return IsOutside(limits, mission.Events.GetItem(row).Max); });
+  return rows;
+}
+
+}  // namespace
+
+TReportFacts FactsOf(const TShownMission& mission, const TLimitProfile* profile, const TReportConfig& config) {
+  TReportFacts facts;
+  facts.display = mission.Display;
+  facts.filtered = FilteredWords(mission, config.time);
+  facts.limits = profile == nullptr ? LimitsInForce(mission.Display) : LimitsInForce(*profile, mission.Data);
+  if (profile != nullptr) {
+    ShowLimits(*facts.limits, facts.display);
+  }
+  facts.part = {config.time, mission.FilterActive ? mission.CLDS.ShownRows() : std::vector<bool>()};
+  facts.part.events = EventsIn(facts.part, mission.Tables, mission.Events);
+  facts.verdict = JudgeMission(mission.Events, mission.Sensors, mission.Tables, facts.limits, facts.part);
+  facts.verdict.damaged = !mission.Damage.empty();
+  if (profile != nullptr) facts.judgement = JudgeByProfile(facts.verdict, *profile);
+  std::optional<TLimits> acceleration;
+  if (facts.verdict.above) acceleration = facts.verdict.above->limits.values;
+  facts.groups = GroupEvents(mission.Events, mission.Tables.Metrics, acceleration, facts.part.events);
+  facts.events = RowsBy("TimestampASC", facts.part.events, mission, mission.Events.Count());
+  facts.important = RowsBy(kOrderByIndexes[OrderBy(mission)], facts.part.events, mission, kMostImportantCount);
+  facts.cards = CardRows(facts, config, mission);
+  return facts;
+}
+
+std::string CardsTitle(const TReportFacts& facts, const TReportConfig& config, const TShownMission& mission) {
+  const std::size_t count = facts.cards.size();
+  const std::string events = fmt::format("{} event{}", count, count == 1 ? "" : "s");
+  switch (config.cardEvents) {
+    case TCardEvents::All:
+      return events;
+    case TCardEvents::Filtered:
+      return mission.FilterActive ? events + " that pass the filter" : events;
+    case TCardEvents::Worst:
+      return fmt::format("The first {} by {}", events, kOrderByCaptions[OrderBy(mission)]);
+    case TCardEvents::AboveAlarm:
+      break;
+  }
+  return facts.limits ? events + " above the alarm limit" : "No limits are set, so no event is above one.";
+}

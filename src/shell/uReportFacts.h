@@ -1,0 +1,34 @@
+// What a report says of the shown mission: the figures of its part of the recording, and which events it lists. Main
+// thread only.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "analysis/uLimitProfile.h"
+#include "analysis/uMissionSummary.h"
+#include "analysis/uVerdict.h"
+#include "shell/uReportConfig.h"
+#include "shell/uShownMission.h"
+
+struct TReportFacts {
+  TDisplaySettings display;  // the mission's, with the limits that the profile chooses; the others are infinite
+  std::optional<TVerdictLimits> limits;  // in force
+  TVerdictPart part;                     // what passes the event filter, and the time
+  std::string filtered;                  // both in words; empty when nothing limits the report
+  TVerdict verdict;
+  std::optional<TJudgement> judgement;  // nothing without a profile
+  TEventGroups groups;
+  // Rows of the event table, by time; the most important and the worst by "Order By".
+  std::vector<std::uint32_t> events;
+  std::vector<std::uint32_t> important;  // at most kMostImportantCount
+  std::vector<std::uint32_t> cards;
+};
+
+// Without a profile the limits of the mission's settings count.
+TReportFacts FactsOf(const TShownMission& mission, const TLimitProfile* profile, const TReportConfig& config);
+
+// Which events have a card: "The first 12 events by Intensity (max)".
+std::string CardsTitle(const TReportFacts& facts, const TReportConfig& config, const TShownMission& mission);
