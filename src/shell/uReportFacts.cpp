@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <limits>
 #include <string_view>
 #include <utility>
 
@@ -33,6 +34,17 @@ std::vector<std::uint32_t> RowsBy(std::string_view index, const std::vector<bool
   std::vector<std::uint32_t> rows = VisibleEvents(table);
   if (rows.size() > count) rows.resize(count);
   return rows;
+}
+
+// Only what somebody chose: the profile does not judge by the others.
+void ShowLimits(const TVerdictLimits& limits, TDisplaySettings& display) {
+  constexpr double kNoLimit = std::numeric_limits<double>::infinity();
+  display.alarmActive = true;
+  for (std::size_t i = 0; i < limits.size(); ++i) {
+    const TJudgedLimits& judged = limits[i];
+    display.limits[i] = {judged.minSource == TLimitSource::Default ? -kNoLimit : judged.values.min,
+                         judged.maxSource == TLimitSource::Default ? kNoLimit : judged.values.max};
+  }
 }
 
 std::size_t OrderBy(const TShownMission& mission) {
@@ -70,8 +82,7 @@ TReportFacts FactsOf(const TShownMission& mission, const TLimitProfile* profile,
   facts.filtered = FilteredWords(mission, config.time);
   facts.limits = profile == nullptr ? LimitsInForce(mission.Display) : LimitsInForce(*profile, mission.Data);
   if (profile != nullptr) {
-    facts.display.alarmActive = true;
-    for (std::size_t i = 0; i < facts.limits->size(); ++i) facts.display.limits[i] = (*facts.limits)[i].values;
+    ShowLimits(*facts.limits, facts.display);
   }
   facts.part = {config.time, mission.FilterActive ? mission.CLDS.ShownRows() : std::vector<bool>()};
   facts.part.events = EventsIn(facts.part, mission.Tables, mission.Events);

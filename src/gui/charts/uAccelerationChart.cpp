@@ -33,7 +33,7 @@ void TAccelerationChart::Restyle() {
   TTimeChart::Restyle();
   std::vector<TLegendEntry> entries;
   for (const TSeries series : kAllSeries) {
-    entries.push_back({NameOf(series), InkOf(series), IsSeriesVisible(series), LineStyle(Place(series))});
+    entries.push_back({NameOf(series), InkOf(series), IsSeriesVisible(series), Dashes(Place(series))});
   }
   Legend().SetEntries(std::move(entries));
 }

@@ -34,9 +34,11 @@ void DrawOnPaper(TTimeChart& chart, QPainter& painter, const QPointF& topLeft, c
     recorder.begin(&picture);
     chart.DrawWith(recorder, caption);
   }
+  // A picture is drawn larger by the ratio of the resolutions.
+  const double ratio = static_cast<double>(painter.device()->logicalDpiX()) / picture.logicalDpiX();
   painter.save();
   painter.translate(topLeft);
-  painter.scale(kPointsPerPixel, kPointsPerPixel);
+  painter.scale(kPointsPerPixel / ratio, kPointsPerPixel / ratio);
   painter.drawPicture(QPointF(), picture);
   painter.restore();
 }

@@ -71,6 +71,10 @@ class TStroke {
   }
   void Break() {
     if (FPending && FAlone && FBounds.contains(FLast)) FDots.append(FLast);
+    Cut();
+  }
+  // A break that leaves no dot.
+  void Cut() {
     Flush();
     FPending = false;
   }
@@ -104,6 +108,57 @@ class TStroke {
   QPointF FLast;
   bool FPending = false;
   bool FAlone = false;
+};
+
+// Cuts a line into dashes. The noise of a dense curve does not count as length, which a dashed pen would do.
+class TDashes {
+ public:
+  TDashes(const QPen& pen, TStroke& stroke, const QRectF& bounds) : FStroke(stroke), FBounds(bounds) {
+    if (pen.style() == Qt::SolidLine) return;
+    for (const qreal dash : pen.dashPattern()) FEnds.append((FEnds.isEmpty() ? 0 : FEnds.back()) + dash * pen.widthF());
+  }
+
+  void Break() {
+    FStroke.Break();
+    FBegun = false;
+  }
+  void To(const QPointF& point) {
+    const bool isSeen = FBegun && (FBounds.contains(FLast) || FBounds.contains(point));
+    if (FEnds.isEmpty() || !isSeen) {
+      FStroke.To(point);
+      FAnchor = point;
+    } else {
+      constexpr double kStep = 0.5;  // px
+      constexpr double kMaxSteps = 10000;
+      const QPointF way = point - FLast;
+      const double steps = std::clamp(std::ceil(std::hypot(way.x(), way.y()) / kStep), 1.0, kMaxSteps);
+      for (double step = 1; step <= steps; ++step) Step(FLast + way * (step / steps));
+    }
+    FBegun = true;
+    FLast = point;
+  }
+
+ private:
+  void Step(const QPointF& point) {
+    constexpr double kNoise = 2;  // px
+    const QPointF way = point - FAnchor;
+    const double distance = std::hypot(way.x(), way.y());
+    const double phase = std::fmod(FLength + distance, FEnds.back());
+    if (distance >= kNoise) {
+      FLength = std::fmod(FLength + distance, FEnds.back());
+      FAnchor = point;
+    }
+    const auto end = std::ranges::find_if(FEnds, [phase](qreal each) { return phase < each; });
+    if ((end - FEnds.begin()) % 2 == 1) return FStroke.Cut();
+    FStroke.To(point);
+  }
+
+  TStroke& FStroke;
+  QRectF FBounds;
+  QList<qreal> FEnds;  // px, of lines and gaps in turn
+  bool FBegun = false;
+  QPointF FLast, FAnchor;
+  double FLength = 0;  // up to the anchor
 };
 
 }  // namespace
@@ -153,6 +208,7 @@ void DrawEnvelope(QCPPainter& painter, const TCurveAxes& axes, std::span<const T
   QPen drawn = pen;
   const double ratio = painter.device()->devicePixelRatioF();
   const bool dense = points.size() > static_cast<std::size_t>(rect.width());
+  drawn.setStyle(Qt::SolidLine);
   if (dense) drawn.setWidthF(1 / ratio);
   painter.save();
   if (dense && IsNoise(axes.values, points)) painter.setAntialiasing(false);
@@ -162,11 +218,12 @@ void DrawEnvelope(QCPPainter& painter, const TCurveAxes& axes, std::span<const T
   const int beyond = painter.modes().testFlag(QCPPainter::pmVectorized) ? 0 : 50;
   const QRectF bounds = QRectF(rect.rect()).adjusted(-beyond, -beyond, beyond, beyond);
   TStroke stroke(painter, bounds);
+  TDashes dashes(pen, stroke, bounds);
   for (const TEnvelopePoint& point : points) {
     if (std::isnan(point.value)) {
-      stroke.Break();
+      dashes.Break();
     } else {
-      stroke.To(axes.At(point.key, double{point.value}));
+      dashes.To(axes.At(point.key, double{point.value}));
     }
   }
   stroke.Finish();

@@ -204,6 +204,10 @@ void TEventsChart::PaintStems(QCPPainter& painter, std::size_t series, const QCo
   if (series != Place(TSeries::Total) || crowded) return;
   QList<QPointF> dots;
   for (const QLineF& stem : stems) dots.append(stem.p2());
+  if (IsForPaper()) {
+    for (const QPointF& dot : dots) DrawMarker(painter, kMarkers[series], dot, kTotalRadius, ink);
+    return;
+  }
   painter.setAntialiasing(true);
   painter.setPen(QPen(ink, 2 * kTotalRadius, Qt::SolidLine, Qt::RoundCap));
   painter.drawPoints(dots.constData(), static_cast<int>(dots.size()));

@@ -15,15 +15,25 @@ void DrawSample(QCPPainter& painter, const QRect& place, const TLegendEntry& ent
   const QPointF middle(place.left() + kSample / 2.0, place.center().y() + 0.5);
   if (entry.marker) return DrawMarker(painter, *entry.marker, middle, 3.5, ink);
   painter.setAntialiasing(false);
-  if (entry.line == Qt::SolidLine) {
+  if (entry.dashes.isEmpty()) {
     painter.fillRect(QRect(place.left(), place.center().y() - 1, kSample, 3), ink);
     return;
   }
-  painter.setPen(QPen(ink, 1.5, entry.line, Qt::FlatCap));
-  painter.drawLine(QPointF(place.left() - 4, middle.y()), QPointF(place.left() + kSample + 2, middle.y()));
+  painter.setPen(DashedPen(ink, 1.5, entry.dashes));
+  painter.drawLine(QPointF(place.left() - 8, middle.y()), QPointF(place.left() + kSample + 2, middle.y()));
 }
 
 }  // namespace
+
+QPen DashedPen(const QColor& ink, double width, const QList<qreal>& dashes) {
+  QPen pen(ink, width);
+  if (dashes.isEmpty()) return pen;
+  QList<qreal> inWidths;
+  for (const qreal dash : dashes) inWidths.append(dash / width);
+  pen.setDashPattern(inWidths);
+  pen.setCapStyle(Qt::FlatCap);
+  return pen;
+}
 
 void DrawMarker(QPainter& painter, TMarker marker, const QPointF& at, double radius, const QColor& ink) {
   painter.setRenderHint(QPainter::Antialiasing);

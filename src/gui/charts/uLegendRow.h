@@ -11,11 +11,14 @@
 enum class TMarker { Circle, Square, Triangle, Diamond };
 void DrawMarker(QPainter& painter, TMarker marker, const QPointF& at, double radius, const QColor& ink);
 
+// A pen with dashes in px, whatever its width.
+QPen DashedPen(const QColor& ink, double width, const QList<qreal>& dashes);
+
 struct TLegendEntry {
   QString name;
   QColor ink;
   bool shown = true;  // else faint and struck out
-  Qt::PenStyle line = Qt::SolidLine;
+  QList<qreal> dashes = {};              // px of lines and gaps in turn; none: solid
   std::optional<TMarker> marker = {};  // in place of the line
 };
 

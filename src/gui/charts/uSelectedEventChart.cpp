@@ -184,7 +184,7 @@ void TSelectedEventChart::PaintSeries(QCPPainter& painter) {
     DrawCurve(
         painter, {TimeAxis(), ValueAxis(), -FStart}, Samples(),
         [series](const TEventValue& sample) { return ValueOf(sample, series); }, FExtents[Place(series)],
-        QPen(ink, kCurveWidth, LineStyle(Place(series))), PointsVisible() && !faint, kNoGap, &Labels());
+        DashedPen(ink, kCurveWidth, Dashes(Place(series))), PointsVisible() && !faint, kNoGap, &Labels());
   }
 }
 

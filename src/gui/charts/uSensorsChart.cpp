@@ -183,13 +183,13 @@ QColor TSensorsChart::InkOf(TSensorAxis axis) const {
   return moved ? InkOf(*moved) : SensorInk(palette(), FAxisColours[static_cast<std::size_t>(axis)]);
 }
 
-Qt::PenStyle TSensorsChart::LineStyleOf(const TSensorSeries& series) const {
+QList<qreal> TSensorsChart::DashesOf(const TSensorSeries& series) const {
   std::size_t place = 0;
   for (const TSensorSeries& other : FSensors.Series()) {
     if (&other == &series) break;
     if (other.visible) ++place;
   }
-  return LineStyle(place);
+  return Dashes(place);
 }
 
 void TSensorsChart::Restyle() {
@@ -202,7 +202,7 @@ void TSensorsChart::FillLegend() {
   std::vector<TLegendEntry> entries;
   for (const std::size_t index : FSensors.Listed()) {
     const TSensorSeries& series = FSensors.Series()[index];
-    entries.push_back({series.name, InkOf(series), series.visible, LineStyleOf(series)});
+    entries.push_back({series.name, InkOf(series), series.visible, DashesOf(series)});
   }
   Legend().SetEntries(std::move(entries));
 }
@@ -222,7 +222,7 @@ void TSensorsChart::PaintSensors(QCPPainter& painter) {
     DrawCurve(
         painter, {TimeAxis(), AxisOf(series.look.axis), FSensors.Start(), kMsPerDay}, series.readings.Samples(),
         [](const TSensorValue& reading) { return reading.xvalue; }, series.extents,
-        QPen(InkOf(series), kCurveWidth, LineStyleOf(series)), PointsVisible(), series.gap, &Labels());
+        DashedPen(InkOf(series), kCurveWidth, DashesOf(series)), PointsVisible(), series.gap, &Labels());
   }
   painter.setFont(font());
   Labels().Paint(painter, palette());

@@ -70,7 +70,7 @@ class TSensorsChart final : public TTimeChart {
   void PaintAlarms(QCPPainter& painter);
   [[nodiscard]] QColor InkOf(const TSensorSeries& series) const { return SensorInk(palette(), series.look.colour); }
   [[nodiscard]] QColor InkOf(TSensorAxis axis) const;
-  [[nodiscard]] Qt::PenStyle LineStyleOf(const TSensorSeries& series) const;
+  [[nodiscard]] QList<qreal> DashesOf(const TSensorSeries& series) const;
   [[nodiscard]] QCPAxis& AxisOf(TSensorAxis axis) const { return *FAxes[static_cast<std::size_t>(axis)]; }
 
   std::array<QCPAxis*, kSensorAxisCount> FAxes{};

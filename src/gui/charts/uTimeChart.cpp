@@ -71,9 +71,11 @@ void TTimeChart::SetForPaper() {
   Restyle();
 }
 
-Qt::PenStyle TTimeChart::LineStyle(std::size_t place) const {
-  constexpr Qt::PenStyle kStyles[] = {Qt::SolidLine, Qt::DashLine, Qt::DotLine, Qt::DashDotLine, Qt::DashDotDotLine};
-  return FForPaper ? kStyles[place % std::size(kStyles)] : Qt::SolidLine;
+QList<qreal> TTimeChart::Dashes(std::size_t place) const {
+  static const QList<QList<qreal>> kDashes = {
+      {}, {6, 3}, {1.5, 2.5}, {9, 2.5, 1.5, 2.5}, {16, 4}, {9, 2.5, 1.5, 2.5, 1.5, 2.5}};
+  if (!FForPaper) return {};
+  return kDashes.at(static_cast<qsizetype>(place) % kDashes.size());
 }
 
 void TTimeChart::SetFullRange(const std::optional<TTimeSpan>& span) {

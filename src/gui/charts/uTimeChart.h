@@ -81,7 +81,7 @@ class TTimeChart : public TChartPlot, public IChartReadings {
   [[nodiscard]] bool PointsVisible() const { return FPointsVisible; }
   [[nodiscard]] bool IsForPaper() const { return FForPaper; }
   // Of the series at a place among those that are shown; solid on the screen.
-  [[nodiscard]] Qt::PenStyle LineStyle(std::size_t place) const;
+  [[nodiscard]] QList<qreal> Dashes(std::size_t place) const;
 
   void PaintOver(QPainter& painter) const override { FGestures.PaintSpan(painter); }
 

@@ -74,15 +74,21 @@ void TReportCharts::PaintSensors(QPainter& painter, const QRectF& place) {
 }
 
 void TReportCharts::PaintWhole(QPainter& painter, const QRectF& place) {
-  const double split = place.height() * kEventsPart;
+  const bool hasEvents = FData.Mission().Events.Count() > 0;
+  const bool hasSensors = FData.facts.verdict.firstTime && FData.Mission().Sensors.Count() > 0;
+  const double split = !hasSensors ? place.height() : hasEvents ? place.height() * kEventsPart : 0;
   const QRectF above(place.left(), place.top(), place.width(), split);
   const QRectF below(place.left(), place.top() + split, place.width(), place.height() - split);
-  // Both are laid out before their margins are made equal.
-  SizeForPaper(Events(), above.size());
-  SizeForPaper(Sensors(), below.size());
-  AlignMargins(Events(), Sensors());
-  Paint(painter, above, Events(), WholeSpan());
-  Paint(painter, below, Sensors(), WholeSpan());
+  Events().SetSideMargins(0, 0);
+  Sensors().SetSideMargins(0, 0);
+  if (hasEvents && hasSensors) {
+    // Both are laid out before their margins are made equal.
+    SizeForPaper(Events(), above.size());
+    SizeForPaper(Sensors(), below.size());
+    AlignMargins(Events(), Sensors());
+  }
+  if (hasEvents || !hasSensors) Paint(painter, above, Events(), WholeSpan());
+  if (hasSensors) Paint(painter, below, Sensors(), WholeSpan());
 }
 
 void TReportCharts::PaintSelected(QPainter& painter, const QRectF& place) {

@@ -23,7 +23,7 @@ class TReportCharts {
   // The part of the report's time.
   void PaintEvents(QPainter& painter, const QRectF& place);
   void PaintSensors(QPainter& painter, const QRectF& place);
-  // Events above sensors, from the first to the last time of the recording.
+  // Events above sensors, from the first to the last time of the recording; what the recording lacks is left out.
   void PaintWhole(QPainter& painter, const QRectF& place);
   void PaintSelected(QPainter& painter, const QRectF& place);
 

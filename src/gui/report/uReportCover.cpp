@@ -18,7 +18,7 @@ constexpr double kLogoPart = 0.42;   // of the width, at most, for each
 constexpr double kBox = 10;          // around the text of the verdict
 constexpr double kBar = 3;           // at its left
 constexpr double kMinChart = 150;    // of the picture of the recording
-constexpr double kMaxChart = 300;
+constexpr double kMaxChart = 380;
 
 // As large as it fits, whatever its shape; never larger than a point a pixel.
 void PaintLogo(QPainter& painter, const QRectF& room, const QImage& logo, bool right) {
@@ -78,6 +78,7 @@ void AddVerdictBox(TPageFlow& flow, const TReportData& data) {
         TTextStyle::Strong,
         AsSentence(JudgementSentence(*facts.judgement, facts.verdict, *data.contents.profile, facts.display)), width);
   }
+  if (facts.verdict.damaged) texts.emplace_back(TTextStyle::Strong, PlainText(data.Mission().Damage), width);
   QString verdict = AsSentence(VerdictSentence(facts.verdict, facts.display));
   if (!facts.verdict.damaged) verdict += QObject::tr(" The recording is complete.");
   texts.emplace_back(TTextStyle::Body, verdict, width);
@@ -152,7 +153,6 @@ void AddCover(TPageFlow& flow, const TReportData& data, TReportCharts& charts) {
   flow.AddHeading(QObject::tr("Whole recording"), kMinChart + 20);
   flow.Add(std::clamp(flow.Room() - list - 40, kMinChart, kMaxChart),
            [&charts](QPainter& painter, const QRectF& rect) { charts.PaintWhole(painter, rect); });
-  flow.AddCaption(QObject::tr("Above: the peak acceleration of each event at its start. Below: the sensors."));
   flow.AddHeading(QObject::tr("Mission"), 60);
   AddFigures(flow, figures);
   if (!data.contents.file.empty()) AddChecksum(flow, data);

@@ -136,7 +136,3 @@ void TReportPages::Paint(QPainter& painter, int page) const {
   FLayout->PaintFooter(painter, page);
   painter.restore();
 }
-
-std::optional<std::size_t> TReportPages::EventAt(int /*page*/, const QPointF& /*at*/) const {
-  return std::nullopt;
-}

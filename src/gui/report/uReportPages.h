@@ -58,8 +58,6 @@ class TReportPages {
   void SetSha256(const std::string& sha256);
   // Black on nothing; (0, 0) is the page's corner, a point one unit. Whoever calls fills the page with white.
   void Paint(QPainter& painter, int page) const;
-  // The event whose card is at a place of a page.
-  [[nodiscard]] std::optional<std::size_t> EventAt(int page, const QPointF& at) const;
 
  private:
   class TLayout;

@@ -5,6 +5,7 @@
 #include "analysis/uShockMetrics.h"
 #include "base/uText.h"
 #include "gui/common/uQtText.h"
+#include "gui/report/uReportCards.h"
 #include "gui/report/uReportCover.h"
 #include "gui/report/uReportTables.h"
 
@@ -42,8 +43,8 @@ void AddMetrics(TPageFlow& flow, const TReportData& data) {
   const auto g = [](double level) { return QtText(GeneralFloat(level)); };
   flow.AddHeading(QObject::tr("What the figures mean"), 100);
   const QString texts[] = {
-      QObject::tr("Peak: the largest vector sum of the three axes in an event, in g. The axis beside it is the one with "
-                  "the largest single value."),
+      QObject::tr("Peak: the largest vector sum of the three axes in an event, in g. Its axis is the one with the "
+                  "largest single value."),
       QObject::tr("ToT, time over threshold, in ms: how long the vector sum of the axes was at or above %1 g; an "
                   "interval ends below %2 g. ToT total is the sum of all intervals of an event, ToT max the longest.")
           .arg(g(levels.totOn), g(levels.totOff)),
@@ -97,6 +98,7 @@ void AddSections(TPageFlow& flow, const TReportData& data, TReportCharts& charts
         AddTables(flow, data);
         break;
       case TReportSection::EventCards:
+        AddEventCards(flow, data);
         break;
       case TReportSection::Metrics:
         AddMetrics(flow, data);

@@ -73,9 +73,16 @@ QString Widest(const TDataset& table, std::size_t field, const TReportData& data
   return marked ? "▲ " + widest : widest;
 }
 
+// As elsewhere outside the cells of grids.
+QString UnitOf(const TQuantityRow* quantity) {
+  if (quantity == nullptr || !quantity->quantity) return {};
+  if (quantity->quantity == TQuantity::ToT) return "ms";
+  if (quantity->quantity == TQuantity::IoT) return "g·ms";
+  return QtText(kQuantityControls[static_cast<std::size_t>(*quantity->quantity)].unit);
+}
+
 std::pair<QString, QString> TitleOf(const TField& field) {
-  const TQuantityRow* quantity = QuantityOf(field);
-  const QString unit = quantity == nullptr ? QString() : QtText(quantity->unit);
+  const QString unit = UnitOf(QuantityOf(field));
   if (field.Key == "Acceleration max") return {QObject::tr("Peak"), unit};
   if (field.Key == "Timestamp") return {QObject::tr("Date and time"), {}};
   return {PlainText(field.Label), unit};
@@ -90,7 +97,7 @@ TPaperTable DatasetTable(const TDataset& table, const std::vector<std::size_t>& 
     const TField& column = table.Fields()[field];
     const auto [title, unit] = TitleOf(column);
     paper.columns.push_back({.title = title,
-                             .unit = unit == QString("g ms") ? QString("g·ms") : unit,
+                             .unit = unit,
                              .text = [&table, field, rowAt, &data](
                                          std::size_t row) { return CellText(table, rowAt(row), field, data); },
                              .isNumber = column.Type != TFieldType::DateTime,
