@@ -19,6 +19,7 @@
 #include "gui/common/uGrid.h"
 #include "gui/common/uGuard.h"
 #include "gui/common/uIcons.h"
+#include "gui/common/uLogos.h"
 #include "gui/common/uQtText.h"
 #include "gui/filter/uFilterChip.h"
 #include "gui/filter/uFilterPanel.h"
@@ -30,11 +31,13 @@
 #include "gui/mainform/uMissionViews.h"
 #include "gui/mainform/uNotice.h"
 #include "gui/mainform/uSettingsBinder.h"
+#include "gui/mainform/uViewOutput.h"
 #include "gui/mainform/uWindowPlace.h"
 #include "gui/overview/uOverviewPanel.h"
 #include "gui/overview/uVerdictStrip.h"
 #include "gui/platform/uDialogs.h"
 #include "gui/platform/uPostedMessages.h"
+#include "gui/report/uEventCardList.h"
 #include "gui/report/uReportPanel.h"
 #include "gui/ribbon/uBackstage.h"
 #include "gui/ribbon/uBackstagePages.h"
@@ -83,6 +86,7 @@ TKorvexMainForm::TKorvexMainForm(TProgram program, std::function<std::uint64_t()
   ConnectNavigator();
   ConnectSettings();
   ConnectFilter();
+  ConnectReport();
   connect(FParts->overview->Verdict(), &TVerdictStrip::Asked, this, &TKorvexMainForm::OpenVerdict);
   FormCreate();
 }
@@ -260,6 +264,26 @@ void TKorvexMainForm::ConnectFilter() {
   });
 }
 
+void TKorvexMainForm::ConnectReport() {
+  FParts->report->SetSource(
+      [this](const TShownMission& mission) { return ReportContents(mission, *FParts, *FFlow, FProgram); });
+  connect(FParts->report->Cards(), &TEventCardList::EventChosen, this, &TKorvexMainForm::Select);
+  connect(FParts->report->Cards(), &TEventCardList::EventOpened, this, [this](std::size_t event) {
+    Select(event);
+    actSetViewShockExecute();
+  });
+  connect(FParts->logos, &TLogos::Changed, this,
+          [this] { OnMission([this](TShownMission& mission) { FParts->report->ShowReport(mission); }); });
+}
+
+void TKorvexMainForm::btnReportConfigOKClick(const TReportConfig& config) {
+  Guarded(this, [&] {
+    FParts->report->SetConfig(config);
+    const std::string folder = FProgram.findSettingsFolder();
+    if (!folder.empty()) KeepReportConfig(PathFromUtf8(folder), config);
+  });
+}
+
 void TKorvexMainForm::OpenVerdict(TVerdictQuestion question, TVerdictAnswer answer) {
   const TVerdict& verdict = FViews->Verdict();
   if (answer == TVerdictAnswer::AllEvents) {
@@ -303,6 +327,11 @@ void TKorvexMainForm::FormCreate() {
   const std::string folder = FProgram.findSettingsFolder();
   if (!folder.empty()) LoadWindowPlace(*this, PathFromUtf8(folder) / kWindowPlaceFile);
   ::FormCreate(FProgram, FFlow->Recent(), *FControls, *FDialogs);
+  if (folder.empty()) return;
+  TFailureList failures;
+  failures.Run(PathFromUtf8(folder) / "report.ini",
+               [&] { FParts->report->SetConfig(ReadKeptReportConfig(PathFromUtf8(folder))); });
+  failures.Show(*FDialogs, "The report's configuration could not be read.");
 }
 
 void TKorvexMainForm::FormShow() {

@@ -18,6 +18,7 @@ class TMissionViews;
 class TPostedMessages;
 class TSettingsBinder;
 struct TMainParts;
+struct TReportConfig;
 
 class TKorvexMainForm : public QMainWindow {
   Q_OBJECT
@@ -41,6 +42,8 @@ class TKorvexMainForm : public QMainWindow {
   void actSetViewOverviewExecute() { FFlow->SwitchView(TView::Overview); }
   void actSetViewShockExecute() { FFlow->SwitchView(TView::Shock); }
   void actSetViewReportExecute() { FFlow->SwitchView(TView::Report); }
+  // Lays the report out by this choice, which the next report starts with.
+  void btnReportConfigOKClick(const TReportConfig& config);
 
  protected:
   bool event(QEvent* event) override;
@@ -58,6 +61,7 @@ class TKorvexMainForm : public QMainWindow {
   void ConnectNavigator();
   void ConnectSettings();
   void ConnectFilter();
+  void ConnectReport();
   // Goes where a button of the verdict leads.
   void OpenVerdict(TVerdictQuestion question, TVerdictAnswer answer);
   // Nothing while no file is shown.

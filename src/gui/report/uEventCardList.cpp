@@ -13,8 +13,9 @@ namespace {
 
 constexpr QSizeF kCard(236, 168);  // pt
 constexpr double kPixelsAPoint = 1.25;
-constexpr int kGap = 8;            // px around and between cards
+constexpr int kGap = 8;  // px around and between cards
 constexpr std::size_t kMaxCards = 64;
+constexpr std::size_t kMaxListed = 5'000'000;  // so that all pixels can be counted in an int
 constexpr int kRing = 2;
 
 }  // namespace
@@ -40,9 +41,10 @@ void TEventCardList::ShowCards(const TShownMission* mission) {
     FTable.ClearBlobs(FChartField);
     FLimits = LimitsInForce(mission->Display);
     FEvents = VisibleEvents(mission->CLDS);
-    FCurrent = mission->SelectedEvent;
+    if (FEvents.size() > kMaxListed) FEvents.resize(kMaxListed);
   }
   LayOut();
+  if (mission != nullptr) SetCurrent(mission->SelectedEvent);
 }
 
 void TEventCardList::SetCurrent(std::optional<std::size_t> event) {
@@ -199,14 +201,30 @@ void TEventCardList::keyPressEvent(QKeyEvent* event) {
   const auto last = static_cast<std::int64_t>(FEvents.size()) - 1;
   auto card = static_cast<std::int64_t>(current.value_or(0));
   switch (event->key()) {
-    case Qt::Key_Left: card -= 1; break;
-    case Qt::Key_Right: card += 1; break;
-    case Qt::Key_Up: card -= Columns(); break;
-    case Qt::Key_Down: card += Columns(); break;
-    case Qt::Key_PageUp: card -= page; break;
-    case Qt::Key_PageDown: card += page; break;
-    case Qt::Key_Home: card = 0; break;
-    case Qt::Key_End: card = last; break;
+    case Qt::Key_Left:
+      card -= 1;
+      break;
+    case Qt::Key_Right:
+      card += 1;
+      break;
+    case Qt::Key_Up:
+      card -= Columns();
+      break;
+    case Qt::Key_Down:
+      card += Columns();
+      break;
+    case Qt::Key_PageUp:
+      card -= page;
+      break;
+    case Qt::Key_PageDown:
+      card += page;
+      break;
+    case Qt::Key_Home:
+      card = 0;
+      break;
+    case Qt::Key_End:
+      card = last;
+      break;
     case Qt::Key_Return:
     case Qt::Key_Enter:
       if (current) emit EventOpened(FEvents[*current]);

@@ -41,7 +41,7 @@ class TEventCardList : public QAbstractScrollArea {
 
  private:
   [[nodiscard]] int Columns() const;
-  [[nodiscard]] QSize CardSize() const;          // px
+  [[nodiscard]] QSize CardSize() const;                // px
   [[nodiscard]] QRect RectOf(std::size_t card) const;  // in the viewport
   [[nodiscard]] std::optional<std::size_t> CardAt(const QPoint& at) const;
   [[nodiscard]] std::optional<std::size_t> CurrentCard() const;
@@ -56,6 +56,6 @@ class TEventCardList : public QAbstractScrollArea {
   std::size_t FChartField = 0;
   std::optional<TVerdictLimits> FLimits;
   std::vector<std::uint32_t> FEvents;
-  std::optional<std::size_t> FCurrent;  // an event
+  std::optional<std::size_t> FCurrent;                 // an event
   std::unordered_map<std::size_t, TEventCard> FCards;  // by event; some of those that were painted
 };

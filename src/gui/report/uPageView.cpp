@@ -111,9 +111,8 @@ void TPageView::SetZoom(double zoom) {
   // The place in the middle stays there.
   const int page = CurrentPage();
   const QRect before = RectOf(page);
-  const double part = before.height() == 0
-                          ? 0.0
-                          : (viewport()->height() / 2.0 - before.top()) / static_cast<double>(before.height());
+  const double part =
+      before.height() == 0 ? 0.0 : (viewport()->height() / 2.0 - before.top()) / static_cast<double>(before.height());
   FZoom = zoom;
   Refresh();
   const QRect now = RectOf(page);
@@ -210,7 +209,7 @@ void TPageView::EmitAt(const QPoint& at, TSignal signal) {
   const int step = PagePixels().height() + kGap;
   const int page = std::clamp((at.y() + verticalScrollBar()->value() - kGap) / step, 0, PageCount() - 1);
   const QRect place = RectOf(page);
-  if (place.contains(at)) emit (this->*signal)(page, QPointF(at - place.topLeft()) / PixelsAPoint());
+  if (place.contains(at)) emit(this->*signal)(page, QPointF(at - place.topLeft()) / PixelsAPoint());
 }
 
 void TPageView::mousePressEvent(QMouseEvent* event) {

@@ -1,5 +1,5 @@
-// Shows pages below each other. Only pages in sight are painted; a picture of each is kept while it is near. Main thread
-// only.
+// Shows pages below each other. Only pages in sight are painted; a picture of each is kept while it is near. Main
+// thread only.
 #pragma once
 
 #include <QAbstractScrollArea>
