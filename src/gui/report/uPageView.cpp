@@ -108,16 +108,19 @@ void TPageView::FitZoom() {
 void TPageView::SetZoom(double zoom) {
   zoom = std::clamp(zoom, kMinZoom, kMaxZoom);
   if (zoom == FZoom) return LayOut();
-  // The place in the middle stays there.
+  // The place in the middle stays there, the top at the top.
   const int page = CurrentPage();
+  const bool atTop = verticalScrollBar()->value() == 0;
   const QRect before = RectOf(page);
   const double part =
       before.height() == 0 ? 0.0 : (viewport()->height() / 2.0 - before.top()) / static_cast<double>(before.height());
   FZoom = zoom;
   Refresh();
   const QRect now = RectOf(page);
-  verticalScrollBar()->setValue(verticalScrollBar()->value() + now.top() + qRound(part * now.height()) -
-                                viewport()->height() / 2);
+  if (!atTop) {
+    verticalScrollBar()->setValue(verticalScrollBar()->value() + now.top() + qRound(part * now.height()) -
+                                  viewport()->height() / 2);
+  }
   emit ZoomChanged();
 }
 

@@ -11,7 +11,6 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QSpinBox>
-#include <QToolButton>
 #include <QVBoxLayout>
 #include <cmath>
 #include <stdexcept>
@@ -19,7 +18,7 @@
 
 #include "base/uDateTime.h"
 #include "base/uFiles.h"
-#include "gui/common/uIcons.h"
+#include "gui/common/uLabels.h"
 #include "gui/common/uQtText.h"
 #include "gui/platform/uDialogs.h"
 #include "shell/uGoTo.h"
@@ -40,6 +39,12 @@ QComboBox* MakeBox(const char* name, const QString& title, const QStringList& en
   box->setAccessibleName(title);
   box->addItems(entries);
   return box;
+}
+
+void AddRow(QFormLayout& form, const QString& caption, QWidget& field) {
+  auto* label = new TKeyLabel(caption, field.parentWidget());
+  label->setBuddy(&field);
+  form.addRow(label, &field);
 }
 
 QString TimeText(const std::optional<double>& time) {
@@ -100,8 +105,8 @@ QWidget* TReportConfigDialog::MakePage() {
   FPaper = MakeBox("cmbReportPaper", tr("Paper"), {tr("A4"), tr("Letter")}, group);
   FOrientation = MakeBox("cmbReportOrientation", tr("Orientation"), {tr("Portrait"), tr("Landscape")}, group);
   auto* form = new QFormLayout(group);
-  form->addRow(tr("&Paper"), FPaper);
-  form->addRow(tr("&Orientation"), FOrientation);
+  AddRow(*form, tr("&Paper"), *FPaper);
+  AddRow(*form, tr("&Orientation"), *FOrientation);
   auto* tables = new QHBoxLayout;
   const QString captions[] = {tr("&Events"), tr("Se&nsors"), tr("&Battery")};
   for (std::size_t i = 0; i < FTables.size(); ++i) {
@@ -129,9 +134,9 @@ QWidget* TReportConfigDialog::MakeCards() {
   connect(FCardEvents, &QComboBox::currentIndexChanged, this,
           [this](int entry) { FWorst->setEnabled(entry == static_cast<int>(TCardEvents::Worst)); });
   auto* form = new QFormLayout(group);
-  form->addRow(tr("&Cards for"), FCardEvents);
-  form->addRow(tr("&Number of the worst"), FWorst);
-  form->addRow(tr("Cards a pa&ge"), FPerPage);
+  AddRow(*form, tr("&Cards for"), *FCardEvents);
+  AddRow(*form, tr("&Number of the worst"), *FWorst);
+  AddRow(*form, tr("Cards a pa&ge"), *FPerPage);
   return group;
 }
 
@@ -159,8 +164,8 @@ QWidget* TReportConfigDialog::MakeTime(const TTimeSpan& band) {
   add("btnReportTimeBand", tr("Na&vigator's band"), {band.start, band.end});
   add("btnReportTimeAll", tr("&Whole recording"), {});
   auto* form = new QFormLayout(group);
-  form->addRow(tr("&From"), FFrom);
-  form->addRow(tr("&To"), FTo);
+  AddRow(*form, tr("&From"), *FFrom);
+  AddRow(*form, tr("&To"), *FTo);
   form->addRow(buttons);
   return group;
 }
@@ -174,8 +179,8 @@ QWidget* TReportConfigDialog::MakeButtons() {
     connect(button, &QPushButton::clicked, this, clicked);
     return button;
   };
-  add("btnReportConfigLoad", tr("&Load…"), QDialogButtonBox::ActionRole, [this] { Load(); });
-  add("btnReportConfigSave", tr("&Save…"), QDialogButtonBox::ActionRole, [this] { Save(); });
+  add("btnReportConfigLoad", tr("&Load…"), QDialogButtonBox::ResetRole, [this] { Load(); });
+  add("btnReportConfigSave", tr("&Save…"), QDialogButtonBox::ResetRole, [this] { Save(); });
   add("btnReportConfigDefaults", tr("&Defaults"), QDialogButtonBox::ResetRole, [this] { Show(TReportConfig()); });
   add("btnReportConfigCancel", tr("Cancel"), QDialogButtonBox::RejectRole, [this] { reject(); });
   const auto take = [this] {

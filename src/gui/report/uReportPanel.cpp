@@ -165,8 +165,10 @@ void TReportPanel::LayOut() {
   FFiltered->setText(filtered.isEmpty() ? QString() : tr("Filtered"));
   FFilteredCover->setText(filtered);
   FCards->ShowCards(FMission);
-  const QString total = tr("Total intensity %1 g·ms").arg(QtText(MaskFloat("0.##", FMission->Summary.iotTotal)));
-  for (QLabel* label : {FIntensity, FCardsIntensity}) label->setText(total);
+  const QString total = tr("total intensity %1 g·ms").arg(QtText(MaskFloat("0.##", FMission->Summary.iotTotal)));
+  const std::size_t events = FMission->Events.Count();
+  FIntensity->setText(tr("%1 events, %2").arg(events).arg(total));
+  FCardsIntensity->setText(tr("%1 cards · %2").arg(FMission->CLDS.RecordCount()).arg(total));
 }
 
 void TReportPanel::ShowPageNumber() {
