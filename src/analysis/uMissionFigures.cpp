@@ -78,6 +78,20 @@ std::vector<TFigure> EventFigures(const TMissionSummary& summary, const TEventLi
   return figures;
 }
 
+std::vector<TFigure> GroupFigures(const TEventGroups& groups, const TEventList& events) {
+  std::vector<TFigure> figures;
+  const auto add = [&](std::string label, const TEventGroup& group) {
+    if (!group.peakEvent) return;
+    figures.push_back({std::move(label), fmt::format("{}, peak up to {} g in event {}, IoT up to {} g ms",
+                                                     Counted(group.events, "event"),
+                                                     MaskFloat("0.###", events.GetItem(*group.peakEvent).Max),
+                                                     *group.peakEvent, MaskFloat("0.##", group.maxIot))});
+  };
+  for (const TEventGroup& group : groups.byAxis) add("Peak axis " + group.name, group);
+  for (const TEventGroup& group : groups.byDay) add(group.name, group);
+  return figures;
+}
+
 std::vector<TFigure> SensorFigures(const TMissionSummary& summary) {
   std::vector<TFigure> figures;
   for (const TSensorSummary& sensor : summary.sensors) figures.push_back({sensor.name, SensorText(sensor)});

@@ -21,5 +21,7 @@ std::string WhyNoEvents(const TAxesPresent& axes);
 // Events, peak, intensity, ToT and IoT, and the time span over events and sensors; where an axis is missing, that it is
 // why there are no events.
 std::vector<TFigure> EventFigures(const TMissionSummary& summary, const TEventList& events, const TAxesPresent& axes);
+// A line for each axis and each day with events: how many, their largest peak and IoT total.
+std::vector<TFigure> GroupFigures(const TEventGroups& groups, const TEventList& events);
 // A line for each sensor: readings, minimum and maximum.
 std::vector<TFigure> SensorFigures(const TMissionSummary& summary);

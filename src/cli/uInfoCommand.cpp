@@ -51,6 +51,7 @@ TStatus Show(const std::string& file, const std::optional<TLimitProfile>& profil
             fmt::format("{} m/s in event {}", MaskFloat("0.###", largest->velocityChange), largest->event)}},
           console);
   }
+  Print(GroupFigures(GroupEvents(recording.events, tables.Metrics), recording.events), console);
   Print(SensorFigures(summary), console);
   if (!profile) return recording.status;
   for (const TSensor& sensor : recording.sensors.Sensors()) tables.SensorMetrics.push_back(CalcSensorMetrics(sensor));

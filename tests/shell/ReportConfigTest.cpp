@@ -64,7 +64,7 @@ TEST_F(ReportConfigFile, WhatAFileLeavesOutHasItsDefault) {
 TEST_F(ReportConfigFile, WhatMeansNothingIsRefusedWithItsReason) {
   EXPECT_THAT(Complaint("[Sections]\nCover = yes\n"), HasSubstr("[Sections] Cover = yes is neither 0 nor 1."));
   EXPECT_THAT(Complaint("[Sections]\nIndex = 1\n"), HasSubstr("[Sections] Index is no section of a report."));
-  EXPECT_THAT(Complaint("[Sections]\nCover = 1\ncover = 1\n"), HasSubstr("line 3"));
+  EXPECT_THAT(Complaint("[Sections]\nCover = 1\ncover = 1\n"), HasSubstr("Line 3"));
   EXPECT_THAT(Complaint("[Page]\nPaper = A3\n"), HasSubstr("[Page] Paper = A3 is none of A4, Letter."));
   EXPECT_THAT(Complaint("[Page]\nColour = 1\n"), HasSubstr("[Page] has a key that is not known: \"Colour\"."));
   EXPECT_THAT(Complaint("[Pages]\nPaper = A4\n"), HasSubstr("[Pages] is no section"));
@@ -74,7 +74,7 @@ TEST_F(ReportConfigFile, WhatMeansNothingIsRefusedWithItsReason) {
   }
   EXPECT_THAT(Complaint("[Time]\nFrom = 04.03.2026\n"), HasSubstr("is no time such as"));
   EXPECT_THAT(Complaint("[Time]\nFrom = 2026-03-05\nTo = 2026-03-04\n"), HasSubstr("From is after To"));
-  EXPECT_THAT(Complaint("a note\n"), HasSubstr("line 1"));
+  EXPECT_THAT(Complaint("a note\n"), HasSubstr("Line 1"));
   EXPECT_THROW(ReadReportConfig(FFolder / "missing.ini"), std::filesystem::filesystem_error);
 }
 

@@ -50,6 +50,10 @@ void TPageFlow::AddGap(double height) {
   if (!FPieces.back().empty()) FUsed = std::min(FUsed + height, Area().height());
 }
 
+double TPageFlow::HeadingHeight() {
+  return kBefore + LineHeight(TTextStyle::Heading) + 2 + 2 * kLineGap;
+}
+
 void TPageFlow::AddHeading(const QString& title, double with) {
   const double text = LineHeight(TTextStyle::Heading) + 2;
   const double height = text + 2 * kLineGap;

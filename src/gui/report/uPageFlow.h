@@ -35,6 +35,8 @@ class TPageFlow {
   void AddGap(double height);
   // A heading with a bookmark, together with at least `with` of what follows.
   void AddHeading(const QString& title, double with);
+  // With the gap above it.
+  static double HeadingHeight();
   // A heading inside a section, without a bookmark.
   void AddSubheading(const QString& title, double with);
   void AddParagraph(const QString& text);

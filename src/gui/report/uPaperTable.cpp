@@ -163,6 +163,15 @@ double FigureLabelWidth(double width) {
   return width * kLabelPart;
 }
 
+double FiguresHeight(const TPageFlow& flow, const std::vector<TPaperFigure>& figures) {
+  double height = 0;
+  for (const TPaperFigure& figure : figures) {
+    const TParagraph text(TTextStyle::Body, figure.text, flow.Width() - FigureLabelWidth(flow.Width()));
+    height += text.Height() + kRowSpace;
+  }
+  return height;
+}
+
 void AddFigures(TPageFlow& flow, const std::vector<TPaperFigure>& figures) {
   const double label = FigureLabelWidth(flow.Width());
   for (const TPaperFigure& figure : figures) {

@@ -35,6 +35,7 @@ struct TPaperFigure {
   QString text;
 };
 void AddFigures(TPageFlow& flow, const std::vector<TPaperFigure>& figures);
+double FiguresHeight(const TPageFlow& flow, const std::vector<TPaperFigure>& figures);
 // The part of a width that labels take.
 double FigureLabelWidth(double width);
 

@@ -17,7 +17,7 @@ constexpr double kLogoHeight = 40;   // pt
 constexpr double kLogoPart = 0.42;   // of the width, at most, for each
 constexpr double kBox = 10;          // around the text of the verdict
 constexpr double kBar = 3;           // at its left
-constexpr double kMinChart = 150;    // of the picture of the recording
+constexpr double kMinChart = 140;    // of the picture of the recording
 constexpr double kMaxChart = 380;
 
 // As large as it fits, whatever its shape; never larger than a point a pixel.
@@ -149,9 +149,10 @@ void AddCover(TPageFlow& flow, const TReportData& data, TReportCharts& charts) {
   AddTitle(flow, data);
   AddVerdictBox(flow, data);
   const std::vector<TPaperFigure> figures = CoverFigures(data);
-  const double list = (static_cast<double>(figures.size()) + 1) * (LineHeight(TTextStyle::Body) + 3) + 50;
-  flow.AddHeading(QObject::tr("Whole recording"), kMinChart + 20);
-  flow.Add(std::clamp(flow.Room() - list - 40, kMinChart, kMaxChart),
+  const double checksum = LineHeight(TTextStyle::Body) + 3;
+  const double list = TPageFlow::HeadingHeight() + FiguresHeight(flow, figures) + checksum;
+  flow.AddHeading(QObject::tr("Whole recording"), kMinChart);
+  flow.Add(std::clamp(flow.Room() - list, kMinChart, kMaxChart),
            [&charts](QPainter& painter, const QRectF& rect) { charts.PaintWhole(painter, rect); });
   flow.AddHeading(QObject::tr("Mission"), 60);
   AddFigures(flow, figures);
