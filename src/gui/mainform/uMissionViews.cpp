@@ -28,7 +28,6 @@
 #include "gui/mainform/uViewOutput.h"
 #include "gui/overview/uOverviewPanel.h"
 #include "gui/overview/uVerdictStrip.h"
-#include "gui/report/uEventCardList.h"
 #include "gui/report/uReportPanel.h"
 #include "gui/settings/uAlarmLimitsPanel.h"
 #include "gui/shock/uEventCards.h"
@@ -220,7 +219,7 @@ void TMissionViews::ShowFilter(const TShownMission& mission) {
 void TMissionViews::ShowSelectedEvent(std::optional<std::size_t> event) {
   for (TEventsChart* chart : {FParts.overview->Chart1(), FParts.shock->Chart20()}) chart->SetSelectedEvent(event);
   FParts.overview->ShowSelectedEvent(event, SelectedEventWords(event));
-  FParts.report->Cards()->SetCurrent(event);
+  FParts.report->SetSelectedEvent(event);
   if (FMission == nullptr) return;
   FParts.shock->Cards()->ShowRow(FMission->Tables.Events, event, FMission->Display);
   FParts.shock->ShowClipped(event && FMission->Tables.Metrics[*event].clipped);

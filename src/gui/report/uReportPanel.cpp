@@ -6,14 +6,17 @@
 #include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
+#include <tuple>
 
 #include "base/uText.h"
+#include "gui/common/uBackgroundTask.h"
 #include "gui/common/uIcons.h"
 #include "gui/common/uLabels.h"
 #include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
 #include "gui/report/uEventCardList.h"
 #include "gui/report/uPageView.h"
+#include "platform/uSha256.h"
 
 namespace {
 
@@ -29,7 +32,7 @@ TElidedLabel* MakeFiltered(const char* name, QWidget* parent) {
 
 }  // namespace
 
-TReportPanel::TReportPanel(QWidget* parent) : QWidget(parent) {
+TReportPanel::TReportPanel(QWidget* parent) : QWidget(parent), FReadFile(new TBackgroundTask(this)) {
   setObjectName("ReportPanel");
   auto* splitter = new QSplitter(this);
   splitter->setObjectName("splReport");
@@ -57,6 +60,7 @@ TReportPanel::TReportPanel(QWidget* parent) : QWidget(parent) {
   layout->addWidget(splitter);
   splitter->setSizes({kThumbnailsWidth, width(), cards->minimumSizeHint().width()});
 
+  setFocusProxy(FView);
   connect(FView, &TPageView::PageChanged, this, &TReportPanel::ShowPageNumber);
   connect(FView, &TPageView::ZoomChanged, this, &TReportPanel::ShowPageNumber);
   connect(FThumbnails, &TPageView::PageClicked, this, [this](int page) {
@@ -95,10 +99,9 @@ QWidget* TReportPanel::MakeBar(QWidget* parent) {
       [this] { FView->SetFit(TPageView::TFit::Width); });
   add("btnReportFitPage", "zoom-fit-best", tr("Fit the page (F)"), [this] { FView->SetFit(TPageView::TFit::Page); });
   FFiltered = MakeFiltered("dxLayoutItemReportIsFiltered", bar);
-  row->addWidget(FFiltered, 1);
+  row->addWidget(FFiltered);
   row->addStretch();
-  FIntensity = new QLabel(bar);
-  FIntensity->setObjectName("lblReportTotalIntensity");
+  FIntensity = new TElidedLabel("lblReportTotalIntensity", bar, Qt::ElideRight);
   FIntensity->setForegroundRole(QPalette::PlaceholderText);
   row->addWidget(FIntensity);
   return bar;
@@ -108,8 +111,7 @@ QFrame* TReportPanel::MakeCards(QWidget* parent) {
   auto* panel = new QFrame(parent);
   panel->setObjectName("pnlEventCards");
   auto* title = MakeTitle(tr("Event cards"), panel);
-  FCardsIntensity = new QLabel(panel);
-  FCardsIntensity->setObjectName("lblEventCardsTotalIntensity");
+  FCardsIntensity = new TElidedLabel("lblEventCardsTotalIntensity", panel, Qt::ElideRight);
   FCardsIntensity->setForegroundRole(QPalette::PlaceholderText);
   FCards = new TEventCardList(panel);
   auto* column = new QVBoxLayout(panel);
@@ -130,10 +132,18 @@ void TReportPanel::ShowReport(const TShownMission& mission) {
 void TReportPanel::Clear() {
   FMission = nullptr;
   FStale = false;
+  FReadFile->Cancel();
+  FReadingFile = false;
+  FSha256.clear();
   for (TPageView* view : {FThumbnails, FView}) view->ShowPages(nullptr);
   FPages.reset();
   FCards->ShowCards(nullptr);
-  for (QLabel* label : {FIntensity, FCardsIntensity}) label->clear();
+  for (TElidedLabel* label : {FIntensity, FCardsIntensity}) label->clear();
+}
+
+void TReportPanel::SetSelectedEvent(std::optional<std::size_t> event) {
+  FCards->SetCurrent(event);
+  if (FMission != nullptr && FConfig.Has(TReportSection::SelectedEvent)) ShowReport(*FMission);
 }
 
 void TReportPanel::SetConfig(const TReportConfig& config) {
@@ -156,7 +166,10 @@ void TReportPanel::LayOutSoon() {
 
 void TReportPanel::LayOut() {
   if (FMission == nullptr || !FSource || !std::exchange(FStale, false)) return;
-  auto pages = std::make_unique<TReportPages>(FSource(*FMission), FConfig);
+  TReportContents contents = FSource(*FMission);
+  contents.sha256 = FSha256;
+  if (!std::exchange(FReadingFile, true)) FindChecksum(contents.file);
+  auto pages = std::make_unique<TReportPages>(contents, FConfig);
   for (TPageView* view : {FView, FThumbnails}) view->ShowPages(pages.get());
   FPages = std::move(pages);
   ShowPageNumber();
@@ -169,6 +182,19 @@ void TReportPanel::LayOut() {
   const std::size_t events = FMission->Events.Count();
   FIntensity->setText(tr("%1 events, %2").arg(events).arg(total));
   FCardsIntensity->setText(tr("%1 cards · %2").arg(FMission->CLDS.RecordCount()).arg(total));
+}
+
+// A large file takes a while, and a dead drive never answers.
+void TReportPanel::FindChecksum(const std::filesystem::path& file) {
+  std::ignore = FReadFile->Start([this, file](const TBackgroundTask::TReport& report) {
+    TNoProgress quiet;
+    report([this, sha256 = Sha256Of(file, quiet)] {
+      FSha256 = sha256;
+      if (FPages == nullptr) return;
+      FPages->SetSha256(sha256);
+      for (TPageView* view : {FView, FThumbnails}) view->Refresh();
+    });
+  });
 }
 
 void TReportPanel::ShowPageNumber() {

@@ -11,6 +11,7 @@
 #include "shell/uReportConfig.h"
 
 class QFrame;
+class TBackgroundTask;
 class QLabel;
 class QSplitter;
 class TElidedLabel;
@@ -30,6 +31,8 @@ class TReportPanel : public QWidget {
   void SetSource(TSource source) { FSource = std::move(source); }
   // Call when the mission, its filter or its settings changed. Borrows the mission until Clear.
   void ShowReport(const TShownMission& mission);
+  // Frames its card.
+  void SetSelectedEvent(std::optional<std::size_t> event);
   void Clear();
 
   void SetConfig(const TReportConfig& config);
@@ -45,17 +48,21 @@ class TReportPanel : public QWidget {
   void LayOutSoon();
   void LayOut();
   void ShowPageNumber();
+  void FindChecksum(const std::filesystem::path& file);
 
   TSource FSource;
   const TShownMission* FMission = nullptr;
   TReportConfig FConfig;
   bool FStale = false;
   std::unique_ptr<TReportPages> FPages;
+  TBackgroundTask* FReadFile;  // for the checksum
+  bool FReadingFile = false;
+  std::string FSha256;  // empty until it is known
   TPageView* FThumbnails;
   TPageView* FView;
   TEventCardList* FCards;
   QLabel* FPageNumber;
   TElidedLabel* FFiltered;       // in the bar
   TElidedLabel* FFilteredCover;  // above the pages, as the cover says it
-  QLabel *FIntensity, *FCardsIntensity;
+  TElidedLabel *FIntensity, *FCardsIntensity;
 };
