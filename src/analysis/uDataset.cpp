@@ -152,6 +152,23 @@ void TDataset::AppendDisplayText(std::string& text, std::size_t row, std::size_t
   }
 }
 
+void TDataset::SetBlob(std::size_t row, std::size_t field, std::string bytes) {
+  auto& blobs = FTable->columns[field].blobs;
+  std::erase_if(blobs, [row](const auto& blob) { return blob.first == row; });
+  if (blobs.size() == kMaxBlobs) blobs.pop_front();
+  blobs.emplace_back(row, std::move(bytes));
+}
+
+void TDataset::ClearBlobs(std::size_t field) {
+  FTable->columns[field].blobs.clear();
+}
+
+const std::string* TDataset::Blob(std::size_t row, std::size_t field) const {
+  const auto& blobs = FTable->columns[field].blobs;
+  const auto found = std::ranges::find(blobs, row, [](const auto& blob) { return blob.first; });
+  return found == blobs.end() ? nullptr : &found->second;
+}
+
 std::string TDataset::DisplayText(std::size_t row, std::size_t field) const {
   std::string text;
   AppendDisplayText(text, row, field);

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <memory>
 #include <optional>
 #include <span>
@@ -19,7 +20,7 @@ enum class TFieldType {
   Single,
   DateTime,
   Text,  // in UTF-8; sorts as nothing, so it has no index
-  Blob,  // drawn when it is shown; the table keeps nothing and every value is null
+  Blob,  // a picture that is drawn when it is shown; the table keeps those of the last kMaxBlobs rows, others are null
 };
 
 struct TField {
@@ -28,6 +29,8 @@ struct TField {
   TFieldType Type;
   std::string DisplayFormat;  // the mask of a DateTime
 };
+
+inline constexpr std::size_t kMaxBlobs = 256;
 
 class TDataset {
  public:
@@ -47,7 +50,11 @@ class TDataset {
   void SetSingle(std::size_t field, float value);
   void SetDateTime(std::size_t field, double value);
   void SetText(std::size_t field, std::string value);
-  // Appends row `row` of a table with the same fields.
+  // Of any row; companions see it, too. The rows that were set first become null again.
+  void SetBlob(std::size_t row, std::size_t field, std::string bytes);
+  // All blobs of a field become null.
+  void ClearBlobs(std::size_t field);
+  // Appends row `row` of a table with the same fields; blobs stay behind.
   void AppendCopy(const TDataset& from, std::size_t row);
 
   [[nodiscard]] std::span<const TField> Fields() const { return FTable->fields; }
@@ -70,6 +77,8 @@ class TDataset {
   [[nodiscard]] const std::string& Text(std::size_t row, std::size_t field) const {
     return FTable->columns[field].texts[row];
   }
+  // Of a Blob; null until it is set. Valid until the next SetBlob or ClearBlobs.
+  [[nodiscard]] const std::string* Blob(std::size_t row, std::size_t field) const;
   // All values of a field; where one is null stands NaN.
   [[nodiscard]] std::span<const float> Singles(std::size_t field) const { return FTable->columns[field].singles; }
   [[nodiscard]] std::span<const double> DateTimes(std::size_t field) const { return FTable->columns[field].dateTimes; }
@@ -108,7 +117,8 @@ class TDataset {
     std::vector<float> singles;
     std::vector<double> dateTimes;
     std::vector<std::string> texts;
-    std::vector<bool> isNull;
+    std::deque<std::pair<std::size_t, std::string>> blobs;  // by the time at which they were set
+    std::vector<bool> isNull;                               // of a Blob always
   };
   struct TIndex {
     std::string name;

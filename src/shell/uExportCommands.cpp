@@ -397,6 +397,20 @@ void TExportCommands::Save(TSaveDialog dialog, std::string_view failed,
   }
 }
 
+void TExportCommands::SavePdf(std::string name, const std::function<void(const fs::path& file, IProgress&)>& write) {
+  if (!FFlow.FileShown()) return;
+  const auto chosen =
+      FDialogs.AskWhereToSave({"Save as PDF", FFlow.RememberedFolder(), std::move(name), "PDF|*.pdf", "pdf"});
+  if (!chosen) return;
+  const fs::path file = PathFromUtf8(chosen->file);
+  if (Run(file, {}, [&](IProgress& progress) { write(file, progress); })) Done(file);
+}
+
+void TExportCommands::Print(std::string_view printer, const std::function<void(IProgress&)>& print) {
+  if (!FFlow.FileShown() || !Run(PathFromUtf8(printer), {}, print)) return;
+  FControls.ShowNotice(fmt::format("Printed: {}", Printable(printer)), {});
+}
+
 void TExportCommands::ShowWritten(const fs::path& place) {
   std::error_code unknown;
   const fs::path folder = fs::is_directory(place, unknown) ? place : place.parent_path();

@@ -61,6 +61,10 @@ class TExportCommands {
   // Asks for a file in the remembered folder and writes what `contents` returns for the chosen filter of the dialog,
   // counted from 1. `failed` heads the message when that or the writing throws.
   void Save(TSaveDialog dialog, std::string_view failed, const std::function<std::string(int filter)>& contents);
+  // Asks for a PDF in the remembered folder and has it written, with progress and Cancel.
+  void SavePdf(std::string name, const std::function<void(const std::filesystem::path& file, IProgress&)>& write);
+  // The same for a printer, by its name.
+  void Print(std::string_view printer, const std::function<void(IProgress&)>& print);
 
  private:
   enum class TKind { Csv, Xlsx };

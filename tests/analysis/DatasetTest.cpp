@@ -95,4 +95,19 @@ TEST(Dataset, ShowsValuesAsText) {
   EXPECT_EQ(table.FindField("Strain"), std::nullopt) << "a label is no key";
 }
 
+TEST(Dataset, KeepsPicturesOfTheRowsThatWereSetLast) {
+  TDataset table;
+  const std::size_t chart = table.AddField("Chart", TFieldType::Blob);
+  for (std::size_t row = 0; row <= kMaxBlobs; ++row) table.Append();
+  TDataset companion = table;
+  for (std::size_t row = 0; row < kMaxBlobs; ++row) companion.SetBlob(row, chart, "old");
+  companion.SetBlob(0, chart, "new");
+  companion.SetBlob(kMaxBlobs, chart, "one more");
+  EXPECT_EQ(*table.Blob(0, chart), "new");
+  EXPECT_EQ(table.Blob(1, chart), nullptr) << "set first";
+  EXPECT_EQ(*table.Blob(2, chart), "old");
+  table.ClearBlobs(chart);
+  EXPECT_EQ(companion.Blob(0, chart), nullptr);
+}
+
 }  // namespace

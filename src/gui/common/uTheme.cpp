@@ -91,12 +91,12 @@ constexpr auto kSheet = R"(
 
   QCheckBox, QRadioButton { spacing: 6px; padding: 2px; border: 2px solid transparent; border-radius: 4px; }
   QCheckBox:focus, QRadioButton:focus { border-color: %accent; }
-  QCheckBox::indicator, QRadioButton::indicator { width: 14px; height: 14px; border: 1px solid %secondary;
-                                                  background: %surface; }
-  QCheckBox::indicator { border-radius: 3px; }
+  QCheckBox::indicator, QRadioButton::indicator, QListWidget::indicator {
+    width: 14px; height: 14px; border: 1px solid %secondary; background: %surface; }
+  QCheckBox::indicator, QListWidget::indicator { border-radius: 3px; }
   QRadioButton::indicator { border-radius: 8px; }
-  QCheckBox::indicator:checked { background: %accent; border-color: %accent;
-                                 image: url(%checkmark); }
+  QCheckBox::indicator:checked, QListWidget::indicator:checked {
+    background: %accent; border-color: %accent; image: url(%checkmark); }
   QRadioButton::indicator:checked { background: %accent; border: 4px solid %surface; }
   QCheckBox::indicator:disabled, QRadioButton::indicator:disabled { border-color: %hairline; }
 

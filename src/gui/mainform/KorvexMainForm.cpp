@@ -15,6 +15,7 @@
 #include "gui/common/uGrid.h"
 #include "gui/common/uGuard.h"
 #include "gui/common/uIcons.h"
+#include "gui/common/uLogos.h"
 #include "gui/common/uQtText.h"
 #include "gui/docks/uFoldingPanel.h"
 #include "gui/mainform/uChartMenus.h"
@@ -26,10 +27,12 @@
 #include "gui/mainform/uNotice.h"
 #include "gui/mainform/uSettingsBinder.h"
 #include "gui/mainform/uViewActions.h"
+#include "gui/mainform/uViewOutput.h"
 #include "gui/mainform/uWindowPlace.h"
 #include "gui/overview/uOverviewPanel.h"
 #include "gui/platform/uDialogs.h"
 #include "gui/platform/uPostedMessages.h"
+#include "gui/report/uEventCardList.h"
 #include "gui/report/uReportPanel.h"
 #include "gui/ribbon/uBackstage.h"
 #include "gui/ribbon/uBackstagePages.h"
@@ -76,6 +79,7 @@ TKorvexMainForm::TKorvexMainForm(TProgram program, std::function<std::uint64_t()
   ConnectRecent();
   ConnectSettings();
   ConnectProfiles();
+  ConnectReport();
   FViewActions = std::make_unique<TViewActions>(*this, *FParts, *FFlow, *FControls, *FViews);
   FormCreate();
 }
@@ -185,6 +189,22 @@ void TKorvexMainForm::ConnectProfiles() {
           });
 }
 
+void TKorvexMainForm::ConnectReport() {
+  FParts->report->SetSource(
+      [this](const TShownMission& mission) { return ReportContents(mission, *FParts, *FFlow, FProgram); });
+  connect(FParts->logos, &TLogos::Changed, this, [this] {
+    if (FFlow->FileShown()) Guarded(this, [this] { FParts->report->ShowReport(FFlow->Mission()); });
+  });
+}
+
+void TKorvexMainForm::btnReportConfigOKClick(const TReportConfig& config) {
+  Guarded(this, [&] {
+    FParts->report->SetConfig(config);
+    const std::string folder = FProgram.findSettingsFolder();
+    if (!folder.empty()) KeepReportConfig(PathFromUtf8(folder), config);
+  });
+}
+
 void TKorvexMainForm::FormCreate() {
   setWindowIcon(ProgramIcon());
   setWindowIconText(QtText(kApplicationTitle));
@@ -197,6 +217,11 @@ void TKorvexMainForm::FormCreate() {
   if (!folder.empty()) LoadWindowPlace(*this, PathFromUtf8(folder) / kWindowPlaceFile);
   ::FormCreate(FProgram, FFlow->Recent(), *FControls, *FDialogs);
   FProfiles->Restore();
+  if (folder.empty()) return;
+  TFailureList failures;
+  failures.Run(PathFromUtf8(folder) / "report.ini",
+               [&] { FParts->report->SetConfig(ReadKeptReportConfig(PathFromUtf8(folder))); });
+  failures.Show(*FDialogs, "The report's configuration could not be read.");
 }
 
 void TKorvexMainForm::FormShow() {

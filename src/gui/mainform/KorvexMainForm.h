@@ -19,6 +19,7 @@ class TPostedMessages;
 class TSettingsBinder;
 class TViewActions;
 struct TMainParts;
+struct TReportConfig;
 
 class TKorvexMainForm : public QMainWindow {
   Q_OBJECT
@@ -42,6 +43,8 @@ class TKorvexMainForm : public QMainWindow {
   void actSetViewOverviewExecute() { FFlow->SwitchView(TView::Overview); }
   void actSetViewShockExecute() { FFlow->SwitchView(TView::Shock); }
   void actSetViewReportExecute() { FFlow->SwitchView(TView::Report); }
+  // Lays the report out by this choice, which the next report starts with.
+  void btnReportConfigOKClick(const TReportConfig& config);
 
  protected:
   bool event(QEvent* event) override;
@@ -56,6 +59,7 @@ class TKorvexMainForm : public QMainWindow {
   void ConnectRecent();
   void ConnectSettings();
   void ConnectProfiles();
+  void ConnectReport();
   void SavePlace();
 
   TProgram FProgram;

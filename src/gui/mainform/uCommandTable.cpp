@@ -94,11 +94,20 @@ void SaveLayout(TTargets on, bool /*checked*/) {
 }
 
 void Print(TTargets on, bool /*checked*/) {
-  PrintView(on.form);
+  PrintView(on);
 }
 
 void SaveAsPdf(TTargets on, bool /*checked*/) {
-  SaveViewAsPdf(on.form, on.exports);
+  SaveViewAsPdf(on);
+}
+
+void Preview(TTargets on, bool /*checked*/) {
+  PreviewView(on);
+}
+
+template <bool TimeFirst>
+void Configure(TTargets on, bool /*checked*/) {
+  ConfigureReport(on, TimeFirst);
 }
 
 void SwitchFullScreen(TTargets on, bool /*checked*/) {
@@ -222,8 +231,9 @@ constexpr TCommand kCommands[] = {
     {"actSetViewShock", "dxBarLargeShockView", "btngrpView", "&Shock events",
      "The tables of events, and the samples of the selected one", "office-chart-line", "Ctrl+2", kLarge | kView,
      Do<&F::actSetViewShockExecute>},
-    {"actSetViewReport", "dxBarReport", "btngrpView", "Re&port", "One page for paper or PDF", "document-preview",
-     "Ctrl+3", kLarge | kView, Do<&F::actSetViewReportExecute>},
+    {"actSetViewReport", "dxBarReport", "btngrpView", "Re&port",
+     "The report as it will be printed, and the event cards", "document-preview", "Ctrl+3", kLarge | kView,
+     Do<&F::actSetViewReportExecute>},
     {"actNavSetIntAll", "dxBarNavSetIntAll", "btngrpNavigator", "&All",
      "The band covers the whole recording; the charts follow it", "zoom-fit-width", "Ctrl+0", kLarge,
      Do<actNavSetIntAllExecute>},
@@ -272,24 +282,34 @@ constexpr TCommand kCommands[] = {
     {"actSaveUserLayout", "dxBarSaveUserLayout", "btngrpLayout", "Save user la&yout",
      "Keep panels and splitters as they are; the next start loads them", "document-save", "Ctrl+Shift+U", 0,
      SaveLayout},
-    {"actOverviewPrint", "dxBarOverviewPrint", "btngrpEvents", "Print…", "Print the overview on one page",
-     "document-print", "", kLarge, Print},
-    {"actOverviewExport", "dxBarOverviewExport", "btngrpEvents", "Save as PDF…", "The overview on one A4 page",
-     "document-export", "", kLarge, SaveAsPdf},
+    {"actOverviewPrint", "dxBarOverviewPrint", "btngrpEvents", "Print…",
+     "Print charts and most important events of the band", "document-print", "", kLarge, Print},
+    {"actOverviewPreview", "dxBarOverviewPreview", "btngrpEvents", "Print pre&view…",
+     "The pages that Print and Save as PDF make", "document-preview", "", kLarge, Preview},
+    {"actOverviewExport", "dxBarOverviewExport", "btngrpEvents", "Save as PDF…",
+     "Charts and most important events of the band as PDF", "document-export", "", kLarge, SaveAsPdf},
     {"actPreviousEvent", "dxBarPreviousEvent", "btngrpShock", "Previous event",
      "Select the event before: in the order of the tables, in the overview by time", "go-previous", "P",
      kLarge | kOfEvents, Step<-1>},
     {"actNextEvent", "dxBarNextEvent", "btngrpShock", "Next event",
      "Select the event after: in the order of the tables, in the overview by time", "go-next", "N", kLarge | kOfEvents,
      Step<1>},
-    {"actShockPrint", "dxBarShockPrint", "btngrpShockOutput", "Print…", "Print the shock view on one page",
+    {"actShockPrint", "dxBarShockPrint", "btngrpShockOutput", "Print…",
+     "Print the selected event, the events chart and the table of the band's events", "document-print", "", kLarge,
+     Print},
+    {"actShockPreview", "dxBarShockPreview", "btngrpShockOutput", "Print pre&view…",
+     "The pages that Print and Save as PDF make", "document-preview", "", kLarge, Preview},
+    {"actShockExport", "dxBarShockExport", "btngrpShockOutput", "Save as PDF…",
+     "The selected event, the events chart and the table of the band's events as PDF", "document-export", "", kLarge,
+     SaveAsPdf},
+    {"actReportConfig", "dxBarReportConfig", "btngrpReport", "&Configure…",
+     "Choose sections and their order, paper, event cards and tables", "configure", "", kLarge, Configure<false>},
+    {"actReportTimeFilter", "dxBarReportTimeFilter", "btngrpReport", "&Time filter…",
+     "Limit the report to a span of time; the cover says so", "chronometer", "", kLarge, Configure<true>},
+    {"actReportPrint", "dxBarReportPrintOnly", "btngrpReport", "Print…", "Print the report, or some of its pages",
      "document-print", "", kLarge, Print},
-    {"actShockExport", "dxBarShockExport", "btngrpShockOutput", "Save as PDF…", "The shock view on one A4 page",
-     "document-export", "", kLarge, SaveAsPdf},
-    {"actReportPrint", "dxBarReportPrintOnly", "btngrpReport", "Print…", "Print the report", "document-print", "",
-     kLarge, Print},
-    {"actReportExport", "dxBarReportExportOnly", "btngrpReport", "Save as PDF…", "The report on A4 pages",
-     "document-export", "", kLarge, SaveAsPdf},
+    {"actReportExport", "dxBarReportExportOnly", "btngrpReport", "Save as PDF…",
+     "The report with vector charts and bookmarks", "document-export", "", kLarge, SaveAsPdf},
     {"actFullScreen", nullptr, nullptr, "Full screen", "The window without frame, over the whole screen, and back", "",
      "F11", 0, SwitchFullScreen},
     {"actManual", nullptr, nullptr, "Manual", "The document of the manual on what is in front", "", "F1", 0,

@@ -127,7 +127,7 @@ void TControls::BringToFront(std::string_view panel) {
 }
 
 void TControls::ScrollToTop(std::string_view box) {
-  NamedChild<QScrollArea>(FWindow, box).verticalScrollBar()->setValue(0);
+  NamedChild<QAbstractScrollArea>(FWindow, box).verticalScrollBar()->setValue(0);
 }
 
 void TControls::SetCaption(std::string_view caption) {

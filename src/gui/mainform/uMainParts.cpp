@@ -132,6 +132,7 @@ void TMainParts::FocusChart() const {
   if (front->currentWidget() != views || (focus != nullptr && qobject_cast<const QTabBar*>(focus) == nullptr)) return;
   if (views->currentWidget() == overview) overview->Chart1()->setFocus();
   if (views->currentWidget() == shock) shock->Chart2()->setFocus();
+  if (views->currentWidget() == report) report->setFocus();
 }
 
 void TMainParts::MakeStatusBar(QMainWindow& window) {

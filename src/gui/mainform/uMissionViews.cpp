@@ -215,12 +215,14 @@ void TMissionViews::ShowFilter(const TShownMission& mission) {
                            mission.FilterActive ? conditions : QString());
   FParts.filter->ShowFilter();
   FParts.overview->Verdict()->ShowCells(VerdictCells(FVerdict, mission));
+  FParts.report->ShowReport(mission);
   FControls.UpdateCommands();
 }
 
 void TMissionViews::ShowSelectedEvent(std::optional<std::size_t> event) {
   for (TEventsChart* chart : {FParts.overview->Chart1(), FParts.shock->Chart20()}) chart->SetSelectedEvent(event);
   FParts.overview->ShowSelectedEvent(event, SelectedEventWords(event));
+  FParts.report->SetSelectedEvent(event);
   if (FMission == nullptr) return;
   FParts.shock->Cards()->ShowRow(FMission->Tables.Events, event, FMission->Display);
   FParts.shock->ShowClipped(event && FMission->Tables.Metrics[*event].clipped);

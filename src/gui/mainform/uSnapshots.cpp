@@ -13,6 +13,7 @@
 
 #include "gui/common/uQtText.h"
 #include "gui/mainform/KorvexMainForm.h"
+#include "gui/report/uPageView.h"
 #include "gui/ribbon/uBackstage.h"
 #include "gui/settings/uAlarmLimitsPanel.h"
 #include "gui/settings/uLimitEdit.h"
@@ -53,8 +54,8 @@ class TAlbum {
     Settle();
     Save(name, FForm.grab());
   }
-  // Of the list of keys, which is modal.
-  void SaveKeys() {
+  // Of the modal dialog that the action opens.
+  void SaveDialog(const char* action, const QString& name) {
     QPixmap picture;
     QTimer::singleShot(0, &FForm, [&picture] {
       Settle();
@@ -62,8 +63,8 @@ class TAlbum {
       picture = dialog->grab();
       dialog->reject();
     });
-    Trigger("actKeys");
-    Save("keys", picture);
+    Trigger(action);
+    Save(name, picture);
   }
   // Of the alarm panel with a profile, and of the overview that is judged by it.
   void SaveLimits() {
@@ -126,9 +127,17 @@ QStringList SaveSnapshots(TKorvexMainForm& form, const QString& recording, const
   album.Trigger("actFilterEdit");
   form.findChild<QLineEdit*>("edtFilterAccelerationMaxFrom")->setText("10");  // switches the filter on
   album.Save("filter");
-  album.SaveKeys();
+  album.SaveDialog("actKeys", "keys");
   form.Flow().SwitchView(TView::Report);
   album.Save("report");
+  form.findChild<TPageView*>("scrlReport")->SetFit(TPageView::TFit::Page);
+  form.findChild<TPageView*>("scrlReport")->GoToPage(1);
+  album.Save("report-page");
+  album.SaveDialog("actReportConfig", "report-config");
+  form.Flow().SwitchView(TView::Overview);
+  album.SaveDialog("actOverviewPreview", "overview-preview");
+  form.Flow().SwitchView(TView::Shock);
+  album.SaveDialog("actShockPreview", "shock-preview");
   album.Trigger("actBackstage");
   album.Save("backstage");
   form.findChild<TBackstage*>()->SelectPage("backstageSettings");

@@ -19,6 +19,8 @@
 #include "gui/mainform/uMissionViews.h"
 #include "gui/overview/uOverviewPanel.h"
 #include "gui/overview/uVerdictStrip.h"
+#include "gui/report/uEventCardList.h"
+#include "gui/report/uReportPanel.h"
 #include "gui/shock/uShockPanel.h"
 #include "shell/uFileFlow.h"
 #include "shell/uNavigatorCommands.h"
@@ -31,6 +33,7 @@ TViewActions::TViewActions(QMainWindow& window, TMainParts& parts, TFileFlow& fl
   ConnectCharts();
   ConnectNavigator();
   ConnectFilter();
+  ConnectEventCards();
   connect(FParts.overview->Verdict(), &TVerdictStrip::Asked, this, &TViewActions::OpenVerdict);
 }
 
@@ -135,6 +138,15 @@ void TViewActions::ConnectFilter() {
   });
   connect(FParts.statusEvents, &TFilterChip::OffClicked, this,
           [this] { OnMission([&](TShownMission& mission) { std::ignore = ActivateFilter(mission, false, FViews); }); });
+}
+
+void TViewActions::ConnectEventCards() {
+  const TEventCardList* cards = FParts.report->Cards();
+  connect(cards, &TEventCardList::EventChosen, this, &TViewActions::Select);
+  connect(cards, &TEventCardList::EventOpened, this, [this](std::size_t event) {
+    Select(event);
+    FFlow.SwitchView(TView::Shock);
+  });
 }
 
 void TViewActions::OpenVerdict(TVerdictQuestion question, TVerdictAnswer answer) {

@@ -27,6 +27,7 @@ class TViewActions : public QObject {
   void ConnectCharts();
   void ConnectNavigator();
   void ConnectFilter();
+  void ConnectEventCards();
   // Goes where a button of the verdict leads.
   void OpenVerdict(TVerdictQuestion question, TVerdictAnswer answer);
   // Nothing while no file is shown.

@@ -1,84 +1,75 @@
 #include "gui/mainform/uViewOutput.h"
 
 #include <QBuffer>
-#include <QPageLayout>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QLabel>
 #include <QPainter>
-#include <QPdfWriter>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <QPushButton>
 #include <QSvgGenerator>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <initializer_list>
 #include <new>
 #include <stdexcept>
 
 #include "base/uFiles.h"
 #include "gui/charts/uTimeChart.h"
+#include "gui/common/uLogos.h"
 #include "gui/common/uQtText.h"
-#include "gui/common/uTheme.h"
 #include "gui/mainform/KorvexMainForm.h"
+#include "gui/mainform/uCommandTable.h"
+#include "gui/mainform/uMainParts.h"
+#include "gui/report/uPageView.h"
+#include "gui/report/uReportConfigDialog.h"
 #include "gui/report/uReportPanel.h"
+#include "platform/uSha256.h"
 #include "shell/uExportCommands.h"
+#include "shell/uStartUp.h"
 
 namespace {
 
-constexpr double kPaperRatio = 3;  // pixels of the picture per pixel of the screen
-
-// Gives a view the light palette and its charts the resolution of paper, until it is destroyed.
-class TForPaper {
- public:
-  explicit TForPaper(QWidget& view) : FView(view) {
-    FView.setPalette(LightPalette());
-    FView.setStyleSheet(LightStyleSheet());
-    Redraw(kPaperRatio);
-  }
-  ~TForPaper() {
-    FView.setStyleSheet({});
-    FView.setPalette(QPalette());
-    Redraw(FView.devicePixelRatioF());
-  }
-  TForPaper(const TForPaper&) = delete;
-  TForPaper& operator=(const TForPaper&) = delete;
-
- private:
-  void Redraw(double ratio) {
-    for (TTimeChart* chart : FView.findChildren<TTimeChart*>()) {
-      chart->setBufferDevicePixelRatio(ratio);
-      chart->replot();
-    }
-  }
-
-  QWidget& FView;
-};
-
-// The view as on the screen, with more pixels.
-void RenderView(QWidget& view, QPagedPaintDevice& device) {
-  QImage picture((QSizeF(view.size()) * kPaperRatio).toSize(), QImage::Format_RGB32);
-  if (picture.isNull()) throw std::bad_alloc();
-  picture.setDevicePixelRatio(kPaperRatio);
-  {
-    const TForPaper forPaper(view);
-    view.render(&picture);
-  }
-  QPainter painter(&device);
-  if (!painter.isActive()) throw std::runtime_error("The page cannot be painted.");
-  painter.setRenderHint(QPainter::LosslessImageRendering);
-  const QRectF page = painter.viewport();
-  const QSizeF size = QSizeF(view.size()).scaled(page.size(), Qt::KeepAspectRatio);
-  painter.drawImage(QRectF(page.topLeft(), size), picture);
-}
-
 // Of the file, without its extension.
-QString RecordingName(TKorvexMainForm& form) {
-  return QtText(Utf8FromPath(PathFromUtf8(form.Flow().FileName()).stem()));
+QString RecordingName(const TFileFlow& flow) {
+  return QtText(Utf8FromPath(PathFromUtf8(flow.FileName()).stem()));
 }
 
-void Output(TKorvexMainForm& form, QPagedPaintDevice& device) {
-  QWidget& shown = form.View(form.Flow().View());
-  if (const auto* report = qobject_cast<const TReportPanel*>(&shown)) {
-    report->Print(device);
+// These sections in this order, the others off behind them.
+void ShowOnly(std::initializer_list<TReportSection> sections, TReportConfig& config) {
+  const auto place = [&](const TReportSectionChoice& choice) { return std::ranges::find(sections, choice.section); };
+  for (TReportSectionChoice& choice : config.sections) choice.on = place(choice) != sections.end();
+  std::ranges::stable_sort(config.sections, {}, place);
+}
+
+// What the view in front becomes on paper. Overview and shock view are limited to the navigator's band.
+TReportConfig ConfigOf(const TCommandTargets& on) {
+  const TReportConfig& report = on.parts.report->Config();
+  if (on.flow.View() == TView::Report) return report;
+  TReportConfig config;
+  config.paper = report.paper;
+  if (on.flow.View() == TView::Overview) {
+    ShowOnly({TReportSection::Verdict, TReportSection::EventsChart, TReportSection::SensorsChart,
+              TReportSection::ImportantEvents},
+             config);
   } else {
-    device.setPageOrientation(QPageLayout::Landscape);
-    RenderView(shown, device);
+    ShowOnly({TReportSection::SelectedEvent, TReportSection::EventsChart, TReportSection::Tables}, config);
   }
+  const TTimeSpan& band = on.flow.Mission().Band;
+  if (const auto whole = on.views.NavigatorSpan(); whole && band != *whole) config.time = {band.start, band.end};
+  return config;
+}
+
+TReportContents ContentsOf(const TCommandTargets& on) {
+  return ReportContents(on.flow.Mission(), on.parts, on.flow, on.program);
+}
+
+// With the checksum, which takes time for a large file.
+TReportContents ContentsOf(const TCommandTargets& on, IProgress& progress) {
+  TReportContents contents = ContentsOf(on);
+  contents.sha256 = Sha256Of(contents.file, progress);
+  return contents;
 }
 
 void WriteSvg(TTimeChart& chart, const QString& caption, QIODevice& file) {
@@ -106,31 +97,84 @@ QImage Scaled(TTimeChart& chart, const QString& caption, int scale) {
 
 }  // namespace
 
-void PrintView(TKorvexMainForm& form) {
-  if (!form.Flow().FileShown()) return;
-  QPrinter printer(QPrinter::HighResolution);
-  printer.setDocName(RecordingName(form));
-  printer.setCreator(QObject::tr("ShockScope"));
-  QPrintDialog dialog(&printer, &form);
-  dialog.setObjectName("dlgPrint");
-  if (dialog.exec() == QDialog::Accepted) Output(form, printer);
+TReportContents ReportContents(const TShownMission& mission, const TMainParts& parts, const TFileFlow& flow,
+                               const TProgram& program) {
+  return {.mission = mission,
+          .profile = nullptr,
+          .logos = {parts.logos->Image(TLogos::kCompany), parts.logos->Image(TLogos::kReport)},
+          .file = PathFromUtf8(flow.FileName()),
+          .sha256 = {},
+          .version = program.version,
+          .madeAt = LocalTimeNow()};
 }
 
-void SaveViewAsPdf(TKorvexMainForm& form, TExportCommands& exports) {
-  const std::string title = Utf8(QObject::tr("Save the view as PDF"));
-  exports.Save({title, {}, Utf8(RecordingName(form)), "PDF|*.pdf", "pdf"}, "The view could not be written.",
-               [&form](int) {
-                 QBuffer pdf;  // a writer into a file does not report a full disk
-                 pdf.open(QIODevice::WriteOnly);
-                 {
-                   QPdfWriter writer(&pdf);
-                   writer.setPageSize(QPageSize(QPageSize::A4));
-                   writer.setTitle(RecordingName(form));
-                   writer.setCreator(QObject::tr("ShockScope"));
-                   Output(form, writer);
-                 }
-                 return pdf.data().toStdString();
-               });
+void PrintView(const TCommandTargets& on) {
+  if (!on.flow.FileShown()) return;
+  const TReportConfig config = ConfigOf(on);
+  const int count = TReportPages(ContentsOf(on), config).Count();
+  QPrinter printer(QPrinter::HighResolution);
+  printer.setDocName(RecordingName(on.flow));
+  printer.setCreator(QObject::tr("ShockScope"));
+  QPrintDialog dialog(&printer, &on.form);
+  dialog.setObjectName("dlgPrint");
+  dialog.setOption(QAbstractPrintDialog::PrintPageRange);
+  dialog.setMinMax(1, count);
+  if (dialog.exec() != QDialog::Accepted) return;
+  const bool some = printer.printRange() == QPrinter::PageRange;
+  on.exports.Print(Utf8(printer.printerName()), [&](IProgress& progress) {
+    const TReportPages pages(ContentsOf(on, progress), config);
+    const int first = some ? std::clamp(printer.fromPage(), 1, count) : 1;
+    PaintPages(printer, pages, first - 1, (some ? std::clamp(printer.toPage(), first, count) : count) - 1, progress);
+  });
+}
+
+void PreviewView(const TCommandTargets& on) {
+  if (!on.flow.FileShown()) return;
+  const TReportPages pages(ContentsOf(on), ConfigOf(on));
+  QDialog dialog(&on.form);
+  dialog.setObjectName("dlgPrintPreview");
+  dialog.setWindowTitle(pages.Title());
+  dialog.resize(on.form.size() * 0.9);
+  auto* view = new TPageView("scrlPrintPreview", QObject::tr("Print preview"), &dialog);
+  auto* number = new QLabel(&dialog);
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, &dialog);
+  QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+  enum TChoice { kPrint = 2, kPdf };
+  for (const auto& [name, caption, choice] : {std::tuple{"btnPreviewPrint", QObject::tr("&Print…"), kPrint},
+                                              std::tuple{"btnPreviewPdf", QObject::tr("&Save as PDF…"), kPdf}}) {
+    auto* button = buttons->addButton(caption, QDialogButtonBox::ActionRole);
+    button->setObjectName(name);
+    QObject::connect(button, &QPushButton::clicked, &dialog, [&dialog, choice = choice] { dialog.done(choice); });
+  }
+  QObject::connect(view, &TPageView::PageChanged, number, [view, number] {
+    number->setText(QObject::tr("Page %1 of %2").arg(view->CurrentPage() + 1).arg(view->PageCount()));
+  });
+  auto* layout = new QVBoxLayout(&dialog);
+  layout->addWidget(view, 1);
+  layout->addWidget(number);
+  layout->addWidget(buttons);
+  view->SetFit(TPageView::TFit::Page);
+  view->ShowPages(&pages);
+  view->setFocus();
+  const int choice = dialog.exec();
+  view->ShowPages(nullptr);
+  if (choice == kPrint) PrintView(on);
+  if (choice == kPdf) SaveViewAsPdf(on);
+}
+
+void SaveViewAsPdf(const TCommandTargets& on) {
+  if (!on.flow.FileShown()) return;
+  const TReportConfig config = ConfigOf(on);
+  on.exports.SavePdf(Utf8(RecordingName(on.flow)), [&](const std::filesystem::path& file, IProgress& progress) {
+    WriteReportPdf(file, TReportPages(ContentsOf(on, progress), config), progress);
+  });
+}
+
+void ConfigureReport(const TCommandTargets& on, bool timeFirst) {
+  if (!on.flow.FileShown()) return;
+  TReportConfigDialog dialog(on.parts.report->Config(), on.flow.Mission().Band, &on.form);
+  if (timeFirst) dialog.FocusTime();
+  if (dialog.exec() == QDialog::Accepted) on.form.btnReportConfigOKClick(dialog.Config());
 }
 
 std::string ChartFile(TTimeChart& chart, const QString& caption, TPictureFormat format, int scale) {

@@ -44,8 +44,12 @@ QString LabelOf(std::string_view field) {
   return found == std::end(kLabels) ? QtText(field) : QObject::tr(found->label);
 }
 
+// As texts outside of grids have it. The dew point has no unit of its own.
 QString UnitOf(const TQuantityRow& quantity) {
-  return quantity.unit == "g ms" ? QString("g·ms") : QtText(quantity.unit);
+  if (quantity.quantity == TQuantity::IoT) return "g·ms";
+  if (quantity.quantity == TQuantity::ToT) return "ms";
+  if (quantity.quantity == TQuantity::Temperature) return "°C";
+  return QtText(quantity.unit);
 }
 
 // On which side a value is beyond a limit that somebody chose: 1 above, -1 below, 0 neither.

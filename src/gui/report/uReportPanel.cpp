@@ -1,116 +1,207 @@
 #include "gui/report/uReportPanel.h"
 
-#include <QAbstractTextDocumentLayout>
-#include <QLabel>
-#include <QPageSize>
-#include <QPagedPaintDevice>
-#include <QPainter>
-#include <QScrollArea>
-#include <QTextDocument>
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QSplitter>
+#include <QTimer>
+#include <QToolButton>
 #include <QVBoxLayout>
+#include <tuple>
 
-#include "gui/report/uReportDocument.h"
+#include "base/uText.h"
+#include "gui/common/uBackgroundTask.h"
+#include "gui/common/uIcons.h"
+#include "gui/common/uLabels.h"
+#include "gui/common/uQtText.h"
+#include "gui/common/uTheme.h"
+#include "gui/report/uEventCardList.h"
+#include "gui/report/uPageView.h"
+#include "platform/uSha256.h"
 
 namespace {
 
-constexpr double kMarginInches = 0.7;
+constexpr int kThumbnailsWidth = 116;  // px
+constexpr double kZoomStep = 1.25;
+
+TElidedLabel* MakeFiltered(const char* name, QWidget* parent) {
+  auto* label = new TElidedLabel(name, parent, Qt::ElideRight);
+  label->setForegroundRole(QPalette::Link);
+  label->hide();
+  return label;
+}
 
 }  // namespace
 
-// The pages of a document below each other, always white.
-class TReportPage : public QWidget {
- public:
-  explicit TReportPage(QWidget* parent) : QWidget(parent) {
-    setObjectName("dxLayoutReport");
-    setAccessibleName(tr("Report preview"));
-  }
-
-  void SetDocument(QTextDocument* document) {
-    FDocument = document;
-    setFixedSize(sizeHint());
-    update();
-  }
-
-  [[nodiscard]] QSize sizeHint() const override {
-    const int pages = FDocument == nullptr ? 0 : FDocument->pageCount();
-    return {PageSize().width() + 2 * kGap, pages * (PageSize().height() + kGap) + kGap};
-  }
-
- protected:
-  void paintEvent(QPaintEvent* /*event*/) override {
-    if (FDocument == nullptr) return;
-    QPainter painter(this);
-    const QSizeF page = FDocument->pageSize();
-    for (int i = 0; i < FDocument->pageCount(); ++i) {
-      const QRect sheet(QPoint(kGap, kGap + i * (PageSize().height() + kGap)), PageSize());
-      painter.fillRect(sheet.translated(2, 2), palette().color(QPalette::Shadow));
-      painter.fillRect(sheet, Qt::white);
-      painter.save();
-      painter.translate(sheet.topLeft());
-      painter.translate(0, -i * page.height());
-      QAbstractTextDocumentLayout::PaintContext context;
-      context.clip = QRectF(0, i * page.height(), page.width(), page.height());
-      context.palette.setColor(QPalette::Text, Qt::black);
-      painter.setClipRect(context.clip);
-      FDocument->documentLayout()->draw(&painter, context);
-      painter.restore();
-    }
-  }
-
- private:
-  static constexpr int kGap = 16;
-
-  // One to one on the screen.
-  [[nodiscard]] QSize PageSize() const { return FDocument == nullptr ? QSize() : FDocument->pageSize().toSize(); }
-
-  QTextDocument* FDocument = nullptr;
-};
-
-TReportPanel::TReportPanel(QWidget* parent) : QWidget(parent), FPage(new TReportPage(this)) {
+TReportPanel::TReportPanel(QWidget* parent) : QWidget(parent), FReadFile(new TBackgroundTask(this)) {
   setObjectName("ReportPanel");
-  auto* scroll = new QScrollArea(this);
-  scroll->setObjectName("scrlReport");
-  scroll->setAccessibleName(tr("Report"));
-  scroll->setFrameShape(QFrame::NoFrame);
-  scroll->setWidgetResizable(true);
-  auto* content = new QWidget(scroll);
-  auto* column = new QVBoxLayout(content);
+  auto* splitter = new QSplitter(this);
+  splitter->setObjectName("splReport");
+  splitter->setChildrenCollapsible(false);
+  splitter->setHandleWidth(kSurfaceGap);
+  FThumbnails = new TPageView("lstReportPages", tr("Pages"), splitter);
+  FThumbnails->setMinimumWidth(kThumbnailsWidth);
+  FThumbnails->setMaximumWidth(2 * kThumbnailsWidth);
+  auto* pages = new QWidget(splitter);
+  pages->setObjectName("dxLayoutReport");
+  FView = new TPageView("scrlReport", tr("Report"), pages);
+  auto* bar = MakeBar(pages);
+  FFilteredCover = MakeFiltered("dxLayoutItemReportIsFilteredCover", pages);
+  auto* column = new QVBoxLayout(pages);
   column->setContentsMargins(0, 0, 0, 0);
-  for (const char* name : {"dxLayoutItemReportIsFiltered", "dxLayoutItemReportIsFilteredCover"}) {
-    auto* filtered = new QLabel(tr("The report is limited to a span of time."), content);
-    filtered->setObjectName(name);
-    filtered->hide();
-    column->addWidget(filtered, 0, Qt::AlignHCenter);
-  }
-  column->addWidget(FPage, 0, Qt::AlignHCenter);
-  // The event cards stand below the pages.
-  auto* cards = new QWidget(content);
-  cards->setObjectName("pnlEventCards");
-  column->addWidget(cards);
-  column->addStretch();
-  scroll->setWidget(content);
+  column->setSpacing(2);
+  column->addWidget(bar);
+  column->addWidget(FFilteredCover);
+  column->addWidget(FView, 1);
+  auto* cards = MakeCards(splitter);
+  for (QWidget* part : std::initializer_list<QWidget*>{FThumbnails, pages, cards}) splitter->addWidget(part);
+  splitter->setStretchFactor(1, 1);
   auto* layout = new QVBoxLayout(this);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->addWidget(scroll);
+  layout->setContentsMargins(kSurfaceGap, kSurfaceGap, kSurfaceGap, 0);
+  layout->addWidget(splitter);
+  splitter->setSizes({kThumbnailsWidth, width(), cards->minimumSizeHint().width()});
+
+  setFocusProxy(FView);
+  connect(FView, &TPageView::PageChanged, this, &TReportPanel::ShowPageNumber);
+  connect(FView, &TPageView::ZoomChanged, this, &TReportPanel::ShowPageNumber);
+  connect(FThumbnails, &TPageView::PageClicked, this, [this](int page) {
+    FView->GoToPage(page);
+    FThumbnails->setFocus();
+  });
 }
 
 TReportPanel::~TReportPanel() = default;
 
+QWidget* TReportPanel::MakeBar(QWidget* parent) {
+  auto* bar = new QWidget(parent);
+  auto* row = new QHBoxLayout(bar);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->setSpacing(2);
+  const auto add = [&](const char* name, const char* icon, const QString& tip, auto clicked) {
+    auto* button = new QToolButton(bar);
+    button->setObjectName(name);
+    button->setIcon(Icon(icon));
+    button->setToolTip(tip);
+    button->setAccessibleName(tip.section(" (", 0, 0));
+    button->setFocusPolicy(Qt::TabFocus);
+    connect(button, &QToolButton::clicked, this, clicked);
+    row->addWidget(button);
+  };
+  add("btnReportPreviousPage", "go-previous", tr("Previous page (Page Up)"),
+      [this] { FView->GoToPage(FView->CurrentPage() - 1); });
+  FPageNumber = new QLabel(bar);
+  FPageNumber->setObjectName("lblReportPage");
+  row->addWidget(FPageNumber);
+  add("btnReportNextPage", "go-next", tr("Next page (Page Down)"),
+      [this] { FView->GoToPage(FView->CurrentPage() + 1); });
+  add("btnReportZoomOut", "zoom-out", tr("Smaller (−, Ctrl+wheel)"), [this] { FView->ZoomBy(1 / kZoomStep); });
+  add("btnReportZoomIn", "zoom-in", tr("Larger (+, Ctrl+wheel)"), [this] { FView->ZoomBy(kZoomStep); });
+  add("btnReportFitWidth", "zoom-fit-width", tr("Fit the width (W)"),
+      [this] { FView->SetFit(TPageView::TFit::Width); });
+  add("btnReportFitPage", "zoom-fit-best", tr("Fit the page (F)"), [this] { FView->SetFit(TPageView::TFit::Page); });
+  FFiltered = MakeFiltered("dxLayoutItemReportIsFiltered", bar);
+  row->addWidget(FFiltered);
+  row->addStretch();
+  FIntensity = new TElidedLabel("lblReportTotalIntensity", bar, Qt::ElideRight);
+  FIntensity->setForegroundRole(QPalette::PlaceholderText);
+  row->addWidget(FIntensity);
+  return bar;
+}
+
+QFrame* TReportPanel::MakeCards(QWidget* parent) {
+  auto* panel = new QFrame(parent);
+  panel->setObjectName("pnlEventCards");
+  auto* title = MakeTitle(tr("Event cards"), panel);
+  FCardsIntensity = new TElidedLabel("lblEventCardsTotalIntensity", panel, Qt::ElideRight);
+  FCardsIntensity->setForegroundRole(QPalette::PlaceholderText);
+  FCards = new TEventCardList(panel);
+  auto* column = new QVBoxLayout(panel);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(2);
+  column->addWidget(title);
+  column->addWidget(FCardsIntensity);
+  column->addWidget(FCards, 1);
+  return panel;
+}
+
 void TReportPanel::ShowReport(const TShownMission& mission) {
-  FPage->SetDocument(nullptr);
-  FDocument = MakeReport(mission);
-  FDocument->setPageSize(QSizeF(QPageSize(QPageSize::A4).sizePixels(logicalDpiX())));
-  FDocument->setDocumentMargin(kMarginInches * logicalDpiX());
-  FPage->SetDocument(FDocument.get());
+  FMission = &mission;
+  FStale = true;
+  if (isVisible()) LayOutSoon();
 }
 
 void TReportPanel::Clear() {
-  FPage->SetDocument(nullptr);
-  FDocument.reset();
+  FMission = nullptr;
+  FStale = false;
+  FReadFile->Cancel();
+  FReadingFile = false;
+  FSha256.clear();
+  for (TPageView* view : {FThumbnails, FView}) view->ShowPages(nullptr);
+  FPages.reset();
+  FCards->ShowCards(nullptr);
+  for (TElidedLabel* label : {FIntensity, FCardsIntensity}) label->clear();
 }
 
-void TReportPanel::Print(QPagedPaintDevice& device) const {
-  if (FDocument == nullptr) return;
-  const std::unique_ptr<QTextDocument> printed(FDocument->clone());
-  printed->print(&device);
+void TReportPanel::SetSelectedEvent(std::optional<std::size_t> event) {
+  FCards->SetCurrent(event);
+  if (FMission != nullptr && FConfig.Has(TReportSection::SelectedEvent)) ShowReport(*FMission);
+}
+
+void TReportPanel::SetConfig(const TReportConfig& config) {
+  FConfig = config;
+  if (FMission != nullptr) ShowReport(*FMission);
+}
+
+void TReportPanel::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  FCards->ShowCards(FMission);  // in the order that the grids have now
+  LayOut();
+}
+
+// Several changes at once are laid out once.
+void TReportPanel::LayOutSoon() {
+  QTimer::singleShot(0, this, [this] {
+    if (isVisible()) LayOut();
+  });
+}
+
+void TReportPanel::LayOut() {
+  if (FMission == nullptr || !FSource || !std::exchange(FStale, false)) return;
+  TReportContents contents = FSource(*FMission);
+  contents.sha256 = FSha256;
+  if (!std::exchange(FReadingFile, true)) FindChecksum(contents.file);
+  auto pages = std::make_unique<TReportPages>(contents, FConfig);
+  for (TPageView* view : {FView, FThumbnails}) view->ShowPages(pages.get());
+  FPages = std::move(pages);
+  ShowPageNumber();
+  const QString filtered = FPages->Filtered();
+  for (TElidedLabel* label : {FFiltered, FFilteredCover}) label->setVisible(!filtered.isEmpty());
+  FFiltered->setText(filtered.isEmpty() ? QString() : tr("Filtered"));
+  FFilteredCover->setText(filtered);
+  FCards->ShowCards(FMission);
+  const QString total = tr("total intensity %1 g·ms").arg(QtText(MaskFloat("0.##", FMission->Summary.iotTotal)));
+  const std::size_t events = FMission->Events.Count();
+  FIntensity->setText(tr("%1 events, %2").arg(events).arg(total));
+  FCardsIntensity->setText(tr("%1 cards · %2").arg(FMission->CLDS.RecordCount()).arg(total));
+}
+
+// A large file takes a while, and a dead drive never answers.
+void TReportPanel::FindChecksum(const std::filesystem::path& file) {
+  std::ignore = FReadFile->Start([this, file](const TBackgroundTask::TReport& report) {
+    TNoProgress quiet;
+    report([this, sha256 = Sha256Of(file, quiet)] {
+      FSha256 = sha256;
+      if (FPages == nullptr) return;
+      FPages->SetSha256(sha256);
+      for (TPageView* view : {FView, FThumbnails}) view->Refresh();
+    });
+  });
+}
+
+void TReportPanel::ShowPageNumber() {
+  const int count = FView->PageCount();
+  const int page = FView->CurrentPage();
+  FPageNumber->setText(
+      count == 0 ? QString() : tr("Page %1 of %2 · %3 %").arg(page + 1).arg(count).arg(qRound(100 * FView->Zoom())));
+  FView->setAccessibleDescription(FPageNumber->text());
+  FThumbnails->SetMarkedPage(count == 0 ? std::nullopt : std::optional(page));
 }

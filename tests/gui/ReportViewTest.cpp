@@ -1,0 +1,154 @@
+// The report view as a person uses it: pages, event cards, configuration, output.
+#include <QAction>
+#include <QComboBox>
+#include <QDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTest>
+#include <QToolButton>
+#include <functional>
+
+#include "gui/report/uEventCardList.h"
+#include "gui/report/uPageView.h"
+#include "gui/report/uReportPanel.h"
+#include "tests/support/uThreeEvents.h"
+#include "tests/support/uWindowTest.h"
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+namespace {
+
+class ReportView : public TWindowTest {
+ protected:
+  void SetUp() override {
+    FProgram.findSettingsFolder = [this] { return (FFolder / "settings/").string(); };
+    std::filesystem::create_directory(FFolder / "settings");
+    StartInReport();
+  }
+  void StartInReport() {
+    Start(Save("three.kshock", ThreeEvents()));
+    Press("Ctrl+3");
+  }
+  TEventCardList& Cards() { return *Find<TEventCardList>("lstEventCards"); }
+  TPageView& Pages() { return *Find<TPageView>("scrlReport"); }
+  std::optional<std::size_t> Selected() { return FForm->Flow().Mission().SelectedEvent; }
+  // Triggers the action and acts on the dialog that it opens.
+  void InDialog(const char* action, const std::function<void(QDialog&)>& act) {
+    bool acted = false;
+    QTimer::singleShot(0, FForm.get(), [&] {
+      auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+      ASSERT_NE(dialog, nullptr);
+      act(*dialog);
+      acted = true;
+    });
+    Find<QAction>(action)->trigger();
+    ASSERT_TRUE(acted);
+    Settle();
+  }
+};
+
+TEST_F(ReportView, ACardSelectsItsEventByMouseAndKeysAndOpensItInTheShockView) {
+  Cards().resize(340, 400);  // one column
+  QTest::keyClick(&Cards(), Qt::Key_Home);
+  EXPECT_EQ(Selected(), 0U);
+  QTest::keyClick(&Cards(), Qt::Key_Down);
+  EXPECT_EQ(Selected(), 1U);
+  EXPECT_THAT(Cards().accessibleDescription().toStdString(), HasSubstr("Event 1"));
+  QTest::keyClick(&Cards(), Qt::Key_Home);
+  QTest::mouseClick(Cards().viewport(), Qt::LeftButton, {}, {60, 300});
+  EXPECT_EQ(Selected(), 1U) << "the second card";
+  QTest::keyClick(&Cards(), Qt::Key_End);
+  EXPECT_EQ(Selected(), 2U);
+  QTest::keyClick(&Cards(), Qt::Key_Return);
+  Settle();
+  EXPECT_TRUE(Find("MainShockPanel")->isVisible());
+  EXPECT_EQ(Selected(), 2U);
+}
+
+TEST_F(ReportView, PicturesOfChartsAreKeptInTheCardsTable) {
+  const TDataset& cards = FForm->Flow().Mission().Tables.Cards;
+  const std::string* picture = cards.Blob(0, *cards.FindField("Chart"));
+  ASSERT_NE(picture, nullptr);
+  EXPECT_THAT(*picture, HasSubstr("PNG"));
+}
+
+TEST_F(ReportView, BothSummaryLabelsGiveTheTotalIntensity) {
+  for (const char* label : {"lblReportTotalIntensity", "lblEventCardsTotalIntensity"}) {
+    EXPECT_THAT(Find<QLabel>(label)->text().toStdString(), HasSubstr(" 33 g·ms"));  // 10 + 14 + 9
+  }
+}
+
+TEST_F(ReportView, KeysAndThumbnailsTurnPages) {
+  const int count = Pages().PageCount();
+  ASSERT_GT(count, 2);
+  EXPECT_EQ(Pages().CurrentPage(), 0);
+  QTest::keyClick(&Pages(), Qt::Key_F);
+  QTest::keyClick(&Pages(), Qt::Key_PageDown);
+  EXPECT_THAT(Find<QLabel>("lblReportPage")->text().toStdString(),
+              testing::StartsWith("Page 2 of " + std::to_string(count)));
+  QTest::keyClick(&Pages(), Qt::Key_End);
+  EXPECT_EQ(Pages().CurrentPage(), count - 1);
+  QTest::mouseClick(Find<TPageView>("lstReportPages")->viewport(), Qt::LeftButton, {}, {60, 40});
+  EXPECT_LT(Pages().CurrentPage(), count - 1);
+  const double zoom = Pages().Zoom();
+  QTest::mouseClick(Find<QToolButton>("btnReportZoomIn"), Qt::LeftButton);
+  EXPECT_GT(Pages().Zoom(), zoom);
+}
+
+TEST_F(ReportView, TheConfigurationIsKeptForTheNextReport) {
+  const int before = Pages().PageCount();
+  InDialog("actReportConfig", [](QDialog& dialog) {
+    auto* sections = dialog.findChild<QListWidget*>("lstReportSections");
+    for (int row = 2; row < sections->count(); ++row) sections->item(row)->setCheckState(Qt::Unchecked);
+    sections->setCurrentRow(1);
+    dialog.findChild<QPushButton*>("btnReportSectionUp")->click();
+    dialog.findChild<QComboBox*>("cmbReportOrientation")->setCurrentIndex(1);
+    QTest::keyClick(&dialog, Qt::Key_Return);
+  });
+  const int after = Pages().PageCount();
+  EXPECT_LT(after, before);
+  FForm->close();
+  StartInReport();
+  EXPECT_EQ(Pages().PageCount(), after);
+  const TReportConfig& config = Find<TReportPanel>("ReportPanel")->Config();
+  EXPECT_EQ(config.sections[0].section, TReportSection::MissionDetails);
+  EXPECT_TRUE(config.landscape);
+}
+
+TEST_F(ReportView, TheTimeFilterLimitsTheReportAndSaysSo) {
+  const std::vector<std::string> marks = {"dxLayoutItemReportIsFiltered", "dxLayoutItemReportIsFilteredCover"};
+  EXPECT_THAT(Shown(marks), testing::IsEmpty());
+  const auto type = [](QDialog& dialog, const char* from) {
+    dialog.findChild<QLineEdit*>("edtReportFrom")->setText(from);
+    QTest::keyClick(&dialog, Qt::Key_Return);
+  };
+  InDialog("actReportTimeFilter", [&](QDialog& dialog) {
+    type(dialog, "soon");
+    EXPECT_TRUE(dialog.isVisible()) << "what is no time is refused";
+    EXPECT_FALSE(dialog.findChild<QLabel*>("lblReportConfigProblem")->text().isEmpty());
+    type(dialog, "2023-07-16 06:01");
+  });
+  EXPECT_EQ(Shown(marks), marks);
+  EXPECT_EQ(Find<TReportPanel>("ReportPanel")->Config().time.from, 45123.25 + 1.0 / 1440);
+  InDialog("actReportTimeFilter", [](QDialog& dialog) {
+    dialog.findChild<QPushButton*>("btnReportTimeAll")->click();
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+  });
+  EXPECT_EQ(Shown(marks), marks) << "Escape changes nothing";
+}
+
+TEST_F(ReportView, ThePreviewOfAViewSavesItAsPdf) {
+  Press("Ctrl+1");
+  FTyped = QString::fromStdString((FFolder / "view.pdf").string());
+  InDialog("actOverviewPreview", [](QDialog& dialog) {
+    EXPECT_GT(dialog.findChild<TPageView*>("scrlPrintPreview")->PageCount(), 0);
+    dialog.findChild<QPushButton*>("btnPreviewPdf")->click();
+  });
+  EXPECT_TRUE(std::filesystem::exists(FFolder / "view.pdf"));
+  EXPECT_EQ(Find<QLabel>("lblNotice")->text().toStdString(), "Written: " + (FFolder / "view.pdf").string());
+}
+
+}  // namespace
