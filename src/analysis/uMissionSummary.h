@@ -41,9 +41,9 @@ TMissionSummary SummarizeMission(const TEventList& events, std::span<const TEven
 struct TEventGroup {
   std::string name;
   std::size_t events = 0;
-  std::size_t above = 0;                 // "Acceleration max" outside the limits; 0 without limits
-  std::optional<std::size_t> peakEvent;  // the first event with the maximum of Max; nothing without events
-  double maxIot = 0;                     // g·ms, the maximum IoT total of one event
+  std::size_t above = 0;                      // "Acceleration max" outside the limits; 0 without limits
+  std::optional<std::size_t> peakEvent = {};  // the first event with the maximum of Max; nothing without events
+  double maxIot = 0;                          // g·ms, the maximum IoT total of one event
 };
 
 struct TEventGroups {
