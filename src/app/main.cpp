@@ -17,6 +17,7 @@
 #include "gui/common/uTheme.h"
 #include "gui/mainform/KorvexMainForm.h"
 #include "gui/mainform/uSnapshots.h"
+#include "gui/platform/uSchemePortal.h"
 #include "platform/uMachineMemory.h"
 #include "platform/uProcessLimits.h"
 #include "platform/uUserFolders.h"
@@ -119,6 +120,7 @@ int Run(const TArguments& arguments, const char* programName) {
   char* values[] = {name.data(), nullptr};
   TGuardedApplication application(count, values);
   ApplyScheme(application, arguments.scheme);
+  if (arguments.scheme == TScheme::Desktop && !takesPictures) new TSchemePortal(application);
   TProgram program;
   program.folder = PathFromUtf8(Utf8(QCoreApplication::applicationDirPath()));
   program.version = SHOCKSCOPE_FILE_VERSION;

@@ -181,12 +181,6 @@ class TSurfaceStyle : public QProxyStyle {
   }
 };
 
-void ShowScheme(QApplication& application, bool dark) {
-  const TThemeTokens& tokens = dark ? kDarkTokens : kLightTokens;
-  QApplication::setPalette(PaletteOf(tokens));
-  application.setStyleSheet(SheetOf(tokens));
-}
-
 // Follows the desktop while the program runs. A desktop reports a change of its theme to the windows; its palette is
 // that of an application that has set none.
 class TDesktopScheme : public QObject {
@@ -230,6 +224,13 @@ QFont SizedFont(QFont font, double size) {
     font.setPixelSize(std::max(1, qRound(font.pixelSize() * size)));
   }
   return font;
+}
+
+void ShowScheme(QApplication& application, bool dark) {
+  const TThemeTokens& tokens = dark ? kDarkTokens : kLightTokens;
+  const QString sheet = SheetOf(tokens);
+  QApplication::setPalette(PaletteOf(tokens));
+  if (application.styleSheet() != sheet) application.setStyleSheet(sheet);  // every widget is polished anew
 }
 
 void ApplyScheme(QApplication& application, TScheme scheme) {
