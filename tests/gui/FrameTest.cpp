@@ -6,6 +6,7 @@
 #include <QSplitter>
 #include <QTabWidget>
 #include <QTableView>
+#include <QTextEdit>
 #include <QToolButton>
 #include <QToolTip>
 #include <QWindow>
@@ -118,6 +119,7 @@ TEST_F(Frame, TheSchemeFollowsTheDesktopWhileTheProgramRuns) {
   Settle();
   EXPECT_EQ(ground(), kDarkTokens.ground);
   EXPECT_NE(icon(), light);
+  EXPECT_TRUE(Find<QTextEdit>("edtMissionDetails")->toHtml().contains(QColor(kDarkTokens.secondaryInk).name()));
   // The offscreen desktop itself is light.
   QEvent theme(QEvent::ThemeChange);
   QApplication::sendEvent(FForm->windowHandle(), &theme);

@@ -117,6 +117,7 @@ constexpr auto kSheet = R"(
   QScrollArea#scrlReport:focus { border: 2px solid %accent; }
   QGroupBox { background: %surface; border: none; border-radius: 4px; margin-top: 28px; padding: 8px; }
   QGroupBox::title { subcontrol-origin: margin; padding: 4px 2px; }
+  QLabel[alarm="true"] { color: %alarm; }
   QFrame[surface="true"] { background: %surface; }
   TBackstageEntry { margin: 1px 4px; padding: 5px 9px; border-left: 3px solid transparent; }
   TBackstageEntry:checked { background: transparent; border-left-color: %accent; font-weight: bold; }
@@ -135,6 +136,7 @@ QString SheetOf(const TThemeTokens& tokens) {
       {"%secondary", name(tokens.secondaryInk)},
       {"%accent", name(tokens.accent)},
       {"%tint", name(tokens.accentTint)},
+      {"%alarm", name(tokens.alarm)},
       {"%control", name(StandOut(tokens.hairline, tokens.surface))},  // edges of controls
       {"%faint", name(StandOut(tokens.hairline, tokens.surface, 2))},
       {"%down", IconFile("arrow-down", dark)},
