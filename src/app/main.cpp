@@ -18,6 +18,7 @@
 #include "gui/common/uTheme.h"
 #include "gui/mainform/KorvexMainForm.h"
 #include "gui/mainform/uSnapshots.h"
+#include "gui/platform/uSchemePortal.h"
 #include "gui/report/uReportRun.h"
 #include "platform/uMachineMemory.h"
 #include "platform/uProcessLimits.h"
@@ -150,6 +151,7 @@ int Run(const TArguments& arguments, const char* programName) {
                       PathFromUtf8(ExistingSettingsFolder()), SHOCKSCOPE_FILE_VERSION});
   }
   ApplyScheme(application, arguments.scheme);
+  if (arguments.scheme == TScheme::Desktop && !takesPictures) new TSchemePortal(application);
   TProgram program;
   program.folder = PathFromUtf8(Utf8(QCoreApplication::applicationDirPath()));
   program.version = SHOCKSCOPE_FILE_VERSION;

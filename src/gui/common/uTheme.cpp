@@ -117,6 +117,7 @@ constexpr auto kSheet = R"(
   QScrollArea#scrlReport:focus { border: 2px solid %accent; }
   QGroupBox { background: %surface; border: none; border-radius: 4px; margin-top: 28px; padding: 8px; }
   QGroupBox::title { subcontrol-origin: margin; padding: 4px 2px; }
+  QLabel[alarm="true"] { color: %alarm; }
   QFrame[surface="true"] { background: %surface; }
   TBackstageEntry { margin: 1px 4px; padding: 5px 9px; border-left: 3px solid transparent; }
   TBackstageEntry:checked { background: transparent; border-left-color: %accent; font-weight: bold; }
@@ -135,6 +136,7 @@ QString SheetOf(const TThemeTokens& tokens) {
       {"%secondary", name(tokens.secondaryInk)},
       {"%accent", name(tokens.accent)},
       {"%tint", name(tokens.accentTint)},
+      {"%alarm", name(tokens.alarm)},
       {"%control", name(StandOut(tokens.hairline, tokens.surface))},  // edges of controls
       {"%faint", name(StandOut(tokens.hairline, tokens.surface, 2))},
       {"%down", IconFile("arrow-down", dark)},
@@ -181,12 +183,6 @@ class TSurfaceStyle : public QProxyStyle {
   }
 };
 
-void ShowScheme(QApplication& application, bool dark) {
-  const TThemeTokens& tokens = dark ? kDarkTokens : kLightTokens;
-  QApplication::setPalette(PaletteOf(tokens));
-  application.setStyleSheet(SheetOf(tokens));
-}
-
 // Follows the desktop while the program runs. A desktop reports a change of its theme to the windows; its palette is
 // that of an application that has set none.
 class TDesktopScheme : public QObject {
@@ -230,6 +226,13 @@ QFont SizedFont(QFont font, double size) {
     font.setPixelSize(std::max(1, qRound(font.pixelSize() * size)));
   }
   return font;
+}
+
+void ShowScheme(QApplication& application, bool dark) {
+  const TThemeTokens& tokens = dark ? kDarkTokens : kLightTokens;
+  const QString sheet = SheetOf(tokens);
+  QApplication::setPalette(PaletteOf(tokens));
+  if (application.styleSheet() != sheet) application.setStyleSheet(sheet);  // every widget is polished anew
 }
 
 void ApplyScheme(QApplication& application, TScheme scheme) {

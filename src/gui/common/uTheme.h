@@ -27,6 +27,9 @@ QFont SizedFont(QFont font, double size);
 // Desktop is light or dark as the desktop's palette is, also when that changes later.
 void ApplyScheme(QApplication& application, TScheme scheme);
 
+// The palette and the style sheet of one of the two.
+void ShowScheme(QApplication& application, bool dark);
+
 const TThemeTokens& TokensOf(const QPalette& palette);
 
 // Dark on white, for paper and images. A widget that is drawn with this palette needs this style sheet, too.

@@ -1,6 +1,7 @@
 #include "gui/docks/uMissionDetails.h"
 
 #include <QScrollBar>
+#include <utility>
 
 #include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
@@ -24,10 +25,21 @@ TMissionDetails::TMissionDetails(QWidget* parent) : QTextEdit(parent) {
   viewport()->setBackgroundRole(QPalette::Window);
 }
 
-void TMissionDetails::ShowSections(const std::vector<TSection>& sections) {
+void TMissionDetails::ShowSections(std::vector<TSection> sections) {
+  FSections = std::move(sections);
+  ShowText();
+}
+
+// The text has the colours of the scheme.
+void TMissionDetails::changeEvent(QEvent* event) {
+  QTextEdit::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange) ShowText();
+}
+
+void TMissionDetails::ShowText() {
   const auto shown = [](const std::string& text) { return ShownText(text, kMaxText).toHtmlEscaped(); };
   QString html;
-  for (const TSection& section : sections) {
+  for (const TSection& section : FSections) {
     html += QString("<p style='margin-top:8px; margin-bottom:4px'><b>%1</b></p><table width='100%' cellpadding='2'>")
                 .arg(section.title);
     for (const TFigure& figure : section.figures) {

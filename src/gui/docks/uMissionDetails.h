@@ -18,5 +18,13 @@ class TMissionDetails : public QTextEdit {
     std::vector<TFigure> figures;
   };
   // An empty list empties the panel.
-  void ShowSections(const std::vector<TSection>& sections);
+  void ShowSections(std::vector<TSection> sections);
+
+ protected:
+  void changeEvent(QEvent* event) override;
+
+ private:
+  void ShowText();
+
+  std::vector<TSection> FSections;
 };

@@ -18,6 +18,7 @@ constexpr int kPadding = 10;  // px left and right of the words
 constexpr int kTopPadding = 6;
 constexpr int kBetween = 6;  // px between the caption and the time beside it
 constexpr int kMaxNoteLines = 2;
+constexpr int kMinOneRow = 900;     // px of the strip; in less than that most notes are cut
 constexpr double kValueSize = 1.5;  // of the font
 constexpr double kNoteSize = 0.88;
 constexpr int kMinCharacters = 18;  // of the font, in a button beside five others
@@ -239,7 +240,7 @@ void TVerdictStrip::ShowCells(const TVerdictCells& cells) {
 
 void TVerdictStrip::Arrange() {
   const int count = static_cast<int>(FButtons.size());
-  const int needed = count * (FButtons[0]->sizeHint().width() + kGap) - kGap;
+  const int needed = std::max(kMinOneRow, count * (FButtons[0]->sizeHint().width() + kGap) - kGap);
   const int columns = width() >= needed ? count : count / 2;
   if (std::exchange(FColumns, columns) == columns) return;
   for (int i = 0; i < count; ++i) {

@@ -162,6 +162,7 @@ QWidget* TMainShockPanel::MakeEventList() {
   static_cast<QVBoxLayout*>(filtered->layout())->insertWidget(0, FConditions);
   FTabs->addTab(filtered, tr("Fil&tered events"));
   FClipped->setObjectName("lblClipped");
+  FClipped->setProperty("alarm", true);
   FClipped->setToolTip(tr("The sensor was at the end of its range: the true peak of the selected event is higher"));
   FClipped->setContentsMargins(8, 0, 8, 0);
   FClipped->hide();
@@ -186,6 +187,5 @@ void TMainShockPanel::ShowFilter(std::size_t passing, std::size_t all, const QSt
 }
 
 void TMainShockPanel::ShowClipped(bool clipped) {
-  FClipped->setStyleSheet(QString("color: %1").arg(QColor(TokensOf(palette()).alarm).name()));
   FClipped->setVisible(clipped);
 }
