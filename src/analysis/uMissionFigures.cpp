@@ -82,10 +82,10 @@ std::vector<TFigure> GroupFigures(const TEventGroups& groups, const TEventList& 
   std::vector<TFigure> figures;
   const auto add = [&](std::string label, const TEventGroup& group) {
     if (!group.peakEvent) return;
-    figures.push_back({std::move(label), fmt::format("{}, peak up to {} g in event {}, IoT up to {} g ms",
-                                                     Counted(group.events, "event"),
-                                                     MaskFloat("0.###", events.GetItem(*group.peakEvent).Max),
-                                                     *group.peakEvent, MaskFloat("0.##", group.maxIot))});
+    figures.push_back({std::move(label),
+                       fmt::format("{}, peak up to {} g in event {}, IoT up to {} g ms", Counted(group.events, "event"),
+                                   MaskFloat("0.###", events.GetItem(*group.peakEvent).Max), *group.peakEvent,
+                                   MaskFloat("0.##", group.maxIot))});
   };
   for (const TEventGroup& group : groups.byAxis) add("Peak axis " + group.name, group);
   for (const TEventGroup& group : groups.byDay) add(group.name, group);

@@ -11,8 +11,8 @@
 #include "base/uText.h"
 #include "model/uExceptions1V0.h"
 #include "model/uQuantities.h"
-#include "shell/uNavigatorCommands.h"
 #include "shell/uMissionLoad.h"
+#include "shell/uNavigatorCommands.h"
 #include "shell/uOrderingCommands.h"
 #include "shell/uViewSwitch.h"
 

@@ -25,17 +25,10 @@ constexpr auto kKeptFile = "report.ini";
 constexpr const char *kSections = "Sections", *kPage = "Page", *kTables = "Tables", *kCards = "Event cards",
                      *kTime = "Time";
 
-constexpr std::array<std::string_view, kReportSectionCount> kSectionNames = {"Cover",
-                                                                             "Mission details",
-                                                                             "Verdict",
-                                                                             "Summary",
-                                                                             "Most important events",
-                                                                             "Events chart",
-                                                                             "Sensors chart",
-                                                                             "Selected event",
-                                                                             "Tables",
-                                                                             "Event cards",
-                                                                             "Metrics"};
+constexpr std::array<std::string_view, kReportSectionCount> kSectionNames = {
+    "Cover",        "Mission details", "Verdict",        "Summary", "Most important events",
+    "Events chart", "Sensors chart",   "Selected event", "Tables",  "Event cards",
+    "Metrics"};
 constexpr std::array<std::string_view, 2> kPapers = {"A4", "Letter"};
 constexpr std::array<std::string_view, 2> kOrientations = {"portrait", "landscape"};
 constexpr std::array<std::string_view, 4> kCardEvents = {"all", "filtered", "worst", "above alarm"};

@@ -14,10 +14,10 @@
 #include "shell/uShownMission.h"
 
 struct TReportFacts {
-  TDisplaySettings display;             // the mission's, with the limits that the profile chooses; the others are infinite
+  TDisplaySettings display;  // the mission's, with the limits that the profile chooses; the others are infinite
   std::optional<TVerdictLimits> limits;  // in force
-  TVerdictPart part;                    // what passes the event filter, and the time
-  std::string filtered;                 // both in words; empty when nothing limits the report
+  TVerdictPart part;                     // what passes the event filter, and the time
+  std::string filtered;                  // both in words; empty when nothing limits the report
   TVerdict verdict;
   std::optional<TJudgement> judgement;  // nothing without a profile
   TEventGroups groups;

@@ -112,7 +112,7 @@ def check_choices(program, recording):
         expect(f"{part} in {about}", True, re.search(part, about) is not None)
     outline = program.run("pdftohtml", "-xml", "-i", "-stdout", pdf).stdout.decode()
     bookmarks = re.findall(r'<item page="(\d+)">([^<]*)</item>', outline)
-    expect("first bookmarks", [("1", "Whole recording"), ("1", "Mission"), ("2", "Mission details")], bookmarks[:3])
+    expect("first bookmarks", [("1", "Whole recording"), ("2", "Mission details"), ("2", "Verdict")], bookmarks[:3])
     for page, title in bookmarks:
         expect(f"bookmark {title}", True, title in pages[int(page) - 1])
     fonts = program.run("pdffonts", pdf).stdout.decode().splitlines()[2:]

@@ -5,9 +5,13 @@
 #include <gtest/gtest.h>
 
 #include <QImage>
+#include <cmath>
 
+#include "gui/charts/uChartOnPaper.h"
+#include "gui/charts/uSensorsChart.h"
 #include "model/uExceptions1V0.h"
 #include "shell/uMissionLoad.h"
+#include "tests/support/uChartHands.h"
 #include "tests/support/uLogProgress.h"
 #include "tests/support/uThreeEvents.h"
 
@@ -66,8 +70,8 @@ TEST_F(ReportPages, SectionsStandInTheChosenOrder) {
 }
 
 TEST_F(ReportPages, ALongTableTakesAsManyPagesAsItsRowsAndLeavesNoneEmpty) {
-  TTestRecording recording = TTestRecording().Creator().StartTime(45123.25).MissionHeader(2, 2).Channels(
-      {"ACC x", "ACC y", "ACC z"});
+  TTestRecording recording =
+      TTestRecording().Creator().StartTime(45123.25).MissionHeader(2, 2).Channels({"ACC x", "ACC y", "ACC z"});
   std::vector<TTestRecord> records;
   for (int i = 0; i < 1000; ++i) {
     records.push_back({i * 1000.0, {3, 0, 0}});
@@ -105,6 +109,50 @@ TEST_F(ReportPages, ACancelledPdfLeavesTheOlderOne) {
     EXPECT_EQ(BytesOfFile(file), older);
   }
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(FFolder.Path()), {}), 1) << "nothing is left beside it";
+}
+
+// How often, from left to right, a colour begins inside the axes.
+template <class TIsInk>
+int RunsOf(const QImage& image, const QRect& rect, const TIsInk& isInk) {
+  int runs = 0;
+  bool before = false;
+  for (int x = rect.left(); x <= rect.right(); ++x) {
+    bool now = false;
+    for (int y = rect.top() + 2; y < rect.bottom() - 2 && !now; ++y) now = isInk(image.pixelColor(x, y));
+    if (now && !before) ++runs;
+    before = now;
+  }
+  return runs;
+}
+
+TEST(ChartOnPaper, LinesDifferWithoutColoursEvenWhereTheyAreNoisyAndGapsStay) {
+  // A reading a second with noise, and an hour without any.
+  TSamples temperature, humidity;
+  for (int i = 0; i < 20000; ++i) {
+    if (i > 9000 && i < 12600) continue;
+    temperature.push_back({i * 1000.0, static_cast<float>(20 + std::sin(i / 3000.0) + 0.01 * (i % 2))});
+    humidity.push_back({i * 1000.0, static_cast<float>(50 + std::cos(i / 3000.0) + 0.01 * (i % 3))});
+  }
+  // The last readings part the curves, so that none covers the other.
+  temperature.back().value = 10;
+  humidity.back().value = 60;
+  const TSensorList readings = Sensors({{"Temperature", temperature}, {"RH", humidity}});
+  TSensorsChart chart;
+  PrepareForPaper(chart);
+  chart.SetSensorColour("Temperature", Qt::red);
+  chart.SetSensorColour("RH", Qt::blue);
+  chart.SetSensors(readings, kStart);
+  SizeForPaper(chart, {480, 200});
+  QImage image(480 * 4, 200 * 4, QImage::Format_RGB32);
+  image.fill(Qt::white);
+  QPainter painter(&image);
+  painter.scale(4, 4);
+  DrawOnPaper(chart, painter, {0, 0}, "Mission 1");
+  const QRect axes = RectOf(chart).rect();
+  const QRect inside(axes.topLeft() * 3, axes.size() * 3);  // 0.75 pt a pixel, four pixels of the image a point
+  EXPECT_EQ(RunsOf(image, inside, [](const QColor& c) { return c.red() > 200 && c.green() < 90 && c.blue() < 90; }), 2);
+  EXPECT_GT(RunsOf(image, inside, [](const QColor& c) { return c.blue() > 200 && c.green() < 90 && c.red() < 90; }),
+            30);
 }
 
 TEST_F(ReportPages, LogosAndTextsOfAnyShapeFit) {

@@ -141,6 +141,7 @@ TEST_F(SettingsFile, AnUnusableFileIsKeptUnderAnotherName) {
                                "somebody's notes\n", "[Mine]\nDate Format=3\n"};
   for (const std::string& text : texts) {
     Write(text);
+    EXPECT_THROW(LoadSettings(FFolder.Path()), std::runtime_error);
     EXPECT_THAT([this] { Read(); }, testing::ThrowsMessage<std::runtime_error>(HasSubstr("kept as"))) << text.size();
     EXPECT_EQ(BytesOfFile(FFolder / "settings-kept.ini"), TBytes(text.begin(), text.end()));
     WriteDefaults();

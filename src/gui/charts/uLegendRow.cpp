@@ -51,8 +51,10 @@ void DrawMarker(QPainter& painter, TMarker marker, const QPointF& at, double rad
       painter.drawPolygon(QPolygonF({{at.x(), box.top() - 0.4}, box.bottomRight(), box.bottomLeft()}));
       break;
     case TMarker::Diamond:
-      painter.drawPolygon(QPolygonF(
-          {{at.x(), box.top() - 0.8}, {box.right() + 0.8, at.y()}, {at.x(), box.bottom() + 0.8}, {box.left() - 0.8, at.y()}}));
+      painter.drawPolygon(QPolygonF({{at.x(), box.top() - 0.8},
+                                     {box.right() + 0.8, at.y()},
+                                     {at.x(), box.bottom() + 0.8},
+                                     {box.left() - 0.8, at.y()}}));
       break;
   }
 }

@@ -17,8 +17,8 @@ QPen DashedPen(const QColor& ink, double width, const QList<qreal>& dashes);
 struct TLegendEntry {
   QString name;
   QColor ink;
-  bool shown = true;  // else faint and struck out
-  QList<qreal> dashes = {};              // px of lines and gaps in turn; none: solid
+  bool shown = true;                   // else faint and struck out
+  QList<qreal> dashes = {};            // px of lines and gaps in turn; none: solid
   std::optional<TMarker> marker = {};  // in place of the line
 };
 

@@ -109,8 +109,8 @@ void TMissionViews::ShowInCharts(const TDisplaySettings& display) {
   for (std::size_t i = 0; i < kSeriesCount; ++i) {
     FWindow.findChild<QAction*>(kSwitches[i])->setIcon(DotIcon(QColor(display.accelerationColours[i])));
   }
-  FParts.shock->SetMasks({std::string(display.FormatOf(TQuantity::Time)),
-                          std::string(display.FormatOf(TQuantity::Acceleration))});
+  FParts.shock->SetMasks(
+      {std::string(display.FormatOf(TQuantity::Time)), std::string(display.FormatOf(TQuantity::Acceleration))});
 
   FParts.alarmLimits->ShowAnalogNames(display.analogNames);
   ApplyDisplay(display, *FParts.overview->ChartAllSensors());

@@ -7,11 +7,11 @@
 
 namespace {
 
-constexpr double kSide = 45;     // pt, the margins
+constexpr double kSide = 45;  // pt, the margins
 constexpr double kTop = 45;
-constexpr double kBottom = 52;   // with the footer
-constexpr double kLineGap = 3;   // below a heading's line
-constexpr double kBefore = 14;   // above a heading
+constexpr double kBottom = 52;  // with the footer
+constexpr double kLineGap = 3;  // below a heading's line
+constexpr double kBefore = 14;  // above a heading
 constexpr double kRounding = 0.01;
 
 }  // namespace
@@ -78,9 +78,8 @@ void TPageFlow::AddSubheading(const QString& title, double with) {
 
 void TPageFlow::AddParagraph(const QString& text) {
   const TParagraph paragraph(TTextStyle::Body, text, Width());
-  Add(paragraph.Height() + 4, [paragraph](QPainter& painter, const QRectF& rect) {
-    paragraph.Paint(painter, rect.topLeft(), kPaperInk);
-  });
+  Add(paragraph.Height() + 4,
+      [paragraph](QPainter& painter, const QRectF& rect) { paragraph.Paint(painter, rect.topLeft(), kPaperInk); });
 }
 
 void TPageFlow::AddCaption(const QString& text) {

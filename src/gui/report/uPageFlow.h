@@ -59,7 +59,7 @@ class TPageFlow {
   void Reserve(double height);
 
   QSizeF FPage;
-  double FUsed = 0;                                        // of the current page's area
+  double FUsed = 0;                                                       // of the current page's area
   std::vector<std::vector<TPiece>> FPieces = {1, std::vector<TPiece>()};  // by page
   std::vector<TReportBookmark> FBookmarks;
 };

@@ -9,12 +9,13 @@
 
 namespace {
 
-constexpr double kCellGap = 9;      // pt between columns
-constexpr double kRowSpace = 3;     // above and below the text of a row, together
-constexpr double kMaxSpread = 40;   // pt that a column may be wider than its text, so that rows are easy to follow
-constexpr double kMaxColumn = 200;  // pt
+constexpr double kCellGap = 9;       // pt between columns
+constexpr double kRowSpace = 3;      // above and below the text of a row, together
+constexpr double kMaxSpread = 40;    // pt that a column may be wider than its text, so that rows are easy to follow
+constexpr double kMaxColumn = 200;   // pt
 constexpr double kLabelPart = 0.22;  // of the width, for the labels of figures
-constexpr std::size_t kRowsTogether = 3;
+constexpr std::size_t kRowsTogether = 3;  // at least, of a long table
+constexpr std::size_t kMaxShort = 12;     // rows of a table that stays on one page
 
 double RowHeight() {
   return LineHeight(TTextStyle::Body) + kRowSpace;
@@ -30,6 +31,7 @@ struct TPart {
   std::vector<TPlacedColumn> columns;
   bool hasUnits = false;
 
+  [[nodiscard]] double Width() const { return columns.back().left + columns.back().width; }
   [[nodiscard]] double TitleHeight() const {
     return LineHeight(TTextStyle::Strong) + (hasUnits ? LineHeight(TTextStyle::Caption) : 0) + kRowSpace + 1;
   }
@@ -48,8 +50,7 @@ double WidthOf(const TPaperColumn& column, std::size_t rows) {
 void Place(TPart& part, double width) {
   double used = -kCellGap;
   for (const TPlacedColumn& column : part.columns) used += column.width + kCellGap;
-  const double spread =
-      std::clamp((width - used) / static_cast<double>(part.columns.size()), 0.0, kMaxSpread);
+  const double spread = std::clamp((width - used) / static_cast<double>(part.columns.size()), 0.0, kMaxSpread);
   double left = 0;
   for (TPlacedColumn& column : part.columns) {
     // Numbers stand at the right end of what they get.
@@ -100,7 +101,7 @@ void PaintTitles(QPainter& painter, const QRectF& rect, const TPart& part) {
   }
   const double y = rect.top() + part.TitleHeight() - 1;
   painter.setPen(QPen(kPaperInk, 0.75));
-  painter.drawLine(QPointF(rect.left(), y), QPointF(rect.right(), y));
+  painter.drawLine(QPointF(rect.left(), y), QPointF(rect.left() + part.Width(), y));
 }
 
 void PaintRows(QPainter& painter, const QRectF& rect, const TPart& part, std::size_t first, std::size_t count) {
@@ -114,7 +115,7 @@ void PaintRows(QPainter& painter, const QRectF& rect, const TPart& part, std::si
     }
     y += height;
     painter.setPen(QPen(kPaperHairline, 0.4));
-    painter.drawLine(QPointF(rect.left(), y), QPointF(rect.right(), y));
+    painter.drawLine(QPointF(rect.left(), y), QPointF(rect.left() + part.Width(), y));
   }
 }
 
@@ -122,22 +123,28 @@ void AddPart(TPageFlow& flow, const std::shared_ptr<TPart>& part, std::size_t ro
   const double titles = part->TitleHeight();
   for (std::size_t row = 0; row < rows;) {
     auto fits = static_cast<std::size_t>(std::max(0.0, (flow.Room() - titles) / RowHeight()));
-    if (fits < std::min(kRowsTogether, rows - row)) {
+    if (fits < std::min(rows <= kMaxShort ? rows : kRowsTogether, rows - row)) {
       flow.BeginPage();
       fits = std::max<std::size_t>(1, static_cast<std::size_t>((flow.Room() - titles) / RowHeight()));
     }
     const std::size_t count = std::min(fits, rows - row);
-    flow.Add(titles + static_cast<double>(count) * RowHeight(),
-             [part, row, count](QPainter& painter, const QRectF& rect) { PaintRows(painter, rect, *part, row, count); });
+    flow.Add(
+        titles + static_cast<double>(count) * RowHeight(),
+        [part, row, count](QPainter& painter, const QRectF& rect) { PaintRows(painter, rect, *part, row, count); });
     row += count;
   }
 }
 
+TParagraph TextOf(const TPaperFigure& figure, double width) {
+  return {TTextStyle::Body, figure.text, width * (1 - kLabelPart)};
+}
+
 }  // namespace
 
-double TableStart() {
+double TableStart(std::size_t rows) {
+  const std::size_t together = rows <= kMaxShort ? rows : kRowsTogether;
   return LineHeight(TTextStyle::Strong) + LineHeight(TTextStyle::Caption) + kRowSpace + 1 +
-         static_cast<double>(kRowsTogether) * RowHeight();
+         static_cast<double>(together) * RowHeight();
 }
 
 void AddPlainTable(TPageFlow& flow, const TPaperTable& table) {
@@ -148,38 +155,40 @@ void AddPlainTable(TPageFlow& flow, const TPaperTable& table) {
 }
 
 void AddTable(TPageFlow& flow, const QString& heading, const TPaperTable& table, const QString& none) {
-  flow.AddHeading(heading, TableStart());
+  flow.AddHeading(heading, TableStart(table.rows));
   if (table.rows == 0) return flow.AddParagraph(none);
   const auto parts = PartsOf(table, flow.Width());
   for (std::size_t i = 0; i < parts.size(); ++i) {
     if (i > 0) {
-      flow.AddSubheading(QObject::tr("%1, columns %2 of %3").arg(heading).arg(i + 1).arg(parts.size()), TableStart());
+      flow.AddSubheading(QObject::tr("%1, columns %2 of %3").arg(heading).arg(i + 1).arg(parts.size()),
+                         TableStart(table.rows));
     }
     AddPart(flow, parts[i], table.rows);
   }
 }
 
-double FigureLabelWidth(double width) {
-  return width * kLabelPart;
+void AddFigures(TPageFlow& flow, const std::vector<TPaperFigure>& figures) {
+  for (const TPaperFigure& figure : figures) {
+    flow.Add(FiguresHeight({figure}, flow.Width()), [figure](QPainter& painter, const QRectF& rect) {
+      PaintFigures(painter, rect.topLeft(), rect.width(), {figure});
+    });
+  }
 }
 
-double FiguresHeight(const TPageFlow& flow, const std::vector<TPaperFigure>& figures) {
+double FiguresHeight(const std::vector<TPaperFigure>& figures, double width) {
   double height = 0;
-  for (const TPaperFigure& figure : figures) {
-    const TParagraph text(TTextStyle::Body, figure.text, flow.Width() - FigureLabelWidth(flow.Width()));
-    height += text.Height() + kRowSpace;
-  }
+  for (const TPaperFigure& figure : figures) height += TextOf(figure, width).Height() + kRowSpace;
   return height;
 }
 
-void AddFigures(TPageFlow& flow, const std::vector<TPaperFigure>& figures) {
-  const double label = FigureLabelWidth(flow.Width());
+void PaintFigures(QPainter& painter, const QPointF& topLeft, double width, const std::vector<TPaperFigure>& figures) {
+  const double label = width * kLabelPart;
+  double y = topLeft.y();
   for (const TPaperFigure& figure : figures) {
-    const TParagraph text(TTextStyle::Body, figure.text, flow.Width() - label);
-    flow.Add(text.Height() + kRowSpace, [text, figure, label](QPainter& painter, const QRectF& rect) {
-      const QRectF place(rect.left(), rect.top(), label - kCellGap, LineHeight(TTextStyle::Body));
-      DrawLine(painter, place, TTextStyle::Body, figure.label, kPaperSecondaryInk);
-      text.Paint(painter, {rect.left() + label, rect.top()}, kPaperInk);
-    });
+    const QRectF place(topLeft.x(), y, label - kCellGap, LineHeight(TTextStyle::Body));
+    DrawLine(painter, place, TTextStyle::Body, figure.label, kPaperSecondaryInk);
+    const TParagraph text = TextOf(figure, width);
+    text.Paint(painter, {topLeft.x() + label, y}, kPaperInk);
+    y += text.Height() + kRowSpace;
   }
 }

@@ -11,10 +11,10 @@
 
 struct TPaperColumn {
   QString title;
-  QString unit;                               // below the title; may be empty
-  std::function<QString(std::size_t)> text;   // of a row, one line
-  bool isNumber = true;                       // right-aligned
-  bool isKey = false;                         // stands in every part
+  QString unit;                              // below the title; may be empty
+  std::function<QString(std::size_t)> text;  // of a row, one line
+  bool isNumber = true;                      // right-aligned
+  bool isKey = false;                        // stands in every part
   // As wide as the widest cell; empty: the cells are measured, which is for short tables.
   QString widest = {};
 };
@@ -35,9 +35,9 @@ struct TPaperFigure {
   QString text;
 };
 void AddFigures(TPageFlow& flow, const std::vector<TPaperFigure>& figures);
-double FiguresHeight(const TPageFlow& flow, const std::vector<TPaperFigure>& figures);
-// The part of a width that labels take.
-double FigureLabelWidth(double width);
+// The same at a place on a page.
+double FiguresHeight(const std::vector<TPaperFigure>& figures, double width);
+void PaintFigures(QPainter& painter, const QPointF& topLeft, double width, const std::vector<TPaperFigure>& figures);
 
-// The height of the titles and a few rows, which stay together.
-double TableStart();
+// The height of what of a table stays together: its titles and a few rows, or all of a short one.
+double TableStart(std::size_t rows);

@@ -1,5 +1,5 @@
-// Texts on paper. Lengths are points (1/72 inch); fonts are laid out ten times as large and scaled down, so that text is
-// as wide on a screen as on a printer. Text is always plain. Main thread only.
+// Texts on paper. Lengths are points (1/72 inch); fonts are laid out ten times as large and scaled down, so that text
+// is as wide on a screen as on a printer. Text is always plain. Main thread only.
 #pragma once
 
 #include <QColor>

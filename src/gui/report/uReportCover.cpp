@@ -13,11 +13,12 @@
 
 namespace {
 
-constexpr double kLogoHeight = 40;   // pt
-constexpr double kLogoPart = 0.42;   // of the width, at most, for each
-constexpr double kBox = 10;          // around the text of the verdict
-constexpr double kBar = 3;           // at its left
-constexpr double kMinChart = 140;    // of the picture of the recording
+constexpr double kLogoHeight = 40;  // pt
+constexpr double kLogoPart = 0.42;  // of the width, at most, for each
+constexpr double kBox = 10;         // around the text of the verdict
+constexpr double kBar = 3;          // at its left
+constexpr double kListPart = 0.38;  // of the width of a landscape page, for the figures beside the picture
+constexpr double kMinChart = 140;   // of the picture of the recording
 constexpr double kMaxChart = 380;
 
 // As large as it fits, whatever its shape; never larger than a point a pixel.
@@ -44,9 +45,8 @@ void AddLogos(TPageFlow& flow, const TReportData& data) {
 void AddLines(TPageFlow& flow, TTextStyle style, const QString& text, int maxLines, const QColor& ink) {
   if (text.isEmpty()) return;
   const TParagraph lines(style, text, flow.Width(), maxLines);
-  flow.Add(lines.Height() + 1, [lines, ink](QPainter& painter, const QRectF& rect) {
-    lines.Paint(painter, rect.topLeft(), ink);
-  });
+  flow.Add(lines.Height() + 1,
+           [lines, ink](QPainter& painter, const QRectF& rect) { lines.Paint(painter, rect.topLeft(), ink); });
 }
 
 void AddTitle(TPageFlow& flow, const TReportData& data) {
@@ -103,7 +103,8 @@ QString FileText(const TReportContents& contents) {
   std::error_code unknown;
   const auto size = std::filesystem::file_size(contents.file, unknown);
   QString text = PlainText(Utf8FromPath(contents.file.filename()));
-  if (!unknown) text += QObject::tr(", %1 bytes").arg(QLocale(QLocale::English).toString(static_cast<qulonglong>(size)));
+  if (!unknown)
+    text += QObject::tr(", %1 bytes").arg(QLocale(QLocale::English).toString(static_cast<qulonglong>(size)));
   return text;
 }
 
@@ -116,30 +117,25 @@ std::vector<TPaperFigure> CoverFigures(const TReportData& data) {
     if (std::ranges::count(kLabels, figure.label)) figures.push_back({QtText(figure.label), PlainText(figure.text)});
   }
   if (verdict.firstTime) {
-    figures.push_back({QObject::tr("Recorded"),
-                       QObject::tr("%1 to %2 (%3)")
-                           .arg(MomentText(*verdict.firstTime), MomentText(*verdict.lastTime),
-                                QtText(DurationInWords(*verdict.lastTime - *verdict.firstTime)))});
+    figures.push_back(
+        {QObject::tr("Recorded"), QObject::tr("%1 to %2 (%3)")
+                                      .arg(MomentText(*verdict.firstTime), MomentText(*verdict.lastTime),
+                                           QtText(DurationInWords(*verdict.lastTime - *verdict.firstTime)))});
   }
-  figures.push_back({QObject::tr("Shown"), data.facts.filtered.empty() ? QObject::tr("all events, whole recording")
-                                                                       : PlainText(data.facts.filtered)});
-  if (!contents.file.empty()) figures.push_back({QObject::tr("File"), FileText(contents)});
-  figures.push_back({QObject::tr("Report"), QObject::tr("%1, ShockScope %2")
-                                                .arg(MomentText(contents.madeAt), PlainText(contents.version))});
+  const QString filtered = QObject::tr("%1 of %2 events, filtered: %3")
+                               .arg(verdict.events)
+                               .arg(data.Mission().Events.Count())
+                               .arg(PlainText(data.facts.filtered));
+  figures.push_back(
+      {QObject::tr("Shown"), data.facts.filtered.empty() ? QObject::tr("all events, whole recording") : filtered});
+  if (!contents.file.empty()) {
+    figures.push_back({QObject::tr("File"), FileText(contents)});
+    // An unknown one takes as much room as a known one.
+    figures.push_back({"SHA-256", contents.sha256.empty() ? QString(64, '_') : QtText(contents.sha256)});
+  }
+  figures.push_back({QObject::tr("Report"),
+                     QObject::tr("%1, ShockScope %2").arg(MomentText(contents.madeAt), PlainText(contents.version))});
   return figures;
-}
-
-// The checksum may become known after the layout.
-void AddChecksum(TPageFlow& flow, const TReportData& data) {
-  flow.Add(LineHeight(TTextStyle::Body) + 3, [&data](QPainter& painter, const QRectF& rect) {
-    const double label = FigureLabelWidth(rect.width());
-    const std::string& sum = data.contents.sha256;
-    const QString text = sum.empty() ? QObject::tr("not computed yet") : QtText(sum);
-    const double height = LineHeight(TTextStyle::Body);
-    DrawLine(painter, {rect.left(), rect.top(), label, height}, TTextStyle::Body, "SHA-256", kPaperSecondaryInk);
-    DrawLine(painter, {rect.left() + label, rect.top(), rect.width() - label, height}, TTextStyle::Body, text,
-             kPaperInk);
-  });
 }
 
 }  // namespace
@@ -148,13 +144,23 @@ void AddCover(TPageFlow& flow, const TReportData& data, TReportCharts& charts) {
   AddLogos(flow, data);
   AddTitle(flow, data);
   AddVerdictBox(flow, data);
-  const std::vector<TPaperFigure> figures = CoverFigures(data);
-  const double checksum = LineHeight(TTextStyle::Body) + 3;
-  const double list = TPageFlow::HeadingHeight() + FiguresHeight(flow, figures) + checksum;
   flow.AddHeading(QObject::tr("Whole recording"), kMinChart);
-  flow.Add(std::clamp(flow.Room() - list, kMinChart, kMaxChart),
+  // The figures are made again when they are painted: the checksum may become known after the layout.
+  if (data.config.landscape) {
+    const double width = flow.Width() * kListPart;
+    const double list = FiguresHeight(CoverFigures(data), width);
+    flow.Add(std::max({flow.Room(), kMinChart, list}), [&data, &charts, width](QPainter& painter, const QRectF& rect) {
+      PaintFigures(painter, rect.topLeft(), width, CoverFigures(data));
+      charts.PaintWhole(painter, rect.adjusted(width + kBox, 0, 0, 0));
+    });
+    return;
+  }
+  const double list = FiguresHeight(CoverFigures(data), flow.Width());
+  const double chart = flow.Room() - TPageFlow::HeadingHeight() - list;
+  flow.Add(std::clamp(chart, kMinChart, kMaxChart),
            [&charts](QPainter& painter, const QRectF& rect) { charts.PaintWhole(painter, rect); });
-  flow.AddHeading(QObject::tr("Mission"), 60);
-  AddFigures(flow, figures);
-  if (!data.contents.file.empty()) AddChecksum(flow, data);
+  flow.AddHeading(QObject::tr("Mission"), list);
+  flow.Add(list, [&data](QPainter& painter, const QRectF& rect) {
+    PaintFigures(painter, rect.topLeft(), rect.width(), CoverFigures(data));
+  });
 }

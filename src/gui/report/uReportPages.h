@@ -54,7 +54,7 @@ class TReportPages {
   [[nodiscard]] QString Author() const;  // the company, or the operator
   // In words what limits the report, for the cover: "filtered: events …"; empty when nothing does.
   [[nodiscard]] QString Filtered() const;
-  // Until then the cover says that the checksum is not known; pages stay the same otherwise.
+  // Until then the cover has a blank in its place; the layout stays.
   void SetSha256(const std::string& sha256);
   // Black on nothing; (0, 0) is the page's corner, a point one unit. Whoever calls fills the page with white.
   void Paint(QPainter& painter, int page) const;

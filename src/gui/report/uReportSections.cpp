@@ -52,8 +52,9 @@ void AddMetrics(TPageFlow& flow, const TReportData& data) {
                   "IoT total is the whole area of an event, IoT max that of the largest run. A run that reaches the "
                   "event's last sample counts in the total only.")
           .arg(g(levels.iot)),
-      QObject::tr("Clipped: three neighbouring samples stand at one extreme of an axis. The sensor was at the end of its "
-                  "range, so the true peak is higher."),
+      QObject::tr(
+          "Clipped: three neighbouring samples stand at one extreme of an axis. The sensor was at the end of its "
+          "range, so the true peak is higher."),
       QObject::tr("Sensors at an event: the reading that is nearest in time to the event's start."),
       QObject::tr("Out of limits: a reading counts until the next one, at most five times the median interval of its "
                   "sensor; so a gap in the recording counts neither as inside nor as outside. A value equal to a limit "

@@ -17,8 +17,8 @@
 namespace {
 
 // The columns of the events that fit every page.
-constexpr std::string_view kImportantFields[] = {"ID",        "Timestamp", "Acceleration max", "ToT total", "ToT max",
-                                                 "IoT total", "IoT max",   "Temp.",            "Humidity"};
+constexpr std::string_view kImportantFields[] = {
+    "ID", "Timestamp", "Acceleration max", "ToT total", "ToT max", "IoT total", "IoT max", "Temp.", "Humidity"};
 
 std::vector<TPaperFigure> PaperFigures(const std::vector<TFigure>& figures) {
   std::vector<TPaperFigure> shown;
@@ -69,7 +69,8 @@ QString Widest(const TDataset& table, std::size_t field, const TReportData& data
   QString widest = largest < 1e15 ? QString::number(std::ceil(largest), 'f', 0) : QString("2.88888888888888E308");
   widest += '.' + QString(decimals, '8');
   if (isNegative) widest.prepend('-');
-  const bool marked = hasFormat && data.facts.limits && static_cast<std::size_t>(*quantity->quantity) < kLimitedQuantityCount;
+  const bool marked =
+      hasFormat && data.facts.limits && static_cast<std::size_t>(*quantity->quantity) < kLimitedQuantityCount;
   return marked ? "▲ " + widest : widest;
 }
 
@@ -96,13 +97,13 @@ TPaperTable DatasetTable(const TDataset& table, const std::vector<std::size_t>& 
   for (const std::size_t field : fields) {
     const TField& column = table.Fields()[field];
     const auto [title, unit] = TitleOf(column);
-    paper.columns.push_back({.title = title,
-                             .unit = unit,
-                             .text = [&table, field, rowAt, &data](
-                                         std::size_t row) { return CellText(table, rowAt(row), field, data); },
-                             .isNumber = column.Type != TFieldType::DateTime,
-                             .isKey = column.Key == "ID" || column.Key == "Timestamp",
-                             .widest = Widest(table, field, data)});
+    paper.columns.push_back(
+        {.title = title,
+         .unit = unit,
+         .text = [&table, field, rowAt, &data](std::size_t row) { return CellText(table, rowAt(row), field, data); },
+         .isNumber = column.Type != TFieldType::DateTime,
+         .isKey = column.Key == "ID" || column.Key == "Timestamp",
+         .widest = Widest(table, field, data)});
   }
   return paper;
 }
@@ -142,10 +143,11 @@ TPaperColumn NumberColumn(const QString& title, const QString& unit, std::functi
 }
 
 TPaperTable GroupTable(const QString& name, const std::vector<TEventGroup>& groups, const TReportData& data) {
-  TPaperTable table{{TextColumn(name, [&groups](std::size_t i) { return QtText(groups[i].name); }, true),
-                     NumberColumn(QObject::tr("Events"), {},
-                                  [&groups](std::size_t i) { return QString::number(groups[i].events); })},
-                    groups.size()};
+  TPaperTable table{
+      {TextColumn(
+           name, [&groups](std::size_t i) { return QtText(groups[i].name); }, true),
+       NumberColumn(QObject::tr("Events"), {}, [&groups](std::size_t i) { return QString::number(groups[i].events); })},
+      groups.size()};
   const auto& above = data.facts.verdict.above;
   if (above && above->limits.maxSource != TLimitSource::File) {
     table.columns.push_back(NumberColumn(QObject::tr("Above alarm"), {},
@@ -193,7 +195,7 @@ void AddExtremes(TPageFlow& flow, const TReportData& data) {
                      NumberColumn(QObject::tr("Maximum"), {}, value(&TSensorVerdict::max)),
                      TextColumn(QObject::tr("first at"), when(&TSensorVerdict::max))},
                     sensors.size()};
-  flow.AddSubheading(QObject::tr("Readings"), TableStart());
+  flow.AddSubheading(QObject::tr("Readings"), TableStart(table.rows));
   AddPlainTable(flow, table);
 }
 
@@ -210,7 +212,7 @@ void AddExcursions(TPageFlow& flow, const TReportData& data) {
     }
   }
   if (!data.facts.limits) return;
-  flow.AddSubheading(QObject::tr("Out of limits"), TableStart());
+  flow.AddSubheading(QObject::tr("Out of limits"), TableStart(rows.size()));
   if (rows.empty()) return flow.AddParagraph(QObject::tr("No sensor was out of its limits."));
   const auto column = [&rows](const QString& title, auto text) {
     return TextColumn(title, [rows, text](std::size_t i) {
@@ -223,8 +225,9 @@ void AddExcursions(TPageFlow& flow, const TReportData& data) {
     return PlainText(SensorLabel(*sensor.quantity, data.facts.display));
   };
   const auto limit = [](TOut sensor, TSide side, bool below) {
-    const QString value = QString("%1 %2 %3").arg(below ? "below" : "above", QtText(GeneralFloat(side.limit)),
-                                                  QtText(sensor.quantity->unit));
+    const QString value =
+        QString("%1 %2 %3")
+            .arg(below ? "below" : "above", QtText(GeneralFloat(side.limit)), QtText(sensor.quantity->unit));
     return side.source == TLimitSource::Default ? value.trimmed() + " *" : value.trimmed();
   };
   const auto timeOut = [](TOut, TSide side, bool) { return QtText(DurationInWords(side.timeOut / kMsPerDay)); };
@@ -264,7 +267,8 @@ void AddVerdict(TPageFlow& flow, const TReportData& data) {
   const TReportFacts& facts = data.facts;
   flow.AddHeading(QObject::tr("Verdict"), 60);
   if (facts.judgement) {
-    flow.AddParagraph(AsSentence(JudgementSentence(*facts.judgement, facts.verdict, *data.contents.profile, facts.display)));
+    flow.AddParagraph(
+        AsSentence(JudgementSentence(*facts.judgement, facts.verdict, *data.contents.profile, facts.display)));
   }
   flow.AddParagraph(AsSentence(VerdictSentence(facts.verdict, facts.display)));
   flow.AddGap(4);
@@ -293,7 +297,8 @@ void AddImportantEvents(TPageFlow& flow, const TReportData& data) {
            QObject::tr("There are no shock events."));
   if (rows.empty()) return;
   const auto entry = static_cast<std::size_t>(data.Mission().Settings.orderBy);
-  flow.AddCaption(QObject::tr("Ordered by %1.").arg(QtText(kOrderByCaptions.at(entry < kOrderByCaptions.size() ? entry : 0))));
+  flow.AddCaption(
+      QObject::tr("Ordered by %1.").arg(QtText(kOrderByCaptions.at(entry < kOrderByCaptions.size() ? entry : 0))));
 }
 
 void AddTables(TPageFlow& flow, const TReportData& data) {
