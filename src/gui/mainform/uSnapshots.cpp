@@ -14,6 +14,7 @@
 #include "gui/mainform/KorvexMainForm.h"
 #include "gui/report/uPageView.h"
 #include "gui/ribbon/uBackstage.h"
+#include "gui/ribbon/uRibbon.h"
 #include "gui/settings/uSettingsPage.h"
 
 namespace {
@@ -103,6 +104,7 @@ QStringList SaveSnapshots(TKorvexMainForm& form, const QString& recording, const
   album.Save("filter");
   album.SaveDialog("actKeys", "keys");
   form.Flow().SwitchView(TView::Report);
+  form.findChild<TRibbon*>()->SelectTab("tabReport");
   album.Save("report");
   form.findChild<TPageView*>("scrlReport")->SetFit(TPageView::TFit::Page);
   form.findChild<TPageView*>("scrlReport")->GoToPage(1);
