@@ -116,6 +116,11 @@ def check_choices(program, recording):
     for page, title in bookmarks:
         expect(f"bookmark {title}", True, title in pages[int(page) - 1])
     fonts = program.run("pdffonts", pdf).stdout.decode().splitlines()[2:]
+    bare = program.write("b.ini", "[Sections]\nSelected event = 1\n[Time]\nFrom = 2000-01-01\n")
+    program.report(pdf, recording, "--config", bare)
+    page = packed(program.text(pdf))
+    for part in ["Shock Report: event ", os.path.basename(recording), "filtered: time from 2000-01-01 00:00:00", "page 1 of 1"]:
+        expect(f"{part} without a cover", True, packed(part) in page)
     expect("fonts embedded", [], [font for font in fonts if not re.search(r"yes +(yes|no) +yes", font)])
 
 

@@ -123,15 +123,16 @@ class TDashes {
     FBegun = false;
   }
   void To(const QPointF& point) {
-    const bool isSeen = FBegun && (FBounds.contains(FLast) || FBounds.contains(point));
+    constexpr double kStep = 0.5;  // px
+    constexpr double kMaxSteps = 10000;
+    const QPointF way = point - FLast;
+    const double length = std::hypot(way.x(), way.y());
+    const bool isSeen = FBegun && std::isfinite(length) && (FBounds.contains(FLast) || FBounds.contains(point));
     if (FEnds.isEmpty() || !isSeen) {
       FStroke.To(point);
       FAnchor = point;
     } else {
-      constexpr double kStep = 0.5;  // px
-      constexpr double kMaxSteps = 10000;
-      const QPointF way = point - FLast;
-      const double steps = std::clamp(std::ceil(std::hypot(way.x(), way.y()) / kStep), 1.0, kMaxSteps);
+      const double steps = std::clamp(std::ceil(length / kStep), 1.0, kMaxSteps);
       for (double step = 1; step <= steps; ++step) Step(FLast + way * (step / steps));
     }
     FBegun = true;

@@ -68,7 +68,9 @@ std::optional<std::size_t> TLegendRow::EntryAt(const QPointF& position) const {
 
 TLegendContents TLegendRow::ContentsForPicture(const QString& caption) const {
   TLegendContents contents{caption, {}, FContents.entries};
-  if (FContents.icon.isNull() && !FContents.title.isEmpty()) contents.title += " · " + FContents.title;
+  if (FContents.icon.isNull() && !FContents.title.isEmpty()) {
+    contents.title += (caption.isEmpty() ? "" : " · ") + FContents.title;
+  }
   std::erase_if(contents.entries, [](const TLegendEntry& entry) { return !entry.shown; });
   return contents;
 }

@@ -39,9 +39,12 @@ struct TPart {
 
 double WidthOf(const TPaperColumn& column, std::size_t rows) {
   double width = std::max(TextWidth(TTextStyle::Strong, column.title), TextWidth(TTextStyle::Caption, column.unit));
-  if (!column.widest.isEmpty()) return std::max(width, TextWidth(TTextStyle::Body, column.widest));
-  for (std::size_t row = 0; row < rows; ++row) {
-    width = std::max(width, TextWidth(TTextStyle::Body, column.text(row)));
+  if (!column.widest.isEmpty()) {
+    width = std::max(width, TextWidth(TTextStyle::Body, column.widest));
+  } else {
+    for (std::size_t row = 0; row < rows; ++row) {
+      width = std::max(width, TextWidth(TTextStyle::Body, column.text(row)));
+    }
   }
   return std::min(width, kMaxColumn);
 }

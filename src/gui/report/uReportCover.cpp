@@ -49,14 +49,18 @@ void AddLines(TPageFlow& flow, TTextStyle style, const QString& text, int maxLin
            [lines, ink](QPainter& painter, const QRectF& rect) { lines.Paint(painter, rect.topLeft(), ink); });
 }
 
-void AddTitle(TPageFlow& flow, const TReportData& data) {
+QString MissionText(const TReportData& data) {
   const TMissionData& mission = data.Mission().Data;
-  AddLines(flow, TTextStyle::Body, PlainText(data.facts.display.company), 2, kPaperSecondaryInk);
-  AddLines(flow, TTextStyle::Title, QObject::tr("Shock report"), 1, kPaperInk);
   QStringList parts;
   if (const QString title = PlainText(mission.sTitle).trimmed(); !title.isEmpty()) parts << title;
   if (const QString id = PlainText(mission.sID).trimmed(); !id.isEmpty()) parts << QObject::tr("mission %1").arg(id);
-  AddLines(flow, TTextStyle::Subtitle, parts.join(" · "), 3, kPaperSecondaryInk);
+  return parts.join(" · ");
+}
+
+void AddTitle(TPageFlow& flow, const TReportData& data) {
+  AddLines(flow, TTextStyle::Body, PlainText(data.facts.display.company), 2, kPaperSecondaryInk);
+  AddLines(flow, TTextStyle::Title, QObject::tr("Shock report"), 1, kPaperInk);
+  AddLines(flow, TTextStyle::Subtitle, MissionText(data), 3, kPaperSecondaryInk);
   flow.AddGap(10);
 }
 
@@ -139,6 +143,17 @@ std::vector<TPaperFigure> CoverFigures(const TReportData& data) {
 }
 
 }  // namespace
+
+void AddPageHead(TPageFlow& flow, const TReportData& data) {
+  const TReportContents& contents = data.contents;
+  AddLines(flow, TTextStyle::Subtitle, MissionText(data), 2, kPaperInk);
+  QStringList parts;
+  if (!contents.file.empty()) parts << FileText(contents);
+  parts << MomentText(contents.madeAt);
+  if (!data.facts.filtered.empty()) parts << QObject::tr("filtered: %1").arg(PlainText(data.facts.filtered));
+  if (data.facts.verdict.damaged) parts << QObject::tr("damaged recording");
+  AddLines(flow, TTextStyle::Body, parts.join(" · "), 3, kPaperSecondaryInk);
+}
 
 void AddCover(TPageFlow& flow, const TReportData& data, TReportCharts& charts) {
   AddLogos(flow, data);

@@ -36,7 +36,8 @@ QString PlainText(std::string_view utf8) {
 }
 
 QString AsSentence(const std::string& text) {
-  QString sentence = QtText(Printable(text));
+  constexpr qsizetype kMaxSentence = 2500;  // characters; the names in it may be of any length
+  QString sentence = ShownText(text, kMaxSentence);
   if (!sentence.isEmpty()) sentence[0] = sentence[0].toUpper();
   return sentence + '.';
 }

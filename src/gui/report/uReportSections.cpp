@@ -66,6 +66,7 @@ void AddMetrics(TPageFlow& flow, const TReportData& data) {
 }  // namespace
 
 void AddSections(TPageFlow& flow, const TReportData& data, TReportCharts& charts) {
+  if (!data.config.Has(TReportSection::Cover)) AddPageHead(flow, data);
   for (const auto& [section, on] : data.config.sections) {
     if (!on) continue;
     switch (section) {

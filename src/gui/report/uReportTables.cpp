@@ -168,7 +168,6 @@ TPaperTable GroupTable(const QString& name, const std::vector<TEventGroup>& grou
   return table;
 }
 
-// The limit with what was beyond it: "> 60", "3 d 4 h".
 const TLimitVerdict& SideOf(const TSensorVerdict& sensor, bool below) {
   return below ? sensor.below : sensor.above;
 }
