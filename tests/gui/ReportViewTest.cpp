@@ -75,6 +75,19 @@ TEST_F(ReportView, PicturesOfChartsAreKeptInTheCardsTable) {
   EXPECT_THAT(*picture, HasSubstr("PNG"));
 }
 
+TEST_F(ReportView, ACardMarksWhatIsBeyondALimitThatSomebodyChose) {
+  const TShownMission& mission = FForm->Flow().Mission();
+  std::optional<TVerdictLimits> limits = TVerdictLimits();
+  for (TJudgedLimits& judged : *limits) judged = {{-1000, 10000}, TLimitSource::User, TLimitSource::User};
+  TJudgedLimits& acceleration = limits->at(static_cast<std::size_t>(TQuantity::Acceleration));
+  acceleration.values = {-6, 6};
+  EXPECT_THAT(MakeEventCard(mission, mission.Display, limits, 0).Words().toStdString(), HasSubstr("Peak ▲ 20 g X-pos"));
+  EXPECT_FALSE(MakeEventCard(mission, mission.Display, limits, 2).IsBeyond()) << "5 g";
+  acceleration.maxSource = TLimitSource::File;
+  EXPECT_FALSE(MakeEventCard(mission, mission.Display, limits, 0).IsBeyond())
+      << "every event exceeds the trigger level";
+}
+
 TEST_F(ReportView, BothSummaryLabelsGiveTheTotalIntensity) {
   for (const char* label : {"lblReportTotalIntensity", "lblEventCardsTotalIntensity"}) {
     EXPECT_THAT(Find<QLabel>(label)->text().toStdString(), HasSubstr(" 33 g·ms"));  // 10 + 14 + 9

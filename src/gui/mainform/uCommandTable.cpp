@@ -93,21 +93,10 @@ void SaveLayout(TTargets on, bool /*checked*/) {
   SaveUserLayout(on.program, on.controls, on.dialogs);
 }
 
-void Print(TTargets on, bool /*checked*/) {
-  PrintView(on);
-}
-
-void SaveAsPdf(TTargets on, bool /*checked*/) {
-  SaveViewAsPdf(on);
-}
-
-void Preview(TTargets on, bool /*checked*/) {
-  PreviewView(on);
-}
-
-template <bool TimeFirst>
-void Configure(TTargets on, bool /*checked*/) {
-  ConfigureReport(on, TimeFirst);
+// A function of the targets, with arguments that the row gives.
+template <auto Call, auto... Arguments>
+void On(TTargets on, bool /*checked*/) {
+  Call(on, Arguments...);
 }
 
 void SwitchFullScreen(TTargets on, bool /*checked*/) {
@@ -283,11 +272,11 @@ constexpr TCommand kCommands[] = {
      "Keep panels and splitters as they are; the next start loads them", "document-save", "Ctrl+Shift+U", 0,
      SaveLayout},
     {"actOverviewPrint", "dxBarOverviewPrint", "btngrpEvents", "Print…",
-     "Print charts and most important events of the band", "document-print", "", kLarge, Print},
+     "Print charts and most important events of the band", "document-print", "", kLarge, On<PrintView>},
     {"actOverviewPreview", "dxBarOverviewPreview", "btngrpEvents", "Print pre&view…",
-     "The pages that Print and Save as PDF make", "document-preview", "", kLarge, Preview},
+     "The pages that Print and Save as PDF make", "document-preview", "", kLarge, On<PreviewView>},
     {"actOverviewExport", "dxBarOverviewExport", "btngrpEvents", "Save as PDF…",
-     "Charts and most important events of the band as PDF", "document-export", "", kLarge, SaveAsPdf},
+     "Charts and most important events of the band as PDF", "document-export", "", kLarge, On<SaveViewAsPdf>},
     {"actPreviousEvent", "dxBarPreviousEvent", "btngrpShock", "Previous event",
      "Select the event before: in the order of the tables, in the overview by time", "go-previous", "P",
      kLarge | kOfEvents, Step<-1>},
@@ -296,20 +285,21 @@ constexpr TCommand kCommands[] = {
      Step<1>},
     {"actShockPrint", "dxBarShockPrint", "btngrpShockOutput", "Print…",
      "Print the selected event, the events chart and the table of the band's events", "document-print", "", kLarge,
-     Print},
+     On<PrintView>},
     {"actShockPreview", "dxBarShockPreview", "btngrpShockOutput", "Print pre&view…",
-     "The pages that Print and Save as PDF make", "document-preview", "", kLarge, Preview},
+     "The pages that Print and Save as PDF make", "document-preview", "", kLarge, On<PreviewView>},
     {"actShockExport", "dxBarShockExport", "btngrpShockOutput", "Save as PDF…",
      "The selected event, the events chart and the table of the band's events as PDF", "document-export", "", kLarge,
-     SaveAsPdf},
+     On<SaveViewAsPdf>},
     {"actReportConfig", "dxBarReportConfig", "btngrpReport", "&Configure…",
-     "Choose sections and their order, paper, event cards and tables", "configure", "", kLarge, Configure<false>},
+     "Choose sections and their order, paper, event cards and tables", "configure", "", kLarge,
+     On<ConfigureReport, false>},
     {"actReportTimeFilter", "dxBarReportTimeFilter", "btngrpReport", "&Time filter…",
-     "Limit the report to a span of time; the cover says so", "chronometer", "", kLarge, Configure<true>},
+     "Limit the report to a span of time; the cover says so", "chronometer", "", kLarge, On<ConfigureReport, true>},
     {"actReportPrint", "dxBarReportPrintOnly", "btngrpReport", "Print…", "Print the report, or some of its pages",
-     "document-print", "", kLarge, Print},
+     "document-print", "", kLarge, On<PrintView>},
     {"actReportExport", "dxBarReportExportOnly", "btngrpReport", "Save as PDF…",
-     "The report with vector charts and bookmarks", "document-export", "", kLarge, SaveAsPdf},
+     "The report with vector charts and bookmarks", "document-export", "", kLarge, On<SaveViewAsPdf>},
     {"actFullScreen", nullptr, nullptr, "Full screen", "The window without frame, over the whole screen, and back", "",
      "F11", 0, SwitchFullScreen},
     {"actManual", nullptr, nullptr, "Manual", "The document of the manual on what is in front", "", "F1", 0,
@@ -470,39 +460,7 @@ constexpr TCommand kCommands[] = {
     {"actNextEvent", "dxBarEventsNext", "btngrpEventsChart", "", "", "", "", kAgain},
 };
 
-constexpr unsigned kOverview = BitOf(TView::Overview);
-constexpr unsigned kShock = BitOf(TView::Shock);
-constexpr unsigned kReport = BitOf(TView::Report);
-constexpr unsigned kAllViews = kOverview | kShock | kReport;
-constexpr TGroup kGroups[] = {{"tabHome", "btngrpFile", "File", 0},
-                              {"tabHome", "btngrpView", "View", kAllViews},
-                              {"tabHome", "btngrpNavigator", "Navigator", kOverview | kShock},
-                              {"tabHome", "btngrpFiltering", "Filtering", kOverview | kShock},
-                              {"tabHome", "btngrpAlarm", "Alarm", kAllViews},
-                              {"tabHome", "btngrpLayout", "Layout", kOverview | kShock},
-                              {"tabEvents", "btngrpEventsChart", "Events chart", kOverview | kShock},
-                              {"tabEvents", "btngrpEventsExport", "Export events", kAllViews},
-                              {"tabEvents", "btngrpEventsImage", "Chart picture", kOverview | kShock},
-                              {"tabEvents", "btngrpEvents", "Overview", kOverview},
-                              {"tabShock", "btngrpShock", "Selected event", kShock},
-                              {"tabShock", "btngrpFilter", "Filter and spectrum", kShock},
-                              {"tabShock", "btngrpShockSeries", "Selected event chart", kShock},
-                              {"tabShock", "btngrpShockTools", "Selected event tools", kShock},
-                              {"tabShock", "btngrpShockExport", "Export selected event", kShock},
-                              {"tabShock", "btngrpShockImage", "Chart picture", kShock},
-                              {"tabShock", "btngrpShockOutput", "Shock view", kShock},
-                              {"tabSensors", "btngrpSensorsTools", "Sensors chart", kOverview},
-                              {"tabSensors", "btngrpSensorsAxes", "Axis zoom locks", kOverview},
-                              {"tabSensors", "btngrpSensorsExport", "Export sensors", kAllViews},
-                              {"tabSensors", "btngrpSensorsImage", "Chart picture", kOverview},
-                              {"tabTables", "btngrpTables", "Export tables", kAllViews},
-                              {"tabReport", "btngrpReport", "Report", kReport}};
-
 }  // namespace
-
-std::span<const TGroup> Groups() {
-  return kGroups;
-}
 
 std::span<const TCommand> Commands() {
   return kCommands;

@@ -94,6 +94,11 @@ std::vector<TSection> AllKeys(const QWidget& window) {
                       {{"Enter", QObject::tr("Bring the navigator's band to the row")},
                        {"Ctrl+C", QObject::tr("Copy the selected rows")},
                        {"Menu  Shift+F10", QObject::tr("Menu with copy and export")}}});
+  sections.push_back({QObject::tr("In the report"),
+                      {{"PgUp  PgDown", QObject::tr("Turn pages")},
+                       {"+  −", QObject::tr("Zoom in and out")},
+                       {"W  F", QObject::tr("Fit the width, the page")},
+                       {"Enter", QObject::tr("Open a card's event in the shock view")}}});
   std::erase_if(sections, [](const TSection& section) { return section.keys.empty(); });
   return sections;
 }

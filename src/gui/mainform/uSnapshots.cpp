@@ -15,6 +15,7 @@
 #include "gui/mainform/KorvexMainForm.h"
 #include "gui/report/uPageView.h"
 #include "gui/ribbon/uBackstage.h"
+#include "gui/ribbon/uRibbon.h"
 #include "gui/settings/uAlarmLimitsPanel.h"
 #include "gui/settings/uLimitEdit.h"
 #include "gui/settings/uLimitProfileBar.h"
@@ -129,6 +130,7 @@ QStringList SaveSnapshots(TKorvexMainForm& form, const QString& recording, const
   album.Save("filter");
   album.SaveDialog("actKeys", "keys");
   form.Flow().SwitchView(TView::Report);
+  form.findChild<TRibbon*>()->SelectTab("tabReport");
   album.Save("report");
   form.findChild<TPageView*>("scrlReport")->SetFit(TPageView::TFit::Page);
   form.findChild<TPageView*>("scrlReport")->GoToPage(1);

@@ -23,11 +23,10 @@ namespace {
 constexpr double kPadding = 8;
 constexpr double kCorner = 3;
 constexpr double kGap = 4;           // between title, chart and figures
-constexpr double kColumn = 74;       // the smallest width of a figure
 constexpr double kMinChart = 40;     // below that figures give way
 constexpr double kNumberWidth = 30;  // of the numbers beside the chart
 constexpr double kStripe = 3;        // at the left of a card that is beyond a limit
-constexpr double kColumnsAPoint = 4;
+constexpr double kColumnsAPoint = 3;
 
 struct TLabel {
   std::string_view field;  // of the cards table
@@ -99,7 +98,11 @@ struct TFigureGrid {
 
 TFigureGrid GridOf(const TEventCard& card, const QRectF& inside) {
   TFigureGrid grid;
-  grid.columns = static_cast<std::size_t>(std::max(1.0, std::floor(inside.width() / kColumn)));
+  double widest = 1;
+  for (const TCardFigure& figure : card.figures) {
+    widest = std::max(widest, TextWidth(TTextStyle::Caption, figure.label + ' ' + figure.text));
+  }
+  grid.columns = static_cast<std::size_t>(std::max(1.0, std::floor(inside.width() / (widest + kGap))));
   const double line = LineHeight(TTextStyle::Caption) + 1;
   const double room = inside.height() - LineHeight(TTextStyle::Strong) - 2 * kGap - kMinChart;
   const auto fit = static_cast<std::size_t>(std::max(0.0, std::floor(room / line)));
@@ -127,6 +130,12 @@ void PaintFigures(QPainter& painter, const QRectF& inside, const TEventCard& car
   }
 }
 
+// Steps that nobody sees: they make a PDF small, and flat parts of a curve one line.
+double InSteps(double points) {
+  constexpr double kSteps = 20;  // a point
+  return std::round(points * kSteps) / kSteps;
+}
+
 // The curve as the envelope of its samples; an event may have a million of them.
 void PaintCurve(QPainter& painter, const QRectF& plot, std::span<const TEventValue> samples, TSeries series,
                 const TTimeSpan& span, double limit) {
@@ -144,8 +153,11 @@ void PaintCurve(QPainter& painter, const QRectF& plot, std::span<const TEventVal
       flush();
       continue;
     }
-    line.append({plot.left() + (point.key - span.start) / span.Width() * plot.width(),
-                 plot.center().y() - double{point.value} / limit * plot.height() / 2});
+    const double x = plot.left() + (point.key - span.start) / span.Width() * plot.width();
+    const double y = InSteps(plot.center().y() - double{point.value} / limit * plot.height() / 2);
+    const qsizetype count = line.size();
+    if (count > 1 && line[count - 1].y() == y && line[count - 2].y() == y) line.removeLast();
+    line.append({InSteps(x), y});
   }
   flush();
 }

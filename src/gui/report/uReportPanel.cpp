@@ -34,6 +34,8 @@ TElidedLabel* MakeFiltered(const char* name, QWidget* parent) {
 
 TReportPanel::TReportPanel(QWidget* parent) : QWidget(parent), FReadFile(new TBackgroundTask(this)) {
   setObjectName("ReportPanel");
+  // It stands without dock panels; its width must not make them narrow in the other views.
+  setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
   auto* splitter = new QSplitter(this);
   splitter->setObjectName("splReport");
   splitter->setChildrenCollapsible(false);
