@@ -21,7 +21,6 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr std::string_view kFolder = "limits";
-constexpr std::string_view kChosenFile = "limit-profile.ini";
 constexpr const char *kSection = "Profile", *kFileKey = "File";
 constexpr std::string_view kExtension = ".ini";
 constexpr std::string_view kNotUsed = "The limit profile cannot be used.";
@@ -43,6 +42,15 @@ TListedProfile Listed(const fs::path& file) {
 }
 
 }  // namespace
+
+fs::path ChosenProfile(const fs::path& settingsFolder) {
+  const fs::path chosen = settingsFolder / kChosenProfileFile;
+  if (!Exists(chosen)) return {};
+  const std::string name = TIniFile::Load(chosen).ReadString(kSection, kFileKey, "");
+  // Whatever the file says, nothing outside the folder is read or written.
+  const fs::path file = settingsFolder / kFolder / PathFromUtf8(name).filename();
+  return name.empty() || file.extension() != kExtension ? fs::path() : file;
+}
 
 TLimitProfiles::TLimitProfiles(std::function<std::string()> findSettingsFolder, TShownMission& mission,
                                IControls& controls, IDialogs& dialogs)
@@ -89,7 +97,7 @@ void TLimitProfiles::PutInForce(const fs::path& file, std::optional<TLimitProfil
 void TLimitProfiles::Remember() {
   const std::string settings = FFindSettingsFolder();
   if (settings.empty()) return;
-  const fs::path chosen = PathFromUtf8(settings) / kChosenFile;
+  const fs::path chosen = PathFromUtf8(settings) / kChosenProfileFile;
   if (FFile.empty() && !Exists(chosen)) return;
   TIniFile ini;
   ini.WriteString(kSection, kFileKey, Utf8FromPath(FFile.filename()));
@@ -97,16 +105,16 @@ void TLimitProfiles::Remember() {
 }
 
 void TLimitProfiles::Restore() {
-  const fs::path folder = Folder();
-  const fs::path chosen = folder.empty() ? fs::path() : folder.parent_path() / kChosenFile;
-  if (folder.empty() || !Exists(chosen)) return;
-  std::string name;
-  if (!Try(chosen, kNotUsed, [&] { name = TIniFile::Load(chosen).ReadString(kSection, kFileKey, ""); })) return;
-  // Whatever the file says, nothing outside the folder is read or written.
-  const fs::path file = folder / PathFromUtf8(name).filename();
-  if (name.empty() || file.extension() != kExtension) return;
+  const std::string settings = FFindSettingsFolder();
+  if (settings.empty()) return;
+  fs::path file;
+  if (!Try(PathFromUtf8(settings) / kChosenProfileFile, kNotUsed,
+           [&] { file = ChosenProfile(PathFromUtf8(settings)); })) {
+    return;
+  }
   std::optional<TLimitProfile> profile;
-  if (Try(file, kNotUsed, [&] { profile = ReadLimitProfile(file); })) PutInForce(file, std::move(profile), false);
+  if (file.empty() || !Try(file, kNotUsed, [&] { profile = ReadLimitProfile(file); })) return;
+  PutInForce(file, std::move(profile), false);
 }
 
 void TLimitProfiles::Choose(const fs::path& file) {

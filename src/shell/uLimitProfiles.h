@@ -24,6 +24,11 @@ struct TListedProfile {
   std::string problem = {};  // why the file cannot be used; its name is then that of the file
 };
 
+inline constexpr std::string_view kChosenProfileFile = "limit-profile.ini";
+
+// The file of the profile that was in force last; empty: none was. Throws when the choice cannot be read.
+std::filesystem::path ChosenProfile(const std::filesystem::path& settingsFolder);
+
 class TLimitProfiles {
  public:
   // `findSettingsFolder` as in TProgram.

@@ -9,7 +9,6 @@
 
 #include "base/uDateTime.h"
 #include "shell/uFilterWords.h"
-#include "shell/uLimitProfileFile.h"
 #include "shell/uShownVerdict.h"
 
 namespace {
@@ -39,7 +38,6 @@ std::vector<std::uint32_t> RowsBy(std::string_view index, const std::vector<bool
 // Only what somebody chose: the profile does not judge by the others.
 void ShowLimits(const TVerdictLimits& limits, TDisplaySettings& display) {
   constexpr double kNoLimit = std::numeric_limits<double>::infinity();
-  display.alarmActive = true;
   for (std::size_t i = 0; i < limits.size(); ++i) {
     const TJudgedLimits& judged = limits[i];
     display.limits[i] = {judged.minSource == TLimitSource::Default ? -kNoLimit : judged.values.min,
@@ -76,19 +74,17 @@ std::vector<std::uint32_t> CardRows(const TReportFacts& facts, const TReportConf
 
 }  // namespace
 
-TReportFacts FactsOf(const TShownMission& mission, const TLimitProfile* profile, const TReportConfig& config) {
+TReportFacts FactsOf(const TShownMission& mission, const TReportConfig& config) {
   TReportFacts facts;
   facts.display = mission.Display;
   facts.filtered = FilteredWords(mission, config.time);
-  facts.limits = profile == nullptr ? LimitsInForce(mission.Display) : LimitsInForce(*profile, mission.Data);
-  if (profile != nullptr) {
-    ShowLimits(*facts.limits, facts.display);
-  }
+  facts.limits = LimitsInForce(mission.Display);
+  if (facts.limits && mission.Display.profile) ShowLimits(*facts.limits, facts.display);
   facts.part = {config.time, mission.FilterActive ? mission.CLDS.ShownRows() : std::vector<bool>()};
   facts.part.events = EventsIn(facts.part, mission.Tables, mission.Events);
   facts.verdict = JudgeMission(mission.Events, mission.Sensors, mission.Tables, facts.limits, facts.part);
   facts.verdict.damaged = !mission.Damage.empty();
-  if (profile != nullptr) facts.judgement = JudgeByProfile(facts.verdict, *profile);
+  facts.judgement = JudgementOf(facts.verdict, mission.Display);
   std::optional<TLimits> acceleration;
   if (facts.verdict.above) acceleration = facts.verdict.above->limits.values;
   facts.groups = GroupEvents(mission.Events, mission.Tables.Metrics, acceleration, facts.part.events);

@@ -14,7 +14,7 @@
 #include "shell/uShownMission.h"
 
 struct TReportFacts {
-  TDisplaySettings display;  // the mission's, with the limits that the profile chooses; the others are infinite
+  TDisplaySettings display;  // the mission's; with a profile in force, limits that it does not choose are infinite
   std::optional<TVerdictLimits> limits;  // in force
   TVerdictPart part;                     // what passes the event filter, and the time
   std::string filtered;                  // both in words; empty when nothing limits the report
@@ -27,8 +27,7 @@ struct TReportFacts {
   std::vector<std::uint32_t> cards;
 };
 
-// Without a profile the limits of the mission's settings count.
-TReportFacts FactsOf(const TShownMission& mission, const TLimitProfile* profile, const TReportConfig& config);
+TReportFacts FactsOf(const TShownMission& mission, const TReportConfig& config);
 
 // Which events have a card: "The first 12 events by Intensity (max)".
 std::string CardsTitle(const TReportFacts& facts, const TReportConfig& config, const TShownMission& mission);

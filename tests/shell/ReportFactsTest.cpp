@@ -21,11 +21,10 @@ class ReportFacts : public testing::Test {
     FillMission(FMission, progress);
   }
   [[nodiscard]] double Minute(double minutes) const { return FMission.Events.StartTime + minutes / 1440; }
-  TReportFacts Facts() { return FactsOf(FMission, FProfile ? &*FProfile : nullptr, FConfig); }
+  TReportFacts Facts() { return FactsOf(FMission, FConfig); }
 
   TShownMission FMission;
   TReportConfig FConfig;
-  std::optional<TLimitProfile> FProfile;
 };
 
 TEST_F(ReportFacts, WithoutFilterAndLimitsEverythingCounts) {
@@ -72,10 +71,12 @@ TEST_F(ReportFacts, TimeAndFilterLimitAllFigures) {
 TEST_F(ReportFacts, OnlyLimitsThatTheProfileChoosesAreShown) {
   FConfig.cardEvents = TCardEvents::AboveAlarm;
   EXPECT_THAT(Facts().cards, IsEmpty()) << "no limits";
-  FProfile.emplace();
-  for (TJudgedLimits& limits : FProfile->limits) limits = {{-6, 8}, TLimitSource::Default, TLimitSource::Default};
-  FProfile->limits[0].maxSource = TLimitSource::User;
-  FProfile->allowedEvents = 1;
+  TLimitProfile profile;
+  for (TJudgedLimits& limits : profile.limits) limits = {{-6, 8}, TLimitSource::Default, TLimitSource::Default};
+  profile.limits[0].maxSource = TLimitSource::User;
+  profile.allowedEvents = 1;
+  UseProfile(profile, FMission.Display);
+  FMission.Display.alarmActive = true;
   const TReportFacts facts = Facts();
   EXPECT_THAT(facts.cards, ElementsAre(0, 1));
   EXPECT_EQ(facts.groups.byAxis.at(0).above, 2U);

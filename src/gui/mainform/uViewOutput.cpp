@@ -100,7 +100,6 @@ QImage Scaled(TTimeChart& chart, const QString& caption, int scale) {
 TReportContents ReportContents(const TShownMission& mission, const TMainParts& parts, const TFileFlow& flow,
                                const TProgram& program) {
   return {.mission = mission,
-          .profile = nullptr,
           .logos = {parts.logos->Image(TLogos::kCompany), parts.logos->Image(TLogos::kReport)},
           .file = PathFromUtf8(flow.FileName()),
           .sha256 = {},

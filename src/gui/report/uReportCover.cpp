@@ -80,7 +80,7 @@ void AddVerdictBox(TPageFlow& flow, const TReportData& data) {
   if (facts.judgement) {
     texts.emplace_back(
         TTextStyle::Strong,
-        AsSentence(JudgementSentence(*facts.judgement, facts.verdict, *data.contents.profile, facts.display)), width);
+        AsSentence(JudgementSentence(*facts.judgement, facts.verdict, *facts.display.profile, facts.display)), width);
   }
   if (facts.verdict.damaged) texts.emplace_back(TTextStyle::Strong, PlainText(data.Mission().Damage), width);
   QString verdict = AsSentence(VerdictSentence(facts.verdict, facts.display));

@@ -13,7 +13,6 @@
 #include <string>
 #include <vector>
 
-#include "analysis/uLimitProfile.h"
 #include "base/uProgress.h"
 #include "gui/report/uPageFlow.h"
 #include "shell/uReportConfig.h"
@@ -21,10 +20,9 @@
 
 class QPagedPaintDevice;
 
-// What a report is made of. The mission, its tables and the profile are borrowed by the pages.
+// What a report is made of. The mission and its tables are borrowed by the pages.
 struct TReportContents {
   const TShownMission& mission;
-  const TLimitProfile* profile = nullptr;  // in force; without one the limits of the mission's settings are
   std::array<QImage, 2> logos = {};        // by TLogos::TLogo; a null one is left out
   std::filesystem::path file = {};         // the recording; the cover has its name and size
   std::string sha256 = {};                 // of the file, in hexadecimal digits; empty while it is not known

@@ -17,6 +17,7 @@
 #include "platform/uSha256.h"
 #include "platform/uTerminal.h"
 #include "shell/uLimitProfileFile.h"
+#include "shell/uLimitProfiles.h"
 #include "shell/uMissionLoad.h"
 #include "shell/uSettingsStore.h"
 #include "shell/uStartUp.h"
@@ -75,6 +76,10 @@ void ReadUserFiles(const fs::path& folder, TSettings& settings, TLogos& logos) {
     }
   };
   attempt(folder / kSettingsFile, [&] { settings = LoadSettings(folder).value_or(TSettings()); });
+  attempt(folder / kChosenProfileFile, [&] {
+    const fs::path file = ChosenProfile(folder);
+    if (!file.empty()) attempt(file, [&] { UseProfile(ReadLimitProfile(file), settings.display); });
+  });
   for (std::size_t i = 0; i < std::size(kLogoFiles); ++i) {
     const fs::path file = folder / kLogoFiles[i];
     if (fs::exists(file)) attempt(file, [&] { logos.Load(i, file); });
@@ -105,7 +110,6 @@ int ReadMission(const std::string& file, TShownMission& mission) {
 
 int RunReport(const TReportOrder& order) {
   TReportConfig config;
-  std::optional<TLimitProfile> profile;
   std::string reading;
   TShownMission mission;
   TLogos logos(nullptr);
@@ -114,7 +118,10 @@ int RunReport(const TReportOrder& order) {
     reading = order.config.value_or("");
     if (order.config) config = ReadReportConfig(PathFromUtf8(*order.config));
     reading = order.limits.value_or("");
-    if (order.limits) profile = ReadLimitProfile(PathFromUtf8(*order.limits));
+    if (order.limits) {
+      UseProfile(ReadLimitProfile(PathFromUtf8(*order.limits)), mission.Settings.display);
+      mission.Settings.display.alarmActive = true;
+    }
   } catch (const std::exception& error) {
     Complain(reading, ReasonOf(error));
     return kCannotRead;
@@ -130,7 +137,6 @@ int RunReport(const TReportOrder& order) {
     const fs::path file = PathFromUtf8(order.file);
     line.What = "checksum, MB";
     const TReportContents contents{.mission = mission,
-                                   .profile = profile ? &*profile : nullptr,
                                    .logos = {logos.Image(TLogos::kCompany), logos.Image(TLogos::kReport)},
                                    .file = file,
                                    .sha256 = Sha256Of(file, line),

@@ -267,7 +267,7 @@ void AddVerdict(TPageFlow& flow, const TReportData& data) {
   flow.AddHeading(QObject::tr("Verdict"), 60);
   if (facts.judgement) {
     flow.AddParagraph(
-        AsSentence(JudgementSentence(*facts.judgement, facts.verdict, *data.contents.profile, facts.display)));
+        AsSentence(JudgementSentence(*facts.judgement, facts.verdict, *facts.display.profile, facts.display)));
   }
   flow.AddParagraph(AsSentence(VerdictSentence(facts.verdict, facts.display)));
   flow.AddGap(4);
