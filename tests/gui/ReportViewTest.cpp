@@ -164,4 +164,60 @@ TEST_F(ReportView, ThePreviewOfAViewSavesItAsPdf) {
   EXPECT_EQ(Find<QLabel>("lblNotice")->text().toStdString(), "Written: " + (FFolder / "view.pdf").string());
 }
 
+TEST_F(ReportView, AConfigurationIsSavedAndLoadedAndABadFileIsRefusedInTheDialog) {
+  const auto click = [](QDialog& dialog, const char* button) { dialog.findChild<QPushButton*>(button)->click(); };
+  FTyped = QString::fromStdString((FFolder / "mine.ini").string());
+  InDialog("actReportConfig", [&](QDialog& dialog) {
+    auto* perPage = dialog.findChild<QComboBox*>("cmbReportCardsPerPage");
+    auto* which = dialog.findChild<QComboBox*>("cmbReportCardEvents");
+    which->setCurrentIndex(0);
+    EXPECT_FALSE(dialog.findChild<QWidget*>("spnReportWorst")->isEnabled());
+    perPage->setCurrentText("6");
+    click(dialog, "btnReportConfigSave");
+    click(dialog, "btnReportConfigDefaults");
+    EXPECT_EQ(perPage->currentText(), "4");
+    click(dialog, "btnReportConfigLoad");
+    EXPECT_EQ(perPage->currentText(), "6");
+    EXPECT_EQ(which->currentIndex(), 0);
+    WriteFile(FFolder / "mine.ini", {'[', 'P', 'a', 'p', 'e', 'r', ']', '\n'});
+    click(dialog, "btnReportConfigLoad");
+    EXPECT_FALSE(dialog.findChild<QLabel*>("lblReportConfigProblem")->text().isEmpty());
+    EXPECT_EQ(perPage->currentText(), "6") << "what was shown stays";
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+  });
+  EXPECT_EQ(Find<TReportPanel>("ReportPanel")->Config(), TReportConfig());
+}
+
+TEST_F(ReportView, AKeptConfigurationThatCannotBeReadIsToldAndTheDefaultsCount) {
+  FForm->close();
+  WriteFile(FFolder / "settings" / "report.ini", {'?', '\n'});
+  Start(Save("three.kshock", ThreeEvents()));
+  EXPECT_THAT(FBoxes, ElementsAre(testing::AllOf(HasSubstr("configuration"), HasSubstr("report.ini"))));
+  EXPECT_EQ(Find<TReportPanel>("ReportPanel")->Config(), TReportConfig());
+}
+
+TEST_F(ReportView, CardsAndReportFollowTheFilter) {
+  Press("Ctrl+2");
+  Find<QAction>("actFilterEdit")->trigger();
+  Find<QLineEdit>("edtFilterAccelerationMaxFrom")->setText("6");
+  Settle();
+  Press("Ctrl+3");
+  EXPECT_THAT(Find<QLabel>("lblEventCardsTotalIntensity")->text().toStdString(), testing::StartsWith("2 cards"));
+  EXPECT_FALSE(Find("dxLayoutItemReportIsFilteredCover")->isHidden());
+  QTest::keyClick(&Cards(), Qt::Key_End);
+  EXPECT_EQ(Selected(), 1U) << "event 2 has 5 g";
+}
+
+TEST_F(ReportView, AnotherRecordingReplacesPagesAndCards) {
+  Find<TPageView>("scrlReport")->SetFit(TPageView::TFit::Page);
+  FForm->Flow().Open(
+      Save("none.kshock", TTestRecording().Creator().StartTime(45000).MissionHeader(2, 2)).toStdString());
+  Settle();
+  Press("Ctrl+3");
+  EXPECT_THAT(Find<QLabel>("lblEventCardsTotalIntensity")->text().toStdString(), testing::StartsWith("0 cards"));
+  EXPECT_GT(Pages().PageCount(), 0);
+  QTest::keyClick(&Cards(), Qt::Key_Down);
+  EXPECT_EQ(Selected(), std::nullopt);
+}
+
 }  // namespace
