@@ -72,6 +72,11 @@ struct TExportRequest {
 // is returned.
 TStatus ExportCommand(const std::string& file, const TExportRequest& request, const TConsole& console);
 
+// Writes the part of a recording between two times, as TypedTime reads them; without one: from its begin, to its end.
+// Nothing lies between them: no result, and nothing is written.
+TStatus CutCommand(const std::string& file, const std::string& from, const std::string& to, const std::string& out,
+                   const TConsole& console);
+
 // Writes a recording from a description in JSON and its records in CSV.
 TStatus MakeCommand(const std::string& source, const std::string& out, const TConsole& console);
 

@@ -38,6 +38,7 @@ class TCommandLine {
     AddSpectrum();
     AddSrs();
     AddPulse();
+    AddCut();
     AddMake();
     AddDemo();
   }
@@ -199,6 +200,16 @@ class TCommandLine {
     command->callback([this] { FStatus = PulseCommand(FFile, FPulseEvent, FConsole); });
   }
 
+  void AddCut() {
+    CLI::App* command = FApp.add_subcommand("cut", "Write the part of a recording between two times as a new one.");
+    AddFile(command);
+    command->add_option("OUT", FOut, "Recording to write")->required();
+    command->add_option("--from", FFrom, "Time such as \"2026-03-04 12:00\"; the beginning unless given")
+        ->type_name("TIME");
+    command->add_option("--to", FTo, "Time; the end unless given")->type_name("TIME");
+    command->callback([this] { FStatus = CutCommand(FFile, FFrom, FTo, FOut, FConsole); });
+  }
+
   void AddMake() {
     CLI::App* command = FApp.add_subcommand("make", "Write a recording from a description and a table of records.");
     command
@@ -283,7 +294,7 @@ class TCommandLine {
   TStatus FStatus = TStatus::Done;
   CLI::App FApp{"Reads .kshock recordings of shock and environment loggers.", "kshock"};
   std::vector<std::string> FFiles;
-  std::string FFile, FOut, FTable, FIndex;
+  std::string FFile, FOut, FTable, FIndex, FFrom, FTo;
   std::optional<std::string> FLimits;
   std::size_t FEvent = 0;
   TSpectrumType FSpectrumType = kSpectrumTypes.front().second;
