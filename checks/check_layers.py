@@ -20,7 +20,10 @@ LIBRARIES = [  # header pattern, places that may include it
     (r"minizip/", ("src/export/uPackage",)),
     (r"xlsxwriter", ("src/export/uWorkbook", "bench/uExportBenches")),
     (r"SimpleIni\.h$", ("src/base/uIniFile",)),
-    (r"(CLI/|nlohmann/)", ("src/cli/",)),
+    (r"CLI/", ("src/cli/",)),
+    (r"nlohmann/", ("src/cli/", "src/shell/uNotes")),
+    (r"openssl/", ("src/platform/uSha256",)),
+    (r"sqlite3\.h$", ("src/fleet/uFleetDatabase",)),
 ]
 # Headers of one system, the C library's own extensions among them.
 POSIX = re.compile(r"(sys/|linux/|arpa/|net|(aio|dirent|dlfcn|fcntl|fnmatch|ftw|glob|grp|langinfo|malloc|poll|pthread|pwd|sched"

@@ -77,6 +77,10 @@ TStatus ExportCommand(const std::string& file, const TExportRequest& request, co
 TStatus CutCommand(const std::string& file, const std::string& from, const std::string& to, const std::string& out,
                    const TConsole& console);
 
+// The notes of a recording as labels: printed, or written to a file, one that ends with ".tsv" as a table of events.
+// With `from`, the labels of a file become notes instead.
+TStatus NotesCommand(const std::string& file, const std::string& to, const std::string& from, const TConsole& console);
+
 // Writes a recording from a description in JSON and its records in CSV.
 TStatus MakeCommand(const std::string& source, const std::string& out, const TConsole& console);
 

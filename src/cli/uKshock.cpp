@@ -39,6 +39,7 @@ class TCommandLine {
     AddSrs();
     AddPulse();
     AddCut();
+    AddNotes();
     AddMake();
     AddDemo();
   }
@@ -208,6 +209,18 @@ class TCommandLine {
         ->type_name("TIME");
     command->add_option("--to", FTo, "Time; the end unless given")->type_name("TIME");
     command->callback([this] { FStatus = CutCommand(FFile, FFrom, FTo, FOut, FConsole); });
+  }
+
+  void AddNotes() {
+    CLI::App* command = FApp.add_subcommand("notes", "Print the notes of a recording as labels, or take labels in.");
+    AddFile(command);
+    CLI::Option* to =
+        command->add_option("--to", FOut, "File to write: labels, or a table of events where its name ends with .tsv")
+            ->type_name("OUT");
+    command->add_option("--from", FFrom, "File of labels, or table of events, that become notes")
+        ->type_name("LABELS")
+        ->excludes(to);
+    command->callback([this] { FStatus = NotesCommand(FFile, FOut, FFrom, FConsole); });
   }
 
   void AddMake() {

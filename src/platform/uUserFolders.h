@@ -7,6 +7,9 @@
 // The desktop's "Documents" folder, whether or not it exists yet.
 std::filesystem::path DocumentsFolder() noexcept;
 
+// Where the settings folder is, whether or not it exists yet.
+std::filesystem::path SettingsFolderPath() noexcept;
+
 // "Korvex/settings" below the documents, with a trailing delimiter; created with its parents when it is missing. Empty
 // when there is no documents folder or it cannot be created.
 std::string SettingsFolder() noexcept;

@@ -26,11 +26,11 @@ inline TRun Kshock(const std::vector<std::string>& arguments) {
 class TKshockTest : public testing::Test {
  protected:
   [[nodiscard]] std::string File(std::string_view name) const { return (Folder / name).string(); }
-  [[nodiscard]] std::string Save(std::string_view name, const TBytes& bytes) const {
+  std::string Save(std::string_view name, const TBytes& bytes) const {
     WriteFile(Folder / name, bytes);
     return File(name);
   }
-  [[nodiscard]] std::string SaveText(std::string_view name, std::string_view text) const {
+  std::string SaveText(std::string_view name, std::string_view text) const {
     return Save(name, TBytes(text.begin(), text.end()));
   }
   TTempFolder Folder;
