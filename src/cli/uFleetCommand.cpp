@@ -103,7 +103,8 @@ TFleetRows Analyse(const TFleetEntry& entry, const TFleetOptions& options) {
     file.status = static_cast<int>(recording.status);
     file.reason = recording.complaint;
     if (recording.extent.isDataFile) file.creatorValid = recording.events.ValidCreator;
-    file.size = before ? before->size : 0;
+    file.size.reset();
+    if (before) file.size = before->size;
     file.modified = before ? before->modified : "";
     try {
       TNoProgress progress;

@@ -20,7 +20,7 @@ class TListing {
   void Add(const fs::path& path) {
     std::error_code error;
     if (fs::is_directory(path, error)) {
-      AddFolder(path);
+      AddFolder(path);  // a link that is given is followed wherever it leads
     } else {
       Entries.push_back({path, FleetPath(path), {}});
     }
@@ -36,8 +36,8 @@ class TListing {
       waiting.pop_back();
       std::error_code error;
       const fs::path real = fs::canonical(folder, error);
-      if (!error && !FListed.insert(real).second) {
-        Refuse(folder, "This folder was listed already; a link leads back to it.");
+      if (!error && ((folder != top && LeadsUp(folder, real)) || !FListed.insert(real).second)) {
+        Refuse(folder, "A link leads back to a folder that is listed already.");
         continue;
       }
       fs::directory_iterator items(folder, error);
@@ -52,6 +52,14 @@ class TListing {
       }
       if (error) Refuse(folder, error.message());
     }
+  }
+
+  // A link to a folder that the link itself lies in.
+  static bool LeadsUp(const fs::path& folder, const fs::path& real) {
+    std::error_code error;
+    if (!fs::is_symlink(folder, error)) return false;
+    const fs::path from = fs::canonical(folder.parent_path() / ".", error);
+    return std::ranges::mismatch(real, from).in1 == real.end();
   }
 
   void Refuse(const fs::path& folder, const std::string& why) {

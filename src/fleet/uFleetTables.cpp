@@ -99,7 +99,7 @@ struct TColumn {
 // The table "recording", in four parts by what they need.
 constexpr TColumn<TFleetFile> kFileColumns[] = {
     {"path", kText, [](const TFleetFile& f) { return Text(f.path); }},
-    {"size_bytes", kInteger, [](const TFleetFile& f) { return TValue(f.size); }},
+    {"size_bytes", kInteger, [](const TFleetFile& f) { return f.size ? TValue(*f.size) : TValue(); }},
     {"modified", kText, [](const TFleetFile& f) { return Text(f.modified); }},
     {"sha256", kText, [](const TFleetFile& f) { return Text(f.sha256); }},
     {"status", kInteger, [](const TFleetFile& f) { return TValue(std::int64_t{f.status}); }},
@@ -128,7 +128,7 @@ constexpr TColumn<TFacts> kMissionColumns[] = {
     {"span_s", kReal,
      [](const TFacts& f) {
        if (!f.verdict.firstTime) return TValue();
-       return Real((*f.verdict.lastTime - *f.verdict.firstTime) * kMsPerDay / 1000);
+       return Real(std::round((*f.verdict.lastTime - *f.verdict.firstTime) * kMsPerDay) / 1000);
      }},
     {"events", kInteger, [](const TFacts& f) { return Whole(f.mission.events.Count()); }},
     {"samples", kInteger, [](const TFacts& f) { return Whole(f.samples); }},

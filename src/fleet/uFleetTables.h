@@ -41,8 +41,8 @@ using TFleetRows = std::array<std::vector<TFleetRow>, 3>;
 
 // What the tables say of the file itself.
 struct TFleetFile {
-  std::string path = {};  // as FleetPath gives it
-  std::int64_t size = 0;
+  std::string path = {};                  // as FleetPath gives it
+  std::optional<std::int64_t> size = {};  // bytes
   std::string modified = {};              // ISO 8601 in UTC; empty when the system does not tell
   std::string sha256 = {};                // empty when the file cannot be read
   int status = 0;                         // as the exit status of kshock
