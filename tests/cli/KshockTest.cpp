@@ -57,6 +57,11 @@ TEST_F(KshockCommands, WrongUseIsReportedOnTheErrorStream) {
                                              {"export", kStairs, "--to", ".", "all-csv"},
                                              {"export", kStairs, "--to", ".", "shocks-csv", "--filter", "acc=6"},
                                              {"export", kStairs, "--to", ".", "shocks-csv", "--filter", "axis=W"},
+                                             {"notes", kStairs, "--from", "x", "--to", "y"},
+                                             {"fleet", "--to", "x"},
+                                             {"fleet", kStairs},
+                                             {"fleet", kStairs, "--to", "x", "--format", "xml"},
+                                             {"fleet", kStairs, "--to", "x", "--shard", "3/2"},
                                              {"demo", "x", "--events", "many"}}) {
     const TRun run = Kshock(wrong);
     EXPECT_EQ(run.status, 2);
