@@ -290,11 +290,15 @@ void SumUpEvents(const TFleetOptions& options, TFacts& facts) {
     facts.iotMax = std::max(facts.iotMax, metrics.iotMax);
   }
   const double levelOn = ThresholdsOf(facts.mission.header).totOn;
-  if (const auto largest = LargestVelocityChange(events, levelOn)) {
-    facts.largestVelocityChange = largest->velocityChange;
+  std::optional<double>& largest = facts.largestVelocityChange;
+  if (!options.analysis) {
+    if (const auto found = LargestVelocityChange(events, levelOn)) largest = found->velocityChange;
+    return;
   }
-  if (!options.analysis) return;
-  for (const TEvent& event : events.Events()) facts.analyses.push_back(AnalyseShock(event, levelOn));
+  for (const TEvent& event : events.Events()) {
+    const TPulse& pulse = facts.analyses.emplace_back(AnalyseShock(event, levelOn)).pulse;
+    if (pulse.problem == TPulseProblem::None) largest = std::max(largest.value_or(0), pulse.velocityChange);
+  }
 }
 
 void AddMission(const TFleetMission& mission, const TFleetOptions& options, const TFleetFile& file, TFleetRows& rows) {
