@@ -11,6 +11,7 @@
 
 #include "base/uDateTime.h"
 #include "base/uFiles.h"
+#include "base/uText.h"
 #include "cli/uCommands.h"
 #include "cli/uFleetJobs.h"
 #include "cli/uRecording.h"
@@ -244,7 +245,7 @@ TStatus FleetCommand(const TFleetRequest& request, const TConsole& console) {
   try {
     return request.isMerge ? Merge(request, console) : Collect(request, console);
   } catch (const EInput& error) {
-    console.err(fmt::format("kshock: {}\n", error.what()));
+    console.err(fmt::format("kshock: {}\n", Printable(error.what())));
     return TStatus::CannotRead;
   } catch (const EOutputLost&) {
     throw;

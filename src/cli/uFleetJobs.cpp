@@ -3,13 +3,16 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <chrono>
 #include <condition_variable>
 #include <deque>
 #include <exception>
+#include <filesystem>
 #include <mutex>
 #include <random>
 #include <span>
 #include <string>
+#include <string_view>
 #include <system_error>
 #include <thread>
 
@@ -25,13 +28,29 @@ namespace {
 constexpr std::size_t kMaxFiles = 500;
 constexpr std::size_t kChunksAProcess = 4;
 
+constexpr std::string_view kFolderPrefix = "kshock-fleet-";
+
+// Folders that killed runs left: a run that lives changes its own with every chunk.
+void RemoveAbandonedFolders() {
+  std::error_code error;
+  const auto yesterday = fs::file_time_type::clock::now() - std::chrono::hours(24);
+  for (fs::directory_iterator item(fs::temp_directory_path(), error), end; !error && item != end;
+       item.increment(error)) {
+    std::error_code unknown;
+    if (!Utf8FromPath(item->path().filename()).starts_with(kFolderPrefix)) continue;
+    const auto changed = fs::last_write_time(item->path(), unknown);
+    if (!unknown && changed < yesterday) fs::remove_all(item->path(), unknown);
+  }
+}
+
 // A folder of this run alone; it goes with its files.
 class TJobFolder {
  public:
   TJobFolder() {
+    RemoveAbandonedFolders();
     std::random_device random;
     do {
-      FPath = fs::temp_directory_path() / fmt::format("kshock-fleet-{:08x}{:08x}", random(), random());
+      FPath = fs::temp_directory_path() / fmt::format("{}{:08x}{:08x}", kFolderPrefix, random(), random());
     } while (!fs::create_directory(FPath));
     fs::permissions(FPath, fs::perms::owner_all);
   }

@@ -59,7 +59,7 @@ class TListing {
     std::error_code error;
     if (!fs::is_symlink(folder, error)) return false;
     const fs::path from = fs::canonical(folder.parent_path() / ".", error);
-    return std::ranges::mismatch(real, from).in1 == real.end();
+    return std::mismatch(real.begin(), real.end(), from.begin(), from.end()).first == real.end();
   }
 
   void Refuse(const fs::path& folder, const std::string& why) {
@@ -94,8 +94,8 @@ std::vector<TFleetEntry> ListRecordings(const std::vector<fs::path>& given) {
   for (const fs::path& path : given) listing.Add(path);
   auto& entries = listing.Entries;
   std::ranges::sort(entries, {}, &TFleetEntry::name);
-  const auto doubles = std::ranges::unique(entries, {}, &TFleetEntry::name);
-  entries.erase(doubles.begin(), doubles.end());
+  const auto isSame = [](const TFleetEntry& a, const TFleetEntry& b) { return a.name == b.name; };
+  entries.erase(std::unique(entries.begin(), entries.end(), isSame), entries.end());
   return std::move(entries);
 }
 

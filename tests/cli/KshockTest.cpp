@@ -91,6 +91,11 @@ TEST_F(KshockCommands, MessagesContainNoControlCharacters) {
                                              {"export", file, "--to", word, "shocks-csv"},
                                              {"export", file, "--to", ".", word},
                                              {"export", file, "--to", ".", "shocks-csv", "--filter", word},
+                                             {"cut", file, "--from", word, "x"},
+                                             {"notes", file, "--from", word},
+                                             {"fleet", word, "--merge", "--to", File("x")},
+                                             {"fleet", "--files-from", word, "--to", File("x")},
+                                             {"fleet", file, "--to", word + "/x"},
                                              {"make", word, "x"},
                                              {"demo", word + "/x"}}) {
     std::string text = Kshock(arguments).err;

@@ -2,6 +2,7 @@
 """Checks `kshock fleet` by other commands of kshock, by Python's SQLite, CSV and JSON readers, and by killing it; runs the
 example queries of docs/fleet.md. Prints what is wrong; exit 1 when something is."""
 import argparse
+import contextlib
 import csv
 import json
 import os
@@ -176,6 +177,39 @@ def check_kills(kshock, folder, out):
             run(kshock, "fleet", f"{folder}/000.kshock", "--to", out)
 
 
+def check_lost_processes(kshock, folder, out):
+    """A process that is killed costs no row, and a file that never keeps still costs nothing else."""
+    process = subprocess.Popen([kshock, "fleet", folder, "--to", out, "--jobs", "2"], stdout=subprocess.DEVNULL)
+    killed = 0
+    while process.poll() is None and killed < 3:
+        for task in os.listdir(f"/proc/{process.pid}/task"):
+            try:
+                with open(f"/proc/{process.pid}/task/{task}/children") as file:
+                    children = file.read().split()
+            except OSError:
+                continue
+            for child in children:
+                with contextlib.suppress(ProcessLookupError):
+                    os.kill(int(child), signal.SIGKILL)
+                    killed += 1
+    check(process.wait() == 0 and killed > 0, "processes were killed")
+    found = rows(out)["recording"]
+    lost = [row for row in found if row["status"] == 3]
+    check(len(found) == len(os.listdir(folder)), "every file has a row")
+    check(len(lost) <= killed and all("ended early" in row["reason"] for row in lost), "lost files say so")
+    restless = f"{folder}/999.kshock"
+    run(kshock, "demo", restless, "--events", 300)
+    writer = subprocess.Popen([sys.executable, "-c", "import sys\nwhile True:\n  open(sys.argv[1], 'ab').write(b'x')", restless])
+    time.sleep(0.2)
+    run(kshock, "fleet", folder, "--to", out)
+    writer.kill()
+    writer.wait()
+    changed = [row["path"] for row in rows(out)["recording"] if row["status"] == 3]
+    check(changed == [restless], f"the file that changes: {changed}")
+    check("changed while" in rows(out)["recording"][-1]["reason"], "its reason")
+    os.remove(restless)
+
+
 def check_queries(out, document):
     """The examples run, and each finds something in a table with analysis."""
     with open(document) as file:
@@ -199,6 +233,7 @@ def main():
         check_queries(f"{folder}/figures.sqlite", args.document)
         check_limits(args.kshock, f"{folder}/in", f"{folder}/limits.sqlite")
         check_kills(args.kshock, f"{folder}/in", f"{folder}/kills.sqlite")
+        check_lost_processes(args.kshock, f"{folder}/in", f"{folder}/lost.sqlite")
         check_oddities(args.kshock, f"{folder}/in", f"{folder}/odd.sqlite")
         check_ways(args.kshock, f"{folder}/in", f"{folder}/ways.sqlite")
     return bool(FAILURES)
