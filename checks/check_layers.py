@@ -5,10 +5,10 @@ import re
 import subprocess
 import sys
 
-LOGIC = ["base", "model", "analysis", "navigation", "export", "platform", "shell"]
+LOGIC = ["base", "model", "analysis", "navigation", "export", "platform", "shell", "fleet"]
 MAY = {
     "base": set(), "model": {"base"}, "analysis": {"base", "model"}, "navigation": {"base"},
-    "export": {"base", "model", "analysis", "platform"}, "platform": {"base"}, "shell": set(LOGIC),
+    "export": {"base", "model", "analysis", "platform"}, "platform": {"base"}, "shell": set(LOGIC) - {"fleet"}, "fleet": set(LOGIC),
     "gui": set(LOGIC), "app": {"base", "platform", "shell", "gui"}, "cli": set(LOGIC),
 }
 SHARED_GUI = {"common": set(), "platform": {"common"}, "charts": {"common", "platform"}}
@@ -20,9 +20,11 @@ LIBRARIES = [  # header pattern, places that may include it
     (r"minizip/", ("src/export/uPackage",)),
     (r"xlsxwriter", ("src/export/uWorkbook", "bench/uExportBenches")),
     (r"SimpleIni\.h$", ("src/base/uIniFile",)),
+    (r"CLI/", ("src/cli/",)),
+    (r"nlohmann/", ("src/cli/", "src/shell/uNotes", "src/fleet/uFleetText")),
     (r"openssl/", ("src/platform/uSha256",)),
     (r"qpdf/", ("src/gui/report/uReportPdf",)),
-    (r"(CLI/|nlohmann/)", ("src/cli/",)),
+    (r"sqlite3\.h$", ("src/fleet/uFleetDatabase",)),
 ]
 # Headers of one system, the C library's own extensions among them.
 POSIX = re.compile(r"(sys/|linux/|arpa/|net|(aio|dirent|dlfcn|fcntl|fnmatch|ftw|glob|grp|langinfo|malloc|poll|pthread|pwd|sched"

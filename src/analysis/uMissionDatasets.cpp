@@ -254,6 +254,11 @@ void LoadKorvexFileData(const TMissionData& mission, const TEventList& events, c
   ApplyDateFormat(datasets);
 }
 
+void LoadEvents(const TMissionData& mission, const TEventList& events, const TSensorList& sensors, IProgress& progress,
+                TMissionDatasets& datasets) {
+  FillEvents(mission, events, sensors, progress, datasets);
+}
+
 void FillMostImportantEvents(std::string_view index, TMissionDatasets& datasets) {
   TDataset& events = datasets.Events;
   TDataset& table = datasets.Important;

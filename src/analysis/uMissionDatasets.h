@@ -63,6 +63,10 @@ inline constexpr std::pair<std::string_view, TDataset TMissionDatasets::*> kTabl
 void LoadKorvexFileData(const TMissionData& mission, const TEventList& events, const TSensorList& sensors,
                         const TDatasetOptions& options, IProgress& progress, TMissionDatasets& datasets);
 
+// Fills the metrics of the events and their table only.
+void LoadEvents(const TMissionData& mission, const TEventList& events, const TSensorList& sensors, IProgress& progress,
+                TMissionDatasets& datasets);
+
 // Fills the most important events by an index of the event table; an unknown index means the table's current order. The
 // event table is in the order of "TimestampASC" afterwards.
 void FillMostImportantEvents(std::string_view index, TMissionDatasets& datasets);

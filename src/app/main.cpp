@@ -148,7 +148,7 @@ int Run(const TArguments& arguments, const char* programName) {
   TGuardedApplication application(count, values);
   if (arguments.reportFile) {
     return RunReport({arguments.file, *arguments.reportFile, arguments.reportConfig, arguments.reportLimits,
-                      PathFromUtf8(ExistingSettingsFolder()), SHOCKSCOPE_FILE_VERSION});
+                      SettingsFolderPath(), SHOCKSCOPE_FILE_VERSION});
   }
   ApplyScheme(application, arguments.scheme);
   if (arguments.scheme == TScheme::Desktop && !takesPictures) new TSchemePortal(application);

@@ -72,6 +72,33 @@ struct TExportRequest {
 // is returned.
 TStatus ExportCommand(const std::string& file, const TExportRequest& request, const TConsole& console);
 
+// Writes the part of a recording between two times, as TypedTime reads them; without one: from its begin, to its end.
+// Nothing lies between them: no result, and nothing is written.
+TStatus CutCommand(const std::string& file, const std::string& from, const std::string& to, const std::string& out,
+                   const TConsole& console);
+
+// The notes of a recording as labels: printed, or written to a file, one that ends with ".tsv" as a table of events.
+// With `from`, the labels of a file become notes instead.
+TStatus NotesCommand(const std::string& file, const std::string& to, const std::string& from, const TConsole& console);
+
+struct TFleetRequest {
+  std::vector<std::string> given;  // files and folders; when merging: parts
+  std::string out;
+  std::string format = "sqlite";  // or "csv", "jsonl"
+  std::string filesFrom;          // a file with more of them, "-": standard input
+  bool isNulSeparated = false;    // else a line each
+  std::size_t jobs = 1;
+  std::size_t shard = 1, shardCount = 1;  // every shardCount-th file, from this one on
+  bool analysis = false;
+  std::string limits;  // a limit profile
+  bool isMerge = false;
+};
+
+// One table from many recordings, see docs/fleet.md. Every file gets a row, whatever is wrong with it, and changes
+// nothing in the status: done means that OUT is written. OUT is replaced whole or not at all, and not at all when it is
+// something else than such a table.
+TStatus FleetCommand(const TFleetRequest& request, const TConsole& console);
+
 // Writes a recording from a description in JSON and its records in CSV.
 TStatus MakeCommand(const std::string& source, const std::string& out, const TConsole& console);
 

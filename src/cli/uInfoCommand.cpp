@@ -12,7 +12,9 @@
 #include "base/uText.h"
 #include "cli/uCommands.h"
 #include "cli/uRecording.h"
+#include "platform/uUserFolders.h"
 #include "shell/uLimitProfileFile.h"
+#include "shell/uNotes.h"
 #include "shell/uShownVerdict.h"
 
 namespace {
@@ -35,6 +37,17 @@ std::vector<TFigure> VerdictFigures(const TRecording& recording, const TMissionD
           {"Judgement", JudgementSentence(JudgeByProfile(verdict, profile), verdict, profile, settings)}};
 }
 
+void PrintNotes(const std::string& file, const TRecording& recording, const TConsole& console) try {
+  TNoProgress progress;
+  const TNotes notes(PathFromUtf8(file), SettingsFolderPath());
+  if (const std::string why = notes.WhyOtherRecording(progress); !why.empty()) Complain(console, file, why);
+  for (const TNote& note : notes.Items()) {
+    Print({{"Note", NoteSentence(note, recording.events)}}, console);
+  }
+} catch (const std::exception& error) {
+  Complain(console, file, ReasonOf(error));
+}
+
 TStatus Show(const std::string& file, const std::optional<TLimitProfile>& profile, const TConsole& console) {
   const TRecording recording = ReadRecording(file, console);
   if (!recording.HasMission()) return recording.status;
@@ -53,6 +66,7 @@ TStatus Show(const std::string& file, const std::optional<TLimitProfile>& profil
   }
   Print(GroupFigures(GroupEvents(recording.events, tables.Metrics), recording.events), console);
   Print(SensorFigures(summary), console);
+  PrintNotes(file, recording, console);
   if (!profile) return recording.status;
   for (const TSensor& sensor : recording.sensors.Sensors()) tables.SensorMetrics.push_back(CalcSensorMetrics(sensor));
   Print(VerdictFigures(recording, tables, *profile), console);

@@ -38,6 +38,9 @@ class TCommandLine {
     AddSpectrum();
     AddSrs();
     AddPulse();
+    AddCut();
+    AddNotes();
+    AddFleet();
     AddMake();
     AddDemo();
   }
@@ -199,6 +202,62 @@ class TCommandLine {
     command->callback([this] { FStatus = PulseCommand(FFile, FPulseEvent, FConsole); });
   }
 
+  void AddCut() {
+    CLI::App* command = FApp.add_subcommand("cut", "Write the part of a recording between two times as a new one.");
+    AddFile(command);
+    command->add_option("OUT", FOut, "Recording to write")->required();
+    command->add_option("--from", FFrom, "Time such as \"2026-03-04 12:00\"; the beginning unless given")
+        ->type_name("TIME");
+    command->add_option("--to", FTo, "Time; the end unless given")->type_name("TIME");
+    command->callback([this] { FStatus = CutCommand(FFile, FFrom, FTo, FOut, FConsole); });
+  }
+
+  void AddNotes() {
+    CLI::App* command = FApp.add_subcommand("notes", "Print the notes of a recording as labels, or take labels in.");
+    AddFile(command);
+    CLI::Option* to =
+        command->add_option("--to", FOut, "File to write: labels, or a table of events where its name ends with .tsv")
+            ->type_name("OUT");
+    command->add_option("--from", FFrom, "File of labels, or table of events, that become notes")
+        ->type_name("LABELS")
+        ->excludes(to);
+    command->callback([this] { FStatus = NotesCommand(FFile, FOut, FFrom, FConsole); });
+  }
+
+  void AddFleet() {
+    CLI::App* command = FApp.add_subcommand("fleet", "Sum up many recordings in one file of tables.");
+    CLI::Option* given = command->add_option("FILE|FOLDER", FFleet.given, "Recordings, or folders with recordings");
+    command->add_option("--to", FFleet.out, "File to write; files that it has already are read again only if changed")
+        ->required()
+        ->type_name("OUT");
+    command->add_option("--format", FFleet.format, "sqlite, csv or jsonl; sqlite unless given")
+        ->check(CLI::IsMember({"sqlite", "csv", "jsonl"}))
+        ->type_name("NAME");
+    CLI::Option* from =
+        command->add_option("--files-from", FFleet.filesFrom, "File with more paths, a line each; - is standard input")
+            ->type_name("LIST");
+    command->add_flag("-0,--null", FFleet.isNulSeparated, "The paths of that file end with a NUL instead of a line");
+    AddNumber(command, "--jobs", FFleet.jobs, "Processes that read at the same time; 1 unless given");
+    const auto parseShard = [this](const std::string& text) {
+      const std::size_t slash = std::min(text.find('/'), text.size());
+      FFleet.shard = ParseNumber<std::size_t>("--shard", text.substr(0, slash), "is I/N, each");
+      FFleet.shardCount =
+          ParseNumber<std::size_t>("--shard", text.substr(std::min(slash + 1, text.size())), "is I/N, each");
+      if (FFleet.shard == 0 || FFleet.shard > FFleet.shardCount) throw CLI::ValidationError("--shard is 1/N … N/N.");
+    };
+    command->add_option_function<std::string>("--shard", parseShard, "Only every N-th recording, from the I-th on")
+        ->type_name("I/N");
+    command->add_flag("--analysis", FFleet.analysis, "Also pulse, direction and drop height of each event");
+    command->add_option("--limits", FFleet.limits, "Limit profile, or a settings.ini: also the verdict by these limits")
+        ->type_name("FILE.ini");
+    command->add_flag("--merge", FFleet.isMerge, "The files are such tables; put them together")->excludes(from);
+    command->callback([this, given, from] {
+      if (given->empty() && from->empty()) throw CLI::ValidationError("There is no FILE and no --files-from.");
+      FFleet.jobs = std::clamp<std::size_t>(FFleet.jobs, 1, 256);
+      FStatus = FleetCommand(FFleet, FConsole);
+    });
+  }
+
   void AddMake() {
     CLI::App* command = FApp.add_subcommand("make", "Write a recording from a description and a table of records.");
     command
@@ -283,7 +342,7 @@ class TCommandLine {
   TStatus FStatus = TStatus::Done;
   CLI::App FApp{"Reads .kshock recordings of shock and environment loggers.", "kshock"};
   std::vector<std::string> FFiles;
-  std::string FFile, FOut, FTable, FIndex;
+  std::string FFile, FOut, FTable, FIndex, FFrom, FTo;
   std::optional<std::string> FLimits;
   std::size_t FEvent = 0;
   TSpectrumType FSpectrumType = kSpectrumTypes.front().second;
@@ -291,6 +350,7 @@ class TCommandLine {
   std::size_t FRows = std::numeric_limits<std::size_t>::max();
   TExportRequest FExport;
   TSrsRequest FSrs;
+  TFleetRequest FFleet;
   std::optional<std::size_t> FPulseEvent;
   TDemoSize FDemo;
 };

@@ -72,8 +72,8 @@ TRecording ReadRecording(const std::string& file, const TConsole& console) {
   if (console.showProgress) console.err("\r\033[K");
   recording.displayable = MissionData.bValid && EventList.ValidCreator;
   recording.status = StatusOf(recording);
-  const std::string complaint = Complaint(recording);
-  if (!complaint.empty()) Complain(console, file, complaint);
+  recording.complaint = Complaint(recording);
+  if (!recording.complaint.empty()) Complain(console, file, recording.complaint);
   return recording;
 }
 

@@ -15,6 +15,7 @@ struct TRecording {
   TReadExtent extent;
   bool displayable = false;
   TStatus status = TStatus::Done;
+  std::string complaint;  // what is wrong with it, in sentences; empty when nothing is
   const TMissionData& mission = MissionData;
   const TEventList& events = EventList;
   const TSensorList& sensors = SensorList;

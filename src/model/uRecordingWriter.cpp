@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <cmath>
 #include <limits>
 #include <stdexcept>
 #include <type_traits>
@@ -46,6 +47,16 @@ class THeadBlock {
   std::size_t FLongestText = 0;  // bytes
 };
 
+// A number of days that a reader takes for exactly these ms, where there is one next to the quotient.
+double DaysOf(double ms) {
+  const double days = ms / kMsPerDay;
+  const double infinity = std::numeric_limits<double>::infinity();
+  for (const double near : {days, std::nextafter(days, -infinity), std::nextafter(days, infinity)}) {
+    if (near * kMsPerDay == ms) return near;
+  }
+  return days;
+}
+
 void WriteMissionHeader(TDataFile& file, const TMissionData& mission) {
   THeadBlock block(file, kMissionHeaderBlock);
   VisitStoredFields(mission, [&](const char* name, const auto& field) {
@@ -87,7 +98,7 @@ void TRecordingWriter::Append(double ms, std::span<const std::uint32_t> readings
     FFile.WriteBlock();
     FFile.NewBlock(kDataBlock);
   }
-  FFile.WriteDouble(ms / kMsPerDay);
+  FFile.WriteDouble(DaysOf(ms));
   FFile.WriteBytes({reinterpret_cast<const std::uint8_t*>(readings.data()), readings.size_bytes()});
 }
 

@@ -5,27 +5,23 @@
 
 #include "base/uFiles.h"
 
-namespace {
-
-std::string FindSettingsFolder(bool create) noexcept {
+std::filesystem::path SettingsFolderPath() noexcept {
   try {
     const std::filesystem::path documents = DocumentsFolder();
-    if (documents.empty()) return {};
-    std::filesystem::path folder = documents / "Korvex" / "settings" / "";
-    std::error_code error;
-    if (create) std::filesystem::create_directories(folder, error);
-    return std::filesystem::is_directory(folder, error) ? Utf8FromPath(folder.make_preferred()) : std::string();
+    return documents.empty() ? documents : documents / "Korvex" / "settings" / "";
   } catch (const std::exception&) {  // no memory for a path
     return {};
   }
 }
 
-}  // namespace
-
 std::string SettingsFolder() noexcept {
-  return FindSettingsFolder(true);
-}
-
-std::string ExistingSettingsFolder() noexcept {
-  return FindSettingsFolder(false);
+  try {
+    std::filesystem::path folder = SettingsFolderPath();
+    if (folder.empty()) return {};
+    std::error_code error;
+    std::filesystem::create_directories(folder, error);
+    return std::filesystem::is_directory(folder, error) ? Utf8FromPath(folder.make_preferred()) : std::string();
+  } catch (const std::exception&) {  // no memory for a path
+    return {};
+  }
 }

@@ -1,6 +1,5 @@
 #include <fmt/format.h>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <cmath>
 #include <fstream>
@@ -9,10 +8,9 @@
 
 #include "analysis/uShockMetrics.h"
 #include "base/uText.h"
-#include "cli/uKshock.h"
 #include "model/uEvents.h"
 #include "model/uOtherSensors.h"
-#include "tests/support/uTestRecording.h"
+#include "tests/support/uKshockRun.h"
 #include "tests/support/uThreeEvents.h"
 
 using nlohmann::json;
@@ -20,31 +18,7 @@ using testing::HasSubstr;
 
 namespace {
 
-struct TRun {
-  int status;
-  std::string out, err;
-};
-
-TRun Kshock(const std::vector<std::string>& arguments) {
-  TRun run{};
-  const TConsole console{[&run](std::string_view text) { run.out += text; },
-                         [&run](std::string_view text) { run.err += text; }, false};
-  run.status = RunKshock(arguments, console);
-  return run;
-}
-
-class KshockCommands : public testing::Test {
- protected:
-  [[nodiscard]] std::string File(std::string_view name) const { return (Folder / name).string(); }
-  [[nodiscard]] std::string Save(std::string_view name, const TBytes& bytes) const {
-    WriteFile(Folder / name, bytes);
-    return File(name);
-  }
-  [[nodiscard]] std::string SaveText(std::string_view name, std::string_view text) const {
-    return Save(name, TBytes(text.begin(), text.end()));
-  }
-  TTempFolder Folder;
-};
+class KshockCommands : public TKshockTest {};
 
 const std::string kStairs = TEST_DATA "/stairs.kshock";
 
@@ -83,6 +57,11 @@ TEST_F(KshockCommands, WrongUseIsReportedOnTheErrorStream) {
                                              {"export", kStairs, "--to", ".", "all-csv"},
                                              {"export", kStairs, "--to", ".", "shocks-csv", "--filter", "acc=6"},
                                              {"export", kStairs, "--to", ".", "shocks-csv", "--filter", "axis=W"},
+                                             {"notes", kStairs, "--from", "x", "--to", "y"},
+                                             {"fleet", "--to", "x"},
+                                             {"fleet", kStairs},
+                                             {"fleet", kStairs, "--to", "x", "--format", "xml"},
+                                             {"fleet", kStairs, "--to", "x", "--shard", "3/2"},
                                              {"demo", "x", "--events", "many"}}) {
     const TRun run = Kshock(wrong);
     EXPECT_EQ(run.status, 2);
@@ -112,6 +91,11 @@ TEST_F(KshockCommands, MessagesContainNoControlCharacters) {
                                              {"export", file, "--to", word, "shocks-csv"},
                                              {"export", file, "--to", ".", word},
                                              {"export", file, "--to", ".", "shocks-csv", "--filter", word},
+                                             {"cut", file, "--from", word, "x"},
+                                             {"notes", file, "--from", word},
+                                             {"fleet", word, "--merge", "--to", File("x")},
+                                             {"fleet", "--files-from", word, "--to", File("x")},
+                                             {"fleet", file, "--to", word + "/x"},
                                              {"make", word, "x"},
                                              {"demo", word + "/x"}}) {
     std::string text = Kshock(arguments).err;

@@ -1,0 +1,256 @@
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <chrono>
+#include <exception>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <optional>
+
+#include "base/uDateTime.h"
+#include "base/uFiles.h"
+#include "base/uText.h"
+#include "cli/uCommands.h"
+#include "cli/uFleetJobs.h"
+#include "cli/uRecording.h"
+#include "fleet/uFleetDatabase.h"
+#include "fleet/uFleetFiles.h"
+#include "fleet/uFleetText.h"
+#include "platform/uPartFile.h"
+#include "platform/uSafeFile.h"
+#include "platform/uSha256.h"
+#include "shell/uLimitProfileFile.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr int kCannotRead = static_cast<int>(TStatus::CannotRead);
+constexpr int kTries = 3;
+
+// What is wrong with an input, as a sentence with its name.
+class EInput : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+std::string PresentTime() {
+  constexpr double kDaysTo1970 = 25569;
+  const std::chrono::duration<double> now = std::chrono::system_clock::now().time_since_epoch();
+  return FormatDateTime("yyyy-mm-ddThh:nn:ss.zzz", kDaysTo1970 + now.count() / 86400);
+}
+
+std::string ContentOf(const fs::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  std::string text{std::istreambuf_iterator<char>(file), {}};
+  if (!file.is_open() || file.bad()) throw EInput(Utf8FromPath(path) + " cannot be read.");
+  return text;
+}
+
+std::vector<fs::path> PathsIn(const std::string& list, char separator) {
+  std::vector<fs::path> paths;
+  for (std::size_t at = 0; at < list.size();) {
+    const std::size_t end = std::min(list.find(separator, at), list.size());
+    if (end > at) paths.push_back(PathFromUtf8(list.substr(at, end - at)));
+    at = end + 1;
+  }
+  return paths;
+}
+
+TFleetOptions OptionsOf(const TFleetRequest& request) {
+  TFleetOptions options{.analysis = request.analysis, .limits = {}, .limitsText = {}};
+  if (request.limits.empty()) return options;
+  const fs::path path = PathFromUtf8(request.limits);
+  try {
+    options.limits = ReadLimitProfile(path);
+  } catch (const std::exception& error) {
+    throw EInput(fmt::format("{}: {}", request.limits, ReasonOf(error)));
+  }
+  options.limitsText = ContentOf(path);
+  return options;
+}
+
+std::vector<TFleetEntry> EntriesOf(const TFleetRequest& request) {
+  std::vector<fs::path> given;
+  for (const std::string& path : request.given) given.push_back(PathFromUtf8(path));
+  if (!request.filesFrom.empty()) {
+    const std::string list = request.filesFrom == "-" ? std::string(std::istreambuf_iterator<char>(std::cin), {})
+                                                      : ContentOf(PathFromUtf8(request.filesFrom));
+    std::ranges::move(PathsIn(list, request.isNulSeparated ? '\0' : '\n'), std::back_inserter(given));
+  }
+  std::vector<TFleetEntry> entries = ListRecordings(given);
+  std::vector<TFleetEntry> shard;
+  for (std::size_t i = 0; i < entries.size(); ++i) {
+    if (i % request.shardCount == request.shard - 1) shard.push_back(std::move(entries[i]));
+  }
+  return shard;
+}
+
+// Reads one file into the mission and sums it up. A file that changes meanwhile is read again.
+TFleetRows Analyse(const TFleetEntry& entry, const TFleetOptions& options) {
+  const TConsole silent{[](std::string_view) {}, [](std::string_view) {}, false};
+  TFleetFile file{.path = entry.name,
+                  .status = kCannotRead,
+                  .reason = entry.problem,
+                  .options = options.Text(),
+                  .programVersion = SHOCKSCOPE_VERSION,
+                  .analysedAt = PresentTime()};
+  if (!entry.problem.empty()) return FleetRowsOf(file, nullptr, options);
+  for (int i = 0; i < kTries; ++i) {
+    const std::optional<TFileState> before = StateOf(entry.path);
+    const TRecording recording = ReadRecording(Utf8FromPath(entry.path), silent);
+    file.status = static_cast<int>(recording.status);
+    file.reason = recording.complaint;
+    if (recording.extent.isDataFile) file.creatorValid = recording.events.ValidCreator;
+    file.size.reset();
+    if (before) file.size = before->size;
+    file.modified = before ? before->modified : "";
+    try {
+      TNoProgress progress;
+      if (before) file.sha256 = Sha256Of(entry.path, progress);
+    } catch (const fs::filesystem_error& error) {
+      file.status = kCannotRead;
+      file.reason = ReasonOf(error);
+    }
+    if (StateOf(entry.path) != before) continue;
+    const TFleetMission mission{recording.mission, recording.events, recording.sensors,
+                                recording.status == TStatus::Damaged};
+    return FleetRowsOf(file, recording.HasMission() ? &mission : nullptr, options);
+  }
+  file.status = kCannotRead;
+  file.reason = "The file changed while it was read.";
+  return FleetRowsOf(file, nullptr, options);
+}
+
+// A file of tables as a database: itself, or a temporary one that its rows are read into.
+class TFinishedTables {
+ public:
+  TFinishedTables(const fs::path& path, const fs::path& scratchFolder) : FPath(path) {
+    std::string begin(16, '\0');
+    std::ifstream(path, std::ios::binary).read(begin.data(), static_cast<std::streamsize>(begin.size()));
+    if (begin.starts_with("SQLite format 3")) return;
+    FImported.emplace(scratchFolder);
+    FPath = FImported->Path();
+    TFleetDatabase database(FPath);
+    begin.starts_with('{') ? ReadFleetJsonLines(path, database) : ReadFleetCsv(path, database);
+    database.Finish();
+  }
+  [[nodiscard]] const fs::path& Path() const { return FPath; }
+
+ private:
+  fs::path FPath;
+  std::optional<TPartFile> FImported;
+};
+
+// Replaces OUT by what `fill` puts into a database.
+void WriteOut(const TFleetRequest& request, const std::function<void(TFleetDatabase&)>& fill) {
+  const fs::path out = PathFromUtf8(request.out);
+  if (request.format == "sqlite") {
+    WriteBesideAndRename(out, [&](const fs::path& path) {
+      TFleetDatabase database(path);
+      fill(database);
+      database.Finish();
+    });
+    return;
+  }
+  const TPartFile part(out.parent_path());
+  TFleetDatabase database(part.Path());
+  fill(database);
+  database.Finish();
+  request.format == "csv" ? WriteFleetCsv(database, out) : WriteFleetJsonLines(database, out);
+}
+
+TStatus Merge(const TFleetRequest& request, const TConsole& console) {
+  const fs::path scratch = PathFromUtf8(request.out).parent_path();
+  WriteOut(request, [&](TFleetDatabase& database) {
+    for (const std::string& part : request.given) {
+      try {
+        if (!fs::exists(PathFromUtf8(part))) throw EFleetDatabase("There is no such file.");
+        database.Merge(TFinishedTables(PathFromUtf8(part), scratch).Path());
+      } catch (const EFleetDatabase& error) {
+        throw EInput(fmt::format("{}: {}", part, error.what()));
+      }
+    }
+  });
+  console.out(fmt::format("{} parts merged\n", request.given.size()));
+  return TStatus::Done;
+}
+
+// What OUT holds from an earlier run.
+struct TEarlier {
+  std::optional<TFinishedTables> tables;
+  std::map<std::string, TFleetKnown> known;
+};
+
+TEarlier EarlierOf(const TFleetRequest& request) {
+  TEarlier earlier;
+  const fs::path out = PathFromUtf8(request.out);
+  std::error_code error;
+  if (!fs::is_regular_file(out, error) || fs::file_size(out, error) == 0) return earlier;
+  try {
+    earlier.tables.emplace(out, out.parent_path());
+    earlier.known = TFleetDatabase::KnownIn(earlier.tables->Path());
+  } catch (const EFleetDatabase& refused) {
+    throw fs::filesystem_error(refused.what(), out, std::make_error_code(std::errc::file_exists));
+  }
+  return earlier;
+}
+
+bool StillHolds(const TFleetEntry& entry, const TEarlier& earlier, const std::string& options) {
+  const auto found = earlier.known.find(entry.name);
+  if (found == earlier.known.end() || !entry.problem.empty()) return false;
+  const TFleetKnown& known = found->second;
+  if (known.status == kCannotRead || known.programVersion != SHOCKSCOPE_VERSION || known.options != options)
+    return false;
+  const auto state = StateOf(entry.path);
+  return state && *state == TFileState{known.size, known.modified};
+}
+
+TStatus Collect(const TFleetRequest& request, const TConsole& console) {
+  const TFleetOptions options = OptionsOf(request);
+  std::vector<TFleetEntry> toRead;
+  std::vector<std::string> unchanged;
+  const TEarlier earlier = EarlierOf(request);
+  const std::string optionsText = options.Text();
+  for (TFleetEntry& entry : EntriesOf(request)) {
+    if (StillHolds(entry, earlier, optionsText)) {
+      unchanged.push_back(entry.name);
+    } else {
+      toRead.push_back(std::move(entry));
+    }
+  }
+  console.out(fmt::format("{} recordings: {} as before, {} read\n", unchanged.size() + toRead.size(), unchanged.size(),
+                          toRead.size()));
+  if (toRead.empty() && !unchanged.empty() && unchanged.size() == earlier.known.size()) return TStatus::Done;
+  WriteOut(request, [&](TFleetDatabase& database) {
+    if (!unchanged.empty()) database.TakeFrom(earlier.tables->Path(), unchanged);
+    if (request.jobs > 1 && toRead.size() > 1) {
+      RunFleetJobs(toRead, request, database, console);
+      return;
+    }
+    for (std::size_t i = 0; i < toRead.size(); ++i) {
+      if (console.showProgress) console.err(fmt::format("\r{} of {}", i, toRead.size()));
+      database.Add(Analyse(toRead[i], options));
+    }
+    if (console.showProgress) console.err("\r\033[K");
+  });
+  return TStatus::Done;
+}
+
+}  // namespace
+
+TStatus FleetCommand(const TFleetRequest& request, const TConsole& console) {
+  try {
+    return request.isMerge ? Merge(request, console) : Collect(request, console);
+  } catch (const EInput& error) {
+    console.err(fmt::format("kshock: {}\n", Printable(error.what())));
+    return TStatus::CannotRead;
+  } catch (const EOutputLost&) {
+    throw;
+  } catch (const std::exception& error) {
+    Complain(console, request.out, Describe(error));
+    return TStatus::CannotWrite;
+  }
+}

@@ -1,0 +1,50 @@
+#include <windows.h>
+
+#include <array>
+#include <filesystem>
+#include <system_error>
+
+#include "base/uFiles.h"
+#include "platform/uProcess.h"
+
+namespace {
+
+// As the C library of the started program takes the line apart: backslashes count double before a quotation mark.
+void AppendQuoted(std::wstring& line, const std::wstring& word) {
+  line += line.empty() ? L"\"" : L" \"";
+  std::size_t backslashes = 0;
+  for (const wchar_t c : word) {
+    if (c == L'"') line.append(backslashes + 1, L'\\');
+    backslashes = c == L'\\' ? backslashes + 1 : 0;
+    line += c;
+  }
+  line.append(backslashes, L'\\');
+  line += L'"';
+}
+
+[[noreturn]] void Fail() {
+  throw std::system_error(static_cast<int>(GetLastError()), std::system_category());
+}
+
+}  // namespace
+
+int RunThisProgram(const std::vector<std::string>& arguments) {
+  std::array<wchar_t, 32768> program{};
+  if (GetModuleFileNameW(nullptr, program.data(), static_cast<DWORD>(program.size())) == 0) Fail();
+  std::wstring line;
+  AppendQuoted(line, program.data());
+  for (const std::string& argument : arguments) AppendQuoted(line, PathFromUtf8(argument).wstring());
+  STARTUPINFOW startup{};
+  startup.cb = sizeof startup;
+  startup.dwFlags = STARTF_USESTDHANDLES;
+  startup.hStdError = GetStdHandle(STD_ERROR_HANDLE);
+  PROCESS_INFORMATION process{};
+  if (!CreateProcessW(program.data(), line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &process))
+    Fail();
+  WaitForSingleObject(process.hProcess, INFINITE);
+  DWORD status = 0;
+  const bool known = GetExitCodeProcess(process.hProcess, &status) != 0;
+  CloseHandle(process.hThread);
+  CloseHandle(process.hProcess);
+  return known && status < 256 ? static_cast<int>(status) : -1;  // a crash has a status of its own
+}

@@ -1,0 +1,69 @@
+// Notes on a recording: on an event, on a span of time, or on the whole. They are kept in NAME.kshock.notes.json beside
+// the recording, which is never changed, or in the settings folder where that cannot be written. Main thread only.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "base/uProgress.h"
+#include "base/uTimeSpan.h"
+#include "model/uEvents.h"
+
+struct TNote {
+  std::string id = {};                     // of the entry in the file; TNotes::Add makes it
+  std::optional<std::int32_t> event = {};  // TEvent::ID of the event that begins at the span's start
+  std::optional<TTimeSpan> span = {};      // date-times, to the millisecond; nothing: the whole recording
+  std::string text = {};
+  std::string author = {};
+  std::vector<std::string> tags = {};
+  std::string time = {};  // when it was written, ISO 8601 in UTC
+
+  bool operator==(const TNote&) const = default;
+};
+
+// Where an event's note is placed now: the event of that start, of several the one with the note's ID. Nothing when the
+// recording has no such event.
+std::optional<std::size_t> EventOfNote(const TNote& note, const TEventList& events);
+
+// "event 5, 2026-03-04 13:26:11: hit by a fork lift (Ann; damage, fork lift)"; the span's times, or nothing in front
+// for a note on the whole recording. An event that the recording does not have is said to be missing.
+std::string NoteSentence(const TNote& note, const TEventList& events);
+
+class TNotes {
+ public:
+  // Reads the notes of a recording; none when there is no file. `settingsFolder` may be empty. Throws
+  // std::runtime_error with the file's name when a file of notes cannot be read, is larger than 16 MB or holds
+  // something else; a caller then has no TNotes that could overwrite it.
+  TNotes(std::filesystem::path recording, const std::filesystem::path& settingsFolder);
+  ~TNotes();
+  TNotes(const TNotes&) = delete;
+  TNotes& operator=(const TNotes&) = delete;
+
+  [[nodiscard]] const std::vector<TNote>& Items() const { return FItems; }
+  // Gives the note an ID, and the present time unless it has one.
+  void Add(TNote note);
+  // The note with the same ID; does nothing when there is none.
+  void Change(const TNote& note);
+  void Remove(const std::string& id);
+
+  // A sentence when the notes were written for a file of another size or checksum, else empty. Reads the whole
+  // recording when the sizes are the same and it has notes.
+  [[nodiscard]] std::string WhyOtherRecording(IProgress& progress) const;
+
+  // Writes what was added, changed and removed into the file as it stands now, so that what another program wrote
+  // meanwhile stays; where both changed one note, this one counts. Unknown keys stay. The file is written whole or not
+  // at all, and not at all when nothing changed. Throws std::filesystem::filesystem_error.
+  void Save(IProgress& progress);
+
+ private:
+  struct TContent;
+  std::filesystem::path FRecording;
+  std::filesystem::path FBeside, FInSettings;
+  std::unique_ptr<TContent> FContent;  // as it was read
+  std::vector<TNote> FItems;
+};
