@@ -1,6 +1,6 @@
 ; Installs for the current user, without asking for an administrator. `pack` gives VERSION, FOLDER, OUTPUT, ICON and
 ; REMOVE, the lines that delete what was installed.
-Unicode true
+Target amd64-unicode
 !include MUI2.nsh
 !include FileFunc.nsh
 
