@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
-"""Prints every include that the table in docs/architecture.md forbids; exit 1 if there is one. Run from the project's
-root. Benches, fuzz targets and tools may include every folder; LIBRARIES and SYSTEMS list what else each of them may include."""
+"""Prints every include that the table in docs/architecture.md forbids, and every place outside src/platform that asks which
+system it is built for; exit 1 if there is one. Run from the project's root. Benches, fuzz targets and tools may include
+every folder; LIBRARIES and SYSTEMS list what else each of them may include."""
 import re
 import subprocess
 import sys
@@ -27,13 +28,16 @@ LIBRARIES = [  # header pattern, places that may include it
     (r"sqlite3\.h$", ("src/fleet/uFleetDatabase",)),
 ]
 # Headers of one system, the C library's own extensions among them.
-POSIX = re.compile(r"(sys/|linux/|arpa/|net|(aio|dirent|dlfcn|fcntl|fnmatch|ftw|glob|grp|langinfo|malloc|poll|pthread|pwd|sched"
+POSIX = re.compile(r"(sys/|linux/|arpa/|net|(aio|dirent|dlfcn|fnmatch|ftw|glob|grp|langinfo|malloc|poll|pthread|pwd|sched"
                    r"|semaphore|spawn|strings|syslog|termios|unistd|utime|wordexp)\.h$)")
-WINDOWS = re.compile(r"([Ww]indows|[Ww]in\w+|[Ss]hl\w+|[Ss]hell\w+|[Pp]si\w+|io|direct|process|conio|crtdbg|[Ww]\w+api)\.h$")
+BOTH = re.compile(r"fcntl\.h$")
+WINDOWS = re.compile(r"([Ww]indows|[Ww]in\w+|[Ss]h(l|ell|obj)\w+|[Pp]si\w+|io|direct|process|conio|crtdbg|[Ww]\w+api)\.h$")
 SYSTEMS = [  # headers, ending of the units in src/platform that may include them, places of a harness that may
+    (BOTH, ("_posix.cpp", "_windows.cpp"), {}),
     (POSIX, "_posix.cpp", {"bench/uExportBenches.cpp": {"sys/resource.h"}, "fuzz/FuzzRecording.cpp": {"sys/mman.h", "unistd.h"}}),
     (WINDOWS, "_windows.cpp", {}),
 ]
+SYSTEM_ASKED = re.compile(r"^\s*#\s*(el)?if.*\b(_WIN\w+|WIN32|__linux__|__unix__|__APPLE__|Q_OS_\w+)\b")
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]')
 
 
@@ -45,7 +49,7 @@ def foreign(path, name):
     for headers, ending, harnesses in SYSTEMS:
         at_home = path.startswith("src/platform/") and path.endswith(ending)
         if headers.match(name) and not at_home and name not in harnesses.get(path, ()):
-            yield f"<{name}> may be included only in src/platform/*{ending}"
+            yield f"<{name}> may be included only in src/platform, in units that end in {ending}"
 
 
 def own(path, name):
@@ -78,6 +82,8 @@ def breaches(path, text):
         if found:
             for rule in own(path, found.group(2)) if found.group(1) == '"' else foreign(path, found.group(2)):
                 yield number, rule
+        if SYSTEM_ASKED.match(line) and not path.startswith("src/platform/"):
+            yield number, "only src/platform/ may ask for the system"
 
 
 def main():
@@ -89,7 +95,7 @@ def main():
                 for number, rule in breaches(path, file.read()):
                     bad += 1
                     print(f"{path}:{number}: {rule}")
-    print(f"{bad} forbidden includes")
+    print(f"{bad} forbidden includes and questions for the system")
     return bad > 0
 
 

@@ -4,7 +4,6 @@
 #include <QStringList>
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 #include <exception>
 #include <optional>
 #include <span>
@@ -18,10 +17,12 @@
 #include "gui/common/uTheme.h"
 #include "gui/mainform/KorvexMainForm.h"
 #include "gui/mainform/uSnapshots.h"
-#include "gui/platform/uSchemePortal.h"
+#include "gui/platform/uDesktopScheme.h"
 #include "gui/report/uReportRun.h"
 #include "platform/uMachineMemory.h"
 #include "platform/uProcessLimits.h"
+#include "platform/uProgram.h"
+#include "platform/uTerminal.h"
 #include "platform/uUserFolders.h"
 
 namespace {
@@ -118,19 +119,10 @@ TArguments Parse(const std::vector<std::string>& words) {
   return arguments;
 }
 
-bool HasDisplay() {
-  for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
-    const char* value = std::getenv(name);
-    if (value != nullptr && *value != '\0') return true;
-  }
-  return false;
-}
-
 int Run(const TArguments& arguments, const char* programName) {
   const bool takesPictures = arguments.snapshotFolder.has_value();
-#ifdef Q_OS_LINUX
-  if (takesPictures || arguments.reportFile) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+  if ((takesPictures || arguments.reportFile) && kPlatformForPictures != nullptr) {
+    qputenv("QT_QPA_PLATFORM", kPlatformForPictures);
     // That platform warns about every window.
     qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
       if (type != QtDebugMsg && type != QtWarningMsg) std::fprintf(stderr, "shockscope: %s\n", Utf8(text).c_str());
@@ -139,7 +131,6 @@ int Run(const TArguments& arguments, const char* programName) {
     std::fputs("shockscope: there is no display; --snapshot and --report need none\n", stderr);
     return kFailure;
   }
-#endif
   if (!arguments.scale.empty()) qputenv("QT_SCALE_FACTOR", arguments.scale.c_str());
   // Qt must not read the program's arguments.
   int count = 1;
@@ -148,13 +139,13 @@ int Run(const TArguments& arguments, const char* programName) {
   TGuardedApplication application(count, values);
   if (arguments.reportFile) {
     return RunReport({arguments.file, *arguments.reportFile, arguments.reportConfig, arguments.reportLimits,
-                      SettingsFolderPath(), SHOCKSCOPE_FILE_VERSION});
+                      SettingsFolderPath(), ProgramFileVersion()});
   }
   ApplyScheme(application, arguments.scheme);
-  if (arguments.scheme == TScheme::Desktop && !takesPictures) new TSchemePortal(application);
+  if (arguments.scheme == TScheme::Desktop && !takesPictures) FollowDesktopScheme(application);
   TProgram program;
   program.folder = PathFromUtf8(Utf8(QCoreApplication::applicationDirPath()));
-  program.version = SHOCKSCOPE_FILE_VERSION;
+  program.version = ProgramFileVersion();
   // Pictures do not depend on the user's settings.
   if (!takesPictures) {
     program.firstArgument = arguments.file;
@@ -178,14 +169,15 @@ int Run(const TArguments& arguments, const char* programName) {
 int main(int argc, char** argv) {
   SurviveFileSizeLimit();
   RaiseOpenFileLimit();
+  UseUtf8Streams();
   try {
-    const TArguments arguments = Parse({argv + 1, argv + argc});
+    const TArguments arguments = Parse(ProgramArguments(argc, argv));
     if (arguments.wrong || arguments.help) {
       std::fputs(kUsage, arguments.wrong ? stderr : stdout);
       return arguments.wrong ? kWrongUse : 0;
     }
     if (arguments.version) {
-      std::puts("ShockScope " SHOCKSCOPE_FILE_VERSION);
+      std::puts(("ShockScope " + ProgramFileVersion()).c_str());
       return 0;
     }
     return Run(arguments, argv[0]);

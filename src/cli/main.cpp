@@ -3,15 +3,16 @@
 #include <exception>
 #include <string>
 #include <system_error>
-#include <vector>
 
 #include "cli/uKshock.h"
 #include "platform/uProcessLimits.h"
+#include "platform/uProgram.h"
 #include "platform/uTerminal.h"
 
 int main(int argc, char** argv) try {
   SurviveFileSizeLimit();
   RaiseOpenFileLimit();
+  UseUtf8Streams();
   const auto toErr = [](std::string_view text) { std::fwrite(text.data(), 1, text.size(), stderr); };
   const auto toOut = [](std::string_view text) {
     if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) {
@@ -19,7 +20,7 @@ int main(int argc, char** argv) try {
     }
   };
   const TConsole console{toOut, toErr, StandardErrorIsTerminal()};
-  const int status = RunKshock(std::vector<std::string>(argv + 1, argv + argc), console);
+  const int status = RunKshock(ProgramArguments(argc, argv), console);
   if (status == static_cast<int>(TStatus::CannotWrite) || std::fflush(stdout) == 0) return status;
   toErr("kshock: standard output: " + std::generic_category().message(errno) + "\n");
   return static_cast<int>(TStatus::CannotWrite);

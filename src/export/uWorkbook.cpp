@@ -50,6 +50,10 @@ class TPointNumbers {
   std::string FBefore = std::setlocale(LC_NUMERIC, nullptr);
 };
 
+#ifndef EDQUOT  // a system whose C library knows no quotas
+#define EDQUOT ENOSPC
+#endif
+
 bool IsLoss(int reason) {
   return reason == ENOSPC || reason == EFBIG || reason == EDQUOT || reason == EIO;
 }

@@ -9,7 +9,7 @@
 // of this process.
 std::uint64_t MissionMemoryBytes();
 
-// The available memory in bytes from the text of /proc/meminfo; no value when it is missing or malformed.
+// POSIX only: the available memory in bytes from the text of /proc/meminfo; no value when it is missing or malformed.
 std::optional<std::uint64_t> AvailableMemoryIn(std::string_view meminfo);
 
 // While one lives, an allocation of 128 KiB or more takes memory only for the pages that are used: for a library that

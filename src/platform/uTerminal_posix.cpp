@@ -26,6 +26,8 @@ bool ReplaceStandardError() {
 
 }  // namespace
 
+void UseUtf8Streams() {}
+
 bool StandardErrorIsTerminal() {
   return isatty(STDERR_FILENO) != 0;
 }

@@ -63,12 +63,11 @@ TEST_F(UserFolders, TheDesktopsListNamesTheDocuments) {
 
 TEST_F(UserFolders, TheSettingsFolderIsMadeWithItsParentsOrEmpty) {
   const std::string folder = Below("Documents/Korvex/settings/");
-  EXPECT_EQ(ExistingSettingsFolder(), "");
+  EXPECT_EQ(SettingsFolderPath(), folder);
   EXPECT_FALSE(fs::exists(folder)) << "nothing was made";
   EXPECT_EQ(SettingsFolder(), folder);
   EXPECT_TRUE(fs::is_directory(folder));
   EXPECT_EQ(SettingsFolder(), folder) << "it is there already";
-  EXPECT_EQ(ExistingSettingsFolder(), folder);
   fs::remove_all(FHome / "Documents/Korvex");
   Write(FHome / "Documents/Korvex", "a file in its place");
   EXPECT_EQ(SettingsFolder(), "");

@@ -1,5 +1,4 @@
-// The progress on the program's icon in the desktop's task bar: a signal on the session bus that docks and task bars
-// listen to (com.canonical.Unity.LauncherEntry). Where there is no session bus, nobody is told. Main thread only.
+// The progress on the program's icon in the desktop's task bar (uTaskbarEntry). Main thread only.
 #pragma once
 
 #include <QObject>
@@ -24,10 +23,10 @@ class TTaskbarProgress final : public QObject {
   [[nodiscard]] double Maximum() const { return FMaximum; }
 
  private:
-  void Tell();
+  void Show();
 
   bool FActive = false;
   double FPosition = 0;
   double FMaximum = 0;
-  int FTold = -1;  // percent; -1 while no progress is shown
+  int FShown = -1;  // percent; -1 while no progress is shown
 };
