@@ -72,7 +72,7 @@ class TListing {
 }  // namespace
 
 std::string FleetPath(const fs::path& path) {
-  const std::string bytes = Utf8FromPath(path);
+  std::string bytes = Utf8FromPath(path);
   if (IsUtf8(bytes)) return bytes;
   std::string text;
   for (std::size_t at = 0; at < bytes.size();) {

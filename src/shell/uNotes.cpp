@@ -148,6 +148,7 @@ json Joined(json document, json other) {
 }  // namespace
 
 struct TNotes::TContent {
+  explicit TContent(json read) : document(std::move(read)) {}
   json document;
 };
 
@@ -181,7 +182,7 @@ std::string NoteSentence(const TNote& note, const TEventList& events) {
 }
 
 TNotes::TNotes(fs::path recording, const fs::path& settingsFolder)
-    : FRecording(std::move(recording)), FBeside(FRecording), FContent(std::make_unique<TContent>()) {
+    : FRecording(std::move(recording)), FBeside(FRecording) {
   FBeside += ".notes.json";
   std::error_code error;
   if (!settingsFolder.empty()) {
@@ -189,7 +190,7 @@ TNotes::TNotes(fs::path recording, const fs::path& settingsFolder)
     FInSettings = settingsFolder / "notes" / FRecording.filename();
     FInSettings += fmt::format(".{}.notes.json", fs::file_size(FRecording, error));
   }
-  FContent->document = Joined(ReadDocument(FBeside), ReadDocument(FInSettings));
+  FContent = std::make_unique<TContent>(Joined(ReadDocument(FBeside), ReadDocument(FInSettings)));
   for (const json& entry : FContent->document["notes"]) {
     if (auto note = NoteOf(entry)) FItems.push_back(std::move(*note));
   }

@@ -228,6 +228,7 @@ def main():
     parser.add_argument("document")
     args = parser.parse_args()
     with tempfile.TemporaryDirectory() as folder:
+        os.environ["TMPDIR"] = folder  # for what killed runs leave
         make_recordings(args.kshock, f"{folder}/in", 12)
         check_figures(args.kshock, f"{folder}/in", f"{folder}/figures.sqlite")
         check_queries(f"{folder}/figures.sqlite", args.document)
