@@ -9,7 +9,7 @@
 namespace {
 
 constexpr qsizetype kMaxText = 400;  // characters; a header may hold 64 KiB
-constexpr int kMinWidth = 26;          // characters; labels are not broken then
+constexpr int kMinWidth = 26;        // characters; labels are not broken then
 
 }  // namespace
 

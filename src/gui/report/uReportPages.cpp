@@ -51,9 +51,7 @@ double LocalTimeNow() {
 class TReportPages::TLayout {
  public:
   TLayout(const TReportContents& contents, const TReportConfig& config)
-      : Data{contents, config, FactsOf(contents.mission, config)},
-        Charts(Data),
-        Flow(SizeOf(config)) {
+      : Data{contents, config, FactsOf(contents.mission, config)}, Charts(Data), Flow(SizeOf(config)) {
     AddSections(Flow, Data, Charts);
     Flow.DropEmptyPage();
   }

@@ -23,11 +23,11 @@ class QPagedPaintDevice;
 // What a report is made of. The mission and its tables are borrowed by the pages.
 struct TReportContents {
   const TShownMission& mission;
-  std::array<QImage, 2> logos = {};        // by TLogos::TLogo; a null one is left out
-  std::filesystem::path file = {};         // the recording; the cover has its name and size
-  std::string sha256 = {};                 // of the file, in hexadecimal digits; empty while it is not known
-  std::string version = {};                // of the program
-  double madeAt = 0;                       // the date of the report, a date-time
+  std::array<QImage, 2> logos = {};  // by TLogos::TLogo; a null one is left out
+  std::filesystem::path file = {};   // the recording; the cover has its name and size
+  std::string sha256 = {};           // of the file, in hexadecimal digits; empty while it is not known
+  std::string version = {};          // of the program
+  double madeAt = 0;                 // the date of the report, a date-time
 };
 
 // For madeAt: the time on this computer's clock, a date-time.

@@ -170,7 +170,6 @@ void TReportPanel::LayOut() {
   if (FMission == nullptr || !FSource || !std::exchange(FStale, false)) return;
   TReportContents contents = FSource(*FMission);
   contents.sha256 = FSha256;
-  if (contents.profile != nullptr) contents.profile = &FProfile.emplace(*contents.profile);
   if (!std::exchange(FReadingFile, true)) FindChecksum(contents.file);
   auto pages = std::make_unique<TReportPages>(contents, FConfig);
   for (TPageView* view : {FView, FThumbnails}) view->ShowPages(pages.get());

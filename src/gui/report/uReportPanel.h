@@ -54,7 +54,6 @@ class TReportPanel : public QWidget {
   const TShownMission* FMission = nullptr;
   TReportConfig FConfig;
   bool FStale = false;
-  std::optional<TLimitProfile> FProfile;  // of the pages: the one in force may change before they do
   std::unique_ptr<TReportPages> FPages;
   TBackgroundTask* FReadFile;  // for the checksum
   bool FReadingFile = false;
