@@ -19,6 +19,7 @@
 #include "bench/uBenchRecordings.h"
 #include "bench/uExportBenches.h"
 #include "bench/uMeasure.h"
+#include "fleet/uFleetTables.h"
 #include "model/uReadFileThread.h"
 
 namespace {
@@ -129,6 +130,12 @@ double ReadingTime(const std::filesystem::path& file) {
   return SecondsOf([&file] { Read(file); });
 }
 
+// What `kshock fleet` computes of the mission that is loaded.
+void SumUp() {
+  const TFleetMission mission{MissionData, EventList, SensorList};
+  FleetRowsOf({.path = "bench"}, &mission, {});
+}
+
 double TablesTime(const std::filesystem::path& file) {
   ReadingTime(file);
   return SecondsOf(LoadTables);
@@ -147,6 +154,8 @@ int main(int argc, char** argv) {
   WriteBenchRecording(large, {2000 / part, 1000, 200});
   WriteBenchRecording(many, {100000 / part, 100, 100});
   WriteBenchRecording(fewer, {10000 / part, 100, 100});
+  const std::filesystem::path usual = folder / fmt::format("shockscope-bench-{}-usual.kshock", part);
+  WriteBenchRecording(usual, {1000 / part, 550, 4});
 
   fmt::print("{} cores{}\n", std::thread::hardware_concurrency(),
              smoke ? "; recordings of a hundredth of the size, whose ratios mean nothing" : "");
@@ -169,9 +178,12 @@ int main(int argc, char** argv) {
   PrintRatio(
       "tables of 100,000 events / of 10,000 events", 14, rounds, [&many] { return TablesTime(many); },
       [&fewer] { return TablesTime(fewer); });
+  PrintRatio(
+      "a fleet's rows of 1,000 events × 550, 12 × 137,500 readings / reading", 0.5, rounds,
+      [] { return SecondsOf(SumUp); }, [&usual] { return ReadingTime(usual); });
   PrintTransformTime(1, rounds);
   PrintResponseRatio("response spectra of an event of 10,000 samples / a plain loop", 0.7, rounds, 1, 10000);
   PrintResponseRatio("response spectra of 1,000 events of 500 samples / a plain loop", 1.4, rounds, smoke ? 10 : 1000,
                      500);
-  for (const auto& file : {large, many, fewer}) std::filesystem::remove(file);
+  for (const auto& file : {large, many, fewer, usual}) std::filesystem::remove(file);
 }
