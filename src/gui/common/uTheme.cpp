@@ -113,7 +113,7 @@ constexpr auto kSheet = R"(
   TRibbonTabBar::tab:selected { font-weight: 600; }
   TRibbonTabBar::tab:first { background: %accent; color: %surface; border-radius: 4px; margin: 2px 4px 2px 0;
                              font-weight: 600; }
-  TRibbonTabBar::tab:first:hover { background: %ink; }
+  TRibbonTabBar::tab:first:hover { background: %strong; }
   QScrollArea#scrlReport:focus { border: 2px solid %accent; }
   QGroupBox { background: %surface; border: none; border-radius: 4px; margin-top: 28px; padding: 8px; }
   QGroupBox::title { subcontrol-origin: margin; padding: 4px 2px; }
@@ -135,6 +135,7 @@ QString SheetOf(const TThemeTokens& tokens) {
       {"%ink", name(tokens.ink)},
       {"%secondary", name(tokens.secondaryInk)},
       {"%accent", name(tokens.accent)},
+      {"%strong", (dark ? QColor(tokens.accent).lighter(115) : QColor(tokens.accent).darker(115)).name()},
       {"%tint", name(tokens.accentTint)},
       {"%alarm", name(tokens.alarm)},
       {"%control", name(StandOut(tokens.hairline, tokens.surface))},  // edges of controls
