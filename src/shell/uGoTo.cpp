@@ -78,6 +78,7 @@ std::string GoToEvent(TShownMission& mission, std::string_view id, IMissionViews
   std::size_t event = count;
   std::from_chars(id.data(), id.data() + id.size(), event);  // a number that is too large leaves it
   if (event >= count) return fmt::format("There is no event {}; the IDs go from 0 to {}.", id, count - 1);
+  if (mission.CLDS.RecordCount() == 0) return "The filter hides all events.";
   SelectEvent(mission, event, views);
   const double time = DateTimeOf(DrawableStart(mission.Events.StartTime), mission.Events.GetItem(event).GetStartTime());
   if (time < mission.Band.start || time > mission.Band.end) ZoomNavigatorToEvent(mission, event, views);

@@ -97,8 +97,8 @@ void TLayouts::Apply(const TArrangement& arrangement) {
 }
 
 void TLayouts::RestoreDesigned() {
+  FFolding.SetChoices({});  // first: unfolding changes sizes
   Apply(FDesigned);
-  FFolding.SetChoices({});
 }
 
 void TLayouts::Load(const std::filesystem::path& file) {

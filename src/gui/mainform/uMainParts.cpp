@@ -10,6 +10,7 @@
 #include <QTabBar>
 #include <QToolButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "gui/charts/uEventsChart.h"
 #include "gui/charts/uSelectedEventChart.h"
@@ -147,5 +148,7 @@ void TMainParts::MakeStatusBar(QMainWindow& window) {
   bar->addWidget(statusValue, 1);
   bar->addPermanentWidget(statusEvents);
   bar->addPermanentWidget(statusFile);
+  // What comes and goes in it moves nothing.
+  bar->setMinimumHeight(std::max(notice->sizeHint().height(), statusEvents->sizeHint().height()));
   statusFile->setMaximumWidth(bar->fontMetrics().averageCharWidth() * 50);
 }

@@ -28,7 +28,6 @@ TNotice::TNotice(QWidget* hint, QWidget* parent)
   layout->addWidget(FText);
   layout->addWidget(FOpen);
   layout->addStretch();
-  setMaximumHeight(fontMetrics().height());  // the status bar keeps its height
   hide();
 }
 

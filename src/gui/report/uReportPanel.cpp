@@ -128,6 +128,11 @@ QFrame* TReportPanel::MakeCards(QWidget* parent) {
 void TReportPanel::ShowReport(const TShownMission& mission) {
   FMission = &mission;
   FStale = true;
+  // A span of time belongs to its recording.
+  if (FSource) {
+    const std::filesystem::path file = FSource(mission).file;
+    if (std::exchange(FFile, file) != file) FConfig.time = {};
+  }
   if (isVisible()) LayOutSoon();
 }
 

@@ -55,7 +55,8 @@ class TReportPanel : public QWidget {
   TReportConfig FConfig;
   bool FStale = false;
   std::unique_ptr<TReportPages> FPages;
-  TBackgroundTask* FReadFile;  // for the checksum
+  TBackgroundTask* FReadFile;   // for the checksum
+  std::filesystem::path FFile;  // the recording
   bool FReadingFile = false;
   std::string FSha256;  // empty until it is known
   TPageView* FThumbnails;

@@ -24,6 +24,7 @@ QComboBox* AddChoice(QHBoxLayout& row, const char* name, const QString& caption,
   for (const auto& [text, value] : table) list->addItem(QtText(text));
   label->setBuddy(list);
   list->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  list->ensurePolished();                           // its style pads it
   list->setMaximumWidth(list->sizeHint().width());  // all of the longest name, where there is room
   list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   list->setMinimumContentsLength(3);
