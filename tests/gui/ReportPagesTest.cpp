@@ -91,6 +91,17 @@ TEST_F(ReportPages, ALongTableTakesAsManyPagesAsItsRowsAndLeavesNoneEmpty) {
   }
 }
 
+TEST_F(ReportPages, EventCardsAloneStandBelowTheHead) {
+  Load(ThreeEvents());
+  Only({TReportSection::EventCards});
+  for (const bool landscape : {false, true}) {
+    FConfig.landscape = landscape;
+    const TReportPages pages({FMission}, FConfig);
+    EXPECT_EQ(pages.Count(), 1);
+    EXPECT_GT(Ink(pages, 0), pages.PageSize().height() - 85) << "three cards in two rows";
+  }
+}
+
 TEST_F(ReportPages, ACancelledPdfLeavesTheOlderOne) {
   Load(ThreeEvents());
   const TReportPages pages({FMission}, FConfig);
