@@ -137,6 +137,13 @@ def check_failures(program, recording):
     for arguments, status in fails:
         expect(f"words for {arguments}", True, len(program.report(*arguments, status=status)) > 20)
         expect("the older PDF", "older", pdf.read_text())
+    kept = program.write("Documents/Korvex/settings/report.ini", "[Sections]\nMetrics = 1\n")
+    expect("words", "", program.report(pdf, recording))
+    expect("the kept choice", True, "What the figures mean" in program.text(pdf).split("\f")[0])
+    kept.write_text("?\n", encoding="utf-8")
+    expect("words for an unusable choice", True, "report.ini" in program.report(pdf, recording))
+    expect("the defaults", True, "Whole recording" in program.text(pdf))
+    kept.unlink()
     program.report(pdf, cut, status=5)
     expect("damage on the cover", True, "This recording is damaged or cut short" in program.text(pdf).split("\f")[0])
     settings = program.folder / "Documents/Korvex/settings"

@@ -66,7 +66,7 @@ class TLine final : public IProgress {
 };
 
 // What is unusable is said, and the defaults stand in for it.
-void ReadUserFiles(const fs::path& folder, TSettings& settings, TLogos& logos) {
+void ReadUserFiles(const fs::path& folder, TSettings& settings, TLogos& logos, TReportConfig& config) {
   if (folder.empty()) return;
   const auto attempt = [](const fs::path& file, const auto& read) {
     try {
@@ -80,6 +80,7 @@ void ReadUserFiles(const fs::path& folder, TSettings& settings, TLogos& logos) {
     const fs::path file = ChosenProfile(folder);
     if (!file.empty()) attempt(file, [&] { UseProfile(ReadLimitProfile(file), settings.display); });
   });
+  attempt(folder / kKeptReportConfigFile, [&] { config = ReadKeptReportConfig(folder); });
   for (std::size_t i = 0; i < std::size(kLogoFiles); ++i) {
     const fs::path file = folder / kLogoFiles[i];
     if (fs::exists(file)) attempt(file, [&] { logos.Load(i, file); });
@@ -113,7 +114,7 @@ int RunReport(const TReportOrder& order) {
   std::string reading;
   TShownMission mission;
   TLogos logos(nullptr);
-  ReadUserFiles(order.settingsFolder, mission.Settings, logos);
+  ReadUserFiles(order.settingsFolder, mission.Settings, logos, config);
   try {
     reading = order.config.value_or("");
     if (order.config) config = ReadReportConfig(PathFromUtf8(*order.config));
