@@ -48,9 +48,12 @@ class Program:
         (self.folder / name).write_text(text, encoding="utf-8")
         return self.folder / name
 
+    def raw(self, pdf):
+        return self.run("pdftotext", "-layout", pdf, "-").stdout.decode()
+
     def text(self, pdf):
-        """Ligatures as letters."""
-        return unicodedata.normalize("NFKC", self.run("pdftotext", "-layout", pdf, "-").stdout.decode())
+        """In the form in which characters can be compared."""
+        return unicodedata.normalize("NFKC", self.raw(pdf))
 
 
 def packed(text):
@@ -93,6 +96,7 @@ def check_figures(program, recording):
         expect(f"{recording}: {label} {value}", True, packed(label + value) in text)
     expect("figures", True, figures > 12)
     digest = program.run("sha256sum", recording).stdout.decode().split()[0]
+    expect("ligatures", [], sorted(set(re.findall("[\ufb00-\ufb06]", program.raw(pdf)))))
     for part in [digest, f"{os.path.getsize(recording):,} bytes", COMPANY, "No limits are set", "The recording is complete"]:
         expect(f"{part} in {recording}", True, packed(part) in text)
 
