@@ -111,6 +111,7 @@ def check_choices(program, recording):
     judgement = re.search(r"Judgement +(.*)", judged).group(1)
     expect("judgement on the cover", True, packed(judgement)[1:] in packed(pages[0]))
     expect("pages with cards", 2, sum("Direction" in page or "ToT max" in page and "Event " in page for page in pages[-3:]))
+    expect("key of the curves", True, "X solid, Y dashed, Z dotted" in program.text(pdf))
     about = program.run("pdfinfo", pdf).stdout.decode()
     for part in [f"Author: +{COMPANY}", "Title: +Shock report · ", "Creator: +ShockScope", r"CreationDate: +\w"]:
         expect(f"{part} in {about}", True, re.search(part, about) is not None)
