@@ -102,6 +102,14 @@ TEST_F(ReportPages, EventCardsAloneStandBelowTheHead) {
   }
 }
 
+TEST_F(ReportPages, WithoutEventsAndReadingsASentenceStandsForEachChart) {
+  Load(TTestRecording().Creator().StartTime(45000).MissionHeader(2, 2));
+  Only({TReportSection::Cover, TReportSection::EventsChart, TReportSection::SensorsChart});
+  const TReportPages pages({FMission}, FConfig);
+  ASSERT_EQ(pages.Count(), 2);
+  EXPECT_LT(Ink(pages, 1), 150);
+}
+
 TEST_F(ReportPages, ACancelledPdfLeavesTheOlderOne) {
   Load(ThreeEvents());
   const TReportPages pages({FMission}, FConfig);

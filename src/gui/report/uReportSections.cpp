@@ -18,13 +18,15 @@ double ChartHeight(const TPageFlow& flow) {
   return std::min(flow.Area().height() * kChartPart, kMaxChart);
 }
 
-void AddEventsChart(TPageFlow& flow, TReportCharts& charts) {
-  flow.AddHeading(QObject::tr("Events chart"), ChartHeight(flow));
+void AddEventsChart(TPageFlow& flow, const TReportData& data, TReportCharts& charts) {
+  const bool none = data.facts.events.empty();
+  flow.AddHeading(QObject::tr("Events chart"), none ? 20 : ChartHeight(flow));
+  if (none) return flow.AddParagraph(QObject::tr("There are no shock events."));
   flow.Add(ChartHeight(flow), [&charts](QPainter& painter, const QRectF& rect) { charts.PaintEvents(painter, rect); });
 }
 
 void AddSensorsChart(TPageFlow& flow, const TReportData& data, TReportCharts& charts) {
-  const bool none = data.Mission().Summary.sensors.empty();
+  const bool none = !data.HasReadings();
   flow.AddHeading(QObject::tr("Sensors chart"), none ? 20 : ChartHeight(flow));
   if (none) return flow.AddParagraph(QObject::tr("The recording has no sensor readings."));
   flow.Add(ChartHeight(flow), [&charts](QPainter& painter, const QRectF& rect) { charts.PaintSensors(painter, rect); });
@@ -88,7 +90,7 @@ void AddSections(TPageFlow& flow, const TReportData& data, TReportCharts& charts
         AddImportantEvents(flow, data);
         break;
       case TReportSection::EventsChart:
-        AddEventsChart(flow, charts);
+        AddEventsChart(flow, data, charts);
         break;
       case TReportSection::SensorsChart:
         AddSensorsChart(flow, data, charts);

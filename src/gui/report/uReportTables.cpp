@@ -194,7 +194,9 @@ void AddExtremes(TPageFlow& flow, const TReportData& data) {
                      NumberColumn(QObject::tr("Maximum"), {}, value(&TSensorVerdict::max)),
                      TextColumn(QObject::tr("first at"), when(&TSensorVerdict::max))},
                     sensors.size()};
-  flow.AddSubheading(QObject::tr("Readings"), TableStart(table.rows));
+  const bool none = std::ranges::none_of(sensors, [](const TSensorVerdict& each) { return each.min.has_value(); });
+  flow.AddSubheading(QObject::tr("Readings"), none ? 20 : TableStart(table.rows));
+  if (none) return flow.AddParagraph(QObject::tr("There are no readings."));
   AddPlainTable(flow, table);
 }
 
@@ -279,9 +281,11 @@ void AddVerdict(TPageFlow& flow, const TReportData& data) {
 
 void AddSummary(TPageFlow& flow, const TReportData& data) {
   const TEventGroups& groups = data.facts.groups;
-  AddTable(flow, QObject::tr("Summary by axis"), GroupTable(QObject::tr("Axis of the peak"), groups.byAxis, data), {});
-  AddTable(flow, QObject::tr("Summary by day"), GroupTable(QObject::tr("Day"), groups.byDay, data),
-           QObject::tr("There are no shock events."));
+  const QString none = QObject::tr("There are no shock events.");
+  TPaperTable byAxis = GroupTable(QObject::tr("Axis of the peak"), groups.byAxis, data);
+  if (data.facts.events.empty()) byAxis.rows = 0;
+  AddTable(flow, QObject::tr("Summary by axis"), byAxis, none);
+  AddTable(flow, QObject::tr("Summary by day"), GroupTable(QObject::tr("Day"), groups.byDay, data), none);
 }
 
 void AddImportantEvents(TPageFlow& flow, const TReportData& data) {
