@@ -89,6 +89,10 @@ void TPageFlow::AddCaption(const QString& text) {
   });
 }
 
+double TPageFlow::CaptionHeight() {
+  return LineHeight(TTextStyle::Caption) + 4;
+}
+
 void TPageFlow::Paint(QPainter& painter, int page) const {
   for (const TPiece& piece : FPieces.at(static_cast<std::size_t>(page))) {
     painter.save();

@@ -39,7 +39,7 @@ void AddEventCards(TPageFlow& flow, const TReportData& data) {
   const std::vector<std::uint32_t>& cards = data.facts.cards;
   // The first section stands on the page of the head, another begins a page.
   const double room = flow.Bookmarks().empty() ? flow.Room() : flow.Area().height();
-  const double heading = TPageFlow::HeadingHeight() + 2 * (LineHeight(TTextStyle::Caption) + 4);
+  const double heading = TPageFlow::HeadingHeight() + 2 * TPageFlow::CaptionHeight();
   const double height = (room - heading) / static_cast<double>(rows) - kGap;
   const double width = (flow.Width() + kGap) / static_cast<double>(columns) - kGap;
   flow.AddHeading(QObject::tr("Event cards"),
