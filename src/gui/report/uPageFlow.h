@@ -9,7 +9,7 @@
 #include <functional>
 #include <vector>
 
-// A heading that a reader may jump to.
+// A place that a reader may jump to.
 struct TReportBookmark {
   QString title;
   int page;  // from 0
@@ -33,8 +33,10 @@ class TPageFlow {
   void Add(double height, TPaint paint);
   // Left out at the top of a page.
   void AddGap(double height);
-  // A heading with a bookmark, together with at least `with` of what follows.
-  void AddHeading(const QString& title, double with);
+  // To the current page.
+  void AddBookmark(const QString& title);
+  // A heading, together with at least `with` of what follows.
+  void AddHeading(const QString& title, double with, bool hasBookmark = true);
   // With the gap above it.
   static double HeadingHeight();
   // A heading inside a section, without a bookmark.
