@@ -95,6 +95,9 @@ def check_figures(program, recording):
         figures += 1
         expect(f"{recording}: {label} {value}", True, packed(label + value) in text)
     expect("figures", True, figures > 12)
+    metrics = text[text.index(packed("What the figures mean")):]
+    for figure in ["Δv, ", "Duration, ", "Direction: ", "Dew point: ", "A circle with a number"]:
+        expect(f"explanation of {figure}", True, packed(figure) in metrics)
     digest = program.run("sha256sum", recording).stdout.decode().split()[0]
     expect("ligatures", [], sorted(set(re.findall("[\ufb00-\ufb06]", program.raw(pdf)))))
     for part in [digest, f"{os.path.getsize(recording):,} bytes", COMPANY, "No limits are set", "The recording is complete"]:
