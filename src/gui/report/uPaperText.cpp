@@ -8,7 +8,7 @@
 namespace {
 
 constexpr double kScale = 10;
-constexpr double kNoLigatures = 0.01;  // any spacing keeps "ff" two letters, which a search finds
+constexpr double kNoLigatures = 0.05;  // any spacing keeps "ff" two letters, which a search finds
 
 struct TStyle {
   double size;  // pt
