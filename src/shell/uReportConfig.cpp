@@ -21,7 +21,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr auto kKeptFile = "report.ini";
 constexpr const char *kSections = "Sections", *kPage = "Page", *kTables = "Tables", *kCards = "Event cards",
                      *kTime = "Time";
 
@@ -194,7 +193,7 @@ void WriteReportConfig(const fs::path& path, const TReportConfig& config) {
 }
 
 TReportConfig ReadKeptReportConfig(const fs::path& settingsFolder) {
-  const fs::path file = settingsFolder / kKeptFile;
+  const fs::path file = settingsFolder / kKeptReportConfigFile;
   if (!fs::exists(file)) return {};
   TReportConfig config = ReadReportConfig(file);
   config.time = {};
@@ -204,5 +203,5 @@ TReportConfig ReadKeptReportConfig(const fs::path& settingsFolder) {
 void KeepReportConfig(const fs::path& settingsFolder, const TReportConfig& config) {
   TReportConfig kept = config;
   kept.time = {};
-  WriteReportConfig(settingsFolder / kKeptFile, kept);
+  WriteReportConfig(settingsFolder / kKeptReportConfigFile, kept);
 }

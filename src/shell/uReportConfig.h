@@ -88,7 +88,9 @@ TReportConfig ReadReportConfig(const std::filesystem::path& path);
 // Throws when the file cannot be written; the older one is then as it was.
 void WriteReportConfig(const std::filesystem::path& path, const TReportConfig& config);
 
-// "report.ini" in the settings folder: the choice that the next report starts with. It has no [Time], which belongs to
+inline constexpr auto kKeptReportConfigFile = "report.ini";
+
+// That file in the settings folder: the choice that the next report starts with. It has no [Time], which belongs to
 // one recording. Without a file Read gives the defaults; otherwise they throw as the functions above.
 TReportConfig ReadKeptReportConfig(const std::filesystem::path& settingsFolder);
 void KeepReportConfig(const std::filesystem::path& settingsFolder, const TReportConfig& config);

@@ -48,9 +48,12 @@ class Program:
         (self.folder / name).write_text(text, encoding="utf-8")
         return self.folder / name
 
+    def raw(self, pdf):
+        return self.run("pdftotext", "-layout", pdf, "-").stdout.decode()
+
     def text(self, pdf):
-        """Ligatures as letters."""
-        return unicodedata.normalize("NFKC", self.run("pdftotext", "-layout", pdf, "-").stdout.decode())
+        """In the form in which characters can be compared."""
+        return unicodedata.normalize("NFKC", self.raw(pdf))
 
 
 def packed(text):
@@ -92,7 +95,11 @@ def check_figures(program, recording):
         figures += 1
         expect(f"{recording}: {label} {value}", True, packed(label + value) in text)
     expect("figures", True, figures > 12)
+    metrics = text[text.index(packed("What the figures mean")):]
+    for figure in ["Δv, ", "Duration, ", "Direction: ", "Dew point: ", "A circle with a number"]:
+        expect(f"explanation of {figure}", True, packed(figure) in metrics)
     digest = program.run("sha256sum", recording).stdout.decode().split()[0]
+    expect("ligatures", [], sorted(set(re.findall("[\ufb00-\ufb06]", program.raw(pdf)))))
     for part in [digest, f"{os.path.getsize(recording):,} bytes", COMPANY, "No limits are set", "The recording is complete"]:
         expect(f"{part} in {recording}", True, packed(part) in text)
 
@@ -107,13 +114,14 @@ def check_choices(program, recording):
     judgement = re.search(r"Judgement +(.*)", judged).group(1)
     expect("judgement on the cover", True, packed(judgement)[1:] in packed(pages[0]))
     expect("pages with cards", 2, sum("Direction" in page or "ToT max" in page and "Event " in page for page in pages[-3:]))
+    expect("key of the curves", True, "X solid, Y dashed, Z dotted" in program.text(pdf))
     about = program.run("pdfinfo", pdf).stdout.decode()
     for part in [f"Author: +{COMPANY}", "Title: +Shock report · ", "Creator: +ShockScope", r"CreationDate: +\w"]:
         expect(f"{part} in {about}", True, re.search(part, about) is not None)
     outline = program.run("pdftohtml", "-xml", "-i", "-stdout", pdf).stdout.decode()
     bookmarks = re.findall(r'<item page="(\d+)">([^<]*)</item>', outline)
-    expect("first bookmarks", [("1", "Whole recording"), ("2", "Mission details"), ("2", "Verdict")], bookmarks[:3])
-    for page, title in bookmarks:
+    expect("first bookmarks", [("1", "Cover"), ("2", "Mission details"), ("2", "Verdict")], bookmarks[:3])
+    for page, title in bookmarks[1:]:
         expect(f"bookmark {title}", True, title in pages[int(page) - 1])
     fonts = program.run("pdffonts", pdf).stdout.decode().splitlines()[2:]
     bare = program.write("b.ini", "[Sections]\nSelected event = 1\n[Time]\nFrom = 2000-01-01\n")
@@ -137,6 +145,13 @@ def check_failures(program, recording):
     for arguments, status in fails:
         expect(f"words for {arguments}", True, len(program.report(*arguments, status=status)) > 20)
         expect("the older PDF", "older", pdf.read_text())
+    kept = program.write("Documents/Korvex/settings/report.ini", "[Sections]\nMetrics = 1\n")
+    expect("words", "", program.report(pdf, recording))
+    expect("the kept choice", True, "What the figures mean" in program.text(pdf).split("\f")[0])
+    kept.write_text("?\n", encoding="utf-8")
+    expect("words for an unusable choice", True, "report.ini" in program.report(pdf, recording))
+    expect("the defaults", True, "Whole recording" in program.text(pdf))
+    kept.unlink()
     program.report(pdf, cut, status=5)
     expect("damage on the cover", True, "This recording is damaged or cut short" in program.text(pdf).split("\f")[0])
     settings = program.folder / "Documents/Korvex/settings"

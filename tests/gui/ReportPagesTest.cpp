@@ -91,6 +91,25 @@ TEST_F(ReportPages, ALongTableTakesAsManyPagesAsItsRowsAndLeavesNoneEmpty) {
   }
 }
 
+TEST_F(ReportPages, EventCardsAloneStandBelowTheHead) {
+  Load(ThreeEvents());
+  Only({TReportSection::EventCards});
+  for (const bool landscape : {false, true}) {
+    FConfig.landscape = landscape;
+    const TReportPages pages({FMission}, FConfig);
+    EXPECT_EQ(pages.Count(), 1);
+    EXPECT_GT(Ink(pages, 0), pages.PageSize().height() - 85) << "three cards in two rows";
+  }
+}
+
+TEST_F(ReportPages, WithoutEventsAndReadingsASentenceStandsForEachChart) {
+  Load(TTestRecording().Creator().StartTime(45000).MissionHeader(2, 2));
+  Only({TReportSection::Cover, TReportSection::EventsChart, TReportSection::SensorsChart});
+  const TReportPages pages({FMission}, FConfig);
+  ASSERT_EQ(pages.Count(), 2);
+  EXPECT_LT(Ink(pages, 1), 150);
+}
+
 TEST_F(ReportPages, ACancelledPdfLeavesTheOlderOne) {
   Load(ThreeEvents());
   const TReportPages pages({FMission}, FConfig);

@@ -81,7 +81,8 @@ TEST_F(ReportView, ACardMarksWhatIsBeyondALimitThatSomebodyChose) {
   for (TJudgedLimits& judged : *limits) judged = {{-1000, 10000}, TLimitSource::User, TLimitSource::User};
   TJudgedLimits& acceleration = limits->at(static_cast<std::size_t>(TQuantity::Acceleration));
   acceleration.values = {-6, 6};
-  EXPECT_THAT(MakeEventCard(mission, mission.Display, limits, 0).Words().toStdString(), HasSubstr("Peak ▲ 20 g X-pos"));
+  EXPECT_THAT(MakeEventCard(mission, mission.Display, limits, 0).Words().toStdString(),
+              HasSubstr("Peak ▲ 20 g (20 g on X-pos)"));
   EXPECT_FALSE(MakeEventCard(mission, mission.Display, limits, 2).IsBeyond()) << "5 g";
   acceleration.maxSource = TLimitSource::File;
   EXPECT_FALSE(MakeEventCard(mission, mission.Display, limits, 0).IsBeyond())

@@ -219,7 +219,7 @@ void TKorvexMainForm::FormCreate() {
   FProfiles->Restore();
   if (folder.empty()) return;
   TFailureList failures;
-  failures.Run(PathFromUtf8(folder) / "report.ini",
+  failures.Run(PathFromUtf8(folder) / kKeptReportConfigFile,
                [&] { FParts->report->SetConfig(ReadKeptReportConfig(PathFromUtf8(folder))); });
   failures.Show(*FDialogs, "The report's configuration could not be read.");
 }

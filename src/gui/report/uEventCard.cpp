@@ -71,8 +71,14 @@ void AddTableFigures(const TShownMission& mission, const TDisplaySettings& displ
     if (quantity == nullptr || !quantity->quantity) continue;
     const float value = table.Single(row, field);
     const int side = SideBeyond(limits, *quantity->quantity, value);
-    QString text = QtText(MaskFloat(display.FormatOf(*quantity->quantity), double{value})) + ' ' + UnitOf(*quantity);
-    if (column.Key == "Acceleration max") text += ' ' + QtText(mission.Events.GetItem(row).MaxAxis);
+    const auto shown = [&](float number) {
+      return QtText(MaskFloat(display.FormatOf(*quantity->quantity), double{number})) + ' ' + UnitOf(*quantity);
+    };
+    QString text = shown(value);
+    const TEvent& event = mission.Events.GetItem(row);
+    if (column.Key == "Acceleration max" && event.MaxSingle != 0) {
+      text += QObject::tr(" (%1 on %2)").arg(shown(event.MaxSingle), QtText(event.MaxAxis));
+    }
     if (side != 0) text.prepend(side > 0 ? "▲ " : "▼ ");
     card.figures.push_back({LabelOf(column.Key), text, side != 0});
   }

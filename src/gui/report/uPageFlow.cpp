@@ -54,12 +54,16 @@ double TPageFlow::HeadingHeight() {
   return kBefore + LineHeight(TTextStyle::Heading) + 2 + 2 * kLineGap;
 }
 
-void TPageFlow::AddHeading(const QString& title, double with) {
+void TPageFlow::AddBookmark(const QString& title) {
+  FBookmarks.push_back({title, Count() - 1});
+}
+
+void TPageFlow::AddHeading(const QString& title, double with, bool hasBookmark) {
   const double text = LineHeight(TTextStyle::Heading) + 2;
   const double height = text + 2 * kLineGap;
   AddGap(kBefore);
   Reserve(height + std::min(with, Area().height() - height));
-  FBookmarks.push_back({title, Count() - 1});
+  if (hasBookmark) AddBookmark(title);
   Add(height, [title, text](QPainter& painter, const QRectF& rect) {
     DrawLine(painter, {rect.left(), rect.top(), rect.width(), text}, TTextStyle::Heading, title, kPaperInk);
     painter.setPen(QPen(kPaperHairline, 0.75));
@@ -87,6 +91,10 @@ void TPageFlow::AddCaption(const QString& text) {
   Add(paragraph.Height() + 4, [paragraph](QPainter& painter, const QRectF& rect) {
     paragraph.Paint(painter, {rect.left(), rect.top() + 2}, kPaperSecondaryInk);
   });
+}
+
+double TPageFlow::CaptionHeight() {
+  return LineHeight(TTextStyle::Caption) + 4;
 }
 
 void TPageFlow::Paint(QPainter& painter, int page) const {

@@ -9,7 +9,7 @@
 #include <functional>
 #include <vector>
 
-// A heading that a reader may jump to.
+// A place that a reader may jump to.
 struct TReportBookmark {
   QString title;
   int page;  // from 0
@@ -33,14 +33,18 @@ class TPageFlow {
   void Add(double height, TPaint paint);
   // Left out at the top of a page.
   void AddGap(double height);
-  // A heading with a bookmark, together with at least `with` of what follows.
-  void AddHeading(const QString& title, double with);
+  // To the current page.
+  void AddBookmark(const QString& title);
+  // A heading, together with at least `with` of what follows.
+  void AddHeading(const QString& title, double with, bool hasBookmark = true);
   // With the gap above it.
   static double HeadingHeight();
   // A heading inside a section, without a bookmark.
   void AddSubheading(const QString& title, double with);
   void AddParagraph(const QString& text);
   void AddCaption(const QString& text);
+  // Of one line.
+  static double CaptionHeight();
   // Nothing while the current page is empty.
   void BeginPage();
   // After the last piece: a page that was begun and got none goes.

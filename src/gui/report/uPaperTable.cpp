@@ -157,9 +157,11 @@ void AddPlainTable(TPageFlow& flow, const TPaperTable& table) {
   }
 }
 
-void AddTable(TPageFlow& flow, const QString& heading, const TPaperTable& table, const QString& none) {
-  flow.AddHeading(heading, TableStart(table.rows));
+void AddTable(TPageFlow& flow, const QString& heading, const TPaperTable& table, const QString& none,
+              const QString& caption) {
+  flow.AddHeading(heading, TableStart(table.rows) + (caption.isEmpty() ? 0 : TPageFlow::CaptionHeight()));
   if (table.rows == 0) return flow.AddParagraph(none);
+  if (!caption.isEmpty()) flow.AddCaption(caption);
   const auto parts = PartsOf(table, flow.Width());
   for (std::size_t i = 0; i < parts.size(); ++i) {
     if (i > 0) {

@@ -24,8 +24,9 @@ struct TPaperTable {
   std::size_t rows = 0;
 };
 
-// With the heading, which is a bookmark; an empty table says `none` instead.
-void AddTable(TPageFlow& flow, const QString& heading, const TPaperTable& table, const QString& none);
+// With the heading, which is a bookmark, and a caption of one line below it; an empty table says `none` instead.
+void AddTable(TPageFlow& flow, const QString& heading, const TPaperTable& table, const QString& none,
+              const QString& caption = {});
 // The same below a heading that is there.
 void AddPlainTable(TPageFlow& flow, const TPaperTable& table);
 

@@ -8,6 +8,7 @@
 namespace {
 
 constexpr double kScale = 10;
+constexpr double kNoLigatures = 0.05;  // any spacing keeps "ff" two letters, which a search finds
 
 struct TStyle {
   double size;  // pt
@@ -24,6 +25,7 @@ const QFont& FontOf(TTextStyle style) {
       fonts[i].setPixelSize(qRound(kStyles[i].size * kScale));
       fonts[i].setBold(kStyles[i].bold);
       fonts[i].setHintingPreference(QFont::PreferNoHinting);
+      fonts[i].setLetterSpacing(QFont::AbsoluteSpacing, kNoLigatures);
     }
     return fonts;
   }();

@@ -8,8 +8,7 @@
 
 namespace {
 
-constexpr double kGap = 10;      // pt between cards
-constexpr double kHeading = 34;  // of the first page, for the heading and what it says
+constexpr double kGap = 10;  // pt between cards
 
 struct TCardGrid {
   std::size_t columns, rows;
@@ -38,10 +37,15 @@ void PaintCard(QPainter& painter, const QRectF& place, std::size_t row, const TR
 void AddEventCards(TPageFlow& flow, const TReportData& data) {
   const auto [columns, rows] = GridOf(data.config);
   const std::vector<std::uint32_t>& cards = data.facts.cards;
-  const double height = (flow.Area().height() - kHeading) / static_cast<double>(rows) - kGap;
+  // The first section stands on the page of the head, another begins a page.
+  const double room = flow.Bookmarks().empty() ? flow.Room() : flow.Area().height();
+  const double heading = TPageFlow::HeadingHeight() + 2 * TPageFlow::CaptionHeight();
+  const double height = (room - heading) / static_cast<double>(rows) - kGap;
   const double width = (flow.Width() + kGap) / static_cast<double>(columns) - kGap;
-  flow.AddHeading(QObject::tr("Event cards"), cards.empty() ? LineHeight(TTextStyle::Body) : flow.Area().height());
+  flow.AddHeading(QObject::tr("Event cards"),
+                  cards.empty() ? LineHeight(TTextStyle::Body) : room - TPageFlow::HeadingHeight());
   flow.AddCaption(AsSentence(CardsTitle(data.facts, data.config, data.Mission())));
+  if (!cards.empty()) flow.AddCaption(QObject::tr("Curves: X solid, Y dashed, Z dotted; acceleration in g."));
   for (std::size_t first = 0; first < cards.size(); first += columns) {
     const std::size_t last = std::min(first + columns, cards.size());
     flow.Add(height, [&data, width, first, last](QPainter& painter, const QRectF& rect) {

@@ -7,6 +7,7 @@
 #include "gui/charts/uEventsChart.h"
 #include "gui/charts/uSelectedEventChart.h"
 #include "gui/charts/uSensorsChart.h"
+#include "gui/report/uPaperText.h"
 
 namespace {
 
@@ -75,7 +76,11 @@ void TReportCharts::PaintSensors(QPainter& painter, const QRectF& place) {
 
 void TReportCharts::PaintWhole(QPainter& painter, const QRectF& place) {
   const bool hasEvents = FData.Mission().Events.Count() > 0;
-  const bool hasSensors = FData.facts.verdict.firstTime && FData.Mission().Sensors.Count() > 0;
+  const bool hasSensors = FData.facts.verdict.firstTime && FData.HasReadings();
+  if (!hasEvents && !hasSensors) {
+    return DrawLine(painter, {place.left(), place.top(), place.width(), LineHeight(TTextStyle::Body)}, TTextStyle::Body,
+                    QObject::tr("The recording has neither events nor sensor readings."), kPaperInk);
+  }
   const double split = !hasSensors ? place.height() : hasEvents ? place.height() * kEventsPart : 0;
   const QRectF above(place.left(), place.top(), place.width(), split);
   const QRectF below(place.left(), place.top() + split, place.width(), place.height() - split);
@@ -87,7 +92,7 @@ void TReportCharts::PaintWhole(QPainter& painter, const QRectF& place) {
     SizeForPaper(Sensors(), below.size());
     AlignMargins(Events(), Sensors());
   }
-  if (hasEvents || !hasSensors) Paint(painter, above, Events(), WholeSpan());
+  if (hasEvents) Paint(painter, above, Events(), WholeSpan());
   if (hasSensors) Paint(painter, below, Sensors(), WholeSpan());
 }
 

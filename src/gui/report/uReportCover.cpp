@@ -156,10 +156,11 @@ void AddPageHead(TPageFlow& flow, const TReportData& data) {
 }
 
 void AddCover(TPageFlow& flow, const TReportData& data, TReportCharts& charts) {
+  flow.AddBookmark(QObject::tr("Cover"));
   AddLogos(flow, data);
   AddTitle(flow, data);
   AddVerdictBox(flow, data);
-  flow.AddHeading(QObject::tr("Whole recording"), kMinChart);
+  flow.AddHeading(QObject::tr("Whole recording"), kMinChart, false);
   // The figures are made again when they are painted: the checksum may become known after the layout.
   if (data.config.landscape) {
     const double width = flow.Width() * kListPart;
@@ -174,7 +175,7 @@ void AddCover(TPageFlow& flow, const TReportData& data, TReportCharts& charts) {
   const double chart = flow.Room() - TPageFlow::HeadingHeight() - list;
   flow.Add(std::clamp(chart, kMinChart, kMaxChart),
            [&charts](QPainter& painter, const QRectF& rect) { charts.PaintWhole(painter, rect); });
-  flow.AddHeading(QObject::tr("Mission"), list);
+  flow.AddHeading(QObject::tr("Mission"), list, false);
   flow.Add(list, [&data](QPainter& painter, const QRectF& rect) {
     PaintFigures(painter, rect.topLeft(), rect.width(), CoverFigures(data));
   });

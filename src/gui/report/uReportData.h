@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <algorithm>
 
 #include "gui/report/uReportPages.h"
 #include "shell/uReportFacts.h"
@@ -12,6 +13,10 @@ struct TReportData {
   TReportFacts facts;
 
   [[nodiscard]] const TShownMission& Mission() const { return contents.mission; }
+  // Of the whole recording. A sensor may have none.
+  [[nodiscard]] bool HasReadings() const {
+    return std::ranges::any_of(Mission().Summary.sensors, [](const TSensorSummary& each) { return each.count > 0; });
+  }
 };
 
 // A value in the quantity's format, without unit.

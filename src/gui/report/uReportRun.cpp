@@ -26,9 +26,15 @@ namespace fs = std::filesystem;
 
 namespace {
 
+constexpr double kLoadSteps = 9;  // of a load
 constexpr int kDone = 0, kNotDisplayable = 1, kCannotRead = 3, kCannotWrite = 4, kDamaged = 5;
 
+void ClearLine() {
+  if (StandardErrorIsTerminal()) std::fputs("\r\033[K", stderr);
+}
+
 void Complain(std::string_view file, std::string_view what) {
+  ClearLine();
   fmt::print(stderr, "shockscope: {}: {}\n", Printable(file), Printable(what));
 }
 
@@ -46,27 +52,33 @@ class TReadingPort final : public IMessagePort {
 // A line that is written over, on a terminal only.
 class TLine final : public IProgress {
  public:
-  ~TLine() override {
-    if (FShown) std::fputs("\r\033[K", stderr);
+  ~TLine() override { ClearLine(); }
+  // Says it at once, for what does not tell how far it is.
+  void Begin(std::string_view what) {
+    FWhat = what;
+    if (!FShown) return;
+    ClearLine();
+    fmt::print(stderr, "{} …", FWhat);
+    std::fflush(stderr);
   }
   void SetStatus(std::string_view /*text*/) override {}
   void SetMaximum(double maximum) override { FMaximum = maximum; }
   void SetPosition(double position) override {
     if (!FShown) return;
-    fmt::print(stderr, "\r\033[K{} {:.0f} of {:.0f}", What, position, FMaximum);
+    ClearLine();
+    fmt::print(stderr, "{} {:.0f} of {:.0f}", FWhat, position, FMaximum);
     std::fflush(stderr);
   }
   void ProcessMessages() override {}
 
-  std::string What;
-
  private:
+  std::string FWhat;
   bool FShown = StandardErrorIsTerminal();
   double FMaximum = 1;
 };
 
 // What is unusable is said, and the defaults stand in for it.
-void ReadUserFiles(const fs::path& folder, TSettings& settings, TLogos& logos) {
+void ReadUserFiles(const fs::path& folder, TSettings& settings, TLogos& logos, TReportConfig& config) {
   if (folder.empty()) return;
   const auto attempt = [](const fs::path& file, const auto& read) {
     try {
@@ -80,6 +92,7 @@ void ReadUserFiles(const fs::path& folder, TSettings& settings, TLogos& logos) {
     const fs::path file = ChosenProfile(folder);
     if (!file.empty()) attempt(file, [&] { UseProfile(ReadLimitProfile(file), settings.display); });
   });
+  attempt(folder / kKeptReportConfigFile, [&] { config = ReadKeptReportConfig(folder); });
   for (std::size_t i = 0; i < std::size(kLogoFiles); ++i) {
     const fs::path file = folder / kLogoFiles[i];
     if (fs::exists(file)) attempt(file, [&] { logos.Load(i, file); });
@@ -113,7 +126,7 @@ int RunReport(const TReportOrder& order) {
   std::string reading;
   TShownMission mission;
   TLogos logos(nullptr);
-  ReadUserFiles(order.settingsFolder, mission.Settings, logos);
+  ReadUserFiles(order.settingsFolder, mission.Settings, logos, config);
   try {
     reading = order.config.value_or("");
     if (order.config) config = ReadReportConfig(PathFromUtf8(*order.config));
@@ -127,22 +140,24 @@ int RunReport(const TReportOrder& order) {
     return kCannotRead;
   }
   SetShortDateFormat(std::string(mission.Settings.display.DateFormat()));
+  TLine line;
+  line.Begin("reading");
   const int status = ReadMission(order.file, mission);
   if (status == kNotDisplayable || status == kCannotRead) return status;
-  TLine line;
-  TNoProgress quiet;
-  FillMission(mission, quiet);
+  line.Begin("tables, step");
+  line.SetMaximum(kLoadSteps);
+  FillMission(mission, line);
   mission.SelectedEvent = VisibleOrFirst(mission.CLDS, mission.Summary.mostIntense.value_or(0));
   try {
     const fs::path file = PathFromUtf8(order.file);
-    line.What = "checksum, MB";
+    line.Begin("checksum, MB");
     const TReportContents contents{.mission = mission,
                                    .logos = {logos.Image(TLogos::kCompany), logos.Image(TLogos::kReport)},
                                    .file = file,
                                    .sha256 = Sha256Of(file, line),
                                    .version = order.version,
                                    .madeAt = LocalTimeNow()};
-    line.What = "page";
+    line.Begin("page");
     const TReportPages pages(contents, config);
     WriteReportPdf(PathFromUtf8(order.pdf), pages, line);
   } catch (const std::exception& error) {

@@ -6,10 +6,11 @@
 #include <string>
 
 struct TReportOrder {
-  std::string file, pdf;                      // UTF-8
-  std::optional<std::string> config, limits;  // files of a configuration and of a limit profile or settings
-  std::filesystem::path settingsFolder;       // read only; empty: there is none
-  std::string version;                        // of the program
+  std::string file, pdf;  // UTF-8
+  // Files of a configuration and of a limit profile or settings; without one what the settings folder keeps counts.
+  std::optional<std::string> config, limits;
+  std::filesystem::path settingsFolder;  // read only; empty: there is none
+  std::string version;                   // of the program
 };
 
 // Reads the recording, the user's settings and logos, and writes the PDF. Says on standard error what is wrong, and how

@@ -18,13 +18,15 @@ double ChartHeight(const TPageFlow& flow) {
   return std::min(flow.Area().height() * kChartPart, kMaxChart);
 }
 
-void AddEventsChart(TPageFlow& flow, TReportCharts& charts) {
-  flow.AddHeading(QObject::tr("Events chart"), ChartHeight(flow));
+void AddEventsChart(TPageFlow& flow, const TReportData& data, TReportCharts& charts) {
+  const bool none = data.facts.events.empty();
+  flow.AddHeading(QObject::tr("Events chart"), none ? 20 : ChartHeight(flow));
+  if (none) return flow.AddParagraph(QObject::tr("There are no shock events."));
   flow.Add(ChartHeight(flow), [&charts](QPainter& painter, const QRectF& rect) { charts.PaintEvents(painter, rect); });
 }
 
 void AddSensorsChart(TPageFlow& flow, const TReportData& data, TReportCharts& charts) {
-  const bool none = data.Mission().Summary.sensors.empty();
+  const bool none = !data.HasReadings();
   flow.AddHeading(QObject::tr("Sensors chart"), none ? 20 : ChartHeight(flow));
   if (none) return flow.AddParagraph(QObject::tr("The recording has no sensor readings."));
   flow.Add(ChartHeight(flow), [&charts](QPainter& painter, const QRectF& rect) { charts.PaintSensors(painter, rect); });
@@ -55,6 +57,17 @@ void AddMetrics(TPageFlow& flow, const TReportData& data) {
       QObject::tr(
           "Clipped: three neighbouring samples stand at one extreme of an axis. The sensor was at the end of its "
           "range, so the true peak is higher."),
+      QObject::tr(
+          "Δv, the change of velocity, in m/s: the area under the samples around the peak, as a vector of the "
+          "three axes. Duration, in ms: how long the vector sum stays above a tenth of the peak. Direction: the "
+          "nearest of 26 directions to that vector; the side that was hit is the opposite one. A clipped event "
+          "has none of them."),
+      QObject::tr("Dew point: by the formula of the loggers, which multiplies where the textbook takes a power. Do not "
+                  "judge condensation by it. At 0 °C and below it is empty."),
+      QObject::tr(
+          "Events chart: the bars of an event are the peaks of its axes; total is the vector sum. A circle with "
+          "a number stands for as many events as would overlap there. Events that the report leaves out are "
+          "faint."),
       QObject::tr("Sensors at an event: the reading that is nearest in time to the event's start."),
       QObject::tr("Out of limits: a reading counts until the next one, at most five times the median interval of its "
                   "sensor; so a gap in the recording counts neither as inside nor as outside. A value equal to a limit "
@@ -88,7 +101,7 @@ void AddSections(TPageFlow& flow, const TReportData& data, TReportCharts& charts
         AddImportantEvents(flow, data);
         break;
       case TReportSection::EventsChart:
-        AddEventsChart(flow, charts);
+        AddEventsChart(flow, data, charts);
         break;
       case TReportSection::SensorsChart:
         AddSensorsChart(flow, data, charts);

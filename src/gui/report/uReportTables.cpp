@@ -194,7 +194,9 @@ void AddExtremes(TPageFlow& flow, const TReportData& data) {
                      NumberColumn(QObject::tr("Maximum"), {}, value(&TSensorVerdict::max)),
                      TextColumn(QObject::tr("first at"), when(&TSensorVerdict::max))},
                     sensors.size()};
-  flow.AddSubheading(QObject::tr("Readings"), TableStart(table.rows));
+  const bool none = std::ranges::none_of(sensors, [](const TSensorVerdict& each) { return each.min.has_value(); });
+  flow.AddSubheading(QObject::tr("Readings"), none ? 20 : TableStart(table.rows));
+  if (none) return flow.AddParagraph(QObject::tr("There are no readings."));
   AddPlainTable(flow, table);
 }
 
@@ -211,8 +213,11 @@ void AddExcursions(TPageFlow& flow, const TReportData& data) {
     }
   }
   if (!data.facts.limits) return;
-  flow.AddSubheading(QObject::tr("Out of limits"), TableStart(rows.size()));
+  flow.AddSubheading(QObject::tr("Out of limits"), TPageFlow::CaptionHeight() + TableStart(rows.size()));
   if (rows.empty()) return flow.AddParagraph(QObject::tr("No sensor was out of its limits."));
+  const bool anyDefault = std::ranges::any_of(
+      rows, [](const TRow& row) { return SideOf(*row.sensor, row.below).source == TLimitSource::Default; });
+  if (anyDefault) flow.AddCaption(QObject::tr("* a default limit, which nobody chose for this recording"));
   const auto column = [&rows](const QString& title, auto text) {
     return TextColumn(title, [rows, text](std::size_t i) {
       return text(*rows[i].sensor, SideOf(*rows[i].sensor, rows[i].below), rows[i].below);
@@ -243,9 +248,6 @@ void AddExcursions(TPageFlow& flow, const TReportData& data) {
   table.columns.front().isKey = true;
   table.columns[3].isNumber = true;
   AddPlainTable(flow, table);
-  const bool anyDefault = std::ranges::any_of(
-      rows, [](const TRow& row) { return SideOf(*row.sensor, row.below).source == TLimitSource::Default; });
-  if (anyDefault) flow.AddCaption(QObject::tr("* a default limit, which nobody chose for this recording"));
 }
 
 }  // namespace
@@ -279,9 +281,11 @@ void AddVerdict(TPageFlow& flow, const TReportData& data) {
 
 void AddSummary(TPageFlow& flow, const TReportData& data) {
   const TEventGroups& groups = data.facts.groups;
-  AddTable(flow, QObject::tr("Summary by axis"), GroupTable(QObject::tr("Axis of the peak"), groups.byAxis, data), {});
-  AddTable(flow, QObject::tr("Summary by day"), GroupTable(QObject::tr("Day"), groups.byDay, data),
-           QObject::tr("There are no shock events."));
+  const QString none = QObject::tr("There are no shock events.");
+  TPaperTable byAxis = GroupTable(QObject::tr("Axis of the peak"), groups.byAxis, data);
+  if (data.facts.events.empty()) byAxis.rows = 0;
+  AddTable(flow, QObject::tr("Summary by axis"), byAxis, none);
+  AddTable(flow, QObject::tr("Summary by day"), GroupTable(QObject::tr("Day"), groups.byDay, data), none);
 }
 
 void AddImportantEvents(TPageFlow& flow, const TReportData& data) {
@@ -292,12 +296,10 @@ void AddImportantEvents(TPageFlow& flow, const TReportData& data) {
   }
   const auto& rows = data.facts.important;
   const auto rowAt = [&rows](std::size_t i) { return std::size_t{rows[i]}; };
-  AddTable(flow, QObject::tr("Most important events"), DatasetTable(table, fields, rows.size(), rowAt, data),
-           QObject::tr("There are no shock events."));
-  if (rows.empty()) return;
   const auto entry = static_cast<std::size_t>(data.Mission().Settings.orderBy);
-  flow.AddCaption(
-      QObject::tr("Ordered by %1.").arg(QtText(kOrderByCaptions.at(entry < kOrderByCaptions.size() ? entry : 0))));
+  AddTable(flow, QObject::tr("Most important events"), DatasetTable(table, fields, rows.size(), rowAt, data),
+           QObject::tr("There are no shock events."),
+           QObject::tr("Ordered by %1.").arg(QtText(kOrderByCaptions.at(entry < kOrderByCaptions.size() ? entry : 0))));
 }
 
 void AddTables(TPageFlow& flow, const TReportData& data) {
@@ -307,10 +309,9 @@ void AddTables(TPageFlow& flow, const TReportData& data) {
     const auto rowAt = [&rows](std::size_t i) { return std::size_t{rows[i]}; };
     AddTable(flow, QObject::tr("Shock events"),
              DatasetTable(tables.Events, AllFields(tables.Events), rows.size(), rowAt, data),
-             QObject::tr("There are no shock events."));
-    if (!rows.empty() && data.facts.limits) {
-      flow.AddCaption(QObject::tr("▲ above, ▼ below a limit. Sensors: the reading nearest to the event."));
-    }
+             QObject::tr("There are no shock events."),
+             data.facts.limits ? QObject::tr("▲ above, ▼ below a limit. Sensors: the reading nearest to the event.")
+                               : QString());
   }
   if (data.config.sensorsTable) AddReadings(flow, QObject::tr("Sensor readings"), tables.Sensors, data);
   if (data.config.batteryTable) AddReadings(flow, QObject::tr("Battery readings"), tables.Battery, data);
