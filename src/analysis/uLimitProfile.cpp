@@ -5,13 +5,6 @@
 
 namespace {
 
-// Peaks have no sign, so a lower limit counts only above 0.
-bool AreEventsJudged(const TVerdict& verdict) {
-  if (!verdict.above) return false;
-  const TJudgedLimits& limits = verdict.above->limits;
-  return limits.maxSource == TLimitSource::User || (limits.minSource == TLimitSource::User && limits.values.min > 0);
-}
-
 void JudgeLimit(const TLimitVerdict& limit, TFinding finding, TJudgement& judgement) {
   if (!limit.IsOutOfChosen()) return;
   finding.amount = std::round(limit.timeOut);
@@ -31,9 +24,14 @@ bool IsRecorded(TQuantity quantity, const TVerdict& verdict) {
 
 }  // namespace
 
+bool AreEventsJudged(const TJudgedLimits& acceleration) {
+  return acceleration.maxSource == TLimitSource::User ||
+         (acceleration.minSource == TLimitSource::User && acceleration.values.min > 0);
+}
+
 TJudgement JudgeByProfile(const TVerdict& verdict, const TLimitProfile& profile) {
   TJudgement judgement;
-  judgement.eventsJudged = AreEventsJudged(verdict);
+  judgement.eventsJudged = verdict.above && AreEventsJudged(verdict.above->limits);
   bool anyJudged = judgement.eventsJudged;
   if (judgement.eventsJudged && verdict.above->count > 0) {
     const bool fails = verdict.above->count > profile.allowedEvents;
@@ -55,7 +53,10 @@ TJudgement JudgeByProfile(const TVerdict& verdict, const TLimitProfile& profile)
       judgement.notRecorded.push_back(quantity);
     }
   }
+  judgement.empty = verdict.events == 0 && std::ranges::none_of(verdict.sensors, [](const TSensorVerdict& sensor) {
+                      return sensor.min.has_value();
+                    });
   const bool failed = std::ranges::any_of(judgement.findings, &TFinding::fails);
-  if (anyJudged) judgement.outcome = failed ? TJudgementOutcome::Failed : TJudgementOutcome::Passed;
+  if (anyJudged && !judgement.empty) judgement.outcome = failed ? TJudgementOutcome::Failed : TJudgementOutcome::Passed;
   return judgement;
 }

@@ -39,11 +39,15 @@ struct TFinding {
 };
 
 struct TJudgement {
-  TJudgementOutcome outcome = TJudgementOutcome::NotJudged;  // when no limit was chosen
+  TJudgementOutcome outcome = TJudgementOutcome::NotJudged;  // no limit was chosen, or there is nothing to judge
   std::vector<TFinding> findings;                            // events first, then by sensor
   bool eventsJudged = false;           // the acceleration limits are neither default nor the trigger level
   std::vector<TQuantity> notRecorded;  // quantities with chosen limits, but without a reading that counts
+  bool empty = false;                  // neither an event nor a reading that counts
 };
+
+// Whether somebody chose a limit that a peak can be beyond. Peaks have no sign, so a lower limit counts only above 0.
+bool AreEventsJudged(const TJudgedLimits& acceleration);
 
 // `verdict` is by the profile's limits in force. Times count to the millisecond. A single reading beyond a limit has no
 // length, and fails only where no time is allowed.

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include "analysis/uShockAnalysis.h"
 #include "base/uDateTime.h"
 #include "base/uText.h"
 #include "model/uMissionText.h"
@@ -76,6 +77,13 @@ std::vector<TFigure> EventFigures(const TMissionSummary& summary, const TEventLi
                                         FormatDuration(*summary.lastTime - *summary.firstTime))));
   }
   return figures;
+}
+
+std::optional<TFigure> VelocityChangeFigure(const TEventList& events, double levelOn) {
+  const auto largest = LargestVelocityChange(events, levelOn);
+  if (!largest) return std::nullopt;
+  return Figure("Velocity change",
+                fmt::format("{} m/s in event {}", MaskFloat("0.###", largest->velocityChange), largest->event));
 }
 
 std::vector<TFigure> GroupFigures(const TEventGroups& groups, const TEventList& events) {

@@ -2,6 +2,7 @@
 // characters of the recording; an empty one is "-".
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,6 +22,8 @@ std::string WhyNoEvents(const TAxesPresent& axes);
 // Events, peak, intensity, ToT and IoT, and the time span over events and sensors; where an axis is missing, that it is
 // why there are no events.
 std::vector<TFigure> EventFigures(const TMissionSummary& summary, const TEventList& events, const TAxesPresent& axes);
+// The largest velocity change and its event; nothing when none has a pulse. It analyses every event.
+std::optional<TFigure> VelocityChangeFigure(const TEventList& events, double levelOn);
 // A line for each axis and each day with events: how many, their largest peak and IoT total.
 std::vector<TFigure> GroupFigures(const TEventGroups& groups, const TEventList& events);
 // A line for each sensor: readings, minimum and maximum.

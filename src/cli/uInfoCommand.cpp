@@ -7,7 +7,6 @@
 
 #include "analysis/uLimitProfile.h"
 #include "analysis/uMissionFigures.h"
-#include "analysis/uShockAnalysis.h"
 #include "base/uFiles.h"
 #include "base/uText.h"
 #include "cli/uCommands.h"
@@ -29,6 +28,7 @@ std::vector<TFigure> VerdictFigures(const TRecording& recording, const TMissionD
                                     const TLimitProfile& profile) {
   TDisplaySettings settings = DefaultSettings().display;
   const auto* format = std::ranges::find(kDateFormats, kDefaultDateFormat);
+  settings.profile = profile;
   settings.dateFormat = static_cast<int>(format - kDateFormats.begin());
   TVerdict verdict =
       JudgeMission(recording.events, recording.sensors, tables, LimitsInForce(profile, recording.mission));
@@ -59,11 +59,7 @@ TStatus Show(const std::string& file, const std::optional<TLimitProfile>& profil
   console.out(Printable(file) + "\n");
   if (recording.mission.bValid) Print(HeaderFigures(recording.mission), console);
   Print(EventFigures(summary, recording.events, recording.axes), console);
-  if (const auto largest = LargestVelocityChange(recording.events, levels.totOn)) {
-    Print({{"Velocity change",
-            fmt::format("{} m/s in event {}", MaskFloat("0.###", largest->velocityChange), largest->event)}},
-          console);
-  }
+  if (const auto figure = VelocityChangeFigure(recording.events, levels.totOn)) Print({*figure}, console);
   Print(GroupFigures(GroupEvents(recording.events, tables.Metrics), recording.events), console);
   Print(SensorFigures(summary), console);
   PrintNotes(file, recording, console);

@@ -171,6 +171,9 @@ TReportConfig ReadReportConfig(const fs::path& path) {
     Refuse("[{}] {} = {} is none of {}.", kCards, kPerPageKey.key, config.cardsPerPage, Listed(kCardsPerPage));
   }
   ReadTime(ini, config.time);
+  if (std::ranges::none_of(config.sections, &TReportSectionChoice::on)) {
+    Refuse("[{}] switches every section off; a report needs one.", kSections);
+  }
   return config;
 }
 

@@ -82,7 +82,8 @@ inline constexpr std::array<std::size_t, 3> kCardsPerPage = {2, 4, 6};
 std::string_view SectionName(TReportSection section);
 
 // Throws an exception with the reason as a sentence, without the file's name: it cannot be read, is larger than 1 MB,
-// has a line, section or key that is not known, a key twice, or a value that is none of those above.
+// has a line, section or key that is not known, a key twice, a value that is none of those above, or no section of the
+// report that is on.
 TReportConfig ReadReportConfig(const std::filesystem::path& path);
 
 // Throws when the file cannot be written; the older one is then as it was.

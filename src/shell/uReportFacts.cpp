@@ -50,6 +50,13 @@ std::size_t OrderBy(const TShownMission& mission) {
   return entry < kOrderByIndexes.size() ? entry : 0;
 }
 
+// Without the limits that nobody chose: every event exceeds the trigger level.
+TLimits ChosenOf(const TJudgedLimits& judged) {
+  constexpr double kNoLimit = std::numeric_limits<double>::infinity();
+  return {judged.minSource == TLimitSource::User ? judged.values.min : -kNoLimit,
+          judged.maxSource == TLimitSource::User ? judged.values.max : kNoLimit};
+}
+
 std::vector<std::uint32_t> CardRows(const TReportFacts& facts, const TReportConfig& config,
                                     const TShownMission& mission) {
   switch (config.cardEvents) {
@@ -66,7 +73,7 @@ std::vector<std::uint32_t> CardRows(const TReportFacts& facts, const TReportConf
   }
   std::vector<std::uint32_t> rows;
   if (!facts.limits) return rows;
-  const TLimits& limits = (*facts.limits)[static_cast<std::size_t>(TQuantity::Acceleration)].values;
+  const TLimits limits = ChosenOf((*facts.limits)[static_cast<std::size_t>(TQuantity::Acceleration)]);
   std::ranges::copy_if(facts.events, std::back_inserter(rows),
                        [&](std::uint32_t row) { return IsOutside(limits, mission.Events.GetItem(row).Max); });
   return rows;
@@ -94,6 +101,12 @@ TReportFacts FactsOf(const TShownMission& mission, const TReportConfig& config) 
   return facts;
 }
 
+std::string JudgementText(const TReportFacts& facts) {
+  if (!facts.judgement) return "";
+  return JudgementSentence(*facts.judgement, facts.verdict, *facts.display.profile, facts.display,
+                           !facts.filtered.empty());
+}
+
 std::string CardsTitle(const TReportFacts& facts, const TReportConfig& config, const TShownMission& mission) {
   const std::size_t count = facts.cards.size();
   const std::string events = fmt::format("{} event{}", count, count == 1 ? "" : "s");
@@ -107,5 +120,10 @@ std::string CardsTitle(const TReportFacts& facts, const TReportConfig& config, c
     case TCardEvents::AboveAlarm:
       break;
   }
-  return facts.limits ? events + " above the alarm limit" : "No limits are set, so no event is above one.";
+  if (!facts.limits) return "No limits are set, so no event is above one.";
+  const TJudgedLimits& acceleration = (*facts.limits)[static_cast<std::size_t>(TQuantity::Acceleration)];
+  if (AreEventsJudged(acceleration)) return events + " above the alarm limit";
+  return acceleration.maxSource == TLimitSource::File
+             ? "Limits from the file are the trigger level; set limits to choose events by them."
+             : "Nobody chose the default limits for this recording; set limits to choose events by them.";
 }

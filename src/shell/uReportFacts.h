@@ -29,5 +29,8 @@ struct TReportFacts {
 
 TReportFacts FactsOf(const TShownMission& mission, const TReportConfig& config);
 
+// Whether the report's part of the recording passes the profile in force, without a period; empty without one.
+std::string JudgementText(const TReportFacts& facts);
+
 // Which events have a card: "The first 12 events by Intensity (max)".
 std::string CardsTitle(const TReportFacts& facts, const TReportConfig& config, const TShownMission& mission);

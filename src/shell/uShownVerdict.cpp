@@ -76,7 +76,8 @@ std::string Counted(std::size_t count, std::string_view what) {
   return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
 }
 
-// The worst sensor, and how many others are out.
+// The worst sensor, and how many others are out. A profile does not judge by default limits, so with one they do not
+// count.
 std::string SensorsClause(const TVerdict& verdict, const TDisplaySettings& settings) {
   if (!verdict.worstSensor) {
     const bool anyReading =
@@ -85,8 +86,16 @@ std::string SensorsClause(const TVerdict& verdict, const TDisplaySettings& setti
   }
   const TWorstSensor& worst = *verdict.worstSensor;
   std::string clause = OutOfLimitsText(verdict.sensors[worst.index], worst.byDefaultLimits, settings);
-  const std::size_t others = verdict.SensorsOut() - 1;
-  if (others > 0) clause += fmt::format(", {} out of limits", Counted(others, "more sensor"));
+  const auto chosen = static_cast<std::size_t>(std::ranges::count_if(verdict.sensors, [](const TSensorVerdict& sensor) {
+    return sensor.below.IsOutOfChosen() || sensor.above.IsOutOfChosen();
+  }));
+  const std::size_t byDefault = settings.profile ? 0 : verdict.SensorsOut() - chosen;
+  const auto add = [&clause](std::size_t out, bool isNamed, std::string_view limits) {
+    const std::size_t more = out > 0 && isNamed ? out - 1 : out;
+    if (more > 0) clause += fmt::format(", {} out of {}", Counted(more, "more sensor"), limits);
+  };
+  add(chosen, !worst.byDefaultLimits, "limits");
+  add(byDefault, worst.byDefaultLimits, "default limits");
   return clause;
 }
 
@@ -96,6 +105,54 @@ std::string ExtremesClause(const TVerdict& verdict, const TDisplaySettings& sett
     if (const std::string text = ExtremesText(sensor, settings); !text.empty()) AppendListItem(clause, text);
   }
   return clause;
+}
+
+bool IsFound(TQuantity quantity, bool below, const TJudgement& judgement, const TVerdict& verdict) {
+  return std::ranges::any_of(judgement.findings, [&](const TFinding& finding) {
+    return finding.sensor && finding.below == below && verdict.sensors[*finding.sensor].quantity->quantity == quantity;
+  });
+}
+
+// "humidity never below 20 %RH or above 60 %RH": the chosen limits of a quantity that none of its sensors is beyond.
+std::string NeverText(const TSensorVerdict& sensor, const TJudgement& judgement, const TVerdict& verdict,
+                      const TDisplaySettings& settings) {
+  const TQuantity quantity = *sensor.quantity->quantity;
+  std::string text;
+  for (const bool below : {true, false}) {
+    const TLimitVerdict& limit = below ? sensor.below : sensor.above;
+    if (limit.source == TLimitSource::Default || IsFound(quantity, below, judgement, verdict)) continue;
+    text += text.empty() ? QuantityName(quantity, settings) + " never " : " or ";
+    text += Beyond(below ? "below" : "above", GeneralFloat(limit.limit), sensor.quantity->unit, limit.source);
+  }
+  return text;
+}
+
+// What a recording that passes is not beyond; at most kMaxNever quantities by name.
+void AppendNever(const TJudgement& judgement, const TVerdict& verdict, const TDisplaySettings& settings,
+                 std::string& clauses) {
+  constexpr std::size_t kMaxNever = 4;
+  const auto isOfEvents = [](const TFinding& finding) { return !finding.sensor; };
+  if (judgement.eventsJudged && std::ranges::none_of(judgement.findings, isOfEvents)) {
+    AppendClause(clauses, EventsAboveText(verdict, settings));
+  }
+  std::vector<TQuantity> said;
+  for (const TSensorVerdict& sensor : verdict.sensors) {
+    const TQuantity quantity = *sensor.quantity->quantity;
+    if (!sensor.min || std::ranges::count(said, quantity) > 0) continue;
+    const std::string text = NeverText(sensor, judgement, verdict, settings);
+    if (text.empty()) continue;
+    if (said.size() < kMaxNever) AppendClause(clauses, text);
+    said.push_back(quantity);
+  }
+  if (said.size() <= kMaxNever) return;
+  const std::size_t more = said.size() - kMaxNever;
+  AppendClause(clauses, more == 1 ? "1 more quantity never beyond its limits"
+                                  : fmt::format("{} more quantities never beyond their limits", more));
+}
+
+std::string PartText(bool filtered, bool damaged) {
+  if (filtered) return damaged ? " in the filtered part of what could be read" : " in the filtered part";
+  return damaged ? " in what could be read" : "";
 }
 
 }  // namespace
@@ -198,12 +255,19 @@ std::string ExtremesText(const TSensorVerdict& sensor, const TDisplaySettings& s
 }
 
 std::string VerdictSentence(const TVerdict& verdict, const TDisplaySettings& settings) {
-  std::string sentence = EventsAboveText(verdict, settings);
-  if (!verdict.above) AppendClause(sentence, verdict.events == 0 ? "no events" : Counted(verdict.events, "event"));
+  std::string events = EventsAboveText(verdict, settings);
+  if (!verdict.above) AppendClause(events, verdict.events == 0 ? "no events" : Counted(verdict.events, "event"));
+  std::string sentence;
+  const bool byDefault = verdict.above && verdict.above->limits.maxSource == TLimitSource::Default &&
+                         !AreEventsJudged(verdict.above->limits);
+  const bool peakLeads = verdict.peak && byDefault;
+  if (!peakLeads) sentence = events;
   if (verdict.peak) {
-    AppendClause(sentence, fmt::format("the worst, event {}, reached {} on {}", verdict.peak->event,
-                                       PeakText(*verdict.peak, settings), Moment(verdict.peak->time, settings)));
+    AppendClause(sentence, fmt::format("{} {}, reached {} on {}", peakLeads ? "the worst event," : "the worst, event",
+                                       verdict.peak->event, PeakText(*verdict.peak, settings),
+                                       Moment(verdict.peak->time, settings)));
   }
+  if (peakLeads) AppendClause(sentence, events);
   const bool saidAll = verdict.clipped.size() == 1 && verdict.peak->clipped;
   if (!saidAll) AppendClause(sentence, ClippedText(verdict));
   AppendClause(sentence, verdict.above ? SensorsClause(verdict, settings) : ExtremesClause(verdict, settings));
@@ -230,24 +294,28 @@ std::string FindingText(const TFinding& finding, const TVerdict& verdict, const 
 }
 
 std::string JudgementSentence(const TJudgement& judgement, const TVerdict& verdict, const TLimitProfile& profile,
-                              const TDisplaySettings& settings) {
+                              const TDisplaySettings& settings, bool filtered) {
   std::string clauses;
   for (const bool fails : {true, false}) {
     for (const TFinding& finding : judgement.findings) {
       if (finding.fails == fails) AppendClause(clauses, FindingText(finding, verdict, settings));
     }
   }
+  if (judgement.outcome == TJudgementOutcome::Passed) AppendNever(judgement, verdict, settings, clauses);
   const bool noneChosen = judgement.outcome == TJudgementOutcome::NotJudged && judgement.notRecorded.empty();
-  if (noneChosen) {
+  if (judgement.empty) {
+    AppendClause(clauses, "there is no event and no reading");
+  } else if (noneChosen) {
     AppendClause(clauses, "no limit was chosen");
   } else if (!judgement.eventsJudged) {
     AppendClause(clauses, "events are not judged");
   }
   std::string missing;
   for (const TQuantity quantity : judgement.notRecorded) AppendListItem(missing, QuantityName(quantity, settings));
-  if (!missing.empty()) AppendClause(clauses, "no reading of " + missing);
+  if (!missing.empty() && !judgement.empty) AppendClause(clauses, "no reading of " + missing);
   const std::string_view outcome = judgement.outcome == TJudgementOutcome::Passed   ? "passed"
                                    : judgement.outcome == TJudgementOutcome::Failed ? "failed"
                                                                                     : "not judged by";
-  return fmt::format("{} the limits \"{}\"{}{}", outcome, profile.name, clauses.empty() ? "" : ": ", clauses);
+  return fmt::format("{} the limits \"{}\"{}{}{}", outcome, profile.name, PartText(filtered, verdict.damaged),
+                     clauses.empty() ? "" : ": ", clauses);
 }

@@ -48,15 +48,17 @@ std::string SensorLabel(const TQuantityRow& quantity, const TDisplaySettings& se
 std::string ExtremesText(const TSensorVerdict& sensor, const TDisplaySettings& settings);
 
 // All of it in one sentence, without its period: "12 of 300 events above 6 g; the worst, event 171, reached 19.76 g (16
-// g on Y-pos, clipped: the true peak is higher) on 2026-03-04 13:26; humidity above 60 %RH for 3 d 4 h". Without limits
-// it says so and gives the extremes of the sensors.
+// g on Y-pos, clipped: the true peak is higher) on 2026-03-04 13:26; humidity above 60 %RH for 3 d 4 h". The peak comes
+// first where nobody chose limits for events. Without limits it says so and gives the extremes of the sensors.
 std::string VerdictSentence(const TVerdict& verdict, const TDisplaySettings& settings);
 
 // "4 of 300 events above 10 g (at most 3 allowed)"; "humidity above 60 %RH for 3 d 4 h (none allowed)".
 std::string FindingText(const TFinding& finding, const TVerdict& verdict, const TDisplaySettings& settings);
 
 // Whether the recording passes a profile, and by what not, without a period: 'failed the limits "Fragile": 4 of 300
-// events above 10 g (at most 3 allowed)'; 'passed the limits "Fragile": events are not judged; no reading of humidity';
-// 'not judged by the limits "settings": no limit was chosen'. What fails stands before what is allowed.
+// events above 10 g (at most 3 allowed)'; 'passed the limits "Fragile": none of 300 events above 10 g; humidity never
+// above 60 %RH; no reading of light'; 'not judged by the limits "settings": no limit was chosen'. What fails stands
+// before what is allowed. The outcome comes first, then that the recording is damaged or, with `filtered`, that the
+// verdict is on a part of it: 'passed the limits "Fragile" in the filtered part: …'.
 std::string JudgementSentence(const TJudgement& judgement, const TVerdict& verdict, const TLimitProfile& profile,
-                              const TDisplaySettings& settings);
+                              const TDisplaySettings& settings, bool filtered = false);

@@ -166,9 +166,6 @@ std::vector<TFigure> VerdictFigures(const TVerdict& verdict, const TDisplaySetti
     return fmt::format("event {}, {}", event, FormatDateTime(DateTimeMask(), time));
   };
   std::vector<TFigure> figures;
-  if (const TJudgementLine judgement = JudgementLine(verdict, settings); !judgement.text.empty()) {
-    figures.push_back({"Judgement", judgement.text});
-  }
   if (verdict.peak) {
     const TPeakVerdict& peak = *verdict.peak;
     figures.push_back({"Peak", fmt::format("{}: {}", PeakText(peak, settings), inEvent(peak.event, peak.time))});

@@ -36,7 +36,7 @@ struct TJudgementLine {
 };
 TJudgementLine JudgementLine(const TVerdict& verdict, const TDisplaySettings& settings);
 
-// The same as lines of the mission's details; what there is nothing to say of has no line.
+// The verdict as lines of the mission's details; what there is nothing to say of has no line.
 std::vector<TFigure> VerdictFigures(const TVerdict& verdict, const TDisplaySettings& settings);
 
 // The longest excursion of the worst sensor with as much time on both sides; nothing when no sensor is out of limits.

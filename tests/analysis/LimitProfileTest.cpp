@@ -122,4 +122,14 @@ TEST(Judgement, WhatWasNotRecordedIsNamedAndCannotPass) {
   EXPECT_THAT(JudgeByProfile(verdict, profile).notRecorded, IsEmpty());
 }
 
+TEST(Judgement, APartWithoutEventAndReadingCannotPass) {
+  TVerdict verdict = Calm();
+  verdict.events = 0;
+  EXPECT_EQ(JudgeByProfile(verdict, Fragile()).outcome, TJudgementOutcome::Passed) << "readings without a shock";
+  for (TSensorVerdict& sensor : verdict.sensors) sensor.min.reset();
+  EXPECT_EQ(JudgeByProfile(verdict, Fragile()).outcome, TJudgementOutcome::NotJudged);
+  verdict.events = 1;
+  EXPECT_EQ(JudgeByProfile(verdict, Fragile()).outcome, TJudgementOutcome::Passed) << "an event below the limit";
+}
+
 }  // namespace

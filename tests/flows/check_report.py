@@ -87,8 +87,6 @@ def check_figures(program, recording):
     figures = 0
     for line in program.run(program.kshock, "info", recording).stdout.decode().splitlines()[1:]:
         label, value = line[2:20].strip(), line[20:].strip()
-        if label == "Velocity change":
-            continue
         group = re.match(r"(\d+) events?, peak up to ([\d.]+) g in event (\d+), IoT up to", value)
         if group:
             label, value = label.split()[-1], group.group(1)

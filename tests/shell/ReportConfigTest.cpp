@@ -65,6 +65,9 @@ TEST_F(ReportConfigFile, WhatMeansNothingIsRefusedWithItsReason) {
   EXPECT_THAT(Complaint("[Sections]\nCover = yes\n"), HasSubstr("[Sections] Cover = yes is neither 0 nor 1."));
   EXPECT_THAT(Complaint("[Sections]\nIndex = 1\n"), HasSubstr("[Sections] Index is no section of a report."));
   EXPECT_THAT(Complaint("[Sections]\nCover = 1\ncover = 1\n"), HasSubstr("Line 3"));
+  for (const auto* none : {"[Sections]\nCover = 0\n", "[Sections]\n"}) {
+    EXPECT_THAT(Complaint(none), HasSubstr("every section off"));
+  }
   EXPECT_THAT(Complaint("[Page]\nPaper = A3\n"), HasSubstr("[Page] Paper = A3 is none of A4, Letter."));
   EXPECT_THAT(Complaint("[Page]\nColour = 1\n"), HasSubstr("[Page] has a key that is not known: \"Colour\"."));
   EXPECT_THAT(Complaint("[Pages]\nPaper = A4\n"), HasSubstr("[Pages] is no section"));

@@ -8,6 +8,7 @@
 #include "tests/support/uThreeEvents.h"
 
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
 
 namespace {
@@ -71,18 +72,27 @@ TEST_F(ReportFacts, TimeAndFilterLimitAllFigures) {
 TEST_F(ReportFacts, OnlyLimitsThatTheProfileChoosesAreShown) {
   FConfig.cardEvents = TCardEvents::AboveAlarm;
   EXPECT_THAT(Facts().cards, IsEmpty()) << "no limits";
+  FMission.Display = DefaultSettings().display;
+  FMission.Display.alarmActive = true;
+  for (const bool fromFile : {true, false}) {
+    FMission.Display.accelerationFromFile = FMission.Display.fileNamesLimits = fromFile;
+    EXPECT_THAT(Facts().cards, IsEmpty()) << "nobody chose the limits";
+    EXPECT_THAT(CardsTitle(Facts(), FConfig, FMission), HasSubstr(fromFile ? "trigger level" : "default limits"));
+  }
   TLimitProfile profile;
   for (TJudgedLimits& limits : profile.limits) limits = {{-6, 8}, TLimitSource::Default, TLimitSource::Default};
   profile.limits[0].maxSource = TLimitSource::User;
   profile.allowedEvents = 1;
   UseProfile(profile, FMission.Display);
-  FMission.Display.alarmActive = true;
   const TReportFacts facts = Facts();
   EXPECT_THAT(facts.cards, ElementsAre(0, 1));
   EXPECT_EQ(facts.groups.byAxis.at(0).above, 2U);
   EXPECT_EQ(facts.judgement->outcome, TJudgementOutcome::Failed);
   EXPECT_EQ(facts.display.limits[0], (TLimits{-std::numeric_limits<double>::infinity(), 8}));
   EXPECT_EQ(facts.display.limits[1].max, std::numeric_limits<double>::infinity());
+  EXPECT_EQ(CardsTitle(facts, FConfig, FMission), "2 events above the alarm limit");
+  FConfig.time = {Minute(60), {}};
+  EXPECT_EQ(Facts().judgement->outcome, TJudgementOutcome::NotJudged) << "nothing is left to judge";
 }
 
 }  // namespace

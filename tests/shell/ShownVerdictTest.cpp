@@ -1,5 +1,6 @@
 #include "shell/uShownVerdict.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "shell/uFilterWords.h"
@@ -57,8 +58,24 @@ TEST(VerdictSentence, SaysWhatHappenedInOneSentence) {
   EXPECT_EQ(VerdictSentence(verdict, settings),
             "none of 300 events outside 2 … 25.25 g; the worst, event 171, reached 19.76 g (16 g on Y-pos, clipped: "
             "the true peak is higher) on 2026-03-04 13:25; 2 of 300 events clipped: their true peaks are higher; "
-            "Strain Left above 0.5 on 2026-03-04 13:25, 1 more sensor out of limits; the recording is damaged, and "
-            "only what could be read is judged");
+            "Strain Left above 0.5 on 2026-03-04 13:25, 1 more sensor out of default limits; the recording is damaged, "
+            "and only what could be read is judged");
+}
+
+TEST(VerdictSentence, DefaultLimitsNeitherLeadNorCountAsChosen) {
+  TVerdict verdict = Example();
+  verdict.above->limits = {{-6, 6}, TLimitSource::Default, TLimitSource::Default};
+  verdict.sensors = {Sensor("RH"), Sensor("Temperature"), Sensor("Light"), Sensor("Battery")};
+  for (const std::size_t chosen : {0, 1}) verdict.sensors[chosen].above = Out(60, kDay);
+  for (const std::size_t byDefault : {2, 3}) verdict.sensors[byDefault].above = Out(2, kDay, TLimitSource::Default);
+  TDisplaySettings settings = Settings();
+  const std::string events =
+      "the worst event, 171, reached 19.76 g (16 g on Y-pos, clipped: the true peak is higher) on 2026-03-04 13:25; "
+      "12 of 300 events above 6 g (default limit); ";
+  const std::string chosen = events + "humidity above 60 %RH for 1 d, 1 more sensor out of limits";
+  EXPECT_EQ(VerdictSentence(verdict, settings), chosen + ", 2 more sensors out of default limits");
+  settings.profile.emplace();
+  EXPECT_EQ(VerdictSentence(verdict, settings), chosen) << "a profile does not judge by default limits";
 }
 
 TEST(VerdictSentence, WithoutLimitsSaysSoAndGivesExtremes) {
@@ -109,15 +126,43 @@ TEST(JudgementSentence, SaysWhatFailsBeforeWhatIsAllowed) {
   EXPECT_EQ(JudgementSentence(judgement, verdict, profile, Settings()),
             "failed the limits \"Fragile\": humidity above 60 %RH for 2 d 1 s (at most 2 d allowed); temperature below "
             "2.5 °C on 2026-03-04 13:25 (none allowed); 12 of 300 events above 6 g (at most 12 allowed)");
-  judgement = {TJudgementOutcome::Passed, {}, false, {TQuantity::Light, TQuantity::A2}};
+  EXPECT_THAT(JudgementSentence(judgement, verdict, profile, Settings(), true),
+              testing::StartsWith("failed the limits \"Fragile\" in the filtered part: humidity"));
+  EXPECT_EQ(JudgementSentence({}, verdict, profile, Settings()),
+            "not judged by the limits \"Fragile\": no limit was chosen");
+}
+
+TEST(JudgementSentence, APassSaysByWhat) {
+  TVerdict verdict = Example();
+  verdict.above->count = 0;
+  TLimitProfile profile;
+  profile.name = "Fragile";
+  verdict.sensors = {Sensor("RH"), Sensor("Temperature"), Sensor("Light")};
+  verdict.sensors[0].below.limit = 20;
+  verdict.sensors[0].above = Out(60, kDay);
+  verdict.sensors[1].below.source = TLimitSource::Default;
+  verdict.sensors[1].above.limit = 40;
+  verdict.sensors[2].min.reset();
+  verdict.damaged = true;
+  EXPECT_EQ(
+      JudgementSentence({TJudgementOutcome::Passed, {{0, false, kDay, 2 * kDay, false}}, true, {TQuantity::Light}},
+                        verdict, profile, Settings()),
+      "passed the limits \"Fragile\" in what could be read: humidity above 60 %RH for 1 d (at most 2 d allowed); none "
+      "of 300 events above 6 g; humidity never below 20 %RH; temperature never above 40 °C; no reading of light");
+  verdict.damaged = false;
+  for (const auto* name : {"A1", "A2", "A3", "A4"}) verdict.sensors.push_back(Sensor(name));
+  EXPECT_THAT(JudgementSentence({TJudgementOutcome::Passed, {}, true, {}}, verdict, profile, Settings()),
+              testing::EndsWith("; 2 more quantities never beyond their limits"));
+
+  verdict.sensors.clear();
+  TJudgement judgement{TJudgementOutcome::Passed, {}, false, {TQuantity::Light, TQuantity::A2}};
   TDisplaySettings settings = Settings();
   settings.analogNames[1] = "Strain Left";
   EXPECT_EQ(JudgementSentence(judgement, verdict, profile, settings),
             "passed the limits \"Fragile\": events are not judged; no reading of light, Strain Left");
-  EXPECT_EQ(JudgementSentence({TJudgementOutcome::Passed, {}, true, {}}, verdict, profile, Settings()),
-            "passed the limits \"Fragile\"");
-  EXPECT_EQ(JudgementSentence({}, verdict, profile, Settings()),
-            "not judged by the limits \"Fragile\": no limit was chosen");
+  judgement = {TJudgementOutcome::NotJudged, {}, true, {TQuantity::Light}, true};
+  EXPECT_EQ(JudgementSentence(judgement, verdict, profile, settings, true),
+            "not judged by the limits \"Fragile\" in the filtered part: there is no event and no reading");
 }
 
 TEST(LimitsInForce, SayWhereEachComesFrom) {

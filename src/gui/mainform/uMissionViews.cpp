@@ -136,7 +136,11 @@ void TMissionViews::ShowVerdict(const TShownMission& mission) {
 void TMissionViews::ShowDetails(const TShownMission& mission) {
   std::vector<TFigure> events = EventFigures(mission.Summary, mission.Events, mission.Axes);
   std::erase_if(events, [](const TFigure& figure) { return figure.label == "Peak" || figure.label == "Most intense"; });
-  FParts.docks.details->ShowSections({{QObject::tr("Verdict"), VerdictFigures(FVerdict, mission.Display)},
+  std::vector<TFigure> verdict = VerdictFigures(FVerdict, mission.Display);
+  if (const TJudgementLine judgement = JudgementLine(FVerdict, mission.Display); !judgement.text.empty()) {
+    verdict.insert(verdict.begin(), {"Judgement", judgement.text});
+  }
+  FParts.docks.details->ShowSections({{QObject::tr("Verdict"), std::move(verdict)},
                                       {QObject::tr("Mission"), HeaderFigures(mission.Data)},
                                       {QObject::tr("Events"), std::move(events)},
                                       {QObject::tr("Sensors"), NamedSensorFigures(mission)}});

@@ -77,12 +77,8 @@ void AddVerdictBox(TPageFlow& flow, const TReportData& data) {
   const TReportFacts& facts = data.facts;
   const double width = flow.Width() - 2 * kBox - kBar;
   std::vector<TParagraph> texts;
-  if (facts.judgement) {
-    texts.emplace_back(
-        TTextStyle::Strong,
-        AsSentence(JudgementSentence(*facts.judgement, facts.verdict, *facts.display.profile, facts.display)), width);
-  }
   if (facts.verdict.damaged) texts.emplace_back(TTextStyle::Strong, PlainText(data.Mission().Damage), width);
+  if (facts.judgement) texts.emplace_back(TTextStyle::Strong, AsSentence(JudgementText(facts)), width);
   QString verdict = AsSentence(VerdictSentence(facts.verdict, facts.display));
   if (!facts.verdict.damaged) verdict += QObject::tr(" The recording is complete.");
   texts.emplace_back(TTextStyle::Body, verdict, width);

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "analysis/uShockMetrics.h"
-#include "base/uText.h"
 #include "gui/common/uQtText.h"
 #include "gui/report/uReportCards.h"
 #include "gui/report/uReportCover.h"
@@ -42,7 +41,7 @@ void AddSelectedEvent(TPageFlow& flow, const TReportData& data, TReportCharts& c
 
 void AddMetrics(TPageFlow& flow, const TReportData& data) {
   const TThresholds levels = ThresholdsOf(data.Mission().Data);
-  const auto g = [](double level) { return QtText(GeneralFloat(level)); };
+  const auto g = [&data](double level) { return NumberText(TQuantity::Acceleration, level, data); };
   flow.AddHeading(QObject::tr("What the figures mean"), 100);
   const QString texts[] = {
       QObject::tr("Peak: the largest vector sum of the three axes in an event, in g. Its axis is the one with the "

@@ -258,7 +258,10 @@ void AddMissionDetails(TPageFlow& flow, const TReportData& data) {
   AddFigures(flow, PaperFigures(HeaderFigures(mission.Data)));
   if (!mission.Damage.empty()) AddFigures(flow, {{QObject::tr("Damage"), QtText(mission.Damage)}});
   flow.AddSubheading(QObject::tr("Events of the whole recording"), 40);
-  AddFigures(flow, PaperFigures(EventFigures(mission.Summary, mission.Events, mission.Axes)));
+  std::vector<TFigure> events = EventFigures(mission.Summary, mission.Events, mission.Axes);
+  auto velocityChange = VelocityChangeFigure(mission.Events, ThresholdsOf(mission.Data).totOn);
+  if (velocityChange) events.push_back(*std::move(velocityChange));
+  AddFigures(flow, PaperFigures(events));
   flow.AddSubheading(QObject::tr("Sensors of the whole recording"), 30);
   if (mission.Summary.sensors.empty()) flow.AddParagraph(QObject::tr("The recording has no sensor readings."));
   AddFigures(flow, PaperFigures(NamedSensorFigures(mission)));
@@ -267,10 +270,7 @@ void AddMissionDetails(TPageFlow& flow, const TReportData& data) {
 void AddVerdict(TPageFlow& flow, const TReportData& data) {
   const TReportFacts& facts = data.facts;
   flow.AddHeading(QObject::tr("Verdict"), 60);
-  if (facts.judgement) {
-    flow.AddParagraph(
-        AsSentence(JudgementSentence(*facts.judgement, facts.verdict, *facts.display.profile, facts.display)));
-  }
+  if (facts.judgement) flow.AddParagraph(AsSentence(JudgementText(facts)));
   flow.AddParagraph(AsSentence(VerdictSentence(facts.verdict, facts.display)));
   flow.AddGap(4);
   AddFigures(flow, PaperFigures(VerdictFigures(facts.verdict, facts.display)));
