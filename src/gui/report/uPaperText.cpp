@@ -8,7 +8,7 @@
 namespace {
 
 constexpr double kScale = 10;
-constexpr double kNoLigatures = 0.05;  // any spacing keeps "ff" two letters, which a search finds
+constexpr double kNoLigatures = 0.016;  // any spacing parts "ff", which a search then finds; Qt rounds less to none
 
 struct TStyle {
   double size;  // pt
