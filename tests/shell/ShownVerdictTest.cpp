@@ -65,7 +65,7 @@ TEST(VerdictSentence, SaysWhatHappenedInOneSentence) {
 TEST(VerdictSentence, DefaultLimitsNeitherLeadNorCountAsChosen) {
   TVerdict verdict = Example();
   verdict.above->limits = {{-6, 6}, TLimitSource::Default, TLimitSource::Default};
-  verdict.sensors = {Sensor("RH"), Sensor("Temperature"), Sensor("Light"), Sensor("Battery")};
+  verdict.sensors = {Sensor("RH"), Sensor("Temperature"), Sensor("L"), Sensor("Battery")};
   for (const std::size_t chosen : {0, 1}) verdict.sensors[chosen].above = Out(60, kDay);
   for (const std::size_t byDefault : {2, 3}) verdict.sensors[byDefault].above = Out(2, kDay, TLimitSource::Default);
   TDisplaySettings settings = Settings();
@@ -137,7 +137,7 @@ TEST(JudgementSentence, APassSaysByWhat) {
   verdict.above->count = 0;
   TLimitProfile profile;
   profile.name = "Fragile";
-  verdict.sensors = {Sensor("RH"), Sensor("Temperature"), Sensor("Light")};
+  verdict.sensors = {Sensor("RH"), Sensor("Temperature"), Sensor("L")};
   verdict.sensors[0].below.limit = 20;
   verdict.sensors[0].above = Out(60, kDay);
   verdict.sensors[1].below.source = TLimitSource::Default;
