@@ -15,6 +15,11 @@ std::string Utf8FromPath(const fs::path& path) {
   return {utf8.begin(), utf8.end()};
 }
 
+bool IsSameFile(const fs::path& path, const fs::path& other) noexcept {
+  std::error_code unknown;
+  return fs::equivalent(path, other, unknown);
+}
+
 fs::path KeepAside(const fs::path& path) {
   if (!fs::exists(fs::symlink_status(path))) return path;
   fs::path other = path;

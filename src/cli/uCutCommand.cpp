@@ -60,8 +60,7 @@ TStatus CutCommand(const std::string& file, const std::string& from, const std::
     return NoResult(file, recording, "Nothing of the recording lies between these times.", console);
   }
   try {
-    std::error_code unknown;
-    if (std::filesystem::equivalent(PathFromUtf8(file), PathFromUtf8(out), unknown)) {
+    if (IsSameFile(PathFromUtf8(file), PathFromUtf8(out))) {
       Complain(console, out, "A part cannot replace the recording that it is cut from.");
       return TStatus::WrongUse;
     }

@@ -200,7 +200,7 @@ TStatus MakeCommand(const std::string& source, const std::string& out, const TCo
     const auto recordsPath = sourcePath.parent_path() / PathFromUtf8(description.records);
     std::ifstream records = OpenSource(recordsPath);
     for (const auto& input : {sourcePath, recordsPath}) {
-      if (std::filesystem::exists(outPath) && std::filesystem::equivalent(outPath, input)) {
+      if (IsSameFile(outPath, input)) {
         Complain(console, out, "A recording cannot replace what it is made from.");
         return TStatus::WrongUse;
       }

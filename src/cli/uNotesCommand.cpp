@@ -71,6 +71,10 @@ TStatus NotesCommand(const std::string& file, const std::string& to, const std::
     console.out(text);
     return recording.status;
   }
+  if (IsSameFile(PathFromUtf8(to), PathFromUtf8(file)) || notes->AreKeptIn(PathFromUtf8(to))) {
+    Complain(console, to, "Labels cannot replace the recording or its notes.");
+    return TStatus::WrongUse;
+  }
   try {
     SaveFile(PathFromUtf8(to), text);
   } catch (const std::exception& error) {

@@ -213,6 +213,10 @@ void TNotes::Remove(const std::string& id) {
   std::erase_if(FItems, [&id](const TNote& note) { return note.id == id; });
 }
 
+bool TNotes::AreKeptIn(const fs::path& file) const {
+  return IsSameFile(file, FBeside) || IsSameFile(file, FInSettings);
+}
+
 std::string TNotes::WhyOtherRecording(IProgress& progress) const {
   const json& recording = FContent->document["recording"];
   const auto size = recording.find("size");

@@ -51,6 +51,9 @@ class TNotes {
   void Change(const TNote& note);
   void Remove(const std::string& id);
 
+  // True for the file that holds the notes.
+  [[nodiscard]] bool AreKeptIn(const std::filesystem::path& file) const;
+
   // A sentence when the notes were written for a file of another size or checksum, else empty. Reads the whole
   // recording when the sizes are the same and it has notes.
   [[nodiscard]] std::string WhyOtherRecording(IProgress& progress) const;

@@ -95,6 +95,12 @@ TEST_F(Notes, LabelsGoInAndComeOutAgain) {
   EXPECT_EQ(std::string(table.begin(), table.end()),
             "onset\tduration\ttext\n0.000\t0.000\tarrived wet\n60.000\t0.005\tfork lift\n90.000\t5.500\t\n");
   EXPECT_EQ(Kshock({"notes", Three, "--from", File("events.tsv")}).out, "0 notes added, 3 already there\n");
+  const TBytes recording = BytesOfFile(Three);
+  for (const std::string& input : {Three, Three + ".notes.json"}) {
+    EXPECT_EQ(Kshock({"notes", Three, "--to", input}).status, 2) << input;
+  }
+  EXPECT_EQ(BytesOfFile(Three), recording);
+  EXPECT_EQ(Read()["notes"].size(), 3U);
   EXPECT_EQ(Read()["recording"]["size"], BytesOfFile(Three).size());
 }
 

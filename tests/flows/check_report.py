@@ -139,10 +139,12 @@ def check_failures(program, recording):
     text = program.write("text.kshock", "no recording at all")
     fails = [((pdf, program.folder / "missing.kshock"), 3), ((pdf, text), 1), ((pdf, recording, "--config", bad), 3),
              ((pdf, recording, "--limits", bad), 3), ((program.folder / "none/x.pdf", recording), 4),
-             ((program.folder, recording), 4), ((pdf, recording, "--confg", bad), 2), ((pdf, recording, "--config"), 2)]
+             ((program.folder, recording), 4), ((pdf, recording, "--confg", bad), 2), ((pdf, recording, "--config"), 2),
+             ((cut, cut), 2), ((bad, recording, "--config", bad), 2)]
     for arguments, status in fails:
         expect(f"words for {arguments}", True, len(program.report(*arguments, status=status)) > 20)
         expect("the older PDF", "older", pdf.read_text())
+    expect("the recording", pathlib.Path(recording).read_bytes()[:-200], cut.read_bytes())
     kept = program.write("Documents/Korvex/settings/report.ini", "[Sections]\nMetrics = 1\n")
     expect("words", "", program.report(pdf, recording))
     expect("the kept choice", True, "What the figures mean" in program.text(pdf).split("\f")[0])

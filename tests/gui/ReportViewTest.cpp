@@ -152,6 +152,13 @@ TEST_F(ReportView, TheTimeFilterLimitsTheReportAndSaysSo) {
     QTest::keyClick(&dialog, Qt::Key_Escape);
   });
   EXPECT_EQ(Shown(marks), marks) << "Escape changes nothing";
+  Press("F5");
+  Settle();
+  EXPECT_EQ(Shown(marks), marks) << "the same recording";
+  FForm->Flow().Open(Save("other.kshock", ThreeEvents()).toStdString());
+  Settle();
+  Press("Ctrl+3");
+  EXPECT_THAT(Shown(marks), testing::IsEmpty()) << "a span belongs to its recording";
 }
 
 TEST_F(ReportView, ThePreviewOfAViewSavesItAsPdf) {

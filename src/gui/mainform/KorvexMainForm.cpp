@@ -32,7 +32,6 @@
 #include "gui/overview/uOverviewPanel.h"
 #include "gui/platform/uDialogs.h"
 #include "gui/platform/uPostedMessages.h"
-#include "gui/report/uEventCardList.h"
 #include "gui/report/uReportPanel.h"
 #include "gui/ribbon/uBackstage.h"
 #include "gui/ribbon/uBackstagePages.h"

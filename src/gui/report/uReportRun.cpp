@@ -27,7 +27,7 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr double kLoadSteps = 9;  // of a load
-constexpr int kDone = 0, kNotDisplayable = 1, kCannotRead = 3, kCannotWrite = 4, kDamaged = 5;
+constexpr int kDone = 0, kNotDisplayable = 1, kWrongUse = 2, kCannotRead = 3, kCannotWrite = 4, kDamaged = 5;
 
 void ClearLine() {
   if (StandardErrorIsTerminal()) std::fputs("\r\033[K", stderr);
@@ -122,6 +122,12 @@ int ReadMission(const std::string& file, TShownMission& mission) {
 }  // namespace
 
 int RunReport(const TReportOrder& order) {
+  for (const std::string& input : {order.file, order.config.value_or(""), order.limits.value_or("")}) {
+    if (IsSameFile(PathFromUtf8(order.pdf), PathFromUtf8(input))) {
+      Complain(order.pdf, "A report cannot replace what it is made from.");
+      return kWrongUse;
+    }
+  }
   TReportConfig config;
   std::string reading;
   TShownMission mission;
