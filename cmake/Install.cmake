@@ -36,10 +36,10 @@ shockscope_compressed(changelog ${DOCUMENTS} "${CHANGES};${DEBIAN}/changelog" ${
                       "${MAINTAINER}")
 
 if(SHOCKSCOPE_GUI)
-  # The newest release, for the software centre.
-  file(STRINGS ${CHANGES} RELEASE REGEX "^## " LIMIT_COUNT 1)
-  if(NOT RELEASE MATCHES "^## ${PROJECT_VERSION}, ([0-9-]+)$")
-    message(FATAL_ERROR "CHANGELOG.md has to begin with \"## ${PROJECT_VERSION}, \" and the day of that release.")
+  # The software centre shows the day of the release.
+  file(STRINGS ${CHANGES} RELEASE REGEX "^## ${PROJECT_VERSION}, [0-9-]+$")
+  if(NOT RELEASE MATCHES ", ([0-9-]+)$")
+    message(FATAL_ERROR "CHANGELOG.md needs the heading \"## ${PROJECT_VERSION}, \" with the day of that release.")
   endif()
   set(RELEASE_DATE ${CMAKE_MATCH_1})
   set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${CHANGES})
