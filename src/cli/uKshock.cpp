@@ -106,9 +106,7 @@ class TCommandLine {
   void AddTable() {
     CLI::App* command = FApp.add_subcommand("table", "Print one table as CSV lines.");
     AddFile(command);
-    command->add_option("TABLE", FTable, "events, important, cards, sensors, battery or analysis")
-        ->required()
-        ->check(CLI::IsMember(TableNames()));
+    command->add_option("TABLE", FTable, "Table")->required()->check(CLI::IsMember(TableNames()));
     command->add_option("--order", FIndex, "Index, such as MaxAccDesc or TimestampASC");
     command->callback([this] { FStatus = TableCommand(FFile, FTable, FIndex, FConsole); });
   }
@@ -116,12 +114,13 @@ class TCommandLine {
   void AddExport() {
     CLI::App* command = FApp.add_subcommand("export", "Write the files of the window's exports.");
     AddFile(command);
-    std::string names;
-    for (const std::string_view name : kExports) AppendListItem(names, name);
-    command->add_option("WHAT", FExport.what, names)->required()->check([](const std::string& what) {
-      return std::ranges::find(kExports, what) == kExports.end() ? fmt::format("There is no export \"{}\".", what)
-                                                                 : std::string();
-    });
+    command->add_option("WHAT", FExport.what, "Exports")
+        ->required()
+        ->type_name(ChoiceType(kExports))
+        ->check([](const std::string& what) {
+          return std::ranges::find(kExports, what) == kExports.end() ? fmt::format("There is no export \"{}\".", what)
+                                                                     : std::string();
+        });
     command->add_option("--to", FExport.folder, "Folder to write to")
         ->required()
         ->type_name("DIR")
@@ -230,7 +229,7 @@ class TCommandLine {
     command->add_option("--to", FFleet.out, "File to write; files that it has already are read again only if changed")
         ->required()
         ->type_name("OUT");
-    command->add_option("--format", FFleet.format, "sqlite, csv or jsonl; sqlite unless given")
+    command->add_option("--format", FFleet.format, "sqlite unless given")
         ->check(CLI::IsMember({"sqlite", "csv", "jsonl"}))
         ->type_name("NAME");
     CLI::Option* from =
@@ -326,16 +325,24 @@ class TCommandLine {
   template <class T, std::size_t N>
   static void AddChoice(CLI::App* command, const std::string& option, T& value,
                         const std::array<std::pair<std::string_view, T>, N>& choices) {
-    std::string help;
-    for (const auto& choice : choices) AppendListItem(help, choice.first);
-    const auto parse = [option, help, &value, &choices](const std::string& text) {
+    std::array<std::string_view, N> names;
+    std::ranges::transform(choices, names.begin(), &std::pair<std::string_view, T>::first);
+    const auto parse = [option, names, &value, &choices](const std::string& text) {
       const std::string_view name = std::string_view(text).substr(text.starts_with("fw") ? 2 : 0);
-      const auto found = std::ranges::find(choices, name, &std::pair<std::string_view, T>::first);
-      if (found == choices.end()) throw CLI::ValidationError(fmt::format("{} is one of {}.", option, help));
-      value = found->second;
+      const auto found = std::ranges::find(names, name);
+      if (found == names.end()) {
+        throw CLI::ValidationError(fmt::format("{} is one of {}.", option, fmt::join(names, ", ")));
+      }
+      value = choices[static_cast<std::size_t>(found - names.begin())].second;
     };
-    help += fmt::format("; {} unless given", choices.front().first);
-    command->add_option_function<std::string>(option, parse, help)->type_name("NAME");
+    command->add_option_function<std::string>(option, parse, fmt::format("{} unless given", names.front()))
+        ->type_name(ChoiceType(names));
+  }
+
+  // How the help writes what a value can be; the completion of the shell reads it there.
+  template <std::size_t N>
+  static std::string ChoiceType(const std::array<std::string_view, N>& names) {
+    return fmt::format("NAME:{{{}}}", fmt::join(names, ","));
   }
 
   const TConsole& FConsole;
