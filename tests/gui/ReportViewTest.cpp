@@ -147,6 +147,7 @@ TEST_F(ReportView, TheTimeFilterLimitsTheReportAndSaysSo) {
   });
   EXPECT_EQ(Shown(marks), marks);
   EXPECT_EQ(Find<TReportPanel>("ReportPanel")->Config().time.from, 45123.25 + 1.0 / 1440);
+  EXPECT_THAT(Find<QLabel>("lblEventCardsTotalIntensity")->text().toStdString(), testing::StartsWith("2 cards"));
   InDialog("actReportTimeFilter", [](QDialog& dialog) {
     dialog.findChild<QPushButton*>("btnReportTimeAll")->click();
     QTest::keyClick(&dialog, Qt::Key_Escape);

@@ -160,7 +160,7 @@ void TReportPanel::SetConfig(const TReportConfig& config) {
 
 void TReportPanel::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
-  FCards->ShowCards(FMission);  // in the order that the grids have now
+  FCards->ShowCards(FMission, FConfig.time);  // in the order that the grids have now
   LayOut();
 }
 
@@ -184,11 +184,12 @@ void TReportPanel::LayOut() {
   for (TElidedLabel* label : {FFiltered, FFilteredCover}) label->setVisible(!filtered.isEmpty());
   FFiltered->setText(filtered.isEmpty() ? QString() : tr("Filtered"));
   FFilteredCover->setText(filtered);
-  FCards->ShowCards(FMission);
-  const QString total = tr("total intensity %1 g·ms").arg(QtText(MaskFloat("0.##", FMission->Summary.iotTotal)));
+  FCards->ShowCards(FMission, FConfig.time);
+  const QString total =
+      tr("total intensity of the recording %1 g·ms").arg(QtText(MaskFloat("0.##", FMission->Summary.iotTotal)));
   const std::size_t events = FMission->Events.Count();
   FIntensity->setText(tr("%1 events, %2").arg(events).arg(total));
-  FCardsIntensity->setText(tr("%1 cards · %2").arg(FMission->CLDS.RecordCount()).arg(total));
+  FCardsIntensity->setText(tr("%1 cards · %2").arg(FCards->Count()).arg(total));
 }
 
 // A large file takes a while, and a dead drive never answers.
