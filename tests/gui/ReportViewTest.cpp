@@ -173,6 +173,31 @@ TEST_F(ReportView, ThePreviewOfAViewSavesItAsPdf) {
   EXPECT_EQ(Find<QLabel>("lblNotice")->text().toStdString(), "Written: " + (FFolder / "view.pdf").string());
 }
 
+TEST_F(ReportView, ACancelledPdfLeavesTheOlderFileAndAUsableWindow) {
+  const auto file = FFolder / "report.pdf";
+  FTyped = QString::fromStdString(file.string());
+  QTimer cancel;
+  QObject::connect(&cancel, &QTimer::timeout, [&] {
+    if (FForm->Flow().State() != TFileFlow::TState::Exporting) return;
+    WriteFile(file, {'o', 'l', 'd'});  // behind the dialog, which would ask
+    QTest::keyClick(FForm->focusWidget(), Qt::Key_Escape);
+  });
+  cancel.start(0);
+  Find<QAction>("actReportExport")->trigger();
+  Settle();
+  cancel.stop();
+  EXPECT_EQ(Find<QLabel>("lblNotice")->text(), "Export cancelled");
+  EXPECT_EQ(BytesOfFile(file), TBytes({'o', 'l', 'd'}));
+  for (const auto& entry : std::filesystem::directory_iterator(FFolder.Path())) {
+    EXPECT_NE(entry.path().extension(), ".part");
+  }
+  std::filesystem::remove(file);
+  Find<QAction>("actReportExport")->trigger();
+  Settle();
+  EXPECT_GT(std::filesystem::file_size(file), 1000U);
+  EXPECT_TRUE(Pages().isVisible());
+}
+
 TEST_F(ReportView, AConfigurationIsSavedAndLoadedAndABadFileIsRefusedInTheDialog) {
   const auto click = [](QDialog& dialog, const char* button) { dialog.findChild<QPushButton*>(button)->click(); };
   FTyped = QString::fromStdString((FFolder / "mine.ini").string());

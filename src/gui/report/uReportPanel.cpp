@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 #include <tuple>
 
+#include "analysis/uShockMetrics.h"
 #include "base/uText.h"
 #include "gui/common/uBackgroundTask.h"
 #include "gui/common/uIcons.h"
@@ -142,6 +143,7 @@ void TReportPanel::Clear() {
   FReadFile->Cancel();
   FReadingFile = false;
   FSha256.clear();
+  FVelocityChange.reset();
   for (TPageView* view : {FThumbnails, FView}) view->ShowPages(nullptr);
   FPages.reset();
   FCards->ShowCards(nullptr);
@@ -175,6 +177,10 @@ void TReportPanel::LayOut() {
   if (FMission == nullptr || !FSource || !std::exchange(FStale, false)) return;
   TReportContents contents = FSource(*FMission);
   contents.sha256 = FSha256;
+  if (!FVelocityChange && FConfig.Has(TReportSection::MissionDetails)) {
+    FVelocityChange = VelocityChangeFigure(FMission->Events, ThresholdsOf(FMission->Data).totOn);
+  }
+  contents.velocityChange = FVelocityChange;
   if (!std::exchange(FReadingFile, true)) FindChecksum(contents.file);
   auto pages = std::make_unique<TReportPages>(contents, FConfig);
   for (TPageView* view : {FView, FThumbnails}) view->ShowPages(pages.get());
