@@ -7,6 +7,7 @@
 #include <array>
 #include <cstddef>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -22,6 +23,7 @@ struct TSensorLook {
   QString unit;   // empty where it depends on what is connected
   QString scale;  // only series of one scale share an axis
   bool negative;  // readings can be below 0
+  std::optional<TQuantity> quantity = {};  // whose decimal format its readings have
 
   // A reading can be beyond the limit on both of its sides.
   [[nodiscard]] bool CanCross(double limit) const { return negative || limit > 0; }
