@@ -68,8 +68,9 @@ std::vector<TFigure> EventFigures(const TMissionSummary& summary, const TEventLi
                                    when(*summary.peakEvent))));
   }
   if (summary.mostIntense) {
-    figures.push_back(Figure("Most intense", fmt::format("{} g·ms {}", MaskFloat(formats(TQuantity::IoT), summary.maxIot),
-                                                         when(*summary.mostIntense))));
+    figures.push_back(Figure(
+        "Most intense",
+        fmt::format("{} g·ms {}", MaskFloat(formats(TQuantity::IoT), summary.maxIot), when(*summary.mostIntense))));
   }
   figures.push_back(Figure("ToT total", MaskFloat(formats(TQuantity::ToT), summary.totTotal) + " ms"));
   figures.push_back(Figure("IoT total", MaskFloat(formats(TQuantity::IoT), summary.iotTotal) + " g·ms"));

@@ -258,9 +258,8 @@ std::string VerdictSentence(const TVerdict& verdict, const TDisplaySettings& set
   const bool peakLeads = verdict.peak && byDefault;
   if (!peakLeads) sentence = events;
   if (verdict.peak) {
-    AppendClause(sentence,
-                 fmt::format("the highest peak, event {}, reached {} on {}", verdict.peak->event,
-                             PeakText(*verdict.peak, settings), Moment(verdict.peak->time, settings)));
+    AppendClause(sentence, fmt::format("the highest peak, event {}, reached {} on {}", verdict.peak->event,
+                                       PeakText(*verdict.peak, settings), Moment(verdict.peak->time, settings)));
   }
   if (peakLeads) AppendClause(sentence, events);
   const bool saidAll = verdict.clipped.size() == 1 && verdict.peak->clipped;

@@ -44,8 +44,7 @@ TEST(EventGroups, AreByAxisWhateverItsSignAndByDay) {
   EXPECT_EQ(told(groups.byDay[0]), std::tuple("2025-12-09", 6U, 2U, 5U, 9.0));
   EXPECT_EQ(told(groups.byDay[1]), std::tuple("2025-12-10", 1U, 1U, 6U, 5.0)) << "begins at midnight";
   const auto formats = [](TQuantity) { return "0.##"; };
-  EXPECT_EQ(GroupFigures(groups, events, formats).back().text,
-            "1 event, peak up to 9 g in event 6, IoT up to 5 g·ms");
+  EXPECT_EQ(GroupFigures(groups, events, formats).back().text, "1 event, peak up to 9 g in event 6, IoT up to 5 g·ms");
 }
 
 TEST(EventGroups, OnlyMarkedEventsCountAndAStartWithoutADateIsAGroup) {

@@ -26,7 +26,7 @@ TSensorLook LookOf(std::string_view sensorName) {
   // Light, humidity and pressure are never negative.
   constexpr std::string_view kNeverNegative[] = {"lux", "%RH", "mbar"};
   const bool negative = std::ranges::find(kNeverNegative, row->unit) == std::end(kNeverNegative);
-  return {colour,  row->axis, row->axisRank, QtText(row->unit), QtText(row->scale.empty() ? row->unit : row->scale),
+  return {colour,   row->axis,    row->axisRank, QtText(row->unit), QtText(row->scale.empty() ? row->unit : row->scale),
           negative, row->quantity};
 }
 

@@ -171,8 +171,9 @@ void TEventCardList::paintEvent(QPaintEvent* /*event*/) {
   if (FEvents.empty()) {
     painter.setPen(QColor(tokens.secondaryInk));
     const bool hidden = FMission != nullptr && FMission->Events.Count() > 0;
-    painter.drawText(viewport()->rect(), Qt::AlignCenter,
-                     hidden ? tr("No event passes the filter and the time of the report.") : tr("There are no events."));
+    painter.drawText(
+        viewport()->rect(), Qt::AlignCenter,
+        hidden ? tr("No event passes the filter and the time of the report.") : tr("There are no events."));
   }
   const int step = CardSize().height() + kGap;
   const int above = std::max(0, (verticalScrollBar()->value() - kGap) / step);

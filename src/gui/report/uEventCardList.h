@@ -1,5 +1,5 @@
-// The cards of the visible events in the report's time, in the order of the grids. Only cards in sight are made and painted; the pictures of
-// their charts are kept in the "Chart" column of the cards table. Main thread only.
+// The cards of the visible events in the report's time, in the order of the grids. Only cards in sight are made and
+// painted; the pictures of their charts are kept in the "Chart" column of the cards table. Main thread only.
 #pragma once
 
 #include <QAbstractScrollArea>

@@ -39,8 +39,8 @@ struct TPart {
 
 double WidthOf(const TPaperColumn& column, std::size_t rows) {
   const double head = TextWidth(TTextStyle::Strong, column.title);
-  double width = std::max(column.isNumber ? std::min(head, kMaxHead) : head,
-                          TextWidth(TTextStyle::Caption, column.unit));
+  double width =
+      std::max(column.isNumber ? std::min(head, kMaxHead) : head, TextWidth(TTextStyle::Caption, column.unit));
   if (!column.widest.isEmpty()) {
     width = std::max(width, TextWidth(TTextStyle::Body, column.widest));
   } else {

@@ -98,8 +98,8 @@ void TKeyTips::ShowTabs() {
   for (int i = 0; i < FTabBar.count(); ++i) {
     const QRect tab = FTabBar.tabRect(i);
     if (FTabBar.isTabVisible(i)) {
-      Add(FTabBar.accessibleTabName(i), FTabBar.mapTo(FRibbon.window(), QPoint(tab.center().x(), tab.bottom() + kBelowWords)), i,
-          nullptr);
+      Add(FTabBar.accessibleTabName(i),
+          FTabBar.mapTo(FRibbon.window(), QPoint(tab.center().x(), tab.bottom() + kBelowWords)), i, nullptr);
     }
   }
 }
