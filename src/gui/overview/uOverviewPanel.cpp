@@ -26,9 +26,10 @@ namespace {
 
 constexpr int kWantedRows = 5;
 constexpr int kMaxRows = 10;
-constexpr int kChartHeight = 150;    // px that a chart keeps before more than the wanted rows are shown
-constexpr int kMinChartHeight = 85;  // and before any row is shown
-constexpr int kAroundDates = 6;      // px, below the lower chart
+constexpr int kChartHeight = 150;     // px that a chart keeps before more than the wanted rows are shown
+constexpr int kMinChartHeight = 60;   // and before any row is shown
+constexpr int kLowChartHeight = 107;  // the same in a low window: a plot of 90 px without legend
+constexpr int kAroundDates = 6;       // px, below the lower chart
 constexpr int kListSpacing = 4;
 
 // Says when its height changed and its parts were laid out.
@@ -139,9 +140,9 @@ void TMainOverviewPanel::ShareHeight() {
                      FMostImportant->horizontalScrollBar()->sizeHint().height() + 2 * FMostImportant->frameWidth();
   const int room = FSplitter->height() - 2 * FSplitter->handleWidth() - title;
   const int dates = fontMetrics().height() + kAroundDates;
+  const int minChart = window()->height() < kLowWindow ? kLowChartHeight : kMinChartHeight;
   const auto rowsBelow = [&](int chart) { return (room - 2 * chart - dates - around) / row; };
-  const int rows =
-      std::max(std::min(rowsBelow(kMinChartHeight), kWantedRows), std::min(rowsBelow(kChartHeight), kMaxRows));
+  const int rows = std::max(std::min(rowsBelow(minChart), kWantedRows), std::min(rowsBelow(kChartHeight), kMaxRows));
   if (FMostImportant->isHidden() == (rows > 0)) {
     FMostImportant->setVisible(rows > 0);
     FMostImportant->parentWidget()->layout()->activate();
