@@ -147,7 +147,7 @@ TEST_F(Overview, ChartsKeepTheirRoomInTheSmallestWindow) {
   EXPECT_EQ(Find("btnVerdictEvents")->y(), Find("btnVerdictRecorded")->y()) << "one row";
   for (const char* chart : {"Chart1", "ChartAllSensors"}) {
     Find<TTimeChart>(chart)->grab();
-    EXPECT_GE(RectOf(*Find<TTimeChart>(chart)).height(), 90) << chart;
+    EXPECT_GE(RectOf(*Find<TTimeChart>(chart)).height(), 70) << chart;
   }
   EXPECT_TRUE(Find("btnShowSelectedEvent")->isVisible()) << "the list is its title";
   FForm->resize(1280, 800);
