@@ -144,6 +144,10 @@ void TMainOverviewPanel::ShareHeight() {
   const auto rowsBelow = [&](int chart) { return (room - 2 * chart - dates - around) / row; };
   const int rows = std::max(std::min(rowsBelow(minChart), kWantedRows), std::min(rowsBelow(kChartHeight), kMaxRows));
   if (FMostImportant->isHidden() == (rows > 0)) {
+    // It keeps its room only while an export hides it.
+    QSizePolicy policy = FMostImportant->sizePolicy();
+    policy.setRetainSizeWhenHidden(rows > 0);
+    FMostImportant->setSizePolicy(policy);
     FMostImportant->setVisible(rows > 0);
     FMostImportant->parentWidget()->layout()->activate();
     FSplitter->refresh();  // it keeps the least heights of its parts
