@@ -28,6 +28,7 @@ constexpr double kHeadingSizes[] = {22, 14, 11, 10};
 constexpr int kResolution = 1200;              // dots an inch
 constexpr QMarginsF kMargins(20, 22, 20, 20);  // mm
 constexpr double kWholeWidth = 1700;           // px of a picture as wide as the text
+constexpr double kMaxPictureHeight = 0.45;     // of a page
 constexpr double kNoLigatures = 0.05;          // any spacing keeps "fi" two letters, which a search finds
 constexpr double kCellPadding = 2.5;           // pt
 constexpr int kDrawingScale = 5;               // of an SVG, to be sharp on paper
@@ -179,7 +180,7 @@ class TManual {
       if (image.isNull()) throw std::runtime_error("there is no picture " + picture.name().toStdString());
       FDocument.addResource(QTextDocument::ImageResource, QUrl(picture.name()), QPixmap::fromImage(image));
       const double share = std::min(1.0, image.width() / kWholeWidth);
-      const QSizeF room(FDocument.pageSize().width() * share, FDocument.pageSize().height());
+      const QSizeF room(FDocument.pageSize().width() * share, FDocument.pageSize().height() * kMaxPictureHeight);
       const QSizeF fitted = QSizeF(image.size()).scaled(room, Qt::KeepAspectRatio) * 96 / kResolution;
       picture.setWidth(fitted.width());
       picture.setHeight(fitted.height());

@@ -15,11 +15,12 @@ TFigure Figure(std::string label, std::string text) {
   return {std::move(label), isBlank ? "-" : std::move(text)};
 }
 
-std::string SensorText(const TSensorSummary& sensor) {
+std::string SensorText(const TSensorSummary& sensor, const TQuantityRow* known, const TFormats& formats) {
   if (sensor.count == 0) return "no readings";
   if (!sensor.minimum) return fmt::format("{} readings, none a number", sensor.count);
-  return fmt::format("{} readings, {} to {}{}{}", sensor.count, MaskFloat("0.###", *sensor.minimum),
-                     MaskFloat("0.###", *sensor.maximum), sensor.unit.empty() ? "" : " ", sensor.unit);
+  const std::string_view mask = known != nullptr && known->quantity ? formats(*known->quantity) : "0.###";
+  return fmt::format("{} readings, {} to {}{}{}", sensor.count, MaskFloat(mask, *sensor.minimum),
+                     MaskFloat(mask, *sensor.maximum), sensor.unit.empty() ? "" : " ", sensor.unit);
 }
 
 std::string Counted(std::size_t count, std::string_view what) {
@@ -50,7 +51,8 @@ std::vector<TFigure> HeaderFigures(const TMissionData& mission) {
           Figure("Options", OptionsText(mission))};
 }
 
-std::vector<TFigure> EventFigures(const TMissionSummary& summary, const TEventList& events, const TAxesPresent& axes) {
+std::vector<TFigure> EventFigures(const TMissionSummary& summary, const TEventList& events, const TAxesPresent& axes,
+                                  const TFormats& formats) {
   std::vector<TFigure> figures;
   figures.push_back(Figure("Events", fmt::format("{} with {}", summary.events, Counted(summary.samples, "sample"))));
   if (const std::string why = WhyNoEvents(axes); !why.empty()) figures.push_back(Figure("Note", why));
@@ -61,20 +63,22 @@ std::vector<TFigure> EventFigures(const TMissionSummary& summary, const TEventLi
   if (summary.peakEvent) {
     const TEvent& event = events.GetItem(*summary.peakEvent);
     figures.push_back(
-        Figure("Peak", fmt::format("{} g ({} g on {}) {}", MaskFloat("0.###", event.Max),
-                                   MaskFloat("0.###", event.MaxSingle), event.MaxAxis, when(*summary.peakEvent))));
+        Figure("Peak", fmt::format("{} g ({} g on {}) {}", MaskFloat(formats(TQuantity::Acceleration), event.Max),
+                                   MaskFloat(formats(TQuantity::Acceleration), event.MaxSingle), event.MaxAxis,
+                                   when(*summary.peakEvent))));
   }
   if (summary.mostIntense) {
-    figures.push_back(Figure("Most intense",
-                             fmt::format("{} g·ms {}", MaskFloat("0.##", summary.maxIot), when(*summary.mostIntense))));
+    figures.push_back(Figure(
+        "Most intense",
+        fmt::format("{} g·ms {}", MaskFloat(formats(TQuantity::IoT), summary.maxIot), when(*summary.mostIntense))));
   }
-  figures.push_back(Figure("ToT total", MaskFloat("0.#", summary.totTotal) + " ms"));
-  figures.push_back(Figure("IoT total", MaskFloat("0.##", summary.iotTotal) + " g·ms"));
+  figures.push_back(Figure("ToT total", MaskFloat(formats(TQuantity::ToT), summary.totTotal) + " ms"));
+  figures.push_back(Figure("IoT total", MaskFloat(formats(TQuantity::IoT), summary.iotTotal) + " g·ms"));
   if (summary.firstTime) {
     figures.push_back(
         Figure("Time span", fmt::format("{} to {} ({})", FormatDateTime(DateTimeMask(), *summary.firstTime),
                                         FormatDateTime(DateTimeMask(), *summary.lastTime),
-                                        FormatDuration(*summary.lastTime - *summary.firstTime))));
+                                        DurationInWords(*summary.lastTime - *summary.firstTime))));
   }
   return figures;
 }
@@ -86,22 +90,26 @@ std::optional<TFigure> VelocityChangeFigure(const TEventList& events, double lev
                 fmt::format("{} m/s in event {}", MaskFloat("0.###", largest->velocityChange), largest->event));
 }
 
-std::vector<TFigure> GroupFigures(const TEventGroups& groups, const TEventList& events) {
+std::vector<TFigure> GroupFigures(const TEventGroups& groups, const TEventList& events, const TFormats& formats) {
   std::vector<TFigure> figures;
   const auto add = [&](std::string label, const TEventGroup& group) {
     if (!group.peakEvent) return;
     figures.push_back({std::move(label),
-                       fmt::format("{}, peak up to {} g in event {}, IoT up to {} g ms", Counted(group.events, "event"),
-                                   MaskFloat("0.###", events.GetItem(*group.peakEvent).Max), *group.peakEvent,
-                                   MaskFloat("0.##", group.maxIot))});
+                       fmt::format("{}, peak up to {} g in event {}, IoT up to {} g·ms", Counted(group.events, "event"),
+                                   MaskFloat(formats(TQuantity::Acceleration), events.GetItem(*group.peakEvent).Max),
+                                   *group.peakEvent, MaskFloat(formats(TQuantity::IoT), group.maxIot))});
   };
   for (const TEventGroup& group : groups.byAxis) add("Peak axis " + group.name, group);
   for (const TEventGroup& group : groups.byDay) add(group.name, group);
   return figures;
 }
 
-std::vector<TFigure> SensorFigures(const TMissionSummary& summary) {
+std::vector<TFigure> SensorFigures(const TMissionSummary& summary, const TFormats& formats) {
   std::vector<TFigure> figures;
-  for (const TSensorSummary& sensor : summary.sensors) figures.push_back({sensor.name, SensorText(sensor)});
+  for (const TSensorSummary& sensor : summary.sensors) {
+    const TQuantityRow* known = FindQuantity(&TQuantityRow::sensorName, sensor.name);
+    const bool isNamed = known != nullptr && !known->cardField.empty();
+    figures.push_back({isNamed ? std::string(known->cardField) : sensor.name, SensorText(sensor, known, formats)});
+  }
   return figures;
 }

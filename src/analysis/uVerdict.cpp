@@ -165,8 +165,11 @@ std::vector<bool> EventsIn(const TVerdictPart& part, const TMissionDatasets& tab
   return counts;
 }
 
-std::size_t TVerdict::SensorsOut() const {
-  return static_cast<std::size_t>(std::ranges::count_if(sensors, &TSensorVerdict::IsOut));
+std::size_t TVerdict::SensorsOut(bool byDefaultLimits) const {
+  return static_cast<std::size_t>(std::ranges::count_if(sensors, [byDefaultLimits](const TSensorVerdict& sensor) {
+    const bool chosen = sensor.below.IsOutOfChosen() || sensor.above.IsOutOfChosen();
+    return sensor.IsOut() && chosen != byDefaultLimits;
+  }));
 }
 
 TVerdict JudgeMission(const TEventList& events, const TSensorList& sensors, const TMissionDatasets& tables,

@@ -108,7 +108,8 @@ struct TVerdict {
   std::optional<double> firstTime, lastTime;
   bool damaged = false;  // for the caller to say; the model does not know
 
-  [[nodiscard]] std::size_t SensorsOut() const;
+  // Sensors that are beyond default limits only, or those beyond a limit that somebody chose.
+  [[nodiscard]] std::size_t SensorsOut(bool byDefaultLimits) const;
 };
 
 // The events of a part, by row; empty: all.

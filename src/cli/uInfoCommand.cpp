@@ -14,13 +14,14 @@
 #include "platform/uUserFolders.h"
 #include "shell/uLimitProfileFile.h"
 #include "shell/uNotes.h"
+#include "shell/uSettingsCommands.h"
 #include "shell/uShownVerdict.h"
 
 namespace {
 
 void Print(const std::vector<TFigure>& figures, const TConsole& console) {
   for (const TFigure& figure : figures) {
-    console.out(fmt::format("  {:<18}{}\n", Printable(figure.label), Printable(figure.text)));
+    console.out(fmt::format("  {:<17} {}\n", Printable(figure.label), Printable(figure.text)));
   }
 }
 
@@ -58,10 +59,11 @@ TStatus Show(const std::string& file, const std::optional<TLimitProfile>& profil
   const TMissionSummary summary = SummarizeMission(recording.events, tables.Metrics, recording.sensors);
   console.out(Printable(file) + "\n");
   if (recording.mission.bValid) Print(HeaderFigures(recording.mission), console);
-  Print(EventFigures(summary, recording.events, recording.axes), console);
+  const TFormats formats = FormatsOf(DefaultSettings().display);
+  Print(EventFigures(summary, recording.events, recording.axes, formats), console);
   if (const auto figure = VelocityChangeFigure(recording.events, levels.totOn)) Print({*figure}, console);
-  Print(GroupFigures(GroupEvents(recording.events, tables.Metrics), recording.events), console);
-  Print(SensorFigures(summary), console);
+  Print(GroupFigures(GroupEvents(recording.events, tables.Metrics), recording.events, formats), console);
+  Print(SensorFigures(summary, formats), console);
   PrintNotes(file, recording, console);
   if (!profile) return recording.status;
   for (const TSensor& sensor : recording.sensors.Sensors()) tables.SensorMetrics.push_back(CalcSensorMetrics(sensor));

@@ -66,7 +66,7 @@ struct TQuantityRow {
   bool dropsEveryNaN = false;                 // else only the two marks are dropped
   std::string_view field = {};                // the key of its column in the tables
   std::string_view indexKey = {};             // of its pair of indexes
-  std::string_view cardField = {};            // its column of the shock cards
+  std::string_view cardField = {};            // its column of the shock cards, and what people call it
   std::uint8_t eventsPlace = 0;               // among the sensor columns of shock events and cards
   std::uint8_t sensorsPlace = 0;              // among the columns of the sensors table
   std::optional<TQuantity> quantity = {};     // whose format and limits count; nothing: shown as the table has it
@@ -94,11 +94,11 @@ inline constexpr TQuantityRow kQuantities[] = {
      .axis = TSensorAxis::LeftOuter},
     {.nameInFile = "T(RH)", .sensorName = "Temperature RH", .unit = "°C", .field = "Temp. RH", .indexKey = "Temp. RH",
      .cardField = "Temperature (Humidity)", .eventsPlace = 3, .sensorsPlace = 3, .quantity = TQuantity::Temperature,
-     .colourPlace = 3, .colourControl = "ccmbSensorsTempRH", .colourCaption = "Temperature, humidity &sensor",
+     .colourPlace = 3, .colourControl = "ccmbSensorsTempRH", .colourCaption = "Temperature (Humidit&y)",
      .axis = TSensorAxis::LeftOuter},
     {.nameInFile = "T(p)", .sensorName = "Temperature p", .unit = "°C", .field = "Temp. P", .indexKey = "Temp. P",
      .cardField = "Temperature (Pressure)", .eventsPlace = 2, .sensorsPlace = 2, .quantity = TQuantity::Temperature,
-     .colourPlace = 2, .colourControl = "ccmbSensorsTempP", .colourCaption = "Temperature, &pressure sensor",
+     .colourPlace = 2, .colourControl = "ccmbSensorsTempP", .colourCaption = "Temperature (&Pressure)",
      .axis = TSensorAxis::LeftOuter},
     {.nameInFile = "RH", .sensorName = "RH", .unit = "%RH", .field = "Humidity", .indexKey = "Humidity",
      .cardField = "Humidity", .eventsPlace = 4, .sensorsPlace = 4, .quantity = TQuantity::Humidity, .showsUnit = true,

@@ -21,7 +21,7 @@ struct TReportFacts {
   TVerdict verdict;
   std::optional<TJudgement> judgement;  // nothing without a profile
   TEventGroups groups;
-  // Rows of the event table, by time; the most important and the worst by "Order By".
+  // Rows of the event table, by time; the most important by "Order By".
   std::vector<std::uint32_t> events;
   std::vector<std::uint32_t> important;  // at most kMostImportantCount
   std::vector<std::uint32_t> cards;

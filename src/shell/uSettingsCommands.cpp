@@ -6,8 +6,12 @@
 #include "base/uText.h"
 #include "shell/uOrderingCommands.h"
 
+TFormats FormatsOf(const TDisplaySettings& settings) {
+  return [&settings](TQuantity quantity) { return settings.FormatOf(quantity); };
+}
+
 std::vector<TFigure> NamedSensorFigures(const TShownMission& mission) {
-  std::vector<TFigure> figures = SensorFigures(mission.Summary);
+  std::vector<TFigure> figures = SensorFigures(mission.Summary, FormatsOf(mission.Display));
   for (TFigure& figure : figures) {
     for (std::size_t i = 0; i < kAnalogInputs.size(); ++i) {
       const std::string& name = mission.Display.analogNames[i];

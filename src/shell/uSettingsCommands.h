@@ -7,6 +7,9 @@
 #include "shell/uIControls.h"
 #include "shell/uIMissionViews.h"
 
+// The decimal masks of the settings, which are borrowed.
+TFormats FormatsOf(const TDisplaySettings& settings);
+
 // The figures of the sensors. An analog input has the name that the user gave it.
 std::vector<TFigure> NamedSensorFigures(const TShownMission& mission);
 

@@ -40,10 +40,7 @@ std::optional<std::string> OwnName(const TQuantityRow& quantity, const TDisplayS
 
 // A name as it stands inside a sentence; one that the user gave stays as it is.
 std::string NameOf(const TQuantityRow& quantity, std::string_view label, const TDisplaySettings& settings) {
-  if (auto own = OwnName(quantity, settings)) return *std::move(own);
-  std::string name(label);
-  if (!name.empty()) name[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(name[0])));
-  return name;
+  return OwnName(quantity, settings).value_or(AsciiLower(label));
 }
 
 std::string SensorName(const TQuantityRow& quantity, const TDisplaySettings& settings) {
@@ -86,10 +83,8 @@ std::string SensorsClause(const TVerdict& verdict, const TDisplaySettings& setti
   }
   const TWorstSensor& worst = *verdict.worstSensor;
   std::string clause = OutOfLimitsText(verdict.sensors[worst.index], worst.byDefaultLimits, settings);
-  const auto chosen = static_cast<std::size_t>(std::ranges::count_if(verdict.sensors, [](const TSensorVerdict& sensor) {
-    return sensor.below.IsOutOfChosen() || sensor.above.IsOutOfChosen();
-  }));
-  const std::size_t byDefault = settings.profile ? 0 : verdict.SensorsOut() - chosen;
+  const std::size_t chosen = verdict.SensorsOut(false);
+  const std::size_t byDefault = settings.profile ? 0 : verdict.SensorsOut(true);
   const auto add = [&clause](std::size_t out, bool isNamed, std::string_view limits) {
     const std::size_t more = out > 0 && isNamed ? out - 1 : out;
     if (more > 0) clause += fmt::format(", {} out of {}", Counted(more, "more sensor"), limits);
@@ -263,9 +258,8 @@ std::string VerdictSentence(const TVerdict& verdict, const TDisplaySettings& set
   const bool peakLeads = verdict.peak && byDefault;
   if (!peakLeads) sentence = events;
   if (verdict.peak) {
-    AppendClause(sentence, fmt::format("{} {}, reached {} on {}", peakLeads ? "the worst event," : "the worst, event",
-                                       verdict.peak->event, PeakText(*verdict.peak, settings),
-                                       Moment(verdict.peak->time, settings)));
+    AppendClause(sentence, fmt::format("the highest peak, event {}, reached {} on {}", verdict.peak->event,
+                                       PeakText(*verdict.peak, settings), Moment(verdict.peak->time, settings)));
   }
   if (peakLeads) AppendClause(sentence, events);
   const bool saidAll = verdict.clipped.size() == 1 && verdict.peak->clipped;

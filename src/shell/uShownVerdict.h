@@ -47,9 +47,10 @@ std::string SensorLabel(const TQuantityRow& quantity, const TDisplaySettings& se
 // "humidity 40.2 … 72.9 %RH"; empty without a reading.
 std::string ExtremesText(const TSensorVerdict& sensor, const TDisplaySettings& settings);
 
-// All of it in one sentence, without its period: "12 of 300 events above 6 g; the worst, event 171, reached 19.76 g (16
-// g on Y-pos, clipped: the true peak is higher) on 2026-03-04 13:26; humidity above 60 %RH for 3 d 4 h". The peak comes
-// first where nobody chose limits for events. Without limits it says so and gives the extremes of the sensors.
+// All of it in one sentence, without its period: "12 of 300 events above 6 g; the highest peak, event 171,
+// reached 19.76 g (16 g on Y-pos, clipped: the true peak is higher) on 2026-03-04 13:26; humidity above 60 %RH for 3 d
+// 4 h". The peak comes first where nobody chose limits for events. Without limits it says so and gives the extremes of
+// the sensors.
 std::string VerdictSentence(const TVerdict& verdict, const TDisplaySettings& settings);
 
 // "4 of 300 events above 10 g (at most 3 allowed)"; "humidity above 60 %RH for 3 d 4 h (none allowed)".

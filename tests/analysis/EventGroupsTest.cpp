@@ -43,7 +43,8 @@ TEST(EventGroups, AreByAxisWhateverItsSignAndByDay) {
   ASSERT_EQ(groups.byDay.size(), 2U);
   EXPECT_EQ(told(groups.byDay[0]), std::tuple("2025-12-09", 6U, 2U, 5U, 9.0));
   EXPECT_EQ(told(groups.byDay[1]), std::tuple("2025-12-10", 1U, 1U, 6U, 5.0)) << "begins at midnight";
-  EXPECT_EQ(GroupFigures(groups, events).back().text, "1 event, peak up to 9 g in event 6, IoT up to 5 g ms");
+  const auto formats = [](TQuantity) { return "0.##"; };
+  EXPECT_EQ(GroupFigures(groups, events, formats).back().text, "1 event, peak up to 9 g in event 6, IoT up to 5 g·ms");
 }
 
 TEST(EventGroups, OnlyMarkedEventsCountAndAStartWithoutADateIsAGroup) {
@@ -55,7 +56,7 @@ TEST(EventGroups, OnlyMarkedEventsCountAndAStartWithoutADateIsAGroup) {
   EXPECT_EQ(groups.byAxis[0].peakEvent, 0U);
   EXPECT_EQ(groups.byAxis[1].peakEvent, std::nullopt);
   EXPECT_EQ(groups.byDay.size(), 1U);
-  EXPECT_EQ(GroupFigures(GroupEvents({}, {}), {}).size(), 0U);
+  EXPECT_EQ(GroupFigures(GroupEvents({}, {}), {}, {}).size(), 0U);
 }
 
 }  // namespace

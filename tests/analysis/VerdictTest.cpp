@@ -247,17 +247,18 @@ TEST(VerdictOfSensors, TheLongestOutLeadsAndDefaultLimitsNeverDo) {
   TVerdictLimits limits = UserLimits();
   const auto worst = [&] {
     const TVerdict verdict = mission.Judge(limits);
-    EXPECT_EQ(verdict.SensorsOut(), 3U);
+    EXPECT_EQ(verdict.SensorsOut(true) + verdict.SensorsOut(false), 3U);
     const TWorstSensor& w = verdict.worstSensor.value();
-    return std::tuple(verdict.sensors[w.index].quantity->sensorName, w.byDefaultLimits, w.timeOut);
+    return std::tuple(verdict.sensors[w.index].quantity->sensorName, verdict.SensorsOut(w.byDefaultLimits),
+                      w.byDefaultLimits, w.timeOut);
   };
-  EXPECT_EQ(worst(), std::tuple("Temperature p", false, 30));
+  EXPECT_EQ(worst(), std::tuple("Temperature p", 3U, false, 30));
   Of(TQuantity::Temperature, limits).maxSource = TLimitSource::Default;
-  EXPECT_EQ(worst(), std::tuple("RH", false, 20)) << "of equally long ones the first of the list";
+  EXPECT_EQ(worst(), std::tuple("RH", 1U, false, 20)) << "of equally long ones the first of the list";
   Of(TQuantity::Humidity, limits).minSource = TLimitSource::Default;
-  EXPECT_EQ(worst(), std::tuple("RH", false, 10));
+  EXPECT_EQ(worst(), std::tuple("RH", 1U, false, 10));
   Of(TQuantity::Humidity, limits).maxSource = TLimitSource::Default;
-  EXPECT_EQ(worst(), std::tuple("Temperature p", true, 30));
+  EXPECT_EQ(worst(), std::tuple("Temperature p", 3U, true, 30));
 }
 
 TEST(Verdict, WithoutLimitsItGivesExtremesOnly) {
@@ -266,7 +267,6 @@ TEST(Verdict, WithoutLimitsItGivesExtremesOnly) {
   mission.AddSensor("RH", {{0, 50}, {10, 99}, {20, 1}, {30, kNaN}, {40, 99}, {50, 1}});
   const TVerdict verdict = mission.Judge(std::nullopt);
   EXPECT_FALSE(verdict.above || verdict.worstSensor);
-  EXPECT_EQ(verdict.SensorsOut(), 0U);
   EXPECT_EQ(verdict.peak->value, 20);
   EXPECT_EQ(verdict.sensors[0].min->value, 1);
   EXPECT_EQ(verdict.sensors[0].min->time, At(20));

@@ -146,8 +146,8 @@ TEST_F(KshockCommands, EverySampleIsWalkedOnce) {
 TEST_F(KshockCommands, InfoPrintsMissionAndSummary) {
   const std::string text = Kshock({"info", kStairs}).out;
   for (const char* part : {"165-00233", "Limit= 2.5 g, Measurement rate= ~128 Hz", "215 with 43266 samples",
-                           "8.267 g (7.812 g on X-neg) in event 211", "2023-02-01 08:00:04 to 2023-02-01 19:59:54",
-                           "4320 readings, 22.88 to 28.56 °C"}) {
+                           "8.2669 g (7.812 g on X-neg) in event 211",
+                           "2023-02-01 08:00:04 to 2023-02-01 19:59:54 (12 h)", "4320 readings, 22.88 to 28.56 °C"}) {
     EXPECT_THAT(text, HasSubstr(part));
   }
   EXPECT_THAT(text, testing::Not(HasSubstr("lacks")));
@@ -168,7 +168,8 @@ TEST_F(KshockCommands, InfoJudgesByAProfileWithoutAnotherStatus) {
   };
   const TRun passed = Kshock({"info", file, "--limits", profile("2 events", "1 min")});
   EXPECT_EQ(passed.status, 0);
-  EXPECT_THAT(passed.out, HasSubstr("  Verdict           2 of 3 events above 8 g; the worst, event 0, reached 20 g"));
+  EXPECT_THAT(passed.out,
+              HasSubstr("  Verdict           2 of 3 events above 8 g; the highest peak, event 0, reached 20 g"));
   EXPECT_THAT(passed.out,
               HasSubstr("  Judgement         passed the limits \"Glass\": 2 of 3 events above 8 g (at most 2 allowed); "
                         "temperature above 21.5 °C for 1 min (at most 1 min allowed)\n"));

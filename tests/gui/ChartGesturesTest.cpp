@@ -108,7 +108,7 @@ TEST_F(Measuring, StatisticsCoverTheSamplesInSight) {
   TRangeTable table = FChart.VisibleStatistics();
   ASSERT_EQ(table.rows.size(), 1U) << "hidden series are left out";
   // 2, 3, 4 g: the mean of the squares is 29/3.
-  EXPECT_THAT(Cells(table.rows[0]), ElementsAre("X", "g", "3", "2", "4", "2", "3", "3.10913"));
+  EXPECT_THAT(Cells(table.rows[0]), ElementsAre("X", "g", "3", "2", "4", "2", "3", "3.1091"));
   EXPECT_EQ(table.span.toStdString(), "15 … 40 ms");
   FChart.Range().SetTimes({41, 49});
   EXPECT_THAT(Cells(FChart.VisibleStatistics().rows[0]), ElementsAre("X", "g", "0", "–", "–", "–", "–", "–"));
@@ -216,10 +216,10 @@ TEST_F(MovedSensors, HideThoseOfAnotherUnitOnTheirNewAxis) {
   const auto& humidity = dynamic_cast<const TTitledAxis&>(*RectOf(FChart).axis(QCPAxis::atRight, 0));
   QSignalSpy texts(&FChart, &TTimeChart::CursorValueChanged);
   FChart.MoveSensor(1, TSensorAxis::RightInner);
-  EXPECT_THAT(texts.back()[0].toString().toStdString(), HasSubstr("hidden: the axis shows Temperature p"));
+  EXPECT_THAT(texts.back()[0].toString().toStdString(), HasSubstr("hidden: the axis shows Temperature (Pressure)"));
   EXPECT_THAT(Visible(), ElementsAre(true, true, false, true)) << "degrees and percent share no axis";
   FChart.grab();
-  EXPECT_EQ(humidity.TitleText(), "Temperature p (°C)");
+  EXPECT_EQ(humidity.TitleText(), "Temperature (Pressure) (°C)");
   EXPECT_EQ(humidity.labelColor(), Qt::darkRed) << "the axis is the moved sensor's own";
   EXPECT_NEAR(humidity.range().upper, 21.5, 0.6);
   FChart.MoveSensor(0, TSensorAxis::RightInner);
@@ -304,7 +304,7 @@ TEST_F(Window, StatisticsAreShownAndCopied) {
   EXPECT_EQ(title, "dlgStatistics");
   EXPECT_THAT(QApplication::clipboard()->text().toStdString(),
               HasSubstr("Series\tUnit\tSamples\tMinimum\tMaximum\tPeak to peak\tMean\tRMS\n"
-                        "Temperature\t°C\t3\t20\t22\t2\t21\t21.0159\n"));
+                        "Temperature\t°C\t3\t20\t22\t2\t21\t21.016\n"));
 }
 
 TEST_F(Window, NAndPStepInTheOrderOfTheViewThatIsShown) {

@@ -4,6 +4,7 @@
 #include <QHelpEvent>
 #include <QScreen>
 #include <QSplitter>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTableView>
 #include <QTextEdit>
@@ -100,12 +101,54 @@ TEST_F(Frame, InANarrowWindowThePanelsBesideTheViewsAreTitlesThatOpenByClickAndK
   EXPECT_EQ(details->Fold(), TFold::Open);
 }
 
-TEST_F(Frame, ALowWindowFoldsTheNavigatorForTheRowsOfTheList) {
-  OpenAt({900, 600});
-  EXPECT_EQ(Find<TFoldingPanel>("dxDockPanelNavigator")->Fold(), TFold::Flat);
-  EXPECT_GE(Find<TFoldingPanel>("dxDockPanelNavigator")->width(), 800);
-  const auto* list = Find<QTableView>("dbgMostImportant");
-  EXPECT_GE(list->viewport()->height() / list->rowHeight(0), 2);
+TEST_F(Frame, ALowWindowFoldsTheNavigatorAndTheNextLargeOneHasItAsHighAsBefore) {
+  OpenAt({1280, 800});
+  const auto* navigator = Find<TFoldingPanel>("dxDockPanelNavigator");
+  const int height = navigator->height();
+  FForm->resize(900, 600);
+  Settle();
+  EXPECT_EQ(navigator->Fold(), TFold::Flat);
+  EXPECT_GE(navigator->width(), 800);
+  FForm->resize(1280, 800);
+  Settle();
+  EXPECT_EQ(navigator->height(), height);
+}
+
+TEST_F(Frame, KeysReachTheViewFromTheFirstSecondAndAfterWhatHadThemIsGone) {
+  const auto focused = [] {
+    const QWidget* widget = QApplication::focusWidget();
+    return widget == nullptr ? "" : widget->objectName().toStdString();
+  };
+  Start();
+  EXPECT_EQ(focused(), "btnWellcomeOpen");
+  FForm->Flow().Open(Save("three.kshock", ThreeEvents()).toStdString());
+  Settle();
+  EXPECT_EQ(focused(), "Chart1");
+  for (const auto& [view, widget] : {std::pair("Ctrl+2", "Chart2"), {"Ctrl+3", "scrlReport"}, {"Ctrl+1", "Chart1"}}) {
+    Press(view);
+    EXPECT_EQ(focused(), widget) << view;
+  }
+  Find("DBGrid2")->setFocus();
+  Press("Ctrl+Shift+S");
+  EXPECT_EQ(focused(), "Chart1") << "the panel is closed";
+  Find<QLineEdit>("edtFilterAccelerationMaxFrom")->setText("6");
+  Find<QToolButton>("btnFilterOff")->setFocus();
+  QTest::keyClick(Find("btnFilterOff"), Qt::Key_Space);
+  Settle();
+  EXPECT_EQ(focused(), "Chart1") << "the button went with the filter";
+  Press("F5");
+  EXPECT_EQ(focused(), "Chart1");
+
+  auto* tabs = Find<QTabBar>("tabsRibbon");
+  Find("dxBarOverview")->setFocus();
+  QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(2).center());
+  EXPECT_EQ(focused(), "tabsRibbon") << "and no button of the page";
+  FForm->resize(1280, 800);
+  Settle();
+  for (int step = 0; step < 80; ++step) {
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    EXPECT_FALSE(QApplication::focusWidget()->visibleRegion().isEmpty()) << step << focused();
+  }
 }
 
 TEST_F(Frame, TheSchemeFollowsTheDesktopWhileTheProgramRuns) {

@@ -134,6 +134,27 @@ TEST_F(Overview, BothChartsShowOnePointerTimeAndOneDateAxis) {
   EXPECT_FALSE(TimeOf(events).tickLabels());
 }
 
+TEST_F(Overview, ChartsKeepTheirRoomInTheSmallestWindow) {
+  StartWithThree();
+  FForm->resize(900, 600);
+  TLimitProfile profile;
+  profile.name = "Fragile";
+  FForm->Flow().Mission().Settings.display.profile = profile;
+  Find<QAction>("actAlarmSet")->trigger();
+  Find<QAction>("actFilterEdit")->trigger();
+  Settle();
+  EXPECT_TRUE(Find("btnJudgement")->isVisible());
+  EXPECT_EQ(Find("btnVerdictEvents")->y(), Find("btnVerdictRecorded")->y()) << "one row";
+  for (const char* chart : {"Chart1", "ChartAllSensors"}) {
+    Find<TTimeChart>(chart)->grab();
+    EXPECT_GE(RectOf(*Find<TTimeChart>(chart)).height(), 70) << chart;
+  }
+  EXPECT_TRUE(Find("btnShowSelectedEvent")->isVisible()) << "the list is its title";
+  FForm->resize(1280, 800);
+  Settle();
+  EXPECT_GE(RowsInSight("dbgMostImportant"), 5);
+}
+
 TEST_F(Overview, TheSelectedEventIsInSightOrNamedInALine) {
   Start(Save("rising.kshock", RisingEvents(15)));
   Find<QAction>("actSetViewOverview")->trigger();

@@ -147,6 +147,7 @@ TEST_F(ReportView, TheTimeFilterLimitsTheReportAndSaysSo) {
   });
   EXPECT_EQ(Shown(marks), marks);
   EXPECT_EQ(Find<TReportPanel>("ReportPanel")->Config().time.from, 45123.25 + 1.0 / 1440);
+  EXPECT_THAT(Find<QLabel>("lblEventCardsTotalIntensity")->text().toStdString(), testing::StartsWith("2 cards"));
   InDialog("actReportTimeFilter", [](QDialog& dialog) {
     dialog.findChild<QPushButton*>("btnReportTimeAll")->click();
     QTest::keyClick(&dialog, Qt::Key_Escape);
@@ -170,6 +171,31 @@ TEST_F(ReportView, ThePreviewOfAViewSavesItAsPdf) {
   });
   EXPECT_TRUE(std::filesystem::exists(FFolder / "view.pdf"));
   EXPECT_EQ(Find<QLabel>("lblNotice")->text().toStdString(), "Written: " + (FFolder / "view.pdf").string());
+}
+
+TEST_F(ReportView, ACancelledPdfLeavesTheOlderFileAndAUsableWindow) {
+  const auto file = FFolder / "report.pdf";
+  FTyped = QString::fromStdString(file.string());
+  QTimer cancel;
+  QObject::connect(&cancel, &QTimer::timeout, [&] {
+    if (FForm->Flow().State() != TFileFlow::TState::Exporting) return;
+    WriteFile(file, {'o', 'l', 'd'});  // behind the dialog, which would ask
+    QTest::keyClick(FForm->focusWidget(), Qt::Key_Escape);
+  });
+  cancel.start(0);
+  Find<QAction>("actReportExport")->trigger();
+  Settle();
+  cancel.stop();
+  EXPECT_EQ(Find<QLabel>("lblNotice")->text(), "Export cancelled");
+  EXPECT_EQ(BytesOfFile(file), TBytes({'o', 'l', 'd'}));
+  for (const auto& entry : std::filesystem::directory_iterator(FFolder.Path())) {
+    EXPECT_NE(entry.path().extension(), ".part");
+  }
+  std::filesystem::remove(file);
+  Find<QAction>("actReportExport")->trigger();
+  Settle();
+  EXPECT_GT(std::filesystem::file_size(file), 1000U);
+  EXPECT_TRUE(Pages().isVisible());
 }
 
 TEST_F(ReportView, AConfigurationIsSavedAndLoadedAndABadFileIsRefusedInTheDialog) {

@@ -43,9 +43,10 @@ TVerdict Example() {
 
 TEST(VerdictSentence, SaysWhatHappenedInOneSentence) {
   TVerdict verdict = Example();
-  EXPECT_EQ(VerdictSentence(verdict, Settings()),
-            "12 of 300 events above 6 g; the worst, event 171, reached 19.76 g (16 g on Y-pos, clipped: the true peak "
-            "is higher) on 2026-03-04 13:25; humidity above 60 %RH for 3 d 4 h");
+  EXPECT_EQ(
+      VerdictSentence(verdict, Settings()),
+      "12 of 300 events above 6 g; the highest peak, event 171, reached 19.76 g (16 g on Y-pos, clipped: the true peak "
+      "is higher) on 2026-03-04 13:25; humidity above 60 %RH for 3 d 4 h");
   verdict.clipped = {3, 171};
   verdict.above->count = 0;
   verdict.above->limits.values = {2, 25.25};
@@ -55,11 +56,12 @@ TEST(VerdictSentence, SaysWhatHappenedInOneSentence) {
   verdict.damaged = true;
   TDisplaySettings settings = Settings();
   settings.analogNames[0] = "Strain Left";
-  EXPECT_EQ(VerdictSentence(verdict, settings),
-            "none of 300 events outside 2 … 25.25 g; the worst, event 171, reached 19.76 g (16 g on Y-pos, clipped: "
-            "the true peak is higher) on 2026-03-04 13:25; 2 of 300 events clipped: their true peaks are higher; "
-            "Strain Left above 0.5 on 2026-03-04 13:25, 1 more sensor out of default limits; the recording is damaged, "
-            "and only what could be read is judged");
+  EXPECT_EQ(
+      VerdictSentence(verdict, settings),
+      "none of 300 events outside 2 … 25.25 g; the highest peak, event 171, reached 19.76 g (16 g on Y-pos, clipped: "
+      "the true peak is higher) on 2026-03-04 13:25; 2 of 300 events clipped: their true peaks are higher; "
+      "Strain Left above 0.5 on 2026-03-04 13:25, 1 more sensor out of default limits; the recording is damaged, "
+      "and only what could be read is judged");
 }
 
 TEST(VerdictSentence, DefaultLimitsNeitherLeadNorCountAsChosen) {
@@ -70,7 +72,8 @@ TEST(VerdictSentence, DefaultLimitsNeitherLeadNorCountAsChosen) {
   for (const std::size_t byDefault : {2, 3}) verdict.sensors[byDefault].above = Out(2, kDay, TLimitSource::Default);
   TDisplaySettings settings = Settings();
   const std::string events =
-      "the worst event, 171, reached 19.76 g (16 g on Y-pos, clipped: the true peak is higher) on 2026-03-04 13:25; "
+      "the highest peak, event 171, reached 19.76 g (16 g on Y-pos, clipped: the true peak is higher) on 2026-03-04 "
+      "13:25; "
       "12 of 300 events above 6 g (default limit); ";
   const std::string chosen = events + "humidity above 60 %RH for 1 d, 1 more sensor out of limits";
   EXPECT_EQ(VerdictSentence(verdict, settings), chosen + ", 2 more sensors out of default limits");
@@ -86,7 +89,8 @@ TEST(VerdictSentence, WithoutLimitsSaysSoAndGivesExtremes) {
   verdict.sensors = {Sensor("RH"), Sensor("A2"), Sensor("Battery")};
   verdict.sensors[1].min.reset();
   EXPECT_EQ(VerdictSentence(verdict, Settings()),
-            "no limits are set; 300 events; the worst, event 171, reached 19.76 g (16 g on Y-pos) on 2026-03-04 13:25; "
+            "no limits are set; 300 events; the highest peak, event 171, reached 19.76 g (16 g on Y-pos) on 2026-03-04 "
+            "13:25; "
             "humidity 8.125 … 72.5 %RH, battery 8.125 … 72.5 V");
   EXPECT_EQ(VerdictSentence({}, Settings()), "no limits are set; no events");
 }
@@ -195,11 +199,11 @@ TEST(VerdictOf, TheShownMissionTakesItsDamageAndItsAlarm) {
   chosen.alarmActive = true;
   mission.Display = DisplayInForce(chosen, mission.Data);
   mission.Damage = "cut short";
-  EXPECT_EQ(
-      VerdictSentence(VerdictOf(mission), mission.Display),
-      "all events exceed the trigger level of 2 g; set limits to judge; the worst, event 0, reached 20 g (20 g on "
-      "X-pos) on 2023-07-16 06:00; 2 of 3 events clipped: their true peaks are higher; no sensor out of limits; "
-      "the recording is damaged, and only what could be read is judged");
+  EXPECT_EQ(VerdictSentence(VerdictOf(mission), mission.Display),
+            "all events exceed the trigger level of 2 g; set limits to judge; the highest peak, event 0, reached 20 g "
+            "(20 g on "
+            "X-pos) on 2023-07-16 06:00; 2 of 3 events clipped: their true peaks are higher; no sensor out of limits; "
+            "the recording is damaged, and only what could be read is judged");
 }
 
 class VerdictCells : public testing::Test {
@@ -243,8 +247,9 @@ TEST_F(VerdictCells, LimitsThatNobodyChoseRaiseNoAlarm) {
   EXPECT_EQ(above.note, "all events exceed the trigger level of 6 g; set limits to judge");
   EXPECT_EQ(above.answer, TVerdictAnswer::EditLimits);
   EXPECT_FALSE(above.isOut);
-  EXPECT_EQ(Cell(TVerdictQuestion::OutOfLimits).note, "humidity above 60 %RH (default limit)");
-  EXPECT_FALSE(Cell(TVerdictQuestion::OutOfLimits).isOut);
+  const TVerdictCell out = Cell(TVerdictQuestion::OutOfLimits);
+  EXPECT_EQ(out.value + "|" + out.note, "default limits only|3 d 4 h: humidity above 60 %RH (default limit)");
+  EXPECT_FALSE(out.isOut);
 
   FVerdict.above.reset();
   for (const auto question : {TVerdictQuestion::AboveAlarm, TVerdictQuestion::OutOfLimits}) {

@@ -50,6 +50,9 @@ void ApplyDisplay(const TDisplaySettings& display, TSensorsChart& chart) {
     if (display.alarmActive && row.quantity) limits.emplace(row.sensorName, display.LimitsOf(*row.quantity));
   }
   chart.SetAlarmLimits(std::move(limits));
+  std::array<std::string, kQuantityCount> masks;
+  for (std::size_t i = 0; i < masks.size(); ++i) masks[i] = display.FormatOf(static_cast<TQuantity>(i));
+  chart.SetMasks(std::move(masks));
   for (std::size_t i = 0; i < kSensorAxisCount; ++i) {
     chart.SetAxisColour(static_cast<TSensorAxis>(i), QColor(display.axisColours[i]));
   }

@@ -358,13 +358,16 @@ TRangeTable TEventsChart::VisibleStatistics() const {
     if (std::isfinite(FEvents.Max(i)) && (!largest || FEvents.Max(i) > FEvents.Max(*largest))) largest = i;
   }
   const TRangeStatistics found = sum.Result();
+  const auto number = [this](double g) {
+    return std::isfinite(g) ? QtText(MaskFloat(FMasks.acceleration, g)) : QString(kNoNumber);
+  };
   const QString which =
       largest ? tr("Largest peak (g), event %1").arg(FEvents.IndexOf(*largest)) : tr("Largest peak (g)");
   TRangeTable table{
       tr("%1 … %2").arg(MomentText(from), MomentText(to)),
       {tr("Figure"), tr("Value")},
       1,
-      {{tr("Events"), QString::number(count)}, {which, Digits(found.max)}, {tr("Mean peak (g)"), Digits(found.mean)}}};
+      {{tr("Events"), QString::number(count)}, {which, number(found.max)}, {tr("Mean peak (g)"), number(found.mean)}}};
   if (hidden > 0) table.rows.push_back({tr("Events hidden by the filter"), QString::number(hidden)});
   return table;
 }

@@ -26,8 +26,8 @@ TSensorLook LookOf(std::string_view sensorName) {
   // Light, humidity and pressure are never negative.
   constexpr std::string_view kNeverNegative[] = {"lux", "%RH", "mbar"};
   const bool negative = std::ranges::find(kNeverNegative, row->unit) == std::end(kNeverNegative);
-  return {colour,  row->axis, row->axisRank, QtText(row->unit), QtText(row->scale.empty() ? row->unit : row->scale),
-          negative};
+  return {colour,   row->axis,    row->axisRank, QtText(row->unit), QtText(row->scale.empty() ? row->unit : row->scale),
+          negative, row->quantity};
 }
 
 bool TSensorChoices::SetColour(std::string_view sensor, const QColor& colour) {
@@ -50,10 +50,8 @@ QString TSensorChoices::NameOf(const std::string& sensor) const {
   const QString name = found == FNames.end() ? QString() : ShownText(found->second, kMaxName).trimmed();
   if (!name.isEmpty()) return name;
   // People say "Humidity", the recording "RH".
-  constexpr std::pair<std::string_view, const char*> kNames[] = {{"RH", "Humidity"}, {"L", "Light"}};
-  const auto* common =
-      std::ranges::find(kNames, std::string_view(sensor), &std::pair<std::string_view, const char*>::first);
-  return common == std::end(kNames) ? ShownText(sensor, kMaxName) : QObject::tr(common->second);
+  const TQuantityRow* row = FindQuantity(&TQuantityRow::sensorName, sensor);
+  return row == nullptr || row->cardField.empty() ? ShownText(sensor, kMaxName) : QtText(row->cardField);
 }
 
 QColor SensorInk(const QPalette& palette, const QColor& colour) {

@@ -7,6 +7,7 @@
 #include <array>
 #include <cstddef>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -18,10 +19,11 @@ inline constexpr std::size_t kSensorAxisCount = 4;
 struct TSensorLook {
   QColor colour;  // on light ground
   TSensorAxis axis;
-  int rank;       // of those that want the left inner axis the lowest gets it
-  QString unit;   // empty where it depends on what is connected
-  QString scale;  // only series of one scale share an axis
-  bool negative;  // readings can be below 0
+  int rank;                                // of those that want the left inner axis the lowest gets it
+  QString unit;                            // empty where it depends on what is connected
+  QString scale;                           // only series of one scale share an axis
+  bool negative;                           // readings can be below 0
+  std::optional<TQuantity> quantity = {};  // whose decimal format its readings have
 
   // A reading can be beyond the limit on both of its sides.
   [[nodiscard]] bool CanCross(double limit) const { return negative || limit > 0; }

@@ -7,6 +7,7 @@
 
 #include "analysis/uEnvelope.h"
 #include "base/uDateTime.h"
+#include "base/uText.h"
 #include "gui/charts/uChartPaint.h"
 #include "gui/common/uQtText.h"
 
@@ -261,11 +262,16 @@ void TSensorsChart::Clicked(const QPointF& position) {
 }
 
 std::vector<TCurve> TSensorsChart::Curves() const {
-  const auto number = [](double value) { return std::isfinite(value) ? Figure(value) : QString(kNoNumber); };
   std::vector<TCurve> curves;
   for (const TSensorSeries& series : FSensors.Series()) {
     const auto readings = series.readings.Samples();
     if (!series.visible || readings.empty()) continue;
+    const std::string mask =
+        series.look.quantity ? FMasks[static_cast<std::size_t>(*series.look.quantity)] : std::string();
+    const auto number = [mask](double value) {
+      if (!std::isfinite(value)) return QString(kNoNumber);
+      return mask.empty() ? Figure(value) : QtText(MaskFloat(mask, value));
+    };
     curves.push_back({series.name, series.look.unit, InkOf(series), AxisOf(series.look.axis), readings.size(),
                       [this, readings](std::size_t i) { return DateTimeOf(FSensors.Start(), readings[i].time); },
                       [readings](std::size_t i) { return double{readings[i].xvalue}; },

@@ -47,6 +47,8 @@ class TSensorsChart final : public TTimeChart {
   void SetSensorNames(std::map<std::string, std::string> names);
   // In the sensor's unit, as lines in its colour.
   void SetAlarmLimits(std::map<std::string, TLimits> limits);
+  // The decimal masks of its readings, by TQuantity.
+  void SetMasks(std::array<std::string, kQuantityCount> masks) { FMasks = std::move(masks); }
   void SetAxisColour(TSensorAxis axis, const QColor& colour);
   void SetAxisLocked(TSensorAxis axis, bool locked);
 
@@ -76,6 +78,7 @@ class TSensorsChart final : public TTimeChart {
 
   std::array<TTitledAxis*, kSensorAxisCount> FAxes{};
   std::array<std::uint32_t, kSensorAxisCount> FAxisColours = DefaultSettings().display.axisColours;
+  std::array<std::string, kQuantityCount> FMasks;  // an empty one: as many digits as a reading needs
   TShownSensors FSensors;
   std::map<std::string, TLimits> FAlarms;
   std::optional<double> FHovered;  // a date-time

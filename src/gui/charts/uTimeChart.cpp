@@ -153,8 +153,11 @@ TRangeTable TTimeChart::VisibleStatistics() const {
   }
   for (const TCurve& curve : Curves()) {
     const TRangeStatistics found = StatisticsOf(curve, times);
-    table.rows.push_back({curve.name, curve.unit, QString::number(found.count), Digits(found.min), Digits(found.max),
-                          Digits(found.PeakToPeak()), Digits(found.mean), Digits(found.rms)});
+    QStringList row{curve.name, curve.unit, QString::number(found.count)};
+    for (const double value : {found.min, found.max, found.PeakToPeak(), found.mean, found.rms}) {
+      row << (std::isfinite(value) ? curve.change(value) : QString(kNoNumber));
+    }
+    table.rows.push_back(std::move(row));
   }
   return table;
 }

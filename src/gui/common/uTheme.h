@@ -16,6 +16,7 @@ class QWidget;
 enum class TScheme { Desktop, Light, Dark };
 
 // Space between surfaces and around them, in px.
+inline constexpr int kLowWindow = 700;  // px; in a lower window panels and the verdict give room to the charts
 inline constexpr int kSurfaceGap = 8;
 
 // Sizes of text relative to the desktop's font.

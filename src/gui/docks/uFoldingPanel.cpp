@@ -120,12 +120,20 @@ TFoldingPanel::TFoldingPanel(const QString& name, const QString& title, QWidget*
   layout->addWidget(content);
   setWidget(box);
   setTitleBarWidget(FTitle);
+  // Behind another panel's tab Qt moves it out of sight, where Tab would still reach it.
+  connect(this, &QDockWidget::visibilityChanged, this, [this, policy = content->focusPolicy()](bool inSight) {
+    FTitle->setEnabled(inSight);
+    FContent->setFocusPolicy(inSight ? policy : Qt::NoFocus);
+  });
   connect(FTitle, &TPanelTitle::FoldClicked, this, [this] { Q_EMIT FoldAsked(FFold == TFold::Open); });
+}
+
+void TFoldingPanel::KeepOpenSize() {
+  if (FFold == TFold::Open && isVisible()) FOpenSize = size();
 }
 
 void TFoldingPanel::SetFold(TFold fold) {
   if (fold == FFold) return;
-  if (FFold == TFold::Open && isVisible()) FOpenSize = size();
   FFold = fold;
   const bool open = fold == TFold::Open;
   // Grids keep their room while an export hides them.

@@ -53,6 +53,8 @@ class TFoldingPanel : public QDockWidget {
   [[nodiscard]] TFold Fold() const { return FFold; }
   // Shows or hides the content; the panel itself stays visible.
   void SetFold(TFold fold);
+  // Keeps the size that an open panel has now, for when it is folded and opened again.
+  void KeepOpenSize();
   // What it has when it is unfolded.
   [[nodiscard]] QSize OpenSize() const { return FOpenSize; }
 

@@ -3,16 +3,17 @@
 #include <QAction>
 #include <QKeyEvent>
 #include <QMainWindow>
+#include <QResizeEvent>
 #include <QTabBar>
 #include <algorithm>
 #include <utility>
 
+#include "gui/common/uTheme.h"
 #include "gui/docks/uFoldingPanel.h"
 
 namespace {
 
 constexpr int kNarrow = 1200;  // px of the window's width
-constexpr int kLow = 700;      // and of its height
 
 }  // namespace
 
@@ -27,7 +28,7 @@ TPanelFolding::TPanelFolding(QMainWindow& window, QList<TFoldingPanel*> panels, 
     connect(panel, &QDockWidget::dockLocationChanged, this, &TPanelFolding::UpdateLater);
     // The command of a folded panel opens it instead of closing it.
     connect(panel->toggleViewAction(), &QAction::triggered, this, [this, panel] {
-      if (!IsFolded(*panel)) return;
+      if (!IsFolded(*panel, FWindow.size())) return;
       panel->show();
       panel->raise();
       Choose(*panel, false);
@@ -45,15 +46,23 @@ TPanelFolding::TChoices TPanelFolding::Choices() const {
 
 void TPanelFolding::SetChoices(const TChoices& choices) {
   FChoices.clear();
-  for (const TFoldingPanel* panel : FPanels) {
+  for (TFoldingPanel* panel : FPanels) {
     const QString name = panel->objectName();
     if (choices.contains(name)) FChoices[name] = choices[name];
+    if (choices.value(name)) panel->KeepOpenSize();
   }
   UpdateLater();
 }
 
 bool TPanelFolding::eventFilter(QObject* watched, QEvent* event) {
   if (watched == &FWindow) {
+    if (event->type() == QEvent::Resize) {
+      // A smaller window squeezes the panels before they are folded.
+      const QSize before = static_cast<QResizeEvent*>(event)->oldSize();
+      for (TFoldingPanel* panel : FPanels) {
+        if (IsFolded(*panel, FWindow.size()) && !IsFolded(*panel, before)) panel->KeepOpenSize();
+      }
+    }
     if (event->type() == QEvent::Resize || event->type() == QEvent::Show) UpdateLater();
   } else if (event->type() == QEvent::KeyPress) {
     const int key = static_cast<QKeyEvent*>(event)->key();
@@ -65,6 +74,7 @@ bool TPanelFolding::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void TPanelFolding::Choose(TFoldingPanel& panel, bool folded) {
+  if (folded) panel.KeepOpenSize();
   FChoices[panel.objectName()] = folded;
   for (const QDockWidget* tab : FWindow.tabifiedDockWidgets(&panel)) FChoices[tab->objectName()] = folded;
   Update();
@@ -74,8 +84,8 @@ void TPanelFolding::UpdateLater() {
   if (!std::exchange(FIsDue, true)) QMetaObject::invokeMethod(this, &TPanelFolding::Update, Qt::QueuedConnection);
 }
 
-bool TPanelFolding::IsFolded(const TFoldingPanel& panel) const {
-  const bool isSmall = FInNarrow.contains(&panel) ? FWindow.width() < kNarrow : FWindow.height() < kLow;
+bool TPanelFolding::IsFolded(const TFoldingPanel& panel, const QSize& window) const {
+  const bool isSmall = FInNarrow.contains(&panel) ? window.width() < kNarrow : window.height() < kLowWindow;
   return !panel.isFloating() && FChoices.value(panel.objectName(), isSmall);
 }
 
@@ -87,7 +97,7 @@ bool TPanelFolding::IsColumnFolded(const TFoldingPanel& panel) const {
   return std::ranges::all_of(all, [&](QDockWidget* other) {
     if (other->isHidden() || other->isFloating() || FWindow.dockWidgetArea(other) != area) return true;
     const auto* folding = qobject_cast<TFoldingPanel*>(other);
-    return folding != nullptr && IsFolded(*folding);
+    return folding != nullptr && IsFolded(*folding, FWindow.size());
   });
 }
 
@@ -99,7 +109,7 @@ void TPanelFolding::Update() {
   for (TFoldingPanel* panel : FPanels) {
     const bool inColumn = IsColumnFolded(*panel);
     TFold fold = TFold::Open;
-    if (IsFolded(*panel)) {
+    if (IsFolded(*panel, FWindow.size())) {
       const bool hasTabs = !FWindow.tabifiedDockWidgets(panel).isEmpty();
       fold = !inColumn ? TFold::Flat : hasTabs ? TFold::Tab : TFold::Upright;
     }
@@ -145,7 +155,8 @@ void TPanelFolding::Resize(const QList<TFoldingPanel*>& opened) {
 // Of a folded panel that is a tab, or has tabs below its title. Qt makes tab bars as it needs them.
 void TPanelFolding::WatchTabs() {
   for (QTabBar* tabs : FWindow.findChildren<QTabBar*>(QString(), Qt::FindDirectChildrenOnly)) {
-    tabs->setFocusPolicy(Qt::TabFocus);
+    // Qt keeps the bar of a panel whose companions are closed out of sight.
+    tabs->setFocusPolicy(tabs->count() > 1 ? Qt::TabFocus : Qt::NoFocus);
     tabs->setDrawBase(false);
     tabs->setUsesScrollButtons(false);
     tabs->removeEventFilter(this);

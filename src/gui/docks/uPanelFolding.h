@@ -33,7 +33,7 @@ class TPanelFolding : public QObject {
   void Choose(TFoldingPanel& panel, bool folded);
   void UpdateLater();
   void Update();
-  [[nodiscard]] bool IsFolded(const TFoldingPanel& panel) const;
+  [[nodiscard]] bool IsFolded(const TFoldingPanel& panel, const QSize& window) const;
   [[nodiscard]] bool IsColumnFolded(const TFoldingPanel& panel) const;
   void Resize(const QList<TFoldingPanel*>& opened);
   void WatchTabs();

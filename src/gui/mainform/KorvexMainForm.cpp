@@ -5,6 +5,7 @@
 #include <QDockWidget>
 #include <QDragEnterEvent>
 #include <QFileInfo>
+#include <QLineEdit>
 #include <QMimeData>
 #include <QUrl>
 #include <functional>
@@ -180,9 +181,9 @@ void TKorvexMainForm::ConnectProfiles() {
   connect(&panel.Profiles(), &TLimitProfileBar::DeleteAsked, this,
           change([](TLimitProfiles& profiles, const std::string&) { profiles.Delete(); }));
   connect(&panel, &TAlarmLimitsPanel::AllowanceTyped, this,
-          [this, &panel](TQuantity quantity, bool isMax, const QString& text) {
+          [this, &panel](TQuantity quantity, bool isMax, const QLineEdit& edit) {
             Guarded(this, [&] {
-              panel.ShowProblem(QtText(FProfiles->Allow(quantity, isMax, Utf8(text))));
+              panel.ShowProblem(QtText(FProfiles->Allow(quantity, isMax, Utf8(edit.text()))), edit);
               panel.ShowAllowances(FFlow->Mission().Settings.display.profile);
             });
           });
@@ -225,6 +226,7 @@ void TKorvexMainForm::FormCreate() {
 
 void TKorvexMainForm::FormShow() {
   ::FormShow(FProgram, *FControls);
+  FParts->FocusView();
   FParts->overview->ChartAllSensors()->SetUpAxes();
   if (!FProgram.firstArgument.empty()) FFlow->Open(FProgram.firstArgument);
 }

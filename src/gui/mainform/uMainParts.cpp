@@ -1,13 +1,11 @@
 #include "gui/mainform/uMainParts.h"
 
-#include <QApplication>
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QStyle>
-#include <QTabBar>
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -128,9 +126,11 @@ void TMainParts::MakeDamageBar(QWidget* parent) {
   damaged->hide();
 }
 
-void TMainParts::FocusChart() const {
-  const QWidget* focus = QApplication::focusWidget();
-  if (front->currentWidget() != views || (focus != nullptr && qobject_cast<const QTabBar*>(focus) == nullptr)) return;
+void TMainParts::FocusView() const {
+  if (loading->isVisible()) return loading->ForgetFocus();
+  if (backstage->isVisible()) return;
+  if (front->currentWidget() == welcome) welcome->FocusFirst();
+  if (front->currentWidget() != views) return;
   if (views->currentWidget() == overview) overview->Chart1()->setFocus();
   if (views->currentWidget() == shock) shock->Chart2()->setFocus();
   if (views->currentWidget() == report) report->setFocus();

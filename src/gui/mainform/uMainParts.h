@@ -52,8 +52,8 @@ struct TMainParts {
   TFilterChip* statusEvents;  // how many events
   QLabel* statusFile;         // the file and its state
 
-  // So that its keys work in a view that comes to the front, unless the user is elsewhere already.
-  void FocusChart() const;
+  // So that its keys work in the view in front; without one, what the welcome panel offers first.
+  void FocusView() const;
 
  private:
   void MakeCentre(QMainWindow& window);

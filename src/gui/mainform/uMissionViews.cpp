@@ -134,7 +134,7 @@ void TMissionViews::ShowVerdict(const TShownMission& mission) {
 }
 
 void TMissionViews::ShowDetails(const TShownMission& mission) {
-  std::vector<TFigure> events = EventFigures(mission.Summary, mission.Events, mission.Axes);
+  std::vector<TFigure> events = EventFigures(mission.Summary, mission.Events, mission.Axes, FormatsOf(mission.Display));
   std::erase_if(events, [](const TFigure& figure) { return figure.label == "Peak" || figure.label == "Most intense"; });
   std::vector<TFigure> verdict = VerdictFigures(FVerdict, mission.Display);
   if (const TJudgementLine judgement = JudgementLine(FVerdict, mission.Display); !judgement.text.empty()) {

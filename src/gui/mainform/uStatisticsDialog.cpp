@@ -19,6 +19,7 @@ namespace {
 constexpr int kRoom = 14;  // px, beside the text of a column
 constexpr int kRowPadding = 6;
 constexpr int kMaxRows = 14;
+constexpr int kTitleButtons = 240;  // px of a title bar, for its buttons and a wider font
 
 class TStatisticsTable final : public QTableWidget {
  public:
@@ -105,7 +106,7 @@ void ShowStatistics(QWidget& window, const TTimeChart& chart) {
   layout->addWidget(buttons);
   table->setFocus();
   // Wide enough for its title, too.
-  const int title = dialog.fontMetrics().horizontalAdvance(dialog.windowTitle()) * 3 / 2;
+  const int title = dialog.fontMetrics().horizontalAdvance(dialog.windowTitle()) + kTitleButtons;
   dialog.resize(dialog.minimumSizeHint().expandedTo({title, 0}));
   dialog.exec();
 }

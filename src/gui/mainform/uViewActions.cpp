@@ -1,8 +1,10 @@
 #include "gui/mainform/uViewActions.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QLabel>
 #include <QMainWindow>
+#include <QPointer>
 #include <QStackedWidget>
 #include <tuple>
 
@@ -35,6 +37,16 @@ TViewActions::TViewActions(QMainWindow& window, TMainParts& parts, TFileFlow& fl
   ConnectFilter();
   ConnectEventCards();
   connect(FParts.overview->Verdict(), &TVerdictStrip::Asked, this, &TViewActions::OpenVerdict);
+  // Qt gives the focus of a control that is hidden or disabled to the one that happens to come next.
+  connect(qApp, &QApplication::focusChanged, this, [this](const QWidget* before, QWidget* now) {
+    if (before == nullptr || before->window() != &FWindow || (before->isVisible() && before->isEnabled())) return;
+    QMetaObject::invokeMethod(
+        this,
+        [this, next = QPointer(now)] {
+          if (QApplication::focusWidget() == next) FParts.FocusView();
+        },
+        Qt::QueuedConnection);
+  });
 }
 
 void TViewActions::OnMission(const std::function<void(TShownMission&)>& command) {
@@ -114,7 +126,7 @@ void TViewActions::ConnectNavigator() {
   for (QStackedWidget* stack : {FParts.front, FParts.views}) {
     connect(stack, &QStackedWidget::currentChanged, this, [this] {
       FViews.MarkUnsynced(nullptr);
-      FParts.FocusChart();
+      FParts.FocusView();
     });
   }
   const TNavigatorChart* navigator = FParts.docks.ChartNavigator;

@@ -24,9 +24,12 @@
 
 namespace {
 
-constexpr int kMinRows = 5;
+constexpr int kWantedRows = 5;
 constexpr int kMaxRows = 10;
-constexpr int kChartHeight = 150;  // px that a chart keeps before more than the fewest rows are shown
+constexpr int kChartHeight = 150;     // px that a chart keeps before more than the wanted rows are shown
+constexpr int kMinChartHeight = 60;   // and before any row is shown
+constexpr int kLowChartHeight = 107;  // the same in a low window: a plot of 90 px without legend
+constexpr int kAroundDates = 6;       // px, below the lower chart
 constexpr int kListSpacing = 4;
 
 // Says when its height changed and its parts were laid out.
@@ -82,12 +85,12 @@ TMainOverviewPanel::TMainOverviewPanel(QWidget* parent)
   layout->addWidget(FVerdict);
   layout->addWidget(FSplitter, 1);
 
-  connect(FSplitter, &QSplitter::splitterMoved, this, [this] { FSharesHeight = false; });
+  connect(FSplitter, &QSplitter::splitterMoved, this, [this] { SetSharesHeight(false); });
   connect(FOrderBy, &QComboBox::activated, this, &TMainOverviewPanel::OrderByChosen);
   connect(FMostImportant->verticalScrollBar(), &QScrollBar::valueChanged, this,
           &TMainOverviewPanel::UpdateSelectedLine);
   connect(FShow, &QToolButton::clicked, this, [this] {
-    if (FMostImportant->currentIndex().isValid()) {
+    if (FMostImportant->isVisible() && FMostImportant->currentIndex().isValid()) {
       FMostImportant->scrollTo(FMostImportant->currentIndex());
     } else {
       Q_EMIT EventAskedFor();
@@ -129,21 +132,40 @@ QWidget* TMainOverviewPanel::MakeMostImportantEvents() {
   return box;
 }
 
-// The rows get what the charts can spare.
+// The rows get what the charts can spare; where that is none, the list is its title.
 void TMainOverviewPanel::ShareHeight() {
   const int row = FMostImportant->verticalHeader()->defaultSectionSize();
-  const int around = FOrderBy->sizeHint().height() + 4 + kListSpacing + FMostImportant->horizontalHeader()->height() +
+  const int title = FOrderBy->sizeHint().height() + 4;
+  const int around = kListSpacing + FMostImportant->horizontalHeader()->height() +
                      FMostImportant->horizontalScrollBar()->sizeHint().height() + 2 * FMostImportant->frameWidth();
-  const int room = FSplitter->height() - 2 * FSplitter->handleWidth();
-  const int rows = std::clamp((room - 2 * kChartHeight - around) / row, kMinRows, kMaxRows);
-  const int list = around + rows * row;
-  const int chart = std::max(0, room - list) / 2;
-  FSplitter->setSizes({chart, chart, list});
+  const int room = FSplitter->height() - 2 * FSplitter->handleWidth() - title;
+  const int dates = fontMetrics().height() + kAroundDates;
+  const int minChart = window()->height() < kLowWindow ? kLowChartHeight : kMinChartHeight;
+  const auto rowsBelow = [&](int chart) { return (room - 2 * chart - dates - around) / row; };
+  const int rows = std::max(std::min(rowsBelow(minChart), kWantedRows), std::min(rowsBelow(kChartHeight), kMaxRows));
+  if (FMostImportant->isHidden() == (rows > 0)) {
+    // It keeps its room only while an export hides it.
+    QSizePolicy policy = FMostImportant->sizePolicy();
+    policy.setRetainSizeWhenHidden(rows > 0);
+    FMostImportant->setSizePolicy(policy);
+    FMostImportant->setVisible(rows > 0);
+    FMostImportant->parentWidget()->layout()->activate();
+    FSplitter->refresh();  // it keeps the least heights of its parts
+  }
+  const int list = rows > 0 ? around + rows * row : 0;
+  const int chart = std::max(0, room - list - dates) / 2;
+  FSplitter->setSizes({chart, chart + dates, title + list});
+}
+
+void TMainOverviewPanel::resizeEvent(QResizeEvent* event) {
+  FVerdict->SetFlat(window()->height() < kLowWindow);
+  QWidget::resizeEvent(event);
 }
 
 void TMainOverviewPanel::SetSharesHeight(bool shares) {
   FSharesHeight = shares;
-  if (shares) ShareHeight();
+  if (shares) return ShareHeight();
+  FMostImportant->show();
 }
 
 void TMainOverviewPanel::ShowSelectedEvent(std::optional<std::size_t> event, const QString& words) {
@@ -155,6 +177,7 @@ void TMainOverviewPanel::ShowSelectedEvent(std::optional<std::size_t> event, con
 
 void TMainOverviewPanel::UpdateSelectedLine() {
   const QModelIndex row = FMostImportant->currentIndex();
-  const bool inSight = row.isValid() && FMostImportant->viewport()->rect().intersects(FMostImportant->visualRect(row));
+  const bool inSight = row.isValid() && !FMostImportant->isHidden() &&
+                       FMostImportant->viewport()->rect().intersects(FMostImportant->visualRect(row));
   for (QWidget* part : std::initializer_list<QWidget*>{FSelected, FShow}) part->setVisible(FHasEvent && !inSight);
 }

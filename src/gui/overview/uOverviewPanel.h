@@ -1,7 +1,8 @@
 // The overview: the verdict, events chart, sensors chart and the most important events. The two charts are one
 // instrument: they share the side margins, the pointer's time and, while they show the same span, the date axis.
 //
-// The most important events have room for five to ten rows, until the user or a layout moves the splitter.
+// The most important events have room for five to ten rows, until the user or a layout moves the splitter. In a low
+// window the charts keep their room, and the verdict and the list give way, the list down to its title.
 #pragma once
 
 #include <QWidget>
@@ -37,6 +38,9 @@ class TMainOverviewPanel : public QWidget {
   void OrderByChosen(int entry);
   // The selected event is not listed here, and the user wants to see it.
   void EventAskedFor();
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
   [[nodiscard]] QWidget* MakeMostImportantEvents();

@@ -20,6 +20,8 @@ constexpr int kBetween = 6;  // px between the caption and the time beside it
 constexpr int kMaxNoteLines = 2;
 constexpr int kMinOneRow = 900;     // px of the strip; in less than that most notes are cut
 constexpr double kValueSize = 1.5;  // of the font
+constexpr double kFlatValueSize = 1.15;
+constexpr int kMinNote = 48;  // px of a note that is cut, beside a small number
 constexpr double kNoteSize = 0.88;
 constexpr int kMinCharacters = 18;  // of the font, in a button beside five others
 
@@ -67,20 +69,20 @@ QFont TVerdictButton::Scaled(double factor, bool bold) const {
 
 QSize TVerdictButton::sizeHint() const {
   const int caption = QFontMetrics(Scaled(kNoteSize, false)).height();
-  const int value = QFontMetrics(Scaled(kValueSize, true)).height();
-  const int height = (FIsLow ? 1 : 2) * caption + value;
+  const int value = QFontMetrics(Scaled(FForm == TForm::Flat ? kFlatValueSize : kValueSize, true)).height();
+  const int height = (FForm == TForm::Tall ? 2 : 1) * caption + value;
   return {fontMetrics().averageCharWidth() * kMinCharacters + 2 * kPadding, height + 2 * kTopPadding};
 }
 
-void TVerdictButton::SetLow(bool low) {
-  if (std::exchange(FIsLow, low) != low) updateGeometry();
+void TVerdictButton::SetForm(TForm form) {
+  if (std::exchange(FForm, form) != form) updateGeometry();
 }
 
 // Below the number or beside it in one line, or instead of it in two; the last is cut where the words are too long.
 void TVerdictButton::PaintNote(QPainter& painter, const QRect& room) const {
   const QString note = QtText(FCell.note);
   const QFontMetrics metrics = painter.fontMetrics();
-  const qsizetype maxLines = FCell.value.empty() && !FIsLow ? kMaxNoteLines : 1;
+  const qsizetype maxLines = FCell.value.empty() && FForm == TForm::Tall ? kMaxNoteLines : 1;
   QTextLayout layout(note, painter.font());
   layout.beginLayout();
   QRect place(room.left(), room.top(), room.width(), metrics.height());
@@ -123,7 +125,7 @@ void TVerdictButton::paintEvent(QPaintEvent* /*event*/) {
   const bool fits = small.horizontalAdvance(FCaption) + 2 * kBetween + small.horizontalAdvance(when) <= head.width();
   if (fits) painter.drawText(head, Qt::AlignRight | Qt::AlignVCenter, when);
   room.setTop(room.top() + caption);
-  painter.setFont(Scaled(kValueSize, true));
+  painter.setFont(Scaled(FForm == TForm::Flat ? kFlatValueSize : kValueSize, true));
   painter.setPen(QColor(FCell.isOut ? tokens.alarm : tokens.ink));
   const QFontMetrics large = painter.fontMetrics();
   const QPointF foot(room.left(), room.top() + large.ascent());
@@ -136,14 +138,16 @@ void TVerdictButton::paintEvent(QPaintEvent* /*event*/) {
     painter.drawText(foot + QPointF(used, 0), QtText(FCell.unit));
     used += small.horizontalAdvance(QtText(FCell.unit));
   }
-  if (FIsLow && !value.isEmpty()) {
+  if (FForm != TForm::Tall && !value.isEmpty()) {
     room = QRect(room.left() + qRound(used) + kBetween, qRound(foot.y()) - small.ascent(),
                  room.width() - qRound(used) - kBetween, small.height());
   } else if (!value.isEmpty()) {
     room.setTop(room.top() + large.height());
   }
   painter.setPen(QColor(FCell.value.empty() ? tokens.ink : tokens.secondaryInk));
-  PaintNote(painter, room);
+  const bool isStub = FForm == TForm::Flat && !value.isEmpty() && room.width() < kMinNote &&
+                      small.horizontalAdvance(QtText(FCell.note)) > room.width();
+  if (!isStub) PaintNote(painter, room);
 }
 
 void TVerdictButton::enterEvent(QEnterEvent* event) {
@@ -238,14 +242,21 @@ void TVerdictStrip::ShowCells(const TVerdictCells& cells) {
   Arrange();
 }
 
+void TVerdictStrip::SetFlat(bool flat) {
+  if (std::exchange(FIsFlat, flat) == flat) return;
+  FColumns = 0;
+  Arrange();
+}
+
 void TVerdictStrip::Arrange() {
   const int count = static_cast<int>(FButtons.size());
   const int needed = std::max(kMinOneRow, count * (FButtons[0]->sizeHint().width() + kGap) - kGap);
-  const int columns = width() >= needed ? count : count / 2;
+  const int columns = FIsFlat || width() >= needed ? count : count / 2;
   if (std::exchange(FColumns, columns) == columns) return;
+  using TForm = TVerdictButton::TForm;
   for (int i = 0; i < count; ++i) {
     TVerdictButton* button = FButtons[static_cast<std::size_t>(i)];
-    button->SetLow(columns < count);
+    button->SetForm(FIsFlat ? TForm::Flat : columns < count ? TForm::Low : TForm::Tall);
     FGrid->addWidget(button, i / columns, i % columns);
   }
   FGrid->addWidget(FJudgement, 2, 0, 1, columns);

@@ -1,5 +1,5 @@
 // How bad the recording is, in six buttons above the view: each answers a question and leads to what it names. The
-// strip takes two rows where six buttons have no room beside each other.
+// strip takes two rows where six buttons have no room beside each other, and one low row in a low window.
 #pragma once
 
 #include <QAbstractButton>
@@ -16,8 +16,12 @@ class TVerdictButton : public QAbstractButton {
   TVerdictButton(const QString& name, const QString& caption, QWidget* parent);
   void ShowCell(const TVerdictCell& cell);
   [[nodiscard]] const TVerdictCell& Cell() const { return FCell; }
-  // In one of two rows: the note stands beside the number.
-  void SetLow(bool low);
+  enum class TForm {
+    Tall,  // the note stands below the number
+    Low,   // beside it
+    Flat   // beside a smaller number, where there is room
+  };
+  void SetForm(TForm form);
   [[nodiscard]] QSize sizeHint() const override;
   [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
@@ -33,7 +37,7 @@ class TVerdictButton : public QAbstractButton {
 
   QString FCaption;
   TVerdictCell FCell;
-  bool FIsLow = false;
+  TForm FForm = TForm::Tall;
 };
 
 // Whether the recording passes the limit profile in force, and by what not, in one line.
@@ -60,6 +64,8 @@ class TVerdictStrip : public QWidget {
   explicit TVerdictStrip(QWidget* parent);
   void ShowCells(const TVerdictCells& cells);
   void ShowJudgement(const TJudgementLine& line) { FJudgement->ShowLine(line); }
+  // In one low row, so that what is below has room.
+  void SetFlat(bool flat);
 
  signals:
   // A cell that leads somewhere was clicked.
@@ -74,6 +80,7 @@ class TVerdictStrip : public QWidget {
   QGridLayout* FGrid;
   std::array<TVerdictButton*, kVerdictQuestionCount> FButtons{};
   TJudgementButton* FJudgement;  // below them
+  bool FIsFlat = false;
   int FColumns = 0;
   int FWideColumn = -1;  // of a cell that says a whole sentence
 };

@@ -30,7 +30,7 @@ TEventCardList::TEventCardList(QWidget* parent) : QAbstractScrollArea(parent) {
   setMinimumWidth(CardSize().width() + 2 * kGap + verticalScrollBar()->sizeHint().width());
 }
 
-void TEventCardList::ShowCards(const TShownMission* mission) {
+void TEventCardList::ShowCards(const TShownMission* mission, const TRange& time) {
   FMission = mission;
   FCards.clear();
   FEvents.clear();
@@ -41,6 +41,10 @@ void TEventCardList::ShowCards(const TShownMission* mission) {
     FTable.ClearBlobs(FChartField);
     FLimits = LimitsInForce(mission->Display);
     FEvents = VisibleEvents(mission->CLDS);
+    if (time.IsSet()) {
+      const std::vector<bool> counts = EventsIn({time, {}}, mission->Tables, mission->Events);
+      std::erase_if(FEvents, [&counts](std::uint32_t event) { return !counts[event]; });
+    }
     if (FEvents.size() > kMaxListed) FEvents.resize(kMaxListed);
   }
   LayOut();
@@ -167,8 +171,9 @@ void TEventCardList::paintEvent(QPaintEvent* /*event*/) {
   if (FEvents.empty()) {
     painter.setPen(QColor(tokens.secondaryInk));
     const bool hidden = FMission != nullptr && FMission->Events.Count() > 0;
-    painter.drawText(viewport()->rect(), Qt::AlignCenter,
-                     hidden ? tr("The filter hides all events.") : tr("There are no events."));
+    painter.drawText(
+        viewport()->rect(), Qt::AlignCenter,
+        hidden ? tr("No event passes the filter and the time of the report.") : tr("There are no events."));
   }
   const int step = CardSize().height() + kGap;
   const int above = std::max(0, (verticalScrollBar()->value() - kGap) / step);

@@ -1,5 +1,5 @@
-// The cards of the visible events, in the order of the grids. Only cards in sight are made and painted; the pictures of
-// their charts are kept in the "Chart" column of the cards table. Main thread only.
+// The cards of the visible events in the report's time, in the order of the grids. Only cards in sight are made and
+// painted; the pictures of their charts are kept in the "Chart" column of the cards table. Main thread only.
 #pragma once
 
 #include <QAbstractScrollArea>
@@ -17,9 +17,10 @@ class TEventCardList : public QAbstractScrollArea {
  public:
   explicit TEventCardList(QWidget* parent);
 
-  // Of the events that pass the mission's filter; call again when filter, order or settings change. The mission is
-  // borrowed until other cards or none (nullptr) are shown.
-  void ShowCards(const TShownMission* mission);
+  // Of the events that pass the mission's filter and begin in `time`; call again when filter, order, settings or the
+  // time change. The mission is borrowed until other cards or none (nullptr) are shown.
+  void ShowCards(const TShownMission* mission, const TRange& time = {});
+  [[nodiscard]] std::size_t Count() const { return FEvents.size(); }
   // Frames the card and scrolls to it; nothing frames none.
   void SetCurrent(std::optional<std::size_t> event);
 

@@ -93,8 +93,8 @@ void TPageFlow::AddCaption(const QString& text) {
   });
 }
 
-double TPageFlow::CaptionHeight() {
-  return LineHeight(TTextStyle::Caption) + 4;
+double TPageFlow::CaptionHeight(const QString& text) const {
+  return TParagraph(TTextStyle::Caption, text, Width()).Height() + 4;
 }
 
 void TPageFlow::Paint(QPainter& painter, int page) const {

@@ -43,8 +43,7 @@ class TPageFlow {
   void AddSubheading(const QString& title, double with);
   void AddParagraph(const QString& text);
   void AddCaption(const QString& text);
-  // Of one line.
-  static double CaptionHeight();
+  [[nodiscard]] double CaptionHeight(const QString& text) const;
   // Nothing while the current page is empty.
   void BeginPage();
   // After the last piece: a page that was begun and got none goes.

@@ -38,7 +38,9 @@ struct TPart {
 };
 
 double WidthOf(const TPaperColumn& column, std::size_t rows) {
-  double width = std::max(TextWidth(TTextStyle::Strong, column.title), TextWidth(TTextStyle::Caption, column.unit));
+  const double head = TextWidth(TTextStyle::Strong, column.title);
+  double width =
+      std::max(column.isNumber ? std::min(head, kMaxHead) : head, TextWidth(TTextStyle::Caption, column.unit));
   if (!column.widest.isEmpty()) {
     width = std::max(width, TextWidth(TTextStyle::Body, column.widest));
   } else {
@@ -159,9 +161,10 @@ void AddPlainTable(TPageFlow& flow, const TPaperTable& table) {
 
 void AddTable(TPageFlow& flow, const QString& heading, const TPaperTable& table, const QString& none,
               const QString& caption) {
-  flow.AddHeading(heading, TableStart(table.rows) + (caption.isEmpty() ? 0 : TPageFlow::CaptionHeight()));
+  const QString words = QString("%1 %2").arg(caption, table.note).trimmed();
+  flow.AddHeading(heading, TableStart(table.rows) + (words.isEmpty() ? 0 : flow.CaptionHeight(words)));
   if (table.rows == 0) return flow.AddParagraph(none);
-  if (!caption.isEmpty()) flow.AddCaption(caption);
+  if (!words.isEmpty()) flow.AddCaption(words);
   const auto parts = PartsOf(table, flow.Width());
   for (std::size_t i = 0; i < parts.size(); ++i) {
     if (i > 0) {

@@ -22,9 +22,13 @@ struct TPaperColumn {
 struct TPaperTable {
   std::vector<TPaperColumn> columns;
   std::size_t rows = 0;
+  QString note = {};  // behind the caption
 };
 
-// With the heading, which is a bookmark, and a caption of one line below it; an empty table says `none` instead.
+// pt. A longer title of a number column is cut with "…", so that long names do not divide a table.
+inline constexpr double kMaxHead = 66;
+
+// With the heading, which is a bookmark, and a caption below it; an empty table says `none` instead.
 void AddTable(TPageFlow& flow, const QString& heading, const TPaperTable& table, const QString& none,
               const QString& caption = {});
 // The same below a heading that is there.

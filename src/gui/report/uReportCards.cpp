@@ -39,13 +39,15 @@ void AddEventCards(TPageFlow& flow, const TReportData& data) {
   const std::vector<std::uint32_t>& cards = data.facts.cards;
   // The first section stands on the page of the head, another begins a page.
   const double room = flow.Bookmarks().empty() ? flow.Room() : flow.Area().height();
-  const double heading = TPageFlow::HeadingHeight() + 2 * TPageFlow::CaptionHeight();
+  const QString which = AsSentence(CardsTitle(data.facts, data.config, data.Mission()));
+  const QString curves = QObject::tr("Curves: X solid, Y dashed, Z dotted; acceleration in g.");
+  const double heading = TPageFlow::HeadingHeight() + flow.CaptionHeight(which) + flow.CaptionHeight(curves);
   const double height = (room - heading) / static_cast<double>(rows) - kGap;
   const double width = (flow.Width() + kGap) / static_cast<double>(columns) - kGap;
   flow.AddHeading(QObject::tr("Event cards"),
                   cards.empty() ? LineHeight(TTextStyle::Body) : room - TPageFlow::HeadingHeight());
-  flow.AddCaption(AsSentence(CardsTitle(data.facts, data.config, data.Mission())));
-  if (!cards.empty()) flow.AddCaption(QObject::tr("Curves: X solid, Y dashed, Z dotted; acceleration in g."));
+  flow.AddCaption(which);
+  if (!cards.empty()) flow.AddCaption(curves);
   for (std::size_t first = 0; first < cards.size(); first += columns) {
     const std::size_t last = std::min(first + columns, cards.size());
     flow.Add(height, [&data, width, first, last](QPainter& painter, const QRectF& rect) {

@@ -25,6 +25,7 @@
 
 namespace {
 
+constexpr int kRowSpace = 3;  // px around a section
 constexpr auto kFileFilter = "Report configuration|*.ini";
 
 // In the order of the dialog's boxes.
@@ -82,6 +83,7 @@ QWidget* TReportConfigDialog::MakeSections() {
   FSections->setObjectName("lstReportSections");
   FSections->setAccessibleName(tr("Sections in their order"));
   FSections->setToolTip(tr("Space switches a section on and off; drag it, or Alt+Up and Alt+Down, to move it"));
+  FSections->setSpacing(kRowSpace);
   FSections->setDragDropMode(QAbstractItemView::InternalMove);
   auto* buttons = new QHBoxLayout;
   const auto add = [&](const char* name, const QString& caption, const QKeySequence& keys, int step) {
@@ -121,12 +123,12 @@ QWidget* TReportConfigDialog::MakePage() {
 QWidget* TReportConfigDialog::MakeCards() {
   auto* group = new QGroupBox(tr("Event cards"), this);
   FCardEvents = MakeBox("cmbReportCardEvents", tr("Events with a card"),
-                        {tr("All events"), tr("Events that pass the filter"), tr("The worst by \"Order By\""),
+                        {tr("All events"), tr("Events that pass the filter"), tr("The first by \"Order By\""),
                          tr("Events above the alarm limits")},
                         group);
   FWorst = new QSpinBox(group);
   FWorst->setObjectName("spnReportWorst");
-  FWorst->setAccessibleName(tr("Number of worst events"));
+  FWorst->setAccessibleName(tr("Number of events by \"Order By\""));
   FWorst->setRange(1, static_cast<int>(kMaxWorst));
   QStringList counts;
   for (const std::size_t count : kCardsPerPage) counts << QString::number(count);
@@ -135,7 +137,7 @@ QWidget* TReportConfigDialog::MakeCards() {
           [this](int entry) { FWorst->setEnabled(entry == static_cast<int>(TCardEvents::Worst)); });
   auto* form = new QFormLayout(group);
   AddRow(*form, tr("&Cards for"), *FCardEvents);
-  AddRow(*form, tr("&Number of the worst"), *FWorst);
+  AddRow(*form, tr("&Number by \"Order By\""), *FWorst);
   AddRow(*form, tr("Cards a pa&ge"), *FPerPage);
   return group;
 }

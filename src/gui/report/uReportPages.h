@@ -13,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include "analysis/uMissionFigures.h"
 #include "base/uProgress.h"
 #include "gui/report/uPageFlow.h"
 #include "shell/uReportConfig.h"
@@ -28,6 +29,8 @@ struct TReportContents {
   std::string sha256 = {};           // of the file, in hexadecimal digits; empty while it is not known
   std::string version = {};          // of the program
   double madeAt = 0;                 // the date of the report, a date-time
+  // VelocityChangeFigure of the mission, which takes time; the pages compute it where nobody has.
+  std::optional<std::optional<TFigure>> velocityChange = {};
 };
 
 // For madeAt: the time on this computer's clock, a date-time.

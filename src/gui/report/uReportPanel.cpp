@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 #include <tuple>
 
+#include "analysis/uShockMetrics.h"
 #include "base/uText.h"
 #include "gui/common/uBackgroundTask.h"
 #include "gui/common/uIcons.h"
@@ -142,6 +143,7 @@ void TReportPanel::Clear() {
   FReadFile->Cancel();
   FReadingFile = false;
   FSha256.clear();
+  FVelocityChange.reset();
   for (TPageView* view : {FThumbnails, FView}) view->ShowPages(nullptr);
   FPages.reset();
   FCards->ShowCards(nullptr);
@@ -160,7 +162,7 @@ void TReportPanel::SetConfig(const TReportConfig& config) {
 
 void TReportPanel::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
-  FCards->ShowCards(FMission);  // in the order that the grids have now
+  FCards->ShowCards(FMission, FConfig.time);  // in the order that the grids have now
   LayOut();
 }
 
@@ -175,6 +177,10 @@ void TReportPanel::LayOut() {
   if (FMission == nullptr || !FSource || !std::exchange(FStale, false)) return;
   TReportContents contents = FSource(*FMission);
   contents.sha256 = FSha256;
+  if (!FVelocityChange && FConfig.Has(TReportSection::MissionDetails)) {
+    FVelocityChange = VelocityChangeFigure(FMission->Events, ThresholdsOf(FMission->Data).totOn);
+  }
+  contents.velocityChange = FVelocityChange;
   if (!std::exchange(FReadingFile, true)) FindChecksum(contents.file);
   auto pages = std::make_unique<TReportPages>(contents, FConfig);
   for (TPageView* view : {FView, FThumbnails}) view->ShowPages(pages.get());
@@ -184,11 +190,12 @@ void TReportPanel::LayOut() {
   for (TElidedLabel* label : {FFiltered, FFilteredCover}) label->setVisible(!filtered.isEmpty());
   FFiltered->setText(filtered.isEmpty() ? QString() : tr("Filtered"));
   FFilteredCover->setText(filtered);
-  FCards->ShowCards(FMission);
-  const QString total = tr("total intensity %1 g·ms").arg(QtText(MaskFloat("0.##", FMission->Summary.iotTotal)));
+  FCards->ShowCards(FMission, FConfig.time);
+  const QString total =
+      tr("total intensity of the recording %1 g·ms").arg(QtText(MaskFloat("0.##", FMission->Summary.iotTotal)));
   const std::size_t events = FMission->Events.Count();
   FIntensity->setText(tr("%1 events, %2").arg(events).arg(total));
-  FCardsIntensity->setText(tr("%1 cards · %2").arg(FMission->CLDS.RecordCount()).arg(total));
+  FCardsIntensity->setText(tr("%1 cards · %2").arg(FCards->Count()).arg(total));
 }
 
 // A large file takes a while, and a dead drive never answers.

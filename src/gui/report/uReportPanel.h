@@ -58,7 +58,8 @@ class TReportPanel : public QWidget {
   TBackgroundTask* FReadFile;   // for the checksum
   std::filesystem::path FFile;  // the recording
   bool FReadingFile = false;
-  std::string FSha256;  // empty until it is known
+  std::string FSha256;                                    // empty until it is known
+  std::optional<std::optional<TFigure>> FVelocityChange;  // as in TReportContents
   TPageView* FThumbnails;
   TPageView* FView;
   TEventCardList* FCards;

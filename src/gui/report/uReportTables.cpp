@@ -10,6 +10,7 @@
 #include "base/uDateTime.h"
 #include "gui/common/uQtText.h"
 #include "gui/report/uPaperTable.h"
+#include "gui/report/uPaperText.h"
 #include "shell/uSettingsCommands.h"
 #include "shell/uShownVerdict.h"
 #include "shell/uVerdictCells.h"
@@ -96,7 +97,11 @@ TPaperTable DatasetTable(const TDataset& table, const std::vector<std::size_t>& 
   TPaperTable paper{{}, rows};
   for (const std::size_t field : fields) {
     const TField& column = table.Fields()[field];
-    const auto [title, unit] = TitleOf(column);
+    auto [title, unit] = TitleOf(column);
+    if (TextWidth(TTextStyle::Strong, title) > kMaxHead && title != QtText(column.Key)) {
+      paper.note += QString("%1: %2. ").arg(QtText(column.Key), title);
+      title.prepend(QtText(column.Key) + ' ');
+    }
     paper.columns.push_back(
         {.title = title,
          .unit = unit,
@@ -213,11 +218,12 @@ void AddExcursions(TPageFlow& flow, const TReportData& data) {
     }
   }
   if (!data.facts.limits) return;
-  flow.AddSubheading(QObject::tr("Out of limits"), TPageFlow::CaptionHeight() + TableStart(rows.size()));
+  const QString caption = QObject::tr("* a default limit, which nobody chose for this recording");
+  flow.AddSubheading(QObject::tr("Out of limits"), flow.CaptionHeight(caption) + TableStart(rows.size()));
   if (rows.empty()) return flow.AddParagraph(QObject::tr("No sensor was out of its limits."));
   const bool anyDefault = std::ranges::any_of(
       rows, [](const TRow& row) { return SideOf(*row.sensor, row.below).source == TLimitSource::Default; });
-  if (anyDefault) flow.AddCaption(QObject::tr("* a default limit, which nobody chose for this recording"));
+  if (anyDefault) flow.AddCaption(caption);
   const auto column = [&rows](const QString& title, auto text) {
     return TextColumn(title, [rows, text](std::size_t i) {
       return text(*rows[i].sensor, SideOf(*rows[i].sensor, rows[i].below), rows[i].below);
@@ -258,9 +264,10 @@ void AddMissionDetails(TPageFlow& flow, const TReportData& data) {
   AddFigures(flow, PaperFigures(HeaderFigures(mission.Data)));
   if (!mission.Damage.empty()) AddFigures(flow, {{QObject::tr("Damage"), QtText(mission.Damage)}});
   flow.AddSubheading(QObject::tr("Events of the whole recording"), 40);
-  std::vector<TFigure> events = EventFigures(mission.Summary, mission.Events, mission.Axes);
-  auto velocityChange = VelocityChangeFigure(mission.Events, ThresholdsOf(mission.Data).totOn);
-  if (velocityChange) events.push_back(*std::move(velocityChange));
+  std::vector<TFigure> events = EventFigures(mission.Summary, mission.Events, mission.Axes, FormatsOf(mission.Display));
+  const auto& known = data.contents.velocityChange;
+  const auto velocityChange = known ? *known : VelocityChangeFigure(mission.Events, ThresholdsOf(mission.Data).totOn);
+  if (velocityChange) events.push_back(*velocityChange);
   AddFigures(flow, PaperFigures(events));
   flow.AddSubheading(QObject::tr("Sensors of the whole recording"), 30);
   if (mission.Summary.sensors.empty()) flow.AddParagraph(QObject::tr("The recording has no sensor readings."));

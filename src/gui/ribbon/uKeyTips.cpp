@@ -14,6 +14,14 @@
 #include "gui/ribbon/uRibbonMetrics.h"
 #include "gui/ribbon/uRibbonPage.h"
 
+namespace {
+
+// px to the middle of a tip, which must not hide the caption.
+constexpr int kBelowWords = 7;
+constexpr int kOverIcon = 12;
+
+}  // namespace
+
 TKeyTips::TKeyTips(TRibbon& ribbon)
     : QObject(&ribbon), FRibbon(ribbon), FTabBar(*ribbon.findChild<QTabBar*>("tabsRibbon")) {
   qApp->installEventFilter(this);
@@ -90,8 +98,8 @@ void TKeyTips::ShowTabs() {
   for (int i = 0; i < FTabBar.count(); ++i) {
     const QRect tab = FTabBar.tabRect(i);
     if (FTabBar.isTabVisible(i)) {
-      Add(FTabBar.accessibleTabName(i), FTabBar.mapTo(FRibbon.window(), QPoint(tab.center().x(), tab.bottom())), i,
-          nullptr);
+      Add(FTabBar.accessibleTabName(i),
+          FTabBar.mapTo(FRibbon.window(), QPoint(tab.center().x(), tab.bottom() + kBelowWords)), i, nullptr);
     }
   }
 }
@@ -102,7 +110,7 @@ void TKeyTips::ShowButtons() {
   for (auto* button : page->findChildren<QToolButton*>()) {
     if (!button->isVisible() || !button->isEnabled()) continue;
     const bool large = button->toolButtonStyle() == Qt::ToolButtonTextUnderIcon;
-    const QPoint at = large ? QPoint(button->width() / 2, button->height()) : QPoint(4, button->height() / 2);
+    const QPoint at = large ? QPoint(button->width() / 2, button->height()) : QPoint(kOverIcon, button->height() / 2);
     const QString caption = button->defaultAction() != nullptr ? button->defaultAction()->iconText() : button->text();
     Add(PlainCaption(caption), button->mapTo(FRibbon.window(), at), -1, button);
   }

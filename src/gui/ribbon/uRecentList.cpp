@@ -167,8 +167,18 @@ void TRecentListView::FitColumns() {
   const int edge = std::max(22, fontMetrics().height());
   setIconSize({edge * 3 / 4, edge * 3 / 4});
   for (const int column : {TRecentModel::kPin, TRecentModel::kRemove}) header()->resizeSection(column, edge * 3 / 2);
-  header()->resizeSection(TRecentModel::kName, fontMetrics().averageCharWidth() * 28);
-  header()->resizeSection(TRecentModel::kAbout, fontMetrics().averageCharWidth() * 48);
+  // What is not needed goes to the folder, the last to be cut is what the recording holds.
+  const int letter = fontMetrics().averageCharWidth();
+  const auto needs = [this, letter](int column) { return std::max(sizeHintForColumn(column), 10 * letter) + letter; };
+  const int name = std::min(needs(TRecentModel::kName), 28 * letter);
+  const int room = viewport()->width() - 3 * edge - name - 10 * letter;
+  header()->resizeSection(TRecentModel::kName, name);
+  header()->resizeSection(TRecentModel::kAbout, std::clamp(room, 10 * letter, needs(TRecentModel::kAbout)));
+}
+
+void TRecentListView::resizeEvent(QResizeEvent* event) {
+  QTreeView::resizeEvent(event);
+  FitColumns();
 }
 
 void TRecentListView::ShowEntries(const std::vector<TRecentEntry>& entries) {
@@ -182,6 +192,7 @@ void TRecentListView::ShowEntries(const std::vector<TRecentEntry>& entries) {
   const int listed = FModel->RowOf(current);
   const int row = std::min(listed >= 0 ? listed : before, FModel->rowCount() - 1);
   if (row >= 0) setCurrentIndex(FModel->index(row, TRecentModel::kName));
+  FitColumns();
   if (isVisible()) CheckPaths();
 }
 

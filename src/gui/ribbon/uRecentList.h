@@ -61,6 +61,7 @@ class TRecentListView : public QTreeView {
   void keyPressEvent(QKeyEvent* event) override;
   void showEvent(QShowEvent* event) override;
   void changeEvent(QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
   void Act(const QModelIndex& index);

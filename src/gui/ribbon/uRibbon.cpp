@@ -95,6 +95,8 @@ QString TRibbon::CurrentTab() const {
 
 void TRibbon::ShowTab(int index) {
   const QSignalBlocker quiet(FTabBar);
+  // Else the focus of a button would go to the first one of the other page.
+  if (index != FCurrent && FPages->isAncestorOf(QApplication::focusWidget())) FTabBar->setFocus();
   FTabBar->setCurrentIndex(index);
   FPages->setCurrentIndex(index);
   if (FCurrent == index) return;

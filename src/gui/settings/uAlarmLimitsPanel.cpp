@@ -6,12 +6,14 @@
 #include <QLineEdit>
 #include <QScreen>
 #include <QTextDocument>
+#include <QTimer>
 #include <algorithm>
 #include <span>
 
 #include "gui/common/uLabels.h"
 #include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
+#include "gui/common/uTypedNumber.h"
 #include "gui/settings/uCaptionKeys.h"
 #include "gui/settings/uLimitEdit.h"
 #include "gui/settings/uLimitProfileBar.h"
@@ -25,13 +27,28 @@ constexpr int kAllowanceCharacters = 16;
 
 TLimitEdit* MakeEdit(TAlarmLimitsPanel* parent, std::string_view name, const QString& quantity, const QString& end) {
   auto* edit = new TLimitEdit(parent);
-  QObject::connect(edit, &TLimitEdit::Typed, parent, [parent] { parent->ShowProblem({}); });
-  QObject::connect(edit, &TLimitEdit::Refused, parent, &TAlarmLimitsPanel::ShowProblem);
+  QObject::connect(edit, &TLimitEdit::Typed, parent, [parent, edit] {
+    if (ReadTypedNumber(edit->text()).value) parent->ShowProblem({}, *edit);
+  });
+  QObject::connect(edit, &TLimitEdit::Refused, parent,
+                   [parent, edit](const QString& problem) { parent->ShowProblem(problem, *edit); });
   edit->setObjectName(QtText(name));
   edit->setAccessibleName(QString("%1, %2").arg(quantity, end));
   edit->setToolTip(QObject::tr("%1: a value beyond is marked").arg(edit->accessibleName()));
   return edit;
 }
+
+// A click into it selects all, as Tab does: what is typed then replaces "none".
+class TAllowanceEdit final : public QLineEdit {
+ public:
+  using QLineEdit::QLineEdit;
+
+ protected:
+  void focusInEvent(QFocusEvent* event) override {
+    QLineEdit::focusInEvent(event);
+    QTimer::singleShot(0, this, &QLineEdit::selectAll);  // after the press, which places the cursor
+  }
+};
 
 }  // namespace
 
@@ -65,7 +82,7 @@ TAlarmLimitsPanel::TAlarmLimitsPanel(QWidget* parent)
     const bool isAcceleration = index == static_cast<std::size_t>(TQuantity::Acceleration);
     if (!isAcceleration) AddAllowance(*grid, line, index, false);
     AddAllowance(*grid, line, index, true);
-    ++line;
+    line += 2;  // one below it for what is wrong
     if (!isAcceleration) continue;
     auto* fromFile = new QCheckBox(tr(" Load Acc. Alarm Values from File"), this);
     fromFile->setObjectName("chboxLoadAccAlarmFromFile");
@@ -80,13 +97,12 @@ TAlarmLimitsPanel::TAlarmLimitsPanel(QWidget* parent)
   FProblem->setTextFormat(Qt::PlainText);
   FProblem->setWordWrap(true);
   FProblem->hide();
-  grid->addWidget(FProblem, line, 0, 1, kColumns);
   ShowAllowances(std::nullopt);
 }
 
 void TAlarmLimitsPanel::AddAllowance(QGridLayout& grid, int line, std::size_t quantity, bool isMax) {
   const TQuantityControls& row = kQuantityControls[quantity];
-  auto* edit = new QLineEdit(this);
+  auto* edit = new TAllowanceEdit(this);
   edit->setObjectName(QtText(isMax ? row.max : row.min).replace("dxBarSpinAlarm", "edtAllowed"));
   const bool isEvents = static_cast<TQuantity>(quantity) == TQuantity::Acceleration;
   edit->setAccessibleName(
@@ -97,11 +113,10 @@ void TAlarmLimitsPanel::AddAllowance(QGridLayout& grid, int line, std::size_t qu
   edit->setPlaceholderText(tr("not judged"));
   edit->setMaximumWidth(fontMetrics().averageCharWidth() * kAllowanceCharacters);
   FAllowances.push_back({static_cast<TQuantity>(quantity), isMax, edit});
-  connect(edit, &QLineEdit::textEdited, this, [this] { ShowProblem({}); });
   connect(edit, &QLineEdit::editingFinished, this, [this, edit, quantity, isMax] {
     if (!edit->isModified()) return;
     edit->setModified(false);
-    emit AllowanceTyped(static_cast<TQuantity>(quantity), isMax, edit->text());
+    emit AllowanceTyped(static_cast<TQuantity>(quantity), isMax, *edit);
   });
   grid.addWidget(edit, line, isMax ? 5 : 4);
 }
@@ -112,6 +127,7 @@ void TAlarmLimitsPanel::ShowAllowances(const std::optional<TLimitProfile>& profi
     allowance.edit->setVisible(profile.has_value());
     if (profile && !allowance.edit->isModified()) {
       allowance.edit->setText(QtText(AllowanceText(*profile, allowance.quantity, allowance.isMax)));
+      if (allowance.edit->hasFocus()) allowance.edit->selectAll();
     }
   }
 }
@@ -129,16 +145,22 @@ void TAlarmLimitsPanel::ShowAnalogNames(std::span<const std::string, kAnalogInpu
   }
 }
 
-void TAlarmLimitsPanel::ShowProblem(const QString& problem) {
+void TAlarmLimitsPanel::ShowProblem(const QString& problem, const QWidget& edit) {
   QPalette ink = palette();
   ink.setColor(QPalette::WindowText, InkOn(palette(), QColor(0xB3261E), kTextContrast));
   FProblem->setPalette(ink);
   FProblem->setText(problem);
   FProblem->setVisible(!problem.isEmpty());
-  if (!problem.isEmpty()) emit LimitRefused(problem);
+  auto* grid = static_cast<QGridLayout*>(layout());
+  int row = 0, column = 0, rows = 0, columns = 0;
+  grid->getItemPosition(grid->indexOf(&edit), &row, &column, &rows, &columns);
+  grid->removeWidget(FProblem);
+  grid->addWidget(FProblem, row + 1, 0, 1, kColumns);
+  emit LimitRefused(problem);
 }
 
 void TAlarmLimitsPanel::OpenBelow(const QWidget& button) {
+  FProblem->hide();
   emit AboutToOpen();
   move(button.mapToGlobal(QPoint(0, button.height())));
   show();

@@ -1,6 +1,6 @@
 // The minimum and the maximum of every quantity that has alarm limits, and the limit profile in force with what it
 // allows beyond each. It opens below a button of the ribbon; Esc or a click beside it closes it. When it refuses what
-// was typed, it says why until somebody types again.
+// was typed, it says why until something valid is typed.
 #pragma once
 
 #include <QFrame>
@@ -28,16 +28,17 @@ class TAlarmLimitsPanel : public QFrame {
   void ShowAnalogNames(std::span<const std::string, kAnalogInputs.size()> names);
   // What the profile in force allows; nothing hides these inputs.
   void ShowAllowances(const std::optional<TLimitProfile>& profile);
-  // Shows why what was typed is refused; an empty text hides the last problem.
-  void ShowProblem(const QString& problem);
+  // Shows below one of its inputs why what was typed there is refused; an empty text hides the last problem.
+  void ShowProblem(const QString& problem, const QWidget& edit);
   [[nodiscard]] TLimitProfileBar& Profiles() const { return *FProfiles; }
 
  signals:
   void AboutToOpen();
   void Closed();
   // What is allowed beyond a limit was typed.
-  void AllowanceTyped(TQuantity quantity, bool isMax, const QString& text);
-  // For the status bar: a click beside the panel enters what is typed and closes the panel with its own message.
+  void AllowanceTyped(TQuantity quantity, bool isMax, const QLineEdit& edit);
+  // For the status bar: a click beside the panel enters what is typed and closes the panel with its own message. Empty
+  // when what was typed is valid.
   void LimitRefused(const QString& why);
 
  protected:

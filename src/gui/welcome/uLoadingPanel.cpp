@@ -150,6 +150,10 @@ void TLoadingPanel::hideEvent(QHideEvent* event) {
     FFocusBefore->setFocus(Qt::OtherFocusReason);
 }
 
+void TLoadingPanel::ForgetFocus() {
+  FFocusBefore.clear();
+}
+
 void TLoadingPanel::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_Escape) {
     emit Cancelled();

@@ -24,6 +24,8 @@ class TLoadingPanel : public QFrame {
   // Step 0 shows a busy bar without progress, as while a file is read.
   void SetSteps(int steps);
   void SetStep(int step);
+  // Leaves the focus where Qt puts it when the panel hides, instead of giving it back.
+  void ForgetFocus();
 
  signals:
   void Cancelled();

@@ -123,6 +123,12 @@ QPushButton* TWellcomePanel::AddButton(QAction* action, const QString& buttonNam
   return button;
 }
 
+void TWellcomePanel::FocusFirst() {
+  for (QPushButton* button : FButtons->parentWidget()->findChildren<QPushButton*>()) {
+    if (!button->isHidden() && button->isEnabled()) return button->setFocus(Qt::OtherFocusReason);
+  }
+}
+
 void TWellcomePanel::AddSection(const QString& heading, QWidget* content) {
   auto* label = new QLabel(heading, FPage);
   label->setContentsMargins(0, 14, 0, 0);
