@@ -74,8 +74,7 @@ void TChartMarks::Hover(const QPointF& position) {
   const auto now = IndicatorTime();
   const bool follows = FNearest || (FIndicator && !FPinned);
   if (now != before || (follows && FHover != hoverBefore)) FPlot.RedrawMarks();
-  if (now && now != before) emit FPlot.IndicatorMoved(*now);
-  if (FHover != hoverBefore) EmitPointer();
+  EmitMoved();
 }
 
 void TChartMarks::Ask(const QPointF& position) {
@@ -108,13 +107,24 @@ void TChartMarks::FollowPointer() {
   EmitMoved();
 }
 
-void TChartMarks::EmitMoved() {
-  if (const auto now = IndicatorTime()) emit FPlot.IndicatorMoved(*now);
-  EmitPointer();
+void TChartMarks::ChangeData(const TTimeSpan& span) {
+  FAsked.reset();
+  FEmittedMoved.reset();
+  if (FPinned && (*FPinned < span.start || *FPinned > span.end)) FPinned.reset();
+  FPinnedBefore = FPinned;
 }
 
-void TChartMarks::EmitPointer() {
-  emit FPlot.PointerMoved(FPinned || !FHover ? FPinned : FPlot.MomentAt(*FHover));
+void TChartMarks::Update() {
+  if (FHover && !FPlot.Rect().rect().contains(FHover->toPoint())) FHover.reset();
+  EmitMoved();
+}
+
+void TChartMarks::EmitMoved() {
+  const auto indicator = IndicatorTime();
+  if (std::exchange(FEmittedMoved, indicator) != indicator && indicator) emit FPlot.IndicatorMoved(*indicator);
+  std::optional<double> pointer;
+  if (FPlot.HasData()) pointer = FPinned || !FHover ? FPinned : FPlot.MomentAt(*FHover);
+  if (std::exchange(FEmittedPointer, pointer) != pointer) emit FPlot.PointerMoved(pointer);
 }
 
 void TChartMarks::Paint(QCPPainter& painter) const {

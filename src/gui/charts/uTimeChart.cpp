@@ -79,10 +79,10 @@ QList<qreal> TTimeChart::Dashes(std::size_t place) const {
 }
 
 void TTimeChart::SetFullRange(const std::optional<TTimeSpan>& span) {
-  FMarks.Reset();
   FCursors.Reset();
   FGestures.EndDrag();
   FRange.SetFull(span);
+  if (span) FMarks.ChangeData(FRange.Full());
 }
 
 QString TTimeChart::MomentText(double time) const {
