@@ -66,8 +66,8 @@ void TTimeChart::SetPointsVisible(bool visible) {
   if (std::exchange(FPointsVisible, visible) != visible) QueueReplot();
 }
 
-void TTimeChart::SetForPaper() {
-  FForPaper = true;
+void TTimeChart::SetForPaper(bool on) {
+  FForPaper = on;
   Restyle();
 }
 

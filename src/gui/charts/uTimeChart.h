@@ -47,7 +47,7 @@ class TTimeChart : public TChartPlot, public IChartReadings {
   void SetPointsVisible(bool visible);
 
   // For paper, which may be without colours: lines differ by their style, dots by their shape.
-  void SetForPaper();
+  void SetForPaper(bool on);
 
   [[nodiscard]] TChartRange& Range() { return FRange; }
   [[nodiscard]] const TChartRange& Range() const { return FRange; }

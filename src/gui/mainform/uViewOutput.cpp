@@ -72,26 +72,34 @@ TReportContents ContentsOf(const TCommandTargets& on, IProgress& progress) {
   return contents;
 }
 
+// Of a picture in a document, however small the chart is on the screen.
+QSize PictureSize(const TTimeChart& chart) {
+  constexpr QSize kMinPicture(640, 400);  // px
+  return chart.size().expandedTo(kMinPicture);
+}
+
 void WriteSvg(TTimeChart& chart, const QString& caption, QIODevice& file) {
   QSvgGenerator svg;
   svg.setOutputDevice(&file);
-  svg.setSize(chart.size());
-  svg.setViewBox(chart.rect());
+  const QSize size = PictureSize(chart);
+  svg.setSize(size);
+  svg.setViewBox(QRect(QPoint(), size));
   svg.setResolution(chart.logicalDpiX());
   svg.setTitle(QObject::tr("ShockScope"));  // not the caption: Qt 6.4 does not escape a title
   QCPPainter painter;
   painter.setMode(QCPPainter::pmVectorized);
   if (!painter.begin(&svg)) throw std::runtime_error("The picture cannot be made.");
-  chart.DrawWith(painter, caption);
+  chart.DrawWith(painter, caption, size);
 }
 
 QImage Scaled(TTimeChart& chart, const QString& caption, int scale) {
   const double pixels = scale * chart.devicePixelRatioF();
-  QImage picture((QSizeF(chart.size()) * pixels).toSize(), QImage::Format_RGB32);
+  const QSize size = PictureSize(chart);
+  QImage picture((QSizeF(size) * pixels).toSize(), QImage::Format_RGB32);
   if (picture.isNull()) throw std::bad_alloc();
   QCPPainter painter(&picture);
   painter.scale(pixels, pixels);
-  chart.DrawWith(painter, caption);
+  chart.DrawWith(painter, caption, size);
   return picture;
 }
 

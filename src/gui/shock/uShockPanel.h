@@ -70,4 +70,5 @@ class TMainShockPanel : public QWidget {
   QLabel* FConditions;
   QLabel* FClipped;
   std::optional<int> FValuesWidth;  // px, when the table was last visible
+  int FFromList = 0;                // px that the list gave to the visible table
 };
