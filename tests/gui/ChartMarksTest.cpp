@@ -122,6 +122,32 @@ TEST_F(EventChart, SamplesThatStandApartGetDots) {
   EXPECT_EQ(FChart.grab().toImage(), dotted);
 }
 
+TEST_F(EventChart, ALockedIndicatorStaysInTheNextEventThatHasItsTime) {
+  FChart.Marks().SetIndicatorVisible(true);
+  FChart.Marks().SetIndicatorLocked(true);
+  Click(FChart, AtMs(40));
+  const TEventList others = Events({{5, 1}, {50, 2}, {90, 1}}, true);
+  FChart.ShowEvent(others, 0, {});
+  ExpectIndicator(40);
+  const TEventList shorter = Events({{0, 1}, {30, 2}}, true);
+  FChart.ShowEvent(shorter, 0, {});
+  EXPECT_FALSE(FChart.Marks().IndicatorTime());
+}
+
+TEST_F(EventChart, ALowPlotHasItsReadingsAboveTheCurves) {
+  FChart.resize(800, 150);
+  Settle();
+  const QImage before = FChart.grab().toImage();
+  FChart.Marks().SetIndicatorVisible(true);
+  const QPoint at = AtMs(35);
+  Move(FChart, at, Qt::NoButton);
+  const QImage pointed = FChart.grab().toImage();
+  const QRect plot = RectOf(FChart).rect();
+  const QRect beside(at.x() + 8, plot.top() + 2, plot.right() - at.x() - 10, plot.height() - 4);
+  EXPECT_EQ(pointed.copy(beside), before.copy(beside));
+  EXPECT_NE(pointed.copy(0, 0, 800, plot.top()), before.copy(0, 0, 800, plot.top()));
+}
+
 TEST_F(EventChart, CursorTextsFollowTheMasks) {
   FChart.SetSeriesVisible(TSeries::Y, false);
   FChart.SetSeriesVisible(TSeries::Z, false);

@@ -45,8 +45,9 @@ class TChartMarks {
   void FollowPointer();
   void EmitMoved();
   void Paint(QCPPainter& painter) const;
-  // Gives the box of its words.
+  // Gives the box of its words; a low plot has a line of them above it instead.
   QRectF PaintIndicator(QCPPainter& painter, double time) const;
+  void PaintStrip(QCPPainter& painter, const std::vector<TReading>& readings) const;
   void PaintNearest(QCPPainter& painter, const TReading& nearest, const QRectF& taken) const;
 
   TChartPlot& FPlot;
