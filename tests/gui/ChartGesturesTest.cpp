@@ -214,7 +214,7 @@ class MovedSensors : public testing::Test {
 
 TEST_F(MovedSensors, HideThoseOfAnotherUnitOnTheirNewAxis) {
   const auto& humidity = dynamic_cast<const TTitledAxis&>(*RectOf(FChart).axis(QCPAxis::atRight, 0));
-  QSignalSpy texts(&FChart, &TTimeChart::CursorValueChanged);
+  QSignalSpy texts(&FChart, &TSensorsChart::SensorsHidden);
   FChart.MoveSensor(1, TSensorAxis::RightInner);
   EXPECT_THAT(texts.back()[0].toString().toStdString(), HasSubstr("hidden: the axis shows Temperature p"));
   EXPECT_THAT(Visible(), ElementsAre(true, true, false, true)) << "degrees and percent share no axis";
@@ -228,11 +228,9 @@ TEST_F(MovedSensors, HideThoseOfAnotherUnitOnTheirNewAxis) {
   EXPECT_FALSE(RectOf(FChart).axis(QCPAxis::atLeft, 1)->visible()) << "nothing is left on it";
   FChart.SetSensors(FSensors, kStart);
   EXPECT_THAT(Visible(), ElementsAre(true, true, false, true)) << "the choice outlives the recording";
-  FChart.SetSensorVisible(2, true);
-  EXPECT_THAT(Visible(), ElementsAre(false, false, true, true));
   FChart.MoveSensor(2, TSensorAxis::RightOuter);
   FChart.MoveSensor(99, TSensorAxis::RightOuter);
-  EXPECT_THAT(Visible(), ElementsAre(false, false, true, true));
+  EXPECT_THAT(Visible(), ElementsAre(true, true, true, true));
   EXPECT_EQ(FChart.Sensors().Series()[2].look.axis, TSensorAxis::RightOuter);
   FChart.MoveSensor(2, TSensorAxis::RightInner);
   EXPECT_EQ(humidity.labelColor(), Qt::blue) << "as designed";

@@ -67,7 +67,9 @@ void TSensorsChart::SetSensors(const TSensorList& sensors, double startTime) {
 
 void TSensorsChart::SetSensorVisible(std::size_t index, bool visible) {
   if (index >= FSensors.Series().size() || IsSensorVisible(index) == visible) return;
+  const TSensorAxis before = FSensors.Series()[index].look.axis;
   EmitHidden(FSensors.SetVisible(index, visible), index);
+  ScaleAxis(before);
   ScaleAxis(FSensors.Series()[index].look.axis);
   FillLegend();
   SetUpAxes();
@@ -75,7 +77,7 @@ void TSensorsChart::SetSensorVisible(std::size_t index, bool visible) {
 
 void TSensorsChart::EmitHidden(const QStringList& hidden, std::size_t chosen) {
   if (hidden.isEmpty()) return;
-  emit CursorValueChanged(tr("%1 hidden: the axis shows %2").arg(hidden.join(", "), FSensors.Series()[chosen].name));
+  emit SensorsHidden(tr("%1 hidden: the axis shows %2").arg(hidden.join(", "), FSensors.Series()[chosen].name));
 }
 
 void TSensorsChart::MoveSensor(std::size_t index, TSensorAxis axis) {

@@ -17,6 +17,7 @@
 #include "gui/mainform/uControls.h"
 #include "gui/mainform/uMainParts.h"
 #include "gui/mainform/uMissionViews.h"
+#include "gui/mainform/uNotice.h"
 #include "gui/overview/uOverviewPanel.h"
 #include "gui/overview/uVerdictStrip.h"
 #include "gui/report/uEventCardList.h"
@@ -97,6 +98,8 @@ void TViewActions::ConnectCharts() {
   for (TRowGrid* grid : FWindow.findChildren<TRowGrid*>()) {
     connect(grid, &TRowGrid::RowsCopied, FParts.statusValue, &QLabel::setText);
   }
+  connect(FParts.overview->ChartAllSensors(), &TSensorsChart::SensorsHidden, this,
+          [this](const QString& words) { FParts.notice->ShowText(words, {}); });
   for (TEventsChart* chart : {FParts.overview->Chart1(), FParts.shock->Chart20()}) {
     connect(chart, &TEventsChart::EventClicked, this, &TViewActions::Select);
   }
