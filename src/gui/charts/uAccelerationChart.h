@@ -24,7 +24,7 @@ class TAccelerationChart : public TTimeChart {
   void SeriesVisibleChanged(TSeries series, bool visible);
 
  protected:
-  void Clicked(const QPointF& position) override;
+  void EntryClicked(std::size_t entry) override;
   void Restyle() override;
   // Other series are visible.
   virtual void SeriesChanged() { Range().RescaleValues(); }

@@ -276,13 +276,13 @@ QString TEventsChart::WordsOf(const THit& hit) const {
       .arg(index);
 }
 
+void TEventsChart::EntryClicked(std::size_t entry) {
+  const TSeries series = kAllSeries[entry];
+  SetSeriesVisible(series, !FShown[entry]);
+  emit SeriesVisibleChanged(series, FShown[entry]);
+}
+
 void TEventsChart::Clicked(const QPointF& position) {
-  if (const auto entry = Legend().EntryAt(position); entry && *entry < kSeriesCount) {
-    const TSeries series = kAllSeries[*entry];
-    SetSeriesVisible(series, !FShown[*entry]);
-    emit SeriesVisibleChanged(series, FShown[*entry]);
-    return;
-  }
   // Half of the first and the last dot is outside the axes.
   const QRectF reach = QRectF(Rect().rect()).adjusted(-kReach, 0, kReach, 0);
   if (!reach.contains(position)) return;

@@ -50,6 +50,7 @@ class TEventsChart final : public TTimeChart {
 
  protected:
   void Clicked(const QPointF& position) override;
+  void EntryClicked(std::size_t entry) override;
   void Unclicked() override;
   [[nodiscard]] QString CursorText(const QPointF& position) const override;
   [[nodiscard]] std::vector<TReading> ReadingsAt(double time) const override;

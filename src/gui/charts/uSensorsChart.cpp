@@ -254,10 +254,8 @@ void TSensorsChart::PaintAlarms(QCPPainter& painter) {
   }
 }
 
-void TSensorsChart::Clicked(const QPointF& position) {
-  const auto entry = Legend().EntryAt(position);
-  if (!entry || *entry >= FSensors.Listed().size()) return;
-  const std::size_t index = FSensors.Listed()[*entry];
+void TSensorsChart::EntryClicked(std::size_t entry) {
+  const std::size_t index = FSensors.Listed()[entry];
   SetSensorVisible(index, !FSensors.Series()[index].visible);
   emit SensorVisibleChanged(index, FSensors.Series()[index].visible);
 }

@@ -58,7 +58,7 @@ class TSensorsChart final : public TTimeChart {
   void SensorsHidden(const QString& words);
 
  protected:
-  void Clicked(const QPointF& position) override;
+  void EntryClicked(std::size_t entry) override;
   [[nodiscard]] std::vector<TCurve> Curves() const override;
   void ScaleValues() override;
   void Restyle() override;
