@@ -211,6 +211,32 @@ TEST(EventsChartMarks, AbsorbedPointsBecomeOneAtTheHighest) {
   EXPECT_EQ(clicked[0][0].toULongLong(), 2U + 6U);
 }
 
+TEST(EventsChartMarks, AGroupSaysItsRangeInTotalsAndIsRingedForEachOfItsEvents) {
+  TEventList events;
+  events.StartTime = kStart;
+  // Peaks on x of 40, 41, 42 g; the second has the largest total, 58 g.
+  for (const auto& [ms, y] : {std::pair(0.0, 0.0F), {1.0, 41.0F}, {2.0, 0.0F}, {20 * kMinute, 0.0F}}) {
+    events.NewEvent();
+    events.AddValues(ms, ms < kMinute ? 40 + static_cast<float>(ms) : 90, y, 0);
+  }
+  TEventsChart chart;
+  chart.SetEvents(events, {});
+  Show(chart);
+  const QPoint group = PointAt(chart, At(2), 42);
+  const IChartReadings& readings = chart;
+  ASSERT_EQ(readings.ReadingsUnder(group).size(), 1U);
+  EXPECT_EQ(readings.ReadingsUnder(group)[0].text.toStdString(), "3 events, 40 … 57.9828 g, worst: 1");
+  const QColor ring = chart.palette().color(QPalette::Highlight);
+  const QRect beside(group + QPoint(8, -4), QSize(6, 8));
+  const int without = Ink(chart, ring, beside);
+  for (const std::size_t event : {0UL, 1UL, 2UL}) {
+    chart.SetSelectedEvent(event);
+    EXPECT_GT(Ink(chart, ring, beside), without + 8) << event;
+  }
+  chart.SetSelectedEvent(3);
+  EXPECT_EQ(Ink(chart, ring, beside), without);
+}
+
 // Hover, status bar and click use one hit test, so a number in one of them is that of all.
 TEST(EventsChartMarks, HoverStatusBarAndClickNameTheSameEvent) {
   ReadFile(TEST_DATA "/stairs.kshock");

@@ -17,6 +17,7 @@ namespace {
 constexpr double kReach = 8;         // px, how near to an event a click is meant for it
 constexpr double kLevelInSight = 4;  // times the largest peak; a level above is out of sight
 constexpr double kTotalRadius = 3;   // px, of the dot behind
+constexpr double kRingAway = 3.5;    // px, of the ring of the selected event from its dot
 constexpr double kFaint = 0.16;      // of the text's colour, for events that the filter hides
 
 }  // namespace
@@ -176,7 +177,8 @@ void TEventsChart::PaintDots(QCPPainter& painter) {
   for (std::size_t i = FirstAtOrAfter(FEvents.Count(), key, times.lower); i < end; ++i) {
     if (!FEvents.IsVisible(i) || !FShown[FEvents.Axis(i)]) continue;
     const double g = FEvents.Peak(i);
-    FDots.Add(left + (FEvents.Time(i) - times.lower) * perTime, foot - (g - values.lower) * perG, i);
+    FDots.Add(left + (FEvents.Time(i) - times.lower) * perTime, foot - (g - values.lower) * perG, i,
+              double{FEvents.Max(i)});
   }
   std::vector<QColor> inks;
   for (const TSeries series : kAllSeries) inks.push_back(InkOf(series));
@@ -219,17 +221,25 @@ void TEventsChart::PaintStems(QCPPainter& painter, std::size_t series, const QCo
 
 void TEventsChart::PaintMark(QCPPainter& painter, std::optional<std::size_t> place, bool selected) const {
   if (!place) return;
-  const QColor highlight = palette().color(QPalette::Highlight);
-  const QPen line(highlight, 1, selected ? Qt::SolidLine : Qt::DotLine);
-  if (!DrawMoment(painter, TimeAxis(), FEvents.Time(*place), line)) return;
   const QRect rect = Rect().rect();
   const double x = TimeAxis().coordToPixel(FEvents.Time(*place));
-  const double y = ValueAxis().coordToPixel(double{FEvents.Max(*place)});
-  if (!(y >= rect.top() - 20 && y <= rect.bottom() + 20)) return;
+  const bool hasDot = FEvents.IsVisible(*place) && FShown[FEvents.Axis(*place)];
+  const double y = ValueAxis().coordToPixel(double{hasDot ? FEvents.Peak(*place) : FEvents.Max(*place)});
+  const auto [middle, radius] = hasDot ? FDots.CircleOf({x, y}) : TEventDots::TCircle{{x, y}, kTotalRadius};
+  const QPointF corner(radius + kRingAway, radius + kRingAway);
+  const QRectF ring(middle - corner, middle + corner);
+  const QColor highlight = palette().color(QPalette::Highlight);
+  painter.save();
+  // The line leaves the number of a group legible.
+  painter.setClipRegion(QRegion(rect) - QRegion(ring.toRect(), QRegion::Ellipse));
+  const QPen line(highlight, 1, selected ? Qt::SolidLine : Qt::DotLine);
+  const bool inSight = DrawMoment(painter, TimeAxis(), FEvents.Time(*place), line);
+  painter.restore();
+  if (!inSight || !(y >= rect.top() - 20 && y <= rect.bottom() + 20)) return;
   painter.setAntialiasing(true);
   painter.setBrush(Qt::NoBrush);
   painter.setPen(QPen(highlight, selected ? 2.5 : 1.5));
-  painter.drawEllipse(QPointF(x, y), 7, 7);
+  painter.drawEllipse(ring);
 }
 
 // The event whose stem or dot is nearest within reach; of several in one column of pixels, the one with the highest
@@ -261,7 +271,7 @@ std::optional<std::size_t> TEventsChart::PlaceAt(double time) const {
 }
 
 std::optional<TEventsChart::THit> TEventsChart::HitAt(const QPointF& position) const {
-  if (const auto group = FDots.GroupAt(position)) return THit{group->item, group->count, group->lowest};
+  if (const auto group = FDots.GroupAt(position)) return THit{group->item, group->count, group->min, group->max};
   if (const auto place = PlaceNear(position)) return THit{*place};
   return std::nullopt;
 }
@@ -272,7 +282,7 @@ QString TEventsChart::WordsOf(const THit& hit) const {
   if (hit.count == 1) return tr("event %1: %2").arg(index).arg(GText(double{FEvents.Max(hit.place)}));
   return tr("%1 events, %2 … %3, worst: %4")
       .arg(hit.count)
-      .arg(Figure(double{FEvents.Peak(hit.lowest)}), GText(double{FEvents.Peak(hit.place)}))
+      .arg(QtText(MaskFloat(FMasks.acceleration, hit.min)), GText(hit.max))
       .arg(index);
 }
 

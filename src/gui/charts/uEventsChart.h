@@ -61,11 +61,12 @@ class TEventsChart final : public TTimeChart {
   void Restyle() override;
 
  private:
-  // What is under a position: one event, or several that share a point, of which the highest stands for all.
+  // What is under a position: one event, or several that share a point, of which that with the largest total stands for
+  // all.
   struct THit {
     std::size_t place;
     std::size_t count = 1;
-    std::size_t lowest = 0;  // of several
+    double min = 0, max = 0;  // of the totals of several, g
   };
   // Hover, status bar and click all ask this.
   [[nodiscard]] std::optional<THit> HitAt(const QPointF& position) const;
