@@ -89,7 +89,7 @@ void TViewActions::ConnectCharts() {
   for (TTimeChart* chart : FWindow.findChildren<TTimeChart*>()) {
     const bool zooms = chart != FParts.docks.ChartNavigator;
     chart->setStatusTip(zooms ? tr("drag: zoom · middle drag: pan · double-click: reset")
-                              : tr("drag: move the band · drag an edge: resize it"));
+                              : tr("drag: move the band · its edge: resize · outside: new band · double-click: all"));
     connect(chart, &TTimeChart::CursorValueChanged, this, [this, chart](const QString& text) {
       FParts.statusHint->setText(text.isEmpty() ? QString() : chart->statusTip());
       FParts.statusValue->setText(text);

@@ -16,7 +16,8 @@
 #include <stdexcept>
 
 #include "base/uFiles.h"
-#include "gui/charts/uTimeChart.h"
+#include "gui/charts/uAccelerationChart.h"
+#include "gui/charts/uChartOnPaper.h"
 #include "gui/common/uLogos.h"
 #include "gui/common/uQtText.h"
 #include "gui/mainform/KorvexMainForm.h"
@@ -25,6 +26,7 @@
 #include "gui/report/uPageView.h"
 #include "gui/report/uReportConfigDialog.h"
 #include "gui/report/uReportPanel.h"
+#include "gui/shock/uShockPanel.h"
 #include "platform/uSha256.h"
 #include "shell/uExportCommands.h"
 #include "shell/uStartUp.h"
@@ -62,7 +64,26 @@ TReportConfig ConfigOf(const TCommandTargets& on) {
 }
 
 TReportContents ContentsOf(const TCommandTargets& on) {
-  return ReportContents(on.flow.Mission(), on.parts, on.flow, on.program);
+  TReportContents contents = ReportContents(on.flow.Mission(), on.parts, on.flow, on.program);
+  if (on.flow.View() == TView::Shock) {
+    TAccelerationChart& chart = on.parts.shock->ChartInFront();
+    contents.shownEvent = TShownEvent{chart.ShownName(), [&chart](QPainter& painter, const QRectF& place) {
+                                        DrawShownOnPaper(chart, painter, place);
+                                      }};
+  }
+  return contents;
+}
+
+// "stairs ID-8 spectrum": the recording and, of the shock view, what is in front.
+QString ProposedPdfName(const TCommandTargets& on) {
+  QStringList parts{RecordingName(on.flow)};
+  if (on.flow.View() == TView::Overview) parts << QObject::tr("overview");
+  if (on.flow.View() == TView::Shock) {
+    const auto event = on.flow.Mission().SelectedEvent;
+    parts << (event ? QString("ID-%1").arg(*event) : QString()) << on.parts.shock->ChartInFront().ShownName();
+  }
+  parts.removeAll(QString());
+  return parts.join(' ');
 }
 
 // With the checksum, which takes time for a large file.
@@ -172,7 +193,7 @@ void PreviewView(const TCommandTargets& on) {
 void SaveViewAsPdf(const TCommandTargets& on) {
   if (!on.flow.FileShown()) return;
   const TReportConfig config = ConfigOf(on);
-  on.exports.SavePdf(Utf8(RecordingName(on.flow)), [&](const std::filesystem::path& file, IProgress& progress) {
+  on.exports.SavePdf(Utf8(ProposedPdfName(on)), [&](const std::filesystem::path& file, IProgress& progress) {
     WriteReportPdf(file, TReportPages(ContentsOf(on, progress), config), progress);
   });
 }

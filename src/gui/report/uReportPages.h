@@ -8,6 +8,7 @@
 #include <QString>
 #include <array>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -20,14 +21,21 @@
 
 class QPagedPaintDevice;
 
+// What the shock view has in front of the selected event.
+struct TShownEvent {
+  QString name;  // "spectrum"; empty for what was recorded
+  std::function<void(QPainter&, const QRectF& place)> paint;
+};
+
 // What a report is made of. The mission and its tables are borrowed by the pages.
 struct TReportContents {
   const TShownMission& mission;
-  std::array<QImage, 2> logos = {};  // by TLogos::TLogo; a null one is left out
-  std::filesystem::path file = {};   // the recording; the cover has its name and size
-  std::string sha256 = {};           // of the file, in hexadecimal digits; empty while it is not known
-  std::string version = {};          // of the program
-  double madeAt = 0;                 // the date of the report, a date-time
+  std::array<QImage, 2> logos = {};            // by TLogos::TLogo; a null one is left out
+  std::filesystem::path file = {};             // the recording; the cover has its name and size
+  std::string sha256 = {};                     // of the file, in hexadecimal digits; empty while it is not known
+  std::string version = {};                    // of the program
+  double madeAt = 0;                           // the date of the report, a date-time
+  std::optional<TShownEvent> shownEvent = {};  // else the recorded curves
 };
 
 // For madeAt: the time on this computer's clock, a date-time.

@@ -91,6 +91,11 @@ bool TMainShockPanel::IsSpectrumInFront() const {
   return FEventCharts->currentWidget() == FSpectrum;
 }
 
+TAccelerationChart& TMainShockPanel::ChartInFront() const {
+  if (IsSpectrumInFront()) return *FSpectrum->Chart();
+  return *FChart2;
+}
+
 void TMainShockPanel::ShowValues() {
   const TSpectrumChart& spectrum = *FSpectrum->Chart();
   if (IsSpectrumInFront()) {
@@ -122,8 +127,7 @@ void TMainShockPanel::SetSpectrumVisible(bool visible) {
 
 void TMainShockPanel::SetValuesVisible(bool visible) {
   if (visible == FValues->isHidden()) TakeRoomForValues(visible);
-  TTimeChart& chart = IsSpectrumInFront() ? static_cast<TTimeChart&>(*FSpectrum->Chart()) : *FChart2;
-  if (const auto pointed = chart.Marks().IndicatorTime()) MarkValue(*pointed);
+  if (const auto pointed = ChartInFront().Marks().IndicatorTime()) MarkValue(*pointed);
 }
 
 // The table takes its room from the chart beside it, and from the list what the chart needs to stay legible. Closing it
