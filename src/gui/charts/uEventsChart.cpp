@@ -51,6 +51,7 @@ void TEventsChart::SetEvents(const TEventList& events, const TMissionData& missi
   SetPlaceholder(why.empty() ? tr("No events") : QtText(why));
   FEvents.Set(events);
   if (mission.bValid && mission.adxl_level_on > 0) FTrigger = mission.adxl_level_on;
+  FillLegend();
   if (FEvents.Count() > 0) SetFullRange(TTimeSpan{FEvents.Time(0), FEvents.Time(FEvents.Count() - 1)});
 }
 
@@ -88,7 +89,9 @@ void TEventsChart::SetSeriesVisible(TSeries series, bool visible) {
 }
 
 void TEventsChart::SetAlarmLimits(TAlarmLimits limits) {
-  if (std::exchange(FAlarm, limits) != limits) Range().RescaleValues();
+  if (std::exchange(FAlarm, limits) == limits) return;
+  FillLegend();
+  Range().RescaleValues();
 }
 
 void TEventsChart::SetMasks(TValueMasks masks) {
@@ -118,13 +121,36 @@ QString TEventsChart::GText(double g) const {
 
 void TEventsChart::Restyle() {
   TTimeChart::Restyle();
+  FillLegend();
+}
+
+// On paper the levels stand in the legend: there may be a bar wherever a label could be.
+void TEventsChart::FillLegend() {
   std::vector<TLegendEntry> entries;
   for (const TSeries series : kAllSeries) {
     TLegendEntry entry{NameOf(series), InkOf(series), FShown[Place(series)]};
     if (IsForPaper()) entry.marker = kMarkers[Place(series)];
     entries.push_back(std::move(entry));
   }
+  for (const TLevel& level : IsForPaper() ? Levels() : std::vector<TLevel>()) {
+    entries.push_back({level.name, level.ink, true, {5, 3}});
+  }
   Legend().SetEntries(std::move(entries));
+}
+
+std::vector<TEventsChart::TLevel> TEventsChart::Levels() const {
+  std::vector<TLevel> levels;
+  if (FTrigger) levels.push_back({double{*FTrigger}, tr("trigger %1 g").arg(Figure(double{*FTrigger})), FaintInk()});
+  if (!FAlarm) return levels;
+  const QColor ink = InkOn(palette(), kAlarmColour);
+  const auto add = [&](double level, const QString& name) {
+    levels.push_back({level, tr("alarm %1 g").arg(name), ink});
+  };
+  const auto [lower, upper] = *FAlarm;
+  const bool same = std::fabs(lower) == upper;
+  add(upper, (same ? "±" : "") + Figure(upper));
+  if (!same) add(std::fabs(lower), Figure(lower));
+  return levels;
 }
 
 // The levels are drawn first, so that their names hide no peak.
@@ -145,19 +171,9 @@ void TEventsChart::PaintEvents(QCPPainter& painter) {
 }
 
 void TEventsChart::PaintLevels(QCPPainter& painter) {
-  if (FTrigger) {
-    DrawLevel(painter, Labels(), ValueAxis(), double{*FTrigger}, tr("trigger %1 g").arg(Figure(double{*FTrigger})),
-              FaintInk());
+  for (const TLevel& level : Levels()) {
+    DrawLevel(painter, Labels(), ValueAxis(), level.g, IsForPaper() ? QString() : level.name, level.ink);
   }
-  if (!FAlarm) return;
-  const QColor ink = InkOn(palette(), kAlarmColour);
-  const auto draw = [&](double level, const QString& name) {
-    DrawLevel(painter, Labels(), ValueAxis(), level, tr("alarm %1 g").arg(name), ink);
-  };
-  const auto [lower, upper] = *FAlarm;
-  if (std::fabs(lower) == upper) return draw(upper, "±" + Figure(upper));
-  draw(upper, Figure(upper));
-  draw(std::fabs(lower), Figure(lower));
 }
 
 void TEventsChart::PaintDots(QCPPainter& painter) {

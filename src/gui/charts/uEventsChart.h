@@ -68,6 +68,13 @@ class TEventsChart final : public TTimeChart {
     std::size_t count = 1;
     double min = 0, max = 0;  // of the totals of several, g
   };
+  struct TLevel {
+    double g;
+    QString name;
+    QColor ink;
+  };
+  [[nodiscard]] std::vector<TLevel> Levels() const;
+  void FillLegend();
   // Hover, status bar and click all ask this.
   [[nodiscard]] std::optional<THit> HitAt(const QPointF& position) const;
   [[nodiscard]] QString WordsOf(const THit& hit) const;

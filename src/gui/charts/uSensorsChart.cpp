@@ -204,6 +204,7 @@ void TSensorsChart::Prepare() {
 }
 
 // As much as fits: the names in the colours of their series and the unit, a dash in place of each name, the unit alone.
+// On paper a dash says nothing.
 std::vector<TTitlePart> TSensorsChart::TitleOf(TSensorAxis axis) const {
   const QColor ink = InkOf(axis);
   const std::vector<const TSensorSeries*> named = FSensors.NamedOn(axis);
@@ -224,7 +225,7 @@ std::vector<TTitlePart> TSensorsChart::TitleOf(TSensorAxis axis) const {
     return width <= Rect().height();
   };
   if (fits(names)) return names;
-  return fits(dashes) ? dashes : std::vector<TTitlePart>{{unit, ink}};
+  return fits(dashes) && !IsForPaper() ? dashes : std::vector<TTitlePart>{{unit, ink}};
 }
 
 void TSensorsChart::PaintSensors(QCPPainter& painter) {
