@@ -70,7 +70,8 @@ bool AbsorbOnce(std::vector<TDot>& dots, const std::function<double(std::size_t)
     } else {
       TDot& into = kept[taker];
       into.count += dot.count;
-      if (dot.lowestY > into.lowestY) std::tie(into.lowestY, into.lowest) = std::tie(dot.lowestY, dot.lowest);
+      into.min = std::min(into.min, dot.min);
+      if (dot.max > into.max) std::tie(into.max, into.item) = std::tie(dot.max, dot.item);
       radii[taker] = radiusOf(kept[taker].count);
     }
   }
@@ -89,7 +90,7 @@ TDotGrid::TDotGrid(double left, double top, double width, double height, double 
       FRows(static_cast<std::size_t>(std::ceil(std::max(height, 0.0) / cell))),
       FDotOfCell(FColumns * FRows) {}
 
-void TDotGrid::Add(double x, double y, std::size_t item) {
+void TDotGrid::Add(double x, double y, std::size_t item, double value) {
   const double column = (x - FLeft) / FCell;
   const double row = (y - FTop) / FCell;
   // Also false for what is no number.
@@ -98,14 +99,15 @@ void TDotGrid::Add(double x, double y, std::size_t item) {
   if (!inside) return;
   std::uint32_t& number = FDotOfCell[static_cast<std::uint32_t>(row) * FColumns + static_cast<std::uint32_t>(column)];
   if (number == 0) {
-    FDots.push_back({x, y, item, 1, y, item});
+    FDots.push_back({x, y, item, 1, value, value});
     number = static_cast<std::uint32_t>(FDots.size());
     return;
   }
   TDot& dot = FDots[number - 1];
   ++dot.count;
-  if (y < dot.y) std::tie(dot.x, dot.y, dot.item) = std::tie(x, y, item);
-  if (y > dot.lowestY) std::tie(dot.lowestY, dot.lowest) = std::tie(y, item);
+  if (y < dot.y) std::tie(dot.x, dot.y) = std::tie(x, y);
+  dot.min = std::min(dot.min, value);
+  if (value > dot.max) std::tie(dot.max, dot.item) = std::tie(value, item);
 }
 
 void AbsorbDots(std::vector<TDot>& dots, const std::function<double(std::size_t)>& radiusOf) {

@@ -7,12 +7,10 @@
 #include <vector>
 
 struct TDot {
-  double x, y;
-  std::size_t item;   // the highest of those that it stands for
+  double x, y;        // where the highest of those stands that it stands for
+  std::size_t item;   // the one of them with the largest value
   std::size_t count;  // how many they are
-  // The lowest of them, and where it stands.
-  double lowestY = 0;
-  std::size_t lowest = 0;
+  double min, max;    // of their values
 };
 
 // Gathers items into one dot a cell of the picture, which stands where the highest of its items stands; so there are
@@ -22,7 +20,7 @@ class TDotGrid {
   // Cells of `cell` × `cell` px; what lies outside the width and height is not taken.
   TDotGrid(double left, double top, double width, double height, double cell);
 
-  void Add(double x, double y, std::size_t item);
+  void Add(double x, double y, std::size_t item, double value);
   // In the order in which their cells were met.
   [[nodiscard]] std::vector<TDot>& Dots() { return FDots; }
 

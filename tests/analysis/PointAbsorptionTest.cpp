@@ -18,7 +18,7 @@ double RadiusOf(std::size_t count) {
 
 std::vector<TDot> Absorbed(const std::vector<std::pair<double, double>>& points, double cell = 3) {
   TDotGrid grid(0, 0, 400, 200, cell);
-  for (std::size_t i = 0; i < points.size(); ++i) grid.Add(points[i].first, points[i].second, i);
+  for (std::size_t i = 0; i < points.size(); ++i) grid.Add(points[i].first, points[i].second, i, -points[i].second);
   std::vector<TDot> dots = grid.Dots();
   AbsorbDots(dots, RadiusOf);
   return dots;
@@ -78,7 +78,7 @@ TEST(PointAbsorption, TheGridKeepsOneDotForEachCellAndNoneFromOutside) {
                              {50.0, kNaN},
                              {110.5, 20.0},
                              {109.9, 59.9}}) {
-    grid.Add(x, y, grid.Dots().size());
+    grid.Add(x, y, grid.Dots().size(), -y);
   }
   EXPECT_THAT(Groups(grid.Dots()), testing::ElementsAre(TGroup(1, 2), TGroup(1, 1)));
 }

@@ -214,7 +214,7 @@ class MovedSensors : public testing::Test {
 
 TEST_F(MovedSensors, HideThoseOfAnotherUnitOnTheirNewAxis) {
   const auto& humidity = dynamic_cast<const TTitledAxis&>(*RectOf(FChart).axis(QCPAxis::atRight, 0));
-  QSignalSpy texts(&FChart, &TTimeChart::CursorValueChanged);
+  QSignalSpy texts(&FChart, &TSensorsChart::SensorsHidden);
   FChart.MoveSensor(1, TSensorAxis::RightInner);
   EXPECT_THAT(texts.back()[0].toString().toStdString(), HasSubstr("hidden: the axis shows Temperature (Pressure)"));
   EXPECT_THAT(Visible(), ElementsAre(true, true, false, true)) << "degrees and percent share no axis";
@@ -228,14 +228,56 @@ TEST_F(MovedSensors, HideThoseOfAnotherUnitOnTheirNewAxis) {
   EXPECT_FALSE(RectOf(FChart).axis(QCPAxis::atLeft, 1)->visible()) << "nothing is left on it";
   FChart.SetSensors(FSensors, kStart);
   EXPECT_THAT(Visible(), ElementsAre(true, true, false, true)) << "the choice outlives the recording";
-  FChart.SetSensorVisible(2, true);
-  EXPECT_THAT(Visible(), ElementsAre(false, false, true, true));
   FChart.MoveSensor(2, TSensorAxis::RightOuter);
   FChart.MoveSensor(99, TSensorAxis::RightOuter);
-  EXPECT_THAT(Visible(), ElementsAre(false, false, true, true));
+  EXPECT_THAT(Visible(), ElementsAre(true, true, true, true));
   EXPECT_EQ(FChart.Sensors().Series()[2].look.axis, TSensorAxis::RightOuter);
   FChart.MoveSensor(2, TSensorAxis::RightInner);
   EXPECT_EQ(humidity.labelColor(), Qt::blue) << "as designed";
+}
+
+TEST_F(MovedSensors, OneThatIsShownTakesAFreeAxisAndElseSaysWhatItHides) {
+  const auto reading = [](const char* name, float value) {
+    return std::pair<const char*, TSamples>(name, {{0, value}, {kMinute, value + 1}});
+  };
+  FSensors = Sensors(
+      {reading("Temperature", 10), reading("RH", 40), reading("L", 100), reading("Battery", 3), reading("A1", 7)});
+  FChart.SetSensors(FSensors, kStart);
+  QSignalSpy texts(&FChart, &TSensorsChart::SensorsHidden);
+  EXPECT_THAT(Visible(), ElementsAre(true, true, true, false, false));
+  FChart.SetSensorVisible(3, true);
+  EXPECT_THAT(Visible(), ElementsAre(true, true, true, true, false));
+  EXPECT_EQ(texts.count(), 0);
+  const QCPAxis& free = *RectOf(FChart).axis(QCPAxis::atRight, 1);
+  EXPECT_TRUE(free.visible());
+  EXPECT_NEAR(free.range().upper, 4, 0.1);
+  FChart.SetSensorVisible(4, true);
+  EXPECT_THAT(Visible(), ElementsAre(true, true, false, true, true));
+  ASSERT_EQ(texts.count(), 1);
+  EXPECT_EQ(texts[0][0].toString().toStdString(), "Light hidden: the axis shows A1");
+  for (const std::size_t sensor : {4, 3, 2, 3}) FChart.SetSensorVisible(sensor, !FChart.IsSensorVisible(sensor));
+  EXPECT_EQ(FChart.Sensors().Series()[3].look.axis, TSensorAxis::RightOuter);
+}
+
+TEST_F(MovedSensors, TheLegendOfANarrowChartHasAMenuOfTheHiddenOnesWithoutRoom) {
+  FChart.SetSensorVisible(3, false);
+  FChart.resize(300, 200);
+  Settle();
+  QPoint more(-1, -1);
+  for (int x = 0; x < FChart.width(); ++x) {
+    for (int y = 0; y < 60; y += 4) {
+      if (FChart.Legend().IsOnMore(QPointF(x, y))) more = {x, y};
+    }
+  }
+  ASSERT_GE(more.x(), 0);
+  Click(FChart, more);
+  auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+  ASSERT_NE(menu, nullptr);
+  ASSERT_EQ(menu->actions().size(), 1);
+  EXPECT_EQ(menu->actions()[0]->text(), "Battery");
+  menu->actions()[0]->trigger();
+  menu->close();
+  EXPECT_TRUE(FChart.IsSensorVisible(3));
 }
 
 class Window : public TWindowTest {

@@ -122,6 +122,32 @@ TEST_F(EventChart, SamplesThatStandApartGetDots) {
   EXPECT_EQ(FChart.grab().toImage(), dotted);
 }
 
+TEST_F(EventChart, ALockedIndicatorStaysInTheNextEventThatHasItsTime) {
+  FChart.Marks().SetIndicatorVisible(true);
+  FChart.Marks().SetIndicatorLocked(true);
+  Click(FChart, AtMs(40));
+  const TEventList others = Events({{5, 1}, {50, 2}, {90, 1}}, true);
+  FChart.ShowEvent(others, 0, {});
+  ExpectIndicator(40);
+  const TEventList shorter = Events({{0, 1}, {30, 2}}, true);
+  FChart.ShowEvent(shorter, 0, {});
+  EXPECT_FALSE(FChart.Marks().IndicatorTime());
+}
+
+TEST_F(EventChart, ALowPlotHasItsReadingsAboveTheCurves) {
+  FChart.resize(800, 150);
+  Settle();
+  const QImage before = FChart.grab().toImage();
+  FChart.Marks().SetIndicatorVisible(true);
+  const QPoint at = AtMs(35);
+  Move(FChart, at, Qt::NoButton);
+  const QImage pointed = FChart.grab().toImage();
+  const QRect plot = RectOf(FChart).rect();
+  const QRect beside(at.x() + 8, plot.top() + 2, plot.right() - at.x() - 10, plot.height() - 4);
+  EXPECT_EQ(pointed.copy(beside), before.copy(beside));
+  EXPECT_NE(pointed.copy(0, 0, 800, plot.top()), before.copy(0, 0, 800, plot.top()));
+}
+
 TEST_F(EventChart, CursorTextsFollowTheMasks) {
   FChart.SetSeriesVisible(TSeries::Y, false);
   FChart.SetSeriesVisible(TSeries::Z, false);
@@ -183,6 +209,32 @@ TEST(EventsChartMarks, AbsorbedPointsBecomeOneAtTheHighest) {
   EXPECT_GT(absorbed, Count(chart, kPink, Around(group, 12)) + 20);
   ASSERT_EQ(clicked.count(), 1);
   EXPECT_EQ(clicked[0][0].toULongLong(), 2U + 6U);
+}
+
+TEST(EventsChartMarks, AGroupSaysItsRangeInTotalsAndIsRingedForEachOfItsEvents) {
+  TEventList events;
+  events.StartTime = kStart;
+  // Peaks on x of 40, 41, 42 g; the second has the largest total, 58 g.
+  for (const auto& [ms, y] : {std::pair(0.0, 0.0F), {1.0, 41.0F}, {2.0, 0.0F}, {20 * kMinute, 0.0F}}) {
+    events.NewEvent();
+    events.AddValues(ms, ms < kMinute ? 40 + static_cast<float>(ms) : 90, y, 0);
+  }
+  TEventsChart chart;
+  chart.SetEvents(events, {});
+  Show(chart);
+  const QPoint group = PointAt(chart, At(2), 42);
+  const IChartReadings& readings = chart;
+  ASSERT_EQ(readings.ReadingsUnder(group).size(), 1U);
+  EXPECT_EQ(readings.ReadingsUnder(group)[0].text.toStdString(), "3 events, 40 … 57.9828 g, worst: 1");
+  const QColor ring = chart.palette().color(QPalette::Highlight);
+  const QRect beside(group + QPoint(8, -4), QSize(6, 8));
+  const int without = Ink(chart, ring, beside);
+  for (const std::size_t event : {0UL, 1UL, 2UL}) {
+    chart.SetSelectedEvent(event);
+    EXPECT_GT(Ink(chart, ring, beside), without + 8) << event;
+  }
+  chart.SetSelectedEvent(3);
+  EXPECT_EQ(Ink(chart, ring, beside), without);
 }
 
 // Hover, status bar and click use one hit test, so a number in one of them is that of all.

@@ -217,8 +217,12 @@ TEST_F(Tools, KeysZoomAndMove) {
   ExpectTimes(0, 64);
   Press(Qt::Key_End);
   ExpectTimes(36, 100);
+  Press(Qt::Key_Right);
   Press(Qt::Key_Minus);
-  ExpectTimes(28, 108);
+  ExpectTimes(20, 100);  // nothing was recorded beyond
+  Press(Qt::Key_Home);
+  Drag(FPlot, FMiddle, FMiddle + QPoint(100, 0), Qt::MiddleButton);
+  ExpectTimes(0, 80);
   Press(Qt::Key_Up);
   EXPECT_NEAR(ValuesOf(FPlot).range().lower, 10, kSame);
 }
@@ -259,9 +263,23 @@ TEST_F(Tools, LockedIndicatorStaysWhereItWasClicked) {
   ExpectIndicator(40);
   Press(Qt::Key_Escape);
   EXPECT_FALSE(FMarks.IndicatorTime());
-  Click(FPlot, AtMs(40));
-  FMarks.Reset();
-  EXPECT_FALSE(FMarks.IndicatorTime()) << "the place belongs to the data";
+}
+
+TEST_F(Tools, ARestingPointerReadsWhatAChangeBringsUnderIt) {
+  std::optional<double> shared;
+  QObject::connect(&FPlot, &TChartPlot::PointerMoved, [&](std::optional<double> time) { shared = time; });
+  Move(FPlot, AtMs(80), Qt::NoButton);
+  Press(Qt::Key_Plus);
+  Settle();
+  EXPECT_EQ(FTexts.back()[0].toString().toStdString(), "at 70  ·  pointed");
+  EXPECT_NEAR(shared.value_or(0), 74, 0.2);  // 50 + 30 · 0.8
+  FRange.SetTimes({0, 10});
+  Settle();
+  EXPECT_EQ(FTexts.back()[0].toString().toStdString(), "at 10  ·  pointed");
+  FRange.SetFull(std::nullopt);
+  Settle();
+  EXPECT_EQ(FTexts.back()[0].toString(), "");
+  EXPECT_FALSE(shared);
 }
 
 TEST_F(Tools, TheNearestSampleIsLabelledWhereThereIsRoom) {

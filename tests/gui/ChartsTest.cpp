@@ -75,8 +75,7 @@ TEST_F(Chart, ZoomEndsInBothDirections) {
           Wheel(*chart, at, step < 100 ? 1 : -1, held);
           if (step % 100 == 99) ExpectSaneAxes(*chart);
         }
-        EXPECT_LE(chart->Range().Times().start, chart->Range().Full().end) << "data stay in sight";
-        EXPECT_GE(chart->Range().Times().end, chart->Range().Full().start);
+        EXPECT_EQ(chart->Range().Times(), chart->Range().Full()) << "there is nothing beyond the data";
       }
       chart->Range().Reset();
     }

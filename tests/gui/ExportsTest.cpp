@@ -203,7 +203,7 @@ TEST_F(Exports, ChartImagesAreAsOnTheScreenButOnWhite) {
   FTyped = To("x.png");
   Press("S");
   Click("tabShock", "barbtnShockSaveChartAsPNG");
-  EXPECT_EQ(QImage(To("x.png"), "PNG").size(), Find("chartSpecAnalysis")->size());
+  EXPECT_EQ(QImage(To("x.png"), "PNG").size(), Find("chartSpecAnalysis")->size().expandedTo({640, 400}));
   FTyped = To("spectrum");
   Press("Ctrl+Shift+C");
   EXPECT_THAT(FDialogs.back(), HasSubstr("Mission-165-00007 ID-1 Amplitude.csv"));
@@ -254,7 +254,11 @@ TDrawing DrawingIn(const QString& path) {
 
 TEST_F(Exports, APngHasTheSizeThatTheFileTypeSays) {
   Start(Save("three.kshock", ThreeEvents()));
-  const QSize size = Find("ChartAllSensors")->size();
+  FForm->resize(900, 600);
+  Settle();
+  const QSize shown = Find("ChartAllSensors")->size();
+  const QSize size = shown.expandedTo({640, 400});
+  ASSERT_NE(size, shown);
   FTyped = To("x.png");
   for (const auto& [type, scale] :
        {std::pair("PNG, size of the screen (*.png)", 1), {"PNG, 4 × size (*.png)", 4}, {"PNG, 2 × size (*.png)", 2}}) {
@@ -266,6 +270,7 @@ TEST_F(Exports, APngHasTheSizeThatTheFileTypeSays) {
     const QRect bottom(0, picture.height() * 9 / 10, picture.width(), picture.height() / 10);
     EXPECT_TRUE(HasInk(picture.copy(bottom))) << "drawn as large as the picture";
   }
+  EXPECT_EQ(Find("ChartAllSensors")->size(), shown);
   EXPECT_EQ(Find<QLabel>("lblNotice")->text(), "Written: " + To("x.png"));
 }
 
@@ -286,7 +291,10 @@ TEST_F(Exports, AnSvgHasLinesAndTextsUnderTheMissionsIdAndNoStateOfTheWindow) {
   EXPECT_EQ(events->Picture(), before) << "a bitmap is what it was";
 
   Press("Ctrl+2");
+  FForm->resize(1600, 1000);
+  Settle();
   auto* chart = Find<TTimeChart>("Chart2");
+  ASSERT_GE(std::min(chart->width(), chart->height() + 240), 640) << "the picture is laid out as the chart is";
   Click("tabShock", "barbtnShockShowY");
   chart->Range().SetTimes({0.1, 3.9});
   chart->ValueAxis().setRange(0, 2);  // below the tops of the curve

@@ -10,13 +10,16 @@
 #include <QToolButton>
 #include <functional>
 
+#include "gui/charts/uAccelerationChart.h"
 #include "gui/report/uEventCardList.h"
 #include "gui/report/uPageView.h"
 #include "gui/report/uReportPanel.h"
+#include "gui/shock/uShockPanel.h"
 #include "tests/support/uThreeEvents.h"
 #include "tests/support/uWindowTest.h"
 
 using testing::ElementsAre;
+using testing::EndsWith;
 using testing::HasSubstr;
 
 namespace {
@@ -196,6 +199,26 @@ TEST_F(ReportView, ACancelledPdfLeavesTheOlderFileAndAUsableWindow) {
   Settle();
   EXPECT_GT(std::filesystem::file_size(file), 1000U);
   EXPECT_TRUE(Pages().isVisible());
+}
+
+TEST_F(ReportView, TheShockViewPrintsTheChartInFrontAndLeavesItAsItWas) {
+  Press("Ctrl+2");
+  std::vector<QImage> pages;
+  for (const char* mode : {"actShockShowX", "actShockHPFilter", "actShockSpecAnalysis"}) {
+    Find<QAction>(mode)->trigger();
+    Settle();
+    auto& chart = Find<TMainShockPanel>("MainShockPanel")->ChartInFront();
+    const QImage before = chart.Picture();
+    InDialog("actShockPreview", [&](QDialog& dialog) {
+      pages.push_back(dialog.findChild<TPageView*>("scrlPrintPreview")->grab().toImage());
+      dialog.findChild<QPushButton*>("btnPreviewPdf")->click();
+    });
+    EXPECT_EQ(chart.Picture(), before) << mode;
+  }
+  EXPECT_NE(pages[0], pages[1]);
+  EXPECT_NE(pages[1], pages[2]);
+  EXPECT_THAT(FDialogs, ElementsAre(EndsWith("|three ID-1.pdf"), EndsWith("|three ID-1 high-passed.pdf"),
+                                    EndsWith("|three ID-1 spectrum.pdf")));
 }
 
 TEST_F(ReportView, AConfigurationIsSavedAndLoadedAndABadFileIsRefusedInTheDialog) {

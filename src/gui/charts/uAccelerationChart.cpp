@@ -38,10 +38,8 @@ void TAccelerationChart::Restyle() {
   Legend().SetEntries(std::move(entries));
 }
 
-void TAccelerationChart::Clicked(const QPointF& position) {
-  const auto entry = Legend().EntryAt(position);
-  if (!entry || *entry >= kSeriesCount) return;
-  const TSeries series = kAllSeries[*entry];
+void TAccelerationChart::EntryClicked(std::size_t entry) {
+  const TSeries series = kAllSeries[entry];
   SetSeriesVisible(series, !IsSeriesVisible(series));
   emit SeriesVisibleChanged(series, IsSeriesVisible(series));
 }

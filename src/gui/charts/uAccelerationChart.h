@@ -17,6 +17,8 @@ class TAccelerationChart : public TTimeChart {
   void SetSeriesVisible(TSeries series, bool visible);
   [[nodiscard]] bool IsSeriesVisible(TSeries series) const { return FVisible[Place(series)]; }
   void SetColour(TSeries series, const QColor& colour);
+  // What is shown of the event, "spectrum", for captions and file names; empty for what was recorded.
+  [[nodiscard]] virtual QString ShownName() const { return {}; }
   void SetValueAxisLocked(bool locked) { Range().LockAxis(ValueAxis(), locked); }
 
  signals:
@@ -24,7 +26,7 @@ class TAccelerationChart : public TTimeChart {
   void SeriesVisibleChanged(TSeries series, bool visible);
 
  protected:
-  void Clicked(const QPointF& position) override;
+  void EntryClicked(std::size_t entry) override;
   void Restyle() override;
   // Other series are visible.
   virtual void SeriesChanged() { Range().RescaleValues(); }

@@ -46,7 +46,8 @@ bool TBandGestures::eventFilter(QObject* /*watched*/, QEvent* event) {
 bool TBandGestures::IsOnLegend(const QEvent& event) const {
   if (FGrip != TGrip::None) return false;
   const auto* mouse = dynamic_cast<const QMouseEvent*>(&event);
-  return mouse != nullptr && FPlot.Legend().EntryAt(mouse->position()).has_value();
+  if (mouse == nullptr) return false;
+  return FPlot.Legend().EntryAt(mouse->position()) || FPlot.Legend().IsOnMore(mouse->position());
 }
 
 // In days.

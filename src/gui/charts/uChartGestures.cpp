@@ -33,6 +33,8 @@ TChartGestures::TChartGestures(TChartPlot& plot, const IChartReadings& readings,
                                TChartCursors& cursors)
     : FPlot(plot), FReadings(readings), FRange(range), FMarks(marks), FCursors(cursors) {
   FPlot.installEventFilter(this);
+  // Queued, because a plot is drawn while it is painted.
+  connect(&FPlot, &QCustomPlot::afterReplot, this, &TChartGestures::UpdatePointed, Qt::QueuedConnection);
 }
 
 bool TChartGestures::eventFilter(QObject* /*watched*/, QEvent* event) {
@@ -135,7 +137,7 @@ void TChartGestures::EndDrag() {
 void TChartGestures::DoubleClick(const QMouseEvent& event) {
   if (event.button() != Qt::LeftButton || FCursors.At(event.position())) return;
   // On the legend a double-click counts as two clicks.
-  if (FPlot.Legend().EntryAt(event.position())) {
+  if (FPlot.Legend().EntryAt(event.position()) || FPlot.Legend().IsOnMore(event.position())) {
     emit Clicked(event.position());
   } else {
     FMarks.TakePinBack();
@@ -164,7 +166,6 @@ void TChartGestures::Turn(const QWheelEvent& event) {
     const auto [first, last] = FRange.Times();
     FRange.ZoomTime(factor, std::clamp(FPlot.MomentAt(position), first, last));
   }
-  EmitCursor(position);
 }
 
 bool TChartGestures::PressKey(QKeyEvent& event) {
@@ -227,6 +228,12 @@ void TChartGestures::EmitCursor(const QPointF& position) {
   said.removeAll(QString());
   said.prepend(FReadings.MomentText(FPlot.MomentAt(position)));
   emit FPlot.CursorValueChanged(said.join("  ·  "));
+}
+
+void TChartGestures::UpdatePointed() {
+  const auto before = FMarks.Hovered();
+  FMarks.Update();
+  if (before && !FCursors.IsHeld()) EmitCursor(*before);
 }
 
 void TChartGestures::EmitLocked() {

@@ -46,6 +46,8 @@ class TChartGestures final : public QObject {
   void AskForMenu(const QContextMenuEvent& event);
   void DragPan(const QPointF& position);
   void EmitCursor(const QPointF& position);
+  // What a resting pointer is at, after a change of range or data.
+  void UpdatePointed();
   void EmitLocked();
 
   TChartPlot& FPlot;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 
 #include "gui/charts/uChartPaint.h"
 
@@ -97,20 +98,33 @@ bool TChartLabels::IsFree(const QRectF& box) const {
   return std::ranges::none_of(FBoxes, meets) && std::ranges::none_of(FMarkBoxes, meets);
 }
 
-// On the line from its axis inwards, then above and below it.
+// On the line from its axis inwards, then above and below it; where stems are everywhere, over the fewest of them.
 std::optional<QRectF> TChartLabels::PlaceOf(const TLevel& level, const QSizeF& size) const {
   const double room = FAxes.width() - size.width() - 2 * kLabelGap;
-  for (const bool stems : {true, false}) {
-    for (const double up : {0.0, 1.0, -1.0}) {
-      for (int step = 0; step < kStepsAlong; ++step) {
-        const double along = kLabelGap + room * step / kStepsAlong;
-        const double left = level.side == Qt::AlignLeft ? FAxes.left() + along : FAxes.right() - along - size.width();
-        const QRectF box({left, level.y - size.height() / 2 - up * (size.height() / 2 + kMargin)}, size);
-        if (IsFree(box) && !CoversData(box, stems)) return box;
-      }
+  const auto stemsIn = [this](const QRectF& box) {
+    int columns = 0;
+    for (double x = box.left(); x < box.right(); ++x) {
+      const QRectF column(x, box.top(), 0, box.height());
+      columns += std::ranges::any_of(FStems, [&](const TSkyline& stems) { return Covers(stems, column); }) ? 1 : 0;
+    }
+    return columns;
+  };
+  std::optional<QRectF> best;
+  int fewest = std::numeric_limits<int>::max();
+  for (const double up : {0.0, 1.0, -1.0}) {
+    for (int step = 0; step < kStepsAlong; ++step) {
+      const double along = kLabelGap + room * step / kStepsAlong;
+      const double left = level.side == Qt::AlignLeft ? FAxes.left() + along : FAxes.right() - along - size.width();
+      const QRectF box({left, level.y - size.height() / 2 - up * (size.height() / 2 + kMargin)}, size);
+      if (!IsFree(box) || CoversData(box, false)) continue;
+      const int covered = stemsIn(box);
+      if (covered == 0) return box;
+      if (covered >= fewest) continue;
+      fewest = covered;
+      best = box;
     }
   }
-  return std::nullopt;
+  return best;
 }
 
 // Above, below, right, left of it, farther away each time.

@@ -9,6 +9,8 @@
 namespace {
 
 constexpr double kReadRadius = 2.5;
+constexpr int kReadingsSide = 12;  // px right of a line of readings
+constexpr int kLowPlot = 120;      // px; a box of readings would hide the curves of a lower one
 constexpr double kNearestRadius = 5;
 
 double Sign(double value) {
@@ -74,8 +76,7 @@ void TChartMarks::Hover(const QPointF& position) {
   const auto now = IndicatorTime();
   const bool follows = FNearest || (FIndicator && !FPinned);
   if (now != before || (follows && FHover != hoverBefore)) FPlot.RedrawMarks();
-  if (now && now != before) emit FPlot.IndicatorMoved(*now);
-  if (FHover != hoverBefore) EmitPointer();
+  EmitMoved();
 }
 
 void TChartMarks::Ask(const QPointF& position) {
@@ -108,13 +109,24 @@ void TChartMarks::FollowPointer() {
   EmitMoved();
 }
 
-void TChartMarks::EmitMoved() {
-  if (const auto now = IndicatorTime()) emit FPlot.IndicatorMoved(*now);
-  EmitPointer();
+void TChartMarks::ChangeData(const TTimeSpan& span) {
+  FAsked.reset();
+  FEmittedMoved.reset();
+  if (FPinned && (*FPinned < span.start || *FPinned > span.end)) FPinned.reset();
+  FPinnedBefore = FPinned;
 }
 
-void TChartMarks::EmitPointer() {
-  emit FPlot.PointerMoved(FPinned || !FHover ? FPinned : FPlot.MomentAt(*FHover));
+void TChartMarks::Update() {
+  if (FHover && !FPlot.Rect().rect().contains(FHover->toPoint())) FHover.reset();
+  EmitMoved();
+}
+
+void TChartMarks::EmitMoved() {
+  const auto indicator = IndicatorTime();
+  if (std::exchange(FEmittedMoved, indicator) != indicator && indicator) emit FPlot.IndicatorMoved(*indicator);
+  std::optional<double> pointer;
+  if (FPlot.HasData()) pointer = FPinned || !FHover ? FPinned : FPlot.MomentAt(*FHover);
+  if (std::exchange(FEmittedPointer, pointer) != pointer) emit FPlot.PointerMoved(pointer);
 }
 
 void TChartMarks::Paint(QCPPainter& painter) const {
@@ -157,6 +169,10 @@ QRectF TChartMarks::PaintIndicator(QCPPainter& painter, double time) const {
   }
 
   readings.insert(readings.begin(), TReading{FReadings.MomentText(time), text, std::nullopt});
+  if (rect.height() < kLowPlot) {
+    PaintStrip(painter, readings);
+    return {};
+  }
   const double x = FPlot.TimeAxis().coordToPixel(time);
   const QSizeF size = FitReadings(rect, painter.fontMetrics(), readings);
   const auto free = FPlot.Labels().BesideLine(x, kLabelGap, size, TChartLabels::TEnd::Top);
@@ -164,4 +180,24 @@ QRectF TChartMarks::PaintIndicator(QCPPainter& painter, double time) const {
   DrawPill(painter, box, {}, text, FPlot.palette());
   DrawReadings(painter, box, readings);
   return box;
+}
+
+// One line in place of the last row of the legend; without a legend the status bar says it.
+void TChartMarks::PaintStrip(QCPPainter& painter, const std::vector<TReading>& readings) const {
+  const QString between = "  ·  ";
+  const QFontMetrics metrics = painter.fontMetrics();
+  QRect line = FPlot.Legend().rect();
+  if (line.height() < metrics.height()) return;
+  line.setTop(line.bottom() - metrics.height() - 1);
+  painter.save();
+  painter.setClipRect(line);
+  painter.fillRect(line, FPlot.palette().color(QPalette::Base));
+  line.adjust(FPlot.Rect().rect().left() - line.left(), 0, -kReadingsSide, 0);
+  for (std::size_t i = 0; i < readings.size() && line.width() > 0; ++i) {
+    const QString text = (i > 0 ? between : QString()) + readings[i].text;
+    painter.setPen(readings[i].ink);
+    painter.drawText(line, Qt::AlignLeft | Qt::AlignVCenter, metrics.elidedText(text, Qt::ElideRight, line.width()));
+    line.setLeft(line.left() + metrics.horizontalAdvance(text));
+  }
+  painter.restore();
 }

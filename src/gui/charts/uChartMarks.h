@@ -34,16 +34,20 @@ class TChartMarks {
   void TakePinBack() { FPinned = FPinnedBefore; }
   // False where nothing was put.
   bool Unpin();
-  // What was clicked goes with the data. Draws nothing.
-  void Reset() { FPinned = FPinnedBefore = FAsked = FShared = std::nullopt; }
+  // Other data of this span. What was clicked stays where the span has it. Draws and emits nothing.
+  void ChangeData(const TTimeSpan& span);
+  // The plot was drawn anew, so that the pointer may be at another moment: emits what changed.
+  void Update();
+  // Where the pointer is, while it is over the axes.
+  [[nodiscard]] const std::optional<QPointF>& Hovered() const { return FHover; }
 
  private:
   void FollowPointer();
   void EmitMoved();
-  void EmitPointer();
   void Paint(QCPPainter& painter) const;
-  // Gives the box of its words.
+  // Gives the box of its words; a low plot has a line of them above it instead.
   QRectF PaintIndicator(QCPPainter& painter, double time) const;
+  void PaintStrip(QCPPainter& painter, const std::vector<TReading>& readings) const;
   void PaintNearest(QCPPainter& painter, const TReading& nearest, const QRectF& taken) const;
 
   TChartPlot& FPlot;
@@ -53,4 +57,6 @@ class TChartMarks {
   std::optional<double> FAsked;                  // where the last menu was asked for
   std::optional<double> FShared;                 // of a neighbouring chart
   std::optional<double> FPinned, FPinnedBefore;  // where the indicator was clicked, and the click before
+  // The last that was emitted of the data that are shown.
+  std::optional<double> FEmittedMoved, FEmittedPointer;
 };

@@ -129,20 +129,24 @@ QImage TChartPlot::Picture() {
   return picture;
 }
 
-void TChartPlot::DrawWith(QCPPainter& painter, const QString& caption) {
+void TChartPlot::DrawWith(QCPPainter& painter, const QString& caption, const QSize& size) {
   InLight([&] {
     const TLegendContents before = FLegend->Contents();
+    const QRect shown = viewport();
+    setViewport({QPoint(), size});
+    ThinOut();
     FLegend->SetContents(FLegend->ContentsForPicture(caption));
     FLegend->SetHidden(false);
     SettleMargins();
-    painter.fillRect(rect(), Qt::white);
-    toPainter(&painter, width(), height());
+    painter.fillRect(viewport(), Qt::white);
+    toPainter(&painter, size.width(), size.height());
     FLegend->SetContents(before);
+    setViewport(shown);
   });
 }
 
 void TChartPlot::InLight(const std::function<void()>& draw) {
-  if (FStale) replot();  // it may never have been shown
+  if (FStale) replot(rpQueuedRefresh);  // it may never have been shown
   const QPalette before = palette();
   const bool inherited = !testAttribute(Qt::WA_SetPalette);
   setPalette(LightPalette());
@@ -205,7 +209,7 @@ void TChartPlot::ThinOut() {
   constexpr int kWithTitles = 9;  // lines of text; a lower chart has no title at its time axis
   // A lower one has no legend either; in a low window the plot needs the room more.
   const int withLegend = !isWindow() && window()->height() < kLowWindow ? kWithTitles : 6;
-  const int lines = height() / std::max(1, fontMetrics().height());
+  const int lines = viewport().height() / std::max(1, fontMetrics().height());
   // A chart that names no time axis keeps none.
   if (!FTimeTitle.isEmpty()) FTimeAxis->setLabel(lines < kWithTitles ? QString() : FTimeTitle);
   FLegend->SetHidden(lines < withLegend);

@@ -56,9 +56,9 @@ class TChartPlot : public QCustomPlot {
   void RedrawMarks();
   // What is drawn, as large as on the screen and dark on white.
   [[nodiscard]] QImage Picture();
-  // The same for a file, at the size that the painter's scale gives it. A caption stands before the title; the state of
-  // the sync and hidden series are left out of the legend.
-  void DrawWith(QCPPainter& painter, const QString& caption);
+  // The same for a file, laid out for a size, which the painter may scale. A caption stands before the title; the state
+  // of the sync and hidden series are left out of the legend.
+  void DrawWith(QCPPainter& painter, const QString& caption, const QSize& size);
 
   // px between the widget's edge and the axis rect that the axes take; known after the first replot.
   [[nodiscard]] int NeededLeftMargin() const;

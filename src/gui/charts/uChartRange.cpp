@@ -15,7 +15,6 @@ constexpr double kMinSpanMs = 1e-3;      // of an axis in ms
 constexpr double kMinSpanHertz = 1e-12;  // the frequencies of slow events are small
 constexpr double kMinSpanPart = 1e-13;   // smallest span, relative to the time (double precision)
 constexpr double kRounded = 0.5;         // of the smallest span; rounding never takes this much of a band
-constexpr double kFarOut = 2;            // the user may see so many times the span of the data
 constexpr double kHeadroom = 0.05;       // above and below the values
 constexpr double kSame = 1e-6;           // of a value, the noise of a reading that does not change
 constexpr double kMinValuePart = 1e-6;   // smallest span, relative to the value (single precision)
@@ -37,6 +36,14 @@ QCPRange Moved(const QCPAxis& axis, const QCPRange& range, double part) {
 
 TTimeSpan SpanOf(const QCPRange& range) {
   return {range.lower, range.upper};
+}
+
+// Moved as little as possible into the bounds, which it may fill.
+TTimeSpan Within(const TTimeSpan& bounds, const TTimeSpan& wanted) {
+  const double width = wanted.Width();
+  if (width >= bounds.Width()) return bounds;
+  if (wanted.start < bounds.start) return {bounds.start, bounds.start + width};
+  return wanted.end > bounds.end ? TTimeSpan{bounds.end - width, bounds.end} : wanted;
 }
 
 }  // namespace
@@ -119,15 +126,21 @@ void TChartRange::SetSynced(std::optional<bool> synced) {
 void TChartRange::ChangeTimes(const TTimeSpan& wanted) {
   if (!CanZoom() || !wanted.IsValid() || wanted.Width() == 0) return;
   const TTimeSpan now = Times();
+  TTimeSpan shown = wanted;
+  if (const double min = MinTimes(wanted.Middle()); wanted.Width() < min) {
+    shown = {wanted.Middle() - min / 2, wanted.Middle() + min / 2};
+  }
   // A view that the program set beyond the data may stay there, but moves no farther out.
-  const double middle =
-      std::clamp(wanted.Middle(), std::min(FFull.start, now.Middle()), std::max(FFull.end, now.Middle()));
-  const double max = std::max(FFull.Width() * kFarOut, now.Width());
-  const double width = std::clamp(wanted.Width(), std::min(MinTimes(middle), max), max);
+  const TTimeSpan bounds{std::min(FFull.start, now.start), std::max(FFull.end, now.end)};
+  if (!IsLogarithmic(FPlot.TimeAxis())) {
+    shown = Within(bounds, shown);
+  } else if (shown.start < bounds.start || shown.end > bounds.end) {
+    const auto [start, end] =
+        Within({std::log(bounds.start), std::log(bounds.end)}, {std::log(shown.start), std::log(shown.end)});
+    shown = {std::exp(start), std::exp(end)};
+  }
   Remember();
-  // A span that may stay is shown to the last bit.
-  const bool allowed = middle == wanted.Middle() && width == wanted.Width();
-  SetTimes(allowed ? wanted : TTimeSpan{middle - width / 2, middle + width / 2});
+  SetTimes(shown);
   if (Times() != now) emit FPlot.TimeRangeChanged(Times());
 }
 

@@ -40,7 +40,7 @@ class TChartRange {
   // There is data, and the user can zoom it.
   [[nodiscard]] bool CanZoom() const { return FZoomable && FPlot.HasData(); }
 
-  // All below is what the user asks for, and is signalled. Times stay near the data and within what doubles resolve.
+  // All below is what the user asks for, and is signalled. The view stays within the data.
   void ChangeTimes(const TTimeSpan& wanted);
   // By a factor, below 1 to see less, about a moment or else the middle.
   void ZoomTime(double factor, std::optional<double> about = std::nullopt);

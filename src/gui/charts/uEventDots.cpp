@@ -5,10 +5,11 @@
 
 namespace {
 
-constexpr double kRadius = 3;        // px, of one event
-constexpr double kCell = 3;          // px; two dots in one cell overlap
-constexpr double kNumberRoom = 2;    // px around the number of a group
-constexpr double kNumberSize = 0.8;  // of the chart's font
+constexpr double kRadius = 3;         // px, of one event
+constexpr double kCell = 3;           // px; two dots in one cell overlap
+constexpr double kNumberRoom = 3;     // px around the number of a group
+constexpr double kNumberSize = 0.88;  // of the chart's font
+constexpr double kApart = 4;          // px around a group, so that its number stays legible
 constexpr std::size_t kMaxSmooth = 20000;
 constexpr int kLightInk = 150;  // of 255; the number is dark on lighter colours
 
@@ -45,7 +46,7 @@ double TEventDots::RadiusOf(std::size_t count) const {
 void TEventDots::Absorb() {
   FDots = std::move(FGrid->Dots());
   FGrid.reset();
-  if (FAbsorption) AbsorbDots(FDots, [this](std::size_t count) { return RadiusOf(count); });
+  if (FAbsorption) AbsorbDots(FDots, [this](std::size_t count) { return RadiusOf(count) + (count > 1 ? kApart : 0); });
 }
 
 bool TEventDots::IsCrowd(const QCPPainter& painter) const {
@@ -107,6 +108,15 @@ std::optional<TDot> TEventDots::GroupAt(const QPointF& position) const {
   const auto found = std::ranges::find_if(FDots, covers);
   if (found == FDots.end()) return std::nullopt;
   return *found;
+}
+
+TEventDots::TCircle TEventDots::CircleOf(const QPointF& position) const {
+  const auto away = [&](const TDot& dot) {
+    return std::hypot(dot.x - position.x(), dot.y - position.y()) - RadiusOf(dot.count);
+  };
+  if (!FAbsorption || FDots.empty() || !FArea.contains(position)) return {position, kRadius};
+  const TDot& dot = *std::ranges::min_element(FDots, {}, away);
+  return {{dot.x, dot.y}, RadiusOf(dot.count)};
 }
 
 void TEventDots::KeepClear(TChartLabels& labels) const {

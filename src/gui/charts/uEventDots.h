@@ -25,13 +25,20 @@ class TEventDots {
 
   // Begins a picture of the events inside `rect`. The font is that of the numbers.
   void Begin(const QRect& rect, const QFont& font, double pixelRatio);
-  void Add(double x, double y, std::size_t place) { FGrid->Add(x, y, place); }
+  // The largest value of a group says which of its events stands for all.
+  void Add(double x, double y, std::size_t place, double value) { FGrid->Add(x, y, place, value); }
   // Ends it. inks: one a kind, kindOf(place) says which. `ground` parts a group from what it stands on.
   template <class TKindOf>
   void Paint(QCPPainter& painter, const std::vector<QColor>& inks, const QColor& ground, const TKindOf& kindOf);
 
   // The dot that stands for several and covers this position.
   [[nodiscard]] std::optional<TDot> GroupAt(const QPointF& position) const;
+  struct TCircle {
+    QPointF middle;
+    double radius;
+  };
+  // What was drawn of the event at this position: its own dot, or that which absorbed it.
+  [[nodiscard]] TCircle CircleOf(const QPointF& position) const;
   // Labels are placed off the dots.
   void KeepClear(TChartLabels& labels) const;
   void Clear() { FDots = {}; }

@@ -17,6 +17,7 @@ namespace {
 constexpr double kReach = 8;         // px, how near to an event a click is meant for it
 constexpr double kLevelInSight = 4;  // times the largest peak; a level above is out of sight
 constexpr double kTotalRadius = 3;   // px, of the dot behind
+constexpr double kRingAway = 3.5;    // px, of the ring of the selected event from its dot
 constexpr double kFaint = 0.16;      // of the text's colour, for events that the filter hides
 
 }  // namespace
@@ -50,6 +51,7 @@ void TEventsChart::SetEvents(const TEventList& events, const TMissionData& missi
   SetPlaceholder(why.empty() ? tr("No events") : QtText(why));
   FEvents.Set(events);
   if (mission.bValid && mission.adxl_level_on > 0) FTrigger = mission.adxl_level_on;
+  FillLegend();
   if (FEvents.Count() > 0) SetFullRange(TTimeSpan{FEvents.Time(0), FEvents.Time(FEvents.Count() - 1)});
 }
 
@@ -87,7 +89,9 @@ void TEventsChart::SetSeriesVisible(TSeries series, bool visible) {
 }
 
 void TEventsChart::SetAlarmLimits(TAlarmLimits limits) {
-  if (std::exchange(FAlarm, limits) != limits) Range().RescaleValues();
+  if (std::exchange(FAlarm, limits) == limits) return;
+  FillLegend();
+  Range().RescaleValues();
 }
 
 void TEventsChart::SetMasks(TValueMasks masks) {
@@ -117,13 +121,36 @@ QString TEventsChart::GText(double g) const {
 
 void TEventsChart::Restyle() {
   TTimeChart::Restyle();
+  FillLegend();
+}
+
+// On paper the levels stand in the legend: there may be a bar wherever a label could be.
+void TEventsChart::FillLegend() {
   std::vector<TLegendEntry> entries;
   for (const TSeries series : kAllSeries) {
     TLegendEntry entry{NameOf(series), InkOf(series), FShown[Place(series)]};
     if (IsForPaper()) entry.marker = kMarkers[Place(series)];
     entries.push_back(std::move(entry));
   }
+  for (const TLevel& level : IsForPaper() ? Levels() : std::vector<TLevel>()) {
+    entries.push_back({level.name, level.ink, true, {5, 3}});
+  }
   Legend().SetEntries(std::move(entries));
+}
+
+std::vector<TEventsChart::TLevel> TEventsChart::Levels() const {
+  std::vector<TLevel> levels;
+  if (FTrigger) levels.push_back({double{*FTrigger}, tr("trigger %1 g").arg(Figure(double{*FTrigger})), FaintInk()});
+  if (!FAlarm) return levels;
+  const QColor ink = InkOn(palette(), kAlarmColour);
+  const auto add = [&](double level, const QString& name) {
+    levels.push_back({level, tr("alarm %1 g").arg(name), ink});
+  };
+  const auto [lower, upper] = *FAlarm;
+  const bool same = std::fabs(lower) == upper;
+  add(upper, (same ? "±" : "") + Figure(upper));
+  if (!same) add(std::fabs(lower), Figure(lower));
+  return levels;
 }
 
 // The levels are drawn first, so that their names hide no peak.
@@ -144,19 +171,9 @@ void TEventsChart::PaintEvents(QCPPainter& painter) {
 }
 
 void TEventsChart::PaintLevels(QCPPainter& painter) {
-  if (FTrigger) {
-    DrawLevel(painter, Labels(), ValueAxis(), double{*FTrigger}, tr("trigger %1 g").arg(Figure(double{*FTrigger})),
-              FaintInk());
+  for (const TLevel& level : Levels()) {
+    DrawLevel(painter, Labels(), ValueAxis(), level.g, IsForPaper() ? QString() : level.name, level.ink);
   }
-  if (!FAlarm) return;
-  const QColor ink = InkOn(palette(), kAlarmColour);
-  const auto draw = [&](double level, const QString& name) {
-    DrawLevel(painter, Labels(), ValueAxis(), level, tr("alarm %1 g").arg(name), ink);
-  };
-  const auto [lower, upper] = *FAlarm;
-  if (std::fabs(lower) == upper) return draw(upper, "±" + Figure(upper));
-  draw(upper, Figure(upper));
-  draw(std::fabs(lower), Figure(lower));
 }
 
 void TEventsChart::PaintDots(QCPPainter& painter) {
@@ -176,7 +193,8 @@ void TEventsChart::PaintDots(QCPPainter& painter) {
   for (std::size_t i = FirstAtOrAfter(FEvents.Count(), key, times.lower); i < end; ++i) {
     if (!FEvents.IsVisible(i) || !FShown[FEvents.Axis(i)]) continue;
     const double g = FEvents.Peak(i);
-    FDots.Add(left + (FEvents.Time(i) - times.lower) * perTime, foot - (g - values.lower) * perG, i);
+    FDots.Add(left + (FEvents.Time(i) - times.lower) * perTime, foot - (g - values.lower) * perG, i,
+              double{FEvents.Max(i)});
   }
   std::vector<QColor> inks;
   for (const TSeries series : kAllSeries) inks.push_back(InkOf(series));
@@ -219,17 +237,25 @@ void TEventsChart::PaintStems(QCPPainter& painter, std::size_t series, const QCo
 
 void TEventsChart::PaintMark(QCPPainter& painter, std::optional<std::size_t> place, bool selected) const {
   if (!place) return;
-  const QColor highlight = palette().color(QPalette::Highlight);
-  const QPen line(highlight, 1, selected ? Qt::SolidLine : Qt::DotLine);
-  if (!DrawMoment(painter, TimeAxis(), FEvents.Time(*place), line)) return;
   const QRect rect = Rect().rect();
   const double x = TimeAxis().coordToPixel(FEvents.Time(*place));
-  const double y = ValueAxis().coordToPixel(double{FEvents.Max(*place)});
-  if (!(y >= rect.top() - 20 && y <= rect.bottom() + 20)) return;
+  const bool hasDot = FEvents.IsVisible(*place) && FShown[FEvents.Axis(*place)];
+  const double y = ValueAxis().coordToPixel(double{hasDot ? FEvents.Peak(*place) : FEvents.Max(*place)});
+  const auto [middle, radius] = hasDot ? FDots.CircleOf({x, y}) : TEventDots::TCircle{{x, y}, kTotalRadius};
+  const QPointF corner(radius + kRingAway, radius + kRingAway);
+  const QRectF ring(middle - corner, middle + corner);
+  const QColor highlight = palette().color(QPalette::Highlight);
+  painter.save();
+  // The line leaves the number of a group legible.
+  painter.setClipRegion(QRegion(rect) - QRegion(ring.toRect(), QRegion::Ellipse));
+  const QPen line(highlight, 1, selected ? Qt::SolidLine : Qt::DotLine);
+  const bool inSight = DrawMoment(painter, TimeAxis(), FEvents.Time(*place), line);
+  painter.restore();
+  if (!inSight || !(y >= rect.top() - 20 && y <= rect.bottom() + 20)) return;
   painter.setAntialiasing(true);
   painter.setBrush(Qt::NoBrush);
   painter.setPen(QPen(highlight, selected ? 2.5 : 1.5));
-  painter.drawEllipse(QPointF(x, y), 7, 7);
+  painter.drawEllipse(ring);
 }
 
 // The event whose stem or dot is nearest within reach; of several in one column of pixels, the one with the highest
@@ -261,7 +287,7 @@ std::optional<std::size_t> TEventsChart::PlaceAt(double time) const {
 }
 
 std::optional<TEventsChart::THit> TEventsChart::HitAt(const QPointF& position) const {
-  if (const auto group = FDots.GroupAt(position)) return THit{group->item, group->count, group->lowest};
+  if (const auto group = FDots.GroupAt(position)) return THit{group->item, group->count, group->min, group->max};
   if (const auto place = PlaceNear(position)) return THit{*place};
   return std::nullopt;
 }
@@ -272,17 +298,17 @@ QString TEventsChart::WordsOf(const THit& hit) const {
   if (hit.count == 1) return tr("event %1: %2").arg(index).arg(GText(double{FEvents.Max(hit.place)}));
   return tr("%1 events, %2 … %3, worst: %4")
       .arg(hit.count)
-      .arg(Figure(double{FEvents.Peak(hit.lowest)}), GText(double{FEvents.Peak(hit.place)}))
+      .arg(QtText(MaskFloat(FMasks.acceleration, hit.min)), GText(hit.max))
       .arg(index);
 }
 
+void TEventsChart::EntryClicked(std::size_t entry) {
+  const TSeries series = kAllSeries[entry];
+  SetSeriesVisible(series, !FShown[entry]);
+  emit SeriesVisibleChanged(series, FShown[entry]);
+}
+
 void TEventsChart::Clicked(const QPointF& position) {
-  if (const auto entry = Legend().EntryAt(position); entry && *entry < kSeriesCount) {
-    const TSeries series = kAllSeries[*entry];
-    SetSeriesVisible(series, !FShown[*entry]);
-    emit SeriesVisibleChanged(series, FShown[*entry]);
-    return;
-  }
   // Half of the first and the last dot is outside the axes.
   const QRectF reach = QRectF(Rect().rect()).adjusted(-kReach, 0, kReach, 0);
   if (!reach.contains(position)) return;

@@ -50,6 +50,7 @@ class TEventsChart final : public TTimeChart {
 
  protected:
   void Clicked(const QPointF& position) override;
+  void EntryClicked(std::size_t entry) override;
   void Unclicked() override;
   [[nodiscard]] QString CursorText(const QPointF& position) const override;
   [[nodiscard]] std::vector<TReading> ReadingsAt(double time) const override;
@@ -60,12 +61,20 @@ class TEventsChart final : public TTimeChart {
   void Restyle() override;
 
  private:
-  // What is under a position: one event, or several that share a point, of which the highest stands for all.
+  // What is under a position: one event, or several that share a point, of which that with the largest total stands for
+  // all.
   struct THit {
     std::size_t place;
     std::size_t count = 1;
-    std::size_t lowest = 0;  // of several
+    double min = 0, max = 0;  // of the totals of several, g
   };
+  struct TLevel {
+    double g;
+    QString name;
+    QColor ink;
+  };
+  [[nodiscard]] std::vector<TLevel> Levels() const;
+  void FillLegend();
   // Hover, status bar and click all ask this.
   [[nodiscard]] std::optional<THit> HitAt(const QPointF& position) const;
   [[nodiscard]] QString WordsOf(const THit& hit) const;

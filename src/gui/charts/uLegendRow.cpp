@@ -8,7 +8,8 @@ constexpr int kSample = 14;   // px, the piece of line before a name
 constexpr int kGap = 5;       // between it and the name
 constexpr int kBetween = 14;  // between entries
 constexpr int kSide = 12;     // left and right of the row
-constexpr int kMaxRows = 3;
+constexpr std::size_t kMaxRows = 3;
+constexpr auto kMore = "…";  // for the entries without room
 
 // A line of a style needs more than a short bar to be told from others.
 void DrawSample(QCPPainter& painter, const QRect& place, const TLegendEntry& entry, const QColor& ink) {
@@ -62,8 +63,9 @@ void DrawMarker(QPainter& painter, TMarker marker, const QPointF& at, double rad
 std::optional<std::size_t> TLegendRow::EntryAt(const QPointF& position) const {
   const QPoint at = position.toPoint() - mRect.topLeft();
   const auto found = std::ranges::find_if(FPlaces, [&at](const QRect& place) { return place.contains(at); });
-  if (found == FPlaces.end()) return std::nullopt;
-  return static_cast<std::size_t>(found - FPlaces.begin());
+  const auto entry = static_cast<std::size_t>(found - FPlaces.begin());
+  // Entries that were set since the last picture have no places yet.
+  return entry < std::min(FPlaces.size(), FContents.entries.size()) ? std::optional(entry) : std::nullopt;
 }
 
 TLegendContents TLegendRow::ContentsForPicture(const QString& caption) const {
@@ -88,52 +90,78 @@ QSize TLegendRow::maximumOuterSizeHint() const {
   return {QWIDGETSIZE_MAX, minimumOuterSizeHint().height()};
 }
 
-void TLegendRow::PlaceEntries(int width) {
-  const QFontMetrics metrics = Metrics();
-  const int height = metrics.height() + 2;
-  const int wanted =
-      FContents.title.isEmpty() ? 0 : IconWidth() + metrics.horizontalAdvance(FContents.title) + 2 * kBetween;
-  const auto widthOf = [&](const TLegendEntry& entry) {
-    return metrics.horizontalAdvance(entry.name) + kSample + kGap + kBetween;
-  };
-  const int room = width - 2 * kSide;
-  int used = wanted;
-  for (const TLegendEntry& entry : FContents.entries) used += entry.shown ? widthOf(entry) : 0;
-  // Hidden series take what the shown ones leave of the first row; the chart's menu lists them all.
-  const bool fits = used <= room;
-  std::vector<bool> placed;
+int TLegendRow::WidthOf(const TLegendEntry& entry) const {
+  return Metrics().horizontalAdvance(entry.name) + kSample + kGap + kBetween;
+}
+
+// Hidden series take what the shown ones leave of their row.
+std::vector<bool> TLegendRow::Chosen(int used, int room) const {
+  int hidden = 0;
+  for (const TLegendEntry& entry : FContents.entries) hidden += entry.shown ? 0 : WidthOf(entry);
+  if (used + hidden > room) room -= MoreWidth();
+  std::vector<bool> chosen;
   for (const TLegendEntry& entry : FContents.entries) {
-    placed.push_back(entry.shown || used + widthOf(entry) <= room);
-    if (!entry.shown && placed.back()) used += widthOf(entry);
+    chosen.push_back(entry.shown || used + WidthOf(entry) <= room);
+    if (!entry.shown && chosen.back()) used += WidthOf(entry);
   }
+  return chosen;
+}
+
+void TLegendRow::PlaceEntries(int width) {
+  const int height = Metrics().height() + 2;
+  const int room = width - 2 * kSide;
+  const QString& title = FContents.title;
+  const int wanted = title.isEmpty() ? 0 : IconWidth() + Metrics().horizontalAdvance(title) + 2 * kBetween;
+  int shown = 0;
+  for (const TLegendEntry& entry : FContents.entries) shown += entry.shown ? WidthOf(entry) : 0;
   // A title that leaves no room for the entries gets a row of its own, and is shortened if that is too short.
+  const bool alone = !title.isEmpty() && !FContents.entries.empty() && wanted + shown > room;
   FTitleWidth = std::min(wanted, room);
-  std::vector<int> rows(fits || FContents.title.isEmpty() || FContents.entries.empty() ? 1 : 2);
-  std::vector<std::pair<std::size_t, int>> places(FContents.entries.size());  // row, and the place in it
-  used = rows.size() == 1 ? wanted : 0;
-  for (std::size_t i = 0; i < FContents.entries.size(); ++i) {
-    const int size = widthOf(FContents.entries[i]);
-    if (placed[i] && used + size > room && rows.back() > 0) {
-      placed[i] = rows.size() < kMaxRows;
-      if (placed[i]) rows.push_back(0);
+  std::vector<int> rows(alone ? 2 : 1);  // the width of the entries in each
+  int used = alone ? 0 : wanted;
+  const std::vector<bool> chosen = Chosen(used + shown, room);
+  using TPlace = std::pair<std::size_t, int>;  // the row, and the place in it
+  const auto put = [&](int size, int limit) -> std::optional<TPlace> {
+    if (used + size > limit && rows.back() > 0) {
+      if (rows.size() == kMaxRows) return std::nullopt;
+      rows.push_back(0);
       used = 0;
     }
-    if (!placed[i]) continue;
-    places[i] = {rows.size() - 1, rows.back()};
-    rows.back() += size;
     used += size;
+    rows.back() += size;
+    return TPlace(rows.size() - 1, rows.back() - size);
+  };
+  std::vector<std::optional<TPlace>> places(FContents.entries.size());
+  for (std::size_t i = 0; i < places.size(); ++i) {
+    const bool last = rows.size() == kMaxRows;
+    if (chosen[i]) places[i] = put(WidthOf(FContents.entries[i]), last ? room - MoreWidth() : room);
   }
+  std::optional<TPlace> more;
+  const auto without = [](const auto& place) { return !place; };
+  if (std::ranges::any_of(places, without)) more = put(MoreWidth(), room);
 
-  FPlaces.assign(FContents.entries.size(), QRect());
-  for (std::size_t i = 0; i < FContents.entries.size(); ++i) {
-    const auto [row, left] = places[i];
-    const int begin = std::max(kSide, width - kSide - (rows[row] - kBetween));
-    if (placed[i]) {
-      FPlaces[i] = {begin + left, static_cast<int>(row) * height + 2, widthOf(FContents.entries[i]) - kBetween, height};
-    }
+  const auto rectOf = [&](const std::optional<TPlace>& place, int size) {
+    if (!place) return QRect();
+    const int begin = std::max(kSide, width - kSide - (rows[place->first] - kBetween));
+    return QRect(begin + place->second, static_cast<int>(place->first) * height + 2, size - kBetween, height);
+  };
+  FRows = FHidden || (title.isEmpty() && FContents.entries.empty()) ? 0 : static_cast<int>(rows.size());
+  FPlaces.clear();
+  FMore = FRows > 0 ? rectOf(more, MoreWidth()) : QRect();
+  if (FRows == 0) return;
+  for (std::size_t i = 0; i < places.size(); ++i) FPlaces.push_back(rectOf(places[i], WidthOf(FContents.entries[i])));
+}
+
+std::vector<std::size_t> TLegendRow::EntriesLeftOut() const {
+  std::vector<std::size_t> entries;
+  for (std::size_t i = 0; i < std::min(FPlaces.size(), FContents.entries.size()); ++i) {
+    if (FPlaces[i].isEmpty()) entries.push_back(i);
   }
-  FRows = FHidden || (FContents.title.isEmpty() && FContents.entries.empty()) ? 0 : static_cast<int>(rows.size());
-  if (FRows == 0) FPlaces.clear();
+  return entries;
+}
+
+bool TLegendRow::IsOnMore(const QPointF& position) const {
+  return FMore.contains(position.toPoint() - mRect.topLeft());
 }
 
 QString TLegendRow::TitleWithin(int width) const {
@@ -166,6 +194,10 @@ void TLegendRow::draw(QCPPainter* painter) {
     FContents.icon.paint(painter, row, Qt::AlignLeft | Qt::AlignVCenter);
     const QRect place = row.adjusted(IconWidth(), 0, 0, 0);
     painter->drawText(place, Qt::AlignLeft | Qt::AlignVCenter, TitleWithin(place.width()));
+  }
+  if (!FMore.isEmpty()) {
+    painter->setPen(palette.color(QPalette::Text));
+    painter->drawText(FMore.translated(mRect.topLeft()), Qt::AlignCenter, kMore);
   }
   for (std::size_t i = 0; i < FPlaces.size(); ++i) {
     if (FPlaces[i].isEmpty()) continue;

@@ -50,6 +50,9 @@ class TLegendRow final : public QCPLayoutElement {
   // entry that is not shown.
   [[nodiscard]] TLegendContents ContentsForPicture(const QString& caption) const;
   [[nodiscard]] std::optional<std::size_t> EntryAt(const QPointF& position) const;
+  // The entries that found no room, for which "…" stands at the end of the row.
+  [[nodiscard]] std::vector<std::size_t> EntriesLeftOut() const;
+  [[nodiscard]] bool IsOnMore(const QPointF& position) const;
 
   void update(UpdatePhase phase) override;
   [[nodiscard]] QSize minimumOuterSizeHint() const override;
@@ -62,11 +65,16 @@ class TLegendRow final : public QCPLayoutElement {
   [[nodiscard]] QFontMetrics Metrics() const { return QFontMetrics(mParentPlot->font(), mParentPlot); }
   [[nodiscard]] int IconWidth() const { return FContents.icon.isNull() ? 0 : Metrics().height() + 6; }
   void PlaceEntries(int width);
+  [[nodiscard]] int WidthOf(const TLegendEntry& entry) const;
+  [[nodiscard]] int MoreWidth() const { return Metrics().height() * 2; }
+  // The shown ones, and those of the others that have room in that width beside `used` px.
+  [[nodiscard]] std::vector<bool> Chosen(int used, int room) const;
   // As much of the title as fits: without its last parts, which " · " joins, then cut.
   [[nodiscard]] QString TitleWithin(int width) const;
 
   TLegendContents FContents;
   std::vector<QRect> FPlaces;  // of each entry, from the element's top left; empty without room
+  QRect FMore;                 // of "…"; empty while every entry has its place
   int FTitleWidth = 0;
   bool FHidden = false;
   int FRows = 0;

@@ -152,10 +152,8 @@ void TNavigatorChart::FillLegend() {
 }
 
 // The curve comes first, then the ticks of the events.
-void TNavigatorChart::Clicked(const QPointF& position) {
-  const auto entry = Legend().EntryAt(position);
-  if (!entry) return;
-  bool& visible = *entry == 0 ? FCurveVisible : FTicksVisible;
+void TNavigatorChart::EntryClicked(std::size_t entry) {
+  bool& visible = entry == 0 ? FCurveVisible : FTicksVisible;
   visible = !visible;
   Restyle();
 }

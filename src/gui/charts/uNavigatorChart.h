@@ -53,7 +53,7 @@ class TNavigatorChart final : public TTimeChart {
   void BandResizing(const TTimeSpan& band);
 
  protected:
-  void Clicked(const QPointF& position) override;
+  void EntryClicked(std::size_t entry) override;
   [[nodiscard]] QString CursorText(const QPointF& position) const override;
   void ScaleValues() override;
   void Restyle() override;

@@ -24,6 +24,7 @@ class TSelectedEventChart final : public TAccelerationChart {
   // Shows the filtered curves of the event instead of the recorded ones, as many points as the filter gives. The peak
   // in the title and the shaded intervals stay those of the recorded samples.
   void SetHighPass(bool on);
+  [[nodiscard]] QString ShownName() const override { return FHighPass ? tr("high-passed") : QString(); }
   // What is shown, in the order of time, until SamplesChanged or Clear; time 0 of the axis is at StartMs.
   [[nodiscard]] std::span<const TEventValue> Samples() const { return FSamples.Samples(); }
   [[nodiscard]] double StartMs() const { return FStart; }

@@ -68,7 +68,9 @@ void TSensorsChart::SetSensors(const TSensorList& sensors, double startTime) {
 
 void TSensorsChart::SetSensorVisible(std::size_t index, bool visible) {
   if (index >= FSensors.Series().size() || IsSensorVisible(index) == visible) return;
+  const TSensorAxis before = FSensors.Series()[index].look.axis;
   EmitHidden(FSensors.SetVisible(index, visible), index);
+  ScaleAxis(before);
   ScaleAxis(FSensors.Series()[index].look.axis);
   FillLegend();
   SetUpAxes();
@@ -76,7 +78,7 @@ void TSensorsChart::SetSensorVisible(std::size_t index, bool visible) {
 
 void TSensorsChart::EmitHidden(const QStringList& hidden, std::size_t chosen) {
   if (hidden.isEmpty()) return;
-  emit CursorValueChanged(tr("%1 hidden: the axis shows %2").arg(hidden.join(", "), FSensors.Series()[chosen].name));
+  emit SensorsHidden(tr("%1 hidden: the axis shows %2").arg(hidden.join(", "), FSensors.Series()[chosen].name));
 }
 
 void TSensorsChart::MoveSensor(std::size_t index, TSensorAxis axis) {
@@ -203,6 +205,7 @@ void TSensorsChart::Prepare() {
 }
 
 // As much as fits: the names in the colours of their series and the unit, a dash in place of each name, the unit alone.
+// On paper a dash says nothing.
 std::vector<TTitlePart> TSensorsChart::TitleOf(TSensorAxis axis) const {
   const QColor ink = InkOf(axis);
   const std::vector<const TSensorSeries*> named = FSensors.NamedOn(axis);
@@ -223,7 +226,7 @@ std::vector<TTitlePart> TSensorsChart::TitleOf(TSensorAxis axis) const {
     return width <= Rect().height();
   };
   if (fits(names)) return names;
-  return fits(dashes) ? dashes : std::vector<TTitlePart>{{unit, ink}};
+  return fits(dashes) && !IsForPaper() ? dashes : std::vector<TTitlePart>{{unit, ink}};
 }
 
 void TSensorsChart::PaintSensors(QCPPainter& painter) {
@@ -253,10 +256,8 @@ void TSensorsChart::PaintAlarms(QCPPainter& painter) {
   }
 }
 
-void TSensorsChart::Clicked(const QPointF& position) {
-  const auto entry = Legend().EntryAt(position);
-  if (!entry || *entry >= FSensors.Listed().size()) return;
-  const std::size_t index = FSensors.Listed()[*entry];
+void TSensorsChart::EntryClicked(std::size_t entry) {
+  const std::size_t index = FSensors.Listed()[entry];
   SetSensorVisible(index, !FSensors.Series()[index].visible);
   emit SensorVisibleChanged(index, FSensors.Series()[index].visible);
 }

@@ -29,7 +29,8 @@ class TSensorsChart final : public TTimeChart {
   void SetSensors(const TSensorList& sensors, double startTime);
   void Clear() override;
 
-  // By the sensor's index in the list. One that comes into view on an axis of another unit hides the others there.
+  // By the sensor's index in the list. One that comes into view goes to a free axis where its own has another unit, and
+  // hides those of another unit where none is free.
   // Does nothing for an index past the list.
   void SetSensorVisible(std::size_t index, bool visible);
   [[nodiscard]] bool IsSensorVisible(std::size_t index) const;
@@ -55,9 +56,11 @@ class TSensorsChart final : public TTimeChart {
  signals:
   // The user showed or hid a sensor in the legend.
   void SensorVisibleChanged(std::size_t index, bool visible);
+  // Sensors had to make room for another; in words.
+  void SensorsHidden(const QString& words);
 
  protected:
-  void Clicked(const QPointF& position) override;
+  void EntryClicked(std::size_t entry) override;
   [[nodiscard]] std::vector<TCurve> Curves() const override;
   void ScaleValues() override;
   void Restyle() override;

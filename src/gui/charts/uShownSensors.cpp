@@ -79,8 +79,31 @@ void TShownSensors::ChooseVisible(TSensorAxis axis) {
 }
 
 QStringList TShownSensors::SetVisible(std::size_t index, bool visible) {
-  FSeries[index].visible = visible;
-  return visible ? MakeRoomFor(FSeries[index]) : QStringList();
+  TSensorSeries& series = FSeries[index];
+  if (visible && !series.visible) FindAxisFor(series);
+  series.visible = visible;
+  return visible ? MakeRoomFor(series) : QStringList();
+}
+
+void TShownSensors::FindAxisFor(TSensorSeries& chosen) const {
+  const auto scaleOn = [this](TSensorAxis axis) {
+    const auto named = NamedOn(axis);
+    return named.empty() ? QString() : named.front()->look.scale;
+  };
+  const TSensorAxis home = PlacedLook(chosen.sensor).axis;
+  const QString& own = chosen.look.scale;
+  const auto take = [&](TSensorAxis axis) {
+    chosen.look.axis = axis;
+    chosen.look.rank = axis == home ? PlacedLook(chosen.sensor).rank : kMovedRank;
+  };
+  take(home);
+  if (const QString scale = scaleOn(home); scale.isEmpty() || scale == own) return;
+  for (const QString& wanted : {own, QString()}) {
+    for (const TSensorAxis axis :
+         {TSensorAxis::LeftInner, TSensorAxis::RightInner, TSensorAxis::RightOuter, TSensorAxis::LeftOuter}) {
+      if (scaleOn(axis) == wanted) return take(axis);
+    }
+  }
 }
 
 QStringList TShownSensors::MakeRoomFor(const TSensorSeries& chosen) {
@@ -93,14 +116,15 @@ QStringList TShownSensors::MakeRoomFor(const TSensorSeries& chosen) {
 }
 
 QStringList TShownSensors::Move(std::size_t index, TSensorAxis axis) {
-  const TSensorSeries& chosen = FSeries[index];
+  TSensorSeries& chosen = FSeries[index];
   FMoved[chosen.sensor] = axis;
   if (LookOf(chosen.sensor).axis == axis) FMoved.erase(chosen.sensor);
   for (TSensorSeries& series : FSeries) {
     if (series.sensor == chosen.sensor) series.look = PlacedLook(series.sensor);
   }
   TakeNamesAndColours();
-  return SetVisible(index, !chosen.readings.Samples().empty());
+  chosen.visible = !chosen.readings.Samples().empty();
+  return chosen.visible ? MakeRoomFor(chosen) : QStringList();
 }
 
 bool TShownSensors::SetColour(std::string_view sensor, const QColor& colour) {

@@ -1,5 +1,5 @@
 // The slow sensors of a mission as the sensors chart shows them: names, colours, axes, and which are visible. An axis
-// has one scale, so showing one sensor hides those of another unit there. Main thread only.
+// has one scale, so a sensor of another unit than those on its axis goes to a free one. Main thread only.
 #pragma once
 
 #include <QColor>
@@ -48,7 +48,8 @@ class TShownSensors {
   // The readings' own time, ms from the start.
   [[nodiscard]] double MsOf(double dateTime) const;
 
-  // By an index of the list. Gives the names of the sensors that had to make room.
+  // By an index of the list. One that comes into view where another unit is goes to an axis with its own unit, else to
+  // a free one. Where there is none it hides those on its axis; gives their names.
   QStringList SetVisible(std::size_t index, bool visible);
   // All sensors of this name move; away from where they belong they stay from recording to recording and come first.
   QStringList Move(std::size_t index, TSensorAxis axis);
@@ -67,6 +68,7 @@ class TShownSensors {
  private:
   [[nodiscard]] TSensorLook PlacedLook(const std::string& sensor) const;
   void ChooseVisible(TSensorAxis axis);
+  void FindAxisFor(TSensorSeries& chosen) const;
   QStringList MakeRoomFor(const TSensorSeries& chosen);
   void TakeNamesAndColours();
 

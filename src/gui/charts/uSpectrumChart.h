@@ -34,6 +34,7 @@ class TSpectrumChart final : public TAccelerationChart {
   // What is shown.
   [[nodiscard]] const TSpectrum& Spectrum() const { return FSpectrum; }
   [[nodiscard]] QString ValueUnit() const;
+  [[nodiscard]] QString ShownName() const override { return tr("spectrum"); }
   // The line nearest to a frequency; there is one.
   [[nodiscard]] std::size_t LineAt(double hertz) const;
 

@@ -1,5 +1,6 @@
 #include "gui/charts/uTimeChart.h"
 
+#include <QMenu>
 #include <cmath>
 #include <limits>
 #include <utility>
@@ -57,17 +58,39 @@ TTimeChart::TTimeChart(TAxisUnit unit, QWidget* parent)
   connect(&FGestures, &TChartGestures::Clicked, this, [this](const QPointF& position) {
     const QPoint at = position.toPoint();
     if (FRange.IsUnsynced() && Legend().IsOnTitle(at)) emit SyncMenuRequested(mapToGlobal(at));
-    Clicked(position);
+    if (const auto entry = Legend().EntryAt(position)) {
+      EntryClicked(*entry);
+    } else if (Legend().IsOnMore(position)) {
+      ShowEntriesLeftOut(mapToGlobal(at));
+    } else {
+      Clicked(position);
+    }
   });
   connect(&FGestures, &TChartGestures::Unclicked, this, &TTimeChart::Unclicked);
+}
+
+void TTimeChart::ShowEntriesLeftOut(const QPoint& at) {
+  auto* menu = new QMenu(this);
+  menu->setObjectName("mnuLegend");
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  for (const std::size_t entry : Legend().EntriesLeftOut()) {
+    const TLegendEntry& series = Legend().Contents().entries[entry];
+    QAction* action = menu->addAction(QString(series.name).replace('&', "&&"));
+    action->setCheckable(true);
+    action->setChecked(series.shown);
+    connect(action, &QAction::triggered, this, [this, entry] {
+      if (entry < Legend().Contents().entries.size()) EntryClicked(entry);
+    });
+  }
+  menu->popup(at);
 }
 
 void TTimeChart::SetPointsVisible(bool visible) {
   if (std::exchange(FPointsVisible, visible) != visible) QueueReplot();
 }
 
-void TTimeChart::SetForPaper() {
-  FForPaper = true;
+void TTimeChart::SetForPaper(bool on) {
+  FForPaper = on;
   Restyle();
 }
 
@@ -79,10 +102,10 @@ QList<qreal> TTimeChart::Dashes(std::size_t place) const {
 }
 
 void TTimeChart::SetFullRange(const std::optional<TTimeSpan>& span) {
-  FMarks.Reset();
   FCursors.Reset();
   FGestures.EndDrag();
   FRange.SetFull(span);
+  if (span) FMarks.ChangeData(FRange.Full());
 }
 
 QString TTimeChart::MomentText(double time) const {

@@ -47,7 +47,7 @@ class TTimeChart : public TChartPlot, public IChartReadings {
   void SetPointsVisible(bool visible);
 
   // For paper, which may be without colours: lines differ by their style, dots by their shape.
-  void SetForPaper();
+  void SetForPaper(bool on);
 
   [[nodiscard]] TChartRange& Range() { return FRange; }
   [[nodiscard]] const TChartRange& Range() const { return FRange; }
@@ -58,8 +58,10 @@ class TTimeChart : public TChartPlot, public IChartReadings {
  protected:
   // The visible series with samples, in the order of the legend.
   [[nodiscard]] virtual std::vector<TCurve> Curves() const { return {}; }
-  // Left button, less than a drag.
-  virtual void Clicked(const QPointF& position) = 0;
+  // Left button, less than a drag, beside the entries of the legend.
+  virtual void Clicked(const QPointF& /*position*/) {}
+  // Shows or hides a series, by its place in the legend.
+  virtual void EntryClicked(std::size_t entry) = 0;
   // The last click was the first of a double-click.
   virtual void Unclicked() {}
   // Sets the value axes to the range of the data.
@@ -86,6 +88,9 @@ class TTimeChart : public TChartPlot, public IChartReadings {
   void PaintOver(QPainter& painter) const override { FGestures.PaintSpan(painter); }
 
  private:
+  // A menu of them, to show and hide.
+  void ShowEntriesLeftOut(const QPoint& at);
+
   TChartRange FRange;
   TChartCursors FCursors;  // drawn first: the words of the marks keep clear of those of the cursors
   TChartMarks FMarks;

@@ -19,6 +19,7 @@
 #include "gui/mainform/uControls.h"
 #include "gui/mainform/uMainParts.h"
 #include "gui/mainform/uMissionViews.h"
+#include "gui/mainform/uNotice.h"
 #include "gui/overview/uOverviewPanel.h"
 #include "gui/overview/uVerdictStrip.h"
 #include "gui/report/uEventCardList.h"
@@ -100,7 +101,7 @@ void TViewActions::ConnectCharts() {
   for (TTimeChart* chart : FWindow.findChildren<TTimeChart*>()) {
     const bool zooms = chart != FParts.docks.ChartNavigator;
     chart->setStatusTip(zooms ? tr("drag: zoom · middle drag: pan · double-click: reset")
-                              : tr("drag: move the band · drag an edge: resize it"));
+                              : tr("drag: move the band · its edge: resize · outside: new band · double-click: all"));
     connect(chart, &TTimeChart::CursorValueChanged, this, [this, chart](const QString& text) {
       FParts.statusHint->setText(text.isEmpty() ? QString() : chart->statusTip());
       FParts.statusValue->setText(text);
@@ -109,6 +110,8 @@ void TViewActions::ConnectCharts() {
   for (TRowGrid* grid : FWindow.findChildren<TRowGrid*>()) {
     connect(grid, &TRowGrid::RowsCopied, FParts.statusValue, &QLabel::setText);
   }
+  connect(FParts.overview->ChartAllSensors(), &TSensorsChart::SensorsHidden, this,
+          [this](const QString& words) { FParts.notice->ShowText(words, {}); });
   for (TEventsChart* chart : {FParts.overview->Chart1(), FParts.shock->Chart20()}) {
     connect(chart, &TEventsChart::EventClicked, this, &TViewActions::Select);
   }

@@ -16,7 +16,8 @@
 #include <stdexcept>
 
 #include "base/uFiles.h"
-#include "gui/charts/uTimeChart.h"
+#include "gui/charts/uAccelerationChart.h"
+#include "gui/charts/uChartOnPaper.h"
 #include "gui/common/uLogos.h"
 #include "gui/common/uQtText.h"
 #include "gui/mainform/KorvexMainForm.h"
@@ -25,6 +26,7 @@
 #include "gui/report/uPageView.h"
 #include "gui/report/uReportConfigDialog.h"
 #include "gui/report/uReportPanel.h"
+#include "gui/shock/uShockPanel.h"
 #include "platform/uSha256.h"
 #include "shell/uExportCommands.h"
 #include "shell/uStartUp.h"
@@ -62,7 +64,26 @@ TReportConfig ConfigOf(const TCommandTargets& on) {
 }
 
 TReportContents ContentsOf(const TCommandTargets& on) {
-  return ReportContents(on.flow.Mission(), on.parts, on.flow, on.program);
+  TReportContents contents = ReportContents(on.flow.Mission(), on.parts, on.flow, on.program);
+  if (on.flow.View() == TView::Shock) {
+    TAccelerationChart& chart = on.parts.shock->ChartInFront();
+    contents.shownEvent = TShownEvent{chart.ShownName(), [&chart](QPainter& painter, const QRectF& place) {
+                                        DrawShownOnPaper(chart, painter, place);
+                                      }};
+  }
+  return contents;
+}
+
+// "stairs ID-8 spectrum": the recording and, of the shock view, what is in front.
+QString ProposedPdfName(const TCommandTargets& on) {
+  QStringList parts{RecordingName(on.flow)};
+  if (on.flow.View() == TView::Overview) parts << QObject::tr("overview");
+  if (on.flow.View() == TView::Shock) {
+    const auto event = on.flow.Mission().SelectedEvent;
+    parts << (event ? QString("ID-%1").arg(*event) : QString()) << on.parts.shock->ChartInFront().ShownName();
+  }
+  parts.removeAll(QString());
+  return parts.join(' ');
 }
 
 // With the checksum, which takes time for a large file.
@@ -72,26 +93,34 @@ TReportContents ContentsOf(const TCommandTargets& on, IProgress& progress) {
   return contents;
 }
 
+// Of a picture in a document, however small the chart is on the screen.
+QSize PictureSize(const TTimeChart& chart) {
+  constexpr QSize kMinPicture(640, 400);  // px
+  return chart.size().expandedTo(kMinPicture);
+}
+
 void WriteSvg(TTimeChart& chart, const QString& caption, QIODevice& file) {
   QSvgGenerator svg;
   svg.setOutputDevice(&file);
-  svg.setSize(chart.size());
-  svg.setViewBox(chart.rect());
+  const QSize size = PictureSize(chart);
+  svg.setSize(size);
+  svg.setViewBox(QRect(QPoint(), size));
   svg.setResolution(chart.logicalDpiX());
   svg.setTitle(QObject::tr("ShockScope"));  // not the caption: Qt 6.4 does not escape a title
   QCPPainter painter;
   painter.setMode(QCPPainter::pmVectorized);
   if (!painter.begin(&svg)) throw std::runtime_error("The picture cannot be made.");
-  chart.DrawWith(painter, caption);
+  chart.DrawWith(painter, caption, size);
 }
 
 QImage Scaled(TTimeChart& chart, const QString& caption, int scale) {
   const double pixels = scale * chart.devicePixelRatioF();
-  QImage picture((QSizeF(chart.size()) * pixels).toSize(), QImage::Format_RGB32);
+  const QSize size = PictureSize(chart);
+  QImage picture((QSizeF(size) * pixels).toSize(), QImage::Format_RGB32);
   if (picture.isNull()) throw std::bad_alloc();
   QCPPainter painter(&picture);
   painter.scale(pixels, pixels);
-  chart.DrawWith(painter, caption);
+  chart.DrawWith(painter, caption, size);
   return picture;
 }
 
@@ -164,7 +193,7 @@ void PreviewView(const TCommandTargets& on) {
 void SaveViewAsPdf(const TCommandTargets& on) {
   if (!on.flow.FileShown()) return;
   const TReportConfig config = ConfigOf(on);
-  on.exports.SavePdf(Utf8(RecordingName(on.flow)), [&](const std::filesystem::path& file, IProgress& progress) {
+  on.exports.SavePdf(Utf8(ProposedPdfName(on)), [&](const std::filesystem::path& file, IProgress& progress) {
     WriteReportPdf(file, TReportPages(ContentsOf(on, progress), config), progress);
   });
 }

@@ -97,6 +97,7 @@ void TReportCharts::PaintWhole(QPainter& painter, const QRectF& place) {
 }
 
 void TReportCharts::PaintSelected(QPainter& painter, const QRectF& place) {
+  if (FData.contents.shownEvent) return FData.contents.shownEvent->paint(painter, place);
   const TShownMission& mission = FData.Mission();
   if (!FSelected) {
     FSelected = std::make_unique<TSelectedEventChart>();

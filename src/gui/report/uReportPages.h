@@ -8,6 +8,7 @@
 #include <QString>
 #include <array>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -21,6 +22,12 @@
 
 class QPagedPaintDevice;
 
+// What the shock view has in front of the selected event.
+struct TShownEvent {
+  QString name;  // "spectrum"; empty for what was recorded
+  std::function<void(QPainter&, const QRectF& place)> paint;
+};
+
 // What a report is made of. The mission and its tables are borrowed by the pages.
 struct TReportContents {
   const TShownMission& mission;
@@ -31,6 +38,7 @@ struct TReportContents {
   double madeAt = 0;                 // the date of the report, a date-time
   // VelocityChangeFigure of the mission, which takes time; the pages compute it where nobody has.
   std::optional<std::optional<TFigure>> velocityChange = {};
+  std::optional<TShownEvent> shownEvent = {};  // else the recorded curves
 };
 
 // For madeAt: the time on this computer's clock, a date-time.

@@ -33,8 +33,10 @@ void AddSensorsChart(TPageFlow& flow, const TReportData& data, TReportCharts& ch
 
 void AddSelectedEvent(TPageFlow& flow, const TReportData& data, TReportCharts& charts) {
   const auto& event = data.Mission().SelectedEvent;
-  flow.AddHeading(event ? QObject::tr("Shock Report: event %1").arg(*event) : QObject::tr("Shock Report:"),
-                  ChartHeight(flow));
+  const auto& shown = data.contents.shownEvent;
+  QString heading = event ? QObject::tr("Shock Report: event %1").arg(*event) : QObject::tr("Shock Report:");
+  if (shown && !shown->name.isEmpty()) heading += QObject::tr(", %1").arg(shown->name);
+  flow.AddHeading(heading, ChartHeight(flow));
   flow.Add(ChartHeight(flow),
            [&charts](QPainter& painter, const QRectF& rect) { charts.PaintSelected(painter, rect); });
 }

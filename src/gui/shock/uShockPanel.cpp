@@ -91,6 +91,11 @@ bool TMainShockPanel::IsSpectrumInFront() const {
   return FEventCharts->currentWidget() == FSpectrum;
 }
 
+TAccelerationChart& TMainShockPanel::ChartInFront() const {
+  if (IsSpectrumInFront()) return *FSpectrum->Chart();
+  return *FChart2;
+}
+
 void TMainShockPanel::ShowValues() {
   const TSpectrumChart& spectrum = *FSpectrum->Chart();
   if (IsSpectrumInFront()) {
@@ -122,20 +127,28 @@ void TMainShockPanel::SetSpectrumVisible(bool visible) {
 
 void TMainShockPanel::SetValuesVisible(bool visible) {
   if (visible == FValues->isHidden()) TakeRoomForValues(visible);
-  TTimeChart& chart = IsSpectrumInFront() ? static_cast<TTimeChart&>(*FSpectrum->Chart()) : *FChart2;
-  if (const auto pointed = chart.Marks().IndicatorTime()) MarkValue(*pointed);
+  if (const auto pointed = ChartInFront().Marks().IndicatorTime()) MarkValue(*pointed);
 }
 
-// The table takes its room from the chart beside it and gives it back.
+// The table takes its room from the chart beside it, and from the list what the chart needs to stay legible. Closing it
+// gives each its room back.
 void TMainShockPanel::TakeRoomForValues(bool visible) {
+  constexpr int kMinChart = 300;  // px
   QList<int> sizes = FBelow->sizes();
+  const int handle = FBelow->handleWidth();
   if (visible) {
-    const int room = sizes[1] - FBelow->handleWidth();
-    sizes[2] = std::min(FValuesWidth.value_or(FValues->FittingWidth()), room - FEventCharts->minimumSizeHint().width());
+    const int wanted = FValuesWidth.value_or(FValues->FittingWidth());
+    const int spare = std::max(0, sizes[0] - FBelow->widget(0)->minimumSizeHint().width());
+    FFromList = std::clamp(wanted + handle + kMinChart - sizes[1], 0, spare);
+    sizes[0] -= FFromList;
+    const int room = sizes[1] + FFromList - handle;
+    sizes[2] = std::min(wanted, room - FEventCharts->minimumSizeHint().width());
     sizes[1] = room - sizes[2];
   } else {
     FValuesWidth = sizes[2];
-    sizes[1] += sizes[2] + FBelow->handleWidth();
+    const int fromList = std::min(FFromList, sizes[2] + handle);
+    sizes[0] += fromList;
+    sizes[1] += sizes[2] + handle - fromList;
     sizes[2] = 0;
   }
   FValues->setVisible(visible);

@@ -12,6 +12,7 @@ class QSplitter;
 class QStackedWidget;
 class QTabWidget;
 struct TMissionData;
+class TAccelerationChart;
 class TEventCards;
 class TEventsChart;
 class TGrid;
@@ -30,6 +31,8 @@ class TMainShockPanel : public QWidget {
   [[nodiscard]] TEventsChart* Chart20() const { return FChart20; }
   [[nodiscard]] TSelectedEventChart* Chart2() const { return FChart2; }
   [[nodiscard]] TSpectrumChart* ChartSpecAnalysis() const;
+  // Of the selected event.
+  [[nodiscard]] TAccelerationChart& ChartInFront() const;
   [[nodiscard]] TGrid* Shocks() const { return FShocks; }
   [[nodiscard]] TGrid* FilteredShocks() const { return FFilteredShocks; }
   [[nodiscard]] TEventCards* Cards() const { return FCards; }
@@ -70,4 +73,5 @@ class TMainShockPanel : public QWidget {
   QLabel* FConditions;
   QLabel* FClipped;
   std::optional<int> FValuesWidth;  // px, when the table was last visible
+  int FFromList = 0;                // px that the list gave to the visible table
 };

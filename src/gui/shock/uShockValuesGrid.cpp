@@ -112,24 +112,35 @@ void TShockValuesGrid::MarkRow(std::size_t row) {
   scrollTo(cell);
 }
 
-int TShockValuesGrid::UsualWidth(int column) const {
-  const int number = fontMetrics().horizontalAdvance(FShowsLines ? kUsualLine : kUsualText) + kColumnPadding;
-  return std::max(horizontalHeader()->sectionSizeHint(column), number);
+int TShockValuesGrid::UsualWidth(int column, bool lines) const {
+  const int number = fontMetrics().horizontalAdvance(lines ? kUsualLine : kUsualText) + kColumnPadding;
+  int title = horizontalHeader()->sectionSizeHint(column);
+  if (column == 0 && lines != FShowsLines) {
+    QFont font = horizontalHeader()->font();
+    font.setWeight(QFont::DemiBold);  // the style's, which the widget's font does not say
+    const QFontMetrics metrics(font);
+    const int more = metrics.horizontalAdvance(kFrequency) - metrics.horizontalAdvance(kTime);
+    title += lines ? more : -more;
+  }
+  return std::max(title, number);
 }
 
 int TShockValuesGrid::FittingWidth() const {
-  int width = 2 * frameWidth() + verticalScrollBar()->sizeHint().width();
-  for (int column = 0; column < kColumns; ++column) width += UsualWidth(column);
-  // The title of the frequencies is longer than that of the times.
-  const QFontMetrics metrics(horizontalHeader()->font());
-  return width + (FShowsLines ? 0 : metrics.horizontalAdvance(kFrequency) - metrics.horizontalAdvance(kTime));
+  const auto widthOf = [this](bool lines) {
+    int width = 0;
+    for (int column = 0; column < kColumns; ++column) width += UsualWidth(column, lines);
+    return width;
+  };
+  constexpr int kRounding = 2;  // px, of the widths of titles
+  const int around = 2 * frameWidth() + verticalScrollBar()->sizeHint().width() + kRounding;
+  return around + std::max(widthOf(false), widthOf(true));
 }
 
 // Fits each column once; later widths are the user's.
 void TShockValuesGrid::FitColumnsOnce() {
   if (FModel->rowCount() == 0 || std::exchange(FFitted, true)) return;
   for (int column = 0; column < kColumns; ++column) {
-    setColumnWidth(column, std::max(UsualWidth(column), sizeHintForColumn(column)));
+    setColumnWidth(column, std::max(UsualWidth(column, FShowsLines), sizeHintForColumn(column)));
   }
 }
 

@@ -57,7 +57,8 @@ class TShockValuesGrid final : public TRowGrid {
   void showEvent(QShowEvent* event) override;
 
  private:
-  [[nodiscard]] int UsualWidth(int column) const;
+  // While it shows lines, else samples.
+  [[nodiscard]] int UsualWidth(int column, bool lines) const;
   void FitColumnsOnce();
   void SwitchTo(bool lines);
 
