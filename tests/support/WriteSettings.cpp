@@ -20,39 +20,40 @@
 namespace fs = std::filesystem;
 
 int main(int argc, char** argv) try {
-  if (argc != 3) return 2;
+  if (argc < 3) return 2;
   SurviveFileSizeLimit();
   const fs::path folder = argv[1];
-  const std::string now = std::to_string(std::chrono::steady_clock::now().time_since_epoch().count());
+  const std::string text =
+      argc > 3 ? argv[3] : std::to_string(std::chrono::steady_clock::now().time_since_epoch().count());
   const std::map<std::string, std::function<void()>> writers = {{"settings",
                                                                  [&] {
                                                                    TSettings settings;
-                                                                   settings.display.company = now;
+                                                                   settings.display.company = text;
                                                                    WriteSettings(folder, settings);
                                                                  }},
                                                                 {"recents",
                                                                  [&] {
                                                                    TRecentDocuments recents;
                                                                    recents.Load(folder / "recentdocuments.ini");
-                                                                   recents.Add("/recordings/" + now + ".kshock");
+                                                                   recents.Add("/recordings/" + text + ".kshock");
                                                                    recents.Save(folder / "recentdocuments.ini");
                                                                  }},
                                                                 {"report",
                                                                  [&] {
                                                                    TReportConfig config;
                                                                    config.worstCount =
-                                                                       1 + std::hash<std::string>()(now) % kMaxWorst;
+                                                                       1 + std::hash<std::string>()(text) % kMaxWorst;
                                                                    KeepReportConfig(folder, config);
                                                                  }},
                                                                 {"limits",
                                                                  [&] {
                                                                    TLimitProfile profile{};
-                                                                   profile.name = now;
+                                                                   profile.name = text;
                                                                    WriteLimitProfile(folder / "fragile.ini", profile);
                                                                  }},
                                                                 {"notes", [&] {
                                                                    TNotes notes(folder / "mission.kshock", {});
-                                                                   notes.Add({.text = now});
+                                                                   notes.Add({.text = text});
                                                                    TNoProgress progress;
                                                                    notes.Save(progress);
                                                                  }}};
