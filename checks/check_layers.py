@@ -17,7 +17,8 @@ HARNESSES = ("bench/", "fuzz/", "tools/")
 LIBRARIES = [  # header pattern, places that may include it
     (r"(Q[A-Z]\w*|Qt\w+/.*|q[a-z]\w*\.h)$", ("src/gui/", "src/app/", "tools/", "bench/uWindowBench", "bench/uChartBench")),
     (r"qcustomplot\.h$", ("src/gui/charts/",)),
-    (r"zlib\.h$", ("src/model/uDataFile1V0", "bench/uBenchMain", "fuzz/")),
+    (r"zlib\.h$", ("src/model/uDataFile1V0Zip", "src/model/uInflate_zlib", "bench/uBenchMain", "fuzz/")),
+    (r"isa-l/", ("src/model/uInflate_isal",)),
     (r"minizip/", ("src/export/uPackage",)),
     (r"xlsxwriter", ("src/export/uWorkbook", "bench/uExportBenches")),
     (r"SimpleIni\.h$", ("src/base/uIniFile",)),

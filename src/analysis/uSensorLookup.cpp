@@ -1,5 +1,6 @@
 #include "analysis/uSensorLookup.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "base/uDateTime.h"
@@ -38,15 +39,24 @@ float TSensorLookup::SensorValueAt(std::size_t index, double dateTime) const {
   const TRisingSamples& rising = RisingSamplesOf(index);
   const auto sampleAt = [&rising](std::size_t k) { return rising.everySample ? k : rising.listed[k]; };
   const std::size_t count = rising.everySample ? values.size() : rising.listed.size();
-  std::size_t k = 0;
-  for (std::size_t end = count; k < end;) {
+  const auto isBefore = [&](std::size_t k) { return !(DateTimeAt(values, sampleAt(k)) >= dateTime); };  // also NaN
+  // Callers mostly ask for later and later moments: from the last answer on in steps that double, then by halves.
+  std::size_t& last = FRising[index].lastAnswer;
+  std::size_t k = last > 0 && isBefore(last - 1) ? last : 0;
+  std::size_t end = k;
+  for (std::size_t step = 1; end < count && isBefore(end); step *= 2) {
+    k = end + 1;
+    end = std::min(end + step, count);
+  }
+  while (k < end) {
     const std::size_t middle = k + (end - k) / 2;
-    if (DateTimeAt(values, sampleAt(middle)) >= dateTime) {
-      end = middle;
-    } else {
+    if (isBefore(middle)) {
       k = middle + 1;
+    } else {
+      end = middle;
     }
   }
+  last = k;
   if (k == count) return FSensors.GetItem(index).GetItem(values.size() - 1).xvalue;
   const std::size_t j = sampleAt(k);
   const double time = DateTimeAt(values, j);

@@ -15,7 +15,8 @@ class TSensorLookup {
 
   // The reading of sensor `index` that is nearest to a date-time: with j the first sample at or after it, sample j, or
   // j − 1 when that is strictly nearer; the last sample when there is no j. Times need not be in order: the result is
-  // that of a search from the first sample on, at the cost of a binary search.
+  // that of a search from the first sample on, at the cost of a binary search, or less if the moments rise from call to
+  // call.
   // Throws std::out_of_range for an index past the list and for a sensor without samples.
   [[nodiscard]] float SensorValueAt(std::size_t index, double dateTime) const;
 
@@ -25,6 +26,7 @@ class TSensorLookup {
   struct TRisingSamples {
     bool found = false;
     bool everySample = true;
+    std::size_t lastAnswer = 0;  // of SensorValueAt, among these samples
     std::vector<std::uint32_t> listed;
   };
 

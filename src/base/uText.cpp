@@ -1,7 +1,10 @@
 #include "base/uText.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -94,18 +97,63 @@ TDecimal Parsed(const char* text, const char* end) {
   }
   if (*++text == '+') ++text;
   std::from_chars(text, end, decimal.exponent);
-  TrimZeros(decimal);
-  if (decimal.count == 0) decimal.exponent = 0;
+  return decimal;
+}
+
+TDecimal ByLibrary(double magnitude) {
+  std::array<char, 40> text{};
+  char* const end = text.data() + text.size();
+  constexpr auto kForm = std::chars_format::scientific;
+  return Parsed(text.data(), std::to_chars(text.data(), end, magnitude, kForm, kSignificantDigits - 1).ptr);
+}
+
+// For kMinExact <= magnitude < kEndOfExact. There magnitude · 10^k, with the k that puts 15 digits before the point, is
+// a whole number of less than 95 bits over a power of two: exact in integers, and several times faster than the
+// library.
+constexpr double kMinExact = 1e-4;
+constexpr double kEndOfExact = 1e15;
+
+TDecimal InIntegers(double magnitude) {
+  static constexpr double kPowers[] = {1e-4, 1e-3, 1e-2, 1e-1, 1e0,  1e1,  1e2,  1e3,  1e4,  1e5,
+                                       1e6,  1e7,  1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+  static constexpr std::array<std::uint64_t, 19> kFives = [] {
+    std::array<std::uint64_t, 19> fives{1};
+    for (std::size_t i = 1; i < fives.size(); ++i) fives[i] = 5 * fives[i - 1];
+    return fives;
+  }();
+  constexpr int kMantissaBits = 52;
+  constexpr int kMinExponent = -4;
+  __extension__ using TWide = unsigned __int128;
+
+  const auto bits = std::bit_cast<std::uint64_t>(magnitude);
+  const int binary = static_cast<int>(bits >> kMantissaBits) - 1023;
+  TDecimal decimal;
+  decimal.exponent = (binary * 78913) >> 18;  // log10(2), rounded down: at most one too small
+  if (magnitude >= kPowers[decimal.exponent + 1 - kMinExponent]) ++decimal.exponent;
+  const int k = kSignificantDigits - 1 - decimal.exponent;
+  const std::uint64_t mantissa = (bits & ((std::uint64_t{1} << kMantissaBits) - 1)) | std::uint64_t{1} << kMantissaBits;
+  const TWide scaled = TWide{mantissa} * kFives[static_cast<std::size_t>(k)];
+  const int shift = kMantissaBits - binary - k;
+  auto digits = static_cast<std::uint64_t>(scaled >> shift);
+  const TWide rest = scaled & ((TWide{1} << shift) - 1);
+  const TWide half = TWide{1} << (shift - 1);
+  if (rest > half || (rest == half && digits % 2 == 1)) ++digits;
+  if (digits == static_cast<std::uint64_t>(kEndOfExact)) {
+    digits /= 10;
+    ++decimal.exponent;
+  }
+  decimal.count = kSignificantDigits;
+  std::copy_n(fmt::format_int(digits).data(), kSignificantDigits, decimal.digits.begin());
   return decimal;
 }
 
 // The value in 15 digits.
 TDecimal ToDecimal(double value) {
-  std::array<char, 40> text{};
-  char* const end = text.data() + text.size();
-  constexpr auto kForm = std::chars_format::scientific;
-  TDecimal decimal =
-      Parsed(text.data(), std::to_chars(text.data(), end, std::fabs(value), kForm, kSignificantDigits - 1).ptr);
+  const double magnitude = std::fabs(value);
+  const bool isExact = magnitude >= kMinExact && magnitude < kEndOfExact;
+  TDecimal decimal = isExact ? InIntegers(magnitude) : ByLibrary(magnitude);
+  TrimZeros(decimal);
+  if (decimal.count == 0) decimal.exponent = 0;
   decimal.negative = std::signbit(value);
   return decimal;
 }
@@ -164,14 +212,6 @@ AnsiString Utf8ToWindows1252(std::string_view utf8) {
 void AppendGeneralFloat(std::string& text, double value) {
   if (!std::isfinite(value)) {
     text += NotFiniteText(value);
-    return;
-  }
-  // Fast path: in this range the library's general form is the same.
-  if (const double magnitude = std::fabs(value); magnitude >= 1e-4 && magnitude < 1e14) {
-    std::array<char, 40> fixed{};
-    constexpr auto kForm = std::chars_format::general;
-    char* const end = std::to_chars(fixed.data(), fixed.data() + fixed.size(), value, kForm, kSignificantDigits).ptr;
-    text.append(fixed.data(), end);
     return;
   }
   TDecimal decimal = ToDecimal(value);

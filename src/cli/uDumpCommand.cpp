@@ -127,7 +127,7 @@ TStatus DumpCommand(const std::string& file, std::size_t rows, const TConsole& c
   json.Member("displayable", recording.displayable);
   json.Member("damaged", recording.extent.damaged);
   json.Member("readError", recording.extent.readError);
-  json.Member("blocks", recording.blocks);
+  json.Member("blocks", recording.extent.dataBlocks);
   json.Key("mission");
   WriteMission(recording.mission, json);
   json.Member("startTime", recording.events.StartTime);

@@ -8,20 +8,18 @@
 
 namespace {
 
-// Keeps the last message and the count of data blocks: a recording may post more than memory can hold.
+// Keeps the last message: a recording may post more than memory can hold.
 class TReadingPort final : public IMessagePort {
  public:
   explicit TReadingPort(const TConsole& console) : FConsole(console) {}
 
   void Receive(const TMessage& message) noexcept override {
     Last = message;
-    if (message.wParam != kReadProgress) return;
-    Blocks = message.lParam;
-    if (FConsole.showProgress && Blocks % 256 == 0) FConsole.err(fmt::format("\r{} data blocks", Blocks));
+    if (!FConsole.showProgress || message.wParam != kReadProgress || message.lParam % 256 != 0) return;
+    FConsole.err(fmt::format("\r{} data blocks", message.lParam));
   }
 
   TMessage Last{};
-  std::int64_t Blocks = 0;
 
  private:
   const TConsole& FConsole;
@@ -48,7 +46,7 @@ std::string Complaint(const TRecording& recording) {
   // What is no data file is no damaged recording either.
   if (!recording.extent.damaged || !recording.extent.isDataFile) return text;
   return text + fmt::format("{}The recording is damaged or cut short; read: {} data blocks, {} bytes of content.",
-                            text.empty() ? "" : " ", recording.blocks, recording.extent.inflatedBytes);
+                            text.empty() ? "" : " ", recording.extent.dataBlocks, recording.extent.inflatedBytes);
 }
 
 }  // namespace
@@ -66,7 +64,6 @@ TRecording ReadRecording(const std::string& file, const TConsole& console) {
     TReadFileThread thread(handle.Value(), PathFromUtf8(file), MissionMemoryBytes());
     thread.WaitFor();
     recording.message = port.Last;
-    recording.blocks = port.Blocks;
     recording.extent = thread.Extent();
   }
   if (console.showProgress) console.err("\r\033[K");

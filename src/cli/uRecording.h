@@ -10,8 +10,7 @@
 #include "model/uReadFileThread.h"
 
 struct TRecording {
-  TMessage message{};       // the last that the reader posted
-  std::int64_t blocks = 0;  // data blocks begun
+  TMessage message{};  // the last that the reader posted
   TReadExtent extent;
   bool displayable = false;
   TStatus status = TStatus::Done;

@@ -75,12 +75,13 @@ void TMemoryStream::Read(std::span<std::uint8_t> into) {
   FPosition += into.size();
 }
 
-TDataFile TDataFile::CreateLoad(const std::filesystem::path& sFileName, std::stop_token stop) {
-  return CreateLoad([sFileName] { return std::make_unique<TInputFile>(sFileName); }, std::move(stop));
+TDataFile TDataFile::CreateLoad(const std::filesystem::path& sFileName, std::stop_token stop, TInflateWay way) {
+  return CreateLoad([sFileName] { return std::make_unique<TInputFile>(sFileName); }, std::move(stop), way);
 }
 
-TDataFile TDataFile::CreateLoad(std::function<std::unique_ptr<std::streambuf>()> open, std::stop_token stop) {
-  return TDataFile(std::make_unique<TInflateStream>(std::move(open), std::move(stop)));
+TDataFile TDataFile::CreateLoad(std::function<std::unique_ptr<std::streambuf>()> open, std::stop_token stop,
+                                TInflateWay way) {
+  return TDataFile(std::make_unique<TInflateStream>(std::move(open), way, std::move(stop)));
 }
 
 TDataFile::TDataFile(std::unique_ptr<TInflateStream> stream) : ZipStream(std::move(stream)) {}
@@ -130,6 +131,10 @@ std::span<const std::uint8_t> TDataFile::TakeZip(std::size_t count) {
     FDamaged = FReadError.empty();
   }
   return bytes;
+}
+
+bool TDataFile::EndedWell() const {
+  return ZipStream && ZipStream->EndedWell();
 }
 
 bool TDataFile::ReadBlock() {

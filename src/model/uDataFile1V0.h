@@ -49,13 +49,19 @@ class TMemoryStream {
   std::size_t FPosition = 0;
 };
 
+// How a file is inflated. Fast takes half the time if the program is built for it, else it is Exact; what it gives
+// counts only if the stream ends well (TDataFile::EndedWell).
+enum class TInflateWay { Exact, Fast };
+
 class TDataFile {
  public:
   // Opens a regular file, by its path or by what `open` returns; a thread of its own does that and reads ahead. Throws
   // EStreamError when it cannot be opened. Once `stop` is requested, this and every call that reads throws
   // EKorvex(kReadCancelled) instead of waiting for the file, however long a read of the operating system blocks.
-  static TDataFile CreateLoad(const std::filesystem::path& sFileName, std::stop_token stop = {});
-  static TDataFile CreateLoad(std::function<std::unique_ptr<std::streambuf>()> open, std::stop_token stop = {});
+  static TDataFile CreateLoad(const std::filesystem::path& sFileName, std::stop_token stop = {},
+                              TInflateWay way = TInflateWay::Exact);
+  static TDataFile CreateLoad(std::function<std::unique_ptr<std::streambuf>()> open, std::stop_token stop = {},
+                              TInflateWay way = TInflateWay::Exact);
   // Creates or truncates the file and writes the header block. Throws EStreamError.
   static TDataFile CreateSave(const std::filesystem::path& sFileName) { return TDataFile(sFileName); }
   // Finishes a file being written as Close does, but cannot report a failure.
@@ -123,6 +129,8 @@ class TDataFile {
   // How reading went so far.
   [[nodiscard]] bool BlockCut() const { return FBlockCut; }  // the current block has fewer bytes than its size says
   [[nodiscard]] bool Damaged() const { return FDamaged; }    // the stream or a block was cut or damaged
+  // The stream was read to its end, and its checksum is right.
+  [[nodiscard]] bool EndedWell() const;
   // The operating system's reason when it failed to read, which is no damage; empty otherwise.
   [[nodiscard]] const std::string& ReadError() const { return FReadError; }
   [[nodiscard]] std::uint16_t BlockSizeInFile() const { return FBlockSizeInFile; }

@@ -10,10 +10,12 @@
 #include <exception>
 #include <mutex>
 #include <new>
+#include <optional>
 #include <system_error>
 #include <utility>
 
 #include "model/uExceptions1V0.h"
+#include "model/uInflate.h"
 
 namespace {
 
@@ -35,15 +37,11 @@ struct TInflateStream::TChunk {
 
 class TInflateStream::TInflater {
  public:
-  explicit TInflater(TOpen open) : FOpen(std::move(open)), FInput(kTrailerSize + kInputSize) {
+  TInflater(TOpen open, std::unique_ptr<IInflate> inflate)
+      : FOpen(std::move(open)), FInflate(std::move(inflate)), FInput(kTrailerSize + kInputSize) {
     // Not initialized, so that a small file touches little memory.
     for (TChunk& chunk : FChunks) chunk.bytes = std::make_unique_for_overwrite<std::uint8_t[]>(kMaxTake + kChunkSize);
-    if (inflateInit2(&FZip, kWindowBits) != Z_OK) throw std::bad_alloc();
-    inflateValidate(&FZip, 0);  // the checksum is the taker's work, see NextChunk
   }
-  ~TInflater() { inflateEnd(&FZip); }
-  TInflater(const TInflater&) = delete;
-  TInflater& operator=(const TInflater&) = delete;
 
   // The taker's side.
   void WaitUntilOpen(const std::stop_token& stop);
@@ -51,8 +49,9 @@ class TInflateStream::TInflater {
   void Release(std::size_t number);  // the chunks before it may be filled again
   // Asks the thread to end and waits a moment; false when it goes on, as in a read that blocks.
   [[nodiscard]] bool End();
-  // Of a chunk that has ended: the checksum that the stream names, the reason of a failed read.
-  [[nodiscard]] uLong WantedChecksum() const { return FWantedChecksum; }
+  // Of a chunk that has ended: the checksum that the stream names, nothing if that is compared already.
+  [[nodiscard]] std::optional<uLong> WantedChecksum() const { return FWantedChecksum; }
+  // The reason of a failed read.
   [[nodiscard]] const std::string& ReadError() const { return FReadError; }
   // Of a chunk that ended in an exception, such as a lack of memory.
   [[noreturn]] void RethrowError() const { std::rethrow_exception(FError); }
@@ -67,13 +66,15 @@ class TInflateStream::TInflater {
   bool Stopped();
   void InflateAll();
   void Fill(TChunk& chunk);
+  void KeepTrailer();
   TEnd FillInput();
 
   TOpen FOpen;
   std::unique_ptr<std::streambuf> FFile;
-  z_stream FZip{};
+  std::unique_ptr<IInflate> FInflate;
   std::vector<std::uint8_t> FInput;
-  uLong FWantedChecksum = 0;
+  std::span<const std::uint8_t> FRest;  // of the input
+  std::optional<uLong> FWantedChecksum;
   std::string FReadError;
   std::array<TChunk, 3> FChunks;
   std::exception_ptr FOpenError;  // set before the file counts as open
@@ -157,33 +158,43 @@ void TInflateStream::TInflater::InflateAll() {
 }
 
 void TInflateStream::TInflater::Fill(TChunk& chunk) {
-  FZip.next_out = chunk.bytes.get() + kMaxTake;
-  FZip.avail_out = static_cast<uInt>(kChunkSize);
+  std::span<std::uint8_t> room(chunk.bytes.get() + kMaxTake, kChunkSize);
   chunk.end = TEnd::None;
-  while (chunk.end == TEnd::None && FZip.avail_out > 0) {
-    if (FZip.avail_in == 0) chunk.end = FillInput();
-    if (chunk.end != TEnd::None) break;
-    const int result = inflate(&FZip, Z_NO_FLUSH);
-    if (result == Z_STREAM_END) {
-      chunk.end = TEnd::Finished;
-      // The trailer was consumed last; it is big-endian.
-      for (const Bytef* byte = FZip.next_in - kTrailerSize; byte != FZip.next_in; ++byte) {
-        FWantedChecksum = FWantedChecksum << 8 | *byte;
-      }
-    } else if (result == Z_MEM_ERROR) {
-      throw std::bad_alloc();
-    } else if (result != Z_OK && result != Z_BUF_ERROR) {
-      chunk.end = TEnd::Damaged;
+  while (chunk.end == TEnd::None && !room.empty()) {
+    switch (FInflate->Inflate(FRest, room)) {
+      case IInflate::TStep::InputUsed:
+        chunk.end = FillInput();
+        break;
+      case IInflate::TStep::Ended:
+        chunk.end = TEnd::Finished;
+        KeepTrailer();
+        break;
+      case IInflate::TStep::EndedChecked:
+        chunk.end = TEnd::Finished;
+        break;
+      case IInflate::TStep::Damaged:
+        chunk.end = TEnd::Damaged;
+        break;
+      case IInflate::TStep::OutputFull:
+        break;
     }
   }
-  chunk.filled = kChunkSize - FZip.avail_out;
+  chunk.filled = kChunkSize - room.size();
+}
+
+// The trailer was consumed last; it is big-endian.
+void TInflateStream::TInflater::KeepTrailer() {
+  uLong wanted = 0;
+  for (const std::uint8_t* byte = FRest.data() - kTrailerSize; byte != FRest.data(); ++byte)
+    wanted = wanted << 8 | *byte;
+  FWantedChecksum = wanted;
 }
 
 // One read of the system at a time, so that the bytes before an error are inflated before the error is reported.
 TInflateStream::TEnd TInflateStream::TInflater::FillInput() {
   // The trailer may be split between two reads, so the last bytes of the previous one stay in front.
-  if (FZip.next_in != nullptr) std::copy_n(FZip.next_in - kTrailerSize, kTrailerSize, FInput.begin());
-  Bytef* const begin = FInput.data() + kTrailerSize;
+  if (FRest.data() != nullptr) std::copy_n(FRest.data() - kTrailerSize, kTrailerSize, FInput.begin());
+  std::uint8_t* const begin = FInput.data() + kTrailerSize;
   std::streamsize count = 0;
   try {
     if (FFile->sgetc() != std::streambuf::traits_type::eof()) {
@@ -194,13 +205,14 @@ TInflateStream::TEnd TInflateStream::TInflater::FillInput() {
     return TEnd::ReadFailed;
   }
   if (Stopped()) return TEnd::ReadFailed;  // nobody takes what is read
-  FZip.next_in = begin;
-  FZip.avail_in = static_cast<uInt>(count);
+  FRest = {begin, static_cast<std::size_t>(count)};
   return count > 0 ? TEnd::None : TEnd::Damaged;  // the file ends before its stream does
 }
 
-TInflateStream::TInflateStream(TOpen open, std::stop_token stop)
-    : FInflater(std::make_shared<TInflater>(std::move(open))), FStop(std::move(stop)) {
+TInflateStream::TInflateStream(TOpen open, TInflateWay way, std::stop_token stop) : FStop(std::move(stop)) {
+  std::unique_ptr<IInflate> fast = way == TInflateWay::Fast ? MakeFastInflate() : nullptr;
+  FChecks = fast == nullptr;
+  FInflater = std::make_shared<TInflater>(std::move(open), fast ? std::move(fast) : MakeZlibInflate());
   FThread = std::thread([inflater = FInflater] { inflater->Run(); });
   try {
     FInflater->WaitUntilOpen(FStop);
@@ -238,8 +250,8 @@ bool TInflateStream::NextChunk() {
   std::ranges::copy(FRest, begin);
   FRest = {begin, FRest.size() + chunk.filled};
   FEnd = chunk.end;
-  FChecksum = adler32(FChecksum, chunk.bytes.get() + kMaxTake, static_cast<uInt>(chunk.filled));
-  if (FEnd == TEnd::Finished && FChecksum != FInflater->WantedChecksum()) FEnd = TEnd::Damaged;
+  if (FChecks) FChecksum = adler32(FChecksum, chunk.bytes.get() + kMaxTake, static_cast<uInt>(chunk.filled));
+  if (FEnd == TEnd::Finished && FChecksum != FInflater->WantedChecksum().value_or(FChecksum)) FEnd = TEnd::Damaged;
   FInflater->Release(FNext++);
   return true;
 }

@@ -14,6 +14,8 @@
 #include <thread>
 #include <vector>
 
+#include "model/uDataFile1V0.h"
+
 // Reads and inflates on its own thread, a few chunks ahead of the one thread that takes the bytes, so parsing and the
 // checksum run at the same time. All bytes before an error are handed out before the error is reported.
 //
@@ -28,7 +30,7 @@ class TInflateStream {
   using TOpen = std::function<std::unique_ptr<std::streambuf>()>;
 
   // Waits until `open` has returned. Throws what it throws, and EKorvex(kReadCancelled) when `stop` is requested first.
-  TInflateStream(TOpen open, std::stop_token stop);
+  TInflateStream(TOpen open, TInflateWay way, std::stop_token stop);
   ~TInflateStream();
   TInflateStream(const TInflateStream&) = delete;
   TInflateStream& operator=(const TInflateStream&) = delete;
@@ -55,6 +57,7 @@ class TInflateStream {
   std::span<const std::uint8_t> FRest;  // not taken yet, of the chunk in use
   std::size_t FNext = 0;                // the number of the chunk to use next
   TEnd FEnd = TEnd::None;               // of the chunk in use
+  bool FChecks = true;                  // the taker computes the checksum
   uLong FChecksum = 1;                  // Adler-32 of the chunks up to it
   std::thread FThread;
 };

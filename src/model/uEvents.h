@@ -10,6 +10,8 @@
 #include <string_view>
 #include <vector>
 
+#include "model/uAppendList.h"
+
 struct TChannelInfo {
   std::string name;  // the display name of one channel
 };
@@ -29,13 +31,13 @@ class TEvent {
   // Appends a sample and updates the peaks. An axis that is NaN is left out, and then so is the vector magnitude.
   void AddValues(double time, float x, float y, float z);
   // The time of the first sample in ms, 0 when there is none.
-  [[nodiscard]] double GetStartTime() const { return FItems.empty() ? 0.0 : FItems.front().time; }
+  [[nodiscard]] double GetStartTime() const { return FItems.Count() == 0 ? 0.0 : FItems.Values().front().time; }
   // Throws std::out_of_range.
-  [[nodiscard]] const TEventValue& GetItem(std::size_t Index) const { return FItems.at(Index); }
-  [[nodiscard]] std::size_t Count() const { return FItems.size(); }
-  [[nodiscard]] std::span<const TEventValue> Values() const { return FItems; }
+  [[nodiscard]] const TEventValue& GetItem(std::size_t Index) const { return FItems.At(Index); }
+  [[nodiscard]] std::size_t Count() const { return FItems.Count(); }
+  [[nodiscard]] std::span<const TEventValue> Values() const { return FItems.Values(); }
   // Gives back memory that was reserved for samples to come.
-  void Trim() { FItems.shrink_to_fit(); }
+  void Trim() noexcept { FItems.Trim(); }
 
   std::int32_t ID;                    // 0 for the first event of the mission, counting up
   float Max = 0;                      // g: the maximum of |x|, |y|, |z| and the vector magnitude
@@ -43,7 +45,7 @@ class TEvent {
   std::string_view MaxAxis = "None";  // where MaxSingle stands: "X-pos" … "Z-neg"; always a literal
 
  private:
-  std::vector<TEventValue> FItems;
+  TAppendList<TEventValue> FItems;
 };
 
 class TEventList {
@@ -75,7 +77,7 @@ class TEventList {
 extern TEventList EventList;
 
 inline void TEvent::AddValues(double time, float x, float y, float z) {
-  FItems.push_back({time, x, y, z});
+  FItems.Append({time, x, y, z});
   const float absX = std::fabs(x);
   const float absY = std::fabs(y);
   const float absZ = std::fabs(z);

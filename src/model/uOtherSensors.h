@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "model/uAppendList.h"
 #include "model/uEvents.h"
 
 struct TSensorValue {
@@ -21,20 +22,20 @@ class TSensor {
  public:
   TSensor(std::int32_t id, std::string name) : ID(id), Name(std::move(name)) {}
 
-  void AddValues(double time, float value) { FItems.push_back({time, value}); }
+  void AddValues(double time, float value) { FItems.Append({time, value}); }
   // The time of the first reading in ms, 0 when there is none.
-  [[nodiscard]] double GetStartTime() const { return FItems.empty() ? 0.0 : FItems.front().time; }
+  [[nodiscard]] double GetStartTime() const { return FItems.Count() == 0 ? 0.0 : FItems.Values().front().time; }
   // Throws std::out_of_range.
-  [[nodiscard]] const TSensorValue& GetItem(std::size_t Index) const { return FItems.at(Index); }
-  [[nodiscard]] std::size_t Count() const { return FItems.size(); }
-  [[nodiscard]] std::span<const TSensorValue> Values() const { return FItems; }
-  void Trim() { FItems.shrink_to_fit(); }
+  [[nodiscard]] const TSensorValue& GetItem(std::size_t Index) const { return FItems.At(Index); }
+  [[nodiscard]] std::size_t Count() const { return FItems.Count(); }
+  [[nodiscard]] std::span<const TSensorValue> Values() const { return FItems.Values(); }
+  void Trim() noexcept { FItems.Trim(); }
 
   std::int32_t ID;   // its index in the list when it was made
   std::string Name;  // "Temperature", "RH" …, see kKnownChannels
 
  private:
-  std::vector<TSensorValue> FItems;
+  TAppendList<TSensorValue> FItems;
 };
 
 class TSensorList {

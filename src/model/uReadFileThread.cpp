@@ -49,8 +49,11 @@ std::string WhyNotDisplayable(const TReadExtent& extent) {
   return extent.readError.empty() ? reason : reason + " " + NotReadToItsEnd(extent) + ".";
 }
 
-TReadFileThread::TReadFileThread(std::uint64_t hWindow, std::filesystem::path InFile, std::uint64_t memoryBound)
-    : FhWindow(hWindow), FInFile(std::move(InFile)), FMemoryBound(memoryBound), FThread([this] { Execute(); }) {}
+TReadFileThread::TReadFileThread(std::uint64_t hWindow, std::filesystem::path InFile, std::uint64_t memoryBound,
+                                 TInflateWay way)
+    : FhWindow(hWindow), FInFile(std::move(InFile)), FMemoryBound(memoryBound), FWay(way), FThread([this] {
+        Execute();
+      }) {}
 
 TReadFileThread::~TReadFileThread() {
   Terminate();
@@ -82,31 +85,51 @@ void TReadFileThread::Execute() {
 }
 
 void TReadFileThread::ReadDataFile() {
+  if (FWay == TInflateWay::Fast && ReadFast()) return;
+  ReadBlocks(TInflateWay::Exact);
+}
+
+// False if the read does not count and the mission is empty again. Throws what the read threw if that counts.
+bool TReadFileThread::ReadFast() {
+  std::exception_ptr failure;
+  try {
+    ReadBlocks(TInflateWay::Fast);
+  } catch (...) {
+    failure = std::current_exception();
+  }
+  if (!FEndedWell && !FStop.stop_requested()) {
+    ClearMission();
+    FExtent = {};
+    return false;
+  }
+  if (failure) std::rethrow_exception(failure);
+  return true;
+}
+
+void TReadFileThread::ReadBlocks(TInflateWay way) {
   MissionData.bValid = false;
   EventList.ValidCreator = false;
 
-  TDataFile file = OrCannotOpen([this] { return TDataFile::CreateLoad(FInFile, FStop.get_token()); });
+  TDataFile file = OrCannotOpen([this, way] { return TDataFile::CreateLoad(FInFile, FStop.get_token(), way); });
   // Also when the read throws.
   struct TKeepExtent {
     const TDataFile& file;
     TReadExtent& extent;
+    bool& endedWell;
     ~TKeepExtent() {
       extent.damaged = file.Damaged();
       extent.readError = file.ReadError();
       extent.inflatedBytes = file.BytesRead();
       extent.takenBytes = file.BytesTaken();
+      endedWell = file.EndedWell();
     }
-  } const keepExtent{file, FExtent};
+  } const keepExtent{file, FExtent, FEndedWell};
 
   FExtent.isDataFile = OrCannotOpen([&file] { return file.IsLoadOk(); });
   TBlockReader reader(file, FMemoryBound);
   while (FExtent.isDataFile && file.ReadBlock()) {
     if (FStop.stop_requested()) throw EKorvex(kReadCancelled);
-    if (file.BlockType() == kDataBlock) {
-      // A count past 32 bits starts over; a message has no more room.
-      FProgress = static_cast<std::int32_t>(static_cast<std::uint32_t>(FProgress) + 1U);
-      PostToPort(FhWindow, {kReadFileMessage, kReadProgress, FProgress});
-    }
+    if (file.BlockType() == kDataBlock) ReportBlock();
     try {
       reader.ReadCurrentBlock();
     } catch (const EStreamError&) {
@@ -116,4 +139,12 @@ void TReadFileThread::ReadDataFile() {
   }
   // An empty block ends the read. The checksum behind it shows whether the stream is damaged.
   if (FExtent.isDataFile) file.CheckRest();
+}
+
+void TReadFileThread::ReportBlock() {
+  if (++FExtent.dataBlocks <= FReported) return;
+  FReported = FExtent.dataBlocks;
+  // A count past 32 bits starts over; a message has no more room.
+  const auto number = static_cast<std::int32_t>(static_cast<std::uint32_t>(FReported));
+  PostToPort(FhWindow, {kReadFileMessage, kReadProgress, number});
 }

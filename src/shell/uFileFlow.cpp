@@ -198,7 +198,7 @@ void TFileFlow::ReadFinished() {
     return;
   }
   FState = TState::Filling;
-  FMission.Damage = DamageText(extent, FBlocks);
+  FMission.Damage = DamageText(extent);
   try {
     CompleteLoading();
   } catch (const EKorvex& error) {

@@ -23,12 +23,12 @@ void CompleteModel() {
 
 }  // namespace
 
-std::string DamageText(const TReadExtent& extent, std::int64_t blocks) {
+std::string DamageText(const TReadExtent& extent) {
   if (!extent.damaged) return NotReadToItsEnd(extent);
   constexpr std::string_view kDamaged =
       "This recording is damaged or cut short: {} data blocks, {} bytes of content were read. Everything whole in them "
       "is shown; values near the damage may be wrong.";
-  return fmt::format(kDamaged, blocks, extent.inflatedBytes);
+  return fmt::format(kDamaged, extent.dataBlocks, extent.inflatedBytes);
 }
 
 void FillMission(TShownMission& mission, IProgress& progress) {

@@ -1,6 +1,7 @@
 #include "tests/support/uTestRecording.h"
 
 #include <fmt/format.h>
+#include <gtest/gtest.h>
 #include <zlib.h>
 
 #include <fstream>
@@ -10,10 +11,51 @@
 #include <utility>
 
 #include "model/uBlockTypes.h"
+#include "model/uEvents.h"
+#include "model/uOtherSensors.h"
 
 namespace fs = std::filesystem;
 
-namespace {}  // namespace
+namespace {
+
+TOutcome ReadBy(TInflateWay way, const fs::path& path, std::uint64_t memoryBound) {
+  ClearMission();
+  TRecordingPort port;
+  const TPortHandle handle(port);
+  TReadFileThread thread(handle.Value(), path, memoryBound, way);
+  thread.WaitFor();
+  return {port.Messages, thread.Extent()};
+}
+
+// Without the padding of the struct they stand in.
+template <class... T>
+std::string BytesOf(const T&... values) {
+  return (std::string(reinterpret_cast<const char*>(&values), sizeof values) + ...);
+}
+
+// The last message, the extent and the mission, to the last bit.
+std::string Everything(const TOutcome& outcome) {
+  const TReadExtent& extent = outcome.extent;
+  std::string all =
+      fmt::format("{} {} {} {} {} {} {} {} {}", outcome.Last(), outcome.Code(), ReadErrorText, extent.isDataFile,
+                  extent.damaged, extent.readError, extent.inflatedBytes, extent.takenBytes, extent.dataBlocks);
+  VisitStoredFields(MissionData, [&all](const char*, const auto& field) { all += fmt::format(" {}", field); });
+  all += fmt::format("{} {} {} {} {} {}", MissionData.bValid, EventList.ValidCreator, EventList.StartTime,
+                     AxesPresent.x, AxesPresent.y, AxesPresent.z);
+  for (const TEvent& event : EventList.Events()) {
+    all += fmt::format(" {} {} {} {} ", event.ID, event.Max, event.MaxAxis, event.Count());
+    for (const TEventValue& value : event.Values()) {
+      all += BytesOf(value.time, value.xvalue, value.yvalue, value.zvalue);
+    }
+  }
+  for (const TSensor& sensor : SensorList.Sensors()) {
+    all += fmt::format(" {} {} ", sensor.Name, sensor.Count());
+    for (const TSensorValue& value : sensor.Values()) all += BytesOf(value.time, value.xvalue);
+  }
+  return all;
+}
+
+}  // namespace
 
 TTempFolder::TTempFolder()
     : FPath(fs::temp_directory_path() / fmt::format("shockscope-test-{:08x}", std::random_device{}())) {
@@ -114,12 +156,11 @@ TTestRecording& TTestRecording::Data(const std::vector<TTestRecord>& records) {
 }
 
 TOutcome ReadFile(const fs::path& path, std::uint64_t memoryBound) {
-  ClearMission();
-  TRecordingPort port;
-  const TPortHandle handle(port);
-  TReadFileThread thread(handle.Value(), path, memoryBound);
-  thread.WaitFor();
-  return {port.Messages, thread.Extent()};
+  const TOutcome exact = ReadBy(TInflateWay::Exact, path, memoryBound);
+  const std::string wanted = Everything(exact);
+  TOutcome outcome = ReadBy(TInflateWay::Fast, path, memoryBound);
+  EXPECT_TRUE(Everything(outcome) == wanted) << "the ways to inflate differ";
+  return outcome;
 }
 
 TOutcome ReadStream(const TBytes& stream, std::uint64_t memoryBound) {

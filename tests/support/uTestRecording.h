@@ -90,7 +90,7 @@ struct TOutcome {
   [[nodiscard]] std::int64_t Code() const { return messages.back().lParam; }
 };
 
-// Reads into an empty model.
+// Reads into an empty model, by both ways to inflate; it is a failure of the test if they differ.
 TOutcome ReadFile(const std::filesystem::path& path, std::uint64_t memoryBound = TReadFileThread::kNoMemoryBound);
 TOutcome ReadStream(const TBytes& stream, std::uint64_t memoryBound = TReadFileThread::kNoMemoryBound);
 inline TOutcome Read(const TTestRecording& recording) {

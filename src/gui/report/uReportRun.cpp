@@ -38,15 +38,10 @@ void Complain(std::string_view file, std::string_view what) {
   fmt::print(stderr, "shockscope: {}: {}\n", Printable(file), Printable(what));
 }
 
-// Keeps the last message and the count of data blocks.
 class TReadingPort final : public IMessagePort {
  public:
-  void Receive(const TMessage& message) noexcept override {
-    Last = message;
-    if (message.wParam == kReadProgress) Blocks = message.lParam;
-  }
+  void Receive(const TMessage& message) noexcept override { Last = message; }
   TMessage Last{};
-  std::int64_t Blocks = 0;
 };
 
 // A line that is written over, on a terminal only.
@@ -113,7 +108,7 @@ int ReadMission(const std::string& file, TShownMission& mission) {
     Complain(file, "This file cannot be displayed. " + WhyNotDisplayable(thread.Extent()));
     return kNotDisplayable;
   }
-  mission.Damage = DamageText(thread.Extent(), port.Blocks);
+  mission.Damage = DamageText(thread.Extent());
   if (mission.Damage.empty()) return kDone;
   Complain(file, mission.Damage);
   return kDamaged;

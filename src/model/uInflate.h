@@ -1,0 +1,28 @@
+// Two ways to inflate a zlib stream piece by piece. Of a whole stream both give the same bytes.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <span>
+
+class IInflate {
+ public:
+  enum class TStep {
+    OutputFull,
+    InputUsed,
+    Ended,         // the trailer is consumed, and the checksum is for the caller to compare
+    EndedChecked,  // the checksum is right
+    Damaged,
+  };
+
+  virtual ~IInflate() = default;
+  // Inflates from the front of `input` to the front of `output` and moves both fronts. Throws std::bad_alloc.
+  virtual TStep Inflate(std::span<const std::uint8_t>& input, std::span<std::uint8_t>& output) = 0;
+};
+
+// zlib; gives every byte before the damage of a stream.
+std::unique_ptr<IInflate> MakeZlibInflate();
+
+// A library that takes about half the time, the checksum included; nothing where the program is built without it. Of a
+// damaged stream it may give more or fewer bytes than zlib, so they count only when the stream has ended well.
+std::unique_ptr<IInflate> MakeFastInflate();

@@ -1,0 +1,5 @@
+#include "model/uInflate.h"
+
+std::unique_ptr<IInflate> MakeFastInflate() {
+  return nullptr;
+}
