@@ -163,7 +163,6 @@ std::string TNoteCommands::Step() {
 }
 
 void TNoteCommands::TakeChecksum(const std::filesystem::path& recording, const std::string& sha256) {
-  if (!FFlow.FileShown()) return;
   const auto notes = FFlow.Mission().Notes.file;
   if (!notes || notes->Recording() != recording) return;
   notes->SetChecksum(sha256);

@@ -43,7 +43,7 @@ class TNoteCommands {
   // without a note that has a time.
   std::string Step();
 
-  // Call when the checksum of the recording, as the file stands, is known.
+  // Call when the checksum of a recording, as the file stands, is known; that may be before the views are complete.
   void TakeChecksum(const std::filesystem::path& recording, const std::string& sha256);
 
  private:

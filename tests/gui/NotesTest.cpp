@@ -11,7 +11,6 @@
 #include "gui/charts/uEventsChart.h"
 #include "gui/charts/uNavigatorChart.h"
 #include "gui/charts/uTimeChart.h"
-#include "gui/report/uReportPages.h"
 #include "platform/uSha256.h"
 #include "tests/support/uThreeEvents.h"
 #include "tests/support/uWindowTest.h"
@@ -35,7 +34,7 @@ class NotesInWindow : public TWindowTest {
       if (dialog == nullptr) return;
       wasOpen = true;
       work(*dialog);
-      dialog->reject();
+      if (dialog->isVisible()) dialog->reject();
     });
     Press(keys);
     EXPECT_TRUE(QTest::qWaitFor([&] { return wasOpen; }, kPatienceMs)) << keys;
@@ -121,9 +120,7 @@ TEST_F(NotesInWindow, ANoteIsSeenEverywhereAndCanBeSteppedToChangedAndDeleted) {
   });
   EXPECT_THAT(Details(), Not(HasSubstr("hit by a")));
   EXPECT_THAT(FBoxes, ElementsAre(HasSubstr("Delete this note?")));
-  for (const TNote note : std::vector(FForm->Flow().Mission().Notes.file->Items())) {
-    EXPECT_THAT(Kept(), HasSubstr(note.text));
-  }
+  EXPECT_THAT(Kept(), HasSubstr("arrived wet"));
   Press("F5");
   EXPECT_THAT(Details(), HasSubstr("dropped"));
   Keep("{}");
