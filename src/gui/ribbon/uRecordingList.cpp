@@ -73,6 +73,9 @@ class TPicture final : public QStyledItemDelegate {
     if (!summary || summary->picture.empty() || FModel.MaxPeak() <= 0) return;
     const QRectF area = QRectF(option.rect).adjusted(4, 2, -4, -2);
     const double step = area.width() / static_cast<double>(summary->picture.size());
+    const bool selected = (option.state & QStyle::State_Selected) != 0;
+    const QColor ink =
+        selected ? option.palette.color(QPalette::HighlightedText) : QColor(TokensOf(option.palette).accent);
     painter->setPen(QPen(QColor(TokensOf(option.palette).hairline), 1));
     painter->drawLine(area.bottomLeft(), area.bottomRight());
     for (std::size_t i = 0; i < summary->picture.size(); ++i) {
@@ -80,7 +83,7 @@ class TPicture final : public QStyledItemDelegate {
       if (height <= 0) continue;
       const QRectF bar(area.left() + static_cast<double>(i) * step, area.bottom() - std::max(1.0, height),
                        std::max(1.0, step - 0.5), std::max(1.0, height));
-      painter->fillRect(bar, QColor(TokensOf(option.palette).accent));
+      painter->fillRect(bar, ink);
     }
   }
 
@@ -366,6 +369,13 @@ QString TRecordingList::Show(const QString& folder, TFolderListing listing) {
   return count == 1 ? tr("1 recording in %1").arg(shown) : tr("%1 recordings in %2").arg(count).arg(shown);
 }
 
+void TRecordingList::SetSource(const TSummarySource& source) {
+  const bool counts = FSource.limits != source.limits && !Empty();
+  FSource = source;
+  FitColumns();
+  if (counts) ReadSummaries();
+}
+
 void TRecordingList::ReadSummaries() {
   if (FSource.kshock.empty()) return;
   TSummaryOrder order{FSource.kshock, {}, {}, FSource.limits};
@@ -374,6 +384,7 @@ void TRecordingList::ReadSummaries() {
   for (const QString& name : FModel->Names()) order.files.push_back(folder / PathFromUtf8(Utf8(name)));
   const int total = static_cast<int>(FModel->Count());
   FDone = 0;
+  FSummarizing = true;
   FModel->SetReading(true);
   const auto take = [this, total](const std::vector<TFleetSummary>& summaries) {
     FModel->SetSummaries(summaries);
@@ -395,6 +406,7 @@ void TRecordingList::ReadSummaries() {
 }
 
 void TRecordingList::EndSummaries(const QString& problem) {
+  FSummarizing = false;
   FModel->SetReading(false);
   const int total = static_cast<int>(FModel->Count());
   emit Summarized(problem.isEmpty() ? total : FDone, total, problem);
@@ -408,8 +420,20 @@ void TRecordingList::CancelSummaries() {
 void TRecordingList::Clear() {
   FTask->Cancel();
   FSummaries->Cancel();
+  FSummarizing = false;
   FReading = false;
   FModel->SetEntries({});
+}
+
+// Whoever opens a recording wants the processors for it; the rest is read when the list is seen again.
+void TRecordingList::hideEvent(QHideEvent* event) {
+  QTreeView::hideEvent(event);
+  if (!event->spontaneous() && FSummarizing) FSummaries->Cancel();
+}
+
+void TRecordingList::showEvent(QShowEvent* event) {
+  QTreeView::showEvent(event);
+  if (!event->spontaneous() && FSummarizing) ReadSummaries();
 }
 
 // The base leaves Enter to the desktop's idea of activating; here it always opens.

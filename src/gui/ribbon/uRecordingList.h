@@ -85,8 +85,8 @@ class TRecordingList : public QTreeView {
  public:
   TRecordingList(const QString& objectName, const QString& accessibleName, QWidget* parent);
 
-  // For the next folders.
-  void SetSource(TSummarySource source) { FSource = std::move(source); }
+  // Counts what is listed anew where the limits changed.
+  void SetSource(const TSummarySource& source);
   // Empties the list, reads the path in the background, lists the recordings of a folder, selects the first and emits
   // PathRead. A pending earlier call is dropped.
   void ReadPath(const QString& path, const QStringList& patterns);
@@ -108,6 +108,8 @@ class TRecordingList : public QTreeView {
  protected:
   void keyPressEvent(QKeyEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
+  void showEvent(QShowEvent* event) override;
 
  private:
   QString Show(const QString& folder, TFolderListing listing);
@@ -121,6 +123,7 @@ class TRecordingList : public QTreeView {
   TBackgroundTask* FSummaries;
   TSummarySource FSource;
   bool FReading = false;
-  int FDone = 0;  // recordings with figures
+  bool FSummarizing = false;  // or waits to be seen
+  int FDone = 0;              // recordings with figures
   QString FFolder;
 };
