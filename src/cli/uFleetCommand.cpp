@@ -198,16 +198,6 @@ TEarlier EarlierOf(const TFleetRequest& request) {
   return earlier;
 }
 
-bool StillHolds(const TFleetEntry& entry, const TEarlier& earlier, const std::string& options) {
-  const auto found = earlier.known.find(entry.name);
-  if (found == earlier.known.end() || !entry.problem.empty()) return false;
-  const TFleetKnown& known = found->second;
-  if (known.status == kCannotRead || known.programVersion != SHOCKSCOPE_VERSION || known.options != options)
-    return false;
-  const auto state = StateOf(entry.path);
-  return state && *state == TFileState{known.size, known.modified};
-}
-
 TStatus Collect(const TFleetRequest& request, const TConsole& console) {
   const TFleetOptions options = OptionsOf(request);
   std::vector<TFleetEntry> toRead;
@@ -215,7 +205,7 @@ TStatus Collect(const TFleetRequest& request, const TConsole& console) {
   const TEarlier earlier = EarlierOf(request);
   const std::string optionsText = options.Text();
   for (TFleetEntry& entry : EntriesOf(request)) {
-    if (StillHolds(entry, earlier, optionsText)) {
+    if (StillHolds(entry, earlier.known, optionsText)) {
       unchanged.push_back(entry.name);
     } else {
       toRead.push_back(std::move(entry));

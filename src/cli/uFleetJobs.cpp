@@ -3,13 +3,11 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <chrono>
 #include <condition_variable>
 #include <deque>
 #include <exception>
 #include <filesystem>
 #include <mutex>
-#include <random>
 #include <span>
 #include <string>
 #include <string_view>
@@ -17,6 +15,7 @@
 #include <thread>
 
 #include "base/uFiles.h"
+#include "fleet/uFleetScratch.h"
 #include "platform/uProcess.h"
 #include "platform/uSafeFile.h"
 
@@ -27,46 +26,6 @@ namespace {
 // Enough that starting a process costs little, few enough that all processes end at about the same time.
 constexpr std::size_t kMaxFiles = 500;
 constexpr std::size_t kChunksAProcess = 4;
-
-constexpr std::string_view kFolderPrefix = "kshock-fleet-";
-
-// Folders that killed runs left: a run that lives changes its own with every chunk.
-void RemoveAbandonedFolders() {
-  std::error_code error;
-  const auto yesterday = fs::file_time_type::clock::now() - std::chrono::hours(24);
-  for (fs::directory_iterator item(fs::temp_directory_path(), error), end; !error && item != end;
-       item.increment(error)) {
-    std::error_code unknown;
-    if (!Utf8FromPath(item->path().filename()).starts_with(kFolderPrefix)) continue;
-    const auto changed = fs::last_write_time(item->path(), unknown);
-    if (!unknown && changed < yesterday) fs::remove_all(item->path(), unknown);
-  }
-}
-
-// A folder of this run alone; it goes with its files.
-class TJobFolder {
- public:
-  TJobFolder() {
-    RemoveAbandonedFolders();
-    std::random_device random;
-    do {
-      FPath = fs::temp_directory_path() / fmt::format("{}{:08x}{:08x}", kFolderPrefix, random(), random());
-    } while (!fs::create_directory(FPath));
-    fs::permissions(FPath, fs::perms::owner_all);
-  }
-  ~TJobFolder() {
-    std::error_code error;
-    fs::remove_all(FPath, error);
-  }
-  TJobFolder(const TJobFolder&) = delete;
-  TJobFolder& operator=(const TJobFolder&) = delete;
-  [[nodiscard]] fs::path File(std::size_t number, std::string_view ending) const {
-    return FPath / fmt::format("{}{}", number, ending);
-  }
-
- private:
-  fs::path FPath;
-};
 
 using TChunk = std::span<const TFleetEntry>;
 
@@ -142,11 +101,11 @@ class TJobs {
                                           "-0",    "--to",         Utf8FromPath(result.part)};
     if (FRequest.analysis) arguments.emplace_back("--analysis");
     if (!FRequest.limits.empty()) arguments.insert(arguments.end(), {"--limits", FRequest.limits});
-    return RunThisProgram(arguments);
+    return RunProgram(ThisProgram(), arguments);
   }
 
   const TFleetRequest& FRequest;
-  TJobFolder FFolder;
+  TFleetScratch FFolder;
   std::mutex FMutex;
   std::condition_variable FChanged;
   std::deque<TChunk> FWaiting;

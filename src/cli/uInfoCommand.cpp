@@ -40,11 +40,12 @@ std::vector<TFigure> VerdictFigures(const TRecording& recording, const TMissionD
 
 void PrintNotes(const std::string& file, const TRecording& recording, const TConsole& console) try {
   TNoProgress progress;
-  const TNotes notes(PathFromUtf8(file), SettingsFolderPath());
-  if (const std::string why = notes.WhyOtherRecording(progress); !why.empty()) Complain(console, file, why);
-  for (const TNote& note : notes.Items()) {
-    Print({{"Note", NoteSentence(note, recording.events)}}, console);
-  }
+  TNotes notes(PathFromUtf8(file), SettingsFolderPath());
+  if (notes.Items().empty()) return;
+  notes.ReadChecksum(progress);
+  if (const std::string why = notes.WhyOtherRecording(); !why.empty()) Complain(console, file, why);
+  const TNotedEvents events(recording.events);
+  for (const TNote& note : notes.Items()) Print({{"Note", NoteSentence(note, events)}}, console);
 } catch (const std::exception& error) {
   Complain(console, file, ReasonOf(error));
 }

@@ -40,8 +40,7 @@ TStatus TakeLabels(const TRecording& recording, const std::string& file, const s
     return TStatus::CannotRead;
   }
   try {
-    TNoProgress progress;
-    notes.Save(progress);
+    notes.Save();
   } catch (const std::exception& error) {
     Complain(console, file, fmt::format("The notes cannot be written: {}", ReasonOf(error)));
     return TStatus::CannotWrite;
@@ -59,7 +58,8 @@ TStatus NotesCommand(const std::string& file, const std::string& to, const std::
   std::optional<TNotes> notes;
   try {
     notes.emplace(PathFromUtf8(file), SettingsFolderPath());
-    if (const std::string why = notes->WhyOtherRecording(progress); !why.empty()) Complain(console, file, why);
+    if (!notes->Items().empty() || !from.empty()) notes->ReadChecksum(progress);
+    if (const std::string why = notes->WhyOtherRecording(); !why.empty()) Complain(console, file, why);
   } catch (const std::exception& error) {
     Complain(console, file, ReasonOf(error));
     return WorseOf(recording.status, TStatus::CannotRead);

@@ -79,6 +79,20 @@ TFileWriter EventWriter(const TEvent& event, bool highPass, IProgress& progress)
   };
 }
 
+// Progress goes on from `before` lines.
+TFileWriter TableWriter(TDataset& table, std::size_t before, IProgress& progress) {
+  return [&table, before, &progress](const fs::path& beside) {
+    TCsvFile file(beside, progress);
+    std::size_t line = 0;
+    WriteTableCsv(table, [&](std::string_view text) {
+      if (line++ % kLinesPerStep == 0) progress.SetPosition(static_cast<double>(before + line - 1));
+      file.Text() += text;
+      file.EndLine();
+    });
+    file.Close();
+  };
+}
+
 }  // namespace
 
 void AppendCsvField(std::string& line, std::string_view text) {
@@ -177,14 +191,19 @@ void ExportSpectrumCsv(const TSpectrum& spectrum, std::size_t timePoints, const 
 
 void ExportTableCsv(TDataset& table, const fs::path& path, IProgress& progress) {
   Begin(table.RecordCount(), progress);
-  WriteExport(path, progress, [&](const fs::path& beside) {
-    TCsvFile file(beside, progress);
-    std::size_t line = 0;
-    WriteTableCsv(table, [&](std::string_view text) {
-      if (line++ % kLinesPerStep == 0) progress.SetPosition(static_cast<double>(line - 1));
-      file.Text() += text;
-      file.EndLine();
-    });
-    file.Close();
-  });
+  WriteExport(path, progress, TableWriter(table, 0, progress));
+}
+
+void ExportTablesCsv(std::span<const TNamedTable> tables, const fs::path& folder, IProgress& progress) {
+  std::size_t records = 0;
+  for (const TNamedTable& each : tables) records += each.table.RecordCount();
+  Begin(records, progress);
+  fs::create_directory(folder);
+  TFileSet files;
+  records = 0;
+  for (const auto& [name, table] : tables) {
+    files.Write(folder / PathFromUtf8(SafeFileName(name) + ".csv"), TableWriter(table, records, progress));
+    records += table.RecordCount();
+  }
+  PutInPlace(files, progress);
 }

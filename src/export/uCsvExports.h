@@ -55,3 +55,7 @@ void ExportSpectrumCsv(const TSpectrum& spectrum, std::size_t timePoints, const 
 
 // A whole table, as WriteTableCsv.
 void ExportTableCsv(TDataset& table, const std::filesystem::path& file, IProgress& progress);
+
+// Whole tables in a folder, which is created when it is missing; a file of the table's name for each. They are put in
+// place together: an export that ends early leaves the older files.
+void ExportTablesCsv(std::span<const TNamedTable> tables, const std::filesystem::path& folder, IProgress& progress);

@@ -10,6 +10,14 @@
 #include "model/uEvents.h"
 #include "model/uGlobalSharedVariables.h"
 
+class TDataset;
+
+// A table of an export of several.
+struct TNamedTable {
+  std::string_view name;  // of its sheet, or its file without extension
+  TDataset& table;
+};
+
 // The three kinds of folders with a file for each event.
 enum class TEventFiles { Samples, Peaks, Calibration };
 
@@ -19,6 +27,7 @@ inline constexpr std::string_view kBatteryName = "Battery Mission-";
 inline constexpr std::string_view kSensorsName = "Sensors Mission-";
 inline constexpr std::string_view kShocksName = "Shocks Mission-";
 inline constexpr std::string_view kShocksWorkbookName = "Shocks of Mission-";
+inline constexpr std::string_view kPartName = "Part of Mission-";
 
 // Replaces by "_": path separators, control and reserved characters, blanks and dots at the end, the name of a device
 // whatever its extension, and an empty name.

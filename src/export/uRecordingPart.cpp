@@ -14,19 +14,20 @@
 
 #include "base/uDateTime.h"
 #include "base/uText.h"
+#include "export/uExportFile.h"
 #include "model/uBlockTypes.h"
 #include "model/uQuantities.h"
 #include "model/uRecordingWriter.h"
-#include "platform/uSafeFile.h"
 
 namespace {
 
 // Times are shown to the millisecond, so one that is typed as it is shown is meant.
 constexpr double kHalfMs = 0.5 / kMsPerDay;
 
+constexpr double kSteps = 1000;  // of the progress
+
 bool Lies(const TTimeSpan& span, double startTime, double ms) {
-  const double time = DateTimeOf(startTime, ms);
-  return time >= span.start - kHalfMs && time <= span.end + kHalfMs;
+  return LiesIn(span, DateTimeOf(startTime, ms));
 }
 
 std::string TitleOf(const TPartSource& source, const TTimeSpan& span) {
@@ -109,7 +110,10 @@ class TPartWriter {
   void Append(double ms) {
     FWriter.Append(ms, FRecord);
     std::ranges::fill(FRecord, kNoValue);
-    if (++FCount % 100 == 0) FProgress.ProcessMessages();
+    if (++FCount % 100 != 0) return;
+    const double part = (DateTimeOf(FHead.startTime, ms) - FSpan.start) / FSpan.Width();
+    FProgress.SetPosition(kSteps * std::min(std::max(part, 0.0), 1.0));  // 0 for a span without width
+    FProgress.ProcessMessages();
   }
 
   const TPartSource& FSource;
@@ -126,6 +130,10 @@ class TPartWriter {
 
 }  // namespace
 
+bool LiesIn(const TTimeSpan& span, double time) {
+  return time >= span.start - kHalfMs && time <= span.end + kHalfMs;
+}
+
 TPartSize SizeOfPart(const TPartSource& source, const TTimeSpan& span) {
   TPartSize size;
   for (const TEvent& event : source.events.Events()) {
@@ -140,6 +148,10 @@ TPartSize SizeOfPart(const TPartSource& source, const TTimeSpan& span) {
 
 void WriteRecordingPart(const std::filesystem::path& path, const TPartSource& source, const TTimeSpan& span,
                         IProgress& progress) {
-  WriteBesideAndRename(
-      path, [&](const std::filesystem::path& beside) { TPartWriter(beside, source, span, progress).Write(); });
+  progress.SetStatus("Writing the recording...");
+  progress.SetPosition(0);
+  progress.SetMaximum(kSteps);
+  progress.ProcessMessages();
+  WriteExport(path, progress,
+              [&](const std::filesystem::path& beside) { TPartWriter(beside, source, span, progress).Write(); });
 }

@@ -14,7 +14,6 @@
 #include "base/uDateTime.h"
 #include "export/uCurveRows.h"
 #include "export/uExportFile.h"
-#include "export/uExportNames.h"
 #include "export/uWorkbook.h"
 
 namespace fs = std::filesystem;
@@ -216,14 +215,22 @@ void ExportTableXlsx(const TMissionData& mission, TDataset& table, const fs::pat
   });
 }
 
+void ExportTablesXlsx(const TMissionData& mission, std::span<const TNamedTable> tables, const fs::path& file,
+                      IProgress& progress) {
+  TWorkbookSize size{tables.size(), 0};
+  for (const TNamedTable& each : tables) {
+    RefuseTooLong(each.table, 1);
+    size.cells += CellsOf(each.table);
+  }
+  WriteSheets(mission, file, size, progress, [&](TSheets& sheets) {
+    for (const auto& [name, table] : tables) WriteTable(table, 0, {}, sheets.Add(std::string(name), 1), sheets);
+  });
+}
+
 void ExportMeasurementsXlsx(const TMissionData& mission, TDataset& sensors, TDataset& battery, const fs::path& file,
                             IProgress& progress) {
-  RefuseTooLong(sensors, 1);
-  RefuseTooLong(battery, 1);
-  WriteSheets(mission, file, {2, CellsOf(sensors) + CellsOf(battery)}, progress, [&](TSheets& sheets) {
-    WriteTable(sensors, 0, {}, sheets.Add("Sensors", 1), sheets);
-    WriteTable(battery, 0, {}, sheets.Add("Battery", 1), sheets);
-  });
+  const TNamedTable tables[] = {{"Sensors", sensors}, {"Battery", battery}};
+  ExportTablesXlsx(mission, tables, file, progress);
 }
 
 void ExportEventsXlsx(const TEventSource& source, std::span<const std::uint32_t> indices, const fs::path& file,

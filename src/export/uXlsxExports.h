@@ -13,6 +13,7 @@
 #include "analysis/uDataset.h"
 #include "analysis/uSpectrum.h"
 #include "base/uProgress.h"
+#include "export/uExportNames.h"
 #include "model/uEvents.h"
 #include "model/uGlobalSharedVariables.h"
 
@@ -26,6 +27,10 @@ struct TEventSource {
 // One sheet "Mission-" and the ID, with the ID above the titles.
 void ExportTableXlsx(const TMissionData& mission, TDataset& table, const std::filesystem::path& file,
                      IProgress& progress);
+
+// A sheet for each table, under its name.
+void ExportTablesXlsx(const TMissionData& mission, std::span<const TNamedTable> tables,
+                      const std::filesystem::path& file, IProgress& progress);
 
 // Two sheets, "Sensors" and "Battery".
 void ExportMeasurementsXlsx(const TMissionData& mission, TDataset& sensors, TDataset& battery,

@@ -40,9 +40,13 @@ class TFleetDatabase::TStatement {
   TStatement(const TStatement&) = delete;
   TStatement& operator=(const TStatement&) = delete;
 
-  // Runs it once with these values, which must live until then.
-  void Run(const TFleetRow& values) {
+  // The values must live until the last step.
+  void Bind(const TFleetRow& values) {
     for (std::size_t i = 0; i < values.size(); ++i) Bind(static_cast<int>(i) + 1, values[i]);
+  }
+  // Runs it once with these values.
+  void Run(const TFleetRow& values) {
+    Bind(values);
     while (Step()) {
     }
     sqlite3_reset(FHandle);
@@ -54,6 +58,7 @@ class TFleetDatabase::TStatement {
     if (result != SQLITE_DONE) FConnection.Fail();
     return false;
   }
+  [[nodiscard]] int Columns() const { return sqlite3_column_count(FHandle); }
   [[nodiscard]] TFleetValue Value(int column) const {
     switch (sqlite3_column_type(FHandle, column)) {
       case SQLITE_NULL:
@@ -138,10 +143,26 @@ TFleetDatabase::~TFleetDatabase() {
   for (auto& insert : FInserts) insert.reset();
 }
 
-std::map<std::string, TFleetKnown> TFleetDatabase::KnownIn(const std::filesystem::path& path) {
-  TConnection connection(path, SQLITE_OPEN_READONLY);
+bool StillHolds(const TFleetEntry& entry, const std::map<std::string, TFleetKnown>& known, const std::string& options) {
+  constexpr int kCannotRead = 3;  // such a file is always tried again
+  const auto found = known.find(entry.name);
+  if (found == known.end() || !entry.problem.empty()) return false;
+  const TFleetKnown& earlier = found->second;
+  if (earlier.status == kCannotRead || earlier.programVersion != SHOCKSCOPE_VERSION || earlier.options != options) {
+    return false;
+  }
+  const auto state = StateOf(entry.path);
+  return state && *state == TFileState{earlier.size, earlier.modified};
+}
+
+void TFleetDatabase::RefuseOther(TConnection& connection) {
   TStatement id(connection, "PRAGMA application_id");
   if (!id.Step() || id.Integer(0) != kApplicationId) throw EFleetDatabase("It is no table of recordings.");
+}
+
+std::map<std::string, TFleetKnown> TFleetDatabase::KnownIn(const std::filesystem::path& path) {
+  TConnection connection(path, SQLITE_OPEN_READONLY);
+  RefuseOther(connection);
   TStatement rows(connection, "SELECT path, size_bytes, modified, status, program_version, options FROM recording");
   std::map<std::string, TFleetKnown> known;
   while (rows.Step()) {
@@ -149,6 +170,20 @@ std::map<std::string, TFleetKnown> TFleetDatabase::KnownIn(const std::filesystem
                            rows.Text(5)};
   }
   return known;
+}
+
+void TFleetDatabase::Ask(const std::filesystem::path& path, const std::string& sql, const TFleetRow& parameters,
+                         const std::function<void(const TFleetRow&)>& visit) {
+  TConnection connection(path, SQLITE_OPEN_READONLY);
+  RefuseOther(connection);
+  TStatement rows(connection, sql);
+  rows.Bind(parameters);
+  TFleetRow row;
+  while (rows.Step()) {
+    row.clear();
+    for (int i = 0; i < rows.Columns(); ++i) row.push_back(rows.Value(i));
+    visit(row);
+  }
 }
 
 void TFleetDatabase::Add(const TFleetRows& rows) {

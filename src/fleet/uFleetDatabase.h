@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "fleet/uFleetFiles.h"
 #include "fleet/uFleetTables.h"
 
 // The file cannot be used: its name is not in the message.
@@ -27,6 +28,9 @@ struct TFleetKnown {
   std::string options;
 };
 
+// True when the rows of a file, made with the same options by this version, are those of the file as it stands.
+bool StillHolds(const TFleetEntry& entry, const std::map<std::string, TFleetKnown>& known, const std::string& options);
+
 // Every function throws EFleetDatabase.
 class TFleetDatabase {
  public:
@@ -38,6 +42,10 @@ class TFleetDatabase {
 
   // By path, of a file that a TFleetDatabase finished. Throws for any other file.
   static std::map<std::string, TFleetKnown> KnownIn(const std::filesystem::path& path);
+
+  // The rows of a question in SQL to such a file; the numbered parameters get these values. Any thread.
+  static void Ask(const std::filesystem::path& path, const std::string& sql, const TFleetRow& parameters,
+                  const std::function<void(const TFleetRow&)>& visit);
 
   void Add(const TFleetRows& rows);
   // Copies the rows of recordings from a finished file; those that it lacks are left out. Columns that only one of the
@@ -53,6 +61,8 @@ class TFleetDatabase {
  private:
   class TConnection;
   class TStatement;
+  // Throws for a file of another program.
+  static void RefuseOther(TConnection& connection);
   void Copy(const std::filesystem::path& other);
 
   std::unique_ptr<TConnection> FConnection;

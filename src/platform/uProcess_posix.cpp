@@ -10,8 +10,11 @@
 
 extern char** environ;
 
-int RunThisProgram(const std::vector<std::string>& arguments) {
-  const std::string program = std::filesystem::read_symlink("/proc/self/exe").string();
+std::filesystem::path ThisProgram() {
+  return std::filesystem::read_symlink("/proc/self/exe");
+}
+
+int RunProgram(const std::filesystem::path& program, const std::vector<std::string>& arguments) {
   std::vector<char*> words = {const_cast<char*>(program.c_str())};  // the call does not change them
   for (const std::string& argument : arguments) words.push_back(const_cast<char*>(argument.c_str()));
   words.push_back(nullptr);

@@ -28,19 +28,25 @@ void AppendQuoted(std::wstring& line, const std::wstring& word) {
 
 }  // namespace
 
-int RunThisProgram(const std::vector<std::string>& arguments) {
+std::filesystem::path ThisProgram() {
   std::array<wchar_t, 32768> program{};
   if (GetModuleFileNameW(nullptr, program.data(), static_cast<DWORD>(program.size())) == 0) Fail();
+  return program.data();
+}
+
+int RunProgram(const std::filesystem::path& program, const std::vector<std::string>& arguments) {
   std::wstring line;
-  AppendQuoted(line, program.data());
+  AppendQuoted(line, program.wstring());
   for (const std::string& argument : arguments) AppendQuoted(line, PathFromUtf8(argument).wstring());
   STARTUPINFOW startup{};
   startup.cb = sizeof startup;
   startup.dwFlags = STARTF_USESTDHANDLES;
   startup.hStdError = GetStdHandle(STD_ERROR_HANDLE);
   PROCESS_INFORMATION process{};
-  if (!CreateProcessW(program.data(), line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &process))
+  if (!CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, TRUE, CREATE_NO_WINDOW, nullptr, nullptr,
+                      &startup, &process)) {
     Fail();
+  }
   WaitForSingleObject(process.hProcess, INFINITE);
   DWORD status = 0;
   const bool known = GetExitCodeProcess(process.hProcess, &status) != 0;

@@ -7,6 +7,9 @@
 // The arguments after the program's name, in UTF-8. Takes those of `main`.
 std::vector<std::string> ProgramArguments(int count, const char* const* values);
 
+// The file of the command-line program, which stands beside the window's.
+extern const char* const kKshockFile;
+
 // The four dotted numbers of the program file's version.
 std::string ProgramFileVersion();
 

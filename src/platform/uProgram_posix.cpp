@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <string_view>
 
+const char* const kKshockFile = "kshock";
 const char* const kPlatformForPictures = "offscreen";
 
 std::vector<std::string> ProgramArguments(int count, const char* const* values) {

@@ -11,6 +11,7 @@
 #include "base/uFiles.h"
 #include "platform/uProgram.h"
 
+const char* const kKshockFile = "kshock.exe";
 const char* const kPlatformForPictures = nullptr;
 
 // Those of `main` lost what the user's code page cannot express.

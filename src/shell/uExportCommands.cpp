@@ -10,6 +10,7 @@
 #include "base/uFiles.h"
 #include "base/uText.h"
 #include "export/uCsvExports.h"
+#include "export/uRecordingPart.h"
 #include "export/uXlsxExports.h"
 #include "platform/uSafeFile.h"
 #include "shell/uViewSwitch.h"
@@ -245,6 +246,57 @@ void TExportCommands::TableToXlsx(std::string_view title, std::string_view name,
   Workbook(*file, grid, write);
 }
 
+void TExportCommands::ExportPart(TPartChoice choice, TPartForm form) {
+  if (!FFlow.FileShown()) return;
+  TMissionPart part = PartOf(FFlow.Mission(), choice);
+  const bool ofEvents = form == TPartForm::EventSheets || form == TPartForm::EventFiles;
+  if (ofEvents ? part.events.empty() : part.IsEmpty()) {
+    return FDialogs.ShowMessage("There is nothing to export.", "No event and no reading lies in this part.");
+  }
+  if (form == TPartForm::TableSheets) return PartToXlsx(part);
+  if (form == TPartForm::TableFiles) return PartToCsv(part);
+  if (form == TPartForm::EventSheets) return EventsToXlsx(part.events);
+  if (form == TPartForm::EventFiles) return EventsToCsv(TEventFiles::Samples, part.events);
+  BandToRecording();
+}
+
+void TExportCommands::PartToCsv(TMissionPart& part) {
+  const auto chosen = FDialogs.AskForFolder("Choose the folder for the CSV files", FFlow.RememberedFolder());
+  if (!chosen) return;
+  const fs::path folder = PathFromUtf8(*chosen) / PathFromUtf8(ProposedName(kPartName, FFlow.Mission().Data));
+  const TNamedTable tables[] = {{"Shocks", part.shocks}, {"Sensors", part.sensors}, {"Battery", part.battery}};
+  if (Run(folder, {}, [&](IProgress& progress) { ExportTablesCsv(tables, folder, progress); })) Done(folder);
+}
+
+void TExportCommands::PartToXlsx(TMissionPart& part) {
+  const auto file = Ask(TKind::Xlsx, "Export a part to an XLSX file", ProposedName(kPartName, FFlow.Mission().Data));
+  if (!file) return;
+  const TNamedTable tables[] = {{"Shocks", part.shocks}, {"Sensors", part.sensors}, {"Battery", part.battery}};
+  Workbook(*file, {}, [&](IProgress& progress) { ExportTablesXlsx(FFlow.Mission().Data, tables, *file, progress); });
+}
+
+void TExportCommands::BandToRecording() {
+  const fs::path shown = PathFromUtf8(FFlow.FileName());
+  const auto chosen = FDialogs.AskWhereToSave({"Save the span as a recording", FFlow.RememberedFolder(),
+                                               SafeFileName(Utf8FromPath(shown.stem()) + " part"),
+                                               "Korvex ShockScope File|*.kshock", "kshock"});
+  if (!chosen) return;
+  const fs::path file = PathFromUtf8(chosen->file);
+  const TShownMission& mission = FFlow.Mission();
+  const std::string name = Utf8FromPath(shown.filename());
+  const TPartSource source{mission.Data, mission.Events, mission.Sensors, mission.Axes, name, !mission.Damage.empty()};
+  const auto write = [&](IProgress& progress) { WriteRecordingPart(file, source, mission.Band, progress); };
+  if (Run(file, {}, write)) Done(file);
+}
+
+bool TExportCommands::IsShownRecording(const fs::path& file) {
+  if (!IsSameFile(file, PathFromUtf8(FFlow.FileName()))) return false;
+  FDialogs.ShowMessage(
+      "The export could not be written.",
+      fmt::format("{}\nThis is the recording that is shown. Choose another name.", Printable(Utf8FromPath(file))));
+  return true;
+}
+
 void TExportCommands::Done(const fs::path& file) {
   FFlow.RememberFolderOf(Utf8FromPath(file));
   ShowWritten(file);
@@ -257,6 +309,7 @@ void TExportCommands::Workbook(const fs::path& file, std::string_view grid, cons
 }
 
 bool TExportCommands::Run(const fs::path& place, const TSurroundings& around, const TWork& work) {
+  if (IsShownRecording(place)) return false;
   const std::vector<std::string_view> panels = OpenPanels(FControls);
   if (!around.grid.empty()) FControls.SetVisible(around.grid, false);
   bool complete = false;
@@ -389,6 +442,7 @@ void TExportCommands::Save(TSaveDialog dialog, std::string_view failed,
   const auto chosen = FDialogs.AskWhereToSave(dialog);
   if (!chosen) return;
   const fs::path file = PathFromUtf8(chosen->file);
+  if (IsShownRecording(file)) return;
   try {
     SaveFile(file, contents(chosen->filterIndex));
     Done(file);

@@ -16,6 +16,10 @@
 
 #include "export/uExportNames.h"
 #include "shell/uFileFlow.h"
+#include "shell/uMissionPart.h"
+
+// The tables as a workbook or as CSV files, the samples of each event as a sheet or as a CSV file, a recording.
+enum class TPartForm { TableSheets, TableFiles, EventSheets, EventFiles, Recording };
 
 class TExportCommands {
  public:
@@ -43,6 +47,10 @@ class TExportCommands {
   void barbtnSensorsExportToXLSXClick();
   void barbtnEventsXLSXAllShocksClick();
   void barbtnEventsXLSXVisibileShocksClick();
+
+  // A part of the mission in one of these forms. The recording is always that of the band. Says so, and writes
+  // nothing, where the part is empty.
+  void ExportPart(TPartChoice choice, TPartForm form);
 
   void barbtnEventsCopyChartToClipboardClick();
   void barbtnSensorsCopyChartToClipboardClick();
@@ -86,6 +94,11 @@ class TExportCommands {
   void EventsToXlsx(const std::vector<std::uint32_t>& events);
   void TableToCsv(std::string_view title, std::string_view name, TDataset& table, std::string_view grid);
   void TableToXlsx(std::string_view title, std::string_view name, TDataset& table, std::string_view grid);
+  void PartToCsv(TMissionPart& part);
+  void PartToXlsx(TMissionPart& part);
+  void BandToRecording();
+  // True, after a message, for the recording that is shown.
+  [[nodiscard]] bool IsShownRecording(const std::filesystem::path& file);
   [[nodiscard]] std::string_view EventsChart() const;
   [[nodiscard]] std::string_view ShockChart() const;
   [[nodiscard]] std::string MissionName();

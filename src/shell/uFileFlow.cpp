@@ -13,6 +13,7 @@
 #include "model/uQuantities.h"
 #include "shell/uMissionLoad.h"
 #include "shell/uNavigatorCommands.h"
+#include "shell/uNoteCommands.h"
 #include "shell/uOrderingCommands.h"
 #include "shell/uViewSwitch.h"
 
@@ -259,6 +260,7 @@ void TFileFlow::CompleteLoading() {
   Step(1, "Loading the data...");
   TWindowProgress progress(*this);
   FillMission(FMission, progress);
+  ReadNotes(PathFromUtf8(FFileName), PathFromUtf8(FProgram.findSettingsFolder()), FMission);
   Step(6, "Populating the chart series...");
   FViews.PopulateChartSeries(FMission);
   Step(7, "Updating UI...");
@@ -283,6 +285,7 @@ void TFileFlow::FileLoadComplete() {
       FViews);
   SwitchView(FKept ? FKept->view : TView::Overview);
   if (FKept) Restore(*FKept);
+  if (!FMission.Notes.problem.empty()) FControls.ShowNotice(FMission.Notes.problem, {});
   FRecent.Add(FFileName, AboutMission(FMission));
   FControls.ShowRecentDocuments(FRecent);
 }
@@ -307,6 +310,7 @@ void TFileFlow::RemoveMission() {
   FMission.Tables = {};
   FMission.CLDS.Clear();
   FMission.Important.Clear();
+  FMission.Notes = {};
   ClearMission();
 }
 

@@ -30,6 +30,9 @@ class IMissionViews {
   // Applies changed display settings. Zoom, selection and scroll position stay.
   virtual void RefreshDisplay(const TShownMission& mission) = 0;
 
+  // After the notes changed.
+  virtual void ShowNotes(const TShownMission& mission) = 0;
+
   // The first and the last time of the recording; nothing when the navigator has no point.
   [[nodiscard]] virtual std::optional<TTimeSpan> NavigatorSpan() const = 0;
   virtual void SetNavigatorBand(const TTimeSpan& band) = 0;

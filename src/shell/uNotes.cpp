@@ -145,6 +145,29 @@ json Joined(json document, json other) {
   return document;
 }
 
+fs::path FileBeside(fs::path recording) {
+  return recording += ".notes.json";
+}
+
+// Recordings of one name and size are told apart by the checksum in the file.
+fs::path FileInSettings(const fs::path& recording, const fs::path& settingsFolder) {
+  if (settingsFolder.empty()) return {};
+  std::error_code unknown;
+  fs::path file = settingsFolder / "notes" / recording.filename();
+  return file += fmt::format(".{}.notes.json", fs::file_size(recording, unknown));
+}
+
+// Notes for another content keep its size and checksum, so that the warning stays. True when the checksum was added to
+// notes that had none.
+bool NameRecording(const fs::path& recording, const std::string& checksum, json& entry) {
+  const auto size = fs::file_size(recording);
+  const bool isNew = entry.empty();
+  if (isNew) entry = {{"name", Printable(Utf8FromPath(recording.filename()))}, {"size", size}};
+  if (checksum.empty() || entry.contains("sha256") || entry.value("size", json()) != size) return false;
+  entry["sha256"] = checksum;
+  return !isNew;
+}
+
 }  // namespace
 
 struct TNotes::TContent {
@@ -152,48 +175,73 @@ struct TNotes::TContent {
   json document;
 };
 
-std::optional<std::size_t> EventOfNote(const TNote& note, const TEventList& events) {
-  std::optional<std::size_t> found;
-  if (!note.event || !note.span) return found;
+TNotedEvents::TNotedEvents(const TEventList& events) {
+  FStarts.reserve(events.Count());
   for (std::size_t i = 0; i < events.Count(); ++i) {
     const TEvent& event = events.GetItem(i);
-    if (std::fabs(DateTimeOf(events.StartTime, event.GetStartTime()) - note.span->start) > 2 * kHalfMs) continue;
-    if (!found || event.ID == *note.event) found = i;
+    FStarts.push_back({DateTimeOf(events.StartTime, event.GetStartTime()), i, event.ID});
+  }
+  std::erase_if(FStarts, [](const TStart& start) { return !std::isfinite(start.time); });
+  std::ranges::stable_sort(FStarts, {}, &TStart::time);
+}
+
+std::optional<std::size_t> TNotedEvents::Of(const TNote& note) const {
+  std::optional<std::size_t> found;
+  if (!note.event || !note.span) return found;
+  const double begin = note.span->start;
+  for (auto start = std::ranges::lower_bound(FStarts, begin - 2 * kHalfMs, {}, &TStart::time);
+       start != FStarts.end() && start->time <= begin + 2 * kHalfMs; ++start) {
+    if (!found || start->id == *note.event) found = start->event;
   }
   return found;
 }
 
-std::string NoteSentence(const TNote& note, const TEventList& events) {
+std::string NotePlace(const TNote& note, const TNotedEvents& events) {
   std::string place;
   if (note.event) {
-    const auto event = EventOfNote(note, events);
+    const auto event = events.Of(note);
     place = event ? fmt::format("event {}, ", *event) : fmt::format("event {} (not in this recording), ", *note.event);
   }
   if (note.span) place += FormatDateTime(DateTimeMask(), note.span->start);
   if (note.span && !note.event && note.span->Width() > 2 * kHalfMs) {
     place += fmt::format(" to {}", FormatDateTime(DateTimeMask(), note.span->end));
   }
+  return place;
+}
+
+std::string NoteText(const TNote& note) {
   std::string tags;
   for (const std::string& tag : note.tags) AppendListItem(tags, tag);
   std::string who = note.author;
   if (!tags.empty()) who += (who.empty() ? "" : "; ") + tags;
-  return fmt::format("{}{}{}{}", place, place.empty() ? "" : ": ", note.text,
-                     who.empty() ? "" : fmt::format(" ({})", who));
+  return who.empty() ? note.text : fmt::format("{} ({})", note.text, who);
+}
+
+std::string NoteSentence(const TNote& note, const TNotedEvents& events) {
+  const std::string place = NotePlace(note, events);
+  return fmt::format("{}{}{}", place, place.empty() ? "" : ": ", NoteText(note));
 }
 
 TNotes::TNotes(fs::path recording, const fs::path& settingsFolder)
-    : FRecording(std::move(recording)), FBeside(FRecording) {
-  FBeside += ".notes.json";
-  std::error_code error;
-  if (!settingsFolder.empty()) {
-    // Recordings of one name and size are told apart by the checksum in the file.
-    FInSettings = settingsFolder / "notes" / FRecording.filename();
-    FInSettings += fmt::format(".{}.notes.json", fs::file_size(FRecording, error));
-  }
+    : FRecording(std::move(recording)),
+      FBeside(FileBeside(FRecording)),
+      FInSettings(FileInSettings(FRecording, settingsFolder)) {
   FContent = std::make_unique<TContent>(Joined(ReadDocument(FBeside), ReadDocument(FInSettings)));
   for (const json& entry : FContent->document["notes"]) {
     if (auto note = NoteOf(entry)) FItems.push_back(std::move(*note));
   }
+}
+
+std::vector<fs::path> TNotes::KeepUnreadableAside(const fs::path& recording, const fs::path& settingsFolder) {
+  std::vector<fs::path> kept;
+  for (const fs::path& file : {FileBeside(recording), FileInSettings(recording, settingsFolder)}) {
+    try {
+      ReadDocument(file);
+    } catch (const std::runtime_error&) {
+      kept.push_back(::KeepAside(file));
+    }
+  }
+  return kept;
 }
 
 TNotes::~TNotes() = default;
@@ -217,16 +265,22 @@ bool TNotes::AreKeptIn(const fs::path& file) const {
   return IsSameFile(file, FBeside) || IsSameFile(file, FInSettings);
 }
 
-std::string TNotes::WhyOtherRecording(IProgress& progress) const {
+void TNotes::ReadChecksum(IProgress& progress) {
+  FChecksum = Sha256Of(FRecording, progress);
+}
+
+std::string TNotes::WhyOtherRecording() const {
   const json& recording = FContent->document["recording"];
   const auto size = recording.find("size");
   if (size == recording.end()) return {};
+  std::error_code unknown;
+  const std::string sha256 = TextIn(recording, "sha256");
   const bool isSame =
-      *size == fs::file_size(FRecording) && TextIn(recording, "sha256") == Sha256Of(FRecording, progress);
+      *size == fs::file_size(FRecording, unknown) && (sha256.empty() || FChecksum.empty() || sha256 == FChecksum);
   return isSame ? std::string() : "The notes were written for another content of this file.";
 }
 
-void TNotes::Save(IProgress& progress) {
+void TNotes::Save() {
   const TFolderLock lock(FBeside.parent_path() / ".");
   json& before = FContent->document;
   json document = Joined(ReadDocument(FBeside), ReadDocument(FInSettings));
@@ -244,13 +298,7 @@ void TNotes::Save(IProgress& progress) {
     document["notes"].erase(document["notes"].begin() + (EntryOf(document, note->id) - &document["notes"][0]));
     changed = true;
   }
-  if (!changed) return;
-  // Notes for another content keep its checksum, so that the warning stays.
-  if (document["recording"].empty()) {
-    document["recording"] = {{"name", Printable(Utf8FromPath(FRecording.filename()))},
-                             {"size", fs::file_size(FRecording)},
-                             {"sha256", Sha256Of(FRecording, progress)}};
-  }
+  if (!NameRecording(FRecording, FChecksum, document["recording"]) && !changed) return;
   const std::string text = document.dump(2, ' ', false, json::error_handler_t::replace) + "\n";
   std::error_code error;
   try {

@@ -8,6 +8,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "base/uProgress.h"
@@ -26,13 +27,31 @@ struct TNote {
   bool operator==(const TNote&) const = default;
 };
 
-// Where an event's note is placed now: the event of that start, of several the one with the note's ID. Nothing when the
-// recording has no such event.
-std::optional<std::size_t> EventOfNote(const TNote& note, const TEventList& events);
+// Finds the events that notes are on. Borrows nothing.
+class TNotedEvents {
+ public:
+  TNotedEvents() = default;
+  explicit TNotedEvents(const TEventList& events);
 
-// "event 5, 2026-03-04 13:26:11: hit by a fork lift (Ann; damage, fork lift)"; the span's times, or nothing in front
-// for a note on the whole recording. An event that the recording does not have is said to be missing.
-std::string NoteSentence(const TNote& note, const TEventList& events);
+  // The event of that start, of several the one with the note's ID; nothing when the recording has no such event.
+  [[nodiscard]] std::optional<std::size_t> Of(const TNote& note) const;
+
+ private:
+  struct TStart {
+    double time;  // a date-time
+    std::size_t event;
+    std::int32_t id;
+  };
+  std::vector<TStart> FStarts;  // in the order of time
+};
+
+// What a note is on: "event 5, 2026-03-04 13:26:11", the times of its span, or nothing for the whole recording. An
+// event that the recording does not have is said to be missing.
+std::string NotePlace(const TNote& note, const TNotedEvents& events);
+// "hit by a fork lift (Ann; damage, fork lift)"
+std::string NoteText(const TNote& note);
+// Both, with a colon between.
+std::string NoteSentence(const TNote& note, const TNotedEvents& events);
 
 class TNotes {
  public:
@@ -40,6 +59,10 @@ class TNotes {
   // std::runtime_error with the file's name when a file of notes cannot be read, is larger than 16 MB or holds
   // something else; a caller then has no TNotes that could overwrite it.
   TNotes(std::filesystem::path recording, const std::filesystem::path& settingsFolder);
+  // Renames the files of notes that cannot be read, so that new notes can be made. Returns the new names. Throws
+  // std::filesystem::filesystem_error.
+  static std::vector<std::filesystem::path> KeepUnreadableAside(const std::filesystem::path& recording,
+                                                                const std::filesystem::path& settingsFolder);
   ~TNotes();
   TNotes(const TNotes&) = delete;
   TNotes& operator=(const TNotes&) = delete;
@@ -54,14 +77,21 @@ class TNotes {
   // True for the file that holds the notes.
   [[nodiscard]] bool AreKeptIn(const std::filesystem::path& file) const;
 
-  // A sentence when the notes were written for a file of another size or checksum, else empty. Reads the whole
-  // recording when the sizes are the same and it has notes.
-  [[nodiscard]] std::string WhyOtherRecording(IProgress& progress) const;
+  // The SHA-256 of the recording, which takes time to compute: Sha256Of, on any thread. Until it is set, the recording
+  // is known by its size alone, and Save writes no checksum.
+  void SetChecksum(std::string sha256) { FChecksum = std::move(sha256); }
+  void ReadChecksum(IProgress& progress);
+  [[nodiscard]] bool HasChecksum() const { return !FChecksum.empty(); }
+  [[nodiscard]] const std::filesystem::path& Recording() const { return FRecording; }
+
+  // A sentence when the notes were written for a file of another size or checksum, else empty.
+  [[nodiscard]] std::string WhyOtherRecording() const;
 
   // Writes what was added, changed and removed into the file as it stands now, so that what another program wrote
   // meanwhile stays; where both changed one note, this one counts. Unknown keys stay. The file is written whole or not
-  // at all, and not at all when nothing changed. Throws std::filesystem::filesystem_error.
-  void Save(IProgress& progress);
+  // at all, and not at all when nothing changed. Throws std::filesystem::filesystem_error, and what the constructor
+  // throws.
+  void Save();
 
  private:
   struct TContent;
@@ -69,4 +99,5 @@ class TNotes {
   std::filesystem::path FBeside, FInSettings;
   std::unique_ptr<TContent> FContent;  // as it was read
   std::vector<TNote> FItems;
+  std::string FChecksum;
 };

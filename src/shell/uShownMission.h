@@ -2,6 +2,8 @@
 #pragma once
 
 #include <cstddef>
+#include <map>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -14,6 +16,16 @@
 #include "model/uOtherSensors.h"
 #include "navigation/uTimeNavigator.h"
 #include "shell/uSettings.h"
+
+class TNotes;
+
+// The notes on the recording, and where they stand in it.
+struct TShownNotes {
+  std::shared_ptr<TNotes> file;  // null while none is shown, and when they cannot be read
+  std::string problem;           // why they cannot be read, or that they were written for another content
+  std::map<std::size_t, std::string> ofEvents;  // the texts, by the event's index
+  std::string current;                          // the ID of the one that was last stepped to
+};
 
 struct TShownMission {
   // The model. Only the reader may use it while a file is read.
@@ -30,7 +42,8 @@ struct TShownMission {
   std::string Damage;  // in words; empty for a whole recording
   // Both outlive the mission. The window's controls keep the settings up to date.
   TSettings Settings;
-  TDisplaySettings Display;                  // in force
+  TDisplaySettings Display;  // in force
+  TShownNotes Notes;
   TTimeSpan Band{0, 0};                      // of the navigator
   std::optional<std::size_t> SelectedEvent;  // index in Events
   // The user's choice. While the filter hides it, another event is selected in its place.

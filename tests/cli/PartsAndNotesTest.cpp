@@ -143,8 +143,7 @@ TEST_F(Notes, WhatAnotherProgramWroteMeanwhileIsMergedByEntry) {
   notes.Add({.text = "D"});
   SaveText("three.kshock.notes.json", R"({"own": 2, "notes": [{"id": "a", "text": "A3", "colour": "blue"},
       {"id": "b", "text": "B2"}, {"id": "c", "text": "C"}, {"odd": true}, {"id": "e", "text": "E"}]})");
-  TNoProgress progress;
-  notes.Save(progress);
+  notes.Save();
   std::vector<std::string> texts;
   for (const TNote& note : notes.Items()) texts.push_back(note.text);
   EXPECT_THAT(texts, testing::UnorderedElementsAre("A2", "B2", "D", "E")) << "b was changed, so it is not removed";
@@ -154,17 +153,41 @@ TEST_F(Notes, WhatAnotherProgramWroteMeanwhileIsMergedByEntry) {
   EXPECT_EQ(document["notes"][2], json({{"odd", true}}));
 }
 
+TEST_F(Notes, OnlyFilesThatCannotBeReadAreKeptAside) {
+  SaveText("three.kshock.notes.json", "{");
+  const auto kept = TNotes::KeepUnreadableAside(Three, Folder.Path());
+  ASSERT_EQ(kept.size(), 1U);
+  EXPECT_EQ(BytesOfFile(kept[0]).size(), 1U);
+  TNotes notes(Three, Folder.Path());
+  notes.Add({.text = "A"});
+  notes.Save();
+  EXPECT_TRUE(TNotes::KeepUnreadableAside(Three, Folder.Path()).empty());
+  EXPECT_EQ(Read()["notes"].size(), 1U);
+}
+
+TEST_F(Notes, WithoutItsChecksumARecordingIsKnownByItsSizeUntilItIsComputed) {
+  TNotes notes(Three, {});
+  notes.Add({.text = "A"});
+  notes.Save();
+  EXPECT_FALSE(Read()["recording"].contains("sha256"));
+  EXPECT_EQ(TNotes(Three, {}).WhyOtherRecording(), "");
+  notes.SetChecksum("1234");
+  notes.Save();
+  EXPECT_EQ(Read()["recording"]["sha256"], "1234");
+  notes.SetChecksum("5678");
+  EXPECT_THAT(notes.WhyOtherRecording(), HasSubstr("another content"));
+}
+
 TEST_F(Notes, NotesGoIntoTheSettingsFolderWhereTheRecordingsFolderRefusesThem) {
   std::filesystem::create_symlink(File("no/such/folder"), Kept);  // stands for a folder without permission to write
   TNotes notes(Three, Folder.Path());
   notes.Add({.text = "kept elsewhere"});
-  TNoProgress progress;
-  notes.Save(progress);
+  notes.Save();
   EXPECT_EQ(TNotes(Three, Folder.Path()).Items().size(), 1U);
   std::filesystem::remove(Kept);
   TNotes writable(Three, Folder.Path());
   writable.Add({.text = "beside"});
-  writable.Save(progress);
+  writable.Save();
   EXPECT_EQ(TNotes(Three, {}).Items().size(), 2U) << "both are beside the recording now";
 }
 

@@ -29,6 +29,8 @@
 #include "gui/welcome/uLoadingPanel.h"
 #include "gui/welcome/uUserManualIcon.h"
 #include "gui/welcome/uWellcomePanel.h"
+#include "platform/uProgram.h"
+#include "tests/support/uThreeEvents.h"
 
 namespace {
 
@@ -189,9 +191,53 @@ TEST_F(Backstage, CurrentFolderListsRecordingsWhenItIsShown) {
   QSignalSpy chosen(FBackstage, &TBackstage::FileChosen);
   auto* list = Find<QTreeView>("lstCurrentFolder");
   QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(list->model()->index(1, 0)).center());
-  QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(list->model()->index(1, 0)).center());
   ASSERT_EQ(chosen.count(), 1);
   EXPECT_EQ(chosen[0][0].toString(), FFolder.filePath("RUN 9.KSHOCK"));
+}
+
+TEST_F(Backstage, AFolderShowsTheFiguresOfItsRecordingsAndASecondLookTakesThemFromTheCache) {
+  WriteFile(FFolder.filePath("three.kshock").toStdString(), Deflated(ThreeEvents().content));
+  Write(FFolder.filePath("broken.kshock"));
+  using M = TRecordingModel;
+  const auto kshock = std::filesystem::path(QCoreApplication::applicationDirPath().toStdString()) / kKshockFile;
+  const std::filesystem::path cache = FFolder.filePath("cache").toStdString();
+  auto* list = Find<TRecordingList>("lstCurrentFolder");
+  QSignalSpy summarized(list, &TRecordingList::Summarized);
+  const auto look = [&](const std::filesystem::path& program) {
+    FBackstage->hide();
+    summarized.clear();
+    FBackstage->SetSummarySource({program, cache, TLimits{-10, 10}});
+    FBackstage->SetCurrentFolder(FFolder.path());
+    FBackstage->show();
+    FBackstage->SelectPage("backstageCurrentFolder");
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return !summarized.isEmpty() && summarized.last()[0] == summarized.last()[1]; }, 60000))
+        << (summarized.isEmpty() ? "nothing" : summarized.last()[2].toString().toStdString());
+  };
+  const auto row = [&](int at) {
+    QStringList cells;
+    for (const int column : {M::kName, M::kBegin, M::kEvents, M::kPeak, M::kAbove, M::kState}) {
+      cells << list->model()->index(at, column).data().toString();
+    }
+    return cells;
+  };
+  const QStringList three = {"three.kshock", "2023-07-16 06:00:00", "3", "20", "1", "complete"};
+  look(kshock);
+  EXPECT_EQ(row(1), three);
+  EXPECT_EQ(row(0).first(), "broken.kshock");
+  EXPECT_TRUE(row(0)[2].isEmpty());
+  EXPECT_GT(row(0).last().size(), 10) << "it says why";
+  const QString reason = row(0).last();
+  list->sortByColumn(M::kPeak, Qt::AscendingOrder);
+  EXPECT_EQ(row(0), three) << "a recording without figures stands behind";
+  Find<QLineEdit>("lstCurrentFolderFilter")->setText("BROK");
+  EXPECT_EQ(list->model()->rowCount(), 1);
+  Find<QLineEdit>("lstCurrentFolderFilter")->clear();
+
+  ASSERT_TRUE(QTest::qWaitFor([&] { return !std::filesystem::is_empty(cache); }, 60000));
+  look(FFolder.filePath("no such program").toStdString());
+  EXPECT_EQ(row(0), three);
+  EXPECT_EQ(row(1).last(), reason);
 }
 
 // The desktop's locale is no business of a list of recordings.

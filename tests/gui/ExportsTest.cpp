@@ -121,7 +121,8 @@ TEST_F(Exports, AGridsMenuOpensByMouseKeyboardAndAction) {
     QContextMenuEvent click(QContextMenuEvent::Mouse, {5, 5}, grid->viewport()->mapToGlobal(QPoint(5, 5)));
     QCoreApplication::sendEvent(grid->viewport(), &click);
     ASSERT_NE(OpenMenu(), nullptr) << name;
-    EXPECT_EQ(OpenMenu()->actions().mid(2), Find<QMenu>(menu)->actions()) << name << ": below Copy";
+    EXPECT_EQ(OpenMenu()->actions().mid(2, Find<QMenu>(menu)->actions().size()), Find<QMenu>(menu)->actions())
+        << name << ": below Copy";
     EXPECT_EQ(NameOfMenu(), "mnuGrid");
     QTest::keyClick(grid, Qt::Key_F10, Qt::ShiftModifier);
     EXPECT_EQ(NameOfMenu(), "mnuGrid") << name;

@@ -382,6 +382,48 @@ TEST_F(ExportCommands, ACloseEndsTheExportAndIsDoneAfterwards) {
   EXPECT_TRUE(FFlow.MayClose());
 }
 
+TEST_F(ExportCommands, APartHasWhatLiesInTheBandOrPassesTheFilterAndReplacesNothingUnasked) {
+  const auto part = [this](TPartChoice choice, TPartForm form, const fs::path& to) {
+    FWindow.dialogs.ChosenFile = to.string();
+    FCommands.ExportPart(choice, form);
+    return FWindow.log.Take();
+  };
+  const std::string folder = "Part of Mission-A17";
+  const auto lines = [&] {
+    std::vector<std::ptrdiff_t> counts;
+    for (const char* table : {"/Shocks.csv", "/Sensors.csv", "/Battery.csv"}) counts.push_back(LinesOf(folder + table));
+    return counts;
+  };
+  const double minute = 1.0 / 1440;
+  FFlow.Mission().Band = {45123.25 + 0.5 * minute, 45123.25 + 1.5 * minute};
+  EXPECT_THAT(part(TPartChoice::Band, TPartForm::TableFiles, FTo), EndsWith(WrittenIn(folder)));
+  EXPECT_THAT(lines(), ElementsAre(2, 2, 2)) << "event 1, and the readings at it";
+  HideEventTwo();
+  part(TPartChoice::Filtered, TPartForm::TableFiles, FTo);
+  EXPECT_THAT(lines(), ElementsAre(3, 4, 4));
+  part(TPartChoice::All, TPartForm::TableFiles, FTo);
+  EXPECT_THAT(lines(), ElementsAre(4, 4, 4)) << "whatever the filter hides";
+  EXPECT_THAT(part(TPartChoice::Band, TPartForm::TableSheets, FTo / "part.xlsx"), HasSubstr("Creating Sheet 3 of 3"));
+  part(TPartChoice::Band, TPartForm::EventFiles, FTo);
+  EXPECT_THAT(Written(), testing::Contains("Mission-A17/ID-1.csv"));
+  EXPECT_THAT(Written(), Not(testing::Contains("Mission-A17/ID-0.csv")));
+  EXPECT_THAT(part(TPartChoice::Band, TPartForm::Recording, FTo / "part.kshock"), EndsWith(WrittenIn("part.kshock")));
+
+  const fs::path shown = FFolder / "three.kshock";
+  const TBytes before = BytesOfFile(shown);
+  EXPECT_THAT(part(TPartChoice::Band, TPartForm::Recording, shown), HasSubstr("This is the recording that is shown."));
+  EXPECT_EQ(BytesOfFile(shown), before);
+  WriteFile(FTo / "part.kshock", {1});
+  FWindow.controls.OnMessages = [&] { FFlow.Cancel(); };
+  EXPECT_THAT(part(TPartChoice::Band, TPartForm::Recording, FTo / "part.kshock"), HasSubstr("Export cancelled"));
+  EXPECT_EQ(BytesOfFile(FTo / "part.kshock").size(), 1U);
+  part(TPartChoice::Band, TPartForm::TableFiles, FTo);
+  EXPECT_THAT(lines(), ElementsAre(4, 4, 4)) << "none of the three is replaced";
+  FWindow.controls.OnMessages = [] {};
+  FFlow.Mission().Band = {1, 2};
+  EXPECT_THAT(part(TPartChoice::Band, TPartForm::Recording, FTo / "part.kshock"), StartsWith("box \"There is nothing"));
+}
+
 TEST_F(ExportCommands, PicturesShowTheChartInFrontAndAskForAFile) {
   SelectEvent(FFlow.Mission(), 2, FWindow.views);
   FWindow.log.Take();

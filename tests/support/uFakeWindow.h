@@ -165,6 +165,10 @@ class TFakeViews final : public IMissionViews {
   void RefreshDisplay(const TShownMission& mission) override {
     FLog.Add("display from {}", mission.Display.limits[0].min);
   }
+  void ShowNotes(const TShownMission& mission) override {
+    FLog.Add("notes on {} events{}", mission.Notes.ofEvents.size(),
+             mission.Notes.problem.empty() ? "" : ": " + mission.Notes.problem);
+  }
   [[nodiscard]] std::optional<TTimeSpan> NavigatorSpan() const override { return Data; }
   void SetNavigatorBand(const TTimeSpan& band) override { FLog.Add("band {}", Name(band)); }
   void SetNavigatorCompanions(const TTimeSpan& band) override { FLog.Add("companions of {}", Name(band)); }

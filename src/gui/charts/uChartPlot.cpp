@@ -238,9 +238,10 @@ bool TChartPlot::event(QEvent* event) {
   if (event->type() != QEvent::ToolTip) return QCustomPlot::event(event);
   const auto* help = static_cast<QHelpEvent*>(event);
   QString words = FLegend->CutTitleAt(help->pos());
+  if (words.isEmpty()) words = TipAt(help->pos());
   if (words.isEmpty() && FRect->rect().contains(help->pos())) words = FLabels.LevelAt(help->pos().y());
   if (words.isEmpty()) return QCustomPlot::event(event);
-  QToolTip::showText(help->globalPos(), words, this);
+  QToolTip::showText(help->globalPos(), Qt::convertFromPlainText(words), this);
   return true;
 }
 

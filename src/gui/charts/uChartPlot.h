@@ -92,6 +92,8 @@ class TChartPlot : public QCustomPlot {
   virtual void Restyle();
   // Just before a replot: what depends on the size.
   virtual void Prepare() {}
+  // What stands at a position besides titles and levels; empty for nothing.
+  [[nodiscard]] virtual QString TipAt(const QPoint& /*at*/) const { return {}; }
   // Over everything that is drawn, at each paint.
   virtual void PaintOver(QPainter& /*painter*/) const {}
 

@@ -52,6 +52,7 @@ TRangeStatistics StatisticsOf(const TCurve& curve, const TTimeSpan& times) {
 TTimeChart::TTimeChart(TAxisUnit unit, QWidget* parent)
     : TChartPlot(unit, parent),
       FRange(*this, [this] { ScaleValues(); }),
+      FFlags(*this),
       FCursors(*this, *this),
       FMarks(*this, *this),
       FGestures(*this, *this, FRange, FMarks, FCursors) {

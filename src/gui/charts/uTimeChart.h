@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "gui/charts/uChartCursors.h"
+#include "gui/charts/uChartFlags.h"
 #include "gui/charts/uChartGestures.h"
 #include "gui/charts/uChartMarks.h"
 #include "gui/charts/uChartPlot.h"
@@ -54,6 +55,8 @@ class TTimeChart : public TChartPlot, public IChartReadings {
   [[nodiscard]] TChartMarks& Marks() { return FMarks; }
   [[nodiscard]] const TChartCursors& Cursors() const { return FCursors; }
   [[nodiscard]] TChartGestures& Gestures() { return FGestures; }
+  // What somebody noted; stays until other flags are set.
+  [[nodiscard]] TChartFlags& Flags() { return FFlags; }
 
  protected:
   // The visible series with samples, in the order of the legend.
@@ -86,12 +89,14 @@ class TTimeChart : public TChartPlot, public IChartReadings {
   [[nodiscard]] QList<qreal> Dashes(std::size_t place) const;
 
   void PaintOver(QPainter& painter) const override { FGestures.PaintSpan(painter); }
+  [[nodiscard]] QString TipAt(const QPoint& at) const override { return FFlags.TextAt(at); }
 
  private:
   // A menu of them, to show and hide.
   void ShowEntriesLeftOut(const QPoint& at);
 
   TChartRange FRange;
+  TChartFlags FFlags;
   TChartCursors FCursors;  // drawn first: the words of the marks keep clear of those of the cursors
   TChartMarks FMarks;
   TChartGestures FGestures;

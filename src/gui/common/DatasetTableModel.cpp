@@ -9,7 +9,10 @@
 
 namespace {
 
-constexpr qsizetype kMaxTip = 200;  // characters
+constexpr qsizetype kMaxTip = 200;     // characters
+constexpr qsizetype kMaxNote = 60;     // of a cell
+constexpr qsizetype kMaxNotes = 2000;  // of its tip
+constexpr auto kNotes = "Notes";
 
 QString InWords(TCellImage image) {
   switch (image) {
@@ -65,6 +68,29 @@ void DatasetTableModel::SetDataset(const TDataset* table) {
   endResetModel();
 }
 
+void DatasetTableModel::SetNotes(const std::map<std::size_t, std::string>* notes) {
+  if (notes != nullptr && notes->empty()) notes = nullptr;
+  const int column = static_cast<int>(FFields.size());
+  if (notes != nullptr && FNotes == nullptr) {
+    beginInsertColumns({}, column, column);
+    FNotes = notes;
+    endInsertColumns();
+  } else if (notes == nullptr && FNotes != nullptr) {
+    beginRemoveColumns({}, column, column);
+    FNotes = nullptr;
+    endRemoveColumns();
+  } else {
+    FNotes = notes;
+    if (notes != nullptr && FRowCount > 0) Q_EMIT dataChanged(index(0, column), index(FRowCount - 1, column));
+  }
+}
+
+QString DatasetTableModel::NoteAt(int position) const {
+  const auto id = IdAt(position);
+  const auto note = id ? FNotes->find(*id) : FNotes->end();
+  return note == FNotes->end() ? QString() : QtText(note->second);
+}
+
 int DatasetTableModel::ShownCount() const {
   if (FTable == nullptr) return 0;
   return static_cast<int>(std::min<std::size_t>(FTable->RecordCount(), std::numeric_limits<int>::max()));
@@ -88,6 +114,7 @@ void DatasetTableModel::Refresh() {
 }
 
 QString DatasetTableModel::FieldKey(int column) const {
+  if (IsNotes(column)) return kNotes;
   return QtText(FTable->Fields()[FFields.at(static_cast<std::size_t>(column))].Key);
 }
 
@@ -114,11 +141,16 @@ int DatasetTableModel::rowCount(const QModelIndex& parent) const {
 }
 
 int DatasetTableModel::columnCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : static_cast<int>(FFields.size());
+  return parent.isValid() ? 0 : static_cast<int>(FFields.size()) + (FNotes == nullptr ? 0 : 1);
 }
 
 QVariant DatasetTableModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid() || FTable == nullptr) return {};
+  if (IsNotes(index.column())) {
+    if (role == Qt::DisplayRole) return QtText(Drawing(index).text);
+    if (role != Qt::ToolTipRole) return {};
+    return Qt::convertFromPlainText(ShownText(Utf8(NoteAt(index.row())), kMaxNotes));
+  }
   switch (role) {
     case Qt::DisplayRole:
       return QtText(Drawing(index).text);
@@ -132,12 +164,18 @@ QVariant DatasetTableModel::data(const QModelIndex& index, int role) const {
 
 TCellDrawing DatasetTableModel::Drawing(const QModelIndex& index) const {
   if (index.row() >= ShownCount()) return {};
+  if (IsNotes(index.column())) return {.text = Utf8(ShownText(Utf8(NoteAt(index.row())), kMaxNote))};
   const std::size_t field = FFields[static_cast<std::size_t>(index.column())];
   return DrawCell(*FTable, FTable->RowAt(static_cast<std::size_t>(index.row())), field, *FDisplay);
 }
 
 QVariant DatasetTableModel::headerData(int section, Qt::Orientation orientation, int role) const {
   if (orientation == Qt::Vertical || FTable == nullptr || section < 0 || section >= columnCount()) return {};
+  if (IsNotes(section)) {
+    if (role == Qt::DisplayRole) return QObject::tr(kNotes);
+    return role == Qt::ToolTipRole ? QObject::tr("What was noted on the event; it stands in no exported table")
+                                   : QVariant();
+  }
   const TField& field = FTable->Fields()[FFields[static_cast<std::size_t>(section)]];
   if (role == Qt::DisplayRole) return QtText(field.Label);
   if (role == Qt::ToolTipRole) {

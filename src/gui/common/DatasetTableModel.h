@@ -3,7 +3,9 @@
 
 #include <QAbstractTableModel>
 #include <QString>
+#include <map>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "analysis/uDataset.h"
@@ -19,6 +21,10 @@ class DatasetTableModel : public QAbstractTableModel {
   void SetDataset(const TDataset* table);
   // The order, number of rows, formats or labels changed, but not the fields.
   void Refresh();
+
+  // Texts by "ID" in a last column "Notes", which is there while there are any; borrowed, null for none.
+  void SetNotes(const std::map<std::size_t, std::string>* notes);
+  [[nodiscard]] bool IsNotes(int column) const { return column == static_cast<int>(FFields.size()); }
 
   // How values are shown; borrowed. Refresh after a change of it.
   void SetDisplay(const TDisplaySettings* display) { FDisplay = display; }
@@ -39,10 +45,13 @@ class DatasetTableModel : public QAbstractTableModel {
 
  private:
   [[nodiscard]] int ShownCount() const;
+  // Empty without a note.
+  [[nodiscard]] QString NoteAt(int position) const;
 
   const TDataset* FTable = nullptr;
   int FRowCount = 0;               // as the views know it
   std::optional<std::size_t> FId;  // the field "ID"
   const TDisplaySettings* FDisplay;
+  const std::map<std::size_t, std::string>* FNotes = nullptr;
   std::vector<std::size_t> FFields;  // of the columns: what is drawn elsewhere is left out
 };

@@ -62,6 +62,13 @@ void TGrid::SetDataset(const TDataset* table) {
   MarkSortedColumn();
 }
 
+void TGrid::SetNotes(const std::map<std::size_t, std::string>* notes) {
+  const QScopedValueRollback<bool> setting(FSetting, true);
+  FModel->SetNotes(notes);
+  FitColumnsOnce();
+  MarkSortedColumn();
+}
+
 void TGrid::Refresh() {
   const QScopedValueRollback<bool> setting(FSetting, true);
   FModel->Refresh();

@@ -26,6 +26,8 @@ class TGrid : public TRowGrid {
   void SetPlaceholder(const QString& words) { FPlaceholder = words; }
   // How values are shown; borrowed. Refresh after a change of it.
   void SetDisplay(const TDisplaySettings* display) { FModel->SetDisplay(display); }
+  // Texts by "ID" for a last column; see DatasetTableModel.
+  void SetNotes(const std::map<std::size_t, std::string>* notes);
   // The table's order, or which of its rows it shows, changed: redraws what is visible and moves the sort mark; the
   // scroll position stays.
   void Refresh();

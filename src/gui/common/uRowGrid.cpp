@@ -84,9 +84,13 @@ void TRowGrid::SetRowFont(const QFont& cells) {
   verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kRowPadding);
 }
 
-void TRowGrid::SetMenu(const QMenu* menu) {
+void TRowGrid::AddToMenu(const QList<QAction*>& actions) {
   FMenu->addSeparator();
-  FMenu->addActions(menu->actions());
+  FMenu->addActions(actions);
+}
+
+void TRowGrid::SetMenu(const QMenu* menu) {
+  AddToMenu(menu->actions());
   setStatusTip(tr("%1, export").arg(statusTip()));
 }
 

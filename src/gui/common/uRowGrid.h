@@ -17,7 +17,9 @@ class TRowGrid : public QTableView {
   // `name` is the object's, `title` what screen readers say.
   TRowGrid(const QString& name, const QString& title, QWidget* parent);
 
-  // Adds this menu's actions to the grid's own menu.
+  // Adds actions to the grid's own menu, behind a separator.
+  void AddToMenu(const QList<QAction*>& actions);
+  // The same with those of a menu of exports.
   void SetMenu(const QMenu* menu);
 
  Q_SIGNALS:

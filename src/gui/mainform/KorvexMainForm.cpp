@@ -25,6 +25,7 @@
 #include "gui/mainform/uControls.h"
 #include "gui/mainform/uMainParts.h"
 #include "gui/mainform/uMissionViews.h"
+#include "gui/mainform/uNoteChecksum.h"
 #include "gui/mainform/uNotice.h"
 #include "gui/mainform/uSettingsBinder.h"
 #include "gui/mainform/uViewActions.h"
@@ -37,6 +38,7 @@
 #include "gui/ribbon/uBackstage.h"
 #include "gui/ribbon/uBackstagePages.h"
 #include "gui/ribbon/uRecentList.h"
+#include "gui/ribbon/uRecordingList.h"
 #include "gui/ribbon/uRibbon.h"
 #include "gui/settings/uAlarmLimitsPanel.h"
 #include "gui/settings/uLimitProfileBar.h"
@@ -44,9 +46,11 @@
 #include "gui/welcome/uLoadingPanel.h"
 #include "gui/welcome/uRecentFiles.h"
 #include "gui/welcome/uWellcomePanel.h"
+#include "platform/uProgram.h"
 #include "shell/uExportCommands.h"
 #include "shell/uFailureList.h"
 #include "shell/uLimitProfiles.h"
+#include "shell/uNoteCommands.h"
 #include "shell/uSettingsCommands.h"
 
 namespace {
@@ -67,18 +71,21 @@ TKorvexMainForm::TKorvexMainForm(TProgram program, std::function<std::uint64_t()
       FFlow(std::make_unique<TFileFlow>(FProgram, FMessages->Handle(), std::move(memoryBound), *FControls, *FDialogs,
                                         *FViews)),
       FExports(std::make_unique<TExportCommands>(*FFlow, *FControls, *FDialogs, *FViews)),
-      FProfiles(
-          std::make_unique<TLimitProfiles>(FProgram.findSettingsFolder, FFlow->Mission(), *FControls, *FDialogs)) {
+      FProfiles(std::make_unique<TLimitProfiles>(FProgram.findSettingsFolder, FFlow->Mission(), *FControls, *FDialogs)),
+      FNotes(std::make_unique<TNoteCommands>(FProgram, *FFlow, *FDialogs, *FViews)),
+      FNoteChecksum(
+          std::make_unique<TNoteChecksum>(this, [this](const std::string& text) { FControls->ShowNotice(text, {}); })) {
   setObjectName("KorvexMainForm");
   setAcceptDrops(true);
   setMinimumSize(kMinWindow);
   resize(1280, 800);
-  MakeCommands({*this, FProgram, *FParts, *FFlow, *FControls, *FDialogs, *FViews, *FExports});
+  MakeCommands({*this, FProgram, *FParts, *FFlow, *FControls, *FDialogs, *FViews, *FExports, *FNotes});
   ConnectChartMenus(*this);
   ConnectFiles();
   ConnectRecent();
   ConnectSettings();
   ConnectProfiles();
+  ConnectNotes();
   ConnectReport();
   FViewActions = std::make_unique<TViewActions>(*this, *FParts, *FFlow, *FControls, *FViews);
   FormCreate();
@@ -106,6 +113,7 @@ void TKorvexMainForm::ConnectFiles() {
   });
   connect(FParts->ribbon, &TRibbon::BackstageRequested, this, [this] {
     if (FFlow->Busy()) return;
+    FParts->backstage->SetSummarySource(SummarySource());
     FParts->backstage->SetCurrentFolder(
         FFlow->FileName().empty() ? QString() : QFileInfo(QtText(FFlow->FileName())).absolutePath());
     FParts->backstage->SelectPage("backstageRecent");
@@ -125,6 +133,19 @@ void TKorvexMainForm::ConnectFiles() {
     FDialogs->ShowMessage(Utf8(tr("This document cannot be opened.")),
                           Utf8(tr("%1\nThe desktop has no program for it.").arg(path)));
   });
+}
+
+// The acceleration limits that are the same for all recordings.
+TSummarySource TKorvexMainForm::SummarySource() const {
+  const TDisplaySettings& display = FFlow->Mission().Settings.display;
+  const std::string folder = FProgram.findSettingsFolder();
+  TSummarySource source;
+  if (std::filesystem::path kshock = FProgram.folder / kKshockFile; std::filesystem::exists(kshock)) {
+    source.kshock = std::move(kshock);
+  }
+  if (!folder.empty()) source.cacheFolder = PathFromUtf8(folder) / "cache";
+  if (display.alarmActive && !display.accelerationFromFile) source.limits = display.LimitsOf(TQuantity::Acceleration);
+  return source;
 }
 
 void TKorvexMainForm::ConnectRecent() {
@@ -187,6 +208,16 @@ void TKorvexMainForm::ConnectProfiles() {
               panel.ShowAllowances(FFlow->Mission().Settings.display.profile);
             });
           });
+}
+
+void TKorvexMainForm::ConnectNotes() {
+  FViews->OnNotesShown([this] {
+    const auto notes = FFlow->Mission().Notes.file;
+    if (!notes || notes->Items().empty() || notes->HasChecksum()) return;
+    FNoteChecksum->Compute(notes->Recording(), [this](const std::filesystem::path& file, const std::string& sha256) {
+      Guarded(this, [&] { FNotes->TakeChecksum(file, sha256); });
+    });
+  });
 }
 
 void TKorvexMainForm::ConnectReport() {

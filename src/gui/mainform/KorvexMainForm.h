@@ -15,11 +15,14 @@ class TDialogs;
 class TExportCommands;
 class TLimitProfiles;
 class TMissionViews;
+class TNoteChecksum;
+class TNoteCommands;
 class TPostedMessages;
 class TSettingsBinder;
 class TViewActions;
 struct TMainParts;
 struct TReportConfig;
+struct TSummarySource;
 
 class TKorvexMainForm : public QMainWindow {
   Q_OBJECT
@@ -59,8 +62,10 @@ class TKorvexMainForm : public QMainWindow {
   void ConnectRecent();
   void ConnectSettings();
   void ConnectProfiles();
+  void ConnectNotes();
   void ConnectReport();
   void SavePlace();
+  [[nodiscard]] TSummarySource SummarySource() const;
 
   TProgram FProgram;
   std::unique_ptr<TMainParts> FParts;
@@ -72,6 +77,8 @@ class TKorvexMainForm : public QMainWindow {
   std::unique_ptr<TFileFlow> FFlow;
   std::unique_ptr<TExportCommands> FExports;
   std::unique_ptr<TLimitProfiles> FProfiles;
+  std::unique_ptr<TNoteCommands> FNotes;
+  std::unique_ptr<TNoteChecksum> FNoteChecksum;
   std::unique_ptr<TViewActions> FViewActions;
   bool FShownOnce = false;
 };

@@ -33,6 +33,9 @@ const std::vector<TMenuRow>& MenuRows() {
                                                   "actShockEventsToolsIndicator",
                                                   "actSyncWithEvents",
                                                   "-",
+                                                  "actNoteAdd",
+                                                  "actNotes",
+                                                  "-",
                                                   "actEventsCopyChart",
                                                   "actEventsSaveChart",
                                                   "actEventsSaveChartAsPNG",
@@ -50,6 +53,8 @@ const std::vector<TMenuRow>& MenuRows() {
                                                  "actShockToolsPoints",
                                                  "actShockToolsIndicator",
                                                  "actShockToolsNearest",
+                                                 "-",
+                                                 "actNoteAdd",
                                                  "-",
                                                  "actShockCopyChart",
                                                  "actShockSaveChart",
@@ -70,12 +75,12 @@ const std::vector<TMenuRow>& MenuRows() {
       {"chartSpecAnalysis", spectrum},
       {"ChartAllSensors",
        {"actSensorsToolsPoints", "actSensorsToolsIndicator", "actSensorsToolsNearest", "actSyncWithSensors", "-",
-        "actSensorsCopyChart", "actSensorsSaveChart", "actSensorsSaveChartAsPNG", "actSensorsSaveChartAsSVG", "-",
-        "actSensorsExportToXLSX"}},
+        "actNoteAdd", "actNotes", "-", "actSensorsCopyChart", "actSensorsSaveChart", "actSensorsSaveChartAsPNG",
+        "actSensorsSaveChartAsSVG", "-", "actSensorsExportToXLSX"}},
       {kNavigator,
        {"actNavSetIntAll", "actNavSetIntYear", "actNavSetIntMonth", "actNavSetIntWeek", "actNavSetIntDay",
         "actNavSetIntHour", "actNavSetIntMin", "-", "actNavRwd", "actNavFwd", "-", "actSyncWithEvents",
-        "actSyncWithSensors"}}};
+        "actSyncWithSensors", "-", "actNoteAdd", "actNotes", "-", "actExportPart"}}};
   return rows;
 }
 

@@ -1,5 +1,6 @@
 #include "analysis/uMissionDatasets.h"
 #include "gui/mainform/uCommandTable.h"
+#include "shell/uNotes.h"
 #include "shell/uShownMission.h"
 
 namespace {
@@ -14,6 +15,8 @@ constexpr TNeed kNeeds[] = {
     {kOfBattery, kNoBattery, [](TMission mission, TSpan) { return !mission.Tables.Battery.Fields().empty(); }},
     {kOfSensors, "the recording has no readings of sensors",
      [](TMission mission, TSpan) { return mission.Tables.Sensors.RowCount() > 0; }},
+    {kOfNotes, "the recording has no notes",
+     [](TMission mission, TSpan) { return mission.Notes.file && !mission.Notes.file->Items().empty(); }},
     {kOfTimeBefore, "the band begins with the recording",
      [](TMission mission, TSpan recorded) { return mission.Band.start > recorded.start; }},
     {kOfTimeAfter, "the band ends with the recording",

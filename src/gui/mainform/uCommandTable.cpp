@@ -13,10 +13,12 @@
 #include "gui/charts/uSpectrumChart.h"
 #include "gui/filter/uFilterPanel.h"
 #include "gui/mainform/KorvexMainForm.h"
+#include "gui/mainform/uExportPartDialog.h"
 #include "gui/mainform/uGoToDialog.h"
 #include "gui/mainform/uKeysDialog.h"
 #include "gui/mainform/uMainParts.h"
 #include "gui/mainform/uManual.h"
+#include "gui/mainform/uNoteDialogs.h"
 #include "gui/mainform/uStatisticsDialog.h"
 #include "gui/mainform/uViewOutput.h"
 #include "gui/overview/uOverviewPanel.h"
@@ -254,6 +256,13 @@ constexpr TCommand kCommands[] = {
      SyncWithSensors},
     {"actGoTo", "dxBarGoTo", "btngrpNavigator", "&Go to…", "Go to an event by its ID, or to a time", "go-jump",
      "Ctrl+G", 0, AskWhereTo},
+    {"actNoteAdd", "dxBarNoteAdd", "btngrpNotes", "&Add note…",
+     "Note something on the selected event, the navigator's band or the recording", "bookmark-new", "Ctrl+M", kLarge,
+     On<AskAndAddNote>},
+    {"actNotes", "dxBarNotes", "btngrpNotes", "&Notes…", "All notes, to edit, delete or go to them", "bookmarks",
+     "Ctrl+Alt+M", 0, On<ListNotes>},
+    {"actNextNote", "dxBarNextNote", "btngrpNotes", "Next note",
+     "Go to the next note in time, after the last to the first", "go-next", "M", kOfNotes, On<StepNote>},
     {"actFilterEdit", "dxBarFilterEdit", "btngrpFiltering", "Edit &filter",
      "Set conditions on acceleration, ToT, IoT, axis and time", "view-filter", "Ctrl+F", kLarge, OpenFilter},
     {"actFilterActive", "dxBarFilterActive", "btngrpFiltering", "Filter &on",
@@ -411,6 +420,11 @@ constexpr TCommand kCommands[] = {
      "The table of the sensors, as a workbook", kXlsxIcon, "", 0, Do<&E::barbtnTablesExportXLSXSensorsClick>},
     {"actTablesExportXLSXBattery", "barbtnTablesExportXLSXBattery", "btngrpTables", "Battery to XLSX…",
      "The table of the battery, as a workbook", kXlsxIcon, "", kOfBattery, Do<&E::barbtnTablesExportXLSXBatteryClick>},
+    {"actExportPart", "dxBarExportPart", "btngrpTables", "Export a &part…",
+     "The navigator's band, what the filter lets through, or all: as a workbook, as CSV files or as a recording",
+     "document-export", "Ctrl+Alt+P", kLarge, On<AskAndExportPart>},
+    {"actExportPart", "dxBarEventsExportPart", "btngrpEventsExport", "", "", "", "", kAgain},
+    {"actExportPart", "dxBarSensorsExportPart", "btngrpSensorsExport", "", "", "", "", kAgain},
     {"actEventsCopyChart", "barbtnEventsCopyChartToClipboard", "btngrpEventsImage", "Copy picture", kCopyTip,
      "edit-copy", "", kOfAnyEvents, Do<&E::barbtnEventsCopyChartToClipboardClick>},
     {"actEventsSaveChart", "barbtnEventsSaveChartasJPG", "btngrpEventsImage", "Picture as JPG…", kBitmapTip, kImageIcon,

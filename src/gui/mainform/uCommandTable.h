@@ -12,6 +12,7 @@ class IMissionViews;
 class TExportCommands;
 class TFileFlow;
 class TKorvexMainForm;
+class TNoteCommands;
 struct TMainParts;
 struct TProgram;
 struct TShownMission;
@@ -27,6 +28,7 @@ struct TCommandTargets {
   IDialogs& dialogs;
   IMissionViews& views;
   TExportCommands& exports;
+  TNoteCommands& notes;
 };
 
 namespace command {
@@ -42,6 +44,7 @@ inline constexpr unsigned kOfAnyEvents = 1024;
 inline constexpr unsigned kOfSensors = 4096;
 inline constexpr unsigned kOfTimeBefore = 8192;
 inline constexpr unsigned kOfTimeAfter = 16384;
+inline constexpr unsigned kOfNotes = 1U << 20U;
 inline constexpr unsigned kOfFile = 2048;  // disabled until a recording is opened
 inline constexpr unsigned kPanel = 128;    // shows and hides the dock panel of that name: the panel's own action
 inline constexpr unsigned kAgain = 256;    // another button of an action that an earlier row makes

@@ -136,6 +136,9 @@ void MakeMenus(TKorvexMainForm& form, TMainParts& parts) {
   parts.shock->FilteredShocks()->SetMenu(form.findChild<QMenu*>("mnuExportShocks"));
   parts.docks.DBGrid2->SetMenu(form.findChild<QMenu*>("mnuExportSensors"));
   parts.docks.DBGrid8->SetMenu(form.findChild<QMenu*>("mnuExportBattery"));
+  for (TGrid* grid : {parts.shock->Shocks(), parts.shock->FilteredShocks(), parts.overview->MostImportant()}) {
+    grid->AddToMenu({form.findChild<QAction*>("actNoteAdd"), form.findChild<QAction*>("actNotes")});
+  }
 }
 
 // A click on a legend switches as the button does.

@@ -6,6 +6,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <array>
+#include <cmath>
 #include <map>
 #include <utility>
 
@@ -33,6 +34,7 @@
 #include "gui/shock/uEventCards.h"
 #include "gui/shock/uShockPanel.h"
 #include "shell/uFilterWords.h"
+#include "shell/uNoteCommands.h"
 #include "shell/uSettingsCommands.h"
 
 void TMissionViews::EmptyGridsAndCharts() {
@@ -43,8 +45,12 @@ void TMissionViews::EmptyGridsAndCharts() {
   FParts.overview->Verdict()->ShowCells({});
   FParts.overview->Verdict()->ShowJudgement({});
   ShowLimitsInForce(FMission, FControls);
-  for (TGrid* grid : FWindow.findChildren<TGrid*>()) grid->SetDataset(nullptr);
+  for (TGrid* grid : FWindow.findChildren<TGrid*>()) {
+    grid->SetNotes(nullptr);
+    grid->SetDataset(nullptr);
+  }
   for (TTimeChart* chart : FWindow.findChildren<TTimeChart*>()) {
+    chart->Flags().Set({});
     chart->Range().SetSynced(std::nullopt);
     chart->Clear();
   }
@@ -81,9 +87,63 @@ void TMissionViews::UpdateKorvexUI(TShownMission& mission) {
   FParts.docks.DBGrid8->SetDataset(&mission.Tables.Battery);
   ShowVerdict(mission);
   ShowDetails(mission);
+  PlaceNotes(mission);
   ShowLimitsInForce(FMission, FControls);
   FParts.filter->SetMission(&mission);
   ShowFilter(mission);
+  FNotesShown();
+}
+
+void TMissionViews::ShowNotes(const TShownMission& mission) {
+  ShowDetails(mission);
+  PlaceNotes(mission);
+  FParts.report->ShowReport(mission);
+  FControls.UpdateCommands();
+  FNotesShown();
+}
+
+std::vector<TChartFlag> TMissionViews::NoteFlags(const TShownMission& mission) const {
+  constexpr qsizetype kMaxText = 300;  // characters, of a tip
+  const std::vector<TNote> notes = SortedNotes(mission);
+  if (notes.empty()) return {};
+  std::vector<TChartFlag> flags;
+  const TNotedEvents events(mission.Events);
+  for (const TNote& note : notes) {
+    if (!note.span) continue;
+    // An event's flag is as narrow as its line.
+    const TTimeSpan span = note.event ? TTimeSpan{note.span->start, note.span->start} : *note.span;
+    flags.push_back({span, ShownText(NoteSentence(note, events), kMaxText), note.id == mission.Notes.current});
+  }
+  return flags;
+}
+
+void TMissionViews::PlaceNotes(const TShownMission& mission) {
+  const std::vector<TChartFlag> flags = NoteFlags(mission);
+  for (TTimeChart* chart :
+       std::initializer_list<TTimeChart*>{FParts.overview->Chart1(), FParts.shock->Chart20(),
+                                          FParts.overview->ChartAllSensors(), FParts.docks.ChartNavigator}) {
+    chart->Flags().Set(flags);
+  }
+  PlaceEventNotes(mission, FShownEvent);
+  for (TGrid* grid : {FParts.shock->Shocks(), FParts.shock->FilteredShocks(), FParts.overview->MostImportant()}) {
+    grid->SetNotes(&mission.Notes.ofEvents);
+  }
+}
+
+// The chart of an event counts ms from its start.
+void TMissionViews::PlaceEventNotes(const TShownMission& mission, std::optional<std::size_t> event) {
+  std::vector<TChartFlag> flags;
+  if (event) {
+    flags = NoteFlags(mission);
+    const double start = DateTimeOf(mission.Events.StartTime, mission.Events.GetItem(*event).GetStartTime());
+    // Notes are kept to the millisecond; one on the event stands at its start.
+    const auto ms = [start](double time) {
+      const double fromStart = (time - start) * kMsPerDay;
+      return std::fabs(fromStart) < 1 ? 0 : fromStart;
+    };
+    for (TChartFlag& flag : flags) flag.span = {ms(flag.span.start), ms(flag.span.end)};
+  }
+  FParts.shock->Chart2()->Flags().Set(std::move(flags));
 }
 
 void TMissionViews::PrepareReport(const TShownMission& mission) {
@@ -140,10 +200,14 @@ void TMissionViews::ShowDetails(const TShownMission& mission) {
   if (const TJudgementLine judgement = JudgementLine(FVerdict, mission.Display); !judgement.text.empty()) {
     verdict.insert(verdict.begin(), {"Judgement", judgement.text});
   }
-  FParts.docks.details->ShowSections({{QObject::tr("Verdict"), std::move(verdict)},
-                                      {QObject::tr("Mission"), HeaderFigures(mission.Data)},
-                                      {QObject::tr("Events"), std::move(events)},
-                                      {QObject::tr("Sensors"), NamedSensorFigures(mission)}});
+  std::vector<TMissionDetails::TSection> sections = {{QObject::tr("Verdict"), std::move(verdict)},
+                                                     {QObject::tr("Mission"), HeaderFigures(mission.Data)},
+                                                     {QObject::tr("Events"), std::move(events)},
+                                                     {QObject::tr("Sensors"), NamedSensorFigures(mission)}};
+  if (std::vector<TFigure> notes = NoteFigures(mission); !notes.empty()) {
+    sections.insert(sections.begin() + 1, {QObject::tr("Notes"), std::move(notes)});
+  }
+  FParts.docks.details->ShowSections(std::move(sections));
 }
 
 std::optional<TTimeSpan> TMissionViews::NavigatorSpan() const {
@@ -232,6 +296,7 @@ void TMissionViews::ShowSelectedEvent(std::optional<std::size_t> event) {
   FParts.shock->ShowClipped(event && FMission->Tables.Metrics[*event].clipped);
   if (std::exchange(FShownEvent, event) == event) return;  // its chart keeps its zoom
   FParts.shock->ShowEvent(FMission->Events, event, FMission->Data);
+  PlaceEventNotes(*FMission, event);
 }
 
 QString TMissionViews::SelectedEventWords(std::optional<std::size_t> event) const {

@@ -2,15 +2,19 @@
 #pragma once
 
 #include <QMainWindow>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "analysis/uVerdict.h"
 #include "shell/uIMissionViews.h"
 
 class TControls;
 class TTimeChart;
+struct TChartFlag;
 struct TMainParts;
 
 class TMissionViews final : public IMissionViews {
@@ -23,6 +27,7 @@ class TMissionViews final : public IMissionViews {
   void UpdateKorvexUI(TShownMission& mission) override;
   void PrepareReport(const TShownMission& mission) override;
   void RefreshDisplay(const TShownMission& mission) override;
+  void ShowNotes(const TShownMission& mission) override;
   [[nodiscard]] std::optional<TTimeSpan> NavigatorSpan() const override;
   void SetNavigatorBand(const TTimeSpan& band) override;
   void SetNavigatorCompanions(const TTimeSpan& band) override;
@@ -39,6 +44,8 @@ class TMissionViews final : public IMissionViews {
   void ShowSelectedEvent(std::optional<std::size_t> event) override;
   void PositionEventGrids(std::optional<std::size_t> event) override;
 
+  // Called after notes are shown, also those of a new mission.
+  void OnNotesShown(std::function<void()> shown) { FNotesShown = std::move(shown); }
   // Call when one of the three time charts shows another span: updates whether it is synced with the band.
   void UpdateSynced(TTimeChart& chart);
   // Of the shown mission, without the filter.
@@ -52,12 +59,17 @@ class TMissionViews final : public IMissionViews {
   [[nodiscard]] QString SelectedEventWords(std::optional<std::size_t> event) const;
   void ShowVerdict(const TShownMission& mission);
   void ShowDetails(const TShownMission& mission);
+  // In charts and grids.
+  void PlaceNotes(const TShownMission& mission);
+  void PlaceEventNotes(const TShownMission& mission, std::optional<std::size_t> event);
+  [[nodiscard]] std::vector<TChartFlag> NoteFlags(const TShownMission& mission) const;
 
   QMainWindow& FWindow;
   TMainParts& FParts;
   TControls& FControls;
   const TShownMission* FMission = nullptr;
   TVerdict FVerdict;
+  std::function<void()> FNotesShown = [] {};
   std::optional<std::size_t> FShownEvent;  // in Chart2
   int FDateFormat = -1;                    // of the charts' labels
 };

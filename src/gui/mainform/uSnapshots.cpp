@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPixmap>
@@ -15,6 +16,7 @@
 #include "gui/mainform/KorvexMainForm.h"
 #include "gui/report/uPageView.h"
 #include "gui/ribbon/uBackstage.h"
+#include "gui/ribbon/uRecordingList.h"
 #include "gui/ribbon/uRibbon.h"
 #include "gui/settings/uAlarmLimitsPanel.h"
 #include "gui/settings/uLimitEdit.h"
@@ -88,6 +90,21 @@ class TAlbum {
     panel->hide();
     FForm.Flow().Mission().Settings.display.profile.reset();
   }
+  // Of the recording's folder, with the figures of its recordings.
+  void SaveFolder() {
+    constexpr int kPatienceMs = 20000;
+    auto* list = FForm.findChild<TRecordingList*>("lstCurrentFolder");
+    bool done = false;
+    const auto connection = QObject::connect(
+        list, &TRecordingList::Summarized, &FForm,
+        [&done](int read, int all, const QString& problem) { done = read == all || !problem.isEmpty(); });
+    FForm.findChild<TBackstage*>()->SelectPage("backstageCurrentFolder");
+    QElapsedTimer waited;
+    waited.start();
+    while (!done && !waited.hasExpired(kPatienceMs)) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
+    QObject::disconnect(connection);
+    Save("folder");
+  }
   void Trigger(const char* action) { FForm.findChild<QAction*>(action)->trigger(); }
   // Switches the action on for one picture.
   void SaveWith(const char* action, const QString& name) {
@@ -129,6 +146,9 @@ QStringList SaveSnapshots(TKorvexMainForm& form, const QString& recording, const
   form.findChild<QLineEdit*>("edtFilterAccelerationMaxFrom")->setText("10");  // switches the filter on
   album.Save("filter");
   album.SaveDialog("actKeys", "keys");
+  album.SaveDialog("actNoteAdd", "note");
+  album.SaveDialog("actNotes", "notes");
+  album.SaveDialog("actExportPart", "export-part");
   form.Flow().SwitchView(TView::Report);
   form.findChild<TRibbon*>()->SelectTab("tabReport");
   album.Save("report");
@@ -142,6 +162,7 @@ QStringList SaveSnapshots(TKorvexMainForm& form, const QString& recording, const
   album.SaveDialog("actShockPreview", "shock-preview");
   album.Trigger("actBackstage");
   album.Save("backstage");
+  album.SaveFolder();
   form.findChild<TBackstage*>()->SelectPage("backstageSettings");
   auto* settings = form.findChild<TSettingsPage*>();
   for (const char* page : {"general", "formats", "colours", "analog-inputs"}) {

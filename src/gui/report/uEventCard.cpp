@@ -121,6 +121,11 @@ QRectF Inside(const QRectF& rect) {
   return rect.adjusted(kPadding, kPadding - 2, -kPadding, 2 - kPadding);
 }
 
+// The note stands in the last line.
+QRectF AboveNote(const TEventCard& card, const QRectF& inside) {
+  return card.note.isEmpty() ? inside : inside.adjusted(0, 0, 0, -LineHeight(TTextStyle::Caption) - 1);
+}
+
 void PaintFigures(QPainter& painter, const QRectF& inside, const TEventCard& card, const TCardLook& look) {
   const TFigureGrid grid = GridOf(card, inside);
   const double width = inside.width() / static_cast<double>(grid.columns);
@@ -178,6 +183,7 @@ QString TEventCard::Words() const {
   QStringList words{title + ' ' + moment};
   if (clipped) words << QObject::tr("clipped");
   for (const TCardFigure& figure : figures) words << figure.label + ' ' + figure.text;
+  if (!note.isEmpty()) words << note;
   return words.join(", ");
 }
 
@@ -190,11 +196,15 @@ TEventCard MakeEventCard(const TShownMission& mission, const TDisplaySettings& d
   card.clipped = mission.Tables.Metrics[row].clipped;
   AddTableFigures(mission, display, limits, row, card);
   AddAnalysisFigures(mission, display, row, card);
+  constexpr qsizetype kMaxNote = 200;  // characters; a line holds fewer
+  if (const auto note = mission.Notes.ofEvents.find(row); note != mission.Notes.ofEvents.end()) {
+    card.note = QObject::tr("Note: %1").arg(ShownText(note->second, kMaxNote));
+  }
   return card;
 }
 
 QRectF CardChartRect(const TEventCard& card, const QRectF& rect) {
-  const QRectF inside = Inside(rect);
+  const QRectF inside = AboveNote(card, Inside(rect));
   const double top = inside.top() + LineHeight(TTextStyle::Strong) + kGap;
   return {inside.left(), top, inside.width(), std::max(0.0, GridOf(card, inside).top - kGap - top)};
 }
@@ -225,7 +235,10 @@ void PaintEventCard(QPainter& painter, const QRectF& rect, const TEventCard& car
            QColor(look.tokens.secondaryInk));
   DrawLine(painter, head.adjusted(head.width() - markWidth, 0, 0, 0), TTextStyle::Caption, mark,
            QColor(look.tokens.alarm));
-  PaintFigures(painter, inside, card, look);
+  PaintFigures(painter, AboveNote(card, inside), card, look);
+  const double line = LineHeight(TTextStyle::Caption);
+  DrawLine(painter, {inside.left(), inside.bottom() - line, inside.width(), line}, TTextStyle::Caption, card.note,
+           QColor(look.tokens.ink));
 }
 
 void PaintCardChart(QPainter& painter, const QRectF& rect, const TEvent& event, const TDisplaySettings& display,

@@ -25,6 +25,7 @@ struct TEventCard {
   QString moment;
   bool clipped = false;
   std::vector<TCardFigure> figures;
+  QString note;  // empty: none
 
   [[nodiscard]] bool IsBeyond() const;
   // All of it in a line, for those who cannot see the card.

@@ -19,6 +19,7 @@
 #include "shell/uLimitProfileFile.h"
 #include "shell/uLimitProfiles.h"
 #include "shell/uMissionLoad.h"
+#include "shell/uNoteCommands.h"
 #include "shell/uSettingsStore.h"
 #include "shell/uStartUp.h"
 
@@ -148,6 +149,8 @@ int RunReport(const TReportOrder& order) {
   line.Begin("tables, step");
   line.SetMaximum(kLoadSteps);
   FillMission(mission, line);
+  ReadNotes(PathFromUtf8(order.file), order.settingsFolder, mission);
+  if (!mission.Notes.problem.empty()) Complain(order.file, mission.Notes.problem);
   mission.SelectedEvent = VisibleOrFirst(mission.CLDS, mission.Summary.mostIntense.value_or(0));
   try {
     const fs::path file = PathFromUtf8(order.file);

@@ -11,6 +11,7 @@
 #include "gui/common/uQtText.h"
 #include "gui/report/uPaperTable.h"
 #include "gui/report/uPaperText.h"
+#include "shell/uNoteCommands.h"
 #include "shell/uSettingsCommands.h"
 #include "shell/uShownVerdict.h"
 #include "shell/uVerdictCells.h"
@@ -256,6 +257,23 @@ void AddExcursions(TPageFlow& flow, const TReportData& data) {
   AddPlainTable(flow, table);
 }
 
+// Those on the whole recording, and those of the report's time.
+void AddNotes(TPageFlow& flow, const TReportData& data) {
+  constexpr qsizetype kMaxText = 2500;  // characters
+  const TShownMission& mission = data.Mission();
+  const TRange& time = data.config.time;
+  const TNotedEvents events(mission.Events);
+  QStringList lines;
+  if (!mission.Notes.problem.empty()) lines << AsSentence(mission.Notes.problem);
+  for (const TNote& note : SortedNotes(mission)) {
+    if (note.span && ((time.from && note.span->end < *time.from) || (time.to && note.span->start > *time.to))) continue;
+    lines << ShownText(NoteSentence(note, events), kMaxText);
+  }
+  if (lines.isEmpty()) return;
+  flow.AddSubheading(QObject::tr("Notes"), 30);
+  for (const QString& line : lines) flow.AddParagraph(line);
+}
+
 }  // namespace
 
 void AddMissionDetails(TPageFlow& flow, const TReportData& data) {
@@ -272,6 +290,7 @@ void AddMissionDetails(TPageFlow& flow, const TReportData& data) {
   flow.AddSubheading(QObject::tr("Sensors of the whole recording"), 30);
   if (mission.Summary.sensors.empty()) flow.AddParagraph(QObject::tr("The recording has no sensor readings."));
   AddFigures(flow, PaperFigures(NamedSensorFigures(mission)));
+  AddNotes(flow, data);
 }
 
 void AddVerdict(TPageFlow& flow, const TReportData& data) {

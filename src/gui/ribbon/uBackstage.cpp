@@ -156,6 +156,11 @@ void TBackstage::SetFilePatterns(const QStringList& patterns) {
   FCurrentFolder->SetFilePatterns(patterns);
 }
 
+void TBackstage::SetSummarySource(const TSummarySource& source) {
+  FBrowsePath->SetSource(source);
+  FCurrentFolder->SetSource(source);
+}
+
 void TBackstage::ProposeBrowsePath(const QString& path) {
   FBrowsePath->ProposePath(path);
 }

@@ -17,6 +17,7 @@ class TAboutPage;
 class TBackstageEntry;
 class TBrowsePathPage;
 class TCurrentFolderPage;
+struct TSummarySource;
 
 class TBackstage : public QWidget {
   Q_OBJECT
@@ -34,6 +35,8 @@ class TBackstage : public QWidget {
   void SelectPage(const QString& objectName);
 
   void SetFilePatterns(const QStringList& patterns);  // "*.kshock" unless told otherwise
+  // Where lists of recordings have their figures from.
+  void SetSummarySource(const TSummarySource& source);
   void SetBrowsePath(const QString& path);
   // Fills the path in without reading it.
   void ProposeBrowsePath(const QString& path);

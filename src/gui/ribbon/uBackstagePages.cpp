@@ -24,6 +24,7 @@
 #include "gui/common/uTheme.h"
 #include "gui/ribbon/uRecentList.h"
 #include "gui/ribbon/uRecordingList.h"
+#include "gui/ribbon/uRecordingPane.h"
 
 namespace fs = std::filesystem;
 
@@ -121,7 +122,8 @@ TBrowsePathPage::TBrowsePathPage(QWidget* parent)
       FComplaintIcon(new QLabel(FComplaint)),
       FComplaintText(Sentence("lblBrowsePathMessage", FComplaint)),
       FNote(Sentence("lblBrowsePathNote", this)),
-      FList(new TRecordingList("lstBrowsePath", tr("Recordings in the folder"), this)) {
+      FPane(new TRecordingPane("lstBrowsePath", tr("Recordings in the folder"), this)),
+      FList(FPane->List()) {
   FPath->setObjectName("edtBrowsePath");
   FPath->setAccessibleName(tr("Path of a recording or a folder"));
   FPath->setPlaceholderText(tr("Path of a recording or a folder"));
@@ -146,7 +148,7 @@ TBrowsePathPage::TBrowsePathPage(QWidget* parent)
   layout->addLayout(row);
   layout->addWidget(FComplaint);
   layout->addWidget(FNote);
-  layout->addWidget(FList, 1);
+  layout->addWidget(FPane, 1);
   FComplaint->hide();
   FNote->setText(tr("The recordings of a folder are listed here."));
   PaintComplaint();
@@ -165,6 +167,10 @@ TBrowsePathPage::TBrowsePathPage(QWidget* parent)
 void TBrowsePathPage::SetFilePatterns(const QStringList& patterns) {
   FPatterns = patterns;
   FCompleter->SetFilePatterns(patterns);
+}
+
+void TBrowsePathPage::SetSource(const TSummarySource& source) {
+  FList->SetSource(source);
 }
 
 void TBrowsePathPage::ProposePath(const QString& path) {
@@ -240,11 +246,12 @@ void TBrowsePathPage::changeEvent(QEvent* event) {
 TCurrentFolderPage::TCurrentFolderPage(QWidget* parent)
     : QWidget(parent),
       FNote(Sentence("lblCurrentFolderNote", this)),
-      FList(new TRecordingList("lstCurrentFolder", tr("Recordings in the current folder"), this)) {
+      FPane(new TRecordingPane("lstCurrentFolder", tr("Recordings in the current folder"), this)),
+      FList(FPane->List()) {
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(FNote);
-  layout->addWidget(FList, 1);
+  layout->addWidget(FPane, 1);
   connect(FList, &TRecordingList::FileChosen, this, &TCurrentFolderPage::FileChosen);
   connect(FList, &TRecordingList::PathRead, this, [this](const QString& folder, TPathKind kind, const QString& note) {
     const QString shown = QDir::toNativeSeparators(folder);
@@ -255,6 +262,10 @@ TCurrentFolderPage::TCurrentFolderPage(QWidget* parent)
 void TCurrentFolderPage::SetFilePatterns(const QStringList& patterns) {
   FPatterns = patterns;
   if (isVisible()) Fill();
+}
+
+void TCurrentFolderPage::SetSource(const TSummarySource& source) {
+  FList->SetSource(source);
 }
 
 void TCurrentFolderPage::SetFolder(const QString& folder) {
@@ -279,7 +290,7 @@ void TCurrentFolderPage::Fill() {
 void TCurrentFolderPage::ShowNote(const QString& note) {
   FNote->setText(note);
   const bool shown = FList->Reading() || !FList->Empty();
-  FList->setVisible(shown);
+  FPane->setVisible(shown);
   layout()->setAlignment(FNote, shown ? Qt::Alignment() : Qt::AlignTop);
 }
 

@@ -12,6 +12,8 @@ class QLineEdit;
 class TRecentDocuments;
 class TRecentListView;
 class TRecordingList;
+class TRecordingPane;
+struct TSummarySource;
 
 class TBrowsePathPage : public QWidget {
   Q_OBJECT
@@ -20,6 +22,7 @@ class TBrowsePathPage : public QWidget {
   explicit TBrowsePathPage(QWidget* parent);
 
   void SetFilePatterns(const QStringList& patterns);
+  void SetSource(const TSummarySource& source);
   void ProposePath(const QString& path);
   // Fills in the path and opens it as if it had been typed.
   void SetPath(const QString& path);
@@ -45,7 +48,8 @@ class TBrowsePathPage : public QWidget {
   QLabel* FComplaintIcon;
   QLabel* FComplaintText;
   QLabel* FNote;
-  TRecordingList* FList;
+  TRecordingPane* FPane;
+  TRecordingList* FList;  // of the pane
   QStringList FPatterns;
 };
 
@@ -57,6 +61,7 @@ class TCurrentFolderPage : public QWidget {
 
   // An empty folder means that no file is shown.
   void SetFilePatterns(const QStringList& patterns);
+  void SetSource(const TSummarySource& source);
   void SetFolder(const QString& folder);
 
  signals:
@@ -70,7 +75,8 @@ class TCurrentFolderPage : public QWidget {
   void ShowNote(const QString& note);
 
   QLabel* FNote;
-  TRecordingList* FList;
+  TRecordingPane* FPane;
+  TRecordingList* FList;  // of the pane
   QString FFolder;
   QStringList FPatterns;
 };

@@ -5,12 +5,16 @@
 #include <QString>
 #include <QStringList>
 #include <chrono>
+#include <optional>
 #include <vector>
+
+#include "fleet/uFleetSummary.h"
 
 struct TFolderEntry {
   QString Name;
-  qint64 Size = 0;      // bytes
-  qint64 Modified = 0;  // ms since 1970, UTC
+  qint64 Size = 0;                            // bytes
+  qint64 Modified = 0;                        // ms since 1970, UTC
+  std::optional<TFleetSummary> Summary = {};  // once it was read
 };
 
 enum class TPathKind { Missing, File, Folder, Other };

@@ -1,0 +1,155 @@
+// Notes in the window: typed, shown, stepped to, changed, and what their files may hold.
+#include <QComboBox>
+#include <QDialog>
+#include <QLabel>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTableView>
+#include <QTextEdit>
+
+#include "gui/charts/uEventsChart.h"
+#include "gui/charts/uNavigatorChart.h"
+#include "gui/charts/uTimeChart.h"
+#include "platform/uSha256.h"
+#include "tests/support/uThreeEvents.h"
+#include "tests/support/uWindowTest.h"
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+
+namespace {
+
+constexpr double kStart = 45123.25;  // of ThreeEvents
+constexpr double kMinute = 1.0 / 1440;
+
+class NotesInWindow : public TWindowTest {
+ protected:
+  // Presses a key that opens a dialog, and does something in it.
+  void InDialog(const char* keys, const std::function<void(QDialog&)>& work) {
+    bool wasOpen = false;
+    QTimer::singleShot(200, FForm.get(), [&] {
+      auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+      if (dialog == nullptr) return;
+      wasOpen = true;
+      work(*dialog);
+      if (dialog->isVisible()) dialog->reject();
+    });
+    Press(keys);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return wasOpen; }, kPatienceMs)) << keys;
+  }
+  void AddNote(const char* place, const char* text) {
+    InDialog("Ctrl+M", [&](QDialog& dialog) {
+      auto* places = dialog.findChild<QComboBox*>("cmbNotePlace");
+      places->setCurrentIndex(places->findText(place, Qt::MatchStartsWith));
+      dialog.findChild<QLineEdit*>("edtNoteAuthor")->setText("Ann");
+      dialog.findChild<QLineEdit*>("edtNoteTags")->setText(" damage,, fork lift ");
+      auto* edit = dialog.findChild<QPlainTextEdit*>("edtNoteText");
+      QTest::keyClick(edit, Qt::Key_Return);
+      EXPECT_TRUE(dialog.isVisible()) << "there is nothing to keep yet";
+      QTest::keyClicks(edit, text);
+      QTest::keyClick(edit, Qt::Key_Return);
+      EXPECT_FALSE(dialog.isVisible());
+    });
+  }
+  std::string Details() { return Find<QTextEdit>("edtMissionDetails")->toPlainText().toStdString(); }
+  std::string LastColumn(const char* grid, int row) {
+    const auto* model = Find<QTableView>(grid)->model();
+    const int last = model->columnCount() - 1;
+    return (model->headerData(last, Qt::Horizontal).toString() + ": " + model->index(row, last).data().toString())
+        .toStdString();
+  }
+  std::string Notice() { return Find<QLabel>("lblNotice")->text().toStdString(); }
+  std::string FlagAt(const char* name, double time) {
+    auto* chart = Find<TTimeChart>(name);
+    const QPointF at(chart->TimeAxis().coordToPixel(time) + 2, chart->Rect().rect().top() + 3);
+    return chart->Flags().TextAt(at).toStdString();
+  }
+  std::string Kept() {
+    const TBytes bytes = BytesOfFile(FFolder / "three.kshock.notes.json");
+    return {bytes.begin(), bytes.end()};
+  }
+  void Keep(std::string_view text) { WriteFile(FFolder / "three.kshock.notes.json", TBytes(text.begin(), text.end())); }
+
+  QString FThree = Save("three.kshock", ThreeEvents());
+};
+
+TEST_F(NotesInWindow, ANoteIsSeenEverywhereAndCanBeSteppedToChangedAndDeleted) {
+  Start(FThree);
+  const int columns = Find<QTableView>("dbgShocks")->model()->columnCount();
+  Press("Ctrl+2");
+  Press("N");
+  ASSERT_EQ(FForm->Flow().Mission().SelectedEvent, 2U);
+  AddNote("Event 2", "hit by a fork lift");
+  AddNote("The whole recording", "arrived wet");
+  EXPECT_THAT(Details(), HasSubstr("hit by a fork lift (Ann; damage, fork lift)"));
+  EXPECT_THAT(Details(), HasSubstr("arrived wet"));
+  EXPECT_EQ(LastColumn("dbgShocks", 2), "Notes: hit by a fork lift (Ann; damage, fork lift)");
+  EXPECT_EQ(LastColumn("dbgShocks", 1), "Notes: ");
+  for (const char* chart : {"Chart1", "Chart20", "ChartAllSensors", "ChartNavigator"}) {
+    EXPECT_THAT(FlagAt(chart, kStart + 2 * kMinute), HasSubstr("fork lift")) << chart;
+    EXPECT_EQ(FlagAt(chart, kStart + kMinute), "") << chart;
+  }
+  // The checksum follows in the background.
+  TNoProgress progress;
+  const std::string sha256 = Sha256Of(FFolder / "three.kshock", progress);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return Kept().find(sha256) != std::string::npos; }, kPatienceMs));
+
+  Press("Ctrl+1");
+  Press("P");
+  ASSERT_EQ(FForm->Flow().Mission().SelectedEvent, 1U);
+  Press("M");
+  EXPECT_EQ(FForm->Flow().Mission().SelectedEvent, 2U);
+  EXPECT_THAT(Notice(), HasSubstr("hit by a fork lift"));
+
+  InDialog("Ctrl+Alt+M", [this](QDialog& dialog) {
+    auto* list = dialog.findChild<QListWidget*>("lstNotes");
+    ASSERT_EQ(list->count(), 2);
+    list->setCurrentRow(1);
+    QTimer::singleShot(200, FForm.get(), [] {
+      auto* edit = QApplication::activeModalWidget()->findChild<QPlainTextEdit*>("edtNoteText");
+      edit->selectAll();
+      QTest::keyClicks(edit, "dropped");
+      QTest::keyClick(edit, Qt::Key_Return);
+    });
+    dialog.findChild<QPushButton*>("btnNoteEdit")->click();
+    EXPECT_THAT(list->item(1)->text().toStdString(), HasSubstr("dropped (Ann; damage, fork lift)"));
+    QTest::keyClick(&dialog, Qt::Key_Delete);  // the question is answered with Esc
+    EXPECT_EQ(list->count(), 2);
+  });
+  EXPECT_THAT(Details(), Not(HasSubstr("hit by a")));
+  EXPECT_THAT(FBoxes, ElementsAre(HasSubstr("Delete this note?")));
+  EXPECT_THAT(Kept(), HasSubstr("arrived wet"));
+  Press("F5");
+  EXPECT_THAT(Details(), HasSubstr("dropped"));
+  Keep("{}");
+  Press("F5");
+  EXPECT_THAT(Details(), Not(HasSubstr("dropped")));
+  EXPECT_EQ(Find<QTableView>("dbgShocks")->model()->columnCount(), columns);
+  EXPECT_FALSE(Find<QAction>("actNextNote")->isEnabled());
+  EXPECT_EQ(FlagAt("Chart1", kStart + 2 * kMinute), "");
+}
+
+TEST_F(NotesInWindow, NotesThatCannotBeReadAreSaidAndNeverReplacedUnasked) {
+  Keep("{");
+  Start(FThree);
+  EXPECT_THAT(Details(), HasSubstr("it is no JSON"));
+  EXPECT_THAT(Notice(), HasSubstr("it is no JSON"));
+  Press("Ctrl+M");  // the question is answered with Esc
+  EXPECT_THAT(FBoxes, ElementsAre(HasSubstr("keep that file under another name")));
+  EXPECT_EQ(Kept(), "{");
+}
+
+TEST_F(NotesInWindow, NotesForAnotherContentStayWithAWarningOnceTheChecksumIsKnown) {
+  Keep(R"({"recording": {"size": )" + std::to_string(BytesOfFile(FFolder / "three.kshock").size()) +
+       R"(, "sha256": "00"}, "notes": [{"id": "a", "text": "of another"}]})");
+  Start(FThree);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return Details().find("another content") != std::string::npos; }, kPatienceMs));
+  EXPECT_THAT(Details(), HasSubstr("of another"));
+  AddNote("The whole recording", "new");
+  EXPECT_THAT(Details(), HasSubstr("another content"));
+  EXPECT_THAT(Kept(), HasSubstr("of another"));
+}
+
+}  // namespace
