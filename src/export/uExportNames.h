@@ -18,6 +18,9 @@ inline constexpr std::string_view kMissionName = "Mission-";
 inline constexpr std::string_view kBatteryName = "Battery Mission-";
 inline constexpr std::string_view kSensorsName = "Sensors Mission-";
 inline constexpr std::string_view kShocksName = "Shocks Mission-";
+inline constexpr std::string_view kAnalysisName = "Analysis Mission-";
+inline constexpr std::string_view kDamageBoundaryName = "Damage boundary Mission-";
+inline constexpr std::string_view kStatisticsName = "Statistics Mission-";
 inline constexpr std::string_view kShocksWorkbookName = "Shocks of Mission-";
 
 // Replaces by "_": path separators, control and reserved characters, blanks and dots at the end, the name of a device

@@ -40,6 +40,16 @@ class TExportCommands {
   void barbtnTablesExportXLSXClick();
   void barbtnTablesExportXLSXSensorsClick();
 
+  // Computes the shock analysis first where it is not there yet.
+  void barbtnTablesExportCSVAnalysisClick() { ExportAnalysis(TKind::Csv); }
+  void barbtnTablesExportXLSXAnalysisClick() { ExportAnalysis(TKind::Xlsx); }
+  // Of the damage boundary or the statistics: the chart in which the user was last.
+  void barbtnAnalysisExportCSVClick();
+  void barbtnAnalysisCopyChartToClipboardClick();
+  void barbtnAnalysisSaveChartAsJPGClick() { SaveAnalysisChart(TPictureFormat::Bitmap); }
+  void barbtnAnalysisSaveChartAsPNGClick() { SaveAnalysisChart(TPictureFormat::Png); }
+  void barbtnAnalysisSaveChartAsSVGClick() { SaveAnalysisChart(TPictureFormat::Svg); }
+
   void barbtnSensorsExportToXLSXClick();
   void barbtnEventsXLSXAllShocksClick();
   void barbtnEventsXLSXVisibileShocksClick();
@@ -86,6 +96,9 @@ class TExportCommands {
   void EventsToXlsx(const std::vector<std::uint32_t>& events);
   void TableToCsv(std::string_view title, std::string_view name, TDataset& table, std::string_view grid);
   void TableToXlsx(std::string_view title, std::string_view name, TDataset& table, std::string_view grid);
+  void ExportAnalysis(TKind kind);
+  void SaveAnalysisChart(TPictureFormat format);
+  [[nodiscard]] std::string AnalysisChartName();
   [[nodiscard]] std::string_view EventsChart() const;
   [[nodiscard]] std::string_view ShockChart() const;
   [[nodiscard]] std::string MissionName();

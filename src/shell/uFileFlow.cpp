@@ -305,6 +305,7 @@ void TFileFlow::RemoveMission() {
   FMission.SelectedEvent.reset();
   FMission.ChosenEvent.reset();
   FMission.Tables = {};
+  FMission.Analysis.reset();
   FMission.CLDS.Clear();
   FMission.Important.Clear();
   ClearMission();
@@ -338,6 +339,10 @@ void TFileFlow::SwitchView(TView view) {
       break;
     case TView::Report:
       SetViewReport(FControls);
+      break;
+    case TView::DamageBoundary:
+    case TView::Statistics:
+      SetViewOfAllEvents(FControls, view);
       break;
   }
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QMainWindow>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -9,14 +10,15 @@
 #include "analysis/uVerdict.h"
 #include "shell/uIMissionViews.h"
 
+class TAnalysisWork;
 class TControls;
 class TTimeChart;
 struct TMainParts;
 
 class TMissionViews final : public IMissionViews {
  public:
-  TMissionViews(QMainWindow& window, TMainParts& parts, TControls& controls)
-      : FWindow(window), FParts(parts), FControls(controls) {}
+  TMissionViews(QMainWindow& window, TMainParts& parts, TControls& controls);
+  ~TMissionViews() override;
 
   void EmptyGridsAndCharts() override;
   void PopulateChartSeries(const TShownMission& mission) override;
@@ -33,11 +35,15 @@ class TMissionViews final : public IMissionViews {
   void CopyChart(std::string_view chart) override;
   [[nodiscard]] std::optional<TSpectrumChoice> ShownSpectrum() const override;
   [[nodiscard]] std::string ChartPicture(std::string_view chart, TPictureFormat format, int scale) override;
+  [[nodiscard]] TDataset ChartTable(std::string_view chart) const override;
+  [[nodiscard]] std::string AnalysisChart(TView view) const override;
   void RefreshGrid(std::string_view grid) override;
   void RebuildFilteredEvents() override;
   void ShowFilter(const TShownMission& mission) override;
   void ShowSelectedEvent(std::optional<std::size_t> event) override;
   void PositionEventGrids(std::optional<std::size_t> event) override;
+  void AwaitAnalysis() override;
+  void ShowAnalysis(TShownMission& mission) override;
 
   // Call when one of the three time charts shows another span: updates whether it is synced with the band.
   void UpdateSynced(TTimeChart& chart);
@@ -57,6 +63,7 @@ class TMissionViews final : public IMissionViews {
   TMainParts& FParts;
   TControls& FControls;
   const TShownMission* FMission = nullptr;
+  std::unique_ptr<TAnalysisWork> FAnalysis;
   TVerdict FVerdict;
   std::optional<std::size_t> FShownEvent;  // in Chart2
   int FDateFormat = -1;                    // of the charts' labels

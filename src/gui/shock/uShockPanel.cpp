@@ -8,10 +8,12 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "analysis/uAnalysisTable.h"
 #include "analysis/uEventOrdering.h"
 #include "gui/charts/uEventsChart.h"
 #include "gui/charts/uSelectedEventChart.h"
 #include "gui/charts/uSpectrumChart.h"
+#include "gui/common/uAnalysisBar.h"
 #include "gui/common/uGrid.h"
 #include "gui/common/uLabels.h"
 #include "gui/common/uQtText.h"
@@ -43,6 +45,7 @@ TMainShockPanel::TMainShockPanel(QWidget* parent)
       FValues(new TShockValuesGrid(this)),
       FShocks(new TGrid("dbgShocks", tr("Shock events"), EventIndexKey, this)),
       FFilteredShocks(new TGrid("dbgFilteredShocks", tr("Filtered shock events"), EventIndexKey, this)),
+      FAnalysis(new TGrid("dbgAnalysis", tr("Shock analysis"), AnalysisIndexKey, this)),
       FCards(new TEventCards(this)),
       FTabs(new QTabWidget(this)),
       FConditions(new TElidedLabel("lblFilterConditions", this, Qt::ElideRight)),
@@ -161,6 +164,10 @@ QWidget* TMainShockPanel::MakeEventList() {
   static_cast<QVBoxLayout*>(filtered->layout())->setSpacing(0);
   static_cast<QVBoxLayout*>(filtered->layout())->insertWidget(0, FConditions);
   FTabs->addTab(filtered, tr("Fil&tered events"));
+  QWidget* analysis = PageOf(FAnalysis);
+  FAnalysis->SetPlaceholder(tr("No event is let through"));
+  static_cast<QVBoxLayout*>(analysis->layout())->insertWidget(0, new TAnalysisBar("barAnalysis", analysis));
+  FTabs->addTab(analysis, tr("A&nalysis"));
   FClipped->setObjectName("lblClipped");
   FClipped->setProperty("alarm", true);
   FClipped->setToolTip(tr("The sensor was at the end of its range: the true peak of the selected event is higher"));
@@ -183,7 +190,11 @@ void TMainShockPanel::ShowFilter(std::size_t passing, std::size_t all, const QSt
   const bool switchedOn = FConditions->isHidden() && !conditions.isEmpty();
   FConditions->setText(conditions);
   FConditions->setVisible(!conditions.isEmpty());
-  if (switchedOn) FTabs->setCurrentIndex(1);
+  if (switchedOn && !IsAnalysisInFront()) FTabs->setCurrentIndex(1);
+}
+
+bool TMainShockPanel::IsAnalysisInFront() const {
+  return FTabs->currentIndex() == 2;
 }
 
 void TMainShockPanel::ShowClipped(bool clipped) {

@@ -32,6 +32,8 @@ class TMainShockPanel : public QWidget {
   [[nodiscard]] TSpectrumChart* ChartSpecAnalysis() const;
   [[nodiscard]] TGrid* Shocks() const { return FShocks; }
   [[nodiscard]] TGrid* FilteredShocks() const { return FFilteredShocks; }
+  [[nodiscard]] TGrid* Analysis() const { return FAnalysis; }
+  [[nodiscard]] bool IsAnalysisInFront() const;
   [[nodiscard]] TEventCards* Cards() const { return FCards; }
   [[nodiscard]] TShockValuesGrid* Values() const { return FValues; }
   // Shows an event in both charts, which borrow it; nullopt empties them.
@@ -65,6 +67,7 @@ class TMainShockPanel : public QWidget {
   TShockValuesGrid* FValues;
   TGrid* FShocks;
   TGrid* FFilteredShocks;
+  TGrid* FAnalysis;
   TEventCards* FCards;
   QTabWidget* FTabs;
   QLabel* FConditions;
