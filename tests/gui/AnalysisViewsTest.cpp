@@ -80,8 +80,10 @@ TEST_F(AnalysisViews, TheTableIsMadeWhenItsTabIsFirstShownAndFollowsTheOthers) {
   Press("N");
   EXPECT_EQ(FForm->Flow().Mission().SelectedEvent, 2U) << "the next one in this table";
   EXPECT_EQ(Find<QTableView>("dbgShocks")->currentIndex().row(), 2);
-  EXPECT_EQ(Written("actTablesExportCSVAnalysis").substr(0, 90),
-            "\"ID\",\"Timestamp\",\"Delta-v (m/s)\",\"Duration 10 % (ms)\",\"Duration 1/3 (ms)\",\"Half-sine (ms)\",");
+  EXPECT_THAT(
+      Written("actTablesExportCSVAnalysis"),
+      StartsWith(
+          "\"ID\",\"Timestamp\",\"Delta-v (m/s)\",\"Duration 10 % (ms)\",\"Duration 1/3 (ms)\",\"Half-sine (ms)\","));
 
   Open(RisingEvents(2));
   EXPECT_FALSE(FForm->Flow().Mission().Analysis) << "that of another recording is dropped";
@@ -123,35 +125,36 @@ TEST_F(AnalysisViews, TheDamageBoundaryCountsListsAndSelects) {
   Press("Ctrl+4");
   Analysed();
   auto& chart = *Find<TDamageChart>("ChartDamage");
-  EXPECT_EQ(TextOf("lblDamaging"), "3 events · 1 without a pulse not shown");
+  EXPECT_EQ(TitleOf(chart), "3 events · 1 without a pulse not shown");
   EXPECT_THAT(Column("dbgDamaging"), IsEmpty());
   Type("edtCriticalVelocity", "1");
   EXPECT_THAT(Column("dbgDamaging"), IsEmpty()) << "both limits are needed";
   Type("edtCriticalAcceleration", "10");
   // At 1.3239 times the critical velocity change, that of event 2, the boundary is 1.05 times the critical
   // acceleration.
-  EXPECT_EQ(TextOf("lblDamaging"),
-            "2 of 3 events beyond the boundary · 2 beyond both limits · 1 without a pulse not shown");
+  EXPECT_EQ(TitleOf(chart), "2 of 3 events beyond the boundary · 2 beyond both limits · 1 without a pulse not shown");
   EXPECT_THAT(Column("dbgDamaging"), ElementsAre("1", "2"));
   Type("edtCriticalAcceleration", "14.9");
-  EXPECT_EQ(TextOf("lblDamaging"),
-            "1 of 3 events beyond the boundary · 2 beyond both limits · 1 without a pulse not shown");
+  EXPECT_EQ(TitleOf(chart), "1 of 3 events beyond the boundary · 2 beyond both limits · 1 without a pulse not shown");
   Type("edtCriticalAcceleration", "x");
   EXPECT_TRUE(Find("lblDamageProblem")->isVisible());
   Type("edtCriticalAcceleration", "14,9");
   EXPECT_FALSE(Find("lblDamageProblem")->isVisible());
 
+  TWindowTest::Settle();
+  QTest::mouseClick(&chart, Qt::LeftButton, {}, PointAt(chart, 0.8826, 30));
+  EXPECT_EQ(FForm->Flow().Mission().SelectedEvent, 0U);
   QTest::mouseClick(&chart, Qt::LeftButton, {}, PointAt(chart, 1.3239, 15));
   EXPECT_EQ(FForm->Flow().Mission().SelectedEvent, 2U);
   QTest::mouseMove(&chart, PointAt(chart, 1.7652, 60));
   TWindowTest::Settle();
-  EXPECT_THAT(TextOf("lblStatusValue"), StartsWith("event 1 · ")) << TextOf("lblStatusValue");
+  EXPECT_THAT(TextOf("lblStatusValue"), HasSubstr("event 1 · ")) << TextOf("lblStatusValue");
   EXPECT_THAT(TextOf("lblStatusValue"), HasSubstr("beyond the boundary"));
   EXPECT_THAT(Written("actAnalysisExportCSV"), HasSubstr("\"60\",\"yes\",\"yes\",\r\n"));
 
   Press("Ctrl+F");
   Type("edtFilterAccelerationMaxTo", "30");
-  EXPECT_EQ(TextOf("lblDamaging"), "0 of 2 events beyond the boundary · 1 beyond both limits");
+  EXPECT_EQ(TitleOf(chart), "0 of 2 events beyond the boundary · 1 beyond both limits");
 }
 
 TEST_F(AnalysisViews, StatisticsAreOfTheVisibleEvents) {
@@ -171,6 +174,7 @@ TEST_F(AnalysisViews, StatisticsAreOfTheVisibleEvents) {
   EXPECT_EQ(total("ChartHistogram"), 4U) << "each event has a peak";
   Find("ChartExceedance")->setFocus();
   EXPECT_THAT(Written("actAnalysisExportCSV"), StartsWith("\"Peak (g)\",\"Exceeded by (%)\",\r\n\"15\",\"87.5\",\r\n"));
+  Activate();
   Find("ChartByDirection")->setFocus();
   EXPECT_EQ(Written("actAnalysisExportCSV"), "\"Direction\",\"Events\",\r\n\"X-pos\",\"2\",\r\n\"X-neg\",\"1\",\r\n");
   Press("Ctrl+F");

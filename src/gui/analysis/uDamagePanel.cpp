@@ -165,14 +165,13 @@ void TDamagePanel::FillList() {
 }
 
 void TDamagePanel::ShowCount(std::size_t beyond, std::size_t both) {
-  const std::size_t drawn = FChart->Events().size();
-  const QString events = drawn == 1 ? tr("1 event") : tr("%1 events").arg(drawn);
-  QString text = events;
-  if (FLimits) text = tr("%1 of %2 beyond the boundary · %3 beyond both limits").arg(beyond).arg(events).arg(both);
-  if (FWithoutPulse > 0) text += tr(" · %1 without a pulse not shown").arg(FWithoutPulse);
-  FCount->setText(text);
-  FChart->Legend().SetTitle(text);
+  const auto events = [](std::size_t count) { return count == 1 ? tr("1 event") : tr("%1 events").arg(count); };
+  QString title = events(FChart->Events().size());
+  if (FLimits) title = tr("%1 of %2 beyond the boundary · %3 beyond both limits").arg(beyond).arg(title).arg(both);
+  if (FWithoutPulse > 0) title += tr(" · %1 without a pulse not shown").arg(FWithoutPulse);
+  FChart->Legend().SetTitle(title);
   FChart->QueueReplot();
+  FCount->setText(FLimits ? tr("%1 beyond the boundary").arg(events(beyond)) : QString());
 }
 
 void TDamagePanel::SetSelectedEvent(std::optional<std::size_t> event) {

@@ -45,12 +45,12 @@ constexpr TQuantityChoice kQuantityChoices[] = {{QT_TR_NOOP("Velocity change"), 
 TStatisticsPanel::TStatisticsPanel(QWidget* parent)
     : QWidget(parent),
       FCount(new TElidedLabel("lblStatisticsEvents", this, Qt::ElideRight)),
-      FQuantity(new QComboBox(this)),
       FDays(new TCountChart(TCountChart::TBars::Days, "ChartByDay", tr("Events by day"), this)),
       FHours(new TCountChart(TCountChart::TBars::Hours, "ChartByHour", tr("Events by hour of the day"), this)),
       FDirections(new TCountChart(TCountChart::TBars::Names, "ChartByDirection", tr("Events by direction"), this)),
       FHistogram(new TCountChart(TCountChart::TBars::Steps, "ChartHistogram", tr("Histogram"), this)),
       FExceedance(new TExceedanceChart("ChartExceedance", tr("Exceedance"), this)),
+      FQuantity(new QComboBox(this)),
       FCurrent(FDays) {
   setObjectName("StatisticsPanel");
   FQuantity->setObjectName("cmbStatisticsQuantity");

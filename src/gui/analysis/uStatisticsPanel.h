@@ -42,11 +42,11 @@ class TStatisticsPanel : public QWidget {
   bool FIsStale = false;
   std::vector<std::uint32_t> FEvents;  // the visible ones
   QLabel* FCount;
-  QComboBox* FQuantity;
   TCountChart* FDays;
   TCountChart* FHours;
   TCountChart* FDirections;
   TCountChart* FHistogram;
   TExceedanceChart* FExceedance;
+  QComboBox* FQuantity;
   TAnalysisChart* FCurrent;
 };

@@ -10,7 +10,7 @@ TAnalysisChart::TAnalysisChart(TAxisUnit unit, const QString& name, const QStrin
 }
 
 QString TAnalysisChart::MomentText(double value) const {
-  return Unit() == TAxisUnit::Days ? TTimeChart::MomentText(value) : Digits(value);
+  return Unit() == TAxisUnit::Days ? TTimeChart::MomentText(value) : Digits(value, 4);
 }
 
 QStringList TAnalysisChart::SpanTexts(double span) const {

@@ -1,6 +1,7 @@
 #include "gui/charts/uCountChart.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "gui/charts/uChartPaint.h"
 #include "gui/charts/uNumberTicker.h"
@@ -17,7 +18,10 @@ constexpr float kFill = 0.55F;
 // Whole numbers only.
 class TCountTicker final : public QCPAxisTicker {
  protected:
-  double getTickStep(const QCPRange& range) override { return std::max(1.0, QCPAxisTicker::getTickStep(range)); }
+  double getTickStep(const QCPRange& range) override {
+    const double step = std::max(1.0, QCPAxisTicker::getTickStep(range));
+    return step == std::floor(step) ? step : 2 * step;  // 2.5
+  }
 };
 
 }  // namespace
@@ -33,7 +37,6 @@ TCountChart::TCountChart(TBars bars, const QString& name, const QString& title, 
   counts.setTicker(QSharedPointer<TCountTicker>::create());
   if (FKind == TBars::Names) {
     SetTimeTitle(tr("Events"));
-    ValueAxis().grid()->setPen(Qt::NoPen);
   } else {
     ValueAxis().setLabel(tr("Events"));
   }
@@ -75,7 +78,9 @@ void TCountChart::ScaleValues() {
 
 void TCountChart::Restyle() {
   TTimeChart::Restyle();
-  if (FKind == TBars::Names) ValueAxis().grid()->setPen(Qt::NoPen);
+  if (FKind != TBars::Names) return;
+  ValueAxis().grid()->setPen(Qt::NoPen);
+  ValueAxis().grid()->setZeroLinePen(Qt::NoPen);
 }
 
 // Names that would overlap are left out; the pointer still says them.

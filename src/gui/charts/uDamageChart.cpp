@@ -164,6 +164,10 @@ void TDamageChart::Clicked(const QPointF& position) {
   if (const TDamageEvent* hit = EventAt(position)) emit EventClicked(hit->event);
 }
 
+QString TDamageChart::MomentText(double velocityChange) const {
+  return tr("%1 m/s").arg(Digits(velocityChange, 4));
+}
+
 std::optional<TReading> TDamageChart::NearestTo(const QPointF& position) const {
   const TDamageEvent* hit = EventAt(position);
   if (hit == nullptr) return std::nullopt;

@@ -39,6 +39,8 @@ class TDamageChart final : public TAnalysisChart {
   void Clicked(const QPointF& position) override;
   void ScaleValues() override;
   void Restyle() override;
+  // m/s.
+  [[nodiscard]] QString MomentText(double velocityChange) const override;
   [[nodiscard]] std::optional<TReading> NearestTo(const QPointF& position) const override;
 
  private:

@@ -98,6 +98,10 @@ void TExceedanceChart::Paint(QCPPainter& painter) {
   Labels().Paint(painter, palette());
 }
 
+QString TExceedanceChart::MomentText(double value) const {
+  return tr("%1 %2").arg(Digits(value, kDigits), FUnit);
+}
+
 std::optional<TReading> TExceedanceChart::NearestTo(const QPointF& position) const {
   if (!HasData()) return std::nullopt;
   const std::size_t value = ValueAt(position.x());

@@ -21,6 +21,7 @@ class TExceedanceChart final : public TAnalysisChart {
 
  protected:
   void ScaleValues() override;
+  [[nodiscard]] QString MomentText(double value) const override;
   [[nodiscard]] std::optional<TReading> NearestTo(const QPointF& position) const override;
 
  private:

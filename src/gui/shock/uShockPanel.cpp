@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QSplitter>
 #include <QStackedWidget>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -164,6 +165,7 @@ QWidget* TMainShockPanel::MakeEventList() {
   static_cast<QVBoxLayout*>(filtered->layout())->setSpacing(0);
   static_cast<QVBoxLayout*>(filtered->layout())->insertWidget(0, FConditions);
   FTabs->addTab(filtered, tr("Fil&tered events"));
+  FTabs->installEventFilter(this);
   QWidget* analysis = PageOf(FAnalysis);
   FAnalysis->SetPlaceholder(tr("No event is let through"));
   static_cast<QVBoxLayout*>(analysis->layout())->insertWidget(0, new TAnalysisBar("barAnalysis", analysis));
@@ -184,13 +186,31 @@ QWidget* TMainShockPanel::MakeEventList() {
 }
 
 void TMainShockPanel::ShowFilter(std::size_t passing, std::size_t all, const QString& conditions) {
-  FTabs->setTabText(0, tr("&All events %1").arg(all));
-  FTabs->setTabText(1, tr("Fil&tered events %1").arg(passing));
-  for (int i = 0; i < FTabs->count(); ++i) FTabs->setTabToolTip(i, FTabs->tabText(i).remove('&'));  // may be cut
+  const QString analysis = FTabs->tabText(2);
+  FTabWords = {QStringList{tr("&All events %1").arg(all), tr("Fil&tered events %1").arg(passing), analysis},
+               QStringList{tr("&All %1").arg(all), tr("Fil&tered %1").arg(passing), analysis}};
+  CaptionTabs();
   const bool switchedOn = FConditions->isHidden() && !conditions.isEmpty();
   FConditions->setText(conditions);
   FConditions->setVisible(!conditions.isEmpty());
   if (switchedOn && !IsAnalysisInFront()) FTabs->setCurrentIndex(1);
+}
+
+// Short words where the whole ones would be cut; these are then in the tool tips.
+void TMainShockPanel::CaptionTabs() {
+  for (const QStringList& words : FTabWords) {
+    for (int i = 0; i < words.size(); ++i) {
+      FTabs->setTabText(i, words[i]);
+      FTabs->setTabToolTip(i, QString(FTabWords.front()[i]).remove('&'));
+    }
+    const int corner = FClipped->isHidden() ? 0 : FClipped->sizeHint().width();
+    if (FTabs->tabBar()->sizeHint().width() <= FTabs->width() - corner) return;
+  }
+}
+
+bool TMainShockPanel::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Resize) CaptionTabs();
+  return QWidget::eventFilter(watched, event);
 }
 
 bool TMainShockPanel::IsAnalysisInFront() const {
@@ -199,4 +219,5 @@ bool TMainShockPanel::IsAnalysisInFront() const {
 
 void TMainShockPanel::ShowClipped(bool clipped) {
   FClipped->setVisible(clipped);
+  CaptionTabs();
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QWidget>
+#include <array>
 #include <optional>
 
 #include "gui/charts/uSeries.h"
@@ -50,7 +51,11 @@ class TMainShockPanel : public QWidget {
   // Says beside the tabs that the selected event is clipped.
   void ShowClipped(bool clipped);
 
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
+  void CaptionTabs();
   void TakeRoomForValues(bool visible);
   void ConnectValues();
   [[nodiscard]] bool IsSpectrumInFront() const;
@@ -70,6 +75,7 @@ class TMainShockPanel : public QWidget {
   TGrid* FAnalysis;
   TEventCards* FCards;
   QTabWidget* FTabs;
+  std::array<QStringList, 2> FTabWords;  // whole and short
   QLabel* FConditions;
   QLabel* FClipped;
   std::optional<int> FValuesWidth;  // px, when the table was last visible
