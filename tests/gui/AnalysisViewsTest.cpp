@@ -2,20 +2,25 @@
 // the statistics.
 #include <QAction>
 #include <QComboBox>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTableView>
 #include <QTest>
+#include <QToolTip>
 
 #include "gui/charts/uCountChart.h"
 #include "gui/charts/uDamageChart.h"
 #include "gui/common/uGrid.h"
+#include "gui/report/uEventCard.h"
+#include "gui/report/uEventCardList.h"
 #include "tests/support/uChartHands.h"
 #include "tests/support/uThreeEvents.h"
 #include "tests/support/uWindowTest.h"
 
+using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -120,6 +125,31 @@ TEST_F(AnalysisViews, TheFilterWaitsForTheVelocityChange) {
   EXPECT_EQ(TextOf("lblStatusEvents"), "0 of 3 events · filter") << "none of them has a pulse";
 }
 
+TEST_F(AnalysisViews, ACancelledAnalysisIsMadeWhenAskedForAgain) {
+  Open(Triangles());
+  Press("Ctrl+2");
+  Press("Ctrl+F");
+  const auto click = [this](const char* button) {
+    QTest::mouseClick(Find<QPushButton>(button), Qt::LeftButton);
+    return Find<QPushButton>(button)->text().toStdString();
+  };
+  Find<QTabWidget>("pgcShockGrids")->setCurrentIndex(2);  // it begins at once
+  EXPECT_EQ(click("barAnalysisButton"), "Analyse");
+  TWindowTest::Settle();
+  EXPECT_FALSE(FForm->Flow().Mission().Analysis);
+  Type("edtFilterAccelerationMaxFrom", "20");
+  Type("edtFilterVelocityChangeFrom", "1");
+  EXPECT_EQ(TextOf("lblStatusEvents"), "3 of 4 events · filter") << "it waits";
+  click("barFilterButton");
+  EXPECT_TRUE(Find<QLineEdit>("edtFilterVelocityChangeFrom")->text().isEmpty()) << "the condition is taken away";
+  EXPECT_EQ(TextOf("lblFilterConditions"), "Acceleration max from 20 g");
+  TWindowTest::Settle();
+  EXPECT_FALSE(FForm->Flow().Mission().Analysis);
+  click("barAnalysisButton");
+  Analysed();
+  EXPECT_THAT(Column("dbgAnalysis"), ElementsAre("0", "1", "3"));
+}
+
 TEST_F(AnalysisViews, TheDamageBoundaryCountsListsAndSelects) {
   Open(Triangles());
   Press("Ctrl+4");
@@ -155,6 +185,34 @@ TEST_F(AnalysisViews, TheDamageBoundaryCountsListsAndSelects) {
   Press("Ctrl+F");
   Type("edtFilterAccelerationMaxTo", "30");
   EXPECT_EQ(TitleOf(chart), "0 of 2 events beyond the boundary · 1 beyond both limits");
+}
+
+TEST_F(AnalysisViews, AnEventCardWithoutAPulseSaysWhy) {
+  Open(Triangles());
+  const TShownMission& mission = FForm->Flow().Mission();
+  const auto figuresOf = [&](std::size_t event) {
+    std::string text;
+    for (const TCardFigure& figure : MakeEventCard(mission, mission.Display, std::nullopt, event).figures) {
+      for (const char* label : {"Δv", "Duration", "Direction"}) {
+        if (figure.label == label) text += (figure.label + " " + figure.text + "; ").toStdString();
+      }
+    }
+    return text;
+  };
+  EXPECT_THAT(figuresOf(1), AllOf(StartsWith("Δv 1.77 m/s; Duration "), HasSubstr("Direction X-pos; ")));
+  EXPECT_EQ(figuresOf(3), "Δv —; Duration —; Direction —; ");
+  EXPECT_TRUE(MakeEventCard(mission, mission.Display, std::nullopt, 1).whyNoPulse.isEmpty());
+  Press("Ctrl+3");
+  auto* cards = Find<TEventCardList>("lstEventCards");
+  cards->SetCurrent(3);
+  TWindowTest::Settle();
+  QPoint at;  // the first place at which the tool tip says it
+  for (int y = 0; y < cards->viewport()->height() && QToolTip::text().isEmpty(); y += 20) {
+    at = {cards->viewport()->width() / 2, y};
+    QHelpEvent help(QEvent::ToolTip, at, cards->viewport()->mapToGlobal(at));
+    QCoreApplication::sendEvent(cards->viewport(), &help);
+  }
+  EXPECT_THAT(QToolTip::text().toStdString(), StartsWith("Fewer than 5 samples")) << at.y();
 }
 
 TEST_F(AnalysisViews, StatisticsAreOfTheVisibleEvents) {
