@@ -27,7 +27,7 @@ struct TField {
   std::string Key;
   std::string Label;
   TFieldType Type;
-  std::string DisplayFormat;  // the mask of a DateTime
+  std::string DisplayFormat;  // the mask of a DateTime; of a Single that of the cells of grids
 };
 
 inline constexpr std::size_t kMaxBlobs = 256;

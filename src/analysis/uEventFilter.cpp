@@ -48,14 +48,15 @@ double WholeMs(double dateTime) {
 }  // namespace
 
 std::vector<bool> EventsThrough(const TEventFilter& filter, const TDataset& table, const TEventList& events,
-                                const std::optional<TLimits>& limits) {
+                                const std::optional<TLimits>& limits, const TDataset* analysis) {
   TMask through(table.RowCount(), 1);
-  for (std::size_t i = 0; i < kMetrics.size(); ++i) {
+  for (std::size_t i = 0; i < filter.ranges.size(); ++i) {
     const TRange& range = filter.ranges[i];
-    if (!range.IsSet()) continue;
+    const TDataset* source = i == kVelocityChangePlace ? analysis : &table;
+    if (!range.IsSet() || source == nullptr) continue;
     const float from = range.from ? LimitAsSingle(*range.from) : -kOpen;
     const float to = range.to ? LimitAsSingle(*range.to) : kOpen;
-    Keep(table, kMetrics[i].field, &TDataset::Singles, through,
+    Keep(*source, kFilterQuantities[i].field, &TDataset::Singles, through,
          [from, to](float value) { return (value >= from) & (value <= to); });
   }
   if (filter.time.IsSet()) {

@@ -82,3 +82,35 @@ double TExceedance::Percentile(double part) const {
   const double between = place - static_cast<double>(below);
   return between == 0 ? FValues[below] : FValues[below] + between * (FValues[above] - FValues[below]);
 }
+
+TRoundHistogram HistogramInRoundSteps(std::span<const double> values, std::size_t maxSteps) {
+  double min = std::numeric_limits<double>::infinity();
+  double max = -min;
+  for (const double value : values) {
+    if (!std::isfinite(value)) continue;
+    min = std::min(min, value);
+    max = std::max(max, value);
+  }
+  if (min > max) return {};
+  // A span of one value has a step of its size.
+  const double span = max > min ? max - min : std::max(std::fabs(max), 1e-6);
+  TRoundHistogram histogram;
+  double last = 0;
+  for (double power = std::pow(10.0, std::floor(std::log10(span / static_cast<double>(maxSteps))));
+       histogram.counts.empty(); power *= 10) {
+    for (const double factor : {1.0, 2.0, 5.0}) {
+      histogram.step = factor * power;
+      histogram.first = std::floor(min / histogram.step);
+      last = std::floor(max / histogram.step);
+      if (last - histogram.first >= static_cast<double>(maxSteps)) continue;
+      histogram.counts.resize(static_cast<std::size_t>(last - histogram.first) + 1);
+      break;
+    }
+  }
+  for (const double value : values) {
+    if (!std::isfinite(value)) continue;
+    ++histogram.counts[static_cast<std::size_t>(std::floor(value / histogram.step) - histogram.first)];
+  }
+  histogram.first *= histogram.step;
+  return histogram;
+}

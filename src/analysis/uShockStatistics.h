@@ -1,5 +1,5 @@
 // Statistics over the events of a mission: when they happened, from where, and how often a value is exceeded.
-// Histograms are `HistogramOf` of uEventFilter. Pure functions; any thread.
+// Pure functions; any thread.
 #pragma once
 
 #include <array>
@@ -44,3 +44,13 @@ class TExceedance {
  private:
   std::vector<double> FValues;
 };
+
+struct TRoundHistogram {
+  double first = 0;                 // where the first step begins, a multiple of the step
+  double step = 0;                  // 1, 2 or 5 times a power of ten
+  std::vector<std::size_t> counts;  // empty without values
+};
+
+// Values that are not finite are left out. As many steps as the values need, at most `maxSteps`, which is at least 2. A
+// value at the border of two steps counts in the upper one.
+TRoundHistogram HistogramInRoundSteps(std::span<const double> values, std::size_t maxSteps);

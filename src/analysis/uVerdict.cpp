@@ -160,7 +160,7 @@ std::vector<bool> EventsIn(const TVerdictPart& part, const TMissionDatasets& tab
   if (!part.time.IsSet()) return part.events;
   TEventFilter inTime;
   inTime.time = part.time;
-  std::vector<bool> counts = EventsThrough(inTime, tables.Events, events, std::nullopt);
+  std::vector<bool> counts = EventsThrough(inTime, tables.Events, events, std::nullopt, nullptr);
   for (std::size_t i = 0; i < part.events.size() && i < counts.size(); ++i) counts[i] = counts[i] && part.events[i];
   return counts;
 }

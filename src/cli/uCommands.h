@@ -57,9 +57,10 @@ TStatus SrsCommand(const std::string& file, const TSrsRequest& request, const TC
 TStatus PulseCommand(const std::string& file, std::optional<std::size_t> event, const TConsole& console);
 
 // What `kshock export` can write, in the order in which it does.
-inline constexpr std::array<std::string_view, 11> kExports = {
-    "events-csv",  "peaks-csv",   "calibration-csv", "shocks-csv",   "sensors-csv",      "battery-csv",
-    "events-xlsx", "shocks-xlsx", "sensors-xlsx",    "battery-xlsx", "measurements-xlsx"};
+inline constexpr std::array<std::string_view, 13> kExports = {
+    "events-csv",   "peaks-csv",     "calibration-csv",  "shocks-csv",  "sensors-csv",
+    "battery-csv",  "analysis-csv",  "events-xlsx",      "shocks-xlsx", "sensors-xlsx",
+    "battery-xlsx", "analysis-xlsx", "measurements-xlsx"};
 
 struct TExportRequest {
   std::string folder;

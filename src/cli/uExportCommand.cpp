@@ -22,8 +22,9 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// The keys of --filter, in the order of kMetrics.
-constexpr std::array<std::string_view, kMetrics.size()> kFilterKeys = {"acc", "tot", "totmax", "iot", "iotmax"};
+// The keys of --filter, in the order of kFilterQuantities.
+constexpr std::array<std::string_view, kFilterQuantities.size()> kFilterKeys = {"acc", "tot",    "totmax",
+                                                                                "iot", "iotmax", "dv"};
 
 std::string_view TakeUntil(std::string_view& text, std::string_view end) {
   const std::size_t at = text.find(end);
@@ -111,18 +112,26 @@ struct TSource {
   TMissionDatasets tables;
   std::vector<std::uint32_t> all;
   TDataset visibleTable;
+  TDataset analysis;  // the visible rows; only where the filter or an export needs it
   std::vector<std::uint32_t> visible;
   fs::path folder;
 };
 
-void LoadTables(const TEventFilter& filter, TSource& source) {
+void LoadTables(const TEventFilter& filter, bool needsAnalysis, TSource& source) {
   const TRecording& recording = source.recording;
   source.tables = TablesOf(recording);
   source.all.resize(recording.events.Count());
   std::iota(source.all.begin(), source.all.end(), 0U);
   source.visibleTable = source.tables.Events;
+  if (needsAnalysis || filter.NeedsAnalysis()) {
+    TMissionAnalysis analysis = AnalyseMission(recording.events, ThresholdsOf(recording.mission).totOn);
+    ApplyDateFormat(analysis);
+    source.analysis = analysis.Table;
+  }
   if (filter.HasCondition()) {
-    source.visibleTable.SetShownRows(EventsThrough(filter, source.tables.Events, recording.events, std::nullopt));
+    source.visibleTable.SetShownRows(
+        EventsThrough(filter, source.tables.Events, recording.events, std::nullopt, &source.analysis));
+    source.analysis.SetShownRows(source.visibleTable.ShownRows());
   }
   source.visible = VisibleEvents(source.visibleTable);
 }
@@ -148,6 +157,8 @@ void Export(std::string_view what, TSource& source, IProgress& progress) {
   if (what == "shocks-csv") table(source.visibleTable, kShocksName);
   if (what == "sensors-csv") table(source.tables.Sensors, kSensorsName);
   if (what == "battery-csv") table(source.tables.Battery, kBatteryName);
+  if (what == "analysis-csv") table(source.analysis, kAnalysisName);
+  if (what == "analysis-xlsx") workbook(source.analysis, kAnalysisName);
   if (what == "events-xlsx") {
     ExportEventsXlsx({source.recording.mission, source.recording.events, source.tables.Events}, source.visible,
                      missionWorkbook, progress);
@@ -186,8 +197,8 @@ TStatus ExportCommand(const std::string& file, const TExportRequest& request, co
   const TRecording recording = ReadRecording(file, console);
   if (!recording.HasMission()) return recording.status;
   const TShortDateFormat dateFormat(request.dateFormat);
-  TSource source{recording, {}, {}, {}, {}, PathFromUtf8(request.folder)};
-  LoadTables(*filter, source);
+  TSource source{recording, {}, {}, {}, {}, {}, PathFromUtf8(request.folder)};
+  LoadTables(*filter, isWanted("analysis-csv") || isWanted("analysis-xlsx"), source);
   TStatus status = recording.status;
   for (const std::string_view what : kExports) {
     if (!isWanted(what)) continue;

@@ -133,7 +133,7 @@ class TCommandLine {
         ->type_name("MASK");
     command
         ->add_option("--filter", FExport.filter,
-                     "Leave only events in these ranges: acc, tot, totmax, iot, iotmax, axis, as in "
+                     "Leave only events in these ranges: acc, tot, totmax, iot, iotmax, dv, axis, as in "
                      "acc=6..20,tot=..50,axis=X-pos")
         ->type_name("CONDITIONS");
     command->callback([this] { FStatus = ExportCommand(FFile, FExport, FConsole); });

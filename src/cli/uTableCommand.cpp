@@ -16,12 +16,9 @@ TDataset& TableOf(std::string_view name, TMissionDatasets& tables) {
 }
 
 TDataset AnalysisOf(const TRecording& recording) {
-  const double levelOn = ThresholdsOf(recording.mission).totOn;
-  std::vector<TShockAnalysis> analyses;
-  for (const TEvent& event : recording.events.Events()) analyses.push_back(AnalyseShock(event, levelOn));
-  TDataset table;
-  FillAnalysisTable(recording.events, analyses, table);
-  return table;
+  TMissionAnalysis analysis = AnalyseMission(recording.events, ThresholdsOf(recording.mission).totOn);
+  ApplyDateFormat(analysis);
+  return analysis.Table;
 }
 
 // The table in the order of the index; nothing when it has no such index.

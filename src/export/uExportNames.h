@@ -26,6 +26,9 @@ inline constexpr std::string_view kMissionName = "Mission-";
 inline constexpr std::string_view kBatteryName = "Battery Mission-";
 inline constexpr std::string_view kSensorsName = "Sensors Mission-";
 inline constexpr std::string_view kShocksName = "Shocks Mission-";
+inline constexpr std::string_view kAnalysisName = "Analysis Mission-";
+inline constexpr std::string_view kDamageBoundaryName = "Damage boundary Mission-";
+inline constexpr std::string_view kStatisticsName = "Statistics Mission-";
 inline constexpr std::string_view kShocksWorkbookName = "Shocks of Mission-";
 inline constexpr std::string_view kPartName = "Part of Mission-";
 

@@ -27,6 +27,13 @@ TCellImage ImageOf(TQuantity quantity, float value, const TDisplaySettings& sett
   return settings.alarmActive && IsOutside(limits, value) ? TCellImage::Alarm : TCellImage::None;
 }
 
+// Of a column without a quantity.
+std::string PlainText(const TDataset& table, std::size_t row, std::size_t field) {
+  const TField& column = table.Fields()[field];
+  const bool masked = column.Type == TFieldType::Single && !column.DisplayFormat.empty() && !table.IsNull(row, field);
+  return masked ? MaskFloat(column.DisplayFormat, double{table.Single(row, field)}) : table.DisplayText(row, field);
+}
+
 std::string TextOf(const TQuantityRow& column, float value, const TDisplaySettings& settings) {
   std::string text = MaskFloat(settings.FormatOf(*column.quantity), value);
   if (column.showsUnit) text.append(" ").append(column.unit);
@@ -39,7 +46,7 @@ TCellDrawing DrawCell(const TDataset& table, std::size_t row, std::size_t field,
   TCellDrawing drawing;
   const TQuantityRow* column = ColumnOf(table, row, field);
   if (column == nullptr) {
-    drawing.text = table.DisplayText(row, field);
+    drawing.text = PlainText(table, row, field);
     return drawing;
   }
   const float value = table.Single(row, field);
@@ -51,5 +58,5 @@ TCellDrawing DrawCell(const TDataset& table, std::size_t row, std::size_t field,
 
 std::string CellText(const TDataset& table, std::size_t row, std::size_t field, const TDisplaySettings& settings) {
   const TQuantityRow* column = ColumnOf(table, row, field);
-  return column == nullptr ? table.DisplayText(row, field) : TextOf(*column, table.Single(row, field), settings);
+  return column == nullptr ? PlainText(table, row, field) : TextOf(*column, table.Single(row, field), settings);
 }

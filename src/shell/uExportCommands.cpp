@@ -13,6 +13,8 @@
 #include "export/uRecordingPart.h"
 #include "export/uXlsxExports.h"
 #include "platform/uSafeFile.h"
+#include "shell/uMissionLoad.h"
+#include "shell/uOrderingCommands.h"
 #include "shell/uViewSwitch.h"
 
 namespace fs = std::filesystem;
@@ -21,6 +23,7 @@ namespace {
 
 constexpr std::string_view kBatteryGrid = "DBGrid8";
 constexpr std::string_view kSensorsGrid = "DBGrid2";
+constexpr std::string_view kAnalysisGrid = "dbgAnalysis";
 constexpr std::string_view kShocksGrid = "dbgFilteredShocks";
 constexpr std::string_view kSensorsChart = "ChartAllSensors";
 
@@ -143,6 +146,28 @@ void TExportCommands::barbtnTablesExportXLSXClick() {
 
 void TExportCommands::barbtnTablesExportXLSXSensorsClick() {
   TableToXlsx("Save the Sensors Grid to XLSX file", kSensorsName, FFlow.Mission().Tables.Sensors, kSensorsGrid);
+}
+
+void TExportCommands::ExportAnalysis(TKind kind) {
+  if (!FFlow.FileShown()) return;
+  TShownMission& mission = FFlow.Mission();
+  const bool isCsv = kind == TKind::Csv;
+  const auto file = Ask(kind, isCsv ? "Save the Analysis Grid to CSV file" : "Save the Analysis Grid to XLSX file",
+                        ProposedName(kAnalysisName, mission.Data));
+  if (!file) return;
+  std::optional<TMissionAnalysis> made;
+  const auto write = [&](IProgress& progress) {
+    if (!mission.Analysis) made = AnalysisOf(mission, progress);
+    TDataset& table = made ? made->Table : mission.Analysis->Table;
+    if (isCsv) return ExportTableCsv(table, *file, progress);
+    ExportTableXlsx(mission.Data, table, *file, progress);
+  };
+  if (!isCsv) {
+    Workbook(*file, kAnalysisGrid, write);
+  } else if (Run(*file, {.grid = kAnalysisGrid}, write)) {
+    Done(*file);
+  }
+  if (made && !mission.Analysis) TakeAnalysis(mission, *std::move(made), FViews);
 }
 
 void TExportCommands::barbtnSensorsExportToXLSXClick() {
@@ -394,6 +419,27 @@ void TExportCommands::barbtnSensorsSaveAsSVGClick() {
 
 void TExportCommands::barbtnShockSaveChartAsSVGClick() {
   SaveChart(ShockChart(), ShockName(), TPictureFormat::Svg);
+}
+
+void TExportCommands::barbtnAnalysisExportCSVClick() {
+  if (!FFlow.FileShown()) return;
+  TDataset table = FViews.ChartTable(FViews.AnalysisChart(FFlow.View()));
+  const auto file = Ask(TKind::Csv, "Save what the chart shows to CSV file", AnalysisChartName());
+  if (!file) return;
+  if (Run(*file, {}, [&](IProgress& progress) { ExportTableCsv(table, *file, progress); })) Done(*file);
+}
+
+void TExportCommands::barbtnAnalysisCopyChartToClipboardClick() {
+  CopyChart(FViews.AnalysisChart(FFlow.View()));
+}
+
+void TExportCommands::SaveAnalysisChart(TPictureFormat format) {
+  SaveChart(FViews.AnalysisChart(FFlow.View()), AnalysisChartName(), format);
+}
+
+std::string TExportCommands::AnalysisChartName() {
+  const bool isStatistics = FFlow.View() == TView::Statistics;
+  return ProposedName(isStatistics ? kStatisticsName : kDamageBoundaryName, FFlow.Mission().Data);
 }
 
 std::string_view TExportCommands::EventsChart() const {

@@ -44,6 +44,16 @@ class TExportCommands {
   void barbtnTablesExportXLSXClick();
   void barbtnTablesExportXLSXSensorsClick();
 
+  // Computes the shock analysis first where it is not there yet.
+  void barbtnTablesExportCSVAnalysisClick() { ExportAnalysis(TKind::Csv); }
+  void barbtnTablesExportXLSXAnalysisClick() { ExportAnalysis(TKind::Xlsx); }
+  // Of the damage boundary or the statistics: the chart in which the user was last.
+  void barbtnAnalysisExportCSVClick();
+  void barbtnAnalysisCopyChartToClipboardClick();
+  void barbtnAnalysisSaveChartAsJPGClick() { SaveAnalysisChart(TPictureFormat::Bitmap); }
+  void barbtnAnalysisSaveChartAsPNGClick() { SaveAnalysisChart(TPictureFormat::Png); }
+  void barbtnAnalysisSaveChartAsSVGClick() { SaveAnalysisChart(TPictureFormat::Svg); }
+
   void barbtnSensorsExportToXLSXClick();
   void barbtnEventsXLSXAllShocksClick();
   void barbtnEventsXLSXVisibileShocksClick();
@@ -99,6 +109,9 @@ class TExportCommands {
   void BandToRecording();
   // True, after a message, for the recording that is shown.
   [[nodiscard]] bool IsShownRecording(const std::filesystem::path& file);
+  void ExportAnalysis(TKind kind);
+  void SaveAnalysisChart(TPictureFormat format);
+  [[nodiscard]] std::string AnalysisChartName();
   [[nodiscard]] std::string_view EventsChart() const;
   [[nodiscard]] std::string_view ShockChart() const;
   [[nodiscard]] std::string MissionName();

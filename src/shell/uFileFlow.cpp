@@ -308,6 +308,7 @@ void TFileFlow::RemoveMission() {
   FMission.SelectedEvent.reset();
   FMission.ChosenEvent.reset();
   FMission.Tables = {};
+  FMission.Analysis.reset();
   FMission.CLDS.Clear();
   FMission.Important.Clear();
   FMission.Notes = {};
@@ -342,6 +343,10 @@ void TFileFlow::SwitchView(TView view) {
       break;
     case TView::Report:
       SetViewReport(FControls);
+      break;
+    case TView::DamageBoundary:
+    case TView::Statistics:
+      SetViewOfAllEvents(FControls, view);
       break;
   }
 }

@@ -24,10 +24,10 @@ std::string RangeWords(std::string_view name, const TRange& range, const TTextOf
 
 std::string FilterWords(const TEventFilter& filter, const TDisplaySettings& settings) {
   std::string words;
-  for (std::size_t i = 0; i < kMetrics.size(); ++i) {
+  for (std::size_t i = 0; i < filter.ranges.size(); ++i) {
     if (!filter.ranges[i].IsSet()) continue;
-    Append(words, fmt::format("{} {}", RangeWords(kMetrics[i].field, filter.ranges[i], GeneralFloat),
-                              UnitInWords(kMetrics[i])));
+    Append(words, fmt::format("{} {}", RangeWords(kFilterQuantities[i].name, filter.ranges[i], GeneralFloat),
+                              kFilterQuantities[i].unit));
   }
   std::string axes;
   for (std::size_t i = 0; i < kPeakAxes.size(); ++i) {

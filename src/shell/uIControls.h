@@ -11,7 +11,7 @@
 #include "shell/uRecentDocuments.h"
 #include "shell/uSettings.h"
 
-enum class TView { Overview, Shock, Report };
+enum class TView { Overview, Shock, Report, DamageBoundary, Statistics };
 
 class IControls {
  public:

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "shell/uIControls.h"
 #include "shell/uShownMission.h"
 
 enum class TPictureFormat { Bitmap, Png, Svg };
@@ -53,6 +54,10 @@ class IMissionViews {
   // neither the state of the sync nor hidden series in the legend; a PNG has `scale` times the pixels of the screen in
   // both directions. Throws when the picture cannot be made.
   [[nodiscard]] virtual std::string ChartPicture(std::string_view chart, TPictureFormat format, int scale) = 0;
+  // What a chart of the damage boundary or of the statistics draws, as a table.
+  [[nodiscard]] virtual TDataset ChartTable(std::string_view chart) const = 0;
+  // The chart of such a view in which the user was last, at first the view's first one.
+  [[nodiscard]] virtual std::string AnalysisChart(TView view) const = 0;
   // After the index or the rows of the grid's table changed.
   virtual void RefreshGrid(std::string_view grid) = 0;
 
@@ -64,4 +69,10 @@ class IMissionViews {
   virtual void ShowSelectedEvent(std::optional<std::size_t> event) = 0;
   // Makes the row with this "ID" the current one of both event grids.
   virtual void PositionEventGrids(std::optional<std::size_t> event) = 0;
+
+  // Begins to compute the shock analysis of the shown mission, unless that is being done; TakeAnalysis is called with
+  // the result, or GiveUpAnalysis when the user cancels.
+  virtual void AwaitAnalysis() = 0;
+  // The mission has its shock analysis.
+  virtual void ShowAnalysis(TShownMission& mission) = 0;
 };

@@ -31,6 +31,19 @@ std::string DamageText(const TReadExtent& extent) {
   return fmt::format(kDamaged, extent.dataBlocks, extent.inflatedBytes);
 }
 
+TMissionAnalysis AnalysisOf(const TShownMission& mission, IProgress& progress) {
+  constexpr std::size_t kEventsPerStep = 100;
+  const std::size_t all = mission.Events.Count();
+  const auto report = [&](std::size_t done) {
+    if (done % kEventsPerStep == 0) progress.SetStatus(fmt::format("Analysing shock {} of {}...", done + 1, all));
+    progress.ProcessMessages();
+  };
+  TMissionAnalysis analysis = AnalyseMission(mission.Events, ThresholdsOf(mission.Data).totOn, report);
+  ApplyDateFormat(analysis);
+  analysis.Table.SetShownRows(mission.CLDS.ShownRows());
+  return analysis;
+}
+
 void FillMission(TShownMission& mission, IProgress& progress) {
   CompleteModel();
   TDatasetOptions options;
@@ -38,6 +51,7 @@ void FillMission(TShownMission& mission, IProgress& progress) {
   mission.Display = DisplayInForce(mission.Settings.display, mission.Data);
   options.analogNames = mission.Display.analogNames;
   LoadKorvexFileData(mission.Data, mission.Events, mission.Sensors, options, progress, mission.Tables);
+  if (mission.FilterActive && mission.Filter.NeedsAnalysis()) mission.Analysis = AnalysisOf(mission, progress);
   FillCompanion(mission);
   FilterCompanion(mission);
   mission.Summary = SummarizeMission(mission.Events, mission.Tables.Metrics, mission.Sensors);

@@ -14,3 +14,7 @@ std::string DamageText(const TReadExtent& extent);
 // the mission's settings and filter. The progress is that of LoadKorvexFileData, and so is what an exception of it
 // leaves behind.
 void FillMission(TShownMission& mission, IProgress& progress);
+
+// The shock analysis of the mission, which it lacks until it is asked for; its table shows the rows that the filter
+// lets through. An exception of ProcessMessages ends it.
+TMissionAnalysis AnalysisOf(const TShownMission& mission, IProgress& progress);

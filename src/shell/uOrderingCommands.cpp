@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <string>
+#include <utility>
 
 #include "analysis/uEventOrdering.h"
 
@@ -22,6 +23,18 @@ void ApplyFilter(TShownMission& mission, IMissionViews& views) {
   views.ShowFilter(mission);
   const auto event = VisibleOrFirst(mission.CLDS, mission.ChosenEvent);
   if (event != mission.SelectedEvent) SelectForNow(mission, event, views);
+}
+
+bool IsAwaitingAnalysis(const TShownMission& mission) {
+  return mission.FilterActive && mission.Filter.NeedsAnalysis() && !mission.Analysis;
+}
+
+void ApplyOrAwait(TShownMission& mission, IMissionViews& views) {
+  if (IsAwaitingAnalysis(mission)) {
+    views.AwaitAnalysis();
+  } else {
+    ApplyFilter(mission, views);
+  }
 }
 
 // The first events in the chosen order that pass the filter.
@@ -86,6 +99,13 @@ void SensorsGridTitleClick(TShownMission& mission, std::string_view field, IMiss
   if (key && ToggleIndex(mission.Tables.Sensors, *key)) views.RefreshGrid("DBGrid2");
 }
 
+void AnalysisGridTitleClick(TShownMission& mission, std::string_view field, IMissionViews& views) {
+  const auto key = AnalysisIndexKey(field);
+  if (!key || !mission.Analysis || !ToggleIndex(mission.Analysis->Table, *key)) return;
+  views.RefreshGrid("dbgAnalysis");
+  SelectEvent(mission, FirstEvent(mission.Analysis->Table), views);
+}
+
 void BatteryGridTitleClick(TShownMission& mission, std::string_view field, IMissionViews& views) {
   const auto key = BatteryIndexKey(field);
   if (key && ToggleIndex(mission.Tables.Battery, *key)) views.RefreshGrid("DBGrid8");
@@ -120,6 +140,10 @@ void StepEvent(TShownMission& mission, int steps, IMissionViews& views) {
   Step(mission, mission.CLDS, steps, views);
 }
 
+void StepEventInAnalysis(TShownMission& mission, int steps, IMissionViews& views) {
+  if (mission.Analysis) Step(mission, mission.Analysis->Table, steps, views);
+}
+
 void StepEventInTime(TShownMission& mission, int steps, IMissionViews& views) {
   TDataset inTime = mission.CLDS;
   inTime.SelectIndex("TimestampASC");
@@ -127,25 +151,46 @@ void StepEventInTime(TShownMission& mission, int steps, IMissionViews& views) {
 }
 
 void FilterCompanion(TShownMission& mission) {
-  mission.CLDS.SetShownRows(mission.FilterActive ? EventsThrough(mission.Filter, mission.Tables.Events, mission.Events,
-                                                                 mission.Display.LimitsOf(TQuantity::Acceleration))
-                                                 : std::vector<bool>());
+  std::vector<bool> through;
+  if (mission.FilterActive) {
+    through = EventsThrough(mission.Filter, mission.Tables.Events, mission.Events,
+                            mission.Display.LimitsOf(TQuantity::Acceleration),
+                            mission.Analysis ? &mission.Analysis->Table : nullptr);
+  }
+  if (mission.Analysis) mission.Analysis->Table.SetShownRows(through);
+  mission.CLDS.SetShownRows(std::move(through));
   RankImportant(mission);
 }
 
 void ChangeFilter(TShownMission& mission, const TEventFilter& filter, IMissionViews& views) {
   mission.Filter = filter;
   mission.FilterActive = filter.HasCondition();
-  ApplyFilter(mission, views);
+  ApplyOrAwait(mission, views);
 }
 
 bool ActivateFilter(TShownMission& mission, bool active, IMissionViews& views) {
   const bool possible = !active || mission.Filter.HasCondition();
   mission.FilterActive = active && possible;
-  ApplyFilter(mission, views);
+  ApplyOrAwait(mission, views);
   return possible;
 }
 
 void AlarmLimitsChanged(TShownMission& mission, IMissionViews& views) {
   if (mission.FilterActive && mission.Filter.aboveAlarm) ApplyFilter(mission, views);
+}
+
+void TakeAnalysis(TShownMission& mission, TMissionAnalysis analysis, IMissionViews& views) {
+  const bool awaited = IsAwaitingAnalysis(mission);
+  mission.Analysis = std::move(analysis);
+  ApplyDateFormat(*mission.Analysis);
+  mission.Analysis->Table.SetShownRows(mission.CLDS.ShownRows());
+  views.ShowAnalysis(mission);
+  if (awaited) ApplyFilter(mission, views);
+}
+
+void GiveUpAnalysis(TShownMission& mission, IMissionViews& views) {
+  if (!IsAwaitingAnalysis(mission)) return;
+  mission.Filter.ranges[kVelocityChangePlace] = {};
+  mission.FilterActive = mission.Filter.HasCondition();
+  ApplyFilter(mission, views);
 }

@@ -19,6 +19,8 @@ void SelectEvent(TShownMission& mission, std::optional<std::size_t> event, IMiss
 // Clicks on a column's title; `field` is the field's key.
 void ShockGridTitleClick(TShownMission& mission, std::string_view field, IMissionViews& views);
 void SensorsGridTitleClick(TShownMission& mission, std::string_view field, IMissionViews& views);
+// The order of the other event grids stays.
+void AnalysisGridTitleClick(TShownMission& mission, std::string_view field, IMissionViews& views);
 void BatteryGridTitleClick(TShownMission& mission, std::string_view field, IMissionViews& views);
 
 // Selects this index in both event tables; the selected event stays. An unknown index changes nothing.
@@ -33,15 +35,24 @@ void OrderMostImportantBy(TShownMission& mission, int entry, IMissionViews& view
 // Selects the event `steps` rows further in the order of the event grids, or the one at their end. Without a selected
 // event it selects the first.
 void StepEvent(TShownMission& mission, int steps, IMissionViews& views);
+// The same in the order of the analysis table.
+void StepEventInAnalysis(TShownMission& mission, int steps, IMissionViews& views);
 // The same in the order of time, for a view that shows the events in a chart only.
 void StepEventInTime(TShownMission& mission, int steps, IMissionViews& views);
 
 // Leaves in the companion the events that pass the filter, all of them while it is off, and in the other one the most
 // important of these. Updates no view.
 void FilterCompanion(TShownMission& mission);
-// Sets new conditions and switches the filter on, or off when there is none.
+// Sets new conditions and switches the filter on, or off when there is none. While the shock analysis that a condition
+// needs is not there, it is awaited, and everything stays as it was.
 void ChangeFilter(TShownMission& mission, const TEventFilter& filter, IMissionViews& views);
-// The conditions stay while the filter is off. False, and it stays off, when it has none.
+// The same for the conditions that are set, which stay while the filter is off. False, and it stays off, when it has
+// none.
 [[nodiscard]] bool ActivateFilter(TShownMission& mission, bool active, IMissionViews& views);
 // Call when the limits in force may have changed; a filter that uses them is applied again.
 void AlarmLimitsChanged(TShownMission& mission, IMissionViews& views);
+
+// The shock analysis is there: it gets the filter that is set, which may have waited for it.
+void TakeAnalysis(TShownMission& mission, TMissionAnalysis analysis, IMissionViews& views);
+// It will not come: a condition that waits for it is taken away.
+void GiveUpAnalysis(TShownMission& mission, IMissionViews& views);

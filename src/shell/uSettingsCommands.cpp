@@ -48,6 +48,7 @@ void ApplySettings(TShownMission& mission, IMissionViews& views) {
   mission.Display = std::move(now);
   SetShortDateFormat(std::string(mission.Display.DateFormat()));
   ApplyDateFormat(mission.Tables);
+  if (mission.Analysis) ApplyDateFormat(*mission.Analysis);
   ApplyAnalogNames(mission.Display.analogNames, mission.Tables);
   views.RefreshDisplay(mission);
   if (limitsChanged) AlarmLimitsChanged(mission, views);

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "analysis/uAlarmLimits.h"
+#include "analysis/uAnalysisTable.h"
 #include "analysis/uEventFilter.h"
 #include "analysis/uMissionDatasets.h"
 #include "analysis/uMissionSummary.h"
@@ -38,6 +39,8 @@ struct TShownMission {
   TMissionDatasets Tables;
   TDataset CLDS;
   TDataset Important;  // a companion, too: the most important of the events that pass the filter, as "Order By" says
+  // Shock analysis, once it was asked for; its table shows the rows that pass the filter.
+  std::optional<TMissionAnalysis> Analysis;
   TMissionSummary Summary;
   std::string Damage;  // in words; empty for a whole recording
   // Both outlive the mission. The window's controls keep the settings up to date.

@@ -36,7 +36,7 @@ void CloseAllPanels(IControls& controls) {
 }
 
 void ShowDockPanels(IControls& controls, TView view) {
-  SetVisible(controls, kMissionPanels, view != TView::Report);
+  SetVisible(controls, kMissionPanels, view == TView::Overview || view == TView::Shock);
   SetVisible(controls, kSensorPanels, view == TView::Overview);
 }
 
@@ -107,4 +107,13 @@ void SetViewShock(IControls& controls, IMissionViews& views, std::optional<std::
     views.PositionEventGrids(selectedEvent);
   }
   views.RepaintChart("Chart20");
+}
+
+void SetViewOfAllEvents(IControls& controls, TView view) {
+  const bool isStatistics = view == TView::Statistics;
+  const TRibbonUpdate ribbon(controls);
+  controls.ShowRibbonGroups(view);
+  ShowDockPanels(controls, view);
+  controls.BringToFront(isStatistics ? "StatisticsPanel" : "DamageBoundaryPanel");
+  controls.SetChecked(isStatistics ? "actSetViewStatistics" : "actSetViewDamageBoundary");
 }

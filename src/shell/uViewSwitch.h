@@ -30,3 +30,5 @@ void EnterWelcomeState(IControls& controls);
 void SetViewOverview(IControls& controls, IMissionViews& views);
 void SetViewReport(IControls& controls);
 void SetViewShock(IControls& controls, IMissionViews& views, std::optional<std::size_t> selectedEvent);
+// The damage boundary or the statistics; neither has dock panels.
+void SetViewOfAllEvents(IControls& controls, TView view);

@@ -48,8 +48,9 @@ class EventFilter : public testing::Test {
     // The list opens an event with its first sample; one with no reading at all has no peak axis.
     if (sample.empty()) FEvents.AddValues(0, std::nanf(""), std::nanf(""), std::nanf(""));
   }
-  std::vector<std::size_t> Through(const TEventFilter& filter, std::optional<TLimits> limits = std::nullopt) {
-    const std::vector<bool> mask = EventsThrough(filter, FTable, FEvents, limits);
+  std::vector<std::size_t> Through(const TEventFilter& filter, std::optional<TLimits> limits = std::nullopt,
+                                   const TDataset* analysis = nullptr) {
+    const std::vector<bool> mask = EventsThrough(filter, FTable, FEvents, limits, analysis);
     EXPECT_EQ(mask.size(), 6U);
     std::vector<std::size_t> rows;
     for (std::size_t row = 0; row < mask.size(); ++row) {
@@ -182,6 +183,23 @@ TEST_F(EventFilter, AHistogramCountsFiniteValues) {
   same.Append();
   same.SetSingle(field, 7);
   EXPECT_THAT(HistogramOf(same, "ToT total", 11).counts, ElementsAre(2));
+}
+
+TEST_F(EventFilter, TheVelocityChangeIsThatOfTheAnalysis) {
+  TDataset analysis;
+  const std::size_t field = analysis.AddField(std::string(kVelocityChangeField), TFieldType::Single);
+  for (const float velocity : {0.5F, 1.5F, 0.0F, 2.5F, 1.5F, 0.0F}) {
+    analysis.Append();
+    if (velocity > 0) analysis.SetSingle(0, velocity);  // else null: no pulse
+  }
+  TEventFilter filter;
+  filter.ranges[kVelocityChangePlace] = {std::nullopt, 1.5};
+  EXPECT_TRUE(filter.NeedsAnalysis());
+  EXPECT_THAT(Through(filter, std::nullopt, &analysis), ElementsAre(0, 1, 4)) << "an event without a pulse has none";
+  EXPECT_THAT(Through(filter), ElementsAre(0, 1, 2, 3, 4, 5)) << "nothing to compare with";
+  filter.ranges[0].from = 9;
+  EXPECT_THAT(Through(filter, std::nullopt, &analysis), ElementsAre(0, 1));
+  EXPECT_EQ(HistogramOf(analysis, analysis.Fields()[field].Key, 2).counts, (std::vector<std::size_t>{1, 3}));
 }
 
 }  // namespace

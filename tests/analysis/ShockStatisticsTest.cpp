@@ -69,4 +69,20 @@ TEST(ShockStatistics, PercentilesStandAtTheMiddleOfEachRank) {
   EXPECT_TRUE(std::isnan(TExceedance({}).Percentile(0.5)));
 }
 
+TEST(RoundHistogram, HasStepsOfOneTwoOrFiveThatBeginAtAMultiple) {
+  const auto of = [](const std::vector<double>& values, std::size_t steps) {
+    return HistogramInRoundSteps(values, steps);
+  };
+  const TRoundHistogram ten = of({3, 4.9, 5, 17.5, kNaN}, 10);
+  EXPECT_EQ(ten.step, 2);
+  EXPECT_EQ(ten.first, 2);
+  EXPECT_THAT(ten.counts, testing::ElementsAre(1, 2, 0, 0, 0, 0, 0, 1));
+  const TRoundHistogram two = of({0, 99, 100}, 2);
+  EXPECT_EQ(two.step, 100) << "100 begins the second step";
+  EXPECT_THAT(two.counts, testing::ElementsAre(2, 1));
+  EXPECT_THAT(of({-0.3, 0.3}, 3).counts, testing::ElementsAre(1, 1)) << "a step of 0.5 from -0.5";
+  for (const double one : {0.0, -7.0, 1e-30, 3e38}) EXPECT_THAT(of({one}, 30).counts, testing::Contains(1)) << one;
+  EXPECT_THAT(of({kNaN}, 5).counts, testing::IsEmpty());
+}
+
 }  // namespace

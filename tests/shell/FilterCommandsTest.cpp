@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "base/uProgress.h"
+#include "shell/uAnalysisRun.h"
 #include "tests/support/uFakeWindow.h"
 #include "tests/support/uThreeEvents.h"
 
@@ -90,6 +91,67 @@ TEST_F(FilterCommands, ChangedAlarmLimitsApplyAtOnceWhenTheFilterUsesThem) {
   FMission.Display.limits[0] = TLimits{-1, 1};
   AlarmLimitsChanged(FMission, FViews);
   EXPECT_EQ(FLog.Take(), "filtered events; filter on: 3 of 3; ");
+}
+
+class VelocityChangeFilter : public FilterCommands {
+ protected:
+  VelocityChangeFilter() {
+    Read(Triangles());
+    TNoProgress progress;
+    LoadKorvexFileData(FMission.Data, FMission.Events, FMission.Sensors, {}, progress, FMission.Tables);
+    FillCompanion(FMission);
+    FFilter.ranges[kVelocityChangePlace].from = 1;
+  }
+  std::string ChangeToIt() {
+    ChangeFilter(FMission, FFilter, FViews);
+    return FLog.Take();
+  }
+  std::string Finish() {
+    TakeAnalysis(FMission, AnalyseMission(FMission.Events, 2), FViews);
+    return FLog.Take();
+  }
+
+  TEventFilter FFilter;
+};
+
+TEST_F(VelocityChangeFilter, WaitsForTheAnalysisAndThenApplies) {
+  EXPECT_EQ(ChangeToIt(), "await analysis; ");
+  EXPECT_EQ(FMission.CLDS.RecordCount(), 4U) << "until then nothing is hidden";
+  EXPECT_EQ(Finish(), "analysis of 4; filtered events; filter on: 2 of 4; ");
+  EXPECT_EQ(FMission.Analysis->Table.RecordCount(), 2U);
+  EXPECT_EQ(Activate(false), "filtered events; filter off: 4 of 4; ");
+  EXPECT_EQ(Activate(true), "filtered events; filter on: 2 of 4; ") << "it is there now";
+}
+
+TEST_F(VelocityChangeFilter, IsTakenAwayWhenTheAnalysisIsCancelled) {
+  FFilter.ranges[0].to = 50;
+  EXPECT_EQ(ChangeToIt(), "await analysis; ");
+  GiveUpAnalysis(FMission, FViews);
+  EXPECT_EQ(FLog.Take(), "filtered events; filter on: 3 of 4; selected 0; position 0; ") << "the other condition stays";
+  EXPECT_FALSE(FMission.Filter.NeedsAnalysis());
+  EXPECT_EQ(Finish(), "analysis of 3; ") << "somebody else asked";
+}
+
+TEST_F(VelocityChangeFilter, AnOrderOfTheAnalysisIsItsOwn) {
+  AnalysisGridTitleClick(FMission, "Delta-v (m/s)", FViews);
+  EXPECT_EQ(FLog.Take(), "") << "not analysed yet";
+  Finish();
+  AnalysisGridTitleClick(FMission, "Delta-v (m/s)", FViews);
+  EXPECT_EQ(FLog.Take(), "grid dbgAnalysis; selected 1; position 1; ");
+  StepEventInAnalysis(FMission, 2, FViews);
+  EXPECT_EQ(FMission.SelectedEvent, 0U) << "1, 2, 0, and 3 without a pulse";
+  StepEvent(FMission, 1, FViews);
+  EXPECT_EQ(FMission.SelectedEvent, 1U) << "the other tables keep theirs";
+}
+
+TEST_F(VelocityChangeFilter, ARunGivesItsResultOnce) {
+  TAnalysisRun run(FMission.Events, 2);
+  std::optional<TMissionAnalysis> analysis;
+  while (!analysis) analysis = run.Take();
+  EXPECT_EQ(analysis->Pulses.size(), 4U);
+  EXPECT_NEAR(analysis->Pulses[2].velocityChange, 0.135 * 9.80665, 1e-6);
+  EXPECT_FALSE(analysis->Table.Text(3, *analysis->Table.FindField(kReasonField)).empty());
+  EXPECT_FALSE(run.Take());
 }
 
 }  // namespace

@@ -81,7 +81,7 @@ class TFakeControls final : public IControls {
   void EndRibbonUpdate() override { FLog.Add("ribbon resumed"); }
   void SelectRibbonTab(std::string_view tab) override { FLog.Add("tab {}", tab); }
   void ShowRibbonGroups(std::optional<TView> view) override {
-    constexpr std::string_view kNames[] = {"overview", "shock view", "report"};
+    constexpr std::string_view kNames[] = {"overview", "shock view", "report", "damage boundary", "statistics"};
     FLog.Add("groups of {}", view ? kNames[static_cast<std::size_t>(*view)] : "no file");
   }
   void LoadLogo(std::size_t index, const std::filesystem::path& file) override { Touch("load logo", index, file); }
@@ -186,6 +186,8 @@ class TFakeViews final : public IMissionViews {
     if (format == TPictureFormat::Bitmap) return fmt::format("{} as bitmap", chart);
     return fmt::format("{} as {} {}x", chart, format == TPictureFormat::Png ? "PNG" : "SVG", scale);
   }
+  [[nodiscard]] TDataset ChartTable(std::string_view /*chart*/) const override { return {}; }
+  [[nodiscard]] std::string AnalysisChart(TView /*view*/) const override { return "ChartDamage"; }
   void RefreshGrid(std::string_view grid) override { FLog.Add("grid {}", grid); }
   void RebuildFilteredEvents() override { FLog.Add("filtered events"); }
   void ShowFilter(const TShownMission& mission) override {
@@ -194,6 +196,10 @@ class TFakeViews final : public IMissionViews {
   }
   void ShowSelectedEvent(std::optional<std::size_t> event) override { FLog.Add("selected {}", Name(event)); }
   void PositionEventGrids(std::optional<std::size_t> event) override { FLog.Add("position {}", Name(event)); }
+  void AwaitAnalysis() override { FLog.Add("await analysis"); }
+  void ShowAnalysis(TShownMission& mission) override {
+    FLog.Add("analysis of {}", mission.Analysis->Table.RecordCount());
+  }
 
  private:
   static std::string Name(const TTimeSpan& span) { return fmt::format("{:g}-{:g}", span.start, span.end); }

@@ -1,8 +1,9 @@
-// A recording of three events whose every ranking is another one, and one of as many as wanted.
+// A recording of three events whose every ranking is another one, one of as many as wanted, and one of triangles.
 #pragma once
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <vector>
 
 #include "tests/support/uTestRecording.h"
@@ -45,6 +46,39 @@ inline TTestRecording RisingEvents(int count) {
       records.push_back({ms + sample, {height, 0, 0, kNone, kNone, kNone}});
     }
     records.push_back({ms + 4, {kEnd, kEnd, kEnd, kNone, kNone, kNone}});
+  }
+  return TTestRecording()
+      .Creator()
+      .StartTime(45123.25)
+      .MissionHeader(2, 2)
+      .Channels({"ACC x", "ACC y", "ACC z", "T", "RH", "BAT"})
+      .Data(records);
+}
+
+// Triangles on x of seven samples, 0 to the peak and back to 0, after ten samples of 0; the last event is a single
+// sample and so has no pulse. Events are a minute apart.
+//
+//   event   peak   step   velocity change   direction
+//   0       30 g   1 ms   0.8826 m/s        X-pos
+//   1       60 g   1 ms   1.7652 m/s        X-pos
+//   2      -15 g   3 ms   1.3239 m/s        X-neg
+//   3       40 g   1 ms   none
+inline TTestRecording Triangles() {
+  struct TTriangle {
+    float peak;
+    double step;  // ms
+  };
+  std::vector<TTestRecord> records;
+  const auto add = [&records](double ms, float x) { records.push_back({ms, {x, 0, 0, kNone, kNone, kNone}}); };
+  double start = 0;
+  for (const auto& [peak, step] : {TTriangle{30, 1}, TTriangle{60, 1}, TTriangle{-15, 3}, TTriangle{40, 1}}) {
+    const bool spike = peak == 40;
+    for (int i = -10; i < 20; ++i) {
+      const float height = static_cast<float>(std::max(0, 3 - std::abs(i - 3))) / 3;
+      add(start + (i + 10) * step, spike && i != 3 ? 0 : peak * height);
+    }
+    records.push_back({start + 30 * step, {kEnd, kEnd, kEnd, kNone, kNone, kNone}});
+    start += 60000;
   }
   return TTestRecording()
       .Creator()

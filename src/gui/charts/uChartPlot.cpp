@@ -42,7 +42,7 @@ TChartPlot::TChartPlot(TAxisUnit unit, QWidget* parent) : QCustomPlot(parent), F
   if (FUnit == TAxisUnit::Days) {
     FTimeAxis->setTicker(QSharedPointer<TDateTicker>::create(*FTimeAxis));
     FTimeTitle = tr("Date and time");
-  } else {
+  } else if (FUnit != TAxisUnit::Number) {
     FTimeTitle = FUnit == TAxisUnit::Hertz ? tr("Frequency (Hz)") : tr("Time (ms)");
   }
   FTimeAxis->setLabel(FTimeTitle);

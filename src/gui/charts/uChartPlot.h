@@ -2,8 +2,8 @@
 // is drawn without a replot.
 //
 // The time axis counts days since 1899-12-30, ms in a plot of TAxisUnit::Milliseconds, and in one of TAxisUnit::Hertz
-// frequencies stand where others have times. Changes gather into one replot when the plot is next painted. Main thread
-// only.
+// frequencies stand where others have times, in one of TAxisUnit::Number what the chart names. Changes gather into one
+// replot when the plot is next painted. Main thread only.
 #pragma once
 
 #include <qcustomplot.h>
@@ -17,7 +17,7 @@
 #include "gui/charts/uLegendRow.h"
 #include "gui/charts/uTitledAxis.h"
 
-enum class TAxisUnit { Days, Milliseconds, Hertz };
+enum class TAxisUnit { Days, Milliseconds, Hertz, Number };
 
 class TChartRect;
 

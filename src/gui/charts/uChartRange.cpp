@@ -10,15 +10,15 @@
 namespace {
 
 constexpr double kSecondMs = 1000;
-constexpr double kMaxTime = 1e12;        // days or ms from 0, to either side
-constexpr double kMinSpanMs = 1e-3;      // of an axis in ms
-constexpr double kMinSpanHertz = 1e-12;  // the frequencies of slow events are small
-constexpr double kMinSpanPart = 1e-13;   // smallest span, relative to the time (double precision)
-constexpr double kRounded = 0.5;         // of the smallest span; rounding never takes this much of a band
-constexpr double kHeadroom = 0.05;       // above and below the values
-constexpr double kSame = 1e-6;           // of a value, the noise of a reading that does not change
-constexpr double kMinValuePart = 1e-6;   // smallest span, relative to the value (single precision)
-constexpr double kMaxValue = 1e40;       // beyond every single-precision reading
+constexpr double kMaxTime = 1e12;         // days or ms from 0, to either side
+constexpr double kMinSpanMs = 1e-3;       // of an axis in ms
+constexpr double kMinSpanNumber = 1e-12;  // the frequencies of slow events are small
+constexpr double kMinSpanPart = 1e-13;    // smallest span, relative to the time (double precision)
+constexpr double kRounded = 0.5;          // of the smallest span; rounding never takes this much of a band
+constexpr double kHeadroom = 0.05;        // above and below the values
+constexpr double kSame = 1e-6;            // of a value, the noise of a reading that does not change
+constexpr double kMinValuePart = 1e-6;    // smallest span, relative to the value (single precision)
+constexpr double kMaxValue = 1e40;        // beyond every single-precision reading
 
 // `factor` times as wide about a value that keeps its place.
 QCPRange Zoomed(const QCPAxis& axis, const QCPRange& range, double factor, double about) {
@@ -53,7 +53,8 @@ TChartRange::TChartRange(TChartPlot& plot, std::function<void()> scaleValues)
 
 double TChartRange::MinTimes(double about) const {
   if (FPlot.Unit() == TAxisUnit::Days) return MinSpan(about);
-  return std::max(FPlot.Unit() == TAxisUnit::Hertz ? kMinSpanHertz : kMinSpanMs, std::fabs(about) * kMinSpanPart);
+  return std::max(FPlot.Unit() == TAxisUnit::Milliseconds ? kMinSpanMs : kMinSpanNumber,
+                  std::fabs(about) * kMinSpanPart);
 }
 
 void TChartRange::SetTimes(const TTimeSpan& times) {

@@ -12,12 +12,14 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QShortcut>
+#include <QVBoxLayout>
 #include <algorithm>
 #include <cmath>
 #include <limits>
 
 #include "base/uDateTime.h"
 #include "base/uText.h"
+#include "gui/common/uAnalysisBar.h"
 #include "gui/common/uLabels.h"
 #include "gui/common/uQtText.h"
 #include "gui/common/uTypedNumber.h"
@@ -25,9 +27,9 @@
 
 namespace {
 
-// In the names of the edits, by metric.
-constexpr std::array<const char*, kMetrics.size()> kEditNames = {"AccelerationMax", "ToTTotal", "ToTMax", "IoTTotal",
-                                                                 "IoTMax"};
+// In the names of the edits, by kFilterQuantities.
+constexpr std::array<const char*, kFilterQuantities.size()> kEditNames = {
+    "AccelerationMax", "ToTTotal", "ToTMax", "IoTTotal", "IoTMax", "VelocityChange"};
 constexpr std::size_t kHistogramSteps = 64;
 constexpr double kMaxLimit = std::numeric_limits<float>::max();
 constexpr double kLastDateTime = 2958465.0;  // 9999-12-31
@@ -134,9 +136,14 @@ QWidget* TFilterPanel::MakeConditions() {
                              tr("Only events whose acceleration max is outside the alarm limits"), box);
   connect(FAboveAlarm, &QCheckBox::toggled, this, &TFilterPanel::Edited);
   FButtons = MakeButtons(box);
-  for (QWidget* row : std::initializer_list<QWidget*>{FHistogramTitle, FHistogram, MakeTitle(tr("Peak axis"), box),
-                                                      MakeAxes(box), MakeTitle(tr("Start time"), box), MakeTimes(box),
-                                                      FAboveAlarm, FButtons, FState}) {
+  FAnalysis = new QWidget(box);
+  auto* analysis = new QVBoxLayout(FAnalysis);
+  analysis->setContentsMargins(0, 0, 0, 0);
+  analysis->addWidget(new TAnalysisBar("barFilter", FAnalysis));
+  FAnalysis->hide();
+  for (QWidget* row : std::initializer_list<QWidget*>{
+           FHistogramTitle, FHistogram, FAnalysis, MakeTitle(tr("Peak axis"), box), MakeAxes(box),
+           MakeTitle(tr("Start time"), box), MakeTimes(box), FAboveAlarm, FButtons, FState}) {
     grid->addWidget(row, grid->rowCount(), 0, 1, 4);
   }
   grid->setRowStretch(grid->rowCount(), 1);
@@ -152,15 +159,15 @@ QWidget* TFilterPanel::MakeConditions() {
 }
 
 void TFilterPanel::MakeRanges(QGridLayout& grid, QWidget* parent) {
-  for (std::size_t i = 0; i < kMetrics.size(); ++i) {
+  for (std::size_t i = 0; i < FRanges.size(); ++i) {
     FRanges[i] = {MakeEdit(i, true, parent), MakeEdit(i, false, parent)};
-    auto* name = new QLabel(QtText(kMetrics[i].field), parent);
+    auto* name = new QLabel(QtText(kFilterQuantities[i].name), parent);
     name->setBuddy(FRanges[i].from);
     const int row = static_cast<int>(i);
     grid.addWidget(name, row, 0);
     grid.addWidget(FRanges[i].from, row, 1);
     grid.addWidget(FRanges[i].to, row, 2);
-    grid.addWidget(new QLabel(QtText(UnitInWords(kMetrics[i])), parent), row, 3);
+    grid.addWidget(new QLabel(QtText(kFilterQuantities[i].unit), parent), row, 3);
   }
 }
 
@@ -169,7 +176,7 @@ QLineEdit* TFilterPanel::MakeEdit(std::size_t quantity, bool from, QWidget* pare
   edit->setObjectName(QString("edtFilter%1%2").arg(kEditNames[quantity], from ? "From" : "To"));
   edit->setPlaceholderText(from ? tr("from") : tr("to"));
   edit->setAccessibleName((from ? tr("%1 from, in %2") : tr("%1 to, in %2"))
-                              .arg(QtText(kMetrics[quantity].field), QtText(UnitInWords(kMetrics[quantity]))));
+                              .arg(QtText(kFilterQuantities[quantity].name), QtText(kFilterQuantities[quantity].unit)));
   edit->setToolTip(tr("%1; empty: no limit. Enter applies").arg(edit->accessibleName()));
   edit->setMinimumWidth(edit->fontMetrics().averageCharWidth() * 9);
   edit->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);  // as narrow as that, unless there is room
@@ -285,6 +292,15 @@ void TFilterPanel::ShowFilter() {
   ShowState();
 }
 
+void TFilterPanel::ShowAnalysis() {
+  FHistogramIsStale = true;
+  RefreshHistogram();
+}
+
+void TFilterPanel::ShowAnalysisBar() {
+  FAnalysis->setVisible(FQuantity == kVelocityChangePlace || FFilter.NeedsAnalysis());
+}
+
 void TFilterPanel::SetTimeSpan(double from, double to) {
   {
     const QScopedValueRollback<bool> writing(FWriting, true);
@@ -317,7 +333,7 @@ TEventFilter TFilterPanel::Read() {
     for (const auto& [edit, end] : {std::pair{FRanges[i].from, &range.from}, std::pair{FRanges[i].to, &range.to}}) {
       if (const QString problem = ParseEnd(edit->text(), *end); !problem.isEmpty()) FProblem = problem;
     }
-    if (IsReversed(range)) FProblem = tr("%1: “from” is above “to”.").arg(QtText(kMetrics[i].field));
+    if (IsReversed(range)) FProblem = tr("%1: “from” is above “to”.").arg(QtText(kFilterQuantities[i].name));
   }
   for (std::size_t i = 0; i < FAxes.size(); ++i) filter.axes[i] = FAxes[i]->isChecked();
   const auto timeOf = [](const TTimeEnd& end) {
@@ -356,12 +372,13 @@ void TFilterPanel::WriteTimes(const TRange& time) {
 
 void TFilterPanel::ChooseQuantity(std::size_t quantity) {
   FQuantity = quantity;
-  const QString name = QtText(kMetrics[quantity].field);
-  FHistogramTitle->setText(tr("%1 of all events, in %2").arg(name, QtText(UnitInWords(kMetrics[quantity]))));
+  const QString name = QtText(kFilterQuantities[quantity].name);
+  FHistogramTitle->setText(tr("%1 of all events, in %2").arg(name, QtText(kFilterQuantities[quantity].unit)));
   FHistogram->setAccessibleName(tr("Histogram of %1").arg(name));
   FHistogram->SetRange(FFilter.ranges[quantity]);
   FHistogramIsStale = true;
   RefreshHistogram();
+  ShowAnalysisBar();
 }
 
 void TFilterPanel::RefreshHistogram() {
@@ -369,11 +386,16 @@ void TFilterPanel::RefreshHistogram() {
     FHistogram->ShowHistogram({});
   } else if (FHistogramIsStale && isVisible()) {
     FHistogramIsStale = false;
-    FHistogram->ShowHistogram(HistogramOf(FMission->Tables.Events, kMetrics[FQuantity].field, kHistogramSteps));
+    const bool ofAnalysis = FQuantity == kVelocityChangePlace;
+    const TDataset none;
+    const TDataset& analysis = FMission->Analysis ? FMission->Analysis->Table : none;
+    FHistogram->ShowHistogram(HistogramOf(ofAnalysis ? analysis : FMission->Tables.Events,
+                                          kFilterQuantities[FQuantity].field, kHistogramSteps));
   }
 }
 
 void TFilterPanel::ShowState() {
+  ShowAnalysisBar();
   const std::size_t all = FMission->Events.Count();
   const QString count = tr("%1 of %2 events").arg(FMission->CLDS.RecordCount()).arg(all);
   if (!FProblem.isEmpty()) {

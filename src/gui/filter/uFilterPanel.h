@@ -30,6 +30,8 @@ class TFilterPanel : public QDockWidget {
   void SetMission(const TShownMission* mission);
   // The mission's filter or its result changed.
   void ShowFilter();
+  // The mission has its shock analysis.
+  void ShowAnalysis();
   // Sets the time condition (date-times).
   void SetTimeSpan(double from, double to);
 
@@ -68,16 +70,19 @@ class TFilterPanel : public QDockWidget {
   void ChooseQuantity(std::size_t quantity);
   void RefreshHistogram();
   void ShowState();
+  // The bar of the shock analysis, while the velocity change is chosen or limited.
+  void ShowAnalysisBar();
 
   const TShownMission* FMission = nullptr;
   TEventFilter FFilter;  // as the controls show it
   QString FProblem;      // with the input; empty if none
-  std::array<TRangeEdits, kMetrics.size()> FRanges{};
+  std::array<TRangeEdits, kFilterQuantities.size()> FRanges{};
   std::array<QCheckBox*, kPeakAxes.size()> FAxes{};
   std::array<TTimeEnd, 2> FTime{};
   QCheckBox* FAboveAlarm = nullptr;
   QLabel* FHistogramTitle = nullptr;
   THistogramStrip* FHistogram = nullptr;
+  QWidget* FAnalysis = nullptr;  // has the bar
   QLabel* FState = nullptr;
   QWidget* FButtons = nullptr;
   std::size_t FQuantity = 0;      // of the histogram

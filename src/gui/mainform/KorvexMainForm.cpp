@@ -11,6 +11,8 @@
 #include <functional>
 
 #include "base/uFiles.h"
+#include "gui/analysis/uDamagePanel.h"
+#include "gui/analysis/uStatisticsPanel.h"
 #include "gui/charts/uEventsChart.h"
 #include "gui/charts/uSensorsChart.h"
 #include "gui/common/uGrid.h"
@@ -101,6 +103,8 @@ TKorvexMainForm::~TKorvexMainForm() {
 QWidget& TKorvexMainForm::View(TView view) const {
   if (view == TView::Shock) return *FParts->shock;
   if (view == TView::Report) return *FParts->report;
+  if (view == TView::DamageBoundary) return *FParts->damage;
+  if (view == TView::Statistics) return *FParts->statistics;
   return *FParts->overview;
 }
 

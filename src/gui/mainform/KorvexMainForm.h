@@ -46,6 +46,8 @@ class TKorvexMainForm : public QMainWindow {
   void actSetViewOverviewExecute() { FFlow->SwitchView(TView::Overview); }
   void actSetViewShockExecute() { FFlow->SwitchView(TView::Shock); }
   void actSetViewReportExecute() { FFlow->SwitchView(TView::Report); }
+  void actSetViewDamageBoundaryExecute() { FFlow->SwitchView(TView::DamageBoundary); }
+  void actSetViewStatisticsExecute() { FFlow->SwitchView(TView::Statistics); }
   // Lays the report out by this choice, which the next report starts with.
   void btnReportConfigOKClick(const TReportConfig& config);
 

@@ -68,7 +68,16 @@ const std::vector<TMenuRow>& MenuRows() {
     all.insert(all.end(), shock.begin(), shock.end());
     return all;
   }();
+  static const std::vector<const char*> analysis = {
+      "actAnalysisCopyChart", "actAnalysisSaveChart", "actAnalysisSaveChartAsPNG", "actAnalysisSaveChartAsSVG", "-",
+      "actAnalysisExportCSV"};
   static const std::vector<TMenuRow> rows = {
+      {"ChartDamage", analysis},
+      {"ChartByDay", analysis},
+      {"ChartByHour", analysis},
+      {"ChartByDirection", analysis},
+      {"ChartHistogram", analysis},
+      {"ChartExceedance", analysis},
       {"Chart1", events},
       {"Chart20", events},
       {"Chart2", shock},

@@ -49,10 +49,12 @@ void Do(TTargets on, bool /*checked*/) {
   }
 }
 
-// In the order of the event grids, in the overview in that of time.
+// In the order of the event grid that is in front, in the overview in that of time.
 template <int Events>
 void Step(TTargets on, bool /*checked*/) {
-  const auto step = on.flow.View() == TView::Shock ? StepEvent : StepEventInTime;
+  const bool isShock = on.flow.View() == TView::Shock;
+  const auto inTable = on.parts.shock->IsAnalysisInFront() ? StepEventInAnalysis : StepEvent;
+  const auto step = isShock ? inTable : StepEventInTime;
   step(on.flow.Mission(), Events, on.views);
 }
 
@@ -225,6 +227,12 @@ constexpr TCommand kCommands[] = {
     {"actSetViewReport", "dxBarReport", "btngrpView", "Re&port",
      "The report as it will be printed, and the event cards", "document-preview", "Ctrl+3", kLarge | kView,
      Do<&F::actSetViewReportExecute>},
+    {"actSetViewDamageBoundary", "dxBarDamageBoundary", "btngrpView", "&Damage boundary",
+     "Which events exceed what a product withstands, by velocity change and peak", "office-chart-scatter", "Ctrl+4",
+     kLarge | kView, Do<&F::actSetViewDamageBoundaryExecute>},
+    {"actSetViewStatistics", "dxBarStatistics", "btngrpView", "S&tatistics",
+     "Events by day, hour and direction; histograms; how often a value is exceeded", "office-chart-bar", "Ctrl+5",
+     kLarge | kView, Do<&F::actSetViewStatisticsExecute>},
     {"actNavSetIntAll", "dxBarNavSetIntAll", "btngrpNavigator", "&All",
      "The band covers the whole recording; the charts follow it", "zoom-fit-width", "Ctrl+0", kLarge,
      Do<actNavSetIntAllExecute>},
@@ -425,6 +433,23 @@ constexpr TCommand kCommands[] = {
      "document-export", "Ctrl+Alt+P", kLarge, On<AskAndExportPart>},
     {"actExportPart", "dxBarEventsExportPart", "btngrpEventsExport", "", "", "", "", kAgain},
     {"actExportPart", "dxBarSensorsExportPart", "btngrpSensorsExport", "", "", "", "", kAgain},
+    {"actTablesExportCSVAnalysis", "barbtnTablesExportCSVAnalysis", "btngrpTables", "Analysis to CSV…",
+     "The shock analysis of the events that the filter lets through, as a CSV file", kCsvIcon, "", kOfAnyEvents,
+     Do<&E::barbtnTablesExportCSVAnalysisClick>},
+    {"actTablesExportXLSXAnalysis", "barbtnTablesExportXLSXAnalysis", "btngrpTables", "Analysis to XLSX…",
+     "The shock analysis of the events that the filter lets through, as a workbook", kXlsxIcon, "", kOfAnyEvents,
+     Do<&E::barbtnTablesExportXLSXAnalysisClick>},
+    {"actAnalysisCopyChart", "barbtnAnalysisCopyChart", "btngrpAnalysis", "Copy picture", kCopyTip, "edit-copy", "",
+     kOfEvents, Do<&E::barbtnAnalysisCopyChartToClipboardClick>},
+    {"actAnalysisSaveChart", "barbtnAnalysisSaveChart", "btngrpAnalysis", "Picture as JPG…", kBitmapTip, kImageIcon, "",
+     kOfEvents, Do<&E::barbtnAnalysisSaveChartAsJPGClick>},
+    {"actAnalysisSaveChartAsPNG", "barbtnAnalysisSaveChartAsPNG", "btngrpAnalysis", "Picture as PNG…", kPngTip,
+     kImageIcon, "", kOfEvents, Do<&E::barbtnAnalysisSaveChartAsPNGClick>},
+    {"actAnalysisSaveChartAsSVG", "barbtnAnalysisSaveChartAsSVG", "btngrpAnalysis", "Picture as SVG…", kSvgTip,
+     kImageIcon, "", kOfEvents, Do<&E::barbtnAnalysisSaveChartAsSVGClick>},
+    {"actAnalysisExportCSV", "barbtnAnalysisExportCSV", "btngrpAnalysis", "Chart to CSV…",
+     "What the chart shows in which you were last, as a CSV file", kCsvIcon, "", kOfEvents,
+     Do<&E::barbtnAnalysisExportCSVClick>},
     {"actEventsCopyChart", "barbtnEventsCopyChartToClipboard", "btngrpEventsImage", "Copy picture", kCopyTip,
      "edit-copy", "", kOfAnyEvents, Do<&E::barbtnEventsCopyChartToClipboardClick>},
     {"actEventsSaveChart", "barbtnEventsSaveChartasJPG", "btngrpEventsImage", "Picture as JPG…", kBitmapTip, kImageIcon,

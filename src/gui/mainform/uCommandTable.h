@@ -84,6 +84,10 @@ constexpr unsigned BitOf(TView view) {
   return 1U << static_cast<unsigned>(view);
 }
 
+inline constexpr unsigned kOfEventViews =
+    BitOf(TView::Overview) | BitOf(TView::Shock) | BitOf(TView::DamageBoundary) | BitOf(TView::Statistics);
+inline constexpr unsigned kAllViews = kOfEventViews | BitOf(TView::Report);
+
 struct TGroup {
   const char* tab;
   const char* name;

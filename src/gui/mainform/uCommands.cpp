@@ -111,6 +111,10 @@ void MakeMenus(TKorvexMainForm& form, TMainParts& parts) {
        "Export the shock events",
        {"actTablesExportCSV", "actTablesExportXLSX"},
        {"actExportShockGridToCSV", "actExportFilteredShockGridToCSV"}},
+      {"mnuExportAnalysis",
+       "Export the shock analysis",
+       {"actTablesExportCSVAnalysis", "actTablesExportXLSXAnalysis"},
+       {}},
       {"mnuExportSensors",
        "Export the sensors",
        {"actTablesExportCSVSensors", "actTablesExportXLSXSensors"},
@@ -134,6 +138,7 @@ void MakeMenus(TKorvexMainForm& form, TMainParts& parts) {
   }
   parts.shock->Shocks()->SetMenu(form.findChild<QMenu*>("mnuExportShocks"));
   parts.shock->FilteredShocks()->SetMenu(form.findChild<QMenu*>("mnuExportShocks"));
+  parts.shock->Analysis()->SetMenu(form.findChild<QMenu*>("mnuExportAnalysis"));
   parts.docks.DBGrid2->SetMenu(form.findChild<QMenu*>("mnuExportSensors"));
   parts.docks.DBGrid8->SetMenu(form.findChild<QMenu*>("mnuExportBattery"));
   for (TGrid* grid : {parts.shock->Shocks(), parts.shock->FilteredShocks(), parts.overview->MostImportant()}) {

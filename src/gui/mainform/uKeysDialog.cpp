@@ -50,13 +50,12 @@ QString PlainText(QString caption) {
 
 // The views that show the action's group; all for an action without one.
 unsigned ViewsOf(const QAction& action) {
-  constexpr unsigned kAll = BitOf(TView::Overview) | BitOf(TView::Shock) | BitOf(TView::Report);
   const auto row =
       std::ranges::find_if(Commands(), [&](const TCommand& command) { return action.objectName() == command.action; });
-  if (row == Commands().end() || row->group == nullptr) return kAll;
+  if (row == Commands().end() || row->group == nullptr) return kAllViews;
   const std::string_view name = row->group;
   const auto group = std::ranges::find(Groups(), name, [](const TGroup& each) { return std::string_view(each.name); });
-  return group->views == 0 ? kAll : group->views;
+  return group->views == 0 ? kAllViews : group->views;
 }
 
 std::vector<TSection> AllKeys(const QWidget& window) {
@@ -64,7 +63,8 @@ std::vector<TSection> AllKeys(const QWidget& window) {
     unsigned views;
     const char* title;
   };
-  constexpr TViews kSections[] = {{BitOf(TView::Overview) | BitOf(TView::Shock) | BitOf(TView::Report), "Everywhere"},
+  constexpr TViews kSections[] = {{kAllViews, "Everywhere"},
+                                  {kOfEventViews, "Everywhere but in the report"},
                                   {BitOf(TView::Overview) | BitOf(TView::Shock), "Overview and shock events"},
                                   {BitOf(TView::Shock), "Shock events"},
                                   {BitOf(TView::Overview), "Overview"},

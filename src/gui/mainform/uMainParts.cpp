@@ -10,6 +10,9 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "gui/analysis/uDamagePanel.h"
+#include "gui/analysis/uStatisticsPanel.h"
+#include "gui/charts/uDamageChart.h"
 #include "gui/charts/uEventsChart.h"
 #include "gui/charts/uSelectedEventChart.h"
 #include "gui/common/uIcons.h"
@@ -55,6 +58,8 @@ TMainParts::TMainParts(QMainWindow& window)
       overview(new TMainOverviewPanel(&window)),
       shock(new TMainShockPanel(&window)),
       report(new TReportPanel(&window)),
+      damage(new TDamagePanel(&window)),
+      statistics(new TStatisticsPanel(&window)),
       docks(window),
       filter(new TFilterPanel(&window)),
       loading(nullptr),
@@ -84,7 +89,8 @@ void TMainParts::MakeCentre(QMainWindow& window) {
   auto* centre = new QWidget(&window);
   MakeDamageBar(centre);
   views->setObjectName("MainPanel");
-  for (QWidget* view : std::initializer_list<QWidget*>{overview, shock, report}) views->addWidget(view);
+  for (QWidget* view : std::initializer_list<QWidget*>{overview, shock, report, damage, statistics})
+    views->addWidget(view);
   front->addWidget(welcome);
   front->addWidget(views);
   auto* layout = new QVBoxLayout(centre);
@@ -134,6 +140,8 @@ void TMainParts::FocusView() const {
   if (views->currentWidget() == overview) overview->Chart1()->setFocus();
   if (views->currentWidget() == shock) shock->Chart2()->setFocus();
   if (views->currentWidget() == report) report->setFocus();
+  if (views->currentWidget() == damage) damage->Chart()->setFocus();
+  if (views->currentWidget() == statistics) statistics->CurrentChart()->setFocus();
 }
 
 void TMainParts::MakeStatusBar(QMainWindow& window) {

@@ -10,6 +10,7 @@ class QLabel;
 class QStackedWidget;
 class TAlarmLimitsPanel;
 class TBackstage;
+class TDamagePanel;
 class TFilterChip;
 class TFilterPanel;
 class TLayouts;
@@ -22,6 +23,7 @@ class TRecentFiles;
 class TRecentPage;
 class TReportPanel;
 class TRibbon;
+class TStatisticsPanel;
 class TTaskbarProgress;
 class TWellcomePanel;
 
@@ -35,6 +37,8 @@ struct TMainParts {
   TMainOverviewPanel* overview;
   TMainShockPanel* shock;
   TReportPanel* report;
+  TDamagePanel* damage;
+  TStatisticsPanel* statistics;
   TDockPanels docks;
   TFilterPanel* filter;
   TLoadingPanel* loading;

@@ -24,6 +24,7 @@ TManualTopic TopicInFront(const TCommandTargets& on) {
   if (!on.flow.FileShown() || parts.backstage->isVisible()) return TManualTopic::QuickStart;
   if (on.flow.View() == TView::Report) return TManualTopic::Output;
   if (parts.docks.ChartNavigator->hasFocus()) return TManualTopic::Charts;
+  if (on.flow.View() == TView::DamageBoundary || on.flow.View() == TView::Statistics) return TManualTopic::Metrics;
   if (on.flow.View() == TView::Overview) return TManualTopic::QuickStart;
   return parts.shock->ChartSpecAnalysis()->isVisible() ? TManualTopic::Metrics : TManualTopic::Charts;
 }

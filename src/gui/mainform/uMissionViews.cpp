@@ -12,7 +12,10 @@
 
 #include "base/uDateTime.h"
 #include "base/uText.h"
+#include "gui/analysis/uDamagePanel.h"
+#include "gui/analysis/uStatisticsPanel.h"
 #include "gui/charts/uChartDisplay.h"
+#include "gui/charts/uDamageChart.h"
 #include "gui/charts/uEventsChart.h"
 #include "gui/charts/uNavigatorChart.h"
 #include "gui/charts/uSelectedEventChart.h"
@@ -23,6 +26,7 @@
 #include "gui/docks/uMissionDetails.h"
 #include "gui/filter/uFilterChip.h"
 #include "gui/filter/uFilterPanel.h"
+#include "gui/mainform/uAnalysisWork.h"
 #include "gui/mainform/uControls.h"
 #include "gui/mainform/uMainParts.h"
 #include "gui/mainform/uNotice.h"
@@ -37,7 +41,16 @@
 #include "shell/uNoteCommands.h"
 #include "shell/uSettingsCommands.h"
 
+TMissionViews::TMissionViews(QMainWindow& window, TMainParts& parts, TControls& controls)
+    : FWindow(window),
+      FParts(parts),
+      FControls(controls),
+      FAnalysis(std::make_unique<TAnalysisWork>(window, *parts.views, *this)) {}
+
+TMissionViews::~TMissionViews() = default;
+
 void TMissionViews::EmptyGridsAndCharts() {
+  FAnalysis->SetMission(nullptr);
   FMission = nullptr;
   FControls.SetMission(nullptr);
   FShownEvent.reset();
@@ -54,6 +67,8 @@ void TMissionViews::EmptyGridsAndCharts() {
     chart->Range().SetSynced(std::nullopt);
     chart->Clear();
   }
+  FParts.damage->ShowMission(nullptr);
+  FParts.statistics->ShowMission(nullptr);
   FParts.shock->Cards()->ShowRow({}, std::nullopt, {});
   FParts.docks.details->ShowSections({});
   FParts.report->Clear();
@@ -90,6 +105,8 @@ void TMissionViews::UpdateKorvexUI(TShownMission& mission) {
   PlaceNotes(mission);
   ShowLimitsInForce(FMission, FControls);
   FParts.filter->SetMission(&mission);
+  FAnalysis->SetMission(&mission);
+  if (mission.Analysis) ShowAnalysis(mission);
   ShowFilter(mission);
   FNotesShown();
 }
@@ -160,6 +177,8 @@ void TMissionViews::RefreshDisplay(const TShownMission& mission) {
   ShowDetails(mission);
   FParts.filter->SetMission(&mission);
   FParts.report->ShowReport(mission);
+  FParts.damage->ShowMission(&mission);
+  FParts.statistics->ShowMission(&mission);
 }
 
 void TMissionViews::ShowInCharts(const TDisplaySettings& display) {
@@ -259,6 +278,29 @@ std::string TMissionViews::ChartPicture(std::string_view chart, TPictureFormat f
   return ChartFile(NamedChild<TTimeChart>(FWindow, chart), caption, format, scale);
 }
 
+TDataset TMissionViews::ChartTable(std::string_view chart) const {
+  return NamedChild<TAnalysisChart>(FWindow, chart).Table();
+}
+
+std::string TMissionViews::AnalysisChart(TView view) const {
+  const TAnalysisChart* chart = FParts.damage->Chart();
+  if (view == TView::Statistics) chart = FParts.statistics->CurrentChart();
+  return Utf8(chart->objectName());
+}
+
+void TMissionViews::AwaitAnalysis() {
+  FAnalysis->Start();
+}
+
+void TMissionViews::ShowAnalysis(TShownMission& mission) {
+  FAnalysis->Done();
+  FParts.shock->Analysis()->SetDataset(&mission.Analysis->Table);
+  FParts.shock->Analysis()->SetCurrentId(mission.SelectedEvent);
+  FParts.damage->ShowMission(&mission);
+  FParts.statistics->ShowMission(&mission);
+  FParts.filter->ShowAnalysis();
+}
+
 void TMissionViews::RefreshGrid(std::string_view grid) {
   NamedChild<TGrid>(FWindow, grid).Refresh();
 }
@@ -266,6 +308,7 @@ void TMissionViews::RefreshGrid(std::string_view grid) {
 void TMissionViews::RebuildFilteredEvents() {
   if (FMission == nullptr) return;
   FParts.shock->FilteredShocks()->RefreshRows(FMission->SelectedEvent);
+  FParts.shock->Analysis()->RefreshRows(FMission->SelectedEvent);
   FParts.overview->MostImportant()->Refresh();
   FParts.overview->ShowSelectedEvent(FMission->SelectedEvent, SelectedEventWords(FMission->SelectedEvent));
 }
@@ -282,6 +325,8 @@ void TMissionViews::ShowFilter(const TShownMission& mission) {
   FParts.shock->ShowFilter(mission.CLDS.RecordCount(), mission.Events.Count(),
                            mission.FilterActive ? conditions : QString());
   FParts.filter->ShowFilter();
+  FParts.damage->ShowMission(&mission);
+  FParts.statistics->ShowMission(&mission);
   FParts.overview->Verdict()->ShowCells(VerdictCells(FVerdict, mission));
   FParts.report->ShowReport(mission);
   FControls.UpdateCommands();
@@ -291,6 +336,7 @@ void TMissionViews::ShowSelectedEvent(std::optional<std::size_t> event) {
   for (TEventsChart* chart : {FParts.overview->Chart1(), FParts.shock->Chart20()}) chart->SetSelectedEvent(event);
   FParts.overview->ShowSelectedEvent(event, SelectedEventWords(event));
   FParts.report->SetSelectedEvent(event);
+  FParts.damage->SetSelectedEvent(event);
   if (FMission == nullptr) return;
   FParts.shock->Cards()->ShowRow(FMission->Tables.Events, event, FMission->Display);
   FParts.shock->ShowClipped(event && FMission->Tables.Metrics[*event].clipped);
@@ -315,6 +361,7 @@ QString TMissionViews::SelectedEventWords(std::optional<std::size_t> event) cons
 void TMissionViews::PositionEventGrids(std::optional<std::size_t> event) {
   FParts.shock->Shocks()->SetCurrentId(event);
   FParts.shock->FilteredShocks()->SetCurrentId(event);
+  FParts.shock->Analysis()->SetCurrentId(event);
 }
 
 void TMissionViews::UpdateSynced(TTimeChart& chart) {

@@ -3,6 +3,7 @@
 
 #include <QMainWindow>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -12,6 +13,7 @@
 #include "analysis/uVerdict.h"
 #include "shell/uIMissionViews.h"
 
+class TAnalysisWork;
 class TControls;
 class TTimeChart;
 struct TChartFlag;
@@ -19,8 +21,8 @@ struct TMainParts;
 
 class TMissionViews final : public IMissionViews {
  public:
-  TMissionViews(QMainWindow& window, TMainParts& parts, TControls& controls)
-      : FWindow(window), FParts(parts), FControls(controls) {}
+  TMissionViews(QMainWindow& window, TMainParts& parts, TControls& controls);
+  ~TMissionViews() override;
 
   void EmptyGridsAndCharts() override;
   void PopulateChartSeries(const TShownMission& mission) override;
@@ -38,11 +40,15 @@ class TMissionViews final : public IMissionViews {
   void CopyChart(std::string_view chart) override;
   [[nodiscard]] std::optional<TSpectrumChoice> ShownSpectrum() const override;
   [[nodiscard]] std::string ChartPicture(std::string_view chart, TPictureFormat format, int scale) override;
+  [[nodiscard]] TDataset ChartTable(std::string_view chart) const override;
+  [[nodiscard]] std::string AnalysisChart(TView view) const override;
   void RefreshGrid(std::string_view grid) override;
   void RebuildFilteredEvents() override;
   void ShowFilter(const TShownMission& mission) override;
   void ShowSelectedEvent(std::optional<std::size_t> event) override;
   void PositionEventGrids(std::optional<std::size_t> event) override;
+  void AwaitAnalysis() override;
+  void ShowAnalysis(TShownMission& mission) override;
 
   // Called after notes are shown, also those of a new mission.
   void OnNotesShown(std::function<void()> shown) { FNotesShown = std::move(shown); }
@@ -68,6 +74,7 @@ class TMissionViews final : public IMissionViews {
   TMainParts& FParts;
   TControls& FControls;
   const TShownMission* FMission = nullptr;
+  std::unique_ptr<TAnalysisWork> FAnalysis;
   TVerdict FVerdict;
   std::function<void()> FNotesShown = [] {};
   std::optional<std::size_t> FShownEvent;  // in Chart2

@@ -5,14 +5,15 @@ namespace {
 constexpr unsigned kOverview = BitOf(TView::Overview);
 constexpr unsigned kShock = BitOf(TView::Shock);
 constexpr unsigned kReport = BitOf(TView::Report);
-constexpr unsigned kAllViews = kOverview | kShock | kReport;
+constexpr unsigned kOfAnalysis = BitOf(TView::DamageBoundary) | BitOf(TView::Statistics);
 constexpr TGroup kGroups[] = {{"tabHome", "btngrpFile", "File", 0},
                               {"tabHome", "btngrpView", "View", kAllViews},
                               {"tabHome", "btngrpNavigator", "Navigator", kOverview | kShock},
-                              {"tabHome", "btngrpFiltering", "Filtering", kOverview | kShock},
+                              {"tabHome", "btngrpFiltering", "Filtering", kOfEventViews},
                               {"tabHome", "btngrpAlarm", "Alarm", kAllViews},
                               {"tabHome", "btngrpLayout", "Layout", kOverview | kShock},
                               {"tabEvents", "btngrpEventsChart", "Events chart", kOverview | kShock},
+                              {"tabEvents", "btngrpAnalysis", "Chart of all events", kOfAnalysis},
                               {"tabEvents", "btngrpEventsExport", "Export events", kAllViews},
                               {"tabEvents", "btngrpEventsImage", "Chart picture", kOverview | kShock},
                               {"tabEvents", "btngrpNotes", "Notes", kAllViews},

@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPixmap>
+#include <QTabWidget>
 #include <QTimer>
 #include <stdexcept>
 
@@ -105,6 +106,22 @@ class TAlbum {
     QObject::disconnect(connection);
     Save("folder");
   }
+  // The table, the damage boundary of a product that some events exceed, and the statistics.
+  void SaveAnalysis() {
+    auto* tabs = FForm.findChild<QTabWidget*>("pgcShockGrids");
+    tabs->setCurrentIndex(2);
+    while (!FForm.Flow().Mission().Analysis) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
+    Save("shock-analysis");
+    tabs->setCurrentIndex(0);
+    FForm.Flow().SwitchView(TView::DamageBoundary);
+    Save("damage-boundary-empty");
+    FForm.findChild<QLineEdit*>("edtCriticalVelocity")->setText("1");
+    FForm.findChild<QLineEdit*>("edtCriticalAcceleration")->setText("8");
+    Save("damage-boundary");
+    FForm.Flow().SwitchView(TView::Statistics);
+    Save("statistics");
+    FForm.Flow().SwitchView(TView::Shock);
+  }
   void Trigger(const char* action) { FForm.findChild<QAction*>(action)->trigger(); }
   // Switches the action on for one picture.
   void SaveWith(const char* action, const QString& name) {
@@ -142,6 +159,7 @@ QStringList SaveSnapshots(TKorvexMainForm& form, const QString& recording, const
   album.SaveWith("actAlarmSet", "shock-alarm");
   album.SaveWith("actShockShowTable", "shock-values");
   album.SaveWith("actShockSpecAnalysis", "spectrum");
+  album.SaveAnalysis();
   album.Trigger("actFilterEdit");
   form.findChild<QLineEdit*>("edtFilterAccelerationMaxFrom")->setText("10");  // switches the filter on
   album.Save("filter");

@@ -8,6 +8,8 @@
 #include <QStackedWidget>
 #include <tuple>
 
+#include "gui/analysis/uDamagePanel.h"
+#include "gui/charts/uDamageChart.h"
 #include "gui/charts/uEventsChart.h"
 #include "gui/charts/uNavigatorChart.h"
 #include "gui/charts/uSensorsChart.h"
@@ -67,9 +69,11 @@ void TViewActions::ConnectGrids() {
   };
   sortBy(FParts.shock->Shocks(), ShockGridTitleClick);
   sortBy(FParts.shock->FilteredShocks(), ShockGridTitleClick);
+  sortBy(FParts.shock->Analysis(), AnalysisGridTitleClick);
   sortBy(FParts.docks.DBGrid2, SensorsGridTitleClick);
   sortBy(FParts.docks.DBGrid8, BatteryGridTitleClick);
-  for (TGrid* grid : {FParts.shock->Shocks(), FParts.shock->FilteredShocks(), FParts.overview->MostImportant()}) {
+  for (TGrid* grid : {FParts.shock->Shocks(), FParts.shock->FilteredShocks(), FParts.shock->Analysis(),
+                      FParts.overview->MostImportant()}) {
     connect(grid, &TGrid::RowChosen, this, &TViewActions::Select);
     connect(grid, &TGrid::RowHovered, this, [this](std::optional<std::size_t> event) {
       FParts.overview->Chart1()->SetHoveredEvent(event);
@@ -79,6 +83,11 @@ void TViewActions::ConnectGrids() {
       OnMission([&](TShownMission& mission) { ZoomNavigatorToEvent(mission, event, FViews); });
     });
   }
+  connect(FParts.damage->Damaging(), &TGrid::RowChosen, this, &TViewActions::Select);
+  connect(FParts.damage->Damaging(), &TGrid::RowOpened, this, [this](std::size_t event) {
+    Select(event);
+    FFlow.SwitchView(TView::Shock);
+  });
   // A reading's row is its "ID".
   const auto reachReadings = [this](TGrid* grid, TDataset TMissionDatasets::*table) {
     connect(grid, &TGrid::RowOpened, this, [this, table](std::size_t row) {
@@ -115,6 +124,7 @@ void TViewActions::ConnectCharts() {
   for (TEventsChart* chart : {FParts.overview->Chart1(), FParts.shock->Chart20()}) {
     connect(chart, &TEventsChart::EventClicked, this, &TViewActions::Select);
   }
+  connect(FParts.damage->Chart(), &TDamageChart::EventClicked, this, &TViewActions::Select);
 }
 
 void TViewActions::ConnectNavigator() {

@@ -86,13 +86,17 @@ void AddTableFigures(const TShownMission& mission, const TDisplaySettings& displ
 
 void AddAnalysisFigures(const TShownMission& mission, const TDisplaySettings& display, std::size_t row,
                         TEventCard& card) {
-  const TPulse pulse = AnalyseShock(mission.Events.GetItem(row), ThresholdsOf(mission.Data).totOn).pulse;
-  if (pulse.problem != TPulseProblem::None) return;
-  card.figures.push_back(
-      {QObject::tr("Δv"), QObject::tr("%1 m/s").arg(QtText(MaskFloat("0.00", pulse.velocityChange)))});
-  card.figures.push_back({QObject::tr("Duration"), QObject::tr("%1 ms").arg(QtText(MaskFloat(
-                                                       display.FormatOf(TQuantity::ToT), pulse.durationTenth)))});
-  card.figures.push_back({QObject::tr("Direction"), QtText(DirectionText(pulse.direction))});
+  const TShockAnalysis analysis = AnalyseShock(mission.Events.GetItem(row), ThresholdsOf(mission.Data).totOn);
+  const TPulse& pulse = analysis.pulse;
+  const bool hasPulse = pulse.problem == TPulseProblem::None;
+  if (!hasPulse) card.whyNoPulse = QtText(analysis.reason);
+  const auto add = [&](const QString& label, const QString& text) {
+    card.figures.push_back({label, hasPulse ? text : QString("—")});
+  };
+  add(QObject::tr("Δv"), QObject::tr("%1 m/s").arg(QtText(MaskFloat("0.00", pulse.velocityChange))));
+  add(QObject::tr("Duration"),
+      QObject::tr("%1 ms").arg(QtText(MaskFloat(display.FormatOf(TQuantity::ToT), pulse.durationTenth))));
+  add(QObject::tr("Direction"), QtText(DirectionText(pulse.direction)));
 }
 
 // How the figures stand: as many columns as fit, as many rows as leave room for the chart.

@@ -24,6 +24,7 @@ struct TEventCard {
   QString title;  // "Event 171"
   QString moment;
   bool clipped = false;
+  QString whyNoPulse;  // why velocity change, duration and direction are "—"; else empty
   std::vector<TCardFigure> figures;
   QString note;  // empty: none
 

@@ -2,8 +2,10 @@
 
 #include <QAccessible>
 #include <QBuffer>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QScrollBar>
+#include <QToolTip>
 #include <algorithm>
 
 #include "gui/common/uTheme.h"
@@ -186,6 +188,15 @@ void TEventCardList::paintEvent(QPaintEvent* /*event*/) {
   painter.setPen(QPen(QColor(tokens.accent), kRing));
   painter.setBrush(Qt::NoBrush);
   painter.drawRect(viewport()->rect().adjusted(1, 1, -1, -1));
+}
+
+// Says why a card lacks figures.
+bool TEventCardList::viewportEvent(QEvent* event) {
+  if (event->type() != QEvent::ToolTip) return QAbstractScrollArea::viewportEvent(event);
+  const auto* help = static_cast<QHelpEvent*>(event);
+  const auto card = CardAt(help->pos());
+  QToolTip::showText(help->globalPos(), card ? CardOf(FEvents[*card]).whyNoPulse : QString(), this);
+  return true;
 }
 
 void TEventCardList::resizeEvent(QResizeEvent* event) {

@@ -30,6 +30,7 @@ class TEventCardList : public QAbstractScrollArea {
   void EventOpened(std::size_t event);
 
  protected:
+  bool viewportEvent(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void changeEvent(QEvent* event) override;

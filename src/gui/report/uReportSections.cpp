@@ -61,8 +61,8 @@ void AddMetrics(TPageFlow& flow, const TReportData& data) {
       QObject::tr(
           "Δv, the change of velocity, in m/s: the area under the samples around the peak, as a vector of the "
           "three axes. Duration, in ms: how long the vector sum stays above a tenth of the peak. Direction: the "
-          "nearest of 26 directions to that vector; the side that was hit is the opposite one. A clipped event "
-          "has none of them."),
+          "nearest of 26 directions to that vector; the side that was hit is the opposite one. A clipped event, "
+          "and one whose pulse has fewer than 5 samples, has none of them."),
       QObject::tr("Dew point: by the formula of the loggers, which multiplies where the textbook takes a power. Do not "
                   "judge condensation by it. At 0 °C and below it is empty."),
       QObject::tr(

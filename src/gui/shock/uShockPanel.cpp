@@ -4,14 +4,17 @@
 #include <QLabel>
 #include <QSplitter>
 #include <QStackedWidget>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "analysis/uAnalysisTable.h"
 #include "analysis/uEventOrdering.h"
 #include "gui/charts/uEventsChart.h"
 #include "gui/charts/uSelectedEventChart.h"
 #include "gui/charts/uSpectrumChart.h"
+#include "gui/common/uAnalysisBar.h"
 #include "gui/common/uGrid.h"
 #include "gui/common/uLabels.h"
 #include "gui/common/uQtText.h"
@@ -43,6 +46,7 @@ TMainShockPanel::TMainShockPanel(QWidget* parent)
       FValues(new TShockValuesGrid(this)),
       FShocks(new TGrid("dbgShocks", tr("Shock events"), EventIndexKey, this)),
       FFilteredShocks(new TGrid("dbgFilteredShocks", tr("Filtered shock events"), EventIndexKey, this)),
+      FAnalysis(new TGrid("dbgAnalysis", tr("Shock analysis"), AnalysisIndexKey, this)),
       FCards(new TEventCards(this)),
       FTabs(new QTabWidget(this)),
       FConditions(new TElidedLabel("lblFilterConditions", this, Qt::ElideRight)),
@@ -174,6 +178,11 @@ QWidget* TMainShockPanel::MakeEventList() {
   static_cast<QVBoxLayout*>(filtered->layout())->setSpacing(0);
   static_cast<QVBoxLayout*>(filtered->layout())->insertWidget(0, FConditions);
   FTabs->addTab(filtered, tr("Fil&tered events"));
+  FTabs->installEventFilter(this);
+  QWidget* analysis = PageOf(FAnalysis);
+  FAnalysis->SetPlaceholder(tr("No event is let through"));
+  static_cast<QVBoxLayout*>(analysis->layout())->insertWidget(0, new TAnalysisBar("barAnalysis", analysis));
+  FTabs->addTab(analysis, tr("A&nalysis"));
   FClipped->setObjectName("lblClipped");
   FClipped->setProperty("alarm", true);
   FClipped->setToolTip(tr("The sensor was at the end of its range: the true peak of the selected event is higher"));
@@ -190,15 +199,38 @@ QWidget* TMainShockPanel::MakeEventList() {
 }
 
 void TMainShockPanel::ShowFilter(std::size_t passing, std::size_t all, const QString& conditions) {
-  FTabs->setTabText(0, tr("&All events %1").arg(all));
-  FTabs->setTabText(1, tr("Fil&tered events %1").arg(passing));
-  for (int i = 0; i < FTabs->count(); ++i) FTabs->setTabToolTip(i, FTabs->tabText(i).remove('&'));  // may be cut
+  const QString analysis = FTabs->tabText(2);
+  FTabWords = {QStringList{tr("&All events %1").arg(all), tr("Fil&tered events %1").arg(passing), analysis},
+               QStringList{tr("&All %1").arg(all), tr("Fil&tered %1").arg(passing), analysis}};
+  CaptionTabs();
   const bool switchedOn = FConditions->isHidden() && !conditions.isEmpty();
   FConditions->setText(conditions);
   FConditions->setVisible(!conditions.isEmpty());
-  if (switchedOn) FTabs->setCurrentIndex(1);
+  if (switchedOn && !IsAnalysisInFront()) FTabs->setCurrentIndex(1);
+}
+
+// Short words where the whole ones would be cut; these are then in the tool tips.
+void TMainShockPanel::CaptionTabs() {
+  for (const QStringList& words : FTabWords) {
+    for (int i = 0; i < words.size(); ++i) {
+      FTabs->setTabText(i, words[i]);
+      FTabs->setTabToolTip(i, QString(FTabWords.front()[i]).remove('&'));
+    }
+    const int corner = FClipped->isHidden() ? 0 : FClipped->sizeHint().width();
+    if (FTabs->tabBar()->sizeHint().width() <= FTabs->width() - corner) return;
+  }
+}
+
+bool TMainShockPanel::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Resize) CaptionTabs();
+  return QWidget::eventFilter(watched, event);
+}
+
+bool TMainShockPanel::IsAnalysisInFront() const {
+  return FTabs->currentIndex() == 2;
 }
 
 void TMainShockPanel::ShowClipped(bool clipped) {
   FClipped->setVisible(clipped);
+  CaptionTabs();
 }

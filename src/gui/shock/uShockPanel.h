@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QWidget>
+#include <array>
 #include <optional>
 
 #include "gui/charts/uSeries.h"
@@ -35,6 +36,8 @@ class TMainShockPanel : public QWidget {
   [[nodiscard]] TAccelerationChart& ChartInFront() const;
   [[nodiscard]] TGrid* Shocks() const { return FShocks; }
   [[nodiscard]] TGrid* FilteredShocks() const { return FFilteredShocks; }
+  [[nodiscard]] TGrid* Analysis() const { return FAnalysis; }
+  [[nodiscard]] bool IsAnalysisInFront() const;
   [[nodiscard]] TEventCards* Cards() const { return FCards; }
   [[nodiscard]] TShockValuesGrid* Values() const { return FValues; }
   // Shows an event in both charts, which borrow it; nullopt empties them.
@@ -51,7 +54,11 @@ class TMainShockPanel : public QWidget {
   // Says beside the tabs that the selected event is clipped.
   void ShowClipped(bool clipped);
 
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
+  void CaptionTabs();
   void TakeRoomForValues(bool visible);
   void ConnectValues();
   [[nodiscard]] bool IsSpectrumInFront() const;
@@ -68,8 +75,10 @@ class TMainShockPanel : public QWidget {
   TShockValuesGrid* FValues;
   TGrid* FShocks;
   TGrid* FFilteredShocks;
+  TGrid* FAnalysis;
   TEventCards* FCards;
   QTabWidget* FTabs;
+  std::array<QStringList, 2> FTabWords;  // whole and short
   QLabel* FConditions;
   QLabel* FClipped;
   std::optional<int> FValuesWidth;  // px, when the table was last visible

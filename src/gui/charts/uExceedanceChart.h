@@ -1,0 +1,37 @@
+// Which part of the events exceeds a value of a quantity, on a logarithmic axis. Main thread only.
+#pragma once
+
+#include <span>
+#include <string>
+
+#include "analysis/uShockStatistics.h"
+#include "gui/charts/uAnalysisChart.h"
+
+class TExceedanceChart final : public TAnalysisChart {
+  Q_OBJECT
+
+ public:
+  TExceedanceChart(const QString& name, const QString& title, QWidget* parent);
+
+  void Clear() override { SetValues(TExceedance({}), {}, {}); }
+  void SetValues(TExceedance values, const QString& quantity, const QString& unit);
+
+  [[nodiscard]] TDataset Table() const override;
+  [[nodiscard]] TRangeTable VisibleStatistics() const override;
+
+ protected:
+  void ScaleValues() override;
+  [[nodiscard]] QString MomentText(double value) const override;
+  [[nodiscard]] std::optional<TReading> NearestTo(const QPointF& position) const override;
+
+ private:
+  // % of the events.
+  [[nodiscard]] double ExceededBy(std::size_t value) const { return 100 * FValues.ExceededPart(value); }
+  [[nodiscard]] QPointF PlaceOf(std::size_t value) const;
+  // The last value that is drawn at or left of a position, else the first.
+  [[nodiscard]] std::size_t ValueAt(double x) const;
+  void Paint(QCPPainter& painter);
+
+  TExceedance FValues{{}};
+  QString FQuantity, FUnit;
+};
