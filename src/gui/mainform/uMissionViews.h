@@ -32,6 +32,7 @@ class TMissionViews final : public IMissionViews {
   void RepaintChart(std::string_view chart) override;
   void CopyChart(std::string_view chart) override;
   [[nodiscard]] std::optional<TSpectrumChoice> ShownSpectrum() const override;
+  [[nodiscard]] std::optional<TShownResponse> ShownResponse() const override;
   [[nodiscard]] std::string ChartPicture(std::string_view chart, TPictureFormat format, int scale) override;
   void RefreshGrid(std::string_view grid) override;
   void RebuildFilteredEvents() override;

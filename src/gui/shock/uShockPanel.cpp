@@ -9,7 +9,9 @@
 #include <algorithm>
 
 #include "analysis/uEventOrdering.h"
+#include "analysis/uShockMetrics.h"
 #include "gui/charts/uEventsChart.h"
+#include "gui/charts/uResponseChart.h"
 #include "gui/charts/uSelectedEventChart.h"
 #include "gui/charts/uSpectrumChart.h"
 #include "gui/common/uGrid.h"
@@ -17,6 +19,7 @@
 #include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
 #include "gui/shock/uEventCards.h"
+#include "gui/shock/uResponsePanel.h"
 #include "gui/shock/uShockValuesGrid.h"
 #include "gui/shock/uSpectrumPanel.h"
 
@@ -39,6 +42,7 @@ TMainShockPanel::TMainShockPanel(QWidget* parent)
       FChart20(new TEventsChart(this)),
       FChart2(new TSelectedEventChart(this)),
       FSpectrum(new TSpectrumPanel(this)),
+      FResponse(new TResponsePanel(this)),
       FEventCharts(new QStackedWidget(this)),
       FValues(new TShockValuesGrid(this)),
       FShocks(new TGrid("dbgShocks", tr("Shock events"), EventIndexKey, this)),
@@ -62,6 +66,7 @@ TMainShockPanel::TMainShockPanel(QWidget* parent)
   FBelow->addWidget(MakeEventList());
   FEventCharts->addWidget(FChart2);
   FEventCharts->addWidget(FSpectrum);
+  FEventCharts->addWidget(FResponse);
   FBelow->addWidget(FEventCharts);
   FBelow->addWidget(FValues);
   FBelow->setSizes({740, 1260, 0});  // the value table beside the chart needs more than the list
@@ -81,20 +86,42 @@ TMainShockPanel::TMainShockPanel(QWidget* parent)
 void TMainShockPanel::ConnectValues() {
   FValues->hide();
   connect(FChart2, &TSelectedEventChart::SamplesChanged, this, &TMainShockPanel::ShowValues);
-  connect(FSpectrum->Chart(), &TSpectrumChart::SpectrumChanged, this, &TMainShockPanel::ShowValues);
-  for (const TTimeChart* chart : std::initializer_list<const TTimeChart*>{FChart2, FSpectrum->Chart()}) {
+  for (const TFrequencyChart* chart :
+       std::initializer_list<const TFrequencyChart*>{ChartSpecAnalysis(), ChartResponse()}) {
+    connect(chart, &TFrequencyChart::LinesChanged, this, [this, chart] {
+      if (chart == FrequenciesInFront()) ShowValues();
+    });
+  }
+  for (const TAccelerationChart* chart : EventCharts()) {
     connect(chart, &TTimeChart::IndicatorMoved, this, &TMainShockPanel::MarkValue);
   }
 }
 
-bool TMainShockPanel::IsSpectrumInFront() const {
-  return FEventCharts->currentWidget() == FSpectrum;
+TSpectrumChart* TMainShockPanel::ChartSpecAnalysis() const {
+  return FSpectrum->Chart();
+}
+
+TResponseChart* TMainShockPanel::ChartResponse() const {
+  return FResponse->Chart();
+}
+
+std::array<TAccelerationChart*, 3> TMainShockPanel::EventCharts() const {
+  return {FChart2, ChartSpecAnalysis(), ChartResponse()};
+}
+
+TFrequencyChart* TMainShockPanel::FrequenciesInFront() const {
+  if (FEventCharts->currentWidget() == FSpectrum) return ChartSpecAnalysis();
+  return FEventCharts->currentWidget() == FResponse ? ChartResponse() : nullptr;
+}
+
+TTimeChart& TMainShockPanel::EventChartInFront() const {
+  TFrequencyChart* const frequencies = FrequenciesInFront();
+  return frequencies != nullptr ? static_cast<TTimeChart&>(*frequencies) : *FChart2;
 }
 
 void TMainShockPanel::ShowValues() {
-  const TSpectrumChart& spectrum = *FSpectrum->Chart();
-  if (IsSpectrumInFront()) {
-    FValues->SetLines(spectrum.Spectrum().lines, spectrum.ValueUnit());
+  if (const TFrequencyChart* chart = FrequenciesInFront()) {
+    FValues->SetLines(chart->Lines(), chart->ValueUnit());
   } else {
     FValues->SetSamples(FChart2->Samples(), FChart2->StartMs());
   }
@@ -102,28 +129,37 @@ void TMainShockPanel::ShowValues() {
 
 void TMainShockPanel::MarkValue(double pointed) {
   if (FValues->isHidden()) return;
-  FValues->MarkRow(IsSpectrumInFront() ? FSpectrum->Chart()->LineAt(pointed) : FChart2->NearestSample(pointed));
-}
-
-TSpectrumChart* TMainShockPanel::ChartSpecAnalysis() const {
-  return FSpectrum->Chart();
+  const TFrequencyChart* const chart = FrequenciesInFront();
+  FValues->MarkRow(chart != nullptr ? chart->LineAt(pointed) : FChart2->NearestSample(pointed));
 }
 
 void TMainShockPanel::ShowEvent(const TEventList& events, std::optional<std::size_t> event,
                                 const TMissionData& mission) {
   FChart2->ShowEvent(events, event.value_or(events.Count()), mission);
-  FSpectrum->Chart()->ShowEvent(events, event.value_or(events.Count()));
+  ChartSpecAnalysis()->ShowEvent(events, event.value_or(events.Count()));
+  ChartResponse()->ShowEvent(events, event.value_or(events.Count()), ThresholdsOf(mission).totOn);
 }
 
 void TMainShockPanel::SetSpectrumVisible(bool visible) {
-  FEventCharts->setCurrentIndex(visible ? 1 : 0);
+  ShowInFront(FSpectrum, visible);
+}
+
+void TMainShockPanel::SetResponseVisible(bool visible) {
+  ShowInFront(FResponse, visible);
+}
+
+void TMainShockPanel::ShowInFront(QWidget* chart, bool visible) {
+  if (visible) {
+    FEventCharts->setCurrentWidget(chart);
+  } else if (FEventCharts->currentWidget() == chart) {
+    FEventCharts->setCurrentWidget(FChart2);
+  }
   ShowValues();
 }
 
 void TMainShockPanel::SetValuesVisible(bool visible) {
   if (visible == FValues->isHidden()) TakeRoomForValues(visible);
-  TTimeChart& chart = IsSpectrumInFront() ? static_cast<TTimeChart&>(*FSpectrum->Chart()) : *FChart2;
-  if (const auto pointed = chart.Marks().IndicatorTime()) MarkValue(*pointed);
+  if (const auto pointed = EventChartInFront().Marks().IndicatorTime()) MarkValue(*pointed);
 }
 
 // The table takes its room from the chart beside it and gives it back.
