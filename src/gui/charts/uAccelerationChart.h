@@ -17,6 +17,8 @@ class TAccelerationChart : public TTimeChart {
   void SetSeriesVisible(TSeries series, bool visible);
   [[nodiscard]] bool IsSeriesVisible(TSeries series) const { return FVisible[Place(series)]; }
   void SetColour(TSeries series, const QColor& colour);
+  // What is shown of the event, "spectrum", for captions and file names; empty for what was recorded.
+  [[nodiscard]] virtual QString ShownName() const { return {}; }
   void SetValueAxisLocked(bool locked) { Range().LockAxis(ValueAxis(), locked); }
 
  signals:

@@ -45,6 +45,9 @@ class TResponseChart final : public TFrequencyChart {
   [[nodiscard]] std::string WhyNone() const;
   [[nodiscard]] std::span<const TSpectrumLine> Lines() const override { return FLines; }
   [[nodiscard]] QString ValueUnit() const override;
+  [[nodiscard]] QString ShownName() const override {
+    return FIsEnvelope ? tr("response envelope") : tr("response spectrum");
+  }
 
  signals:
   // A calculation takes long: how many events are done.

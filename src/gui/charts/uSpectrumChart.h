@@ -34,6 +34,7 @@ class TSpectrumChart final : public TFrequencyChart {
   [[nodiscard]] const TSpectrum& Spectrum() const { return FSpectrum; }
   [[nodiscard]] std::span<const TSpectrumLine> Lines() const override { return FSpectrum.lines; }
   [[nodiscard]] QString ValueUnit() const override;
+  [[nodiscard]] QString ShownName() const override { return tr("spectrum"); }
 
  protected:
   void ShowTitle() override;

@@ -164,7 +164,7 @@ TTimeChart& ShownEventsChart(TTargets on) {
   return on.flow.View() == TView::Shock ? *on.parts.shock->Chart20() : *on.parts.overview->Chart1();
 }
 TTimeChart& ShownEventChart(TTargets on) {
-  return on.parts.shock->EventChartInFront();
+  return on.parts.shock->ChartInFront();
 }
 TTimeChart& AllSensorsChart(TTargets on) {
   return *on.parts.overview->ChartAllSensors();

@@ -25,7 +25,7 @@ TManualTopic TopicInFront(const TCommandTargets& on) {
   if (on.flow.View() == TView::Report) return TManualTopic::Output;
   if (parts.docks.ChartNavigator->hasFocus()) return TManualTopic::Charts;
   if (on.flow.View() == TView::Overview) return TManualTopic::QuickStart;
-  return &parts.shock->EventChartInFront() != parts.shock->Chart2() ? TManualTopic::Metrics : TManualTopic::Charts;
+  return &parts.shock->ChartInFront() != parts.shock->Chart2() ? TManualTopic::Metrics : TManualTopic::Charts;
 }
 
 }  // namespace

@@ -192,7 +192,7 @@ std::optional<TSpectrumChoice> TMissionViews::ShownSpectrum() const {
 
 std::optional<TShownResponse> TMissionViews::ShownResponse() const {
   const TResponseChart& chart = *FParts.shock->ChartResponse();
-  if (&FParts.shock->EventChartInFront() != &chart) return std::nullopt;
+  if (&FParts.shock->ChartInFront() != &chart) return std::nullopt;
   return TShownResponse{chart.Request().options.response, chart.IsEnvelope(), chart.Response().lines, chart.WhyNone()};
 }
 

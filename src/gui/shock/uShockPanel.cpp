@@ -114,9 +114,9 @@ TFrequencyChart* TMainShockPanel::FrequenciesInFront() const {
   return FEventCharts->currentWidget() == FResponse ? ChartResponse() : nullptr;
 }
 
-TTimeChart& TMainShockPanel::EventChartInFront() const {
-  TFrequencyChart* const frequencies = FrequenciesInFront();
-  return frequencies != nullptr ? static_cast<TTimeChart&>(*frequencies) : *FChart2;
+TAccelerationChart& TMainShockPanel::ChartInFront() const {
+  if (TFrequencyChart* const chart = FrequenciesInFront()) return *chart;
+  return *FChart2;
 }
 
 void TMainShockPanel::ShowValues() {
@@ -159,7 +159,7 @@ void TMainShockPanel::ShowInFront(QWidget* chart, bool visible) {
 
 void TMainShockPanel::SetValuesVisible(bool visible) {
   if (visible == FValues->isHidden()) TakeRoomForValues(visible);
-  if (const auto pointed = EventChartInFront().Marks().IndicatorTime()) MarkValue(*pointed);
+  if (const auto pointed = ChartInFront().Marks().IndicatorTime()) MarkValue(*pointed);
 }
 
 // The table takes its room from the chart beside it and gives it back.

@@ -25,7 +25,6 @@ class TSelectedEventChart;
 class TShockValuesGrid;
 class TSpectrumChart;
 class TSpectrumPanel;
-class TTimeChart;
 
 class TMainShockPanel : public QWidget {
   Q_OBJECT
@@ -37,9 +36,10 @@ class TMainShockPanel : public QWidget {
   [[nodiscard]] TSelectedEventChart* Chart2() const { return FChart2; }
   [[nodiscard]] TSpectrumChart* ChartSpecAnalysis() const;
   [[nodiscard]] TResponseChart* ChartResponse() const;
-  // The three charts of the selected event, and the one in front.
+  // The three charts of the selected event.
   [[nodiscard]] std::array<TAccelerationChart*, 3> EventCharts() const;
-  [[nodiscard]] TTimeChart& EventChartInFront() const;
+  // Of the selected event.
+  [[nodiscard]] TAccelerationChart& ChartInFront() const;
   [[nodiscard]] TGrid* Shocks() const { return FShocks; }
   [[nodiscard]] TGrid* FilteredShocks() const { return FFilteredShocks; }
   [[nodiscard]] TEventCards* Cards() const { return FCards; }
