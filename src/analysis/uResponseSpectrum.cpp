@@ -112,8 +112,10 @@ struct TFilters {
   }
 };
 
+template <TResponseSign Sign>
 struct TAxis {
-  TLanes response{}, change{}, max{}, min{};
+  TLanes response{}, change{};
+  TLanes extreme{};                // for maximax its square
   double before = 0, before2 = 0;  // the last two inputs
 
   void Step(const TFilters& filters, double input) {
@@ -121,20 +123,22 @@ struct TAxis {
       const double force = filters.b0[i] * input + filters.b1[i] * before + filters.b2[i] * before2;
       change[i] = filters.decay[i] * change[i] - filters.stiffness[i] * response[i] + force;
       response[i] += change[i];
-      max[i] = response[i] > max[i] ? response[i] : max[i];
-      min[i] = response[i] < min[i] ? response[i] : min[i];
+      const double candidate = Sign == TResponseSign::Maximax    ? response[i] * response[i]
+                               : Sign == TResponseSign::Positive ? response[i]
+                                                                 : -response[i];
+      extreme[i] = candidate > extreme[i] ? candidate : extreme[i];
     }
     before2 = before;
     before = input;
   }
-  [[nodiscard]] double Extreme(std::size_t lane, TResponseSign sign) const {
-    if (sign == TResponseSign::Positive) return max[lane];
-    return sign == TResponseSign::Negative ? -min[lane] : std::max(max[lane], -min[lane]);
+  [[nodiscard]] double Extreme(std::size_t lane) const {
+    return Sign == TResponseSign::Maximax ? std::sqrt(extreme[lane]) : extreme[lane];
   }
 };
 
+template <TResponseSign Sign>
 struct TOscillators {
-  TAxis x, y, z;
+  TAxis<Sign> x, y, z;
   TLanes squares{};  // the largest of the total
 
   void Step(const TFilters& filters, double inputX, double inputY, double inputZ) {
@@ -149,11 +153,13 @@ struct TOscillators {
   }
 };
 
-TOscillators Run(const TFilters& filters, const TShockSamples& shock, std::size_t zeros) {
-  TOscillators all;
-  for (std::size_t i = 0; i < shock.Count(); ++i) all.Step(filters, shock.x[i], shock.y[i], shock.z[i]);
-  for (std::size_t i = 0; i < zeros; ++i) all.Step(filters, 0, 0, 0);
-  return all;
+// Calls step(i) for each i below count, until it is asked to stop.
+void ForEachStep(std::size_t count, const std::stop_token& stop, const auto& step) {
+  constexpr std::size_t kStepsBetween = 16384;
+  for (std::size_t begin = 0; begin < count && !stop.stop_requested(); begin += kStepsBetween) {
+    const std::size_t end = std::min(begin + kStepsBetween, count);
+    for (std::size_t i = begin; i < end; ++i) step(i);
+  }
 }
 
 // Steps of a number of periods, rounded up.
@@ -161,8 +167,9 @@ double StepsOf(double periods, double hertz, double rate) {
   return std::ceil(periods * rate / hertz);
 }
 
+template <TResponseSign Sign>
 void CalcSome(const TShockSamples& shock, std::span<TResponseLine> lines, double lowest,
-              const TResponseOptions& options) {
+              const TResponseOptions& options, const std::stop_token& stop) {
   const double rate = shock.Rate();
   TFilters filters;
   double slowest = lines.front().hertz;
@@ -175,16 +182,28 @@ void CalcSome(const TShockSamples& shock, std::span<TResponseLine> lines, double
   }
   // After Q + 2 periods less than a twentieth of a response is left, and no later extreme can be the largest.
   const double zeros = std::min(StepsOf(kPeriodsOfZeros, lowest, rate), StepsOf(options.quality + 2, slowest, rate));
-  const TOscillators all = Run(filters, shock, static_cast<std::size_t>(zeros));
+  TOscillators<Sign> all;
+  ForEachStep(shock.Count(), stop, [&](std::size_t i) { all.Step(filters, shock.x[i], shock.y[i], shock.z[i]); });
+  ForEachStep(static_cast<std::size_t>(zeros), stop, [&](std::size_t) { all.Step(filters, 0, 0, 0); });
   const bool hasX = std::isfinite(shock.x.front());
   const bool hasY = std::isfinite(shock.y.front());
   const bool hasZ = std::isfinite(shock.z.front());
   for (std::size_t i = 0; i < lines.size(); ++i) {
-    if (hasX) lines[i].x = all.x.Extreme(i, options.sign);
-    if (hasY) lines[i].y = all.y.Extreme(i, options.sign);
-    if (hasZ) lines[i].z = all.z.Extreme(i, options.sign);
+    if (hasX) lines[i].x = all.x.Extreme(i);
+    if (hasY) lines[i].y = all.y.Extreme(i);
+    if (hasZ) lines[i].z = all.z.Extreme(i);
     if (hasX && hasY && hasZ) lines[i].total = std::sqrt(all.squares[i]);
   }
+}
+
+// The same by the sign that the options name.
+void CalcBySign(const TShockSamples& shock, std::span<TResponseLine> lines, double lowest,
+                const TResponseOptions& options, const std::stop_token& stop) {
+  using enum TResponseSign;
+  const auto calc = options.sign == Maximax    ? CalcSome<Maximax>
+                    : options.sign == Positive ? CalcSome<Positive>
+                                               : CalcSome<Negative>;
+  calc(shock, lines, lowest, options, stop);
 }
 
 }  // namespace
@@ -195,7 +214,7 @@ TResponseRange ResponseRangeOf(double hertz, double rate) {
 }
 
 std::vector<TResponseLine> CalcResponseSpectrum(const TShockSamples& shock, std::span<const double> hertz,
-                                                const TResponseOptions& options) {
+                                                const TResponseOptions& options, const std::stop_token& stop) {
   if (!(options.quality > 0.5) || !std::isfinite(options.quality)) {
     throw std::invalid_argument("The quality of an oscillator is above 0.5.");
   }
@@ -210,7 +229,7 @@ std::vector<TResponseLine> CalcResponseSpectrum(const TShockSamples& shock, std:
     lowest = std::min(lowest, one);
   }
   for (std::size_t i = 0; i < computed.size(); i += kLanes) {
-    CalcSome(shock, std::span(computed).subspan(i, std::min(kLanes, computed.size() - i)), lowest, options);
+    CalcBySign(shock, std::span(computed).subspan(i, std::min(kLanes, computed.size() - i)), lowest, options, stop);
   }
   std::vector<TResponseLine> lines;
   auto next = computed.begin();

@@ -9,6 +9,7 @@
 #include <array>
 #include <cstddef>
 #include <span>
+#include <stop_token>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -62,9 +63,9 @@ struct TResponseLine {
 
 // A line for each frequency, in their order. A line of TResponseRange::None, and an axis that is NaN, with it the
 // total, has NaN. Throws std::invalid_argument for a quality that is not finite and above 0.5. Without samples: no
-// lines.
+// lines. Asked to stop it returns soon, and the values mean nothing.
 std::vector<TResponseLine> CalcResponseSpectrum(const TShockSamples& shock, std::span<const double> hertz,
-                                                const TResponseOptions& options);
+                                                const TResponseOptions& options, const std::stop_token& stop = {});
 
 // 10 Hz times 2^(k/perOctave) for every whole k that leads into from … to, ends included, rising. None unless both are
 // above 0 and finite.

@@ -52,6 +52,9 @@ TShockSamples WithBaseline(TShockSamples shock);
 // √(x² + y² + z²) of each point, g.
 std::vector<double> Magnitudes(const TShockSamples& shock);
 
+// Why nothing can be calculated from an event without an axis.
+inline constexpr std::string_view kNoAxis = "Each axis has a sample that is no finite number.";
+
 // True when one of the last twentieth of the samples exceeds a tenth of the peak: the record ends before the shock
 // does, so slow responses and the velocity change come out too small.
 bool IsCutShort(const TShockSamples& shock);

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "analysis/uResponseSpectrum.h"
+#include "analysis/uShockResponse.h"
 #include "analysis/uSpectrum.h"
 #include "base/uDateTime.h"
 #include "cli/uConsole.h"
@@ -41,11 +41,7 @@ TStatus SpectrumCommand(const std::string& file, std::size_t event, TSpectrumTyp
 
 struct TSrsRequest {
   std::optional<std::size_t> event;  // its ID; without one: the envelope of all events
-  TResponseOptions options;
-  TBaseline baseline = TBaseline::Before;
-  std::size_t octave = 12;          // frequencies in an octave: 3, 6 or 12
-  std::optional<double> from, to;   // Hz; 1/duration and a quarter of the sampling rate unless given
-  std::vector<double> frequencies;  // Hz, instead of octaves
+  TResponseRequest response;         // but for its level, which is the recording's
 };
 
 // The shock response spectrum of one event or the envelope of all in the CSV line format, numbers exact; on err how far

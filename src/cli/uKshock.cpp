@@ -165,18 +165,20 @@ class TCommandLine {
     command->add_option_function<std::string>("--event", parseEvent, "ID of the event, or all")
         ->required()
         ->type_name("ID|all");
-    AddReal(command, "--q", FSrs.options.quality, 0.5, "Quality of the oscillators, above 0.5; 10 unless given");
+    AddReal(command, "--q", FSrs.response.options.quality, 0.5,
+            "Quality of the oscillators, above 0.5; 10 unless given");
     CLI::Option* octave =
-        command->add_option("--octave", FSrs.octave, "Frequencies in an octave: 3, 6 or 12; 12 unless given")
-            ->check(CLI::IsMember({3, 6, 12}))
+        command
+            ->add_option("--octave", FSrs.response.octave, "Frequencies in an octave: 3, 6, 12 or 24; 12 unless given")
+            ->check(CLI::IsMember({3, 6, 12, 24}))
             ->type_name("N");
-    CLI::Option* from = AddReal(command, "--from", FSrs.from, 0, "Lowest frequency; 1/duration unless given");
+    CLI::Option* from = AddReal(command, "--from", FSrs.response.from, 0, "Lowest frequency; 1/duration unless given");
     CLI::Option* to =
-        AddReal(command, "--to", FSrs.to, 0, "Highest frequency; a quarter of the sampling rate unless given");
+        AddReal(command, "--to", FSrs.response.to, 0, "Highest frequency; a quarter of the sampling rate unless given");
     const auto parseList = [this](const std::string& text) {
       std::istringstream parts(text);
       for (std::string part; std::getline(parts, part, ',');) {
-        FSrs.frequencies.push_back(ParseReal("--frequencies", part, 0));
+        FSrs.response.frequencies.push_back(ParseReal("--frequencies", part, 0));
       }
     };
     command->add_option_function<std::string>("--frequencies", parseList, "These instead, such as 10,20,72.7")
@@ -184,9 +186,9 @@ class TCommandLine {
         ->excludes(octave)
         ->excludes(from)
         ->excludes(to);
-    AddChoice(command, "--response", FSrs.options.response, kResponses);
-    AddChoice(command, "--sign", FSrs.options.sign, kResponseSigns);
-    AddChoice(command, "--baseline", FSrs.baseline, kBaselines);
+    AddChoice(command, "--response", FSrs.response.options.response, kResponses);
+    AddChoice(command, "--sign", FSrs.response.options.sign, kResponseSigns);
+    AddChoice(command, "--baseline", FSrs.response.baseline, kBaselines);
     command->callback([this] { FStatus = SrsCommand(FFile, FSrs, FConsole); });
   }
 

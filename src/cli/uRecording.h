@@ -35,6 +35,3 @@ bool HasEvent(const std::string& file, const TRecording& recording, std::size_t 
 
 // Says why there is no result, and returns the status.
 TStatus NoResult(const std::string& file, const TRecording& recording, const std::string& why, const TConsole& console);
-
-// One sample that is not finite takes its whole axis.
-inline constexpr std::string_view kNoAxis = "Each axis has a sample that is no finite number.";

@@ -1,7 +1,10 @@
 #include "export/uCsvExports.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <cerrno>
+#include <cmath>
 #include <exception>
 #include <fstream>
 #include <system_error>
@@ -115,6 +118,22 @@ void AppendCsvRow(std::string& text, const TCurveRow& row) {
   text += kLineBreak;
 }
 
+void AppendCsvExact(std::string& text, double value) {
+  AppendCsvField(text, std::isnan(value) ? std::string() : fmt::format("{}", value));
+}
+
+std::string ResponseCsv(std::span<const TResponseLine> lines, TResponse response) {
+  std::string text;
+  for (const std::string& title : ResponseTitles(response)) AppendCsvField(text, title);
+  text += kLineBreak;
+  for (const TResponseLine& line : lines) {
+    for (const double value : {line.hertz, line.x, line.y, line.z, line.total}) AppendCsvExact(text, value);
+    AppendCsvField(text, kResponseRangeNames[static_cast<std::size_t>(line.range)]);
+    text += kLineBreak;
+  }
+  return text;
+}
+
 void WriteTableCsv(TDataset& table, const TCsvSink& sink) {
   std::string line;
   const auto finishLine = [&] {
@@ -185,6 +204,16 @@ void ExportSpectrumCsv(const TSpectrum& spectrum, std::size_t timePoints, const 
       }
       file.EndLine();
     }
+    file.Close();
+  });
+}
+
+void ExportResponseCsv(std::span<const TResponseLine> lines, TResponse response, const fs::path& path,
+                       IProgress& progress) {
+  Begin(1, progress);
+  WriteExport(path, progress, [&](const fs::path& beside) {
+    TCsvFile file(beside, progress);
+    file.Text() = ResponseCsv(lines, response);
     file.Close();
   });
 }

@@ -13,6 +13,7 @@
 #include <string_view>
 
 #include "analysis/uDataset.h"
+#include "analysis/uResponseSpectrum.h"
 #include "analysis/uSpectrum.h"
 #include "base/uProgress.h"
 #include "export/uCurveRows.h"
@@ -32,6 +33,10 @@ void AppendCsvField(std::string& line, std::string_view text);
 // Lines with their CR LF: titles, and numbers in general form.
 void AppendCsvTitles(std::string& text, const TCurveTitles& titles);
 void AppendCsvRow(std::string& text, const TCurveRow& row);
+// A field with the shortest text that reads back as the same number; empty for NaN.
+void AppendCsvExact(std::string& text, double value);
+// Titles and lines of a response spectrum, numbers exact, each with its range.
+std::string ResponseCsv(std::span<const TResponseLine> lines, TResponse response);
 
 // A line of the labels, then a line of display texts for each record in the order of the selected index; CR LF after
 // each. The table stands on its last record afterwards.
@@ -51,6 +56,10 @@ void ExportEventCsv(const TEvent& event, bool highPass, const std::filesystem::p
 // The spectrum of the shock chart. Kept on purpose: as many lines as the time series has points, with empty fields
 // after the last line of the spectrum.
 void ExportSpectrumCsv(const TSpectrum& spectrum, std::size_t timePoints, const std::filesystem::path& file,
+                       IProgress& progress);
+
+// A response spectrum, as ResponseCsv.
+void ExportResponseCsv(std::span<const TResponseLine> lines, TResponse response, const std::filesystem::path& file,
                        IProgress& progress);
 
 // A whole table, as WriteTableCsv.

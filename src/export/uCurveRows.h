@@ -3,10 +3,12 @@
 
 #include <array>
 #include <cmath>
+#include <string>
 #include <string_view>
 #include <vector>
 
 #include "analysis/uHighPassFilter.h"
+#include "analysis/uResponseSpectrum.h"
 #include "analysis/uSpectrum.h"
 #include "model/uEvents.h"
 
@@ -15,6 +17,12 @@ using TCurveTitles = std::array<std::string_view, 5>;
 
 inline constexpr TCurveTitles kTimeTitles = {"Time (msec)", "X (g)", "Y (g)", "Z (g)", "Total (g)"};
 inline constexpr TCurveTitles kSpectrumTitles = {"HZ", "X", "Y", "Z", "Total"};
+
+// "Frequency (Hz)", "X (g)" …, "Range".
+inline std::array<std::string, 6> ResponseTitles(TResponse response) {
+  const std::string unit = response == TResponse::Acceleration ? " (g)" : " (m/s)";
+  return {"Frequency (Hz)", "X" + unit, "Y" + unit, "Z" + unit, "Total" + unit, "Range"};
+}
 
 // A sample as it is stored; its time in ms from `start`.
 inline TCurveRow RowOf(const TEventValue& value, double start) {

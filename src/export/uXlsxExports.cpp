@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cmath>
 #include <iterator>
 #include <stdexcept>
 #include <string>
@@ -25,8 +26,8 @@ constexpr std::size_t kMaxSamples = TWorkbook::kMaxRows - kEventTitleRows;  // o
 constexpr std::size_t kRowsPerStep = 100;
 constexpr std::size_t kMaxWidth = 60;  // of a column, in characters
 constexpr std::size_t kMargin = 2;
-constexpr std::size_t kFilterButton = 3;                      // of a title, which is bold besides
-constexpr std::size_t kEventWidths[] = {18, 24, 14, 14, 14};  // of labels, the start, numbers
+constexpr std::size_t kFilterButton = 3;                          // of a title, which is bold besides
+constexpr std::size_t kEventWidths[] = {18, 24, 14, 14, 14, 10};  // of labels, the start, numbers, a range
 constexpr std::string_view kTimestamp = "Timestamp";
 
 std::string WorkbookDateMask() {
@@ -146,7 +147,14 @@ void WriteTable(TDataset& table, std::size_t titleRow, TWidths widths, TWorkbook
   if (fields > 0) book.MarkTable(titleRow, row, fields);
 }
 
-void WriteEventHead(const TEventSource& source, std::size_t index, const TCurveTitles& titles, TWorkbook& book) {
+void WriteTitles(const auto& titles, TWorkbook& book) {
+  for (std::size_t i = 0; i < titles.size(); ++i) {
+    book.WriteText(kEventTitleRows - 1, i, std::string(titles[i]));
+    book.SetColumnWidth(i, kEventWidths[i]);
+  }
+}
+
+void WriteEventHead(const TEventSource& source, std::size_t index, TWorkbook& book) {
   const TEvent& event = source.events.GetItem(index);
   const auto metric = [&](std::size_t row, std::size_t column, std::string_view field) {
     book.WriteText(row, column, fmt::format("{}:", field));
@@ -164,10 +172,6 @@ void WriteEventHead(const TEventSource& source, std::size_t index, const TCurveT
   metric(1, 3, "IoT total");
   metric(2, 0, "ToT total");
   metric(2, 3, "IoT max");
-  for (std::size_t i = 0; i < titles.size(); ++i) {
-    book.WriteText(kEventTitleRows - 1, i, std::string(titles[i]));
-    book.SetColumnWidth(i, kEventWidths[i]);
-  }
 }
 
 std::size_t CellsOf(std::size_t curveRows) {
@@ -189,7 +193,8 @@ void WriteEvent(const TEventSource& source, std::size_t index, bool highPass, TS
   TWorkbook* book = nullptr;
   const auto newSheet = [&] {
     book = &sheets.Add(EventSheetName(event.ID, ++part), kEventTitleRows);
-    WriteEventHead(source, index, kTimeTitles, *book);
+    WriteEventHead(source, index, *book);
+    WriteTitles(kTimeTitles, *book);
     return kEventTitleRows;
   };
   std::size_t row = newSheet();
@@ -258,8 +263,31 @@ void ExportSpectrumXlsx(const TEventSource& source, std::size_t index, const TSp
   WriteSheets(source.mission, file, {1, CellsOf(spectrum.lines.size())}, progress, [&](TSheets& sheets) {
     const std::string name = fmt::format("{} Spectral Analysis", EventSheetName(source.events.GetItem(index).ID));
     TWorkbook& book = sheets.Add(SafeSheetName(name), kEventTitleRows);
-    WriteEventHead(source, index, kSpectrumTitles, book);
+    WriteEventHead(source, index, book);
+    WriteTitles(kSpectrumTitles, book);
     std::size_t row = kEventTitleRows;
     for (const TSpectrumLine& line : spectrum.lines) WriteCurveRow(RowOf(line), row++, book, sheets);
+  });
+}
+
+void ExportResponseXlsx(const TEventSource& source, std::optional<std::size_t> index,
+                        std::span<const TResponseLine> lines, TResponse response, const fs::path& file,
+                        IProgress& progress) {
+  const auto titles = ResponseTitles(response);
+  WriteSheets(source.mission, file, {1, lines.size() * titles.size()}, progress, [&](TSheets& sheets) {
+    const std::string whose = index ? EventSheetName(source.events.GetItem(*index).ID) : std::string("Envelope");
+    TWorkbook& book = sheets.Add(SafeSheetName(whose + " Response"), kEventTitleRows);
+    if (index) WriteEventHead(source, *index, book);
+    WriteTitles(titles, book);
+    std::size_t row = kEventTitleRows;
+    for (const TResponseLine& line : lines) {
+      std::size_t column = 0;
+      for (const double value : {line.hertz, line.x, line.y, line.z, line.total}) {
+        if (!std::isnan(value)) book.WriteNumber(row, column, value);
+        ++column;
+      }
+      book.WriteText(row++, column, std::string(kResponseRangeNames[static_cast<std::size_t>(line.range)]));
+      sheets.RowWritten();
+    }
   });
 }

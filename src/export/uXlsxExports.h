@@ -8,9 +8,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <span>
 
 #include "analysis/uDataset.h"
+#include "analysis/uResponseSpectrum.h"
 #include "analysis/uSpectrum.h"
 #include "base/uProgress.h"
 #include "export/uExportNames.h"
@@ -35,6 +37,11 @@ void ExportTablesXlsx(const TMissionData& mission, std::span<const TNamedTable> 
 // Two sheets, "Sensors" and "Battery".
 void ExportMeasurementsXlsx(const TMissionData& mission, TDataset& sensors, TDataset& battery,
                             const std::filesystem::path& file, IProgress& progress);
+// A response spectrum, of the event at `index` or without one the envelope of several; empty cells where a line is not
+// computed.
+void ExportResponseXlsx(const TEventSource& source, std::optional<std::size_t> index,
+                        std::span<const TResponseLine> lines, TResponse response, const std::filesystem::path& file,
+                        IProgress& progress);
 
 // A sheet for each event, by its index in the list. An event that is too long for one sheet continues in another with
 // the same head. Without events there is one empty sheet with the name of a table's.
@@ -46,3 +53,8 @@ void ExportEventXlsx(const TEventSource& source, std::size_t index, bool highPas
                      IProgress& progress);
 void ExportSpectrumXlsx(const TEventSource& source, std::size_t index, const TSpectrum& spectrum,
                         const std::filesystem::path& file, IProgress& progress);
+// A response spectrum, of the event at `index` or without one the envelope of several; empty cells where a line is not
+// computed.
+void ExportResponseXlsx(const TEventSource& source, std::optional<std::size_t> index,
+                        std::span<const TResponseLine> lines, TResponse response, const std::filesystem::path& file,
+                        IProgress& progress);

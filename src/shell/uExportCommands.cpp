@@ -72,6 +72,7 @@ struct TExportCommands::TShownEvent {
   bool highPass;
   std::string_view spectrumType;  // empty in the time domain
   TSpectrum spectrum;
+  std::optional<TShownResponse> response;
 };
 
 void TExportCommands::barbtnEventsCSVAllShocksClick() {
@@ -93,11 +94,12 @@ void TExportCommands::barbtnEventsCSVCalibrationVisibleClick() {
 void TExportCommands::actExportShockToCSVExecute() {
   const auto shown = EventInChart();
   if (!shown) return;
-  const auto file = Ask(TKind::Csv, "Save the Shock Event CSV file",
-                        ProposedEventName(FFlow.Mission().Data, shown->index, shown->spectrumType));
+  const auto file = Ask(TKind::Csv, "Save the Shock Event CSV file", ShockName(shown->spectrumType));
   if (!file) return;
   const auto write = [&](IProgress& progress) {
-    if (shown->spectrumType.empty()) {
+    if (shown->response) {
+      ExportResponseCsv(shown->response->lines, shown->response->response, *file, progress);
+    } else if (shown->spectrumType.empty()) {
       ExportEventCsv(shown->event, shown->highPass, *file, progress);
     } else {
       const std::size_t samples = shown->event.Count();
@@ -115,7 +117,10 @@ void TExportCommands::barbtnShockSaveChartAsXLSXClick() {
   if (!file) return;
   const TEventSource source{FFlow.Mission().Data, FFlow.Mission().Events, FFlow.Mission().Tables.Events};
   const auto write = [&](IProgress& progress) {
-    if (shown->spectrumType.empty()) {
+    if (const auto& response = shown->response) {
+      const auto index = response->isEnvelope ? std::nullopt : std::optional(shown->index);
+      ExportResponseXlsx(source, index, response->lines, response->response, *file, progress);
+    } else if (shown->spectrumType.empty()) {
       ExportEventXlsx(source, shown->index, shown->highPass, *file, progress);
     } else {
       ExportSpectrumXlsx(source, shown->index, shown->spectrum, *file, progress);
@@ -207,7 +212,16 @@ std::optional<TExportCommands::TShownEvent> TExportCommands::EventInChart() {
     return std::nullopt;
   }
   TShownEvent shown{
-      *mission.SelectedEvent, mission.Events.GetItem(*mission.SelectedEvent), mission.Settings.highPass, {}, {}};
+      *mission.SelectedEvent, mission.Events.GetItem(*mission.SelectedEvent), mission.Settings.highPass, {}, {}, {}};
+  if (auto response = FViews.ShownResponse()) {
+    shown.spectrumType = "Response";
+    if (!response->lines.empty()) {
+      shown.response = std::move(response);
+      return shown;
+    }
+    FDialogs.ShowMessage("There is no response spectrum to export.", response->why);
+    return std::nullopt;
+  }
   const auto choice = FViews.ShownSpectrum();
   if (!choice) return shown;
   const auto& [name, type] = kSpectrumTypes.at(choice->type);
@@ -447,6 +461,7 @@ std::string_view TExportCommands::EventsChart() const {
 }
 
 std::string_view TExportCommands::ShockChart() const {
+  if (FViews.ShownResponse()) return "chartResponse";
   return FViews.ShownSpectrum() ? "chartSpecAnalysis" : "Chart2";
 }
 
@@ -454,9 +469,11 @@ std::string TExportCommands::MissionName() {
   return ProposedName(kMissionName, FFlow.Mission().Data);
 }
 
-std::string TExportCommands::ShockName() {
+std::string TExportCommands::ShockName(std::string_view spectrumType) {
+  const auto response = FViews.ShownResponse();
+  if (response && response->isEnvelope) return MissionName() + " Response Envelope";
   const auto event = FFlow.Mission().SelectedEvent;
-  return event ? ProposedEventName(FFlow.Mission().Data, *event) : MissionName();
+  return event ? ProposedEventName(FFlow.Mission().Data, *event, spectrumType) : MissionName();
 }
 
 void TExportCommands::CopyChart(std::string_view chart) {

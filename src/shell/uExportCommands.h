@@ -3,7 +3,8 @@
 // cancelled, a failure names the file and the reason. Main thread only.
 //
 // The visible events are those that pass the filter while it is on, else all, in the order of the grids. The events
-// chart is the one of the view in front; the shock chart is the spectrum while that is shown, else the curves.
+// chart is the one of the view in front; the shock chart is the spectrum or the response spectrum while that is shown,
+// else the curves.
 #pragma once
 
 #include <cstdint>
@@ -33,7 +34,7 @@ class TExportCommands {
   void barbtnEventsCSVCalibrationClick();
   void barbtnEventsCSVCalibrationVisibleClick();
 
-  // The event of the shock chart as the chart shows it: samples, high-passed curves or spectrum.
+  // The event of the shock chart as the chart shows it: samples, high-passed curves, spectrum or response spectrum.
   void actExportShockToCSVExecute();
   void barbtnShockSaveChartAsXLSXClick();
 
@@ -115,7 +116,8 @@ class TExportCommands {
   [[nodiscard]] std::string_view EventsChart() const;
   [[nodiscard]] std::string_view ShockChart() const;
   [[nodiscard]] std::string MissionName();
-  [[nodiscard]] std::string ShockName();
+  // Of a picture or a file of the shock chart.
+  [[nodiscard]] std::string ShockName(std::string_view spectrumType = {});
   void CopyChart(std::string_view chart);
   void SaveChart(std::string_view chart, std::string name, TPictureFormat format);
   void ShowWritten(const std::filesystem::path& place);

@@ -6,7 +6,9 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "analysis/uResponseSpectrum.h"
 #include "shell/uIControls.h"
 #include "shell/uShownMission.h"
 
@@ -16,6 +18,14 @@ enum class TPictureFormat { Bitmap, Png, Svg };
 struct TSpectrumChoice {
   std::size_t type = 0;
   std::size_t window = 0;
+};
+
+// The response spectrum in the shock chart.
+struct TShownResponse {
+  TResponse response = TResponse::Acceleration;
+  bool isEnvelope = false;           // else of the selected event
+  std::vector<TResponseLine> lines;  // none: `why` says why
+  std::string why;
 };
 
 class IMissionViews {
@@ -48,8 +58,10 @@ class IMissionViews {
   virtual void RepaintChart(std::string_view chart) = 0;
   // The chart as on the screen, but dark on white.
   virtual void CopyChart(std::string_view chart) = 0;
-  // No value while the selected event's curves are shown.
+  // No value while the spectrum is not shown.
   [[nodiscard]] virtual std::optional<TSpectrumChoice> ShownSpectrum() const = 0;
+  // No value while it is not shown.
+  [[nodiscard]] virtual std::optional<TShownResponse> ShownResponse() const = 0;
   // The bytes of a picture file. A bitmap is what CopyChart copies. PNG and SVG have the mission's ID as caption, and
   // neither the state of the sync nor hidden series in the legend; a PNG has `scale` times the pixels of the screen in
   // both directions. Throws when the picture cannot be made.

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <condition_variable>
 #include <mutex>
 #include <utility>
@@ -266,6 +267,26 @@ TEST_F(ExportCommands, TheEventInTheChartIsExportedAsTheChartShowsIt) {
   log = RunIn(&E::barbtnShockSaveChartAsXLSXClick, "spectrum.xlsx");
   EXPECT_THAT(log, StartsWith("ask \"Export Shock Event to XLSX file\" for " + FTo.string() + "/Mission-A17 of XLSX"));
   EXPECT_THAT(log, EndsWith("information \"Excel sheet created\"; " + WrittenIn("spectrum.xlsx")));
+}
+
+TEST_F(ExportCommands, AResponseSpectrumIsExportedWithItsRangesAndAnEnvelopeUnderItsOwnName) {
+  SelectEvent(FFlow.Mission(), 0, FWindow.views);
+  const double none = std::nan("");
+  FWindow.views.Response = {
+      .response = TResponse::PseudoVelocity,
+      .lines = {{10, 1.5, 2, 3, 4, TResponseRange::Valid}, {20, none, none, none, none, TResponseRange::None}}};
+  FWindow.log.Take();
+  EXPECT_THAT(RunIn(&E::actExportShockToCSVExecute, "r.csv"), HasSubstr("/Mission-A17 ID-0 Response of"));
+  EXPECT_EQ(TextOf("r.csv"),
+            "\"Frequency (Hz)\",\"X (m/s)\",\"Y (m/s)\",\"Z (m/s)\",\"Total (m/s)\",\"Range\",\r\n"
+            "\"10\",\"1.5\",\"2\",\"3\",\"4\",\"valid\",\r\n\"20\",\"\",\"\",\"\",\"\",\"none\",\r\n");
+  EXPECT_THAT(RunIn(&E::barbtnShockSaveChartAsXLSXClick, "r.xlsx"), EndsWith(WrittenIn("r.xlsx")));
+  FWindow.views.Response->isEnvelope = true;
+  EXPECT_THAT(RunIn(&E::actExportShockToCSVExecute, "e.csv"), HasSubstr("/Mission-A17 Response Envelope of"));
+  EXPECT_THAT(RunIn(&E::barbtnShockSaveChartAsXLSXClick, "e.xlsx"), EndsWith(WrittenIn("e.xlsx")));
+  FWindow.views.Response = {.lines = {}, .why = "No event is visible."};
+  EXPECT_EQ(RunIn(&E::actExportShockToCSVExecute, "n.csv"),
+            "box \"There is no response spectrum to export.\" No event is visible.; ");
 }
 
 TEST_F(ExportCommands, WithoutAnEventOrASpectrumAMessageIsShownAndNothingIsWritten) {

@@ -153,7 +153,8 @@ class TFakeViews final : public IMissionViews {
 
   std::optional<TTimeSpan> Data;            // of the navigator
   std::optional<TSpectrumChoice> Spectrum;  // nothing: the curves are shown
-  std::function<void()> OnEmpty = [] {};    // called by EmptyGridsAndCharts
+  std::optional<TShownResponse> Response;
+  std::function<void()> OnEmpty = [] {};  // called by EmptyGridsAndCharts
 
   void EmptyGridsAndCharts() override {
     FLog.Add("empty grids and charts");
@@ -182,6 +183,7 @@ class TFakeViews final : public IMissionViews {
   void RepaintChart(std::string_view chart) override { FLog.Add("repaint {}", chart); }
   void CopyChart(std::string_view chart) override { FLog.Add("copy {}", chart); }
   [[nodiscard]] std::optional<TSpectrumChoice> ShownSpectrum() const override { return Spectrum; }
+  [[nodiscard]] std::optional<TShownResponse> ShownResponse() const override { return Response; }
   [[nodiscard]] std::string ChartPicture(std::string_view chart, TPictureFormat format, int scale) override {
     if (format == TPictureFormat::Bitmap) return fmt::format("{} as bitmap", chart);
     return fmt::format("{} as {} {}x", chart, format == TPictureFormat::Png ? "PNG" : "SVG", scale);

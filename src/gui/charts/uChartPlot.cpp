@@ -266,7 +266,7 @@ void TChartPlot::SetLogarithmic(QCPAxis& axis, bool on) {
   if (IsLogarithmic(axis) == on) return;
   axis.setScaleType(on ? QCPAxis::stLogarithmic : QCPAxis::stLinear);
   if (on) {
-    axis.setTicker(QSharedPointer<TLogTicker>::create());
+    axis.setTicker(QSharedPointer<TLogTicker>::create(axis));
   } else {
     axis.setTicker(QSharedPointer<TNumberTicker>::create(axis));
   }

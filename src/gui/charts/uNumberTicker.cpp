@@ -60,6 +60,33 @@ QString TNumberTicker::getTickLabel(double tick, const QLocale& /*locale*/, QCha
   return QString::number(tick, 'g', static_cast<int>(std::clamp(digits, 3.0, 15.0)));
 }
 
+std::vector<double> LogSteps(double from, double to, double min) {
+  const double kSmallest = std::log10(2.0);  // from 1 to 2, the least of the steps
+  const bool fine = min <= kSmallest;
+  const int powers = fine ? 1 : std::max(1, static_cast<int>(std::ceil(min)));
+  std::vector<double> steps;
+  const auto last = static_cast<int>(std::floor(std::log10(to)));
+  for (int power = static_cast<int>(std::floor(std::log10(from))); power <= last; ++power) {
+    if (power % powers != 0) continue;
+    for (const double part : {1.0, 2.0, 5.0}) {
+      const double step = part * std::pow(10.0, power);
+      if (step >= from && step <= to && (fine || part == 1)) steps.push_back(step);
+    }
+  }
+  return steps;
+}
+
+QVector<double> TLogTicker::createTickVector(double /*tickStep*/, const QCPRange& range) {
+  const QFontMetrics metrics(FAxis.tickLabelFont());
+  const bool across = FAxis.orientation() == Qt::Horizontal;
+  const double room = across ? metrics.horizontalAdvance("10000 ") : metrics.height() * 1.5;
+  const std::vector<double> steps =
+      LogSteps(range.lower, range.upper, std::log10(range.upper / range.lower) * room / AxisLength(FAxis));
+  if (steps.size() > 1) return {steps.begin(), steps.end()};
+  // A narrow view has equal steps.
+  return QCPAxisTicker::createTickVector(getTickStep(range), range);
+}
+
 QString TLogTicker::getTickLabel(double tick, const QLocale& /*locale*/, QChar /*formatChar*/, int /*precision*/) {
   return Digits(tick);
 }

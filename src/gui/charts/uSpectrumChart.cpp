@@ -13,9 +13,7 @@ namespace {
 
 constexpr double kDecibelInSight = 120;  // below the largest line
 constexpr double kLogInSight = 1e-6;     // of the largest line
-constexpr double kWordsRoom = 0.12;      // of the values, above, for the names of the peaks
 constexpr float kFill = 0.14F;           // of a series' colour, below its outline
-constexpr double kPeakRadius = 3;        // px
 
 QString AxisTitle(TSpectrumType type) {
   switch (type) {
@@ -31,9 +29,6 @@ QString AxisTitle(TSpectrumType type) {
   return QObject::tr("Level (dB re 1 g)");
 }
 
-// Significant digits, because lines differ by many powers of ten.
-constexpr int kDigits = 4;
-
 }  // namespace
 
 QString TSpectrumChart::ValueUnit() const {
@@ -41,17 +36,10 @@ QString TSpectrumChart::ValueUnit() const {
   return QString::fromUtf8(kUnits[static_cast<std::size_t>(FType)]);
 }
 
-TSpectrumChart::TSpectrumChart(QWidget* parent) : TAccelerationChart(TAxisUnit::Hertz, parent) {
+TSpectrumChart::TSpectrumChart(QWidget* parent) : TFrequencyChart(parent) {
   setObjectName("chartSpecAnalysis");
   setAccessibleName(tr("Spectrum of the selected event"));
   ValueAxis().setLabel(AxisTitle(FType));
-  new TPainted(&Rect(), "main", [this](QCPPainter& painter) {
-    if (!HasData()) return;
-    PaintBars(painter);
-    PaintPeaks(painter);
-    painter.setFont(font());
-    Labels().Paint(painter, palette());
-  });
   Restyle();
   Clear();
 }
@@ -103,7 +91,7 @@ void TSpectrumChart::Recalculate() {
   FSpectrum = CalcSpectrum(FEvent->Values(), FType, FWindow);
   ShowTitle();
   Range().RescaleValues();
-  emit SpectrumChanged();
+  emit LinesChanged();
 }
 
 void TSpectrumChart::showEvent(QShowEvent* event) {
@@ -123,30 +111,11 @@ void TSpectrumChart::Calculate() {
     ShowTitle();
   }
   ShowAll();
-  emit SpectrumChanged();
-}
-
-// Without the constant part, which would always be the largest.
-const TSpectrumLine* TSpectrumChart::PeakOf(const TBarSeries& bar) const {
-  const TSpectrumLine* peak = nullptr;
-  for (std::size_t i = 1; i < FSpectrum.lines.size(); ++i) {
-    const TSpectrumLine& line = FSpectrum.lines[i];
-    if (std::isfinite(line.*bar.value) && (peak == nullptr || line.*bar.value > peak->*bar.value)) peak = &line;
-  }
-  return peak;
+  emit LinesChanged();
 }
 
 // The title names the strongest line, because people look for it first.
 void TSpectrumChart::ShowTitle() {
-  const auto& lines = FSpectrum.lines;
-  const TSpectrumLine* peak = nullptr;
-  TBarSeries strongest = barSerSpecAnX;
-  for (const TBarSeries& bar : VisibleBars()) {
-    const TSpectrumLine* const own = PeakOf(bar);
-    if (own == nullptr || (peak != nullptr && !(own->*bar.value > peak->*strongest.value))) continue;
-    peak = own;
-    strongest = bar;
-  }
   // What was done to the samples comes first: a narrow chart cuts the end of a title.
   QString title = tr("Event %1").arg(FEvent->ID);
   if (const std::size_t taken = FSpectrum.grid.places.size(); taken < FEvent->Count()) {
@@ -155,40 +124,12 @@ void TSpectrumChart::ShowTitle() {
   }
   const std::string done = WhatGridDid(FSpectrum.grid);
   if (!done.empty()) title += tr(" · %1").arg(QtText(done));
-  title += tr(" · %1 lines of %2 Hz").arg(lines.size()).arg(Digits(Step(), kDigits));
-  if (peak != nullptr) {
-    title += tr(" · peak %1 %2 at %3 Hz (%4)")
-                 .arg(Digits(peak->*strongest.value, kDigits), ValueUnit(), Digits(peak->hertz, kDigits),
-                      NameOf(strongest.series));
-  }
-  Legend().SetTitle(title);
+  title += tr(" · %1 lines of %2 Hz").arg(FSpectrum.lines.size()).arg(Digits(Step(), kDigits));
+  Legend().SetTitle(title + StrongestPeak());
 }
 
-void TSpectrumChart::SeriesChanged() {
-  if (!FSpectrum.lines.empty()) ShowTitle();
-  Range().RescaleValues();
-}
-
-std::vector<TSpectrumChart::TBarSeries> TSpectrumChart::VisibleBars() const {
-  std::vector<TBarSeries> visible;
-  for (const TSeries series : VisibleSeries()) visible.push_back(kBars[Place(series)]);
-  return visible;
-}
-
-// Without the constant part, which would leave no height to the lines.
 void TSpectrumChart::ScaleValues() {
-  double min = std::numeric_limits<double>::infinity();
-  double max = -min;
-  double minPositive = min;
-  for (const TBarSeries& bar : VisibleBars()) {
-    for (std::size_t i = 1; i < FSpectrum.lines.size(); ++i) {
-      const double value = FSpectrum.lines[i].*bar.value;
-      if (!std::isfinite(value)) continue;
-      min = std::min(min, value);
-      max = std::max(max, value);
-      if (value > 0) minPositive = std::min(minPositive, value);
-    }
-  }
+  const auto [min, max, minPositive] = Extremes();
   if (!(min <= max)) return ValueAxis().setRange(0, 1);
   if (FType == TSpectrumType::Decibel) {
     const QCPRange range = ScaleAround(std::max(min, max - kDecibelInSight), max);
@@ -205,13 +146,8 @@ double TSpectrumChart::Step() const {
   return FSpectrum.lines[1].hertz;
 }
 
-std::size_t TSpectrumChart::LineAt(double hertz) const {
-  const double last = static_cast<double>(FSpectrum.lines.size() - 1);
-  return static_cast<std::size_t>(std::clamp(std::round(hertz / Step()), 0.0, last));
-}
-
 // Lines that begin in one pixel become one step, as high as the largest of them.
-std::vector<TEnvelopePoint> TSpectrumChart::StepsOf(const TBarSeries& bar, double pixel) const {
+std::vector<TEnvelopePoint> TSpectrumChart::StepsOf(TSeries series, double pixel) const {
   const auto& lines = FSpectrum.lines;
   const auto edge = [&](std::size_t i) { return lines[i].hertz - Step() / 2; };
   const auto [from, to] = Range().Times();
@@ -222,7 +158,7 @@ std::vector<TEnvelopePoint> TSpectrumChart::StepsOf(const TBarSeries& bar, doubl
     const double nextPixel = TimeAxis().coordToPixel(left) + pixel;
     double max = -std::numeric_limits<double>::infinity();
     do {
-      max = std::fmax(max, lines[i].*bar.value);
+      max = std::fmax(max, ValueOf(lines[i], series));
     } while (++i < end && TimeAxis().coordToPixel(edge(i)) < nextPixel);
     const float height = std::isfinite(max) ? static_cast<float>(max) : std::numeric_limits<float>::quiet_NaN();
     points.push_back({left, height});
@@ -231,14 +167,14 @@ std::vector<TEnvelopePoint> TSpectrumChart::StepsOf(const TBarSeries& bar, doubl
   return points;
 }
 
-void TSpectrumChart::PaintBars(QCPPainter& painter) {
+void TSpectrumChart::PaintLines(QCPPainter& painter) {
   const auto [from, to] = Range().Times();
   if (to < -Step() || from > FSpectrum.lines.back().hertz + Step()) return;
   const TCurveAxes axes{TimeAxis(), ValueAxis()};
   const double pixel =
       TimeAxis().axisRect()->width() / static_cast<double>(ColumnsOf(TimeAxis(), painter, {from, to}).count);
   std::vector<std::pair<QColor, std::vector<TEnvelopePoint>>> outlines;
-  for (const TBarSeries& bar : VisibleBars()) outlines.emplace_back(InkOf(bar.series), StepsOf(bar, pixel));
+  for (const TSeries series : VisibleSeries()) outlines.emplace_back(InkOf(series), StepsOf(series, pixel));
   // Every fill is below every outline.
   for (const auto& [ink, points] : outlines) FillBelow(painter, points, ink);
   painter.setAntialiasing(true);
@@ -246,6 +182,7 @@ void TSpectrumChart::PaintBars(QCPPainter& painter) {
     KeepClear(Labels(), axes, points);
     DrawEnvelope(painter, axes, points, QPen(ink, kCurveWidth));
   }
+  PaintPeaks(painter);
 }
 
 void TSpectrumChart::FillBelow(QCPPainter& painter, std::span<const TEnvelopePoint> steps, QColor ink) const {
@@ -272,64 +209,4 @@ void TSpectrumChart::FillBelow(QCPPainter& painter, std::span<const TEnvelopePoi
   painter.setBrush(ink);
   painter.drawPolygon(area);
   painter.restore();
-}
-
-void TSpectrumChart::PaintPeaks(QCPPainter& painter) {
-  painter.setAntialiasing(true);
-  painter.setPen(Qt::NoPen);
-  for (const TBarSeries& bar : VisibleBars()) {
-    const TSpectrumLine* const peak = PeakOf(bar);
-    if (peak == nullptr) continue;
-    const QPointF at(TimeAxis().coordToPixel(peak->hertz), ValueAxis().coordToPixel(peak->*bar.value));
-    if (!QRectF(Rect().rect()).adjusted(-1, -1, 1, 1).contains(at)) continue;
-    painter.setBrush(InkOf(bar.series));
-    painter.drawEllipse(at, kPeakRadius, kPeakRadius);
-    Labels().AddDot(at, kPeakRadius);
-    Labels().AddPoint(
-        at,
-        tr("%1 %2 %3 at %4 Hz")
-            .arg(NameOf(bar.series), Digits(peak->*bar.value, kDigits), ValueUnit(), Digits(peak->hertz, kDigits)),
-        InkOf(bar.series));
-  }
-}
-
-QString TSpectrumChart::MomentText(double hertz) const {
-  if (FSpectrum.lines.empty()) return {};
-  return tr("%1 Hz").arg(Digits(FSpectrum.lines[LineAt(hertz)].hertz, kDigits));
-}
-
-std::vector<TCurve> TSpectrumChart::Curves() const {
-  std::vector<TCurve> curves;
-  const auto& lines = FSpectrum.lines;
-  if (lines.empty()) return curves;
-  for (const TBarSeries& bar : VisibleBars()) {
-    curves.push_back({NameOf(bar.series), ValueUnit(), InkOf(bar.series), ValueAxis(), lines.size(),
-                      [&lines](std::size_t i) { return lines[i].hertz; },
-                      [&lines, bar](std::size_t i) { return lines[i].*bar.value; },
-                      [this](double hertz) { return LineAt(hertz); },
-                      [](double value) { return Digits(value, kDigits); }, [](double value) { return Digits(value); }});
-  }
-  return curves;
-}
-
-// Of the bars of the line under the pointer, the one whose top is nearest.
-std::optional<TReading> TSpectrumChart::NearestTo(const QPointF& position) const {
-  const double hertz = TimeAxis().pixelToCoord(position.x());
-  std::optional<TReading> nearest;
-  for (TReading& reading : ReadingsAt(hertz)) {
-    if (!reading.at) continue;
-    const bool nearer =
-        !nearest || std::fabs(reading.at->y() - position.y()) < std::fabs(nearest->at->y() - position.y());
-    if (nearer) nearest = std::move(reading);
-  }
-  if (nearest) nearest->text += tr(" at %1").arg(MomentText(hertz));
-  return nearest;
-}
-
-double TSpectrumChart::CursorMoment(double hertz) const {
-  return FSpectrum.lines.empty() ? hertz : FSpectrum.lines[LineAt(hertz)].hertz;
-}
-
-QStringList TSpectrumChart::SpanTexts(double span) const {
-  return {tr("Δf %1 Hz").arg(Digits(span))};
 }

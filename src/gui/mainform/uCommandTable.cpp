@@ -134,15 +134,14 @@ void BothEventsCharts(TTargets on, bool checked) {
   SetOf<Set>(*on.parts.overview->Chart1(), checked);
   SetOf<Set>(*on.parts.shock->Chart20(), checked);
 }
-// The selected event has two charts as well, its curves and its spectrum.
+// The selected event has three: its curves, its spectrum and its response spectrum.
 template <auto Set>
 void EventChart(TTargets on, bool checked) {
   SetOf<Set>(*on.parts.shock->Chart2(), checked);
 }
 template <auto Set>
-void BothEventCharts(TTargets on, bool checked) {
-  SetOf<Set>(*on.parts.shock->Chart2(), checked);
-  SetOf<Set>(*on.parts.shock->ChartSpecAnalysis(), checked);
+void AllEventCharts(TTargets on, bool checked) {
+  for (TAccelerationChart* chart : on.parts.shock->EventCharts()) SetOf<Set>(*chart, checked);
 }
 template <auto Set>
 void SpectrumChart(TTargets on, bool checked) {
@@ -150,8 +149,7 @@ void SpectrumChart(TTargets on, bool checked) {
 }
 template <TSeries Series>
 void ShowSeries(TTargets on, bool checked) {
-  on.parts.shock->Chart2()->SetSeriesVisible(Series, checked);
-  on.parts.shock->ChartSpecAnalysis()->SetSeriesVisible(Series, checked);
+  for (TAccelerationChart* chart : on.parts.shock->EventCharts()) chart->SetSeriesVisible(Series, checked);
 }
 template <auto Set>
 void ShockView(TTargets on, bool checked) {
@@ -170,8 +168,7 @@ TTimeChart& ShownEventsChart(TTargets on) {
   return on.flow.View() == TView::Shock ? *on.parts.shock->Chart20() : *on.parts.overview->Chart1();
 }
 TTimeChart& ShownEventChart(TTargets on) {
-  TTimeChart* spectrum = on.parts.shock->ChartSpecAnalysis();
-  return spectrum->isVisible() ? *spectrum : *on.parts.shock->Chart2();
+  return on.parts.shock->ChartInFront();
 }
 TTimeChart& AllSensorsChart(TTargets on) {
   return *on.parts.overview->ChartAllSensors();
@@ -353,8 +350,12 @@ constexpr TCommand kCommands[] = {
      "Take the constant part and the slowest oscillation out of the selected event's curves", "view-filter", "H",
      kKept | kOfChart, EventChart<&TSelectedEventChart::SetHighPass>},
     {"actShockSpecAnalysis", "swtSpecAnalysis", "btngrpFilter", "Spectrum",
-     "The selected event's spectrum in place of its curves", "office-chart-bar", "S", kKept | kOfChart,
+     "The selected event's spectrum in place of its curves", "office-chart-bar", "S", kKept | kOfChart | kEventMode,
      ShockView<&TMainShockPanel::SetSpectrumVisible>},
+    {"actShockResponse", "swtResponse", "btngrpFilter", "Response",
+     "The shock response spectrum in place of the curves: how far an oscillator on the logger would have swung",
+     "office-chart-area-focus-peak-node", "O", kKept | kOfChart | kEventMode,
+     ShockView<&TMainShockPanel::SetResponseVisible>},
     {"actShockLogFrequency", "dxBarShockLogFrequency", "btngrpFilter", "Log frequency",
      "Frequencies of the spectrum on a logarithmic axis", "labplot-axis-horizontal", "Ctrl+Alt+H", kKept | kOfChart,
      SpectrumChart<&TSpectrumChart::SetLogFrequencies>},
@@ -362,13 +363,13 @@ constexpr TCommand kCommands[] = {
      "Values of the spectrum on a logarithmic axis; decibels are logarithms already", "labplot-axis-vertical",
      "Ctrl+Alt+V", kKept | kOfChart, SpectrumChart<&TSpectrumChart::SetLogValues>},
     {"actShockToolsIndicator", "dxBarShockIndicator", "btngrpShockTools", "Indicator", kIndicatorTip, "snap-guideline",
-     "I", kKept | kOfChart | kOn, BothEventCharts<&TChartMarks::SetIndicatorVisible>},
+     "I", kKept | kOfChart | kOn, AllEventCharts<&TChartMarks::SetIndicatorVisible>},
     {"actShockIndicatorMouseLock", "barbtnShockIndicatorMouseLock", "btngrpShockTools", "Lock indicator", kMouseLockTip,
-     "object-locked", "L", kKept | kOfChart | kOn, BothEventCharts<&TChartMarks::SetIndicatorLocked>},
+     "object-locked", "L", kKept | kOfChart | kOn, AllEventCharts<&TChartMarks::SetIndicatorLocked>},
     {"actShockToolsNearest", "barbtnShockToolsNearest", "btngrpShockTools", "Nearest", kNearestTip, "snap-node", "",
-     kKept | kOfChart, BothEventCharts<&TChartMarks::SetNearestVisible>},
+     kKept | kOfChart, AllEventCharts<&TChartMarks::SetNearestVisible>},
     {"actShockGAxisLock", "barbtnShockGAxisLock", "btngrpShockTools", "Lock value axis", kAxisLockTip,
-     "labplot-axis-vertical", "", kKept | kOfChart | kOn, BothEventCharts<&TAccelerationChart::SetValueAxisLocked>},
+     "labplot-axis-vertical", "", kKept | kOfChart | kOn, AllEventCharts<&TAccelerationChart::SetValueAxisLocked>},
     {"actSensorsToolsPoints", "dxBarSensorsPoints", "btngrpSensorsTools", "Points", kPointsTip, "office-chart-scatter",
      "", kKept | kOfChart | kOn, SensorsChart<&TSensorsChart::SetPointsVisible>},
     {"actSensorsToolsNearest", "dxBarSensorsNearest", "btngrpSensorsTools", "Nearest", kNearestTip, "snap-node", "",

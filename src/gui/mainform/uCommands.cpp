@@ -7,9 +7,8 @@
 #include <QToolButton>
 #include <vector>
 
+#include "gui/charts/uAccelerationChart.h"
 #include "gui/charts/uEventsChart.h"
-#include "gui/charts/uSelectedEventChart.h"
-#include "gui/charts/uSpectrumChart.h"
 #include "gui/common/uGrid.h"
 #include "gui/common/uGuard.h"
 #include "gui/common/uIcons.h"
@@ -152,8 +151,7 @@ void FollowLegends(TKorvexMainForm& form, const TMainParts& parts) {
     constexpr const char* kActions[] = {"actShockShowX", "actShockShowY", "actShockShowZ", "actShockShowTotal"};
     form.findChild<QAction*>(kActions[static_cast<std::size_t>(series)])->setChecked(visible);
   };
-  for (const TAccelerationChart* chart :
-       std::initializer_list<TAccelerationChart*>{parts.shock->Chart2(), parts.shock->ChartSpecAnalysis()}) {
+  for (const TAccelerationChart* chart : parts.shock->EventCharts()) {
     QObject::connect(chart, &TAccelerationChart::SeriesVisibleChanged, &form, follow);
   }
   // The two events charts look alike.
@@ -184,10 +182,13 @@ void MakeCommands(const TCommandTargets& targets) {
   for (const auto& [name, caption] : kTabs) ribbon.AddTab(name, QObject::tr(caption));
   for (const TGroup& group : Groups()) ribbon.AddGroup(group.tab, group.name, QObject::tr(group.title));
   auto* views = new QActionGroup(&form);
+  auto* eventModes = new QActionGroup(&form);
+  eventModes->setExclusionPolicy(QActionGroup::ExclusionPolicy::ExclusiveOptional);
   for (const TCommand& row : Commands()) {
     auto* group = row.group == nullptr ? nullptr : form.findChild<TRibbonGroup*>(row.group);
     QAction* action = ActionOf(targets, row, group);
     if ((row.traits & kView) != 0) views->addAction(action);
+    if ((row.traits & kEventMode) != 0) eventModes->addAction(action);
     if (group == nullptr) continue;
     if ((row.traits & kLarge) != 0) {
       group->AddLarge(action, row.button);

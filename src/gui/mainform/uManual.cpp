@@ -9,7 +9,7 @@
 
 #include "base/uFiles.h"
 #include "gui/charts/uNavigatorChart.h"
-#include "gui/charts/uSpectrumChart.h"
+#include "gui/charts/uSelectedEventChart.h"
 #include "gui/common/uQtText.h"
 #include "gui/mainform/uCommandTable.h"
 #include "gui/mainform/uMainParts.h"
@@ -26,7 +26,7 @@ TManualTopic TopicInFront(const TCommandTargets& on) {
   if (parts.docks.ChartNavigator->hasFocus()) return TManualTopic::Charts;
   if (on.flow.View() == TView::DamageBoundary || on.flow.View() == TView::Statistics) return TManualTopic::Metrics;
   if (on.flow.View() == TView::Overview) return TManualTopic::QuickStart;
-  return parts.shock->ChartSpecAnalysis()->isVisible() ? TManualTopic::Metrics : TManualTopic::Charts;
+  return &parts.shock->ChartInFront() != parts.shock->Chart2() ? TManualTopic::Metrics : TManualTopic::Charts;
 }
 
 }  // namespace

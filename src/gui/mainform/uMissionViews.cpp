@@ -18,6 +18,7 @@
 #include "gui/charts/uDamageChart.h"
 #include "gui/charts/uEventsChart.h"
 #include "gui/charts/uNavigatorChart.h"
+#include "gui/charts/uResponseChart.h"
 #include "gui/charts/uSelectedEventChart.h"
 #include "gui/charts/uSensorsChart.h"
 #include "gui/charts/uSpectrumChart.h"
@@ -184,7 +185,7 @@ void TMissionViews::RefreshDisplay(const TShownMission& mission) {
 void TMissionViews::ShowInCharts(const TDisplaySettings& display) {
   for (TEventsChart* chart : {FParts.overview->Chart1(), FParts.shock->Chart20()}) ApplyDisplay(display, *chart);
   ApplyDisplay(display, *FParts.shock->Chart2());
-  ApplyColours(display, *FParts.shock->ChartSpecAnalysis());
+  for (TAccelerationChart* chart : FParts.shock->EventCharts()) ApplyColours(display, *chart);
   constexpr std::array kSwitches = {"actShockShowX", "actShockShowY", "actShockShowZ", "actShockShowTotal"};
   for (std::size_t i = 0; i < kSeriesCount; ++i) {
     FWindow.findChild<QAction*>(kSwitches[i])->setIcon(DotIcon(QColor(display.accelerationColours[i])));
@@ -272,6 +273,12 @@ std::optional<TSpectrumChoice> TMissionViews::ShownSpectrum() const {
   return TSpectrumChoice{entryOf("cmbSpecType"), entryOf("cmbSpecWindow")};
 }
 
+std::optional<TShownResponse> TMissionViews::ShownResponse() const {
+  const TResponseChart& chart = *FParts.shock->ChartResponse();
+  if (&FParts.shock->ChartInFront() != &chart) return std::nullopt;
+  return TShownResponse{chart.Request().options.response, chart.IsEnvelope(), chart.Response().lines, chart.WhyNone()};
+}
+
 std::string TMissionViews::ChartPicture(std::string_view chart, TPictureFormat format, int scale) {
   const QString caption =
       FMission == nullptr ? QString() : QObject::tr("Mission %1").arg(QtText(Printable(FMission->Data.sID)));
@@ -320,6 +327,7 @@ void TMissionViews::ShowFilter(const TShownMission& mission) {
     chart->SetVisibleEvents(mission.CLDS.ShownRows());
   }
   FParts.docks.ChartNavigator->SetVisibleEvents(mission.CLDS.ShownRows());
+  FParts.shock->ChartResponse()->SetVisibleEvents(mission.CLDS.ShownRows());
   const QString conditions = QtText(FilterWords(mission.Filter, mission.Display));
   FParts.statusEvents->setToolTip(Qt::convertFromPlainText(conditions));
   FParts.shock->ShowFilter(mission.CLDS.RecordCount(), mission.Events.Count(),

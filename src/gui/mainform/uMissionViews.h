@@ -39,6 +39,7 @@ class TMissionViews final : public IMissionViews {
   void RepaintChart(std::string_view chart) override;
   void CopyChart(std::string_view chart) override;
   [[nodiscard]] std::optional<TSpectrumChoice> ShownSpectrum() const override;
+  [[nodiscard]] std::optional<TShownResponse> ShownResponse() const override;
   [[nodiscard]] std::string ChartPicture(std::string_view chart, TPictureFormat format, int scale) override;
   [[nodiscard]] TDataset ChartTable(std::string_view chart) const override;
   [[nodiscard]] std::string AnalysisChart(TView view) const override;

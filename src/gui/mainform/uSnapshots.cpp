@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
+#include <QComboBox>
 #include <QDialog>
 #include <QDir>
 #include <QElapsedTimer>
@@ -122,6 +123,20 @@ class TAlbum {
     Save("statistics");
     FForm.Flow().SwitchView(TView::Shock);
   }
+  // Of the selected event, as pseudo-velocity, and of all events.
+  void SaveResponse() {
+    Trigger("actShockResponse");
+    Save("response");
+    auto* response = FForm.findChild<QComboBox*>("cmbResponse");
+    response->setCurrentIndex(1);
+    Save("response-velocity");
+    response->setCurrentIndex(0);
+    FForm.findChild<QAbstractButton*>("chbResponseEnvelope")->setChecked(true);
+    while (!FForm.findChild<QWidget*>("pnlResponseProgress")->isHidden()) QCoreApplication::processEvents();
+    Save("response-envelope");
+    FForm.findChild<QAbstractButton*>("chbResponseEnvelope")->setChecked(false);
+    Trigger("actShockResponse");
+  }
   void Trigger(const char* action) { FForm.findChild<QAction*>(action)->trigger(); }
   // Switches the action on for one picture.
   void SaveWith(const char* action, const QString& name) {
@@ -160,6 +175,7 @@ QStringList SaveSnapshots(TKorvexMainForm& form, const QString& recording, const
   album.SaveWith("actShockShowTable", "shock-values");
   album.SaveWith("actShockSpecAnalysis", "spectrum");
   album.SaveAnalysis();
+  album.SaveResponse();
   album.Trigger("actFilterEdit");
   form.findChild<QLineEdit*>("edtFilterAccelerationMaxFrom")->setText("10");  // switches the filter on
   album.Save("filter");

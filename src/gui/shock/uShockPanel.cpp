@@ -11,7 +11,9 @@
 
 #include "analysis/uAnalysisTable.h"
 #include "analysis/uEventOrdering.h"
+#include "analysis/uShockMetrics.h"
 #include "gui/charts/uEventsChart.h"
+#include "gui/charts/uResponseChart.h"
 #include "gui/charts/uSelectedEventChart.h"
 #include "gui/charts/uSpectrumChart.h"
 #include "gui/common/uAnalysisBar.h"
@@ -20,6 +22,7 @@
 #include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
 #include "gui/shock/uEventCards.h"
+#include "gui/shock/uResponsePanel.h"
 #include "gui/shock/uShockValuesGrid.h"
 #include "gui/shock/uSpectrumPanel.h"
 
@@ -42,6 +45,7 @@ TMainShockPanel::TMainShockPanel(QWidget* parent)
       FChart20(new TEventsChart(this)),
       FChart2(new TSelectedEventChart(this)),
       FSpectrum(new TSpectrumPanel(this)),
+      FResponse(new TResponsePanel(this)),
       FEventCharts(new QStackedWidget(this)),
       FValues(new TShockValuesGrid(this)),
       FShocks(new TGrid("dbgShocks", tr("Shock events"), EventIndexKey, this)),
@@ -66,6 +70,7 @@ TMainShockPanel::TMainShockPanel(QWidget* parent)
   FBelow->addWidget(MakeEventList());
   FEventCharts->addWidget(FChart2);
   FEventCharts->addWidget(FSpectrum);
+  FEventCharts->addWidget(FResponse);
   FBelow->addWidget(FEventCharts);
   FBelow->addWidget(FValues);
   FBelow->setSizes({740, 1260, 0});  // the value table beside the chart needs more than the list
@@ -85,14 +90,37 @@ TMainShockPanel::TMainShockPanel(QWidget* parent)
 void TMainShockPanel::ConnectValues() {
   FValues->hide();
   connect(FChart2, &TSelectedEventChart::SamplesChanged, this, &TMainShockPanel::ShowValues);
-  connect(FSpectrum->Chart(), &TSpectrumChart::SpectrumChanged, this, &TMainShockPanel::ShowValues);
-  for (const TTimeChart* chart : std::initializer_list<const TTimeChart*>{FChart2, FSpectrum->Chart()}) {
+  for (const TFrequencyChart* chart :
+       std::initializer_list<const TFrequencyChart*>{ChartSpecAnalysis(), ChartResponse()}) {
+    connect(chart, &TFrequencyChart::LinesChanged, this, [this, chart] {
+      if (chart == FrequenciesInFront()) ShowValues();
+    });
+  }
+  for (const TAccelerationChart* chart : EventCharts()) {
     connect(chart, &TTimeChart::IndicatorMoved, this, &TMainShockPanel::MarkValue);
   }
 }
 
-bool TMainShockPanel::IsSpectrumInFront() const {
-  return FEventCharts->currentWidget() == FSpectrum;
+TSpectrumChart* TMainShockPanel::ChartSpecAnalysis() const {
+  return FSpectrum->Chart();
+}
+
+TResponseChart* TMainShockPanel::ChartResponse() const {
+  return FResponse->Chart();
+}
+
+std::array<TAccelerationChart*, 3> TMainShockPanel::EventCharts() const {
+  return {FChart2, ChartSpecAnalysis(), ChartResponse()};
+}
+
+TFrequencyChart* TMainShockPanel::FrequenciesInFront() const {
+  if (FEventCharts->currentWidget() == FSpectrum) return ChartSpecAnalysis();
+  return FEventCharts->currentWidget() == FResponse ? ChartResponse() : nullptr;
+}
+
+TAccelerationChart& TMainShockPanel::ChartInFront() const {
+  if (TFrequencyChart* const chart = FrequenciesInFront()) return *chart;
+  return *FChart2;
 }
 
 TAccelerationChart& TMainShockPanel::ChartInFront() const {
@@ -101,9 +129,8 @@ TAccelerationChart& TMainShockPanel::ChartInFront() const {
 }
 
 void TMainShockPanel::ShowValues() {
-  const TSpectrumChart& spectrum = *FSpectrum->Chart();
-  if (IsSpectrumInFront()) {
-    FValues->SetLines(spectrum.Spectrum().lines, spectrum.ValueUnit());
+  if (const TFrequencyChart* chart = FrequenciesInFront()) {
+    FValues->SetLines(chart->Lines(), chart->ValueUnit());
   } else {
     FValues->SetSamples(FChart2->Samples(), FChart2->StartMs());
   }
@@ -111,21 +138,31 @@ void TMainShockPanel::ShowValues() {
 
 void TMainShockPanel::MarkValue(double pointed) {
   if (FValues->isHidden()) return;
-  FValues->MarkRow(IsSpectrumInFront() ? FSpectrum->Chart()->LineAt(pointed) : FChart2->NearestSample(pointed));
-}
-
-TSpectrumChart* TMainShockPanel::ChartSpecAnalysis() const {
-  return FSpectrum->Chart();
+  const TFrequencyChart* const chart = FrequenciesInFront();
+  FValues->MarkRow(chart != nullptr ? chart->LineAt(pointed) : FChart2->NearestSample(pointed));
 }
 
 void TMainShockPanel::ShowEvent(const TEventList& events, std::optional<std::size_t> event,
                                 const TMissionData& mission) {
   FChart2->ShowEvent(events, event.value_or(events.Count()), mission);
-  FSpectrum->Chart()->ShowEvent(events, event.value_or(events.Count()));
+  ChartSpecAnalysis()->ShowEvent(events, event.value_or(events.Count()));
+  ChartResponse()->ShowEvent(events, event.value_or(events.Count()), ThresholdsOf(mission).totOn);
 }
 
 void TMainShockPanel::SetSpectrumVisible(bool visible) {
-  FEventCharts->setCurrentIndex(visible ? 1 : 0);
+  ShowInFront(FSpectrum, visible);
+}
+
+void TMainShockPanel::SetResponseVisible(bool visible) {
+  ShowInFront(FResponse, visible);
+}
+
+void TMainShockPanel::ShowInFront(QWidget* chart, bool visible) {
+  if (visible) {
+    FEventCharts->setCurrentWidget(chart);
+  } else if (FEventCharts->currentWidget() == chart) {
+    FEventCharts->setCurrentWidget(FChart2);
+  }
   ShowValues();
 }
 

@@ -1,5 +1,5 @@
 // The shock view: the events chart, both event grids with the four cards of the selected event above them, and the
-// selected event's samples as curves or as a spectrum and, if wanted, in numbers.
+// selected event's samples as curves, as a spectrum or as a response spectrum and, if wanted, in numbers.
 #pragma once
 
 #include <QWidget>
@@ -16,8 +16,11 @@ struct TMissionData;
 class TAccelerationChart;
 class TEventCards;
 class TEventsChart;
+class TFrequencyChart;
 class TGrid;
 class TEventList;
+class TResponseChart;
+class TResponsePanel;
 class TSelectedEventChart;
 class TShockValuesGrid;
 class TSpectrumChart;
@@ -32,6 +35,9 @@ class TMainShockPanel : public QWidget {
   [[nodiscard]] TEventsChart* Chart20() const { return FChart20; }
   [[nodiscard]] TSelectedEventChart* Chart2() const { return FChart2; }
   [[nodiscard]] TSpectrumChart* ChartSpecAnalysis() const;
+  [[nodiscard]] TResponseChart* ChartResponse() const;
+  // The three charts of the selected event.
+  [[nodiscard]] std::array<TAccelerationChart*, 3> EventCharts() const;
   // Of the selected event.
   [[nodiscard]] TAccelerationChart& ChartInFront() const;
   [[nodiscard]] TGrid* Shocks() const { return FShocks; }
@@ -40,13 +46,14 @@ class TMainShockPanel : public QWidget {
   [[nodiscard]] bool IsAnalysisInFront() const;
   [[nodiscard]] TEventCards* Cards() const { return FCards; }
   [[nodiscard]] TShockValuesGrid* Values() const { return FValues; }
-  // Shows an event in both charts, which borrow it; nullopt empties them.
+  // Shows an event in its charts, which borrow it; nullopt empties them.
   void ShowEvent(const TEventList& events, std::optional<std::size_t> event, const TMissionData& mission);
-  // The spectrum in place of the curves.
+  // The spectrum or the response spectrum in place of the curves.
   void SetSpectrumVisible(bool visible);
+  void SetResponseVisible(bool visible);
   // What the chart in front shows of the selected event, in numbers beside it; hidden at first.
   void SetValuesVisible(bool visible);
-  // Of both charts and the values.
+  // Of the charts and the values.
   void SetMasks(const TValueMasks& masks);
   // How many events pass the filter, in the tabs' titles; `conditions` is empty while the filter is off. When it is
   // switched on, the filtered events come to the front.
@@ -61,7 +68,9 @@ class TMainShockPanel : public QWidget {
   void CaptionTabs();
   void TakeRoomForValues(bool visible);
   void ConnectValues();
-  [[nodiscard]] bool IsSpectrumInFront() const;
+  void ShowInFront(QWidget* chart, bool visible);
+  // nullptr while the curves are in front.
+  [[nodiscard]] TFrequencyChart* FrequenciesInFront() const;
   void ShowValues();
   // Of a moment of the chart in front.
   void MarkValue(double pointed);
@@ -71,6 +80,7 @@ class TMainShockPanel : public QWidget {
   TEventsChart* FChart20;
   TSelectedEventChart* FChart2;
   TSpectrumPanel* FSpectrum;
+  TResponsePanel* FResponse;
   QStackedWidget* FEventCharts;
   TShockValuesGrid* FValues;
   TGrid* FShocks;

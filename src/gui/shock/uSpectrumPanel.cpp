@@ -7,7 +7,7 @@
 
 #include "gui/charts/uSpectrumChart.h"
 #include "gui/common/uQtText.h"
-#include "gui/common/uWheelGuard.h"
+#include "gui/shock/uChoiceList.h"
 
 namespace {
 
@@ -18,18 +18,11 @@ constexpr int kChoiceGap = 12;  // px, after each choice
 template <class TTable>
 QComboBox* AddChoice(QHBoxLayout& row, const char* name, const QString& caption, const TTable& table) {
   auto* label = new QLabel(caption);
-  auto* list = new QComboBox;
-  list->setObjectName(name);
-  list->setAccessibleName(QString(caption).remove('&'));
-  for (const auto& [text, value] : table) list->addItem(QtText(text));
+  QStringList choices;
+  for (const auto& [text, value] : table) choices.append(QtText(text));
+  QComboBox* list = MakeChoiceList(name, QString(caption).remove('&'), choices);
   label->setBuddy(list);
   list->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-  list->ensurePolished();                           // its style pads it
-  list->setMaximumWidth(list->sizeHint().width());  // all of the longest name, where there is room
-  list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-  list->setMinimumContentsLength(3);
-  new TWheelGuard(*list);
-  list->setToolTip(list->accessibleName());
   row.addWidget(label);
   row.addWidget(list, 1);
   row.addSpacing(kChoiceGap);

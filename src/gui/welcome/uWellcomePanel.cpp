@@ -9,8 +9,8 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "gui/common/uFlowLayout.h"
 #include "gui/common/uIcons.h"
-#include "gui/welcome/uFlowLayout.h"
 #include "gui/welcome/uUserManualIcon.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "gui/welcome/uFlowLayout.h"
+#include "gui/common/uFlowLayout.h"
 
 #include <QStyle>
 #include <QWidget>

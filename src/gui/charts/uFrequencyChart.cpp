@@ -1,0 +1,140 @@
+#include "gui/charts/uFrequencyChart.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <utility>
+
+#include "gui/charts/uChartPaint.h"
+
+namespace {
+
+constexpr double kPeakRadius = 3;  // px
+
+}  // namespace
+
+TFrequencyChart::TFrequencyChart(QWidget* parent) : TAccelerationChart(TAxisUnit::Hertz, parent) {
+  new TPainted(&Rect(), "main", [this](QCPPainter& painter) {
+    if (!HasData()) return;
+    PaintLines(painter);
+    painter.setFont(font());
+    Labels().Paint(painter, palette());
+  });
+}
+
+double TFrequencyChart::ValueOf(const TSpectrumLine& line, TSeries series) {
+  constexpr double TSpectrumLine::*kValues[] = {&TSpectrumLine::x, &TSpectrumLine::y, &TSpectrumLine::z,
+                                                &TSpectrumLine::total};
+  return line.*kValues[Place(series)];
+}
+
+std::size_t TFrequencyChart::LineAt(double hertz) const {
+  const auto lines = Lines();
+  const auto next = std::ranges::lower_bound(lines, hertz, {}, &TSpectrumLine::hertz);
+  if (next == lines.end()) return lines.size() - 1;
+  const auto place = static_cast<std::size_t>(next - lines.begin());
+  return place > 0 && hertz - lines[place - 1].hertz < next->hertz - hertz ? place - 1 : place;
+}
+
+const TSpectrumLine* TFrequencyChart::PeakOf(TSeries series) const {
+  const TSpectrumLine* peak = nullptr;
+  for (const TSpectrumLine& line : Lines()) {
+    const double value = ValueOf(line, series);
+    if (line.hertz > 0 && std::isfinite(value) && (peak == nullptr || value > ValueOf(*peak, series))) peak = &line;
+  }
+  return peak;
+}
+
+TFrequencyChart::TExtremes TFrequencyChart::Extremes() const {
+  constexpr double kInfinity = std::numeric_limits<double>::infinity();
+  TExtremes found{kInfinity, -kInfinity, kInfinity};
+  for (const TSeries series : VisibleSeries()) {
+    for (const TSpectrumLine& line : Lines()) {
+      const double value = ValueOf(line, series);
+      if (line.hertz == 0 || !std::isfinite(value)) continue;
+      found.min = std::min(found.min, value);
+      found.max = std::max(found.max, value);
+      if (value > 0) found.minPositive = std::min(found.minPositive, value);
+    }
+  }
+  return found;
+}
+
+QString TFrequencyChart::StrongestPeak() const {
+  const TSpectrumLine* peak = nullptr;
+  TSeries strongest = TSeries::X;
+  for (const TSeries series : VisibleSeries()) {
+    const TSpectrumLine* const own = PeakOf(series);
+    if (own == nullptr || (peak != nullptr && !(ValueOf(*own, series) > ValueOf(*peak, strongest)))) continue;
+    peak = own;
+    strongest = series;
+  }
+  if (peak == nullptr) return {};
+  return tr(" · peak %1 %2 at %3 Hz (%4)")
+      .arg(Digits(ValueOf(*peak, strongest), kDigits), ValueUnit(), Digits(peak->hertz, kDigits), NameOf(strongest));
+}
+
+void TFrequencyChart::SeriesChanged() {
+  if (!Lines().empty()) ShowTitle();
+  Range().RescaleValues();
+}
+
+void TFrequencyChart::PaintPeaks(QCPPainter& painter) {
+  painter.setAntialiasing(true);
+  painter.setPen(Qt::NoPen);
+  for (const TSeries series : VisibleSeries()) {
+    const TSpectrumLine* const peak = PeakOf(series);
+    if (peak == nullptr) continue;
+    const double value = ValueOf(*peak, series);
+    const QPointF at(TimeAxis().coordToPixel(peak->hertz), ValueAxis().coordToPixel(value));
+    if (!QRectF(Rect().rect()).adjusted(-1, -1, 1, 1).contains(at)) continue;
+    painter.setBrush(InkOf(series));
+    painter.drawEllipse(at, kPeakRadius, kPeakRadius);
+    Labels().AddDot(at, kPeakRadius);
+    Labels().AddPoint(
+        at,
+        tr("%1 %2 %3 at %4 Hz").arg(NameOf(series), Digits(value, kDigits), ValueUnit(), Digits(peak->hertz, kDigits)),
+        InkOf(series));
+  }
+}
+
+QString TFrequencyChart::MomentText(double hertz) const {
+  if (Lines().empty()) return {};
+  return tr("%1 Hz").arg(Digits(Lines()[LineAt(hertz)].hertz, kDigits));
+}
+
+std::vector<TCurve> TFrequencyChart::Curves() const {
+  std::vector<TCurve> curves;
+  const auto lines = Lines();
+  if (lines.empty()) return curves;
+  for (const TSeries series : VisibleSeries()) {
+    curves.push_back({NameOf(series), ValueUnit(), InkOf(series), ValueAxis(), lines.size(),
+                      [lines](std::size_t i) { return lines[i].hertz; },
+                      [lines, series](std::size_t i) { return ValueOf(lines[i], series); },
+                      [this](double hertz) { return LineAt(hertz); },
+                      [](double value) { return Digits(value, kDigits); }, [](double value) { return Digits(value); }});
+  }
+  return curves;
+}
+
+// Of the lines under the pointer, the one whose top is nearest.
+std::optional<TReading> TFrequencyChart::NearestTo(const QPointF& position) const {
+  const double hertz = TimeAxis().pixelToCoord(position.x());
+  std::optional<TReading> nearest;
+  for (TReading& reading : ReadingsAt(hertz)) {
+    if (!reading.at) continue;
+    const bool nearer =
+        !nearest || std::fabs(reading.at->y() - position.y()) < std::fabs(nearest->at->y() - position.y());
+    if (nearer) nearest = std::move(reading);
+  }
+  if (nearest) nearest->text += tr(" at %1").arg(MomentText(hertz));
+  return nearest;
+}
+
+double TFrequencyChart::CursorMoment(double hertz) const {
+  return Lines().empty() ? hertz : Lines()[LineAt(hertz)].hertz;
+}
+
+QStringList TFrequencyChart::SpanTexts(double span) const {
+  return {tr("Δf %1 Hz").arg(Digits(span))};
+}

@@ -1,0 +1,60 @@
+// The base of the charts over Hz: lines of four values, how they are read, and their peaks. Main thread only.
+#pragma once
+
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "analysis/uSpectrum.h"
+#include "gui/charts/uAccelerationChart.h"
+
+class TFrequencyChart : public TAccelerationChart {
+  Q_OBJECT
+
+ public:
+  explicit TFrequencyChart(QWidget* parent);
+
+  // What is shown, by rising frequency.
+  [[nodiscard]] virtual std::span<const TSpectrumLine> Lines() const = 0;
+  [[nodiscard]] virtual QString ValueUnit() const = 0;
+  // The line nearest to a frequency; there is one.
+  [[nodiscard]] std::size_t LineAt(double hertz) const;
+
+ signals:
+  // Other lines, or none.
+  void LinesChanged();
+
+ protected:
+  [[nodiscard]] std::vector<TCurve> Curves() const override;
+  [[nodiscard]] std::optional<TReading> NearestTo(const QPointF& position) const override;
+  // Of the line that is read there.
+  [[nodiscard]] QString MomentText(double hertz) const override;
+  // A cursor stands on a line.
+  [[nodiscard]] double CursorMoment(double hertz) const override;
+  [[nodiscard]] QStringList SpanTexts(double span) const override;
+  void SeriesChanged() override;
+
+  virtual void ShowTitle() = 0;
+  // There are lines. Labels that are added here are placed in their order.
+  virtual void PaintLines(QCPPainter& painter) = 0;
+
+  [[nodiscard]] static double ValueOf(const TSpectrumLine& line, TSeries series);
+  // The extremes of what is visible, without the constant part, which would leave no height to the lines; minPositive
+  // is the smallest above 0. Infinities, the minima positive, where there is no value.
+  struct TExtremes {
+    double min, max, minPositive;
+  };
+  [[nodiscard]] TExtremes Extremes() const;
+  // " · peak 3 g at 125 Hz (X)" of the largest visible line; empty where no value is finite.
+  [[nodiscard]] QString StrongestPeak() const;
+  // A dot on the peak of each visible series, which is named.
+  void PaintPeaks(QCPPainter& painter);
+
+  // Significant digits, because lines differ by many powers of ten.
+  static constexpr int kDigits = 4;
+  static constexpr double kWordsRoom = 0.12;  // of the values, above, for the names of the peaks
+
+ private:
+  // The largest line of a series but that of 0 Hz; nullptr where no value is finite.
+  [[nodiscard]] const TSpectrumLine* PeakOf(TSeries series) const;
+};

@@ -1,0 +1,298 @@
+#include "gui/charts/uResponseChart.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <utility>
+
+#include "gui/charts/uChartPaint.h"
+#include "gui/charts/uFourCoordinates.h"
+#include "gui/common/uQtText.h"
+#include "gui/common/uTheme.h"
+
+namespace {
+
+constexpr double kLogInSight = 1e-4;  // of the largest value
+constexpr double kFootRoom = 0.03;    // of the values, below the smallest
+constexpr double kMargin = 1.05;      // of a frequency, beside the first and the last line
+constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
+
+bool IsVelocity(const TResponseRequest& request) {
+  return request.options.response == TResponse::PseudoVelocity;
+}
+
+}  // namespace
+
+TResponseChart::TResponseChart(QWidget* parent) : TFrequencyChart(parent) {
+  setObjectName("chartResponse");
+  setAccessibleName(tr("Shock response spectrum"));
+  SetLogarithmic(TimeAxis(), true);
+  SetLogarithmic(ValueAxis(), true);
+  SetTimeTitle(tr("Natural frequency (Hz)"));
+  new TPainted(&Rect(), "grid", [this](QCPPainter& painter) {
+    if (!HasData()) return;
+    const QColor ink = palette().color(QPalette::Text);
+    ShadeSpans(painter, TimeAxis(), RoughSpans(), Mixed(palette().color(QPalette::Base), ink, 0.05));
+    const QPen faint(Mixed(palette().color(QPalette::Base), ink, 0.2), 1);
+    if (IsVelocity(FRequest)) DrawDiagonals(painter, TimeAxis(), ValueAxis(), faint);
+  });
+  connect(&FTask, &TResponseTask::Progressed, this, &TResponseChart::Progressed);
+  Restyle();
+  Clear();
+}
+
+// The task ends before what it borrows.
+TResponseChart::~TResponseChart() {
+  FTask.Stop();
+}
+
+QString TResponseChart::ValueUnit() const {
+  return IsVelocity(FRequest) ? tr("m/s") : tr("g");
+}
+
+void TResponseChart::Clear() {
+  FEvents = nullptr;
+  FIndex.reset();
+  FVisible.clear();
+  Calculate(false);
+}
+
+void TResponseChart::ShowEvent(const TEventList& events, std::size_t index, double levelOn) {
+  const bool sameEvents = FIsEnvelope && FEvents == &events && FRequest.levelOn == levelOn;
+  FEvents = &events;
+  FIndex = index < events.Count() ? std::optional(index) : std::nullopt;
+  FRequest.levelOn = levelOn;
+  if (!sameEvents) Calculate(false);
+}
+
+void TResponseChart::SetVisibleEvents(std::vector<bool> visible) {
+  if (std::exchange(FVisible, std::move(visible)) != FVisible && FIsEnvelope) Calculate(true);
+}
+
+void TResponseChart::SetRequest(const TResponseRequest& request) {
+  const double levelOn = FRequest.levelOn;
+  FRequest = request;
+  FRequest.levelOn = levelOn;
+  Calculate(true);
+}
+
+void TResponseChart::SetEnvelope(bool on) {
+  if (std::exchange(FIsEnvelope, on) != on) Calculate(false);
+}
+
+void TResponseChart::SetLimit(TLimitCurve limit) {
+  FLimit = std::move(limit);
+  SeriesChanged();
+}
+
+bool TResponseChart::HasLimit() const {
+  return !FLimit.empty() && !IsVelocity(FRequest);
+}
+
+std::optional<TResponseChart::TMargin> TResponseChart::SmallestMargin(std::optional<std::size_t> line) const {
+  std::optional<TMargin> smallest;
+  if (!HasLimit()) return smallest;
+  for (const TSeries series : VisibleSeries()) {
+    for (std::size_t i = line.value_or(0); i < (line ? *line + 1 : FLines.size()); ++i) {
+      const auto margin = MarginAt(FLimit, FLines[i].hertz, ValueOf(FLines[i], series));
+      if (margin && (!smallest || *margin < smallest->decibel)) smallest = {*margin, FLines[i].hertz, series};
+    }
+  }
+  return smallest;
+}
+
+std::vector<TReading> TResponseChart::ReadingsAt(double hertz) const {
+  std::vector<TReading> readings = TFrequencyChart::ReadingsAt(hertz);
+  if (readings.empty() || !HasLimit()) return readings;
+  const std::size_t line = LineAt(hertz);
+  const auto limit = LimitAt(FLimit, FLines[line].hertz);
+  if (!limit) return readings;
+  QString words = tr("Limit %1 g").arg(Digits(*limit, kDigits));
+  if (const auto margin = SmallestMargin(line)) {
+    words += tr(", margin %1 dB (%2)").arg(margin->decibel, 0, 'f', 1).arg(NameOf(margin->series));
+  }
+  readings.push_back({words, InkOn(palette(), kAlarmColour), std::nullopt});
+  return readings;
+}
+
+void TResponseChart::Cancel() {
+  if (!FTask.IsRunning()) return;
+  FTask.Stop();
+  FWasCancelled = true;
+  ShowNothing();
+  emit Ended();
+}
+
+std::vector<const TEvent*> TResponseChart::Events() const {
+  std::vector<const TEvent*> events;
+  if (FEvents == nullptr) return events;
+  if (!FIsEnvelope) {
+    if (FIndex) events.push_back(&FEvents->GetItem(*FIndex));
+    return events;
+  }
+  for (std::size_t i = 0; i < FEvents->Count(); ++i) {
+    if (FVisible.empty() || FVisible[i]) events.push_back(&FEvents->GetItem(i));
+  }
+  return events;
+}
+
+void TResponseChart::showEvent(QShowEvent* event) {
+  if (FOutdated) Calculate(false);
+  TTimeChart::showEvent(event);
+}
+
+void TResponseChart::Calculate(bool sameEvents) {
+  FTask.Stop();
+  FWasCancelled = false;
+  if (!sameEvents) {
+    FView.reset();
+  } else if (HasData()) {
+    FView = {Range().Full(), Range().Times()};
+  }
+  std::vector<const TEvent*> events = Events();
+  FOutdated = !events.empty() && !isVisible();
+  if (events.empty() || FOutdated) {
+    ShowNothing();
+  } else {
+    FTask.Start(std::move(events), FRequest, [this](TShockResponse response) {
+      Show(std::move(response));
+      emit Ended();
+    });
+    if (FTask.IsRunning()) ShowNothing();
+  }
+  if (!FTask.IsRunning()) emit Ended();
+}
+
+void TResponseChart::ShowNothing() {
+  Show({});
+}
+
+void TResponseChart::Show(TShockResponse response) {
+  FResponse = std::move(response);
+  FLines.clear();
+  for (const TResponseLine& line : FResponse.lines) FLines.push_back({line.hertz, line.x, line.y, line.z, line.total});
+  SetPlaceholder(QtText(WhyNone()));
+  SetValueTitle(IsVelocity(FRequest) ? tr("Pseudo-velocity") : tr("Acceleration response"), ValueUnit());
+  std::optional<TTimeSpan> full;
+  if (FLines.empty()) {
+    Legend().SetTitle({});
+  } else {
+    ShowTitle();
+    full = {FLines.front().hertz / kMargin, FLines.back().hertz * kMargin};
+  }
+  const bool keepsView = full && FView && FView->full == *full;
+  if (keepsView && HasData()) {
+    Range().RescaleValues();
+  } else {
+    SetFullRange(full);
+    if (keepsView) Range().SetTimes(FView->times);
+  }
+  emit LinesChanged();
+}
+
+std::string TResponseChart::WhyNone() const {
+  if (!FLines.empty()) return {};
+  if (FWasCancelled) return "The calculation was cancelled.";
+  if (FTask.IsRunning()) return "Calculating…";
+  if (!FResponse.reason.empty()) return "No response spectrum. Event " + FResponse.reason;
+  return FIsEnvelope ? "No event is visible." : "No event selected";
+}
+
+// What the spectrum is, then what limits its use: a narrow chart cuts the end of a title.
+void TResponseChart::ShowTitle() {
+  const auto& [quality, response, sign] = FRequest.options;
+  const QString whose =
+      FIsEnvelope ? tr("Envelope of %1 events").arg(Events().size()) : tr("Event %1").arg(FEvents->GetItem(*FIndex).ID);
+  QStringList parts = {whose, QtText(kResponseSigns[static_cast<std::size_t>(sign)].first), tr("Q %1").arg(quality)};
+  if (const auto margin = SmallestMargin()) {
+    parts.insert(1, tr("margin %1 dB at %2 Hz (%3)")
+                        .arg(margin->decibel, 0, 'f', 1)
+                        .arg(Digits(margin->hertz, kDigits), NameOf(margin->series)));
+  }
+  if (const auto rough = RoughSpans(); !rough.empty()) {
+    parts.append(tr("rough above %1 Hz").arg(Digits(rough.front().start, kDigits)));
+  }
+  for (const std::string& remark : FResponse.remarks) parts.append(QtText(remark));
+  if (!FResponse.baseline.empty()) parts.append(QtText(FResponse.baseline));
+  parts.append(tr("1/%1 octave").arg(FRequest.octave));
+  Legend().SetTitle(parts.join(" · ") + StrongestPeak());
+}
+
+std::vector<TTimeSpan> TResponseChart::RoughSpans() const {
+  const auto& lines = FResponse.lines;
+  const auto isRough = [&lines](std::size_t i) { return lines[i].range == TResponseRange::Rough; };
+  std::vector<TTimeSpan> spans;
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    if (!isRough(i)) continue;
+    const double start = i > 0 ? lines[i - 1].hertz : lines[i].hertz / kMargin;
+    while (i < lines.size() && isRough(i)) ++i;
+    spans.push_back({start, i < lines.size() ? lines[i].hertz : lines.back().hertz * kMargin});
+  }
+  return spans;
+}
+
+void TResponseChart::ScaleValues() {
+  auto [min, max, minPositive] = Extremes();
+  for (const TSpectrumLine& line : FLines) {
+    const auto limit = HasLimit() ? LimitAt(FLimit, line.hertz) : std::nullopt;
+    max = std::max(max, limit.value_or(max));
+  }
+  if (!(max > 0)) return ValueAxis().setRange(0.1, 1);
+  const double foot = std::clamp(minPositive, max * kLogInSight, max / 10);
+  ValueAxis().setRange(foot * std::pow(foot / max, kFootRoom), max * std::pow(max / foot, kWordsRoom));
+}
+
+void TResponseChart::PaintLines(QCPPainter& painter) {
+  painter.setAntialiasing(true);
+  for (const TSeries series : VisibleSeries()) PaintSeries(painter, series);
+  if (HasLimit()) PaintLimit(painter);
+  PaintPeaks(painter);
+  for (const TTimeSpan& rough : RoughSpans()) {
+    const double middle = TimeAxis().coordToPixel(std::sqrt(rough.start * rough.end));
+    Labels().AddPoint({middle, double(Rect().rect().bottom())}, tr("rough"), FaintInk());
+  }
+  if (IsVelocity(FRequest)) NameDiagonals(Labels(), TimeAxis(), ValueAxis(), FaintInk());
+}
+
+// Solid between two lines that can be trusted, dotted elsewhere.
+void TResponseChart::PaintSeries(QCPPainter& painter, TSeries series) {
+  const TCurveAxes axes{TimeAxis(), ValueAxis()};
+  std::vector<TEnvelopePoint> all, part;
+  bool isDotted = false;
+  const auto draw = [&] {
+    QPen pen(InkOf(series), kCurveWidth);
+    const QList<qreal> dashes = isDotted ? QList<qreal>{1.5, 2.5} : Dashes(Place(series));
+    if (!dashes.isEmpty()) pen.setDashPattern(dashes);
+    if (part.size() > 1) DrawEnvelope(painter, axes, part, pen);
+  };
+  for (std::size_t i = 0; i < FLines.size(); ++i) {
+    const double value = ValueOf(FLines[i], series);
+    const TEnvelopePoint point{FLines[i].hertz, value > 0 ? static_cast<float>(value) : kNaN};
+    const auto isRough = [this](std::size_t line) { return FResponse.lines[line].range == TResponseRange::Rough; };
+    const bool rough = i > 0 && (isRough(i - 1) || isRough(i));
+    if (i > 0 && rough != isDotted) {
+      draw();
+      part = {all.back()};
+      isDotted = rough;
+    }
+    part.push_back(point);
+    all.push_back(point);
+  }
+  draw();
+  KeepClear(Labels(), axes, all);
+}
+
+void TResponseChart::PaintLimit(QCPPainter& painter) {
+  const QColor ink = InkOn(palette(), kAlarmColour);
+  std::vector<TEnvelopePoint> line;
+  for (const TLimitPoint& point : FLimit) line.push_back({point.hertz, static_cast<float>(point.g)});
+  QPen pen(ink, kCurveWidth);
+  pen.setDashPattern({6, 4});
+  const TCurveAxes axes{TimeAxis(), ValueAxis()};
+  DrawEnvelope(painter, axes, line, pen);
+  KeepClear(Labels(), axes, line);
+  const QCPRange view = TimeAxis().range();
+  const double middle =
+      std::sqrt(std::max(view.lower, FLimit.front().hertz) * std::min(view.upper, FLimit.back().hertz));
+  if (const auto limit = LimitAt(FLimit, middle)) Labels().AddPoint(axes.At(middle, *limit), tr("Limit"), ink);
+}

@@ -1,0 +1,41 @@
+// Calculates a response spectrum on other threads while the window lives. Main thread only.
+#pragma once
+
+#include <QObject>
+#include <QTimer>
+#include <functional>
+#include <future>
+#include <memory>
+#include <stop_token>
+#include <vector>
+
+#include "analysis/uShockResponse.h"
+
+class TResponseTask : public QObject {
+  Q_OBJECT
+
+ public:
+  using TFinished = std::function<void(TShockResponse)>;
+
+  explicit TResponseTask(QObject* parent);
+  ~TResponseTask() override;
+
+  // Replaces what runs. `finished` is called before this returns where the calculation takes some milliseconds, else
+  // from the event loop. The events are borrowed until then, or until Stop.
+  void Start(std::vector<const TEvent*> events, const TResponseRequest& request, TFinished finished);
+  // Nothing uses the events afterwards, and nothing is finished.
+  void Stop();
+  [[nodiscard]] bool IsRunning() const { return FRun != nullptr; }
+
+ signals:
+  // While the event loop waits for a calculation: how many events are done.
+  void Progressed(std::size_t done, std::size_t count);
+
+ private:
+  struct TRun;
+  void Poll();
+  void Finish();
+
+  std::unique_ptr<TRun> FRun;
+  QTimer FPoll;
+};

@@ -1,0 +1,140 @@
+#include "gui/shock/uResponsePanel.h"
+
+#include <QCheckBox>
+#include <QHBoxLayout>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <array>
+
+#include "base/uFiles.h"
+#include "gui/charts/uResponseChart.h"
+#include "gui/common/uFlowLayout.h"
+#include "gui/common/uMessageBox.h"
+#include "gui/common/uQtText.h"
+#include "gui/platform/uDialogs.h"
+#include "gui/shock/uChoiceList.h"
+
+namespace {
+
+constexpr QSize kMinSize(180, 120);  // px
+constexpr std::array kQualities = {5.0, 10.0, 25.0, 50.0};
+constexpr std::array<std::size_t, 4> kOctaves = {3, 6, 12, 24};
+
+constexpr auto kLimitTip =
+    "A limit from a CSV file with lines \"Hz,g\": it is drawn, and the title names the smallest margin";
+
+// Of a table of names and values.
+template <class TTable>
+QStringList NamesOf(const TTable& table) {
+  QStringList names;
+  for (const auto& [name, value] : table) names.append(QtText(name));
+  return names;
+}
+
+}  // namespace
+
+TResponsePanel::TResponsePanel(QWidget* parent)
+    : QWidget(parent), FChart(new TResponseChart(this)), FBar(new QProgressBar(this)) {
+  setObjectName("pnlResponse");
+  auto* row = new QHBoxLayout;
+  row->setContentsMargins(4, 2, 4, 0);
+  auto* choices = new TFlowLayout;
+  choices->setSpacing(4);
+  row->addLayout(choices);
+  AddChoices(*choices);
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(2);
+  layout->addLayout(row);
+  layout->addWidget(MakeProgress());
+  layout->addWidget(FChart, 1);
+}
+
+QSize TResponsePanel::minimumSizeHint() const {
+  return kMinSize;
+}
+
+void TResponsePanel::AddChoices(TFlowLayout& choices) {
+  // `change` gets the request and the entry.
+  const auto add = [&](const char* name, const QString& what, const QStringList& names, int first, auto change) {
+    QComboBox* list = MakeChoiceList(name, what, names);
+    list->setCurrentIndex(first);
+    connect(list, &QComboBox::currentIndexChanged, this, [this, change](int entry) {
+      TResponseRequest request = FChart->Request();
+      change(request, static_cast<std::size_t>(entry));
+      FChart->SetRequest(request);
+    });
+    list->setMinimumWidth(list->maximumWidth());
+    choices.addWidget(list);
+  };
+  QStringList qualities, octaves;
+  for (const double quality : kQualities) qualities.append(tr("Q %1").arg(quality));
+  for (const std::size_t octave : kOctaves) octaves.append(tr("1/%1 octave").arg(octave));
+  add("cmbResponse", tr("Response of the oscillators"), NamesOf(kResponses), 0,
+      [](TResponseRequest& request, std::size_t entry) { request.options.response = kResponses[entry].second; });
+  add("cmbResponseSign", tr("Which extreme of a response counts"), NamesOf(kResponseSigns), 0,
+      [](TResponseRequest& request, std::size_t entry) { request.options.sign = kResponseSigns[entry].second; });
+  add("cmbResponseQ", tr("Quality of the oscillators: 10 is 5 % of critical damping"), qualities, 1,
+      [](TResponseRequest& request, std::size_t entry) { request.options.quality = kQualities[entry]; });
+  add("cmbResponseOctave", tr("Step from frequency to frequency"), octaves, 2,
+      [](TResponseRequest& request, std::size_t entry) { request.octave = kOctaves[entry]; });
+  add("cmbResponseBaseline", tr("What is taken for zero: the mean before the shock, or the samples as they are"),
+      {tr("baseline before"), tr("no baseline")}, 0,
+      [](TResponseRequest& request, std::size_t entry) { request.baseline = kBaselines[entry].second; });
+  auto* envelope = new QCheckBox(tr("All &visible events"));
+  envelope->setObjectName("chbResponseEnvelope");
+  envelope->setToolTip(tr("The largest response at each frequency of all events that the filter lets through"));
+  connect(envelope, &QCheckBox::toggled, FChart, &TResponseChart::SetEnvelope);
+  choices.addWidget(envelope);
+  auto* limit = new QPushButton(tr("&Limit…"));
+  limit->setObjectName("btnResponseLimit");
+  limit->setCheckable(true);
+  limit->setToolTip(tr(kLimitTip));
+  connect(limit, &QPushButton::clicked, this, [this, limit] { ChangeLimit(*limit); });
+  choices.addWidget(limit);
+}
+
+void TResponsePanel::ChangeLimit(QPushButton& button) {
+  if (!button.isChecked()) {
+    FChart->SetLimit({});
+    button.setToolTip(tr(kLimitTip));
+    return;
+  }
+  button.setChecked(false);
+  const auto file = AskForFile(this, tr("Open a limit curve"), {FLimitFolder, "Limit curves|*.csv|All files|*"});
+  if (!file) return;
+  try {
+    FChart->SetLimit(ReadLimitCurve(PathFromUtf8(*file)));
+    FLimitFolder = Utf8FromPath(PathFromUtf8(*file).parent_path());
+    button.setChecked(true);
+    button.setToolTip(tr("Limit: %1\nA click takes it away").arg(QtText(*file)));
+  } catch (const std::exception& error) {
+    ShowBox(this, QMessageBox::Warning, "msgLimit", tr("The limit curve cannot be used."),
+            QString("%1\n%2").arg(QtText(*file), QtText(ReasonOf(error))));
+  }
+}
+
+QWidget* TResponsePanel::MakeProgress() {
+  auto* row = new QWidget(this);
+  row->setObjectName("pnlResponseProgress");
+  FBar->setObjectName("pgbResponse");
+  FBar->setAccessibleName(tr("Events calculated"));
+  auto* cancel = new QPushButton(tr("Cancel"), row);
+  cancel->setObjectName("btnResponseCancel");
+  auto* layout = new QHBoxLayout(row);
+  layout->setContentsMargins(4, 0, 4, 0);
+  layout->addWidget(FBar, 1);
+  layout->addWidget(cancel);
+  row->hide();
+  connect(cancel, &QPushButton::clicked, FChart, &TResponseChart::Cancel);
+  connect(FChart, &TResponseChart::Progressed, row, [this, row](std::size_t done, std::size_t count) {
+    // A bar without a maximum says that it works.
+    FBar->setRange(0, count > 1 ? static_cast<int>(count) : 0);
+    FBar->setValue(static_cast<int>(done));
+    row->show();
+  });
+  connect(FChart, &TResponseChart::Ended, row, &QWidget::hide);
+  return row;
+}
