@@ -45,7 +45,8 @@ TEST(PinnedEvents, EventsOfOtherRatesAndLengthsAreAlignedAtWhatWasChosen) {
   EXPECT_NEAR(Shift(shown, other, TAlignment::SwitchOn).ms, 70, 1);
   const TShift best = Shift(shown, other, TAlignment::Correlation);
   EXPECT_NEAR(best.ms, 70, 0.2);
-  EXPECT_GT(best.correlation, 0.99);
+  // The pulses are equal, their shares of the events are not: 5026/√(5635·5025) with ∑g² = 6000, ∑g = 382.
+  EXPECT_NEAR(best.correlation, 0.944, 0.01);
   // The other way round it moves back by as much.
   EXPECT_NEAR(Shift(other, shown, TAlignment::Correlation).ms, -70, 0.2);
   // 1,000,001 samples: to a 4,095th of 10 s.

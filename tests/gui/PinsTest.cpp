@@ -47,6 +47,7 @@ class PinsInWindow : public TWindowTest {
   // Of the legend, behind those of X, Y, Z and the total.
   const TLegendEntry& Entry(std::size_t pin) { return Chart().Legend().Contents().entries.at(kSeriesCount + pin); }
   std::string TextAt(double ms) {
+    Leave(Chart());
     std::string text;
     const auto connection = QObject::connect(&Chart(), &TTimeChart::CursorValueChanged,
                                              [&text](const QString& said) { text = said.toStdString(); });
@@ -78,7 +79,6 @@ TEST_F(PinsInWindow, APinnedEventStandsBesideTheSelectedOneAndStaysWithAnotherRe
   EXPECT_THAT(TitleOf(Chart()), HasSubstr("aligned at the best correlation"));
   const QPoint top = PointAt(Chart(), 39, 27);
   EXPECT_GT(Ink(Chart(), Entry(0).ink, {top - QPoint(6, 6), QSize(13, 13)}), 5);
-  EXPECT_THAT(TextAt(80), Not(HasSubstr("nan")));
 
   FForm->Flow().Open(Save("three.kshock", ThreeEvents()).toStdString());
   Settle();
@@ -147,7 +147,7 @@ TEST_F(PinsInWindow, SpectrumResponseAndFilesHoldThem) {
   const std::string csv(bytes.begin(), bytes.end());
   EXPECT_THAT(csv, StartsWith("\"Time (msec)\",\"X (g)\",\"Y (g)\",\"Z (g)\",\"Total (g)\","
                               "\"Time (msec) 0 (triangles)\",\"X (g) 0 (triangles)\","));
-  EXPECT_THAT(csv, HasSubstr("\r\n\"0\",\"0\",\"0\",\"0\",\"0\",\"26\","));
+  EXPECT_THAT(csv, HasSubstr("\"26\",\"0\",\"0\",\"0\",\"0\",\r\n"));
   FTyped = QString::fromStdString((FFolder / "e.xlsx").string());
   Press("Ctrl+Shift+X");
   EXPECT_THAT(FBoxes.back(), HasSubstr("Excel sheet created"));

@@ -27,13 +27,11 @@ void TPinnedCurves::Set(const TPins& pins, bool highPass) {
 }
 
 void TPinnedCurves::Align(const TEvent& shown, const TThresholds& levels, TAlignment alignment) {
-  FUnaligned.clear();
   for (TPinnedCurve& curve : FCurves) {
     const TEvent& event = curve.pin.event->event;
-    const TShift shift = ShiftBetween(shown, levels, *curve.pin.event, alignment);
+    curve.shift = ShiftBetween(shown, levels, *curve.pin.event, alignment);
     const double start = event.GetStartTime();
-    curve.offset = shift.ms - (std::isfinite(start) ? start : curve.samples.Samples().front().time);
-    if (!shift.found) FUnaligned.push_back(event.ID);
+    curve.offset = curve.shift.ms - (std::isfinite(start) ? start : curve.samples.Samples().front().time);
   }
 }
 

@@ -17,6 +17,7 @@ struct TPinnedCurve {
   TInTimeOrder<TEventValue> samples;  // of one of both
   TSeriesExtents extents;
   double offset = 0;  // ms, added to a sample's time to get that of the axis
+  TShift shift{};
 };
 
 class TPinnedCurves {
@@ -28,10 +29,7 @@ class TPinnedCurves {
   [[nodiscard]] std::span<const TPinnedCurve> Curves() const { return FCurves; }
   // On the axis; nothing without a sample.
   [[nodiscard]] std::optional<TTimeSpan> Span() const;
-  // IDs of those that lack what they were to be aligned at.
-  [[nodiscard]] const std::vector<std::int32_t>& Unaligned() const { return FUnaligned; }
 
  private:
   std::vector<TPinnedCurve> FCurves;
-  std::vector<std::int32_t> FUnaligned;
 };

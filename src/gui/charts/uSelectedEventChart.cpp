@@ -164,7 +164,13 @@ QString TSelectedEventChart::PinsWords() const {
   if (FPinned.Curves().empty()) return {};
   const auto alignment = static_cast<std::size_t>(Pins().alignment);
   QString words = tr(" · pinned events aligned at the %1").arg(QtText(kAlignments[alignment].first));
-  for (const std::int32_t id : FPinned.Unaligned()) words += tr(", %1 at its start").arg(id);
+  for (const TPinnedCurve& curve : FPinned.Curves()) {
+    const std::int32_t id = curve.pin.event->event.ID;
+    if (!curve.shift.found) words += tr(", %1 at its start").arg(id);
+    if (std::isfinite(curve.shift.correlation)) {
+      words += tr(", %1: %2").arg(id).arg(curve.shift.correlation, 0, 'f', 2);
+    }
+  }
   return words;
 }
 

@@ -51,6 +51,7 @@ void TPinBar::ShowPins(const TPins& pins) {
 }
 
 void TPinBar::FillMenu() {
+  for (QMenu* one : FMenu->findChildren<QMenu*>()) one->deleteLater();
   FMenu->clear();
   for (const TPin& pin : FPins.items) {
     const TPinnedEvent& pinned = *pin.event;
