@@ -14,7 +14,7 @@
 
 #include "analysis/uFourier.h"
 #include "analysis/uMissionDatasets.h"
-#include "analysis/uResponseSpectrum.h"
+#include "analysis/uShockResponse.h"
 #include "base/uMessages.h"
 #include "bench/uBenchRecordings.h"
 #include "bench/uExportBenches.h"
@@ -71,26 +71,56 @@ double PlainResponses(const std::vector<double>& axis, const std::vector<double>
   return sum;
 }
 
-// Six octaves by twelfths of `events` events, to a plain loop over their three axes.
-void PrintResponseRatio(const std::string& what, double bound, int rounds, int events, int samples) {
-  const TShockSamples shock = Shock(samples);
-  const std::vector<double> hertz = OctaveFrequencies(2500.0 / 64, 2500, 12);
+// A span of six octaves.
+constexpr double kFromHertz = 2500.0 / 64;
+constexpr double kToHertz = 2500;
+
+// `events` times the three axes of a shock in a plain loop, in seconds.
+double PlainTime(const TShockSamples& shock, int events) {
   static double unused = 0;  // so that no result is left out
+  const std::vector<double> hertz = OctaveFrequencies(kFromHertz, kToHertz, 12);
+  return SecondsOf([&] {
+    for (int i = 0; i < events; ++i) {
+      for (const auto* axis : {&shock.x, &shock.y, &shock.z}) unused += PlainResponses(*axis, hertz, shock.Rate());
+    }
+  });
+}
+
+// The response spectrum of one event on one core.
+void PrintResponseRatio(double bound, int rounds) {
+  const TShockSamples shock = Shock(10000);
+  const std::vector<double> hertz = OctaveFrequencies(kFromHertz, kToHertz, 12);
   PrintRatio(
-      what, bound, rounds,
+      "response spectra of an event of 10,000 samples / a plain loop", bound, rounds,
+      [&] { return SecondsOf([&] { (void)CalcResponseSpectrum(shock, hertz, {}); }); },
+      [&] { return PlainTime(shock, 1); });
+}
+
+// The envelope of events as the window shows it, from the recorded samples on, on all cores.
+void PrintEnvelopeRatio(double bound, int rounds, int count) {
+  const TShockSamples shock = Shock(500);
+  TEventList list;
+  std::vector<const TEvent*> events;
+  for (int i = 0; i < count; ++i) {
+    list.NewEvent();
+    for (std::size_t k = 0; k < shock.Count(); ++k) {
+      list.AddValues(static_cast<double>(k) * shock.grid.stepMs, static_cast<float>(shock.x[k]),
+                     static_cast<float>(shock.y[k]), static_cast<float>(shock.z[k]));
+    }
+  }
+  for (const TEvent& event : list.Events()) events.push_back(&event);
+  TResponseRequest request;
+  request.levelOn = 1;
+  request.from = kFromHertz;
+  request.to = kToHertz;
+  PrintRatio(
+      "envelope of 1,000 events of 500 samples / a plain loop", bound, rounds,
       [&] {
-        return SecondsOf([&] {
-          for (int i = 0; i < events; ++i) unused += CalcResponseSpectrum(shock, hertz, {}).front().total;
-        });
+        TResponseProgress progress;
+        return SecondsOf(
+            [&] { (void)CalcShockResponse(events, request, std::thread::hardware_concurrency(), progress); });
       },
-      [&] {
-        return SecondsOf([&] {
-          for (int i = 0; i < events; ++i) {
-            for (const auto* axis : {&shock.x, &shock.y, &shock.z})
-              unused += PlainResponses(*axis, hertz, shock.Rate());
-          }
-        });
-      });
+      [&] { return PlainTime(shock, count); });
 }
 
 // The least that reading the file can cost.
@@ -182,8 +212,7 @@ int main(int argc, char** argv) {
       "a fleet's rows of 1,000 events × 550, 12 × 137,500 readings / reading", 0.5, rounds,
       [] { return SecondsOf(SumUp); }, [&usual] { return ReadingTime(usual); });
   PrintTransformTime(1, rounds);
-  PrintResponseRatio("response spectra of an event of 10,000 samples / a plain loop", 0.7, rounds, 1, 10000);
-  PrintResponseRatio("response spectra of 1,000 events of 500 samples / a plain loop", 1.4, rounds, smoke ? 10 : 1000,
-                     500);
+  PrintResponseRatio(0.7, rounds);
+  PrintEnvelopeRatio(1.4, rounds, smoke ? 10 : 1000);
   for (const auto& file : {large, many, fewer, usual}) std::filesystem::remove(file);
 }

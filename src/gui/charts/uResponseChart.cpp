@@ -51,6 +51,7 @@ QString TResponseChart::ValueUnit() const {
 }
 
 void TResponseChart::Clear() {
+  FTask.Stop();
   FEvents = nullptr;
   FIndex.reset();
   FVisible.clear();
@@ -117,7 +118,7 @@ std::vector<TReading> TResponseChart::ReadingsAt(double hertz) const {
 
 void TResponseChart::Cancel() {
   if (!FTask.IsRunning()) return;
-  FTask.Stop();
+  FTask.Drop();
   FWasCancelled = true;
   ShowNothing();
   emit Ended();
@@ -142,7 +143,7 @@ void TResponseChart::showEvent(QShowEvent* event) {
 }
 
 void TResponseChart::Calculate(bool sameEvents) {
-  FTask.Stop();
+  FTask.Drop();
   FWasCancelled = false;
   if (!sameEvents) {
     FView.reset();

@@ -9,6 +9,10 @@ namespace {
 constexpr std::chrono::milliseconds kWait(40);  // shorter than a person notices
 constexpr std::chrono::milliseconds kBetweenPolls(20);
 
+bool IsReady(const std::future<TShockResponse>& result) {
+  return result.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
+}
+
 }  // namespace
 
 struct TResponseTask::TRun {
@@ -29,7 +33,7 @@ TResponseTask::~TResponseTask() {
 }
 
 void TResponseTask::Start(std::vector<const TEvent*> events, const TResponseRequest& request, TFinished finished) {
-  Stop();
+  Drop();
   FRun = std::make_unique<TRun>();
   FRun->events = std::move(events);
   FRun->request = request;
@@ -42,16 +46,23 @@ void TResponseTask::Start(std::vector<const TEvent*> events, const TResponseRequ
   FPoll.start(kBetweenPolls);
 }
 
-void TResponseTask::Stop() {
+// Fitting the times of a very long event cannot be stopped, and nobody waits for it.
+void TResponseTask::Drop() {
   FPoll.stop();
+  std::erase_if(FDropped, [](const auto& run) { return IsReady(run->result); });
   if (FRun == nullptr) return;
   FRun->stop.request_stop();
-  FRun->result.wait();
-  FRun.reset();
+  FDropped.push_back(std::move(FRun));
+}
+
+void TResponseTask::Stop() {
+  Drop();
+  for (const auto& run : FDropped) run->result.wait();
+  FDropped.clear();
 }
 
 void TResponseTask::Poll() {
-  if (FRun->result.wait_for(std::chrono::seconds(0)) == std::future_status::ready) return Finish();
+  if (IsReady(FRun->result)) return Finish();
   emit Progressed(FRun->progress.events, FRun->events.size());
 }
 
