@@ -24,8 +24,8 @@ struct TSpectrumChoice {
 struct TShownResponse {
   TResponse response = TResponse::Acceleration;
   bool isEnvelope = false;           // else of the selected event
-  std::vector<TResponseLine> lines;  // none: `why` says why
-  std::string why;
+  std::vector<TResponseLine> lines = {};  // none: `why` says why
+  std::string why = {};
 };
 
 class IMissionViews {

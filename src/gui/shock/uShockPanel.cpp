@@ -123,11 +123,6 @@ TAccelerationChart& TMainShockPanel::ChartInFront() const {
   return *FChart2;
 }
 
-TAccelerationChart& TMainShockPanel::ChartInFront() const {
-  if (IsSpectrumInFront()) return *FSpectrum->Chart();
-  return *FChart2;
-}
-
 void TMainShockPanel::ShowValues() {
   if (const TFrequencyChart* chart = FrequenciesInFront()) {
     FValues->SetLines(chart->Lines(), chart->ValueUnit());
