@@ -59,3 +59,7 @@ class TIsalInflate final : public IInflate {
 std::unique_ptr<IInflate> MakeFastInflate() {
   return std::make_unique<TIsalInflate>();
 }
+
+bool HasFastInflate() {
+  return true;
+}
