@@ -142,6 +142,14 @@ void TResponseChart::showEvent(QShowEvent* event) {
   TTimeChart::showEvent(event);
 }
 
+void TResponseChart::hideEvent(QHideEvent* event) {
+  TTimeChart::hideEvent(event);
+  if (event->spontaneous() || !FTask.IsRunning()) return;  // spontaneous: the window was minimised
+  FTask.Drop();
+  FOutdated = true;
+  emit Ended();
+}
+
 void TResponseChart::Calculate(bool sameEvents) {
   FTask.Drop();
   FWasCancelled = false;

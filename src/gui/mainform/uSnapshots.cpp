@@ -14,6 +14,7 @@
 #include <QTimer>
 #include <stdexcept>
 
+#include "gui/charts/uResponseChart.h"
 #include "gui/common/uQtText.h"
 #include "gui/mainform/KorvexMainForm.h"
 #include "gui/report/uPageView.h"
@@ -123,7 +124,7 @@ class TAlbum {
     Save("statistics");
     FForm.Flow().SwitchView(TView::Shock);
   }
-  // Of the selected event, as pseudo-velocity, and of all events.
+  // Of the selected event, as pseudo-velocity, with its values, and of all events with a limit.
   void SaveResponse() {
     Trigger("actShockResponse");
     Save("response");
@@ -131,10 +132,14 @@ class TAlbum {
     response->setCurrentIndex(1);
     Save("response-velocity");
     response->setCurrentIndex(0);
+    SaveWith("actShockShowTable", "response-values");
+    auto* chart = FForm.findChild<TResponseChart*>();
+    chart->SetLimit({{2, 8}, {25, 100}, {1000, 100}});
     FForm.findChild<QAbstractButton*>("chbResponseEnvelope")->setChecked(true);
     while (!FForm.findChild<QWidget*>("pnlResponseProgress")->isHidden()) QCoreApplication::processEvents();
     Save("response-envelope");
     FForm.findChild<QAbstractButton*>("chbResponseEnvelope")->setChecked(false);
+    chart->SetLimit({});
     Trigger("actShockResponse");
   }
   void Trigger(const char* action) { FForm.findChild<QAction*>(action)->trigger(); }
