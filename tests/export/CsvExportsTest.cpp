@@ -152,6 +152,7 @@ TEST(CsvExports, AFileThatCannotBeWrittenIsNamedAndTheOlderOneStays) {
   EXPECT_TRUE(fails(folder.Path()));
   fs::permissions(file, fs::perms::owner_read);
   EXPECT_TRUE(fails(file));
+  fs::permissions(file, fs::perms::owner_read | fs::perms::owner_write);
   EXPECT_EQ(BytesOfFile(file), (TBytes{1, 2, 3}));
   EXPECT_EQ(NamesIn(folder.Path()), std::vector<std::string>{"old.csv"});
   EXPECT_THROW(ExportEventsCsv({}, {}, {}, TEventFiles::Samples, folder / "vanished", progress), fs::filesystem_error);

@@ -37,10 +37,10 @@ TEST(Windows, TheSettingsStandInTheDocuments) {
 
 TEST(Windows, AStartedProgramGetsItsArguments) {
   const TTempFolder folder;
-  const fs::path list = folder / "a \u00DC\u65E5 b\\";
+  const fs::path list = folder / "a b\\";
   fs::create_directory(list);
-  EXPECT_EQ(RunThisProgram({"--gtest_list_tests", "--gtest_output=xml:" + (list / "t.xml").string()}), 0);
-  EXPECT_TRUE(fs::exists(list / "t.xml"));
+  EXPECT_EQ(RunThisProgram({"--gtest_list_tests", "--gtest_output=xml:" + list.string()}), 0);
+  EXPECT_TRUE(fs::exists(list / "shockscope_tests.xml"));
 }
 
 TEST(Windows, AboutTwoThousandFilesCanBeOpen) {
