@@ -24,7 +24,7 @@ struct TLimitProfile {
   bool accelerationFromFile = false;                                   // as the setting of that name
   std::size_t allowedEvents = 0;                                       // outside the acceleration limits
   std::array<TAllowedTimes, kLimitedQuantityCount> allowedTimes = {};  // by TQuantity; not of the acceleration
-  std::optional<TFragility> product;                                   // for the damage boundary; judges nothing
+  std::optional<TFragility> product = {};                              // for the damage boundary; judges nothing
 
   bool operator==(const TLimitProfile&) const = default;
 };

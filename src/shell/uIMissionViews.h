@@ -23,7 +23,7 @@ struct TSpectrumChoice {
 // The response spectrum in the shock chart.
 struct TShownResponse {
   TResponse response = TResponse::Acceleration;
-  bool isEnvelope = false;           // else of the selected event
+  bool isEnvelope = false;                // else of the selected event
   std::vector<TResponseLine> lines = {};  // none: `why` says why
   std::string why = {};
 };

@@ -64,7 +64,8 @@ TEST_F(LimitProfileFile, AWrittenProfileReadsBackAndNamesWhatWasChosen) {
   WriteLimitProfile(FPath, profile);
   EXPECT_EQ(ReadLimitProfile(FPath), profile);
   const TBytes bytes = BytesOfFile(FPath);
-  const std::string text(bytes.begin(), bytes.end());
+  std::string text(bytes.begin(), bytes.end());
+  std::erase(text, '\r');  // lines end as the system ends them
   EXPECT_THAT(text, HasSubstr("Acc. Max = 3 events\n"));
   EXPECT_THAT(text, HasSubstr("RH Max = 2 h\n"));
   EXPECT_THAT(text, HasSubstr("Temp. Min = 1 d 30 min 0.5 s\n"));
