@@ -70,16 +70,77 @@ class TCsvFile {
   std::size_t FLines = 0;
 };
 
-TFileWriter EventWriter(const TEvent& event, bool highPass, IProgress& progress) {
-  return [&event, highPass, &progress](const fs::path& beside) {
-    TCsvFile file(beside, progress);
+// The columns of other curves: each call goes on with the last line of the file and ends it.
+class TBesideColumns {
+ public:
+  TBesideColumns(std::span<const TBesideCurve> curves, TCsvFile& file) : FCurves(curves), FFile(file) {}
+
+  void EndTitles(const TCurveTitles& titles) {
+    for (const TBesideCurve& curve : FCurves) {
+      std::string name = curve.name;
+      std::ranges::replace(name, '"', '\'');
+      Reopen();
+      for (const std::string_view title : titles) AppendCsvField(FFile.Text(), fmt::format("{} {}", title, name));
+      FFile.Text() += kLineBreak;
+    }
+  }
+  void EndRow() {
+    for (const TBesideCurve& curve : FCurves) {
+      Reopen();
+      if (FRow < curve.count) {
+        AppendCsvRow(FFile.Text(), curve.rowAt(FRow));
+      } else {
+        FFile.Text() += kEmptyRow;
+        FFile.Text() += kLineBreak;
+      }
+    }
+    ++FRow;
+    FFile.EndLine();
+  }
+  // The rows of longer curves, behind so many empty fields.
+  void Finish(std::size_t fields) {
+    std::size_t count = 0;
+    for (const TBesideCurve& curve : FCurves) count = std::max(count, curve.count);
+    while (FRow < count) {
+      for (std::size_t i = 0; i < fields; ++i) AppendCsvField(FFile.Text(), {});
+      FFile.Text() += kLineBreak;
+      EndRow();
+    }
+  }
+
+ private:
+  void Reopen() { FFile.Text().resize(FFile.Text().size() - kLineBreak.size()); }
+
+  std::span<const TBesideCurve> FCurves;
+  TCsvFile& FFile;
+  std::size_t FRow = 0;
+};
+
+TFileWriter EventWriter(const TEvent& event, bool highPass, IProgress& progress,
+                        std::span<const TBesideCurve> curves = {}) {
+  return [&event, highPass, &progress, curves](const fs::path& path) {
+    TCsvFile file(path, progress);
+    TBesideColumns beside(curves, file);
     AppendCsvTitles(file.Text(), kTimeTitles);
-    ForEachCurveRow(event, highPass, [&file](const TCurveRow& row) {
+    beside.EndTitles(kTimeTitles);
+    ForEachCurveRow(event, highPass, [&](const TCurveRow& row) {
       AppendCsvRow(file.Text(), row);
-      file.EndLine();
+      beside.EndRow();
     });
+    beside.Finish(kTimeTitles.size());
     file.Close();
   };
+}
+
+void AppendResponseTitles(std::string& text, TResponse response) {
+  for (const std::string& title : ResponseTitles(response)) AppendCsvField(text, title);
+  text += kLineBreak;
+}
+
+void AppendResponseLine(std::string& text, const TResponseLine& line) {
+  for (const double value : {line.hertz, line.x, line.y, line.z, line.total}) AppendCsvExact(text, value);
+  AppendCsvField(text, kResponseRangeNames[static_cast<std::size_t>(line.range)]);
+  text += kLineBreak;
 }
 
 // Progress goes on from `before` lines.
@@ -124,13 +185,8 @@ void AppendCsvExact(std::string& text, double value) {
 
 std::string ResponseCsv(std::span<const TResponseLine> lines, TResponse response) {
   std::string text;
-  for (const std::string& title : ResponseTitles(response)) AppendCsvField(text, title);
-  text += kLineBreak;
-  for (const TResponseLine& line : lines) {
-    for (const double value : {line.hertz, line.x, line.y, line.z, line.total}) AppendCsvExact(text, value);
-    AppendCsvField(text, kResponseRangeNames[static_cast<std::size_t>(line.range)]);
-    text += kLineBreak;
-  }
+  AppendResponseTitles(text, response);
+  for (const TResponseLine& line : lines) AppendResponseLine(text, line);
   return text;
 }
 
@@ -185,16 +241,20 @@ fs::path ExportEventsCsv(const TMissionData& mission, const TEventList& events, 
   return folder;
 }
 
-void ExportEventCsv(const TEvent& event, bool highPass, const fs::path& file, IProgress& progress) {
+void ExportEventCsv(const TEvent& event, bool highPass, const fs::path& file, IProgress& progress,
+                    std::span<const TBesideCurve> beside) {
   Begin(1, progress);
-  WriteExport(file, progress, EventWriter(event, highPass, progress));
+  WriteExport(file, progress, EventWriter(event, highPass, progress, beside));
 }
 
-void ExportSpectrumCsv(const TSpectrum& spectrum, std::size_t timePoints, const fs::path& path, IProgress& progress) {
+void ExportSpectrumCsv(const TSpectrum& spectrum, std::size_t timePoints, const fs::path& path, IProgress& progress,
+                       std::span<const TBesideCurve> curves) {
   Begin(1, progress);
-  WriteExport(path, progress, [&](const fs::path& beside) {
-    TCsvFile file(beside, progress);
+  WriteExport(path, progress, [&](const fs::path& part) {
+    TCsvFile file(part, progress);
+    TBesideColumns beside(curves, file);
     AppendCsvTitles(file.Text(), kSpectrumTitles);
+    beside.EndTitles(kSpectrumTitles);
     for (std::size_t i = 0; i < timePoints; ++i) {
       if (i < spectrum.lines.size()) {
         AppendCsvRow(file.Text(), RowOf(spectrum.lines[i]));
@@ -202,18 +262,27 @@ void ExportSpectrumCsv(const TSpectrum& spectrum, std::size_t timePoints, const 
         file.Text() += kEmptyRow;
         file.Text() += kLineBreak;
       }
-      file.EndLine();
+      beside.EndRow();
     }
+    beside.Finish(kSpectrumTitles.size());
     file.Close();
   });
 }
 
 void ExportResponseCsv(std::span<const TResponseLine> lines, TResponse response, const fs::path& path,
-                       IProgress& progress) {
+                       IProgress& progress, std::span<const TBesideCurve> curves) {
   Begin(1, progress);
-  WriteExport(path, progress, [&](const fs::path& beside) {
-    TCsvFile file(beside, progress);
-    file.Text() = ResponseCsv(lines, response);
+  const auto titles = ResponseTitles(response);
+  WriteExport(path, progress, [&](const fs::path& part) {
+    TCsvFile file(part, progress);
+    TBesideColumns beside(curves, file);
+    AppendResponseTitles(file.Text(), response);
+    beside.EndTitles({titles[0], titles[1], titles[2], titles[3], titles[4]});
+    for (const TResponseLine& line : lines) {
+      AppendResponseLine(file.Text(), line);
+      beside.EndRow();
+    }
+    beside.Finish(titles.size());
     file.Close();
   });
 }

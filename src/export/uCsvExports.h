@@ -50,17 +50,19 @@ std::filesystem::path ExportEventsCsv(const TMissionData& mission, const TEventL
                                       const std::filesystem::path& chosen, IProgress& progress,
                                       const std::function<void(const std::filesystem::path&)>& inPlace = {});
 
-// The curves of one event as the shock chart shows them.
-void ExportEventCsv(const TEvent& event, bool highPass, const std::filesystem::path& file, IProgress& progress);
+// The curves of one event as the shock chart shows them. Here and below each curve beside it adds five columns with its
+// name in their titles, and lines where it is longer; fields are empty behind the end of a curve.
+void ExportEventCsv(const TEvent& event, bool highPass, const std::filesystem::path& file, IProgress& progress,
+                    std::span<const TBesideCurve> beside = {});
 
 // The spectrum of the shock chart. Kept on purpose: as many lines as the time series has points, with empty fields
 // after the last line of the spectrum.
 void ExportSpectrumCsv(const TSpectrum& spectrum, std::size_t timePoints, const std::filesystem::path& file,
-                       IProgress& progress);
+                       IProgress& progress, std::span<const TBesideCurve> beside = {});
 
 // A response spectrum, as ResponseCsv.
 void ExportResponseCsv(std::span<const TResponseLine> lines, TResponse response, const std::filesystem::path& file,
-                       IProgress& progress);
+                       IProgress& progress, std::span<const TBesideCurve> beside = {});
 
 // A whole table, as WriteTableCsv.
 void ExportTableCsv(TDataset& table, const std::filesystem::path& file, IProgress& progress);

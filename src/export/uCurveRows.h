@@ -3,6 +3,8 @@
 
 #include <array>
 #include <cmath>
+#include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -39,6 +41,13 @@ inline TCurveRow RowOf(const TFilteredValue& value, double start) {
 inline TCurveRow RowOf(const TSpectrumLine& line) {
   return {line.hertz, line.x, line.y, line.z, line.total};
 }
+
+// A curve that stands beside the exported one, with the same titles.
+struct TBesideCurve {
+  std::string name;  // "12 (drop)"
+  std::size_t count;
+  std::function<TCurveRow(std::size_t row)> rowAt;
+};
 
 // Calls use(row) for each sample of an event in stored order, or for each point of its high-passed curves.
 template <class TUse>

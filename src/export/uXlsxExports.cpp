@@ -204,6 +204,36 @@ void WriteEvent(const TEventSource& source, std::size_t index, bool highPass, TS
   });
 }
 
+TWorkbookSize WithBeside(TWorkbookSize size, std::span<const TBesideCurve> curves) {
+  for (const TBesideCurve& curve : curves) {
+    size.sheets += std::max<std::size_t>(1, (curve.count + kMaxSamples - 1) / kMaxSamples);
+    size.cells += CellsOf(curve.count);
+  }
+  return size;
+}
+
+// Curves may have equal names, so their sheets are numbered.
+void WriteBeside(std::span<const TBesideCurve> curves, const auto& titles, TSheets& sheets) {
+  std::size_t number = 0;
+  for (const TBesideCurve& curve : curves) {
+    std::size_t written = 0;
+    do {
+      TWorkbook& book = sheets.Add(SafeSheetName(fmt::format("Pinned {}", ++number)), kEventTitleRows);
+      book.WriteText(0, 0, "Pinned event:");
+      book.WriteText(0, 1, curve.name);
+      WriteTitles(titles, book);
+      const std::size_t end = std::min(curve.count, written + kMaxSamples);
+      for (std::size_t row = kEventTitleRows; written < end; ++row) {
+        const TCurveRow values = curve.rowAt(written++);
+        for (std::size_t i = 0; i < values.size(); ++i) {
+          if (!std::isnan(values[i])) book.WriteNumber(row, i, values[i]);
+        }
+        sheets.RowWritten();
+      }
+    } while (written < curve.count);
+  }
+}
+
 }  // namespace
 
 void ExportTableXlsx(const TMissionData& mission, TDataset& table, const fs::path& file, IProgress& progress) {
@@ -251,30 +281,35 @@ void ExportEventsXlsx(const TEventSource& source, std::span<const std::uint32_t>
 }
 
 void ExportEventXlsx(const TEventSource& source, std::size_t index, bool highPass, const fs::path& file,
-                     IProgress& progress) {
+                     IProgress& progress, std::span<const TBesideCurve> beside) {
   TWorkbookSize size = SizeOf(source.events.GetItem(index));
   if (highPass) size.sheets = 1;
-  WriteSheets(source.mission, file, size, progress,
-              [&](TSheets& sheets) { WriteEvent(source, index, highPass, sheets); });
+  WriteSheets(source.mission, file, WithBeside(size, beside), progress, [&](TSheets& sheets) {
+    WriteEvent(source, index, highPass, sheets);
+    WriteBeside(beside, kTimeTitles, sheets);
+  });
 }
 
 void ExportSpectrumXlsx(const TEventSource& source, std::size_t index, const TSpectrum& spectrum, const fs::path& file,
-                        IProgress& progress) {
-  WriteSheets(source.mission, file, {1, CellsOf(spectrum.lines.size())}, progress, [&](TSheets& sheets) {
+                        IProgress& progress, std::span<const TBesideCurve> beside) {
+  const TWorkbookSize size = WithBeside({1, CellsOf(spectrum.lines.size())}, beside);
+  WriteSheets(source.mission, file, size, progress, [&](TSheets& sheets) {
     const std::string name = fmt::format("{} Spectral Analysis", EventSheetName(source.events.GetItem(index).ID));
     TWorkbook& book = sheets.Add(SafeSheetName(name), kEventTitleRows);
     WriteEventHead(source, index, book);
     WriteTitles(kSpectrumTitles, book);
     std::size_t row = kEventTitleRows;
     for (const TSpectrumLine& line : spectrum.lines) WriteCurveRow(RowOf(line), row++, book, sheets);
+    WriteBeside(beside, kSpectrumTitles, sheets);
   });
 }
 
 void ExportResponseXlsx(const TEventSource& source, std::optional<std::size_t> index,
                         std::span<const TResponseLine> lines, TResponse response, const fs::path& file,
-                        IProgress& progress) {
+                        IProgress& progress, std::span<const TBesideCurve> beside) {
   const auto titles = ResponseTitles(response);
-  WriteSheets(source.mission, file, {1, lines.size() * titles.size()}, progress, [&](TSheets& sheets) {
+  const TWorkbookSize size = WithBeside({1, lines.size() * titles.size()}, beside);
+  WriteSheets(source.mission, file, size, progress, [&](TSheets& sheets) {
     const std::string whose = index ? EventSheetName(source.events.GetItem(*index).ID) : std::string("Envelope");
     TWorkbook& book = sheets.Add(SafeSheetName(whose + " Response"), kEventTitleRows);
     if (index) WriteEventHead(source, *index, book);
@@ -289,5 +324,6 @@ void ExportResponseXlsx(const TEventSource& source, std::optional<std::size_t> i
       book.WriteText(row++, column, std::string(kResponseRangeNames[static_cast<std::size_t>(line.range)]));
       sheets.RowWritten();
     }
+    WriteBeside(beside, std::span(titles).first<5>(), sheets);
   });
 }

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "analysis/uResponseSpectrum.h"
+#include "analysis/uSpectrum.h"
 #include "shell/uIControls.h"
 #include "shell/uShownMission.h"
 
@@ -26,6 +27,7 @@ struct TShownResponse {
   bool isEnvelope = false;                // else of the selected event
   std::vector<TResponseLine> lines = {};  // none: `why` says why
   std::string why = {};
+  std::vector<std::vector<TSpectrumLine>> pinned = {};  // of each pinned event, none where it is not visible
 };
 
 class IMissionViews {
@@ -40,6 +42,9 @@ class IMissionViews {
   virtual void PrepareReport(const TShownMission& mission) = 0;
   // Applies changed display settings. Zoom, selection and scroll position stay.
   virtual void RefreshDisplay(const TShownMission& mission) = 0;
+
+  // Draws the pinned events beside the selected one; an event that is not visible is only listed.
+  virtual void ShowPins(const TPins& pins) = 0;
 
   // After the notes changed.
   virtual void ShowNotes(const TShownMission& mission) = 0;

@@ -12,6 +12,7 @@
 #include "analysis/uEventFilter.h"
 #include "analysis/uMissionDatasets.h"
 #include "analysis/uMissionSummary.h"
+#include "analysis/uPinnedEvents.h"
 #include "model/uEvents.h"
 #include "model/uGlobalSharedVariables.h"
 #include "model/uOtherSensors.h"
@@ -55,4 +56,7 @@ struct TShownMission {
   // The conditions stay while the filter is off and when another file is opened. Without conditions it is off.
   TEventFilter Filter;
   bool FilterActive = false;
+
+  // They stay when another file is opened.
+  TPins Pins;
 };

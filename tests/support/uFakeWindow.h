@@ -166,6 +166,7 @@ class TFakeViews final : public IMissionViews {
   void RefreshDisplay(const TShownMission& mission) override {
     FLog.Add("display from {}", mission.Display.limits[0].min);
   }
+  void ShowPins(const TPins& pins) override { FLog.Add("pins {}", pins.items.size()); }
   void ShowNotes(const TShownMission& mission) override {
     FLog.Add("notes on {} events{}", mission.Notes.ofEvents.size(),
              mission.Notes.problem.empty() ? "" : ": " + mission.Notes.problem);

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "gui/charts/uChartPaint.h"
+#include "gui/charts/uPinLooks.h"
 #include "gui/common/uTheme.h"
 
 void TAccelerationChart::SetSeriesVisible(TSeries series, bool visible) {
@@ -35,10 +37,32 @@ void TAccelerationChart::Restyle() {
   for (const TSeries series : kAllSeries) {
     entries.push_back({NameOf(series), InkOf(series), IsSeriesVisible(series), Dashes(Place(series))});
   }
+  for (const TPin& pin : FPins.items) {
+    entries.push_back({PinTitle(pin), PinInk(palette(), pin.slot), pin.visible, PinDashes(pin.slot)});
+  }
   Legend().SetEntries(std::move(entries));
 }
 
+void TAccelerationChart::SetPins(const TPins& pins) {
+  FPins = pins;
+  PinsChanged();
+  Restyle();
+}
+
+QPen TAccelerationChart::PenOf(const TPin& pin) const {
+  return DashedPen(PinInk(palette(), pin.slot), kCurveWidth, PinDashes(pin.slot));
+}
+
+QString TAccelerationChart::CurveName(const TPin& pin, TSeries series) {
+  return QString("%1 %2").arg(PinTitle(pin), NameOf(series));
+}
+
 void TAccelerationChart::EntryClicked(std::size_t entry) {
+  if (entry >= kSeriesCount) {
+    const TPin& pin = FPins.items[entry - kSeriesCount];
+    emit PinVisibleChanged(pin.slot, !pin.visible);
+    return;
+  }
   const TSeries series = kAllSeries[entry];
   SetSeriesVisible(series, !IsSeriesVisible(series));
   emit SeriesVisibleChanged(series, IsSeriesVisible(series));

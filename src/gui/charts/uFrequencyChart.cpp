@@ -28,8 +28,13 @@ double TFrequencyChart::ValueOf(const TSpectrumLine& line, TSeries series) {
   return line.*kValues[Place(series)];
 }
 
-std::size_t TFrequencyChart::LineAt(double hertz) const {
-  const auto lines = Lines();
+double TFrequencyChart::MaxHertz() const {
+  double max = Lines().back().hertz;
+  for (const auto& lines : FPinned) max = std::max(max, lines.empty() ? max : lines.back().hertz);
+  return max;
+}
+
+std::size_t TFrequencyChart::LineAt(std::span<const TSpectrumLine> lines, double hertz) {
   const auto next = std::ranges::lower_bound(lines, hertz, {}, &TSpectrumLine::hertz);
   if (next == lines.end()) return lines.size() - 1;
   const auto place = static_cast<std::size_t>(next - lines.begin());
@@ -48,15 +53,20 @@ const TSpectrumLine* TFrequencyChart::PeakOf(TSeries series) const {
 TFrequencyChart::TExtremes TFrequencyChart::Extremes() const {
   constexpr double kInfinity = std::numeric_limits<double>::infinity();
   TExtremes found{kInfinity, -kInfinity, kInfinity};
-  for (const TSeries series : VisibleSeries()) {
-    for (const TSpectrumLine& line : Lines()) {
-      const double value = ValueOf(line, series);
-      if (line.hertz == 0 || !std::isfinite(value)) continue;
-      found.min = std::min(found.min, value);
-      found.max = std::max(found.max, value);
-      if (value > 0) found.minPositive = std::min(found.minPositive, value);
+  const std::vector<TSeries> visible = VisibleSeries();
+  const auto include = [&](std::span<const TSpectrumLine> lines) {
+    for (const TSeries series : visible) {
+      for (const TSpectrumLine& line : lines) {
+        const double value = ValueOf(line, series);
+        if (line.hertz == 0 || !std::isfinite(value)) continue;
+        found.min = std::min(found.min, value);
+        found.max = std::max(found.max, value);
+        if (value > 0) found.minPositive = std::min(found.minPositive, value);
+      }
     }
-  }
+  };
+  include(Lines());
+  for (const auto& lines : FPinned) include(lines);
   return found;
 }
 
@@ -107,12 +117,17 @@ std::vector<TCurve> TFrequencyChart::Curves() const {
   std::vector<TCurve> curves;
   const auto lines = Lines();
   if (lines.empty()) return curves;
-  for (const TSeries series : VisibleSeries()) {
-    curves.push_back({NameOf(series), ValueUnit(), InkOf(series), ValueAxis(), lines.size(),
-                      [lines](std::size_t i) { return lines[i].hertz; },
-                      [lines, series](std::size_t i) { return ValueOf(lines[i], series); },
-                      [this](double hertz) { return LineAt(hertz); },
+  const auto add = [&](const QString& name, const QColor& ink, std::span<const TSpectrumLine> of, TSeries series) {
+    curves.push_back({name, ValueUnit(), ink, ValueAxis(), of.size(), [of](std::size_t i) { return of[i].hertz; },
+                      [of, series](std::size_t i) { return ValueOf(of[i], series); },
+                      [of](double hertz) { return LineAt(of, hertz); },
                       [](double value) { return Digits(value, kDigits); }, [](double value) { return Digits(value); }});
+  };
+  for (const TSeries series : VisibleSeries()) add(NameOf(series), InkOf(series), lines, series);
+  for (std::size_t i = 0; i < FPinned.size(); ++i) {
+    if (FPinned[i].empty()) continue;
+    const TPin& pin = Pins().items[i];
+    for (const TSeries series : VisibleSeries()) add(CurveName(pin, series), PenOf(pin).color(), FPinned[i], series);
   }
   return curves;
 }

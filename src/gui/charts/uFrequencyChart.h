@@ -18,7 +18,9 @@ class TFrequencyChart : public TAccelerationChart {
   [[nodiscard]] virtual std::span<const TSpectrumLine> Lines() const = 0;
   [[nodiscard]] virtual QString ValueUnit() const = 0;
   // The line nearest to a frequency; there is one.
-  [[nodiscard]] std::size_t LineAt(double hertz) const;
+  [[nodiscard]] std::size_t LineAt(double hertz) const { return LineAt(Lines(), hertz); }
+  // Of each pinned event, in their order; none where it is hidden or has no spectrum, and until it is calculated.
+  [[nodiscard]] const std::vector<std::vector<TSpectrumLine>>& PinnedLines() const { return FPinned; }
 
  signals:
   // Other lines, or none.
@@ -38,9 +40,14 @@ class TFrequencyChart : public TAccelerationChart {
   // There are lines. Labels that are added here are placed in their order.
   virtual void PaintLines(QCPPainter& painter) = 0;
 
+  // There are some.
+  [[nodiscard]] static std::size_t LineAt(std::span<const TSpectrumLine> lines, double hertz);
+  void SetPinnedLines(std::vector<std::vector<TSpectrumLine>> lines) { FPinned = std::move(lines); }
+  // With the pinned events.
+  [[nodiscard]] double MaxHertz() const;
   [[nodiscard]] static double ValueOf(const TSpectrumLine& line, TSeries series);
-  // The extremes of what is visible, without the constant part, which would leave no height to the lines; minPositive
-  // is the smallest above 0. Infinities, the minima positive, where there is no value.
+  // The extremes of what is visible, pinned events too, without the constant part, which would leave no height to the
+  // lines; minPositive is the smallest above 0. Infinities, the minima positive, where there is no value.
   struct TExtremes {
     double min, max, minPositive;
   };
@@ -57,4 +64,6 @@ class TFrequencyChart : public TAccelerationChart {
  private:
   // The largest line of a series but that of 0 Hz; nullptr where no value is finite.
   [[nodiscard]] const TSpectrumLine* PeakOf(TSeries series) const;
+
+  std::vector<std::vector<TSpectrumLine>> FPinned;
 };

@@ -17,6 +17,12 @@ constexpr double kFootRoom = 0.03;    // of the values, below the smallest
 constexpr double kMargin = 1.05;      // of a frequency, beside the first and the last line
 constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
 
+std::vector<TSpectrumLine> SpectrumLinesOf(const std::vector<TResponseLine>& lines) {
+  std::vector<TSpectrumLine> made;
+  for (const TResponseLine& line : lines) made.push_back({line.hertz, line.x, line.y, line.z, line.total});
+  return made;
+}
+
 bool IsVelocity(const TResponseRequest& request) {
   return request.options.response == TResponse::PseudoVelocity;
 }
@@ -74,6 +80,8 @@ void TResponseChart::SetRequest(const TResponseRequest& request) {
   const double levelOn = FRequest.levelOn;
   FRequest = request;
   FRequest.levelOn = levelOn;
+  FTask.Stop();
+  for (TPinned& pinned : FPinnedEvents) pinned.isCalculated = false;
   Calculate(true);
 }
 
@@ -163,13 +171,43 @@ void TResponseChart::Calculate(bool sameEvents) {
   if (events.empty() || FOutdated) {
     ShowNothing();
   } else {
-    FTask.Start(std::move(events), FRequest, [this](TShockResponse response) {
-      Show(std::move(response));
+    FTask.Start(Jobs(std::move(events)), [this](std::vector<TShockResponse> results) {
+      TakeResults(std::move(results));
       emit Ended();
     });
     if (FTask.IsRunning()) ShowNothing();
   }
   if (!FTask.IsRunning()) emit Ended();
+}
+
+void TResponseChart::PinsChanged() {
+  FTask.Stop();
+  std::vector<TPinned> before = std::exchange(FPinnedEvents, {});
+  for (const TPin& pin : Pins().items) {
+    const auto known = std::ranges::find(before, pin.event, [](const TPinned& pinned) { return pinned.pin.event; });
+    FPinnedEvents.push_back(known != before.end() ? std::move(*known) : TPinned{});
+    FPinnedEvents.back().pin = pin;
+  }
+  Calculate(true);
+}
+
+std::vector<TResponseJob> TResponseChart::Jobs(std::vector<const TEvent*> events) const {
+  std::vector<TResponseJob> jobs = {{std::move(events), FRequest}};
+  for (const TPinned& pinned : FPinnedEvents) {
+    if (!pinned.pin.visible || pinned.isCalculated) continue;
+    jobs.push_back({{&pinned.pin.event->event}, FRequest});
+    jobs.back().request.levelOn = pinned.pin.event->levels.totOn;
+  }
+  return jobs;
+}
+
+void TResponseChart::TakeResults(std::vector<TShockResponse> results) {
+  std::size_t next = 1;
+  for (TPinned& pinned : FPinnedEvents) {
+    if (!pinned.pin.visible || std::exchange(pinned.isCalculated, true)) continue;
+    pinned.lines = SpectrumLinesOf(results[next++].lines);
+  }
+  Show(std::move(results.front()));
 }
 
 void TResponseChart::ShowNothing() {
@@ -178,8 +216,12 @@ void TResponseChart::ShowNothing() {
 
 void TResponseChart::Show(TShockResponse response) {
   FResponse = std::move(response);
-  FLines.clear();
-  for (const TResponseLine& line : FResponse.lines) FLines.push_back({line.hertz, line.x, line.y, line.z, line.total});
+  FLines = SpectrumLinesOf(FResponse.lines);
+  std::vector<std::vector<TSpectrumLine>> pinnedLines;
+  for (const TPinned& pinned : FPinnedEvents) {
+    pinnedLines.push_back(FLines.empty() || !pinned.pin.visible ? std::vector<TSpectrumLine>() : pinned.lines);
+  }
+  SetPinnedLines(std::move(pinnedLines));
   SetPlaceholder(QtText(WhyNone()));
   SetValueTitle(IsVelocity(FRequest) ? tr("Pseudo-velocity") : tr("Acceleration response"), ValueUnit());
   std::optional<TTimeSpan> full;
@@ -187,7 +229,9 @@ void TResponseChart::Show(TShockResponse response) {
     Legend().SetTitle({});
   } else {
     ShowTitle();
-    full = {FLines.front().hertz / kMargin, FLines.back().hertz * kMargin};
+    double from = FLines.front().hertz;
+    for (const auto& lines : PinnedLines()) from = std::min(from, lines.empty() ? from : lines.front().hertz);
+    full = {from / kMargin, MaxHertz() * kMargin};
   }
   const bool keepsView = full && FView && FView->full == *full;
   if (keepsView && HasData()) {
@@ -253,6 +297,7 @@ void TResponseChart::ScaleValues() {
 
 void TResponseChart::PaintLines(QCPPainter& painter) {
   painter.setAntialiasing(true);
+  PaintPins(painter);
   for (const TSeries series : VisibleSeries()) PaintSeries(painter, series);
   if (HasLimit()) PaintLimit(painter);
   PaintPeaks(painter);
@@ -289,6 +334,22 @@ void TResponseChart::PaintSeries(QCPPainter& painter, TSeries series) {
   }
   draw();
   KeepClear(Labels(), axes, all);
+}
+
+void TResponseChart::PaintPins(QCPPainter& painter) {
+  const TCurveAxes axes{TimeAxis(), ValueAxis()};
+  for (std::size_t i = 0; i < PinnedLines().size(); ++i) {
+    for (const TSeries series : VisibleSeries()) {
+      std::vector<TEnvelopePoint> points;
+      for (const TSpectrumLine& line : PinnedLines()[i]) {
+        const double value = ValueOf(line, series);
+        points.push_back({line.hertz, value > 0 ? static_cast<float>(value) : kNaN});
+      }
+      if (points.size() < 2) continue;
+      DrawEnvelope(painter, axes, points, PenOf(Pins().items[i]));
+      KeepClear(Labels(), axes, points);
+    }
+  }
 }
 
 void TResponseChart::PaintLimit(QCPPainter& painter) {

@@ -63,9 +63,14 @@ class TResponseChart final : public TFrequencyChart {
   void ScaleValues() override;
   void showEvent(QShowEvent* event) override;
   void hideEvent(QHideEvent* event) override;
+  void PinsChanged() override;
 
  private:
   [[nodiscard]] std::vector<const TEvent*> Events() const;
+  // What Show gets the results of: the shown events, then each visible pinned event that is not calculated yet.
+  [[nodiscard]] std::vector<TResponseJob> Jobs(std::vector<const TEvent*> events) const;
+  void TakeResults(std::vector<TShockResponse> results);
+  void PaintPins(QCPPainter& painter);
   // Calculates, or leaves that until the chart is in sight. The view stays where the same events have the same
   // frequencies.
   void Calculate(bool sameEvents);
@@ -91,6 +96,12 @@ class TResponseChart final : public TFrequencyChart {
   TLimitCurve FLimit;
   TShockResponse FResponse;
   std::vector<TSpectrumLine> FLines;  // those of FResponse
+  struct TPinned {
+    TPin pin;
+    bool isCalculated = false;  // with this request
+    std::vector<TSpectrumLine> lines;
+  };
+  std::vector<TPinned> FPinnedEvents;  // keeps what the task borrows
   struct TView {
     TTimeSpan full, times;
   };

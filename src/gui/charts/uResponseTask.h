@@ -11,18 +11,24 @@
 
 #include "analysis/uShockResponse.h"
 
+// What one result is made of. The events are borrowed until it is there, or until Stop.
+struct TResponseJob {
+  std::vector<const TEvent*> events;
+  TResponseRequest request;
+};
+
 class TResponseTask : public QObject {
   Q_OBJECT
 
  public:
-  using TFinished = std::function<void(TShockResponse)>;
+  using TFinished = std::function<void(std::vector<TShockResponse>)>;
 
   explicit TResponseTask(QObject* parent);
   ~TResponseTask() override;
 
-  // Drops what runs. `finished` is called before this returns where the calculation takes some milliseconds, else
-  // from the event loop. The events are borrowed until Stop.
-  void Start(std::vector<const TEvent*> events, const TResponseRequest& request, TFinished finished);
+  // Drops what runs. `finished` gets a result for each job; it is called before this returns where the calculation
+  // takes some milliseconds, else from the event loop. The events are borrowed until Stop.
+  void Start(std::vector<TResponseJob> jobs, TFinished finished);
   // What runs ends soon, and `finished` is not called.
   void Drop();
   // The same, and waits: nothing uses the events afterwards.

@@ -6,7 +6,6 @@
 #include <string_view>
 #include <utility>
 
-#include "analysis/uHighPassFilter.h"
 #include "base/uDateTime.h"
 #include "gui/charts/uChartPaint.h"
 #include "gui/common/uQtText.h"
@@ -61,6 +60,7 @@ TSelectedEventChart::TSelectedEventChart(QWidget* parent) : TAccelerationChart(T
     shade.setAlphaF(0.22F);
     ShadeSpans(painter, TimeAxis(), FIntervals, shade);
     PaintLevels(painter);
+    PaintPins(painter);
     PaintSeries(painter);
     PaintPeak(painter);
     painter.setFont(font());
@@ -101,7 +101,7 @@ void TSelectedEventChart::ShowEvent(const TEventList& events, std::size_t index,
   FIntervals = InOrder(intervals, FStart);
 
   FMissionStart = events.StartTime;
-  SetFullRange(TTimeSpan{Samples().front().time - FStart, Samples().back().time - FStart});
+  FSpan = {Samples().front().time - FStart, Samples().back().time - FStart};
   ShowSamples();
 }
 
@@ -113,7 +113,7 @@ void TSelectedEventChart::RefreshLabels() {
 void TSelectedEventChart::ShowTitle() {
   const TEvent& event = *FEvent;
   const std::string when = FormatDateTime(DateTimeMask(), DateTimeOf(FMissionStart, event.GetStartTime()));
-  QString title = tr("Event %1 · %2").arg(event.ID).arg(QtText(when));
+  QString title = tr("Event %1").arg(event.ID) + PinsWords() + tr(" · %1").arg(QtText(when));
   if (FHighPass) title += tr(" · high-passed");
   if (FHighPass && FFiltered.size() < event.Count()) {
     const QLocale english(QLocale::English);
@@ -132,19 +132,46 @@ void TSelectedEventChart::SetHighPass(bool on) {
 
 void TSelectedEventChart::ShowSamples() {
   FFiltered.clear();
-  if (FHighPass) {
-    for (const TFilteredValue& value : HighPassFiltered(FEvent->Values())) {
-      FFiltered.push_back(
-          {value.time, static_cast<float>(value.x), static_cast<float>(value.y), static_cast<float>(value.z)});
-    }
-  }
-  ShowTitle();
+  if (FHighPass) FFiltered = HighPassedSamples(FEvent->Values());
   FSamples.Set(FHighPass ? std::span<const TEventValue>(FFiltered) : FEvent->Values());
   FExtents = MeasureSeries(FSamples.Samples());
   // The recorded peak is not on the filtered curves.
   FPeak = FHighPass ? std::nullopt : FindPeak(*FEvent, FSamples.Samples(), FExtents, FStart);
-  Range().RescaleValues();
+  PinsChanged();
   emit SamplesChanged();
+}
+
+void TSelectedEventChart::PinsChanged() {
+  FPinned.Set(Pins(), FHighPass);
+  if (FEvent == nullptr) return;
+  PlacePins();
+  ShowTitle();
+  Range().RescaleValues();
+}
+
+void TSelectedEventChart::PlacePins() {
+  FPinned.Align(*FEvent, FLevels, Pins().alignment);
+  TTimeSpan full = FSpan;
+  if (const auto pinned = FPinned.Span()) full.Include(*pinned);
+  if (HasData() && full == Range().Full()) return;
+  const bool zoomed = HasData() && Range().Times() != Range().Full();
+  const TTimeSpan times = Range().Times();
+  SetFullRange(full);
+  if (zoomed) Range().SetTimes(times);
+}
+
+QString TSelectedEventChart::PinsWords() const {
+  if (FPinned.Curves().empty()) return {};
+  const auto alignment = static_cast<std::size_t>(Pins().alignment);
+  QString words = tr(" · pinned events aligned at the %1").arg(QtText(kAlignments[alignment].first));
+  for (const TPinnedCurve& curve : FPinned.Curves()) {
+    const std::int32_t id = curve.pin.event->event.ID;
+    if (!curve.shift.found) words += tr(", %1 at its start").arg(id);
+    if (std::isfinite(curve.shift.correlation)) {
+      words += tr(", %1: %2").arg(id).arg(curve.shift.correlation, 0, 'f', 2);
+    }
+  }
+  return words;
 }
 
 void TSelectedEventChart::SetAlarmLimits(TAlarmLimits limits) {
@@ -160,6 +187,9 @@ void TSelectedEventChart::ScaleValues() {
   TExtent whole;
   for (const TSeries series : VisibleSeries()) whole.Include(FExtents[Place(series)].Whole());
   if (IsTotalFaint()) whole.Include(FExtents[Place(TSeries::Total)].Whole());
+  for (const TPinnedCurve& curve : FPinned.Curves()) {
+    for (const TSeries series : VisibleSeries()) whole.Include(curve.extents[Place(series)].Whole());
+  }
   if (!HasData() || whole.IsEmpty()) return ValueAxis().setRange(0, 1);
   double min{whole.min};
   double max{whole.max};
@@ -185,6 +215,17 @@ void TSelectedEventChart::PaintSeries(QCPPainter& painter) {
         painter, {TimeAxis(), ValueAxis(), -FStart}, Samples(),
         [series](const TEventValue& sample) { return ValueOf(sample, series); }, FExtents[Place(series)],
         DashedPen(ink, kCurveWidth, Dashes(Place(series))), PointsVisible() && !faint, kNoGap, &Labels());
+  }
+}
+
+void TSelectedEventChart::PaintPins(QCPPainter& painter) {
+  for (const TPinnedCurve& curve : FPinned.Curves()) {
+    for (const TSeries series : VisibleSeries()) {
+      DrawCurve(
+          painter, {TimeAxis(), ValueAxis(), curve.offset}, curve.samples.Samples(),
+          [series](const TEventValue& sample) { return ValueOf(sample, series); }, curve.extents[Place(series)],
+          PenOf(curve.pin), false, kNoGap, &Labels());
+    }
   }
 }
 
@@ -237,6 +278,15 @@ std::vector<TCurve> TSelectedEventChart::Curves() const {
                       [this, samples](std::size_t i) { return samples[i].time - FStart; },
                       [samples, series](std::size_t i) { return double{ValueOf(samples[i], series)}; },
                       [this](double ms) { return NearestSample(ms); }, number, number});
+  }
+  for (const TPinnedCurve& curve : FPinned.Curves()) {
+    const auto pinned = curve.samples.Samples();
+    for (const TSeries series : VisibleSeries()) {
+      curves.push_back({CurveName(curve.pin, series), tr("g"), PenOf(curve.pin).color(), ValueAxis(), pinned.size(),
+                        [&curve, pinned](std::size_t i) { return pinned[i].time + curve.offset; },
+                        [pinned, series](std::size_t i) { return double{ValueOf(pinned[i], series)}; },
+                        [&curve](double ms) { return curve.samples.Nearest(ms - curve.offset); }, number, number});
+    }
   }
   return curves;
 }

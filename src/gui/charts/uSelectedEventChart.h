@@ -8,6 +8,7 @@
 #include "analysis/uShockMetrics.h"
 #include "gui/charts/uAccelerationChart.h"
 #include "gui/charts/uInTimeOrder.h"
+#include "gui/charts/uPinnedCurves.h"
 #include "model/uEvents.h"
 #include "model/uGlobalSharedVariables.h"
 
@@ -45,8 +46,14 @@ class TSelectedEventChart final : public TAccelerationChart {
   [[nodiscard]] double CursorMoment(double time) const override;
   [[nodiscard]] QStringList SpanTexts(double span) const override;
   void ScaleValues() override;
+  void PinsChanged() override;
 
  private:
+  // Places the pinned events, and shows the whole of all unless the user zoomed.
+  void PlacePins();
+  // "pinned events aligned at the peak"; empty without a visible one.
+  [[nodiscard]] QString PinsWords() const;
+  void PaintPins(QCPPainter& painter);
   void ShowTitle();
   void ShowSamples();
   // The shades are the times of the total over the levels; without it nobody sees why they are there.
@@ -60,7 +67,9 @@ class TSelectedEventChart final : public TAccelerationChart {
   bool FHighPass = false;
   std::vector<TEventValue> FFiltered;
   TInTimeOrder<TEventValue> FSamples;
-  double FStart = 0;  // ms since the mission's start
+  TPinnedCurves FPinned;
+  double FStart = 0;      // ms since the mission's start
+  TTimeSpan FSpan{0, 1};  // of the recorded samples, ms from the start
   TThresholds FLevels{};
   TAlarmLimits FAlarm;  // g
   TValueMasks FMasks;

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "analysis/uHighPassFilter.h"
+
 // The total's extent from that of its square, so that only two roots are taken for each block.
 static TExtent RootsOf(double minSquare, double maxSquare) {
   return {static_cast<float>(std::sqrt(minSquare)), static_cast<float>(std::sqrt(maxSquare))};
@@ -30,4 +32,13 @@ TSeriesExtents MeasureSeries(std::span<const TEventValue> samples) {
     }
   }
   return extents;
+}
+
+std::vector<TEventValue> HighPassedSamples(std::span<const TEventValue> samples) {
+  std::vector<TEventValue> filtered;
+  for (const TFilteredValue& value : HighPassFiltered(samples)) {
+    filtered.push_back(
+        {value.time, static_cast<float>(value.x), static_cast<float>(value.y), static_cast<float>(value.z)});
+  }
+  return filtered;
 }

@@ -9,6 +9,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <vector>
 
 #include "analysis/uAlarmLimits.h"
 #include "analysis/uExtents.h"
@@ -63,3 +64,5 @@ using TAlarmLimits = std::optional<TLimits>;
 using TSeriesExtents = std::array<TExtents, kSeriesCount>;
 // Walks the samples once.
 TSeriesExtents MeasureSeries(std::span<const TEventValue> samples);
+// The high-passed curves as samples.
+std::vector<TEventValue> HighPassedSamples(std::span<const TEventValue> samples);

@@ -82,13 +82,14 @@ void TSpectrumChart::ScaleAxes() {
 void TSpectrumChart::ShowAll() {
   ScaleAxes();
   if (FSpectrum.lines.empty()) return SetFullRange(std::nullopt);
-  SetFullRange(TTimeSpan{FLogFrequencies ? Step() / 2 : -Step() / 2, FSpectrum.lines.back().hertz + Step() / 2});
+  SetFullRange(TTimeSpan{FLogFrequencies ? Step() / 2 : -Step() / 2, MaxHertz() + Step() / 2});
 }
 
 // The lines keep their frequencies, so the view stays.
 void TSpectrumChart::Recalculate() {
   if (FSpectrum.lines.empty()) return Calculate();
   FSpectrum = CalcSpectrum(FEvent->Values(), FType, FWindow);
+  CalculatePins();
   ShowTitle();
   Range().RescaleValues();
   emit LinesChanged();
@@ -103,6 +104,7 @@ void TSpectrumChart::Calculate() {
   FOutdated = FEvent != nullptr && !isVisible();
   FSpectrum = {};
   if (FEvent != nullptr && !FOutdated) FSpectrum = CalcSpectrum(FEvent->Values(), FType, FWindow);
+  CalculatePins();
   const std::string why = WhyNoSpectrum(FSpectrum);
   SetPlaceholder(why.empty() ? tr("No event selected") : QtText(why));
   if (FSpectrum.lines.empty()) {
@@ -112,6 +114,26 @@ void TSpectrumChart::Calculate() {
   }
   ShowAll();
   emit LinesChanged();
+}
+
+void TSpectrumChart::CalculatePins() {
+  std::vector<std::vector<TSpectrumLine>> lines;
+  for (const TPin& pin : Pins().items) {
+    lines.emplace_back();
+    if (FSpectrum.lines.empty() || !pin.visible) continue;
+    lines.back() = CalcSpectrum(pin.event->event.Values(), FType, FWindow).lines;
+  }
+  SetPinnedLines(std::move(lines));
+}
+
+void TSpectrumChart::PinsChanged() {
+  const TTimeSpan full = Range().Full();
+  const TTimeSpan times = Range().Times();
+  CalculatePins();
+  if (FSpectrum.lines.empty()) return;
+  if (MaxHertz() + Step() / 2 == full.end) return Range().RescaleValues();
+  ShowAll();
+  if (times != full) Range().SetTimes(times);
 }
 
 // The title names the strongest line, because people look for it first.
@@ -147,13 +169,14 @@ double TSpectrumChart::Step() const {
 }
 
 // Lines that begin in one pixel become one step, as high as the largest of them.
-std::vector<TEnvelopePoint> TSpectrumChart::StepsOf(TSeries series, double pixel) const {
-  const auto& lines = FSpectrum.lines;
-  const auto edge = [&](std::size_t i) { return lines[i].hertz - Step() / 2; };
+std::vector<TEnvelopePoint> TSpectrumChart::StepsOf(std::span<const TSpectrumLine> lines, TSeries series,
+                                                    double pixel) const {
+  const double half = lines[1].hertz / 2;
+  const auto edge = [&](std::size_t i) { return lines[i].hertz - half; };
   const auto [from, to] = Range().Times();
-  const std::size_t end = LineAt(to) + 1;
+  const std::size_t end = LineAt(lines, to) + 1;
   std::vector<TEnvelopePoint> points;
-  for (std::size_t i = LineAt(from); i < end;) {
+  for (std::size_t i = LineAt(lines, from); i < end;) {
     const double left = edge(i);
     const double nextPixel = TimeAxis().coordToPixel(left) + pixel;
     double max = -std::numeric_limits<double>::infinity();
@@ -162,22 +185,32 @@ std::vector<TEnvelopePoint> TSpectrumChart::StepsOf(TSeries series, double pixel
     } while (++i < end && TimeAxis().coordToPixel(edge(i)) < nextPixel);
     const float height = std::isfinite(max) ? static_cast<float>(max) : std::numeric_limits<float>::quiet_NaN();
     points.push_back({left, height});
-    points.push_back({lines[i - 1].hertz + Step() / 2, height});
+    points.push_back({lines[i - 1].hertz + half, height});
   }
   return points;
 }
 
 void TSpectrumChart::PaintLines(QCPPainter& painter) {
   const auto [from, to] = Range().Times();
-  if (to < -Step() || from > FSpectrum.lines.back().hertz + Step()) return;
+  if (to < -Step() || from > MaxHertz() + Step()) return;
   const TCurveAxes axes{TimeAxis(), ValueAxis()};
   const double pixel =
       TimeAxis().axisRect()->width() / static_cast<double>(ColumnsOf(TimeAxis(), painter, {from, to}).count);
   std::vector<std::pair<QColor, std::vector<TEnvelopePoint>>> outlines;
-  for (const TSeries series : VisibleSeries()) outlines.emplace_back(InkOf(series), StepsOf(series, pixel));
+  for (const TSeries series : VisibleSeries()) {
+    outlines.emplace_back(InkOf(series), StepsOf(FSpectrum.lines, series, pixel));
+  }
   // Every fill is below every outline.
   for (const auto& [ink, points] : outlines) FillBelow(painter, points, ink);
   painter.setAntialiasing(true);
+  for (std::size_t i = 0; i < PinnedLines().size(); ++i) {
+    if (PinnedLines()[i].empty()) continue;
+    for (const TSeries series : VisibleSeries()) {
+      const auto points = StepsOf(PinnedLines()[i], series, pixel);
+      KeepClear(Labels(), axes, points);
+      DrawEnvelope(painter, axes, points, PenOf(Pins().items[i]));
+    }
+  }
   for (const auto& [ink, points] : outlines) {
     KeepClear(Labels(), axes, points);
     DrawEnvelope(painter, axes, points, QPen(ink, kCurveWidth));

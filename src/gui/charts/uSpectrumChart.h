@@ -41,6 +41,7 @@ class TSpectrumChart final : public TFrequencyChart {
   void PaintLines(QCPPainter& painter) override;
   void ScaleValues() override;
   void showEvent(QShowEvent* event) override;
+  void PinsChanged() override;
 
  private:
   // Computes the spectrum, or leaves that until the chart is in sight.
@@ -48,11 +49,13 @@ class TSpectrumChart final : public TFrequencyChart {
   void Recalculate();
   void ScaleAxes();
   void ShowAll();
+  void CalculatePins();
   // Hz between two lines.
   [[nodiscard]] double Step() const;
   // What is in sight of a series as a stepped line: Hz, and values in the unit of the type. No step is narrower than
   // `pixel`, so there are never more than pixels.
-  [[nodiscard]] std::vector<TEnvelopePoint> StepsOf(TSeries series, double pixel) const;
+  [[nodiscard]] std::vector<TEnvelopePoint> StepsOf(std::span<const TSpectrumLine> lines, TSeries series,
+                                                    double pixel) const;
   void FillBelow(QCPPainter& painter, std::span<const TEnvelopePoint> steps, QColor ink) const;
 
   const TEvent* FEvent = nullptr;

@@ -28,6 +28,7 @@
 #include "shell/uLayoutCommands.h"
 #include "shell/uNavigatorCommands.h"
 #include "shell/uOrderingCommands.h"
+#include "shell/uPinCommands.h"
 
 namespace {
 
@@ -101,6 +102,11 @@ void SaveLayout(TTargets on, bool /*checked*/) {
 template <auto Call, auto... Arguments>
 void On(TTargets on, bool /*checked*/) {
   Call(on, Arguments...);
+}
+
+void SwitchSelectedPin(TTargets on, bool /*checked*/) {
+  if (!on.flow.FileShown()) return;
+  on.controls.ShowNotice(SwitchPin(on.flow.Mission(), on.flow.FileName(), on.views), {});
 }
 
 void SwitchFullScreen(TTargets on, bool /*checked*/) {
@@ -297,6 +303,10 @@ constexpr TCommand kCommands[] = {
     {"actNextEvent", "dxBarNextEvent", "btngrpShock", "Next event",
      "Select the event after: in the order of the tables, in the overview by time", "go-next", "N", kLarge | kOfEvents,
      Step<1>},
+    {"actEventPin", "dxBarEventPin", "btngrpShock", "Pin e&vent",
+     "Keep a copy of the selected event beside others, also those of other recordings; a pinned event is unpinned",
+     "window-pin", "V", kLarge | kOfEvents, SwitchSelectedPin},
+    {"actEventPin", "dxBarEventPinAgain", "btngrpCompare", "", "", "", "", kAgain | kLarge},
     {"actShockPrint", "dxBarShockPrint", "btngrpShockOutput", "Print…",
      "Print the selected event, the events chart and the table of the band's events", "document-print", "", kLarge,
      On<PrintView>},

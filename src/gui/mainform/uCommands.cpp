@@ -19,6 +19,8 @@
 #include "gui/mainform/uMainParts.h"
 #include "gui/mainform/uNotice.h"
 #include "gui/overview/uOverviewPanel.h"
+#include "gui/report/uEventCardList.h"
+#include "gui/report/uReportPanel.h"
 #include "gui/ribbon/uBackstage.h"
 #include "gui/ribbon/uRibbon.h"
 #include "gui/ribbon/uRibbonGroup.h"
@@ -141,8 +143,11 @@ void MakeMenus(TKorvexMainForm& form, TMainParts& parts) {
   parts.docks.DBGrid2->SetMenu(form.findChild<QMenu*>("mnuExportSensors"));
   parts.docks.DBGrid8->SetMenu(form.findChild<QMenu*>("mnuExportBattery"));
   for (TGrid* grid : {parts.shock->Shocks(), parts.shock->FilteredShocks(), parts.overview->MostImportant()}) {
-    grid->AddToMenu({form.findChild<QAction*>("actNoteAdd"), form.findChild<QAction*>("actNotes")});
+    grid->AddToMenu({form.findChild<QAction*>("actEventPin"), form.findChild<QAction*>("actNoteAdd"),
+                     form.findChild<QAction*>("actNotes")});
   }
+  parts.shock->Analysis()->AddToMenu({form.findChild<QAction*>("actEventPin")});
+  parts.report->Cards()->addAction(form.findChild<QAction*>("actEventPin"));
 }
 
 // A click on a legend switches as the button does.

@@ -112,6 +112,10 @@ void TMissionViews::UpdateKorvexUI(TShownMission& mission) {
   FNotesShown();
 }
 
+void TMissionViews::ShowPins(const TPins& pins) {
+  FParts.shock->ShowPins(pins);
+}
+
 void TMissionViews::ShowNotes(const TShownMission& mission) {
   ShowDetails(mission);
   PlaceNotes(mission);
@@ -276,7 +280,8 @@ std::optional<TSpectrumChoice> TMissionViews::ShownSpectrum() const {
 std::optional<TShownResponse> TMissionViews::ShownResponse() const {
   const TResponseChart& chart = *FParts.shock->ChartResponse();
   if (&FParts.shock->ChartInFront() != &chart) return std::nullopt;
-  return TShownResponse{chart.Request().options.response, chart.IsEnvelope(), chart.Response().lines, chart.WhyNone()};
+  return TShownResponse{chart.Request().options.response, chart.IsEnvelope(), chart.Response().lines, chart.WhyNone(),
+                        chart.PinnedLines()};
 }
 
 std::string TMissionViews::ChartPicture(std::string_view chart, TPictureFormat format, int scale) {

@@ -29,6 +29,7 @@ class TMissionViews final : public IMissionViews {
   void UpdateKorvexUI(TShownMission& mission) override;
   void PrepareReport(const TShownMission& mission) override;
   void RefreshDisplay(const TShownMission& mission) override;
+  void ShowPins(const TPins& pins) override;
   void ShowNotes(const TShownMission& mission) override;
   [[nodiscard]] std::optional<TTimeSpan> NavigatorSpan() const override;
   void SetNavigatorBand(const TTimeSpan& band) override;

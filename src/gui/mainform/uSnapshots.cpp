@@ -8,6 +8,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMessageBox>
 #include <QPixmap>
 #include <QTabWidget>
@@ -124,6 +125,16 @@ class TAlbum {
     Save("statistics");
     FForm.Flow().SwitchView(TView::Shock);
   }
+  // The selected event beside two others, aligned at the peak.
+  void SavePins() {
+    for (const char* action : {"actEventPin", "actNextEvent", "actEventPin", "actNextEvent"}) Trigger(action);
+    FForm.findChild<QComboBox*>("cmbPinAlignment")->setCurrentIndex(2);
+    Save("pinned");
+    SaveWith("actShockSpecAnalysis", "pinned-spectrum");
+    SaveWith("actShockResponse", "pinned-response");
+    FForm.findChild<QMenu*>("mnuPins")->actions().constLast()->trigger();
+    for (const char* action : {"actPreviousEvent", "actPreviousEvent"}) Trigger(action);
+  }
   // Of the selected event, as pseudo-velocity, with its values, and of all events with a limit.
   void SaveResponse() {
     Trigger("actShockResponse");
@@ -181,6 +192,7 @@ QStringList SaveSnapshots(TKorvexMainForm& form, const QString& recording, const
   album.SaveWith("actShockSpecAnalysis", "spectrum");
   album.SaveAnalysis();
   album.SaveResponse();
+  album.SavePins();
   album.Trigger("actFilterEdit");
   form.findChild<QLineEdit*>("edtFilterAccelerationMaxFrom")->setText("10");  // switches the filter on
   album.Save("filter");

@@ -9,6 +9,7 @@
 #include <tuple>
 
 #include "gui/analysis/uDamagePanel.h"
+#include "gui/charts/uAccelerationChart.h"
 #include "gui/charts/uDamageChart.h"
 #include "gui/charts/uEventsChart.h"
 #include "gui/charts/uNavigatorChart.h"
@@ -26,10 +27,12 @@
 #include "gui/overview/uVerdictStrip.h"
 #include "gui/report/uEventCardList.h"
 #include "gui/report/uReportPanel.h"
+#include "gui/shock/uPinBar.h"
 #include "gui/shock/uShockPanel.h"
 #include "shell/uFileFlow.h"
 #include "shell/uNavigatorCommands.h"
 #include "shell/uOrderingCommands.h"
+#include "shell/uPinCommands.h"
 
 TViewActions::TViewActions(QMainWindow& window, TMainParts& parts, TFileFlow& flow, TControls& controls,
                            TMissionViews& views)
@@ -39,6 +42,7 @@ TViewActions::TViewActions(QMainWindow& window, TMainParts& parts, TFileFlow& fl
   ConnectNavigator();
   ConnectFilter();
   ConnectEventCards();
+  ConnectPins();
   connect(FParts.overview->Verdict(), &TVerdictStrip::Asked, this, &TViewActions::OpenVerdict);
   // Qt gives the focus of a control that is hidden or disabled to the one that happens to come next.
   connect(qApp, &QApplication::focusChanged, this, [this](const QWidget* before, QWidget* now) {
@@ -171,6 +175,24 @@ void TViewActions::ConnectEventCards() {
   connect(cards, &TEventCardList::EventOpened, this, [this](std::size_t event) {
     Select(event);
     FFlow.SwitchView(TView::Shock);
+  });
+}
+
+void TViewActions::ConnectPins() {
+  const auto show = [this](std::size_t slot, bool visible) {
+    OnMission([&](TShownMission& mission) { SetPinVisible(mission, slot, visible, FViews); });
+  };
+  for (const TAccelerationChart* chart : FParts.shock->EventCharts()) {
+    connect(chart, &TAccelerationChart::PinVisibleChanged, this, show);
+  }
+  const TPinBar* bar = FParts.shock->PinBar();
+  connect(bar, &TPinBar::VisibleChanged, this, show);
+  connect(bar, &TPinBar::UnpinAsked, this,
+          [this](std::size_t slot) { OnMission([&](TShownMission& mission) { Unpin(mission, slot, FViews); }); });
+  connect(bar, &TPinBar::UnpinAllAsked, this,
+          [this] { OnMission([this](TShownMission& mission) { UnpinAll(mission, FViews); }); });
+  connect(bar, &TPinBar::AlignmentChosen, this, [this](TAlignment alignment) {
+    OnMission([&](TShownMission& mission) { AlignPins(mission, alignment, FViews); });
   });
 }
 

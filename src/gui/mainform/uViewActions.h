@@ -28,6 +28,7 @@ class TViewActions : public QObject {
   void ConnectNavigator();
   void ConnectFilter();
   void ConnectEventCards();
+  void ConnectPins();
   // Goes where a button of the verdict leads.
   void OpenVerdict(TVerdictQuestion question, TVerdictAnswer answer);
   // Nothing while no file is shown.

@@ -27,6 +27,7 @@ TEventCardList::TEventCardList(QWidget* parent) : QAbstractScrollArea(parent) {
   setAccessibleName(tr("Event cards"));
   setFrameShape(QFrame::NoFrame);
   setFocusPolicy(Qt::StrongFocus);
+  setContextMenuPolicy(Qt::ActionsContextMenu);
   setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setMinimumWidth(CardSize().width() + 2 * kGap + verticalScrollBar()->sizeHint().width());
@@ -252,8 +253,11 @@ void TEventCardList::keyPressEvent(QKeyEvent* event) {
 }
 
 void TEventCardList::mousePressEvent(QMouseEvent* event) {
+  // The menu is about the selected event.
   const auto card = CardAt(event->pos());
-  if (event->button() == Qt::LeftButton && card) emit EventChosen(FEvents[*card]);
+  if ((event->button() == Qt::LeftButton || event->button() == Qt::RightButton) && card) {
+    emit EventChosen(FEvents[*card]);
+  }
 }
 
 void TEventCardList::mouseDoubleClickEvent(QMouseEvent* event) {

@@ -22,6 +22,7 @@
 #include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
 #include "gui/shock/uEventCards.h"
+#include "gui/shock/uPinBar.h"
 #include "gui/shock/uResponsePanel.h"
 #include "gui/shock/uShockValuesGrid.h"
 #include "gui/shock/uSpectrumPanel.h"
@@ -46,6 +47,7 @@ TMainShockPanel::TMainShockPanel(QWidget* parent)
       FChart2(new TSelectedEventChart(this)),
       FSpectrum(new TSpectrumPanel(this)),
       FResponse(new TResponsePanel(this)),
+      FPins(new TPinBar(this)),
       FEventCharts(new QStackedWidget(this)),
       FValues(new TShockValuesGrid(this)),
       FShocks(new TGrid("dbgShocks", tr("Shock events"), EventIndexKey, this)),
@@ -71,7 +73,13 @@ TMainShockPanel::TMainShockPanel(QWidget* parent)
   FEventCharts->addWidget(FChart2);
   FEventCharts->addWidget(FSpectrum);
   FEventCharts->addWidget(FResponse);
-  FBelow->addWidget(FEventCharts);
+  auto* charts = new QWidget(FBelow);
+  auto* column = new QVBoxLayout(charts);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(2);
+  column->addWidget(FPins);
+  column->addWidget(FEventCharts, 1);
+  FBelow->addWidget(charts);
   FBelow->addWidget(FValues);
   FBelow->setSizes({740, 1260, 0});  // the value table beside the chart needs more than the list
   ConnectValues();
@@ -144,6 +152,11 @@ void TMainShockPanel::ShowEvent(const TEventList& events, std::optional<std::siz
   ChartResponse()->ShowEvent(events, event.value_or(events.Count()), ThresholdsOf(mission).totOn);
 }
 
+void TMainShockPanel::ShowPins(const TPins& pins) {
+  for (TAccelerationChart* chart : EventCharts()) chart->SetPins(pins);
+  FPins->ShowPins(pins);
+}
+
 void TMainShockPanel::SetSpectrumVisible(bool visible) {
   ShowInFront(FSpectrum, visible);
 }
@@ -158,6 +171,7 @@ void TMainShockPanel::ShowInFront(QWidget* chart, bool visible) {
   } else if (FEventCharts->currentWidget() == chart) {
     FEventCharts->setCurrentWidget(FChart2);
   }
+  FPins->SetAlignmentVisible(FrequenciesInFront() == nullptr);
   ShowValues();
 }
 

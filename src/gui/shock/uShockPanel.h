@@ -13,11 +13,13 @@ class QSplitter;
 class QStackedWidget;
 class QTabWidget;
 struct TMissionData;
+struct TPins;
 class TAccelerationChart;
 class TEventCards;
 class TEventsChart;
 class TFrequencyChart;
 class TGrid;
+class TPinBar;
 class TEventList;
 class TResponseChart;
 class TResponsePanel;
@@ -48,6 +50,9 @@ class TMainShockPanel : public QWidget {
   [[nodiscard]] TShockValuesGrid* Values() const { return FValues; }
   // Shows an event in its charts, which borrow it; nullopt empties them.
   void ShowEvent(const TEventList& events, std::optional<std::size_t> event, const TMissionData& mission);
+  // Other events beside it, and the list of them.
+  void ShowPins(const TPins& pins);
+  [[nodiscard]] TPinBar* PinBar() const { return FPins; }
   // The spectrum or the response spectrum in place of the curves.
   void SetSpectrumVisible(bool visible);
   void SetResponseVisible(bool visible);
@@ -81,6 +86,7 @@ class TMainShockPanel : public QWidget {
   TSelectedEventChart* FChart2;
   TSpectrumPanel* FSpectrum;
   TResponsePanel* FResponse;
+  TPinBar* FPins;
   QStackedWidget* FEventCharts;
   TShockValuesGrid* FValues;
   TGrid* FShocks;
