@@ -14,7 +14,7 @@
 
 #include "analysis/uFourier.h"
 #include "analysis/uMissionDatasets.h"
-#include "analysis/uResponseSpectrum.h"
+#include "analysis/uShockResponse.h"
 #include "base/uMessages.h"
 #include "bench/uBenchRecordings.h"
 #include "bench/uExportBenches.h"
@@ -71,26 +71,56 @@ double PlainResponses(const std::vector<double>& axis, const std::vector<double>
   return sum;
 }
 
-// Six octaves by twelfths of `events` events, to a plain loop over their three axes.
-void PrintResponseRatio(const std::string& what, double bound, int rounds, int events, int samples) {
-  const TShockSamples shock = Shock(samples);
-  const std::vector<double> hertz = OctaveFrequencies(2500.0 / 64, 2500, 12);
+// A span of six octaves.
+constexpr double kFromHertz = 2500.0 / 64;
+constexpr double kToHertz = 2500;
+
+// `events` times the three axes of a shock in a plain loop, in seconds.
+double PlainTime(const TShockSamples& shock, int events) {
   static double unused = 0;  // so that no result is left out
+  const std::vector<double> hertz = OctaveFrequencies(kFromHertz, kToHertz, 12);
+  return SecondsOf([&] {
+    for (int i = 0; i < events; ++i) {
+      for (const auto* axis : {&shock.x, &shock.y, &shock.z}) unused += PlainResponses(*axis, hertz, shock.Rate());
+    }
+  });
+}
+
+// The response spectrum of one event on one core.
+void PrintResponseRatio(double bound, int rounds) {
+  const TShockSamples shock = Shock(10000);
+  const std::vector<double> hertz = OctaveFrequencies(kFromHertz, kToHertz, 12);
   PrintRatio(
-      what, bound, rounds,
+      "response spectra of an event of 10,000 samples / a plain loop", bound, rounds,
+      [&] { return SecondsOf([&] { (void)CalcResponseSpectrum(shock, hertz, {}); }); },
+      [&] { return PlainTime(shock, 1); });
+}
+
+// The envelope of events as the window shows it, from the recorded samples on, on all cores.
+void PrintEnvelopeRatio(double bound, int rounds, int count) {
+  const TShockSamples shock = Shock(500);
+  TEventList list;
+  std::vector<const TEvent*> events;
+  for (int i = 0; i < count; ++i) {
+    list.NewEvent();
+    for (std::size_t k = 0; k < shock.Count(); ++k) {
+      list.AddValues(static_cast<double>(k) * shock.grid.stepMs, static_cast<float>(shock.x[k]),
+                     static_cast<float>(shock.y[k]), static_cast<float>(shock.z[k]));
+    }
+  }
+  for (const TEvent& event : list.Events()) events.push_back(&event);
+  TResponseRequest request;
+  request.levelOn = 1;
+  request.from = kFromHertz;
+  request.to = kToHertz;
+  PrintRatio(
+      "envelope of 1,000 events of 500 samples / a plain loop", bound, rounds,
       [&] {
-        return SecondsOf([&] {
-          for (int i = 0; i < events; ++i) unused += CalcResponseSpectrum(shock, hertz, {}).front().total;
-        });
+        TResponseProgress progress;
+        return SecondsOf(
+            [&] { (void)CalcShockResponse(events, request, std::thread::hardware_concurrency(), progress); });
       },
-      [&] {
-        return SecondsOf([&] {
-          for (int i = 0; i < events; ++i) {
-            for (const auto* axis : {&shock.x, &shock.y, &shock.z})
-              unused += PlainResponses(*axis, hertz, shock.Rate());
-          }
-        });
-      });
+      [&] { return PlainTime(shock, count); });
 }
 
 // The least that reading the file can cost.
@@ -114,8 +144,8 @@ void InflateOnly(const std::filesystem::path& file) {
   inflateEnd(&zip);
 }
 
-void Read(const std::filesystem::path& file) {
-  TReadFileThread(0, file).WaitFor();
+void Read(const std::filesystem::path& file, TInflateWay way = TInflateWay::Fast) {
+  TReadFileThread(0, file, TReadFileThread::kNoMemoryBound, way).WaitFor();
 }
 
 void LoadTables() {
@@ -125,9 +155,40 @@ void LoadTables() {
 }
 
 // Seconds to read a file into an empty model, which stays filled.
-double ReadingTime(const std::filesystem::path& file) {
+double ReadingTime(const std::filesystem::path& file, TInflateWay way = TInflateWay::Fast) {
   ClearMission();
-  return SecondsOf([&file] { Read(file); });
+  return SecondsOf([&file, way] { Read(file, way); });
+}
+
+// Memory at the peak of loading one event, with its tables, beyond what was in use before.
+void PrintMemoryOfALongEvent(const std::filesystem::path& folder, std::uint32_t samples, double bound) {
+  const std::filesystem::path file = folder / "shockscope-bench-long.kshock";
+  WriteBenchRecording(file, {1, samples, 200});
+  ClearMission();
+  ResetPeak();
+  const double before = PeakBytes();
+  Read(file);
+  LoadTables();
+  fmt::print("{:<62} {:6.1f}  (at most {})\n", fmt::format("an event of {} samples, bytes of memory a sample", samples),
+             (PeakBytes() - before) / samples, bound);
+  std::filesystem::remove(file);
+}
+
+// Reading, tables and CSV for a hundredth, a tenth and all of the events.
+void PrintGrowths(const std::filesystem::path& folder, std::uint32_t events, int rounds) {
+  const std::vector<std::string> sizes = {"×1", "×10", "×100"};
+  std::vector<std::filesystem::path> files;
+  for (const std::uint32_t part : {100U, 10U, 1U}) {
+    files.push_back(folder / fmt::format("shockscope-bench-growth-{}.kshock", part));
+    WriteBenchRecording(files.back(), {events / part, 100, 100});
+  }
+  PrintGrowth(fmt::format("reading {} events of 100 samples", events), rounds, sizes,
+              [&files](std::size_t i) { return ReadingTime(files[i]); });
+  PrintGrowth("their tables", rounds, sizes, [&files](std::size_t i) {
+    ReadingTime(files[i]);
+    return SecondsOf(LoadTables);
+  });
+  for (const auto& file : files) std::filesystem::remove(file);
 }
 
 // What `kshock fleet` computes of the mission that is loaded.
@@ -159,13 +220,22 @@ int main(int argc, char** argv) {
 
   fmt::print("{} cores{}\n", std::thread::hardware_concurrency(),
              smoke ? "; recordings of a hundredth of the size, whose ratios mean nothing" : "");
-  const std::filesystem::path exports = folder / fmt::format("shockscope-bench-{}-exports", part);
+  // In memory where there is such a folder, because a disk's time is no part of the ratios.
+  const std::filesystem::path memory = "/dev/shm";
+  const std::filesystem::path exports =
+      (std::filesystem::is_directory(memory) ? memory : folder) / fmt::format("shockscope-bench-{}-exports", part);
   std::filesystem::create_directory(exports);
   // First of all: what was in use before counts.
   BenchMemoryOfTableCsv(exports, 1000000 / part);
+  const auto bareInflate = [&large] { return SecondsOf([&large] { InflateOnly(large); }); };
   PrintRatio(
-      "reading 2,000,000 records of 15 channels / bare inflate", 1.25, rounds, [&large] { return ReadingTime(large); },
-      [&large] { return SecondsOf([&large] { InflateOnly(large); }); });
+      "reading 2,000,000 records of 15 channels / bare inflate", 0.65, rounds, [&large] { return ReadingTime(large); },
+      bareInflate);
+  PrintRatio(
+      "the same with zlib alone / bare inflate", 1.25, rounds,
+      [&large] { return ReadingTime(large, TInflateWay::Exact); }, bareInflate);
+  PrintMemoryOfALongEvent(folder, 10000000 / part, 30);
+  PrintGrowths(folder, 100000 / part, smoke ? 1 : 3);
   ReadingTime(large);
   BenchCsvOfSamples(exports, rounds);
   BenchWorkbooks(exports, rounds);
@@ -182,8 +252,7 @@ int main(int argc, char** argv) {
       "a fleet's rows of 1,000 events × 550, 12 × 137,500 readings / reading", 0.5, rounds,
       [] { return SecondsOf(SumUp); }, [&usual] { return ReadingTime(usual); });
   PrintTransformTime(1, rounds);
-  PrintResponseRatio("response spectra of an event of 10,000 samples / a plain loop", 0.7, rounds, 1, 10000);
-  PrintResponseRatio("response spectra of 1,000 events of 500 samples / a plain loop", 1.4, rounds, smoke ? 10 : 1000,
-                     500);
+  PrintResponseRatio(0.7, rounds);
+  PrintEnvelopeRatio(1.4, rounds, smoke ? 10 : 1000);
   for (const auto& file : {large, many, fewer, usual}) std::filesystem::remove(file);
 }

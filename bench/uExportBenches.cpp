@@ -1,6 +1,5 @@
 #include "bench/uExportBenches.h"
 
-#include <sys/resource.h>
 #include <xlsxwriter.h>
 
 #include <array>
@@ -140,17 +139,11 @@ void CompareTableBooks(TDataset& table, const fs::path& file, int rounds) {
       });
 }
 
-double LargestMegabytes() {
-  rusage usage{};
-  getrusage(RUSAGE_SELF, &usage);
-  return static_cast<double>(usage.ru_maxrss) / 1024;
-}
-
 }  // namespace
 
 void BenchCsvOfSamples(const fs::path& folder, int rounds) {
   PrintRatio(
-      "2,000,000 samples to CSV / to_chars and fwrite", 2, rounds,
+      "2,000,000 samples to CSV / to_chars and fwrite", 1, rounds,
       [&] { return SecondsOf([&] { ExportCsv(folder); }); },
       [&] { return SecondsOf([&] { FormatToOneFile(folder / "formatted"); }); });
 }
@@ -180,9 +173,11 @@ void BenchMemoryOfTableCsv(const fs::path& folder, std::size_t rows) {
     table.SetInteger(id, static_cast<std::int32_t>(row));
     table.SetSingle(value, static_cast<float>(row % 1000) / 8);
   }
-  const double before = LargestMegabytes();
+  constexpr double kMebibyte = 1024 * 1024;
+  ResetPeak();
+  const double before = PeakBytes() / kMebibyte;
   const double seconds = SecondsOf([&] { ExportTableCsv(table, folder / "table.csv", Silent); });
-  const double after = LargestMegabytes();
+  const double after = PeakBytes() / kMebibyte;
   fmt::print("{:<62} {:6.3f}  (at most 4; from {:.1f} to {:.1f}, in {:.0f} ms)\n",
              fmt::format("a table of {} rows to CSV, growth in MiB", rows), after - before, before, after,
              seconds * 1000);

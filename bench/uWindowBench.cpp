@@ -140,7 +140,7 @@ void Filtering(TKorvexMainForm& form) {
     filter.ranges[0].from = round % 2 == 0 ? middle : 0;
     QElapsedTimer timer;
     timer.start();
-    mission.CLDS.SetShownRows(EventsThrough(filter, mission.Tables.Events, mission.Events, std::nullopt));
+    mission.CLDS.SetShownRows(EventsThrough(filter, mission.Tables.Events, mission.Events, std::nullopt, nullptr));
     alone.push_back(static_cast<double>(timer.nsecsElapsed()) / 1e6);
   }
   Print("seven conditions on every event, without the window", 50, alone);

@@ -35,7 +35,7 @@ BOTH = re.compile(r"fcntl\.h$")
 WINDOWS = re.compile(r"([Ww]indows|[Ww]in\w+|[Ss]h(l|ell|obj)\w+|[Pp]si\w+|io|direct|process|conio|crtdbg|[Ww]\w+api)\.h$")
 SYSTEMS = [  # headers, ending of the units in src/platform that may include them, places of a harness that may
     (BOTH, ("_posix.cpp", "_windows.cpp"), {}),
-    (POSIX, "_posix.cpp", {"bench/uExportBenches.cpp": {"sys/resource.h"}, "fuzz/FuzzRecording.cpp": {"sys/mman.h", "unistd.h"}}),
+    (POSIX, "_posix.cpp", {"fuzz/FuzzRecording.cpp": {"sys/mman.h", "unistd.h"}}),
     (WINDOWS, "_windows.cpp", {}),
 ]
 SYSTEM_ASKED = re.compile(r"^\s*#\s*(el)?if.*\b(_WIN\w+|WIN32|__linux__|__unix__|__APPLE__|Q_OS_\w+)\b")

@@ -63,6 +63,8 @@ Section "Uninstall"
   StrCmp $0 "${CLASS}" 0 +2
   DeleteRegValue HKCU "Software\Classes\.kshock" ""
   DeleteRegValue HKCU "Software\Classes\.kshock\OpenWithProgids" "${CLASS}"
+  DeleteRegKey /ifempty HKCU "Software\Classes\.kshock\OpenWithProgids"
+  DeleteRegKey /ifempty HKCU "Software\Classes\.kshock"
   DeleteRegKey HKCU "Software\Classes\${CLASS}"
   DeleteRegKey HKCU "${UNINSTALL}"
   System::Call 'shell32::SHChangeNotify(i 0x08000000, i 0, p 0, p 0)'

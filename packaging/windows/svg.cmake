@@ -4,7 +4,7 @@ cmake_minimum_required(VERSION 3.25)
 project(Svg LANGUAGES CXX)
 set(CMAKE_CXX_STANDARD 17)
 set(CMAKE_AUTOMOC ON)
-find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets)
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui)
 find_package(ZLIB REQUIRED)
 
 # The headers are included by the module's name and without it.
@@ -23,7 +23,7 @@ set_target_properties(Svg PROPERTIES OUTPUT_NAME Qt6Svg)
 target_compile_definitions(Svg PRIVATE QT_BUILD_SVG_LIB QT_NO_USING_NAMESPACE)
 target_include_directories(Svg PUBLIC $<BUILD_INTERFACE:${CMAKE_BINARY_DIR}/include>
   $<BUILD_INTERFACE:${CMAKE_BINARY_DIR}/include/QtSvg> $<INSTALL_INTERFACE:include> $<INSTALL_INTERFACE:include/QtSvg>)
-target_link_libraries(Svg PUBLIC Qt6::Widgets PRIVATE Qt6::CorePrivate Qt6::GuiPrivate Qt6::WidgetsPrivate ZLIB::ZLIB)
+target_link_libraries(Svg PUBLIC Qt6::Gui PRIVATE Qt6::CorePrivate Qt6::GuiPrivate ZLIB::ZLIB)
 
 foreach(plugin IN ITEMS "qsvgicon;iconengines;svgiconengine" "qsvg;imageformats;svg")
   list(GET plugin 0 name)

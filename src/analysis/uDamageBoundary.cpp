@@ -5,14 +5,10 @@
 #include <limits>
 #include <numbers>
 
-namespace {
-
 bool IsUsable(const TFragility& limits) {
   return limits.velocityChange > 0 && std::isfinite(limits.velocityChange) && limits.acceleration > 0 &&
          std::isfinite(limits.acceleration);
 }
-
-}  // namespace
 
 double DamageBoundary(double velocity) {
   if (std::isnan(velocity)) return velocity;

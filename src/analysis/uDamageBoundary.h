@@ -9,6 +9,8 @@
 struct TFragility {
   double velocityChange;  // ΔVc, m/s
   double acceleration;    // Ac, g
+
+  bool operator==(const TFragility&) const = default;
 };
 
 // One event; NaN where it has no pulse.
@@ -20,6 +22,9 @@ struct TDamagePoint {
 // The A of A·sin(V/A) = 1, with V the velocity change in ΔVc and A the peak in Ac: 1 from V = π/2 on, infinite up to
 // V = 1, NaN for NaN.
 double DamageBoundary(double velocity);
+
+// Both limits are above 0 and finite.
+bool IsUsable(const TFragility& limits);
 
 // Beyond the curve above.
 bool IsDamaging(const TDamagePoint& point, const TFragility& limits);

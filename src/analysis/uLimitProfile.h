@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "analysis/uDamageBoundary.h"
 #include "analysis/uVerdict.h"
 
 // How long each sensor of a quantity may be beyond its limits in all: whole ms; 0: never.
@@ -23,6 +24,7 @@ struct TLimitProfile {
   bool accelerationFromFile = false;                                   // as the setting of that name
   std::size_t allowedEvents = 0;                                       // outside the acceleration limits
   std::array<TAllowedTimes, kLimitedQuantityCount> allowedTimes = {};  // by TQuantity; not of the acceleration
+  std::optional<TFragility> product = {};                              // for the damage boundary; judges nothing
 
   bool operator==(const TLimitProfile&) const = default;
 };

@@ -10,8 +10,8 @@ fs::path PathFromUtf8(std::string_view utf8) {
   return fs::path(std::u8string(utf8.begin(), utf8.end()));
 }
 
-std::string Utf8FromPath(const fs::path& path) {
-  const std::u8string utf8 = path.u8string();
+std::string Utf8FromPath(fs::path path) {
+  const std::u8string utf8 = path.make_preferred().u8string();
   return {utf8.begin(), utf8.end()};
 }
 
@@ -31,8 +31,12 @@ fs::path KeepAside(const fs::path& path) {
   return other;
 }
 
+std::string MessageOf(const std::error_code& error) {
+  return error.default_error_condition().message();
+}
+
 std::string ReasonOf(const std::exception& error) {
   if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr) return "There is not enough memory.";
   const auto* failure = dynamic_cast<const fs::filesystem_error*>(&error);
-  return failure == nullptr ? error.what() : failure->code().message() + ".";
+  return failure == nullptr ? error.what() : MessageOf(failure->code()) + ".";
 }

@@ -28,6 +28,7 @@ class TCommandLine {
     FApp.failure_message([](const CLI::App*, const CLI::Error& error) {
       return Printable(error.what()) + "\nRun with --help for more information.\n";
     });
+    FApp.allow_windows_style_options(false);  // "/a" is a path
     FApp.set_version_flag("--version", "kshock " SHOCKSCOPE_VERSION);
     AddInfo();
     AddDump();

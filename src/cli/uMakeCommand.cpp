@@ -40,7 +40,7 @@ std::ifstream OpenSource(const std::filesystem::path& path) {
   errno = 0;
   if (isFile) file.open(path, std::ios::binary);
   if (file.is_open()) return file;
-  const std::string reason = error     ? error.message()
+  const std::string reason = error     ? MessageOf(error)
                              : !isFile ? "it is no regular file"
                                        : std::generic_category().message(errno);
   throw ESourceError(fmt::format("{} cannot be opened: {}.", Utf8FromPath(path), reason));

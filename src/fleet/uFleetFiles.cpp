@@ -50,7 +50,7 @@ class TListing {
           Add(path);
         }
       }
-      if (error) Refuse(folder, error.message());
+      if (error) Refuse(folder, MessageOf(error));
     }
   }
 

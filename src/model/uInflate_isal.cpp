@@ -44,9 +44,11 @@ class TIsalInflate final : public IInflate {
     FState.next_out = output.data();
     FState.avail_out = static_cast<std::uint32_t>(output.size());
     const int result = isal_inflate(&FState);
+    if (result < ISAL_DECOMP_OK || result == ISAL_NEED_DICT) return false;  // what is left is undefined then
+    if (FState.avail_in > input.size() || FState.avail_out > output.size()) return false;
     input = input.last(FState.avail_in);
     output = output.last(FState.avail_out);
-    return result >= ISAL_DECOMP_OK && result != ISAL_NEED_DICT;
+    return true;
   }
 
   inflate_state FState;
@@ -58,4 +60,8 @@ class TIsalInflate final : public IInflate {
 
 std::unique_ptr<IInflate> MakeFastInflate() {
   return std::make_unique<TIsalInflate>();
+}
+
+bool HasFastInflate() {
+  return true;
 }

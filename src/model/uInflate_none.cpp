@@ -3,3 +3,7 @@
 std::unique_ptr<IInflate> MakeFastInflate() {
   return nullptr;
 }
+
+bool HasFastInflate() {
+  return false;
+}

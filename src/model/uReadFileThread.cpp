@@ -12,6 +12,7 @@
 #include "model/uEvents.h"
 #include "model/uExceptions1V0.h"
 #include "model/uGlobalSharedVariables.h"
+#include "model/uInflate.h"
 #include "model/uOtherSensors.h"
 
 namespace {
@@ -85,7 +86,7 @@ void TReadFileThread::Execute() {
 }
 
 void TReadFileThread::ReadDataFile() {
-  if (FWay == TInflateWay::Fast && ReadFast()) return;
+  if (FWay == TInflateWay::Fast && HasFastInflate() && ReadFast()) return;
   ReadBlocks(TInflateWay::Exact);
 }
 

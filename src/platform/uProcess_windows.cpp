@@ -26,6 +26,24 @@ void AppendQuoted(std::wstring& line, const std::wstring& word) {
   throw std::system_error(static_cast<int>(GetLastError()), std::system_category());
 }
 
+// The device that is empty and takes everything, for a started program.
+class TNothing {
+ public:
+  TNothing() {
+    SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
+    FHandle = CreateFileW(L"NUL", GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, &inherited,
+                          OPEN_EXISTING, 0, nullptr);
+    if (FHandle == INVALID_HANDLE_VALUE) Fail();
+  }
+  ~TNothing() { CloseHandle(FHandle); }
+  TNothing(const TNothing&) = delete;
+  TNothing& operator=(const TNothing&) = delete;
+  [[nodiscard]] HANDLE Handle() const { return FHandle; }
+
+ private:
+  HANDLE FHandle;
+};
+
 }  // namespace
 
 std::filesystem::path ThisProgram() {
@@ -38,9 +56,12 @@ int RunProgram(const std::filesystem::path& program, const std::vector<std::stri
   std::wstring line;
   AppendQuoted(line, program.wstring());
   for (const std::string& argument : arguments) AppendQuoted(line, PathFromUtf8(argument).wstring());
+  const TNothing nothing;
   STARTUPINFOW startup{};
   startup.cb = sizeof startup;
   startup.dwFlags = STARTF_USESTDHANDLES;
+  startup.hStdInput = nothing.Handle();
+  startup.hStdOutput = nothing.Handle();
   startup.hStdError = GetStdHandle(STD_ERROR_HANDLE);
   PROCESS_INFORMATION process{};
   if (!CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, TRUE, CREATE_NO_WINDOW, nullptr, nullptr,

@@ -24,10 +24,10 @@ struct TSpectrumChoice {
 // The response spectrum in the shock chart.
 struct TShownResponse {
   TResponse response = TResponse::Acceleration;
-  bool isEnvelope = false;           // else of the selected event
-  std::vector<TResponseLine> lines;  // none: `why` says why
-  std::string why;
-  std::vector<std::vector<TSpectrumLine>> pinned;  // of each pinned event, none where it is not visible
+  bool isEnvelope = false;                // else of the selected event
+  std::vector<TResponseLine> lines = {};  // none: `why` says why
+  std::string why = {};
+  std::vector<std::vector<TSpectrumLine>> pinned = {};  // of each pinned event, none where it is not visible
 };
 
 class IMissionViews {

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdint>
 #include <optional>
@@ -26,6 +27,8 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr const char *kProfile = "Profile", *kName = "Name", *kAlarm = "Alarm", *kAllowed = "Allowed";
+constexpr const char *kProduct = "Product", *kCriticalVelocity = "Critical velocity change",
+                     *kCriticalAcceleration = "Critical acceleration";
 constexpr std::size_t kMaxNameBytes = 255;
 
 template <class... T>
@@ -136,6 +139,17 @@ void ReadAllowance(const TLimitKey& limit, const std::string& text, TLimitProfil
   limit.AllowedIn(profile) = *time;
 }
 
+void ReadProduct(const TIniFile& ini, TLimitProfile& profile) {
+  RefuseUnknown(ini, kProduct, {kCriticalVelocity, kCriticalAcceleration});
+  if (!ini.HasSection(kProduct)) return;
+  const TFragility product{ini.ReadFloat(kProduct, kCriticalVelocity, std::nan("")),
+                           ini.ReadFloat(kProduct, kCriticalAcceleration, std::nan(""))};
+  if (!IsUsable(product)) {
+    Refuse("[{}] must have {} and {}, both above 0.", kProduct, kCriticalVelocity, kCriticalAcceleration);
+  }
+  profile.product = product;
+}
+
 // What the lines of a file cannot show one by one.
 void Check(TLimitProfile profile) {
   if (profile.name.empty() || !IsPlainLine(profile.name) || profile.name.size() > kMaxNameBytes) {
@@ -156,7 +170,8 @@ void Check(TLimitProfile profile) {
 
 TLimitProfile ReadOwn(const TIniFile& ini) {
   for (const std::string& section : ini.Sections()) {
-    if (!IsSameKey(section, kProfile) && !IsSameKey(section, kAlarm) && !IsSameKey(section, kAllowed)) {
+    const auto isThis = [&section](const char* known) { return IsSameKey(section, known); };
+    if (std::ranges::none_of(std::array{kProfile, kAlarm, kAllowed, kProduct}, isThis)) {
       Refuse("[{}] is no section of a limit profile.", section);
     }
   }
@@ -167,6 +182,7 @@ TLimitProfile ReadOwn(const TIniFile& ini) {
   for (const TLimitKey& limit : LimitKeys()) {
     if (const auto text = ini.Find(kAllowed, limit.key)) ReadAllowance(limit, *text, profile);
   }
+  ReadProduct(ini, profile);
   Check(profile);
   return profile;
 }
@@ -202,6 +218,10 @@ void WriteLimitProfile(const fs::path& path, const TLimitProfile& profile) {
     } else if (const double time = limit.AllowedIn(written); time > 0) {
       ini.WriteString(kAllowed, limit.key, ExactDuration(time));
     }
+  }
+  if (written.product) {
+    ini.WriteFloat(kProduct, kCriticalVelocity, written.product->velocityChange);
+    ini.WriteFloat(kProduct, kCriticalAcceleration, written.product->acceleration);
   }
   SaveFile(path, ini.Text());
 }

@@ -11,8 +11,13 @@
 //   Acc. Max = 3 events
 //   RH Max = 2 h
 //
+//   [Product]
+//   Critical velocity change = 2
+//   Critical acceleration = 40
+//
 // [Alarm] has the keys of "settings.ini". A limit that it names is chosen; one that it leaves out has its default.
 // [Allowed] gives to chosen limits a number of events or a length of time; what it leaves out is not allowed at all.
+// [Product] may be missing; it has m/s and g for the damage boundary.
 //
 // A file without [Profile] is one of settings: its [Alarm] is read, and all else ignored. It allows nothing, and a
 // limit that equals its default is not chosen. In both "Active" is ignored, and "Load Acc. from File" is 0 unless

@@ -187,6 +187,14 @@ std::string TLimitProfiles::Allow(TQuantity quantity, bool isMax, std::string_vi
   return problem;
 }
 
+void TLimitProfiles::SetProduct(const TFragility& product) {
+  std::optional<TLimitProfile>& profile = FMission.Settings.display.profile;
+  if (!profile || profile->product == product) return;
+  profile->product = product;
+  FControls.ShowSettings(FMission.Settings);
+  Keep();
+}
+
 void TLimitProfiles::Keep() {
   UpdateProfile(FMission.Settings.display);
   const std::optional<TLimitProfile>& profile = FMission.Settings.display.profile;

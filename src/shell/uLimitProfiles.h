@@ -52,6 +52,8 @@ class TLimitProfiles {
   void Delete();
   // Takes what was typed as allowed; an empty return, or why it is refused.
   [[nodiscard]] std::string Allow(TQuantity quantity, bool isMax, std::string_view text);
+  // What the product withstands becomes part of the profile in force, if there is one, and is written.
+  void SetProduct(const TFragility& product);
   // Writes the profile in force when it was changed.
   void Keep();
 

@@ -141,7 +141,7 @@ void StepEvent(TShownMission& mission, int steps, IMissionViews& views) {
 }
 
 void StepEventInAnalysis(TShownMission& mission, int steps, IMissionViews& views) {
-  if (mission.Analysis) Step(mission, mission.Analysis->Table, steps, views);
+  Step(mission, mission.Analysis ? mission.Analysis->Table : mission.CLDS, steps, views);
 }
 
 void StepEventInTime(TShownMission& mission, int steps, IMissionViews& views) {

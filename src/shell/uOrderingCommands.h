@@ -35,7 +35,7 @@ void OrderMostImportantBy(TShownMission& mission, int entry, IMissionViews& view
 // Selects the event `steps` rows further in the order of the event grids, or the one at their end. Without a selected
 // event it selects the first.
 void StepEvent(TShownMission& mission, int steps, IMissionViews& views);
-// The same in the order of the analysis table.
+// The same in the order of the analysis table, once it is there.
 void StepEventInAnalysis(TShownMission& mission, int steps, IMissionViews& views);
 // The same in the order of time, for a view that shows the events in a chart only.
 void StepEventInTime(TShownMission& mission, int steps, IMissionViews& views);

@@ -29,7 +29,7 @@ constexpr TSections kFolders = {"FolderFullPath", "PinnedFolder", "AboutFolder"}
 constexpr std::size_t kMaxAbout = 400;  // bytes
 
 bool MayBeListed(const std::string& path) {
-  return !path.empty() && path.size() <= TRecentList::kMaxPath && PathFromUtf8(path).is_absolute() && IsPlainLine(path);
+  return !path.empty() && path.size() <= TRecentList::kMaxPath && IsPlainLine(path) && PathFromUtf8(path).is_absolute();
 }
 
 bool MayBeShown(const std::string& about) {

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <complex>
 #include <limits>
+#include <numbers>
 #include <random>
 
 #include "analysis/uHighPassFilter.h"
@@ -30,8 +31,8 @@ std::vector<TEventValue> Sines(std::size_t count, double size, double periodsX, 
   for (std::size_t i = 0; i < count; ++i) {
     const double turns = static_cast<double>(i) / size;
     samples.push_back({7000 + kPeriodMs * static_cast<double>(i),
-                       static_cast<float>(3 * std::sin(2 * M_PI * periodsX * turns + 0.4)),
-                       static_cast<float>(2 * std::cos(2 * M_PI * periodsY * turns)), 1});
+                       static_cast<float>(3 * std::sin(2 * std::numbers::pi * periodsX * turns + 0.4)),
+                       static_cast<float>(2 * std::cos(2 * std::numbers::pi * periodsY * turns)), 1});
   }
   return samples;
 }
@@ -40,7 +41,7 @@ std::vector<TEventValue> Sines(std::size_t count, double size, double periodsX, 
 std::vector<double> DirectlyFiltered(const std::vector<TEventValue>& samples, std::size_t size,
                                      float TEventValue::*axis) {
   const std::size_t count = std::min(size, samples.size());
-  const double turn = 2 * M_PI / static_cast<double>(size);
+  const double turn = 2 * std::numbers::pi / static_cast<double>(size);
   double sum = 0;
   std::complex<double> slowest = 0;
   for (std::size_t i = 0; i < count; ++i) {
@@ -147,8 +148,8 @@ TEST(Spectrum, RoundedTimesLeaveEveryAmplitudeAsItIs) {
 TEST(Spectrum, SamplesFarOffTheGridAreInterpolated) {
   std::vector<TEventValue> samples;
   for (int i = 0; i < 1024; ++i) {
-    const double time = i + 0.8 * std::sin(2 * M_PI * i / 128);
-    samples.push_back({time, static_cast<float>(std::sin(2 * M_PI * 32 * time / 1024)), 0, 0});
+    const double time = i + 0.8 * std::sin(2 * std::numbers::pi * i / 128);
+    samples.push_back({time, static_cast<float>(std::sin(2 * std::numbers::pi * 32 * time / 1024)), 0, 0});
   }
   const auto lines = Amplitudes(samples).lines;
   EXPECT_NEAR(lines[32].x, 1, 0.02);

@@ -15,7 +15,7 @@ class IniFile : public testing::Test {
  protected:
   void Write(const std::string& text) { std::ofstream(FPath, std::ios::binary) << text; }
   std::string Text() {
-    std::ifstream file(FPath, std::ios::binary);
+    std::ifstream file(FPath);  // lines end as the system ends them
     return {std::istreambuf_iterator<char>(file), {}};
   }
 

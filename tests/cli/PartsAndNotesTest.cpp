@@ -179,7 +179,10 @@ TEST_F(Notes, WithoutItsChecksumARecordingIsKnownByItsSizeUntilItIsComputed) {
 }
 
 TEST_F(Notes, NotesGoIntoTheSettingsFolderWhereTheRecordingsFolderRefusesThem) {
-  std::filesystem::create_symlink(File("no/such/folder"), Kept);  // stands for a folder without permission to write
+  std::error_code error;  // where there are no links
+  std::filesystem::create_symlink(File("no/such/folder"), Kept,
+                                  error);  // stands for a folder without permission to write
+  if (error) GTEST_SKIP();
   TNotes notes(Three, Folder.Path());
   notes.Add({.text = "kept elsewhere"});
   notes.Save();

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Reads and writes that fail: what the programs say, and what they keep. Every call that takes part in writing a file
 fails in its turn; the old file or the new one is then there whole, and nothing else. One line per difference; exit 1 when
-there is any. Usage: check_file_faults.py KSHOCK FAULTS WRITE_SETTINGS
+there is any. Usage: check_file_faults.py KSHOCK FAULTS WRITE_SETTINGS [SHOCKSCOPE]
 """
 import json
 import os
@@ -109,6 +109,15 @@ def check_every_call(kshock, library, write_settings, top):
         check_faults(library, folder, " ".join(arguments), [kshock, *arguments], same=arguments[0] != "fleet")
 
 
+def check_report(library, shockscope, top):
+    recording, folder = os.path.join(top, "mission.kshock"), os.path.join(top, "report")
+    os.mkdir(folder)
+    os.environ.update(HOME=top, XDG_CONFIG_HOME=top, QT_QPA_PLATFORM="offscreen")
+    command = [shockscope, "--report", os.path.join(folder, "report.pdf"), recording]
+    subprocess.run(command, check=True, capture_output=True)
+    check_faults(library, folder, "--report", command, same=False)  # it says when it was made
+
+
 def check_sync(kshock, library, folder):
     """What the disk does not take replaces nothing and leaves nothing."""
     path, out = os.path.join(folder, "small.kshock"), os.path.join(folder, "out")
@@ -127,7 +136,7 @@ def check_sync(kshock, library, folder):
 
 
 def main():
-    kshock, library, write_settings = sys.argv[1:]
+    kshock, library, write_settings, *shockscope = sys.argv[1:]
     # In memory where there is such a folder: hundreds of syncs to a disk take minutes.
     with tempfile.TemporaryDirectory(dir="/dev/shm" if os.path.isdir("/dev/shm") else None) as folder:
         path = os.path.join(folder, "mission.failing")
@@ -154,6 +163,8 @@ def main():
                (first.returncode, first.stderr))
         check_sync(kshock, library, folder)
         check_every_call(kshock, library, write_settings, folder)
+        if shockscope:
+            check_report(library, shockscope[0], folder)
     for line in found:
         print(line)
     return 1 if found else 0

@@ -61,14 +61,17 @@ TEST(CountChart, NamesStandBelowEachOtherTheFirstOnTop) {
   EXPECT_THAT(SaidAt(chart, {middle, rect.top() + rect.height() / 4}), HasSubstr("X-pos: 9 events"));
   EXPECT_THAT(SaidAt(chart, {middle, rect.top() + rect.height() * 3 / 4}), HasSubstr("unclear: 2 events"));
   EXPECT_THAT(Texts(chart.Table(), 0), ElementsAre("X-pos", "unclear"));
-  // Names that have no room are left out, and come back.
+  // Those that have no room share the last bar.
   std::vector<TCountBar> many(60, {0, 0, 1, "X-pos Y-neg Z-pos"});
+  many[0].count = 5;
   chart.SetBars(many, "Direction");
   Settle();
-  const int narrow = RectOf(chart).rect().left();
-  chart.SetBars({many[0]}, "Direction");
+  EXPECT_THAT(SaidAt(chart, {middle, RectOf(chart).rect().top() + 4}), HasSubstr("X-pos Y-neg Z-pos: 5 events"));
+  EXPECT_THAT(SaidAt(chart, {middle, RectOf(chart).rect().bottom() - 4}), testing::ContainsRegex("[45][0-9] others: "));
+  EXPECT_EQ(chart.Table().RowCount(), 60U);
+  chart.resize(800, 2000);
   Settle();
-  EXPECT_GT(RectOf(chart).rect().left(), narrow);
+  EXPECT_THAT(SaidAt(chart, {middle, RectOf(chart).rect().bottom() - 4}), HasSubstr("Z-pos: 1 event"));
 }
 
 TEST(ExceedanceChart, SaysWhichPartOfTheEventsExceedsAValue) {

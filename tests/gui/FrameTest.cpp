@@ -1,6 +1,5 @@
 // The window's frame: it fits, it stays still, and it comes back where it was.
 #include <QAction>
-#include <QDBusVariant>
 #include <QHelpEvent>
 #include <QScreen>
 #include <QSplitter>
@@ -17,7 +16,6 @@
 #include "gui/common/uTheme.h"
 #include "gui/docks/uFoldingPanel.h"
 #include "gui/mainform/uWindowPlace.h"
-#include "gui/platform/uSchemePortal.h"
 #include "tests/support/uThreeEvents.h"
 #include "tests/support/uWindowTest.h"
 
@@ -169,20 +167,6 @@ TEST_F(Frame, TheSchemeFollowsTheDesktopWhileTheProgramRuns) {
   Settle();
   EXPECT_EQ(ground(), kLightTokens.ground);
   EXPECT_EQ(icon(), light);
-
-  TSchemePortal portal(*qApp);
-  const auto choose = [&](const char* key, unsigned scheme) {
-    QDBusMessage changed = QDBusMessage::createSignal("/", "org.freedesktop.portal.Settings", "SettingChanged");
-    changed << "org.freedesktop.appearance" << key << QVariant::fromValue(QDBusVariant(scheme));
-    portal.SettingChanged(changed);
-    Settle();
-  };
-  choose("contrast", 1);
-  EXPECT_EQ(ground(), kLightTokens.ground);
-  choose("color-scheme", 1);
-  EXPECT_EQ(ground(), kDarkTokens.ground);
-  choose("color-scheme", 2);
-  EXPECT_EQ(ground(), kLightTokens.ground);
 }
 
 // Of a control that shows one line; empty: it fits or says the whole in its tool tip.

@@ -101,4 +101,18 @@ TEST_F(LimitProfilesOfTheWindow, AFileThatIsNoneIsToldOnceAndThePanelClosesForIt
   EXPECT_EQ(list->currentIndex(), 0);
 }
 
+TEST_F(LimitProfilesOfTheWindow, WhatTheProductWithstandsIsKeptInTheProfile) {
+  Start(Save("three.kshock", ThreeEvents()));
+  Press("Ctrl+Alt+A");
+  SaveAs("Fragile");
+  Press("Ctrl+4");
+  Type("edtCriticalVelocity", "2.5");
+  Type("edtCriticalAcceleration", "33");
+  FForm->close();
+  FForm.reset();
+  Start(Save("three.kshock", ThreeEvents()));
+  EXPECT_EQ(Find<QLineEdit>("edtCriticalVelocity")->text(), "2.5");
+  EXPECT_EQ(Find<QLineEdit>("edtCriticalAcceleration")->text(), "33");
+}
+
 }  // namespace

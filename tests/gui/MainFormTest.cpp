@@ -21,7 +21,6 @@
 
 #include "gui/common/uGuard.h"
 #include "gui/ribbon/uRibbonGroup.h"
-#include "tests/support/uBlockedFile.h"
 #include "tests/support/uThreeEvents.h"
 #include "tests/support/uWindowTest.h"
 
@@ -169,25 +168,6 @@ TEST_F(MainForm, CancelsByButtonAndByEsc) {
   QTest::keyClick(FForm->focusWidget(), Qt::Key_Escape);
   Settle();
   ExpectWelcome();
-  EXPECT_THAT(FBoxes, IsEmpty());
-}
-
-TEST_F(MainForm, CancelAndCloseDoNotWaitForAFileThatBlocks) {
-  const QString far = Save("far.kshock", TTestRecording());
-  const TBlockedFile blocked(far.toStdString());
-  Start();
-  Drop(far);
-  QTest::mouseClick(Find("btnLoadingCancel"), Qt::LeftButton);
-  EXPECT_EQ(Find<QLabel>("PnlLoadingMsg")->text(), "Cancelling…");
-  Settle();
-  ExpectWelcome();
-  Drop(FThree);
-  Settle();
-  EXPECT_TRUE(FForm->Flow().FileShown());
-  Drop(far);
-  ASSERT_EQ(FForm->Flow().State(), TFileFlow::TState::Reading);
-  EXPECT_TRUE(FForm->close());
-  FForm.reset();
   EXPECT_THAT(FBoxes, IsEmpty());
 }
 

@@ -184,6 +184,10 @@ TEST_F(ResponseChart, ALongCalculationReportsAndEndsAtOnceWhenItIsCancelled) {
   EXPECT_EQ(FChart.WhyNone(), "The calculation was cancelled.");
   FChart.SetEnvelope(false);
   EXPECT_EQ(FChart.WhyNone(), "Calculating…");
+  FChart.hide();
+  EXPECT_NE(FChart.WhyNone(), "Calculating…") << "nothing is calculated out of sight";
+  FChart.show();
+  EXPECT_EQ(FChart.WhyNone(), "Calculating…");
   FChart.Clear();
   EXPECT_EQ(FChart.WhyNone(), "No event selected") << "nothing refers to the events that go";
 }

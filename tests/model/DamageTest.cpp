@@ -129,6 +129,10 @@ TEST(Damage, BothWaysToInflateReadThousandsOfDamagedStreamsAlike) {
   }
 }
 
+TEST(Damage, ACopyFromBeforeTheBeginningOfTheStreamIsDamage) {
+  EXPECT_TRUE(ReadFile(std::filesystem::path(TEST_DATA) / "bad_lookback.stream").extent.damaged);
+}
+
 TEST(Damage, AWrongChecksumIsDamageAndTrailingBytesAreIgnored) {
   TBytes stream = Deflated(SmallRecording().content);
   TBytes rubbish = stream;

@@ -7,7 +7,6 @@
 #include "model/uEvents.h"
 #include "model/uExceptions1V0.h"
 #include "model/uOtherSensors.h"
-#include "tests/support/uBlockedFile.h"
 #include "tests/support/uTestRecording.h"
 
 using testing::ElementsAre;
@@ -177,20 +176,6 @@ TEST(ReadFileThread, ATerminatedReadStopsAtTheNextBlock) {
   EXPECT_EQ(port.Messages.back().lParam, kReadCancelled);
   EXPECT_EQ(SensorList.GetItem(0).Count(), 1U);
   thread.Terminate();  // after the end this changes nothing
-}
-
-TEST(ReadFileThread, ATerminatedReadDoesNotWaitForAFileThatBlocks) {
-  const TTempFolder folder;
-  WriteFile(folder / "far.kshock", Deflated(TTestRecording().Creator().content));
-  TBlockedFile far(folder / "far.kshock");
-  TRecordingPort port;
-  const TPortHandle handle(port);
-  TReadFileThread thread(handle.Value(), folder / "far.kshock");
-  thread.Terminate();
-  thread.WaitFor();
-  ASSERT_EQ(port.Messages.size(), 1U);
-  EXPECT_EQ(port.Messages.back().wParam, kReadFailed);
-  EXPECT_EQ(port.Messages.back().lParam, kReadCancelled);
 }
 
 TEST(ReadFileThread, ARefusedFileIsNotInflatedFurther) {

@@ -9,6 +9,7 @@
 #include <mutex>
 #include <utility>
 
+#include "base/uFiles.h"
 #include "shell/uOrderingCommands.h"
 #include "shell/uViewSwitch.h"
 #include "tests/support/uFakeWindow.h"
@@ -82,7 +83,7 @@ class ExportCommands : public testing::Test {
   std::vector<std::string> Written() {
     std::vector<std::string> names;
     for (const auto& entry : fs::recursive_directory_iterator(FTo)) {
-      if (!entry.is_directory()) names.push_back(fs::relative(entry.path(), FTo).string());
+      if (!entry.is_directory()) names.push_back(fs::relative(entry.path(), FTo).generic_string());
     }
     std::ranges::sort(names);
     return names;
@@ -342,25 +343,27 @@ TEST_F(ExportCommands, AFailureShowsOneMessageWithFileAndReasonAfterTheWindowIsR
        "show" + kPanels + " dbgFilteredShocks; "},
       {&E::barbtnTablesExportXLSXClick, FTo / "gone/t.xlsx", FTo / "gone/t.xlsx", "No such file or directory.",
        "front MainPanel; show" + kPanels + " dbgFilteredShocks; "},
-      {&E::barbtnEventsXLSXAllShocksClick, "/dev/full/e.xlsx", "/dev/full/e.xlsx", "Not a directory.",
+      {&E::barbtnEventsXLSXAllShocksClick, FTo / "gone/e.xlsx", FTo / "gone/e.xlsx", "No such file or directory.",
        "front MainPanel; show" + kPanels + "; "},
       {&E::barbtnEventsCSVAllShocksClick, FTo / "gone", FTo / "gone/Mission-A17", "No such file or directory.",
        "front MainPanel; show" + kPanels + "; "},
   };
   for (const auto& [command, chosen, named, reason, restored] : cases) {
     const std::string log = Run(command, chosen);
-    EXPECT_THAT(
-        log, EndsWith(restored + "box \"The export could not be written.\" " + named.string() + "\n" + reason + "; "));
+    EXPECT_THAT(log, EndsWith(restored + "box \"The export could not be written.\" " + Utf8FromPath(named) + "\n" +
+                              reason + "; "));
     EXPECT_THAT(log, HasSubstr(kHidden));
     EXPECT_TRUE(FFlow.FileShown());
     EXPECT_EQ(FFlow.RememberedFolder(), FFolder.Path().string());
   }
-  // The folder vanishes after the first file.
-  FWindow.controls.OnMessages = [this, messages = 0]() mutable {
-    if (++messages == 3) fs::remove_all(FTo / "Mission-A17");
+  // The folder vanishes after the first file, unless the system keeps the folders of open files.
+  std::error_code kept;
+  FWindow.controls.OnMessages = [this, &kept, messages = 0]() mutable {
+    if (++messages == 3) fs::remove_all(FTo / "Mission-A17", kept);
   };
-  EXPECT_THAT(Run(&E::barbtnEventsCSVAllShocksClick, FTo),
-              EndsWith((FTo / "Mission-A17/ID-1.csv").string() + "\nNo such file or directory.; "));
+  const std::string log = Run(&E::barbtnEventsCSVAllShocksClick, FTo);
+  EXPECT_TRUE(kept || log.ends_with(Utf8FromPath(FTo / "Mission-A17/ID-1.csv") + "\nNo such file or directory.; "))
+      << log;
 }
 
 TEST_F(ExportCommands, ForATableTooLongForASheetTheMessageSuggestsCsv) {

@@ -41,7 +41,8 @@ const TJudgedLimits& Of(TQuantity quantity, const TVerdictLimits& limits) {
 
 constexpr std::string_view kFragile =
     "; Goods of glass\n[Profile]\nName = Fragile\n\n[Alarm]\nAcc. Max = 10\nTemp. Min = 2.5\nRH Max = 60\n\n"
-    "[allowed]\nAcc. Max = 3 events\nrh max = 2 h\nTemp. Min = 1 d 30 min 0.5 s\n";
+    "[allowed]\nAcc. Max = 3 events\nrh max = 2 h\nTemp. Min = 1 d 30 min 0.5 s\n"
+    "[Product]\nCritical velocity change = 2.1\ncritical acceleration = 40\n";
 
 TEST_F(LimitProfileFile, NamedLimitsAreChosenAndTheOthersHaveTheirDefaults) {
   const TLimitProfile profile = Read(kFragile);
@@ -51,6 +52,7 @@ TEST_F(LimitProfileFile, NamedLimitsAreChosenAndTheOthersHaveTheirDefaults) {
   EXPECT_EQ(Of(Humidity, profile.limits), (TJudgedLimits{{30, 60}, Default, User})) << "60 is also the default";
   EXPECT_EQ(Of(Battery, profile.limits), (TJudgedLimits{{2.5, 4.5}, Default, Default}));
   EXPECT_EQ(profile.allowedEvents, 3U);
+  EXPECT_EQ(profile.product, (TFragility{2.1, 40}));
   EXPECT_EQ(profile.allowedTimes[static_cast<std::size_t>(Humidity)], (TAllowedTimes{0, 7200000}));
   EXPECT_EQ(profile.allowedTimes[static_cast<std::size_t>(Temperature)], (TAllowedTimes{88200500, 0}));
 }
@@ -62,7 +64,8 @@ TEST_F(LimitProfileFile, AWrittenProfileReadsBackAndNamesWhatWasChosen) {
   WriteLimitProfile(FPath, profile);
   EXPECT_EQ(ReadLimitProfile(FPath), profile);
   const TBytes bytes = BytesOfFile(FPath);
-  const std::string text(bytes.begin(), bytes.end());
+  std::string text(bytes.begin(), bytes.end());
+  std::erase(text, '\r');  // lines end as the system ends them
   EXPECT_THAT(text, HasSubstr("Acc. Max = 3 events\n"));
   EXPECT_THAT(text, HasSubstr("RH Max = 2 h\n"));
   EXPECT_THAT(text, HasSubstr("Temp. Min = 1 d 30 min 0.5 s\n"));
@@ -107,6 +110,8 @@ TEST_F(LimitProfileFile, WhatIsWrongIsNamed) {
       {"[Alarm]\nRH Min=61\n", "[Alarm] RH Min = 61 is above RH Max = 60 (default)."},
       {"[Alarm]\nLoad Acc. from File=yes\n", "[Alarm] Load Acc. from File = yes is neither 0 nor 1."},
       {head + "[Alowed]\n", "[Alowed] is no section of a limit profile."},
+      {head + "[Product]\nCritical acceleration=1\n",
+       "[Product] must have Critical velocity change and Critical acceleration, both above 0."},
       {head + "[Allowed]\nRH=1 h\n", "[Allowed] has a key that is not known: \"RH\"."},
       {head + "[Allowed]\nRH Min=1 h\n", "[Allowed] names RH Min, but [Alarm] does not."},
       {head + "Acc. Min=-9\n[Allowed]\nAcc. Min=1\n", "[Allowed] cannot name Acc. Min: peaks have no sign."},

@@ -103,19 +103,19 @@ TEST_F(SettingsFolder, WithoutAFolderNothingIsReadOrWritten) {
 TEST_F(SettingsFolder, FailedStepsStopNoOtherAndShowOneMessage) {
   Touch({"Company-Logo.png", "recentdocuments.ini", "user-layout.ini"});
   FWindow.controls.Unusable = {"Company-Logo.png", "default-layout.ini"};
-  const std::string folder = FFolder.Path().string();
+  const std::string in = (FFolder / "").string();
   EXPECT_EQ(
       Start(),
       "load logo 0 Company-Logo.png; save logo 1 Report-Logo.png; save layout default-layout.ini; "
       "load layout user-layout.ini; hide" +
           kDockPanelNames +
           " dxDockPanelFilter; recent 0 files 0 folders; box \"Not everything in the settings folder can be used.\" " +
-          folder + "/Company-Logo.png: of no use\n" + folder + "/default-layout.ini: of no use\n" + folder +
-          "/recentdocuments.ini: The file makes no sense.; ");
+          in + "Company-Logo.png: of no use\n" + in + "default-layout.ini: of no use\n" + in +
+          "recentdocuments.ini: The file makes no sense.; ");
   EXPECT_EQ(Close(),
             "save logo 0 Company-Logo.png; save logo 1 Report-Logo.png; box \"Not "
             "everything could be saved.\" " +
-                folder + "/Company-Logo.png: of no use; ");
+                in + "Company-Logo.png: of no use; ");
   EXPECT_TRUE(std::filesystem::exists(FFolder / "recentdocuments-kept.ini"));
 }
 
@@ -126,8 +126,8 @@ TEST_F(SettingsFolder, ALayoutThatCannotBeSavedOrLoadedIsReported) {
   LoadDefaultLayout(FProgram, TView::Overview, FWindow.controls);
   const std::string folder = FFolder.Path().string();
   EXPECT_EQ(FWindow.log.Take(),
-            "save layout user-layout.ini; notice \"Layout saved: " + folder + "/user-layout.ini\" in " + folder +
-                "; box \"There is no user layout yet.\" Save one first.; designed layout; " + overview);
+            "save layout user-layout.ini; notice \"Layout saved: " + (FFolder / "user-layout.ini\" in ").string() +
+                folder + "; box \"There is no user layout yet.\" Save one first.; designed layout; " + overview);
   Touch({"default-layout.ini", "user-layout.ini"});
   FWindow.controls.Unusable = {"default-layout.ini", "user-layout.ini"};
   const std::string file = (FFolder / "user-layout.ini").string();

@@ -55,7 +55,8 @@ int main(int argc, char** argv) try {
                                                                    TNotes notes(folder / "mission.kshock", {});
                                                                    notes.Add({.text = text});
                                                                    TNoProgress progress;
-                                                                   notes.Save(progress);
+                                                                   notes.ReadChecksum(progress);
+                                                                   notes.Save();
                                                                  }}};
   writers.at(argv[2])();
   return 0;

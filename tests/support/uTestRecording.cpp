@@ -78,17 +78,20 @@ void WriteFile(const fs::path& path, const TBytes& bytes) {
 }
 
 TBytes Deflated(const TBytes& content) {
-  uLongf size = compressBound(content.size());
+  const auto length = static_cast<uLong>(content.size());
+  uLongf size = compressBound(length);
   TBytes stream(size);
-  compress2(stream.data(), &size, content.data(), content.size(), 1);
+  compress2(stream.data(), &size, content.data(), length, 1);
   stream.resize(size);
   return stream;
 }
 
 TBytes Inflated(const TBytes& stream) {
   TBytes content(64 * 1024 * 1024);
-  uLongf size = content.size();
-  if (uncompress(content.data(), &size, stream.data(), stream.size()) != Z_OK) throw std::runtime_error("no stream");
+  auto size = static_cast<uLongf>(content.size());
+  if (uncompress(content.data(), &size, stream.data(), static_cast<uLong>(stream.size())) != Z_OK) {
+    throw std::runtime_error("no stream");
+  }
   content.resize(size);
   return content;
 }

@@ -23,7 +23,7 @@ class TTempFolder {
   ~TTempFolder();
   TTempFolder(const TTempFolder&) = delete;
   TTempFolder& operator=(const TTempFolder&) = delete;
-  [[nodiscard]] std::filesystem::path operator/(std::string_view name) const { return FPath / name; }
+  [[nodiscard]] std::filesystem::path operator/(std::string_view name) const { return (FPath / name).make_preferred(); }
   [[nodiscard]] const std::filesystem::path& Path() const { return FPath; }
 
  private:

@@ -5,9 +5,11 @@
 #include <QLineEdit>
 #include <QSplitter>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "analysis/uEventOrdering.h"
 #include "base/uDateTime.h"
+#include "base/uText.h"
 #include "gui/charts/uDamageChart.h"
 #include "gui/common/uAnalysisBar.h"
 #include "gui/common/uGrid.h"
@@ -73,6 +75,11 @@ QWidget* TDamagePanel::MakeLimits() {
     FEdits[i]->setFixedWidth(FEdits[i]->fontMetrics().averageCharWidth() * (kEditCharacters + 3));
     caption->setBuddy(FEdits[i]);
     connect(FEdits[i], &QLineEdit::textChanged, this, &TDamagePanel::ReadLimits);
+    connect(FEdits[i], &QLineEdit::editingFinished, this, [this] {
+      if (!FLimits) return;
+      FTaken = FLimits;
+      emit LimitsTyped(*FLimits);
+    });
     row->addWidget(caption);
     row->addWidget(FEdits[i]);
     row->addWidget(new QLabel(edit.unit, box));
@@ -102,6 +109,7 @@ QWidget* TDamagePanel::MakeList() {
 void TDamagePanel::ShowMission(const TShownMission* mission) {
   FMission = mission;
   FIsStale = true;
+  TakeProfile();
   FDamaging->SetDataset(nullptr);
   if (isVisible() || mission == nullptr) Fill();
 }
@@ -177,6 +185,14 @@ void TDamagePanel::ShowCount(std::size_t beyond, std::size_t both) {
 void TDamagePanel::SetSelectedEvent(std::optional<std::size_t> event) {
   FChart->SetSelectedEvent(event);
   FDamaging->SetCurrentId(event);
+}
+
+void TDamagePanel::TakeProfile() {
+  if (FMission == nullptr || !FMission->Display.profile) return;
+  const std::optional<TFragility>& product = FMission->Display.profile->product;
+  if (!product || std::exchange(FTaken, product) == product) return;
+  FEdits[0]->setText(QtText(GeneralFloat(product->velocityChange)));
+  FEdits[1]->setText(QtText(GeneralFloat(product->acceleration)));
 }
 
 void TDamagePanel::Sort(const QString& field) {

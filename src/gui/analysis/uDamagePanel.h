@@ -27,6 +27,10 @@ class TDamagePanel : public QWidget {
   void ShowMission(const TShownMission* mission);
   void SetSelectedEvent(std::optional<std::size_t> event);
 
+ signals:
+  // The user finished both limits.
+  void LimitsTyped(const TFragility& limits);
+
  protected:
   void showEvent(QShowEvent* event) override;
 
@@ -34,6 +38,8 @@ class TDamagePanel : public QWidget {
   [[nodiscard]] QWidget* MakeLimits();
   [[nodiscard]] QWidget* MakeList();
   void ReadLimits();
+  // Those of the profile in force, if it has them.
+  void TakeProfile();
   // Leaves it until the panel is in sight.
   void Fill();
   void FillList();
@@ -43,6 +49,7 @@ class TDamagePanel : public QWidget {
   const TShownMission* FMission = nullptr;
   bool FIsStale = false;
   std::optional<TFragility> FLimits;
+  std::optional<TFragility> FTaken;  // what the profile had last; what the user clears stays clear
   std::size_t FWithoutPulse = 0;
   TDataset FBeyond;  // a companion of the analysis table
   std::array<QLineEdit*, 2> FEdits{};

@@ -14,6 +14,7 @@ class TAnalysisChart : public TTimeChart {
   [[nodiscard]] virtual TDataset Table() const = 0;
 
  protected:
+  void EntryClicked(std::size_t /*entry*/) override {}
   void Clicked(const QPointF& /*position*/) override {}
   [[nodiscard]] QString MomentText(double value) const override;
   [[nodiscard]] QStringList SpanTexts(double span) const override;

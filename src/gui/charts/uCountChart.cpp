@@ -4,15 +4,15 @@
 #include <cmath>
 
 #include "gui/charts/uChartPaint.h"
-#include "gui/charts/uNumberTicker.h"
 #include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
 
 namespace {
 
-constexpr double kRoom = 1.08;    // of the counts, beyond the longest bar
-constexpr double kHalfBar = 0.4;  // of the place of a name
-constexpr double kGap = 1;        // px, between bars that are wider than that
+constexpr double kRoom = 1.08;        // of the counts, beyond the longest bar
+constexpr double kHalfBar = 0.4;      // of the place of a name
+constexpr double kGap = 1;            // px, between bars that are wider than that
+constexpr double kNameHeight = 1.15;  // lines of text, for a name
 constexpr float kFill = 0.55F;
 
 // Whole numbers only.
@@ -37,6 +37,7 @@ TCountChart::TCountChart(TBars bars, const QString& name, const QString& title, 
   counts.setTicker(QSharedPointer<TCountTicker>::create());
   if (FKind == TBars::Names) {
     SetTimeTitle(tr("Events"));
+    ValueAxis().setRangeReversed(true);
   } else {
     ValueAxis().setLabel(tr("Events"));
   }
@@ -46,9 +47,9 @@ TCountChart::TCountChart(TBars bars, const QString& name, const QString& title, 
   Clear();
 }
 
-double TCountChart::MaxCount() const {
+double TCountChart::MaxCount(const std::vector<TCountBar>& bars) {
   std::size_t max = 1;
-  for (const TCountBar& bar : FBars) max = std::max(max, bar.count);
+  for (const TCountBar& bar : bars) max = std::max(max, bar.count);
   return static_cast<double>(max);
 }
 
@@ -57,23 +58,16 @@ void TCountChart::SetBars(std::vector<TCountBar> bars, const QString& quantity) 
   FQuantity = quantity.isEmpty() ? FTitle : quantity;
   Legend().SetTitle(FTitle);
   if (FKind == TBars::Steps || FKind == TBars::Hours) SetTimeTitle(FQuantity);
+  FDrawn.clear();
   if (FBars.empty()) return SetFullRange(std::nullopt);
-  if (FKind == TBars::Names) {
-    auto names = QSharedPointer<QCPAxisTickerText>::create();
-    for (std::size_t i = 0; i < FBars.size(); ++i) names->addTick(static_cast<double>(i), FBars[i].name);
-    ValueAxis().setTicker(names);
-    ValueAxis().setRangeReversed(true);
-    return SetFullRange(TTimeSpan{0, MaxCount() * kRoom});
-  }
+  if (FKind == TBars::Names) return SetFullRange(TTimeSpan{0, MaxCount(FBars) * kRoom});
+  FDrawn = FBars;
   SetFullRange(TTimeSpan{FBars.front().from, FBars.back().to});
 }
 
+// Names wait for the height that they get.
 void TCountChart::ScaleValues() {
-  if (FKind == TBars::Names) {
-    ValueAxis().setRange(-0.5, static_cast<double>(std::max<std::size_t>(FBars.size(), 1)) - 0.5);
-  } else {
-    ValueAxis().setRange(0, MaxCount() * kRoom);
-  }
+  if (FKind != TBars::Names) ValueAxis().setRange(0, MaxCount(FBars) * kRoom);
 }
 
 void TCountChart::Restyle() {
@@ -83,15 +77,25 @@ void TCountChart::Restyle() {
   ValueAxis().grid()->setZeroLinePen(Qt::NoPen);
 }
 
-// Names that would overlap are left out; the pointer still says them.
 void TCountChart::Prepare() {
-  if (FKind != TBars::Names) return;
-  const double room = AxisLength(ValueAxis()) / static_cast<double>(std::max<std::size_t>(FBars.size(), 1));
-  ValueAxis().setTickLabels(HasData() && room >= fontMetrics().height() * 0.8);
+  if (FKind != TBars::Names || FBars.empty()) return;
+  const double rows = Rect().rect().height() / (fontMetrics().height() * kNameHeight);
+  const std::size_t count = std::clamp<std::size_t>(static_cast<std::size_t>(rows), 1, FBars.size());
+  if (FDrawn.size() == count) return;
+  FDrawn.assign(FBars.begin(), FBars.begin() + static_cast<std::ptrdiff_t>(count));
+  if (count < FBars.size()) {
+    for (std::size_t i = count; i < FBars.size(); ++i) FDrawn.back().count += FBars[i].count;
+    FDrawn.back().name = tr("%1 others").arg(FBars.size() - count + 1);
+  }
+  auto names = QSharedPointer<QCPAxisTickerText>::create();
+  for (std::size_t i = 0; i < count; ++i) names->addTick(static_cast<double>(i), FDrawn[i].name);
+  ValueAxis().setTicker(names);
+  ValueAxis().setRange(-0.5, static_cast<double>(count) - 0.5);
+  TimeAxis().setRange(0, MaxCount(FDrawn) * kRoom);
 }
 
 QRectF TCountChart::RectOf(std::size_t bar) const {
-  const TCountBar& one = FBars[bar];
+  const TCountBar& one = FDrawn[bar];
   const auto count = static_cast<double>(one.count);
   if (FKind == TBars::Names) {
     const auto place = static_cast<double>(bar);
@@ -115,9 +119,9 @@ void TCountChart::Paint(QCPPainter& painter) {
   painter.save();
   painter.setClipRect(rect, Qt::IntersectClip);
   painter.setAntialiasing(false);
-  for (std::size_t i = 0; i < FBars.size(); ++i) {
+  for (std::size_t i = 0; i < FDrawn.size(); ++i) {
     const QRectF bar = RectOf(i) & rect.adjusted(-1, -1, 1, 1);
-    if (FBars[i].count == 0 || bar.isEmpty()) continue;
+    if (FDrawn[i].count == 0 || bar.isEmpty()) continue;
     painter.fillRect(bar, fill);
     painter.setPen(QPen(ink, 1));
     if (FKind == TBars::Names) {
@@ -131,14 +135,14 @@ void TCountChart::Paint(QCPPainter& painter) {
 
 // The bar in whose row or column the position is.
 std::optional<TReading> TCountChart::NearestTo(const QPointF& position) const {
-  for (std::size_t i = 0; i < FBars.size(); ++i) {
+  for (std::size_t i = 0; i < FDrawn.size(); ++i) {
     const QRectF bar = RectOf(i);
     const bool isHere = FKind == TBars::Names ? position.y() >= bar.top() && position.y() <= bar.bottom()
                                               : position.x() >= bar.left() && position.x() <= bar.right() + kGap;
-    if (!isHere || FBars[i].count == 0) continue;
-    const std::size_t count = FBars[i].count;
+    if (!isHere || FDrawn[i].count == 0) continue;
+    const std::size_t count = FDrawn[i].count;
     const QString words =
-        count == 1 ? tr("%1: 1 event").arg(FBars[i].name) : tr("%1: %2 events").arg(FBars[i].name).arg(count);
+        count == 1 ? tr("%1: 1 event").arg(FDrawn[i].name) : tr("%1: %2 events").arg(FDrawn[i].name).arg(count);
     const QPointF end =
         FKind == TBars::Names ? QPointF(bar.right(), bar.center().y()) : QPointF(bar.center().x(), bar.top());
     return TReading{words, palette().color(QPalette::Text), end};

@@ -20,7 +20,9 @@ class TCountChart final : public TAnalysisChart {
     Steps,  // upwards, side by side along a quantity; the table has both ends of each
     Days,   // the same for days; the table has their names
     Hours,  // the same from 0 to 24
-    Names,  // from left to right below each other, the first on top; `from` and `to` are not used
+    // From left to right below each other, the first on top; `from` and `to` are not used. Those that have no room
+    // become one bar at the bottom; the table has all.
+    Names,
   };
   TCountChart(TBars bars, const QString& name, const QString& title, QWidget* parent);
 
@@ -40,11 +42,12 @@ class TCountChart final : public TAnalysisChart {
 
  private:
   [[nodiscard]] static TAxisUnit UnitOf(TBars bars);
-  [[nodiscard]] double MaxCount() const;
+  [[nodiscard]] static double MaxCount(const std::vector<TCountBar>& bars);
   [[nodiscard]] QRectF RectOf(std::size_t bar) const;
   void Paint(QCPPainter& painter);
 
   TBars FKind;
   QString FTitle, FQuantity;
   std::vector<TCountBar> FBars;
+  std::vector<TCountBar> FDrawn;
 };

@@ -131,7 +131,7 @@ void TDamageChart::PaintEvents(QCPPainter& painter) {
   FDots.Begin(Rect().rect(), font(), bufferDevicePixelRatio());
   for (std::size_t i = 0; i < FEvents.size(); ++i) {
     const QPointF at = PlaceOf(FEvents[i]);
-    FDots.Add(at.x(), at.y(), i);
+    FDots.Add(at.x(), at.y(), i, FEvents[i].point.peak);
   }
   FDots.Paint(painter, {InkOf(false), InkOf(true)}, palette().color(QPalette::Base),
               [this](std::size_t i) -> std::size_t { return IsBeyond(FEvents[i]) ? 1 : 0; });

@@ -57,6 +57,7 @@ QString TResponseChart::ValueUnit() const {
 }
 
 void TResponseChart::Clear() {
+  FTask.Stop();
   FEvents = nullptr;
   FIndex.reset();
   FVisible.clear();
@@ -125,7 +126,7 @@ std::vector<TReading> TResponseChart::ReadingsAt(double hertz) const {
 
 void TResponseChart::Cancel() {
   if (!FTask.IsRunning()) return;
-  FTask.Stop();
+  FTask.Drop();
   FWasCancelled = true;
   ShowNothing();
   emit Ended();
@@ -149,8 +150,16 @@ void TResponseChart::showEvent(QShowEvent* event) {
   TTimeChart::showEvent(event);
 }
 
+void TResponseChart::hideEvent(QHideEvent* event) {
+  TTimeChart::hideEvent(event);
+  if (event->spontaneous() || !FTask.IsRunning()) return;  // spontaneous: the window was minimised
+  FTask.Drop();
+  FOutdated = true;
+  emit Ended();
+}
+
 void TResponseChart::Calculate(bool sameEvents) {
-  FTask.Stop();
+  FTask.Drop();
   FWasCancelled = false;
   if (!sameEvents) {
     FView.reset();

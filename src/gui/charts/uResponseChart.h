@@ -62,6 +62,7 @@ class TResponseChart final : public TFrequencyChart {
   [[nodiscard]] std::vector<TReading> ReadingsAt(double hertz) const override;
   void ScaleValues() override;
   void showEvent(QShowEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
   void PinsChanged() override;
 
  private:

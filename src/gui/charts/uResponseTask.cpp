@@ -9,6 +9,10 @@ namespace {
 constexpr std::chrono::milliseconds kWait(40);  // shorter than a person notices
 constexpr std::chrono::milliseconds kBetweenPolls(20);
 
+bool IsReady(const std::future<std::vector<TShockResponse>>& results) {
+  return results.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
+}
+
 }  // namespace
 
 struct TResponseTask::TRun {
@@ -29,7 +33,7 @@ TResponseTask::~TResponseTask() {
 }
 
 void TResponseTask::Start(std::vector<TResponseJob> jobs, TFinished finished) {
-  Stop();
+  Drop();
   FRun = std::make_unique<TRun>();
   FRun->jobs = std::move(jobs);
   for (const TResponseJob& job : FRun->jobs) FRun->count += job.events.size();
@@ -47,16 +51,23 @@ void TResponseTask::Start(std::vector<TResponseJob> jobs, TFinished finished) {
   FPoll.start(kBetweenPolls);
 }
 
-void TResponseTask::Stop() {
+// Fitting the times of a very long event cannot be stopped, and nobody waits for it.
+void TResponseTask::Drop() {
   FPoll.stop();
+  std::erase_if(FDropped, [](const auto& run) { return IsReady(run->results); });
   if (FRun == nullptr) return;
   FRun->stop.request_stop();
-  FRun->results.wait();
-  FRun.reset();
+  FDropped.push_back(std::move(FRun));
+}
+
+void TResponseTask::Stop() {
+  Drop();
+  for (const auto& run : FDropped) run->results.wait();
+  FDropped.clear();
 }
 
 void TResponseTask::Poll() {
-  if (FRun->results.wait_for(std::chrono::seconds(0)) == std::future_status::ready) return Finish();
+  if (IsReady(FRun->results)) return Finish();
   emit Progressed(FRun->progress.events, FRun->count);
 }
 

@@ -26,10 +26,12 @@ class TResponseTask : public QObject {
   explicit TResponseTask(QObject* parent);
   ~TResponseTask() override;
 
-  // Replaces what runs. `finished` gets a result for each job; it is called before this returns where the calculation
-  // takes some milliseconds, else from the event loop.
+  // Drops what runs. `finished` gets a result for each job; it is called before this returns where the calculation
+  // takes some milliseconds, else from the event loop. The events are borrowed until Stop.
   void Start(std::vector<TResponseJob> jobs, TFinished finished);
-  // Nothing uses the events afterwards, and nothing is finished.
+  // What runs ends soon, and `finished` is not called.
+  void Drop();
+  // The same, and waits: nothing uses the events afterwards.
   void Stop();
   [[nodiscard]] bool IsRunning() const { return FRun != nullptr; }
 
@@ -43,5 +45,6 @@ class TResponseTask : public QObject {
   void Finish();
 
   std::unique_ptr<TRun> FRun;
+  std::vector<std::unique_ptr<TRun>> FDropped;  // those that have not ended yet
   QTimer FPoll;
 };

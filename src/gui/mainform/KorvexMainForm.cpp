@@ -205,6 +205,8 @@ void TKorvexMainForm::ConnectProfiles() {
   connect(&panel.Profiles(), &TLimitProfileBar::SaveAsAsked, this, change(&TLimitProfiles::SaveAs));
   connect(&panel.Profiles(), &TLimitProfileBar::DeleteAsked, this,
           change([](TLimitProfiles& profiles, const std::string&) { profiles.Delete(); }));
+  connect(FParts->damage, &TDamagePanel::LimitsTyped, this,
+          [this](const TFragility& limits) { Guarded(this, [&] { FProfiles->SetProduct(limits); }); });
   connect(&panel, &TAlarmLimitsPanel::AllowanceTyped, this,
           [this, &panel](TQuantity quantity, bool isMax, const QLineEdit& edit) {
             Guarded(this, [&] {

@@ -15,6 +15,7 @@
 #include <QTimer>
 #include <stdexcept>
 
+#include "gui/charts/uResponseChart.h"
 #include "gui/common/uQtText.h"
 #include "gui/mainform/KorvexMainForm.h"
 #include "gui/report/uPageView.h"
@@ -134,7 +135,7 @@ class TAlbum {
     FForm.findChild<QMenu*>("mnuPins")->actions().constLast()->trigger();
     for (const char* action : {"actPreviousEvent", "actPreviousEvent"}) Trigger(action);
   }
-  // Of the selected event, as pseudo-velocity, and of all events.
+  // Of the selected event, as pseudo-velocity, with its values, and of all events with a limit.
   void SaveResponse() {
     Trigger("actShockResponse");
     Save("response");
@@ -142,10 +143,14 @@ class TAlbum {
     response->setCurrentIndex(1);
     Save("response-velocity");
     response->setCurrentIndex(0);
+    SaveWith("actShockShowTable", "response-values");
+    auto* chart = FForm.findChild<TResponseChart*>();
+    chart->SetLimit({{2, 8}, {25, 100}, {1000, 100}});
     FForm.findChild<QAbstractButton*>("chbResponseEnvelope")->setChecked(true);
     while (!FForm.findChild<QWidget*>("pnlResponseProgress")->isHidden()) QCoreApplication::processEvents();
     Save("response-envelope");
     FForm.findChild<QAbstractButton*>("chbResponseEnvelope")->setChecked(false);
+    chart->SetLimit({});
     Trigger("actShockResponse");
   }
   void Trigger(const char* action) { FForm.findChild<QAction*>(action)->trigger(); }

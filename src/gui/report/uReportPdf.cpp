@@ -87,13 +87,13 @@ void Finish(const std::filesystem::path& from, const std::filesystem::path& to, 
   QPDF pdf;
   pdf.setSuppressWarnings(true);
   pdf.setAttemptRecovery(false);
-  pdf.processFile(from.c_str());
+  pdf.processFile(Utf8FromPath(from).c_str());
   if (pdf.getAllPages().size() != static_cast<std::size_t>(pages.Count())) {
     throw std::runtime_error("The PDF lacks pages.");
   }
   AddBookmarks(pdf, pages.Bookmarks());
   pdf.getTrailer().getKey("/Info").replaceKey("/Author", QPDFObjectHandle::newUnicodeString(Utf8(pages.Author())));
-  QPDFWriter writer(pdf, to.c_str());
+  QPDFWriter writer(pdf, Utf8FromPath(to).c_str());
   writer.setObjectStreamMode(qpdf_o_generate);
   writer.registerProgressReporter(std::make_shared<TMessagesMeanwhile>(progress));
   writer.write();

@@ -43,17 +43,13 @@ struct TColumnLook {
   TRecordingModel::TColumn column;
   const char* widest;  // nothing: a picture
 };
-constexpr TColumnLook kLooks[] = {{M::kName, "recording-2026-03-04.kshock"},
-                                  {M::kState, "This file cannot be displayed"},
-                                  {M::kPeak, "Peak (g) 00"},
-                                  {M::kEvents, "Events 00"},
-                                  {M::kBegin, "0000-00-00 00:00:00"},
-                                  {M::kPicture, nullptr},
-                                  {M::kAbove, "Above alarm 00"},
-                                  {M::kTitle, "Transport to Rotterdam, crate 12"},
-                                  {M::kModified, "0000-00-00 00:00:00"},
-                                  {M::kSize, "1023.99 MiB"},
+constexpr TColumnLook kLooks[] = {{M::kName, "2026-03-04-a.kshock"}, {M::kPeak, "Peak (g) 00"},
+                                  {M::kEvents, "Events 00"},         {M::kPicture, nullptr},
+                                  {M::kState, "cannot be read"},     {M::kBegin, "0000-00-00 00:00:00"},
+                                  {M::kAbove, "Above alarm 00"},     {M::kTitle, "Transport to Rotterdam, crate 12"},
+                                  {M::kSize, "1023.99 MiB"},         {M::kModified, "0000-00-00 00:00:00"},
                                   {M::kOperator, "Operator Name"}};
+
 int WidthOf(const TColumnLook& look, const QFontMetrics& metrics) {
   return look.widest == nullptr ? kPictureWidth : metrics.horizontalAdvance(look.widest) + metrics.height();
 }

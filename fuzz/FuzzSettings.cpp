@@ -1,0 +1,75 @@
+// Reads the input as a file of the settings folder; its first byte says which. What was read is written and must read
+// back as the same.
+#include <exception>
+
+#include "fuzz/uFuzzFolder.h"
+#include "shell/uLimitProfileFile.h"
+#include "shell/uNotes.h"
+#include "shell/uRecentDocuments.h"
+#include "shell/uReportConfig.h"
+#include "shell/uSettingsStore.h"
+
+namespace {
+
+void ReadBackSettings() {
+  const auto settings = LoadSettings(".");
+  if (!settings) return;
+  WriteSettings(".", *settings);
+  Require(LoadSettings(".") == settings);
+}
+
+void ReadBackRecents() {
+  TRecentDocuments recents;
+  recents.Load("input");
+  recents.Add("/recordings/new.kshock", "about");
+  recents.Save("input");
+  TRecentDocuments again;
+  again.Load("input");
+  Require(again.Files.Entries() == recents.Files.Entries() && again.Folders.Entries() == recents.Folders.Entries());
+}
+
+void ReadBackReport() {
+  const TReportConfig config = ReadReportConfig("input");
+  WriteReportConfig("input", config);
+  Require(ReadReportConfig("input") == config);
+}
+
+void ReadBackLimits() {
+  const TLimitProfile profile = ReadLimitProfile("input");
+  WriteLimitProfile("input", profile);
+  Require(ReadLimitProfile("input") == profile);
+}
+
+void ReadBackNotes() {
+  TNoProgress progress;
+  TNotes notes("mission.kshock", {});
+  notes.Add({.text = "new", .author = {}, .tags = {"tag"}});
+  notes.Save(progress);
+  Require(TNotes("mission.kshock", {}).Items().size() == notes.Items().size());
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  static const TFuzzFolder folder;
+  struct TKind {
+    const char* file;
+    void (*readBack)();
+  };
+  static constexpr TKind kKinds[] = {{kSettingsFile, ReadBackSettings},
+                                     {"input", ReadBackRecents},
+                                     {"input", ReadBackReport},
+                                     {"input", ReadBackLimits},
+                                     {"mission.kshock.notes.json", ReadBackNotes}};
+  if (size == 0) return 0;
+  const TKind& kind = kKinds[data[0] % std::size(kKinds)];
+  folder.Empty();
+  TFuzzFolder::Write("mission.kshock", {});
+  TFuzzFolder::Write(kind.file, {data + 1, size - 1});
+  try {
+    kind.readBack();
+  } catch (const std::exception& refused) {
+    Require(refused.what()[0] != '\0');
+  }
+  return 0;
+}
