@@ -80,7 +80,6 @@ void TResponseChart::SetRequest(const TResponseRequest& request) {
   const double levelOn = FRequest.levelOn;
   FRequest = request;
   FRequest.levelOn = levelOn;
-  FTask.Stop();
   for (TPinned& pinned : FPinnedEvents) pinned.isCalculated = false;
   Calculate(true);
 }
@@ -181,7 +180,6 @@ void TResponseChart::Calculate(bool sameEvents) {
 }
 
 void TResponseChart::PinsChanged() {
-  FTask.Stop();
   std::vector<TPinned> before = std::exchange(FPinnedEvents, {});
   for (const TPin& pin : Pins().items) {
     const auto known = std::ranges::find(before, pin.event, [](const TPinned& pinned) { return pinned.pin.event; });
@@ -192,10 +190,10 @@ void TResponseChart::PinsChanged() {
 }
 
 std::vector<TResponseJob> TResponseChart::Jobs(std::vector<const TEvent*> events) const {
-  std::vector<TResponseJob> jobs = {{std::move(events), FRequest}};
+  std::vector<TResponseJob> jobs = {{std::move(events), FRequest, {}}};
   for (const TPinned& pinned : FPinnedEvents) {
     if (!pinned.pin.visible || pinned.isCalculated) continue;
-    jobs.push_back({{&pinned.pin.event->event}, FRequest});
+    jobs.push_back({{&pinned.pin.event->event}, FRequest, pinned.pin.event});
     jobs.back().request.levelOn = pinned.pin.event->levels.totOn;
   }
   return jobs;

@@ -101,7 +101,7 @@ class TResponseChart final : public TFrequencyChart {
     bool isCalculated = false;  // with this request
     std::vector<TSpectrumLine> lines;
   };
-  std::vector<TPinned> FPinnedEvents;  // keeps what the task borrows
+  std::vector<TPinned> FPinnedEvents;
   struct TView {
     TTimeSpan full, times;
   };

@@ -40,7 +40,7 @@ void TResponseTask::Start(std::vector<TResponseJob> jobs, TFinished finished) {
   FRun->finished = std::move(finished);
   FRun->results = std::async(std::launch::async, [run = FRun.get()] {
     std::vector<TShockResponse> results;
-    for (const auto& [events, request] : run->jobs) {
+    for (const auto& [events, request, pinned] : run->jobs) {
       if (run->stop.stop_requested()) break;
       results.push_back(CalcShockResponse(events, request, std::thread::hardware_concurrency(), run->progress));
     }

@@ -9,12 +9,14 @@
 #include <stop_token>
 #include <vector>
 
+#include "analysis/uPinnedEvents.h"
 #include "analysis/uShockResponse.h"
 
-// What one result is made of. The events are borrowed until it is there, or until Stop.
+// What one result is made of. Borrowed events must live until it is there, or until Stop.
 struct TResponseJob {
   std::vector<const TEvent*> events;
   TResponseRequest request;
+  std::shared_ptr<const TPinnedEvent> pinned;  // owns the event; without it the events are borrowed
 };
 
 class TResponseTask : public QObject {
