@@ -310,8 +310,8 @@ TEST_F(MainForm, KeysSwitchBetweenViewsWithTheirPanelsAndGroups) {
   Press("Ctrl+3");
   EXPECT_THAT(Seen(kViews), ElementsAre("ReportPanel"));
   EXPECT_THAT(Docks(), IsEmpty());
-  EXPECT_THAT(Groups(),
-              UnorderedElementsAre("View", "Alarm", "EventsExport", "Notes", "SensorsExport", "Tables", "Report"));
+  EXPECT_THAT(Groups(), UnorderedElementsAre("View", "Alarm", "EventsExport", "Notes", "Compare", "SensorsExport",
+                                             "Tables", "Report"));
   Press("N");
   Press("Ctrl+Shift+N");
   EXPECT_EQ(FForm->Flow().Mission().SelectedEvent, 1U) << "the keys of hidden groups rest";
@@ -322,7 +322,7 @@ TEST_F(MainForm, KeysSwitchBetweenViewsWithTheirPanelsAndGroups) {
   EXPECT_THAT(Docks(), ElementsAre("dxDockPanelNavigator", "dxDockPanelMissionDetails"));
   EXPECT_THAT(Groups(),
               UnorderedElementsAre("View", "Navigator", "Filtering", "Alarm", "Layout", "EventsChart", "EventsExport",
-                                   "EventsImage", "Notes", "Shock", "Filter", "ShockSeries", "ShockTools",
+                                   "EventsImage", "Notes", "Compare", "Shock", "Filter", "ShockSeries", "ShockTools",
                                    "ShockExport", "ShockImage", "ShockOutput", "SensorsExport", "Tables"));
   EXPECT_TRUE(Find("dxBarNextEvent")->isVisible()) << "the tab of the shock view is in front";
 
@@ -330,8 +330,8 @@ TEST_F(MainForm, KeysSwitchBetweenViewsWithTheirPanelsAndGroups) {
   EXPECT_THAT(Seen(kViews), ElementsAre("MainOverviewPanel"));
   EXPECT_EQ(Docks().size(), 4U);
   EXPECT_THAT(Groups(), UnorderedElementsAre("View", "Navigator", "Filtering", "Alarm", "Layout", "EventsChart",
-                                             "EventsExport", "EventsImage", "Notes", "Events", "SensorsTools",
-                                             "SensorsAxes", "SensorsExport", "SensorsImage", "Tables"));
+                                             "EventsExport", "EventsImage", "Notes", "Compare", "Events",
+                                             "SensorsTools", "SensorsAxes", "SensorsExport", "SensorsImage", "Tables"));
   EXPECT_TRUE(Find<QAction>("actSetViewOverview")->isChecked());
   Press("Ctrl+W");
   ExpectShown(FThree);

@@ -15,6 +15,7 @@
 TPinBar::TPinBar(QWidget* parent) : QWidget(parent), FList(new QToolButton(this)), FMenu(new QMenu(this)) {
   setObjectName("pnlPins");
   FList->setObjectName("btnPins");
+  FList->setAccessibleName(tr("Pinned events"));
   FList->setToolTip(tr("The pinned events: hide one, or unpin it"));
   FMenu->setObjectName("mnuPins");
   FMenu->setToolTipsVisible(true);
