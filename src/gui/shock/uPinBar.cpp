@@ -16,11 +16,11 @@ TPinBar::TPinBar(QWidget* parent) : QWidget(parent), FList(new QToolButton(this)
   setObjectName("pnlPins");
   FList->setObjectName("btnPins");
   FList->setAccessibleName(tr("Pinned events"));
-  FList->setPopupMode(QToolButton::InstantPopup);
   FList->setToolTip(tr("The pinned events: hide one, or unpin it"));
   FMenu->setObjectName("mnuPins");
   FMenu->setToolTipsVisible(true);
-  FList->setMenu(FMenu);
+  // The style draws the mark of a menu over the text, so the text has one.
+  connect(FList, &QToolButton::clicked, this, [this] { FMenu->popup(FList->mapToGlobal(FList->rect().bottomLeft())); });
   QStringList choices;
   for (const auto& [name, alignment] : kAlignments) choices.append(tr("aligned at the %1").arg(QtText(name)));
   FAlignment = MakeChoiceList("cmbPinAlignment", tr("What pinned events are aligned at"), choices);
@@ -29,7 +29,7 @@ TPinBar::TPinBar(QWidget* parent) : QWidget(parent), FList(new QToolButton(this)
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(4, 2, 4, 0);
   row->addWidget(FList);
-  row->addWidget(FAlignment);
+  row->addWidget(FAlignment, 1000);  // all of its width, where there is room
   row->addStretch(1);
   hide();
 }
@@ -44,7 +44,7 @@ void TPinBar::SetAlignmentVisible(bool visible) {
 
 void TPinBar::ShowPins(const TPins& pins) {
   FPins = pins;
-  FList->setText(tr("%1 pinned").arg(pins.items.size()));
+  FList->setText(tr("%1 pinned ▾").arg(pins.items.size()));
   const QSignalBlocker silent(FAlignment);
   FAlignment->setCurrentIndex(static_cast<int>(pins.alignment));
   FillMenu();
