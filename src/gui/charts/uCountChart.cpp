@@ -14,6 +14,7 @@ constexpr double kHalfBar = 0.4;      // of the place of a name
 constexpr double kGap = 1;            // px, between bars that are wider than that
 constexpr double kNameHeight = 1.15;  // lines of text, for a name
 constexpr float kFill = 0.55F;
+constexpr double kHoursStep = 3;
 
 // Whole numbers only.
 class TCountTicker final : public QCPAxisTicker {
@@ -40,6 +41,12 @@ TCountChart::TCountChart(TBars bars, const QString& name, const QString& title, 
     ValueAxis().setRangeReversed(true);
   } else {
     ValueAxis().setLabel(tr("Events"));
+  }
+  if (FKind == TBars::Hours) {
+    auto hours = QSharedPointer<QCPAxisTickerFixed>::create();
+    hours->setTickStep(kHoursStep);
+    hours->setScaleStrategy(QCPAxisTickerFixed::ssMultiples);
+    TimeAxis().setTicker(hours);
   }
   if (FKind == TBars::Names || FKind == TBars::Hours) Range().SetZoomable(false);
   new TPainted(&Rect(), "main", [this](QCPPainter& painter) { Paint(painter); });

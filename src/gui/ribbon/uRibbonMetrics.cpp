@@ -28,5 +28,5 @@ int RibbonSmallIcon(const QFontMetrics& metrics) {
 }
 
 int RibbonBodyHeight(const QFontMetrics& metrics) {
-  return std::max(3 * (RibbonSmallIcon(metrics) + 7), RibbonLargeIcon(metrics) + 2 * metrics.height() + 7);
+  return std::max(3 * (RibbonSmallIcon(metrics) + 7), RibbonLargeIcon(metrics) + 2 * metrics.lineSpacing() + 11);
 }
