@@ -139,8 +139,8 @@ void TGrid::MarkSortedColumn() {
   int sorted = -1;
   bool descending = false;
   for (int column = 0; table != nullptr && FIndexKeyOf && column < FModel->columnCount(); ++column) {
-    const QString field = FModel->FieldKey(column);
-    const auto key = FIndexKeyOf(Utf8(field));
+    const std::string field = Utf8(FModel->FieldKey(column));  // a key may refer to it
+    const auto key = FIndexKeyOf(field);
     if (!key) continue;
     const bool isDescending = table->IndexName() == std::string(*key) + "Desc";
     if (!isDescending && table->IndexName() != std::string(*key) + "ASC") continue;
