@@ -93,7 +93,8 @@ void Finish(const std::filesystem::path& from, const std::filesystem::path& to, 
   }
   AddBookmarks(pdf, pages.Bookmarks());
   pdf.getTrailer().getKey("/Info").replaceKey("/Author", QPDFObjectHandle::newUnicodeString(Utf8(pages.Author())));
-  QPDFWriter writer(pdf, Utf8FromPath(to).c_str());
+  const std::string name = Utf8FromPath(to);  // the writer refers to it
+  QPDFWriter writer(pdf, name.c_str());
   writer.setObjectStreamMode(qpdf_o_generate);
   writer.registerProgressReporter(std::make_shared<TMessagesMeanwhile>(progress));
   writer.write();
