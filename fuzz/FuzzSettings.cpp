@@ -41,10 +41,9 @@ void ReadBackLimits() {
 }
 
 void ReadBackNotes() {
-  TNoProgress progress;
   TNotes notes("mission.kshock", {});
   notes.Add({.text = "new", .author = {}, .tags = {"tag"}});
-  notes.Save(progress);
+  notes.Save();
   Require(TNotes("mission.kshock", {}).Items().size() == notes.Items().size());
 }
 
