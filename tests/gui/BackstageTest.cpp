@@ -213,6 +213,9 @@ TEST_F(Backstage, AFolderShowsTheFiguresOfItsRecordingsAndASecondLookTakesThemFr
     EXPECT_TRUE(
         QTest::qWaitFor([&] { return !summarized.isEmpty() && summarized.last()[0] == summarized.last()[1]; }, 60000))
         << (summarized.isEmpty() ? "nothing" : summarized.last()[2].toString().toStdString());
+    // The cache is written after the last recording was shown.
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return !QDir(FFolder.filePath("cache")).entryList({"*.sqlite"}, QDir::Files).isEmpty(); }, 60000));
   };
   const auto row = [&](int at) {
     QStringList cells;
