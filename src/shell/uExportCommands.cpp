@@ -64,38 +64,7 @@ class TShowingProgress final : public IProgress {
   bool FShown = false;
 };
 
-// Nothing for a spectrum without lines.
-void AddLines(const TPinnedEvent& pinned, std::vector<TSpectrumLine> lines, std::vector<TBesideCurve>& curves) {
-  if (lines.empty()) return;
-  const std::size_t count = lines.size();
-  curves.push_back({PinName(pinned), count, [lines = std::move(lines)](std::size_t row) { return RowOf(lines[row]); }});
-}
-
-// Its times as in the chart: from the start of the shown event.
-TBesideCurve CurveBeside(const TEvent& shown, const TShownMission& mission, const TPinnedEvent& pinned) {
-  const TShift shift = ShiftBetween(shown, ThresholdsOf(mission.Data), pinned, mission.Pins.alignment);
-  const double start = pinned.event.GetStartTime() - shift.ms;
-  if (mission.Settings.highPass) {
-    auto values = HighPassFiltered(pinned.event.Values());
-    const std::size_t count = values.size();
-    return {PinName(pinned), count,
-            [values = std::move(values), start](std::size_t row) { return RowOf(values[row], start); }};
-  }
-  return {PinName(pinned), pinned.event.Count(),
-          [values = pinned.event.Values(), start](std::size_t row) { return RowOf(values[row], start); }};
-}
-
 }  // namespace
-
-struct TExportCommands::TShownEvent {
-  std::size_t index;
-  const TEvent& event;
-  bool highPass;
-  std::string_view spectrumType;  // empty in the time domain
-  TSpectrum spectrum;
-  std::optional<TShownResponse> response;
-  std::vector<TBesideCurve> beside;  // the visible pinned events
-};
 
 void TExportCommands::barbtnEventsCSVAllShocksClick() {
   EventsToCsv(TEventFiles::Samples, AllEvents());
@@ -122,9 +91,9 @@ void TExportCommands::actExportShockToCSVExecute() {
     if (shown->response) {
       ExportResponseCsv(shown->response->lines, shown->response->response, *file, progress, shown->beside);
     } else if (shown->spectrumType.empty()) {
-      ExportEventCsv(shown->event, shown->highPass, *file, progress, shown->beside);
+      ExportEventCsv(*shown->event, shown->highPass, *file, progress, shown->beside);
     } else {
-      const std::size_t samples = shown->event.Count();
+      const std::size_t samples = shown->event->Count();
       const std::size_t points = shown->highPass ? std::min(samples, SpectrumSizeFor(samples)) : samples;
       ExportSpectrumCsv(shown->spectrum, points, *file, progress, shown->beside);
     }
@@ -226,48 +195,11 @@ std::vector<std::uint32_t> TExportCommands::AllEvents() {
   return all;
 }
 
-std::optional<TExportCommands::TShownEvent> TExportCommands::EventInChart() {
+std::optional<TChartedEvent> TExportCommands::EventInChart() {
   if (!FFlow.FileShown()) return std::nullopt;
-  const TShownMission& mission = FFlow.Mission();
-  if (!mission.SelectedEvent) {
-    FDialogs.ShowMessage("There is no event to export.", "No shock event is selected.");
-    return std::nullopt;
-  }
-  TShownEvent shown{*mission.SelectedEvent,
-                    mission.Events.GetItem(*mission.SelectedEvent),
-                    mission.Settings.highPass,
-                    {},
-                    {},
-                    {},
-                    {}};
-  if (auto response = FViews.ShownResponse()) {
-    shown.spectrumType = "Response";
-    if (!response->lines.empty()) {
-      for (std::size_t i = 0; i < response->pinned.size(); ++i) {
-        AddLines(*mission.Pins.items[i].event, response->pinned[i], shown.beside);
-      }
-      shown.response = std::move(response);
-      return shown;
-    }
-    FDialogs.ShowMessage("There is no response spectrum to export.", response->why);
-    return std::nullopt;
-  }
-  const auto choice = FViews.ShownSpectrum();
-  if (!choice) {
-    for (const TPin& pin : mission.Pins.items) {
-      if (pin.visible) shown.beside.push_back(CurveBeside(shown.event, mission, *pin.event));
-    }
-    return shown;
-  }
-  const auto& [name, type] = kSpectrumTypes.at(choice->type);
-  const TWeightingWindow window = kWeightingWindows.at(choice->window).second;
-  shown.spectrumType = name;
-  shown.spectrum = CalcSpectrum(shown.event.Values(), type, window);
-  for (const TPin& pin : mission.Pins.items) {
-    if (pin.visible) AddLines(*pin.event, CalcSpectrum(pin.event->event.Values(), type, window).lines, shown.beside);
-  }
-  if (shown.spectrum.problem == TSpectrumProblem::None) return shown;
-  FDialogs.ShowMessage("There is no spectrum to export.", WhyNoSpectrum(shown.spectrum));
+  TChartedEvent charted = ChartedEvent(FFlow.Mission(), FViews);
+  if (charted.lack.empty()) return charted;
+  FDialogs.ShowMessage(charted.lack, charted.why);
   return std::nullopt;
 }
 

@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "export/uExportNames.h"
+#include "shell/uChartedEvent.h"
 #include "shell/uFileFlow.h"
 #include "shell/uMissionPart.h"
 
@@ -87,7 +88,6 @@ class TExportCommands {
 
  private:
   enum class TKind { Csv, Xlsx };
-  struct TShownEvent;
   using TWork = std::function<void(IProgress&)>;
   // What an export does to the window besides closing the dock panels while it runs.
   struct TSurroundings {
@@ -99,7 +99,7 @@ class TExportCommands {
   [[nodiscard]] TDataset& ShocksTable();
   [[nodiscard]] std::vector<std::uint32_t> AllEvents();
   // Nothing, after a message, when no event is selected or it has no spectrum.
-  [[nodiscard]] std::optional<TShownEvent> EventInChart();
+  [[nodiscard]] std::optional<TChartedEvent> EventInChart();
   [[nodiscard]] std::optional<std::filesystem::path> Ask(TKind kind, std::string_view title, std::string name);
   void EventsToCsv(TEventFiles kind, const std::vector<std::uint32_t>& events);
   void EventsToXlsx(const std::vector<std::uint32_t>& events);
