@@ -47,13 +47,6 @@ class AnalysisViews : public TWindowTest {
     }
     return cells;
   }
-  void Type(const char* edit, const QString& text) {
-    auto* line = Find<QLineEdit>(edit);
-    line->setFocus();
-    line->selectAll();
-    QTest::keyClick(line, Qt::Key_Delete);
-    QTest::keyClicks(line, text);
-  }
   std::string TextOf(const char* label) { return Find<QLabel>(label)->text().toStdString(); }
   std::vector<std::size_t> Counts(const char* chart) {
     std::vector<std::size_t> counts;

@@ -28,13 +28,6 @@ class FilterEditor : public TWindowTest {
     FForm->Flow().Open((FFolder / "three.kshock").string());
     Settle();
   }
-  void Type(const char* edit, const QString& text) {
-    auto* line = Find<QLineEdit>(edit);
-    line->setFocus();
-    line->selectAll();
-    QTest::keyClick(line, Qt::Key_Delete);
-    QTest::keyClicks(line, text);
-  }
   std::vector<int> Rows(const char* grid = "dbgFilteredShocks") {
     const auto* model = Find<QTableView>(grid)->model();
     std::vector<int> ids;

@@ -30,19 +30,6 @@ namespace {
 
 class Keys : public TWindowTest {
  protected:
-  // Presses a key that opens a dialog, and does something in it.
-  void InDialog(const char* keys, const std::function<void(QDialog&)>& work) {
-    bool wasOpen = false;
-    QTimer::singleShot(200, FForm.get(), [&] {
-      auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-      if (dialog == nullptr) return;
-      wasOpen = true;
-      work(*dialog);
-      dialog->reject();
-    });
-    Press(keys);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return wasOpen; }, kPatienceMs)) << keys;
-  }
   // The keys in sight, those that do nothing now in brackets.
   static std::vector<std::string> Listed(const QDialog& dialog) {
     std::vector<std::string> keys;

@@ -26,19 +26,6 @@ constexpr double kMinute = 1.0 / 1440;
 
 class NotesInWindow : public TWindowTest {
  protected:
-  // Presses a key that opens a dialog, and does something in it.
-  void InDialog(const char* keys, const std::function<void(QDialog&)>& work) {
-    bool wasOpen = false;
-    QTimer::singleShot(200, FForm.get(), [&] {
-      auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-      if (dialog == nullptr) return;
-      wasOpen = true;
-      work(*dialog);
-      if (dialog->isVisible()) dialog->reject();
-    });
-    Press(keys);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return wasOpen; }, kPatienceMs)) << keys;
-  }
   void AddNote(const char* place, const char* text) {
     InDialog("Ctrl+M", [&](QDialog& dialog) {
       auto* places = dialog.findChild<QComboBox*>("cmbNotePlace");

@@ -4,12 +4,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QDialog>
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QTest>
 #include <QTimer>
+#include <functional>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -82,6 +84,27 @@ class TWindowTest : public testing::Test {
     Activate();  // a dialog may have been in front
     QTest::keySequence(FForm.get(), QKeySequence(keys));
     Settle();
+  }
+  // Presses a key that opens a dialog, does something in it, and closes it unless that did.
+  void InDialog(const char* keys, const std::function<void(QDialog&)>& work) {
+    bool wasOpen = false;
+    QTimer::singleShot(200, FForm.get(), [&] {
+      auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+      if (dialog == nullptr) return;
+      wasOpen = true;
+      work(*dialog);
+      if (dialog->isVisible()) dialog->reject();
+    });
+    Press(keys);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return wasOpen; }, kPatienceMs)) << keys;
+  }
+  // In place of what stands there.
+  void Type(const char* edit, const QString& text) {
+    auto* line = Find<QLineEdit>(edit);
+    line->setFocus();
+    line->selectAll();
+    QTest::keyClick(line, Qt::Key_Delete);
+    QTest::keyClicks(line, text);
   }
   template <class T = QWidget>
   T* Find(const std::string& name) {
