@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <exception>
 #include <numeric>
 #include <utility>
 
@@ -12,10 +11,8 @@
 #include "export/uCsvExports.h"
 #include "export/uRecordingPart.h"
 #include "export/uXlsxExports.h"
-#include "platform/uSafeFile.h"
 #include "shell/uMissionLoad.h"
 #include "shell/uOrderingCommands.h"
-#include "shell/uViewSwitch.h"
 
 namespace fs = std::filesystem;
 
@@ -26,43 +23,6 @@ constexpr std::string_view kSensorsGrid = "DBGrid2";
 constexpr std::string_view kAnalysisGrid = "dbgAnalysis";
 constexpr std::string_view kShocksGrid = "dbgFilteredShocks";
 constexpr std::string_view kSensorsChart = "ChartAllSensors";
-
-// While an export runs only the loading panel takes input.
-void SetWindowEnabled(IControls& controls, bool enabled) {
-  for (const std::string_view part : {"Ribbon", "WellcomePanel", "MainPanel"}) controls.SetEnabled(part, enabled);
-}
-
-// The file or folder and the reason, each on a line. The error may name the place, else it is `place`.
-std::string ExportFailure(const std::exception& error, const fs::path& place) {
-  const auto* failure = dynamic_cast<const fs::filesystem_error*>(&error);
-  const fs::path& named = failure == nullptr ? place : failure->path1();
-  return fmt::format("{}\n{}", Printable(Utf8FromPath(named)), Printable(ReasonOf(error)));
-}
-
-// Shows the loading panel when the export first processes messages, so that the panel never shows old texts. The rest
-// of the window is disabled after that, because the panel remembers which control had the focus.
-class TShowingProgress final : public IProgress {
- public:
-  TShowingProgress(IProgress& progress, IControls& controls) : FProgress(progress), FControls(controls) {}
-  void SetStatus(std::string_view text) override { FProgress.SetStatus(text); }
-  void SetPosition(double position) override { FProgress.SetPosition(position); }
-  void SetMaximum(double maximum) override { FProgress.SetMaximum(maximum); }
-  void ProcessMessages() override {
-    if (!std::exchange(FShown, true)) {
-      FControls.SetTaskbarProgress(true);
-      FControls.BringToFront("pnlLoading");
-      FControls.SetVisible("pnlLoading", true);
-      CloseAllPanels(FControls);
-      SetWindowEnabled(FControls, false);
-    }
-    FProgress.ProcessMessages();
-  }
-
- private:
-  IProgress& FProgress;
-  IControls& FControls;
-  bool FShown = false;
-};
 
 }  // namespace
 
@@ -98,7 +58,7 @@ void TExportCommands::actExportShockToCSVExecute() {
       ExportSpectrumCsv(shown->spectrum, points, *file, progress, shown->beside);
     }
   };
-  if (Run(*file, {}, write)) Done(*file);
+  if (FRunner.Run(*file, {}, write)) FRunner.Done(*file);
 }
 
 void TExportCommands::barbtnShockSaveChartAsXLSXClick() {
@@ -160,8 +120,8 @@ void TExportCommands::ExportAnalysis(TKind kind) {
   };
   if (!isCsv) {
     Workbook(*file, kAnalysisGrid, write);
-  } else if (Run(*file, {.grid = kAnalysisGrid}, write)) {
-    Done(*file);
+  } else if (FRunner.Run(*file, {.grid = kAnalysisGrid}, write)) {
+    FRunner.Done(*file);
   }
   if (made && !mission.Analysis) TakeAnalysis(mission, *std::move(made), FViews);
 }
@@ -226,8 +186,8 @@ void TExportCommands::EventsToCsv(TEventFiles kind, const std::vector<std::uint3
                     inPlace);
   };
   const fs::path place = PathFromUtf8(*chosen);
-  if (Run(place, {.welcomePanel = true, .endsInShockView = true}, write)) {
-    ShowWritten(place / EventFolderName(kind, FFlow.Mission().Data));
+  if (FRunner.Run(place, {.welcomePanel = true, .endsInShockView = true}, write)) {
+    FRunner.ShowWritten(place / EventFolderName(kind, FFlow.Mission().Data));
   }
 }
 
@@ -244,7 +204,7 @@ void TExportCommands::TableToCsv(std::string_view title, std::string_view name, 
   const auto file = Ask(TKind::Csv, title, ProposedName(name, FFlow.Mission().Data));
   if (!file) return FControls.SetVisible(grid, true);
   const auto write = [&](IProgress& progress) { ExportTableCsv(table, *file, progress); };
-  if (Run(*file, {.grid = grid}, write)) Done(*file);
+  if (FRunner.Run(*file, {.grid = grid}, write)) FRunner.Done(*file);
 }
 
 void TExportCommands::TableToXlsx(std::string_view title, std::string_view name, TDataset& table,
@@ -275,7 +235,8 @@ void TExportCommands::PartToCsv(TMissionPart& part) {
   if (!chosen) return;
   const fs::path folder = PathFromUtf8(*chosen) / PathFromUtf8(ProposedName(kPartName, FFlow.Mission().Data));
   const TNamedTable tables[] = {{"Shocks", part.shocks}, {"Sensors", part.sensors}, {"Battery", part.battery}};
-  if (Run(folder, {}, [&](IProgress& progress) { ExportTablesCsv(tables, folder, progress); })) Done(folder);
+  if (FRunner.Run(folder, {}, [&](IProgress& progress) { ExportTablesCsv(tables, folder, progress); }))
+    FRunner.Done(folder);
 }
 
 void TExportCommands::PartToXlsx(TMissionPart& part) {
@@ -296,66 +257,13 @@ void TExportCommands::BandToRecording() {
   const std::string name = Utf8FromPath(shown.filename());
   const TPartSource source{mission.Data, mission.Events, mission.Sensors, mission.Axes, name, !mission.Damage.empty()};
   const auto write = [&](IProgress& progress) { WriteRecordingPart(file, source, mission.Band, progress); };
-  if (Run(file, {}, write)) Done(file);
+  if (FRunner.Run(file, {}, write)) FRunner.Done(file);
 }
 
-bool TExportCommands::IsShownRecording(const fs::path& file) {
-  if (!IsSameFile(file, PathFromUtf8(FFlow.FileName()))) return false;
-  FDialogs.ShowMessage(
-      "The export could not be written.",
-      fmt::format("{}\nThis is the recording that is shown. Choose another name.", Printable(Utf8FromPath(file))));
-  return true;
-}
-
-void TExportCommands::Done(const fs::path& file) {
-  FFlow.RememberFolderOf(Utf8FromPath(file));
-  ShowWritten(file);
-}
-
-void TExportCommands::Workbook(const fs::path& file, std::string_view grid, const TWork& work) {
-  if (!Run(file, {.grid = grid, .welcomePanel = true}, work)) return;
+void TExportCommands::Workbook(const fs::path& file, std::string_view grid, const TExportRunner::TWork& work) {
+  if (!FRunner.Run(file, {.grid = grid, .welcomePanel = true}, work)) return;
   FDialogs.ShowInformation("Excel sheet created");
-  Done(file);
-}
-
-bool TExportCommands::Run(const fs::path& place, const TSurroundings& around, const TWork& work) {
-  if (IsShownRecording(place)) return false;
-  const std::vector<std::string_view> panels = OpenPanels(FControls);
-  if (!around.grid.empty()) FControls.SetVisible(around.grid, false);
-  bool complete = false;
-  std::string failure;
-  try {
-    complete = FFlow.RunExport([&](IProgress& progress) {
-      FControls.SetText("PnlLoadingDetail", Printable(Utf8FromPath(place)));
-      if (around.endsInShockView) CloseDockPanels(FControls);
-      if (around.welcomePanel) FControls.BringToFront("WellcomePanel");
-      TShowingProgress showing(progress, FControls);
-      work(showing);
-    });
-  } catch (const std::exception& error) {
-    failure = ExportFailure(error, place);
-  }
-  Restore(around, panels, complete);
-  if (FFlow.CloseIfWanted()) return false;
-  if (!failure.empty()) {
-    FDialogs.ShowMessage("The export could not be written.", failure);
-  } else if (!complete) {
-    FControls.ShowNotice("Export cancelled", {});
-  }
-  return complete;
-}
-
-void TExportCommands::Restore(const TSurroundings& around, const std::vector<std::string_view>& panels, bool complete) {
-  const bool toShockView = complete && around.endsInShockView;
-  SetWindowEnabled(FControls, true);
-  FControls.SetVisible("pnlLoading", false);
-  FControls.SetTaskbarProgress(false);
-  if (around.welcomePanel) FControls.BringToFront("MainPanel");
-  for (const std::string_view panel : panels) {
-    if (!toShockView || panel == kFilterPanelName) FControls.SetVisible(panel, true);
-  }
-  if (toShockView) FFlow.SwitchView(TView::Shock);
-  if (!around.grid.empty()) FControls.SetVisible(around.grid, true);
+  FRunner.Done(file);
 }
 
 void TExportCommands::barbtnEventsCopyChartToClipboardClick() {
@@ -411,7 +319,7 @@ void TExportCommands::barbtnAnalysisExportCSVClick() {
   TDataset table = FViews.ChartTable(FViews.AnalysisChart(FFlow.View()));
   const auto file = Ask(TKind::Csv, "Save what the chart shows to CSV file", AnalysisChartName());
   if (!file) return;
-  if (Run(*file, {}, [&](IProgress& progress) { ExportTableCsv(table, *file, progress); })) Done(*file);
+  if (FRunner.Run(*file, {}, [&](IProgress& progress) { ExportTableCsv(table, *file, progress); })) FRunner.Done(*file);
 }
 
 void TExportCommands::barbtnAnalysisCopyChartToClipboardClick() {
@@ -454,6 +362,7 @@ void TExportCommands::CopyChart(std::string_view chart) {
 }
 
 void TExportCommands::SaveChart(std::string_view chart, std::string name, TPictureFormat format) {
+  if (!FFlow.FileShown()) return;
   constexpr int kScales[] = {1, 2, 4};  // in the order of the filters of PNG
   TSaveDialog dialog{"Save the chart image", {}, std::move(name), "JPG|*.jpg", "jpg"};
   if (format == TPictureFormat::Png) {
@@ -463,26 +372,13 @@ void TExportCommands::SaveChart(std::string_view chart, std::string name, TPictu
     dialog.filter = "SVG|*.svg";
     dialog.extension = "svg";
   }
-  Save(std::move(dialog), "The picture could not be written.", [&](int filter) {
-    const int scale = kScales[std::clamp(filter, 1, static_cast<int>(std::size(kScales))) - 1];
-    return FViews.ChartPicture(chart, format, scale);
-  });
-}
-
-void TExportCommands::Save(TSaveDialog dialog, std::string_view failed,
-                           const std::function<std::string(int filter)>& contents) {
-  if (!FFlow.FileShown()) return;
   dialog.folder = FFlow.RememberedFolder();
   const auto chosen = FDialogs.AskWhereToSave(dialog);
   if (!chosen) return;
-  const fs::path file = PathFromUtf8(chosen->file);
-  if (IsShownRecording(file)) return;
-  try {
-    SaveFile(file, contents(chosen->filterIndex));
-    Done(file);
-  } catch (const std::exception& error) {
-    FDialogs.ShowMessage(failed, ExportFailure(error, file));
-  }
+  FRunner.SaveAtOnce(PathFromUtf8(chosen->file), "The picture could not be written.", [&] {
+    const int scale = kScales[std::clamp(chosen->filterIndex, 1, static_cast<int>(std::size(kScales))) - 1];
+    return FViews.ChartPicture(chart, format, scale);
+  });
 }
 
 void TExportCommands::SavePdf(std::string name, const std::function<void(const fs::path& file, IProgress&)>& write) {
@@ -491,16 +387,10 @@ void TExportCommands::SavePdf(std::string name, const std::function<void(const f
       FDialogs.AskWhereToSave({"Save as PDF", FFlow.RememberedFolder(), std::move(name), "PDF|*.pdf", "pdf"});
   if (!chosen) return;
   const fs::path file = PathFromUtf8(chosen->file);
-  if (Run(file, {}, [&](IProgress& progress) { write(file, progress); })) Done(file);
+  if (FRunner.Run(file, {}, [&](IProgress& progress) { write(file, progress); })) FRunner.Done(file);
 }
 
 void TExportCommands::Print(std::string_view printer, const std::function<void(IProgress&)>& print) {
-  if (!FFlow.FileShown() || !Run(PathFromUtf8(printer), {}, print)) return;
+  if (!FFlow.FileShown() || !FRunner.Run(PathFromUtf8(printer), {}, print)) return;
   FControls.ShowNotice(fmt::format("Printed: {}", Printable(printer)), {});
-}
-
-void TExportCommands::ShowWritten(const fs::path& place) {
-  std::error_code unknown;
-  const fs::path folder = fs::is_directory(place, unknown) ? place : place.parent_path();
-  FControls.ShowNotice(fmt::format("Written: {}", Printable(Utf8FromPath(place))), folder);
 }

@@ -17,6 +17,7 @@
 
 #include "export/uExportNames.h"
 #include "shell/uChartedEvent.h"
+#include "shell/uExportRunner.h"
 #include "shell/uFileFlow.h"
 #include "shell/uMissionPart.h"
 
@@ -26,7 +27,7 @@ enum class TPartForm { TableSheets, TableFiles, EventSheets, EventFiles, Recordi
 class TExportCommands {
  public:
   TExportCommands(TFileFlow& flow, IControls& controls, IDialogs& dialogs, IMissionViews& views)
-      : FFlow(flow), FControls(controls), FDialogs(dialogs), FViews(views) {}
+      : FFlow(flow), FControls(controls), FDialogs(dialogs), FViews(views), FRunner(flow, controls, dialogs) {}
 
   // One CSV file per event, in a folder of their own; ends in the shock view.
   void barbtnEventsCSVAllShocksClick();
@@ -78,9 +79,6 @@ class TExportCommands {
   void barbtnSensorsSaveAsSVGClick();
   void barbtnShockSaveChartAsSVGClick();
 
-  // Asks for a file in the remembered folder and writes what `contents` returns for the chosen filter of the dialog,
-  // counted from 1. `failed` heads the message when that or the writing throws.
-  void Save(TSaveDialog dialog, std::string_view failed, const std::function<std::string(int filter)>& contents);
   // Asks for a PDF in the remembered folder and has it written, with progress and Cancel.
   void SavePdf(std::string name, const std::function<void(const std::filesystem::path& file, IProgress&)>& write);
   // The same for a printer, by its name.
@@ -88,13 +86,6 @@ class TExportCommands {
 
  private:
   enum class TKind { Csv, Xlsx };
-  using TWork = std::function<void(IProgress&)>;
-  // What an export does to the window besides closing the dock panels while it runs.
-  struct TSurroundings {
-    std::string_view grid = {};    // hidden while the export runs
-    bool welcomePanel = false;     // behind the loading panel
-    bool endsInShockView = false;  // when complete; the dock panels are then those of the shock view
-  };
 
   [[nodiscard]] TDataset& ShocksTable();
   [[nodiscard]] std::vector<std::uint32_t> AllEvents();
@@ -108,8 +99,6 @@ class TExportCommands {
   void PartToCsv(TMissionPart& part);
   void PartToXlsx(TMissionPart& part);
   void BandToRecording();
-  // True, after a message, for the recording that is shown.
-  [[nodiscard]] bool IsShownRecording(const std::filesystem::path& file);
   void ExportAnalysis(TKind kind);
   void SaveAnalysisChart(TPictureFormat format);
   [[nodiscard]] std::string AnalysisChartName();
@@ -120,16 +109,11 @@ class TExportCommands {
   [[nodiscard]] std::string ShockName(std::string_view spectrumType = {});
   void CopyChart(std::string_view chart);
   void SaveChart(std::string_view chart, std::string name, TPictureFormat format);
-  void ShowWritten(const std::filesystem::path& place);
-  void Done(const std::filesystem::path& file);
-  void Workbook(const std::filesystem::path& file, std::string_view grid, const TWork& work);
-  // Calls `work`, which writes `place`, and restores the window however that ends. True when the export is complete and
-  // the window stays open.
-  bool Run(const std::filesystem::path& place, const TSurroundings& around, const TWork& work);
-  void Restore(const TSurroundings& around, const std::vector<std::string_view>& panels, bool complete);
+  void Workbook(const std::filesystem::path& file, std::string_view grid, const TExportRunner::TWork& work);
 
   TFileFlow& FFlow;
   IControls& FControls;
   IDialogs& FDialogs;
   IMissionViews& FViews;
+  TExportRunner FRunner;
 };
