@@ -7,7 +7,7 @@
 #include "base/uFiles.h"
 #include "shell/uSettings.h"
 #include "shell/uSettingsStore.h"
-#include "tests/support/uTestRecording.h"
+#include "tests/support/uTextFileTest.h"
 
 using testing::HasSubstr;
 
@@ -16,23 +16,9 @@ namespace {
 using enum TQuantity;
 using enum TLimitSource;
 
-class LimitProfileFile : public testing::Test {
+class LimitProfileFile : public TTextFileTest<ReadLimitProfile> {
  protected:
-  TLimitProfile Read(std::string_view text) {
-    WriteFile(FPath, TBytes(text.begin(), text.end()));
-    return ReadLimitProfile(FPath);
-  }
-  std::string Complaint(std::string_view text) {
-    try {
-      Read(text);
-    } catch (const std::exception& error) {
-      return ReasonOf(error);
-    }
-    return "";
-  }
-
-  TTempFolder FFolder;
-  std::filesystem::path FPath = FFolder / "Fragile goods.ini";
+  LimitProfileFile() : TTextFileTest("Fragile goods.ini") {}
 };
 
 const TJudgedLimits& Of(TQuantity quantity, const TVerdictLimits& limits) {

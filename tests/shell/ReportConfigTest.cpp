@@ -5,29 +5,15 @@
 
 #include "base/uFiles.h"
 #include "shell/uGoTo.h"
-#include "tests/support/uTestRecording.h"
+#include "tests/support/uTextFileTest.h"
 
 using testing::HasSubstr;
 
 namespace {
 
-class ReportConfigFile : public testing::Test {
+class ReportConfigFile : public TTextFileTest<ReadReportConfig> {
  protected:
-  TReportConfig Read(std::string_view text) {
-    WriteFile(FPath, TBytes(text.begin(), text.end()));
-    return ReadReportConfig(FPath);
-  }
-  std::string Complaint(std::string_view text) {
-    try {
-      Read(text);
-    } catch (const std::exception& error) {
-      return ReasonOf(error);
-    }
-    return "";
-  }
-
-  TTempFolder FFolder;
-  std::filesystem::path FPath = FFolder / "customer.ini";
+  ReportConfigFile() : TTextFileTest("customer.ini") {}
 };
 
 TEST_F(ReportConfigFile, AWrittenChoiceReadsBack) {

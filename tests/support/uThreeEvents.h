@@ -8,7 +8,17 @@
 
 #include "tests/support/uTestRecording.h"
 
-// Samples a millisecond apart on x, events a minute apart; switched on and off at 2 g, which is where IoT starts too.
+// Of X, Y, Z, temperature, humidity and battery; switched on and off at 2 g, which is where IoT starts too.
+inline TTestRecording ShocksOf(const std::vector<TTestRecord>& records) {
+  return TTestRecording()
+      .Creator()
+      .StartTime(45123.25)
+      .MissionHeader(2, 2)
+      .Channels({"ACC x", "ACC y", "ACC z", "T", "RH", "BAT"})
+      .Data(records);
+}
+
+// Samples a millisecond apart on x, events a minute apart.
 //
 //   event   acceleration   ToT total   ToT max   IoT total   IoT max   Temp.   Battery
 //   0       20 g           11 ms       2 ms      10 g·ms     2 g·ms    20      3.4
@@ -28,12 +38,7 @@ inline TTestRecording ThreeEvents() {
     }
     records.push_back({ms, {kEnd, kEnd, kEnd, kNone, kNone, kNone}});
   }
-  return TTestRecording()
-      .Creator()
-      .StartTime(45123.25)
-      .MissionHeader(2, 2)
-      .Channels({"ACC x", "ACC y", "ACC z", "T", "RH", "BAT"})
-      .Data(records);
+  return ShocksOf(records);
 }
 
 // So many events a minute apart, each higher than the one before.
@@ -47,12 +52,7 @@ inline TTestRecording RisingEvents(int count) {
     }
     records.push_back({ms + 4, {kEnd, kEnd, kEnd, kNone, kNone, kNone}});
   }
-  return TTestRecording()
-      .Creator()
-      .StartTime(45123.25)
-      .MissionHeader(2, 2)
-      .Channels({"ACC x", "ACC y", "ACC z", "T", "RH", "BAT"})
-      .Data(records);
+  return ShocksOf(records);
 }
 
 // Triangles on x of seven samples, 0 to the peak and back to 0, after ten samples of 0; the last event is a single
@@ -80,10 +80,5 @@ inline TTestRecording Triangles() {
     records.push_back({start + 30 * step, {kEnd, kEnd, kEnd, kNone, kNone, kNone}});
     start += 60000;
   }
-  return TTestRecording()
-      .Creator()
-      .StartTime(45123.25)
-      .MissionHeader(2, 2)
-      .Channels({"ACC x", "ACC y", "ACC z", "T", "RH", "BAT"})
-      .Data(records);
+  return ShocksOf(records);
 }
