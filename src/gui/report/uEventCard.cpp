@@ -99,7 +99,8 @@ void AddAnalysisFigures(const TShownMission& mission, const TDisplaySettings& di
   add(QObject::tr("Direction"), QtText(DirectionText(pulse.direction)));
 }
 
-// How the figures stand: as many columns as fit, as many rows as leave room for the chart.
+// How the figures stand: the peak, which is the longest, in a line of its own, the others in columns. The columns
+// depend on the width alone, so that all cards of a page look alike. Rows without room for the chart are left out.
 struct TFigureGrid {
   std::size_t columns = 1;
   std::size_t rows = 0;
@@ -108,15 +109,13 @@ struct TFigureGrid {
 
 TFigureGrid GridOf(const TEventCard& card, const QRectF& inside) {
   TFigureGrid grid;
-  double widest = 1;
-  for (const TCardFigure& figure : card.figures) {
-    widest = std::max(widest, TextWidth(TTextStyle::Caption, figure.label + ' ' + figure.text));
-  }
-  grid.columns = static_cast<std::size_t>(std::max(1.0, std::floor(inside.width() / (widest + kGap))));
+  const double column = TextWidth(TTextStyle::Caption, QObject::tr("IoT total") + " 00000.000 g·ms") + kGap;
+  grid.columns = static_cast<std::size_t>(std::max(1.0, std::floor((inside.width() + kGap) / column)));
   const double line = LineHeight(TTextStyle::Caption) + 1;
   const double room = inside.height() - LineHeight(TTextStyle::Strong) - 2 * kGap - kMinChart;
   const auto fit = static_cast<std::size_t>(std::max(0.0, std::floor(room / line)));
-  grid.rows = std::min((card.figures.size() + grid.columns - 1) / grid.columns, fit);
+  const std::size_t others = card.figures.empty() ? 0 : card.figures.size() - 1;
+  grid.rows = std::min(1 + (others + grid.columns - 1) / grid.columns, fit);
   grid.top = inside.bottom() - static_cast<double>(grid.rows) * line;
   return grid;
 }
@@ -134,13 +133,20 @@ void PaintFigures(QPainter& painter, const QRectF& inside, const TEventCard& car
   const TFigureGrid grid = GridOf(card, inside);
   const double width = inside.width() / static_cast<double>(grid.columns);
   const double height = LineHeight(TTextStyle::Caption) + 1;
-  for (std::size_t i = 0; i < std::min(card.figures.size(), grid.columns * grid.rows); ++i) {
+  for (std::size_t i = 0; i < card.figures.size(); ++i) {
+    const std::size_t row = i == 0 ? 0 : 1 + (i - 1) / grid.columns;
+    const std::size_t column = i == 0 ? 0 : (i - 1) % grid.columns;
+    if (row >= grid.rows) return;
     const TCardFigure& figure = card.figures[i];
-    const double label = TextWidth(TTextStyle::Caption, figure.label + ' ');
-    const QRectF cell(inside.left() + static_cast<double>(i % grid.columns) * width,
-                      grid.top + static_cast<double>(i / grid.columns) * height, width - kGap, height);
-    DrawLine(painter, cell, TTextStyle::Caption, figure.label, QColor(look.tokens.secondaryInk));
-    DrawLine(painter, cell.adjusted(std::min(label, cell.width()), 0, 0, 0), TTextStyle::Caption, figure.text,
+    const QRectF cell(inside.left() + static_cast<double>(column) * width, grid.top + static_cast<double>(row) * height,
+                      (i == 0 ? inside.width() : width) - kGap, height);
+    // A long name of an input gives way to its value.
+    const double value = TextWidth(TTextStyle::Caption, figure.text);
+    const double label =
+        std::clamp(TextWidth(TTextStyle::Caption, figure.label + ' '), 0.0, std::max(0.0, cell.width() - value));
+    DrawLine(painter, {cell.left(), cell.top(), label, height}, TTextStyle::Caption, figure.label,
+             QColor(look.tokens.secondaryInk));
+    DrawLine(painter, cell.adjusted(label, 0, 0, 0), TTextStyle::Caption, figure.text,
              QColor(figure.isBeyond ? look.tokens.alarm : look.tokens.ink));
   }
 }
