@@ -127,6 +127,8 @@ def check_choices(program, recording):
     page = packed(program.text(pdf))
     for part in ["Shock Report: event ", os.path.basename(recording), "filtered: time from 2000-01-01 00:00:00", "page 1 of 1"]:
         expect(f"{part} without a cover", True, packed(part) in page)
+    program.report(pdf, recording, "--limits", program.write("humidity.ini", "[Alarm]\nRH Max = 50\n"))
+    expect("levels that nobody set", False, "INF" in program.text(pdf))
     expect("fonts embedded", [], [font for font in fonts if not re.search(r"yes +(yes|no) +yes", font)])
 
 

@@ -144,7 +144,7 @@ std::vector<TEventsChart::TLevel> TEventsChart::Levels() const {
   if (!FAlarm) return levels;
   const QColor ink = InkOn(palette(), kAlarmColour);
   const auto add = [&](double level, const QString& name) {
-    levels.push_back({level, tr("alarm %1 g").arg(name), ink});
+    if (std::isfinite(level)) levels.push_back({level, tr("alarm %1 g").arg(name), ink});
   };
   const auto [lower, upper] = *FAlarm;
   const bool same = std::fabs(lower) == upper;
