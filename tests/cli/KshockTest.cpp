@@ -33,7 +33,9 @@ TEST_F(KshockCommands, TheWorstStatusOfSeveralFilesIsReturned) {
   EXPECT_EQ(Kshock({"info", damaged, kStairs}).status, 5);
   EXPECT_EQ(Kshock({"info", damaged, unfit}).status, 1);
   EXPECT_EQ(Kshock({"info", unfit, missing, kStairs}).status, 3);
-  EXPECT_EQ(Kshock({"info", tooShort, kStairs}).status, 3);
+  const TRun invalid = Kshock({"info", tooShort, kStairs});
+  EXPECT_EQ(invalid.status, 3);
+  EXPECT_THAT(invalid.err, HasSubstr("than what it must hold. Read before: 0 data blocks, 24 bytes of content."));
   const TRun all = Kshock({"info", missing, damaged, kStairs});
   EXPECT_THAT(all.out, HasSubstr("Belt-worn logger, stairs up and down")) << "all files are tried";
   EXPECT_THAT(all.err, HasSubstr("damaged or cut short"));
