@@ -84,8 +84,8 @@ class TGathered {
     if (std::isnan(shock.x[0]) && std::isnan(shock.y[0]) && std::isnan(shock.z[0])) return std::string(kNoAxis);
     const auto isNone = [&](double hertz) { return ResponseRangeOf(hertz, shock.Rate()) == TResponseRange::None; };
     if (!std::ranges::all_of(FHertz, isNone)) return {};
-    return fmt::format("No frequency lies below {} Hz, a quarter of the sampling rate.",
-                       MaskFloat("0.###", shock.Rate() / 4));
+    return fmt::format("None of the frequencies lies between a millionth and a quarter of the sampling rate of {} Hz.",
+                       MaskFloat("0.###", shock.Rate()));
   }
 
   const TResponseRequest& FRequest;

@@ -1,5 +1,6 @@
 #include <fmt/format.h>
 
+#include <cmath>
 #include <filesystem>
 #include <optional>
 #include <stdexcept>
@@ -45,8 +46,9 @@ TStatus CutCommand(const std::string& file, const std::string& from, const std::
     for (const TEvent& event : recording.events.Events()) metrics.push_back(CalcEventMetrics(event, levels));
     return SummarizeMission(recording.events, metrics, recording.sensors);
   }();
-  if (!summary.firstTime) return NoResult(file, recording, "The recording has no times.", console);
-  const auto span = SpanOf({*summary.firstTime, *summary.lastTime}, from, to, console);
+  const TTimeSpan whole{summary.firstTime.value_or(std::nan("")), summary.lastTime.value_or(std::nan(""))};
+  if (!whole.IsValid()) return NoResult(file, recording, "The recording has no times.", console);
+  const auto span = SpanOf(whole, from, to, console);
   if (!span) return TStatus::WrongUse;
   const std::string name = Utf8FromPath(PathFromUtf8(file).filename());
   const TPartSource source{recording.mission,

@@ -52,8 +52,10 @@ bool ParseCondition(std::string_view key, std::string_view value, TEventFilter& 
   const auto found = std::ranges::find(kFilterKeys, key);
   if (found == kFilterKeys.end() || value.find("..") == std::string_view::npos) return false;
   TRange& range = filter.ranges[static_cast<std::size_t>(found - kFilterKeys.begin())];
+  if (range.IsSet()) return false;  // a second range would mix with the first
   const std::string_view from = TakeUntil(value, "..");
-  return ParseEnd(from, range.from) && ParseEnd(value, range.to) && range.IsSet();
+  if (!ParseEnd(from, range.from) || !ParseEnd(value, range.to)) return false;
+  return range.from && range.to ? *range.from <= *range.to : range.IsSet();
 }
 
 // Nothing when the text is no list of conditions. Several axes are any of these.

@@ -152,7 +152,7 @@ class TCommandLine {
     AddFile(command);
     AddNumber(command, "--event", FEvent, "ID of the event")->required();
     AddChoice(command, "--type", FSpectrumType, kSpectrumTypes);
-    AddChoice(command, "--window", FWindow, kWeightingWindows);
+    AddChoice(command, "--window", FWindow, kWeightingWindows, "fw");
     command->callback([this] { FStatus = SpectrumCommand(FFile, FEvent, FSpectrumType, FWindow, FConsole); });
   }
 
@@ -177,9 +177,10 @@ class TCommandLine {
     CLI::Option* to =
         AddReal(command, "--to", FSrs.response.to, 0, "Highest frequency; a quarter of the sampling rate unless given");
     const auto parseList = [this](const std::string& text) {
-      std::istringstream parts(text);
-      for (std::string part; std::getline(parts, part, ',');) {
-        FSrs.response.frequencies.push_back(ParseReal("--frequencies", part, 0));
+      for (std::size_t begin = 0; begin <= text.size();) {
+        const std::size_t end = std::min(text.find(',', begin), text.size());
+        FSrs.response.frequencies.push_back(ParseReal("--frequencies", text.substr(begin, end - begin), 0));
+        begin = end + 1;
       }
     };
     command->add_option_function<std::string>("--frequencies", parseList, "These instead, such as 10,20,72.7")
@@ -190,7 +191,11 @@ class TCommandLine {
     AddChoice(command, "--response", FSrs.response.options.response, kResponses);
     AddChoice(command, "--sign", FSrs.response.options.sign, kResponseSigns);
     AddChoice(command, "--baseline", FSrs.response.baseline, kBaselines);
-    command->callback([this] { FStatus = SrsCommand(FFile, FSrs, FConsole); });
+    command->callback([this] {
+      const TResponseRequest& asked = FSrs.response;
+      if (asked.from && asked.to && *asked.from > *asked.to) throw CLI::ValidationError("--from lies above --to.");
+      FStatus = SrsCommand(FFile, FSrs, FConsole);
+    });
   }
 
   void AddPulse() {
@@ -324,14 +329,14 @@ class TCommandLine {
     return command->add_option_function<std::string>(option, parse, help)->type_name("NUMBER");
   }
 
-  // One of the named values, the first unless given. Windows go by their full names, too: fwHamming.
+  // One of the named values, the first unless given. A name may begin with the prefix.
   template <class T, std::size_t N>
   static void AddChoice(CLI::App* command, const std::string& option, T& value,
-                        const std::array<std::pair<std::string_view, T>, N>& choices) {
+                        const std::array<std::pair<std::string_view, T>, N>& choices, std::string_view prefix = {}) {
     std::array<std::string_view, N> names;
     std::ranges::transform(choices, names.begin(), &std::pair<std::string_view, T>::first);
-    const auto parse = [option, names, &value, &choices](const std::string& text) {
-      const std::string_view name = std::string_view(text).substr(text.starts_with("fw") ? 2 : 0);
+    const auto parse = [option, names, prefix, &value, &choices](const std::string& text) {
+      const std::string_view name = std::string_view(text).substr(text.starts_with(prefix) ? prefix.size() : 0);
       const auto found = std::ranges::find(names, name);
       if (found == names.end()) {
         throw CLI::ValidationError(fmt::format("{} is one of {}.", option, fmt::join(names, ", ")));

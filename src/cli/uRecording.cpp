@@ -36,17 +36,21 @@ bool CannotBeOpened(const TRecording& recording) {
 }
 
 std::string Complaint(const TRecording& recording) {
-  std::string text;
-  if (recording.status == TStatus::CannotRead) text = ReadErrorText;
-  if (recording.status == TStatus::NotDisplayable) {
-    text = "This file cannot be displayed. ";
-    text += WhyNotDisplayable(recording.extent);
+  const TReadExtent& extent = recording.extent;
+  const std::string read = fmt::format("{} data blocks, {} bytes of content", extent.dataBlocks, extent.inflatedBytes);
+  const std::string damage = fmt::format("The recording is damaged or cut short; read: {}.", read);
+  switch (recording.status) {
+    case TStatus::CannotRead:
+      return CannotBeOpened(recording) ? ReadErrorText : fmt::format("{} Read before: {}.", ReadErrorText, read);
+    case TStatus::NotDisplayable:
+      // What is no data file is no damaged recording either.
+      return fmt::format("This file cannot be displayed. {}{}", WhyNotDisplayable(extent),
+                         extent.damaged && extent.isDataFile ? " " + damage : "");
+    case TStatus::Damaged:
+      return extent.damaged ? damage : NotReadToItsEnd(extent);
+    default:
+      return {};
   }
-  if (recording.status == TStatus::Damaged && !recording.extent.damaged) return NotReadToItsEnd(recording.extent);
-  // What is no data file is no damaged recording either.
-  if (!recording.extent.damaged || !recording.extent.isDataFile) return text;
-  return text + fmt::format("{}The recording is damaged or cut short; read: {} data blocks, {} bytes of content.",
-                            text.empty() ? "" : " ", recording.extent.dataBlocks, recording.extent.inflatedBytes);
 }
 
 }  // namespace

@@ -38,6 +38,17 @@ std::string TitleOf(const TPartSource& source, const TTimeSpan& span) {
   return Windows1252ToUtf8(Utf8ToWindows1252(title));  // a character that no recording can hold becomes "?"
 }
 
+// The first sensor of each name. Others of that name, of later channel lists, repeat its later readings; and of two
+// columns of one name a reader gives both sensors the last.
+std::vector<const TSensor*> SensorsOf(const TPartSource& source) {
+  std::vector<const TSensor*> sensors;
+  for (const TSensor& sensor : source.sensors.Sensors()) {
+    const bool isRepeated = std::ranges::any_of(sensors, [&](const TSensor* one) { return one->Name == sensor.Name; });
+    if (!isRepeated) sensors.push_back(&sensor);
+  }
+  return sensors;
+}
+
 TRecordingHead HeadOf(const TPartSource& source, const TTimeSpan& span) {
   TRecordingHead head;
   head.startTime = source.events.StartTime;
@@ -47,8 +58,8 @@ TRecordingHead HeadOf(const TPartSource& source, const TTimeSpan& span) {
   for (std::size_t axis = 0; axis < kAxisCount; ++axis) {
     if (present[axis]) head.channels.emplace_back(kKnownChannels[axis].nameInFile);
   }
-  for (const TSensor& sensor : source.sensors.Sensors()) {
-    head.channels.emplace_back(FindQuantity(&TQuantityRow::sensorName, sensor.Name)->nameInFile);
+  for (const TSensor* sensor : SensorsOf(source)) {
+    head.channels.emplace_back(FindQuantity(&TQuantityRow::sensorName, sensor->Name)->nameInFile);
   }
   return head;
 }
@@ -62,9 +73,9 @@ class TPartWriter {
         FProgress(progress),
         FHead(HeadOf(source, span)),
         FWriter(path, FHead),
-        FSlowBegin(FHead.channels.size() - source.sensors.Count()),
         FRecord(FHead.channels.size(), kNoValue) {
-    for (const TSensor& sensor : source.sensors.Sensors()) FReadings.push_back(sensor.Values());
+    for (const TSensor* sensor : SensorsOf(source)) FReadings.push_back(sensor->Values());
+    FSlowBegin = FHead.channels.size() - FReadings.size();
   }
 
   void Write() {
@@ -121,7 +132,7 @@ class TPartWriter {
   IProgress& FProgress;
   TRecordingHead FHead;
   TRecordingWriter FWriter;
-  std::size_t FSlowBegin;  // the first column of a sensor
+  std::size_t FSlowBegin = 0;  // the first column of a sensor
   std::vector<std::uint32_t> FRecord;
   std::vector<std::span<const TSensorValue>> FReadings;  // of each sensor those that are left
   double FNextReading = 0;                               // ms, at or before the first of them
@@ -139,9 +150,9 @@ TPartSize SizeOfPart(const TPartSource& source, const TTimeSpan& span) {
   for (const TEvent& event : source.events.Events()) {
     if (Lies(span, source.events.StartTime, event.GetStartTime())) ++size.events;
   }
-  for (const TSensor& sensor : source.sensors.Sensors()) {
+  for (const TSensor* sensor : SensorsOf(source)) {
     size.readings += static_cast<std::size_t>(std::ranges::count_if(
-        sensor.Values(), [&](const TSensorValue& value) { return Lies(span, source.events.StartTime, value.time); }));
+        sensor->Values(), [&](const TSensorValue& value) { return Lies(span, source.events.StartTime, value.time); }));
   }
   return size;
 }

@@ -33,8 +33,8 @@ bool LiesIn(const TTimeSpan& span, double time);
 
 // Writes the part with the header of the mission; the title also says what it was cut from. Times, samples and readings
 // are the same to the last bit, and the start time is that of the source. Of channels that the program does not know
-// nothing is written. Processes messages every 100 records; an exception of that leaves the older file. Throws
-// std::filesystem::filesystem_error when the file cannot be written, EStreamError when the disk is full,
-// std::invalid_argument when the title gets too long.
+// nothing is written, of sensors of one name the first. Processes messages every 100 records; an exception of that
+// leaves the older file. Throws std::filesystem::filesystem_error when the file cannot be written, EStreamError when
+// the disk is full, std::invalid_argument when the title gets too long.
 void WriteRecordingPart(const std::filesystem::path& path, const TPartSource& source, const TTimeSpan& span,
                         IProgress& progress);

@@ -33,7 +33,9 @@ TEST_F(KshockCommands, TheWorstStatusOfSeveralFilesIsReturned) {
   EXPECT_EQ(Kshock({"info", damaged, kStairs}).status, 5);
   EXPECT_EQ(Kshock({"info", damaged, unfit}).status, 1);
   EXPECT_EQ(Kshock({"info", unfit, missing, kStairs}).status, 3);
-  EXPECT_EQ(Kshock({"info", tooShort, kStairs}).status, 3);
+  const TRun invalid = Kshock({"info", tooShort, kStairs});
+  EXPECT_EQ(invalid.status, 3);
+  EXPECT_THAT(invalid.err, HasSubstr("than what it must hold. Read before: 0 data blocks, 24 bytes of content."));
   const TRun all = Kshock({"info", missing, damaged, kStairs});
   EXPECT_THAT(all.out, HasSubstr("Belt-worn logger, stairs up and down")) << "all files are tried";
   EXPECT_THAT(all.err, HasSubstr("damaged or cut short"));
@@ -255,6 +257,9 @@ TEST_F(KshockCommands, ExportWritesTheFilesOfTheVisibleEvents) {
     more.insert(more.begin(), {"export", file, "--to", Folder.Path().string()});
     return Kshock(more);
   };
+  for (const char* noRange : {"acc=9..6", "acc=6..,acc=..9"}) {
+    EXPECT_EQ(run({"shocks-csv", "--filter", noRange}).status, 2) << noRange;
+  }
   ASSERT_EQ(run({"events-csv", "peaks-csv", "shocks-csv", "--filter", "acc=5..9.5,iot=..13,axis=X-pos"}).status, 0);
   const std::filesystem::path mission = Folder / "Mission-165-00007";
   EXPECT_TRUE(std::filesystem::exists(mission / "ID-2.csv"));
@@ -471,6 +476,9 @@ TEST_F(KshockCommands, SrsAndPulseSayWhatIsMissing) {
                                                 {"--event", "some"},
                                                 {"--event", "0", "--octave", "5"},
                                                 {"--event", "0", "--frequencies", "10,,20"},
+                                                {"--event", "0", "--frequencies", ""},
+                                                {"--event", "0", "--from", "20", "--to", "10"},
+                                                {"--event", "0", "--sign", "fwmaximax"},
                                                 {"--event", "0", "--frequencies", "10,-20"},
                                                 {"--event", "0", "--frequencies", "10", "--from", "5"},
                                                 {"--event", "0", "--to", "inf"},

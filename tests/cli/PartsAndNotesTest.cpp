@@ -57,6 +57,16 @@ TEST_F(Cut, ADamagedRecordingIsCutFromWhatWasReadAndTheTitleSaysSo) {
   EXPECT_THAT(part["mission"]["sTitle"], HasSubstr("(cut from the damaged damaged.kshock: 2023-07-16 06:00:30 to "));
 }
 
+TEST_F(Cut, ASensorThatTwoChannelListsNameKeepsItsReadings) {
+  TTestRecording recording = TTestRecording().Creator().StartTime(45123).MissionHeader(2, 1);
+  recording.Channels({"T"}).Data({{0, {20}}, {1000, {21}}}).Channels({"T"}).Data({{2000, {22}}});
+  ASSERT_EQ(Kshock({"cut", Save("twice.kshock", Deflated(recording.content)), File("part.kshock")}).status, 0);
+  const json part = json::parse(Kshock({"dump", File("part.kshock")}).out);
+  ASSERT_EQ(part["sensors"].size(), 1U);
+  EXPECT_EQ(part["sensors"][0]["samples"], 3);
+  EXPECT_EQ(part["sensors"][0]["first"], 20);
+}
+
 TEST_F(Cut, NothingIsWrittenWhereThereIsNothingToWrite) {
   const std::string three = Save("three.kshock", Deflated(ThreeEvents().content));
   const std::string part = SaveText("part.kshock", "older");
@@ -66,6 +76,8 @@ TEST_F(Cut, NothingIsWrittenWhereThereIsNothingToWrite) {
   EXPECT_EQ(Kshock({"cut", three, "--from", "06:01", "--to", "2023-07-16 06:00:30", part}).status, 2);
   EXPECT_EQ(Kshock({"cut", three, three}).status, 2);
   EXPECT_EQ(Kshock({"cut", invalid, part}).status, 1);
+  const std::string timeless = Save("timeless.kshock", Deflated(ThreeEvents().StartTime(std::nan("")).content));
+  EXPECT_EQ(Kshock({"cut", timeless, part}).status, 6);
   EXPECT_EQ(Kshock({"cut", three, File("no/folder.kshock")}).status, 4);
   EXPECT_EQ(BytesOfFile(part).size(), 5U);
 }
