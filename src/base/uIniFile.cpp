@@ -25,7 +25,8 @@ std::optional<T> Parse(const std::optional<std::string>& text) {
   if (!text) return std::nullopt;
   T value{};
   // A sign that people write and from_chars does not know.
-  const char* begin = text->data() + (text->starts_with('+') ? 1 : 0);
+  const bool hasPlus = text->starts_with('+') && !text->starts_with("+-");
+  const char* begin = text->data() + (hasPlus ? 1 : 0);
   const char* end = text->data() + text->size();
   const auto [rest, error] = std::from_chars(begin, end, value);
   if (error != std::errc() || rest != end) return std::nullopt;

@@ -4,18 +4,22 @@
 
 #include <algorithm>
 #include <charconv>
+#include <iterator>
 #include <system_error>
 
 #include "base/uText.h"
 
 namespace {
 
-constexpr TNamedColour kNamed[] = {{"clBlack", 0x000000}, {"clMaroon", 0x800000},  {"clGreen", 0x008000},
-                                   {"clOlive", 0x808000}, {"clNavy", 0x000080},    {"clPurple", 0x800080},
-                                   {"clTeal", 0x008080},  {"clGray", 0x808080},    {"clSilver", 0xC0C0C0},
-                                   {"clRed", 0xFF0000},   {"clLime", 0x00FF00},    {"clYellow", 0xFFFF00},
-                                   {"clBlue", 0x0000FF},  {"clFuchsia", 0xFF00FF}, {"clAqua", 0x00FFFF},
-                                   {"clWhite", 0xFFFFFF}, {"clSkyBlue", 0xA6CAF0}};
+// The last two are other names of colours before them, and only read.
+constexpr TNamedColour kNames[] = {
+    {"clBlack", 0x000000},   {"clMaroon", 0x800000},  {"clGreen", 0x008000},      {"clOlive", 0x808000},
+    {"clNavy", 0x000080},    {"clPurple", 0x800080},  {"clTeal", 0x008080},       {"clGray", 0x808080},
+    {"clSilver", 0xC0C0C0},  {"clRed", 0xFF0000},     {"clLime", 0x00FF00},       {"clYellow", 0xFFFF00},
+    {"clBlue", 0x0000FF},    {"clFuchsia", 0xFF00FF}, {"clAqua", 0x00FFFF},       {"clWhite", 0xFFFFFF},
+    {"clSkyBlue", 0xA6CAF0}, {"clCream", 0xFFFBF0},   {"clMoneyGreen", 0xC0DCC0}, {"clMedGray", 0xA0A0A4},
+    {"clLtGray", 0xC0C0C0},  {"clDkGray", 0x808080}};
+constexpr auto kNamed = std::span(kNames).first<std::size(kNames) - 2>();
 
 // Exchanges blue and red.
 std::uint32_t Swapped(std::uint32_t colour) {
@@ -31,17 +35,17 @@ std::span<const TNamedColour> NamedColours() {
 std::optional<std::uint32_t> ColourFromText(std::string_view text) {
   const std::string name = AsciiLower(text);
   const auto* named =
-      std::ranges::find_if(kNamed, [&name](const TNamedColour& c) { return AsciiLower(c.name) == name; });
-  if (named != std::end(kNamed)) return named->rgb;
-  if (!text.starts_with('$')) return std::nullopt;
+      std::ranges::find_if(kNames, [&name](const TNamedColour& c) { return AsciiLower(c.name) == name; });
+  if (named != std::end(kNames)) return named->rgb;
+  const std::size_t prefix = name.starts_with('$') ? 1 : name.starts_with("0x") ? 2 : 0;
   std::uint32_t colour = 0;
   const char* end = text.data() + text.size();
-  const auto [rest, error] = std::from_chars(text.data() + 1, end, colour, 16);
+  const auto [rest, error] = std::from_chars(text.data() + prefix, end, colour, prefix > 0 ? 16 : 10);
   if (error != std::errc() || rest != end || colour > 0xFFFFFF) return std::nullopt;
   return Swapped(colour);
 }
 
 std::string TextFromColour(std::uint32_t rgb) {
-  const auto* named = std::ranges::find(kNamed, rgb, &TNamedColour::rgb);
-  return named != std::end(kNamed) ? std::string(named->name) : fmt::format("${:08X}", Swapped(rgb));
+  const auto named = std::ranges::find(kNamed, rgb, &TNamedColour::rgb);
+  return named != kNamed.end() ? std::string(named->name) : fmt::format("${:08X}", Swapped(rgb));
 }

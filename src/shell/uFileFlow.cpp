@@ -32,7 +32,9 @@ std::string AboutMission(const TShownMission& mission) {
     about += fmt::format(" · peak {} g", MaskFloat("0.##", mission.Events.GetItem(*peak).Max));
   }
   const std::string title = Printable(mission.Data.sTitle);
-  return title.empty() || title.size() > kMaxTitle ? about : fmt::format("{} · {}", about, title);
+  // A title of no bytes reads as a blank.
+  const bool isBlank = title.find_first_not_of(' ') == std::string::npos;
+  return isBlank || title.size() > kMaxTitle ? about : fmt::format("{} · {}", about, title);
 }
 
 }  // namespace

@@ -26,13 +26,13 @@ class IniFile : public testing::Test {
 TEST_F(IniFile, TypedReadsFallBackToTheirDefaults) {
   Write(
       "\xEF\xBB\xBF[S]\r\nI=7\nJ = 7x\nK=\nL=99999999999\nF=-2.5e3\nG=1,5\nN=nan\nM=inf\nP=+4\nOn=-1\nOff=0\nYes=yes\n"
-      "T = a b \n");
+      "T = a b \nPM=+-4\n");
   const TIniFile ini = TIniFile::Load(FPath);
   EXPECT_EQ(ini.ReadInteger("s", "i", 1), 7);
   for (const char* key : {"J", "K", "L", "F", "none"}) EXPECT_EQ(ini.ReadInteger("S", key, 1), 1) << key;
   EXPECT_EQ(ini.ReadFloat("S", "F", 1), -2500);
   EXPECT_EQ(ini.ReadFloat("S", "P", 1), 4);
-  for (const char* key : {"G", "N", "M", "K", "none"}) EXPECT_EQ(ini.ReadFloat("S", key, 1), 1) << key;
+  for (const char* key : {"G", "N", "M", "K", "PM", "none"}) EXPECT_EQ(ini.ReadFloat("S", key, 1), 1) << key;
   for (const bool def : {false, true}) {
     EXPECT_TRUE(ini.ReadBool("S", "On", def));
     EXPECT_FALSE(ini.ReadBool("S", "Off", def));

@@ -354,6 +354,21 @@ TEST_F(Exports, DuringAnExportOnlyCancelWorks) {
   EXPECT_THAT(FBoxes, IsEmpty());
 }
 
+TEST_F(Exports, ARecordingWithoutEventsGivesEmptyFolders) {
+  Start(Save("none.kshock",
+             TTestRecording().Creator().StartTime(45000).MissionHeader(2, 2).Channels({"T"}).Data({{0, {21}}})));
+  FTyped = QString::fromStdString(FTo.string());
+  for (const char* button : {"barbtnEventsCSVAllShocks", "barbtnEventsCSVVisibleShocks", "barbtnEventsCSVCalibration",
+                             "barbtnEventsCSVCalibrationVisible"}) {
+    Click("tabEvents", button);
+  }
+  std::vector<std::string> folders;
+  for (const auto& entry : fs::directory_iterator(FTo)) folders.push_back(entry.path().filename().string());
+  EXPECT_THAT(folders,
+              testing::UnorderedElementsAre("Mission-165-00007", HasSubstr("Peaks-"), HasSubstr("Calibration-")));
+  EXPECT_THAT(Written(), IsEmpty());
+}
+
 TEST_F(Exports, WithoutABatteryItsExportsAreDisabledWithAReason) {
   const char* const buttons[] = {"barbtnTablesExportCSVBattery", "barbtnTablesExportXLSXBattery"};
   const QString why = "Not available: the recording has no battery channel";

@@ -152,6 +152,18 @@ TEST_F(FileFlow, AFinishedReadFillsTheViewsStepByStepAndEndsInTheOverview) {
   EXPECT_EQ(SensorList.ChannelInfo[2].name, "Battery");
 }
 
+TEST_F(FileFlow, TheRecentDocumentsSayTheTitleUnlessItIsBlank) {
+  TTestRecording untitled = ThreeEvents();
+  const auto found = std::ranges::search(untitled.content, std::string_view("fstand"));
+  ASSERT_FALSE(found.empty());
+  std::fill(found.begin() - 3, found.end(), ' ');
+  Open(FThree);
+  Open(Save("untitled.kshock", untitled));
+  const std::vector<TRecentEntry>& files = FFlow.Recent().Files.Entries();
+  EXPECT_THAT(files.at(0).About, testing::MatchesRegex("3 events · peak [0-9.]+ g"));
+  EXPECT_THAT(files.at(1).About, testing::MatchesRegex("3 events · peak [0-9.]+ g · Prüfstand"));
+}
+
 TEST_F(FileFlow, ALoadWalksEverySampleOnce) {
   const std::size_t before = WalkedSamples();
   Open(FThree);

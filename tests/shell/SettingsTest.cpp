@@ -161,7 +161,12 @@ TEST(ColourNames, AreWrittenAsNameOrAsBlueGreenRed) {
   for (const std::uint32_t rgb : {0x000000U, 0x800000U, 0x123456U, 0xFFFFFEU}) {
     EXPECT_EQ(ColourFromText(TextFromColour(rgb)), rgb);
   }
-  for (const char* none : {"", "$", "$1FFFFFF", "$12x", "red", "clNone", "#ff0000"}) {
+  const std::pair<const char*, std::uint32_t> others[] = {{"255", 0xFF0000},      {"16711680", 0x0000FF},
+                                                          {"0x00ff01", 0x01FF00}, {"clMoneyGreen", 0xC0DCC0},
+                                                          {"clcream", 0xFFFBF0},  {"clLtGray", 0xC0C0C0}};
+  for (const auto& [text, rgb] : others) EXPECT_EQ(ColourFromText(text), rgb) << text;
+  EXPECT_EQ(TextFromColour(0x808080), "clGray") << "not its other name";
+  for (const char* none : {"", "$", "0x", "-1", "12 3", "16777216", "$1FFFFFF", "$12x", "red", "clNone", "#ff0000"}) {
     EXPECT_EQ(ColourFromText(none), std::nullopt) << none;
   }
 }
