@@ -13,6 +13,7 @@ s/QStringRef str\(&instr\)/QStringView str(instr)/
 s/\bQStringRef\b/QStringView/g
 /qmatrix\.h|qtextcodec\.h|QTextCodec/d
 s/QMatrix (QSvgRenderer::)?matrixForElement/QTransform \1matrixForElement/
+s/\.toAffine\(\)//
 s/unicode = 0;/unicode = QChar();/
 s/str\.string\(\)->constData\(\) \+ str\.position\(\)/str.data()/
 s/colorStrTr\.unicode\(\)/colorStrTr.data()/
