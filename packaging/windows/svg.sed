@@ -27,3 +27,8 @@ s/QString attribute\(NodePtr node, const QString &name\)/QString attributeValue(
 n
 s/\{/{ const QString \&name = selector.name;/
 }
+# A missing attribute is the empty text.
+/^static qreal toDouble\(const QStringView/{
+n
+s/\{/{ if (str.isNull()) return toDouble(QString(), ok);/
+}
