@@ -7,6 +7,11 @@ find_program(ICOTOOL icotool REQUIRED)
 enable_language(RC)
 target_compile_definitions(shockscope_flags INTERFACE UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0A00)
 
+# Found here for all folders: Qt would define one of its targets anew in each.
+if(SHOCKSCOPE_GUI)
+  find_package(Qt6 6.4 REQUIRED COMPONENTS Core)
+endif()
+
 # The program's icon in the sizes that the desktop asks for.
 set(ICON ${CMAKE_BINARY_DIR}/shockscope.ico)
 set(DRAWN)

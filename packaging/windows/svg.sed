@@ -13,6 +13,7 @@ s/QStringRef str\(&instr\)/QStringView str(instr)/
 s/\bQStringRef\b/QStringView/g
 /qmatrix\.h|qtextcodec\.h|QTextCodec/d
 s/QMatrix (QSvgRenderer::)?matrixForElement/QTransform \1matrixForElement/
+s/\.toAffine\(\)//
 s/unicode = 0;/unicode = QChar();/
 s/str\.string\(\)->constData\(\) \+ str\.position\(\)/str.data()/
 s/colorStrTr\.unicode\(\)/colorStrTr.data()/
@@ -25,4 +26,9 @@ s/QString attribute\(NodePtr node, const QString &name\)/QString attributeValue(
 /attributeValue\(NodePtr node, const QCss/{
 n
 s/\{/{ const QString \&name = selector.name;/
+}
+# A missing attribute is the empty text.
+/^static qreal toDouble\(const QStringView/{
+n
+s/\{/{ if (str.isNull()) return toDouble(QString(), ok);/
 }

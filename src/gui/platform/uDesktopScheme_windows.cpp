@@ -1,4 +1,4 @@
 #include "gui/platform/uDesktopScheme.h"
 
-// The palette says all, and the application follows it.
+// With packaging/windows/qt.conf the palette says all, and the application follows it.
 void FollowDesktopScheme(QApplication& /*application*/) {}
