@@ -309,6 +309,7 @@ void TFileFlow::RemoveMission() {
   FMission.ChosenEvent.reset();
   FMission.Tables = {};
   FMission.Analysis.reset();
+  FMission.ReferenceIsShown = false;
   FMission.CLDS.Clear();
   FMission.Important.Clear();
   FMission.Notes = {};
