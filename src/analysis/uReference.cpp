@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <numeric>
-#include <utility>
 
 #include "base/uDateTime.h"
 #include "base/uFiles.h"
@@ -20,11 +19,12 @@ std::vector<std::uint32_t> AllRows(const TMissionDatasets& tables) {
 }  // namespace
 
 TReference MakeReference(const TEventList& events, const TMissionDatasets& tables, const TMissionSummary& summary,
-                         std::string file) {
+                         const std::string& file) {
   TReference reference;
-  reference.file = std::move(file);
+  reference.file = Printable(file);
   reference.events = events.Count();
-  if (summary.firstTime) reference.days = *summary.lastTime - *summary.firstTime;
+  const double days = summary.firstTime ? *summary.lastTime - *summary.firstTime : 0;
+  if (days <= kMaxReferenceDays) reference.days = days;
   std::vector<double> times;
   times.reserve(events.Count());
   for (std::size_t i = 0; i < events.Count(); ++i) {
@@ -55,7 +55,7 @@ void AddPulses(const TMissionAnalysis& analysis, const TMissionDatasets& tables,
 }
 
 std::string ReferenceName(const TReference& reference) {
-  return Printable(Utf8FromPath(PathFromUtf8(reference.file).stem()));
+  return Utf8FromPath(PathFromUtf8(reference.file).stem());
 }
 
 std::optional<double> MaxOf(const TDistribution& distribution) {

@@ -13,15 +13,17 @@
 #include "analysis/uMissionSummary.h"
 #include "analysis/uShockStatistics.h"
 
+inline constexpr double kMaxReferenceDays = 1e9;
+
 struct TReferenceSensor {
   std::string name;  // TSensor::Name
   float min, max;    // over the readings that are numbers
 };
 
 struct TReference {
-  std::string file;  // the recording, with its folder; UTF-8
+  std::string file;  // the recording, with its folder, in one line; UTF-8
   std::size_t events = 0;
-  double days = 0;  // from the first to the last time; 0 when there is none
+  double days = 0;  // from the first to the last time; 0 when there is none, or more than kMaxReferenceDays
   std::array<std::size_t, 24> hours{};
   bool hasPulses = false;  // else directions, and the distributions of pulses, are empty
   std::vector<TDirectionCount> directions;
@@ -31,11 +33,11 @@ struct TReference {
 
 // Without pulses.
 TReference MakeReference(const TEventList& events, const TMissionDatasets& tables, const TMissionSummary& summary,
-                         std::string file);
+                         const std::string& file);
 // `analysis` is that of the same mission.
 void AddPulses(const TMissionAnalysis& analysis, const TMissionDatasets& tables, TReference& reference);
 
-// "demo": the name of the recording without folder and extension, in one line.
+// "demo": the name of the recording without folder and extension.
 std::string ReferenceName(const TReference& reference);
 
 // Nothing without events.

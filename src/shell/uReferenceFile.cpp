@@ -24,7 +24,6 @@ constexpr const char *kRecording = "Recording", *kEvents = "Events", *kDays = "D
 constexpr std::size_t kMaxEvents = 1'000'000'000;
 constexpr std::size_t kMaxPath = 4096;  // bytes
 constexpr std::size_t kMaxDirections = 27;
-constexpr double kMaxDays = 1e9;
 
 [[noreturn]] void Refuse(std::string_view key) {
   throw std::runtime_error(fmt::format("The layout's [{}] makes no sense at \"{}\".", kSection, key));
@@ -154,11 +153,11 @@ std::optional<TReference> ReadReference(const std::filesystem::path& layout) {
   const auto text = [&ini](const std::string& key) { return ini.ReadString(kSection, key, {}); };
   TReference reference;
   reference.file = text(kRecording);
-  if (reference.file.empty() || reference.file.size() > kMaxPath || !IsUtf8(reference.file)) Refuse(kRecording);
+  if (reference.file.empty() || reference.file.size() > kMaxPath || !IsPlainLine(reference.file)) Refuse(kRecording);
   reference.events = NumberOf<std::uint32_t>(text(kEvents), kEvents);
   if (reference.events > kMaxEvents) Refuse(kEvents);
   reference.days = NumberOf<double>(text(kDays), kDays);
-  if (!(reference.days >= 0 && reference.days <= kMaxDays)) Refuse(kDays);
+  if (!(reference.days >= 0 && reference.days <= kMaxReferenceDays)) Refuse(kDays);
   ReadHours(text(kHours), reference);
   reference.hasPulses = ini.Find(kSection, kDirections).has_value();
   ReadDirections(text(kDirections), reference);
