@@ -6,6 +6,7 @@
 #include "shell/uLimitProfileFile.h"
 #include "shell/uNotes.h"
 #include "shell/uRecentDocuments.h"
+#include "shell/uReferenceFile.h"
 #include "shell/uReportConfig.h"
 #include "shell/uSettingsStore.h"
 
@@ -47,6 +48,14 @@ void ReadBackNotes() {
   Require(TNotes("mission.kshock", {}).Items().size() == notes.Items().size());
 }
 
+void ReadBackReference() {
+  const auto reference = ReadReference("input");
+  if (!reference) return;
+  const std::string sections = ReferenceSections(*reference);
+  TFuzzFolder::Write("input", {reinterpret_cast<const std::uint8_t*>(sections.data()), sections.size()});
+  Require(ReferenceSections(*ReadReference("input")) == sections);
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -59,7 +68,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                                      {"input", ReadBackRecents},
                                      {"input", ReadBackReport},
                                      {"input", ReadBackLimits},
-                                     {"mission.kshock.notes.json", ReadBackNotes}};
+                                     {"mission.kshock.notes.json", ReadBackNotes},
+                                     {"input", ReadBackReference}};
   if (size == 0) return 0;
   const TKind& kind = kKinds[data[0] % std::size(kKinds)];
   folder.Empty();

@@ -85,6 +85,16 @@ RH Max = 2 h
 NOTES = {"schema": 1, "recording": {"size": 0, "sha256": ""},
          "notes": [{"id": "a1", "event": 0, "from": "2026-03-04 06:00:00.000", "to": "2026-03-04 06:00:01.000",
                     "text": "hit", "author": "Ann", "tags": ["damage"], "time": "2026-03-05T10:00:00Z"}]}
+REFERENCE = """[Reference]
+Recording = /a/b.kshock
+Events = 4
+Days = 2.5
+Hours = 4 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0
+Directions = 1 0 0 3, 0 -1 1 1
+Peak = 2.5 3 x2 1e3
+[Reference sensors]
+Temperature = -4 40
+"""
 DESCRIPTION = {"startTime": 45123.25, "channels": ["ACC x", "ACC y", "ACC z", "T"], "records": "t.csv",
                "creator": "korvex165_reader.exe", "mission": {"sID": "A1", "rec_fast_rate": 0.001, "adxl_level_on": 2.5}}
 RECORDS = "time_ms,ACC x,ACC y,ACC z,T\n0,1,2,3,20\n1,4,5,6,\n2,END,,,\n3,1e-3,-7,8,21.5\n"
@@ -112,7 +122,7 @@ def main():
         write(folder / "recording", f"{stem}-cut", b"\2" + blocks)
         for level in [0, 1, 9]:
             write(folder / "stream", f"{stem}-{level}", zlib.compress(content[:HEADER_SIZE] + blocks, level))
-    for number, text in enumerate([SETTINGS, RECENTS, REPORT, LIMITS, json.dumps(NOTES)]):
+    for number, text in enumerate([SETTINGS, RECENTS, REPORT, LIMITS, json.dumps(NOTES), REFERENCE]):
         write(folder / "settings", str(number), bytes([number]) + text.encode())
     write(folder / "kshock", "make", b"\0" + json.dumps(DESCRIPTION).encode() + b"\0" + RECORDS.encode())
     for number, line in enumerate(ARGUMENTS):

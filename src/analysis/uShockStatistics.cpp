@@ -64,32 +64,81 @@ std::vector<TDirectionCount> CountByDirection(std::span<const TDirection> direct
   return sorted;
 }
 
+TDistribution DistributionOf(std::span<const double> values) {
+  constexpr std::size_t kLargest = 200;
+  constexpr std::size_t kGroups = kMaxDistribution - kLargest;
+  std::vector<float> sorted;
+  sorted.reserve(values.size());
+  for (const double value : values) {
+    if (std::isfinite(static_cast<float>(value))) sorted.push_back(static_cast<float>(value));
+  }
+  std::ranges::sort(sorted);
+  TDistribution distribution;
+  const bool isWhole = sorted.size() <= kMaxDistribution;
+  const std::size_t grouped = isWhole ? 0 : sorted.size() - kLargest;
+  for (std::size_t group = 0; group < kGroups && grouped > 0; ++group) {
+    const std::size_t begin = grouped * group / kGroups;
+    const std::size_t end = grouped * (group + 1) / kGroups;
+    distribution.push_back({sorted[(begin + end - 1) / 2], static_cast<std::uint32_t>(end - begin)});
+  }
+  for (std::size_t i = grouped; i < sorted.size(); ++i) distribution.push_back({sorted[i], 1});
+  return distribution;
+}
+
 TExceedance::TExceedance(std::span<const double> values) {
   std::ranges::copy_if(values, std::back_inserter(FValues), [](double value) { return !std::isnan(value); });
   std::ranges::sort(FValues);
+  FCount = static_cast<double>(FValues.size());
+}
+
+TExceedance TExceedance::Of(const TDistribution& distribution) {
+  TExceedance exceedance{std::span<const double>()};
+  for (const auto& [value, count] : distribution) {
+    exceedance.FValues.push_back(double{value});
+    exceedance.FRanks.push_back(exceedance.FCount + count / 2.0);
+    exceedance.FCount += count;
+  }
+  return exceedance;
 }
 
 double TExceedance::ExceededPart(std::size_t i) const {
-  return 1 - (static_cast<double>(i) + 0.5) / static_cast<double>(FValues.size());
+  return 1 - RankOf(i) / FCount;
+}
+
+double TExceedance::PartAbove(double value) const {
+  const auto after = std::ranges::upper_bound(FValues, value);
+  return after == FValues.begin() ? 1 : ExceededPart(static_cast<std::size_t>(after - FValues.begin()) - 1);
 }
 
 double TExceedance::Percentile(double part) const {
   if (FValues.empty()) return std::numeric_limits<double>::quiet_NaN();
-  const double place =
-      std::clamp(part * static_cast<double>(FValues.size()) - 0.5, 0.0, static_cast<double>(FValues.size() - 1));
-  const auto below = static_cast<std::size_t>(place);
-  const std::size_t above = std::min(below + 1, FValues.size() - 1);
-  const double between = place - static_cast<double>(below);
-  return between == 0 ? FValues[below] : FValues[below] + between * (FValues[above] - FValues[below]);
+  const double rank = part * FCount;
+  std::size_t above = 0;  // the first value with at least that rank
+  for (std::size_t count = FValues.size(); count > 0;) {
+    const std::size_t half = count / 2;
+    const bool isBelow = RankOf(above + half) < rank;
+    if (isBelow) above += half + 1;
+    count = isBelow ? count - half - 1 : half;
+  }
+  if (above == FValues.size()) return FValues.back();
+  if (above == 0 || RankOf(above) == rank) return FValues[above];
+  const double between = (rank - RankOf(above - 1)) / (RankOf(above) - RankOf(above - 1));
+  return FValues[above - 1] + between * (FValues[above] - FValues[above - 1]);
 }
 
-TRoundHistogram HistogramInRoundSteps(std::span<const double> values, std::size_t maxSteps) {
+TRoundHistogram HistogramInRoundSteps(std::span<const double> values, std::size_t maxSteps,
+                                      const TDistribution& reference) {
   double min = std::numeric_limits<double>::infinity();
   double max = -min;
-  for (const double value : values) {
-    if (!std::isfinite(value)) continue;
+  const auto include = [&](double value) {
+    if (!std::isfinite(value)) return;
     min = std::min(min, value);
     max = std::max(max, value);
+  };
+  for (const double value : values) include(value);
+  if (!reference.empty()) {
+    include(reference.front().value);
+    include(reference.back().value);
   }
   if (min > max) return {};
   // A span of one value has a step of its size.
@@ -107,10 +156,14 @@ TRoundHistogram HistogramInRoundSteps(std::span<const double> values, std::size_
       break;
     }
   }
+  const auto stepOf = [&histogram](double value) {
+    return static_cast<std::size_t>(std::floor(value / histogram.step) - histogram.first);
+  };
   for (const double value : values) {
-    if (!std::isfinite(value)) continue;
-    ++histogram.counts[static_cast<std::size_t>(std::floor(value / histogram.step) - histogram.first)];
+    if (std::isfinite(value)) ++histogram.counts[stepOf(value)];
   }
+  histogram.referenceCounts.resize(histogram.counts.size());
+  for (const auto& [value, count] : reference) histogram.referenceCounts[stepOf(double{value})] += count;
   histogram.first *= histogram.step;
   return histogram;
 }

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <span>
 #include <vector>
 
@@ -28,29 +29,53 @@ struct TDirectionCount {
 // left out.
 std::vector<TDirectionCount> CountByDirection(std::span<const TDirection> directions);
 
+// So many events that have a value, or one near to it.
+struct TCountedValue {
+  float value;
+  std::uint32_t count;
+};
+// Rising, at most kMaxDistribution of them.
+using TDistribution = std::vector<TCountedValue>;
+inline constexpr std::size_t kMaxDistribution = 600;
+
+// Values that are not finite are left out. Of more than kMaxDistribution values the 200 largest stand for themselves,
+// so that no peak is lost, and the middle one of each group of neighbours stands for the group.
+TDistribution DistributionOf(std::span<const double> values);
+
 // How often values are exceeded. Values that are NaN are left out.
 class TExceedance {
  public:
   explicit TExceedance(std::span<const double> values);
+  static TExceedance Of(const TDistribution& distribution);
 
-  // Rising. The i-th of n, from 1, is not exceeded by the part (i − 0.5)/n of the values.
+  // Rising. The i-th of n, from 1, is not exceeded by the part (i − 0.5)/n of the values; of those that stand for
+  // several, i is the middle of these.
   [[nodiscard]] std::span<const double> Values() const { return FValues; }
   // The part of values above the i-th, from 0: 1 − (i + 0.5)/n.
   [[nodiscard]] double ExceededPart(std::size_t i) const;
+  // That of the last value at or below this one; 1 below the first.
+  [[nodiscard]] double PartAbove(double value) const;
   // The value that a part, 0 … 1, does not exceed: 0.95 for P95. On a straight line between two values, and the first
   // or last one outside of them; NaN without values.
   [[nodiscard]] double Percentile(double part) const;
 
  private:
+  // How many values are below the i-th, which counts by half.
+  [[nodiscard]] double RankOf(std::size_t i) const { return FRanks.empty() ? static_cast<double>(i) + 0.5 : FRanks[i]; }
+
   std::vector<double> FValues;
+  std::vector<double> FRanks;  // empty: each value stands for itself
+  double FCount = 0;
 };
 
 struct TRoundHistogram {
-  double first = 0;                 // where the first step begins, a multiple of the step
-  double step = 0;                  // 1, 2 or 5 times a power of ten
-  std::vector<std::size_t> counts;  // empty without values
+  double first = 0;                          // where the first step begins, a multiple of the step
+  double step = 0;                           // 1, 2 or 5 times a power of ten
+  std::vector<std::size_t> counts;           // empty without values
+  std::vector<std::size_t> referenceCounts;  // in the same steps
 };
 
-// Values that are not finite are left out. As many steps as the values need, at most `maxSteps`, which is at least 2. A
-// value at the border of two steps counts in the upper one.
-TRoundHistogram HistogramInRoundSteps(std::span<const double> values, std::size_t maxSteps);
+// Values that are not finite are left out. As many steps as the values and those of the reference need, at most
+// `maxSteps`, which is at least 2. A value at the border of two steps counts in the upper one.
+TRoundHistogram HistogramInRoundSteps(std::span<const double> values, std::size_t maxSteps,
+                                      const TDistribution& reference = {});

@@ -311,6 +311,7 @@ void TFileFlow::RemoveMission() {
   FMission.ChosenEvent.reset();
   FMission.Tables = {};
   FMission.Analysis.reset();
+  FMission.ReferenceIsShown = false;
   FMission.CLDS.Clear();
   FMission.Important.Clear();
   FMission.Notes = {};

@@ -48,7 +48,8 @@ class IControls {
   virtual void SaveLogo(std::size_t index, const std::filesystem::path& file) = 0;
   // The arrangement of dock panels and splitters. A layout file that cannot be read leaves the designed arrangement.
   virtual void LoadLayout(const std::filesystem::path& file) = 0;
-  virtual void SaveLayout(const std::filesystem::path& file) = 0;
+  // `sections` are further ones of the INI file.
+  virtual void SaveLayout(const std::filesystem::path& file, const std::string& sections) = 0;
   virtual void RestoreDesignedLayout() = 0;
   virtual void ShowRecentDocuments(const TRecentDocuments& recent) = 0;
 

@@ -46,6 +46,9 @@ class IMissionViews {
   // Draws the pinned events beside the selected one; an event that is not visible is only listed.
   virtual void ShowPins(const TPins& pins) = 0;
 
+  // After the reference, or whether it is kept, changed. The mission may be none.
+  virtual void ShowReference(const TShownMission& mission) = 0;
+
   // After the notes changed.
   virtual void ShowNotes(const TShownMission& mission) = 0;
 

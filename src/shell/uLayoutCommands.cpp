@@ -6,6 +6,8 @@
 
 #include "base/uFiles.h"
 #include "shell/uFailureList.h"
+#include "shell/uReferenceCommands.h"
+#include "shell/uReferenceFile.h"
 
 namespace fs = std::filesystem;
 
@@ -16,7 +18,7 @@ constexpr std::string_view kNoSettingsFolder =
 
 }  // namespace
 
-void SaveUserLayout(const TProgram& program, IControls& controls, IDialogs& dialogs) {
+void SaveUserLayout(const TProgram& program, const TShownMission& mission, IControls& controls, IDialogs& dialogs) {
   constexpr std::string_view kNotSaved = "The layout is not saved.";
   const std::string folder = program.findSettingsFolder();
   if (folder.empty()) {
@@ -25,12 +27,14 @@ void SaveUserLayout(const TProgram& program, IControls& controls, IDialogs& dial
   }
   TFailureList failures;
   const fs::path file = PathFromUtf8(folder) / kUserLayoutFile;
-  failures.Run(file, [&] { controls.SaveLayout(file); });
+  const bool keepsReference = mission.Reference && mission.ReferenceIsKept;
+  failures.Run(file, [&] { controls.SaveLayout(file, keepsReference ? ReferenceSections(*mission.Reference) : ""); });
   if (failures.Empty()) controls.ShowNotice(fmt::format("Layout saved: {}", Utf8FromPath(file)), file.parent_path());
   failures.Show(dialogs, kNotSaved);
 }
 
-void LoadUserLayout(const TProgram& program, TView view, IControls& controls, IDialogs& dialogs) {
+void LoadUserLayout(const TProgram& program, TView view, TShownMission& mission, IControls& controls, IDialogs& dialogs,
+                    IMissionViews& views) {
   const std::string folder = program.findSettingsFolder();
   const fs::path file = PathFromUtf8(folder) / kUserLayoutFile;
   std::error_code unknown;
@@ -39,7 +43,10 @@ void LoadUserLayout(const TProgram& program, TView view, IControls& controls, ID
     return;
   }
   TFailureList failures;
-  failures.Run(file, [&] { controls.LoadLayout(file); });
+  failures.Run(file, [&] {
+    controls.LoadLayout(file);
+    TakeKeptReference(file, mission, views);
+  });
   if (AllDockPanelsAreClosed(controls)) ShowDockPanels(controls, view);
   failures.Show(dialogs, "The user layout cannot be used.");
 }

@@ -184,6 +184,7 @@ void TakeAnalysis(TShownMission& mission, TMissionAnalysis analysis, IMissionVie
   mission.Analysis = std::move(analysis);
   ApplyDateFormat(*mission.Analysis);
   mission.Analysis->Table.SetShownRows(mission.CLDS.ShownRows());
+  if (mission.ReferenceIsShown) AddPulses(*mission.Analysis, mission.Tables, *mission.Reference);
   views.ShowAnalysis(mission);
   if (awaited) ApplyFilter(mission, views);
 }

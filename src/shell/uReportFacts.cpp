@@ -92,6 +92,11 @@ TReportFacts FactsOf(const TShownMission& mission, const TReportConfig& config) 
   facts.verdict = JudgeMission(mission.Events, mission.Sensors, mission.Tables, facts.limits, facts.part);
   facts.verdict.damaged = !mission.Damage.empty();
   facts.judgement = JudgementOf(facts.verdict, mission.Display);
+  const bool isWhole = facts.filtered.empty();
+  if (const TReference* reference = ReferenceFor(mission, !isWhole)) {
+    facts.reference = *reference;
+    facts.compared = ReferenceFigures(*facts.reference, facts.verdict, isWhole, mission.Display);
+  }
   std::optional<TLimits> acceleration;
   if (facts.verdict.above) acceleration = facts.verdict.above->limits.values;
   facts.groups = GroupEvents(mission.Events, mission.Tables.Metrics, acceleration, facts.part.events);

@@ -10,6 +10,7 @@
 #include "analysis/uLimitProfile.h"
 #include "analysis/uMissionSummary.h"
 #include "analysis/uVerdict.h"
+#include "shell/uReferenceFigures.h"
 #include "shell/uReportConfig.h"
 #include "shell/uShownMission.h"
 
@@ -19,7 +20,9 @@ struct TReportFacts {
   TVerdictPart part;                     // what passes the event filter, and the time
   std::string filtered;                  // both in words; empty when nothing limits the report
   TVerdict verdict;
-  std::optional<TJudgement> judgement;  // nothing without a profile
+  std::optional<TJudgement> judgement;     // nothing without a profile
+  std::optional<TReference> reference;     // the mission's, if the report compares with it
+  std::vector<TReferenceFigure> compared;  // with the reference
   TEventGroups groups;
   // Rows of the event table, by time; the most important by "Order By".
   std::vector<std::uint32_t> events;

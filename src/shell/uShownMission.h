@@ -13,6 +13,7 @@
 #include "analysis/uMissionDatasets.h"
 #include "analysis/uMissionSummary.h"
 #include "analysis/uPinnedEvents.h"
+#include "analysis/uReference.h"
 #include "model/uEvents.h"
 #include "model/uGlobalSharedVariables.h"
 #include "model/uOtherSensors.h"
@@ -59,4 +60,13 @@ struct TShownMission {
 
   // They stay when another file is opened.
   TPins Pins;
+  std::optional<TReference> Reference;
+  bool ReferenceIsKept = false;   // with the user layout when that is saved
+  bool ReferenceIsShown = false;  // it was made of this mission
 };
+
+// What the mission, or a part of it, is compared with; null without a reference, and for a whole mission that is the
+// reference itself.
+inline const TReference* ReferenceFor(const TShownMission& mission, bool isPart) {
+  return mission.Reference && (isPart || !mission.ReferenceIsShown) ? &*mission.Reference : nullptr;
+}

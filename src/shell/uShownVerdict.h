@@ -11,6 +11,10 @@
 #include "shell/uSettings.h"
 #include "shell/uShownMission.h"
 
+// What the verdict answers, each in a cell of the overview's strip.
+enum class TVerdictQuestion { Events, Peak, AboveAlarm, Intensity, OutOfLimits, Recorded };
+inline constexpr std::size_t kVerdictQuestionCount = 6;
+
 // The limits in force and where each comes from; nothing while the alarm is off. Without a profile a limit that equals
 // its default counts as one that nobody chose.
 std::optional<TVerdictLimits> LimitsInForce(const TDisplaySettings& settings);

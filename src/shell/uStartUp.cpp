@@ -10,6 +10,7 @@
 #include "base/uFiles.h"
 #include "shell/uFailureList.h"
 #include "shell/uLayoutCommands.h"
+#include "shell/uReferenceCommands.h"
 #include "shell/uSettingsStore.h"
 #include "shell/uViewSwitch.h"
 
@@ -44,12 +45,16 @@ void SaveLogos(const fs::path& folder, TFailureList& failures, IControls& contro
   }
 }
 
-void LoadLayouts(const fs::path& folder, TFailureList& failures, IControls& controls) {
+void LoadLayouts(const fs::path& folder, TShownMission& mission, TFailureList& failures, IControls& controls,
+                 IMissionViews& views) {
   const fs::path designed = folder / kDefaultLayoutFile;
-  if (!Exists(designed)) failures.Run(designed, [&] { controls.SaveLayout(designed); });
+  if (!Exists(designed)) failures.Run(designed, [&] { controls.SaveLayout(designed, {}); });
   const fs::path user = folder / kUserLayoutFile;
   if (!Exists(user)) return;
-  failures.Run(user, [&] { controls.LoadLayout(user); });
+  failures.Run(user, [&] {
+    controls.LoadLayout(user);
+    TakeKeptReference(user, mission, views);
+  });
   CloseAllPanels(controls);  // the layout may show them, and no file is shown
 }
 
@@ -87,7 +92,8 @@ fs::path ManualDocument(const TProgram& program, TManualTopic topic) {
   return program.folder / kManualFolder / kManual[static_cast<std::size_t>(topic)];
 }
 
-void FormCreate(const TProgram& program, TRecentDocuments& recent, IControls& controls, IDialogs& dialogs) {
+void FormCreate(const TProgram& program, TShownMission& mission, TRecentDocuments& recent, IControls& controls,
+                IDialogs& dialogs, IMissionViews& views) {
   controls.SetCaption(StartCaption(program));
   constexpr std::pair<std::string_view, std::string_view> kCards[] = {{"lblCardToTTotal", "ToT total"},
                                                                       {"lblCardIoTTotal", "IoT total"},
@@ -104,7 +110,7 @@ void FormCreate(const TProgram& program, TRecentDocuments& recent, IControls& co
     if (const auto settings = ReadSettings(folder)) controls.ShowSettings(*settings);
   });
   LoadLogos(folder, failures, controls);
-  LoadLayouts(folder, failures, controls);
+  LoadLayouts(folder, mission, failures, controls, views);
   const fs::path documents = folder / kRecentDocumentsFile;
   failures.Run(documents, [&] { recent.Load(documents); });
   controls.ShowRecentDocuments(recent);

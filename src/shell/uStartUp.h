@@ -9,6 +9,7 @@
 
 #include "shell/uIControls.h"
 #include "shell/uIDialogs.h"
+#include "shell/uIMissionViews.h"
 
 // What the program knows of itself and of how it was started.
 struct TProgram {
@@ -46,8 +47,9 @@ enum class TManualTopic { QuickStart, Charts, Metrics, Output };
 std::filesystem::path ManualDocument(const TProgram& program, TManualTopic topic);
 
 // The window is constructed. Sets caption, cards and welcome state, then loads what the settings folder holds:
-// settings, logos, layouts, recent documents.
-void FormCreate(const TProgram& program, TRecentDocuments& recent, IControls& controls, IDialogs& dialogs);
+// settings, logos, layouts with the reference, recent documents.
+void FormCreate(const TProgram& program, TShownMission& mission, TRecentDocuments& recent, IControls& controls,
+                IDialogs& dialogs, IMissionViews& views);
 // The window is shown for the first time. The caller then opens the recording of the first argument.
 void FormShow(const TProgram& program, IControls& controls);
 // The window closes; no file is being read any more. Saves logos, settings and recent documents, but not the layout. A

@@ -6,6 +6,7 @@
 
 #include "base/uDateTime.h"
 #include "base/uText.h"
+#include "shell/uReferenceFigures.h"
 
 namespace {
 
@@ -145,15 +146,32 @@ TVerdictCell RecordedCell(const TVerdict& verdict) {
   return cell;
 }
 
+// The sensors have one cell, which names the worst: its tip has them all.
+void AddDeltas(const TVerdict& verdict, const TShownMission& mission, TVerdictCells& cells) {
+  const TReference* reference = ReferenceFor(mission, false);
+  if (reference == nullptr) return;
+  const std::string name = ReferenceName(*reference);
+  for (const TReferenceFigure& figure : ReferenceFigures(*reference, verdict, true, mission.Display)) {
+    if (!figure.question || figure.delta.empty()) continue;
+    TVerdictCell& cell = cells[static_cast<std::size_t>(*figure.question)];
+    const bool isSensor = figure.question == TVerdictQuestion::OutOfLimits;
+    if (!isSensor) cell.delta = "Δ " + figure.delta;
+    AppendLine(cell.tip, fmt::format("{}Δ {} against {} ({})", isSensor ? figure.label + ": " : "", figure.delta, name,
+                                     figure.there));
+  }
+}
+
 }  // namespace
 
 TVerdictCells VerdictCells(const TVerdict& verdict, const TShownMission& mission) {
-  return {EventsCell(verdict, mission),
-          PeakCell(verdict, mission),
-          AboveAlarmCell(verdict, mission.Display),
-          IntensityCell(verdict, mission.Display),
-          OutOfLimitsCell(verdict, mission.Display),
-          RecordedCell(verdict)};
+  TVerdictCells cells = {EventsCell(verdict, mission),
+                         PeakCell(verdict, mission),
+                         AboveAlarmCell(verdict, mission.Display),
+                         IntensityCell(verdict, mission.Display),
+                         OutOfLimitsCell(verdict, mission.Display),
+                         RecordedCell(verdict)};
+  AddDeltas(verdict, mission, cells);
+  return cells;
 }
 
 TJudgementLine JudgementLine(const TVerdict& verdict, const TDisplaySettings& settings) {

@@ -9,17 +9,24 @@
 #include "analysis/uMissionFigures.h"
 #include "shell/uShownVerdict.h"
 
-enum class TVerdictQuestion { Events, Peak, AboveAlarm, Intensity, OutOfLimits, Recorded };
-inline constexpr std::size_t kVerdictQuestionCount = 6;
-
 // What a click on a cell does.
-enum class TVerdictAnswer { Nothing, AllEvents, SelectEvent, FilterAboveAlarm, EditLimits, ShowExcursion, ShowWhole };
+enum class TVerdictAnswer {
+  Nothing,
+  AllEvents,
+  SelectEvent,
+  FilterAboveAlarm,
+  EditLimits,
+  ShowExcursion,
+  ShowWhole,
+  ShowStatistics
+};
 
 struct TVerdictCell {
   std::string value = {};  // "281"; may be empty, the note then says it all
   std::string unit = {};   // of the value, "g"
   std::string note = {};   // "of 300 events above 6 g"
   std::string when = {};   // date and time of what the cell names
+  std::string delta = {};  // to the reference: "Δ +5.1 g"
   std::string tip = {};    // what the cell leaves out, and where a click leads
   bool isOut = false;      // beyond a limit that somebody chose
   TVerdictAnswer answer = TVerdictAnswer::Nothing;

@@ -69,6 +69,35 @@ TEST(ShockStatistics, PercentilesStandAtTheMiddleOfEachRank) {
   EXPECT_TRUE(std::isnan(TExceedance({}).Percentile(0.5)));
 }
 
+TEST(ShockStatistics, ADistributionKeepsTheLargestAndIsNearTheWhole) {
+  std::vector<double> values;  // 0 … 9999, each once, in no order
+  for (std::size_t i = 0; i < 10000; ++i) values.push_back(static_cast<double>(i * 7919 % 10000));
+  values.push_back(kNaN);
+  const TDistribution few = DistributionOf(values);
+  ASSERT_EQ(few.size(), kMaxDistribution);
+  for (std::size_t i = 0; i < 200; ++i) EXPECT_EQ(few[400 + i].value, static_cast<float>(9800 + i));
+  const TExceedance whole(values);
+  const TExceedance near = TExceedance::Of(few);
+  constexpr double kHalfGroup = 12.5;
+  for (const double part : {0.05, 0.5, 0.9, 0.979}) {
+    EXPECT_NEAR(near.Percentile(part), whole.Percentile(part), kHalfGroup) << part;
+  }
+  for (const double part : {0.985, 0.99, 0.9999, 1.0}) EXPECT_DOUBLE_EQ(near.Percentile(part), whole.Percentile(part));
+  EXPECT_DOUBLE_EQ(near.PartAbove(9990.5), whole.PartAbove(9990.5));
+  EXPECT_EQ(near.PartAbove(-1), 1);
+  const std::vector<double> three = {3, 1, 2};
+  EXPECT_DOUBLE_EQ(TExceedance::Of(DistributionOf(three)).Percentile(0.4), TExceedance(three).Percentile(0.4));
+}
+
+TEST(RoundHistogram, SharesItsStepsWithTheReference) {
+  const std::vector<double> values = {3, 4.9, 5};
+  const TRoundHistogram both = HistogramInRoundSteps(values, 10, {{1, 2}, {4.5F, 30}, {17.5F, 1}});
+  EXPECT_EQ(both.step, 2);
+  EXPECT_EQ(both.first, 0);
+  EXPECT_THAT(both.counts, testing::ElementsAre(0, 1, 2, 0, 0, 0, 0, 0, 0));
+  EXPECT_THAT(both.referenceCounts, testing::ElementsAre(2, 0, 30, 0, 0, 0, 0, 0, 1));
+}
+
 TEST(RoundHistogram, HasStepsOfOneTwoOrFiveThatBeginAtAMultiple) {
   const auto of = [](const std::vector<double>& values, std::size_t steps) {
     return HistogramInRoundSteps(values, steps);

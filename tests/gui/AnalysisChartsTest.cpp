@@ -74,6 +74,24 @@ TEST(CountChart, NamesStandBelowEachOtherTheFirstOnTop) {
   EXPECT_THAT(SaidAt(chart, {middle, RectOf(chart).rect().bottom() - 4}), HasSubstr("Z-pos: 1 event"));
 }
 
+TEST(CountChart, AReferenceIsAnOutlineInPercentOfItsOwnEvents) {
+  TCountChart chart(TCountChart::TBars::Steps, "Chart", "Histogram", nullptr);
+  Show(chart);
+  chart.SetBars({{0, 2, 1, "0 to 2 g", 30}, {2, 4, 3, "2 to 4 g", 10}, {4, 6, 0, "4 to 6 g", 0}}, "Peak (g)", "other");
+  Settle();
+  EXPECT_THAT(SaidAt(chart, PointAt(chart, 1, 3)), HasSubstr("0 to 2 g: 1 event, 25 % · other 75 % · Δ -50 %"));
+  const QColor ink = chart.Legend().Contents().entries.at(1).ink;
+  const auto inkAt = [&](double x, double percent) {
+    return Ink(chart, ink, {PointAt(chart, x, percent) - QPoint(20, 2), QSize(40, 5)});
+  };
+  EXPECT_GT(inkAt(1, 75), 20);
+  EXPECT_GT(inkAt(3, 25), 20);
+  EXPECT_EQ(inkAt(1, 50), 0);
+  chart.SetBars({{0, 2, 1, "0 to 2 g"}}, "Peak (g)");
+  EXPECT_TRUE(chart.Legend().Contents().entries.empty());
+  EXPECT_EQ(ValuesOf(chart).label(), "Events");
+}
+
 TEST(ExceedanceChart, SaysWhichPartOfTheEventsExceedsAValue) {
   TExceedanceChart chart("Chart", "Exceedance", nullptr);
   Show(chart);
@@ -86,6 +104,17 @@ TEST(ExceedanceChart, SaysWhichPartOfTheEventsExceedsAValue) {
   EXPECT_LE(ValuesOf(chart).range().lower, 5) << "the largest is exceeded by 5 %";
   EXPECT_THAT(Texts(chart.Table(), 0), ElementsAre("3", "4", "4", "5", "6", "7", "9", "12", "18", "31"));
   EXPECT_EQ(Texts(chart.Table(), 1).back(), "5");
+
+  const std::vector<double> others = {10, 50};
+  chart.SetValues(TExceedance(peaks), "Peak", "g", {"other", TExceedance(others)});
+  Settle();
+  EXPECT_THAT(TitleOf(chart), HasSubstr("P90 24.5 (Δ -25.5)"));
+  EXPECT_GE(chart.Range().Full().end, 50);
+  EXPECT_THAT(SaidAt(chart, PointAt(chart, 18.5, 20)), HasSubstr(" · other 75 % · Δ -60 %"));
+  EXPECT_EQ(chart.Table().Fields()[2].Label, "Peak (g) other");
+  EXPECT_EQ(Texts(chart.Table(), 2).at(1), "50");
+  EXPECT_EQ(Texts(chart.Table(), 2).at(2), "");
+  EXPECT_EQ(chart.VisibleStatistics().rows.back().back(), "-19");
 
   chart.SetValues(TExceedance(std::vector<double>{7}), "Peak", "g");
   Settle();

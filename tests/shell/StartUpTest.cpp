@@ -12,7 +12,9 @@ namespace {
 TEST(StartUp, TheWindowStartsWithItsCaptionTheCardsAndTheWelcomePanel) {
   TFakeWindow window;
   TRecentDocuments recent;
-  FormCreate({"/opt/none", "1.0.0.0", "/recordings", "ignored.kshock"}, recent, window.controls, window.dialogs);
+  TShownMission mission;
+  FormCreate({"/opt/none", "1.0.0.0", "/recordings", "ignored.kshock"}, mission, recent, window.controls,
+             window.dialogs, window.views);
   EXPECT_EQ(window.log.Take(),
             "caption \"Korvex165 ShockScope [W64] v1.0.0.0\"; text lblCardToTTotal \"ToT total\"; "
             "text lblCardIoTTotal \"IoT total\"; text lblCardToTMax \"ToT max\"; text lblCardIoTMax \"IoT max\"; "
@@ -62,7 +64,7 @@ class SettingsFolder : public testing::Test {
   }
   // The calls that follow the welcome state.
   std::string Start() {
-    FormCreate(FProgram, FRecent, FWindow.controls, FWindow.dialogs);
+    FormCreate(FProgram, FMission, FRecent, FWindow.controls, FWindow.dialogs, FWindow.views);
     const std::string log = FWindow.log.Take();
     const std::string before = "disable dxBarReload; ";
     return log.substr(log.find(before) + before.size());
@@ -75,6 +77,7 @@ class SettingsFolder : public testing::Test {
   TTempFolder FFolder;
   TProgram FProgram;
   TRecentDocuments FRecent;
+  TShownMission FMission;
   TFakeWindow FWindow;
 };
 
@@ -121,8 +124,8 @@ TEST_F(SettingsFolder, FailedStepsStopNoOtherAndShowOneMessage) {
 
 TEST_F(SettingsFolder, ALayoutThatCannotBeSavedOrLoadedIsReported) {
   const std::string overview = "show" + kDockPanelNames + "; ";
-  SaveUserLayout(FProgram, FWindow.controls, FWindow.dialogs);
-  LoadUserLayout(FProgram, TView::Shock, FWindow.controls, FWindow.dialogs);
+  SaveUserLayout(FProgram, FMission, FWindow.controls, FWindow.dialogs);
+  LoadUserLayout(FProgram, TView::Shock, FMission, FWindow.controls, FWindow.dialogs, FWindow.views);
   LoadDefaultLayout(FProgram, TView::Overview, FWindow.controls);
   const std::string folder = FFolder.Path().string();
   EXPECT_EQ(FWindow.log.Take(),
@@ -131,16 +134,16 @@ TEST_F(SettingsFolder, ALayoutThatCannotBeSavedOrLoadedIsReported) {
   Touch({"default-layout.ini", "user-layout.ini"});
   FWindow.controls.Unusable = {"default-layout.ini", "user-layout.ini"};
   const std::string file = (FFolder / "user-layout.ini").string();
-  SaveUserLayout(FProgram, FWindow.controls, FWindow.dialogs);
-  LoadUserLayout(FProgram, TView::Shock, FWindow.controls, FWindow.dialogs);
+  SaveUserLayout(FProgram, FMission, FWindow.controls, FWindow.dialogs);
+  LoadUserLayout(FProgram, TView::Shock, FMission, FWindow.controls, FWindow.dialogs, FWindow.views);
   LoadDefaultLayout(FProgram, TView::Overview, FWindow.controls);
   EXPECT_EQ(FWindow.log.Take(),
             "save layout user-layout.ini; box \"The layout is not saved.\" " + file +
                 ": of no use; load layout user-layout.ini; box \"The user layout cannot be used.\" " + file +
                 ": of no use; designed layout; load layout default-layout.ini; " + overview);
   FProgram.findSettingsFolder = [] { return std::string(); };
-  SaveUserLayout(FProgram, FWindow.controls, FWindow.dialogs);
-  LoadUserLayout(FProgram, TView::Shock, FWindow.controls, FWindow.dialogs);
+  SaveUserLayout(FProgram, FMission, FWindow.controls, FWindow.dialogs);
+  LoadUserLayout(FProgram, TView::Shock, FMission, FWindow.controls, FWindow.dialogs, FWindow.views);
   EXPECT_THAT(FWindow.log.Take(), testing::Not(testing::HasSubstr(" layout user-layout.ini")));
 }
 

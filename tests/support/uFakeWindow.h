@@ -56,6 +56,7 @@ class TFakeControls final : public IControls {
   std::set<std::string, std::less<>> Closed;    // controls that are not visible
   std::set<std::string, std::less<>> Unusable;  // names of files that cannot be read or written
   int AtOnce = 0;                               // how often messages were processed that must not wait
+  std::string Sections;                         // that were last saved with a layout
   std::function<void()> OnMessages = [] {};     // what the user does while messages are processed
 
   void SetVisible(std::string_view control, bool visible) override {
@@ -87,7 +88,10 @@ class TFakeControls final : public IControls {
   void LoadLogo(std::size_t index, const std::filesystem::path& file) override { Touch("load logo", index, file); }
   void SaveLogo(std::size_t index, const std::filesystem::path& file) override { Touch("save logo", index, file); }
   void LoadLayout(const std::filesystem::path& file) override { Touch("load layout", {}, file); }
-  void SaveLayout(const std::filesystem::path& file) override { Touch("save layout", {}, file); }
+  void SaveLayout(const std::filesystem::path& file, const std::string& sections) override {
+    Sections = sections;
+    Touch("save layout", {}, file);
+  }
   void RestoreDesignedLayout() override { FLog.Add("designed layout"); }
   void ShowRecentDocuments(const TRecentDocuments& recent) override {
     FLog.Add("recent {} files {} folders", recent.Files.Entries().size(), recent.Folders.Entries().size());
@@ -167,6 +171,9 @@ class TFakeViews final : public IMissionViews {
     FLog.Add("display from {}", mission.Display.limits[0].min);
   }
   void ShowPins(const TPins& pins) override { FLog.Add("pins {}", pins.items.size()); }
+  void ShowReference(const TShownMission& mission) override {
+    FLog.Add("reference {}", mission.Reference ? ReferenceName(*mission.Reference) : "none");
+  }
   void ShowNotes(const TShownMission& mission) override {
     FLog.Add("notes on {} events{}", mission.Notes.ofEvents.size(),
              mission.Notes.problem.empty() ? "" : ": " + mission.Notes.problem);

@@ -10,13 +10,16 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 #include "analysis/uShockStatistics.h"
 #include "base/uDateTime.h"
 #include "base/uText.h"
 #include "gui/charts/uChartPaint.h"
 #include "gui/charts/uCountChart.h"
+#include "gui/charts/uDistributionCharts.h"
 #include "gui/charts/uExceedanceChart.h"
+#include "gui/charts/uReferenceLooks.h"
 #include "gui/common/uAnalysisBar.h"
 #include "gui/common/uLabels.h"
 #include "gui/common/uQtText.h"
@@ -26,19 +29,8 @@
 
 namespace {
 
-constexpr std::size_t kHistogramSteps = 30;
-
-// Either of the pulse or of the table of events.
-struct TQuantityChoice {
-  const char* name;
-  const char* unit;
-  double TPulse::*ofPulse;
-  std::string_view ofTable;
-};
-constexpr TQuantityChoice kQuantityChoices[] = {{QT_TR_NOOP("Velocity change"), "m/s", &TPulse::velocityChange, {}},
-                                                {QT_TR_NOOP("Peak"), "g", nullptr, "Acceleration max"},
-                                                {QT_TR_NOOP("Duration at 10 %"), "ms", &TPulse::durationTenth, {}},
-                                                {QT_TR_NOOP("IoT total"), "g·ms", nullptr, "IoT total"}};
+constexpr qsizetype kMaxName = 26;  // characters of the reference's
+constexpr int kCountDigits = 10;
 
 }  // namespace
 
@@ -56,7 +48,7 @@ TStatisticsPanel::TStatisticsPanel(QWidget* parent)
   FQuantity->setObjectName("cmbStatisticsQuantity");
   FQuantity->setAccessibleName(tr("Quantity of histogram and exceedance"));
   FQuantity->setToolTip(FQuantity->accessibleName());
-  for (const TQuantityChoice& choice : kQuantityChoices) FQuantity->addItem(tr(choice.name));
+  for (const TEventQuantity& quantity : kEventQuantities) FQuantity->addItem(tr(quantity.name));
   new TWheelGuard(*FQuantity);
   connect(FQuantity, &QComboBox::currentIndexChanged, this, &TStatisticsPanel::FillQuantity);
   for (TAnalysisChart* chart : findChildren<TAnalysisChart*>()) chart->installEventFilter(this);
@@ -92,6 +84,7 @@ bool TStatisticsPanel::eventFilter(QObject* watched, QEvent* event) {
 
 void TStatisticsPanel::ShowMission(const TShownMission* mission) {
   FMission = mission;
+  FReference = nullptr;
   FIsStale = true;
   if (isVisible() || mission == nullptr) Fill();
 }
@@ -104,9 +97,16 @@ void TStatisticsPanel::showEvent(QShowEvent* event) {
 void TStatisticsPanel::Fill() {
   FIsStale = false;
   FEvents = FMission == nullptr ? std::vector<std::uint32_t>() : VisibleEvents(FMission->CLDS);
+  const bool isPart = FMission != nullptr && !FMission->CLDS.ShownRows().empty();
+  FReference = FMission == nullptr ? nullptr : ReferenceFor(*FMission, isPart);
   FillTimes();
   FillDirections();
   FillQuantity();
+}
+
+// Empty without a reference, and where it has none of these events.
+QString TStatisticsPanel::ReferenceWords(bool isAny) const {
+  return FReference == nullptr || !isAny ? QString() : ShownText(ReferenceName(*FReference), kMaxName);
 }
 
 void TStatisticsPanel::FillTimes() {
@@ -119,64 +119,68 @@ void TStatisticsPanel::FillTimes() {
   for (const auto& [day, count] : CountByDay(times)) {
     days.push_back({day, day + 1, count, QtText(FormatDateTime(ShortDateFormat(), day))});
   }
+  const QString reference = ReferenceWords(FReference != nullptr && FReference->events > 0);
   std::vector<TCountBar> hours;
   const auto counts = CountByHour(times);
   for (std::size_t hour = 0; hour < counts.size() && !days.empty(); ++hour) {
     const auto begin = static_cast<double>(hour);
-    hours.push_back({begin, begin + 1, counts[hour], QtText(fmt::format("{:02}:00 to {:02}:00", hour, hour + 1))});
+    hours.push_back({begin, begin + 1, counts[hour], QtText(fmt::format("{:02}:00 to {:02}:00", hour, hour + 1)),
+                     reference.isEmpty() ? 0 : FReference->hours[hour]});
   }
+  const bool hasLevel = !reference.isEmpty() && FReference->days >= 1;
+  const double aDay = hasLevel ? static_cast<double>(FReference->events) / FReference->days : std::nan("");
+  FDays->SetLevel(aDay, tr("%1: %2 a day").arg(reference, Digits(aDay, 3)));
   FDays->SetBars(std::move(days), tr("Day"));
-  FHours->SetBars(std::move(hours), tr("Hour of the day"));
+  FHours->SetBars(std::move(hours), tr("Hour of the day"), reference);
 }
 
 void TStatisticsPanel::FillDirections() {
   std::vector<TDirection> directions;
-  if (FMission != nullptr && FMission->Analysis) {
-    for (const std::uint32_t event : FEvents) {
-      const TPulse& pulse = FMission->Analysis->Pulses[event];
-      if (pulse.problem == TPulseProblem::None) directions.push_back(pulse.direction);
-    }
-  }
+  const bool isAnalysed = FMission != nullptr && FMission->Analysis;
+  if (isAnalysed) directions = DirectionsOf(FEvents, *FMission->Analysis);
+  const QString reference = ReferenceWords(FReference != nullptr && !FReference->directions.empty());
+  std::vector<TDirectionCount> there;
+  if (!reference.isEmpty()) there = FReference->directions;
   std::vector<TCountBar> bars;
   for (const auto& [direction, count] : CountByDirection(directions)) {
     bars.push_back({0, 0, count, QtText(DirectionText(direction))});
+    const auto same = std::ranges::find(there, direction, &TDirectionCount::direction);
+    if (same == there.end()) continue;
+    bars.back().reference = same->count;
+    there.erase(same);
   }
-  FDirections->SetBars(std::move(bars), tr("Direction"));
+  for (std::size_t i = 0; i < there.size() && !bars.empty(); ++i) {
+    bars.push_back({0, 0, 0, QtText(DirectionText(there[i].direction)), there[i].count});
+  }
+  FDirections->SetBars(std::move(bars), tr("Direction"), reference);
+  ShowCount(isAnalysed ? std::optional(directions.size()) : std::nullopt);
+}
+
+void TStatisticsPanel::ShowCount(std::optional<std::size_t> pulses) {
   QString text = FEvents.size() == 1 ? tr("1 event") : tr("%1 events").arg(FEvents.size());
-  if (FMission != nullptr && FMission->Analysis) text += tr(" · %1 with a pulse").arg(directions.size());
+  if (pulses) text += tr(" · %1 with a pulse").arg(*pulses);
+  if (FReference != nullptr) {
+    const auto difference = static_cast<double>(FEvents.size()) - static_cast<double>(FReference->events);
+    text += tr(" · Δ %1 events against all %2 of %3")
+                .arg(SignedDigits(difference, kCountDigits))
+                .arg(FReference->events)
+                .arg(ReferenceWords(true));
+    if (!FReference->hasPulses) text += tr(", which has no shock analysis");
+  } else if (FMission != nullptr && FMission->Reference) {
+    text += tr(" · this recording is the reference");
+  }
   if (FMission == nullptr) text.clear();
   FCount->setText(text);
 }
 
-std::vector<double> TStatisticsPanel::ValuesOf(std::size_t quantity) const {
-  std::vector<double> values;
-  const TQuantityChoice& choice = kQuantityChoices[quantity];
-  if (FMission == nullptr || (choice.ofPulse != nullptr && !FMission->Analysis)) return values;
-  const TDataset& table = FMission->Tables.Events;
-  const auto field = table.FindField(choice.ofTable);
-  values.reserve(FEvents.size());
-  for (const std::uint32_t event : FEvents) {
-    if (choice.ofPulse == nullptr) {
-      values.push_back(field ? double{table.Singles(*field)[event]} : std::nan(""));
-      continue;
-    }
-    const TPulse& pulse = FMission->Analysis->Pulses[event];
-    values.push_back(pulse.problem == TPulseProblem::None ? pulse.*choice.ofPulse : std::nan(""));
-  }
-  return values;
-}
-
 void TStatisticsPanel::FillQuantity() {
-  const auto quantity = static_cast<std::size_t>(FQuantity->currentIndex());
-  const TQuantityChoice& choice = kQuantityChoices[quantity];
-  const std::vector<double> values = ValuesOf(quantity);
-  const TRoundHistogram histogram = HistogramInRoundSteps(values, kHistogramSteps);
-  std::vector<TCountBar> bars;
-  for (std::size_t i = 0; i < histogram.counts.size(); ++i) {
-    const double from = histogram.first + static_cast<double>(i) * histogram.step;
-    const double to = from + histogram.step;
-    bars.push_back({from, to, histogram.counts[i], tr("%1 to %2 %3").arg(Digits(from), Digits(to), choice.unit)});
+  const auto place = static_cast<std::size_t>(FQuantity->currentIndex());
+  const TEventQuantity& quantity = kEventQuantities[place];
+  std::vector<double> values;
+  if (FMission != nullptr) {
+    values = ValuesOf(quantity, FEvents, FMission->Tables, FMission->Analysis ? &*FMission->Analysis : nullptr);
   }
-  FHistogram->SetBars(std::move(bars), tr("%1 (%2)").arg(tr(choice.name), choice.unit));
-  FExceedance->SetValues(TExceedance(values), tr(choice.name), choice.unit);
+  ShowDistribution(quantity, values, ReferenceWords(true),
+                   FReference == nullptr ? TDistribution() : FReference->distributions[place], *FHistogram,
+                   *FExceedance);
 }

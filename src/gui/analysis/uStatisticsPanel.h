@@ -1,9 +1,9 @@
 // Statistics of all visible events: by day, hour and direction, and of one quantity its histogram and how often its
-// values are exceeded. Main thread only.
+// values are exceeded; beside those of all events of the reference. Main thread only.
 #pragma once
 
 #include <QWidget>
-#include <string>
+#include <optional>
 #include <vector>
 
 class QComboBox;
@@ -11,6 +11,7 @@ class QLabel;
 class TAnalysisChart;
 class TCountChart;
 class TExceedanceChart;
+struct TReference;
 struct TShownMission;
 
 class TStatisticsPanel : public QWidget {
@@ -21,8 +22,8 @@ class TStatisticsPanel : public QWidget {
 
   // The one that the user was last in, at first the first.
   [[nodiscard]] TAnalysisChart* CurrentChart() const { return FCurrent; }
-  // The mission, its analysis, its date format or what its filter lets through changed; borrowed until the next call,
-  // null: no file.
+  // The mission, its analysis, its date format, the reference or what its filter lets through changed; borrowed until
+  // the next call, null: no file.
   void ShowMission(const TShownMission* mission);
 
  protected:
@@ -35,10 +36,11 @@ class TStatisticsPanel : public QWidget {
   void FillTimes();
   void FillDirections();
   void FillQuantity();
-  // Of the visible events, NaN where an event has none.
-  [[nodiscard]] std::vector<double> ValuesOf(std::size_t quantity) const;
+  void ShowCount(std::optional<std::size_t> pulses);
+  [[nodiscard]] QString ReferenceWords(bool isAny) const;
 
   const TShownMission* FMission = nullptr;
+  const TReference* FReference = nullptr;  // what is compared with
   bool FIsStale = false;
   std::vector<std::uint32_t> FEvents;  // the visible ones
   QLabel* FCount;

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "gui/charts/uChartPaint.h"
+#include "gui/charts/uReferenceLooks.h"
 #include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
 
@@ -34,14 +35,8 @@ TAxisUnit TCountChart::UnitOf(TBars bars) {
 TCountChart::TCountChart(TBars bars, const QString& name, const QString& title, QWidget* parent)
     : TAnalysisChart(UnitOf(bars), name, title, parent), FKind(bars), FTitle(title) {
   SetPlaceholder(tr("No events"));
-  QCPAxis& counts = FKind == TBars::Names ? TimeAxis() : static_cast<QCPAxis&>(ValueAxis());
-  counts.setTicker(QSharedPointer<TCountTicker>::create());
-  if (FKind == TBars::Names) {
-    SetTimeTitle(tr("Events"));
-    ValueAxis().setRangeReversed(true);
-  } else {
-    ValueAxis().setLabel(tr("Events"));
-  }
+  if (FKind == TBars::Names) ValueAxis().setRangeReversed(true);
+  TitleCounts();
   if (FKind == TBars::Hours) {
     auto hours = QSharedPointer<QCPAxisTickerFixed>::create();
     hours->setTickStep(kHoursStep);
@@ -54,31 +49,69 @@ TCountChart::TCountChart(TBars bars, const QString& name, const QString& title, 
   Clear();
 }
 
-double TCountChart::MaxCount(const std::vector<TCountBar>& bars) {
-  std::size_t max = 1;
-  for (const TCountBar& bar : bars) max = std::max(max, bar.count);
-  return static_cast<double>(max);
+QCPAxis& TCountChart::CountAxis() const {
+  return FKind == TBars::Names ? TimeAxis() : static_cast<QCPAxis&>(ValueAxis());
 }
 
-void TCountChart::SetBars(std::vector<TCountBar> bars, const QString& quantity) {
+void TCountChart::TitleCounts() {
+  const QString title = FReference.isEmpty() ? tr("Events") : tr("% of events");
+  FKind == TBars::Names ? SetTimeTitle(title) : ValueAxis().setLabel(title);
+  CountAxis().setTicker(FReference.isEmpty() ? QSharedPointer<TCountTicker>::create().staticCast<QCPAxisTicker>()
+                                             : QSharedPointer<QCPAxisTicker>::create());
+}
+
+double TCountChart::Length(const TCountBar& bar) const {
+  const auto count = static_cast<double>(bar.count);
+  if (FReference.isEmpty()) return count;
+  return FEvents > 0 ? 100 * count / FEvents : 0;
+}
+
+double TCountChart::ReferenceLength(const TCountBar& bar) const {
+  return FReferenceEvents > 0 ? 100 * static_cast<double>(bar.reference) / FReferenceEvents : 0;
+}
+
+double TCountChart::MaxLength(const std::vector<TCountBar>& bars) const {
+  double max = std::isnan(FLevel) ? 1 : std::max(1.0, FLevel);
+  for (const TCountBar& bar : bars) max = std::max({max, Length(bar), ReferenceLength(bar)});
+  return max;
+}
+
+void TCountChart::SetLevel(double events, const QString& name) {
+  FLevel = events;
+  FLevelName = name;
+  if (HasData()) ScaleValues();
+  QueueReplot();
+}
+
+void TCountChart::SetBars(std::vector<TCountBar> bars, const QString& quantity, const QString& reference) {
   FBars = std::move(bars);
+  FEvents = FReferenceEvents = 0;
+  for (const TCountBar& bar : FBars) {
+    FEvents += static_cast<double>(bar.count);
+    FReferenceEvents += static_cast<double>(bar.reference);
+  }
+  const bool changes = FReference.isEmpty() != reference.isEmpty();
+  FReference = reference;
+  if (changes) TitleCounts();
+  Legend().SetEntries(ReferenceEntries(palette(), FReference));
   FQuantity = quantity.isEmpty() ? FTitle : quantity;
   Legend().SetTitle(FTitle);
   if (FKind == TBars::Steps || FKind == TBars::Hours) SetTimeTitle(FQuantity);
   FDrawn.clear();
   if (FBars.empty()) return SetFullRange(std::nullopt);
-  if (FKind == TBars::Names) return SetFullRange(TTimeSpan{0, MaxCount(FBars) * kRoom});
+  if (FKind == TBars::Names) return SetFullRange(TTimeSpan{0, MaxLength(FBars) * kRoom});
   FDrawn = FBars;
   SetFullRange(TTimeSpan{FBars.front().from, FBars.back().to});
 }
 
 // Names wait for the height that they get.
 void TCountChart::ScaleValues() {
-  if (FKind != TBars::Names) ValueAxis().setRange(0, MaxCount(FBars) * kRoom);
+  if (FKind != TBars::Names) ValueAxis().setRange(0, MaxLength(FBars) * kRoom);
 }
 
 void TCountChart::Restyle() {
   TTimeChart::Restyle();
+  Legend().SetEntries(ReferenceEntries(palette(), FReference));
   if (FKind != TBars::Names) return;
   ValueAxis().grid()->setPen(Qt::NoPen);
   ValueAxis().grid()->setZeroLinePen(Qt::NoPen);
@@ -91,26 +124,28 @@ void TCountChart::Prepare() {
   if (FDrawn.size() == count) return;
   FDrawn.assign(FBars.begin(), FBars.begin() + static_cast<std::ptrdiff_t>(count));
   if (count < FBars.size()) {
-    for (std::size_t i = count; i < FBars.size(); ++i) FDrawn.back().count += FBars[i].count;
+    for (std::size_t i = count; i < FBars.size(); ++i) {
+      FDrawn.back().count += FBars[i].count;
+      FDrawn.back().reference += FBars[i].reference;
+    }
     FDrawn.back().name = tr("%1 others").arg(FBars.size() - count + 1);
   }
   auto names = QSharedPointer<QCPAxisTickerText>::create();
   for (std::size_t i = 0; i < count; ++i) names->addTick(static_cast<double>(i), FDrawn[i].name);
   ValueAxis().setTicker(names);
   ValueAxis().setRange(-0.5, static_cast<double>(count) - 0.5);
-  TimeAxis().setRange(0, MaxCount(FDrawn) * kRoom);
+  TimeAxis().setRange(0, MaxLength(FDrawn) * kRoom);
 }
 
-QRectF TCountChart::RectOf(std::size_t bar) const {
+QRectF TCountChart::RectOf(std::size_t bar, double length) const {
   const TCountBar& one = FDrawn[bar];
-  const auto count = static_cast<double>(one.count);
   if (FKind == TBars::Names) {
     const auto place = static_cast<double>(bar);
     return QRectF(QPointF(TimeAxis().coordToPixel(0), ValueAxis().coordToPixel(place - kHalfBar)),
-                  QPointF(TimeAxis().coordToPixel(count), ValueAxis().coordToPixel(place + kHalfBar)))
+                  QPointF(TimeAxis().coordToPixel(length), ValueAxis().coordToPixel(place + kHalfBar)))
         .normalized();
   }
-  QRectF rect = QRectF(QPointF(TimeAxis().coordToPixel(one.from), ValueAxis().coordToPixel(count)),
+  QRectF rect = QRectF(QPointF(TimeAxis().coordToPixel(one.from), ValueAxis().coordToPixel(length)),
                        QPointF(TimeAxis().coordToPixel(one.to), ValueAxis().coordToPixel(0)))
                     .normalized();
   if (rect.width() > 3 * kGap) rect.adjust(0, 0, -kGap, 0);
@@ -127,7 +162,7 @@ void TCountChart::Paint(QCPPainter& painter) {
   painter.setClipRect(rect, Qt::IntersectClip);
   painter.setAntialiasing(false);
   for (std::size_t i = 0; i < FDrawn.size(); ++i) {
-    const QRectF bar = RectOf(i) & rect.adjusted(-1, -1, 1, 1);
+    const QRectF bar = RectOf(i, Length(FDrawn[i])) & rect.adjusted(-1, -1, 1, 1);
     if (FDrawn[i].count == 0 || bar.isEmpty()) continue;
     painter.fillRect(bar, fill);
     painter.setPen(QPen(ink, 1));
@@ -137,19 +172,47 @@ void TCountChart::Paint(QCPPainter& painter) {
       painter.drawLine(bar.topLeft(), bar.topRight());
     }
   }
+  if (!FReference.isEmpty()) PaintReference(painter, QColor(TokensOf(palette()).ink));
   painter.restore();
+  if (std::isnan(FLevel)) return;
+  painter.setFont(font());
+  DrawLevel(painter, Labels(), ValueAxis(), FLevel, FLevelName, QColor(TokensOf(palette()).ink));
+  Labels().Paint(painter, palette());
+}
+
+// The outline over steps side by side, and a bar of its own around each name.
+void TCountChart::PaintReference(QCPPainter& painter, const QColor& ink) {
+  painter.setPen(ReferencePen(ink));
+  painter.setBrush(Qt::NoBrush);
+  QPolygonF outline;
+  for (std::size_t i = 0; i < FDrawn.size(); ++i) {
+    const double length = ReferenceLength(FDrawn[i]);
+    if (FKind == TBars::Names) {
+      const QRectF bar = RectOf(i, length);
+      if (length > 0)
+        painter.drawPolyline(QPolygonF({bar.topLeft(), bar.topRight(), bar.bottomRight(), bar.bottomLeft()}));
+      continue;
+    }
+    const double y = ValueAxis().coordToPixel(length);
+    outline << QPointF(TimeAxis().coordToPixel(FDrawn[i].from), y) << QPointF(TimeAxis().coordToPixel(FDrawn[i].to), y);
+  }
+  painter.drawPolyline(outline);
 }
 
 // The bar in whose row or column the position is.
 std::optional<TReading> TCountChart::NearestTo(const QPointF& position) const {
   for (std::size_t i = 0; i < FDrawn.size(); ++i) {
-    const QRectF bar = RectOf(i);
+    const TCountBar& one = FDrawn[i];
+    const QRectF bar = RectOf(i, Length(one));
     const bool isHere = FKind == TBars::Names ? position.y() >= bar.top() && position.y() <= bar.bottom()
                                               : position.x() >= bar.left() && position.x() <= bar.right() + kGap;
-    if (!isHere || FDrawn[i].count == 0) continue;
-    const std::size_t count = FDrawn[i].count;
-    const QString words =
-        count == 1 ? tr("%1: 1 event").arg(FDrawn[i].name) : tr("%1: %2 events").arg(FDrawn[i].name).arg(count);
+    if (!isHere || (one.count == 0 && one.reference == 0)) continue;
+    QString words = one.count == 1 ? tr("%1: 1 event").arg(one.name) : tr("%1: %2 events").arg(one.name).arg(one.count);
+    if (!FReference.isEmpty()) {
+      words += tr(", %1 % · %2 %3 % · Δ %4 %")
+                   .arg(Digits(Length(one), 3), FReference, Digits(ReferenceLength(one), 3),
+                        SignedDigits(Length(one) - ReferenceLength(one), 3));
+    }
     const QPointF end =
         FKind == TBars::Names ? QPointF(bar.right(), bar.center().y()) : QPointF(bar.center().x(), bar.top());
     return TReading{words, palette().color(QPalette::Text), end};
@@ -165,8 +228,11 @@ TDataset TCountChart::Table() const {
       table.AddField(hasSteps ? title + " from" : title, hasSteps ? TFieldType::Single : TFieldType::Text);
   const std::size_t end = hasSteps ? table.AddField(title + " to", TFieldType::Single) : first;
   const std::size_t events = table.AddField("Events", TFieldType::Integer);
+  const std::size_t reference =
+      FReference.isEmpty() ? events : table.AddField(Utf8(tr("Events of %1").arg(FReference)), TFieldType::Integer);
   for (const TCountBar& bar : FBars) {
     table.Append();
+    if (!FReference.isEmpty()) table.SetInteger(reference, static_cast<std::int32_t>(bar.reference));
     if (hasSteps) {
       table.SetSingle(first, static_cast<float>(bar.from));
       table.SetSingle(end, static_cast<float>(bar.to));

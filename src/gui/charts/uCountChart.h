@@ -1,7 +1,9 @@
-// How many events fall into each step of a quantity, or have each of some names: a bar each. Main thread only.
+// How many events fall into each step of a quantity, or have each of some names: a bar each. Beside a reference both
+// are in % of their events, and the reference is an outline. Main thread only.
 #pragma once
 
 #include <cstddef>
+#include <limits>
 #include <vector>
 
 #include "gui/charts/uAnalysisChart.h"
@@ -10,6 +12,7 @@ struct TCountBar {
   double from, to;  // along the axis of the bars, in its unit
   std::size_t count;
   QString name;  // of what is counted
+  std::size_t reference = 0;
 };
 
 class TCountChart final : public TAnalysisChart {
@@ -27,8 +30,11 @@ class TCountChart final : public TAnalysisChart {
   TCountChart(TBars bars, const QString& name, const QString& title, QWidget* parent);
 
   void Clear() override { SetBars({}, {}); }
-  // `quantity` names the axis and the table's column; an empty one leaves the chart's title there.
-  void SetBars(std::vector<TCountBar> bars, const QString& quantity);
+  // `quantity` names the axis and the table's column; an empty one leaves the chart's title there. `reference` names
+  // what the bars count as reference; empty: nothing.
+  void SetBars(std::vector<TCountBar> bars, const QString& quantity, const QString& reference = {});
+  // A line across the bars at a number of events; NaN: none. It stays when the bars change.
+  void SetLevel(double events, const QString& name);
 
   [[nodiscard]] const std::vector<TCountBar>& Bars() const { return FBars; }
   [[nodiscard]] TDataset Table() const override;
@@ -42,12 +48,22 @@ class TCountChart final : public TAnalysisChart {
 
  private:
   [[nodiscard]] static TAxisUnit UnitOf(TBars bars);
-  [[nodiscard]] static double MaxCount(const std::vector<TCountBar>& bars);
-  [[nodiscard]] QRectF RectOf(std::size_t bar) const;
+  // Along the axis of the counts: events, or % of them beside a reference.
+  [[nodiscard]] double Length(const TCountBar& bar) const;
+  [[nodiscard]] double ReferenceLength(const TCountBar& bar) const;
+  [[nodiscard]] double MaxLength(const std::vector<TCountBar>& bars) const;
+  [[nodiscard]] QRectF RectOf(std::size_t bar, double length) const;
+  [[nodiscard]] QCPAxis& CountAxis() const;
+  void TitleCounts();
   void Paint(QCPPainter& painter);
+  void PaintReference(QCPPainter& painter, const QColor& ink);
 
   TBars FKind;
   QString FTitle, FQuantity;
+  QString FReference;                        // empty: none
+  double FEvents = 0, FReferenceEvents = 0;  // of all bars
+  double FLevel = std::numeric_limits<double>::quiet_NaN();
+  QString FLevelName;
   std::vector<TCountBar> FBars;
   std::vector<TCountBar> FDrawn;
 };

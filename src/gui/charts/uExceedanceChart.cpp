@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <functional>
 
 #include "gui/charts/uChartPaint.h"
+#include "gui/charts/uReferenceLooks.h"
 #include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
 
@@ -28,29 +30,51 @@ TExceedanceChart::TExceedanceChart(const QString& name, const QString& title, QW
   Clear();
 }
 
-void TExceedanceChart::SetValues(TExceedance values, const QString& quantity, const QString& unit) {
+QString TExceedanceChart::PercentileText(int percentile) const {
+  const double value = FValues.Percentile(percentile / 100.0);
+  const QString text = tr("P%1 %2").arg(percentile).arg(Digits(value, kDigits));
+  if (!HasReference()) return text;
+  const double there = FReference.values.Percentile(percentile / 100.0);
+  return tr("%1 (Δ %2)").arg(text, SignedDigits(value - there, kDigits));
+}
+
+void TExceedanceChart::SetValues(TExceedance values, const QString& quantity, const QString& unit,
+                                 TReferenceCurve reference) {
   FValues = std::move(values);
+  FReference = std::move(reference);
   FQuantity = quantity;
   FUnit = unit;
   SetTimeTitle(tr("%1 (%2)").arg(quantity, unit));
+  Legend().SetEntries(ReferenceEntries(palette(), FReference.name));
   QString title = tr("Exceedance");
   if (FValues.Values().empty()) {
     Legend().SetTitle(title);
     return SetFullRange(std::nullopt);
   }
-  for (const int percentile : kPercentiles) {
-    title += tr(" · P%1 %2").arg(percentile).arg(Digits(FValues.Percentile(percentile / 100.0), kDigits));
-  }
+  for (const int percentile : kPercentiles) title += " · " + PercentileText(percentile);
   Legend().SetTitle(tr("%1 %2").arg(title, unit));
-  const double min = FValues.Values().front();
-  const double max = FValues.Values().back();
+  double min = FValues.Values().front();
+  double max = FValues.Values().back();
+  if (HasReference()) {
+    min = std::min(min, FReference.values.Values().front());
+    max = std::max(max, FReference.values.Values().back());
+  }
   SetFullRange(TTimeSpan{std::min(0.0, min), max > 0 ? max * kRoom : std::max(max, min + 1)});
+}
+
+void TExceedanceChart::Restyle() {
+  TTimeChart::Restyle();
+  Legend().SetEntries(ReferenceEntries(palette(), FReference.name));
 }
 
 // Down to the decade of the largest value.
 void TExceedanceChart::ScaleValues() {
   const std::size_t count = FValues.Values().size();
-  const double last = count == 0 ? 10 : ExceededBy(count - 1);
+  double last = count == 0 ? 10 : ExceededBy(count - 1);
+  if (HasReference()) {
+    const TExceedance& reference = FReference.values;
+    last = std::min(last, 100 * reference.ExceededPart(reference.Values().size() - 1));
+  }
   ValueAxis().setRange(std::min(10.0, std::pow(10.0, std::floor(std::log10(last)))), 120);
 }
 
@@ -95,7 +119,24 @@ void TExceedanceChart::Paint(QCPPainter& painter) {
   }
   painter.restore();
   Labels().AddCurve(line);
+  if (HasReference()) PaintReference(painter);
   Labels().Paint(painter, palette());
+}
+
+void TExceedanceChart::PaintReference(QCPPainter& painter) {
+  const TExceedance& reference = FReference.values;
+  QPolygonF line;
+  for (std::size_t i = 0; i < reference.Values().size(); ++i) {
+    line.append(
+        {TimeAxis().coordToPixel(reference.Values()[i]), ValueAxis().coordToPixel(100 * reference.ExceededPart(i))});
+  }
+  painter.save();
+  painter.setClipRect(Rect().rect().adjusted(-1, -1, 1, 1), Qt::IntersectClip);
+  painter.setAntialiasing(true);
+  painter.setPen(ReferencePen(QColor(TokensOf(palette()).ink)));
+  painter.drawPolyline(line);
+  painter.restore();
+  Labels().AddCurve(line);
 }
 
 QString TExceedanceChart::MomentText(double value) const {
@@ -105,33 +146,54 @@ QString TExceedanceChart::MomentText(double value) const {
 std::optional<TReading> TExceedanceChart::NearestTo(const QPointF& position) const {
   if (!HasData()) return std::nullopt;
   const std::size_t value = ValueAt(position.x());
-  return TReading{tr("%1 %2: exceeded by %3 % of the events")
-                      .arg(Digits(FValues.Values()[value], kDigits), FUnit, Digits(ExceededBy(value), 3)),
-                  palette().color(QPalette::Text), PlaceOf(value)};
+  const double at = FValues.Values()[value];
+  QString words =
+      tr("%1 %2: exceeded by %3 % of the events").arg(Digits(at, kDigits), FUnit, Digits(ExceededBy(value), 3));
+  if (HasReference()) {
+    const double there = 100 * FReference.values.PartAbove(at);
+    words +=
+        tr(" · %1 %2 % · Δ %3 %").arg(FReference.name, Digits(there, 3), SignedDigits(ExceededBy(value) - there, 3));
+  }
+  return TReading{words, palette().color(QPalette::Text), PlaceOf(value)};
 }
 
 TDataset TExceedanceChart::Table() const {
   TDataset table;
-  const std::size_t value = table.AddField(Utf8(tr("%1 (%2)").arg(FQuantity, FUnit)), TFieldType::Single);
-  const std::size_t part = table.AddField("Exceeded by (%)", TFieldType::Single);
-  table.Reserve(FValues.Values().size());
-  for (std::size_t i = 0; i < FValues.Values().size(); ++i) {
+  const auto addCurve = [&](const QString& name, const TExceedance& values) {
+    const std::size_t value = table.AddField(Utf8(tr("%1 (%2)%3").arg(FQuantity, FUnit, name)), TFieldType::Single);
+    table.AddField(Utf8("Exceeded by (%)" + name), TFieldType::Single);
+    return [&table, &values, value](std::size_t row) {
+      if (row >= values.Values().size()) return;
+      table.SetSingle(value, static_cast<float>(values.Values()[row]));
+      table.SetSingle(value + 1, static_cast<float>(100 * values.ExceededPart(row)));
+    };
+  };
+  const auto own = addCurve({}, FValues);
+  std::function<void(std::size_t)> reference = [](std::size_t) {};
+  if (HasReference()) reference = addCurve(" " + FReference.name, FReference.values);
+  const std::size_t rows = std::max(FValues.Values().size(), FReference.values.Values().size());
+  table.Reserve(rows);
+  for (std::size_t row = 0; row < rows; ++row) {
     table.Append();
-    table.SetSingle(value, static_cast<float>(FValues.Values()[i]));
-    table.SetSingle(part, static_cast<float>(ExceededBy(i)));
+    own(row);
+    reference(row);
   }
   return table;
 }
 
 TRangeTable TExceedanceChart::VisibleStatistics() const {
   if (!HasData()) return {};
-  TRangeTable table{tr("All shown events"),
-                    {tr("Figure"), tr("Value (%1)").arg(FUnit)},
-                    1,
-                    {{tr("Smallest"), Digits(FValues.Values().front())}}};
-  for (const int percentile : kPercentiles) {
-    table.rows.push_back({tr("P%1").arg(percentile), Digits(FValues.Percentile(percentile / 100.0))});
-  }
-  table.rows.push_back({tr("Largest"), Digits(FValues.Values().back())});
+  TRangeTable table{tr("All shown events"), {tr("Figure"), tr("Value (%1)").arg(FUnit)}, 1, {}};
+  if (HasReference()) table.titles << FReference.name << "Δ";
+  const auto add = [&](const QString& figure, double part) {
+    const double value = FValues.Percentile(part);
+    table.rows.push_back({figure, Digits(value)});
+    if (!HasReference()) return;
+    const double there = FReference.values.Percentile(part);
+    table.rows.back() << Digits(there) << SignedDigits(value - there, kDigits);
+  };
+  add(tr("Smallest"), 0);
+  for (const int percentile : kPercentiles) add(tr("P%1").arg(percentile), percentile / 100.0);
+  add(tr("Largest"), 1);
   return table;
 }

@@ -7,6 +7,11 @@
 #include "analysis/uShockStatistics.h"
 #include "gui/charts/uAnalysisChart.h"
 
+struct TReferenceCurve {
+  QString name = {};
+  TExceedance values{{}};
+};
+
 class TExceedanceChart final : public TAnalysisChart {
   Q_OBJECT
 
@@ -14,13 +19,15 @@ class TExceedanceChart final : public TAnalysisChart {
   TExceedanceChart(const QString& name, const QString& title, QWidget* parent);
 
   void Clear() override { SetValues(TExceedance({}), {}, {}); }
-  void SetValues(TExceedance values, const QString& quantity, const QString& unit);
+  // `reference` is drawn beside the values unless it has no name.
+  void SetValues(TExceedance values, const QString& quantity, const QString& unit, TReferenceCurve reference = {});
 
   [[nodiscard]] TDataset Table() const override;
   [[nodiscard]] TRangeTable VisibleStatistics() const override;
 
  protected:
   void ScaleValues() override;
+  void Restyle() override;
   [[nodiscard]] QString MomentText(double value) const override;
   [[nodiscard]] std::optional<TReading> NearestTo(const QPointF& position) const override;
 
@@ -28,10 +35,15 @@ class TExceedanceChart final : public TAnalysisChart {
   // % of the events.
   [[nodiscard]] double ExceededBy(std::size_t value) const { return 100 * FValues.ExceededPart(value); }
   [[nodiscard]] QPointF PlaceOf(std::size_t value) const;
+  [[nodiscard]] bool HasReference() const { return !FReference.name.isEmpty(); }
+  // "P50 6.5", beside a reference with the difference.
+  [[nodiscard]] QString PercentileText(int percentile) const;
   // The last value that is drawn at or left of a position, else the first.
   [[nodiscard]] std::size_t ValueAt(double x) const;
   void Paint(QCPPainter& painter);
+  void PaintReference(QCPPainter& painter);
 
   TExceedance FValues{{}};
+  TReferenceCurve FReference;
   QString FQuantity, FUnit;
 };

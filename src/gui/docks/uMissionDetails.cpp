@@ -41,7 +41,7 @@ void TMissionDetails::ShowText() {
   QString html;
   for (const TSection& section : FSections) {
     html += QString("<p style='margin-top:8px; margin-bottom:4px'><b>%1</b></p><table width='100%' cellpadding='2'>")
-                .arg(section.title);
+                .arg(section.title.toHtmlEscaped());
     for (const TFigure& figure : section.figures) {
       html += QString("<tr><td width='36%' style='color:%1'>%2</td><td>%3</td></tr>")
                   .arg(QColor(TokensOf(palette()).secondaryInk).name(), shown(figure.label), shown(figure.text));

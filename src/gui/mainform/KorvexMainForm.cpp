@@ -252,7 +252,7 @@ void TKorvexMainForm::FormCreate() {
   FParts->overview->ChartAllSensors()->PrepareExtraAxes();
   const std::string folder = FProgram.findSettingsFolder();
   if (!folder.empty()) LoadWindowPlace(*this, PathFromUtf8(folder) / kWindowPlaceFile);
-  ::FormCreate(FProgram, FFlow->Recent(), *FControls, *FDialogs);
+  ::FormCreate(FProgram, FFlow->Mission(), FFlow->Recent(), *FControls, *FDialogs, *FViews);
   FProfiles->Restore();
   if (folder.empty()) return;
   TFailureList failures;

@@ -7,6 +7,7 @@
 #include "shell/uLayoutCommands.h"
 #include "shell/uNavigatorCommands.h"
 #include "shell/uPinCommands.h"
+#include "shell/uReferenceCommands.h"
 
 namespace command {
 
@@ -40,11 +41,20 @@ void DefaultLayout(TTargets on, bool /*checked*/) {
 }
 
 void UserLayout(TTargets on, bool /*checked*/) {
-  LoadUserLayout(on.program, on.flow.View(), on.controls, on.dialogs);
+  LoadUserLayout(on.program, on.flow.View(), on.flow.Mission(), on.controls, on.dialogs, on.views);
 }
 
 void SaveLayout(TTargets on, bool /*checked*/) {
-  SaveUserLayout(on.program, on.controls, on.dialogs);
+  SaveUserLayout(on.program, on.flow.Mission(), on.controls, on.dialogs);
+}
+
+void SwitchKeptReference(TTargets on, bool checked) {
+  KeepReference(on.flow.Mission(), checked, on.views);
+}
+
+void UseShownAsReference(TTargets on, bool /*checked*/) {
+  if (!on.flow.FileShown()) return;
+  on.controls.ShowNotice(UseAsReference(on.flow.Mission(), on.flow.FileName(), on.views), {});
 }
 
 void SwitchSelectedPin(TTargets on, bool /*checked*/) {

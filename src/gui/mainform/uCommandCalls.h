@@ -60,6 +60,8 @@ void SyncWithSensors(TTargets on, bool checked);
 void DefaultLayout(TTargets on, bool checked);
 void UserLayout(TTargets on, bool checked);
 void SaveLayout(TTargets on, bool checked);
+void SwitchKeptReference(TTargets on, bool checked);
+void UseShownAsReference(TTargets on, bool checked);
 void SwitchSelectedPin(TTargets on, bool checked);
 void SwitchFullScreen(TTargets on, bool checked);
 void ListKeys(TTargets on, bool checked);

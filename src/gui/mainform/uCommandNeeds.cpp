@@ -17,6 +17,7 @@ constexpr TNeed kNeeds[] = {
      [](TMission mission, TSpan) { return mission.Tables.Sensors.RowCount() > 0; }},
     {kOfNotes, "the recording has no notes",
      [](TMission mission, TSpan) { return mission.Notes.file && !mission.Notes.file->Items().empty(); }},
+    {kOfReference, "there is no reference", [](TMission mission, TSpan) { return mission.Reference.has_value(); }},
     {kOfTimeBefore, "the band begins with the recording",
      [](TMission mission, TSpan recorded) { return mission.Band.start > recorded.start; }},
     {kOfTimeAfter, "the band ends with the recording",

@@ -6,6 +6,7 @@
 #include "gui/mainform/uNoteDialogs.h"
 #include "gui/mainform/uViewOutput.h"
 #include "shell/uNavigatorCommands.h"
+#include "shell/uReferenceCommands.h"
 
 namespace {
 
@@ -116,6 +117,9 @@ constexpr TCommand kCommands[] = {
     {"actSaveUserLayout", "dxBarSaveUserLayout", "btngrpLayout", "Save user la&yout",
      "Keep panels and splitters as they are; the next start loads them", "document-save", "Ctrl+Shift+U", 0,
      SaveLayout},
+    {"actLayoutReference", "dxBarLayoutReference", "btngrpLayout", "With re&ference",
+     "Save user layout keeps the reference too (Events, Compare); it is there again whenever that layout is loaded",
+     "kr_comparedirs", "", kCheckable, SwitchKeptReference},
     {"actOverviewPrint", "dxBarOverviewPrint", "btngrpEvents", "Print…",
      "Print charts and most important events of the band", "document-print", "", kLarge, On<PrintView>},
     {"actOverviewPreview", "dxBarOverviewPreview", "btngrpEvents", "Print pre&view…",
@@ -132,6 +136,11 @@ constexpr TCommand kCommands[] = {
      "Keep a copy of the selected event beside others, also those of other recordings; a pinned event is unpinned",
      "window-pin", "V", kLarge | kOfEvents, SwitchSelectedPin},
     {"actEventPin", "dxBarEventPinAgain", "btngrpCompare", "", "", "", "", kAgain | kLarge},
+    {"actUseAsReference", "dxBarUseAsReference", "btngrpCompare", "Use as &reference",
+     "Keep the figures and distributions of this recording; other recordings then show Δ against it", "kr_comparedirs",
+     "Ctrl+R", kLarge, UseShownAsReference},
+    {"actClearReference", "dxBarClearReference", "btngrpCompare", "&Clear reference", "Show no Δ any more",
+     "edit-clear", "Ctrl+Shift+R", kLarge | kOfReference, Do<ClearReference>},
     {"actShockPrint", "dxBarShockPrint", "btngrpShockOutput", "Print…",
      "Print the selected event, the events chart and the table of the band's events", "document-print", "", kLarge,
      On<PrintView>},

@@ -44,11 +44,12 @@ inline constexpr unsigned kOfAnyEvents = 1024;
 inline constexpr unsigned kOfSensors = 4096;
 inline constexpr unsigned kOfTimeBefore = 8192;
 inline constexpr unsigned kOfTimeAfter = 16384;
-inline constexpr unsigned kOfFile = 2048;      // disabled until a recording is opened
-inline constexpr unsigned kPanel = 128;        // shows and hides the dock panel of that name: the panel's own action
-inline constexpr unsigned kEventMode = 32768;  // one of these at most is checked
-inline constexpr unsigned kOfNotes = 65536;    // one of Needs()
-inline constexpr unsigned kAgain = 256;        // another button of an action that an earlier row makes
+inline constexpr unsigned kOfFile = 2048;         // disabled until a recording is opened
+inline constexpr unsigned kPanel = 128;           // shows and hides the dock panel of that name: the panel's own action
+inline constexpr unsigned kEventMode = 32768;     // one of these at most is checked
+inline constexpr unsigned kOfNotes = 65536;       // one of Needs()
+inline constexpr unsigned kOfReference = 131072;  // one of Needs()
+inline constexpr unsigned kAgain = 256;           // another button of an action that an earlier row makes
 }  // namespace command
 
 // Properties of actions. The settings keep the state of such an action: it can be executed while its group is hidden,

@@ -166,8 +166,8 @@ void TControls::LoadLayout(const std::filesystem::path& file) {
   FParts.overview->SetSharesHeight(false);
 }
 
-void TControls::SaveLayout(const std::filesystem::path& file) {
-  FParts.layouts->Save(file);
+void TControls::SaveLayout(const std::filesystem::path& file, const std::string& sections) {
+  FParts.layouts->Save(file, sections);
 }
 
 void TControls::RestoreDesignedLayout() {

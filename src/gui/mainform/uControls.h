@@ -47,7 +47,7 @@ class TControls final : public IControls {
   void LoadLogo(std::size_t index, const std::filesystem::path& file) override;
   void SaveLogo(std::size_t index, const std::filesystem::path& file) override;
   void LoadLayout(const std::filesystem::path& file) override;
-  void SaveLayout(const std::filesystem::path& file) override;
+  void SaveLayout(const std::filesystem::path& file, const std::string& sections) override;
   void RestoreDesignedLayout() override;
   void ShowRecentDocuments(const TRecentDocuments& recent) override;
   void SetProgressMaximum(int maximum) override;

@@ -121,7 +121,7 @@ void TLayouts::Load(const std::filesystem::path& file) {
   }
 }
 
-void TLayouts::Save(const std::filesystem::path& file) const {
+void TLayouts::Save(const std::filesystem::path& file, const std::string& sections) const {
   const TArrangement arrangement = Current();
   TIniFile ini;
   for (const auto& [name, text] : LinesOf(FWindow, arrangement.docks)) {
@@ -134,7 +134,7 @@ void TLayouts::Save(const std::filesystem::path& file) const {
   for (auto panel = folded.begin(); panel != folded.end(); ++panel) {
     ini.WriteBool(kFolded, Utf8(panel.key()), panel.value());
   }
-  SaveFile(file, ini.Text());
+  SaveFile(file, ini.Text() + sections);
 }
 
 bool TLayouts::AllClosed() const {

@@ -27,8 +27,8 @@ class TLayouts : public QObject {
   // Throws std::runtime_error when the file is unusable, and restores the designed arrangement. Floating panels are
   // moved onto a screen.
   void Load(const std::filesystem::path& file);
-  // Throws when the file cannot be written.
-  void Save(const std::filesystem::path& file) const;
+  // `sections` stand behind those of the layout. Throws when the file cannot be written.
+  void Save(const std::filesystem::path& file, const std::string& sections) const;
 
   // Shows and closes a panel on behalf of the program; the user's own opening and closing does not come here.
   void SetPanelVisible(QDockWidget& panel, bool visible);

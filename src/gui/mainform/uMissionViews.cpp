@@ -40,6 +40,7 @@
 #include "gui/shock/uShockPanel.h"
 #include "shell/uFilterWords.h"
 #include "shell/uNoteCommands.h"
+#include "shell/uReferenceFigures.h"
 #include "shell/uSettingsCommands.h"
 
 TMissionViews::TMissionViews(QMainWindow& window, TMainParts& parts, TControls& controls)
@@ -58,6 +59,7 @@ void TMissionViews::EmptyGridsAndCharts() {
   FVerdict = {};
   FParts.overview->Verdict()->ShowCells({});
   FParts.overview->Verdict()->ShowJudgement({});
+  FParts.overview->Verdict()->ShowReference({});
   ShowLimitsInForce(FMission, FControls);
   for (TGrid* grid : FWindow.findChildren<TGrid*>()) {
     grid->SetNotes(nullptr);
@@ -114,6 +116,16 @@ void TMissionViews::UpdateKorvexUI(TShownMission& mission) {
 
 void TMissionViews::ShowPins(const TPins& pins) {
   FParts.shock->ShowPins(pins);
+}
+
+void TMissionViews::ShowReference(const TShownMission& mission) {
+  NamedChild<QAction>(FWindow, "actLayoutReference").setChecked(mission.ReferenceIsKept);
+  if (FMission == nullptr) return;
+  ShowStrip(mission);
+  ShowDetails(mission);
+  FParts.statistics->ShowMission(&mission);
+  FParts.report->ShowReport(mission);
+  FControls.UpdateCommands();
 }
 
 void TMissionViews::ShowNotes(const TShownMission& mission) {
@@ -213,8 +225,13 @@ void TMissionViews::ShowInCharts(const TDisplaySettings& display) {
 
 void TMissionViews::ShowVerdict(const TShownMission& mission) {
   FVerdict = VerdictOf(mission);
+  ShowStrip(mission);
+}
+
+void TMissionViews::ShowStrip(const TShownMission& mission) {
   FParts.overview->Verdict()->ShowCells(VerdictCells(FVerdict, mission));
   FParts.overview->Verdict()->ShowJudgement(JudgementLine(FVerdict, mission.Display));
+  FParts.overview->Verdict()->ShowReference(ReferenceLine(mission));
 }
 
 void TMissionViews::ShowDetails(const TShownMission& mission) {
@@ -230,6 +247,11 @@ void TMissionViews::ShowDetails(const TShownMission& mission) {
                                                      {QObject::tr("Sensors"), NamedSensorFigures(mission)}};
   if (std::vector<TFigure> notes = NoteFigures(mission); !notes.empty()) {
     sections.insert(sections.begin() + 1, {QObject::tr("Notes"), std::move(notes)});
+  }
+  if (const TReference* reference = ReferenceFor(mission, false)) {
+    const auto figures = ReferenceFigures(*reference, FVerdict, true, mission.Display);
+    sections.insert(sections.begin() + 1,
+                    {QObject::tr("Compared with %1").arg(QtText(ReferenceName(*reference))), DeltaFigures(figures)});
   }
   FParts.docks.details->ShowSections(std::move(sections));
 }

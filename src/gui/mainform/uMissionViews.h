@@ -30,6 +30,7 @@ class TMissionViews final : public IMissionViews {
   void PrepareReport(const TShownMission& mission) override;
   void RefreshDisplay(const TShownMission& mission) override;
   void ShowPins(const TPins& pins) override;
+  void ShowReference(const TShownMission& mission) override;
   void ShowNotes(const TShownMission& mission) override;
   [[nodiscard]] std::optional<TTimeSpan> NavigatorSpan() const override;
   void SetNavigatorBand(const TTimeSpan& band) override;
@@ -66,6 +67,8 @@ class TMissionViews final : public IMissionViews {
   // Names the selected event; empty without one.
   [[nodiscard]] QString SelectedEventWords(std::optional<std::size_t> event) const;
   void ShowVerdict(const TShownMission& mission);
+  // The words of FVerdict.
+  void ShowStrip(const TShownMission& mission);
   void ShowDetails(const TShownMission& mission);
   // In charts and grids.
   void PlaceNotes(const TShownMission& mission);

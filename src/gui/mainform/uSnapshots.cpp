@@ -125,6 +125,27 @@ class TAlbum {
     Save("statistics");
     FForm.Flow().SwitchView(TView::Shock);
   }
+  // Beside a reference that is like the recording, but milder.
+  void SaveReference() {
+    TShownMission& mission = FForm.Flow().Mission();
+    Trigger("actUseAsReference");
+    while (!mission.Analysis) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
+    mission.ReferenceIsShown = false;
+    mission.Reference->file = "reference.kshock";
+    for (TDistribution& distribution : mission.Reference->distributions) {
+      for (TCountedValue& each : distribution) each.value *= 0.8F;
+    }
+    FForm.Flow().SwitchView(TView::Overview);
+    SaveWith("actAlarmSet", "reference");
+    FForm.Flow().SwitchView(TView::Statistics);
+    FForm.findChild<QComboBox*>("cmbStatisticsQuantity")->setCurrentIndex(1);
+    Save("reference-statistics");
+    FForm.Flow().SwitchView(TView::Report);
+    FForm.findChild<TPageView*>("scrlReport")->GoToPage(1);
+    Save("reference-report");
+    Trigger("actClearReference");
+    FForm.Flow().SwitchView(TView::Shock);
+  }
   // The selected event beside two others, aligned at the peak.
   void SavePins() {
     for (const char* action : {"actEventPin", "actNextEvent", "actEventPin", "actNextEvent"}) Trigger(action);
@@ -191,6 +212,7 @@ QStringList SaveSnapshots(TKorvexMainForm& form, const QString& recording, const
   album.SaveWith("actShockShowTable", "shock-values");
   album.SaveWith("actShockSpecAnalysis", "spectrum");
   album.SaveAnalysis();
+  album.SaveReference();
   album.SaveResponse();
   album.SavePins();
   album.Trigger("actFilterEdit");

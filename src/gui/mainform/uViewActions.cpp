@@ -211,6 +211,8 @@ void TViewActions::OpenVerdict(TVerdictQuestion question, TVerdictAnswer answer)
   } else if (answer == TVerdictAnswer::EditLimits) {
     FControls.SelectRibbonTab("tabHome");
     FWindow.findChild<QAction*>("actAlarmLimits")->trigger();
+  } else if (answer == TVerdictAnswer::ShowStatistics) {
+    FFlow.SwitchView(TView::Statistics);
   } else if (answer == TVerdictAnswer::ShowWhole) {
     OnMission([this](TShownMission& mission) { actNavSetIntAllExecute(mission, FViews); });
   } else if (answer == TVerdictAnswer::ShowExcursion) {

@@ -5,7 +5,6 @@
 #include <QStyle>
 #include <QTextLayout>
 #include <algorithm>
-#include <cctype>
 #include <utility>
 
 #include "gui/common/uQtText.h"
@@ -50,7 +49,7 @@ void TVerdictButton::ShowCell(const TVerdictCell& cell) {
   const bool leads = cell.answer != TVerdictAnswer::Nothing;
   setCursor(leads ? Qt::PointingHandCursor : Qt::ArrowCursor);
   QStringList words;
-  for (const std::string& part : {cell.value, cell.unit, cell.note, cell.when}) {
+  for (const std::string& part : {cell.value, cell.unit, cell.delta, cell.note, cell.when}) {
     if (!part.empty()) words.append(QtText(part));
   }
   setAccessibleName(QString("%1: %2").arg(FCaption, words.join(' ')));
@@ -76,6 +75,20 @@ QSize TVerdictButton::sizeHint() const {
 
 void TVerdictButton::SetForm(TForm form) {
   if (std::exchange(FForm, form) != form) updateGeometry();
+}
+
+// The caption, and at its right the difference to the reference, else the time where it fits.
+void TVerdictButton::PaintHead(QPainter& painter, const QRect& head) const {
+  const QFontMetrics metrics = painter.fontMetrics();
+  const QString delta = QtText(FCell.delta);
+  const int taken = delta.isEmpty() ? 0 : metrics.horizontalAdvance(delta) + kBetween;
+  painter.drawText(head, Qt::AlignLeft | Qt::AlignVCenter,
+                   metrics.elidedText(FCaption, Qt::ElideRight, head.width() - taken));
+  const QString when = QtText(FCell.when);
+  const int needed = metrics.horizontalAdvance(FCaption) + 2 * kBetween + metrics.horizontalAdvance(when);
+  if (delta.isEmpty() && needed > head.width()) return;
+  if (!delta.isEmpty()) painter.setPen(QColor(TokensOf(palette()).ink));
+  painter.drawText(head, Qt::AlignRight | Qt::AlignVCenter, delta.isEmpty() ? when : delta);
 }
 
 // Below the number or beside it in one line, or instead of it in two; the last is cut where the words are too long.
@@ -119,11 +132,7 @@ void TVerdictButton::paintEvent(QPaintEvent* /*event*/) {
   painter.setPen(QColor(tokens.secondaryInk));
   const QFontMetrics small = painter.fontMetrics();
   const int caption = small.height();
-  const QRect head(room.topLeft(), QSize(room.width(), caption));
-  painter.drawText(head, Qt::AlignLeft | Qt::AlignVCenter, small.elidedText(FCaption, Qt::ElideRight, head.width()));
-  const QString when = QtText(FCell.when);
-  const bool fits = small.horizontalAdvance(FCaption) + 2 * kBetween + small.horizontalAdvance(when) <= head.width();
-  if (fits) painter.drawText(head, Qt::AlignRight | Qt::AlignVCenter, when);
+  PaintHead(painter, QRect(room.topLeft(), QSize(room.width(), caption)));
   room.setTop(room.top() + caption);
   painter.setFont(Scaled(FForm == TForm::Flat ? kFlatValueSize : kValueSize, true));
   painter.setPen(QColor(FCell.isOut ? tokens.alarm : tokens.ink));
@@ -165,56 +174,58 @@ void TVerdictButton::changeEvent(QEvent* event) {
   if (event->type() == QEvent::FontChange) updateGeometry();
 }
 
-TJudgementButton::TJudgementButton(QWidget* parent) : QAbstractButton(parent) {
-  setObjectName("btnJudgement");
-  setAccessibleName(tr("Judgement"));
+TStripLine::TStripLine(const QString& object, const QString& name, const QString& click, QWidget* parent)
+    : QAbstractButton(parent), FName(name), FClick(click) {
+  setObjectName(object);
+  setAccessibleName(name);
   setFocusPolicy(Qt::StrongFocus);
   setCursor(Qt::PointingHandCursor);
   setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
   hide();
 }
 
-void TJudgementButton::ShowLine(const TJudgementLine& line) {
-  FLine = line;
-  if (!FLine.text.empty()) FLine.text[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(FLine.text[0])));
-  setVisible(!FLine.text.empty());
-  setAccessibleName(FLine.text.empty() ? tr("Judgement") : QtText(FLine.text));
-  setToolTip(Qt::convertFromPlainText(QString("%1\n%2").arg(accessibleName(), tr("Click: change the limits"))));
+void TStripLine::ShowText(const QString& text, qsizetype bold, bool isBad) {
+  FText = text;
+  FBold = bold;
+  FIsBad = isBad;
+  setVisible(!text.isEmpty());
+  setAccessibleName(text.isEmpty() ? FName : text);
+  setToolTip(Qt::convertFromPlainText(QString("%1\n%2").arg(accessibleName(), FClick)));
   update();
 }
 
-QSize TJudgementButton::sizeHint() const {
+QSize TStripLine::sizeHint() const {
   return {fontMetrics().averageCharWidth() * kMinCharacters, fontMetrics().height() + 2 * kTopPadding};
 }
 
-void TJudgementButton::paintEvent(QPaintEvent* /*event*/) {
+void TStripLine::paintEvent(QPaintEvent* /*event*/) {
   const TThemeTokens& tokens = TokensOf(palette());
-  const bool failed = FLine.outcome == TJudgementOutcome::Failed;
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
-  painter.setBrush(QColor(failed ? tokens.alarmTint : tokens.surface));
+  painter.setBrush(QColor(FIsBad ? tokens.alarmTint : tokens.surface));
   const double width = hasFocus() ? 2 : 1;
   const bool marked = hasFocus() || underMouse();
-  painter.setPen(QPen(QColor(marked ? tokens.accent : failed ? tokens.alarm : tokens.hairline), width));
+  painter.setPen(QPen(QColor(marked ? tokens.accent : FIsBad ? tokens.alarm : tokens.hairline), width));
   painter.drawRoundedRect(QRectF(rect()).adjusted(width / 2, width / 2, -width / 2, -width / 2), 4, 4);
-  // The outcome stands out: "Failed", "Passed", "Not judged".
-  const QString text = QtText(FLine.text);
-  const qsizetype end = text.section(' ', 0, FLine.outcome == TJudgementOutcome::NotJudged ? 1 : 0).size();
   QRect room = rect().adjusted(kPadding, 0, -kPadding, 0);
   QFont bold = font();
   bold.setBold(true);
   painter.setFont(bold);
-  painter.setPen(QColor(failed ? tokens.alarm : tokens.ink));
-  painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter, text.left(end));
-  room.setLeft(room.left() + painter.fontMetrics().horizontalAdvance(text.left(end)));
+  painter.setPen(QColor(FIsBad ? tokens.alarm : tokens.ink));
+  painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter,
+                   painter.fontMetrics().elidedText(FText.left(FBold), Qt::ElideRight, room.width()));
+  room.setLeft(room.left() + painter.fontMetrics().horizontalAdvance(FText.left(FBold)));
   painter.setFont(font());
   painter.setPen(QColor(tokens.ink));
   painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter,
-                   fontMetrics().elidedText(text.mid(end), Qt::ElideRight, room.width()));
+                   fontMetrics().elidedText(FText.mid(FBold), Qt::ElideRight, room.width()));
 }
 
 TVerdictStrip::TVerdictStrip(QWidget* parent)
-    : QWidget(parent), FGrid(new QGridLayout(this)), FJudgement(new TJudgementButton(this)) {
+    : QWidget(parent),
+      FGrid(new QGridLayout(this)),
+      FJudgement(new TStripLine("btnJudgement", tr("Judgement"), tr("Click: change the limits"), this)),
+      FReference(new TStripLine("btnReference", tr("Reference"), tr("Click: compare the statistics"), this)) {
   setObjectName("pnlVerdict");
   setAccessibleName(tr("Verdict"));
   FGrid->setContentsMargins(0, 0, 0, kGap);
@@ -229,6 +240,8 @@ TVerdictStrip::TVerdictStrip(QWidget* parent)
   }
   connect(FJudgement, &QAbstractButton::clicked, this,
           [this] { emit Asked(TVerdictQuestion::AboveAlarm, TVerdictAnswer::EditLimits); });
+  connect(FReference, &QAbstractButton::clicked, this,
+          [this] { emit Asked(TVerdictQuestion::Events, TVerdictAnswer::ShowStatistics); });
   Arrange();
 }
 
@@ -240,6 +253,19 @@ void TVerdictStrip::ShowCells(const TVerdictCells& cells) {
   }
   if (std::exchange(FWideColumn, wide) != wide) FColumns = 0;
   Arrange();
+}
+
+// The outcome stands out: "Failed", "Passed", "Not judged".
+void TVerdictStrip::ShowJudgement(const TJudgementLine& line) {
+  QString text = QtText(line.text);
+  if (!text.isEmpty()) text[0] = text[0].toUpper();
+  const int words = line.outcome == TJudgementOutcome::NotJudged ? 2 : 1;
+  FJudgement->ShowText(text, text.section(' ', 0, words - 1).size(), line.outcome == TJudgementOutcome::Failed);
+}
+
+void TVerdictStrip::ShowReference(const std::string& line) {
+  const QString text = QtText(line);
+  FReference->ShowText(text, text.section(':', 0, 0).size(), false);
 }
 
 void TVerdictStrip::SetFlat(bool flat) {
@@ -260,6 +286,7 @@ void TVerdictStrip::Arrange() {
     FGrid->addWidget(button, i / columns, i % columns);
   }
   FGrid->addWidget(FJudgement, 2, 0, 1, columns);
+  FGrid->addWidget(FReference, 3, 0, 1, columns);
   for (int column = 0; column < count; ++column) {
     const int share = column == FWideColumn && columns == count ? 3 : 2;
     FGrid->setColumnStretch(column, column < columns ? share : 0);

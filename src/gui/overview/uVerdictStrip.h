@@ -32,6 +32,7 @@ class TVerdictButton : public QAbstractButton {
   void changeEvent(QEvent* event) override;
 
  private:
+  void PaintHead(QPainter& painter, const QRect& head) const;
   void PaintNote(QPainter& painter, const QRect& room) const;
   [[nodiscard]] QFont Scaled(double factor, bool bold) const;
 
@@ -40,21 +41,24 @@ class TVerdictButton : public QAbstractButton {
   TForm FForm = TForm::Tall;
 };
 
-// Whether the recording passes the limit profile in force, and by what not, in one line.
-class TJudgementButton : public QAbstractButton {
+// A sentence below the buttons, as a button.
+class TStripLine : public QAbstractButton {
   Q_OBJECT
 
  public:
-  explicit TJudgementButton(QWidget* parent);
-  // Hidden while there is nothing to say.
-  void ShowLine(const TJudgementLine& line);
+  // `name` is what the line is called while it is hidden, `click` says what a click does.
+  TStripLine(const QString& object, const QString& name, const QString& click, QWidget* parent);
+  // Hidden while there is no text, of which `bold` characters at the beginning stand out.
+  void ShowText(const QString& text, qsizetype bold, bool isBad);
   [[nodiscard]] QSize sizeHint() const override;
 
  protected:
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  TJudgementLine FLine;
+  QString FName, FClick, FText;
+  qsizetype FBold = 0;
+  bool FIsBad = false;
 };
 
 class TVerdictStrip : public QWidget {
@@ -63,7 +67,10 @@ class TVerdictStrip : public QWidget {
  public:
   explicit TVerdictStrip(QWidget* parent);
   void ShowCells(const TVerdictCells& cells);
-  void ShowJudgement(const TJudgementLine& line) { FJudgement->ShowLine(line); }
+  // Whether the recording passes the limit profile in force, and by what not; empty without one.
+  void ShowJudgement(const TJudgementLine& line);
+  // What Δ stands for; empty without a reference.
+  void ShowReference(const std::string& line);
   // In one low row, so that what is below has room.
   void SetFlat(bool flat);
 
@@ -79,7 +86,8 @@ class TVerdictStrip : public QWidget {
 
   QGridLayout* FGrid;
   std::array<TVerdictButton*, kVerdictQuestionCount> FButtons{};
-  TJudgementButton* FJudgement;  // below them
+  TStripLine* FJudgement;  // below them
+  TStripLine* FReference;
   bool FIsFlat = false;
   int FColumns = 0;
   int FWideColumn = -1;  // of a cell that says a whole sentence

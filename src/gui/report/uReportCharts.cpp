@@ -4,7 +4,10 @@
 
 #include "gui/charts/uChartDisplay.h"
 #include "gui/charts/uChartOnPaper.h"
+#include "gui/charts/uCountChart.h"
+#include "gui/charts/uDistributionCharts.h"
 #include "gui/charts/uEventsChart.h"
+#include "gui/charts/uExceedanceChart.h"
 #include "gui/charts/uSelectedEventChart.h"
 #include "gui/charts/uSensorsChart.h"
 #include "gui/report/uPaperText.h"
@@ -94,6 +97,20 @@ void TReportCharts::PaintWhole(QPainter& painter, const QRectF& place) {
   }
   if (hasEvents) Paint(painter, above, Events(), WholeSpan());
   if (hasSensors) Paint(painter, below, Sensors(), WholeSpan());
+}
+
+void TReportCharts::PaintPeaks(QPainter& painter, const QRectF& place) {
+  const TReference& reference = *FData.facts.reference;
+  TCountChart histogram(TCountChart::TBars::Steps, {}, QObject::tr("Histogram"), nullptr);
+  TExceedanceChart exceedance({}, QObject::tr("Exceedance"), nullptr);
+  PrepareForPaper(histogram);
+  PrepareForPaper(exceedance);
+  const TEventQuantity& quantity = kEventQuantities[kPeakQuantity];
+  ShowDistribution(quantity, ValuesOf(quantity, FData.facts.events, FData.Mission().Tables, nullptr),
+                   PlainText(ReferenceName(reference)), reference.distributions[kPeakQuantity], histogram, exceedance);
+  const QSizeF half(place.width() / 2, place.height());
+  Paint(painter, QRectF(place.topLeft(), half), histogram, std::nullopt);
+  Paint(painter, QRectF(place.topLeft() + QPointF(half.width(), 0), half), exceedance, std::nullopt);
 }
 
 void TReportCharts::PaintSelected(QPainter& painter, const QRectF& place) {

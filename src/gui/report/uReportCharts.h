@@ -26,6 +26,8 @@ class TReportCharts {
   // Events above sensors, from the first to the last time of the recording; what the recording lacks is left out.
   void PaintWhole(QPainter& painter, const QRectF& place);
   void PaintSelected(QPainter& painter, const QRectF& place);
+  // Histogram and exceedance of the peaks, beside those of the reference.
+  void PaintPeaks(QPainter& painter, const QRectF& place);
 
  private:
   TEventsChart& Events();

@@ -12,6 +12,7 @@ namespace {
 
 constexpr double kChartPart = 0.42;  // of the page's height, so that two charts stand on one page
 constexpr double kMaxChart = 330;    // pt
+constexpr double kPeaksPart = 0.7;   // of that height
 
 double ChartHeight(const TPageFlow& flow) {
   return std::min(flow.Area().height() * kChartPart, kMaxChart);
@@ -22,6 +23,15 @@ void AddEventsChart(TPageFlow& flow, const TReportData& data, TReportCharts& cha
   flow.AddHeading(QObject::tr("Events chart"), none ? 20 : ChartHeight(flow));
   if (none) return flow.AddParagraph(QObject::tr("There are no shock events."));
   flow.Add(ChartHeight(flow), [&charts](QPainter& painter, const QRectF& rect) { charts.PaintEvents(painter, rect); });
+}
+
+// Only beside a reference.
+void AddPeaks(TPageFlow& flow, const TReportData& data, TReportCharts& charts) {
+  const auto& reference = data.facts.reference;
+  if (!reference || data.facts.events.empty() || reference->events == 0) return;
+  const double height = ChartHeight(flow) * kPeaksPart;
+  flow.AddHeading(QObject::tr("Peaks, compared with %1").arg(PlainText(ReferenceName(*reference))), height);
+  flow.Add(height, [&charts](QPainter& painter, const QRectF& rect) { charts.PaintPeaks(painter, rect); });
 }
 
 void AddSensorsChart(TPageFlow& flow, const TReportData& data, TReportCharts& charts) {
@@ -97,6 +107,7 @@ void AddSections(TPageFlow& flow, const TReportData& data, TReportCharts& charts
         break;
       case TReportSection::Summary:
         AddSummary(flow, data);
+        AddPeaks(flow, data, charts);
         break;
       case TReportSection::ImportantEvents:
         AddImportantEvents(flow, data);

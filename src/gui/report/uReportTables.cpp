@@ -257,6 +257,22 @@ void AddExcursions(TPageFlow& flow, const TReportData& data) {
   AddPlainTable(flow, table);
 }
 
+void AddCompared(TPageFlow& flow, const TReportData& data) {
+  const auto& compared = data.facts.compared;
+  if (compared.empty()) return;
+  const QString name = PlainText(ReferenceName(*data.facts.reference));
+  const auto column = [&compared](const QString& title, std::string TReferenceFigure::*text) {
+    return TextColumn(title, [&compared, text](std::size_t i) { return PlainText(compared[i].*text); });
+  };
+  TPaperTable table{{column(QObject::tr("Figure"), &TReferenceFigure::label),
+                     column(QObject::tr("This report"), &TReferenceFigure::here),
+                     column(name, &TReferenceFigure::there), column("Δ", &TReferenceFigure::delta)},
+                    compared.size()};
+  table.columns.front().isKey = true;
+  flow.AddSubheading(QObject::tr("Compared with %1").arg(name), TableStart(table.rows));
+  AddPlainTable(flow, table);
+}
+
 // Those on the whole recording, and those of the report's time.
 void AddNotes(TPageFlow& flow, const TReportData& data) {
   constexpr qsizetype kMaxText = 2500;  // characters
@@ -300,6 +316,7 @@ void AddVerdict(TPageFlow& flow, const TReportData& data) {
   flow.AddParagraph(AsSentence(VerdictSentence(facts.verdict, facts.display)));
   flow.AddGap(4);
   AddFigures(flow, PaperFigures(VerdictFigures(facts.verdict, facts.display)));
+  AddCompared(flow, data);
   if (facts.verdict.sensors.empty()) return;
   AddExtremes(flow, data);
   AddExcursions(flow, data);

@@ -1,0 +1,170 @@
+#include "shell/uReferenceFile.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstdint>
+#include <numeric>
+#include <stdexcept>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "base/uIniFile.h"
+#include "base/uText.h"
+#include "model/uQuantities.h"
+
+namespace {
+
+constexpr const char *kSection = "Reference", *kSensors = "Reference sensors";
+constexpr const char *kRecording = "Recording", *kEvents = "Events", *kDays = "Days", *kHours = "Hours",
+                     *kDirections = "Directions";
+constexpr std::size_t kMaxEvents = 1'000'000'000;
+constexpr std::size_t kMaxPath = 4096;  // bytes
+constexpr std::size_t kMaxDirections = 27;
+
+[[noreturn]] void Refuse(std::string_view key) {
+  throw std::runtime_error(fmt::format("The layout's [{}] makes no sense at \"{}\".", kSection, key));
+}
+
+// Throws unless all of the text is one number.
+template <class TNumber>
+TNumber NumberOf(std::string_view text, std::string_view key) {
+  TNumber number{};
+  const auto [rest, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (error != std::errc() || rest != text.data() + text.size()) Refuse(key);
+  return number;
+}
+
+std::vector<std::string_view> Parts(std::string_view text, char separator) {
+  std::vector<std::string_view> parts;
+  while (!text.empty()) {
+    const std::size_t end = std::min(text.find(separator), text.size());
+    if (end > 0) parts.push_back(text.substr(0, end));
+    text.remove_prefix(std::min(end + 1, text.size()));
+  }
+  return parts;
+}
+
+std::string Listed(const TDistribution& distribution) {
+  std::string text;
+  for (const auto& [value, count] : distribution) {
+    text += fmt::format("{}{}", text.empty() ? "" : " ", value);
+    if (count > 1) text += fmt::format(" x{}", count);
+  }
+  return text;
+}
+
+TDistribution ReadDistribution(const std::string& text, std::string_view key, std::size_t events) {
+  TDistribution distribution;
+  std::size_t count = 0;
+  for (const std::string_view part : Parts(text, ' ')) {
+    if (part.starts_with('x')) {
+      if (distribution.empty() || distribution.back().count != 1) Refuse(key);
+      distribution.back().count = NumberOf<std::uint32_t>(part.substr(1), key);
+      if (distribution.back().count < 2) Refuse(key);
+      count += distribution.back().count - 1;
+    } else {
+      const auto value = NumberOf<float>(part, key);
+      const bool isRising = distribution.empty() || value >= distribution.back().value;
+      if (!std::isfinite(value) || !isRising || distribution.size() == kMaxDistribution) Refuse(key);
+      distribution.push_back({value, 1});
+      ++count;
+    }
+    if (count > events) Refuse(key);
+  }
+  return distribution;
+}
+
+void ReadHours(const std::string& text, TReference& reference) {
+  const auto parts = Parts(text, ' ');
+  if (parts.size() != reference.hours.size()) Refuse(kHours);
+  std::size_t count = 0;
+  for (std::size_t hour = 0; hour < parts.size(); ++hour) {
+    reference.hours[hour] = NumberOf<std::uint32_t>(parts[hour], kHours);
+    count += reference.hours[hour];
+  }
+  if (count > reference.events) Refuse(kHours);
+}
+
+void ReadDirections(const std::string& text, TReference& reference) {
+  std::size_t count = 0;
+  for (const std::string_view part : Parts(text, ',')) {
+    const auto numbers = Parts(part, ' ');
+    if (numbers.size() != 4 || reference.directions.size() == kMaxDirections) Refuse(kDirections);
+    std::int8_t axes[3];
+    for (std::size_t i = 0; i < std::size(axes); ++i) {
+      axes[i] = NumberOf<std::int8_t>(numbers[i], kDirections);
+      if (std::abs(axes[i]) > 1) Refuse(kDirections);
+    }
+    const TDirection direction{axes[0], axes[1], axes[2]};
+    if (std::ranges::count(reference.directions, direction, &TDirectionCount::direction) > 0) Refuse(kDirections);
+    reference.directions.push_back({direction, NumberOf<std::uint32_t>(numbers[3], kDirections)});
+    count += reference.directions.back().count;
+  }
+  if (count > reference.events) Refuse(kDirections);
+}
+
+void ReadSensors(const TIniFile& ini, TReference& reference) {
+  for (const std::string& name : ini.Keys(kSensors)) {
+    const auto* known = FindQuantity(&TQuantityRow::sensorName, name);
+    const std::string text = ini.ReadString(kSensors, name, {});
+    const auto parts = Parts(text, ' ');
+    const bool isThere = std::ranges::count(reference.sensors, name, &TReferenceSensor::name) > 0;
+    if (known == nullptr || !known->quantity || isThere || parts.size() != 2) Refuse(name);
+    const auto min = NumberOf<float>(parts[0], name);
+    const auto max = NumberOf<float>(parts[1], name);
+    if (!(min <= max)) Refuse(name);
+    reference.sensors.push_back({name, min, max});
+  }
+}
+
+std::string Key(const TEventQuantity& quantity) {
+  return quantity.name;
+}
+
+}  // namespace
+
+std::string ReferenceSections(const TReference& reference) {
+  TIniFile ini;
+  ini.WriteString(kSection, kRecording, reference.file);
+  ini.WriteString(kSection, kEvents, std::to_string(reference.events));
+  ini.WriteString(kSection, kDays, fmt::format("{}", reference.days));
+  ini.WriteString(kSection, kHours, fmt::format("{}", fmt::join(reference.hours, " ")));
+  std::string directions;
+  for (const auto& [direction, count] : reference.directions) {
+    AppendListItem(directions, fmt::format("{} {} {} {}", direction.x, direction.y, direction.z, count));
+  }
+  if (reference.hasPulses) ini.WriteString(kSection, kDirections, directions);
+  for (std::size_t i = 0; i < kEventQuantities.size(); ++i) {
+    ini.WriteString(kSection, Key(kEventQuantities[i]), Listed(reference.distributions[i]));
+  }
+  for (const auto& [name, min, max] : reference.sensors) {
+    ini.WriteString(kSensors, name, fmt::format("{} {}", min, max));
+  }
+  return ini.Text();
+}
+
+std::optional<TReference> ReadReference(const std::filesystem::path& layout) {
+  const TIniFile ini = TIniFile::Load(layout);
+  if (!ini.HasSection(kSection)) return std::nullopt;
+  const auto text = [&ini](const std::string& key) { return ini.ReadString(kSection, key, {}); };
+  TReference reference;
+  reference.file = text(kRecording);
+  if (reference.file.empty() || reference.file.size() > kMaxPath || !IsPlainLine(reference.file)) Refuse(kRecording);
+  reference.events = NumberOf<std::uint32_t>(text(kEvents), kEvents);
+  if (reference.events > kMaxEvents) Refuse(kEvents);
+  reference.days = NumberOf<double>(text(kDays), kDays);
+  if (!(reference.days >= 0 && reference.days <= kMaxReferenceDays)) Refuse(kDays);
+  ReadHours(text(kHours), reference);
+  reference.hasPulses = ini.Find(kSection, kDirections).has_value();
+  ReadDirections(text(kDirections), reference);
+  for (std::size_t i = 0; i < kEventQuantities.size(); ++i) {
+    const std::string key = Key(kEventQuantities[i]);
+    reference.distributions[i] = ReadDistribution(text(key), key, reference.events);
+  }
+  ReadSensors(ini, reference);
+  return reference;
+}
