@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <vector>
 
 #include "analysis/uEnvelope.h"
 #include "analysis/uShockAnalysis.h"
@@ -27,6 +28,7 @@ constexpr double kMinChart = 40;     // below that figures give way
 constexpr double kNumberWidth = 30;  // of the numbers beside the chart
 constexpr double kStripe = 3;        // at the left of a card that is beyond a limit
 constexpr double kColumnsAPoint = 3;
+constexpr auto kUsualFigure = "IoT total 1000.000 g·ms";  // fits a column
 
 struct TLabel {
   std::string_view field;  // of the cards table
@@ -99,25 +101,37 @@ void AddAnalysisFigures(const TShownMission& mission, const TDisplaySettings& di
   add(QObject::tr("Direction"), QtText(DirectionText(pulse.direction)));
 }
 
-// How the figures stand: as many columns as fit, as many rows as leave room for the chart.
+struct TFigurePlace {
+  std::size_t row = 0;
+  std::size_t column = 0;
+  bool isWide = false;  // it takes all columns
+};
+
+// How the figures stand: in columns that all cards of a size have, in as many rows as leave room for the chart.
 struct TFigureGrid {
   std::size_t columns = 1;
-  std::size_t rows = 0;
+  std::vector<TFigurePlace> places;  // of the first figures; those behind have no room
   double top = 0;
 };
 
 TFigureGrid GridOf(const TEventCard& card, const QRectF& inside) {
   TFigureGrid grid;
-  double widest = 1;
-  for (const TCardFigure& figure : card.figures) {
-    widest = std::max(widest, TextWidth(TTextStyle::Caption, figure.label + ' ' + figure.text));
-  }
-  grid.columns = static_cast<std::size_t>(std::max(1.0, std::floor(inside.width() / (widest + kGap))));
+  const double column = TextWidth(TTextStyle::Caption, kUsualFigure) + kGap;
+  grid.columns = static_cast<std::size_t>(std::max(1.0, std::floor(inside.width() / column)));
+  const double width = inside.width() / static_cast<double>(grid.columns) - kGap;
   const double line = LineHeight(TTextStyle::Caption) + 1;
   const double room = inside.height() - LineHeight(TTextStyle::Strong) - 2 * kGap - kMinChart;
-  const auto fit = static_cast<std::size_t>(std::max(0.0, std::floor(room / line)));
-  grid.rows = std::min((card.figures.size() + grid.columns - 1) / grid.columns, fit);
-  grid.top = inside.bottom() - static_cast<double>(grid.rows) * line;
+  const auto maxRows = static_cast<std::size_t>(std::max(0.0, std::floor(room / line)));
+  std::size_t next = 0;  // cell, counted along the rows
+  for (const TCardFigure& figure : card.figures) {
+    const bool isWide = TextWidth(TTextStyle::Caption, figure.label + ' ' + figure.text) > width;
+    if (isWide) next = (next + grid.columns - 1) / grid.columns * grid.columns;
+    if (next / grid.columns >= maxRows) break;
+    grid.places.push_back({next / grid.columns, next % grid.columns, isWide});
+    next += isWide ? grid.columns : 1;
+  }
+  const std::size_t rows = grid.places.empty() ? 0 : grid.places.back().row + 1;
+  grid.top = inside.bottom() - static_cast<double>(rows) * line;
   return grid;
 }
 
@@ -134,11 +148,13 @@ void PaintFigures(QPainter& painter, const QRectF& inside, const TEventCard& car
   const TFigureGrid grid = GridOf(card, inside);
   const double width = inside.width() / static_cast<double>(grid.columns);
   const double height = LineHeight(TTextStyle::Caption) + 1;
-  for (std::size_t i = 0; i < std::min(card.figures.size(), grid.columns * grid.rows); ++i) {
+  for (std::size_t i = 0; i < grid.places.size(); ++i) {
     const TCardFigure& figure = card.figures[i];
+    const TFigurePlace& place = grid.places[i];
     const double label = TextWidth(TTextStyle::Caption, figure.label + ' ');
-    const QRectF cell(inside.left() + static_cast<double>(i % grid.columns) * width,
-                      grid.top + static_cast<double>(i / grid.columns) * height, width - kGap, height);
+    const QRectF cell(inside.left() + static_cast<double>(place.column) * width,
+                      grid.top + static_cast<double>(place.row) * height,
+                      (place.isWide ? inside.width() : width) - kGap, height);
     DrawLine(painter, cell, TTextStyle::Caption, figure.label, QColor(look.tokens.secondaryInk));
     DrawLine(painter, cell.adjusted(std::min(label, cell.width()), 0, 0, 0), TTextStyle::Caption, figure.text,
              QColor(figure.isBeyond ? look.tokens.alarm : look.tokens.ink));
