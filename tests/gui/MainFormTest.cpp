@@ -8,6 +8,7 @@
 #include <QComboBox>
 #include <QDockWidget>
 #include <QDropEvent>
+#include <QFileInfo>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
@@ -112,6 +113,17 @@ TEST_F(MainForm, OpensByArgumentDialogAndDrop) {
   ExpectShown(FThree);
   EXPECT_THAT(Seen({"pnlDamaged"}), IsEmpty());
   EXPECT_THAT(FBoxes, IsEmpty());
+}
+
+TEST_F(MainForm, ADroppedFolderIsListedAndTheRecordingStays) {
+  Start(FThree);
+  Drop(QFileInfo(FThree).path());
+  Settle();
+  EXPECT_TRUE(Find("edtBrowsePath")->isVisible());
+  EXPECT_EQ(Find<QLineEdit>("edtBrowsePath")->text(), QFileInfo(FThree).path());
+  EXPECT_THAT(FBoxes, IsEmpty());
+  Press("Esc");
+  ExpectShown(FThree);
 }
 
 TEST_F(MainForm, MissionDetailsSayWhichAxisIsMissing) {
