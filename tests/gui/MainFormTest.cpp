@@ -130,6 +130,9 @@ TEST_F(MainForm, MissionDetailsSayWhichAxisIsMissing) {
   Start(Save("flat.kshock", TTestRecording().Creator().MissionHeader(2, 1).Channels({"ACC x", "ACC y"})));
   EXPECT_THAT(Find<QTextEdit>("edtMissionDetails")->toPlainText().toStdString(),
               HasSubstr("Events need all three axes; the recording lacks ACC z."));
+  const QHeaderView& titles = *Find<QTableView>("dbgMostImportant")->horizontalHeader();
+  ASSERT_GT(titles.count(), 0);
+  for (int i = 0; i < titles.count(); ++i) EXPECT_GE(titles.sectionSize(i), titles.sectionSizeHint(i)) << "no rows";
 }
 
 TEST_F(MainForm, SaysInOneBoxWhatCannotBeShownAndStaysUsable) {
