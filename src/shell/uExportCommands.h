@@ -81,7 +81,7 @@ class TExportCommands {
 
   // Asks for a PDF in the remembered folder and has it written, with progress and Cancel.
   void SavePdf(std::string name, const std::function<void(const std::filesystem::path& file, IProgress&)>& write);
-  // The same for a printer, by its name.
+  // The same for a printer, by its name, or for the file that it writes.
   void Print(std::string_view printer, const std::function<void(IProgress&)>& print);
 
  private:

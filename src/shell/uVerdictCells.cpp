@@ -52,7 +52,7 @@ TVerdictCell PeakCell(const TVerdict& verdict, const TShownMission& mission) {
   if (!verdict.peak) return {.value = "–", .note = "no events"};
   const TPeakVerdict& peak = *verdict.peak;
   TVerdictCell cell{.value = MaskFloat(mission.Display.FormatOf(TQuantity::Acceleration), peak.value), .unit = "g"};
-  cell.note = fmt::format("{}, event {}{}", peak.axis, peak.event, peak.clipped ? ", clipped" : "");
+  cell.note = fmt::format("event {}, {}{}", peak.event, peak.axis, peak.clipped ? ", clipped" : "");
   cell.when = Moment(peak.time);
   cell.tip = PeakText(peak, mission.Display);
   AppendLine(cell.tip, fmt::format("Click: select event {}", peak.event));

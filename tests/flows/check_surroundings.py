@@ -43,7 +43,7 @@ def check_memory(kshock, top):
     os.remove(large)
 
 
-def check_disks(kshock, recording, top):
+def check_disks(kshock, shockscope, recording, top):
     """A file that may not grow, and a disk that is full: status 4, and the files of before."""
     def check(what, folder, limits=()):
         for kind in ["events-csv", "shocks-csv", "events-xlsx"]:
@@ -63,6 +63,12 @@ def check_disks(kshock, recording, top):
                       check=False).returncode == 0:
         try:
             check("on a full disk", full)
+            for program in shockscope:
+                ended = run([program, "--report", os.path.join(full, "report.pdf"), recording], HOME=top)
+                expect("status of the report on a full disk", 4, ended.returncode)
+                if b"No space left on device" not in ended.stderr:
+                    found.append(f"the report on a full disk: {ended.stderr!r:.300}")
+                expect("files of the report on a full disk", {}, files_in(full))
         finally:
             subprocess.run(["umount", full], check=True)
     ended = run([kshock, "export", recording, "--to", folder, "events-xlsx"], [(resource.RLIMIT_NOFILE, 20)])
@@ -117,7 +123,7 @@ def main():
         recording = os.path.join(top, "mission.kshock")
         run([kshock, "demo", recording, "--events", "20", "--sensors", "200"])
         check_memory(kshock, top)
-        check_disks(kshock, recording, top)
+        check_disks(kshock, shockscope, recording, top)
         check_homes(kshock, recording, top)
         check_locales(kshock, shockscope, recording, top)
     for line in found:

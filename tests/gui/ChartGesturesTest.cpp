@@ -259,6 +259,19 @@ TEST_F(MovedSensors, OneThatIsShownTakesAFreeAxisAndElseSaysWhatItHides) {
   EXPECT_EQ(FChart.Sensors().Series()[3].look.axis, TSensorAxis::RightOuter);
 }
 
+TEST_F(MovedSensors, TheSignForEntriesWithoutRoomNeverHasARowOfItsOwn) {
+  FChart.SetSensorVisible(3, false);
+  for (int width = 400; width < 700; width += 3) {
+    FChart.resize(width, 200);
+    Settle();
+    bool entry = false;
+    for (int x = 0; x < width; x += 4) entry |= FChart.Legend().EntryAt(QPointF(x, 30)).has_value();
+    for (int x = 0; x < width && !entry; x += 4) {
+      ASSERT_FALSE(FChart.Legend().IsOnMore(QPointF(x, 30))) << "in the second row, at " << width << " px";
+    }
+  }
+}
+
 TEST_F(MovedSensors, TheLegendOfANarrowChartHasAMenuOfTheHiddenOnesWithoutRoom) {
   FChart.SetSensorVisible(3, false);
   FChart.resize(300, 200);

@@ -8,6 +8,7 @@
 #include <QComboBox>
 #include <QDockWidget>
 #include <QDropEvent>
+#include <QFileInfo>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
@@ -114,10 +115,24 @@ TEST_F(MainForm, OpensByArgumentDialogAndDrop) {
   EXPECT_THAT(FBoxes, IsEmpty());
 }
 
+TEST_F(MainForm, ADroppedFolderIsListedAndTheRecordingStays) {
+  Start(FThree);
+  Drop(QFileInfo(FThree).path());
+  Settle();
+  EXPECT_TRUE(Find("edtBrowsePath")->isVisible());
+  EXPECT_EQ(Find<QLineEdit>("edtBrowsePath")->text(), QFileInfo(FThree).path());
+  EXPECT_THAT(FBoxes, IsEmpty());
+  Press("Esc");
+  ExpectShown(FThree);
+}
+
 TEST_F(MainForm, MissionDetailsSayWhichAxisIsMissing) {
   Start(Save("flat.kshock", TTestRecording().Creator().MissionHeader(2, 1).Channels({"ACC x", "ACC y"})));
   EXPECT_THAT(Find<QTextEdit>("edtMissionDetails")->toPlainText().toStdString(),
               HasSubstr("Events need all three axes; the recording lacks ACC z."));
+  const QHeaderView& titles = *Find<QTableView>("dbgMostImportant")->horizontalHeader();
+  ASSERT_GT(titles.count(), 0);
+  for (int i = 0; i < titles.count(); ++i) EXPECT_GE(titles.sectionSize(i), titles.sectionSizeHint(i)) << "no rows";
 }
 
 TEST_F(MainForm, SaysInOneBoxWhatCannotBeShownAndStaysUsable) {

@@ -46,7 +46,7 @@ class Overview : public TWindowTest {
 TEST_F(Overview, TheVerdictNamesTheWorstAndLeadsThere) {
   StartWithThree();
   EXPECT_EQ(Says("btnVerdictEvents"), "Events: 3 2 clipped");
-  EXPECT_THAT(Says("btnVerdictPeak"), HasSubstr("Peak: 20 g X-pos, event 0"));
+  EXPECT_THAT(Says("btnVerdictPeak"), HasSubstr("Peak: 20 g event 0, X-pos"));
   EXPECT_THAT(Says("btnVerdictIntensity"), HasSubstr("14 g·ms event 1, clipped"));
   Click("btnVerdictPeak");
   EXPECT_EQ(Mission().SelectedEvent, 0U);

@@ -6,8 +6,10 @@
 
 #include <QImage>
 #include <cmath>
+#include <limits>
 
 #include "gui/charts/uChartOnPaper.h"
+#include "gui/charts/uEventsChart.h"
 #include "gui/charts/uSensorsChart.h"
 #include "model/uExceptions1V0.h"
 #include "shell/uMissionLoad.h"
@@ -15,7 +17,10 @@
 #include "tests/support/uLogProgress.h"
 #include "tests/support/uThreeEvents.h"
 
+using testing::Contains;
 using testing::HasSubstr;
+using testing::IsSupersetOf;
+using testing::Not;
 
 namespace {
 
@@ -172,6 +177,19 @@ TEST(ChartOnPaper, LinesDifferWithoutColoursEvenWhereTheyAreNoisyAndGapsStay) {
   EXPECT_EQ(RunsOf(image, inside, [](const QColor& c) { return c.red() > 200 && c.green() < 90 && c.blue() < 90; }), 2);
   EXPECT_GT(RunsOf(image, inside, [](const QColor& c) { return c.blue() > 200 && c.green() < 90 && c.red() < 90; }),
             30);
+}
+
+TEST(ChartOnPaper, TheLegendNamesNoLimitThatIsNotJudged) {
+  TEventsChart chart;
+  PrepareForPaper(chart);
+  const auto names = [&](TAlarmLimits limits) {
+    chart.SetAlarmLimits(limits);
+    std::vector<std::string> all;
+    for (const TLegendEntry& entry : chart.Legend().Contents().entries) all.push_back(entry.name.toStdString());
+    return all;
+  };
+  EXPECT_THAT(names(TLimits{-6, 15}), IsSupersetOf({"alarm 15 g", "alarm -6 g"}));
+  EXPECT_THAT(names(TLimits{-std::numeric_limits<double>::infinity(), 15}), Not(Contains(HasSubstr("INF"))));
 }
 
 TEST_F(ReportPages, LogosAndTextsOfAnyShapeFit) {

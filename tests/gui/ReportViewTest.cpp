@@ -92,6 +92,17 @@ TEST_F(ReportView, ACardMarksWhatIsBeyondALimitThatSomebodyChose) {
       << "every event exceeds the trigger level";
 }
 
+TEST_F(ReportView, ALongFigureTakesARowAndLeavesTheOthersInTheirColumns) {
+  const QRectF rect(0, 0, 300, 210);
+  TEventCard card;
+  for (int i = 0; i < 17; ++i) card.figures.push_back({"Temp.", "20 °C", false});
+  const double chart = CardChartRect(card, rect).height();
+  card.figures[0].text = "▲ 13.6357 g (12.1289 g on X-pos)";
+  EXPECT_EQ(CardChartRect(card, rect).height(), chart) << "one and eight rows of two";
+  card.figures[3].text = card.figures[0].text;
+  EXPECT_LT(CardChartRect(card, rect).height(), chart);
+}
+
 TEST_F(ReportView, BothSummaryLabelsGiveTheTotalIntensity) {
   for (const char* label : {"lblReportTotalIntensity", "lblEventCardsTotalIntensity"}) {
     EXPECT_THAT(Find<QLabel>(label)->text().toStdString(), HasSubstr(" 33 g·ms"));  // 10 + 14 + 9

@@ -261,7 +261,9 @@ TEST_F(ResponseInWindow, ALimitCurveOfNoUseIsRefusedWithItsLine) {
   choose("Hz,g\n10,20\n100,20\n");
   EXPECT_TRUE(limit->isChecked());
   EXPECT_THAT(TitleOf(*chart), HasSubstr("margin "));
+  EXPECT_EQ(limit->text(), "Remove &limit");
   limit->click();
+  EXPECT_EQ(limit->text(), "&Limit…");
   EXPECT_THAT(TitleOf(*chart), Not(HasSubstr("margin ")));
   choose("10,20\n5,20\n");
   EXPECT_FALSE(limit->isChecked());

@@ -123,6 +123,7 @@ TEST_F(SettingsOfTheWindow, FormatsNamesAndDatesChangeAtOnceAndKeepTheSelection)
   EXPECT_EQ(Find<QLabel>("lblCardToTTotalValue")->text(), "3.00 msec") << "of event 1";
   Choose("cmbSettingsDateTimeFormat", 11);
   EXPECT_EQ(Cell(grid, 0, "Timestamp").text, "16.07.2023 06:00:00");
+  EXPECT_THAT(Find<QLabel>("lblSelectedEvent")->text().toStdString(), HasSubstr("16.07.2023 06:0"));
   Find<QLineEdit>("cxTextEditCompanyName")->setText("<b>Acme");
   EXPECT_EQ(FForm->Flow().Mission().Display.company, "<b>Acme");
   EXPECT_EQ(grid->currentIndex(), before);

@@ -144,7 +144,8 @@ std::vector<TEventsChart::TLevel> TEventsChart::Levels() const {
   if (!FAlarm) return levels;
   const QColor ink = InkOn(palette(), kAlarmColour);
   const auto add = [&](double level, const QString& name) {
-    if (std::isfinite(level)) levels.push_back({level, tr("alarm %1 g").arg(name), ink});
+    if (!std::isfinite(level)) return;  // this end is not judged
+    levels.push_back({level, tr("alarm %1 g").arg(name), ink});
   };
   const auto [lower, upper] = *FAlarm;
   const bool same = std::fabs(lower) == upper;

@@ -113,9 +113,12 @@ void TLegendRow::PlaceEntries(int width) {
   const QString& title = FContents.title;
   const int wanted = title.isEmpty() ? 0 : IconWidth() + Metrics().horizontalAdvance(title) + 2 * kBetween;
   int shown = 0;
-  for (const TLegendEntry& entry : FContents.entries) shown += entry.shown ? WidthOf(entry) : 0;
-  // A title that leaves no room for the entries gets a row of its own, and is shortened if that is too short.
-  const bool alone = !title.isEmpty() && !FContents.entries.empty() && wanted + shown > room;
+  int hidden = 0;
+  for (const TLegendEntry& entry : FContents.entries) (entry.shown ? shown : hidden) += WidthOf(entry);
+  // A title that leaves no room for the entries, or for what stands for the hidden ones, gets a row of its own, and is
+  // shortened if that is too short.
+  const bool alone =
+      !title.isEmpty() && !FContents.entries.empty() && wanted + shown + std::min(hidden, MoreWidth()) > room;
   FTitleWidth = std::min(wanted, room);
   std::vector<int> rows(alone ? 2 : 1);  // the width of the entries in each
   int used = alone ? 0 : wanted;

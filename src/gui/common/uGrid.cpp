@@ -119,10 +119,9 @@ void TGrid::Reformat() {
   }
 }
 
-// Fits each column once; later widths are the user's.
+// Fits each column once; later widths are the user's. Without rows the titles fit for the time being.
 void TGrid::FitColumnsOnce() {
   const QScopedValueRollback<bool> fitting(FFitting, true);
-  if (FModel->rowCount() == 0) return;
   for (int column = 0; column < FModel->columnCount(); ++column) {
     const QString field = FModel->FieldKey(column);
     if (FFitted.contains(field)) {
@@ -130,7 +129,7 @@ void TGrid::FitColumnsOnce() {
       continue;
     }
     setColumnWidth(column, NeededWidth(column));
-    FFitted.insert(field, columnWidth(column));
+    if (FModel->rowCount() > 0) FFitted.insert(field, columnWidth(column));
   }
 }
 

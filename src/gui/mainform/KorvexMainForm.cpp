@@ -59,6 +59,11 @@ namespace {
 
 constexpr QSize kMinWindow(900, 600);  // every view fits into it with all its panels
 
+void ListFolder(TBackstage& backstage, const QString& folder) {
+  backstage.SelectPage("backstageBrowsePath");
+  backstage.SetBrowsePath(folder);
+}
+
 }  // namespace
 
 TKorvexMainForm::TKorvexMainForm(TProgram program, std::function<std::uint64_t()> memoryBound)
@@ -159,10 +164,8 @@ void TKorvexMainForm::ConnectRecent() {
   };
   connect(FParts->recentFiles, &TRecentFiles::FileChosen, this, open);
   connect(FParts->recent->Files(), &TRecentListView::Chosen, this, open);
-  connect(FParts->recent->Folders(), &TRecentListView::Chosen, this, [this](const QString& folder) {
-    FParts->backstage->SelectPage("backstageBrowsePath");
-    FParts->backstage->SetBrowsePath(folder);
-  });
+  connect(FParts->recent->Folders(), &TRecentListView::Chosen, this,
+          [this](const QString& folder) { ListFolder(*FParts->backstage, folder); });
   const auto change = [this](TRecentListView* view, TRecentList& list) {
     connect(view, &TRecentListView::PinAsked, this, [this, &list](const QString& path, bool pinned) {
       list.SetPinned(Utf8(path), pinned);
@@ -323,5 +326,10 @@ void TKorvexMainForm::dropEvent(QDropEvent* event) {
   const QList<QUrl> urls = event->mimeData()->urls();
   if (urls.isEmpty()) return;
   event->acceptProposedAction();
-  Guarded(this, [&] { FFlow->Open(Utf8(urls.constFirst().toLocalFile())); });
+  const QString path = urls.constFirst().toLocalFile();
+  Guarded(this, [&] {
+    if (!QFileInfo(path).isDir()) return FFlow->Open(Utf8(path));
+    Q_EMIT FParts->ribbon->BackstageRequested();
+    ListFolder(*FParts->backstage, path);
+  });
 }

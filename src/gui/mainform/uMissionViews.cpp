@@ -190,6 +190,7 @@ void TMissionViews::RefreshDisplay(const TShownMission& mission) {
   if (FMission == nullptr) return;
   for (TGrid* grid : FWindow.findChildren<TGrid*>()) grid->Reformat();
   FParts.shock->Cards()->ShowRow(mission.Tables.Events, mission.SelectedEvent, mission.Display);
+  FParts.overview->SetSelectedWords(SelectedEventWords(mission.SelectedEvent));
   ShowVerdict(mission);
   ShowDetails(mission);
   FParts.filter->SetMission(&mission);

@@ -149,7 +149,8 @@ void PrintView(const TCommandTargets& on) {
   dialog.setMinMax(1, count);
   if (dialog.exec() != QDialog::Accepted) return;
   const bool some = printer.printRange() == QPrinter::PageRange;
-  on.exports.Print(Utf8(printer.printerName()), [&](IProgress& progress) {
+  const QString file = printer.outputFileName();
+  on.exports.Print(Utf8(file.isEmpty() ? printer.printerName() : file), [&](IProgress& progress) {
     const TReportPages pages(ContentsOf(on, progress), config);
     const int first = some ? std::clamp(printer.fromPage(), 1, count) : 1;
     PaintPages(printer, pages, first - 1, (some ? std::clamp(printer.toPage(), first, count) : count) - 1, progress);

@@ -70,6 +70,7 @@ TMainOverviewPanel::TMainOverviewPanel(QWidget* parent)
   FChart1->setAccessibleName(tr("Shock events chart"));
   FChartAllSensors->setObjectName("ChartAllSensors");
   FChartAllSensors->setAccessibleName(tr("Sensors chart"));
+  FMostImportant->SetPlaceholder(tr("No events"));
   PairCharts(*FChart1, *FChartAllSensors);
 
   FSplitter->setObjectName("splOverview");
@@ -171,8 +172,12 @@ void TMainOverviewPanel::SetSharesHeight(bool shares) {
 void TMainOverviewPanel::ShowSelectedEvent(std::optional<std::size_t> event, const QString& words) {
   FMostImportant->SetCurrentId(event);
   FHasEvent = event.has_value();
-  FSelected->setText(words);
+  SetSelectedWords(words);
   UpdateSelectedLine();
+}
+
+void TMainOverviewPanel::SetSelectedWords(const QString& words) {
+  FSelected->setText(words);
 }
 
 void TMainOverviewPanel::UpdateSelectedLine() {

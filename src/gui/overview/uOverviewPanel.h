@@ -29,6 +29,8 @@ class TMainOverviewPanel : public QWidget {
   [[nodiscard]] TGrid* MostImportant() const { return FMostImportant; }
   // Makes the event current where it is listed; the line that names it shows while its row is out of sight.
   void ShowSelectedEvent(std::optional<std::size_t> event, const QString& words);
+  // The words of that line; the list stays where it is.
+  void SetSelectedWords(const QString& words);
 
   // Gives the list its share of the height, now and whenever the height changes; or leaves the splitter as it is.
   void SetSharesHeight(bool shares);

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <vector>
 
 #include "analysis/uEnvelope.h"
 #include "analysis/uShockAnalysis.h"
@@ -27,6 +28,7 @@ constexpr double kMinChart = 40;     // below that figures give way
 constexpr double kNumberWidth = 30;  // of the numbers beside the chart
 constexpr double kStripe = 3;        // at the left of a card that is beyond a limit
 constexpr double kColumnsAPoint = 3;
+constexpr auto kUsualFigure = "IoT total 1000.000 g·ms";  // fits a column
 
 struct TLabel {
   std::string_view field;  // of the cards table
@@ -99,24 +101,39 @@ void AddAnalysisFigures(const TShownMission& mission, const TDisplaySettings& di
   add(QObject::tr("Direction"), QtText(DirectionText(pulse.direction)));
 }
 
-// How the figures stand: the peak, which is the longest, in a line of its own, the others in columns. The columns
-// depend on the width alone, so that all cards of a page look alike. Rows without room for the chart are left out.
+struct TFigurePlace {
+  std::size_t row = 0;
+  std::size_t column = 0;
+  bool isWide = false;  // it takes all columns
+};
+
+// How the figures stand: in columns that all cards of a size have, the peak in a line of its own, in as many rows as
+// leave room for the chart.
 struct TFigureGrid {
   std::size_t columns = 1;
-  std::size_t rows = 0;
+  std::vector<TFigurePlace> places;  // of the first figures; those behind have no room
   double top = 0;
 };
 
 TFigureGrid GridOf(const TEventCard& card, const QRectF& inside) {
   TFigureGrid grid;
-  const double column = TextWidth(TTextStyle::Caption, QObject::tr("IoT total") + " 00000.000 g·ms") + kGap;
-  grid.columns = static_cast<std::size_t>(std::max(1.0, std::floor((inside.width() + kGap) / column)));
+  const double column = TextWidth(TTextStyle::Caption, kUsualFigure) + kGap;
+  grid.columns = static_cast<std::size_t>(std::max(1.0, std::floor(inside.width() / column)));
+  const double width = inside.width() / static_cast<double>(grid.columns) - kGap;
   const double line = LineHeight(TTextStyle::Caption) + 1;
   const double room = inside.height() - LineHeight(TTextStyle::Strong) - 2 * kGap - kMinChart;
-  const auto fit = static_cast<std::size_t>(std::max(0.0, std::floor(room / line)));
-  const std::size_t others = card.figures.empty() ? 0 : card.figures.size() - 1;
-  grid.rows = std::min(1 + (others + grid.columns - 1) / grid.columns, fit);
-  grid.top = inside.bottom() - static_cast<double>(grid.rows) * line;
+  const auto maxRows = static_cast<std::size_t>(std::max(0.0, std::floor(room / line)));
+  std::size_t next = 0;  // cell, counted along the rows
+  for (const TCardFigure& figure : card.figures) {
+    const bool isPeak = grid.places.empty();
+    const bool isWide = isPeak || TextWidth(TTextStyle::Caption, figure.label + ' ' + figure.text) > width;
+    if (isWide) next = (next + grid.columns - 1) / grid.columns * grid.columns;
+    if (next / grid.columns >= maxRows) break;
+    grid.places.push_back({next / grid.columns, next % grid.columns, isWide});
+    next += isWide ? grid.columns : 1;
+  }
+  const std::size_t rows = grid.places.empty() ? 0 : grid.places.back().row + 1;
+  grid.top = inside.bottom() - static_cast<double>(rows) * line;
   return grid;
 }
 
@@ -133,20 +150,15 @@ void PaintFigures(QPainter& painter, const QRectF& inside, const TEventCard& car
   const TFigureGrid grid = GridOf(card, inside);
   const double width = inside.width() / static_cast<double>(grid.columns);
   const double height = LineHeight(TTextStyle::Caption) + 1;
-  for (std::size_t i = 0; i < card.figures.size(); ++i) {
-    const std::size_t row = i == 0 ? 0 : 1 + (i - 1) / grid.columns;
-    const std::size_t column = i == 0 ? 0 : (i - 1) % grid.columns;
-    if (row >= grid.rows) return;
+  for (std::size_t i = 0; i < grid.places.size(); ++i) {
     const TCardFigure& figure = card.figures[i];
-    const QRectF cell(inside.left() + static_cast<double>(column) * width, grid.top + static_cast<double>(row) * height,
-                      (i == 0 ? inside.width() : width) - kGap, height);
-    // A long name of an input gives way to its value.
-    const double value = TextWidth(TTextStyle::Caption, figure.text);
-    const double label =
-        std::clamp(TextWidth(TTextStyle::Caption, figure.label + ' '), 0.0, std::max(0.0, cell.width() - value));
-    DrawLine(painter, {cell.left(), cell.top(), label, height}, TTextStyle::Caption, figure.label,
-             QColor(look.tokens.secondaryInk));
-    DrawLine(painter, cell.adjusted(label, 0, 0, 0), TTextStyle::Caption, figure.text,
+    const TFigurePlace& place = grid.places[i];
+    const double label = TextWidth(TTextStyle::Caption, figure.label + ' ');
+    const QRectF cell(inside.left() + static_cast<double>(place.column) * width,
+                      grid.top + static_cast<double>(place.row) * height,
+                      (place.isWide ? inside.width() : width) - kGap, height);
+    DrawLine(painter, cell, TTextStyle::Caption, figure.label, QColor(look.tokens.secondaryInk));
+    DrawLine(painter, cell.adjusted(std::min(label, cell.width()), 0, 0, 0), TTextStyle::Caption, figure.text,
              QColor(figure.isBeyond ? look.tokens.alarm : look.tokens.ink));
   }
 }

@@ -32,9 +32,35 @@ QPageLayout LayoutOf(const TReportPages& pages) {
   return layout;
 }
 
+// Qt's file forgets a failed write at the next one, and Qt's PDF writer asks for no result.
+class TCheckedFile final : public QFile {
+ public:
+  using QFile::QFile;
+
+  // Writes what is left. Throws std::runtime_error with the system's reason if that or any write before failed.
+  void Finish() {
+    const bool flushed = flush();
+    if (!flushed) FReason = errorString();
+    if (!flushed || FFailed) throw std::runtime_error(FReason.isEmpty() ? "A write failed." : Utf8(FReason));
+  }
+
+ protected:
+  qint64 writeData(const char* data, qint64 size) override {
+    const qint64 written = QFile::writeData(data, size);
+    if (written == size) return written;
+    FFailed = true;
+    if (error() != NoError) FReason = errorString();
+    return written;
+  }
+
+ private:
+  bool FFailed = false;
+  QString FReason;
+};
+
 // What Qt writes: no bookmarks, no author.
 void WritePages(const std::filesystem::path& path, const TReportPages& pages, IProgress& progress) {
-  QFile file(QtText(Utf8FromPath(path)));
+  TCheckedFile file(QtText(Utf8FromPath(path)));
   if (!file.open(QIODevice::WriteOnly)) throw std::runtime_error(Utf8(file.errorString()));
   {
     QPdfWriter writer(&file);
@@ -42,8 +68,7 @@ void WritePages(const std::filesystem::path& path, const TReportPages& pages, IP
     writer.setCreator("ShockScope");
     PaintPages(writer, pages, 0, pages.Count() - 1, progress);
   }
-  file.flush();
-  if (file.error() != QFileDevice::NoError) throw std::runtime_error(Utf8(file.errorString()));
+  file.Finish();
 }
 
 // A list of items, each of which knows its neighbours.

@@ -7,6 +7,8 @@
 #include "base/uFiles.h"
 #include "gui/common/uGuard.h"
 #include "gui/common/uLogos.h"
+#include "gui/common/uMessageBox.h"
+#include "gui/common/uQtText.h"
 #include "gui/platform/uDialogs.h"
 
 namespace {
@@ -54,5 +56,11 @@ void TLogoEdit::ShowLogo() {
 
 void TLogoEdit::AskAndReplace() {
   const auto file = AskForFile(window(), tr("Replace the logo"), {{}, "Pictures|*.png;*.jpg;*.jpeg;*.bmp;*.gif", 1});
-  if (file) FLogos.Replace(FIndex, PathFromUtf8(*file));
+  if (!file) return;
+  try {
+    FLogos.Replace(FIndex, PathFromUtf8(*file));
+  } catch (const std::exception& error) {
+    ShowBox(window(), QMessageBox::Warning, "msgLogo", tr("The logo cannot be used."),
+            QString("%1\n%2").arg(QtText(*file), QtText(ReasonOf(error))));
+  }
 }

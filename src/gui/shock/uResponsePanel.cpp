@@ -22,6 +22,7 @@ constexpr QSize kMinSize(180, 120);  // px
 constexpr std::array kQualities = {5.0, 10.0, 25.0, 50.0};
 constexpr std::array<std::size_t, 4> kOctaves = {3, 6, 12, 24};
 
+constexpr auto kLimitText = "&Limit…";
 constexpr auto kLimitTip =
     "A limit from a CSV file with lines \"Hz,g\": it is drawn, and the title names the smallest margin";
 
@@ -88,7 +89,7 @@ void TResponsePanel::AddChoices(TFlowLayout& choices) {
   envelope->setToolTip(tr("The largest response at each frequency of all events that the filter lets through"));
   connect(envelope, &QCheckBox::toggled, FChart, &TResponseChart::SetEnvelope);
   choices.addWidget(envelope);
-  auto* limit = new QPushButton(tr("&Limit…"));
+  auto* limit = new QPushButton(tr(kLimitText));
   limit->setObjectName("btnResponseLimit");
   limit->setCheckable(true);
   limit->setToolTip(tr(kLimitTip));
@@ -99,6 +100,7 @@ void TResponsePanel::AddChoices(TFlowLayout& choices) {
 void TResponsePanel::ChangeLimit(QPushButton& button) {
   if (!button.isChecked()) {
     FChart->SetLimit({});
+    button.setText(tr(kLimitText));
     button.setToolTip(tr(kLimitTip));
     return;
   }
@@ -109,7 +111,8 @@ void TResponsePanel::ChangeLimit(QPushButton& button) {
     FChart->SetLimit(ReadLimitCurve(PathFromUtf8(*file)));
     FLimitFolder = Utf8FromPath(PathFromUtf8(*file).parent_path());
     button.setChecked(true);
-    button.setToolTip(tr("Limit: %1\nA click takes it away").arg(QtText(*file)));
+    button.setText(tr("Remove &limit"));
+    button.setToolTip(tr("Limit: %1").arg(QtText(*file)));
   } catch (const std::exception& error) {
     ShowBox(this, QMessageBox::Warning, "msgLimit", tr("The limit curve cannot be used."),
             QString("%1\n%2").arg(QtText(*file), QtText(ReasonOf(error))));
