@@ -10,6 +10,7 @@
 
 namespace {
 
+constexpr std::string_view kClick = "Click: ";    // begins the last line of a tip
 constexpr double kMinMargin = 60000 / kMsPerDay;  // days beside an excursion
 
 // "164,904"
@@ -156,8 +157,14 @@ void AddDeltas(const TVerdict& verdict, const TShownMission& mission, TVerdictCe
     TVerdictCell& cell = cells[static_cast<std::size_t>(*figure.question)];
     const bool isSensor = figure.question == TVerdictQuestion::OutOfLimits;
     if (!isSensor) cell.delta = "Δ " + figure.delta;
-    AppendLine(cell.tip, fmt::format("{}Δ {} against {} ({})", isSensor ? figure.label + ": " : "", figure.delta, name,
-                                     figure.there));
+    std::string line =
+        fmt::format("{}Δ {} against {} ({})", isSensor ? figure.label + ": " : "", figure.delta, name, figure.there);
+    const std::size_t click = cell.tip.find(kClick);
+    if (click == std::string::npos) {
+      AppendLine(cell.tip, line);
+    } else {
+      cell.tip.insert(click, line + '\n');
+    }
   }
 }
 

@@ -96,7 +96,7 @@ TEST_F(Reference, DifferencesAreSaidWithBothFigures) {
   const auto lines = Lines();
   EXPECT_THAT(lines, testing::IsSupersetOf({std::string("Events: Δ -1 (2 against 3)"),
                                             std::string("Events above alarm: Δ -16.7 % (50.0 % against 66.7 %)")}));
-  const auto& peak = VerdictCells(verdict, FMission)[1];
+  const TVerdictCell peak = VerdictCells(verdict, FMission)[1];
   EXPECT_THAT(peak.delta, testing::MatchesRegex("Δ -14(\\.0+)? g"));
   EXPECT_THAT(peak.tip, testing::ContainsRegex("Δ -14(\\.0+)? g against three \\(20(\\.0+)? g\\)"));
   EXPECT_THAT(Lines(), testing::Not(testing::Contains(testing::StartsWith("Events a day")))) << "of a minute";
@@ -153,7 +153,7 @@ TEST_F(Reference, AHostileFileIsRefused) {
   std::string many;
   for (std::size_t i = 0; i <= kMaxDistribution; ++i) many += " 1";
   const std::pair<const char*, std::string> changes[] = {{"Recording", ""},
-                                                         {"Recording", "\xFF"},
+                                                         {"Recording", "\x01"},
                                                          {"Events", "-1"},
                                                          {"Events", "4000000000"},
                                                          {"Events", "2"},
@@ -188,7 +188,7 @@ TEST_F(Reference, AHostileFileIsRefused) {
     Write(changed);
     EXPECT_THROW(ReadReference(FFile), std::runtime_error) << key << " = " << text;
   }
-  Write(whole + "Nobody = 1 2\n");
+  Write(whole + "[Reference sensors]\nNobody = 1 2\n");
   EXPECT_THROW(ReadReference(FFile), std::runtime_error);
   Write("[Panels]\n");
   EXPECT_FALSE(ReadReference(FFile));

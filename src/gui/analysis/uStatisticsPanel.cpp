@@ -8,8 +8,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <algorithm>
-#include <cmath>
-#include <limits>
 #include <utility>
 
 #include "analysis/uShockStatistics.h"
@@ -128,8 +126,12 @@ void TStatisticsPanel::FillTimes() {
                      reference.isEmpty() ? 0 : FReference->hours[hour]});
   }
   const bool hasLevel = !reference.isEmpty() && FReference->days >= 1;
-  const double aDay = hasLevel ? static_cast<double>(FReference->events) / FReference->days : std::nan("");
-  FDays->SetLevel(aDay, tr("%1: %2 a day").arg(reference, Digits(aDay, 3)));
+  if (hasLevel) {
+    const double aDay = static_cast<double>(FReference->events) / FReference->days;
+    FDays->SetLevel(aDay, tr("%1: %2 a day").arg(reference, Digits(aDay, 3)));
+  } else {
+    FDays->SetLevel(std::nullopt, {});
+  }
   FDays->SetBars(std::move(days), tr("Day"));
   FHours->SetBars(std::move(hours), tr("Hour of the day"), reference);
 }

@@ -71,12 +71,13 @@ double TCountChart::ReferenceLength(const TCountBar& bar) const {
 }
 
 double TCountChart::MaxLength(const std::vector<TCountBar>& bars) const {
-  double max = std::isnan(FLevel) ? 1 : std::max(1.0, FLevel);
+  double max = std::max(1.0, FLevel.value_or(0));
   for (const TCountBar& bar : bars) max = std::max({max, Length(bar), ReferenceLength(bar)});
   return max;
 }
 
-void TCountChart::SetLevel(double events, const QString& name) {
+void TCountChart::SetLevel(std::optional<double> events, const QString& name) {
+  if (FLevel == events && FLevelName == name) return;
   FLevel = events;
   FLevelName = name;
   if (HasData()) ScaleValues();
@@ -174,9 +175,9 @@ void TCountChart::Paint(QCPPainter& painter) {
   }
   if (!FReference.isEmpty()) PaintReference(painter, QColor(TokensOf(palette()).ink));
   painter.restore();
-  if (std::isnan(FLevel)) return;
+  if (!FLevel) return;
   painter.setFont(font());
-  DrawLevel(painter, Labels(), ValueAxis(), FLevel, FLevelName, QColor(TokensOf(palette()).ink));
+  DrawLevel(painter, Labels(), ValueAxis(), *FLevel, FLevelName, QColor(TokensOf(palette()).ink));
   Labels().Paint(painter, palette());
 }
 

@@ -3,7 +3,7 @@
 #pragma once
 
 #include <cstddef>
-#include <limits>
+#include <optional>
 #include <vector>
 
 #include "gui/charts/uAnalysisChart.h"
@@ -33,8 +33,8 @@ class TCountChart final : public TAnalysisChart {
   // `quantity` names the axis and the table's column; an empty one leaves the chart's title there. `reference` names
   // what the bars count as reference; empty: nothing.
   void SetBars(std::vector<TCountBar> bars, const QString& quantity, const QString& reference = {});
-  // A line across the bars at a number of events; NaN: none. It stays when the bars change.
-  void SetLevel(double events, const QString& name);
+  // A line across the bars at a number of events. It stays when the bars change.
+  void SetLevel(std::optional<double> events, const QString& name);
 
   [[nodiscard]] const std::vector<TCountBar>& Bars() const { return FBars; }
   [[nodiscard]] TDataset Table() const override;
@@ -62,7 +62,7 @@ class TCountChart final : public TAnalysisChart {
   QString FTitle, FQuantity;
   QString FReference;                        // empty: none
   double FEvents = 0, FReferenceEvents = 0;  // of all bars
-  double FLevel = std::numeric_limits<double>::quiet_NaN();
+  std::optional<double> FLevel;
   QString FLevelName;
   std::vector<TCountBar> FBars;
   std::vector<TCountBar> FDrawn;
