@@ -80,7 +80,8 @@ std::vector<TReferenceFigure> ReferenceFigures(const TReference& reference, cons
   if (const auto there = ADay(reference.events, reference.days); rate && there) {
     figures.push_back(Figure("Events a day", rate, there, InMask(kPartMask), {}, {}));
   }
-  const auto peak = verdict.peak ? std::optional<double>(verdict.peak->value) : std::nullopt;
+  std::optional<double> peak;
+  if (verdict.peak) peak = double{verdict.peak->value};
   figures.push_back(Figure("Peak", peak, MaxOf(reference.distributions[kPeakQuantity]),
                            InMask(settings.FormatOf(TQuantity::Acceleration)), "g", Q::Peak));
   const bool isJudged = verdict.above && verdict.above->limits.maxSource != TLimitSource::File;
@@ -90,7 +91,8 @@ std::vector<TReferenceFigure> ReferenceFigures(const TReference& reference, cons
     const auto percent = [](double value) { return MaskFloat(kPartMask, 100 * value); };
     figures.push_back(Figure("Events above alarm", part, there, percent, "%", Q::AboveAlarm));
   }
-  const auto worst = verdict.worst ? std::optional<double>(verdict.worst->value) : std::nullopt;
+  std::optional<double> worst;
+  if (verdict.worst) worst = double{verdict.worst->value};
   figures.push_back(Figure("Worst by intensity", worst, MaxOf(reference.distributions[kIotQuantity]),
                            InMask(settings.FormatOf(TQuantity::IoT)), "g·ms", Q::Intensity));
   AddSensors(reference, verdict, settings, figures);
