@@ -89,7 +89,7 @@ TKorvexMainForm::TKorvexMainForm(TProgram program, std::function<std::uint64_t()
   ConnectProfiles();
   ConnectNotes();
   ConnectReport();
-  FViewActions = std::make_unique<TViewActions>(*this, *FParts, *FFlow, *FControls, *FViews);
+  FViewActions = std::make_unique<TViewActions>(*this, *FParts, *FFlow, *FControls, *FViews, *FNotes);
   FormCreate();
 }
 
