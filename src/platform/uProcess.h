@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-// This program's own file.
+// What runs this program again; on Linux also after another file was put in its place.
 std::filesystem::path ThisProgram();
 
 // Runs a program with these arguments, in UTF-8, and waits until it ends. Its standard input is empty, its standard
