@@ -39,6 +39,8 @@ struct TResponseOptions {
   double quality = 10;  // Q, above 0.5: 1/(2·damping ratio)
   TResponse response = TResponse::Acceleration;
   TResponseSign sign = TResponseSign::Maximax;
+
+  bool operator==(const TResponseOptions&) const = default;
 };
 
 // How far a line can be trusted. The response is read at the samples alone, which loses up to 1 − cos(π·fn/fs) of a

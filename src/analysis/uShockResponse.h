@@ -19,6 +19,8 @@ struct TResponseRequest {
   std::size_t octave = 12;          // frequencies in an octave
   std::optional<double> from, to;   // Hz; 1/duration and a quarter of the sampling rate unless given
   std::vector<double> frequencies;  // Hz, instead of octaves
+
+  bool operator==(const TResponseRequest&) const = default;
 };
 
 struct TShockResponse {

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <chrono>
 #include <map>
 #include <span>
 #include <system_error>
@@ -20,9 +21,9 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr int kCannotRead = 3;
-// The first chunk is small, so that something is seen soon; a larger one costs less to start.
+// The first chunk is small, so that something is seen soon; a larger one costs less to start, but a stop loses it.
 constexpr std::size_t kFirstChunk = 8;
-constexpr std::size_t kMaxChunk = 128;
+constexpr std::chrono::milliseconds kMaxChunkTime{400};
 
 std::string TextIn(const TFleetValue& value) {
   const auto* text = std::get_if<std::string>(&value);
@@ -85,14 +86,15 @@ class TChunks {
     const fs::path list = FScratch.File(FParts.size(), ".txt");
     const fs::path part = FScratch.File(FParts.size(), ".sqlite");
     SaveFile(list, names);
-    const int status =
-        RunProgram(FOrder.kshock, {"fleet", "--files-from", Utf8FromPath(list), "-0", "--to", Utf8FromPath(part)});
+    const int status = RunProgram(
+        FOrder.kshock, {"fleet", "--files-from", Utf8FromPath(list), "-0", "--to", Utf8FromPath(part)}, FOrder.stop);
     std::error_code error;
     if (status == 0 && fs::exists(part, error)) {
       FParts.push_back(part);
       return SummariesIn(part, FOrder.limits);
     }
     std::vector<TFleetSummary> summaries;
+    if (FOrder.stop.stop_requested()) return summaries;
     if (chunk.size() == 1) {
       summaries.push_back(
           {.path = chunk[0].name, .status = kCannotRead, .reason = "The process that read the file ended early."});
@@ -165,10 +167,14 @@ void Summarize(const TSummaryOrder& order,
   if (!ready(std::move(known), files.size()) || files.empty()) return;
   TChunks chunks(order);
   std::size_t size = kFirstChunk;
-  for (std::span<const TFleetEntry> rest = files; !rest.empty(); size = std::min(2 * size, kMaxChunk)) {
+  for (std::span<const TFleetEntry> rest = files; !rest.empty() && !order.stop.stop_requested();) {
     const auto chunk = rest.first(std::min(size, rest.size()));
     rest = rest.subspan(chunk.size());
+    const auto started = std::chrono::steady_clock::now();
     if (!ready(chunks.Read(chunk), rest.size())) break;
+    const auto took = std::chrono::steady_clock::now() - started;
+    if (took > kMaxChunkTime) size = std::max<std::size_t>(1, size / 2);
+    if (took < kMaxChunkTime / 2) size *= 2;
   }
   chunks.KeepParts();
 }

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <functional>
 #include <optional>
+#include <stop_token>
 #include <string>
 #include <vector>
 
@@ -37,10 +38,11 @@ struct TSummaryOrder {
   std::filesystem::path cache;   // a file that keeps what was read; empty: none
   std::vector<std::filesystem::path> files;
   std::optional<TLimits> limits;  // of the acceleration, in g
+  std::stop_token stop;           // ends it at once; the files that are being read count as not read
 };
 
 // Takes from the cache what still holds, has the other files read some at a time, and keeps all that was read in the
-// cache, also when it is ended. `ready` gets the summaries as they come and how many files are left; false ends it. A
+// cache, also when it is stopped. `ready` gets the summaries as they come and how many files are left; false ends it. A
 // file that ended the process that read it gets a summary that says so. Throws std::exception when kshock cannot be
 // started or a file cannot be written.
 void Summarize(const TSummaryOrder& order,

@@ -1,4 +1,5 @@
 #include <fcntl.h>
+#include <signal.h>
 #include <spawn.h>
 #include <sys/wait.h>
 
@@ -11,10 +12,11 @@
 extern char** environ;
 
 std::filesystem::path ThisProgram() {
-  return std::filesystem::read_symlink("/proc/self/exe");
+  return "/proc/self/exe";
 }
 
-int RunProgram(const std::filesystem::path& program, const std::vector<std::string>& arguments) {
+int RunProgram(const std::filesystem::path& program, const std::vector<std::string>& arguments,
+               const std::stop_token& stop) {
   std::vector<char*> words = {const_cast<char*>(program.c_str())};  // the call does not change them
   for (const std::string& argument : arguments) words.push_back(const_cast<char*>(argument.c_str()));
   words.push_back(nullptr);
@@ -26,6 +28,13 @@ int RunProgram(const std::filesystem::path& program, const std::vector<std::stri
   const int failed = posix_spawn(&child, program.c_str(), &actions, nullptr, words.data(), environ);
   posix_spawn_file_actions_destroy(&actions);
   if (failed != 0) throw std::system_error(failed, std::generic_category());
+  {
+    const std::stop_callback killer(stop, [child] { kill(child, SIGKILL); });
+    // Waits but leaves the number to the child, so that no other process is killed.
+    siginfo_t ended{};
+    while (waitid(P_PID, static_cast<id_t>(child), &ended, WEXITED | WNOWAIT) == -1 && errno == EINTR) {
+    }
+  }
   int status = 0;
   while (waitpid(child, &status, 0) == -1) {
     if (errno != EINTR) throw std::system_error(errno, std::generic_category());

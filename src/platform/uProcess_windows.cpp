@@ -52,7 +52,8 @@ std::filesystem::path ThisProgram() {
   return program.data();
 }
 
-int RunProgram(const std::filesystem::path& program, const std::vector<std::string>& arguments) {
+int RunProgram(const std::filesystem::path& program, const std::vector<std::string>& arguments,
+               const std::stop_token& stop) {
   std::wstring line;
   AppendQuoted(line, program.wstring());
   for (const std::string& argument : arguments) AppendQuoted(line, PathFromUtf8(argument).wstring());
@@ -68,7 +69,10 @@ int RunProgram(const std::filesystem::path& program, const std::vector<std::stri
                       &startup, &process)) {
     Fail();
   }
-  WaitForSingleObject(process.hProcess, INFINITE);
+  {
+    const std::stop_callback killer(stop, [&process] { TerminateProcess(process.hProcess, ~0U); });
+    WaitForSingleObject(process.hProcess, INFINITE);
+  }
   DWORD status = 0;
   const bool known = GetExitCodeProcess(process.hProcess, &status) != 0;
   CloseHandle(process.hThread);

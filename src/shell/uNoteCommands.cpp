@@ -134,12 +134,16 @@ void TNoteCommands::Show() {
   FViews.ShowNotes(FFlow.Mission());
 }
 
-void TNoteCommands::GoTo(const TNote& note) {
-  if (!FFlow.FileShown() || !note.span) return;
+std::string TNoteCommands::GoTo(const std::string& id) {
+  if (!FFlow.FileShown() || !FFlow.Mission().Notes.file) return {};
   TShownMission& mission = FFlow.Mission();
-  mission.Notes.current = note.id;
-  if (const auto event = TNotedEvents(mission.Events).Of(note)) SelectEvent(mission, *event, FViews);
-  const TTimeSpan& span = *note.span;
+  const std::vector<TNote>& notes = mission.Notes.file->Items();
+  const auto note = std::ranges::find(notes, id, &TNote::id);
+  if (note == notes.end() || !note->span) return {};
+  mission.Notes.current = id;
+  const TNotedEvents events(mission.Events);
+  if (const auto event = events.Of(*note)) SelectEvent(mission, *event, FViews);
+  const TTimeSpan& span = *note->span;
   if (span.start < mission.Band.start || span.end > mission.Band.end) {
     if (span.Width() > mission.Band.Width()) {
       NavigatorBandResizing(mission, span, FViews);
@@ -148,6 +152,7 @@ void TNoteCommands::GoTo(const TNote& note) {
     }
   }
   FViews.ShowNotes(mission);
+  return NoteSentence(*note, events);
 }
 
 std::string TNoteCommands::Step() {
@@ -158,8 +163,7 @@ std::string TNoteCommands::Step() {
   auto next = std::ranges::find(notes, FFlow.Mission().Notes.current, &TNote::id);
   if (next != notes.end()) ++next;
   if (next == notes.end()) next = notes.begin();
-  GoTo(*next);
-  return NoteSentence(*next, TNotedEvents(FFlow.Mission().Events));
+  return GoTo(next->id);
 }
 
 void TNoteCommands::TakeChecksum(const std::filesystem::path& recording, const std::string& sha256) {

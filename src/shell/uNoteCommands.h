@@ -37,10 +37,10 @@ class TNoteCommands {
   void Change(const TNote& note);
   void Remove(const std::string& id);
 
-  // Leads to a note: selects its event, or moves the band around its span where that is out of sight.
-  void GoTo(const TNote& note);
-  // Leads to the next note in time behind the last one, after the last to the first. Returns its sentence; empty
-  // without a note that has a time.
+  // Leads to a note: selects its event, or moves the band around its span where that is out of sight. Returns its
+  // sentence; empty for a note that is gone or has no time.
+  std::string GoTo(const std::string& id);
+  // The same for the next note in time behind the last one, after the last for the first.
   std::string Step();
 
   // Call when the checksum of a recording, as the file stands, is known; that may be before the views are complete.

@@ -55,6 +55,37 @@ TEST(Pulse, OfAPlateauHasTheHalfSineOfTheSameVelocityChange) {
   EXPECT_NEAR(pulse.halfSine, 8.639 * 0.99, 0.01);
 }
 
+TEST(Pulse, ScalesMirrorsAndTurnsWithTheSamplesAndIgnoresRestBehindThem) {
+  const TEvent event = EventOf(1600, 19, HalfSine, {0.8, -0.6, 0.7}, 1);
+  const auto changed = [&event](float scale, bool turns, int rest = 0) {
+    TEvent other(0);
+    for (const TEventValue& v : event.Values()) {
+      const float x = scale * v.xvalue;
+      const float y = scale * v.yvalue;
+      const float z = scale * v.zvalue;
+      turns ? other.AddValues(v.time, z, x, y) : other.AddValues(v.time, x, y, z);
+    }
+    for (int i = 1; i <= rest; ++i) other.AddValues(event.Values().back().time + i / 1.6, 0, 0, scale);
+    return AnalyseShock(other, std::fabs(scale) * kLevelOn);
+  };
+  const TShockAnalysis one = changed(1, false);
+  const TShockAnalysis mirrored = changed(-2, false);  // -2 rounds nothing
+  EXPECT_EQ(mirrored.pulse.velocityChange, 2 * one.pulse.velocityChange);
+  EXPECT_EQ(mirrored.pulse.velocity.x, -2 * one.pulse.velocity.x);
+  EXPECT_EQ(mirrored.pulse.halfSine, one.pulse.halfSine);
+  EXPECT_EQ(mirrored.pulse.durationThird, one.pulse.durationThird);
+  EXPECT_EQ(DirectionText(one.pulse.direction), "X-pos Y-neg Z-pos");
+  EXPECT_EQ(mirrored.pulse.direction, one.pulse.direction.Opposite());
+  EXPECT_EQ(mirrored.drop->max, 4 * one.drop->max);
+  const TShockAnalysis turned = changed(1, true);
+  EXPECT_EQ(turned.pulse.velocity.x, one.pulse.velocity.z);
+  EXPECT_NEAR(turned.pulse.velocityChange, one.pulse.velocityChange, 1e-12);
+  EXPECT_EQ(DirectionText(turned.pulse.direction), "X-pos Y-pos Z-neg");
+  const TShockAnalysis longer = changed(1, false, 200);
+  EXPECT_NEAR(longer.pulse.velocityChange, one.pulse.velocityChange, 1e-9);
+  EXPECT_NEAR(longer.pulse.durationTenth, one.pulse.durationTenth, 1e-9);
+}
+
 TEST(Pulse, IsRefusedWithTheReason) {
   const auto reasonOf = [](const TEvent& event) { return AnalyseShock(event, kLevelOn).reason; };
   EXPECT_THAT(reasonOf(EventOf(1600, 4, [](double) { return 9.0; })), testing::StartsWith("Fewer than 5 samples"));

@@ -21,7 +21,7 @@ from check_dump import Recording  # noqa: E402
 
 EPOCH = datetime.datetime(1899, 12, 30)
 MOST_ROWS = 1048576
-ALL = ["shocks-xlsx", "sensors-xlsx", "battery-xlsx"]
+ALL = ["shocks-xlsx", "sensors-xlsx", "battery-xlsx", "analysis-xlsx"]
 found = []
 
 
@@ -71,7 +71,7 @@ def check_look(book_file, number, sheet, title_row):
     expect("filter", f"A{title_row}:{last}", sheet.auto_filter.ref)
     for i, title in enumerate(cells[title_row - 1]):
         expect("bold title", True, title.font.b)
-        longest = max(len(str(row[i].value or "")) for row in cells)
+        longest = min(60, max(len(str(row[i].value or "")) for row in cells))
         width = sheet.column_dimensions[openpyxl.utils.get_column_letter(i + 1)].width
         if not longest < width <= longest + 8 and not title.value == "Timestamp":
             found.append(f"column {title.value}: {width} wide for {longest} characters")
@@ -109,7 +109,7 @@ def check_recording(kshock, path, folder):
     dump = json.loads(run(kshock, "dump", path, "--rows", "0").stdout)
     has_battery = dump["tables"]["battery"]["fields"] != []
     export(kshock, path, folder, *ALL, "events-xlsx", status=0 if has_battery else 6)
-    for name, file in (("events", "Shocks of "), ("sensors", "Sensors "), ("battery", "Battery ")):
+    for name, file in (("events", "Shocks of "), ("sensors", "Sensors "), ("battery", "Battery "), ("analysis", "Analysis ")):
         if name == "battery" and not has_battery:
             expect("battery", False, os.path.exists(f"{folder}/Battery Mission-{mission}.xlsx"))
             continue

@@ -3,11 +3,17 @@
 #include <gtest/gtest.h>
 
 #include <QDBusVariant>
+#include <QDir>
+#include <QFile>
 #include <QLabel>
+#include <QPushButton>
+#include <QSignalSpy>
 #include <QTest>
 
 #include "gui/common/uTheme.h"
 #include "gui/platform/uSchemePortal.h"
+#include "gui/ribbon/uRecordingList.h"
+#include "gui/ribbon/uRecordingPane.h"
 #include "tests/support/uBlockedFile.h"
 #include "tests/support/uThreeEvents.h"
 #include "tests/support/uWindowTest.h"
@@ -52,6 +58,42 @@ TEST_F(Desktop, ThePortalChoosesTheScheme) {
   EXPECT_EQ(ground(), kDarkTokens.ground);
   choose("color-scheme", 2);
   EXPECT_EQ(ground(), kLightTokens.ground);
+}
+
+// A stand-in for kshock that hangs at the ninth recording.
+TEST_F(Desktop, CancelEndsTheProcessThatReadsRecordingsAndKeepsWhatWasRead) {
+  std::filesystem::create_directory(FFolder / "in");
+  for (int i = 0; i < 9; ++i) Save(("in/" + std::to_string(i) + ".kshock").c_str(), ThreeEvents());
+  const std::string kshock = QCoreApplication::applicationDirPath().toStdString() + "/kshock";
+  const std::string script = "#!/bin/sh\nif grep -qsz 8.kshock \"$3\"; then echo $$ > " + (FFolder / "id").string() +
+                             "; exec sleep 60; fi\nexec " + kshock + " \"$@\"\n";
+  WriteFile(FFolder / "kshock", TBytes(script.begin(), script.end()));
+  std::filesystem::permissions(FFolder / "kshock", std::filesystem::perms::owner_all);
+  TRecordingPane pane("lst", "Recordings", nullptr);
+  pane.show();
+  QSignalSpy summarized(pane.List(), &TRecordingList::Summarized);
+  pane.List()->SetSource({FFolder / "kshock", FFolder / "cache", {}});
+  const auto read = [&] {
+    summarized.clear();
+    pane.List()->ReadPath(QString::fromStdString((FFolder / "in").string()), {"*.kshock"});
+    const auto has8 = [&] { return !summarized.isEmpty() && summarized.last()[0].toInt() == 8; };
+    return QTest::qWaitFor(has8, kPatienceMs);
+  };
+  ASSERT_TRUE(read());
+  QFile id(QString::fromStdString((FFolder / "id").string()));
+  ASSERT_TRUE(QTest::qWaitFor([&] { return id.size() > 0; }, kPatienceMs));
+  ASSERT_TRUE(id.open(QFile::ReadOnly));
+  const QString process = "/proc/" + id.readAll().trimmed();
+  ASSERT_TRUE(QFile::exists(process));
+  QTest::mouseClick(pane.findChild<QPushButton*>("lstCancel"), Qt::LeftButton);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !QFile::exists(process); }, 20000)) << "it would sleep for a minute";
+  EXPECT_EQ(summarized.last()[2].toString(), "cancelled");
+
+  const QDir cache(QString::fromStdString((FFolder / "cache").string()));
+  EXPECT_TRUE(
+      QTest::qWaitFor([&] { return !cache.entryList({"folder-*.sqlite"}, QDir::Files).isEmpty(); }, kPatienceMs));
+  pane.List()->SetSource({FFolder / "no such program", FFolder / "cache", {}});
+  EXPECT_TRUE(read()) << "what was read is in the cache";
 }
 
 }  // namespace

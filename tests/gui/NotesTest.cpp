@@ -1,12 +1,14 @@
 // Notes in the window: typed, shown, stepped to, changed, and what their files may hold.
 #include <QComboBox>
 #include <QDialog>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTableView>
 #include <QTextEdit>
+#include <QToolTip>
 
 #include "gui/charts/uEventsChart.h"
 #include "gui/charts/uNavigatorChart.h"
@@ -48,10 +50,17 @@ class NotesInWindow : public TWindowTest {
         .toStdString();
   }
   std::string Notice() { return Find<QLabel>("lblNotice")->text().toStdString(); }
+  static QPoint PlaceOfFlag(const TTimeChart& chart, double time) {
+    return QPointF(chart.TimeAxis().coordToPixel(time) + 2, chart.Rect().rect().top() + 3).toPoint();
+  }
   std::string FlagAt(const char* name, double time) {
     auto* chart = Find<TTimeChart>(name);
-    const QPointF at(chart->TimeAxis().coordToPixel(time) + 2, chart->Rect().rect().top() + 3);
-    return chart->Flags().TextAt(at).toStdString();
+    return chart->Flags().TextAt(PlaceOfFlag(*chart, time)).toStdString();
+  }
+  void ClickFlag(const char* name, double time) {
+    auto* chart = Find<TTimeChart>(name);
+    QTest::mouseClick(chart, Qt::LeftButton, {}, PlaceOfFlag(*chart, time));
+    Settle();
   }
   std::string Kept() {
     const TBytes bytes = BytesOfFile(FFolder / "three.kshock.notes.json");
@@ -116,6 +125,35 @@ TEST_F(NotesInWindow, ANoteIsSeenEverywhereAndCanBeSteppedToChangedAndDeleted) {
   EXPECT_EQ(Find<QTableView>("dbgShocks")->model()->columnCount(), columns);
   EXPECT_FALSE(Find<QAction>("actNextNote")->isEnabled());
   EXPECT_EQ(FlagAt("Chart1", kStart + 2 * kMinute), "");
+}
+
+TEST_F(NotesInWindow, AClickOnAFlagGoesToItsNoteAndLeavesBandAndZoom) {
+  Keep(R"({"notes": [
+      {"id": "a", "text": "loaded", "begin": "2023-07-16T06:00:00.000", "end": "2023-07-16T06:00:20.000"},
+      {"id": "b", "event": 2, "text": "hit", "begin": "2023-07-16T06:02:00.000", "end": "2023-07-16T06:02:00.005"},
+      {"id": "c", "text": "by a lift", "begin": "2023-07-16T06:02:00.000", "end": "2023-07-16T06:02:00.003"}]})");
+  Start(FThree);
+  const TTimeSpan band = FForm->Flow().Mission().Band;
+  for (const char* chart : {"Chart1", "ChartAllSensors", "ChartNavigator", "Chart20"}) {
+    if (std::string_view(chart) == "Chart20") Press("Ctrl+2");
+    ClickFlag(chart, kStart);
+    EXPECT_THAT(Notice(), HasSubstr("loaded")) << chart;
+    const QPoint at = PlaceOfFlag(*Find<TTimeChart>(chart), kStart);
+    QHelpEvent help(QEvent::ToolTip, at, Find(chart)->mapToGlobal(at));
+    QCoreApplication::sendEvent(Find(chart), &help);
+    EXPECT_THAT(QToolTip::text().toStdString(), HasSubstr("loaded")) << chart;
+    ClickFlag(chart, kStart + 2 * kMinute);
+    EXPECT_EQ(FForm->Flow().Mission().SelectedEvent, 2U) << chart;
+    EXPECT_THAT(Notice(), HasSubstr("hit")) << chart;
+    ClickFlag(chart, kStart + 2 * kMinute);
+    EXPECT_THAT(Notice(), HasSubstr("by a lift")) << chart << " has both flags there";
+    ClickFlag(chart, kStart + 2 * kMinute);
+    EXPECT_THAT(Notice(), HasSubstr("hit")) << chart;
+    Press("P");
+    EXPECT_NE(FForm->Flow().Mission().SelectedEvent, 2U) << chart;
+  }
+  EXPECT_EQ(FForm->Flow().Mission().Band, band);
+  EXPECT_EQ(Find<TTimeChart>("Chart1")->Range().Times(), band);
 }
 
 TEST_F(NotesInWindow, NotesThatCannotBeReadAreSaidAndNeverReplacedUnasked) {

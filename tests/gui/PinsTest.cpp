@@ -113,6 +113,25 @@ TEST_F(PinsInWindow, EightArePinnedAndEachKeepsItsColour) {
   EXPECT_EQ(Entry(3).ink, fourth);
 }
 
+TEST_F(PinsInWindow, TheLegendSaysThatOneHasNoSpectrum) {
+  const auto record = [](double ms, float x) { return TTestRecord{ms, {x, 0, 0, kNone, kNone, kNone}}; };
+  TTestRecording recording = Triangles();
+  recording.Data({record(300000, 9), {300001, {kEnd, kEnd, kEnd, kNone, kNone, kNone}}});
+  StartShock(Save("one.kshock", recording));
+  Pin(4);
+  Select(0);
+  for (const char* key : {"S", "O"}) {
+    Press(key);
+    auto* chart = Find<TFrequencyChart>(*key == 'S' ? "chartSpecAnalysis" : "chartResponse");
+    ASSERT_TRUE(QTest::qWaitFor([chart] { return !chart->Lines().empty(); }, kPatienceMs));
+    const auto name = [chart] { return chart->Legend().Contents().entries.at(kSeriesCount).name; };
+    EXPECT_EQ(name(), "4 (one) (no spectrum)");
+    Choose(0, 0);
+    EXPECT_EQ(name(), "4 (one)") << "it is hidden";
+    Choose(0, 0);
+  }
+}
+
 TEST_F(PinsInWindow, SpectrumResponseAndFilesHoldThem) {
   StartShock(FTriangles);
   Pin(0);

@@ -271,4 +271,38 @@ TEST_F(ResponseInWindow, ALimitCurveOfNoUseIsRefusedWithItsLine) {
   EXPECT_THAT(FBoxes.back(), HasSubstr("The frequency of line 2 does not rise."));
 }
 
+TEST_F(ResponseInWindow, ChoicesAndLimitCurveAreThoseOfTheLastRun) {
+  std::filesystem::create_directory(FFolder / "settings");
+  FProgram.findSettingsFolder = [this] { return (FFolder / "settings").string(); };
+  const std::string curve = "1,20\n100,20\n";
+  WriteFile(FFolder / "limit.csv", TBytes(curve.begin(), curve.end()));
+  const auto run = [this] {
+    FForm.reset();
+    Start(Recording());
+    FForm->Flow().SwitchView(TView::Shock);
+    Press("O");
+    Await(*Find<TResponseChart>("chartResponse"));
+    Settle();
+    return TitleOf(*Find<TResponseChart>("chartResponse"));
+  };
+  EXPECT_THAT(run(), Not(HasSubstr("margin")));
+  const std::pair<const char*, int> entries[] = {
+      {"cmbResponseSign", 2}, {"cmbResponseQ", 3}, {"cmbResponseOctave", 0}, {"cmbResponseBaseline", 1}};
+  for (const auto& [list, entry] : entries) Find<QComboBox>(list)->setCurrentIndex(entry);
+  FTyped = QString::fromStdString((FFolder / "limit.csv").string());
+  Find<QAbstractButton>("btnResponseLimit")->click();
+  const std::string kept = run();
+  for (const auto& [list, entry] : entries) EXPECT_EQ(Find<QComboBox>(list)->currentIndex(), entry) << list;
+  EXPECT_THAT(kept, StartsWith("Event 1 · margin "));
+  for (const char* word : {"negative", "Q 50", "1/3 octave", "no baseline"}) EXPECT_THAT(kept, HasSubstr(word));
+  EXPECT_TRUE(Find<QAbstractButton>("btnResponseLimit")->isChecked());
+
+  std::filesystem::remove(FFolder / "limit.csv");
+  EXPECT_TRUE(FBoxes.empty());
+  EXPECT_THAT(run(), HasSubstr("Q 50"));
+  ASSERT_EQ(FBoxes.size(), 1U);
+  EXPECT_THAT(FBoxes[0], HasSubstr("The limit curve cannot be used."));
+  EXPECT_FALSE(Find<QAbstractButton>("btnResponseLimit")->isChecked());
+}
+
 }  // namespace

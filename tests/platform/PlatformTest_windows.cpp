@@ -39,7 +39,7 @@ TEST(Windows, AStartedProgramGetsItsArguments) {
   const TTempFolder folder;
   const fs::path list = folder / "a b\\";
   fs::create_directory(list);
-  EXPECT_EQ(RunThisProgram({"--gtest_list_tests", "--gtest_output=xml:" + list.string()}), 0);
+  EXPECT_EQ(RunProgram(ThisProgram(), {"--gtest_list_tests", "--gtest_output=xml:" + list.string()}), 0);
   EXPECT_TRUE(fs::exists(list / "shockscope_tests.xml"));
 }
 

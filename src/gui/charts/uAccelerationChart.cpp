@@ -33,12 +33,17 @@ QColor TAccelerationChart::InkOf(TSeries series) const {
 
 void TAccelerationChart::Restyle() {
   TTimeChart::Restyle();
+  FillLegend();
+}
+
+void TAccelerationChart::FillLegend() {
   std::vector<TLegendEntry> entries;
   for (const TSeries series : kAllSeries) {
     entries.push_back({NameOf(series), InkOf(series), IsSeriesVisible(series), Dashes(Place(series))});
   }
-  for (const TPin& pin : FPins.items) {
-    entries.push_back({PinTitle(pin), PinInk(palette(), pin.slot), pin.visible, PinDashes(pin.slot)});
+  for (std::size_t i = 0; i < FPins.items.size(); ++i) {
+    const TPin& pin = FPins.items[i];
+    entries.push_back({PinTitle(pin) + PinWords(i), PinInk(palette(), pin.slot), pin.visible, PinDashes(pin.slot)});
   }
   Legend().SetEntries(std::move(entries));
 }

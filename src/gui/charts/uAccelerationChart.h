@@ -33,6 +33,9 @@ class TAccelerationChart : public TTimeChart {
  protected:
   void EntryClicked(std::size_t entry) override;
   void Restyle() override;
+  // What is said of a pinned event behind its name.
+  [[nodiscard]] virtual QString PinWords(std::size_t /*pin*/) const { return {}; }
+  void FillLegend();
   // Other series are visible.
   virtual void SeriesChanged() { Range().RescaleValues(); }
 

@@ -20,7 +20,7 @@ TBandGestures::TBandGestures(TChartPlot& plot, const TChartRange& range, const T
 // A move also goes on to the chart, which shows the values under the pointer.
 bool TBandGestures::eventFilter(QObject* /*watched*/, QEvent* event) {
   if (!FPlot.isEnabled()) return false;
-  if (IsOnLegend(*event)) return false;
+  if (IsOnButton(*event)) return false;
   switch (event->type()) {
     case QEvent::MouseButtonPress:
       Press(*static_cast<QMouseEvent*>(event));
@@ -42,12 +42,11 @@ bool TBandGestures::eventFilter(QObject* /*watched*/, QEvent* event) {
   }
 }
 
-// The legend answers to the chart's own clicks, unless the band is held.
-bool TBandGestures::IsOnLegend(const QEvent& event) const {
+// Legend and flags answer to the chart's own clicks, unless the band is held.
+bool TBandGestures::IsOnButton(const QEvent& event) const {
   if (FGrip != TGrip::None) return false;
   const auto* mouse = dynamic_cast<const QMouseEvent*>(&event);
-  if (mouse == nullptr) return false;
-  return FPlot.Legend().EntryAt(mouse->position()) || FPlot.Legend().IsOnMore(mouse->position());
+  return mouse != nullptr && FPlot.IsButtonAt(mouse->position());
 }
 
 // In days.

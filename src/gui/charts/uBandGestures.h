@@ -34,7 +34,7 @@ class TBandGestures final : public QObject {
   [[nodiscard]] bool HasBand() const { return FPlot.HasData() && FBand.IsVisible(); }
   [[nodiscard]] const TTimeSpan& Band() const { return FBand.Span(); }
   [[nodiscard]] const TTimeSpan& Data() const { return FRange.Full(); }
-  [[nodiscard]] bool IsOnLegend(const QEvent& event) const;
+  [[nodiscard]] bool IsOnButton(const QEvent& event) const;
   [[nodiscard]] double MinBand() const;
   [[nodiscard]] TGrip GripAt(const QPointF& position) const;
   void Press(const QMouseEvent& event);

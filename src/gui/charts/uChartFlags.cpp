@@ -11,7 +11,7 @@ namespace {
 
 constexpr double kWidth = 8;   // px of the cloth
 constexpr double kHeight = 7;  // px
-constexpr double kReach = 4;   // px around it that say its text
+constexpr double kReach = 4;   // px around it that belong to it, too
 constexpr int kMaxTexts = 8;   // in one tip
 
 }  // namespace
@@ -75,15 +75,30 @@ void TChartFlags::Paint(QCPPainter& painter) const {
   });
 }
 
-QString TChartFlags::TextAt(const QPointF& position) const {
-  QStringList texts;
-  if (!FPlot.HasData()) return {};
+std::vector<const TChartFlag*> TChartFlags::FlagsAt(const QPointF& position) const {
+  std::vector<const TChartFlag*> found;
+  if (!FPlot.HasData()) return found;
   const QCPRange view = FPlot.TimeAxis().range();
   for (const TChartFlag& flag : FFlags) {
     if (flag.span.start > view.upper || flag.span.end < view.lower) continue;
-    if (!BoxOf(flag).adjusted(-kReach, -kReach, kReach, kReach).contains(position)) continue;
+    if (BoxOf(flag).adjusted(-kReach, -kReach, kReach, kReach).contains(position)) found.push_back(&flag);
+  }
+  return found;
+}
+
+QString TChartFlags::TextAt(const QPointF& position) const {
+  QStringList texts;
+  for (const TChartFlag* flag : FlagsAt(position)) {
     if (texts.size() == kMaxTexts) return texts.join('\n') + "\n…";
-    texts.append(flag.text);
+    texts.append(flag->text);
   }
   return texts.join('\n');
+}
+
+QString TChartFlags::IdAt(const QPointF& position) const {
+  const std::vector<const TChartFlag*> flags = FlagsAt(position);
+  if (flags.empty()) return {};
+  auto next = std::ranges::find_if(flags, &TChartFlag::isCurrent);
+  if (next != flags.end()) ++next;
+  return next == flags.end() ? flags.front()->id : (*next)->id;
 }

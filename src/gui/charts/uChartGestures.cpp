@@ -136,8 +136,7 @@ void TChartGestures::EndDrag() {
 
 void TChartGestures::DoubleClick(const QMouseEvent& event) {
   if (event.button() != Qt::LeftButton || FCursors.At(event.position())) return;
-  // On the legend a double-click counts as two clicks.
-  if (FPlot.Legend().EntryAt(event.position()) || FPlot.Legend().IsOnMore(event.position())) {
+  if (FPlot.IsButtonAt(event.position())) {
     emit Clicked(event.position());
   } else {
     FMarks.TakePinBack();

@@ -50,6 +50,10 @@ class TChartPlot : public QCustomPlot {
   // The moment at a position, in units of the time axis.
   [[nodiscard]] double MomentAt(const QPointF& position) const { return FTimeAxis->pixelToCoord(position.x()); }
   [[nodiscard]] QColor FaintInk() const;
+  // Something to click stands there, so a double-click counts as two clicks: an entry of the legend at least.
+  [[nodiscard]] virtual bool IsButtonAt(const QPointF& position) const {
+    return FLegend->EntryAt(position) || FLegend->IsOnMore(position);
+  }
 
   void QueueReplot();
   // Draws the layer of the marks alone.

@@ -28,6 +28,16 @@ double TFrequencyChart::ValueOf(const TSpectrumLine& line, TSeries series) {
   return line.*kValues[Place(series)];
 }
 
+void TFrequencyChart::SetPinnedLines(std::vector<std::vector<TSpectrumLine>> lines) {
+  FPinned = std::move(lines);
+  FillLegend();
+}
+
+QString TFrequencyChart::PinWords(std::size_t pin) const {
+  const bool has = Lines().empty() || !Pins().items[pin].visible || pin >= FPinned.size() || !FPinned[pin].empty();
+  return has ? QString() : tr(" (no spectrum)");
+}
+
 double TFrequencyChart::MaxHertz() const {
   double max = Lines().back().hertz;
   for (const auto& lines : FPinned) max = std::max(max, lines.empty() ? max : lines.back().hertz);

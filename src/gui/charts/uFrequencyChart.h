@@ -42,7 +42,8 @@ class TFrequencyChart : public TAccelerationChart {
 
   // There are some.
   [[nodiscard]] static std::size_t LineAt(std::span<const TSpectrumLine> lines, double hertz);
-  void SetPinnedLines(std::vector<std::vector<TSpectrumLine>> lines) { FPinned = std::move(lines); }
+  void SetPinnedLines(std::vector<std::vector<TSpectrumLine>> lines);
+  [[nodiscard]] QString PinWords(std::size_t pin) const override;
   // With the pinned events.
   [[nodiscard]] double MaxHertz() const;
   [[nodiscard]] static double ValueOf(const TSpectrumLine& line, TSeries series);

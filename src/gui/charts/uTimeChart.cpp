@@ -63,6 +63,8 @@ TTimeChart::TTimeChart(TAxisUnit unit, QWidget* parent)
       EntryClicked(*entry);
     } else if (Legend().IsOnMore(position)) {
       ShowEntriesLeftOut(mapToGlobal(at));
+    } else if (const QString flag = FFlags.IdAt(position); !flag.isEmpty()) {
+      emit FlagClicked(flag);
     } else {
       Clicked(position);
     }

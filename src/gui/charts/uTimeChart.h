@@ -57,11 +57,17 @@ class TTimeChart : public TChartPlot, public IChartReadings {
   [[nodiscard]] TChartGestures& Gestures() { return FGestures; }
   // What somebody noted; stays until other flags are set.
   [[nodiscard]] TChartFlags& Flags() { return FFlags; }
+  [[nodiscard]] bool IsButtonAt(const QPointF& position) const override {
+    return TChartPlot::IsButtonAt(position) || !FFlags.IdAt(position).isEmpty();
+  }
+
+ signals:
+  void FlagClicked(const QString& id);
 
  protected:
   // The visible series with samples, in the order of the legend.
   [[nodiscard]] virtual std::vector<TCurve> Curves() const { return {}; }
-  // Left button, less than a drag, beside the entries of the legend.
+  // Left button, less than a drag, beside the entries of the legend and the flags.
   virtual void Clicked(const QPointF& /*position*/) {}
   // Shows or hides a series, by its place in the legend.
   virtual void EntryClicked(std::size_t entry) = 0;

@@ -44,6 +44,7 @@
 #include "gui/ribbon/uRibbon.h"
 #include "gui/settings/uAlarmLimitsPanel.h"
 #include "gui/settings/uLimitProfileBar.h"
+#include "gui/shock/uResponsePanel.h"
 #include "gui/shock/uShockPanel.h"
 #include "gui/welcome/uLoadingPanel.h"
 #include "gui/welcome/uRecentFiles.h"
@@ -53,6 +54,7 @@
 #include "shell/uFailureList.h"
 #include "shell/uLimitProfiles.h"
 #include "shell/uNoteCommands.h"
+#include "shell/uResponseChoices.h"
 #include "shell/uSettingsCommands.h"
 
 namespace {
@@ -94,7 +96,8 @@ TKorvexMainForm::TKorvexMainForm(TProgram program, std::function<std::uint64_t()
   ConnectProfiles();
   ConnectNotes();
   ConnectReport();
-  FViewActions = std::make_unique<TViewActions>(*this, *FParts, *FFlow, *FControls, *FViews);
+  ConnectResponse();
+  FViewActions = std::make_unique<TViewActions>(*this, *FParts, *FFlow, *FControls, *FViews, *FNotes);
   FormCreate();
 }
 
@@ -237,6 +240,22 @@ void TKorvexMainForm::ConnectReport() {
   });
 }
 
+void TKorvexMainForm::ConnectResponse() {
+  connect(FParts->shock->Response(), &TResponsePanel::ChoicesChanged, this, [this](const TResponseChoices& choices) {
+    InSettingsFolder(kKeptResponseFile, "The choices of the response spectrum are not kept.",
+                     [&](const auto& folder) { KeepResponseChoices(folder, choices); });
+  });
+}
+
+void TKorvexMainForm::InSettingsFolder(const char* file, const char* failure,
+                                       const std::function<void(const std::filesystem::path& folder)>& step) {
+  const std::filesystem::path folder = PathFromUtf8(FProgram.findSettingsFolder());
+  if (folder.empty()) return;
+  TFailureList failures;
+  failures.Run(folder / file, [&] { step(folder); });
+  failures.Show(*FDialogs, failure);
+}
+
 void TKorvexMainForm::btnReportConfigOKClick(const TReportConfig& config) {
   Guarded(this, [&] {
     FParts->report->SetConfig(config);
@@ -257,11 +276,10 @@ void TKorvexMainForm::FormCreate() {
   if (!folder.empty()) LoadWindowPlace(*this, PathFromUtf8(folder) / kWindowPlaceFile);
   ::FormCreate(FProgram, FFlow->Mission(), FFlow->Recent(), *FControls, *FDialogs, *FViews);
   FProfiles->Restore();
-  if (folder.empty()) return;
-  TFailureList failures;
-  failures.Run(PathFromUtf8(folder) / kKeptReportConfigFile,
-               [&] { FParts->report->SetConfig(ReadKeptReportConfig(PathFromUtf8(folder))); });
-  failures.Show(*FDialogs, "The report's configuration could not be read.");
+  InSettingsFolder(kKeptReportConfigFile, "The report's configuration could not be read.",
+                   [this](const auto& kept) { FParts->report->SetConfig(ReadKeptReportConfig(kept)); });
+  InSettingsFolder(kKeptResponseFile, "The choices of the response spectrum could not be read.",
+                   [this](const auto& kept) { FParts->shock->Response()->SetChoices(ReadKeptResponseChoices(kept)); });
 }
 
 void TKorvexMainForm::FormShow() {

@@ -4,6 +4,7 @@
 
 #include <QMainWindow>
 #include <cstdint>
+#include <filesystem>
 #include <functional>
 #include <memory>
 
@@ -66,6 +67,10 @@ class TKorvexMainForm : public QMainWindow {
   void ConnectProfiles();
   void ConnectNotes();
   void ConnectReport();
+  void ConnectResponse();
+  // Runs a step that reads or writes a file of the settings folder, if there is one; says what fails.
+  void InSettingsFolder(const char* file, const char* failure,
+                        const std::function<void(const std::filesystem::path& folder)>& step);
   void SavePlace();
   [[nodiscard]] TSummarySource SummarySource() const;
 

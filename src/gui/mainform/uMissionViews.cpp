@@ -146,7 +146,8 @@ std::vector<TChartFlag> TMissionViews::NoteFlags(const TShownMission& mission) c
     if (!note.span) continue;
     // An event's flag is as narrow as its line.
     const TTimeSpan span = note.event ? TTimeSpan{note.span->start, note.span->start} : *note.span;
-    flags.push_back({span, ShownText(NoteSentence(note, events), kMaxText), note.id == mission.Notes.current});
+    flags.push_back(
+        {QtText(note.id), span, ShownText(NoteSentence(note, events), kMaxText), note.id == mission.Notes.current});
   }
   return flags;
 }

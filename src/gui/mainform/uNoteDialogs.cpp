@@ -167,7 +167,7 @@ class TNoteList final : public QDialog {
                  add("btnNoteDelete", tr("&Delete"), [this] { DeleteCurrent(); }),
                  add("btnNoteGo", tr("&Go to"), [this] {
                    if (FList->currentRow() < 0) return;
-                   FOn.notes.GoTo(Current());
+                   FOn.notes.GoTo(Current().id);
                    accept();
                  })};
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
@@ -238,9 +238,12 @@ void ListNotes(const TCommandTargets& on) {
 }
 
 void StepNote(const TCommandTargets& on) {
-  constexpr qsizetype kMaxLine = 300;
   const std::string sentence = on.notes.Step();
-  on.controls.ShowNotice(sentence.empty() ? Utf8(QObject::tr("The recording has no note on an event or a span"))
-                                          : Utf8(ShownText(sentence, kMaxLine)),
-                         {});
+  ShowNoteNotice(sentence.empty() ? Utf8(QObject::tr("The recording has no note on an event or a span")) : sentence,
+                 on.controls);
+}
+
+void ShowNoteNotice(const std::string& sentence, IControls& controls) {
+  constexpr qsizetype kMaxLine = 300;
+  controls.ShowNotice(Utf8(ShownText(sentence, kMaxLine)), {});
 }

@@ -22,6 +22,7 @@
 #include "gui/mainform/uControls.h"
 #include "gui/mainform/uMainParts.h"
 #include "gui/mainform/uMissionViews.h"
+#include "gui/mainform/uNoteDialogs.h"
 #include "gui/mainform/uNotice.h"
 #include "gui/overview/uOverviewPanel.h"
 #include "gui/overview/uVerdictStrip.h"
@@ -31,12 +32,13 @@
 #include "gui/shock/uShockPanel.h"
 #include "shell/uFileFlow.h"
 #include "shell/uNavigatorCommands.h"
+#include "shell/uNoteCommands.h"
 #include "shell/uOrderingCommands.h"
 #include "shell/uPinCommands.h"
 
 TViewActions::TViewActions(QMainWindow& window, TMainParts& parts, TFileFlow& flow, TControls& controls,
-                           TMissionViews& views)
-    : FWindow(window), FParts(parts), FFlow(flow), FControls(controls), FViews(views) {
+                           TMissionViews& views, TNoteCommands& notes)
+    : FWindow(window), FParts(parts), FFlow(flow), FControls(controls), FViews(views), FNotes(notes) {
   ConnectGrids();
   ConnectCharts();
   ConnectNavigator();
@@ -118,6 +120,9 @@ void TViewActions::ConnectCharts() {
     connect(chart, &TTimeChart::CursorValueChanged, this, [this, chart](const QString& text) {
       FParts.statusHint->setText(text.isEmpty() ? QString() : chart->statusTip());
       FParts.statusValue->setText(text);
+    });
+    connect(chart, &TTimeChart::FlagClicked, this, [this](const QString& note) {
+      OnMission([&](TShownMission&) { ShowNoteNotice(FNotes.GoTo(Utf8(note)), FControls); });
     });
   }
   for (TRowGrid* grid : FWindow.findChildren<TRowGrid*>()) {

@@ -13,6 +13,7 @@ class QMainWindow;
 class TControls;
 class TFileFlow;
 class TMissionViews;
+class TNoteCommands;
 struct TMainParts;
 
 class TViewActions : public QObject {
@@ -20,7 +21,8 @@ class TViewActions : public QObject {
 
  public:
   // Connects the views. Make it after the commands: the filter panel has a button of one.
-  TViewActions(QMainWindow& window, TMainParts& parts, TFileFlow& flow, TControls& controls, TMissionViews& views);
+  TViewActions(QMainWindow& window, TMainParts& parts, TFileFlow& flow, TControls& controls, TMissionViews& views,
+               TNoteCommands& notes);
 
  private:
   void ConnectGrids();
@@ -40,4 +42,5 @@ class TViewActions : public QObject {
   TFileFlow& FFlow;
   TControls& FControls;
   TMissionViews& FViews;
+  TNoteCommands& FNotes;
 };

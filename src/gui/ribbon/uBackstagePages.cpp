@@ -281,7 +281,7 @@ void TCurrentFolderPage::showEvent(QShowEvent* event) {
 void TCurrentFolderPage::Fill() {
   if (FFolder.isEmpty()) {
     FList->Clear();
-    return ShowNote(tr("No recording is open, so there is no current folder."));
+    return ShowNote(tr("No recording is open, so there is no current folder. Browse path lists any folder."));
   }
   FList->ReadPath(FFolder, FPatterns);
   if (FList->Reading()) ShowNote(tr("Reading %1 …").arg(QDir::toNativeSeparators(FFolder)));

@@ -374,7 +374,9 @@ void TRecordingList::SetSource(const TSummarySource& source) {
 
 void TRecordingList::ReadSummaries() {
   if (FSource.kshock.empty()) return;
-  TSummaryOrder order{FSource.kshock, {}, {}, FSource.limits};
+  StopSummaries();
+  FStop = std::stop_source();
+  TSummaryOrder order{FSource.kshock, {}, {}, FSource.limits, FStop.get_token()};
   const std::filesystem::path folder = PathFromUtf8(Utf8(FFolder));
   order.cache = SummaryCache(FSource.cacheFolder, folder);
   for (const QString& name : FModel->Names()) order.files.push_back(folder / PathFromUtf8(Utf8(name)));
@@ -408,14 +410,19 @@ void TRecordingList::EndSummaries(const QString& problem) {
   emit Summarized(problem.isEmpty() ? total : FDone, total, problem);
 }
 
-void TRecordingList::CancelSummaries() {
+void TRecordingList::StopSummaries() {
   FSummaries->Cancel();
+  FStop.request_stop();
+}
+
+void TRecordingList::CancelSummaries() {
+  StopSummaries();
   EndSummaries(tr("cancelled"));
 }
 
 void TRecordingList::Clear() {
   FTask->Cancel();
-  FSummaries->Cancel();
+  StopSummaries();
   FSummarizing = false;
   FReading = false;
   FModel->SetEntries({});
@@ -424,7 +431,7 @@ void TRecordingList::Clear() {
 // Whoever opens a recording wants the processors for it; the rest is read when the list is seen again.
 void TRecordingList::hideEvent(QHideEvent* event) {
   QTreeView::hideEvent(event);
-  if (!event->spontaneous() && FSummarizing) FSummaries->Cancel();
+  if (!event->spontaneous() && FSummarizing) StopSummaries();
 }
 
 void TRecordingList::showEvent(QShowEvent* event) {

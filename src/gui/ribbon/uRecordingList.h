@@ -8,6 +8,7 @@
 #include <QTreeView>
 #include <filesystem>
 #include <optional>
+#include <stop_token>
 
 #include "gui/ribbon/uRecordingFolder.h"
 
@@ -84,6 +85,7 @@ class TRecordingList : public QTreeView {
 
  public:
   TRecordingList(const QString& objectName, const QString& accessibleName, QWidget* parent);
+  ~TRecordingList() override { FStop.request_stop(); }
 
   // Counts what is listed anew where the limits changed.
   void SetSource(const TSummarySource& source);
@@ -92,7 +94,7 @@ class TRecordingList : public QTreeView {
   void ReadPath(const QString& path, const QStringList& patterns);
   // Empties the list and drops a pending call.
   void Clear();
-  // No more recordings are read; the figures that are there stay.
+  // Ends at once what reads recordings; the figures that are there stay.
   void CancelSummaries();
   void SetFilter(const QString& text) { FModel->SetFilter(text); }
   bool Empty() const { return FModel->Count() == 0; }
@@ -114,6 +116,7 @@ class TRecordingList : public QTreeView {
  private:
   QString Show(const QString& folder, TFolderListing listing);
   void ReadSummaries();
+  void StopSummaries();
   void EndSummaries(const QString& problem);
   void FitColumns();
   void Choose(const QModelIndex& index);
@@ -121,6 +124,7 @@ class TRecordingList : public QTreeView {
   TRecordingModel* FModel;
   TBackgroundTask* FTask;
   TBackgroundTask* FSummaries;
+  std::stop_source FStop;  // of the summaries that are read
   TSummarySource FSource;
   bool FReading = false;
   bool FSummarizing = false;  // or waits to be seen

@@ -4,6 +4,7 @@
 #include <QHBoxLayout>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QSignalBlocker>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <array>
@@ -59,14 +60,16 @@ QSize TResponsePanel::minimumSizeHint() const {
 
 void TResponsePanel::AddChoices(TFlowLayout& choices) {
   // `change` gets the request and the entry.
-  const auto add = [&](const char* name, const QString& what, const QStringList& names, int first, auto change) {
+  const auto add = [&](const char* name, const QString& what, const QStringList& names, int first, TChange change) {
     QComboBox* list = MakeChoiceList(name, what, names);
     list->setCurrentIndex(first);
     connect(list, &QComboBox::currentIndexChanged, this, [this, change](int entry) {
       TResponseRequest request = FChart->Request();
       change(request, static_cast<std::size_t>(entry));
       FChart->SetRequest(request);
+      EmitChoices();
     });
+    FLists.emplace_back(list, std::move(change));
     list->setMinimumWidth(list->maximumWidth());
     choices.addWidget(list);
   };
@@ -89,33 +92,70 @@ void TResponsePanel::AddChoices(TFlowLayout& choices) {
   envelope->setToolTip(tr("The largest response at each frequency of all events that the filter lets through"));
   connect(envelope, &QCheckBox::toggled, FChart, &TResponseChart::SetEnvelope);
   choices.addWidget(envelope);
-  auto* limit = new QPushButton(tr(kLimitText));
-  limit->setObjectName("btnResponseLimit");
-  limit->setCheckable(true);
-  limit->setToolTip(tr(kLimitTip));
-  connect(limit, &QPushButton::clicked, this, [this, limit] { ChangeLimit(*limit); });
-  choices.addWidget(limit);
+  FLimitButton = new QPushButton(tr(kLimitText));
+  FLimitButton->setObjectName("btnResponseLimit");
+  FLimitButton->setCheckable(true);
+  FLimitButton->setToolTip(tr(kLimitTip));
+  connect(FLimitButton, &QPushButton::clicked, this, &TResponsePanel::ChangeLimit);
+  choices.addWidget(FLimitButton);
 }
 
-void TResponsePanel::ChangeLimit(QPushButton& button) {
-  if (!button.isChecked()) {
-    FChart->SetLimit({});
-    button.setText(tr(kLimitText));
-    button.setToolTip(tr(kLimitTip));
-    return;
+void TResponsePanel::SetChoices(const TResponseChoices& choices) {
+  const QSignalBlocker quiet(this);
+  for (const auto& [list, change] : FLists) {
+    for (int entry = 0; entry < list->count(); ++entry) {
+      TResponseRequest changed = choices.request;
+      change(changed, static_cast<std::size_t>(entry));
+      if (changed == choices.request) list->setCurrentIndex(entry);
+    }
   }
-  button.setChecked(false);
-  const auto file = AskForFile(this, tr("Open a limit curve"), {FLimitFolder, "Limit curves|*.csv|All files|*"});
-  if (!file) return;
+  FLimit = choices.limit;
+  FLimitWaits = !FLimit.empty();
+}
+
+void TResponsePanel::EmitChoices() {
+  TResponseRequest request = FChart->Request();
+  request.levelOn = 0;  // the recording's
+  emit ChoicesChanged({std::move(request), FLimit});
+}
+
+void TResponsePanel::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  if (!std::exchange(FLimitWaits, false)) return;
+  // Queued: a message waits for the user.
+  QMetaObject::invokeMethod(
+      this, [this] { UseLimit(FLimit); }, Qt::QueuedConnection);
+}
+
+void TResponsePanel::ChangeLimit() {
+  if (FLimitButton->isChecked()) {
+    FLimitButton->setChecked(false);
+    const auto file =
+        AskForFile(this, tr("Open a limit curve"), {Utf8FromPath(FLimitFolder), "Limit curves|*.csv|All files|*"});
+    if (!file) return;
+    UseLimit(PathFromUtf8(*file));
+  } else {
+    FChart->SetLimit({});
+    FLimitButton->setText(tr(kLimitText));
+    FLimitButton->setToolTip(tr(kLimitTip));
+    FLimit.clear();
+  }
+  EmitChoices();
+}
+
+void TResponsePanel::UseLimit(const std::filesystem::path& file) {
+  const QString shown = QtText(Utf8FromPath(file));
   try {
-    FChart->SetLimit(ReadLimitCurve(PathFromUtf8(*file)));
-    FLimitFolder = Utf8FromPath(PathFromUtf8(*file).parent_path());
-    button.setChecked(true);
-    button.setText(tr("Remove &limit"));
-    button.setToolTip(tr("Limit: %1").arg(QtText(*file)));
+    FChart->SetLimit(ReadLimitCurve(file));
+    FLimitFolder = file.parent_path();
+    FLimitButton->setChecked(true);
+    FLimitButton->setText(tr("Remove &limit"));
+    FLimitButton->setToolTip(tr("Limit: %1").arg(shown));
+    FLimit = file;
   } catch (const std::exception& error) {
+    FLimit.clear();
     ShowBox(this, QMessageBox::Warning, "msgLimit", tr("The limit curve cannot be used."),
-            QString("%1\n%2").arg(QtText(*file), QtText(ReasonOf(error))));
+            QString("%1\n%2").arg(shown, QtText(ReasonOf(error))));
   }
 }
 

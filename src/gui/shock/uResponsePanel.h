@@ -3,8 +3,14 @@
 #pragma once
 
 #include <QWidget>
-#include <string>
+#include <filesystem>
+#include <functional>
+#include <utility>
+#include <vector>
 
+#include "shell/uResponseChoices.h"
+
+class QComboBox;
 class QProgressBar;
 class QPushButton;
 class TFlowLayout;
@@ -17,16 +23,34 @@ class TResponsePanel : public QWidget {
   explicit TResponsePanel(QWidget* parent);
 
   [[nodiscard]] TResponseChart* Chart() const { return FChart; }
+  // What no list offers stays as it is. The limit curve is read when the panel is first seen.
+  void SetChoices(const TResponseChoices& choices);
 
   [[nodiscard]] QSize minimumSizeHint() const override;
 
+ signals:
+  // The user chose something else.
+  void ChoicesChanged(const TResponseChoices& choices);
+
+ protected:
+  void showEvent(QShowEvent* event) override;
+
  private:
+  // Puts an entry of a list into a request.
+  using TChange = std::function<void(TResponseRequest& request, std::size_t entry)>;
+
   void AddChoices(TFlowLayout& choices);
   [[nodiscard]] QWidget* MakeProgress();
+  void EmitChoices();
   // Asks for the file of a limit curve, or takes the limit away. A file of no use changes nothing.
-  void ChangeLimit(QPushButton& button);
+  void ChangeLimit();
+  void UseLimit(const std::filesystem::path& file);
 
   TResponseChart* FChart;
   QProgressBar* FBar;
-  std::string FLimitFolder;  // of the last one that was read
+  QPushButton* FLimitButton = nullptr;
+  std::vector<std::pair<QComboBox*, TChange>> FLists;
+  std::filesystem::path FLimit;        // the file of the one that is drawn or waits to be read; empty: none
+  std::filesystem::path FLimitFolder;  // of the last one
+  bool FLimitWaits = false;
 };

@@ -38,6 +38,7 @@ class TMainShockPanel : public QWidget {
   [[nodiscard]] TSelectedEventChart* Chart2() const { return FChart2; }
   [[nodiscard]] TSpectrumChart* ChartSpecAnalysis() const;
   [[nodiscard]] TResponseChart* ChartResponse() const;
+  [[nodiscard]] TResponsePanel* Response() const { return FResponse; }
   // The three charts of the selected event.
   [[nodiscard]] std::array<TAccelerationChart*, 3> EventCharts() const;
   // Of the selected event.
