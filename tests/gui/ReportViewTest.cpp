@@ -93,7 +93,7 @@ TEST_F(ReportView, ACardMarksWhatIsBeyondALimitThatSomebodyChose) {
 }
 
 TEST_F(ReportView, ALongFigureTakesARowAndLeavesTheOthersInTheirColumns) {
-  const QRectF rect(0, 0, 300, 210);
+  const QRectF rect(0, 0, 300, 300);
   TEventCard card;
   for (int i = 0; i < 17; ++i) card.figures.push_back({"Temp.", "20 °C", false});
   const double chart = CardChartRect(card, rect).height();
