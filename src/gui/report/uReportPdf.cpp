@@ -66,7 +66,12 @@ void WritePages(const std::filesystem::path& path, const TReportPages& pages, IP
     QPdfWriter writer(&file);
     writer.setTitle(pages.Title());
     writer.setCreator("ShockScope");
-    PaintPages(writer, pages, 0, pages.Count() - 1, progress);
+    try {
+      PaintPages(writer, pages, 0, pages.Count() - 1, progress);
+    } catch (const std::runtime_error&) {
+      file.Finish();  // a page that cannot be painted because of the disk
+      throw;
+    }
   }
   file.Finish();
 }
