@@ -93,12 +93,12 @@ TEST_F(ReportView, ACardMarksWhatIsBeyondALimitThatSomebodyChose) {
 }
 
 TEST_F(ReportView, ALongFigureTakesARowAndLeavesTheOthersInTheirColumns) {
-  const QRectF rect(0, 0, 300, 210);
+  const QRectF rect(0, 0, 300, 300);
   TEventCard card;
-  for (int i = 0; i < 17; ++i) card.figures.push_back({"Temp.", "20 °C", false});
+  for (int i = 0; i < 13; ++i) card.figures.push_back({"Temp.", "20 °C", false});
   const double chart = CardChartRect(card, rect).height();
   card.figures[0].text = "▲ 13.6357 g (12.1289 g on X-pos)";
-  EXPECT_EQ(CardChartRect(card, rect).height(), chart) << "one and eight rows of two";
+  EXPECT_EQ(CardChartRect(card, rect).height(), chart) << "in two columns and in three";
   card.figures[3].text = card.figures[0].text;
   EXPECT_LT(CardChartRect(card, rect).height(), chart);
 }

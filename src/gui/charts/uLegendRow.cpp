@@ -94,10 +94,13 @@ int TLegendRow::WidthOf(const TLegendEntry& entry) const {
   return Metrics().horizontalAdvance(entry.name) + kSample + kGap + kBetween;
 }
 
-// Hidden series take what the shown ones leave of their row.
+// Hidden series take what the shown ones leave of their row. Where that is too short even for the sign of those without
+// room, a row begins, and all have room in it.
 std::vector<bool> TLegendRow::Chosen(int used, int room) const {
   int hidden = 0;
   for (const TLegendEntry& entry : FContents.entries) hidden += entry.shown ? 0 : WidthOf(entry);
+  const bool beginRow = used <= room && used + std::min(hidden, MoreWidth()) > room;
+  if (beginRow) return std::vector<bool>(FContents.entries.size(), true);
   if (used + hidden > room) room -= MoreWidth();
   std::vector<bool> chosen;
   for (const TLegendEntry& entry : FContents.entries) {
@@ -113,12 +116,9 @@ void TLegendRow::PlaceEntries(int width) {
   const QString& title = FContents.title;
   const int wanted = title.isEmpty() ? 0 : IconWidth() + Metrics().horizontalAdvance(title) + 2 * kBetween;
   int shown = 0;
-  int hidden = 0;
-  for (const TLegendEntry& entry : FContents.entries) (entry.shown ? shown : hidden) += WidthOf(entry);
-  // A title that leaves no room for the entries, or for what stands for the hidden ones, gets a row of its own, and is
-  // shortened if that is too short.
-  const bool alone =
-      !title.isEmpty() && !FContents.entries.empty() && wanted + shown + std::min(hidden, MoreWidth()) > room;
+  for (const TLegendEntry& entry : FContents.entries) shown += entry.shown ? WidthOf(entry) : 0;
+  // A title that leaves no room for the entries gets a row of its own, and is shortened if that is too short.
+  const bool alone = !title.isEmpty() && !FContents.entries.empty() && wanted + shown > room;
   FTitleWidth = std::min(wanted, room);
   std::vector<int> rows(alone ? 2 : 1);  // the width of the entries in each
   int used = alone ? 0 : wanted;

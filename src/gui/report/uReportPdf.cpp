@@ -3,6 +3,7 @@
 #include <QPageSize>
 #include <QPagedPaintDevice>
 #include <QPdfWriter>
+#include <algorithm>
 #include <memory>
 #include <qpdf/QPDF.hh>
 #include <qpdf/QPDFExc.hh>
@@ -46,7 +47,11 @@ class TCheckedFile final : public QFile {
 
  protected:
   qint64 writeData(const char* data, qint64 size) override {
-    const qint64 written = QFile::writeData(data, size);
+    qint64 written = QFile::writeData(data, size);
+    // A short write has no reason; that of the rest has.
+    if (written >= 0 && written < size) {
+      written += std::max<qint64>(0, QFile::writeData(data + written, size - written));
+    }
     if (written == size) return written;
     FFailed = true;
     if (error() != NoError) FReason = errorString();
@@ -66,7 +71,12 @@ void WritePages(const std::filesystem::path& path, const TReportPages& pages, IP
     QPdfWriter writer(&file);
     writer.setTitle(pages.Title());
     writer.setCreator("ShockScope");
-    PaintPages(writer, pages, 0, pages.Count() - 1, progress);
+    try {
+      PaintPages(writer, pages, 0, pages.Count() - 1, progress);
+    } catch (const std::runtime_error&) {
+      file.Finish();  // a page that cannot be painted because of the disk
+      throw;
+    }
   }
   file.Finish();
 }
