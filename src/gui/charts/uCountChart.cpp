@@ -185,17 +185,22 @@ void TCountChart::Paint(QCPPainter& painter) {
 void TCountChart::PaintReference(QCPPainter& painter, const QColor& ink) {
   painter.setPen(ReferencePen(ink));
   painter.setBrush(Qt::NoBrush);
+  const double zero = ValueAxis().coordToPixel(0);
   QPolygonF outline;
   for (std::size_t i = 0; i < FDrawn.size(); ++i) {
     const double length = ReferenceLength(FDrawn[i]);
     if (FKind == TBars::Names) {
       const QRectF bar = RectOf(i, length);
-      if (length > 0)
-        painter.drawPolyline(QPolygonF({bar.topLeft(), bar.topRight(), bar.bottomRight(), bar.bottomLeft()}));
+      const QPolygonF open({bar.topLeft(), bar.topRight(), bar.bottomRight(), bar.bottomLeft()});
+      if (length > 0) painter.drawPolyline(open);
       continue;
     }
     const double y = ValueAxis().coordToPixel(length);
-    outline << QPointF(TimeAxis().coordToPixel(FDrawn[i].from), y) << QPointF(TimeAxis().coordToPixel(FDrawn[i].to), y);
+    const double from = TimeAxis().coordToPixel(FDrawn[i].from);
+    const double to = TimeAxis().coordToPixel(FDrawn[i].to);
+    if (i == 0) outline << QPointF(from, zero);
+    outline << QPointF(from, y) << QPointF(to, y);
+    if (i + 1 == FDrawn.size()) outline << QPointF(to, zero);
   }
   painter.drawPolyline(outline);
 }
