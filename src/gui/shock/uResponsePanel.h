@@ -1,4 +1,4 @@
-// The response spectrum of the selected event: its chart below the choice of what it shows, and the progress of a
+// The response spectrum of the selected event: its chart, the choice of what it shows, and the progress of a
 // calculation that takes long.
 #pragma once
 
@@ -7,7 +7,7 @@
 
 class QProgressBar;
 class QPushButton;
-class TFlowLayout;
+class TChoiceBar;
 class TResponseChart;
 
 class TResponsePanel : public QWidget {
@@ -17,16 +17,19 @@ class TResponsePanel : public QWidget {
   explicit TResponsePanel(QWidget* parent);
 
   [[nodiscard]] TResponseChart* Chart() const { return FChart; }
+  // For the bar above the chart, which takes it.
+  [[nodiscard]] TChoiceBar* Choices() const { return FChoices; }
 
   [[nodiscard]] QSize minimumSizeHint() const override;
 
  private:
-  void AddChoices(TFlowLayout& choices);
+  void AddChoices();
   [[nodiscard]] QWidget* MakeProgress();
   // Asks for the file of a limit curve, or takes the limit away. A file of no use changes nothing.
   void ChangeLimit(QPushButton& button);
 
   TResponseChart* FChart;
+  TChoiceBar* FChoices;
   QProgressBar* FBar;
   std::string FLimitFolder;  // of the last one that was read
 };
