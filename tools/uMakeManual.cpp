@@ -30,7 +30,8 @@ constexpr QMarginsF kMargins(20, 22, 20, 20);  // mm
 constexpr double kWholeWidth = 1700;           // px of a picture as wide as the text
 constexpr double kMaxPictureHeight = 0.45;     // of a page
 constexpr double kNoLigatures = 0.05;          // any spacing keeps "fi" two letters, which a search finds
-constexpr double kCellPadding = 2.5;           // pt
+constexpr double kCellPadding = 2.5;           // pt above and below
+constexpr double kCellSide = 6;                // pt left and right
 constexpr int kDrawingScale = 5;               // of an SVG, to be sharp on paper
 constexpr int kMaxKeptLines = 16;              // a longer example may be cut
 constexpr double kBelowTable = 14;             // pt of its padding and margin
@@ -218,10 +219,11 @@ class TManual {
           Select(at.currentBlock()).mergeCharFormat(letters);
           StyleCodeIn(at.currentBlock(), kCodeSize);
         }
-        if (row > 0) continue;
-        QTextTableCellFormat head = cell.format().toTableCellFormat();
-        head.setBackground(QColor(kGround));
-        cell.setFormat(head);
+        QTextTableCellFormat around = cell.format().toTableCellFormat();
+        around.setLeftPadding(Space(kCellSide));
+        around.setRightPadding(Space(kCellSide));
+        if (row == 0) around.setBackground(QColor(kGround));
+        cell.setFormat(around);
       }
     }
   }

@@ -120,7 +120,7 @@ TVerdictCell OutOfLimitsCell(const TVerdict& verdict, const TDisplaySettings& se
     const TWorstSensor& worst = *verdict.worstSensor;
     const TBeyondLimits beyond = BeyondLimits(verdict.sensors[worst.index], worst.byDefaultLimits, settings);
     const std::string timeOut = beyond.timeOut > 0 ? DurationInWords(beyond.timeOut / kMsPerDay) : "1 reading";
-    cell.value = worst.byDefaultLimits ? "default limits only" : timeOut;
+    cell.value = worst.byDefaultLimits ? "default limits" : timeOut;
     cell.note = worst.byDefaultLimits ? fmt::format("{}: {}", timeOut, beyond.text) : beyond.text;
     if (const std::size_t others = verdict.SensorsOut(worst.byDefaultLimits) - 1; others > 0) {
       cell.note += fmt::format(", {}", Counted(others, "more sensor"));

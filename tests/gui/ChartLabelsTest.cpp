@@ -23,7 +23,8 @@ class ChartLabelsInWindow : public TWindowTest, public testing::WithParamInterfa
       for (std::size_t k = 0; k < i; ++k) EXPECT_FALSE(boxes[i].intersects(boxes[k])) << i << ", " << k;
     }
     for (const QCPAxis* axis : chart.ValueAxes()) {
-      EXPECT_LT(axis->coordToPixel(axis->range().upper), axis->coordToPixel(axis->range().lower));
+      const double height = axis->coordToPixel(axis->range().lower) - axis->coordToPixel(axis->range().upper);
+      EXPECT_GT(axis->rangeReversed() ? -height : height, 0);
     }
   }
   void ExpectAllLegible() {
@@ -43,7 +44,8 @@ TEST_P(ChartLabelsInWindow, NeverOverlapWithAlarmCursorsAndTable) {
   ASSERT_TRUE(FForm->Flow().FileShown());
   Trigger("actAlarmSet");
   int flags = 0;
-  for (const char* state : {"actSetViewOverview", "actSetViewShock", "actShockShowTable", "actShockSpecAnalysis"}) {
+  for (const char* state : {"actSetViewOverview", "actSetViewShock", "actEventPin", "actShockShowTable",
+                            "actShockSpecAnalysis", "actShockResponse"}) {
     Trigger(state);
     for (TTimeChart* chart : FForm->findChildren<TTimeChart*>()) {
       if (!chart->isVisible() || chart->Cursors().Times()[0]) continue;
@@ -55,6 +57,10 @@ TEST_P(ChartLabelsInWindow, NeverOverlapWithAlarmCursorsAndTable) {
     }
   }
   EXPECT_GE(flags, 8);
+  for (const char* view : {"actSetViewDamageBoundary", "actSetViewStatistics"}) {
+    Trigger(view);
+    ExpectAllLegible();
+  }
 }
 
 INSTANTIATE_TEST_SUITE_P(Recordings, ChartLabelsInWindow,

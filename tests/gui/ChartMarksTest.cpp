@@ -158,7 +158,7 @@ TEST_F(EventChart, CursorTextsFollowTheMasks) {
 
 TEST_F(EventChart, TheTitleSaysHowManySamplesTheHighPassFilterLeaves) {
   FChart.SetHighPass(true);
-  EXPECT_THAT(TitleOf(FChart), HasSubstr(" · high-passed; recorded peak 10 g (10 g on X-pos)"));
+  EXPECT_THAT(TitleOf(FChart), HasSubstr(" · high-passed; recorded peak 10 g · 10 g on X-pos"));
   for (const auto& [count, part] :
        {std::pair(150, "first 128 of 150 samples;"), {9510, "first 8,192 of 9,510 samples;"}}) {
     const TEventList events = Events(TSamples(static_cast<std::size_t>(count), {0, 1}), true);
@@ -171,7 +171,9 @@ TEST_F(EventChart, TheTitleSaysHowManySamplesTheHighPassFilterLeaves) {
 TEST_F(EventChart, AlarmLimitsAreLinesWhileSet) {
   const QImage before = FChart.grab().toImage();
   FChart.SetAlarmLimits(TLimits{-6.0, 6.0});
-  EXPECT_GT(Count(FChart, kAlarmColour, Around(PointAt(FChart, 20, 6), 60).intersected(RectOf(FChart).rect())), 20);
+  EXPECT_GT(
+      Count(FChart, QColor(kLightTokens.alarm), Around(PointAt(FChart, 20, 6), 60).intersected(RectOf(FChart).rect())),
+      20);
   EXPECT_LT(ValuesOf(FChart).range().lower, -6);
   FChart.SetAlarmLimits(std::nullopt);
   EXPECT_EQ(FChart.grab().toImage(), before);
@@ -182,7 +184,8 @@ TEST(EventsChartMarks, AlarmLimitsAreDrawnAtTheirMagnitudeAndDoNotFlattenThePeak
   chart.SetEvents(Events({{0, 10}, {kMinute, 20}}), {});
   Show(chart);
   const auto lines = [&chart](double g) {
-    return Count(chart, kAlarmColour, QRect(PointAt(chart, At(kMinute / 2), g) - QPoint(30, 1), QSize(60, 3)));
+    return Count(chart, QColor(kLightTokens.alarm),
+                 QRect(PointAt(chart, At(kMinute / 2), g) - QPoint(30, 1), QSize(60, 3)));
   };
   chart.SetAlarmLimits(TLimits{-6.0, 15.0});
   chart.grab();

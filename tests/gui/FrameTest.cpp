@@ -1,8 +1,10 @@
 // The window's frame: it fits, it stays still, and it comes back where it was.
 #include <QAction>
+#include <QComboBox>
 #include <QHelpEvent>
 #include <QScreen>
 #include <QSplitter>
+#include <QStackedWidget>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTableView>
@@ -13,9 +15,12 @@
 #include <fstream>
 #include <set>
 
+#include "gui/charts/uEventsChart.h"
+#include "gui/charts/uResponseChart.h"
 #include "gui/common/uTheme.h"
 #include "gui/docks/uFoldingPanel.h"
 #include "gui/mainform/uWindowPlace.h"
+#include "tests/support/uChartHands.h"
 #include "tests/support/uThreeEvents.h"
 #include "tests/support/uWindowTest.h"
 
@@ -32,6 +37,19 @@ class Frame : public TWindowTest {
     FForm->findChild<QAction*>(action)->trigger();
     Settle();
   }
+  // What the chart in front shows, one after the other; `look` gets the name.
+  void ForEveryChartOfAnEvent(const std::function<void(const std::string&)>& look) {
+    look("curves");
+    for (const char* action : {"actShockSpecAnalysis", "actShockResponse"}) {
+      Trigger(action);
+      look(action);
+    }
+    Trigger("actShockResponse");
+  }
+  void ExpectTabsWhole(const std::string& when) {
+    const auto* tabs = Find<QTabWidget>("pgcShockGrids")->tabBar();
+    EXPECT_GE(tabs->width(), tabs->sizeHint().width()) << when << " " << tabs->tabText(0).toStdString();
+  }
   QList<QList<int>> Splitters() {
     QList<QList<int>> sizes;
     for (const char* name : {"splShock", "splShockEvent"}) sizes << Find<QSplitter>(name)->sizes();
@@ -43,17 +61,79 @@ TEST_F(Frame, EveryViewFitsIntoTheSmallestWindowWithAllItsPanels) {
   const QSize smallest(900, 600);
   OpenAt(smallest);
   EXPECT_EQ(FForm->minimumSize(), smallest);
-  for (const char* view : {"Ctrl+1", "Ctrl+2", "Ctrl+3"}) {
-    Press(view);
-    if (view == std::string("Ctrl+2")) {
-      for (const char* action : {"actFilterEdit", "actShockShowTable", "actShockSpecAnalysis"}) Trigger(action);
-    }
+  const auto look = [&](const std::string& view) {
     EXPECT_EQ(FForm->size(), smallest) << view;
     for (const QWidget* panel : FForm->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
       if (panel->isWindow() || panel->visibleRegion().isEmpty()) continue;
       EXPECT_TRUE(FForm->rect().contains(panel->geometry())) << view << panel->objectName().toStdString();
     }
+  };
+  for (const char* view : {"Ctrl+1", "Ctrl+3", "Ctrl+4", "Ctrl+5", "Ctrl+2"}) {
+    Press(view);
+    look(view);
   }
+  for (const char* action : {"actFilterEdit", "actShockShowTable", "actEventPin"}) Trigger(action);
+  ForEveryChartOfAnEvent([&](const std::string& chart) {
+    look(chart);
+    const auto* shown = Find<QStackedWidget>("stkEventCharts");
+    EXPECT_GE(shown->height(), 150) << chart << ": the choices above it take no more than one row";
+  });
+  emit Find<TFoldingPanel>("dxDockPanelMissionDetails")->FoldAsked(false);
+  Settle();
+  look("Mission Details beside the filter");
+  const auto* details = Find("dxDockPanelMissionDetails");
+  EXPECT_GE(details->width(), Find("edtMissionDetails")->minimumWidth());
+  for (const char* part : {"Chart20", "stkEventCharts", "dbgShockValues"}) {
+    EXPECT_LE(Find(part)->mapTo(FForm.get(), QPoint(Find(part)->width(), 0)).x(), details->x()) << part;
+  }
+}
+
+TEST_F(Frame, TheTabsOfTheEventGridsAreWholeBesideAndAfterAClippedEvent) {
+  OpenAt({1280, 800});
+  Press("Ctrl+2");
+  for (int width = 900; width <= 1500; width += 50) {
+    FForm->resize(width, 800);
+    for (const std::size_t event : {1U, 0U}) {
+      emit Find<TEventsChart>("Chart20")->EventClicked(event);
+      Settle();
+      EXPECT_EQ(Find("lblClipped")->isVisible(), event == 1);
+      ExpectTabsWhole(std::to_string(width));
+    }
+  }
+  FForm->resize(900, 600);
+  emit Find<TEventsChart>("Chart20")->EventClicked(1);
+  for (const char* action : {"actShockShowTable", "actFilterEdit"}) {
+    Trigger(action);
+    ExpectTabsWhole(action);
+  }
+}
+
+TEST_F(Frame, ChoicesWithoutRoomStandBehindAButtonWithTheirCaptions) {
+  OpenAt({900, 600});
+  Press("Ctrl+2");
+  Trigger("actShockShowTable");
+  Trigger("actShockResponse");
+  auto* button = Find<QToolButton>("btnResponseChoices");
+  auto* quality = Find<QComboBox>("cmbResponseQ");
+  ASSERT_TRUE(button->isVisible());
+  EXPECT_FALSE(quality->isVisible());
+  button->setFocus();
+  QTest::keyClick(button, Qt::Key_Space);
+  ASSERT_TRUE(quality->isVisible());
+  quality->setCurrentIndex(2);
+  EXPECT_EQ(Find<TResponseChart>("chartResponse")->Request().options.quality, 25);
+  QTest::keyClick(quality, Qt::Key_Escape);
+  EXPECT_FALSE(quality->isVisible());
+  EXPECT_TRUE(button->hasFocus());
+  Trigger("actShockShowTable");
+  FForm->resize(1920, 1000);
+  Settle();
+  EXPECT_FALSE(button->isVisible());
+  EXPECT_EQ(quality->window(), FForm.get());
+  EXPECT_TRUE(quality->isVisible());
+  Trigger("actShockSpecAnalysis");
+  EXPECT_FALSE(quality->isVisible());
+  EXPECT_TRUE(Find("cmbSpecType")->isVisible());
 }
 
 TEST_F(Frame, InANarrowWindowThePanelsBesideTheViewsAreTitlesThatOpenByClickAndKey) {
@@ -205,10 +285,14 @@ TEST_F(Frame, AtTheSmallestSizeNoTextIsCutWithoutAToolTipAndFocusIsSeen) {
   Settle();
   look();
   Press("Ctrl+2");
-  for (const char* action : {"actFilterEdit", "actShockShowTable", "actShockSpecAnalysis"}) Trigger(action);
+  for (const char* action : {"actFilterEdit", "actShockShowTable"}) Trigger(action);
+  ForEveryChartOfAnEvent([&](const std::string&) { look(); });
+  Find<QTabWidget>("pgcShockGrids")->setCurrentIndex(2);
   look();
-  Press("Ctrl+3");
-  look();
+  for (const char* view : {"Ctrl+3", "Ctrl+4", "Ctrl+5"}) {
+    Press(view);
+    look();
+  }
   for (int page = 0; page < 4; ++page) {
     Trigger("actBackstage");
     Find<QToolButton>("backstageSettings")->click();

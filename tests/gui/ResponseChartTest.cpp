@@ -136,7 +136,7 @@ TEST_F(ResponseChart, ALimitIsDrawnAndTheSmallestMarginNamed) {
   EXPECT_THAT(TitleOf(FChart), StartsWith("Event 0 · margin 8.6 dB at ")) << "20·log10(10/3.718)";
   Settle();
   const QPoint on = PointAt(FChart, 40, 10);
-  EXPECT_GT(Ink(FChart, InkOn(FChart.palette(), kAlarmColour), {on - QPoint(20, 2), QSize(40, 5)}), 20);
+  EXPECT_GT(Ink(FChart, QColor(kLightTokens.alarm), {on - QPoint(20, 2), QSize(40, 5)}), 20);
   Move(FChart, on, Qt::NoButton);
   EXPECT_THAT(FTexts.back()[0].toString().toStdString(), HasSubstr("Limit 10 g, margin 8.6 dB (X)"));
   FChart.SetLimit({{5, 2}, {100, 2}});

@@ -248,7 +248,7 @@ TEST_F(VerdictCells, LimitsThatNobodyChoseRaiseNoAlarm) {
   EXPECT_EQ(above.answer, TVerdictAnswer::EditLimits);
   EXPECT_FALSE(above.isOut);
   const TVerdictCell out = Cell(TVerdictQuestion::OutOfLimits);
-  EXPECT_EQ(out.value + "|" + out.note, "default limits only|3 d 4 h: humidity above 60 %RH (default limit)");
+  EXPECT_EQ(out.value + "|" + out.note, "default limits|3 d 4 h: humidity above 60 %RH (default limit)");
   EXPECT_FALSE(out.isOut);
 
   FVerdict.above.reset();

@@ -5,6 +5,7 @@
 #include <iterator>
 
 #include "gui/charts/uChartPaint.h"
+#include "gui/common/uTheme.h"
 
 namespace {
 
@@ -135,6 +136,7 @@ void TChartCursors::PaintFlag(QCPPainter& painter, double x, const QString& name
 // From the bottom up, because the words of the indicator begin at the top. Without room the status bar says them.
 void TChartCursors::PaintMeasures(QCPPainter& painter, double beside) const {
   std::vector<TReading> lines = Measures();
+  for (TReading& line : lines) line.ink = InkOn(FPlot.palette(), line.ink, kTextContrast);
   const QSizeF size = FitReadings(FPlot.Rect().rect(), painter.fontMetrics(), lines);
   const double away = painter.fontMetrics().height();  // clear of the flag
   const auto box = FPlot.Labels().BesideLine(beside, away, size, TChartLabels::TEnd::Bottom);

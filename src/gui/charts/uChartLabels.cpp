@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "gui/charts/uChartPaint.h"
+#include "gui/common/uTheme.h"
 
 namespace {
 
@@ -197,6 +198,6 @@ void DrawPill(QCPPainter& painter, const QRectF& box, const QString& words, cons
   painter.setPen(QPen(Mixed(palette.color(QPalette::Base), palette.color(QPalette::Text), 0.2), 1));
   painter.setBrush(palette.color(QPalette::Base));
   painter.drawRoundedRect(box, kPadding, kPadding);
-  painter.setPen(ink);
+  painter.setPen(InkOn(palette, ink, kTextContrast));
   painter.drawText(box, Qt::AlignCenter, words);
 }

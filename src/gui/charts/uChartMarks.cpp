@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "gui/charts/uChartPaint.h"
+#include "gui/common/uTheme.h"
 
 namespace {
 
@@ -168,6 +169,7 @@ QRectF TChartMarks::PaintIndicator(QCPPainter& painter, double time) const {
     painter.drawEllipse(*reading.at, kReadRadius, kReadRadius);
   }
 
+  for (TReading& reading : readings) reading.ink = InkOn(FPlot.palette(), reading.ink, kTextContrast);
   readings.insert(readings.begin(), TReading{FReadings.MomentText(time), text, std::nullopt});
   if (rect.height() < kLowPlot) {
     PaintStrip(painter, readings);

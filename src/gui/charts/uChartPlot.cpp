@@ -102,7 +102,7 @@ QCPAxis* TChartPlot::ValueAxisAt(const QPointF& position) const {
 }
 
 QColor TChartPlot::FaintInk() const {
-  return Mixed(palette().color(QPalette::Base), palette().color(QPalette::Text), 0.55);
+  return palette().color(QPalette::PlaceholderText);
 }
 
 void TChartPlot::QueueReplot() {
@@ -291,7 +291,7 @@ void TChartPlot::StyleAxis(QCPAxis& axis, const QColor& ink) const {
   axis.setLabelPadding(axis.orientation() == Qt::Horizontal ? 1 : 4);
   axis.setTickLabelFont(font());
   axis.setLabelFont(font());
-  axis.setTickLabelColor(ink);
+  axis.setTickLabelColor(InkOn(palette(), ink, kTextContrast));
   axis.setLabelColor(ink);
   axis.setNumberFormat("g");
   axis.setSelectableParts(QCPAxis::spNone);

@@ -70,7 +70,7 @@ void TDamageChart::ScaleValues() {
 }
 
 QColor TDamageChart::InkOf(bool beyond) const {
-  return beyond ? InkOn(palette(), kAlarmColour) : InkOn(palette(), QColor(TokensOf(palette()).accent));
+  return beyond ? QColor(TokensOf(palette()).alarm) : InkOn(palette(), QColor(TokensOf(palette()).accent));
 }
 
 void TDamageChart::Restyle() {

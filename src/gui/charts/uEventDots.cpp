@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/uContrast.h"
+
 namespace {
 
 constexpr double kRadius = 3;         // px, of one event
@@ -11,7 +13,6 @@ constexpr double kNumberRoom = 3;     // px around the number of a group
 constexpr double kNumberSize = 0.88;  // of the chart's font
 constexpr double kApart = 4;          // px around a group, so that its number stays legible
 constexpr std::size_t kMaxSmooth = 20000;
-constexpr int kLightInk = 150;  // of 255; the number is dark on lighter colours
 
 // At most four characters.
 QString NumberText(std::size_t count) {
@@ -89,12 +90,15 @@ void TEventDots::PaintSingles(QCPPainter& painter, const QList<QPointF>& dots, T
 }
 
 void TEventDots::PaintGroup(QCPPainter& painter, const TDot& dot, const QColor& ink, const QColor& ground) const {
+  constexpr std::uint32_t kWhite = 0xFFFFFF;
   const double radius = RadiusOf(dot.count);
+  const std::uint32_t rgb = ink.rgb() & kWhite;
+  const bool isWhiteOn = Contrast(rgb, kWhite) >= kCurveContrast;  // after a little darkening
   painter.setAntialiasing(true);
   painter.setPen(QPen(ground, 1));
-  painter.setBrush(ink);
+  painter.setBrush(isWhiteOn ? QColor(StandOut(rgb, kWhite, kTextContrast)) : ink);
   painter.drawEllipse(QPointF(dot.x, dot.y), radius, radius);
-  painter.setPen(qGray(ink.rgb()) > kLightInk ? Qt::black : Qt::white);
+  painter.setPen(isWhiteOn ? Qt::white : Qt::black);
   painter.setFont(FFont);
   painter.drawText(QRectF(dot.x - radius, dot.y - radius, 2 * radius, 2 * radius), Qt::AlignCenter | Qt::TextDontClip,
                    NumberText(dot.count));

@@ -142,7 +142,7 @@ std::vector<TEventsChart::TLevel> TEventsChart::Levels() const {
   std::vector<TLevel> levels;
   if (FTrigger) levels.push_back({double{*FTrigger}, tr("trigger %1 g").arg(Figure(double{*FTrigger})), FaintInk()});
   if (!FAlarm) return levels;
-  const QColor ink = InkOn(palette(), kAlarmColour);
+  const QColor ink = QColor(TokensOf(palette()).alarm);
   const auto add = [&](double level, const QString& name) {
     if (!std::isfinite(level)) return;  // this end is not judged
     levels.push_back({level, tr("alarm %1 g").arg(name), ink});

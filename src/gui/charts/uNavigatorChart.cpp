@@ -9,7 +9,6 @@
 #include "gui/charts/uChartPaint.h"
 #include "gui/charts/uDateTicker.h"
 #include "gui/common/uQtText.h"
-#include "gui/common/uTheme.h"
 
 namespace {
 
@@ -248,7 +247,7 @@ void TNavigatorChart::PaintBand(QCPPainter& painter) const {
     const double left = place(FUnsyncedView->Start());
     const double right = std::max(place(FUnsyncedView->End()), left + 2);
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(InkOn(palette(), QColor(0xC05000U)), 1.5, Qt::DashLine));
+    painter.setPen(QPen(highlight, 1.5, Qt::DashLine));
     painter.drawRect(QRectF(left, rect.top() + 2, right - left, rect.height() - 4));
   }
 }

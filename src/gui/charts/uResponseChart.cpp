@@ -119,7 +119,7 @@ std::vector<TReading> TResponseChart::ReadingsAt(double hertz) const {
   if (const auto margin = SmallestMargin(line)) {
     words += tr(", margin %1 dB (%2)").arg(margin->decibel, 0, 'f', 1).arg(NameOf(margin->series));
   }
-  readings.push_back({words, InkOn(palette(), kAlarmColour), std::nullopt});
+  readings.push_back({words, QColor(TokensOf(palette()).alarm), std::nullopt});
   return readings;
 }
 
@@ -351,7 +351,7 @@ void TResponseChart::PaintPins(QCPPainter& painter) {
 }
 
 void TResponseChart::PaintLimit(QCPPainter& painter) {
-  const QColor ink = InkOn(palette(), kAlarmColour);
+  const QColor ink = QColor(TokensOf(palette()).alarm);
   std::vector<TEnvelopePoint> line;
   for (const TLimitPoint& point : FLimit) line.push_back({point.hertz, static_cast<float>(point.g)});
   QPen pen(ink, kCurveWidth);

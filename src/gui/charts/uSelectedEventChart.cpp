@@ -110,19 +110,20 @@ void TSelectedEventChart::RefreshLabels() {
   TTimeChart::RefreshLabels();
 }
 
+// A narrow chart cuts the end of a title; the time stands in the grid, too.
 void TSelectedEventChart::ShowTitle() {
   const TEvent& event = *FEvent;
   const std::string when = FormatDateTime(DateTimeMask(), DateTimeOf(FMissionStart, event.GetStartTime()));
-  QString title = tr("Event %1").arg(event.ID) + PinsWords() + tr(" · %1").arg(QtText(when));
+  QString title = tr("Event %1").arg(event.ID);
   if (FHighPass) title += tr(" · high-passed");
   if (FHighPass && FFiltered.size() < event.Count()) {
     const QLocale english(QLocale::English);
     title += tr(", first %1 of %2 samples").arg(english.toString(FFiltered.size()), english.toString(event.Count()));
   }
-  title += (FHighPass ? tr("; recorded peak %1 g (%2 g on %3)") : tr(" · peak %1 g (%2 g on %3)"))
-               .arg(Figure(double{event.Max}), Figure(double{event.MaxSingle}), QtText(event.MaxAxis));
+  title += (FHighPass ? tr("; recorded peak %1 g") : tr(" · peak %1 g")).arg(Figure(double{event.Max}));
   if (FClipped) title += tr(", clipped");
-  Legend().SetTitle(title);
+  title += tr(" · %1 g on %2").arg(Figure(double{event.MaxSingle}), QtText(event.MaxAxis));
+  Legend().SetTitle(title + PinsWords() + tr(" · %1").arg(QtText(when)));
 }
 
 void TSelectedEventChart::SetHighPass(bool on) {
@@ -244,7 +245,7 @@ void TSelectedEventChart::PaintLevels(QCPPainter& painter) {
     draw(FLevels.totOff, tr("ToT off"));
   }
   if (!FAlarm) return;
-  const QColor ink = InkOn(palette(), kAlarmColour);
+  const QColor ink = QColor(TokensOf(palette()).alarm);
   for (const double limit : {FAlarm->max, FAlarm->min}) {
     DrawLevel(painter, Labels(), ValueAxis(), limit, tr("alarm %1 g").arg(Figure(limit)), ink);
   }

@@ -1,5 +1,7 @@
 #include "gui/charts/uTitledAxis.h"
 
+#include "gui/common/uTheme.h"
+
 QString TTitledAxis::TitleText() const {
   QString text;
   for (const TTitlePart& part : FParts) text += part.text;
@@ -26,7 +28,7 @@ void TTitledAxis::draw(QCPPainter* painter) {
   double along = (rect.height() - metrics.horizontalAdvance(TitleText())) / 2.0;
   for (const TTitlePart& part : FParts) {
     const double width = metrics.horizontalAdvance(part.text);
-    painter->setPen(part.ink);
+    painter->setPen(InkOn(parentPlot()->palette(), part.ink, kTextContrast));
     painter->drawText(QRectF(along, 0, width, metrics.height()), Qt::AlignCenter | Qt::TextDontClip, part.text);
     along += width;
   }

@@ -201,8 +201,9 @@ class TNoteList final : public QDialog {
     }
     FList->setCurrentRow(std::min(row, FList->count() - 1));
     for (QPushButton* button : FNeedNote) button->setEnabled(!FNotes.empty());
-    FProblem->setText(QtText(mission.Notes.problem));
-    FProblem->setVisible(!mission.Notes.problem.empty());
+    const QString problem = QtText(mission.Notes.problem);
+    FProblem->setText(problem.isEmpty() && FNotes.empty() ? tr("There are no notes yet.") : problem);
+    FProblem->setVisible(!FProblem->text().isEmpty());
   }
   void EditCurrent() {
     if (FList->currentRow() < 0) return;

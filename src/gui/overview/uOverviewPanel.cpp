@@ -28,7 +28,7 @@ constexpr int kWantedRows = 5;
 constexpr int kMaxRows = 10;
 constexpr int kChartHeight = 150;     // px that a chart keeps before more than the wanted rows are shown
 constexpr int kMinChartHeight = 60;   // and before any row is shown
-constexpr int kLowChartHeight = 107;  // the same in a low window: a plot of 90 px without legend
+constexpr int kLowChartHeight = 129;  // the same in a low window: a plot of 90 px with its legend
 constexpr int kAroundDates = 6;       // px, below the lower chart
 constexpr int kListSpacing = 4;
 

@@ -66,6 +66,12 @@ QFont TVerdictButton::Scaled(double factor, bool bold) const {
   return scaled;
 }
 
+QFont TVerdictButton::ValueFont(int room) const {
+  const QFont large = Scaled(kValueSize, true);
+  const bool fits = QFontMetrics(large).horizontalAdvance(QtText(FCell.value)) <= room;
+  return FForm != TForm::Flat && fits ? large : Scaled(kFlatValueSize, true);
+}
+
 QSize TVerdictButton::sizeHint() const {
   const int caption = QFontMetrics(Scaled(kNoteSize, false)).height();
   const int value = QFontMetrics(Scaled(FForm == TForm::Flat ? kFlatValueSize : kValueSize, true)).height();
@@ -134,7 +140,7 @@ void TVerdictButton::paintEvent(QPaintEvent* /*event*/) {
   const int caption = small.height();
   PaintHead(painter, QRect(room.topLeft(), QSize(room.width(), caption)));
   room.setTop(room.top() + caption);
-  painter.setFont(Scaled(FForm == TForm::Flat ? kFlatValueSize : kValueSize, true));
+  painter.setFont(ValueFont(room.width()));
   painter.setPen(QColor(FCell.isOut ? tokens.alarm : tokens.ink));
   const QFontMetrics large = painter.fontMetrics();
   const QPointF foot(room.left(), room.top() + large.ascent());

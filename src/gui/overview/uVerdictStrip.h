@@ -35,6 +35,8 @@ class TVerdictButton : public QAbstractButton {
   void PaintHead(QPainter& painter, const QRect& head) const;
   void PaintNote(QPainter& painter, const QRect& room) const;
   [[nodiscard]] QFont Scaled(double factor, bool bold) const;
+  // The largest in which the value fits.
+  [[nodiscard]] QFont ValueFont(int room) const;
 
   QString FCaption;
   TVerdictCell FCell;

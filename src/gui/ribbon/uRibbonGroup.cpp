@@ -4,12 +4,11 @@
 #include <QApplication>
 #include <QEvent>
 #include <QLabel>
-#include <QScreen>
 #include <QVBoxLayout>
 #include <algorithm>
 
 #include "gui/common/uIcons.h"
-#include "gui/common/uTheme.h"
+#include "gui/common/uPopup.h"
 #include "gui/ribbon/uRibbonButton.h"
 #include "gui/ribbon/uRibbonColumns.h"
 #include "gui/ribbon/uRibbonMetrics.h"
@@ -29,13 +28,11 @@ TRibbonGroup::TRibbonGroup(const QString& objectName, const QString& title, QWid
     : QFrame(parent),
       FBody(new QWidget(this)),
       FColumns(new TRibbonColumns(FBody)),
-      FTitle(new QLabel(title, this)),
+      FTitle(title),
       FHandle(new TRibbonButton(TRibbonButton::TShape::Large, this)),
       FPopup(new QFrame(this, Qt::Popup)) {
   setObjectName(objectName);
   setAccessibleName(title);
-  FTitle->setAlignment(Qt::AlignCenter);
-  FTitle->setForegroundRole(QPalette::PlaceholderText);
   FHandle->setObjectName(objectName + "Handle");
   FHandle->hide();
   connect(FHandle, &QToolButton::clicked, this, &TRibbonGroup::OpenPopup);
@@ -49,7 +46,6 @@ TRibbonGroup::TRibbonGroup(const QString& objectName, const QString& title, QWid
   auto* layout = new QVBoxLayout(FPopup);
   layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
   layout->setSizeConstraint(QLayout::SetFixedSize);
-  TakeFont();
   UpdateHandle();
 }
 
@@ -130,11 +126,11 @@ void TRibbonGroup::UpdateHandle() {
     const bool usual = button != nullptr && !button->isHidden() && !IsDotIcon(button->icon());
     if (icon.isNull() && usual) icon = button->icon();
   }
-  FHandle->SetCaption(FTitle->text(), icon.isNull() ? Icon("view-list-details") : icon);
+  FHandle->SetCaption(FTitle, icon.isNull() ? Icon("view-list-details") : icon);
 }
 
 int TRibbonGroup::FullWidth() const {
-  return std::max(FColumns->sizeHint().width(), FTitle->sizeHint().width()) + 2 * kMargin;
+  return FColumns->sizeHint().width() + 2 * kMargin;
 }
 
 int TRibbonGroup::CollapsedWidth() const {
@@ -142,7 +138,7 @@ int TRibbonGroup::CollapsedWidth() const {
 }
 
 int TRibbonGroup::HeightFor(const QFont& font) {
-  return kTop + RibbonBodyHeight(QFontMetrics(font)) + QFontMetrics(SizedFont(font, kCaptionSize)).height() + 2;
+  return RibbonBodyHeight(QFontMetrics(font)) + 2 * kTop;
 }
 
 void TRibbonGroup::SetCollapsed(bool collapsed) {
@@ -157,7 +153,6 @@ void TRibbonGroup::SetCollapsed(bool collapsed) {
     FBody->setParent(this);
   }
   FBody->show();
-  FTitle->setVisible(!collapsed);
   FHandle->setVisible(collapsed);
   LayOut();
   if (hadFocus && isVisible()) FocusFirst();
@@ -165,16 +160,7 @@ void TRibbonGroup::SetCollapsed(bool collapsed) {
 
 void TRibbonGroup::OpenPopup() {
   if (!FCollapsed) return;
-  FPopup->layout()->activate();
-  FPopup->adjustSize();
-  QPoint at = mapToGlobal(QPoint(0, height()));
-  if (const QScreen* on = screen()) {
-    const QRect room = on->availableGeometry();
-    at.setX(std::max(room.left(), std::min(at.x(), room.right() + 1 - FPopup->width())));
-    if (at.y() + FPopup->height() > room.bottom() + 1) at.setY(mapToGlobal(QPoint(0, 0)).y() - FPopup->height());
-  }
-  FPopup->move(at);
-  FPopup->show();
+  ShowPopupBelow(*FPopup, *this);
   if (QWidget* first = FirstShown()) first->setFocus(Qt::PopupFocusReason);
 }
 
@@ -184,7 +170,7 @@ void TRibbonGroup::FocusFirst() {
 }
 
 bool TRibbonGroup::event(QEvent* event) {
-  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) TakeFont();
+  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) FPopup->setFont(font());
   const bool handled = QFrame::event(event);
   if (IsShownOrHidden(event) || event->type() == QEvent::LayoutRequest) emit ContentChanged();
   return handled;
@@ -207,11 +193,6 @@ void TRibbonGroup::resizeEvent(QResizeEvent* event) {
   LayOut();
 }
 
-void TRibbonGroup::TakeFont() {
-  FTitle->setFont(SizedFont(font(), kCaptionSize));
-  FPopup->setFont(font());
-}
-
 void TRibbonGroup::LayOut() {
   const int body = RibbonBodyHeight(fontMetrics());
   if (FCollapsed) {
@@ -220,5 +201,4 @@ void TRibbonGroup::LayOut() {
     return;
   }
   FBody->setGeometry(kMargin, kTop, width() - 2 * kMargin, body);
-  FTitle->setGeometry(0, kTop + body, width(), height() - kTop - body);
 }

@@ -1,6 +1,6 @@
-// A group of the ribbon: buttons and small controls over a title. In a narrow window it collapses into one button that
-// opens the content in a popup. The group owns the widgets and borrows the actions. The caller may hide the group and
-// each button.
+// A group of the ribbon: buttons and small controls. In a narrow window it collapses into one button with its title,
+// which opens the content in a popup. The group owns the widgets and borrows the actions. The caller may hide the group
+// and each button.
 #pragma once
 
 #include <QFrame>
@@ -8,7 +8,6 @@
 #include <vector>
 
 class QAction;
-class QLabel;
 class QToolButton;
 class TRibbonButton;
 class TRibbonColumns;
@@ -50,14 +49,13 @@ class TRibbonGroup : public QFrame {
  private:
   void AddButton(TRibbonButton* button, QAction* action, const QString& buttonName);
   void Watch(QWidget* item);
-  void TakeFont();
   void LayOut();
   void UpdateHandle();
   QWidget* FirstShown() const;
 
   QWidget* FBody;
   TRibbonColumns* FColumns;
-  QLabel* FTitle;
+  QString FTitle;
   TRibbonButton* FHandle;
   QFrame* FPopup;
   QIcon FIcon;

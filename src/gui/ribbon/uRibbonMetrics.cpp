@@ -20,13 +20,13 @@ QString PlainCaption(const QString& caption) {
 }
 
 int RibbonLargeIcon(const QFontMetrics& metrics) {
-  return std::max(32, 2 * metrics.height() + 2);
+  return std::max(22, 5 * metrics.height() / 4);
 }
 
 int RibbonSmallIcon(const QFontMetrics& metrics) {
-  return std::max(16, metrics.height());
+  return std::max(16, metrics.height() - 2);
 }
 
 int RibbonBodyHeight(const QFontMetrics& metrics) {
-  return std::max(3 * (RibbonSmallIcon(metrics) + 7), RibbonLargeIcon(metrics) + 2 * metrics.lineSpacing() + 11);
+  return std::max(3 * (metrics.height() + 6), RibbonLargeIcon(metrics) + 2 * metrics.lineSpacing() + 11);
 }

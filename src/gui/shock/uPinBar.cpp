@@ -10,7 +10,7 @@
 #include "gui/charts/uChartPaint.h"
 #include "gui/charts/uPinLooks.h"
 #include "gui/common/uQtText.h"
-#include "gui/shock/uChoiceList.h"
+#include "gui/shock/uChoiceBar.h"
 
 TPinBar::TPinBar(QWidget* parent) : QWidget(parent), FList(new QToolButton(this)), FMenu(new QMenu(this)) {
   setObjectName("pnlPins");
@@ -24,6 +24,9 @@ TPinBar::TPinBar(QWidget* parent) : QWidget(parent), FList(new QToolButton(this)
   QStringList choices;
   for (const auto& [name, alignment] : kAlignments) choices.append(tr("aligned at the %1").arg(QtText(name)));
   FAlignment = MakeChoiceList("cmbPinAlignment", tr("What pinned events are aligned at"), choices);
+  FAlignment->setMaximumWidth(FAlignment->sizeHint().width());
+  FAlignment->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  FAlignment->setMinimumContentsLength(3);
   connect(FAlignment, &QComboBox::currentIndexChanged, this,
           [this](int entry) { emit AlignmentChosen(kAlignments.at(static_cast<std::size_t>(entry)).second); });
   auto* row = new QHBoxLayout(this);
@@ -32,10 +35,6 @@ TPinBar::TPinBar(QWidget* parent) : QWidget(parent), FList(new QToolButton(this)
   row->addWidget(FAlignment, 1000);  // all of its width, where there is room
   row->addStretch(1);
   hide();
-}
-
-QSize TPinBar::minimumSizeHint() const {
-  return {0, QWidget::minimumSizeHint().height()};
 }
 
 void TPinBar::SetAlignmentVisible(bool visible) {

@@ -19,7 +19,6 @@ class TPinBar : public QWidget {
   void ShowPins(const TPins& pins);
   // Spectra are not aligned.
   void SetAlignmentVisible(bool visible);
-  [[nodiscard]] QSize minimumSizeHint() const override;
 
  signals:
   // By the slot of the event.

@@ -1,6 +1,7 @@
 #include "gui/shock/uResponsePanel.h"
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QHBoxLayout>
 #include <QProgressBar>
 #include <QPushButton>
@@ -11,11 +12,10 @@
 
 #include "base/uFiles.h"
 #include "gui/charts/uResponseChart.h"
-#include "gui/common/uFlowLayout.h"
 #include "gui/common/uMessageBox.h"
 #include "gui/common/uQtText.h"
 #include "gui/platform/uDialogs.h"
-#include "gui/shock/uChoiceList.h"
+#include "gui/shock/uChoiceBar.h"
 
 namespace {
 
@@ -38,18 +38,15 @@ QStringList NamesOf(const TTable& table) {
 }  // namespace
 
 TResponsePanel::TResponsePanel(QWidget* parent)
-    : QWidget(parent), FChart(new TResponseChart(this)), FBar(new QProgressBar(this)) {
+    : QWidget(parent),
+      FChart(new TResponseChart(this)),
+      FChoices(new TChoiceBar("btnResponseChoices", tr("How the response is calculated, and its limit"), this)),
+      FBar(new QProgressBar(this)) {
   setObjectName("pnlResponse");
-  auto* row = new QHBoxLayout;
-  row->setContentsMargins(4, 2, 4, 0);
-  auto* choices = new TFlowLayout;
-  choices->setSpacing(4);
-  row->addLayout(choices);
-  AddChoices(*choices);
+  AddChoices();
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSpacing(2);
-  layout->addLayout(row);
   layout->addWidget(MakeProgress());
   layout->addWidget(FChart, 1);
 }
@@ -58,9 +55,10 @@ QSize TResponsePanel::minimumSizeHint() const {
   return kMinSize;
 }
 
-void TResponsePanel::AddChoices(TFlowLayout& choices) {
+void TResponsePanel::AddChoices() {
   // `change` gets the request and the entry.
-  const auto add = [&](const char* name, const QString& what, const QStringList& names, int first, TChange change) {
+  const auto add = [&](const char* name, const QString& caption, const QString& what, const QStringList& names,
+                       int first, TChange change) {
     QComboBox* list = MakeChoiceList(name, what, names);
     list->setCurrentIndex(first);
     connect(list, &QComboBox::currentIndexChanged, this, [this, change](int entry) {
@@ -70,34 +68,34 @@ void TResponsePanel::AddChoices(TFlowLayout& choices) {
       EmitChoices();
     });
     FLists.emplace_back(list, std::move(change));
-    list->setMinimumWidth(list->maximumWidth());
-    choices.addWidget(list);
+    FChoices->Add(caption, list);
   };
   QStringList qualities, octaves;
   for (const double quality : kQualities) qualities.append(tr("Q %1").arg(quality));
   for (const std::size_t octave : kOctaves) octaves.append(tr("1/%1 octave").arg(octave));
-  add("cmbResponse", tr("Response of the oscillators"), NamesOf(kResponses), 0,
+  add("cmbResponse", tr("Response"), tr("Response of the oscillators"), NamesOf(kResponses), 0,
       [](TResponseRequest& request, std::size_t entry) { request.options.response = kResponses[entry].second; });
-  add("cmbResponseSign", tr("Which extreme of a response counts"), NamesOf(kResponseSigns), 0,
+  add("cmbResponseSign", tr("Extreme"), tr("Which extreme of a response counts"), NamesOf(kResponseSigns), 0,
       [](TResponseRequest& request, std::size_t entry) { request.options.sign = kResponseSigns[entry].second; });
-  add("cmbResponseQ", tr("Quality of the oscillators: 10 is 5 % of critical damping"), qualities, 1,
+  add("cmbResponseQ", tr("Quality"), tr("Quality of the oscillators: 10 is 5 % of critical damping"), qualities, 1,
       [](TResponseRequest& request, std::size_t entry) { request.options.quality = kQualities[entry]; });
-  add("cmbResponseOctave", tr("Step from frequency to frequency"), octaves, 2,
+  add("cmbResponseOctave", tr("Step"), tr("Step from frequency to frequency"), octaves, 2,
       [](TResponseRequest& request, std::size_t entry) { request.octave = kOctaves[entry]; });
-  add("cmbResponseBaseline", tr("What is taken for zero: the mean before the shock, or the samples as they are"),
+  add("cmbResponseBaseline", tr("Zero"),
+      tr("What is taken for zero: the mean before the shock, or the samples as they are"),
       {tr("baseline before"), tr("no baseline")}, 0,
       [](TResponseRequest& request, std::size_t entry) { request.baseline = kBaselines[entry].second; });
   auto* envelope = new QCheckBox(tr("All &visible events"));
   envelope->setObjectName("chbResponseEnvelope");
   envelope->setToolTip(tr("The largest response at each frequency of all events that the filter lets through"));
   connect(envelope, &QCheckBox::toggled, FChart, &TResponseChart::SetEnvelope);
-  choices.addWidget(envelope);
+  FChoices->Add({}, envelope);
   FLimitButton = new QPushButton(tr(kLimitText));
   FLimitButton->setObjectName("btnResponseLimit");
   FLimitButton->setCheckable(true);
   FLimitButton->setToolTip(tr(kLimitTip));
   connect(FLimitButton, &QPushButton::clicked, this, &TResponsePanel::ChangeLimit);
-  choices.addWidget(FLimitButton);
+  FChoices->Add({}, FLimitButton);
 }
 
 void TResponsePanel::SetChoices(const TResponseChoices& choices) {

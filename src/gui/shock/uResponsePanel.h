@@ -1,4 +1,4 @@
-// The response spectrum of the selected event: its chart below the choice of what it shows, and the progress of a
+// The response spectrum of the selected event: its chart, the choice of what it shows, and the progress of a
 // calculation that takes long.
 #pragma once
 
@@ -13,7 +13,7 @@
 class QComboBox;
 class QProgressBar;
 class QPushButton;
-class TFlowLayout;
+class TChoiceBar;
 class TResponseChart;
 
 class TResponsePanel : public QWidget {
@@ -25,6 +25,8 @@ class TResponsePanel : public QWidget {
   [[nodiscard]] TResponseChart* Chart() const { return FChart; }
   // What no list offers stays as it is. The limit curve is read when the panel is first seen.
   void SetChoices(const TResponseChoices& choices);
+  // For the bar above the chart, which takes it.
+  [[nodiscard]] TChoiceBar* Choices() const { return FChoices; }
 
   [[nodiscard]] QSize minimumSizeHint() const override;
 
@@ -39,7 +41,7 @@ class TResponsePanel : public QWidget {
   // Puts an entry of a list into a request.
   using TChange = std::function<void(TResponseRequest& request, std::size_t entry)>;
 
-  void AddChoices(TFlowLayout& choices);
+  void AddChoices();
   [[nodiscard]] QWidget* MakeProgress();
   void EmitChoices();
   // Asks for the file of a limit curve, or takes the limit away. A file of no use changes nothing.
@@ -47,6 +49,7 @@ class TResponsePanel : public QWidget {
   void UseLimit(const std::filesystem::path& file);
 
   TResponseChart* FChart;
+  TChoiceBar* FChoices;
   QProgressBar* FBar;
   QPushButton* FLimitButton = nullptr;
   std::vector<std::pair<QComboBox*, TChange>> FLists;

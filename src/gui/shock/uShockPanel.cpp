@@ -18,9 +18,11 @@
 #include "gui/charts/uSpectrumChart.h"
 #include "gui/common/uAnalysisBar.h"
 #include "gui/common/uGrid.h"
+#include "gui/common/uIcons.h"
 #include "gui/common/uLabels.h"
 #include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
+#include "gui/shock/uChoiceBar.h"
 #include "gui/shock/uEventCards.h"
 #include "gui/shock/uPinBar.h"
 #include "gui/shock/uResponsePanel.h"
@@ -58,7 +60,7 @@ TMainShockPanel::TMainShockPanel(QWidget* parent)
       FConditions(new TElidedLabel("lblFilterConditions", this, Qt::ElideRight)),
       FClipped(new QLabel(tr("clipped"), this)) {
   setObjectName("MainShockPanel");
-  setMinimumWidth(500);  // px, so that docks leave the list and the chart their room
+  setMinimumWidth(400);  // px: list and chart beside filter and Mission Details in the smallest window
   FShocks->SetPlaceholder(tr("No shock events"));
   FFilteredShocks->SetPlaceholder(tr("No event is let through"));
   FChart20->setObjectName("Chart20");
@@ -66,6 +68,7 @@ TMainShockPanel::TMainShockPanel(QWidget* parent)
   FChart2->setObjectName("Chart2");
   FChart2->setAccessibleName(tr("Selected event chart"));
 
+  FEventCharts->setObjectName("stkEventCharts");
   FBelow->setObjectName("splShockEvent");
   FBelow->setChildrenCollapsible(false);
   FBelow->setHandleWidth(kSurfaceGap);
@@ -77,10 +80,18 @@ TMainShockPanel::TMainShockPanel(QWidget* parent)
   auto* column = new QVBoxLayout(charts);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(2);
-  column->addWidget(FPins);
+  auto* bar = new QHBoxLayout;
+  bar->setSpacing(0);
+  bar->addWidget(FPins);
+  bar->addWidget(FSpectrum->Choices(), 1);
+  bar->addWidget(FResponse->Choices(), 1);
+  column->addLayout(bar);
   column->addWidget(FEventCharts, 1);
   FBelow->addWidget(charts);
+  FSpectrum->Choices()->hide();
+  FResponse->Choices()->hide();
   FBelow->addWidget(FValues);
+  FValues->setMinimumWidth(1);       // it gives way to the panels
   FBelow->setSizes({740, 1260, 0});  // the value table beside the chart needs more than the list
   ConnectValues();
   auto* splitter = new QSplitter(Qt::Vertical, this);
@@ -172,6 +183,8 @@ void TMainShockPanel::ShowInFront(QWidget* chart, bool visible) {
     FEventCharts->setCurrentWidget(FChart2);
   }
   FPins->SetAlignmentVisible(FrequenciesInFront() == nullptr);
+  FSpectrum->Choices()->setVisible(FEventCharts->currentWidget() == FSpectrum);
+  FResponse->Choices()->setVisible(FEventCharts->currentWidget() == FResponse);
   ShowValues();
 }
 
@@ -233,8 +246,8 @@ QWidget* TMainShockPanel::MakeEventList() {
   FClipped->setProperty("alarm", true);
   FClipped->setToolTip(tr("The sensor was at the end of its range: the true peak of the selected event is higher"));
   FClipped->setContentsMargins(8, 0, 8, 0);
+  FClipped->setAccessibleName(tr("clipped"));
   FClipped->hide();
-  FTabs->setCornerWidget(FClipped);
   auto* box = new QWidget(this);
   auto* layout = new QVBoxLayout(box);
   layout->setContentsMargins(0, 0, 0, 0);
@@ -247,7 +260,8 @@ QWidget* TMainShockPanel::MakeEventList() {
 void TMainShockPanel::ShowFilter(std::size_t passing, std::size_t all, const QString& conditions) {
   const QString analysis = FTabs->tabText(2);
   FTabWords = {QStringList{tr("&All events %1").arg(all), tr("Fil&tered events %1").arg(passing), analysis},
-               QStringList{tr("&All %1").arg(all), tr("Fil&tered %1").arg(passing), analysis}};
+               QStringList{tr("&All %1").arg(all), tr("Fil&tered %1").arg(passing), analysis},
+               QStringList{tr("&All"), tr("Fil&tered"), analysis}};
   CaptionTabs();
   const bool switchedOn = FConditions->isHidden() && !conditions.isEmpty();
   FConditions->setText(conditions);
@@ -255,16 +269,21 @@ void TMainShockPanel::ShowFilter(std::size_t passing, std::size_t all, const QSt
   if (switchedOn && !IsAnalysisInFront()) FTabs->setCurrentIndex(1);
 }
 
-// Short words where the whole ones would be cut; these are then in the tool tips.
+// Short words where the whole ones would be cut, which are then in the tool tips; "clipped" becomes a sign last.
 void TMainShockPanel::CaptionTabs() {
+  FClipped->setText(tr("clipped"));
+  const auto fits = [this] {
+    const int corner = FTabs->cornerWidget() == nullptr ? 0 : FClipped->sizeHint().width();
+    return FTabs->tabBar()->sizeHint().width() <= FTabs->width() - corner;
+  };
   for (const QStringList& words : FTabWords) {
     for (int i = 0; i < words.size(); ++i) {
       FTabs->setTabText(i, words[i]);
       FTabs->setTabToolTip(i, QString(FTabWords.front()[i]).remove('&'));
     }
-    const int corner = FClipped->isHidden() ? 0 : FClipped->sizeHint().width();
-    if (FTabs->tabBar()->sizeHint().width() <= FTabs->width() - corner) return;
+    if (fits()) return;
   }
+  FClipped->setPixmap(Icon("data-warning").pixmap(fontMetrics().height()));
 }
 
 bool TMainShockPanel::eventFilter(QObject* watched, QEvent* event) {
@@ -277,6 +296,8 @@ bool TMainShockPanel::IsAnalysisInFront() const {
 }
 
 void TMainShockPanel::ShowClipped(bool clipped) {
+  // A hidden corner keeps its room, so it is taken away.
+  FTabs->setCornerWidget(clipped ? FClipped : nullptr);
   FClipped->setVisible(clipped);
   CaptionTabs();
 }

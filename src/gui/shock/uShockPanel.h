@@ -95,7 +95,7 @@ class TMainShockPanel : public QWidget {
   TGrid* FAnalysis;
   TEventCards* FCards;
   QTabWidget* FTabs;
-  std::array<QStringList, 2> FTabWords;  // whole and short
+  std::array<QStringList, 3> FTabWords;  // from the longest
   QLabel* FConditions;
   QLabel* FClipped;
   std::optional<int> FValuesWidth;  // px, when the table was last visible

@@ -1,9 +1,9 @@
-// The spectral analysis of the selected event: its chart below the choice of what it shows.
+// The spectral analysis of the selected event: its chart, and the choice of what it shows.
 #pragma once
 
 #include <QWidget>
 
-class QLabel;
+class TChoiceBar;
 class TSpectrumChart;
 
 class TSpectrumPanel : public QWidget {
@@ -14,13 +14,12 @@ class TSpectrumPanel : public QWidget {
 
   [[nodiscard]] TSpectrumChart* Chart() const { return FChart; }
 
-  // The labels of the choices hide where they have no room; their tool tips say the same.
+  // For the bar above the chart, which takes it.
+  [[nodiscard]] TChoiceBar* Choices() const { return FChoices; }
+
   [[nodiscard]] QSize minimumSizeHint() const override;
 
- protected:
-  void resizeEvent(QResizeEvent* event) override;
-
  private:
-  QList<QLabel*> FLabels;
   TSpectrumChart* FChart;
+  TChoiceBar* FChoices;
 };
