@@ -43,12 +43,17 @@ def check_memory(kshock, top):
     os.remove(large)
 
 
-def check_disks(kshock, recording, top):
+def check_disks(kshock, shockscope, recording, top):
     """A file that may not grow, and a disk that is full: status 4, and the files of before."""
     def check(what, folder, limits=()):
-        for kind in ["events-csv", "shocks-csv", "events-xlsx"]:
+        commands = {kind: [kshock, "export", recording, "--to", folder, kind]
+                    for kind in ["events-csv", "shocks-csv", "events-xlsx"]}
+        commands["cut"] = [kshock, "cut", recording, os.path.join(folder, "cut"), "--to", "2099-01-01"]
+        for program in shockscope:
+            commands["the report"] = [program, "--report", os.path.join(folder, "report.pdf"), recording]
+        for kind, command in commands.items():
             before = files_in(folder)
-            ended = run([kshock, "export", recording, "--to", folder, kind], limits)
+            ended = run(command, limits, HOME=top)
             expect(f"status of {kind} {what}", 4, ended.returncode)
             if not ended.stderr:
                 found.append(f"{kind} {what}: no word")
@@ -117,7 +122,7 @@ def main():
         recording = os.path.join(top, "mission.kshock")
         run([kshock, "demo", recording, "--events", "20", "--sensors", "200"])
         check_memory(kshock, top)
-        check_disks(kshock, recording, top)
+        check_disks(kshock, shockscope, recording, top)
         check_homes(kshock, recording, top)
         check_locales(kshock, shockscope, recording, top)
     for line in found:
