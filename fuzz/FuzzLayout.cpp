@@ -5,6 +5,7 @@
 #include <QMainWindow>
 #include <QStatusBar>
 #include <exception>
+#include <memory>
 
 #include "base/uIniFile.h"
 #include "fuzz/uFuzzFolder.h"
@@ -51,9 +52,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   static char name[] = "fuzz_layout";
   static char* arguments[] = {name, nullptr};
   static const bool isOffscreen = qputenv("QT_QPA_PLATFORM", "offscreen");
-  static const QApplication application(count, arguments);
-  static TWindow window;
-  Require(isOffscreen);
+  // Never destroyed: what Qt keeps for the thread is gone before.
+  static const auto* const application = std::make_unique<QApplication>(count, arguments).release();
+  static TWindow& window = *std::make_unique<TWindow>().release();
+  Require(isOffscreen && application != nullptr);
   TFuzzFolder::Write("layout.ini", {data, size});
   try {
     Arrange(window);
