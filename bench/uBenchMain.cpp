@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "analysis/uAnalysisTable.h"
 #include "analysis/uFourier.h"
 #include "analysis/uMissionDatasets.h"
 #include "analysis/uShockResponse.h"
@@ -19,6 +20,8 @@
 #include "bench/uBenchRecordings.h"
 #include "bench/uExportBenches.h"
 #include "bench/uMeasure.h"
+#include "export/uCsvExports.h"
+#include "export/uXlsxExports.h"
 #include "fleet/uFleetTables.h"
 #include "model/uReadFileThread.h"
 
@@ -32,9 +35,9 @@ void PrintTransformTime(double boundMs, int rounds) {
   for (int i = 0; i < rounds * 100; ++i) {
     transform.Clear();
     transform.SetReal(1, 1);
-    times.push_back(SecondsOf([&transform] { transform.Forward(); }));
+    times.push_back(SpentOn([&transform] { transform.Forward(); }).wall);
   }
-  fmt::print("{:<62} {:6.3f}  (at most {})\n", "a transform of 8192 points, in ms", Median(times) * 1000, boundMs);
+  PrintRow("a transform of 8192 points, in ms", fmt::format("{:6.3f}  (at most {})", Median(times) * 1000, boundMs));
 }
 
 // A decaying shock on three axes behind noise, at 10 kHz.
@@ -76,10 +79,10 @@ constexpr double kFromHertz = 2500.0 / 64;
 constexpr double kToHertz = 2500;
 
 // `events` times the three axes of a shock in a plain loop, in seconds.
-double PlainTime(const TShockSamples& shock, int events) {
+TSpent PlainTime(const TShockSamples& shock, int events) {
   static double unused = 0;  // so that no result is left out
   const std::vector<double> hertz = OctaveFrequencies(kFromHertz, kToHertz, 12);
-  return SecondsOf([&] {
+  return SpentOn([&] {
     for (int i = 0; i < events; ++i) {
       for (const auto* axis : {&shock.x, &shock.y, &shock.z}) unused += PlainResponses(*axis, hertz, shock.Rate());
     }
@@ -92,7 +95,7 @@ void PrintResponseRatio(double bound, int rounds) {
   const std::vector<double> hertz = OctaveFrequencies(kFromHertz, kToHertz, 12);
   PrintRatio(
       "response spectra of an event of 10,000 samples / a plain loop", bound, rounds,
-      [&] { return SecondsOf([&] { (void)CalcResponseSpectrum(shock, hertz, {}); }); },
+      [&] { return SpentOn([&] { (void)CalcResponseSpectrum(shock, hertz, {}); }); },
       [&] { return PlainTime(shock, 1); });
 }
 
@@ -117,7 +120,7 @@ void PrintEnvelopeRatio(double bound, int rounds, int count) {
       "envelope of 1,000 events of 500 samples / a plain loop", bound, rounds,
       [&] {
         TResponseProgress progress;
-        return SecondsOf(
+        return SpentOn(
             [&] { (void)CalcShockResponse(events, request, std::thread::hardware_concurrency(), progress); });
       },
       [&] { return PlainTime(shock, count); });
@@ -155,9 +158,9 @@ void LoadTables() {
 }
 
 // Seconds to read a file into an empty model, which stays filled.
-double ReadingTime(const std::filesystem::path& file, TInflateWay way = TInflateWay::Fast) {
+TSpent ReadingTime(const std::filesystem::path& file, TInflateWay way = TInflateWay::Fast) {
   ClearMission();
-  return SecondsOf([&file, way] { Read(file, way); });
+  return SpentOn([&file, way] { Read(file, way); });
 }
 
 // Memory at the peak of loading one event, with its tables, beyond what was in use before.
@@ -169,26 +172,9 @@ void PrintMemoryOfALongEvent(const std::filesystem::path& folder, std::uint32_t 
   const double before = PeakBytes();
   Read(file);
   LoadTables();
-  fmt::print("{:<62} {:6.1f}  (at most {})\n", fmt::format("an event of {} samples, bytes of memory a sample", samples),
-             (PeakBytes() - before) / samples, bound);
+  PrintRow(fmt::format("an event of {} samples, bytes of memory a sample", samples),
+           fmt::format("{:6.1f}  (at most {})", (PeakBytes() - before) / samples, bound));
   std::filesystem::remove(file);
-}
-
-// Reading, tables and CSV for a hundredth, a tenth and all of the events.
-void PrintGrowths(const std::filesystem::path& folder, std::uint32_t events, int rounds) {
-  const std::vector<std::string> sizes = {"×1", "×10", "×100"};
-  std::vector<std::filesystem::path> files;
-  for (const std::uint32_t part : {100U, 10U, 1U}) {
-    files.push_back(folder / fmt::format("shockscope-bench-growth-{}.kshock", part));
-    WriteBenchRecording(files.back(), {events / part, 100, 100});
-  }
-  PrintGrowth(fmt::format("reading {} events of 100 samples", events), rounds, sizes,
-              [&files](std::size_t i) { return ReadingTime(files[i]); });
-  PrintGrowth("their tables", rounds, sizes, [&files](std::size_t i) {
-    ReadingTime(files[i]);
-    return SecondsOf(LoadTables);
-  });
-  for (const auto& file : files) std::filesystem::remove(file);
 }
 
 // What `kshock fleet` computes of the mission that is loaded.
@@ -197,9 +183,36 @@ void SumUp() {
   FleetRowsOf({.path = "bench"}, &mission, {});
 }
 
-double TablesTime(const std::filesystem::path& file) {
+// Each step for a hundredth, a tenth and all of the events. `exports` is a folder in memory.
+void PrintGrowths(const std::filesystem::path& folder, const std::filesystem::path& exports, std::uint32_t events,
+                  int rounds) {
+  std::vector<std::filesystem::path> files;
+  for (const std::uint32_t part : {100U, 10U, 1U}) {
+    files.push_back(folder / fmt::format("shockscope-bench-growth-{}.kshock", part));
+    WriteBenchRecording(files.back(), {events / part, 100, 100});
+  }
+  PrintRow(fmt::format("{} … {} events of 100 samples, processor time", events / 100, events), "");
+  TNoProgress progress;
+  TMissionDatasets tables;
+  const auto grow = [&](const std::string& what, const std::function<void()>& step) {
+    PrintGrowth("  " + what, rounds, files.size(), [&](std::size_t i) {
+      ReadingTime(files[i]);
+      LoadKorvexFileData(MissionData, EventList, SensorList, {}, progress, tables);
+      return SpentOn(step);
+    });
+  };
+  PrintGrowth("  reading", rounds, files.size(), [&files](std::size_t i) { return ReadingTime(files[i]); });
+  grow("tables", LoadTables);
+  grow("a fleet's rows", SumUp);
+  grow("the analysis of all shocks", [] { (void)AnalyseMission(EventList, 4); });
+  grow("the table of events to CSV", [&] { ExportTableCsv(tables.Events, exports / "table.csv", progress); });
+  grow("the same to XLSX", [&] { ExportTableXlsx(MissionData, tables.Events, exports / "table.xlsx", progress); });
+  for (const auto& file : files) std::filesystem::remove(file);
+}
+
+TSpent TablesTime(const std::filesystem::path& file) {
   ReadingTime(file);
-  return SecondsOf(LoadTables);
+  return SpentOn(LoadTables);
 }
 
 }  // namespace
@@ -227,7 +240,7 @@ int main(int argc, char** argv) {
   std::filesystem::create_directory(exports);
   // First of all: what was in use before counts.
   BenchMemoryOfTableCsv(exports, 1000000 / part);
-  const auto bareInflate = [&large] { return SecondsOf([&large] { InflateOnly(large); }); };
+  const auto bareInflate = [&large] { return SpentOn([&large] { InflateOnly(large); }); };
   PrintRatio(
       "reading 2,000,000 records of 15 channels / bare inflate", 0.65, rounds, [&large] { return ReadingTime(large); },
       bareInflate);
@@ -235,7 +248,7 @@ int main(int argc, char** argv) {
       "the same with zlib alone / bare inflate", 1.25, rounds,
       [&large] { return ReadingTime(large, TInflateWay::Exact); }, bareInflate);
   PrintMemoryOfALongEvent(folder, 10000000 / part, 30);
-  PrintGrowths(folder, 100000 / part, smoke ? 1 : 3);
+  PrintGrowths(folder, exports, 100000 / part, smoke ? 1 : 3);
   ReadingTime(large);
   BenchCsvOfSamples(exports, rounds);
   BenchWorkbooks(exports, rounds);
@@ -244,13 +257,13 @@ int main(int argc, char** argv) {
   std::filesystem::remove_all(exports);
   PrintRatio(
       "tables of 100,000 events × 100, 12 × 100,000 readings / reading", 0.5, rounds,
-      [] { return SecondsOf(LoadTables); }, [&many] { return ReadingTime(many); });
+      [] { return SpentOn(LoadTables); }, [&many] { return ReadingTime(many); });
   PrintRatio(
       "tables of 100,000 events / of 10,000 events", 14, rounds, [&many] { return TablesTime(many); },
       [&fewer] { return TablesTime(fewer); });
   PrintRatio(
       "a fleet's rows of 1,000 events × 550, 12 × 137,500 readings / reading", 0.5, rounds,
-      [] { return SecondsOf(SumUp); }, [&usual] { return ReadingTime(usual); });
+      [] { return SpentOn(SumUp); }, [&usual] { return ReadingTime(usual); });
   PrintTransformTime(1, rounds);
   PrintResponseRatio(0.7, rounds);
   PrintEnvelopeRatio(1.4, rounds, smoke ? 10 : 1000);

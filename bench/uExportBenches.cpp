@@ -106,10 +106,10 @@ void CompareEventBooks(const fs::path& file, std::size_t sheets, const TDataset&
   const std::vector<std::uint32_t> events = FirstEvents(sheets);
   PrintRatio(
       fmt::format("{} sheets of 1,000 samples to XLSX / bare, rows on disk", events.size()), 1.25, rounds,
-      [&] { return SecondsOf([&] {
+      [&] { return SpentOn([&] {
               ExportEventsXlsx({MissionData, EventList, table}, events, file, Silent);
             }); },
-      [&] { return SecondsOf([&] { WriteBare(file, events); }); });
+      [&] { return SpentOn([&] { WriteBare(file, events); }); });
 }
 
 void CompareTableBooks(TDataset& table, const fs::path& file, int rounds) {
@@ -122,9 +122,9 @@ void CompareTableBooks(TDataset& table, const fs::path& file, int rounds) {
   }
   PrintRatio(
       fmt::format("a table of {} × {} to XLSX / bare, rows on disk", cells.size(), table.Fields().size()), 1.25, rounds,
-      [&] { return SecondsOf([&] { ExportTableXlsx(MissionData, table, file, Silent); }); },
+      [&] { return SpentOn([&] { ExportTableXlsx(MissionData, table, file, Silent); }); },
       [&] {
-        return SecondsOf([&] {
+        return SpentOn([&] {
           TBareBook book(file);
           lxw_worksheet* sheet = book.Add("Mission");
           lxw_format* format = book.AddRightAligned();
@@ -143,16 +143,15 @@ void CompareTableBooks(TDataset& table, const fs::path& file, int rounds) {
 
 void BenchCsvOfSamples(const fs::path& folder, int rounds) {
   PrintRatio(
-      "2,000,000 samples to CSV / to_chars and fwrite", 1, rounds,
-      [&] { return SecondsOf([&] { ExportCsv(folder); }); },
-      [&] { return SecondsOf([&] { FormatToOneFile(folder / "formatted"); }); });
+      "2,000,000 samples to CSV / to_chars and fwrite", 1, rounds, [&] { return SpentOn([&] { ExportCsv(folder); }); },
+      [&] { return SpentOn([&] { FormatToOneFile(folder / "formatted"); }); });
 }
 
 void BenchCsvOfManyEvents(const fs::path& folder, int rounds) {
   PrintRatio(
       fmt::format("{} events to CSV files / to_chars and fwrite to as many", EventList.Count()), 2, rounds,
-      [&] { return SecondsOf([&] { ExportCsv(folder); }); },
-      [&] { return SecondsOf([&] { FormatToAFileEach(folder / "bare"); }); });
+      [&] { return SpentOn([&] { ExportCsv(folder); }); },
+      [&] { return SpentOn([&] { FormatToAFileEach(folder / "bare"); }); });
 }
 
 void BenchWorkbooks(const fs::path& folder, int rounds) {
@@ -176,9 +175,9 @@ void BenchMemoryOfTableCsv(const fs::path& folder, std::size_t rows) {
   constexpr double kMebibyte = 1024 * 1024;
   ResetPeak();
   const double before = PeakBytes() / kMebibyte;
-  const double seconds = SecondsOf([&] { ExportTableCsv(table, folder / "table.csv", Silent); });
+  const TSpent spent = SpentOn([&] { ExportTableCsv(table, folder / "table.csv", Silent); });
   const double after = PeakBytes() / kMebibyte;
-  fmt::print("{:<62} {:6.3f}  (at most 4; from {:.1f} to {:.1f}, in {:.0f} ms)\n",
-             fmt::format("a table of {} rows to CSV, growth in MiB", rows), after - before, before, after,
-             seconds * 1000);
+  PrintRow(fmt::format("a table of {} rows to CSV, growth in MiB", rows),
+           fmt::format("{:6.3f}  (at most 4; from {:.1f} to {:.1f}, in {:.0f} ms)", after - before, before, after,
+                       spent.wall * 1000));
 }

@@ -7,15 +7,24 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <fstream>
 #include <functional>
 #include <string>
 #include <vector>
 
-inline double SecondsOf(const std::function<void()>& work) {
+// Seconds: of the clock, and of all processor cores, which the machine's other work hardly changes.
+struct TSpent {
+  double wall;
+  double processor;
+};
+
+inline TSpent SpentOn(const std::function<void()>& work) {
   const auto start = std::chrono::steady_clock::now();
+  const std::clock_t processor = std::clock();
   work();
-  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+  return {std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count(),
+          static_cast<double>(std::clock() - processor) / CLOCKS_PER_SEC};
 }
 
 inline double Median(std::vector<double> values) {
@@ -35,29 +44,37 @@ inline void ResetPeak() {
   std::ofstream("/proc/self/clear_refs") << 5;
 }
 
-// How the time grows with the size: seconds of `work` for each of the sizes, the median of a few runs.
-template <class TWork>
-void PrintGrowth(const std::string& what, int rounds, const std::vector<std::string>& sizes, const TWork& work) {
-  fmt::print("{:<62}", what);
-  for (std::size_t i = 0; i < sizes.size(); ++i) {
-    std::vector<double> times;
-    for (int round = 0; round < rounds; ++round) times.push_back(work(i));
-    fmt::print(" {}: {:.1f} ms{}", sizes[i], Median(times) * 1000, i + 1 < sizes.size() ? "," : "\n");
-  }
+inline void PrintRow(const std::string& what, const std::string& figures) {
+  fmt::print("{:<66} {}\n", what, figures);
   std::fflush(stdout);
 }
 
-// Runs both in turn, so that a slow moment of the machine meets both; prints the median of the paired ratios.
-inline void PrintRatio(const std::string& what, double bound, int rounds, const std::function<double()>& subject,
-                       const std::function<double()>& reference) {
-  std::vector<double> ratios, subjects, references;
-  for (int i = 0; i < rounds; ++i) {
-    references.push_back(reference());
-    subjects.push_back(subject());
-    ratios.push_back(subjects.back() / references.back());
+// How the time grows with the size: milliseconds of the processor for each of three sizes, the median of a few runs.
+template <class TWork>
+void PrintGrowth(const std::string& what, int rounds, std::size_t sizes, const TWork& work) {
+  std::string figures;
+  for (std::size_t i = 0; i < sizes; ++i) {
+    std::vector<double> times;
+    for (int round = 0; round < rounds; ++round) times.push_back(work(i).processor * 1000);
+    figures += fmt::format("{:9.1f} ms", Median(times));
   }
-  const auto [least, most] = std::ranges::minmax(ratios);
-  fmt::print("{:<62} {:6.3f}  (at most {}; {:.3f} … {:.3f}; {:.0f} ms against {:.0f} ms)\n", what, Median(ratios),
-             bound, least, most, Median(subjects) * 1000, Median(references) * 1000);
-  std::fflush(stdout);
+  PrintRow(what, figures);
+}
+
+// Runs both in turn, so that a slow moment of the machine meets both; prints the median of the paired ratios.
+inline void PrintRatio(const std::string& what, double bound, int rounds, const std::function<TSpent()>& subject,
+                       const std::function<TSpent()>& reference) {
+  std::vector<double> ratios, processor, subjects, references;
+  for (int i = 0; i < rounds; ++i) {
+    const TSpent plain = reference();
+    const TSpent ours = subject();
+    references.push_back(plain.wall * 1000);
+    subjects.push_back(ours.wall * 1000);
+    ratios.push_back(ours.wall / plain.wall);
+    processor.push_back(ours.processor / plain.processor);
+  }
+  const auto [min, max] = std::ranges::minmax(ratios);
+  PrintRow(what,
+           fmt::format("{:6.3f}  (at most {}; {:.3f} … {:.3f}; of the processor {:.3f}; {:.0f} ms against {:.0f} ms)",
+                       Median(ratios), bound, min, max, Median(processor), Median(subjects), Median(references)));
 }

@@ -1,5 +1,6 @@
-// Prints how long the window takes for each step with a large recording, in ms: the median and the longest of a few
-// rounds, offscreen, the painting included. `--smoke` uses a small recording, to see that the bench works.
+// Prints how long the program takes to start, to write a report, and for each step of the window with recordings of
+// three sizes: the median and the longest of a few rounds, offscreen, the painting included. `--smoke` uses small
+// recordings, to see that the bench works.
 #include <fmt/format.h>
 
 #include <QAction>
@@ -7,20 +8,26 @@
 #include <QElapsedTimer>
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QProcess>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTimer>
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
+#include <ctime>
 #include <functional>
 #include <string>
 #include <vector>
 
 #include "base/uFiles.h"
 #include "bench/uBenchRecordings.h"
+#include "bench/uStepTable.h"
 #include "gui/common/uGrid.h"
+#include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
 #include "gui/mainform/KorvexMainForm.h"
+#include "gui/report/uReportRun.h"
 #include "shell/uOrderingCommands.h"
 
 namespace {
@@ -32,24 +39,20 @@ void Settle() {
 }
 
 double Milliseconds(const std::function<void()>& step) {
-  QElapsedTimer timer;
-  timer.start();
-  step();
-  Settle();
-  return static_cast<double>(timer.nsecsElapsed()) / 1e6;
+  return SpentOn([&step] {
+           step();
+           Settle();
+         }).processor *
+         1000;
 }
 
-void Print(const std::string& what, double bound, std::vector<double> times) {
-  std::ranges::sort(times);
-  fmt::print("{:<62} {:7.1f} ms  (at most {}; longest {:.1f})\n", what, times[times.size() / 2], bound, times.back());
-  std::fflush(stdout);
-}
+TStepTable Steps;
 
 void Repeat(const std::string& what, double bound, const std::function<void(int)>& step) {
   std::vector<double> times;
   times.reserve(kRounds);
   for (int round = 0; round < kRounds; ++round) times.push_back(Milliseconds([&] { step(round); }));
-  Print(what, bound, times);
+  Steps.Add(what, bound, times);
 }
 
 // The longest time in which the window answered nothing while a file was read.
@@ -92,7 +95,7 @@ void Reading(TKorvexMainForm& form, const std::string& file) {
     gaps.push_back(heartbeat.Longest());
     WaitWhileBusy(form);
   }
-  Print("reading: longest time without an answer", 100, gaps);
+  Steps.Add("reading: longest time without an answer", 100, gaps);
   for (int round = 0; round < kRounds; ++round) {
     form.Flow().Open(file);
     QElapsedTimer reading;
@@ -102,7 +105,7 @@ void Reading(TKorvexMainForm& form, const std::string& file) {
       WaitWhileBusy(form);
     }));
   }
-  Print("Cancel", 100, cancels);
+  Steps.Add("Cancel", 100, cancels);
 }
 
 void Sorting(TKorvexMainForm& form, const char* name) {
@@ -113,8 +116,8 @@ void Sorting(TKorvexMainForm& form, const char* name) {
     for (int round = 0; round < 2; ++round) first.push_back(Milliseconds(click));
     for (int round = 0; round < 2; ++round) again.push_back(Milliseconds(click));
   }
-  Print(fmt::format("sorting {} by each column for the first time", name), 100, first);
-  Print(fmt::format("sorting {} by each column again", name), 100, again);
+  Steps.Add(fmt::format("sorting {} by each column for the first time", name), 100, first);
+  Steps.Add(fmt::format("sorting {} by each column again", name), 100, again);
 }
 
 void Scrolling(TKorvexMainForm& form, const char* name) {
@@ -138,42 +141,34 @@ void Filtering(TKorvexMainForm& form) {
   std::vector<double> alone;
   for (int round = 0; round < kRounds; ++round) {
     filter.ranges[0].from = round % 2 == 0 ? middle : 0;
-    QElapsedTimer timer;
-    timer.start();
-    mission.CLDS.SetShownRows(EventsThrough(filter, mission.Tables.Events, mission.Events, std::nullopt, nullptr));
-    alone.push_back(static_cast<double>(timer.nsecsElapsed()) / 1e6);
+    alone.push_back(1000 * SpentOn([&] {
+                             mission.CLDS.SetShownRows(
+                                 EventsThrough(filter, mission.Tables.Events, mission.Events, std::nullopt, nullptr));
+                           }).processor);
   }
-  Print("seven conditions on every event, without the window", 50, alone);
+  Steps.Add("seven conditions on every event, without the window", 50, alone);
   auto* edit = form.findChild<QLineEdit*>("edtFilterAccelerationMaxFrom");
-  Repeat("typing a limit of the filter", 100,
+  Repeat("typing a limit of the filter", 33,
          [&](int round) { edit->setText(QString::number(round % 2 == 0 ? middle : 0.0F)); });
-  fmt::print("  {} of {} events\n", mission.CLDS.RecordCount(), mission.Events.Count());
-  Repeat("switching the filter", 100, [&](int) { form.findChild<QAction*>("actFilterActive")->trigger(); });
+  Repeat("switching the filter", 33, [&](int) { form.findChild<QAction*>("actFilterActive")->trigger(); });
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
-  const bool smoke = argc > 1 && std::string(argv[1]) == "--smoke";
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  QApplication application(argc, argv);
-  ApplyScheme(application, TScheme::Light);
-  const std::filesystem::path file = std::filesystem::temp_directory_path() / "shockscope-bench-window.kshock";
-  const std::uint32_t events = smoke ? 1000 : 1000000;
-  WriteBenchRecording(file, {events, 4, 40});
+TProgram Program() {
   TProgram program;
   program.version = "0.0.0.0";
-  TKorvexMainForm form(program, [] { return TReadFileThread::kNoMemoryBound; });
+  return program;
+}
+
+void AllSteps(const std::filesystem::path& file) {
+  TKorvexMainForm form(Program(), [] { return TReadFileThread::kNoMemoryBound; });
   form.resize(1400, 900);
   form.show();
   Settle();
-
-  fmt::print("{} events{}\n", events, smoke ? "; a small recording, whose times mean nothing" : "");
   Reading(form, Utf8FromPath(file));
-  Print("opening, until the overview is painted", 10000, {Milliseconds([&] {
-          form.Flow().Open(Utf8FromPath(file));
-          WaitWhileBusy(form);
-        })});
+  Steps.Add("opening, until the overview is painted", 1500, {Milliseconds([&] {
+              form.Flow().Open(Utf8FromPath(file));
+              WaitWhileBusy(form);
+            })});
   Repeat("showing the shock view", 100,
          [&form](int round) { form.Flow().SwitchView(round % 2 == 0 ? TView::Shock : TView::Overview); });
   form.Flow().SwitchView(TView::Shock);
@@ -188,5 +183,62 @@ int main(int argc, char** argv) {
   Settle();
   Sorting(form, "DBGrid2");
   Scrolling(form, "DBGrid2");
+}
+
+// A report without a window, the reading included.
+void Report(const std::string& recording) {
+  const std::filesystem::path pdf = std::filesystem::temp_directory_path() / "shockscope-bench-report.pdf";
+  TReportOrder order;
+  order.file = recording;
+  order.pdf = Utf8FromPath(pdf);
+  Steps.Add("a report of a hundredth of them, from reading on", 5000, {Milliseconds([&order] { RunReport(order); })});
+  std::filesystem::remove(pdf);
+}
+
+// All of a process that shows a recording and ends: what its user waits for.
+int Start(QApplication& application, const QString& recording) {
+  ApplyScheme(application, TScheme::Light);
+  TKorvexMainForm form(Program(), [] { return TReadFileThread::kNoMemoryBound; });
+  form.show();
+  form.Flow().Open(Utf8(recording));
+  WaitWhileBusy(form);
+  Settle();
+  fmt::print("{}", 1000.0 * static_cast<double>(std::clock()) / CLOCKS_PER_SEC);
+  std::fflush(stdout);
+  std::_Exit(0);
+}
+
+void Starts(const std::filesystem::path& demo) {
+  std::vector<double> times;
+  for (int round = 0; round < kRounds; ++round) {
+    QProcess process;
+    process.start(QCoreApplication::applicationFilePath(), {"--start", QtText(Utf8FromPath(demo))});
+    process.waitForFinished();
+    times.push_back(process.readAllStandardOutput().toDouble());
+  }
+  std::ranges::sort(times);
+  PrintRow("start of the program until the demo is shown, processor time",
+           fmt::format("{:9.1f} ms  (at most 500; longest {:.1f})", Median(times), times.back()));
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const bool smoke = argc > 1 && std::string(argv[1]) == "--smoke";
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  QApplication application(argc, argv);
+  if (argc > 2) return Start(application, application.arguments()[2]);
+  ApplyScheme(application, TScheme::Light);
+  Starts(PathFromUtf8(Utf8(QCoreApplication::applicationDirPath())) / "data" / "demo.kshock");
+  const std::filesystem::path file = std::filesystem::temp_directory_path() / "shockscope-bench-window.kshock";
+  const std::uint32_t events = smoke ? 10000 : 1000000;
+  for (const std::uint32_t part : {100U, 10U, 1U}) {
+    WriteBenchRecording(file, {events / part / 100, 4, 40});
+    Report(Utf8FromPath(file));
+    WriteBenchRecording(file, {events / part, 4, 40});
+    AllSteps(file);
+  }
+  PrintRow("the window, processor time", fmt::format("{} … {} events", events / 100, events));
+  Steps.Print();
   std::filesystem::remove(file);
 }

@@ -15,7 +15,7 @@ MAY = {
 SHARED_GUI = {"common": set(), "platform": {"common"}, "charts": {"common", "platform"}}
 HARNESSES = ("bench/", "fuzz/", "tools/")
 LIBRARIES = [  # header pattern, places that may include it
-    (r"(Q[A-Z]\w*|Qt\w+/.*|q[a-z]\w*\.h)$", ("src/gui/", "src/app/", "tools/", "bench/uWindowBench", "bench/uChartBench")),
+    (r"(Q[A-Z]\w*|Qt\w+/.*|q[a-z]\w*\.h)$", ("src/gui/", "src/app/", "tools/", "bench/uWindowBench", "bench/uChartBench", "fuzz/FuzzLayout")),
     (r"qcustomplot\.h$", ("src/gui/charts/",)),
     (r"zlib\.h$", ("src/model/uDataFile1V0Zip", "src/model/uInflate_zlib", "bench/uBenchMain", "fuzz/")),
     (r"isa-l/", ("src/model/uInflate_isal",)),

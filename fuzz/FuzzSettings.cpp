@@ -1,7 +1,11 @@
-// Reads the input as a file of the settings folder; its first byte says which. What was read is written and must read
-// back as the same.
+// Reads the input as a file of the settings folder, or one that the user chooses; its first byte says which. What was
+// read is written and must read back as the same.
+#include <cmath>
 #include <exception>
+#include <optional>
 
+#include "analysis/uLimitCurve.h"
+#include "base/uDateTime.h"
 #include "fuzz/uFuzzFolder.h"
 #include "shell/uLimitProfileFile.h"
 #include "shell/uNotes.h"
@@ -32,13 +36,26 @@ void ReadBackRecents() {
 void ReadBackReport() {
   const TReportConfig config = ReadReportConfig("input");
   WriteReportConfig("input", config);
-  Require(ReadReportConfig("input") == config);
+  TReportConfig again = ReadReportConfig("input");
+  const auto isSame = [](std::optional<double> a, std::optional<double> b) {
+    return a.has_value() == b.has_value() && (!a || std::fabs(*a - *b) < 2 / kMsPerDay);  // times are written in ms
+  };
+  Require(isSame(again.time.from, config.time.from) && isSame(again.time.to, config.time.to));
+  again.time = config.time;
+  Require(again == config);
 }
 
 void ReadBackLimits() {
   const TLimitProfile profile = ReadLimitProfile("input");
   WriteLimitProfile("input", profile);
   Require(ReadLimitProfile("input") == profile);
+}
+
+void UseLimitCurve() {
+  const TLimitCurve limit = ReadLimitCurve("input");
+  for (const TLimitPoint& point : limit) Require(LimitAt(limit, point.hertz) == point.g);
+  const double between = std::sqrt(limit[0].hertz) * std::sqrt(limit[1].hertz);
+  Require(!LimitAt(limit, between) || *LimitAt(limit, between) > 0);
 }
 
 void ReadBackNotes() {
@@ -69,7 +86,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                                      {"input", ReadBackReport},
                                      {"input", ReadBackLimits},
                                      {"mission.kshock.notes.json", ReadBackNotes},
-                                     {"input", ReadBackReference}};
+                                     {"input", ReadBackReference},
+                                     {"input", UseLimitCurve}};
   if (size == 0) return 0;
   const TKind& kind = kKinds[data[0] % std::size(kKinds)];
   folder.Empty();

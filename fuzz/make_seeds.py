@@ -95,6 +95,14 @@ Peak = 2.5 3 x2 1e3
 [Reference sensors]
 Temperature = -4 40
 """
+CURVE = "Hz,g\n# transport\n10,2\n100,50.5\n1e3,50\n"
+LAYOUT = """[Panels]
+Space = 1280x600
+dxDockPanelMissionDetails = right, 420x150, open
+dxDockPanelSensorGridTemp = below dxDockPanelMissionDetails, 420x400, open
+dxDockPanelSensorGridBattery = tabbed with dxDockPanelSensorGridTemp, 420x400, closed, in front
+dxDockPanelNavigator = bottom, 1280x130, open, floating 500x200+60+70
+"""
 DESCRIPTION = {"startTime": 45123.25, "channels": ["ACC x", "ACC y", "ACC z", "T"], "records": "t.csv",
                "creator": "korvex165_reader.exe", "mission": {"sID": "A1", "rec_fast_rate": 0.001, "adxl_level_on": 2.5}}
 RECORDS = "time_ms,ACC x,ACC y,ACC z,T\n0,1,2,3,20\n1,4,5,6,\n2,END,,,\n3,1e-3,-7,8,21.5\n"
@@ -122,8 +130,9 @@ def main():
         write(folder / "recording", f"{stem}-cut", b"\2" + blocks)
         for level in [0, 1, 9]:
             write(folder / "stream", f"{stem}-{level}", zlib.compress(content[:HEADER_SIZE] + blocks, level))
-    for number, text in enumerate([SETTINGS, RECENTS, REPORT, LIMITS, json.dumps(NOTES), REFERENCE]):
+    for number, text in enumerate([SETTINGS, RECENTS, REPORT, LIMITS, json.dumps(NOTES), REFERENCE, CURVE]):
         write(folder / "settings", str(number), bytes([number]) + text.encode())
+    write(folder / "layout", "panels", LAYOUT.encode())
     write(folder / "kshock", "make", b"\0" + json.dumps(DESCRIPTION).encode() + b"\0" + RECORDS.encode())
     for number, line in enumerate(ARGUMENTS):
         write(folder / "kshock", f"arguments-{number}", b"\1" + line.replace(" ", "\n").encode())

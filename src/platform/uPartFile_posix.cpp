@@ -14,6 +14,7 @@
 #include <system_error>
 #include <thread>
 #include <utility>
+#include <vector>
 
 #include "platform/uPartFile.h"
 
@@ -150,8 +151,18 @@ TScratchFolder::TScratchFolder(const fs::path& folder) {
   }
 }
 
+// The streams of these files stay, and what they have not yet written would go to the next file with the number of
+// theirs. So they write it to nowhere first.
 TScratchFolder::~TScratchFolder() {
-  ForEachOpenFile(FPath, [](const fs::path&, int descriptor) { close(descriptor); });
+  const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
+  std::vector<int> left;
+  ForEachOpenFile(FPath, [&left, nowhere](const fs::path&, int descriptor) {
+    left.push_back(descriptor);
+    dup2(nowhere, descriptor);
+  });
+  if (!left.empty()) std::fflush(nullptr);
+  for (const int descriptor : left) close(descriptor);
+  if (nowhere >= 0) close(nowhere);
   RemoveScratchFolder(FPath);
   close(FDescriptor);
 }

@@ -14,6 +14,7 @@
 #include <system_error>
 #include <thread>
 #include <utility>
+#include <vector>
 
 #include "platform/uPartFile.h"
 
@@ -187,8 +188,18 @@ TScratchFolder::TScratchFolder(const fs::path& folder) {
   if (FDescriptor < 0) ThrowLastError();
 }
 
+// The streams of these files stay, and what they have not yet written would go to the next file with the number of
+// theirs. So they write it to nowhere first.
 TScratchFolder::~TScratchFolder() {
-  ForEachOpenFile(FDescriptor, [](const std::wstring&, int descriptor) { _close(descriptor); });
+  const int nowhere = _open("NUL", _O_WRONLY | _O_NOINHERIT);
+  std::vector<int> left;
+  ForEachOpenFile(FDescriptor, [&left, nowhere](const std::wstring&, int descriptor) {
+    left.push_back(descriptor);
+    _dup2(nowhere, descriptor);
+  });
+  if (!left.empty()) std::fflush(nullptr);
+  for (const int descriptor : left) _close(descriptor);
+  if (nowhere >= 0) _close(nowhere);
   _close(FDescriptor);
   RemoveScratchFolder(FPath);
 }

@@ -97,7 +97,7 @@ std::optional<double> TypedTime(std::string_view typed, double from) {
   if (space != std::string_view::npos) {
     const auto date = TypedDate(text.substr(0, space));
     if (!date) return std::nullopt;
-    return *date + *ofDay;
+    return *date < 0 ? *date - *ofDay : *date + *ofDay;  // the time of day has no sign
   }
   const double day = std::floor(from);
   return day + *ofDay < from ? day + 1 + *ofDay : day + *ofDay;

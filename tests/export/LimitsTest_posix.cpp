@@ -2,9 +2,12 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 
+#include <cstdio>
 #include <filesystem>
+#include <fstream>
 #include <string>
 #include <system_error>
+#include <vector>
 
 #include "analysis/uMissionDatasets.h"
 #include "export/uCsvExports.h"
@@ -99,6 +102,27 @@ TEST(ExportLimits, AFullDiskWhileRowsAreWrittenIsAnError) {
     const TLimit sizes(RLIMIT_FSIZE, limit);
     EXPECT_THROW(write(), std::system_error) << limit;
   }
+}
+
+// The library does not close its streams after an error.
+TEST(ExportLimits, WhatAFailedWorkbookCouldNotWriteReachesNoLaterFile) {
+  const TTempFolder folder;
+  SurviveFileSizeLimit();
+  const std::ptrdiff_t open = OpenFiles();
+  {
+    const TLimit sizes(RLIMIT_FSIZE, 0);
+    TWorkbook book(folder / "e.xlsx", {.sheets = 2}, "yyyy", 0);
+    for (const char* name : {"a", "b"}) {
+      book.AddSheet(name, 0);
+      book.WriteNumber(0, 0, 1);
+    }
+    EXPECT_THROW(book.Close({}), std::system_error);
+  }
+  EXPECT_EQ(OpenFiles(), open);
+  std::vector<std::ofstream> later;
+  for (int i = 0; i < 8; ++i) later.emplace_back(folder / std::to_string(i));
+  std::fflush(nullptr);
+  for (int i = 0; i < 8; ++i) EXPECT_EQ(fs::file_size(folder / std::to_string(i)), 0U) << i;
 }
 
 }  // namespace

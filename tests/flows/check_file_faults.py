@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Reads and writes that fail: what the programs say, and what they keep. Every call that takes part in writing a file
 fails in its turn; the old file or the new one is then there whole, and nothing else. One line per difference; exit 1 when
-there is any. Usage: check_file_faults.py KSHOCK FAULTS WRITE_SETTINGS [SHOCKSCOPE]
+there is any. Usage: check_file_faults.py KSHOCK FAULTS WRITE_SETTINGS [SHOCKSCOPE WRITE_IN_WINDOW]
 """
 import json
 import os
@@ -50,7 +50,7 @@ def wrong_files(old, now, new):
                 yield f"{name} is left"
         elif new is not None and data not in (old.get(name), new.get(name)):
             yield f"{name} is neither the old file nor the new one"
-        elif len(data) < len(old.get(name, b"")) // 2:
+        elif new is None and len(data) < len(old.get(name, b"")) // 2:
             yield f"{name} is cut short"
 
 
@@ -109,10 +109,17 @@ def check_every_call(kshock, library, write_settings, top):
         check_faults(library, folder, " ".join(arguments), [kshock, *arguments], same=arguments[0] != "fleet")
 
 
-def check_report(library, shockscope, top):
+def check_window(library, shockscope, write_in_window, top):
+    os.environ.update(HOME=top, XDG_CONFIG_HOME=top, QT_QPA_PLATFORM="offscreen")
+    folder = os.path.join(top, "window")
+    for before, what in [("png", "svg"), ("logo", "layout"), ("layout", "logo")]:
+        os.mkdir(folder)
+        file = os.path.join(folder, "file")
+        subprocess.run([write_in_window, file, before], check=True)
+        check_faults(library, folder, what, [write_in_window, file, what])
+        shutil.rmtree(folder)
     recording, folder = os.path.join(top, "mission.kshock"), os.path.join(top, "report")
     os.mkdir(folder)
-    os.environ.update(HOME=top, XDG_CONFIG_HOME=top, QT_QPA_PLATFORM="offscreen")
     command = [shockscope, "--report", os.path.join(folder, "report.pdf"), recording]
     subprocess.run(command, check=True, capture_output=True)
     check_faults(library, folder, "--report", command, same=False)  # it says when it was made
@@ -136,7 +143,7 @@ def check_sync(kshock, library, folder):
 
 
 def main():
-    kshock, library, write_settings, *shockscope = sys.argv[1:]
+    kshock, library, write_settings, *window = sys.argv[1:]
     # In memory where there is such a folder: hundreds of syncs to a disk take minutes.
     with tempfile.TemporaryDirectory(dir="/dev/shm" if os.path.isdir("/dev/shm") else None) as folder:
         path = os.path.join(folder, "mission.failing")
@@ -163,8 +170,8 @@ def main():
                (first.returncode, first.stderr))
         check_sync(kshock, library, folder)
         check_every_call(kshock, library, write_settings, folder)
-        if shockscope:
-            check_report(library, shockscope[0], folder)
+        if window:
+            check_window(library, *window, folder)
     for line in found:
         print(line)
     return 1 if found else 0

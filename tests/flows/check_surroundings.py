@@ -46,9 +46,14 @@ def check_memory(kshock, top):
 def check_disks(kshock, shockscope, recording, top):
     """A file that may not grow, and a disk that is full: status 4, and the files of before."""
     def check(what, folder, limits=()):
-        for kind in ["events-csv", "shocks-csv", "events-xlsx"]:
+        commands = {kind: [kshock, "export", recording, "--to", folder, kind]
+                    for kind in ["events-csv", "shocks-csv", "events-xlsx"]}
+        commands["cut"] = [kshock, "cut", recording, os.path.join(folder, "cut"), "--to", "2099-01-01"]
+        for program in shockscope:
+            commands["the report"] = [program, "--report", os.path.join(folder, "report.pdf"), recording]
+        for kind, command in commands.items():
             before = files_in(folder)
-            ended = run([kshock, "export", recording, "--to", folder, kind], limits)
+            ended = run(command, limits, HOME=top)
             expect(f"status of {kind} {what}", 4, ended.returncode)
             if not ended.stderr:
                 found.append(f"{kind} {what}: no word")

@@ -29,6 +29,7 @@ TEST_F(Desktop, CancelAndCloseDoNotWaitForAFileThatBlocks) {
   Start();
   FForm->Flow().Open(far);
   QTest::mouseClick(Find("btnLoadingCancel"), Qt::LeftButton);
+  QCoreApplication::processEvents();
   EXPECT_EQ(Find<QLabel>("PnlLoadingMsg")->text(), "Cancelling…");
   Settle();
   EXPECT_TRUE(Find("WellcomePanel")->isVisible());

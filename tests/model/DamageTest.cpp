@@ -83,34 +83,6 @@ TEST(Damage, AFlippedBitAnywhereEndsInADefinedMessage) {
   EXPECT_LT(unnoticed, 8) << "only the bits that fill up the last byte of the data stand for nothing";
 }
 
-// Overwrites, removes, repeats or cuts a part of the stream.
-TBytes Mutant(TBytes stream, std::mt19937& random) {
-  const auto below = [&random](std::size_t bound) { return static_cast<std::ptrdiff_t>(random() % bound); };
-  for (auto changes = 1 + below(3); changes > 0 && stream.size() > 16; --changes) {
-    const auto at = stream.begin() + below(stream.size());
-    const auto end = at + std::min(1 + below(200), stream.end() - at);
-    switch (random() % 6) {
-      case 0:
-        stream.erase(at, end);
-        break;
-      case 1: {
-        const TBytes part(at, end);
-        stream.insert(at, part.begin(), part.end());
-        break;
-      }
-      case 2:
-        stream.erase(at, stream.end());
-        break;
-      case 3:
-        for (auto byte = at; byte != end; ++byte) *byte = static_cast<std::uint8_t>(random());
-        break;
-      default:
-        *at = static_cast<std::uint8_t>(*at ^ 1U << random() % 8);
-    }
-  }
-  return stream;
-}
-
 TEST(Damage, BothWaysToInflateReadThousandsOfDamagedStreamsAlike) {
   // ReadStream compares. The large recording takes several reads of the file and several chunks.
   std::mt19937 random(7);

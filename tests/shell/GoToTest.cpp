@@ -17,6 +17,7 @@ TEST(TypedTime, ReadsTheProgramsDateFormatIsoAndTimesOfDay) {
   EXPECT_EQ(TypedTime(" 2024-05-31 06:00 ", from), 45443.25);
   EXPECT_EQ(TypedTime("2024-05-31T12:00:00", from), 45443.5);
   EXPECT_EQ(TypedTime("19:12:00", from), 45443.8);
+  EXPECT_EQ(TypedTime("1899-12-28 06:00", from), -2.25) << "the time of day has no sign";
   EXPECT_EQ(TypedTime("12:00", from), 45444.5) << "at noon it had not begun";
   EXPECT_NEAR(*TypedTime("18:00:00.250", from), from + 250 / kMsPerDay, 1e-9);
   SetShortDateFormat("mm-dd-yyyy");

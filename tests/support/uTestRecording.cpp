@@ -106,6 +106,33 @@ TBody& TBody::Text(std::string_view ansi) {
   return Append({reinterpret_cast<const std::uint8_t*>(ansi.data()), ansi.size()});
 }
 
+TBytes Mutant(TBytes bytes, std::mt19937& random) {
+  const auto below = [&random](std::size_t bound) { return static_cast<std::ptrdiff_t>(random() % bound); };
+  for (auto changes = 1 + below(3); changes > 0 && bytes.size() > 16; --changes) {
+    const auto at = bytes.begin() + below(bytes.size());
+    const auto end = at + std::min(1 + below(200), bytes.end() - at);
+    switch (random() % 6) {
+      case 0:
+        bytes.erase(at, end);
+        break;
+      case 1: {
+        const TBytes part(at, end);
+        bytes.insert(at, part.begin(), part.end());
+        break;
+      }
+      case 2:
+        bytes.erase(at, bytes.end());
+        break;
+      case 3:
+        for (auto byte = at; byte != end; ++byte) *byte = static_cast<std::uint8_t>(random());
+        break;
+      default:
+        *at = static_cast<std::uint8_t>(*at ^ 1U << random() % 8);
+    }
+  }
+  return bytes;
+}
+
 TTestRecording::TTestRecording() {
   Block(kFileHeaderBlock, TBody().Text("HALVORNIC").Put(std::uint16_t{1}).Put(std::uint16_t{0}).bytes);
 }

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <initializer_list>
+#include <random>
 #include <span>
 #include <string>
 #include <string_view>
@@ -34,6 +35,8 @@ TBytes BytesOfFile(const std::filesystem::path& path);
 void WriteFile(const std::filesystem::path& path, const TBytes& bytes);
 TBytes Deflated(const TBytes& content);
 TBytes Inflated(const TBytes& stream);
+// Overwrites, removes, repeats or cuts parts.
+TBytes Mutant(TBytes bytes, std::mt19937& random);
 
 // Readings that are marks, as singles to put into a record.
 inline const float kNone = std::bit_cast<float>(0xFFFFFFFFU);

@@ -9,6 +9,7 @@
 #include "analysis/uMissionFigures.h"
 #include "analysis/uRangeStatistics.h"
 #include "gui/charts/uChartPaint.h"
+#include "gui/charts/uPixels.h"
 #include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
 
@@ -181,21 +182,15 @@ void TEventsChart::PaintDots(QCPPainter& painter) {
   const QRect rect = Rect().rect();
   FDots.SetShapes(IsForPaper());
   FDots.Begin(rect, font(), bufferDevicePixelRatio());
-  // Both axes are linear. Calling coordToPixel for a million events would take longer than everything else.
-  const QCPRange times = TimeAxis().range();
-  const QCPRange values = ValueAxis().range();
-  const double left = TimeAxis().coordToPixel(times.lower);
-  const double foot = ValueAxis().coordToPixel(values.lower);
-  const double perTime = rect.width() / times.size();
-  const double perG = rect.height() / values.size();
+  const QCPRange range = TimeAxis().range();
+  const TPixels times(TimeAxis());
+  const TPixels values(ValueAxis());
   const auto key = [this](std::size_t i) { return FEvents.Time(i); };
   const std::size_t end =
-      FirstAtOrAfter(FEvents.Count(), key, std::nextafter(times.upper, std::numeric_limits<double>::infinity()));
-  for (std::size_t i = FirstAtOrAfter(FEvents.Count(), key, times.lower); i < end; ++i) {
+      FirstAtOrAfter(FEvents.Count(), key, std::nextafter(range.upper, std::numeric_limits<double>::infinity()));
+  for (std::size_t i = FirstAtOrAfter(FEvents.Count(), key, range.lower); i < end; ++i) {
     if (!FEvents.IsVisible(i) || !FShown[FEvents.Axis(i)]) continue;
-    const double g = FEvents.Peak(i);
-    FDots.Add(left + (FEvents.Time(i) - times.lower) * perTime, foot - (g - values.lower) * perG, i,
-              double{FEvents.Max(i)});
+    FDots.Add(times.At(FEvents.Time(i)), values.At(double{FEvents.Peak(i)}), i, double{FEvents.Max(i)});
   }
   std::vector<QColor> inks;
   for (const TSeries series : kAllSeries) inks.push_back(InkOf(series));

@@ -36,7 +36,6 @@ void TEventsInTime::Set(const TEventList& events) {
   }
   const auto finite = [](double time) { return std::isfinite(time); };
   if (!std::ranges::all_of(FTimes, finite) || !std::ranges::is_sorted(FTimes)) SortByTime();
-  Measure();
 }
 
 void TEventsInTime::SortByTime() {
@@ -59,14 +58,28 @@ void TEventsInTime::SortByTime() {
 bool TEventsInTime::SetVisible(std::vector<bool> visible) {
   if (visible == FVisible) return false;
   FVisible = std::move(visible);
-  Measure();
+  FIsMeasured = false;
   return true;
 }
 
-void TEventsInTime::Measure() {
-  for (std::size_t series = 0; series < FStems.size(); ++series) {
-    FStems[series].Set(FTimes.size(), [this, series](std::size_t place) { return Stem(place, series); });
+// All series in one walk.
+void TEventsInTime::Measure() const {
+  for (TExtents& stems : FStems) stems.Clear();
+  for (std::size_t begin = 0; begin < FTimes.size(); begin += TExtents::kBlock) {
+    const std::size_t end = std::min(begin + TExtents::kBlock, FTimes.size());
+    std::array<TExtent, kSeriesCount + 1> block;
+    for (std::size_t place = begin; place < end; ++place) {
+      const bool isVisible = IsVisible(place);
+      block[isVisible ? Place(TSeries::Total) : kHidden].Include(FMax[place]);
+      if (isVisible && FAxes[place] != kNoAxis) block[FAxes[place]].Include(FMaxSingle[place]);
+    }
+    for (std::size_t series = 0; series < FStems.size(); ++series) {
+      const bool isFinite = block[series].IsEmpty() || block[series].IsFinite();
+      const auto stem = [this, series](std::size_t place) { return Stem(place, series); };
+      FStems[series].Append(isFinite ? block[series] : FiniteExtent(begin, end, stem));
+    }
   }
+  FIsMeasured = true;
 }
 
 std::optional<std::size_t> TEventsInTime::PlaceOf(std::optional<std::size_t> index) const {
@@ -95,6 +108,7 @@ float TEventsInTime::Stem(std::size_t place, std::size_t series) const {
 }
 
 std::vector<std::size_t> TEventsInTime::StemsIn(const TColumns& columns, std::size_t series) const {
+  if (!FIsMeasured) Measure();
   return ColumnPeaks(
       FTimes.size(), [this](std::size_t i) { return FTimes[i]; },
       [this, series](std::size_t i) { return Stem(i, series); }, FStems[series], columns);

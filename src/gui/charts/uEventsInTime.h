@@ -52,7 +52,7 @@ class TEventsInTime {
 
  private:
   void SortByTime();
-  void Measure();
+  void Measure() const;
 
   std::vector<double> FTimes;
   std::vector<float> FMax, FMaxSingle;  // g
@@ -60,5 +60,7 @@ class TEventsInTime {
   std::vector<std::uint32_t> FIndexes;  // empty while every place is its index
   std::vector<bool> FVisible;           // by index; empty while all are
   float FMaxPeak = 0;
-  std::array<TExtents, kSeriesCount + 1> FStems;
+  // By series; measured when they are first asked for, because most changes of the filter meet a chart out of sight.
+  mutable std::array<TExtents, kSeriesCount + 1> FStems;
+  mutable bool FIsMeasured = false;
 };

@@ -10,6 +10,7 @@
 #include "base/uDateTime.h"
 #include "gui/charts/uChartPaint.h"
 #include "gui/charts/uInTimeOrder.h"
+#include "gui/charts/uPixels.h"
 #include "gui/common/uQtText.h"
 
 namespace {
@@ -138,13 +139,14 @@ std::optional<TReading> TTimeChart::NearestTo(const QPointF& position) const {
   const double time = MomentAt(position);
   std::optional<TReading> nearest;
   double minDistance = std::numeric_limits<double>::infinity();
+  const TPixels times(TimeAxis());
   for (const TCurve& curve : Curves()) {
-    const auto across = [&](std::size_t i) {
-      return std::fabs(TimeAxis().coordToPixel(curve.timeAt(i)) - position.x());
-    };
+    const TPixels values(curve.values);
+    const auto across = [&](std::size_t i) { return std::fabs(times.At(curve.timeAt(i)) - position.x()); };
     const auto distance = [&](std::size_t i) {
-      const QPointF away = PlaceOf(TimeAxis(), curve, i) - position;
-      return std::hypot(away.x(), away.y());
+      const double x = times.At(curve.timeAt(i)) - position.x();
+      const double y = values.At(curve.valueAt(i)) - position.y();
+      return std::sqrt(x * x + y * y);  // pixels do not overflow, and thousands are asked for at each move
     };
     const auto found = NearestOnScreen(curve.count, curve.nearest(time), across, distance);
     if (!found || distance(*found) >= minDistance) continue;

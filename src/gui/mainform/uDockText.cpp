@@ -239,7 +239,8 @@ class TScratchWindow : public QMainWindow {
     QList<TPanelWords> lines;
     for (const auto& [name, area] : kAreas) {
       QList<TGroup> groups = Groups();
-      groups.removeIf([&](const TGroup& group) { return dockWidgetArea(Panel(group.panels[0])) != area; });
+      groups.removeIf(
+          [this, other = area](const TGroup& group) { return dockWidgetArea(Panel(group.panels[0])) != other; });
       if (groups.isEmpty()) continue;
       const bool isRow = area == Qt::TopDockWidgetArea || area == Qt::BottomDockWidgetArea;
       const auto first = std::ranges::min(groups, {}, [](const TGroup& group) {

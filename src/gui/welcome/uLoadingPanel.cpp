@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <utility>
 
 #include "gui/common/uLabels.h"
 
@@ -62,6 +63,12 @@ TLoadingPanel::TLoadingPanel(QWidget* parent)
 }
 
 void TLoadingPanel::SetMessage(const QString& message) {
+  if (!std::exchange(FNextMessage, message))
+    QMetaObject::invokeMethod(this, &TLoadingPanel::ShowMessage, Qt::QueuedConnection);
+}
+
+void TLoadingPanel::ShowMessage() {
+  const QString message = std::exchange(FNextMessage, std::nullopt).value_or(FMessage->text());
   FMessage->setText(message);
   setAccessibleName(message);
   if (isVisible()) Centre();
@@ -134,7 +141,7 @@ bool TLoadingPanel::focusNextPrevChild(bool next) {
 void TLoadingPanel::showEvent(QShowEvent* event) {
   QFrame::showEvent(event);
   if (event->spontaneous()) return;
-  Centre();
+  ShowMessage();
   FVeil->raise();
   FVeil->show();
   raise();

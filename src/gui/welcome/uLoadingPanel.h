@@ -5,6 +5,8 @@
 
 #include <QFrame>
 #include <QPointer>
+#include <QString>
+#include <optional>
 
 class QLabel;
 class TElidedLabel;
@@ -18,6 +20,8 @@ class TLoadingPanel : public QFrame {
   // Hidden until show().
   explicit TLoadingPanel(QWidget* parent);
 
+  // Shown when the panel is shown, or the window next processes events: laying a text out takes long, and a load has
+  // thousands.
   void SetMessage(const QString& message);
   // The file or folder and how far it is; cut in the middle where it is too long, the whole in the tool tip.
   void SetDetail(const QString& detail);
@@ -41,11 +45,13 @@ class TLoadingPanel : public QFrame {
 
  private:
   [[nodiscard]] bool IsForOthers(const QObject& watched, const QEvent& event) const;
+  void ShowMessage();
   void Centre();
 
   QWidget* FVeil;  // the parent's, behind the panel
   int FSteps = 0;
   QLabel* FMessage;
+  std::optional<QString> FNextMessage;
   TElidedLabel* FDetail;
   QProgressBar* FProgress;
   QPushButton* FCancel;
