@@ -132,6 +132,7 @@ def main():
             write(folder / "stream", f"{stem}-{level}", zlib.compress(content[:HEADER_SIZE] + blocks, level))
     for number, text in enumerate([SETTINGS, RECENTS, REPORT, LIMITS, json.dumps(NOTES), REFERENCE, CURVE]):
         write(folder / "settings", str(number), bytes([number]) + text.encode())
+    write(folder / "settings", "before-1900", b"\2" + REPORT.replace("2026", "1013").encode())
     write(folder / "layout", "panels", LAYOUT.encode())
     write(folder / "kshock", "make", b"\0" + json.dumps(DESCRIPTION).encode() + b"\0" + RECORDS.encode())
     for number, line in enumerate(ARGUMENTS):
