@@ -28,7 +28,7 @@ int main(int argc, char** argv) try {
   program.version = "0";
   TKorvexMainForm form(program, [] { return TReadFileThread::kNoMemoryBound; });
   if (what == "layout") {
-    form.findChild<TLayouts*>()->Save(file);
+    form.findChild<TLayouts*>()->Save(file, "");
   } else {
     SaveFile(file, ChartFile(*form.findChild<TTimeChart*>(), "caption",
                              what == "svg" ? TPictureFormat::Svg : TPictureFormat::Png, 1));

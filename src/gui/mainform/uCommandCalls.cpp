@@ -1,5 +1,8 @@
 #include "gui/mainform/uCommandCalls.h"
 
+#include <QCursor>
+#include <QMenu>
+
 #include "gui/filter/uFilterPanel.h"
 #include "gui/mainform/uGoToDialog.h"
 #include "gui/mainform/uKeysDialog.h"
@@ -8,6 +11,14 @@
 #include "shell/uNavigatorCommands.h"
 #include "shell/uPinCommands.h"
 #include "shell/uReferenceCommands.h"
+
+namespace {
+
+void OpenMenu(command::TTargets on, const char* name) {
+  on.form.findChild<QMenu*>(name)->popup(QCursor::pos());
+}
+
+}  // namespace
 
 namespace command {
 
@@ -68,6 +79,22 @@ void SwitchFullScreen(TTargets on, bool /*checked*/) {
 
 void ListKeys(TTargets on, bool /*checked*/) {
   ShowKeys(on.form);
+}
+
+void actExportShockGridToCSVExecute(TTargets on, bool /*checked*/) {
+  OpenMenu(on, "mnuExportShocks");
+}
+
+void actExportFilteredShockGridToCSVExecute(TTargets on, bool /*checked*/) {
+  OpenMenu(on, "mnuExportShocks");
+}
+
+void actExportSensorsGridToCSVExecute(TTargets on, bool /*checked*/) {
+  OpenMenu(on, "mnuExportSensors");
+}
+
+void actExportBatteryGridToCSVExecute(TTargets on, bool /*checked*/) {
+  OpenMenu(on, "mnuExportBattery");
 }
 
 TTimeChart& ShownEventsChart(TTargets on) {

@@ -2,8 +2,6 @@
 // of a member of the window, of a sequence, or of the charts.
 #pragma once
 
-#include <QCursor>
-#include <QMenu>
 #include <type_traits>
 
 #include "gui/charts/uChartGestures.h"
@@ -72,13 +70,11 @@ void On(TTargets on, bool /*checked*/) {
   Call(on, Arguments...);
 }
 
-inline constexpr char kShocksMenu[] = "mnuExportShocks";
-inline constexpr char kSensorsMenu[] = "mnuExportSensors";
-inline constexpr char kBatteryMenu[] = "mnuExportBattery";
-template <const char* Menu>
-void OpenMenu(TTargets on, bool /*checked*/) {
-  on.form.findChild<QMenu*>(Menu)->popup(QCursor::pos());
-}
+// Each opens the menu of exports of its table at the mouse; the two tables of events share one.
+void actExportShockGridToCSVExecute(TTargets on, bool checked);
+void actExportFilteredShockGridToCSVExecute(TTargets on, bool checked);
+void actExportSensorsGridToCSVExecute(TTargets on, bool checked);
+void actExportBatteryGridToCSVExecute(TTargets on, bool checked);
 
 // Of a chart or of its marks.
 template <auto Set>
