@@ -92,7 +92,8 @@ TEST(ShockResponse, TheEnvelopeCountsDoubtsAndDoesNotDependOnTheNumberOfThreads)
 
 TEST(ShockResponse, AsksForFrequenciesThatTheSamplesAllow) {
   const TShockResponse none = Calc({TShape()}, 1, {500, 900});
-  EXPECT_EQ(none.reason, "0: No frequency lies below 400 Hz, a quarter of the sampling rate.");
+  EXPECT_EQ(none.reason,
+            "0: None of the frequencies lies between a millionth and a quarter of the sampling rate of 1600 Hz.");
   const TShockResponse some = Calc({TShape()}, 1, {160, 320, 640});
   std::vector<TResponseRange> ranges;
   for (const TResponseLine& line : some.lines) ranges.push_back(line.range);

@@ -19,7 +19,7 @@ using testing::HasSubstr;
 
 namespace {
 
-const QColor kPink(0xFF1493U);
+const QColor kPink(0xC71585U);  // a white number can be read on it
 
 // Pixels of exactly this colour, what smoothing mixes left out.
 int Count(TTimeChart& chart, const QColor& colour, const QRect& within = QRect(0, 0, 800, 300)) {
