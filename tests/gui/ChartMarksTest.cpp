@@ -205,7 +205,8 @@ TEST(EventsChartMarks, AbsorbedPointsBecomeOneAtTheHighest) {
   chart.SetColour(TSeries::X, kPink);
   Show(chart);
   const QPoint group = PointAt(chart, At(10 * kMinute), 40.6);
-  const int absorbed = Count(chart, kPink, Around(group, 12));
+  const QColor filled(StandOut(kPink.rgb() & 0xFFFFFF, 0xFFFFFF, kTextContrast));  // under a white number
+  const int absorbed = Count(chart, filled, Around(group, 12));
   QSignalSpy clicked(&chart, &TEventsChart::EventClicked);
   Click(chart, group + QPoint(5, 0));
   chart.SetPointAbsorption(false);

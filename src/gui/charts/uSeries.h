@@ -49,8 +49,6 @@ inline float ValueOf(const TEventValue& sample, TSeries series) {
 // 0xRRGGBB on light ground, by TSeries; InkOn makes them readable on dark.
 using TSeriesColours = std::array<std::uint32_t, kSeriesCount>;
 
-inline const QColor kAlarmColour(0xC24A00U);
-
 // Masks of MaskFloat for cursor texts and the value table.
 struct TValueMasks {
   std::string time = "0.####";  // ms
