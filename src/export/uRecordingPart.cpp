@@ -32,9 +32,11 @@ bool Lies(const TTimeSpan& span, double startTime, double ms) {
 
 std::string TitleOf(const TPartSource& source, const TTimeSpan& span) {
   const std::string mask = fmt::format("{} hh:nn:ss", kDefaultDateFormat);
-  const std::string title =
-      fmt::format("{} (cut from {}{}: {} to {})", source.mission.sTitle, source.isDamaged ? "the damaged " : "",
-                  Printable(source.name), FormatDateTime(mask, span.start), FormatDateTime(mask, span.end));
+  std::string title = source.mission.sTitle;
+  title.erase(title.find_last_not_of(' ') + 1);  // one of no bytes reads as a blank
+  if (!title.empty()) title += ' ';
+  title += fmt::format("(cut from {}{}: {} to {})", source.isDamaged ? "the damaged " : "", Printable(source.name),
+                       FormatDateTime(mask, span.start), FormatDateTime(mask, span.end));
   return Windows1252ToUtf8(Utf8ToWindows1252(title));  // a character that no recording can hold becomes "?"
 }
 

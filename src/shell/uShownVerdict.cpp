@@ -265,7 +265,8 @@ std::string VerdictSentence(const TVerdict& verdict, const TDisplaySettings& set
   const bool saidAll = verdict.clipped.size() == 1 && verdict.peak->clipped;
   if (!saidAll) AppendClause(sentence, ClippedText(verdict));
   AppendClause(sentence, verdict.above ? SensorsClause(verdict, settings) : ExtremesClause(verdict, settings));
-  if (verdict.damaged) AppendClause(sentence, "the recording is damaged, and only what could be read is judged");
+  if (verdict.damaged)
+    AppendClause(sentence, "the recording was not read whole, and only what could be read is judged");
   return sentence;
 }
 

@@ -182,7 +182,7 @@ TEST_F(KshockCommands, InfoJudgesByAProfileWithoutAnotherStatus) {
               HasSubstr("failed the limits \"Glass\": 2 of 3 events above 8 g (at most 1 allowed); temperature "
                         "above 21.5 °C for 1 min (at most 59.999 s allowed)\n"));
   EXPECT_THAT(failed.out, HasSubstr("failed the limits \"Glass\" in what could be read: 2 of 3"));
-  EXPECT_THAT(failed.out, HasSubstr("the recording is damaged, and only what could be read is judged\n"));
+  EXPECT_THAT(failed.out, HasSubstr("the recording was not read whole, and only what could be read is judged\n"));
   EXPECT_EQ(Kshock({"info", file, "--limits", profile("1 event", "1 min")}).status, 0) << "failing is no error";
   const std::string settings = SaveText("settings.ini", "[Alarm]\nLoad Acc. from File=1\nAcc. Max=8\nTemp. Max=40\n");
   const TRun byTrigger = Kshock({"info", file, "--limits", settings});

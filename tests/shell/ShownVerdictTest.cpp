@@ -60,8 +60,8 @@ TEST(VerdictSentence, SaysWhatHappenedInOneSentence) {
       VerdictSentence(verdict, settings),
       "none of 300 events outside 2 … 25.25 g; the highest peak, event 171, reached 19.76 g (16 g on Y-pos, clipped: "
       "the true peak is higher) on 2026-03-04 13:25; 2 of 300 events clipped: their true peaks are higher; "
-      "Strain Left above 0.5 on 2026-03-04 13:25, 1 more sensor out of default limits; the recording is damaged, "
-      "and only what could be read is judged");
+      "Strain Left above 0.5 on 2026-03-04 13:25, 1 more sensor out of default limits; the recording was not read "
+      "whole, and only what could be read is judged");
 }
 
 TEST(VerdictSentence, DefaultLimitsNeitherLeadNorCountAsChosen) {
@@ -203,7 +203,7 @@ TEST(VerdictOf, TheShownMissionTakesItsDamageAndItsAlarm) {
             "all events exceed the trigger level of 2 g; set limits to judge; the highest peak, event 0, reached 20 g "
             "(20 g on "
             "X-pos) on 2023-07-16 06:00; 2 of 3 events clipped: their true peaks are higher; no sensor out of limits; "
-            "the recording is damaged, and only what could be read is judged");
+            "the recording was not read whole, and only what could be read is judged");
 }
 
 class VerdictCells : public testing::Test {
