@@ -99,8 +99,8 @@ TEST_F(MainForm, OpensByArgumentDialogAndDrop) {
   EXPECT_THAT(FDialogs, IsEmpty());
 
   Press("Ctrl+O");
-  EXPECT_THAT(FDialogs,
-              ElementsAre("dlgOpen|Open a recording|" + FProgram.dataFolder + "|Korvex ShockScope File (*.kshock)|"));
+  EXPECT_THAT(FDialogs, ElementsAre("dlgOpen|Open a recording|" + FFolder.Path().generic_string() +
+                                    "|Korvex ShockScope File (*.kshock)|"));
   ExpectShown(FThree);  // cancelled
   Find<QComboBox>("cmbSettingsDefFileFilter")->setCurrentIndex(1);
   FTyped = second;
@@ -376,7 +376,7 @@ TEST_F(MainForm, TheWelcomePanelOffersManualAndDemoWhereThereAreFiles) {
   QTest::mouseClick(Find("btnWellcomeDemo"), Qt::LeftButton);
   Settle();
   ExpectShown(demo);
-  EXPECT_THAT(FDialogs, ElementsAre(HasSubstr("|" + (FFolder / "data").string() + "|")));
+  EXPECT_THAT(FDialogs, ElementsAre(HasSubstr("|" + (FFolder / "data").generic_string() + "|")));
 }
 
 TEST_F(MainForm, SavesAViewAsPdfWhereItIsTold) {
