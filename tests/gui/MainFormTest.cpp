@@ -18,6 +18,7 @@
 #include <QTextEdit>
 #include <QTimer>
 #include <QToolButton>
+#include <fstream>
 #include <stdexcept>
 
 #include "gui/common/uGuard.h"
@@ -310,6 +311,7 @@ TEST_F(MainForm, TheBackstageGivesWayToWhatIsOpened) {
 }
 
 TEST_F(MainForm, NoTextOfAFileIsMarkup) {
+  if (!std::ofstream(FFolder / "<b>")) GTEST_SKIP() << "no file may have such a name";
   const QString odd = Save("<b>odd.kshock", ThreeEvents());
   Start(odd);
   ExpectShown(odd);
