@@ -82,7 +82,8 @@ void TFileFlow::AskAndOpen(std::string folder) {
 }
 
 void TFileFlow::Open(const std::string& fileName) {
-  if (!Busy()) Start(fileName, std::nullopt);
+  // Dialogs and drops may give other separators than the system's.
+  if (!Busy()) Start(Utf8FromPath(PathFromUtf8(fileName)), std::nullopt);
 }
 
 void TFileFlow::Reload() {

@@ -148,7 +148,7 @@ TEST_F(Exports, ATableIsExportedFromItsMenuAndTheGridHasTheFocusAgain) {
   ASSERT_NE(OpenMenu(), nullptr);
   for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Return}) QTest::keyClick(OpenMenu(), key);
   Settle();
-  EXPECT_EQ(FDialogs.back(), "dlgSave|Save the Filtered Shocks Grid to CSV file|" + FProgram.dataFolder +
+  EXPECT_EQ(FDialogs.back(), "dlgSave|Save the Filtered Shocks Grid to CSV file|" + FFolder.Path().generic_string() +
                                  "|CSV file (*.csv)|Shocks Mission-165-00007.csv");
   EXPECT_THAT(Written(), ElementsAre("table.csv"));
   EXPECT_THAT(Seen({"dbgShocks", "dbgFilteredShocks"}), ElementsAre("dbgShocks")) << "the other is behind its tab";
@@ -175,7 +175,8 @@ TEST_F(Exports, ATableIsExportedFromItsMenuAndTheGridHasTheFocusAgain) {
   EXPECT_THAT(FBoxes, ElementsAre("msgInformation|Excel sheet created|"));
   EXPECT_THAT(Seen(kFront), ElementsAre("MainOverviewPanel"));
   EXPECT_THAT(Written(), ElementsAre("battery 1.5.xlsx", "table.csv"));
-  EXPECT_THAT(FDialogs.back(), HasSubstr("|" + FTo.string() + "|XLSX file (*.xlsx)|Battery Mission-165-00007.xlsx"));
+  EXPECT_THAT(FDialogs.back(),
+              HasSubstr("|" + FTo.generic_string() + "|XLSX file (*.xlsx)|Battery Mission-165-00007.xlsx"));
 }
 
 TEST_F(Exports, ChartImagesAreAsOnTheScreenButOnWhite) {

@@ -118,7 +118,7 @@ TEST_F(Keys, F1OpensTheDocumentThatBelongsToWhatIsInFront) {
   };
   Start();
   EXPECT_EQ(opened(""), "");
-  EXPECT_THAT(Find<QLabel>("lblNotice")->text().toStdString(), testing::HasSubstr("doc_shock/1-Quick-Start.pdf"));
+  EXPECT_THAT(Find<QLabel>("lblNotice")->text().toStdString(), testing::HasSubstr("1-Quick-Start.pdf"));
   std::filesystem::create_directories(FFolder / "doc_shock");
   for (const char* name :
        {"1-Quick-Start", "2-Charts-and-Navigator", "3-Metrics-and-Formulas", "4-Exports-and-Report"}) {

@@ -18,6 +18,7 @@
 #include <QTextEdit>
 #include <QTimer>
 #include <QToolButton>
+#include <fstream>
 #include <stdexcept>
 
 #include "gui/common/uGuard.h"
@@ -99,8 +100,8 @@ TEST_F(MainForm, OpensByArgumentDialogAndDrop) {
   EXPECT_THAT(FDialogs, IsEmpty());
 
   Press("Ctrl+O");
-  EXPECT_THAT(FDialogs,
-              ElementsAre("dlgOpen|Open a recording|" + FProgram.dataFolder + "|Korvex ShockScope File (*.kshock)|"));
+  EXPECT_THAT(FDialogs, ElementsAre("dlgOpen|Open a recording|" + FFolder.Path().generic_string() +
+                                    "|Korvex ShockScope File (*.kshock)|"));
   ExpectShown(FThree);  // cancelled
   Find<QComboBox>("cmbSettingsDefFileFilter")->setCurrentIndex(1);
   FTyped = second;
@@ -310,6 +311,7 @@ TEST_F(MainForm, TheBackstageGivesWayToWhatIsOpened) {
 }
 
 TEST_F(MainForm, NoTextOfAFileIsMarkup) {
+  if (!std::ofstream(FFolder / "<b>")) GTEST_SKIP() << "no file may have such a name";
   const QString odd = Save("<b>odd.kshock", ThreeEvents());
   Start(odd);
   ExpectShown(odd);
@@ -376,7 +378,7 @@ TEST_F(MainForm, TheWelcomePanelOffersManualAndDemoWhereThereAreFiles) {
   QTest::mouseClick(Find("btnWellcomeDemo"), Qt::LeftButton);
   Settle();
   ExpectShown(demo);
-  EXPECT_THAT(FDialogs, ElementsAre(HasSubstr("|" + (FFolder / "data").string() + "|")));
+  EXPECT_THAT(FDialogs, ElementsAre(HasSubstr("|" + (FFolder / "data").generic_string() + "|")));
 }
 
 TEST_F(MainForm, SavesAViewAsPdfWhereItIsTold) {
