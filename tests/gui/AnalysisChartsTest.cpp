@@ -67,7 +67,7 @@ TEST(CountChart, NamesStandBelowEachOtherTheFirstOnTop) {
   chart.SetBars(many, "Direction");
   Settle();
   EXPECT_THAT(SaidAt(chart, {middle, RectOf(chart).rect().top() + 4}), HasSubstr("X-pos Y-neg Z-pos: 5 events"));
-  EXPECT_THAT(SaidAt(chart, {middle, RectOf(chart).rect().bottom() - 4}), testing::ContainsRegex("\\d\\d others: "));
+  EXPECT_THAT(SaidAt(chart, {middle, RectOf(chart).rect().bottom() - 4}), HasSubstr(" others: "));
   EXPECT_EQ(chart.Table().RowCount(), 60U);
   chart.resize(800, 2000);
   Settle();
