@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
 """Writes seeds for the fuzz targets, a folder for each: the first blocks of real recordings, inflated and as files, and
 small examples of each other kind of file. Usage: make_seeds.py FOLDER RECORDING..."""
+import argparse
 import json
 import pathlib
 import struct
-import sys
 import zlib
 
 HEADER_SIZE = 19
@@ -121,10 +121,14 @@ def write(folder, name, data):
 
 
 def main():
-    folder = pathlib.Path(sys.argv[1])
-    for name in sys.argv[2:]:
-        content = zlib.decompress(pathlib.Path(name).read_bytes())
-        blocks, stem = first_blocks(content), pathlib.Path(name).stem
+    arguments = argparse.ArgumentParser(description="Writes a folder of seeds for each fuzz target.")
+    arguments.add_argument("folder", type=pathlib.Path)
+    arguments.add_argument("recordings", nargs="+", type=pathlib.Path)
+    arguments = arguments.parse_args()
+    folder = arguments.folder
+    for name in arguments.recordings:
+        content = zlib.decompress(name.read_bytes())
+        blocks, stem = first_blocks(content), name.stem
         write(folder / "recording", stem, b"\0" + blocks)
         write(folder / "recording", f"{stem}-own-header", b"\1" + content[:HEADER_SIZE] + blocks)
         write(folder / "recording", f"{stem}-cut", b"\2" + blocks)
