@@ -1,7 +1,6 @@
 #include "analysis/uDamageBoundary.h"
 
 #include <cmath>
-#include <cstddef>
 #include <limits>
 #include <numbers>
 
@@ -30,12 +29,4 @@ bool IsDamaging(const TDamagePoint& point, const TFragility& limits) {
 
 bool IsBeyondBoth(const TDamagePoint& point, const TFragility& limits) {
   return IsUsable(limits) && point.velocityChange > limits.velocityChange && point.peak > limits.acceleration;
-}
-
-std::vector<std::size_t> DamagingPoints(std::span<const TDamagePoint> points, const TFragility& limits) {
-  std::vector<std::size_t> damaging;
-  for (std::size_t i = 0; i < points.size(); ++i) {
-    if (IsDamaging(points[i], limits)) damaging.push_back(i);
-  }
-  return damaging;
 }

@@ -2,9 +2,6 @@
 // an undamped product under a rectangular pulse, and holds for one axis. Pure functions; any thread.
 #pragma once
 
-#include <span>
-#include <vector>
-
 // What the product withstands; judged only where both are above 0 and finite.
 struct TFragility {
   double velocityChange;  // ΔVc, m/s
@@ -30,6 +27,3 @@ bool IsUsable(const TFragility& limits);
 bool IsDamaging(const TDamagePoint& point, const TFragility& limits);
 // Beyond the conservative rectangle: above both limits.
 bool IsBeyondBoth(const TDamagePoint& point, const TFragility& limits);
-
-// The indexes of the points beyond the curve.
-std::vector<std::size_t> DamagingPoints(std::span<const TDamagePoint> points, const TFragility& limits);

@@ -2,7 +2,6 @@
 // that was thrown or that tumbled it is an equivalent height. Pure functions; any thread.
 #pragma once
 
-#include <span>
 #include <string>
 
 #include "analysis/uPulse.h"

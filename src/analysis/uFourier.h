@@ -5,7 +5,6 @@
 #include <array>
 #include <cstddef>
 #include <functional>
-#include <span>
 #include <string_view>
 #include <utility>
 #include <vector>

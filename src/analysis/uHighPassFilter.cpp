@@ -1,7 +1,6 @@
 #include "analysis/uHighPassFilter.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <limits>
 

@@ -3,42 +3,20 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
-#include <fstream>
-#include <iterator>
 #include <stdexcept>
-#include <string>
-#include <system_error>
 #include <utility>
 
-namespace fs = std::filesystem;
+#include "base/uFiles.h"
+#include "base/uText.h"
 
 namespace {
 
-constexpr std::uintmax_t kMaxBytes = 1'000'000;
-
-// Without blanks, quotes and line ends around it.
-std::string_view Trimmed(std::string_view text) {
-  constexpr std::string_view kAround = " \t\r\"";
-  const std::size_t begin = text.find_first_not_of(kAround);
-  return begin == std::string_view::npos ? "" : text.substr(begin, text.find_last_not_of(kAround) - begin + 1);
-}
-
-// What is before `mark`, which is taken off the text with it.
-std::string_view TakeUntil(char mark, std::string_view& text) {
-  const std::size_t end = std::min(text.find(mark), text.size());
-  const std::string_view taken = text.substr(0, end);
-  text.remove_prefix(std::min(end + 1, text.size()));
-  return taken;
-}
+constexpr std::string_view kAround = " \t\r\"";  // a line or a field
 
 std::optional<double> NumberAbove0(std::string_view text) {
-  double value = 0;
-  const char* const end = text.data() + text.size();
-  const auto [rest, error] = std::from_chars(text.data(), end, value);
-  if (error != std::errc() || rest != end || !std::isfinite(value) || !(value > 0)) return std::nullopt;
-  return value;
+  const auto value = NumberIn<double>(Trimmed(text, kAround));
+  return value && std::isfinite(*value) && *value > 0 ? value : std::nullopt;
 }
 
 }  // namespace
@@ -49,13 +27,13 @@ TLimitCurve ParseLimitCurve(std::string_view text) {
   TLimitCurve limit;
   bool mayBeTitles = true;
   for (int number = 1; !text.empty(); ++number) {
-    std::string_view line = Trimmed(TakeUntil('\n', text));
+    std::string_view line = Trimmed(TakeUntil(text, "\n"), kAround);
     if (line.empty() || line[0] == '#') continue;
-    const auto hertz = NumberAbove0(Trimmed(TakeUntil(',', line)));
-    const auto g = NumberAbove0(Trimmed(TakeUntil(',', line)));
+    const auto hertz = NumberAbove0(TakeUntil(line, ","));
+    const auto g = NumberAbove0(TakeUntil(line, ","));
     const bool areTitles = std::exchange(mayBeTitles, false) && !hertz && !g;
     if (areTitles) continue;
-    if (!hertz || !g || !Trimmed(line).empty()) {
+    if (!hertz || !g || !Trimmed(line, kAround).empty()) {
       throw std::runtime_error(
           fmt::format("Line {} is no frequency and acceleration above 0, such as \"100,50\".", number));
     }
@@ -68,13 +46,8 @@ TLimitCurve ParseLimitCurve(std::string_view text) {
   return limit;
 }
 
-TLimitCurve ReadLimitCurve(const fs::path& path) {
-  if (!fs::is_regular_file(path)) throw std::runtime_error("The file is no file.");
-  if (fs::file_size(path) > kMaxBytes) throw std::runtime_error("The file is larger than 1 MB.");
-  std::ifstream file(path, std::ios::binary);
-  const std::string text{std::istreambuf_iterator<char>(file), {}};
-  if (!file) throw std::runtime_error("The file cannot be read.");
-  return ParseLimitCurve(text);
+TLimitCurve ReadLimitCurve(const std::filesystem::path& path) {
+  return ParseLimitCurve(ReadSmallFile(path));
 }
 
 std::optional<double> LimitAt(const TLimitCurve& limit, double hertz) {

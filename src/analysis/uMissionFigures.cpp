@@ -23,10 +23,6 @@ std::string SensorText(const TSensorSummary& sensor, const TQuantityRow* known, 
                      MaskFloat(mask, *sensor.maximum), sensor.unit.empty() ? "" : " ", sensor.unit);
 }
 
-std::string Counted(std::size_t count, std::string_view what) {
-  return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
-}
-
 }  // namespace
 
 std::string WhyNoEvents(const TAxesPresent& axes) {

@@ -3,9 +3,7 @@
 
 #include <array>
 #include <cstddef>
-#include <limits>
 #include <memory>
-#include <span>
 #include <string>
 #include <string_view>
 #include <utility>

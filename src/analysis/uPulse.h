@@ -2,7 +2,6 @@
 // thread.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <span>
 #include <string>

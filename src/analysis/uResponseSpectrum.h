@@ -7,7 +7,6 @@
 #pragma once
 
 #include <array>
-#include <cstddef>
 #include <span>
 #include <stop_token>
 #include <string_view>

@@ -7,7 +7,6 @@
 #include <cstddef>
 #include <limits>
 #include <span>
-#include <utility>
 #include <vector>
 
 #include "base/uTimeSpan.h"

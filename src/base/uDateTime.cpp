@@ -130,6 +130,11 @@ std::optional<double> ParseDuration(std::string_view text) {
   return std::round(ms);
 }
 
+double UtcNow() {
+  const std::chrono::duration<double> now = std::chrono::system_clock::now().time_since_epoch();
+  return kDaysTo1970 + now.count() / 86400;
+}
+
 std::string FormatDateTime(std::string_view mask, double dateTime) {
   // The time of day has no sign, so it is rounded apart from the date; 24:00 is the next date, also before the epoch.
   const double whole = std::trunc(dateTime);

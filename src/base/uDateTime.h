@@ -8,6 +8,7 @@
 #include <string_view>
 
 inline constexpr double kMsPerDay = 86400000.0;
+inline constexpr double kDaysTo1970 = 25569;
 
 // A mission's start for an axis: 0 when it is not finite or beyond ±1e9 days.
 inline double DrawableStart(double startTime) {
@@ -42,6 +43,9 @@ std::string ExactDuration(double ms);
 // The whole ms of a text such as "2 h", "1.5h" or "1 d 30 min 5 s". Nothing when it is no such text, or longer than
 // 36,500 days.
 std::optional<double> ParseDuration(std::string_view text);
+
+// The present time in UTC.
+double UtcNow();
 
 // A date-time in a mask of yyyy yy mm m dd d (date) and hh h nn n ss s zzz z (time of day; z is milliseconds without
 // leading zeros). Any other character is copied. The time of day is first rounded to whole milliseconds, and 24:00 is

@@ -2,7 +2,10 @@
 
 #include <fmt/format.h>
 
+#include <fstream>
+#include <iterator>
 #include <new>
+#include <stdexcept>
 
 namespace fs = std::filesystem;
 
@@ -20,11 +23,25 @@ bool IsSameFile(const fs::path& path, const fs::path& other) noexcept {
   return fs::equivalent(path, other, unknown);
 }
 
+bool IsThere(const fs::path& path) noexcept {
+  std::error_code unknown;
+  return fs::exists(fs::symlink_status(path, unknown));
+}
+
+std::string ReadSmallFile(const fs::path& path) {
+  if (!fs::is_regular_file(path)) throw std::runtime_error("The file is no file.");
+  if (fs::file_size(path) > kMaxSmallFile) throw std::runtime_error("The file is larger than 1 MB.");
+  std::ifstream file(path, std::ios::binary);
+  std::string text{std::istreambuf_iterator<char>(file), {}};
+  if (!file || text.size() > kMaxSmallFile) throw std::runtime_error("The file cannot be read.");
+  return text;
+}
+
 fs::path KeepAside(const fs::path& path) {
-  if (!fs::exists(fs::symlink_status(path))) return path;
+  if (!IsThere(path)) return path;
   fs::path other = path;
   other.replace_filename(path.stem().concat("-kept").concat(path.extension().native()));
-  for (int number = 2; fs::exists(fs::symlink_status(other)); ++number) {
+  for (int number = 2; IsThere(other); ++number) {
     other.replace_filename(path.stem().concat(fmt::format("-kept-{}", number)).concat(path.extension().native()));
   }
   fs::rename(path, other);

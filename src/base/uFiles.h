@@ -1,6 +1,7 @@
 // Paths and files. Text inside the program is UTF-8, also a path that is given as text.
 #pragma once
 
+#include <cstdint>
 #include <exception>
 #include <filesystem>
 #include <string>
@@ -13,6 +14,14 @@ std::string Utf8FromPath(std::filesystem::path path);
 
 // True when both paths lead to one file that exists.
 bool IsSameFile(const std::filesystem::path& path, const std::filesystem::path& other) noexcept;
+
+// Something stands at the path, if only a broken link.
+bool IsThere(const std::filesystem::path& path) noexcept;
+
+// The content of a file that people write. Throws std::runtime_error when it is no regular file, larger than
+// kMaxSmallFile, or cannot be read.
+inline constexpr std::uintmax_t kMaxSmallFile = 1'000'000;  // bytes
+std::string ReadSmallFile(const std::filesystem::path& path);
 
 // Renames the file at `path` to the first free name of "a-kept.ini", "a-kept-2.ini" … and returns the new path. Returns
 // `path` when nothing is there. Throws std::filesystem::filesystem_error.

@@ -4,9 +4,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
-#include <fstream>
 #include <new>
 #include <set>
 #include <sstream>
@@ -14,6 +12,7 @@
 #include <string_view>
 #include <utility>
 
+#include "base/uFiles.h"
 #include "base/uText.h"
 
 namespace fs = std::filesystem;
@@ -23,32 +22,20 @@ namespace {
 template <class T>
 std::optional<T> Parse(const std::optional<std::string>& text) {
   if (!text) return std::nullopt;
-  T value{};
-  // A sign that people write and from_chars does not know.
+  // A sign that people write and NumberIn does not know.
   const bool hasPlus = text->starts_with('+') && !text->starts_with("+-");
-  const char* begin = text->data() + (hasPlus ? 1 : 0);
-  const char* end = text->data() + text->size();
-  const auto [rest, error] = std::from_chars(begin, end, value);
-  if (error != std::errc() || rest != end) return std::nullopt;
-  return value;
+  return NumberIn<T>(std::string_view(*text).substr(hasPlus ? 1 : 0));
 }
 
 bool IsBlankOrQuote(char c) {
   return c == ' ' || c == '\t' || c == '"';
 }
 
-std::string_view Trimmed(std::string_view text) {
-  const std::size_t begin = text.find_first_not_of(" \t\r");
-  return begin == std::string_view::npos ? "" : text.substr(begin, text.find_last_not_of(" \t\r") - begin + 1);
-}
+constexpr std::string_view kAround = " \t\r";  // a line, a name
 
 // The text of a file, as UTF-8.
 std::string ReadText(const fs::path& path) {
-  if (!fs::is_regular_file(path)) throw std::runtime_error("The file is no file.");
-  if (fs::file_size(path) > TIniFile::kMaxBytes) throw std::runtime_error("The file is larger than 1 MB.");
-  std::ifstream file(path, std::ios::binary);
-  std::string text{std::istreambuf_iterator<char>(file), {}};
-  if (!file || text.size() > TIniFile::kMaxBytes) throw std::runtime_error("The file cannot be read.");
+  std::string text = ReadSmallFile(path);
   if (text.find('\0') != std::string::npos) throw std::runtime_error("The file makes no sense.");
   return IsUtf8(text) ? text : Windows1252ToUtf8(text);
 }
@@ -61,17 +48,17 @@ void CheckLines(std::string_view text) {
   std::istringstream lines{std::string(text)};
   std::string whole;
   for (int number = 1; std::getline(lines, whole); ++number) {
-    const std::string_view line = Trimmed(whole);
+    const std::string_view line = Trimmed(whole, kAround);
     if (line.size() > TIniFile::kMaxStrictLine) {
       throw std::runtime_error(fmt::format("Line {} is longer than {} bytes.", number, TIniFile::kMaxStrictLine));
     }
     if (line.empty() || line[0] == ';' || line[0] == '#') continue;
     if (line.size() > 2 && line.front() == '[' && line.find(']') == line.size() - 1) {
-      section = AsciiLower(Trimmed(line.substr(1, line.size() - 2)));
+      section = AsciiLower(Trimmed(line.substr(1, line.size() - 2), kAround));
       continue;
     }
     const std::size_t equals = line.find('=');
-    const std::string_view key = Trimmed(line.substr(0, equals));
+    const std::string_view key = Trimmed(line.substr(0, equals), kAround);
     if (equals == std::string_view::npos || key.empty() || key[0] == '[' || line.find('\r') != std::string_view::npos) {
       throw std::runtime_error(fmt::format("Line {} is neither a section nor \"key = value\".", number));
     }
@@ -105,6 +92,9 @@ TIniFile TIniFile::Load(const fs::path& path) {
 }
 
 TIniFile TIniFile::LoadStrict(const fs::path& path) {
+  if (!fs::exists(path)) {
+    throw fs::filesystem_error("", path, std::make_error_code(std::errc::no_such_file_or_directory));
+  }
   const std::string text = ReadText(path);
   CheckLines(text);
   return Parsed(text);
@@ -181,8 +171,4 @@ void TIniFile::WriteInteger(const std::string& section, const std::string& key, 
 
 void TIniFile::WriteFloat(const std::string& section, const std::string& key, double value) {
   WriteString(section, key, fmt::format("{}", value));
-}
-
-void TIniFile::EraseSection(const std::string& section) {
-  FContent->Delete(section.c_str(), nullptr);
 }

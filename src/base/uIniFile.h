@@ -3,30 +3,27 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 class TIniFile {
  public:
-  static constexpr std::uintmax_t kMaxBytes = 1'000'000;  // bytes of a file that is read
-  static constexpr std::size_t kMaxStrictLine = 4'000;    // bytes of a line that is read strictly
+  static constexpr std::size_t kMaxStrictLine = 4'000;  // bytes of a line that is read strictly
 
   TIniFile();
   ~TIniFile();
   TIniFile(TIniFile&&) noexcept;
   TIniFile& operator=(TIniFile&&) noexcept;
 
-  // Throws std::runtime_error when the path is no regular file, cannot be read, is larger than kMaxBytes or holds a NUL
-  // (as UTF-16 does). Lines that cannot be parsed are skipped.
+  // Throws as ReadSmallFile, and std::runtime_error when the file holds a NUL (as UTF-16 does). Lines that cannot be
+  // parsed are skipped.
   static TIniFile Load(const std::filesystem::path& path);
   // The same for a file that people write and that must mean what it says. Throws also, with the number of the line,
   // when a line is longer than kMaxStrictLine or is no section, key = value, comment or blank one, and when a key has
-  // no section or stands twice in its own.
+  // no section or stands twice in its own; std::filesystem::filesystem_error when there is no file.
   static TIniFile LoadStrict(const std::filesystem::path& path);
   // The content to write to a file.
   [[nodiscard]] std::string Text() const;
@@ -51,7 +48,6 @@ class TIniFile {
   void WriteBool(const std::string& section, const std::string& key, bool value);
   void WriteInteger(const std::string& section, const std::string& key, int value);
   void WriteFloat(const std::string& section, const std::string& key, double value);
-  void EraseSection(const std::string& section);
 
  private:
   class TContent;

@@ -278,7 +278,27 @@ std::string AsciiLower(std::string_view text) {
   return lower;
 }
 
-void AppendListItem(std::string& text, std::string_view item) {
-  if (!text.empty()) text += ", ";
+bool IsSameIgnoringCase(std::string_view a, std::string_view b) {
+  return AsciiLower(a) == AsciiLower(b);
+}
+
+void AppendListItem(std::string& text, std::string_view item, std::string_view separator) {
+  if (!text.empty()) text += separator;
   text += item;
+}
+
+std::string Counted(std::size_t count, std::string_view what) {
+  return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
+}
+
+std::string_view Trimmed(std::string_view text, std::string_view around) {
+  const std::size_t begin = std::min(text.find_first_not_of(around), text.size());
+  return text.substr(begin, text.find_last_not_of(around) + 1 - begin);
+}
+
+std::string_view TakeUntil(std::string_view& text, std::string_view separator) {
+  const std::size_t at = text.find(separator);
+  const std::string_view taken = text.substr(0, at);
+  text.remove_prefix(at == std::string_view::npos ? text.size() : at + separator.size());
+  return taken;
 }

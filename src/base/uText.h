@@ -2,8 +2,12 @@
 // nothing here depends on the user's locale.
 #pragma once
 
+#include <charconv>
+#include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 // Text in Windows-1252, as recordings hold it.
 using AnsiString = std::string;
@@ -36,5 +40,27 @@ bool IsUtf8(std::string_view text);
 // The text with its letters A … Z as small ones.
 std::string AsciiLower(std::string_view text);
 
-// Appends an item to a list, after ", " unless the list is empty.
-void AppendListItem(std::string& text, std::string_view item);
+bool IsSameIgnoringCase(std::string_view a, std::string_view b);
+
+// Appends an item to a list, after the separator unless the list is empty.
+void AppendListItem(std::string& text, std::string_view item, std::string_view separator = ", ");
+
+// "1 event", "3 events".
+std::string Counted(std::size_t count, std::string_view what);
+
+// Without these characters at its ends.
+std::string_view Trimmed(std::string_view text, std::string_view around = " ");
+
+// What stands before the separator, or all of the text; the text loses it with the separator.
+std::string_view TakeUntil(std::string_view& text, std::string_view separator);
+
+// The number that all of a text is, in the form of std::from_chars; nothing for other text and a number that is too
+// large.
+template <class T, class... TFormat>
+std::optional<T> NumberIn(std::string_view text, TFormat... format) {
+  T number{};
+  const char* const end = text.data() + text.size();
+  const auto [rest, error] = std::from_chars(text.data(), end, number, format...);
+  if (error != std::errc() || rest != end) return std::nullopt;
+  return number;
+}

@@ -1,7 +1,6 @@
 #include <cerrno>
 #include <cstdio>
 #include <exception>
-#include <string>
 #include <system_error>
 
 #include "cli/uKshock.h"

@@ -1,10 +1,8 @@
 #include <fmt/format.h>
 
 #include <cmath>
-#include <filesystem>
 #include <optional>
 #include <stdexcept>
-#include <system_error>
 
 #include "analysis/uMissionSummary.h"
 #include "base/uFiles.h"

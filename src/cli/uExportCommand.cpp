@@ -1,12 +1,10 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <filesystem>
 #include <numeric>
 #include <optional>
-#include <utility>
 
 #include "analysis/uEventFilter.h"
 #include "analysis/uMissionDatasets.h"
@@ -26,20 +24,11 @@ namespace {
 constexpr std::array<std::string_view, kFilterQuantities.size()> kFilterKeys = {"acc", "tot",    "totmax",
                                                                                 "iot", "iotmax", "dv"};
 
-std::string_view TakeUntil(std::string_view& text, std::string_view end) {
-  const std::size_t at = text.find(end);
-  const std::string_view taken = text.substr(0, at);
-  text.remove_prefix(at == std::string_view::npos ? text.size() : at + end.size());
-  return taken;
-}
-
 // A number or, for an open end, nothing; false when it is neither.
 bool ParseEnd(std::string_view text, std::optional<double>& end) {
   if (text.empty()) return true;
-  double value = 0;
-  const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
-  end = value;
-  return result.ec == std::errc{} && result.ptr == text.data() + text.size() && std::isfinite(value);
+  end = NumberIn<double>(text);
+  return end && std::isfinite(*end);
 }
 
 bool ParseCondition(std::string_view key, std::string_view value, TEventFilter& filter) {

@@ -1,7 +1,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <chrono>
 #include <exception>
 #include <filesystem>
 #include <fstream>
@@ -36,12 +35,6 @@ class EInput : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-std::string PresentTime() {
-  constexpr double kDaysTo1970 = 25569;
-  const std::chrono::duration<double> now = std::chrono::system_clock::now().time_since_epoch();
-  return FormatDateTime("yyyy-mm-ddThh:nn:ss.zzz", kDaysTo1970 + now.count() / 86400);
-}
-
 std::string ContentOf(const fs::path& path) {
   std::ifstream file(path, std::ios::binary);
   std::string text{std::istreambuf_iterator<char>(file), {}};
@@ -49,12 +42,10 @@ std::string ContentOf(const fs::path& path) {
   return text;
 }
 
-std::vector<fs::path> PathsIn(const std::string& list, char separator) {
+std::vector<fs::path> PathsIn(std::string_view list, std::string_view separator) {
   std::vector<fs::path> paths;
-  for (std::size_t at = 0; at < list.size();) {
-    const std::size_t end = std::min(list.find(separator, at), list.size());
-    if (end > at) paths.push_back(PathFromUtf8(list.substr(at, end - at)));
-    at = end + 1;
+  while (!list.empty()) {
+    if (const std::string_view path = TakeUntil(list, separator); !path.empty()) paths.push_back(PathFromUtf8(path));
   }
   return paths;
 }
@@ -78,7 +69,8 @@ std::vector<TFleetEntry> EntriesOf(const TFleetRequest& request) {
   if (!request.filesFrom.empty()) {
     const std::string list = request.filesFrom == "-" ? std::string(std::istreambuf_iterator<char>(std::cin), {})
                                                       : ContentOf(PathFromUtf8(request.filesFrom));
-    std::ranges::move(PathsIn(list, request.isNulSeparated ? '\0' : '\n'), std::back_inserter(given));
+    std::ranges::move(PathsIn(list, request.isNulSeparated ? std::string_view("\0", 1) : "\n"),
+                      std::back_inserter(given));
   }
   std::vector<TFleetEntry> entries = ListRecordings(given);
   std::vector<TFleetEntry> shard;
@@ -96,7 +88,7 @@ TFleetRows Analyse(const TFleetEntry& entry, const TFleetOptions& options) {
                   .reason = entry.problem,
                   .options = options.Text(),
                   .programVersion = SHOCKSCOPE_VERSION,
-                  .analysedAt = PresentTime()};
+                  .analysedAt = FormatDateTime("yyyy-mm-ddThh:nn:ss.zzz", UtcNow())};
   if (!entry.problem.empty()) return FleetRowsOf(file, nullptr, options);
   for (int i = 0; i < kTries; ++i) {
     const std::optional<TFileState> before = StateOf(entry.path);

@@ -10,7 +10,6 @@
 #include <mutex>
 #include <span>
 #include <string>
-#include <string_view>
 #include <system_error>
 #include <thread>
 

@@ -1,6 +1,7 @@
 #include "cli/uJsonWriter.h"
 
 #include <array>
+#include <charconv>
 #include <cmath>
 #include <nlohmann/json.hpp>
 

@@ -2,7 +2,6 @@
 // nesting right.
 #pragma once
 
-#include <charconv>
 #include <concepts>
 #include <string>
 #include <string_view>

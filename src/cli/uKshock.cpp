@@ -4,7 +4,6 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <exception>
 #include <limits>
@@ -299,10 +298,7 @@ class TCommandLine {
 
   template <class T>
   static T ParseNumber(const std::string& option, const std::string& text, std::string_view takes) {
-    T value{};
-    const char* end = text.data() + text.size();
-    const auto result = std::from_chars(text.data(), end, value);
-    if (result.ec == std::errc{} && result.ptr == end) return value;
+    if (const auto number = NumberIn<T>(text)) return *number;
     throw CLI::ValidationError(
         fmt::format("{} {} a whole number from 0 to {}.", option, takes, std::numeric_limits<T>::max()));
   }
@@ -315,10 +311,8 @@ class TCommandLine {
 
   // A finite number above a bound, with a point whatever the locale.
   static double ParseReal(const std::string& option, const std::string& text, double above) {
-    double value = 0;
-    const char* end = text.data() + text.size();
-    const auto result = std::from_chars(text.data(), end, value);
-    if (result.ec == std::errc{} && result.ptr == end && value > above && std::isfinite(value)) return value;
+    const auto number = NumberIn<double>(text);
+    if (number && *number > above && std::isfinite(*number)) return *number;
     throw CLI::ValidationError(fmt::format("{} takes numbers above {}.", option, above));
   }
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <bit>
 #include <cerrno>
-#include <charconv>
 #include <cmath>
 #include <fstream>
 #include <limits>
@@ -18,6 +17,7 @@
 
 #include "base/uDateTime.h"
 #include "base/uFiles.h"
+#include "base/uText.h"
 #include "cli/uCommands.h"
 #include "model/uBlockTypes.h"
 #include "model/uRecordingWriter.h"
@@ -60,14 +60,9 @@ void SplitLine(std::string_view line, std::vector<std::string_view>& cells) {
 template <class T>
 T ParseNumber(std::string_view text, std::size_t line) {
   constexpr std::size_t kShown = 40;
-  T value{};
-  const char* end = text.data() + text.size();
-  const auto result = std::from_chars(text.data(), end, value);
-  if (result.ec != std::errc{} || result.ptr != end) {
-    throw ESourceError(
-        fmt::format("Line {} of the records: \"{}\" is no number that fits.", line, text.substr(0, kShown)));
-  }
-  return value;
+  if (const auto number = NumberIn<T>(text)) return *number;
+  throw ESourceError(
+      fmt::format("Line {} of the records: \"{}\" is no number that fits.", line, text.substr(0, kShown)));
 }
 
 double ParseTime(std::string_view cell, std::size_t line) {

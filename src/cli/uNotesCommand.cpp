@@ -3,7 +3,6 @@
 #include <cerrno>
 #include <exception>
 #include <fstream>
-#include <iterator>
 #include <stdexcept>
 #include <system_error>
 

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
 #include "analysis/uMissionDatasets.h"
 #include "base/uMessages.h"

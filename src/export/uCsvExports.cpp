@@ -70,71 +70,76 @@ class TCsvFile {
   std::size_t FLines = 0;
 };
 
-// The columns of other curves: each call goes on with the last line of the file and ends it.
-class TBesideColumns {
- public:
-  TBesideColumns(std::span<const TBesideCurve> curves, TCsvFile& file) : FCurves(curves), FFile(file) {}
+template <class TTitles>
+void AppendTitles(std::string& text, const TTitles& titles) {
+  for (const std::string_view title : titles) AppendCsvField(text, title);
+  text += kLineBreak;
+}
 
-  void EndTitles(const TCurveTitles& titles) {
+// The file of a curve, with the columns of other curves behind its own.
+class TCurveFile {
+ public:
+  // Writes the titles, of which the first five are also those of the other curves.
+  template <class TTitles>
+  TCurveFile(const fs::path& path, const TTitles& titles, std::span<const TBesideCurve> curves, IProgress& progress)
+      : FFile(path, progress), FFields(titles.size()), FCurves(curves) {
+    AppendTitles(Text(), titles);
     for (const TBesideCurve& curve : FCurves) {
       std::string name = curve.name;
       std::ranges::replace(name, '"', '\'');
-      Reopen();
-      for (const std::string_view title : titles) AppendCsvField(FFile.Text(), fmt::format("{} {}", title, name));
-      FFile.Text() += kLineBreak;
+      ReopenLine();
+      for (std::size_t i = 0; i < std::tuple_size_v<TCurveRow>; ++i) {
+        AppendCsvField(Text(), fmt::format("{} {}", titles[i], name));
+      }
+      Text() += kLineBreak;
     }
   }
-  void EndRow() {
+
+  // Append a line of the curve, then call EndLine.
+  [[nodiscard]] std::string& Text() { return FFile.Text(); }
+  void EndLine() {
     for (const TBesideCurve& curve : FCurves) {
-      Reopen();
+      ReopenLine();
       if (FRow < curve.count) {
-        AppendCsvRow(FFile.Text(), curve.rowAt(FRow));
+        AppendCsvRow(Text(), curve.rowAt(FRow));
       } else {
-        FFile.Text() += kEmptyRow;
-        FFile.Text() += kLineBreak;
+        Text().append(kEmptyRow).append(kLineBreak);
       }
     }
     ++FRow;
     FFile.EndLine();
   }
-  // The rows of longer curves, behind so many empty fields.
-  void Finish(std::size_t fields) {
+  // Writes what is left of longer curves, behind empty fields.
+  void Close() {
     std::size_t count = 0;
     for (const TBesideCurve& curve : FCurves) count = std::max(count, curve.count);
     while (FRow < count) {
-      for (std::size_t i = 0; i < fields; ++i) AppendCsvField(FFile.Text(), {});
-      FFile.Text() += kLineBreak;
-      EndRow();
+      for (std::size_t i = 0; i < FFields; ++i) AppendCsvField(Text(), {});
+      Text() += kLineBreak;
+      EndLine();
     }
+    FFile.Close();
   }
 
  private:
-  void Reopen() { FFile.Text().resize(FFile.Text().size() - kLineBreak.size()); }
+  void ReopenLine() { Text().resize(Text().size() - kLineBreak.size()); }
 
+  TCsvFile FFile;
+  std::size_t FFields;
   std::span<const TBesideCurve> FCurves;
-  TCsvFile& FFile;
   std::size_t FRow = 0;
 };
 
 TFileWriter EventWriter(const TEvent& event, bool highPass, IProgress& progress,
                         std::span<const TBesideCurve> curves = {}) {
   return [&event, highPass, &progress, curves](const fs::path& path) {
-    TCsvFile file(path, progress);
-    TBesideColumns beside(curves, file);
-    AppendCsvTitles(file.Text(), kTimeTitles);
-    beside.EndTitles(kTimeTitles);
+    TCurveFile file(path, kTimeTitles, curves, progress);
     ForEachCurveRow(event, highPass, [&](const TCurveRow& row) {
       AppendCsvRow(file.Text(), row);
-      beside.EndRow();
+      file.EndLine();
     });
-    beside.Finish(kTimeTitles.size());
     file.Close();
   };
-}
-
-void AppendResponseTitles(std::string& text, TResponse response) {
-  for (const std::string& title : ResponseTitles(response)) AppendCsvField(text, title);
-  text += kLineBreak;
 }
 
 void AppendResponseLine(std::string& text, const TResponseLine& line) {
@@ -166,8 +171,7 @@ void AppendCsvField(std::string& line, std::string_view text) {
 }
 
 void AppendCsvTitles(std::string& text, const TCurveTitles& titles) {
-  for (const std::string_view title : titles) AppendCsvField(text, title);
-  text += kLineBreak;
+  AppendTitles(text, titles);
 }
 
 void AppendCsvRow(std::string& text, const TCurveRow& row) {
@@ -185,7 +189,7 @@ void AppendCsvExact(std::string& text, double value) {
 
 std::string ResponseCsv(std::span<const TResponseLine> lines, TResponse response) {
   std::string text;
-  AppendResponseTitles(text, response);
+  AppendTitles(text, ResponseTitles(response));
   for (const TResponseLine& line : lines) AppendResponseLine(text, line);
   return text;
 }
@@ -251,20 +255,15 @@ void ExportSpectrumCsv(const TSpectrum& spectrum, std::size_t timePoints, const 
                        std::span<const TBesideCurve> curves) {
   Begin(1, progress);
   WriteExport(path, progress, [&](const fs::path& part) {
-    TCsvFile file(part, progress);
-    TBesideColumns beside(curves, file);
-    AppendCsvTitles(file.Text(), kSpectrumTitles);
-    beside.EndTitles(kSpectrumTitles);
+    TCurveFile file(part, kSpectrumTitles, curves, progress);
     for (std::size_t i = 0; i < timePoints; ++i) {
       if (i < spectrum.lines.size()) {
         AppendCsvRow(file.Text(), RowOf(spectrum.lines[i]));
       } else {
-        file.Text() += kEmptyRow;
-        file.Text() += kLineBreak;
+        file.Text().append(kEmptyRow).append(kLineBreak);
       }
-      beside.EndRow();
+      file.EndLine();
     }
-    beside.Finish(kSpectrumTitles.size());
     file.Close();
   });
 }
@@ -272,17 +271,12 @@ void ExportSpectrumCsv(const TSpectrum& spectrum, std::size_t timePoints, const 
 void ExportResponseCsv(std::span<const TResponseLine> lines, TResponse response, const fs::path& path,
                        IProgress& progress, std::span<const TBesideCurve> curves) {
   Begin(1, progress);
-  const auto titles = ResponseTitles(response);
   WriteExport(path, progress, [&](const fs::path& part) {
-    TCsvFile file(part, progress);
-    TBesideColumns beside(curves, file);
-    AppendResponseTitles(file.Text(), response);
-    beside.EndTitles({titles[0], titles[1], titles[2], titles[3], titles[4]});
+    TCurveFile file(part, ResponseTitles(response), curves, progress);
     for (const TResponseLine& line : lines) {
       AppendResponseLine(file.Text(), line);
-      beside.EndRow();
+      file.EndLine();
     }
-    beside.Finish(titles.size());
     file.Close();
   });
 }

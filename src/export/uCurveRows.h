@@ -7,7 +7,6 @@
 #include <functional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "analysis/uHighPassFilter.h"
 #include "analysis/uResponseSpectrum.h"

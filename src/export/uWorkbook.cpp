@@ -32,7 +32,6 @@ namespace {
 constexpr std::size_t kMaxCharacters = 32767;  // of a cell, in UTF-16
 constexpr double kFirstCommonDay = 61;         // 1900-03-01: spreadsheets know a 29 February before it
 constexpr double kEndOfDays = 2958466;         // 10000-01-01
-constexpr double kDaysTo1970 = 25569;
 constexpr double kSecondsPerDay = 86400;
 constexpr std::time_t kStartOf1980 = 315532800;
 constexpr std::size_t kOtherFiles = 16;   // that the library and the rest of the program open meanwhile

@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 #include <sqlite3.h>
 
-#include <algorithm>
 #include <set>
 
 #include "base/uFiles.h"

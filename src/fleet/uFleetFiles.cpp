@@ -108,7 +108,6 @@ std::optional<TFileState> StateOf(const fs::path& path) {
   if (error) return std::nullopt;
   const auto since1970 = duration_cast<nanoseconds>(file_clock::to_sys(written).time_since_epoch());
   const auto whole = floor<seconds>(since1970);
-  constexpr double kDaysTo1970 = 25569;
   return TFileState{
       static_cast<std::int64_t>(size),
       fmt::format("{}.{:09}",

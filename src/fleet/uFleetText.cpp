@@ -4,12 +4,12 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <charconv>
 #include <fstream>
 #include <nlohmann/json.hpp>
 #include <system_error>
 
 #include "base/uFiles.h"
+#include "base/uText.h"
 #include "platform/uSafeFile.h"
 
 namespace fs = std::filesystem;
@@ -77,9 +77,7 @@ bool ReadCsv(std::istream& file, std::vector<std::optional<std::string>>& fields
 
 template <class T>
 TFleetValue ParsedAs(const std::string& text) {
-  T value{};
-  const char* end = text.data() + text.size();
-  if (std::from_chars(text.data(), end, value).ptr == end) return value;
+  if (const auto number = NumberIn<T>(text)) return *number;
   throw EFleetDatabase(fmt::format("\"{}\" is no number.", text.substr(0, 40)));
 }
 

@@ -13,12 +13,6 @@ namespace {
 
 constexpr std::string_view kNone = "none";
 
-std::string_view Trimmed(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(' ');
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
 TLimitSource& SourceOf(TQuantity quantity, bool isMax, TLimitProfile& profile) {
   TJudgedLimits& limits = profile.limits.at(static_cast<std::size_t>(quantity));
   return isMax ? limits.maxSource : limits.minSource;
@@ -54,7 +48,7 @@ std::string AllowanceText(const TLimitProfile& profile, TQuantity quantity, bool
   if ((isMax ? limits.maxSource : limits.minSource) != TLimitSource::User) return "";
   if (quantity == TQuantity::Acceleration) {
     const std::size_t events = profile.allowedEvents;
-    return events == 0 ? std::string(kNone) : fmt::format("{} event{}", events, events == 1 ? "" : "s");
+    return events == 0 ? std::string(kNone) : Counted(events, "event");
   }
   const TAllowedTimes& times = profile.allowedTimes.at(i);
   const double time = isMax ? times.above : times.below;

@@ -3,9 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <charconv>
 #include <iterator>
-#include <system_error>
 
 #include "base/uText.h"
 
@@ -38,11 +36,9 @@ std::optional<std::uint32_t> ColourFromText(std::string_view text) {
       std::ranges::find_if(kNames, [&name](const TNamedColour& c) { return AsciiLower(c.name) == name; });
   if (named != std::end(kNames)) return named->rgb;
   const std::size_t prefix = name.starts_with('$') ? 1 : name.starts_with("0x") ? 2 : 0;
-  std::uint32_t colour = 0;
-  const char* end = text.data() + text.size();
-  const auto [rest, error] = std::from_chars(text.data() + prefix, end, colour, prefix > 0 ? 16 : 10);
-  if (error != std::errc() || rest != end || colour > 0xFFFFFF) return std::nullopt;
-  return Swapped(colour);
+  const auto colour = NumberIn<std::uint32_t>(std::string_view(name).substr(prefix), prefix > 0 ? 16 : 10);
+  if (!colour || *colour > 0xFFFFFF) return std::nullopt;
+  return Swapped(*colour);
 }
 
 std::string TextFromColour(std::uint32_t rgb) {

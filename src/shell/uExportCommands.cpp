@@ -16,32 +16,6 @@
 
 namespace fs = std::filesystem;
 
-namespace {
-
-constexpr std::string_view kBatteryGrid = "DBGrid8";
-constexpr std::string_view kSensorsGrid = "DBGrid2";
-constexpr std::string_view kAnalysisGrid = "dbgAnalysis";
-constexpr std::string_view kShocksGrid = "dbgFilteredShocks";
-constexpr std::string_view kSensorsChart = "ChartAllSensors";
-
-}  // namespace
-
-void TExportCommands::barbtnEventsCSVAllShocksClick() {
-  EventsToCsv(TEventFiles::Samples, AllEvents());
-}
-
-void TExportCommands::barbtnEventsCSVVisibleShocksClick() {
-  EventsToCsv(TEventFiles::Samples, VisibleEvents(ShocksTable()));
-}
-
-void TExportCommands::barbtnEventsCSVCalibrationClick() {
-  EventsToCsv(TEventFiles::Peaks, AllEvents());
-}
-
-void TExportCommands::barbtnEventsCSVCalibrationVisibleClick() {
-  EventsToCsv(TEventFiles::Calibration, VisibleEvents(ShocksTable()));
-}
-
 void TExportCommands::actExportShockToCSVExecute() {
   const auto shown = EventInChart();
   if (!shown) return;
@@ -80,49 +54,39 @@ void TExportCommands::barbtnShockSaveChartAsXLSXClick() {
   Workbook(*file, {}, write);
 }
 
-void TExportCommands::barbtnTablesExportCSVBatteryClick() {
-  TableToCsv("Save the Battery Grid to CSV file", kBatteryName, FFlow.Mission().Tables.Battery, kBatteryGrid);
+std::optional<fs::path> TExportCommands::AskForTable(TKind kind, const TTableExport& what) {
+  const std::string title = fmt::format("Save the {} Grid to {} file", what.word, kind == TKind::Csv ? "CSV" : "XLSX");
+  return Ask(kind, title, ProposedName(what.prefix, FFlow.Mission().Data));
 }
 
-void TExportCommands::barbtnTablesExportCSVClick() {
-  TableToCsv("Save the Filtered Shocks Grid to CSV file", kShocksName, ShocksTable(), kShocksGrid);
+void TExportCommands::WriteTable(TKind kind, const TTableExport& what, const fs::path& file,
+                                 const std::function<TDataset&(IProgress&)>& table) {
+  if (kind == TKind::Xlsx) {
+    return Workbook(file, what.grid, [&](IProgress& progress) {
+      ExportTableXlsx(FFlow.Mission().Data, table(progress), file, progress);
+    });
+  }
+  const auto write = [&](IProgress& progress) { ExportTableCsv(table(progress), file, progress); };
+  if (FRunner.Run(file, {.grid = what.grid}, write)) FRunner.Done(file);
 }
 
-void TExportCommands::barbtnTablesExportCSVSensorsClick() {
-  TableToCsv("Save the Sensors Grid to CSV file", kSensorsName, FFlow.Mission().Tables.Sensors, kSensorsGrid);
-}
-
-void TExportCommands::barbtnTablesExportXLSXBatteryClick() {
-  TableToXlsx("Save the Battery Grid to XLSX file", kBatteryName, FFlow.Mission().Tables.Battery, kBatteryGrid);
-}
-
-void TExportCommands::barbtnTablesExportXLSXClick() {
-  TableToXlsx("Save the Shocks Grid to XLSX file", kShocksWorkbookName, ShocksTable(), kShocksGrid);
-}
-
-void TExportCommands::barbtnTablesExportXLSXSensorsClick() {
-  TableToXlsx("Save the Sensors Grid to XLSX file", kSensorsName, FFlow.Mission().Tables.Sensors, kSensorsGrid);
+void TExportCommands::ExportTable(TKind kind, const TTableExport& what, TDataset& table) {
+  if (!FFlow.FileShown()) return;
+  const auto file = AskForTable(kind, what);
+  if (!file) return FControls.SetVisible(what.grid, true);
+  WriteTable(kind, what, *file, [&table](IProgress&) -> TDataset& { return table; });
 }
 
 void TExportCommands::ExportAnalysis(TKind kind) {
   if (!FFlow.FileShown()) return;
   TShownMission& mission = FFlow.Mission();
-  const bool isCsv = kind == TKind::Csv;
-  const auto file = Ask(kind, isCsv ? "Save the Analysis Grid to CSV file" : "Save the Analysis Grid to XLSX file",
-                        ProposedName(kAnalysisName, mission.Data));
+  const auto file = AskForTable(kind, kAnalysis);
   if (!file) return;
   std::optional<TMissionAnalysis> made;
-  const auto write = [&](IProgress& progress) {
+  WriteTable(kind, kAnalysis, *file, [&](IProgress& progress) -> TDataset& {
     if (!mission.Analysis) made = AnalysisOf(mission, progress);
-    TDataset& table = made ? made->Table : mission.Analysis->Table;
-    if (isCsv) return ExportTableCsv(table, *file, progress);
-    ExportTableXlsx(mission.Data, table, *file, progress);
-  };
-  if (!isCsv) {
-    Workbook(*file, kAnalysisGrid, write);
-  } else if (FRunner.Run(*file, {.grid = kAnalysisGrid}, write)) {
-    FRunner.Done(*file);
-  }
+    return made ? made->Table : mission.Analysis->Table;
+  });
   if (made && !mission.Analysis) TakeAnalysis(mission, *std::move(made), FViews);
 }
 
@@ -134,14 +98,6 @@ void TExportCommands::barbtnSensorsExportToXLSXClick() {
     ExportMeasurementsXlsx(mission.Data, mission.Tables.Sensors, mission.Tables.Battery, *file, progress);
   };
   Workbook(*file, {}, write);
-}
-
-void TExportCommands::barbtnEventsXLSXAllShocksClick() {
-  EventsToXlsx(AllEvents());
-}
-
-void TExportCommands::barbtnEventsXLSXVisibileShocksClick() {
-  EventsToXlsx(VisibleEvents(ShocksTable()));
 }
 
 TDataset& TExportCommands::ShocksTable() {
@@ -198,24 +154,6 @@ void TExportCommands::EventsToXlsx(const std::vector<std::uint32_t>& events) {
   Workbook(*file, {}, [&](IProgress& progress) { ExportEventsXlsx(source, events, *file, progress); });
 }
 
-void TExportCommands::TableToCsv(std::string_view title, std::string_view name, TDataset& table,
-                                 std::string_view grid) {
-  if (!FFlow.FileShown()) return;
-  const auto file = Ask(TKind::Csv, title, ProposedName(name, FFlow.Mission().Data));
-  if (!file) return FControls.SetVisible(grid, true);
-  const auto write = [&](IProgress& progress) { ExportTableCsv(table, *file, progress); };
-  if (FRunner.Run(*file, {.grid = grid}, write)) FRunner.Done(*file);
-}
-
-void TExportCommands::TableToXlsx(std::string_view title, std::string_view name, TDataset& table,
-                                  std::string_view grid) {
-  if (!FFlow.FileShown()) return;
-  const auto file = Ask(TKind::Xlsx, title, ProposedName(name, FFlow.Mission().Data));
-  if (!file) return FControls.SetVisible(grid, true);
-  const auto write = [&](IProgress& progress) { ExportTableXlsx(FFlow.Mission().Data, table, *file, progress); };
-  Workbook(*file, grid, write);
-}
-
 void TExportCommands::ExportPart(TPartChoice choice, TPartForm form) {
   if (!FFlow.FileShown()) return;
   TMissionPart part = PartOf(FFlow.Mission(), choice);
@@ -266,71 +204,15 @@ void TExportCommands::Workbook(const fs::path& file, std::string_view grid, cons
   FRunner.Done(file);
 }
 
-void TExportCommands::barbtnEventsCopyChartToClipboardClick() {
-  CopyChart(EventsChart());
-}
-
-void TExportCommands::barbtnSensorsCopyChartToClipboardClick() {
-  CopyChart(kSensorsChart);
-}
-
-void TExportCommands::barbtnShockCopyChartToClipboardClick() {
-  CopyChart(ShockChart());
-}
-
-void TExportCommands::barbtnEventsSaveChartasJPGClick() {
-  SaveChart(EventsChart(), MissionName(), TPictureFormat::Bitmap);
-}
-
-void TExportCommands::barbtnSensorsSaveAsJPGClick() {
-  SaveChart(kSensorsChart, MissionName(), TPictureFormat::Bitmap);
-}
-
-void TExportCommands::barbtnShockSaveChartAsImageClick() {
-  SaveChart(ShockChart(), ShockName(), TPictureFormat::Bitmap);
-}
-
-void TExportCommands::barbtnEventsSaveChartAsPNGClick() {
-  SaveChart(EventsChart(), MissionName(), TPictureFormat::Png);
-}
-
-void TExportCommands::barbtnSensorsSaveAsPNGClick() {
-  SaveChart(kSensorsChart, MissionName(), TPictureFormat::Png);
-}
-
-void TExportCommands::barbtnShockSaveChartAsPNGClick() {
-  SaveChart(ShockChart(), ShockName(), TPictureFormat::Png);
-}
-
-void TExportCommands::barbtnEventsSaveChartAsSVGClick() {
-  SaveChart(EventsChart(), MissionName(), TPictureFormat::Svg);
-}
-
-void TExportCommands::barbtnSensorsSaveAsSVGClick() {
-  SaveChart(kSensorsChart, MissionName(), TPictureFormat::Svg);
-}
-
-void TExportCommands::barbtnShockSaveChartAsSVGClick() {
-  SaveChart(ShockChart(), ShockName(), TPictureFormat::Svg);
-}
-
 void TExportCommands::barbtnAnalysisExportCSVClick() {
   if (!FFlow.FileShown()) return;
-  TDataset table = FViews.ChartTable(FViews.AnalysisChart(FFlow.View()));
-  const auto file = Ask(TKind::Csv, "Save what the chart shows to CSV file", AnalysisChartName());
+  TDataset table = FViews.ChartTable(AnalysisChart());
+  const auto file = Ask(TKind::Csv, "Save what the chart shows to CSV file", AnalysisName());
   if (!file) return;
   if (FRunner.Run(*file, {}, [&](IProgress& progress) { ExportTableCsv(table, *file, progress); })) FRunner.Done(*file);
 }
 
-void TExportCommands::barbtnAnalysisCopyChartToClipboardClick() {
-  CopyChart(FViews.AnalysisChart(FFlow.View()));
-}
-
-void TExportCommands::SaveAnalysisChart(TPictureFormat format) {
-  SaveChart(FViews.AnalysisChart(FFlow.View()), AnalysisChartName(), format);
-}
-
-std::string TExportCommands::AnalysisChartName() {
+std::string TExportCommands::AnalysisName() {
   const bool isStatistics = FFlow.View() == TView::Statistics;
   return ProposedName(isStatistics ? kStatisticsName : kDamageBoundaryName, FFlow.Mission().Data);
 }

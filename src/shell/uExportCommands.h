@@ -30,54 +30,53 @@ class TExportCommands {
       : FFlow(flow), FControls(controls), FDialogs(dialogs), FViews(views), FRunner(flow, controls, dialogs) {}
 
   // One CSV file per event, in a folder of their own; ends in the shock view.
-  void barbtnEventsCSVAllShocksClick();
-  void barbtnEventsCSVVisibleShocksClick();
+  void barbtnEventsCSVAllShocksClick() { EventsToCsv(TEventFiles::Samples, AllEvents()); }
+  void barbtnEventsCSVVisibleShocksClick() { EventsToCsv(TEventFiles::Samples, VisibleEvents(ShocksTable())); }
   // Kept on purpose: the first writes the peaks of all events, the second the calibration of the visible ones.
-  void barbtnEventsCSVCalibrationClick();
-  void barbtnEventsCSVCalibrationVisibleClick();
+  void barbtnEventsCSVCalibrationClick() { EventsToCsv(TEventFiles::Peaks, AllEvents()); }
+  void barbtnEventsCSVCalibrationVisibleClick() { EventsToCsv(TEventFiles::Calibration, VisibleEvents(ShocksTable())); }
+  void barbtnEventsXLSXAllShocksClick() { EventsToXlsx(AllEvents()); }
+  void barbtnEventsXLSXVisibileShocksClick() { EventsToXlsx(VisibleEvents(ShocksTable())); }
 
   // The event of the shock chart as the chart shows it: samples, high-passed curves, spectrum or response spectrum.
   void actExportShockToCSVExecute();
   void barbtnShockSaveChartAsXLSXClick();
 
-  void barbtnTablesExportCSVBatteryClick();
-  void barbtnTablesExportCSVClick();
-  void barbtnTablesExportCSVSensorsClick();
-  void barbtnTablesExportXLSXBatteryClick();
-  void barbtnTablesExportXLSXClick();
-  void barbtnTablesExportXLSXSensorsClick();
-
+  void barbtnTablesExportCSVBatteryClick() { ExportTable(TKind::Csv, kBattery, Tables().Battery); }
+  void barbtnTablesExportCSVClick() { ExportTable(TKind::Csv, kFilteredShocks, ShocksTable()); }
+  void barbtnTablesExportCSVSensorsClick() { ExportTable(TKind::Csv, kSensors, Tables().Sensors); }
+  void barbtnTablesExportXLSXBatteryClick() { ExportTable(TKind::Xlsx, kBattery, Tables().Battery); }
+  void barbtnTablesExportXLSXClick() { ExportTable(TKind::Xlsx, kShocks, ShocksTable()); }
+  void barbtnTablesExportXLSXSensorsClick() { ExportTable(TKind::Xlsx, kSensors, Tables().Sensors); }
   // Computes the shock analysis first where it is not there yet.
   void barbtnTablesExportCSVAnalysisClick() { ExportAnalysis(TKind::Csv); }
   void barbtnTablesExportXLSXAnalysisClick() { ExportAnalysis(TKind::Xlsx); }
+  void barbtnSensorsExportToXLSXClick();
+
   // Of the damage boundary or the statistics: the chart in which the user was last.
   void barbtnAnalysisExportCSVClick();
-  void barbtnAnalysisCopyChartToClipboardClick();
-  void barbtnAnalysisSaveChartAsJPGClick() { SaveAnalysisChart(TPictureFormat::Bitmap); }
-  void barbtnAnalysisSaveChartAsPNGClick() { SaveAnalysisChart(TPictureFormat::Png); }
-  void barbtnAnalysisSaveChartAsSVGClick() { SaveAnalysisChart(TPictureFormat::Svg); }
-
-  void barbtnSensorsExportToXLSXClick();
-  void barbtnEventsXLSXAllShocksClick();
-  void barbtnEventsXLSXVisibileShocksClick();
 
   // A part of the mission in one of these forms. The recording is always that of the band. Says so, and writes
   // nothing, where the part is empty.
   void ExportPart(TPartChoice choice, TPartForm form);
 
-  void barbtnEventsCopyChartToClipboardClick();
-  void barbtnSensorsCopyChartToClipboardClick();
-  void barbtnShockCopyChartToClipboardClick();
+  void barbtnEventsCopyChartToClipboardClick() { CopyChart(EventsChart()); }
+  void barbtnSensorsCopyChartToClipboardClick() { CopyChart(kSensorsChart); }
+  void barbtnShockCopyChartToClipboardClick() { CopyChart(ShockChart()); }
+  void barbtnAnalysisCopyChartToClipboardClick() { CopyChart(AnalysisChart()); }
   // Kept on purpose: the file is a bitmap, though dialog and name say JPG.
-  void barbtnEventsSaveChartasJPGClick();
-  void barbtnSensorsSaveAsJPGClick();
-  void barbtnShockSaveChartAsImageClick();
-  void barbtnEventsSaveChartAsPNGClick();
-  void barbtnSensorsSaveAsPNGClick();
-  void barbtnShockSaveChartAsPNGClick();
-  void barbtnEventsSaveChartAsSVGClick();
-  void barbtnSensorsSaveAsSVGClick();
-  void barbtnShockSaveChartAsSVGClick();
+  void barbtnEventsSaveChartasJPGClick() { SaveChart(EventsChart(), MissionName(), TPictureFormat::Bitmap); }
+  void barbtnSensorsSaveAsJPGClick() { SaveChart(kSensorsChart, MissionName(), TPictureFormat::Bitmap); }
+  void barbtnShockSaveChartAsImageClick() { SaveChart(ShockChart(), ShockName(), TPictureFormat::Bitmap); }
+  void barbtnAnalysisSaveChartAsJPGClick() { SaveChart(AnalysisChart(), AnalysisName(), TPictureFormat::Bitmap); }
+  void barbtnEventsSaveChartAsPNGClick() { SaveChart(EventsChart(), MissionName(), TPictureFormat::Png); }
+  void barbtnSensorsSaveAsPNGClick() { SaveChart(kSensorsChart, MissionName(), TPictureFormat::Png); }
+  void barbtnShockSaveChartAsPNGClick() { SaveChart(ShockChart(), ShockName(), TPictureFormat::Png); }
+  void barbtnAnalysisSaveChartAsPNGClick() { SaveChart(AnalysisChart(), AnalysisName(), TPictureFormat::Png); }
+  void barbtnEventsSaveChartAsSVGClick() { SaveChart(EventsChart(), MissionName(), TPictureFormat::Svg); }
+  void barbtnSensorsSaveAsSVGClick() { SaveChart(kSensorsChart, MissionName(), TPictureFormat::Svg); }
+  void barbtnShockSaveChartAsSVGClick() { SaveChart(ShockChart(), ShockName(), TPictureFormat::Svg); }
+  void barbtnAnalysisSaveChartAsSVGClick() { SaveChart(AnalysisChart(), AnalysisName(), TPictureFormat::Svg); }
 
   // Asks for a PDF in the remembered folder and has it written, with progress and Cancel.
   void SavePdf(std::string name, const std::function<void(const std::filesystem::path& file, IProgress&)>& write);
@@ -86,7 +85,18 @@ class TExportCommands {
 
  private:
   enum class TKind { Csv, Xlsx };
+  // An export of a table: its word in the dialog's title, the prefix of the proposed name, and the grid.
+  struct TTableExport {
+    std::string_view word, prefix, grid;
+  };
+  static constexpr TTableExport kFilteredShocks{"Filtered Shocks", kShocksName, "dbgFilteredShocks"};
+  static constexpr TTableExport kShocks{"Shocks", kShocksWorkbookName, "dbgFilteredShocks"};
+  static constexpr TTableExport kSensors{"Sensors", kSensorsName, "DBGrid2"};
+  static constexpr TTableExport kBattery{"Battery", kBatteryName, "DBGrid8"};
+  static constexpr TTableExport kAnalysis{"Analysis", kAnalysisName, "dbgAnalysis"};
+  static constexpr std::string_view kSensorsChart = "ChartAllSensors";
 
+  [[nodiscard]] TMissionDatasets& Tables() { return FFlow.Mission().Tables; }
   [[nodiscard]] TDataset& ShocksTable();
   [[nodiscard]] std::vector<std::uint32_t> AllEvents();
   // Nothing, after a message, when no event is selected or it has no spectrum.
@@ -94,14 +104,16 @@ class TExportCommands {
   [[nodiscard]] std::optional<std::filesystem::path> Ask(TKind kind, std::string_view title, std::string name);
   void EventsToCsv(TEventFiles kind, const std::vector<std::uint32_t>& events);
   void EventsToXlsx(const std::vector<std::uint32_t>& events);
-  void TableToCsv(std::string_view title, std::string_view name, TDataset& table, std::string_view grid);
-  void TableToXlsx(std::string_view title, std::string_view name, TDataset& table, std::string_view grid);
+  [[nodiscard]] std::optional<std::filesystem::path> AskForTable(TKind kind, const TTableExport& what);
+  void WriteTable(TKind kind, const TTableExport& what, const std::filesystem::path& file,
+                  const std::function<TDataset&(IProgress&)>& table);
+  void ExportTable(TKind kind, const TTableExport& what, TDataset& table);
   void PartToCsv(TMissionPart& part);
   void PartToXlsx(TMissionPart& part);
   void BandToRecording();
   void ExportAnalysis(TKind kind);
-  void SaveAnalysisChart(TPictureFormat format);
-  [[nodiscard]] std::string AnalysisChartName();
+  [[nodiscard]] std::string AnalysisChart() { return FViews.AnalysisChart(FFlow.View()); }
+  [[nodiscard]] std::string AnalysisName();
   [[nodiscard]] std::string_view EventsChart() const;
   [[nodiscard]] std::string_view ShockChart() const;
   [[nodiscard]] std::string MissionName();

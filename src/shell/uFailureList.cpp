@@ -11,8 +11,8 @@ void TFailureList::Run(const std::filesystem::path& file, const std::function<vo
   try {
     step();
   } catch (const std::exception& error) {
-    if (!FFailures.empty()) FFailures += '\n';
-    FFailures += fmt::format("{}: {}", Printable(Utf8FromPath(file)), Printable(ReasonOf(error)));
+    const std::string failure = fmt::format("{}: {}", Printable(Utf8FromPath(file)), Printable(ReasonOf(error)));
+    AppendListItem(FFailures, failure, "\n");
   }
 }
 

@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <cmath>
 #include <exception>
 #include <new>
 #include <utility>
@@ -26,8 +25,7 @@ constexpr std::string_view kCannotBeShown = "The file cannot be shown.";
 // Events, peak and title in a line, for the recent documents; a title that is too long is left out.
 std::string AboutMission(const TShownMission& mission) {
   constexpr std::size_t kMaxTitle = 200;  // bytes
-  const std::size_t events = mission.Summary.events;
-  std::string about = fmt::format("{} {}", events, events == 1 ? "event" : "events");
+  std::string about = Counted(mission.Summary.events, "event");
   if (const auto peak = mission.Summary.peakEvent) {
     about += fmt::format(" · peak {} g", MaskFloat("0.##", mission.Events.GetItem(*peak).Max));
   }

@@ -7,10 +7,7 @@
 
 namespace {
 
-void Append(std::string& words, std::string_view condition) {
-  if (!words.empty()) words += " · ";
-  words += condition;
-}
+constexpr std::string_view kBetween = " · ";
 
 template <class TTextOf>
 std::string RangeWords(std::string_view name, const TRange& range, const TTextOf& textOf) {
@@ -22,12 +19,17 @@ std::string RangeWords(std::string_view name, const TRange& range, const TTextOf
 
 }  // namespace
 
+std::string TimeWords(std::string_view name, const TRange& time, const TDisplaySettings& settings) {
+  const std::string mask = fmt::format("{} hh:nn:ss", settings.DateFormat());
+  return RangeWords(name, time, [&mask](double end) { return FormatDateTime(mask, end); });
+}
+
 std::string FilterWords(const TEventFilter& filter, const TDisplaySettings& settings) {
   std::string words;
   for (std::size_t i = 0; i < filter.ranges.size(); ++i) {
     if (!filter.ranges[i].IsSet()) continue;
-    Append(words, fmt::format("{} {}", RangeWords(kFilterQuantities[i].name, filter.ranges[i], GeneralFloat),
-                              kFilterQuantities[i].unit));
+    const std::string range = RangeWords(kFilterQuantities[i].name, filter.ranges[i], GeneralFloat);
+    AppendListItem(words, fmt::format("{} {}", range, kFilterQuantities[i].unit), kBetween);
   }
   std::string axes;
   for (std::size_t i = 0; i < kPeakAxes.size(); ++i) {
@@ -35,11 +37,8 @@ std::string FilterWords(const TEventFilter& filter, const TDisplaySettings& sett
     axes += axes.empty() ? "peak on " : " or ";
     axes += kPeakAxes[i];
   }
-  if (!axes.empty()) Append(words, axes);
-  if (filter.time.IsSet()) {
-    const std::string mask = fmt::format("{} hh:nn:ss", settings.DateFormat());
-    Append(words, RangeWords("start", filter.time, [&](double time) { return FormatDateTime(mask, time); }));
-  }
-  if (filter.aboveAlarm) Append(words, "above alarm");
+  if (!axes.empty()) AppendListItem(words, axes, kBetween);
+  if (filter.time.IsSet()) AppendListItem(words, TimeWords("start", filter.time, settings), kBetween);
+  if (filter.aboveAlarm) AppendListItem(words, "above alarm", kBetween);
   return words;
 }

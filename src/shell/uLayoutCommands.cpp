@@ -11,13 +11,6 @@
 
 namespace fs = std::filesystem;
 
-namespace {
-
-constexpr std::string_view kNoSettingsFolder =
-    "There is no settings folder: the documents folder is missing or cannot be written.";
-
-}  // namespace
-
 void SaveUserLayout(const TProgram& program, const TShownMission& mission, IControls& controls, IDialogs& dialogs) {
   constexpr std::string_view kNotSaved = "The layout is not saved.";
   const std::string folder = program.findSettingsFolder();

@@ -9,7 +9,6 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
-#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -71,17 +70,13 @@ const std::vector<TLimitKey>& LimitKeys() {
   return kKeys;
 }
 
-bool IsSameKey(std::string_view a, std::string_view b) {
-  return AsciiLower(a) == AsciiLower(b);
-}
-
 std::string LoadFromFileKey() {
   return KeyOf("chboxLoadAccAlarmFromFile");
 }
 
 void RefuseUnknown(const TIniFile& ini, const std::string& section, const std::vector<std::string>& known) {
   for (const std::string& key : ini.Keys(section)) {
-    if (std::ranges::none_of(known, [&](const std::string& name) { return IsSameKey(name, key); })) {
+    if (std::ranges::none_of(known, [&](const std::string& name) { return IsSameIgnoringCase(name, key); })) {
       Refuse("[{}] has a key that is not known: \"{}\".", section, key);
     }
   }
@@ -170,7 +165,7 @@ void Check(TLimitProfile profile) {
 
 TLimitProfile ReadOwn(const TIniFile& ini) {
   for (const std::string& section : ini.Sections()) {
-    const auto isThis = [&section](const char* known) { return IsSameKey(section, known); };
+    const auto isThis = [&section](const char* known) { return IsSameIgnoringCase(section, known); };
     if (std::ranges::none_of(std::array{kProfile, kAlarm, kAllowed, kProduct}, isThis)) {
       Refuse("[{}] is no section of a limit profile.", section);
     }
@@ -190,9 +185,6 @@ TLimitProfile ReadOwn(const TIniFile& ini) {
 }  // namespace
 
 TLimitProfile ReadLimitProfile(const fs::path& path) {
-  if (!fs::exists(path)) {
-    throw fs::filesystem_error("", path, std::make_error_code(std::errc::no_such_file_or_directory));
-  }
   const TIniFile ini = TIniFile::LoadStrict(path);
   if (ini.HasSection(kProfile)) return ReadOwn(ini);
   if (ini.HasSection(kAllowed)) Refuse("The file has a section [{}], but no [{}].", kAllowed, kProfile);

@@ -15,6 +15,7 @@
 #include "shell/uFailureList.h"
 #include "shell/uLimitProfileFile.h"
 #include "shell/uSettings.h"
+#include "shell/uStartUp.h"
 
 namespace fs = std::filesystem;
 
@@ -25,13 +26,6 @@ constexpr const char *kSection = "Profile", *kFileKey = "File";
 constexpr std::string_view kExtension = ".ini";
 constexpr std::string_view kNotUsed = "The limit profile cannot be used.";
 constexpr std::string_view kNotSaved = "The limit profile is not saved.";
-constexpr std::string_view kNoFolder =
-    "There is no settings folder: the documents folder is missing or cannot be written.";
-
-bool Exists(const fs::path& file) {
-  std::error_code unknown;
-  return fs::exists(fs::symlink_status(file, unknown));
-}
 
 TListedProfile Listed(const fs::path& file) {
   try {
@@ -45,7 +39,7 @@ TListedProfile Listed(const fs::path& file) {
 
 fs::path ChosenProfile(const fs::path& settingsFolder) {
   const fs::path chosen = settingsFolder / kChosenProfileFile;
-  if (!Exists(chosen)) return {};
+  if (!IsThere(chosen)) return {};
   const std::string name = TIniFile::Load(chosen).ReadString(kSection, kFileKey, "");
   // Whatever the file says, nothing outside the folder is read or written.
   const fs::path file = settingsFolder / kFolder / PathFromUtf8(name).filename();
@@ -98,7 +92,7 @@ void TLimitProfiles::Remember() {
   const std::string settings = FFindSettingsFolder();
   if (settings.empty()) return;
   const fs::path chosen = PathFromUtf8(settings) / kChosenProfileFile;
-  if (FFile.empty() && !Exists(chosen)) return;
+  if (FFile.empty() && !IsThere(chosen)) return;
   TIniFile ini;
   ini.WriteString(kSection, kFileKey, Utf8FromPath(FFile.filename()));
   Try(chosen, "The choice of the limit profile is not kept.", [&] { SaveFile(chosen, ini.Text()); });
@@ -150,11 +144,11 @@ void TLimitProfiles::SaveAs(std::string_view name) {
 void TLimitProfiles::Add(TLimitProfile profile) {
   const fs::path folder = Folder();
   if (folder.empty()) {
-    FDialogs.ShowMessage(kNotSaved, kNoFolder);
+    FDialogs.ShowMessage(kNotSaved, kNoSettingsFolder);
     return;
   }
   const fs::path file = folder / PathFromUtf8(SafeFileName(profile.name) + std::string(kExtension));
-  if (Exists(file)) {
+  if (IsThere(file)) {
     FDialogs.ShowMessage(kNotSaved, fmt::format("There is a profile of this name: {}", Utf8FromPath(file)));
     return;
   }

@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "base/uDateTime.h"
+#include "base/uText.h"
 #include "export/uRecordingPart.h"
 #include "shell/uNavigatorCommands.h"
 
@@ -46,7 +47,6 @@ TMissionPart PartOf(const TShownMission& mission, TPartChoice choice) {
 }
 
 std::string PartSizeText(const TMissionPart& part) {
-  return fmt::format("{} {}, {} {} of sensors, {} of the battery", part.events.size(),
-                     part.events.size() == 1 ? "event" : "events", part.sensors.RecordCount(),
-                     part.sensors.RecordCount() == 1 ? "row" : "rows", part.battery.RecordCount());
+  return fmt::format("{}, {} of sensors, {} of the battery", Counted(part.events.size(), "event"),
+                     Counted(part.sensors.RecordCount(), "row"), part.battery.RecordCount());
 }

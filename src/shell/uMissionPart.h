@@ -2,7 +2,6 @@
 // band. Main thread only.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>

@@ -2,8 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <set>
 #include <stdexcept>
@@ -49,18 +47,10 @@ TNote NoteOf(const TLabel& label, const TEventList& events) {
   return note;
 }
 
-std::string_view TakeUntil(std::string_view& rest, char separator) {
-  const std::size_t end = std::min(rest.find(separator), rest.size());
-  const std::string_view taken = rest.substr(0, end);
-  rest.remove_prefix(std::min(end + 1, rest.size()));
-  return taken;
-}
-
 double SecondsIn(std::string_view field, std::size_t line) {
   if (field == "n/a") return 0;
-  double value = 0;
-  const auto [end, error] = std::from_chars(field.data(), field.data() + field.size(), value);
-  if (error == std::errc() && end == field.data() + field.size() && std::fabs(value) <= kMaxSeconds) return value;
+  const auto value = NumberIn<double>(field);
+  if (value && std::fabs(*value) <= kMaxSeconds) return *value;
   throw std::runtime_error(fmt::format("Line {} has no time in seconds: \"{}\".", line, field.substr(0, 40)));
 }
 
@@ -68,7 +58,7 @@ std::vector<TLabel> ParseLabels(std::string_view text) {
   std::vector<TLabel> labels;
   bool isEventTable = false;
   for (std::size_t number = 1; !text.empty(); ++number) {
-    std::string_view line = TakeUntil(text, '\n');
+    std::string_view line = TakeUntil(text, "\n");
     if (line.ends_with('\r')) line.remove_suffix(1);
     if (number == 1 && line.starts_with("\xEF\xBB\xBF")) line.remove_prefix(3);
     if (number == 1 && line.starts_with("onset\tduration")) {
@@ -77,9 +67,9 @@ std::vector<TLabel> ParseLabels(std::string_view text) {
     }
     if (line.empty() || line.starts_with('\\')) continue;
     TLabel label;
-    label.start = SecondsIn(TakeUntil(line, '\t'), number);
-    label.end = SecondsIn(TakeUntil(line, '\t'), number) + (isEventTable ? label.start : 0);
-    label.text = Printable(isEventTable ? TakeUntil(line, '\t') : line);
+    label.start = SecondsIn(TakeUntil(line, "\t"), number);
+    label.end = SecondsIn(TakeUntil(line, "\t"), number) + (isEventTable ? label.start : 0);
+    label.text = Printable(isEventTable ? TakeUntil(line, "\t") : line);
     if (label.end < label.start) throw std::runtime_error(fmt::format("Line {} ends before it begins.", number));
     labels.push_back(std::move(label));
   }

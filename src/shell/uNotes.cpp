@@ -3,10 +3,8 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <fstream>
-#include <iterator>
 #include <nlohmann/json.hpp>
 #include <random>
 #include <stdexcept>
@@ -35,12 +33,6 @@ constexpr double kHalfMs = 0.5 / kMsPerDay;
 std::string NewId() {
   std::random_device random;
   return fmt::format("{:08x}{:08x}", random(), random());
-}
-
-std::string PresentTime() {
-  constexpr double kDaysTo1970 = 25569;
-  const auto now = std::chrono::duration<double>(std::chrono::system_clock::now().time_since_epoch()).count();
-  return FormatDateTime("yyyy-mm-ddThh:nn:ssZ", kDaysTo1970 + now / 86400);
 }
 
 // A key of another type counts as missing.
@@ -248,7 +240,7 @@ TNotes::~TNotes() = default;
 
 void TNotes::Add(TNote note) {
   note.id = NewId();
-  if (note.time.empty()) note.time = PresentTime();
+  if (note.time.empty()) note.time = FormatDateTime("yyyy-mm-ddThh:nn:ssZ", UtcNow());
   FItems.push_back(std::move(note));
 }
 

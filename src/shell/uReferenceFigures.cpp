@@ -113,7 +113,6 @@ std::string ReferenceLine(const TShownMission& mission) {
   if (!mission.Reference) return "";
   if (mission.ReferenceIsShown) return "This recording is the reference";
   const TReference& reference = *mission.Reference;
-  return fmt::format("Δ against {}: {} event{}{}", ReferenceName(reference), reference.events,
-                     reference.events == 1 ? "" : "s",
+  return fmt::format("Δ against {}: {}{}", ReferenceName(reference), Counted(reference.events, "event"),
                      reference.days > 0 ? " in " + DurationInWords(reference.days) : "");
 }

@@ -3,13 +3,10 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <cstdint>
-#include <numeric>
 #include <stdexcept>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "base/uIniFile.h"
@@ -32,18 +29,15 @@ constexpr std::size_t kMaxDirections = 27;
 // Throws unless all of the text is one number.
 template <class TNumber>
 TNumber NumberOf(std::string_view text, std::string_view key) {
-  TNumber number{};
-  const auto [rest, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  if (error != std::errc() || rest != text.data() + text.size()) Refuse(key);
-  return number;
+  const auto number = NumberIn<TNumber>(text);
+  if (!number) Refuse(key);
+  return *number;
 }
 
-std::vector<std::string_view> Parts(std::string_view text, char separator) {
+std::vector<std::string_view> Parts(std::string_view text, std::string_view separator) {
   std::vector<std::string_view> parts;
   while (!text.empty()) {
-    const std::size_t end = std::min(text.find(separator), text.size());
-    if (end > 0) parts.push_back(text.substr(0, end));
-    text.remove_prefix(std::min(end + 1, text.size()));
+    if (const std::string_view part = TakeUntil(text, separator); !part.empty()) parts.push_back(part);
   }
   return parts;
 }
@@ -60,7 +54,7 @@ std::string Listed(const TDistribution& distribution) {
 TDistribution ReadDistribution(const std::string& text, std::string_view key, std::size_t events) {
   TDistribution distribution;
   std::size_t count = 0;
-  for (const std::string_view part : Parts(text, ' ')) {
+  for (const std::string_view part : Parts(text, " ")) {
     if (part.starts_with('x')) {
       if (distribution.empty() || distribution.back().count != 1) Refuse(key);
       distribution.back().count = NumberOf<std::uint32_t>(part.substr(1), key);
@@ -79,7 +73,7 @@ TDistribution ReadDistribution(const std::string& text, std::string_view key, st
 }
 
 void ReadHours(const std::string& text, TReference& reference) {
-  const auto parts = Parts(text, ' ');
+  const auto parts = Parts(text, " ");
   if (parts.size() != reference.hours.size()) Refuse(kHours);
   std::size_t count = 0;
   for (std::size_t hour = 0; hour < parts.size(); ++hour) {
@@ -91,8 +85,8 @@ void ReadHours(const std::string& text, TReference& reference) {
 
 void ReadDirections(const std::string& text, TReference& reference) {
   std::size_t count = 0;
-  for (const std::string_view part : Parts(text, ',')) {
-    const auto numbers = Parts(part, ' ');
+  for (const std::string_view part : Parts(text, ",")) {
+    const auto numbers = Parts(part, " ");
     if (numbers.size() != 4 || reference.directions.size() == kMaxDirections) Refuse(kDirections);
     std::int8_t axes[3];
     for (std::size_t i = 0; i < std::size(axes); ++i) {
@@ -111,7 +105,7 @@ void ReadSensors(const TIniFile& ini, TReference& reference) {
   for (const std::string& name : ini.Keys(kSensors)) {
     const auto* known = FindQuantity(&TQuantityRow::sensorName, name);
     const std::string text = ini.ReadString(kSensors, name, {});
-    const auto parts = Parts(text, ' ');
+    const auto parts = Parts(text, " ");
     const bool isThere = std::ranges::count(reference.sensors, name, &TReferenceSensor::name) > 0;
     if (known == nullptr || !known->quantity || isThere || parts.size() != 2) Refuse(name);
     const auto min = NumberOf<float>(parts[0], name);

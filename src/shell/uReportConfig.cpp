@@ -3,11 +3,9 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <charconv>
 #include <optional>
 #include <stdexcept>
 #include <string>
-#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -50,10 +48,6 @@ template <class... T>
   throw std::runtime_error(fmt::format(format, std::forward<T>(arguments)...));
 }
 
-bool IsSame(std::string_view a, std::string_view b) {
-  return AsciiLower(a) == AsciiLower(b);
-}
-
 template <class TNames>
 std::string Listed(const TNames& names) {
   std::string list;
@@ -66,7 +60,8 @@ template <class TNames>
 std::size_t ReadChoice(const TIniFile& ini, const TKey& key, const TNames& names, std::size_t byDefault) {
   const auto text = ini.Find(key.section, key.key);
   if (!text) return byDefault;
-  const auto* found = std::ranges::find_if(names, [&](std::string_view name) { return IsSame(name, *text); });
+  const auto* found =
+      std::ranges::find_if(names, [&](std::string_view name) { return IsSameIgnoringCase(name, *text); });
   if (found == names.end()) Refuse("[{}] {} = {} is none of {}.", key.section, key.key, *text, Listed(names));
   return static_cast<std::size_t>(found - names.begin());
 }
@@ -80,13 +75,11 @@ bool ReadSwitch(const TIniFile& ini, const std::string& section, const std::stri
 std::size_t ReadCount(const TIniFile& ini, const TKey& key, std::size_t byDefault) {
   const auto text = ini.Find(key.section, key.key);
   if (!text) return byDefault;
-  std::size_t count = 0;
-  const char* end = text->data() + text->size();
-  const auto [rest, error] = std::from_chars(text->data(), end, count);
-  if (error != std::errc() || rest != end || count < 1 || count > kMaxWorst) {
+  const auto count = NumberIn<std::size_t>(*text);
+  if (!count || *count < 1 || *count > kMaxWorst) {
     Refuse("[{}] {} = {} is no number from 1 to {}.", key.section, key.key, *text, kMaxWorst);
   }
-  return count;
+  return *count;
 }
 
 void ReadSections(const TIniFile& ini, TReportConfig& config) {
@@ -94,7 +87,8 @@ void ReadSections(const TIniFile& ini, TReportConfig& config) {
   const auto before = config.sections;
   std::size_t place = 0;
   for (const std::string& key : ini.Keys(kSections)) {
-    const auto* name = std::ranges::find_if(kSectionNames, [&](std::string_view each) { return IsSame(each, key); });
+    const auto* name =
+        std::ranges::find_if(kSectionNames, [&](std::string_view each) { return IsSameIgnoringCase(each, key); });
     if (name == kSectionNames.end()) Refuse("[{}] {} is no section of a report.", kSections, key);
     config.sections.at(place++) = {static_cast<TReportSection>(name - kSectionNames.begin()),
                                    ReadSwitch(ini, kSections, key, true)};
@@ -124,12 +118,14 @@ void RefuseUnknown(const TIniFile& ini) {
   for (const auto& row : kTableKeys) known.push_back(row.first);
   for (const auto& row : kTimeKeys) known.push_back(row.first);
   for (const std::string& section : ini.Sections()) {
-    if (IsSame(section, kSections)) continue;
-    if (std::ranges::none_of(known, [&](const TKey& key) { return IsSame(key.section, section); })) {
+    if (IsSameIgnoringCase(section, kSections)) continue;
+    if (std::ranges::none_of(known, [&](const TKey& key) { return IsSameIgnoringCase(key.section, section); })) {
       Refuse("[{}] is no section of a report's configuration.", section);
     }
     for (const std::string& name : ini.Keys(section)) {
-      const auto isIt = [&](const TKey& key) { return IsSame(key.section, section) && IsSame(key.key, name); };
+      const auto isIt = [&](const TKey& key) {
+        return IsSameIgnoringCase(key.section, section) && IsSameIgnoringCase(key.key, name);
+      };
       if (std::ranges::none_of(known, isIt)) Refuse("[{}] has a key that is not known: \"{}\".", section, name);
     }
   }
@@ -153,9 +149,6 @@ std::string_view SectionName(TReportSection section) {
 }
 
 TReportConfig ReadReportConfig(const fs::path& path) {
-  if (!fs::exists(path)) {
-    throw fs::filesystem_error("", path, std::make_error_code(std::errc::no_such_file_or_directory));
-  }
   const TIniFile ini = TIniFile::LoadStrict(path);
   RefuseUnknown(ini);
   TReportConfig config;

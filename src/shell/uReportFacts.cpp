@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <limits>
 #include <string_view>
-#include <utility>
 
 #include "base/uDateTime.h"
+#include "base/uText.h"
 #include "shell/uFilterWords.h"
 #include "shell/uShownVerdict.h"
 
@@ -16,11 +16,7 @@ namespace {
 // "Acceleration max from 6 g · time from 2026-03-04 06:00:00"
 std::string FilteredWords(const TShownMission& mission, const TRange& time) {
   std::string words = mission.FilterActive ? FilterWords(mission.Filter, mission.Display) : std::string();
-  if (!time.IsSet()) return words;
-  const std::string mask = fmt::format("{} hh:nn:ss", mission.Display.DateFormat());
-  words += words.empty() ? "time" : " · time";
-  if (time.from) words += fmt::format(" from {}", FormatDateTime(mask, *time.from));
-  if (time.to) words += fmt::format(" to {}", FormatDateTime(mask, *time.to));
+  if (time.IsSet()) AppendListItem(words, TimeWords("time", time, mission.Display), " · ");
   return words;
 }
 
@@ -113,8 +109,7 @@ std::string JudgementText(const TReportFacts& facts) {
 }
 
 std::string CardsTitle(const TReportFacts& facts, const TReportConfig& config, const TShownMission& mission) {
-  const std::size_t count = facts.cards.size();
-  const std::string events = fmt::format("{} event{}", count, count == 1 ? "" : "s");
+  const std::string events = Counted(facts.cards.size(), "event");
   switch (config.cardEvents) {
     case TCardEvents::All:
       return events;

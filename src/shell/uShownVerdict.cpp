@@ -3,8 +3,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <array>
-#include <cctype>
 
 #include "base/uDateTime.h"
 #include "base/uText.h"
@@ -64,13 +62,7 @@ std::string ForOrOn(double timeOut, std::string_view inWords, const TExcursion& 
 }
 
 void AppendClause(std::string& sentence, std::string_view clause) {
-  if (clause.empty()) return;
-  if (!sentence.empty()) sentence += "; ";
-  sentence += clause;
-}
-
-std::string Counted(std::size_t count, std::string_view what) {
-  return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
+  if (!clause.empty()) AppendListItem(sentence, clause, "; ");
 }
 
 // The worst sensor, and how many others are out. A profile does not judge by default limits, so with one they do not

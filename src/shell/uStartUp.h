@@ -26,6 +26,9 @@ inline constexpr std::string_view kLogoFiles[] = {"Company-Logo.png", "Report-Lo
 
 inline constexpr std::string_view kApplicationTitle = "Korvex165 ShockScope ";
 
+inline constexpr std::string_view kNoSettingsFolder =
+    "There is no settings folder: the documents folder is missing or cannot be written.";
+
 // The window's caption while no file is shown.
 std::string StartCaption(const TProgram& program);
 // The folder of the demo recording, with its trailing delimiter.

@@ -20,7 +20,7 @@ std::string Grouped(std::size_t number) {
   return text;
 }
 
-std::string Counted(std::size_t count, std::string_view what) {
+std::string GroupedCount(std::size_t count, std::string_view what) {
   return fmt::format("{} {}{}", Grouped(count), what, count == 1 ? "" : "s");
 }
 
@@ -29,16 +29,14 @@ std::string Moment(double time) {
 }
 
 void AppendLine(std::string& text, std::string_view line) {
-  if (line.empty()) return;
-  if (!text.empty()) text += '\n';
-  text += line;
+  if (!line.empty()) AppendListItem(text, line, "\n");
 }
 
 TVerdictCell EventsCell(const TVerdict& verdict, const TShownMission& mission) {
   TVerdictCell cell{.value = Grouped(verdict.events), .tip = ClippedText(verdict)};
   const std::size_t shown = mission.CLDS.RecordCount();
   cell.note = shown < verdict.events ? fmt::format("{} pass the filter", Grouped(shown))
-                                     : Counted(mission.Summary.samples, "sample");
+                                     : GroupedCount(mission.Summary.samples, "sample");
   if (!verdict.clipped.empty() && shown == verdict.events) {
     AppendLine(cell.tip, cell.note);
     cell.note = fmt::format("{} clipped", Grouped(verdict.clipped.size()));
@@ -123,7 +121,7 @@ TVerdictCell OutOfLimitsCell(const TVerdict& verdict, const TDisplaySettings& se
     cell.value = worst.byDefaultLimits ? "default limits" : timeOut;
     cell.note = worst.byDefaultLimits ? fmt::format("{}: {}", timeOut, beyond.text) : beyond.text;
     if (const std::size_t others = verdict.SensorsOut(worst.byDefaultLimits) - 1; others > 0) {
-      cell.note += fmt::format(", {}", Counted(others, "more sensor"));
+      cell.note += fmt::format(", {}", GroupedCount(others, "more sensor"));
     }
     cell.isOut = !worst.byDefaultLimits;
     cell.answer = TVerdictAnswer::ShowExcursion;
@@ -131,7 +129,7 @@ TVerdictCell OutOfLimitsCell(const TVerdict& verdict, const TDisplaySettings& se
   } else {
     cell.value = verdict.sensors.empty() ? "–" : "none";
     cell.note =
-        verdict.sensors.empty() ? "no sensors" : fmt::format("of {}", Counted(verdict.sensors.size(), "sensor"));
+        verdict.sensors.empty() ? "no sensors" : fmt::format("of {}", GroupedCount(verdict.sensors.size(), "sensor"));
   }
   return cell;
 }

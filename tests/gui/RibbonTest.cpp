@@ -131,6 +131,20 @@ TEST_F(Ribbon, EscClosesThePopupOfACollapsedGroup) {
   }
 }
 
+TEST_F(Ribbon, TheRowsOfAGroupAreEqualAndAHiddenButtonLeavesNoGap) {
+  auto* back = Find<QToolButton>("btnBackView");
+  const auto* next = Find<QToolButton>("btnNextView");
+  const QRect first = OnRibbon(back);
+  EXPECT_EQ(OnRibbon(next).top(), first.top() + first.height());
+  EXPECT_LE(first.height(), Find<QToolButton>("btnLargeView")->height() / 3 + 1);
+  back->defaultAction()->setVisible(false);
+  Settle();
+  EXPECT_EQ(OnRibbon(next).topLeft(), first.topLeft());
+  back->defaultAction()->setVisible(true);
+  Settle();
+  EXPECT_EQ(OnRibbon(back), first);
+}
+
 TEST_F(Ribbon, AGroupWithoutVisibleButtonsTakesNoRoom) {
   auto* next = Find<TRibbonGroup>("btngrpFiltering");
   const QRect place = OnRibbon(Find<TRibbonGroup>("btngrpNavigator"));

@@ -8,7 +8,6 @@
 #include <string>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 #include "gui/charts/uSensorsChart.h"
 #include "gui/common/uGuard.h"
@@ -21,89 +20,53 @@ namespace {
 constexpr qsizetype kMaxSensors = 40;  // in a menu
 constexpr std::string_view kNavigator = "ChartNavigator";
 
-// The actions of the window that stand in a chart's menu, by name; "-" parts them.
-struct TMenuRow {
-  std::string_view chart;
-  std::vector<const char*> actions;
-};
-const std::vector<TMenuRow>& MenuRows() {
-  static const std::vector<const char*> events = {"actPreviousEvent",
-                                                  "actNextEvent",
-                                                  "-",
-                                                  "actShockEventsToolsIndicator",
-                                                  "actSyncWithEvents",
-                                                  "-",
-                                                  "actEventPin",
-                                                  "actNoteAdd",
-                                                  "actNotes",
-                                                  "-",
-                                                  "actEventsCopyChart",
-                                                  "actEventsSaveChart",
-                                                  "actEventsSaveChartAsPNG",
-                                                  "actEventsSaveChartAsSVG",
-                                                  "-",
-                                                  "actEventsCSVVisibleShocks",
-                                                  "actEventsXLSXVisibileShocks"};
-  static const std::vector<const char*> shock = {"actShockShowX",
-                                                 "actShockShowY",
-                                                 "actShockShowZ",
-                                                 "actShockShowTotal",
-                                                 "-",
-                                                 "actShockHPFilter",
-                                                 "actShockSpecAnalysis",
-                                                 "actShockResponse",
-                                                 "actShockToolsPoints",
-                                                 "actShockToolsIndicator",
-                                                 "actShockToolsNearest",
-                                                 "-",
-                                                 "actEventPin",
-                                                 "actNoteAdd",
-                                                 "-",
-                                                 "actShockCopyChart",
-                                                 "actShockSaveChart",
-                                                 "actShockSaveChartAsPNG",
-                                                 "actShockSaveChartAsSVG",
-                                                 "-",
-                                                 "actExportShockToCSV",
-                                                 "actShockSaveChartAsXLSX"};
-  static const std::vector<const char*> spectrum = [] {
-    std::vector<const char*> all = {"actShockLogFrequency", "actShockLogValues", "-"};
-    all.insert(all.end(), shock.begin(), shock.end());
-    return all;
-  }();
-  static const std::vector<const char*> analysis = {
-      "actAnalysisCopyChart", "actAnalysisSaveChart", "actAnalysisSaveChartAsPNG", "actAnalysisSaveChartAsSVG", "-",
-      "actAnalysisExportCSV"};
-  static const std::vector<TMenuRow> rows = {
-      {"ChartDamage", analysis},
-      {"ChartByDay", analysis},
-      {"ChartByHour", analysis},
-      {"ChartByDirection", analysis},
-      {"ChartHistogram", analysis},
-      {"ChartExceedance", analysis},
-      {"Chart1", events},
-      {"Chart20", events},
-      {"Chart2", shock},
-      {"chartSpecAnalysis", spectrum},
-      {"chartResponse", shock},
-      {"ChartAllSensors",
-       {"actSensorsToolsPoints", "actSensorsToolsIndicator", "actSensorsToolsNearest", "actSyncWithSensors", "-",
-        "actNoteAdd", "actNotes", "-", "actSensorsCopyChart", "actSensorsSaveChart", "actSensorsSaveChartAsPNG",
-        "actSensorsSaveChartAsSVG", "-", "actSensorsExportToXLSX"}},
-      {kNavigator,
-       {"actNavSetIntAll", "actNavSetIntYear", "actNavSetIntMonth", "actNavSetIntWeek", "actNavSetIntDay",
-        "actNavSetIntHour", "actNavSetIntMin", "-", "actNavRwd", "actNavFwd", "-", "actSyncWithEvents",
-        "actSyncWithSensors", "-", "actNoteAdd", "actNotes", "-", "actExportPart"}}};
-  return rows;
-}
+// Names of the window's actions; "-" parts them.
+constexpr auto kOfEvents =
+    "actPreviousEvent actNextEvent - actShockEventsToolsIndicator actSyncWithEvents - actEventPin actNoteAdd actNotes "
+    "- "
+    "actEventsCopyChart actEventsSaveChart actEventsSaveChartAsPNG actEventsSaveChartAsSVG - actEventsCSVVisibleShocks "
+    "actEventsXLSXVisibileShocks";
+constexpr auto kOfShock =
+    "actShockShowX actShockShowY actShockShowZ actShockShowTotal - actShockHPFilter actShockSpecAnalysis "
+    "actShockResponse actShockToolsPoints actShockToolsIndicator actShockToolsNearest - actEventPin actNoteAdd - "
+    "actShockCopyChart actShockSaveChart actShockSaveChartAsPNG actShockSaveChartAsSVG - actExportShockToCSV "
+    "actShockSaveChartAsXLSX";
+constexpr auto kOfSensors =
+    "actSensorsToolsPoints actSensorsToolsIndicator actSensorsToolsNearest actSyncWithSensors - actNoteAdd actNotes - "
+    "actSensorsCopyChart actSensorsSaveChart actSensorsSaveChartAsPNG actSensorsSaveChartAsSVG - "
+    "actSensorsExportToXLSX";
+constexpr auto kOfNavigator =
+    "actNavSetIntAll actNavSetIntYear actNavSetIntMonth actNavSetIntWeek actNavSetIntDay actNavSetIntHour "
+    "actNavSetIntMin - actNavRwd actNavFwd - actSyncWithEvents actSyncWithSensors - actNoteAdd actNotes - "
+    "actExportPart";
+constexpr auto kOfAnalysis =
+    "actAnalysisCopyChart actAnalysisSaveChart actAnalysisSaveChartAsPNG actAnalysisSaveChartAsSVG - "
+    "actAnalysisExportCSV";
 
-void AddNamed(QMenu& menu, const TKorvexMainForm& form, const char* name) {
-  if (std::string_view(name) == "-") {
+// What stands in the menu of a chart; that of the spectrum has two rows.
+constexpr std::pair<std::string_view, const char*> kMenus[] = {
+    {"Chart1", kOfEvents},
+    {"Chart20", kOfEvents},
+    {"Chart2", kOfShock},
+    {"chartSpecAnalysis", "actShockLogFrequency actShockLogValues -"},
+    {"chartSpecAnalysis", kOfShock},
+    {"chartResponse", kOfShock},
+    {"ChartAllSensors", kOfSensors},
+    {kNavigator, kOfNavigator},
+    {"ChartDamage", kOfAnalysis},
+    {"ChartByDay", kOfAnalysis},
+    {"ChartByHour", kOfAnalysis},
+    {"ChartByDirection", kOfAnalysis},
+    {"ChartHistogram", kOfAnalysis},
+    {"ChartExceedance", kOfAnalysis}};
+
+void AddNamed(QMenu& menu, const TKorvexMainForm& form, const QString& name) {
+  if (name == "-") {
     menu.addSeparator();
     return;
   }
   auto* action = form.findChild<QAction*>(name);
-  if (action == nullptr) throw std::logic_error(std::string("the window has no action ") + name);
+  if (action == nullptr) throw std::logic_error("the window has no action " + name.toStdString());
   // The menu says which chart is meant, the action's own text says it, too.
   const QString keys = action->shortcut().toString(QKeySequence::NativeText);
   QAction* entry = menu.addAction(action->icon(), action->iconText() + (keys.isEmpty() ? keys : "\t" + keys));
@@ -115,9 +78,9 @@ void AddNamed(QMenu& menu, const TKorvexMainForm& form, const char* name) {
 }
 
 void AddActionsOf(std::string_view chart, QMenu& menu, const TKorvexMainForm& form) {
-  for (const auto& [name, actions] : MenuRows()) {
+  for (const auto& [name, actions] : kMenus) {
     if (name != chart) continue;
-    for (const char* action : actions) AddNamed(menu, form, action);
+    for (const QString& action : QString(actions).split(' ')) AddNamed(menu, form, action);
   }
 }
 

@@ -45,22 +45,6 @@ QString LabelOf(std::string_view field) {
   return found == std::end(kLabels) ? QtText(field) : QObject::tr(found->label);
 }
 
-// As texts outside of grids have it. The dew point has no unit of its own.
-QString UnitOf(const TQuantityRow& quantity) {
-  if (quantity.quantity == TQuantity::IoT) return "g·ms";
-  if (quantity.quantity == TQuantity::ToT) return "ms";
-  if (quantity.quantity == TQuantity::Temperature) return "°C";
-  return QtText(quantity.unit);
-}
-
-// On which side a value is beyond a limit that somebody chose: 1 above, -1 below, 0 neither.
-int SideBeyond(const std::optional<TVerdictLimits>& limits, TQuantity quantity, float value) {
-  if (!limits || static_cast<std::size_t>(quantity) >= kLimitedQuantityCount) return 0;
-  const TJudgedLimits& judged = limits->at(static_cast<std::size_t>(quantity));
-  if (judged.maxSource == TLimitSource::User && IsAbove(judged.values, value)) return 1;
-  return judged.minSource == TLimitSource::User && IsBelow(judged.values, value) ? -1 : 0;
-}
-
 // The figures of the cards table, in its order; what has no value is left out.
 void AddTableFigures(const TShownMission& mission, const TDisplaySettings& display,
                      const std::optional<TVerdictLimits>& limits, std::size_t row, TEventCard& card) {
@@ -72,17 +56,17 @@ void AddTableFigures(const TShownMission& mission, const TDisplaySettings& displ
     if (quantity == nullptr) quantity = FindQuantity(&TQuantityRow::cardField, column.Key);
     if (quantity == nullptr || !quantity->quantity) continue;
     const float value = table.Single(row, field);
-    const int side = SideBeyond(limits, *quantity->quantity, value);
+    const QString mark = LimitMark(limits, *quantity->quantity, value);
     const auto shown = [&](float number) {
-      return QtText(MaskFloat(display.FormatOf(*quantity->quantity), double{number})) + ' ' + UnitOf(*quantity);
+      return QtText(MaskFloat(display.FormatOf(*quantity->quantity), double{number})) + ' ' +
+             QtText(UnitInWords(*quantity));
     };
     QString text = shown(value);
     const TEvent& event = mission.Events.GetItem(row);
     if (column.Key == "Acceleration max" && event.MaxSingle != 0) {
       text += QObject::tr(" (%1 on %2)").arg(shown(event.MaxSingle), QtText(event.MaxAxis));
     }
-    if (side != 0) text.prepend(side > 0 ? "▲ " : "▼ ");
-    card.figures.push_back({LabelOf(column.Key), text, side != 0});
+    card.figures.push_back({LabelOf(column.Key), mark + text, !mark.isEmpty()});
   }
 }
 
@@ -196,6 +180,13 @@ void PaintCurve(QPainter& painter, const QRectF& plot, std::span<const TEventVal
 }
 
 }  // namespace
+
+QString LimitMark(const std::optional<TVerdictLimits>& limits, TQuantity quantity, float value) {
+  if (!limits || static_cast<std::size_t>(quantity) >= kLimitedQuantityCount) return {};
+  const TJudgedLimits& judged = limits->at(static_cast<std::size_t>(quantity));
+  if (judged.maxSource == TLimitSource::User && IsAbove(judged.values, value)) return "▲ ";
+  return judged.minSource == TLimitSource::User && IsBelow(judged.values, value) ? "▼ " : "";
+}
 
 bool TEventCard::IsBeyond() const {
   return std::ranges::any_of(figures, &TCardFigure::isBeyond);

@@ -14,6 +14,9 @@
 #include "shell/uShownMission.h"
 #include "shell/uThemeTokens.h"
 
+// "▲ " or "▼ " for a value above or below a limit that somebody chose, else empty. The trigger level is no such limit.
+QString LimitMark(const std::optional<TVerdictLimits>& limits, TQuantity quantity, float value);
+
 struct TCardFigure {
   QString label;
   QString text;  // with its unit, and a mark in front when it is beyond a limit
@@ -33,8 +36,7 @@ struct TEventCard {
   [[nodiscard]] QString Words() const;
 };
 
-// `row` of the event table. Only limits that somebody chose are marked: the trigger level is none, since every event
-// exceeds it. Analyses the shock, so it walks the event's samples.
+// `row` of the event table. Analyses the shock, so it walks the event's samples.
 TEventCard MakeEventCard(const TShownMission& mission, const TDisplaySettings& display,
                          const std::optional<TVerdictLimits>& limits, std::size_t row);
 

@@ -4,7 +4,6 @@
 #include <QPainter>
 #include <QScrollBar>
 #include <algorithm>
-#include <cmath>
 
 #include "gui/common/uTheme.h"
 #include "gui/report/uReportPages.h"
@@ -206,21 +205,11 @@ void TPageView::wheelEvent(QWheelEvent* event) {
   event->accept();
 }
 
-template <class TSignal>
-void TPageView::EmitAt(const QPoint& at, TSignal signal) {
-  if (PageCount() == 0) return;
-  const int step = PagePixels().height() + kGap;
-  const int page = std::clamp((at.y() + verticalScrollBar()->value() - kGap) / step, 0, PageCount() - 1);
-  const QRect place = RectOf(page);
-  if (place.contains(at)) emit(this->*signal)(page, QPointF(at - place.topLeft()) / PixelsAPoint());
-}
-
 void TPageView::mousePressEvent(QMouseEvent* event) {
-  if (event->button() == Qt::LeftButton) EmitAt(event->pos(), &TPageView::PageClicked);
-}
-
-void TPageView::mouseDoubleClickEvent(QMouseEvent* event) {
-  if (event->button() == Qt::LeftButton) EmitAt(event->pos(), &TPageView::PageOpened);
+  if (event->button() != Qt::LeftButton || PageCount() == 0) return;
+  const int step = PagePixels().height() + kGap;
+  const int page = std::clamp((event->pos().y() + verticalScrollBar()->value() - kGap) / step, 0, PageCount() - 1);
+  if (RectOf(page).contains(event->pos())) emit PageClicked(page);
 }
 
 void TPageView::scrollContentsBy(int /*dx*/, int /*dy*/) {

@@ -39,9 +39,7 @@ class TPageView : public QAbstractScrollArea {
   // Another page is current, or there is another number of pages.
   void PageChanged();
   void ZoomChanged();
-  // `at` in points of the page.
-  void PageClicked(int page, const QPointF& at);
-  void PageOpened(int page, const QPointF& at);
+  void PageClicked(int page);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -49,7 +47,6 @@ class TPageView : public QAbstractScrollArea {
   void keyPressEvent(QKeyEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
-  void mouseDoubleClickEvent(QMouseEvent* event) override;
   void scrollContentsBy(int dx, int dy) override;
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
@@ -62,8 +59,6 @@ class TPageView : public QAbstractScrollArea {
   void FitZoom();
   void LayOut();
   [[nodiscard]] const QPixmap& PictureOf(int page);
-  template <class TSignal>
-  void EmitAt(const QPoint& at, TSignal signal);
 
   const TReportPages* FPages = nullptr;
   TFit FFit = TFit::Width;

@@ -1,9 +1,7 @@
 #include "gui/report/uPaperTable.h"
 
 #include <algorithm>
-#include <cmath>
 #include <memory>
-#include <utility>
 
 #include "gui/report/uPaperText.h"
 

@@ -1,8 +1,6 @@
 // The section of event cards.
 #pragma once
 
-#include <vector>
-
 #include "gui/report/uPageFlow.h"
 #include "gui/report/uReportData.h"
 

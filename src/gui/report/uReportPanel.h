@@ -13,7 +13,6 @@
 class QFrame;
 class TBackgroundTask;
 class QLabel;
-class QSplitter;
 class TElidedLabel;
 class TEventCardList;
 class TPageView;

@@ -1,6 +1,7 @@
 #include "gui/report/uReportSections.h"
 
 #include <algorithm>
+#include <functional>
 
 #include "analysis/uShockMetrics.h"
 #include "gui/common/uQtText.h"
@@ -90,46 +91,27 @@ void AddMetrics(TPageFlow& flow, const TReportData& data) {
 }  // namespace
 
 void AddSections(TPageFlow& flow, const TReportData& data, TReportCharts& charts) {
+  // By TReportSection.
+  const std::function<void()> add[kReportSectionCount] = {[&] {
+                                                            flow.BeginPage();
+                                                            AddCover(flow, data, charts);
+                                                            flow.BeginPage();
+                                                          },
+                                                          [&] { AddMissionDetails(flow, data); },
+                                                          [&] { AddVerdict(flow, data); },
+                                                          [&] {
+                                                            AddSummary(flow, data);
+                                                            AddPeaks(flow, data, charts);
+                                                          },
+                                                          [&] { AddImportantEvents(flow, data); },
+                                                          [&] { AddEventsChart(flow, data, charts); },
+                                                          [&] { AddSensorsChart(flow, data, charts); },
+                                                          [&] { AddSelectedEvent(flow, data, charts); },
+                                                          [&] { AddTables(flow, data); },
+                                                          [&] { AddEventCards(flow, data); },
+                                                          [&] { AddMetrics(flow, data); }};
   if (!data.config.Has(TReportSection::Cover)) AddPageHead(flow, data);
   for (const auto& [section, on] : data.config.sections) {
-    if (!on) continue;
-    switch (section) {
-      case TReportSection::Cover:
-        flow.BeginPage();
-        AddCover(flow, data, charts);
-        flow.BeginPage();
-        break;
-      case TReportSection::MissionDetails:
-        AddMissionDetails(flow, data);
-        break;
-      case TReportSection::Verdict:
-        AddVerdict(flow, data);
-        break;
-      case TReportSection::Summary:
-        AddSummary(flow, data);
-        AddPeaks(flow, data, charts);
-        break;
-      case TReportSection::ImportantEvents:
-        AddImportantEvents(flow, data);
-        break;
-      case TReportSection::EventsChart:
-        AddEventsChart(flow, data, charts);
-        break;
-      case TReportSection::SensorsChart:
-        AddSensorsChart(flow, data, charts);
-        break;
-      case TReportSection::SelectedEvent:
-        AddSelectedEvent(flow, data, charts);
-        break;
-      case TReportSection::Tables:
-        AddTables(flow, data);
-        break;
-      case TReportSection::EventCards:
-        AddEventCards(flow, data);
-        break;
-      case TReportSection::Metrics:
-        AddMetrics(flow, data);
-        break;
-    }
+    if (on) add[static_cast<std::size_t>(section)]();
   }
 }

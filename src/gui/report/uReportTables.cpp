@@ -1,8 +1,8 @@
 #include "gui/report/uReportTables.h"
+#include "gui/report/uEventCard.h"
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <span>
 #include <utility>
 
@@ -32,22 +32,14 @@ const TQuantityRow* QuantityOf(const TField& field) {
   return field.Type == TFieldType::Single ? FindQuantity(&TQuantityRow::field, field.Key) : nullptr;
 }
 
-// The side on which a value is beyond a limit that somebody chose; the trigger level is none.
-QString MarkOf(TQuantity quantity, float value, const TReportData& data) {
-  if (!data.facts.limits || static_cast<std::size_t>(quantity) >= kLimitedQuantityCount) return {};
-  const TJudgedLimits& limits = data.facts.limits->at(static_cast<std::size_t>(quantity));
-  if (limits.maxSource == TLimitSource::User && IsAbove(limits.values, value)) return "▲ ";
-  if (limits.minSource == TLimitSource::User && IsBelow(limits.values, value)) return "▼ ";
-  return {};
-}
-
 QString CellText(const TDataset& table, std::size_t row, std::size_t field, const TReportData& data) {
   const TQuantityRow* quantity = QuantityOf(table.Fields()[field]);
   if (quantity == nullptr || !quantity->quantity || table.IsNull(row, field)) {
     return QtText(Printable(table.DisplayText(row, field)));
   }
   const float value = table.Single(row, field);
-  return MarkOf(*quantity->quantity, value, data) + NumberText(*quantity->quantity, double{value}, data);
+  return LimitMark(data.facts.limits, *quantity->quantity, value) +
+         NumberText(*quantity->quantity, double{value}, data);
 }
 
 // As wide as any cell of the column, without a look at each: the digits before the point of the largest value, and as
@@ -76,16 +68,9 @@ QString Widest(const TDataset& table, std::size_t field, const TReportData& data
   return marked ? "▲ " + widest : widest;
 }
 
-// As elsewhere outside the cells of grids.
-QString UnitOf(const TQuantityRow* quantity) {
-  if (quantity == nullptr || !quantity->quantity) return {};
-  if (quantity->quantity == TQuantity::ToT) return "ms";
-  if (quantity->quantity == TQuantity::IoT) return "g·ms";
-  return QtText(kQuantityControls[static_cast<std::size_t>(*quantity->quantity)].unit);
-}
-
 std::pair<QString, QString> TitleOf(const TField& field) {
-  const QString unit = UnitOf(QuantityOf(field));
+  const TQuantityRow* quantity = QuantityOf(field);
+  const QString unit = quantity == nullptr || !quantity->quantity ? QString() : QtText(UnitInWords(*quantity));
   if (field.Key == "Acceleration max") return {QObject::tr("Peak"), unit};
   if (field.Key == "Timestamp") return {QObject::tr("Date and time"), {}};
   return {PlainText(field.Label), unit};

@@ -36,6 +36,18 @@ qsizetype Rank(const QString& objectName) {
   return rank < std::ssize(kOrder) ? rank : rankOf(QString(""));
 }
 
+// Moves the focus from a widget to the next, or the one before, within `area`.
+void StepFocus(const QWidget& area, QWidget* from, bool next) {
+  const auto step = [next](QWidget* widget) {
+    return next ? widget->nextInFocusChain() : widget->previousInFocusChain();
+  };
+  for (QWidget* widget = step(from); widget != from; widget = step(widget)) {
+    if (!area.isAncestorOf(widget) || !widget->isVisible() || !widget->isEnabled()) continue;
+    if ((widget->focusPolicy() & Qt::TabFocus) == 0) continue;
+    return widget->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+  }
+}
+
 }  // namespace
 
 TBackstage::TBackstage(QWidget* window)
@@ -197,11 +209,7 @@ void TBackstage::MoveFocus(int step) {
 
 void TBackstage::EnterPage() {
   QWidget* page = FPages->currentWidget();
-  for (QWidget* widget = page->nextInFocusChain(); widget != page; widget = widget->nextInFocusChain()) {
-    if (!page->isAncestorOf(widget) || !widget->isVisible() || !widget->isEnabled()) continue;
-    if ((widget->focusPolicy() & Qt::TabFocus) == 0) continue;
-    return widget->setFocus(Qt::TabFocusReason);
-  }
+  StepFocus(*page, page, true);
 }
 
 bool TBackstage::event(QEvent* event) {
@@ -223,15 +231,7 @@ bool TBackstage::eventFilter(QObject* watched, QEvent* event) {
 bool TBackstage::focusNextPrevChild(bool next) {
   QWidget* from = focusWidget();
   if (!isVisible() || from == nullptr) return QWidget::focusNextPrevChild(next);
-  const auto step = [next](QWidget* widget) {
-    return next ? widget->nextInFocusChain() : widget->previousInFocusChain();
-  };
-  for (QWidget* widget = step(from); widget != from; widget = step(widget)) {
-    if (!isAncestorOf(widget) || !widget->isVisible() || !widget->isEnabled()) continue;
-    if ((widget->focusPolicy() & Qt::TabFocus) == 0) continue;
-    widget->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
-    return true;
-  }
+  StepFocus(*this, from, next);
   return true;
 }
 

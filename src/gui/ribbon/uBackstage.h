@@ -10,7 +10,6 @@
 
 class QAction;
 class QLabel;
-class QPushButton;
 class QStackedWidget;
 class QVBoxLayout;
 class TAboutPage;

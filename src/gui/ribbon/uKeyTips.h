@@ -9,7 +9,6 @@
 class QAbstractButton;
 class QLabel;
 class QTabBar;
-class QWidget;
 class TRibbon;
 
 class TKeyTips : public QObject {

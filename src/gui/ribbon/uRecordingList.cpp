@@ -9,8 +9,6 @@
 #include <QStyledItemDelegate>
 #include <QTextDocument>
 #include <algorithm>
-#include <functional>
-#include <numeric>
 
 #include "base/uDateTime.h"
 #include "base/uFiles.h"

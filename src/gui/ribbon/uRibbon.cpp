@@ -99,9 +99,7 @@ void TRibbon::ShowTab(int index) {
   if (index != FCurrent && FPages->isAncestorOf(QApplication::focusWidget())) FTabBar->setFocus();
   FTabBar->setCurrentIndex(index);
   FPages->setCurrentIndex(index);
-  if (FCurrent == index) return;
   FCurrent = index;
-  emit CurrentTabChanged(CurrentTab());
 }
 
 void TRibbon::UpdateTabs() {
@@ -157,7 +155,6 @@ void TRibbon::SetFolded(bool folded) {
   FFolded = folded;
   FPages->setVisible(!folded);
   FFoldAction->setChecked(folded);
-  emit FoldedChanged(folded);
 }
 
 void TRibbon::BeginUpdate() {

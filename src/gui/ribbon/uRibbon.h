@@ -41,8 +41,6 @@ class TRibbon : public QWidget {
 
  signals:
   void BackstageRequested();
-  void CurrentTabChanged(const QString& objectName);
-  void FoldedChanged(bool folded);
 
  protected:
   void changeEvent(QEvent* event) override;

@@ -12,6 +12,8 @@ class TRibbonButton : public QToolButton {
 
   TRibbonButton(TShape shape, QWidget* parent);
 
+  TShape Shape() const { return FShape; }
+
   // For a button without an action; it shows an arrow because it opens something.
   void SetCaption(const QString& caption, const QIcon& icon);
 

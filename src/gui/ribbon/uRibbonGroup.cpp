@@ -3,20 +3,21 @@
 #include <QAction>
 #include <QApplication>
 #include <QEvent>
-#include <QLabel>
+#include <QGridLayout>
 #include <QVBoxLayout>
 #include <algorithm>
 
 #include "gui/common/uIcons.h"
 #include "gui/common/uPopup.h"
 #include "gui/ribbon/uRibbonButton.h"
-#include "gui/ribbon/uRibbonColumns.h"
 #include "gui/ribbon/uRibbonMetrics.h"
 
 namespace {
 
 constexpr int kMargin = 5;
 constexpr int kTop = 3;
+constexpr int kRows = 3;  // of small buttons in a column
+constexpr int kColumnGap = 2;
 
 bool IsShownOrHidden(const QEvent* event) {
   return event->type() == QEvent::ShowToParent || event->type() == QEvent::HideToParent;
@@ -27,7 +28,7 @@ bool IsShownOrHidden(const QEvent* event) {
 TRibbonGroup::TRibbonGroup(const QString& objectName, const QString& title, QWidget* parent)
     : QFrame(parent),
       FBody(new QWidget(this)),
-      FColumns(new TRibbonColumns(FBody)),
+      FGrid(new QGridLayout(FBody)),
       FTitle(title),
       FHandle(new TRibbonButton(TRibbonButton::TShape::Large, this)),
       FPopup(new QFrame(this, Qt::Popup)) {
@@ -43,94 +44,78 @@ TRibbonGroup::TRibbonGroup(const QString& objectName, const QString& title, QWid
   FPopup->setProperty("surface", true);
   // A click on the collapsed button while its popup is open closes it and does not open it again.
   FPopup->setAttribute(Qt::WA_NoMouseReplay);
+  FGrid->setContentsMargins(0, 0, 0, 0);
+  FGrid->setHorizontalSpacing(kColumnGap);
+  FGrid->setVerticalSpacing(0);
+  for (int row = 0; row < kRows; ++row) FGrid->setRowStretch(row, 1);
   auto* layout = new QVBoxLayout(FPopup);
   layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
   layout->setSizeConstraint(QLayout::SetFixedSize);
   UpdateHandle();
 }
 
-QToolButton* TRibbonGroup::AddLarge(QAction* action, const QString& buttonName) {
-  auto* button = new TRibbonButton(TRibbonButton::TShape::Large, FBody);
-  AddButton(button, action, buttonName);
-  FColumns->AddColumn(button);
-  Watch(button);
-  return button;
+void TRibbonGroup::AddLarge(QAction* action, const QString& buttonName) {
+  Add(new TRibbonButton(TRibbonButton::TShape::Large, FBody), action, buttonName);
 }
 
-QToolButton* TRibbonGroup::AddSmall(QAction* action, const QString& buttonName) {
+void TRibbonGroup::AddSmall(QAction* action, const QString& buttonName) {
   auto* button = new TRibbonButton(TRibbonButton::TShape::Small, FBody);
-  AddButton(button, action, buttonName);
-  FColumns->AddRow(button);
-  Watch(button);
-  return button;
+  // The rows have equal heights, also where a column is not full.
+  button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Ignored);
+  Add(button, action, buttonName);
 }
 
-void TRibbonGroup::AddButton(TRibbonButton* button, QAction* action, const QString& buttonName) {
+void TRibbonGroup::Add(TRibbonButton* button, QAction* action, const QString& buttonName) {
   button->setObjectName(buttonName);
   button->setDefaultAction(action);
+  button->setVisible(action->isVisible());
+  button->installEventFilter(this);
   connect(action, &QAction::visibleChanged, button, [button, action] { button->setVisible(action->isVisible()); });
   connect(action, &QAction::changed, this, &TRibbonGroup::UpdateHandle);
   connect(button, &TRibbonButton::Chosen, FPopup, &QWidget::hide);
+  FButtons.push_back(button);
+  Arrange();
 }
 
-void TRibbonGroup::AddWidget(QWidget* widget, const QString& label) {
-  if (widget->accessibleName().isEmpty() && !label.isEmpty()) widget->setAccessibleName(PlainCaption(label));
-  if (label.isEmpty()) {
-    FColumns->AddRow(widget);
-    return Watch(widget);
+// A hidden button leaves no gap.
+void TRibbonGroup::Arrange() {
+  int column = -1;
+  int row = kRows;
+  for (TRibbonButton* button : FButtons) {
+    FGrid->removeWidget(button);
+    const bool large = button->Shape() == TRibbonButton::TShape::Large;
+    if (large) row = kRows;
+    if (button->isHidden()) continue;
+    if (row == kRows) {
+      ++column;
+      row = 0;
+    }
+    FGrid->addWidget(button, row, column, large ? kRows : 1, 1);
+    row += large ? kRows : 1;
   }
-  auto* field = new QWidget(FBody);
-  auto* layout = new QVBoxLayout(field);
-  layout->setContentsMargins(2, 0, 2, 0);
-  layout->setSpacing(2);
-  auto* caption = new QLabel(label, field);
-  caption->setBuddy(widget);
-  layout->addStretch();
-  layout->addWidget(caption);
-  layout->addWidget(widget);
-  layout->addStretch();
-  field->setVisible(!widget->testAttribute(Qt::WA_WState_ExplicitShowHide) || !widget->isHidden());
-  widget->installEventFilter(this);
-  FColumns->AddColumn(field);
-  Watch(field);
-}
-
-// Once shown, a child is hidden only when someone hides it explicitly.
-void TRibbonGroup::Watch(QWidget* item) {
-  const bool hiddenOnPurpose = item->isHidden() && item->testAttribute(Qt::WA_WState_ExplicitShowHide);
-  if (!hiddenOnPurpose) item->show();
-  item->installEventFilter(this);
-  FItems.push_back(item);
   UpdateHandle();
   emit ContentChanged();
 }
 
-void TRibbonGroup::SetIcon(const QIcon& icon) {
-  FIcon = icon;
-  UpdateHandle();
-}
-
-QWidget* TRibbonGroup::FirstShown() const {
-  const auto found = std::find_if(FItems.begin(), FItems.end(), [](const QWidget* item) { return !item->isHidden(); });
-  return found == FItems.end() ? nullptr : *found;
+TRibbonButton* TRibbonGroup::FirstShown() const {
+  const auto found = std::ranges::find_if_not(FButtons, &QWidget::isHidden);
+  return found == FButtons.end() ? nullptr : *found;
 }
 
 bool TRibbonGroup::Vacant() const {
   return FirstShown() == nullptr;
 }
 
+// The icon of its first button that has one of its own.
 void TRibbonGroup::UpdateHandle() {
-  QIcon icon = FIcon;
-  for (const QWidget* item : FItems) {
-    const auto* button = qobject_cast<const QToolButton*>(item);
-    const bool usual = button != nullptr && !button->isHidden() && !IsDotIcon(button->icon());
-    if (icon.isNull() && usual) icon = button->icon();
-  }
+  const auto usual = std::ranges::find_if(
+      FButtons, [](const TRibbonButton* button) { return !button->isHidden() && !IsDotIcon(button->icon()); });
+  const QIcon icon = usual == FButtons.end() ? QIcon() : (*usual)->icon();
   FHandle->SetCaption(FTitle, icon.isNull() ? Icon("view-list-details") : icon);
 }
 
 int TRibbonGroup::FullWidth() const {
-  return FColumns->sizeHint().width() + 2 * kMargin;
+  return FGrid->sizeHint().width() + 2 * kMargin;
 }
 
 int TRibbonGroup::CollapsedWidth() const {
@@ -161,7 +146,7 @@ void TRibbonGroup::SetCollapsed(bool collapsed) {
 void TRibbonGroup::OpenPopup() {
   if (!FCollapsed) return;
   ShowPopupBelow(*FPopup, *this);
-  if (QWidget* first = FirstShown()) first->setFocus(Qt::PopupFocusReason);
+  if (TRibbonButton* first = FirstShown()) first->setFocus(Qt::PopupFocusReason);
 }
 
 void TRibbonGroup::FocusFirst() {
@@ -170,21 +155,17 @@ void TRibbonGroup::FocusFirst() {
 }
 
 bool TRibbonGroup::event(QEvent* event) {
-  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) FPopup->setFont(font());
+  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
+    FPopup->setFont(font());
+    LayOut();
+  }
   const bool handled = QFrame::event(event);
   if (IsShownOrHidden(event) || event->type() == QEvent::LayoutRequest) emit ContentChanged();
   return handled;
 }
 
-bool TRibbonGroup::eventFilter(QObject* watched, QEvent* event) {
-  if (!IsShownOrHidden(event)) return false;
-  auto* widget = static_cast<QWidget*>(watched);
-  if (widget->parentWidget() != FBody) {  // a labelled control: its label goes with it
-    widget->parentWidget()->setVisible(!widget->isHidden());
-  } else {
-    UpdateHandle();
-    emit ContentChanged();
-  }
+bool TRibbonGroup::eventFilter(QObject* /*watched*/, QEvent* event) {
+  if (IsShownOrHidden(event)) Arrange();
   return false;
 }
 
@@ -195,6 +176,7 @@ void TRibbonGroup::resizeEvent(QResizeEvent* event) {
 
 void TRibbonGroup::LayOut() {
   const int body = RibbonBodyHeight(fontMetrics());
+  FBody->setFixedHeight(body);
   if (FCollapsed) {
     const int width = std::min(this->width(), CollapsedWidth() - 2 * kMargin);
     FHandle->setGeometry((this->width() - width) / 2, kTop, width, body);

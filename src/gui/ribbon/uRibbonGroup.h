@@ -1,16 +1,13 @@
-// A group of the ribbon: buttons and small controls. In a narrow window it collapses into one button with its title,
-// which opens the content in a popup. The group owns the widgets and borrows the actions. The caller may hide the group
-// and each button.
+// A group of the ribbon. In a narrow window it collapses into one button with its title, which opens the content in a
+// popup. The group owns its buttons and borrows the actions. The caller may hide the group and each button.
 #pragma once
 
 #include <QFrame>
-#include <QIcon>
 #include <vector>
 
 class QAction;
-class QToolButton;
+class QGridLayout;
 class TRibbonButton;
-class TRibbonColumns;
 
 class TRibbonGroup : public QFrame {
   Q_OBJECT
@@ -18,13 +15,9 @@ class TRibbonGroup : public QFrame {
  public:
   TRibbonGroup(const QString& objectName, const QString& title, QWidget* parent);
 
-  QToolButton* AddLarge(QAction* action, const QString& buttonName);
-  QToolButton* AddSmall(QAction* action, const QString& buttonName);
-  // With a label above it the widget takes a column, without one a row.
-  void AddWidget(QWidget* widget, const QString& label = {});
-
-  // The icon of the collapsed group; by default that of its first button.
-  void SetIcon(const QIcon& icon);
+  // A large button takes a column, three small ones share one.
+  void AddLarge(QAction* action, const QString& buttonName);
+  void AddSmall(QAction* action, const QString& buttonName);
 
   // Nothing in it is visible, so the group takes no room.
   bool Vacant() const;
@@ -47,18 +40,17 @@ class TRibbonGroup : public QFrame {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
-  void AddButton(TRibbonButton* button, QAction* action, const QString& buttonName);
-  void Watch(QWidget* item);
+  void Add(TRibbonButton* button, QAction* action, const QString& buttonName);
+  void Arrange();
   void LayOut();
   void UpdateHandle();
-  QWidget* FirstShown() const;
+  TRibbonButton* FirstShown() const;
 
   QWidget* FBody;
-  TRibbonColumns* FColumns;
+  QGridLayout* FGrid;
   QString FTitle;
   TRibbonButton* FHandle;
   QFrame* FPopup;
-  QIcon FIcon;
-  std::vector<QWidget*> FItems;
+  std::vector<TRibbonButton*> FButtons;
   bool FCollapsed = false;
 };
