@@ -19,7 +19,7 @@ namespace {
 constexpr std::uintmax_t kMaxBytes = 1'000'000;
 
 // Without blanks, quotes and line ends around it.
-std::string_view Trimmed(std::string_view text) {
+std::string_view WithoutQuotes(std::string_view text) {
   constexpr std::string_view kAround = " \t\r\"";
   const std::size_t begin = text.find_first_not_of(kAround);
   return begin == std::string_view::npos ? "" : text.substr(begin, text.find_last_not_of(kAround) - begin + 1);
@@ -49,13 +49,13 @@ TLimitCurve ParseLimitCurve(std::string_view text) {
   TLimitCurve limit;
   bool mayBeTitles = true;
   for (int number = 1; !text.empty(); ++number) {
-    std::string_view line = Trimmed(TakeUntil('\n', text));
+    std::string_view line = WithoutQuotes(TakeUntil('\n', text));
     if (line.empty() || line[0] == '#') continue;
-    const auto hertz = NumberAbove0(Trimmed(TakeUntil(',', line)));
-    const auto g = NumberAbove0(Trimmed(TakeUntil(',', line)));
+    const auto hertz = NumberAbove0(WithoutQuotes(TakeUntil(',', line)));
+    const auto g = NumberAbove0(WithoutQuotes(TakeUntil(',', line)));
     const bool areTitles = std::exchange(mayBeTitles, false) && !hertz && !g;
     if (areTitles) continue;
-    if (!hertz || !g || !Trimmed(line).empty()) {
+    if (!hertz || !g || !WithoutQuotes(line).empty()) {
       throw std::runtime_error(
           fmt::format("Line {} is no frequency and acceleration above 0, such as \"100,50\".", number));
     }

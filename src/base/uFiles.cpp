@@ -20,11 +20,16 @@ bool IsSameFile(const fs::path& path, const fs::path& other) noexcept {
   return fs::equivalent(path, other, unknown);
 }
 
+bool IsThere(const fs::path& path) noexcept {
+  std::error_code unknown;
+  return fs::exists(fs::symlink_status(path, unknown));
+}
+
 fs::path KeepAside(const fs::path& path) {
-  if (!fs::exists(fs::symlink_status(path))) return path;
+  if (!IsThere(path)) return path;
   fs::path other = path;
   other.replace_filename(path.stem().concat("-kept").concat(path.extension().native()));
-  for (int number = 2; fs::exists(fs::symlink_status(other)); ++number) {
+  for (int number = 2; IsThere(other); ++number) {
     other.replace_filename(path.stem().concat(fmt::format("-kept-{}", number)).concat(path.extension().native()));
   }
   fs::rename(path, other);

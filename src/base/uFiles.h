@@ -14,6 +14,9 @@ std::string Utf8FromPath(std::filesystem::path path);
 // True when both paths lead to one file that exists.
 bool IsSameFile(const std::filesystem::path& path, const std::filesystem::path& other) noexcept;
 
+// True also for a link that leads nowhere, through which nothing may be written.
+bool IsThere(const std::filesystem::path& path) noexcept;
+
 // Renames the file at `path` to the first free name of "a-kept.ini", "a-kept-2.ini" … and returns the new path. Returns
 // `path` when nothing is there. Throws std::filesystem::filesystem_error.
 std::filesystem::path KeepAside(const std::filesystem::path& path);

@@ -37,11 +37,6 @@ bool IsBlankOrQuote(char c) {
   return c == ' ' || c == '\t' || c == '"';
 }
 
-std::string_view Trimmed(std::string_view text) {
-  const std::size_t begin = text.find_first_not_of(" \t\r");
-  return begin == std::string_view::npos ? "" : text.substr(begin, text.find_last_not_of(" \t\r") - begin + 1);
-}
-
 // The text of a file, as UTF-8.
 std::string ReadText(const fs::path& path) {
   if (!fs::is_regular_file(path)) throw std::runtime_error("The file is no file.");

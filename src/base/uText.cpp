@@ -278,6 +278,12 @@ std::string AsciiLower(std::string_view text) {
   return lower;
 }
 
+std::string_view Trimmed(std::string_view text) {
+  constexpr std::string_view kBlank = " \t\r";
+  const std::size_t begin = std::min(text.find_first_not_of(kBlank), text.size());
+  return text.substr(begin, text.find_last_not_of(kBlank) + 1 - begin);
+}
+
 void AppendListItem(std::string& text, std::string_view item) {
   if (!text.empty()) text += ", ";
   text += item;

@@ -33,6 +33,9 @@ bool IsPlainLine(std::string_view utf8);
 // True for valid UTF-8. Text in an 8-bit code page with non-ASCII letters hardly ever is.
 bool IsUtf8(std::string_view text);
 
+// The text without blanks, tabs and carriage returns at its ends.
+std::string_view Trimmed(std::string_view text);
+
 // The text with its letters A … Z as small ones.
 std::string AsciiLower(std::string_view text);
 

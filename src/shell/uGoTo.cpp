@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "base/uDateTime.h"
+#include "base/uText.h"
 #include "shell/uNavigatorCommands.h"
 #include "shell/uOrderingCommands.h"
 
@@ -65,11 +66,6 @@ std::optional<double> TypedTimeOfDay(std::string_view text) {
   const double fraction =
       hasFraction ? numbers->back() / std::pow(10.0, static_cast<double>(text.size() - point - 1)) : 0;
   return ((*numbers)[0] * 3600 + (*numbers)[1] * 60 + seconds + fraction) * 1000 / kMsPerDay;
-}
-
-std::string_view Trimmed(std::string_view text) {
-  const std::size_t begin = std::min(text.find_first_not_of(' '), text.size());
-  return text.substr(begin, text.find_last_not_of(' ') + 1 - begin);
 }
 
 std::string GoToEvent(TShownMission& mission, std::string_view id, IMissionViews& views) {

@@ -26,15 +26,10 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr const char *kProfile = "Profile", *kName = "Name", *kAlarm = "Alarm", *kAllowed = "Allowed";
+constexpr const char *kProfile = "Profile", *kName = "Name", *kAlarmKey = "Alarm", *kAllowed = "Allowed";
 constexpr const char *kProduct = "Product", *kCriticalVelocity = "Critical velocity change",
                      *kCriticalAcceleration = "Critical acceleration";
 constexpr std::size_t kMaxNameBytes = 255;
-
-template <class... T>
-[[noreturn]] void Refuse(fmt::format_string<T...> format, T&&... arguments) {
-  throw std::runtime_error(fmt::format(format, std::forward<T>(arguments)...));
-}
 
 std::string KeyOf(std::string_view control) {
   return std::string(std::ranges::find(Settings(), control, &TSetting::control)->key);
@@ -102,30 +97,30 @@ TVerdictLimits DefaultLimits() {
 }
 
 void ReadLimits(const TIniFile& ini, bool namedIsChosen, TLimitProfile& profile) {
-  if (!ini.HasSection(kAlarm)) Refuse("The file has no section [{}].", kAlarm);
+  if (!ini.HasSection(kAlarmKey)) Refuse("The file has no section [{}].", kAlarmKey);
   std::vector<std::string> known = NamesOfLimits();
   known.push_back(LoadFromFileKey());
   known.push_back(KeyOf("barbtnlrgAlarm"));
-  RefuseUnknown(ini, kAlarm, known);
+  RefuseUnknown(ini, kAlarmKey, known);
   for (const TLimitKey& limit : LimitKeys()) {
-    const std::optional<std::string> text = ini.Find(kAlarm, limit.key);
+    const std::optional<std::string> text = ini.Find(kAlarmKey, limit.key);
     if (!text) continue;
-    const double value = ini.ReadFloat(kAlarm, limit.key, std::nan(""));
-    if (std::isnan(value)) Refuse("[{}] {} = {} is no number.", kAlarm, limit.key, *text);
+    const double value = ini.ReadFloat(kAlarmKey, limit.key, std::nan(""));
+    if (std::isnan(value)) Refuse("[{}] {} = {} is no number.", kAlarmKey, limit.key, *text);
     double& current = limit.ValueIn(profile.limits);
     if (namedIsChosen || value != current) limit.SourceIn(profile.limits) = TLimitSource::User;
     current = value;
   }
-  const std::string fromFile = ini.ReadString(kAlarm, LoadFromFileKey(), "0");
+  const std::string fromFile = ini.ReadString(kAlarmKey, LoadFromFileKey(), "0");
   if (fromFile != "0" && fromFile != "1") {
-    Refuse("[{}] {} = {} is neither 0 nor 1.", kAlarm, LoadFromFileKey(), fromFile);
+    Refuse("[{}] {} = {} is neither 0 nor 1.", kAlarmKey, LoadFromFileKey(), fromFile);
   }
   profile.accelerationFromFile = fromFile == "1";
 }
 
 void ReadAllowance(const TLimitKey& limit, const std::string& text, TLimitProfile& profile) {
   if (limit.SourceIn(profile.limits) == TLimitSource::Default) {
-    Refuse("[{}] names {}, but [{}] does not.", kAllowed, limit.key, kAlarm);
+    Refuse("[{}] names {}, but [{}] does not.", kAllowed, limit.key, kAlarmKey);
   }
   if (limit.quantity == TQuantity::Acceleration) {
     if (!limit.isMax) Refuse("[{}] cannot name {}: peaks have no sign.", kAllowed, limit.key);
@@ -163,7 +158,7 @@ void Check(TLimitProfile profile) {
     const TLimitKey& min = LimitKeys()[i];
     const TLimitKey& max = LimitKeys()[i + 1];
     if (min.ValueIn(profile.limits) > max.ValueIn(profile.limits)) {
-      Refuse("[{}] {} is above {}.", kAlarm, told(min), told(max));
+      Refuse("[{}] {} is above {}.", kAlarmKey, told(min), told(max));
     }
   }
 }
@@ -171,7 +166,7 @@ void Check(TLimitProfile profile) {
 TLimitProfile ReadOwn(const TIniFile& ini) {
   for (const std::string& section : ini.Sections()) {
     const auto isThis = [&section](const char* known) { return IsSameKey(section, known); };
-    if (std::ranges::none_of(std::array{kProfile, kAlarm, kAllowed, kProduct}, isThis)) {
+    if (std::ranges::none_of(std::array{kProfile, kAlarmKey, kAllowed, kProduct}, isThis)) {
       Refuse("[{}] is no section of a limit profile.", section);
     }
   }
@@ -207,10 +202,10 @@ void WriteLimitProfile(const fs::path& path, const TLimitProfile& profile) {
   TLimitProfile written = profile;
   TIniFile ini;
   ini.WriteString(kProfile, kName, written.name);
-  ini.WriteBool(kAlarm, LoadFromFileKey(), written.accelerationFromFile);
+  ini.WriteBool(kAlarmKey, LoadFromFileKey(), written.accelerationFromFile);
   for (const TLimitKey& limit : LimitKeys()) {
     if (limit.SourceIn(written.limits) == TLimitSource::Default) continue;
-    ini.WriteFloat(kAlarm, limit.key, limit.ValueIn(written.limits));
+    ini.WriteFloat(kAlarmKey, limit.key, limit.ValueIn(written.limits));
     if (limit.quantity == TQuantity::Acceleration) {
       if (limit.isMax && written.allowedEvents > 0) {
         ini.WriteString(kAllowed, limit.key, fmt::format("{} events", written.allowedEvents));

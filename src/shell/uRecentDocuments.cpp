@@ -137,8 +137,7 @@ void TRecentDocuments::Add(const std::string& fileName, const std::string& about
 
 void TRecentDocuments::Load(const fs::path& file) {
   *this = {};
-  std::error_code unknown;
-  if (!fs::exists(fs::symlink_status(file, unknown))) return;
+  if (!IsThere(file)) return;
   const TIniFile ini = TIniFile::Load(file);
   Files.Take(Read(ini, kFiles));
   Folders.Take(Read(ini, kFolders));
@@ -149,7 +148,7 @@ void TRecentDocuments::Load(const fs::path& file) {
 void TRecentDocuments::Save(const fs::path& file) {
   const TFolderLock lock(file.parent_path());  // of windows that close at once, one saves after the other
   TRecentDocuments merged = *this;
-  if (fs::exists(fs::symlink_status(file))) {
+  if (IsThere(file)) {
     try {
       TRecentDocuments others;
       others.Load(file);

@@ -61,8 +61,7 @@ TSettings::TSettings() {
 
 std::optional<TSettings> LoadSettings(const fs::path& folder) {
   const fs::path path = folder / kSettingsFile;
-  std::error_code unknown;
-  if (!fs::exists(fs::symlink_status(path, unknown))) return std::nullopt;
+  if (!IsThere(path)) return std::nullopt;
   const TIniFile ini = TIniFile::Load(path);
   if (!HoldsSettings(ini) && fs::file_size(path) > 0) throw std::runtime_error("The file makes no sense.");
   TSettings settings;

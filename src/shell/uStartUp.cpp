@@ -24,17 +24,11 @@ constexpr std::string_view kManual[] = {"1-Quick-Start.pdf", "2-Charts-and-Navig
                                         "4-Exports-and-Report.pdf"};
 constexpr std::string_view kRecentDocumentsFile = "recentdocuments.ini";
 
-// A broken link exists too: nothing is written through it.
-bool Exists(const fs::path& file) {
-  std::error_code unknown;
-  return fs::exists(fs::symlink_status(file, unknown));
-}
-
 // Without a file the built-in logo is saved, for the user to replace.
 void LoadLogos(const fs::path& folder, TFailureList& failures, IControls& controls) {
   for (std::size_t i = 0; i < std::size(kLogoFiles); ++i) {
     const fs::path file = folder / kLogoFiles[i];
-    failures.Run(file, [&] { Exists(file) ? controls.LoadLogo(i, file) : controls.SaveLogo(i, file); });
+    failures.Run(file, [&] { IsThere(file) ? controls.LoadLogo(i, file) : controls.SaveLogo(i, file); });
   }
 }
 
@@ -48,9 +42,9 @@ void SaveLogos(const fs::path& folder, TFailureList& failures, IControls& contro
 void LoadLayouts(const fs::path& folder, TShownMission& mission, TFailureList& failures, IControls& controls,
                  IMissionViews& views) {
   const fs::path designed = folder / kDefaultLayoutFile;
-  if (!Exists(designed)) failures.Run(designed, [&] { controls.SaveLayout(designed, {}); });
+  if (!IsThere(designed)) failures.Run(designed, [&] { controls.SaveLayout(designed, {}); });
   const fs::path user = folder / kUserLayoutFile;
-  if (!Exists(user)) return;
+  if (!IsThere(user)) return;
   failures.Run(user, [&] {
     controls.LoadLayout(user);
     TakeKeptReference(user, mission, views);

@@ -20,11 +20,11 @@ std::string Grouped(std::size_t number) {
   return text;
 }
 
-std::string Counted(std::size_t count, std::string_view what) {
+std::string CountedInGroups(std::size_t count, std::string_view what) {
   return fmt::format("{} {}{}", Grouped(count), what, count == 1 ? "" : "s");
 }
 
-std::string Moment(double time) {
+std::string ShortMoment(double time) {
   return FormatDateTime(ShortDateFormat() + " hh:nn", time);
 }
 
@@ -38,7 +38,7 @@ TVerdictCell EventsCell(const TVerdict& verdict, const TShownMission& mission) {
   TVerdictCell cell{.value = Grouped(verdict.events), .tip = ClippedText(verdict)};
   const std::size_t shown = mission.CLDS.RecordCount();
   cell.note = shown < verdict.events ? fmt::format("{} pass the filter", Grouped(shown))
-                                     : Counted(mission.Summary.samples, "sample");
+                                     : CountedInGroups(mission.Summary.samples, "sample");
   if (!verdict.clipped.empty() && shown == verdict.events) {
     AppendLine(cell.tip, cell.note);
     cell.note = fmt::format("{} clipped", Grouped(verdict.clipped.size()));
@@ -54,7 +54,7 @@ TVerdictCell PeakCell(const TVerdict& verdict, const TShownMission& mission) {
   const TPeakVerdict& peak = *verdict.peak;
   TVerdictCell cell{.value = MaskFloat(mission.Display.FormatOf(TQuantity::Acceleration), peak.value), .unit = "g"};
   cell.note = fmt::format("event {}, {}{}", peak.event, peak.axis, peak.clipped ? ", clipped" : "");
-  cell.when = Moment(peak.time);
+  cell.when = ShortMoment(peak.time);
   cell.tip = PeakText(peak, mission.Display);
   AppendLine(cell.tip, fmt::format("Click: select event {}", peak.event));
   cell.answer = TVerdictAnswer::SelectEvent;
@@ -89,7 +89,7 @@ TVerdictCell IntensityCell(const TVerdict& verdict, const TDisplaySettings& sett
   const TIntensityVerdict& worst = *verdict.worst;
   TVerdictCell cell{.value = MaskFloat(settings.FormatOf(TQuantity::IoT), worst.value), .unit = "g·ms"};
   cell.note = fmt::format("event {}{}", worst.event, worst.clipped ? ", clipped" : "");
-  cell.when = Moment(worst.time);
+  cell.when = ShortMoment(worst.time);
   cell.tip =
       fmt::format("The largest integral over threshold (IoT total) of an event\nClick: select event {}", worst.event);
   cell.answer = TVerdictAnswer::SelectEvent;
@@ -123,15 +123,15 @@ TVerdictCell OutOfLimitsCell(const TVerdict& verdict, const TDisplaySettings& se
     cell.value = worst.byDefaultLimits ? "default limits" : timeOut;
     cell.note = worst.byDefaultLimits ? fmt::format("{}: {}", timeOut, beyond.text) : beyond.text;
     if (const std::size_t others = verdict.SensorsOut(worst.byDefaultLimits) - 1; others > 0) {
-      cell.note += fmt::format(", {}", Counted(others, "more sensor"));
+      cell.note += fmt::format(", {}", CountedInGroups(others, "more sensor"));
     }
     cell.isOut = !worst.byDefaultLimits;
     cell.answer = TVerdictAnswer::ShowExcursion;
     AppendLine(cell.tip, "Click: bring the navigator's band to the longest time out of limits");
   } else {
     cell.value = verdict.sensors.empty() ? "–" : "none";
-    cell.note =
-        verdict.sensors.empty() ? "no sensors" : fmt::format("of {}", Counted(verdict.sensors.size(), "sensor"));
+    cell.note = verdict.sensors.empty() ? "no sensors"
+                                        : fmt::format("of {}", CountedInGroups(verdict.sensors.size(), "sensor"));
   }
   return cell;
 }
@@ -141,8 +141,9 @@ TVerdictCell RecordedCell(const TVerdict& verdict) {
   if (!verdict.firstTime) return cell;
   cell.value = DurationInWords(*verdict.lastTime - *verdict.firstTime);
   cell.note = fmt::format("to {}, {}", FormatDateTime(ShortDateFormat(), *verdict.lastTime), cell.note);
-  cell.tip = fmt::format("{} to {}{}\nClick: show all of it", Moment(*verdict.firstTime), Moment(*verdict.lastTime),
-                         verdict.damaged ? "\nOnly what could be read is shown and judged" : "");
+  cell.tip =
+      fmt::format("{} to {}{}\nClick: show all of it", ShortMoment(*verdict.firstTime), ShortMoment(*verdict.lastTime),
+                  verdict.damaged ? "\nOnly what could be read is shown and judged" : "");
   cell.answer = TVerdictAnswer::ShowWhole;
   return cell;
 }

@@ -22,11 +22,11 @@ constexpr qsizetype kMaxSensors = 40;  // in a menu
 constexpr std::string_view kNavigator = "ChartNavigator";
 
 // The actions of the window that stand in a chart's menu, by name; "-" parts them.
-struct TMenuRow {
+struct TChartMenuRow {
   std::string_view chart;
   std::vector<const char*> actions;
 };
-const std::vector<TMenuRow>& MenuRows() {
+const std::vector<TChartMenuRow>& MenuRows() {
   static const std::vector<const char*> events = {"actPreviousEvent",
                                                   "actNextEvent",
                                                   "-",
@@ -74,7 +74,7 @@ const std::vector<TMenuRow>& MenuRows() {
   static const std::vector<const char*> analysis = {
       "actAnalysisCopyChart", "actAnalysisSaveChart", "actAnalysisSaveChartAsPNG", "actAnalysisSaveChartAsSVG", "-",
       "actAnalysisExportCSV"};
-  static const std::vector<TMenuRow> rows = {
+  static const std::vector<TChartMenuRow> rows = {
       {"ChartDamage", analysis},
       {"ChartByDay", analysis},
       {"ChartByHour", analysis},
