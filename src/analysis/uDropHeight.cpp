@@ -18,15 +18,15 @@ bool EndsAtRest(std::span<const double> magnitudes) {
                              [](double magnitude) { return magnitude >= kMinRest && magnitude <= kMaxRest; });
 }
 
-struct TRun {
+struct TFallRun {
   std::size_t first = 0, count = 0;
 };
 
 // The longest before the peak, the last one of several.
-TRun LongestBelow(std::span<const double> magnitudes, double level) {
+TFallRun LongestBelow(std::span<const double> magnitudes, double level) {
   const auto peak = static_cast<std::size_t>(std::ranges::max_element(magnitudes) - magnitudes.begin());
-  TRun longest;
-  TRun run;
+  TFallRun longest;
+  TFallRun run;
   for (std::size_t i = 0; i < peak; ++i) {
     if (!(magnitudes[i] < level)) {
       run = {i + 1, 0};
@@ -52,7 +52,7 @@ TFall CalcFall(const TShockSamples& shock) {
   fall.problem = TFallProblem::NotAtRest;
   if (!EndsAtRest(magnitudes)) return fall;
   fall.problem = TFallProblem::NoFall;
-  const TRun run = LongestBelow(magnitudes, kFallLevel);
+  const TFallRun run = LongestBelow(magnitudes, kFallLevel);
   if (run.count < kMinFallSamples) return fall;
   fall.problem = TFallProblem::None;
   fall.isLeast = run.first == 0;

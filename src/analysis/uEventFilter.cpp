@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr double kNoBound = std::numeric_limits<double>::infinity();
 constexpr float kOpen = std::numeric_limits<float>::infinity();
 
 using TMask = std::vector<std::uint8_t>;  // bytes, so that a compiler makes many comparisons at once
@@ -60,8 +60,8 @@ std::vector<bool> EventsThrough(const TEventFilter& filter, const TDataset& tabl
          [from, to](float value) { return (value >= from) & (value <= to); });
   }
   if (filter.time.IsSet()) {
-    const double from = filter.time.from ? WholeMs(*filter.time.from) - 0.5 : -kInfinity;
-    const double to = filter.time.to ? WholeMs(*filter.time.to) + 0.5 : kInfinity;
+    const double from = filter.time.from ? WholeMs(*filter.time.from) - 0.5 : -kNoBound;
+    const double to = filter.time.to ? WholeMs(*filter.time.to) + 0.5 : kNoBound;
     Keep(table, "Timestamp", &TDataset::DateTimes, through, [from, to](double time) {
       const double ms = time * kMsPerDay;
       return (ms >= from) & (ms < to);
@@ -76,7 +76,7 @@ std::vector<bool> EventsThrough(const TEventFilter& filter, const TDataset& tabl
 }
 
 THistogram HistogramOf(const TDataset& table, std::string_view field, std::size_t steps) {
-  THistogram histogram{kInfinity, -kInfinity, {}};
+  THistogram histogram{kNoBound, -kNoBound, {}};
   const auto column = table.FindField(field);
   if (!column) return {};
   const auto forEach = [&table, column](const auto& visit) {

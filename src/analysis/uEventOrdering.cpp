@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr std::string_view kTimestamp = "Timestamp";
+constexpr std::string_view kTimestampKey = "Timestamp";
 
 std::optional<std::string_view> KeyOf(const TQuantityRow* quantity) {
   return quantity == nullptr ? std::nullopt : std::optional(quantity->indexKey);
@@ -13,18 +13,18 @@ std::optional<std::string_view> KeyOf(const TQuantityRow* quantity) {
 }  // namespace
 
 std::optional<std::string_view> EventIndexKey(std::string_view field) {
-  if (field == "ID" || field == kTimestamp) return kTimestamp;
+  if (field == "ID" || field == kTimestampKey) return kTimestampKey;
   return KeyOf(FindQuantity(&TQuantityRow::field, field));
 }
 
 std::optional<std::string_view> SensorsIndexKey(std::string_view field) {
-  if (field == kTimestamp) return kTimestamp;
+  if (field == kTimestampKey) return kTimestampKey;
   const TQuantityRow* quantity = FindQuantity(&TQuantityRow::field, field);
   return KeyOf(quantity != nullptr && quantity->sensorsPlace != 0 ? quantity : nullptr);
 }
 
 std::optional<std::string_view> BatteryIndexKey(std::string_view field) {
-  if (field == kTimestamp) return kTimestamp;
+  if (field == kTimestampKey) return kTimestampKey;
   return KeyOf(field == "Battery" ? FindQuantity(&TQuantityRow::field, field) : nullptr);
 }
 

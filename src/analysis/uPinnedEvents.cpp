@@ -13,7 +13,7 @@
 namespace {
 
 constexpr std::size_t kMaxPoints = kMaxSpectrumSize / 2;  // of each event, so that the ends do not meet
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double kNoCorrelation = std::numeric_limits<double>::quiet_NaN();
 
 // ms from the event's start of the first sample that is switched on, or of the one with the largest total.
 std::optional<double> AnchorOf(const TEvent& event, const TThresholds& levels, TAlignment alignment) {
@@ -86,7 +86,7 @@ double EnergyOf(const std::vector<double>& values) {
   return energy;
 }
 
-void Transform(const std::vector<double>& values, TFourier& fourier) {
+void TransformOf(const std::vector<double>& values, TFourier& fourier) {
   for (std::size_t i = 0; i < values.size(); ++i) fourier.SetReal(i + 1, values[i]);
   fourier.Forward();
 }
@@ -99,17 +99,17 @@ TShift BestCorrelation(const TEvent& shown, const TEvent& pinned) {
   const double longest = std::max(spans[0].duration, spans[1].duration);
   double step = longest / static_cast<double>(kMaxPoints - 1);
   for (const TSpan& span : spans) {
-    if (span.count < 2 || !(span.duration > 0)) return {0, false, kNaN};
+    if (span.count < 2 || !(span.duration > 0)) return {0, false, kNoCorrelation};
     step = std::max(step, span.duration / static_cast<double>(span.count - 1));
   }
   const std::vector<double> a = EvenTotals(shown, spans[0], step);
   const std::vector<double> b = EvenTotals(pinned, spans[1], step);
   const double energy = std::sqrt(EnergyOf(a) * EnergyOf(b));
-  if (!(energy > 0) || !std::isfinite(energy)) return {0, false, kNaN};
+  if (!(energy > 0) || !std::isfinite(energy)) return {0, false, kNoCorrelation};
   TFourier first(kMaxSpectrumSize);
   TFourier second(kMaxSpectrumSize);
-  Transform(a, first);
-  Transform(b, second);
+  TransformOf(a, first);
+  TransformOf(b, second);
   for (std::size_t i = 1; i <= kMaxSpectrumSize; ++i) {
     const double real = first.Real(i) * second.Real(i) + first.Imag(i) * second.Imag(i);
     const double imag = first.Imag(i) * second.Real(i) - first.Real(i) * second.Imag(i);
@@ -147,9 +147,9 @@ std::string PinName(const TPinnedEvent& pinned) {
 
 TShift ShiftBetween(const TEvent& shown, const TThresholds& levels, const TPinnedEvent& pinned, TAlignment alignment) {
   if (alignment == TAlignment::Correlation) return BestCorrelation(shown, pinned.event);
-  if (alignment == TAlignment::Start) return {0, true, kNaN};
+  if (alignment == TAlignment::Start) return {0, true, kNoCorrelation};
   const auto here = AnchorOf(shown, levels, alignment);
   const auto there = AnchorOf(pinned.event, pinned.levels, alignment);
-  if (!here || !there) return {0, false, kNaN};
-  return {*here - *there, true, kNaN};
+  if (!here || !there) return {0, false, kNoCorrelation};
+  return {*here - *there, true, kNoCorrelation};
 }

@@ -19,7 +19,7 @@ constexpr double kToldOff = 0.01;         // steps; less is not worth a word
 constexpr std::size_t kMissingPart = 10;  // a tenth of the points may be missing
 // A grid with more points a sample is refused, whatever comes of it; no need to go on.
 constexpr std::uint64_t kMaxPointsPerSample = 100;
-constexpr int kMaxRounds = 100;  // two are usual; hostile times might go round in circles
+constexpr int kMaxGridRounds = 100;  // two are usual; hostile times might go round in circles
 
 using TPlaces = std::vector<std::uint32_t>;
 
@@ -98,7 +98,7 @@ TTimeGrid FitTimeGrid(std::span<const TEventValue> samples) {
   grid.places.resize(samples.size());
   std::iota(grid.places.begin(), grid.places.end(), 0U);
   TLine line = FitLine(samples, grid.places);
-  for (int round = 0; round < kMaxRounds; ++round) {
+  for (int round = 0; round < kMaxGridRounds; ++round) {
     if (!HasRate(line.step)) return Refused(TTimeGridProblem::NoRate);
     std::optional<TPlaces> places = PlacesAt(samples, line.step);
     if (!places) return Refused(TTimeGridProblem::TooManyMissing);

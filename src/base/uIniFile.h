@@ -2,12 +2,21 @@
 // Windows-1252. Floats have a decimal point, booleans are "1" and "0". Sections and keys ignore case.
 #pragma once
 
+#include <fmt/format.h>
+
 #include <cstddef>
 #include <filesystem>
 #include <memory>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <vector>
+
+// Ends the reading of a file that makes no sense: throws std::runtime_error with this text.
+template <class... T>
+[[noreturn]] void Refuse(fmt::format_string<T...> format, T&&... arguments) {
+  throw std::runtime_error(fmt::format(format, std::forward<T>(arguments)...));
+}
 
 class TIniFile {
  public:

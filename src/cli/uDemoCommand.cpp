@@ -129,7 +129,7 @@ double Ringing(double t, double hertz, double decay) {
 }
 
 // One pulse of an event; a sum of pulses over gravity and noise makes the event.
-struct TPulse {
+struct TDemoPulse {
   TKind kind;
   double at;      // s
   double height;  // g
@@ -145,24 +145,24 @@ struct TPulse {
 // A demo of very long events stays quiet behind their beginning.
 constexpr double kMaxRideSeconds = 2;
 
-std::vector<TPulse> PlanPulses(const TDemoEvent& event, TRandom& random) {
+std::vector<TDemoPulse> PlanPulses(const TDemoEvent& event, TRandom& random) {
   const double length = event.samples / kRate;
   const auto pulse = [&random](TKind kind, double at, double height, double duration) {
-    return TPulse{kind, at, height, duration, random.Uniform(30, 120), RandomDirection(random)};
+    return TDemoPulse{kind, at, height, duration, random.Uniform(30, 120), RandomDirection(random)};
   };
   const double trigger = std::min(0.1, length * 0.25);
   switch (event.kind) {
     case TKind::Truck: {
-      std::vector<TPulse> pulses = {pulse(TKind::Ringing, trigger, random.Uniform(7.5, 10), 0.03)};
+      std::vector<TDemoPulse> pulses = {pulse(TKind::Ringing, trigger, random.Uniform(7.5, 10), 0.03)};
       for (double at = trigger + 0.06; at < std::min(length, kMaxRideSeconds); at += random.Uniform(0.05, 0.2)) {
         pulses.push_back(pulse(TKind::Ringing, at, random.Uniform(0.5, 3), 0.04));
       }
       return pulses;
     }
     case TKind::Drop: {
-      std::vector<TPulse> pulses = {pulse(TKind::HalfSine, length * 0.6, 45, 0.012),
-                                    pulse(TKind::Ringing, length * 0.6 + 0.004, 9, 0.05),
-                                    pulse(TKind::HalfSine, length * 0.85, 6, 0.015)};
+      std::vector<TDemoPulse> pulses = {pulse(TKind::HalfSine, length * 0.6, 45, 0.012),
+                                        pulse(TKind::Ringing, length * 0.6 + 0.004, 9, 0.05),
+                                        pulse(TKind::HalfSine, length * 0.85, 6, 0.015)};
       pulses[0].direction = {0.2, -0.1, 0.97};
       return pulses;
     }
@@ -263,7 +263,7 @@ class TSlowSeries {
 };
 
 void WriteEvent(const TDemoEvent& event, TRandom& random, TSlowSeries& slow, TRecordingWriter& writer) {
-  const std::vector<TPulse> pulses = PlanPulses(event, random);
+  const std::vector<TDemoPulse> pulses = PlanPulses(event, random);
   std::array<std::uint32_t, kChannelCount> record{};
   record.fill(kNoValue);
   const double length = event.samples / kRate;
@@ -271,7 +271,7 @@ void WriteEvent(const TDemoEvent& event, TRandom& random, TSlowSeries& slow, TRe
     const double t = i / kRate;
     const bool falls = event.kind == TKind::Drop && t > length * 0.1 && t < length * 0.6;
     TVector a{random.Noise(0.04), random.Noise(0.04), (falls ? 0 : 1) + random.Noise(0.04)};
-    for (const TPulse& pulse : pulses) {
+    for (const TDemoPulse& pulse : pulses) {
       const double height = pulse.At(t);
       a = {a.x + height * pulse.direction.x, a.y + height * pulse.direction.y, a.z + height * pulse.direction.z};
     }

@@ -98,7 +98,7 @@ class TConsoleProgress final : public IProgress {
 };
 
 // What the exports are made from.
-struct TSource {
+struct TExportSource {
   const TRecording& recording;
   TMissionDatasets tables;
   std::vector<std::uint32_t> all;
@@ -108,7 +108,7 @@ struct TSource {
   fs::path folder;
 };
 
-void LoadTables(const TEventFilter& filter, bool needsAnalysis, TSource& source) {
+void LoadTables(const TEventFilter& filter, bool needsAnalysis, TExportSource& source) {
   const TRecording& recording = source.recording;
   source.tables = TablesOf(recording);
   source.all.resize(recording.events.Count());
@@ -127,11 +127,11 @@ void LoadTables(const TEventFilter& filter, bool needsAnalysis, TSource& source)
   source.visible = VisibleEvents(source.visibleTable);
 }
 
-fs::path FileFor(const TSource& source, std::string_view prefix, std::string_view extension) {
+fs::path FileFor(const TExportSource& source, std::string_view prefix, std::string_view extension) {
   return source.folder / PathFromUtf8(ProposedName(prefix, source.recording.mission).append(extension));
 }
 
-void Export(std::string_view what, TSource& source, IProgress& progress) {
+void Export(std::string_view what, TExportSource& source, IProgress& progress) {
   const auto events = [&](TEventFiles kind, const std::vector<std::uint32_t>& indices) {
     ExportEventsCsv(source.recording.mission, source.recording.events, indices, kind, source.folder, progress);
   };
@@ -188,7 +188,7 @@ TStatus ExportCommand(const std::string& file, const TExportRequest& request, co
   const TRecording recording = ReadRecording(file, console);
   if (!recording.HasMission()) return recording.status;
   const TShortDateFormat dateFormat(request.dateFormat);
-  TSource source{recording, {}, {}, {}, {}, {}, PathFromUtf8(request.folder)};
+  TExportSource source{recording, {}, {}, {}, {}, {}, PathFromUtf8(request.folder)};
   LoadTables(*filter, isWanted("analysis-csv") || isWanted("analysis-xlsx"), source);
   TStatus status = recording.status;
   for (const std::string_view what : kExports) {

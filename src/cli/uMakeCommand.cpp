@@ -125,14 +125,14 @@ TMissionData ParseMission(const json& source) {
   return mission;
 }
 
-struct TSource {
+struct TMakeSource {
   TRecordingHead head;
   std::string records;  // a path
 };
 
-TSource ParseDescription(const json& json) {
+TMakeSource ParseDescription(const json& json) {
   RefuseUnknown(json, "The source", {"startTime", "creator", "mission", "channels", "records"});
-  TSource source;
+  TMakeSource source;
   ParseValue(json, "startTime", source.head.startTime);
   ParseValue(json, "channels", source.head.channels);
   ParseValue(json, "records", source.records);
@@ -190,7 +190,7 @@ TStatus MakeCommand(const std::string& source, const std::string& out, const TCo
     const std::filesystem::path sourcePath = PathFromUtf8(source);
     const std::filesystem::path outPath = PathFromUtf8(out);
     std::ifstream sourceFile = OpenSource(sourcePath);
-    const TSource description = ParseDescription(ParseSource(sourceFile));
+    const TMakeSource description = ParseDescription(ParseSource(sourceFile));
     // A path in the source is meant from the source's own folder.
     const auto recordsPath = sourcePath.parent_path() / PathFromUtf8(description.records);
     std::ifstream records = OpenSource(recordsPath);

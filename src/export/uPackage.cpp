@@ -14,7 +14,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::size_t kPieceBytes = std::size_t{128} * 1024;
+constexpr std::size_t kReadBytes = std::size_t{128} * 1024;
 constexpr std::size_t kTailBytes = 64;         // with the closing tag of the root
 constexpr std::string_view kEndOfRow = "ow>";  // of "</row>": texts escape '>', and 'o' is rare, so the search is fast
 constexpr std::string_view kSheets = "xl/worksheets/";
@@ -53,7 +53,7 @@ std::size_t CheckPart(unzFile zip, const std::stop_token& stop) {
   unz_file_info64 info{};
   Require(unzGetCurrentFileInfo64(zip, &info, nullptr, 0, nullptr, 0, nullptr, 0) == UNZ_OK);
   Require(unzOpenCurrentFile(zip) == UNZ_OK);
-  std::vector<char> buffer(kTailBytes + kPieceBytes);  // the end of the previous piece, and a piece
+  std::vector<char> buffer(kTailBytes + kReadBytes);  // the end of the previous piece, and a piece
   std::string root;
   std::string_view text;
   std::uint64_t size = 0;
@@ -61,7 +61,7 @@ std::size_t CheckPart(unzFile zip, const std::stop_token& stop) {
   while (!stop.stop_requested()) {
     const std::size_t kept = std::min(text.size(), kTailBytes);
     std::copy(text.end() - kept, text.end(), buffer.begin());
-    const int read = unzReadCurrentFile(zip, buffer.data() + kept, kPieceBytes);
+    const int read = unzReadCurrentFile(zip, buffer.data() + kept, kReadBytes);
     Require(read >= 0);
     text = {buffer.data(), kept + static_cast<std::size_t>(read)};
     if (read == 0) break;

@@ -27,16 +27,6 @@
 
 namespace fs = std::filesystem;
 
-namespace {
-
-constexpr std::size_t kMaxCharacters = 32767;  // of a cell, in UTF-16
-constexpr double kFirstCommonDay = 61;         // 1900-03-01: spreadsheets know a 29 February before it
-constexpr double kEndOfDays = 2958466;         // 10000-01-01
-constexpr double kSecondsPerDay = 86400;
-constexpr std::time_t kStartOf1980 = 315532800;
-constexpr std::size_t kOtherFiles = 16;   // that the library and the rest of the program open meanwhile
-constexpr std::size_t kBytesOfCell = 44;  // of a number, with its share of the row
-
 // The library writes numbers with the process's number format, and a file with decimal commas cannot be read.
 class TPointNumbers {
  public:
@@ -48,6 +38,16 @@ class TPointNumbers {
  private:
   std::string FBefore = std::setlocale(LC_NUMERIC, nullptr);
 };
+
+namespace {
+
+constexpr std::size_t kMaxCharacters = 32767;  // of a cell, in UTF-16
+constexpr double kFirstCommonDay = 61;         // 1900-03-01: spreadsheets know a 29 February before it
+constexpr double kEndOfDays = 2958466;         // 10000-01-01
+constexpr double kSecondsPerDay = 86400;
+constexpr std::time_t kStartOf1980 = 315532800;
+constexpr std::size_t kOtherFiles = 16;   // that the library and the rest of the program open meanwhile
+constexpr std::size_t kBytesOfCell = 44;  // of a number, with its share of the row
 
 #ifndef EDQUOT  // a system whose C library knows no quotas
 #define EDQUOT ENOSPC

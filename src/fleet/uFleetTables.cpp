@@ -245,7 +245,7 @@ void AddColumns(const TColumn<TOf> (&columns)[N], TFleetTable& table) {
 }
 
 template <class TOf, std::size_t N>
-void AddValues(const TColumn<TOf> (&columns)[N], const TOf* of, TFleetRow& row) {
+void FillColumns(const TColumn<TOf> (&columns)[N], const TOf* of, TFleetRow& row) {
   for (const auto& column : columns) row.push_back(of == nullptr ? TValue() : column.value(*of));
 }
 
@@ -308,17 +308,17 @@ void AddMission(const TFleetMission& mission, const TFleetOptions& options, cons
   Judge(options, facts);
   SumUpEvents(options, facts);
   TFleetRow& recording = rows[0][0];
-  AddValues(kHeaderColumns, mission.header.bValid ? &mission.header : nullptr, recording);
-  AddValues(kMissionColumns, &facts, recording);
-  AddValues(kPeakColumns, facts.verdict.peak ? &*facts.verdict.peak : nullptr, recording);
+  FillColumns(kHeaderColumns, mission.header.bValid ? &mission.header : nullptr, recording);
+  FillColumns(kMissionColumns, &facts, recording);
+  FillColumns(kPeakColumns, facts.verdict.peak ? &*facts.verdict.peak : nullptr, recording);
   for (std::size_t i = 0; i < mission.events.Count(); ++i) {
     const TEventFacts event{facts, i};
-    AddValues(kEventColumns, &event, rows[1].emplace_back());
-    AddValues(kAnalysisColumns, options.analysis ? &event : nullptr, rows[1].back());
+    FillColumns(kEventColumns, &event, rows[1].emplace_back());
+    FillColumns(kAnalysisColumns, options.analysis ? &event : nullptr, rows[1].back());
   }
   for (const TSensorFigures& figures : facts.sensors) {
     const TSensorFacts sensor{facts, figures};
-    AddValues(kSensorColumns, &sensor, rows[2].emplace_back());
+    FillColumns(kSensorColumns, &sensor, rows[2].emplace_back());
   }
 }
 
@@ -346,7 +346,7 @@ std::string TFleetOptions::Text() const {
 
 TFleetRows FleetRowsOf(const TFleetFile& file, const TFleetMission* mission, const TFleetOptions& options) {
   TFleetRows rows;
-  AddValues(kFileColumns, &file, rows[0].emplace_back());
+  FillColumns(kFileColumns, &file, rows[0].emplace_back());
   if (mission != nullptr) AddMission(*mission, options, file, rows);
   rows[0][0].resize(FleetTables()[0].columns.size());
   return rows;

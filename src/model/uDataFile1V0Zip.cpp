@@ -19,7 +19,7 @@
 
 namespace {
 
-constexpr int kWindowBits = 15;
+constexpr int kDeflateWindowBits = 15;
 constexpr int kFastest = 1;
 constexpr std::size_t kInputSize = 64 * 1024;
 constexpr std::size_t kTrailerSize = 4;  // the checksum behind the deflated data
@@ -261,7 +261,8 @@ std::string TInflateStream::ReadError() const {
 }
 
 TDeflateStream::TDeflateStream(std::filebuf& file) : FFile(file), FOutput(kChunkSize) {
-  if (deflateInit2(&FZip, kFastest, Z_DEFLATED, kWindowBits, 8, Z_DEFAULT_STRATEGY) != Z_OK) throw std::bad_alloc();
+  if (deflateInit2(&FZip, kFastest, Z_DEFLATED, kDeflateWindowBits, 8, Z_DEFAULT_STRATEGY) != Z_OK)
+    throw std::bad_alloc();
 }
 
 void TDeflateStream::Deflate(std::span<const std::uint8_t> bytes, int flush) {

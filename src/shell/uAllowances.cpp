@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::string_view kNone = "none";
 
-TLimitSource& SourceOf(TQuantity quantity, bool isMax, TLimitProfile& profile) {
+TLimitSource& LimitSourceOf(TQuantity quantity, bool isMax, TLimitProfile& profile) {
   TJudgedLimits& limits = profile.limits.at(static_cast<std::size_t>(quantity));
   return isMax ? limits.maxSource : limits.minSource;
 }
@@ -58,7 +58,7 @@ std::string AllowanceText(const TLimitProfile& profile, TQuantity quantity, bool
 std::string TypeAllowance(std::string_view text, TQuantity quantity, bool isMax, TLimitProfile& profile) {
   const std::string typed = AsciiLower(Trimmed(text));
   const bool none = typed.empty() || typed == kNone || typed == "0";
-  TLimitSource& source = SourceOf(quantity, isMax, profile);
+  TLimitSource& source = LimitSourceOf(quantity, isMax, profile);
   if (quantity == TQuantity::Acceleration) {
     const auto events = none ? 0 : ParseEvents(typed);
     if (!events) return fmt::format("\"{}\" is no number of events. Type for instance 3, or none.", Printable(typed));

@@ -30,11 +30,6 @@ constexpr const char *kProduct = "Product", *kCriticalVelocity = "Critical veloc
                      *kCriticalAcceleration = "Critical acceleration";
 constexpr std::size_t kMaxNameBytes = 255;
 
-template <class... T>
-[[noreturn]] void Refuse(fmt::format_string<T...> format, T&&... arguments) {
-  throw std::runtime_error(fmt::format(format, std::forward<T>(arguments)...));
-}
-
 std::string KeyOf(std::string_view control) {
   return std::string(std::ranges::find(Settings(), control, &TSetting::control)->key);
 }

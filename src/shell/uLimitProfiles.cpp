@@ -22,12 +22,12 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr std::string_view kFolder = "limits";
-constexpr const char *kSection = "Profile", *kFileKey = "File";
+constexpr const char *kProfileSection = "Profile", *kFileKey = "File";
 constexpr std::string_view kExtension = ".ini";
 constexpr std::string_view kNotUsed = "The limit profile cannot be used.";
 constexpr std::string_view kNotSaved = "The limit profile is not saved.";
 
-TListedProfile Listed(const fs::path& file) {
+TListedProfile ListedProfile(const fs::path& file) {
   try {
     return {file, ReadLimitProfile(file).name};
   } catch (const std::exception& error) {
@@ -40,7 +40,7 @@ TListedProfile Listed(const fs::path& file) {
 fs::path ChosenProfile(const fs::path& settingsFolder) {
   const fs::path chosen = settingsFolder / kChosenProfileFile;
   if (!IsThere(chosen)) return {};
-  const std::string name = TIniFile::Load(chosen).ReadString(kSection, kFileKey, "");
+  const std::string name = TIniFile::Load(chosen).ReadString(kProfileSection, kFileKey, "");
   // Whatever the file says, nothing outside the folder is read or written.
   const fs::path file = settingsFolder / kFolder / PathFromUtf8(name).filename();
   return name.empty() || file.extension() != kExtension ? fs::path() : file;
@@ -63,7 +63,7 @@ std::vector<TListedProfile> TLimitProfiles::List() const {
     std::error_code unknownKind;
     const fs::path& file = entry->path();
     if (file.extension() == kExtension && entry->is_regular_file(unknownKind)) {
-      profiles.push_back(Listed(file));
+      profiles.push_back(ListedProfile(file));
     }
   }
   std::ranges::sort(profiles, {}, [](const TListedProfile& each) { return std::pair(each.name, each.file); });
@@ -94,7 +94,7 @@ void TLimitProfiles::Remember() {
   const fs::path chosen = PathFromUtf8(settings) / kChosenProfileFile;
   if (FFile.empty() && !IsThere(chosen)) return;
   TIniFile ini;
-  ini.WriteString(kSection, kFileKey, Utf8FromPath(FFile.filename()));
+  ini.WriteString(kProfileSection, kFileKey, Utf8FromPath(FFile.filename()));
   Try(chosen, "The choice of the limit profile is not kept.", [&] { SaveFile(chosen, ini.Text()); });
 }
 

@@ -34,7 +34,7 @@ void SetInterval(TShownMission& mission, const TCalendarStep& interval, IMission
   if (const auto data = views.NavigatorSpan()) SetSpan(mission, IntervalBand(mission.Band, *data, interval), views);
 }
 
-void Step(TShownMission& mission, TTimeSpan (*moved)(const TTimeSpan&, const TTimeSpan&), IMissionViews& views) {
+void StepBand(TShownMission& mission, TTimeSpan (*moved)(const TTimeSpan&, const TTimeSpan&), IMissionViews& views) {
   const auto data = views.NavigatorSpan();
   if (!data) return;
   SetBand(mission, moved(mission.Band, *data), views);
@@ -87,11 +87,11 @@ void actNavSetIntMinExecute(TShownMission& mission, IMissionViews& views) {
 }
 
 void actNavFwdExecute(TShownMission& mission, IMissionViews& views) {
-  Step(mission, ForwardBand, views);
+  StepBand(mission, ForwardBand, views);
 }
 
 void actNavRwdExecute(TShownMission& mission, IMissionViews& views) {
-  Step(mission, RewindBand, views);
+  StepBand(mission, RewindBand, views);
 }
 
 void NavigatorBandDragging(TShownMission& mission, const TTimeSpan& band, IMissionViews& views) {

@@ -37,7 +37,7 @@ TLabel LabelOf(const TNote& note, const TEventList& events) {
   return label;
 }
 
-TNote NoteOf(const TLabel& label, const TEventList& events) {
+TNote NoteOfLabel(const TLabel& label, const TEventList& events) {
   TNote note{.text = label.text};
   if (label.start == 0 && label.end == 0) return note;
   note.span = {DateTimeOf(events.StartTime, label.start * 1000), DateTimeOf(events.StartTime, label.end * 1000)};
@@ -103,7 +103,7 @@ TLabelsTaken AddLabels(std::string_view text, const TEventList& events, TNotes& 
       known.erase(found);
       ++taken.known;
     } else {
-      notes.Add(NoteOf(label, events));
+      notes.Add(NoteOfLabel(label, events));
       ++taken.added;
     }
   }

@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr std::string_view kNone = "–";
+constexpr std::string_view kNoFigure = "–";
 constexpr std::string_view kPartMask = "0.0";  // of percents and events a day
 
 std::string Signed(double difference, const std::string& size, const std::string& zero) {
@@ -18,21 +18,21 @@ std::string Signed(double difference, const std::string& size, const std::string
   return (difference < 0 ? "-" : "+") + size;
 }
 
-std::string WithUnit(std::string text, std::string_view unit) {
+std::string AndUnit(std::string text, std::string_view unit) {
   if (!unit.empty()) text += fmt::format(" {}", unit);
   return text;
 }
 
 // `text` gives a size without its sign.
-template <class TTextOf>
-TReferenceFigure Figure(std::string label, std::optional<double> here, std::optional<double> there, const TTextOf& text,
+template <class TWriter>
+TReferenceFigure Figure(std::string label, std::optional<double> here, std::optional<double> there, const TWriter& text,
                         std::string_view unit, std::optional<TVerdictQuestion> question) {
-  TReferenceFigure figure{std::move(label), std::string(kNone), std::string(kNone), {}, question};
-  if (here) figure.here = WithUnit(text(*here), unit);
-  if (there) figure.there = WithUnit(text(*there), unit);
+  TReferenceFigure figure{std::move(label), std::string(kNoFigure), std::string(kNoFigure), {}, question};
+  if (here) figure.here = AndUnit(text(*here), unit);
+  if (there) figure.there = AndUnit(text(*there), unit);
   if (here && there) {
     const double difference = *here - *there;
-    figure.delta = WithUnit(Signed(difference, text(std::fabs(difference)), text(0)), unit);
+    figure.delta = AndUnit(Signed(difference, text(std::fabs(difference)), text(0)), unit);
   }
   return figure;
 }
@@ -58,7 +58,7 @@ void AddSensors(const TReference& reference, const TVerdict& verdict, const TDis
     const auto low = Figure({}, sensor.min->value, there->min, text, {}, {});
     const auto high = Figure({}, sensor.max->value, there->max, text, {}, {});
     const auto both = [&](std::string TReferenceFigure::*part) {
-      return WithUnit(fmt::format("{} … {}", low.*part, high.*part), sensor.quantity->unit);
+      return AndUnit(fmt::format("{} … {}", low.*part, high.*part), sensor.quantity->unit);
     };
     figures.push_back({SensorLabel(*sensor.quantity, settings), both(&TReferenceFigure::here),
                        both(&TReferenceFigure::there), both(&TReferenceFigure::delta), TVerdictQuestion::OutOfLimits});

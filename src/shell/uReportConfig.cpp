@@ -19,7 +19,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr const char *kSections = "Sections", *kPage = "Page", *kTables = "Tables", *kCards = "Event cards",
+constexpr const char *kSections = "Sections", *kPage = "Page", *kTablesSection = "Tables", *kCards = "Event cards",
                      *kTime = "Time";
 
 constexpr std::array<std::string_view, kReportSectionCount> kSectionNames = {
@@ -36,17 +36,12 @@ struct TKey {
 };
 constexpr TKey kPaperKey{kPage, "Paper"}, kOrientationKey{kPage, "Orientation"}, kCardEventsKey{kCards, "Events"},
     kWorstKey{kCards, "Worst"}, kPerPageKey{kCards, "A page"}, kFromKey{kTime, "From"}, kToKey{kTime, "To"};
-constexpr std::pair<TKey, bool TReportConfig::*> kTableKeys[] = {{{kTables, "Events"}, &TReportConfig::eventsTable},
-                                                                 {{kTables, "Sensors"}, &TReportConfig::sensorsTable},
-                                                                 {{kTables, "Battery"}, &TReportConfig::batteryTable}};
+constexpr std::pair<TKey, bool TReportConfig::*> kTableKeys[] = {{{kTablesSection, "Events"}, &TReportConfig::eventsTable},
+                                                                 {{kTablesSection, "Sensors"}, &TReportConfig::sensorsTable},
+                                                                 {{kTablesSection, "Battery"}, &TReportConfig::batteryTable}};
 constexpr std::pair<TKey, std::optional<double> TRange::*> kTimeKeys[] = {{kFromKey, &TRange::from},
                                                                           {kToKey, &TRange::to}};
 constexpr TKey kOtherKeys[] = {kPaperKey, kOrientationKey, kCardEventsKey, kWorstKey, kPerPageKey};
-
-template <class... T>
-[[noreturn]] void Refuse(fmt::format_string<T...> format, T&&... arguments) {
-  throw std::runtime_error(fmt::format(format, std::forward<T>(arguments)...));
-}
 
 template <class TNames>
 std::string Listed(const TNames& names) {
@@ -113,7 +108,7 @@ void ReadTime(const TIniFile& ini, TRange& time) {
   if (time.from && time.to && *time.from > *time.to) Refuse("[{}] From is after To.", kTime);
 }
 
-void RefuseUnknown(const TIniFile& ini) {
+void RefuseUnknownKeys(const TIniFile& ini) {
   std::vector<TKey> known(std::begin(kOtherKeys), std::end(kOtherKeys));
   for (const auto& row : kTableKeys) known.push_back(row.first);
   for (const auto& row : kTimeKeys) known.push_back(row.first);
@@ -150,7 +145,7 @@ std::string_view SectionName(TReportSection section) {
 
 TReportConfig ReadReportConfig(const fs::path& path) {
   const TIniFile ini = TIniFile::LoadStrict(path);
-  RefuseUnknown(ini);
+  RefuseUnknownKeys(ini);
   TReportConfig config;
   ReadSections(ini, config);
   config.paper = static_cast<TReportPaper>(ReadChoice(ini, kPaperKey, kPapers, 0));

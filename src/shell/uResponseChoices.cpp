@@ -13,19 +13,20 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr auto kSection = "Response";
+constexpr auto kResponseSection = "Response";
 
 // By the tables of names and values that `kshock srs` has, too.
 template <class TTable, class TValue>
 void ReadName(const TIniFile& ini, const char* key, const TTable& table, TValue& value) {
-  const std::string name = ini.ReadString(kSection, key, "");
+  const std::string name = ini.ReadString(kResponseSection, key, "");
   const auto found = std::ranges::find(table, std::string_view(name), &TTable::value_type::first);
   if (found != table.end()) value = found->second;
 }
 
 template <class TTable, class TValue>
 void WriteName(TIniFile& ini, const char* key, const TTable& table, TValue value) {
-  ini.WriteString(kSection, key, std::string(std::ranges::find(table, value, &TTable::value_type::second)->first));
+  ini.WriteString(kResponseSection, key,
+                  std::string(std::ranges::find(table, value, &TTable::value_type::second)->first));
 }
 
 }  // namespace
@@ -39,9 +40,10 @@ TResponseChoices ReadKeptResponseChoices(const fs::path& settingsFolder) {
   ReadName(ini, "Response", kResponses, request.options.response);
   ReadName(ini, "Sign", kResponseSigns, request.options.sign);
   ReadName(ini, "Baseline", kBaselines, request.baseline);
-  request.options.quality = ini.ReadFloat(kSection, "Q", request.options.quality);
-  request.octave = static_cast<std::size_t>(ini.ReadInteger(kSection, "Octave", static_cast<int>(request.octave)));
-  choices.limit = PathFromUtf8(ini.ReadString(kSection, "Limit", ""));
+  request.options.quality = ini.ReadFloat(kResponseSection, "Q", request.options.quality);
+  request.octave =
+      static_cast<std::size_t>(ini.ReadInteger(kResponseSection, "Octave", static_cast<int>(request.octave)));
+  choices.limit = PathFromUtf8(ini.ReadString(kResponseSection, "Limit", ""));
   return choices;
 }
 
@@ -50,9 +52,9 @@ void KeepResponseChoices(const fs::path& settingsFolder, const TResponseChoices&
   TIniFile ini;
   WriteName(ini, "Response", kResponses, request.options.response);
   WriteName(ini, "Sign", kResponseSigns, request.options.sign);
-  ini.WriteFloat(kSection, "Q", request.options.quality);
-  ini.WriteInteger(kSection, "Octave", static_cast<int>(request.octave));
+  ini.WriteFloat(kResponseSection, "Q", request.options.quality);
+  ini.WriteInteger(kResponseSection, "Octave", static_cast<int>(request.octave));
   WriteName(ini, "Baseline", kBaselines, request.baseline);
-  if (!choices.limit.empty()) ini.WriteString(kSection, "Limit", Utf8FromPath(choices.limit));
+  if (!choices.limit.empty()) ini.WriteString(kResponseSection, "Limit", Utf8FromPath(choices.limit));
   SaveFile(settingsFolder / kKeptResponseFile, ini.Text());
 }

@@ -5,7 +5,7 @@
 namespace {
 
 template <std::size_t N>
-std::string_view EntryOf(const std::array<std::string_view, N>& list, int index) {
+std::string_view AtOrFirst(const std::array<std::string_view, N>& list, int index) {
   const auto at = static_cast<std::size_t>(index);
   return at < N ? list[at] : list[0];
 }
@@ -13,11 +13,11 @@ std::string_view EntryOf(const std::array<std::string_view, N>& list, int index)
 }  // namespace
 
 std::string_view TDisplaySettings::DateFormat() const {
-  return EntryOf(kDateFormats, dateFormat);
+  return AtOrFirst(kDateFormats, dateFormat);
 }
 
 std::string_view TDisplaySettings::FormatOf(TQuantity quantity) const {
-  return EntryOf(kDecimalMasks, formats.at(static_cast<std::size_t>(quantity)));
+  return AtOrFirst(kDecimalMasks, formats.at(static_cast<std::size_t>(quantity)));
 }
 
 const TSettings& DefaultSettings() {

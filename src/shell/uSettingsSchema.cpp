@@ -12,7 +12,7 @@ using enum TSensorAxis;
 using D = TDisplaySettings;
 using S = TSettings;
 
-constexpr std::string_view kDate = "Date", kGeneral = "General Settings", kAlarm = "Alarm",
+constexpr std::string_view kDate = "Date", kGeneral = "General Settings", kAlarmPage = "Alarm",
                            kFormats = "Value Decimal Formats", kAnalog = "Analog Settings", kColours = "Colors",
                            kEvents = "Shock Events Chart", kSelected = "Selected Shock Event Chart",
                            kSensors = "Sensors Chart";
@@ -45,11 +45,11 @@ constexpr const TQuantityControls& ControlsOf(TQuantity quantity) {
 }
 template <TQuantity Quantity>
 constexpr TSetting Min(std::string_view key, std::string_view def) {
-  return {kAlarm, key, def, ControlsOf(Quantity).min, kLimit<&TLimits::min, Quantity>};
+  return {kAlarmPage, key, def, ControlsOf(Quantity).min, kLimit<&TLimits::min, Quantity>};
 }
 template <TQuantity Quantity>
 constexpr TSetting Max(std::string_view key, std::string_view def) {
-  return {kAlarm, key, def, ControlsOf(Quantity).max, kLimit<&TLimits::max, Quantity>};
+  return {kAlarmPage, key, def, ControlsOf(Quantity).max, kLimit<&TLimits::max, Quantity>};
 }
 template <TQuantity Quantity>
 constexpr TSetting Format(std::string_view key, std::string_view def) {
@@ -71,7 +71,7 @@ constexpr TSetting kSettings[] = {
     {kGeneral, "Sync Confirmations", "1", "chboxDialogConfirmationsSync", kOwn<&S::syncConfirmations>},
     {kGeneral, "Shock Chart Point Absorption", "1", "chboxShockChartPointAbsorption", kShown<&D::pointAbsorption>},
     {"File&Folder", "Default File Filter", "0", "cmbSettingsDefFileFilter", kOwn<&S::fileFilter>},
-    {kAlarm, "Load Acc. from File", "1", "chboxLoadAccAlarmFromFile", kShown<&D::accelerationFromFile>},
+    {kAlarmPage, "Load Acc. from File", "1", "chboxLoadAccAlarmFromFile", kShown<&D::accelerationFromFile>},
     Min<Acceleration>("Acc. Min", "-6"),
     Max<Acceleration>("Acc. Max", "6"),
     Min<Temperature>("Temp. Min", "-4"),
@@ -92,7 +92,7 @@ constexpr TSetting kSettings[] = {
     Max<Light>("Light Max", "1000"),
     Min<Battery>("Battery Min", "2.5"),
     Max<Battery>("Battery Max", "4.5"),
-    {kAlarm, "Active", "0", "barbtnlrgAlarm", kShown<&D::alarmActive>},
+    {kAlarmPage, "Active", "0", "barbtnlrgAlarm", kShown<&D::alarmActive>},
     Format<Time>("Time", "3"),
     Format<Acceleration>("Acceleration", "3"),
     Format<ToT>("DBC", "0"),

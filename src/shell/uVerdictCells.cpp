@@ -24,7 +24,7 @@ std::string GroupedCount(std::size_t count, std::string_view what) {
   return fmt::format("{} {}{}", Grouped(count), what, count == 1 ? "" : "s");
 }
 
-std::string Moment(double time) {
+std::string ShortMoment(double time) {
   return FormatDateTime(ShortDateFormat() + " hh:nn", time);
 }
 
@@ -52,7 +52,7 @@ TVerdictCell PeakCell(const TVerdict& verdict, const TShownMission& mission) {
   const TPeakVerdict& peak = *verdict.peak;
   TVerdictCell cell{.value = MaskFloat(mission.Display.FormatOf(TQuantity::Acceleration), peak.value), .unit = "g"};
   cell.note = fmt::format("event {}, {}{}", peak.event, peak.axis, peak.clipped ? ", clipped" : "");
-  cell.when = Moment(peak.time);
+  cell.when = ShortMoment(peak.time);
   cell.tip = PeakText(peak, mission.Display);
   AppendLine(cell.tip, fmt::format("Click: select event {}", peak.event));
   cell.answer = TVerdictAnswer::SelectEvent;
@@ -87,7 +87,7 @@ TVerdictCell IntensityCell(const TVerdict& verdict, const TDisplaySettings& sett
   const TIntensityVerdict& worst = *verdict.worst;
   TVerdictCell cell{.value = MaskFloat(settings.FormatOf(TQuantity::IoT), worst.value), .unit = "g·ms"};
   cell.note = fmt::format("event {}{}", worst.event, worst.clipped ? ", clipped" : "");
-  cell.when = Moment(worst.time);
+  cell.when = ShortMoment(worst.time);
   cell.tip =
       fmt::format("The largest integral over threshold (IoT total) of an event\nClick: select event {}", worst.event);
   cell.answer = TVerdictAnswer::SelectEvent;
@@ -139,7 +139,7 @@ TVerdictCell RecordedCell(const TVerdict& verdict) {
   if (!verdict.firstTime) return cell;
   cell.value = DurationInWords(*verdict.lastTime - *verdict.firstTime);
   cell.note = fmt::format("to {}, {}", FormatDateTime(ShortDateFormat(), *verdict.lastTime), cell.note);
-  cell.tip = fmt::format("{} to {}{}\nClick: show all of it", Moment(*verdict.firstTime), Moment(*verdict.lastTime),
+  cell.tip = fmt::format("{} to {}{}\nClick: show all of it", ShortMoment(*verdict.firstTime), ShortMoment(*verdict.lastTime),
                          verdict.damaged ? "\nOnly what could be read is shown and judged" : "");
   cell.answer = TVerdictAnswer::ShowWhole;
   return cell;

@@ -23,8 +23,8 @@ using testing::Not;
 
 namespace {
 
-constexpr double kStart = 45123.25;  // of ThreeEvents
-constexpr double kMinute = 1.0 / 1440;
+constexpr double kMissionStart = 45123.25;  // of ThreeEvents
+constexpr double kMinuteDays = 1.0 / 1440;
 
 class NotesInWindow : public TWindowTest {
  protected:
@@ -84,8 +84,8 @@ TEST_F(NotesInWindow, ANoteIsSeenEverywhereAndCanBeSteppedToChangedAndDeleted) {
   EXPECT_EQ(LastColumn("dbgShocks", 2), "Notes: hit by a fork lift (Ann; damage, fork lift)");
   EXPECT_EQ(LastColumn("dbgShocks", 1), "Notes: ");
   for (const char* chart : {"Chart1", "Chart20", "ChartAllSensors", "ChartNavigator"}) {
-    EXPECT_THAT(FlagAt(chart, kStart + 2 * kMinute), HasSubstr("fork lift")) << chart;
-    EXPECT_EQ(FlagAt(chart, kStart + kMinute), "") << chart;
+    EXPECT_THAT(FlagAt(chart, kMissionStart + 2 * kMinuteDays), HasSubstr("fork lift")) << chart;
+    EXPECT_EQ(FlagAt(chart, kMissionStart + kMinuteDays), "") << chart;
   }
   // The checksum follows in the background.
   TNoProgress progress;
@@ -124,7 +124,7 @@ TEST_F(NotesInWindow, ANoteIsSeenEverywhereAndCanBeSteppedToChangedAndDeleted) {
   EXPECT_THAT(Details(), Not(HasSubstr("dropped")));
   EXPECT_EQ(Find<QTableView>("dbgShocks")->model()->columnCount(), columns);
   EXPECT_FALSE(Find<QAction>("actNextNote")->isEnabled());
-  EXPECT_EQ(FlagAt("Chart1", kStart + 2 * kMinute), "");
+  EXPECT_EQ(FlagAt("Chart1", kMissionStart + 2 * kMinuteDays), "");
 }
 
 TEST_F(NotesInWindow, AClickOnAFlagGoesToItsNoteAndLeavesBandAndZoom) {
@@ -136,18 +136,18 @@ TEST_F(NotesInWindow, AClickOnAFlagGoesToItsNoteAndLeavesBandAndZoom) {
   const TTimeSpan band = FForm->Flow().Mission().Band;
   for (const char* chart : {"Chart1", "ChartAllSensors", "ChartNavigator", "Chart20"}) {
     if (std::string_view(chart) == "Chart20") Press("Ctrl+2");
-    ClickFlag(chart, kStart);
+    ClickFlag(chart, kMissionStart);
     EXPECT_THAT(Notice(), HasSubstr("loaded")) << chart;
-    const QPoint at = PlaceOfFlag(*Find<TTimeChart>(chart), kStart);
+    const QPoint at = PlaceOfFlag(*Find<TTimeChart>(chart), kMissionStart);
     QHelpEvent help(QEvent::ToolTip, at, Find(chart)->mapToGlobal(at));
     QCoreApplication::sendEvent(Find(chart), &help);
     EXPECT_THAT(QToolTip::text().toStdString(), HasSubstr("loaded")) << chart;
-    ClickFlag(chart, kStart + 2 * kMinute);
+    ClickFlag(chart, kMissionStart + 2 * kMinuteDays);
     EXPECT_EQ(FForm->Flow().Mission().SelectedEvent, 2U) << chart;
     EXPECT_THAT(Notice(), HasSubstr("hit")) << chart;
-    ClickFlag(chart, kStart + 2 * kMinute);
+    ClickFlag(chart, kMissionStart + 2 * kMinuteDays);
     EXPECT_THAT(Notice(), HasSubstr("by a lift")) << chart << " has both flags there";
-    ClickFlag(chart, kStart + 2 * kMinute);
+    ClickFlag(chart, kMissionStart + 2 * kMinuteDays);
     EXPECT_THAT(Notice(), HasSubstr("hit")) << chart;
     Press("P");
     EXPECT_NE(FForm->Flow().Mission().SelectedEvent, 2U) << chart;

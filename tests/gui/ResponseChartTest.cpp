@@ -21,12 +21,12 @@ using testing::StartsWith;
 
 namespace {
 
-constexpr int kCount = 2000;  // samples at 1 kHz
+constexpr int kSampleCount = 2000;  // samples at 1 kHz
 // A constant 1 g from rest is 1.859 g at every frequency (Q = 10).
 constexpr double kOvershoot = 1.859;
 
 // An event of a constant x for each.
-TEventList Steps(std::initializer_list<float> levels, int count = kCount) {
+TEventList Steps(std::initializer_list<float> levels, int count = kSampleCount) {
   TEventList events;
   for (const float g : levels) {
     events.NewEvent();

@@ -13,7 +13,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr TView kViews[] = {TView::Overview, TView::Shock, TView::Report, TView::DamageBoundary, TView::Statistics};
+constexpr TView kWalkedViews[] = {TView::Overview, TView::Shock, TView::Report, TView::DamageBoundary,
+                                  TView::Statistics};
 
 class Walk : public TWindowTest {
  protected:
@@ -24,7 +25,7 @@ class Walk : public TWindowTest {
     Settle();
   }
   void LookAround() {
-    for (const TView view : kViews) {
+    for (const TView view : kWalkedViews) {
       FForm->Flow().SwitchView(view);
       Settle();
       for (const char* action : {"actNextEvent", "actShockSpecAnalysis", "actShockResponse"}) {

@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr double kReach = 5;  // px, how near to a cursor it can be taken
+constexpr double kCursorReach = 5;  // px, how near to a cursor it can be taken
 constexpr const char* kNames[] = {"A", "B"};
 
 }  // namespace
@@ -46,7 +46,7 @@ void TChartCursors::Reset() {
 
 std::optional<std::size_t> TChartCursors::At(const QPointF& position) const {
   std::optional<std::size_t> found;
-  double min = kReach;
+  double min = kCursorReach;
   if (!FPlot.Rect().rect().contains(position.toPoint())) return found;
   for (std::size_t i = 0; i < FTimes.size(); ++i) {
     if (!FTimes[i]) continue;

@@ -9,10 +9,10 @@
 
 namespace {
 
-constexpr double kWidth = 8;   // px of the cloth
-constexpr double kHeight = 7;  // px
-constexpr double kReach = 4;   // px around it that belong to it, too
-constexpr int kMaxTexts = 8;   // in one tip
+constexpr double kWidth = 8;      // px of the cloth
+constexpr double kHeight = 7;     // px
+constexpr double kFlagReach = 4;  // px around it that belong to it, too
+constexpr int kMaxTexts = 8;      // in one tip
 
 }  // namespace
 
@@ -81,7 +81,8 @@ std::vector<const TChartFlag*> TChartFlags::FlagsAt(const QPointF& position) con
   const QCPRange view = FPlot.TimeAxis().range();
   for (const TChartFlag& flag : FFlags) {
     if (flag.span.start > view.upper || flag.span.end < view.lower) continue;
-    if (BoxOf(flag).adjusted(-kReach, -kReach, kReach, kReach).contains(position)) found.push_back(&flag);
+    if (BoxOf(flag).adjusted(-kFlagReach, -kFlagReach, kFlagReach, kFlagReach).contains(position))
+      found.push_back(&flag);
   }
   return found;
 }

@@ -10,11 +10,11 @@
 
 namespace {
 
-constexpr double kPadding = 5;   // px, of a pill
-constexpr double kReach = 4;     // how near to a level line the pointer names it
-constexpr double kTries = 6;     // heights that are tried for each height of a box
-constexpr int kStepsAlong = 40;  // places that are tried along a level line
-constexpr double kMargin = 2;    // between labels
+constexpr double kPillPadding = 5;  // px, of a pill
+constexpr double kLevelReach = 4;   // how near to a level line the pointer names it
+constexpr double kTries = 6;        // heights that are tried for each height of a box
+constexpr int kStepsAlong = 40;     // places that are tried along a level line
+constexpr double kLabelMargin = 2;  // between labels
 
 }  // namespace
 
@@ -94,7 +94,7 @@ bool TChartLabels::Covers(const TSkyline& skyline, const QRectF& box) const {
 
 bool TChartLabels::IsFree(const QRectF& box) const {
   if (!FAxes.contains(box)) return false;
-  const QRectF around = box.adjusted(-kMargin, -kMargin, kMargin, kMargin);
+  const QRectF around = box.adjusted(-kLabelMargin, -kLabelMargin, kLabelMargin, kLabelMargin);
   const auto meets = [&around](const QRectF& taken) { return taken.intersects(around); };
   return std::ranges::none_of(FBoxes, meets) && std::ranges::none_of(FMarkBoxes, meets);
 }
@@ -116,7 +116,7 @@ std::optional<QRectF> TChartLabels::PlaceOf(const TLevel& level, const QSizeF& s
     for (int step = 0; step < kStepsAlong; ++step) {
       const double along = kLabelGap + room * step / kStepsAlong;
       const double left = level.side == Qt::AlignLeft ? FAxes.left() + along : FAxes.right() - along - size.width();
-      const QRectF box({left, level.y - size.height() / 2 - up * (size.height() / 2 + kMargin)}, size);
+      const QRectF box({left, level.y - size.height() / 2 - up * (size.height() / 2 + kLabelMargin)}, size);
       if (!IsFree(box) || CoversData(box, false)) continue;
       const int covered = stemsIn(box);
       if (covered == 0) return box;
@@ -158,7 +158,7 @@ void TChartLabels::Paint(QCPPainter& painter, const QPalette& palette) {
 QString TChartLabels::LevelAt(double y) const {
   QStringList words;
   for (const TLevel& level : FLevels) {
-    if (std::fabs(level.y - y) <= kReach && FAxes.top() <= y && y <= FAxes.bottom()) words.append(level.words);
+    if (std::fabs(level.y - y) <= kLevelReach && FAxes.top() <= y && y <= FAxes.bottom()) words.append(level.words);
   }
   return words.join("  ·  ");
 }
@@ -189,7 +189,7 @@ std::optional<QRectF> TChartLabels::OnLine(double x, const QSizeF& size) const {
 }
 
 QSizeF PillSize(const QFontMetrics& metrics, const QString& words) {
-  return QSizeF(metrics.size(0, words)) + QSizeF(2 * kPadding, 2);
+  return QSizeF(metrics.size(0, words)) + QSizeF(2 * kPillPadding, 2);
 }
 
 void DrawPill(QCPPainter& painter, const QRectF& box, const QString& words, const QColor& ink,
@@ -197,7 +197,7 @@ void DrawPill(QCPPainter& painter, const QRectF& box, const QString& words, cons
   painter.setAntialiasing(true);
   painter.setPen(QPen(Mixed(palette.color(QPalette::Base), palette.color(QPalette::Text), 0.2), 1));
   painter.setBrush(palette.color(QPalette::Base));
-  painter.drawRoundedRect(box, kPadding, kPadding);
+  painter.drawRoundedRect(box, kPillPadding, kPillPadding);
   painter.setPen(InkOn(palette, ink, kTextContrast));
   painter.drawText(box, Qt::AlignCenter, words);
 }

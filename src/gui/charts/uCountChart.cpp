@@ -10,11 +10,11 @@
 
 namespace {
 
-constexpr double kRoom = 1.08;        // of the counts, beyond the longest bar
+constexpr double kCountRoom = 1.08;   // of the counts, beyond the longest bar
 constexpr double kHalfBar = 0.4;      // of the place of a name
-constexpr double kGap = 1;            // px, between bars that are wider than that
+constexpr double kBarGap = 1;         // px, between bars that are wider than that
 constexpr double kNameHeight = 1.15;  // lines of text, for a name
-constexpr float kFill = 0.55F;
+constexpr float kBarFill = 0.55F;
 constexpr double kHoursStep = 3;
 
 // Whole numbers only.
@@ -100,14 +100,14 @@ void TCountChart::SetBars(std::vector<TCountBar> bars, const QString& quantity, 
   if (FKind == TBars::Steps || FKind == TBars::Hours) SetTimeTitle(FQuantity);
   FDrawn.clear();
   if (FBars.empty()) return SetFullRange(std::nullopt);
-  if (FKind == TBars::Names) return SetFullRange(TTimeSpan{0, MaxLength(FBars) * kRoom});
+  if (FKind == TBars::Names) return SetFullRange(TTimeSpan{0, MaxLength(FBars) * kCountRoom});
   FDrawn = FBars;
   SetFullRange(TTimeSpan{FBars.front().from, FBars.back().to});
 }
 
 // Names wait for the height that they get.
 void TCountChart::ScaleValues() {
-  if (FKind != TBars::Names) ValueAxis().setRange(0, MaxLength(FBars) * kRoom);
+  if (FKind != TBars::Names) ValueAxis().setRange(0, MaxLength(FBars) * kCountRoom);
 }
 
 void TCountChart::Restyle() {
@@ -135,7 +135,7 @@ void TCountChart::Prepare() {
   for (std::size_t i = 0; i < count; ++i) names->addTick(static_cast<double>(i), FDrawn[i].name);
   ValueAxis().setTicker(names);
   ValueAxis().setRange(-0.5, static_cast<double>(count) - 0.5);
-  TimeAxis().setRange(0, MaxLength(FDrawn) * kRoom);
+  TimeAxis().setRange(0, MaxLength(FDrawn) * kCountRoom);
 }
 
 QRectF TCountChart::RectOf(std::size_t bar, double length) const {
@@ -149,7 +149,7 @@ QRectF TCountChart::RectOf(std::size_t bar, double length) const {
   QRectF rect = QRectF(QPointF(TimeAxis().coordToPixel(one.from), ValueAxis().coordToPixel(length)),
                        QPointF(TimeAxis().coordToPixel(one.to), ValueAxis().coordToPixel(0)))
                     .normalized();
-  if (rect.width() > 3 * kGap) rect.adjust(0, 0, -kGap, 0);
+  if (rect.width() > 3 * kBarGap) rect.adjust(0, 0, -kBarGap, 0);
   return rect;
 }
 
@@ -157,7 +157,7 @@ void TCountChart::Paint(QCPPainter& painter) {
   if (!HasData()) return;
   const QColor ink = InkOn(palette(), QColor(TokensOf(palette()).accent));
   QColor fill = ink;
-  fill.setAlphaF(kFill);
+  fill.setAlphaF(kBarFill);
   const QRectF rect = Rect().rect();
   painter.save();
   painter.setClipRect(rect, Qt::IntersectClip);
@@ -211,7 +211,7 @@ std::optional<TReading> TCountChart::NearestTo(const QPointF& position) const {
     const TCountBar& one = FDrawn[i];
     const QRectF bar = RectOf(i, Length(one));
     const bool isHere = FKind == TBars::Names ? position.y() >= bar.top() && position.y() <= bar.bottom()
-                                              : position.x() >= bar.left() && position.x() <= bar.right() + kGap;
+                                              : position.x() >= bar.left() && position.x() <= bar.right() + kBarGap;
     if (!isHere || (one.count == 0 && one.reference == 0)) continue;
     QString words = one.count == 1 ? tr("%1: 1 event").arg(one.name) : tr("%1: %2 events").arg(one.name).arg(one.count);
     if (!FReference.isEmpty()) {

@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr double kReach = 8;            // px, how near to an event a click is meant for it
+constexpr double kPointReach = 8;       // px, how near to an event a click is meant for it
 constexpr double kRoom = 1.08;          // of the axes, beyond the farthest event
 constexpr double kLimitsInSight = 1.5;  // times a limit
 constexpr float kShade = 0.10F;         // of the alarm's colour, beyond the boundary
@@ -149,7 +149,7 @@ void TDamageChart::PaintSelected(QCPPainter& painter) const {
 
 const TDamageEvent* TDamageChart::EventAt(const QPointF& position) const {
   const TDamageEvent* nearest = nullptr;
-  double minDistance = kReach;
+  double minDistance = kPointReach;
   for (const TDamageEvent& one : FEvents) {
     const QPointF away = PlaceOf(one) - position;
     const double distance = std::hypot(away.x(), away.y());

@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr int kMaxTicks = 12;
+constexpr int kMaxDateTicks = 12;
 constexpr double kFirstDay = -693593;  // 0001-01-01
 constexpr double kLastDay = 2958465;   // 9999-12-31
 constexpr std::chrono::sys_days kEpoch{std::chrono::year{1899} / 12 / 30};
@@ -82,7 +82,7 @@ void TDateTicker::generate(const QCPRange& range, const QLocale& locale, QChar f
   const double pixelsPerDay = AxisLength(FAxis) / range.size();
   const int gap = metrics.horizontalAdvance("00");
   const auto fits = [&](double stepDays, int width) {
-    return range.size() / stepDays < kMaxTicks && stepDays * pixelsPerDay >= width + gap;
+    return range.size() / stepDays < kMaxDateTicks && stepDays * pixelsPerDay >= width + gap;
   };
   const int dateWidth = WidthOf(metrics, ShortDateFormat());
   for (const milliseconds step : kSteps) {

@@ -7,11 +7,11 @@
 
 namespace {
 
-constexpr double kRadius = 3;         // px, of one event
-constexpr double kCell = 3;           // px; two dots in one cell overlap
-constexpr double kNumberRoom = 3;     // px around the number of a group
-constexpr double kNumberSize = 0.88;  // of the chart's font
-constexpr double kApart = 4;          // px around a group, so that its number stays legible
+constexpr double kRadius = 3;              // px, of one event
+constexpr double kCell = 3;                // px; two dots in one cell overlap
+constexpr double kNumberRoom = 3;          // px around the number of a group
+constexpr double kGroupNumberSize = 0.88;  // of the chart's font
+constexpr double kApart = 4;               // px around a group, so that its number stays legible
 constexpr std::size_t kMaxSmooth = 20000;
 
 // At most four characters.
@@ -28,7 +28,7 @@ QString NumberText(std::size_t count) {
 
 void TEventDots::Begin(const QRect& rect, const QFont& font, double pixelRatio) {
   FFont = font;
-  if (font.pointSizeF() > 0) FFont.setPointSizeF(font.pointSizeF() * kNumberSize);
+  if (font.pointSizeF() > 0) FFont.setPointSizeF(font.pointSizeF() * kGroupNumberSize);
   const QFontMetricsF metrics(FFont);
   for (std::size_t length = 1; length < FRadii.size(); ++length) {
     const double width = metrics.horizontalAdvance(QString(static_cast<qsizetype>(length), '8'));

@@ -13,7 +13,7 @@
 namespace {
 
 constexpr std::array kPercentiles = {50, 90, 95, 99};
-constexpr double kRoom = 1.04;  // of the values, beyond the largest
+constexpr double kValueRoom = 1.04;  // of the values, beyond the largest
 constexpr int kDigits = 4;
 constexpr double kDotRadius = 2;       // px
 constexpr std::size_t kMaxDots = 200;  // more are a line
@@ -59,7 +59,7 @@ void TExceedanceChart::SetValues(TExceedance values, const QString& quantity, co
     min = std::min(min, FReference.values.Values().front());
     max = std::max(max, FReference.values.Values().back());
   }
-  SetFullRange(TTimeSpan{std::min(0.0, min), max > 0 ? max * kRoom : std::max(max, min + 1)});
+  SetFullRange(TTimeSpan{std::min(0.0, min), max > 0 ? max * kValueRoom : std::max(max, min + 1)});
 }
 
 void TExceedanceChart::Restyle() {

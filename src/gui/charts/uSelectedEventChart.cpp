@@ -13,10 +13,10 @@
 
 namespace {
 
-constexpr double kPeakRadius = 4.5;  // px
-constexpr double kFaintTotal = 0.4;  // of the total's colour, where it is drawn only for the shaded times
-constexpr double kLevelInSight = 4;  // times the largest value; a level above is out of sight
-constexpr double kWordsRoom = 0.08;  // of the values, above and below, for the name of the peak
+constexpr double kPeakDotRadius = 4.5;  // px
+constexpr double kFaintTotal = 0.4;     // of the total's colour, where it is drawn only for the shaded times
+constexpr double kLineInSight = 4;      // times the largest value; a level above is out of sight
+constexpr double kWordsRoom = 0.08;     // of the values, above and below, for the name of the peak
 
 // Recorded times over the levels as ms from the start, in order.
 std::vector<TTimeSpan> InOrder(const std::vector<TTimeSpan>& intervals, double start) {
@@ -196,10 +196,10 @@ void TSelectedEventChart::ScaleValues() {
   double max{whole.max};
   const double size = std::max(std::fabs(min), std::fabs(max));
   for (const double level : {FLevels.totOn, FLevels.totOff}) {
-    if (level > 0 && level <= size * kLevelInSight) max = std::max(max, level);
+    if (level > 0 && level <= size * kLineInSight) max = std::max(max, level);
   }
-  if (FAlarm && std::fabs(FAlarm->min) <= size * kLevelInSight) min = std::min(min, FAlarm->min);
-  if (FAlarm && std::fabs(FAlarm->max) <= size * kLevelInSight) max = std::max(max, FAlarm->max);
+  if (FAlarm && std::fabs(FAlarm->min) <= size * kLineInSight) min = std::min(min, FAlarm->min);
+  if (FAlarm && std::fabs(FAlarm->max) <= size * kLineInSight) max = std::max(max, FAlarm->max);
   const QCPRange range = ScaleAround(min, max);
   const double room = range.size() * kWordsRoom;
   ValueAxis().setRange(range.lower - room, range.upper + room);
@@ -259,8 +259,8 @@ void TSelectedEventChart::PaintPeak(QCPPainter& painter) {
   painter.setAntialiasing(true);
   painter.setBrush(Qt::NoBrush);
   painter.setPen(QPen(text, kCurveWidth));
-  painter.drawEllipse(at, kPeakRadius, kPeakRadius);
-  Labels().AddDot(at, kPeakRadius);
+  painter.drawEllipse(at, kPeakDotRadius, kPeakDotRadius);
+  Labels().AddDot(at, kPeakDotRadius);
   Labels().AddPoint(at, tr("%1 g").arg(Figure(FPeak->y())), text);
 }
 

@@ -12,8 +12,8 @@
 namespace {
 
 constexpr double kDecibelInSight = 120;  // below the largest line
-constexpr double kLogInSight = 1e-6;     // of the largest line
-constexpr float kFill = 0.14F;           // of a series' colour, below its outline
+constexpr double kLinesInSight = 1e-6;   // of the largest line
+constexpr float kOutlineFill = 0.14F;    // of a series' colour, below its outline
 
 QString AxisTitle(TSpectrumType type) {
   switch (type) {
@@ -158,7 +158,7 @@ void TSpectrumChart::ScaleValues() {
     return ValueAxis().setRange(range.lower, max + range.size() * kWordsRoom);
   }
   if (IsLogarithmic(ValueAxis()) && max > 0) {
-    const double foot = std::clamp(minPositive, max * kLogInSight, max / 10);
+    const double foot = std::clamp(minPositive, max * kLinesInSight, max / 10);
     return ValueAxis().setRange(foot, max * std::pow(max / foot, kWordsRoom));
   }
   ValueAxis().setRange(0, max > 0 ? max * (1 + kWordsRoom) : 1);
@@ -234,7 +234,7 @@ void TSpectrumChart::FillBelow(QCPPainter& painter, std::span<const TEnvelopePoi
   }
   area.append({area.last().x(), foot});
   area.append({area.first().x(), foot});
-  ink.setAlphaF(kFill);
+  ink.setAlphaF(kOutlineFill);
   painter.save();
   painter.setClipRect(rect, Qt::IntersectClip);
   painter.setAntialiasing(false);

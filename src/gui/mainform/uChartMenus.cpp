@@ -21,7 +21,7 @@ constexpr qsizetype kMaxSensors = 40;  // in a menu
 constexpr std::string_view kNavigator = "ChartNavigator";
 
 // Names of the window's actions; "-" parts them.
-constexpr auto kOfEvents =
+constexpr auto kEventsMenu =
     "actPreviousEvent actNextEvent - actShockEventsToolsIndicator actSyncWithEvents - actEventPin actNoteAdd actNotes "
     "- "
     "actEventsCopyChart actEventsSaveChart actEventsSaveChartAsPNG actEventsSaveChartAsSVG - actEventsCSVVisibleShocks "
@@ -31,7 +31,7 @@ constexpr auto kOfShock =
     "actShockResponse actShockToolsPoints actShockToolsIndicator actShockToolsNearest - actEventPin actNoteAdd - "
     "actShockCopyChart actShockSaveChart actShockSaveChartAsPNG actShockSaveChartAsSVG - actExportShockToCSV "
     "actShockSaveChartAsXLSX";
-constexpr auto kOfSensors =
+constexpr auto kSensorsMenu =
     "actSensorsToolsPoints actSensorsToolsIndicator actSensorsToolsNearest actSyncWithSensors - actNoteAdd actNotes - "
     "actSensorsCopyChart actSensorsSaveChart actSensorsSaveChartAsPNG actSensorsSaveChartAsSVG - "
     "actSensorsExportToXLSX";
@@ -39,26 +39,26 @@ constexpr auto kOfNavigator =
     "actNavSetIntAll actNavSetIntYear actNavSetIntMonth actNavSetIntWeek actNavSetIntDay actNavSetIntHour "
     "actNavSetIntMin - actNavRwd actNavFwd - actSyncWithEvents actSyncWithSensors - actNoteAdd actNotes - "
     "actExportPart";
-constexpr auto kOfAnalysis =
+constexpr auto kAnalysisMenu =
     "actAnalysisCopyChart actAnalysisSaveChart actAnalysisSaveChartAsPNG actAnalysisSaveChartAsSVG - "
     "actAnalysisExportCSV";
 
 // What stands in the menu of a chart; that of the spectrum has two rows.
 constexpr std::pair<std::string_view, const char*> kMenus[] = {
-    {"Chart1", kOfEvents},
-    {"Chart20", kOfEvents},
+    {"Chart1", kEventsMenu},
+    {"Chart20", kEventsMenu},
     {"Chart2", kOfShock},
     {"chartSpecAnalysis", "actShockLogFrequency actShockLogValues -"},
     {"chartSpecAnalysis", kOfShock},
     {"chartResponse", kOfShock},
-    {"ChartAllSensors", kOfSensors},
+    {"ChartAllSensors", kSensorsMenu},
     {kNavigator, kOfNavigator},
-    {"ChartDamage", kOfAnalysis},
-    {"ChartByDay", kOfAnalysis},
-    {"ChartByHour", kOfAnalysis},
-    {"ChartByDirection", kOfAnalysis},
-    {"ChartHistogram", kOfAnalysis},
-    {"ChartExceedance", kOfAnalysis}};
+    {"ChartDamage", kAnalysisMenu},
+    {"ChartByDay", kAnalysisMenu},
+    {"ChartByHour", kAnalysisMenu},
+    {"ChartByDirection", kAnalysisMenu},
+    {"ChartHistogram", kAnalysisMenu},
+    {"ChartExceedance", kAnalysisMenu}};
 
 void AddNamed(QMenu& menu, const TKorvexMainForm& form, const QString& name) {
   if (name == "-") {

@@ -38,7 +38,7 @@ bool HasShownGroup(const QAction& action) {
   return false;
 }
 
-QAction* ActionOf(const QWidget& widget) {
+QAction* ShownAction(const QWidget& widget) {
   const auto* button = qobject_cast<const QToolButton*>(&widget);
   return button == nullptr ? nullptr : button->defaultAction();
 }
@@ -47,7 +47,7 @@ QAction* ActionOf(const QWidget& widget) {
 
 void TControls::SetVisible(std::string_view control, bool visible) {
   auto& widget = NamedChild<QWidget>(FWindow, control);
-  if (QAction* action = ActionOf(widget)) {
+  if (QAction* action = ShownAction(widget)) {
     action->setVisible(visible);  // the buttons of an action follow it
     return;
   }
@@ -84,7 +84,7 @@ bool TControls::CanExecute(const QAction& action) const {
 
 void TControls::SetEnabled(std::string_view control, bool enabled) {
   auto& widget = NamedChild<QWidget>(FWindow, control);
-  QAction* action = ActionOf(widget);
+  QAction* action = ShownAction(widget);
   if (action != nullptr) {
     action->setEnabled(enabled);
   } else {

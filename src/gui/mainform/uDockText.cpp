@@ -14,8 +14,8 @@
 namespace {
 
 constexpr auto kSpace = "Space";
-constexpr qsizetype kMaxText = 1000;  // characters of a line
-constexpr int kMaxPixels = 32767;
+constexpr qsizetype kMaxLine = 1000;  // characters of a line
+constexpr int kMaxDockPixels = 32767;
 
 constexpr std::pair<const char*, Qt::DockWidgetArea> kAreas[] = {{"left", Qt::LeftDockWidgetArea},
                                                                  {"right", Qt::RightDockWidgetArea},
@@ -37,7 +37,7 @@ struct TPanelWords {
 };
 
 // One panel, or those of one tab bar in its order.
-struct TGroup {
+struct TPanelGroup {
   QStringList panels;
   QRect rect;  // with the tabs
 };
@@ -46,7 +46,7 @@ QSize SizeOf(const QString& text) {
   static const QRegularExpression kSize("^([1-9]\\d{0,4})x([1-9]\\d{0,4})$");
   const auto match = kSize.match(text);
   const QSize size(match.captured(1).toInt(), match.captured(2).toInt());
-  return match.hasMatch() && std::max(size.width(), size.height()) <= kMaxPixels ? size : QSize();
+  return match.hasMatch() && std::max(size.width(), size.height()) <= kMaxDockPixels ? size : QSize();
 }
 
 QRect FloatingOf(const QString& text) {
@@ -72,7 +72,7 @@ QString TextOf(const TPanelWords& words) {
 void Read(const QString& text, const QStringList& panels, TPanelWords& words) {
   words.floating = QRect();
   words.isInFront = false;
-  for (const QString& part : text.left(kMaxText).split(',')) {
+  for (const QString& part : text.left(kMaxLine).split(',')) {
     const QString said = part.simplified();
     if (said == "open" || said == "closed") words.isOpen = said == "open";
     if (said == "in front") words.isInFront = true;
@@ -90,23 +90,23 @@ void Read(const QString& text, const QStringList& panels, TPanelWords& words) {
 }
 
 // The groups in parts that lie beside each other; one part where no line separates them.
-QList<QList<TGroup>> Parts(QList<TGroup> groups, Qt::Orientation along) {
-  const auto start = [along](const TGroup& group) {
+QList<QList<TPanelGroup>> Parts(QList<TPanelGroup> groups, Qt::Orientation along) {
+  const auto start = [along](const TPanelGroup& group) {
     const QPoint at = group.rect.topLeft();
     return along == Qt::Horizontal ? std::pair(at.x(), at.y()) : std::pair(at.y(), at.x());
   };
   std::ranges::sort(groups, {}, start);
-  QList<QList<TGroup>> parts;
+  QList<QList<TPanelGroup>> parts;
   int end = 0;
-  for (const TGroup& group : groups) {
-    if (parts.isEmpty() || start(group).first > end) parts.append(QList<TGroup>());
+  for (const TPanelGroup& group : groups) {
+    if (parts.isEmpty() || start(group).first > end) parts.append(QList<TPanelGroup>());
     parts.last() << group;
     end = std::max(end, along == Qt::Horizontal ? group.rect.right() : group.rect.bottom());
   }
   return parts;
 }
 
-void AddWords(const TGroup& group, const QString& place, const QString& target, QList<TPanelWords>& lines) {
+void AddWords(const TPanelGroup& group, const QString& place, const QString& target, QList<TPanelWords>& lines) {
   for (qsizetype i = 0; i < group.panels.size(); ++i) {
     TPanelWords words;
     words.name = group.panels[i];
@@ -119,10 +119,10 @@ void AddWords(const TGroup& group, const QString& place, const QString& target, 
 
 // Adds the places of the groups relative to the first, which has its own. Parts are placed before they are divided
 // themselves: that is the order in which Qt can split them again.
-void Divide(const QList<TGroup>& groups, Qt::Orientation along, QList<TPanelWords>& lines) {
+void Divide(const QList<TPanelGroup>& groups, Qt::Orientation along, QList<TPanelWords>& lines) {
   if (groups.size() < 2) return;
   const auto across = along == Qt::Horizontal ? Qt::Vertical : Qt::Horizontal;
-  const QList<QList<TGroup>> parts = Parts(groups, along);
+  const QList<QList<TPanelGroup>> parts = Parts(groups, along);
   if (parts.size() == 1) {
     if (Parts(groups, across).size() > 1) return Divide(groups, across, lines);
     throw std::logic_error("dock panels overlap");
@@ -130,7 +130,7 @@ void Divide(const QList<TGroup>& groups, Qt::Orientation along, QList<TPanelWord
   for (qsizetype i = 1; i < parts.size(); ++i) {
     AddWords(parts[i][0], along == Qt::Horizontal ? kRightOf : kBelow, parts[i - 1][0].panels[0], lines);
   }
-  for (const QList<TGroup>& part : parts) Divide(part, across, lines);
+  for (const QList<TPanelGroup>& part : parts) Divide(part, across, lines);
 }
 
 // A window with copies of the panels that is never seen. It lays a state out to be described, and words to be a state.
@@ -158,7 +158,7 @@ class TScratchWindow : public QMainWindow {
     restoreState(arrangement.state);
     layout()->activate();
     QMap<QString, TPanelWords> now;
-    for (const TGroup& group : Groups()) {
+    for (const TPanelGroup& group : Groups()) {
       for (const QString& name : group.panels) now[name].size = group.rect.size();
     }
     for (QDockWidget* panel : FPanels) {
@@ -218,19 +218,19 @@ class TScratchWindow : public QMainWindow {
   }
 
   // Of the docked panels that are open.
-  [[nodiscard]] QList<TGroup> Groups() const {
-    QList<TGroup> groups;
+  [[nodiscard]] QList<TPanelGroup> Groups() const {
+    QList<TPanelGroup> groups;
     QStringList tabs;
     for (const QTabBar* bar : findChildren<QTabBar*>(QString(), Qt::FindDirectChildrenOnly)) {
       if (bar->count() < 2) continue;
-      TGroup group{{}, bar->geometry() | Panel(bar->tabText(bar->currentIndex()))->geometry()};
+      TPanelGroup group{{}, bar->geometry() | Panel(bar->tabText(bar->currentIndex()))->geometry()};
       for (int i = 0; i < bar->count(); ++i) group.panels << bar->tabText(i);
       tabs << group.panels;
       groups << group;
     }
     for (const QDockWidget* panel : FPanels) {
       if (panel->isHidden() || panel->isFloating() || tabs.contains(panel->objectName())) continue;
-      groups << TGroup{{panel->objectName()}, panel->geometry()};
+      groups << TPanelGroup{{panel->objectName()}, panel->geometry()};
     }
     return groups;
   }
@@ -238,17 +238,17 @@ class TScratchWindow : public QMainWindow {
   [[nodiscard]] QList<TPanelWords> Places(const QStringList& front) {
     QList<TPanelWords> lines;
     for (const auto& [name, area] : kAreas) {
-      QList<TGroup> groups = Groups();
+      QList<TPanelGroup> groups = Groups();
       groups.removeIf(
-          [this, other = area](const TGroup& group) { return dockWidgetArea(Panel(group.panels[0])) != other; });
+          [this, other = area](const TPanelGroup& group) { return dockWidgetArea(Panel(group.panels[0])) != other; });
       if (groups.isEmpty()) continue;
       const bool isRow = area == Qt::TopDockWidgetArea || area == Qt::BottomDockWidgetArea;
-      const auto first = std::ranges::min(groups, {}, [](const TGroup& group) {
+      const auto first = std::ranges::min(groups, {}, [](const TPanelGroup& group) {
         return std::pair(group.rect.left() + group.rect.top(), group.rect.left());
       });
       AddWords(first, name, {}, lines);
       Divide(groups, isRow ? Qt::Horizontal : Qt::Vertical, lines);
-      for (const TGroup& group : groups) MarkFront(group.panels, front, lines);
+      for (const TPanelGroup& group : groups) MarkFront(group.panels, front, lines);
     }
     return lines;
   }

@@ -21,7 +21,7 @@
 
 namespace {
 
-constexpr int kMaxText = 10000;  // characters
+constexpr int kMaxNote = 10000;  // characters
 constexpr int kMaxWord = 200;    // of an author, or of all tags
 
 // Enter accepts the dialog, Shift+Enter begins a line.
@@ -92,7 +92,7 @@ class TNoteDialog final : public QDialog {
 
   [[nodiscard]] TNote Typed() const {
     TNote note = FPlaces[static_cast<std::size_t>(FPlace->currentIndex())].second;
-    note.text = Utf8(FText->toPlainText().trimmed().left(kMaxText));
+    note.text = Utf8(FText->toPlainText().trimmed().left(kMaxNote));
     note.author = Utf8(FAuthor->text().trimmed());
     LastAuthor() = FAuthor->text().trimmed();
     note.tags.clear();

@@ -23,8 +23,8 @@ namespace {
 
 constexpr double kPadding = 8;
 constexpr double kCorner = 3;
-constexpr double kGap = 4;           // between title, chart and figures
-constexpr double kMinChart = 40;     // below that figures give way
+constexpr double kFigureGap = 4;           // between title, chart and figures
+constexpr double kMinCardChart = 40;     // below that figures give way
 constexpr double kNumberWidth = 30;  // of the numbers beside the chart
 constexpr double kStripe = 3;        // at the left of a card that is beyond a limit
 constexpr double kColumnsAPoint = 3;
@@ -101,11 +101,11 @@ struct TFigureGrid {
 
 TFigureGrid GridOf(const TEventCard& card, const QRectF& inside) {
   TFigureGrid grid;
-  const double column = TextWidth(TTextStyle::Caption, kUsualFigure) + kGap;
+  const double column = TextWidth(TTextStyle::Caption, kUsualFigure) + kFigureGap;
   grid.columns = static_cast<std::size_t>(std::max(1.0, std::floor(inside.width() / column)));
-  const double width = inside.width() / static_cast<double>(grid.columns) - kGap;
+  const double width = inside.width() / static_cast<double>(grid.columns) - kFigureGap;
   const double line = LineHeight(TTextStyle::Caption) + 1;
-  const double room = inside.height() - LineHeight(TTextStyle::Strong) - 2 * kGap - kMinChart;
+  const double room = inside.height() - LineHeight(TTextStyle::Strong) - 2 * kFigureGap - kMinCardChart;
   const auto maxRows = static_cast<std::size_t>(std::max(0.0, std::floor(room / line)));
   std::size_t next = 0;  // cell, counted along the rows
   for (const TCardFigure& figure : card.figures) {
@@ -130,7 +130,7 @@ QRectF AboveNote(const TEventCard& card, const QRectF& inside) {
   return card.note.isEmpty() ? inside : inside.adjusted(0, 0, 0, -LineHeight(TTextStyle::Caption) - 1);
 }
 
-void PaintFigures(QPainter& painter, const QRectF& inside, const TEventCard& card, const TCardLook& look) {
+void PaintCardFigures(QPainter& painter, const QRectF& inside, const TEventCard& card, const TCardLook& look) {
   const TFigureGrid grid = GridOf(card, inside);
   const double width = inside.width() / static_cast<double>(grid.columns);
   const double height = LineHeight(TTextStyle::Caption) + 1;
@@ -140,7 +140,7 @@ void PaintFigures(QPainter& painter, const QRectF& inside, const TEventCard& car
     const double label = TextWidth(TTextStyle::Caption, figure.label + ' ');
     const QRectF cell(inside.left() + static_cast<double>(place.column) * width,
                       grid.top + static_cast<double>(place.row) * height,
-                      (place.isWide ? inside.width() : width) - kGap, height);
+                      (place.isWide ? inside.width() : width) - kFigureGap, height);
     DrawLine(painter, cell, TTextStyle::Caption, figure.label, QColor(look.tokens.secondaryInk));
     DrawLine(painter, cell.adjusted(std::min(label, cell.width()), 0, 0, 0), TTextStyle::Caption, figure.text,
              QColor(figure.isBeyond ? look.tokens.alarm : look.tokens.ink));
@@ -218,8 +218,8 @@ TEventCard MakeEventCard(const TShownMission& mission, const TDisplaySettings& d
 
 QRectF CardChartRect(const TEventCard& card, const QRectF& rect) {
   const QRectF inside = AboveNote(card, Inside(rect));
-  const double top = inside.top() + LineHeight(TTextStyle::Strong) + kGap;
-  return {inside.left(), top, inside.width(), std::max(0.0, GridOf(card, inside).top - kGap - top)};
+  const double top = inside.top() + LineHeight(TTextStyle::Strong) + kFigureGap;
+  return {inside.left(), top, inside.width(), std::max(0.0, GridOf(card, inside).top - kFigureGap - top)};
 }
 
 void PaintEventCard(QPainter& painter, const QRectF& rect, const TEventCard& card, const TCardLook& look) {
@@ -244,11 +244,11 @@ void PaintEventCard(QPainter& painter, const QRectF& rect, const TEventCard& car
   const double markWidth = TextWidth(TTextStyle::Caption, mark);
   const QRectF head(inside.left(), inside.top(), inside.width(), height);
   DrawLine(painter, head, TTextStyle::Strong, card.title, QColor(look.tokens.ink));
-  DrawLine(painter, head.adjusted(title + kGap, 0, -markWidth - kGap, 0), TTextStyle::Caption, card.moment,
+  DrawLine(painter, head.adjusted(title + kFigureGap, 0, -markWidth - kFigureGap, 0), TTextStyle::Caption, card.moment,
            QColor(look.tokens.secondaryInk));
   DrawLine(painter, head.adjusted(head.width() - markWidth, 0, 0, 0), TTextStyle::Caption, mark,
            QColor(look.tokens.alarm));
-  PaintFigures(painter, AboveNote(card, inside), card, look);
+  PaintCardFigures(painter, AboveNote(card, inside), card, look);
   const double line = LineHeight(TTextStyle::Caption);
   DrawLine(painter, {inside.left(), inside.bottom() - line, inside.width(), line}, TTextStyle::Caption, card.note,
            QColor(look.tokens.ink));
@@ -270,7 +270,7 @@ void PaintCardChart(QPainter& painter, const QRectF& rect, const TEvent& event, 
     const double y = plot.center().y() - part * plot.height() / 2;
     painter.setPen(QPen(look.forPaper ? kPaperHairline : QColor(look.tokens.hairline), 0.4));
     painter.drawLine(QPointF(plot.left(), y), QPointF(plot.right(), y));
-    DrawLine(painter, {rect.left(), y - line / 2, kNumberWidth - kGap, line}, TTextStyle::Caption,
+    DrawLine(painter, {rect.left(), y - line / 2, kNumberWidth - kFigureGap, line}, TTextStyle::Caption,
              QtText(MaskFloat("0.#", part * limit)), QColor(look.tokens.secondaryInk),
              Qt::AlignRight | Qt::AlignVCenter);
   }

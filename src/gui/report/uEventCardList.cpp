@@ -15,7 +15,7 @@ namespace {
 
 constexpr QSizeF kCard(236, 168);  // pt
 constexpr double kPixelsAPoint = 1.25;
-constexpr int kGap = 8;  // px around and between cards
+constexpr int kListGap = 8;  // px around and between cards
 constexpr std::size_t kMaxCards = 64;
 constexpr std::size_t kMaxListed = 5'000'000;  // so that all pixels can be counted in an int
 constexpr int kRing = 2;
@@ -30,7 +30,7 @@ TEventCardList::TEventCardList(QWidget* parent) : QAbstractScrollArea(parent) {
   setContextMenuPolicy(Qt::ActionsContextMenu);
   setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  setMinimumWidth(CardSize().width() + 2 * kGap + verticalScrollBar()->sizeHint().width());
+  setMinimumWidth(CardSize().width() + 2 * kListGap + verticalScrollBar()->sizeHint().width());
 }
 
 void TEventCardList::ShowCards(const TShownMission* mission, const TRange& time) {
@@ -63,7 +63,7 @@ void TEventCardList::SetCurrent(std::optional<std::size_t> event) {
 }
 
 int TEventCardList::Columns() const {
-  return std::max(1, (viewport()->width() - kGap) / (CardSize().width() + kGap));
+  return std::max(1, (viewport()->width() - kListGap) / (CardSize().width() + kListGap));
 }
 
 QSize TEventCardList::CardSize() const {
@@ -74,15 +74,15 @@ QRect TEventCardList::RectOf(std::size_t card) const {
   const QSize size = CardSize();
   const int columns = Columns();
   const auto place = static_cast<int>(card);
-  return {QPoint(kGap + place % columns * (size.width() + kGap),
-                 kGap + place / columns * (size.height() + kGap) - verticalScrollBar()->value()),
+  return {QPoint(kListGap + place % columns * (size.width() + kListGap),
+                 kListGap + place / columns * (size.height() + kListGap) - verticalScrollBar()->value()),
           size};
 }
 
 std::optional<std::size_t> TEventCardList::CardAt(const QPoint& at) const {
   const QSize size = CardSize();
-  const int row = (at.y() + verticalScrollBar()->value() - kGap) / (size.height() + kGap);
-  const int column = (at.x() - kGap) / (size.width() + kGap);
+  const int row = (at.y() + verticalScrollBar()->value() - kListGap) / (size.height() + kListGap);
+  const int column = (at.x() - kListGap) / (size.width() + kListGap);
   if (column < 0 || column >= Columns() || row < 0) return std::nullopt;
   const auto card = static_cast<std::size_t>(row * Columns() + column);
   if (card >= FEvents.size() || !RectOf(card).contains(at)) return std::nullopt;
@@ -98,7 +98,7 @@ std::optional<std::size_t> TEventCardList::CurrentCard() const {
 
 void TEventCardList::LayOut() {
   const int rows = (static_cast<int>(FEvents.size()) + Columns() - 1) / Columns();
-  const int height = rows * (CardSize().height() + kGap) + kGap;
+  const int height = rows * (CardSize().height() + kListGap) + kListGap;
   verticalScrollBar()->setPageStep(viewport()->height());
   verticalScrollBar()->setSingleStep(CardSize().height() / 3);
   verticalScrollBar()->setRange(0, std::max(0, height - viewport()->height()));
@@ -108,10 +108,10 @@ void TEventCardList::LayOut() {
 void TEventCardList::ScrollTo(std::size_t card) {
   const QRect place = RectOf(card);
   QScrollBar& bar = *verticalScrollBar();
-  if (place.top() < kGap) {
-    bar.setValue(bar.value() + place.top() - kGap);
-  } else if (place.bottom() > viewport()->height() - kGap) {
-    bar.setValue(bar.value() + place.bottom() + kGap - viewport()->height());
+  if (place.top() < kListGap) {
+    bar.setValue(bar.value() + place.top() - kListGap);
+  } else if (place.bottom() > viewport()->height() - kListGap) {
+    bar.setValue(bar.value() + place.bottom() + kListGap - viewport()->height());
   }
 }
 
@@ -178,8 +178,8 @@ void TEventCardList::paintEvent(QPaintEvent* /*event*/) {
         viewport()->rect(), Qt::AlignCenter,
         hidden ? tr("No event passes the filter and the time of the report.") : tr("There are no events."));
   }
-  const int step = CardSize().height() + kGap;
-  const int above = std::max(0, (verticalScrollBar()->value() - kGap) / step);
+  const int step = CardSize().height() + kListGap;
+  const int above = std::max(0, (verticalScrollBar()->value() - kListGap) / step);
   for (auto card = static_cast<std::size_t>(above * Columns()); card < FEvents.size(); ++card) {
     const QRect place = RectOf(card);
     if (place.top() >= viewport()->height()) break;
@@ -214,7 +214,7 @@ void TEventCardList::changeEvent(QEvent* event) {
 void TEventCardList::keyPressEvent(QKeyEvent* event) {
   const auto current = CurrentCard();
   if (FEvents.empty()) return QAbstractScrollArea::keyPressEvent(event);
-  const int page = std::max(1, viewport()->height() / (CardSize().height() + kGap)) * Columns();
+  const int page = std::max(1, viewport()->height() / (CardSize().height() + kListGap)) * Columns();
   const auto last = static_cast<std::int64_t>(FEvents.size()) - 1;
   auto card = static_cast<std::int64_t>(current.value_or(0));
   switch (event->key()) {

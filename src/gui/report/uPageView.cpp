@@ -10,11 +10,11 @@
 
 namespace {
 
-constexpr int kGap = 12;  // px around and between pages
-constexpr double kPointsPerInch = 72;
+constexpr int kPageGap = 12;  // px around and between pages
+constexpr double kPointsAnInch = 72;
 constexpr double kMinZoom = 0.05;
 constexpr double kMaxZoom = 4;
-constexpr double kZoomStep = 1.25;
+constexpr double kWheelStep = 1.25;
 constexpr int kNear = 2;  // pages before and behind those in sight whose pictures are kept
 constexpr int kFocusRing = 2;
 
@@ -50,7 +50,7 @@ int TPageView::PageCount() const {
 }
 
 double TPageView::PixelsAPoint() const {
-  return FZoom * logicalDpiX() / kPointsPerInch;
+  return FZoom * logicalDpiX() / kPointsAnInch;
 }
 
 QSize TPageView::PagePixels() const {
@@ -59,8 +59,8 @@ QSize TPageView::PagePixels() const {
 
 QRect TPageView::RectOf(int page) const {
   const QSize size = PagePixels();
-  const int left = std::max(kGap, (viewport()->width() - size.width()) / 2) - horizontalScrollBar()->value();
-  return {QPoint(left, kGap + page * (size.height() + kGap) - verticalScrollBar()->value()), size};
+  const int left = std::max(kPageGap, (viewport()->width() - size.width()) / 2) - horizontalScrollBar()->value();
+  return {QPoint(left, kPageGap + page * (size.height() + kPageGap) - verticalScrollBar()->value()), size};
 }
 
 int TPageView::CurrentPage() const {
@@ -69,13 +69,13 @@ int TPageView::CurrentPage() const {
   const int last = verticalScrollBar()->maximum();
   if (verticalScrollBar()->value() == 0) return 0;
   if (verticalScrollBar()->value() == last) return PageCount() - 1;
-  return std::clamp((middle - kGap) / (PagePixels().height() + kGap), 0, PageCount() - 1);
+  return std::clamp((middle - kPageGap) / (PagePixels().height() + kPageGap), 0, PageCount() - 1);
 }
 
 void TPageView::GoToPage(int page) {
   const QSize size = PagePixels();
-  const int above = std::max(kGap, (viewport()->height() - size.height()) / 2);
-  const int top = kGap + std::clamp(page, 0, std::max(0, PageCount() - 1)) * (size.height() + kGap);
+  const int above = std::max(kPageGap, (viewport()->height() - size.height()) / 2);
+  const int top = kPageGap + std::clamp(page, 0, std::max(0, PageCount() - 1)) * (size.height() + kPageGap);
   verticalScrollBar()->setValue(top - above);
 }
 
@@ -98,9 +98,9 @@ void TPageView::ZoomBy(double factor) {
 
 void TPageView::FitZoom() {
   if (FPages == nullptr || FFit == TFit::None) return LayOut();
-  const QSizeF page = FPages->PageSize() * logicalDpiX() / kPointsPerInch;
-  double zoom = (viewport()->width() - 2.0 * kGap) / page.width();
-  if (FFit == TFit::Page) zoom = std::min(zoom, (viewport()->height() - 2.0 * kGap) / page.height());
+  const QSizeF page = FPages->PageSize() * logicalDpiX() / kPointsAnInch;
+  double zoom = (viewport()->width() - 2.0 * kPageGap) / page.width();
+  if (FFit == TFit::Page) zoom = std::min(zoom, (viewport()->height() - 2.0 * kPageGap) / page.height());
   SetZoom(zoom);
 }
 
@@ -125,13 +125,13 @@ void TPageView::SetZoom(double zoom) {
 
 void TPageView::LayOut() {
   const QSize size = PagePixels();
-  const int height = PageCount() == 0 ? 0 : kGap + PageCount() * (size.height() + kGap);
+  const int height = PageCount() == 0 ? 0 : kPageGap + PageCount() * (size.height() + kPageGap);
   verticalScrollBar()->setPageStep(viewport()->height());
   verticalScrollBar()->setSingleStep(viewport()->height() / 12);
   verticalScrollBar()->setRange(0, std::max(0, height - viewport()->height()));
   horizontalScrollBar()->setPageStep(viewport()->width());
   horizontalScrollBar()->setSingleStep(viewport()->width() / 12);
-  horizontalScrollBar()->setRange(0, std::max(0, size.width() + 2 * kGap - viewport()->width()));
+  horizontalScrollBar()->setRange(0, std::max(0, size.width() + 2 * kPageGap - viewport()->width()));
   viewport()->update();
 }
 
@@ -153,8 +153,8 @@ void TPageView::paintEvent(QPaintEvent* /*event*/) {
   const TThemeTokens& tokens = TokensOf(palette());
   painter.fillRect(viewport()->rect(), QColor(tokens.ground));
   if (PageCount() > 0) {
-    const int step = PagePixels().height() + kGap;
-    const int first = std::clamp((verticalScrollBar()->value() - kGap) / step, 0, PageCount() - 1);
+    const int step = PagePixels().height() + kPageGap;
+    const int first = std::clamp((verticalScrollBar()->value() - kPageGap) / step, 0, PageCount() - 1);
     int page = first;
     for (; page < PageCount() && RectOf(page).top() < viewport()->height(); ++page) {
       const QRect place = RectOf(page);
@@ -187,9 +187,9 @@ void TPageView::keyPressEvent(QKeyEvent* event) {
   } else if (key == Qt::Key_End) {
     verticalScrollBar()->setValue(verticalScrollBar()->maximum());
   } else if (key == Qt::Key_Plus) {
-    ZoomBy(kZoomStep);
+    ZoomBy(kWheelStep);
   } else if (key == Qt::Key_Minus) {
-    ZoomBy(1 / kZoomStep);
+    ZoomBy(1 / kWheelStep);
   } else if (key == Qt::Key_W) {
     SetFit(TFit::Width);
   } else if (key == Qt::Key_F) {
@@ -201,14 +201,14 @@ void TPageView::keyPressEvent(QKeyEvent* event) {
 
 void TPageView::wheelEvent(QWheelEvent* event) {
   if (!event->modifiers().testFlag(Qt::ControlModifier)) return QAbstractScrollArea::wheelEvent(event);
-  if (event->angleDelta().y() != 0) ZoomBy(event->angleDelta().y() > 0 ? kZoomStep : 1 / kZoomStep);
+  if (event->angleDelta().y() != 0) ZoomBy(event->angleDelta().y() > 0 ? kWheelStep : 1 / kWheelStep);
   event->accept();
 }
 
 void TPageView::mousePressEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton || PageCount() == 0) return;
-  const int step = PagePixels().height() + kGap;
-  const int page = std::clamp((event->pos().y() + verticalScrollBar()->value() - kGap) / step, 0, PageCount() - 1);
+  const int step = PagePixels().height() + kPageGap;
+  const int page = std::clamp((event->pos().y() + verticalScrollBar()->value() - kPageGap) / step, 0, PageCount() - 1);
   if (RectOf(page).contains(event->pos())) emit PageClicked(page);
 }
 

@@ -50,7 +50,7 @@ double WidthOf(const TPaperColumn& column, std::size_t rows) {
 }
 
 // The columns of one part side by side; what is left of the width goes between them.
-void Place(TPart& part, double width) {
+void PlaceCells(TPart& part, double width) {
   double used = -kCellGap;
   for (const TPlacedColumn& column : part.columns) used += column.width + kCellGap;
   const double spread = std::clamp((width - used) / static_cast<double>(part.columns.size()), 0.0, kMaxSpread);
@@ -86,7 +86,7 @@ std::vector<std::shared_ptr<TPart>> PartsOf(const TPaperTable& table, double wid
     parts.back()->columns.push_back({column, 0, own});
     used += own + kCellGap;
   }
-  for (const auto& part : parts) Place(*part, width);
+  for (const auto& part : parts) PlaceCells(*part, width);
   return parts;
 }
 

@@ -25,7 +25,7 @@
 
 namespace {
 
-constexpr int kRowSpace = 3;  // px around a section
+constexpr int kDialogRowSpace = 3;  // px around a section
 constexpr auto kFileFilter = "Report configuration|*.ini";
 
 // In the order of the dialog's boxes.
@@ -83,7 +83,7 @@ QWidget* TReportConfigDialog::MakeSections() {
   FSections->setObjectName("lstReportSections");
   FSections->setAccessibleName(tr("Sections in their order"));
   FSections->setToolTip(tr("Space switches a section on and off; drag it, or Alt+Up and Alt+Down, to move it"));
-  FSections->setSpacing(kRowSpace);
+  FSections->setSpacing(kDialogRowSpace);
   FSections->setDragDropMode(QAbstractItemView::InternalMove);
   auto* buttons = new QHBoxLayout;
   const auto add = [&](const char* name, const QString& caption, const QKeySequence& keys, int step) {

@@ -11,12 +11,12 @@
 
 namespace {
 
-constexpr double kChartPart = 0.42;  // of the page's height, so that two charts stand on one page
-constexpr double kMaxChart = 330;    // pt
-constexpr double kPeaksPart = 0.7;   // of that height
+constexpr double kChartPart = 0.42;       // of the page's height, so that two charts stand on one page
+constexpr double kMaxSectionChart = 330;  // pt
+constexpr double kPeaksPart = 0.7;        // of that height
 
 double ChartHeight(const TPageFlow& flow) {
-  return std::min(flow.Area().height() * kChartPart, kMaxChart);
+  return std::min(flow.Area().height() * kChartPart, kMaxSectionChart);
 }
 
 void AddEventsChart(TPageFlow& flow, const TReportData& data, TReportCharts& charts) {

@@ -27,8 +27,8 @@ constexpr auto kLimitTip =
     "A limit from a CSV file with lines \"Hz,g\": it is drawn, and the title names the smallest margin";
 
 // Of a table of names and values.
-template <class TTable>
-QStringList NamesOf(const TTable& table) {
+template <class TResponseTable>
+QStringList NamesOf(const TResponseTable& table) {
   QStringList names;
   for (const auto& [name, value] : table) names.append(QtText(name));
   return names;

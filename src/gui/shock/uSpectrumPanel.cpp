@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr QSize kMinSize(180, 120);  // px
+constexpr QSize kMinSpectrumSize(180, 120);  // px
 
 // A list of the names of a table of names and values.
 template <class TTable>
@@ -40,5 +40,5 @@ TSpectrumPanel::TSpectrumPanel(QWidget* parent)
 }
 
 QSize TSpectrumPanel::minimumSizeHint() const {
-  return kMinSize;
+  return kMinSpectrumSize;
 }
