@@ -1,5 +1,5 @@
 // The mission details: the verdict, the header's fields and texts, the mission's figures, a line for each sensor. Text
-// wraps anywhere and can be selected.
+// wraps anywhere, labels between words; it can be selected.
 #pragma once
 
 #include <QTextEdit>
@@ -24,6 +24,7 @@ class TMissionDetails : public QTextEdit {
   void changeEvent(QEvent* event) override;
 
  private:
+  [[nodiscard]] int LabelWidth() const;
   void ShowText();
 
   std::vector<TSection> FSections;
