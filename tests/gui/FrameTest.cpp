@@ -86,7 +86,7 @@ TEST_F(Frame, EveryViewFitsIntoTheSmallestWindowWithAllItsPanels) {
   for (const char* part : {"Chart20", "stkEventCharts", "dbgShockValues"}) {
     EXPECT_LE(Find(part)->mapTo(FForm.get(), QPoint(Find(part)->width(), 0)).x(), details->x()) << part;
   }
-  EXPECT_GE(Find("dbgShockValues")->width(), 150);
+  EXPECT_GE(Find("dbgShockValues")->width(), 120);
   EXPECT_FALSE(Find("pgcShockGrids")->isVisible()) << "the list gives way";
 }
 

@@ -226,7 +226,7 @@ TEST_F(Overview, DetailsBeginWithWhatTheRecordingIsJudgedBy) {
   EXPECT_LT(text.indexOf("Above alarm"), text.indexOf("Operator"));
   EXPECT_EQ(text.count("Peak"), 1);
 
-  details->resize(details->minimumWidth(), 400);
+  details->resize(details->minimumWidth() * 4 / 3, 400);  // narrower, and figures stand below their labels
   int labels = 0;
   for (QTextFrame* frame : details->document()->rootFrame()->childFrames()) {
     const auto* table = qobject_cast<QTextTable*>(frame);

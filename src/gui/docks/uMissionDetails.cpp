@@ -14,6 +14,7 @@ constexpr int kMinWidth = 26;        // characters
 constexpr int kMinLabel = 13;        // characters of the column of labels, which is wider for a longer word
 constexpr int kMaxLabel = 18;
 constexpr int kCellPadding = 2;  // px
+constexpr int kMinColumns = 34;  // characters; in a narrower panel a figure stands below its label
 
 }  // namespace
 
@@ -47,6 +48,12 @@ int TMissionDetails::LabelWidth() const {
   return std::min(width, character * kMaxLabel) + 2 * kCellPadding + 1;
 }
 
+void TMissionDetails::resizeEvent(QResizeEvent* event) {
+  QTextEdit::resizeEvent(event);
+  const bool isNarrow = width() < fontMetrics().averageCharWidth() * kMinColumns;
+  if (std::exchange(FIsNarrow, isNarrow) != isNarrow) ShowText();
+}
+
 // The text has the colours of the scheme.
 void TMissionDetails::changeEvent(QEvent* event) {
   QTextEdit::changeEvent(event);
@@ -55,16 +62,16 @@ void TMissionDetails::changeEvent(QEvent* event) {
 
 void TMissionDetails::ShowText() {
   const auto shown = [](const std::string& text) { return ShownText(text, kMaxText).toHtmlEscaped(); };
-  const int labels = LabelWidth();
+  const QString labels = FIsNarrow ? "100%" : QString::number(LabelWidth());
   QString html;
   for (const TSection& section : FSections) {
     html += QString("<p style='margin-top:8px; margin-bottom:4px'><b>%1</b></p><table width='100%' cellpadding='%2'>")
                 .arg(section.title.toHtmlEscaped())
                 .arg(kCellPadding);
     for (const TFigure& figure : section.figures) {
-      html += QString("<tr><td width='%1' style='color:%2'>%3</td><td>%4</td></tr>")
-                  .arg(labels)
-                  .arg(QColor(TokensOf(palette()).secondaryInk).name(), shown(figure.label), shown(figure.text));
+      html += QString("<tr><td width='%1' style='color:%2'>%3</td>%4<td>%5</td></tr>")
+                  .arg(labels, QColor(TokensOf(palette()).secondaryInk).name(), shown(figure.label),
+                       FIsNarrow ? "</tr><tr>" : "", shown(figure.text));
     }
     html += "</table>";
   }

@@ -32,8 +32,7 @@
 namespace {
 
 constexpr int kMinList = 212;    // px; the tabs are whole, and "clipped" beside them
-constexpr int kMinValues = 150;  // px
-constexpr int kWithList = 520;   // px that list, chart and value table need together
+constexpr int kMinValues = 120;  // px
 
 // A tab widget shows and hides its pages; others show and hide the grid, so it gets its own page.
 QWidget* PageOf(QWidget* grid) {
@@ -203,7 +202,9 @@ void TMainShockPanel::SetValuesVisible(bool visible) {
 
 // The list gives way: the keys step through its events all the same.
 void TMainShockPanel::ShowListBeside(bool values) {
-  FBelow->widget(0)->setVisible(!values || width() >= kWithList);
+  int needed = 2 * FBelow->handleWidth() + kMinValues;
+  for (int i = 0; i < 2; ++i) needed += FBelow->widget(i)->minimumSizeHint().width();
+  FBelow->widget(0)->setVisible(!values || width() >= needed);
   FBelow->refresh();
 }
 
