@@ -86,6 +86,8 @@ TEST_F(Frame, EveryViewFitsIntoTheSmallestWindowWithAllItsPanels) {
   for (const char* part : {"Chart20", "stkEventCharts", "dbgShockValues"}) {
     EXPECT_LE(Find(part)->mapTo(FForm.get(), QPoint(Find(part)->width(), 0)).x(), details->x()) << part;
   }
+  EXPECT_GE(Find("dbgShockValues")->width(), 120);
+  EXPECT_FALSE(Find("pgcShockGrids")->isVisible()) << "the list gives way";
 }
 
 TEST_F(Frame, TheTabsOfTheEventGridsAreWholeBesideAndAfterAClippedEvent) {
@@ -179,6 +181,22 @@ TEST_F(Frame, InANarrowWindowThePanelsBesideTheViewsAreTitlesThatOpenByClickAndK
   EXPECT_EQ(details->Fold(), TFold::Open);
 }
 
+TEST_F(Frame, TheFilterFoldsThePanelsThatLeaveTheViewTooLittle) {
+  OpenAt({1280, 800});
+  Press("Ctrl+2");
+  const auto* details = Find<TFoldingPanel>("dxDockPanelMissionDetails");
+  const int width = details->width();
+  Trigger("actShockShowTable");
+  const int table = Find("dbgShockValues")->width();
+  Trigger("actFilterEdit");
+  EXPECT_EQ(details->Fold(), TFold::Upright);
+  EXPECT_GE(Find("dbgShockValues")->width(), table - 40);
+  Find("dxDockPanelFilter")->hide();
+  Settle();
+  EXPECT_EQ(details->Fold(), TFold::Open);
+  EXPECT_EQ(details->width(), width);
+}
+
 TEST_F(Frame, ALowWindowFoldsTheNavigatorAndTheNextLargeOneHasItAsHighAsBefore) {
   OpenAt({1280, 800});
   const auto* navigator = Find<TFoldingPanel>("dxDockPanelNavigator");
@@ -267,6 +285,7 @@ TEST_F(Frame, AtTheSmallestSizeNoTextIsCutWithoutAToolTipAndFocusIsSeen) {
     for (QWidget* control : FForm->findChildren<QWidget*>()) {
       if (control->visibleRegion().isEmpty()) continue;
       EXPECT_EQ(CutText(*control), "");
+      if (const auto* tabs = qobject_cast<QTabBar*>(control)) EXPECT_GE(tabs->height(), tabs->sizeHint().height());
       const std::string name = control->metaObject()->className() + ("|" + control->objectName().toStdString());
       const bool takesKeys = control->isEnabled() && (control->focusPolicy() & Qt::TabFocus) != 0;
       if (!takesKeys || control->focusProxy() != nullptr) continue;

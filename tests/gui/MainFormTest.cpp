@@ -37,9 +37,11 @@ const std::vector<std::string> kViews = {"WellcomePanel", "MainOverviewPanel", "
 
 class MainForm : public TWindowTest {
  protected:
-  void Drop(const QString& path) {
+  void Drop(const QStringList& paths) {
     QMimeData files;
-    files.setUrls({QUrl::fromLocalFile(path)});
+    QList<QUrl> urls;
+    for (const QString& path : paths) urls << QUrl::fromLocalFile(path);
+    files.setUrls(urls);
     QDragEnterEvent enter({9, 9}, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(FForm.get(), &enter);
     if (!enter.isAccepted()) return;
@@ -109,16 +111,34 @@ TEST_F(MainForm, OpensByArgumentDialogAndDrop) {
   EXPECT_THAT(FDialogs.back(), HasSubstr("|Korvex Data File (*.kshock *.korvex)"));
   ExpectShown(second);
 
-  Drop(FThree);
+  Drop({FThree});
   Settle();
   ExpectShown(FThree);
-  EXPECT_THAT(Seen({"pnlDamaged"}), IsEmpty());
+  EXPECT_THAT(Seen({"pnlDamaged", "pnlNotice"}), IsEmpty());
+  Drop({second, FThree});
+  Settle();
+  ExpectShown(second);
+  EXPECT_EQ(Find("pnlNotice")->accessibleName(),
+            "Opened 1 of 2 files: zweite Fahrt.kshock. A window shows one recording.");
   EXPECT_THAT(FBoxes, IsEmpty());
+}
+
+TEST_F(MainForm, AfterAFailedOpenTheWelcomePageHasTheKeys) {
+  Start(FThree);
+  const std::string missing = "/none/missing.kshock";
+  FForm->Flow().Open(missing);
+  Settle();
+  ASSERT_EQ(FBoxes.size(), 1U);
+  EXPECT_EQ(FForm->focusWidget()->objectName(), "btnWellcomeOpen") << "the chart is gone";
+  Find("btnWellcomeRecent_0")->setFocus();
+  FForm->Flow().Open(missing);
+  Settle();
+  EXPECT_EQ(FForm->focusWidget()->objectName(), "btnWellcomeRecent_0");
 }
 
 TEST_F(MainForm, ADroppedFolderIsListedAndTheRecordingStays) {
   Start(FThree);
-  Drop(QFileInfo(FThree).path());
+  Drop({QFileInfo(FThree).path()});
   Settle();
   EXPECT_TRUE(Find("edtBrowsePath")->isVisible());
   EXPECT_EQ(Find<QLineEdit>("edtBrowsePath")->text(), QFileInfo(FThree).path());
@@ -142,15 +162,15 @@ TEST_F(MainForm, SaysInOneBoxWhatCannotBeShownAndStaysUsable) {
   ASSERT_EQ(FBoxes.size(), 1U);
   EXPECT_THAT(FBoxes[0], testing::StartsWith("msgFile|The file cannot be opened.|/none/missing.kshock\n"));
   ExpectWelcome();
-  Drop(FThree);
+  Drop({FThree});
   Settle();
-  Drop(text);
+  Drop({text});
   Settle();
   ASSERT_EQ(FBoxes.size(), 2U);
   EXPECT_EQ(FBoxes[1], "msgFile|This file cannot be displayed.|" + text.toStdString() + "\nIt is no data file.");
   ExpectWelcome();
   EXPECT_EQ(Find<QTableView>("dbgShocks")->model()->rowCount(), 0);
-  Drop(FThree);
+  Drop({FThree});
   Settle();
   ExpectShown(FThree);
   EXPECT_EQ(FBoxes.size(), 2U);
@@ -166,21 +186,21 @@ TEST_F(MainForm, ShowsADamagedFileWithANoteThatGoesWithIt) {
   EXPECT_THAT(Seen({"pnlDamaged"}), IsEmpty());
   Press("F5");
   EXPECT_TRUE(Find("pnlDamaged")->isVisible()) << "it is still damaged";
-  Drop(FThree);
+  Drop({FThree});
   Settle();
   EXPECT_THAT(Seen({"pnlDamaged"}), IsEmpty());
 }
 
 TEST_F(MainForm, CancelsByButtonAndByEsc) {
   Start(FThree);
-  Drop(FThree);
-  Drop(Save("text.kshock", TBytes{'n', 'o'}));  // refused while another is read
+  Drop({FThree});
+  Drop({Save("text.kshock", TBytes{'n', 'o'})});  // refused while another is read
   EXPECT_TRUE(Find("pnlLoading")->isVisible());
   EXPECT_FALSE(Find("dxBarOpenNewFile")->isEnabled());
   QTest::mouseClick(Find("btnLoadingCancel"), Qt::LeftButton);
   Settle();
   ExpectWelcome();
-  Drop(FThree);
+  Drop({FThree});
   QTest::keyClick(FForm->focusWidget(), Qt::Key_Escape);
   Settle();
   ExpectWelcome();
@@ -192,7 +212,7 @@ TEST_F(MainForm, ClosesWhileAFileIsRead) {
   for (int block = 0; block < 100; ++block) recording.Data(std::vector<TTestRecord>(5000, {1, {1}}));
   const QString path = Save("long.kshock", recording);
   Start();
-  Drop(path);
+  Drop({path});
   ASSERT_EQ(FForm->Flow().State(), TFileFlow::TState::Reading);
   EXPECT_TRUE(FForm->close());
   for (int round = 0; round < 5; ++round) QCoreApplication::processEvents();
@@ -216,7 +236,7 @@ TEST_F(MainForm, DoesACloseAfterTheFillingThatItEnds) {
     EXPECT_FALSE(FForm->close());
   });
   impatient.start(0);
-  Drop(path);
+  Drop({path});
   EXPECT_TRUE(QTest::qWaitFor([this] { return !FForm->isVisible(); }, kPatienceMs));
   EXPECT_TRUE(asked);
 }
@@ -302,7 +322,7 @@ TEST_F(MainForm, TheBackstageGivesWayToWhatIsOpened) {
     if (reload) {
       Press("F5");
     } else {
-      Drop(FThree);
+      Drop({FThree});
       Settle();
     }
     EXPECT_FALSE(Find("Backstage")->isVisible());
@@ -317,7 +337,7 @@ TEST_F(MainForm, NoTextOfAFileIsMarkup) {
   ExpectShown(odd);
   EXPECT_EQ(Find<QLabel>("lblStatusFile")->textFormat(), Qt::PlainText);
   const QString unfit = Save("<img src=x>.kshock", {'n', 'o'});
-  Drop(unfit);
+  Drop({unfit});
   Settle();
   EXPECT_THAT(std::exchange(FBoxes, {}), ElementsAre(HasSubstr("|" + unfit.toStdString())));
 }

@@ -5,7 +5,10 @@
 #include <QTabWidget>
 #include <QTableView>
 #include <QTest>
+#include <QTextBlock>
 #include <QTextEdit>
+#include <QTextLayout>
+#include <QTextTable>
 #include <QToolButton>
 
 #include "gui/charts/uEventsChart.h"
@@ -134,8 +137,20 @@ TEST_F(Overview, BothChartsShowOnePointerTimeAndOneDateAxis) {
   EXPECT_FALSE(TimeOf(events).tickLabels());
 }
 
-TEST_F(Overview, ChartsKeepTheirRoomInTheSmallestWindow) {
+TEST_F(Overview, ChartsAndListShareTheHeight) {
   StartWithThree();
+  FForm->resize(900, 600);
+  Settle();
+  EXPECT_GE(RowsInSight("dbgMostImportant"), 3);
+  for (const auto& [height, rows] : {std::pair(800, 5), {1000, 10}}) {
+    FForm->resize(1280, height);
+    Settle();
+    EXPECT_GE(RowsInSight("dbgMostImportant"), rows);
+    for (const char* chart : {"Chart1", "ChartAllSensors"}) {
+      Find<TTimeChart>(chart)->grab();
+      EXPECT_GE(RectOf(*Find<TTimeChart>(chart)).height(), 100) << chart << height;
+    }
+  }
   FForm->resize(900, 600);
   TLimitProfile profile;
   profile.name = "Fragile";
@@ -147,12 +162,9 @@ TEST_F(Overview, ChartsKeepTheirRoomInTheSmallestWindow) {
   EXPECT_EQ(Find("btnVerdictEvents")->y(), Find("btnVerdictRecorded")->y()) << "one row";
   for (const char* chart : {"Chart1", "ChartAllSensors"}) {
     Find<TTimeChart>(chart)->grab();
-    EXPECT_GE(RectOf(*Find<TTimeChart>(chart)).height(), 70) << chart;
+    EXPECT_GE(RectOf(*Find<TTimeChart>(chart)).height(), 40) << chart;
   }
-  EXPECT_TRUE(Find("btnShowSelectedEvent")->isVisible()) << "the list is its title";
-  FForm->resize(1280, 800);
-  Settle();
-  EXPECT_GE(RowsInSight("dbgMostImportant"), 5);
+  EXPECT_GE(RowsInSight("dbgMostImportant"), 2);
 }
 
 TEST_F(Overview, TheSelectedEventIsInSightOrNamedInALine) {
@@ -213,6 +225,19 @@ TEST_F(Overview, DetailsBeginWithWhatTheRecordingIsJudgedBy) {
   }
   EXPECT_LT(text.indexOf("Above alarm"), text.indexOf("Operator"));
   EXPECT_EQ(text.count("Peak"), 1);
+
+  details->resize(details->minimumWidth() * 4 / 3, 400);  // narrower, and figures stand below their labels
+  int labels = 0;
+  for (QTextFrame* frame : details->document()->rootFrame()->childFrames()) {
+    const auto* table = qobject_cast<QTextTable*>(frame);
+    for (int row = 0; table != nullptr && row < table->rows(); ++row) {
+      const QTextBlock label = table->cellAt(row, 0).firstCursorPosition().block();
+      ++labels;
+      for (int line = 1; line < label.layout()->lineCount(); ++line)
+        EXPECT_EQ(label.text()[label.layout()->lineAt(line).textStart() - 1], ' ') << label.text().toStdString();
+    }
+  }
+  EXPECT_GE(labels, 10);
 }
 
 }  // namespace

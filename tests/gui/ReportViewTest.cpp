@@ -123,7 +123,10 @@ TEST_F(ReportView, KeysAndThumbnailsTurnPages) {
   EXPECT_LT(Pages().CurrentPage(), count - 1);
   const double zoom = Pages().Zoom();
   QTest::mouseClick(Find<QToolButton>("btnReportZoomIn"), Qt::LeftButton);
-  EXPECT_GT(Pages().Zoom(), zoom);
+  const double larger = Pages().Zoom();
+  EXPECT_GT(larger, zoom);
+  QTest::keyClick(&Pages(), Qt::Key_F, Qt::ControlModifier);
+  EXPECT_EQ(Pages().Zoom(), larger) << "the key of the filter";
 }
 
 TEST_F(ReportView, TheConfigurationIsKeptForTheNextReport) {

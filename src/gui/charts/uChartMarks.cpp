@@ -190,7 +190,7 @@ void TChartMarks::PaintStrip(QCPPainter& painter, const std::vector<TReading>& r
   const QFontMetrics metrics = painter.fontMetrics();
   QRect line = FPlot.Legend().rect();
   if (line.height() < metrics.height()) return;
-  line.setTop(line.bottom() - metrics.height() - 1);
+  if (line.height() >= 2 * metrics.height()) line.setTop(line.bottom() - metrics.height() - 1);
   painter.save();
   painter.setClipRect(line);
   painter.fillRect(line, FPlot.palette().color(QPalette::Base));

@@ -207,12 +207,11 @@ void TChartPlot::SettleMargins() {
 
 void TChartPlot::ThinOut() {
   constexpr int kWithTitles = 9;  // lines of text; a lower chart has no title at its time axis
-  // A lower one has no legend either; in a low window the plot needs the room more.
-  const int withLegend = !isWindow() && window()->height() < kLowWindow ? kWithTitles : 6;
+  constexpr int kWithLegend = 6;  // a lower one has no legend either
   const int lines = viewport().height() / std::max(1, fontMetrics().height());
   // A chart that names no time axis keeps none.
   if (!FTimeTitle.isEmpty()) FTimeAxis->setLabel(lines < kWithTitles ? QString() : FTimeTitle);
-  FLegend->SetHidden(lines < withLegend);
+  FLegend->SetHidden(lines < kWithLegend);
 }
 
 void TChartPlot::SetTimeTitle(const QString& title) {

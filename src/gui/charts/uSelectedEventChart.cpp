@@ -56,8 +56,8 @@ TSelectedEventChart::TSelectedEventChart(QWidget* parent) : TAccelerationChart(T
   new TPainted(&Rect(), "main", [this](QCPPainter& painter) {
     if (!HasData()) return;
     painter.setFont(font());
-    QColor shade(InkOn(palette(), QColor(0xFFA500U)));
-    shade.setAlphaF(0.22F);
+    QColor shade(TokensOf(palette()).alarm);
+    shade.setAlphaF(0.12F);
     ShadeSpans(painter, TimeAxis(), FIntervals, shade);
     PaintLevels(painter);
     PaintPins(painter);

@@ -48,6 +48,7 @@ constexpr auto kSheet = R"(
   QStatusBar QLabel { color: %secondary; }
 
   QAbstractItemView, QTextEdit, QPlainTextEdit { background: %surface; }
+  QListView, QTreeView { selection-background-color: %tint; selection-color: %ink; }
   QHeaderView { background: %surface; border: none; padding: 0; }
   QHeaderView::section { background: %surface; color: %secondary; border: none; padding: 4px 6px; font-weight: 600; }
   QTableCornerButton::section { background: %surface; border: none; }

@@ -10,7 +10,7 @@
 namespace {
 
 // As designed, in px.
-constexpr QSize kNavigatorSize(1200, 130);
+constexpr QSize kNavigatorSize(1200, 80);
 constexpr QSize kDetailsSize(300, 300);
 constexpr QSize kGridSize(300, 220);
 

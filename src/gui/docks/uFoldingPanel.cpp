@@ -32,8 +32,7 @@ TPanelTitle::TPanelTitle(QDockWidget& panel)
   connect(FFoldButton, &QToolButton::clicked, this, &TPanelTitle::FoldClicked);
   connect(FFloat, &QToolButton::clicked, this, [this] { FPanel.setFloating(!FPanel.isFloating()); });
   connect(FClose, &QToolButton::clicked, &panel, &QWidget::close);
-  connect(&panel, &QDockWidget::topLevelChanged, this, [this] { SetFold(FFold); });
-  SetFold(TFold::Open);
+  SetFold(TFold::Open, false);
 }
 
 QToolButton* TPanelTitle::MakeButton(const char* icon, const QString& text, const QString& name) {
@@ -51,15 +50,16 @@ QToolButton* TPanelTitle::MakeButton(const char* icon, const QString& text, cons
   return button;
 }
 
-void TPanelTitle::SetFold(TFold fold) {
+void TPanelTitle::SetFold(TFold fold, bool beside) {
   FFold = fold;
-  const bool upright = fold == TFold::Upright;
   const bool open = fold == TFold::Open;
-  FLayout->setDirection(upright ? QBoxLayout::BottomToTop : QBoxLayout::LeftToRight);
+  FUpright = fold == TFold::Upright || (open && beside);
+  setToolTip(open && beside ? FPanel.windowTitle() : QString());
+  FLayout->setDirection(FUpright ? QBoxLayout::BottomToTop : QBoxLayout::LeftToRight);
   const QString text = (open ? tr("Fold %1 to its title") : tr("Open %1")).arg(FPanel.windowTitle());
   FFoldButton->setAccessibleName(text);
   FFoldButton->setToolTip(text);
-  FFoldButton->setIcon(Icon(open ? "arrow-down" : upright ? "arrow-left" : "arrow-right"));
+  FFoldButton->setIcon(Icon(open ? "arrow-down" : FUpright ? "arrow-left" : "arrow-right"));
   const bool hasRoom = open || fold == TFold::Flat;
   const bool folds = qobject_cast<const TFoldingPanel*>(&FPanel) != nullptr && !FPanel.isFloating();
   FFoldButton->setVisible(folds && fold != TFold::Tab);
@@ -77,7 +77,8 @@ QSize TPanelTitle::sizeHint() const {
   if (FFold == TFold::Tab) return {0, 0};
   QFont words = font();
   words.setWeight(QFont::DemiBold);
-  if (FFold != TFold::Upright) return {4 * Thickness(), Thickness()};
+  if (!FUpright) return {4 * Thickness(), Thickness()};
+  if (FFold == TFold::Open) return {Thickness(), FLayout->sizeHint().height()};
   return {Thickness(), QFontMetrics(words).horizontalAdvance(FPanel.windowTitle()) + Thickness() + 2 * kMargin};
 }
 
@@ -86,7 +87,6 @@ void TPanelTitle::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   painter.fillRect(rect(), QColor(TokensOf(palette()).surface));
   PaintSurfaceFrame(painter, *this);
-  const bool upright = FFold == TFold::Upright;
   QFont words = font();
   words.setWeight(QFont::DemiBold);
   painter.setFont(words);
@@ -95,11 +95,13 @@ void TPanelTitle::paintEvent(QPaintEvent* /*event*/) {
     if (button->isVisible()) buttons = std::min(buttons, button->x());
   }
   QRect room(kMargin, 0, buttons - kMargin, height());
-  if (upright) {
+  if (FUpright) {
     painter.translate(width(), 0);
     painter.rotate(90);
     room = QRect(FFoldButton->geometry().bottom() + kAround, 0,
                  height() - FFoldButton->geometry().bottom() - 2 * kAround, width());
+    // The tool tip has them.
+    if (FFold == TFold::Open && painter.fontMetrics().horizontalAdvance(FPanel.windowTitle()) > room.width()) return;
   }
   painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter,
                    painter.fontMetrics().elidedText(FPanel.windowTitle(), Qt::ElideRight, room.width()));
@@ -126,6 +128,11 @@ TFoldingPanel::TFoldingPanel(const QString& name, const QString& title, QWidget*
     FContent->setFocusPolicy(inSight ? policy : Qt::NoFocus);
   });
   connect(FTitle, &TPanelTitle::FoldClicked, this, [this] { Q_EMIT FoldAsked(FFold == TFold::Open); });
+  connect(this, &QDockWidget::topLevelChanged, this, &TFoldingPanel::UpdateTitle);
+  connect(this, &QDockWidget::dockLocationChanged, this, [this](Qt::DockWidgetArea area) {
+    FBesideViews = area == Qt::LeftDockWidgetArea || area == Qt::RightDockWidgetArea;
+    UpdateTitle();
+  });
 }
 
 void TFoldingPanel::KeepOpenSize() {
@@ -141,11 +148,17 @@ void TFoldingPanel::SetFold(TFold fold) {
   policy.setRetainSizeWhenHidden(open && FRetains);
   FContent->setSizePolicy(policy);
   FContent->setVisible(open);
-  const bool upright = fold == TFold::Upright || fold == TFold::Tab;
+  UpdateTitle();
+}
+
+void TFoldingPanel::UpdateTitle() {
+  const bool inColumn = FFold == TFold::Upright || FFold == TFold::Tab;
+  const bool beside = !FBesideViews && !isFloating();
+  const bool upright = inColumn || (FFold == TFold::Open && beside);
   setFeatures(upright ? features() | DockWidgetVerticalTitleBar : features() & ~DockWidgetVerticalTitleBar);
-  FTitle->SetFold(fold);
-  setMaximumHeight(fold == TFold::Flat ? FTitle->Thickness() : QWIDGETSIZE_MAX);
-  setMaximumWidth(upright ? FTitle->sizeHint().width() : QWIDGETSIZE_MAX);
+  FTitle->SetFold(FFold, beside);
+  setMaximumHeight(FFold == TFold::Flat ? FTitle->Thickness() : QWIDGETSIZE_MAX);
+  setMaximumWidth(inColumn ? FTitle->sizeHint().width() : QWIDGETSIZE_MAX);
 }
 
 // The title ignores the mouse, so that the base drags the panel by it.

@@ -1,5 +1,5 @@
-// A dock panel that folds to its title. The title is drawn here, because Qt's own has no button that folds and is not
-// written upright.
+// A dock panel that folds to its title. Above or below the views its title stands at its left, where it costs no
+// height. The title is drawn here, because Qt's own has no button that folds and is not written upright.
 #pragma once
 
 #include <QDockWidget>
@@ -20,7 +20,8 @@ class TPanelTitle : public QWidget {
 
  public:
   explicit TPanelTitle(QDockWidget& panel);
-  void SetFold(TFold fold);
+  // Beside: an open panel has it at its left.
+  void SetFold(TFold fold, bool beside);
   // Extent across the direction in which it is written, in px.
   [[nodiscard]] int Thickness() const;
   [[nodiscard]] QSize sizeHint() const override;
@@ -41,6 +42,7 @@ class TPanelTitle : public QWidget {
   QToolButton* FFloat;
   QToolButton* FClose;
   TFold FFold = TFold::Open;
+  bool FUpright = false;
 };
 
 class TFoldingPanel : public QDockWidget {
@@ -66,10 +68,13 @@ class TFoldingPanel : public QDockWidget {
   bool event(QEvent* event) override;
 
  private:
+  void UpdateTitle();
+
   TPanelTitle* FTitle;
   QWidget* FContent;
   bool FRetains;  // the open content keeps its room while it is hidden
   TFold FFold = TFold::Open;
+  bool FBesideViews = true;  // not above or below them
   QSize FOpenSize;
   bool FOpenedByClick = false;  // a second click belongs to the first
 };

@@ -1,5 +1,5 @@
 // The mission details: the verdict, the header's fields and texts, the mission's figures, a line for each sensor. Text
-// wraps anywhere and can be selected.
+// wraps anywhere, labels between words; it can be selected. In a narrow panel a figure stands below its label.
 #pragma once
 
 #include <QTextEdit>
@@ -22,9 +22,12 @@ class TMissionDetails : public QTextEdit {
 
  protected:
   void changeEvent(QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
+  [[nodiscard]] int LabelWidth() const;
   void ShowText();
 
   std::vector<TSection> FSections;
+  bool FIsNarrow = false;
 };

@@ -13,7 +13,14 @@
 
 namespace {
 
-constexpr int kNarrow = 1200;  // px of the window's width
+constexpr int kNarrow = 1200;  // px of the window's width, without the panel that comes first
+
+bool Shows(const QTabBar& tabs, const QDockWidget& panel) {
+  for (int i = 0; i < tabs.count(); ++i) {
+    if (tabs.tabText(i) == panel.windowTitle()) return true;
+  }
+  return false;
+}
 
 }  // namespace
 
@@ -34,6 +41,16 @@ TPanelFolding::TPanelFolding(QMainWindow& window, QList<TFoldingPanel*> panels, 
       Choose(*panel, false);
     });
   }
+}
+
+void TPanelFolding::GiveWayTo(QDockWidget& panel) {
+  FFirst = &panel;
+  const auto update = [this] {
+    for (TFoldingPanel* each : FPanels) each->KeepOpenSize();
+    UpdateLater();
+  };
+  connect(&panel, &QDockWidget::visibilityChanged, this, update);
+  connect(&panel, &QDockWidget::topLevelChanged, this, update);
 }
 
 TPanelFolding::TChoices TPanelFolding::Choices() const {
@@ -85,7 +102,9 @@ void TPanelFolding::UpdateLater() {
 }
 
 bool TPanelFolding::IsFolded(const TFoldingPanel& panel, const QSize& window) const {
-  const bool isSmall = FInNarrow.contains(&panel) ? window.width() < kNarrow : window.height() < kLowWindow;
+  const bool isFirstBeside = FFirst != nullptr && !FFirst->isHidden() && !FFirst->isFloating();
+  const int width = window.width() - (isFirstBeside ? FFirst->width() : 0);
+  const bool isSmall = FInNarrow.contains(&panel) ? width < kNarrow : window.height() < kLowWindow;
   return !panel.isFloating() && FChoices.value(panel.objectName(), isSmall);
 }
 
@@ -163,6 +182,10 @@ void TPanelFolding::WatchTabs() {
     tabs->installEventFilter(this);
     tabs->disconnect(this);
     connect(tabs, &QTabBar::tabBarClicked, this, [this, tabs](int index) { OpenTab(tabs->tabText(index)); });
+    // The tabs of a folded column keep their words.
+    for (TFoldingPanel* panel : FPanels) {
+      if (Shows(*tabs, *panel)) panel->setMinimumHeight(panel->Fold() == TFold::Tab ? tabs->sizeHint().height() : 0);
+    }
   }
 }
 

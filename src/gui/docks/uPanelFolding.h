@@ -1,11 +1,13 @@
-// Which panels are folded to their titles. Those beside the views are folded in a narrow window and those below in a
-// low one, unless the user chose otherwise. Panels behind each other's tabs are folded together.
+// Which panels are folded to their titles. Those beside the views are folded in a window that is narrow, or too narrow
+// for them and the filter, and those below in a low one, unless the user chose otherwise. Panels behind each other's
+// tabs are folded together.
 #pragma once
 
 #include <QList>
 #include <QMap>
 #include <QObject>
 
+class QDockWidget;
 class QMainWindow;
 class TFoldingPanel;
 
@@ -15,6 +17,8 @@ class TPanelFolding : public QObject {
  public:
   // The panels of the window, and those of them that a narrow window folds; a low one folds the others.
   TPanelFolding(QMainWindow& window, QList<TFoldingPanel*> panels, QList<TFoldingPanel*> inNarrow);
+  // Beside this panel, while it is visible, the window counts as narrower.
+  void GiveWayTo(QDockWidget& panel);
 
   // By name: true is folded. A panel without a choice follows the size of the window.
   using TChoices = QMap<QString, bool>;
@@ -42,6 +46,7 @@ class TPanelFolding : public QObject {
   QMainWindow& FWindow;
   QList<TFoldingPanel*> FPanels;
   QList<TFoldingPanel*> FInNarrow;
+  QDockWidget* FFirst = nullptr;  // the others give way to it
   TChoices FChoices;
   bool FIsDue = false;  // Update is to come
 };

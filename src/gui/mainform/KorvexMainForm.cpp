@@ -346,7 +346,12 @@ void TKorvexMainForm::dropEvent(QDropEvent* event) {
   event->acceptProposedAction();
   const QString path = urls.constFirst().toLocalFile();
   Guarded(this, [&] {
-    if (!QFileInfo(path).isDir()) return FFlow->Open(Utf8(path));
+    if (!QFileInfo(path).isDir()) {
+      FFlow->Open(Utf8(path));
+      if (urls.size() == 1) return;
+      const QString text = tr("Opened 1 of %1 files: %2. A window shows one recording.");
+      return FParts->notice->ShowText(text.arg(QString::number(urls.size()), QFileInfo(path).fileName()), {});
+    }
     Q_EMIT FParts->ribbon->BackstageRequested();
     ListFolder(*FParts->backstage, path);
   });

@@ -20,6 +20,7 @@
 #include "gui/common/uLogos.h"
 #include "gui/common/uTheme.h"
 #include "gui/docks/uFoldingPanel.h"
+#include "gui/docks/uPanelFolding.h"
 #include "gui/filter/uFilterChip.h"
 #include "gui/filter/uFilterPanel.h"
 #include "gui/mainform/uLayouts.h"
@@ -75,6 +76,7 @@ TMainParts::TMainParts(QMainWindow& window)
   window.addDockWidget(Qt::LeftDockWidgetArea, filter);
   filter->setTitleBarWidget(new TPanelTitle(*filter));
   filter->hide();
+  docks.folding->GiveWayTo(*filter);
   MakeCentre(window);
   MakeStatusBar(window);
   loading = new TLoadingPanel(&window);
@@ -135,7 +137,8 @@ void TMainParts::MakeDamageBar(QWidget* parent) {
 void TMainParts::FocusView() const {
   if (loading->isVisible()) return loading->ForgetFocus();
   if (backstage->isVisible()) return;
-  if (front->currentWidget() == welcome) welcome->FocusFirst();
+  // Where it has nothing to open, a read begins.
+  if (front->currentWidget() == welcome && !welcome->FocusFirst()) loading->ForgetFocus();
   if (front->currentWidget() != views) return;
   if (views->currentWidget() == overview) overview->Chart1()->setFocus();
   if (views->currentWidget() == shock) shock->Chart2()->setFocus();

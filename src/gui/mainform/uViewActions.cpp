@@ -52,7 +52,7 @@ TViewActions::TViewActions(QMainWindow& window, TMainParts& parts, TFileFlow& fl
     QMetaObject::invokeMethod(
         this,
         [this, next = QPointer(now)] {
-          if (QApplication::focusWidget() == next) FParts.FocusView();
+          if (FWindow.focusWidget() == next) FParts.FocusView();  // also below a message box
         },
         Qt::QueuedConnection);
   });

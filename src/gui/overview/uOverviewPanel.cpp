@@ -24,13 +24,14 @@
 
 namespace {
 
-constexpr int kWantedRows = 5;
-constexpr int kMaxRows = 10;
-constexpr int kChartHeight = 150;     // px that a chart keeps before more than the wanted rows are shown
-constexpr int kMinChartHeight = 60;   // and before any row is shown
-constexpr int kLowChartHeight = 129;  // the same in a low window: a plot of 90 px with its legend
-constexpr int kAroundDates = 6;       // px, below the lower chart
-constexpr int kListSpacing = 4;
+// The list has as many rows as leave the height, in px without the dates, to each chart.
+struct TRoom {
+  int rows;
+  int chart;
+};
+constexpr TRoom kRooms[] = {{3, 60}, {5, 90}, {10, 150}};
+constexpr int kAroundDates = 6;  // px, below the lower chart
+constexpr int kListSpacing = 2;
 
 // Says when its height changed and its parts were laid out.
 class TOverviewSplitter : public QSplitter {
@@ -116,7 +117,7 @@ QWidget* TMainOverviewPanel::MakeMostImportantEvents() {
   FShow->setToolTip(tr("Scroll to the selected event, or show it in the shock view where it is not among these"));
   auto* box = new QWidget(this);
   auto* head = new QHBoxLayout;
-  head->setContentsMargins(8, 4, 8, 0);
+  head->setContentsMargins(8, 0, 8, 0);
   head->setSpacing(8);
   head->addWidget(MakeTitle(tr("Most important events"), this));
   head->addWidget(FSelected, 1);
@@ -133,17 +134,17 @@ QWidget* TMainOverviewPanel::MakeMostImportantEvents() {
   return box;
 }
 
-// The rows get what the charts can spare; where that is none, the list is its title.
+// Where the charts can spare no row, the list is its title.
 void TMainOverviewPanel::ShareHeight() {
   const int row = FMostImportant->verticalHeader()->defaultSectionSize();
-  const int title = FOrderBy->sizeHint().height() + 4;
+  const int title = FOrderBy->sizeHint().height();
   const int around = kListSpacing + FMostImportant->horizontalHeader()->height() +
                      FMostImportant->horizontalScrollBar()->sizeHint().height() + 2 * FMostImportant->frameWidth();
   const int room = FSplitter->height() - 2 * FSplitter->handleWidth() - title;
   const int dates = fontMetrics().height() + kAroundDates;
-  const int minChart = window()->height() < kLowWindow ? kLowChartHeight : kMinChartHeight;
-  const auto rowsBelow = [&](int chart) { return (room - 2 * chart - dates - around) / row; };
-  const int rows = std::max(std::min(rowsBelow(minChart), kWantedRows), std::min(rowsBelow(kChartHeight), kMaxRows));
+  int rows = 0;
+  for (const TRoom& each : kRooms)
+    rows = std::max(rows, std::min((room - 2 * each.chart - dates - around) / row, each.rows));
   if (FMostImportant->isHidden() == (rows > 0)) {
     // It keeps its room only while an export hides it.
     QSizePolicy policy = FMostImportant->sizePolicy();

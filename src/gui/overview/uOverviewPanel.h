@@ -1,8 +1,8 @@
 // The overview: the verdict, events chart, sensors chart and the most important events. The two charts are one
 // instrument: they share the side margins, the pointer's time and, while they show the same span, the date axis.
 //
-// The most important events have room for five to ten rows, until the user or a layout moves the splitter. In a low
-// window the charts keep their room, and the verdict and the list give way, the list down to its title.
+// The most important events have room for three to ten rows, until the user or a layout moves the splitter: five at 800
+// px of height, ten at 1000. In a low window verdict and charts give way.
 #pragma once
 
 #include <QWidget>

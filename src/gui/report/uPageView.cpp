@@ -178,6 +178,9 @@ void TPageView::resizeEvent(QResizeEvent* event) {
 
 void TPageView::keyPressEvent(QKeyEvent* event) {
   const auto key = event->key();
+  const bool isLetter = key == Qt::Key_W || key == Qt::Key_F;
+  // "Ctrl+F" is a command that the report does not have.
+  if (isLetter && (event->modifiers() & ~Qt::ShiftModifier)) return QAbstractScrollArea::keyPressEvent(event);
   if (key == Qt::Key_PageDown) {
     GoToPage(CurrentPage() + 1);
   } else if (key == Qt::Key_PageUp) {

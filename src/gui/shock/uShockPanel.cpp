@@ -31,6 +31,9 @@
 
 namespace {
 
+constexpr int kMinList = 212;    // px; the tabs are whole, and "clipped" beside them
+constexpr int kMinValues = 120;  // px
+
 // A tab widget shows and hides its pages; others show and hide the grid, so it gets its own page.
 QWidget* PageOf(QWidget* grid) {
   auto* page = new QWidget(grid->parentWidget());
@@ -60,11 +63,12 @@ TMainShockPanel::TMainShockPanel(QWidget* parent)
       FConditions(new TElidedLabel("lblFilterConditions", this, Qt::ElideRight)),
       FClipped(new QLabel(tr("clipped"), this)) {
   setObjectName("MainShockPanel");
-  setMinimumWidth(400);  // px: list and chart beside filter and Mission Details in the smallest window
+  setMinimumWidth(400);  // px, beside filter and Mission Details in the smallest window
   FShocks->SetPlaceholder(tr("No shock events"));
   FFilteredShocks->SetPlaceholder(tr("No event is let through"));
   FChart20->setObjectName("Chart20");
   FChart20->setAccessibleName(tr("Shock events chart"));
+  FChart20->SetTimeTitle({});  // dates need none
   FChart2->setObjectName("Chart2");
   FChart2->setAccessibleName(tr("Selected event chart"));
 
@@ -91,7 +95,7 @@ TMainShockPanel::TMainShockPanel(QWidget* parent)
   FSpectrum->Choices()->hide();
   FResponse->Choices()->hide();
   FBelow->addWidget(FValues);
-  FValues->setMinimumWidth(1);       // it gives way to the panels
+  FValues->setMinimumWidth(kMinValues);
   FBelow->setSizes({740, 1260, 0});  // the value table beside the chart needs more than the list
   ConnectValues();
   auto* splitter = new QSplitter(Qt::Vertical, this);
@@ -189,8 +193,24 @@ void TMainShockPanel::ShowInFront(QWidget* chart, bool visible) {
 }
 
 void TMainShockPanel::SetValuesVisible(bool visible) {
-  if (visible == FValues->isHidden()) TakeRoomForValues(visible);
+  if (visible == FValues->isHidden()) {
+    ShowListBeside(visible);
+    TakeRoomForValues(visible);
+  }
   if (const auto pointed = ChartInFront().Marks().IndicatorTime()) MarkValue(*pointed);
+}
+
+// The list gives way: the keys step through its events all the same.
+void TMainShockPanel::ShowListBeside(bool values) {
+  int needed = 2 * FBelow->handleWidth() + kMinValues;
+  for (int i = 0; i < 2; ++i) needed += FBelow->widget(i)->minimumSizeHint().width();
+  FBelow->widget(0)->setVisible(!values || width() >= needed);
+  FBelow->refresh();
+}
+
+void TMainShockPanel::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  ShowListBeside(!FValues->isHidden());
 }
 
 // The table takes its room from the chart beside it, and from the list what the chart needs to stay legible. Closing it
@@ -227,6 +247,7 @@ void TMainShockPanel::SetMasks(const TValueMasks& masks) {
 QWidget* TMainShockPanel::MakeEventList() {
   FTabs->setObjectName("pgcShockGrids");
   FTabs->setUsesScrollButtons(false);
+  FTabs->setMinimumWidth(kMinList);
   FTabs->setElideMode(Qt::ElideRight);
   FTabs->setAccessibleName(tr("Event grids"));
   FTabs->addTab(PageOf(FShocks), tr("&All events"));

@@ -69,9 +69,11 @@ class TMainShockPanel : public QWidget {
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
   void CaptionTabs();
+  void ShowListBeside(bool values);
   void TakeRoomForValues(bool visible);
   void ConnectValues();
   void ShowInFront(QWidget* chart, bool visible);

@@ -146,7 +146,8 @@ void TLoadingPanel::showEvent(QShowEvent* event) {
   FVeil->show();
   raise();
   QWidget* before = window()->focusWidget();  // also while a dialog is just going
-  FFocusBefore = before != nullptr && !isAncestorOf(before) ? before : nullptr;
+  const bool counts = before != nullptr && !isAncestorOf(before) && !std::exchange(FForgets, false);
+  FFocusBefore = counts ? before : nullptr;
   FCancel->setFocus(Qt::OtherFocusReason);
 }
 
@@ -159,6 +160,7 @@ void TLoadingPanel::hideEvent(QHideEvent* event) {
 
 void TLoadingPanel::ForgetFocus() {
   FFocusBefore.clear();
+  FForgets = !isVisible();
 }
 
 void TLoadingPanel::keyPressEvent(QKeyEvent* event) {

@@ -28,7 +28,7 @@ class TLoadingPanel : public QFrame {
   // Step 0 shows a busy bar without progress, as while a file is read.
   void SetSteps(int steps);
   void SetStep(int step);
-  // Leaves the focus where Qt puts it when the panel hides, instead of giving it back.
+  // Leaves the focus where Qt puts it when the panel hides, or next hides, instead of giving it back.
   void ForgetFocus();
 
  signals:
@@ -56,4 +56,5 @@ class TLoadingPanel : public QFrame {
   QProgressBar* FProgress;
   QPushButton* FCancel;
   QPointer<QWidget> FFocusBefore;
+  bool FForgets = false;  // the next time, too
 };

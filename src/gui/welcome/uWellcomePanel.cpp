@@ -123,10 +123,13 @@ QPushButton* TWellcomePanel::AddButton(QAction* action, const QString& buttonNam
   return button;
 }
 
-void TWellcomePanel::FocusFirst() {
+bool TWellcomePanel::FocusFirst() {
   for (QPushButton* button : FButtons->parentWidget()->findChildren<QPushButton*>()) {
-    if (!button->isHidden() && button->isEnabled()) return button->setFocus(Qt::OtherFocusReason);
+    if (button->isHidden()) continue;
+    button->setFocus(Qt::OtherFocusReason);
+    return button->isEnabled();
   }
+  return false;
 }
 
 void TWellcomePanel::AddSection(const QString& heading, QWidget* content) {

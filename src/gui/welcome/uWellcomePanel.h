@@ -20,8 +20,8 @@ class TWellcomePanel : public QWidget {
 
   // The large buttons, from left to right.
   QPushButton* AddButton(QAction* action, const QString& buttonName);
-  // Focuses the first button that can be used.
-  void FocusFirst();
+  // False where the first button is disabled.
+  bool FocusFirst();
   // A section below the buttons and above the sections added before; takes the widget. Hiding the widget hides its
   // heading.
   void AddSection(const QString& heading, QWidget* content);
