@@ -42,7 +42,7 @@ void FormatSamples(const TEvent& event, std::FILE* file) {
 }
 
 void FormatToOneFile(const fs::path& out) {
-  std::FILE* file = std::fopen(out.c_str(), "wb");
+  std::FILE* file = std::fopen(out.string().c_str(), "wb");
   for (const TEvent& event : EventList.Events()) FormatSamples(event, file);
   std::fclose(file);
 }
@@ -50,7 +50,7 @@ void FormatToOneFile(const fs::path& out) {
 void FormatToAFileEach(const fs::path& folder) {
   fs::create_directory(folder);
   for (std::size_t i = 0; i < EventList.Count(); ++i) {
-    std::FILE* file = std::fopen((folder / fmt::format("ID-{}.csv", i)).c_str(), "wb");
+    std::FILE* file = std::fopen((folder / fmt::format("ID-{}.csv", i)).string().c_str(), "wb");
     FormatSamples(EventList.GetItem(i), file);
     std::fclose(file);
   }
@@ -58,11 +58,11 @@ void FormatToAFileEach(const fs::path& folder) {
 
 class TBareBook {
  public:
-  explicit TBareBook(const fs::path& file) : FFolder(file.parent_path()) {
+  explicit TBareBook(const fs::path& file) : FFolder(file.parent_path().string()) {
     lxw_workbook_options options{};
     options.constant_memory = LXW_TRUE;
     options.tmpdir = FFolder.data();
-    FBook = workbook_new_opt(file.c_str(), &options);
+    FBook = workbook_new_opt(file.string().c_str(), &options);
   }
   lxw_worksheet* Add(const std::string& name) { return workbook_add_worksheet(FBook, name.c_str()); }
   lxw_format* AddRightAligned() {

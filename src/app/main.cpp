@@ -52,6 +52,8 @@ struct TArguments {
   bool version = false;
   bool help = false;
   bool wrong = false;
+
+  [[nodiscard]] bool ShowsWindow() const { return !wrong && !help && !version && !snapshotFolder && !reportFile; }
 };
 
 // Invalid for a text that is not a width and a height of up to four digits.
@@ -172,6 +174,7 @@ int main(int argc, char** argv) {
   UseUtf8Streams();
   try {
     const TArguments arguments = Parse(ProgramArguments(argc, argv));
+    if (!arguments.ShowsWindow()) UseStartersConsole();
     if (arguments.wrong || arguments.help) {
       std::fputs(kUsage, arguments.wrong ? stderr : stdout);
       return arguments.wrong ? kWrongUse : 0;

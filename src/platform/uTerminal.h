@@ -4,6 +4,11 @@
 // Makes the C library write text to the standard streams as it is, in UTF-8. Called once, at the start.
 void UseUtf8Streams();
 
+// Makes a standard stream that leads nowhere write to the console of the process that started this one: on Windows a
+// program with a window has no console. Called once, after the above, and only when no window will be shown, because
+// a console that is closed ends the programs that write to it.
+void UseStartersConsole();
+
 // False when standard error goes to a file or a pipe.
 bool StandardErrorIsTerminal();
 

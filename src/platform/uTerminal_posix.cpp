@@ -28,6 +28,8 @@ bool ReplaceStandardError() {
 
 void UseUtf8Streams() {}
 
+void UseStartersConsole() {}
+
 bool StandardErrorIsTerminal() {
   return isatty(STDERR_FILENO) != 0;
 }

@@ -12,6 +12,16 @@ void UseUtf8Streams() {
   SetConsoleOutputCP(CP_UTF8);
 }
 
+void UseStartersConsole() {
+  const auto leadsNowhere = [](DWORD stream) { return GetFileType(GetStdHandle(stream)) == FILE_TYPE_UNKNOWN; };
+  const bool printsNowhere = leadsNowhere(STD_OUTPUT_HANDLE);
+  const bool complainsNowhere = leadsNowhere(STD_ERROR_HANDLE);
+  if ((!printsNowhere && !complainsNowhere) || AttachConsole(ATTACH_PARENT_PROCESS) == 0) return;
+  if (printsNowhere) std::freopen("CONOUT$", "w", stdout);
+  if (complainsNowhere) std::freopen("CONOUT$", "w", stderr);
+  UseUtf8Streams();
+}
+
 bool StandardErrorIsTerminal() {
   return _isatty(_fileno(stderr)) != 0;
 }

@@ -24,6 +24,7 @@
 #include <mutex>
 #include <thread>
 
+#include "base/uDateTime.h"
 #include "gui/common/uBackgroundTask.h"
 #include "gui/ribbon/uRecordingList.h"
 #include "gui/welcome/uLoadingPanel.h"
@@ -43,6 +44,7 @@ void Write(const QString& path) {
 class Backstage : public testing::Test {
  protected:
   void SetUp() override {
+    SetShortDateFormat("yyyy-mm-dd");  // the settings of another test's window may have changed it
     FBefore = new QLineEdit(&FWindow);
     FWindow.setCentralWidget(FBefore);
     for (QAction* action : {&FExit, &FOpen, &FUnderneath}) FWindow.addAction(action);
@@ -272,8 +274,8 @@ TEST_F(Backstage, CompletesATypedPathWithFoldersAndRecordings) {
   QTest::keyClicks(path, FFolder.path() + "/jo");
   const auto* completions = path->completer()->completionModel();
   ASSERT_TRUE(QTest::qWaitFor([&] { return completions->rowCount() == 2; }, 60000));
-  EXPECT_EQ(completions->index(0, 0).data().toString(), FFolder.filePath("jolt.kshock"));
-  EXPECT_EQ(completions->index(1, 0).data().toString(), FFolder.filePath("journey/"));
+  EXPECT_EQ(completions->index(0, 0).data().toString(), QDir::toNativeSeparators(FFolder.filePath("jolt.kshock")));
+  EXPECT_EQ(completions->index(1, 0).data().toString(), QDir::toNativeSeparators(FFolder.filePath("journey/")));
 }
 
 TEST_F(Backstage, ALateAnswerIsDropped) {

@@ -6,6 +6,7 @@
 
 #include <QAbstractButton>
 #include <QComboBox>
+#include <QDir>
 #include <QDockWidget>
 #include <QDropEvent>
 #include <QFileInfo>
@@ -141,7 +142,7 @@ TEST_F(MainForm, ADroppedFolderIsListedAndTheRecordingStays) {
   Drop({QFileInfo(FThree).path()});
   Settle();
   EXPECT_TRUE(Find("edtBrowsePath")->isVisible());
-  EXPECT_EQ(Find<QLineEdit>("edtBrowsePath")->text(), QFileInfo(FThree).path());
+  EXPECT_EQ(Find<QLineEdit>("edtBrowsePath")->text(), QDir::toNativeSeparators(QFileInfo(FThree).path()));
   EXPECT_THAT(FBoxes, IsEmpty());
   Press("Esc");
   ExpectShown(FThree);
@@ -158,9 +159,10 @@ TEST_F(MainForm, MissionDetailsSayWhichAxisIsMissing) {
 
 TEST_F(MainForm, SaysInOneBoxWhatCannotBeShownAndStaysUsable) {
   const QString text = Save("text.kshock", TBytes{'n', 'o'});
-  Start("/none/missing.kshock");
+  const std::string missing = (FFolder / "missing.kshock").string();
+  Start(QString::fromStdString(missing));
   ASSERT_EQ(FBoxes.size(), 1U);
-  EXPECT_THAT(FBoxes[0], testing::StartsWith("msgFile|The file cannot be opened.|/none/missing.kshock\n"));
+  EXPECT_THAT(FBoxes[0], testing::StartsWith("msgFile|The file cannot be opened.|" + missing + "\n"));
   ExpectWelcome();
   Drop({FThree});
   Settle();

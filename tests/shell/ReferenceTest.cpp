@@ -97,16 +97,16 @@ TEST_F(Reference, DifferencesAreSaidWithBothFigures) {
   EXPECT_THAT(lines, testing::IsSupersetOf({std::string("Events: Δ -1 (2 against 3)"),
                                             std::string("Events above alarm: Δ -16.7 % (50.0 % against 66.7 %)")}));
   const TVerdictCell peak = VerdictCells(verdict, FMission)[1];
-  EXPECT_THAT(peak.delta, testing::MatchesRegex("Δ -14(\\.0+)? g"));
-  EXPECT_THAT(peak.tip, testing::ContainsRegex("Δ -14(\\.0+)? g against three \\(20(\\.0+)? g\\)"));
+  EXPECT_THAT(peak.delta, testing::MatchesRegex("Δ -14\\.?0* g"));
+  EXPECT_THAT(peak.tip, testing::ContainsRegex("Δ -14\\.?0* g against three \\(20\\.?0* g\\)"));
   EXPECT_THAT(Lines(), testing::Not(testing::Contains(testing::StartsWith("Events a day")))) << "of a minute";
 
   Load(ThreeEvents());
-  EXPECT_THAT(Lines(), testing::Contains(testing::MatchesRegex("Temperature: Δ ±0(\\.0+)? … -3\\.50* °C .*")));
+  EXPECT_THAT(Lines(), testing::Contains(testing::MatchesRegex("Temperature: Δ ±0\\.?0* … -3\\.50* °C .*")));
   FMission.Reference->days = 0;
   FMission.Reference->events = 0;
   for (TDistribution& each : FMission.Reference->distributions) each.clear();
-  EXPECT_THAT(Lines(), testing::Contains(testing::MatchesRegex("Peak: 20(\\.0+)? g against –")));
+  EXPECT_THAT(Lines(), testing::Contains(testing::MatchesRegex("Peak: 20\\.?0* g against –")));
 }
 
 TEST_F(Reference, IsSavedWithTheLayoutOnlyWhenAsked) {

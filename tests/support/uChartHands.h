@@ -74,7 +74,10 @@ inline QPoint MiddleOf(const TChartPlot& chart) {
 }
 
 inline void Settle() {
-  for (int round = 0; round < 5; ++round) QCoreApplication::processEvents();
+  for (int round = 0; round < 5; ++round) {
+    QCoreApplication::sendPostedEvents();  // Windows' loop may leave them for a later round
+    QCoreApplication::processEvents();
+  }
 }
 inline void Show(TChartPlot& chart) {
   chart.resize(800, 300);

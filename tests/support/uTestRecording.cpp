@@ -8,6 +8,7 @@
 #include <iterator>
 #include <random>
 #include <stdexcept>
+#include <system_error>
 #include <utility>
 
 #include "model/uBlockTypes.h"
@@ -63,7 +64,8 @@ TTempFolder::TTempFolder()
 }
 
 TTempFolder::~TTempFolder() {
-  fs::remove_all(FPath);
+  std::error_code notRemoved;  // a file that the test made read-only stays on Windows
+  fs::remove_all(FPath, notRemoved);
 }
 
 TBytes BytesOfFile(const fs::path& path) {

@@ -74,7 +74,10 @@ class TWindowTest : public testing::Test {
   }
   void Settle() {
     ASSERT_TRUE(QTest::qWaitFor([this] { return !FForm->Flow().Busy(); }, kPatienceMs));
-    for (int round = 0; round < 8; ++round) QCoreApplication::processEvents();
+    for (int round = 0; round < 8; ++round) {
+      QCoreApplication::sendPostedEvents();  // Windows' loop may leave them for a later round
+      QCoreApplication::processEvents();
+    }
   }
   void Activate() {
     FForm->activateWindow();

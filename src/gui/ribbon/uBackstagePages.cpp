@@ -78,6 +78,10 @@ class TPathCompleter : public QCompleter {
   // Of recordings, such as "*.kshock".
   void SetFilePatterns(const QStringList& patterns);
 
+ protected:
+  // Either separator may be typed on Windows.
+  [[nodiscard]] QStringList splitPath(const QString& typed) const override { return {QDir::toNativeSeparators(typed)}; }
+
  private:
   void ReadFolderOf(const QString& typed);
 

@@ -1,6 +1,7 @@
 #include "gui/ribbon/uRecentList.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -21,13 +22,13 @@ namespace {
 
 // The last part of a path, and what stands before it; the root is its own name.
 QString NameOf(const QString& path) {
-  const QString name = path.mid(path.lastIndexOf('/') + 1);
-  return QDir::toNativeSeparators(name.isEmpty() ? path : name);
+  const QString name = QFileInfo(path).fileName();
+  return name.isEmpty() ? QDir::toNativeSeparators(path) : name;
 }
 
 QString FolderOf(const QString& path) {
-  const qsizetype slash = path.lastIndexOf('/');
-  return slash == path.size() - 1 ? QString() : QDir::toNativeSeparators(path.left(std::max<qsizetype>(slash, 1)));
+  const QFileInfo file(path);
+  return file.fileName().isEmpty() ? QString() : QDir::toNativeSeparators(file.path());
 }
 
 // A faint pin asks to be pressed.
