@@ -40,6 +40,10 @@ class TExtents {
   void Append(const TExtent& block) { FBlocks.push_back(block); }
   // Of all blocks.
   [[nodiscard]] TExtent Whole() const;
+  // The extent of a sample's block; nothing where no block was appended.
+  [[nodiscard]] const TExtent* BlockOf(std::size_t sample) const {
+    return sample / kBlock < FBlocks.size() ? &FBlocks[sample / kBlock] : nullptr;
+  }
 
   struct TPlaces {
     std::size_t min, max;  // the first of each
@@ -54,6 +58,12 @@ class TExtents {
   [[nodiscard]] std::size_t LastFinite(std::size_t from, std::size_t to, const TValueAt& valueAt) const;
 
  private:
+  struct TExtremes {
+    TExtent extent;
+    std::size_t minBlock, maxBlock;  // the first with each; `last` where all are empty
+  };
+  // Of the blocks [first, last).
+  [[nodiscard]] TExtremes ExtremesOf(std::size_t first, std::size_t last) const;
   // The whole block [begin, begin + kBlock) holds no finite value.
   [[nodiscard]] bool IsEmptyBlock(std::size_t begin) const {
     return begin % kBlock == 0 && begin / kBlock < FBlocks.size() && FBlocks[begin / kBlock].IsEmpty();
@@ -111,26 +121,37 @@ std::optional<TExtents::TPlaces> TExtents::Find(std::size_t from, std::size_t to
   };
   const std::size_t first = (from + kBlock - 1) / kBlock;
   const std::size_t last = std::min(to / kBlock, FBlocks.size());
-  if (first >= last) {
-    look(from, to);
+  if (first < last) {
+    const auto [inside, minBlock, maxBlock] = ExtremesOf(first, last);
+    const auto placeIn = [&](std::size_t block, float value) {
+      std::size_t i = block * kBlock;
+      while (i + 1 < (block + 1) * kBlock && valueAt(i) != value) ++i;
+      return i;
+    };
+    // A part of a block is looked at only if its block has such a value. In order, so that the first of equal values is
+    // found.
+    const bool looks =
+        from < first * kBlock && (FBlocks[first - 1].min <= inside.min || FBlocks[first - 1].max >= inside.max);
+    if (looks) look(from, first * kBlock);
+    if (inside.min < found.min) places.min = placeIn(minBlock, found.min = inside.min);
+    if (inside.max > found.max) places.max = placeIn(maxBlock, found.max = inside.max);
+    const bool isKnown = last < FBlocks.size();
+    if (!isKnown || FBlocks[last].min < found.min || FBlocks[last].max > found.max) look(last * kBlock, to);
   } else {
-    look(from, first * kBlock);
-    std::size_t minBlock = last;
-    std::size_t maxBlock = last;
-    TExtent blocks = found;
-    for (std::size_t i = first; i < last; ++i) {
-      if (FBlocks[i].min < blocks.min) minBlock = i;
-      if (FBlocks[i].max > blocks.max) maxBlock = i;
-      blocks.Include(FBlocks[i]);
-    }
-    // In order, so that the first of equal values is found.
-    if (minBlock > maxBlock) std::swap(minBlock, maxBlock);
-    if (minBlock < last) look(minBlock * kBlock, (minBlock + 1) * kBlock);
-    if (maxBlock < last && maxBlock != minBlock) look(maxBlock * kBlock, (maxBlock + 1) * kBlock);
-    look(last * kBlock, to);
+    look(from, to);
   }
   if (places.min == to) return std::nullopt;
   return places;
+}
+
+inline TExtents::TExtremes TExtents::ExtremesOf(std::size_t first, std::size_t last) const {
+  TExtremes extremes{{}, last, last};
+  for (std::size_t i = first; i < last; ++i) {
+    if (FBlocks[i].min < extremes.extent.min) extremes.minBlock = i;
+    if (FBlocks[i].max > extremes.extent.max) extremes.maxBlock = i;
+    extremes.extent.Include(FBlocks[i]);
+  }
+  return extremes;
 }
 
 template <class TValueAt>
