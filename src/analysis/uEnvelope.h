@@ -125,10 +125,10 @@ std::vector<TEnvelopePoint> Envelope(std::size_t count, const TKeyAt& keyAt, con
     end = to;
     const std::size_t first = extents.FirstFinite(from, to, valueAt);
     if (first != from) gap = true;
-    const auto found = extents.Find(first, to, valueAt);
-    if (!found) return;
+    if (first == to) return;
     const std::size_t last = extents.LastFinite(first, to, valueAt);
-    const auto [lower, upper] = std::minmax(found->min, found->max);
+    const auto [lower, upper] =
+        std::minmax({extents.FirstMin(first, to, valueAt), extents.FirstMax(first, to, valueAt)});
     const std::array<std::size_t, 4> kept = {first, lower, upper, last};
     for (std::size_t k = 0; k < kept.size(); ++k) {
       if (k == 0 || kept[k] != kept[k - 1]) add(kept[k]);
@@ -144,7 +144,8 @@ std::vector<std::size_t> ColumnPeaks(std::size_t count, const TKeyAt& keyAt, con
                                      const TExtents& extents, const TColumns& columns) {
   std::vector<std::size_t> peaks;
   VisitColumns(count, keyAt, columns, [&](std::size_t from, std::size_t to) {
-    if (const auto found = extents.Find(from, to, valueAt)) peaks.push_back(found->max);
+    const std::size_t peak = extents.FirstMax(from, to, valueAt);
+    if (peak != to) peaks.push_back(peak);
   });
   return peaks;
 }

@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <functional>
 #include <limits>
-#include <optional>
 #include <vector>
 
 // Minimum and maximum of the finite values; without one, min is above max.
@@ -45,12 +45,15 @@ class TExtents {
     return sample / kBlock < FBlocks.size() ? &FBlocks[sample / kBlock] : nullptr;
   }
 
-  struct TPlaces {
-    std::size_t min, max;  // the first of each
-  };
-  // Of the finite values of [from, to); nothing without one.
+  // The first minimum and the first maximum of the finite values of [from, to); `to` without one.
   template <class TValueAt>
-  [[nodiscard]] std::optional<TPlaces> Find(std::size_t from, std::size_t to, const TValueAt& valueAt) const;
+  [[nodiscard]] std::size_t FirstMin(std::size_t from, std::size_t to, const TValueAt& valueAt) const {
+    return First(from, to, valueAt, &TExtent::min, std::less<float>());
+  }
+  template <class TValueAt>
+  [[nodiscard]] std::size_t FirstMax(std::size_t from, std::size_t to, const TValueAt& valueAt) const {
+    return First(from, to, valueAt, &TExtent::max, std::greater<float>());
+  }
   // The first and the last finite value of [from, to); `to` without one.
   template <class TValueAt>
   [[nodiscard]] std::size_t FirstFinite(std::size_t from, std::size_t to, const TValueAt& valueAt) const;
@@ -58,12 +61,9 @@ class TExtents {
   [[nodiscard]] std::size_t LastFinite(std::size_t from, std::size_t to, const TValueAt& valueAt) const;
 
  private:
-  struct TExtremes {
-    TExtent extent;
-    std::size_t minBlock, maxBlock;  // the first with each; `last` where all are empty
-  };
-  // Of the blocks [first, last).
-  [[nodiscard]] TExtremes ExtremesOf(std::size_t first, std::size_t last) const;
+  template <class TValueAt, class TIsBeyond>
+  [[nodiscard]] std::size_t First(std::size_t from, std::size_t to, const TValueAt& valueAt, float TExtent::*end,
+                                  const TIsBeyond& isBeyond) const;
   // The whole block [begin, begin + kBlock) holds no finite value.
   [[nodiscard]] bool IsEmptyBlock(std::size_t begin) const {
     return begin % kBlock == 0 && begin / kBlock < FBlocks.size() && FBlocks[begin / kBlock].IsEmpty();
@@ -101,57 +101,42 @@ inline TExtent TExtents::Whole() const {
   return whole;
 }
 
-template <class TValueAt>
-std::optional<TExtents::TPlaces> TExtents::Find(std::size_t from, std::size_t to, const TValueAt& valueAt) const {
-  TPlaces places{to, to};
-  TExtent found;
-  const auto look = [&](std::size_t begin, std::size_t end) {
-    for (std::size_t i = begin; i < end; ++i) {
+template <class TValueAt, class TIsBeyond>
+std::size_t TExtents::First(std::size_t from, std::size_t to, const TValueAt& valueAt, float TExtent::*end,
+                            const TIsBeyond& isBeyond) const {
+  std::size_t place = to;
+  float found = TExtent().*end;
+  const auto look = [&](std::size_t begin, std::size_t behind) {
+    for (std::size_t i = begin; i < behind; ++i) {
       const float value = valueAt(i);
-      if (!std::isfinite(value)) continue;
-      if (value < found.min) {
-        found.min = value;
-        places.min = i;
-      }
-      if (value > found.max) {
-        found.max = value;
-        places.max = i;
-      }
+      if (!isBeyond(value, found) || !std::isfinite(value)) continue;
+      found = value;
+      place = i;
     }
   };
   const std::size_t first = (from + kBlock - 1) / kBlock;
   const std::size_t last = std::min(to / kBlock, FBlocks.size());
-  if (first < last) {
-    const auto [inside, minBlock, maxBlock] = ExtremesOf(first, last);
-    const auto placeIn = [&](std::size_t block, float value) {
-      std::size_t i = block * kBlock;
-      while (i + 1 < (block + 1) * kBlock && valueAt(i) != value) ++i;
-      return i;
-    };
-    // A part of a block is looked at only if its block has such a value. In order, so that the first of equal values is
-    // found.
-    const bool looks =
-        from < first * kBlock && (FBlocks[first - 1].min <= inside.min || FBlocks[first - 1].max >= inside.max);
-    if (looks) look(from, first * kBlock);
-    if (inside.min < found.min) places.min = placeIn(minBlock, found.min = inside.min);
-    if (inside.max > found.max) places.max = placeIn(maxBlock, found.max = inside.max);
-    const bool isKnown = last < FBlocks.size();
-    if (!isKnown || FBlocks[last].min < found.min || FBlocks[last].max > found.max) look(last * kBlock, to);
-  } else {
+  if (first >= last) {
     look(from, to);
+    return place;
   }
-  if (places.min == to) return std::nullopt;
-  return places;
-}
-
-inline TExtents::TExtremes TExtents::ExtremesOf(std::size_t first, std::size_t last) const {
-  TExtremes extremes{{}, last, last};
+  std::size_t block = last;
+  float inside = found;
   for (std::size_t i = first; i < last; ++i) {
-    if (FBlocks[i].min < extremes.extent.min) extremes.minBlock = i;
-    if (FBlocks[i].max > extremes.extent.max) extremes.maxBlock = i;
-    extremes.extent.Include(FBlocks[i]);
+    if (!isBeyond(FBlocks[i].*end, inside)) continue;
+    inside = FBlocks[i].*end;
+    block = i;
   }
-  return extremes;
+  // A part of a block is looked at only if its block has such a value. In order, so that the first of equal values is
+  // found.
+  if (from < first * kBlock && !isBeyond(inside, FBlocks[first - 1].*end)) look(from, first * kBlock);
+  if (isBeyond(inside, found)) {
+    found = inside;
+    place = block * kBlock;
+    while (place + 1 < (block + 1) * kBlock && valueAt(place) != inside) ++place;
+  }
+  if (last == FBlocks.size() || isBeyond(FBlocks[last].*end, found)) look(last * kBlock, to);
+  return place;
 }
 
 template <class TValueAt>

@@ -37,9 +37,9 @@ std::optional<QPointF> FindPeak(const TEvent& event, std::span<const TEventValue
   const auto series = static_cast<TSeries>(axis);
   const auto value = [&](std::size_t i) { return ValueOf(samples[i], series); };
   std::optional<QPointF> peak;
-  const auto found = extents[axis].Find(0, samples.size(), value);
-  if (!found) return peak;
-  for (const std::size_t i : {found->min, found->max}) {
+  for (const std::size_t i :
+       {extents[axis].FirstMin(0, samples.size(), value), extents[axis].FirstMax(0, samples.size(), value)}) {
+    if (i == samples.size()) continue;
     const double ms = samples[i].time - start;
     const bool isPeak = std::fabs(value(i)) == event.MaxSingle;
     if (isPeak && (!peak || ms < peak->x())) peak = QPointF(ms, double{value(i)});
