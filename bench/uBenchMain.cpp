@@ -233,10 +233,7 @@ int main(int argc, char** argv) {
 
   fmt::print("{} cores{}\n", std::thread::hardware_concurrency(),
              smoke ? "; recordings of a hundredth of the size, whose ratios mean nothing" : "");
-  // In memory where there is such a folder, because a disk's time is no part of the ratios.
-  const std::filesystem::path memory = "/dev/shm";
-  const std::filesystem::path exports =
-      (std::filesystem::is_directory(memory) ? memory : folder) / fmt::format("shockscope-bench-{}-exports", part);
+  const std::filesystem::path exports = folder / fmt::format("shockscope-bench-{}-exports", part);
   std::filesystem::create_directory(exports);
   // First of all: what was in use before counts.
   BenchMemoryOfTableCsv(exports, 1000000 / part);

@@ -160,6 +160,7 @@ void Events(const std::filesystem::path& file) {
   ReadingTime(file);
   TEventsChart chart;
   chart.SetEvents(EventList, MissionData);
+  chart.SetPointAbsorption(false);
   AddRedraws("redraw of the events", Redraws(chart));
   std::vector<bool> visible(EventList.Count());
   for (std::size_t i = 0; i < visible.size(); i += 2) visible[i] = true;

@@ -61,11 +61,31 @@ std::size_t FirstAtOrAfter(std::size_t count, const TKeyAt& keyAt, double key) {
   return begin;
 }
 
+// The same among the samples from `begin` on. Fast where the answer is near `guess`, which is in [begin, count].
+template <class TKeyAt>
+std::size_t FirstAtOrAfterNear(std::size_t guess, std::size_t begin, std::size_t count, const TKeyAt& keyAt,
+                               double key) {
+  // The answer is in [begin, count]. Steps that double lead from the guess to a sample on its other side.
+  std::size_t step = 1;
+  if (guess < count && keyAt(guess) < key) {
+    begin = guess + 1;
+    for (; count - begin >= step && keyAt(begin + step - 1) < key; step *= 2) begin += step;
+    count = std::min(begin + step, count);
+  } else {
+    count = guess;
+    for (; count - begin >= step && !(keyAt(count - step) < key); step *= 2) count -= step;
+    begin = count - std::min(step, count - begin);
+  }
+  return begin + FirstAtOrAfter(
+                     count - begin, [&](std::size_t i) { return keyAt(begin + i); }, key);
+}
+
 template <class TKeyAt, class TVisit>
 void VisitColumns(std::size_t count, const TKeyAt& keyAt, const TColumns& columns, const TVisit& visit) {
   if (!columns.IsValid()) return;
   const double width = columns.span.Width() / static_cast<double>(columns.count);
   std::size_t i = FirstAtOrAfter(count, keyAt, columns.span.start);
+  std::size_t size = 1;  // of the column before; the next one is about as large
   while (i < count && keyAt(i) <= columns.span.end) {
     const double column = std::floor((keyAt(i) - columns.span.start) / width);
     // The last column includes the end of the span. A span without width is one column.
@@ -73,12 +93,9 @@ void VisitColumns(std::size_t count, const TKeyAt& keyAt, const TColumns& column
     const double columnEnd = last ? std::nextafter(columns.span.end, std::numeric_limits<double>::infinity())
                                   : columns.span.start + (column + 1) * width;
     const std::size_t begin = i;
-    // Steps that double find the end of a column fast, be it near or far.
-    std::size_t step = 1;
-    for (; i + step < count && keyAt(i + step) < columnEnd; step *= 2) i += step;
-    const std::size_t next = i + 1;
-    i = next + FirstAtOrAfter(
-                   std::min(step - 1, count - next), [&](std::size_t k) { return keyAt(next + k); }, columnEnd);
+    const std::size_t guess = begin + std::min(size, count - begin);
+    i = FirstAtOrAfterNear(guess, begin + 1, count, keyAt, columnEnd);
+    size = i - begin;
     visit(begin, i);
   }
 }
@@ -108,10 +125,10 @@ std::vector<TEnvelopePoint> Envelope(std::size_t count, const TKeyAt& keyAt, con
     end = to;
     const std::size_t first = extents.FirstFinite(from, to, valueAt);
     if (first != from) gap = true;
-    const auto found = extents.Find(first, to, valueAt);
-    if (!found) return;
+    if (first == to) return;
     const std::size_t last = extents.LastFinite(first, to, valueAt);
-    const auto [lower, upper] = std::minmax(found->min, found->max);
+    const auto [lower, upper] =
+        std::minmax({extents.FirstMin(first, to, valueAt), extents.FirstMax(first, to, valueAt)});
     const std::array<std::size_t, 4> kept = {first, lower, upper, last};
     for (std::size_t k = 0; k < kept.size(); ++k) {
       if (k == 0 || kept[k] != kept[k - 1]) add(kept[k]);
@@ -127,7 +144,8 @@ std::vector<std::size_t> ColumnPeaks(std::size_t count, const TKeyAt& keyAt, con
                                      const TExtents& extents, const TColumns& columns) {
   std::vector<std::size_t> peaks;
   VisitColumns(count, keyAt, columns, [&](std::size_t from, std::size_t to) {
-    if (const auto found = extents.Find(from, to, valueAt)) peaks.push_back(found->max);
+    const std::size_t peak = extents.FirstMax(from, to, valueAt);
+    if (peak != to) peaks.push_back(peak);
   });
   return peaks;
 }

@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <functional>
 #include <limits>
-#include <optional>
 #include <vector>
 
 // Minimum and maximum of the finite values; without one, min is above max.
@@ -40,13 +40,20 @@ class TExtents {
   void Append(const TExtent& block) { FBlocks.push_back(block); }
   // Of all blocks.
   [[nodiscard]] TExtent Whole() const;
+  // The extent of a sample's block; nothing where no block was appended.
+  [[nodiscard]] const TExtent* BlockOf(std::size_t sample) const {
+    return sample / kBlock < FBlocks.size() ? &FBlocks[sample / kBlock] : nullptr;
+  }
 
-  struct TPlaces {
-    std::size_t min, max;  // the first of each
-  };
-  // Of the finite values of [from, to); nothing without one.
+  // The first minimum and the first maximum of the finite values of [from, to); `to` without one.
   template <class TValueAt>
-  [[nodiscard]] std::optional<TPlaces> Find(std::size_t from, std::size_t to, const TValueAt& valueAt) const;
+  [[nodiscard]] std::size_t FirstMin(std::size_t from, std::size_t to, const TValueAt& valueAt) const {
+    return First(from, to, valueAt, &TExtent::min, std::less<float>());
+  }
+  template <class TValueAt>
+  [[nodiscard]] std::size_t FirstMax(std::size_t from, std::size_t to, const TValueAt& valueAt) const {
+    return First(from, to, valueAt, &TExtent::max, std::greater<float>());
+  }
   // The first and the last finite value of [from, to); `to` without one.
   template <class TValueAt>
   [[nodiscard]] std::size_t FirstFinite(std::size_t from, std::size_t to, const TValueAt& valueAt) const;
@@ -54,6 +61,9 @@ class TExtents {
   [[nodiscard]] std::size_t LastFinite(std::size_t from, std::size_t to, const TValueAt& valueAt) const;
 
  private:
+  template <class TValueAt, class TIsBeyond>
+  [[nodiscard]] std::size_t First(std::size_t from, std::size_t to, const TValueAt& valueAt, float TExtent::*end,
+                                  const TIsBeyond& isBeyond) const;
   // The whole block [begin, begin + kBlock) holds no finite value.
   [[nodiscard]] bool IsEmptyBlock(std::size_t begin) const {
     return begin % kBlock == 0 && begin / kBlock < FBlocks.size() && FBlocks[begin / kBlock].IsEmpty();
@@ -91,46 +101,42 @@ inline TExtent TExtents::Whole() const {
   return whole;
 }
 
-template <class TValueAt>
-std::optional<TExtents::TPlaces> TExtents::Find(std::size_t from, std::size_t to, const TValueAt& valueAt) const {
-  TPlaces places{to, to};
-  TExtent found;
-  const auto look = [&](std::size_t begin, std::size_t end) {
-    for (std::size_t i = begin; i < end; ++i) {
+template <class TValueAt, class TIsBeyond>
+std::size_t TExtents::First(std::size_t from, std::size_t to, const TValueAt& valueAt, float TExtent::*end,
+                            const TIsBeyond& isBeyond) const {
+  std::size_t place = to;
+  float found = TExtent().*end;
+  const auto look = [&](std::size_t begin, std::size_t behind) {
+    for (std::size_t i = begin; i < behind; ++i) {
       const float value = valueAt(i);
-      if (!std::isfinite(value)) continue;
-      if (value < found.min) {
-        found.min = value;
-        places.min = i;
-      }
-      if (value > found.max) {
-        found.max = value;
-        places.max = i;
-      }
+      if (!isBeyond(value, found) || !std::isfinite(value)) continue;
+      found = value;
+      place = i;
     }
   };
   const std::size_t first = (from + kBlock - 1) / kBlock;
   const std::size_t last = std::min(to / kBlock, FBlocks.size());
   if (first >= last) {
     look(from, to);
-  } else {
-    look(from, first * kBlock);
-    std::size_t minBlock = last;
-    std::size_t maxBlock = last;
-    TExtent blocks = found;
-    for (std::size_t i = first; i < last; ++i) {
-      if (FBlocks[i].min < blocks.min) minBlock = i;
-      if (FBlocks[i].max > blocks.max) maxBlock = i;
-      blocks.Include(FBlocks[i]);
-    }
-    // In order, so that the first of equal values is found.
-    if (minBlock > maxBlock) std::swap(minBlock, maxBlock);
-    if (minBlock < last) look(minBlock * kBlock, (minBlock + 1) * kBlock);
-    if (maxBlock < last && maxBlock != minBlock) look(maxBlock * kBlock, (maxBlock + 1) * kBlock);
-    look(last * kBlock, to);
+    return place;
   }
-  if (places.min == to) return std::nullopt;
-  return places;
+  std::size_t block = last;
+  float inside = found;
+  for (std::size_t i = first; i < last; ++i) {
+    if (!isBeyond(FBlocks[i].*end, inside)) continue;
+    inside = FBlocks[i].*end;
+    block = i;
+  }
+  // A part of a block is looked at only if its block has such a value. In order, so that the first of equal values is
+  // found.
+  if (from < first * kBlock && !isBeyond(inside, FBlocks[first - 1].*end)) look(from, first * kBlock);
+  if (isBeyond(inside, found)) {
+    found = inside;
+    place = block * kBlock;
+    while (place + 1 < (block + 1) * kBlock && valueAt(place) != inside) ++place;
+  }
+  if (last == FBlocks.size() || isBeyond(FBlocks[last].*end, found)) look(last * kBlock, to);
+  return place;
 }
 
 template <class TValueAt>

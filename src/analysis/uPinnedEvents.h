@@ -51,8 +51,9 @@ struct TPins {
 std::string PinName(const TPinnedEvent& pinned);
 
 struct TShift {
-  double ms = 0;       // added to the times of the second event, both counted from the event's start
-  bool found = true;   // false: one of the two has no such sample, and both stand at their starts
-  double correlation;  // -1 … 1 of the two totals at this shift; NaN unless it was asked for
+  double ms = 0;      // added to the times of the second event, both counted from the event's start
+  bool found = true;  // false: one of the two has no such sample, and both stand at their starts
+  // -1 … 1 of the two totals at this shift; NaN unless it was asked for
+  double correlation = std::numeric_limits<double>::quiet_NaN();
 };
 TShift ShiftBetween(const TEvent& shown, const TThresholds& levels, const TPinnedEvent& pinned, TAlignment alignment);

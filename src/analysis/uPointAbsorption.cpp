@@ -85,30 +85,11 @@ bool AbsorbOnce(std::vector<TDot>& dots, const std::function<double(std::size_t)
 TDotGrid::TDotGrid(double left, double top, double width, double height, double cell)
     : FLeft(left),
       FTop(top),
-      FCell(cell),
-      FColumns(static_cast<std::size_t>(std::ceil(std::max(width, 0.0) / cell))),
-      FRows(static_cast<std::size_t>(std::ceil(std::max(height, 0.0) / cell))),
-      FDotOfCell(FColumns * FRows) {}
-
-void TDotGrid::Add(double x, double y, std::size_t item, double value) {
-  const double column = (x - FLeft) / FCell;
-  const double row = (y - FTop) / FCell;
-  // Also false for what is no number.
-  const bool inside =
-      column >= 0 && column < static_cast<double>(FColumns) && row >= 0 && row < static_cast<double>(FRows);
-  if (!inside) return;
-  std::uint32_t& number = FDotOfCell[static_cast<std::uint32_t>(row) * FColumns + static_cast<std::uint32_t>(column)];
-  if (number == 0) {
-    FDots.push_back({x, y, item, 1, value, value});
-    number = static_cast<std::uint32_t>(FDots.size());
-    return;
-  }
-  TDot& dot = FDots[number - 1];
-  ++dot.count;
-  if (y < dot.y) std::tie(dot.x, dot.y) = std::tie(x, y);
-  dot.min = std::min(dot.min, value);
-  if (value > dot.max) std::tie(dot.max, dot.item) = std::tie(value, item);
-}
+      FCellsPerPixel(1 / cell),
+      FColumns(std::ceil(std::max(width, 0.0) * FCellsPerPixel)),
+      FRows(std::ceil(std::max(height, 0.0) * FCellsPerPixel)),
+      FCellsInColumn(static_cast<std::size_t>(FRows)),
+      FDotOfCell(static_cast<std::size_t>(FColumns) * FCellsInColumn) {}
 
 void AbsorbDots(std::vector<TDot>& dots, const std::function<double(std::size_t)>& radiusOf) {
   if (dots.empty()) return;

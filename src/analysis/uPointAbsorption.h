@@ -1,6 +1,7 @@
 // Which dots of a picture are drawn when many overlap. Pure; any thread. Coordinates are pixels, y counts down.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -20,14 +21,40 @@ class TDotGrid {
   // Cells of `cell` × `cell` px; what lies outside the width and height is not taken.
   TDotGrid(double left, double top, double width, double height, double cell);
 
-  void Add(double x, double y, std::size_t item, double value);
+  void Add(double x, double y, std::size_t item, double value) {
+    const double column = (x - FLeft) * FCellsPerPixel;
+    const double row = (y - FTop) * FCellsPerPixel;
+    // Also false for what is no number.
+    if (!(column >= 0 && column < FColumns && row >= 0 && row < FRows)) return;
+    const auto cell =
+        std::size_t{static_cast<std::uint32_t>(column)} * FCellsInColumn + static_cast<std::uint32_t>(row);
+    std::uint32_t& number = FDotOfCell[cell];
+    if (number == 0) {
+      FDots.push_back({x, y, item, 1, value, value});
+      number = static_cast<std::uint32_t>(FDots.size());
+      return;
+    }
+    TDot& dot = FDots[number - 1];
+    ++dot.count;
+    if (y < dot.y) {
+      dot.x = x;
+      dot.y = y;
+    }
+    dot.min = std::min(dot.min, value);
+    if (value > dot.max) {
+      dot.max = value;
+      dot.item = item;
+    }
+  }
   // In the order in which their cells were met.
   [[nodiscard]] std::vector<TDot>& Dots() { return FDots; }
 
  private:
-  double FLeft, FTop, FCell;
-  std::size_t FColumns, FRows;
-  std::vector<std::uint32_t> FDotOfCell;  // its number counted from 1; 0 for an empty cell
+  double FLeft, FTop, FCellsPerPixel;
+  double FColumns, FRows;
+  std::size_t FCellsInColumn;
+  // Its number counted from 1; 0 for an empty cell. Column by column, because items come in the order of time.
+  std::vector<std::uint32_t> FDotOfCell;
   std::vector<TDot> FDots;
 };
 

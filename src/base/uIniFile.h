@@ -10,6 +10,7 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 // Ends the reading of a file that makes no sense: throws std::runtime_error with this text.

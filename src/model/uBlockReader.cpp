@@ -116,7 +116,9 @@ void TBlockReader::ReadChannelList() {
   FColumnCount = 0;
   while (FFile.BlockPos() + 1 < FFile.BlockSize()) {
     const AnsiString name = FFile.ReadString();
-    if (const auto* known = FindQuantity(&TQuantityRow::nameInFile, name)) {
+    // An empty name is read as a blank. A small file may hold 100 million of them, so they are not compared with all.
+    const auto* known = name == " " ? nullptr : FindQuantity(&TQuantityRow::nameInFile, name);
+    if (known != nullptr) {
       const auto channel = static_cast<std::size_t>(known - kQuantities);
       FColumnOf[channel] = FColumnCount;
       if (channel < kAxisCount) {

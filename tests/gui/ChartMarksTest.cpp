@@ -90,16 +90,33 @@ TEST_F(EventChart, NearestIsMeasuredOnTheScreen) {
   EXPECT_EQ(Count(FChart, kPink, Around(sample, 7)), without);
 }
 
-TEST(NearestOnScreen, FindsASampleFarInTimeButNearInPixels) {
-  const std::vector<std::pair<double, double>> points = {{0, 0}, {40, 9}, {50, 100}, {60, 100}, {70, 3}, {200, 0}};
-  for (const auto& [x, y, wanted] : {std::tuple(52.0, 5.0, 1), {55.0, 0.0, 4}, {500.0, 0.0, 5}, {-9.0, 0.0, 0}}) {
-    const auto across = [&points, at = x](std::size_t i) { return std::fabs(points[i].first - at); };
-    const auto distance = [&points, atX = x, atY = y](std::size_t i) {
-      return std::hypot(points[i].first - atX, points[i].second - atY);
+TEST(NearestOnScreen, NoSampleIsNearerThanTheOneFound) {
+  std::mt19937 random(3);
+  std::vector<double> times;
+  std::vector<float> values;
+  double time = 0;
+  for (int i = 0; i < 5000; ++i) {
+    times.push_back(time += random() % 3 == 0 ? 0.5 : 0.01);
+    values.push_back(i % 50 == 0 ? std::numeric_limits<float>::quiet_NaN() : static_cast<float>(random() % 8 * 40));
+  }
+  TExtents extents;
+  extents.Set(values.size(), [&values](std::size_t i) { return values[i]; });
+  for (int round = 0; round < 200; ++round) {
+    const QPointF at(static_cast<double>(random() % 1000) - 50, static_cast<double>(random() % 400) - 50);
+    const auto across = [&](std::size_t i) { return std::fabs(times[i] - at.x()); };
+    const auto up = [&](std::size_t i) { return std::fabs(double{values[i]} - at.y()); };
+    const auto atLeast = [&](std::size_t i) {
+      return std::max(double{extents.BlockOf(i)->min} - at.y(), at.y() - double{extents.BlockOf(i)->max});
     };
-    for (const std::size_t start : {2UL, 3UL}) {
-      EXPECT_EQ(NearestOnScreen(points.size(), x > 100 ? 5 : x < 0 ? 0 : start, across, distance), wanted);
+    std::size_t start = 0;
+    double min = std::numeric_limits<double>::infinity();
+    for (std::size_t i = 0; i < times.size(); ++i) {
+      if (across(i) < across(start)) start = i;
+      if (std::hypot(across(i), up(i)) < min) min = std::hypot(across(i), up(i));
     }
+    const auto found = NearestOnScreen(times.size(), start, across, up, atLeast);
+    ASSERT_TRUE(found);
+    EXPECT_NEAR(std::hypot(across(*found), up(*found)), min, 1e-9);
   }
 }
 

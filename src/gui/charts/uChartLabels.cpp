@@ -15,6 +15,7 @@ constexpr double kLevelReach = 4;   // how near to a level line the pointer name
 constexpr double kTries = 6;        // heights that are tried for each height of a box
 constexpr int kStepsAlong = 40;     // places that are tried along a level line
 constexpr double kLabelMargin = 2;  // between labels
+constexpr double kStrip = 16;       // px; wider than most dots
 
 }  // namespace
 
@@ -66,7 +67,10 @@ TChartLabels::TSkyline TChartLabels::SkylineOf(std::span<const QPointF> points) 
 }
 
 void TChartLabels::AddDot(const QPointF& middle, double radius) {
-  FDots.emplace_back(middle - QPointF(radius, radius), QSizeF(2 * radius, 2 * radius));
+  const QRectF dot(middle - QPointF(radius, radius), QSizeF(2 * radius, 2 * radius));
+  const auto [first, end] = StripsOf(dot);
+  if (FDots.size() < end) FDots.resize(end);
+  for (std::size_t strip = first; strip < end; ++strip) FDots[strip].push_back(dot);
 }
 
 void TChartLabels::AddLevel(double y, const QString& words, const QColor& ink, Qt::AlignmentFlag side) {
@@ -77,10 +81,25 @@ void TChartLabels::AddPoint(const QPointF& at, const QString& words, const QColo
   FPoints.push_back({at, words, ink});
 }
 
+std::pair<std::size_t, std::size_t> TChartLabels::StripsOf(const QRectF& box) const {
+  const auto strip = [this](double x) {
+    return static_cast<std::size_t>(std::min(std::max(0.0, x - FAxes.left()), std::max(0.0, FAxes.width())) / kStrip);
+  };
+  return {strip(box.left()), strip(box.right()) + 1};
+}
+
+bool TChartLabels::CoversDot(const QRectF& box) const {
+  const auto meets = [&box](const QRectF& dot) { return dot.intersects(box); };
+  const auto [first, end] = StripsOf(box);
+  for (std::size_t strip = first; strip < std::min(end, FDots.size()); ++strip) {
+    if (std::ranges::any_of(FDots[strip], meets)) return true;
+  }
+  return false;
+}
+
 bool TChartLabels::CoversData(const QRectF& box, bool stems) const {
   const auto covers = [&](const TSkyline& skyline) { return Covers(skyline, box); };
-  return std::ranges::any_of(FDots, [&box](const QRectF& dot) { return dot.intersects(box); }) ||
-         std::ranges::any_of(FCurves, covers) || (stems && std::ranges::any_of(FStems, covers));
+  return CoversDot(box) || std::ranges::any_of(FCurves, covers) || (stems && std::ranges::any_of(FStems, covers));
 }
 
 bool TChartLabels::Covers(const TSkyline& skyline, const QRectF& box) const {

@@ -6,6 +6,7 @@
 
 #include <optional>
 #include <span>
+#include <utility>
 #include <vector>
 
 inline constexpr double kLabelGap = 6;  // px, between a line or a point and its words
@@ -67,6 +68,9 @@ class TChartLabels {
 
   [[nodiscard]] TSkyline SkylineOf(std::span<const QPointF> points) const;
   [[nodiscard]] bool Covers(const TSkyline& skyline, const QRectF& box) const;
+  // The numbers of the strips that a box meets, and of the one behind.
+  [[nodiscard]] std::pair<std::size_t, std::size_t> StripsOf(const QRectF& box) const;
+  [[nodiscard]] bool CoversDot(const QRectF& box) const;
   // Curves and dots, and stems if these count.
   [[nodiscard]] bool CoversData(const QRectF& box, bool stems = true) const;
   [[nodiscard]] bool IsFree(const QRectF& box) const;
@@ -79,7 +83,7 @@ class TChartLabels {
   QRectF FAxes;
   std::vector<TSkyline> FCurves;
   std::vector<TSkyline> FStems;
-  std::vector<QRectF> FDots;
+  std::vector<std::vector<QRectF>> FDots;  // by the vertical strips of the axes that they meet
   std::vector<TLevel> FLevels;
   std::vector<TPoint> FPoints;
   std::vector<QRectF> FBoxes;

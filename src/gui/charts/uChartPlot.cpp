@@ -33,7 +33,9 @@ TChartPlot::TChartPlot(TAxisUnit unit, QWidget* parent) : QCustomPlot(parent), F
   plotLayout()->addElement(0, 0, FLegend);
   plotLayout()->addElement(1, 0, FRect);
   plotLayout()->setRowSpacing(0);
-  addLayer("marks", layer("main"));
+  // Each buffered layer, and what is above it, costs a picture that is blended at each paint.
+  layer("overlay")->setMode(QCPLayer::lmLogical);
+  addLayer("marks", layer("overlay"));
   layer("marks")->setMode(QCPLayer::lmBuffered);
 
   FRect->setLayer("background");

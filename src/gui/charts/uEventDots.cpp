@@ -12,7 +12,7 @@ constexpr double kCell = 3;                // px; two dots in one cell overlap
 constexpr double kNumberRoom = 3;          // px around the number of a group
 constexpr double kGroupNumberSize = 0.88;  // of the chart's font
 constexpr double kApart = 4;               // px around a group, so that its number stays legible
-constexpr std::size_t kMaxSmooth = 20000;
+constexpr std::size_t kMaxSmooth = 5000;
 
 // At most four characters.
 QString NumberText(std::size_t count) {

@@ -11,6 +11,8 @@
 #include <span>
 #include <vector>
 
+#include "analysis/uExtents.h"
+
 // Borrows samples that are in order, as nearly all are; sorts a copy of others, stable. Samples without a finite time
 // are left out.
 template <class TSample>
@@ -52,26 +54,40 @@ class TInTimeOrder {
   std::vector<TSample> FCopy;
 };
 
-// Of `count` samples in the order of time, the one with the smallest distance(i) from a position, in px; none where no
-// distance is finite. across(i) is the distance along the time axis; it grows on both sides of `start`, the sample
-// nearest in time. Where very many samples share a pixel, only those nearest in time are looked at.
-template <class TAcross, class TDistance>
-std::optional<std::size_t> NearestOnScreen(std::size_t count, std::size_t start, const TAcross& across,
-                                           const TDistance& distance) {
+// Of `count` samples in the order of time, the one nearest to a position on the screen; none where no distance is
+// finite. across(i) and up(i) are the distances along both axes, in px. across(i) grows on both sides of `start`, the
+// sample nearest in time, and up(k) is at least atLeast(i) for each k of the block of i. Where very many samples share
+// a pixel, only those nearest in time are looked at.
+template <class TAcross, class TUp, class TAtLeast>
+std::optional<std::size_t> NearestOnScreen(std::size_t count, std::size_t start, const TAcross& across, const TUp& up,
+                                           const TAtLeast& atLeast) {
   constexpr std::size_t kMaxSteps = 8000;  // on each side
   std::optional<std::size_t> nearest;
   double min = std::numeric_limits<double>::infinity();
-  // False if all samples beyond are farther away.
-  const auto look = [&](std::size_t i) {
-    if (across(i) >= min) return false;
-    const double found = distance(i);
-    if (found < min) {
+  const auto look = [&](std::size_t begin, std::size_t end) {
+    if (atLeast(begin) >= min) return;
+    for (std::size_t i = begin; i < end; ++i) {
+      const double y = up(i);
+      if (!(y < min)) continue;
+      const double x = across(i);
+      const double found = std::sqrt(x * x + y * y);  // pixels do not overflow, and thousands are asked for
+      if (found >= min) continue;
       min = found;
       nearest = i;
     }
-    return true;
   };
-  for (std::size_t i = start; i < count && i - start < kMaxSteps && look(i);) ++i;
-  for (std::size_t i = start; i > 0 && start - i < kMaxSteps && look(i - 1);) --i;
+  // By blocks, so that most samples cost a comparison.
+  const std::size_t last = std::min(count, start + kMaxSteps);
+  for (std::size_t begin = start; begin < last && across(begin) < min;) {
+    const std::size_t end = std::min(last, (begin / TExtents::kBlock + 1) * TExtents::kBlock);
+    look(begin, end);
+    begin = end;
+  }
+  const std::size_t first = start - std::min(start, kMaxSteps);
+  for (std::size_t end = start; end > first && across(end - 1) < min;) {
+    const std::size_t begin = std::max(first, (end - 1) / TExtents::kBlock * TExtents::kBlock);
+    look(begin, end);
+    end = begin;
+  }
   return nearest;
 }

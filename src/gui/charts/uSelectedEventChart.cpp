@@ -37,9 +37,9 @@ std::optional<QPointF> FindPeak(const TEvent& event, std::span<const TEventValue
   const auto series = static_cast<TSeries>(axis);
   const auto value = [&](std::size_t i) { return ValueOf(samples[i], series); };
   std::optional<QPointF> peak;
-  const auto found = extents[axis].Find(0, samples.size(), value);
-  if (!found) return peak;
-  for (const std::size_t i : {found->min, found->max}) {
+  for (const std::size_t i :
+       {extents[axis].FirstMin(0, samples.size(), value), extents[axis].FirstMax(0, samples.size(), value)}) {
+    if (i == samples.size()) continue;
     const double ms = samples[i].time - start;
     const bool isPeak = std::fabs(value(i)) == event.MaxSingle;
     if (isPeak && (!peak || ms < peak->x())) peak = QPointF(ms, double{value(i)});
@@ -278,7 +278,7 @@ std::vector<TCurve> TSelectedEventChart::Curves() const {
     curves.push_back({NameOf(series), tr("g"), InkOf(series), ValueAxis(), samples.size(),
                       [this, samples](std::size_t i) { return samples[i].time - FStart; },
                       [samples, series](std::size_t i) { return double{ValueOf(samples[i], series)}; },
-                      [this](double ms) { return NearestSample(ms); }, number, number});
+                      [this](double ms) { return NearestSample(ms); }, number, number, &FExtents[Place(series)]});
   }
   for (const TPinnedCurve& curve : FPinned.Curves()) {
     const auto pinned = curve.samples.Samples();
@@ -286,7 +286,8 @@ std::vector<TCurve> TSelectedEventChart::Curves() const {
       curves.push_back({CurveName(curve.pin, series), tr("g"), PenOf(curve.pin).color(), ValueAxis(), pinned.size(),
                         [&curve, pinned](std::size_t i) { return pinned[i].time + curve.offset; },
                         [pinned, series](std::size_t i) { return double{ValueOf(pinned[i], series)}; },
-                        [&curve](double ms) { return curve.samples.Nearest(ms - curve.offset); }, number, number});
+                        [&curve](double ms) { return curve.samples.Nearest(ms - curve.offset); }, number, number,
+                        &curve.extents[Place(series)]});
     }
   }
   return curves;

@@ -277,7 +277,7 @@ std::vector<TCurve> TSensorsChart::Curves() const {
                       [this, readings](std::size_t i) { return DateTimeOf(FSensors.Start(), readings[i].time); },
                       [readings](std::size_t i) { return double{readings[i].xvalue}; },
                       [this, &series](double time) { return series.readings.Nearest(FSensors.MsOf(time)); }, number,
-                      number});
+                      number, &series.extents});
   }
   return curves;
 }

@@ -1,6 +1,7 @@
 #include "gui/charts/uTimeChart.h"
 
 #include <QMenu>
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <utility>
@@ -143,14 +144,18 @@ std::optional<TReading> TTimeChart::NearestTo(const QPointF& position) const {
   for (const TCurve& curve : Curves()) {
     const TPixels values(curve.values);
     const auto across = [&](std::size_t i) { return std::fabs(times.At(curve.timeAt(i)) - position.x()); };
-    const auto distance = [&](std::size_t i) {
-      const double x = times.At(curve.timeAt(i)) - position.x();
-      const double y = values.At(curve.valueAt(i)) - position.y();
-      return std::sqrt(x * x + y * y);  // pixels do not overflow, and thousands are asked for at each move
+    const auto up = [&](std::size_t i) { return std::fabs(values.At(curve.valueAt(i)) - position.y()); };
+    const auto atLeast = [&](std::size_t i) {
+      const TExtent* const block = curve.extents ? curve.extents->BlockOf(i) : nullptr;
+      if (block == nullptr) return 0.0;
+      const auto [top, bottom] = std::minmax({values.At(double{block->min}), values.At(double{block->max})});
+      return std::max(top - position.y(), position.y() - bottom);
     };
-    const auto found = NearestOnScreen(curve.count, curve.nearest(time), across, distance);
-    if (!found || distance(*found) >= minDistance) continue;
-    minDistance = distance(*found);
+    const auto found = NearestOnScreen(curve.count, curve.nearest(time), across, up, atLeast);
+    if (!found) continue;
+    const double distance = std::hypot(across(*found), up(*found));
+    if (distance >= minDistance) continue;
+    minDistance = distance;
     nearest = ReadingOf(TimeAxis(), curve, *found);
     nearest->text += tr(" at %1").arg(MomentText(curve.timeAt(*found)));
   }

@@ -6,6 +6,7 @@
 #include <optional>
 #include <vector>
 
+#include "analysis/uExtents.h"
 #include "gui/charts/uChartCursors.h"
 #include "gui/charts/uChartFlags.h"
 #include "gui/charts/uChartGestures.h"
@@ -30,6 +31,7 @@ struct TCurve {
   // A value in words, and a finite difference of two values.
   std::function<QString(double)> number;
   std::function<QString(double)> change;
+  const TExtents* extents = nullptr;  // of its values, where the samples are many
 };
 
 class TTimeChart : public TChartPlot, public IChartReadings {
