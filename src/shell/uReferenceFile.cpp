@@ -147,7 +147,8 @@ std::optional<TReference> ReadReference(const std::filesystem::path& layout) {
   const auto text = [&ini](const std::string& key) { return ini.ReadString(kReferenceSection, key, {}); };
   TReference reference;
   reference.file = text(kRecording);
-  if (reference.file.empty() || reference.file.size() > kMaxPath || !IsPlainLine(reference.file)) RefuseValue(kRecording);
+  if (reference.file.empty() || reference.file.size() > kMaxPath || !IsPlainLine(reference.file))
+    RefuseValue(kRecording);
   reference.events = NumberOf<std::uint32_t>(text(kEvents), kEvents);
   if (reference.events > kMaxEvents) RefuseValue(kEvents);
   reference.days = NumberOf<double>(text(kDays), kDays);

@@ -36,9 +36,10 @@ struct TKey {
 };
 constexpr TKey kPaperKey{kPage, "Paper"}, kOrientationKey{kPage, "Orientation"}, kCardEventsKey{kCards, "Events"},
     kWorstKey{kCards, "Worst"}, kPerPageKey{kCards, "A page"}, kFromKey{kTime, "From"}, kToKey{kTime, "To"};
-constexpr std::pair<TKey, bool TReportConfig::*> kTableKeys[] = {{{kTablesSection, "Events"}, &TReportConfig::eventsTable},
-                                                                 {{kTablesSection, "Sensors"}, &TReportConfig::sensorsTable},
-                                                                 {{kTablesSection, "Battery"}, &TReportConfig::batteryTable}};
+constexpr std::pair<TKey, bool TReportConfig::*> kTableKeys[] = {
+    {{kTablesSection, "Events"}, &TReportConfig::eventsTable},
+    {{kTablesSection, "Sensors"}, &TReportConfig::sensorsTable},
+    {{kTablesSection, "Battery"}, &TReportConfig::batteryTable}};
 constexpr std::pair<TKey, std::optional<double> TRange::*> kTimeKeys[] = {{kFromKey, &TRange::from},
                                                                           {kToKey, &TRange::to}};
 constexpr TKey kOtherKeys[] = {kPaperKey, kOrientationKey, kCardEventsKey, kWorstKey, kPerPageKey};

@@ -139,8 +139,9 @@ TVerdictCell RecordedCell(const TVerdict& verdict) {
   if (!verdict.firstTime) return cell;
   cell.value = DurationInWords(*verdict.lastTime - *verdict.firstTime);
   cell.note = fmt::format("to {}, {}", FormatDateTime(ShortDateFormat(), *verdict.lastTime), cell.note);
-  cell.tip = fmt::format("{} to {}{}\nClick: show all of it", ShortMoment(*verdict.firstTime), ShortMoment(*verdict.lastTime),
-                         verdict.damaged ? "\nOnly what could be read is shown and judged" : "");
+  cell.tip =
+      fmt::format("{} to {}{}\nClick: show all of it", ShortMoment(*verdict.firstTime), ShortMoment(*verdict.lastTime),
+                  verdict.damaged ? "\nOnly what could be read is shown and judged" : "");
   cell.answer = TVerdictAnswer::ShowWhole;
   return cell;
 }

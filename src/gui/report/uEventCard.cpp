@@ -23,10 +23,10 @@ namespace {
 
 constexpr double kPadding = 8;
 constexpr double kCorner = 3;
-constexpr double kFigureGap = 4;           // between title, chart and figures
-constexpr double kMinCardChart = 40;     // below that figures give way
-constexpr double kNumberWidth = 30;  // of the numbers beside the chart
-constexpr double kStripe = 3;        // at the left of a card that is beyond a limit
+constexpr double kFigureGap = 4;      // between title, chart and figures
+constexpr double kMinCardChart = 40;  // below that figures give way
+constexpr double kNumberWidth = 30;   // of the numbers beside the chart
+constexpr double kStripe = 3;         // at the left of a card that is beyond a limit
 constexpr double kColumnsAPoint = 3;
 constexpr auto kUsualFigure = "IoT total 1000.000 g·ms";  // fits a column
 
