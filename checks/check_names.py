@@ -26,7 +26,9 @@ def names_in(line):
 def own_names(path):
     """The names in the file's unnamed namespace."""
     inside = False
-    for line in path.read_text().splitlines(keepends=True):
+    # A list of constants may take several lines.
+    text = re.sub(r",\n +(?=\*?k[A-Z]\w* =)", ", ", path.read_text())
+    for line in text.splitlines(keepends=True):
         if line.startswith("namespace {"):
             inside = True
         elif line.startswith("}  // namespace"):

@@ -15,8 +15,8 @@
 
 namespace {
 
-constexpr const char *kReferenceSection = "Reference", *kSensors = "Reference sensors";
-constexpr const char *kRecording = "Recording", *kEvents = "Events", *kDays = "Days", *kHours = "Hours",
+constexpr const char *kReferenceSection = "Reference", *kSensorsSection = "Reference sensors";
+constexpr const char *kRecording = "Recording", *kEventsKey = "Events", *kDays = "Days", *kHours = "Hours",
                      *kDirections = "Directions";
 constexpr std::size_t kMaxEvents = 1'000'000'000;
 constexpr std::size_t kMaxPath = 4096;  // bytes
@@ -102,9 +102,9 @@ void ReadDirections(const std::string& text, TReference& reference) {
 }
 
 void ReadSensors(const TIniFile& ini, TReference& reference) {
-  for (const std::string& name : ini.Keys(kSensors)) {
+  for (const std::string& name : ini.Keys(kSensorsSection)) {
     const auto* known = FindQuantity(&TQuantityRow::sensorName, name);
-    const std::string text = ini.ReadString(kSensors, name, {});
+    const std::string text = ini.ReadString(kSensorsSection, name, {});
     const auto parts = Parts(text, " ");
     const bool isThere = std::ranges::count(reference.sensors, name, &TReferenceSensor::name) > 0;
     if (known == nullptr || !known->quantity || isThere || parts.size() != 2) RefuseValue(name);
@@ -124,7 +124,7 @@ std::string Key(const TEventQuantity& quantity) {
 std::string ReferenceSections(const TReference& reference) {
   TIniFile ini;
   ini.WriteString(kReferenceSection, kRecording, reference.file);
-  ini.WriteString(kReferenceSection, kEvents, std::to_string(reference.events));
+  ini.WriteString(kReferenceSection, kEventsKey, std::to_string(reference.events));
   ini.WriteString(kReferenceSection, kDays, fmt::format("{}", reference.days));
   ini.WriteString(kReferenceSection, kHours, fmt::format("{}", fmt::join(reference.hours, " ")));
   std::string directions;
@@ -136,7 +136,7 @@ std::string ReferenceSections(const TReference& reference) {
     ini.WriteString(kReferenceSection, Key(kEventQuantities[i]), DistributionText(reference.distributions[i]));
   }
   for (const auto& [name, min, max] : reference.sensors) {
-    ini.WriteString(kSensors, name, fmt::format("{} {}", min, max));
+    ini.WriteString(kSensorsSection, name, fmt::format("{} {}", min, max));
   }
   return ini.Text();
 }
@@ -149,8 +149,8 @@ std::optional<TReference> ReadReference(const std::filesystem::path& layout) {
   reference.file = text(kRecording);
   if (reference.file.empty() || reference.file.size() > kMaxPath || !IsPlainLine(reference.file))
     RefuseValue(kRecording);
-  reference.events = NumberOf<std::uint32_t>(text(kEvents), kEvents);
-  if (reference.events > kMaxEvents) RefuseValue(kEvents);
+  reference.events = NumberOf<std::uint32_t>(text(kEventsKey), kEventsKey);
+  if (reference.events > kMaxEvents) RefuseValue(kEventsKey);
   reference.days = NumberOf<double>(text(kDays), kDays);
   if (!(reference.days >= 0 && reference.days <= kMaxReferenceDays)) RefuseValue(kDays);
   ReadHours(text(kHours), reference);
