@@ -6,6 +6,15 @@
 
 #include "platform/uTerminal.h"
 
+namespace {
+
+// freopen may refuse a stream that never led anywhere.
+void LeadToConsole(std::FILE* stream) {
+  if (const std::FILE* console = std::fopen("CONOUT$", "w")) *stream = *console;
+}
+
+}  // namespace
+
 void UseUtf8Streams() {
   _setmode(_fileno(stdout), _O_BINARY);
   _setmode(_fileno(stderr), _O_BINARY);
@@ -17,8 +26,8 @@ void UseStartersConsole() {
   const bool printsNowhere = leadsNowhere(STD_OUTPUT_HANDLE);
   const bool complainsNowhere = leadsNowhere(STD_ERROR_HANDLE);
   if ((!printsNowhere && !complainsNowhere) || AttachConsole(ATTACH_PARENT_PROCESS) == 0) return;
-  if (printsNowhere) std::freopen("CONOUT$", "w", stdout);
-  if (complainsNowhere) std::freopen("CONOUT$", "w", stderr);
+  if (printsNowhere) LeadToConsole(stdout);
+  if (complainsNowhere) LeadToConsole(stderr);
   UseUtf8Streams();
 }
 
