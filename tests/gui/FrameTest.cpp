@@ -285,7 +285,9 @@ TEST_F(Frame, AtTheSmallestSizeNoTextIsCutWithoutAToolTipAndFocusIsSeen) {
     for (QWidget* control : FForm->findChildren<QWidget*>()) {
       if (control->visibleRegion().isEmpty()) continue;
       EXPECT_EQ(CutText(*control), "");
-      if (const auto* tabs = qobject_cast<QTabBar*>(control)) EXPECT_GE(tabs->height(), tabs->sizeHint().height());
+      if (const auto* tabs = qobject_cast<QTabBar*>(control)) {
+        EXPECT_GE(tabs->height(), tabs->sizeHint().height());
+      }
       const std::string name = control->metaObject()->className() + ("|" + control->objectName().toStdString());
       const bool takesKeys = control->isEnabled() && (control->focusPolicy() & Qt::TabFocus) != 0;
       if (!takesKeys || control->focusProxy() != nullptr) continue;
