@@ -19,9 +19,11 @@
 
 namespace {
 
+constexpr int kLabelWidth = 22;  // that of "Temperature (Humidity)"; names of analog inputs may be longer
+
 void Print(const std::vector<TFigure>& figures, const TConsole& console) {
   for (const TFigure& figure : figures) {
-    console.out(fmt::format("  {:<17} {}\n", Printable(figure.label), Printable(figure.text)));
+    console.out(fmt::format("  {:<{}} {}\n", Printable(figure.label), kLabelWidth, Printable(figure.text)));
   }
 }
 

@@ -101,9 +101,11 @@ TEST_F(Notes, LabelsGoInAndComeOutAgain) {
   EXPECT_EQ(Kshock({"notes", Three, "--from", labels}).out, "3 notes added, 0 already there\n");
   EXPECT_EQ(Kshock({"notes", Three}).out, lines);
   EXPECT_EQ(Kshock({"notes", Three, "--from", labels}).out, "0 notes added, 3 already there\n");
-  EXPECT_THAT(Kshock({"info", Three}).out,
-              HasSubstr("  Note              arrived wet\n  Note              event 1, 2023-07-16 06:01:00: fork lift\n"
-                        "  Note              2023-07-16 06:01:30 to 2023-07-16 06:01:35: \n"));
+  EXPECT_THAT(
+      Kshock({"info", Three}).out,
+      HasSubstr(
+          "  Note                   arrived wet\n  Note                   event 1, 2023-07-16 06:01:00: fork lift\n"
+          "  Note                   2023-07-16 06:01:30 to 2023-07-16 06:01:35: \n"));
   ASSERT_EQ(Kshock({"notes", Three, "--to", File("events.tsv")}).status, 0);
   const TBytes table = BytesOfFile(File("events.tsv"));
   EXPECT_EQ(std::string(table.begin(), table.end()),

@@ -86,7 +86,7 @@ def check_figures(program, recording):
     text = packed("".join(check_pages(program, pdf, 595, 842)))
     figures = 0
     for line in program.run(program.kshock, "info", recording).stdout.decode().splitlines()[1:]:
-        label, value = line[2:20].strip(), line[20:].strip()
+        label, value = line[2:25].strip(), line[25:].strip()
         group = re.match(r"(\d+) events?, peak up to ([\d.]+) g in event (\d+), IoT up to", value)
         if group:
             label, value = label.split()[-1], group.group(1)
