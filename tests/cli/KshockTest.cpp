@@ -506,7 +506,7 @@ TEST_F(KshockCommands, PulseAndTheTableOfShockAnalysisShowTheSameFigures) {
   EXPECT_NEAR(std::stod(table[2][2]), std::stod(rows[1][5]), 1e-6);
   EXPECT_EQ(table[2][6], "Y-pos");
   EXPECT_EQ(Kshock({"table", file, "analysis", "--order", "MaxAccDesc"}).status, 2);
-  EXPECT_THAT(Kshock({"info", file}).out, HasSubstr("Velocity change   3.4"));
+  EXPECT_THAT(Kshock({"info", file}).out, HasSubstr("Velocity change        3.4"));
 }
 
 }  // namespace
