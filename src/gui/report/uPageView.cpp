@@ -11,10 +11,8 @@
 namespace {
 
 constexpr int kPageGap = 12;  // px around and between pages
-constexpr double kPointsAnInch = 72;
 constexpr double kMinZoom = 0.05;
 constexpr double kMaxZoom = 4;
-constexpr double kWheelStep = 1.25;
 constexpr int kNear = 2;  // pages before and behind those in sight whose pictures are kept
 constexpr int kFocusRing = 2;
 
@@ -50,7 +48,7 @@ int TPageView::PageCount() const {
 }
 
 double TPageView::PixelsAPoint() const {
-  return FZoom * logicalDpiX() / kPointsAnInch;
+  return FZoom * logicalDpiX() / kPointsPerInch;
 }
 
 QSize TPageView::PagePixels() const {
@@ -98,7 +96,7 @@ void TPageView::ZoomBy(double factor) {
 
 void TPageView::FitZoom() {
   if (FPages == nullptr || FFit == TFit::None) return LayOut();
-  const QSizeF page = FPages->PageSize() * logicalDpiX() / kPointsAnInch;
+  const QSizeF page = FPages->PageSize() * logicalDpiX() / kPointsPerInch;
   double zoom = (viewport()->width() - 2.0 * kPageGap) / page.width();
   if (FFit == TFit::Page) zoom = std::min(zoom, (viewport()->height() - 2.0 * kPageGap) / page.height());
   SetZoom(zoom);
@@ -190,9 +188,9 @@ void TPageView::keyPressEvent(QKeyEvent* event) {
   } else if (key == Qt::Key_End) {
     verticalScrollBar()->setValue(verticalScrollBar()->maximum());
   } else if (key == Qt::Key_Plus) {
-    ZoomBy(kWheelStep);
+    ZoomBy(kZoomStep);
   } else if (key == Qt::Key_Minus) {
-    ZoomBy(1 / kWheelStep);
+    ZoomBy(1 / kZoomStep);
   } else if (key == Qt::Key_W) {
     SetFit(TFit::Width);
   } else if (key == Qt::Key_F) {
@@ -204,7 +202,7 @@ void TPageView::keyPressEvent(QKeyEvent* event) {
 
 void TPageView::wheelEvent(QWheelEvent* event) {
   if (!event->modifiers().testFlag(Qt::ControlModifier)) return QAbstractScrollArea::wheelEvent(event);
-  if (event->angleDelta().y() != 0) ZoomBy(event->angleDelta().y() > 0 ? kWheelStep : 1 / kWheelStep);
+  if (event->angleDelta().y() != 0) ZoomBy(event->angleDelta().y() > 0 ? kZoomStep : 1 / kZoomStep);
   event->accept();
 }
 

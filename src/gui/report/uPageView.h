@@ -9,6 +9,8 @@
 
 class TReportPages;
 
+inline constexpr double kZoomStep = 1.25;  // of a step of the wheel, a key or a button
+
 class TPageView : public QAbstractScrollArea {
   Q_OBJECT
 

@@ -22,6 +22,8 @@
 
 class QPagedPaintDevice;
 
+inline constexpr double kPointsPerInch = 72;  // pages are measured in points
+
 // What the shock view has in front of the selected event.
 struct TShownEvent {
   QString name;  // "spectrum"; empty for what was recorded

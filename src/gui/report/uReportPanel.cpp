@@ -22,7 +22,6 @@
 namespace {
 
 constexpr int kThumbnailsWidth = 116;  // px
-constexpr double kZoomStep = 1.25;
 
 TElidedLabel* MakeFiltered(const char* name, QWidget* parent) {
   auto* label = new TElidedLabel(name, parent, Qt::ElideRight);

@@ -21,8 +21,6 @@
 
 namespace {
 
-constexpr double kPointsPerInch = 72;
-
 // The paper upright and its orientation, without margins: pages have their own.
 QPageLayout LayoutOf(const TReportPages& pages) {
   const QSizeF size = pages.PageSize();

@@ -92,24 +92,26 @@ void AddMetrics(TPageFlow& flow, const TReportData& data) {
 
 void AddSections(TPageFlow& flow, const TReportData& data, TReportCharts& charts) {
   // By TReportSection.
-  const std::function<void()> add[kReportSectionCount] = {[&] {
-                                                            flow.BeginPage();
-                                                            AddCover(flow, data, charts);
-                                                            flow.BeginPage();
-                                                          },
-                                                          [&] { AddMissionDetails(flow, data); },
-                                                          [&] { AddVerdict(flow, data); },
-                                                          [&] {
-                                                            AddSummary(flow, data);
-                                                            AddPeaks(flow, data, charts);
-                                                          },
-                                                          [&] { AddImportantEvents(flow, data); },
-                                                          [&] { AddEventsChart(flow, data, charts); },
-                                                          [&] { AddSensorsChart(flow, data, charts); },
-                                                          [&] { AddSelectedEvent(flow, data, charts); },
-                                                          [&] { AddTables(flow, data); },
-                                                          [&] { AddEventCards(flow, data); },
-                                                          [&] { AddMetrics(flow, data); }};
+  const std::function<void()> add[kReportSectionCount] = {
+      [&] {
+        flow.BeginPage();
+        AddCover(flow, data, charts);
+        flow.BeginPage();
+      },
+      [&] { AddMissionDetails(flow, data); },
+      [&] { AddVerdict(flow, data); },
+      [&] {
+        AddSummary(flow, data);
+        AddPeaks(flow, data, charts);
+      },
+      [&] { AddImportantEvents(flow, data); },
+      [&] { AddEventsChart(flow, data, charts); },
+      [&] { AddSensorsChart(flow, data, charts); },
+      [&] { AddSelectedEvent(flow, data, charts); },
+      [&] { AddTables(flow, data); },
+      [&] { AddEventCards(flow, data); },
+      [&] { AddMetrics(flow, data); },
+  };
   if (!data.config.Has(TReportSection::Cover)) AddPageHead(flow, data);
   for (const auto& [section, on] : data.config.sections) {
     if (on) add[static_cast<std::size_t>(section)]();
