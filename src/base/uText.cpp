@@ -287,6 +287,10 @@ void AppendListItem(std::string& text, std::string_view item, std::string_view s
   text += item;
 }
 
+std::string WithUnit(std::string_view value, std::string_view unit) {
+  return fmt::format("{}{}{}", value, unit.empty() ? "" : " ", unit);
+}
+
 std::string Counted(std::size_t count, std::string_view what) {
   return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
 }

@@ -45,6 +45,9 @@ bool IsSameIgnoringCase(std::string_view a, std::string_view b);
 // Appends an item to a list, after the separator unless the list is empty.
 void AppendListItem(std::string& text, std::string_view item, std::string_view separator = ", ");
 
+// "23 °C"; the value alone where there is no unit.
+std::string WithUnit(std::string_view value, std::string_view unit);
+
 // "1 event", "3 events".
 std::string Counted(std::size_t count, std::string_view what);
 

@@ -80,7 +80,8 @@ std::vector<TFleetEntry> EntriesOf(const TFleetRequest& request) {
   return shard;
 }
 
-// Reads one file into the mission and sums it up. A file that changes meanwhile is read again.
+// Reads one file into the mission and sums it up, on one core: other processes have the others. A file that changes
+// meanwhile is read again.
 TFleetRows Analyse(const TFleetEntry& entry, const TFleetOptions& options) {
   const TConsole silent{[](std::string_view) {}, [](std::string_view) {}, false};
   TFleetFile file{.path = entry.name,
@@ -92,7 +93,7 @@ TFleetRows Analyse(const TFleetEntry& entry, const TFleetOptions& options) {
   if (!entry.problem.empty()) return FleetRowsOf(file, nullptr, options);
   for (int i = 0; i < kTries; ++i) {
     const std::optional<TFileState> before = StateOf(entry.path);
-    const TRecording recording = ReadRecording(Utf8FromPath(entry.path), silent);
+    const TRecording recording = ReadRecording(Utf8FromPath(entry.path), silent, TReadAhead::No);
     file.status = static_cast<int>(recording.status);
     file.reason = recording.complaint;
     if (recording.extent.isDataFile) file.creatorValid = recording.events.ValidCreator;

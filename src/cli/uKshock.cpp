@@ -243,7 +243,7 @@ class TCommandLine {
         command->add_option("--files-from", FFleet.filesFrom, "File with more paths, a line each; - is standard input")
             ->type_name("LIST");
     command->add_flag("-0,--null", FFleet.isNulSeparated, "The paths of that file end with a NUL instead of a line");
-    AddNumber(command, "--jobs", FFleet.jobs, "Processes that read at the same time; 1 unless given");
+    AddNumber(command, "--jobs", FFleet.jobs, "Processes that read at the same time, a core each; 1 unless given");
     const auto parseShard = [this](const std::string& text) {
       const std::size_t slash = std::min(text.find('/'), text.size());
       FFleet.shard = ParseNumber<std::size_t>("--shard", text.substr(0, slash), "is I/N, each");

@@ -59,13 +59,13 @@ bool TRecording::HasMission() const {
   return status != TStatus::NotDisplayable && !CannotBeOpened(*this);
 }
 
-TRecording ReadRecording(const std::string& file, const TConsole& console) {
+TRecording ReadRecording(const std::string& file, const TConsole& console, TReadAhead ahead) {
   ClearMission();
   TRecording recording;
   {
     TReadingPort port(console);
     const TPortHandle handle(port);
-    TReadFileThread thread(handle.Value(), PathFromUtf8(file), MissionMemoryBytes());
+    TReadFileThread thread(handle.Value(), PathFromUtf8(file), MissionMemoryBytes(), TInflateWay::Fast, ahead);
     thread.WaitFor();
     recording.message = port.Last;
     recording.extent = thread.Extent();

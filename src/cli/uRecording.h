@@ -24,7 +24,7 @@ struct TRecording {
 };
 
 // Replaces the model by what the file holds and says on the console's err what is wrong with it. `file` is UTF-8.
-TRecording ReadRecording(const std::string& file, const TConsole& console);
+TRecording ReadRecording(const std::string& file, const TConsole& console, TReadAhead ahead = TReadAhead::Yes);
 
 // The tables of the recording, as they stand after loading.
 TMissionDatasets TablesOf(const TRecording& recording);

@@ -3,10 +3,14 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <atomic>
 #include <chrono>
+#include <future>
 #include <map>
+#include <mutex>
 #include <span>
 #include <system_error>
+#include <thread>
 #include <utility>
 
 #include "base/uFiles.h"
@@ -75,21 +79,63 @@ std::vector<TFleetSummary> TakeKnown(const TSummaryOrder& order, std::vector<TFl
   return known;
 }
 
-// Reads chunks into parts.
+// Reads files into parts, a chunk at a time on each core.
 class TChunks {
  public:
-  explicit TChunks(const TSummaryOrder& order) : FOrder(order) {}
+  TChunks(const TSummaryOrder& order, std::span<const TFleetEntry> files) : FOrder(order), FRest(files) {}
+
+  // Hands out what is read until all is, or `ready` is false. Throws what a reader has thrown.
+  void ReadAll(const TSummariesReady& ready) {
+    std::vector<std::future<void>> readers;
+    const std::size_t cores = std::max(1U, std::thread::hardware_concurrency());
+    for (std::size_t i = 0; i < cores; ++i)
+      readers.push_back(std::async(std::launch::async, [this, &ready] { ReadChunks(ready); }));
+    for (std::future<void>& reader : readers) reader.wait();
+    for (std::future<void>& reader : readers) reader.get();
+  }
+
+  // All parts and the older cache as one file. A cache that cannot be written is no loss.
+  void KeepParts() const {
+    if (FOrder.cache.empty() || FParts.empty()) return;
+    std::error_code error;
+    fs::create_directories(FOrder.cache.parent_path(), error);
+    std::vector<std::string> arguments = {"fleet", "--to", Utf8FromPath(FOrder.cache), "--merge"};
+    for (const fs::path& part : FParts) arguments.push_back(Utf8FromPath(part));
+    if (fs::exists(FOrder.cache, error)) arguments.push_back(Utf8FromPath(FOrder.cache));
+    RunProgram(FOrder.kshock, arguments);
+  }
+
+ private:
+  void ReadChunks(const TSummariesReady& ready) {
+    std::size_t size = kFirstChunk;
+    std::unique_lock lock(FMutex);
+    while (!FRest.empty() && !FOrder.stop.stop_requested()) {
+      const auto chunk = FRest.first(std::min(size, FRest.size()));
+      FRest = FRest.subspan(chunk.size());
+      lock.unlock();
+      const auto started = std::chrono::steady_clock::now();
+      std::vector<TFleetSummary> summaries = Read(chunk);
+      const auto took = std::chrono::steady_clock::now() - started;
+      if (took > kMaxChunkTime) size = std::max<std::size_t>(1, size / 2);
+      if (took < kMaxChunkTime / 2) size *= 2;
+      lock.lock();
+      FRead += chunk.size();
+      if (!ready(std::move(summaries), FCount - FRead)) FRest = {};
+    }
+  }
 
   std::vector<TFleetSummary> Read(std::span<const TFleetEntry> chunk) {
     std::string names;
     for (const TFleetEntry& entry : chunk) names += Utf8FromPath(entry.path) + '\0';
-    const fs::path list = FScratch.File(FParts.size(), ".txt");
-    const fs::path part = FScratch.File(FParts.size(), ".sqlite");
+    const std::size_t number = FNumber++;
+    const fs::path list = FScratch.File(number, ".txt");
+    const fs::path part = FScratch.File(number, ".sqlite");
     SaveFile(list, names);
     const int status = RunProgram(
         FOrder.kshock, {"fleet", "--files-from", Utf8FromPath(list), "-0", "--to", Utf8FromPath(part)}, FOrder.stop);
     std::error_code error;
     if (status == 0 && fs::exists(part, error)) {
+      const std::lock_guard lock(FMutex);
       FParts.push_back(part);
       return SummariesIn(part, FOrder.limits);
     }
@@ -105,20 +151,13 @@ class TChunks {
     return summaries;
   }
 
-  // All parts and the older cache as one file. A cache that cannot be written is no loss.
-  void KeepParts() const {
-    if (FOrder.cache.empty() || FParts.empty()) return;
-    std::error_code error;
-    fs::create_directories(FOrder.cache.parent_path(), error);
-    std::vector<std::string> arguments = {"fleet", "--to", Utf8FromPath(FOrder.cache), "--merge"};
-    for (const fs::path& part : FParts) arguments.push_back(Utf8FromPath(part));
-    if (fs::exists(FOrder.cache, error)) arguments.push_back(Utf8FromPath(FOrder.cache));
-    RunProgram(FOrder.kshock, arguments);
-  }
-
- private:
   const TSummaryOrder& FOrder;
-  TFleetScratch FScratch;
+  const TFleetScratch FScratch;
+  std::atomic<std::size_t> FNumber = 0;  // of the next list and part
+  std::mutex FMutex;                     // guards what follows
+  std::span<const TFleetEntry> FRest;    // that nobody reads yet
+  const std::size_t FCount = FRest.size();
+  std::size_t FRead = 0;
   std::vector<fs::path> FParts;
 };
 
@@ -160,22 +199,12 @@ std::vector<TFleetSummary> SummariesIn(const fs::path& database, const std::opti
   return summaries;
 }
 
-void Summarize(const TSummaryOrder& order,
-               const std::function<bool(std::vector<TFleetSummary> summaries, std::size_t left)>& ready) {
+void Summarize(const TSummaryOrder& order, const TSummariesReady& ready) {
   std::vector<TFleetEntry> files = ListRecordings(order.files);
   std::vector<TFleetSummary> known = TakeKnown(order, files);
   if (!ready(std::move(known), files.size()) || files.empty()) return;
-  TChunks chunks(order);
-  std::size_t size = kFirstChunk;
-  for (std::span<const TFleetEntry> rest = files; !rest.empty() && !order.stop.stop_requested();) {
-    const auto chunk = rest.first(std::min(size, rest.size()));
-    rest = rest.subspan(chunk.size());
-    const auto started = std::chrono::steady_clock::now();
-    if (!ready(chunks.Read(chunk), rest.size())) break;
-    const auto took = std::chrono::steady_clock::now() - started;
-    if (took > kMaxChunkTime) size = std::max<std::size_t>(1, size / 2);
-    if (took < kMaxChunkTime / 2) size *= 2;
-  }
+  TChunks chunks(order, files);
+  chunks.ReadAll(ready);
   chunks.KeepParts();
 }
 

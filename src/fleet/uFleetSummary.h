@@ -41,12 +41,13 @@ struct TSummaryOrder {
   std::stop_token stop;           // ends it at once; the files that are being read count as not read
 };
 
-// Takes from the cache what still holds, has the other files read some at a time, and keeps all that was read in the
-// cache, also when it is stopped. `ready` gets the summaries as they come and how many files are left; false ends it. A
-// file that ended the process that read it gets a summary that says so. Throws std::exception when kshock cannot be
-// started or a file cannot be written.
-void Summarize(const TSummaryOrder& order,
-               const std::function<bool(std::vector<TFleetSummary> summaries, std::size_t left)>& ready);
+// Gets summaries as they come, and how many files are left; false ends it. On any thread, one call at a time.
+using TSummariesReady = std::function<bool(std::vector<TFleetSummary> summaries, std::size_t left)>;
+
+// Takes from the cache what still holds, has the other files read some at a time on each core, and keeps all that was
+// read in the cache, also when it is stopped. A file that ended the process that read it gets a summary that says so.
+// Throws std::exception when kshock cannot be started or a file cannot be written.
+void Summarize(const TSummaryOrder& order, const TSummariesReady& ready);
 
 // The cache for a folder.
 std::filesystem::path SummaryCache(const std::filesystem::path& cacheFolder, const std::filesystem::path& folder);

@@ -75,13 +75,14 @@ void TMemoryStream::Read(std::span<std::uint8_t> into) {
   FPosition += into.size();
 }
 
-TDataFile TDataFile::CreateLoad(const std::filesystem::path& sFileName, std::stop_token stop, TInflateWay way) {
-  return CreateLoad([sFileName] { return std::make_unique<TInputFile>(sFileName); }, std::move(stop), way);
+TDataFile TDataFile::CreateLoad(const std::filesystem::path& sFileName, std::stop_token stop, TInflateWay way,
+                                TReadAhead ahead) {
+  return CreateLoad([sFileName] { return std::make_unique<TInputFile>(sFileName); }, std::move(stop), way, ahead);
 }
 
 TDataFile TDataFile::CreateLoad(std::function<std::unique_ptr<std::streambuf>()> open, std::stop_token stop,
-                                TInflateWay way) {
-  return TDataFile(std::make_unique<TInflateStream>(std::move(open), way, std::move(stop)));
+                                TInflateWay way, TReadAhead ahead) {
+  return TDataFile(std::make_unique<TInflateStream>(std::move(open), way, ahead, std::move(stop)));
 }
 
 TDataFile::TDataFile(std::unique_ptr<TInflateStream> stream) : ZipStream(std::move(stream)) {}

@@ -53,15 +53,19 @@ class TMemoryStream {
 // counts only if the stream ends well (TDataFile::EndedWell).
 enum class TInflateWay { Exact, Fast };
 
+// Whether a second thread reads and inflates while the first takes what was inflated: sooner done, for a little more
+// work in all.
+enum class TReadAhead { No, Yes };
+
 class TDataFile {
  public:
-  // Opens a regular file, by its path or by what `open` returns; a thread of its own does that and reads ahead. Throws
-  // EStreamError when it cannot be opened. Once `stop` is requested, this and every call that reads throws
-  // EKorvex(kReadCancelled) instead of waiting for the file, however long a read of the operating system blocks.
+  // Opens a regular file, by its path or by what `open` returns. Throws EStreamError when it cannot be opened. Once
+  // `stop` is requested, this and every call that reads throws EKorvex(kReadCancelled); reading ahead, instead of
+  // waiting for the file, however long a read of the operating system blocks.
   static TDataFile CreateLoad(const std::filesystem::path& sFileName, std::stop_token stop = {},
-                              TInflateWay way = TInflateWay::Exact);
+                              TInflateWay way = TInflateWay::Exact, TReadAhead ahead = TReadAhead::Yes);
   static TDataFile CreateLoad(std::function<std::unique_ptr<std::streambuf>()> open, std::stop_token stop = {},
-                              TInflateWay way = TInflateWay::Exact);
+                              TInflateWay way = TInflateWay::Exact, TReadAhead ahead = TReadAhead::Yes);
   // Creates or truncates the file and writes the header block. Throws EStreamError.
   static TDataFile CreateSave(const std::filesystem::path& sFileName) { return TDataFile(sFileName); }
   // Finishes a file being written as Close does, but cannot report a failure.

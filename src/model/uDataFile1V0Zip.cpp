@@ -43,6 +43,10 @@ class TInflateStream::TInflater {
     for (TChunk& chunk : FChunks) chunk.bytes = std::make_unique_for_overwrite<std::uint8_t[]>(kMaxTake + kChunkSize);
   }
 
+  // Without a thread: the taker does it all.
+  void Open() { FFile = FOpen(); }
+  TChunk& Inflate(std::size_t number);
+
   // The taker's side.
   void WaitUntilOpen(const std::stop_token& stop);
   TChunk& WaitForChunk(std::size_t number, const std::stop_token& stop);
@@ -56,7 +60,7 @@ class TInflateStream::TInflater {
   // Of a chunk that ended in an exception, such as a lack of memory.
   [[noreturn]] void RethrowError() const { std::rethrow_exception(FError); }
 
-  // The inflating thread.
+  // The thread.
   void Run();
 
  private:
@@ -89,6 +93,12 @@ class TInflateStream::TInflater {
   bool FEnded = false;
 };
 
+TInflateStream::TChunk& TInflateStream::TInflater::Inflate(std::size_t number) {
+  TChunk& chunk = ChunkOf(number);
+  Fill(chunk);
+  return chunk;
+}
+
 void TInflateStream::TInflater::WaitUntilOpen(const std::stop_token& stop) {
   std::unique_lock lock(FMutex);
   if (!FChanged.wait(lock, stop, [this] { return FOpened; })) throw EKorvex(kReadCancelled);
@@ -98,7 +108,6 @@ void TInflateStream::TInflater::WaitUntilOpen(const std::stop_token& stop) {
 TInflateStream::TChunk& TInflateStream::TInflater::WaitForChunk(std::size_t number, const std::stop_token& stop) {
   std::unique_lock lock(FMutex);
   FChanged.wait(lock, stop, [this, number] { return FInflated > number; });
-  if (stop.stop_requested()) throw EKorvex(kReadCancelled);
   return ChunkOf(number);
 }
 
@@ -128,7 +137,7 @@ bool TInflateStream::TInflater::Stopped() {
 
 void TInflateStream::TInflater::Run() {
   try {
-    FFile = FOpen();
+    Open();
   } catch (...) {
     FOpenError = std::current_exception();
   }
@@ -147,7 +156,7 @@ void TInflateStream::TInflater::InflateAll() {
       if (FStop) return;
     }
     try {
-      Fill(ChunkOf(number));
+      Inflate(number);
     } catch (...) {
       FError = std::current_exception();
       ChunkOf(number).end = TEnd::Failed;
@@ -209,10 +218,15 @@ TInflateStream::TEnd TInflateStream::TInflater::FillInput() {
   return count > 0 ? TEnd::None : TEnd::Damaged;  // the file ends before its stream does
 }
 
-TInflateStream::TInflateStream(TOpen open, TInflateWay way, std::stop_token stop) : FStop(std::move(stop)) {
+TInflateStream::TInflateStream(TOpen open, TInflateWay way, TReadAhead ahead, std::stop_token stop)
+    : FStop(std::move(stop)) {
   std::unique_ptr<IInflate> fast = way == TInflateWay::Fast ? MakeFastInflate() : nullptr;
   FChecks = fast == nullptr;
   FInflater = std::make_shared<TInflater>(std::move(open), fast ? std::move(fast) : MakeZlibInflate());
+  if (ahead == TReadAhead::No) {
+    FInflater->Open();
+    return;
+  }
   FThread = std::thread([inflater = FInflater] { inflater->Run(); });
   try {
     FInflater->WaitUntilOpen(FStop);
@@ -227,6 +241,7 @@ TInflateStream::~TInflateStream() {
 }
 
 void TInflateStream::EndThread() {
+  if (!FThread.joinable()) return;
   if (FInflater->End()) {
     FThread.join();
   } else {
@@ -244,7 +259,8 @@ std::span<const std::uint8_t> TInflateStream::Take(std::size_t count) {
 
 bool TInflateStream::NextChunk() {
   if (FEnd != TEnd::None) return false;
-  TChunk& chunk = FInflater->WaitForChunk(FNext, FStop);
+  TChunk& chunk = FThread.joinable() ? FInflater->WaitForChunk(FNext, FStop) : FInflater->Inflate(FNext);
+  if (FStop.stop_requested()) throw EKorvex(kReadCancelled);  // the chunk may not be filled
   if (chunk.end == TEnd::Failed) FInflater->RethrowError();
   std::uint8_t* const begin = chunk.bytes.get() + kMaxTake - FRest.size();
   std::ranges::copy(FRest, begin);

@@ -16,21 +16,22 @@
 
 #include "model/uDataFile1V0.h"
 
-// Reads and inflates on its own thread, a few chunks ahead of the one thread that takes the bytes, so parsing and the
-// checksum run at the same time. All bytes before an error are handed out before the error is reported.
+// Reads and inflates a file; one thread takes the bytes. All bytes before an error are handed out before the error is
+// reported.
 //
-// Only the inflating thread touches the file, and it owns nothing but the file and the chunks. So a read that blocks (a
-// dead share) blocks nobody: a stop request wakes the taker, and the destructor detaches a thread that is inside a
-// system call; it ends when that call returns.
+// Reading ahead, a thread of its own inflates a few chunks before they are taken, so parsing and the checksum run at
+// the same time. Only that thread touches the file, and it owns nothing but the file and the chunks. So a read that
+// blocks (a dead share) blocks nobody: a stop request wakes the taker, and the destructor detaches a thread that is
+// inside a system call; it ends when that call returns.
 class TInflateStream {
  public:
   static constexpr std::size_t kMaxTake = 64 * 1024;
 
-  // Runs on the inflating thread; the constructor throws what it throws.
+  // Runs on the thread that inflates; the constructor throws what it throws.
   using TOpen = std::function<std::unique_ptr<std::streambuf>()>;
 
   // Waits until `open` has returned. Throws what it throws, and EKorvex(kReadCancelled) when `stop` is requested first.
-  TInflateStream(TOpen open, TInflateWay way, std::stop_token stop);
+  TInflateStream(TOpen open, TInflateWay way, TReadAhead ahead, std::stop_token stop);
   ~TInflateStream();
   TInflateStream(const TInflateStream&) = delete;
   TInflateStream& operator=(const TInflateStream&) = delete;
@@ -47,7 +48,7 @@ class TInflateStream {
  private:
   enum class TEnd { None, Finished, Damaged, ReadFailed, Failed };
   struct TChunk;
-  class TInflater;  // the inflating thread's side, shared with it
+  class TInflater;  // the file's side, shared with the thread
 
   bool NextChunk();
   void EndThread();
@@ -59,7 +60,7 @@ class TInflateStream {
   TEnd FEnd = TEnd::None;               // of the chunk in use
   bool FChecks = true;                  // the taker computes the checksum
   uLong FChecksum = 1;                  // Adler-32 of the chunks up to it
-  std::thread FThread;
+  std::thread FThread;                  // if it reads ahead
 };
 
 // Deflates at the fastest level. Throws EStreamError when the file takes no more.

@@ -51,10 +51,13 @@ std::string WhyNotDisplayable(const TReadExtent& extent) {
 }
 
 TReadFileThread::TReadFileThread(std::uint64_t hWindow, std::filesystem::path InFile, std::uint64_t memoryBound,
-                                 TInflateWay way)
-    : FhWindow(hWindow), FInFile(std::move(InFile)), FMemoryBound(memoryBound), FWay(way), FThread([this] {
-        Execute();
-      }) {}
+                                 TInflateWay way, TReadAhead ahead)
+    : FhWindow(hWindow),
+      FInFile(std::move(InFile)),
+      FMemoryBound(memoryBound),
+      FWay(way),
+      FAhead(ahead),
+      FThread([this] { Execute(); }) {}
 
 TReadFileThread::~TReadFileThread() {
   Terminate();
@@ -111,7 +114,7 @@ void TReadFileThread::ReadBlocks(TInflateWay way) {
   MissionData.bValid = false;
   EventList.ValidCreator = false;
 
-  TDataFile file = OrCannotOpen([this, way] { return TDataFile::CreateLoad(FInFile, FStop.get_token(), way); });
+  TDataFile file = OrCannotOpen([this, way] { return TDataFile::CreateLoad(FInFile, FStop.get_token(), way, FAhead); });
   // Also when the read throws.
   struct TKeepExtent {
     const TDataFile& file;

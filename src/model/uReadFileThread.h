@@ -45,9 +45,9 @@ class TReadFileThread {
   // Starts at once. The read fails before the mission outgrows `memoryBound` bytes, see TBlockReader. Both ways to
   // inflate give the same mission and end: what is read fast from a stream that does not end well is read again.
   TReadFileThread(std::uint64_t hWindow, std::filesystem::path InFile, std::uint64_t memoryBound = kNoMemoryBound,
-                  TInflateWay way = TInflateWay::Fast);
-  // Asks the thread to end and waits for it. That takes no longer when the file is one whose reads block: then another
-  // thread, which knows nothing of the mission, is left behind in the read.
+                  TInflateWay way = TInflateWay::Fast, TReadAhead ahead = TReadAhead::Yes);
+  // Asks the thread to end and waits for it. Reading ahead, that takes no longer when the file is one whose reads
+  // block: then another thread, which knows nothing of the mission, is left behind in the read.
   ~TReadFileThread();
   TReadFileThread(const TReadFileThread&) = delete;
   TReadFileThread& operator=(const TReadFileThread&) = delete;
@@ -70,6 +70,7 @@ class TReadFileThread {
   std::filesystem::path FInFile;
   std::uint64_t FMemoryBound;
   TInflateWay FWay;
+  TReadAhead FAhead;
   std::int64_t FReported = 0;  // data blocks of the last message
   bool FEndedWell = false;     // the stream, and so what it gave is right
   TReadExtent FExtent;

@@ -18,21 +18,16 @@ std::string Signed(double difference, const std::string& size, const std::string
   return (difference < 0 ? "-" : "+") + size;
 }
 
-std::string AndUnit(std::string text, std::string_view unit) {
-  if (!unit.empty()) text += fmt::format(" {}", unit);
-  return text;
-}
-
 // `text` gives a size without its sign.
 template <class TWriter>
 TReferenceFigure Figure(std::string label, std::optional<double> here, std::optional<double> there, const TWriter& text,
                         std::string_view unit, std::optional<TVerdictQuestion> question) {
   TReferenceFigure figure{std::move(label), std::string(kNoFigure), std::string(kNoFigure), {}, question};
-  if (here) figure.here = AndUnit(text(*here), unit);
-  if (there) figure.there = AndUnit(text(*there), unit);
+  if (here) figure.here = WithUnit(text(*here), unit);
+  if (there) figure.there = WithUnit(text(*there), unit);
   if (here && there) {
     const double difference = *here - *there;
-    figure.delta = AndUnit(Signed(difference, text(std::fabs(difference)), text(0)), unit);
+    figure.delta = WithUnit(Signed(difference, text(std::fabs(difference)), text(0)), unit);
   }
   return figure;
 }
@@ -58,7 +53,7 @@ void AddSensors(const TReference& reference, const TVerdict& verdict, const TDis
     const auto low = Figure({}, sensor.min->value, there->min, text, {}, {});
     const auto high = Figure({}, sensor.max->value, there->max, text, {}, {});
     const auto both = [&](std::string TReferenceFigure::*part) {
-      return AndUnit(fmt::format("{} … {}", low.*part, high.*part), sensor.quantity->unit);
+      return WithUnit(fmt::format("{} … {}", low.*part, high.*part), sensor.quantity->unit);
     };
     figures.push_back({SensorLabel(*sensor.quantity, settings), both(&TReferenceFigure::here),
                        both(&TReferenceFigure::there), both(&TReferenceFigure::delta), TVerdictQuestion::OutOfLimits});

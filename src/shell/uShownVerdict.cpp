@@ -18,14 +18,9 @@ std::string Value(TQuantity quantity, double value, const TDisplaySettings& sett
   return MaskFloat(settings.FormatOf(quantity), value);
 }
 
-std::string WithUnit(const std::string& value, std::string_view unit) {
-  return unit.empty() ? value : fmt::format("{} {}", value, unit);
-}
-
 // "above 60 %RH", "above 60 %RH (default limit)".
 std::string Beyond(std::string_view side, std::string_view limit, std::string_view unit, TLimitSource source) {
-  return fmt::format("{} {}{}", side, WithUnit(std::string(limit), unit),
-                     source == TLimitSource::Default ? " (default limit)" : "");
+  return fmt::format("{} {}{}", side, WithUnit(limit, unit), source == TLimitSource::Default ? " (default limit)" : "");
 }
 
 // The user's name of an analog input; nothing for other quantities.

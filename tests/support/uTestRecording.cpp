@@ -19,11 +19,11 @@ namespace fs = std::filesystem;
 
 namespace {
 
-TOutcome ReadBy(TInflateWay way, const fs::path& path, std::uint64_t memoryBound) {
+TOutcome ReadBy(TInflateWay way, TReadAhead ahead, const fs::path& path, std::uint64_t memoryBound) {
   ClearMission();
   TRecordingPort port;
   const TPortHandle handle(port);
-  TReadFileThread thread(handle.Value(), path, memoryBound, way);
+  TReadFileThread thread(handle.Value(), path, memoryBound, way, ahead);
   thread.WaitFor();
   return {port.Messages, thread.Extent()};
 }
@@ -188,9 +188,8 @@ TTestRecording& TTestRecording::Data(const std::vector<TTestRecord>& records) {
 }
 
 TOutcome ReadFile(const fs::path& path, std::uint64_t memoryBound) {
-  const TOutcome exact = ReadBy(TInflateWay::Exact, path, memoryBound);
-  const std::string wanted = Everything(exact);
-  TOutcome outcome = ReadBy(TInflateWay::Fast, path, memoryBound);
+  const std::string wanted = Everything(ReadBy(TInflateWay::Exact, TReadAhead::No, path, memoryBound));
+  TOutcome outcome = ReadBy(TInflateWay::Fast, TReadAhead::Yes, path, memoryBound);
   EXPECT_TRUE(Everything(outcome) == wanted) << "the ways to inflate differ";
   return outcome;
 }
