@@ -24,6 +24,7 @@
 #include "export/uXlsxExports.h"
 #include "fleet/uFleetTables.h"
 #include "model/uReadFileThread.h"
+#include "platform/uMachineMemory.h"
 
 namespace {
 
@@ -218,6 +219,7 @@ TSpent TablesTime(const std::filesystem::path& file) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  TakeMemoryInLargeSteps();  // as the programs do
   const bool smoke = argc > 1 && std::string(argv[1]) == "--smoke";
   const std::uint32_t part = smoke ? 100 : 1;
   const int rounds = smoke ? 1 : 7;
