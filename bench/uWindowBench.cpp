@@ -28,6 +28,7 @@
 #include "gui/common/uTheme.h"
 #include "gui/mainform/KorvexMainForm.h"
 #include "gui/report/uReportRun.h"
+#include "platform/uMachineMemory.h"
 #include "shell/uOrderingCommands.h"
 
 namespace {
@@ -224,6 +225,7 @@ void Starts(const std::filesystem::path& demo) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  TakeMemoryInLargeSteps();  // as the programs do
   const bool smoke = argc > 1 && std::string(argv[1]) == "--smoke";
   qputenv("QT_QPA_PLATFORM", "offscreen");
   QApplication application(argc, argv);

@@ -171,6 +171,7 @@ int Run(const TArguments& arguments, const char* programName) {
 int main(int argc, char** argv) {
   SurviveFileSizeLimit();
   RaiseOpenFileLimit();
+  TakeMemoryInLargeSteps();
   UseUtf8Streams();
   try {
     const TArguments arguments = Parse(ProgramArguments(argc, argv));

@@ -4,6 +4,7 @@
 #include <system_error>
 
 #include "cli/uKshock.h"
+#include "platform/uMachineMemory.h"
 #include "platform/uProcessLimits.h"
 #include "platform/uProgram.h"
 #include "platform/uTerminal.h"
@@ -11,6 +12,7 @@
 int main(int argc, char** argv) try {
   SurviveFileSizeLimit();
   RaiseOpenFileLimit();
+  TakeMemoryInLargeSteps();
   UseUtf8Streams();
   const auto toErr = [](std::string_view text) { std::fwrite(text.data(), 1, text.size(), stderr); };
   const auto toOut = [](std::string_view text) {

@@ -14,6 +14,7 @@
 namespace {
 
 constexpr std::uint64_t kNoLimit = std::numeric_limits<std::uint64_t>::max();
+constexpr int kLargeStep = 32 * 1024 * 1024;
 
 // The number in a file; no limit when there is no such file or it says "max".
 std::uint64_t LimitIn(const std::filesystem::path& file) {
@@ -72,6 +73,10 @@ std::uint64_t MissionMemoryBytes() {
 }
 
 #ifdef M_MMAP_THRESHOLD
+void TakeMemoryInLargeSteps() {
+  mallopt(M_TOP_PAD, kLargeStep);
+}
+
 // Blocks from the threshold on are mapped and cost nothing until they are used; smaller ones are cleared on the heap.
 // Unless it is set, the allocator raises the threshold up to 32 MiB as blocks are freed.
 TSparseBlocks::TSparseBlocks() {
@@ -82,6 +87,7 @@ TSparseBlocks::~TSparseBlocks() {
   mallopt(M_MMAP_THRESHOLD, 32 * 1024 * 1024);
 }
 #else
+void TakeMemoryInLargeSteps() {}
 TSparseBlocks::TSparseBlocks() = default;
 TSparseBlocks::~TSparseBlocks() = default;
 #endif

@@ -11,5 +11,7 @@ std::uint64_t MissionMemoryBytes() {
   return std::min({memory.ullTotalPhys, memory.ullAvailPhys, memory.ullAvailPageFile, memory.ullAvailVirtual}) / 4 * 3;
 }
 
+void TakeMemoryInLargeSteps() {}
+
 TSparseBlocks::TSparseBlocks() = default;
 TSparseBlocks::~TSparseBlocks() = default;
