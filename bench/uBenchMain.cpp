@@ -148,8 +148,7 @@ void InflateOnly(const std::filesystem::path& file) {
   inflateEnd(&zip);
 }
 
-void Read(const std::filesystem::path& file, TInflateWay way = TInflateWay::Fast,
-          TReadAhead ahead = TReadAhead::Yes) {
+void Read(const std::filesystem::path& file, TInflateWay way = TInflateWay::Fast, TReadAhead ahead = TReadAhead::Yes) {
   TReadFileThread(0, file, TReadFileThread::kNoMemoryBound, way, ahead).WaitFor();
 }
 
@@ -264,8 +263,7 @@ int main(int argc, char** argv) {
       [&fewer] { return TablesTime(fewer); });
   PrintRatio(
       "a fleet's rows of 1,000 events × 550, 12 × 137,500 readings / reading", 0.5, rounds,
-      [] { return SpentOn(SumUp); },
-      [&usual] { return ReadingTime(usual, TInflateWay::Fast, TReadAhead::No); });
+      [] { return SpentOn(SumUp); }, [&usual] { return ReadingTime(usual, TInflateWay::Fast, TReadAhead::No); });
   PrintTransformTime(1, rounds);
   PrintResponseRatio(0.7, rounds);
   PrintEnvelopeRatio(1.4, rounds, smoke ? 10 : 1000);
