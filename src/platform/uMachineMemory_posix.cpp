@@ -75,6 +75,7 @@ std::uint64_t MissionMemoryBytes() {
 #ifdef M_MMAP_THRESHOLD
 void TakeMemoryInLargeSteps() {
   mallopt(M_TOP_PAD, kLargeStep);
+  mallopt(M_MMAP_THRESHOLD, kLargeStep);  // a smaller block would take new pages each time
 }
 
 // Blocks from the threshold on are mapped and cost nothing until they are used; smaller ones are cleared on the heap.
@@ -84,7 +85,7 @@ TSparseBlocks::TSparseBlocks() {
 }
 
 TSparseBlocks::~TSparseBlocks() {
-  mallopt(M_MMAP_THRESHOLD, 32 * 1024 * 1024);
+  mallopt(M_MMAP_THRESHOLD, kLargeStep);
 }
 #else
 void TakeMemoryInLargeSteps() {}

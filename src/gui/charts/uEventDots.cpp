@@ -7,12 +7,12 @@
 
 namespace {
 
-constexpr double kRadius = 3;              // px, of one event
 constexpr double kCell = 3;                // px; two dots in one cell overlap
 constexpr double kNumberRoom = 3;          // px around the number of a group
 constexpr double kGroupNumberSize = 0.88;  // of the chart's font
 constexpr double kApart = 4;               // px around a group, so that its number stays legible
-constexpr std::size_t kMaxSmooth = 5000;
+constexpr std::size_t kMaxDrawn = 1000;    // dots of their own; more are stamped
+constexpr std::size_t kMaxShapes = 5000;
 
 // At most four characters.
 QString NumberText(std::size_t count) {
@@ -51,7 +51,8 @@ void TEventDots::Absorb() {
 }
 
 bool TEventDots::IsCrowd(const QCPPainter& painter) const {
-  return !FAbsorption && FDots.size() > kMaxSmooth && !painter.modes().testFlag(QCPPainter::pmVectorized);
+  return !FAbsorption && FDots.size() > (FShapes ? kMaxShapes : kMaxDrawn) &&
+         !painter.modes().testFlag(QCPPainter::pmVectorized);
 }
 
 QImage TEventDots::Canvas(const QCPPainter& painter) const {
@@ -60,22 +61,6 @@ QImage TEventDots::Canvas(const QCPPainter& painter) const {
   canvas.setDevicePixelRatio(ratio);
   canvas.fill(Qt::transparent);
   return canvas;
-}
-
-void TEventDots::Stamp(QImage& canvas, const TDot& dot, QRgb ink) const {
-  const double ratio = canvas.devicePixelRatio();
-  const double x = (dot.x - FArea.left()) * ratio;
-  const double y = (dot.y - FArea.top()) * ratio;
-  const double radius = kRadius * ratio;
-  const int top = std::max(0, static_cast<int>(std::ceil(y - radius)));
-  const int bottom = std::min(canvas.height() - 1, static_cast<int>(std::floor(y + radius)));
-  for (int row = top; row <= bottom; ++row) {
-    const double half = std::sqrt(std::max(0.0, radius * radius - (row - y) * (row - y)));
-    const int left = std::max(0, static_cast<int>(std::ceil(x - half)));
-    const int right = std::min(canvas.width() - 1, static_cast<int>(std::floor(x + half)));
-    auto* const pixels = reinterpret_cast<QRgb*>(canvas.scanLine(row));
-    for (int column = left; column <= right; ++column) pixels[column] = ink;
-  }
 }
 
 void TEventDots::PaintSingles(QCPPainter& painter, const QList<QPointF>& dots, TMarker marker,

@@ -9,6 +9,7 @@
 
 #include "analysis/uPointAbsorption.h"
 #include "gui/charts/uChartLabels.h"
+#include "gui/charts/uDotStamp.h"
 #include "gui/charts/uLegendRow.h"
 
 // By TSeries.
@@ -44,12 +45,13 @@ class TEventDots {
   void Clear() { FDots = {}; }
 
  private:
+  static constexpr double kRadius = 3;  // px, of one event
+
   [[nodiscard]] double RadiusOf(std::size_t count) const;
   void Absorb();
-  // Very many dots of their own, without the smoothing that nobody sees in a crowd.
+  // Many dots of their own, which are stamped: each takes a tenth of the time of drawing it. All are circles.
   [[nodiscard]] bool IsCrowd(const QCPPainter& painter) const;
   [[nodiscard]] QImage Canvas(const QCPPainter& painter) const;
-  void Stamp(QImage& canvas, const TDot& dot, QRgb ink) const;
   void PaintSingles(QCPPainter& painter, const QList<QPointF>& dots, TMarker marker, const QColor& ink) const;
   void PaintGroup(QCPPainter& painter, const TDot& dot, const QColor& ink, const QColor& ground) const;
 
@@ -68,7 +70,11 @@ void TEventDots::Paint(QCPPainter& painter, const std::vector<QColor>& inks, con
   Absorb();
   if (IsCrowd(painter)) {
     QImage canvas = Canvas(painter);
-    for (const TDot& dot : FDots) Stamp(canvas, dot, inks[kindOf(dot.item)].rgb());
+    const TDotStamp stamp(canvas, kRadius * canvas.devicePixelRatio());
+    for (const TDot& dot : FDots) {
+      const QPointF middle = QPointF(dot.x, dot.y) - FArea.topLeft();
+      stamp.Press(middle * canvas.devicePixelRatio(), inks[kindOf(dot.item)].rgb());
+    }
     painter.drawImage(FArea.topLeft(), canvas);
     return;
   }
