@@ -25,6 +25,7 @@
 #include "fleet/uFleetTables.h"
 #include "model/uReadFileThread.h"
 #include "platform/uMachineMemory.h"
+#include "platform/uProcessLimits.h"
 
 namespace {
 
@@ -220,7 +221,8 @@ TSpent TablesTime(const std::filesystem::path& file) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  TakeMemoryInLargeSteps();  // as the programs do
+  RaiseOpenFileLimit();  // as the programs do
+  TakeMemoryInLargeSteps();
   const bool smoke = argc > 1 && std::string(argv[1]) == "--smoke";
   const std::uint32_t part = smoke ? 100 : 1;
   const int rounds = smoke ? 1 : 7;

@@ -62,5 +62,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   } catch (const std::exception& refused) {
     Require(refused.what()[0] != '\0');
   }
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);  // tab bars that are not needed any more
   return 0;
 }

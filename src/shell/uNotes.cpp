@@ -167,22 +167,25 @@ struct TNotes::TContent {
   json document;
 };
 
-TNotedEvents::TNotedEvents(const TEventList& events) {
-  FStarts.reserve(events.Count());
-  for (std::size_t i = 0; i < events.Count(); ++i) {
-    const TEvent& event = events.GetItem(i);
-    FStarts.push_back({DateTimeOf(events.StartTime, event.GetStartTime()), i, event.ID});
+const std::vector<TNotedEvents::TStart>& TNotedEvents::Starts() const {
+  if (!FStarts.empty()) return FStarts;
+  FStarts.reserve(FEvents.Count());
+  for (std::size_t i = 0; i < FEvents.Count(); ++i) {
+    const TEvent& event = FEvents.GetItem(i);
+    FStarts.push_back({DateTimeOf(FEvents.StartTime, event.GetStartTime()), i, event.ID});
   }
   std::erase_if(FStarts, [](const TStart& start) { return !std::isfinite(start.time); });
   std::ranges::stable_sort(FStarts, {}, &TStart::time);
+  return FStarts;
 }
 
 std::optional<std::size_t> TNotedEvents::Of(const TNote& note) const {
   std::optional<std::size_t> found;
   if (!note.event || !note.span) return found;
   const double begin = note.span->start;
-  for (auto start = std::ranges::lower_bound(FStarts, begin - 2 * kHalfMs, {}, &TStart::time);
-       start != FStarts.end() && start->time <= begin + 2 * kHalfMs; ++start) {
+  const std::vector<TStart>& starts = Starts();
+  for (auto start = std::ranges::lower_bound(starts, begin - 2 * kHalfMs, {}, &TStart::time);
+       start != starts.end() && start->time <= begin + 2 * kHalfMs; ++start) {
     if (!found || start->id == *note.event) found = start->event;
   }
   return found;

@@ -27,11 +27,12 @@ struct TNote {
   bool operator==(const TNote&) const = default;
 };
 
-// Finds the events that notes are on. Borrows nothing.
+// Finds the events that notes are on. The events are sorted when the first note on one is asked for: most recordings
+// have none. One thread at a time.
 class TNotedEvents {
  public:
-  TNotedEvents() = default;
-  explicit TNotedEvents(const TEventList& events);
+  // Borrows the list.
+  explicit TNotedEvents(const TEventList& events) : FEvents(events) {}
 
   // The event of that start, of several the one with the note's ID; nothing when the recording has no such event.
   [[nodiscard]] std::optional<std::size_t> Of(const TNote& note) const;
@@ -42,7 +43,10 @@ class TNotedEvents {
     std::size_t event;
     std::int32_t id;
   };
-  std::vector<TStart> FStarts;  // in the order of time
+  [[nodiscard]] const std::vector<TStart>& Starts() const;
+
+  const TEventList& FEvents;
+  mutable std::vector<TStart> FStarts;  // in the order of time; see Starts
 };
 
 // What a note is on: "event 5, 2026-03-04 13:26:11", the times of its span, or nothing for the whole recording. An

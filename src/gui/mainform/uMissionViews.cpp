@@ -138,11 +138,9 @@ void TMissionViews::ShowNotes(const TShownMission& mission) {
 
 std::vector<TChartFlag> TMissionViews::NoteFlags(const TShownMission& mission) const {
   constexpr qsizetype kMaxText = 300;  // characters, of a tip
-  const std::vector<TNote> notes = SortedNotes(mission);
-  if (notes.empty()) return {};
   std::vector<TChartFlag> flags;
   const TNotedEvents events(mission.Events);
-  for (const TNote& note : notes) {
+  for (const TNote& note : SortedNotes(mission)) {
     if (!note.span) continue;
     // An event's flag is as narrow as its line.
     const TTimeSpan span = note.event ? TTimeSpan{note.span->start, note.span->start} : *note.span;

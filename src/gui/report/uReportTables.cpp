@@ -263,11 +263,10 @@ void AddNotes(TPageFlow& flow, const TReportData& data) {
   constexpr qsizetype kMaxText = 2500;  // characters
   const TShownMission& mission = data.Mission();
   const TRange& time = data.config.time;
-  const std::vector<TNote> notes = SortedNotes(mission);
-  const TNotedEvents events = notes.empty() ? TNotedEvents() : TNotedEvents(mission.Events);  // sorts all events
+  const TNotedEvents events(mission.Events);
   QStringList lines;
   if (!mission.Notes.problem.empty()) lines << AsSentence(mission.Notes.problem);
-  for (const TNote& note : notes) {
+  for (const TNote& note : SortedNotes(mission)) {
     if (note.span && ((time.from && note.span->end < *time.from) || (time.to && note.span->start > *time.to))) continue;
     lines << ShownText(NoteSentence(note, events), kMaxText);
   }
