@@ -167,6 +167,16 @@ TEST_F(Overview, ChartsAndListShareTheHeight) {
   EXPECT_GE(RowsInSight("dbgMostImportant"), 2);
 }
 
+TEST_F(Overview, AChartWithoutDataLeavesItsHeightToTheOther) {
+  Start(Save("shocks.kshock", RisingEvents(3)));
+  FForm->resize(1280, 800);
+  Settle();
+  EXPECT_GT(Find("Chart1")->height(), 2 * Find("ChartAllSensors")->height());
+  FForm->Flow().Open(Save("three.kshock", ThreeEvents()).toStdString());
+  Settle();
+  EXPECT_NEAR(Find("Chart1")->height(), Find("ChartAllSensors")->height(), 30) << "which has the dates";
+}
+
 TEST_F(Overview, TheSelectedEventIsInSightOrNamedInALine) {
   Start(Save("rising.kshock", RisingEvents(15)));
   Find<QAction>("actSetViewOverview")->trigger();

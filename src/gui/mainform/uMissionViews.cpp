@@ -93,6 +93,7 @@ void TMissionViews::PopulateChartSeries(const TShownMission& mission) {
                                                               FParts.overview->ChartAllSensors()}) {
     chart->Range().SetRecordingSpan(FParts.docks.ChartNavigator->Range().Full());
   }
+  FParts.overview->FitToData();
 }
 
 void TMissionViews::UpdateKorvexUI(TShownMission& mission) {

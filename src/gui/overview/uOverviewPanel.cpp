@@ -30,7 +30,8 @@ struct TRoom {
   int chart;
 };
 constexpr TRoom kRooms[] = {{3, 60}, {5, 90}, {10, 150}};
-constexpr int kAroundDates = 6;  // px, below the lower chart
+constexpr int kAroundDates = 6;  // px, below the dates
+constexpr int kEmptyChart = 60;  // px, of one that only says what is missing
 constexpr int kListSpacing = 2;
 
 // Says when its height changed and its parts were laid out.
@@ -56,7 +57,7 @@ TMainOverviewPanel::TMainOverviewPanel(QWidget* parent)
       FVerdict(new TVerdictStrip(this)),
       FSplitter(new TOverviewSplitter(
           [this] {
-            if (FSharesHeight) ShareHeight();
+            FitToData();
             UpdateSelectedLine();
           },
           this)),
@@ -155,8 +156,16 @@ void TMainOverviewPanel::ShareHeight() {
     FSplitter->refresh();  // it keeps the least heights of its parts
   }
   const int list = rows > 0 ? around + rows * row : 0;
-  const int chart = std::max(0, room - list - dates) / 2;
-  FSplitter->setSizes({chart, chart + dates, title + list});
+  const int charts = std::max(0, room - list);
+  const bool hasEvents = FChart1->HasData();
+  const bool hasSensors = FChartAllSensors->HasData();
+  int upper = (charts - dates) / 2;
+  if (hasEvents != hasSensors) upper = std::clamp(hasEvents ? charts - kEmptyChart : kEmptyChart, 0, charts);
+  FSplitter->setSizes({upper, charts - upper, title + list});
+}
+
+void TMainOverviewPanel::FitToData() {
+  if (FSharesHeight) ShareHeight();
 }
 
 void TMainOverviewPanel::resizeEvent(QResizeEvent* event) {

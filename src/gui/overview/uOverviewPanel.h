@@ -32,6 +32,8 @@ class TMainOverviewPanel : public QWidget {
   // The words of that line; the list stays where it is.
   void SetSelectedWords(const QString& words);
 
+  // The charts show other data: one that has none leaves its height to the other.
+  void FitToData();
   // Gives the list its share of the height, now and whenever the height changes; or leaves the splitter as it is.
   void SetSharesHeight(bool shares);
 
