@@ -3,11 +3,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QPainter>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
 #include <random>
 
+#include "gui/charts/uDotStamp.h"
 #include "gui/charts/uEventsChart.h"
 #include "gui/charts/uSelectedEventChart.h"
 #include "gui/charts/uSensorsChart.h"
@@ -394,7 +396,39 @@ TEST_P(EventPoints, ShowEveryEventWithoutAbsorption) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Counts, EventPoints, testing::Values(2000, 60000));
+INSTANTIATE_TEST_SUITE_P(Counts, EventPoints, testing::Values(800, 60000));
+
+// Also over other dots, and where the picture cuts a dot.
+TEST(DotStamp, GivesThePictureThatDrawingGives) {
+  constexpr double kRadius = 4.5;
+  const std::pair<QPointF, QRgb> dots[] = {{{20, 20}, 0xFF0000FF},
+                                           {{23.25, 18.5}, 0xFFFF0000},
+                                           {{12.75, 22}, 0xFF008000},
+                                           {{0.5, 30.25}, 0xFF000000},
+                                           {{39.5, 0}, 0xFF00FFFF}};
+  QImage stamped(40, 40, QImage::Format_ARGB32_Premultiplied);
+  stamped.fill(Qt::transparent);
+  QImage drawn = stamped;
+  QPainter painter(&drawn);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(Qt::NoPen);
+  const TDotStamp stamp(stamped, kRadius);
+  for (const auto& [middle, ink] : dots) {
+    stamp.Press(middle, ink);
+    painter.setBrush(QColor(ink));
+    painter.drawEllipse(middle, kRadius, kRadius);
+  }
+  for (int y = 0; y < 40; ++y) {
+    for (int x = 0; x < 40; ++x) {
+      const QColor is = stamped.pixelColor(x, y);
+      const QColor was = drawn.pixelColor(x, y);
+      EXPECT_NEAR(is.alpha(), was.alpha(), 40) << x << ' ' << y;
+      if (was.alpha() == 255) {
+        EXPECT_NEAR(is.red(), was.red(), 50) << x << ' ' << y;
+      }
+    }
+  }
+}
 
 class SensorMarks : public testing::Test {
  protected:
