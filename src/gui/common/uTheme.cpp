@@ -51,6 +51,9 @@ constexpr auto kSheet = R"(
   QListView, QTreeView { selection-background-color: %tint; selection-color: %ink; }
   QHeaderView { background: %surface; border: none; padding: 0; }
   QHeaderView::section { background: %surface; color: %secondary; border: none; padding: 4px 6px; font-weight: 600; }
+  /* Rising numbers have an arrow that points up on every system; to the toolkit they are "down". */
+  QHeaderView::down-arrow { image: url(%up); width: 12px; height: 12px; }
+  QHeaderView::up-arrow { image: url(%down); width: 12px; height: 12px; }
   QTableCornerButton::section { background: %surface; border: none; }
 
   QTabWidget::pane { border: none; }
