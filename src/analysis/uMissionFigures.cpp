@@ -17,7 +17,7 @@ TFigure Figure(std::string label, std::string text) {
 
 std::string SensorText(const TSensorSummary& sensor, const TQuantityRow* known, const TFormats& formats) {
   if (sensor.count == 0) return "no readings";
-  if (!sensor.minimum) return fmt::format("{} readings, none a number", sensor.count);
+  if (!sensor.minimum) return Counted(sensor.count, "reading") + ", none a number";
   const std::string_view mask = known != nullptr && known->quantity ? formats(*known->quantity) : "0.###";
   return fmt::format("{} readings, {} to {}{}{}", sensor.count, MaskFloat(mask, *sensor.minimum),
                      MaskFloat(mask, *sensor.maximum), sensor.unit.empty() ? "" : " ", sensor.unit);

@@ -56,11 +56,12 @@ struct TArguments {
   [[nodiscard]] bool ShowsWindow() const { return !wrong && !help && !version && !snapshotFolder && !reportFile; }
 };
 
-// Invalid for a text that is not a width and a height of up to four digits.
+// Invalid for a text that is not a width and a height of up to four digits, or for less than the window takes.
 QSize SizeOf(const std::string& text) {
   static const QRegularExpression form("^(\\d{1,4})x(\\d{1,4})$");
   const auto match = form.match(QtText(text));
-  return match.hasMatch() ? QSize(match.captured(1).toInt(), match.captured(2).toInt()) : QSize();
+  const QSize size(match.captured(1).toInt(), match.captured(2).toInt());
+  return size.width() >= 900 && size.height() >= 600 ? size : QSize();
 }
 
 // What follows --report: nothing is left over, because a misspelt option would change what the report says.

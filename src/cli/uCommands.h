@@ -81,9 +81,9 @@ TStatus NotesCommand(const std::string& file, const std::string& to, const std::
 struct TFleetRequest {
   std::vector<std::string> given;  // files and folders; when merging: parts
   std::string out;
-  std::string format = "sqlite";  // or "csv", "jsonl"
-  std::string filesFrom;          // a file with more of them, "-": standard input
-  bool isNulSeparated = false;    // else a line each
+  std::string format;           // "sqlite", "csv", "jsonl"; empty: that of OUT, of a new one by its ending, else SQLite
+  std::string filesFrom;        // a file with more of them, "-": standard input
+  bool isNulSeparated = false;  // else a line each
   std::size_t jobs = 1;
   std::size_t shard = 1, shardCount = 1;  // every shardCount-th file, from this one on
   bool analysis = false;

@@ -1,5 +1,6 @@
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cmath>
 #include <optional>
 #include <stdexcept>
@@ -27,6 +28,9 @@ std::optional<TTimeSpan> SpanOf(const TTimeSpan& whole, const std::string& from,
     }
     *end = *time;
   }
+  // A time outside the recording leaves nothing beyond it.
+  if (to.empty()) span.end = std::max(span.start, span.end);
+  if (from.empty()) span.start = std::min(span.start, span.end);
   if (span.IsValid()) return span;
   Complain(console, to, "The end lies before the beginning.");
   return std::nullopt;

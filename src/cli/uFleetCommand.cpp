@@ -117,17 +117,33 @@ TFleetRows Analyse(const TFleetEntry& entry, const TFleetOptions& options) {
   return FleetRowsOf(file, nullptr, options);
 }
 
+constexpr std::string_view kSqlite = "sqlite";
+constexpr std::string_view kCsv = "csv";
+constexpr std::string_view kJsonLines = "jsonl";
+
+// Of a file of tables, by how it begins; of another by its ending.
+std::string_view FormatOf(const fs::path& path) {
+  std::string begin(16, '\0');
+  std::ifstream file;
+  if (std::error_code error; fs::is_regular_file(path, error)) file.open(path, std::ios::binary);
+  file.read(begin.data(), static_cast<std::streamsize>(begin.size()));
+  if (file.gcount() == 0) {
+    const fs::path ending = path.extension();
+    return ending == ".csv" ? kCsv : ending == ".jsonl" ? kJsonLines : kSqlite;
+  }
+  return begin.starts_with("SQLite format 3") ? kSqlite : begin.starts_with('{') ? kJsonLines : kCsv;
+}
+
 // A file of tables as a database: itself, or a temporary one that its rows are read into.
 class TFinishedTables {
  public:
   TFinishedTables(const fs::path& path, const fs::path& scratchFolder) : FPath(path) {
-    std::string begin(16, '\0');
-    std::ifstream(path, std::ios::binary).read(begin.data(), static_cast<std::streamsize>(begin.size()));
-    if (begin.starts_with("SQLite format 3")) return;
+    const std::string_view format = FormatOf(path);
+    if (format == kSqlite) return;
     FImported.emplace(scratchFolder);
     FPath = FImported->Path();
     TFleetDatabase database(FPath);
-    begin.starts_with('{') ? ReadFleetJsonLines(path, database) : ReadFleetCsv(path, database);
+    format == kJsonLines ? ReadFleetJsonLines(path, database) : ReadFleetCsv(path, database);
     database.Finish();
   }
   [[nodiscard]] const fs::path& Path() const { return FPath; }
@@ -140,7 +156,7 @@ class TFinishedTables {
 // Replaces OUT by what `fill` puts into a database.
 void WriteOut(const TFleetRequest& request, const std::function<void(TFleetDatabase&)>& fill) {
   const fs::path out = PathFromUtf8(request.out);
-  if (request.format == "sqlite") {
+  if (request.format == kSqlite) {
     WriteBesideAndRename(out, [&](const fs::path& path) {
       TFleetDatabase database(path);
       fill(database);
@@ -152,7 +168,7 @@ void WriteOut(const TFleetRequest& request, const std::function<void(TFleetDatab
   TFleetDatabase database(part.Path());
   fill(database);
   database.Finish();
-  request.format == "csv" ? WriteFleetCsv(database, out) : WriteFleetJsonLines(database, out);
+  request.format == kCsv ? WriteFleetCsv(database, out) : WriteFleetJsonLines(database, out);
 }
 
 TStatus Merge(const TFleetRequest& request, const TConsole& console) {
@@ -204,9 +220,10 @@ TStatus Collect(const TFleetRequest& request, const TConsole& console) {
       toRead.push_back(std::move(entry));
     }
   }
-  console.out(fmt::format("{} recordings: {} as before, {} read\n", unchanged.size() + toRead.size(), unchanged.size(),
-                          toRead.size()));
-  if (toRead.empty() && !unchanged.empty() && unchanged.size() == earlier.known.size()) return TStatus::Done;
+  console.out(fmt::format("{}: {} as before, {} read\n", Counted(unchanged.size() + toRead.size(), "recording"),
+                          unchanged.size(), toRead.size()));
+  const bool isSame = toRead.empty() && !unchanged.empty() && unchanged.size() == earlier.known.size();
+  if (isSame && FormatOf(PathFromUtf8(request.out)) == request.format) return TStatus::Done;
   WriteOut(request, [&](TFleetDatabase& database) {
     if (!unchanged.empty()) database.TakeFrom(earlier.tables->Path(), unchanged);
     if (request.jobs > 1 && toRead.size() > 1) {
@@ -224,7 +241,9 @@ TStatus Collect(const TFleetRequest& request, const TConsole& console) {
 
 }  // namespace
 
-TStatus FleetCommand(const TFleetRequest& request, const TConsole& console) {
+TStatus FleetCommand(const TFleetRequest& asked, const TConsole& console) {
+  TFleetRequest request = asked;
+  if (request.format.empty()) request.format = FormatOf(PathFromUtf8(request.out));
   try {
     return request.isMerge ? Merge(request, console) : Collect(request, console);
   } catch (const EInput& error) {

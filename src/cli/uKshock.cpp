@@ -236,7 +236,7 @@ class TCommandLine {
     command->add_option("--to", FFleet.out, "File to write; files that it has already are read again only if changed")
         ->required()
         ->type_name("OUT");
-    command->add_option("--format", FFleet.format, "sqlite unless given")
+    command->add_option("--format", FFleet.format, "Unless given that of OUT; of a new one by its ending; else sqlite")
         ->check(CLI::IsMember({"sqlite", "csv", "jsonl"}))
         ->type_name("NAME");
     CLI::Option* from =
@@ -258,8 +258,12 @@ class TCommandLine {
         ->type_name("FILE.ini");
     command->add_flag("--merge", FFleet.isMerge, "The files are such tables; put them together")->excludes(from);
     command->callback([this, given, from] {
-      if (given->empty() && from->empty()) throw CLI::ValidationError("There is no FILE and no --files-from.");
-      FFleet.jobs = std::clamp<std::size_t>(FFleet.jobs, 1, 256);
+      if (given->empty() && from->empty()) {
+        throw CLI::ValidationError(FFleet.isMerge ? "There is no table to merge."
+                                                  : "There is no FILE and no --files-from.");
+      }
+      if (FFleet.jobs == 0) throw CLI::ValidationError("--jobs is 1 or more.");
+      FFleet.jobs = std::min<std::size_t>(FFleet.jobs, 256);
       FStatus = FleetCommand(FFleet, FConsole);
     });
   }

@@ -33,7 +33,7 @@ class ESourceError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-std::ifstream OpenSource(const std::filesystem::path& path) {
+std::ifstream OpenSource(const std::filesystem::path& path, std::string_view what) {
   std::error_code error;
   const bool isFile = std::filesystem::is_regular_file(path, error);
   std::ifstream file;
@@ -43,7 +43,7 @@ std::ifstream OpenSource(const std::filesystem::path& path) {
   const std::string reason = error     ? MessageOf(error)
                              : !isFile ? "it is no regular file"
                                        : std::generic_category().message(errno);
-  throw ESourceError(fmt::format("{} cannot be opened: {}.", Utf8FromPath(path), reason));
+  throw ESourceError(fmt::format("{} cannot be opened: {}.", what, reason));
 }
 
 // Views into the line.
@@ -82,11 +82,13 @@ std::uint32_t ParseReading(std::string_view cell, std::size_t line) {
 // Nothing in a description is nested deeper; a hostile one could exhaust the stack.
 constexpr int kMaxDepth = 8;
 
-json ParseSource(std::istream& source) {
+json ParseSource(std::istream& source) try {
   return json::parse(source, [](int depth, json::parse_event_t, const json&) {
     if (depth > kMaxDepth) throw ESourceError("The source is nested too deep.");
     return true;
   });
+} catch (const json::parse_error& error) {
+  throw ESourceError(fmt::format("The source is no JSON; byte {} is not understood.", error.byte));
 }
 
 // Every name in an object must be one of the known.
@@ -189,11 +191,11 @@ TStatus MakeCommand(const std::string& source, const std::string& out, const TCo
   try {
     const std::filesystem::path sourcePath = PathFromUtf8(source);
     const std::filesystem::path outPath = PathFromUtf8(out);
-    std::ifstream sourceFile = OpenSource(sourcePath);
+    std::ifstream sourceFile = OpenSource(sourcePath, "The source");
     const TMakeSource description = ParseDescription(ParseSource(sourceFile));
     // A path in the source is meant from the source's own folder.
     const auto recordsPath = sourcePath.parent_path() / PathFromUtf8(description.records);
-    std::ifstream records = OpenSource(recordsPath);
+    std::ifstream records = OpenSource(recordsPath, Utf8FromPath(recordsPath));
     for (const auto& input : {sourcePath, recordsPath}) {
       if (IsSameFile(outPath, input)) {
         Complain(console, out, "A recording cannot replace what it is made from.");

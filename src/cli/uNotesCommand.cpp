@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include "base/uFiles.h"
+#include "base/uText.h"
 #include "cli/uCommands.h"
 #include "cli/uRecording.h"
 #include "platform/uSafeFile.h"
@@ -44,7 +45,7 @@ TStatus TakeLabels(const TRecording& recording, const std::string& file, const s
     Complain(console, file, fmt::format("The notes cannot be written: {}", ReasonOf(error)));
     return TStatus::CannotWrite;
   }
-  console.out(fmt::format("{} notes added, {} already there\n", taken.added, taken.known));
+  console.out(fmt::format("{} added, {} already there\n", Counted(taken.added, "note"), taken.known));
   return TStatus::Done;
 }
 

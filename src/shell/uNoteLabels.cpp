@@ -56,6 +56,8 @@ double SecondsIn(std::string_view field, std::size_t line) {
 
 std::vector<TLabel> ParseLabels(std::string_view text) {
   std::vector<TLabel> labels;
+  const std::string utf8 = IsUtf8(text) ? std::string() : Windows1252ToUtf8(text);  // as older programs write it
+  if (!utf8.empty()) text = utf8;
   bool isEventTable = false;
   for (std::size_t number = 1; !text.empty(); ++number) {
     std::string_view line = TakeUntil(text, "\n");

@@ -252,8 +252,10 @@ std::string VerdictSentence(const TVerdict& verdict, const TDisplaySettings& set
   const bool saidAll = verdict.clipped.size() == 1 && verdict.peak->clipped;
   if (!saidAll) AppendClause(sentence, ClippedText(verdict));
   AppendClause(sentence, verdict.above ? SensorsClause(verdict, settings) : ExtremesClause(verdict, settings));
-  if (verdict.damaged)
-    AppendClause(sentence, "the recording was not read whole, and only what could be read is judged");
+  if (verdict.damaged) {
+    AppendClause(sentence, fmt::format("the recording was not read whole{}",
+                                       verdict.above ? ", and only what could be read is judged" : ""));
+  }
   return sentence;
 }
 
@@ -279,8 +281,11 @@ std::string JudgementSentence(const TJudgement& judgement, const TVerdict& verdi
                               const TDisplaySettings& settings, bool filtered) {
   std::string clauses;
   for (const bool fails : {true, false}) {
+    std::string_view before = !fails && judgement.outcome == TJudgementOutcome::Failed ? "still allowed: " : "";
     for (const TFinding& finding : judgement.findings) {
-      if (finding.fails == fails) AppendClause(clauses, FindingText(finding, verdict, settings));
+      if (finding.fails != fails) continue;
+      AppendClause(clauses, fmt::format("{}{}", before, FindingText(finding, verdict, settings)));
+      before = {};
     }
   }
   if (judgement.outcome == TJudgementOutcome::Passed) AppendNever(judgement, verdict, settings, clauses);

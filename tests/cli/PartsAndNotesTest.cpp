@@ -74,6 +74,8 @@ TEST_F(Cut, NothingIsWrittenWhereThereIsNothingToWrite) {
   const std::string part = SaveText("part.kshock", "older");
   const std::string invalid = Save("invalid.kshock", Deflated(TTestRecording().Creator("unknown").content));
   EXPECT_EQ(Kshock({"cut", three, "--from", "2024-01-01", "--to", "2024-01-02", part}).status, 6);
+  EXPECT_EQ(Kshock({"cut", three, "--from", "2024-01-01", part}).status, 6);
+  EXPECT_EQ(Kshock({"cut", three, "--to", "2022-01-01", part}).status, 6);
   EXPECT_EQ(Kshock({"cut", three, "--from", "noon", part}).status, 2);
   EXPECT_EQ(Kshock({"cut", three, "--from", "06:01", "--to", "2023-07-16 06:00:30", part}).status, 2);
   EXPECT_EQ(Kshock({"cut", three, three}).status, 2);
@@ -111,12 +113,15 @@ TEST_F(Notes, LabelsGoInAndComeOutAgain) {
   EXPECT_EQ(std::string(table.begin(), table.end()),
             "onset\tduration\ttext\n0.000\t0.000\tarrived wet\n60.000\t0.005\tfork lift\n90.000\t5.500\t\n");
   EXPECT_EQ(Kshock({"notes", Three, "--from", File("events.tsv")}).out, "0 notes added, 3 already there\n");
+  EXPECT_EQ(Kshock({"notes", Three, "--from", SaveText("old.txt", "1\t2\tn\xE4sse\n")}).out,
+            "1 note added, 0 already there\n");
+  EXPECT_THAT(Kshock({"notes", Three}).out, HasSubstr("1.000\t2.000\tnässe\n"));
   const TBytes recording = BytesOfFile(Three);
   for (const std::string& input : {Three, Three + ".notes.json"}) {
     EXPECT_EQ(Kshock({"notes", Three, "--to", input}).status, 2) << input;
   }
   EXPECT_EQ(BytesOfFile(Three), recording);
-  EXPECT_EQ(Read()["notes"].size(), 3U);
+  EXPECT_EQ(Read()["notes"].size(), 4U);
   EXPECT_EQ(Read()["recording"]["size"], BytesOfFile(Three).size());
 }
 

@@ -120,6 +120,8 @@ def check_ways(kshock, folder, out):
         check(run(kshock, "fleet", folder, "--to", text, "--format", form).endswith("as before, 0 read\n"), f"{form} again")
         run(kshock, "fleet", "--merge", text, "--to", f"{text}.sqlite")
         check(rows(f"{text}.sqlite") == plain, f"{form} does not read back the same")
+        run(kshock, "fleet", folder, "--to", f"{out}.new.{form}")
+        check(os.path.getsize(f"{out}.new.{form}") == os.path.getsize(text), f"a new .{form} is another format")
     with open(f"{out}.csv", newline="") as file:
         check([row["path"] for row in csv.DictReader(file)] == [row["path"] for row in plain["recording"]], "CSV")
     with open(f"{out}.jsonl") as file:
@@ -135,6 +137,9 @@ def check_ways(kshock, folder, out):
         check([row for row in again[table] if row[path] != changed] == same, f"unchanged rows of {table}")
     check(sum(row["recording"] == changed for row in again["event"]) == 3, "the changed file is read again")
     check(" 0 as before" in run(kshock, "fleet", folder, "--to", out, "--analysis"), "other options read all files again")
+    run(kshock, "fleet", folder, "--to", f"{out}.csv")
+    with open(f"{out}-event.csv", newline="") as file:
+        check(sum(1 for _ in csv.DictReader(file)) == len(again["event"]), "OUT does not keep its format")
 
 
 def check_oddities(kshock, folder, out):

@@ -127,9 +127,10 @@ TEST(JudgementSentence, SaysWhatFailsBeforeWhatIsAllowed) {
                        true,
                        {}};
   // 2 d and a second would read as the 2 d that are allowed.
-  EXPECT_EQ(JudgementSentence(judgement, verdict, profile, Settings()),
-            "failed the limits \"Fragile\": humidity above 60 %RH for 2 d 1 s (at most 2 d allowed); temperature below "
-            "2.5 °C on 2026-03-04 13:25 (none allowed); 12 of 300 events above 6 g (at most 12 allowed)");
+  EXPECT_EQ(
+      JudgementSentence(judgement, verdict, profile, Settings()),
+      "failed the limits \"Fragile\": humidity above 60 %RH for 2 d 1 s (at most 2 d allowed); temperature below "
+      "2.5 °C on 2026-03-04 13:25 (none allowed); still allowed: 12 of 300 events above 6 g (at most 12 allowed)");
   EXPECT_THAT(JudgementSentence(judgement, verdict, profile, Settings(), true),
               testing::StartsWith("failed the limits \"Fragile\" in the filtered part: humidity"));
   EXPECT_EQ(JudgementSentence({}, verdict, profile, Settings()),
