@@ -159,7 +159,7 @@ void TMainOverviewPanel::ShareHeight() {
   const int charts = std::max(0, room - list);
   const bool hasEvents = FChart1->HasData();
   const bool hasSensors = FChartAllSensors->HasData();
-  int upper = (charts - dates) / 2;
+  int upper = std::max(0, charts - dates) / 2;
   if (hasEvents != hasSensors) upper = std::clamp(hasEvents ? charts - kEmptyChart : kEmptyChart, 0, charts);
   FSplitter->setSizes({upper, charts - upper, title + list});
 }
