@@ -135,9 +135,10 @@ class TChunks {
         FOrder.kshock, {"fleet", "--files-from", Utf8FromPath(list), "-0", "--to", Utf8FromPath(part)}, FOrder.stop);
     std::error_code error;
     if (status == 0 && fs::exists(part, error)) {
+      std::vector<TFleetSummary> summaries = SummariesIn(part, FOrder.limits);
       const std::lock_guard lock(FMutex);
       FParts.push_back(part);
-      return SummariesIn(part, FOrder.limits);
+      return summaries;
     }
     std::vector<TFleetSummary> summaries;
     if (FOrder.stop.stop_requested()) return summaries;

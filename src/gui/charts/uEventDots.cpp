@@ -12,7 +12,7 @@ constexpr double kNumberRoom = 3;          // px around the number of a group
 constexpr double kGroupNumberSize = 0.88;  // of the chart's font
 constexpr double kApart = 4;               // px around a group, so that its number stays legible
 constexpr std::size_t kMaxDrawn = 1000;    // dots of their own; more are stamped
-constexpr std::size_t kMaxShapes = 5000;
+constexpr std::size_t kMaxShapes = 5000;   // the same where each kind has its shape
 
 // At most four characters.
 QString NumberText(std::size_t count) {
