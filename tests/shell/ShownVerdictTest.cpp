@@ -62,6 +62,9 @@ TEST(VerdictSentence, SaysWhatHappenedInOneSentence) {
       "the true peak is higher) on 2026-03-04 13:25; 2 of 300 events clipped: their true peaks are higher; "
       "Strain Left above 0.5 on 2026-03-04 13:25, 1 more sensor out of default limits; the recording was not read "
       "whole, and only what could be read is judged");
+  verdict.above.reset();
+  EXPECT_TRUE(VerdictSentence(verdict, settings).ends_with("; the recording was not read whole"))
+      << "nothing is judged";
 }
 
 TEST(VerdictSentence, DefaultLimitsNeitherLeadNorCountAsChosen) {
