@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <tuple>
 #include <utility>
 
 namespace {
@@ -68,10 +67,7 @@ bool AbsorbOnce(std::vector<TDot>& dots, const std::function<double(std::size_t)
       kept.push_back(dot);
       radii.push_back(radius);
     } else {
-      TDot& into = kept[taker];
-      into.count += dot.count;
-      into.min = std::min(into.min, dot.min);
-      if (dot.max > into.max) std::tie(into.max, into.item) = std::tie(dot.max, dot.item);
+      kept[taker].Take(dot);
       radii[taker] = radiusOf(kept[taker].count);
     }
   }

@@ -12,6 +12,16 @@ struct TDot {
   std::size_t item;   // the one of them with the largest value
   std::size_t count;  // how many they are
   double min, max;    // of their values
+
+  // Counts in those that a later dot stands for, wherever they stand.
+  void Take(const TDot& later) {
+    count += later.count;
+    min = std::min(min, later.min);
+    if (later.max > max) {
+      max = later.max;
+      item = later.item;
+    }
+  }
 };
 
 // Gathers items into one dot a cell of the picture, which stands where the highest of its items stands; so there are
@@ -21,35 +31,36 @@ class TDotGrid {
   // Cells of `cell` × `cell` px; what lies outside the width and height is not taken.
   TDotGrid(double left, double top, double width, double height, double cell);
 
-  void Add(double x, double y, std::size_t item, double value) {
-    const double column = (x - FLeft) * FCellsPerPixel;
-    const double row = (y - FTop) * FCellsPerPixel;
+  void Add(double x, double y, std::size_t item, double value) { Add({x, y, item, 1, value, value}); }
+  // Adds what a grid of the same cells gathered of the items after those of this one.
+  void Add(const TDotGrid& later) {
+    for (const TDot& dot : later.FDots) Add(dot);
+  }
+  // In the order in which their cells were met.
+  [[nodiscard]] std::vector<TDot>& Dots() { return FDots; }
+
+ private:
+  void Add(const TDot& dot) {
+    const double column = (dot.x - FLeft) * FCellsPerPixel;
+    const double row = (dot.y - FTop) * FCellsPerPixel;
     // Also false for what is no number.
     if (!(column >= 0 && column < FColumns && row >= 0 && row < FRows)) return;
     const auto cell =
         std::size_t{static_cast<std::uint32_t>(column)} * FCellsInColumn + static_cast<std::uint32_t>(row);
     std::uint32_t& number = FDotOfCell[cell];
     if (number == 0) {
-      FDots.push_back({x, y, item, 1, value, value});
+      FDots.push_back(dot);
       number = static_cast<std::uint32_t>(FDots.size());
       return;
     }
-    TDot& dot = FDots[number - 1];
-    ++dot.count;
-    if (y < dot.y) {
-      dot.x = x;
-      dot.y = y;
-    }
-    dot.min = std::min(dot.min, value);
-    if (value > dot.max) {
-      dot.max = value;
-      dot.item = item;
+    TDot& into = FDots[number - 1];
+    into.Take(dot);
+    if (dot.y < into.y) {
+      into.x = dot.x;
+      into.y = dot.y;
     }
   }
-  // In the order in which their cells were met.
-  [[nodiscard]] std::vector<TDot>& Dots() { return FDots; }
 
- private:
   double FLeft, FTop, FCellsPerPixel;
   double FColumns, FRows;
   std::size_t FCellsInColumn;

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <numeric>
 #include <optional>
+#include <stdexcept>
 
 #include "analysis/uEventFilter.h"
 #include "analysis/uMissionDatasets.h"
@@ -24,36 +25,55 @@ namespace {
 constexpr std::array<std::string_view, kFilterQuantities.size()> kFilterKeys = {"acc", "tot",    "totmax",
                                                                                 "iot", "iotmax", "dv"};
 
-// A number or, for an open end, nothing; false when it is neither.
-bool ParseEnd(std::string_view text, std::optional<double>& end) {
-  if (text.empty()) return true;
-  end = NumberIn<double>(text);
-  return end && std::isfinite(*end);
+// A filter cannot be read; the text says why.
+struct EFilter : std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+// Nothing for an open end.
+std::optional<double> EndOf(std::string_view text) {
+  if (text.empty()) return std::nullopt;
+  const auto number = NumberIn<double>(text);
+  if (!number || !std::isfinite(*number)) throw EFilter(fmt::format("\"{}\" is no number", text));
+  return number;
 }
 
-bool ParseCondition(std::string_view key, std::string_view value, TEventFilter& filter) {
+TRange RangeOf(std::string_view key, std::string_view text) {
+  const bool hasDots = text.find("..") != std::string_view::npos;
+  const std::string_view from = TakeUntil(text, "..");
+  if (!hasDots || (from.empty() && text.empty())) {
+    throw EFilter(fmt::format("{0} takes a range such as {0}=6..20, {0}=6.. or {0}=..20", key));
+  }
+  const TRange range{EndOf(from), EndOf(text)};
+  if (range.from > range.to && range.to) throw EFilter(fmt::format("the range of {} begins above its end", key));
+  return range;
+}
+
+void TakeCondition(std::string_view key, std::string_view value, TEventFilter& filter) {
   if (key == "axis") {
     const auto axis = std::ranges::find(kPeakAxes, value);
-    if (axis == kPeakAxes.end()) return false;
+    if (axis == kPeakAxes.end()) {
+      throw EFilter(fmt::format("the axis \"{}\" is none of {}", value, fmt::join(kPeakAxes, ", ")));
+    }
     filter.axes[static_cast<std::size_t>(axis - kPeakAxes.begin())] = true;
-    return true;
+    return;
   }
   const auto found = std::ranges::find(kFilterKeys, key);
-  if (found == kFilterKeys.end() || value.find("..") == std::string_view::npos) return false;
+  if (found == kFilterKeys.end()) {
+    throw EFilter(fmt::format("\"{}\" is none of {}, axis", key, fmt::join(kFilterKeys, ", ")));
+  }
   TRange& range = filter.ranges[static_cast<std::size_t>(found - kFilterKeys.begin())];
-  if (range.IsSet()) return false;  // a second range would mix with the first
-  const std::string_view from = TakeUntil(value, "..");
-  if (!ParseEnd(from, range.from) || !ParseEnd(value, range.to)) return false;
-  return range.from && range.to ? *range.from <= *range.to : range.IsSet();
+  if (range.IsSet()) throw EFilter(fmt::format("{} stands twice", key));
+  range = RangeOf(key, value);
 }
 
-// Nothing when the text is no list of conditions. Several axes are any of these.
-std::optional<TEventFilter> ParseFilter(std::string_view text) {
+// Throws EFilter. Several axes are any of these.
+TEventFilter ParseFilter(std::string_view text) {
   TEventFilter filter;
   while (!text.empty()) {
     std::string_view condition = TakeUntil(text, ",");
     const std::string_view key = TakeUntil(condition, "=");
-    if (!ParseCondition(key, condition, filter)) return std::nullopt;
+    TakeCondition(key, condition, filter);
   }
   return filter;
 }
@@ -172,10 +192,12 @@ std::string PlaceOf(const std::exception& error, const std::string& otherwise) {
 }  // namespace
 
 TStatus ExportCommand(const std::string& file, const TExportRequest& request, const TConsole& console) {
-  const std::optional<TEventFilter> filter = ParseFilter(request.filter);
-  if (!filter) {
-    console.err(
-        fmt::format("kshock: \"{}\" is no filter; acc=6..20,tot=..50,axis=X-pos is one.\n", Printable(request.filter)));
+  TEventFilter filter;
+  try {
+    filter = ParseFilter(request.filter);
+  } catch (const EFilter& error) {
+    console.err(fmt::format("kshock: --filter: {}. A filter looks like acc=6..20,tot=..50,axis=X-pos.\n",
+                            Printable(error.what())));
     return TStatus::WrongUse;
   }
   const auto isWanted = [&request](std::string_view what) {
@@ -189,7 +211,7 @@ TStatus ExportCommand(const std::string& file, const TExportRequest& request, co
   if (!recording.HasMission()) return recording.status;
   const TShortDateFormat dateFormat(request.dateFormat);
   TExportSource source{recording, {}, {}, {}, {}, {}, PathFromUtf8(request.folder)};
-  LoadTables(*filter, isWanted("analysis-csv") || isWanted("analysis-xlsx"), source);
+  LoadTables(filter, isWanted("analysis-csv") || isWanted("analysis-xlsx"), source);
   TStatus status = recording.status;
   for (const std::string_view what : kExports) {
     if (!isWanted(what)) continue;

@@ -57,8 +57,6 @@ TEST_F(KshockCommands, WrongUseIsReportedOnTheErrorStream) {
                                              {"export", kStairs, "--to", "."},
                                              {"export", kStairs, "--to", "", "events-csv"},
                                              {"export", kStairs, "--to", ".", "all-csv"},
-                                             {"export", kStairs, "--to", ".", "shocks-csv", "--filter", "acc=6"},
-                                             {"export", kStairs, "--to", ".", "shocks-csv", "--filter", "axis=W"},
                                              {"notes", kStairs, "--from", "x", "--to", "y"},
                                              {"fleet", "--to", "x"},
                                              {"fleet", kStairs},
@@ -258,8 +256,16 @@ TEST_F(KshockCommands, ExportWritesTheFilesOfTheVisibleEvents) {
     more.insert(more.begin(), {"export", file, "--to", Folder.Path().string()});
     return Kshock(more);
   };
-  for (const char* noRange : {"acc=9..6", "acc=6..,acc=..9"}) {
-    EXPECT_EQ(run({"shocks-csv", "--filter", noRange}).status, 2) << noRange;
+  for (const auto& [filter, why] : {std::pair("acc=9..6", "the range of acc begins above its end"),
+                                    {"acc=6..,acc=..9", "acc stands twice"},
+                                    {"tot=..", "tot takes a range"},
+                                    {"tot=5", "tot takes a range"},
+                                    {"dv=1..x", "\"x\" is no number"},
+                                    {"acc=6..,peak=1..", "\"peak\" is none of acc, tot"},
+                                    {"axis=W", "the axis \"W\" is none of X-pos"}}) {
+    const TRun refused = run({"shocks-csv", "--filter", filter});
+    EXPECT_EQ(refused.status, 2);
+    EXPECT_THAT(refused.err, HasSubstr(why));
   }
   ASSERT_EQ(run({"events-csv", "peaks-csv", "shocks-csv", "--filter", "acc=5..9.5,iot=..13,axis=X-pos"}).status, 0);
   const std::filesystem::path mission = Folder / "Mission-165-00007";
