@@ -13,15 +13,6 @@ constexpr double kPeakRadius = 3;  // px
 
 }  // namespace
 
-TFrequencyChart::TFrequencyChart(QWidget* parent) : TAccelerationChart(TAxisUnit::Hertz, parent) {
-  new TPainted(&Rect(), "main", [this](QCPPainter& painter) {
-    if (!HasData()) return;
-    PaintLines(painter);
-    painter.setFont(font());
-    Labels().Paint(painter, palette());
-  });
-}
-
 double TFrequencyChart::ValueOf(const TSpectrumLine& line, TSeries series) {
   constexpr double TSpectrumLine::*kValues[] = {&TSpectrumLine::x, &TSpectrumLine::y, &TSpectrumLine::z,
                                                 &TSpectrumLine::total};

@@ -12,7 +12,7 @@ class TFrequencyChart : public TAccelerationChart {
   Q_OBJECT
 
  public:
-  explicit TFrequencyChart(QWidget* parent);
+  explicit TFrequencyChart(QWidget* parent) : TAccelerationChart(TAxisUnit::Hertz, parent) {}
 
   // What is shown, by rising frequency.
   [[nodiscard]] virtual std::span<const TSpectrumLine> Lines() const = 0;
@@ -37,8 +37,6 @@ class TFrequencyChart : public TAccelerationChart {
   void SeriesChanged() override;
 
   virtual void ShowTitle() = 0;
-  // There are lines. Labels that are added here are placed in their order.
-  virtual void PaintLines(QCPPainter& painter) = 0;
 
   // There are some.
   [[nodiscard]] static std::size_t LineAt(std::span<const TSpectrumLine> lines, double hertz);

@@ -293,7 +293,7 @@ void TResponseChart::ScaleValues() {
   ValueAxis().setRange(foot * std::pow(foot / max, kFootRoom), max * std::pow(max / foot, kWordsRoom));
 }
 
-void TResponseChart::PaintLines(QCPPainter& painter) {
+void TResponseChart::PaintData(QCPPainter& painter) {
   painter.setAntialiasing(true);
   PaintPins(painter);
   for (const TSeries series : VisibleSeries()) PaintSeries(painter, series);

@@ -57,7 +57,7 @@ class TResponseChart final : public TFrequencyChart {
 
  protected:
   void ShowTitle() override;
-  void PaintLines(QCPPainter& painter) override;
+  void PaintData(QCPPainter& painter) override;
   // With the limit and the smallest margin to it.
   [[nodiscard]] std::vector<TReading> ReadingsAt(double hertz) const override;
   void ScaleValues() override;

@@ -53,19 +53,6 @@ TSelectedEventChart::TSelectedEventChart(QWidget* parent) : TAccelerationChart(T
   setObjectName("Chart2");
   setAccessibleName(tr("Selected event chart"));
   SetValueTitle(tr("Acceleration"), tr("g"));
-  new TPainted(&Rect(), "main", [this](QCPPainter& painter) {
-    if (!HasData()) return;
-    painter.setFont(font());
-    QColor shade(TokensOf(palette()).alarm);
-    shade.setAlphaF(0.12F);
-    ShadeSpans(painter, TimeAxis(), FIntervals, shade);
-    PaintLevels(painter);
-    PaintPins(painter);
-    PaintSeries(painter);
-    PaintPeak(painter);
-    painter.setFont(font());
-    Labels().Paint(painter, palette());
-  });
   Restyle();
   Clear();
 }
@@ -105,9 +92,14 @@ void TSelectedEventChart::ShowEvent(const TEventList& events, std::size_t index,
   ShowSamples();
 }
 
-void TSelectedEventChart::RefreshLabels() {
+bool TSelectedEventChart::ShowsChangeFrom(const TDisplaySettings& before) const {
+  using D = TDisplaySettings;
+  return TAccelerationChart::ShowsChangeFrom(before) ||
+         Differ(before, Display(), &D::formats, &D::alarmActive, &D::limits);
+}
+
+void TSelectedEventChart::DisplayChanged() {
   if (FEvent != nullptr) ShowTitle();
-  TTimeChart::RefreshLabels();
 }
 
 // A narrow chart cuts the end of a title; the time stands in the grid, too.
@@ -175,15 +167,6 @@ QString TSelectedEventChart::PinsWords() const {
   return words;
 }
 
-void TSelectedEventChart::SetAlarmLimits(TAlarmLimits limits) {
-  if (std::exchange(FAlarm, limits) != limits) Range().RescaleValues();
-}
-
-void TSelectedEventChart::SetMasks(TValueMasks masks) {
-  FMasks = std::move(masks);
-  RedrawMarks();
-}
-
 void TSelectedEventChart::ScaleValues() {
   TExtent whole;
   for (const TSeries series : VisibleSeries()) whole.Include(FExtents[Place(series)].Whole());
@@ -198,11 +181,22 @@ void TSelectedEventChart::ScaleValues() {
   for (const double level : {FLevels.totOn, FLevels.totOff}) {
     if (level > 0 && level <= size * kLineInSight) max = std::max(max, level);
   }
-  if (FAlarm && std::fabs(FAlarm->min) <= size * kLineInSight) min = std::min(min, FAlarm->min);
-  if (FAlarm && std::fabs(FAlarm->max) <= size * kLineInSight) max = std::max(max, FAlarm->max);
+  const auto alarm = AlarmOf(TQuantity::Acceleration);
+  if (alarm && std::fabs(alarm->min) <= size * kLineInSight) min = std::min(min, alarm->min);
+  if (alarm && std::fabs(alarm->max) <= size * kLineInSight) max = std::max(max, alarm->max);
   const QCPRange range = ScaleAround(min, max);
   const double room = range.size() * kWordsRoom;
   ValueAxis().setRange(range.lower - room, range.upper + room);
+}
+
+void TSelectedEventChart::PaintData(QCPPainter& painter) {
+  QColor shade(TokensOf(palette()).alarm);
+  shade.setAlphaF(0.12F);
+  ShadeSpans(painter, TimeAxis(), FIntervals, shade);
+  PaintLevels(painter);
+  PaintPins(painter);
+  PaintSeries(painter);
+  PaintPeak(painter);
 }
 
 void TSelectedEventChart::PaintSeries(QCPPainter& painter) {
@@ -244,9 +238,10 @@ void TSelectedEventChart::PaintLevels(QCPPainter& painter) {
     draw(FLevels.totOn, tr("ToT on"));
     draw(FLevels.totOff, tr("ToT off"));
   }
-  if (!FAlarm) return;
+  const auto alarm = AlarmOf(TQuantity::Acceleration);
+  if (!alarm) return;
   const QColor ink = QColor(TokensOf(palette()).alarm);
-  for (const double limit : {FAlarm->max, FAlarm->min}) {
+  for (const double limit : {alarm->max, alarm->min}) {
     DrawLevel(painter, Labels(), ValueAxis(), limit, tr("alarm %1 g").arg(Figure(limit)), ink);
   }
 }
@@ -266,14 +261,15 @@ void TSelectedEventChart::PaintPeak(QCPPainter& painter) {
 
 QString TSelectedEventChart::MomentText(double time) const {
   if (Samples().empty()) return {};
-  return tr("%1 ms").arg(QtText(MaskFloat(FMasks.time, Samples()[NearestSample(time)].time - FStart)));
+  return tr("%1 ms").arg(
+      QtText(MaskFloat(Display().FormatOf(TQuantity::Time), Samples()[NearestSample(time)].time - FStart)));
 }
 
 std::vector<TCurve> TSelectedEventChart::Curves() const {
   std::vector<TCurve> curves;
   const auto samples = Samples();
   if (samples.empty()) return curves;
-  const auto number = [this](double g) { return QtText(MaskFloat(FMasks.acceleration, g)); };
+  const auto number = [this](double g) { return QtText(MaskFloat(Display().FormatOf(TQuantity::Acceleration), g)); };
   for (const TSeries series : VisibleSeries()) {
     curves.push_back({NameOf(series), tr("g"), InkOf(series), ValueAxis(), samples.size(),
                       [this, samples](std::size_t i) { return samples[i].time - FStart; },
@@ -299,6 +295,6 @@ double TSelectedEventChart::CursorMoment(double time) const {
 
 QStringList TSelectedEventChart::SpanTexts(double span) const {
   QStringList texts = TTimeChart::SpanTexts(span);
-  texts.front() = tr("Δt %1 ms").arg(QtText(MaskFloat(FMasks.time, span)));
+  texts.front() = tr("Δt %1 ms").arg(QtText(MaskFloat(Display().FormatOf(TQuantity::Time), span)));
   return texts;
 }

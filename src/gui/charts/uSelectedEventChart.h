@@ -21,7 +21,6 @@ class TSelectedEventChart final : public TAccelerationChart {
   // Borrows the event's samples until Clear or the next call; an index past the list clears. Shows the whole event.
   void ShowEvent(const TEventList& events, std::size_t index, const TMissionData& mission);
   void Clear() override;
-  void RefreshLabels() override;
   // Shows the filtered curves of the event instead of the recorded ones, as many points as the filter gives. The peak
   // in the title and the shaded intervals stay those of the recorded samples.
   void SetHighPass(bool on);
@@ -31,9 +30,6 @@ class TSelectedEventChart final : public TAccelerationChart {
   [[nodiscard]] double StartMs() const { return FStart; }
   // The sample nearest to a time of the axis; there is one.
   [[nodiscard]] std::size_t NearestSample(double ms) const { return FSamples.Nearest(ms + FStart); }
-  // Both stay from event to event. The limits are of the acceleration, in g, as lines.
-  void SetAlarmLimits(TAlarmLimits limits);
-  void SetMasks(TValueMasks masks);
 
  signals:
   void SamplesChanged();
@@ -46,6 +42,9 @@ class TSelectedEventChart final : public TAccelerationChart {
   [[nodiscard]] double CursorMoment(double time) const override;
   [[nodiscard]] QStringList SpanTexts(double span) const override;
   void ScaleValues() override;
+  [[nodiscard]] bool ShowsChangeFrom(const TDisplaySettings& before) const override;
+  void DisplayChanged() override;
+  void PaintData(QCPPainter& painter) override;
   void PinsChanged() override;
 
  private:
@@ -71,8 +70,6 @@ class TSelectedEventChart final : public TAccelerationChart {
   double FStart = 0;      // ms since the mission's start
   TTimeSpan FSpan{0, 1};  // of the recorded samples, ms from the start
   TThresholds FLevels{};
-  TAlarmLimits FAlarm;  // g
-  TValueMasks FMasks;
   TSeriesExtents FExtents;            // of the samples
   bool FClipped = false;              // the true peak is higher
   std::vector<TTimeSpan> FIntervals;  // ms from the start, over the levels

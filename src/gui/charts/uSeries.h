@@ -1,21 +1,16 @@
-// The acceleration series of the charts: which there are, their colours, and how their values read.
+// The acceleration series of the charts: which there are, and their values.
 #pragma once
 
 #include <QColor>
 #include <QObject>
 #include <array>
 #include <cstddef>
-#include <cstdint>
-#include <optional>
 #include <span>
-#include <string>
 #include <vector>
 
-#include "analysis/uAlarmLimits.h"
 #include "analysis/uExtents.h"
 #include "analysis/uShockMetrics.h"
 #include "model/uEvents.h"
-#include "shell/uSettings.h"
 
 enum class TSeries { X, Y, Z, Total };
 inline constexpr std::size_t kSeriesCount = 4;
@@ -45,18 +40,6 @@ inline float ValueOf(const TEventValue& sample, TSeries series) {
   }
   return static_cast<float>(Magnitude(sample));
 }
-
-// 0xRRGGBB on light ground, by TSeries; InkOn makes them readable on dark.
-using TSeriesColours = std::array<std::uint32_t, kSeriesCount>;
-
-// Masks of MaskFloat for cursor texts and the value table.
-struct TValueMasks {
-  std::string time = "0.####";  // ms
-  std::string acceleration = "0.####";
-};
-
-// Of a quantity, in its unit; nothing while there is no alarm.
-using TAlarmLimits = std::optional<TLimits>;
 
 // Of each series of an event, in g.
 using TSeriesExtents = std::array<TExtents, kSeriesCount>;

@@ -190,7 +190,7 @@ std::vector<TEnvelopePoint> TSpectrumChart::StepsOf(std::span<const TSpectrumLin
   return points;
 }
 
-void TSpectrumChart::PaintLines(QCPPainter& painter) {
+void TSpectrumChart::PaintData(QCPPainter& painter) {
   const auto [from, to] = Range().Times();
   if (to < -Step() || from > MaxHertz() + Step()) return;
   const TCurveAxes axes{TimeAxis(), ValueAxis()};

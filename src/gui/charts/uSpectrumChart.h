@@ -38,7 +38,7 @@ class TSpectrumChart final : public TFrequencyChart {
 
  protected:
   void ShowTitle() override;
-  void PaintLines(QCPPainter& painter) override;
+  void PaintData(QCPPainter& painter) override;
   void ScaleValues() override;
   void showEvent(QShowEvent* event) override;
   void PinsChanged() override;

@@ -58,6 +58,13 @@ TTimeChart::TTimeChart(TAxisUnit unit, QWidget* parent)
       FCursors(*this, *this),
       FMarks(*this, *this),
       FGestures(*this, *this, FRange, FMarks, FCursors) {
+  new TPainted(&Rect(), "main", [this](QCPPainter& painter) {
+    if (!HasData()) return;
+    painter.setFont(font());
+    PaintData(painter);
+    painter.setFont(font());
+    Labels().Paint(painter, palette());
+  });
   connect(&FGestures, &TChartGestures::Clicked, this, [this](const QPointF& position) {
     const QPoint at = position.toPoint();
     if (FRange.IsUnsynced() && Legend().IsOnTitle(at)) emit SyncMenuRequested(mapToGlobal(at));
@@ -94,9 +101,30 @@ void TTimeChart::SetPointsVisible(bool visible) {
   if (std::exchange(FPointsVisible, visible) != visible) QueueReplot();
 }
 
+void TTimeChart::SetDisplay(const TDisplaySettings& display) {
+  const TDisplaySettings before = std::exchange(FDisplay, display);
+  if (!ShowsChangeFrom(before)) return;
+  DisplayChanged();
+  FRange.RescaleValues();
+  Restyle();
+}
+
+bool TTimeChart::ShowsChangeFrom(const TDisplaySettings& before) const {
+  return Differ(before, Display(), &TDisplaySettings::dateFormat);
+}
+
+std::optional<TLimits> TTimeChart::AlarmOf(TQuantity quantity) const {
+  return FDisplay.alarmActive ? std::optional(FDisplay.LimitsOf(quantity)) : std::nullopt;
+}
+
 void TTimeChart::SetForPaper(bool on) {
   FForPaper = on;
   Restyle();
+}
+
+void TTimeChart::Restyle() {
+  TChartPlot::Restyle();
+  FillLegend();
 }
 
 QList<qreal> TTimeChart::Dashes(std::size_t place) const {

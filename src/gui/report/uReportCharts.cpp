@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "gui/charts/uChartDisplay.h"
 #include "gui/charts/uChartOnPaper.h"
 #include "gui/charts/uCountChart.h"
 #include "gui/charts/uDistributionCharts.h"
@@ -28,7 +27,7 @@ TEventsChart& TReportCharts::Events() {
     FEvents = std::make_unique<TEventsChart>();
     PrepareForPaper(*FEvents);
     FEvents->SetEvents(mission.Events, mission.Data, mission.Axes);
-    ApplyDisplay(FData.facts.display, *FEvents);
+    FEvents->SetDisplay(FData.facts.display);
     FEvents->SetVisibleEvents(FData.facts.part.events);
   }
   return *FEvents;
@@ -38,7 +37,7 @@ TSensorsChart& TReportCharts::Sensors() {
   if (!FSensors) {
     FSensors = std::make_unique<TSensorsChart>();
     PrepareForPaper(*FSensors);
-    ApplyDisplay(FData.facts.display, *FSensors);
+    FSensors->SetDisplay(FData.facts.display);
     FSensors->SetSensors(FData.Mission().Sensors, FData.Mission().Sensors.StartTime);
   }
   return *FSensors;
@@ -119,7 +118,7 @@ void TReportCharts::PaintSelected(QPainter& painter, const QRectF& place) {
   if (!FSelected) {
     FSelected = std::make_unique<TSelectedEventChart>();
     PrepareForPaper(*FSelected);
-    ApplyDisplay(FData.facts.display, *FSelected);
+    FSelected->SetDisplay(FData.facts.display);
     FSelected->ShowEvent(mission.Events, mission.SelectedEvent.value_or(mission.Events.Count()), mission.Data);
   }
   Paint(painter, place, *FSelected, std::nullopt);

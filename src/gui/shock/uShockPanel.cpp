@@ -238,12 +238,6 @@ void TMainShockPanel::TakeRoomForValues(bool visible) {
   FBelow->setSizes(sizes);
 }
 
-void TMainShockPanel::SetMasks(const TValueMasks& masks) {
-  FChart20->SetMasks(masks);
-  FChart2->SetMasks(masks);
-  FValues->SetMasks(masks);
-}
-
 QWidget* TMainShockPanel::MakeEventList() {
   FTabs->setObjectName("pgcShockGrids");
   FTabs->setUsesScrollButtons(false);

@@ -59,8 +59,6 @@ class TMainShockPanel : public QWidget {
   void SetResponseVisible(bool visible);
   // What the chart in front shows of the selected event, in numbers beside it; hidden at first.
   void SetValuesVisible(bool visible);
-  // Of the charts and the values.
-  void SetMasks(const TValueMasks& masks);
   // How many events pass the filter, in the tabs' titles; `conditions` is empty while the filter is off. When it is
   // switched on, the filtered events come to the front.
   void ShowFilter(std::size_t passing, std::size_t all, const QString& conditions);

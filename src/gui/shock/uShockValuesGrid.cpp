@@ -38,8 +38,9 @@ void TShockValuesModel::SetLines(std::span<const TSpectrumLine> lines, const QSt
   endResetModel();
 }
 
-void TShockValuesModel::SetMasks(TValueMasks masks) {
-  FMasks = std::move(masks);
+void TShockValuesModel::SetDisplay(const TDisplaySettings& display) {
+  FTimeMask = display.FormatOf(TQuantity::Time);
+  FAccelerationMask = display.FormatOf(TQuantity::Acceleration);
   if (rowCount() > 0) Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, kColumns - 1));
 }
 
@@ -58,9 +59,9 @@ QVariant TShockValuesModel::data(const QModelIndex& index, int role) const {
   if (role != Qt::DisplayRole) return {};
   if (!FLines.empty()) return LineText(FLines[static_cast<std::size_t>(index.row())], index.column());
   const TEventValue& sample = FSamples[static_cast<std::size_t>(index.row())];
-  if (index.column() == 0) return QtText(MaskFloat(FMasks.time, sample.time - FStart));
+  if (index.column() == 0) return QtText(MaskFloat(FTimeMask, sample.time - FStart));
   const auto series = static_cast<TSeries>(index.column() - 1);
-  return QtText(MaskFloat(FMasks.acceleration, double{ValueOf(sample, series)}));
+  return QtText(MaskFloat(FAccelerationMask, double{ValueOf(sample, series)}));
 }
 
 QString TShockValuesModel::LineText(const TSpectrumLine& line, int column) const {

@@ -3,11 +3,13 @@
 
 #include <QAbstractTableModel>
 #include <span>
+#include <string>
 
 #include "analysis/uSpectrum.h"
 #include "gui/charts/uSeries.h"
 #include "gui/common/uRowGrid.h"
 #include "model/uEvents.h"
+#include "shell/uSettings.h"
 
 // Borrows the samples or the lines and formats cells on demand.
 class TShockValuesModel final : public QAbstractTableModel {
@@ -18,7 +20,7 @@ class TShockValuesModel final : public QAbstractTableModel {
 
   void SetSamples(std::span<const TEventValue> samples, double startMs);
   void SetLines(std::span<const TSpectrumLine> lines, const QString& unit);
-  void SetMasks(TValueMasks masks);
+  void SetDisplay(const TDisplaySettings& display);
 
   [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
   [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
@@ -33,7 +35,7 @@ class TShockValuesModel final : public QAbstractTableModel {
   std::span<const TSpectrumLine> FLines;
   QString FUnit;      // of the lines; empty while samples are shown
   double FStart = 0;  // ms
-  TValueMasks FMasks;
+  std::string FTimeMask, FAccelerationMask;
 };
 
 class TShockValuesGrid final : public TRowGrid {
@@ -44,7 +46,7 @@ class TShockValuesGrid final : public TRowGrid {
 
   // Borrows the samples until the next call; times count from startMs.
   void SetSamples(std::span<const TEventValue> samples, double startMs);
-  void SetMasks(TValueMasks masks) { FModel->SetMasks(std::move(masks)); }
+  void SetDisplay(const TDisplaySettings& display) { FModel->SetDisplay(display); }
   // The lines of a spectrum in place of samples, with values in this unit; borrowed as these. Each of the two has its
   // own widths of columns.
   void SetLines(std::span<const TSpectrumLine> lines, const QString& unit);
