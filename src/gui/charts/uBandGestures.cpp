@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -11,6 +12,25 @@ constexpr double kKeyFactor = 0.8;  // as in the charts that zoom
 constexpr double kKeyStep = 0.1;    // of the band
 
 }  // namespace
+
+TNavigatorBand::TNavigatorBand(const char* name, QObject* parent) : QObject(parent) {
+  setObjectName(name);
+}
+
+bool TNavigatorBand::Show(const TTimeSpan& span) {
+  const TTimeSpan ordered{std::min(span.start, span.end), std::max(span.start, span.end)};
+  if (!span.IsFinite() || (FVisible && FSpan == ordered)) return false;
+  FSpan = ordered;
+  FVisible = true;
+  emit Changed();
+  return true;
+}
+
+bool TNavigatorBand::Hide() {
+  if (!std::exchange(FVisible, false)) return false;
+  emit Changed();
+  return true;
+}
 
 TBandGestures::TBandGestures(TChartPlot& plot, const TChartRange& range, const TNavigatorBand& band)
     : FPlot(plot), FRange(range), FBand(band) {

@@ -81,6 +81,27 @@ void DrawCurve(QCPPainter& painter, const TCurveAxes& axes, std::span<const TSam
   if (withDots) DrawLoneDots(painter, axes, points, pen.color());
 }
 
+// Where the coordinates of an axis stand on the screen, for a million of them: QCPAxis::coordToPixel looks at the kind
+// and the side of its axis anew each time. Valid until the axis changes.
+class TPixels {
+ public:
+  explicit TPixels(const QCPAxis& axis)
+      : FAxis(axis),
+        FIsLinear(axis.scaleType() == QCPAxis::stLinear),
+        FFrom(axis.range().lower),
+        FPixelOfFrom(axis.coordToPixel(FFrom)),
+        FPerUnit((axis.coordToPixel(axis.range().upper) - FPixelOfFrom) / axis.range().size()) {}
+
+  [[nodiscard]] double At(double coordinate) const {
+    return FIsLinear ? FPixelOfFrom + (coordinate - FFrom) * FPerUnit : FAxis.coordToPixel(coordinate);
+  }
+
+ private:
+  const QCPAxis& FAxis;
+  bool FIsLinear;
+  double FFrom, FPixelOfFrom, FPerUnit;
+};
+
 // px of a curve at any scale.
 inline constexpr double kCurveWidth = 1.5;
 

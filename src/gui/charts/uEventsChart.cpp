@@ -9,7 +9,6 @@
 #include "analysis/uMissionFigures.h"
 #include "analysis/uRangeStatistics.h"
 #include "gui/charts/uChartPaint.h"
-#include "gui/charts/uPixels.h"
 #include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
 

@@ -9,7 +9,6 @@
 #include "analysis/uExtents.h"
 #include "gui/charts/uBandGestures.h"
 #include "gui/charts/uInTimeOrder.h"
-#include "gui/charts/uNavigatorBand.h"
 #include "gui/charts/uSensorLooks.h"
 #include "gui/charts/uTimeChart.h"
 #include "model/uEvents.h"

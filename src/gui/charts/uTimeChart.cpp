@@ -11,7 +11,6 @@
 #include "base/uDateTime.h"
 #include "gui/charts/uChartPaint.h"
 #include "gui/charts/uInTimeOrder.h"
-#include "gui/charts/uPixels.h"
 #include "gui/common/uQtText.h"
 
 namespace {
@@ -47,6 +46,11 @@ TRangeStatistics StatisticsOf(const TCurve& curve, const TTimeSpan& times) {
   const std::size_t first = FirstAtOrAfter(curve.count, curve.timeAt, times.start);
   for (std::size_t i = first; i < curve.count && curve.timeAt(i) <= times.end; ++i) sum.Add(curve.valueAt(i));
   return sum.Result();
+}
+
+void SharePointer(TTimeChart& from, TTimeChart& to) {
+  QObject::connect(&from, &TChartPlot::PointerMoved, &to,
+                   [&to](std::optional<double> time) { to.Marks().SetShared(time); });
 }
 
 }  // namespace
@@ -233,4 +237,17 @@ QStringList TTimeChart::SpanTexts(double span) const {
                     : tr("Δt %1%2 ms").arg(sign, Figure(length)));
   if (seconds > 0 && seconds <= kMaxPeriod) texts.append(HertzText(seconds));
   return texts;
+}
+
+void PairCharts(TTimeChart& upper, TTimeChart& lower) {
+  // Dates need no title, and the charts need the height.
+  for (TTimeChart* chart : {&upper, &lower}) chart->SetTimeTitle({});
+  SharePointer(upper, lower);
+  SharePointer(lower, upper);
+  for (TTimeChart* chart : {&upper, &lower}) {
+    QObject::connect(chart, &TChartPlot::NeededMarginsChanged, &upper, [&] { AlignMargins(upper, lower); });
+    QObject::connect(chart, &QCustomPlot::beforeReplot, &upper, [&] {
+      upper.SetTimeLabelsVisible(!lower.HasData() || upper.Range().Times() != lower.Range().Times());
+    });
+  }
 }

@@ -14,7 +14,6 @@
 #include "gui/charts/uChartPlot.h"
 #include "gui/charts/uChartRange.h"
 #include "gui/charts/uChartReadings.h"
-#include "gui/charts/uRangeTable.h"
 #include "shell/uSettings.h"
 
 // A visible series of a chart, for what is said of its samples. It borrows the chart's data.
@@ -33,6 +32,14 @@ struct TCurve {
   std::function<QString(double)> number;
   std::function<QString(double)> change;
   const TExtents* extents = nullptr;  // of its values, where the samples are many
+};
+
+// The statistics of the range in sight, as a table of words.
+struct TRangeTable {
+  QString span;  // of time, in words
+  QStringList titles;
+  int words;  // how many columns, counted from the first, hold words; the others hold numbers
+  std::vector<QStringList> rows;
 };
 
 // One of these settings differs.
@@ -131,3 +138,7 @@ class TTimeChart : public TChartPlot, public IChartReadings {
   bool FPointsVisible = false;
   bool FForPaper = false;
 };
+
+// Makes two charts above each other one instrument: equal side margins, one pointer time through both, and the date axis
+// of the lower one for both while they show the same span. Both must live as long as each other.
+void PairCharts(TTimeChart& upper, TTimeChart& lower);
