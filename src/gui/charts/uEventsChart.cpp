@@ -60,16 +60,12 @@ void TEventsChart::SetVisibleEvents(std::vector<bool> visible) {
 
 void TEventsChart::SetSelectedEvent(std::optional<std::size_t> index) {
   const auto place = FEvents.PlaceOf(index);
-  if (place == FSelected) return;
-  FSelected = place;
-  RedrawMarks();
+  if (std::exchange(FSelected, place) != place) RedrawMarks();
 }
 
 void TEventsChart::SetHoveredEvent(std::optional<std::size_t> index) {
   const auto place = FEvents.PlaceOf(index);
-  if (place == FHovered) return;
-  FHovered = place;
-  RedrawMarks();
+  if (std::exchange(FHovered, place) != place) RedrawMarks();
 }
 
 bool TEventsChart::ShowsChangeFrom(const TDisplaySettings& before) const {
@@ -199,13 +195,7 @@ void TEventsChart::PaintStems(QCPPainter& painter, std::size_t series, const QCo
   if (series != Place(TSeries::Total) || crowded) return;
   QList<QPointF> dots;
   for (const QLineF& stem : stems) dots.append(stem.p2());
-  if (IsForPaper()) {
-    for (const QPointF& dot : dots) DrawMarker(painter, kMarkers[series], dot, kTotalRadius, ink);
-    return;
-  }
-  painter.setAntialiasing(true);
-  painter.setPen(QPen(ink, 2 * kTotalRadius, Qt::SolidLine, Qt::RoundCap));
-  painter.drawPoints(dots.constData(), static_cast<int>(dots.size()));
+  DrawDots(painter, dots, IsForPaper() ? kMarkers[series] : TMarker::Circle, kTotalRadius, ink);
 }
 
 void TEventsChart::PaintMark(QCPPainter& painter, std::optional<std::size_t> place, bool selected) const {

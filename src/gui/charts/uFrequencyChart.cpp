@@ -90,6 +90,18 @@ void TFrequencyChart::SeriesChanged() {
   Range().RescaleValues();
 }
 
+void TFrequencyChart::PaintPins(QCPPainter& painter, const TPointsOf& pointsOf) {
+  const TCurveAxes axes{TimeAxis(), ValueAxis()};
+  for (std::size_t i = 0; i < FPinned.size(); ++i) {
+    if (FPinned[i].size() < 2) continue;
+    for (const TSeries series : VisibleSeries()) {
+      const std::vector<TEnvelopePoint> points = pointsOf(FPinned[i], series);
+      DrawEnvelope(painter, axes, points, PenOf(Pins().items[i]));
+      KeepClear(Labels(), axes, points);
+    }
+  }
+}
+
 void TFrequencyChart::PaintPeaks(QCPPainter& painter) {
   painter.setAntialiasing(true);
   painter.setPen(Qt::NoPen);

@@ -1,10 +1,12 @@
 // The base of the charts over Hz: lines of four values, how they are read, and their peaks. Main thread only.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <span>
 #include <vector>
 
+#include "analysis/uEnvelope.h"
 #include "analysis/uSpectrum.h"
 #include "gui/charts/uAccelerationChart.h"
 
@@ -53,6 +55,9 @@ class TFrequencyChart : public TAccelerationChart {
   [[nodiscard]] TExtremes Extremes() const;
   // " · peak 3 g at 125 Hz (X)" of the largest visible line; empty where no value is finite.
   [[nodiscard]] QString StrongestPeak() const;
+  // The visible series of each pinned event; `pointsOf` gives the points of one.
+  using TPointsOf = std::function<std::vector<TEnvelopePoint>(std::span<const TSpectrumLine>, TSeries)>;
+  void PaintPins(QCPPainter& painter, const TPointsOf& pointsOf);
   // A dot on the peak of each visible series, which is named.
   void PaintPeaks(QCPPainter& painter);
 

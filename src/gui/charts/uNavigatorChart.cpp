@@ -185,13 +185,12 @@ void TNavigatorChart::PaintOverview(QCPPainter& painter) {
   if (FReadings.Samples().empty()) {
     DrawCurve(
         painter, {TimeAxis(), ValueAxis()}, std::span<const TEventTick>(FEvents),
-        [](const TEventTick& tick) { return tick.peak; }, FExtents, QPen(CurveInk(), kCurveWidth), false, kNoGap,
-        &Labels());
+        [](const TEventTick& tick) { return tick.peak; }, FExtents, QPen(CurveInk(), kCurveWidth), Labels());
   } else {
     DrawCurve(
         painter, {TimeAxis(), ValueAxis(), FStart, kMsPerDay}, FReadings.Samples(),
-        [](const TSensorValue& reading) { return reading.xvalue; }, FExtents, QPen(CurveInk(), kCurveWidth), false,
-        FGap, &Labels());
+        [](const TSensorValue& reading) { return reading.xvalue; }, FExtents, QPen(CurveInk(), kCurveWidth), Labels(),
+        false, FGap);
   }
 }
 

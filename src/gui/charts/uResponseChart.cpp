@@ -192,7 +192,7 @@ void TResponseChart::Cancel() {
   if (!FTask.IsRunning()) return;
   FTask.Drop();
   FWasCancelled = true;
-  ShowNothing();
+  Show({});
   emit Ended();
 }
 
@@ -233,13 +233,13 @@ void TResponseChart::Calculate(bool sameEvents) {
   std::vector<const TEvent*> events = Events();
   FOutdated = !events.empty() && !isVisible();
   if (events.empty() || FOutdated) {
-    ShowNothing();
+    Show({});
   } else {
     FTask.Start(Jobs(std::move(events)), [this](std::vector<TShockResponse> results) {
       TakeResults(std::move(results));
       emit Ended();
     });
-    if (FTask.IsRunning()) ShowNothing();
+    if (FTask.IsRunning()) Show({});
   }
   if (!FTask.IsRunning()) emit Ended();
 }
@@ -271,10 +271,6 @@ void TResponseChart::TakeResults(std::vector<TShockResponse> results) {
     pinned.lines = SpectrumLinesOf(results[next++].lines);
   }
   Show(std::move(results.front()));
-}
-
-void TResponseChart::ShowNothing() {
-  Show({});
 }
 
 void TResponseChart::Show(TShockResponse response) {
@@ -360,7 +356,11 @@ void TResponseChart::ScaleValues() {
 
 void TResponseChart::PaintData(QCPPainter& painter) {
   painter.setAntialiasing(true);
-  PaintPins(painter);
+  PaintPins(painter, [](std::span<const TSpectrumLine> lines, TSeries series) {
+    std::vector<TEnvelopePoint> points;
+    for (const TSpectrumLine& line : lines) points.push_back(PointOf(line, series));
+    return points;
+  });
   for (const TSeries series : VisibleSeries()) PaintSeries(painter, series);
   if (HasLimit()) PaintLimit(painter);
   PaintPeaks(painter);
@@ -369,6 +369,12 @@ void TResponseChart::PaintData(QCPPainter& painter) {
     Labels().AddPoint({middle, double(Rect().rect().bottom())}, tr("rough"), FaintInk());
   }
   if (IsVelocity(FRequest)) NameDiagonals(Labels(), TimeAxis(), ValueAxis(), FaintInk());
+}
+
+// A value that a logarithmic axis lacks breaks the line.
+TEnvelopePoint TResponseChart::PointOf(const TSpectrumLine& line, TSeries series) {
+  const double value = ValueOf(line, series);
+  return {line.hertz, value > 0 ? static_cast<float>(value) : kNaN};
 }
 
 // Solid between two lines that can be trusted, dotted elsewhere.
@@ -383,8 +389,7 @@ void TResponseChart::PaintSeries(QCPPainter& painter, TSeries series) {
     if (part.size() > 1) DrawEnvelope(painter, axes, part, pen);
   };
   for (std::size_t i = 0; i < FLines.size(); ++i) {
-    const double value = ValueOf(FLines[i], series);
-    const TEnvelopePoint point{FLines[i].hertz, value > 0 ? static_cast<float>(value) : kNaN};
+    const TEnvelopePoint point = PointOf(FLines[i], series);
     const auto isRough = [this](std::size_t line) { return FResponse.lines[line].range == TResponseRange::Rough; };
     const bool rough = i > 0 && (isRough(i - 1) || isRough(i));
     if (i > 0 && rough != isDotted) {
@@ -397,22 +402,6 @@ void TResponseChart::PaintSeries(QCPPainter& painter, TSeries series) {
   }
   draw();
   KeepClear(Labels(), axes, all);
-}
-
-void TResponseChart::PaintPins(QCPPainter& painter) {
-  const TCurveAxes axes{TimeAxis(), ValueAxis()};
-  for (std::size_t i = 0; i < PinnedLines().size(); ++i) {
-    for (const TSeries series : VisibleSeries()) {
-      std::vector<TEnvelopePoint> points;
-      for (const TSpectrumLine& line : PinnedLines()[i]) {
-        const double value = ValueOf(line, series);
-        points.push_back({line.hertz, value > 0 ? static_cast<float>(value) : kNaN});
-      }
-      if (points.size() < 2) continue;
-      DrawEnvelope(painter, axes, points, PenOf(Pins().items[i]));
-      KeepClear(Labels(), axes, points);
-    }
-  }
 }
 
 void TResponseChart::PaintLimit(QCPPainter& painter) {

@@ -70,12 +70,11 @@ class TResponseChart final : public TFrequencyChart {
   // What Show gets the results of: the shown events, then each visible pinned event that is not calculated yet.
   [[nodiscard]] std::vector<TResponseJob> Jobs(std::vector<const TEvent*> events) const;
   void TakeResults(std::vector<TShockResponse> results);
-  void PaintPins(QCPPainter& painter);
+  [[nodiscard]] static TEnvelopePoint PointOf(const TSpectrumLine& line, TSeries series);
   // Calculates, or leaves that until the chart is in sight. The view stays where the same events have the same
   // frequencies.
   void Calculate(bool sameEvents);
   void Show(TShockResponse response);
-  void ShowNothing();
   // Where curves are dotted: between lines of which one is rough.
   [[nodiscard]] std::vector<TTimeSpan> RoughSpans() const;
   void PaintSeries(QCPPainter& painter, TSeries series);

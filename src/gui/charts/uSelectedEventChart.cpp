@@ -209,7 +209,7 @@ void TSelectedEventChart::PaintSeries(QCPPainter& painter) {
     DrawCurve(
         painter, {TimeAxis(), ValueAxis(), -FStart}, Samples(),
         [series](const TEventValue& sample) { return ValueOf(sample, series); }, FExtents[Place(series)],
-        DashedPen(ink, kCurveWidth, Dashes(Place(series))), PointsVisible() && !faint, kNoGap, &Labels());
+        DashedPen(ink, kCurveWidth, Dashes(Place(series))), Labels(), PointsVisible() && !faint);
   }
 }
 
@@ -219,7 +219,7 @@ void TSelectedEventChart::PaintPins(QCPPainter& painter) {
       DrawCurve(
           painter, {TimeAxis(), ValueAxis(), curve.offset}, curve.samples.Samples(),
           [series](const TEventValue& sample) { return ValueOf(sample, series); }, curve.extents[Place(series)],
-          PenOf(curve.pin), false, kNoGap, &Labels());
+          PenOf(curve.pin), Labels());
     }
   }
 }

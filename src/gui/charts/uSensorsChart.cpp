@@ -92,9 +92,7 @@ void TSensorsChart::MoveSensor(std::size_t index, TSensorAxis axis) {
 }
 
 void TSensorsChart::SetHoveredTime(std::optional<double> time) {
-  if (FHovered == time) return;
-  FHovered = time;
-  RedrawMarks();
+  if (std::exchange(FHovered, time) != time) RedrawMarks();
 }
 
 bool TSensorsChart::IsSensorVisible(std::size_t index) const {
@@ -228,7 +226,7 @@ void TSensorsChart::PaintData(QCPPainter& painter) {
     DrawCurve(
         painter, {TimeAxis(), AxisOf(series.look.axis), FSensors.Start(), kMsPerDay}, series.readings.Samples(),
         [](const TSensorValue& reading) { return reading.xvalue; }, series.extents,
-        DashedPen(InkOf(series), kCurveWidth, DashesOf(series)), PointsVisible(), series.gap, &Labels());
+        DashedPen(InkOf(series), kCurveWidth, DashesOf(series)), Labels(), PointsVisible(), series.gap);
   }
 }
 

@@ -139,6 +139,6 @@ class TTimeChart : public TChartPlot, public IChartReadings {
   bool FForPaper = false;
 };
 
-// Makes two charts above each other one instrument: equal side margins, one pointer time through both, and the date axis
-// of the lower one for both while they show the same span. Both must live as long as each other.
+// Makes two charts above each other one instrument: equal side margins, one pointer time through both, and the date
+// axis of the lower one for both while they show the same span. Both must live as long as each other.
 void PairCharts(TTimeChart& upper, TTimeChart& lower);
