@@ -15,9 +15,9 @@
 namespace {
 
 // Columns of sensors, in their order; the dew point has no sensor.
-using TColumns = std::span<const TQuantityRow* const>;
-constexpr TColumns kEventColumns = kQuantitiesBy<&TQuantityRow::eventsPlace>;
-constexpr TColumns kSensorsColumns = kQuantitiesBy<&TQuantityRow::sensorsPlace>;
+using TSensorColumns = std::span<const TQuantityRow* const>;
+constexpr TSensorColumns kEventColumns = kQuantitiesBy<&TQuantityRow::eventsPlace>;
+constexpr TSensorColumns kSensorsColumns = kQuantitiesBy<&TQuantityRow::sensorsPlace>;
 
 constexpr std::string_view kDewPoint = "Dew Point";
 constexpr std::string_view kTemperature = "Temperature";
@@ -28,7 +28,7 @@ bool IsPresent(const TSensorList& sensors, std::string_view name) {
 }
 
 // Fields for the sensors that are present; the dew point needs temperature and humidity.
-void DefineSensorFields(TColumns columns, const TSensorList& sensors, TDataset& table) {
+void DefineSensorFields(TSensorColumns columns, const TSensorList& sensors, TDataset& table) {
   for (const TQuantityRow* column : columns) {
     const bool present = column->field == kDewPoint ? IsPresent(sensors, kTemperature) && IsPresent(sensors, kHumidity)
                                                     : IsPresent(sensors, column->sensorName);
@@ -37,7 +37,7 @@ void DefineSensorFields(TColumns columns, const TSensorList& sensors, TDataset& 
 }
 
 // A pair of indexes for each field that is there.
-void DefineSensorIndexes(TColumns columns, TDataset& table) {
+void DefineSensorIndexes(TSensorColumns columns, TDataset& table) {
   for (const TQuantityRow* column : columns) table.AddIndexPair(column->indexKey, column->field);
 }
 
@@ -54,7 +54,7 @@ struct TSources {
 
 // `choose` gives the sensor of a name, or nothing.
 template <class TChoose>
-TSources FindSources(TColumns columns, const TDataset& table, const TChoose& choose) {
+TSources FindSources(TSensorColumns columns, const TDataset& table, const TChoose& choose) {
   TSources sources;
   for (const TQuantityRow* column : columns) {
     const auto field = table.FindField(column->field);

@@ -12,9 +12,6 @@ using namespace std::chrono;
 
 constexpr double kSecondsPerDay = 86400;
 constexpr double kDaysOfNoMonth = 30;
-constexpr sys_days kDayZero = 1899y / December / 30;
-constexpr double kFirstDay = (sys_days(1y / January / 1) - kDayZero).count();
-constexpr double kLastDay = (sys_days(9999y / December / 31) - kDayZero).count();
 constexpr double kTellApart = 1e-13;  // smallest span, relative to the time (double precision)
 constexpr double kRounded = 0.5;      // of MinSpan; rounding never takes this much of a span
 constexpr double kPartOfData = 50;
@@ -24,11 +21,11 @@ double AddMonths(double dateTime, int months) {
   const double day = std::trunc(dateTime);
   const double timeOfDay = std::fabs(dateTime - day);
   if (!(day >= kFirstDay && day <= kLastDay)) return dateTime + kDaysOfNoMonth * months;
-  const year_month_day date = kDayZero + days(static_cast<int>(day));
+  const year_month_day date = kDateEpoch + days(static_cast<int>(day));
   const year_month month = year_month(date.year(), date.month()) + std::chrono::months(months);
   const auto lastDay = unsigned{(month / last).day()};
   const sys_days moved = month / std::chrono::day(std::min(unsigned{date.day()}, lastDay));
-  const auto movedDay = static_cast<double>((moved - kDayZero).count());
+  const auto movedDay = static_cast<double>((moved - kDateEpoch).count());
   return movedDay < 0 ? movedDay - timeOfDay : movedDay + timeOfDay;
 }
 

@@ -3,6 +3,7 @@
 
 #include <QObject>
 #include <optional>
+#include <utility>
 
 #include "gui/charts/uChartRange.h"
 #include "navigation/uTimeNavigator.h"
@@ -11,23 +12,20 @@
 class TNavigatorBand final : public QObject {
   Q_OBJECT
   // Date-times; without meaning while the band is hidden.
-  Q_PROPERTY(double start READ Start NOTIFY Changed)
-  Q_PROPERTY(double end READ End NOTIFY Changed)
-  Q_PROPERTY(bool visible READ IsVisible NOTIFY Changed)
+  Q_PROPERTY(double start READ Start)
+  Q_PROPERTY(double end READ End)
+  Q_PROPERTY(bool visible READ IsVisible)
 
  public:
   TNavigatorBand(const char* name, QObject* parent);
 
   // Swaps ends that are not in order; without two finite ends nothing happens. Both return true if the band changed.
   bool Show(const TTimeSpan& span);
-  bool Hide();
+  bool Hide() { return std::exchange(FVisible, false); }
   [[nodiscard]] const TTimeSpan& Span() const { return FSpan; }
   [[nodiscard]] double Start() const { return FSpan.start; }
   [[nodiscard]] double End() const { return FSpan.end; }
   [[nodiscard]] bool IsVisible() const { return FVisible; }
-
- signals:
-  void Changed();
 
  private:
   TTimeSpan FSpan{0, 0};

@@ -86,7 +86,7 @@ QString TFrequencyChart::StrongestPeak() const {
 }
 
 void TFrequencyChart::SeriesChanged() {
-  if (!Lines().empty()) ShowTitle();
+  ShowTitle();
   Range().RescaleValues();
 }
 

@@ -38,7 +38,9 @@ class TFrequencyChart : public TAccelerationChart {
   [[nodiscard]] QStringList SpanTexts(double span) const override;
   void SeriesChanged() override;
 
-  virtual void ShowTitle() = 0;
+  // There are lines.
+  [[nodiscard]] virtual QString Title() const = 0;
+  void ShowTitle() { Legend().SetTitle(Lines().empty() ? QString() : Title()); }
 
   // There are some.
   [[nodiscard]] static std::size_t LineAt(std::span<const TSpectrumLine> lines, double hertz);

@@ -145,7 +145,7 @@ void TResponseChart::SetRequest(const TResponseRequest& request) {
   const double levelOn = FRequest.levelOn;
   FRequest = request;
   FRequest.levelOn = levelOn;
-  for (TPinned& pinned : FPinnedEvents) pinned.isCalculated = false;
+  FCalculated.clear();
   Calculate(true);
 }
 
@@ -245,31 +245,30 @@ void TResponseChart::Calculate(bool sameEvents) {
 }
 
 void TResponseChart::PinsChanged() {
-  std::vector<TPinned> before = std::exchange(FPinnedEvents, {});
-  for (const TPin& pin : Pins().items) {
-    const auto known = std::ranges::find(before, pin.event, [](const TPinned& pinned) { return pinned.pin.event; });
-    FPinnedEvents.push_back(known != before.end() ? std::move(*known) : TPinned{});
-    FPinnedEvents.back().pin = pin;
-  }
+  std::erase_if(FCalculated, [this](const auto& calculated) {
+    return std::ranges::find(Pins().items, calculated.first, &TPin::event) == Pins().items.end();
+  });
   Calculate(true);
+}
+
+std::vector<TPin> TResponseChart::PinsToCalculate() const {
+  std::vector<TPin> pins = Pins().items;
+  std::erase_if(pins, [this](const TPin& pin) { return !pin.visible || FCalculated.contains(pin.event); });
+  return pins;
 }
 
 std::vector<TResponseJob> TResponseChart::Jobs(std::vector<const TEvent*> events) const {
   std::vector<TResponseJob> jobs = {{std::move(events), FRequest, {}}};
-  for (const TPinned& pinned : FPinnedEvents) {
-    if (!pinned.pin.visible || pinned.isCalculated) continue;
-    jobs.push_back({{&pinned.pin.event->event}, FRequest, pinned.pin.event});
-    jobs.back().request.levelOn = pinned.pin.event->levels.totOn;
+  for (const TPin& pin : PinsToCalculate()) {
+    jobs.push_back({{&pin.event->event}, FRequest, pin.event});
+    jobs.back().request.levelOn = pin.event->levels.totOn;
   }
   return jobs;
 }
 
 void TResponseChart::TakeResults(std::vector<TShockResponse> results) {
   std::size_t next = 1;
-  for (TPinned& pinned : FPinnedEvents) {
-    if (!pinned.pin.visible || std::exchange(pinned.isCalculated, true)) continue;
-    pinned.lines = SpectrumLinesOf(results[next++].lines);
-  }
+  for (const TPin& pin : PinsToCalculate()) FCalculated[pin.event] = SpectrumLinesOf(results[next++].lines);
   Show(std::move(results.front()));
 }
 
@@ -277,17 +276,17 @@ void TResponseChart::Show(TShockResponse response) {
   FResponse = std::move(response);
   FLines = SpectrumLinesOf(FResponse.lines);
   std::vector<std::vector<TSpectrumLine>> pinnedLines;
-  for (const TPinned& pinned : FPinnedEvents) {
-    pinnedLines.push_back(FLines.empty() || !pinned.pin.visible ? std::vector<TSpectrumLine>() : pinned.lines);
+  for (const TPin& pin : Pins().items) {
+    const auto calculated = FCalculated.find(pin.event);
+    const bool isThere = !FLines.empty() && pin.visible && calculated != FCalculated.end();
+    pinnedLines.push_back(isThere ? calculated->second : std::vector<TSpectrumLine>());
   }
   SetPinnedLines(std::move(pinnedLines));
   SetPlaceholder(QtText(WhyNone()));
   SetValueTitle(IsVelocity(FRequest) ? tr("Pseudo-velocity") : tr("Acceleration response"), ValueUnit());
+  ShowTitle();
   std::optional<TTimeSpan> full;
-  if (FLines.empty()) {
-    Legend().SetTitle({});
-  } else {
-    ShowTitle();
+  if (!FLines.empty()) {
     double from = FLines.front().hertz;
     for (const auto& lines : PinnedLines()) from = std::min(from, lines.empty() ? from : lines.front().hertz);
     full = {from / kMargin, MaxHertz() * kMargin};
@@ -311,7 +310,7 @@ std::string TResponseChart::WhyNone() const {
 }
 
 // What the spectrum is, then what limits its use: a narrow chart cuts the end of a title.
-void TResponseChart::ShowTitle() {
+QString TResponseChart::Title() const {
   const auto& [quality, response, sign] = FRequest.options;
   const QString whose =
       FIsEnvelope ? tr("Envelope of %1 events").arg(Events().size()) : tr("Event %1").arg(FEvents->GetItem(*FIndex).ID);
@@ -327,7 +326,7 @@ void TResponseChart::ShowTitle() {
   for (const std::string& remark : FResponse.remarks) parts.append(QtText(remark));
   if (!FResponse.baseline.empty()) parts.append(QtText(FResponse.baseline));
   parts.append(tr("1/%1 octave").arg(FRequest.octave));
-  Legend().SetTitle(parts.join(" · ") + StrongestPeak());
+  return parts.join(" · ") + StrongestPeak();
 }
 
 std::vector<TTimeSpan> TResponseChart::RoughSpans() const {

@@ -2,6 +2,8 @@
 // sampling is too slow for more than a rough answer, its curves are dotted on a shaded ground. Main thread only.
 #pragma once
 
+#include <map>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -56,7 +58,7 @@ class TResponseChart final : public TFrequencyChart {
   void Ended();
 
  protected:
-  void ShowTitle() override;
+  [[nodiscard]] QString Title() const override;
   void PaintData(QCPPainter& painter) override;
   // With the limit and the smallest margin to it.
   [[nodiscard]] std::vector<TReading> ReadingsAt(double hertz) const override;
@@ -67,7 +69,9 @@ class TResponseChart final : public TFrequencyChart {
 
  private:
   [[nodiscard]] std::vector<const TEvent*> Events() const;
-  // What Show gets the results of: the shown events, then each visible pinned event that is not calculated yet.
+  // The visible pinned events that are not calculated yet.
+  [[nodiscard]] std::vector<TPin> PinsToCalculate() const;
+  // What Show gets the results of: the shown events, then each of those.
   [[nodiscard]] std::vector<TResponseJob> Jobs(std::vector<const TEvent*> events) const;
   void TakeResults(std::vector<TShockResponse> results);
   [[nodiscard]] static TEnvelopePoint PointOf(const TSpectrumLine& line, TSeries series);
@@ -94,13 +98,8 @@ class TResponseChart final : public TFrequencyChart {
   TResponseRequest FRequest;
   TLimitCurve FLimit;
   TShockResponse FResponse;
-  std::vector<TSpectrumLine> FLines;  // those of FResponse
-  struct TPinned {
-    TPin pin;
-    bool isCalculated = false;  // with this request
-    std::vector<TSpectrumLine> lines;
-  };
-  std::vector<TPinned> FPinnedEvents;
+  std::vector<TSpectrumLine> FLines;                                                      // those of FResponse
+  std::map<std::shared_ptr<const TPinnedEvent>, std::vector<TSpectrumLine>> FCalculated;  // with this request
   struct TView {
     TTimeSpan full, times;
   };

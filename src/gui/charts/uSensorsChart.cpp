@@ -25,27 +25,14 @@ constexpr TSensorAxis kGridOrder[] = {TSensorAxis::LeftOuter, TSensorAxis::LeftI
 TSensorsChart::TSensorsChart(QWidget* parent) : TTimeChart(TAxisUnit::Days, parent) {
   setAccessibleName(tr("Sensors chart"));
   SetPlaceholder(tr("No sensor readings"));
-  FAxes[static_cast<std::size_t>(TSensorAxis::LeftInner)] = &ValueAxis();
+  FAxes = {&ValueAxis(), AddAxis(QCPAxis::atLeft), AddAxis(QCPAxis::atRight), AddAxis(QCPAxis::atRight)};
+  for (const TSensorAxis inner : {TSensorAxis::LeftInner, TSensorAxis::RightInner}) AxisOf(inner).setPadding(kAxisGap);
   new TPainted(&Rect(), "marks", [this](QCPPainter& painter) {
     if (!HasData() || !FHovered) return;
     DrawMoment(painter, TimeAxis(), *FHovered, QPen(palette().color(QPalette::Highlight), 1, Qt::DotLine));
   });
   Restyle();
   Clear();
-}
-
-void TSensorsChart::PrepareExtraAxes() {
-  constexpr std::pair<TSensorAxis, QCPAxis::AxisType> kExtra[] = {{TSensorAxis::LeftOuter, QCPAxis::atLeft},
-                                                                  {TSensorAxis::RightInner, QCPAxis::atRight},
-                                                                  {TSensorAxis::RightOuter, QCPAxis::atRight}};
-  for (const auto& [axis, side] : kExtra) {
-    TTitledAxis*& made = FAxes[static_cast<std::size_t>(axis)];
-    if (made) continue;
-    made = AddAxis(side);
-    made->setVisible(false);
-  }
-  for (const TSensorAxis inner : {TSensorAxis::LeftInner, TSensorAxis::RightInner}) AxisOf(inner).setPadding(kAxisGap);
-  Restyle();
 }
 
 void TSensorsChart::Clear() {
@@ -57,7 +44,6 @@ void TSensorsChart::Clear() {
 }
 
 void TSensorsChart::SetSensors(const TSensorList& sensors, double startTime) {
-  PrepareExtraAxes();
   Clear();
   FSensors.Set(sensors, startTime);
   FillLegend();
@@ -82,7 +68,6 @@ void TSensorsChart::EmitHidden(const QStringList& hidden, std::size_t chosen) {
 
 void TSensorsChart::MoveSensor(std::size_t index, TSensorAxis axis) {
   if (index >= FSensors.Series().size()) return;
-  PrepareExtraAxes();
   const TSensorAxis before = FSensors.Series()[index].look.axis;
   EmitHidden(FSensors.Move(index, axis), index);
   ScaleAxis(before);
@@ -97,11 +82,6 @@ void TSensorsChart::SetHoveredTime(std::optional<double> time) {
 
 bool TSensorsChart::IsSensorVisible(std::size_t index) const {
   return index < FSensors.Series().size() && FSensors.Series()[index].visible;
-}
-
-void TSensorsChart::SetAxisLocked(TSensorAxis axis, bool locked) {
-  PrepareExtraAxes();
-  Range().LockAxis(AxisOf(axis), locked);
 }
 
 void TSensorsChart::ScaleValues() {
@@ -123,7 +103,6 @@ std::vector<double> TSensorsChart::LimitsOf(const TSensorSeries& series) const {
 }
 
 void TSensorsChart::ScaleAxis(TSensorAxis axis) {
-  if (!FAxes[static_cast<std::size_t>(axis)]) return;
   const TExtent extent = FSensors.ExtentOn(axis);
   double min{extent.min};
   double max{extent.max};
@@ -144,17 +123,15 @@ void TSensorsChart::ScaleAxis(TSensorAxis axis) {
 
 void TSensorsChart::SetUpAxes() {
   for (std::size_t i = 0; i < kSensorAxisCount; ++i) {
-    if (!FAxes[i]) continue;
     FAxes[i]->setVisible(FSensors.IsUsed(static_cast<TSensorAxis>(i)));
     StyleAxis(*FAxes[i], InkOf(static_cast<TSensorAxis>(i)));
   }
   bool taken = false;
   for (const TSensorAxis axis : kGridOrder) {
-    const TTitledAxis* const drawn = FAxes[static_cast<std::size_t>(axis)];
-    if (!drawn) continue;
-    drawn->grid()->setVisible(drawn->visible() && !taken);
-    drawn->grid()->setZeroLinePen(drawn->grid()->pen());
-    taken = taken || drawn->visible();
+    const TTitledAxis& drawn = AxisOf(axis);
+    drawn.grid()->setVisible(drawn.visible() && !taken);
+    drawn.grid()->setZeroLinePen(drawn.grid()->pen());
+    taken = taken || drawn.visible();
   }
   QueueReplot();
 }
@@ -190,7 +167,7 @@ std::vector<TLegendEntry> TSensorsChart::LegendEntries() const {
 
 void TSensorsChart::Prepare() {
   for (std::size_t i = 0; i < kSensorAxisCount; ++i) {
-    if (FAxes[i] && FAxes[i]->visible()) FAxes[i]->SetTitle(TitleOf(static_cast<TSensorAxis>(i)));
+    if (FAxes[i]->visible()) FAxes[i]->SetTitle(TitleOf(static_cast<TSensorAxis>(i)));
   }
 }
 

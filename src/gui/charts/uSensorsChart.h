@@ -15,11 +15,6 @@ class TSensorsChart final : public TTimeChart {
  public:
   explicit TSensorsChart(QWidget* parent = nullptr);
 
-  // Makes the value axes beside the left inner one; once, before the first data. SetSensors does so where nobody did.
-  void PrepareExtraAxes();
-  // Titles, colours and which axes are drawn, from the series that are visible.
-  void SetUpAxes();
-
   // Borrows the readings until Clear or the next call. startTime is the mission's start, a date-time. Shows the full
   // range; of the sensors that would need another unit on the left inner axis only the first is visible.
   void SetSensors(const TSensorList& sensors, double startTime);
@@ -38,7 +33,7 @@ class TSensorsChart final : public TTimeChart {
   // Marks a moment, a date-time.
   void SetHoveredTime(std::optional<double> time);
 
-  void SetAxisLocked(TSensorAxis axis, bool locked);
+  void SetAxisLocked(TSensorAxis axis, bool locked) { Range().LockAxis(AxisOf(axis), locked); }
 
  signals:
   // Sensors had to make room for another; in words.
@@ -59,6 +54,8 @@ class TSensorsChart final : public TTimeChart {
   // Sensors made room for a chosen one.
   void EmitHidden(const QStringList& hidden, std::size_t chosen);
   void ScaleAxis(TSensorAxis axis);
+  // Colours and which axes are drawn, from the series that are visible.
+  void SetUpAxes();
   void PaintAlarms(QCPPainter& painter);
   // Those of its readings that these can be beyond.
   [[nodiscard]] std::vector<double> LimitsOf(const TSensorSeries& series) const;
@@ -68,7 +65,7 @@ class TSensorsChart final : public TTimeChart {
   [[nodiscard]] std::vector<TTitlePart> TitleOf(TSensorAxis axis) const;
   [[nodiscard]] TTitledAxis& AxisOf(TSensorAxis axis) const { return *FAxes[static_cast<std::size_t>(axis)]; }
 
-  std::array<TTitledAxis*, kSensorAxisCount> FAxes{};
+  std::array<TTitledAxis*, kSensorAxisCount> FAxes{};  // by TSensorAxis
   TShownSensors FSensors{Display()};
   std::optional<double> FHovered;  // a date-time
 };

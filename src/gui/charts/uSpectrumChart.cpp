@@ -104,11 +104,7 @@ void TSpectrumChart::Calculate() {
   CalculatePins();
   const std::string why = WhyNoSpectrum(FSpectrum);
   SetPlaceholder(why.empty() ? tr("No event selected") : QtText(why));
-  if (FSpectrum.lines.empty()) {
-    Legend().SetTitle({});
-  } else {
-    ShowTitle();
-  }
+  ShowTitle();
   ShowAll();
   emit LinesChanged();
 }
@@ -134,7 +130,7 @@ void TSpectrumChart::PinsChanged() {
 }
 
 // The title names the strongest line, because people look for it first.
-void TSpectrumChart::ShowTitle() {
+QString TSpectrumChart::Title() const {
   // What was done to the samples comes first: a narrow chart cuts the end of a title.
   QString title = tr("Event %1").arg(FEvent->ID);
   if (const std::size_t taken = FSpectrum.grid.places.size(); taken < FEvent->Count()) {
@@ -144,7 +140,7 @@ void TSpectrumChart::ShowTitle() {
   const std::string done = WhatGridDid(FSpectrum.grid);
   if (!done.empty()) title += tr(" · %1").arg(QtText(done));
   title += tr(" · %1 lines of %2 Hz").arg(FSpectrum.lines.size()).arg(Digits(Step(), kDigits));
-  Legend().SetTitle(title + StrongestPeak());
+  return title + StrongestPeak();
 }
 
 void TSpectrumChart::ScaleValues() {

@@ -37,7 +37,7 @@ class TSpectrumChart final : public TFrequencyChart {
   [[nodiscard]] QString ShownName() const override { return tr("spectrum"); }
 
  protected:
-  void ShowTitle() override;
+  [[nodiscard]] QString Title() const override;
   void PaintData(QCPPainter& painter) override;
   void ScaleValues() override;
   void showEvent(QShowEvent* event) override;
