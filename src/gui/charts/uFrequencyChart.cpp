@@ -13,12 +13,6 @@ constexpr double kPeakRadius = 3;  // px
 
 }  // namespace
 
-double TFrequencyChart::ValueOf(const TSpectrumLine& line, TSeries series) {
-  constexpr double TSpectrumLine::*kValues[] = {&TSpectrumLine::x, &TSpectrumLine::y, &TSpectrumLine::z,
-                                                &TSpectrumLine::total};
-  return line.*kValues[Place(series)];
-}
-
 void TFrequencyChart::SetPinnedLines(std::vector<std::vector<TSpectrumLine>> lines) {
   FPinned = std::move(lines);
   FillLegend();

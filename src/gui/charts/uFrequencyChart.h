@@ -48,7 +48,6 @@ class TFrequencyChart : public TAccelerationChart {
   [[nodiscard]] QString PinWords(std::size_t pin) const override;
   // With the pinned events.
   [[nodiscard]] double MaxHertz() const;
-  [[nodiscard]] static double ValueOf(const TSpectrumLine& line, TSeries series);
   // The extremes of what is visible, pinned events too, without the constant part, which would leave no height to the
   // lines; minPositive is the smallest above 0. Infinities, the minima positive, where there is no value.
   struct TExtremes {

@@ -10,6 +10,7 @@
 
 #include "analysis/uExtents.h"
 #include "analysis/uShockMetrics.h"
+#include "analysis/uSpectrum.h"
 #include "model/uEvents.h"
 
 enum class TSeries { X, Y, Z, Total };
@@ -39,6 +40,13 @@ inline float ValueOf(const TEventValue& sample, TSeries series) {
       break;
   }
   return static_cast<float>(Magnitude(sample));
+}
+
+// Of a line of a spectrum.
+inline double ValueOf(const TSpectrumLine& line, TSeries series) {
+  constexpr double TSpectrumLine::*kValues[] = {&TSpectrumLine::x, &TSpectrumLine::y, &TSpectrumLine::z,
+                                                &TSpectrumLine::total};
+  return line.*kValues[Place(series)];
 }
 
 // Of each series of an event, in g.

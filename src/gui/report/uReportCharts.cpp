@@ -67,12 +67,12 @@ void TReportCharts::Paint(QPainter& painter, const QRectF& place, TTimeChart& ch
 }
 
 void TReportCharts::PaintEvents(QPainter& painter, const QRectF& place) {
-  Events().SetSideMargins(0, 0);
+  Events().SetSideMargins({});
   Paint(painter, place, Events(), PartSpan());
 }
 
 void TReportCharts::PaintSensors(QPainter& painter, const QRectF& place) {
-  Sensors().SetSideMargins(0, 0);
+  Sensors().SetSideMargins({});
   Paint(painter, place, Sensors(), PartSpan());
 }
 
@@ -86,8 +86,8 @@ void TReportCharts::PaintWhole(QPainter& painter, const QRectF& place) {
   const double split = !hasSensors ? place.height() : hasEvents ? place.height() * kEventsPart : 0;
   const QRectF above(place.left(), place.top(), place.width(), split);
   const QRectF below(place.left(), place.top() + split, place.width(), place.height() - split);
-  Events().SetSideMargins(0, 0);
-  Sensors().SetSideMargins(0, 0);
+  Events().SetSideMargins({});
+  Sensors().SetSideMargins({});
   if (hasEvents && hasSensors) {
     // Both are laid out before their margins are made equal.
     SizeForPaper(Events(), above.size());

@@ -18,8 +18,9 @@ class TShockValuesModel final : public QAbstractTableModel {
  public:
   using QAbstractTableModel::QAbstractTableModel;
 
-  void SetSamples(std::span<const TEventValue> samples, double startMs);
-  void SetLines(std::span<const TSpectrumLine> lines, const QString& unit);
+  // Either samples or lines.
+  void Set(std::span<const TEventValue> samples, double startMs, std::span<const TSpectrumLine> lines,
+           const QString& unit);
   void SetDisplay(const TDisplaySettings& display);
 
   [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
@@ -29,8 +30,6 @@ class TShockValuesModel final : public QAbstractTableModel {
                                     int role = Qt::DisplayRole) const override;
 
  private:
-  [[nodiscard]] QString LineText(const TSpectrumLine& line, int column) const;
-
   std::span<const TEventValue> FSamples;
   std::span<const TSpectrumLine> FLines;
   QString FUnit;      // of the lines; empty while samples are shown
