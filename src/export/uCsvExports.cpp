@@ -143,7 +143,7 @@ TFileWriter EventWriter(const TEvent& event, bool highPass, IProgress& progress,
 }
 
 void AppendResponseLine(std::string& text, const TResponseLine& line) {
-  for (const double value : {line.hertz, line.x, line.y, line.z, line.total}) AppendCsvExact(text, value);
+  for (const double value : RowOf(line)) AppendCsvExact(text, value);
   AppendCsvField(text, kResponseRangeNames[static_cast<std::size_t>(line.range)]);
   text += kLineBreak;
 }

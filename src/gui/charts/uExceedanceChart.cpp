@@ -6,6 +6,7 @@
 #include <functional>
 
 #include "gui/charts/uChartPaint.h"
+#include "gui/charts/uCountChart.h"
 #include "gui/charts/uReferenceLooks.h"
 #include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
@@ -17,6 +18,7 @@ constexpr double kValueRoom = 1.04;  // of the values, beyond the largest
 constexpr int kDigits = 4;
 constexpr double kDotRadius = 2;       // px
 constexpr std::size_t kMaxDots = 200;  // more are a line
+constexpr std::size_t kHistogramSteps = 30;
 
 }  // namespace
 
@@ -191,4 +193,23 @@ TRangeTable TExceedanceChart::VisibleStatistics() const {
   for (const int percentile : kPercentiles) add(tr("P%1").arg(percentile), percentile / 100.0);
   add(tr("Largest"), 1);
   return table;
+}
+
+void ShowDistribution(const TEventQuantity& quantity, std::span<const double> values, const QString& reference,
+                      const TDistribution& there, TCountChart& histogram, TExceedanceChart& exceedance) {
+  const bool isAny = std::ranges::any_of(values, [](double value) { return std::isfinite(value); });
+  const TDistribution beside = isAny ? there : TDistribution();
+  const QString name = beside.empty() ? QString() : reference;
+  const TRoundHistogram steps = HistogramInRoundSteps(values, kHistogramSteps, beside);
+  const QString unit = quantity.unit;
+  std::vector<TCountBar> bars;
+  for (std::size_t i = 0; i < steps.counts.size(); ++i) {
+    const double from = steps.first + static_cast<double>(i) * steps.step;
+    const double to = from + steps.step;
+    bars.push_back({from, to, steps.counts[i], QObject::tr("%1 to %2 %3").arg(Digits(from), Digits(to), unit),
+                    steps.referenceCounts[i]});
+  }
+  const QString title = QObject::tr(quantity.name);
+  histogram.SetBars(std::move(bars), QObject::tr("%1 (%2)").arg(title, unit), name);
+  exceedance.SetValues(TExceedance(values), title, unit, {name, TExceedance::Of(beside)});
 }

@@ -4,8 +4,11 @@
 #include <span>
 #include <string>
 
+#include "analysis/uEventQuantities.h"
 #include "analysis/uShockStatistics.h"
 #include "gui/charts/uAnalysisChart.h"
+
+class TCountChart;
 
 struct TReferenceCurve {
   QString name = {};
@@ -47,3 +50,8 @@ class TExceedanceChart final : public TAnalysisChart {
   TReferenceCurve FReference;
   QString FQuantity, FUnit;
 };
+
+// How a quantity is distributed over events, in both of its charts. `values` are those of the events, NaN where one has
+// none. `there` is that of the reference of that name; it is left out where one of both is empty.
+void ShowDistribution(const TEventQuantity& quantity, std::span<const double> values, const QString& reference,
+                      const TDistribution& there, TCountChart& histogram, TExceedanceChart& exceedance);
