@@ -38,13 +38,12 @@ class TExceedanceChart final : public TAnalysisChart {
  private:
   // % of the events.
   [[nodiscard]] double ExceededBy(std::size_t value) const { return 100 * FValues.ExceededPart(value); }
-  [[nodiscard]] QPointF PlaceOf(std::size_t value) const;
+  [[nodiscard]] QPointF PlaceOf(const TExceedance& of, std::size_t value) const;
   [[nodiscard]] bool HasReference() const { return !FReference.name.isEmpty(); }
   // "P50 6.5", beside a reference with the difference.
   [[nodiscard]] QString PercentileText(int percentile) const;
   // The last value that is drawn at or left of a position, else the first.
   [[nodiscard]] std::size_t ValueAt(double x) const;
-  void PaintReference(QCPPainter& painter);
 
   TExceedance FValues{{}};
   TReferenceCurve FReference;
