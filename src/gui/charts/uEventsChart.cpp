@@ -154,7 +154,7 @@ void TEventsChart::PaintDots(QCPPainter& painter) {
   const std::size_t end =
       FirstAtOrAfter(FEvents.Count(), key, std::nextafter(range.upper, std::numeric_limits<double>::infinity()));
   FDots.Gather(FirstAtOrAfter(FEvents.Count(), key, range.lower), end, [&](TDotGrid& grid, std::size_t i) {
-    if (!FEvents.IsVisible(i) || !IsSeriesVisible(kAllSeries[FEvents.Axis(i)])) return;
+    if (!FEvents.IsVisible(i) || !IsSeriesVisible(static_cast<TSeries>(FEvents.Axis(i)))) return;
     grid.Add(times.At(FEvents.Time(i)), values.At(double{FEvents.Peak(i)}), i, double{FEvents.Max(i)});
   });
   std::vector<QColor> inks;
@@ -194,7 +194,7 @@ void TEventsChart::PaintMark(QCPPainter& painter, std::optional<std::size_t> pla
   if (!place) return;
   const QRect rect = Rect().rect();
   const double x = TimeAxis().coordToPixel(FEvents.Time(*place));
-  const bool hasDot = FEvents.IsVisible(*place) && IsSeriesVisible(kAllSeries[FEvents.Axis(*place)]);
+  const bool hasDot = FEvents.IsVisible(*place) && IsSeriesVisible(static_cast<TSeries>(FEvents.Axis(*place)));
   const double y = ValueAxis().coordToPixel(double{hasDot ? FEvents.Peak(*place) : FEvents.Max(*place)});
   const auto [middle, radius] = hasDot ? FDots.CircleOf({x, y}) : TEventDots::TCircle{{x, y}, kTotalRadius};
   const QPointF corner(radius + kRingAway, radius + kRingAway);
