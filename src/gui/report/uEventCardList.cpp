@@ -8,6 +8,7 @@
 #include <QToolTip>
 #include <algorithm>
 
+#include "gui/common/uBoxes.h"
 #include "gui/common/uTheme.h"
 #include "shell/uShownVerdict.h"
 
@@ -23,8 +24,7 @@ constexpr int kRing = 2;
 }  // namespace
 
 TEventCardList::TEventCardList(QWidget* parent) : QAbstractScrollArea(parent) {
-  setObjectName("lstEventCards");
-  setAccessibleName(tr("Event cards"));
+  Named(this, "lstEventCards", tr("Event cards"));
   setFrameShape(QFrame::NoFrame);
   setFocusPolicy(Qt::StrongFocus);
   setContextMenuPolicy(Qt::ActionsContextMenu);

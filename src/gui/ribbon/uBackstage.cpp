@@ -2,16 +2,15 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPainter>
 #include <QScrollArea>
 #include <QStackedWidget>
 #include <QToolButton>
-#include <QVBoxLayout>
 #include <algorithm>
 
+#include "gui/common/uBoxes.h"
 #include "gui/ribbon/uBackstageEntry.h"
 #include "gui/ribbon/uBackstagePages.h"
 #include "gui/ribbon/uRibbonMetrics.h"
@@ -59,17 +58,13 @@ TBackstage::TBackstage(QWidget* window)
       FBrowsePath(new TBrowsePathPage(FPages)),
       FCurrentFolder(new TCurrentFolderPage(FPages)),
       FAbout(new TAboutPage(FPages)) {
-  setObjectName("Backstage");
-  setAccessibleName(tr("File page"));
+  Named(this, "Backstage", tr("File page"));
   setAutoFillBackground(true);
   hide();
   FHeading->setObjectName("lblBackstageHeading");
 
   FBack->Show(tr("Back"), "go-previous");
-  FEntriesLayout = new QVBoxLayout(FColumn);
-  FEntriesLayout->setContentsMargins(4, 8, 4, 8);
-  FEntriesLayout->setSpacing(0);
-  FEntriesLayout->addWidget(FBack);
+  FEntriesLayout = MakeColumn(FColumn, {FBack}, {QMargins(4, 8, 4, 8), 0});
   FEntriesLayout->addSpacing(12);
   FEntriesLayout->addStretch();
   auto* column = new QScrollArea(this);
@@ -81,16 +76,8 @@ TBackstage::TBackstage(QWidget* window)
   column->setFocusPolicy(Qt::NoFocus);
   column->setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents);
 
-  auto* right = new QVBoxLayout;
-  right->setContentsMargins(20, 16, 20, 16);
-  right->setSpacing(12);
-  right->addWidget(FHeading);
-  right->addWidget(FPages, 1);
-  auto* layout = new QHBoxLayout(this);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->setSpacing(1);
-  layout->addWidget(column);
-  layout->addLayout(right, 1);
+  auto* right = MakeColumn(nullptr, {FHeading, {FPages, 1}}, {QMargins(20, 16, 20, 16), 12});
+  MakeRow(this, {column, {right, 1}}, {QMargins(), 1});
 
   AddPage("backstageBrowsePath", tr("Browse path"), "document-open-folder", FBrowsePath);
   AddPage("backstageCurrentFolder", tr("Current folder"), "folder-open-recent", FCurrentFolder);

@@ -9,9 +9,9 @@
 #include <vector>
 
 class QAction;
+class QBoxLayout;
 class QLabel;
 class QStackedWidget;
-class QVBoxLayout;
 class TAboutPage;
 class TBackstageEntry;
 class TBrowsePathPage;
@@ -70,7 +70,7 @@ class TBackstage : public QWidget {
   const TEntry* Find(const QString& objectName) const;
 
   QWidget* FColumn;
-  QVBoxLayout* FEntriesLayout;
+  QBoxLayout* FEntriesLayout;
   QLabel* FHeading;
   QStackedWidget* FPages;
   TBackstageEntry* FBack;

@@ -13,6 +13,7 @@
 #include "base/uDateTime.h"
 #include "base/uFiles.h"
 #include "gui/common/uBackgroundTask.h"
+#include "gui/common/uBoxes.h"
 #include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
 #include "gui/common/uTitles.h"
@@ -292,8 +293,7 @@ TRecordingList::TRecordingList(const QString& objectName, const QString& accessi
       FSummaries(new TBackgroundTask(this)) {
   setHeader(new TTitles(this));
   header()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-  setObjectName(objectName);
-  setAccessibleName(accessibleName);
+  Named(this, objectName, accessibleName);
   setModel(FModel);
   setItemDelegateForColumn(TRecordingModel::kPicture, new TPicture(*FModel, this));
   setRootIsDecorated(false);

@@ -1,12 +1,11 @@
 #include "gui/ribbon/uRecordingPane.h"
 
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QVBoxLayout>
 
+#include "gui/common/uBoxes.h"
 #include "gui/common/uLabels.h"
 #include "gui/ribbon/uRecordingList.h"
 
@@ -17,28 +16,18 @@ TRecordingPane::TRecordingPane(const QString& listName, const QString& accessibl
       FProgress(new QProgressBar(this)),
       FCancel(new QPushButton(tr("Cancel"), this)),
       FList(new TRecordingList(listName, accessibleName, this)) {
-  FFilter->setObjectName(listName + "Filter");
-  FFilter->setAccessibleName(tr("Filter of the list"));
+  Named(FFilter, listName + "Filter", tr("Filter of the list"));
   FFilter->setPlaceholderText(tr("Filter by name, title, operator or state"));
   FFilter->setClearButtonEnabled(true);
   FFilter->setMaximumWidth(fontMetrics().averageCharWidth() * 50);
-  FProgress->setObjectName(listName + "Progress");
-  FProgress->setAccessibleName(tr("Recordings read"));
+  Named(FProgress, listName + "Progress", tr("Recordings read"));
   FProgress->setTextVisible(false);
   FProgress->setMaximumWidth(fontMetrics().averageCharWidth() * 20);
-  FCancel->setObjectName(listName + "Cancel");
-  FCancel->setAccessibleName(tr("Read no more recordings"));
-  FCancel->setToolTip(tr("Read no more recordings; what was read stays"));
+  Named(FCancel, listName + "Cancel", tr("Read no more recordings"),
+        tr("Read no more recordings; what was read stays"));
   FCancel->setAutoDefault(true);  // Enter presses it
-  auto* row = new QHBoxLayout;
-  row->addWidget(FFilter, 2);
-  row->addWidget(FNote, 3);
-  row->addWidget(FProgress, 1);
-  row->addWidget(FCancel);
-  auto* layout = new QVBoxLayout(this);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->addLayout(row);
-  layout->addWidget(FList, 1);
+  auto* row = MakeRow(nullptr, {{FFilter, 2}, {FNote, 3}, {FProgress, 1}, FCancel});
+  MakeColumn(this, {row, {FList, 1}}, kNoMargins);
   for (QWidget* widget : std::initializer_list<QWidget*>{FProgress, FCancel}) {
     QSizePolicy policy = widget->sizePolicy();
     policy.setRetainSizeWhenHidden(true);

@@ -5,10 +5,10 @@
 #include <QEvent>
 #include <QSignalBlocker>
 #include <QStackedWidget>
-#include <QVBoxLayout>
 #include <algorithm>
 #include <stdexcept>
 
+#include "gui/common/uBoxes.h"
 #include "gui/ribbon/uKeyTips.h"
 #include "gui/ribbon/uRibbonGroup.h"
 #include "gui/ribbon/uRibbonMetrics.h"
@@ -22,13 +22,8 @@ TRibbon::TRibbon(QWidget* parent)
       FFoldAction(new QAction(tr("Fold the ribbon"), this)),
       FBackstageAction(new QAction(tr("File page"), this)) {
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-  FTabBar->setObjectName("tabsRibbon");
-  FTabBar->setAccessibleName(tr("Ribbon"));
-  auto* layout = new QVBoxLayout(this);
-  layout->setContentsMargins(0, 4, 0, 8);
-  layout->setSpacing(0);
-  layout->addWidget(FTabBar);
-  layout->addWidget(FPages);
+  Named(FTabBar, "tabsRibbon", tr("Ribbon"));
+  MakeColumn(this, {FTabBar, FPages}, {QMargins(0, 4, 0, 8), 0});
   connect(FTabBar, &QTabBar::currentChanged, this, &TRibbon::OnCurrentChanged);
   connect(FTabBar, &QTabBar::tabBarClicked, this, &TRibbon::OnTabClicked);
   connect(FTabBar, &QTabBar::tabBarDoubleClicked, this, &TRibbon::OnTabDoubleClicked);
@@ -57,9 +52,7 @@ void TRibbon::AddTab(const QString& objectName, const QString& caption) {
   if (file) {
     FPages->addWidget(new QWidget(FPages));
   } else {
-    tab.Page = new TRibbonPage(FPages);
-    tab.Page->setObjectName(objectName);
-    tab.Page->setAccessibleName(PlainCaption(caption));
+    tab.Page = Named(new TRibbonPage(FPages), objectName, PlainCaption(caption));
     tab.Page->SetFrozen(FUpdates > 0);
     FPages->addWidget(tab.Page);
     connect(tab.Page, &TRibbonPage::ContentChanged, this, &TRibbon::UpdateTabs);

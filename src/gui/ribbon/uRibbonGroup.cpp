@@ -4,9 +4,9 @@
 #include <QApplication>
 #include <QEvent>
 #include <QGridLayout>
-#include <QVBoxLayout>
 #include <algorithm>
 
+#include "gui/common/uBoxes.h"
 #include "gui/common/uIcons.h"
 #include "gui/common/uPopup.h"
 #include "gui/ribbon/uRibbonButton.h"
@@ -32,14 +32,12 @@ TRibbonGroup::TRibbonGroup(const QString& objectName, const QString& title, QWid
       FTitle(title),
       FHandle(new TRibbonButton(TRibbonButton::TShape::Large, this)),
       FPopup(new QFrame(this, Qt::Popup)) {
-  setObjectName(objectName);
-  setAccessibleName(title);
+  Named(this, objectName, title);
   FHandle->setObjectName(objectName + "Handle");
   FHandle->hide();
   connect(FHandle, &QToolButton::clicked, this, &TRibbonGroup::OpenPopup);
 
-  FPopup->setObjectName(objectName + "Popup");
-  FPopup->setAccessibleName(title);
+  Named(FPopup, objectName + "Popup", title);
   FPopup->setFrameShape(QFrame::StyledPanel);
   FPopup->setProperty("surface", true);
   // A click on the collapsed button while its popup is open closes it and does not open it again.
@@ -48,9 +46,7 @@ TRibbonGroup::TRibbonGroup(const QString& objectName, const QString& title, QWid
   FGrid->setHorizontalSpacing(kColumnGap);
   FGrid->setVerticalSpacing(0);
   for (int row = 0; row < kRows; ++row) FGrid->setRowStretch(row, 1);
-  auto* layout = new QVBoxLayout(FPopup);
-  layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
-  layout->setSizeConstraint(QLayout::SetFixedSize);
+  MakeColumn(FPopup, {}, {QMargins(kMargin, kMargin, kMargin, kMargin)})->setSizeConstraint(QLayout::SetFixedSize);
   UpdateHandle();
 }
 
