@@ -4,7 +4,6 @@
 
 #include <fstream>
 
-#include "shell/uAnalysisRun.h"
 #include "shell/uCompareCommands.h"
 #include "shell/uLayoutCommands.h"
 #include "shell/uMissionLoad.h"

@@ -11,6 +11,7 @@
 #include <algorithm>
 
 #include "gui/common/uBoxes.h"
+#include "gui/common/uTheme.h"
 #include "gui/ribbon/uBackstageEntry.h"
 #include "gui/ribbon/uBackstagePages.h"
 #include "gui/ribbon/uRibbonMetrics.h"
@@ -257,7 +258,7 @@ void TBackstage::keyPressEvent(QKeyEvent* event) {
 
 void TBackstage::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  painter.setPen(LineColour(palette()));
+  painter.setPen(QColor(TokensOf(palette()).hairline));
   const int x = FColumn->parentWidget()->parentWidget()->geometry().right() + 1;
   painter.drawLine(x, 0, x, height());
 }

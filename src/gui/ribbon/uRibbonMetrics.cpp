@@ -2,12 +2,6 @@
 
 #include <algorithm>
 
-#include "gui/common/uTheme.h"
-
-QColor LineColour(const QPalette& palette) {
-  return QColor(TokensOf(palette).hairline);
-}
-
 QString PlainCaption(const QString& caption) {
   QString plain;
   for (qsizetype i = 0; i < caption.size(); ++i) {

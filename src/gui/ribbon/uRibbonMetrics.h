@@ -1,14 +1,8 @@
-// Sizes, line colour and captions of ribbon and backstage. Sizes come from the font and colours from the palette, so
-// both follow the desktop.
+// Sizes and captions of ribbon and backstage. Sizes come from the font, so they follow the desktop.
 #pragma once
 
-#include <QColor>
 #include <QFontMetrics>
-#include <QPalette>
 #include <QString>
-
-// Of separators.
-QColor LineColour(const QPalette& palette);
 
 // A caption without mnemonic and ellipsis, for screen readers and tool tips.
 QString PlainCaption(const QString& caption);

@@ -9,7 +9,6 @@
 
 #include "gui/common/uTheme.h"
 #include "gui/ribbon/uRibbonGroup.h"
-#include "gui/ribbon/uRibbonMetrics.h"
 
 TRibbonPage::TRibbonPage(QWidget* parent) : QWidget(parent) {
   setAttribute(Qt::WA_StyledBackground);
@@ -102,7 +101,7 @@ void TRibbonPage::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, this);
   PaintSurfaceFrame(painter, *this);
-  painter.setPen(QPen(LineColour(palette()), 1 / devicePixelRatioF()));
+  painter.setPen(QPen(QColor(TokensOf(palette()).hairline), 1 / devicePixelRatioF()));
   const auto shown = Shown();
   for (size_t i = 0; i + 1 < shown.size(); ++i) {
     const QRect at = shown[i]->geometry();
