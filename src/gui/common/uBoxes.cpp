@@ -21,6 +21,17 @@ QBoxLayout* MakeBox(QBoxLayout* box, std::initializer_list<TBoxPart> parts, cons
 
 }  // namespace
 
+QString PlainCaption(const QString& caption) {
+  QString plain;
+  for (qsizetype i = 0; i < caption.size(); ++i) {
+    if (caption[i] == '&' && i + 1 < caption.size()) ++i;
+    plain += caption[i];
+  }
+  if (plain.endsWith("...")) plain.chop(3);
+  if (plain.endsWith(QChar(0x2026))) plain.chop(1);
+  return plain.trimmed();
+}
+
 QLabel* MakeSentence(const QString& name, QWidget* parent) {
   auto* label = Named(new QLabel(parent), name);
   label->setTextFormat(Qt::PlainText);

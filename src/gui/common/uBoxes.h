@@ -16,6 +16,9 @@ T* Named(T* control, const QString& name, const QString& words = {}, const QStri
   return control;
 }
 
+// A caption without mnemonic and ellipsis, for screen readers and tool tips.
+QString PlainCaption(const QString& caption);
+
 // Plain text in as many lines as it takes.
 QLabel* MakeSentence(const QString& name, QWidget* parent);
 

@@ -46,14 +46,6 @@ void TRibbonPage::FocusFirst() {
   if (!shown.empty()) shown.front()->FocusFirst();
 }
 
-QSize TRibbonPage::sizeHint() const {
-  return {0, TRibbonGroup::HeightFor(font())};
-}
-
-QSize TRibbonPage::minimumSizeHint() const {
-  return sizeHint();
-}
-
 void TRibbonPage::Arrange() {
   if (FFrozen || FArranging) return;
   FArranging = true;
@@ -91,7 +83,6 @@ void TRibbonPage::ArrangeSoon() {
 bool TRibbonPage::event(QEvent* event) {
   const bool handled = QWidget::event(event);
   if (event->type() == QEvent::LayoutRequest) Arrange();
-  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) updateGeometry();
   return handled;
 }
 
