@@ -69,14 +69,6 @@ std::vector<std::string> NamesOfLimits() {
   return names;
 }
 
-TVerdictLimits DefaultLimits() {
-  TVerdictLimits limits;
-  for (std::size_t i = 0; i < limits.size(); ++i) {
-    limits[i] = {DefaultSettings().display.limits[i], TLimitSource::Default, TLimitSource::Default};
-  }
-  return limits;
-}
-
 void ReadLimits(const TIniFile& ini, bool namedIsChosen, TLimitProfile& profile) {
   if (!ini.HasSection(kAlarm)) Refuse("The file has no section [{}].", kAlarm);
   std::vector<std::string> known = NamesOfLimits();
@@ -164,6 +156,14 @@ TLimitProfile ReadOwn(const TIniFile& ini) {
 }
 
 }  // namespace
+
+TVerdictLimits DefaultLimits() {
+  TVerdictLimits limits;
+  for (std::size_t i = 0; i < limits.size(); ++i) {
+    limits[i] = {DefaultSettings().display.limits[i], TLimitSource::Default, TLimitSource::Default};
+  }
+  return limits;
+}
 
 TLimitProfile ReadLimitProfile(const fs::path& path) {
   const TIniFile ini = TIniFile::LoadStrict(path);

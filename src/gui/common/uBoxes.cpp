@@ -39,6 +39,15 @@ QLabel* MakeSentence(const QString& name, QWidget* parent) {
   return label;
 }
 
+QScrollArea* MakeScrolled(QWidget* content) {
+  auto* area = new QScrollArea;
+  area->setFrameShape(QFrame::NoFrame);
+  area->setFocusPolicy(Qt::NoFocus);
+  area->setWidgetResizable(true);
+  area->setWidget(content);
+  return area;
+}
+
 QBoxLayout* MakeRow(QWidget* owner, std::initializer_list<TBoxPart> parts, const TBoxLook& look) {
   return MakeBox(new QHBoxLayout(owner), parts, look);
 }

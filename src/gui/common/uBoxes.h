@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QBoxLayout>
+#include <QScrollArea>
 #include <initializer_list>
 #include <optional>
 
@@ -21,6 +22,9 @@ QString PlainCaption(const QString& caption);
 
 // Plain text in as many lines as it takes.
 QLabel* MakeSentence(const QString& name, QWidget* parent);
+
+// Scrolls what may be larger than the room. It has no frame and takes no keys: its controls do.
+QScrollArea* MakeScrolled(QWidget* content);
 
 // What stands in a row or a column, with its share of the room that is left.
 struct TBoxPart {

@@ -9,7 +9,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScopedValueRollback>
-#include <QScrollArea>
 #include <QScrollBar>
 #include <QShortcut>
 #include <algorithm>
@@ -63,17 +62,7 @@ double FromQt(const QDateTime& moment) {
 
 // The program's mask of a time in Qt's letters, with milliseconds.
 QString DateTimeEditFormat() {
-  QString format = QtText(DateTimeMask()) + ".zzz";
-  for (QChar& letter : format) {
-    if (letter == 'm') {
-      letter = 'M';
-    } else if (letter == 'n') {
-      letter = 'm';
-    } else if (letter == 'h') {
-      letter = 'H';
-    }
-  }
-  return format;
+  return QtText(DateTimeMask()).replace('m', 'M').replace('n', 'm').replace('h', 'H') + ".zzz";
 }
 
 bool IsReversed(const TRange& range) {
@@ -89,12 +78,8 @@ QCheckBox* MakeCheckBox(const QString& name, const QString& text, const QString&
 TFilterPanel::TFilterPanel(QWidget* parent) : QDockWidget(tr("Filter"), parent) {
   setObjectName("dxDockPanelFilter");
   setFeatures(DockWidgetClosable | DockWidgetMovable);
-  auto* scroll = new QScrollArea(this);
-  scroll->setFrameShape(QFrame::NoFrame);
-  scroll->setFocusPolicy(Qt::NoFocus);  // its controls take the keys
-  scroll->setWidgetResizable(true);
+  auto* scroll = MakeScrolled(MakeConditions());
   scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  scroll->setWidget(MakeConditions());
   scroll->setMinimumWidth(scroll->widget()->minimumSizeHint().width() +
                           scroll->verticalScrollBar()->sizeHint().width());
   setWidget(scroll);

@@ -41,6 +41,7 @@ constexpr std::array<TCaption, kVerdictQuestionCount> kCaptions = {{{"btnVerdict
 TVerdictButton::TVerdictButton(const QString& name, const QString& caption, QWidget* parent)
     : QAbstractButton(parent), FCaption(caption) {
   setObjectName(name);
+  setAttribute(Qt::WA_Hover);
   setFocusPolicy(Qt::StrongFocus);
   setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
 }
@@ -164,21 +165,6 @@ void TVerdictButton::paintEvent(QPaintEvent* /*event*/) {
   const bool isStub = FForm == TForm::Flat && !value.isEmpty() && room.width() < kMinNote &&
                       small.horizontalAdvance(QtText(FCell.note)) > room.width();
   if (!isStub) PaintNote(painter, room);
-}
-
-void TVerdictButton::enterEvent(QEnterEvent* event) {
-  QAbstractButton::enterEvent(event);
-  update();
-}
-
-void TVerdictButton::leaveEvent(QEvent* event) {
-  QAbstractButton::leaveEvent(event);
-  update();
-}
-
-void TVerdictButton::changeEvent(QEvent* event) {
-  QAbstractButton::changeEvent(event);
-  if (event->type() == QEvent::FontChange) updateGeometry();
 }
 
 TStripLine::TStripLine(const QString& object, const QString& name, const QString& click, QWidget* parent)

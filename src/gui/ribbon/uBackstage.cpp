@@ -5,7 +5,6 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPainter>
-#include <QScrollArea>
 #include <QStackedWidget>
 #include <algorithm>
 
@@ -127,13 +126,9 @@ TBackstage::TBackstage(QWidget* window)
   FEntriesLayout = MakeColumn(FColumn, {FBack}, {QMargins(4, 8, 4, 8), 0});
   FEntriesLayout->addSpacing(12);
   FEntriesLayout->addStretch();
-  auto* column = new QScrollArea(this);
-  column->setWidget(FColumn);
-  column->setWidgetResizable(true);
-  column->setFrameShape(QFrame::NoFrame);
+  auto* column = MakeScrolled(FColumn);
   column->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   column->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
-  column->setFocusPolicy(Qt::NoFocus);
   column->setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents);
 
   auto* right = MakeColumn(nullptr, {FHeading, {FPages, 1}}, {QMargins(20, 16, 20, 16), 12});

@@ -8,7 +8,6 @@
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QScrollArea>
 #include <QShowEvent>
 #include <QStringListModel>
 #include <QUrl>
@@ -65,49 +64,43 @@ QStringList PathsIn(const QString& folder, const QStringList& patterns) {
 // Completes a path while it is typed with the folders and recordings of its folder, which is read in the background.
 class TPathCompleter : public QCompleter {
  public:
-  explicit TPathCompleter(QLineEdit* edit);
+  explicit TPathCompleter(QLineEdit* edit) : QCompleter(edit) {
+    setModel(&FPaths);
+    setCaseSensitivity(Qt::CaseInsensitive);
+    edit->setCompleter(this);
+    connect(edit, &QLineEdit::textEdited, this, &TPathCompleter::ReadFolderOf);
+  }
   // Of recordings, such as "*.kshock".
-  void SetFilePatterns(const QStringList& patterns);
+  void SetFilePatterns(const QStringList& patterns) {
+    FPatterns = patterns;
+    FFolder.clear();
+  }
 
  protected:
   // Either separator may be typed on Windows.
   [[nodiscard]] QStringList splitPath(const QString& typed) const override { return {QDir::toNativeSeparators(typed)}; }
 
  private:
-  void ReadFolderOf(const QString& typed);
+  void ReadFolderOf(const QString& typed) {
+    const QString path = QDir::fromNativeSeparators(typed);
+    const QString folder = path.left(path.lastIndexOf('/') + 1);
+    if (folder == FFolder || !QDir::isAbsolutePath(folder)) return;
+    FFolder = folder;
+    FPaths.setStringList({});
+    const bool started = FTask.Start([this, folder, patterns = FPatterns](const TBackgroundTask::TReport& report) {
+      report([this, paths = PathsIn(folder, patterns)] {
+        FPaths.setStringList(paths);
+        if (widget() != nullptr && widget()->hasFocus()) complete();
+      });
+    });
+    if (!started) FFolder.clear();
+  }
 
   QStringListModel FPaths;
   QStringList FPatterns;
   QString FFolder;  // the folder whose paths FPaths has or waits for
   TBackgroundTask FTask{this};
 };
-
-TPathCompleter::TPathCompleter(QLineEdit* edit) : QCompleter(edit) {
-  setModel(&FPaths);
-  setCaseSensitivity(Qt::CaseInsensitive);
-  edit->setCompleter(this);
-  connect(edit, &QLineEdit::textEdited, this, &TPathCompleter::ReadFolderOf);
-}
-
-void TPathCompleter::SetFilePatterns(const QStringList& patterns) {
-  FPatterns = patterns;
-  FFolder.clear();
-}
-
-void TPathCompleter::ReadFolderOf(const QString& typed) {
-  const QString path = QDir::fromNativeSeparators(typed);
-  const QString folder = path.left(path.lastIndexOf('/') + 1);
-  if (folder == FFolder || !QDir::isAbsolutePath(folder)) return;
-  FFolder = folder;
-  FPaths.setStringList({});
-  const bool started = FTask.Start([this, folder, patterns = FPatterns](const TBackgroundTask::TReport& report) {
-    report([this, paths = PathsIn(folder, patterns)] {
-      FPaths.setStringList(paths);
-      if (widget() != nullptr && widget()->hasFocus()) complete();
-    });
-  });
-  if (!started) FFolder.clear();
-}
 
 TRecordingPane::TRecordingPane(const QString& listName, const QString& accessibleName, QWidget* parent)
     : QWidget(parent),
@@ -367,10 +360,8 @@ TAboutPage::TAboutPage(QWidget* parent) : QWidget(parent), FVersion(MakeSentence
     label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   }
   MakeColumn(inside, {name, FVersion, rest, kRest}, kNoMargins);
-  auto* scroll = new QScrollArea(this);
-  scroll->setWidget(inside);
-  scroll->setWidgetResizable(true);
-  scroll->setFrameShape(QFrame::NoFrame);
+  auto* scroll = MakeScrolled(inside);
+  scroll->setFocusPolicy(Qt::StrongFocus);  // it has no controls
   MakeColumn(this, {scroll}, kNoMargins);
 }
 

@@ -55,85 +55,69 @@ class TRibbonButton : public QToolButton {
  public:
   enum class TShape { Large, Small };
 
-  TRibbonButton(TShape shape, QWidget* parent);
+  TRibbonButton(TShape shape, QWidget* parent) : QToolButton(parent), FShape(shape) {
+    setToolButtonStyle(shape == TShape::Large ? Qt::ToolButtonTextUnderIcon : Qt::ToolButtonTextBesideIcon);
+    setFocusPolicy(Qt::TabFocus);
+  }
 
   TShape Shape() const { return FShape; }
 
   // For a button without an action; it shows an arrow because it opens something.
-  void SetCaption(const QString& caption, const QIcon& icon);
+  void SetCaption(const QString& caption, const QIcon& icon) {
+    FCaption = caption;
+    setIcon(icon);
+    setToolTip(caption);
+    setAccessibleName(caption);
+    UpdateText();
+  }
 
  protected:
-  void actionEvent(QActionEvent* event) override;
-  void changeEvent(QEvent* event) override;
-  void keyPressEvent(QKeyEvent* event) override;
-  void nextCheckState() override;
+  void actionEvent(QActionEvent* event) override {
+    QToolButton::actionEvent(event);
+    if (event->type() != QEvent::ActionRemoved && event->action() == defaultAction()) FollowAction();
+  }
+  void changeEvent(QEvent* event) override {
+    QToolButton::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) UpdateText();
+  }
+  void keyPressEvent(QKeyEvent* event) override {
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    const bool opens = defaultAction() == nullptr && event->key() == Qt::Key_Down;
+    if (!enter && !opens) return QToolButton::keyPressEvent(event);
+    click();
+  }
+  // A popup closes before the action runs, which may open a dialog.
+  void nextCheckState() override {
+    if (window()->windowType() == Qt::Popup) window()->hide();
+    QToolButton::nextCheckState();
+  }
 
  private:
-  void FollowAction();
-  void UpdateText();
+  void FollowAction() {
+    const QAction* action = defaultAction();
+    const QString caption = PlainCaption(action->text());
+    const QString told = PlainCaption(action->toolTip());
+    const QString tip = told.isEmpty() ? caption : told;
+    const QString keys = action->shortcut().toString(QKeySequence::NativeText);
+    FCaption = PlainCaption(action->iconText());
+    setAccessibleName(caption);
+    setToolTip(keys.isEmpty() ? tip : QString("%1 (%2)").arg(tip, keys));
+    UpdateText();
+  }
+  void UpdateText() {
+    const QFontMetrics metrics = fontMetrics();
+    const bool large = FShape == TShape::Large;
+    const int edge = large ? LargeIcon(metrics) : std::max(16, metrics.height() - 2);
+    setIconSize({edge, edge});
+    QString text = large ? InLines(FCaption, metrics) : FCaption;
+    if (large && !text.contains('\n')) text += '\n';  // so that the icons of a row are level
+    setText(defaultAction() == nullptr ? text + " ▾" : text);
+    updateGeometry();
+  }
 
   TShape FShape;
   QString FCaption;
 };
-
-TRibbonButton::TRibbonButton(TShape shape, QWidget* parent) : QToolButton(parent), FShape(shape) {
-  setToolButtonStyle(shape == TShape::Large ? Qt::ToolButtonTextUnderIcon : Qt::ToolButtonTextBesideIcon);
-  setFocusPolicy(Qt::TabFocus);
-}
-
-void TRibbonButton::SetCaption(const QString& caption, const QIcon& icon) {
-  FCaption = caption;
-  setIcon(icon);
-  setToolTip(caption);
-  setAccessibleName(caption);
-  UpdateText();
-}
-
-void TRibbonButton::FollowAction() {
-  const QAction* action = defaultAction();
-  const QString caption = PlainCaption(action->text());
-  const QString told = PlainCaption(action->toolTip());
-  const QString tip = told.isEmpty() ? caption : told;
-  const QString keys = action->shortcut().toString(QKeySequence::NativeText);
-  FCaption = PlainCaption(action->iconText());
-  setAccessibleName(caption);
-  setToolTip(keys.isEmpty() ? tip : QString("%1 (%2)").arg(tip, keys));
-  UpdateText();
-}
-
-void TRibbonButton::UpdateText() {
-  const QFontMetrics metrics = fontMetrics();
-  const bool large = FShape == TShape::Large;
-  const int edge = large ? LargeIcon(metrics) : std::max(16, metrics.height() - 2);
-  setIconSize({edge, edge});
-  QString text = large ? InLines(FCaption, metrics) : FCaption;
-  if (large && !text.contains('\n')) text += '\n';  // so that the icons of a row are level
-  setText(defaultAction() == nullptr ? text + " ▾" : text);
-  updateGeometry();
-}
-
-void TRibbonButton::actionEvent(QActionEvent* event) {
-  QToolButton::actionEvent(event);
-  if (event->type() != QEvent::ActionRemoved && event->action() == defaultAction()) FollowAction();
-}
-
-void TRibbonButton::changeEvent(QEvent* event) {
-  QToolButton::changeEvent(event);
-  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) UpdateText();
-}
-
-void TRibbonButton::keyPressEvent(QKeyEvent* event) {
-  const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-  const bool opens = defaultAction() == nullptr && event->key() == Qt::Key_Down;
-  if (!enter && !opens) return QToolButton::keyPressEvent(event);
-  click();
-}
-
-// A popup closes before the action runs, which may open a dialog.
-void TRibbonButton::nextCheckState() {
-  if (window()->windowType() == Qt::Popup) window()->hide();
-  QToolButton::nextCheckState();
-}
 
 TRibbonGroup::TRibbonGroup(const QString& objectName, const QString& title, QWidget* parent)
     : QFrame(parent),

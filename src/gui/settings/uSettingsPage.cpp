@@ -9,7 +9,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QScrollArea>
 #include <QVBoxLayout>
 #include <utility>
 #include <vector>
@@ -81,22 +80,6 @@ void AddColours(QFormLayout& form, std::initializer_list<TRow> rows) {
   for (const TRow& row : rows) AddRow(form, row, new TColourBox(nullptr));
 }
 
-// Scrolls a page that is larger than the window.
-QWidget* Scrolled(QWidget* page) {
-  auto* area = new QScrollArea;
-  area->setFrameShape(QFrame::NoFrame);
-  area->setFocusPolicy(Qt::NoFocus);  // its controls take the keys
-  area->setWidgetResizable(true);
-  area->setWidget(page);
-  return area;
-}
-
-QFormLayout* MakeForm(QWidget* page) {
-  auto* form = new QFormLayout(page);
-  form->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
-  return form;
-}
-
 // A titled box.
 QGroupBox* AddBox(QBoxLayout& layout, const QString& title) {
   auto* box = new QGroupBox(title);
@@ -105,7 +88,9 @@ QGroupBox* AddBox(QBoxLayout& layout, const QString& title) {
 }
 
 QFormLayout* AddForm(QBoxLayout& layout, const QString& title) {
-  return MakeForm(AddBox(layout, title));
+  auto* form = new QFormLayout(AddBox(layout, title));
+  form->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
+  return form;
 }
 
 // A page of boxes beside each other.
@@ -228,7 +213,7 @@ QWidget* TSettingsPage::MakeGeneral(TLogos& logos) {
                       tr("If turned on the overlapping points in the Shock Events chart will be absorbed into a bigger "
                          "point")});
   page->AddEnd();
-  return Scrolled(page);
+  return MakeScrolled(page);
 }
 
 QWidget* TSettingsPage::MakeFormats() {
@@ -249,7 +234,7 @@ QWidget* TSettingsPage::MakeFormats() {
       AddRow(*form, {row.format, caption, hint + MaskHint()}, MakeList(kDecimalMasks));
     }
   }
-  return Scrolled(page);
+  return MakeScrolled(page);
 }
 
 QWidget* TSettingsPage::MakeColours() {
@@ -267,7 +252,7 @@ QWidget* TSettingsPage::MakeColours() {
   for (const TQuantityRow* row : kColouredSensors) {
     if (row->namePlace == 0) AddColours(*sensors, {{row->colourControl, tr(row->colourCaption)}});
   }
-  return Scrolled(page);
+  return MakeScrolled(page);
 }
 
 // All that can be set for an input stands in one line.
@@ -298,5 +283,5 @@ QWidget* TSettingsPage::MakeAnalogInputs() {
   where->setForegroundRole(QPalette::PlaceholderText);
   grid->addWidget(where, grid->rowCount(), 1, 1, 3);
   boxes->addStretch(1);
-  return Scrolled(page);
+  return MakeScrolled(page);
 }

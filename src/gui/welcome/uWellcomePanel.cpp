@@ -8,7 +8,6 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
-#include <QScrollArea>
 #include <QTextDocument>
 #include <QTextLayout>
 #include <QToolButton>
@@ -53,11 +52,9 @@ QFont Scaled(QFont font, double factor) {
 }
 
 void Follow(QPushButton* button, const QAction* action) {
-  const QString caption = action->text().remove('&');
   const QString keys = action->shortcut().toString(QKeySequence::NativeText);
-  QString plain = caption;
-  while (plain.endsWith(QChar(0x2026)) || plain.endsWith('.')) plain.chop(1);
-  button->setText(caption);
+  const QString plain = PlainCaption(action->text());
+  button->setText(action->text().remove('&'));
   button->setAccessibleName(plain);
   button->setToolTip(keys.isEmpty() ? plain : QString("%1 (%2)").arg(plain, keys));
   button->setIcon(action->icon());
@@ -131,12 +128,7 @@ TWellcomePanel::TWellcomePanel(QWidget* parent)
   AddSection(tr("User manual"), FManual);
   AddSection(tr("In every chart"), MakeGestures());
 
-  auto* scroll = new QScrollArea(this);
-  scroll->setWidget(FPage);
-  scroll->setWidgetResizable(true);
-  scroll->setFrameShape(QFrame::NoFrame);
-  scroll->setFocusPolicy(Qt::NoFocus);
-  MakeColumn(this, {scroll}, kNoMargins);
+  MakeColumn(this, {MakeScrolled(FPage)}, kNoMargins);
   TakeLook();
 }
 
