@@ -7,6 +7,7 @@
 #include <iostream>
 #include <iterator>
 #include <optional>
+#include <span>
 
 #include "base/uDateTime.h"
 #include "base/uFiles.h"
@@ -207,6 +208,20 @@ TEarlier EarlierOf(const TFleetRequest& request) {
   return earlier;
 }
 
+void ReadOneByOne(std::span<const TFleetEntry> entries, const TFleetOptions& options, TFleetDatabase& database,
+                  const TConsole& console) {
+  for (std::size_t i = 0; i < entries.size(); ++i) {
+    if (console.showProgress) console.err(fmt::format("\r{} of {}", i, entries.size()));
+    database.Add(Analyse(entries[i], options));
+  }
+  if (console.showProgress) console.err("\r\033[K");
+}
+
+void SayHowManyAreUnusable(std::size_t count, const TConsole& console) {
+  if (count == 0) return;
+  console.out(fmt::format("{} cannot be read or shown: their rows say why\n", Counted(count, "recording")));
+}
+
 TStatus Collect(const TFleetRequest& request, const TConsole& console) {
   const TFleetOptions options = OptionsOf(request);
   std::vector<TFleetEntry> toRead;
@@ -223,19 +238,22 @@ TStatus Collect(const TFleetRequest& request, const TConsole& console) {
   console.out(fmt::format("{}: {} as before, {} read\n", Counted(unchanged.size() + toRead.size(), "recording"),
                           unchanged.size(), toRead.size()));
   const bool isSame = toRead.empty() && !unchanged.empty() && unchanged.size() == earlier.known.size();
-  if (isSame && FormatOf(PathFromUtf8(request.out)) == request.format) return TStatus::Done;
+  if (isSame && FormatOf(PathFromUtf8(request.out)) == request.format) {
+    const auto isUnusable = [](const auto& known) { return !IsUsable(known.second.status); };
+    SayHowManyAreUnusable(static_cast<std::size_t>(std::ranges::count_if(earlier.known, isUnusable)), console);
+    return TStatus::Done;
+  }
+  std::size_t unusable = 0;
   WriteOut(request, [&](TFleetDatabase& database) {
     if (!unchanged.empty()) database.TakeFrom(earlier.tables->Path(), unchanged);
     if (request.jobs > 1 && toRead.size() > 1) {
       RunFleetJobs(toRead, request, database, console);
-      return;
+    } else {
+      ReadOneByOne(toRead, options, database, console);
     }
-    for (std::size_t i = 0; i < toRead.size(); ++i) {
-      if (console.showProgress) console.err(fmt::format("\r{} of {}", i, toRead.size()));
-      database.Add(Analyse(toRead[i], options));
-    }
-    if (console.showProgress) console.err("\r\033[K");
+    unusable = database.UnusableRecordings();
   });
+  SayHowManyAreUnusable(unusable, console);
   return TStatus::Done;
 }
 

@@ -27,8 +27,8 @@ class TEventDots {
 
   // Begins a picture of the events inside `rect`. The font is that of the numbers.
   void Begin(const QRect& rect, const QFont& font, double pixelRatio);
-  // Calls add(grid, place) for each place, in order; it adds the event to the grid, if it has a dot. The largest value of
-  // a group says which of its events stands for all. Of a crowd the second half is gathered on another core.
+  // Calls add(grid, place) for each place, in order; it adds the event to the grid, if it has a dot. The largest value
+  // of a group says which of its events stands for all. Of a crowd the second half is gathered on another core.
   template <class TAdd>
   void Gather(std::size_t begin, std::size_t end, const TAdd& add);
   // Ends it. inks: one a kind, kindOf(place) says which. `ground` parts a group from what it stands on.
