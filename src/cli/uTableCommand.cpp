@@ -15,12 +15,6 @@ TDataset& TableOf(std::string_view name, TMissionDatasets& tables) {
          std::ranges::find(kTables, name, &std::pair<std::string_view, TDataset TMissionDatasets::*>::first)->second;
 }
 
-TDataset AnalysisOf(const TRecording& recording) {
-  TMissionAnalysis analysis = AnalyseMission(recording.events, ThresholdsOf(recording.mission).totOn);
-  ApplyDateFormat(analysis);
-  return analysis.Table;
-}
-
 // The table in the order of the index; nothing when it has no such index.
 std::optional<TDataset> TableInOrder(const TRecording& recording, const std::string& name, const std::string& index) {
   if (name == kAnalysisTable) {

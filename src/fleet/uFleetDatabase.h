@@ -1,4 +1,4 @@
-// The tables of many recordings in one SQLite file. Main thread only.
+// The tables of many recordings in one SQLite file. One thread at a time.
 #pragma once
 
 #include <cstddef>

@@ -6,8 +6,8 @@
 #include <QTimer>
 #include <memory>
 
-#include "shell/uAnalysisRun.h"
 #include "shell/uIMissionViews.h"
+#include "shell/uMissionLoad.h"
 
 class QMainWindow;
 class QWidget;

@@ -10,10 +10,10 @@
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QVBoxLayout>
 #include <utility>
 #include <vector>
 
+#include "gui/common/uBoxes.h"
 #include "gui/common/uQtText.h"
 #include "gui/mainform/KorvexMainForm.h"
 #include "gui/mainform/uCommandTable.h"
@@ -84,9 +84,7 @@ class TNoteDialog final : public QDialog {
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     update();
-    auto* layout = new QVBoxLayout(this);
-    layout->addLayout(form);
-    layout->addWidget(buttons);
+    MakeColumn(this, {form, buttons});
     FText->setFocus();
   }
 
@@ -145,16 +143,11 @@ class TNoteList final : public QDialog {
   explicit TNoteList(const TCommandTargets& on) : QDialog(&on.form), FOn(on) {
     setObjectName("dlgNotes");
     setWindowTitle(tr("Notes"));
-    FList->setObjectName("lstNotes");
-    FList->setAccessibleName(tr("Notes"));
+    Named(FList, "lstNotes", tr("Notes"));
     FList->setMinimumSize(FList->fontMetrics().averageCharWidth() * 70, FList->fontMetrics().lineSpacing() * 12);
-    FProblem->setObjectName("lblNotesProblem");
-    FProblem->setTextFormat(Qt::PlainText);
-    FProblem->setWordWrap(true);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
     const auto add = [&](const char* name, const QString& caption, auto action) {
-      QPushButton* button = buttons->addButton(caption, QDialogButtonBox::ActionRole);
-      button->setObjectName(name);
+      QPushButton* button = Named(buttons->addButton(caption, QDialogButtonBox::ActionRole), name);
       connect(button, &QPushButton::clicked, this, action);
       return button;
     };
@@ -171,10 +164,7 @@ class TNoteList final : public QDialog {
                  })};
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     connect(FList, &QListWidget::itemDoubleClicked, this, [this] { EditCurrent(); });
-    auto* layout = new QVBoxLayout(this);
-    layout->addWidget(FProblem);
-    layout->addWidget(FList);
-    layout->addWidget(buttons);
+    MakeColumn(this, {FProblem, FList, buttons});
     Fill();
   }
 
@@ -220,7 +210,7 @@ class TNoteList final : public QDialog {
   const TCommandTargets& FOn;
   std::vector<TNote> FNotes;
   QListWidget* FList = new QListWidget(this);
-  QLabel* FProblem = new QLabel(this);
+  QLabel* FProblem = MakeSentence("lblNotesProblem", this);
   std::vector<QPushButton*> FNeedNote;
 };
 

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "gui/common/uBoxes.h"
 #include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
 
@@ -182,8 +183,7 @@ void TVerdictButton::changeEvent(QEvent* event) {
 
 TStripLine::TStripLine(const QString& object, const QString& name, const QString& click, QWidget* parent)
     : QAbstractButton(parent), FName(name), FClick(click) {
-  setObjectName(object);
-  setAccessibleName(name);
+  Named(this, object, name);
   setFocusPolicy(Qt::StrongFocus);
   setCursor(Qt::PointingHandCursor);
   setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
@@ -232,8 +232,7 @@ TVerdictStrip::TVerdictStrip(QWidget* parent)
       FGrid(new QGridLayout(this)),
       FJudgement(new TStripLine("btnJudgement", tr("Judgement"), tr("Click: change the limits"), this)),
       FReference(new TStripLine("btnReference", tr("Reference"), tr("Click: compare the statistics"), this)) {
-  setObjectName("pnlVerdict");
-  setAccessibleName(tr("Verdict"));
+  Named(this, "pnlVerdict", tr("Verdict"));
   FGrid->setContentsMargins(0, 0, 0, kGap);
   FGrid->setSpacing(kGap);
   for (std::size_t i = 0; i < FButtons.size(); ++i) {
