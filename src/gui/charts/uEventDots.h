@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "analysis/uPointAbsorption.h"
-#include "gui/charts/uChartLabels.h"
+#include "gui/charts/uChartPaint.h"
 #include "gui/charts/uDotStamp.h"
 #include "gui/charts/uLegendRow.h"
 
@@ -19,7 +19,6 @@ class TEventDots {
  public:
   // Overlapping dots become a bigger one; else each is drawn, those of one pixel once.
   void SetAbsorption(bool on) { FAbsorption = on; }
-  [[nodiscard]] bool Absorption() const { return FAbsorption; }
 
   // Each kind of single dots has a shape of its own, kMarkers in their order.
   void SetShapes(bool on) { FShapes = on; }
@@ -52,7 +51,6 @@ class TEventDots {
   // Many dots of their own, which are stamped: each takes a tenth of the time of drawing it. All are circles.
   [[nodiscard]] bool IsCrowd(const QCPPainter& painter) const;
   [[nodiscard]] QImage Canvas(const QCPPainter& painter) const;
-  void PaintSingles(QCPPainter& painter, const QList<QPointF>& dots, TMarker marker, const QColor& ink) const;
   void PaintGroup(QCPPainter& painter, const TDot& dot, const QColor& ink, const QColor& ground) const;
 
   bool FAbsorption = true;
@@ -83,7 +81,7 @@ void TEventDots::Paint(QCPPainter& painter, const std::vector<QColor>& inks, con
     if (!FAbsorption || dot.count == 1) singles[kindOf(dot.item)].append({dot.x, dot.y});
   }
   for (std::size_t kind = 0; kind < inks.size(); ++kind) {
-    PaintSingles(painter, singles[kind], FShapes ? kMarkers.at(kind) : TMarker::Circle, inks[kind]);
+    DrawDots(painter, singles[kind], FShapes ? kMarkers.at(kind) : TMarker::Circle, kRadius, inks[kind]);
   }
   for (const TDot& dot : FDots) {
     if (FAbsorption && dot.count > 1) PaintGroup(painter, dot, inks[kindOf(dot.item)], ground);

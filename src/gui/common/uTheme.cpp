@@ -258,10 +258,6 @@ QPalette LightPalette() {
   return PaletteOf(kLightTokens);
 }
 
-QString LightStyleSheet() {
-  return SheetOf(kLightTokens);
-}
-
 bool IsDark(const QPalette& palette) {
   return palette.color(QPalette::WindowText).lightness() > palette.color(QPalette::Window).lightness();
 }
