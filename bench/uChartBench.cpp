@@ -160,14 +160,16 @@ void Events(const std::filesystem::path& file) {
   ReadingTime(file);
   TEventsChart chart;
   chart.SetEvents(EventList, MissionData);
-  chart.SetPointAbsorption(false);
+  TDisplaySettings display = DefaultSettings().display;
+  display.pointAbsorption = false;
+  chart.SetDisplay(display);
   AddRedraws("redraw of the events", Redraws(chart));
   std::vector<bool> visible(EventList.Count());
   for (std::size_t i = 0; i < visible.size(); i += 2) visible[i] = true;
   chart.SetVisibleEvents(visible);
   AddRedraws("  the same with every other event filtered out", Redraws(chart));
   chart.SetVisibleEvents({});
-  chart.SetPointAbsorption(true);
+  chart.SetDisplay(DefaultSettings().display);
   AddRedraws("  the same with point absorption", Redraws(chart));
   AddMoves("  move of the pointer over the events", chart);
   TSensorsChart sensors;

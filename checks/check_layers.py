@@ -24,7 +24,7 @@ LIBRARIES = [  # header pattern, places that may include it
     (r"SimpleIni\.h$", ("src/base/uIniFile",)),
     (r"CLI/", ("src/cli/",)),
     (r"nlohmann/", ("src/cli/", "src/shell/uNotes", "src/fleet/uFleetText")),
-    (r"openssl/", ("src/platform/uDigest_posix",)),
+    (r"openssl/", ("src/platform/uSha256_posix",)),
     (r"qpdf/", ("src/gui/report/uReportPdf",)),
     (r"sqlite3\.h$", ("src/fleet/uFleetDatabase",)),
 ]

@@ -96,26 +96,6 @@ void TDataset::Append() {
   for (TIndex& index : FTable->indexes) index.rows.clear();
 }
 
-void TDataset::SetInteger(std::size_t field, std::int32_t value) {
-  FTable->columns[field].integers.back() = value;
-  FTable->columns[field].isNull.back() = false;
-}
-
-void TDataset::SetSingle(std::size_t field, float value) {
-  FTable->columns[field].singles.back() = value;
-  FTable->columns[field].isNull.back() = false;
-}
-
-void TDataset::SetDateTime(std::size_t field, double value) {
-  FTable->columns[field].dateTimes.back() = value;
-  FTable->columns[field].isNull.back() = false;
-}
-
-void TDataset::SetText(std::size_t field, std::string value) {
-  FTable->columns[field].texts.back() = std::move(value);
-  FTable->columns[field].isNull.back() = false;
-}
-
 void TDataset::AppendCopy(const TDataset& from, std::size_t row) {
   Append();
   for (std::size_t field = 0; field < FTable->fields.size(); ++field) {

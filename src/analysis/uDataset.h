@@ -46,10 +46,10 @@ class TDataset {
   void Reserve(std::size_t rows);
   // Appends a row of nulls; the Set functions fill it.
   void Append();
-  void SetInteger(std::size_t field, std::int32_t value);
-  void SetSingle(std::size_t field, float value);
-  void SetDateTime(std::size_t field, double value);
-  void SetText(std::size_t field, std::string value);
+  void SetInteger(std::size_t field, std::int32_t value) { Set(&TColumn::integers, field, value); }
+  void SetSingle(std::size_t field, float value) { Set(&TColumn::singles, field, value); }
+  void SetDateTime(std::size_t field, double value) { Set(&TColumn::dateTimes, field, value); }
+  void SetText(std::size_t field, std::string value) { Set(&TColumn::texts, field, std::move(value)); }
   // Of any row; companions see it, too. The rows that were set first become null again.
   void SetBlob(std::size_t row, std::size_t field, std::string bytes);
   // All blobs of a field become null.
@@ -127,6 +127,11 @@ class TDataset {
     std::vector<std::uint32_t> rows;  // empty until first used
   };
 
+  template <class T>
+  void Set(std::vector<T> TColumn::*values, std::size_t field, T value) {
+    (FTable->columns[field].*values).back() = std::move(value);
+    FTable->columns[field].isNull.back() = false;
+  }
   // Calls visit with the member of TColumn that holds the values of a type; a Blob has none.
   template <class TVisit>
   static void VisitValues(TFieldType type, const TVisit& visit);

@@ -15,9 +15,9 @@
 namespace {
 
 // Columns of sensors, in their order; the dew point has no sensor.
-using TColumns = std::span<const TQuantityRow* const>;
-constexpr TColumns kEventColumns = kQuantitiesBy<&TQuantityRow::eventsPlace>;
-constexpr TColumns kSensorsColumns = kQuantitiesBy<&TQuantityRow::sensorsPlace>;
+using TSensorColumns = std::span<const TQuantityRow* const>;
+constexpr TSensorColumns kEventColumns = kQuantitiesBy<&TQuantityRow::eventsPlace>;
+constexpr TSensorColumns kSensorsColumns = kQuantitiesBy<&TQuantityRow::sensorsPlace>;
 
 constexpr std::string_view kDewPoint = "Dew Point";
 constexpr std::string_view kTemperature = "Temperature";
@@ -28,7 +28,7 @@ bool IsPresent(const TSensorList& sensors, std::string_view name) {
 }
 
 // Fields for the sensors that are present; the dew point needs temperature and humidity.
-void DefineSensorFields(TColumns columns, const TSensorList& sensors, TDataset& table) {
+void DefineSensorFields(TSensorColumns columns, const TSensorList& sensors, TDataset& table) {
   for (const TQuantityRow* column : columns) {
     const bool present = column->field == kDewPoint ? IsPresent(sensors, kTemperature) && IsPresent(sensors, kHumidity)
                                                     : IsPresent(sensors, column->sensorName);
@@ -37,7 +37,7 @@ void DefineSensorFields(TColumns columns, const TSensorList& sensors, TDataset& 
 }
 
 // A pair of indexes for each field that is there.
-void DefineSensorIndexes(TColumns columns, TDataset& table) {
+void DefineSensorIndexes(TSensorColumns columns, TDataset& table) {
   for (const TQuantityRow* column : columns) table.AddIndexPair(column->indexKey, column->field);
 }
 
@@ -54,7 +54,7 @@ struct TSources {
 
 // `choose` gives the sensor of a name, or nothing.
 template <class TChoose>
-TSources FindSources(TColumns columns, const TDataset& table, const TChoose& choose) {
+TSources FindSources(TSensorColumns columns, const TDataset& table, const TChoose& choose) {
   TSources sources;
   for (const TQuantityRow* column : columns) {
     const auto field = table.FindField(column->field);
@@ -90,55 +90,6 @@ void ReportRow(std::string_view what, std::size_t row, std::size_t count, IProgr
   if (row % 100 != 0) return;
   progress.SetStatus(fmt::format("Loading {} ({} of {})", what, row + 1, count));
   progress.ProcessMessages();
-}
-
-void FillEvents(const TMissionData& mission, const TEventList& events, const TSensorList& sensors, IProgress& progress,
-                TMissionDatasets& datasets) {
-  progress.SetStatus("Populating Shock Event Dataset...");
-  progress.SetPosition(2.0);
-  TDataset& table = datasets.Events;
-  table.Clear();
-  const std::size_t id = table.AddField("ID", TFieldType::Integer);
-  const std::size_t timestamp = table.AddField("Timestamp", TFieldType::DateTime);
-  std::array<std::size_t, kMetricCount> metrics{};
-  std::ranges::transform(kMetrics, metrics.begin(), [&table](const TQuantityRow& metric) {
-    return table.AddField(std::string(metric.field), TFieldType::Single);
-  });
-  DefineSensorFields(kEventColumns, sensors, table);
-  table.Reserve(events.Count());
-
-  // Of two sensors of one name the last that has readings counts.
-  const TSources sources = FindSources(kEventColumns, table, [&sensors](std::string_view name) {
-    std::optional<std::size_t> last;
-    for (std::size_t i = 0; i < sensors.Count(); ++i) {
-      if (sensors.GetItem(i).Name == name && sensors.GetItem(i).Count() > 0) last = i;
-    }
-    return last;
-  });
-  const TSensorLookup lookup(sensors, events.StartTime);
-  const TThresholds levels = ThresholdsOf(mission);
-
-  datasets.Metrics.clear();
-  datasets.Metrics.reserve(events.Count());
-  for (std::size_t i = 0; i < events.Count(); ++i) {
-    const TEvent& event = events.GetItem(i);
-    const double time = DateTimeOf(events.StartTime, event.GetStartTime());
-    const TEventMetrics& values = datasets.Metrics.emplace_back(CalcEventMetrics(event, levels));
-    table.Append();
-    table.SetInteger(id, static_cast<std::int32_t>(i));
-    table.SetDateTime(timestamp, time);
-    table.SetSingle(metrics[0], event.Max);
-    table.SetSingle(metrics[1], static_cast<float>(values.totTotal));
-    table.SetSingle(metrics[2], static_cast<float>(values.totMax));
-    table.SetSingle(metrics[3], static_cast<float>(values.iotTotal));
-    table.SetSingle(metrics[4], static_cast<float>(values.iotMax));
-    SetSensorFields(
-        sources, [&](std::size_t sensor) { return std::optional(lookup.SensorValueAt(sensor, time)); }, table);
-    ReportRow("Shock Events", i, events.Count(), progress);
-  }
-  for (const char* key : {"ID", "Timestamp"}) table.AddIndexPair(key, key);
-  for (const TQuantityRow& metric : kMetrics) table.AddIndexPair(metric.indexKey, metric.field);
-  DefineSensorIndexes(kEventColumns, table);
 }
 
 // The cards show what the event table holds; only the set of fields and their names differ.
@@ -239,7 +190,7 @@ void FillBattery(const TEventList& events, const TSensorList& sensors, IProgress
 
 void LoadKorvexFileData(const TMissionData& mission, const TEventList& events, const TSensorList& sensors,
                         const TDatasetOptions& options, IProgress& progress, TMissionDatasets& datasets) {
-  FillEvents(mission, events, sensors, progress, datasets);
+  LoadEvents(mission, events, sensors, progress, datasets);
   progress.SetPosition(3.0);
   const auto orderBy = static_cast<std::size_t>(options.orderBy);
   FillMostImportantEvents(orderBy < kOrderByIndexes.size() ? kOrderByIndexes[orderBy] : std::string_view{}, datasets);
@@ -256,7 +207,51 @@ void LoadKorvexFileData(const TMissionData& mission, const TEventList& events, c
 
 void LoadEvents(const TMissionData& mission, const TEventList& events, const TSensorList& sensors, IProgress& progress,
                 TMissionDatasets& datasets) {
-  FillEvents(mission, events, sensors, progress, datasets);
+  progress.SetStatus("Populating Shock Event Dataset...");
+  progress.SetPosition(2.0);
+  TDataset& table = datasets.Events;
+  table.Clear();
+  const std::size_t id = table.AddField("ID", TFieldType::Integer);
+  const std::size_t timestamp = table.AddField("Timestamp", TFieldType::DateTime);
+  std::array<std::size_t, kMetricCount> metrics{};
+  std::ranges::transform(kMetrics, metrics.begin(), [&table](const TQuantityRow& metric) {
+    return table.AddField(std::string(metric.field), TFieldType::Single);
+  });
+  DefineSensorFields(kEventColumns, sensors, table);
+  table.Reserve(events.Count());
+
+  // Of two sensors of one name the last that has readings counts.
+  const TSources sources = FindSources(kEventColumns, table, [&sensors](std::string_view name) {
+    std::optional<std::size_t> last;
+    for (std::size_t i = 0; i < sensors.Count(); ++i) {
+      if (sensors.GetItem(i).Name == name && sensors.GetItem(i).Count() > 0) last = i;
+    }
+    return last;
+  });
+  const TSensorLookup lookup(sensors, events.StartTime);
+  const TThresholds levels = ThresholdsOf(mission);
+
+  datasets.Metrics.clear();
+  datasets.Metrics.reserve(events.Count());
+  for (std::size_t i = 0; i < events.Count(); ++i) {
+    const TEvent& event = events.GetItem(i);
+    const double time = DateTimeOf(events.StartTime, event.GetStartTime());
+    const TEventMetrics& values = datasets.Metrics.emplace_back(CalcEventMetrics(event, levels));
+    table.Append();
+    table.SetInteger(id, static_cast<std::int32_t>(i));
+    table.SetDateTime(timestamp, time);
+    table.SetSingle(metrics[0], event.Max);
+    table.SetSingle(metrics[1], static_cast<float>(values.totTotal));
+    table.SetSingle(metrics[2], static_cast<float>(values.totMax));
+    table.SetSingle(metrics[3], static_cast<float>(values.iotTotal));
+    table.SetSingle(metrics[4], static_cast<float>(values.iotMax));
+    SetSensorFields(
+        sources, [&](std::size_t sensor) { return std::optional(lookup.SensorValueAt(sensor, time)); }, table);
+    ReportRow("Shock Events", i, events.Count(), progress);
+  }
+  for (const char* key : {"ID", "Timestamp"}) table.AddIndexPair(key, key);
+  for (const TQuantityRow& metric : kMetrics) table.AddIndexPair(metric.indexKey, metric.field);
+  DefineSensorIndexes(kEventColumns, table);
 }
 
 void FillMostImportantEvents(std::string_view index, TMissionDatasets& datasets) {

@@ -28,25 +28,6 @@ void Widen(double from, double to, TMissionSummary& summary) {
   if (!summary.lastTime || to > *summary.lastTime) summary.lastTime = to;
 }
 
-class TGrouping {
- public:
-  TGrouping(const TEventList& events, std::span<const TEventMetrics> metrics, const std::optional<TLimits>& limits)
-      : FEvents(events), FMetrics(metrics), FLimits(limits) {}
-
-  void Add(std::size_t index, TEventGroup& group) const {
-    const TEvent& event = FEvents.GetItem(index);
-    ++group.events;
-    if (FLimits && IsOutside(*FLimits, event.Max)) ++group.above;
-    if (!group.peakEvent || event.Max > FEvents.GetItem(*group.peakEvent).Max) group.peakEvent = index;
-    group.maxIot = std::max(group.maxIot, FMetrics[index].iotTotal);
-  }
-
- private:
-  const TEventList& FEvents;
-  std::span<const TEventMetrics> FMetrics;
-  const std::optional<TLimits>& FLimits;
-};
-
 }  // namespace
 
 TMissionSummary SummarizeMission(const TEventList& events, std::span<const TEventMetrics> metrics,
@@ -77,18 +58,24 @@ TMissionSummary SummarizeMission(const TEventList& events, std::span<const TEven
 TEventGroups GroupEvents(const TEventList& events, std::span<const TEventMetrics> metrics,
                          const std::optional<TLimits>& limits, const std::vector<bool>& counts) {
   constexpr std::string_view kAxes = "XYZ";
-  const TGrouping grouping(events, metrics, limits);
   TEventGroups groups;
   for (const char axis : kAxes) groups.byAxis.push_back({.name = std::string(1, axis)});
   groups.byAxis.push_back({.name = "none"});
   std::map<double, TEventGroup> days;
+  const auto add = [&](std::size_t index, TEventGroup& group) {
+    const TEvent& event = events.GetItem(index);
+    ++group.events;
+    if (limits && IsOutside(*limits, event.Max)) ++group.above;
+    if (!group.peakEvent || event.Max > events.GetItem(*group.peakEvent).Max) group.peakEvent = index;
+    group.maxIot = std::max(group.maxIot, metrics[index].iotTotal);
+  };
   for (std::size_t i = 0; i < events.Count(); ++i) {
     if (!counts.empty() && !counts[i]) continue;
     const TEvent& event = events.GetItem(i);
-    grouping.Add(i, groups.byAxis[std::min(kAxes.find(event.MaxAxis.front()), kAxes.size())]);
+    add(i, groups.byAxis[std::min(kAxes.find(event.MaxAxis.front()), kAxes.size())]);
     const double day = std::floor(DateTimeOf(events.StartTime, event.GetStartTime()));
     // NaN is no key.
-    grouping.Add(i, days[std::isnan(day) ? -std::numeric_limits<double>::infinity() : day]);
+    add(i, days[std::isnan(day) ? -std::numeric_limits<double>::infinity() : day]);
   }
   if (groups.byAxis.back().events == 0) groups.byAxis.pop_back();
   for (auto& [day, group] : days) {

@@ -88,7 +88,7 @@ TDistribution DistributionOf(std::span<const double> values) {
 TExceedance::TExceedance(std::span<const double> values) {
   std::ranges::copy_if(values, std::back_inserter(FValues), [](double value) { return !std::isnan(value); });
   std::ranges::sort(FValues);
-  FCount = static_cast<double>(FValues.size());
+  for (; FRanks.size() < FValues.size(); ++FCount) FRanks.push_back(FCount + 0.5);
 }
 
 TExceedance TExceedance::Of(const TDistribution& distribution) {
@@ -102,7 +102,7 @@ TExceedance TExceedance::Of(const TDistribution& distribution) {
 }
 
 double TExceedance::ExceededPart(std::size_t i) const {
-  return 1 - RankOf(i) / FCount;
+  return 1 - FRanks[i] / FCount;
 }
 
 double TExceedance::PartAbove(double value) const {
@@ -113,16 +113,10 @@ double TExceedance::PartAbove(double value) const {
 double TExceedance::Percentile(double part) const {
   if (FValues.empty()) return std::numeric_limits<double>::quiet_NaN();
   const double rank = part * FCount;
-  std::size_t above = 0;  // the first value with at least that rank
-  for (std::size_t count = FValues.size(); count > 0;) {
-    const std::size_t half = count / 2;
-    const bool isBelow = RankOf(above + half) < rank;
-    if (isBelow) above += half + 1;
-    count = isBelow ? count - half - 1 : half;
-  }
+  const auto above = static_cast<std::size_t>(std::ranges::lower_bound(FRanks, rank) - FRanks.begin());
   if (above == FValues.size()) return FValues.back();
-  if (above == 0 || RankOf(above) == rank) return FValues[above];
-  const double between = (rank - RankOf(above - 1)) / (RankOf(above) - RankOf(above - 1));
+  if (above == 0 || FRanks[above] == rank) return FValues[above];
+  const double between = (rank - FRanks[above - 1]) / (FRanks[above] - FRanks[above - 1]);
   return FValues[above - 1] + between * (FValues[above] - FValues[above - 1]);
 }
 

@@ -60,11 +60,8 @@ class TExceedance {
   [[nodiscard]] double Percentile(double part) const;
 
  private:
-  // How many values are below the i-th, which counts by half.
-  [[nodiscard]] double RankOf(std::size_t i) const { return FRanks.empty() ? static_cast<double>(i) + 0.5 : FRanks[i]; }
-
   std::vector<double> FValues;
-  std::vector<double> FRanks;  // empty: each value stands for itself
+  std::vector<double> FRanks;  // how many values are below each, which counts by half
   double FCount = 0;
 };
 

@@ -156,17 +156,9 @@ std::string WhatGridDid(const TTimeGrid& grid) {
 }
 
 std::string WhyNoGrid(const TTimeGrid& grid) {
-  switch (grid.problem) {
-    case TTimeGridProblem::None:
-      break;
-    case TTimeGridProblem::TooFewSamples:
-      return "There are fewer than two samples.";
-    case TTimeGridProblem::NoRate:
-      return "The times of the samples give no sampling rate.";
-    case TTimeGridProblem::TimesNotRising:
-      return "The times of the samples repeat or go back.";
-    case TTimeGridProblem::TooManyMissing:
-      return "The times leave more than a tenth of an even grid without a sample.";
-  }
-  return {};
+  constexpr std::string_view kReasons[] = {"", "There are fewer than two samples.",
+                                           "The times of the samples give no sampling rate.",
+                                           "The times of the samples repeat or go back.",
+                                           "The times leave more than a tenth of an even grid without a sample."};
+  return std::string(kReasons[static_cast<std::size_t>(grid.problem)]);
 }

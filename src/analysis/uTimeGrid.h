@@ -10,6 +10,7 @@
 
 #include "model/uEvents.h"
 
+// In the order of the reasons of WhyNoGrid.
 enum class TTimeGridProblem {
   None,
   TooFewSamples,   // fewer than two have no step

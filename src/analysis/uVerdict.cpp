@@ -5,16 +5,11 @@
 #include <limits>
 
 #include "base/uDateTime.h"
+#include "base/uTimeSpan.h"
 
 namespace {
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
-
-// ms since the mission's start.
-struct TSpanMs {
-  double from = kInfinity;
-  double to = -kInfinity;
-};
 
 // Gathers the readings beyond one limit, whose verdict it borrows. Those that touch are one excursion.
 class TExcursions {
@@ -79,7 +74,7 @@ struct TSensorTask {
   double medianInterval;
   double startTime;    // date-time
   double recordedEnd;  // ms
-  TSpanMs part;
+  TTimeSpan part;      // ms since the mission's start
 };
 
 void JudgeSensor(const TSensorTask& task, const TJudgedLimits* limits, TSensorVerdict& verdict) {
@@ -91,8 +86,8 @@ void JudgeSensor(const TSensorTask& task, const TJudgedLimits* limits, TSensorVe
   TExcursions below(verdict.below, task.startTime);
   TExcursions above(verdict.above, task.startTime);
   VisitReadings(task.sensor, task.medianInterval, task.recordedEnd, [&](double time, double end, float value) {
-    const double begin = std::max(time, task.part.from);
-    end = std::min(end, task.part.to);
+    const double begin = std::max(time, task.part.start);
+    end = std::min(end, task.part.end);
     const bool counts = end > begin || (end == begin && begin == time);
     if (!counts) return;
     TakeExtremes(value, DateTimeOf(task.startTime, time), verdict);
@@ -141,16 +136,11 @@ void JudgeEvents(const TEventList& events, const TMissionDatasets& tables, const
   }
 }
 
-TSpanMs RecordedSpan(const TMissionDatasets& tables) {
-  TSpanMs span;
-  const auto take = [&span](const auto& all) {
-    for (const auto& metrics : all) {
-      span.from = std::min(span.from, metrics.minTime);
-      span.to = std::max(span.to, metrics.maxTime);
-    }
-  };
-  take(tables.Metrics);
-  take(tables.SensorMetrics);
+// ms since the mission's start; of a recording without a time the end is before the start.
+TTimeSpan RecordedSpan(const TMissionDatasets& tables) {
+  TTimeSpan span{kInfinity, -kInfinity};
+  for (const TEventMetrics& metrics : tables.Metrics) span.Include({metrics.minTime, metrics.maxTime});
+  for (const TSensorMetrics& metrics : tables.SensorMetrics) span.Include({metrics.minTime, metrics.maxTime});
   return span;
 }
 
@@ -181,13 +171,14 @@ TVerdict JudgeMission(const TEventList& events, const TSensorList& sensors, cons
   if (limits) verdict.above = {0, *limitsOf(TQuantity::Acceleration)};
   JudgeEvents(events, tables, part, verdict);
 
-  const TSpanMs recorded = RecordedSpan(tables);
-  if (recorded.from <= recorded.to) {
-    verdict.firstTime = DateTimeOf(events.StartTime, recorded.from);
-    verdict.lastTime = DateTimeOf(events.StartTime, recorded.to);
+  const TTimeSpan recorded = RecordedSpan(tables);
+  if (recorded.start <= recorded.end) {
+    verdict.firstTime = DateTimeOf(events.StartTime, recorded.start);
+    verdict.lastTime = DateTimeOf(events.StartTime, recorded.end);
   }
   const auto ms = [&events](double time) { return (time - events.StartTime) * kMsPerDay; };
-  const TSpanMs inPart{part.time.from ? ms(*part.time.from) : -kInfinity, part.time.to ? ms(*part.time.to) : kInfinity};
+  const TTimeSpan inPart{part.time.from ? ms(*part.time.from) : -kInfinity,
+                         part.time.to ? ms(*part.time.to) : kInfinity};
   for (std::size_t i = 0; i < sensors.Count(); ++i) {
     const TSensor& sensor = sensors.GetItem(i);
     const TQuantityRow* quantity = FindQuantity(&TQuantityRow::sensorName, sensor.Name);
@@ -196,7 +187,7 @@ TVerdict JudgeMission(const TEventList& events, const TSensorList& sensors, cons
       continue;
     }
     TSensorVerdict& judged = verdict.sensors.emplace_back(TSensorVerdict{i, quantity, {}, {}, {}, {}});
-    JudgeSensor({sensor, tables.SensorMetrics[i].medianInterval, events.StartTime, recorded.to, inPart},
+    JudgeSensor({sensor, tables.SensorMetrics[i].medianInterval, events.StartTime, recorded.end, inPart},
                 limitsOf(*quantity->quantity), judged);
   }
   verdict.worstSensor = FindWorst(verdict.sensors);

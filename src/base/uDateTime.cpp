@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <chrono>
 #include <cmath>
 #include <cstdint>
 #include <iterator>
@@ -13,10 +12,6 @@
 #include "base/uText.h"
 
 namespace {
-
-constexpr std::chrono::sys_days kEpoch{std::chrono::year{1899} / 12 / 30};
-constexpr std::chrono::sys_days kFirstDay{std::chrono::year{1} / 1 / 1};
-constexpr std::chrono::sys_days kLastDay{std::chrono::year{9999} / 12 / 31};
 
 std::string& ShortDateMask() {
   static std::string mask(kDefaultDateFormat);
@@ -140,10 +135,10 @@ std::string FormatDateTime(std::string_view mask, double dateTime) {
   const double whole = std::trunc(dateTime);
   const double ofDay = std::round(std::fabs(dateTime - whole) * kMsPerDay);
   const double day = ofDay < kMsPerDay ? whole : whole + 1;
-  if (!(day >= (kFirstDay - kEpoch).count() && day <= (kLastDay - kEpoch).count())) return GeneralFloat(dateTime);
+  if (!(day >= kFirstDay && day <= kLastDay)) return GeneralFloat(dateTime);
 
   const auto ms = ofDay < kMsPerDay ? static_cast<std::int64_t>(ofDay) : 0;
-  const TMoment moment{kEpoch + std::chrono::days{static_cast<std::int64_t>(day)}, ms / 3600000, ms / 60000 % 60,
+  const TMoment moment{kDateEpoch + std::chrono::days{static_cast<std::int64_t>(day)}, ms / 3600000, ms / 60000 % 60,
                        ms / 1000 % 60, ms % 1000};
 
   std::string text;

@@ -2,6 +2,7 @@
 // 1899-12-29. There are no time zones.
 #pragma once
 
+#include <chrono>
 #include <cmath>
 #include <optional>
 #include <string>
@@ -9,6 +10,11 @@
 
 inline constexpr double kMsPerDay = 86400000.0;
 inline constexpr double kDaysTo1970 = 25569;
+
+// The days of the calendar: from 0001-01-01 to 9999-12-31.
+inline constexpr std::chrono::sys_days kDateEpoch{std::chrono::year{1899} / 12 / 30};
+inline constexpr double kFirstDay = -693593;
+inline constexpr double kLastDay = 2958465;
 
 // A mission's start for an axis: 0 when it is not finite or beyond ±1e9 days.
 inline double DrawableStart(double startTime) {

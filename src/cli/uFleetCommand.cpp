@@ -8,6 +8,7 @@
 #include <iterator>
 #include <mutex>
 #include <optional>
+#include <span>
 
 #include "base/uDateTime.h"
 #include "base/uFiles.h"
@@ -245,6 +246,19 @@ void ReadByJobs(const std::vector<TFleetEntry>& entries, const TFleetRequest& re
   });
 }
 
+void ReadOneByOne(std::span<const TFleetEntry> entries, const TFleetOptions& options, TFleetDatabase& database,
+                  const TConsole& console) {
+  for (std::size_t i = 0; i < entries.size(); ++i) {
+    if (console.showProgress) console.err(fmt::format("\r{} of {}", i, entries.size()));
+    database.Add(Analyse(entries[i], options));
+  }
+}
+
+void SayHowManyAreUnusable(std::size_t count, const TConsole& console) {
+  if (count == 0) return;
+  console.out(fmt::format("{} cannot be read or shown; the tables say why\n", Counted(count, "recording")));
+}
+
 TStatus Collect(const TFleetRequest& request, const TConsole& console) {
   const TFleetOptions options = OptionsOf(request);
   std::vector<TFleetEntry> toRead;
@@ -261,19 +275,23 @@ TStatus Collect(const TFleetRequest& request, const TConsole& console) {
   console.out(fmt::format("{}: {} as before, {} read\n", Counted(unchanged.size() + toRead.size(), "recording"),
                           unchanged.size(), toRead.size()));
   const bool isSame = toRead.empty() && !unchanged.empty() && unchanged.size() == earlier.known.size();
-  if (isSame && FormatOf(PathFromUtf8(request.out)) == request.format) return TStatus::Done;
+  if (isSame && FormatOf(PathFromUtf8(request.out)) == request.format) {
+    const auto isUnusable = [](const auto& known) { return !IsUsable(known.second.status); };
+    SayHowManyAreUnusable(static_cast<std::size_t>(std::ranges::count_if(earlier.known, isUnusable)), console);
+    return TStatus::Done;
+  }
+  std::size_t unusable = 0;
   WriteOut(request, [&](TFleetDatabase& database) {
     if (!unchanged.empty()) database.TakeFrom(earlier.tables->Path(), unchanged);
     if (request.jobs > 1 && toRead.size() > 1) {
       ReadByJobs(toRead, request, database, console);
     } else {
-      for (std::size_t i = 0; i < toRead.size(); ++i) {
-        if (console.showProgress) console.err(fmt::format("\r{} of {}", i, toRead.size()));
-        database.Add(Analyse(toRead[i], options));
-      }
+      ReadOneByOne(toRead, options, database, console);
     }
     if (console.showProgress) console.err("\r\033[K");
+    unusable = database.UnusableRecordings();
   });
+  SayHowManyAreUnusable(unusable, console);
   return TStatus::Done;
 }
 

@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cctype>
 #include <cmath>
 #include <iterator>
 #include <stdexcept>
@@ -18,7 +17,7 @@ constexpr std::size_t kMaxSheetCharacters = 31;
 constexpr std::string_view kPathSeparators = "/\\";
 constexpr std::string_view kReserved = "/\\:*?\"<>|";
 constexpr std::string_view kReservedInSheets = "/\\:*?[]";
-constexpr std::string_view kDevices[] = {"CON", "PRN", "AUX", "NUL", "CONIN$", "CONOUT$"};
+constexpr std::string_view kDevices[] = {"con", "prn", "aux", "nul", "conin$", "conout$"};
 
 bool IsFollowing(char byte) {
   return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
@@ -46,11 +45,9 @@ std::string Replaced(std::string_view utf8, std::string_view forbidden) {
 }
 
 bool IsDevice(std::string_view name) {
-  std::string stem;
-  std::ranges::transform(name.substr(0, name.find('.')), std::back_inserter(stem),
-                         [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
+  std::string stem = AsciiLower(name.substr(0, name.find('.')));
   stem.erase(stem.find_last_not_of(' ') + 1);
-  const bool isPort = (stem.starts_with("COM") || stem.starts_with("LPT")) && stem.size() == 4;
+  const bool isPort = (stem.starts_with("com") || stem.starts_with("lpt")) && stem.size() == 4;
   return std::ranges::find(kDevices, stem) != std::end(kDevices) || (isPort && stem[3] >= '0' && stem[3] <= '9');
 }
 

@@ -1,18 +1,40 @@
 #include "navigation/uTimeNavigator.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 
 #include "base/uDateTime.h"
 
 namespace {
 
+using namespace std::chrono;
+
+constexpr double kSecondsPerDay = 86400;
+constexpr double kDaysOfNoMonth = 30;
 constexpr double kTellApart = 1e-13;  // smallest span, relative to the time (double precision)
 constexpr double kRounded = 0.5;      // of MinSpan; rounding never takes this much of a span
 constexpr double kPartOfData = 50;
 constexpr double kMinLengths = 4;  // times the stretch that the band is put around
 
+double AddMonths(double dateTime, int months) {
+  const double day = std::trunc(dateTime);
+  const double timeOfDay = std::fabs(dateTime - day);
+  if (!(day >= kFirstDay && day <= kLastDay)) return dateTime + kDaysOfNoMonth * months;
+  const year_month_day date = kDateEpoch + days(static_cast<int>(day));
+  const year_month month = year_month(date.year(), date.month()) + std::chrono::months(months);
+  const auto lastDay = unsigned{(month / last).day()};
+  const sys_days moved = month / std::chrono::day(std::min(unsigned{date.day()}, lastDay));
+  const auto movedDay = static_cast<double>((moved - kDateEpoch).count());
+  return movedDay < 0 ? movedDay - timeOfDay : movedDay + timeOfDay;
+}
+
 }  // namespace
+
+double AddStep(double dateTime, const TCalendarStep& step, int count) {
+  if (step.months != 0) return AddMonths(dateTime, step.months * count);
+  return dateTime + step.seconds * count / kSecondsPerDay;
+}
 
 double MinSpan(double time) {
   return std::max(1 / kMsPerDay, std::fabs(time) * kTellApart);

@@ -3,12 +3,12 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <charconv>
 #include <filesystem>
 #include <fstream>
 #include <limits>
 #include <string>
 
+#include "base/uText.h"
 #include "platform/uMachineMemory.h"
 
 namespace {
@@ -53,15 +53,11 @@ std::uint64_t Available() {
 std::optional<std::uint64_t> AvailableMemoryIn(std::string_view meminfo) {
   constexpr std::string_view kName = "MemAvailable:";
   while (!meminfo.empty()) {
-    const std::string_view line = meminfo.substr(0, meminfo.find('\n'));
-    meminfo.remove_prefix(std::min(line.size() + 1, meminfo.size()));
+    std::string_view line = TakeUntil(meminfo, "\n");
     if (!line.starts_with(kName)) continue;
-    const std::size_t digits = std::min(line.find_first_not_of(' ', kName.size()), line.size());
-    std::uint64_t kibibytes = 0;
-    const char* end = line.data() + line.size();
-    const auto [rest, error] = std::from_chars(line.data() + digits, end, kibibytes);
-    if (error != std::errc() || std::string_view(rest, end) != " kB") return std::nullopt;
-    return kibibytes * 1024;
+    line.remove_prefix(std::min(line.find_first_not_of(' ', kName.size()), line.size()));
+    const auto kibibytes = NumberIn<std::uint64_t>(TakeUntil(line, " "));
+    return kibibytes && line == "kB" ? std::optional(*kibibytes * 1024) : std::nullopt;
   }
   return std::nullopt;
 }

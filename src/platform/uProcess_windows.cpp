@@ -2,6 +2,7 @@
 
 #include <array>
 #include <filesystem>
+#include <memory>
 #include <system_error>
 
 #include "base/uFiles.h"
@@ -26,24 +27,6 @@ void AppendQuoted(std::wstring& line, const std::wstring& word) {
   throw std::system_error(static_cast<int>(GetLastError()), std::system_category());
 }
 
-// The device that is empty and takes everything, for a started program.
-class TNothing {
- public:
-  TNothing() {
-    SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
-    FHandle = CreateFileW(L"NUL", GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, &inherited,
-                          OPEN_EXISTING, 0, nullptr);
-    if (FHandle == INVALID_HANDLE_VALUE) Fail();
-  }
-  ~TNothing() { CloseHandle(FHandle); }
-  TNothing(const TNothing&) = delete;
-  TNothing& operator=(const TNothing&) = delete;
-  [[nodiscard]] HANDLE Handle() const { return FHandle; }
-
- private:
-  HANDLE FHandle;
-};
-
 }  // namespace
 
 std::filesystem::path ThisProgram() {
@@ -57,12 +40,18 @@ int RunProgram(const std::filesystem::path& program, const std::vector<std::stri
   std::wstring line;
   AppendQuoted(line, program.wstring());
   for (const std::string& argument : arguments) AppendQuoted(line, PathFromUtf8(argument).wstring());
-  const TNothing nothing;
+  // The device that is empty and takes everything.
+  SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
+  const std::unique_ptr<void, decltype(&CloseHandle)> nothing(
+      CreateFileW(L"NUL", GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, &inherited, OPEN_EXISTING,
+                  0, nullptr),
+      CloseHandle);
+  if (nothing.get() == INVALID_HANDLE_VALUE) Fail();
   STARTUPINFOW startup{};
   startup.cb = sizeof startup;
   startup.dwFlags = STARTF_USESTDHANDLES;
-  startup.hStdInput = nothing.Handle();
-  startup.hStdOutput = nothing.Handle();
+  startup.hStdInput = nothing.get();
+  startup.hStdOutput = nothing.get();
   startup.hStdError = GetStdHandle(STD_ERROR_HANDLE);
   PROCESS_INFORMATION process{};
   if (!CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, TRUE, CREATE_NO_WINDOW, nullptr, nullptr,

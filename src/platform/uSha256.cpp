@@ -8,8 +8,6 @@
 #include <system_error>
 #include <vector>
 
-#include "platform/uDigest.h"
-
 namespace fs = std::filesystem;
 
 namespace {
@@ -27,18 +25,18 @@ std::string Sha256Of(const fs::path& file, IProgress& progress) {
   std::ifstream source(file, std::ios::binary);
   if (!source) Fail(file);
   progress.SetMaximum(std::max(1.0, static_cast<double>(fs::file_size(file)) / kChunk));
-  TSha256 digest;
   std::vector<char> bytes(kChunk);
-  for (int chunk = 1; source; ++chunk) {
+  int chunk = 0;
+  const TSha256Sum sum = Sha256OfPieces([&]() -> std::span<const unsigned char> {
+    if (!source) return {};
     errno = 0;
     source.read(bytes.data(), kChunk);
     if (source.bad()) Fail(file);
-    const auto count = static_cast<std::size_t>(source.gcount());
-    digest.Update({reinterpret_cast<const unsigned char*>(bytes.data()), count});
-    progress.SetPosition(chunk);
+    progress.SetPosition(++chunk);
     progress.ProcessMessages();
-  }
+    return {reinterpret_cast<const unsigned char*>(bytes.data()), static_cast<std::size_t>(source.gcount())};
+  });
   std::string text;
-  for (const unsigned char byte : digest.Final()) text += fmt::format("{:02x}", byte);
+  for (const unsigned char byte : sum) text += fmt::format("{:02x}", byte);
   return text;
 }

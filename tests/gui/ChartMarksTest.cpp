@@ -80,7 +80,7 @@ TEST_F(EventChart, NearestIsMeasuredOnTheScreen) {
   // Sample 5 is nearer in time, sample 9 on the screen.
   FChart.SetSeriesVisible(TSeries::Y, false);
   FChart.SetSeriesVisible(TSeries::Z, false);
-  FChart.SetColour(TSeries::X, kPink);
+  SetColour(FChart, TSeries::X, kPink);
   const QPoint sample = PointAt(FChart, 90, 9);
   const QPoint pointer = sample - QPoint(20, 20);
   Settle();
@@ -123,7 +123,7 @@ TEST(NearestOnScreen, NoSampleIsNearerThanTheOneFound) {
 }
 
 TEST_F(EventChart, SamplesThatStandApartGetDots) {
-  FChart.SetColour(TSeries::X, kPink);
+  SetColour(FChart, TSeries::X, kPink);
   Settle();
   const QRect onSample = Around(PointAt(FChart, 50, 5), 2);
   const QRect between = Around(PointAt(FChart, 55, 5.5), 2);
@@ -170,7 +170,10 @@ TEST_F(EventChart, ALowPlotHasItsReadingsAboveTheCurves) {
 TEST_F(EventChart, CursorTextsFollowTheMasks) {
   FChart.SetSeriesVisible(TSeries::Y, false);
   FChart.SetSeriesVisible(TSeries::Z, false);
-  FChart.SetMasks({"0.00", "0.0"});
+  ChangeDisplay(FChart, [](TDisplaySettings& display) {
+    display.formats[static_cast<std::size_t>(TQuantity::Time)] = 7;          // "0.00"
+    display.formats[static_cast<std::size_t>(TQuantity::Acceleration)] = 6;  // "0.0"
+  });
   Move(FChart, AtMs(31), Qt::NoButton);
   EXPECT_EQ(LastText(FTexts), "30.00 ms  ·  X 3.0 g");
 }
@@ -189,12 +192,12 @@ TEST_F(EventChart, TheTitleSaysHowManySamplesTheHighPassFilterLeaves) {
 
 TEST_F(EventChart, AlarmLimitsAreLinesWhileSet) {
   const QImage before = FChart.grab().toImage();
-  FChart.SetAlarmLimits(TLimits{-6.0, 6.0});
+  SetLimits(FChart, {{TQuantity::Acceleration, {-6.0, 6.0}}});
   EXPECT_GT(
       Count(FChart, QColor(kLightTokens.alarm), Around(PointAt(FChart, 20, 6), 60).intersected(RectOf(FChart).rect())),
       20);
   EXPECT_LT(ValuesOf(FChart).range().lower, -6);
-  FChart.SetAlarmLimits(std::nullopt);
+  SetLimits(FChart, {});
   EXPECT_EQ(FChart.grab().toImage(), before);
 }
 
@@ -206,11 +209,11 @@ TEST(EventsChartMarks, AlarmLimitsAreDrawnAtTheirMagnitudeAndDoNotFlattenThePeak
     return Count(chart, QColor(kLightTokens.alarm),
                  QRect(PointAt(chart, At(kMinute / 2), g) - QPoint(30, 1), QSize(60, 3)));
   };
-  chart.SetAlarmLimits(TLimits{-6.0, 15.0});
+  SetLimits(chart, {{TQuantity::Acceleration, {-6.0, 15.0}}});
   chart.grab();
   EXPECT_GT(lines(6), 20);
   EXPECT_GT(lines(15), 20);
-  chart.SetAlarmLimits(TLimits{-1000.0, 1000.0});
+  SetLimits(chart, {{TQuantity::Acceleration, {-1000.0, 1000.0}}});
   chart.grab();
   EXPECT_LT(ValuesOf(chart).range().upper, 30) << "far limits press nothing flat";
 }
@@ -221,14 +224,14 @@ TEST(EventsChartMarks, AbsorbedPointsBecomeOneAtTheHighest) {
   for (int i = 0; i < 10; ++i) peaks.push_back({10 * kMinute + i, 40.0F + 0.1F * static_cast<float>(i % 7)});
   TEventsChart chart;
   chart.SetEvents(Events(peaks), {});
-  chart.SetColour(TSeries::X, kPink);
+  SetColour(chart, TSeries::X, kPink);
   Show(chart);
   const QPoint group = PointAt(chart, At(10 * kMinute), 40.6);
   const QColor filled(StandOut(kPink.rgb() & 0xFFFFFF, 0xFFFFFF, kTextContrast));  // under a white number
   const int absorbed = Count(chart, filled, Around(group, 12));
   QSignalSpy clicked(&chart, &TEventsChart::EventClicked);
   Click(chart, group + QPoint(5, 0));
-  chart.SetPointAbsorption(false);
+  SetAbsorption(chart, false);
   EXPECT_GT(absorbed, Count(chart, kPink, Around(group, 12)) + 20);
   ASSERT_EQ(clicked.count(), 1);
   EXPECT_EQ(clicked[0][0].toULongLong(), 2U + 6U);
@@ -298,14 +301,14 @@ TEST(ChartLabels, NeverOverlapAndAxesNeverRunUpsideDown) {
   mission.adxl_level_off = 3.9F;
   TEventsChart events;
   events.SetEvents(Events({{0, 3}, {kMinute, 20}, {2 * kMinute, 7}}), mission);
-  events.SetAlarmLimits(TLimits{-4.1, 4.2});
+  SetLimits(events, {{TQuantity::Acceleration, {-4.1, 4.2}}});
   TSelectedEventChart selected;
   selected.ShowEvent(one, 0, mission);
-  selected.SetAlarmLimits(TLimits{-4.0, 4.0});
+  SetLimits(selected, {{TQuantity::Acceleration, {-4.0, 4.0}}});
   const TSensorList readings = Sensors({{"RH", {{0, 40}, {kMinute, 70}}}, {"Temperature", {{0, 18}, {kMinute, 30}}}});
   TSensorsChart sensors;
   sensors.SetSensors(readings, kStart);
-  sensors.SetAlarmLimits({{"RH", {41, 60}}, {"Temperature", {20, 25}}});
+  SetLimits(sensors, {{TQuantity::Humidity, {41, 60}}, {TQuantity::Temperature, {20, 25}}});
   for (TTimeChart* chart : std::vector<TTimeChart*>{&events, &selected, &sensors}) {
     for (const QSize size : {QSize(900, 600), QSize(452, 160), QSize(300, 60)}) {
       Show(*chart);
@@ -347,7 +350,7 @@ TEST(SensorsChartMarks, LimitsNameTheirSensorAndNoLineIsDrawnThatCannotBeCrossed
   const TSensorList readings = Sensors({{"L", {{0, 1}, {kMinute, 90}}}, {"RH", {{0, 40}, {kMinute, 70}}}});
   TSensorsChart chart;
   chart.SetSensors(readings, kStart);
-  chart.SetAlarmLimits({{"L", {0, 60}}, {"RH", {0, 60}}});
+  SetLimits(chart, {{TQuantity::Light, {0, 60}}, {TQuantity::Humidity, {0, 60}}});
   Show(chart);
   const auto said = [&chart](const QCPAxis& axis, double value) {
     return chart.Labels().LevelAt(axis.coordToPixel(value)).toStdString();
@@ -365,7 +368,7 @@ TEST(SensorsChartMarks, LinesBreakWhereReadingsAreFarApart) {
   for (int i = 0; i < 100; ++i) samples.push_back({200000 + i * 1000.0, 20});
   const TSensorList readings = Sensors({{"A1", samples}});
   TSensorsChart chart;
-  chart.SetSensorColour("A1", kPink);
+  SetColour(chart, "A1", kPink);
   chart.SetSensors(readings, kStart);
   Show(chart);
   EXPECT_GT(Ink(chart, kPink, Around(PointAt(chart, At(50000), 20), 3)), 0);
@@ -384,8 +387,8 @@ TEST_P(EventPoints, ShowEveryEventWithoutAbsorption) {
   }
   TEventsChart chart;
   chart.SetEvents(Events(peaks), {});
-  chart.SetColour(TSeries::X, kPink);
-  chart.SetPointAbsorption(false);
+  SetColour(chart, TSeries::X, kPink);
+  SetAbsorption(chart, false);
   Show(chart);
   const QImage image = chart.grab().toImage();
   // The axes are drawn over what stands at the edge.
@@ -448,17 +451,17 @@ class SensorMarks : public testing::Test {
 
 TEST_F(SensorMarks, DisplayNamesStandInTitlesAndCursorTexts) {
   QSignalSpy texts(&FChart, &TTimeChart::CursorValueChanged);
-  FChart.SetSensorNames({{"A1", "Oil"}, {"A2", ""}, {"RH", "RH"}});
+  SetNames(FChart, {"Oil", ""});
   FChart.grab();
   EXPECT_EQ(FAnalog.TitleText(), "Oil, A2");
   EXPECT_EQ(FAnalog.Title()[0].ink, InkOn(FChart.palette(), FChart.Sensors().Series()[2].look.colour));
   Move(FChart, MiddleOf(FChart), Qt::NoButton);
   EXPECT_THAT(LastText(texts), HasSubstr("Oil 5"));
-  FChart.SetSensorNames({{"A2", "Same"}, {"A1", "Same"}});
+  SetNames(FChart, {"Same", "Same"});
   FChart.grab();
   EXPECT_EQ(FAnalog.TitleText(), "Same");
   FChart.SetSensors(FSensors, kStart);
-  FChart.SetSensorNames({});
+  SetNames(FChart, {});
   FChart.grab();
   EXPECT_EQ(FAnalog.TitleText(), "A1, A2");
 }
@@ -468,8 +471,10 @@ TEST_F(SensorMarks, SeriesAndAxesHaveTheirOwnColours) {
   EXPECT_EQ(FAnalog.labelColor(), Qt::black);
   EXPECT_EQ(Temperature().labelColor(), Qt::red);
   EXPECT_EQ(Humidity().labelColor(), Qt::blue);
-  FChart.SetSensorColour("A1", kPink);
-  FChart.SetAxisColour(TSensorAxis::LeftOuter, axisColour);
+  SetColour(FChart, "A1", kPink);
+  ChangeDisplay(FChart, [&](TDisplaySettings& display) {
+    display.axisColours[static_cast<std::size_t>(TSensorAxis::LeftOuter)] = axisColour.rgb() & RGB_MASK;
+  });
   EXPECT_EQ(Temperature().labelColor(), axisColour);
   EXPECT_EQ(FAnalog.labelColor(), Qt::black);
   const QRect inside = RectOf(FChart).rect().adjusted(2, 2, -2, -2);
@@ -492,7 +497,7 @@ TEST_F(SensorMarks, AxesAreLockedOneByOne) {
 }
 
 TEST_F(SensorMarks, AlarmLimitsAreLinesInTheColourOfTheSeries) {
-  FChart.SetSensorColour("A2", kPink);
+  SetColour(FChart, "A2", kPink);
   FChart.SetSensorVisible(2, false);
   const auto ink = [this] {
     FChart.grab();
@@ -500,9 +505,9 @@ TEST_F(SensorMarks, AlarmLimitsAreLinesInTheColourOfTheSeries) {
     return Count(FChart, kPink, QRect(RectOf(FChart).rect().center().x() - 150, y - 1, 200, 5));
   };
   const int series = ink();
-  FChart.SetAlarmLimits({{"A2", {-1.0, 8.0}}, {"A1", {5.5, 7.0}}});
+  SetLimits(FChart, {{TQuantity::A2, {-1.0, 8.0}}, {TQuantity::A1, {5.5, 7.0}}});
   EXPECT_GT(ink(), series + 60);
-  FChart.SetAlarmLimits({});
+  SetLimits(FChart, {});
   EXPECT_EQ(ink(), series);
 }
 
@@ -517,35 +522,31 @@ TEST_F(EventChart, AChangeOfColoursOrLimitsKeepsTheTimes) {
   sensors.SetSensors(list, kStart);
   Show(sensors);
   const std::vector<std::pair<TTimeChart*, std::function<void()>>> changes = {
-      {&events, [&] { events.SetPointAbsorption(false); }},
+      {&events, [&] { SetAbsorption(events, false); }},
       {&events,
        [&] {
-         events.SetAlarmLimits(TLimits{-6.0, 7.0});
+         SetLimits(events, {{TQuantity::Acceleration, {-6.0, 7.0}}});
        }},
-      {&events, [&] { events.SetColour(TSeries::X, kPink); }},
+      {&events, [&] { SetColour(events, TSeries::X, kPink); }},
       {&events, [&] { events.Marks().SetIndicatorVisible(true); }},
-      {&events,
-       [&] {
-         events.SetMasks({"0", "0"});
-       }},
+      {&events, [&] { ChangeDisplay(events, [](TDisplaySettings& display) { display.formats.fill(0); }); }},
       {&FChart,
        [&] {
-         FChart.SetAlarmLimits(TLimits{-6.0, 7.0});
+         SetLimits(FChart, {{TQuantity::Acceleration, {-6.0, 7.0}}});
        }},
       {&FChart, [&] { FChart.SetSeriesVisible(TSeries::Total, true); }},
       {&FChart, [&] { FChart.SetSeriesVisible(TSeries::X, false); }},
       {&FChart, [&] { FChart.SetPointsVisible(true); }},
       {&FChart, [&] { FChart.Marks().SetNearestVisible(true); }},
       {&FChart, [&] { FChart.SetValueAxisLocked(true); }},
-      {&sensors, [&] { sensors.SetSensorColour("A1", kPink); }},
-      {&sensors, [&] { sensors.SetAxisColour(TSensorAxis::LeftInner, kPink); }},
+      {&sensors, [&] { SetColour(sensors, "A1", kPink); }},
+      {&sensors,
+       [&] { ChangeDisplay(sensors, [](TDisplaySettings& display) { display.axisColours.fill(0xFF69B4); }); }},
       {&sensors,
        [&] {
-         sensors.SetAlarmLimits({{"A1", {1, 7}}});
+         SetLimits(sensors, {{TQuantity::A1, {1, 7}}});
        }},
-      {&sensors, [&] {
-         sensors.SetSensorNames({{"A1", "B1"}});
-       }}};
+      {&sensors, [&] { SetNames(sensors, {"B1"}); }}};
   for (TTimeChart* chart : std::vector<TTimeChart*>{&events, &FChart, &sensors}) {
     Wheel(*chart, MiddleOf(*chart), 2);
     Wheel(*chart, MiddleOf(*chart), 1, Qt::ControlModifier);
@@ -584,7 +585,7 @@ TEST(HiddenEvents, AreFaintStemsWithoutADotAndIgnoreClicks) {
 TEST(Peaks, AmongEqualTimesAtTheEndAndFarOutOfSightAreDrawnWhereTheyAre) {
   for (int i = 0; i < 40; ++i) {
     TSensorsChart chart;
-    chart.SetSensorColour("A1", kPink);
+    SetColour(chart, "A1", kPink);
     const double last = 1000.7 * (i + 1);
     const TSensorList list = Sensors({{"A1", {{0, 5}, {last, 5}, {last, 100}, {last, 5}}}});
     chart.SetSensors(list, kStart + i * 0.0137);

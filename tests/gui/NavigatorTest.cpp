@@ -27,22 +27,22 @@ void Follow(TNavigatorChart& chart, TTimeSpan& band) {
 
 TEST(Navigator, UsesTheChosenColourAndName) {
   TNavigatorChart chart;
-  chart.SetSensorColour("A1", Qt::darkMagenta);
-  chart.SetSensorNames({{"A1", "Oil"}});
+  SetColour(chart, "A1", Qt::darkMagenta);
+  SetNames(chart, {"Oil"});
   const TSensorList sensors = Sensors({{"A1", {{0, 1}, {kMinute, 9}}}});
   chart.SetMission({}, sensors);
   Show(chart);
   const int inked = Ink(chart, Qt::darkMagenta, chart.rect());
   const QImage named = chart.grab().toImage();
-  chart.SetSensorNames({});
+  SetNames(chart, {});
   EXPECT_NE(chart.grab().toImage(), named);
-  chart.SetSensorColour("A1", Qt::darkGreen);
+  SetColour(chart, "A1", Qt::darkGreen);
   EXPECT_LT(Ink(chart, Qt::darkMagenta, chart.rect()), inked - 300);
 }
 
 TEST(Navigator, AClickOnTheLegendHidesTheCurveOrTheTicksAndLeavesTheBand) {
   TNavigatorChart chart;
-  chart.SetSensorColour("A1", Qt::darkMagenta);
+  SetColour(chart, "A1", Qt::darkMagenta);
   const TSensorList sensors = Sensors({{"A1", {{0, 1}, {kDay * 10, 9}}}});
   chart.SetMission(Events({{kDay * 5, 1}}), sensors);
   Show(chart);

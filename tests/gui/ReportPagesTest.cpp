@@ -163,8 +163,8 @@ TEST(ChartOnPaper, LinesDifferWithoutColoursEvenWhereTheyAreNoisyAndGapsStay) {
   const TSensorList readings = Sensors({{"Temperature", temperature}, {"RH", humidity}});
   TSensorsChart chart;
   PrepareForPaper(chart);
-  chart.SetSensorColour("Temperature", Qt::red);
-  chart.SetSensorColour("RH", Qt::blue);
+  SetColour(chart, "Temperature", Qt::red);
+  SetColour(chart, "RH", Qt::blue);
   chart.SetSensors(readings, kStart);
   SizeForPaper(chart, {480, 200});
   QImage image(480 * 4, 200 * 4, QImage::Format_RGB32);
@@ -182,8 +182,8 @@ TEST(ChartOnPaper, LinesDifferWithoutColoursEvenWhereTheyAreNoisyAndGapsStay) {
 TEST(ChartOnPaper, TheLegendNamesNoLimitThatIsNotJudged) {
   TEventsChart chart;
   PrepareForPaper(chart);
-  const auto names = [&](TAlarmLimits limits) {
-    chart.SetAlarmLimits(limits);
+  const auto names = [&](const TLimits& limits) {
+    SetLimits(chart, {{TQuantity::Acceleration, limits}});
     std::vector<std::string> all;
     for (const TLegendEntry& entry : chart.Legend().Contents().entries) all.push_back(entry.name.toStdString());
     return all;

@@ -9,8 +9,9 @@
 #include <utility>
 #include <vector>
 
-#include "gui/charts/uChartPlot.h"
 #include "gui/charts/uLegendRow.h"
+#include "gui/charts/uSeries.h"
+#include "gui/charts/uTimeChart.h"
 #include "model/uEvents.h"
 #include "model/uOtherSensors.h"
 
@@ -49,6 +50,38 @@ inline TSensorList Sensors(const std::vector<std::pair<const char*, TSamples>>& 
     for (const auto& [ms, value] : samples) sensors.AddValues(ms, value);
   }
   return sensors;
+}
+
+// Shows a chart by settings that differ from those that it has.
+template <class TChange>
+void ChangeDisplay(TTimeChart& chart, const TChange& change) {
+  TDisplaySettings display = chart.Display();
+  change(display);
+  chart.SetDisplay(display);
+}
+inline void SetColour(TTimeChart& chart, TSeries series, const QColor& colour) {
+  ChangeDisplay(
+      chart, [&](TDisplaySettings& display) { display.accelerationColours[Place(series)] = colour.rgb() & RGB_MASK; });
+}
+inline void SetColour(TTimeChart& chart, const char* sensor, const QColor& colour) {
+  const std::size_t place = FindQuantity(&TQuantityRow::sensorName, sensor)->colourPlace - 1U;
+  ChangeDisplay(chart, [&](TDisplaySettings& display) { display.sensorColours[place] = colour.rgb() & RGB_MASK; });
+}
+// Those of the analog inputs.
+inline void SetNames(TTimeChart& chart, const decltype(TDisplaySettings::analogNames)& names) {
+  ChangeDisplay(chart, [&](TDisplaySettings& display) { display.analogNames = names; });
+}
+inline void SetAbsorption(TTimeChart& chart, bool on) {
+  ChangeDisplay(chart, [&](TDisplaySettings& display) { display.pointAbsorption = on; });
+}
+// No other quantity is judged; without limits the alarm is off.
+inline void SetLimits(TTimeChart& chart, const std::vector<std::pair<TQuantity, TLimits>>& limits) {
+  ChangeDisplay(chart, [&](TDisplaySettings& display) {
+    constexpr double kNoLimit = std::numeric_limits<double>::infinity();
+    display.alarmActive = !limits.empty();
+    display.limits.fill({-kNoLimit, kNoLimit});
+    for (const auto& [quantity, own] : limits) display.limits[static_cast<std::size_t>(quantity)] = own;
+  });
 }
 
 inline QCPAxisRect& RectOf(const TChartPlot& chart) {

@@ -14,9 +14,8 @@ void TAccelerationChart::SetSeriesVisible(TSeries series, bool visible) {
   Restyle();
 }
 
-void TAccelerationChart::SetColour(TSeries series, const QColor& colour) {
-  const std::uint32_t rgb = colour.rgb() & RGB_MASK;
-  if (std::exchange(FColours[Place(series)], rgb) != rgb) Restyle();
+bool TAccelerationChart::ShowsChangeFrom(const TDisplaySettings& before) const {
+  return TTimeChart::ShowsChangeFrom(before) || Differ(before, Display(), &TDisplaySettings::accelerationColours);
 }
 
 std::vector<TSeries> TAccelerationChart::VisibleSeries() const {
@@ -28,15 +27,10 @@ std::vector<TSeries> TAccelerationChart::VisibleSeries() const {
 }
 
 QColor TAccelerationChart::InkOf(TSeries series) const {
-  return InkOn(palette(), FColours[Place(series)]);
+  return InkOn(palette(), Display().accelerationColours[Place(series)]);
 }
 
-void TAccelerationChart::Restyle() {
-  TTimeChart::Restyle();
-  FillLegend();
-}
-
-void TAccelerationChart::FillLegend() {
+std::vector<TLegendEntry> TAccelerationChart::LegendEntries() const {
   std::vector<TLegendEntry> entries;
   for (const TSeries series : kAllSeries) {
     entries.push_back({NameOf(series), InkOf(series), IsSeriesVisible(series), Dashes(Place(series))});
@@ -45,7 +39,7 @@ void TAccelerationChart::FillLegend() {
     const TPin& pin = FPins.items[i];
     entries.push_back({PinTitle(pin) + PinWords(i), PinInk(palette(), pin.slot), pin.visible, PinDashes(pin.slot)});
   }
-  Legend().SetEntries(std::move(entries));
+  return entries;
 }
 
 void TAccelerationChart::SetPins(const TPins& pins) {

@@ -18,7 +18,6 @@ class TAccelerationChart : public TTimeChart {
   // All of these stay from event to event. The axes are visible at first, the total is not.
   void SetSeriesVisible(TSeries series, bool visible);
   [[nodiscard]] bool IsSeriesVisible(TSeries series) const { return FVisible[Place(series)]; }
-  void SetColour(TSeries series, const QColor& colour);
   // What is shown of the event, "spectrum", for captions and file names; empty for what was recorded.
   [[nodiscard]] virtual QString ShownName() const { return {}; }
   // They stay from event to event.
@@ -32,10 +31,10 @@ class TAccelerationChart : public TTimeChart {
 
  protected:
   void EntryClicked(std::size_t entry) override;
-  void Restyle() override;
+  [[nodiscard]] bool ShowsChangeFrom(const TDisplaySettings& before) const override;
+  [[nodiscard]] std::vector<TLegendEntry> LegendEntries() const override;
   // What is said of a pinned event behind its name.
   [[nodiscard]] virtual QString PinWords(std::size_t /*pin*/) const { return {}; }
-  void FillLegend();
   // Other series are visible.
   virtual void SeriesChanged() { Range().RescaleValues(); }
 
@@ -50,7 +49,6 @@ class TAccelerationChart : public TTimeChart {
   [[nodiscard]] QColor InkOf(TSeries series) const;
 
  private:
-  TSeriesColours FColours = DefaultSettings().display.accelerationColours;
   std::array<bool, kSeriesCount> FVisible = {true, true, true, false};
   TPins FPins;
 };

@@ -12,6 +12,18 @@ constexpr double kKeyStep = 0.1;    // of the band
 
 }  // namespace
 
+TNavigatorBand::TNavigatorBand(const char* name, QObject* parent) : QObject(parent) {
+  setObjectName(name);
+}
+
+bool TNavigatorBand::Show(const TTimeSpan& span) {
+  const TTimeSpan ordered{std::min(span.start, span.end), std::max(span.start, span.end)};
+  if (!span.IsFinite() || (FVisible && FSpan == ordered)) return false;
+  FSpan = ordered;
+  FVisible = true;
+  return true;
+}
+
 TBandGestures::TBandGestures(TChartPlot& plot, const TChartRange& range, const TNavigatorBand& band)
     : FPlot(plot), FRange(range), FBand(band) {
   FPlot.installEventFilter(this);
@@ -121,20 +133,13 @@ bool TBandGestures::PressKey(const QKeyEvent& event) {
 }
 
 std::optional<TTimeSpan> TBandGestures::MovedByKey(int key) const {
-  const TTimeSpan data = Data();
   const double step = Band().Width() * kKeyStep;
-  switch (key) {
-    case Qt::Key_Left:
-      return DraggedBand(Band(), data, -step);
-    case Qt::Key_Right:
-      return DraggedBand(Band(), data, step);
-    case Qt::Key_Home:
-      return DraggedBand(Band(), data, -data.Width());
-    case Qt::Key_End:
-      return DraggedBand(Band(), data, data.Width());
-    default:
-      return std::nullopt;
+  const std::pair<int, double> moves[] = {
+      {Qt::Key_Left, -step}, {Qt::Key_Right, step}, {Qt::Key_Home, -Data().Width()}, {Qt::Key_End, Data().Width()}};
+  for (const auto& [pressed, days] : moves) {
+    if (pressed == key) return DraggedBand(Band(), Data(), days);
   }
+  return std::nullopt;
 }
 
 std::optional<TTimeSpan> TBandGestures::ResizedByKey(int key) const {

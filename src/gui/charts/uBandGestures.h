@@ -1,15 +1,39 @@
-// What mouse and keys do to the navigator's band: move it with its width kept, change its width, draw a new one beside
-// it or where it is the whole recording, show everything. Nothing happens while there is no band. It filters the events
-// of the plot. Main thread only.
+// The navigator's band, and what mouse and keys do to it. Main thread only.
 #pragma once
 
 #include <QObject>
 #include <optional>
+#include <utility>
 
 #include "gui/charts/uChartRange.h"
-#include "gui/charts/uNavigatorBand.h"
 #include "navigation/uTimeNavigator.h"
 
+// A band on the navigator's time axis, found by its object name. The navigator sets and draws it.
+class TNavigatorBand final : public QObject {
+  Q_OBJECT
+  // Date-times; without meaning while the band is hidden.
+  Q_PROPERTY(double start READ Start)
+  Q_PROPERTY(double end READ End)
+  Q_PROPERTY(bool visible READ IsVisible)
+
+ public:
+  TNavigatorBand(const char* name, QObject* parent);
+
+  // Swaps ends that are not in order; without two finite ends nothing happens. Both return true if the band changed.
+  bool Show(const TTimeSpan& span);
+  bool Hide() { return std::exchange(FVisible, false); }
+  [[nodiscard]] const TTimeSpan& Span() const { return FSpan; }
+  [[nodiscard]] double Start() const { return FSpan.start; }
+  [[nodiscard]] double End() const { return FSpan.end; }
+  [[nodiscard]] bool IsVisible() const { return FVisible; }
+
+ private:
+  TTimeSpan FSpan{0, 0};
+  bool FVisible = false;
+};
+
+// Mouse and keys move the band with its width kept, change its width, draw a new one beside it or where it is the whole
+// recording, show everything. Nothing happens while there is no band. It filters the events of the plot.
 class TBandGestures final : public QObject {
   Q_OBJECT
 

@@ -4,13 +4,16 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 #include "gui/charts/uChartPaint.h"
+#include "gui/charts/uChartReadings.h"
 #include "gui/common/uTheme.h"
 
 namespace {
 
 constexpr double kPillPadding = 5;  // px, of a pill
+constexpr int kReadingPadding = 4;  // px, of a box of readings
 constexpr double kLevelReach = 4;   // how near to a level line the pointer names it
 constexpr double kTries = 6;        // heights that are tried for each height of a box
 constexpr int kStepsAlong = 40;     // places that are tried along a level line
@@ -219,4 +222,25 @@ void DrawPill(QCPPainter& painter, const QRectF& box, const QString& words, cons
   painter.drawRoundedRect(box, kPillPadding, kPillPadding);
   painter.setPen(InkOn(palette, ink, kTextContrast));
   painter.drawText(box, Qt::AlignCenter, words);
+}
+
+QSizeF FitReadings(const QRect& axes, const QFontMetrics& metrics, std::vector<TReading>& readings) {
+  const int room = std::max(1, axes.height() / metrics.height());
+  if (std::cmp_greater(readings.size(), room)) readings.resize(static_cast<std::size_t>(room));
+  int width = 0;
+  for (TReading& reading : readings) {
+    reading.text = metrics.elidedText(reading.text, Qt::ElideRight, axes.width() / 2);
+    width = std::max(width, metrics.horizontalAdvance(reading.text));
+  }
+  return {width + 2.0 * kReadingPadding, static_cast<double>(readings.size()) * metrics.height()};
+}
+
+void DrawReadings(QCPPainter& painter, const QRectF& box, const std::vector<TReading>& readings) {
+  QRectF line = box.adjusted(kReadingPadding, 0, -kReadingPadding, 0);
+  line.setHeight(painter.fontMetrics().height());
+  for (const TReading& reading : readings) {
+    painter.setPen(reading.ink);
+    painter.drawText(line, Qt::AlignLeft | Qt::AlignVCenter, reading.text);
+    line.translate(0, line.height());
+  }
 }

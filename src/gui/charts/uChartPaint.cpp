@@ -247,8 +247,16 @@ void DrawLoneDots(QCPPainter& painter, const TCurveAxes& axes, std::span<const T
     before = dot.x();
     if (alone && bounds.contains(dot)) dots.append(dot);
   }
+  DrawDots(painter, dots, TMarker::Circle, kDot / 2, ink);
+}
+
+void DrawDots(QCPPainter& painter, const QList<QPointF>& dots, TMarker marker, double radius, const QColor& ink) {
+  if (marker != TMarker::Circle) {
+    for (const QPointF& dot : dots) DrawMarker(painter, marker, dot, radius, ink);
+    return;
+  }
   painter.setAntialiasing(true);
-  painter.setPen(QPen(ink, kDot, Qt::SolidLine, Qt::RoundCap));
+  painter.setPen(QPen(ink, 2 * radius, Qt::SolidLine, Qt::RoundCap));
   painter.drawPoints(dots.constData(), static_cast<int>(dots.size()));
 }
 

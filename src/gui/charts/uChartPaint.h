@@ -11,6 +11,7 @@
 
 #include "analysis/uEnvelope.h"
 #include "gui/charts/uChartLabels.h"
+#include "gui/charts/uLegendRow.h"
 
 // Calls a function to paint into a layer of the plot. The clip is a little larger than the axis rect, so that marks on
 // an edge are whole. The plot owns it.
@@ -63,23 +64,47 @@ void DrawEnvelope(QCPPainter& painter, const TCurveAxes& axes, std::span<const T
 void DrawLoneDots(QCPPainter& painter, const TCurveAxes& axes, std::span<const TEnvelopePoint> points,
                   const QColor& ink);
 
+// Dots of one shape.
+void DrawDots(QCPPainter& painter, const QList<QPointF>& dots, TMarker marker, double radius, const QColor& ink);
+
 // Labels are placed off the line through these points.
 void KeepClear(TChartLabels& labels, const TCurveAxes& axes, std::span<const TEnvelopePoint> points);
 
 // The envelope of samples in the order of time, and dots on those that stand apart if asked for. The line breaks
-// between samples that are farther apart than maxStep, in their own time. Labels, where given, keep clear of it.
+// between samples that are farther apart than maxStep, in their own time. Labels keep clear of it.
 template <class TSample, class TValueOf>
 void DrawCurve(QCPPainter& painter, const TCurveAxes& axes, std::span<const TSample> samples, const TValueOf& valueOf,
-               const TExtents& extents, const QPen& pen, bool withDots = false, double maxStep = kNoGap,
-               TChartLabels* labels = nullptr) {
+               const TExtents& extents, const QPen& pen, TChartLabels& labels, bool withDots = false,
+               double maxStep = kNoGap) {
   const std::vector<TEnvelopePoint> points = Envelope(
       samples.size(), [samples](std::size_t i) { return samples[i].time; },
       [&](std::size_t i) { return valueOf(samples[i]); }, extents, ColumnsOf(axes.keys, painter, axes.View()), maxStep);
-  if (labels != nullptr) KeepClear(*labels, axes, points);
+  KeepClear(labels, axes, points);
   painter.setAntialiasing(true);
   DrawEnvelope(painter, axes, points, pen);
   if (withDots) DrawLoneDots(painter, axes, points, pen.color());
 }
+
+// Where the coordinates of an axis stand on the screen, for a million of them: QCPAxis::coordToPixel looks at the kind
+// and the side of its axis anew each time. Valid until the axis changes.
+class TPixels {
+ public:
+  explicit TPixels(const QCPAxis& axis)
+      : FAxis(axis),
+        FIsLinear(axis.scaleType() == QCPAxis::stLinear),
+        FFrom(axis.range().lower),
+        FPixelOfFrom(axis.coordToPixel(FFrom)),
+        FPerUnit((axis.coordToPixel(axis.range().upper) - FPixelOfFrom) / axis.range().size()) {}
+
+  [[nodiscard]] double At(double coordinate) const {
+    return FIsLinear ? FPixelOfFrom + (coordinate - FFrom) * FPerUnit : FAxis.coordToPixel(coordinate);
+  }
+
+ private:
+  const QCPAxis& FAxis;
+  bool FIsLinear;
+  double FFrom, FPixelOfFrom, FPerUnit;
+};
 
 // px of a curve at any scale.
 inline constexpr double kCurveWidth = 1.5;

@@ -48,7 +48,7 @@ TChartPlot::TChartPlot(TAxisUnit unit, QWidget* parent) : QCustomPlot(parent), F
     FTimeTitle = FUnit == TAxisUnit::Hertz ? tr("Frequency (Hz)") : tr("Time (ms)");
   }
   FTimeAxis->setLabel(FTimeTitle);
-  SetSideMargins(0, 0);
+  SetSideMargins({});
   new TPainted(FRect, "grid", [this](QCPPainter& painter) { PaintGround(painter); });
 
   setNoAntialiasingOnDrag(false);
@@ -159,32 +159,24 @@ void TChartPlot::InLight(const std::function<void()>& draw) {
   QueueReplot();
 }
 
-int TChartPlot::NeededLeftMargin() const {
-  return FRect->Needed(QCP::msLeft);
+TChartPlot::TSideMargins TChartPlot::NeededMargins() const {
+  return {FRect->Needed(QCP::msLeft), FRect->Needed(QCP::msRight)};
 }
 
-int TChartPlot::NeededRightMargin() const {
-  return FRect->Needed(QCP::msRight);
-}
-
-void TChartPlot::SetSideMargins(int left, int right) {
-  const QMargins margins(std::max(left, 12), 6, std::max(right, 14), 4);
+void TChartPlot::SetSideMargins(const TSideMargins& min) {
+  const QMargins margins(std::max(min.left, 12), 6, std::max(min.right, 14), 4);
   if (FRect->minimumMargins() == margins) return;
   FRect->setMinimumMargins(margins);
   // The ticks may need these margins anyway.
   const QMargins now = FRect->margins();
-  if (std::max(margins.left(), NeededLeftMargin()) == now.left() &&
-      std::max(margins.right(), NeededRightMargin()) == now.right()) {
-    return;
-  }
-  QueueReplot();
+  const auto [left, right] = NeededMargins();
+  if (std::max(margins.left(), left) != now.left() || std::max(margins.right(), right) != now.right()) QueueReplot();
 }
 
 void AlignMargins(TChartPlot& a, TChartPlot& b) {
-  const int left = std::max(a.NeededLeftMargin(), b.NeededLeftMargin());
-  const int right = std::max(a.NeededRightMargin(), b.NeededRightMargin());
-  a.SetSideMargins(left, right);
-  b.SetSideMargins(left, right);
+  const auto [leftA, rightA] = a.NeededMargins();
+  const auto [leftB, rightB] = b.NeededMargins();
+  for (TChartPlot* plot : {&a, &b}) plot->SetSideMargins({std::max(leftA, leftB), std::max(rightA, rightB)});
 }
 
 void TChartPlot::LayOut() {
@@ -247,7 +239,7 @@ bool TChartPlot::event(QEvent* event) {
 }
 
 void TChartPlot::EmitNeededMargins() {
-  const std::pair needed(NeededLeftMargin(), NeededRightMargin());
+  const TSideMargins needed = NeededMargins();
   if (std::exchange(FEmitted, needed) != needed) emit NeededMarginsChanged();
 }
 

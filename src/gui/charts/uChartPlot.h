@@ -65,10 +65,13 @@ class TChartPlot : public QCustomPlot {
   void DrawWith(QCPPainter& painter, const QString& caption, const QSize& size);
 
   // px between the widget's edge and the axis rect that the axes take; known after the first replot.
-  [[nodiscard]] int NeededLeftMargin() const;
-  [[nodiscard]] int NeededRightMargin() const;
+  struct TSideMargins {
+    int left = 0, right = 0;
+    bool operator==(const TSideMargins&) const = default;
+  };
+  [[nodiscard]] TSideMargins NeededMargins() const;
   // The margins are at least these, so that charts above each other show the same moment at the same place.
-  void SetSideMargins(int left, int right);
+  void SetSideMargins(const TSideMargins& min);
 
   // The labels of the time axis; a chart right below may show the same. A picture always has them.
   void SetTimeLabelsVisible(bool visible);
@@ -137,8 +140,8 @@ class TChartPlot : public QCustomPlot {
   QString FTimeTitle, FValueTitle, FValueUnit;
   bool FHasData = false;
   bool FTimeLabels = true;
-  bool FStale = true;                  // a replot waits for the plot to be painted
-  std::pair<int, int> FEmitted{0, 0};  // the needed margins that were signalled last
+  bool FStale = true;     // a replot waits for the plot to be painted
+  TSideMargins FEmitted;  // the needed margins that were signalled last
 };
 
 // Gives both the larger of their needed margins.

@@ -44,7 +44,6 @@ TCountChart::TCountChart(TBars bars, const QString& name, const QString& title, 
     TimeAxis().setTicker(hours);
   }
   if (FKind == TBars::Names || FKind == TBars::Hours) Range().SetZoomable(false);
-  new TPainted(&Rect(), "main", [this](QCPPainter& painter) { Paint(painter); });
   Restyle();
   Clear();
 }
@@ -94,7 +93,7 @@ void TCountChart::SetBars(std::vector<TCountBar> bars, const QString& quantity, 
   const bool changes = FReference.isEmpty() != reference.isEmpty();
   FReference = reference;
   if (changes) TitleCounts();
-  Legend().SetEntries(ReferenceEntries(palette(), FReference));
+  FillLegend();
   FQuantity = quantity.isEmpty() ? FTitle : quantity;
   Legend().SetTitle(FTitle);
   if (FKind == TBars::Steps || FKind == TBars::Hours) SetTimeTitle(FQuantity);
@@ -110,9 +109,12 @@ void TCountChart::ScaleValues() {
   if (FKind != TBars::Names) ValueAxis().setRange(0, MaxLength(FBars) * kCountRoom);
 }
 
+std::vector<TLegendEntry> TCountChart::LegendEntries() const {
+  return ReferenceEntries(palette(), FReference);
+}
+
 void TCountChart::Restyle() {
   TTimeChart::Restyle();
-  Legend().SetEntries(ReferenceEntries(palette(), FReference));
   if (FKind != TBars::Names) return;
   ValueAxis().grid()->setPen(Qt::NoPen);
   ValueAxis().grid()->setZeroLinePen(Qt::NoPen);
@@ -153,8 +155,7 @@ QRectF TCountChart::RectOf(std::size_t bar, double length) const {
   return rect;
 }
 
-void TCountChart::Paint(QCPPainter& painter) {
-  if (!HasData()) return;
+void TCountChart::PaintData(QCPPainter& painter) {
   const QColor ink = InkOn(palette(), QColor(TokensOf(palette()).accent));
   QColor fill = ink;
   fill.setAlphaF(kBarFill);
@@ -175,10 +176,7 @@ void TCountChart::Paint(QCPPainter& painter) {
   }
   if (!FReference.isEmpty()) PaintReference(painter, QColor(TokensOf(palette()).ink));
   painter.restore();
-  if (!FLevel) return;
-  painter.setFont(font());
-  DrawLevel(painter, Labels(), ValueAxis(), *FLevel, FLevelName, QColor(TokensOf(palette()).ink));
-  Labels().Paint(painter, palette());
+  if (FLevel) DrawLevel(painter, Labels(), ValueAxis(), *FLevel, FLevelName, QColor(TokensOf(palette()).ink));
 }
 
 // The outline over steps side by side, and a bar of its own around each name.

@@ -42,6 +42,8 @@ class TCountChart final : public TAnalysisChart {
 
  protected:
   void ScaleValues() override;
+  void PaintData(QCPPainter& painter) override;
+  [[nodiscard]] std::vector<TLegendEntry> LegendEntries() const override;
   void Restyle() override;
   void Prepare() override;
   [[nodiscard]] std::optional<TReading> NearestTo(const QPointF& position) const override;
@@ -55,7 +57,6 @@ class TCountChart final : public TAnalysisChart {
   [[nodiscard]] QRectF RectOf(std::size_t bar, double length) const;
   [[nodiscard]] QCPAxis& CountAxis() const;
   void TitleCounts();
-  void Paint(QCPPainter& painter);
   void PaintReference(QCPPainter& painter, const QColor& ink);
 
   TBars FKind;

@@ -24,12 +24,6 @@ TDamageChart::TDamageChart(QWidget* parent)
   FDots.SetAbsorption(false);
   SetTimeTitle(tr("Velocity change (m/s)"));
   SetValueTitle(tr("Peak of the pulse"), tr("g"));
-  new TPainted(&Rect(), "main", [this](QCPPainter& painter) {
-    if (!HasData()) return;
-    painter.setFont(font());
-    PaintBoundary(painter);
-    PaintEvents(painter);
-  });
   new TPainted(&Rect(), "marks", [this](QCPPainter& painter) { PaintSelected(painter); });
   Restyle();
   Clear();
@@ -73,8 +67,7 @@ QColor TDamageChart::InkOf(bool beyond) const {
   return beyond ? QColor(TokensOf(palette()).alarm) : InkOn(palette(), QColor(TokensOf(palette()).accent));
 }
 
-void TDamageChart::Restyle() {
-  TTimeChart::Restyle();
+std::vector<TLegendEntry> TDamageChart::LegendEntries() const {
   std::vector<TLegendEntry> entries = {{tr("Events"), InkOf(false)}};
   if (FLimits) {
     entries.push_back({tr("Beyond the boundary"), InkOf(true)});
@@ -83,11 +76,16 @@ void TDamageChart::Restyle() {
   for (std::size_t i = 0; IsForPaper() && i < std::min<std::size_t>(entries.size(), 2); ++i) {
     entries[i].marker = kMarkers[i];
   }
-  Legend().SetEntries(std::move(entries));
+  return entries;
 }
 
 QPointF TDamageChart::PlaceOf(const TDamageEvent& event) const {
   return {TimeAxis().coordToPixel(event.point.velocityChange), ValueAxis().coordToPixel(event.point.peak)};
+}
+
+void TDamageChart::PaintData(QCPPainter& painter) {
+  PaintBoundary(painter);
+  PaintEvents(painter);
 }
 
 // From the upper end of the boundary to the right edge; the area above is shaded.
@@ -129,10 +127,10 @@ void TDamageChart::PaintBoundary(QCPPainter& painter) {
 void TDamageChart::PaintEvents(QCPPainter& painter) {
   FDots.SetShapes(IsForPaper());
   FDots.Begin(Rect().rect(), font(), bufferDevicePixelRatio());
-  FDots.Gather(0, FEvents.size(), [this](TDotGrid& grid, std::size_t i) {
+  for (std::size_t i = 0; i < FEvents.size(); ++i) {
     const QPointF at = PlaceOf(FEvents[i]);
-    grid.Add(at.x(), at.y(), i, FEvents[i].point.peak);
-  });
+    FDots.Add(at.x(), at.y(), i, FEvents[i].point.peak);
+  }
   FDots.Paint(painter, {InkOf(false), InkOf(true)}, palette().color(QPalette::Base),
               [this](std::size_t i) -> std::size_t { return IsBeyond(FEvents[i]) ? 1 : 0; });
 }

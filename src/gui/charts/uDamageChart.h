@@ -38,7 +38,8 @@ class TDamageChart final : public TAnalysisChart {
  protected:
   void Clicked(const QPointF& position) override;
   void ScaleValues() override;
-  void Restyle() override;
+  void PaintData(QCPPainter& painter) override;
+  [[nodiscard]] std::vector<TLegendEntry> LegendEntries() const override;
   // m/s.
   [[nodiscard]] QString MomentText(double velocityChange) const override;
   [[nodiscard]] std::optional<TReading> NearestTo(const QPointF& position) const override;

@@ -11,9 +11,6 @@
 namespace {
 
 constexpr int kMaxDateTicks = 12;
-constexpr double kFirstDay = -693593;  // 0001-01-01
-constexpr double kLastDay = 2958465;   // 9999-12-31
-constexpr std::chrono::sys_days kEpoch{std::chrono::year{1899} / 12 / 30};
 
 using namespace std::chrono_literals;
 using std::chrono::milliseconds;
@@ -49,13 +46,13 @@ QVector<double> EqualSteps(const QCPRange& range, milliseconds step) {
 
 QVector<double> MonthSteps(const QCPRange& range, int months) {
   using std::chrono::days;
-  const auto date = std::chrono::year_month_day(kEpoch + days(static_cast<int>(std::floor(range.lower))));
+  const auto date = std::chrono::year_month_day(kDateEpoch + days(static_cast<int>(std::floor(range.lower))));
   int month = static_cast<int>(date.year()) * 12 + static_cast<int>(static_cast<unsigned>(date.month())) - 1;
   month -= month % months;
   QVector<double> ticks;
   for (;; month += months) {
     const auto first = std::chrono::year(month / 12) / std::chrono::month(static_cast<unsigned>(month % 12) + 1) / 1;
-    const auto day = static_cast<double>((std::chrono::sys_days(first) - kEpoch).count());
+    const auto day = static_cast<double>((std::chrono::sys_days(first) - kDateEpoch).count());
     if (day > range.upper) return ticks;
     if (day >= range.lower) ticks.append(day);
   }

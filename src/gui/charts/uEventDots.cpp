@@ -63,17 +63,6 @@ QImage TEventDots::Canvas(const QCPPainter& painter) const {
   return canvas;
 }
 
-void TEventDots::PaintSingles(QCPPainter& painter, const QList<QPointF>& dots, TMarker marker,
-                              const QColor& ink) const {
-  if (marker != TMarker::Circle) {
-    for (const QPointF& dot : dots) DrawMarker(painter, marker, dot, kRadius, ink);
-    return;
-  }
-  painter.setAntialiasing(true);
-  painter.setPen(QPen(ink, 2 * kRadius, Qt::SolidLine, Qt::RoundCap));
-  painter.drawPoints(dots.constData(), static_cast<int>(dots.size()));
-}
-
 void TEventDots::PaintGroup(QCPPainter& painter, const TDot& dot, const QColor& ink, const QColor& ground) const {
   constexpr std::uint32_t kWhite = 0xFFFFFF;
   const double radius = RadiusOf(dot.count);

@@ -4,12 +4,11 @@
 #include <qcustomplot.h>
 
 #include <array>
-#include <future>
 #include <optional>
 #include <vector>
 
 #include "analysis/uPointAbsorption.h"
-#include "gui/charts/uChartLabels.h"
+#include "gui/charts/uChartPaint.h"
 #include "gui/charts/uDotStamp.h"
 #include "gui/charts/uLegendRow.h"
 
@@ -20,17 +19,14 @@ class TEventDots {
  public:
   // Overlapping dots become a bigger one; else each is drawn, those of one pixel once.
   void SetAbsorption(bool on) { FAbsorption = on; }
-  [[nodiscard]] bool Absorption() const { return FAbsorption; }
 
   // Each kind of single dots has a shape of its own, kMarkers in their order.
   void SetShapes(bool on) { FShapes = on; }
 
   // Begins a picture of the events inside `rect`. The font is that of the numbers.
   void Begin(const QRect& rect, const QFont& font, double pixelRatio);
-  // Calls add(grid, place) for each place, in order; it adds the event to the grid, if it has a dot. The largest value of
-  // a group says which of its events stands for all. Of a crowd the second half is gathered on another core.
-  template <class TAdd>
-  void Gather(std::size_t begin, std::size_t end, const TAdd& add);
+  // The largest value of a group says which of its events stands for all.
+  void Add(double x, double y, std::size_t place, double value) { FGrid->Add(x, y, place, value); }
   // Ends it. inks: one a kind, kindOf(place) says which. `ground` parts a group from what it stands on.
   template <class TKindOf>
   void Paint(QCPPainter& painter, const std::vector<QColor>& inks, const QColor& ground, const TKindOf& kindOf);
@@ -50,14 +46,11 @@ class TEventDots {
  private:
   static constexpr double kRadius = 3;  // px, of one event
 
-  static constexpr std::size_t kWorthACore = 100'000;  // events
-
   [[nodiscard]] double RadiusOf(std::size_t count) const;
   void Absorb();
   // Many dots of their own, which are stamped: each takes a tenth of the time of drawing it. All are circles.
   [[nodiscard]] bool IsCrowd(const QCPPainter& painter) const;
   [[nodiscard]] QImage Canvas(const QCPPainter& painter) const;
-  void PaintSingles(QCPPainter& painter, const QList<QPointF>& dots, TMarker marker, const QColor& ink) const;
   void PaintGroup(QCPPainter& painter, const TDot& dot, const QColor& ink, const QColor& ground) const;
 
   bool FAbsorption = true;
@@ -68,20 +61,6 @@ class TEventDots {
   std::optional<TDotGrid> FGrid;
   std::vector<TDot> FDots;  // of the last picture
 };
-
-template <class TAdd>
-void TEventDots::Gather(std::size_t begin, std::size_t end, const TAdd& add) {
-  const auto gather = [&add](TDotGrid& grid, std::size_t from, std::size_t to) {
-    for (std::size_t place = from; place < to; ++place) add(grid, place);
-  };
-  if (end - begin < kWorthACore) return gather(*FGrid, begin, end);
-  const std::size_t middle = begin + (end - begin) / 2;
-  TDotGrid later = *FGrid;
-  std::future<void> gathered = std::async([&] { gather(later, middle, end); });
-  gather(*FGrid, begin, middle);
-  gathered.get();
-  FGrid->Add(later);
-}
 
 template <class TKindOf>
 void TEventDots::Paint(QCPPainter& painter, const std::vector<QColor>& inks, const QColor& ground,
@@ -102,7 +81,7 @@ void TEventDots::Paint(QCPPainter& painter, const std::vector<QColor>& inks, con
     if (!FAbsorption || dot.count == 1) singles[kindOf(dot.item)].append({dot.x, dot.y});
   }
   for (std::size_t kind = 0; kind < inks.size(); ++kind) {
-    PaintSingles(painter, singles[kind], FShapes ? kMarkers.at(kind) : TMarker::Circle, inks[kind]);
+    DrawDots(painter, singles[kind], FShapes ? kMarkers.at(kind) : TMarker::Circle, kRadius, inks[kind]);
   }
   for (const TDot& dot : FDots) {
     if (FAbsorption && dot.count > 1) PaintGroup(painter, dot, inks[kindOf(dot.item)], ground);

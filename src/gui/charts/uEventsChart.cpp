@@ -9,7 +9,6 @@
 #include "analysis/uMissionFigures.h"
 #include "analysis/uRangeStatistics.h"
 #include "gui/charts/uChartPaint.h"
-#include "gui/charts/uPixels.h"
 #include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
 
@@ -27,7 +26,6 @@ TEventsChart::TEventsChart(QWidget* parent) : TTimeChart(TAxisUnit::Days, parent
   setAccessibleName(tr("Events chart"));
   SetValueTitle(tr("Acceleration"), tr("g"));
   SetPlaceholder(tr("No events"));
-  new TPainted(&Rect(), "main", [this](QCPPainter& painter) { PaintEvents(painter); });
   new TPainted(&Rect(), "marks", [this](QCPPainter& painter) {
     if (FHovered != FSelected) PaintMark(painter, FHovered, false);
     PaintMark(painter, FSelected, true);
@@ -62,42 +60,22 @@ void TEventsChart::SetVisibleEvents(std::vector<bool> visible) {
 
 void TEventsChart::SetSelectedEvent(std::optional<std::size_t> index) {
   const auto place = FEvents.PlaceOf(index);
-  if (place == FSelected) return;
-  FSelected = place;
-  RedrawMarks();
+  if (std::exchange(FSelected, place) != place) RedrawMarks();
 }
 
 void TEventsChart::SetHoveredEvent(std::optional<std::size_t> index) {
   const auto place = FEvents.PlaceOf(index);
-  if (place == FHovered) return;
-  FHovered = place;
-  RedrawMarks();
+  if (std::exchange(FHovered, place) != place) RedrawMarks();
 }
 
-void TEventsChart::SetPointAbsorption(bool on) {
-  if (FDots.Absorption() == on) return;
-  FDots.SetAbsorption(on);
-  QueueReplot();
-}
-
-void TEventsChart::SetColour(TSeries series, const QColor& colour) {
-  const std::uint32_t rgb = colour.rgb() & RGB_MASK;
-  if (std::exchange(FColours[Place(series)], rgb) != rgb) Restyle();
+bool TEventsChart::ShowsChangeFrom(const TDisplaySettings& before) const {
+  using D = TDisplaySettings;
+  return TTimeChart::ShowsChangeFrom(before) || Differ(before, Display(), &D::accelerationColours, &D::pointAbsorption,
+                                                       &D::formats, &D::alarmActive, &D::limits);
 }
 
 void TEventsChart::SetSeriesVisible(TSeries series, bool visible) {
   if (std::exchange(FShown[Place(series)], visible) != visible) Restyle();
-}
-
-void TEventsChart::SetAlarmLimits(TAlarmLimits limits) {
-  if (std::exchange(FAlarm, limits) == limits) return;
-  FillLegend();
-  Range().RescaleValues();
-}
-
-void TEventsChart::SetMasks(TValueMasks masks) {
-  FMasks = std::move(masks);
-  RedrawMarks();
 }
 
 void TEventsChart::ScaleValues() {
@@ -107,26 +85,27 @@ void TEventsChart::ScaleValues() {
     if (level <= max * kLevelInSight) top = std::max(top, level);
   };
   if (FTrigger) include(*FTrigger);
-  if (FAlarm) include(FAlarm->max);
-  if (FAlarm) include(std::fabs(FAlarm->min));
+  if (const auto alarm = AlarmOf(TQuantity::Acceleration)) {
+    include(alarm->max);
+    include(std::fabs(alarm->min));
+  }
   ValueAxis().setRange(0, top > 0 ? top * 1.1 : 1.0);
 }
 
 QColor TEventsChart::InkOf(TSeries series) const {
-  return InkOn(palette(), FColours[Place(series)]);
+  return InkOn(palette(), Display().accelerationColours[Place(series)]);
+}
+
+QString TEventsChart::Number(double g) const {
+  return QtText(MaskFloat(Display().FormatOf(TQuantity::Acceleration), g));
 }
 
 QString TEventsChart::GText(double g) const {
-  return tr("%1 g").arg(QtText(MaskFloat(FMasks.acceleration, g)));
-}
-
-void TEventsChart::Restyle() {
-  TTimeChart::Restyle();
-  FillLegend();
+  return tr("%1 g").arg(Number(g));
 }
 
 // On paper the levels stand in the legend: there may be a bar wherever a label could be.
-void TEventsChart::FillLegend() {
+std::vector<TLegendEntry> TEventsChart::LegendEntries() const {
   std::vector<TLegendEntry> entries;
   for (const TSeries series : kAllSeries) {
     TLegendEntry entry{NameOf(series), InkOf(series), FShown[Place(series)]};
@@ -136,19 +115,20 @@ void TEventsChart::FillLegend() {
   for (const TLevel& level : IsForPaper() ? Levels() : std::vector<TLevel>()) {
     entries.push_back({level.name, level.ink, true, {5, 3}});
   }
-  Legend().SetEntries(std::move(entries));
+  return entries;
 }
 
 std::vector<TEventsChart::TLevel> TEventsChart::Levels() const {
   std::vector<TLevel> levels;
   if (FTrigger) levels.push_back({double{*FTrigger}, tr("trigger %1 g").arg(Figure(double{*FTrigger})), FaintInk()});
-  if (!FAlarm) return levels;
+  const auto alarm = AlarmOf(TQuantity::Acceleration);
+  if (!alarm) return levels;
   const QColor ink = QColor(TokensOf(palette()).alarm);
   const auto add = [&](double level, const QString& name) {
     if (!std::isfinite(level)) return;  // this end is not judged
     levels.push_back({level, tr("alarm %1 g").arg(name), ink});
   };
-  const auto [lower, upper] = *FAlarm;
+  const auto [lower, upper] = *alarm;
   const bool same = std::fabs(lower) == upper;
   add(upper, (same ? "±" : "") + Figure(upper));
   if (!same) add(std::fabs(lower), Figure(lower));
@@ -156,10 +136,10 @@ std::vector<TEventsChart::TLevel> TEventsChart::Levels() const {
 }
 
 // The levels are drawn first, so that their names hide no peak.
-void TEventsChart::PaintEvents(QCPPainter& painter) {
-  if (FEvents.Count() == 0) return;
-  painter.setFont(font());
-  PaintLevels(painter);
+void TEventsChart::PaintData(QCPPainter& painter) {
+  for (const TLevel& level : Levels()) {
+    DrawLevel(painter, Labels(), ValueAxis(), level.g, IsForPaper() ? QString() : level.name, level.ink);
+  }
   if (FEvents.HasFilter()) {
     PaintStems(painter, TEventsInTime::kHidden,
                Mixed(palette().color(QPalette::Base), palette().color(QPalette::Text), kFaint));
@@ -168,18 +148,11 @@ void TEventsChart::PaintEvents(QCPPainter& painter) {
     if (FShown[Place(series)]) PaintStems(painter, Place(series), InkOf(series));
   }
   PaintDots(painter);
-  painter.setFont(font());
-  Labels().Paint(painter, palette());
-}
-
-void TEventsChart::PaintLevels(QCPPainter& painter) {
-  for (const TLevel& level : Levels()) {
-    DrawLevel(painter, Labels(), ValueAxis(), level.g, IsForPaper() ? QString() : level.name, level.ink);
-  }
 }
 
 void TEventsChart::PaintDots(QCPPainter& painter) {
   const QRect rect = Rect().rect();
+  FDots.SetAbsorption(Display().pointAbsorption);
   FDots.SetShapes(IsForPaper());
   FDots.Begin(rect, font(), bufferDevicePixelRatio());
   const QCPRange range = TimeAxis().range();
@@ -188,10 +161,10 @@ void TEventsChart::PaintDots(QCPPainter& painter) {
   const auto key = [this](std::size_t i) { return FEvents.Time(i); };
   const std::size_t end =
       FirstAtOrAfter(FEvents.Count(), key, std::nextafter(range.upper, std::numeric_limits<double>::infinity()));
-  FDots.Gather(FirstAtOrAfter(FEvents.Count(), key, range.lower), end, [&](TDotGrid& grid, std::size_t i) {
-    if (!FEvents.IsVisible(i) || !FShown[FEvents.Axis(i)]) return;
-    grid.Add(times.At(FEvents.Time(i)), values.At(double{FEvents.Peak(i)}), i, double{FEvents.Max(i)});
-  });
+  for (std::size_t i = FirstAtOrAfter(FEvents.Count(), key, range.lower); i < end; ++i) {
+    if (!FEvents.IsVisible(i) || !FShown[FEvents.Axis(i)]) continue;
+    FDots.Add(times.At(FEvents.Time(i)), values.At(double{FEvents.Peak(i)}), i, double{FEvents.Max(i)});
+  }
   std::vector<QColor> inks;
   for (const TSeries series : kAllSeries) inks.push_back(InkOf(series));
   FDots.Paint(painter, inks, palette().color(QPalette::Base), [this](std::size_t i) { return FEvents.Axis(i); });
@@ -222,13 +195,7 @@ void TEventsChart::PaintStems(QCPPainter& painter, std::size_t series, const QCo
   if (series != Place(TSeries::Total) || crowded) return;
   QList<QPointF> dots;
   for (const QLineF& stem : stems) dots.append(stem.p2());
-  if (IsForPaper()) {
-    for (const QPointF& dot : dots) DrawMarker(painter, kMarkers[series], dot, kTotalRadius, ink);
-    return;
-  }
-  painter.setAntialiasing(true);
-  painter.setPen(QPen(ink, 2 * kTotalRadius, Qt::SolidLine, Qt::RoundCap));
-  painter.drawPoints(dots.constData(), static_cast<int>(dots.size()));
+  DrawDots(painter, dots, IsForPaper() ? kMarkers[series] : TMarker::Circle, kTotalRadius, ink);
 }
 
 void TEventsChart::PaintMark(QCPPainter& painter, std::optional<std::size_t> place, bool selected) const {
@@ -292,10 +259,7 @@ std::optional<TEventsChart::THit> TEventsChart::HitAt(const QPointF& position) c
 QString TEventsChart::WordsOf(const THit& hit) const {
   const std::size_t index = FEvents.IndexOf(hit.place);
   if (hit.count == 1) return tr("event %1: %2").arg(index).arg(GText(double{FEvents.Max(hit.place)}));
-  return tr("%1 events, %2 … %3, worst: %4")
-      .arg(hit.count)
-      .arg(QtText(MaskFloat(FMasks.acceleration, hit.min)), GText(hit.max))
-      .arg(index);
+  return tr("%1 events, %2 … %3, worst: %4").arg(hit.count).arg(Number(hit.min), GText(hit.max)).arg(index);
 }
 
 void TEventsChart::EntryClicked(std::size_t entry) {
@@ -380,9 +344,7 @@ TRangeTable TEventsChart::VisibleStatistics() const {
     if (std::isfinite(FEvents.Max(i)) && (!largest || FEvents.Max(i) > FEvents.Max(*largest))) largest = i;
   }
   const TRangeStatistics found = sum.Result();
-  const auto number = [this](double g) {
-    return std::isfinite(g) ? QtText(MaskFloat(FMasks.acceleration, g)) : QString(kNoNumber);
-  };
+  const auto number = [this](double g) { return std::isfinite(g) ? Number(g) : QString(kNoNumber); };
   const QString which =
       largest ? tr("Largest peak (g), event %1").arg(FEvents.IndexOf(*largest)) : tr("Largest peak (g)");
   TRangeTable table{

@@ -29,18 +29,10 @@ class TEventsChart final : public TTimeChart {
   void SetSelectedEvent(std::optional<std::size_t> index);
   void SetHoveredEvent(std::optional<std::size_t> index);
 
-  // Points that would overlap become a bigger one, drawn at the largest of them, that says how many it holds; on at
-  // first. Else every event has a point of its own.
-  void SetPointAbsorption(bool on);
-  void SetColour(TSeries series, const QColor& colour);
   // The stems of a series and the points of its events: those that peak on that axis, or for the total on none. An
   // event of which neither stem nor point is visible answers to no click. All are visible at first.
   void SetSeriesVisible(TSeries series, bool visible);
   [[nodiscard]] bool IsSeriesVisible(TSeries series) const { return FShown[Place(series)]; }
-  // Of the acceleration, in g: a line at the upper limit, and one at the size of the lower where that is another,
-  // because peaks have no sign.
-  void SetAlarmLimits(TAlarmLimits limits);
-  void SetMasks(TValueMasks masks);
   void SetValueAxisLocked(bool locked) { Range().LockAxis(ValueAxis(), locked); }
 
  signals:
@@ -58,7 +50,9 @@ class TEventsChart final : public TTimeChart {
   [[nodiscard]] double CursorMoment(double time) const override;
   [[nodiscard]] std::vector<TReading> DifferencesBetween(double a, double b) const override;
   void ScaleValues() override;
-  void Restyle() override;
+  [[nodiscard]] bool ShowsChangeFrom(const TDisplaySettings& before) const override;
+  void PaintData(QCPPainter& painter) override;
+  [[nodiscard]] std::vector<TLegendEntry> LegendEntries() const override;
 
  private:
   // What is under a position: one event, or several that share a point, of which that with the largest total stands for
@@ -73,8 +67,9 @@ class TEventsChart final : public TTimeChart {
     QString name;
     QColor ink;
   };
+  // The trigger and the alarm: its upper limit, and the size of the lower where that is another, because peaks have no
+  // sign.
   [[nodiscard]] std::vector<TLevel> Levels() const;
-  void FillLegend();
   // Hover, status bar and click all ask this.
   [[nodiscard]] std::optional<THit> HitAt(const QPointF& position) const;
   [[nodiscard]] QString WordsOf(const THit& hit) const;
@@ -83,19 +78,15 @@ class TEventsChart final : public TTimeChart {
   // Of the event whose stem stands near a time.
   [[nodiscard]] std::optional<std::size_t> PlaceAt(double time) const;
   [[nodiscard]] QColor InkOf(TSeries series) const;
+  [[nodiscard]] QString Number(double g) const;
   [[nodiscard]] QString GText(double g) const;
-  void PaintEvents(QCPPainter& painter);
-  void PaintLevels(QCPPainter& painter);
   void PaintStems(QCPPainter& painter, std::size_t series, const QColor& ink);
   void PaintDots(QCPPainter& painter);
   void PaintMark(QCPPainter& painter, std::optional<std::size_t> place, bool selected) const;
 
   TEventsInTime FEvents;
   std::optional<float> FTrigger;  // g
-  TAlarmLimits FAlarm;            // g
-  TSeriesColours FColours = DefaultSettings().display.accelerationColours;
   std::array<bool, kSeriesCount> FShown = {true, true, true, true};
-  TValueMasks FMasks;
   TEventDots FDots;
   std::optional<std::size_t> FSelected, FHovered;  // places
   std::optional<std::size_t> FBeforeClick;         // what was selected before the last click

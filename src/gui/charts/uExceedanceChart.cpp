@@ -25,7 +25,6 @@ TExceedanceChart::TExceedanceChart(const QString& name, const QString& title, QW
   SetPlaceholder(tr("No events"));
   SetValueTitle(tr("Exceeded by"), tr("% of events"));
   SetLogarithmic(ValueAxis(), true);
-  new TPainted(&Rect(), "main", [this](QCPPainter& painter) { Paint(painter); });
   Restyle();
   Clear();
 }
@@ -45,7 +44,7 @@ void TExceedanceChart::SetValues(TExceedance values, const QString& quantity, co
   FQuantity = quantity;
   FUnit = unit;
   SetTimeTitle(tr("%1 (%2)").arg(quantity, unit));
-  Legend().SetEntries(ReferenceEntries(palette(), FReference.name));
+  FillLegend();
   QString title = tr("Exceedance");
   if (FValues.Values().empty()) {
     Legend().SetTitle(title);
@@ -62,9 +61,8 @@ void TExceedanceChart::SetValues(TExceedance values, const QString& quantity, co
   SetFullRange(TTimeSpan{std::min(0.0, min), max > 0 ? max * kValueRoom : std::max(max, min + 1)});
 }
 
-void TExceedanceChart::Restyle() {
-  TTimeChart::Restyle();
-  Legend().SetEntries(ReferenceEntries(palette(), FReference.name));
+std::vector<TLegendEntry> TExceedanceChart::LegendEntries() const {
+  return ReferenceEntries(palette(), FReference.name);
 }
 
 // Down to the decade of the largest value.
@@ -89,9 +87,7 @@ std::size_t TExceedanceChart::ValueAt(double x) const {
 }
 
 // A value a pixel at most.
-void TExceedanceChart::Paint(QCPPainter& painter) {
-  if (!HasData()) return;
-  painter.setFont(font());
+void TExceedanceChart::PaintData(QCPPainter& painter) {
   for (const int percentile : kPercentiles) {
     DrawLevel(painter, Labels(), ValueAxis(), 100.0 - percentile,
               tr("P%1 %2 %3").arg(percentile).arg(Digits(FValues.Percentile(percentile / 100.0), kDigits), FUnit),
@@ -120,7 +116,6 @@ void TExceedanceChart::Paint(QCPPainter& painter) {
   painter.restore();
   Labels().AddCurve(line);
   if (HasReference()) PaintReference(painter);
-  Labels().Paint(painter, palette());
 }
 
 void TExceedanceChart::PaintReference(QCPPainter& painter) {

@@ -27,7 +27,8 @@ class TExceedanceChart final : public TAnalysisChart {
 
  protected:
   void ScaleValues() override;
-  void Restyle() override;
+  void PaintData(QCPPainter& painter) override;
+  [[nodiscard]] std::vector<TLegendEntry> LegendEntries() const override;
   [[nodiscard]] QString MomentText(double value) const override;
   [[nodiscard]] std::optional<TReading> NearestTo(const QPointF& position) const override;
 
@@ -40,7 +41,6 @@ class TExceedanceChart final : public TAnalysisChart {
   [[nodiscard]] QString PercentileText(int percentile) const;
   // The last value that is drawn at or left of a position, else the first.
   [[nodiscard]] std::size_t ValueAt(double x) const;
-  void Paint(QCPPainter& painter);
   void PaintReference(QCPPainter& painter);
 
   TExceedance FValues{{}};

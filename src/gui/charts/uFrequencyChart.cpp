@@ -13,21 +13,6 @@ constexpr double kPeakRadius = 3;  // px
 
 }  // namespace
 
-TFrequencyChart::TFrequencyChart(QWidget* parent) : TAccelerationChart(TAxisUnit::Hertz, parent) {
-  new TPainted(&Rect(), "main", [this](QCPPainter& painter) {
-    if (!HasData()) return;
-    PaintLines(painter);
-    painter.setFont(font());
-    Labels().Paint(painter, palette());
-  });
-}
-
-double TFrequencyChart::ValueOf(const TSpectrumLine& line, TSeries series) {
-  constexpr double TSpectrumLine::*kValues[] = {&TSpectrumLine::x, &TSpectrumLine::y, &TSpectrumLine::z,
-                                                &TSpectrumLine::total};
-  return line.*kValues[Place(series)];
-}
-
 void TFrequencyChart::SetPinnedLines(std::vector<std::vector<TSpectrumLine>> lines) {
   FPinned = std::move(lines);
   FillLegend();
@@ -95,8 +80,20 @@ QString TFrequencyChart::StrongestPeak() const {
 }
 
 void TFrequencyChart::SeriesChanged() {
-  if (!Lines().empty()) ShowTitle();
+  ShowTitle();
   Range().RescaleValues();
+}
+
+void TFrequencyChart::PaintPins(QCPPainter& painter, const TPointsOf& pointsOf) {
+  const TCurveAxes axes{TimeAxis(), ValueAxis()};
+  for (std::size_t i = 0; i < FPinned.size(); ++i) {
+    if (FPinned[i].size() < 2) continue;
+    for (const TSeries series : VisibleSeries()) {
+      const std::vector<TEnvelopePoint> points = pointsOf(FPinned[i], series);
+      DrawEnvelope(painter, axes, points, PenOf(Pins().items[i]));
+      KeepClear(Labels(), axes, points);
+    }
+  }
 }
 
 void TFrequencyChart::PaintPeaks(QCPPainter& painter) {

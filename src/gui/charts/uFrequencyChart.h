@@ -1,10 +1,12 @@
 // The base of the charts over Hz: lines of four values, how they are read, and their peaks. Main thread only.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <span>
 #include <vector>
 
+#include "analysis/uEnvelope.h"
 #include "analysis/uSpectrum.h"
 #include "gui/charts/uAccelerationChart.h"
 
@@ -12,7 +14,7 @@ class TFrequencyChart : public TAccelerationChart {
   Q_OBJECT
 
  public:
-  explicit TFrequencyChart(QWidget* parent);
+  explicit TFrequencyChart(QWidget* parent) : TAccelerationChart(TAxisUnit::Hertz, parent) {}
 
   // What is shown, by rising frequency.
   [[nodiscard]] virtual std::span<const TSpectrumLine> Lines() const = 0;
@@ -36,9 +38,9 @@ class TFrequencyChart : public TAccelerationChart {
   [[nodiscard]] QStringList SpanTexts(double span) const override;
   void SeriesChanged() override;
 
-  virtual void ShowTitle() = 0;
-  // There are lines. Labels that are added here are placed in their order.
-  virtual void PaintLines(QCPPainter& painter) = 0;
+  // There are lines.
+  [[nodiscard]] virtual QString Title() const = 0;
+  void ShowTitle() { Legend().SetTitle(Lines().empty() ? QString() : Title()); }
 
   // There are some.
   [[nodiscard]] static std::size_t LineAt(std::span<const TSpectrumLine> lines, double hertz);
@@ -46,7 +48,6 @@ class TFrequencyChart : public TAccelerationChart {
   [[nodiscard]] QString PinWords(std::size_t pin) const override;
   // With the pinned events.
   [[nodiscard]] double MaxHertz() const;
-  [[nodiscard]] static double ValueOf(const TSpectrumLine& line, TSeries series);
   // The extremes of what is visible, pinned events too, without the constant part, which would leave no height to the
   // lines; minPositive is the smallest above 0. Infinities, the minima positive, where there is no value.
   struct TExtremes {
@@ -55,6 +56,9 @@ class TFrequencyChart : public TAccelerationChart {
   [[nodiscard]] TExtremes Extremes() const;
   // " · peak 3 g at 125 Hz (X)" of the largest visible line; empty where no value is finite.
   [[nodiscard]] QString StrongestPeak() const;
+  // The visible series of each pinned event; `pointsOf` gives the points of one.
+  using TPointsOf = std::function<std::vector<TEnvelopePoint>(std::span<const TSpectrumLine>, TSeries)>;
+  void PaintPins(QCPPainter& painter, const TPointsOf& pointsOf);
   // A dot on the peak of each visible series, which is named.
   void PaintPeaks(QCPPainter& painter);
 

@@ -39,11 +39,6 @@ TNavigatorChart::TNavigatorChart(QWidget* parent)
   SetTimeTitle({});
   TimeAxis().setTicker(QSharedPointer<TDateTicker>::create(TimeAxis(), TDateLabels::OneLine));
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
-  new TPainted(&Rect(), "main", [this](QCPPainter& painter) {
-    if (!HasData()) return;
-    if (FCurveVisible) PaintOverview(painter);
-    if (FTicksVisible) PaintEventTicks(painter);
-  });
   new TPainted(&Rect(), "marks", [this](QCPPainter& painter) { PaintBand(painter); });
   connect(&FGestures, &TBandGestures::Dragging, this, &TNavigatorChart::BandDragging);
   connect(&FGestures, &TBandGestures::Resizing, this, &TNavigatorChart::BandResizing);
@@ -107,14 +102,6 @@ void TNavigatorChart::TakeSensors(const TSensorList& sensors, std::optional<TTim
   }
 }
 
-void TNavigatorChart::SetSensorColour(std::string_view sensor, const QColor& colour) {
-  if (FChoices.SetColour(sensor, colour) && FSensor == sensor) Restyle();
-}
-
-void TNavigatorChart::SetSensorNames(std::map<std::string, std::string> names) {
-  if (FChoices.SetNames(std::move(names))) Restyle();
-}
-
 // Sums, so that a redraw need not look at every event.
 void TNavigatorChart::SetVisibleEvents(const std::vector<bool>& visible) {
   FVisibleBefore.clear();
@@ -129,25 +116,19 @@ void TNavigatorChart::SetVisibleEvents(const std::vector<bool>& visible) {
 
 QString TNavigatorChart::Caption() const {
   if (FReadings.Samples().empty()) return tr("Peak acceleration (g)");
-  const QString unit = LookOf(FSensor).unit;
-  const QString name = FChoices.NameOf(FSensor);
-  return unit.isEmpty() ? name : QString("%1 (%2)").arg(name, unit);
+  const TSensorLook look = Look();
+  return look.unit.isEmpty() ? look.name : QString("%1 (%2)").arg(look.name, look.unit);
 }
 
 QColor TNavigatorChart::CurveInk() const {
-  return FReadings.Samples().empty() ? FaintInk() : SensorInk(palette(), FChoices.ColourOf(FSensor));
+  return FReadings.Samples().empty() ? FaintInk() : SensorInk(palette(), Look().colour);
 }
 
-void TNavigatorChart::Restyle() {
-  TTimeChart::Restyle();
-  FillLegend();
-}
-
-void TNavigatorChart::FillLegend() {
+std::vector<TLegendEntry> TNavigatorChart::LegendEntries() const {
   std::vector<TLegendEntry> entries;
   if (!FReadings.Samples().empty() || !FEvents.empty()) entries.push_back({Caption(), CurveInk(), FCurveVisible});
   if (!FEvents.empty()) entries.push_back({tr("Events"), palette().color(QPalette::Text), FTicksVisible});
-  Legend().SetEntries(std::move(entries));
+  return entries;
 }
 
 // The curve comes first, then the ticks of the events.
@@ -177,6 +158,12 @@ void TNavigatorChart::SetUnsyncedView(const std::optional<TTimeSpan>& view) {
   if (view ? FUnsyncedView->Show(*view) : FUnsyncedView->Hide()) RedrawMarks();
 }
 
+bool TNavigatorChart::ShowsChangeFrom(const TDisplaySettings& before) const {
+  const TSensorLook was = LookOf(FSensor, before);
+  const TSensorLook is = Look();
+  return TTimeChart::ShowsChangeFrom(before) || was.name != is.name || was.colour != is.colour;
+}
+
 void TNavigatorChart::ScaleValues() {
   TExtent whole = FExtents.Whole();
   if (FReadings.Samples().empty()) whole.Include(0.0F);
@@ -185,8 +172,12 @@ void TNavigatorChart::ScaleValues() {
   ValueAxis().setRange(range.lower - range.size() * 0.2, range.upper + range.size() * 0.2);
 }
 
+void TNavigatorChart::PaintData(QCPPainter& painter) {
+  if (FCurveVisible) PaintOverview(painter);
+  if (FTicksVisible) PaintEventTicks(painter);
+}
+
 void TNavigatorChart::PaintOverview(QCPPainter& painter) {
-  painter.setFont(font());
   const QRect rect = Rect().rect();
   // Along the top, where the curve leaves room; a higher chart says it in its legend.
   if (Legend().IsHidden())
@@ -194,15 +185,13 @@ void TNavigatorChart::PaintOverview(QCPPainter& painter) {
   if (FReadings.Samples().empty()) {
     DrawCurve(
         painter, {TimeAxis(), ValueAxis()}, std::span<const TEventTick>(FEvents),
-        [](const TEventTick& tick) { return tick.peak; }, FExtents, QPen(CurveInk(), kCurveWidth), false, kNoGap,
-        &Labels());
+        [](const TEventTick& tick) { return tick.peak; }, FExtents, QPen(CurveInk(), kCurveWidth), Labels());
   } else {
     DrawCurve(
         painter, {TimeAxis(), ValueAxis(), FStart, kMsPerDay}, FReadings.Samples(),
-        [](const TSensorValue& reading) { return reading.xvalue; }, FExtents, QPen(CurveInk(), kCurveWidth), false,
-        FGap, &Labels());
+        [](const TSensorValue& reading) { return reading.xvalue; }, FExtents, QPen(CurveInk(), kCurveWidth), Labels(),
+        false, FGap);
   }
-  Labels().Paint(painter, palette());
 }
 
 void TNavigatorChart::PaintEventTicks(QCPPainter& painter) const {
@@ -257,5 +246,5 @@ QString TNavigatorChart::CursorText(const QPointF& position) const {
   if (readings.empty()) return {};
   const double ms = (TimeAxis().pixelToCoord(position.x()) - FStart) * kMsPerDay;
   const float value = readings[FReadings.Nearest(ms)].xvalue;
-  return std::isfinite(value) ? QString("%1 %2").arg(Figure(double{value}), LookOf(FSensor).unit).trimmed() : QString();
+  return std::isfinite(value) ? QString("%1 %2").arg(Figure(double{value}), Look().unit).trimmed() : QString();
 }

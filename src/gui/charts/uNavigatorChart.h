@@ -2,16 +2,13 @@
 // NavigatorBand, NavigatorBandLeft, NavigatorBandRight and NavigatorBandUnSyncedView. Main thread only.
 #pragma once
 
-#include <map>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "analysis/uExtents.h"
 #include "gui/charts/uBandGestures.h"
 #include "gui/charts/uInTimeOrder.h"
-#include "gui/charts/uNavigatorBand.h"
 #include "gui/charts/uSensorLooks.h"
 #include "gui/charts/uTimeChart.h"
 #include "model/uEvents.h"
@@ -27,10 +24,6 @@ class TNavigatorChart final : public TTimeChart {
   // the first sensor that has any until Clear or the next call. The bands are hidden.
   void SetMission(const TEventList& events, const TSensorList& sensors);
   void Clear() override;
-
-  // By the sensor's name in the list, as in the sensors chart.
-  void SetSensorColour(std::string_view sensor, const QColor& colour);
-  void SetSensorNames(std::map<std::string, std::string> names);
 
   // The ticks of events that this mask, by index, does not mark are faint; an empty mask marks all.
   void SetVisibleEvents(const std::vector<bool>& visible);
@@ -56,15 +49,17 @@ class TNavigatorChart final : public TTimeChart {
   void EntryClicked(std::size_t entry) override;
   [[nodiscard]] QString CursorText(const QPointF& position) const override;
   void ScaleValues() override;
-  void Restyle() override;
+  [[nodiscard]] bool ShowsChangeFrom(const TDisplaySettings& before) const override;
+  void PaintData(QCPPainter& painter) override;
+  [[nodiscard]] std::vector<TLegendEntry> LegendEntries() const override;
 
  private:
   void TakeEvents(const TEventList& events, std::optional<TTimeSpan>& span);
   void TakeSensors(const TSensorList& sensors, std::optional<TTimeSpan>& span);
+  [[nodiscard]] TSensorLook Look() const { return LookOf(FSensor, Display()); }
   // The curve's name and unit.
   [[nodiscard]] QString Caption() const;
   [[nodiscard]] QColor CurveInk() const;
-  void FillLegend();
   void PaintOverview(QCPPainter& painter);
   void PaintEventTicks(QCPPainter& painter) const;
   void PaintBand(QCPPainter& painter) const;
@@ -81,7 +76,6 @@ class TNavigatorChart final : public TTimeChart {
   double FStart = 0;                          // the mission's, a date-time
   double FGap = 0;                            // ms between readings that has no line
   std::string FSensor;                        // its name in the list
-  TSensorChoices FChoices;
   bool FCurveVisible = true;
   bool FTicksVisible = true;
   TNavigatorBand* FBand;           // what the charts show

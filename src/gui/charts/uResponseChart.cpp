@@ -1,12 +1,14 @@
 #include "gui/charts/uResponseChart.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
+#include <numbers>
 #include <utility>
 
 #include "gui/charts/uChartPaint.h"
-#include "gui/charts/uFourCoordinates.h"
+#include "gui/charts/uNumberTicker.h"
 #include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
 
@@ -25,6 +27,69 @@ std::vector<TSpectrumLine> SpectrumLinesOf(const std::vector<TResponseLine>& lin
 
 bool IsVelocity(const TResponseRequest& request) {
   return request.options.response == TResponse::PseudoVelocity;
+}
+
+constexpr double kMmPerM = 1000;
+constexpr double kMaxLines = 7;  // of a kind
+
+// velocity = value · factor · hertz^power
+struct TDiagonals {
+  QString unit;
+  double factor;
+  int power;
+
+  [[nodiscard]] double VelocityAt(double value, double hertz) const { return value * factor * std::pow(hertz, power); }
+  [[nodiscard]] double HertzAt(double value, double velocity) const {
+    return std::pow(velocity / (value * factor), power);
+  }
+  [[nodiscard]] double ValueAt(double hertz, double velocity) const {
+    return velocity / (factor * std::pow(hertz, power));
+  }
+};
+
+const std::array<TDiagonals, 2>& Kinds() {
+  static const std::array<TDiagonals, 2> kinds = {
+      TDiagonals{QStringLiteral("g"), kStandardGravity / (2 * std::numbers::pi), -1},
+      TDiagonals{QStringLiteral("mm"), 2 * std::numbers::pi / kMmPerM, 1}};
+  return kinds;
+}
+
+// The round values of a kind in sight.
+std::vector<double> InSight(const TDiagonals& kind, const QCPRange& hertz, const QCPRange& velocity) {
+  const bool falls = kind.power < 0;
+  const double min = kind.ValueAt(falls ? hertz.lower : hertz.upper, velocity.lower);
+  const double max = kind.ValueAt(falls ? hertz.upper : hertz.lower, velocity.upper);
+  return LogSteps(min, max, std::log10(max / min) / kMaxLines);
+}
+
+// Of a chart of pseudo-velocity (m/s) over Hz, both logarithmic: lines of constant acceleration fall, those of constant
+// displacement rise, at round numbers of g and mm that are in sight.
+void DrawDiagonals(QCPPainter& painter, const QCPAxis& hertz, const QCPAxis& velocity, const QPen& pen) {
+  painter.setAntialiasing(true);
+  const QCPRange range = hertz.range();
+  for (const TDiagonals& kind : Kinds()) {
+    for (const double value : InSight(kind, range, velocity.range())) {
+      const auto at = [&](double one) { return TEnvelopePoint{one, static_cast<float>(kind.VelocityAt(value, one))}; };
+      DrawEnvelope(painter, {hertz, velocity}, std::array{at(range.lower), at(range.upper)}, pen);
+    }
+  }
+}
+
+// Adds their names where they enter or leave the axis rect.
+void NameDiagonals(TChartLabels& labels, const QCPAxis& hertz, const QCPAxis& velocity, const QColor& ink) {
+  const double top = velocity.range().upper;
+  for (const TDiagonals& kind : Kinds()) {
+    // The upper end, so that the names stand above the curves: at the side, or at the top where the line is cut there.
+    const double side = kind.power < 0 ? hertz.range().lower : hertz.range().upper;
+    for (const double value : InSight(kind, hertz.range(), velocity.range())) {
+      const double atSide = kind.VelocityAt(value, side);
+      const bool isCut = atSide > top;
+      if (!isCut && atSide < velocity.range().lower) continue;
+      const QPointF end(hertz.coordToPixel(isCut ? kind.HertzAt(value, top) : side),
+                        velocity.coordToPixel(isCut ? top : atSide));
+      labels.AddPoint(end, QString("%1 %2").arg(Digits(value), kind.unit), ink);
+    }
+  }
 }
 
 }  // namespace
@@ -80,7 +145,7 @@ void TResponseChart::SetRequest(const TResponseRequest& request) {
   const double levelOn = FRequest.levelOn;
   FRequest = request;
   FRequest.levelOn = levelOn;
-  for (TPinned& pinned : FPinnedEvents) pinned.isCalculated = false;
+  FCalculated.clear();
   Calculate(true);
 }
 
@@ -127,7 +192,7 @@ void TResponseChart::Cancel() {
   if (!FTask.IsRunning()) return;
   FTask.Drop();
   FWasCancelled = true;
-  ShowNothing();
+  Show({});
   emit Ended();
 }
 
@@ -168,65 +233,60 @@ void TResponseChart::Calculate(bool sameEvents) {
   std::vector<const TEvent*> events = Events();
   FOutdated = !events.empty() && !isVisible();
   if (events.empty() || FOutdated) {
-    ShowNothing();
+    Show({});
   } else {
     FTask.Start(Jobs(std::move(events)), [this](std::vector<TShockResponse> results) {
       TakeResults(std::move(results));
       emit Ended();
     });
-    if (FTask.IsRunning()) ShowNothing();
+    if (FTask.IsRunning()) Show({});
   }
   if (!FTask.IsRunning()) emit Ended();
 }
 
 void TResponseChart::PinsChanged() {
-  std::vector<TPinned> before = std::exchange(FPinnedEvents, {});
-  for (const TPin& pin : Pins().items) {
-    const auto known = std::ranges::find(before, pin.event, [](const TPinned& pinned) { return pinned.pin.event; });
-    FPinnedEvents.push_back(known != before.end() ? std::move(*known) : TPinned{});
-    FPinnedEvents.back().pin = pin;
-  }
+  std::erase_if(FCalculated, [this](const auto& calculated) {
+    return std::ranges::find(Pins().items, calculated.first, &TPin::event) == Pins().items.end();
+  });
   Calculate(true);
+}
+
+std::vector<TPin> TResponseChart::PinsToCalculate() const {
+  std::vector<TPin> pins = Pins().items;
+  std::erase_if(pins, [this](const TPin& pin) { return !pin.visible || FCalculated.contains(pin.event); });
+  return pins;
 }
 
 std::vector<TResponseJob> TResponseChart::Jobs(std::vector<const TEvent*> events) const {
   std::vector<TResponseJob> jobs = {{std::move(events), FRequest, {}}};
-  for (const TPinned& pinned : FPinnedEvents) {
-    if (!pinned.pin.visible || pinned.isCalculated) continue;
-    jobs.push_back({{&pinned.pin.event->event}, FRequest, pinned.pin.event});
-    jobs.back().request.levelOn = pinned.pin.event->levels.totOn;
+  for (const TPin& pin : PinsToCalculate()) {
+    jobs.push_back({{&pin.event->event}, FRequest, pin.event});
+    jobs.back().request.levelOn = pin.event->levels.totOn;
   }
   return jobs;
 }
 
 void TResponseChart::TakeResults(std::vector<TShockResponse> results) {
   std::size_t next = 1;
-  for (TPinned& pinned : FPinnedEvents) {
-    if (!pinned.pin.visible || std::exchange(pinned.isCalculated, true)) continue;
-    pinned.lines = SpectrumLinesOf(results[next++].lines);
-  }
+  for (const TPin& pin : PinsToCalculate()) FCalculated[pin.event] = SpectrumLinesOf(results[next++].lines);
   Show(std::move(results.front()));
-}
-
-void TResponseChart::ShowNothing() {
-  Show({});
 }
 
 void TResponseChart::Show(TShockResponse response) {
   FResponse = std::move(response);
   FLines = SpectrumLinesOf(FResponse.lines);
   std::vector<std::vector<TSpectrumLine>> pinnedLines;
-  for (const TPinned& pinned : FPinnedEvents) {
-    pinnedLines.push_back(FLines.empty() || !pinned.pin.visible ? std::vector<TSpectrumLine>() : pinned.lines);
+  for (const TPin& pin : Pins().items) {
+    const auto calculated = FCalculated.find(pin.event);
+    const bool isThere = !FLines.empty() && pin.visible && calculated != FCalculated.end();
+    pinnedLines.push_back(isThere ? calculated->second : std::vector<TSpectrumLine>());
   }
   SetPinnedLines(std::move(pinnedLines));
   SetPlaceholder(QtText(WhyNone()));
   SetValueTitle(IsVelocity(FRequest) ? tr("Pseudo-velocity") : tr("Acceleration response"), ValueUnit());
+  ShowTitle();
   std::optional<TTimeSpan> full;
-  if (FLines.empty()) {
-    Legend().SetTitle({});
-  } else {
-    ShowTitle();
+  if (!FLines.empty()) {
     double from = FLines.front().hertz;
     for (const auto& lines : PinnedLines()) from = std::min(from, lines.empty() ? from : lines.front().hertz);
     full = {from / kMargin, MaxHertz() * kMargin};
@@ -250,7 +310,7 @@ std::string TResponseChart::WhyNone() const {
 }
 
 // What the spectrum is, then what limits its use: a narrow chart cuts the end of a title.
-void TResponseChart::ShowTitle() {
+QString TResponseChart::Title() const {
   const auto& [quality, response, sign] = FRequest.options;
   const QString whose =
       FIsEnvelope ? tr("Envelope of %1 events").arg(Events().size()) : tr("Event %1").arg(FEvents->GetItem(*FIndex).ID);
@@ -266,7 +326,7 @@ void TResponseChart::ShowTitle() {
   for (const std::string& remark : FResponse.remarks) parts.append(QtText(remark));
   if (!FResponse.baseline.empty()) parts.append(QtText(FResponse.baseline));
   parts.append(tr("1/%1 octave").arg(FRequest.octave));
-  Legend().SetTitle(parts.join(" · ") + StrongestPeak());
+  return parts.join(" · ") + StrongestPeak();
 }
 
 std::vector<TTimeSpan> TResponseChart::RoughSpans() const {
@@ -293,9 +353,13 @@ void TResponseChart::ScaleValues() {
   ValueAxis().setRange(foot * std::pow(foot / max, kFootRoom), max * std::pow(max / foot, kWordsRoom));
 }
 
-void TResponseChart::PaintLines(QCPPainter& painter) {
+void TResponseChart::PaintData(QCPPainter& painter) {
   painter.setAntialiasing(true);
-  PaintPins(painter);
+  PaintPins(painter, [](std::span<const TSpectrumLine> lines, TSeries series) {
+    std::vector<TEnvelopePoint> points;
+    for (const TSpectrumLine& line : lines) points.push_back(PointOf(line, series));
+    return points;
+  });
   for (const TSeries series : VisibleSeries()) PaintSeries(painter, series);
   if (HasLimit()) PaintLimit(painter);
   PaintPeaks(painter);
@@ -304,6 +368,12 @@ void TResponseChart::PaintLines(QCPPainter& painter) {
     Labels().AddPoint({middle, double(Rect().rect().bottom())}, tr("rough"), FaintInk());
   }
   if (IsVelocity(FRequest)) NameDiagonals(Labels(), TimeAxis(), ValueAxis(), FaintInk());
+}
+
+// A value that a logarithmic axis lacks breaks the line.
+TEnvelopePoint TResponseChart::PointOf(const TSpectrumLine& line, TSeries series) {
+  const double value = ValueOf(line, series);
+  return {line.hertz, value > 0 ? static_cast<float>(value) : kNaN};
 }
 
 // Solid between two lines that can be trusted, dotted elsewhere.
@@ -318,8 +388,7 @@ void TResponseChart::PaintSeries(QCPPainter& painter, TSeries series) {
     if (part.size() > 1) DrawEnvelope(painter, axes, part, pen);
   };
   for (std::size_t i = 0; i < FLines.size(); ++i) {
-    const double value = ValueOf(FLines[i], series);
-    const TEnvelopePoint point{FLines[i].hertz, value > 0 ? static_cast<float>(value) : kNaN};
+    const TEnvelopePoint point = PointOf(FLines[i], series);
     const auto isRough = [this](std::size_t line) { return FResponse.lines[line].range == TResponseRange::Rough; };
     const bool rough = i > 0 && (isRough(i - 1) || isRough(i));
     if (i > 0 && rough != isDotted) {
@@ -332,22 +401,6 @@ void TResponseChart::PaintSeries(QCPPainter& painter, TSeries series) {
   }
   draw();
   KeepClear(Labels(), axes, all);
-}
-
-void TResponseChart::PaintPins(QCPPainter& painter) {
-  const TCurveAxes axes{TimeAxis(), ValueAxis()};
-  for (std::size_t i = 0; i < PinnedLines().size(); ++i) {
-    for (const TSeries series : VisibleSeries()) {
-      std::vector<TEnvelopePoint> points;
-      for (const TSpectrumLine& line : PinnedLines()[i]) {
-        const double value = ValueOf(line, series);
-        points.push_back({line.hertz, value > 0 ? static_cast<float>(value) : kNaN});
-      }
-      if (points.size() < 2) continue;
-      DrawEnvelope(painter, axes, points, PenOf(Pins().items[i]));
-      KeepClear(Labels(), axes, points);
-    }
-  }
 }
 
 void TResponseChart::PaintLimit(QCPPainter& painter) {

@@ -2,6 +2,8 @@
 // sampling is too slow for more than a rough answer, its curves are dotted on a shaded ground. Main thread only.
 #pragma once
 
+#include <map>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -56,8 +58,8 @@ class TResponseChart final : public TFrequencyChart {
   void Ended();
 
  protected:
-  void ShowTitle() override;
-  void PaintLines(QCPPainter& painter) override;
+  [[nodiscard]] QString Title() const override;
+  void PaintData(QCPPainter& painter) override;
   // With the limit and the smallest margin to it.
   [[nodiscard]] std::vector<TReading> ReadingsAt(double hertz) const override;
   void ScaleValues() override;
@@ -67,15 +69,16 @@ class TResponseChart final : public TFrequencyChart {
 
  private:
   [[nodiscard]] std::vector<const TEvent*> Events() const;
-  // What Show gets the results of: the shown events, then each visible pinned event that is not calculated yet.
+  // The visible pinned events that are not calculated yet.
+  [[nodiscard]] std::vector<TPin> PinsToCalculate() const;
+  // What Show gets the results of: the shown events, then each of those.
   [[nodiscard]] std::vector<TResponseJob> Jobs(std::vector<const TEvent*> events) const;
   void TakeResults(std::vector<TShockResponse> results);
-  void PaintPins(QCPPainter& painter);
+  [[nodiscard]] static TEnvelopePoint PointOf(const TSpectrumLine& line, TSeries series);
   // Calculates, or leaves that until the chart is in sight. The view stays where the same events have the same
   // frequencies.
   void Calculate(bool sameEvents);
   void Show(TShockResponse response);
-  void ShowNothing();
   // Where curves are dotted: between lines of which one is rough.
   [[nodiscard]] std::vector<TTimeSpan> RoughSpans() const;
   void PaintSeries(QCPPainter& painter, TSeries series);
@@ -95,13 +98,8 @@ class TResponseChart final : public TFrequencyChart {
   TResponseRequest FRequest;
   TLimitCurve FLimit;
   TShockResponse FResponse;
-  std::vector<TSpectrumLine> FLines;  // those of FResponse
-  struct TPinned {
-    TPin pin;
-    bool isCalculated = false;  // with this request
-    std::vector<TSpectrumLine> lines;
-  };
-  std::vector<TPinned> FPinnedEvents;
+  std::vector<TSpectrumLine> FLines;                                                      // those of FResponse
+  std::map<std::shared_ptr<const TPinnedEvent>, std::vector<TSpectrumLine>> FCalculated;  // with this request
   struct TView {
     TTimeSpan full, times;
   };

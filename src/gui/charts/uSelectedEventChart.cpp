@@ -49,23 +49,51 @@ std::optional<QPointF> FindPeak(const TEvent& event, std::span<const TEventValue
 
 }  // namespace
 
+void TPinnedCurves::Set(const TPins& pins, bool highPass) {
+  std::vector<TPinnedCurve> before = std::exchange(FCurves, {});
+  for (const TPin& pin : pins.items) {
+    if (!pin.visible) continue;
+    const auto known = std::ranges::find_if(
+        before, [&](const TPinnedCurve& curve) { return curve.pin == pin && curve.highPass == highPass; });
+    if (known != before.end()) {
+      FCurves.push_back(std::move(*known));
+      continue;
+    }
+    TPinnedCurve curve;
+    curve.pin = pin;
+    curve.highPass = highPass;
+    const auto recorded = pin.event->event.Values();
+    if (highPass) curve.filtered = HighPassedSamples(recorded);
+    curve.samples.Set(highPass ? std::span<const TEventValue>(curve.filtered) : recorded);
+    if (curve.samples.Samples().empty()) continue;
+    curve.extents = MeasureSeries(curve.samples.Samples());
+    FCurves.push_back(std::move(curve));
+  }
+}
+
+void TPinnedCurves::Align(const TEvent& shown, const TThresholds& levels, TAlignment alignment) {
+  for (TPinnedCurve& curve : FCurves) {
+    const TEvent& event = curve.pin.event->event;
+    curve.shift = ShiftBetween(shown, levels, *curve.pin.event, alignment);
+    const double start = event.GetStartTime();
+    curve.offset = curve.shift.ms - (std::isfinite(start) ? start : curve.samples.Samples().front().time);
+  }
+}
+
+std::optional<TTimeSpan> TPinnedCurves::Span() const {
+  std::optional<TTimeSpan> whole;
+  for (const TPinnedCurve& curve : FCurves) {
+    const auto samples = curve.samples.Samples();
+    const TTimeSpan span{samples.front().time + curve.offset, samples.back().time + curve.offset};
+    whole ? whole->Include(span) : void(whole = span);
+  }
+  return whole;
+}
+
 TSelectedEventChart::TSelectedEventChart(QWidget* parent) : TAccelerationChart(TAxisUnit::Milliseconds, parent) {
   setObjectName("Chart2");
   setAccessibleName(tr("Selected event chart"));
   SetValueTitle(tr("Acceleration"), tr("g"));
-  new TPainted(&Rect(), "main", [this](QCPPainter& painter) {
-    if (!HasData()) return;
-    painter.setFont(font());
-    QColor shade(TokensOf(palette()).alarm);
-    shade.setAlphaF(0.12F);
-    ShadeSpans(painter, TimeAxis(), FIntervals, shade);
-    PaintLevels(painter);
-    PaintPins(painter);
-    PaintSeries(painter);
-    PaintPeak(painter);
-    painter.setFont(font());
-    Labels().Paint(painter, palette());
-  });
   Restyle();
   Clear();
 }
@@ -105,9 +133,14 @@ void TSelectedEventChart::ShowEvent(const TEventList& events, std::size_t index,
   ShowSamples();
 }
 
-void TSelectedEventChart::RefreshLabels() {
+bool TSelectedEventChart::ShowsChangeFrom(const TDisplaySettings& before) const {
+  using D = TDisplaySettings;
+  return TAccelerationChart::ShowsChangeFrom(before) ||
+         Differ(before, Display(), &D::formats, &D::alarmActive, &D::limits);
+}
+
+void TSelectedEventChart::DisplayChanged() {
   if (FEvent != nullptr) ShowTitle();
-  TTimeChart::RefreshLabels();
 }
 
 // A narrow chart cuts the end of a title; the time stands in the grid, too.
@@ -175,15 +208,6 @@ QString TSelectedEventChart::PinsWords() const {
   return words;
 }
 
-void TSelectedEventChart::SetAlarmLimits(TAlarmLimits limits) {
-  if (std::exchange(FAlarm, limits) != limits) Range().RescaleValues();
-}
-
-void TSelectedEventChart::SetMasks(TValueMasks masks) {
-  FMasks = std::move(masks);
-  RedrawMarks();
-}
-
 void TSelectedEventChart::ScaleValues() {
   TExtent whole;
   for (const TSeries series : VisibleSeries()) whole.Include(FExtents[Place(series)].Whole());
@@ -198,11 +222,22 @@ void TSelectedEventChart::ScaleValues() {
   for (const double level : {FLevels.totOn, FLevels.totOff}) {
     if (level > 0 && level <= size * kLineInSight) max = std::max(max, level);
   }
-  if (FAlarm && std::fabs(FAlarm->min) <= size * kLineInSight) min = std::min(min, FAlarm->min);
-  if (FAlarm && std::fabs(FAlarm->max) <= size * kLineInSight) max = std::max(max, FAlarm->max);
+  const auto alarm = AlarmOf(TQuantity::Acceleration);
+  if (alarm && std::fabs(alarm->min) <= size * kLineInSight) min = std::min(min, alarm->min);
+  if (alarm && std::fabs(alarm->max) <= size * kLineInSight) max = std::max(max, alarm->max);
   const QCPRange range = ScaleAround(min, max);
   const double room = range.size() * kWordsRoom;
   ValueAxis().setRange(range.lower - room, range.upper + room);
+}
+
+void TSelectedEventChart::PaintData(QCPPainter& painter) {
+  QColor shade(TokensOf(palette()).alarm);
+  shade.setAlphaF(0.12F);
+  ShadeSpans(painter, TimeAxis(), FIntervals, shade);
+  PaintLevels(painter);
+  PaintPins(painter);
+  PaintSeries(painter);
+  PaintPeak(painter);
 }
 
 void TSelectedEventChart::PaintSeries(QCPPainter& painter) {
@@ -215,7 +250,7 @@ void TSelectedEventChart::PaintSeries(QCPPainter& painter) {
     DrawCurve(
         painter, {TimeAxis(), ValueAxis(), -FStart}, Samples(),
         [series](const TEventValue& sample) { return ValueOf(sample, series); }, FExtents[Place(series)],
-        DashedPen(ink, kCurveWidth, Dashes(Place(series))), PointsVisible() && !faint, kNoGap, &Labels());
+        DashedPen(ink, kCurveWidth, Dashes(Place(series))), Labels(), PointsVisible() && !faint);
   }
 }
 
@@ -225,7 +260,7 @@ void TSelectedEventChart::PaintPins(QCPPainter& painter) {
       DrawCurve(
           painter, {TimeAxis(), ValueAxis(), curve.offset}, curve.samples.Samples(),
           [series](const TEventValue& sample) { return ValueOf(sample, series); }, curve.extents[Place(series)],
-          PenOf(curve.pin), false, kNoGap, &Labels());
+          PenOf(curve.pin), Labels());
     }
   }
 }
@@ -244,9 +279,10 @@ void TSelectedEventChart::PaintLevels(QCPPainter& painter) {
     draw(FLevels.totOn, tr("ToT on"));
     draw(FLevels.totOff, tr("ToT off"));
   }
-  if (!FAlarm) return;
+  const auto alarm = AlarmOf(TQuantity::Acceleration);
+  if (!alarm) return;
   const QColor ink = QColor(TokensOf(palette()).alarm);
-  for (const double limit : {FAlarm->max, FAlarm->min}) {
+  for (const double limit : {alarm->max, alarm->min}) {
     DrawLevel(painter, Labels(), ValueAxis(), limit, tr("alarm %1 g").arg(Figure(limit)), ink);
   }
 }
@@ -266,14 +302,15 @@ void TSelectedEventChart::PaintPeak(QCPPainter& painter) {
 
 QString TSelectedEventChart::MomentText(double time) const {
   if (Samples().empty()) return {};
-  return tr("%1 ms").arg(QtText(MaskFloat(FMasks.time, Samples()[NearestSample(time)].time - FStart)));
+  return tr("%1 ms").arg(
+      QtText(MaskFloat(Display().FormatOf(TQuantity::Time), Samples()[NearestSample(time)].time - FStart)));
 }
 
 std::vector<TCurve> TSelectedEventChart::Curves() const {
   std::vector<TCurve> curves;
   const auto samples = Samples();
   if (samples.empty()) return curves;
-  const auto number = [this](double g) { return QtText(MaskFloat(FMasks.acceleration, g)); };
+  const auto number = [this](double g) { return QtText(MaskFloat(Display().FormatOf(TQuantity::Acceleration), g)); };
   for (const TSeries series : VisibleSeries()) {
     curves.push_back({NameOf(series), tr("g"), InkOf(series), ValueAxis(), samples.size(),
                       [this, samples](std::size_t i) { return samples[i].time - FStart; },
@@ -299,6 +336,6 @@ double TSelectedEventChart::CursorMoment(double time) const {
 
 QStringList TSelectedEventChart::SpanTexts(double span) const {
   QStringList texts = TTimeChart::SpanTexts(span);
-  texts.front() = tr("Δt %1 ms").arg(QtText(MaskFloat(FMasks.time, span)));
+  texts.front() = tr("Δt %1 ms").arg(QtText(MaskFloat(Display().FormatOf(TQuantity::Time), span)));
   return texts;
 }

@@ -5,12 +5,39 @@
 #include <span>
 #include <vector>
 
+#include "analysis/uPinnedEvents.h"
 #include "analysis/uShockMetrics.h"
+#include "base/uTimeSpan.h"
 #include "gui/charts/uAccelerationChart.h"
 #include "gui/charts/uInTimeOrder.h"
-#include "gui/charts/uPinnedCurves.h"
+#include "gui/charts/uSeries.h"
 #include "model/uEvents.h"
 #include "model/uGlobalSharedVariables.h"
+
+// The curves of the pinned events, placed beside those of another event.
+struct TPinnedCurve {
+  TPin pin;
+  bool highPass = false;
+  std::vector<TEventValue> filtered;  // while it is high-passed
+  TInTimeOrder<TEventValue> samples;  // of one of both
+  TSeriesExtents extents;
+  double offset = 0;  // ms, added to a sample's time to get that of the axis
+  TShift shift{};
+};
+
+class TPinnedCurves {
+ public:
+  // The visible ones. What was there already is kept, since it takes a walk over the samples.
+  void Set(const TPins& pins, bool highPass);
+  // Places them beside an event, whose start is at 0.
+  void Align(const TEvent& shown, const TThresholds& levels, TAlignment alignment);
+  [[nodiscard]] std::span<const TPinnedCurve> Curves() const { return FCurves; }
+  // On the axis; nothing without a sample.
+  [[nodiscard]] std::optional<TTimeSpan> Span() const;
+
+ private:
+  std::vector<TPinnedCurve> FCurves;
+};
 
 class TSelectedEventChart final : public TAccelerationChart {
   Q_OBJECT
@@ -21,7 +48,6 @@ class TSelectedEventChart final : public TAccelerationChart {
   // Borrows the event's samples until Clear or the next call; an index past the list clears. Shows the whole event.
   void ShowEvent(const TEventList& events, std::size_t index, const TMissionData& mission);
   void Clear() override;
-  void RefreshLabels() override;
   // Shows the filtered curves of the event instead of the recorded ones, as many points as the filter gives. The peak
   // in the title and the shaded intervals stay those of the recorded samples.
   void SetHighPass(bool on);
@@ -31,9 +57,6 @@ class TSelectedEventChart final : public TAccelerationChart {
   [[nodiscard]] double StartMs() const { return FStart; }
   // The sample nearest to a time of the axis; there is one.
   [[nodiscard]] std::size_t NearestSample(double ms) const { return FSamples.Nearest(ms + FStart); }
-  // Both stay from event to event. The limits are of the acceleration, in g, as lines.
-  void SetAlarmLimits(TAlarmLimits limits);
-  void SetMasks(TValueMasks masks);
 
  signals:
   void SamplesChanged();
@@ -46,6 +69,9 @@ class TSelectedEventChart final : public TAccelerationChart {
   [[nodiscard]] double CursorMoment(double time) const override;
   [[nodiscard]] QStringList SpanTexts(double span) const override;
   void ScaleValues() override;
+  [[nodiscard]] bool ShowsChangeFrom(const TDisplaySettings& before) const override;
+  void DisplayChanged() override;
+  void PaintData(QCPPainter& painter) override;
   void PinsChanged() override;
 
  private:
@@ -71,8 +97,6 @@ class TSelectedEventChart final : public TAccelerationChart {
   double FStart = 0;      // ms since the mission's start
   TTimeSpan FSpan{0, 1};  // of the recorded samples, ms from the start
   TThresholds FLevels{};
-  TAlarmLimits FAlarm;  // g
-  TValueMasks FMasks;
   TSeriesExtents FExtents;            // of the samples
   bool FClipped = false;              // the true peak is higher
   std::vector<TTimeSpan> FIntervals;  // ms from the start, over the levels

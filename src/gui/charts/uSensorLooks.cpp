@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <utility>
 
 #include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
@@ -18,40 +17,23 @@ constexpr int kUnknownRank = 100;        // after every known sensor
 
 }  // namespace
 
-TSensorLook LookOf(std::string_view sensorName) {
-  const TQuantityRow* row = FindQuantity(&TQuantityRow::sensorName, sensorName);
-  if (row == nullptr) return {QColor(kUnknownColour), TSensorAxis::LeftInner, kUnknownRank, {}, "unknown", true};
-  const QColor colour(row->colourPlace == 0 ? kFixedColour
-                                            : DefaultSettings().display.sensorColours[row->colourPlace - 1U]);
+TSensorLook LookOf(std::string_view sensor, const TDisplaySettings& display) {
+  const TQuantityRow* row = FindQuantity(&TQuantityRow::sensorName, sensor);
+  const QString own = ShownText(sensor, kMaxName);
+  if (row == nullptr) return {own, QColor(kUnknownColour), TSensorAxis::LeftInner, kUnknownRank, {}, "unknown", true};
+  // People say "Humidity", the recording "RH".
+  QString name = row->cardField.empty() ? own : QtText(row->cardField);
+  if (row->namePlace != 0) {
+    const QString chosen = ShownText(display.analogNames[row->namePlace - 1U], kMaxName).trimmed();
+    if (!chosen.isEmpty()) name = chosen;
+  }
+  const QColor colour(row->colourPlace == 0 ? kFixedColour : display.sensorColours[row->colourPlace - 1U]);
   // Light, humidity and pressure are never negative.
   constexpr std::string_view kNeverNegative[] = {"lux", "%RH", "mbar"};
   const bool negative = std::ranges::find(kNeverNegative, row->unit) == std::end(kNeverNegative);
-  return {colour,   row->axis,    row->axisRank, QtText(row->unit), QtText(row->scale.empty() ? row->unit : row->scale),
+  const QString unit = QtText(row->unit);
+  return {name,     colour,       row->axis, row->axisRank, unit, row->scale.empty() ? unit : QtText(row->scale),
           negative, row->quantity};
-}
-
-bool TSensorChoices::SetColour(std::string_view sensor, const QColor& colour) {
-  return std::exchange(FColours[std::string(sensor)], colour) != colour;
-}
-
-bool TSensorChoices::SetNames(std::map<std::string, std::string> names) {
-  if (names == FNames) return false;
-  FNames = std::move(names);
-  return true;
-}
-
-QColor TSensorChoices::ColourOf(const std::string& sensor) const {
-  const auto found = FColours.find(sensor);
-  return found == FColours.end() ? LookOf(sensor).colour : found->second;
-}
-
-QString TSensorChoices::NameOf(const std::string& sensor) const {
-  const auto found = FNames.find(sensor);
-  const QString name = found == FNames.end() ? QString() : ShownText(found->second, kMaxName).trimmed();
-  if (!name.isEmpty()) return name;
-  // People say "Humidity", the recording "RH".
-  const TQuantityRow* row = FindQuantity(&TQuantityRow::sensorName, sensor);
-  return row == nullptr || row->cardField.empty() ? ShownText(sensor, kMaxName) : QtText(row->cardField);
 }
 
 QColor SensorInk(const QPalette& palette, const QColor& colour) {

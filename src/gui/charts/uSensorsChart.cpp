@@ -25,28 +25,14 @@ constexpr TSensorAxis kGridOrder[] = {TSensorAxis::LeftOuter, TSensorAxis::LeftI
 TSensorsChart::TSensorsChart(QWidget* parent) : TTimeChart(TAxisUnit::Days, parent) {
   setAccessibleName(tr("Sensors chart"));
   SetPlaceholder(tr("No sensor readings"));
-  FAxes[static_cast<std::size_t>(TSensorAxis::LeftInner)] = &ValueAxis();
-  new TPainted(&Rect(), "main", [this](QCPPainter& painter) { PaintSensors(painter); });
+  FAxes = {&ValueAxis(), AddAxis(QCPAxis::atLeft), AddAxis(QCPAxis::atRight), AddAxis(QCPAxis::atRight)};
+  for (const TSensorAxis inner : {TSensorAxis::LeftInner, TSensorAxis::RightInner}) AxisOf(inner).setPadding(kAxisGap);
   new TPainted(&Rect(), "marks", [this](QCPPainter& painter) {
     if (!HasData() || !FHovered) return;
     DrawMoment(painter, TimeAxis(), *FHovered, QPen(palette().color(QPalette::Highlight), 1, Qt::DotLine));
   });
   Restyle();
   Clear();
-}
-
-void TSensorsChart::PrepareExtraAxes() {
-  constexpr std::pair<TSensorAxis, QCPAxis::AxisType> kExtra[] = {{TSensorAxis::LeftOuter, QCPAxis::atLeft},
-                                                                  {TSensorAxis::RightInner, QCPAxis::atRight},
-                                                                  {TSensorAxis::RightOuter, QCPAxis::atRight}};
-  for (const auto& [axis, side] : kExtra) {
-    TTitledAxis*& made = FAxes[static_cast<std::size_t>(axis)];
-    if (made) continue;
-    made = AddAxis(side);
-    made->setVisible(false);
-  }
-  for (const TSensorAxis inner : {TSensorAxis::LeftInner, TSensorAxis::RightInner}) AxisOf(inner).setPadding(kAxisGap);
-  Restyle();
 }
 
 void TSensorsChart::Clear() {
@@ -58,7 +44,6 @@ void TSensorsChart::Clear() {
 }
 
 void TSensorsChart::SetSensors(const TSensorList& sensors, double startTime) {
-  PrepareExtraAxes();
   Clear();
   FSensors.Set(sensors, startTime);
   FillLegend();
@@ -78,12 +63,11 @@ void TSensorsChart::SetSensorVisible(std::size_t index, bool visible) {
 
 void TSensorsChart::EmitHidden(const QStringList& hidden, std::size_t chosen) {
   if (hidden.isEmpty()) return;
-  emit SensorsHidden(tr("%1 hidden: the axis shows %2").arg(hidden.join(", "), FSensors.Series()[chosen].name));
+  emit SensorsHidden(tr("%1 hidden: the axis shows %2").arg(hidden.join(", "), FSensors.Series()[chosen].look.name));
 }
 
 void TSensorsChart::MoveSensor(std::size_t index, TSensorAxis axis) {
   if (index >= FSensors.Series().size()) return;
-  PrepareExtraAxes();
   const TSensorAxis before = FSensors.Series()[index].look.axis;
   EmitHidden(FSensors.Move(index, axis), index);
   ScaleAxis(before);
@@ -93,45 +77,32 @@ void TSensorsChart::MoveSensor(std::size_t index, TSensorAxis axis) {
 }
 
 void TSensorsChart::SetHoveredTime(std::optional<double> time) {
-  if (FHovered == time) return;
-  FHovered = time;
-  RedrawMarks();
+  if (std::exchange(FHovered, time) != time) RedrawMarks();
 }
 
 bool TSensorsChart::IsSensorVisible(std::size_t index) const {
   return index < FSensors.Series().size() && FSensors.Series()[index].visible;
 }
 
-void TSensorsChart::SetSensorColour(std::string_view sensor, const QColor& colour) {
-  if (FSensors.SetColour(sensor, colour)) Restyle();
-}
-
-void TSensorsChart::SetSensorNames(std::map<std::string, std::string> names) {
-  if (FSensors.SetNames(std::move(names))) Restyle();
-}
-
-void TSensorsChart::SetAlarmLimits(std::map<std::string, TLimits> limits) {
-  if (FAlarms == limits) return;
-  FAlarms = std::move(limits);
-  Range().RescaleValues();
-}
-
-void TSensorsChart::SetAxisColour(TSensorAxis axis, const QColor& colour) {
-  const std::uint32_t rgb = colour.rgb() & RGB_MASK;
-  if (std::exchange(FAxisColours[static_cast<std::size_t>(axis)], rgb) != rgb) SetUpAxes();
-}
-
-void TSensorsChart::SetAxisLocked(TSensorAxis axis, bool locked) {
-  PrepareExtraAxes();
-  Range().LockAxis(AxisOf(axis), locked);
-}
-
 void TSensorsChart::ScaleValues() {
   for (std::size_t i = 0; i < kSensorAxisCount; ++i) ScaleAxis(static_cast<TSensorAxis>(i));
 }
 
+bool TSensorsChart::ShowsChangeFrom(const TDisplaySettings& before) const {
+  using D = TDisplaySettings;
+  return TTimeChart::ShowsChangeFrom(before) || Differ(before, Display(), &D::sensorColours, &D::axisColours,
+                                                       &D::analogNames, &D::formats, &D::alarmActive, &D::limits);
+}
+
+std::vector<double> TSensorsChart::LimitsOf(const TSensorSeries& series) const {
+  const auto alarm = series.look.quantity ? AlarmOf(*series.look.quantity) : std::nullopt;
+  if (!alarm) return {};
+  std::vector<double> limits = {alarm->max, alarm->min};
+  std::erase_if(limits, [&series](double limit) { return !series.look.CanCross(limit); });
+  return limits;
+}
+
 void TSensorsChart::ScaleAxis(TSensorAxis axis) {
-  if (!FAxes[static_cast<std::size_t>(axis)]) return;
   const TExtent extent = FSensors.ExtentOn(axis);
   double min{extent.min};
   double max{extent.max};
@@ -140,10 +111,9 @@ void TSensorsChart::ScaleAxis(TSensorAxis axis) {
   const double lowest = min - near;
   const double highest = max + near;
   for (const TSensorSeries& series : FSensors.Series()) {
-    const auto limits = FAlarms.find(series.sensor);
-    if (!series.visible || series.look.axis != axis || limits == FAlarms.end()) continue;
-    for (const double limit : {limits->second.min, limits->second.max}) {
-      if (!(limit >= lowest && limit <= highest) || !series.look.CanCross(limit)) continue;
+    if (!series.visible || series.look.axis != axis) continue;
+    for (const double limit : LimitsOf(series)) {
+      if (!(limit >= lowest && limit <= highest)) continue;
       min = std::min(min, limit);
       max = std::max(max, limit);
     }
@@ -153,17 +123,15 @@ void TSensorsChart::ScaleAxis(TSensorAxis axis) {
 
 void TSensorsChart::SetUpAxes() {
   for (std::size_t i = 0; i < kSensorAxisCount; ++i) {
-    if (!FAxes[i]) continue;
     FAxes[i]->setVisible(FSensors.IsUsed(static_cast<TSensorAxis>(i)));
     StyleAxis(*FAxes[i], InkOf(static_cast<TSensorAxis>(i)));
   }
   bool taken = false;
   for (const TSensorAxis axis : kGridOrder) {
-    const TTitledAxis* const drawn = FAxes[static_cast<std::size_t>(axis)];
-    if (!drawn) continue;
-    drawn->grid()->setVisible(drawn->visible() && !taken);
-    drawn->grid()->setZeroLinePen(drawn->grid()->pen());
-    taken = taken || drawn->visible();
+    const TTitledAxis& drawn = AxisOf(axis);
+    drawn.grid()->setVisible(drawn.visible() && !taken);
+    drawn.grid()->setZeroLinePen(drawn.grid()->pen());
+    taken = taken || drawn.visible();
   }
   QueueReplot();
 }
@@ -171,7 +139,7 @@ void TSensorsChart::SetUpAxes() {
 // The axis's colour of the settings; the sensor's, where only sensors that the user moved are on the axis.
 QColor TSensorsChart::InkOf(TSensorAxis axis) const {
   const TSensorSeries* moved = FSensors.MovedOnly(axis);
-  return moved ? InkOf(*moved) : SensorInk(palette(), FAxisColours[static_cast<std::size_t>(axis)]);
+  return moved ? InkOf(*moved) : SensorInk(palette(), Display().axisColours[static_cast<std::size_t>(axis)]);
 }
 
 QList<qreal> TSensorsChart::DashesOf(const TSensorSeries& series) const {
@@ -185,22 +153,21 @@ QList<qreal> TSensorsChart::DashesOf(const TSensorSeries& series) const {
 
 void TSensorsChart::Restyle() {
   TTimeChart::Restyle();
-  FillLegend();
   SetUpAxes();
 }
 
-void TSensorsChart::FillLegend() {
+std::vector<TLegendEntry> TSensorsChart::LegendEntries() const {
   std::vector<TLegendEntry> entries;
   for (const std::size_t index : FSensors.Listed()) {
     const TSensorSeries& series = FSensors.Series()[index];
-    entries.push_back({series.name, InkOf(series), series.visible, DashesOf(series)});
+    entries.push_back({series.look.name, InkOf(series), series.visible, DashesOf(series)});
   }
-  Legend().SetEntries(std::move(entries));
+  return entries;
 }
 
 void TSensorsChart::Prepare() {
   for (std::size_t i = 0; i < kSensorAxisCount; ++i) {
-    if (FAxes[i] && FAxes[i]->visible()) FAxes[i]->SetTitle(TitleOf(static_cast<TSensorAxis>(i)));
+    if (FAxes[i]->visible()) FAxes[i]->SetTitle(TitleOf(static_cast<TSensorAxis>(i)));
   }
 }
 
@@ -214,7 +181,7 @@ std::vector<TTitlePart> TSensorsChart::TitleOf(TSensorAxis axis) const {
   std::vector<TTitlePart> dashes;
   for (const TSensorSeries* series : named) {
     if (!names.empty()) names.push_back({", ", ink});
-    names.push_back({series->name, InkOf(*series)});
+    names.push_back({series->look.name, InkOf(*series)});
     dashes.push_back({"— ", InkOf(*series)});
   }
   if (!unit.isEmpty()) names.push_back({QString(" (%1)").arg(unit), ink});
@@ -229,28 +196,23 @@ std::vector<TTitlePart> TSensorsChart::TitleOf(TSensorAxis axis) const {
   return fits(dashes) && !IsForPaper() ? dashes : std::vector<TTitlePart>{{unit, ink}};
 }
 
-void TSensorsChart::PaintSensors(QCPPainter& painter) {
+void TSensorsChart::PaintData(QCPPainter& painter) {
   PaintAlarms(painter);
   for (const TSensorSeries& series : FSensors.Series()) {
     if (!series.visible || series.whole.IsEmpty()) continue;
     DrawCurve(
         painter, {TimeAxis(), AxisOf(series.look.axis), FSensors.Start(), kMsPerDay}, series.readings.Samples(),
         [](const TSensorValue& reading) { return reading.xvalue; }, series.extents,
-        DashedPen(InkOf(series), kCurveWidth, DashesOf(series)), PointsVisible(), series.gap, &Labels());
+        DashedPen(InkOf(series), kCurveWidth, DashesOf(series)), Labels(), PointsVisible(), series.gap);
   }
-  painter.setFont(font());
-  Labels().Paint(painter, palette());
 }
 
 void TSensorsChart::PaintAlarms(QCPPainter& painter) {
-  painter.setFont(font());
   std::set<std::string_view> drawn;  // several sensors of one name share their limits
   for (const TSensorSeries& series : FSensors.Series()) {
-    const auto limits = FAlarms.find(series.sensor);
-    if (!series.visible || limits == FAlarms.end() || !drawn.insert(series.sensor).second) continue;
-    for (const double limit : {limits->second.max, limits->second.min}) {
-      if (!series.look.CanCross(limit)) continue;
-      const QString name = tr("%1 %2 %3").arg(series.name, Figure(limit), series.look.unit).trimmed();
+    if (!series.visible || !drawn.insert(series.sensor).second) continue;
+    for (const double limit : LimitsOf(series)) {
+      const QString name = tr("%1 %2 %3").arg(series.look.name, Figure(limit), series.look.unit).trimmed();
       DrawLevel(painter, Labels(), AxisOf(series.look.axis), limit, name, InkOf(series));
     }
   }
@@ -259,7 +221,6 @@ void TSensorsChart::PaintAlarms(QCPPainter& painter) {
 void TSensorsChart::EntryClicked(std::size_t entry) {
   const std::size_t index = FSensors.Listed()[entry];
   SetSensorVisible(index, !FSensors.Series()[index].visible);
-  emit SensorVisibleChanged(index, FSensors.Series()[index].visible);
 }
 
 std::vector<TCurve> TSensorsChart::Curves() const {
@@ -267,13 +228,12 @@ std::vector<TCurve> TSensorsChart::Curves() const {
   for (const TSensorSeries& series : FSensors.Series()) {
     const auto readings = series.readings.Samples();
     if (!series.visible || readings.empty()) continue;
-    const std::string mask =
-        series.look.quantity ? FMasks[static_cast<std::size_t>(*series.look.quantity)] : std::string();
-    const auto number = [mask](double value) {
+    const auto number = [this, &series](double value) {
       if (!std::isfinite(value)) return QString(kNoNumber);
-      return mask.empty() ? Figure(value) : QtText(MaskFloat(mask, value));
+      if (!series.look.quantity) return Figure(value);
+      return QtText(MaskFloat(Display().FormatOf(*series.look.quantity), value));
     };
-    curves.push_back({series.name, series.look.unit, InkOf(series), AxisOf(series.look.axis), readings.size(),
+    curves.push_back({series.look.name, series.look.unit, InkOf(series), AxisOf(series.look.axis), readings.size(),
                       [this, readings](std::size_t i) { return DateTimeOf(FSensors.Start(), readings[i].time); },
                       [readings](std::size_t i) { return double{readings[i].xvalue}; },
                       [this, &series](double time) { return series.readings.Nearest(FSensors.MsOf(time)); }, number,

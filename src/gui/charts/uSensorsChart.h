@@ -2,12 +2,8 @@
 #pragma once
 
 #include <array>
-#include <map>
-#include <string>
-#include <string_view>
 #include <vector>
 
-#include "analysis/uAlarmLimits.h"
 #include "gui/charts/uSensorLooks.h"
 #include "gui/charts/uShownSensors.h"
 #include "gui/charts/uTimeChart.h"
@@ -18,11 +14,6 @@ class TSensorsChart final : public TTimeChart {
 
  public:
   explicit TSensorsChart(QWidget* parent = nullptr);
-
-  // Makes the value axes beside the left inner one; once, before the first data. SetSensors does so where nobody did.
-  void PrepareExtraAxes();
-  // Titles, colours and which axes are drawn, from the series that are visible.
-  void SetUpAxes();
 
   // Borrows the readings until Clear or the next call. startTime is the mission's start, a date-time. Shows the full
   // range; of the sensors that would need another unit on the left inner axis only the first is visible.
@@ -42,20 +33,9 @@ class TSensorsChart final : public TTimeChart {
   // Marks a moment, a date-time.
   void SetHoveredTime(std::optional<double> time);
 
-  // By the sensor's name in the list, "Temperature", "A1" …; these stay from recording to recording.
-  void SetSensorColour(std::string_view sensor, const QColor& colour);
-  // What people call a sensor, UTF-8; one without a name, or with an empty one, goes by its own.
-  void SetSensorNames(std::map<std::string, std::string> names);
-  // In the sensor's unit, as lines in its colour.
-  void SetAlarmLimits(std::map<std::string, TLimits> limits);
-  // The decimal masks of its readings, by TQuantity.
-  void SetMasks(std::array<std::string, kQuantityCount> masks) { FMasks = std::move(masks); }
-  void SetAxisColour(TSensorAxis axis, const QColor& colour);
-  void SetAxisLocked(TSensorAxis axis, bool locked);
+  void SetAxisLocked(TSensorAxis axis, bool locked) { Range().LockAxis(AxisOf(axis), locked); }
 
  signals:
-  // The user showed or hid a sensor in the legend.
-  void SensorVisibleChanged(std::size_t index, bool visible);
   // Sensors had to make room for another; in words.
   void SensorsHidden(const QString& words);
 
@@ -63,6 +43,10 @@ class TSensorsChart final : public TTimeChart {
   void EntryClicked(std::size_t entry) override;
   [[nodiscard]] std::vector<TCurve> Curves() const override;
   void ScaleValues() override;
+  [[nodiscard]] bool ShowsChangeFrom(const TDisplaySettings& before) const override;
+  void DisplayChanged() override { FSensors.UpdateLooks(); }
+  void PaintData(QCPPainter& painter) override;
+  [[nodiscard]] std::vector<TLegendEntry> LegendEntries() const override;
   void Restyle() override;
   void Prepare() override;
 
@@ -70,19 +54,18 @@ class TSensorsChart final : public TTimeChart {
   // Sensors made room for a chosen one.
   void EmitHidden(const QStringList& hidden, std::size_t chosen);
   void ScaleAxis(TSensorAxis axis);
-  void FillLegend();
-  void PaintSensors(QCPPainter& painter);
+  // Colours and which axes are drawn, from the series that are visible.
+  void SetUpAxes();
   void PaintAlarms(QCPPainter& painter);
+  // Those of its readings that these can be beyond.
+  [[nodiscard]] std::vector<double> LimitsOf(const TSensorSeries& series) const;
   [[nodiscard]] QColor InkOf(const TSensorSeries& series) const { return SensorInk(palette(), series.look.colour); }
   [[nodiscard]] QColor InkOf(TSensorAxis axis) const;
   [[nodiscard]] QList<qreal> DashesOf(const TSensorSeries& series) const;
   [[nodiscard]] std::vector<TTitlePart> TitleOf(TSensorAxis axis) const;
   [[nodiscard]] TTitledAxis& AxisOf(TSensorAxis axis) const { return *FAxes[static_cast<std::size_t>(axis)]; }
 
-  std::array<TTitledAxis*, kSensorAxisCount> FAxes{};
-  std::array<std::uint32_t, kSensorAxisCount> FAxisColours = DefaultSettings().display.axisColours;
-  std::array<std::string, kQuantityCount> FMasks;  // an empty one: as many digits as a reading needs
-  TShownSensors FSensors;
-  std::map<std::string, TLimits> FAlarms;
+  std::array<TTitledAxis*, kSensorAxisCount> FAxes{};  // by TSensorAxis
+  TShownSensors FSensors{Display()};
   std::optional<double> FHovered;  // a date-time
 };

@@ -1,21 +1,17 @@
-// The acceleration series of the charts: which there are, their colours, and how their values read.
+// The acceleration series of the charts: which there are, and their values.
 #pragma once
 
 #include <QColor>
 #include <QObject>
 #include <array>
 #include <cstddef>
-#include <cstdint>
-#include <optional>
 #include <span>
-#include <string>
 #include <vector>
 
-#include "analysis/uAlarmLimits.h"
 #include "analysis/uExtents.h"
 #include "analysis/uShockMetrics.h"
+#include "analysis/uSpectrum.h"
 #include "model/uEvents.h"
-#include "shell/uSettings.h"
 
 enum class TSeries { X, Y, Z, Total };
 inline constexpr std::size_t kSeriesCount = 4;
@@ -46,17 +42,12 @@ inline float ValueOf(const TEventValue& sample, TSeries series) {
   return static_cast<float>(Magnitude(sample));
 }
 
-// 0xRRGGBB on light ground, by TSeries; InkOn makes them readable on dark.
-using TSeriesColours = std::array<std::uint32_t, kSeriesCount>;
-
-// Masks of MaskFloat for cursor texts and the value table.
-struct TValueMasks {
-  std::string time = "0.####";  // ms
-  std::string acceleration = "0.####";
-};
-
-// Of a quantity, in its unit; nothing while there is no alarm.
-using TAlarmLimits = std::optional<TLimits>;
+// Of a line of a spectrum.
+inline double ValueOf(const TSpectrumLine& line, TSeries series) {
+  constexpr double TSpectrumLine::*kValues[] = {&TSpectrumLine::x, &TSpectrumLine::y, &TSpectrumLine::z,
+                                                &TSpectrumLine::total};
+  return line.*kValues[Place(series)];
+}
 
 // Of each series of an event, in g.
 using TSeriesExtents = std::array<TExtents, kSeriesCount>;

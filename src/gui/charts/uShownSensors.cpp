@@ -28,7 +28,6 @@ void TShownSensors::Set(const TSensorList& sensors, double startTime) {
     series.gap = median > 0 ? median * kGapIntervals : std::numeric_limits<double>::infinity();
     if (!readings.empty()) FListed.push_back(FSeries.size() - 1);
   }
-  TakeNamesAndColours();
   for (std::size_t axis = 0; axis < kSensorAxisCount; ++axis) ChooseVisible(static_cast<TSensorAxis>(axis));
 }
 
@@ -53,7 +52,7 @@ double TShownSensors::MsOf(double dateTime) const {
 }
 
 TSensorLook TShownSensors::PlacedLook(const std::string& sensor) const {
-  TSensorLook look = LookOf(sensor);
+  TSensorLook look = LookOf(sensor, FDisplay);
   const auto moved = FMoved.find(sensor);
   if (moved == FMoved.end()) return look;
   look.axis = moved->second;
@@ -110,7 +109,7 @@ QStringList TShownSensors::MakeRoomFor(const TSensorSeries& chosen) {
   QStringList hidden;
   for (TSensorSeries& other : FSeries) {
     if (other.look.axis != chosen.look.axis || other.look.scale == chosen.look.scale) continue;
-    if (std::exchange(other.visible, false)) hidden << other.name;
+    if (std::exchange(other.visible, false)) hidden << other.look.name;
   }
   return hidden;
 }
@@ -118,31 +117,19 @@ QStringList TShownSensors::MakeRoomFor(const TSensorSeries& chosen) {
 QStringList TShownSensors::Move(std::size_t index, TSensorAxis axis) {
   TSensorSeries& chosen = FSeries[index];
   FMoved[chosen.sensor] = axis;
-  if (LookOf(chosen.sensor).axis == axis) FMoved.erase(chosen.sensor);
+  if (LookOf(chosen.sensor, FDisplay).axis == axis) FMoved.erase(chosen.sensor);
   for (TSensorSeries& series : FSeries) {
     if (series.sensor == chosen.sensor) series.look = PlacedLook(series.sensor);
   }
-  TakeNamesAndColours();
   chosen.visible = !chosen.readings.Samples().empty();
   return chosen.visible ? MakeRoomFor(chosen) : QStringList();
 }
 
-bool TShownSensors::SetColour(std::string_view sensor, const QColor& colour) {
-  if (!FChoices.SetColour(sensor, colour)) return false;
-  TakeNamesAndColours();
-  return true;
-}
-
-bool TShownSensors::SetNames(std::map<std::string, std::string> names) {
-  if (!FChoices.SetNames(std::move(names))) return false;
-  TakeNamesAndColours();
-  return true;
-}
-
-void TShownSensors::TakeNamesAndColours() {
+void TShownSensors::UpdateLooks() {
   for (TSensorSeries& series : FSeries) {
-    series.name = FChoices.NameOf(series.sensor);
-    series.look.colour = FChoices.ColourOf(series.sensor);
+    const TSensorLook look = LookOf(series.sensor, FDisplay);
+    series.look.name = look.name;
+    series.look.colour = look.colour;
   }
 }
 
@@ -163,7 +150,7 @@ std::vector<const TSensorSeries*> TShownSensors::NamedOn(TSensorAxis axis) const
   std::vector<const TSensorSeries*> named;
   for (const TSensorSeries& series : FSeries) {
     if (!series.visible || series.look.axis != axis) continue;
-    const auto sameName = [&series](const TSensorSeries* other) { return other->name == series.name; };
+    const auto sameName = [&series](const TSensorSeries* other) { return other->look.name == series.look.name; };
     if (std::ranges::none_of(named, sameName)) named.push_back(&series);
   }
   return named;

@@ -11,7 +11,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "analysis/uExtents.h"
@@ -22,7 +21,6 @@
 
 struct TSensorSeries {
   std::string sensor;  // its name in the list
-  QString name;        // what people call it
   TSensorLook look;
   bool visible = false;
   TInTimeOrder<TSensorValue> readings;
@@ -33,6 +31,8 @@ struct TSensorSeries {
 
 class TShownSensors {
  public:
+  // Borrows what the settings say of sensors.
+  explicit TShownSensors(const TDisplaySettings& display) : FDisplay(display) {}
   // Borrows the readings until Clear or the next call. startTime is the mission's start, a date-time. Of the sensors
   // that would need another unit on one axis only the first is visible.
   void Set(const TSensorList& sensors, double startTime);
@@ -53,9 +53,8 @@ class TShownSensors {
   QStringList SetVisible(std::size_t index, bool visible);
   // All sensors of this name move; away from where they belong they stay from recording to recording and come first.
   QStringList Move(std::size_t index, TSensorAxis axis);
-  // By names in the list; false when it is the choice already.
-  bool SetColour(std::string_view sensor, const QColor& colour);
-  bool SetNames(std::map<std::string, std::string> names);
+  // The settings changed.
+  void UpdateLooks();
 
   [[nodiscard]] bool IsUsed(TSensorAxis axis) const;
   // The visible readings on an axis; empty without any.
@@ -70,9 +69,8 @@ class TShownSensors {
   void ChooseVisible(TSensorAxis axis);
   void FindAxisFor(TSensorSeries& chosen) const;
   QStringList MakeRoomFor(const TSensorSeries& chosen);
-  void TakeNamesAndColours();
 
-  TSensorChoices FChoices;
+  const TDisplaySettings& FDisplay;
   std::map<std::string, TSensorAxis> FMoved;  // by the user
   double FStart = 0;                          // a date-time
   std::vector<TSensorSeries> FSeries;

@@ -15,31 +15,28 @@ constexpr double kDecibelInSight = 120;  // below the largest line
 constexpr double kLinesInSight = 1e-6;   // of the largest line
 constexpr float kOutlineFill = 0.14F;    // of a series' colour, below its outline
 
-QString AxisTitle(TSpectrumType type) {
-  switch (type) {
-    case TSpectrumType::Amplitude:
-      return QObject::tr("Amplitude (g)");
-    case TSpectrumType::Power:
-      return QObject::tr("Power (g²)");
-    case TSpectrumType::PSD:
-      return QObject::tr("PSD (g²/Hz)");
-    case TSpectrumType::Decibel:
-      break;
-  }
-  return QObject::tr("Level (dB re 1 g)");
+// By TSpectrumType.
+struct TValueWords {
+  const char* title;  // of the axis
+  const char* unit;
+};
+constexpr TValueWords kValueWords[] = {
+    {"Amplitude (g)", "g"}, {"Power (g²)", "g²"}, {"PSD (g²/Hz)", "g²/Hz"}, {"Level (dB re 1 g)", "dB"}};
+
+const TValueWords& WordsOf(TSpectrumType type) {
+  return kValueWords[static_cast<std::size_t>(type)];
 }
 
 }  // namespace
 
 QString TSpectrumChart::ValueUnit() const {
-  constexpr const char* kUnits[] = {"g", "g²", "g²/Hz", "dB"};
-  return QString::fromUtf8(kUnits[static_cast<std::size_t>(FType)]);
+  return QtText(WordsOf(FType).unit);
 }
 
 TSpectrumChart::TSpectrumChart(QWidget* parent) : TFrequencyChart(parent) {
   setObjectName("chartSpecAnalysis");
   setAccessibleName(tr("Spectrum of the selected event"));
-  ValueAxis().setLabel(AxisTitle(FType));
+  ValueAxis().setLabel(tr(WordsOf(FType).title));
   Restyle();
   Clear();
 }
@@ -56,7 +53,7 @@ void TSpectrumChart::ShowEvent(const TEventList& events, std::size_t index) {
 
 void TSpectrumChart::SetType(TSpectrumType type) {
   if (std::exchange(FType, type) == type) return;
-  ValueAxis().setLabel(AxisTitle(FType));
+  ValueAxis().setLabel(tr(WordsOf(FType).title));
   ScaleAxes();
   Recalculate();
   ScaleValues();
@@ -107,11 +104,7 @@ void TSpectrumChart::Calculate() {
   CalculatePins();
   const std::string why = WhyNoSpectrum(FSpectrum);
   SetPlaceholder(why.empty() ? tr("No event selected") : QtText(why));
-  if (FSpectrum.lines.empty()) {
-    Legend().SetTitle({});
-  } else {
-    ShowTitle();
-  }
+  ShowTitle();
   ShowAll();
   emit LinesChanged();
 }
@@ -137,7 +130,7 @@ void TSpectrumChart::PinsChanged() {
 }
 
 // The title names the strongest line, because people look for it first.
-void TSpectrumChart::ShowTitle() {
+QString TSpectrumChart::Title() const {
   // What was done to the samples comes first: a narrow chart cuts the end of a title.
   QString title = tr("Event %1").arg(FEvent->ID);
   if (const std::size_t taken = FSpectrum.grid.places.size(); taken < FEvent->Count()) {
@@ -147,7 +140,7 @@ void TSpectrumChart::ShowTitle() {
   const std::string done = WhatGridDid(FSpectrum.grid);
   if (!done.empty()) title += tr(" · %1").arg(QtText(done));
   title += tr(" · %1 lines of %2 Hz").arg(FSpectrum.lines.size()).arg(Digits(Step(), kDigits));
-  Legend().SetTitle(title + StrongestPeak());
+  return title + StrongestPeak();
 }
 
 void TSpectrumChart::ScaleValues() {
@@ -190,7 +183,7 @@ std::vector<TEnvelopePoint> TSpectrumChart::StepsOf(std::span<const TSpectrumLin
   return points;
 }
 
-void TSpectrumChart::PaintLines(QCPPainter& painter) {
+void TSpectrumChart::PaintData(QCPPainter& painter) {
   const auto [from, to] = Range().Times();
   if (to < -Step() || from > MaxHertz() + Step()) return;
   const TCurveAxes axes{TimeAxis(), ValueAxis()};
@@ -203,14 +196,7 @@ void TSpectrumChart::PaintLines(QCPPainter& painter) {
   // Every fill is below every outline.
   for (const auto& [ink, points] : outlines) FillBelow(painter, points, ink);
   painter.setAntialiasing(true);
-  for (std::size_t i = 0; i < PinnedLines().size(); ++i) {
-    if (PinnedLines()[i].empty()) continue;
-    for (const TSeries series : VisibleSeries()) {
-      const auto points = StepsOf(PinnedLines()[i], series, pixel);
-      KeepClear(Labels(), axes, points);
-      DrawEnvelope(painter, axes, points, PenOf(Pins().items[i]));
-    }
-  }
+  PaintPins(painter, [&](const auto& lines, TSeries series) { return StepsOf(lines, series, pixel); });
   for (const auto& [ink, points] : outlines) {
     KeepClear(Labels(), axes, points);
     DrawEnvelope(painter, axes, points, QPen(ink, kCurveWidth));

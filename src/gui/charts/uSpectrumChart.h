@@ -37,8 +37,8 @@ class TSpectrumChart final : public TFrequencyChart {
   [[nodiscard]] QString ShownName() const override { return tr("spectrum"); }
 
  protected:
-  void ShowTitle() override;
-  void PaintLines(QCPPainter& painter) override;
+  [[nodiscard]] QString Title() const override;
+  void PaintData(QCPPainter& painter) override;
   void ScaleValues() override;
   void showEvent(QShowEvent* event) override;
   void PinsChanged() override;

@@ -11,7 +11,6 @@
 #include "base/uDateTime.h"
 #include "gui/charts/uChartPaint.h"
 #include "gui/charts/uInTimeOrder.h"
-#include "gui/charts/uPixels.h"
 #include "gui/common/uQtText.h"
 
 namespace {
@@ -49,6 +48,11 @@ TRangeStatistics StatisticsOf(const TCurve& curve, const TTimeSpan& times) {
   return sum.Result();
 }
 
+void SharePointer(TTimeChart& from, TTimeChart& to) {
+  QObject::connect(&from, &TChartPlot::PointerMoved, &to,
+                   [&to](std::optional<double> time) { to.Marks().SetShared(time); });
+}
+
 }  // namespace
 
 TTimeChart::TTimeChart(TAxisUnit unit, QWidget* parent)
@@ -58,6 +62,13 @@ TTimeChart::TTimeChart(TAxisUnit unit, QWidget* parent)
       FCursors(*this, *this),
       FMarks(*this, *this),
       FGestures(*this, *this, FRange, FMarks, FCursors) {
+  new TPainted(&Rect(), "main", [this](QCPPainter& painter) {
+    if (!HasData()) return;
+    painter.setFont(font());
+    PaintData(painter);
+    painter.setFont(font());
+    Labels().Paint(painter, palette());
+  });
   connect(&FGestures, &TChartGestures::Clicked, this, [this](const QPointF& position) {
     const QPoint at = position.toPoint();
     if (FRange.IsUnsynced() && Legend().IsOnTitle(at)) emit SyncMenuRequested(mapToGlobal(at));
@@ -94,9 +105,30 @@ void TTimeChart::SetPointsVisible(bool visible) {
   if (std::exchange(FPointsVisible, visible) != visible) QueueReplot();
 }
 
+void TTimeChart::SetDisplay(const TDisplaySettings& display) {
+  const TDisplaySettings before = std::exchange(FDisplay, display);
+  if (!ShowsChangeFrom(before)) return;
+  DisplayChanged();
+  FRange.RescaleValues();
+  Restyle();
+}
+
+bool TTimeChart::ShowsChangeFrom(const TDisplaySettings& before) const {
+  return Differ(before, Display(), &TDisplaySettings::dateFormat);
+}
+
+std::optional<TLimits> TTimeChart::AlarmOf(TQuantity quantity) const {
+  return FDisplay.alarmActive ? std::optional(FDisplay.LimitsOf(quantity)) : std::nullopt;
+}
+
 void TTimeChart::SetForPaper(bool on) {
   FForPaper = on;
   Restyle();
+}
+
+void TTimeChart::Restyle() {
+  TChartPlot::Restyle();
+  FillLegend();
 }
 
 QList<qreal> TTimeChart::Dashes(std::size_t place) const {
@@ -205,4 +237,17 @@ QStringList TTimeChart::SpanTexts(double span) const {
                     : tr("Δt %1%2 ms").arg(sign, Figure(length)));
   if (seconds > 0 && seconds <= kMaxPeriod) texts.append(HertzText(seconds));
   return texts;
+}
+
+void PairCharts(TTimeChart& upper, TTimeChart& lower) {
+  // Dates need no title, and the charts need the height.
+  for (TTimeChart* chart : {&upper, &lower}) chart->SetTimeTitle({});
+  SharePointer(upper, lower);
+  SharePointer(lower, upper);
+  for (TTimeChart* chart : {&upper, &lower}) {
+    QObject::connect(chart, &TChartPlot::NeededMarginsChanged, &upper, [&] { AlignMargins(upper, lower); });
+    QObject::connect(chart, &QCustomPlot::beforeReplot, &upper, [&] {
+      upper.SetTimeLabelsVisible(!lower.HasData() || upper.Range().Times() != lower.Range().Times());
+    });
+  }
 }

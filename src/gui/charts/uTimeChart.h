@@ -14,7 +14,7 @@
 #include "gui/charts/uChartPlot.h"
 #include "gui/charts/uChartRange.h"
 #include "gui/charts/uChartReadings.h"
-#include "gui/charts/uRangeTable.h"
+#include "shell/uSettings.h"
 
 // A visible series of a chart, for what is said of its samples. It borrows the chart's data.
 struct TCurve {
@@ -34,6 +34,20 @@ struct TCurve {
   const TExtents* extents = nullptr;  // of its values, where the samples are many
 };
 
+// The statistics of the range in sight, as a table of words.
+struct TRangeTable {
+  QString span;  // of time, in words
+  QStringList titles;
+  int words;  // how many columns, counted from the first, hold words; the others hold numbers
+  std::vector<QStringList> rows;
+};
+
+// One of these settings differs.
+template <class... TField>
+bool Differ(const TDisplaySettings& a, const TDisplaySettings& b, TField TDisplaySettings::*... fields) {
+  return ((a.*fields != b.*fields) || ...);
+}
+
 class TTimeChart : public TChartPlot, public IChartReadings {
   Q_OBJECT
 
@@ -44,8 +58,9 @@ class TTimeChart : public TChartPlot, public IChartReadings {
   virtual void Clear() = 0;
   // Statistics of the samples in sight, computed when asked for; no rows without data.
   [[nodiscard]] virtual TRangeTable VisibleStatistics() const;
-  // Follows a change of the program's date format.
-  virtual void RefreshLabels() { QueueReplot(); }
+  // Colours, limits, formats, names, and the program's date format. At first those of DefaultSettings.
+  void SetDisplay(const TDisplaySettings& display);
+  [[nodiscard]] const TDisplaySettings& Display() const { return FDisplay; }
   // The dots of single samples, where these stand apart.
   void SetPointsVisible(bool visible);
 
@@ -77,6 +92,17 @@ class TTimeChart : public TChartPlot, public IChartReadings {
   virtual void Unclicked() {}
   // Sets the value axes to the range of the data.
   virtual void ScaleValues() = 0;
+  // There is data, and the painter has the font. Labels that are added are placed afterwards, in their order.
+  virtual void PaintData(QCPPainter& /*painter*/) {}
+  [[nodiscard]] virtual std::vector<TLegendEntry> LegendEntries() const { return {}; }
+  void FillLegend() { Legend().SetEntries(LegendEntries()); }
+  void Restyle() override;
+  // Whether the chart shows what differs from the settings before. By itself: dates.
+  [[nodiscard]] virtual bool ShowsChangeFrom(const TDisplaySettings& before) const;
+  // Before the values are scaled and all is drawn anew.
+  virtual void DisplayChanged() {}
+  // The limits of a quantity; nothing while there is no alarm.
+  [[nodiscard]] std::optional<TLimits> AlarmOf(TQuantity quantity) const;
   // In the program's date format, with as many decimals as the view resolves.
   [[nodiscard]] QString MomentText(double time) const override;
   // What the indicator would say.
@@ -103,6 +129,7 @@ class TTimeChart : public TChartPlot, public IChartReadings {
   // A menu of them, to show and hide.
   void ShowEntriesLeftOut(const QPoint& at);
 
+  TDisplaySettings FDisplay = DefaultSettings().display;
   TChartRange FRange;
   TChartFlags FFlags;
   TChartCursors FCursors;  // drawn first: the words of the marks keep clear of those of the cursors
@@ -111,3 +138,7 @@ class TTimeChart : public TChartPlot, public IChartReadings {
   bool FPointsVisible = false;
   bool FForPaper = false;
 };
+
+// Makes two charts above each other one instrument: equal side margins, one pointer time through both, and the date
+// axis of the lower one for both while they show the same span. Both must live as long as each other.
+void PairCharts(TTimeChart& upper, TTimeChart& lower);

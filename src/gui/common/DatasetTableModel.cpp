@@ -14,19 +14,16 @@ constexpr qsizetype kMaxNote = 60;     // of a cell
 constexpr qsizetype kMaxNotes = 2000;  // of its tip
 constexpr auto kNotes = "Notes";
 
+constexpr std::pair<TCellImage, const char*> kImageWords[] = {{TCellImage::Alarm, "Outside the alarm limits"},
+                                                              {TCellImage::AboveMaximum, "Above the maximum"},
+                                                              {TCellImage::BelowMinimum, "Below the minimum"},
+                                                              {TCellImage::Within, "Within the limits"}};
+
 QString InWords(TCellImage image) {
-  switch (image) {
-    case TCellImage::Alarm:
-      return QObject::tr("Outside the alarm limits");
-    case TCellImage::AboveMaximum:
-      return QObject::tr("Above the maximum");
-    case TCellImage::BelowMinimum:
-      return QObject::tr("Below the minimum");
-    case TCellImage::Within:
-      return QObject::tr("Within the limits");
-    default:
-      return {};
+  for (const auto& [each, words] : kImageWords) {
+    if (each == image) return QObject::tr(words);
   }
+  return {};
 }
 
 // What the title does not say, by the field's key; sensors say their unit.

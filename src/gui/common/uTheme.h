@@ -20,7 +20,6 @@ inline constexpr int kLowWindow = 700;  // px; in a lower window panels and the 
 inline constexpr int kSurfaceGap = 8;
 
 // Sizes of text relative to the desktop's font.
-inline constexpr double kNumberSize = 1.5;  // a view's one number
 inline constexpr double kTitleSize = 1.15;
 inline constexpr double kCaptionSize = 0.88;  // units, captions, axis numbers
 QFont SizedFont(QFont font, double size);
@@ -33,9 +32,8 @@ void ShowScheme(QApplication& application, bool dark);
 
 const TThemeTokens& TokensOf(const QPalette& palette);
 
-// Dark on white, for paper and images. A widget that is drawn with this palette needs this style sheet, too.
+// Dark on white, for paper and images.
 QPalette LightPalette();
-QString LightStyleSheet();
 
 // The text is lighter than the background.
 bool IsDark(const QPalette& palette);

@@ -271,7 +271,6 @@ void TKorvexMainForm::FormCreate() {
     FParts->welcome->AddUserManualIcon(QtText(name), QtText(caption), QtText(file));
   }
   FParts->backstage->ProposeBrowsePath(QtText(FProgram.dataFolder));
-  FParts->overview->ChartAllSensors()->PrepareExtraAxes();
   const std::string folder = FProgram.findSettingsFolder();
   if (!folder.empty()) LoadWindowPlace(*this, PathFromUtf8(folder) / kWindowPlaceFile);
   ::FormCreate(FProgram, FFlow->Mission(), FFlow->Recent(), *FControls, *FDialogs, *FViews);
@@ -285,7 +284,6 @@ void TKorvexMainForm::FormCreate() {
 void TKorvexMainForm::FormShow() {
   ::FormShow(FProgram, *FControls);
   FParts->FocusView();
-  FParts->overview->ChartAllSensors()->SetUpAxes();
   if (!FProgram.firstArgument.empty()) FFlow->Open(FProgram.firstArgument);
 }
 

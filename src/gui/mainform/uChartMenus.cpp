@@ -102,7 +102,7 @@ void AddSensors(QMenu& menu, TSensorsChart& chart) {
       sensors->addAction("…")->setEnabled(false);
       break;
     }
-    QMenu* one = sensors->addMenu(QString(sensor.name).replace('&', "&&"));
+    QMenu* one = sensors->addMenu(QString(sensor.look.name).replace('&', "&&"));
     QAction* show = one->addAction(QObject::tr("Show"));
     show->setCheckable(true);
     show->setChecked(sensor.visible);

@@ -7,14 +7,12 @@
 #include <QLabel>
 #include <array>
 #include <cmath>
-#include <map>
 #include <utility>
 
 #include "base/uDateTime.h"
 #include "base/uText.h"
 #include "gui/analysis/uDamagePanel.h"
 #include "gui/analysis/uStatisticsPanel.h"
-#include "gui/charts/uChartDisplay.h"
 #include "gui/charts/uDamageChart.h"
 #include "gui/charts/uEventsChart.h"
 #include "gui/charts/uNavigatorChart.h"
@@ -38,6 +36,7 @@
 #include "gui/settings/uAlarmLimitsPanel.h"
 #include "gui/shock/uEventCards.h"
 #include "gui/shock/uShockPanel.h"
+#include "gui/shock/uShockValuesGrid.h"
 #include "shell/uFilterWords.h"
 #include "shell/uNoteCommands.h"
 #include "shell/uReferenceFigures.h"
@@ -200,28 +199,13 @@ void TMissionViews::RefreshDisplay(const TShownMission& mission) {
 }
 
 void TMissionViews::ShowInCharts(const TDisplaySettings& display) {
-  for (TEventsChart* chart : {FParts.overview->Chart1(), FParts.shock->Chart20()}) ApplyDisplay(display, *chart);
-  ApplyDisplay(display, *FParts.shock->Chart2());
-  for (TAccelerationChart* chart : FParts.shock->EventCharts()) ApplyColours(display, *chart);
+  for (TTimeChart* chart : FWindow.findChildren<TTimeChart*>()) chart->SetDisplay(display);
+  FParts.shock->Values()->SetDisplay(display);
   constexpr std::array kSwitches = {"actShockShowX", "actShockShowY", "actShockShowZ", "actShockShowTotal"};
   for (std::size_t i = 0; i < kSeriesCount; ++i) {
     FWindow.findChild<QAction*>(kSwitches[i])->setIcon(DotIcon(QColor(display.accelerationColours[i])));
   }
-  FParts.shock->SetMasks(
-      {std::string(display.FormatOf(TQuantity::Time)), std::string(display.FormatOf(TQuantity::Acceleration))});
-
   FParts.alarmLimits->ShowAnalogNames(display.analogNames);
-  ApplyDisplay(display, *FParts.overview->ChartAllSensors());
-  for (std::size_t i = 0; i < kColouredSensors.size(); ++i) {
-    FParts.docks.ChartNavigator->SetSensorColour(kColouredSensors[i]->sensorName, QColor(display.sensorColours[i]));
-  }
-  std::map<std::string, std::string> names;
-  for (std::size_t i = 0; i < kAnalogInputs.size(); ++i) {
-    names.emplace(kAnalogInputs[i]->sensorName, display.analogNames[i]);
-  }
-  FParts.docks.ChartNavigator->SetSensorNames(std::move(names));
-  if (std::exchange(FDateFormat, display.dateFormat) == display.dateFormat) return;
-  for (TTimeChart* chart : FWindow.findChildren<TTimeChart*>()) chart->RefreshLabels();
 }
 
 void TMissionViews::ShowVerdict(const TShownMission& mission) {

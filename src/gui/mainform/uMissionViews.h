@@ -83,5 +83,4 @@ class TMissionViews final : public IMissionViews {
   TVerdict FVerdict;
   std::function<void()> FNotesShown = [] {};
   std::optional<std::size_t> FShownEvent;  // in Chart2
-  int FDateFormat = -1;                    // of the charts' labels
 };

@@ -11,7 +11,6 @@
 #include <utility>
 
 #include "analysis/uMissionDatasets.h"
-#include "gui/charts/uChartPair.h"
 #include "gui/charts/uEventsChart.h"
 #include "gui/charts/uSensorsChart.h"
 #include "gui/common/uBoxes.h"

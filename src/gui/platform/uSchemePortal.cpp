@@ -7,6 +7,7 @@
 #include <QDBusVariant>
 
 #include "gui/common/uTheme.h"
+#include "gui/platform/uDesktopScheme.h"
 
 namespace {
 
@@ -45,4 +46,8 @@ void TSchemePortal::Show(const QVariant& choice) {
   if (choice.canConvert<QDBusVariant>()) return Show(choice.value<QDBusVariant>().variant());
   const unsigned scheme = choice.toUInt();
   if (scheme == kDark || scheme == kLight) ShowScheme(FApplication, scheme == kDark);
+}
+
+void FollowDesktopScheme(QApplication& application) {
+  new TSchemePortal(application);
 }

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "gui/charts/uChartDisplay.h"
 #include "gui/charts/uChartOnPaper.h"
 #include "gui/charts/uCountChart.h"
 #include "gui/charts/uDistributionCharts.h"
@@ -28,7 +27,7 @@ TEventsChart& TReportCharts::Events() {
     FEvents = std::make_unique<TEventsChart>();
     PrepareForPaper(*FEvents);
     FEvents->SetEvents(mission.Events, mission.Data, mission.Axes);
-    ApplyDisplay(FData.facts.display, *FEvents);
+    FEvents->SetDisplay(FData.facts.display);
     FEvents->SetVisibleEvents(FData.facts.part.events);
   }
   return *FEvents;
@@ -38,7 +37,7 @@ TSensorsChart& TReportCharts::Sensors() {
   if (!FSensors) {
     FSensors = std::make_unique<TSensorsChart>();
     PrepareForPaper(*FSensors);
-    ApplyDisplay(FData.facts.display, *FSensors);
+    FSensors->SetDisplay(FData.facts.display);
     FSensors->SetSensors(FData.Mission().Sensors, FData.Mission().Sensors.StartTime);
   }
   return *FSensors;
@@ -68,12 +67,12 @@ void TReportCharts::Paint(QPainter& painter, const QRectF& place, TTimeChart& ch
 }
 
 void TReportCharts::PaintEvents(QPainter& painter, const QRectF& place) {
-  Events().SetSideMargins(0, 0);
+  Events().SetSideMargins({});
   Paint(painter, place, Events(), PartSpan());
 }
 
 void TReportCharts::PaintSensors(QPainter& painter, const QRectF& place) {
-  Sensors().SetSideMargins(0, 0);
+  Sensors().SetSideMargins({});
   Paint(painter, place, Sensors(), PartSpan());
 }
 
@@ -87,8 +86,8 @@ void TReportCharts::PaintWhole(QPainter& painter, const QRectF& place) {
   const double split = !hasSensors ? place.height() : hasEvents ? place.height() * kEventsPart : 0;
   const QRectF above(place.left(), place.top(), place.width(), split);
   const QRectF below(place.left(), place.top() + split, place.width(), place.height() - split);
-  Events().SetSideMargins(0, 0);
-  Sensors().SetSideMargins(0, 0);
+  Events().SetSideMargins({});
+  Sensors().SetSideMargins({});
   if (hasEvents && hasSensors) {
     // Both are laid out before their margins are made equal.
     SizeForPaper(Events(), above.size());
@@ -119,7 +118,7 @@ void TReportCharts::PaintSelected(QPainter& painter, const QRectF& place) {
   if (!FSelected) {
     FSelected = std::make_unique<TSelectedEventChart>();
     PrepareForPaper(*FSelected);
-    ApplyDisplay(FData.facts.display, *FSelected);
+    FSelected->SetDisplay(FData.facts.display);
     FSelected->ShowEvent(mission.Events, mission.SelectedEvent.value_or(mission.Events.Count()), mission.Data);
   }
   Paint(painter, place, *FSelected, std::nullopt);

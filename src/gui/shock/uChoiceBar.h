@@ -2,8 +2,11 @@
 // stand behind a button, so that they never take more height from the chart.
 #pragma once
 
+#include <QStringList>
 #include <QWidget>
 #include <vector>
+
+#include "gui/common/uQtText.h"
 
 class QComboBox;
 class QFrame;
@@ -13,6 +16,14 @@ class QToolButton;
 
 // A list with its own object name; `what` is said by its tool tip and to assistive technology.
 QComboBox* MakeChoiceList(const char* name, const QString& what, const QStringList& choices);
+
+// The names of a table of names and values, for such a list.
+template <class TTable>
+QStringList NamesOf(const TTable& table) {
+  QStringList names;
+  for (const auto& [name, value] : table) names.append(QtText(name));
+  return names;
+}
 
 class TChoiceBar : public QWidget {
   Q_OBJECT

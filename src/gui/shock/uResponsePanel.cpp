@@ -26,14 +26,6 @@ constexpr auto kLimitText = "&Limit…";
 constexpr auto kLimitTip =
     "A limit from a CSV file with lines \"Hz,g\": it is drawn, and the title names the smallest margin";
 
-// Of a table of names and values.
-template <class TResponseTable>
-QStringList NamesOf(const TResponseTable& table) {
-  QStringList names;
-  for (const auto& [name, value] : table) names.append(QtText(name));
-  return names;
-}
-
 }  // namespace
 
 TResponsePanel::TResponsePanel(QWidget* parent)
@@ -42,16 +34,13 @@ TResponsePanel::TResponsePanel(QWidget* parent)
       FChoices(new TChoiceBar("btnResponseChoices", tr("How the response is calculated, and its limit"), this)),
       FBar(new QProgressBar(this)) {
   setObjectName("pnlResponse");
+  setMinimumSize(kMinSize);
   AddChoices();
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSpacing(2);
   layout->addWidget(MakeProgress());
   layout->addWidget(FChart, 1);
-}
-
-QSize TResponsePanel::minimumSizeHint() const {
-  return kMinSize;
 }
 
 void TResponsePanel::AddChoices() {

@@ -28,8 +28,6 @@ class TResponsePanel : public QWidget {
   // For the bar above the chart, which takes it.
   [[nodiscard]] TChoiceBar* Choices() const { return FChoices; }
 
-  [[nodiscard]] QSize minimumSizeHint() const override;
-
  signals:
   // The user chose something else.
   void ChoicesChanged(const TResponseChoices& choices);

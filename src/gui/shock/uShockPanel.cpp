@@ -1,5 +1,6 @@
 #include "gui/shock/uShockPanel.h"
 
+#include <QComboBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QSplitter>
@@ -27,7 +28,6 @@
 #include "gui/shock/uPinBar.h"
 #include "gui/shock/uResponsePanel.h"
 #include "gui/shock/uShockValuesGrid.h"
-#include "gui/shock/uSpectrumPanel.h"
 
 namespace {
 
@@ -43,6 +43,21 @@ QWidget* PageOf(QWidget* grid) {
   return page;
 }
 
+// The choice of what the spectrum shows.
+TChoiceBar* MakeChoices(TSpectrumChart& chart, QWidget* parent) {
+  auto* bar = new TChoiceBar("btnSpectrumChoices", QObject::tr("Kind and window of the spectrum"), parent);
+  const auto add = [&](const char* name, const QString& caption, const auto& table, auto set) {
+    QComboBox* list = MakeChoiceList(name, QString(caption).remove('&'), NamesOf(table));
+    QObject::connect(list, &QComboBox::currentIndexChanged, &chart, [&chart, &table, set](int entry) {
+      (chart.*set)(table.at(static_cast<std::size_t>(entry)).second);
+    });
+    bar->Add(caption, list);
+  };
+  add("cmbSpecType", QObject::tr("Spe&ctrum"), kSpectrumTypes, &TSpectrumChart::SetType);
+  add("cmbSpecWindow", QObject::tr("&Window"), kWeightingWindows, &TSpectrumChart::SetWindow);
+  return bar;
+}
+
 }  // namespace
 
 TMainShockPanel::TMainShockPanel(QWidget* parent)
@@ -50,7 +65,8 @@ TMainShockPanel::TMainShockPanel(QWidget* parent)
       FBelow(new QSplitter(Qt::Horizontal, this)),
       FChart20(new TEventsChart(this)),
       FChart2(new TSelectedEventChart(this)),
-      FSpectrum(new TSpectrumPanel(this)),
+      FSpectrum(new TSpectrumChart(this)),
+      FSpectrumChoices(MakeChoices(*FSpectrum, this)),
       FResponse(new TResponsePanel(this)),
       FPins(new TPinBar(this)),
       FEventCharts(new QStackedWidget(this)),
@@ -69,8 +85,6 @@ TMainShockPanel::TMainShockPanel(QWidget* parent)
   FChart20->setObjectName("Chart20");
   FChart20->setAccessibleName(tr("Shock events chart"));
   FChart20->SetTimeTitle({});  // dates need none
-  FChart2->setObjectName("Chart2");
-  FChart2->setAccessibleName(tr("Selected event chart"));
 
   FEventCharts->setObjectName("stkEventCharts");
   FBelow->setObjectName("splShockEvent");
@@ -87,12 +101,12 @@ TMainShockPanel::TMainShockPanel(QWidget* parent)
   auto* bar = new QHBoxLayout;
   bar->setSpacing(0);
   bar->addWidget(FPins);
-  bar->addWidget(FSpectrum->Choices(), 1);
+  bar->addWidget(FSpectrumChoices, 1);
   bar->addWidget(FResponse->Choices(), 1);
   column->addLayout(bar);
   column->addWidget(FEventCharts, 1);
   FBelow->addWidget(charts);
-  FSpectrum->Choices()->hide();
+  FSpectrumChoices->hide();
   FResponse->Choices()->hide();
   FBelow->addWidget(FValues);
   FValues->setMinimumWidth(kMinValues);
@@ -122,10 +136,6 @@ void TMainShockPanel::ConnectValues() {
   for (const TAccelerationChart* chart : EventCharts()) {
     connect(chart, &TTimeChart::IndicatorMoved, this, &TMainShockPanel::MarkValue);
   }
-}
-
-TSpectrumChart* TMainShockPanel::ChartSpecAnalysis() const {
-  return FSpectrum->Chart();
 }
 
 TResponseChart* TMainShockPanel::ChartResponse() const {
@@ -187,7 +197,7 @@ void TMainShockPanel::ShowInFront(QWidget* chart, bool visible) {
     FEventCharts->setCurrentWidget(FChart2);
   }
   FPins->SetAlignmentVisible(FrequenciesInFront() == nullptr);
-  FSpectrum->Choices()->setVisible(FEventCharts->currentWidget() == FSpectrum);
+  FSpectrumChoices->setVisible(FEventCharts->currentWidget() == FSpectrum);
   FResponse->Choices()->setVisible(FEventCharts->currentWidget() == FResponse);
   ShowValues();
 }
@@ -236,12 +246,6 @@ void TMainShockPanel::TakeRoomForValues(bool visible) {
   }
   FValues->setVisible(visible);
   FBelow->setSizes(sizes);
-}
-
-void TMainShockPanel::SetMasks(const TValueMasks& masks) {
-  FChart20->SetMasks(masks);
-  FChart2->SetMasks(masks);
-  FValues->SetMasks(masks);
 }
 
 QWidget* TMainShockPanel::MakeEventList() {

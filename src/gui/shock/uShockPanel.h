@@ -6,8 +6,6 @@
 #include <array>
 #include <optional>
 
-#include "gui/charts/uSeries.h"
-
 class QLabel;
 class QSplitter;
 class QStackedWidget;
@@ -15,6 +13,7 @@ class QTabWidget;
 struct TMissionData;
 struct TPins;
 class TAccelerationChart;
+class TChoiceBar;
 class TEventCards;
 class TEventsChart;
 class TFrequencyChart;
@@ -26,7 +25,6 @@ class TResponsePanel;
 class TSelectedEventChart;
 class TShockValuesGrid;
 class TSpectrumChart;
-class TSpectrumPanel;
 
 class TMainShockPanel : public QWidget {
   Q_OBJECT
@@ -36,7 +34,7 @@ class TMainShockPanel : public QWidget {
 
   [[nodiscard]] TEventsChart* Chart20() const { return FChart20; }
   [[nodiscard]] TSelectedEventChart* Chart2() const { return FChart2; }
-  [[nodiscard]] TSpectrumChart* ChartSpecAnalysis() const;
+  [[nodiscard]] TSpectrumChart* ChartSpecAnalysis() const { return FSpectrum; }
   [[nodiscard]] TResponseChart* ChartResponse() const;
   [[nodiscard]] TResponsePanel* Response() const { return FResponse; }
   // The three charts of the selected event.
@@ -59,8 +57,6 @@ class TMainShockPanel : public QWidget {
   void SetResponseVisible(bool visible);
   // What the chart in front shows of the selected event, in numbers beside it; hidden at first.
   void SetValuesVisible(bool visible);
-  // Of the charts and the values.
-  void SetMasks(const TValueMasks& masks);
   // How many events pass the filter, in the tabs' titles; `conditions` is empty while the filter is off. When it is
   // switched on, the filtered events come to the front.
   void ShowFilter(std::size_t passing, std::size_t all, const QString& conditions);
@@ -87,7 +83,8 @@ class TMainShockPanel : public QWidget {
   QSplitter* FBelow;  // list, chart and values
   TEventsChart* FChart20;
   TSelectedEventChart* FChart2;
-  TSpectrumPanel* FSpectrum;
+  TSpectrumChart* FSpectrum;
+  TChoiceBar* FSpectrumChoices;
   TResponsePanel* FResponse;
   TPinBar* FPins;
   QStackedWidget* FEventCharts;

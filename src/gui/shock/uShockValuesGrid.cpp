@@ -12,7 +12,7 @@
 namespace {
 
 constexpr int kColumns = 1 + static_cast<int>(kSeriesCount);  // the time, then the series
-constexpr int kColumnPadding = 12;
+constexpr int kColumnPadding = 14;                            // px, of a title, with rounding
 constexpr auto kTime = "Time (ms)";
 constexpr auto kFrequency = "Frequency (Hz)";
 constexpr auto kUsualText = "-00.0000";  // the rows in sight may be of the quiet before the shock
@@ -21,25 +21,19 @@ constexpr int kDigits = 4;  // of a line: lines differ by many powers of ten
 
 }  // namespace
 
-void TShockValuesModel::SetSamples(std::span<const TEventValue> samples, double startMs) {
+void TShockValuesModel::Set(std::span<const TEventValue> samples, double startMs, std::span<const TSpectrumLine> lines,
+                            const QString& unit) {
   beginResetModel();
   FSamples = samples;
   FStart = startMs;
-  FLines = {};
-  FUnit.clear();
-  endResetModel();
-}
-
-void TShockValuesModel::SetLines(std::span<const TSpectrumLine> lines, const QString& unit) {
-  beginResetModel();
   FLines = lines;
   FUnit = unit;
-  FSamples = {};
   endResetModel();
 }
 
-void TShockValuesModel::SetMasks(TValueMasks masks) {
-  FMasks = std::move(masks);
+void TShockValuesModel::SetDisplay(const TDisplaySettings& display) {
+  FTimeMask = display.FormatOf(TQuantity::Time);
+  FAccelerationMask = display.FormatOf(TQuantity::Acceleration);
   if (rowCount() > 0) Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, kColumns - 1));
 }
 
@@ -56,17 +50,15 @@ QVariant TShockValuesModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid()) return {};
   if (role == Qt::TextAlignmentRole) return QVariant(Qt::AlignRight | Qt::AlignVCenter);
   if (role != Qt::DisplayRole) return {};
-  if (!FLines.empty()) return LineText(FLines[static_cast<std::size_t>(index.row())], index.column());
-  const TEventValue& sample = FSamples[static_cast<std::size_t>(index.row())];
-  if (index.column() == 0) return QtText(MaskFloat(FMasks.time, sample.time - FStart));
+  const auto row = static_cast<std::size_t>(index.row());
   const auto series = static_cast<TSeries>(index.column() - 1);
-  return QtText(MaskFloat(FMasks.acceleration, double{ValueOf(sample, series)}));
-}
-
-QString TShockValuesModel::LineText(const TSpectrumLine& line, int column) const {
-  constexpr double TSpectrumLine::*kValues[kColumns] = {&TSpectrumLine::hertz, &TSpectrumLine::x, &TSpectrumLine::y,
-                                                        &TSpectrumLine::z, &TSpectrumLine::total};
-  return column == 0 ? Digits(line.hertz) : Digits(line.*kValues[column], kDigits);
+  if (!FLines.empty()) {
+    const TSpectrumLine& line = FLines[row];
+    return index.column() == 0 ? Digits(line.hertz) : Digits(ValueOf(line, series), kDigits);
+  }
+  const TEventValue& sample = FSamples[row];
+  if (index.column() == 0) return QtText(MaskFloat(FTimeMask, sample.time - FStart));
+  return QtText(MaskFloat(FAccelerationMask, double{ValueOf(sample, series)}));
 }
 
 QVariant TShockValuesModel::headerData(int section, Qt::Orientation orientation, int role) const {
@@ -87,12 +79,12 @@ TShockValuesGrid::TShockValuesGrid(QWidget* parent)
 }
 
 void TShockValuesGrid::SetSamples(std::span<const TEventValue> samples, double startMs) {
-  FModel->SetSamples(samples, startMs);
+  FModel->Set(samples, startMs, {}, {});
   SwitchTo(false);
 }
 
 void TShockValuesGrid::SetLines(std::span<const TSpectrumLine> lines, const QString& unit) {
-  FModel->SetLines(lines, unit);
+  FModel->Set({}, 0, lines, unit);
   SwitchTo(true);
 }
 
@@ -113,16 +105,12 @@ void TShockValuesGrid::MarkRow(std::size_t row) {
 }
 
 int TShockValuesGrid::UsualWidth(int column, bool lines) const {
-  const int number = fontMetrics().horizontalAdvance(lines ? kUsualLine : kUsualText) + kColumnPadding;
-  int title = horizontalHeader()->sectionSizeHint(column);
-  if (column == 0 && lines != FShowsLines) {
-    QFont font = horizontalHeader()->font();
-    font.setWeight(QFont::DemiBold);  // the style's, which the widget's font does not say
-    const QFontMetrics metrics(font);
-    const int more = metrics.horizontalAdvance(kFrequency) - metrics.horizontalAdvance(kTime);
-    title += lines ? more : -more;
-  }
-  return std::max(title, number);
+  QFont bold = horizontalHeader()->font();
+  bold.setWeight(QFont::DemiBold);  // the style's, which neither the font nor the header's own measure knows
+  const QString title = column == 0 ? tr(lines ? kFrequency : kTime)
+                                    : FModel->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
+  return kColumnPadding + std::max(QFontMetrics(bold).horizontalAdvance(title),
+                                   fontMetrics().horizontalAdvance(lines ? kUsualLine : kUsualText));
 }
 
 int TShockValuesGrid::FittingWidth() const {

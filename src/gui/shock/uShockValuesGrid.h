@@ -3,11 +3,13 @@
 
 #include <QAbstractTableModel>
 #include <span>
+#include <string>
 
 #include "analysis/uSpectrum.h"
 #include "gui/charts/uSeries.h"
 #include "gui/common/uRowGrid.h"
 #include "model/uEvents.h"
+#include "shell/uSettings.h"
 
 // Borrows the samples or the lines and formats cells on demand.
 class TShockValuesModel final : public QAbstractTableModel {
@@ -16,9 +18,10 @@ class TShockValuesModel final : public QAbstractTableModel {
  public:
   using QAbstractTableModel::QAbstractTableModel;
 
-  void SetSamples(std::span<const TEventValue> samples, double startMs);
-  void SetLines(std::span<const TSpectrumLine> lines, const QString& unit);
-  void SetMasks(TValueMasks masks);
+  // Either samples or lines.
+  void Set(std::span<const TEventValue> samples, double startMs, std::span<const TSpectrumLine> lines,
+           const QString& unit);
+  void SetDisplay(const TDisplaySettings& display);
 
   [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
   [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
@@ -27,13 +30,11 @@ class TShockValuesModel final : public QAbstractTableModel {
                                     int role = Qt::DisplayRole) const override;
 
  private:
-  [[nodiscard]] QString LineText(const TSpectrumLine& line, int column) const;
-
   std::span<const TEventValue> FSamples;
   std::span<const TSpectrumLine> FLines;
   QString FUnit;      // of the lines; empty while samples are shown
   double FStart = 0;  // ms
-  TValueMasks FMasks;
+  std::string FTimeMask, FAccelerationMask;
 };
 
 class TShockValuesGrid final : public TRowGrid {
@@ -44,7 +45,7 @@ class TShockValuesGrid final : public TRowGrid {
 
   // Borrows the samples until the next call; times count from startMs.
   void SetSamples(std::span<const TEventValue> samples, double startMs);
-  void SetMasks(TValueMasks masks) { FModel->SetMasks(std::move(masks)); }
+  void SetDisplay(const TDisplaySettings& display) { FModel->SetDisplay(display); }
   // The lines of a spectrum in place of samples, with values in this unit; borrowed as these. Each of the two has its
   // own widths of columns.
   void SetLines(std::span<const TSpectrumLine> lines, const QString& unit);
