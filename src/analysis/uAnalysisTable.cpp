@@ -24,13 +24,12 @@ constexpr std::string_view kTimestamp = "Timestamp";
 
 // The numbers of the fields.
 struct TFields {
-  std::size_t id, timestamp, figures, direction, drop, reason;
+  std::size_t figures, direction, drop, reason;
 };
 
 TFields DefineFields(TDataset& table) {
   TFields fields{};
-  fields.id = table.AddField("ID", TFieldType::Integer);
-  fields.timestamp = table.AddField(std::string(kTimestamp), TFieldType::DateTime);
+  table.AddIdAndTime();
   fields.figures = table.Fields().size();
   for (const TFigureColumn& column : kFigures) {
     table.SetDisplayFormat(table.AddField(std::string(column.label), TFieldType::Single), column.mask);
@@ -43,9 +42,7 @@ TFields DefineFields(TDataset& table) {
 
 void AppendRow(const TFields& fields, std::size_t event, double start, const TShockAnalysis& analysis,
                TDataset& table) {
-  table.Append();
-  table.SetInteger(fields.id, static_cast<std::int32_t>(event));
-  table.SetDateTime(fields.timestamp, start);
+  table.AppendAt(event, start);
   if (analysis.pulse.problem == TPulseProblem::None) {
     for (std::size_t column = 0; column < std::size(kFigures); ++column) {
       table.SetSingle(fields.figures + column, static_cast<float>(analysis.pulse.*kFigures[column].figure));

@@ -48,6 +48,11 @@ std::size_t TDataset::AddField(std::string key, TFieldType type, std::string lab
   return FTable->fields.size() - 1;
 }
 
+void TDataset::AddIdAndTime(const std::string& time) {
+  AddField("ID", TFieldType::Integer);
+  AddField(time, TFieldType::DateTime);
+}
+
 void TDataset::AddIndexPair(std::string_view indexKey, std::string_view fieldKey) {
   const auto field = FindField(fieldKey);
   if (!field) return;
@@ -94,6 +99,12 @@ void TDataset::Append() {
   }
   ++FTable->recordCount;
   for (TIndex& index : FTable->indexes) index.rows.clear();
+}
+
+void TDataset::AppendAt(std::size_t id, double time) {
+  Append();
+  SetInteger(0, static_cast<std::int32_t>(id));
+  SetDateTime(1, time);
 }
 
 void TDataset::AppendCopy(const TDataset& from, std::size_t row) {

@@ -39,6 +39,8 @@ class TDataset {
   // Returns the field's number. Fields are defined before the first row.
   std::size_t AddField(std::string key, TFieldType type, std::string label);
   std::size_t AddField(const std::string& key, TFieldType type) { return AddField(key, type, key); }
+  // Most tables begin with "ID" and a date-time.
+  void AddIdAndTime(const std::string& time = "Timestamp");
   // Defines the indexes key + "Desc" and key + "ASC" on a field; does nothing when there is no such field.
   void AddIndexPair(std::string_view indexKey, std::string_view fieldKey);
 
@@ -46,6 +48,8 @@ class TDataset {
   void Reserve(std::size_t rows);
   // Appends a row of nulls; the Set functions fill it.
   void Append();
+  // The same with the fields of AddIdAndTime.
+  void AppendAt(std::size_t id, double time);
   void SetInteger(std::size_t field, std::int32_t value) { Set(&TColumn::integers, field, value); }
   void SetSingle(std::size_t field, float value) { Set(&TColumn::singles, field, value); }
   void SetDateTime(std::size_t field, double value) { Set(&TColumn::dateTimes, field, value); }

@@ -70,14 +70,9 @@ TDropBracket DropBracketOf(double velocityChange) {
 }
 
 std::string WhyNoFall(const TFall& fall) {
-  switch (fall.problem) {
-    case TFallProblem::None:
-    case TFallProblem::NoSamples:  // the pulse says why
-      break;
-    case TFallProblem::NotAtRest:
-      return "It cannot tell rest from fall: there is not about 1 g after the event.";
-    case TFallProblem::NoFall:
-      return "There is no free fall before the shock.";
+  if (fall.problem == TFallProblem::NotAtRest) {
+    return "It cannot tell rest from fall: there is not about 1 g after the event.";
   }
-  return {};
+  if (fall.problem == TFallProblem::NoFall) return "There is no free fall before the shock.";
+  return {};  // without samples the pulse says why
 }

@@ -106,8 +106,7 @@ void FillCards(IProgress& progress, TMissionDatasets& datasets) {
     const std::size_t to = table.AddField(std::string(card), TFieldType::Single);
     if (const auto from = events.FindField(event)) singles.push_back({to, *from});
   };
-  const std::size_t id = table.AddField("ID", TFieldType::Integer);
-  const std::size_t time = table.AddField("Date and Time", TFieldType::DateTime);
+  table.AddIdAndTime("Date and Time");
   for (const TQuantityRow& metric : kMetrics) addSingle(metric.field, metric.field);
   table.AddField("Chart", TFieldType::Blob);
   for (const TQuantityRow* column : kEventColumns) {
@@ -115,12 +114,9 @@ void FillCards(IProgress& progress, TMissionDatasets& datasets) {
   }
 
   table.Reserve(events.RecordCount());
-  const std::size_t fromId = *events.FindField("ID");
   const std::size_t fromTime = *events.FindField("Timestamp");
   for (std::size_t row = 0; row < events.RecordCount(); ++row) {
-    table.Append();
-    table.SetInteger(id, events.Integer(row, fromId));
-    table.SetDateTime(time, events.DateTime(row, fromTime));
+    table.AppendAt(row, events.DateTime(row, fromTime));
     for (const TCopy& copy : singles) {
       if (!events.IsNull(row, copy.from)) table.SetSingle(copy.to, events.Single(row, copy.from));
     }
@@ -131,8 +127,7 @@ void FillCards(IProgress& progress, TMissionDatasets& datasets) {
 void FillSensors(const TEventList& events, const TSensorList& sensors, IProgress& progress, TDataset& table) {
   progress.SetStatus("Populating Sensors Dataset...");
   table.Clear();
-  const std::size_t id = table.AddField("ID", TFieldType::Integer);
-  const std::size_t timestamp = table.AddField("Timestamp", TFieldType::DateTime);
+  table.AddIdAndTime();
   DefineSensorFields(kSensorsColumns, sensors, table);
 
   // Of two sensors of one name the first counts.
@@ -148,9 +143,7 @@ void FillSensors(const TEventList& events, const TSensorList& sensors, IProgress
   const std::size_t rows = driving == sensors.Sensors().end() ? 0 : driving->Count();
   table.Reserve(rows);
   for (std::size_t j = 0; j < rows; ++j) {
-    table.Append();
-    table.SetInteger(id, static_cast<std::int32_t>(j));
-    table.SetDateTime(timestamp, DateTimeOf(events.StartTime, driving->GetItem(j).time));
+    table.AppendAt(j, DateTimeOf(events.StartTime, driving->GetItem(j).time));
     // Kept on purpose: readings stand in a row by their position, not by their time.
     const auto readingAt = [&](std::size_t sensor) -> std::optional<float> {
       const auto values = sensors.GetItem(sensor).Values();
@@ -170,14 +163,11 @@ void FillBattery(const TEventList& events, const TSensorList& sensors, IProgress
   table.Clear();
   const auto battery = std::ranges::find(sensors.Sensors(), "Battery", &TSensor::Name);
   if (battery == sensors.Sensors().end()) return;
-  const std::size_t id = table.AddField("ID", TFieldType::Integer);
-  const std::size_t timestamp = table.AddField("Timestamp", TFieldType::DateTime);
+  table.AddIdAndTime();
   const std::size_t value = table.AddField("Battery", TFieldType::Single);
   table.Reserve(battery->Count());
   for (std::size_t j = 0; j < battery->Count(); ++j) {
-    table.Append();
-    table.SetInteger(id, static_cast<std::int32_t>(j));
-    table.SetDateTime(timestamp, DateTimeOf(events.StartTime, battery->GetItem(j).time));
+    table.AppendAt(j, DateTimeOf(events.StartTime, battery->GetItem(j).time));
     table.SetSingle(value, battery->GetItem(j).xvalue);
     ReportRow("Battery data", j, battery->Count(), progress);
   }
@@ -211,8 +201,7 @@ void LoadEvents(const TMissionData& mission, const TEventList& events, const TSe
   progress.SetPosition(2.0);
   TDataset& table = datasets.Events;
   table.Clear();
-  const std::size_t id = table.AddField("ID", TFieldType::Integer);
-  const std::size_t timestamp = table.AddField("Timestamp", TFieldType::DateTime);
+  table.AddIdAndTime();
   std::array<std::size_t, kMetricCount> metrics{};
   std::ranges::transform(kMetrics, metrics.begin(), [&table](const TQuantityRow& metric) {
     return table.AddField(std::string(metric.field), TFieldType::Single);
@@ -237,9 +226,7 @@ void LoadEvents(const TMissionData& mission, const TEventList& events, const TSe
     const TEvent& event = events.GetItem(i);
     const double time = DateTimeOf(events.StartTime, event.GetStartTime());
     const TEventMetrics& values = datasets.Metrics.emplace_back(CalcEventMetrics(event, levels));
-    table.Append();
-    table.SetInteger(id, static_cast<std::int32_t>(i));
-    table.SetDateTime(timestamp, time);
+    table.AppendAt(i, time);
     table.SetSingle(metrics[0], event.Max);
     table.SetSingle(metrics[1], static_cast<float>(values.totTotal));
     table.SetSingle(metrics[2], static_cast<float>(values.totMax));

@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "analysis/uShockSamples.h"
+#include "analysis/uSpectrum.h"
 
 enum class TResponse {
   Acceleration,    // g, of the mass, absolute
@@ -55,10 +56,9 @@ inline constexpr std::array<std::string_view, 3> kResponseRangeNames = {"valid",
 // Of a frequency at a sampling rate, both in Hz.
 TResponseRange ResponseRangeOf(double hertz, double rate);
 
-struct TResponseLine {
-  double hertz;  // the natural frequency
-  double x, y, z;
-  double total;  // the largest length over time of the vector of the three responses; the same for every sign
+// Over natural frequencies. The total is the largest length over time of the vector of the three responses; the same
+// for every sign.
+struct TResponseLine : TSpectrumLine {
   TResponseRange range;
 };
 

@@ -70,12 +70,6 @@ class TCsvFile {
   std::size_t FLines = 0;
 };
 
-template <class TTitles>
-void AppendTitles(std::string& text, const TTitles& titles) {
-  for (const std::string_view title : titles) AppendCsvField(text, title);
-  text += kLineBreak;
-}
-
 // The file of a curve, with the columns of other curves behind its own.
 class TCurveFile {
  public:
@@ -83,7 +77,7 @@ class TCurveFile {
   template <class TTitles>
   TCurveFile(const fs::path& path, const TTitles& titles, std::span<const TBesideCurve> curves, IProgress& progress)
       : FFile(path, progress), FFields(titles.size()), FCurves(curves) {
-    AppendTitles(Text(), titles);
+    AppendCsvTitles(Text(), titles);
     for (const TBesideCurve& curve : FCurves) {
       std::string name = curve.name;
       std::ranges::replace(name, '"', '\'');
@@ -143,7 +137,7 @@ TFileWriter EventWriter(const TEvent& event, bool highPass, IProgress& progress,
 }
 
 void AppendResponseLine(std::string& text, const TResponseLine& line) {
-  for (const double value : {line.hertz, line.x, line.y, line.z, line.total}) AppendCsvExact(text, value);
+  for (const double value : RowOf(line)) AppendCsvExact(text, value);
   AppendCsvField(text, kResponseRangeNames[static_cast<std::size_t>(line.range)]);
   text += kLineBreak;
 }
@@ -170,10 +164,6 @@ void AppendCsvField(std::string& line, std::string_view text) {
   line += "\",";
 }
 
-void AppendCsvTitles(std::string& text, const TCurveTitles& titles) {
-  AppendTitles(text, titles);
-}
-
 void AppendCsvRow(std::string& text, const TCurveRow& row) {
   for (const double value : row) {
     text += '"';
@@ -189,7 +179,7 @@ void AppendCsvExact(std::string& text, double value) {
 
 std::string ResponseCsv(std::span<const TResponseLine> lines, TResponse response) {
   std::string text;
-  AppendTitles(text, ResponseTitles(response));
+  AppendCsvTitles(text, ResponseTitles(response));
   for (const TResponseLine& line : lines) AppendResponseLine(text, line);
   return text;
 }

@@ -31,7 +31,11 @@ inline constexpr std::string_view kLineBreak = "\r\n";
 // has its comma too.
 void AppendCsvField(std::string& line, std::string_view text);
 // Lines with their CR LF: titles, and numbers in general form.
-void AppendCsvTitles(std::string& text, const TCurveTitles& titles);
+template <class TTitles>
+void AppendCsvTitles(std::string& text, const TTitles& titles) {
+  for (const std::string_view title : titles) AppendCsvField(text, title);
+  text += kLineBreak;
+}
 void AppendCsvRow(std::string& text, const TCurveRow& row);
 // A field with the shortest text that reads back as the same number; empty for NaN.
 void AppendCsvExact(std::string& text, double value);

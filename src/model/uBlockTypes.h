@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdint>
 #include <string_view>
+#include <utility>
 
 inline constexpr std::uint16_t kFileHeaderBlock = 0;
 inline constexpr std::uint16_t kCreatorBlock = 1;         // one string
@@ -27,21 +28,13 @@ inline constexpr std::array<std::string_view, 3> kValidCreators = {"korvex_creat
                                                                    "korvexCARD_reader.exe (kshock)"};
 
 // For people.
+inline constexpr std::pair<std::uint16_t, std::string_view> kBlockDescriptions[] = {
+    {kFileHeaderBlock, "file header"},   {kCreatorBlock, "creator"}, {kStartTimeBlock, "start time"},
+    {kChannelListBlock, "channel list"}, {kDataBlock, "data"},       {kMissionHeaderBlock, "mission header"}};
+
 constexpr std::string_view BlockDescription(std::uint16_t type) {
-  switch (type) {
-    case kFileHeaderBlock:
-      return "file header";
-    case kCreatorBlock:
-      return "creator";
-    case kStartTimeBlock:
-      return "start time";
-    case kChannelListBlock:
-      return "channel list";
-    case kDataBlock:
-      return "data";
-    case kMissionHeaderBlock:
-      return "mission header";
-    default:
-      return "unknown, skipped";
+  for (const auto& [known, description] : kBlockDescriptions) {
+    if (known == type) return description;
   }
+  return "unknown, skipped";
 }

@@ -26,4 +26,3 @@ std::unique_ptr<IInflate> MakeZlibInflate();
 // A library that takes about half the time, the checksum included; nothing where the program is built without it. Of a
 // damaged stream it may give more or fewer bytes than zlib, so they count only when the stream has ended well.
 std::unique_ptr<IInflate> MakeFastInflate();
-bool HasFastInflate();

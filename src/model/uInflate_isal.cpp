@@ -61,7 +61,3 @@ class TIsalInflate final : public IInflate {
 std::unique_ptr<IInflate> MakeFastInflate() {
   return std::make_unique<TIsalInflate>();
 }
-
-bool HasFastInflate() {
-  return true;
-}

@@ -3,7 +3,3 @@
 std::unique_ptr<IInflate> MakeFastInflate() {
   return nullptr;
 }
-
-bool HasFastInflate() {
-  return false;
-}

@@ -89,7 +89,7 @@ void TReadFileThread::Execute() {
 }
 
 void TReadFileThread::ReadDataFile() {
-  if (FWay == TInflateWay::Fast && HasFastInflate() && ReadFast()) return;
+  if (FWay == TInflateWay::Fast && MakeFastInflate() && ReadFast()) return;
   ReadBlocks(TInflateWay::Exact);
 }
 

@@ -9,7 +9,7 @@
 #include <QTest>
 #include <random>
 
-#include "gui/charts/uDotStamp.h"
+#include "gui/charts/uEventDots.h"
 #include "gui/charts/uEventsChart.h"
 #include "gui/charts/uSelectedEventChart.h"
 #include "gui/charts/uSensorsChart.h"

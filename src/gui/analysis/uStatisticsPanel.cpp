@@ -15,7 +15,6 @@
 #include "base/uText.h"
 #include "gui/charts/uChartPaint.h"
 #include "gui/charts/uCountChart.h"
-#include "gui/charts/uDistributionCharts.h"
 #include "gui/charts/uExceedanceChart.h"
 #include "gui/charts/uReferenceLooks.h"
 #include "gui/common/uAnalysisBar.h"

@@ -6,16 +6,24 @@
 #include "gui/charts/uPinLooks.h"
 #include "gui/common/uTheme.h"
 
-void TAccelerationChart::SetSeriesVisible(TSeries series, bool visible) {
-  bool& now = FVisible[Place(series)];
-  if (now == visible) return;
-  now = visible;
+void TSeriesChart::SetSeriesVisible(TSeries series, bool visible) {
+  if (std::exchange(FVisible[Place(series)], visible) == visible) return;
   SeriesChanged();
   Restyle();
 }
 
-bool TAccelerationChart::ShowsChangeFrom(const TDisplaySettings& before) const {
+bool TSeriesChart::ShowsChangeFrom(const TDisplaySettings& before) const {
   return TTimeChart::ShowsChangeFrom(before) || Differ(before, Display(), &TDisplaySettings::accelerationColours);
+}
+
+void TSeriesChart::EntryClicked(std::size_t entry) {
+  const TSeries series = kAllSeries[entry];
+  SetSeriesVisible(series, !IsSeriesVisible(series));
+  emit SeriesVisibleChanged(series, IsSeriesVisible(series));
+}
+
+QColor TSeriesChart::InkOf(TSeries series) const {
+  return InkOn(palette(), Display().accelerationColours[Place(series)]);
 }
 
 std::vector<TSeries> TAccelerationChart::VisibleSeries() const {
@@ -24,10 +32,6 @@ std::vector<TSeries> TAccelerationChart::VisibleSeries() const {
     if (IsSeriesVisible(series)) visible.push_back(series);
   }
   return visible;
-}
-
-QColor TAccelerationChart::InkOf(TSeries series) const {
-  return InkOn(palette(), Display().accelerationColours[Place(series)]);
 }
 
 std::vector<TLegendEntry> TAccelerationChart::LegendEntries() const {
@@ -57,12 +61,7 @@ QString TAccelerationChart::CurveName(const TPin& pin, TSeries series) {
 }
 
 void TAccelerationChart::EntryClicked(std::size_t entry) {
-  if (entry >= kSeriesCount) {
-    const TPin& pin = FPins.items[entry - kSeriesCount];
-    emit PinVisibleChanged(pin.slot, !pin.visible);
-    return;
-  }
-  const TSeries series = kAllSeries[entry];
-  SetSeriesVisible(series, !IsSeriesVisible(series));
-  emit SeriesVisibleChanged(series, IsSeriesVisible(series));
+  if (entry < kSeriesCount) return TSeriesChart::EntryClicked(entry);
+  const TPin& pin = FPins.items[entry - kSeriesCount];
+  emit PinVisibleChanged(pin.slot, !pin.visible);
 }

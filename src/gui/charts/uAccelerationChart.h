@@ -1,5 +1,4 @@
-// The base of the charts of one event: the four acceleration series, of which the user shows what the legend lists, and
-// the pinned events beside it, each with all visible series in its own colour and dashes.
+// The bases of the charts of acceleration: of those with its four series, and of those of one event.
 #pragma once
 
 #include <array>
@@ -9,34 +8,55 @@
 #include "gui/charts/uSeries.h"
 #include "gui/charts/uTimeChart.h"
 
-class TAccelerationChart : public TTimeChart {
+// The user shows those series that the legend lists.
+class TSeriesChart : public TTimeChart {
   Q_OBJECT
 
  public:
-  using TTimeChart::TTimeChart;
+  // The axes are visible at first.
+  TSeriesChart(TAxisUnit unit, bool showsTotal, QWidget* parent)
+      : TTimeChart(unit, parent), FVisible{true, true, true, showsTotal} {}
 
-  // All of these stay from event to event. The axes are visible at first, the total is not.
   void SetSeriesVisible(TSeries series, bool visible);
   [[nodiscard]] bool IsSeriesVisible(TSeries series) const { return FVisible[Place(series)]; }
-  // What is shown of the event, "spectrum", for captions and file names; empty for what was recorded.
-  [[nodiscard]] virtual QString ShownName() const { return {}; }
-  // They stay from event to event.
-  void SetPins(const TPins& pins);
   void SetValueAxisLocked(bool locked) { Range().LockAxis(ValueAxis(), locked); }
 
  signals:
   // The user showed or hid a series in the legend.
   void SeriesVisibleChanged(TSeries series, bool visible);
-  void PinVisibleChanged(std::size_t slot, bool visible);
 
  protected:
   void EntryClicked(std::size_t entry) override;
   [[nodiscard]] bool ShowsChangeFrom(const TDisplaySettings& before) const override;
+  // Other series are visible.
+  virtual void SeriesChanged() {}
+  [[nodiscard]] QColor InkOf(TSeries series) const;
+
+ private:
+  std::array<bool, kSeriesCount> FVisible;
+};
+
+// With pinned events beside the shown one, each with all visible series in its own colour and dashes.
+class TAccelerationChart : public TSeriesChart {
+  Q_OBJECT
+
+ public:
+  TAccelerationChart(TAxisUnit unit, QWidget* parent) : TSeriesChart(unit, false, parent) {}
+
+  // What is shown of the event, "spectrum", for captions and file names; empty for what was recorded.
+  [[nodiscard]] virtual QString ShownName() const { return {}; }
+  // They stay from event to event.
+  void SetPins(const TPins& pins);
+
+ signals:
+  void PinVisibleChanged(std::size_t slot, bool visible);
+
+ protected:
+  void EntryClicked(std::size_t entry) override;
   [[nodiscard]] std::vector<TLegendEntry> LegendEntries() const override;
   // What is said of a pinned event behind its name.
   [[nodiscard]] virtual QString PinWords(std::size_t /*pin*/) const { return {}; }
-  // Other series are visible.
-  virtual void SeriesChanged() { Range().RescaleValues(); }
+  void SeriesChanged() override { Range().RescaleValues(); }
 
   // Other events are pinned or visible, or they are aligned otherwise.
   virtual void PinsChanged() = 0;
@@ -46,9 +66,7 @@ class TAccelerationChart : public TTimeChart {
   [[nodiscard]] static QString CurveName(const TPin& pin, TSeries series);
 
   [[nodiscard]] std::vector<TSeries> VisibleSeries() const;
-  [[nodiscard]] QColor InkOf(TSeries series) const;
 
  private:
-  std::array<bool, kSeriesCount> FVisible = {true, true, true, false};
   TPins FPins;
 };

@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "gui/charts/uChartPlot.h"
-#include "gui/charts/uChartReadings.h"
 
 class TChartCursors {
  public:

@@ -7,7 +7,6 @@
 #include <utility>
 
 #include "gui/charts/uChartPaint.h"
-#include "gui/charts/uChartReadings.h"
 #include "gui/common/uTheme.h"
 
 namespace {

@@ -9,6 +9,8 @@
 #include <utility>
 #include <vector>
 
+#include "gui/charts/uChartReadings.h"
+
 inline constexpr double kLabelGap = 6;  // px, between a line or a point and its words
 
 class TChartLabels {
@@ -94,3 +96,7 @@ class TChartLabels {
 void DrawPill(QCPPainter& painter, const QRectF& box, const QString& words, const QColor& ink, const QPalette& palette);
 // The size of a pill around words.
 QSizeF PillSize(const QFontMetrics& metrics, const QString& words);
+
+// A box of readings, a line each. Fit cuts what the axes have no room for and gives the size of the box.
+QSizeF FitReadings(const QRect& axes, const QFontMetrics& metrics, std::vector<TReading>& readings);
+void DrawReadings(QCPPainter& painter, const QRectF& box, const std::vector<TReading>& readings);

@@ -5,7 +5,6 @@
 #include <optional>
 
 #include "gui/charts/uChartPlot.h"
-#include "gui/charts/uChartReadings.h"
 
 class TChartMarks {
  public:

@@ -11,15 +11,41 @@
 #include <functional>
 #include <optional>
 #include <utility>
+#include <vector>
 
 #include "base/uTimeSpan.h"
 #include "gui/charts/uChartLabels.h"
 #include "gui/charts/uLegendRow.h"
-#include "gui/charts/uTitledAxis.h"
 
 enum class TAxisUnit { Days, Milliseconds, Hertz, Number };
 
 class TChartRect;
+
+struct TTitlePart {
+  QString text;
+  QColor ink;
+};
+
+// An axis at the left or right whose title is in parts, each in its own colour. The label of the base class stays empty
+// while there is such a title.
+class TTitledAxis final : public QCPAxis {
+  Q_OBJECT
+
+ public:
+  using QCPAxis::QCPAxis;
+
+  // In the label's font; none without parts.
+  void SetTitle(std::vector<TTitlePart> parts) { FParts = std::move(parts); }
+  [[nodiscard]] const std::vector<TTitlePart>& Title() const { return FParts; }
+  [[nodiscard]] QString TitleText() const;
+
+ protected:
+  int calculateMargin() override;
+  void draw(QCPPainter* painter) override;
+
+ private:
+  std::vector<TTitlePart> FParts;
+};
 
 inline bool IsLogarithmic(const QCPAxis& axis) {
   return axis.scaleType() == QCPAxis::stLogarithmic;

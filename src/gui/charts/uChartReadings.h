@@ -33,7 +33,3 @@ class IChartReadings {
   [[nodiscard]] virtual QStringList SpanTexts(double span) const = 0;
   [[nodiscard]] virtual std::vector<TReading> DifferencesBetween(double /*a*/, double /*b*/) const { return {}; }
 };
-
-// A box of readings, a line each. Fit cuts what the axes have no room for and gives the size of the box.
-QSizeF FitReadings(const QRect& axes, const QFontMetrics& metrics, std::vector<TReading>& readings);
-void DrawReadings(QCPPainter& painter, const QRectF& box, const std::vector<TReading>& readings);

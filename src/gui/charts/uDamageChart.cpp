@@ -179,18 +179,15 @@ std::optional<TReading> TDamageChart::NearestTo(const QPointF& position) const {
 
 TDataset TDamageChart::Table() const {
   TDataset table;
-  const std::size_t id = table.AddField("ID", TFieldType::Integer);
-  const std::size_t time = table.AddField("Timestamp", TFieldType::DateTime);
-  table.SetDisplayFormat(time, DateTimeMask());
+  table.AddIdAndTime();
+  table.SetDisplayFormat(*table.FindField("Timestamp"), DateTimeMask());
   const std::size_t velocity = table.AddField(std::string(kVelocityChangeField), TFieldType::Single);
   const std::size_t peak = table.AddField("Peak (g)", TFieldType::Single);
   const std::size_t beyond = table.AddField("Beyond the boundary", TFieldType::Text);
   const std::size_t both = table.AddField("Beyond both limits", TFieldType::Text);
   table.Reserve(FEvents.size());
   for (const TDamageEvent& one : FEvents) {
-    table.Append();
-    table.SetInteger(id, static_cast<std::int32_t>(one.event));
-    table.SetDateTime(time, one.time);
+    table.AppendAt(one.event, one.time);
     table.SetSingle(velocity, static_cast<float>(one.point.velocityChange));
     table.SetSingle(peak, static_cast<float>(one.point.peak));
     if (!FLimits) continue;

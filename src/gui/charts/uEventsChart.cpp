@@ -22,7 +22,7 @@ constexpr double kFaint = 0.16;      // of the text's colour, for events that th
 
 }  // namespace
 
-TEventsChart::TEventsChart(QWidget* parent) : TTimeChart(TAxisUnit::Days, parent) {
+TEventsChart::TEventsChart(QWidget* parent) : TSeriesChart(TAxisUnit::Days, true, parent) {
   setAccessibleName(tr("Events chart"));
   SetValueTitle(tr("Acceleration"), tr("g"));
   SetPlaceholder(tr("No events"));
@@ -70,12 +70,8 @@ void TEventsChart::SetHoveredEvent(std::optional<std::size_t> index) {
 
 bool TEventsChart::ShowsChangeFrom(const TDisplaySettings& before) const {
   using D = TDisplaySettings;
-  return TTimeChart::ShowsChangeFrom(before) || Differ(before, Display(), &D::accelerationColours, &D::pointAbsorption,
-                                                       &D::formats, &D::alarmActive, &D::limits);
-}
-
-void TEventsChart::SetSeriesVisible(TSeries series, bool visible) {
-  if (std::exchange(FShown[Place(series)], visible) != visible) Restyle();
+  return TSeriesChart::ShowsChangeFrom(before) ||
+         Differ(before, Display(), &D::pointAbsorption, &D::formats, &D::alarmActive, &D::limits);
 }
 
 void TEventsChart::ScaleValues() {
@@ -92,10 +88,6 @@ void TEventsChart::ScaleValues() {
   ValueAxis().setRange(0, top > 0 ? top * 1.1 : 1.0);
 }
 
-QColor TEventsChart::InkOf(TSeries series) const {
-  return InkOn(palette(), Display().accelerationColours[Place(series)]);
-}
-
 QString TEventsChart::Number(double g) const {
   return QtText(MaskFloat(Display().FormatOf(TQuantity::Acceleration), g));
 }
@@ -108,7 +100,7 @@ QString TEventsChart::GText(double g) const {
 std::vector<TLegendEntry> TEventsChart::LegendEntries() const {
   std::vector<TLegendEntry> entries;
   for (const TSeries series : kAllSeries) {
-    TLegendEntry entry{NameOf(series), InkOf(series), FShown[Place(series)]};
+    TLegendEntry entry{NameOf(series), InkOf(series), IsSeriesVisible(series)};
     if (IsForPaper()) entry.marker = kMarkers[Place(series)];
     entries.push_back(std::move(entry));
   }
@@ -145,7 +137,7 @@ void TEventsChart::PaintData(QCPPainter& painter) {
                Mixed(palette().color(QPalette::Base), palette().color(QPalette::Text), kFaint));
   }
   for (const TSeries series : {TSeries::Total, TSeries::X, TSeries::Y, TSeries::Z}) {
-    if (FShown[Place(series)]) PaintStems(painter, Place(series), InkOf(series));
+    if (IsSeriesVisible(series)) PaintStems(painter, Place(series), InkOf(series));
   }
   PaintDots(painter);
 }
@@ -162,7 +154,7 @@ void TEventsChart::PaintDots(QCPPainter& painter) {
   const std::size_t end =
       FirstAtOrAfter(FEvents.Count(), key, std::nextafter(range.upper, std::numeric_limits<double>::infinity()));
   for (std::size_t i = FirstAtOrAfter(FEvents.Count(), key, range.lower); i < end; ++i) {
-    if (!FEvents.IsVisible(i) || !FShown[FEvents.Axis(i)]) continue;
+    if (!FEvents.IsVisible(i) || !IsSeriesVisible(kAllSeries[FEvents.Axis(i)])) continue;
     FDots.Add(times.At(FEvents.Time(i)), values.At(double{FEvents.Peak(i)}), i, double{FEvents.Max(i)});
   }
   std::vector<QColor> inks;
@@ -202,7 +194,7 @@ void TEventsChart::PaintMark(QCPPainter& painter, std::optional<std::size_t> pla
   if (!place) return;
   const QRect rect = Rect().rect();
   const double x = TimeAxis().coordToPixel(FEvents.Time(*place));
-  const bool hasDot = FEvents.IsVisible(*place) && FShown[FEvents.Axis(*place)];
+  const bool hasDot = FEvents.IsVisible(*place) && IsSeriesVisible(kAllSeries[FEvents.Axis(*place)]);
   const double y = ValueAxis().coordToPixel(double{hasDot ? FEvents.Peak(*place) : FEvents.Max(*place)});
   const auto [middle, radius] = hasDot ? FDots.CircleOf({x, y}) : TEventDots::TCircle{{x, y}, kTotalRadius};
   const QPointF corner(radius + kRingAway, radius + kRingAway);
@@ -229,9 +221,9 @@ std::optional<std::size_t> TEventsChart::PlaceNear(const QPointF& position) cons
   std::optional<std::size_t> nearest;
   double minDistance = kReach;
   // Each event has a stem of the total, which is as high as the others.
-  const bool total = FShown[Place(TSeries::Total)];
+  const bool total = IsSeriesVisible(TSeries::Total);
   for (std::size_t series = 0; series < kSeriesCount; ++series) {
-    if (total ? series != Place(TSeries::Total) : !FShown[series]) continue;
+    if (total ? series != Place(TSeries::Total) : !IsSeriesVisible(kAllSeries[series])) continue;
     for (const std::size_t place : FEvents.StemsIn({near, static_cast<std::size_t>(2 * kReach)}, series)) {
       const double dx = position.x() - TimeAxis().coordToPixel(FEvents.Time(place));
       const double top = ValueAxis().coordToPixel(double{FEvents.Stem(place, series)});
@@ -260,12 +252,6 @@ QString TEventsChart::WordsOf(const THit& hit) const {
   const std::size_t index = FEvents.IndexOf(hit.place);
   if (hit.count == 1) return tr("event %1: %2").arg(index).arg(GText(double{FEvents.Max(hit.place)}));
   return tr("%1 events, %2 … %3, worst: %4").arg(hit.count).arg(Number(hit.min), GText(hit.max)).arg(index);
-}
-
-void TEventsChart::EntryClicked(std::size_t entry) {
-  const TSeries series = kAllSeries[entry];
-  SetSeriesVisible(series, !FShown[entry]);
-  emit SeriesVisibleChanged(series, FShown[entry]);
 }
 
 void TEventsChart::Clicked(const QPointF& position) {

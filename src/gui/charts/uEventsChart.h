@@ -1,18 +1,18 @@
-// All events of a mission: one point an event at its start, as high as its peak acceleration. Main thread only.
+// All events of a mission: one point an event at its start, as high as its peak acceleration. A series has its stems
+// and the points of its events: those that peak on that axis, or for the total on none. An event of which neither stem
+// nor point is visible answers to no click. Main thread only.
 #pragma once
 
-#include <array>
 #include <optional>
 #include <vector>
 
+#include "gui/charts/uAccelerationChart.h"
 #include "gui/charts/uEventDots.h"
 #include "gui/charts/uEventsInTime.h"
-#include "gui/charts/uSeries.h"
-#include "gui/charts/uTimeChart.h"
 #include "model/uEvents.h"
 #include "model/uGlobalSharedVariables.h"
 
-class TEventsChart final : public TTimeChart {
+class TEventsChart final : public TSeriesChart {
   Q_OBJECT
 
  public:
@@ -29,20 +29,11 @@ class TEventsChart final : public TTimeChart {
   void SetSelectedEvent(std::optional<std::size_t> index);
   void SetHoveredEvent(std::optional<std::size_t> index);
 
-  // The stems of a series and the points of its events: those that peak on that axis, or for the total on none. An
-  // event of which neither stem nor point is visible answers to no click. All are visible at first.
-  void SetSeriesVisible(TSeries series, bool visible);
-  [[nodiscard]] bool IsSeriesVisible(TSeries series) const { return FShown[Place(series)]; }
-  void SetValueAxisLocked(bool locked) { Range().LockAxis(ValueAxis(), locked); }
-
  signals:
   void EventClicked(std::size_t index);
-  // The user showed or hid a series in the legend.
-  void SeriesVisibleChanged(TSeries series, bool visible);
 
  protected:
   void Clicked(const QPointF& position) override;
-  void EntryClicked(std::size_t entry) override;
   void Unclicked() override;
   [[nodiscard]] QString CursorText(const QPointF& position) const override;
   [[nodiscard]] std::vector<TReading> ReadingsAt(double time) const override;
@@ -77,7 +68,6 @@ class TEventsChart final : public TTimeChart {
   [[nodiscard]] std::optional<std::size_t> PlaceNear(const QPointF& position) const;
   // Of the event whose stem stands near a time.
   [[nodiscard]] std::optional<std::size_t> PlaceAt(double time) const;
-  [[nodiscard]] QColor InkOf(TSeries series) const;
   [[nodiscard]] QString Number(double g) const;
   [[nodiscard]] QString GText(double g) const;
   void PaintStems(QCPPainter& painter, std::size_t series, const QColor& ink);
@@ -86,7 +76,6 @@ class TEventsChart final : public TTimeChart {
 
   TEventsInTime FEvents;
   std::optional<float> FTrigger;  // g
-  std::array<bool, kSeriesCount> FShown = {true, true, true, true};
   TEventDots FDots;
   std::optional<std::size_t> FSelected, FHovered;  // places
   std::optional<std::size_t> FBeforeClick;         // what was selected before the last click

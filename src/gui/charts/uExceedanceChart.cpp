@@ -6,6 +6,7 @@
 #include <functional>
 
 #include "gui/charts/uChartPaint.h"
+#include "gui/charts/uCountChart.h"
 #include "gui/charts/uReferenceLooks.h"
 #include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
@@ -17,6 +18,7 @@ constexpr double kValueRoom = 1.04;  // of the values, beyond the largest
 constexpr int kDigits = 4;
 constexpr double kDotRadius = 2;       // px
 constexpr std::size_t kMaxDots = 200;  // more are a line
+constexpr std::size_t kHistogramSteps = 30;
 
 }  // namespace
 
@@ -76,8 +78,8 @@ void TExceedanceChart::ScaleValues() {
   ValueAxis().setRange(std::min(10.0, std::pow(10.0, std::floor(std::log10(last)))), 120);
 }
 
-QPointF TExceedanceChart::PlaceOf(std::size_t value) const {
-  return {TimeAxis().coordToPixel(FValues.Values()[value]), ValueAxis().coordToPixel(ExceededBy(value))};
+QPointF TExceedanceChart::PlaceOf(const TExceedance& of, std::size_t value) const {
+  return {TimeAxis().coordToPixel(of.Values()[value]), ValueAxis().coordToPixel(100 * of.ExceededPart(value))};
 }
 
 std::size_t TExceedanceChart::ValueAt(double x) const {
@@ -98,40 +100,32 @@ void TExceedanceChart::PaintData(QCPPainter& painter) {
   const std::size_t last = std::min(ValueAt(rect.right()) + 1, FValues.Values().size() - 1);
   QPolygonF line;
   for (std::size_t i = first; i <= last; ++i) {
-    line.append(PlaceOf(i));
+    line.append(PlaceOf(FValues, i));
     i = std::max(i, std::min(ValueAt(line.last().x() + 0.5), last));
-    line.append(PlaceOf(i));
+    line.append(PlaceOf(FValues, i));
   }
   const QColor ink = InkOn(palette(), QColor(TokensOf(palette()).accent));
   painter.save();
   painter.setClipRect(rect.adjusted(-1, -1, 1, 1), Qt::IntersectClip);
   painter.setAntialiasing(true);
-  painter.setPen(QPen(ink, kCurveWidth));
-  painter.drawPolyline(line);
+  const auto draw = [&](const QPen& pen) {
+    painter.setPen(pen);
+    painter.drawPolyline(line);
+    Labels().AddCurve(line);
+  };
+  draw(QPen(ink, kCurveWidth));
   if (last - first < kMaxDots) {
     painter.setPen(Qt::NoPen);
     painter.setBrush(ink);
-    for (std::size_t i = first; i <= last; ++i) painter.drawEllipse(PlaceOf(i), kDotRadius, kDotRadius);
+    for (std::size_t i = first; i <= last; ++i) painter.drawEllipse(PlaceOf(FValues, i), kDotRadius, kDotRadius);
+  }
+  if (HasReference()) {
+    line.clear();
+    const TExceedance& reference = FReference.values;
+    for (std::size_t i = 0; i < reference.Values().size(); ++i) line.append(PlaceOf(reference, i));
+    draw(ReferencePen(QColor(TokensOf(palette()).ink)));
   }
   painter.restore();
-  Labels().AddCurve(line);
-  if (HasReference()) PaintReference(painter);
-}
-
-void TExceedanceChart::PaintReference(QCPPainter& painter) {
-  const TExceedance& reference = FReference.values;
-  QPolygonF line;
-  for (std::size_t i = 0; i < reference.Values().size(); ++i) {
-    line.append(
-        {TimeAxis().coordToPixel(reference.Values()[i]), ValueAxis().coordToPixel(100 * reference.ExceededPart(i))});
-  }
-  painter.save();
-  painter.setClipRect(Rect().rect().adjusted(-1, -1, 1, 1), Qt::IntersectClip);
-  painter.setAntialiasing(true);
-  painter.setPen(ReferencePen(QColor(TokensOf(palette()).ink)));
-  painter.drawPolyline(line);
-  painter.restore();
-  Labels().AddCurve(line);
 }
 
 QString TExceedanceChart::MomentText(double value) const {
@@ -149,7 +143,7 @@ std::optional<TReading> TExceedanceChart::NearestTo(const QPointF& position) con
     words +=
         tr(" · %1 %2 % · Δ %3 %").arg(FReference.name, Digits(there, 3), SignedDigits(ExceededBy(value) - there, 3));
   }
-  return TReading{words, palette().color(QPalette::Text), PlaceOf(value)};
+  return TReading{words, palette().color(QPalette::Text), PlaceOf(FValues, value)};
 }
 
 TDataset TExceedanceChart::Table() const {
@@ -191,4 +185,23 @@ TRangeTable TExceedanceChart::VisibleStatistics() const {
   for (const int percentile : kPercentiles) add(tr("P%1").arg(percentile), percentile / 100.0);
   add(tr("Largest"), 1);
   return table;
+}
+
+void ShowDistribution(const TEventQuantity& quantity, std::span<const double> values, const QString& reference,
+                      const TDistribution& there, TCountChart& histogram, TExceedanceChart& exceedance) {
+  const bool isAny = std::ranges::any_of(values, [](double value) { return std::isfinite(value); });
+  const TDistribution beside = isAny ? there : TDistribution();
+  const QString name = beside.empty() ? QString() : reference;
+  const TRoundHistogram steps = HistogramInRoundSteps(values, kHistogramSteps, beside);
+  const QString unit = quantity.unit;
+  std::vector<TCountBar> bars;
+  for (std::size_t i = 0; i < steps.counts.size(); ++i) {
+    const double from = steps.first + static_cast<double>(i) * steps.step;
+    const double to = from + steps.step;
+    bars.push_back({from, to, steps.counts[i], QObject::tr("%1 to %2 %3").arg(Digits(from), Digits(to), unit),
+                    steps.referenceCounts[i]});
+  }
+  const QString title = QObject::tr(quantity.name);
+  histogram.SetBars(std::move(bars), QObject::tr("%1 (%2)").arg(title, unit), name);
+  exceedance.SetValues(TExceedance(values), title, unit, {name, TExceedance::Of(beside)});
 }

@@ -4,8 +4,11 @@
 #include <span>
 #include <string>
 
+#include "analysis/uEventQuantities.h"
 #include "analysis/uShockStatistics.h"
 #include "gui/charts/uAnalysisChart.h"
+
+class TCountChart;
 
 struct TReferenceCurve {
   QString name = {};
@@ -35,15 +38,19 @@ class TExceedanceChart final : public TAnalysisChart {
  private:
   // % of the events.
   [[nodiscard]] double ExceededBy(std::size_t value) const { return 100 * FValues.ExceededPart(value); }
-  [[nodiscard]] QPointF PlaceOf(std::size_t value) const;
+  [[nodiscard]] QPointF PlaceOf(const TExceedance& of, std::size_t value) const;
   [[nodiscard]] bool HasReference() const { return !FReference.name.isEmpty(); }
   // "P50 6.5", beside a reference with the difference.
   [[nodiscard]] QString PercentileText(int percentile) const;
   // The last value that is drawn at or left of a position, else the first.
   [[nodiscard]] std::size_t ValueAt(double x) const;
-  void PaintReference(QCPPainter& painter);
 
   TExceedance FValues{{}};
   TReferenceCurve FReference;
   QString FQuantity, FUnit;
 };
+
+// How a quantity is distributed over events, in both of its charts. `values` are those of the events, NaN where one has
+// none. `there` is that of the reference of that name; it is left out where one of both is empty.
+void ShowDistribution(const TEventQuantity& quantity, std::span<const double> values, const QString& reference,
+                      const TDistribution& there, TCountChart& histogram, TExceedanceChart& exceedance);

@@ -19,12 +19,6 @@ constexpr double kFootRoom = 0.03;    // of the values, below the smallest
 constexpr double kMargin = 1.05;      // of a frequency, beside the first and the last line
 constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
 
-std::vector<TSpectrumLine> SpectrumLinesOf(const std::vector<TResponseLine>& lines) {
-  std::vector<TSpectrumLine> made;
-  for (const TResponseLine& line : lines) made.push_back({line.hertz, line.x, line.y, line.z, line.total});
-  return made;
-}
-
 bool IsVelocity(const TResponseRequest& request) {
   return request.options.response == TResponse::PseudoVelocity;
 }
@@ -268,13 +262,16 @@ std::vector<TResponseJob> TResponseChart::Jobs(std::vector<const TEvent*> events
 
 void TResponseChart::TakeResults(std::vector<TShockResponse> results) {
   std::size_t next = 1;
-  for (const TPin& pin : PinsToCalculate()) FCalculated[pin.event] = SpectrumLinesOf(results[next++].lines);
+  for (const TPin& pin : PinsToCalculate()) {
+    const auto& lines = results[next++].lines;
+    FCalculated[pin.event].assign(lines.begin(), lines.end());
+  }
   Show(std::move(results.front()));
 }
 
 void TResponseChart::Show(TShockResponse response) {
   FResponse = std::move(response);
-  FLines = SpectrumLinesOf(FResponse.lines);
+  FLines.assign(FResponse.lines.begin(), FResponse.lines.end());
   std::vector<std::vector<TSpectrumLine>> pinnedLines;
   for (const TPin& pin : Pins().items) {
     const auto calculated = FCalculated.find(pin.event);

@@ -308,23 +308,22 @@ QString TSelectedEventChart::MomentText(double time) const {
 
 std::vector<TCurve> TSelectedEventChart::Curves() const {
   std::vector<TCurve> curves;
-  const auto samples = Samples();
-  if (samples.empty()) return curves;
+  if (Samples().empty()) return curves;
   const auto number = [this](double g) { return QtText(MaskFloat(Display().FormatOf(TQuantity::Acceleration), g)); };
-  for (const TSeries series : VisibleSeries()) {
-    curves.push_back({NameOf(series), tr("g"), InkOf(series), ValueAxis(), samples.size(),
-                      [this, samples](std::size_t i) { return samples[i].time - FStart; },
+  const auto add = [&](const QString& name, const QColor& ink, TSeries series, const TInTimeOrder<TEventValue>& order,
+                       double offset, const TSeriesExtents& extents) {
+    const auto samples = order.Samples();
+    curves.push_back({name, tr("g"), ink, ValueAxis(), samples.size(),
+                      [samples, offset](std::size_t i) { return samples[i].time + offset; },
                       [samples, series](std::size_t i) { return double{ValueOf(samples[i], series)}; },
-                      [this](double ms) { return NearestSample(ms); }, number, number, &FExtents[Place(series)]});
-  }
-  for (const TPinnedCurve& curve : FPinned.Curves()) {
-    const auto pinned = curve.samples.Samples();
+                      [&order, offset](double ms) { return order.Nearest(ms - offset); }, number, number,
+                      &extents[Place(series)]});
+  };
+  for (const TSeries series : VisibleSeries()) add(NameOf(series), InkOf(series), series, FSamples, -FStart, FExtents);
+  for (const TPinnedCurve& one : FPinned.Curves()) {
+    const QColor ink = PenOf(one.pin).color();
     for (const TSeries series : VisibleSeries()) {
-      curves.push_back({CurveName(curve.pin, series), tr("g"), PenOf(curve.pin).color(), ValueAxis(), pinned.size(),
-                        [&curve, pinned](std::size_t i) { return pinned[i].time + curve.offset; },
-                        [pinned, series](std::size_t i) { return double{ValueOf(pinned[i], series)}; },
-                        [&curve](double ms) { return curve.samples.Nearest(ms - curve.offset); }, number, number,
-                        &curve.extents[Place(series)]});
+      add(CurveName(one.pin, series), ink, series, one.samples, one.offset, one.extents);
     }
   }
   return curves;

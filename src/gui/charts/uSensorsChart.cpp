@@ -53,25 +53,20 @@ void TSensorsChart::SetSensors(const TSensorList& sensors, double startTime) {
 
 void TSensorsChart::SetSensorVisible(std::size_t index, bool visible) {
   if (index >= FSensors.Series().size() || IsSensorVisible(index) == visible) return;
-  const TSensorAxis before = FSensors.Series()[index].look.axis;
-  EmitHidden(FSensors.SetVisible(index, visible), index);
-  ScaleAxis(before);
-  ScaleAxis(FSensors.Series()[index].look.axis);
-  FillLegend();
-  SetUpAxes();
-}
-
-void TSensorsChart::EmitHidden(const QStringList& hidden, std::size_t chosen) {
-  if (hidden.isEmpty()) return;
-  emit SensorsHidden(tr("%1 hidden: the axis shows %2").arg(hidden.join(", "), FSensors.Series()[chosen].look.name));
+  Change(index, [&] { return FSensors.SetVisible(index, visible); });
 }
 
 void TSensorsChart::MoveSensor(std::size_t index, TSensorAxis axis) {
-  if (index >= FSensors.Series().size()) return;
-  const TSensorAxis before = FSensors.Series()[index].look.axis;
-  EmitHidden(FSensors.Move(index, axis), index);
+  if (index < FSensors.Series().size()) Change(index, [&] { return FSensors.Move(index, axis); });
+}
+
+void TSensorsChart::Change(std::size_t index, const std::function<QStringList()>& change) {
+  const TSensorLook& look = FSensors.Series()[index].look;
+  const TSensorAxis before = look.axis;
+  const QStringList hidden = change();
+  if (!hidden.isEmpty()) emit SensorsHidden(tr("%1 hidden: the axis shows %2").arg(hidden.join(", "), look.name));
   ScaleAxis(before);
-  ScaleAxis(axis);
+  ScaleAxis(look.axis);
   FillLegend();
   SetUpAxes();
 }

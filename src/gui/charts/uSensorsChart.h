@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <vector>
 
 #include "gui/charts/uSensorLooks.h"
@@ -51,8 +52,8 @@ class TSensorsChart final : public TTimeChart {
   void Prepare() override;
 
  private:
-  // Sensors made room for a chosen one.
-  void EmitHidden(const QStringList& hidden, std::size_t chosen);
+  // Shows or moves a sensor; `change` gives the names of those that made room for it.
+  void Change(std::size_t index, const std::function<QStringList()>& change);
   void ScaleAxis(TSensorAxis axis);
   // Colours and which axes are drawn, from the series that are visible.
   void SetUpAxes();

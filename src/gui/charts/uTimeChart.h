@@ -13,7 +13,6 @@
 #include "gui/charts/uChartMarks.h"
 #include "gui/charts/uChartPlot.h"
 #include "gui/charts/uChartRange.h"
-#include "gui/charts/uChartReadings.h"
 #include "shell/uSettings.h"
 
 // A visible series of a chart, for what is said of its samples. It borrows the chart's data.

@@ -53,27 +53,25 @@ TGrid::TGrid(const QString& name, const QString& title, TIndexKeyOf indexKeyOf, 
   connect(this, &QTableView::doubleClicked, this, &TGrid::Open);
 }
 
-void TGrid::SetDataset(const TDataset* table) {
+void TGrid::Change(const std::function<void()>& change) {
   const QScopedValueRollback<bool> setting(FSetting, true);
-  FHovered = -1;
-  FClickedField.clear();
-  FModel->SetDataset(table);
+  change();
   FitColumnsOnce();
   MarkSortedColumn();
+}
+
+void TGrid::SetDataset(const TDataset* table) {
+  FHovered = -1;
+  FClickedField.clear();
+  Change([&] { FModel->SetDataset(table); });
 }
 
 void TGrid::SetNotes(const std::map<std::size_t, std::string>* notes) {
-  const QScopedValueRollback<bool> setting(FSetting, true);
-  FModel->SetNotes(notes);
-  FitColumnsOnce();
-  MarkSortedColumn();
+  Change([&] { FModel->SetNotes(notes); });
 }
 
 void TGrid::Refresh() {
-  const QScopedValueRollback<bool> setting(FSetting, true);
-  FModel->Refresh();
-  FitColumnsOnce();
-  MarkSortedColumn();
+  Change([&] { FModel->Refresh(); });
   HoverAnew();
 }
 
@@ -96,7 +94,11 @@ void TGrid::SetCurrentId(std::optional<std::size_t> id) {
   if (FChoosing && *position == currentIndex().row()) return;
   const QModelIndex cell = FModel->index(*position, std::max(0, currentIndex().column()));
   selectionModel()->setCurrentIndex(cell, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-  // Scroll to the row only, not sideways.
+  ScrollToRow(cell);
+}
+
+// Not sideways.
+void TGrid::ScrollToRow(const QModelIndex& cell) {
   const int left = horizontalScrollBar()->value();
   scrollTo(cell);
   horizontalScrollBar()->setValue(left);
@@ -167,10 +169,7 @@ void TGrid::resizeEvent(QResizeEvent* event) {
   const QRect row = visualRect(currentIndex());
   const bool inSight = row.isValid() && row.top() >= 0 && row.top() < std::max(1, event->oldSize().height());
   TRowGrid::resizeEvent(event);
-  if (!inSight) return;
-  const int left = horizontalScrollBar()->value();
-  scrollTo(currentIndex());
-  horizontalScrollBar()->setValue(left);
+  if (inSight) ScrollToRow(currentIndex());
 }
 
 void TGrid::keyPressEvent(QKeyEvent* event) {

@@ -59,6 +59,9 @@ class TGrid : public TRowGrid {
 
  private:
   [[nodiscard]] int NeededWidth(int column) const;
+  // The rows or columns change, and no row is chosen by that.
+  void Change(const std::function<void()>& change);
+  void ScrollToRow(const QModelIndex& cell);
   void FitColumnsOnce();
   void MarkSortedColumn();
   void Hover(int row);

@@ -15,9 +15,8 @@ class QWidget;
 
 enum class TScheme { Desktop, Light, Dark };
 
-// Space between surfaces and around them, in px.
+inline constexpr int kSurfaceGap = 8;   // px, between surfaces and around them
 inline constexpr int kLowWindow = 700;  // px; in a lower window panels and the verdict give room to the charts
-inline constexpr int kSurfaceGap = 8;
 
 // Sizes of text relative to the desktop's font.
 inline constexpr double kTitleSize = 1.15;

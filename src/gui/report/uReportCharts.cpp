@@ -4,7 +4,6 @@
 
 #include "gui/charts/uChartOnPaper.h"
 #include "gui/charts/uCountChart.h"
-#include "gui/charts/uDistributionCharts.h"
 #include "gui/charts/uEventsChart.h"
 #include "gui/charts/uExceedanceChart.h"
 #include "gui/charts/uSelectedEventChart.h"
