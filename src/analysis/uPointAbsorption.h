@@ -31,22 +31,14 @@ class TDotGrid {
   // Cells of `cell` × `cell` px; what lies outside the width and height is not taken.
   TDotGrid(double left, double top, double width, double height, double cell);
 
-  void Add(double x, double y, std::size_t item, double value) { Add({x, y, item, 1, value, value}); }
-  // Adds what a grid of the same cells gathered of the items after those of this one.
-  void Add(const TDotGrid& later) {
-    for (const TDot& dot : later.FDots) Add(dot);
-  }
-  // In the order in which their cells were met.
-  [[nodiscard]] std::vector<TDot>& Dots() { return FDots; }
-
- private:
-  void Add(const TDot& dot) {
-    const double column = (dot.x - FLeft) * FCellsPerPixel;
-    const double row = (dot.y - FTop) * FCellsPerPixel;
+  void Add(double x, double y, std::size_t item, double value) {
+    const double column = (x - FLeft) * FCellsPerPixel;
+    const double row = (y - FTop) * FCellsPerPixel;
     // Also false for what is no number.
     if (!(column >= 0 && column < FColumns && row >= 0 && row < FRows)) return;
     const auto cell =
         std::size_t{static_cast<std::uint32_t>(column)} * FCellsInColumn + static_cast<std::uint32_t>(row);
+    const TDot dot{x, y, item, 1, value, value};
     std::uint32_t& number = FDotOfCell[cell];
     if (number == 0) {
       FDots.push_back(dot);
@@ -55,12 +47,15 @@ class TDotGrid {
     }
     TDot& into = FDots[number - 1];
     into.Take(dot);
-    if (dot.y < into.y) {
-      into.x = dot.x;
-      into.y = dot.y;
+    if (y < into.y) {
+      into.x = x;
+      into.y = y;
     }
   }
+  // In the order in which their cells were met.
+  [[nodiscard]] std::vector<TDot>& Dots() { return FDots; }
 
+ private:
   double FLeft, FTop, FCellsPerPixel;
   double FColumns, FRows;
   std::size_t FCellsInColumn;

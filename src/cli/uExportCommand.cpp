@@ -135,9 +135,7 @@ void LoadTables(const TEventFilter& filter, bool needsAnalysis, TExportSource& s
   std::iota(source.all.begin(), source.all.end(), 0U);
   source.visibleTable = source.tables.Events;
   if (needsAnalysis || filter.NeedsAnalysis()) {
-    TMissionAnalysis analysis = AnalyseMission(recording.events, ThresholdsOf(recording.mission).totOn);
-    ApplyDateFormat(analysis);
-    source.analysis = analysis.Table;
+    source.analysis = AnalysisOf(recording);
   }
   if (filter.HasCondition()) {
     source.visibleTable.SetShownRows(
@@ -152,34 +150,33 @@ fs::path FileFor(const TExportSource& source, std::string_view prefix, std::stri
 }
 
 void Export(std::string_view what, TExportSource& source, IProgress& progress) {
+  const TRecording& recording = source.recording;
+  const struct {
+    std::string_view name;
+    TDataset* dataset;
+    std::string_view csv, xlsx;  // prefixes of the files
+  } tables[] = {{"shocks", &source.visibleTable, kShocksName, kShocksWorkbookName},
+                {"sensors", &source.tables.Sensors, kSensorsName, kSensorsName},
+                {"battery", &source.tables.Battery, kBatteryName, kBatteryName},
+                {"analysis", &source.analysis, kAnalysisName, kAnalysisName}};
+  for (const auto& [name, dataset, csv, xlsx] : tables) {
+    if (what == fmt::format("{}-csv", name)) ExportTableCsv(*dataset, FileFor(source, csv, ".csv"), progress);
+    if (what != fmt::format("{}-xlsx", name)) continue;
+    ExportTableXlsx(recording.mission, *dataset, FileFor(source, xlsx, ".xlsx"), progress);
+  }
   const auto events = [&](TEventFiles kind, const std::vector<std::uint32_t>& indices) {
-    ExportEventsCsv(source.recording.mission, source.recording.events, indices, kind, source.folder, progress);
+    ExportEventsCsv(recording.mission, recording.events, indices, kind, source.folder, progress);
   };
-  const auto table = [&](TDataset& dataset, std::string_view prefix) {
-    ExportTableCsv(dataset, FileFor(source, prefix, ".csv"), progress);
-  };
-  const auto workbook = [&](TDataset& dataset, std::string_view prefix) {
-    ExportTableXlsx(source.recording.mission, dataset, FileFor(source, prefix, ".xlsx"), progress);
-  };
-  const fs::path missionWorkbook = FileFor(source, kMissionName, ".xlsx");
   if (what == "events-csv") events(TEventFiles::Samples, source.visible);
   if (what == "peaks-csv") events(TEventFiles::Peaks, source.all);
   if (what == "calibration-csv") events(TEventFiles::Calibration, source.visible);
-  if (what == "shocks-csv") table(source.visibleTable, kShocksName);
-  if (what == "sensors-csv") table(source.tables.Sensors, kSensorsName);
-  if (what == "battery-csv") table(source.tables.Battery, kBatteryName);
-  if (what == "analysis-csv") table(source.analysis, kAnalysisName);
-  if (what == "analysis-xlsx") workbook(source.analysis, kAnalysisName);
+  const fs::path workbook = FileFor(source, kMissionName, ".xlsx");
   if (what == "events-xlsx") {
-    ExportEventsXlsx({source.recording.mission, source.recording.events, source.tables.Events}, source.visible,
-                     missionWorkbook, progress);
+    const TEventSource all{recording.mission, recording.events, source.tables.Events};
+    ExportEventsXlsx(all, source.visible, workbook, progress);
   }
-  if (what == "shocks-xlsx") workbook(source.visibleTable, kShocksWorkbookName);
-  if (what == "sensors-xlsx") workbook(source.tables.Sensors, kSensorsName);
-  if (what == "battery-xlsx") workbook(source.tables.Battery, kBatteryName);
   if (what == "measurements-xlsx") {
-    ExportMeasurementsXlsx(source.recording.mission, source.tables.Sensors, source.tables.Battery, missionWorkbook,
-                           progress);
+    ExportMeasurementsXlsx(recording.mission, source.tables.Sensors, source.tables.Battery, workbook, progress);
   }
 }
 

@@ -6,18 +6,21 @@
 #include <fstream>
 #include <iostream>
 #include <iterator>
+#include <mutex>
 #include <optional>
+#include <span>
 
 #include "base/uDateTime.h"
 #include "base/uFiles.h"
 #include "base/uText.h"
 #include "cli/uCommands.h"
-#include "cli/uFleetJobs.h"
 #include "cli/uRecording.h"
 #include "fleet/uFleetDatabase.h"
 #include "fleet/uFleetFiles.h"
+#include "fleet/uFleetProcesses.h"
 #include "fleet/uFleetText.h"
 #include "platform/uPartFile.h"
+#include "platform/uProcess.h"
 #include "platform/uSafeFile.h"
 #include "platform/uSha256.h"
 #include "shell/uLimitProfileFile.h"
@@ -207,6 +210,55 @@ TEarlier EarlierOf(const TFleetRequest& request) {
   return earlier;
 }
 
+TFleetRows RowsOfUnread(const TFleetEntry& entry, const std::string& why) {
+  return FleetRowsOf({.path = entry.name, .status = kCannotRead, .reason = why, .programVersion = SHOCKSCOPE_VERSION},
+                     nullptr, {});
+}
+
+// Adds the rows of all entries, which copies of this program read.
+void ReadByJobs(const std::vector<TFleetEntry>& entries, const TFleetRequest& request, TFleetDatabase& database,
+                const TConsole& console) {
+  // Enough files that starting a process costs little, few enough that all processes end at about the same time.
+  constexpr std::size_t kMaxFiles = 500, kChunksAProcess = 4;
+  std::vector<TFleetEntry> readable;
+  for (const TFleetEntry& entry : entries) {
+    if (entry.problem.empty()) {
+      readable.push_back(entry);
+    } else {
+      database.Add(RowsOfUnread(entry, entry.problem));
+    }
+  }
+  const std::size_t size = std::clamp<std::size_t>(readable.size() / (request.jobs * kChunksAProcess), 1, kMaxFiles);
+  TFleetWork work{.kshock = ThisProgram(), .processes = request.jobs, .firstChunk = size, .maxChunk = size};
+  if (request.analysis) work.options.emplace_back("--analysis");
+  if (!request.limits.empty()) work.options.insert(work.options.end(), {"--limits", request.limits});
+  const TFleetScratch scratch;
+  std::mutex mutex;
+  std::size_t done = 0;
+  ReadInProcesses(work, readable, scratch, [&](std::span<const TFleetEntry> files, const fs::path& part) {
+    const std::lock_guard lock(mutex);
+    std::error_code error;
+    part.empty() ? database.Add(RowsOfUnread(files.front(), kEndedEarly)) : database.Merge(part);
+    fs::remove(part, error);
+    done += files.size();
+    if (console.showProgress) console.err(fmt::format("\r{} of {}", done, readable.size()));
+    return true;
+  });
+}
+
+void ReadOneByOne(std::span<const TFleetEntry> entries, const TFleetOptions& options, TFleetDatabase& database,
+                  const TConsole& console) {
+  for (std::size_t i = 0; i < entries.size(); ++i) {
+    if (console.showProgress) console.err(fmt::format("\r{} of {}", i, entries.size()));
+    database.Add(Analyse(entries[i], options));
+  }
+}
+
+void SayHowManyAreUnusable(std::size_t count, const TConsole& console) {
+  if (count == 0) return;
+  console.out(fmt::format("{} cannot be read or shown; the tables say why\n", Counted(count, "recording")));
+}
+
 TStatus Collect(const TFleetRequest& request, const TConsole& console) {
   const TFleetOptions options = OptionsOf(request);
   std::vector<TFleetEntry> toRead;
@@ -223,19 +275,23 @@ TStatus Collect(const TFleetRequest& request, const TConsole& console) {
   console.out(fmt::format("{}: {} as before, {} read\n", Counted(unchanged.size() + toRead.size(), "recording"),
                           unchanged.size(), toRead.size()));
   const bool isSame = toRead.empty() && !unchanged.empty() && unchanged.size() == earlier.known.size();
-  if (isSame && FormatOf(PathFromUtf8(request.out)) == request.format) return TStatus::Done;
+  if (isSame && FormatOf(PathFromUtf8(request.out)) == request.format) {
+    const auto isUnusable = [](const auto& known) { return !IsUsable(known.second.status); };
+    SayHowManyAreUnusable(static_cast<std::size_t>(std::ranges::count_if(earlier.known, isUnusable)), console);
+    return TStatus::Done;
+  }
+  std::size_t unusable = 0;
   WriteOut(request, [&](TFleetDatabase& database) {
     if (!unchanged.empty()) database.TakeFrom(earlier.tables->Path(), unchanged);
     if (request.jobs > 1 && toRead.size() > 1) {
-      RunFleetJobs(toRead, request, database, console);
-      return;
-    }
-    for (std::size_t i = 0; i < toRead.size(); ++i) {
-      if (console.showProgress) console.err(fmt::format("\r{} of {}", i, toRead.size()));
-      database.Add(Analyse(toRead[i], options));
+      ReadByJobs(toRead, request, database, console);
+    } else {
+      ReadOneByOne(toRead, options, database, console);
     }
     if (console.showProgress) console.err("\r\033[K");
+    unusable = database.UnusableRecordings();
   });
+  SayHowManyAreUnusable(unusable, console);
   return TStatus::Done;
 }
 

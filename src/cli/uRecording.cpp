@@ -2,28 +2,12 @@
 
 #include <fmt/format.h>
 
+#include "analysis/uAnalysisTable.h"
 #include "base/uFiles.h"
 #include "model/uExceptions1V0.h"
-#include "platform/uMachineMemory.h"
+#include "shell/uMissionLoad.h"
 
 namespace {
-
-// Keeps the last message: a recording may post more than memory can hold.
-class TReadingPort final : public IMessagePort {
- public:
-  explicit TReadingPort(const TConsole& console) : FConsole(console) {}
-
-  void Receive(const TMessage& message) noexcept override {
-    Last = message;
-    if (!FConsole.showProgress || message.wParam != kReadProgress || message.lParam % 256 != 0) return;
-    FConsole.err(fmt::format("\r{} data blocks", message.lParam));
-  }
-
-  TMessage Last{};
-
- private:
-  const TConsole& FConsole;
-};
 
 TStatus StatusOf(const TRecording& recording) {
   if (recording.message.wParam == kReadFailed) return TStatus::CannotRead;
@@ -60,16 +44,14 @@ bool TRecording::HasMission() const {
 }
 
 TRecording ReadRecording(const std::string& file, const TConsole& console, TReadAhead ahead) {
-  ClearMission();
+  const auto posted = [&console](const TMessage& message) {
+    if (!console.showProgress || message.wParam != kReadProgress || message.lParam % 256 != 0) return;
+    console.err(fmt::format("\r{} data blocks", message.lParam));
+  };
+  const TMissionRead read = ReadMission(PathFromUtf8(file), ahead, posted);
   TRecording recording;
-  {
-    TReadingPort port(console);
-    const TPortHandle handle(port);
-    TReadFileThread thread(handle.Value(), PathFromUtf8(file), MissionMemoryBytes(), TInflateWay::Fast, ahead);
-    thread.WaitFor();
-    recording.message = port.Last;
-    recording.extent = thread.Extent();
-  }
+  recording.message = read.last;
+  recording.extent = read.extent;
   if (console.showProgress) console.err("\r\033[K");
   recording.displayable = MissionData.bValid && EventList.ValidCreator;
   recording.status = StatusOf(recording);
@@ -83,6 +65,12 @@ TMissionDatasets TablesOf(const TRecording& recording) {
   TNoProgress progress;
   LoadKorvexFileData(recording.mission, recording.events, recording.sensors, {}, progress, tables);
   return tables;
+}
+
+TDataset AnalysisOf(const TRecording& recording) {
+  TMissionAnalysis analysis = AnalyseMission(recording.events, ThresholdsOf(recording.mission).totOn);
+  ApplyDateFormat(analysis);
+  return analysis.Table;
 }
 
 bool HasEvent(const std::string& file, const TRecording& recording, std::size_t event, const TConsole& console) {

@@ -29,6 +29,9 @@ TRecording ReadRecording(const std::string& file, const TConsole& console, TRead
 // The tables of the recording, as they stand after loading.
 TMissionDatasets TablesOf(const TRecording& recording);
 
+// The shock analysis of all events.
+TDataset AnalysisOf(const TRecording& recording);
+
 // Complains when there is no such event.
 bool HasEvent(const std::string& file, const TRecording& recording, std::size_t event, const TConsole& console);
 

@@ -10,31 +10,21 @@
 
 namespace {
 
-TDataset& TableOf(std::string_view name, TMissionDatasets& tables) {
-  return tables.*
-         std::ranges::find(kTables, name, &std::pair<std::string_view, TDataset TMissionDatasets::*>::first)->second;
-}
-
-TDataset AnalysisOf(const TRecording& recording) {
-  TMissionAnalysis analysis = AnalyseMission(recording.events, ThresholdsOf(recording.mission).totOn);
-  ApplyDateFormat(analysis);
-  return analysis.Table;
-}
-
 // The table in the order of the index; nothing when it has no such index.
 std::optional<TDataset> TableInOrder(const TRecording& recording, const std::string& name, const std::string& index) {
+  TDataset table;
   if (name == kAnalysisTable) {
-    TDataset table = AnalysisOf(recording);
-    if (!index.empty() && !table.SelectIndex(index)) return std::nullopt;
-    return table;
+    table = AnalysisOf(recording);
+  } else {
+    TMissionDatasets tables = TablesOf(recording);
+    if (name == "important" && !index.empty()) {
+      if (!tables.Events.HasIndex(index)) return std::nullopt;
+      FillMostImportantEvents(index, tables);
+      return tables.Important;
+    }
+    const auto isIt = [&name](const auto& each) { return each.first == name; };
+    table = std::move(tables.*std::ranges::find_if(kTables, isIt)->second);
   }
-  TMissionDatasets tables = TablesOf(recording);
-  if (name == "important" && !index.empty()) {
-    if (!tables.Events.HasIndex(index)) return std::nullopt;
-    FillMostImportantEvents(index, tables);
-    return tables.Important;
-  }
-  TDataset& table = TableOf(name, tables);
   if (!index.empty() && !table.SelectIndex(index)) return std::nullopt;
   return table;
 }

@@ -4,7 +4,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <future>
 #include <iterator>
+#include <optional>
+#include <span>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -116,6 +119,45 @@ class TWidths {
   std::vector<std::size_t> FWidths;
 };
 
+// The texts of a table's cells, in its order, a block of rows at a time: those of the next block are made on another
+// core while the library writes this one. A time stamp has none, because it is written as a number.
+class TTextsAhead {
+ public:
+  TTextsAhead(const TDataset& table, std::optional<std::size_t> timestamp)
+      : FTable(table), FTimestamp(timestamp), FNext(Begin(0)) {}
+
+  // The texts of the row at a position, by field. Positions come one after the other, from 0 on.
+  std::span<const std::string> At(std::size_t position) {
+    const std::size_t row = position % kBlock;
+    if (row == 0) {
+      FTexts = FNext.get();
+      FNext = Begin(position + kBlock);
+    }
+    return std::span(FTexts).subspan(row * FTable.Fields().size(), FTable.Fields().size());
+  }
+
+ private:
+  static constexpr std::size_t kBlock = 500;  // rows
+
+  std::future<std::vector<std::string>> Begin(std::size_t position) {
+    std::vector<std::size_t> rows;  // collected here, because a table makes its order when it is asked for it
+    for (; rows.size() < kBlock && position < FTable.RecordCount(); ++position) rows.push_back(FTable.RowAt(position));
+    return std::async([this, rows = std::move(rows)] {
+      const std::size_t fields = FTable.Fields().size();
+      std::vector<std::string> texts(rows.size() * fields);
+      for (std::size_t i = 0; i < texts.size(); ++i) {
+        if (i % fields != FTimestamp) FTable.AppendDisplayText(texts[i], rows[i / fields], i % fields);
+      }
+      return texts;
+    });
+  }
+
+  const TDataset& FTable;
+  std::optional<std::size_t> FTimestamp;
+  std::vector<std::string> FTexts;
+  std::future<std::vector<std::string>> FNext;  // last: its work uses the others
+};
+
 // The titles in the given row, the records below.
 void WriteTable(TDataset& table, std::size_t titleRow, TWidths widths, TWorkbook& book, TSheets& sheets) {
   const std::size_t fields = table.Fields().size();
@@ -125,17 +167,16 @@ void WriteTable(TDataset& table, std::size_t titleRow, TWidths widths, TWorkbook
     book.WriteText(titleRow, field, table.Fields()[field].Label, TCellStyle::Title);
   }
   if (timestamp) widths.Add(*timestamp, WorkbookDateMask());
-  std::string text;
+  TTextsAhead texts(table, timestamp);
   std::size_t row = titleRow;
-  for (table.First(); !table.Eof(); table.Next()) {
+  for (std::size_t position = 0; position < table.RecordCount(); ++position) {
     ++row;
-    const std::size_t record = table.CurrentRow();
+    const std::size_t record = table.RowAt(position);
+    const auto cells = texts.At(position);
     for (std::size_t field = 0; field < fields; ++field) {
       if (field != timestamp) {
-        text.clear();
-        table.AppendDisplayText(text, record, field);
-        widths.Add(field, text);
-        book.WriteText(row, field, text, TCellStyle::NumberAsText);
+        widths.Add(field, cells[field]);
+        book.WriteText(row, field, cells[field], TCellStyle::NumberAsText);
       } else if (!table.IsNull(record, field)) {
         book.WriteDateTime(row, field, table.DateTime(record, field));
       }

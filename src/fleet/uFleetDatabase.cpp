@@ -234,6 +234,13 @@ void TFleetDatabase::Copy(const std::filesystem::path& other) {
   FConnection->Run("COMMIT; DETACH other; BEGIN");
 }
 
+std::size_t TFleetDatabase::UnusableRecordings() {
+  TStatement statuses(*FConnection, "SELECT status FROM recording");
+  std::size_t unusable = 0;
+  while (statuses.Step()) unusable += IsUsable(static_cast<int>(statuses.Integer(0))) ? 0 : 1;
+  return unusable;
+}
+
 void TFleetDatabase::Finish() {
   FConnection->Run("COMMIT");
 }

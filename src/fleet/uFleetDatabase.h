@@ -1,4 +1,4 @@
-// The tables of many recordings in one SQLite file. Main thread only.
+// The tables of many recordings in one SQLite file. One thread at a time.
 #pragma once
 
 #include <cstddef>
@@ -55,6 +55,8 @@ class TFleetDatabase {
   void Merge(const std::filesystem::path& other);
   void Finish();
 
+  // How many recordings have a status without IsUsable.
+  [[nodiscard]] std::size_t UnusableRecordings();
   // The rows of a table, 0 … 2 of FleetTables(), by path and then in the order they were added.
   void ForEachRow(std::size_t table, const std::function<void(const TFleetRow&)>& visit);
 

@@ -3,9 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <atomic>
 #include <chrono>
-#include <future>
 #include <map>
 #include <mutex>
 #include <span>
@@ -16,9 +14,8 @@
 #include "base/uFiles.h"
 #include "fleet/uFleetDatabase.h"
 #include "fleet/uFleetFiles.h"
-#include "fleet/uFleetScratch.h"
+#include "fleet/uFleetProcesses.h"
 #include "platform/uProcess.h"
-#include "platform/uSafeFile.h"
 
 namespace fs = std::filesystem;
 
@@ -79,88 +76,16 @@ std::vector<TFleetSummary> TakeKnown(const TSummaryOrder& order, std::vector<TFl
   return known;
 }
 
-// Reads files into parts, a chunk at a time on each core.
-class TChunks {
- public:
-  TChunks(const TSummaryOrder& order, std::span<const TFleetEntry> files) : FOrder(order), FRest(files) {}
-
-  // Hands out what is read until all is, or `ready` is false. Throws what a reader has thrown.
-  void ReadAll(const TSummariesReady& ready) {
-    std::vector<std::future<void>> readers;
-    const std::size_t cores = std::max(1U, std::thread::hardware_concurrency());
-    for (std::size_t i = 0; i < cores; ++i)
-      readers.push_back(std::async(std::launch::async, [this, &ready] { ReadChunks(ready); }));
-    for (std::future<void>& reader : readers) reader.wait();
-    for (std::future<void>& reader : readers) reader.get();
-  }
-
-  // All parts and the older cache as one file. A cache that cannot be written is no loss.
-  void KeepParts() const {
-    if (FOrder.cache.empty() || FParts.empty()) return;
-    std::error_code error;
-    fs::create_directories(FOrder.cache.parent_path(), error);
-    std::vector<std::string> arguments = {"fleet", "--to", Utf8FromPath(FOrder.cache), "--merge"};
-    for (const fs::path& part : FParts) arguments.push_back(Utf8FromPath(part));
-    if (fs::exists(FOrder.cache, error)) arguments.push_back(Utf8FromPath(FOrder.cache));
-    RunProgram(FOrder.kshock, arguments);
-  }
-
- private:
-  void ReadChunks(const TSummariesReady& ready) {
-    std::size_t size = kFirstChunk;
-    std::unique_lock lock(FMutex);
-    while (!FRest.empty() && !FOrder.stop.stop_requested()) {
-      const auto chunk = FRest.first(std::min(size, FRest.size()));
-      FRest = FRest.subspan(chunk.size());
-      lock.unlock();
-      const auto started = std::chrono::steady_clock::now();
-      std::vector<TFleetSummary> summaries = Read(chunk);
-      const auto took = std::chrono::steady_clock::now() - started;
-      if (took > kMaxChunkTime) size = std::max<std::size_t>(1, size / 2);
-      if (took < kMaxChunkTime / 2) size *= 2;
-      lock.lock();
-      FRead += chunk.size();
-      if (!ready(std::move(summaries), FCount - FRead)) FRest = {};
-    }
-  }
-
-  std::vector<TFleetSummary> Read(std::span<const TFleetEntry> chunk) {
-    std::string names;
-    for (const TFleetEntry& entry : chunk) names += Utf8FromPath(entry.path) + '\0';
-    const std::size_t number = FNumber++;
-    const fs::path list = FScratch.File(number, ".txt");
-    const fs::path part = FScratch.File(number, ".sqlite");
-    SaveFile(list, names);
-    const int status = RunProgram(
-        FOrder.kshock, {"fleet", "--files-from", Utf8FromPath(list), "-0", "--to", Utf8FromPath(part)}, FOrder.stop);
-    std::error_code error;
-    if (status == 0 && fs::exists(part, error)) {
-      std::vector<TFleetSummary> summaries = SummariesIn(part, FOrder.limits);
-      const std::lock_guard lock(FMutex);
-      FParts.push_back(part);
-      return summaries;
-    }
-    std::vector<TFleetSummary> summaries;
-    if (FOrder.stop.stop_requested()) return summaries;
-    if (chunk.size() == 1) {
-      summaries.push_back(
-          {.path = chunk[0].name, .status = kCannotRead, .reason = "The process that read the file ended early."});
-      return summaries;
-    }
-    for (std::size_t i = 0; i < chunk.size(); ++i)
-      std::ranges::move(Read(chunk.subspan(i, 1)), std::back_inserter(summaries));
-    return summaries;
-  }
-
-  const TSummaryOrder& FOrder;
-  const TFleetScratch FScratch;
-  std::atomic<std::size_t> FNumber = 0;  // of the next list and part
-  std::mutex FMutex;                     // guards what follows
-  std::span<const TFleetEntry> FRest;    // that nobody reads yet
-  const std::size_t FCount = FRest.size();
-  std::size_t FRead = 0;
-  std::vector<fs::path> FParts;
-};
+// The parts and the older cache become one file. A cache that cannot be written is no loss.
+void KeepParts(const TSummaryOrder& order, const std::vector<fs::path>& parts) {
+  if (order.cache.empty() || parts.empty()) return;
+  std::error_code error;
+  fs::create_directories(order.cache.parent_path(), error);
+  std::vector<std::string> arguments = {"fleet", "--to", Utf8FromPath(order.cache), "--merge"};
+  for (const fs::path& part : parts) arguments.push_back(Utf8FromPath(part));
+  if (fs::exists(order.cache, error)) arguments.push_back(Utf8FromPath(order.cache));
+  RunProgram(order.kshock, arguments);
+}
 
 }  // namespace
 
@@ -204,9 +129,28 @@ void Summarize(const TSummaryOrder& order, const TSummariesReady& ready) {
   std::vector<TFleetEntry> files = ListRecordings(order.files);
   std::vector<TFleetSummary> known = TakeKnown(order, files);
   if (!ready(std::move(known), files.size()) || files.empty()) return;
-  TChunks chunks(order, files);
-  chunks.ReadAll(ready);
-  chunks.KeepParts();
+  const TFleetScratch scratch;
+  std::mutex mutex;  // guards what follows
+  std::vector<fs::path> parts;
+  std::size_t left = files.size();
+  const TFleetWork work{.kshock = order.kshock,
+                        .processes = std::max(1U, std::thread::hardware_concurrency()),
+                        .firstChunk = kFirstChunk,
+                        .chunkTime = kMaxChunkTime,
+                        .stop = order.stop};
+  ReadInProcesses(work, files, scratch, [&](std::span<const TFleetEntry> chunk, const fs::path& part) {
+    std::vector<TFleetSummary> summaries;
+    if (part.empty()) {
+      summaries.push_back({.path = chunk[0].name, .status = kCannotRead, .reason = kEndedEarly});
+    } else {
+      summaries = SummariesIn(part, order.limits);
+    }
+    const std::lock_guard lock(mutex);
+    if (!part.empty()) parts.push_back(part);
+    left -= chunk.size();
+    return ready(std::move(summaries), left);
+  });
+  KeepParts(order, parts);
 }
 
 fs::path SummaryCache(const fs::path& cacheFolder, const fs::path& folder) {

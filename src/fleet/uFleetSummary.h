@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "analysis/uAlarmLimits.h"
+#include "fleet/uFleetTables.h"
 
 inline constexpr std::size_t kPictureSteps = 40;
 
@@ -27,7 +28,7 @@ struct TFleetSummary {
   std::vector<float> picture = {};  // g; the largest peak in each of kPictureSteps equal parts of the span, or empty
 
   // 1 and 3 have no mission to show.
-  [[nodiscard]] bool HasMission() const { return status == 0 || status == 5; }
+  [[nodiscard]] bool HasMission() const { return IsUsable(status); }
 };
 
 // Of the recordings in a finished SQLite file of kshock fleet. Throws EFleetDatabase.

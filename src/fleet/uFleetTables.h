@@ -52,6 +52,11 @@ struct TFleetFile {
   std::string analysedAt = {};  // ISO 8601 in UTC
 };
 
+// True for the status of a file that was read, if only as far as it was whole.
+inline bool IsUsable(int status) {
+  return status == 0 || status == 5;
+}
+
 struct TFleetOptions {
   bool analysis = false;  // also the figures of each event's pulse and fall
   std::optional<TLimitProfile> limits;

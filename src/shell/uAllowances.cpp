@@ -13,21 +13,11 @@ namespace {
 
 constexpr std::string_view kNone = "none";
 
-TLimitSource& LimitSourceOf(TQuantity quantity, bool isMax, TLimitProfile& profile) {
-  TJudgedLimits& limits = profile.limits.at(static_cast<std::size_t>(quantity));
-  return isMax ? limits.maxSource : limits.minSource;
-}
-
 bool IsDefault(TQuantity quantity, bool isMax, const TLimitProfile& profile) {
   const auto i = static_cast<std::size_t>(quantity);
   const TLimits& limits = profile.limits.at(i).values;
   const TLimits& byDefault = DefaultSettings().display.limits.at(i);
   return isMax ? limits.max == byDefault.max : limits.min == byDefault.min;
-}
-
-double& TimeOf(TQuantity quantity, bool isMax, TLimitProfile& profile) {
-  TAllowedTimes& times = profile.allowedTimes.at(static_cast<std::size_t>(quantity));
-  return isMax ? times.above : times.below;
 }
 
 }  // namespace
@@ -58,7 +48,7 @@ std::string AllowanceText(const TLimitProfile& profile, TQuantity quantity, bool
 std::string TypeAllowance(std::string_view text, TQuantity quantity, bool isMax, TLimitProfile& profile) {
   const std::string typed = AsciiLower(Trimmed(text));
   const bool none = typed.empty() || typed == kNone || typed == "0";
-  TLimitSource& source = LimitSourceOf(quantity, isMax, profile);
+  const TLimitEnd limit{quantity, isMax};
   if (quantity == TQuantity::Acceleration) {
     const auto events = none ? 0 : ParseEvents(typed);
     if (!events) return fmt::format("\"{}\" is no number of events. Type for instance 3, or none.", Printable(typed));
@@ -66,9 +56,9 @@ std::string TypeAllowance(std::string_view text, TQuantity quantity, bool isMax,
   } else {
     const auto time = none ? 0 : ParseDuration(typed);
     if (!time) return fmt::format("\"{}\" is no length of time. Type for instance 2 h, or none.", Printable(typed));
-    TimeOf(quantity, isMax, profile) = *time;
+    limit.AllowedIn(profile) = *time;
   }
   const bool leftOut = typed.empty() && IsDefault(quantity, isMax, profile);
-  source = leftOut ? TLimitSource::Default : TLimitSource::User;
+  limit.SourceIn(profile.limits) = leftOut ? TLimitSource::Default : TLimitSource::User;
   return "";
 }

@@ -8,6 +8,24 @@
 
 #include "analysis/uLimitProfile.h"
 
+// One of the two limits of a quantity.
+struct TLimitEnd {
+  TQuantity quantity;
+  bool isMax;
+
+  [[nodiscard]] std::size_t Index() const { return static_cast<std::size_t>(quantity); }
+  [[nodiscard]] double& ValueIn(TVerdictLimits& limits) const {
+    return isMax ? limits[Index()].values.max : limits[Index()].values.min;
+  }
+  [[nodiscard]] TLimitSource& SourceIn(TVerdictLimits& limits) const {
+    return isMax ? limits[Index()].maxSource : limits[Index()].minSource;
+  }
+  [[nodiscard]] double& AllowedIn(TLimitProfile& profile) const {
+    TAllowedTimes& times = profile.allowedTimes[Index()];
+    return isMax ? times.above : times.below;
+  }
+};
+
 // The count of a text such as "3", "1 event" or "3 events".
 std::optional<std::uint32_t> ParseEvents(std::string_view text);
 

@@ -16,10 +16,11 @@
 #include <vector>
 
 #include "export/uExportNames.h"
-#include "shell/uChartedEvent.h"
 #include "shell/uExportRunner.h"
 #include "shell/uFileFlow.h"
 #include "shell/uMissionPart.h"
+
+struct TChartedEvent;
 
 // The tables as a workbook or as CSV files, the samples of each event as a sheet or as a CSV file, a recording.
 enum class TPartForm { TableSheets, TableFiles, EventSheets, EventFiles, Recording };

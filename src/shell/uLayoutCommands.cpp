@@ -5,8 +5,8 @@
 #include <system_error>
 
 #include "base/uFiles.h"
+#include "shell/uCompareCommands.h"
 #include "shell/uFailureList.h"
-#include "shell/uReferenceCommands.h"
 #include "shell/uReferenceFile.h"
 
 namespace fs = std::filesystem;

@@ -35,30 +35,16 @@ std::string KeyOf(std::string_view control) {
 }
 
 // One of the twenty limits.
-struct TLimitKey {
-  TQuantity quantity;
-  bool isMax;
+struct TLimitKey : TLimitEnd {
   std::string key;
-
-  [[nodiscard]] std::size_t Index() const { return static_cast<std::size_t>(quantity); }
-  [[nodiscard]] double& ValueIn(TVerdictLimits& limits) const {
-    return isMax ? limits[Index()].values.max : limits[Index()].values.min;
-  }
-  [[nodiscard]] TLimitSource& SourceIn(TVerdictLimits& limits) const {
-    return isMax ? limits[Index()].maxSource : limits[Index()].minSource;
-  }
-  [[nodiscard]] double& AllowedIn(TLimitProfile& profile) const {
-    TAllowedTimes& times = profile.allowedTimes[Index()];
-    return isMax ? times.above : times.below;
-  }
 };
 
 const std::vector<TLimitKey>& LimitKeys() {
   static const std::vector<TLimitKey> kKeys = [] {
     std::vector<TLimitKey> keys;
     for (std::size_t i = 0; i < kLimitedQuantityCount; ++i) {
-      keys.push_back({static_cast<TQuantity>(i), false, KeyOf(kQuantityControls[i].min)});
-      keys.push_back({static_cast<TQuantity>(i), true, KeyOf(kQuantityControls[i].max)});
+      keys.push_back({{static_cast<TQuantity>(i), false}, KeyOf(kQuantityControls[i].min)});
+      keys.push_back({{static_cast<TQuantity>(i), true}, KeyOf(kQuantityControls[i].max)});
     }
     return keys;
   }();
@@ -81,14 +67,6 @@ std::vector<std::string> NamesOfLimits() {
   std::vector<std::string> names;
   for (const TLimitKey& limit : LimitKeys()) names.push_back(limit.key);
   return names;
-}
-
-TVerdictLimits DefaultLimits() {
-  TVerdictLimits limits;
-  for (std::size_t i = 0; i < limits.size(); ++i) {
-    limits[i] = {DefaultSettings().display.limits[i], TLimitSource::Default, TLimitSource::Default};
-  }
-  return limits;
 }
 
 void ReadLimits(const TIniFile& ini, bool namedIsChosen, TLimitProfile& profile) {
@@ -178,6 +156,14 @@ TLimitProfile ReadOwn(const TIniFile& ini) {
 }
 
 }  // namespace
+
+TVerdictLimits DefaultLimits() {
+  TVerdictLimits limits;
+  for (std::size_t i = 0; i < limits.size(); ++i) {
+    limits[i] = {DefaultSettings().display.limits[i], TLimitSource::Default, TLimitSource::Default};
+  }
+  return limits;
+}
 
 TLimitProfile ReadLimitProfile(const fs::path& path) {
   const TIniFile ini = TIniFile::LoadStrict(path);

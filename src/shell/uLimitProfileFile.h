@@ -29,6 +29,9 @@
 #include "analysis/uLimitProfile.h"
 #include "model/uGlobalSharedVariables.h"
 
+// Every limit at its default, which nobody chose.
+TVerdictLimits DefaultLimits();
+
 // Throws an exception with the reason as a sentence, without the file's name: it cannot be read, is larger than 1 MB,
 // has a line, section or key that is not known, a value that is no such number, or a minimum above its maximum.
 TLimitProfile ReadLimitProfile(const std::filesystem::path& path);

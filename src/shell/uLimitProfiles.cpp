@@ -120,22 +120,12 @@ void TLimitProfiles::Choose(const fs::path& file) {
 }
 
 void TLimitProfiles::Create(std::string_view name) {
-  TLimitProfile profile;
-  for (std::size_t i = 0; i < profile.limits.size(); ++i) {
-    profile.limits[i] = {DefaultSettings().display.limits[i], TLimitSource::Default, TLimitSource::Default};
-  }
-  profile.name = name;
-  Add(std::move(profile));
+  Add({.name = std::string(name), .limits = DefaultLimits()});
 }
 
 void TLimitProfiles::SaveAs(std::string_view name) {
   TDisplaySettings display = FMission.Settings.display;
-  if (!display.profile) {
-    display.profile.emplace();
-    for (TJudgedLimits& limits : display.profile->limits) {
-      limits.minSource = limits.maxSource = TLimitSource::Default;
-    }
-  }
+  if (!display.profile) display.profile = {.name = {}, .limits = DefaultLimits()};
   UpdateProfile(display);
   display.profile->name = name;
   Add(std::move(*display.profile));

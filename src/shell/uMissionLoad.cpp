@@ -2,8 +2,10 @@
 
 #include <fmt/format.h>
 
+#include <chrono>
 #include <cmath>
 
+#include "platform/uMachineMemory.h"
 #include "shell/uOrderingCommands.h"
 
 namespace {
@@ -21,7 +23,33 @@ void CompleteModel() {
   }
 }
 
+struct TStopped {};
+
+// Keeps the last message: a recording may post more than memory can hold.
+class TReadingPort final : public IMessagePort {
+ public:
+  explicit TReadingPort(const std::function<void(const TMessage&)>& posted) : FPosted(posted) {}
+  void Receive(const TMessage& message) noexcept override {
+    Last = message;
+    if (FPosted) FPosted(message);
+  }
+  TMessage Last{};
+
+ private:
+  const std::function<void(const TMessage&)>& FPosted;
+};
+
 }  // namespace
+
+TMissionRead ReadMission(const std::filesystem::path& file, TReadAhead ahead,
+                         const std::function<void(const TMessage&)>& posted) {
+  ClearMission();
+  TReadingPort port(posted);
+  const TPortHandle handle(port);
+  TReadFileThread thread(handle.Value(), file, MissionMemoryBytes(), TInflateWay::Fast, ahead);
+  thread.WaitFor();
+  return {port.Last, thread.Extent()};
+}
 
 std::string DamageText(const TReadExtent& extent) {
   if (!extent.damaged) return NotReadToItsEnd(extent);
@@ -55,4 +83,22 @@ void FillMission(TShownMission& mission, IProgress& progress) {
   FillCompanion(mission);
   FilterCompanion(mission);
   mission.Summary = SummarizeMission(mission.Events, mission.Tables.Metrics, mission.Sensors);
+}
+
+TAnalysisRun::TAnalysisRun(const TEventList& events, double levelOn)
+    : FResult(std::async(std::launch::async, [this, &events, levelOn, stop = FStop.get_token()] {
+        return AnalyseMission(events, levelOn, [this, &stop](std::size_t done) {
+          if (stop.stop_requested()) throw TStopped();
+          FDone.store(done, std::memory_order_relaxed);
+        });
+      })) {}
+
+TAnalysisRun::~TAnalysisRun() {
+  FStop.request_stop();
+  if (FResult.valid()) FResult.wait();
+}
+
+std::optional<TMissionAnalysis> TAnalysisRun::Take() {
+  if (!FResult.valid() || FResult.wait_for(std::chrono::seconds(0)) != std::future_status::ready) return std::nullopt;
+  return FResult.get();
 }

@@ -30,10 +30,6 @@ void SetSpan(TShownMission& mission, const TTimeSpan& band, IMissionViews& views
   NavigatorBandResized(mission, views);
 }
 
-void SetInterval(TShownMission& mission, const TCalendarStep& interval, IMissionViews& views) {
-  if (const auto data = views.NavigatorSpan()) SetSpan(mission, IntervalBand(mission.Band, *data, interval), views);
-}
-
 void StepBand(TShownMission& mission, TTimeSpan (*moved)(const TTimeSpan&, const TTimeSpan&), IMissionViews& views) {
   const auto data = views.NavigatorSpan();
   if (!data) return;
@@ -62,28 +58,8 @@ void actNavSetIntAllExecute(TShownMission& mission, IMissionViews& views) {
   if (const auto data = views.NavigatorSpan()) SetSpan(mission, *data, views);
 }
 
-void actNavSetIntYearExecute(TShownMission& mission, IMissionViews& views) {
-  SetInterval(mission, kYearInterval, views);
-}
-
-void actNavSetIntMonthExecute(TShownMission& mission, IMissionViews& views) {
-  SetInterval(mission, kMonthInterval, views);
-}
-
-void actNavSetIntWeekExecute(TShownMission& mission, IMissionViews& views) {
-  SetInterval(mission, kWeekInterval, views);
-}
-
-void actNavSetIntDayExecute(TShownMission& mission, IMissionViews& views) {
-  SetInterval(mission, kDayInterval, views);
-}
-
-void actNavSetIntHourExecute(TShownMission& mission, IMissionViews& views) {
-  SetInterval(mission, kHourInterval, views);
-}
-
-void actNavSetIntMinExecute(TShownMission& mission, IMissionViews& views) {
-  SetInterval(mission, kMinInterval, views);
+void SetNavigatorInterval(TShownMission& mission, const TCalendarStep& interval, IMissionViews& views) {
+  if (const auto data = views.NavigatorSpan()) SetSpan(mission, IntervalBand(mission.Band, *data, interval), views);
 }
 
 void actNavFwdExecute(TShownMission& mission, IMissionViews& views) {

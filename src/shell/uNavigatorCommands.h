@@ -14,12 +14,17 @@
 // The whole recording, as after loading.
 void actNavSetIntAllExecute(TShownMission& mission, IMissionViews& views);
 // One calendar interval.
-void actNavSetIntYearExecute(TShownMission& mission, IMissionViews& views);
-void actNavSetIntMonthExecute(TShownMission& mission, IMissionViews& views);
-void actNavSetIntWeekExecute(TShownMission& mission, IMissionViews& views);
-void actNavSetIntDayExecute(TShownMission& mission, IMissionViews& views);
-void actNavSetIntHourExecute(TShownMission& mission, IMissionViews& views);
-void actNavSetIntMinExecute(TShownMission& mission, IMissionViews& views);
+void SetNavigatorInterval(TShownMission& mission, const TCalendarStep& interval, IMissionViews& views);
+template <const TCalendarStep& Interval>
+void OneInterval(TShownMission& mission, IMissionViews& views) {
+  SetNavigatorInterval(mission, Interval, views);
+}
+inline constexpr auto actNavSetIntYearExecute = OneInterval<kYearInterval>;
+inline constexpr auto actNavSetIntMonthExecute = OneInterval<kMonthInterval>;
+inline constexpr auto actNavSetIntWeekExecute = OneInterval<kWeekInterval>;
+inline constexpr auto actNavSetIntDayExecute = OneInterval<kDayInterval>;
+inline constexpr auto actNavSetIntHourExecute = OneInterval<kHourInterval>;
+inline constexpr auto actNavSetIntMinExecute = OneInterval<kMinInterval>;
 // Move the band by its own width.
 void actNavFwdExecute(TShownMission& mission, IMissionViews& views);
 void actNavRwdExecute(TShownMission& mission, IMissionViews& views);

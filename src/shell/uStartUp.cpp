@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "base/uFiles.h"
+#include "shell/uCompareCommands.h"
 #include "shell/uFailureList.h"
 #include "shell/uLayoutCommands.h"
-#include "shell/uReferenceCommands.h"
 #include "shell/uSettingsStore.h"
 #include "shell/uViewSwitch.h"
 

@@ -6,7 +6,6 @@
 #include <cmath>
 #include <limits>
 #include <random>
-#include <tuple>
 
 namespace {
 
@@ -82,28 +81,6 @@ TEST(PointAbsorption, TheGridKeepsOneDotForEachCellAndNoneFromOutside) {
     grid.Add(x, y, grid.Dots().size(), -y);
   }
   EXPECT_THAT(Groups(grid.Dots()), testing::ElementsAre(TGroup(1, 2), TGroup(1, 1)));
-}
-
-TEST(PointAbsorption, TwoGridsOfOneHalfEachGatherWhatOneGridDoes) {
-  std::mt19937 random(3);
-  TDotGrid whole(0, 0, 40, 30, 1);
-  TDotGrid first(0, 0, 40, 30, 1);
-  TDotGrid second(0, 0, 40, 30, 1);
-  for (std::size_t i = 0; i < 4000; ++i) {
-    const double x = static_cast<double>(i) / 100;
-    const double y = std::generate_canonical<double, 32>(random) * 30;
-    const auto value = static_cast<double>(random() % 5);  // often equal
-    whole.Add(x, y, i, value);
-    (i < 2050 ? first : second).Add(x, y, i, value);
-  }
-  first.Add(second);
-  ASSERT_EQ(first.Dots().size(), whole.Dots().size());
-  for (std::size_t i = 0; i < whole.Dots().size(); ++i) {
-    const TDot& dot = whole.Dots()[i];
-    const TDot& found = first.Dots()[i];
-    EXPECT_EQ(std::tie(found.x, found.y, found.item, found.count, found.min, found.max),
-              std::tie(dot.x, dot.y, dot.item, dot.count, dot.min, dot.max));
-  }
 }
 
 }  // namespace

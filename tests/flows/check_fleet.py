@@ -158,11 +158,14 @@ def check_oddities(kshock, folder, out):
     locked = {"locked.kshock": 3} if os.geteuid() else {}  # root reads every folder
     for jobs in (1, 2):
         result = f"{out}.odd{jobs}.sqlite"
-        run(kshock, "fleet", os.fsdecode(odd), "/no/such.kshock", "--to", result, "--jobs", jobs)
+        said = subprocess.run([kshock, "fleet", os.fsdecode(odd), "/no/such.kshock", "--to", result, "--jobs", str(jobs)],
+                              capture_output=True, text=True, timeout=300)
         status = {os.path.basename(row["path"]): row["status"] for row in rows(result)["recording"]}
         check(status == {"line\nbreak.kshock": 0, "latin-\\xE4.KSHOCK": 0, "-0.kshock": 0, "quo'te\".kshock": 0,
                          "\U0001F4E6.kshock": 0, "cut.kshock": 5, "up": 3, "self.kshock": 3, "pipe.kshock": 3,
                          "empty.kshock": 1, "such.kshock": 3} | locked, f"odd files: {status}")
+        unusable = sum(s in (1, 3) for s in status.values())
+        check(said.returncode == 0 and f"{unusable} recordings cannot be read or shown" in said.stdout, said.stdout)
         check(all(row["reason"] for row in rows(result)["recording"] if row["status"]), "every status has a reason")
     shutil.copy(good, f"{out}.precious")
     run(kshock, "fleet", folder, "--to", f"{out}.precious", status=4)

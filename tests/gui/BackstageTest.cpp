@@ -28,7 +28,6 @@
 #include "gui/common/uBackgroundTask.h"
 #include "gui/ribbon/uRecordingList.h"
 #include "gui/welcome/uLoadingPanel.h"
-#include "gui/welcome/uUserManualIcon.h"
 #include "gui/welcome/uWellcomePanel.h"
 #include "platform/uProgram.h"
 #include "tests/support/uThreeEvents.h"
@@ -391,7 +390,7 @@ TEST(WellcomePanel, WrapsManyDocumentsAndClipsNothingInASmallWindow) {
     return shown;
   };
   EXPECT_EQ(headings(), 0);
-  TUserManualIcon* last = nullptr;
+  QWidget* last = nullptr;
   for (int i = 0; i < 20; ++i) last = panel.AddUserManualIcon(QString("manual%1").arg(i), "A caption", "/none");
   for (int i = 0; i < 5; ++i) QCoreApplication::processEvents();
   EXPECT_EQ(headings(), 1);

@@ -48,6 +48,16 @@ constexpr TToggle kToggles[] = {{"actShockEventsToolsIndicator", true},
                                 {"actSensorsAZoomLeftII", true},
                                 {"actSensorsAZoomLeftI", true}};
 
+// Something dark in these columns of a row of titles.
+bool HasLetter(const QImage& titles, int begin, int end) {
+  for (int x = begin; x < end; ++x) {
+    for (int y = 0; y < titles.height() - 2; ++y) {  // a line is below
+      if (qGray(titles.pixel(x, y)) < 160) return true;
+    }
+  }
+  return false;
+}
+
 class ChartToggles : public TWindowTest {
  protected:
   ChartToggles() : FThree(Save("three.kshock", ThreeEvents())) { Start(); }
@@ -175,8 +185,17 @@ TEST_F(ChartToggles, TheValueTableShowsAllItsColumnsWhole) {
   FForm->resize(1280, 800);
   Press("Ctrl+T");
   auto& table = Find<QTableView>("dbgShockValues");
+  QHeaderView& titles = *table.horizontalHeader();
   for (int mode = 0; mode < 2; ++mode) {
-    EXPECT_LE(table.horizontalHeader()->length(), table.viewport()->width()) << "the spectrum is in front: " << mode;
+    EXPECT_LE(titles.length(), table.viewport()->width()) << "the spectrum is in front: " << mode;
+    // A title ends where its numbers do, and its first letter is whole.
+    const QImage picture = titles.grab().toImage();
+    for (int column = 0; column < titles.count(); ++column) {
+      const int begin = titles.sectionViewportPosition(column);
+      const int end = begin + titles.sectionSize(column);
+      EXPECT_FALSE(HasLetter(picture, begin, begin + 3)) << column;
+      EXPECT_TRUE(HasLetter(picture, end - 12, end - 3)) << column;
+    }
     Press("S");
   }
 }

@@ -12,8 +12,8 @@
 
 #include "gui/common/uTheme.h"
 #include "gui/platform/uSchemePortal.h"
+#include "gui/ribbon/uBackstagePages.h"
 #include "gui/ribbon/uRecordingList.h"
-#include "gui/ribbon/uRecordingPane.h"
 #include "tests/support/uBlockedFile.h"
 #include "tests/support/uThreeEvents.h"
 #include "tests/support/uWindowTest.h"

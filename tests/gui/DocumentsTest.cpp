@@ -140,7 +140,7 @@ TEST_F(Documents, RecentFilesAndFoldersComeBackAfterARestart) {
   FForm->findChild<QAction*>("actBackstage")->trigger();
   files = Find<QTreeView>("lstRecentFiles");
   EXPECT_TRUE(files->isVisible()) << "the page opens on the recent documents";
-  EXPECT_THAT(files->model()->index(0, TRecentModel::kAbout).data().toString().toStdString(),
+  EXPECT_THAT(files->model()->index(0, TRecentListView::kAbout).data().toString().toStdString(),
               testing::MatchesRegex("3 events · peak 20\\.?0* g.*"));
   EXPECT_TRUE(QTest::qWaitFor([&] { return Names(files).back() == "a &amp; b.kshock (missing)"; }, kPatienceMs));
   EXPECT_THAT(Names(files), ElementsAre("one.kshock", testing::_));

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "base/uProgress.h"
-#include "shell/uAnalysisRun.h"
+#include "shell/uMissionLoad.h"
 #include "tests/support/uFakeWindow.h"
 #include "tests/support/uThreeEvents.h"
 

@@ -4,11 +4,10 @@
 
 #include <fstream>
 
-#include "shell/uAnalysisRun.h"
+#include "shell/uCompareCommands.h"
 #include "shell/uLayoutCommands.h"
 #include "shell/uMissionLoad.h"
 #include "shell/uOrderingCommands.h"
-#include "shell/uReferenceCommands.h"
 #include "shell/uReferenceFigures.h"
 #include "shell/uReferenceFile.h"
 #include "shell/uVerdictCells.h"

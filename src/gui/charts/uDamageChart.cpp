@@ -127,10 +127,10 @@ void TDamageChart::PaintBoundary(QCPPainter& painter) {
 void TDamageChart::PaintEvents(QCPPainter& painter) {
   FDots.SetShapes(IsForPaper());
   FDots.Begin(Rect().rect(), font(), bufferDevicePixelRatio());
-  FDots.Gather(0, FEvents.size(), [this](TDotGrid& grid, std::size_t i) {
+  for (std::size_t i = 0; i < FEvents.size(); ++i) {
     const QPointF at = PlaceOf(FEvents[i]);
-    grid.Add(at.x(), at.y(), i, FEvents[i].point.peak);
-  });
+    FDots.Add(at.x(), at.y(), i, FEvents[i].point.peak);
+  }
   FDots.Paint(painter, {InkOf(false), InkOf(true)}, palette().color(QPalette::Base),
               [this](std::size_t i) -> std::size_t { return IsBeyond(FEvents[i]) ? 1 : 0; });
 }

@@ -5,7 +5,6 @@
 
 #include <array>
 #include <cstdint>
-#include <future>
 #include <optional>
 #include <vector>
 
@@ -44,10 +43,8 @@ class TEventDots {
 
   // Begins a picture of the events inside `rect`. The font is that of the numbers.
   void Begin(const QRect& rect, const QFont& font, double pixelRatio);
-  // Calls add(grid, place) for each place, in order; it adds the event to the grid, if it has a dot. The largest value
-  // of a group says which of its events stands for all. Of a crowd the second half is gathered on another core.
-  template <class TAdd>
-  void Gather(std::size_t begin, std::size_t end, const TAdd& add);
+  // The largest value of a group says which of its events stands for all.
+  void Add(double x, double y, std::size_t place, double value) { FGrid->Add(x, y, place, value); }
   // Ends it. inks: one a kind, kindOf(place) says which. `ground` parts a group from what it stands on.
   template <class TKindOf>
   void Paint(QCPPainter& painter, const std::vector<QColor>& inks, const QColor& ground, const TKindOf& kindOf);
@@ -67,8 +64,6 @@ class TEventDots {
  private:
   static constexpr double kRadius = 3;  // px, of one event
 
-  static constexpr std::size_t kWorthACore = 100'000;  // events
-
   [[nodiscard]] double RadiusOf(std::size_t count) const;
   void Absorb();
   // Many dots of their own, which are stamped: each takes a tenth of the time of drawing it. All are circles.
@@ -84,20 +79,6 @@ class TEventDots {
   std::optional<TDotGrid> FGrid;
   std::vector<TDot> FDots;  // of the last picture
 };
-
-template <class TAdd>
-void TEventDots::Gather(std::size_t begin, std::size_t end, const TAdd& add) {
-  const auto gather = [&add](TDotGrid& grid, std::size_t from, std::size_t to) {
-    for (std::size_t place = from; place < to; ++place) add(grid, place);
-  };
-  if (end - begin < kWorthACore) return gather(*FGrid, begin, end);
-  const std::size_t middle = begin + (end - begin) / 2;
-  TDotGrid later = *FGrid;
-  std::future<void> gathered = std::async([&] { gather(later, middle, end); });
-  gather(*FGrid, begin, middle);
-  gathered.get();
-  FGrid->Add(later);
-}
 
 template <class TKindOf>
 void TEventDots::Paint(QCPPainter& painter, const std::vector<QColor>& inks, const QColor& ground,

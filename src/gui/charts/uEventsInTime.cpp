@@ -62,16 +62,18 @@ bool TEventsInTime::SetVisible(std::vector<bool> visible) {
   return true;
 }
 
-// All series in one walk.
+// All series in one walk, without branches: filters let events through that no processor can foretell.
 void TEventsInTime::Measure() const {
   for (TExtents& stems : FStems) stems.Clear();
   for (std::size_t begin = 0; begin < FTimes.size(); begin += TExtents::kBlock) {
     const std::size_t end = std::min(begin + TExtents::kBlock, FTimes.size());
-    std::array<TExtent, kSeriesCount + 1> block;
+    constexpr std::size_t kNowhere = kHidden + 1;
+    std::array<TExtent, kNowhere + 1> block;
     for (std::size_t place = begin; place < end; ++place) {
       const bool isVisible = IsVisible(place);
+      const std::size_t axis = FAxes[place];
       block[isVisible ? Place(TSeries::Total) : kHidden].Include(FMax[place]);
-      if (isVisible && FAxes[place] != kNoAxis) block[FAxes[place]].Include(FMaxSingle[place]);
+      block[isVisible && axis != kNoAxis ? axis : kNowhere].Include(FMaxSingle[place]);
     }
     for (std::size_t series = 0; series < FStems.size(); ++series) {
       const bool isFinite = block[series].IsEmpty() || block[series].IsFinite();

@@ -51,9 +51,10 @@ constexpr auto kSheet = R"(
   QListView, QTreeView { selection-background-color: %tint; selection-color: %ink; }
   QHeaderView { background: %surface; border: none; padding: 0; }
   QHeaderView::section { background: %surface; color: %secondary; border: none; padding: 4px 6px; font-weight: 600; }
-  /* Rising numbers have an arrow that points up on every system; to the toolkit they are "down". */
-  QHeaderView::down-arrow { image: url(%up); width: 12px; height: 12px; }
-  QHeaderView::up-arrow { image: url(%down); width: 12px; height: 12px; }
+  /* Rising numbers have an arrow that points up on every system; to the toolkit they are "down". Every title gives room
+     to an arrow, so tables that are never sorted have none. */
+  TGrid QHeaderView::down-arrow, TRecordingList QHeaderView::down-arrow { image: url(%up); width: 12px; height: 12px; }
+  TGrid QHeaderView::up-arrow, TRecordingList QHeaderView::up-arrow { image: url(%down); width: 12px; height: 12px; }
   QTableCornerButton::section { background: %surface; border: none; }
 
   QTabWidget::pane { border: none; }

@@ -2,6 +2,7 @@
 
 #include "analysis/uEventOrdering.h"
 #include "gui/charts/uNavigatorChart.h"
+#include "gui/common/uBoxes.h"
 #include "gui/common/uGrid.h"
 #include "gui/docks/uFoldingPanel.h"
 #include "gui/docks/uMissionDetails.h"
@@ -23,8 +24,7 @@ TDockPanels::TDockPanels(QMainWindow& window)
       DBGrid8(new TGrid("DBGrid8", QObject::tr("Battery"), BatteryIndexKey, &window)) {
   DBGrid2->SetPlaceholder(QObject::tr("No readings of sensors"));
   DBGrid8->SetPlaceholder(QObject::tr("No readings of the battery"));
-  ChartNavigator->setObjectName("ChartNavigator");
-  ChartNavigator->setAccessibleName(QObject::tr("Time navigator"));
+  Named(ChartNavigator, "ChartNavigator", QObject::tr("Time navigator"));
   const auto make = [&window](const char* name, const QString& title, QWidget* content, const QSize& size) {
     return new TFoldingPanel(name, title, content, size, &window);
   };

@@ -1,12 +1,12 @@
 #include "gui/docks/uFoldingPanel.h"
 
 #include <QApplication>
-#include <QBoxLayout>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QToolButton>
 #include <algorithm>
 
+#include "gui/common/uBoxes.h"
 #include "gui/common/uIcons.h"
 #include "gui/common/uTheme.h"
 
@@ -21,13 +21,10 @@ constexpr int kIcon = 16;    // px
 TPanelTitle::TPanelTitle(QDockWidget& panel)
     : QWidget(&panel),
       FPanel(panel),
-      FLayout(new QBoxLayout(QBoxLayout::LeftToRight, this)),
+      FLayout(MakeRow(this, {kRest}, {QMargins(kAround, kAround, kAround, kAround), 0})),
       FFoldButton(MakeButton("arrow-down", {}, "Fold")),
       FFloat(MakeButton("window-restore", tr("Float or dock %1").arg(panel.windowTitle()), "Float")),
       FClose(MakeButton(nullptr, tr("Close %1").arg(panel.windowTitle()), "Close")) {
-  FLayout->setContentsMargins(kAround, kAround, kAround, kAround);
-  FLayout->setSpacing(0);
-  FLayout->addStretch();
   for (QToolButton* button : {FFoldButton, FFloat, FClose}) FLayout->addWidget(button);
   connect(FFoldButton, &QToolButton::clicked, this, &TPanelTitle::FoldClicked);
   connect(FFloat, &QToolButton::clicked, this, [this] { FPanel.setFloating(!FPanel.isFloating()); });
@@ -36,16 +33,13 @@ TPanelTitle::TPanelTitle(QDockWidget& panel)
 }
 
 QToolButton* TPanelTitle::MakeButton(const char* icon, const QString& text, const QString& name) {
-  auto* button = new QToolButton(this);
-  button->setObjectName(name);
+  auto* button = Named(new QToolButton(this), name, text, text);
   if (icon != nullptr) {
     button->setIcon(Icon(icon));
   } else {
     button->setText("✕");
   }
   button->setIconSize(QSize(kIcon, kIcon));
-  button->setAccessibleName(text);
-  button->setToolTip(text);
   button->setFocusPolicy(Qt::TabFocus);
   return button;
 }
@@ -117,9 +111,7 @@ TFoldingPanel::TFoldingPanel(const QString& name, const QString& title, QWidget*
   setObjectName(name);
   // A panel without a visible widget would be no wider than its title's buttons.
   auto* box = new QWidget(this);
-  auto* layout = new QVBoxLayout(box);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->addWidget(content);
+  MakeColumn(box, {content}, kNoMargins);
   setWidget(box);
   setTitleBarWidget(FTitle);
   // Behind another panel's tab Qt moves it out of sight, where Tab would still reach it.

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "gui/common/uBoxes.h"
 #include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
 
@@ -19,8 +20,7 @@ constexpr int kMinColumns = 34;  // characters; in a narrower panel a figure sta
 }  // namespace
 
 TMissionDetails::TMissionDetails(QWidget* parent) : QTextEdit(parent) {
-  setObjectName("edtMissionDetails");
-  setAccessibleName(tr("Mission details"));
+  Named(this, "edtMissionDetails", tr("Mission details"));
   setReadOnly(true);
   setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   setTabChangesFocus(true);

@@ -1,27 +1,23 @@
 #include "gui/filter/uFilterChip.h"
 
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
 #include <QToolButton>
+
+#include "gui/common/uBoxes.h"
 
 TFilterChip::TFilterChip(QWidget* parent) : QFrame(parent), FText(new QLabel(this)), FOff(new QToolButton(this)) {
   setObjectName("pnlFilterChip");
   FText->setObjectName("lblStatusEvents");
   FText->setTextFormat(Qt::PlainText);
-  FOff->setObjectName("btnFilterOff");
+  Named(FOff, "btnFilterOff", tr("Switch the filter off"),
+        tr("Switch the filter off; its conditions stay (Ctrl+Shift+F)"));
   FOff->setText("✕");
   FOff->setAutoRaise(true);
   FOff->setFocusPolicy(Qt::StrongFocus);
-  FOff->setAccessibleName(tr("Switch the filter off"));
-  FOff->setToolTip(tr("Switch the filter off; its conditions stay (Ctrl+Shift+F)"));
   FOff->hide();
   connect(FOff, &QToolButton::clicked, this, &TFilterChip::OffClicked);
-  auto* layout = new QHBoxLayout(this);
-  layout->setContentsMargins(8, 0, 4, 0);
-  layout->setSpacing(2);
-  layout->addWidget(FText);
-  layout->addWidget(FOff);
+  MakeRow(this, {FText, FOff}, {QMargins(8, 0, 4, 0), 2});
 }
 
 void TFilterChip::ShowEvents(std::size_t visible, std::size_t all) {

@@ -9,10 +9,8 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScopedValueRollback>
-#include <QScrollArea>
 #include <QScrollBar>
 #include <QShortcut>
-#include <QVBoxLayout>
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -20,6 +18,7 @@
 #include "base/uDateTime.h"
 #include "base/uText.h"
 #include "gui/common/uAnalysisBar.h"
+#include "gui/common/uBoxes.h"
 #include "gui/common/uLabels.h"
 #include "gui/common/uQtText.h"
 #include "gui/common/uTypedNumber.h"
@@ -63,17 +62,7 @@ double FromQt(const QDateTime& moment) {
 
 // The program's mask of a time in Qt's letters, with milliseconds.
 QString DateTimeEditFormat() {
-  QString format = QtText(DateTimeMask()) + ".zzz";
-  for (QChar& letter : format) {
-    if (letter == 'm') {
-      letter = 'M';
-    } else if (letter == 'n') {
-      letter = 'm';
-    } else if (letter == 'h') {
-      letter = 'H';
-    }
-  }
-  return format;
+  return QtText(DateTimeMask()).replace('m', 'M').replace('n', 'm').replace('h', 'H') + ".zzz";
 }
 
 bool IsReversed(const TRange& range) {
@@ -81,11 +70,7 @@ bool IsReversed(const TRange& range) {
 }
 
 QCheckBox* MakeCheckBox(const QString& name, const QString& text, const QString& tip, QWidget* parent) {
-  auto* box = new QCheckBox(text, parent);
-  box->setObjectName(name);
-  box->setAccessibleName(tip);
-  box->setToolTip(tip);
-  return box;
+  return Named(new QCheckBox(text, parent), name, tip, tip);
 }
 
 }  // namespace
@@ -93,12 +78,8 @@ QCheckBox* MakeCheckBox(const QString& name, const QString& text, const QString&
 TFilterPanel::TFilterPanel(QWidget* parent) : QDockWidget(tr("Filter"), parent) {
   setObjectName("dxDockPanelFilter");
   setFeatures(DockWidgetClosable | DockWidgetMovable);
-  auto* scroll = new QScrollArea(this);
-  scroll->setFrameShape(QFrame::NoFrame);
-  scroll->setFocusPolicy(Qt::NoFocus);  // its controls take the keys
-  scroll->setWidgetResizable(true);
+  auto* scroll = MakeScrolled(MakeConditions());
   scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  scroll->setWidget(MakeConditions());
   scroll->setMinimumWidth(scroll->widget()->minimumSizeHint().width() +
                           scroll->verticalScrollBar()->sizeHint().width());
   setWidget(scroll);
@@ -128,18 +109,13 @@ QWidget* TFilterPanel::MakeConditions() {
   FHistogramTitle = new QLabel(box);
   FHistogramTitle->setForegroundRole(QPalette::PlaceholderText);
   FHistogram = new THistogramStrip(box);
-  FState = new QLabel(box);
-  FState->setObjectName("lblFilterState");
-  FState->setTextFormat(Qt::PlainText);
-  FState->setWordWrap(true);
+  FState = MakeSentence("lblFilterState", box);
   FAboveAlarm = MakeCheckBox("chkFilterAboveAlarm", tr("Above alarm only"),
                              tr("Only events whose acceleration max is outside the alarm limits"), box);
   connect(FAboveAlarm, &QCheckBox::toggled, this, &TFilterPanel::Edited);
   FButtons = MakeButtons(box);
   FAnalysis = new QWidget(box);
-  auto* analysis = new QVBoxLayout(FAnalysis);
-  analysis->setContentsMargins(0, 0, 0, 0);
-  analysis->addWidget(new TAnalysisBar("barFilter", FAnalysis));
+  MakeColumn(FAnalysis, {new TAnalysisBar("barFilter", FAnalysis)}, kNoMargins);
   FAnalysis->hide();
   for (QWidget* row : std::initializer_list<QWidget*>{
            FHistogramTitle, FHistogram, FAnalysis, MakeTitle(tr("Peak axis"), box), MakeAxes(box),
@@ -172,12 +148,11 @@ void TFilterPanel::MakeRanges(QGridLayout& grid, QWidget* parent) {
 }
 
 QLineEdit* TFilterPanel::MakeEdit(std::size_t quantity, bool from, QWidget* parent) {
-  auto* edit = new QLineEdit(parent);
-  edit->setObjectName(QString("edtFilter%1%2").arg(kEditNames[quantity], from ? "From" : "To"));
+  const QString words = (from ? tr("%1 from, in %2") : tr("%1 to, in %2"))
+                            .arg(QtText(kFilterQuantities[quantity].name), QtText(kFilterQuantities[quantity].unit));
+  auto* edit = Named(new QLineEdit(parent), QString("edtFilter%1%2").arg(kEditNames[quantity], from ? "From" : "To"),
+                     words, tr("%1; empty: no limit. Enter applies").arg(words));
   edit->setPlaceholderText(from ? tr("from") : tr("to"));
-  edit->setAccessibleName((from ? tr("%1 from, in %2") : tr("%1 to, in %2"))
-                              .arg(QtText(kFilterQuantities[quantity].name), QtText(kFilterQuantities[quantity].unit)));
-  edit->setToolTip(tr("%1; empty: no limit. Enter applies").arg(edit->accessibleName()));
   edit->setMinimumWidth(edit->fontMetrics().averageCharWidth() * 9);
   edit->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);  // as narrow as that, unless there is room
   edit->setMaxLength(32);
@@ -203,10 +178,8 @@ QWidget* TFilterPanel::MakeAxes(QWidget* parent) {
 QWidget* TFilterPanel::MakeTimes(QWidget* parent) {
   auto* box = new QWidget(parent);
   FTime = {MakeTimeEnd(true, box), MakeTimeEnd(false, box)};
-  auto* navigator = new QPushButton(tr("Navigator's span"), box);
-  navigator->setObjectName("btnFilterNavigatorSpan");
-  navigator->setAccessibleName(tr("Take the navigator's span"));
-  navigator->setToolTip(tr("Only events in the time that the charts show now"));
+  auto* navigator = Named(new QPushButton(tr("Navigator's span"), box), "btnFilterNavigatorSpan",
+                          tr("Take the navigator's span"), tr("Only events in the time that the charts show now"));
   connect(navigator, &QPushButton::clicked, this, &TFilterPanel::NavigatorSpanRequested);
   auto* grid = new QGridLayout(box);
   grid->setContentsMargins(0, 0, 0, 0);
@@ -225,10 +198,8 @@ TFilterPanel::TTimeEnd TFilterPanel::MakeTimeEnd(bool from, QWidget* parent) {
   const QString end = from ? "From" : "To";
   auto* on = MakeCheckBox("chkFilterTime" + end, from ? tr("from") : tr("to"),
                           from ? tr("Only events from this time on") : tr("Only events up to this time"), parent);
-  auto* edit = new QDateTimeEdit(parent);
-  edit->setObjectName("dteFilterTime" + end);
-  edit->setAccessibleName(from ? tr("Start time from") : tr("Start time to"));
-  edit->setToolTip(edit->accessibleName());
+  const QString words = from ? tr("Start time from") : tr("Start time to");
+  auto* edit = Named(new QDateTimeEdit(parent), "dteFilterTime" + end, words, words);
   edit->setTimeSpec(Qt::UTC);  // as recorded, in no zone
   edit->setLocale(QLocale::c());
   edit->setEnabled(false);
@@ -240,18 +211,13 @@ TFilterPanel::TTimeEnd TFilterPanel::MakeTimeEnd(bool from, QWidget* parent) {
 
 QWidget* TFilterPanel::MakeButtons(QWidget* parent) {
   auto* box = new QWidget(parent);
-  auto* clear = new QPushButton(tr("Clear"), box);
-  clear->setObjectName("btnFilterClear");
-  clear->setAccessibleName(tr("Clear the filter"));
-  clear->setToolTip(tr("Take all conditions away"));
+  auto* clear = Named(new QPushButton(tr("Clear"), box), "btnFilterClear", tr("Clear the filter"),
+                      tr("Take all conditions away"));
   connect(clear, &QPushButton::clicked, this, [this] {
     Write({});
     Apply();
   });
-  auto* layout = new QHBoxLayout(box);
-  layout->setContentsMargins(0, 4, 0, 0);
-  layout->addStretch();
-  layout->addWidget(clear);
+  MakeRow(box, {kRest, clear}, {QMargins(0, 4, 0, 0)});
   return box;
 }
 
@@ -262,7 +228,7 @@ void TFilterPanel::AddActiveButton(QAction* active) {
   box->setChecked(active->isChecked());
   connect(box, &QCheckBox::clicked, active, &QAction::trigger);
   connect(active, &QAction::toggled, box, &QCheckBox::setChecked);
-  static_cast<QHBoxLayout*>(FButtons->layout())->insertWidget(0, box);
+  static_cast<QBoxLayout*>(FButtons->layout())->insertWidget(0, box);
 }
 
 void TFilterPanel::Open() {

@@ -25,29 +25,30 @@ TAnalysisWork::TAnalysisWork(QMainWindow& window, const QWidget& views, IMission
 }
 
 void TAnalysisWork::SetMission(TShownMission* mission) {
-  FTimer.stop();
-  FRun.reset();
   FMission = mission;
-  for (TAnalysisBar* bar : FWindow.findChildren<TAnalysisBar*>()) {
-    if (FMission == nullptr || FMission->Analysis) {
-      bar->ShowNothing();
-    } else {
-      bar->ShowIdle();
-    }
-  }
+  End(FMission == nullptr || FMission->Analysis ? &TAnalysisBar::ShowNothing : &TAnalysisBar::ShowIdle);
 }
 
 void TAnalysisWork::Start() {
   if (FMission == nullptr || FMission->Analysis || FRun) return;
   FRun = std::make_unique<TAnalysisRun>(FMission->Events, ThresholdsOf(FMission->Data).totOn);
   FTimer.start();
-  for (TAnalysisBar* bar : FWindow.findChildren<TAnalysisBar*>()) bar->ShowRunning(0, FMission->Events.Count());
+  ShowRunning();
+}
+
+void TAnalysisWork::ShowRunning() {
+  for (TAnalysisBar* bar : FWindow.findChildren<TAnalysisBar*>())
+    bar->ShowRunning(FRun->Done(), FMission->Events.Count());
 }
 
 void TAnalysisWork::Done() {
+  End(&TAnalysisBar::ShowNothing);
+}
+
+void TAnalysisWork::End(void (TAnalysisBar::*show)()) {
   FTimer.stop();
   FRun.reset();
-  for (TAnalysisBar* bar : FWindow.findChildren<TAnalysisBar*>()) bar->ShowNothing();
+  for (TAnalysisBar* bar : FWindow.findChildren<TAnalysisBar*>()) (bar->*show)();
 }
 
 void TAnalysisWork::Poll() {
@@ -61,13 +62,10 @@ void TAnalysisWork::Poll() {
     }
   }();
   if (analysis) return TakeAnalysis(*FMission, *std::move(analysis), FShown);
-  for (TAnalysisBar* bar : FWindow.findChildren<TAnalysisBar*>())
-    bar->ShowRunning(FRun->Done(), FMission->Events.Count());
+  ShowRunning();
 }
 
 void TAnalysisWork::Cancel() {
-  FTimer.stop();
-  FRun.reset();
-  for (TAnalysisBar* bar : FWindow.findChildren<TAnalysisBar*>()) bar->ShowCancelled();
+  End(&TAnalysisBar::ShowCancelled);
   GiveUpAnalysis(*FMission, FShown);
 }

@@ -6,11 +6,12 @@
 #include <QTimer>
 #include <memory>
 
-#include "shell/uAnalysisRun.h"
 #include "shell/uIMissionViews.h"
+#include "shell/uMissionLoad.h"
 
 class QMainWindow;
 class QWidget;
+class TAnalysisBar;
 
 class TAnalysisWork : public QObject {
   Q_OBJECT
@@ -29,6 +30,9 @@ class TAnalysisWork : public QObject {
  private:
   void Poll();
   void Cancel();
+  void ShowRunning();
+  // Of the work, with what every bar then shows.
+  void End(void (TAnalysisBar::*show)());
 
   QMainWindow& FWindow;
   const QWidget& FViews;

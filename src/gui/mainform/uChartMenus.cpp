@@ -4,15 +4,17 @@
 #include <QActionGroup>
 #include <QMenu>
 #include <functional>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <utility>
 
 #include "gui/charts/uSensorsChart.h"
+#include "gui/common/uBoxes.h"
 #include "gui/common/uGuard.h"
 #include "gui/common/uIcons.h"
+#include "gui/common/uQtText.h"
 #include "gui/mainform/KorvexMainForm.h"
+#include "gui/mainform/uNamedChild.h"
 #include "gui/mainform/uStatisticsDialog.h"
 
 namespace {
@@ -65,8 +67,7 @@ void AddNamed(QMenu& menu, const TKorvexMainForm& form, const QString& name) {
     menu.addSeparator();
     return;
   }
-  auto* action = form.findChild<QAction*>(name);
-  if (action == nullptr) throw std::logic_error("the window has no action " + name.toStdString());
+  auto* action = &NamedChild<QAction>(form, Utf8(name));
   // The menu says which chart is meant, the action's own text says it, too.
   const QString keys = action->shortcut().toString(QKeySequence::NativeText);
   QAction* entry = menu.addAction(action->icon(), action->iconText() + (keys.isEmpty() ? keys : "\t" + keys));
@@ -120,10 +121,14 @@ void AddSensors(QMenu& menu, TSensorsChart& chart) {
   sensors->setEnabled(!sensors->isEmpty());
 }
 
-void ShowMenu(TKorvexMainForm& form, TTimeChart& chart, const QPoint& at) {
-  auto* menu = new QMenu(&chart);
-  menu->setObjectName("mnuChart");
+QMenu* MakeMenu(const char* name, TTimeChart& chart) {
+  auto* menu = Named(new QMenu(&chart), name);
   menu->setAttribute(Qt::WA_DeleteOnClose);
+  return menu;
+}
+
+void ShowMenu(TKorvexMainForm& form, TTimeChart& chart, const QPoint& at) {
+  auto* menu = MakeMenu("mnuChart", chart);
   const std::string own = chart.objectName().toStdString();
   if (own != kNavigator) {
     // The keys are the chart's own, so they stand in the text alone.
@@ -151,9 +156,7 @@ void ShowMenu(TKorvexMainForm& form, TTimeChart& chart, const QPoint& at) {
 
 // Both ways out of "Not Synced".
 void ShowSyncMenu(TKorvexMainForm& form, TTimeChart& chart, const QPoint& at) {
-  auto* menu = new QMenu(&chart);
-  menu->setObjectName("mnuChartSync");
-  menu->setAttribute(Qt::WA_DeleteOnClose);
+  auto* menu = MakeMenu("mnuChartSync", chart);
   const bool sensors = qobject_cast<TSensorsChart*>(&chart) != nullptr;
   auto* sync = form.findChild<QAction*>(sensors ? "actSyncWithSensors" : "actSyncWithEvents");
   QObject::connect(menu->addAction(QObject::tr("Use this span everywhere")), &QAction::triggered, sync,

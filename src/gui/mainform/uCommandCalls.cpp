@@ -1,100 +1,51 @@
 #include "gui/mainform/uCommandCalls.h"
 
-#include <QCursor>
-#include <QMenu>
+#include <fmt/format.h>
 
-#include "gui/filter/uFilterPanel.h"
-#include "gui/mainform/uGoToDialog.h"
-#include "gui/mainform/uKeysDialog.h"
+#include <QCursor>
+#include <QDesktopServices>
+#include <QFileInfo>
+#include <QMenu>
+#include <QUrl>
+
+#include "base/uFiles.h"
+#include "gui/charts/uNavigatorChart.h"
+#include "gui/common/uQtText.h"
+#include "gui/ribbon/uBackstage.h"
 #include "gui/settings/uAlarmLimitsPanel.h"
-#include "shell/uLayoutCommands.h"
-#include "shell/uNavigatorCommands.h"
-#include "shell/uPinCommands.h"
-#include "shell/uReferenceCommands.h"
+
+namespace command {
 
 namespace {
 
-void OpenMenu(command::TTargets on, const char* name) {
-  on.form.findChild<QMenu*>(name)->popup(QCursor::pos());
+TManualTopic TopicInFront(const TCommandTargets& on) {
+  const TMainParts& parts = on.parts;
+  if (!on.flow.FileShown() || parts.backstage->isVisible()) return TManualTopic::QuickStart;
+  if (on.flow.View() == TView::Report) return TManualTopic::Output;
+  if (parts.docks.ChartNavigator->hasFocus()) return TManualTopic::Charts;
+  if (on.flow.View() == TView::DamageBoundary || on.flow.View() == TView::Statistics) return TManualTopic::Metrics;
+  if (on.flow.View() == TView::Overview) return TManualTopic::QuickStart;
+  return &parts.shock->ChartInFront() != parts.shock->Chart2() ? TManualTopic::Metrics : TManualTopic::Charts;
 }
 
 }  // namespace
 
-namespace command {
-
-void SwitchFilter(TTargets on, bool checked) {
-  if (!ActivateFilter(on.flow.Mission(), checked, on.views)) on.parts.filter->Open();
-}
-
-void AskWhereTo(TTargets on, bool /*checked*/) {
-  AskAndGoTo(on.form, on.flow.Mission(), on.views);
-}
-
-void OpenFilter(TTargets on, bool /*checked*/) {
-  on.parts.filter->Open();
-}
-
-void OpenAlarmLimits(TTargets on, bool /*checked*/) {
+void OpenAlarmLimits(TTargets on) {
   const auto* button = on.form.findChild<QWidget*>("dxBarAlarmLimits");
   on.parts.alarmLimits->OpenBelow(button->isVisible() ? *button : *on.form.findChild<QWidget*>("btngrpAlarm"));
 }
 
-void SyncWithEvents(TTargets on, bool /*checked*/) {
-  btnToolsShockSyncWNavClick(on.flow.Mission(), on.flow.View(), on.views, on.dialogs);
+void OpenManual(TTargets on) {
+  const std::string file = Utf8FromPath(ManualDocument(on.program, TopicInFront(on)));
+  if (!QFileInfo::exists(QtText(file))) {
+    on.controls.ShowNotice(fmt::format("The manual is missing: {}", file), {});
+  } else if (!QDesktopServices::openUrl(QUrl::fromLocalFile(QtText(file)))) {
+    on.controls.ShowNotice(fmt::format("The desktop has no program for {}", file), PathFromUtf8(file).parent_path());
+  }
 }
 
-void SyncWithSensors(TTargets on, bool /*checked*/) {
-  btnToolsSensorsChartSyncWNavClick(on.flow.Mission(), on.views, on.dialogs);
-}
-
-void DefaultLayout(TTargets on, bool /*checked*/) {
-  LoadDefaultLayout(on.program, on.flow.View(), on.controls);
-}
-
-void UserLayout(TTargets on, bool /*checked*/) {
-  LoadUserLayout(on.program, on.flow.View(), on.flow.Mission(), on.controls, on.dialogs, on.views);
-}
-
-void SaveLayout(TTargets on, bool /*checked*/) {
-  SaveUserLayout(on.program, on.flow.Mission(), on.controls, on.dialogs);
-}
-
-void SwitchKeptReference(TTargets on, bool checked) {
-  KeepReference(on.flow.Mission(), checked, on.views);
-}
-
-void UseShownAsReference(TTargets on, bool /*checked*/) {
-  if (!on.flow.FileShown()) return;
-  on.controls.ShowNotice(UseAsReference(on.flow.Mission(), on.flow.FileName(), on.views), {});
-}
-
-void SwitchSelectedPin(TTargets on, bool /*checked*/) {
-  if (!on.flow.FileShown()) return;
-  on.controls.ShowNotice(SwitchPin(on.flow.Mission(), on.flow.FileName(), on.views), {});
-}
-
-void SwitchFullScreen(TTargets on, bool /*checked*/) {
-  on.form.setWindowState(on.form.windowState() ^ Qt::WindowFullScreen);
-}
-
-void ListKeys(TTargets on, bool /*checked*/) {
-  ShowKeys(on.form);
-}
-
-void actExportShockGridToCSVExecute(TTargets on, bool /*checked*/) {
-  OpenMenu(on, "mnuExportShocks");
-}
-
-void actExportFilteredShockGridToCSVExecute(TTargets on, bool /*checked*/) {
-  OpenMenu(on, "mnuExportShocks");
-}
-
-void actExportSensorsGridToCSVExecute(TTargets on, bool /*checked*/) {
-  OpenMenu(on, "mnuExportSensors");
-}
-
-void actExportBatteryGridToCSVExecute(TTargets on, bool /*checked*/) {
-  OpenMenu(on, "mnuExportBattery");
+void OpenMenu(TTargets on, const char* name) {
+  on.form.findChild<QMenu*>(name)->popup(QCursor::pos());
 }
 
 TTimeChart& ShownEventsChart(TTargets on) {

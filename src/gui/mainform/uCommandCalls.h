@@ -23,7 +23,7 @@ namespace command {
 
 using TTargets = const TCommandTargets&;
 
-// Calls a member of one of the targets, or a function on the shown mission.
+// Calls a member of one of the targets, or a function of the targets or on the shown mission.
 template <auto Command>
 void Do(TTargets on, bool /*checked*/) {
   using T = decltype(Command);
@@ -33,9 +33,18 @@ void Do(TTargets on, bool /*checked*/) {
     (on.flow.*Command)();
   } else if constexpr (std::is_invocable_v<T, TExportCommands&>) {
     (on.exports.*Command)();
+  } else if constexpr (std::is_invocable_v<T, TTargets>) {
+    Command(on);
   } else {
     Command(on.flow.Mission(), on.views);
   }
+}
+
+// A function on the shown mission and its file that returns what it did, for a notice.
+template <auto Command>
+void DoAndSay(TTargets on, bool /*checked*/) {
+  if (!on.flow.FileShown()) return;
+  on.controls.ShowNotice(Command(on.flow.Mission(), on.flow.FileName(), on.views), {});
 }
 
 // In the order of the event grid that is in front, in the overview in that of time.
@@ -47,34 +56,13 @@ void Step(TTargets on, bool /*checked*/) {
   step(on.flow.Mission(), Events, on.views);
 }
 
-// A filter without conditions cannot be switched on; its panel asks for some.
-void SwitchFilter(TTargets on, bool checked);
-void OpenFilter(TTargets on, bool checked);
 // Below its button, or below the group where that is collapsed.
-void OpenAlarmLimits(TTargets on, bool checked);
-void AskWhereTo(TTargets on, bool checked);
-void SyncWithEvents(TTargets on, bool checked);
-void SyncWithSensors(TTargets on, bool checked);
-void DefaultLayout(TTargets on, bool checked);
-void UserLayout(TTargets on, bool checked);
-void SaveLayout(TTargets on, bool checked);
-void SwitchKeptReference(TTargets on, bool checked);
-void UseShownAsReference(TTargets on, bool checked);
-void SwitchSelectedPin(TTargets on, bool checked);
-void SwitchFullScreen(TTargets on, bool checked);
-void ListKeys(TTargets on, bool checked);
-
-// A function of the targets, with arguments that the row gives.
-template <auto Call, auto... Arguments>
-void On(TTargets on, bool /*checked*/) {
-  Call(on, Arguments...);
-}
-
-// Each opens the menu of exports of its table at the mouse; the two tables of events share one.
-void actExportShockGridToCSVExecute(TTargets on, bool checked);
-void actExportFilteredShockGridToCSVExecute(TTargets on, bool checked);
-void actExportSensorsGridToCSVExecute(TTargets on, bool checked);
-void actExportBatteryGridToCSVExecute(TTargets on, bool checked);
+void OpenAlarmLimits(TTargets on);
+// Opens the document of the manual that belongs to what is in front, with the desktop's program for it. When it is
+// missing or cannot be opened, a notice says so.
+void OpenManual(TTargets on);
+// At the mouse.
+void OpenMenu(TTargets on, const char* name);
 
 // Of a chart or of its marks.
 template <auto Set>
@@ -93,24 +81,12 @@ void BothEventsCharts(TTargets on, bool checked) {
 }
 // The selected event has three: its curves, its spectrum and its response spectrum.
 template <auto Set>
-void EventChart(TTargets on, bool checked) {
-  SetOf<Set>(*on.parts.shock->Chart2(), checked);
-}
-template <auto Set>
 void AllEventCharts(TTargets on, bool checked) {
   for (TAccelerationChart* chart : on.parts.shock->EventCharts()) SetOf<Set>(*chart, checked);
-}
-template <auto Set>
-void SpectrumChart(TTargets on, bool checked) {
-  SetOf<Set>(*on.parts.shock->ChartSpecAnalysis(), checked);
 }
 template <TSeries Series>
 void ShowSeries(TTargets on, bool checked) {
   for (TAccelerationChart* chart : on.parts.shock->EventCharts()) chart->SetSeriesVisible(Series, checked);
-}
-template <auto Set>
-void ShockView(TTargets on, bool checked) {
-  (on.parts.shock->*Set)(checked);
 }
 template <auto Set>
 void SensorsChart(TTargets on, bool checked) {

@@ -1,12 +1,16 @@
 #include "gui/mainform/uCommandTable.h"
 
+#include "gui/filter/uFilterPanel.h"
 #include "gui/mainform/uCommandCalls.h"
 #include "gui/mainform/uExportPartDialog.h"
-#include "gui/mainform/uManual.h"
+#include "gui/mainform/uGoToDialog.h"
+#include "gui/mainform/uKeysDialog.h"
 #include "gui/mainform/uNoteDialogs.h"
 #include "gui/mainform/uViewOutput.h"
+#include "shell/uCompareCommands.h"
+#include "shell/uLayoutCommands.h"
 #include "shell/uNavigatorCommands.h"
-#include "shell/uReferenceCommands.h"
+#include "shell/uNotes.h"
 
 namespace {
 
@@ -32,6 +36,11 @@ constexpr auto kSvgTip = "The chart on white, under the mission's ID, as lines a
 constexpr auto kCsvIcon = "text-csv";
 constexpr auto kImageIcon = "image-x-generic";
 constexpr auto kXlsxIcon = "x-office-spreadsheet";
+// Each opens the menu of exports of its table; the two tables of events share one.
+constexpr auto actExportShockGridToCSVExecute = [](TTargets on, bool) { OpenMenu(on, "mnuExportShocks"); };
+constexpr auto actExportFilteredShockGridToCSVExecute = [](TTargets on, bool) { OpenMenu(on, "mnuExportShocks"); };
+constexpr auto actExportSensorsGridToCSVExecute = [](TTargets on, bool) { OpenMenu(on, "mnuExportSensors"); };
+constexpr auto actExportBatteryGridToCSVExecute = [](TTargets on, bool) { OpenMenu(on, "mnuExportBattery"); };
 constexpr TCommand kCommands[] = {
     {"actFileOpen", "dxBarOpenNewFile", "btngrpFile", "&Open…",
      "Read a recording (.kshock) in place of the one that is shown", "document-open", "Ctrl+O", kLarge,
@@ -87,45 +96,53 @@ constexpr TCommand kCommands[] = {
      "media-seek-forward", "Ctrl+Right", kOfTimeAfter, Do<actNavFwdExecute>},
     {"actSyncWithEvents", "btnToolsShockSyncWNav", "btngrpNavigator", "Sync to events",
      "Set the navigator's band to what the events chart shows", "zoom-select-x", "Ctrl+E", kOfAnyEvents,
-     SyncWithEvents},
+     [](TTargets on, bool) { btnToolsShockSyncWNavClick(on.flow.Mission(), on.flow.View(), on.views, on.dialogs); }},
     {"actSyncWithSensors", "btnToolsSensorsChartSyncWNav", "btngrpNavigator", "Sync to sensors",
      "Set the navigator's band to what the sensors chart shows", "zoom-select-x", "Ctrl+Shift+E", kOfSensors,
-     SyncWithSensors},
+     [](TTargets on, bool) { btnToolsSensorsChartSyncWNavClick(on.flow.Mission(), on.views, on.dialogs); }},
     {"actGoTo", "dxBarGoTo", "btngrpNavigator", "&Go to…", "Go to an event by its ID, or to a time", "go-jump",
-     "Ctrl+G", 0, AskWhereTo},
+     "Ctrl+G", 0, [](TTargets on, bool) { AskAndGoTo(on.form, on.flow.Mission(), on.views); }},
     {"actNoteAdd", "dxBarNoteAdd", "btngrpNotes", "&Add note…",
      "Note something on the selected event, the navigator's band or the recording", "bookmark-new", "Ctrl+M", kLarge,
-     On<AskAndAddNote>},
+     Do<AskAndAddNote>},
     {"actNotes", "dxBarNotes", "btngrpNotes", "&Notes…", "All notes, to edit, delete or go to them", "bookmarks",
-     "Ctrl+Alt+M", 0, On<ListNotes>},
+     "Ctrl+Alt+M", 0, Do<ListNotes>},
     {"actNextNote", "dxBarNextNote", "btngrpNotes", "Next note",
-     "Go to the next note in time, after the last to the first", "go-next", "M", kOfNotes, On<StepNote>},
+     "Go to the next note in time, after the last to the first", "go-next", "M", kOfNotes, Do<StepNote>},
     {"actFilterEdit", "dxBarFilterEdit", "btngrpFiltering", "Edit &filter",
-     "Set conditions on acceleration, ToT, IoT, axis and time", "view-filter", "Ctrl+F", kLarge, OpenFilter},
+     "Set conditions on acceleration, ToT, IoT, axis and time", "view-filter", "Ctrl+F", kLarge,
+     [](TTargets on, bool) { on.parts.filter->Open(); }},
     {"actFilterActive", "dxBarFilterActive", "btngrpFiltering", "Filter &on",
      "Switch the conditions on or off without losing them", "dialog-ok-apply", "Ctrl+Shift+F", kLarge | kCheckable,
-     SwitchFilter},
+     // One without conditions cannot be switched on; its panel asks for some.
+     [](TTargets on, bool checked) {
+       if (!ActivateFilter(on.flow.Mission(), checked, on.views)) on.parts.filter->Open();
+     }},
     {"actAlarmSet", "barbtnlrgAlarm", "btngrpAlarm", "&Alarm",
      "Mark values outside the alarm limits in tables and charts", "notifications", "Ctrl+Shift+A", kLarge | kCheckable},
     {"actAlarmLimits", "dxBarAlarmLimits", "btngrpAlarm", "Alarm limi&ts…",
-     "Set a minimum and a maximum for each quantity", "configure", "Ctrl+Alt+A", kLarge, OpenAlarmLimits},
+     "Set a minimum and a maximum for each quantity", "configure", "Ctrl+Alt+A", kLarge, Do<OpenAlarmLimits>},
     {"actDefaultLayout", "dxBarDefaultLayout", "btngrpLayout", "Default &layout",
      "Panels and splitters as at first; shows every panel of this view", "view-restore", "Ctrl+Shift+L", 0,
-     DefaultLayout},
+     [](TTargets on, bool) { LoadDefaultLayout(on.program, on.flow.View(), on.controls); }},
     {"actLoadUserLayout", "dxBarLoadUserLayout", "btngrpLayout", "Load &user layout",
-     "Panels and splitters as last saved", "document-revert", "Ctrl+U", 0, UserLayout},
+     "Panels and splitters as last saved", "document-revert", "Ctrl+U", 0,
+     [](TTargets on, bool) {
+       LoadUserLayout(on.program, on.flow.View(), on.flow.Mission(), on.controls, on.dialogs, on.views);
+     }},
     {"actSaveUserLayout", "dxBarSaveUserLayout", "btngrpLayout", "Save user la&yout",
      "Keep panels and splitters as they are; the next start loads them", "document-save", "Ctrl+Shift+U", 0,
-     SaveLayout},
+     [](TTargets on, bool) { SaveUserLayout(on.program, on.flow.Mission(), on.controls, on.dialogs); }},
     {"actLayoutReference", "dxBarLayoutReference", "btngrpLayout", "With re&ference",
      "Save user layout keeps the reference too (Events, Compare); it is there again whenever that layout is loaded",
-     "kr_comparedirs", "", kCheckable, SwitchKeptReference},
+     "kr_comparedirs", "", kCheckable,
+     [](TTargets on, bool checked) { KeepReference(on.flow.Mission(), checked, on.views); }},
     {"actOverviewPrint", "dxBarOverviewPrint", "btngrpEvents", "Print…",
-     "Print charts and most important events of the band", "document-print", "", kLarge, On<PrintView>},
+     "Print charts and most important events of the band", "document-print", "", kLarge, Do<PrintView>},
     {"actOverviewPreview", "dxBarOverviewPreview", "btngrpEvents", "Print pre&view…",
-     "The pages that Print and Save as PDF make", "document-preview", "", kLarge, On<PreviewView>},
+     "The pages that Print and Save as PDF make", "document-preview", "", kLarge, Do<PreviewView>},
     {"actOverviewExport", "dxBarOverviewExport", "btngrpEvents", "Save as PDF…",
-     "Charts and most important events of the band as PDF", "document-export", "", kLarge, On<SaveViewAsPdf>},
+     "Charts and most important events of the band as PDF", "document-export", "", kLarge, Do<SaveViewAsPdf>},
     {"actPreviousEvent", "dxBarPreviousEvent", "btngrpShock", "Previous event",
      "Select the event before: in the order of the tables, in the overview by time", "go-previous", "P",
      kLarge | kOfEvents, Step<-1>},
@@ -134,35 +151,37 @@ constexpr TCommand kCommands[] = {
      Step<1>},
     {"actEventPin", "dxBarEventPin", "btngrpShock", "Pin e&vent",
      "Keep a copy of the selected event beside others, also those of other recordings; a pinned event is unpinned",
-     "window-pin", "V", kLarge | kOfEvents, SwitchSelectedPin},
+     "window-pin", "V", kLarge | kOfEvents, DoAndSay<SwitchPin>},
     {"actEventPin", "dxBarEventPinAgain", "btngrpCompare", "", "", "", "", kAgain | kLarge},
     {"actUseAsReference", "dxBarUseAsReference", "btngrpCompare", "Use as &reference",
      "Keep the figures and distributions of this recording; other recordings then show Δ against it", "kr_comparedirs",
-     "Ctrl+R", kLarge, UseShownAsReference},
+     "Ctrl+R", kLarge, DoAndSay<UseAsReference>},
     {"actClearReference", "dxBarClearReference", "btngrpCompare", "&Clear reference", "Show no Δ any more",
      "edit-clear", "Ctrl+Shift+R", kLarge | kOfReference, Do<ClearReference>},
     {"actShockPrint", "dxBarShockPrint", "btngrpShockOutput", "Print…",
      "Print the selected event, the events chart and the table of the band's events", "document-print", "", kLarge,
-     On<PrintView>},
+     Do<PrintView>},
     {"actShockPreview", "dxBarShockPreview", "btngrpShockOutput", "Print pre&view…",
-     "The pages that Print and Save as PDF make", "document-preview", "", kLarge, On<PreviewView>},
+     "The pages that Print and Save as PDF make", "document-preview", "", kLarge, Do<PreviewView>},
     {"actShockExport", "dxBarShockExport", "btngrpShockOutput", "Save as PDF…",
      "The selected event, the events chart and the table of the band's events as PDF", "document-export", "", kLarge,
-     On<SaveViewAsPdf>},
+     Do<SaveViewAsPdf>},
     {"actReportConfig", "dxBarReportConfig", "btngrpReport", "&Configure…",
      "Choose sections and their order, paper, event cards and tables", "configure", "", kLarge,
-     On<ConfigureReport, false>},
+     [](TTargets on, bool) { ConfigureReport(on, false); }},
     {"actReportTimeFilter", "dxBarReportTimeFilter", "btngrpReport", "&Time filter…",
-     "Limit the report to a span of time; the cover says so", "chronometer", "", kLarge, On<ConfigureReport, true>},
+     "Limit the report to a span of time; the cover says so", "chronometer", "", kLarge,
+     [](TTargets on, bool) { ConfigureReport(on, true); }},
     {"actReportPrint", "dxBarReportPrintOnly", "btngrpReport", "Print…", "Print the report, or some of its pages",
-     "document-print", "", kLarge, On<PrintView>},
+     "document-print", "", kLarge, Do<PrintView>},
     {"actReportExport", "dxBarReportExportOnly", "btngrpReport", "Save as PDF…",
-     "The report with vector charts and bookmarks", "document-export", "", kLarge, On<SaveViewAsPdf>},
+     "The report with vector charts and bookmarks", "document-export", "", kLarge, Do<SaveViewAsPdf>},
     {"actFullScreen", nullptr, nullptr, "Full screen", "The window without frame, over the whole screen, and back", "",
-     "F11", 0, SwitchFullScreen},
+     "F11", 0, [](TTargets on, bool) { on.form.setWindowState(on.form.windowState() ^ Qt::WindowFullScreen); }},
     {"actManual", nullptr, nullptr, "Manual", "The document of the manual on what is in front", "", "F1", 0,
-     OpenManual},
-    {"actKeys", nullptr, nullptr, "All keys", "A list of all keys by view, with a search", "", "F2", 0, ListKeys},
+     Do<OpenManual>},
+    {"actKeys", nullptr, nullptr, "All keys", "A list of all keys by view, with a search", "", "F2", 0,
+     [](TTargets on, bool) { ShowKeys(on.form); }},
     {"dxDockPanelNavigator", "dxBarShowNavigator", "btngrpLayout", "",
      "The whole recording and the band that the charts show", "view-calendar-timeline", "Ctrl+Shift+N", kPanel},
     {"dxDockPanelMissionDetails", "dxBarShowMissionDetails", "btngrpLayout", "", "What was recorded, with which levels",
@@ -187,25 +206,27 @@ constexpr TCommand kCommands[] = {
     {"actShockShowTotal", "dxBarShockShowTotal", "btngrpShockSeries", "Total", "Show the total acceleration", "", "T",
      kKept | kOfChart, ShowSeries<TSeries::Total>},
     {"actShockToolsPoints", "barbtnShockToolsPoints", "btngrpShockSeries", "Points", kPointsTip, "office-chart-scatter",
-     "", kKept | kOfChart | kOn, EventChart<&TSelectedEventChart::SetPointsVisible>},
+     "", kKept | kOfChart | kOn,
+     [](TTargets on, bool checked) { on.parts.shock->Chart2()->SetPointsVisible(checked); }},
     {"actShockShowTable", "dxBarShockShowTable", "btngrpShockSeries", "Table", "The samples in numbers", "table",
-     "Ctrl+T", kKept | kOfChart, ShockView<&TMainShockPanel::SetValuesVisible>},
+     "Ctrl+T", kKept | kOfChart, [](TTargets on, bool checked) { on.parts.shock->SetValuesVisible(checked); }},
     {"actShockHPFilter", "swtHPFilter", "btngrpFilter", "HP Filtering",
      "Take the constant part and the slowest oscillation out of the selected event's curves", "view-filter", "H",
-     kKept | kOfChart, EventChart<&TSelectedEventChart::SetHighPass>},
+     kKept | kOfChart, [](TTargets on, bool checked) { on.parts.shock->Chart2()->SetHighPass(checked); }},
     {"actShockSpecAnalysis", "swtSpecAnalysis", "btngrpFilter", "Spectrum",
      "The selected event's spectrum in place of its curves", "office-chart-bar", "S", kKept | kOfChart | kEventMode,
-     ShockView<&TMainShockPanel::SetSpectrumVisible>},
+     [](TTargets on, bool checked) { on.parts.shock->SetSpectrumVisible(checked); }},
     {"actShockResponse", "swtResponse", "btngrpFilter", "Response",
      "The shock response spectrum in place of the curves: how far an oscillator on the logger would have swung",
      "office-chart-area-focus-peak-node", "O", kKept | kOfChart | kEventMode,
-     ShockView<&TMainShockPanel::SetResponseVisible>},
+     [](TTargets on, bool checked) { on.parts.shock->SetResponseVisible(checked); }},
     {"actShockLogFrequency", "dxBarShockLogFrequency", "btngrpFilter", "Log frequency",
      "Frequencies of the spectrum on a logarithmic axis", "labplot-axis-horizontal", "Ctrl+Alt+H", kKept | kOfChart,
-     SpectrumChart<&TSpectrumChart::SetLogFrequencies>},
+     [](TTargets on, bool checked) { on.parts.shock->ChartSpecAnalysis()->SetLogFrequencies(checked); }},
     {"actShockLogValues", "dxBarShockLogValues", "btngrpFilter", "Log values",
      "Values of the spectrum on a logarithmic axis; decibels are logarithms already", "labplot-axis-vertical",
-     "Ctrl+Alt+V", kKept | kOfChart, SpectrumChart<&TSpectrumChart::SetLogValues>},
+     "Ctrl+Alt+V", kKept | kOfChart,
+     [](TTargets on, bool checked) { on.parts.shock->ChartSpecAnalysis()->SetLogValues(checked); }},
     {"actShockToolsIndicator", "dxBarShockIndicator", "btngrpShockTools", "Indicator", kIndicatorTip, "snap-guideline",
      "I", kKept | kOfChart | kOn, AllEventCharts<&TChartMarks::SetIndicatorVisible>},
     {"actShockIndicatorMouseLock", "barbtnShockIndicatorMouseLock", "btngrpShockTools", "Lock indicator", kMouseLockTip,
@@ -275,7 +296,7 @@ constexpr TCommand kCommands[] = {
      "The table of the battery, as a workbook", kXlsxIcon, "", kOfBattery, Do<&E::barbtnTablesExportXLSXBatteryClick>},
     {"actExportPart", "dxBarExportPart", "btngrpTables", "Export a &part…",
      "The navigator's band, what the filter lets through, or all: as a workbook, as CSV files or as a recording",
-     "document-export", "Ctrl+Alt+P", kLarge, On<AskAndExportPart>},
+     "document-export", "Ctrl+Alt+P", kLarge, Do<AskAndExportPart>},
     {"actExportPart", "dxBarEventsExportPart", "btngrpEventsExport", "", "", "", "", kAgain},
     {"actExportPart", "dxBarSensorsExportPart", "btngrpSensorsExport", "", "", "", "", kAgain},
     {"actTablesExportCSVAnalysis", "barbtnTablesExportCSVAnalysis", "btngrpTables", "Analysis to CSV…",
@@ -344,8 +365,65 @@ constexpr TCommand kCommands[] = {
     {"actNextEvent", "dxBarEventsNext", "btngrpEventsChart", "", "", "", "", kAgain},
 };
 
+constexpr unsigned kOverview = BitOf(TView::Overview);
+constexpr unsigned kShock = BitOf(TView::Shock);
+constexpr unsigned kReport = BitOf(TView::Report);
+constexpr unsigned kOfAnalysis = BitOf(TView::DamageBoundary) | BitOf(TView::Statistics);
+constexpr TGroup kGroups[] = {{"tabHome", "btngrpFile", "File", 0},
+                              {"tabHome", "btngrpView", "View", kAllViews},
+                              {"tabHome", "btngrpNavigator", "Navigator", kOverview | kShock},
+                              {"tabHome", "btngrpFiltering", "Filtering", kOfEventViews},
+                              {"tabHome", "btngrpAlarm", "Alarm", kAllViews},
+                              {"tabHome", "btngrpLayout", "Layout", kOverview | kShock},
+                              {"tabEvents", "btngrpEventsChart", "Events chart", kOverview | kShock},
+                              {"tabEvents", "btngrpAnalysis", "Chart of all events", kOfAnalysis},
+                              {"tabEvents", "btngrpEventsExport", "Export events", kAllViews},
+                              {"tabEvents", "btngrpEventsImage", "Chart picture", kOverview | kShock},
+                              {"tabEvents", "btngrpNotes", "Notes", kAllViews},
+                              {"tabEvents", "btngrpCompare", "Compare", kAllViews},
+                              {"tabEvents", "btngrpEvents", "Overview", kOverview},
+                              {"tabShock", "btngrpShock", "Selected event", kShock},
+                              {"tabShock", "btngrpFilter", "Filter and spectrum", kShock},
+                              {"tabShock", "btngrpShockSeries", "Selected event chart", kShock},
+                              {"tabShock", "btngrpShockTools", "Selected event tools", kShock},
+                              {"tabShock", "btngrpShockExport", "Export selected event", kShock},
+                              {"tabShock", "btngrpShockImage", "Chart picture", kShock},
+                              {"tabShock", "btngrpShockOutput", "Shock view", kShock},
+                              {"tabSensors", "btngrpSensorsTools", "Sensors chart", kOverview},
+                              {"tabSensors", "btngrpSensorsAxes", "Axis zoom locks", kOverview},
+                              {"tabSensors", "btngrpSensorsExport", "Export sensors", kAllViews},
+                              {"tabSensors", "btngrpSensorsImage", "Chart picture", kOverview},
+                              {"tabTables", "btngrpTables", "Export tables", kAllViews},
+                              {"tabReport", "btngrpReport", "Report", kReport}};
+
+using TMission = const TShownMission&;
+using TSpan = const TTimeSpan&;
+constexpr TNeed kNeeds[] = {
+    {kOfEvents, "no event is shown: the recording has none, or the filter hides all",
+     [](TMission mission, TSpan) { return mission.CLDS.RecordCount() > 0; }},
+    {kOfAnyEvents, "the recording has no events", [](TMission mission, TSpan) { return mission.Events.Count() > 0; }},
+    {kOfBattery, kNoBattery, [](TMission mission, TSpan) { return !mission.Tables.Battery.Fields().empty(); }},
+    {kOfSensors, "the recording has no readings of sensors",
+     [](TMission mission, TSpan) { return mission.Tables.Sensors.RowCount() > 0; }},
+    {kOfNotes, "the recording has no notes",
+     [](TMission mission, TSpan) { return mission.Notes.file && !mission.Notes.file->Items().empty(); }},
+    {kOfReference, "there is no reference", [](TMission mission, TSpan) { return mission.Reference.has_value(); }},
+    {kOfTimeBefore, "the band begins with the recording",
+     [](TMission mission, TSpan recorded) { return mission.Band.start > recorded.start; }},
+    {kOfTimeAfter, "the band ends with the recording",
+     [](TMission mission, TSpan recorded) { return mission.Band.end < recorded.end; }},
+};
+
 }  // namespace
 
 std::span<const TCommand> Commands() {
   return kCommands;
+}
+
+std::span<const TGroup> Groups() {
+  return kGroups;
+}
+
+std::span<const TNeed> Needs() {
+  return kNeeds;
 }

@@ -5,25 +5,16 @@
 #include <QMainWindow>
 #include <QPointer>
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 
-#include "gui/common/uQtText.h"
+#include "gui/mainform/uNamedChild.h"
 #include "gui/mainform/uSettingsBinder.h"
 #include "shell/uIControls.h"
 #include "shell/uShownMission.h"
 
 class QAction;
 struct TMainParts;
-
-// A child of the window; an unknown name throws std::logic_error.
-template <class T>
-T& NamedChild(const QMainWindow& window, std::string_view name) {
-  auto* found = window.findChild<T*>(QtText(name));
-  if (found == nullptr) throw std::logic_error("the window has no control " + std::string(name));
-  return *found;
-}
 
 class TControls final : public IControls {
  public:

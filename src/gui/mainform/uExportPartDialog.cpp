@@ -7,10 +7,10 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QStandardItemModel>
-#include <QVBoxLayout>
 #include <span>
 
 #include "base/uDateTime.h"
+#include "gui/common/uBoxes.h"
 #include "gui/common/uQtText.h"
 #include "gui/mainform/KorvexMainForm.h"
 #include "gui/mainform/uCommandTable.h"
@@ -61,8 +61,7 @@ void AskAndExportPart(const TCommandTargets& on) {
   forms->setToolTip(
       QObject::tr("Tables are those of events, sensors and battery.\n"
                   "Only the band becomes a recording; its title says what it was cut from."));
-  auto* size = new QLabel(&dialog);
-  size->setObjectName("lblPartSize");
+  auto* size = Named(new QLabel(&dialog), "lblPartSize");
   size->setTextFormat(Qt::PlainText);
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel, &dialog);
   QPushButton* go = buttons->addButton(QObject::tr("&Export…"), QDialogButtonBox::AcceptRole);
@@ -70,10 +69,7 @@ void AskAndExportPart(const TCommandTargets& on) {
   auto* form = new QFormLayout;
   form->addRow(QObject::tr("&Part"), parts);
   form->addRow(QObject::tr("&As"), forms);
-  auto* layout = new QVBoxLayout(&dialog);
-  layout->addLayout(form);
-  layout->addWidget(size);
-  layout->addWidget(buttons);
+  MakeColumn(&dialog, {form, size, buttons});
   const auto update = [&] {
     const auto choice = static_cast<TPartChoice>(parts->currentIndex());
     const bool isBand = choice == TPartChoice::Band;

@@ -5,8 +5,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QVBoxLayout>
 
+#include "gui/common/uBoxes.h"
 #include "gui/common/uQtText.h"
 #include "shell/uGoTo.h"
 
@@ -15,17 +15,12 @@ void AskAndGoTo(QWidget& window, TShownMission& mission, IMissionViews& views) {
   dialog.setObjectName("dlgGoTo");
   dialog.setWindowTitle(QObject::tr("Go to"));
   auto* label = new QLabel(QObject::tr("&Event ID, or time"), &dialog);
-  auto* edit = new QLineEdit(&dialog);
-  edit->setObjectName("edtGoTo");
-  edit->setAccessibleName(QObject::tr("Event ID, or time"));
-  edit->setToolTip(QObject::tr("12 is the event with that ID; 14:30, 2024-05-31 or both are a time"));
+  auto* edit = Named(new QLineEdit(&dialog), "edtGoTo", QObject::tr("Event ID, or time"),
+                     QObject::tr("12 is the event with that ID; 14:30, 2024-05-31 or both are a time"));
   edit->setPlaceholderText(QObject::tr("12   or   14:30:00   or   date and time"));
   edit->setMinimumWidth(edit->fontMetrics().averageCharWidth() * 45);
   label->setBuddy(edit);
-  auto* problem = new QLabel(&dialog);
-  problem->setObjectName("lblGoToProblem");
-  problem->setTextFormat(Qt::PlainText);
-  problem->setWordWrap(true);
+  auto* problem = MakeSentence("lblGoToProblem", &dialog);
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel, &dialog);
   auto* go = buttons->addButton(QObject::tr("&Go"), QDialogButtonBox::AcceptRole);
   go->setDefault(true);
@@ -38,11 +33,7 @@ void AskAndGoTo(QWidget& window, TShownMission& mission, IMissionViews& views) {
     edit->setFocus();
   });
   QObject::connect(edit, &QLineEdit::textEdited, problem, &QLabel::clear);
-  auto* layout = new QVBoxLayout(&dialog);
-  layout->addWidget(label);
-  layout->addWidget(edit);
-  layout->addWidget(problem);
-  layout->addWidget(buttons);
+  MakeColumn(&dialog, {label, edit, problem, buttons});
   problem->setMinimumHeight(2 * problem->fontMetrics().height());  // the dialog keeps its size
   dialog.exec();
 }

@@ -18,6 +18,7 @@
 #include <numeric>
 #include <vector>
 
+#include "gui/common/uBoxes.h"
 #include "gui/common/uLabels.h"
 #include "gui/mainform/uCommandTable.h"
 
@@ -119,8 +120,7 @@ TShownSection MakeSection(const TSection& section, QWidget* parent) {
   grid->addWidget(MakeTitle(section.title, box), 0, 0, 1, 2);
   TShownSection shown{box, {}};
   for (const TKey& key : section.keys) {
-    auto* keys = MakeLabel(key.keys, key, box);
-    keys->setObjectName("lblKeys");
+    auto* keys = Named(MakeLabel(key.keys, key, box), "lblKeys");
     auto* what = MakeLabel(key.what, key, box);
     const int line = grid->rowCount();
     grid->addWidget(keys, line, 0);
@@ -173,10 +173,8 @@ void ShowKeys(QWidget& window) {
   QDialog dialog(&window);
   dialog.setObjectName("dlgKeys");
   dialog.setWindowTitle(QObject::tr("All keys"));
-  auto* search = new QLineEdit(&dialog);
-  search->setObjectName("edtKeysSearch");
-  search->setPlaceholderText(QObject::tr("Search keys and what they do"));
-  search->setAccessibleName(search->placeholderText());
+  auto* search = Named(new QLineEdit(&dialog), "edtKeysSearch", QObject::tr("Search keys and what they do"));
+  search->setPlaceholderText(search->accessibleName());
   search->setClearButtonEnabled(true);
   const QSize chrome(2 * kColumnSpace, 4 * search->sizeHint().height());
   const QSize room = window.screen()->availableSize() * 19 / 20;
@@ -198,13 +196,7 @@ void ShowKeys(QWidget& window) {
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, &dialog);
   QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
   buttons->button(QDialogButtonBox::Close)->setDefault(true);
-  auto* layout = new QVBoxLayout(&dialog);
-  layout->addWidget(search);
-  layout->addWidget(area, 1);
-  auto* bottom = new QHBoxLayout;
-  bottom->addWidget(grey, 1);
-  bottom->addWidget(buttons);
-  layout->addLayout(bottom);
+  MakeColumn(&dialog, {search, {area, 1}, MakeRow(nullptr, {{grey, 1}, buttons})});
   area->setWidget(page.release());
   dialog.exec();
 }

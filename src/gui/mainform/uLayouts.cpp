@@ -13,6 +13,7 @@
 #include "base/uIniFile.h"
 #include "gui/common/uQtText.h"
 #include "gui/docks/uPanelFolding.h"
+#include "gui/mainform/uNamedChild.h"
 #include "platform/uSafeFile.h"
 
 namespace {
@@ -70,15 +71,9 @@ void TLayouts::MoveToFront(const QString& panel) {
   FFront << panel;
 }
 
-QSplitter& TLayouts::Splitter(const char* name) const {
-  auto* splitter = FWindow.findChild<QSplitter*>(name);
-  if (splitter == nullptr) throw std::logic_error(std::string("the window has no splitter ") + name);
-  return *splitter;
-}
-
 TLayouts::TArrangement TLayouts::Current() const {
   TArrangement arrangement{{AllClosed() && !FKept.isEmpty() ? FKept : FWindow.saveState(), FFront}, {}};
-  for (const char* name : kSplitterNames) arrangement.splitters[name] = Splitter(name).sizes();
+  for (const char* name : kSplitterNames) arrangement.splitters[name] = NamedChild<QSplitter>(FWindow, name).sizes();
   return arrangement;
 }
 
@@ -92,7 +87,7 @@ void TLayouts::Apply(const TArrangement& arrangement) {
   FKeeps = true;
   for (const char* name : kSplitterNames) {
     const QList<int> sizes = arrangement.splitters.value(name);
-    if (!sizes.isEmpty()) Splitter(name).setSizes(sizes);
+    if (!sizes.isEmpty()) NamedChild<QSplitter>(FWindow, name).setSizes(sizes);
   }
 }
 
@@ -109,7 +104,8 @@ void TLayouts::Load(const std::filesystem::path& file) {
       lines << std::pair(QtText(key), QtText(ini.ReadString(kPanels, key, {})));
     TArrangement arrangement{ArrangementOf(FWindow, lines, FDesigned.docks), {}};
     for (const char* name : kSplitterNames) {
-      arrangement.splitters[name] = SizesOf(QtText(ini.ReadString(kSplitters, name, {})), Splitter(name).count());
+      arrangement.splitters[name] =
+          SizesOf(QtText(ini.ReadString(kSplitters, name, {})), NamedChild<QSplitter>(FWindow, name).count());
     }
     Apply(arrangement);
     TPanelFolding::TChoices folded;

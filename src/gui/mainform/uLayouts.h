@@ -13,7 +13,6 @@
 #include "gui/mainform/uDockText.h"
 
 class QDockWidget;
-class QSplitter;
 class TPanelFolding;
 
 class TLayouts : public QObject {
@@ -38,7 +37,6 @@ class TLayouts : public QObject {
     TDockArrangement docks;
     QMap<QString, QList<int>> splitters;
   };
-  [[nodiscard]] QSplitter& Splitter(const char* name) const;
   [[nodiscard]] TArrangement Current() const;
   void Apply(const TArrangement& arrangement);
   [[nodiscard]] bool AllClosed() const;

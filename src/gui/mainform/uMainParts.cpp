@@ -1,13 +1,11 @@
 #include "gui/mainform/uMainParts.h"
 
 #include <QFrame>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QStyle>
 #include <QToolButton>
-#include <QVBoxLayout>
 #include <algorithm>
 
 #include "gui/analysis/uDamagePanel.h"
@@ -15,6 +13,7 @@
 #include "gui/charts/uDamageChart.h"
 #include "gui/charts/uEventsChart.h"
 #include "gui/charts/uSelectedEventChart.h"
+#include "gui/common/uBoxes.h"
 #include "gui/common/uIcons.h"
 #include "gui/common/uLabels.h"
 #include "gui/common/uLogos.h"
@@ -95,18 +94,13 @@ void TMainParts::MakeCentre(QMainWindow& window) {
     views->addWidget(view);
   front->addWidget(welcome);
   front->addWidget(views);
-  auto* layout = new QVBoxLayout(centre);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->setSpacing(0);
-  layout->addWidget(damaged);
-  layout->addWidget(front, 1);
+  MakeColumn(centre, {damaged, {front, 1}}, kNoGaps);
   window.setCentralWidget(centre);
   window.setContentsMargins(kSurfaceGap, 0, kSurfaceGap, 0);
 }
 
 void TMainParts::MakeDamageBar(QWidget* parent) {
-  damaged = new QFrame(parent);
-  damaged->setObjectName("pnlDamaged");
+  damaged = Named(new QFrame(parent), "pnlDamaged");
   QPalette colours = damaged->palette();
   colours.setColor(QPalette::Window, kWarningGround);
   colours.setColor(QPalette::WindowText, kWarningInk);
@@ -114,23 +108,16 @@ void TMainParts::MakeDamageBar(QWidget* parent) {
   damaged->setAutoFillBackground(true);
   auto* icon = new QLabel(damaged);
   icon->setPixmap(damaged->style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(18));
-  auto* text = new QLabel(damaged);
-  text->setObjectName("lblDamaged");
+  auto* text = Named(new QLabel(damaged), "lblDamaged");
   text->setWordWrap(true);
   text->setTextInteractionFlags(Qt::TextSelectableByMouse);
-  auto* close = new QToolButton(damaged);
-  close->setObjectName("btnDamagedClose");
+  const QString hide = QObject::tr("Hide this message");
+  auto* close = Named(new QToolButton(damaged), "btnDamagedClose", hide, hide);
   close->setText("✕");
   close->setAutoRaise(true);
-  close->setAccessibleName(QObject::tr("Hide this message"));
-  close->setToolTip(close->accessibleName());
   close->setPalette(colours);
   QObject::connect(close, &QToolButton::clicked, damaged, &QWidget::hide);
-  auto* layout = new QHBoxLayout(damaged);
-  layout->setContentsMargins(8, 3, 4, 3);
-  layout->addWidget(icon);
-  layout->addWidget(text, 1);
-  layout->addWidget(close);
+  MakeRow(damaged, {icon, {text, 1}, close}, {QMargins(8, 3, 4, 3)});
   damaged->hide();
 }
 

@@ -10,10 +10,10 @@
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QVBoxLayout>
 #include <utility>
 #include <vector>
 
+#include "gui/common/uBoxes.h"
 #include "gui/common/uQtText.h"
 #include "gui/mainform/KorvexMainForm.h"
 #include "gui/mainform/uCommandTable.h"
@@ -54,23 +54,18 @@ class TNoteDialog final : public QDialog {
     setObjectName("dlgNote");
     setWindowTitle(title);
     auto* form = new QFormLayout;
-    FPlace->setObjectName("cmbNotePlace");
     for (const auto& [caption, note] : FPlaces) FPlace->addItem(caption);
     FPlace->setEnabled(FPlaces.size() > 1);
     form->addRow(tr("&On"), FPlace);
     const TNote& note = FPlaces.front().second;
-    FText->setObjectName("edtNoteText");
     FText->setTabChangesFocus(true);
     FText->setPlainText(QtText(note.text));
     FText->setMinimumWidth(FText->fontMetrics().averageCharWidth() * 50);
     FText->setFixedHeight(FText->fontMetrics().lineSpacing() * 5);
-    FText->setToolTip(tr("Enter keeps the note, Shift+Enter begins a line"));
     form->addRow(tr("&Text"), FText);
-    FAuthor->setObjectName("edtNoteAuthor");
     FAuthor->setMaxLength(kMaxWord);
     FAuthor->setText(note.id.empty() ? LastAuthor() : QtText(note.author));
     form->addRow(tr("&Author"), FAuthor);
-    FTags->setObjectName("edtNoteTags");
     FTags->setMaxLength(kMaxWord);
     FTags->setPlaceholderText(tr("separated by commas"));
     QStringList tags;
@@ -84,9 +79,7 @@ class TNoteDialog final : public QDialog {
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     update();
-    auto* layout = new QVBoxLayout(this);
-    layout->addLayout(form);
-    layout->addWidget(buttons);
+    MakeColumn(this, {form, buttons});
     FText->setFocus();
   }
 
@@ -104,10 +97,11 @@ class TNoteDialog final : public QDialog {
 
  private:
   std::vector<std::pair<QString, TNote>> FPlaces;
-  QComboBox* FPlace = new QComboBox(this);
-  TNoteText* FText = new TNoteText(this);
-  QLineEdit* FAuthor = new QLineEdit(this);
-  QLineEdit* FTags = new QLineEdit(this);
+  QComboBox* FPlace = Named(new QComboBox(this), "cmbNotePlace");
+  TNoteText* FText =
+      Named(new TNoteText(this), "edtNoteText", {}, tr("Enter keeps the note, Shift+Enter begins a line"));
+  QLineEdit* FAuthor = Named(new QLineEdit(this), "edtNoteAuthor");
+  QLineEdit* FTags = Named(new QLineEdit(this), "edtNoteTags");
 };
 
 QString Capitalized(QString text) {
@@ -145,16 +139,10 @@ class TNoteList final : public QDialog {
   explicit TNoteList(const TCommandTargets& on) : QDialog(&on.form), FOn(on) {
     setObjectName("dlgNotes");
     setWindowTitle(tr("Notes"));
-    FList->setObjectName("lstNotes");
-    FList->setAccessibleName(tr("Notes"));
     FList->setMinimumSize(FList->fontMetrics().averageCharWidth() * 70, FList->fontMetrics().lineSpacing() * 12);
-    FProblem->setObjectName("lblNotesProblem");
-    FProblem->setTextFormat(Qt::PlainText);
-    FProblem->setWordWrap(true);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
     const auto add = [&](const char* name, const QString& caption, auto action) {
-      QPushButton* button = buttons->addButton(caption, QDialogButtonBox::ActionRole);
-      button->setObjectName(name);
+      QPushButton* button = Named(buttons->addButton(caption, QDialogButtonBox::ActionRole), name);
       connect(button, &QPushButton::clicked, this, action);
       return button;
     };
@@ -171,10 +159,7 @@ class TNoteList final : public QDialog {
                  })};
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     connect(FList, &QListWidget::itemDoubleClicked, this, [this] { EditCurrent(); });
-    auto* layout = new QVBoxLayout(this);
-    layout->addWidget(FProblem);
-    layout->addWidget(FList);
-    layout->addWidget(buttons);
+    MakeColumn(this, {FProblem, FList, buttons});
     Fill();
   }
 
@@ -219,8 +204,8 @@ class TNoteList final : public QDialog {
 
   const TCommandTargets& FOn;
   std::vector<TNote> FNotes;
-  QListWidget* FList = new QListWidget(this);
-  QLabel* FProblem = new QLabel(this);
+  QListWidget* FList = Named(new QListWidget(this), "lstNotes", tr("Notes"));
+  QLabel* FProblem = MakeSentence("lblNotesProblem", this);
   std::vector<QPushButton*> FNeedNote;
 };
 

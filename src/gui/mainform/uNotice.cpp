@@ -2,12 +2,12 @@
 
 #include <QDesktopServices>
 #include <QFileInfo>
-#include <QHBoxLayout>
 #include <QTextDocument>
 #include <QToolButton>
 #include <QUrl>
 
 #include "base/uFiles.h"
+#include "gui/common/uBoxes.h"
 #include "gui/common/uIcons.h"
 #include "gui/common/uLabels.h"
 #include "gui/common/uQtText.h"
@@ -22,12 +22,7 @@ TNotice::TNotice(QWidget* hint, QWidget* parent)
   FOpen->setAutoRaise(true);
   FOpen->setFocusPolicy(Qt::TabFocus);
   connect(FOpen, &QToolButton::clicked, this, &TNotice::OpenFolder);
-  auto* layout = new QHBoxLayout(this);
-  layout->setContentsMargins(4, 0, 12, 0);
-  layout->setSpacing(8);
-  layout->addWidget(FText);
-  layout->addWidget(FOpen);
-  layout->addStretch();
+  MakeRow(this, {FText, FOpen, kRest}, {QMargins(4, 0, 12, 0), 8});
   hide();
 }
 

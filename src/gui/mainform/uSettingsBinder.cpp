@@ -6,10 +6,9 @@
 #include <QMainWindow>
 #include <QScopedValueRollback>
 #include <QToolButton>
-#include <stdexcept>
 #include <utility>
 
-#include "gui/common/uQtText.h"
+#include "gui/mainform/uNamedChild.h"
 #include "gui/settings/uColourBox.h"
 #include "gui/settings/uLimitEdit.h"
 
@@ -35,26 +34,26 @@ void TSettingsBinder::BindRow(const TSetting& row) {
                        const auto* button = FWindow.findChild<QToolButton*>(QtText(row.control));
                        if (button != nullptr) action = button->defaultAction();
                        action != nullptr ? BindToggle(*action, field)
-                                         : BindToggle(Find<QAbstractButton>(row.control), field);
+                                         : BindToggle(NamedChild<QAbstractButton>(FWindow, row.control), field);
                      },
                      [&](TFieldOf<int> field) {
-                       BindControl(Find<QComboBox>(row.control), &QComboBox::currentIndexChanged, field,
+                       BindControl(NamedChild<QComboBox>(FWindow, row.control), &QComboBox::currentIndexChanged, field,
                                    &QComboBox::currentIndex, [](QComboBox& list, int index) {
                                      if (index >= 0 && index < list.count()) list.setCurrentIndex(index);
                                    });
                      },
                      [&](TFieldOf<double> field) {
-                       BindControl(Find<TLimitEdit>(row.control), &TLimitEdit::valueChanged, field, &TLimitEdit::value,
-                                   &TLimitEdit::setValue);
+                       BindControl(NamedChild<TLimitEdit>(FWindow, row.control), &TLimitEdit::valueChanged, field,
+                                   &TLimitEdit::value, &TLimitEdit::setValue);
                      },
                      [&](TFieldOf<std::string> field) {
                        BindControl(
-                           Find<QLineEdit>(row.control), &QLineEdit::textChanged, field,
+                           NamedChild<QLineEdit>(FWindow, row.control), &QLineEdit::textChanged, field,
                            [](const QLineEdit& edit) { return Utf8(edit.text()); },
                            [](QLineEdit& edit, const std::string& text) { edit.setText(QtText(text)); });
                      },
                      [&](TFieldOf<std::uint32_t> field) {
-                       BindControl(Find<TColourBox>(row.control), &TColourBox::ColourChanged, field,
+                       BindControl(NamedChild<TColourBox>(FWindow, row.control), &TColourBox::ColourChanged, field,
                                    &TColourBox::Colour, &TColourBox::SetColour);
                      }},
              row.field);
@@ -72,11 +71,4 @@ void TSettingsBinder::BindControl(TControl& control, auto changed, TFieldOf<TVal
     field(*FSettings) = std::invoke(get, control);
     if (!FIsShowing) FChanged();
   });
-}
-
-template <class TControl>
-TControl& TSettingsBinder::Find(std::string_view control) const {
-  auto* found = FWindow.findChild<TControl*>(QtText(control));
-  if (found == nullptr) throw std::logic_error("the window has no control " + std::string(control));
-  return *found;
 }

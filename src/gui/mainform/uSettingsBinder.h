@@ -3,7 +3,6 @@
 
 #include <QObject>
 #include <functional>
-#include <string_view>
 #include <vector>
 
 #include "shell/uSettingsSchema.h"
@@ -29,8 +28,6 @@ class TSettingsBinder : public QObject {
   // `changed` is the control's signal, `get` reads its value, `set` sets it.
   template <class TControl, class TValue>
   void BindControl(TControl& control, auto changed, TFieldOf<TValue> field, auto get, auto set);
-  template <class TControl>
-  [[nodiscard]] TControl& Find(std::string_view control) const;
 
   QMainWindow& FWindow;
   TSettings* FSettings = nullptr;

@@ -8,10 +8,10 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QTableWidget>
-#include <QVBoxLayout>
 #include <algorithm>
 
 #include "gui/charts/uTimeChart.h"
+#include "gui/common/uBoxes.h"
 #include "gui/common/uRowGrid.h"
 
 namespace {
@@ -84,8 +84,8 @@ void ShowStatistics(QWidget& window, const TTimeChart& chart) {
   QDialog dialog(&window);
   dialog.setObjectName("dlgStatistics");
   dialog.setWindowTitle(QObject::tr("Statistics of the visible range"));
-  auto* range = new QLabel(QString("%1\n%2").arg(chart.accessibleName(), statistics.span), &dialog);
-  range->setObjectName("lblStatisticsRange");
+  auto* range = Named(new QLabel(&dialog), "lblStatisticsRange");
+  range->setText(QString("%1\n%2").arg(chart.accessibleName(), statistics.span));
   range->setTextFormat(Qt::PlainText);
   range->setTextInteractionFlags(Qt::TextSelectableByMouse);
   auto* table = MakeTable(statistics, &dialog);
@@ -94,16 +94,12 @@ void ShowStatistics(QWidget& window, const TTimeChart& chart) {
       QObject::tr("Samples that are numbers, each weighing the same; RMS is that of the values as they are"));
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, &dialog);
   QPushButton* copy = buttons->addButton(QObject::tr("&Copy"), QDialogButtonBox::ActionRole);
-  copy->setObjectName("btnStatisticsCopy");
-  copy->setToolTip(QObject::tr("Copy the selected rows, or all, with their titles (Ctrl+C)"));
+  Named(copy, "btnStatisticsCopy", {}, QObject::tr("Copy the selected rows, or all, with their titles (Ctrl+C)"));
   copy->setAutoDefault(false);
   QObject::connect(copy, &QPushButton::clicked, table, [table] { table->Copy(); });
   QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
   buttons->button(QDialogButtonBox::Close)->setDefault(true);
-  auto* layout = new QVBoxLayout(&dialog);
-  layout->addWidget(range);
-  layout->addWidget(table);
-  layout->addWidget(buttons);
+  MakeColumn(&dialog, {range, table, buttons});
   table->setFocus();
   // Wide enough for its title, too.
   const int title = dialog.fontMetrics().horizontalAdvance(dialog.windowTitle()) + kTitleButtons;

@@ -30,11 +30,11 @@
 #include "gui/report/uReportPanel.h"
 #include "gui/shock/uPinBar.h"
 #include "gui/shock/uShockPanel.h"
+#include "shell/uCompareCommands.h"
 #include "shell/uFileFlow.h"
 #include "shell/uNavigatorCommands.h"
 #include "shell/uNoteCommands.h"
 #include "shell/uOrderingCommands.h"
-#include "shell/uPinCommands.h"
 
 TViewActions::TViewActions(QMainWindow& window, TMainParts& parts, TFileFlow& flow, TControls& controls,
                            TMissionViews& views, TNoteCommands& notes)

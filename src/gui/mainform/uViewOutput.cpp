@@ -9,7 +9,6 @@
 #include <QPrinter>
 #include <QPushButton>
 #include <QSvgGenerator>
-#include <QVBoxLayout>
 #include <algorithm>
 #include <initializer_list>
 #include <new>
@@ -18,6 +17,7 @@
 #include "base/uFiles.h"
 #include "gui/charts/uAccelerationChart.h"
 #include "gui/charts/uChartOnPaper.h"
+#include "gui/common/uBoxes.h"
 #include "gui/common/uLogos.h"
 #include "gui/common/uQtText.h"
 #include "gui/mainform/KorvexMainForm.h"
@@ -171,17 +171,13 @@ void PreviewView(const TCommandTargets& on) {
   enum TChoice { kPrint = 2, kPdf };
   for (const auto& [name, caption, choice] : {std::tuple{"btnPreviewPrint", QObject::tr("&Print…"), kPrint},
                                               std::tuple{"btnPreviewPdf", QObject::tr("&Save as PDF…"), kPdf}}) {
-    auto* button = buttons->addButton(caption, QDialogButtonBox::ActionRole);
-    button->setObjectName(name);
+    auto* button = Named(buttons->addButton(caption, QDialogButtonBox::ActionRole), name);
     QObject::connect(button, &QPushButton::clicked, &dialog, [&dialog, choice = choice] { dialog.done(choice); });
   }
   QObject::connect(view, &TPageView::PageChanged, number, [view, number] {
     number->setText(QObject::tr("Page %1 of %2").arg(view->CurrentPage() + 1).arg(view->PageCount()));
   });
-  auto* layout = new QVBoxLayout(&dialog);
-  layout->addWidget(view, 1);
-  layout->addWidget(number);
-  layout->addWidget(buttons);
+  MakeColumn(&dialog, {{view, 1}, number, buttons});
   view->SetFit(TPageView::TFit::Page);
   view->ShowPages(&pages);
   view->setFocus();

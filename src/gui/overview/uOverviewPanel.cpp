@@ -1,13 +1,11 @@
 #include "gui/overview/uOverviewPanel.h"
 
 #include <QComboBox>
-#include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
 #include <QScrollBar>
 #include <QSplitter>
 #include <QToolButton>
-#include <QVBoxLayout>
 #include <algorithm>
 #include <functional>
 #include <utility>
@@ -15,6 +13,7 @@
 #include "analysis/uMissionDatasets.h"
 #include "gui/charts/uEventsChart.h"
 #include "gui/charts/uSensorsChart.h"
+#include "gui/common/uBoxes.h"
 #include "gui/common/uGrid.h"
 #include "gui/common/uLabels.h"
 #include "gui/common/uQtText.h"
@@ -67,10 +66,8 @@ TMainOverviewPanel::TMainOverviewPanel(QWidget* parent)
       FSelected(new TElidedLabel("lblSelectedEvent", this, Qt::ElideRight)),
       FShow(new QToolButton(this)) {
   setObjectName("MainOverviewPanel");
-  FChart1->setObjectName("Chart1");
-  FChart1->setAccessibleName(tr("Shock events chart"));
-  FChartAllSensors->setObjectName("ChartAllSensors");
-  FChartAllSensors->setAccessibleName(tr("Sensors chart"));
+  Named(FChart1, "Chart1", tr("Shock events chart"));
+  Named(FChartAllSensors, "ChartAllSensors", tr("Sensors chart"));
   FMostImportant->SetPlaceholder(tr("No events"));
   PairCharts(*FChart1, *FChartAllSensors);
 
@@ -81,11 +78,7 @@ TMainOverviewPanel::TMainOverviewPanel(QWidget* parent)
   FSplitter->addWidget(FChartAllSensors);
   FSplitter->addWidget(MakeMostImportantEvents());
   FSplitter->setSizes({340, 340, 220});
-  auto* layout = new QVBoxLayout(this);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->setSpacing(0);
-  layout->addWidget(FVerdict);
-  layout->addWidget(FSplitter, 1);
+  MakeColumn(this, {FVerdict, {FSplitter, 1}}, kNoGaps);
 
   connect(FSplitter, &QSplitter::splitterMoved, this, [this] { SetSharesHeight(false); });
   connect(FOrderBy, &QComboBox::activated, this, &TMainOverviewPanel::OrderByChosen);
@@ -101,35 +94,22 @@ TMainOverviewPanel::TMainOverviewPanel(QWidget* parent)
 }
 
 QWidget* TMainOverviewPanel::MakeMostImportantEvents() {
-  FOrderBy->setObjectName("cmbOrderMostImporantBy");
+  Named(FOrderBy, "cmbOrderMostImporantBy", tr("Order the most important events by"),
+        tr("What ranks the most important events (Alt+O)"));
   for (const std::string_view caption : kOrderByCaptions) FOrderBy->addItem(QtText(caption));
-  FOrderBy->setAccessibleName(tr("Order the most important events by"));
-  FOrderBy->setToolTip(tr("What ranks the most important events (Alt+O)"));
   auto* orderLabel = new QLabel(tr("&Order By"), this);
   orderLabel->setBuddy(FOrderBy);
   FSelected->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
   FSelected->setForegroundRole(QPalette::PlaceholderText);
-  FShow->setObjectName("btnShowSelectedEvent");
+  Named(FShow, "btnShowSelectedEvent", tr("Show the selected event"),
+        tr("Scroll to the selected event, or show it in the shock view where it is not among these"));
   FShow->setText(tr("Show"));
   FShow->setAutoRaise(true);
   FShow->setFocusPolicy(Qt::StrongFocus);
-  FShow->setAccessibleName(tr("Show the selected event"));
-  FShow->setToolTip(tr("Scroll to the selected event, or show it in the shock view where it is not among these"));
   auto* box = new QWidget(this);
-  auto* head = new QHBoxLayout;
-  head->setContentsMargins(8, 0, 8, 0);
-  head->setSpacing(8);
-  head->addWidget(MakeTitle(tr("Most important events"), this));
-  head->addWidget(FSelected, 1);
-  head->addWidget(FShow);
-  head->addStretch();
-  head->addWidget(orderLabel);
-  head->addWidget(FOrderBy);
-  auto* layout = new QVBoxLayout(box);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->setSpacing(kListSpacing);
-  layout->addLayout(head);
-  layout->addWidget(FMostImportant);
+  auto* title = MakeTitle(tr("Most important events"), this);
+  auto* head = MakeRow(nullptr, {title, {FSelected, 1}, FShow, kRest, orderLabel, FOrderBy}, {QMargins(8, 0, 8, 0), 8});
+  MakeColumn(box, {head, FMostImportant}, {QMargins(), kListSpacing});
   UpdateSelectedLine();
   return box;
 }

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "gui/common/uBoxes.h"
 #include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
 
@@ -40,6 +41,7 @@ constexpr std::array<TCaption, kVerdictQuestionCount> kCaptions = {{{"btnVerdict
 TVerdictButton::TVerdictButton(const QString& name, const QString& caption, QWidget* parent)
     : QAbstractButton(parent), FCaption(caption) {
   setObjectName(name);
+  setAttribute(Qt::WA_Hover);
   setFocusPolicy(Qt::StrongFocus);
   setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
 }
@@ -165,25 +167,9 @@ void TVerdictButton::paintEvent(QPaintEvent* /*event*/) {
   if (!isStub) PaintNote(painter, room);
 }
 
-void TVerdictButton::enterEvent(QEnterEvent* event) {
-  QAbstractButton::enterEvent(event);
-  update();
-}
-
-void TVerdictButton::leaveEvent(QEvent* event) {
-  QAbstractButton::leaveEvent(event);
-  update();
-}
-
-void TVerdictButton::changeEvent(QEvent* event) {
-  QAbstractButton::changeEvent(event);
-  if (event->type() == QEvent::FontChange) updateGeometry();
-}
-
 TStripLine::TStripLine(const QString& object, const QString& name, const QString& click, QWidget* parent)
     : QAbstractButton(parent), FName(name), FClick(click) {
-  setObjectName(object);
-  setAccessibleName(name);
+  Named(this, object, name);
   setFocusPolicy(Qt::StrongFocus);
   setCursor(Qt::PointingHandCursor);
   setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
@@ -232,8 +218,7 @@ TVerdictStrip::TVerdictStrip(QWidget* parent)
       FGrid(new QGridLayout(this)),
       FJudgement(new TStripLine("btnJudgement", tr("Judgement"), tr("Click: change the limits"), this)),
       FReference(new TStripLine("btnReference", tr("Reference"), tr("Click: compare the statistics"), this)) {
-  setObjectName("pnlVerdict");
-  setAccessibleName(tr("Verdict"));
+  Named(this, "pnlVerdict", tr("Verdict"));
   FGrid->setContentsMargins(0, 0, 0, kGap);
   FGrid->setSpacing(kGap);
   for (std::size_t i = 0; i < FButtons.size(); ++i) {

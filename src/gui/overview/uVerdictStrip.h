@@ -27,9 +27,6 @@ class TVerdictButton : public QAbstractButton {
 
  protected:
   void paintEvent(QPaintEvent* event) override;
-  void enterEvent(QEnterEvent* event) override;
-  void leaveEvent(QEvent* event) override;
-  void changeEvent(QEvent* event) override;
 
  private:
   void PaintHead(QPainter& painter, const QRect& head) const;

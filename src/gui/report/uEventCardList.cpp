@@ -8,6 +8,7 @@
 #include <QToolTip>
 #include <algorithm>
 
+#include "gui/common/uBoxes.h"
 #include "gui/common/uTheme.h"
 #include "shell/uShownVerdict.h"
 
@@ -23,8 +24,7 @@ constexpr int kRing = 2;
 }  // namespace
 
 TEventCardList::TEventCardList(QWidget* parent) : QAbstractScrollArea(parent) {
-  setObjectName("lstEventCards");
-  setAccessibleName(tr("Event cards"));
+  Named(this, "lstEventCards", tr("Event cards"));
   setFrameShape(QFrame::NoFrame);
   setFocusPolicy(Qt::StrongFocus);
   setContextMenuPolicy(Qt::ActionsContextMenu);
@@ -214,42 +214,19 @@ void TEventCardList::changeEvent(QEvent* event) {
 void TEventCardList::keyPressEvent(QKeyEvent* event) {
   const auto current = CurrentCard();
   if (FEvents.empty()) return QAbstractScrollArea::keyPressEvent(event);
-  const int page = std::max(1, viewport()->height() / (CardSize().height() + kListGap)) * Columns();
-  const auto last = static_cast<std::int64_t>(FEvents.size()) - 1;
-  auto card = static_cast<std::int64_t>(current.value_or(0));
-  switch (event->key()) {
-    case Qt::Key_Left:
-      card -= 1;
-      break;
-    case Qt::Key_Right:
-      card += 1;
-      break;
-    case Qt::Key_Up:
-      card -= Columns();
-      break;
-    case Qt::Key_Down:
-      card += Columns();
-      break;
-    case Qt::Key_PageUp:
-      card -= page;
-      break;
-    case Qt::Key_PageDown:
-      card += page;
-      break;
-    case Qt::Key_Home:
-      card = 0;
-      break;
-    case Qt::Key_End:
-      card = last;
-      break;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-      if (current) emit EventOpened(FEvents[*current]);
-      return;
-    default:
-      return QAbstractScrollArea::keyPressEvent(event);
+  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    if (current) emit EventOpened(FEvents[*current]);
+    return;
   }
-  emit EventChosen(FEvents[static_cast<std::size_t>(std::clamp<std::int64_t>(card, 0, last))]);
+  const int page = std::max(1, viewport()->height() / (CardSize().height() + kListGap)) * Columns();
+  const auto count = static_cast<std::int64_t>(FEvents.size());
+  const std::pair<int, std::int64_t> steps[] = {
+      {Qt::Key_Left, -1},      {Qt::Key_Right, 1},       {Qt::Key_Up, -Columns()}, {Qt::Key_Down, Columns()},
+      {Qt::Key_PageUp, -page}, {Qt::Key_PageDown, page}, {Qt::Key_Home, -count},   {Qt::Key_End, count}};
+  const auto* step = std::ranges::find(steps, event->key(), &std::pair<int, std::int64_t>::first);
+  if (step == std::end(steps)) return QAbstractScrollArea::keyPressEvent(event);
+  const std::int64_t card = static_cast<std::int64_t>(current.value_or(0)) + step->second;
+  emit EventChosen(FEvents[static_cast<std::size_t>(std::clamp<std::int64_t>(card, 0, count - 1))]);
 }
 
 void TEventCardList::mousePressEvent(QMouseEvent* event) {

@@ -5,6 +5,7 @@
 #include <QScrollBar>
 #include <algorithm>
 
+#include "gui/common/uBoxes.h"
 #include "gui/common/uTheme.h"
 #include "gui/report/uReportPages.h"
 
@@ -19,8 +20,7 @@ constexpr int kFocusRing = 2;
 }  // namespace
 
 TPageView::TPageView(const QString& name, const QString& title, QWidget* parent) : QAbstractScrollArea(parent) {
-  setObjectName(name);
-  setAccessibleName(title);
+  Named(this, name, title);
   setFrameShape(QFrame::NoFrame);
   setFocusPolicy(Qt::StrongFocus);
   // A bar that comes and goes would change the width that is fitted.

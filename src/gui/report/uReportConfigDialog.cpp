@@ -5,19 +5,18 @@
 #include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QGroupBox>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QSpinBox>
-#include <QVBoxLayout>
 #include <cmath>
 #include <stdexcept>
 #include <utility>
 
 #include "base/uDateTime.h"
 #include "base/uFiles.h"
+#include "gui/common/uBoxes.h"
 #include "gui/common/uLabels.h"
 #include "gui/common/uQtText.h"
 #include "gui/platform/uDialogs.h"
@@ -35,9 +34,7 @@ constexpr std::pair<const char*, bool TReportConfig::*> kTableBoxes[] = {
     {"chkReportBattery", &TReportConfig::batteryTable}};
 
 QComboBox* MakeBox(const char* name, const QString& title, const QStringList& entries, QWidget* parent) {
-  auto* box = new QComboBox(parent);
-  box->setObjectName(name);
-  box->setAccessibleName(title);
+  auto* box = Named(new QComboBox(parent), name, title);
   box->addItems(entries);
   return box;
 }
@@ -58,37 +55,23 @@ TReportConfigDialog::TReportConfigDialog(const TReportConfig& config, const TTim
     : QDialog(parent), FConfig(config) {
   setObjectName("dlgReportConfig");
   setWindowTitle(tr("Report"));
-  auto* right = new QVBoxLayout;
   auto* sections = MakeSections();
-  for (QWidget* part : {MakePage(), MakeCards(), MakeTime(band)}) right->addWidget(part);
-  right->addStretch();
-  auto* columns = new QHBoxLayout;
-  columns->addWidget(sections);
-  columns->addLayout(right, 1);
-  FProblem = new QLabel(this);
-  FProblem->setObjectName("lblReportConfigProblem");
-  FProblem->setTextFormat(Qt::PlainText);
-  FProblem->setWordWrap(true);
+  auto* right = MakeColumn(nullptr, {MakePage(), MakeCards(), MakeTime(band), kRest});
+  FProblem = MakeSentence("lblReportConfigProblem", this);
   FProblem->setMinimumHeight(FProblem->fontMetrics().height());
-  auto* layout = new QVBoxLayout(this);
-  layout->addLayout(columns);
-  layout->addWidget(FProblem);
-  layout->addWidget(MakeButtons());
+  MakeColumn(this, {MakeRow(nullptr, {sections, {right, 1}}), FProblem, MakeButtons()});
   Show(config);
 }
 
 QWidget* TReportConfigDialog::MakeSections() {
   auto* group = new QGroupBox(tr("Sections"), this);
-  FSections = new QListWidget(group);
-  FSections->setObjectName("lstReportSections");
-  FSections->setAccessibleName(tr("Sections in their order"));
-  FSections->setToolTip(tr("Space switches a section on and off; drag it, or Alt+Up and Alt+Down, to move it"));
+  FSections = Named(new QListWidget(group), "lstReportSections", tr("Sections in their order"),
+                    tr("Space switches a section on and off; drag it, or Alt+Up and Alt+Down, to move it"));
   FSections->setSpacing(kDialogRowSpace);
   FSections->setDragDropMode(QAbstractItemView::InternalMove);
   auto* buttons = new QHBoxLayout;
   const auto add = [&](const char* name, const QString& caption, const QKeySequence& keys, int step) {
-    auto* button = new QPushButton(caption, group);
-    button->setObjectName(name);
+    auto* button = Named(new QPushButton(caption, group), name);
     button->setShortcut(keys);
     button->setAutoDefault(false);
     connect(button, &QPushButton::clicked, this, [this, step] { MoveSection(step); });
@@ -96,9 +79,7 @@ QWidget* TReportConfigDialog::MakeSections() {
   };
   add("btnReportSectionUp", tr("Move up"), QKeySequence("Alt+Up"), -1);
   add("btnReportSectionDown", tr("Move down"), QKeySequence("Alt+Down"), 1);
-  auto* column = new QVBoxLayout(group);
-  column->addWidget(FSections);
-  column->addLayout(buttons);
+  MakeColumn(group, {FSections, buttons});
   return group;
 }
 
@@ -112,8 +93,7 @@ QWidget* TReportConfigDialog::MakePage() {
   auto* tables = new QHBoxLayout;
   const QString captions[] = {tr("&Events"), tr("Se&nsors"), tr("&Battery")};
   for (std::size_t i = 0; i < FTables.size(); ++i) {
-    FTables[i] = new QCheckBox(captions[i], group);
-    FTables[i]->setObjectName(kTableBoxes[i].first);
+    FTables[i] = Named(new QCheckBox(captions[i], group), kTableBoxes[i].first);
     tables->addWidget(FTables[i]);
   }
   form->addRow(tr("Tables of"), tables);
@@ -126,9 +106,7 @@ QWidget* TReportConfigDialog::MakeCards() {
                         {tr("All events"), tr("Events that pass the filter"), tr("The first by \"Order By\""),
                          tr("Events above the alarm limits")},
                         group);
-  FWorst = new QSpinBox(group);
-  FWorst->setObjectName("spnReportWorst");
-  FWorst->setAccessibleName(tr("Number of events by \"Order By\""));
+  FWorst = Named(new QSpinBox(group), "spnReportWorst", tr("Number of events by \"Order By\""));
   FWorst->setRange(1, static_cast<int>(kMaxWorst));
   QStringList counts;
   for (const std::size_t count : kCardsPerPage) counts << QString::number(count);
@@ -145,9 +123,7 @@ QWidget* TReportConfigDialog::MakeCards() {
 QWidget* TReportConfigDialog::MakeTime(const TTimeSpan& band) {
   auto* group = new QGroupBox(tr("Time filter"), this);
   const auto edit = [&](const char* name, const QString& title) {
-    auto* line = new QLineEdit(group);
-    line->setObjectName(name);
-    line->setAccessibleName(title);
+    auto* line = Named(new QLineEdit(group), name, title);
     line->setPlaceholderText(tr("whole recording"));
     line->setMinimumWidth(line->fontMetrics().averageCharWidth() * 24);
     connect(line, &QLineEdit::textEdited, this, [this] { FProblem->clear(); });
@@ -157,8 +133,7 @@ QWidget* TReportConfigDialog::MakeTime(const TTimeSpan& band) {
   FTo = edit("edtReportTo", tr("To"));
   auto* buttons = new QHBoxLayout;
   const auto add = [&](const char* name, const QString& caption, const TRange& time) {
-    auto* button = new QPushButton(caption, group);
-    button->setObjectName(name);
+    auto* button = Named(new QPushButton(caption, group), name);
     button->setAutoDefault(false);
     connect(button, &QPushButton::clicked, this, [this, time] { ShowTime(time); });
     buttons->addWidget(button);
@@ -175,8 +150,7 @@ QWidget* TReportConfigDialog::MakeTime(const TTimeSpan& band) {
 QWidget* TReportConfigDialog::MakeButtons() {
   auto* box = new QDialogButtonBox(this);
   const auto add = [&](const char* name, const QString& caption, QDialogButtonBox::ButtonRole role, auto clicked) {
-    auto* button = box->addButton(caption, role);
-    button->setObjectName(name);
+    auto* button = Named(box->addButton(caption, role), name);
     button->setAutoDefault(false);
     connect(button, &QPushButton::clicked, this, clicked);
     return button;

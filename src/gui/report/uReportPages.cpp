@@ -48,90 +48,69 @@ double LocalTimeNow() {
   return days + now.time().msecsSinceStartOfDay() / kMsPerDay;
 }
 
-class TReportPages::TLayout {
- public:
-  TLayout(const TReportContents& contents, const TReportConfig& config)
-      : Data{contents, config, FactsOf(contents.mission, config)}, Charts(Data), Flow(SizeOf(config)) {
-    AddSections(Flow, Data, Charts);
-    Flow.DropEmptyPage();
+TReportPages::TReportPages(const TReportContents& contents, const TReportConfig& config)
+    : FData(new TReportData{contents, config, FactsOf(contents.mission, config)}),
+      FCharts(std::make_unique<TReportCharts>(*FData)),
+      FFlow(SizeOf(config)) {
+  AddSections(FFlow, *FData, *FCharts);
+  FFlow.DropEmptyPage();
+}
+
+TReportPages::~TReportPages() = default;
+
+QString TReportPages::Subject() const {
+  const TMissionData& mission = FData->Mission().Data;
+  QStringList parts;
+  for (const std::string& text : {mission.sID, mission.sTitle}) {
+    if (const QString part = PlainText(text).trimmed(); !part.isEmpty()) parts << part;
   }
+  return parts.join(" · ");
+}
 
-  [[nodiscard]] QString Subject() const {
-    const TMissionData& mission = Data.Mission().Data;
-    QStringList parts;
-    for (const std::string& text : {mission.sID, mission.sTitle}) {
-      if (const QString part = PlainText(text).trimmed(); !part.isEmpty()) parts << part;
-    }
-    return parts.join(" · ");
-  }
-  void PaintFooter(QPainter& painter, int page) const;
-
-  TReportData Data;
-  TReportCharts Charts;
-  TPageFlow Flow;
-};
-
-void TReportPages::TLayout::PaintFooter(QPainter& painter, int page) const {
+void TReportPages::PaintFooter(QPainter& painter, int page) const {
   constexpr double kGap = 12;  // pt between the two texts
-  const QRectF area = Flow.Area();
+  const QRectF area = FFlow.Area();
   const double y = area.bottom() + 16;
   painter.setPen(QPen(kPaperHairline, 0.5));
   painter.drawLine(QPointF(area.left(), y), QPointF(area.right(), y));
-  const QString date = QtText(FormatDateTime(ShortDateFormat(), Data.contents.madeAt));
+  const QString date = QtText(FormatDateTime(ShortDateFormat(), FData->contents.madeAt));
   const QString right = QObject::tr("%1 · ShockScope %2 · page %3 of %4")
-                            .arg(date, PlainText(Data.contents.version))
+                            .arg(date, PlainText(FData->contents.version))
                             .arg(page + 1)
-                            .arg(Flow.Count());
+                            .arg(FFlow.Count());
   const double width = TextWidth(TTextStyle::Caption, right);
   const double height = LineHeight(TTextStyle::Caption);
   DrawLine(painter, {area.right() - width, y + 4, width, height}, TTextStyle::Caption, right, kPaperSecondaryInk);
   QString left = Subject();
-  if (!Data.contents.file.empty()) {
-    left += (left.isEmpty() ? "" : " · ") + PlainText(Utf8FromPath(Data.contents.file.filename()));
+  if (!FData->contents.file.empty()) {
+    left += (left.isEmpty() ? "" : " · ") + PlainText(Utf8FromPath(FData->contents.file.filename()));
   }
   DrawLine(painter, {area.left(), y + 4, area.width() - width - kGap, height}, TTextStyle::Caption, left,
            kPaperSecondaryInk);
 }
 
-TReportPages::TReportPages(const TReportContents& contents, const TReportConfig& config)
-    : FLayout(std::make_unique<TLayout>(contents, config)) {}
-
-TReportPages::~TReportPages() = default;
-
-int TReportPages::Count() const {
-  return FLayout->Flow.Count();
-}
-
-QSizeF TReportPages::PageSize() const {
-  return FLayout->Flow.PageSize();
-}
-
-const std::vector<TReportBookmark>& TReportPages::Bookmarks() const {
-  return FLayout->Flow.Bookmarks();
-}
-
 QString TReportPages::Title() const {
-  const QString subject = FLayout->Subject();
+  const QString subject = Subject();
   return subject.isEmpty() ? QObject::tr("Shock report") : QObject::tr("Shock report · %1").arg(subject);
 }
 
 QString TReportPages::Author() const {
-  const QString company = PlainText(FLayout->Data.facts.display.company).trimmed();
-  return company.isEmpty() ? PlainText(FLayout->Data.Mission().Data.sOperator) : company;
+  const QString company = PlainText(FData->facts.display.company).trimmed();
+  return company.isEmpty() ? PlainText(FData->Mission().Data.sOperator) : company;
 }
 
 QString TReportPages::Filtered() const {
-  return PlainText(FLayout->Data.facts.filtered);
+  return PlainText(FData->facts.filtered);
 }
 
 void TReportPages::SetSha256(const std::string& sha256) {
-  FLayout->Data.contents.sha256 = sha256;
+  FData->contents.sha256 = sha256;
 }
 
 void TReportPages::Paint(QPainter& painter, int page) const {
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
-  FLayout->Flow.Paint(painter, page);
-  FLayout->PaintFooter(painter, page);
+  FFlow.Paint(painter, page);
+  PaintFooter(painter, page);
   painter.restore();
 }

@@ -21,6 +21,8 @@
 #include "shell/uShownMission.h"
 
 class QPagedPaintDevice;
+class TReportCharts;
+struct TReportData;
 
 inline constexpr double kPointsPerInch = 72;  // pages are measured in points
 
@@ -55,11 +57,11 @@ class TReportPages {
   TReportPages(const TReportPages&) = delete;
   TReportPages& operator=(const TReportPages&) = delete;
 
-  [[nodiscard]] int Count() const;
+  [[nodiscard]] int Count() const { return FFlow.Count(); }
   // Of the whole page with its margins, the same for all.
-  [[nodiscard]] QSizeF PageSize() const;
+  [[nodiscard]] QSizeF PageSize() const { return FFlow.PageSize(); }
   // Rising pages.
-  [[nodiscard]] const std::vector<TReportBookmark>& Bookmarks() const;
+  [[nodiscard]] const std::vector<TReportBookmark>& Bookmarks() const { return FFlow.Bookmarks(); }
   // "Shock report · 165-00042 · Demo", for the window's caption and the file's properties.
   [[nodiscard]] QString Title() const;
   [[nodiscard]] QString Author() const;  // the company, or the operator
@@ -71,8 +73,12 @@ class TReportPages {
   void Paint(QPainter& painter, int page) const;
 
  private:
-  class TLayout;
-  std::unique_ptr<TLayout> FLayout;
+  [[nodiscard]] QString Subject() const;
+  void PaintFooter(QPainter& painter, int page) const;
+
+  std::unique_ptr<TReportData> FData;
+  std::unique_ptr<TReportCharts> FCharts;
+  TPageFlow FFlow;
 };
 
 // Paints pages first … last, from 0, on a device with that page size, such as a printer or a PDF. `progress` gets the

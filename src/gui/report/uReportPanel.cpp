@@ -1,16 +1,15 @@
 #include "gui/report/uReportPanel.h"
 
 #include <QFrame>
-#include <QHBoxLayout>
 #include <QSplitter>
 #include <QTimer>
 #include <QToolButton>
-#include <QVBoxLayout>
 #include <tuple>
 
 #include "analysis/uShockMetrics.h"
 #include "base/uText.h"
 #include "gui/common/uBackgroundTask.h"
+#include "gui/common/uBoxes.h"
 #include "gui/common/uIcons.h"
 #include "gui/common/uLabels.h"
 #include "gui/common/uQtText.h"
@@ -22,6 +21,7 @@
 namespace {
 
 constexpr int kThumbnailsWidth = 116;  // px
+constexpr TBoxLook kBarLook{QMargins(), 2};
 
 TElidedLabel* MakeFiltered(const char* name, QWidget* parent) {
   auto* label = new TElidedLabel(name, parent, Qt::ElideRight);
@@ -36,30 +36,21 @@ TReportPanel::TReportPanel(QWidget* parent) : QWidget(parent), FReadFile(new TBa
   setObjectName("ReportPanel");
   // It stands without dock panels; its width must not make them narrow in the other views.
   setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
-  auto* splitter = new QSplitter(this);
-  splitter->setObjectName("splReport");
+  auto* splitter = Named(new QSplitter(this), "splReport");
   splitter->setChildrenCollapsible(false);
   splitter->setHandleWidth(kSurfaceGap);
   FThumbnails = new TPageView("lstReportPages", tr("Pages"), splitter);
   FThumbnails->setMinimumWidth(kThumbnailsWidth);
   FThumbnails->setMaximumWidth(2 * kThumbnailsWidth);
-  auto* pages = new QWidget(splitter);
-  pages->setObjectName("dxLayoutReport");
+  auto* pages = Named(new QWidget(splitter), "dxLayoutReport");
   FView = new TPageView("scrlReport", tr("Report"), pages);
   auto* bar = MakeBar(pages);
   FFilteredCover = MakeFiltered("dxLayoutItemReportIsFilteredCover", pages);
-  auto* column = new QVBoxLayout(pages);
-  column->setContentsMargins(0, 0, 0, 0);
-  column->setSpacing(2);
-  column->addWidget(bar);
-  column->addWidget(FFilteredCover);
-  column->addWidget(FView, 1);
+  MakeColumn(pages, {bar, FFilteredCover, {FView, 1}}, kBarLook);
   auto* cards = MakeCards(splitter);
   for (QWidget* part : std::initializer_list<QWidget*>{FThumbnails, pages, cards}) splitter->addWidget(part);
   splitter->setStretchFactor(1, 1);
-  auto* layout = new QVBoxLayout(this);
-  layout->setContentsMargins(kSurfaceGap, kSurfaceGap, kSurfaceGap, 0);
-  layout->addWidget(splitter);
+  MakeColumn(this, {splitter}, {QMargins(kSurfaceGap, kSurfaceGap, kSurfaceGap, 0)});
   splitter->setSizes({kThumbnailsWidth, width(), cards->minimumSizeHint().width()});
 
   setFocusProxy(FView);
@@ -75,23 +66,17 @@ TReportPanel::~TReportPanel() = default;
 
 QWidget* TReportPanel::MakeBar(QWidget* parent) {
   auto* bar = new QWidget(parent);
-  auto* row = new QHBoxLayout(bar);
-  row->setContentsMargins(0, 0, 0, 0);
-  row->setSpacing(2);
+  auto* row = MakeRow(bar, {}, kBarLook);
   const auto add = [&](const char* name, const char* icon, const QString& tip, auto clicked) {
-    auto* button = new QToolButton(bar);
-    button->setObjectName(name);
+    auto* button = Named(new QToolButton(bar), name, tip.section(" (", 0, 0), tip);
     button->setIcon(Icon(icon));
-    button->setToolTip(tip);
-    button->setAccessibleName(tip.section(" (", 0, 0));
     button->setFocusPolicy(Qt::TabFocus);
     connect(button, &QToolButton::clicked, this, clicked);
     row->addWidget(button);
   };
   add("btnReportPreviousPage", "go-previous", tr("Previous page (Page Up)"),
       [this] { FView->GoToPage(FView->CurrentPage() - 1); });
-  FPageNumber = new QLabel(bar);
-  FPageNumber->setObjectName("lblReportPage");
+  FPageNumber = Named(new QLabel(bar), "lblReportPage");
   row->addWidget(FPageNumber);
   add("btnReportNextPage", "go-next", tr("Next page (Page Down)"),
       [this] { FView->GoToPage(FView->CurrentPage() + 1); });
@@ -110,18 +95,12 @@ QWidget* TReportPanel::MakeBar(QWidget* parent) {
 }
 
 QFrame* TReportPanel::MakeCards(QWidget* parent) {
-  auto* panel = new QFrame(parent);
-  panel->setObjectName("pnlEventCards");
+  auto* panel = Named(new QFrame(parent), "pnlEventCards");
   auto* title = MakeTitle(tr("Event cards"), panel);
   FCardsIntensity = new TElidedLabel("lblEventCardsTotalIntensity", panel, Qt::ElideRight);
   FCardsIntensity->setForegroundRole(QPalette::PlaceholderText);
   FCards = new TEventCardList(panel);
-  auto* column = new QVBoxLayout(panel);
-  column->setContentsMargins(0, 0, 0, 0);
-  column->setSpacing(2);
-  column->addWidget(title);
-  column->addWidget(FCardsIntensity);
-  column->addWidget(FCards, 1);
+  MakeColumn(panel, {title, FCardsIntensity, {FCards, 1}}, kBarLook);
   return panel;
 }
 

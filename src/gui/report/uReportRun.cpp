@@ -6,13 +6,10 @@
 
 #include "base/uDateTime.h"
 #include "base/uFiles.h"
-#include "base/uMessages.h"
 #include "base/uText.h"
 #include "gui/common/uLogos.h"
 #include "gui/report/uReportPages.h"
 #include "model/uExceptions1V0.h"
-#include "model/uReadFileThread.h"
-#include "platform/uMachineMemory.h"
 #include "platform/uSha256.h"
 #include "platform/uTerminal.h"
 #include "shell/uLimitProfileFile.h"
@@ -37,12 +34,6 @@ void Complain(std::string_view file, std::string_view what) {
   ClearLine();
   fmt::print(stderr, "shockscope: {}: {}\n", Printable(file), Printable(what));
 }
-
-class TReadingPort final : public IMessagePort {
- public:
-  void Receive(const TMessage& message) noexcept override { Last = message; }
-  TMessage Last{};
-};
 
 // A line that is written over, on a terminal only.
 class TLine final : public IProgress {
@@ -94,21 +85,17 @@ void ReadUserFiles(const fs::path& folder, TSettings& settings, TLogos& logos, T
   }
 }
 
-int ReadMission(const std::string& file, TShownMission& mission) {
-  ClearMission();
-  TReadingPort port;
-  const TPortHandle handle(port);
-  TReadFileThread thread(handle.Value(), PathFromUtf8(file), MissionMemoryBytes());
-  thread.WaitFor();
-  if (port.Last.wParam == kReadFailed) {
+int Read(const std::string& file, TShownMission& mission) {
+  const auto [last, extent] = ReadMission(PathFromUtf8(file));
+  if (last.wParam == kReadFailed) {
     Complain(file, ReadErrorText);
     return kCannotRead;
   }
   if (!MissionData.bValid || !EventList.ValidCreator) {
-    Complain(file, "This file cannot be displayed. " + WhyNotDisplayable(thread.Extent()));
+    Complain(file, "This file cannot be displayed. " + WhyNotDisplayable(extent));
     return kNotDisplayable;
   }
-  mission.Damage = DamageText(thread.Extent());
+  mission.Damage = DamageText(extent);
   if (mission.Damage.empty()) return kDone;
   Complain(file, mission.Damage);
   return kDamaged;
@@ -143,7 +130,7 @@ int RunReport(const TReportOrder& order) {
   SetShortDateFormat(std::string(mission.Settings.display.DateFormat()));
   TLine line;
   line.Begin("reading");
-  const int status = ReadMission(order.file, mission);
+  const int status = Read(order.file, mission);
   if (status == kNotDisplayable || status == kCannotRead) return status;
   line.Begin("tables, step");
   line.SetMaximum(kLoadSteps);

@@ -2,19 +2,16 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPainter>
-#include <QScrollArea>
 #include <QStackedWidget>
-#include <QToolButton>
-#include <QVBoxLayout>
 #include <algorithm>
 
-#include "gui/ribbon/uBackstageEntry.h"
+#include "gui/common/uBoxes.h"
+#include "gui/common/uIcons.h"
+#include "gui/common/uTheme.h"
 #include "gui/ribbon/uBackstagePages.h"
-#include "gui/ribbon/uRibbonMetrics.h"
 
 namespace {
 
@@ -50,6 +47,67 @@ void StepFocus(const QWidget& area, QWidget* from, bool next) {
 
 }  // namespace
 
+TBackstageEntry::TBackstageEntry(const QString& objectName, QWidget* parent) : QToolButton(parent) {
+  setObjectName(objectName);
+  setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+  setFocusPolicy(Qt::StrongFocus);
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  TakeFont();
+}
+
+void TBackstageEntry::Show(const QString& caption, const QString& icon) {
+  setText(caption);
+  setAccessibleName(PlainCaption(caption));
+  setToolTip(accessibleName());
+  setIcon(Icon(icon));
+}
+
+void TBackstageEntry::Follow(QAction* action) {
+  TakeFrom(action);
+  connect(action, &QAction::changed, this, [this, action] { TakeFrom(action); });
+}
+
+void TBackstageEntry::TakeFrom(const QAction* action) {
+  const QString caption = PlainCaption(action->text());
+  const QString keys = action->shortcut().toString(QKeySequence::NativeText);
+  setText(caption.size() < action->text().remove('&').size() ? caption + QChar(0x2026) : caption);
+  setAccessibleName(caption);
+  setIcon(action->icon());
+  setToolTip(keys.isEmpty() ? caption : QString("%1 (%2)").arg(caption, keys));
+  setEnabled(action->isEnabled());
+  setVisible(action->isVisible());
+}
+
+void TBackstageEntry::TakeFont() {
+  const int edge = std::max(22, fontMetrics().height() * 4 / 3);
+  setIconSize({edge, edge});
+}
+
+void TBackstageEntry::changeEvent(QEvent* event) {
+  QToolButton::changeEvent(event);
+  if (event->type() == QEvent::FontChange) TakeFont();
+}
+
+void TBackstageEntry::keyPressEvent(QKeyEvent* event) {
+  switch (event->key()) {
+    case Qt::Key_Up:
+      emit StepRequested(-1);
+      break;
+    case Qt::Key_Down:
+      emit StepRequested(1);
+      break;
+    case Qt::Key_Right:
+      emit PageRequested();
+      break;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      click();
+      break;
+    default:
+      QToolButton::keyPressEvent(event);
+  }
+}
+
 TBackstage::TBackstage(QWidget* window)
     : QWidget(window),
       FColumn(new QWidget(this)),
@@ -59,38 +117,22 @@ TBackstage::TBackstage(QWidget* window)
       FBrowsePath(new TBrowsePathPage(FPages)),
       FCurrentFolder(new TCurrentFolderPage(FPages)),
       FAbout(new TAboutPage(FPages)) {
-  setObjectName("Backstage");
-  setAccessibleName(tr("File page"));
+  Named(this, "Backstage", tr("File page"));
   setAutoFillBackground(true);
   hide();
   FHeading->setObjectName("lblBackstageHeading");
 
   FBack->Show(tr("Back"), "go-previous");
-  FEntriesLayout = new QVBoxLayout(FColumn);
-  FEntriesLayout->setContentsMargins(4, 8, 4, 8);
-  FEntriesLayout->setSpacing(0);
-  FEntriesLayout->addWidget(FBack);
+  FEntriesLayout = MakeColumn(FColumn, {FBack}, {QMargins(4, 8, 4, 8), 0});
   FEntriesLayout->addSpacing(12);
   FEntriesLayout->addStretch();
-  auto* column = new QScrollArea(this);
-  column->setWidget(FColumn);
-  column->setWidgetResizable(true);
-  column->setFrameShape(QFrame::NoFrame);
+  auto* column = MakeScrolled(FColumn);
   column->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   column->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
-  column->setFocusPolicy(Qt::NoFocus);
   column->setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents);
 
-  auto* right = new QVBoxLayout;
-  right->setContentsMargins(20, 16, 20, 16);
-  right->setSpacing(12);
-  right->addWidget(FHeading);
-  right->addWidget(FPages, 1);
-  auto* layout = new QHBoxLayout(this);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->setSpacing(1);
-  layout->addWidget(column);
-  layout->addLayout(right, 1);
+  auto* right = MakeColumn(nullptr, {FHeading, {FPages, 1}}, {QMargins(20, 16, 20, 16), 12});
+  MakeRow(this, {column, {right, 1}}, {QMargins(), 1});
 
   AddPage("backstageBrowsePath", tr("Browse path"), "document-open-folder", FBrowsePath);
   AddPage("backstageCurrentFolder", tr("Current folder"), "folder-open-recent", FCurrentFolder);
@@ -270,7 +312,7 @@ void TBackstage::keyPressEvent(QKeyEvent* event) {
 
 void TBackstage::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  painter.setPen(LineColour(palette()));
+  painter.setPen(QColor(TokensOf(palette()).hairline));
   const int x = FColumn->parentWidget()->parentWidget()->geometry().right() + 1;
   painter.drawLine(x, 0, x, height());
 }

@@ -5,18 +5,43 @@
 
 #include <QPointer>
 #include <QStringList>
+#include <QToolButton>
 #include <QWidget>
 #include <vector>
 
 class QAction;
+class QBoxLayout;
 class QLabel;
 class QStackedWidget;
-class QVBoxLayout;
 class TAboutPage;
-class TBackstageEntry;
 class TBrowsePathPage;
 class TCurrentFolderPage;
 struct TSummarySource;
+
+// An entry of the column; the current one is checked.
+class TBackstageEntry : public QToolButton {
+  Q_OBJECT
+
+ public:
+  TBackstageEntry(const QString& objectName, QWidget* parent);
+
+  // The icon is a name in icons.txt.
+  void Show(const QString& caption, const QString& icon);
+  // Takes caption, icon, tool tip, enabled and visible from the action, now and when they change.
+  void Follow(QAction* action);
+
+ signals:
+  void StepRequested(int step);  // 1: the entry below, -1: above
+  void PageRequested();
+
+ protected:
+  void changeEvent(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  void TakeFrom(const QAction* action);
+  void TakeFont();
+};
 
 class TBackstage : public QWidget {
   Q_OBJECT
@@ -70,7 +95,7 @@ class TBackstage : public QWidget {
   const TEntry* Find(const QString& objectName) const;
 
   QWidget* FColumn;
-  QVBoxLayout* FEntriesLayout;
+  QBoxLayout* FEntriesLayout;
   QLabel* FHeading;
   QStackedWidget* FPages;
   TBackstageEntry* FBack;

@@ -4,39 +4,29 @@
 #include <QDir>
 #include <QEvent>
 #include <QFileInfo>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QProgressBar>
 #include <QPushButton>
-#include <QScrollArea>
 #include <QShowEvent>
 #include <QStringListModel>
 #include <QUrl>
-#include <QVBoxLayout>
 #include <filesystem>
 #include <system_error>
 
 #include "base/uFiles.h"
 #include "gui/common/uBackgroundTask.h"
+#include "gui/common/uBoxes.h"
 #include "gui/common/uIcons.h"
 #include "gui/common/uLabels.h"
 #include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
 #include "gui/ribbon/uRecentList.h"
 #include "gui/ribbon/uRecordingList.h"
-#include "gui/ribbon/uRecordingPane.h"
 
 namespace fs = std::filesystem;
 
 namespace {
-
-QLabel* Sentence(const QString& objectName, QWidget* parent) {
-  auto* label = new QLabel(parent);
-  label->setObjectName(objectName);
-  label->setTextFormat(Qt::PlainText);
-  label->setWordWrap(true);
-  return label;
-}
 
 // A path as a person may paste it: in quotes, as a file address, or from the home folder.
 QString Tidied(const QString& typed) {
@@ -74,16 +64,37 @@ QStringList PathsIn(const QString& folder, const QStringList& patterns) {
 // Completes a path while it is typed with the folders and recordings of its folder, which is read in the background.
 class TPathCompleter : public QCompleter {
  public:
-  explicit TPathCompleter(QLineEdit* edit);
+  explicit TPathCompleter(QLineEdit* edit) : QCompleter(edit) {
+    setModel(&FPaths);
+    setCaseSensitivity(Qt::CaseInsensitive);
+    edit->setCompleter(this);
+    connect(edit, &QLineEdit::textEdited, this, &TPathCompleter::ReadFolderOf);
+  }
   // Of recordings, such as "*.kshock".
-  void SetFilePatterns(const QStringList& patterns);
+  void SetFilePatterns(const QStringList& patterns) {
+    FPatterns = patterns;
+    FFolder.clear();
+  }
 
  protected:
   // Either separator may be typed on Windows.
   [[nodiscard]] QStringList splitPath(const QString& typed) const override { return {QDir::toNativeSeparators(typed)}; }
 
  private:
-  void ReadFolderOf(const QString& typed);
+  void ReadFolderOf(const QString& typed) {
+    const QString path = QDir::fromNativeSeparators(typed);
+    const QString folder = path.left(path.lastIndexOf('/') + 1);
+    if (folder == FFolder || !QDir::isAbsolutePath(folder)) return;
+    FFolder = folder;
+    FPaths.setStringList({});
+    const bool started = FTask.Start([this, folder, patterns = FPatterns](const TBackgroundTask::TReport& report) {
+      report([this, paths = PathsIn(folder, patterns)] {
+        FPaths.setStringList(paths);
+        if (widget() != nullptr && widget()->hasFocus()) complete();
+      });
+    });
+    if (!started) FFolder.clear();
+  }
 
   QStringListModel FPaths;
   QStringList FPatterns;
@@ -91,31 +102,47 @@ class TPathCompleter : public QCompleter {
   TBackgroundTask FTask{this};
 };
 
-TPathCompleter::TPathCompleter(QLineEdit* edit) : QCompleter(edit) {
-  setModel(&FPaths);
-  setCaseSensitivity(Qt::CaseInsensitive);
-  edit->setCompleter(this);
-  connect(edit, &QLineEdit::textEdited, this, &TPathCompleter::ReadFolderOf);
-}
-
-void TPathCompleter::SetFilePatterns(const QStringList& patterns) {
-  FPatterns = patterns;
-  FFolder.clear();
-}
-
-void TPathCompleter::ReadFolderOf(const QString& typed) {
-  const QString path = QDir::fromNativeSeparators(typed);
-  const QString folder = path.left(path.lastIndexOf('/') + 1);
-  if (folder == FFolder || !QDir::isAbsolutePath(folder)) return;
-  FFolder = folder;
-  FPaths.setStringList({});
-  const bool started = FTask.Start([this, folder, patterns = FPatterns](const TBackgroundTask::TReport& report) {
-    report([this, paths = PathsIn(folder, patterns)] {
-      FPaths.setStringList(paths);
-      if (widget() != nullptr && widget()->hasFocus()) complete();
-    });
+TRecordingPane::TRecordingPane(const QString& listName, const QString& accessibleName, QWidget* parent)
+    : QWidget(parent),
+      FFilter(new QLineEdit(this)),
+      FNote(new TElidedLabel(listName + "Note", this, Qt::ElideRight)),
+      FProgress(new QProgressBar(this)),
+      FCancel(new QPushButton(tr("Cancel"), this)),
+      FList(new TRecordingList(listName, accessibleName, this)) {
+  Named(FFilter, listName + "Filter", tr("Filter of the list"));
+  FFilter->setPlaceholderText(tr("Filter by name, title, operator or state"));
+  FFilter->setClearButtonEnabled(true);
+  FFilter->setMaximumWidth(fontMetrics().averageCharWidth() * 50);
+  Named(FProgress, listName + "Progress", tr("Recordings read"));
+  FProgress->setTextVisible(false);
+  FProgress->setMaximumWidth(fontMetrics().averageCharWidth() * 20);
+  Named(FCancel, listName + "Cancel", tr("Read no more recordings"),
+        tr("Read no more recordings; what was read stays"));
+  FCancel->setAutoDefault(true);  // Enter presses it
+  auto* row = MakeRow(nullptr, {{FFilter, 2}, {FNote, 3}, {FProgress, 1}, FCancel});
+  MakeColumn(this, {row, {FList, 1}}, kNoMargins);
+  for (QWidget* widget : std::initializer_list<QWidget*>{FProgress, FCancel}) {
+    QSizePolicy policy = widget->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    widget->setSizePolicy(policy);
+    widget->hide();
+  }
+  connect(FFilter, &QLineEdit::textChanged, FList, &TRecordingList::SetFilter);
+  connect(FCancel, &QPushButton::clicked, FList, &TRecordingList::CancelSummaries);
+  connect(FList, &TRecordingList::Summarized, this, &TRecordingPane::ShowProgress);
+  connect(FList, &TRecordingList::PathRead, this, [this] {
+    if (FList->Empty()) ShowProgress(0, 0, {});
   });
-  if (!started) FFolder.clear();
+}
+
+void TRecordingPane::ShowProgress(int done, int total, const QString& problem) {
+  const bool reads = done < total && problem.isEmpty();
+  FProgress->setMaximum(std::max(1, total));
+  FProgress->setValue(done);
+  FProgress->setVisible(reads);
+  FCancel->setVisible(reads);
+  FNote->setText(reads ? tr("%1 of %2 read").arg(done).arg(total) : QString());
+  if (!problem.isEmpty()) FNote->setText(tr("%1 of %2 read: %3").arg(done).arg(total).arg(problem));
 }
 
 TBrowsePathPage::TBrowsePathPage(QWidget* parent)
@@ -124,35 +151,20 @@ TBrowsePathPage::TBrowsePathPage(QWidget* parent)
       FCompleter(new TPathCompleter(FPath)),
       FComplaint(new QWidget(this)),
       FComplaintIcon(new QLabel(FComplaint)),
-      FComplaintText(Sentence("lblBrowsePathMessage", FComplaint)),
-      FNote(Sentence("lblBrowsePathNote", this)),
+      FComplaintText(MakeSentence("lblBrowsePathMessage", FComplaint)),
+      FNote(MakeSentence("lblBrowsePathNote", this)),
       FPane(new TRecordingPane("lstBrowsePath", tr("Recordings in the folder"), this)),
       FList(FPane->List()) {
-  FPath->setObjectName("edtBrowsePath");
-  FPath->setAccessibleName(tr("Path of a recording or a folder"));
-  FPath->setPlaceholderText(tr("Path of a recording or a folder"));
+  Named(FPath, "edtBrowsePath", tr("Path of a recording or a folder"));
+  FPath->setPlaceholderText(FPath->accessibleName());
   FPath->setClearButtonEnabled(true);
-  auto* open = new QPushButton(tr("Open"), this);
-  open->setObjectName("btnBrowsePathOpen");
-  auto* choose = new QPushButton(tr("Choose folder…"), this);
-  choose->setObjectName("btnBrowsePathFolder");
-  choose->setAccessibleName(tr("Choose folder"));
+  auto* open = Named(new QPushButton(tr("Open"), this), "btnBrowsePathOpen");
+  auto* choose = Named(new QPushButton(tr("Choose folder…"), this), "btnBrowsePathFolder", tr("Choose folder"));
   for (QPushButton* button : {open, choose}) button->setAutoDefault(true);  // Enter presses it
 
-  auto* row = new QHBoxLayout;
-  row->addWidget(FPath, 1);
-  row->addWidget(open);
-  row->addWidget(choose);
-  auto* complaint = new QHBoxLayout(FComplaint);
-  complaint->setContentsMargins(0, 0, 0, 0);
-  complaint->addWidget(FComplaintIcon, 0, Qt::AlignTop);
-  complaint->addWidget(FComplaintText, 1);
-  auto* layout = new QVBoxLayout(this);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->addLayout(row);
-  layout->addWidget(FComplaint);
-  layout->addWidget(FNote);
-  layout->addWidget(FPane, 1);
+  MakeRow(FComplaint, {{FComplaintIcon, 0, Qt::AlignTop}, {FComplaintText, 1}}, kNoMargins);
+  auto* row = MakeRow(nullptr, {{FPath, 1}, open, choose});
+  MakeColumn(this, {row, FComplaint, FNote, {FPane, 1}}, kNoMargins);
   FComplaint->hide();
   FNote->setText(tr("The recordings of a folder are listed here."));
   PaintComplaint();
@@ -249,13 +261,10 @@ void TBrowsePathPage::changeEvent(QEvent* event) {
 
 TCurrentFolderPage::TCurrentFolderPage(QWidget* parent)
     : QWidget(parent),
-      FNote(Sentence("lblCurrentFolderNote", this)),
+      FNote(MakeSentence("lblCurrentFolderNote", this)),
       FPane(new TRecordingPane("lstCurrentFolder", tr("Recordings in the current folder"), this)),
       FList(FPane->List()) {
-  auto* layout = new QVBoxLayout(this);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->addWidget(FNote);
-  layout->addWidget(FPane, 1);
+  MakeColumn(this, {FNote, {FPane, 1}}, kNoMargins);
   connect(FList, &TRecordingList::FileChosen, this, &TCurrentFolderPage::FileChosen);
   connect(FList, &TRecordingList::PathRead, this, [this](const QString& folder, TPathKind kind, const QString& note) {
     const QString shown = QDir::toNativeSeparators(folder);
@@ -309,14 +318,7 @@ TRecentPage::TRecentPage(QWidget* parent)
   FFilesTitle->setBuddy(FFiles);
   FFoldersTitle = MakeTitle(tr("Folders"), this);
   FFoldersTitle->setBuddy(FFolders);
-  auto* layout = new QVBoxLayout(this);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->addWidget(FNote);
-  layout->addWidget(FFilesTitle);
-  layout->addWidget(FFiles, 3);
-  layout->addWidget(FFoldersTitle);
-  layout->addWidget(FFolders, 2);
-  layout->addStretch(0);
+  MakeColumn(this, {FNote, FFilesTitle, {FFiles, 3}, FFoldersTitle, {FFolders, 2}, kRest}, kNoMargins);
   ShowRecent({});
 }
 
@@ -332,14 +334,13 @@ void TRecentPage::ShowRecent(const TRecentDocuments& recent) {
   layout()->setAlignment(FNote, hasFiles || hasFolders ? Qt::Alignment() : Qt::AlignTop);
 }
 
-TAboutPage::TAboutPage(QWidget* parent) : QWidget(parent), FVersion(Sentence("lblAboutVersion", this)) {
-  auto* name = Sentence("lblAboutName", this);
+TAboutPage::TAboutPage(QWidget* parent) : QWidget(parent), FVersion(MakeSentence("lblAboutVersion", this)) {
+  auto* name = MakeSentence("lblAboutName", this);
   name->setText("Korvex165 ShockScope");
   QFont large = font();
   large.setPointSizeF(large.pointSizeF() * 1.6);
   name->setFont(large);
-  auto* rest = new QLabel(this);
-  rest->setObjectName("lblAboutText");
+  auto* rest = Named(new QLabel(this), "lblAboutText");
   rest->setWordWrap(true);
   rest->setText(
       tr("<p>Shows what a portable shock and environment logger recorded: what happened, when, and how bad it was.</p>"
@@ -355,20 +356,13 @@ TAboutPage::TAboutPage(QWidget* parent) : QWidget(parent), FVersion(Sentence("lb
          "<tr><td>Breeze icons</td><td></td><td>LGPL-3.0-or-later</td></tr></table>")
           .arg(QString::fromLatin1(qVersion())));
   auto* inside = new QWidget(this);
-  auto* text = new QVBoxLayout(inside);
-  text->setContentsMargins(0, 0, 0, 0);
   for (QLabel* label : {name, FVersion, rest}) {
     label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    text->addWidget(label);
   }
-  text->addStretch();
-  auto* scroll = new QScrollArea(this);
-  scroll->setWidget(inside);
-  scroll->setWidgetResizable(true);
-  scroll->setFrameShape(QFrame::NoFrame);
-  auto* layout = new QVBoxLayout(this);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->addWidget(scroll);
+  MakeColumn(inside, {name, FVersion, rest, kRest}, kNoMargins);
+  auto* scroll = MakeScrolled(inside);
+  scroll->setFocusPolicy(Qt::StrongFocus);  // it has no controls
+  MakeColumn(this, {scroll}, kNoMargins);
 }
 
 void TAboutPage::SetVersion(const QString& version) {

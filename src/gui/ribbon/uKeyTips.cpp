@@ -10,8 +10,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "gui/common/uBoxes.h"
 #include "gui/ribbon/uRibbon.h"
-#include "gui/ribbon/uRibbonMetrics.h"
 #include "gui/ribbon/uRibbonPage.h"
 
 namespace {

@@ -13,6 +13,7 @@
 #include "base/uDateTime.h"
 #include "base/uFiles.h"
 #include "gui/common/uBackgroundTask.h"
+#include "gui/common/uBoxes.h"
 #include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
 #include "gui/common/uTitles.h"
@@ -36,17 +37,37 @@ QString BeginText(const std::string& iso) {
   return time ? QtText(FormatDateTime(DateTimeMask(), *time)) : QString();
 }
 
-// In the order in which they give way where there is no room for all.
+// What is listed, in the order in which it gives way where there is no room for all.
 struct TColumnLook {
   TRecordingModel::TColumn column;
-  const char* widest;  // nothing: a picture
+  const char* title;
+  const char* widest;                                               // nothing: a picture
+  QString (*text)(const TFleetSummary&) = nullptr;                  // of a recording that was read
+  std::optional<double> (*number)(const TFleetSummary&) = nullptr;  // by which the table is sorted, else by text
 };
-constexpr TColumnLook kLooks[] = {{M::kName, "2026-03-04-a.kshock"}, {M::kPeak, "Peak (g) 00"},
-                                  {M::kEvents, "Events 00"},         {M::kPicture, nullptr},
-                                  {M::kState, "cannot be read"},     {M::kBegin, "0000-00-00 00:00:00"},
-                                  {M::kAbove, "Above alarm 00"},     {M::kTitle, "Transport to Rotterdam, crate 12"},
-                                  {M::kSize, "1023.99 MiB"},         {M::kModified, "0000-00-00 00:00:00"},
-                                  {M::kOperator, "Operator Name"}};
+constexpr TColumnLook kLooks[] = {
+    {M::kName, "Name", "2026-03-04-a.kshock"},
+    {M::kPeak, "Peak (g)", "Peak (g) 00",
+     [](const TFleetSummary& of) { return of.peak ? QtText(MaskFloat("0.##", *of.peak)) : QString(); },
+     [](const TFleetSummary& of) { return of.peak; }},
+    {M::kEvents, "Events", "Events 00", [](const TFleetSummary& of) { return QString::number(of.events); },
+     [](const TFleetSummary& of) { return std::optional(static_cast<double>(of.events)); }},
+    {M::kPicture, "Peaks", nullptr, nullptr, [](const TFleetSummary& of) { return of.peak; }},
+    {M::kState, "State", "cannot be read"},
+    {M::kBegin, "Begin", "0000-00-00 00:00:00", [](const TFleetSummary& of) { return BeginText(of.begin); }},
+    {M::kAbove, "Above alarm", "Above alarm 00",
+     [](const TFleetSummary& of) { return of.above ? QString::number(*of.above) : QString("–"); },
+     [](const TFleetSummary& of) { return of.above ? std::optional(static_cast<double>(*of.above)) : std::nullopt; }},
+    {M::kTitle, "Title", "Transport to Rotterdam, crate 12",
+     [](const TFleetSummary& of) { return ShownText(of.title, kMaxText); }},
+    {M::kSize, "Size", "1023.99 MiB"},
+    {M::kModified, "Modified", "0000-00-00 00:00:00"},
+    {M::kOperator, "Operator", "Operator Name",
+     [](const TFleetSummary& of) { return ShownText(of.operatorName, kMaxText); }}};
+
+const TColumnLook& LookOf(int column) {
+  return *std::ranges::find(kLooks, column, [](const TColumnLook& look) { return int{look.column}; });
+}
 
 int WidthOf(const TColumnLook& look, const QFontMetrics& metrics) {
   return look.widest == nullptr ? kPictureWidth : metrics.horizontalAdvance(look.widest) + metrics.height();
@@ -183,24 +204,9 @@ QString TRecordingModel::Text(const TFolderEntry& entry, int column) const {
   if (column == kSize) return QLocale::c().formattedDataSize(entry.Size);
   if (column == kModified) return DateText(entry.Modified);
   if (column == kState) return StateOf(entry);
-  if (!entry.Summary || !entry.Summary->HasMission()) return {};
-  const TFleetSummary& summary = *entry.Summary;
-  switch (column) {
-    case kTitle:
-      return ShownText(summary.title, kMaxText);
-    case kOperator:
-      return ShownText(summary.operatorName, kMaxText);
-    case kBegin:
-      return BeginText(summary.begin);
-    case kEvents:
-      return QString::number(summary.events);
-    case kPeak:
-      return summary.peak ? QtText(MaskFloat("0.##", *summary.peak)) : QString();
-    case kAbove:
-      return summary.above ? QString::number(*summary.above) : tr("–");
-    default:
-      return {};
-  }
+  const auto text = LookOf(column).text;
+  const bool isRead = entry.Summary && entry.Summary->HasMission();
+  return isRead && text != nullptr ? text(*entry.Summary) : QString();
 }
 
 QVariant TRecordingModel::data(const QModelIndex& index, int role) const {
@@ -225,11 +231,7 @@ QVariant TRecordingModel::data(const QModelIndex& index, int role) const {
 
 QVariant TRecordingModel::headerData(int section, Qt::Orientation orientation, int role) const {
   if (orientation != Qt::Horizontal || section < 0 || section >= kColumns) return {};
-  if (role == Qt::DisplayRole) {
-    const QString titles[] = {tr("Name"),   tr("Size"),     tr("Modified"),    tr("Title"), tr("Operator"), tr("Begin"),
-                              tr("Events"), tr("Peak (g)"), tr("Above alarm"), tr("State"), tr("Peaks")};
-    return titles[section];
-  }
+  if (role == Qt::DisplayRole) return tr(LookOf(section).title);
   if (role != Qt::ToolTipRole) return {};
   if (section == kAbove) return tr("Events outside the acceleration limits of the alarm panel");
   return section == kPicture ? tr("The largest peaks over the time of each recording, all to one scale") : QVariant();
@@ -248,27 +250,18 @@ void TRecordingModel::SortEntries() {
       return descending ? key(b) < key(a) : key(a) < key(b);
     });
   };
-  const auto number = [&](const auto& of) {
-    by([&, of](const TFolderEntry& entry) {
-      const std::optional<double> value =
-          entry.Summary && entry.Summary->HasMission() ? of(*entry.Summary) : std::optional<double>();
+  if (const auto number = LookOf(FSorted).number) {
+    return by([&](const TFolderEntry& entry) {
+      const bool isRead = entry.Summary && entry.Summary->HasMission();
+      const std::optional<double> value = isRead ? number(*entry.Summary) : std::nullopt;
       return std::pair(descending == value.has_value(), value.value_or(0));
     });
-  };
+  }
   switch (FSorted) {
     case kSize:
       return by([](const TFolderEntry& entry) { return entry.Size; });
     case kModified:
       return by([](const TFolderEntry& entry) { return entry.Modified; });
-    case kEvents:
-      return number([](const TFleetSummary& summary) { return std::optional(static_cast<double>(summary.events)); });
-    case kPeak:
-    case kPicture:
-      return number([](const TFleetSummary& summary) { return summary.peak; });
-    case kAbove:
-      return number([](const TFleetSummary& summary) {
-        return summary.above ? std::optional(static_cast<double>(*summary.above)) : std::nullopt;
-      });
     case kBegin:
       return by([](const TFolderEntry& entry) { return entry.Summary ? entry.Summary->begin : std::string(); });
     default:
@@ -292,8 +285,7 @@ TRecordingList::TRecordingList(const QString& objectName, const QString& accessi
       FSummaries(new TBackgroundTask(this)) {
   setHeader(new TTitles(this));
   header()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-  setObjectName(objectName);
-  setAccessibleName(accessibleName);
+  Named(this, objectName, accessibleName);
   setModel(FModel);
   setItemDelegateForColumn(TRecordingModel::kPicture, new TPicture(*FModel, this));
   setRootIsDecorated(false);

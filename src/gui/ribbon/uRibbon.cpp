@@ -2,18 +2,66 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
 #include <QSignalBlocker>
 #include <QStackedWidget>
-#include <QVBoxLayout>
+#include <QWheelEvent>
 #include <algorithm>
 #include <stdexcept>
 
+#include "gui/common/uBoxes.h"
 #include "gui/ribbon/uKeyTips.h"
 #include "gui/ribbon/uRibbonGroup.h"
-#include "gui/ribbon/uRibbonMetrics.h"
 #include "gui/ribbon/uRibbonPage.h"
-#include "gui/ribbon/uRibbonTabBar.h"
+
+namespace {
+
+constexpr int kEdges = 20;  // px: the style sheet's padding, border and margin of a tab, both sides
+
+}  // namespace
+
+TRibbonTabBar::TRibbonTabBar(QWidget* parent) : QTabBar(parent) {
+  setDrawBase(false);
+  setExpanding(false);
+  setUsesScrollButtons(false);
+  setElideMode(Qt::ElideRight);
+  setMouseTracking(true);
+}
+
+QSize TRibbonTabBar::tabSizeHint(int index) const {
+  const QSize least = minimumTabSizeHint(index);
+  return {least.width() + fontMetrics().height(), least.height()};
+}
+
+QSize TRibbonTabBar::minimumTabSizeHint(int index) const {
+  QFont wide = font();
+  wide.setWeight(QFont::DemiBold);  // of the current tab
+  const QFontMetrics metrics(wide);
+  return {metrics.size(Qt::TextShowMnemonic, tabText(index)).width() + kEdges, metrics.height() + 14};
+}
+
+void TRibbonTabBar::keyPressEvent(QKeyEvent* event) {
+  switch (event->key()) {
+    case Qt::Key_Down:
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Space:
+      emit PageEntered();
+      return;
+    default:
+      QTabBar::keyPressEvent(event);
+  }
+}
+
+// The base takes a double click for one more press.
+void TRibbonTabBar::mouseDoubleClickEvent(QMouseEvent* event) {
+  emit tabBarDoubleClicked(tabAt(event->position().toPoint()));
+}
+
+void TRibbonTabBar::wheelEvent(QWheelEvent* event) {
+  event->ignore();
+}
 
 TRibbon::TRibbon(QWidget* parent)
     : QWidget(parent),
@@ -22,13 +70,8 @@ TRibbon::TRibbon(QWidget* parent)
       FFoldAction(new QAction(tr("Fold the ribbon"), this)),
       FBackstageAction(new QAction(tr("File page"), this)) {
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-  FTabBar->setObjectName("tabsRibbon");
-  FTabBar->setAccessibleName(tr("Ribbon"));
-  auto* layout = new QVBoxLayout(this);
-  layout->setContentsMargins(0, 4, 0, 8);
-  layout->setSpacing(0);
-  layout->addWidget(FTabBar);
-  layout->addWidget(FPages);
+  Named(FTabBar, "tabsRibbon", tr("Ribbon"));
+  MakeColumn(this, {FTabBar, FPages}, {QMargins(0, 4, 0, 8), 0});
   connect(FTabBar, &QTabBar::currentChanged, this, &TRibbon::OnCurrentChanged);
   connect(FTabBar, &QTabBar::tabBarClicked, this, &TRibbon::OnTabClicked);
   connect(FTabBar, &QTabBar::tabBarDoubleClicked, this, &TRibbon::OnTabDoubleClicked);
@@ -57,9 +100,7 @@ void TRibbon::AddTab(const QString& objectName, const QString& caption) {
   if (file) {
     FPages->addWidget(new QWidget(FPages));
   } else {
-    tab.Page = new TRibbonPage(FPages);
-    tab.Page->setObjectName(objectName);
-    tab.Page->setAccessibleName(PlainCaption(caption));
+    tab.Page = Named(new TRibbonPage(FPages), objectName, PlainCaption(caption));
     tab.Page->SetFrozen(FUpdates > 0);
     FPages->addWidget(tab.Page);
     connect(tab.Page, &TRibbonPage::ContentChanged, this, &TRibbon::UpdateTabs);

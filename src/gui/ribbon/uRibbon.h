@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QElapsedTimer>
+#include <QTabBar>
 #include <QWidget>
 #include <vector>
 
@@ -11,7 +12,25 @@ class QAction;
 class QStackedWidget;
 class TRibbonGroup;
 class TRibbonPage;
-class TRibbonTabBar;
+
+// Clicks and keys change the tab, the wheel does not.
+class TRibbonTabBar : public QTabBar {
+  Q_OBJECT
+
+ public:
+  explicit TRibbonTabBar(QWidget* parent);
+
+ signals:
+  // Down, Enter or Space: the focus moves into the page.
+  void PageEntered();
+
+ protected:
+  QSize tabSizeHint(int index) const override;
+  QSize minimumTabSizeHint(int index) const override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
+};
 
 class TRibbon : public QWidget {
   Q_OBJECT

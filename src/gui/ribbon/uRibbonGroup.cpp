@@ -1,16 +1,16 @@
 #include "gui/ribbon/uRibbonGroup.h"
 
 #include <QAction>
+#include <QActionEvent>
 #include <QApplication>
-#include <QEvent>
 #include <QGridLayout>
-#include <QVBoxLayout>
+#include <QKeyEvent>
+#include <QToolButton>
 #include <algorithm>
 
+#include "gui/common/uBoxes.h"
 #include "gui/common/uIcons.h"
 #include "gui/common/uPopup.h"
-#include "gui/ribbon/uRibbonButton.h"
-#include "gui/ribbon/uRibbonMetrics.h"
 
 namespace {
 
@@ -19,11 +19,105 @@ constexpr int kTop = 3;
 constexpr int kRows = 3;  // of small buttons in a column
 constexpr int kColumnGap = 2;
 
+// Sizes come from the font, so they follow the desktop.
+int LargeIcon(const QFontMetrics& metrics) {
+  return std::max(22, 5 * metrics.height() / 4);
+}
+
+// Three rows, or a large button with two lines of text.
+int BodyHeight(const QFontMetrics& metrics) {
+  return std::max(3 * (metrics.height() + 6), LargeIcon(metrics) + 2 * metrics.lineSpacing() + 11);
+}
+
+// Two lines when one would make a wide button, cut at the space that leaves them most alike.
+QString InLines(QString text, const QFontMetrics& metrics) {
+  int bestWidth = metrics.horizontalAdvance(text);
+  if (bestWidth <= 4 * metrics.height()) return text;
+  qsizetype best = -1;
+  for (qsizetype at = text.indexOf(' '); at >= 0; at = text.indexOf(' ', at + 1)) {
+    const int width = std::max(metrics.horizontalAdvance(text.left(at)), metrics.horizontalAdvance(text.mid(at + 1)));
+    if (width >= bestWidth) continue;
+    best = at;
+    bestWidth = width;
+  }
+  if (best >= 0) text[best] = '\n';
+  return text;
+}
+
 bool IsShownOrHidden(const QEvent* event) {
   return event->type() == QEvent::ShowToParent || event->type() == QEvent::HideToParent;
 }
 
 }  // namespace
+
+// Large (icon over one or two lines of text) or small (icon beside the text). It follows its action.
+class TRibbonButton : public QToolButton {
+ public:
+  enum class TShape { Large, Small };
+
+  TRibbonButton(TShape shape, QWidget* parent) : QToolButton(parent), FShape(shape) {
+    setToolButtonStyle(shape == TShape::Large ? Qt::ToolButtonTextUnderIcon : Qt::ToolButtonTextBesideIcon);
+    setFocusPolicy(Qt::TabFocus);
+  }
+
+  TShape Shape() const { return FShape; }
+
+  // For a button without an action; it shows an arrow because it opens something.
+  void SetCaption(const QString& caption, const QIcon& icon) {
+    FCaption = caption;
+    setIcon(icon);
+    setToolTip(caption);
+    setAccessibleName(caption);
+    UpdateText();
+  }
+
+ protected:
+  void actionEvent(QActionEvent* event) override {
+    QToolButton::actionEvent(event);
+    if (event->type() != QEvent::ActionRemoved && event->action() == defaultAction()) FollowAction();
+  }
+  void changeEvent(QEvent* event) override {
+    QToolButton::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) UpdateText();
+  }
+  void keyPressEvent(QKeyEvent* event) override {
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    const bool opens = defaultAction() == nullptr && event->key() == Qt::Key_Down;
+    if (!enter && !opens) return QToolButton::keyPressEvent(event);
+    click();
+  }
+  // A popup closes before the action runs, which may open a dialog.
+  void nextCheckState() override {
+    if (window()->windowType() == Qt::Popup) window()->hide();
+    QToolButton::nextCheckState();
+  }
+
+ private:
+  void FollowAction() {
+    const QAction* action = defaultAction();
+    const QString caption = PlainCaption(action->text());
+    const QString told = PlainCaption(action->toolTip());
+    const QString tip = told.isEmpty() ? caption : told;
+    const QString keys = action->shortcut().toString(QKeySequence::NativeText);
+    FCaption = PlainCaption(action->iconText());
+    setAccessibleName(caption);
+    setToolTip(keys.isEmpty() ? tip : QString("%1 (%2)").arg(tip, keys));
+    UpdateText();
+  }
+  void UpdateText() {
+    const QFontMetrics metrics = fontMetrics();
+    const bool large = FShape == TShape::Large;
+    const int edge = large ? LargeIcon(metrics) : std::max(16, metrics.height() - 2);
+    setIconSize({edge, edge});
+    QString text = large ? InLines(FCaption, metrics) : FCaption;
+    if (large && !text.contains('\n')) text += '\n';  // so that the icons of a row are level
+    setText(defaultAction() == nullptr ? text + " ▾" : text);
+    updateGeometry();
+  }
+
+  TShape FShape;
+  QString FCaption;
+};
 
 TRibbonGroup::TRibbonGroup(const QString& objectName, const QString& title, QWidget* parent)
     : QFrame(parent),
@@ -32,14 +126,12 @@ TRibbonGroup::TRibbonGroup(const QString& objectName, const QString& title, QWid
       FTitle(title),
       FHandle(new TRibbonButton(TRibbonButton::TShape::Large, this)),
       FPopup(new QFrame(this, Qt::Popup)) {
-  setObjectName(objectName);
-  setAccessibleName(title);
+  Named(this, objectName, title);
   FHandle->setObjectName(objectName + "Handle");
   FHandle->hide();
   connect(FHandle, &QToolButton::clicked, this, &TRibbonGroup::OpenPopup);
 
-  FPopup->setObjectName(objectName + "Popup");
-  FPopup->setAccessibleName(title);
+  Named(FPopup, objectName + "Popup", title);
   FPopup->setFrameShape(QFrame::StyledPanel);
   FPopup->setProperty("surface", true);
   // A click on the collapsed button while its popup is open closes it and does not open it again.
@@ -48,9 +140,7 @@ TRibbonGroup::TRibbonGroup(const QString& objectName, const QString& title, QWid
   FGrid->setHorizontalSpacing(kColumnGap);
   FGrid->setVerticalSpacing(0);
   for (int row = 0; row < kRows; ++row) FGrid->setRowStretch(row, 1);
-  auto* layout = new QVBoxLayout(FPopup);
-  layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
-  layout->setSizeConstraint(QLayout::SetFixedSize);
+  MakeColumn(FPopup, {}, {QMargins(kMargin, kMargin, kMargin, kMargin)})->setSizeConstraint(QLayout::SetFixedSize);
   UpdateHandle();
 }
 
@@ -72,7 +162,6 @@ void TRibbonGroup::Add(TRibbonButton* button, QAction* action, const QString& bu
   button->installEventFilter(this);
   connect(action, &QAction::visibleChanged, button, [button, action] { button->setVisible(action->isVisible()); });
   connect(action, &QAction::changed, this, &TRibbonGroup::UpdateHandle);
-  connect(button, &TRibbonButton::Chosen, FPopup, &QWidget::hide);
   FButtons.push_back(button);
   Arrange();
 }
@@ -123,7 +212,7 @@ int TRibbonGroup::CollapsedWidth() const {
 }
 
 int TRibbonGroup::HeightFor(const QFont& font) {
-  return RibbonBodyHeight(QFontMetrics(font)) + 2 * kTop;
+  return BodyHeight(QFontMetrics(font)) + 2 * kTop;
 }
 
 void TRibbonGroup::SetCollapsed(bool collapsed) {
@@ -175,7 +264,7 @@ void TRibbonGroup::resizeEvent(QResizeEvent* event) {
 }
 
 void TRibbonGroup::LayOut() {
-  const int body = RibbonBodyHeight(fontMetrics());
+  const int body = BodyHeight(fontMetrics());
   FBody->setFixedHeight(body);
   if (FCollapsed) {
     const int width = std::min(this->width(), CollapsedWidth() - 2 * kMargin);

@@ -9,7 +9,6 @@
 
 #include "gui/common/uTheme.h"
 #include "gui/ribbon/uRibbonGroup.h"
-#include "gui/ribbon/uRibbonMetrics.h"
 
 TRibbonPage::TRibbonPage(QWidget* parent) : QWidget(parent) {
   setAttribute(Qt::WA_StyledBackground);
@@ -45,14 +44,6 @@ void TRibbonPage::SetFrozen(bool frozen) {
 void TRibbonPage::FocusFirst() {
   const auto shown = Shown();
   if (!shown.empty()) shown.front()->FocusFirst();
-}
-
-QSize TRibbonPage::sizeHint() const {
-  return {0, TRibbonGroup::HeightFor(font())};
-}
-
-QSize TRibbonPage::minimumSizeHint() const {
-  return sizeHint();
 }
 
 void TRibbonPage::Arrange() {
@@ -92,7 +83,6 @@ void TRibbonPage::ArrangeSoon() {
 bool TRibbonPage::event(QEvent* event) {
   const bool handled = QWidget::event(event);
   if (event->type() == QEvent::LayoutRequest) Arrange();
-  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) updateGeometry();
   return handled;
 }
 
@@ -102,7 +92,7 @@ void TRibbonPage::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, this);
   PaintSurfaceFrame(painter, *this);
-  painter.setPen(QPen(LineColour(palette()), 1 / devicePixelRatioF()));
+  painter.setPen(QPen(QColor(TokensOf(palette()).hairline), 1 / devicePixelRatioF()));
   const auto shown = Shown();
   for (size_t i = 0; i + 1 < shown.size(); ++i) {
     const QRect at = shown[i]->geometry();

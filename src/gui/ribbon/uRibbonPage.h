@@ -20,9 +20,6 @@ class TRibbonPage : public QWidget {
   void SetFrozen(bool frozen);
   void FocusFirst();
 
-  QSize sizeHint() const override;
-  QSize minimumSizeHint() const override;
-
  signals:
   void ContentChanged();
 

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <span>
 
+#include "gui/common/uBoxes.h"
 #include "gui/common/uLabels.h"
 #include "gui/common/uQtText.h"
 #include "gui/common/uTheme.h"
@@ -32,10 +33,8 @@ TLimitEdit* MakeEdit(TAlarmLimitsPanel* parent, std::string_view name, const QSt
   });
   QObject::connect(edit, &TLimitEdit::Refused, parent,
                    [parent, edit](const QString& problem) { parent->ShowProblem(problem, *edit); });
-  edit->setObjectName(QtText(name));
-  edit->setAccessibleName(QString("%1, %2").arg(quantity, end));
-  edit->setToolTip(QObject::tr("%1: a value beyond is marked").arg(edit->accessibleName()));
-  return edit;
+  const QString words = QString("%1, %2").arg(quantity, end);
+  return Named(edit, QtText(name), words, QObject::tr("%1: a value beyond is marked").arg(words));
 }
 
 // A click into it selects all, as Tab does: what is typed then replaces "none".
@@ -53,9 +52,10 @@ class TAllowanceEdit final : public QLineEdit {
 }  // namespace
 
 TAlarmLimitsPanel::TAlarmLimitsPanel(QWidget* parent)
-    : QFrame(parent, Qt::Popup), FProfiles(new TLimitProfileBar(this)), FProblem(new QLabel(this)) {
-  setObjectName("pnlAlarmLimits");
-  setAccessibleName(tr("Alarm limits"));
+    : QFrame(parent, Qt::Popup),
+      FProfiles(new TLimitProfileBar(this)),
+      FProblem(MakeSentence("lblAlarmLimitRefused", this)) {
+  Named(this, "pnlAlarmLimits", tr("Alarm limits"));
   setFrameShape(QFrame::StyledPanel);
   auto* grid = new QGridLayout(this);
   grid->addWidget(FProfiles, 0, 0, 1, kColumns);
@@ -84,18 +84,13 @@ TAlarmLimitsPanel::TAlarmLimitsPanel(QWidget* parent)
     AddAllowance(*grid, line, index, true);
     line += 2;  // one below it for what is wrong
     if (!isAcceleration) continue;
-    auto* fromFile = new QCheckBox(tr(" Load Acc. Alarm Values from File"), this);
-    fromFile->setObjectName("chboxLoadAccAlarmFromFile");
-    fromFile->setToolTip(tr("The level that opens an event, instead of the two values above"));
-    auto* inForce = new QLabel(this);
-    inForce->setObjectName("lblAlarmAccFromFile");
+    auto* fromFile = Named(new QCheckBox(tr(" Load Acc. Alarm Values from File"), this), "chboxLoadAccAlarmFromFile",
+                           {}, tr("The level that opens an event, instead of the two values above"));
+    auto* inForce = Named(new QLabel(this), "lblAlarmAccFromFile");
     inForce->setForegroundRole(QPalette::PlaceholderText);
     grid->addWidget(fromFile, line++, 1, 1, 3);
     grid->addWidget(inForce, line++, 1, 1, 3);
   }
-  FProblem->setObjectName("lblAlarmLimitRefused");
-  FProblem->setTextFormat(Qt::PlainText);
-  FProblem->setWordWrap(true);
   FProblem->hide();
   ShowAllowances(std::nullopt);
 }

@@ -1,13 +1,13 @@
 #include "gui/settings/uLimitProfileBar.h"
 
 #include <QComboBox>
-#include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTextDocument>
 
 #include "base/uFiles.h"
+#include "gui/common/uBoxes.h"
 #include "gui/common/uQtText.h"
 
 namespace {
@@ -16,42 +16,28 @@ constexpr qsizetype kLongestName = 60;  // characters in the list
 constexpr int kMaxNameLength = 200;
 
 QPushButton* MakeButton(const char* name, const QString& caption, const QString& tip, QWidget* parent) {
-  auto* button = new QPushButton(caption, parent);
-  button->setObjectName(name);
-  button->setToolTip(tip);
-  return button;
+  return Named(new QPushButton(caption, parent), name, {}, tip);
 }
 
 }  // namespace
 
 TLimitProfileBar::TLimitProfileBar(QWidget* parent)
     : QWidget(parent), FList(new QComboBox(this)), FNameRow(new QWidget(this)), FName(new QLineEdit(FNameRow)) {
-  FList->setObjectName("cmbLimitProfile");
-  FList->setAccessibleName(tr("Limit profile"));
-  FList->setToolTip(tr("Limits under a name, with what is allowed beyond each: a recording passes or fails them"));
+  Named(FList, "cmbLimitProfile", tr("Limit profile"),
+        tr("Limits under a name, with what is allowed beyond each: a recording passes or fails them"));
   FList->setSizeAdjustPolicy(QComboBox::AdjustToContents);
   auto* create = MakeButton("btnLimitProfileNew", tr("New…"), tr("A profile with every limit at its default"), this);
   auto* saveAs = MakeButton("btnLimitProfileSaveAs", tr("Save as…"),
                             tr("These limits, and what is allowed beyond them, under another name"), this);
   FDelete = MakeButton("btnLimitProfileDelete", tr("Delete…"), tr("Remove the profile; the limits stay"), this);
-  FName->setObjectName("edtLimitProfileName");
+  Named(FName, "edtLimitProfileName", tr("Name of the profile"));
   FName->setMaxLength(kMaxNameLength);
-  FName->setPlaceholderText(tr("Name of the profile"));
-  FName->setAccessibleName(FName->placeholderText());
+  FName->setPlaceholderText(FName->accessibleName());
   FSave = MakeButton("btnLimitProfileSave", tr("Save"), tr("Save the profile under this name"), FNameRow);
 
-  auto* row = new QHBoxLayout;
-  row->addWidget(new QLabel(tr("Profile"), this));
-  row->addWidget(FList, 1);
-  for (QPushButton* button : {create, saveAs, FDelete}) row->addWidget(button);
-  auto* nameRow = new QHBoxLayout(FNameRow);
-  nameRow->setContentsMargins(0, 0, 0, 0);
-  nameRow->addWidget(FName, 1);
-  nameRow->addWidget(FSave);
-  auto* layout = new QVBoxLayout(this);
-  layout->setContentsMargins(0, 0, 0, 4);
-  layout->addLayout(row);
-  layout->addWidget(FNameRow);
+  auto* row = MakeRow(nullptr, {new QLabel(tr("Profile"), this), {FList, 1}, create, saveAs, FDelete});
+  MakeRow(FNameRow, {{FName, 1}, FSave}, kNoMargins);
+  MakeColumn(this, {row, FNameRow}, {QMargins(0, 0, 0, 4)});
   FNameRow->hide();
 
   connect(FList, &QComboBox::activated, this, [this](int index) { emit Chosen(FList->itemData(index).toString()); });

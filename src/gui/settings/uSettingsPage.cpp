@@ -8,26 +8,31 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QScrollArea>
+#include <QPushButton>
 #include <QVBoxLayout>
 #include <utility>
 #include <vector>
 
+#include "base/uFiles.h"
+#include "gui/common/uBoxes.h"
+#include "gui/common/uGuard.h"
 #include "gui/common/uLabels.h"
 #include "gui/common/uLogos.h"
+#include "gui/common/uMessageBox.h"
 #include "gui/common/uQtText.h"
 #include "gui/common/uWheelGuard.h"
+#include "gui/platform/uDialogs.h"
 #include "gui/settings/uCaptionKeys.h"
 #include "gui/settings/uColourBox.h"
-#include "gui/settings/uLogoEdit.h"
 #include "model/uQuantities.h"
 #include "shell/uSettings.h"
 
 namespace {
 
-constexpr int kMaxTextLength = 200;  // characters
-constexpr int kTextWidth = 30;       // characters
-constexpr int kBoxSpace = 16;        // px, between boxes
+constexpr int kMaxTextLength = 200;     // characters
+constexpr int kTextWidth = 30;          // characters
+constexpr int kBoxSpace = 16;           // px, between boxes
+constexpr QSize kPictureSize(240, 56);  // px, of a logo
 
 struct TRow {
   std::string_view control;
@@ -37,9 +42,7 @@ struct TRow {
 
 void Describe(QWidget& control, const TRow& row) {
   const QString plain = QString(row.caption).remove('&');
-  control.setObjectName(QtText(row.control));
-  control.setAccessibleName(plain);
-  control.setToolTip(row.hint.isEmpty() ? plain : row.hint);
+  Named(&control, QtText(row.control), plain, row.hint.isEmpty() ? plain : row.hint);
 }
 
 void AddRow(QFormLayout& form, const TRow& row, QWidget* control) {
@@ -77,22 +80,6 @@ void AddColours(QFormLayout& form, std::initializer_list<TRow> rows) {
   for (const TRow& row : rows) AddRow(form, row, new TColourBox(nullptr));
 }
 
-// Scrolls a page that is larger than the window.
-QWidget* Scrolled(QWidget* page) {
-  auto* area = new QScrollArea;
-  area->setFrameShape(QFrame::NoFrame);
-  area->setFocusPolicy(Qt::NoFocus);  // its controls take the keys
-  area->setWidgetResizable(true);
-  area->setWidget(page);
-  return area;
-}
-
-QFormLayout* MakeForm(QWidget* page) {
-  auto* form = new QFormLayout(page);
-  form->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
-  return form;
-}
-
 // A titled box.
 QGroupBox* AddBox(QBoxLayout& layout, const QString& title) {
   auto* box = new QGroupBox(title);
@@ -101,7 +88,9 @@ QGroupBox* AddBox(QBoxLayout& layout, const QString& title) {
 }
 
 QFormLayout* AddForm(QBoxLayout& layout, const QString& title) {
-  return MakeForm(AddBox(layout, title));
+  auto* form = new QFormLayout(AddBox(layout, title));
+  form->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
+  return form;
 }
 
 // A page of boxes beside each other.
@@ -141,11 +130,63 @@ QVBoxLayout* AddColumn(QHBoxLayout& columns) {
   return column;
 }
 
+// A logo and a button that replaces it by a picture of the user.
+class TLogoEdit final : public QWidget {
+ public:
+  // `logos` outlives the edit.
+  TLogoEdit(TLogos& logos, std::size_t index, const QString& buttonName, const QString& title)
+      : FLogos(logos), FIndex(index), FPicture(new QLabel(this)) {
+    FPicture->setFixedSize(kPictureSize);
+    FPicture->setFrameShape(QFrame::StyledPanel);
+    FPicture->setAlignment(Qt::AlignCenter);
+    FPicture->setAccessibleName(title);
+    // White, because logos are printed.
+    QPalette paper = FPicture->palette();
+    paper.setColor(QPalette::Window, Qt::white);
+    FPicture->setPalette(paper);
+    FPicture->setAutoFillBackground(true);
+    auto* button = Named(new QPushButton(tr("Replace…"), this), buttonName, tr("Replace the %1").arg(title),
+                         tr("By a picture: PNG, JPEG, BMP or GIF"));
+    MakeRow(this, {FPicture, button}, kNoMargins);
+    connect(button, &QPushButton::clicked, this, [this] { Guarded(window(), [this] { AskAndReplace(); }); });
+    connect(&FLogos, &TLogos::Changed, this, [this](std::size_t changed) {
+      if (changed == FIndex) ShowLogo();
+    });
+    ShowLogo();
+  }
+
+ private:
+  void ShowLogo() {
+    const double ratio = devicePixelRatioF();
+    QPixmap shown = QPixmap::fromImage(FLogos.Image(FIndex));
+    const QSize room = (QSizeF(kPictureSize - QSize(8, 8)) * ratio).toSize();
+    if (shown.width() > room.width() || shown.height() > room.height()) {
+      shown = shown.scaled(room, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    }
+    shown.setDevicePixelRatio(ratio);
+    FPicture->setPixmap(shown);
+  }
+
+  void AskAndReplace() {
+    const auto file = AskForFile(window(), tr("Replace the logo"), {{}, "Pictures|*.png;*.jpg;*.jpeg;*.bmp;*.gif", 1});
+    if (!file) return;
+    try {
+      FLogos.Replace(FIndex, PathFromUtf8(*file));
+    } catch (const std::exception& error) {
+      ShowBox(window(), QMessageBox::Warning, "msgLogo", tr("The logo cannot be used."),
+              QString("%1\n%2").arg(QtText(*file), QtText(ReasonOf(error))));
+    }
+  }
+
+  TLogos& FLogos;
+  std::size_t FIndex;
+  QLabel* FPicture;
+};
+
 }  // namespace
 
 TSettingsPage::TSettingsPage(TLogos& logos) {
-  setObjectName("pgcSettings");
-  setAccessibleName(tr("Settings"));
+  Named(this, "pgcSettings", tr("Settings"));
   setDocumentMode(true);
   addTab(MakeGeneral(logos), tr("&General"));
   addTab(MakeFormats(), tr("For&mats"));
@@ -172,7 +213,7 @@ QWidget* TSettingsPage::MakeGeneral(TLogos& logos) {
                       tr("If turned on the overlapping points in the Shock Events chart will be absorbed into a bigger "
                          "point")});
   page->AddEnd();
-  return Scrolled(page);
+  return MakeScrolled(page);
 }
 
 QWidget* TSettingsPage::MakeFormats() {
@@ -193,7 +234,7 @@ QWidget* TSettingsPage::MakeFormats() {
       AddRow(*form, {row.format, caption, hint + MaskHint()}, MakeList(kDecimalMasks));
     }
   }
-  return Scrolled(page);
+  return MakeScrolled(page);
 }
 
 QWidget* TSettingsPage::MakeColours() {
@@ -211,7 +252,7 @@ QWidget* TSettingsPage::MakeColours() {
   for (const TQuantityRow* row : kColouredSensors) {
     if (row->namePlace == 0) AddColours(*sensors, {{row->colourControl, tr(row->colourCaption)}});
   }
-  return Scrolled(page);
+  return MakeScrolled(page);
 }
 
 // All that can be set for an input stands in one line.
@@ -242,5 +283,5 @@ QWidget* TSettingsPage::MakeAnalogInputs() {
   where->setForegroundRole(QPalette::PlaceholderText);
   grid->addWidget(where, grid->rowCount(), 1, 1, 3);
   boxes->addStretch(1);
-  return Scrolled(page);
+  return MakeScrolled(page);
 }

@@ -12,7 +12,7 @@
 namespace {
 
 constexpr int kColumns = 1 + static_cast<int>(kSeriesCount);  // the time, then the series
-constexpr int kColumnPadding = 12;
+constexpr int kColumnPadding = 14;                            // px, of a title, with rounding
 constexpr auto kTime = "Time (ms)";
 constexpr auto kFrequency = "Frequency (Hz)";
 constexpr auto kUsualText = "-00.0000";  // the rows in sight may be of the quiet before the shock
@@ -105,16 +105,12 @@ void TShockValuesGrid::MarkRow(std::size_t row) {
 }
 
 int TShockValuesGrid::UsualWidth(int column, bool lines) const {
-  const int number = fontMetrics().horizontalAdvance(lines ? kUsualLine : kUsualText) + kColumnPadding;
-  int title = horizontalHeader()->sectionSizeHint(column);
-  if (column == 0 && lines != FShowsLines) {
-    QFont font = horizontalHeader()->font();
-    font.setWeight(QFont::DemiBold);  // the style's, which the widget's font does not say
-    const QFontMetrics metrics(font);
-    const int more = metrics.horizontalAdvance(kFrequency) - metrics.horizontalAdvance(kTime);
-    title += lines ? more : -more;
-  }
-  return std::max(title, number);
+  QFont bold = horizontalHeader()->font();
+  bold.setWeight(QFont::DemiBold);  // the style's, which neither the font nor the header's own measure knows
+  const QString title = column == 0 ? tr(lines ? kFrequency : kTime)
+                                    : FModel->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
+  return kColumnPadding + std::max(QFontMetrics(bold).horizontalAdvance(title),
+                                   fontMetrics().horizontalAdvance(lines ? kUsualLine : kUsualText));
 }
 
 int TShockValuesGrid::FittingWidth() const {

@@ -7,10 +7,10 @@
 #include <QPainter>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QVBoxLayout>
 #include <algorithm>
 #include <utility>
 
+#include "gui/common/uBoxes.h"
 #include "gui/common/uLabels.h"
 
 namespace {
@@ -33,29 +33,19 @@ class TVeil final : public QWidget {
 TLoadingPanel::TLoadingPanel(QWidget* parent)
     : QFrame(parent),
       FVeil(new TVeil(parent)),
-      FMessage(new QLabel(this)),
+      FMessage(MakeSentence("PnlLoadingMsg", this)),
       FDetail(new TElidedLabel("PnlLoadingDetail", this)),
       FProgress(new QProgressBar(this)),
       FCancel(new QPushButton(tr("Cancel"), this)) {
   setObjectName("pnlLoading");
   setAutoFillBackground(true);
-  FMessage->setObjectName("PnlLoadingMsg");
-  FMessage->setTextFormat(Qt::PlainText);
-  FMessage->setWordWrap(true);
   // The detail is cut to the panel, it never widens it.
   FDetail->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-  FProgress->setObjectName("cxProgressBar1");
+  Named(FProgress, "cxProgressBar1", tr("Progress"));
   FProgress->setTextVisible(false);
-  FProgress->setAccessibleName(tr("Progress"));
   FCancel->setObjectName("btnLoadingCancel");
   FCancel->setAutoDefault(true);  // Enter presses it
-  auto* layout = new QVBoxLayout(this);
-  layout->setContentsMargins(20, 16, 20, 16);
-  layout->setSpacing(8);
-  layout->addWidget(FMessage);
-  layout->addWidget(FDetail);
-  layout->addWidget(FProgress);
-  layout->addWidget(FCancel, 0, Qt::AlignRight);
+  MakeColumn(this, {FMessage, FDetail, FProgress, {FCancel, 0, Qt::AlignRight}}, {QMargins(20, 16, 20, 16), 8});
   connect(FCancel, &QPushButton::clicked, this, &TLoadingPanel::Cancelled);
   FVeil->hide();
   qApp->installEventFilter(this);

@@ -6,27 +6,24 @@
 #include <QPushButton>
 #include <QShowEvent>
 #include <QTextDocument>
-#include <QVBoxLayout>
 #include <algorithm>
 #include <filesystem>
 #include <system_error>
 #include <tuple>
 
 #include "base/uFiles.h"
+#include "gui/common/uBoxes.h"
 #include "gui/common/uQtText.h"
 
 TRecentFiles::TRecentFiles(QWidget* parent) : QWidget(parent) {
   setObjectName("pnlWellcomeRecent");
-  auto* layout = new QVBoxLayout(this);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->setSpacing(0);
+  MakeColumn(this, {}, kNoGaps);
   hide();
 }
 
 void TRecentFiles::AddButton() {
   const std::size_t number = FButtons.size();
-  auto* button = new QPushButton(this);
-  button->setObjectName(QString("btnWellcomeRecent_%1").arg(number));
+  auto* button = Named(new QPushButton(this), QString("btnWellcomeRecent_%1").arg(number));
   button->setFlat(true);
   button->setAutoDefault(true);  // Enter presses it
   button->setStyleSheet("text-align: left; padding: 3px;");

@@ -1,22 +1,50 @@
 #include "gui/welcome/uWellcomePanel.h"
 
 #include <QAction>
-#include <QEvent>
+#include <QDesktopServices>
+#include <QDir>
+#include <QFileInfo>
 #include <QGridLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
-#include <QScrollArea>
-#include <QVBoxLayout>
+#include <QTextDocument>
+#include <QTextLayout>
+#include <QToolButton>
+#include <QUrl>
 #include <algorithm>
 
+#include "gui/common/uBoxes.h"
 #include "gui/common/uFlowLayout.h"
 #include "gui/common/uIcons.h"
-#include "gui/welcome/uUserManualIcon.h"
 
 namespace {
 
 constexpr int kButtonIcon = 32;
 constexpr int kPadding = 10;
+constexpr int kManualIcon = 40;
+constexpr int kManualMargin = 8;
+constexpr int kManualLines = 2;
+
+// Wraps at words, or inside a long word; text beyond the last line is cut with an ellipsis.
+QString InLines(const QString& caption, const QFont& font, int width) {
+  const QFontMetrics metrics(font);
+  QTextLayout layout(caption, font);
+  QTextOption option;
+  option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+  layout.setTextOption(option);
+  layout.beginLayout();
+  QStringList lines;
+  for (QTextLine line = layout.createLine(); line.isValid() && lines.size() < kManualLines;
+       line = layout.createLine()) {
+    line.setLineWidth(width);
+    const bool last = lines.size() == kManualLines - 1;
+    const QString text = last ? caption.mid(line.textStart()) : caption.mid(line.textStart(), line.textLength());
+    lines << metrics.elidedText(text.trimmed(), Qt::ElideRight, width);
+  }
+  layout.endLayout();
+  return lines.join('\n');
+}
 
 QFont Scaled(QFont font, double factor) {
   font.setPointSizeF(font.pointSizeF() * factor);
@@ -24,11 +52,9 @@ QFont Scaled(QFont font, double factor) {
 }
 
 void Follow(QPushButton* button, const QAction* action) {
-  const QString caption = action->text().remove('&');
   const QString keys = action->shortcut().toString(QKeySequence::NativeText);
-  QString plain = caption;
-  while (plain.endsWith(QChar(0x2026)) || plain.endsWith('.')) plain.chop(1);
-  button->setText(caption);
+  const QString plain = PlainCaption(action->text());
+  button->setText(action->text().remove('&'));
   button->setAccessibleName(plain);
   button->setToolTip(keys.isEmpty() ? plain : QString("%1 (%2)").arg(plain, keys));
   button->setIcon(action->icon());
@@ -36,12 +62,44 @@ void Follow(QPushButton* button, const QAction* action) {
   button->setMinimumWidth(button->sizeHint().width() + 2 * kPadding);
 }
 
+// An icon over a caption in lines; Enter is a click, too.
+class TManualIcon final : public QToolButton {
+ public:
+  TManualIcon(const QString& caption, QWidget* parent) : QToolButton(parent), FCaption(caption) {
+    setFocusPolicy(Qt::StrongFocus);
+    setCursor(Qt::PointingHandCursor);
+    setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    setIcon(Icon("documentation"));
+    setIconSize({kManualIcon, kManualIcon});
+    TakeFont();
+  }
+
+ protected:
+  void changeEvent(QEvent* event) override {
+    QToolButton::changeEvent(event);
+    if (event->type() == QEvent::FontChange) TakeFont();
+  }
+  void keyPressEvent(QKeyEvent* event) override {
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (!enter) return QToolButton::keyPressEvent(event);
+    if (!event->isAutoRepeat()) click();
+  }
+
+ private:
+  void TakeFont() {
+    const int width = 9 * fontMetrics().height();
+    setFixedWidth(width);
+    setText(InLines(FCaption, font(), width - 2 * kManualMargin).replace('&', "&&"));
+  }
+
+  QString FCaption;
+};
+
 }  // namespace
 
 TWellcomePanel::TWellcomePanel(QWidget* parent)
     : QWidget(parent), FPage(new QWidget(this)), FColumn(new QVBoxLayout), FName(new QLabel("ShockScope", FPage)) {
-  setObjectName("WellcomePanel");
-  setAccessibleName(tr("Welcome"));
+  Named(this, "WellcomePanel", tr("Welcome"));
   auto* buttons = new QWidget(FPage);
   FButtons = new TFlowLayout(buttons);
   FButtons->setContentsMargins(0, 0, 0, 0);
@@ -70,14 +128,7 @@ TWellcomePanel::TWellcomePanel(QWidget* parent)
   AddSection(tr("User manual"), FManual);
   AddSection(tr("In every chart"), MakeGestures());
 
-  auto* scroll = new QScrollArea(this);
-  scroll->setWidget(FPage);
-  scroll->setWidgetResizable(true);
-  scroll->setFrameShape(QFrame::NoFrame);
-  scroll->setFocusPolicy(Qt::NoFocus);
-  auto* layout = new QVBoxLayout(this);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->addWidget(scroll);
+  MakeColumn(this, {MakeScrolled(FPage)}, kNoMargins);
   TakeLook();
 }
 
@@ -145,10 +196,14 @@ void TWellcomePanel::AddSection(const QString& heading, QWidget* content) {
   TakeLook();
 }
 
-TUserManualIcon* TWellcomePanel::AddUserManualIcon(const QString& objectName, const QString& caption,
-                                                   const QString& filePath) {
-  auto* icon = new TUserManualIcon(objectName, caption, filePath, FManual);
-  connect(icon, &TUserManualIcon::OpenFailed, this, &TWellcomePanel::OpenFailed);
+QWidget* TWellcomePanel::AddUserManualIcon(const QString& objectName, const QString& caption, const QString& filePath) {
+  const QString tip = QString("%1\n%2").arg(caption, QDir::toNativeSeparators(filePath));
+  auto* icon = Named(new TManualIcon(caption, FManual), objectName, caption, Qt::convertFromPlainText(tip));
+  icon->setAccessibleDescription(tr("Opens the document"));
+  connect(icon, &QToolButton::clicked, this, [this, filePath] {
+    const bool opened = QFileInfo::exists(filePath) && QDesktopServices::openUrl(QUrl::fromLocalFile(filePath));
+    if (!opened) emit OpenFailed(filePath);
+  });
   FManualIcons->addWidget(icon);
   FManual->show();
   return icon;

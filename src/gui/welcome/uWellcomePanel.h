@@ -10,7 +10,6 @@ class QLabel;
 class QPushButton;
 class QVBoxLayout;
 class TFlowLayout;
-class TUserManualIcon;
 
 class TWellcomePanel : public QWidget {
   Q_OBJECT
@@ -25,10 +24,11 @@ class TWellcomePanel : public QWidget {
   // A section below the buttons and above the sections added before; takes the widget. Hiding the widget hides its
   // heading.
   void AddSection(const QString& heading, QWidget* content);
-  // The manual's section appears with its first icon.
-  TUserManualIcon* AddUserManualIcon(const QString& objectName, const QString& caption, const QString& filePath);
+  // Opens a document with the desktop's program for it. The manual's section appears with its first icon.
+  QWidget* AddUserManualIcon(const QString& objectName, const QString& caption, const QString& filePath);
 
  signals:
+  // The document is missing, or the desktop has no program for it.
   void OpenFailed(const QString& filePath);
 
  protected:
