@@ -225,7 +225,7 @@ std::vector<TResponseLine> CalcResponseSpectrum(const TShockSamples& shock, std:
   for (const double one : hertz) {
     const TResponseRange range = ResponseRangeOf(one, shock.Rate());
     if (range == TResponseRange::None) continue;
-    computed.push_back({one, kNaN, kNaN, kNaN, kNaN, range});
+    computed.push_back({{one, kNaN, kNaN, kNaN, kNaN}, range});
     lowest = std::min(lowest, one);
   }
   for (std::size_t i = 0; i < computed.size(); i += kLanes) {
@@ -235,7 +235,7 @@ std::vector<TResponseLine> CalcResponseSpectrum(const TShockSamples& shock, std:
   auto next = computed.begin();
   for (const double one : hertz) {
     const bool isNone = ResponseRangeOf(one, shock.Rate()) == TResponseRange::None;
-    lines.push_back(isNone ? TResponseLine{one, kNaN, kNaN, kNaN, kNaN, TResponseRange::None} : *next++);
+    lines.push_back(isNone ? TResponseLine{{one, kNaN, kNaN, kNaN, kNaN}, TResponseRange::None} : *next++);
   }
   return lines;
 }

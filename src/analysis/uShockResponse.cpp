@@ -41,7 +41,7 @@ class TGathered {
  public:
   TGathered(const TResponseRequest& request, std::span<const double> hertz) : FRequest(request), FHertz(hertz) {
     constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-    for (const double one : hertz) Lines.push_back({one, kNaN, kNaN, kNaN, kNaN, TResponseRange::None});
+    for (const double one : hertz) Lines.push_back({{one, kNaN, kNaN, kNaN, kNaN}, TResponseRange::None});
   }
 
   void Add(const TEvent& event, const std::stop_token& stop) {
