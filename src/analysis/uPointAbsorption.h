@@ -2,10 +2,13 @@
 #pragma once
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <vector>
+
+#include "analysis/uEnvelope.h"
 
 struct TDot {
   double x, y;        // where the highest of those stands that it stands for
@@ -32,30 +35,63 @@ class TDotGrid {
   TDotGrid(double left, double top, double width, double height, double cell);
 
   void Add(double x, double y, std::size_t item, double value) {
-    const double column = (x - FLeft) * FCellsPerPixel;
+    const double column = CellsTo(x);
     const double row = (y - FTop) * FCellsPerPixel;
     // Also false for what is no number.
     if (!(column >= 0 && column < FColumns && row >= 0 && row < FRows)) return;
-    const auto cell =
-        std::size_t{static_cast<std::uint32_t>(column)} * FCellsInColumn + static_cast<std::uint32_t>(row);
-    const TDot dot{x, y, item, 1, value, value};
-    std::uint32_t& number = FDotOfCell[cell];
-    if (number == 0) {
-      FDots.push_back(dot);
-      number = static_cast<std::uint32_t>(FDots.size());
-      return;
-    }
-    TDot& into = FDots[number - 1];
-    into.Take(dot);
-    if (y < into.y) {
-      into.x = x;
-      into.y = y;
+    Put(
+        ColumnAt(column)[static_cast<std::uint32_t>(row)], [x](std::size_t) { return x; }, y, item, value);
+  }
+  // Adds those items of [begin, end) for which isShown(item) holds, in three quarters of the time. xOf(item) rises; it
+  // is asked only where a column of cells begins and where a dot stands.
+  template <class TIsShown, class TXOf, class TYOf, class TValueOf>
+  void AddRising(std::size_t begin, std::size_t end, const TIsShown& isShown, const TXOf& xOf, const TYOf& yOf,
+                 const TValueOf& valueOf) {
+    const auto columnOf = [&](std::size_t item) { return CellsTo(xOf(item)); };
+    std::size_t width = 1;  // items in a column, as in the one before
+    while (begin < end) {
+      const double column = std::floor(columnOf(begin));
+      std::size_t next = begin + 1;
+      if (column >= 0 && column < FColumns) {
+        next = FirstAtOrAfterNear(std::min(begin + width, end), begin, end, columnOf, column + 1);
+        std::uint32_t* const cells = ColumnAt(column);
+        const double top = FTop, perPixel = FCellsPerPixel, rows = FRows;  // that stores of doubles might change
+        for (std::size_t item = begin; item < next; ++item) {
+          if (!isShown(item)) continue;
+          const double y = yOf(item);
+          const double row = (y - top) * perPixel;
+          if (row >= 0 && row < rows) Put(cells[static_cast<std::uint32_t>(row)], xOf, y, item, valueOf(item));
+        }
+      }
+      width = next - begin;
+      begin = next;
     }
   }
   // In the order in which their cells were met.
   [[nodiscard]] std::vector<TDot>& Dots() { return FDots; }
 
  private:
+  [[nodiscard]] double CellsTo(double x) const { return (x - FLeft) * FCellsPerPixel; }
+
+  [[nodiscard]] std::uint32_t* ColumnAt(double column) {
+    return FDotOfCell.data() + std::size_t{static_cast<std::uint32_t>(column)} * FCellsInColumn;
+  }
+
+  template <class TXOf>
+  void Put(std::uint32_t& number, const TXOf& xOf, double y, std::size_t item, double value) {
+    if (number == 0) {
+      FDots.push_back({xOf(item), y, item, 1, value, value});
+      number = static_cast<std::uint32_t>(FDots.size());
+      return;
+    }
+    TDot& dot = FDots[number - 1];
+    dot.Take({dot.x, dot.y, item, 1, value, value});
+    if (y < dot.y) {
+      dot.x = xOf(item);
+      dot.y = y;
+    }
+  }
+
   double FLeft, FTop, FCellsPerPixel;
   double FColumns, FRows;
   std::size_t FCellsInColumn;

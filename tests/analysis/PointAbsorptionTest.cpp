@@ -3,9 +3,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <random>
+#include <tuple>
 
 namespace {
 
@@ -81,6 +83,36 @@ TEST(PointAbsorption, TheGridKeepsOneDotForEachCellAndNoneFromOutside) {
     grid.Add(x, y, grid.Dots().size(), -y);
   }
   EXPECT_THAT(Groups(grid.Dots()), testing::ElementsAre(TGroup(1, 2), TGroup(1, 1)));
+}
+
+TEST(PointAbsorption, ItemsInTheOrderOfXMakeTheSameDotsAsOneByOne) {
+  std::mt19937 random(3);
+  const auto number = [&random](double max) { return std::generate_canonical<double, 32>(random) * max; };
+  std::vector<double> x(4000), y(4000), value(4000);
+  for (std::size_t i = 0; i < x.size(); ++i) {
+    x[i] = i % 500 == 0 ? std::floor(number(60)) : number(60) - 10;  // some on the edge of a cell, some outside
+    y[i] = i % 7 == 0 ? std::numeric_limits<double>::quiet_NaN() : number(40) - 5;
+    value[i] = std::floor(number(5));
+  }
+  std::ranges::sort(x);
+  for (const double cell : {0.5, 1.0, 3.0}) {
+    TDotGrid one(0, 0, 40, 30, cell);
+    TDotGrid rising(0, 0, 40, 30, cell);
+    const auto isShown = [](std::size_t i) { return i % 5 != 0; };
+    for (std::size_t i = 0; i < x.size(); ++i) {
+      if (isShown(i)) one.Add(x[i], y[i], i, value[i]);
+    }
+    rising.AddRising(
+        0, x.size(), isShown, [&](std::size_t i) { return x[i]; }, [&](std::size_t i) { return y[i]; },
+        [&](std::size_t i) { return value[i]; });
+    ASSERT_EQ(rising.Dots().size(), one.Dots().size());
+    for (std::size_t i = 0; i < one.Dots().size(); ++i) {
+      const TDot& dot = one.Dots()[i];
+      const TDot& found = rising.Dots()[i];
+      EXPECT_EQ(std::tie(found.x, found.y, found.item, found.count, found.min, found.max),
+                std::tie(dot.x, dot.y, dot.item, dot.count, dot.min, dot.max));
+    }
+  }
 }
 
 }  // namespace

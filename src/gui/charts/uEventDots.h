@@ -45,6 +45,11 @@ class TEventDots {
   void Begin(const QRect& rect, const QFont& font, double pixelRatio);
   // The largest value of a group says which of its events stands for all.
   void Add(double x, double y, std::size_t place, double value) { FGrid->Add(x, y, place, value); }
+  // The same for many in the order of x; see TDotGrid.
+  template <class... TOf>
+  void AddRising(std::size_t begin, std::size_t end, const TOf&... of) {
+    FGrid->AddRising(begin, end, of...);
+  }
   // Ends it. inks: one a kind, kindOf(place) says which. `ground` parts a group from what it stands on.
   template <class TKindOf>
   void Paint(QCPPainter& painter, const std::vector<QColor>& inks, const QColor& ground, const TKindOf& kindOf);

@@ -153,10 +153,12 @@ void TEventsChart::PaintDots(QCPPainter& painter) {
   const auto key = [this](std::size_t i) { return FEvents.Time(i); };
   const std::size_t end =
       FirstAtOrAfter(FEvents.Count(), key, std::nextafter(range.upper, std::numeric_limits<double>::infinity()));
-  for (std::size_t i = FirstAtOrAfter(FEvents.Count(), key, range.lower); i < end; ++i) {
-    if (!FEvents.IsVisible(i) || !IsSeriesVisible(static_cast<TSeries>(FEvents.Axis(i)))) continue;
-    FDots.Add(times.At(FEvents.Time(i)), values.At(double{FEvents.Peak(i)}), i, double{FEvents.Max(i)});
-  }
+  FDots.AddRising(
+      FirstAtOrAfter(FEvents.Count(), key, range.lower), end,
+      [this](std::size_t i) { return FEvents.IsVisible(i) && IsSeriesVisible(static_cast<TSeries>(FEvents.Axis(i))); },
+      [&](std::size_t i) { return times.At(FEvents.Time(i)); },
+      [&](std::size_t i) { return values.At(double{FEvents.Peak(i)}); },
+      [this](std::size_t i) { return double{FEvents.Max(i)}; });
   std::vector<QColor> inks;
   for (const TSeries series : kAllSeries) inks.push_back(InkOf(series));
   FDots.Paint(painter, inks, palette().color(QPalette::Base), [this](std::size_t i) { return FEvents.Axis(i); });
