@@ -1,8 +1,8 @@
 #include "analysis/uSensorLookup.h"
 
+#include <algorithm>
 #include <cmath>
 
-#include "analysis/uEnvelope.h"
 #include "base/uDateTime.h"
 
 TSensorLookup::TSensorLookup(const TSensorList& sensors, double startTime)
@@ -12,7 +12,7 @@ double TSensorLookup::DateTimeAt(std::span<const TSensorValue> values, std::size
   return DateTimeOf(FStartTime, values[sample].time);
 }
 
-TSensorLookup::TRisingSamples& TSensorLookup::RisingSamplesOf(std::size_t index) const {
+const TSensorLookup::TRisingSamples& TSensorLookup::RisingSamplesOf(std::size_t index) const {
   TRisingSamples& rising = FRising[index];
   if (rising.found) return rising;
   rising.found = true;
@@ -36,13 +36,27 @@ TSensorLookup::TRisingSamples& TSensorLookup::RisingSamplesOf(std::size_t index)
 
 float TSensorLookup::SensorValueAt(std::size_t index, double dateTime) const {
   const auto values = FSensors.GetItem(index).Values();
-  TRisingSamples& rising = RisingSamplesOf(index);
+  const TRisingSamples& rising = RisingSamplesOf(index);
   const auto sampleAt = [&rising](std::size_t k) { return rising.everySample ? k : rising.listed[k]; };
   const std::size_t count = rising.everySample ? values.size() : rising.listed.size();
-  const auto timeAt = [&](std::size_t k) { return DateTimeAt(values, sampleAt(k)); };
-  // Callers mostly ask for later and later moments.
-  const std::size_t k = FirstAtOrAfterNear(rising.lastAnswer, 0, count, timeAt, dateTime);
-  rising.lastAnswer = k;
+  const auto isBefore = [&](std::size_t k) { return !(DateTimeAt(values, sampleAt(k)) >= dateTime); };  // also NaN
+  // Callers mostly ask for later and later moments: from the last answer on in steps that double, then by halves.
+  std::size_t& last = FRising[index].lastAnswer;
+  std::size_t k = last > 0 && isBefore(last - 1) ? last : 0;
+  std::size_t end = k;
+  for (std::size_t step = 1; end < count && isBefore(end); step *= 2) {
+    k = end + 1;
+    end = std::min(end + step, count);
+  }
+  while (k < end) {
+    const std::size_t middle = k + (end - k) / 2;
+    if (isBefore(middle)) {
+      k = middle + 1;
+    } else {
+      end = middle;
+    }
+  }
+  last = k;
   if (k == count) return FSensors.GetItem(index).GetItem(values.size() - 1).xvalue;
   const std::size_t j = sampleAt(k);
   const double time = DateTimeAt(values, j);

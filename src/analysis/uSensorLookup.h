@@ -31,7 +31,7 @@ class TSensorLookup {
   };
 
   [[nodiscard]] double DateTimeAt(std::span<const TSensorValue> values, std::size_t sample) const;
-  [[nodiscard]] TRisingSamples& RisingSamplesOf(std::size_t index) const;
+  [[nodiscard]] const TRisingSamples& RisingSamplesOf(std::size_t index) const;
 
   const TSensorList& FSensors;
   double FStartTime;

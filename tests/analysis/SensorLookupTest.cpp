@@ -55,6 +55,7 @@ TEST(SensorLookup, EqualsTheLinearSearchForTimesInAnyOrder) {
         const double dateTime = DateTimeOf(start, at * 1000);
         ASSERT_EQ(lookup.SensorValueAt(0, dateTime), Linear(sensor, start, dateTime)) << "round " << round;
       }
+      ASSERT_EQ(lookup.SensorValueAt(0, nan), Linear(sensor, start, nan)) << "no sample is at or after no time";
     }
   }
 }
