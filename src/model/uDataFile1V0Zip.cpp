@@ -220,9 +220,9 @@ TInflateStream::TEnd TInflateStream::TInflater::FillInput() {
 
 TInflateStream::TInflateStream(TOpen open, TInflateWay way, TReadAhead ahead, std::stop_token stop)
     : FStop(std::move(stop)) {
-  std::unique_ptr<IInflate> fast = way == TInflateWay::Fast ? MakeFastInflate() : nullptr;
+  std::unique_ptr<IInflate> fast = way == TInflateWay::Fast ? MakeFastInflate(TWrapping::Zlib) : nullptr;
   FChecks = fast == nullptr;
-  FInflater = std::make_shared<TInflater>(std::move(open), fast ? std::move(fast) : MakeZlibInflate());
+  FInflater = std::make_shared<TInflater>(std::move(open), fast ? std::move(fast) : MakeZlibInflate(TWrapping::Zlib));
   if (ahead == TReadAhead::No) {
     FInflater->Open();
     return;

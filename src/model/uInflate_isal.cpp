@@ -15,18 +15,18 @@ bool IsZlibHeader(unsigned header) {
 
 class TIsalInflate final : public IInflate {
  public:
-  TIsalInflate() {
+  explicit TIsalInflate(TWrapping wrapping) : FIsZlib(wrapping == TWrapping::Zlib) {
     isal_inflate_init(&FState);
-    FState.crc_flag = ISAL_ZLIB_NO_HDR_VER;
+    FState.crc_flag = FIsZlib ? ISAL_ZLIB_NO_HDR_VER : ISAL_GZIP;
   }
 
   TStep Inflate(std::span<const std::uint8_t>& input, std::span<std::uint8_t>& output) override {
-    for (; FHeaderBytes < 2; ++FHeaderBytes) {
+    for (; FIsZlib && FHeaderBytes < 2; ++FHeaderBytes) {
       if (input.empty()) return TStep::InputUsed;
       FHeader = FHeader << 8 | input.front();
       input = input.subspan(1);
     }
-    if (!IsZlibHeader(FHeader)) return TStep::Damaged;
+    if (FIsZlib && !IsZlibHeader(FHeader)) return TStep::Damaged;
     // One call may stop short of both ends, and holds back output when all input is used.
     while (!output.empty()) {
       const std::size_t before = input.size() + output.size();
@@ -51,6 +51,7 @@ class TIsalInflate final : public IInflate {
     return true;
   }
 
+  bool FIsZlib;
   inflate_state FState;
   unsigned FHeader = 0;
   int FHeaderBytes = 0;
@@ -58,6 +59,6 @@ class TIsalInflate final : public IInflate {
 
 }  // namespace
 
-std::unique_ptr<IInflate> MakeFastInflate() {
-  return std::make_unique<TIsalInflate>();
+std::unique_ptr<IInflate> MakeFastInflate(TWrapping wrapping) {
+  return std::make_unique<TIsalInflate>(wrapping);
 }

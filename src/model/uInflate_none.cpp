@@ -1,5 +1,5 @@
 #include "model/uInflate.h"
 
-std::unique_ptr<IInflate> MakeFastInflate() {
+std::unique_ptr<IInflate> MakeFastInflate(TWrapping /*wrapping*/) {
   return nullptr;
 }

@@ -7,12 +7,14 @@
 namespace {
 
 constexpr int kWindowBits = 15;
+constexpr int kGzip = 16;  // added to the window
 
 class TZlibInflate final : public IInflate {
  public:
-  TZlibInflate() {
-    if (inflateInit2(&FZip, kWindowBits) != Z_OK) throw std::bad_alloc();
-    inflateValidate(&FZip, 0);  // no checksum
+  explicit TZlibInflate(TWrapping wrapping) {
+    const bool gzip = wrapping == TWrapping::Gzip;
+    if (inflateInit2(&FZip, kWindowBits + (gzip ? kGzip : 0)) != Z_OK) throw std::bad_alloc();
+    if (!gzip) inflateValidate(&FZip, 0);  // no checksum
   }
   ~TZlibInflate() override { inflateEnd(&FZip); }
   TZlibInflate(const TZlibInflate&) = delete;
@@ -38,6 +40,6 @@ class TZlibInflate final : public IInflate {
 
 }  // namespace
 
-std::unique_ptr<IInflate> MakeZlibInflate() {
-  return std::make_unique<TZlibInflate>();
+std::unique_ptr<IInflate> MakeZlibInflate(TWrapping wrapping) {
+  return std::make_unique<TZlibInflate>(wrapping);
 }

@@ -89,7 +89,7 @@ void TReadFileThread::Execute() {
 }
 
 void TReadFileThread::ReadDataFile() {
-  if (FWay == TInflateWay::Fast && MakeFastInflate() && ReadFast()) return;
+  if (FWay == TInflateWay::Fast && MakeFastInflate(TWrapping::Zlib) && ReadFast()) return;
   ReadBlocks(TInflateWay::Exact);
 }
 
