@@ -147,6 +147,9 @@ def check_failures(program, recording):
         expect(f"words for {arguments}", True, len(program.report(*arguments, status=status)) > 20)
         expect("the older PDF", "older", pdf.read_text())
     expect("the recording", pathlib.Path(recording).read_bytes()[:-200], cut.read_bytes())
+    pictures = program.folder / "pictures"
+    expect("status of pictures of no recording", 1, program.run(program.shockscope, "--snapshot", pictures, text).returncode)
+    expect("pictures of no recording", False, pictures.exists())
     kept = program.write("Documents/Korvex/settings/report.ini", "[Sections]\nMetrics = 1\n")
     expect("words", "", program.report(pdf, recording))
     expect("the kept choice", True, "What the figures mean" in program.text(pdf).split("\f")[0])

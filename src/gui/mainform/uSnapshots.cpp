@@ -57,6 +57,11 @@ class TAlbum {
     if (!FFolder.mkpath(".")) throw std::runtime_error("cannot make the folder " + Utf8(folder));
   }
 
+  void Save(const QString& name, const QPixmap& picture) {
+    const QString file = FFolder.filePath(name + ".png");
+    if (!picture.save(file)) throw std::runtime_error("cannot write " + Utf8(file));
+    FFiles.append(file);
+  }
   void Save(const QString& name) {
     Settle();
     Save(name, FForm.grab());
@@ -184,12 +189,6 @@ class TAlbum {
   [[nodiscard]] const QStringList& Files() const { return FFiles; }
 
  private:
-  void Save(const QString& name, const QPixmap& picture) {
-    const QString file = FFolder.filePath(name + ".png");
-    if (!picture.save(file)) throw std::runtime_error("cannot write " + Utf8(file));
-    FFiles.append(file);
-  }
-
   TKorvexMainForm& FForm;
   QDir FFolder;
   QStringList FFiles;
@@ -198,10 +197,12 @@ class TAlbum {
 }  // namespace
 
 QStringList SaveSnapshots(TKorvexMainForm& form, const QString& recording, const QString& folder) {
-  TAlbum album(form, folder);
   form.show();
-  album.Save("welcome");
+  Settle();
+  const QPixmap welcome = form.grab();
   Open(form, recording);
+  TAlbum album(form, folder);
+  album.Save("welcome", welcome);
   form.Flow().SwitchView(TView::Overview);
   album.Save("overview");
   album.SaveWith("actAlarmSet", "overview-alarm");
