@@ -192,6 +192,7 @@ int main(int argc, char** argv) {
     WriteBenchRecording(file, {10000 * times / part, 4, 4});
     Events(file);
   }
+  PrintSpeedOfMachine();
   PrintRow("charts, processor time", fmt::format("an event of {} … {} samples; {} … {} events", 100000 / part,
                                                  10000000 / part, 10000 / part, 1000000 / part));
   Steps.Print();

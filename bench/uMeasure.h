@@ -49,6 +49,18 @@ inline void PrintRow(const std::string& what, const std::string& figures) {
   std::fflush(stdout);
 }
 
+// How fast the machine is in this run, beside times that have no reference of their own.
+inline void PrintSpeedOfMachine() {
+  const TSpent spent = SpentOn([] {
+    long sum = 0;
+    for (int i = 0; i < 100000000; ++i) {
+      sum += i;
+      asm volatile("" : "+r"(sum));  // so that each addition is made
+    }
+  });
+  PrintRow("100,000,000 additions, one after the other", fmt::format("{:9.1f} ms", spent.processor * 1000));
+}
+
 // How the time grows with the size: milliseconds of the processor for each of three sizes, the median of a few runs.
 template <class TWork>
 void PrintGrowth(const std::string& what, int rounds, std::size_t sizes, const TWork& work) {

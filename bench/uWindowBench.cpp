@@ -240,6 +240,7 @@ int main(int argc, char** argv) {
     WriteBenchRecording(file, {events / part, 4, 40});
     AllSteps(file);
   }
+  PrintSpeedOfMachine();
   PrintRow("the window, processor time", fmt::format("{} … {} events", events / 100, events));
   Steps.Print();
   std::filesystem::remove(file);
