@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
@@ -52,8 +53,8 @@ inline void PrintRow(const std::string& what, const std::string& figures) {
 // How fast the machine is in this run, beside times that have no reference of their own.
 inline void PrintSpeedOfMachine() {
   const TSpent spent = SpentOn([] {
-    long sum = 0;
-    for (int i = 0; i < 100000000; ++i) {
+    std::uint64_t sum = 0;
+    for (std::uint64_t i = 0; i < 100000000; ++i) {
       sum += i;
       asm volatile("" : "+r"(sum));  // so that each addition is made
     }

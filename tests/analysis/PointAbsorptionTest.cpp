@@ -88,7 +88,7 @@ TEST(PointAbsorption, TheGridKeepsOneDotForEachCellAndNoneFromOutside) {
 TEST(PointAbsorption, ItemsInTheOrderOfXMakeTheSameDotsAsOneByOne) {
   std::mt19937 random(3);
   const auto number = [&random](double max) { return std::generate_canonical<double, 32>(random) * max; };
-  std::vector<double> x(4000), y(4000), value(4000);
+  std::vector<double> x(20000), y(20000), value(20000);  // several blocks in a column
   for (std::size_t i = 0; i < x.size(); ++i) {
     x[i] = i % 500 == 0 ? std::floor(number(60)) : number(60) - 10;  // some on the edge of a cell, some outside
     y[i] = i % 7 == 0 ? std::numeric_limits<double>::quiet_NaN() : number(40) - 5;
